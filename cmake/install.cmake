@@ -1,0 +1,28 @@
+include(CMakePackageConfigHelpers)
+include(GNUInstallDirs)
+
+install(TARGETS kvr EXPORT kvr_targets FILE_SET HEADERS)
+if(TARGET kvrmem)
+    install(TARGETS kvrmem)
+endif()
+
+set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/kvr)
+configure_package_config_file(
+    cmake/kvr-config.cmake.in kvr-config.cmake
+    INSTALL_DESTINATION ${package_directory}
+    NO_SET_AND_CHECK_MACRO)
+write_basic_package_version_file(kvr-config-version.cmake COMPATIBILITY SameMajorVersion)
+install(FILES ${PROJECT_BINARY_DIR}/kvr-config.cmake ${PROJECT_BINARY_DIR}/kvr-config-version.cmake
+        DESTINATION ${package_directory})
+install(EXPORT kvr_targets FILE kvr-targets.cmake NAMESPACE kvr:: DESTINATION ${package_directory})
+
+# kvr.pc finds the prefix from its own place, so that an installed tree can be moved as a whole.
+set(pc_directory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
+file(RELATIVE_PATH pc_prefix ${pc_directory} ${CMAKE_INSTALL_PREFIX})
+file(RELATIVE_PATH pc_libdir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
+file(RELATIVE_PATH pc_includedir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_INCLUDEDIR})
+string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
+configure_file(cmake/kvr.pc.in kvr.pc @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/kvr.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+
+install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})

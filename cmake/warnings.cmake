@@ -1,0 +1,25 @@
+# The warnings that the whole tree is free of, with g++ 12 and clang 14. They become errors in the presets
+# that check (CMAKE_COMPILE_WARNING_AS_ERROR), not for somebody who builds kvr with another compiler.
+add_library(kvr_warnings INTERFACE)
+target_compile_options(
+    kvr_warnings
+    INTERFACE -Wall
+              -Wextra
+              -Wpedantic
+              -Wconversion
+              -Wsign-conversion
+              -Wshadow
+              -Wold-style-cast
+              -Wcast-align
+              -Wcast-qual
+              -Wdouble-promotion
+              -Wformat=2
+              -Wnon-virtual-dtor
+              -Woverloaded-virtual
+              -Wextra-semi
+              -Wundef
+              $<$<CXX_COMPILER_ID:GNU>:-Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast>
+              # g++ 12 takes an optimised std::string = "literal" or "literal" + std::string for an overlapping
+              # copy or one out of bounds.
+              $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict -Wno-array-bounds -Wno-stringop-overflow>
+              $<$<CXX_COMPILER_ID:Clang>:-Wimplicit-fallthrough -Wmissing-prototypes>)

@@ -1,0 +1,15 @@
+#pragma once
+
+/// KVR_API marks what the shared library shows to its users; all the rest stays hidden in it.
+/// KVR_BUILDING_SHARED and KVR_USING_SHARED matter on Windows only and are set by the build.
+#if defined(_WIN32)
+#if defined(KVR_BUILDING_SHARED)
+#define KVR_API __declspec(dllexport)
+#elif defined(KVR_USING_SHARED)
+#define KVR_API __declspec(dllimport)
+#else
+#define KVR_API
+#endif
+#else
+#define KVR_API __attribute__((visibility("default")))
+#endif

@@ -1,0 +1,24 @@
+#pragma once
+
+/// Everything that the library offers.
+
+#include "kvr/keywords/keyword_registry.h"
+#include "kvr/memory/hex_file.h"
+#include "kvr/memory/memory_file.h"
+#include "kvr/memory/memory_types.h"
+#include "kvr/memory/mif_file.h"
+#include "kvr/memory/rif_file.h"
+#include "kvr/numeric/fixed_point.h"
+#include "kvr/numeric/integer_format.h"
+#include "kvr/numeric/radix_conversion.h"
+#include "kvr/numeric/value_syntax.h"
+#include "kvr/ram_rules/width_ratio.h"
+#include "kvr/util/environment.h"
+#include "kvr/util/file_system.h"
+#include "kvr/util/generated_files.h"
+#include "kvr/util/installation_paths.h"
+#include "kvr/util/integer_math.h"
+#include "kvr/util/list_file.h"
+#include "kvr/util/logging.h"
+#include "kvr/util/string_order.h"
+#include "kvr/util/tokenizer.h"

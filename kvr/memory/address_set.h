@@ -1,0 +1,61 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <limits>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace kvr {
+
+/// A set of word addresses, for depths up to 2^32 of which few or all may be in use: addresses that were
+/// never inserted cost (almost) nothing.
+class address_set {
+public:
+    address_set() = default;
+    ~address_set() = default;
+    address_set(const address_set&) = delete;
+    address_set& operator=(const address_set&) = delete;
+
+    /// Adds @p address; false when it was in the set already. The set is as before when it throws.
+    bool insert(std::uint32_t address) {
+        if (address / block_addresses != found_number) {
+            find_block(address);
+        }
+        std::uint64_t& cell = (*found_block)[cell_number(address)];
+        const std::uint64_t before = std::exchange(cell, cell | bit_of(address));
+        return cell != before;
+    }
+    [[nodiscard]] bool contains(std::uint32_t address) const noexcept;
+    void clear() noexcept;
+
+private:
+    static constexpr std::uint32_t cell_addresses = 64;
+    static constexpr std::uint32_t block_addresses = 64 * cell_addresses;
+    static constexpr std::uint32_t directory_addresses = 1024 * block_addresses;
+
+    /// One bit for each of its addresses.
+    using block = std::array<std::uint64_t, block_addresses / cell_addresses>;
+    /// Blocks in the order of their addresses; none for those that hold nothing.
+    using directory = std::array<std::unique_ptr<block>, directory_addresses / block_addresses>;
+
+    [[nodiscard]] static std::size_t cell_number(std::uint32_t address) noexcept {
+        return address % block_addresses / cell_addresses;
+    }
+    [[nodiscard]] static std::uint64_t bit_of(std::uint32_t address) noexcept {
+        return std::uint64_t{1} << (address % cell_addresses);
+    }
+    void find_block(std::uint32_t address);
+
+    std::vector<std::unique_ptr<directory>> directories; ///< up to the highest one in use
+
+    // The block that took the address before: addresses are mostly inserted in order.
+    std::uint32_t found_number = no_block; ///< its first address / block_addresses
+    block* found_block = nullptr;
+
+    static constexpr std::uint32_t no_block = std::numeric_limits<std::uint32_t>::max();
+};
+
+} // namespace kvr

@@ -1,0 +1,88 @@
+#pragma once
+
+#include "kvr/memory/text_arena.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kvr {
+
+/// The comments of a MIF file by index, with the meaning of a double-ended queue of strings. Built for
+/// its three uses: a reader puts each new comment in front, an editor inserts at ascending addresses into
+/// billions of empty comments, a writer walks from the first to the last. Each of them takes constant time;
+/// a jump to a far index takes one step for each 256 kept comments on the way. Empty comments between others
+/// cost nothing.
+///
+/// A call that throws (std::bad_alloc, std::length_error for a text of 4 GiB and more) has changed nothing.
+/// Reading, too, is for one thread at a time.
+class comment_store {
+public:
+    comment_store();
+    ~comment_store();
+    comment_store(const comment_store&) = delete;
+    comment_store& operator=(const comment_store&) = delete;
+
+    [[nodiscard]] std::size_t size() const noexcept { return listed + empties_behind; }
+    [[nodiscard]] bool empty() const noexcept { return size() == 0; }
+    void clear() noexcept;
+
+    /// The comment at @p index, which must be below size(); valid until the store changes.
+    [[nodiscard]] std::string_view operator[](std::size_t index) const noexcept;
+
+    /// Puts @p text before the first comment.
+    void push_front(std::string_view text);
+    /// Appends empty comments until the store holds @p size of them; nothing when it holds more. The cost
+    /// does not depend on their number.
+    void append_empty_up_to(std::size_t size);
+    /// Inserts @p text so that it has @p index (at most size()); the comments from there on move up by one.
+    void insert(std::size_t index, std::string_view text);
+
+    /// Replaces everything by @p comments.
+    void assign(const std::deque<std::string>& comments);
+    /// Appends every comment to @p comments, in order. When it throws, some may have been appended.
+    void copy_to(std::deque<std::string>& comments) const;
+
+private:
+    /// A kept comment and the empty ones right before it.
+    struct entry {
+        const char* text;
+        std::uint32_t length;
+        std::uint32_t empties;
+
+        [[nodiscard]] std::size_t comments() const noexcept { return std::size_t{empties} + 1; }
+    };
+    class segment;
+    struct segment_slot {
+        std::size_t comments; ///< that the segment stands for
+        std::unique_ptr<segment> entries;
+    };
+    /// A place among the entries. The entry's empty comments begin at the index `first`.
+    struct cursor {
+        std::size_t segment = 0;
+        std::size_t segment_first = 0; ///< index of the first comment of the segment
+        std::uint32_t entry = 0;       ///< counted in the segment
+        std::size_t first = 0;
+    };
+
+    [[nodiscard]] cursor place_of(std::size_t index) const noexcept;
+    [[nodiscard]] entry kept(std::string_view text, std::size_t empties);
+    void insert_between(std::size_t index, std::string_view text);
+    void insert_behind(std::size_t index, std::string_view text);
+    void append(const entry& added);
+    [[nodiscard]] bool is_full(std::size_t number) const noexcept;
+    void split(cursor& place);
+    [[nodiscard]] cursor room_before(cursor& next);
+    void swap(comment_store& other) noexcept;
+
+    std::deque<segment_slot> segments; ///< none empty
+    std::size_t listed = 0;            ///< comments that the entries stand for
+    std::size_t empties_behind = 0;    ///< empty comments behind the last entry
+    text_arena texts;
+    mutable cursor found; ///< where the comment asked for last is
+};
+
+} // namespace kvr

@@ -1,0 +1,29 @@
+#pragma once
+
+#include "kvr/memory/memory_state.h"
+
+#include <cstdint>
+
+namespace kvr {
+
+/// What the Intel HEX handler holds.
+struct hex_memory : memory_state {
+    explicit hex_memory(KVR_MEMORY_FILE* owner) : memory_state(owner) {
+        word_size = 8;
+        address_radix = RADIX_HEX;
+        memory_initialize_value = "0";
+    }
+
+    /// Whole bytes that a word takes in a record; 0 for words of no bits.
+    [[nodiscard]] std::uint32_t bytes_per_word() const noexcept {
+        return word_size / 8 + (word_size % 8 != 0 ? 1 : 0);
+    }
+
+    std::uint32_t lowest_address = 0;
+    std::uint32_t highest_address = 0;
+    /// Added to record addresses. It outlives a read: a file without extended address records is read at
+    /// the offset that the file before it has left behind.
+    std::uint32_t address_offset = 0;
+};
+
+} // namespace kvr

@@ -1,0 +1,86 @@
+#pragma once
+
+#include "kvr/memory/hex_record.h"
+#include "kvr/memory/line_source.h"
+#include "kvr/memory/read_fault.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kvr {
+
+/// Walks over the records of an Intel HEX file, in the order of the file, up to its end record. Lines
+/// that do not begin with a colon are passed over, blanks are left out, and what is wrong is handed out
+/// as a value: whoever walks decides whether to go on.
+///
+/// @code
+/// kvr::line_source source = kvr::line_source::open(path, kvr::hex_record_walk::longest_line);
+/// kvr::hex_record_walk walk(source);
+/// for (auto step = walk.next(); step != kvr::hex_record_walk::step::end; step = walk.next()) { … }
+/// @endcode
+class hex_record_walk {
+public:
+    /// The limit of the lines of the source, without the LF. A record in a longer line is a fault; a
+    /// longer line of text is passed over.
+    static constexpr std::size_t longest_line = 599;
+
+    enum class step : std::uint8_t {
+        record, ///< record() is the next one; the end record is handed out too
+        fault,  ///< fault() tells what is wrong; next() goes on behind it
+        end,    ///< behind the end record, or at the end of the file
+    };
+    enum class checksums : std::uint8_t { tested, untested };
+
+    /// @param source         stands at the first line; must live as long as this object.
+    /// @param address_offset word address to which records are relative before the first extended address
+    ///                       record.
+    explicit hex_record_walk(line_source& source, std::uint32_t address_offset = 0,
+                             checksums test = checksums::tested);
+
+    /// Goes on to the next record or fault. A file that ends without an end record is the last fault. A
+    /// file that could not be read to its end just ends: see line_source::failed().
+    step next();
+
+    /// The record of the last step; its views are valid until the next one.
+    [[nodiscard]] const hex_record& record() const noexcept { return current; }
+    /// The fault of the last step.
+    [[nodiscard]] const read_fault& fault() const noexcept { return current_fault; }
+    /// A fault of @p code whose place is the whole record of the last step, for a reader that does not
+    /// accept that record.
+    [[nodiscard]] read_fault fault_of_record(fault_code code) const noexcept;
+
+    /// The line of the last step without blanks (the first 599 characters of a longer one); at the end of
+    /// the file the last line. Valid until the next step.
+    [[nodiscard]] std::string_view text() const noexcept { return line_text; }
+    /// Number of lines read, which is the number of the line of the last step, from 1.
+    [[nodiscard]] std::uint64_t line() const noexcept { return line_number; }
+    /// The word address to which the address of the record is relative. Each extended address record
+    /// replaces what the one before it has set, also one of the other type: the value times 16 (segment)
+    /// or times 65536 (linear), modulo 2^32.
+    [[nodiscard]] std::uint32_t address_offset() const noexcept { return offset; }
+
+private:
+    bool take_plain_line();
+    void take_line();
+    step take_record_in_line();
+    step accept();
+    step refuse(const hex_record_fault& fault);
+    step finish();
+    [[nodiscard]] std::size_t column(std::size_t index) const noexcept;
+    [[nodiscard]] read_fault place(const hex_record_fault& fault) const noexcept;
+
+    line_source& source;
+    std::uint32_t offset;
+    checksums test;
+    bool finished = false;
+    std::uint64_t line_number = 0;
+    std::string_view line_in_file; ///< with its blanks
+    std::string_view line_text;
+    std::string buffer; ///< holds line_text where the line has blanks
+    hex_record current;
+    read_fault current_fault{};
+};
+
+} // namespace kvr

@@ -1,0 +1,55 @@
+#pragma once
+
+#include "kvr/memory/memory_types.h"
+#include "kvr/memory/word_store.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+class KVR_MEMORY_FILE;
+
+namespace kvr {
+
+/// What every handler holds and the façade reads and writes: the settings of one memory, its words, and
+/// what the last read or write left behind. The formats add their own fields to it.
+struct memory_state {
+    explicit memory_state(KVR_MEMORY_FILE* owner) : memory_file(owner) {}
+
+    std::uint32_t number_of_words = 0; ///< depth
+    std::uint32_t word_size = 0;       ///< width of a word in bits
+    KVR_MEMORY_RADIXES address_radix = RADIX_NONE;
+    KVR_MEMORY_RADIXES memory_radix = RADIX_NONE; ///< the radix in which `data_words` are written
+    bool error_occurred = false;
+    bool file_not_found = false;
+    int invalid_line_number = 0;
+    std::string file_name;
+    KVR_ERROR_STATES error_state = ERROR_STATE_NONE;
+    std::string memory_initialize_value; ///< text of words that are created but never set
+    word_store data_words;
+    KVR_MEMORY_FILE* memory_file; ///< takes the messages; not owned; none: messages are dropped
+
+    /// Stores @p count as the depth and sizes `data_words` to it.
+    void resize_words(std::uint32_t count);
+
+    /// The word at @p address converted from the memory radix to @p radix, or as it stands when @p radix
+    /// is RADIX_NONE or the memory radix. @p address must be below the size of `data_words`.
+    [[nodiscard]] std::string word_in_radix(std::uint32_t address, KVR_MEMORY_RADIXES radix) const;
+
+    /// Stores @p value converted *from the memory radix to @p radix* (RADIX_NONE: the memory radix), cut
+    /// or padded to the word size. The direction is what callers rely on: a value in the memory radix is
+    /// normalised, a value in another radix is taken for text in the memory radix.
+    void set_word_from_memory_radix(std::uint32_t address, const std::string& value,
+                                    KVR_MEMORY_RADIXES radix);
+
+    /// True when `file_name` is not empty and names something that exists.
+    [[nodiscard]] bool can_proceed_with_read() const;
+
+    // The messages that the formats share. Each goes to the owner's error list.
+    void report(const std::string& message) const;
+    void report_invalid_address(std::uint32_t address) const;
+    void report_not_found() const;
+    void report_write_failure() const;
+};
+
+} // namespace kvr

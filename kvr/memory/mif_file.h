@@ -1,0 +1,82 @@
+#pragma once
+
+#include "kvr/export.h"
+#include "kvr/memory/memory_types.h"
+
+#include <cstdint>
+#include <deque>
+#include <memory>
+#include <string>
+
+class KVR_MEMORY_FILE;
+
+namespace kvr {
+class output_file;
+struct mif_steps;
+struct mif_memory;
+} // namespace kvr
+
+/// The MIF handler of a KVR_MEMORY_FILE, which creates, owns and forwards to it. Read its operations
+/// there; what is told here is what the handler adds.
+class KVR_API KVR_MEMORY_MIF_FILE {
+public:
+    /// @param memory_file takes the error messages; not owned; may be null, then they are dropped.
+    explicit KVR_MEMORY_MIF_FILE(KVR_MEMORY_FILE* memory_file);
+    ~KVR_MEMORY_MIF_FILE();
+    KVR_MEMORY_MIF_FILE(const KVR_MEMORY_MIF_FILE&) = delete;
+    KVR_MEMORY_MIF_FILE& operator=(const KVR_MEMORY_MIF_FILE&) = delete;
+
+    /// Sizes the words to @p count; new ones hold the initialize value.
+    void set_number_of_words(unsigned int count);
+    std::string get_mif_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
+    bool set_mif_data_word(unsigned int address, const std::string& value, KVR_MEMORY_RADIXES radix);
+    bool set_mif_data_word_with_comments(unsigned int address, const std::string& value,
+                                         const std::string& comment, KVR_MEMORY_RADIXES radix);
+    bool get_mif_data_comments(std::deque<std::string>* comments);
+    bool set_mif_data_comments(std::deque<std::string>* comments);
+    bool get_comment_deque(int index, std::deque<std::string>* comments);
+    bool set_comment_deque(int index, std::deque<std::string>* comments);
+    [[nodiscard]] bool can_proceed_with_read() const;
+    [[nodiscard]] bool can_proceed_with_write() const;
+    /// Reads the file named by the handler; true when it was read up to and beyond its END line.
+    bool read_in_mif_file();
+    /// Writes the words, settings and comments; true when every byte was written.
+    bool write_out_mif_file();
+
+private:
+    friend class KVR_MEMORY_FILE;
+    friend struct kvr::mif_steps;
+
+    // The steps of reading, writing and editing one by one. The parsers answer true on failure.
+    void read_radix_information();
+    void remove_comment_from_string(std::string& line, bool strip_blanks);
+    bool parse_width_depth(const std::string& line);
+    bool parse_address_data_radix(const std::string& line);
+    bool parse_address_data_line(const std::string& text);
+    bool parse_single_address(const std::string& text);
+    bool parse_multiple_addresses(const std::string& text);
+    bool fill_given_addresses(std::uint32_t first, std::uint32_t last, const std::string& data);
+    std::uint32_t interpret_data_values(const std::string& data, std::deque<std::string>* values,
+                                        std::uint32_t count);
+    bool check_if_address_already_set(int address);
+    void clear_comment_strings();
+
+    // Value checks; reading calls none of them, words are stored as the file gives them.
+    [[nodiscard]] bool check_if_memory_value_is_legal(const std::string& value) const;
+    [[nodiscard]] bool check_if_cell_value_is_valid(const std::string& value) const;
+    [[nodiscard]] bool check_string_length_against_word_size(const std::string& value) const;
+
+    [[nodiscard]] std::string generate_width_string() const;
+    [[nodiscard]] std::string generate_depth_string() const;
+    [[nodiscard]] std::string generate_address_radix_string() const;
+    [[nodiscard]] std::string generate_data_radix_string() const;
+    [[nodiscard]] std::string convert_number_into_address_radix(std::uint32_t number,
+                                                                std::uint32_t width) const;
+    [[nodiscard]] std::string generate_address_data_string(std::uint32_t first, std::uint32_t last,
+                                                           const std::string& data,
+                                                           std::uint32_t address_width,
+                                                           const std::string& comment) const;
+    bool output_comments_to_file(std::uint32_t index, kvr::output_file& output) const;
+
+    std::unique_ptr<kvr::mif_memory> memory;
+};

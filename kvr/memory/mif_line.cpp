@@ -1,0 +1,94 @@
+#include "kvr/memory/mif_line.h"
+
+#include <algorithm>
+#include <array>
+
+namespace kvr {
+
+namespace {
+
+constexpr std::string_view value_alphabet = "-0123456789ABCDEFabcdefXxUu";
+
+constexpr std::array<bool, 256> make_value_characters() {
+    std::array<bool, 256> table{};
+    for (const char character : value_alphabet) {
+        table[static_cast<unsigned char>(character)] = true;
+    }
+    return table;
+}
+
+constexpr std::array<bool, 256> value_characters = make_value_characters();
+
+} // namespace
+
+bool is_value_character(char character) noexcept {
+    return value_characters[static_cast<unsigned char>(character)];
+}
+
+text_span find_token(std::string_view text, std::size_t from) noexcept {
+    std::size_t begin = from;
+    while (begin < text.size() && !is_value_character(text[begin])) {
+        ++begin;
+    }
+    if (begin >= text.size()) {
+        return {};
+    }
+    std::size_t end = begin + 1;
+    while (end < text.size() && is_value_character(text[end])) {
+        ++end;
+    }
+    return {begin, end};
+}
+
+void split_values(std::string_view text, std::vector<std::string_view>& values) {
+    values.clear();
+    const std::string_view data = without_comments(text);
+    for (text_span token = find_token(data, 0); token.found(); token = find_token(data, token.end)) {
+        values.push_back(token.in(data));
+    }
+}
+
+std::size_t count_tokens(std::string_view text) noexcept {
+    std::size_t count = 0;
+    for (text_span token = find_token(text, 0); token.found(); token = find_token(text, token.end)) {
+        ++count;
+    }
+    return count;
+}
+
+std::size_t comment_position(std::string_view line) noexcept {
+    return line.find("--");
+}
+
+std::string_view without_comments(std::string_view line) noexcept {
+    line = line.substr(0, comment_position(line));
+    return line.substr(0, line.find('%'));
+}
+
+void strip_blanks(std::string& text) {
+    text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t'; }),
+               text.end());
+}
+
+void to_upper(std::string& text, std::size_t from) noexcept {
+    for (std::size_t at = from; at < text.size(); ++at) {
+        if (text[at] >= 'a' && text[at] <= 'z') {
+            text[at] = static_cast<char>(text[at] - 'a' + 'A');
+        }
+    }
+}
+
+unsigned radix_base(KVR_MEMORY_RADIXES radix) noexcept {
+    switch (radix) {
+    case RADIX_BIN:
+        return 2;
+    case RADIX_HEX:
+        return 16;
+    case RADIX_OCT:
+        return 8;
+    default:
+        return 10;
+    }
+}
+
+} // namespace kvr

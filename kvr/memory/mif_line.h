@@ -1,0 +1,50 @@
+#pragma once
+
+#include "kvr/memory/memory_types.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvr {
+
+/// A stretch of a text; `begin` is npos when it was not found.
+struct text_span {
+    std::size_t begin = std::string_view::npos;
+    std::size_t end = std::string_view::npos;
+
+    [[nodiscard]] bool found() const noexcept { return begin != std::string_view::npos; }
+    [[nodiscard]] std::string_view in(std::string_view text) const { return text.substr(begin, end - begin); }
+};
+
+/// True for the characters that addresses and words are made of: digits and letters of all radixes, "-",
+/// and the don't-care characters "X" and "U" in either case.
+[[nodiscard]] bool is_value_character(char character) noexcept;
+
+/// The first maximal run of value characters at or behind @p from.
+[[nodiscard]] text_span find_token(std::string_view text, std::size_t from) noexcept;
+
+/// Splits @p text into its tokens, up to the first comment mark ("--" or "%"). @p values is overwritten
+/// with views of @p text.
+void split_values(std::string_view text, std::vector<std::string_view>& values);
+
+/// Number of tokens in @p text, comment marks or not.
+[[nodiscard]] std::size_t count_tokens(std::string_view text) noexcept;
+
+/// Position of the "--" that starts a comment in @p line; npos when there is none.
+[[nodiscard]] std::size_t comment_position(std::string_view line) noexcept;
+
+/// @p line up to its first "%" (there is no matching of a closing one) and its first "--".
+[[nodiscard]] std::string_view without_comments(std::string_view line) noexcept;
+
+/// Deletes every blank and tab.
+void strip_blanks(std::string& text);
+
+/// Upper-cases "a" to "z" in place.
+void to_upper(std::string& text, std::size_t from = 0) noexcept;
+
+/// The base in which a number of @p radix is read and written: 2, 8, 16, and 10 for every other radix.
+[[nodiscard]] unsigned radix_base(KVR_MEMORY_RADIXES radix) noexcept;
+
+} // namespace kvr

@@ -1,0 +1,75 @@
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kvr {
+
+/// A file that is written through one large buffer in big blocks. A failure (disk full) is kept until
+/// close() tells it; what is written after a failure is dropped. An object that was moved from can only be
+/// assigned to or destroyed.
+class output_file {
+public:
+    /// Bytes that are written to the file in one go.
+    static constexpr std::size_t block_size = std::size_t{256} * 1024;
+
+    /// Opens @p path for writing, replacing what it holds; see is_open().
+    static output_file create(const std::string& path);
+    /// Writes to @p stream, which may be null, is owned from now on and closed by close() or by the
+    /// destructor, which writes out what is buffered too. Its own buffer is switched off.
+    explicit output_file(std::FILE* stream);
+
+    output_file(output_file&& other) noexcept = default;
+    output_file& operator=(output_file&& other) noexcept;
+    ~output_file();
+
+    [[nodiscard]] bool is_open() const noexcept;
+
+    void write(std::string_view text) {
+        if (text.size() > block_size - filled) {
+            write_around_block(text);
+            return;
+        }
+        std::copy_n(text.data(), text.size(), buffer.get() + filled);
+        filled += text.size();
+    }
+    void write(char character) {
+        *room(1) = character;
+        used(1);
+    }
+
+    /// At least @p count bytes of the buffer to format into; used() tells how many of them were filled.
+    /// @p count is at most `room_limit`.
+    static constexpr std::size_t room_limit = 4096;
+    char* room(std::size_t count) {
+        if (count > block_size - filled) {
+            write_block();
+        }
+        return buffer.get() + filled;
+    }
+    void used(std::size_t count) noexcept { filled += count; }
+
+    /// Writes out what is buffered and closes the file. True when every byte was written; false as well
+    /// when there is no open file.
+    [[nodiscard]] bool close();
+
+private:
+    void write_around_block(std::string_view text);
+    void write_block() noexcept;
+    void write_through(const char* bytes, std::size_t count) noexcept;
+
+    struct file_closer {
+        void operator()(std::FILE* stream) const noexcept { static_cast<void>(std::fclose(stream)); }
+    };
+
+    std::unique_ptr<std::FILE, file_closer> file;
+    std::unique_ptr<char[]> buffer;
+    std::size_t filled = 0;
+    bool write_failed = false;
+};
+
+} // namespace kvr

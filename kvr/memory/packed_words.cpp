@@ -1,0 +1,48 @@
+#include "kvr/memory/packed_words.h"
+
+#include <cstring>
+
+namespace kvr {
+
+namespace {
+
+std::unique_ptr<std::uint8_t[]> filled(std::uint8_t value) {
+    auto bytes = std::make_unique_for_overwrite<std::uint8_t[]>(page_words);
+    std::fill_n(bytes.get(), page_words, value);
+    return bytes;
+}
+
+} // namespace
+
+packed_words::packed_words(std::uint32_t longest)
+    : chars(std::make_unique_for_overwrite<char[]>(std::size_t{longest} * page_words)),
+      padding(filled(absent)),
+      stride(longest),
+      incomplete(page_words) {}
+
+bool packed_words::admit_shorter(std::size_t length) {
+    if (!fits(length)) {
+        return false;
+    }
+    if (padding == nullptr) {
+        padding = filled(0);
+    }
+    return true;
+}
+
+packed_words packed_words::widened(std::uint32_t longest) const {
+    packed_words wide(longest);
+    for (std::uint32_t index = 0; index < page_words; ++index) {
+        if (has(index)) {
+            wide.put(index, (*this)[index]);
+        }
+    }
+    return wide;
+}
+
+bool packed_words::is_uniform() const noexcept {
+    const std::size_t rest = std::size_t{page_words - 1} * stride;
+    return is_complete() && std::memcmp(chars.get(), chars.get() + stride, rest) == 0;
+}
+
+} // namespace kvr

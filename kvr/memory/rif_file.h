@@ -1,0 +1,52 @@
+#pragma once
+
+#include "kvr/export.h"
+#include "kvr/memory/memory_types.h"
+
+#include <cstdint>
+#include <memory>
+#include <string>
+
+class KVR_MEMORY_FILE;
+
+namespace kvr {
+struct rif_steps;
+struct rif_memory;
+} // namespace kvr
+
+/// The RIF handler of a KVR_MEMORY_FILE, which creates, owns and forwards to it. Read its operations
+/// there; what is told here is what the handler adds.
+class KVR_API KVR_MEMORY_RIF_FILE {
+public:
+    /// @param memory_file takes the error messages; not owned; may be null, then they are dropped.
+    explicit KVR_MEMORY_RIF_FILE(KVR_MEMORY_FILE* memory_file);
+    ~KVR_MEMORY_RIF_FILE();
+    KVR_MEMORY_RIF_FILE(const KVR_MEMORY_RIF_FILE&) = delete;
+    KVR_MEMORY_RIF_FILE& operator=(const KVR_MEMORY_RIF_FILE&) = delete;
+
+    /// Sizes the words to @p count; new ones are empty.
+    void set_number_of_words(unsigned int count);
+    std::string get_rif_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
+    /// False in every case, also when the word was stored; callers rely on it.
+    bool set_rif_data_word(unsigned int address, const std::string& value, KVR_MEMORY_RADIXES radix);
+    /// True when @p value holds nothing but hexadecimal digits, blanks and "X", "x", "U", "u".
+    bool check_if_cell_value_is_valid(const std::string& value);
+    [[nodiscard]] bool can_proceed_with_read() const;
+    [[nodiscard]] bool can_proceed_with_write() const;
+    /// True in every case; failures show in get_file_not_found(), get_error_state() and the messages of
+    /// the KVR_MEMORY_FILE. Words go into the store as it is sized; those outside it are dropped.
+    bool read_in_rif_file();
+    /// True when the file could be opened, also when it could not be written to the end.
+    bool write_out_rif_file();
+
+private:
+    friend class KVR_MEMORY_FILE;
+    friend struct kvr::rif_steps;
+
+    void convert_address_to_hex(std::uint32_t value, std::string& out, std::uint32_t base) const;
+    bool convert_data_to_hex(const std::string& value, std::string& out, KVR_MEMORY_RADIXES radix,
+                             std::uint32_t width) const;
+    [[nodiscard]] int get_radix_base(KVR_MEMORY_RADIXES radix) const;
+
+    std::unique_ptr<kvr::rif_memory> memory;
+};

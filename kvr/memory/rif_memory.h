@@ -1,0 +1,15 @@
+#pragma once
+
+#include "kvr/memory/memory_state.h"
+
+namespace kvr {
+
+/// What the RIF handler holds.
+struct rif_memory : memory_state {
+    explicit rif_memory(KVR_MEMORY_FILE* owner) : memory_state(owner) {
+        address_radix = RADIX_HEX;
+        memory_radix = RADIX_HEX;
+    }
+};
+
+} // namespace kvr

@@ -1,0 +1,28 @@
+#pragma once
+
+#include <cstddef>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+namespace kvr {
+
+/// Keeps copies of texts side by side until all are given up at once.
+class text_arena {
+public:
+    /// A copy of @p text that is valid until clear() or the destruction of the arena.
+    std::string_view keep(std::string_view text);
+    void clear() noexcept;
+    void swap(text_arena& other) noexcept;
+
+private:
+    char* shared_place(std::size_t size);
+    char* add_block(std::size_t size);
+
+    std::vector<std::unique_ptr<char[]>> blocks;
+    char* room = nullptr;      ///< in one of the blocks
+    std::size_t room_size = 0; ///< characters
+    std::size_t next_size = 0; ///< of the next block, characters
+};
+
+} // namespace kvr

@@ -1,0 +1,76 @@
+#include "kvr/memory/word_pattern.h"
+
+#include <limits>
+#include <stdexcept>
+
+namespace kvr {
+
+namespace {
+
+/// Where texts are addressed by 32-bit offsets, all of them together must not be longer than this.
+constexpr std::size_t longest_texts = std::numeric_limits<std::uint32_t>::max();
+
+std::size_t total_length(const std::string_view* values, std::size_t count) {
+    std::size_t length = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        if (values[i].size() > longest_texts - length) {
+            throw std::length_error("kvr: the texts of a range are too long");
+        }
+        length += values[i].size();
+    }
+    return length;
+}
+
+} // namespace
+
+word_pattern::word_pattern(std::uint32_t first_address, const std::string_view* values, std::size_t count)
+    : first(first_address) {
+    texts.reserve(total_length(values, count));
+    ends.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) {
+        texts.append(values[i]);
+        ends.push_back(static_cast<std::uint32_t>(texts.size()));
+    }
+}
+
+pattern_ref word_pattern::uniform(std::string_view text) {
+    total_length(&text, 1);
+    return pattern_ref(new word_pattern(text));
+}
+
+pattern_ref word_pattern::repeating(std::uint32_t first, const std::string_view* values, std::size_t count) {
+    return count == 1 ? uniform(*values) : pattern_ref(new word_pattern(first, values, count));
+}
+
+std::uint64_t word_pattern::find_other(std::uint32_t from, std::uint32_t last,
+                                       std::string_view text) const noexcept {
+    if (is_uniform()) {
+        return text == texts ? std::uint64_t{last} + 1 : from;
+    }
+    std::uint64_t address = from;
+    while (address <= last && text_at(static_cast<std::uint32_t>(address)) == text) {
+        ++address;
+    }
+    return address;
+}
+
+bool same_texts(const pattern_ref& left, const pattern_ref& right) noexcept {
+    if (left.get() == right.get()) {
+        return true;
+    }
+    return left && right && left->is_uniform() && right->is_uniform() &&
+           left->text_at(0) == right->text_at(0);
+}
+
+pattern_ref word_pattern::converted(const word_conversion& conversion) const {
+    std::vector<std::string> made(period());
+    for (std::uint32_t index = 0; index < period(); ++index) {
+        if (!conversion(text_at(first + index), made[index])) {
+            return {};
+        }
+    }
+    const std::vector<std::string_view> views(made.begin(), made.end());
+    return repeating(first, views.data(), views.size());
+}
+
+} // namespace kvr

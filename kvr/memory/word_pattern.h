@@ -1,0 +1,107 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <functional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kvr {
+
+class pattern_ref;
+
+/// Makes a new text (the second argument, which it overwrites) of a word's text. False when there is none.
+using word_conversion = std::function<bool(std::string_view, std::string&)>;
+
+/// Texts that repeat over the addresses: the word at `first` has the first text, the next word the next
+/// one, and behind the last text the first one follows again. A pattern never changes, and which text an
+/// address has depends on nothing but the address, so one pattern stands for any number of words, pages
+/// and subtrees at once.
+class word_pattern {
+public:
+    /// The pattern in which every word has @p text.
+    static pattern_ref uniform(std::string_view text);
+
+    /// The pattern of the @p count texts at @p values (at least one), which starts at address @p first.
+    /// @throws std::length_error when they have more than 2^32 - 1 characters together.
+    static pattern_ref repeating(std::uint32_t first, const std::string_view* values, std::size_t count);
+
+    /// The text of the word at @p address, which must not lie below `first` unless the pattern is uniform.
+    [[nodiscard]] std::string_view text_at(std::uint32_t address) const noexcept {
+        return is_uniform() ? std::string_view(texts) : value((address - first) % period());
+    }
+
+    /// True when every word has the same text.
+    [[nodiscard]] bool is_uniform() const noexcept { return ends.empty(); }
+
+    /// The number of addresses after which the texts repeat.
+    [[nodiscard]] std::uint32_t period() const noexcept {
+        return is_uniform() ? 1 : static_cast<std::uint32_t>(ends.size());
+    }
+
+    /// The first address from @p from to @p last (inclusive) whose word is not @p text; last + 1 when
+    /// there is none.
+    [[nodiscard]] std::uint64_t find_other(std::uint32_t from, std::uint32_t last,
+                                           std::string_view text) const noexcept;
+
+    /// The pattern in which every text is what @p conversion makes of it; none when that answers false.
+    [[nodiscard]] pattern_ref converted(const word_conversion& conversion) const;
+
+private:
+    friend class pattern_ref;
+
+    explicit word_pattern(std::string_view text) : texts(text) {}
+    word_pattern(std::uint32_t first_address, const std::string_view* values, std::size_t count);
+
+    [[nodiscard]] std::string_view value(std::uint32_t index) const noexcept {
+        const std::uint32_t begin = index == 0 ? 0 : ends[index - 1];
+        return {texts.data() + begin, ends[index] - begin};
+    }
+
+    mutable std::uint32_t references = 0;
+    std::uint32_t first = 0;
+    std::vector<std::uint32_t> ends; ///< of each value in `texts`; none when the pattern is uniform
+    std::string texts;
+};
+
+/// A counted reference to a pattern, or none. One word wide and counted without atomics, because there
+/// is one for each page of a memory, and a memory is used from one thread at a time.
+class pattern_ref {
+public:
+    pattern_ref() noexcept = default;
+    explicit pattern_ref(const word_pattern* taken) noexcept : pattern(taken) { retain(); }
+    pattern_ref(const pattern_ref& other) noexcept : pattern(other.pattern) { retain(); }
+    pattern_ref(pattern_ref&& other) noexcept : pattern(std::exchange(other.pattern, nullptr)) {}
+    pattern_ref& operator=(pattern_ref other) noexcept {
+        std::swap(pattern, other.pattern);
+        return *this;
+    }
+    ~pattern_ref() { release(); }
+
+    [[nodiscard]] const word_pattern* get() const noexcept { return pattern; }
+    const word_pattern* operator->() const noexcept { return pattern; }
+    const word_pattern& operator*() const noexcept { return *pattern; }
+    explicit operator bool() const noexcept { return pattern != nullptr; }
+
+private:
+    void retain() const noexcept {
+        if (pattern != nullptr) {
+            ++pattern->references;
+        }
+    }
+    void release() const noexcept {
+        if (pattern != nullptr && --pattern->references == 0) {
+            delete pattern;
+        }
+    }
+
+    const word_pattern* pattern = nullptr;
+};
+
+/// True when both stand for the same texts at every address, as far as that can be told at once: they
+/// are the same pattern, or both are uniform with the same text.
+[[nodiscard]] bool same_texts(const pattern_ref& left, const pattern_ref& right) noexcept;
+
+} // namespace kvr

@@ -1,0 +1,166 @@
+#include "kvr/memory/word_store.h"
+
+#include <algorithm>
+#include <cassert>
+#include <cstddef>
+#include <limits>
+#include <utility>
+
+namespace kvr {
+
+namespace {
+
+constexpr std::uint64_t beyond_all = std::numeric_limits<std::uint32_t>::max();
+
+std::uint64_t roots_for(std::uint32_t size) {
+    return (size + (root_words - 1)) / root_words;
+}
+
+bool all_equal(const std::vector<std::string_view>& values, std::size_t count) {
+    return std::all_of(values.begin() + 1, values.begin() + static_cast<std::ptrdiff_t>(count),
+                       [&](std::string_view value) { return value == values.front(); });
+}
+
+} // namespace
+
+word_store::word_store(word_store&& other) noexcept
+    : word_count(std::exchange(other.word_count, 0)),
+      roots(std::exchange(other.roots, {})),
+      found_number(std::exchange(other.found_number, no_page)),
+      found_page(std::exchange(other.found_page, nullptr)) {}
+
+word_store& word_store::operator=(word_store&& other) noexcept {
+    word_store taken(std::move(other));
+    std::swap(word_count, taken.word_count);
+    std::swap(roots, taken.roots);
+    std::swap(found_number, taken.found_number);
+    std::swap(found_page, taken.found_page);
+    return *this;
+}
+
+std::string_view word_store::find(std::uint32_t address) const noexcept {
+    const word_leaf leaf = leaf_at(roots[address / root_words], address);
+    if (leaf.page == nullptr) {
+        return leaf.texts->text_at(address);
+    }
+    found_number = address / page_words;
+    found_page = leaf.page;
+    return (*leaf.page)[address % page_words];
+}
+
+void word_store::set_slowly(std::uint32_t address, std::string_view text) {
+    if (!is_in_found_page(address)) {
+        if (find(address) == text) {
+            return;
+        }
+        found_page = &page_at(root_of(address), address);
+        found_number = address / page_words;
+    }
+    if (found_page->set(address % page_words, text) && fold(root_of(address), address)) {
+        found_number = no_page;
+    }
+}
+
+void word_store::resize(std::uint32_t size, std::string_view fill) {
+    if (size < word_count) {
+        shrink(size);
+    } else if (size > word_count) {
+        grow(size, fill);
+    }
+}
+
+void word_store::shrink(std::uint32_t size) noexcept {
+    found_number = no_page;
+    roots.erase(roots.begin() + static_cast<std::ptrdiff_t>(roots_for(size)), roots.end());
+    if (!roots.empty()) {
+        drop_from(roots.back(), (roots.size() - 1) * root_words, size);
+    }
+    word_count = size;
+}
+
+void word_store::grow(std::uint32_t size, std::string_view fill) {
+    const pattern_ref texts = word_pattern::uniform(fill);
+    roots.reserve(roots_for(size));
+    assign_range({word_count, beyond_all}, texts);
+    while (roots.size() < roots_for(size)) {
+        roots.emplace_back(texts);
+    }
+    word_count = size;
+}
+
+void word_store::fill(std::uint32_t first, std::uint32_t last, const std::vector<std::string_view>& values) {
+    assert(first <= last && last < word_count && !values.empty());
+    const std::uint64_t addresses = std::uint64_t{last} - first + 1;
+    auto count = static_cast<std::size_t>(std::min<std::uint64_t>(values.size(), addresses));
+    if (all_equal(values, count)) {
+        count = 1;
+    }
+    if (addresses < 2 * count) {
+        for (std::uint64_t i = 0; i < addresses; ++i) {
+            set(static_cast<std::uint32_t>(first + i), values[i % count]);
+        }
+        return;
+    }
+    const std::uint64_t end = last == word_count - 1 ? beyond_all : last;
+    assign_range({first, end}, word_pattern::repeating(first, values.data(), count));
+}
+
+/// Makes the words of @p range follow @p texts, as far as there are roots for them.
+void word_store::assign_range(const address_range& range, const pattern_ref& texts) {
+    found_number = no_page;
+    const std::uint64_t end = std::min<std::uint64_t>(range.last / root_words + 1, roots.size());
+    for (std::uint64_t i = range.first / root_words; i < end; ++i) {
+        assign(roots[i], i * root_words, range, texts);
+    }
+}
+
+word_run word_store::run_at(std::uint32_t address) const noexcept {
+    const std::string_view text = (*this)[address];
+    std::uint64_t next = std::uint64_t{address} + 1;
+    while (next < word_count) {
+        const word_leaf leaf = leaf_at(roots[next / root_words], static_cast<std::uint32_t>(next));
+        const std::uint32_t end = std::min(leaf.last, word_count - 1);
+        const std::uint64_t other = leaf.find_other(static_cast<std::uint32_t>(next), end, text);
+        next = other;
+        if (other <= end) {
+            break;
+        }
+    }
+    return {address, static_cast<std::uint32_t>(next - 1), text};
+}
+
+bool word_store::transform(const word_conversion& conversion) {
+    word_store made;
+    made.resize(size(), {});
+    for (std::uint64_t address = 0; address < size();) {
+        const word_leaf leaf = leaf_at(roots[address / root_words], static_cast<std::uint32_t>(address));
+        if (!made.take_converted(leaf, conversion)) {
+            return false;
+        }
+        address = std::uint64_t{leaf.last} + 1;
+    }
+    *this = std::move(made);
+    return true;
+}
+
+/// Sets the words of @p leaf, which is another store's, to what @p conversion makes of them.
+bool word_store::take_converted(const word_leaf& leaf, const word_conversion& conversion) {
+    if (leaf.page == nullptr) {
+        const pattern_ref texts = leaf.texts->converted(conversion);
+        if (texts) {
+            assign_range({leaf.first, leaf.last}, texts);
+        }
+        return static_cast<bool>(texts);
+    }
+    std::string text;
+    for (std::uint64_t address = leaf.first; address <= leaf.last && address < size(); ++address) {
+        const auto place = static_cast<std::uint32_t>(address);
+        if (!conversion((*leaf.page)[place % page_words], text)) {
+            return false;
+        }
+        set(place, text);
+    }
+    return true;
+}
+
+} // namespace kvr

@@ -1,0 +1,163 @@
+#include "kvr/numeric/binary_digits.h"
+
+#include "kvr/numeric/digit_value.h"
+#include "kvr/numeric/magnitude.h"
+
+#include <algorithm>
+#include <array>
+#include <vector>
+
+namespace kvr {
+
+namespace {
+
+/// Every digit of four bits, the don't-care digit behind them; the last characters serve octal digits.
+constexpr std::array<std::string_view, dont_care_digit + 1> digit_bits = {
+    "0000", "0001", "0010", "0011", "0100", "0101", "0110", "0111", "1000",
+    "1001", "1010", "1011", "1100", "1101", "1110", "1111", "XXXX"};
+
+bool is_hexadecimal(int bits_per_digit) {
+    return bits_per_digit == 4;
+}
+
+void append_shortest_binary(std::string& bits, const magnitude& number) {
+    number.append_digits(bits, 1, std::max<std::size_t>(number.bit_length(), 1));
+}
+
+/// One decimal digit of a text that may hold anything: the distance of a character's code from that of "0",
+/// with codes from 128 on negative whatever the compiler makes of a plain char.
+int code_distance(char character) {
+    return static_cast<signed char>(character) - '0';
+}
+
+/// Halves a list of digits from its first one on, an odd digit passing 10 to the next one. C division
+/// truncates: a negative odd digit, too, passes 10 on, which no arithmetic on the whole number explains.
+void halve_digit_by_digit(std::vector<int>& digits) {
+    int carry = 0;
+    for (int& digit : digits) {
+        const int dividend = digit + carry;
+        digit = dividend / 2;
+        carry = dividend % 2 != 0 ? 10 : 0;
+    }
+}
+
+/// The number that digits of any size from 0 on stand for, each one weighed by its place.
+magnitude number_of_large_digits(const std::vector<int>& digits) {
+    std::string text(digits.size() + 1, '0');
+    int carry = 0;
+    for (std::size_t index = digits.size(); index-- > 0;) {
+        const int sum = digits[index] + carry;
+        text[index + 1] = static_cast<char>('0' + sum % 10);
+        carry = sum / 10;
+    }
+    text[0] = static_cast<char>('0' + carry);
+    return magnitude::of_decimal(text);
+}
+
+/// The fast path. Assumes that every character is a digit: then halving the list of digits again and again
+/// is nothing but the binary form of the number, which the limbs give directly.
+void append_binary_of_number(std::string& bits, std::string_view digits) {
+    append_shortest_binary(bits, magnitude::of_decimal(digits));
+}
+
+/// The exact path, for any characters: each halving gives a bit, least significant first, until no digit is
+/// above 0. No more than eight halvings make every negative digit vanish, each at least halving its
+/// distance from 0; from then on the list, however large its digits, halves like the number that it weighs.
+void append_binary_by_halving(std::string& bits, std::string_view text) {
+    std::vector<int> digits(text.size());
+    std::ranges::transform(text, digits.begin(), code_distance);
+    std::string low_bits;
+    bool is_used_up = false;
+    while (!is_used_up && std::ranges::min(digits) < 0) {
+        low_bits += digits.back() % 2 != 0 ? '1' : '0';
+        halve_digit_by_digit(digits);
+        is_used_up = std::ranges::max(digits) <= 0;
+    }
+    if (!is_used_up) {
+        append_shortest_binary(bits, number_of_large_digits(digits));
+    }
+    bits.append(low_bits.rbegin(), low_bits.rend());
+}
+
+} // namespace
+
+std::string int_to_binary_string(int value, int width) {
+    if (value == -1 || width < 0) {
+        return {};
+    }
+    std::string bits(static_cast<std::size_t>(std::max(width, 1)), '0');
+    for (auto bit = bits.rbegin(); bit != bits.rend() && value != 0; ++bit) {
+        *bit = value % 2 != 0 ? '1' : '0';
+        value /= 2;
+    }
+    return bits;
+}
+
+void invert_binary_string(std::string& bits) {
+    for (char& bit : bits) {
+        bit = bit == '1' ? '0' : '1';
+    }
+}
+
+std::string decimal_to_binary_string(std::string_view text, bool is_signed) {
+    const bool is_negative = is_signed && text.at(0) == '-';
+    text.remove_prefix(is_negative ? 1 : 0);
+    std::string bits(is_signed ? 1 : 0, '0');
+    if (std::ranges::all_of(text, is_decimal_digit)) {
+        append_binary_of_number(bits, text);
+    } else {
+        append_binary_by_halving(bits, text);
+    }
+    if (is_negative) {
+        invert_binary_string(bits);
+    }
+    return bits;
+}
+
+std::string binary_to_decimal_string(std::string_view bits, bool is_signed) {
+    std::string text;
+    std::string inverted;
+    if (is_signed && bits.at(0) == '1') {
+        inverted = bits.substr(1);
+        invert_binary_string(inverted);
+        bits = inverted;
+        text += '-';
+    }
+    const std::size_t sign = text.size();
+    magnitude::of_digits(bits, 1).append_decimal(text);
+    std::reverse(text.begin() + static_cast<std::ptrdiff_t>(sign), text.end());
+    return text;
+}
+
+std::string binary_to_grouped_radix_string(std::string_view bits, int bits_per_digit) {
+    const std::size_t group_size = is_hexadecimal(bits_per_digit) ? 4 : 3;
+    std::string text(bits.size() / group_size + (bits.size() % group_size != 0 ? 1 : 0), '0');
+    for (auto digit = text.rbegin(); digit != text.rend(); ++digit) {
+        const std::size_t group_start = bits.size() - std::min(bits.size(), group_size);
+        unsigned value = 0;
+        bool is_dont_care = false;
+        for (const char bit : bits.substr(group_start)) {
+            value = value * 2 + (bit == '1' ? 1 : 0);
+            is_dont_care = is_dont_care || bit == 'X' || bit == 'x';
+        }
+        *digit = is_dont_care ? 'X' : upper_case_digits[value];
+        bits = bits.substr(0, group_start);
+    }
+    return text;
+}
+
+std::string grouped_radix_to_binary_string(std::string_view text, int bits_per_digit) {
+    const bool hexadecimal = is_hexadecimal(bits_per_digit);
+    const std::size_t unused_bits = hexadecimal ? 0 : 1;
+    const unsigned char base = hexadecimal ? 16 : 8;
+    std::string bits;
+    bits.reserve(text.size() * (4 - unused_bits));
+    for (const char digit : text) {
+        const unsigned char value = digit_value(digit);
+        const bool counts = value < base || value == dont_care_digit;
+        bits += digit_bits[counts ? value : 0].substr(unused_bits);
+    }
+    return bits;
+}
+
+} // namespace kvr

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "kvr/memory/memory_types.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace kvr {
+
+/// What digit_value() answers for "X" and "x".
+inline constexpr unsigned char dont_care_digit = 16;
+
+/// What digit_value() answers for a character that is no digit in any radix.
+inline constexpr unsigned char no_digit = 255;
+
+inline constexpr std::string_view upper_case_digits = "0123456789ABCDEF";
+
+inline constexpr std::array<unsigned char, 256> digit_values = [] {
+    std::array<unsigned char, 256> values{};
+    values.fill(no_digit);
+    for (unsigned char value = 0; value < 16; ++value) {
+        const auto digit = static_cast<unsigned char>(upper_case_digits[value]);
+        values[digit] = value;
+        if (digit >= 'A') {
+            values[digit - 'A' + std::size_t{'a'}] = value;
+        }
+    }
+    values['X'] = values['x'] = dont_care_digit;
+    return values;
+}();
+
+/// The value of a hexadecimal digit of either case (0 to 15), dont_care_digit or no_digit.
+constexpr unsigned char digit_value(char character) {
+    return digit_values[static_cast<unsigned char>(character)];
+}
+
+constexpr bool is_decimal_digit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+/// The bits that one digit stands for: 1, 4 and 3 for RADIX_BIN, RADIX_HEX and RADIX_OCT, 0 for any
+/// other radix.
+constexpr unsigned bits_per_digit(KVR_MEMORY_RADIXES radix) {
+    switch (radix) {
+    case RADIX_BIN:
+        return 1;
+    case RADIX_HEX:
+        return 4;
+    case RADIX_OCT:
+        return 3;
+    default:
+        return 0;
+    }
+}
+
+constexpr bool is_decimal(KVR_MEMORY_RADIXES radix) {
+    return radix == RADIX_DEC || radix == RADIX_UNS;
+}
+
+/// The digits that a word of @p width bits has where each stands for @p bits of them.
+constexpr std::size_t digit_count(std::size_t width, unsigned bits) {
+    return width / bits + (width % bits != 0 ? 1 : 0);
+}
+
+} // namespace kvr

@@ -1,0 +1,101 @@
+#include "kvr/numeric/leading_number.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cstddef>
+#include <limits>
+#include <system_error>
+
+namespace kvr {
+
+namespace {
+
+struct signed_text {
+    bool negative;
+    std::string_view magnitude;
+};
+
+signed_text split_sign(std::string_view text) {
+    text.remove_prefix(std::min(text.find_first_not_of(" \t\n\v\f\r"), text.size()));
+    const bool negative = !text.empty() && text.front() == '-';
+    if (negative || (!text.empty() && text.front() == '+')) {
+        text.remove_prefix(1);
+    }
+    return {negative, text};
+}
+
+bool is_hexadecimal_digit(char character) {
+    return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'f') ||
+           (character >= 'A' && character <= 'F');
+}
+
+// "0x" counts as a prefix only with a digit behind it, else the number is the "0".
+bool has_hexadecimal_prefix(std::string_view text) {
+    if (text.size() < 3 || text[0] != '0' || (text[1] != 'x' && text[1] != 'X')) {
+        return false;
+    }
+    const std::string_view digits = text.substr(text[2] == '.' ? 3 : 2);
+    return !digits.empty() && is_hexadecimal_digit(digits.front());
+}
+
+// The exponent that ends a number, 0 without one. One that is too large for int counts as the nearest int.
+int trailing_exponent(std::string_view number, std::string_view markers) {
+    const std::size_t marker = number.find_first_of(markers);
+    return marker == std::string_view::npos ? 0 : leading_integer(number.substr(marker + 1));
+}
+
+// Of a number that no double holds: true when it is too large, false when it is too small.
+bool is_too_large(std::string_view number, std::chars_format format) {
+    const bool hexadecimal = format == std::chars_format::hex;
+    const std::string_view markers = hexadecimal ? "pP" : "eE";
+    const std::string_view digits = number.substr(0, number.find_first_of(markers));
+    const auto point = static_cast<double>(std::min(digits.find('.'), digits.size()));
+    const auto leading_digit = static_cast<double>(digits.find_first_not_of("0."));
+    const double scale = (point - leading_digit) * (hexadecimal ? 4 : 1);
+    return scale + trailing_exponent(number, markers) > 0;
+}
+
+double magnitude_of(std::string_view text) {
+    auto format = std::chars_format::general;
+    if (has_hexadecimal_prefix(text)) {
+        format = std::chars_format::hex;
+        text.remove_prefix(2);
+    }
+    // std::from_chars takes a "-" where no second sign may stand: in front, and in "p+-1".
+    if (!text.empty() && text.front() == '-') {
+        return 0;
+    }
+    text = text.substr(0, text.find("+-"));
+    double value = 0;
+    const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), value, format);
+    if (error != std::errc::result_out_of_range) {
+        return value;
+    }
+    const std::string_view number = text.substr(0, static_cast<std::size_t>(end - text.data()));
+    return is_too_large(number, format) ? std::numeric_limits<double>::infinity() : 0;
+}
+
+} // namespace
+
+int leading_integer(std::string_view text) {
+    const auto [negative, digits] = split_sign(text);
+    constexpr int largest = std::numeric_limits<int>::max();
+    constexpr int smallest = std::numeric_limits<int>::min();
+    long long value = 0;
+    for (const char digit : digits) {
+        if (digit < '0' || digit > '9' || value > largest) {
+            break;
+        }
+        value = value * 10 + (digit - '0');
+    }
+    return static_cast<int>(negative ? std::max<long long>(-value, smallest)
+                                     : std::min<long long>(value, largest));
+}
+
+double leading_float(std::string_view text) {
+    const auto [negative, magnitude] = split_sign(text);
+    const double value = magnitude_of(magnitude);
+    return negative ? -value : value;
+}
+
+} // namespace kvr

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "kvr/memory/memory_types.h"
+
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kvr {
+
+/// The result text of kvr_radix_conversion(), for every text and every radix: the exact path, which writes
+/// the binary digits out.
+std::string convert_word_through_binary_digits(const std::string& text, KVR_MEMORY_RADIXES from,
+                                               KVR_MEMORY_RADIXES to, unsigned int width);
+
+/// The same result without the binary digits in between: the fast path, for two radixes out of hexadecimal,
+/// octal and decimal. From hexadecimal or octal to itself it takes any text. Otherwise it assumes a text
+/// that is not empty and stands for a number: no don't-care digit and, in decimal, nothing but digits
+/// behind the sign. Nothing for all the rest.
+std::optional<std::string> convert_word_directly(std::string_view text, KVR_MEMORY_RADIXES from,
+                                                 KVR_MEMORY_RADIXES to, unsigned int width);
+
+} // namespace kvr

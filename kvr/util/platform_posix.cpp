@@ -1,0 +1,176 @@
+#include "kvr/util/platform.h"
+
+#include <cstring>
+#include <dirent.h>
+#include <fcntl.h>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kvr::platform {
+
+namespace {
+
+struct close_directory {
+    void operator()(DIR* stream) const noexcept { static_cast<void>(closedir(stream)); }
+};
+using directory_stream = std::unique_ptr<DIR, close_directory>;
+
+bool matches(std::string_view name, std::string_view wildcard) noexcept {
+    if (wildcard == "*.*") {
+        return true;
+    }
+    // One "*" is kept to return to: a later one takes over whatever an earlier one could still do.
+    std::size_t at = 0;
+    std::size_t in_wildcard = 0;
+    std::size_t behind_star = std::string_view::npos;
+    std::size_t star_ends_at = 0;
+    while (at < name.size()) {
+        if (in_wildcard < wildcard.size() && wildcard[in_wildcard] == '*') {
+            behind_star = ++in_wildcard;
+            star_ends_at = at;
+        } else if (in_wildcard < wildcard.size() &&
+                   (wildcard[in_wildcard] == '?' || wildcard[in_wildcard] == name[at])) {
+            ++in_wildcard;
+            ++at;
+        } else if (behind_star != std::string_view::npos) {
+            in_wildcard = behind_star;
+            at = ++star_ends_at;
+        } else {
+            return false;
+        }
+    }
+    return wildcard.find_first_not_of('*', in_wildcard) == std::string_view::npos;
+}
+
+unsigned attributes_of(const struct stat& status) noexcept {
+    if (!S_ISDIR(status.st_mode)) {
+        return 0;
+    }
+    constexpr unsigned read_only = 1;
+    const bool writable = (status.st_mode & (S_IWUSR | S_IWGRP | S_IWOTH)) != 0;
+    return writable ? subdirectory_attribute : subdirectory_attribute + read_only;
+}
+
+bool is_dot_or_dots(const char* name) noexcept {
+    return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
+}
+
+// A second descriptor of the same directory, because a stream takes its own along when it is closed.
+directory_stream open_stream(int descriptor) noexcept {
+    const int own = openat(descriptor, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    directory_stream stream(own >= 0 ? fdopendir(own) : nullptr);
+    if (own >= 0 && stream == nullptr) {
+        close(own);
+    }
+    return stream;
+}
+
+} // namespace
+
+const char* const separators = "/";
+
+bool exists(const char* path) noexcept {
+    return access(path, F_OK) == 0;
+}
+
+bool get_current_directory(char* buffer, std::size_t size) noexcept {
+    return getcwd(buffer, size) != nullptr;
+}
+
+int make_directory(const char* path) noexcept {
+    return mkdir(path, S_IRWXU | S_IRWXG | S_IRWXO);
+}
+
+int remove_directory(const char* path) noexcept {
+    return rmdir(path);
+}
+
+bool remove_file(const char* path) noexcept {
+    return unlink(path) == 0;
+}
+
+file_stream open_to_read(const char* path) noexcept {
+    file_stream stream(std::fopen(path, "rb"));
+    struct stat status = {};
+    if (stream != nullptr && fstat(fileno(stream.get()), &status) == 0 && S_ISDIR(status.st_mode)) {
+        return nullptr;
+    }
+    return stream;
+}
+
+int process_id() noexcept {
+    return getpid();
+}
+
+std::string executable_path() {
+    std::string path(256, '\0');
+    for (;;) {
+        const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
+        if (length < 0) {
+            return "";
+        }
+        // A path that fills the buffer may have been cut.
+        if (static_cast<std::size_t>(length) < path.size()) {
+            path.resize(static_cast<std::size_t>(length));
+            return path;
+        }
+        path.resize(2 * path.size());
+    }
+}
+
+struct directory::handle {
+    explicit handle(int opened) noexcept : descriptor(opened) {}
+    handle(const handle&) = delete;
+    handle& operator=(const handle&) = delete;
+    ~handle() {
+        if (descriptor >= 0) {
+            close(descriptor);
+        }
+    }
+
+    int descriptor; // negative for no directory: every call with it fails
+};
+
+directory::directory(std::unique_ptr<handle> subdirectory) noexcept : opened(std::move(subdirectory)) {}
+directory::directory(directory&&) noexcept = default;
+directory& directory::operator=(directory&&) noexcept = default;
+directory::~directory() = default;
+
+directory::directory(const std::string& path)
+    : opened(std::make_unique<handle>(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))) {}
+
+directory directory::subdirectory(const std::string& name) const {
+    const int descriptor =
+        openat(opened->descriptor, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    return directory(std::make_unique<handle>(descriptor));
+}
+
+std::vector<directory_entry> directory::find(const std::string& wildcard) const {
+    std::vector<directory_entry> found;
+    const directory_stream stream = open_stream(opened->descriptor);
+    while (stream != nullptr) {
+        const dirent* const entry = readdir(stream.get());
+        if (entry == nullptr) {
+            break;
+        }
+        if (is_dot_or_dots(entry->d_name) || !matches(entry->d_name, wildcard)) {
+            continue;
+        }
+        struct stat status = {};
+        if (fstatat(opened->descriptor, entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
+            found.push_back({entry->d_name, attributes_of(status)});
+        }
+    }
+    return found;
+}
+
+bool directory::remove_file(const std::string& name) const {
+    return unlinkat(opened->descriptor, name.c_str(), 0) == 0;
+}
+
+bool directory::remove_subdirectory(const std::string& name) const {
+    return unlinkat(opened->descriptor, name.c_str(), AT_REMOVEDIR) == 0;
+}
+
+} // namespace kvr::platform

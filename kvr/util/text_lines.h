@@ -1,0 +1,26 @@
+#pragma once
+
+#include "kvr/util/platform.h"
+
+#include <cstddef>
+#include <string>
+
+namespace kvr {
+
+/// Reads the lines of a text file up to a limit. A line ends at its LF, which is dropped; every other byte is
+/// kept.
+class text_lines {
+public:
+    explicit text_lines(const char* path);
+
+    [[nodiscard]] bool is_open() const noexcept { return stream != nullptr; }
+
+    /// The next line, or the first @p limit characters of a longer one, whose rest is the next line then.
+    /// @return false behind the last line, which leaves @p line empty.
+    bool next(std::string& line, std::size_t limit);
+
+private:
+    platform::file_stream stream;
+};
+
+} // namespace kvr

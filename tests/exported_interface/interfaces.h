@@ -1,0 +1,9 @@
+#pragma once
+
+// One function for each module: its declarations, one by one.
+void fixed_point_interface();
+void keywords_interface();
+void memory_interface();
+void numeric_interface();
+void ram_rules_interface();
+void util_interface();

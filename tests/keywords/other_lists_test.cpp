@@ -1,0 +1,36 @@
+#include "kvr/keywords/keyword_registry.h"
+
+#include <gtest/gtest.h>
+
+// A registry built from the lists in other_lists/: of other sizes, one of them empty, one with CR LF and
+// without a last line end, one name in two lists, and names repeated in other letter case.
+
+namespace {
+
+TEST(KeywordRegistryOfOtherLists, HoldsTheirNamesAndNoOthers) {
+    KVR_UTIL_KEYWORD_REGR registry;
+    EXPECT_TRUE(registry.is_keyword("Adder"));
+    EXPECT_TRUE(registry.is_keyword("shifter"));
+    EXPECT_TRUE(registry.is_keyword("gate$1"));
+    EXPECT_FALSE(registry.is_keyword("plex_adder"));
+    EXPECT_FALSE(registry.is_keyword("AND2"));
+    EXPECT_FALSE(registry.is_keyword(""));
+}
+
+TEST(KeywordRegistryOfOtherLists, KeepsTheFirstSpellingAsKeyAndTheLastAsValue) {
+    const KVR_STRING_MAP expected{{"adder", "ADDER"}, {"GATE$1", "GATE$1"}, {"shifter", "SHIFTER"}};
+    const KVR_STRING_MAP map = kvr::keyword_map(KVR_UTIL_KEYWORD_REGR());
+    EXPECT_EQ(map, expected);
+}
+
+TEST(KeywordRegistryOfOtherLists, AddingAListAgainGivesANameOfTwoListsItsSpelling) {
+    KVR_UTIL_KEYWORD_REGR registry;
+    registry.add_plexfunction_names();
+    EXPECT_EQ(kvr::keyword_map(registry).at("adder"), "adder");
+    registry.add_wysiwyg_names();
+    EXPECT_EQ(kvr::keyword_map(registry).at("adder"), "adder");
+    registry.add_velkora_primitives();
+    EXPECT_EQ(kvr::keyword_map(registry).at("adder"), "ADDER");
+}
+
+} // namespace

@@ -1,0 +1,94 @@
+#include "kvr/memory/address_set.h"
+#include "tests/memory/failing_allocation.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <new>
+#include <random>
+#include <set>
+#include <vector>
+
+namespace {
+
+using kvr::address_set;
+
+TEST(AddressSet, NewSetHoldsNothing) {
+    const address_set addresses;
+    EXPECT_FALSE(addresses.contains(0));
+    EXPECT_FALSE(addresses.contains(4294967295));
+}
+
+TEST(AddressSet, FirstInsertionOfAnAddressIsTrueAndTheSecondFalse) {
+    address_set addresses;
+    EXPECT_TRUE(addresses.insert(7));
+    EXPECT_FALSE(addresses.insert(7));
+    EXPECT_TRUE(addresses.contains(7));
+}
+
+TEST(AddressSet, NeighboursOfAnInsertedAddressAreNotInTheSet) {
+    for (const std::uint32_t address : {1U, 63U, 64U, 4095U, 4096U, 4194303U, 4194304U, 4294967294U}) {
+        address_set addresses;
+        addresses.insert(address);
+        EXPECT_TRUE(addresses.contains(address)) << address;
+        EXPECT_FALSE(addresses.contains(address - 1)) << address;
+        EXPECT_FALSE(addresses.contains(address + 1)) << address;
+    }
+}
+
+TEST(AddressSet, HoldsTheLowestAndTheHighestAddressAtOnce) {
+    address_set addresses;
+    EXPECT_TRUE(addresses.insert(4294967295));
+    EXPECT_TRUE(addresses.insert(0));
+    EXPECT_TRUE(addresses.contains(0));
+    EXPECT_TRUE(addresses.contains(4294967295));
+    EXPECT_FALSE(addresses.contains(2147483648));
+}
+
+TEST(AddressSet, ClearedSetHoldsNothingAndTakesAddressesAgain) {
+    address_set addresses;
+    addresses.insert(5);
+    addresses.insert(4000000000);
+    addresses.clear();
+    EXPECT_FALSE(addresses.contains(5));
+    EXPECT_FALSE(addresses.contains(4000000000));
+    EXPECT_TRUE(addresses.insert(4000000000));
+    EXPECT_TRUE(addresses.insert(5));
+}
+
+TEST(AddressSet, AnswersLikeASetOfIntegers) {
+    address_set addresses;
+    std::set<std::uint32_t> model;
+    std::mt19937 random(1);
+    for (int step = 0; step < 20000; ++step) {
+        const auto address = static_cast<std::uint32_t>((random() % 3) * 2147483647U + random() % 9000);
+        ASSERT_EQ(addresses.insert(address), model.insert(address).second) << address;
+        const auto other = static_cast<std::uint32_t>((random() % 3) * 2147483647U + random() % 9000);
+        ASSERT_EQ(addresses.contains(other), model.count(other) == 1) << other;
+    }
+}
+
+TEST(AddressSet, InsertionThatFailsLeavesTheSetAsItWas) {
+    for (std::size_t number = 1;; ++number) {
+        address_set addresses;
+        addresses.insert(3);
+        bool failed = false;
+        {
+            const failing_allocation failing(number);
+            try {
+                addresses.insert(4000000000);
+            } catch (const std::bad_alloc&) {
+                failed = true;
+            }
+        }
+        EXPECT_EQ(addresses.contains(4000000000), !failed);
+        EXPECT_TRUE(addresses.contains(3));
+        EXPECT_EQ(addresses.insert(4000000000), failed);
+        if (!failed) {
+            EXPECT_EQ(number, 4U) << "the directory list, the directory and the block were to be allocated";
+            break;
+        }
+    }
+}
+
+} // namespace

@@ -1,0 +1,138 @@
+#include "tests/memory/failing_allocation.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <new>
+
+#if defined(__APPLE__)
+#include <malloc/malloc.h>
+#else
+#include <malloc.h>
+#endif
+
+namespace {
+
+bool failing = false;
+bool failed = false;
+std::size_t allocations_left = 0;
+
+bool metering = false;
+std::int64_t live_bytes = 0; // negative when older blocks are freed
+std::int64_t peak_bytes = 0;
+
+std::int64_t size_of(void* block) {
+#if defined(__APPLE__)
+    const std::size_t size = malloc_size(block);
+#elif defined(_WIN32)
+    const std::size_t size = _msize(block);
+#else
+    const std::size_t size = malloc_usable_size(block);
+#endif
+    return static_cast<std::int64_t>(size + sizeof(void*));
+}
+
+bool is_to_fail() {
+    if (!failing || --allocations_left != 0) {
+        return false;
+    }
+    failing = false;
+    failed = true;
+    return true;
+}
+
+void* allocate(std::size_t size) noexcept {
+    void* block = is_to_fail() ? nullptr : std::malloc(std::max<std::size_t>(size, 1));
+    if (metering && block != nullptr) {
+        live_bytes += size_of(block);
+        peak_bytes = std::max(peak_bytes, live_bytes);
+    }
+    return block;
+}
+
+void* allocate_or_throw(std::size_t size) {
+    void* block = allocate(size);
+    if (block == nullptr) {
+        throw std::bad_alloc();
+    }
+    return block;
+}
+
+void release(void* block) noexcept {
+    if (metering && block != nullptr) {
+        live_bytes -= size_of(block);
+    }
+    std::free(block);
+}
+
+} // namespace
+
+// Every form without alignment is replaced, so that no block comes from one implementation and goes back
+// to another: sanitizers bring their own.
+
+// Some compilers declare these two only when they call them.
+void operator delete(void* block, std::size_t size) noexcept;
+void operator delete[](void* block, std::size_t size) noexcept;
+
+void* operator new(std::size_t size) {
+    return allocate_or_throw(size);
+}
+void* operator new[](std::size_t size) {
+    return allocate_or_throw(size);
+}
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return allocate(size);
+}
+void* operator new[](std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+    return allocate(size);
+}
+void operator delete(void* block) noexcept {
+    release(block);
+}
+void operator delete[](void* block) noexcept {
+    release(block);
+}
+void operator delete(void* block, std::size_t /*size*/) noexcept {
+    release(block);
+}
+void operator delete[](void* block, std::size_t /*size*/) noexcept {
+    release(block);
+}
+void operator delete(void* block, const std::nothrow_t& /*tag*/) noexcept {
+    release(block);
+}
+void operator delete[](void* block, const std::nothrow_t& /*tag*/) noexcept {
+    release(block);
+}
+
+failing_allocation::failing_allocation(std::size_t number) noexcept {
+    allocations_left = number;
+    failed = false;
+    failing = true;
+}
+
+failing_allocation::~failing_allocation() {
+    failing = false;
+}
+
+bool failing_allocation::happened() noexcept {
+    return failed;
+}
+
+allocation_meter::allocation_meter() noexcept {
+    live_bytes = 0;
+    peak_bytes = 0;
+    metering = true;
+}
+
+allocation_meter::~allocation_meter() {
+    metering = false;
+}
+
+std::size_t allocation_meter::live() noexcept {
+    return static_cast<std::size_t>(std::max<std::int64_t>(live_bytes, 0));
+}
+
+std::size_t allocation_meter::peak() noexcept {
+    return static_cast<std::size_t>(std::max<std::int64_t>(peak_bytes, 0));
+}

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+
+// The test program's operator new can be told to fail, and to count. Both are off until one of these
+// objects lives; of each kind one may live at a time.
+
+/// While it lives, the allocation with the given number, counted from 1, throws std::bad_alloc.
+class failing_allocation {
+public:
+    explicit failing_allocation(std::size_t number) noexcept;
+    ~failing_allocation();
+    failing_allocation(const failing_allocation&) = delete;
+    failing_allocation& operator=(const failing_allocation&) = delete;
+
+    /// True when so many allocations were asked for that one failed.
+    [[nodiscard]] static bool happened() noexcept;
+};
+
+/// Counts the memory that is allocated while it lives: what the allocator hands out, which may be more
+/// than was asked for, and one word for each block.
+class allocation_meter {
+public:
+    allocation_meter() noexcept;
+    ~allocation_meter();
+    allocation_meter(const allocation_meter&) = delete;
+    allocation_meter& operator=(const allocation_meter&) = delete;
+
+    /// Bytes allocated since the meter was made, less those freed.
+    [[nodiscard]] static std::size_t live() noexcept;
+    /// The largest live() so far.
+    [[nodiscard]] static std::size_t peak() noexcept;
+};

@@ -1,0 +1,87 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace kvr_test {
+
+/// Digits of @p value in base 16, at least @p width of them.
+inline std::string hex_digits(std::uint64_t value, std::size_t width, bool upper = true) {
+    std::string digits;
+    for (; value != 0 || digits.size() < width; value /= 16) {
+        digits.insert(digits.begin(), (upper ? "0123456789ABCDEF" : "0123456789abcdef")[value % 16]);
+    }
+    return digits;
+}
+
+/// A record line, with its colon and without a line end, that has a valid checksum.
+/// @param data pairs of hexadecimal digits.
+inline std::string hex_record_line(unsigned type, unsigned address, const std::string& data,
+                                   bool upper = true) {
+    std::string line = hex_digits(data.size() / 2, 2, upper) + hex_digits(address, 4, upper) +
+                       hex_digits(type, 2, upper) + data;
+    unsigned sum = 0;
+    for (std::size_t i = 0; i < line.size(); i += 2) {
+        sum += static_cast<unsigned>(std::stoul(line.substr(i, 2), nullptr, 16));
+    }
+    return ":" + line + hex_digits((256 - sum % 256) % 256, 2, upper);
+}
+
+/// Record lines as they come in files, good and broken ones, from a fixed start value.
+class random_record_lines {
+public:
+    explicit random_record_lines(std::uint32_t start) : numbers(start) {}
+
+    std::size_t below(std::size_t limit) { return numbers() % limit; }
+
+    std::string digits(std::size_t count) {
+        std::string text;
+        while (text.size() < count) {
+            text += "0123456789ABCDEFabcdef"[below(22)];
+        }
+        return text;
+    }
+
+    std::string data_record() { return record(0); }
+
+    /// A valid record of any known type but the end record, which would hide what follows it.
+    std::string good() {
+        static constexpr unsigned types[] = {2, 3, 4, 5};
+        return record(below(4) == 0 ? types[below(4)] : 0);
+    }
+
+    /// A record that was changed in up to three places, some with what confuses number readers.
+    std::string broken() {
+        using namespace std::string_view_literals;
+        constexpr std::string_view odd_characters = "0123456789ABCDEFabcdef:xX+-gG \t\r\v\f\0\x7F\x80\xFF"sv;
+        std::string line = good();
+        for (std::size_t changes = 1 + below(3); changes > 0; --changes) {
+            const std::size_t place = below(line.size() + 1);
+            const std::string character(1, odd_characters[below(odd_characters.size())]);
+            switch (below(4)) {
+            case 0:
+                line.insert(place, character);
+                break;
+            case 1:
+                line.erase(place, 1);
+                break;
+            default:
+                line.replace(place, 1, character);
+            }
+        }
+        return line;
+    }
+
+private:
+    std::string record(unsigned type) {
+        const std::size_t bytes = below(8) == 0 ? below(256) : below(9);
+        return hex_record_line(type, static_cast<unsigned>(below(65536)), digits(2 * bytes), below(2) == 0);
+    }
+
+    std::mt19937 numbers;
+};
+
+} // namespace kvr_test

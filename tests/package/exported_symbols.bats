@@ -1,0 +1,37 @@
+# What the shared library in KVR_STAGE shows to a linker. That every name of the interface is there, is
+# held by the test of the installed package, which links them all.
+
+setup() {
+    library=$(find "$KVR_STAGE/shared" -name 'libkvr.so')
+}
+
+# Behind a class comes "::", behind a function its arguments.
+interface='^((KVR_MEMORY_(FILE|HEX_FILE|MIF_FILE|RIF_FILE)|KVR_UTIL_KEYWORD_REGR|LESS_C_STRING)::'
+interface+='|(kvr_[a-z0-9_]+|add_trailing_slashes_to_directory_name|convert_(from|to)_binary_string'
+interface+='|convert_name_to_kvr_form|is_valid_(bidir_)?dual_port_memory_width_ratio(_in_hardware)?'
+interface+='|is_wizard_(generated|deferred_generation)_file)(\[abi:cxx11\])?\()'
+
+shown() { # [OPTION...]
+    # The version itself is a symbol too.
+    nm --dynamic --defined-only --demangle "$@" "$library" | cut -d ' ' -f 3- | grep -vE '^KVR_0(@@KVR_0)?$'
+}
+
+@test "the interface is shown" {
+    shown --without-symbol-versions | grep -F 'KVR_MEMORY_FILE::read_file()'
+}
+
+@test "nothing else is shown" {
+    run grep -vE "$interface" <(shown --without-symbol-versions)
+    echo "$output"
+    [ "$status" -eq 1 ]
+}
+
+@test "every name carries the version of the interface" {
+    run grep -v '@@KVR_0$' <(shown)
+    echo "$output"
+    [ "$status" -eq 1 ]
+}
+
+@test "the library is named by its major version" {
+    objdump --private-headers "$library" | grep -E 'SONAME +libkvr\.so\.0$'
+}

@@ -1,0 +1,103 @@
+# KVR_STAGE holds the installed packages "static" and "shared", KVR_SOURCE the tree that they come from.
+
+setup_file() {
+    # From here on nothing is left where it was installed: what still points there fails.
+    first=$BATS_FILE_TMPDIR/first
+    moved="$BATS_FILE_TMPDIR/moved elsewhere"
+    mkdir "$first" "$moved"
+    cp -R "$KVR_STAGE/static" "$KVR_STAGE/shared" "$first"
+    cp -R "$KVR_STAGE/static" "$KVR_STAGE/shared" "$moved"
+    memory=$BATS_FILE_TMPDIR/table.mif
+    printf '%s\n' 'WIDTH=8;' 'DEPTH=4;' 'ADDRESS_RADIX=HEX;' 'DATA_RADIX=BIN;' 'CONTENT BEGIN' \
+        '0 : 00101010;' '[1..3] : 00000000;' 'END;' >"$memory"
+    export first moved memory
+}
+
+configure_consumer() { # PREFIX [OPTION...]
+    prefix=$1
+    shift
+    cmake -S "$KVR_SOURCE/tests/package/consumer" -B "$BATS_TEST_TMPDIR/consumer" -G Ninja \
+        -DCMAKE_CXX_COMPILER=g++ -DCMAKE_COMPILE_WARNING_AS_ERROR=ON "-DCMAKE_PREFIX_PATH=$prefix" "$@"
+}
+
+says_what_is_in_the_memory() {
+    run "$@" "$memory"
+    echo "$output"
+    [ "$status" -eq 0 ]
+    [ "$output" = "4 words of 8 bits, the first is 2A" ]
+}
+
+uses_it_through_find_package() { # PREFIX
+    configure_consumer "$1"
+    cmake --build "$BATS_TEST_TMPDIR/consumer"
+    "$BATS_TEST_TMPDIR/consumer/exported_interface/kvr_exported_interface"
+    says_what_is_in_the_memory "$BATS_TEST_TMPDIR/consumer/consumer"
+}
+
+uses_it_through_pkg_config() { # PREFIX
+    pc=$(find "$1" -name kvr.pc)
+    # pkg-config quotes for the shell.
+    eval "flags=($(PKG_CONFIG_PATH=${pc%/*} pkg-config --cflags --libs kvr))"
+    g++ -std=c++17 -Wall -Wextra -Werror "$KVR_SOURCE/tests/package/consumer/main.cpp" \
+        "${flags[@]}" -o "$BATS_TEST_TMPDIR/consumer"
+    library=$(find "$1" -name 'libkvr.*' | head -n 1)
+    export LD_LIBRARY_PATH=${library%/*}
+    says_what_is_in_the_memory "$BATS_TEST_TMPDIR/consumer"
+}
+
+@test "a static package is used through find_package" {
+    uses_it_through_find_package "$first/static"
+}
+
+@test "a shared package is used through find_package" {
+    uses_it_through_find_package "$first/shared"
+}
+
+@test "a static package is used through pkg-config" {
+    uses_it_through_pkg_config "$first/static"
+}
+
+@test "a shared package is used through pkg-config" {
+    uses_it_through_pkg_config "$first/shared"
+}
+
+@test "a moved static package is used through find_package" {
+    uses_it_through_find_package "$moved/static"
+}
+
+@test "a moved shared package is used through find_package" {
+    uses_it_through_find_package "$moved/shared"
+}
+
+@test "a moved static package is used through pkg-config" {
+    uses_it_through_pkg_config "$moved/static"
+}
+
+@test "a moved shared package is used through pkg-config" {
+    uses_it_through_pkg_config "$moved/shared"
+}
+
+@test "no installed file names the place where it was installed or built" {
+    run grep -rlF -e "$KVR_STAGE" -e "$KVR_SOURCE" "$KVR_STAGE"
+    echo "$output"
+    [ "$status" -eq 1 ]
+}
+
+@test "a request for the next major version is refused" {
+    run configure_consumer "$first/static" -DWANTED_VERSION=1.0
+    [ "$status" -ne 0 ]
+    [[ $output == *"kvr-config.cmake, version: 0."* ]]
+}
+
+@test "the installed headers are those that the umbrella reaches, no more and no less" {
+    cd "$first/static/include"
+    installed=$(find kvr -type f | sort)
+    reached=$(g++ -std=c++17 -MM -I. kvr/kvr.h | tr -s ' \\' '\n' | grep -v ':$' | sort -u | sed '/^$/d;s|^\./||')
+    diff <(echo "$reached") <(echo "$installed")
+}
+
+@test "the installed tool runs" {
+    run "$first/static/bin/kvrmem" info "$memory"
+    echo "$output"
+    [ "$status" -eq 0 ]
+}

@@ -1,0 +1,58 @@
+#include "kvr/util/text_lines.h"
+#include "tests/memory/temporary_directory.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+namespace {
+
+using kvr_test::temporary_directory;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::vector<std::string> lines_of(const std::string& content, std::size_t limit) {
+    const temporary_directory here;
+    kvr::text_lines lines(here.file("file", content).c_str());
+    EXPECT_TRUE(lines.is_open());
+    std::vector<std::string> all;
+    std::string line;
+    while (lines.next(line, limit)) {
+        all.push_back(line);
+    }
+    EXPECT_EQ(line, "");
+    return all;
+}
+
+TEST(TextLines, EndAtTheirLineFeed) {
+    EXPECT_THAT(lines_of("a\n\nbc\n", 10), ElementsAre("a", "", "bc"));
+    EXPECT_THAT(lines_of("a\nb", 10), ElementsAre("a", "b"));
+    EXPECT_THAT(lines_of("", 10), IsEmpty());
+}
+
+TEST(TextLines, LineBeyondTheLimitGoesOnAsTheNext) {
+    EXPECT_THAT(lines_of("abcd\nef\n", 4), ElementsAre("abcd", "ef"));
+    EXPECT_THAT(lines_of("abcde\nef\n", 4), ElementsAre("abcd", "e", "ef"));
+    EXPECT_THAT(lines_of("abcd", 4), ElementsAre("abcd"));
+}
+
+TEST(TextLines, EveryOtherByteIsKept) {
+    EXPECT_THAT(lines_of(std::string("\r\0\xFF\x1A\n", 5), 10), ElementsAre(std::string("\r\0\xFF\x1A", 4)));
+}
+
+TEST(TextLines, MissingFileAndDirectoryHaveNone) {
+    const temporary_directory here;
+    std::string line = "old";
+    for (const std::string& path : {here.path("none"), here.path("")}) {
+        kvr::text_lines lines(path.c_str());
+        EXPECT_FALSE(lines.is_open());
+        EXPECT_FALSE(lines.next(line, 10));
+        EXPECT_EQ(line, "");
+    }
+    EXPECT_FALSE(kvr::text_lines(nullptr).is_open());
+}
+
+} // namespace

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <exception>
+#include <string>
+#include <utility>
+
+namespace kvrmem {
+
+/// What the tool answers to the shell.
+enum class exit_code {
+    fine = 0,
+    negative = 1,     ///< the answer to the question asked is no
+    bad_input = 2,    ///< a file holds something wrong
+    input_output = 3, ///< a file cannot be opened, read or written
+    wrong_usage = 4,
+    internal = 5, ///< out of memory, or a mistake of ours
+};
+
+/// Ends a command: a message for the person, and the exit code.
+class tool_error : public std::exception {
+public:
+    tool_error(exit_code code, std::string message) : exit(code), text(std::move(message)) {}
+    [[nodiscard]] exit_code code() const noexcept { return exit; }
+    [[nodiscard]] const char* what() const noexcept override { return text.c_str(); }
+
+private:
+    exit_code exit;
+    std::string text;
+};
+
+} // namespace kvrmem
