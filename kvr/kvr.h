@@ -1,5 +1,6 @@
 #pragma once
 
+/// @file
 /// Everything that the library offers.
 
 #include "kvr/keywords/keyword_registry.h"

@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The registry of reserved names.
+
 #include "kvr/export.h"
 #include "kvr/util/string_order.h"
 
@@ -40,12 +43,19 @@ public:
     /// null pointer. Allocates nothing.
     bool is_keyword(const char* name);
 
+    /// @name Fixed names
     /// These add the fixed names of their list once more, which were there from the start: no other name
     /// becomes a keyword, and each has the spelling of the list as its value again.
     /// @throws std::bad_alloc
+    /// @{
+
+    /// Library modules and their sub-modules.
     void add_plexfunction_names();
+    /// Netlist primitives.
     void add_velkora_primitives();
+    /// Device atoms.
     void add_wysiwyg_names();
+    /// @}
 
 private:
     friend KVR_STRING_MAP kvr::keyword_map(const KVR_UTIL_KEYWORD_REGR& registry);

@@ -106,16 +106,7 @@ std::uint32_t KVR_MEMORY_HEX_FILE::get_bytes_in_word_size() const {
 }
 
 int KVR_MEMORY_HEX_FILE::get_radix_base(KVR_MEMORY_RADIXES radix) const {
-    switch (radix) {
-    case RADIX_BIN:
-        return 2;
-    case RADIX_OCT:
-        return 8;
-    case RADIX_HEX:
-        return 16;
-    default:
-        return 10;
-    }
+    return static_cast<int>(kvr::radix_base(radix));
 }
 
 bool KVR_MEMORY_HEX_FILE::write_out_file() {

@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The Intel HEX handler.
+
 #include "kvr/export.h"
 #include "kvr/memory/memory_types.h"
 
@@ -30,8 +33,11 @@ public:
     /// The address is held against the words that are there, in set_hex_data_word() against the number
     /// of words; the two differ only after a failed read. Words that are not there are not set either.
     std::string get_hex_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
+    /// KVR_MEMORY_FILE::set_data_word().
     bool set_hex_data_word(unsigned int address, const std::string& value, KVR_MEMORY_RADIXES radix);
+    /// KVR_MEMORY_FILE::can_proceed_with_read().
     [[nodiscard]] bool can_proceed_with_read() const;
+    /// KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
     /// Reads the file named by the handler in two passes: the first checks every record and finds the
     /// number of words, the second stores the words. Words that no record sets keep their text.

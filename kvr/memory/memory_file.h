@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The memory initialization file.
+
 #include "kvr/export.h"
 #include "kvr/memory/memory_types.h"
 
@@ -36,6 +39,7 @@ public:
     /// Makes @p type the current type and creates its handler if it does not exist yet. A value that names
     /// no format creates nothing and leaves the object without an active handler.
     void set_file_type(KVR_FILE_TYPES type);
+    /// The current type; FILE_TYPE_UNSET before the first set_file_type().
     [[nodiscard]] KVR_FILE_TYPES get_file_type() const;
 
     /// Depth in words; 0 without a handler.
@@ -62,10 +66,13 @@ public:
     /// number of words itself, not one less; callers rely on it.
     [[nodiscard]] unsigned int get_highest_address() const;
 
+    /// Width of a word in bits. Words that are there stay as they are.
     void set_word_size(unsigned int word_size);
+    /// Radix in which words are held and written. Words that are there are not converted.
     void set_memory_radix(KVR_MEMORY_RADIXES radix);
     /// Reaches the MIF handler only; the others always use RADIX_HEX.
     void set_address_radix(KVR_MEMORY_RADIXES radix);
+    /// Path of the file that is read and written next.
     void set_file_name(std::string file_name);
     /// The text that words get which are created from now on; MIF and Intel HEX only, initially "0".
     void set_memory_initialize_value(const std::string& value);
@@ -114,20 +121,36 @@ public:
     /// Intel HEX) cannot be written to the end.
     bool write_file();
 
-    // Three message lists, alike but independent. Reading one: has_…, reset_…, then get_next_… until it
-    // answers "". Messages stay until the object is destroyed; reading does not consume them.
+    /// @name Messages
+    /// Three lists, alike but independent. Reading one: has_…, reset_…, then get_next_… until it answers "".
+    /// Messages stay until the object is destroyed; reading does not consume them.
+    /// @{
+
+    /// Appends a message.
     void add_error_message(const std::string& message);
+    /// Appends a message.
     void add_warning_message(const std::string& message);
+    /// Appends a message.
     void add_info_message(const std::string& message);
+    /// True when the list holds a message, read or not.
     bool has_error_messages();
+    /// True when the list holds a message, read or not.
     bool has_warning_messages();
+    /// True when the list holds a message, read or not.
     bool has_info_messages();
+    /// Makes the first message the next one.
     void reset_error_message_list();
+    /// Makes the first message the next one.
     void reset_warning_message_list();
+    /// Makes the first message the next one.
     void reset_info_message_list();
+    /// The next message; "" behind the last one.
     std::string get_next_error_message();
+    /// The next message; "" behind the last one.
     std::string get_next_warning_message();
+    /// The next message; "" behind the last one.
     std::string get_next_info_message();
+    /// @}
 
 private:
     /// The state of the active handler; none when there is no such handler.

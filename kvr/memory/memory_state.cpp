@@ -9,14 +9,22 @@
 
 namespace kvr {
 
-namespace {
+unsigned radix_base(KVR_MEMORY_RADIXES radix) noexcept {
+    switch (radix) {
+    case RADIX_BIN:
+        return 2;
+    case RADIX_HEX:
+        return 16;
+    case RADIX_OCT:
+        return 8;
+    default:
+        return 10;
+    }
+}
 
-/// Decimal text of a 32-bit number; numbers from 2^31 on come out negative, as everywhere in messages.
 std::string decimal(std::uint32_t number) {
     return kvr_int_to_string(static_cast<int>(number));
 }
-
-} // namespace
 
 void memory_state::resize_words(std::uint32_t count) {
     data_words.resize(count, memory_initialize_value);

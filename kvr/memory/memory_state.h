@@ -52,4 +52,10 @@ struct memory_state {
     void report_write_failure() const;
 };
 
+/// The base in which a number of @p radix is read and written: 2, 8, 16, and 10 for every other radix.
+[[nodiscard]] unsigned radix_base(KVR_MEMORY_RADIXES radix) noexcept;
+
+/// Decimal text of a 32-bit number as messages and headers show it: from 2^31 on it comes out negative.
+[[nodiscard]] std::string decimal(std::uint32_t number);
+
 } // namespace kvr

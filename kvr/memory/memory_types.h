@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// Formats, radixes and reasons of failure of memory files.
+
 #include <cstdint>
 
 /// The formats of a memory initialization file. The value 2 belongs to no format.

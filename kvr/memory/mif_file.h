@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The MIF handler.
+
 #include "kvr/export.h"
 #include "kvr/memory/memory_types.h"
 
@@ -28,15 +31,24 @@ public:
 
     /// Sizes the words to @p count; new ones hold the initialize value.
     void set_number_of_words(unsigned int count);
+    /// KVR_MEMORY_FILE::get_data_word().
     std::string get_mif_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
+    /// KVR_MEMORY_FILE::set_data_word().
     bool set_mif_data_word(unsigned int address, const std::string& value, KVR_MEMORY_RADIXES radix);
+    /// KVR_MEMORY_FILE::set_data_word_with_comments().
     bool set_mif_data_word_with_comments(unsigned int address, const std::string& value,
                                          const std::string& comment, KVR_MEMORY_RADIXES radix);
+    /// KVR_MEMORY_FILE::get_data_comments().
     bool get_mif_data_comments(std::deque<std::string>* comments);
+    /// KVR_MEMORY_FILE::set_data_comments().
     bool set_mif_data_comments(std::deque<std::string>* comments);
+    /// KVR_MEMORY_FILE::get_comment_deque().
     bool get_comment_deque(int index, std::deque<std::string>* comments);
+    /// KVR_MEMORY_FILE::set_comment_deque().
     bool set_comment_deque(int index, std::deque<std::string>* comments);
+    /// KVR_MEMORY_FILE::can_proceed_with_read().
     [[nodiscard]] bool can_proceed_with_read() const;
+    /// KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
     /// Reads the file named by the handler; true when it was read up to and beyond its END line.
     bool read_in_mif_file();

@@ -78,17 +78,4 @@ void to_upper(std::string& text, std::size_t from) noexcept {
     }
 }
 
-unsigned radix_base(KVR_MEMORY_RADIXES radix) noexcept {
-    switch (radix) {
-    case RADIX_BIN:
-        return 2;
-    case RADIX_HEX:
-        return 16;
-    case RADIX_OCT:
-        return 8;
-    default:
-        return 10;
-    }
-}
-
 } // namespace kvr

@@ -44,7 +44,4 @@ void strip_blanks(std::string& text);
 /// Upper-cases "a" to "z" in place.
 void to_upper(std::string& text, std::size_t from = 0) noexcept;
 
-/// The base in which a number of @p radix is read and written: 2, 8, 16, and 10 for every other radix.
-[[nodiscard]] unsigned radix_base(KVR_MEMORY_RADIXES radix) noexcept;
-
 } // namespace kvr

@@ -1,7 +1,6 @@
 #include "kvr/memory/mif_writer.h"
 
 #include "kvr/memory/mif_line.h"
-#include "kvr/numeric/integer_format.h"
 
 #include <array>
 #include <charconv>
@@ -22,10 +21,6 @@ private:
     const comment_store& comments;
     std::size_t index = 0;
 };
-
-std::string decimal(std::uint32_t number) {
-    return kvr_int_to_string(static_cast<int>(number));
-}
 
 /// Writes the header up to and including the "CONTENT BEGIN" line. The comments of each list stand behind
 /// the line that they were found behind; where the layout has an empty line, they replace it.

@@ -69,14 +69,5 @@ bool KVR_MEMORY_RIF_FILE::convert_data_to_hex(const std::string& value, std::str
 }
 
 int KVR_MEMORY_RIF_FILE::get_radix_base(KVR_MEMORY_RADIXES radix) const {
-    switch (radix) {
-    case RADIX_BIN:
-        return 2;
-    case RADIX_HEX:
-        return 16;
-    case RADIX_OCT:
-        return 8;
-    default:
-        return 10;
-    }
+    return static_cast<int>(kvr::radix_base(radix));
 }

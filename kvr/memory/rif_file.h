@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The RIF handler.
+
 #include "kvr/export.h"
 #include "kvr/memory/memory_types.h"
 
@@ -26,12 +29,15 @@ public:
 
     /// Sizes the words to @p count; new ones are empty.
     void set_number_of_words(unsigned int count);
+    /// KVR_MEMORY_FILE::get_data_word().
     std::string get_rif_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
     /// False in every case, also when the word was stored; callers rely on it.
     bool set_rif_data_word(unsigned int address, const std::string& value, KVR_MEMORY_RADIXES radix);
     /// True when @p value holds nothing but hexadecimal digits, blanks and "X", "x", "U", "u".
     bool check_if_cell_value_is_valid(const std::string& value);
+    /// KVR_MEMORY_FILE::can_proceed_with_read().
     [[nodiscard]] bool can_proceed_with_read() const;
+    /// KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
     /// True in every case; failures show in get_file_not_found(), get_error_state() and the messages of
     /// the KVR_MEMORY_FILE. Words go into the store as it is sized; those outside it are dropped.

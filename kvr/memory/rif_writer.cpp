@@ -1,6 +1,5 @@
 #include "kvr/memory/rif_writer.h"
 
-#include "kvr/numeric/integer_format.h"
 #include "kvr/numeric/radix_conversion.h"
 
 #include <algorithm>
@@ -54,11 +53,6 @@ void write_group_header(std::uint32_t address, output_file& file) {
     end = std::to_chars(end, start + longest, address, 16).ptr;
     *end++ = '\n';
     file.used(static_cast<std::size_t>(end - start));
-}
-
-/// Decimal text of a 32-bit number; numbers from 2^31 on come out negative, as everywhere in messages.
-std::string decimal(std::uint32_t number) {
-    return kvr_int_to_string(static_cast<int>(number));
 }
 
 void report_unwritten_word(const rif_memory& memory, std::uint32_t address, std::string_view word) {

@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// Fixed-point texts.
+
 #include "kvr/export.h"
 #include "kvr/memory/memory_types.h"
 

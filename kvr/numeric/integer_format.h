@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// Texts of machine integers.
+
 #include "kvr/export.h"
 
 #include <string>

@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// Words from one radix to another.
+
 #include "kvr/export.h"
 #include "kvr/memory/memory_types.h"
 

@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// What a text looks like: integer, float, hexadecimal or binary number.
+
 #include "kvr/export.h"
 
 #include <string>

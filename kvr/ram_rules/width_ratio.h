@@ -4,18 +4,19 @@
 
 #include <string>
 
-// May the two ports of a dual-port RAM have these data widths (in bits)? The answers hang on the ratio of
-// the wider to the narrower width, which must divide exactly, on the kind of RAM block and on the group of
-// the device family.
-//
-// ram_block_type: "AUTO" or the name of a block kind, "KBLK-A" to "KBLK-G" or "KBLK-L".
-// device_family: an accepted spelling of a family; any other text stands for an older family.
-// ASCII letters of both texts match in either case; nothing is trimmed.
-// byte_size: bits of a byte lane; it counts only while byte enables are on.
-//
-// The answer is false if a width is 0, and if byte_size is 0 while byte enables are on. Negative numbers are
-// divided as they stand, the quotient truncated. Nothing is allocated, nothing is thrown, and the functions
-// may be called from any thread.
+/// @file
+/// May the two ports of a dual-port RAM have these data widths (in bits)? The answers hang on the ratio of
+/// the wider to the narrower width, which must divide exactly, on the kind of RAM block and on the group of
+/// the device family.
+///
+/// ram_block_type: "AUTO" or the name of a block kind, "KBLK-A" to "KBLK-G" or "KBLK-L".
+/// device_family: an accepted spelling of a family; any other text stands for an older family.
+/// ASCII letters of both texts match in either case; nothing is trimmed.
+/// byte_size: bits of a byte lane; it counts only while byte enables are on.
+///
+/// The answer is false if a width is 0, and if byte_size is 0 while byte enables are on. Negative numbers are
+/// divided as they stand, the quotient truncated. Nothing is allocated, nothing is thrown, and the functions
+/// may be called from any thread.
 
 /// What the hardware can do when one port writes (A) and the other one reads (B).
 ///

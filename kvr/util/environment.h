@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// Environment variables and the process.
+
 #include "kvr/export.h"
 
 #include <string>

@@ -4,8 +4,9 @@
 
 #include <string>
 
-// Failures are told by the result alone. A null path is one that does not exist; a path ends at its first
-// NUL.
+/// @file
+/// Failures are told by the result alone. A null path is one that does not exist; a path ends at its first
+/// NUL.
 
 /// True for a file or a directory that exists; for a symbolic link it is the link's target that counts.
 KVR_API bool kvr_file_exists(const std::string& path);
@@ -36,7 +37,8 @@ KVR_API bool kvr_remove_file(const char* path);
 /// pattern with neither finds its files in the working directory but removes them in a directory of the
 /// pattern's own name, which fails where there is none; callers rely on it.
 ///
-/// Symbolic links found there are removed, never followed; "." and ".." are never touched.
+/// Symbolic links found there are removed, never followed; "." and ".." are never touched. A tree may be as
+/// deep as the process may have files open.
 ///
 /// @param recursive subdirectories go with all that is in them, unless they carry an attribute such as being
 ///                  read-only. Those, and all subdirectories without this flag, are taken for files, whose

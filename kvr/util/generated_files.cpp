@@ -114,9 +114,8 @@ bool is_wizard_generated_file(const char* path, std::string& wizard_name, std::s
 
 bool is_wizard_deferred_generation_file(const char* path) {
     kvr::text_lines lines(path);
-    const std::string first = kvr::read_header_line(lines);
-    const std::string second = kvr::read_header_line(lines);
-    return kvr::names_a_wizard_early(first) && kvr::defers_generation(second);
+    return kvr::names_a_wizard_early(kvr::read_header_line(lines)) &&
+           kvr::defers_generation(kvr::read_header_line(lines));
 }
 
 std::string convert_name_to_kvr_form(const std::string& name) {

@@ -4,12 +4,13 @@
 
 #include <string>
 
-// A wizard tells in the first lines of a design file that it wrote the file:
-//
-//     -- plexfunction wizard: %RAM: 2-PORT% v7.2%
-//     -- generation: deferred
-//
-// Words are separated by exactly one blank each; ASCII letter case does not count.
+/// @file
+/// A wizard tells in the first lines of a design file that it wrote the file:
+///
+///     -- plexfunction wizard: %RAM: 2-PORT% v7.2%
+///     -- generation: deferred
+///
+/// Words are separated by exactly one blank each; ASCII letter case does not count.
 
 /// True when the third word of the file's first line is "wizard:".
 /// @param wizard_name    the text between the "%" behind it; "" in any other case.

@@ -4,8 +4,9 @@
 
 #include <string>
 
-// Directories of the installation. Every result that is not empty ends in "/" or "\", so that file names are
-// appended to it directly.
+/// @file
+/// Directories of the installation. Every result that is not empty ends in "/" or "\", so that file names are
+/// appended to it directly.
 
 /// The directory of the running executable (not of this library). An executable right below the root
 /// directory gives its own path instead; callers rely on it.

@@ -2,6 +2,7 @@
 
 #include "kvr/export.h"
 
+/// @file
 /// Integer arithmetic on 32 bits. Products wrap modulo 2^32, also on the way to a result, and nothing is
 /// reported. Where a search for a power would never end (base 0 or 1, or products that wrap and never
 /// reach the wanted size), the result is 0 or false. Where wrapped products reach it late, the search takes

@@ -13,7 +13,7 @@ namespace kvr {
 namespace {
 
 constexpr std::size_t longest_list_line = 99;
-constexpr std::string_view not_in_entries("\0\t ", 3);
+constexpr std::string_view not_in_entries = "\t ";
 
 struct list_entry {
     std::string name;

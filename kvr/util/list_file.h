@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// List files: which library implements a module.
+
 #include "kvr/export.h"
 #include "kvr/util/string_order.h"
 

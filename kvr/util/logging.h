@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// Log files.
+
 #include "kvr/export.h"
 
 /// Appends the formatted arguments to the file at @p path, which is opened and closed by each call. Nothing

@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// Delimited lists.
+
 #include "kvr/export.h"
 
 #include <string>

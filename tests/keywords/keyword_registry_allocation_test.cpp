@@ -1,5 +1,5 @@
 #include "kvr/keywords/keyword_registry.h"
-#include "tests/keywords/counted_allocation.h"
+#include "tests/allocation.h"
 
 #include <gtest/gtest.h>
 
@@ -9,16 +9,21 @@
 
 namespace {
 
-using kvr::test::failure_after;
+/// Lets @p successes allocations succeed and all further ones fail, for as long as it lives.
+class failure_after : failing_allocation {
+public:
+    explicit failure_after(std::size_t successes)
+        : failing_allocation(successes + 1, extent::all_from_there) {}
+};
 
 const std::string long_name = "a_name_that_is_longer_than_what_a_string_holds_inside_itself";
 
 /// How often @p action allocates.
 template <class Action>
 std::size_t allocations_of(Action action) {
-    const std::size_t before = kvr::test::allocations();
+    const std::size_t before = allocation_count();
     action();
-    return kvr::test::allocations() - before;
+    return allocation_count() - before;
 }
 
 TEST(KeywordRegistryAllocation, ConstructionAllocatesNothing) {

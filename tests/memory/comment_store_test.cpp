@@ -1,5 +1,5 @@
 #include "kvr/memory/comment_store.h"
-#include "tests/memory/failing_allocation.h"
+#include "tests/allocation.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
 #include "kvr/memory/hex_file.h"
 #include "kvr/memory/memory_file.h"
 #include "tests/memory/error_messages.h"
-#include "tests/memory/hex_handler_access.h"
 #include "tests/memory/hex_record_texts.h"
+#include "tests/memory/hex_steps.h"
 #include "tests/memory/temporary_directory.h"
 
 #include <gmock/gmock.h>
@@ -61,7 +61,7 @@ protected:
 
 TEST_F(HexFile, StartsWithWordsOf8BitsAndNothingElse) {
     KVR_MEMORY_HEX_FILE handler(nullptr);
-    const hex_memory& held = hex_steps::memory(handler);
+    const hex_memory& held = hex_steps{handler}.memory();
     EXPECT_EQ(held.number_of_words, 0U);
     EXPECT_EQ(held.word_size, 8U);
     EXPECT_EQ(held.memory_radix, RADIX_NONE);
@@ -245,12 +245,12 @@ TEST_F(HexFile, MissingFileIsRefusedWithoutTouchingAnything) {
 TEST_F(HexFile, HandlerAskedForAMissingFileReportsIt) {
     KVR_MEMORY_HEX_FILE handler(&memory);
     name(directory.path("missing.hex"));
-    hex_steps::memory(handler).file_name = directory.path("missing.hex");
+    hex_steps{handler}.memory().file_name = directory.path("missing.hex");
     EXPECT_FALSE(handler.can_proceed_with_read());
     EXPECT_FALSE(handler.read_in_hex_file());
-    EXPECT_TRUE(hex_steps::memory(handler).file_not_found);
-    EXPECT_FALSE(hex_steps::memory(handler).error_occurred);
-    EXPECT_EQ(hex_steps::memory(handler).error_state, ERROR_STATE_NONE);
+    EXPECT_TRUE(hex_steps{handler}.memory().file_not_found);
+    EXPECT_FALSE(hex_steps{handler}.memory().error_occurred);
+    EXPECT_EQ(hex_steps{handler}.memory().error_state, ERROR_STATE_NONE);
     EXPECT_THAT(messages(), ElementsAre(not_found_message()));
 }
 
@@ -274,29 +274,29 @@ TEST_F(HexFile, ReadThatSucceedsClearsFileNotFound) {
 
 TEST_F(HexFile, HandlerWithoutOwnerDropsItsMessages) {
     KVR_MEMORY_HEX_FILE handler(nullptr);
-    hex_steps::memory(handler).file_name = directory.path("missing.hex");
+    hex_steps{handler}.memory().file_name = directory.path("missing.hex");
     EXPECT_FALSE(handler.read_in_hex_file());
-    EXPECT_TRUE(hex_steps::memory(handler).file_not_found);
+    EXPECT_TRUE(hex_steps{handler}.memory().file_not_found);
     EXPECT_EQ(handler.get_hex_data_word(0, RADIX_HEX), "");
     EXPECT_FALSE(handler.set_hex_data_word(0, "1", RADIX_HEX));
-    hex_steps::memory(handler).file_name = directory.path("missing/out.hex");
+    hex_steps{handler}.memory().file_name = directory.path("missing/out.hex");
     EXPECT_FALSE(handler.write_out_hex_file());
-    EXPECT_TRUE(hex_steps::memory(handler).error_occurred);
+    EXPECT_TRUE(hex_steps{handler}.memory().error_occurred);
 }
 
 // Words and their addresses.
 
 TEST_F(HexFile, SetNumberOfWordsFillsNewWordsAndDropsTheSurplus) {
     KVR_MEMORY_HEX_FILE handler(&memory);
-    hex_steps::memory(handler).memory_radix = RADIX_HEX;
+    hex_steps{handler}.memory().memory_radix = RADIX_HEX;
     handler.set_number_of_words(2);
-    hex_steps::memory(handler).memory_initialize_value = "F";
+    hex_steps{handler}.memory().memory_initialize_value = "F";
     handler.set_number_of_words(3);
     EXPECT_EQ(handler.get_hex_data_word(0, RADIX_HEX), "0");
     EXPECT_EQ(handler.get_hex_data_word(2, RADIX_HEX), "F");
     handler.set_number_of_words(1);
-    EXPECT_EQ(hex_steps::memory(handler).number_of_words, 1U);
-    EXPECT_EQ(hex_steps::memory(handler).data_words.size(), 1U);
+    EXPECT_EQ(hex_steps{handler}.memory().number_of_words, 1U);
+    EXPECT_EQ(hex_steps{handler}.memory().data_words.size(), 1U);
 }
 
 TEST_F(HexFile, GetWordInNoneOrTheMemoryRadixGivesTheStoredText) {
@@ -351,12 +351,12 @@ TEST_F(HexFile, SetWordBeyondTheNumberOfWordsReportsTheAddress) {
 
 TEST_F(HexFile, SetWordOutsideTheStoreWritesNothing) {
     KVR_MEMORY_HEX_FILE handler(&memory);
-    hex_steps::memory(handler).memory_radix = RADIX_HEX;
+    hex_steps{handler}.memory().memory_radix = RADIX_HEX;
     handler.set_number_of_words(2);
-    hex_steps::memory(handler).number_of_words = 5;
+    hex_steps{handler}.memory().number_of_words = 5;
     EXPECT_FALSE(handler.set_hex_data_word(3, "1", RADIX_HEX));
     EXPECT_EQ(messages().size(), 1U);
-    hex_steps::memory(handler).number_of_words = 1;
+    hex_steps{handler}.memory().number_of_words = 1;
     EXPECT_FALSE(handler.set_hex_data_word(1, "1", RADIX_HEX));
     EXPECT_EQ(handler.get_hex_data_word(1, RADIX_HEX), "0");
 }
@@ -404,9 +404,9 @@ TEST_F(HexFile, WriteNeedsNameWordsAndRadix) {
 
 TEST_F(HexFile, HandlerNeedsWordsInTheStoreToWrite) {
     KVR_MEMORY_HEX_FILE handler(&memory);
-    hex_steps::memory(handler).memory_radix = RADIX_HEX;
-    hex_steps::memory(handler).file_name = directory.path("out.hex");
-    hex_steps::memory(handler).number_of_words = 3;
+    hex_steps{handler}.memory().memory_radix = RADIX_HEX;
+    hex_steps{handler}.memory().file_name = directory.path("out.hex");
+    hex_steps{handler}.memory().number_of_words = 3;
     EXPECT_FALSE(handler.can_proceed_with_write());
     handler.set_number_of_words(3);
     EXPECT_TRUE(handler.can_proceed_with_write());
@@ -516,32 +516,32 @@ protected:
 TEST_F(HexSteps, GetTotalAddressSpaceIsTrueAndTellsTheLineWhenItFailed) {
     line_source source(":0100000012ED\n:broken\n");
     int line_number = 77;
-    EXPECT_TRUE(hex_steps::get_total_address_space(handler, source, &line_number));
+    EXPECT_TRUE(hex_steps{handler}.get_total_address_space(source, &line_number));
     EXPECT_EQ(line_number, 2);
 }
 
 TEST_F(HexSteps, GetTotalAddressSpaceIsFalseAndLeavesTheLineWhenItSucceeded) {
     line_source source(":0100000012ED\n:00000001FF\n");
     int line_number = 77;
-    EXPECT_FALSE(hex_steps::get_total_address_space(handler, source, &line_number));
+    EXPECT_FALSE(hex_steps{handler}.get_total_address_space(source, &line_number));
     EXPECT_EQ(line_number, 77);
-    EXPECT_EQ(hex_steps::memory(handler).data_words.size(), 1U);
+    EXPECT_EQ(hex_steps{handler}.memory().data_words.size(), 1U);
 }
 
 TEST_F(HexSteps, InterpretHexLineIsFalseWhetherWordsAreStoredOrNot) {
-    hex_steps::memory(handler).data_words.resize(2, "-");
-    hex_steps::memory(handler).address_offset = 1;
-    EXPECT_FALSE(hex_steps::interpret_hex_line(handler, "0000", "12", "01"));
-    EXPECT_FALSE(hex_steps::interpret_hex_line(handler, "FFFF", "34", "01"));
-    EXPECT_EQ(hex_steps::memory(handler).data_words[0], "-");
-    EXPECT_EQ(hex_steps::memory(handler).data_words[1], "12");
+    hex_steps{handler}.memory().data_words.resize(2, "-");
+    hex_steps{handler}.memory().address_offset = 1;
+    EXPECT_FALSE(hex_steps{handler}.interpret_hex_line("0000", "12", "01"));
+    EXPECT_FALSE(hex_steps{handler}.interpret_hex_line("FFFF", "34", "01"));
+    EXPECT_EQ(hex_steps{handler}.memory().data_words[0], "-");
+    EXPECT_EQ(hex_steps{handler}.memory().data_words[1], "12");
 }
 
 TEST_F(HexSteps, InterpretHexLineWithWordsOfNoBitsStoresNothing) {
-    hex_steps::memory(handler).word_size = 0;
-    hex_steps::memory(handler).data_words.resize(1, "-");
-    EXPECT_FALSE(hex_steps::interpret_hex_line(handler, "0000", "12", "01"));
-    EXPECT_EQ(hex_steps::memory(handler).data_words[0], "-");
+    hex_steps{handler}.memory().word_size = 0;
+    hex_steps{handler}.memory().data_words.resize(1, "-");
+    EXPECT_FALSE(hex_steps{handler}.interpret_hex_line("0000", "12", "01"));
+    EXPECT_EQ(hex_steps{handler}.memory().data_words[0], "-");
 }
 
 TEST_F(HexSteps, ParseHexStringFillsTheFields) {
@@ -551,7 +551,7 @@ TEST_F(HexSteps, ParseHexStringFillsTheFields) {
     std::string data;
     std::string checksum;
     EXPECT_TRUE(
-        hex_steps::parse_hex_string(handler, ":02A5c7FF12345e", length, address, type, data, checksum));
+        hex_steps{handler}.parse_hex_string(":02A5c7FF12345e", length, address, type, data, checksum));
     EXPECT_THAT((std::vector{length, address, type, data, checksum}),
                 ElementsAre("02", "A5c7", "FF", "1234", "5e"));
 }
@@ -559,28 +559,28 @@ TEST_F(HexSteps, ParseHexStringFillsTheFields) {
 TEST_F(HexSteps, ParseHexStringLeavesTheFieldsWhenItFails) {
     std::string field = "kept";
     for (const char* line : {"", ":", ":02", ":02A5c7", ":02A5c700123", ":02A5c70012345e0"}) {
-        EXPECT_FALSE(hex_steps::parse_hex_string(handler, line, field, field, field, field, field)) << line;
+        EXPECT_FALSE(hex_steps{handler}.parse_hex_string(line, field, field, field, field, field)) << line;
     }
     EXPECT_EQ(field, "kept");
 }
 
 TEST_F(HexSteps, RemoveExtraCharsRemovesBlanksAnywhere) {
     std::string line = " a\tb\r\n c\v ";
-    hex_steps::remove_extra_chars(handler, line);
+    hex_steps{handler}.remove_extra_chars(line);
     EXPECT_EQ(line, "abc\v");
-    hex_steps::remove_extra_chars(handler, line);
+    hex_steps{handler}.remove_extra_chars(line);
     EXPECT_EQ(line, "abc\v");
 }
 
 TEST_F(HexSteps, SumOfStringBytesAddsThePiecesOf8Characters) {
-    EXPECT_EQ(hex_steps::sum_of_string_bytes(handler, "0400000012345678E8"), 0x200U);
-    EXPECT_EQ(hex_steps::sum_of_string_bytes(handler, "-1"), 4 * 0xFFU);
+    EXPECT_EQ(hex_steps{handler}.sum_of_string_bytes("0400000012345678E8"), 0x200U);
+    EXPECT_EQ(hex_steps{handler}.sum_of_string_bytes("-1"), 4 * 0xFFU);
 }
 
 TEST_F(HexSteps, BytesInWordSizeAreTakenUp) {
     const auto bytes_of = [this](std::uint32_t word_size) {
-        hex_steps::memory(handler).word_size = word_size;
-        return hex_steps::get_bytes_in_word_size(handler);
+        hex_steps{handler}.memory().word_size = word_size;
+        return hex_steps{handler}.get_bytes_in_word_size();
     };
     EXPECT_EQ(bytes_of(0), 0U);
     EXPECT_EQ(bytes_of(1), 1U);
@@ -592,30 +592,30 @@ TEST_F(HexSteps, BytesInWordSizeAreTakenUp) {
 }
 
 TEST_F(HexSteps, RadixBaseIs10ForAllButThePowersOf2) {
-    EXPECT_EQ(hex_steps::get_radix_base(handler, RADIX_BIN), 2);
-    EXPECT_EQ(hex_steps::get_radix_base(handler, RADIX_OCT), 8);
-    EXPECT_EQ(hex_steps::get_radix_base(handler, RADIX_HEX), 16);
+    EXPECT_EQ(hex_steps{handler}.get_radix_base(RADIX_BIN), 2);
+    EXPECT_EQ(hex_steps{handler}.get_radix_base(RADIX_OCT), 8);
+    EXPECT_EQ(hex_steps{handler}.get_radix_base(RADIX_HEX), 16);
     for (const KVR_MEMORY_RADIXES radix : {RADIX_DEC, RADIX_UNS, RADIX_FIXED_POINT, RADIX_NONE}) {
-        EXPECT_EQ(hex_steps::get_radix_base(handler, radix), 10) << radix;
+        EXPECT_EQ(hex_steps{handler}.get_radix_base(radix), 10) << radix;
     }
 }
 
 TEST_F(HexSteps, ConvertValueToHexReturnsTheByteSum) {
     std::string text;
-    EXPECT_EQ(hex_steps::convert_value_to_hex(handler, 0xABC, text, 4), 0x0A + 0xBC);
+    EXPECT_EQ(hex_steps{handler}.convert_value_to_hex(0xABC, text, 4), 0x0A + 0xBC);
     EXPECT_EQ(text, "0abc");
 }
 
 TEST_F(HexSteps, ReadInFileReadsTheFileItIsGiven) {
     const temporary_directory directory;
-    EXPECT_TRUE(hex_steps::read_in_file(handler, directory.file("words.hex", four_bytes)));
-    EXPECT_EQ(hex_steps::memory(handler).number_of_words, 4U);
+    EXPECT_TRUE(hex_steps{handler}.read_in_file(directory.file("words.hex", four_bytes)));
+    EXPECT_EQ(hex_steps{handler}.memory().number_of_words, 4U);
 }
 
 TEST_F(HexSteps, WriteOutFileWritesWithoutAskingWhetherItCanProceed) {
     const temporary_directory directory;
-    hex_steps::memory(handler).file_name = directory.path("empty.hex");
-    EXPECT_TRUE(hex_steps::write_out_file(handler));
+    hex_steps{handler}.memory().file_name = directory.path("empty.hex");
+    EXPECT_TRUE(hex_steps{handler}.write_out_file());
     EXPECT_EQ(content_of(directory.path("empty.hex")), ":00000001ff\n");
 }
 

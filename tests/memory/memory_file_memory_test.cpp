@@ -2,8 +2,8 @@
 // declares rather than what it spells out.
 
 #include "kvr/memory/memory_file.h"
+#include "tests/allocation.h"
 #include "tests/memory/error_messages.h"
-#include "tests/memory/failing_allocation.h"
 #include "tests/memory/temporary_directory.h"
 
 #include <gtest/gtest.h>

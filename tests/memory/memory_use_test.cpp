@@ -1,7 +1,7 @@
 #include "kvr/memory/address_set.h"
 #include "kvr/memory/comment_store.h"
 #include "kvr/memory/word_store.h"
-#include "tests/memory/failing_allocation.h"
+#include "tests/allocation.h"
 
 #include <gtest/gtest.h>
 

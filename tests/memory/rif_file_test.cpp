@@ -79,8 +79,8 @@ TEST_F(RifFile, ResizingKeepsTheWordsThatStay) {
 TEST_F(RifFile, HandlerSizesItsWordsItself) {
     KVR_MEMORY_RIF_FILE handler(nullptr);
     handler.set_number_of_words(3);
-    EXPECT_EQ(rif_steps::memory(handler).number_of_words, 3U);
-    EXPECT_EQ(rif_steps::memory(handler).data_words.size(), 3U);
+    EXPECT_EQ(rif_steps{handler}.memory().number_of_words, 3U);
+    EXPECT_EQ(rif_steps{handler}.memory().data_words.size(), 3U);
 }
 
 TEST_F(RifFile, HighestAddressIsTheNumberOfWords) {
@@ -197,7 +197,7 @@ protected:
 
     temporary_directory directory;
     KVR_MEMORY_RIF_FILE handler = KVR_MEMORY_RIF_FILE(nullptr);
-    kvr::rif_memory& memory = rif_steps::memory(handler);
+    kvr::rif_memory& memory = rif_steps{handler}.memory();
 };
 
 TEST_F(RifHandler, WriteNeedsAnAddressRadix) {
@@ -229,38 +229,38 @@ TEST_F(RifHandler, ReadNeedsAnExistingFile) {
 
 TEST_F(RifHandler, AddressIsWrittenInTheBaseGiven) {
     std::string text = "before";
-    rif_steps::convert_address_to_hex(handler, 0xABCD, text, 16);
+    rif_steps{handler}.convert_address_to_hex(0xABCD, text, 16);
     EXPECT_EQ(text, "abcd");
-    rif_steps::convert_address_to_hex(handler, 10, text, 2);
+    rif_steps{handler}.convert_address_to_hex(10, text, 2);
     EXPECT_EQ(text, "1010");
-    rif_steps::convert_address_to_hex(handler, 4294967295U, text, 10);
+    rif_steps{handler}.convert_address_to_hex(4294967295U, text, 10);
     EXPECT_EQ(text, "4294967295");
-    rif_steps::convert_address_to_hex(handler, 35, text, 36);
+    rif_steps{handler}.convert_address_to_hex(35, text, 36);
     EXPECT_EQ(text, "z");
-    rif_steps::convert_address_to_hex(handler, 0, text, 16);
+    rif_steps{handler}.convert_address_to_hex(0, text, 16);
     EXPECT_EQ(text, "0");
 }
 
 TEST_F(RifHandler, DataIsConvertedToHexadecimal) {
     std::string text = "before";
-    EXPECT_TRUE(rif_steps::convert_data_to_hex(handler, "1100", text, RADIX_BIN, 8));
+    EXPECT_TRUE(rif_steps{handler}.convert_data_to_hex("1100", text, RADIX_BIN, 8));
     EXPECT_EQ(text, "0C");
 }
 
 TEST_F(RifHandler, DataWithoutRadixIsNotConverted) {
     std::string text = "before";
-    EXPECT_FALSE(rif_steps::convert_data_to_hex(handler, "1100", text, RADIX_NONE, 0));
+    EXPECT_FALSE(rif_steps{handler}.convert_data_to_hex("1100", text, RADIX_NONE, 0));
     EXPECT_EQ(text, "");
 }
 
 TEST_F(RifHandler, RadixesHaveTheirBase) {
-    EXPECT_EQ(rif_steps::get_radix_base(handler, RADIX_BIN), 2);
-    EXPECT_EQ(rif_steps::get_radix_base(handler, RADIX_OCT), 8);
-    EXPECT_EQ(rif_steps::get_radix_base(handler, RADIX_HEX), 16);
-    EXPECT_EQ(rif_steps::get_radix_base(handler, RADIX_DEC), 10);
-    EXPECT_EQ(rif_steps::get_radix_base(handler, RADIX_UNS), 10);
-    EXPECT_EQ(rif_steps::get_radix_base(handler, RADIX_FIXED_POINT), 10);
-    EXPECT_EQ(rif_steps::get_radix_base(handler, RADIX_NONE), 10);
+    EXPECT_EQ(rif_steps{handler}.get_radix_base(RADIX_BIN), 2);
+    EXPECT_EQ(rif_steps{handler}.get_radix_base(RADIX_OCT), 8);
+    EXPECT_EQ(rif_steps{handler}.get_radix_base(RADIX_HEX), 16);
+    EXPECT_EQ(rif_steps{handler}.get_radix_base(RADIX_DEC), 10);
+    EXPECT_EQ(rif_steps{handler}.get_radix_base(RADIX_UNS), 10);
+    EXPECT_EQ(rif_steps{handler}.get_radix_base(RADIX_FIXED_POINT), 10);
+    EXPECT_EQ(rif_steps{handler}.get_radix_base(RADIX_NONE), 10);
 }
 
 TEST_F(RifFile, WritingNineWordsEndsWithALineOfOneWord) {

@@ -1,5 +1,5 @@
 #include "kvr/memory/word_page.h"
-#include "tests/memory/failing_allocation.h"
+#include "tests/allocation.h"
 
 #include <gtest/gtest.h>
 

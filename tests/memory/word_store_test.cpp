@@ -1,5 +1,5 @@
 #include "kvr/memory/word_store.h"
-#include "tests/memory/failing_allocation.h"
+#include "tests/allocation.h"
 #include "tests/memory/word_store_model.h"
 
 #include <gtest/gtest.h>

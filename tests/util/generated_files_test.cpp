@@ -147,6 +147,12 @@ TEST(DeferredGeneration, WizardMayBeTheSecondOrTheThirdWord) {
     EXPECT_FALSE(is_deferred("// x y wizard: %FIFO%\n// generation: deferred\n"));
 }
 
+TEST(DeferredGeneration, DoubledBlankShiftsTheWords) {
+    EXPECT_FALSE(is_deferred("--  plexfunction wizard: %FIFO%\n-- generation: deferred\n"));
+    EXPECT_TRUE(is_deferred("--  wizard: %FIFO%\n-- generation: deferred\n"));
+    EXPECT_FALSE(is_deferred("-- wizard: %FIFO%\n--  generation: deferred\n"));
+}
+
 TEST(DeferredGeneration, CarriageReturnsBeforeTheLineEndsAreDropped) {
     EXPECT_TRUE(is_deferred("-- plexfunction wizard:\r\n-- generation: deferred\r\n"));
 }

@@ -1,12 +1,11 @@
 #include "tools/kvrmem/commands.h"
 #include "tools/kvrmem/file_format.h"
 #include "tools/kvrmem/memory_input.h"
-#include "tools/kvrmem/tool_error.h"
+#include "tools/kvrmem/standard_output.h"
 #include "tools/kvrmem/word_text.h"
 
 #include <fmt/format.h>
 
-#include <cstdio>
 #include <string>
 #include <unordered_map>
 
@@ -73,19 +72,16 @@ void info(const arguments& given) {
     const input_file input(given.files[0]);
     const input_options options{format_for(given.from, given.files[0], "--from"), given.width, given.depth};
     const memory_image image = read_memory(input, options);
-    const std::string text =
-        fmt::format("file             {}\n"
-                    "format           {}\n"
-                    "width            {}{}\n"
-                    "depth            {}\n"
-                    "address radix    {}\n"
-                    "data radix       {}\n{}",
-                    input.name(), format_title(image.format), image.width,
-                    image.note.empty() ? "" : " (" + image.note + ")", image.depth,
-                    radix_title(image.address_radix), radix_title(image.data_radix), describe_words(image));
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-        throw tool_error(exit_code::input_output, "standard output: cannot be written");
-    }
+    print(fmt::format("file             {}\n"
+                      "format           {}\n"
+                      "width            {}{}\n"
+                      "depth            {}\n"
+                      "address radix    {}\n"
+                      "data radix       {}\n{}",
+                      input.name(), format_title(image.format), image.width,
+                      image.note.empty() ? "" : " (" + image.note + ")", image.depth,
+                      radix_title(image.address_radix), radix_title(image.data_radix),
+                      describe_words(image)));
 }
 
 } // namespace

@@ -1,4 +1,5 @@
 #include "tools/kvrmem/commands.h"
+#include "tools/kvrmem/standard_output.h"
 #include "tools/kvrmem/tool_error.h"
 
 #include <fmt/format.h>
@@ -38,29 +39,23 @@ const kvrmem::command& find_command(std::string_view name) {
                              fmt::format("there is no command '{}'; see kvrmem --help", name));
 }
 
-void print(std::string_view text) {
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-        throw kvrmem::tool_error(exit_code::input_output, "standard output: cannot be written");
-    }
-}
-
 exit_code run(int count, char** words) {
     if (count < 2) {
         throw kvrmem::tool_error(exit_code::wrong_usage, "no command given; see kvrmem --help");
     }
     const std::string_view first = words[1];
     if (first == "--help" || first == "-h" || first == "help") {
-        print(overview());
+        kvrmem::print(overview());
         return exit_code::fine;
     }
     if (first == "--version") {
-        print("kvrmem " KVR_VERSION "\n");
+        kvrmem::print("kvrmem " KVR_VERSION "\n");
         return exit_code::fine;
     }
     const kvrmem::command& which = find_command(first);
     const kvrmem::arguments arguments = kvrmem::parse_arguments(which, count - 1, words + 1);
     if (arguments.help) {
-        print(kvrmem::help_for(which));
+        kvrmem::print(kvrmem::help_for(which));
     } else {
         which.run(arguments);
     }

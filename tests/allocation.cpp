@@ -1,4 +1,4 @@
-#include "tests/memory/failing_allocation.h"
+#include "tests/allocation.h"
 
 #include <algorithm>
 #include <cstdint>
@@ -13,8 +13,11 @@
 
 namespace {
 
+std::size_t allocations = 0;
+
 bool failing = false;
 bool failed = false;
+bool goes_on_failing = false;
 std::size_t allocations_left = 0;
 
 bool metering = false;
@@ -33,15 +36,16 @@ std::int64_t size_of(void* block) {
 }
 
 bool is_to_fail() {
-    if (!failing || --allocations_left != 0) {
+    if (!failing || (allocations_left > 1 && --allocations_left > 0)) {
         return false;
     }
-    failing = false;
+    failing = goes_on_failing;
     failed = true;
     return true;
 }
 
 void* allocate(std::size_t size) noexcept {
+    ++allocations;
     void* block = is_to_fail() ? nullptr : std::malloc(std::max<std::size_t>(size, 1));
     if (metering && block != nullptr) {
         live_bytes += size_of(block);
@@ -105,8 +109,13 @@ void operator delete[](void* block, const std::nothrow_t& /*tag*/) noexcept {
     release(block);
 }
 
-failing_allocation::failing_allocation(std::size_t number) noexcept {
+std::size_t allocation_count() noexcept {
+    return allocations;
+}
+
+failing_allocation::failing_allocation(std::size_t number, extent which) noexcept {
     allocations_left = number;
+    goes_on_failing = which == extent::all_from_there;
     failed = false;
     failing = true;
 }

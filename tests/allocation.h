@@ -5,15 +5,21 @@
 // The test program's operator new can be told to fail, and to count. Both are off until one of these
 // objects lives; of each kind one may live at a time.
 
-/// While it lives, the allocation with the given number, counted from 1, throws std::bad_alloc.
+/// How often the program has allocated.
+[[nodiscard]] std::size_t allocation_count() noexcept;
+
+/// While it lives, the allocation with the given number, counted from 1, throws std::bad_alloc: that one
+/// only, or that one and all behind it.
 class failing_allocation {
 public:
-    explicit failing_allocation(std::size_t number) noexcept;
+    enum class extent { one, all_from_there };
+
+    explicit failing_allocation(std::size_t number, extent which = extent::one) noexcept;
     ~failing_allocation();
     failing_allocation(const failing_allocation&) = delete;
     failing_allocation& operator=(const failing_allocation&) = delete;
 
-    /// True when so many allocations were asked for that one failed.
+    /// True when so many allocations were asked for that at least one failed.
     [[nodiscard]] static bool happened() noexcept;
 };
 
