@@ -28,13 +28,16 @@ std::string KVR_MEMORY_HEX_FILE::get_hex_data_word(unsigned int address, KVR_MEM
 
 bool KVR_MEMORY_HEX_FILE::set_hex_data_word(unsigned int address, const std::string& value,
                                             KVR_MEMORY_RADIXES radix) {
-    // A failed read may leave fewer words than the number of words says.
-    if (address < memory->number_of_words && address < memory->data_words.size()) {
-        memory->set_word_from_memory_radix(address, value, radix);
-        return true;
+    if (address >= memory->number_of_words) {
+        memory->report_invalid_address(address);
+        return false;
     }
-    memory->report_invalid_address(address);
-    return false;
+    // A failed read may leave fewer words than the number of words says: those that are not there are
+    // dropped.
+    if (address < memory->data_words.size()) {
+        memory->set_word_from_memory_radix(address, value, radix);
+    }
+    return true;
 }
 
 bool KVR_MEMORY_HEX_FILE::can_proceed_with_read() const {

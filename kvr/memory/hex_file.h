@@ -31,7 +31,8 @@ public:
     /// Sizes the words to @p count; new ones hold the initialize value.
     void set_number_of_words(unsigned int count);
     /// The address is held against the words that are there, in set_hex_data_word() against the number
-    /// of words; the two differ only after a failed read. Words that are not there are not set either.
+    /// of words; the two differ only after a failed read. A word that is not there is then dropped, with true
+    /// as the answer.
     std::string get_hex_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
     /// KVR_MEMORY_FILE::set_data_word().
     bool set_hex_data_word(unsigned int address, const std::string& value, KVR_MEMORY_RADIXES radix);

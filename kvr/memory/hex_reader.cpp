@@ -3,6 +3,7 @@
 #include "kvr/memory/hex_memory.h"
 #include "kvr/memory/hex_record.h"
 #include "kvr/memory/hex_record_walk.h"
+#include "kvr/memory/hex_word_storer.h"
 #include "kvr/memory/line_source.h"
 
 #include <algorithm>
@@ -69,23 +70,42 @@ private:
     bool higher_linear_pending = false;
 };
 
-void add_record(address_space& space, const hex_record& record, std::uint32_t bytes_per_word) {
-    switch (record.kind) {
-    case hex_record_type::data: {
-        const bool has_rest = record.data_bytes % bytes_per_word != 0;
-        space.add_data(record.word_address, record.data_bytes / bytes_per_word + (has_rest ? 1 : 0));
-        break;
+/// Enters records into an address space and, when the file is to be read only once, stores their words.
+class first_pass {
+public:
+    first_pass(address_space& space_to_find, std::uint32_t bytes_per_word, early_hex_words* early_words)
+        : space(space_to_find),
+          word_bytes(bytes_per_word),
+          early(early_words) {}
+
+    void take(const hex_record& record, std::uint32_t address_offset) {
+        if (record.kind == hex_record_type::data) {
+            take_data(record, address_offset);
+        } else if (record.kind == hex_record_type::extended_segment_address) {
+            space.note_segment(hex_number(record.data()));
+        } else if (record.kind == hex_record_type::extended_linear_address) {
+            space.note_linear(hex_number(record.data()));
+        }
     }
-    case hex_record_type::extended_segment_address:
-        space.note_segment(hex_number(record.data()));
-        break;
-    case hex_record_type::extended_linear_address:
-        space.note_linear(hex_number(record.data()));
-        break;
-    default:
-        break;
+
+    void take_data(const hex_record& record, std::uint32_t address_offset) {
+        if (record.data_bytes != known_bytes) {
+            known_bytes = record.data_bytes;
+            known_words = known_bytes / word_bytes + (known_bytes % word_bytes != 0 ? 1 : 0);
+        }
+        space.add_data(record.word_address, known_words);
+        if (early != nullptr) {
+            early->take(record, known_words, address_offset);
+        }
     }
-}
+
+private:
+    address_space& space;
+    std::uint32_t word_bytes;
+    early_hex_words* early;
+    std::uint32_t known_bytes = 0; ///< the record length for which the next field is known
+    std::uint32_t known_words = 0; ///< words of such a record
+};
 
 bool goes_on(read_observer* observer, const read_fault& fault, std::string_view text) {
     return observer != nullptr && observer->fault(fault, text);
@@ -95,17 +115,27 @@ hex_read_stop stop_at(const read_fault& fault, const hex_record_walk& walk) {
     return {fault, std::string(walk.text())};
 }
 
-/// Walks through the file and enters its records into @p space. Nothing when it got to the end record.
+/// Walks through the file and enters its records into @p space; @p early, if there is one, takes their
+/// words. Nothing when it got to the end record.
 std::optional<hex_read_stop> measure(address_space& space, hex_record_walk& walk,
-                                     std::uint32_t bytes_per_word, read_observer* observer) {
-    for (step result = walk.next(); result != step::end; result = walk.next()) {
+                                     std::uint32_t bytes_per_word, read_observer* observer,
+                                     early_hex_words* early) {
+    first_pass pass(space, bytes_per_word, early);
+    const auto next = [&] {
+        if (bytes_per_word != 0) {
+            const std::uint32_t offset = walk.address_offset();
+            walk.each_plain_data_record([&](const hex_record& record) { pass.take_data(record, offset); });
+        }
+        return walk.next();
+    };
+    for (step result = next(); result != step::end; result = next()) {
         std::optional<read_fault> fault;
         if (result == step::fault) {
             fault = walk.fault();
         } else if (walk.record().kind == hex_record_type::data && bytes_per_word == 0) {
             fault = walk.fault_of_record(fault_code::word_size_zero);
         } else {
-            add_record(space, walk.record(), bytes_per_word);
+            pass.take(walk.record(), walk.address_offset());
         }
         if (fault &&
             (!goes_on(observer, *fault, walk.text()) || fault->code == fault_code::missing_end_record)) {
@@ -113,21 +143,6 @@ std::optional<hex_read_stop> measure(address_space& space, hex_record_walk& walk
         }
     }
     return std::nullopt;
-}
-
-/// Digits of @p data without those by which it is longer than @p record_bytes taken up to whole words.
-std::string_view cut_to_record_length(std::string_view data, std::uint32_t record_bytes,
-                                      std::uint64_t word_bits) {
-    const std::uint64_t record_bits =
-        (word_bits + std::uint64_t{8} * record_bytes - 1) / word_bits * word_bits;
-    const std::uint64_t data_bits = std::uint64_t{4} * data.size();
-    return data_bits >= record_bits + 4 ? data.substr((data_bits - record_bits) / 4) : data;
-}
-
-/// The digits of a word at the end of @p digits; none when there are fewer bits than a word has.
-std::string_view last_word_of(std::string_view digits, std::uint32_t word_size) {
-    const std::uint64_t bits = std::uint64_t{4} * digits.size();
-    return bits < word_size ? std::string_view() : digits.substr((bits - word_size) / 4);
 }
 
 bool cannot_be_read(hex_memory& memory) {
@@ -156,13 +171,12 @@ bool was_read(hex_memory& memory) {
     return true;
 }
 
-} // namespace
-
-std::optional<hex_read_stop> find_address_space(hex_memory& memory, line_source& source,
-                                                read_observer* observer) {
+/// find_address_space(); when @p early is not null and has all words, they become those of the memory.
+std::optional<hex_read_stop> read_early(hex_memory& memory, line_source& source, read_observer* observer,
+                                        early_hex_words* early) {
     address_space space;
-    hex_record_walk walk(source);
-    std::optional<hex_read_stop> stop = measure(space, walk, memory.bytes_per_word(), observer);
+    hex_record_walk walk(source, memory.address_offset);
+    std::optional<hex_read_stop> stop = measure(space, walk, memory.bytes_per_word(), observer, early);
     memory.lowest_address = space.lowest();
     memory.highest_address = space.highest();
     if (stop) {
@@ -176,69 +190,30 @@ std::optional<hex_read_stop> find_address_space(hex_memory& memory, line_source&
         goes_on(observer, fault, walk.text());
         return stop_at(fault, walk);
     }
-    memory.data_words.resize(space.words(), memory.memory_initialize_value);
-    return std::nullopt;
-}
-
-std::optional<hex_read_stop> store_hex_records(hex_memory& memory, line_source& source,
-                                               read_observer* observer) {
-    using checksums = hex_record_walk::checksums;
-    hex_record_walk walk(source, memory.address_offset,
-                         observer != nullptr ? checksums::tested : checksums::untested);
-    for (step result = walk.next(); result != step::end; result = walk.next()) {
-        if (result == step::fault && observer == nullptr) {
-            return stop_at(walk.fault(), walk);
-        }
+    if (early != nullptr && early->complete()) {
+        memory.data_words = early->finish(space.words());
         memory.address_offset = walk.address_offset();
-        if (result == step::record && walk.record().kind == hex_record_type::data) {
-            const hex_record& record = walk.record();
-            const std::uint32_t first = record.word_address + walk.address_offset();
-            const std::uint64_t count = store_hex_words(memory, first, record.data(), record.data_bytes);
-            if (observer != nullptr && count != 0) {
-                observer->words(first, first + count - 1, walk.line());
-            }
-        }
+    } else {
+        memory.data_words.resize(space.words(), memory.memory_initialize_value);
     }
     return std::nullopt;
 }
 
-std::uint32_t store_hex_words(hex_memory& memory, std::uint32_t first, std::string_view data,
-                              std::uint32_t record_bytes) {
-    const std::uint64_t word_bits = std::uint64_t{8} * memory.bytes_per_word();
-    if (word_bits == 0) {
-        return 0;
-    }
-    const std::size_t word_digits = word_bits / 4;
-    std::string_view digits = cut_to_record_length(data, record_bytes, word_bits);
-    digits.remove_prefix(std::uint64_t{4} * digits.size() % memory.word_size / 4);
-    std::uint32_t count = 0;
-    while (!digits.empty()) {
-        const std::string_view word = last_word_of(digits.substr(0, word_digits), memory.word_size);
-        digits.remove_prefix(std::min(word_digits, digits.size()));
-        if (word.empty()) {
-            continue;
-        }
-        const std::uint32_t address = first + count++;
-        if (address < memory.data_words.size()) {
-            memory.data_words.set(address, word);
-        }
-    }
-    return count;
-}
-
-bool read_hex_file(hex_memory& memory, const std::string& path, read_observer* observer) {
-    line_source source = line_source::open(path, hex_record_walk::longest_line);
-    return read_hex_lines(memory, source, observer);
-}
-
-bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* observer) {
+/// Reads the file in one pass where that leaves what two leave; nothing when it does not. Two passes differ
+/// only for words that the memory holds already, for an observer, and for a file that changes meanwhile.
+bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* observer, bool may_read_once) {
     memory.file_not_found = false;
     memory.memory_radix = RADIX_HEX;
     if (!source.is_open()) {
         return cannot_be_read(memory);
     }
-    std::optional<hex_read_stop> stop = find_address_space(memory, source, observer);
-    if (source.failed() || (!stop && !source.rewind())) {
+    std::optional<early_hex_words> early;
+    if (may_read_once && observer == nullptr && memory.data_words.empty()) {
+        early.emplace(memory);
+    }
+    std::optional<hex_read_stop> stop = read_early(memory, source, observer, early ? &*early : nullptr);
+    const bool was_stored = !stop && early && early->complete();
+    if (source.failed() || (!stop && !was_stored && !source.rewind())) {
         return cannot_be_read(memory);
     }
     if (stop) {
@@ -246,11 +221,64 @@ bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* obse
         stop->line_text.clear();
         return invalid_line(memory, *stop, observer);
     }
+    if (was_stored) {
+        return was_read(memory);
+    }
     stop = store_hex_records(memory, source, observer);
     if (source.failed()) {
         return cannot_be_read(memory);
     }
     return stop ? invalid_line(memory, *stop, observer) : was_read(memory);
+}
+
+} // namespace
+
+std::optional<hex_read_stop> find_address_space(hex_memory& memory, line_source& source,
+                                                read_observer* observer) {
+    return read_early(memory, source, observer, nullptr);
+}
+
+std::optional<hex_read_stop> store_hex_records(hex_memory& memory, line_source& source,
+                                               read_observer* observer) {
+    using checksums = hex_record_walk::checksums;
+    hex_record_walk walk(source, memory.address_offset,
+                         observer != nullptr ? checksums::tested : checksums::untested);
+    hex_word_storer storer(memory.data_words, memory.word_size);
+    for (step result = walk.next(); result != step::end; result = walk.next()) {
+        if (result == step::fault && observer == nullptr) {
+            storer.flush();
+            return stop_at(walk.fault(), walk);
+        }
+        memory.address_offset = walk.address_offset();
+        if (result == step::record && walk.record().kind == hex_record_type::data) {
+            const hex_record& record = walk.record();
+            const std::uint32_t first = record.word_address + walk.address_offset();
+            const std::uint64_t count = storer.store(first, record.data(), record.data_bytes);
+            if (observer != nullptr && count != 0) {
+                storer.flush();
+                observer->words(first, first + count - 1, walk.line());
+            }
+        }
+    }
+    storer.flush();
+    return std::nullopt;
+}
+
+std::uint32_t store_hex_words(hex_memory& memory, std::uint32_t first, std::string_view data,
+                              std::uint32_t record_bytes) {
+    hex_word_storer storer(memory.data_words, memory.word_size);
+    const std::uint32_t count = storer.store(first, data, record_bytes);
+    storer.flush();
+    return count;
+}
+
+bool read_hex_file(hex_memory& memory, const std::string& path, read_observer* observer) {
+    line_source source = line_source::open(path, hex_record_walk::longest_line);
+    return read_hex_lines(memory, source, observer, true);
+}
+
+bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* observer) {
+    return read_hex_lines(memory, source, observer, false);
 }
 
 } // namespace kvr

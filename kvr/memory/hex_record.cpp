@@ -1,6 +1,5 @@
 #include "kvr/memory/hex_record.h"
 
-#include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/scanned_number.h"
 
 #include <algorithm>
@@ -24,35 +23,6 @@ hex_record_type type_of(std::string_view type) noexcept {
         return hex_record_type::unknown;
     }
     return static_cast<hex_record_type>(type[1] - '0');
-}
-
-/// Adds the bytes of @p digits, an even number of characters, to @p sum. False when one of them is no
-/// hexadecimal digit.
-bool add_plain_bytes(std::string_view digits, std::uint32_t& sum) noexcept {
-    std::uint32_t seen = 0;
-    for (std::size_t i = 0; i < digits.size(); i += 2) {
-        const std::uint32_t high = digit_value(digits[i]);
-        const std::uint32_t low = digit_value(digits[i + 1]);
-        seen |= high | low;
-        sum += high * 16 + low;
-    }
-    return seen < 16;
-}
-
-std::uint32_t plain_number(std::string_view digits) noexcept {
-    std::uint32_t value = 0;
-    for (const char digit : digits) {
-        value = value * 16 + digit_value(digit);
-    }
-    return value;
-}
-
-/// Length of the line end at the front of @p text: 1 for LF, 2 for CR LF, 0 for anything else.
-std::size_t line_end_size(std::string_view text) noexcept {
-    if (text.starts_with('\n')) {
-        return 1;
-    }
-    return text.starts_with("\r\n") ? 2 : 0;
 }
 
 } // namespace
@@ -117,31 +87,6 @@ std::optional<hex_record_fault> check_hex_record(const hex_record& record) noexc
                                 checksum_digits};
     }
     return check_hex_record_type(record);
-}
-
-std::size_t take_plain_hex_record(std::string_view lines, hex_record& record) noexcept {
-    constexpr std::size_t shortest = 1 + header_digits + checksum_digits;
-    if (lines.size() < shortest || lines.front() != ':') {
-        return 0;
-    }
-    const std::uint32_t high = digit_value(lines[1]);
-    const std::uint32_t low = digit_value(lines[2]);
-    const std::size_t digits = shortest - 1 + 2 * (high * std::size_t{16} + low);
-    if ((high | low) > 15 || lines.size() <= digits) {
-        return 0;
-    }
-    const std::string_view text(lines.data() + 1, digits);
-    std::uint32_t sum = 0;
-    if (!add_plain_bytes(text, sum) || (sum & 0xFF) != 0) {
-        return 0;
-    }
-    const std::size_t line_end = line_end_size(lines.substr(1 + digits));
-    const hex_record_type kind = type_of(text.substr(length_digits + address_digits));
-    if (line_end == 0 || kind == hex_record_type::unknown) {
-        return 0;
-    }
-    record = {text, high * 16 + low, plain_number(text.substr(length_digits, address_digits)), kind};
-    return 1 + digits + line_end;
 }
 
 } // namespace kvr

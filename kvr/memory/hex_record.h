@@ -71,12 +71,4 @@ struct hex_record_fault {
 /// The first of checksum and type that is at fault.
 [[nodiscard]] std::optional<hex_record_fault> check_hex_record(const hex_record& record) noexcept;
 
-/// The fast way past split_hex_record() and check_hex_record() for what nearly every line is. It assumes
-/// that the record begins with the first character of @p lines, is hexadecimal digits all through, has a
-/// known type and a valid checksum, and ends with LF or CR LF, without a blank in it. For every other line
-/// it answers 0 and leaves the verdict to the exact way; for such a line both give the same record.
-///
-/// @return number of bytes of the line with its LF, or 0; @p record is set only when it is not 0.
-[[nodiscard]] std::size_t take_plain_hex_record(std::string_view lines, hex_record& record) noexcept;
-
 } // namespace kvr

@@ -2,6 +2,7 @@
 
 #include "kvr/memory/hex_record.h"
 #include "kvr/memory/line_source.h"
+#include "kvr/memory/plain_hex_record.h"
 #include "kvr/memory/read_fault.h"
 
 #include <cstddef>
@@ -43,6 +44,11 @@ public:
     /// file that could not be read to its end just ends: see line_source::failed().
     step next();
 
+    /// Goes over the data records that come next as long as they are plain ones, which is what next() does
+    /// one by one, and calls @p visit with each.
+    template <class Visit>
+    void each_plain_data_record(Visit visit);
+
     /// The record of the last step; its views are valid until the next one.
     [[nodiscard]] const hex_record& record() const noexcept { return current; }
     /// The fault of the last step.
@@ -82,5 +88,32 @@ private:
     hex_record current;
     read_fault current_fault{};
 };
+
+template <class Visit>
+void hex_record_walk::each_plain_data_record(Visit visit) {
+    if (finished) {
+        return;
+    }
+    const std::string_view lines = source.whole_lines();
+    std::size_t done = 0;
+    std::size_t last_size = 0;
+    while (true) {
+        // A record of its own each time stays in registers.
+        hex_record record;
+        const std::size_t size = take_plain_hex_record(lines.substr(done), record);
+        if (size == 0 || record.kind != hex_record_type::data) {
+            break;
+        }
+        visit(record);
+        done += size;
+        last_size = size;
+        ++line_number;
+    }
+    if (done != 0) {
+        static_cast<void>(take_plain_hex_record(lines.substr(done - last_size), current));
+        line_in_file = line_text = lines.substr(done - last_size, 1 + current.text.size());
+        source.skip(done);
+    }
+}
 
 } // namespace kvr

@@ -1,7 +1,9 @@
 #include "kvr/memory/hex_writer.h"
 
+#include "kvr/memory/digit_pairs.h"
 #include "kvr/memory/hex_memory.h"
 #include "kvr/memory/hex_record.h"
+#include "kvr/memory/hex_record_rows.h"
 #include "kvr/memory/output_file.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/radix_conversion.h"
@@ -13,7 +15,6 @@ namespace kvr {
 
 namespace {
 
-constexpr std::string_view lower_hex_digits = "0123456789abcdef";
 constexpr std::uint32_t words_per_page = 65536;
 constexpr std::string_view end_record = ":00000001ff\n";
 
@@ -84,7 +85,23 @@ class word_writer {
 public:
     word_writer(output_file& output, const hex_record_layout& record_layout)
         : file(output),
-          layout(record_layout) {}
+          layout(record_layout),
+          rows(record_layout.bytes_per_word, letter_case::lower) {}
+
+    /// Writes the hexadecimal words of @p row.
+    void write(const word_row& row) {
+        std::uint32_t written = 0;
+        std::uint32_t at_once = 1;
+        while (written < row.count && at_once != 0) {
+            begin_page_if_full();
+            at_once = rows.write(row.part(written, row.count - written), address, file);
+            address += at_once;
+            written += at_once;
+        }
+        for (; written < row.count; ++written) {
+            write(row[written]);
+        }
+    }
 
     void write(std::string_view word, std::uint64_t count) {
         for (; count > 0; --count) {
@@ -94,10 +111,7 @@ public:
 
 private:
     void write(std::string_view word) {
-        if (address == words_per_page) {
-            write_page_record(++page);
-            address = 0;
-        }
+        begin_page_if_full();
         const std::size_t size =
             format_plain_hex_record(layout, address, word, file.room(output_file::room_limit));
         if (size != 0) {
@@ -106,6 +120,13 @@ private:
             write_hex_record(layout, address, word, file);
         }
         ++address;
+    }
+
+    void begin_page_if_full() {
+        if (address == words_per_page) {
+            write_page_record(++page);
+            address = 0;
+        }
     }
 
     void write_page_record(std::uint32_t number) {
@@ -118,6 +139,7 @@ private:
 
     output_file& file;
     const hex_record_layout& layout;
+    hex_record_rows rows;
     std::uint32_t address = 0; ///< within the page
     std::uint32_t page = 0;
 };
@@ -127,6 +149,13 @@ void write_words(const hex_memory& memory, output_file& file) {
     const hex_record_layout layout(memory.bytes_per_word(), is_hex);
     word_writer writer(file, layout);
     for (std::uint64_t address = 0; address < memory.data_words.size();) {
+        const word_row row =
+            is_hex ? memory.data_words.row_at(static_cast<std::uint32_t>(address)) : word_row();
+        if (row.count != 0 && row.length != 0) {
+            writer.write(row);
+            address += row.count;
+            continue;
+        }
         const word_run run = memory.data_words.run_at(static_cast<std::uint32_t>(address));
         const std::uint64_t count = std::uint64_t{run.last} - run.first + 1;
         address += count;

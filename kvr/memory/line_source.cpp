@@ -88,8 +88,8 @@ char line_source::first_of_rest(std::string_view ignored) {
     return finish_cut_line(ignored);
 }
 
-/// Moves behind the line that was cut, if there is one. Answers as first_of_rest().
-char line_source::finish_cut_line(std::string_view ignored) noexcept {
+/// Moves behind the line that was cut. Answers as first_of_rest().
+char line_source::skip_rest(std::string_view ignored) noexcept {
     char first = '\0';
     while (rest_pending) {
         const std::string_view ahead(data + position, end - position);
@@ -121,16 +121,6 @@ bool line_source::rewind() {
     position = 0;
     end_met = was_cut = rest_pending = had_newline = false;
     return !read_failed;
-}
-
-std::string_view line_source::whole_lines() noexcept {
-    finish_cut_line({});
-    return newline_ahead() ? std::string_view(data + position, whole_lines_end - position)
-                           : std::string_view();
-}
-
-void line_source::skip(std::size_t bytes) noexcept {
-    position += bytes;
 }
 
 /// Reads on behind the data, which hold no LF from the position on. False when nothing was read.

@@ -63,8 +63,12 @@ public:
     /// reads many lines in one go; empty when the buffer holds no whole line (next_line() then fetches
     /// more, or meets the end). The scanner tells with skip() how many of them (whole lines) it has read.
     /// The limit does not hold here.
-    std::string_view whole_lines() noexcept;
-    void skip(std::size_t bytes) noexcept;
+    std::string_view whole_lines() noexcept {
+        finish_cut_line({});
+        return newline_ahead() ? std::string_view(data + position, whole_lines_end - position)
+                               : std::string_view();
+    }
+    void skip(std::size_t bytes) noexcept { position += bytes; }
 
 private:
     struct file_closer {
@@ -73,7 +77,10 @@ private:
 
     [[nodiscard]] bool newline_ahead() const noexcept { return position < whole_lines_end; }
     std::string_view cut_line();
-    char finish_cut_line(std::string_view ignored) noexcept;
+    char finish_cut_line(std::string_view ignored) noexcept {
+        return rest_pending ? skip_rest(ignored) : '\0';
+    }
+    char skip_rest(std::string_view ignored) noexcept;
     bool fetch();
     void make_room();
     std::size_t read_block(char* block, std::size_t size) noexcept;

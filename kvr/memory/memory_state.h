@@ -32,6 +32,12 @@ struct memory_state {
     /// Stores @p count as the depth and sizes `data_words` to it.
     void resize_words(std::uint32_t count);
 
+    /// True when there is a word at @p address and @p radix asks for it as it stands.
+    [[nodiscard]] bool holds_word_in(std::uint32_t address, KVR_MEMORY_RADIXES radix) const noexcept {
+        return address < number_of_words && address < data_words.size() &&
+               (radix == memory_radix || radix == RADIX_NONE);
+    }
+
     /// The word at @p address converted from the memory radix to @p radix, or as it stands when @p radix
     /// is RADIX_NONE or the memory radix. @p address must be below the size of `data_words`.
     [[nodiscard]] std::string word_in_radix(std::uint32_t address, KVR_MEMORY_RADIXES radix) const;

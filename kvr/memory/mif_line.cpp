@@ -1,29 +1,8 @@
 #include "kvr/memory/mif_line.h"
 
 #include <algorithm>
-#include <array>
 
 namespace kvr {
-
-namespace {
-
-constexpr std::string_view value_alphabet = "-0123456789ABCDEFabcdefXxUu";
-
-constexpr std::array<bool, 256> make_value_characters() {
-    std::array<bool, 256> table{};
-    for (const char character : value_alphabet) {
-        table[static_cast<unsigned char>(character)] = true;
-    }
-    return table;
-}
-
-constexpr std::array<bool, 256> value_characters = make_value_characters();
-
-} // namespace
-
-bool is_value_character(char character) noexcept {
-    return value_characters[static_cast<unsigned char>(character)];
-}
 
 text_span find_token(std::string_view text, std::size_t from) noexcept {
     std::size_t begin = from;

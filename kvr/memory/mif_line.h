@@ -2,6 +2,7 @@
 
 #include "kvr/memory/memory_types.h"
 
+#include <array>
 #include <cstddef>
 #include <string>
 #include <string_view>
@@ -18,9 +19,19 @@ struct text_span {
     [[nodiscard]] std::string_view in(std::string_view text) const { return text.substr(begin, end - begin); }
 };
 
+inline constexpr std::array<bool, 256> value_characters = [] {
+    std::array<bool, 256> table{};
+    for (const char character : std::string_view("-0123456789ABCDEFabcdefXxUu")) {
+        table[static_cast<unsigned char>(character)] = true;
+    }
+    return table;
+}();
+
 /// True for the characters that addresses and words are made of: digits and letters of all radixes, "-",
 /// and the don't-care characters "X" and "U" in either case.
-[[nodiscard]] bool is_value_character(char character) noexcept;
+[[nodiscard]] inline bool is_value_character(char character) noexcept {
+    return value_characters[static_cast<unsigned char>(character)];
+}
 
 /// The first maximal run of value characters at or behind @p from.
 [[nodiscard]] text_span find_token(std::string_view text, std::size_t from) noexcept;

@@ -1,7 +1,5 @@
 #include "kvr/memory/mif_reader.h"
 
-#include "kvr/numeric/digit_value.h"
-
 #include <algorithm>
 #include <limits>
 
@@ -23,27 +21,6 @@ std::string concat(std::string_view a, std::string_view b, std::string_view c, s
 
 bool is_blank(char character) {
     return character == ' ' || character == '\t';
-}
-
-const char* skip_blanks(const char* at) {
-    while (is_blank(*at)) {
-        ++at;
-    }
-    return at;
-}
-
-/// Digits of an address that can never pass 32 bits, for a base.
-std::size_t safe_digits(unsigned base) {
-    switch (base) {
-    case 2:
-        return 32;
-    case 8:
-        return 10;
-    case 10:
-        return 9;
-    default:
-        return 8;
-    }
 }
 
 } // namespace
@@ -76,12 +53,15 @@ bool mif_reader::report_not_opened() {
 
 bool mif_reader::read(line_source& lines) {
     source = &lines;
-    while (!lines.at_end()) {
-        if (!read_header_line()) {
-            return stop_with_error();
-        }
+    bool valid = true;
+    while (valid && !lines.at_end()) {
+        valid = read_header_line();
     }
-    return finish();
+    // A line that a read error has cut short says nothing of the file's contents.
+    if (lines.failed()) {
+        return false;
+    }
+    return valid ? finish() : stop_with_error();
 }
 
 bool mif_reader::finish() {
@@ -117,6 +97,9 @@ std::string_view mif_reader::next_physical_line() {
 bool mif_reader::read_header_line() {
     const std::string_view raw = next_physical_line();
     ++line_counter;
+    if (source->failed()) {
+        return false;
+    }
     text.assign(raw);
     remove_comments(raw, 0);
     strip_blanks(text);
@@ -189,7 +172,7 @@ void mif_reader::keep_as_comment(std::string_view raw) {
 
 /// False when an invalid line must stop the read.
 bool mif_reader::read_content() {
-    begin_seen = contains(text, "BEGIN");
+    begin_seen = find_begin();
     bool valid = true;
     while (valid && !end_seen && !source->at_end()) {
         if (begin_seen && (observer == nullptr || !observer->wants_every_line())) {
@@ -202,6 +185,16 @@ bool mif_reader::read_content() {
     return valid;
 }
 
+/// True when the line at hand holds "BEGIN".
+bool mif_reader::find_begin() {
+    constexpr std::string_view keyword = "BEGIN";
+    const std::size_t found = text.find(keyword);
+    if (found != std::string::npos && observer != nullptr) {
+        observer->behind_begin(std::string_view(text).substr(found + keyword.size()), physical_line);
+    }
+    return found != std::string::npos;
+}
+
 /// Reads one line of the content section with its continuation lines. False when it must stop the read.
 bool mif_reader::read_statement() {
     text.clear();
@@ -209,6 +202,9 @@ bool mif_reader::read_statement() {
     append_line(next_physical_line());
     if (begin_seen) {
         join_continuation_lines();
+    }
+    if (source->failed()) {
+        return false;
     }
     to_upper(text);
     ++line_counter;
@@ -220,10 +216,14 @@ bool mif_reader::read_statement() {
     }
     if (contains(text, "END")) {
         end_seen = true;
+        if (observer != nullptr) {
+            content.text = text;
+            observer->end_statement(content);
+        }
         return begin_seen || invalid_line({fault_code::end_before_begin, text.find("END"), 3});
     }
     if (!begin_seen) {
-        begin_seen = contains(text, "BEGIN");
+        begin_seen = find_begin();
         return true;
     }
     return take_statement();
@@ -271,93 +271,11 @@ bool mif_reader::take_statement() {
 /// Reads the whole lines in the buffer up to the first that is not ordinary, which is left to
 /// read_statement(): only that one knows every rule and every fault.
 void mif_reader::read_ordinary_lines() {
-    const std::string_view lines = source->whole_lines();
-    const char* const begin = lines.data();
-    const char* const end = begin + lines.size();
-    const char* at = begin;
-    while (at != end) {
-        const char* const next = read_ordinary_line(at);
-        if (next == nullptr) {
-            break;
-        }
-        at = next;
-        ++line_counter;
-        ++physical_line;
-    }
-    source->skip(static_cast<std::size_t>(at - begin));
-}
-
-/// Reads "<address> : <value> <value> … ;" and answers with what follows the LF, or with null, having
-/// changed nothing, for any other line. Assumes that a LF lies ahead; it ends every loop, since it is
-/// neither blank nor digit nor value character.
-const char* mif_reader::read_ordinary_line(const char* const begin) {
-    const unsigned base = radix_base(memory.address_radix);
-    const char* at = skip_blanks(begin);
-    const char* const first_digit = at;
-    std::uint64_t address = 0;
-    while (digit_value(*at) < base) {
-        address = address * base + digit_value(*at);
-        ++at;
-    }
-    const auto digits = static_cast<std::size_t>(at - first_digit);
-    at = skip_blanks(at);
-    if (digits == 0 || digits > safe_digits(base) || *at != ':' || address >= memory.number_of_words) {
-        return nullptr;
-    }
-    at = read_ordinary_values(skip_blanks(at + 1));
-    if (at == nullptr) {
-        return nullptr;
-    }
-    const std::size_t carriage_return = *at == '\r' ? 1 : 0;
-    if (at[carriage_return] != '\n' || static_cast<std::size_t>(at - begin) > line_limit) {
-        return nullptr;
-    }
-    return store_ordinary_values(static_cast<std::uint32_t>(address)) ? at + carriage_return + 1 : nullptr;
-}
-
-/// Collects the values from @p at up to the ";" in `content.values` and answers with what follows it and
-/// the blanks behind it; null when there is anything but values, or a "--", which starts a comment.
-const char* mif_reader::read_ordinary_values(const char* at) {
-    content.values.clear();
-    while (is_value_character(*at)) {
-        const char* const value = at;
-        while (is_value_character(*at)) {
-            if (at[0] == '-' && at[1] == '-') {
-                return nullptr;
-            }
-            ++at;
-        }
-        content.values.emplace_back(value, static_cast<std::size_t>(at - value));
-        at = skip_blanks(at);
-    }
-    return *at == ';' ? skip_blanks(at + 1) : nullptr;
-}
-
-/// False, having changed nothing, when the values do not fit or the address was set before.
-bool mif_reader::store_ordinary_values(std::uint32_t address) {
-    const std::size_t count = content.values.size();
-    if (count == 0 || count > memory.number_of_words - address) {
-        return false;
-    }
-    if (count == 1 && !memory.address_set.insert(address)) {
-        return false;
-    }
-    for (const std::string_view value : content.values) {
-        memory.data_words.set(address, in_upper_case(value));
-        ++address;
-    }
-    return true;
-}
-
-/// @p value itself when it has no lower-case letter.
-std::string_view mif_reader::in_upper_case(std::string_view value) {
-    const auto is_lower = [](char character) { return character >= 'a' && character <= 'z'; };
-    if (std::none_of(value.begin(), value.end(), is_lower)) {
-        return value;
-    }
-    upper_cased.assign(value);
-    to_upper(upper_cased);
-    return upper_cased;
+    // An observer is told of comments.
+    const mif_ordinary_lines::amount read = ordinary_lines.read(source->whole_lines(), observer == nullptr);
+    line_counter += static_cast<std::int64_t>(read.lines);
+    physical_line += read.lines;
+    source->skip(read.bytes);
 }
 
 // --- faults ---

@@ -3,6 +3,7 @@
 #include "kvr/memory/line_source.h"
 #include "kvr/memory/mif_content.h"
 #include "kvr/memory/mif_memory.h"
+#include "kvr/memory/mif_ordinary_lines.h"
 #include "kvr/memory/read_fault.h"
 
 #include <array>
@@ -27,6 +28,14 @@ public:
     /// Called when the physical line numbered @p line was cut at a "%". @p rest is what was cut off,
     /// without the "%".
     virtual void cut_at_percent(std::string_view rest, std::uint64_t line) = 0;
+
+    /// Called with what stands behind "BEGIN", comments removed, in the line numbered @p line. The reader
+    /// passes over it.
+    virtual void behind_begin([[maybe_unused]] std::string_view rest, [[maybe_unused]] std::uint64_t line) {}
+
+    /// Called with the statement that holds "END": only its text and its pieces are set. The reader passes
+    /// over what else stands in it.
+    virtual void end_statement([[maybe_unused]] const mif_content& statement) {}
 };
 
 /// Reads a MIF file into a mif_memory, which keeps what it holds already: comments are added to, words are
@@ -41,7 +50,8 @@ public:
     /// Both are kept alive by the caller.
     explicit mif_reader(mif_memory& target, mif_observer* onlooker = nullptr)
         : memory(target),
-          observer(onlooker) {}
+          observer(onlooker),
+          ordinary_lines(target, line_limit) {}
 
     /// Reads the file named by the memory. True when it was read up to and beyond its END line.
     bool read();
@@ -52,6 +62,7 @@ private:
     bool report_not_opened();
     bool finish();
     bool stop_with_error();
+    [[nodiscard]] bool find_begin();
     std::string_view next_physical_line();
 
     // The header: every line before the content section, and every line behind it.
@@ -71,10 +82,6 @@ private:
 
     // Its ordinary lines, read without a detour.
     void read_ordinary_lines();
-    const char* read_ordinary_line(const char* begin);
-    const char* read_ordinary_values(const char* at);
-    bool store_ordinary_values(std::uint32_t address);
-    std::string_view in_upper_case(std::string_view value);
 
     bool invalid_line(const text_fault& fault);
     bool line_too_long();
@@ -100,7 +107,7 @@ private:
 
     std::string text; ///< the line at hand: comments removed, upper-cased
     mif_content content;
-    std::string upper_cased;
+    mif_ordinary_lines ordinary_lines;
 };
 
 /// Moves the comment of @p line that starts with "--", if there is one, to the front of @p comments, and

@@ -1,6 +1,7 @@
 #include "kvr/memory/mif_writer.h"
 
 #include "kvr/memory/mif_line.h"
+#include "kvr/memory/mif_line_rows.h"
 
 #include <array>
 #include <charconv>
@@ -45,17 +46,37 @@ void write_header(const mif_memory& memory, output_file& output) {
 }
 
 /// A single data comment is enough to give every address its own line: only lines can carry comments.
+void write_content_with_comments(const mif_memory& memory, std::size_t address_width, output_file& output) {
+    comment_walk comments(memory.data_comments);
+    std::string line;
+    for (std::uint32_t address = 0; address < memory.data_words.size(); ++address) {
+        line.clear();
+        append_content_line(line, address, address, memory.data_words[address], memory.address_radix,
+                            address_width, comments.next());
+        output.write(line);
+    }
+}
+
 void write_content(const mif_memory& memory, output_file& output) {
     const word_store& words = memory.data_words;
     const std::size_t width = address_length(memory.number_of_words, memory.address_radix);
-    const bool with_runs = memory.data_comments.empty() && !memory.dont_consolidate_data;
-    comment_walk comments(memory.data_comments);
+    if (!memory.data_comments.empty()) {
+        write_content_with_comments(memory, width, output);
+        return;
+    }
+    const bool with_runs = !memory.dont_consolidate_data;
+    mif_line_rows rows(memory.address_radix, width,
+                       with_runs ? equal_words::share_a_line : equal_words::have_lines_of_their_own);
     std::string line;
     for (std::uint64_t address = 0; address < words.size();) {
         const auto first = static_cast<std::uint32_t>(address);
+        if (const std::uint32_t written = rows.write(words.row_at(first), first, output)) {
+            address += written;
+            continue;
+        }
         const word_run run = with_runs ? words.run_at(first) : word_run{first, first, words[first]};
         line.clear();
-        append_content_line(line, first, run.last, run.text, memory.address_radix, width, comments.next());
+        append_content_line(line, first, run.last, run.text, memory.address_radix, width, {});
         output.write(line);
         address = std::uint64_t{run.last} + 1;
     }

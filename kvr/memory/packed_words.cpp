@@ -15,10 +15,31 @@ std::unique_ptr<std::uint8_t[]> filled(std::uint8_t value) {
 } // namespace
 
 packed_words::packed_words(std::uint32_t longest)
-    : chars(std::make_unique_for_overwrite<char[]>(std::size_t{longest} * page_words)),
+    : chars(std::make_unique_for_overwrite<char[]>(std::size_t{longest} * page_words + short_text)),
       padding(filled(absent)),
       stride(longest),
       incomplete(page_words) {}
+
+packed_words::packed_words(const char* texts, std::uint32_t length)
+    : chars(std::make_unique_for_overwrite<char[]>(std::size_t{length} * page_words)),
+      stride(length),
+      incomplete(0) {
+    std::memcpy(chars.get(), texts, std::size_t{length} * page_words);
+}
+
+bool packed_words::put_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
+                                    std::uint32_t count) noexcept {
+    if (length != stride || (!is_complete() && incomplete <= count)) {
+        return false;
+    }
+    std::memcpy(place(index), texts, length * count);
+    if (!is_complete()) {
+        const std::uint8_t* const begin = padding.get() + index;
+        incomplete -= count - static_cast<std::uint32_t>(std::count(begin, begin + count, 0));
+        std::fill_n(padding.get() + index, count, std::uint8_t{0});
+    }
+    return true;
+}
 
 bool packed_words::admit_shorter(std::size_t length) {
     if (!fits(length)) {

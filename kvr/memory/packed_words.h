@@ -1,12 +1,14 @@
 #pragma once
 
 #include "kvr/memory/word_page_size.h"
+#include "kvr/memory/word_row.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
 #include <memory>
+#include <string>
 #include <string_view>
 
 namespace kvr {
@@ -41,6 +43,8 @@ class packed_words {
 public:
     /// A page in which no word is set yet.
     explicit packed_words(std::uint32_t longest);
+    /// A page of the words in @p texts, all of them @p length characters long.
+    packed_words(const char* texts, std::uint32_t length);
 
     /// True when @p index is set.
     [[nodiscard]] bool has(std::uint32_t index) const noexcept {
@@ -55,6 +59,9 @@ public:
         const std::size_t length = padding == nullptr ? stride : stride - std::size_t{padding[index]};
         return {place(index), length};
     }
+
+    /// The same as a string.
+    [[nodiscard]] std::string copy_of(std::uint32_t index) const { return std::string((*this)[index]); }
 
     /// True when put() can take texts of @p length characters as things are.
     [[nodiscard]] bool accepts(std::size_t length) const noexcept {
@@ -72,12 +79,26 @@ public:
         }
     }
 
+    /// Sets the @p count words from @p index on to @p texts, each @p length characters long, if that can be
+    /// done without completing the page; false, and nothing done, otherwise.
+    bool put_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
+                          std::uint32_t count) noexcept;
+
     /// Makes texts of @p length characters acceptable if the places are long enough; false when they are
     /// not.
     bool admit_shorter(std::size_t length);
 
     /// A copy with places of @p longest characters, at most `longest_padding` more than now.
     [[nodiscard]] packed_words widened(std::uint32_t longest) const;
+
+    /// The words from @p index on, as far as they are set and as long as the stride.
+    [[nodiscard]] word_row row_at(std::uint32_t index) const noexcept {
+        std::uint32_t end = is_complete() ? page_words : index;
+        while (end < page_words && padding[end] == 0) {
+            ++end;
+        }
+        return {place(index), stride, end - index};
+    }
 
     /// True when the page is complete and its words are all the same.
     [[nodiscard]] bool is_uniform() const noexcept;
@@ -88,6 +109,18 @@ public:
 
 private:
     static constexpr std::uint8_t absent = 255;
+
+    /// Characters that strings hold without memory of their own, in every common standard library. There are
+    /// as many behind the last place, for copy_of().
+    static constexpr std::size_t short_text = 15;
+
+    /// Copies a text that is one of ours in one length that fits all short ones, which costs less than a copy
+    /// that ends exactly.
+    [[nodiscard]] static std::string short_copy(std::string_view text) {
+        std::string copy(text.data(), short_text);
+        copy.resize(text.size());
+        return copy;
+    }
 
     [[nodiscard]] char* place(std::uint32_t index) const noexcept {
         return chars.get() + std::size_t{index} * stride;

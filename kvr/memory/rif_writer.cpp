@@ -1,11 +1,15 @@
 #include "kvr/memory/rif_writer.h"
 
+#include "kvr/memory/copy_padded.h"
+#include "kvr/memory/digit_pairs.h"
+#include "kvr/memory/hex_digit_block.h"
 #include "kvr/numeric/radix_conversion.h"
 
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <cstddef>
+#include <cstring>
 
 namespace kvr {
 
@@ -44,21 +48,143 @@ bool format_word(const rif_memory& memory, std::string_view word, std::string& t
     return convert_word_to_hexadecimal(word, memory.memory_radix, memory.word_size, text);
 }
 
-void write_group_header(std::uint32_t address, output_file& file) {
-    constexpr std::size_t longest = 16;
-    char* const start = file.room(longest);
-    char* end = start;
+constexpr std::size_t longest_header = 16;
+
+/// Formats the header of the group that begins at @p address and gives what is behind it.
+char* put_group_header(std::uint32_t address, char* end) noexcept {
+    char* const limit = end + longest_header;
     *end++ = '\n';
     *end++ = '@';
-    end = std::to_chars(end, start + longest, address, 16).ptr;
+    end = std::to_chars(end, limit, address, 16).ptr;
     *end++ = '\n';
-    file.used(static_cast<std::size_t>(end - start));
+    return end;
+}
+
+/// Formats the headers of groups one behind the other: what they have in common is formatted once.
+class group_headers {
+public:
+    char* put(std::uint32_t address, char* end) noexcept {
+        if (address < 16) {
+            return put_group_header(address, end);
+        }
+        if (address / 256 != number) {
+            take_number(address / 256);
+        }
+        copy_padded(front.data(), front_size, end);
+        end = lower_hex_pairs.put(address % 256, end + front_size);
+        *end++ = '\n';
+        return end;
+    }
+
+private:
+    void take_number(std::uint32_t shared) noexcept {
+        number = shared;
+        const char* const end = put_group_header(number, front.data());
+        // Without the LF; and without the digit of 0, which would be a leading one.
+        front_size = static_cast<std::size_t>(end - front.data()) - (number == 0 ? 2 : 1);
+    }
+
+    std::array<char, longest_header + copy_padding> front{'\n', '@'}; ///< up to all but two digits
+    std::size_t front_size = 2;
+    std::uint32_t number = 0; ///< of these digits
+};
+
+void write_group_header(std::uint32_t address, output_file& file) {
+    char* const start = file.room(longest_header);
+    file.used(static_cast<std::size_t>(put_group_header(address, start) - start));
+}
+
+/// True for words that format_hexadecimal_word() would write as they are, but for the case of their letters,
+/// if they are hexadecimal digits.
+bool is_plain_row(const rif_memory& memory, const word_row& row) {
+    return row.count != 0 && memory.memory_radix == RADIX_HEX && memory.word_size % 4 == 0 &&
+           row.length != 0 && row.length <= hex_digit_block::capacity / words_a_group &&
+           (memory.word_size == 0 || row.length == memory.word_size / 4);
+}
+
+/// Formats @p count words of @p length characters, which stand side by side, with a blank behind each.
+template <std::size_t known_length>
+char* put_words(const char* words, std::size_t word_length, std::uint32_t count, char* end) noexcept {
+    const std::size_t length = known_length != 0 ? known_length : word_length;
+    for (; count > 0; --count, words += length) {
+        if (known_length != 0) {
+            std::memcpy(end, words, known_length);
+        } else {
+            copy_padded(words, length, end);
+        }
+        end[length] = ' ';
+        end += length + 1;
+    }
+    return end;
+}
+
+char* put_words(const char* words, std::size_t length, std::uint32_t count, char* end) noexcept {
+    switch (length) {
+    case 2:
+        return count == words_a_group ? put_words<2>(words, length, words_a_group, end)
+                                      : put_words<2>(words, length, count, end);
+    case 8:
+        return put_words<8>(words, length, count, end);
+    default:
+        return put_words<0>(words, length, count, end);
+    }
 }
 
 void report_unwritten_word(const rif_memory& memory, std::uint32_t address, std::string_view word) {
     memory.report("Data width is wider than the specified word size of the RIF file. Data value at address " +
                   decimal(address) + " is " + std::string(word) + " word size is " +
                   decimal(memory.word_size));
+}
+
+/// Writes words one behind the other with the exact rule.
+void write_words(const rif_memory& memory, const word_row& row, std::uint32_t address, output_file& file) {
+    std::string text;
+    for (std::uint32_t i = 0; i < row.count; ++i, ++address) {
+        if (address % words_a_group == 0) {
+            write_group_header(address, file);
+        }
+        format_hexadecimal_word(row[i], memory.word_size, text);
+        text += ' ';
+        file.write(text);
+    }
+}
+
+/// Writes words of which nothing but the case of their letters changes.
+void write_digits(const char* digits, const word_row& row, std::uint32_t address, output_file& file) {
+    const std::size_t longest_group =
+        longest_header + words_a_group * (std::size_t{row.length} + 1) + 2 * copy_padding;
+    group_headers headers;
+    char* start = file.room(output_file::room_limit);
+    char* end = start;
+    for (std::uint32_t done = 0; done < row.count;) {
+        if (static_cast<std::size_t>(end - start) > output_file::room_limit - longest_group) {
+            file.used(static_cast<std::size_t>(end - start));
+            end = start = file.room(output_file::room_limit);
+        }
+        const std::uint32_t place = address % words_a_group;
+        const std::uint32_t count = std::min(words_a_group - place, row.count - done);
+        if (place == 0) {
+            end = headers.put(address, end);
+        }
+        end = put_words(digits + std::size_t{done} * row.length, row.length, count, end);
+        done += count;
+        address += count;
+    }
+    file.used(static_cast<std::size_t>(end - start));
+}
+
+/// Writes the words of a row for which is_plain_row() holds.
+void write_row(const rif_memory& memory, const word_row& row, std::uint32_t address, output_file& file) {
+    const auto most_words = static_cast<std::uint32_t>(hex_digit_block::capacity / row.length);
+    hex_digit_block block{};
+    for (std::uint32_t done = 0; done < row.count; done += most_words) {
+        const word_row part = row.part(done, std::min(most_words, row.count - done));
+        if (copy_hex_digits(part.all(), letter_case::upper, block)) {
+            write_digits(block.digits.data(), part, address + done, file);
+        } else {
+            write_words(memory, part, address + done, file);
+        }
+    }
 }
 
 } // namespace
@@ -83,6 +209,12 @@ void write_rif_words(const rif_memory& memory, output_file& file) {
     std::string text;
     std::uint32_t address = 0;
     while (address < memory.data_words.size()) {
+        const word_row row = memory.data_words.row_at(address);
+        if (is_plain_row(memory, row)) {
+            write_row(memory, row, address, file);
+            address += row.count;
+            continue;
+        }
         const word_run run = memory.data_words.run_at(address);
         const bool written = format_word(memory, run.text, text);
         text += ' ';

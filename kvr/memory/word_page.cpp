@@ -1,6 +1,7 @@
 #include "kvr/memory/word_page.h"
 
 #include <algorithm>
+#include <cstring>
 #include <new>
 #include <utility>
 #include <vector>
@@ -33,6 +34,22 @@ bool is_repeated(const std::vector<word_pieces::piece>& pieces, const word_piece
 }
 
 } // namespace
+
+bool word_page::is_best_packed(const char* texts, std::size_t length) noexcept {
+    if (length == 0 || length > longest_packed) {
+        return false;
+    }
+    std::size_t runs = 1;
+    const char* const last = texts + length * (page_words - 1);
+    for (const char* text = texts; text != last && runs <= most_pieces; text += length) {
+        runs += std::memcmp(text, text + length, length) != 0 ? 1 : 0;
+    }
+    return runs > most_pieces;
+}
+
+void word_page::pack(const char* texts, std::size_t length) {
+    form = packed_words(texts, static_cast<std::uint32_t>(length));
+}
 
 std::string_view word_page::find(std::uint32_t index) const noexcept {
     if (const auto* pieces = std::get_if<word_pieces>(&form)) {

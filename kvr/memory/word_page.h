@@ -5,10 +5,12 @@
 #include "kvr/memory/word_page_size.h"
 #include "kvr/memory/word_pattern.h"
 #include "kvr/memory/word_pieces.h"
+#include "kvr/memory/word_row.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <variant>
@@ -33,6 +35,19 @@ public:
         return packed != nullptr && packed->has(index) ? (*packed)[index] : find(index);
     }
 
+    /// The same as a string.
+    [[nodiscard]] std::string copy_of(std::uint32_t index) const {
+        const auto* packed = std::get_if<packed_words>(&form);
+        return packed != nullptr && packed->has(index) ? packed->copy_of(index) : std::string(find(index));
+    }
+
+    /// The words from @p index on that stand side by side as words of one length; none if that is not how
+    /// the page keeps them.
+    [[nodiscard]] word_row row_at(std::uint32_t index) const noexcept {
+        const auto* packed = std::get_if<packed_words>(&form);
+        return packed != nullptr ? packed->row_at(index) : word_row();
+    }
+
     /// Sets the word at @p index if that is a matter of copying its characters; false, and nothing done,
     /// when it takes set().
     bool copy_in(std::uint32_t index, std::string_view text) noexcept {
@@ -43,6 +58,21 @@ public:
         packed->put(index, text);
         return true;
     }
+
+    /// Sets the @p count words from @p index on to @p texts, each @p length characters long, if that is a
+    /// matter of copying them; false, and nothing done, when it takes set() for one word at least.
+    bool copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
+                              std::uint32_t count) noexcept {
+        auto* packed = std::get_if<packed_words>(&form);
+        return packed != nullptr && !is_edge(index) && !is_edge(index + count - 1) &&
+               packed->put_side_by_side(index, texts, length, count);
+    }
+
+    /// True when all words of a page that are @p texts, each @p length characters long, are best kept side
+    /// by side, and not as a few pieces.
+    [[nodiscard]] static bool is_best_packed(const char* texts, std::size_t length) noexcept;
+    /// Sets all words of the page to @p texts, which are best packed. Every word is as before when it throws.
+    void pack(const char* texts, std::size_t length);
 
     /// Sets the word at @p index. True when it is worth asking whole() now. Every word is as before when
     /// it throws.

@@ -61,6 +61,41 @@ void word_store::set_slowly(std::uint32_t address, std::string_view text) {
     }
 }
 
+void word_store::set_side_by_side(std::uint32_t first, std::string_view texts, std::size_t length) {
+    assert(length > 0 && texts.size() % length == 0);
+    while (!texts.empty()) {
+        const std::size_t count =
+            std::min<std::size_t>(texts.size() / length, page_words - first % page_words);
+        const std::string_view in_page = texts.substr(0, count * length);
+        if (count == page_words && word_page::is_best_packed(in_page.data(), length)) {
+            found_page = &page_at(root_of(first), first);
+            found_number = first / page_words;
+            found_page->pack(in_page.data(), length);
+        } else {
+            set_in_page(first, in_page, length);
+        }
+        texts.remove_prefix(in_page.size());
+        first += static_cast<std::uint32_t>(count);
+    }
+}
+
+/// Sets words of one page, one by one until the others can be copied.
+void word_store::set_in_page(std::uint32_t first, std::string_view texts, std::size_t length) {
+    while (!texts.empty()) {
+        const std::uint32_t index = first % page_words;
+        // The last word of a page always takes a set().
+        auto count =
+            static_cast<std::uint32_t>(std::min<std::size_t>(texts.size() / length, page_words - 1 - index));
+        if (count == 0 || !is_in_found_page(first) ||
+            !found_page->copy_in_side_by_side(index, texts.data(), length, count)) {
+            set(first, texts.substr(0, length));
+            count = 1;
+        }
+        texts.remove_prefix(count * length);
+        first += count;
+    }
+}
+
 void word_store::resize(std::uint32_t size, std::string_view fill) {
     if (size < word_count) {
         shrink(size);
@@ -117,6 +152,10 @@ void word_store::assign_range(const address_range& range, const pattern_ref& tex
 word_run word_store::run_at(std::uint32_t address) const noexcept {
     const std::string_view text = (*this)[address];
     std::uint64_t next = std::uint64_t{address} + 1;
+    if (next < word_count && is_in_found_page(address + 1) &&
+        (*found_page)[(address + 1) % page_words] != text) {
+        return {address, address, text}; // what most runs are, without a way through the tree
+    }
     while (next < word_count) {
         const word_leaf leaf = leaf_at(roots[next / root_words], static_cast<std::uint32_t>(next));
         const std::uint32_t end = std::min(leaf.last, word_count - 1);
@@ -129,12 +168,24 @@ word_run word_store::run_at(std::uint32_t address) const noexcept {
     return {address, static_cast<std::uint32_t>(next - 1), text};
 }
 
-bool word_store::transform(const word_conversion& conversion) {
+word_row word_store::row_at(std::uint32_t address) const noexcept {
+    assert(address < word_count);
+    const word_page* page =
+        is_in_found_page(address) ? found_page : leaf_at(roots[address / root_words], address).page;
+    word_row row = page != nullptr ? page->row_at(address % page_words) : word_row();
+    row.count = std::min(row.count, word_count - address);
+    return row;
+}
+
+bool word_store::transform(const word_conversion& conversion, const row_test& keeps) {
+    if (keeps && is_kept(conversion, keeps)) {
+        return true;
+    }
     word_store made;
     made.resize(size(), {});
     for (std::uint64_t address = 0; address < size();) {
         const word_leaf leaf = leaf_at(roots[address / root_words], static_cast<std::uint32_t>(address));
-        if (!made.take_converted(leaf, conversion)) {
+        if (!made.take_converted(leaf, conversion, keeps)) {
             return false;
         }
         address = std::uint64_t{leaf.last} + 1;
@@ -143,8 +194,49 @@ bool word_store::transform(const word_conversion& conversion) {
     return true;
 }
 
+/// The fast way of transform(), for words that are what they should become. False at the first word of
+/// which that cannot be said, and transform() does it all.
+bool word_store::is_kept(const word_conversion& conversion, const row_test& keeps) const {
+    for (std::uint64_t address = 0; address < size();) {
+        const word_leaf leaf = leaf_at(roots[address / root_words], static_cast<std::uint32_t>(address));
+        if (!is_kept(leaf, conversion, keeps)) {
+            return false;
+        }
+        address = std::uint64_t{leaf.last} + 1;
+    }
+    return true;
+}
+
+bool word_store::is_kept(const word_leaf& leaf, const word_conversion& conversion,
+                         const row_test& keeps) const {
+    std::string text;
+    if (leaf.page == nullptr) {
+        return leaf.texts->is_uniform() && conversion(leaf.texts->text_at(leaf.first), text) &&
+               text == leaf.texts->text_at(leaf.first);
+    }
+    const std::uint32_t end = std::min(leaf.last, word_count - 1) - leaf.first + 1;
+    for (std::uint32_t index = 0; index < end;) {
+        word_row row = leaf.page->row_at(index);
+        row.count = std::min(row.count, end - index);
+        if (row.count != 0) {
+            if (!keeps(row)) {
+                return false;
+            }
+            index += row.count;
+            continue;
+        }
+        const std::string_view word = (*leaf.page)[index];
+        if (!conversion(word, text) || text != word) {
+            return false;
+        }
+        ++index;
+    }
+    return true;
+}
+
 /// Sets the words of @p leaf, which is another store's, to what @p conversion makes of them.
-bool word_store::take_converted(const word_leaf& leaf, const word_conversion& conversion) {
+bool word_store::take_converted(const word_leaf& leaf, const word_conversion& conversion,
+                                const row_test& keeps) {
     if (leaf.page == nullptr) {
         const pattern_ref texts = leaf.texts->converted(conversion);
         if (texts) {
@@ -152,13 +244,20 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
         }
         return static_cast<bool>(texts);
     }
+    const std::uint32_t end = std::min(leaf.last, size() - 1) - leaf.first + 1;
     std::string text;
-    for (std::uint64_t address = leaf.first; address <= leaf.last && address < size(); ++address) {
-        const auto place = static_cast<std::uint32_t>(address);
-        if (!conversion((*leaf.page)[place % page_words], text)) {
-            return false;
+    for (std::uint32_t index = 0; index < end;) {
+        word_row row = leaf.page->row_at(index);
+        row.count = std::min(row.count, end - index);
+        const bool kept = keeps && row.count != 0 && keeps(row);
+        const std::uint32_t behind = index + std::max(row.count, 1U);
+        for (; index < behind; ++index) {
+            const std::string_view word = (*leaf.page)[index];
+            if (!kept && !conversion(word, text)) {
+                return false;
+            }
+            set(leaf.first + index, kept ? word : text);
         }
-        set(place, text);
     }
     return true;
 }

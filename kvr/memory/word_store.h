@@ -1,10 +1,13 @@
 #pragma once
 
+#include "kvr/memory/word_row.h"
 #include "kvr/memory/word_tree.h"
 
 #include <cassert>
 #include <cstdint>
+#include <functional>
 #include <limits>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -16,6 +19,9 @@ struct word_run {
     std::uint32_t last;    ///< inclusive
     std::string_view text; ///< valid until the store changes
 };
+
+/// True when a conversion would leave each word of a row as it is.
+using row_test = std::function<bool(const word_row&)>;
 
 /// The words of a memory: one text per address, kept exactly (length, letter case, any byte), with the
 /// meaning of a double-ended queue of strings. Built for what memories look like: words that nobody has
@@ -48,6 +54,13 @@ public:
         return is_in_found_page(address) ? (*found_page)[address % page_words] : find(address);
     }
 
+    /// The same as a string.
+    [[nodiscard]] std::string copy_of(std::uint32_t address) const {
+        assert(address < word_count);
+        return is_in_found_page(address) ? found_page->copy_of(address % page_words)
+                                         : std::string(find(address));
+    }
+
     /// Replaces the text of the word at @p address, which must be below size().
     void set(std::uint32_t address, std::string_view text) {
         assert(address < word_count);
@@ -55,6 +68,10 @@ public:
             set_slowly(address, text);
         }
     }
+
+    /// Sets the words from @p first on to @p texts in order, which stand side by side, @p length characters
+    /// each (at least one). The last address must be below size(). Does what set() does for each of them.
+    void set_side_by_side(std::uint32_t first, std::string_view texts, std::size_t length);
 
     /// Sets the words from @p first to @p last (inclusive, below size()) to @p values in order, starting
     /// again with the first value when they are used up. @p values must not be empty; values beyond the
@@ -66,10 +83,18 @@ public:
     /// not. Stretches that one fill or range set are skipped as a whole.
     [[nodiscard]] word_run run_at(std::uint32_t address) const noexcept;
 
+    /// The words from @p address (below size()) on that stand side by side as words of one length, none
+    /// when they are not kept so. A row ends with its page at the latest, and the next row may begin right
+    /// behind it. Unlike a run it costs nothing to find.
+    [[nodiscard]] word_row row_at(std::uint32_t address) const noexcept;
+
     /// Replaces every text by what @p conversion makes of it. The cost depends on what was set, not on the
     /// number of words: a text that stands for many of them is converted once. False, with the words as
     /// they were, when @p conversion answers false.
-    bool transform(const word_conversion& conversion);
+    ///
+    /// @param keeps tells of a whole row of words at once that @p conversion takes them and makes each of
+    ///              the same text; words for which it answers false are converted.
+    bool transform(const word_conversion& conversion, const row_test& keeps = {});
 
 private:
     [[nodiscard]] word_root& root_of(std::uint32_t address) noexcept { return roots[address / root_words]; }
@@ -78,10 +103,14 @@ private:
     }
     [[nodiscard]] std::string_view find(std::uint32_t address) const noexcept;
     void set_slowly(std::uint32_t address, std::string_view text);
+    void set_in_page(std::uint32_t first, std::string_view texts, std::size_t length);
     void shrink(std::uint32_t size) noexcept;
     void grow(std::uint32_t size, std::string_view fill);
     void assign_range(const address_range& range, const pattern_ref& texts);
-    bool take_converted(const word_leaf& leaf, const word_conversion& conversion);
+    [[nodiscard]] bool is_kept(const word_conversion& conversion, const row_test& keeps) const;
+    [[nodiscard]] bool is_kept(const word_leaf& leaf, const word_conversion& conversion,
+                               const row_test& keeps) const;
+    bool take_converted(const word_leaf& leaf, const word_conversion& conversion, const row_test& keeps);
 
     std::uint32_t word_count = 0;
     std::vector<word_root> roots;

@@ -1,20 +1,61 @@
 #include "kvr/numeric/binary_digits.h"
 
+#include "kvr/numeric/digit_blocks.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/magnitude.h"
 
 #include <algorithm>
 #include <array>
+#include <cstring>
 #include <vector>
 
 namespace kvr {
 
 namespace {
 
-/// Every digit of four bits, the don't-care digit behind them; the last characters serve octal digits.
-constexpr std::array<std::string_view, dont_care_digit + 1> digit_bits = {
-    "0000", "0001", "0010", "0011", "0100", "0101", "0110", "0111", "1000",
-    "1001", "1010", "1011", "1100", "1101", "1110", "1111", "XXXX"};
+using digit_bits = std::array<char, 4>;
+
+/// What a character stands for as a digit of some bits: "X" for each bit of a don't-care digit, "0" for each
+/// one of no digit at all.
+constexpr digit_bits bits_of_character(std::size_t code, unsigned bits_per_digit) {
+    digit_bits bits{};
+    const unsigned value = digit_values[code];
+    for (unsigned index = 0; index < bits_per_digit; ++index) {
+        const bool is_set = value < 1U << bits_per_digit && (value >> (bits_per_digit - 1 - index) & 1) != 0;
+        bits[index] = value == dont_care_digit ? 'X' : is_set ? '1' : '0';
+    }
+    return bits;
+}
+
+template <unsigned bits_per_digit>
+constexpr auto bits_of_characters = [] {
+    std::array<digit_bits, 256> all{};
+    for (std::size_t code = 0; code < all.size(); ++code) {
+        all[code] = bits_of_character(code, bits_per_digit);
+    }
+    return all;
+}();
+
+template <unsigned bits_per_digit>
+void write_bits_of_one(char* place, char digit) {
+    std::memcpy(place, bits_of_characters<bits_per_digit>[static_cast<unsigned char>(digit)].data(),
+                bits_per_digit);
+}
+
+template <unsigned bits_per_digit>
+void write_bits_of_all(char* place, std::string_view text) {
+    // Four in a round: the loop itself would take as long as a digit.
+    for (; text.size() >= 4; text.remove_prefix(4)) {
+        for (std::size_t index = 0; index < 4; ++index) {
+            write_bits_of_one<bits_per_digit>(place + index * bits_per_digit, text[index]);
+        }
+        place += std::size_t{4} * bits_per_digit;
+    }
+    for (const char digit : text) {
+        write_bits_of_one<bits_per_digit>(place, digit);
+        place += bits_per_digit;
+    }
+}
 
 bool is_hexadecimal(int bits_per_digit) {
     return bits_per_digit == 4;
@@ -103,7 +144,7 @@ std::string decimal_to_binary_string(std::string_view text, bool is_signed) {
     const bool is_negative = is_signed && text.at(0) == '-';
     text.remove_prefix(is_negative ? 1 : 0);
     std::string bits(is_signed ? 1 : 0, '0');
-    if (std::ranges::all_of(text, is_decimal_digit)) {
+    if (are_decimal_digits(text)) {
         append_binary_of_number(bits, text);
     } else {
         append_binary_by_halving(bits, text);
@@ -146,17 +187,18 @@ std::string binary_to_grouped_radix_string(std::string_view bits, int bits_per_d
     return text;
 }
 
-std::string grouped_radix_to_binary_string(std::string_view text, int bits_per_digit) {
-    const bool hexadecimal = is_hexadecimal(bits_per_digit);
-    const std::size_t unused_bits = hexadecimal ? 0 : 1;
-    const unsigned char base = hexadecimal ? 16 : 8;
-    std::string bits;
-    bits.reserve(text.size() * (4 - unused_bits));
-    for (const char digit : text) {
-        const unsigned char value = digit_value(digit);
-        const bool counts = value < base || value == dont_care_digit;
-        bits += digit_bits[counts ? value : 0].substr(unused_bits);
+void write_bits_of_digits(char* place, std::string_view text, unsigned bits_per_digit) {
+    if (bits_per_digit == 4) {
+        write_bits_of_all<4>(place, text);
+    } else {
+        write_bits_of_all<3>(place, text);
     }
+}
+
+std::string grouped_radix_to_binary_string(std::string_view text, int bits_per_digit) {
+    const unsigned bits_written = is_hexadecimal(bits_per_digit) ? 4 : 3;
+    std::string bits(text.size() * bits_written, '\0');
+    write_bits_of_digits(bits.data(), text, bits_written);
     return bits;
 }
 

@@ -37,4 +37,7 @@ std::string binary_to_grouped_radix_string(std::string_view bits, int bits_per_d
 /// "X" and "x" give that many "X"; a character that is no digit of the radix counts as 0.
 std::string grouped_radix_to_binary_string(std::string_view text, int bits_per_digit);
 
+/// Writes what grouped_radix_to_binary_string() returns; @p bits_per_digit is 4 or 3.
+void write_bits_of_digits(char* place, std::string_view text, unsigned bits_per_digit);
+
 } // namespace kvr

@@ -3,6 +3,7 @@
 #include "kvr/numeric/binary_digits.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/magnitude.h"
+#include "kvr/numeric/small_word.h"
 
 #include <algorithm>
 #include <bit>
@@ -188,6 +189,16 @@ fault append_from_digits(std::string& result, const digit_text& scanned, const e
 std::optional<exact_word_error> append_exact_word(std::string& result, std::string_view text,
                                                   const exact_conversion& conversion) {
     assert(conversion.width != 0 && is_exact_radix(conversion.from) && is_exact_radix(conversion.to));
+    const bool is_hex_to_hex = conversion.from == RADIX_HEX && conversion.to == RADIX_HEX;
+    if (is_hex_to_hex ? append_same_hex_digits(result, text, conversion.width)
+                      : append_small_exact_word(result, text, conversion)) {
+        return std::nullopt;
+    }
+    return append_exact_word_plainly(result, text, conversion);
+}
+
+std::optional<exact_word_error> append_exact_word_plainly(std::string& result, std::string_view text,
+                                                          const exact_conversion& conversion) {
     digit_text scanned{};
     if (const fault found = scan_digits(scanned, text, conversion)) {
         return found;

@@ -53,6 +53,10 @@ struct exact_conversion {
 std::optional<exact_word_error> append_exact_word(std::string& result, std::string_view text,
                                                   const exact_conversion& conversion);
 
+/// The same without the fast paths of small_word.h: the exact path, for every text.
+std::optional<exact_word_error> append_exact_word_plainly(std::string& result, std::string_view text,
+                                                          const exact_conversion& conversion);
+
 /// Sets @p bits to the @p width binary digits of a word; see append_exact_word(). After an error, @p bits is
 /// as it was.
 std::optional<exact_word_error> exact_bits(std::string_view text, KVR_MEMORY_RADIXES radix,

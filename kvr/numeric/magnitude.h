@@ -6,6 +6,7 @@
 #include <span>
 #include <string>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kvr {
@@ -16,39 +17,63 @@ public:
     /// Enough for numbers of 1,024 bits, their decimal chunks included.
     static constexpr std::size_t inline_limbs = 20;
 
-    limb_buffer() = default;
-    explicit limb_buffer(std::size_t size) { resize(size); }
+    limb_buffer() {} // NOLINT: an inline limb is written when the size grows over it
+    limb_buffer(const limb_buffer& other) : limb_buffer() { *this = other; }
+    limb_buffer(limb_buffer&& other) noexcept : limb_buffer() { *this = std::move(other); }
+    limb_buffer& operator=(const limb_buffer& other);
+    limb_buffer& operator=(limb_buffer&& other) noexcept;
+    ~limb_buffer() = default;
+    explicit limb_buffer(std::size_t size) : limb_buffer() { resize(size); }
 
     std::size_t size() const { return size_; }
     std::span<std::uint64_t> limbs() { return {is_long() ? long_.data() : short_.data(), size_}; }
     std::span<const std::uint64_t> limbs() const { return {is_long() ? long_.data() : short_.data(), size_}; }
 
     /// Keeps the first limbs; new ones are 0.
-    void resize(std::size_t size);
+    void resize(std::size_t size) {
+        if (size > inline_limbs || is_long()) {
+            resize_long(size);
+            return;
+        }
+        for (std::size_t index = size_; index < size; ++index) {
+            short_[index] = 0;
+        }
+        size_ = size;
+    }
 
 private:
+    void resize_long(std::size_t size);
+    void copy_short_limbs(const limb_buffer& other);
     bool is_long() const { return !long_.empty(); }
 
     std::size_t size_ = 0;
-    std::array<std::uint64_t, inline_limbs> short_{};
+    std::array<std::uint64_t, inline_limbs> short_;
     std::vector<std::uint64_t> long_; ///< in use from the first size above inline_limbs on; never shrinks
 };
 
 /// An unsigned integer of any length, on its way between digit strings. All digit strings have their most
 /// significant digit first.
 ///
-/// Conversions from and to decimal cost time in the square of the length, a machine word at a time:
-/// a million digits take a few seconds. All others are linear.
+/// Conversions from and to decimal take somewhat more than the time of Karatsuba's multiplication, so that
+/// ten times the digits take 40 times as long. All others are linear.
 class magnitude {
 public:
     magnitude() = default; ///< zero
 
+    static magnitude of_decimal(std::string_view digits);                         ///< read_decimal()
+    static magnitude of_digits(std::string_view digits, unsigned bits_per_digit); ///< read_digits()
+
+    // All that read leave nothing of the number that was there before.
+
     /// Precondition: only "0" to "9". Without any digit: zero.
-    static magnitude of_decimal(std::string_view digits);
+    void read_decimal(std::string_view digits);
 
     /// @p bits_per_digit: 1, 3 or 4. A character that is no digit of that size counts as 0, the don't-care
     /// digit too.
-    static magnitude of_digits(std::string_view digits, unsigned bits_per_digit);
+    void read_digits(std::string_view digits, unsigned bits_per_digit);
+
+    /// The same, but false, with any number, if there is a don't-care digit.
+    bool read_known_digits(std::string_view digits, unsigned bits_per_digit);
 
     /// The bits without leading zeros: 0 for zero.
     std::size_t bit_length() const;
@@ -63,13 +88,19 @@ public:
     /// Precondition: not zero.
     void decrement();
 
+    /// The number in chunks of 19 decimal digits; see decimal_conversion.h.
+    limb_buffer decimal_chunks() const;
     /// Appends the shortest decimal text.
     void append_decimal(std::string& text) const;
     /// Appends the @p count lowest digits of @p bits_per_digit (1, 3 or 4) bits, upper-case, with zeros in
     /// front of a shorter number.
     void append_digits(std::string& text, unsigned bits_per_digit, std::size_t count) const;
+    /// Writes what append_digits() appends.
+    void write_low_digits(char* place, unsigned bits_per_digit, std::size_t count) const;
 
 private:
+    std::string_view read_blocks(std::string_view digits, unsigned bits_per_digit);
+    void read_one_by_one(std::string_view digits, unsigned bits_per_digit);
     void drop_leading_zero_limbs();
 
     limb_buffer buffer_; ///< least significant limb first, the last one not 0

@@ -1,17 +1,16 @@
 #include "kvr/numeric/radix_conversion.h"
 
 #include "kvr/numeric/binary_digits.h"
+#include "kvr/numeric/small_word.h"
 #include "kvr/numeric/word_conversion.h"
-
-#include <utility>
 
 bool kvr_radix_conversion(const std::string& input, std::string* output, KVR_MEMORY_RADIXES from,
                           KVR_MEMORY_RADIXES to, unsigned int width) {
-    std::optional<std::string> result = kvr::convert_word_directly(input, from, to, width);
-    if (!result) {
-        result = kvr::convert_word_through_binary_digits(input, from, to, width);
+    if ((to != RADIX_BIN && kvr::convert_small_word(*output, input, from, to, width)) ||
+        kvr::convert_word_directly(*output, input, from, to, width)) {
+        return true;
     }
-    *output = std::move(*result);
+    *output = kvr::convert_word_through_binary_digits(input, from, to, width);
     return from != RADIX_NONE && to != RADIX_NONE;
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 
 namespace kvr {
@@ -41,11 +42,66 @@ constexpr wide_limb multiply(std::uint64_t left, std::uint64_t right) {
 
 /// left * right + addend, which cannot overflow.
 constexpr wide_limb multiply_add(std::uint64_t left, std::uint64_t right, std::uint64_t addend) {
+#if defined(__SIZEOF_INT128__)
+    __extension__ typedef unsigned __int128 uint128; // NOLINT(modernize-use-using)
+    const uint128 sum = static_cast<uint128>(left) * right + addend;
+    return {static_cast<std::uint64_t>(sum), static_cast<std::uint64_t>(sum >> 64)};
+#else
     wide_limb sum = multiply(left, right);
     sum.low += addend;
     sum.high += sum.low < addend ? 1 : 0;
     return sum;
+#endif
 }
+
+/// The sum of up to 2^64 products, one column of a long multiplication. The portable way.
+class column_sum_by_limbs {
+public:
+    constexpr void add_product(std::uint64_t left, std::uint64_t right) {
+        const wide_limb product = multiply_add(left, right, low_);
+        low_ = product.low;
+        high_ += product.high;
+        carries_ += high_ < product.high ? 1U : 0U;
+    }
+
+    /// The lowest limb, which is taken away: the sum becomes that of the next column.
+    constexpr std::uint64_t take_limb() {
+        const std::uint64_t limb = low_;
+        low_ = high_;
+        high_ = carries_;
+        carries_ = 0;
+        return limb;
+    }
+
+private:
+    std::uint64_t low_ = 0;
+    std::uint64_t high_ = 0;
+    std::uint64_t carries_ = 0;
+};
+
+#if defined(__SIZEOF_INT128__)
+/// What column_sum_by_limbs does.
+class column_sum {
+public:
+    constexpr void add_product(std::uint64_t left, std::uint64_t right) {
+        carries_ += __builtin_add_overflow(sum_, static_cast<uint128>(left) * right, &sum_) ? 1U : 0U;
+    }
+
+    constexpr std::uint64_t take_limb() {
+        const auto limb = static_cast<std::uint64_t>(sum_);
+        sum_ = sum_ >> 64 | static_cast<uint128>(carries_) << 64;
+        carries_ = 0;
+        return limb;
+    }
+
+private:
+    __extension__ typedef unsigned __int128 uint128; // NOLINT(modernize-use-using)
+    uint128 sum_ = 0;
+    std::uint64_t carries_ = 0;
+};
+#else
+using column_sum = column_sum_by_limbs;
+#endif
 
 /// The largest power of ten in a limb, and its exponent.
 inline constexpr std::uint64_t decimal_chunk = 10'000'000'000'000'000'000U;
@@ -58,6 +114,12 @@ struct chunk_division {
     std::uint64_t quotient;
     std::uint64_t remainder;
 };
+
+// What divide_by_decimal_chunk() relies on: with the divisor d and the reciprocal v,
+// (2^64 + v) * d stays below 2^128, and one d more does not.
+static_assert(std::countl_zero(decimal_chunk) == 0);
+static_assert(multiply(decimal_chunk_reciprocal, decimal_chunk).high < 0 - decimal_chunk);
+static_assert(multiply_add(decimal_chunk_reciprocal, decimal_chunk, decimal_chunk).high == 0 - decimal_chunk);
 
 /// Divides (high, low) by decimal_chunk. Precondition: high < decimal_chunk.
 ///

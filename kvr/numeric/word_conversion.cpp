@@ -1,5 +1,8 @@
 #include "kvr/numeric/word_conversion.h"
 
+#include "kvr/numeric/binary_digits.h"
+#include "kvr/numeric/decimal_conversion.h"
+#include "kvr/numeric/digit_blocks.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/magnitude.h"
 #include "kvr/numeric/radix_conversion.h"
@@ -14,7 +17,7 @@ namespace {
 /// A word all of whose bits are known.
 struct plain_word {
     magnitude bits;
-    std::size_t length; ///< leading zero bits count; never 0
+    std::size_t length = 0; ///< leading zero bits count; never 0 after it has been read
 };
 
 /// The zeros in front of a short word that its text in @p radix tells: one of them shows that a decimal
@@ -35,32 +38,30 @@ void resize_binary_string(std::string& bits, std::size_t width, KVR_MEMORY_RADIX
     }
 }
 
-std::optional<plain_word> read_decimal_word(std::string_view text, bool is_signed) {
+bool read_decimal_word(plain_word& word, std::string_view text, bool is_signed) {
     const bool is_negative = is_signed && text.front() == '-';
     text.remove_prefix(is_negative ? 1 : 0);
-    if (!std::ranges::all_of(text, is_decimal_digit)) {
-        return std::nullopt;
+    if (!are_decimal_digits(text)) {
+        return false;
     }
-    plain_word word{magnitude::of_decimal(text), 0};
+    word.bits.read_decimal(text);
     word.length = std::max<std::size_t>(word.bits.bit_length(), 1) + (is_signed ? 1 : 0);
     if (is_negative) {
         word.bits.invert_low_bits(word.length);
     }
-    return word;
+    return true;
 }
 
-std::optional<plain_word> read_plain_word(std::string_view text, KVR_MEMORY_RADIXES radix) {
+bool read_plain_word(plain_word& word, std::string_view text, KVR_MEMORY_RADIXES radix) {
     if (text.empty()) {
-        return std::nullopt;
+        return false;
     }
     if (is_decimal(radix)) {
-        return read_decimal_word(text, radix == RADIX_DEC);
+        return read_decimal_word(word, text, radix == RADIX_DEC);
     }
     const unsigned bits = bits_per_digit(radix);
-    if (bits < 2 || text.find_first_of("Xx") != std::string_view::npos) {
-        return std::nullopt;
-    }
-    return plain_word{magnitude::of_digits(text, bits), text.size() * bits};
+    word.length = text.size() * bits;
+    return bits > 1 && word.bits.read_known_digits(text, bits);
 }
 
 void resize_plain_word(plain_word& word, std::size_t width) {
@@ -68,28 +69,41 @@ void resize_plain_word(plain_word& word, std::size_t width) {
     word.length = width;
 }
 
-std::string write_decimal_word(plain_word& word, bool is_signed) {
-    std::string text;
-    if (is_signed && word.bits.bit(word.length - 1)) {
-        text += '-';
+/// Makes room for @p size characters, for the caller to write all of them. An exception leaves the text as it
+/// was.
+inline char* room_for(std::string& text, std::size_t size) {
+    if (size > text.capacity()) {
+        text = std::string(size, '\0');
+    } else if (size != text.size()) {
+        text.resize(size);
+    }
+    return text.data();
+}
+
+void write_decimal_word(std::string& output, plain_word& word, bool is_signed) {
+    const bool is_negative = is_signed && word.bits.bit(word.length - 1);
+    if (is_negative) {
         word.bits.keep_low_bits(word.length - 1);
         word.bits.invert_low_bits(word.length - 1);
     }
-    const std::size_t sign = text.size();
-    word.bits.append_decimal(text);
+    const limb_buffer chunks = word.bits.decimal_chunks();
+    const std::size_t count = std::max<std::size_t>(count_digits(chunks.limbs()), 1);
+    char* place = room_for(output, count + (is_negative ? 1 : 0));
+    if (is_negative) {
+        *place++ = '-';
+    }
     // Least significant digit first; callers rely on it.
-    std::reverse(text.begin() + static_cast<std::ptrdiff_t>(sign), text.end());
-    return text;
+    write_reversed_digits(place, chunks.limbs(), count);
 }
 
-std::string write_plain_word(plain_word& word, KVR_MEMORY_RADIXES radix) {
+void write_plain_word(std::string& output, plain_word& word, KVR_MEMORY_RADIXES radix) {
     if (is_decimal(radix)) {
-        return write_decimal_word(word, radix == RADIX_DEC);
+        write_decimal_word(output, word, radix == RADIX_DEC);
+        return;
     }
     const unsigned bits = bits_per_digit(radix);
-    std::string text;
-    word.bits.append_digits(text, bits, digit_count(word.length, bits));
-    return text;
+    const std::size_t count = digit_count(word.length, bits);
+    word.bits.write_low_digits(room_for(output, count), bits, count);
 }
 
 char upper_case_digit(char digit, unsigned bits) {
@@ -115,6 +129,32 @@ std::string resize_digits(std::string_view text, unsigned bits, std::size_t widt
     return result;
 }
 
+/// The bits of hexadecimal or octal digits of any kind, each by itself; the one at the top of the word may
+/// lose bits.
+void write_bits_of_word(std::string& output, std::string_view text, unsigned bits, unsigned int width) {
+    if (text.data() == output.data()) {
+        write_bits_of_word(output, std::string(text), bits, width);
+        return;
+    }
+    if (width == 0) {
+        write_bits_of_digits(room_for(output, text.size() * bits), text, bits);
+        return;
+    }
+    const std::size_t size = width;
+    const std::size_t kept = std::min(text.size(), digit_count(size, bits));
+    text.remove_prefix(text.size() - kept);
+    char* place = room_for(output, size);
+    if (kept * bits > size) {
+        const std::string top = grouped_radix_to_binary_string(text.substr(0, 1), static_cast<int>(bits));
+        const std::size_t lost = kept * bits - size;
+        place = std::copy(top.begin() + static_cast<std::ptrdiff_t>(lost), top.end(), place);
+        text.remove_prefix(1);
+    } else {
+        place = std::fill_n(place, size - kept * bits, '0');
+    }
+    write_bits_of_digits(place, text, bits);
+}
+
 } // namespace
 
 std::string convert_word_through_binary_digits(const std::string& text, KVR_MEMORY_RADIXES from,
@@ -126,22 +166,31 @@ std::string convert_word_through_binary_digits(const std::string& text, KVR_MEMO
     return to == RADIX_BIN ? bits : convert_from_binary_string(bits, static_cast<int>(to));
 }
 
-std::optional<std::string> convert_word_directly(std::string_view text, KVR_MEMORY_RADIXES from,
-                                                 KVR_MEMORY_RADIXES to, unsigned int width) {
-    if (!is_decimal(to) && bits_per_digit(to) < 2) {
-        return std::nullopt;
+bool convert_word_directly(std::string& output, std::string_view text, KVR_MEMORY_RADIXES from,
+                           KVR_MEMORY_RADIXES to, unsigned int width) {
+    if (!is_decimal(to) && bits_per_digit(to) == 0) {
+        return false;
     }
-    if (from == to && !is_decimal(from)) {
-        return resize_digits(text, bits_per_digit(from), width);
+    if (from == to && bits_per_digit(from) > 1) {
+        output = resize_digits(text, bits_per_digit(from), width);
+        return true;
     }
-    std::optional<plain_word> word = read_plain_word(text, from);
-    if (!word) {
-        return std::nullopt;
+    if (to == RADIX_BIN && bits_per_digit(from) > 1) {
+        write_bits_of_word(output, text, bits_per_digit(from), width);
+        return true;
+    }
+    if (to == RADIX_BIN) {
+        return false;
+    }
+    plain_word word;
+    if (!read_plain_word(word, text, from)) {
+        return false;
     }
     if (width != 0) {
-        resize_plain_word(*word, width);
+        resize_plain_word(word, width);
     }
-    return write_plain_word(*word, to);
+    write_plain_word(output, word, to);
+    return true;
 }
 
 } // namespace kvr

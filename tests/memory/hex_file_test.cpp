@@ -349,13 +349,14 @@ TEST_F(HexFile, SetWordBeyondTheNumberOfWordsReportsTheAddress) {
                     "address is -1"));
 }
 
-TEST_F(HexFile, SetWordOutsideTheStoreWritesNothing) {
+TEST_F(HexFile, SetWordThatIsNotInTheStoreIsDropped) {
     KVR_MEMORY_HEX_FILE handler(&memory);
     hex_steps{handler}.memory().memory_radix = RADIX_HEX;
     handler.set_number_of_words(2);
     hex_steps{handler}.memory().number_of_words = 5;
-    EXPECT_FALSE(handler.set_hex_data_word(3, "1", RADIX_HEX));
-    EXPECT_EQ(messages().size(), 1U);
+    EXPECT_TRUE(handler.set_hex_data_word(3, "1", RADIX_HEX));
+    EXPECT_TRUE(messages().empty());
+    EXPECT_EQ(handler.get_hex_data_word(3, RADIX_HEX), "");
     hex_steps{handler}.memory().number_of_words = 1;
     EXPECT_FALSE(handler.set_hex_data_word(1, "1", RADIX_HEX));
     EXPECT_EQ(handler.get_hex_data_word(1, RADIX_HEX), "0");

@@ -4,6 +4,7 @@
 #include "kvr/memory/line_source.h"
 #include "kvr/memory/memory_file.h"
 #include "tests/memory/error_messages.h"
+#include "tests/memory/failing_file.h"
 #include "tests/memory/hex_record_texts.h"
 #include "tests/memory/seen_fault.h"
 
@@ -485,40 +486,9 @@ TEST(HexReaderWithObserver, WordSize0IsAFaultOfEveryDataRecord) {
                                              seen_fault{fault_code::no_data, 3, 1, 11}));
 }
 
-/// A file whose reads fail from @p error_at on, once it has been gone back in @p rewinds times.
-struct failing_file {
-    std::string content;
-    std::size_t error_at;
-    int rewinds = 0;
-    std::size_t position = 0;
-};
-
-ssize_t read_failing(void* cookie, char* buffer, std::size_t size) {
-    auto& file = *static_cast<failing_file*>(cookie);
-    if (file.rewinds <= 0 && file.position >= file.error_at) {
-        errno = EIO;
-        return -1;
-    }
-    const std::size_t count = std::min(size, file.content.size() - file.position);
-    std::copy_n(file.content.data() + file.position, count, buffer);
-    file.position += count;
-    return static_cast<ssize_t>(count);
-}
-
-int seek_failing(void* cookie, off64_t* offset, int whence) {
-    auto& file = *static_cast<failing_file*>(cookie);
-    if (whence == SEEK_SET) {
-        file.position = static_cast<std::size_t>(*offset);
-        --file.rewinds;
-    }
-    *offset = static_cast<off64_t>(file.position);
-    return 0;
-}
-
 /// Reads @p file into @p memory.
 bool read_failing_file(hex_memory& memory, failing_file& file, read_observer* observer = nullptr) {
-    line_source source(fopencookie(&file, "rb", {read_failing, nullptr, seek_failing, nullptr}),
-                       hex_record_walk::longest_line);
+    line_source source(file.open(), hex_record_walk::longest_line);
     return read_hex_lines(memory, source, observer);
 }
 
@@ -543,6 +513,22 @@ TEST(HexReaderOfAFileThatFails, FirstPassEndsTheReadAsIfTheFileCouldNotBeOpened)
     EXPECT_TRUE(memory.data_words.empty());
     EXPECT_THAT(error_messages(owner),
                 ElementsAre("Memory file cannot be opened.  Memory file -- words.hex -- not found. "));
+}
+
+TEST(HexReaderOfAFileThatChanges, SecondPassNamesTheLineAtFault) {
+    KVR_MEMORY_FILE owner;
+    hex_memory memory(&owner);
+    memory.file_name = "words.hex";
+    memory.word_size = 8;
+    failing_file file{.content = many_records()};
+    file.content_after_rewind = ":0400000012345678E8\n : 01 000006 00 00\n:00000001FF\n";
+    EXPECT_FALSE(read_failing_file(memory, file));
+    EXPECT_FALSE(memory.file_not_found);
+    EXPECT_TRUE(memory.error_occurred);
+    EXPECT_EQ(memory.error_state, ERROR_STATE_INVALID_LINE);
+    EXPECT_EQ(memory.invalid_line_number, 2);
+    EXPECT_THAT(error_messages(owner), ElementsAre("Invalid line found in memory file.  Invalid line -- "
+                                                   ":010000060000 -- found in file words.hex"));
 }
 
 TEST(HexReaderOfAFileThatFails, SecondPassEndsTheReadAsIfTheFileCouldNotBeOpened) {

@@ -1,4 +1,5 @@
 #include "kvr/memory/hex_record.h"
+#include "kvr/memory/plain_hex_record.h"
 #include "tests/memory/hex_record_texts.h"
 
 #include <gtest/gtest.h>

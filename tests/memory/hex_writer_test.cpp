@@ -3,6 +3,7 @@
 #include "kvr/memory/output_file.h"
 #include "tests/memory/hex_record_texts.h"
 #include "tests/memory/temporary_directory.h"
+#include "tests/memory/words_of_all_kinds.h"
 
 #include <gtest/gtest.h>
 
@@ -187,6 +188,51 @@ TEST(HexWriter, EveryPageHasItsNumber) {
     EXPECT_EQ(line_at(text, 2 * 65537 - 1), ":020000040002f8");
     EXPECT_EQ(line_at(text, 16 * 65537 - 1), ":020000040010ea");
     EXPECT_EQ(line_at(text, 17 * 65537 - 1), ":020000040011e9");
+}
+
+/// The records that the rules say, word by word.
+std::string plain_records_of(const std::vector<std::string>& words, std::uint32_t word_size) {
+    const temporary_directory directory;
+    output_file file = output_file::create(directory.path("plain.hex"));
+    const hex_record_layout layout(word_size / 8, true);
+    std::uint32_t written = 0;
+    for (const std::string& word : words) {
+        if (word.empty()) {
+            continue;
+        }
+        if (written != 0 && written % 65536 == 0) {
+            const std::string line =
+                kvr_test::hex_record_line(4, 0, kvr_test::hex_digits(written / 65536, 4, false), false);
+            file.write(line + '\n');
+        }
+        write_hex_record(layout, written % 65536, word, file);
+        ++written;
+    }
+    EXPECT_TRUE(file.close());
+    return content_of(directory.path("plain.hex"));
+}
+
+TEST(HexWriter, MemoriesOfAllKindsAreWrittenAsTheRulesSayOfEachWord) {
+    kvr_test::random_numbers numbers(8);
+    for (const std::uint32_t bytes : {1U, 2U, 3U, 4U, 9U}) {
+        const auto words =
+            kvr_test::words_of_all_kinds(numbers, 65000 + numbers() % 2000, 2 * bytes - numbers() % 2);
+        ASSERT_TRUE(records_of(words, 8 * bytes) == plain_records_of(words, 8 * bytes)) << bytes << " bytes";
+    }
+}
+
+TEST(HexWriter, PagesOfDifferentWordsBeginWhereTheRulesSay) {
+    kvr_test::random_numbers numbers(9);
+    std::vector<std::string> words;
+    while (words.size() < 2 * 65536) {
+        words.push_back(kvr_test::hex_digits(numbers() % 256, 2));
+    }
+    ASSERT_TRUE(records_of(words, 8) == plain_records_of(words, 8));
+    words.erase(words.begin() + 65536, words.end());
+    ASSERT_TRUE(records_of(words, 8) == plain_records_of(words, 8));
+    words.insert(words.begin() + 100, "");
+    words.push_back("5A");
+    ASSERT_TRUE(records_of(words, 8) == plain_records_of(words, 8));
 }
 
 TEST(HexWriter, FileThatCannotBeOpenedIsForgottenByTheNextWrite) {

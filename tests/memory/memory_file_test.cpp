@@ -267,4 +267,32 @@ TEST_F(MemoryFile, AMifFileIsReadAndWrittenAsIntelHex) {
               ":01000000a55a\n:01000100a559\n:01000200a558\n:0100030001fb\n:00000001ff\n");
 }
 
+/// What get_data_word() answers for words that it can copy is what the rules make of them.
+TEST_F(MemoryFile, WordsOfEveryLengthAndKindOfPageComeBackAsTheyAre) {
+    for (const KVR_FILE_TYPES type : {FILE_TYPE_HEX, FILE_TYPE_MIF, FILE_TYPE_RIF}) {
+        KVR_MEMORY_FILE each;
+        each.set_file_type(type);
+        each.set_memory_radix(RADIX_HEX);
+        each.set_number_of_words(40 * 1024);
+        std::vector<std::string> expected(std::size_t{40} * 1024, each.get_data_word(0, RADIX_NONE));
+        for (unsigned address = 0; address < expected.size(); ++address) {
+            const unsigned page = address / 1024;
+            const std::size_t length = page < 36 ? page : 1 + address % 20;
+            if (length == 0 || address % 50 == 49) {
+                continue;
+            }
+            expected[address] = std::string(length - 1, 'A') + "0123456789ABCDEF"[address % 16];
+            each.set_word_size(static_cast<unsigned>(4 * length));
+            each.set_data_word(address, expected[address], RADIX_HEX);
+        }
+        for (unsigned address = 0; address < expected.size(); ++address) {
+            ASSERT_EQ(each.get_data_word(address, RADIX_HEX), expected[address]) << address;
+            ASSERT_EQ(each.get_data_word(address, RADIX_NONE), expected[address]) << address;
+        }
+        EXPECT_FALSE(each.has_error_messages());
+        EXPECT_EQ(each.get_data_word(40 * 1024, RADIX_HEX), "");
+        EXPECT_TRUE(each.has_error_messages());
+    }
+}
+
 } // namespace

@@ -1,4 +1,6 @@
+#include "kvr/memory/memory_file.h"
 #include "kvr/memory/mif_reader.h"
+#include "tests/memory/failing_file.h"
 #include "tests/memory/memory_fixture.h"
 
 #include <deque>
@@ -216,13 +218,54 @@ TEST_F(MifReader, AKeywordFailureOnTheContentLineIsFoundAtTheEnd) {
     EXPECT_EQ(word(0), "1");
 }
 
+TEST_F(MifReader, AWidthFailureOnTheContentLineIsFoundAtTheEnd) {
+    file.set_number_of_words(1);
+    EXPECT_FALSE(read("DEPTH=2;\nWIDTH=0; CONTENT BEGIN\n0:5;\nEND;\n"));
+    EXPECT_EQ(file.get_error_state(), ERROR_STATE_INVALID_WIDTH);
+    EXPECT_EQ(file.get_invalid_line_number(), 5);
+    EXPECT_EQ(word(0), "5");
+}
+
+TEST_F(MifReader, ADepthFailureOnTheContentLineEndsTheRead) {
+    file.set_number_of_words(1);
+    EXPECT_FALSE(read("WIDTH=8;\nDEPTH=0; CONTENT BEGIN\n0:5;\nEND;\n"));
+    EXPECT_EQ(file.get_error_state(), ERROR_STATE_INVALID_DEPTH);
+    EXPECT_EQ(file.get_invalid_line_number(), 2);
+    EXPECT_EQ(word(0), "0");
+}
+
 TEST_F(MifReader, AHeaderCommentForgivesAKeywordFailureOnTheContentLine) {
     EXPECT_TRUE(read("WIDTH=8;\nDEPTH=2;\nDATA_RADIX=HEX CONTENT BEGIN\n0:1;\nEND;\nbehind\n"));
     EXPECT_EQ(file.get_error_state(), ERROR_STATE_INVALID_DATA_RADIX);
     EXPECT_EQ(errors().size(), 1U);
 }
 
+TEST(MifReaderComments, OneMoreThanTheLinesOfAListIsCounted) {
+    kvr::mif_memory memory(nullptr);
+    kvr::line_source source("WIDTH=8;\none\ntwo\nDEPTH=1;\nCONTENT BEGIN\nEND;\n",
+                            kvr::mif_reader::source_limit);
+    ASSERT_TRUE(kvr::mif_reader(memory).read(source));
+    EXPECT_EQ(memory.header_comments[1].lines.size(), 2U);
+    EXPECT_EQ(memory.header_comments[1].count, 2U);
+}
+
 // --- ends of file ---
+
+TEST(MifReaderOfAFileThatFails, EndsTheReadAsIfTheFileCouldNotBeOpened) {
+    for (const std::string content : {"WIDTH=8;\nDEP", "WIDTH=8;\nDEPTH=2;\nCONTENT BEGIN\n0 : 1;\n1 :"}) {
+        SCOPED_TRACE(content);
+        KVR_MEMORY_FILE owner;
+        kvr::mif_memory memory(&owner);
+        kvr::failing_file file{.content = content, .error_at = content.size()};
+        kvr::line_source source(file.open(), kvr::mif_reader::source_limit);
+        EXPECT_FALSE(kvr::mif_reader(memory).read(source));
+        EXPECT_TRUE(source.failed());
+        EXPECT_EQ(memory.error_state, ERROR_STATE_NONE);
+        EXPECT_FALSE(memory.error_occurred);
+        EXPECT_EQ(memory.invalid_line_number, 0);
+        EXPECT_FALSE(owner.has_error_messages());
+    }
+}
 
 TEST_F(MifReader, AnEmptyFileFailsWithoutMessage) {
     expect_failure("", ERROR_STATE_NONE, 1, {});

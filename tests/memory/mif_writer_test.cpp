@@ -1,6 +1,8 @@
+#include "kvr/memory/mif_writer.h"
 #include "kvr/memory/output_file.h"
 #include "tests/memory/memory_fixture.h"
 #include "tests/memory/mif_steps.h"
+#include "tests/memory/words_of_all_kinds.h"
 
 #include <deque>
 #include <random>
@@ -23,9 +25,11 @@ protected:
     /// What stands between "CONTENT BEGIN" and "END;" of the written file.
     std::string written_content() {
         EXPECT_TRUE(file.write_file());
-        const std::string text = written();
+        return content_lines_of(written());
+    }
+    static std::string content_lines_of(const std::string& text) {
         const std::size_t begin = text.find("CONTENT BEGIN\n") + 14;
-        return text.substr(begin, text.find("END;\n") - begin);
+        return text.substr(begin, text.rfind("END;\n") - begin);
     }
 };
 
@@ -82,6 +86,41 @@ TEST_F(MifWriter, OctalAddressesArePadded) {
     configure(9, RADIX_OCT);
     ASSERT_TRUE(file.set_data_word(8, "1", RADIX_HEX));
     EXPECT_EQ(written_content(), "\t[00..07]  :   0;\n\t10  :   01;\n");
+}
+
+/// The content lines that the rules say.
+std::string plain_lines_of(const strings& words, KVR_MEMORY_RADIXES radix, bool with_runs) {
+    const auto depth = static_cast<std::uint32_t>(words.size());
+    const std::size_t width = kvr::address_length(depth, radix);
+    std::string text;
+    for (std::uint32_t first = 0; first < depth;) {
+        std::uint32_t last = first;
+        while (with_runs && last + 1 < depth && words[last + 1] == words[first]) {
+            ++last;
+        }
+        kvr::append_content_line(text, first, last, words[first], radix, width, {});
+        first = last + 1;
+    }
+    return text;
+}
+
+TEST_F(MifWriter, MemoriesOfAllKindsAreWrittenAsTheRulesSayOfEachWord) {
+    kvr_test::random_numbers numbers(8);
+    for (const KVR_MEMORY_RADIXES radix : {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX}) {
+        for (const bool with_runs : {true, false}) {
+            const strings words = kvr_test::words_of_all_kinds(numbers, 20000, 1 + numbers() % 9);
+            kvr::mif_memory memory(nullptr);
+            memory.file_name = path;
+            memory.address_radix = radix;
+            memory.dont_consolidate_data = !with_runs;
+            memory.resize_words(static_cast<std::uint32_t>(words.size()));
+            for (std::uint32_t address = 0; address < words.size(); ++address) {
+                memory.data_words.set(address, words[address]);
+            }
+            ASSERT_TRUE(kvr::write_mif_file(memory));
+            ASSERT_TRUE(content_lines_of(written()) == plain_lines_of(words, radix, with_runs)) << radix;
+        }
+    }
 }
 
 TEST_F(MifWriter, OneDataCommentGivesEveryAddressItsLine) {

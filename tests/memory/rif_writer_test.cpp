@@ -2,12 +2,14 @@
 #include "kvr/memory/rif_writer.h"
 #include "tests/memory/error_messages.h"
 #include "tests/memory/temporary_directory.h"
+#include "tests/memory/words_of_all_kinds.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <cstdint>
 #include <random>
+#include <sstream>
 #include <stdexcept>
 #include <string>
 #include <string_view>
@@ -67,6 +69,24 @@ TEST_F(RifWriter, EightWordsMakeOneGroup) {
 
 TEST_F(RifWriter, EmptyStoreMakesAnEmptyFile) {
     EXPECT_EQ(written(RADIX_HEX, 8, {}), "");
+}
+
+TEST_F(RifWriter, MemoriesOfAllKindsAreWrittenAsTheRulesSayOfEachWord) {
+    kvr_test::random_numbers numbers(8);
+    for (const std::uint32_t width : {0U, 4U, 8U, 12U, 13U, 32U, 64U, 70U, 1024U}) {
+        const auto words = kvr_test::words_of_all_kinds(numbers, 20000 + numbers() % 2000,
+                                                        (width + 3) / 4 + (width == 0 ? 1U : 0U));
+        std::ostringstream expected;
+        std::string text;
+        for (std::uint32_t address = 0; address < words.size(); ++address) {
+            if (address % 8 == 0) {
+                expected << "\n@" << std::hex << address << '\n';
+            }
+            kvr::format_hexadecimal_word(words[address], width, text);
+            expected << text << ' ';
+        }
+        ASSERT_TRUE(written(RADIX_HEX, width, words) == expected.str()) << width << " bits";
+    }
 }
 
 TEST_F(RifWriter, AddressesAreLowerCaseWithoutLeadingZeros) {

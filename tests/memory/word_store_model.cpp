@@ -66,6 +66,21 @@ std::vector<std::string_view> views_of(const std::vector<std::string>& values) {
     return {values.begin(), values.end()};
 }
 
+namespace {
+
+/// Compares the row at @p address, if there is one.
+void expect_same_row(const compared_stores& stores, std::uint32_t address) {
+    const kvr::word_row row = stores.words.row_at(address);
+    ASSERT_LE(row.count, stores.model.size() - address);
+    for (const std::uint32_t i : {0U, 1U, row.count / 2, row.count - 1}) {
+        if (i < row.count) {
+            ASSERT_EQ(row[i], stores.model[address + i]) << "in the row at " << address;
+        }
+    }
+}
+
+} // namespace
+
 void expect_same_words(const compared_stores& stores, std::uint32_t first, std::uint32_t last) {
     for (std::uint64_t i = first; i <= last; ++i) {
         const auto address = static_cast<std::uint32_t>(i);
@@ -74,6 +89,8 @@ void expect_same_words(const compared_stores& stores, std::uint32_t first, std::
         ASSERT_EQ(run.first, address);
         ASSERT_EQ(run.last, stores.model.end_of_run(address)) << "at " << address;
         ASSERT_EQ(run.text, stores.model[address]) << "at " << address;
+        ASSERT_EQ(stores.words.copy_of(address), stores.model[address]) << "at " << address;
+        expect_same_row(stores, address);
     }
 }
 

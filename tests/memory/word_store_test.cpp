@@ -1,5 +1,6 @@
 #include "kvr/memory/word_store.h"
 #include "tests/allocation.h"
+#include "tests/memory/random_numbers.h"
 #include "tests/memory/word_store_model.h"
 
 #include <gtest/gtest.h>
@@ -423,6 +424,81 @@ TEST(WordStore, TransformConvertsWhatStandsForManyWordsOnce) {
     EXPECT_EQ(words[2000000010], "<0>");
     EXPECT_EQ(words[4000000000U], "<4444>");
     EXPECT_EQ(words[4294967294U], "<0>");
+}
+
+/// A store of words of all kinds: rows, lists, patterns, pieces.
+void set_words_of_all_kinds(kvr::word_store& words, kvr_test::random_numbers& numbers, bool is_plain) {
+    words.resize(20000, numbers() % 2 == 0 ? "" : "0A");
+    words.fill(9000, 15000, {"11", "22"});
+    for (std::uint32_t address = 3; address < 5000; ++address) {
+        const bool is_odd = !is_plain && numbers() % 500 == 0;
+        words.set(address, is_odd ? "b" : std::to_string(10 + numbers() % 90));
+    }
+    for (std::uint32_t address = 6000; address < 8000; ++address) {
+        words.set(address, std::string(1 + numbers() % 40, 'C'));
+    }
+    words.set(17000, "D");
+}
+
+TEST(WordStore, TransformThatMayKeepRowsGivesTheSameWords) {
+    const auto conversion = [](std::string_view text, std::string& made) {
+        made = text == "b" ? "bb" : std::string(text);
+        return true;
+    };
+    kvr_test::random_numbers numbers(7);
+    int rows = 0;
+    for (int i = 0; i < 20; ++i) {
+        kvr::word_store words;
+        set_words_of_all_kinds(words, numbers, i % 2 == 0);
+        std::vector<std::string> expected;
+        for (std::uint32_t address = 0; address < words.size(); ++address) {
+            expected.emplace_back();
+            conversion(words[address], expected.back());
+        }
+        ASSERT_TRUE(words.transform(conversion, [&rows](const kvr::word_row& row) {
+            rows += row.length == 2 ? 1 : 0;
+            return row.length == 2 && row.all().find('b') == std::string_view::npos;
+        }));
+        for (std::uint32_t address = 0; address < words.size(); ++address) {
+            ASSERT_EQ(words[address], expected[address]) << address;
+        }
+    }
+    EXPECT_GT(rows, 100);
+}
+
+TEST(WordStore, TransformThatMayKeepRowsAsksOnlyForTheOtherWords) {
+    kvr::word_store words;
+    words.resize(1024 * 100 + 50, "");
+    for (std::uint32_t address = 0; address + 5 < words.size(); ++address) {
+        words.set(address, std::to_string(10 + address % 90));
+    }
+    int conversions = 0;
+    const auto conversion = [&conversions](std::string_view text, std::string& made) {
+        ++conversions;
+        made = text;
+        return true;
+    };
+    EXPECT_TRUE(words.transform(conversion, [](const kvr::word_row& row) { return row.length == 2; }));
+    EXPECT_LT(conversions, 100);
+    EXPECT_EQ(words[1000], "20");
+    EXPECT_EQ(words[words.size() - 1], "");
+}
+
+TEST(WordStore, TransformThatFailsWhileItKeepsRowsChangesNothing) {
+    kvr::word_store words;
+    words.resize(5000, "");
+    for (std::uint32_t address = 0; address < 5000; ++address) {
+        words.set(address, address == 4500 ? "bad" : std::to_string(10 + address % 90));
+    }
+    EXPECT_FALSE(words.transform(
+        [](std::string_view text, std::string& made) {
+            made = text;
+            return text != "bad";
+        },
+        [](const kvr::word_row& row) { return row.length == 2; }));
+    EXPECT_EQ(words[0], "10");
+    EXPECT_EQ(words[4500], "bad");
+    EXPECT_EQ(words[4999], std::to_string(10 + 4999 % 90));
 }
 
 TEST(WordStore, TransformThatFailsChangesNothing) {

@@ -58,6 +58,28 @@ TEST(WideArithmetic, AddendCarriesIntoTheHighLimb) {
     EXPECT_EQ(kvr::multiply_add(2, 3, 4), (kvr::wide_limb{10, 0}));
 }
 
+TEST(WideArithmetic, ColumnSumsAreTheSameInBothWays) {
+    const std::vector<std::uint64_t> limbs = telling_limbs();
+    kvr::column_sum sum;
+    kvr::column_sum_by_limbs sum_by_limbs;
+    for (const std::uint64_t left : limbs) {
+        for (const std::uint64_t right : limbs) {
+            sum.add_product(left, right);
+            sum_by_limbs.add_product(left, right);
+        }
+        ASSERT_EQ(sum.take_limb(), sum_by_limbs.take_limb());
+    }
+}
+
+TEST(WideArithmetic, ColumnSumCarriesIntoTheThirdLimb) {
+    kvr::column_sum_by_limbs sum;
+    sum.add_product(all_ones, all_ones);
+    sum.add_product(all_ones, all_ones);
+    EXPECT_EQ(sum.take_limb(), 2U);
+    EXPECT_EQ(sum.take_limb(), all_ones - 3);
+    EXPECT_EQ(sum.take_limb(), 1U);
+}
+
 TEST(WideArithmetic, QuotientAndRemainderMakeTheDividend) {
     const std::vector<std::uint64_t> limbs = telling_limbs();
     for (const std::uint64_t limb : limbs) {

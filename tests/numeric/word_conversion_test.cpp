@@ -2,13 +2,27 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <random>
 #include <string>
 
 namespace {
 
-using kvr::convert_word_directly;
 using kvr::convert_word_through_binary_digits;
+
+/// The result of the fast path, or nothing where it leaves the text to the exact one.
+std::optional<std::string> convert_word_directly(const std::string& text, KVR_MEMORY_RADIXES from,
+                                                 KVR_MEMORY_RADIXES to, unsigned int width) {
+    std::string output = "untouched";
+    if (!kvr::convert_word_directly(output, text, from, to, width)) {
+        EXPECT_EQ(output, "untouched");
+        return std::nullopt;
+    }
+    std::string shared = text;
+    EXPECT_TRUE(kvr::convert_word_directly(shared, shared, from, to, width));
+    EXPECT_EQ(shared, output);
+    return output;
+}
 
 std::string random_text(std::mt19937_64& random, std::size_t count, const std::string& alphabet) {
     std::string text;
@@ -36,6 +50,15 @@ TEST(WordConversion, FastPathTakesAnyDigitsOfARadixToItself) {
     EXPECT_EQ(convert_word_directly("", RADIX_HEX, RADIX_HEX, 0), "");
 }
 
+TEST(WordConversion, FastPathTakesAnyDigitsOnTheirWayToBinary) {
+    EXPECT_EQ(convert_word_directly("axg1", RADIX_HEX, RADIX_BIN, 0), "1010XXXX00000001");
+    EXPECT_EQ(convert_word_directly("78x", RADIX_OCT, RADIX_BIN, 8), "11000XXX");
+    EXPECT_EQ(convert_word_directly("78x", RADIX_OCT, RADIX_BIN, 11), "00111000XXX");
+    EXPECT_EQ(convert_word_directly("fX", RADIX_HEX, RADIX_BIN, 2), "XX");
+    EXPECT_EQ(convert_word_directly("", RADIX_HEX, RADIX_BIN, 3), "000");
+    EXPECT_EQ(convert_word_directly("", RADIX_OCT, RADIX_BIN, 0), "");
+}
+
 TEST(WordConversion, FastPathLeavesTheOthers) {
     EXPECT_EQ(convert_word_directly("1X", RADIX_HEX, RADIX_OCT, 0), std::nullopt);
     EXPECT_EQ(convert_word_directly("1 2", RADIX_DEC, RADIX_HEX, 0), std::nullopt);
@@ -43,7 +66,7 @@ TEST(WordConversion, FastPathLeavesTheOthers) {
     EXPECT_EQ(convert_word_directly("", RADIX_DEC, RADIX_HEX, 0), std::nullopt);
     EXPECT_EQ(convert_word_directly("", RADIX_HEX, RADIX_DEC, 0), std::nullopt);
     EXPECT_EQ(convert_word_directly("11", RADIX_BIN, RADIX_HEX, 0), std::nullopt);
-    EXPECT_EQ(convert_word_directly("11", RADIX_HEX, RADIX_BIN, 0), std::nullopt);
+    EXPECT_EQ(convert_word_directly("11", RADIX_UNS, RADIX_BIN, 0), std::nullopt);
     EXPECT_EQ(convert_word_directly("11", RADIX_NONE, RADIX_HEX, 0), std::nullopt);
     EXPECT_EQ(convert_word_directly("11", RADIX_HEX, RADIX_FIXED_POINT, 0), std::nullopt);
 }

@@ -101,3 +101,11 @@ uses_it_through_pkg_config() { # PREFIX
     echo "$output"
     [ "$status" -eq 0 ]
 }
+
+@test "the manual page and the completions are installed" {
+    cd "$first/static/share"
+    groff -ww -man -Tutf8 man/man1/kvrmem.1 | grep -q 'KVRMEM(1)'
+    grep -q '^complete .*kvrmem$' bash-completion/completions/kvrmem
+    head -n 1 zsh/site-functions/_kvrmem | grep -qx '#compdef kvrmem'
+    grep -q '^complete -c kvrmem' fish/vendor_completions.d/kvrmem.fish
+}

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+namespace speed {
+
+/// What a file of the corpus looks like.
+enum class file_shape : std::uint8_t {
+    one_word_a_line, ///< or one word a record; RIF: a page of words a line
+    eight_values_a_line,
+    comment_on_every_line,
+    mixed_decimals, ///< one signed decimal of 1 to 6 characters a line
+    thirty_two_bytes_a_record,
+};
+
+struct corpus_file {
+    const char* name; ///< its extension tells the format
+    file_shape shape;
+    std::uint32_t bits;
+    std::uint32_t words;
+};
+
+/// Writes @p file into @p folder, the same bytes every time, and answers with its path.
+std::string make_file(const std::string& folder, const corpus_file& file);
+
+} // namespace speed

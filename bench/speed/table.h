@@ -1,0 +1,33 @@
+#pragma once
+
+#include <string>
+
+namespace speed {
+
+/// A line of the table: what was reached, and what was aimed at, both in units of the yardstick.
+struct table_row {
+    std::string work;
+    double reached;
+    double target;
+    double stretch;
+    std::string absolute; ///< the figures behind the ratio
+};
+
+void print_head();
+void print_row(const table_row& row);
+
+/// What the rows need to know of the surroundings.
+struct table_settings {
+    std::string self;   ///< this program, for the child processes
+    std::string tool;   ///< kvrmem, built for speed
+    std::string folder; ///< on a memory file system
+    int rounds = 9;
+};
+
+// The groups of rows. Each prints its rows as they are measured.
+void file_rows(const table_settings& settings);
+void memory_rows();
+void number_rows(const table_settings& settings);
+void word_rows(const table_settings& settings);
+
+} // namespace speed

@@ -1,0 +1,68 @@
+#include "bench/speed/timing.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <fcntl.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace speed {
+
+double now() {
+    const std::chrono::duration<double> time = std::chrono::steady_clock::now().time_since_epoch();
+    return time.count();
+}
+
+double median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+comparison compare(const measurement& work, const measurement& floor, int rounds) {
+    std::vector<double> work_times;
+    std::vector<double> floor_times;
+    std::vector<double> ratios;
+    for (int round = -1; round < rounds; ++round) {
+        const double work_time = work();
+        const double floor_time = floor();
+        if (round >= 0) {
+            work_times.push_back(work_time);
+            floor_times.push_back(floor_time);
+            ratios.push_back(work_time / floor_time);
+        }
+    }
+    return {median(work_times), median(floor_times), median(ratios)};
+}
+
+double time_of_process(const std::vector<std::string>& command) {
+    std::vector<std::string> words = command;
+    std::vector<char*> pointers;
+    pointers.reserve(words.size() + 1);
+    for (std::string& word : words) {
+        pointers.push_back(word.data());
+    }
+    pointers.push_back(nullptr);
+    posix_spawn_file_actions_t actions;
+    posix_spawn_file_actions_init(&actions);
+    posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
+    posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+    const double begin = now();
+    pid_t child = 0;
+    int status = -1;
+    if (posix_spawn(&child, pointers[0], &actions, nullptr, pointers.data(), environ) == 0) {
+        waitpid(child, &status, 0);
+    }
+    const double time = now() - begin;
+    posix_spawn_file_actions_destroy(&actions);
+    if (status != 0) {
+        std::fprintf(stderr, "%s %s failed\n", words[0].c_str(), words.size() > 1 ? words[1].c_str() : "");
+        std::exit(1);
+    }
+    return time;
+}
+
+} // namespace speed

@@ -1,0 +1,31 @@
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+namespace speed {
+
+/// Seconds that one run of something takes.
+using measurement = std::function<double()>;
+
+/// What two things cost that were run in turn.
+struct comparison {
+    double work;  ///< median, in seconds
+    double floor; ///< median of the yardstick, in seconds
+    double ratio; ///< median of the ratios of neighbouring runs
+};
+
+/// Runs @p work and @p floor in turn, once uncounted and then @p rounds times.
+[[nodiscard]] comparison compare(const measurement& work, const measurement& floor, int rounds);
+
+[[nodiscard]] double median(std::vector<double> values);
+
+/// Seconds that the process @p command takes from its start to its end, its output thrown away. Ends the
+/// program when it cannot be started or does not end with 0.
+[[nodiscard]] double time_of_process(const std::vector<std::string>& command);
+
+/// Seconds by a clock that only goes forward.
+[[nodiscard]] double now();
+
+} // namespace speed

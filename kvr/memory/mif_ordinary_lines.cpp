@@ -1,0 +1,314 @@
+#include "kvr/memory/mif_ordinary_lines.h"
+
+#include "kvr/memory/mif_line.h"
+#include "kvr/numeric/digit_value.h"
+#include "kvr/numeric/eight_digits.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+
+namespace kvr {
+
+namespace {
+
+/// Bytes behind a line that may be looked at, but not used, where digits are read eight at a time.
+constexpr std::size_t slack = 64;
+
+/// A value up to this length is expected again in the next line.
+constexpr std::size_t longest_expected = 32;
+static_assert(slack >= predicted_address::readable + longest_expected + 8);
+
+bool is_blank(char character) noexcept {
+    return character == ' ' || character == '\t';
+}
+
+const char* skip_blanks(const char* at) noexcept {
+    while (is_blank(*at)) {
+        ++at;
+    }
+    return at;
+}
+
+/// Digits of an address that can never pass 32 bits, for a base.
+std::size_t safe_digits(unsigned base) noexcept {
+    switch (base) {
+    case 2:
+        return 32;
+    case 8:
+        return 10;
+    case 10:
+        return 9;
+    default:
+        return 8;
+    }
+}
+
+/// All bits below the lowest that is set in @p bits.
+constexpr std::uint64_t before_first(std::uint64_t bits) noexcept {
+    return (bits - 1) & ~bits;
+}
+
+struct value_of_digits {
+    const char* end;
+    bool has_lower_case;
+};
+
+/// skip_value_of_digits() for a value of eight digits or more, of which @p first_digit is the first.
+value_of_digits skip_long_value(const char* first_digit) noexcept {
+    std::uint64_t lower_case = 0;
+    for (const char* eight = first_digit;; eight += 8) {
+        const eight_classes classes = classes_of_eight(load_eight(eight));
+        if (classes.other != 0) {
+            lower_case |= classes.lower_case & before_first(classes.other);
+            return {eight + std::countr_zero(classes.other) / 8, lower_case != 0};
+        }
+        lower_case |= classes.lower_case;
+    }
+}
+
+/// Finds the end of the hexadecimal digits that begin at @p value, and of the "-" that may stand before
+/// them; @p value itself when there is no digit. Reads eight characters at a time.
+inline value_of_digits skip_value_of_digits(const char* value) noexcept {
+    const char* const first_digit = value + (*value == '-' ? 1 : 0);
+    const eight_classes classes = classes_of_eight(load_eight(first_digit));
+    if (classes.other == 0) {
+        return skip_long_value(first_digit);
+    }
+    const char* const end = first_digit + std::countr_zero(classes.other) / 8;
+    const bool has_lower_case = (classes.lower_case & before_first(classes.other)) != 0;
+    return {end != first_digit ? end : value, has_lower_case};
+}
+
+/// True when the @p length characters at @p value are hexadecimal digits, which is all that this asks: unlike
+/// skip_value_of_digits(), it lets the processor go on with what is behind them.
+inline bool are_digits(const char* value, std::size_t length, bool& has_lower_case) noexcept {
+    eight_classes found{};
+    std::size_t at = 0;
+    for (; at + 8 <= length; at += 8) {
+        const eight_classes classes = classes_of_eight(load_eight(value + at));
+        found.other |= classes.other;
+        found.lower_case |= classes.lower_case;
+    }
+    if (at < length) {
+        const std::uint64_t asked = (std::uint64_t{1} << (8 * (length - at))) - 1;
+        const eight_classes classes = classes_of_eight(load_eight(value + at));
+        found.other |= classes.other & asked;
+        found.lower_case |= classes.lower_case & asked;
+    }
+    has_lower_case = found.lower_case != 0;
+    return found.other == 0;
+}
+
+/// What precedes the values of the lines from the first on that end far enough before the end of @p lines to
+/// be read eight characters at a time.
+std::size_t size_before_slack(std::string_view lines) noexcept {
+    return lines.size() > slack ? lines.rfind('\n', lines.size() - slack - 1) + 1 : 0;
+}
+
+} // namespace
+
+mif_ordinary_lines::amount mif_ordinary_lines::read(std::string_view lines, bool with_comments) {
+    comments_are_ordinary = with_comments;
+    address_base = radix_base(memory.address_radix);
+    const char* const begin = lines.data();
+    lines_end = begin + lines.size();
+    const char* const eight_readable_end = begin + size_before_slack(lines);
+    const char* at = begin;
+    std::uint64_t count = 0;
+    try {
+        while (at != lines_end) {
+            const char* next = at < eight_readable_end ? read_line_as_predicted(at) : nullptr;
+            if (next == nullptr) {
+                next = read_line(at);
+            }
+            if (next == nullptr) {
+                break;
+            }
+            at = next;
+            ++count;
+        }
+    } catch (...) {
+        words.flush();
+        throw;
+    }
+    words.flush();
+    return {static_cast<std::size_t>(at - begin), count};
+}
+
+/// Reads a line that begins as was predicted and has values of hexadecimal digits only, "-" at the front
+/// allowed, and answers with what follows its LF; or with null, having changed nothing, for any other line.
+/// Assumes that the line ends at least `slack` before the end of the lines.
+const char* mif_ordinary_lines::read_line_as_predicted(const char* const begin) {
+    if (!predicted.matches(begin)) {
+        return nullptr;
+    }
+    const char* const value = begin + predicted.size();
+    value_of_digits read{value + expected_length, false};
+    if (*read.end != ';' || expected_length == 0 ||
+        !are_digits(value, expected_length, read.has_lower_case)) {
+        read = skip_value_of_digits(value);
+        if (*read.end != ';' || read.end == value) {
+            return read_values_as_predicted(begin);
+        }
+        const auto length = static_cast<std::size_t>(read.end - value);
+        expected_length = length <= longest_expected ? length : 0;
+    }
+    const char* next = read.end + 2;
+    comment = {};
+    if (read.end[1] != '\n' || static_cast<std::size_t>(next - begin) > line_limit) {
+        next = find_next_line(begin, read.end + 1);
+    }
+    const std::uint64_t address = predicted.address();
+    if (next == nullptr || address >= memory.number_of_words ||
+        !memory.address_set.insert(static_cast<std::uint32_t>(address))) {
+        return nullptr;
+    }
+    set_digits(static_cast<std::uint32_t>(address), {value, static_cast<std::size_t>(read.end - value)},
+               read.has_lower_case);
+    keep_comment();
+    predicted.advance(1);
+    return next;
+}
+
+/// The same for a line with more values than one.
+const char* mif_ordinary_lines::read_values_as_predicted(const char* const begin) {
+    bool has_lower_case = false;
+    const char* at = begin + predicted.size();
+    value_count = 0;
+    while (*at != ';') {
+        const char* const value = at;
+        const value_of_digits read = skip_value_of_digits(value);
+        has_lower_case = has_lower_case || read.has_lower_case;
+        at = read.end;
+        if (at == value || !(is_blank(*at) || *at == ';') || value_count == values.size()) {
+            return nullptr;
+        }
+        values[value_count++] = {value, static_cast<std::size_t>(at - value)};
+        at = skip_blanks(at);
+    }
+    const char* const next = find_next_line(begin, at + 1);
+    const std::uint64_t first = predicted.address();
+    if (next == nullptr || first >= memory.number_of_words || !can_be_stored(first)) {
+        return nullptr;
+    }
+    for (std::size_t i = 0; i < value_count; ++i) {
+        set_digits(static_cast<std::uint32_t>(first + i), values[i], has_lower_case);
+    }
+    keep_comment();
+    predicted.advance(value_count);
+    return next;
+}
+
+/// Reads "<address> : <value> <value> … ;" and answers with what follows the LF, or with null, having
+/// changed nothing, for any other line. Assumes that a LF lies ahead; it ends every loop, since it is
+/// neither blank nor digit nor value character.
+const char* mif_ordinary_lines::read_line(const char* const begin) {
+    const char* at = skip_blanks(begin);
+    const char* const first_digit = at;
+    std::uint64_t address = 0;
+    while (digit_value(*at) < address_base) {
+        address = address * address_base + digit_value(*at);
+        ++at;
+    }
+    const auto digits = static_cast<std::size_t>(at - first_digit);
+    at = skip_blanks(at);
+    if (digits == 0 || digits > safe_digits(address_base) || *at != ':' ||
+        address >= memory.number_of_words) {
+        return nullptr;
+    }
+    const char* const first_value = skip_blanks(at + 1);
+    at = read_values(first_value);
+    const char* const next = at != nullptr ? find_next_line(begin, at) : nullptr;
+    if (next == nullptr || !can_be_stored(address)) {
+        return nullptr;
+    }
+    for (std::size_t i = 0; i < value_count; ++i) {
+        words.set(static_cast<std::uint32_t>(address + i), in_upper_case(values[i]));
+    }
+    keep_comment();
+    predicted.learn({begin, static_cast<std::size_t>(first_value - begin)}, {first_digit, digits},
+                    address_base, address, value_count);
+    return next;
+}
+
+/// Collects the values from @p at up to the ";" and answers with what follows it; null when there is
+/// anything but values, or a "--", which starts a comment.
+const char* mif_ordinary_lines::read_values(const char* at) {
+    value_count = 0;
+    while (is_value_character(*at)) {
+        const char* const value = at;
+        while (is_value_character(*at)) {
+            if (at[0] == '-' && at[1] == '-') {
+                return nullptr;
+            }
+            ++at;
+        }
+        if (value_count == values.size()) {
+            return nullptr;
+        }
+        values[value_count++] = {value, static_cast<std::size_t>(at - value)};
+        at = skip_blanks(at);
+    }
+    return *at == ';' ? at + 1 : nullptr;
+}
+
+/// What follows the LF of the line at @p begin, of which @p at is what follows the ";". Finds its comment.
+/// Null when there is anything else or the line is too long.
+const char* mif_ordinary_lines::find_next_line(const char* const begin, const char* at) {
+    comment = {};
+    at = skip_blanks(at);
+    if (comments_are_ordinary && at[0] == '-' && at[1] == '-') {
+        const char* const dashes = at;
+        at = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(lines_end - at)));
+        at -= at[-1] == '\r' ? 1 : 0;
+        comment = {dashes, static_cast<std::size_t>(at - dashes)};
+    }
+    const std::size_t carriage_return = *at == '\r' ? 1 : 0;
+    if (at[carriage_return] != '\n' || static_cast<std::size_t>(at - begin) > line_limit) {
+        return nullptr;
+    }
+    return at + carriage_return + 1;
+}
+
+/// False, having changed nothing, when the values do not fit in from @p address on, which is below the
+/// depth, or the address was set before; otherwise it is set now.
+bool mif_ordinary_lines::can_be_stored(std::uint64_t address) {
+    if (value_count == 0 || value_count > memory.number_of_words - address) {
+        return false;
+    }
+    return value_count > 1 || memory.address_set.insert(static_cast<std::uint32_t>(address));
+}
+
+/// Stores the word @p value of hexadecimal digits, or with a "-" before them, in upper case.
+void mif_ordinary_lines::set_digits(std::uint32_t address, std::string_view value, bool has_lower_case) {
+    char* const place = words.room_for(address, value.size());
+    if (place == nullptr) {
+        words.set_apart(address, has_lower_case ? in_upper_case(value) : value);
+        return;
+    }
+    static_assert(word_batch::slack >= 8 && slack >= 8);
+    for (std::size_t at = 0; at < value.size(); at += 8) {
+        const std::uint64_t eight = load_eight(value.data() + at);
+        store_eight(has_lower_case ? kvr::in_upper_case(eight, classes_of_eight(eight)) : eight, place + at);
+    }
+}
+
+/// @p value itself when it has no lower-case letter.
+std::string_view mif_ordinary_lines::in_upper_case(std::string_view value) {
+    const auto is_lower = [](char character) { return character >= 'a' && character <= 'z'; };
+    if (std::none_of(value.begin(), value.end(), is_lower)) {
+        return value;
+    }
+    upper_cased.assign(value);
+    to_upper(upper_cased);
+    return upper_cased;
+}
+
+void mif_ordinary_lines::keep_comment() {
+    if (!comment.empty()) {
+        memory.data_comments.push_front(comment);
+    }
+}
+
+} // namespace kvr

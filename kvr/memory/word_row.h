@@ -1,0 +1,29 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace kvr {
+
+/// Neighbouring words of one length whose texts stand side by side in memory, for those who would rather go
+/// over many words at once than ask for each. Valid until the store that it comes from changes.
+struct word_row {
+    const char* texts = nullptr;
+    std::uint32_t length = 0; ///< characters of each word
+    std::uint32_t count = 0;  ///< words; 0: there is no row
+
+    [[nodiscard]] std::string_view operator[](std::uint32_t index) const noexcept {
+        return {texts + std::size_t{index} * length, length};
+    }
+
+    /// The texts of all words, one behind the other.
+    [[nodiscard]] std::string_view all() const noexcept { return {texts, std::size_t{count} * length}; }
+
+    /// @p words of its words from number @p first on.
+    [[nodiscard]] word_row part(std::uint32_t first, std::uint32_t words) const noexcept {
+        return {texts + std::size_t{first} * length, length, words};
+    }
+};
+
+} // namespace kvr

@@ -1,0 +1,173 @@
+#include "kvr/numeric/power_of_ten.h"
+
+#include <algorithm>
+#include <cassert>
+
+namespace kvr {
+
+namespace {
+
+constexpr std::size_t most_short_chunks = 2 * base_chunks;
+
+/// The power in a limb for each chunk: 10^(19 * chunks) has exactly `chunks` limbs as long as the bits that
+/// a chunk lacks of a limb, less than 0.884 each, do not add up to a limb.
+static_assert(most_short_chunks * 884 < std::size_t{64} * 1000);
+
+struct short_limbs {
+    std::array<std::uint64_t, most_short_chunks> power;
+    std::array<std::uint64_t, most_short_chunks + 1> reciprocal;
+};
+
+/// floor(number / 10^19) in place.
+void divide_by_chunk(limb_span number) {
+    std::uint64_t remainder = 0;
+    for (std::size_t index = number.size(); index-- > 0;) {
+        const chunk_division division = divide_by_decimal_chunk(remainder, number[index]);
+        number[index] = division.quotient;
+        remainder = division.remainder;
+    }
+}
+
+/// Dividing by 10^19 again and again rounds down to what one division by the power gives.
+short_limbs limbs_of_short_power(std::size_t chunks) {
+    short_limbs limbs{};
+    limbs.power[0] = 1;
+    std::array<std::uint64_t, 2 * most_short_chunks + 1> quotient{};
+    quotient[2 * chunks] = 1;
+    for (std::size_t count = 0; count < chunks; ++count) {
+        multiply_by_limb(limb_span(limbs.power).first(chunks), decimal_chunk);
+        divide_by_chunk(limb_span(quotient).first(2 * chunks + 1));
+    }
+    std::copy_n(quotient.begin(), chunks + 1, limbs.reciprocal.begin());
+    return limbs;
+}
+
+/// One entry for each number of chunks, the unused ones empty.
+using short_powers = std::array<short_limbs, most_short_chunks + 1>;
+
+bool is_short(std::size_t chunks) {
+    return chunks != 0 && (chunks <= base_chunks || (chunks % 2 == 0 && chunks <= most_short_chunks));
+}
+
+short_powers all_short_powers() {
+    short_powers powers{};
+    for (std::size_t chunks = 1; chunks < powers.size(); ++chunks) {
+        if (is_short(chunks)) {
+            powers[chunks] = limbs_of_short_power(chunks);
+        }
+    }
+    return powers;
+}
+
+/// 2^(128 * n) - reciprocal * power for n limbs of power, below the power. A reciprocal that is a little too
+/// small is made exact for that.
+std::vector<std::uint64_t> make_exact(limb_span reciprocal, limb_view power) {
+    const std::size_t size = power.size();
+    std::vector<std::uint64_t> rest(2 * size + 1);
+    multiply_limbs(rest, reciprocal, power);
+    negate_limbs(rest);
+    const std::uint64_t one = 1;
+    add_limbs(limb_span(rest).subspan(2 * size), limb_view(&one, 1));
+    while (!is_less(rest, power)) {
+        subtract_limbs(rest, power);
+        add_limbs(reciprocal, limb_view(&one, 1));
+    }
+    rest.resize(size);
+    return rest;
+}
+
+/// A reciprocal of the square of a power, of which it falls short by a few units at most. With b = 2^64, n
+/// limbs of the power p, its reciprocal r and the rest d = b^2n - r * p, b^4n / p^2 is
+/// r^2 * (1 + 2 * d / b^2n) and a few units.
+std::vector<std::uint64_t> reciprocal_of_square(const power_of_ten& root, std::size_t square_size) {
+    const std::size_t size = root.power.size();
+    std::vector<std::uint64_t> exact(root.reciprocal.begin(), root.reciprocal.end());
+    const std::vector<std::uint64_t> rest = make_exact(exact, root.power);
+    std::vector<std::uint64_t> result(2 * size + 2);
+    multiply_limbs(result, exact, exact);
+    std::vector<std::uint64_t> correction(2 * size + 2);
+    multiply_limbs(correction, limb_view(result).subspan(size), rest);
+    const limb_view whole_correction = limb_view(correction).subspan(size);
+    add_limbs(result, whole_correction);
+    add_limbs(result, whole_correction);
+    // From the unit b^4n to that of the square's own length.
+    const auto unused = static_cast<std::ptrdiff_t>(4 * size - 2 * square_size);
+    result.erase(result.begin(), result.begin() + unused);
+    result.resize(square_size + 1);
+    return result;
+}
+
+/// Below so many limbs, half of the columns of a product are faster than all of it by Karatsuba's rule.
+constexpr std::size_t half_products_limbs = 56;
+
+/// Sets @p quotient, of n limbs, to those of top * reciprocal, of n + 1 limbs each, from the limb n + 1 on.
+/// It may be 1 too small.
+void estimate_quotient(limb_span quotient, limb_view top, limb_view reciprocal, limb_span scratch) {
+    const std::size_t size = quotient.size();
+    const bool is_short = size < half_products_limbs;
+    // Two columns more at the bottom: what lies below them is less than one unit.
+    const std::size_t first = is_short ? size - 1 : 0;
+    const limb_span columns = scratch.first(2 * size + 2 - first);
+    if (is_short) {
+        multiply_columns(columns, top, reciprocal, first);
+    } else {
+        multiply_limbs(columns, top, reciprocal);
+    }
+    std::ranges::copy(columns.subspan(size + 1 - first, size), quotient.begin());
+}
+
+/// The lowest n + 1 limbs of quotient * power, of n limbs each, in the scratch.
+limb_span low_product(limb_view quotient, limb_view power, limb_span scratch) {
+    const std::size_t size = power.size();
+    if (size < half_products_limbs) {
+        multiply_columns(scratch.first(size + 1), quotient, power);
+    } else {
+        multiply_limbs(scratch.first(2 * size), quotient, power);
+    }
+    return scratch.first(size + 1);
+}
+
+} // namespace
+
+power_of_ten short_power_of_ten(std::size_t chunks) {
+    assert(is_short(chunks));
+    static const short_powers powers = all_short_powers();
+    const short_limbs& limbs = powers[chunks];
+    return {chunks, limb_view(limbs.power).first(chunks), limb_view(limbs.reciprocal).first(chunks + 1)};
+}
+
+long_power_of_ten square_of(const power_of_ten& root) {
+    long_power_of_ten square;
+    square.chunks = 2 * root.chunks;
+    square.power.resize(2 * root.power.size());
+    multiply_limbs(square.power, root.power, root.power);
+    square.power.resize(without_leading_zeros(square.power).size());
+    return square;
+}
+
+long_power_of_ten square_with_reciprocal(const power_of_ten& root) {
+    long_power_of_ten square = square_of(root);
+    square.reciprocal = reciprocal_of_square(root, square.power.size());
+    return square;
+}
+
+/// Barrett's division: with b = 2^64 and n limbs, (number / b^(n-1)) * reciprocal / b^(n+1) is the quotient
+/// or a little below it: by at most 3 and what the reciprocal falls short.
+void divide_by_power(limb_view number, const power_of_ten& divisor, limb_span quotient, limb_span remainder,
+                     limb_span scratch) {
+    const std::size_t size = divisor.power.size();
+    assert(number.size() == 2 * size && quotient.size() == size && remainder.size() == size);
+    estimate_quotient(quotient, number.subspan(size - 1), divisor.reciprocal, scratch);
+    const limb_span rest = low_product(quotient, divisor.power, scratch);
+    // rest = number - product, which is a few times power: one limb above the power's is enough.
+    negate_limbs(rest);
+    add_limbs(rest, number.first(size + 1));
+    const std::uint64_t one = 1;
+    while (!is_less(rest, divisor.power)) {
+        subtract_limbs(rest, divisor.power);
+        add_limbs(quotient, limb_view(&one, 1));
+    }
+    std::ranges::copy(rest.first(size), remainder.begin());
+}
+
+} // namespace kvr

@@ -1,0 +1,222 @@
+# The SVG files of kvrmem plot, read by xmllint: what stands in them and where.
+
+setup() {
+    cd "$BATS_TEST_TMPDIR"
+    PATH=$(dirname -- "$KVRMEM"):$PATH
+    examples=$KVR_SOURCE/examples
+    # The layout in pixels, and the space that extreme values keep from the frame.
+    left=96 right=920 top=64 bottom=328 margin=6
+}
+
+memory() { # FILE WIDTH DEPTH CONTENT
+    printf 'WIDTH=%s;\nDEPTH=%s;\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n%s\nEND;\n' \
+        "$2" "$3" "$4" >"$1"
+}
+
+plot() { # FILE [OPTION...], to out.svg
+    kvrmem plot "$@" -o out.svg
+    is_sound out.svg
+}
+
+is_sound() {
+    xmllint --noout --nonet "$1"
+    [ "$(wc -c <"$1")" -lt 500000 ]
+    ! grep -Eiq '[^a-z](nan|inf)[^a-z]' "$1"
+}
+
+text() { # XPATH
+    xmllint --xpath "string($1)" out.svg
+}
+
+count() { # XPATH
+    xmllint --xpath "count($1)" out.svg
+}
+
+path() { # CLASS
+    text "//*[@class='$1']/@d"
+}
+
+# "X Y" for the beginning of each step of the waveform.
+steps() {
+    path wave | sed 's/M/\n/; s/H/\n/g' | sed 's/V/ /' | grep ' '
+}
+
+@test "every example is well-formed and names its file" {
+    for file in "$examples"/*; do
+        for sign in '' --signed; do
+            # shellcheck disable=SC2086  # no option or one
+            plot "$file" $sign
+            [ "$(text '//*[@class="name"]')" = "${file##*/}" ]
+        done
+    done
+}
+
+@test "title and axes say what is shown" {
+    plot "$examples/sine_16bit.mif" --signed
+    [ "$(text '//*[local-name()="title"]')" = "sine_16bit.mif: MIF, 256 words of 16 bits" ]
+    [ "$(text '//*[@class="title"]')" = "MIF, 256 words of 16 bits" ]
+    [ "$(count '//*[.="value (signed, 16 bits)"]')" = 1 ]
+    [ "$(count '//*[.="address (words)"]')" = 1 ]
+    [ "$(count '//*[@class="legend"]')" = 4 ]
+}
+
+@test "ticks are round values and hexadecimal addresses" {
+    plot "$examples/sine_16bit.mif" --signed
+    [ "$(xmllint --xpath '//*[@class="end value"]/text()' out.svg | tr '\n' ' ')" = \
+        "-30000 -20000 -10000 0 10000 20000 30000 " ]
+    [ "$(xmllint --xpath '//*[@class="middle address"]/text()' out.svg | tr '\n' ' ')" = \
+        "0x00 0x20 0x40 0x60 0x80 0xA0 0xC0 0xE0 " ]
+}
+
+@test "the sine has its maximum and its minimum where they belong" {
+    plot "$examples/sine_16bit.mif" --signed
+    [ "$(steps | sort -n -k 2 | head -n 1)" = "$((left + 64 * (right - left) / 256)) $((top + margin))" ]
+    [ "$(steps | sort -n -k 2 | tail -n 1)" = "$((left + 192 * (right - left) / 256)) $((bottom - margin))" ]
+    [ "$(steps | head -n 1)" = "$left $(((top + bottom) / 2))" ]
+}
+
+@test "unsigned, the second half of the sine is above the first" {
+    plot "$examples/sine_16bit.mif"
+    # -804 is the greatest unsigned value; it stands at the addresses 129 and 255.
+    [ "$(steps | grep " $((top + margin))\$")" = $'511.22 70\n916.78 70' ]
+    [ "$(steps | head -n 1)" = "$left $((bottom - margin))" ]
+}
+
+@test "several words a column are an envelope" {
+    memory in.mif 8 4944 '[0..134F] : 0 FF;' # three words a column
+    plot in.mif
+    [ "$(count '//*[@class="wave"]')" = 0 ]
+    [ "$(path envelope)" = "M$left $((top + margin))H${right}V$((bottom - margin))H${left}Z" ]
+}
+
+@test "words that are not set leave a gap and their place in the strip" {
+    memory in.mif 8 4 $'0 : 1 1;\n3 : 2;'
+    plot in.mif
+    [ "$(path wave)" = "M96 196H508M714 70H920" ]
+    [ "$(path run)" = "M96 336H508v14H96z" ]
+    [ "$(path unset)" = "M508 336H714v14H508z" ]
+    [ "$(path set)" = "M714 336H920v14H714z" ]
+}
+
+@test "a line stands between two runs" {
+    memory in.mif 8 4 '0 : 1 1 2 2;'
+    plot in.mif
+    [ "$(path begin)" = "M508 336v14" ]
+}
+
+@test "a lone word in a large memory is to be seen in the strip" {
+    memory in.mif 8 2000000000 '3B9ACA00 : 1;'
+    plot in.mif
+    [ -n "$(path partly)" ]
+}
+
+@test "a memory of which nothing is set says so" {
+    memory in.mif 16 256 ''
+    plot in.mif
+    [ "$(text '//*[@class="title"]')" = "MIF, 256 words of 16 bits; no word is set" ]
+    [ "$(count '//*[@class="wave"]')" = 0 ]
+}
+
+@test "extreme widths and values are sound" {
+    for width in 1 63 64 65 1048576; do
+        for words in 0 1 '1 0'; do
+            for depth in 2 3; do
+                memory in.mif $width $depth "0 : $words;"
+                plot in.mif
+                plot in.mif --signed
+            done
+        done
+    done
+    memory in.mif 64 2 '0 : 8000000000000000 7FFFFFFFFFFFFFFF;'
+    plot in.mif --signed
+    [ "$(path wave)" = "M$left $((bottom - margin))H508V$((top + margin))H$right" ]
+}
+
+@test "a map shows each bit in its place" {
+    memory in.mif 66 3 $'0 : 1;\n1 : 20000000000000000;\n2 : 0;'
+    plot in.mif
+    [ "$(count '//*[@class="wave"]')" = 0 ]
+    [ "$(path all)" = "M1 0h1M0 65h1" ] # bit 65 is the first row, bit 0 the last
+    [ "$(count '//*[@class="legend"]')" = 10 ]
+}
+
+@test "don't-care bits have a shade of their own" {
+    plot "$examples/constants_128bit.mif"
+    [ "$(path care)" = "M15 120h1M15 121h1M15 122h1M15 123h1M15 124h1M15 125h1M15 126h1M15 127h1" ]
+}
+
+@test "a large map of random bits is a small file" {
+    awk 'BEGIN {
+        print "WIDTH=128; \nDEPTH=10000;\nADDRESS_RADIX=UNS;\nDATA_RADIX=HEX;\nCONTENT BEGIN"
+        seed = 1
+        for (address = 0; address < 10000; ++address) {
+            line = address " : "
+            for (part = 0; part < 8; ++part) {
+                seed = (seed * 16807) % 2147483647
+                line = line sprintf("%04X", int(seed / 8) % 65536)
+            }
+            print line ";"
+        }
+        print "END;" }' >in.mif
+    plot in.mif
+    [ "$(count '//*[@class="half"]')" = 1 ]
+}
+
+@test "billions of words take no time, of one word or of several" {
+    memory in.mif 16 2147483647 '[0..7FFFFFFE] : 1234;'
+    timeout 5 kvrmem plot in.mif --depth 4294967295 -o out.svg
+    is_sound out.svg
+    [ "$(text '//*[@class="title"]')" = "MIF, 4294967295 words of 16 bits" ]
+    memory in.mif 16 2147483647 '[0..7FFFFFFE] : 1 2 3;'
+    timeout 60 kvrmem plot in.mif -o out.svg
+    is_sound out.svg
+    [ "$(text '//*[@class="title"]')" = \
+        "MIF, 2147483647 words of 16 bits; sampled: 64 runs at each of 16 places a column" ]
+}
+
+@test "names of any bytes make well-formed files" {
+    memory in.mif 8 2 '0 : 1 2;'
+    while IFS= read -r name; do
+        # shellcheck disable=SC2059  # the name is a format on purpose
+        file=$(printf "$name")
+        cp in.mif "./$file"
+        plot "./$file" --from mif
+        [ -n "$(text '//*[@class="name"]')" ]
+        rm "./$file"
+    done <<'NAMES'
+<script>alert("1")
+a & b &amp; &lt; ]]> <!-- -- 'c' "d"
+\001\002\010\011\013\014\033\037\177
+\377\376\200\300\257
+\355\240\200 \357\277\277 \364\220\200\200
+\342\200\256 \302\205 \303
+%%s %%n {} {0}
+NAMES
+}
+
+@test "a name is shown as it is, and without its folders" {
+    mkdir 'a&b'
+    memory 'a&b/<x> & "y".mif' 8 1 '0 : 1;'
+    plot 'a&b/<x> & "y".mif'
+    [ "$(text '//*[@class="name"]')" = '<x> & "y".mif' ]
+}
+
+@test "a name of many characters loses its middle, not half of a character" {
+    name=$(printf '\303\244%.0s' {1..100})
+    memory "$name" 8 1 '0 : 1;'
+    plot "$name" --from mif
+    first=$(printf '\303\244%.0s' {1..40})
+    last=$(printf '\303\244%.0s' {1..39})
+    [ "$(text '//*[@class="name"]')" = "$first…$last" ]
+    [ "$(text '//*[local-name()="title"]')" = "$name: MIF, 1 word of 8 bits" ]
+}
+
+@test "standard output gets what a file gets" {
+    plot "$examples/gamma_9bit.mif"
+    kvrmem plot "$examples/gamma_9bit.mif" -o - | cmp - out.svg
+}
+
+@test "the picture in the documentation is today's" {
+    plot "$examples/sine_16bit.mif" --signed
+    cmp out.svg "$KVR_SOURCE/docs/images/sine_16bit.svg"
+}

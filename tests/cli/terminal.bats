@@ -1,0 +1,110 @@
+# What the tool does on a terminal, and when it is interrupted. "script" lends it a pseudo-terminal.
+
+setup() {
+    bats_require_minimum_version 1.5.0
+    cd "$BATS_TEST_TMPDIR" || return
+    unset NO_COLOR
+    export TERM=xterm
+    printf 'WIDTH=8;\nDEPTH=4;\nCONTENT BEGIN\n0 : 41;\nEND;\n' >in.mif
+    escape=$(printf '\033')
+}
+
+# Fails when standard input holds TEXT.
+lacks() { # TEXT
+    ! grep -qF -e "$1"
+}
+
+on_a_terminal() { # COMMAND LINE
+    script -qec "$1" /dev/null </dev/null
+}
+
+@test "there is colour on a terminal" {
+    on_a_terminal "'$KVRMEM' dump in.mif" | grep -qF "${escape}[2m0000${escape}[0m"
+}
+
+@test "NO_COLOR takes the colour away" {
+    NO_COLOR=1 on_a_terminal "'$KVRMEM' dump in.mif" | lacks "$escape"
+}
+
+@test "an empty NO_COLOR says nothing" {
+    NO_COLOR='' on_a_terminal "'$KVRMEM' dump in.mif" | grep -qF "$escape"
+}
+
+@test "a dumb terminal gets no colour" {
+    TERM=dumb on_a_terminal "'$KVRMEM' dump in.mif" | lacks "$escape"
+}
+
+@test "--color never and always hold against terminal and NO_COLOR" {
+    on_a_terminal "'$KVRMEM' dump --color never in.mif" | lacks "$escape"
+    NO_COLOR=1 on_a_terminal "'$KVRMEM' dump --color always in.mif" | grep -qF "$escape"
+}
+
+@test "standard output and standard error are judged apart" {
+    on_a_terminal "'$KVRMEM' dump in.mif >words; '$KVRMEM' dump none.mif; true" >messages
+    lacks "$escape" <words
+    grep -qF "${escape}[1;31mkvrmem:${escape}[0m none.mif: cannot be opened" messages
+    on_a_terminal "'$KVRMEM' dump none.mif 2>messages; '$KVRMEM' dump in.mif" >words
+    lacks "$escape" <messages
+    grep -qF "$escape" words
+}
+
+@test "work beyond a second shows its progress, which goes away again" {
+    mkfifo slow.mif
+    timeout 20 sh -c "exec >slow.mif; sleep 1.6; cat in.mif" 3>&- &
+    on_a_terminal "'$KVRMEM' get slow.mif 0" >shown
+    return=$(printf '\r')
+    grep -qF "$return${escape}[Kreading slow.mif" shown
+    [ "$(sed "s/.*reading slow.mif//" shown | tr -d '\r')" = "${escape}[K41" ]
+}
+
+@test "quick work shows no progress" {
+    on_a_terminal "'$KVRMEM' get in.mif 0" | lacks reading
+}
+
+@test "there is no progress where standard error is no terminal" {
+    mkfifo slow.mif
+    timeout 20 sh -c "exec >slow.mif; sleep 1.6; cat in.mif" 3>&- &
+    on_a_terminal "'$KVRMEM' get slow.mif 0 2>messages" >words
+    [ "$(tr -d '\r' <words)" = 41 ]
+    [ ! -s messages ]
+}
+
+@test "Ctrl-C leaves neither a file nor a temporary" {
+    mkdir box
+    set -m
+    "$KVRMEM" new box/out.mif --width 8 --depth 0x7FFFFFFF --no-runs 3>&- &
+    tool=$!
+    until [ -n "$(ls -A box)" ]; do sleep 0.01; done
+    kill -INT "$tool"
+    status=0
+    wait "$tool" || status=$?
+    [ "$status" -eq 130 ]
+    [ -z "$(ls -A box)" ]
+}
+
+@test "Ctrl-C leaves the old file as it was" {
+    mkdir box
+    echo precious >box/out.mif
+    set -m
+    "$KVRMEM" new box/out.mif --force --width 8 --depth 0x7FFFFFFF --no-runs 3>&- &
+    tool=$!
+    until [ "$(ls -A box)" != out.mif ]; do sleep 0.01; done
+    kill -INT "$tool"
+    wait "$tool" || true
+    [ "$(ls -A box)" = out.mif ]
+    [ "$(cat box/out.mif)" = precious ]
+}
+
+@test "a file that grows beyond the limit of the system is taken away" {
+    mkdir box
+    run bash -c "ulimit -f 64; '$KVRMEM' new box/out.mif --width 8 --depth 0xFFFFF --no-runs"
+    [ "$status" -gt 128 ]
+    [ -z "$(ls -A box)" ]
+}
+
+@test "a pipe that is closed ends the tool without a word, also where that signal is ignored" {
+    run bash -c "'$KVRMEM' new - --to mif --width 8 --depth 0xFFFFF --no-runs | head -n 1"
+    [ "$output" = "-- Memory Initialization File, written by kvrmem" ]
+    run bash -c "trap '' PIPE; '$KVRMEM' new - --to mif --width 8 --depth 0xFFFFF --no-runs | head -n 1"
+    [ "$output" = "-- Memory Initialization File, written by kvrmem" ]
+}

@@ -1,0 +1,51 @@
+#pragma once
+
+#include <algorithm>
+#include <cerrno>
+#include <cstddef>
+#include <cstdio>
+#include <limits>
+#include <string>
+#include <sys/types.h>
+
+namespace kvr {
+
+/// A file in memory whose reads fail from `error_at` on, once it has been gone back in `rewinds` times, and
+/// that may hold something else after it was gone back in.
+struct failing_file {
+    std::string content;
+    std::size_t error_at = std::numeric_limits<std::size_t>::max();
+    int rewinds = 0;
+    std::string content_after_rewind = {}; ///< "" where it stays the same
+    std::size_t position = 0;
+
+    /// A stream over it, which the caller closes before the file goes away.
+    std::FILE* open() { return fopencookie(this, "rb", {read, nullptr, seek, nullptr}); }
+
+private:
+    static ssize_t read(void* cookie, char* buffer, std::size_t size) {
+        auto& file = *static_cast<failing_file*>(cookie);
+        if (file.rewinds <= 0 && file.position >= file.error_at) {
+            errno = EIO;
+            return -1;
+        }
+        const std::size_t count = std::min(size, file.content.size() - file.position);
+        std::copy_n(file.content.data() + file.position, count, buffer);
+        file.position += count;
+        return static_cast<ssize_t>(count);
+    }
+    static int seek(void* cookie, off64_t* offset, int whence) {
+        auto& file = *static_cast<failing_file*>(cookie);
+        if (whence == SEEK_SET) {
+            file.position = static_cast<std::size_t>(*offset);
+            --file.rewinds;
+            if (!file.content_after_rewind.empty()) {
+                file.content = file.content_after_rewind;
+            }
+        }
+        *offset = static_cast<off64_t>(file.position);
+        return 0;
+    }
+};
+
+} // namespace kvr

@@ -1,0 +1,45 @@
+#pragma once
+
+#include "kvr/memory/mif_content.h"
+#include "tools/kvrmem/check/check_fault.h"
+#include "tools/kvrmem/check/check_mif_header.h"
+#include "tools/kvrmem/check/check_source.h"
+#include "tools/kvrmem/memory/memory_input.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace kvrmem {
+
+// Codes of warnings that are taken back where the header is what is wrong.
+inline constexpr const char* bad_digit_code = "bad-digit";
+inline constexpr const char* too_wide_code = "too-wide";
+inline constexpr const char* address_digit_code = "address-digit";
+
+/// What is checked, and where the faults go.
+struct mif_check {
+    const check_source& source;
+    const input_options& options;
+    fault_list& faults;
+    mif_header_lines header;
+    bool saw_missing_end = false;
+    bool saw_bad_value = false;
+    bool saw_bad_address = false;
+    std::uint64_t content_read = 0; ///< number of the last line that belongs to a statement that was read
+};
+
+/// Adds a fault for each ";" that is missing between two statements; true when there is one.
+///
+/// @param shift is added to the line numbers of @p content to get those of the file.
+bool add_missing_semicolons(mif_check& check, const kvr::mif_content& content, severity level,
+                            std::int64_t shift);
+
+/// Reads @p text into @p memory with the library's reader, which goes on behind a fault, and judges what it
+/// finds and what it reads without a word. That there is no END is only noted. True when the library reads
+/// the text.
+///
+/// @param line_shift is added to the reader's line numbers to get those of the file.
+bool check_mif_content(mif_check& check, std::string_view text, std::int64_t line_shift,
+                       kvr::mif_memory& memory);
+
+} // namespace kvrmem

@@ -1,0 +1,102 @@
+#include "tools/kvrmem/check/check_mif_header.h"
+
+#include "kvr/memory/mif_header.h"
+#include "kvr/memory/mif_line.h"
+#include "kvr/memory/mif_reader.h"
+
+#include <algorithm>
+#include <string>
+
+namespace kvrmem {
+
+namespace {
+
+bool contains(std::string_view text, std::string_view word) {
+    return text.find(word) != std::string_view::npos;
+}
+
+/// Walks the lines up to the content as the library does, without keeping anything of them.
+class header_walk {
+public:
+    explicit header_walk(const check_source& from) : lines(from.lines(kvr::mif_reader::source_limit)) {}
+
+    mif_header_lines find() {
+        while (result.content == 0 && next()) {
+            kvr::strip_blanks(text);
+            take_keywords();
+            take_content();
+        }
+        result.begin = contains(text, "BEGIN") ? result.content : 0;
+        while (result.content != 0 && result.begin == 0 && next() && !contains(text, "END")) {
+            result.begin = contains(text, "BEGIN") ? number : 0;
+        }
+        return result;
+    }
+
+private:
+    bool next() {
+        if (lines.at_end()) {
+            return false;
+        }
+        const std::string_view raw = lines.next_line();
+        const bool is_whole = !lines.line_was_cut() && raw.size() <= kvr::mif_reader::source_limit;
+        text = is_whole ? kvr::without_comments(raw) : std::string_view();
+        kvr::to_upper(text);
+        ++number;
+        return true;
+    }
+    void take_keywords() {
+        for (std::size_t index = 0; index < kvr::header_keywords.size(); ++index) {
+            if (!contains(text, kvr::header_keywords[index].keyword)) {
+                continue;
+            }
+            if (!seen[index]) {
+                result.keyword[index] = number;
+                seen[index] = index != kvr::depth_keyword || sets_depth();
+            } else if (result.repeated[index] == 0 && contains(text, "=")) {
+                result.repeated[index] = number;
+            }
+        }
+        result.width_known = seen[kvr::width_keyword];
+        result.depth_known = seen[kvr::depth_keyword];
+    }
+    bool sets_depth() { return !contains(text, "WIDTH") && !kvr::take_size_line(memory, text); }
+    void take_content() {
+        if (!contains(text, "CONTENT")) {
+            return;
+        }
+        seen[kvr::address_radix_keyword] = seen[kvr::data_radix_keyword] = true;
+        if (result.width_known && result.depth_known) {
+            result.content = number;
+        } else if (result.blocked_content == 0) {
+            result.blocked_content = number;
+        }
+    }
+
+    kvr::line_source lines;
+    kvr::mif_memory memory{nullptr};
+    mif_header_lines result;
+    std::array<bool, 4> seen{};
+    std::uint64_t number = 0;
+    std::string text;
+};
+
+} // namespace
+
+mif_header_lines find_header_lines(const check_source& source) {
+    return header_walk(source).find();
+}
+
+line_stretch header_value(std::string_view line) {
+    const std::string_view text = kvr::without_comments(line);
+    const std::size_t equals = std::min(text.find('='), text.size());
+    const std::size_t end = std::min(text.find(';', equals), text.size());
+    const std::size_t begin = text.find_first_not_of("= \t", equals);
+    if (begin >= end) {
+        return {std::min(equals, text.size()) + 1, {}};
+    }
+    const std::size_t last = text.find_last_not_of(" \t", end - 1);
+    return {begin + 1, text.substr(begin, last + 1 - begin)};
+}
+
+} // namespace kvrmem

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "tools/kvrmem/check/check_source.h"
+
+#include <array>
+#include <cstdint>
+#include <string_view>
+
+namespace kvrmem {
+
+/// Where the lines of a MIF header stand, as the library takes them.
+struct mif_header_lines {
+    /// Lines of the keywords, in the order of kvr::header_keywords; 0 for one that is not there.
+    std::array<std::uint64_t, 4> keyword{};
+    /// First lines that tell a keyword again, which the library passes over; 0 for none.
+    std::array<std::uint64_t, 4> repeated{};
+    std::uint64_t blocked_content = 0; ///< first line with CONTENT before WIDTH and DEPTH were known; 0: none
+    std::uint64_t content = 0;         ///< the line with CONTENT from which words are read; 0: none
+    std::uint64_t begin = 0;           ///< the line with BEGIN behind it; 0: none
+    bool width_known = false;
+    bool depth_known = false;
+};
+
+[[nodiscard]] mif_header_lines find_header_lines(const check_source& source);
+
+/// A stretch of a line.
+struct line_stretch {
+    std::uint64_t column; ///< from 1
+    std::string_view text;
+};
+
+/// What stands between the "=" and the ";" of the header line @p line, without blanks around it.
+[[nodiscard]] line_stretch header_value(std::string_view line);
+
+} // namespace kvrmem

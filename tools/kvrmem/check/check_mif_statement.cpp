@@ -1,0 +1,137 @@
+#include "tools/kvrmem/check/check_mif_statement.h"
+
+#include "kvr/numeric/digit_value.h"
+
+#include <algorithm>
+
+namespace kvrmem {
+
+namespace {
+
+constexpr std::string_view blanks = " \t";
+
+/// The first line of @p statement that begins behind @p offset.
+std::vector<kvr::line_piece>::const_iterator first_piece_behind(const kvr::mif_content& statement,
+                                                                std::size_t offset) {
+    return std::upper_bound(
+        statement.pieces.begin(), statement.pieces.end(), offset,
+        [](std::size_t place, const kvr::line_piece& piece) { return place < piece.offset; });
+}
+
+/// Offset of the last line of @p statement that begins in ]from, to[; @p from when none does.
+std::size_t last_line_begin(const kvr::mif_content& statement, std::size_t from, std::size_t to) {
+    const auto behind = first_piece_behind(statement, to - 1);
+    return behind != statement.pieces.begin() ? std::max((behind - 1)->offset, from) : from;
+}
+
+/// Where the address that ends before the ":" at @p colon begins; npos when there is none.
+std::size_t address_before(const kvr::mif_content& statement, std::size_t from, std::size_t colon) {
+    const std::string_view text = statement.text;
+    const std::size_t last = text.find_last_not_of(blanks, colon - 1);
+    if (last == std::string_view::npos || last < from) {
+        return std::string_view::npos;
+    }
+    if (text[last] == ']') {
+        const std::size_t bracket = text.rfind('[', last);
+        return bracket != std::string_view::npos && bracket >= from ? bracket : std::string_view::npos;
+    }
+    std::size_t begin = last + 1;
+    while (begin > from && kvr::is_value_character(text[begin - 1])) {
+        --begin;
+    }
+    return begin <= last ? last_line_begin(statement, begin, last + 1) : std::string_view::npos;
+}
+
+/// The ":" at or behind @p from that is not within brackets; npos when there is none up to @p end.
+std::size_t next_colon(std::string_view text, std::size_t from, std::size_t end) {
+    bool in_brackets = false;
+    for (std::size_t at = from; at < end; ++at) {
+        in_brackets = text[at] == '[' || (in_brackets && text[at] != ']');
+        if (text[at] == ':' && !in_brackets) {
+            return at;
+        }
+    }
+    return std::string_view::npos;
+}
+
+bool is_address(std::string_view text) {
+    return !text.empty() &&
+           std::all_of(text.begin(), text.end(), [](char c) { return kvr::digit_value(c) < 16; });
+}
+
+std::size_t end_of_digits(std::string_view text, std::size_t from) {
+    while (from < text.size() && kvr::digit_value(text[from]) < 16) {
+        ++from;
+    }
+    return from;
+}
+
+} // namespace
+
+kvr::line_place place_in(const kvr::mif_content& statement, std::size_t offset) {
+    const kvr::line_piece& piece = *(first_piece_behind(statement, offset) - 1);
+    return {piece.line, static_cast<std::uint32_t>(offset - piece.offset + 1)};
+}
+
+kvr::line_place place_behind(const kvr::mif_content& statement, std::size_t offset) {
+    kvr::line_place place = place_in(statement, offset - 1);
+    ++place.column;
+    return place;
+}
+
+std::vector<missing_semicolon> find_missing_semicolons(const kvr::mif_content& statement) {
+    std::vector<missing_semicolon> found;
+    const std::string_view text = statement.text;
+    const std::size_t end = std::min(text.find(';'), text.size());
+    std::size_t before = next_colon(text, 0, end);
+    while (before != std::string_view::npos) {
+        const std::size_t colon = next_colon(text, before + 1, end);
+        if (colon == std::string_view::npos) {
+            break;
+        }
+        const std::size_t address = address_before(statement, before + 1, colon);
+        if (address != std::string_view::npos &&
+            kvr::find_token(text.substr(0, address), before + 1).found()) {
+            const std::size_t behind = text.find_last_not_of(blanks, address - 1) + 1;
+            const bool at_line_end = last_line_begin(statement, behind - 1, address + 1) >= behind;
+            found.push_back({behind, address, at_line_end});
+        }
+        before = colon;
+    }
+    return found;
+}
+
+std::optional<misspelt_range> find_misspelt_range(std::string_view text) {
+    const std::size_t open = text.find('[');
+    const std::size_t close = text.find(']', std::min(open, text.size()));
+    if (open == std::string_view::npos || close == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::string_view inside = text.substr(0, close);
+    const std::size_t first = inside.find_first_not_of(blanks, open + 1);
+    if (first == std::string_view::npos) {
+        return std::nullopt;
+    }
+    const std::size_t first_end = end_of_digits(inside, first);
+    const std::size_t last_end = inside.find_last_not_of(blanks) + 1;
+    std::size_t last = last_end;
+    while (last > first_end && kvr::digit_value(inside[last - 1]) < 16) {
+        --last;
+    }
+    std::string_view separator = inside.substr(first_end, last - first_end);
+    separator.remove_prefix(std::min(separator.find_first_not_of(blanks), separator.size()));
+    separator = separator.substr(0, separator.find_last_not_of(blanks) + 1);
+    if (first_end == first || !is_address(inside.substr(last, last_end - last)) || separator == ".." ||
+        last == first_end) {
+        return std::nullopt;
+    }
+    const bool certain = separator == "-" || separator == ":" || separator == "TO";
+    return misspelt_range{open, close + 1, {first, first_end}, {last, last_end}, certain};
+}
+
+bool values_behind_semicolon(std::string_view text) {
+    const std::size_t semicolon = text.find(';');
+    return semicolon != std::string_view::npos && kvr::find_token(text, semicolon).found();
+}
+
+} // namespace kvrmem

@@ -1,0 +1,93 @@
+#include "tools/kvrmem/check/check_report.h"
+
+#include "tools/kvrmem/surroundings/visible_text.h"
+
+#include <fmt/format.h>
+
+namespace kvrmem {
+
+namespace {
+
+constexpr const char* title(severity level) {
+    return level == severity::error ? "error" : "warning";
+}
+
+std::string plural(std::uint64_t count, const char* what) {
+    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
+}
+
+std::string place_of(const std::string& name, const check_fault& fault) {
+    if (fault.line == 0) {
+        return fmt::format("{}:", name);
+    }
+    return fault.column == 0 ? fmt::format("{}:{}:", name, fault.line)
+                             : fmt::format("{}:{}:{}:", name, fault.line, fault.column);
+}
+
+std::string fault_as_text(const std::string& name, const check_source& source, const check_fault& fault,
+                          const painter& paint) {
+    const style level_style = fault.level == severity::error ? style::bold_red : style::bold_magenta;
+    std::string text =
+        fmt::format("{} {} {}\n", paint.paint(style::bold, place_of(name, fault)),
+                    paint.paint(level_style, fmt::format("{}:", title(fault.level))), fault.message);
+    if (fault.line != 0 && fault.column != 0) {
+        const excerpt shown = make_excerpt(source.line(fault.line), fault.column, fault.length);
+        const std::size_t caret = shown.mark.find('^');
+        text += fmt::format("  {}\n  {}{}\n", shown.line, shown.mark.substr(0, caret),
+                            paint.paint(style::green, shown.mark.substr(caret)));
+    }
+    if (!fault.hint.empty()) {
+        text += fmt::format("  hint: {}\n", fault.hint);
+    }
+    return text;
+}
+
+json number_or_null(std::uint64_t number) {
+    return number != 0 ? json(number) : json(nullptr);
+}
+
+} // namespace
+
+std::string faults_as_text(const std::string& name, const check_source& source, const fault_list& faults,
+                           const painter& paint) {
+    std::string text;
+    for (const check_fault& fault : faults.sorted()) {
+        text += fault_as_text(name, source, fault, paint);
+    }
+    for (const severity level : {severity::error, severity::warning}) {
+        if (faults.dropped(level) != 0) {
+            text += fmt::format("{} and {} more {}{}\n", paint.paint(style::bold, fmt::format("{}:", name)),
+                                faults.dropped(level), title(level), faults.dropped(level) == 1 ? "" : "s");
+        }
+    }
+    return text;
+}
+
+std::string counted(std::uint64_t errors, std::uint64_t warnings) {
+    if (warnings == 0) {
+        return plural(errors, "error");
+    }
+    const std::string second = plural(warnings, "warning");
+    return errors == 0 ? second : fmt::format("{}, {}", plural(errors, "error"), second);
+}
+
+json faults_as_json(const std::string& name, const char* format, const fault_list& faults) {
+    json list = json::array();
+    for (const check_fault& fault : faults.sorted()) {
+        list.push_back({{"severity", title(fault.level)},
+                        {"line", number_or_null(fault.line)},
+                        {"column", number_or_null(fault.column)},
+                        {"length", number_or_null(fault.length)},
+                        {"code", fault.code},
+                        {"message", fault.message},
+                        {"hint", fault.hint.empty() ? json(nullptr) : json(fault.hint)}});
+    }
+    return {{"file", name},
+            {"format", format},
+            {"errors", faults.count(severity::error)},
+            {"warnings", faults.count(severity::warning)},
+            {"left_out", faults.dropped(severity::error) + faults.dropped(severity::warning)},
+            {"faults", std::move(list)}};
+}
+
+} // namespace kvrmem

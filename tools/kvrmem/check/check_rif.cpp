@@ -1,0 +1,163 @@
+#include "tools/kvrmem/check/check_rif.h"
+
+#include "kvr/memory/rif_reader.h"
+#include "tools/kvrmem/check/check_gaps.h"
+#include "tools/kvrmem/memory/fault_text.h"
+#include "tools/kvrmem/memory/memory_image.h"
+#include "tools/kvrmem/memory/word_lines.h"
+#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/visible_text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+#include <string>
+
+namespace kvrmem {
+
+namespace {
+
+constexpr std::uint32_t every_address = std::numeric_limits<std::uint32_t>::max();
+constexpr std::uint32_t bits_per_digit = 4;
+
+/// What the library's reader finds.
+class error_collector : public kvr::read_observer {
+public:
+    explicit error_collector(fault_list& list) : faults(list) {}
+    bool fault(const kvr::read_fault& fault, std::string_view text) override {
+        fault_text told = describe_rif_fault(fault, text);
+        faults.add({severity::error, told.code, fault.line, fault.column, fault.length,
+                    std::move(told.message), std::move(told.hint), std::nullopt});
+        return true;
+    }
+    void words(std::uint64_t /*first*/, std::uint64_t /*last*/, std::uint64_t /*line*/) override {}
+
+private:
+    fault_list& faults;
+};
+
+void find_errors(const check_source& source, fault_list& faults) {
+    kvr::rif_memory memory(nullptr);
+    error_collector collector(faults);
+    kvr::line_source lines = source.lines(kvr::line_source::unlimited);
+    kvr::rif_reader(memory, &collector).read(lines);
+}
+
+/// What it reads without a word.
+class line_checker {
+public:
+    line_checker(const check_source& checked, const input_options& given, fault_list& list)
+        : source(checked),
+          options(given),
+          faults(list),
+          lines(every_address) {}
+
+    void check() {
+        kvr::line_source text = source.lines(kvr::line_source::unlimited);
+        while (!text.at_end()) {
+            const std::string_view raw = text.next_line();
+            const std::string_view line = kvr::without_carriage_return(raw, text.line_had_newline());
+            ++number;
+            if (kvr::is_rif_data(line)) {
+                check_words(line);
+            } else if (line.find('@') != std::string_view::npos) {
+                check_address_line(line);
+            }
+        }
+        if (faults.count(severity::error) == 0) {
+            check_gaps(lines, options.depth, "the library leaves them empty", faults);
+        }
+    }
+
+private:
+    void add(severity level, const char* code, std::size_t column, std::size_t length, std::string message,
+             std::string hint = "") {
+        faults.add({level, code, number, column, length, std::move(message), std::move(hint), std::nullopt});
+    }
+
+    void check_address_line(std::string_view line) {
+        const std::size_t begin = line.find_first_not_of(' ');
+        const std::size_t end = line.find_last_not_of(' ') + 1;
+        const std::string_view digits = line.substr(begin + 1, end - begin - 1);
+        address = kvr::rif_address(line);
+        if (line[begin] != '@' || digits.empty() ||
+            digits.find_first_not_of("0123456789abcdefABCDEF") != std::string_view::npos) {
+            add(severity::warning, "address-syntax", begin + 1, end - begin,
+                fmt::format("'{}' is no '@' with a hexadecimal address",
+                            quoted(line.substr(begin, end - begin))),
+                address == kvr::rif_address_outside
+                    ? "the library drops the words that follow"
+                    : fmt::format("the library goes on at address {}", address));
+        } else if (address == kvr::rif_address_outside) {
+            add(severity::warning, "address-outside", begin + 1, end - begin,
+                fmt::format("address {} does not fit 32 bits", quoted(digits)),
+                "the library drops the words that follow");
+        }
+    }
+
+    void check_words(std::string_view line) {
+        const std::uint64_t first = address;
+        const std::size_t begin = line.find_first_not_of(' ');
+        std::size_t last_end = 0;
+        for (std::size_t at = begin; at != std::string_view::npos;) {
+            last_end = std::min(line.find(' ', at), line.size());
+            check_word(line.substr(at, last_end - at), at + 1);
+            check_depth(at + 1, last_end - at);
+            ++address;
+            at = line.find_first_not_of(' ', last_end);
+        }
+        if (begin == std::string_view::npos) {
+            return;
+        }
+        const auto before = lines.set(first, address - 1, number);
+        if (before) {
+            add(severity::warning, "set-twice", begin + 1, last_end - begin,
+                fmt::format("address {} is set twice, already at line {}", before->address, before->line),
+                "the later line holds");
+        }
+    }
+
+    void check_word(std::string_view text, std::size_t column) {
+        const auto width = options.width.value_or(
+            static_cast<std::uint32_t>(std::min<std::size_t>(text.size() * bits_per_digit, widest_word)));
+        const auto error = make_word(text, RADIX_HEX, width, word);
+        if (!error) {
+            return;
+        }
+        if (error->what == kvr::exact_word_error::kind::too_wide) {
+            const bool is_given = options.width.has_value();
+            add(is_given ? severity::error : severity::warning, "too-wide", column, text.size(),
+                fmt::format("word {} needs {} bits, {} is {}", quoted(text), error->bits_needed,
+                            is_given ? "the given width" : "the largest width", width));
+        } else if (error->what == kvr::exact_word_error::kind::invalid_digit) {
+            add(severity::warning, "bad-digit", column + error->position, 1,
+                fmt::format("'{}' in {} is no hexadecimal digit", text[error->position], quoted(text)),
+                "the library reads it unchecked");
+        }
+    }
+
+    void check_depth(std::size_t column, std::size_t length) {
+        if (options.depth && address >= *options.depth && address < kvr::rif_address_outside) {
+            add(severity::error, "beyond-depth", column, length,
+                address_beyond(std::to_string(address), address, "the given depth", *options.depth));
+        }
+    }
+
+    const check_source& source;
+    const input_options& options;
+    fault_list& faults;
+    word_lines lines;
+    std::uint64_t number = 0;
+    std::uint64_t address = 0;
+    std::string word;
+};
+
+} // namespace
+
+void check_rif(const check_source& source, const input_options& options, fault_list& faults) {
+    find_errors(source, faults);
+    line_checker(source, options, faults).check();
+}
+
+} // namespace kvrmem

@@ -1,0 +1,84 @@
+#include "tools/kvrmem/check/check_source.h"
+
+#include <algorithm>
+
+namespace kvrmem {
+
+namespace {
+
+/// Lines between two marks: few enough to walk, many enough that a file of empty lines costs little more
+/// than its bytes.
+constexpr std::uint64_t mark_distance = 64;
+
+} // namespace
+
+check_source check_source::of(const input_file& file) {
+    std::string bytes;
+    kvr::line_source source = file.lines(kvr::line_source::unlimited);
+    while (!source.at_end()) {
+        const std::string_view whole = source.whole_lines();
+        bytes.append(whole);
+        source.skip(whole.size());
+        bytes.append(source.next_line());
+        bytes.append(source.line_had_newline() ? "\n" : "");
+    }
+    file.require_whole(source);
+    return check_source(std::move(bytes));
+}
+
+std::string_view check_source::line(std::uint64_t number) const {
+    const std::size_t begin = offset_of(number);
+    const std::string_view rest = std::string_view(contents).substr(begin);
+    const std::size_t length = rest.find('\n');
+    return kvr::without_carriage_return(rest.substr(0, length), length != rest.npos);
+}
+
+std::size_t check_source::offset_of(std::uint64_t number) const {
+    build_index();
+    if (number > count) {
+        return contents.size();
+    }
+    std::size_t offset = marks[(number - 1) / mark_distance];
+    for (std::uint64_t skipped = (number - 1) % mark_distance; skipped > 0; --skipped) {
+        offset = contents.find('\n', offset) + 1;
+    }
+    return offset;
+}
+
+std::uint64_t check_source::line_count() const {
+    build_index();
+    return count;
+}
+
+std::uint64_t check_source::last_line() const {
+    const std::size_t last = contents.find_last_not_of(" \t\r\n");
+    const std::size_t end = last == std::string::npos ? 0 : last;
+    const auto before = contents.begin() + static_cast<std::ptrdiff_t>(end);
+    return static_cast<std::uint64_t>(std::count(contents.begin(), before, '\n')) + 1;
+}
+
+std::string_view check_source::line_end() const {
+    const std::size_t newline = contents.find('\n');
+    const bool has_carriage_return =
+        newline != std::string::npos && newline > 0 && contents[newline - 1] == '\r';
+    return has_carriage_return ? "\r\n" : "\n";
+}
+
+void check_source::build_index() const {
+    if (count != 0) {
+        return;
+    }
+    std::size_t begin = 0;
+    for (std::size_t newline = 0; newline != std::string::npos; begin = newline + 1) {
+        if (count % mark_distance == 0) {
+            marks.push_back(begin);
+        }
+        ++count;
+        newline = contents.find('\n', begin);
+        if (newline == std::string::npos) {
+            break;
+        }
+    }
+}
+
+} // namespace kvrmem

@@ -1,0 +1,159 @@
+#include "tools/kvrmem/command_line/command_line.h"
+
+#include "tools/kvrmem/command_line/suggestion.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <getopt.h>
+#include <string_view>
+#include <vector>
+
+namespace kvrmem {
+
+namespace {
+
+/// Above every character, for what getopt_long() answers to a long option.
+constexpr int first_long_option = 256;
+
+[[noreturn]] void usage_error(const std::string& message) {
+    throw tool_error(exit_code::wrong_usage, message);
+}
+
+/// What getopt_long() needs to know: the options of one command. A long option is answered by its index in
+/// the table, a short one by its letter.
+struct getopt_tables {
+    std::string letters = ":";
+    std::vector<option> names;
+};
+
+getopt_tables tables_for(const command& which) {
+    getopt_tables tables;
+    const auto table = option_table();
+    for (std::size_t index = 0; index < table.size(); ++index) {
+        const option_entry& entry = table[index];
+        if (!takes(which, entry.id)) {
+            continue;
+        }
+        const bool has_value = entry.value != nullptr;
+        tables.names.push_back({entry.name, has_value ? required_argument : no_argument, nullptr,
+                                static_cast<int>(index) + first_long_option});
+        if (entry.letter != '\0') {
+            tables.letters += entry.letter;
+            tables.letters += has_value ? ":" : "";
+        }
+    }
+    tables.names.push_back({nullptr, 0, nullptr, 0});
+    return tables;
+}
+
+const option_entry& entry_of(const command& which, int found) {
+    const auto table = option_table();
+    if (found >= first_long_option) {
+        return table[static_cast<std::size_t>(found - first_long_option)];
+    }
+    return *std::find_if(table.begin(), table.end(), [&which, found](const option_entry& entry) {
+        return entry.letter == found && takes(which, entry.id);
+    });
+}
+
+/// The words behind the command's name. getopt_long() takes "-5" for options; while it looks, another
+/// character stands in for the hyphen of such words.
+class option_words {
+public:
+    option_words(int count, char** words) : texts(words, words + count) {
+        for (std::string& text : texts) {
+            if (is_negative_number(text)) {
+                text[0] = stand_in;
+                numbers.push_back(text.data());
+            }
+            found.push_back(text.data());
+        }
+        found.push_back(nullptr);
+    }
+    [[nodiscard]] char** pointers() { return found.data(); }
+    [[nodiscard]] const char* operator[](int index) {
+        return restored(found[static_cast<std::size_t>(index)]);
+    }
+    /// @p word, one of the words, as it was given.
+    const char* restored(char* word) const {
+        if (std::find(numbers.begin(), numbers.end(), word) != numbers.end()) {
+            word[0] = '-';
+        }
+        return word;
+    }
+
+private:
+    static constexpr char stand_in = '#';
+
+    static bool is_negative_number(std::string_view text) {
+        return text.size() > 1 && text[0] == '-' && (text[1] == '.' || (text[1] >= '0' && text[1] <= '9'));
+    }
+
+    std::vector<std::string> texts;
+    std::vector<char*> found;         ///< in the order that getopt_long() gives them
+    std::vector<const char*> numbers; ///< those of them with a stand-in
+};
+
+/// After getopt_long() has refused an option; @p word is the one that it looked at.
+[[noreturn]] void refuse_option(const command& which, std::string_view word) {
+    if (optopt >= first_long_option) {
+        usage_error(fmt::format("--{} takes no value", entry_of(which, optopt).name));
+    }
+    const std::string given = optopt > 0 ? fmt::format("-{}", static_cast<char>(optopt))
+                                         : std::string(word.substr(0, word.find('=')));
+    std::vector<std::string> known;
+    for (const option_entry& entry : option_table()) {
+        if (takes(which, entry.id)) {
+            known.push_back(fmt::format("--{}", entry.name));
+        }
+    }
+    const std::string nearest = optopt > 0 ? "" : nearest_of(given, known);
+    usage_error(nearest.empty()
+                    ? fmt::format("{} has no option {}; see kvrmem {} --help", which.name, given, which.name)
+                    : fmt::format("{} has no option {}; did you mean {}?", which.name, given, nearest));
+}
+
+void require_operands(const command& which, std::size_t count) {
+    if (count < which.least_files) {
+        usage_error(fmt::format("too few operands: kvrmem {} {}", which.name, which.operands));
+    }
+    if (count > which.most_files) {
+        usage_error(fmt::format("too many operands: kvrmem {} {}", which.name, which.operands));
+    }
+}
+
+} // namespace
+
+bool takes(const command& which, option_id option) noexcept {
+    return option == option_id::help || option == option_id::color ||
+           std::find(which.options.begin(), which.options.end(), option) != which.options.end();
+}
+
+arguments parse_arguments(const command& which, int count, char** words) {
+    arguments parsed;
+    option_words given(count, words);
+    const getopt_tables tables = tables_for(which);
+    opterr = 0;
+    optind = 1;
+    for (int found = 0; (found = getopt_long(count, given.pointers(), tables.letters.c_str(),
+                                             tables.names.data(), nullptr)) != -1;) {
+        if (found == ':') {
+            usage_error(fmt::format("{} needs a value", given[optind - 1]));
+        }
+        if (found == '?') {
+            refuse_option(which, given[optind - 1]);
+        }
+        const option_entry& entry = entry_of(which, found);
+        entry.take(parsed, entry.name, optarg != nullptr ? given.restored(optarg) : nullptr);
+    }
+    for (int index = optind; index < count; ++index) {
+        parsed.files.emplace_back(given[index]);
+    }
+    if (!parsed.help) {
+        require_operands(which, parsed.files.size());
+    }
+    return parsed;
+}
+
+} // namespace kvrmem

@@ -1,0 +1,47 @@
+#include "tools/kvrmem/command_line/help_text.h"
+
+#include "tools/kvrmem/commands/commands.h"
+
+#include <fmt/format.h>
+
+namespace kvrmem {
+
+std::string title_of(const option_entry& entry) {
+    const std::string letter = entry.letter != '\0' ? fmt::format("-{}, ", entry.letter) : "";
+    const std::string value = entry.value != nullptr ? fmt::format(" {}", entry.value) : "";
+    return fmt::format("{}--{}{}", letter, entry.name, value);
+}
+
+std::string overview() {
+    std::string text =
+        "kvrmem reads, checks, edits, compares, draws and converts memory initialization files:\n"
+        "MIF, Intel HEX with word addresses, and RIF.\n\n"
+        "Examples\n"
+        "  $ kvrmem convert sine.mif sine.hex\n"
+        "  $ kvrmem check boot.mif\n"
+        "  $ kvrmem dump sine.mif\n"
+        "  $ kvrmem set boot.mif 0x10=0xDEAD\n"
+        "  $ kvrmem diff old.mif new.hex\n\n"
+        "Commands\n";
+    for (const command* entry : all_commands()) {
+        text += fmt::format("  {:<10}{}\n", entry->name, entry->summary);
+    }
+    return text + "\nkvrmem COMMAND --help tells more about a command, kvrmem --version the version.\n"
+                  "kvrmem --generate man, bash, zsh or fish prints the manual page or a completion.\n"
+                  "Exit codes: 0 fine, 1 negative answer, 2 bad input, 3 input/output failure, "
+                  "4 wrong usage, 5 internal or out of memory.\n";
+}
+
+std::string help_for(const command& which) {
+    std::string text =
+        fmt::format("{}\n\nExamples\n{}\nUsage\n  kvrmem {} [options] {}\n\n{}\nOptions\n", which.summary,
+                    which.examples, which.name, which.operands, which.description);
+    for (const option_entry& entry : option_table()) {
+        if (takes(which, entry.id)) {
+            text += fmt::format("  {:<24}{}\n", title_of(entry), entry.help);
+        }
+    }
+    return text;
+}
+
+} // namespace kvrmem

@@ -1,0 +1,89 @@
+#pragma once
+
+#include "kvr/memory/memory_types.h"
+#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/numbers/human_number.h"
+#include "tools/kvrmem/surroundings/terminal.h"
+
+#include <cstdint>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvrmem {
+
+/// What a person may say behind a command, whichever command it is.
+struct arguments {
+    std::vector<std::string> files; ///< and the other operands
+    std::optional<KVR_FILE_TYPES> from;
+    std::optional<KVR_FILE_TYPES> to;
+    std::optional<std::uint32_t> width;
+    std::optional<std::uint32_t> depth;
+    std::optional<KVR_MEMORY_RADIXES> data_radix;
+    std::optional<KVR_MEMORY_RADIXES> address_radix;
+    std::optional<std::string> fill;
+    std::optional<std::string> output;
+    std::optional<word_radix> radix;
+    std::optional<word_radix> from_radix;
+    std::optional<word_radix> to_radix;
+    std::optional<std::uint32_t> columns;
+    std::optional<address_range> range;
+    color_choice color = color_choice::automatic;
+    bool no_runs = false;
+    bool json = false;
+    bool fix = false;
+    bool quiet = false;
+    bool git = false;
+    bool force = false;
+    bool library = false;
+    bool is_signed = false;
+    bool help = false;
+};
+
+/// One name for each line of the option table. An option that means one thing to one command and another
+/// thing to the next has two.
+enum class option_id : std::uint8_t {
+    from,
+    to,
+    from_radix,
+    to_radix,
+    width,
+    depth,
+    data_radix,
+    address_radix,
+    fill,
+    no_runs,
+    output,
+    json,
+    fix,
+    radix,
+    columns,
+    range,
+    is_signed,
+    quiet,
+    git,
+    force,
+    library,
+    color,
+    help,
+};
+
+/// An option, for the parser, the help, the manual page and the completions.
+struct option_entry {
+    option_id id;
+    char letter; ///< its short form, or NUL
+    const char* name;
+    const char* value; ///< what the help calls its value; null when it takes none
+    const char*
+        choices; ///< the values that a completion offers, separated by blanks, "FILE" for a path, or ""
+    const char* help;
+    /// Takes the value, or throws tool_error (wrong usage).
+    void (*take)(arguments& into, std::string_view name, const char* value);
+};
+
+/// All options, in the order in which the help shows them.
+[[nodiscard]] std::span<const option_entry> option_table() noexcept;
+
+} // namespace kvrmem

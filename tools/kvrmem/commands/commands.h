@@ -1,0 +1,28 @@
+#pragma once
+
+#include "tools/kvrmem/command_line/command_line.h"
+
+#include <span>
+#include <string_view>
+
+namespace kvrmem {
+
+extern const command check_command;
+extern const command convert_command;
+extern const command diff_command;
+extern const command dump_command;
+extern const command fill_command;
+extern const command get_command;
+extern const command info_command;
+extern const command new_command;
+extern const command plot_command;
+extern const command radix_command;
+extern const command set_command;
+
+/// In the order in which the help shows them.
+[[nodiscard]] std::span<const command* const> all_commands() noexcept;
+
+/// @throws tool_error (wrong usage), with a suggestion, when there is no such command.
+[[nodiscard]] const command& find_command(std::string_view name);
+
+} // namespace kvrmem

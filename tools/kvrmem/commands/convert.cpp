@@ -1,0 +1,113 @@
+#include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/memory_input.h"
+#include "tools/kvrmem/memory/memory_output.h"
+#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/replacement_file.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+
+namespace kvrmem {
+
+namespace {
+
+[[noreturn]] void fail_at_word(const input_file& input, const input_options& options, std::uint32_t address,
+                               const std::string& what) {
+    const std::uint64_t line = line_that_sets(input, options, address);
+    throw tool_error(exit_code::bad_input, line != 0
+                                               ? fmt::format("{}:{}: error: {}", input.name(), line, what)
+                                               : fmt::format("{}: error: {}", input.name(), what));
+}
+
+output_layout layout_for(const arguments& given, const memory_image& image) {
+    output_layout layout;
+    layout.format = format_for(given.to, given.files[1], "--to");
+    layout.address_radix = given.address_radix.value_or(image.address_radix);
+    layout.data_radix = given.data_radix.value_or(image.data_radix);
+    layout.with_runs = !given.no_runs;
+    return layout;
+}
+
+/// Gives the words that were never set the value @p text.
+void fill_unset_words(memory_image& image, const std::string& text) {
+    const std::string fill = word_of_person(text, image.width, "--fill " + text);
+    for (std::uint64_t address = 0; address < image.words.size();) {
+        const kvr::word_run run = image.words.run_at(static_cast<std::uint32_t>(address));
+        if (run.text.empty()) {
+            image.words.fill(run.first, run.last, {fill});
+        }
+        address = std::uint64_t{run.last} + 1;
+    }
+}
+
+void require_words(const input_file& input, const memory_image& image) {
+    if (!bounds_of(image.words)) {
+        throw tool_error(exit_code::bad_input,
+                         input.name() + ": error: the file sets no word; --fill VALUE gives all of them one");
+    }
+}
+
+void require_writable_words(const input_file& input, const input_options& options, const memory_image& image,
+                            const output_layout& layout) {
+    try {
+        require_writable(image, layout);
+    } catch (const unwritable_word& word) {
+        fail_at_word(input, options, word.address(), word.what());
+    }
+}
+
+std::string radix_note(KVR_FILE_TYPES format, KVR_MEMORY_RADIXES radix) {
+    return format == FILE_TYPE_MIF ? fmt::format(" in {}", radix_title(radix)) : std::string();
+}
+
+exit_code convert(const arguments& given) {
+    const input_file input(given.files[0]);
+    const input_options from = options_for(given, given.files[0]);
+    memory_image image = read_memory(input, from);
+    if (given.fill) {
+        fill_unset_words(image, *given.fill);
+    }
+    const output_layout layout = layout_for(given, image);
+    require_words(input, image);
+    require_writable_words(input, from, image, layout);
+    replacement_file target(given.files[1]);
+    write_memory(image, layout, target.output());
+    target.commit();
+    if (!image.note.empty()) {
+        tell(fmt::format("{}: note: width {}", input.name(), image.note));
+    }
+    tell(fmt::format("{} ({}{}) -> {} ({}{}): {} words of {} {}", input.name(), format_title(image.format),
+                     radix_note(image.format, image.data_radix), given.files[1], format_title(layout.format),
+                     radix_note(layout.format, layout.data_radix), image.depth, image.width,
+                     image.width == 1 ? "bit" : "bits"));
+    return exit_code::fine;
+}
+
+constexpr std::array options = {option_id::from,  option_id::to,         option_id::width,
+                                option_id::depth, option_id::data_radix, option_id::address_radix,
+                                option_id::fill,  option_id::no_runs};
+
+} // namespace
+
+const command convert_command = {
+    "convert",
+    "IN OUT",
+    "Write a memory in another format or radix, every value exactly.",
+    "  $ kvrmem convert sine.mif sine.hex\n"
+    "  $ kvrmem convert --data-radix bin font.mif font_bin.mif\n"
+    "  $ kvrmem convert --width 16 boot.hex boot.mif --fill 0\n"
+    "  $ kvrmem convert --from mif --to rif - - < table.txt\n",
+    "The extensions .mif, .hex, .ihex and .rif tell the formats. A word that does\n"
+    "not fit is refused, with its place in the file, and OUT stays as it was.\n"
+    "Words that are never set stay out of OUT, unless --fill gives them a value.\n",
+    2,
+    2,
+    options,
+    convert};
+
+} // namespace kvrmem

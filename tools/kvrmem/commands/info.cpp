@@ -1,0 +1,141 @@
+#include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/memory_input.h"
+#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/json.h"
+#include "tools/kvrmem/surroundings/standard_output.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <string>
+#include <unordered_map>
+
+namespace kvrmem {
+
+namespace {
+
+/// What the words of a memory look like. Words that were never set do not count.
+struct word_statistics {
+    std::uint64_t set = 0;
+    std::uint64_t runs = 0;
+    std::uint64_t distinct = 0;
+    std::string most_frequent;
+    std::uint64_t most_frequent_count = 0;
+};
+
+word_statistics count_words(const kvr::word_store& words) {
+    word_statistics statistics;
+    std::unordered_map<std::string, std::uint64_t> counts;
+    std::string text;
+    for (std::uint64_t address = 0; address < words.size();) {
+        const kvr::word_run run = words.run_at(static_cast<std::uint32_t>(address));
+        const std::uint64_t length = std::uint64_t{run.last} - run.first + 1;
+        address += length;
+        if (run.text.empty()) {
+            continue;
+        }
+        ++statistics.runs;
+        statistics.set += length;
+        text.assign(run.text);
+        const std::uint64_t count = counts[text] += length;
+        if (count > statistics.most_frequent_count) {
+            statistics.most_frequent_count = count;
+            statistics.most_frequent = text;
+        }
+    }
+    statistics.distinct = counts.size();
+    return statistics;
+}
+
+std::string shown(const memory_image& image, const std::string& word) {
+    std::string text;
+    return show_word(word, image.data_radix, image.width, text) ? text : word;
+}
+
+std::string words_as_text(const memory_image& image) {
+    const auto bounds = bounds_of(image.words);
+    if (!bounds) {
+        return "words set        none\n";
+    }
+    const word_statistics statistics = count_words(image.words);
+    return fmt::format("words set        {} of {}\n"
+                       "lowest address   {} (0x{:X})\n"
+                       "highest address  {} (0x{:X})\n"
+                       "runs             {}\n"
+                       "distinct words   {}\n"
+                       "most frequent    {} ({} times)\n",
+                       statistics.set, image.depth, bounds->lowest, bounds->lowest, bounds->highest,
+                       bounds->highest, statistics.runs, statistics.distinct,
+                       shown(image, statistics.most_frequent), statistics.most_frequent_count);
+}
+
+std::string as_text(const memory_image& image, const std::string& name) {
+    return fmt::format("file             {}\n"
+                       "format           {}\n"
+                       "width            {}{}\n"
+                       "depth            {}\n"
+                       "address radix    {}\n"
+                       "data radix       {}\n{}",
+                       name, format_title(image.format), image.width,
+                       image.note.empty() ? "" : " (" + image.note + ")", image.depth,
+                       radix_title(image.address_radix), radix_title(image.data_radix), words_as_text(image));
+}
+
+json words_as_json(const memory_image& image) {
+    const word_statistics statistics = count_words(image.words);
+    json words = {{"set", statistics.set}};
+    const auto bounds = bounds_of(image.words);
+    if (bounds) {
+        words.update({{"lowest_address", bounds->lowest},
+                      {"highest_address", bounds->highest},
+                      {"runs", statistics.runs},
+                      {"distinct", statistics.distinct},
+                      {"most_frequent",
+                       {{"word", shown(image, statistics.most_frequent)},
+                        {"count", statistics.most_frequent_count}}}});
+    }
+    return words;
+}
+
+json as_json(const memory_image& image, const std::string& name) {
+    return {{"schema", "kvrmem-info-1"},
+            {"file", name},
+            {"format", format_title(image.format)},
+            {"width", image.width},
+            {"width_is_guessed", !image.note.empty()},
+            {"depth", image.depth},
+            {"address_radix", radix_title(image.address_radix)},
+            {"data_radix", radix_title(image.data_radix)},
+            {"words", words_as_json(image)}};
+}
+
+exit_code info(const arguments& given) {
+    const input_file input(given.files[0]);
+    const memory_image image = read_memory(input, options_for(given, given.files[0]));
+    if (given.json) {
+        print_json(as_json(image, input.name()));
+    } else {
+        print(as_text(image, input.name()));
+    }
+    return exit_code::fine;
+}
+
+constexpr std::array options = {option_id::from, option_id::width, option_id::depth, option_id::json};
+
+} // namespace
+
+const command info_command = {"info",
+                              "FILE",
+                              "Tell what a memory file holds: sizes, radixes, addresses, distinct words.",
+                              "  $ kvrmem info sine.mif\n"
+                              "  $ kvrmem info --width 16 boot.hex\n"
+                              "  $ kvrmem info --json sine.mif | jq .words.set\n",
+                              "Words that were never set do not count. A run is a stretch of neighbouring\n"
+                              "addresses with the same word.\n",
+                              1,
+                              1,
+                              options,
+                              info};
+
+} // namespace kvrmem

@@ -1,0 +1,95 @@
+#include "tools/kvrmem/memory/memory_input.h"
+
+#include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/hex_input.h"
+#include "tools/kvrmem/memory/mif_input.h"
+#include "tools/kvrmem/memory/rif_input.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace kvrmem {
+
+namespace {
+
+memory_image read_format(const input_file& file, const input_options& options) {
+    switch (options.format) {
+    case FILE_TYPE_MIF:
+        return read_mif(file, options);
+    case FILE_TYPE_HEX:
+        return read_hex(file, options);
+    default:
+        return read_rif(file, options);
+    }
+}
+
+/// The address behind the last word that is set; 0 when none is.
+std::uint64_t end_of_words(const kvr::word_store& words) {
+    const auto bounds = bounds_of(words);
+    return bounds ? std::uint64_t{bounds->highest} + 1 : 0;
+}
+
+} // namespace
+
+KVR_FILE_TYPES format_for(const std::optional<KVR_FILE_TYPES>& given, const std::string& path,
+                          const char* option) {
+    if (given) {
+        return *given;
+    }
+    const auto format = format_of_path(path);
+    if (!format) {
+        throw tool_error(
+            exit_code::wrong_usage,
+            fmt::format("{}: the name does not tell the format (.mif, .hex, .ihex, .rif); give {}", path,
+                        option));
+    }
+    return *format;
+}
+
+input_options options_for(const arguments& given, const std::string& path) {
+    return {format_for(given.from, path, "--from"), given.width, given.depth};
+}
+
+memory_image read_memory(const input_file& file, const input_options& options) {
+    memory_image image = read_format(file, options);
+    // The last word that is set is a visit to every run, of which there can be billions: it is looked for
+    // only where something hangs on it.
+    const bool may_be_too_deep = options.depth && (image.depth == 0 || *options.depth < image.depth);
+    const std::uint64_t end = may_be_too_deep || image.depth == 0 ? end_of_words(image.words) : 0;
+    if (options.depth && end > *options.depth) {
+        const auto address = static_cast<std::uint32_t>(end - 1);
+        throw tool_error(exit_code::bad_input,
+                         fmt::format("{}:{}: error: address {} is beyond the depth {} (0 to {})", file.name(),
+                                     line_that_sets(file, options, address), address, *options.depth,
+                                     *options.depth - 1));
+    }
+    const std::uint64_t found = image.depth != 0 ? image.depth : std::max<std::uint64_t>(end, 1);
+    image.depth = options.depth.value_or(static_cast<std::uint32_t>(found));
+    image.words.resize(image.depth, "");
+    return image;
+}
+
+address_range range_within(const arguments& given, const memory_image& image) {
+    const address_range range = given.range.value_or(address_range{0, image.depth - 1});
+    if (range.last >= image.depth) {
+        throw tool_error(exit_code::wrong_usage,
+                         fmt::format("--range: address {} is beyond the depth {} (0 to {})", range.last,
+                                     image.depth, image.depth - 1));
+    }
+    return range;
+}
+
+std::uint64_t line_that_sets(const input_file& file, const input_options& options, std::uint32_t address) {
+    switch (options.format) {
+    case FILE_TYPE_MIF:
+        return mif_line_that_sets(file, address);
+    case FILE_TYPE_HEX:
+        return hex_line_that_sets(file, options, address);
+    default:
+        return rif_line_that_sets(file, address);
+    }
+}
+
+} // namespace kvrmem

@@ -1,0 +1,77 @@
+#include "tools/kvrmem/numbers/human_number.h"
+
+#include "kvr/memory/memory_state.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <limits>
+#include <system_error>
+
+namespace kvrmem {
+
+namespace {
+
+struct prefix {
+    std::string_view text;
+    KVR_MEMORY_RADIXES radix;
+};
+
+constexpr std::array<prefix, 6> prefixes = {{{"0x", RADIX_HEX},
+                                             {"0X", RADIX_HEX},
+                                             {"0b", RADIX_BIN},
+                                             {"0B", RADIX_BIN},
+                                             {"0o", RADIX_OCT},
+                                             {"0O", RADIX_OCT}}};
+
+} // namespace
+
+std::string without_underscores(std::string_view text) {
+    std::string digits;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        const bool separates = text[at] == '_' && at > 0 && at + 1 < text.size() && text[at - 1] != '_' &&
+                               text[at - 1] != '-' && text[at + 1] != '_';
+        if (!separates) {
+            digits += text[at];
+        }
+    }
+    return digits;
+}
+
+human_value read_human_value(std::string_view text) {
+    for (const prefix& entry : prefixes) {
+        if (text.substr(0, entry.text.size()) == entry.text) {
+            return {without_underscores(text.substr(entry.text.size())), entry.radix};
+        }
+    }
+    if (text.substr(0, minus_sign.size()) == minus_sign) {
+        return {"-" + without_underscores(text.substr(minus_sign.size())), RADIX_DEC};
+    }
+    return {without_underscores(text), text.substr(0, 1) == "-" ? RADIX_DEC : RADIX_UNS};
+}
+
+std::optional<std::uint32_t> read_human_size(std::string_view text, std::uint32_t largest) {
+    const human_value value = read_human_value(text);
+    const char* end = value.digits.data() + value.digits.size();
+    std::uint32_t number = 0;
+    const auto read =
+        std::from_chars(value.digits.data(), end, number, static_cast<int>(kvr::radix_base(value.radix)));
+    if (value.digits.empty() || read.ec != std::errc() || read.ptr != end || number > largest) {
+        return std::nullopt;
+    }
+    return number;
+}
+
+std::optional<address_range> read_address_range(std::string_view text) {
+    constexpr std::uint32_t largest = std::numeric_limits<std::uint32_t>::max();
+    const std::size_t dots = text.find("..");
+    const auto first = read_human_size(text.substr(0, dots), largest);
+    const auto last =
+        dots == std::string_view::npos ? first : read_human_size(text.substr(dots + 2), largest);
+    if (!first || !last || *first > *last) {
+        return std::nullopt;
+    }
+    return address_range{*first, *last};
+}
+
+} // namespace kvrmem

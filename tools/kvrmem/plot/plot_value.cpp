@@ -1,0 +1,126 @@
+#include "tools/kvrmem/plot/plot_value.h"
+
+#include "tools/kvrmem/memory/word_text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+
+namespace kvrmem {
+
+namespace {
+
+/// A distance between ticks: digit * 10^exponent.
+struct tick_step {
+    std::uint64_t size;
+    std::uint32_t exponent;
+};
+
+/// The least round step of which @p span holds no more than @p most.
+tick_step step_for(std::uint64_t span, std::uint32_t most) {
+    constexpr std::uint32_t highest_exponent = 18; // 5 * 10^18 is the largest round step of 64 bits
+    std::uint64_t power = 1;
+    for (std::uint32_t exponent = 0; exponent <= highest_exponent; ++exponent, power *= 10) {
+        for (const std::uint64_t digit : {1U, 2U, 5U}) {
+            if (span / (digit * power) <= most) {
+                return {digit * power, exponent};
+            }
+        }
+    }
+    return {5 * (power / 10), highest_exponent};
+}
+
+/// Large values keep the digits that tell them apart: 500000000 is 500e6.
+class tick_labels {
+public:
+    tick_labels(const tick_step& step, std::uint64_t largest) {
+        constexpr std::uint64_t first_long_value = 10'000'000;
+        constexpr std::uint32_t group = 3;
+        if (largest >= first_long_value) {
+            exponent = step.exponent / group * group;
+        }
+        for (std::uint32_t count = 0; count < exponent; ++count) {
+            unit *= 10;
+        }
+    }
+    [[nodiscard]] std::string label(bool is_negative, std::uint64_t size) const {
+        const char* sign = is_negative ? "-" : "";
+        return exponent == 0 || size == 0 ? fmt::format("{}{}", sign, size)
+                                          : fmt::format("{}{}e{}", sign, size / unit, exponent);
+    }
+
+private:
+    std::uint32_t exponent = 0;
+    std::uint64_t unit = 1;
+};
+
+} // namespace
+
+std::optional<std::uint64_t> value_order::key_of(std::string_view text) const {
+    constexpr int hexadecimal = 16;
+    if (text.empty() || !is_plain(text)) {
+        return std::nullopt;
+    }
+    std::uint64_t word = 0;
+    std::from_chars(text.data(), text.data() + text.size(), word, hexadecimal);
+    return word ^ key_of_zero(); // two's complement with its sign bit inverted orders like a number
+}
+
+std::uint64_t value_order::key_of_zero() const noexcept {
+    return has_sign ? std::uint64_t{1} << (bits - 1) : 0;
+}
+
+std::uint64_t value_order::highest_key() const noexcept {
+    return ~std::uint64_t{0} >> (widest_plotted_value - bits);
+}
+
+std::string value_order::text_of(std::uint64_t key) const {
+    const std::uint64_t zero = key_of_zero();
+    return key < zero ? fmt::format("-{}", zero - key) : fmt::format("{}", key - zero);
+}
+
+double value_axis::position_of(std::uint64_t key) const noexcept {
+    return static_cast<double>(key - lowest) / static_cast<double>(highest - lowest);
+}
+
+value_axis axis_for(const value_order& order, std::uint64_t lowest, std::uint64_t highest) {
+    const std::uint64_t zero = order.key_of_zero();
+    const std::uint64_t span = highest - lowest;
+    value_axis axis{lowest, highest};
+    if (zero < lowest && (span == 0 || lowest - zero <= span)) {
+        axis.lowest = zero;
+    }
+    if (zero > highest && (span == 0 || zero - highest <= span)) {
+        axis.highest = zero;
+    }
+    if (axis.lowest == axis.highest) { // nothing but zeros
+        axis.highest < order.highest_key() ? ++axis.highest : --axis.lowest;
+    }
+    return axis;
+}
+
+std::vector<value_tick> ticks_of(const value_order& order, const value_axis& axis, std::uint32_t most) {
+    const std::uint64_t zero = order.key_of_zero();
+    const tick_step step = step_for(axis.highest - axis.lowest, most);
+    const std::uint64_t below = zero > axis.lowest ? zero - axis.lowest : 0;
+    const std::uint64_t above = axis.highest > zero ? axis.highest - zero : 0;
+    const tick_labels labels(step, std::max(below, above));
+    std::vector<value_tick> ticks;
+    const std::uint64_t least_below = zero > axis.highest ? zero - axis.highest : 1;
+    for (std::uint64_t count = below / step.size; count > 0 && count * step.size >= least_below; --count) {
+        ticks.push_back({zero - count * step.size, labels.label(true, count * step.size)});
+    }
+    if (zero > axis.highest) {
+        return ticks;
+    }
+    const std::uint64_t least_above = axis.lowest > zero ? axis.lowest - zero : 0;
+    for (std::uint64_t count = (least_above + step.size - 1) / step.size; count <= above / step.size;
+         ++count) {
+        ticks.push_back({zero + count * step.size, labels.label(false, count * step.size)});
+    }
+    return ticks;
+}
+
+} // namespace kvrmem

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <nlohmann/json.hpp>
+
+#include <string>
+
+namespace kvrmem {
+
+/// Keeps the order in which its members are named.
+using json = nlohmann::ordered_json;
+
+/// @p document in one line, with U+FFFD for what is no UTF-8 in it.
+[[nodiscard]] std::string json_text(const json& document);
+
+/// Prints @p document, indented, with U+FFFD for what is no UTF-8 in it (names of files can be that).
+void print_json(const json& document);
+
+} // namespace kvrmem

@@ -1,0 +1,37 @@
+#include "tools/kvrmem/surroundings/message.h"
+
+#include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/surroundings/visible_text.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <string>
+
+namespace kvrmem {
+
+namespace {
+
+std::string for_message(std::string_view text) {
+    constexpr std::size_t longest = 2000;
+    return make_visible(text.substr(0, longest)).text + (text.size() > longest ? "..." : "");
+}
+
+} // namespace
+
+void tell(std::string_view text) {
+    tell_as_it_is(for_message(text) + "\n");
+}
+
+void tell_failure(std::string_view text, color_choice choice) {
+    const painter paint = painter_for(stderr, choice);
+    tell_as_it_is(fmt::format("{} {}\n", paint.paint(style::bold_red, "kvrmem:"), for_message(text)));
+}
+
+void tell_as_it_is(std::string_view text) {
+    const progress_pause pause;
+    // There is nobody to tell that standard error cannot be written to.
+    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+}
+
+} // namespace kvrmem

@@ -1,0 +1,19 @@
+#pragma once
+
+#include "tools/kvrmem/surroundings/terminal.h"
+
+#include <string_view>
+
+namespace kvrmem {
+
+/// Writes @p text and a newline to standard error, as far as a terminal may show it. It may hold bytes of
+/// files and names; of a very long one the end is cut off.
+void tell(std::string_view text);
+
+/// tell() behind "kvrmem:", in red where @p choice allows it.
+void tell_failure(std::string_view text, color_choice choice);
+
+/// Writes @p text to standard error as it is.
+void tell_as_it_is(std::string_view text);
+
+} // namespace kvrmem

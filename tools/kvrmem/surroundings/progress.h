@@ -1,0 +1,31 @@
+#pragma once
+
+#include <string_view>
+
+namespace kvrmem {
+
+// How far long work has come, on standard error and only if that is a terminal: a line that appears after a
+// second, changes in place, and goes away before anything else is written. It costs the work nothing: a timer
+// asks the system how far the file at hand was read or written.
+
+/// Arms the timer.
+void start_progress();
+
+/// From now on the line says @p doing ("reading") and @p name, and how much of the @p size bytes of the open
+/// file @p descriptor lies before its position; bytes alone for a size of 0. The descriptor may be closed at
+/// any time.
+void show_progress(std::string_view doing, std::string_view name, int descriptor, long long size);
+
+/// While it lives, there is no such line: something else is written.
+class progress_pause {
+public:
+    progress_pause();
+    ~progress_pause();
+    progress_pause(const progress_pause&) = delete;
+    progress_pause& operator=(const progress_pause&) = delete;
+};
+
+/// Takes the line away for good.
+void end_progress();
+
+} // namespace kvrmem

@@ -1,0 +1,151 @@
+#include "tools/kvrmem/surroundings/replacement_file.h"
+
+#include "tools/kvrmem/surroundings/input_file.h"
+#include "tools/kvrmem/surroundings/interruption.h"
+#include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace kvrmem {
+
+namespace {
+
+bool is_written_directly(const std::string& target) {
+    struct stat status {};
+    return target == "-" || (stat(target.c_str(), &status) == 0 && !S_ISREG(status.st_mode));
+}
+
+/// Where @p path leads, also when there is nothing there yet.
+std::string without_links(const std::string& path) {
+    constexpr int most_links = 40; // as the system follows
+    std::filesystem::path place = path;
+    std::error_code error;
+    for (int links = 0; links < most_links && std::filesystem::is_symlink(place, error); ++links) {
+        place = place.parent_path() / std::filesystem::read_symlink(place, error);
+    }
+    return place.string();
+}
+
+mode_t permissions_of_new_file() {
+    constexpr mode_t readable_and_writable = 0666;
+    const mode_t mask = umask(0);
+    umask(mask);
+    return readable_and_writable & ~mask;
+}
+
+/// Owner and permissions of @p old for the open file @p descriptor. Where the owner cannot be kept, nobody
+/// gets more than the permissions to read, write and execute.
+bool take_after(int descriptor, const struct stat& old) {
+    constexpr mode_t permission_bits = 07777;
+    constexpr mode_t harmless_bits = 0777;
+    struct stat mine {};
+    const bool same_owner =
+        fstat(descriptor, &mine) == 0 && mine.st_uid == old.st_uid && mine.st_gid == old.st_gid;
+    const bool has_owner = same_owner || fchown(descriptor, old.st_uid, old.st_gid) == 0;
+    return fchmod(descriptor, old.st_mode & (has_owner ? permission_bits : harmless_bits)) == 0;
+}
+
+/// Makes sure that what was written is on the disk before its name is.
+bool is_stored(const std::string& path) {
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    const bool stored = descriptor >= 0 && fsync(descriptor) == 0;
+    return (descriptor < 0 || close(descriptor) == 0) && stored;
+}
+
+} // namespace
+
+temporary_name::~temporary_name() {
+    if (!name.empty()) {
+        unlink(name.c_str());
+        set_temporary_file("");
+    }
+}
+
+int temporary_name::make_in(const std::string& folder) {
+    const interruption_pause pause;
+    std::string pattern = (std::filesystem::path(folder) / ".kvrmem.XXXXXX").string();
+    const int descriptor = mkstemp(pattern.data());
+    if (descriptor >= 0) {
+        name = pattern;
+        set_temporary_file(name);
+    }
+    return descriptor;
+}
+
+void temporary_name::keep() noexcept {
+    set_temporary_file("");
+    name.clear();
+}
+
+replacement_file::replacement_file(const std::string& target)
+    : name(target == "-" ? "standard output" : title_of_file(target)) {
+    if (is_written_directly(target)) {
+        place = target;
+        open_directly();
+    } else {
+        place = without_links(target);
+        open_beside();
+    }
+}
+
+void replacement_file::open_directly() {
+    file =
+        place == "-" ? kvr::output_file(fdopen(dup(STDOUT_FILENO), "wb")) : kvr::output_file::create(place);
+    if (!file.is_open()) {
+        fail(errno);
+    }
+}
+
+void replacement_file::open_beside() {
+    struct stat old {};
+    replaces = stat(place.c_str(), &old) == 0;
+    if (replaces && access(place.c_str(), W_OK) != 0) {
+        fail(errno);
+    }
+    const std::string folder = std::filesystem::path(place).parent_path().string();
+    const int descriptor = temporary.make_in(folder);
+    if (descriptor < 0) {
+        throw tool_error(exit_code::input_output,
+                         fmt::format("{}: cannot be written: no file can be made in {}: {}", name,
+                                     folder.empty() ? "this folder" : title_of_file(folder),
+                                     std::strerror(errno)));
+    }
+    file = kvr::output_file(fdopen(descriptor, "wb"));
+    const bool is_set_up =
+        replaces ? take_after(descriptor, old) : fchmod(descriptor, permissions_of_new_file()) == 0;
+    if (!file.is_open() || !is_set_up) {
+        fail(errno);
+    }
+    show_progress("writing", name, descriptor, 0);
+}
+
+void replacement_file::commit() {
+    errno = 0;
+    if (!file.close() || (replaces && !is_stored(temporary.path()))) {
+        fail(errno != 0 ? errno : EIO);
+    }
+    if (!temporary.path().empty()) {
+        const interruption_pause pause;
+        if (std::rename(temporary.path().c_str(), place.c_str()) != 0) {
+            fail(errno);
+        }
+        temporary.keep();
+    }
+}
+
+void replacement_file::fail(int reason) const {
+    throw tool_error(exit_code::input_output, name + ": cannot be written: " + std::strerror(reason));
+}
+
+} // namespace kvrmem

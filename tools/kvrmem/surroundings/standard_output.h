@@ -1,0 +1,27 @@
+#pragma once
+
+#include "kvr/memory/output_file.h"
+
+#include <string_view>
+
+namespace kvrmem {
+
+/// Writes @p text to standard output, at once.
+/// @throws tool_error (input/output) when it cannot be written.
+void print(std::string_view text);
+
+/// Standard output for long texts, through one large buffer.
+class output_stream {
+public:
+    output_stream();
+    void write(std::string_view text) { file.write(text); }
+
+    /// Writes out what is buffered; nothing is written behind that.
+    /// @throws tool_error (input/output) when not everything could be written.
+    void finish();
+
+private:
+    kvr::output_file file;
+};
+
+} // namespace kvrmem

@@ -1,0 +1,61 @@
+#include "tools/kvrmem/surroundings/terminal.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cstdlib>
+#include <sys/ioctl.h>
+#include <unistd.h>
+
+namespace kvrmem {
+
+namespace {
+
+/// The attributes of each style, in the order of the enumeration (ECMA-48, select graphic rendition).
+constexpr std::array<const char*, 11> attributes = {"0",  "1",  "2",  "31",   "32",  "33",
+                                                    "34", "35", "36", "1;31", "1;35"};
+
+bool wants_color(std::FILE* stream) {
+    const char* no_color = std::getenv("NO_COLOR");
+    const char* terminal = std::getenv("TERM");
+    return is_terminal(stream) && (no_color == nullptr || *no_color == '\0') &&
+           (terminal == nullptr || std::string_view(terminal) != "dumb");
+}
+
+} // namespace
+
+std::optional<color_choice> color_choice_of_name(std::string_view name) {
+    if (name == "auto") {
+        return color_choice::automatic;
+    }
+    if (name == "always") {
+        return color_choice::always;
+    }
+    if (name == "never") {
+        return color_choice::never;
+    }
+    return std::nullopt;
+}
+
+std::string painter::paint(style how, std::string_view text) const {
+    return on && how != style::plain
+               ? fmt::format("\x1B[{}m{}\x1B[0m", attributes[static_cast<std::size_t>(how)], text)
+               : std::string(text);
+}
+
+painter painter_for(std::FILE* stream, color_choice choice) {
+    return painter(choice == color_choice::always ||
+                   (choice == color_choice::automatic && wants_color(stream)));
+}
+
+bool is_terminal(std::FILE* stream) {
+    return isatty(fileno(stream)) != 0;
+}
+
+std::uint32_t columns_of(std::FILE* stream) {
+    constexpr std::uint32_t usual = 80;
+    winsize size{};
+    return ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
+}
+
+} // namespace kvrmem

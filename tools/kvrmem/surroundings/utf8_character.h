@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string_view>
+
+namespace kvrmem {
+
+/// The bytes of a character, and whether it may be shown: it is neither a control character nor one that
+/// changes the direction of the text around it, and XML has it.
+struct utf8_character {
+    std::string_view bytes;
+    bool is_shown;
+};
+
+/// What @p text, which must not be empty, begins with. A byte that does not begin a character of UTF-8 stands
+/// alone and is not shown.
+[[nodiscard]] utf8_character first_of(std::string_view text);
+
+/// True for a byte that goes on with a character.
+[[nodiscard]] constexpr bool is_continuation(char byte) noexcept {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
+} // namespace kvrmem

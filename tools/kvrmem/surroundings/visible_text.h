@@ -1,0 +1,31 @@
+#pragma once
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+
+namespace kvrmem {
+
+/// Text of a file as a terminal may show it: a tab is one blank, and what is no UTF-8 or may not be shown is
+/// "?".
+struct visible_text {
+    std::string text;
+    std::size_t columns = 0; ///< characters that it takes on a terminal
+};
+
+[[nodiscard]] visible_text make_visible(std::string_view bytes);
+
+/// @p bytes for a message: visible, and cut to a limit with "..." behind it.
+[[nodiscard]] std::string quoted(std::string_view bytes);
+
+/// A line of a file with a mark under a place in it.
+struct excerpt {
+    std::string line;
+    std::string mark; ///< blanks and "^~~~"
+};
+
+/// The excerpt of @p line for the @p length bytes from @p column (from 1) on. Of a long line it is a window
+/// around the place, with "..." where something was left out.
+[[nodiscard]] excerpt make_excerpt(std::string_view line, std::size_t column, std::size_t length);
+
+} // namespace kvrmem
