@@ -1,3 +1,4 @@
+#include "bench/folded_text.h"
 #include "kvr/keywords/keyword_registry.h"
 
 #include <benchmark/benchmark.h>
@@ -13,16 +14,6 @@
 // Each pair asks the registry and, for comparison, an unordered_set of the same names in lower case.
 
 namespace {
-
-char lower(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character - 'A' + 'a') : character;
-}
-
-std::string folded(std::string_view text) {
-    std::string result(text);
-    std::transform(result.begin(), result.end(), result.begin(), lower);
-    return result;
-}
 
 /// The names of a fresh registry in random order.
 std::vector<std::string> keywords() {

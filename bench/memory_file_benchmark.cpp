@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr unsigned depth = 1U << 20;
+constexpr unsigned file_depth = 1U << 20;
 
 /// Words that look like data: a fixed sequence of pseudo-random numbers.
 class word_sequence {
@@ -41,12 +41,12 @@ void configure(KVR_MEMORY_FILE& file, KVR_FILE_TYPES type, unsigned width) {
     file.set_word_size(width);
     file.set_memory_radix(RADIX_HEX);
     file.set_address_radix(RADIX_HEX);
-    file.set_number_of_words(depth);
+    file.set_number_of_words(file_depth);
 }
 
 void fill(KVR_MEMORY_FILE& file, unsigned width) {
     word_sequence words(width);
-    for (unsigned address = 0; address < depth; ++address) {
+    for (unsigned address = 0; address < file_depth; ++address) {
         file.set_data_word(address, words.next(), RADIX_HEX);
     }
 }
@@ -60,7 +60,7 @@ unsigned width_of(const benchmark::State& state) {
 
 /// Counts the words and the bytes of the file, which is then removed.
 void count_work(benchmark::State& state) {
-    state.SetItemsProcessed(state.iterations() * depth);
+    state.SetItemsProcessed(state.iterations() * file_depth);
     const std::string name = file_name(type_of(state), width_of(state));
     const auto bytes = std::filesystem::file_size(name);
     std::filesystem::remove(name);
@@ -102,7 +102,7 @@ void get_word(benchmark::State& state) {
     unsigned address = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(file.get_data_word(address, radix));
-        address = (address + 1) % depth;
+        address = (address + 1) % file_depth;
     }
 }
 
@@ -113,7 +113,7 @@ void set_word(benchmark::State& state) {
     unsigned address = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(file.set_data_word(address, word, RADIX_HEX));
-        address = (address + 1) % depth;
+        address = (address + 1) % file_depth;
     }
 }
 
@@ -125,7 +125,7 @@ void set_word_with_comment(benchmark::State& state) {
     unsigned address = 0;
     for (auto _ : state) {
         benchmark::DoNotOptimize(file.set_data_word_with_comments(address, word, comment, RADIX_HEX));
-        address = (address + 1) % depth;
+        address = (address + 1) % file_depth;
     }
 }
 

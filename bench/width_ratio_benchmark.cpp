@@ -1,6 +1,7 @@
 // A width-ratio check against what its two texts would cost to look up in hash maps: both folded to lower
 // case into a temporary string, then found in an unordered_map.
 
+#include "bench/folded_text.h"
 #include "kvr/ram_rules/device_families.h"
 #include "kvr/ram_rules/width_ratio.h"
 
@@ -24,18 +25,6 @@ const char* const block_names[] = {"AUTO",   "KBLK-A", "KBLK-B", "KBLK-C", "KBLK
 const char* const unknown_families[] = {
     "", "SERIES", "SERIES_Z9", "SERIES  A5", "SERIES A5 (LPX)", "a family that nobody has ever heard of"};
 const char* const unknown_blocks[] = {"", "KBLK-H", "KBLK-BB", "a block that nobody has ever heard of"};
-
-char folded(char character) {
-    return character >= 'A' && character <= 'Z' ? static_cast<char>(character + 32) : character;
-}
-
-std::string folded(std::string_view text) {
-    std::string result(text);
-    for (char& character : result) {
-        character = folded(character);
-    }
-    return result;
-}
 
 // The texts of one check: block type and family.
 using question = std::pair<std::string, std::string>;

@@ -7,7 +7,7 @@ namespace speed {
 
 namespace {
 
-constexpr std::string_view digits = "0123456789ABCDEF";
+constexpr std::string_view hex_digits = "0123456789ABCDEF";
 
 /// Words that look like data: a fixed sequence of pseudo-random digits.
 class word_sequence {
@@ -16,7 +16,7 @@ public:
     std::string next_word() {
         std::string word;
         while (word.size() < length) {
-            word += digits[next() % digits.size()];
+            word += hex_digits[next() % hex_digits.size()];
         }
         return word;
     }
@@ -38,7 +38,7 @@ private:
 std::string in_hex(std::uint32_t number, std::size_t length) {
     std::string text(length, '0');
     for (std::size_t at = length; at-- > 0; number /= 16) {
-        text[at] = digits[number % 16];
+        text[at] = hex_digits[number % 16];
     }
     return text;
 }

@@ -74,12 +74,7 @@ double peak_of(const std::vector<std::string>& command) {
     const pid_t child = fork();
     if (child == 0) {
         std::vector<std::string> words = command;
-        std::vector<char*> pointers;
-        pointers.reserve(words.size() + 1);
-        for (std::string& word : words) {
-            pointers.push_back(word.data());
-        }
-        pointers.push_back(nullptr);
+        const std::vector<char*> pointers = argument_pointers(words);
         execv(pointers[0], pointers.data());
         _exit(1);
     }

@@ -15,8 +15,6 @@ namespace speed {
 
 namespace {
 
-constexpr std::uint32_t words = 1U << 20;
-
 double allocated() {
     const struct mallinfo2 info = mallinfo2();
     return static_cast<double>(info.uordblks + info.hblkhd);
@@ -28,7 +26,7 @@ double bytes_a_word(Fill fill) {
     const double before = allocated();
     kvr::word_store store;
     fill(store);
-    return (allocated() - before) / words;
+    return (allocated() - before) / words_measured;
 }
 
 std::string two_digits(std::uint32_t address) {
@@ -41,10 +39,10 @@ double comment_bytes() {
     constexpr std::string_view text = "-- entry of the table";
     const double before = allocated();
     kvr::comment_store comments;
-    for (std::uint32_t index = 0; index < words; ++index) {
+    for (std::uint32_t index = 0; index < words_measured; ++index) {
         comments.push_front(text);
     }
-    return (allocated() - before) / words;
+    return (allocated() - before) / words_measured;
 }
 
 } // namespace
@@ -52,17 +50,17 @@ double comment_bytes() {
 void memory_rows() {
     const double text = 2;
     const double packed = bytes_a_word([](kvr::word_store& store) {
-        store.resize(words, "0");
-        for (std::uint32_t address = 0; address < words; ++address) {
+        store.resize(words_measured, "0");
+        for (std::uint32_t address = 0; address < words_measured; ++address) {
             store.set(address, two_digits(address));
         }
     });
     print_row({"bytes a word, texts of 2 characters", packed, text + 0.5, text / 2, ""});
-    const double untouched = bytes_a_word([](kvr::word_store& store) { store.resize(words, "0"); });
+    const double untouched = bytes_a_word([](kvr::word_store& store) { store.resize(words_measured, "0"); });
     print_row({"bytes a word, untouched", untouched, 1.0, 0.1, ""});
     const double constant = bytes_a_word([](kvr::word_store& store) {
-        store.resize(words, "0");
-        store.fill(0, words - 1, {"5A"});
+        store.resize(words_measured, "0");
+        store.fill(0, words_measured - 1, {"5A"});
     });
     print_row({"bytes a word, constant", constant, 1.0, 0.1, ""});
     print_row({"bytes a comment of 21 characters", comment_bytes(), 21 + 12, 21 + 6, ""});

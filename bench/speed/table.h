@@ -1,8 +1,12 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
 namespace speed {
+
+/// Of each memory that is measured.
+inline constexpr std::uint32_t words_measured = 1U << 20;
 
 /// A line of the table: what was reached, and what was aimed at, both in units of the yardstick.
 struct table_row {

@@ -38,14 +38,19 @@ comparison compare(const measurement& work, const measurement& floor, int rounds
     return {median(work_times), median(floor_times), median(ratios)};
 }
 
-double time_of_process(const std::vector<std::string>& command) {
-    std::vector<std::string> words = command;
+std::vector<char*> argument_pointers(std::vector<std::string>& command) {
     std::vector<char*> pointers;
-    pointers.reserve(words.size() + 1);
-    for (std::string& word : words) {
+    pointers.reserve(command.size() + 1);
+    for (std::string& word : command) {
         pointers.push_back(word.data());
     }
     pointers.push_back(nullptr);
+    return pointers;
+}
+
+double time_of_process(const std::vector<std::string>& command) {
+    std::vector<std::string> words = command;
+    const std::vector<char*> pointers = argument_pointers(words);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);

@@ -21,6 +21,9 @@ struct comparison {
 
 [[nodiscard]] double median(std::vector<double> values);
 
+/// What exec wants: pointers to the words of @p command, which must outlive them, and a null pointer.
+[[nodiscard]] std::vector<char*> argument_pointers(std::vector<std::string>& command);
+
 /// Seconds that the process @p command takes from its start to its end, its output thrown away. Ends the
 /// program when it cannot be started or does not end with 0.
 [[nodiscard]] double time_of_process(const std::vector<std::string>& command);

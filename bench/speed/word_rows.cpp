@@ -13,13 +13,11 @@ namespace speed {
 
 namespace {
 
-constexpr unsigned words = 1U << 20;
-
 template <class Get>
 double time_of_all(Get get) {
     std::size_t characters = 0;
     const double begin = now();
-    for (unsigned address = 0; address < words; ++address) {
+    for (unsigned address = 0; address < words_measured; ++address) {
         const std::string word = get(address);
         characters += word.size();
     }
@@ -27,7 +25,7 @@ double time_of_all(Get get) {
     if (characters == 0) {
         std::puts("no words");
     }
-    return time / words;
+    return time / words_measured;
 }
 
 std::string text_of(unsigned address, int length) {
@@ -43,8 +41,8 @@ void print_get(const table_settings& settings, int length, unsigned bits) {
     file.set_file_type(FILE_TYPE_MIF);
     file.set_word_size(bits);
     file.set_memory_radix(RADIX_HEX);
-    file.set_number_of_words(words);
-    for (unsigned address = 0; address < words; ++address) {
+    file.set_number_of_words(words_measured);
+    for (unsigned address = 0; address < words_measured; ++address) {
         texts.push_back(text_of(address, length));
         file.set_data_word(address, texts.back(), RADIX_HEX);
     }

@@ -19,7 +19,7 @@ namespace {
 // for the two digits of the low one.
 constexpr std::size_t plain_head = 1 + 2 + 4 + 2;
 constexpr std::size_t low_address = 1 + 2 + 2;
-constexpr std::size_t tail = 2 + 1;
+constexpr std::size_t record_tail = 2 + 1;
 constexpr std::size_t longest_word = 256;
 constexpr std::size_t longest_head = plain_head + 2 * std::size_t{255};
 constexpr std::uint32_t most_bytes = 255;
@@ -114,7 +114,7 @@ char* format_records(const record_block& block, const char* words, std::uint32_t
         const std::uint32_t sum = block.head_sum + low + word_sum;
         pairs.put((0 - sum) & 0xFF, end + length);
         end[length + 2] = '\n';
-        end += length + tail;
+        end += length + record_tail;
     }
     return end;
 }
@@ -144,7 +144,7 @@ std::uint32_t hex_record_rows::write(const word_row& row, std::uint32_t address,
     if (row.length == 0 || row.length > longest_word || bytes > most_bytes || digits % 2 != 0) {
         return 0;
     }
-    const std::size_t record_size = plain_head + digits + tail;
+    const std::size_t record_size = plain_head + digits + record_tail;
     const auto most_records = static_cast<std::uint32_t>(std::min(
         (output_file::room_limit - copy_padding) / record_size, hex_digit_block::capacity / row.length));
     const digit_pairs& pairs = letters == letter_case::lower ? lower_hex_pairs : upper_hex_pairs;

@@ -10,7 +10,7 @@ namespace kvr {
 
 namespace {
 
-constexpr std::uint64_t most_words = std::numeric_limits<std::uint32_t>::max();
+constexpr std::uint64_t most_addresses = std::numeric_limits<std::uint32_t>::max();
 
 /// Digits of @p data without those by which it is longer than @p record_bytes taken up to whole words.
 std::string_view cut_to_record_length(std::string_view data, std::uint32_t record_bytes,
@@ -71,13 +71,13 @@ early_hex_words::early_hex_words(const hex_memory& memory) noexcept
 
 /// Sizes the store so that it has the addresses from @p first up to, not including, @p last, or gives up.
 void early_hex_words::make_room(std::uint64_t first, std::uint64_t last) {
-    given_up = given_up || first < end || last > most_words;
+    given_up = given_up || first < end || last > most_addresses;
     if (given_up) {
         words = word_store();
     } else {
         storer.flush();
         const std::uint64_t whole_roots = (last / root_words + 1) * root_words;
-        words.resize(static_cast<std::uint32_t>(std::min(whole_roots, most_words)), initialize_value);
+        words.resize(static_cast<std::uint32_t>(std::min(whole_roots, most_addresses)), initialize_value);
     }
 }
 

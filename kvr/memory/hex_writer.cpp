@@ -248,9 +248,9 @@ void write_hex_record(const hex_record_layout& layout, std::uint32_t address, st
     const std::size_t zeros = missing_digits(layout, data);
     // Whole pieces of zeros add nothing to the sum; the rest moves where the pieces of the word begin.
     const std::uint32_t data_sum = sum_of_bytes(std::string(zeros % sum_piece, '0') + data);
-    std::string address_digits;
-    const std::int32_t address_sum = format_hex_value(address, address_digits, 4);
-    file.write(":" + layout.length_digits + address_digits + "00");
+    std::string address_field;
+    const std::int32_t address_sum = format_hex_value(address, address_field, 4);
+    file.write(":" + layout.length_digits + address_field + "00");
     write_zeros(file, zeros);
     file.write(data);
     file.write(checksum_of(data_sum + layout.bytes_per_word + static_cast<std::uint32_t>(address_sum)));

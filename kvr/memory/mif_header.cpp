@@ -1,5 +1,7 @@
 #include "kvr/memory/mif_header.h"
 
+#include "kvr/memory/mif_line.h"
+
 #include <limits>
 
 namespace kvr {
@@ -20,10 +22,6 @@ const std::array<header_keyword, 4> header_keywords = {{
 }};
 
 namespace {
-
-bool contains(std::string_view line, std::string_view word) {
-    return line.find(word) != std::string_view::npos;
-}
 
 /// The number written by @p digits; 0, which no width and no depth may be, when it is too large.
 std::uint32_t size_from(std::string_view digits) {

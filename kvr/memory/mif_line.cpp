@@ -45,8 +45,7 @@ std::string_view without_comments(std::string_view line) noexcept {
 }
 
 void strip_blanks(std::string& text) {
-    text.erase(std::remove_if(text.begin(), text.end(), [](char c) { return c == ' ' || c == '\t'; }),
-               text.end());
+    text.erase(std::remove_if(text.begin(), text.end(), is_mif_blank), text.end());
 }
 
 void to_upper(std::string& text, std::size_t from) noexcept {

@@ -43,6 +43,15 @@ void split_values(std::string_view text, std::vector<std::string_view>& values);
 /// Number of tokens in @p text, comment marks or not.
 [[nodiscard]] std::size_t count_tokens(std::string_view text) noexcept;
 
+/// True for the characters that separate what stands in a line.
+[[nodiscard]] constexpr bool is_mif_blank(char character) noexcept {
+    return character == ' ' || character == '\t';
+}
+
+[[nodiscard]] inline bool contains(std::string_view text, std::string_view word) noexcept {
+    return text.find(word) != std::string_view::npos;
+}
+
 /// Position of the "--" that starts a comment in @p line; npos when there is none.
 [[nodiscard]] std::size_t comment_position(std::string_view line) noexcept;
 

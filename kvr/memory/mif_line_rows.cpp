@@ -13,7 +13,7 @@ namespace kvr {
 
 namespace {
 
-constexpr std::size_t tail = 2; ///< ";" and LF
+constexpr std::size_t line_tail = 2; ///< ";" and LF
 
 /// A line head, and how it is made that of the address @p low further on.
 struct line_block {
@@ -40,8 +40,8 @@ std::uint32_t format_lines(const line_block& block, const word_row& row, std::ui
         end += block.head_size;
         copy_characters(word, length, end);
         end += length;
-        std::memcpy(end, ";\n", tail);
-        end += tail;
+        std::memcpy(end, ";\n", line_tail);
+        end += line_tail;
     }
     return row.count;
 }
@@ -85,7 +85,7 @@ void mif_line_rows::take_head_of(std::uint32_t address) {
     head.clear();
     append_content_line(head, address, address, {}, radix, width, {});
     last_digits = 1 + digits.size() - 2;
-    head_size = head.size() - tail;
+    head_size = head.size() - line_tail;
     head_number = address / pairs.count();
     head.append(copy_padding, ' ');
 }
@@ -95,7 +95,7 @@ std::uint32_t mif_line_rows::write(const word_row& row, std::uint32_t address, o
     std::uint32_t written = 0;
     while (written < count && has_two_digits(address)) {
         take_head_of(address);
-        const std::size_t line_size = head_size + row.length + tail;
+        const std::size_t line_size = head_size + row.length + line_tail;
         const std::size_t most_lines = (output_file::room_limit - copy_padding) / line_size;
         const std::uint32_t low = address % pairs.count();
         const auto lines = static_cast<std::uint32_t>(

@@ -19,12 +19,8 @@ constexpr std::size_t slack = 64;
 constexpr std::size_t longest_expected = 32;
 static_assert(slack >= predicted_address::readable + longest_expected + 8);
 
-bool is_blank(char character) noexcept {
-    return character == ' ' || character == '\t';
-}
-
 const char* skip_blanks(const char* at) noexcept {
-    while (is_blank(*at)) {
+    while (is_mif_blank(*at)) {
         ++at;
     }
     return at;
@@ -181,7 +177,7 @@ const char* mif_ordinary_lines::read_values_as_predicted(const char* const begin
         const value_of_digits read = skip_value_of_digits(value);
         has_lower_case = has_lower_case || read.has_lower_case;
         at = read.end;
-        if (at == value || !(is_blank(*at) || *at == ';') || value_count == values.size()) {
+        if (at == value || !(is_mif_blank(*at) || *at == ';') || value_count == values.size()) {
             return nullptr;
         }
         values[value_count++] = {value, static_cast<std::size_t>(at - value)};

@@ -7,20 +7,12 @@ namespace kvr {
 
 namespace {
 
-bool contains(std::string_view text, std::string_view word) {
-    return text.find(word) != std::string_view::npos;
-}
-
 std::string concat(std::string_view a, std::string_view b, std::string_view c, std::string_view d,
                    std::string_view e) {
     std::string text;
     text.reserve(a.size() + b.size() + c.size() + d.size() + e.size());
     text.append(a).append(b).append(c).append(d).append(e);
     return text;
-}
-
-bool is_blank(char character) {
-    return character == ' ' || character == '\t';
 }
 
 } // namespace
@@ -109,6 +101,9 @@ bool mif_reader::read_header_line() {
     }
     if (text.empty()) {
         return true;
+    }
+    if (content_read && observer != nullptr) {
+        observer->behind_end(without_comments(raw), physical_line);
     }
     const bool matched = try_keywords(raw);
     if (contains(text, "CONTENT")) {
@@ -312,7 +307,7 @@ read_fault mif_reader::place_in_statement(const text_fault& fault) const {
 read_fault mif_reader::place_in_header(const text_fault& fault, std::string_view raw) const {
     std::size_t column = 0;
     for (std::size_t kept = 0; column < raw.size(); ++column) {
-        if (!is_blank(raw[column])) {
+        if (!is_mif_blank(raw[column])) {
             if (kept == fault.offset) {
                 break;
             }

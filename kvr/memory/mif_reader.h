@@ -36,6 +36,10 @@ public:
     /// Called with the statement that holds "END": only its text and its pieces are set. The reader passes
     /// over what else stands in it.
     virtual void end_statement([[maybe_unused]] const mif_content& statement) {}
+
+    /// Called with each line behind that statement that holds more than comments, which are removed. Nothing
+    /// is read of it but a header keyword that was not seen yet.
+    virtual void behind_end([[maybe_unused]] std::string_view rest, [[maybe_unused]] std::uint64_t line) {}
 };
 
 /// Reads a MIF file into a mif_memory, which keeps what it holds already: comments are added to, words are

@@ -6,11 +6,11 @@ namespace kvr {
 
 namespace {
 
-constexpr char to_lower(char character) {
+constexpr char lower_case_of(char character) {
     return static_cast<char>(fold_case(character));
 }
 
-constexpr char to_upper(char character) {
+constexpr char upper_case_of(char character) {
     const bool lower = character >= 'a' && character <= 'z';
     return static_cast<char>(lower ? character - 'a' + 'A' : character);
 }
@@ -30,11 +30,11 @@ bool equal_ignoring_case(std::string_view left, std::string_view right) {
 }
 
 std::string to_lower_case(std::string_view text) {
-    return converted(text, to_lower);
+    return converted(text, lower_case_of);
 }
 
 std::string to_upper_case(std::string_view text) {
-    return converted(text, to_upper);
+    return converted(text, upper_case_of);
 }
 
 } // namespace kvr

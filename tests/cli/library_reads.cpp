@@ -1,7 +1,8 @@
-// Tells whether the library reads a memory file as its callers would: library_reads FILE
+// Prints the names of those memory files that the library refuses: library_reads FILE...
 
 #include "kvr/memory/memory_file.h"
 
+#include <cstdio>
 #include <string_view>
 
 namespace {
@@ -13,16 +14,20 @@ KVR_FILE_TYPES type_of(std::string_view path) {
     return path.ends_with(".rif") ? FILE_TYPE_RIF : FILE_TYPE_HEX;
 }
 
+/// True when the file was read and nothing was said against it.
+bool reads(const char* path) {
+    KVR_MEMORY_FILE file;
+    file.set_file_type(type_of(path));
+    file.set_file_name(path);
+    return file.read_file() && !file.get_file_not_found() && !file.has_error_messages();
+}
+
 } // namespace
 
-/// Answers 0 when the file was read and nothing was said against it, else 1.
 int main(int count, char** words) {
-    if (count != 2) {
-        return 4;
+    for (int index = 1; index < count; ++index) {
+        if (!reads(words[index])) {
+            std::puts(words[index]);
+        }
     }
-    KVR_MEMORY_FILE file;
-    file.set_file_type(type_of(words[1]));
-    file.set_file_name(words[1]);
-    const bool read = file.read_file();
-    return read && !file.get_file_not_found() && !file.has_error_messages() ? 0 : 1;
 }

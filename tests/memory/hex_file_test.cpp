@@ -23,7 +23,7 @@ using kvr_test::temporary_directory;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-constexpr const char* four_bytes = ":020000040000FA\n:0400000012345678E8\n:00000001FF\n";
+constexpr const char* four_byte_file = ":020000040000FA\n:0400000012345678E8\n:00000001FF\n";
 
 /// A memory file of type Intel HEX and the directory of its file.
 class HexFile : public testing::Test {
@@ -79,7 +79,7 @@ TEST_F(HexFile, StartsWithWordsOf8BitsAndNothingElse) {
 }
 
 TEST_F(HexFile, FourBytesAreReadAsFourWords) {
-    ASSERT_TRUE(read(four_bytes));
+    ASSERT_TRUE(read(four_byte_file));
     EXPECT_THAT(words(), ElementsAre("12", "34", "56", "78"));
     EXPECT_EQ(memory.get_number_of_words(), 4U);
     EXPECT_EQ(memory.get_lowest_address(), 0U);
@@ -92,13 +92,13 @@ TEST_F(HexFile, FourBytesAreReadAsFourWords) {
 
 TEST_F(HexFile, FourBytesAreReadAsTwoWordsOf16Bits) {
     memory.set_word_size(16);
-    ASSERT_TRUE(read(four_bytes));
+    ASSERT_TRUE(read(four_byte_file));
     EXPECT_THAT(words(), ElementsAre("1234", "5678"));
 }
 
 TEST_F(HexFile, FourBytesAreReadAsOneWordOf32Bits) {
     memory.set_word_size(32);
-    ASSERT_TRUE(read(four_bytes));
+    ASSERT_TRUE(read(four_byte_file));
     EXPECT_THAT(words(), ElementsAre("12345678"));
 }
 
@@ -182,7 +182,7 @@ TEST_F(HexFile, SecondFailureQueuesNoSecondMessage) {
 
 TEST_F(HexFile, SuccessClearsTheErrorButNotTheErrorState) {
     EXPECT_FALSE(read(":00000001FF\n"));
-    EXPECT_TRUE(read(four_bytes));
+    EXPECT_TRUE(read(four_byte_file));
     EXPECT_FALSE(memory.get_error_occurred());
     EXPECT_EQ(memory.get_invalid_line_number(), 0);
     EXPECT_EQ(memory.get_error_state(), ERROR_STATE_INVALID_LINE);
@@ -192,7 +192,7 @@ TEST_F(HexFile, SuccessClearsTheErrorButNotTheErrorState) {
 }
 
 TEST_F(HexFile, FailedReadKeepsTheWordsAndTheirNumber) {
-    ASSERT_TRUE(read(four_bytes));
+    ASSERT_TRUE(read(four_byte_file));
     EXPECT_FALSE(read(":0100000012ED\n"));
     EXPECT_THAT(words(), ElementsAre("12", "34", "56", "78"));
 }
@@ -268,7 +268,7 @@ TEST_F(HexFile, DirectoryCannotBeOpened) {
 TEST_F(HexFile, ReadThatSucceedsClearsFileNotFound) {
     name(directory.path("."));
     EXPECT_FALSE(memory.read_file());
-    EXPECT_TRUE(read(four_bytes));
+    EXPECT_TRUE(read(four_byte_file));
     EXPECT_FALSE(memory.get_file_not_found());
 }
 
@@ -313,7 +313,7 @@ TEST_F(HexFile, GetWordInAnotherRadixConvertsIt) {
 }
 
 TEST_F(HexFile, GetWordBeyondTheStoreReportsTheAddress) {
-    ASSERT_TRUE(read(four_bytes));
+    ASSERT_TRUE(read(four_byte_file));
     EXPECT_EQ(memory.get_data_word(4, RADIX_HEX), "");
     EXPECT_THAT(
         messages(),
@@ -325,21 +325,21 @@ TEST_F(HexFile, GetWordBeyondTheStoreReportsTheAddress) {
 }
 
 TEST_F(HexFile, SetWordInTheMemoryRadixNormalisesIt) {
-    ASSERT_TRUE(read(four_bytes));
+    ASSERT_TRUE(read(four_byte_file));
     EXPECT_TRUE(memory.set_data_word(0, "a", RADIX_HEX));
     EXPECT_TRUE(memory.set_data_word(1, "1ff", RADIX_NONE));
     EXPECT_THAT(words(), ElementsAre("0A", "FF", "56", "78"));
 }
 
 TEST_F(HexFile, SetWordInAnotherRadixConvertsFromTheMemoryRadix) {
-    ASSERT_TRUE(read(four_bytes));
+    ASSERT_TRUE(read(four_byte_file));
     EXPECT_TRUE(memory.set_data_word(0, "0f", RADIX_BIN));
     EXPECT_EQ(memory.get_data_word(0, RADIX_NONE), "00001111");
     EXPECT_EQ(memory.get_memory_radix(), RADIX_HEX);
 }
 
 TEST_F(HexFile, SetWordBeyondTheNumberOfWordsReportsTheAddress) {
-    ASSERT_TRUE(read(four_bytes));
+    ASSERT_TRUE(read(four_byte_file));
     EXPECT_FALSE(memory.set_data_word(4294967295U, "0", RADIX_HEX));
     EXPECT_THAT(words(), ElementsAre("12", "34", "56", "78"));
     EXPECT_THAT(
@@ -609,7 +609,7 @@ TEST_F(HexSteps, ConvertValueToHexReturnsTheByteSum) {
 
 TEST_F(HexSteps, ReadInFileReadsTheFileItIsGiven) {
     const temporary_directory directory;
-    EXPECT_TRUE(hex_steps{handler}.read_in_file(directory.file("words.hex", four_bytes)));
+    EXPECT_TRUE(hex_steps{handler}.read_in_file(directory.file("words.hex", four_byte_file)));
     EXPECT_EQ(hex_steps{handler}.memory().number_of_words, 4U);
 }
 

@@ -74,22 +74,22 @@ std::vector<std::string> words_of(std::string_view text, std::uint32_t word_size
     return reader.words();
 }
 
-constexpr std::string_view four_bytes = ":020000040000FA\n:0400000012345678E8\n:00000001FF\n";
+constexpr std::string_view two_byte_words = ":020000040000FA\n:0400000012345678E8\n:00000001FF\n";
 
 TEST(HexReader, FourBytesAreFourWordsOf8Bits) {
     text_reader reader(8);
-    reader.read(four_bytes);
+    reader.read(two_byte_words);
     EXPECT_THAT(reader.words(), ElementsAre("12", "34", "56", "78"));
     EXPECT_EQ(reader.memory.lowest_address, 0U);
     EXPECT_EQ(reader.memory.highest_address, 3U);
 }
 
 TEST(HexReader, FourBytesAreTwoWordsOf16Bits) {
-    EXPECT_THAT(words_of(four_bytes, 16), ElementsAre("1234", "5678"));
+    EXPECT_THAT(words_of(two_byte_words, 16), ElementsAre("1234", "5678"));
 }
 
 TEST(HexReader, FourBytesAreOneWordOf32Bits) {
-    EXPECT_THAT(words_of(four_bytes, 32), ElementsAre("12345678"));
+    EXPECT_THAT(words_of(two_byte_words, 32), ElementsAre("12345678"));
 }
 
 TEST(HexReader, FinalNewlineAndCarriageReturnsDoNotMatter) {

@@ -4,6 +4,7 @@
 #include "kvr/memory/memory_file.h"
 #include "tests/allocation.h"
 #include "tests/memory/error_messages.h"
+#include "tests/memory/memory_sizes.h"
 #include "tests/memory/temporary_directory.h"
 
 #include <gtest/gtest.h>
@@ -15,8 +16,9 @@
 
 namespace {
 
-constexpr std::size_t mebibyte = std::size_t{1} << 20;
-constexpr std::size_t limit = 64 * mebibyte;
+using kvr_test::mebibyte;
+
+constexpr std::size_t memory_limit = 64 * mebibyte;
 
 class MemoryFileMemory : public testing::Test {
 protected:
@@ -40,7 +42,7 @@ TEST_F(MemoryFileMemory, AHugeRangeIsReadEditedAndWrittenInLittleMemory) {
         ASSERT_TRUE(file.set_data_word(address, "A1", RADIX_HEX));
     }
     ASSERT_TRUE(file.write_file());
-    EXPECT_LT(allocation_meter::peak(), limit);
+    EXPECT_LT(allocation_meter::peak(), memory_limit);
     const std::string written = kvr_test::content_of(path);
     EXPECT_NE(written.find("\t[00000001..499602d1]  :   5;\n\t499602d2  :   A1;\n"), std::string::npos);
     EXPECT_LT(written.size(), 500U);
@@ -51,7 +53,7 @@ TEST_F(MemoryFileMemory, AHugeRangeOfSeveralValuesIsReadInLittleMemory) {
     KVR_MEMORY_FILE file;
     configure(file, FILE_TYPE_MIF, std::string(huge_header) + "[0..7FFFFFFE] : 1 2 3;\nEND;\n");
     ASSERT_TRUE(file.read_file());
-    EXPECT_LT(allocation_meter::peak(), limit);
+    EXPECT_LT(allocation_meter::peak(), memory_limit);
     EXPECT_EQ(file.get_data_word(2147483646U, RADIX_NONE), "1");
     EXPECT_EQ(file.get_data_word(1000000000U, RADIX_NONE), "2");
 }
@@ -65,7 +67,7 @@ TEST_F(MemoryFileMemory, TheLargestNumberOfWordsIsSetInLittleMemory) {
         EXPECT_EQ(file.get_number_of_words(), 4294967295U);
         EXPECT_EQ(file.get_data_word(4294967294U, RADIX_NONE), type == FILE_TYPE_RIF ? "" : "0");
     }
-    EXPECT_LT(allocation_meter::peak(), limit);
+    EXPECT_LT(allocation_meter::peak(), memory_limit);
 }
 
 TEST_F(MemoryFileMemory, TwoRecordsThatSpanAllAddressesAreReadInLittleMemory) {
@@ -73,7 +75,7 @@ TEST_F(MemoryFileMemory, TwoRecordsThatSpanAllAddressesAreReadInLittleMemory) {
     KVR_MEMORY_FILE file;
     configure(file, FILE_TYPE_HEX, ":010000005AA5\n:02000004FFFFFC\n:01FFFE00A55D\n:00000001FF\n");
     ASSERT_TRUE(file.read_file()) << kvr_test::error_messages(file).front();
-    EXPECT_LT(allocation_meter::peak(), limit);
+    EXPECT_LT(allocation_meter::peak(), memory_limit);
     EXPECT_EQ(file.get_number_of_words(), 4294967295U);
     EXPECT_EQ(file.get_data_word(0, RADIX_NONE), "5A");
     EXPECT_EQ(file.get_data_word(4294967294U, RADIX_NONE), "A5");

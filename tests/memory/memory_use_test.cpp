@@ -2,6 +2,7 @@
 #include "kvr/memory/comment_store.h"
 #include "kvr/memory/word_store.h"
 #include "tests/allocation.h"
+#include "tests/memory/memory_sizes.h"
 
 #include <gtest/gtest.h>
 
@@ -17,9 +18,8 @@
 namespace {
 
 using kvr::word_store;
-
-constexpr std::size_t kibibyte = 1024;
-constexpr std::size_t mebibyte = 1024 * kibibyte;
+using kvr_test::kibibyte;
+using kvr_test::mebibyte;
 
 TEST(MemoryUse, LargestStoreOfUnsetWordsIsSmall) {
     const allocation_meter meter;

@@ -17,7 +17,7 @@ using kvr_test::content_of;
 using kvr_test::random_row;
 using kvr_test::temporary_directory;
 
-constexpr std::array radixes = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
+constexpr std::array line_radixes = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
 
 /// The lines of the exact rule for the first @p count words.
 std::string one_by_one(const word_row& row, std::uint32_t address, std::uint32_t count,
@@ -121,7 +121,7 @@ TEST_P(MifLineRows, WordsThatAreLongerThanTheRoomAreLeftToTheExactRule) {
     EXPECT_EQ(written, 0U);
 }
 
-INSTANTIATE_TEST_SUITE_P(Radixes, MifLineRows, testing::ValuesIn(radixes));
+INSTANTIATE_TEST_SUITE_P(Radixes, MifLineRows, testing::ValuesIn(line_radixes));
 
 } // namespace
 } // namespace kvr

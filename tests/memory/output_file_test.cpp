@@ -18,7 +18,7 @@ using kvr::output_file;
 using kvr_test::content_of;
 using kvr_test::temporary_directory;
 
-constexpr std::size_t block = output_file::block_size;
+constexpr std::size_t whole_block = output_file::block_size;
 
 std::string random_text(std::mt19937& random, std::size_t size) {
     std::string text(size, '\0');
@@ -67,7 +67,7 @@ TEST(OutputFile, RoomIsFilledInPlace) {
 
 TEST(OutputFile, RoomIsThereAtTheEndOfTheBlock) {
     const temporary_directory directory;
-    std::string expected(block - 1, 'a');
+    std::string expected(whole_block - 1, 'a');
     output_file file = output_file::create(directory.path("file"));
     file.write(expected);
     std::fill_n(file.room(output_file::room_limit), output_file::room_limit, 'b');
@@ -80,7 +80,8 @@ TEST(OutputFile, RoomIsThereAtTheEndOfTheBlock) {
 class OutputFileBlockBorder : public testing::TestWithParam<std::size_t> {};
 
 INSTANTIATE_TEST_SUITE_P(Sizes, OutputFileBlockBorder,
-                         testing::Values(block - 2, block - 1, block, block + 1, 3 * block, 3 * block + 1));
+                         testing::Values(whole_block - 2, whole_block - 1, whole_block, whole_block + 1,
+                                         3 * whole_block, 3 * whole_block + 1));
 
 TEST_P(OutputFileBlockBorder, WriteBetweenSmallOnes) {
     const temporary_directory directory;
@@ -100,7 +101,7 @@ TEST(OutputFile, ManyWritesOfAllSizesComeOutInOrder) {
     std::string expected;
     output_file file = output_file::create(directory.path("file"));
     for (int round = 0; round < 400; ++round) {
-        const std::size_t largest = round % 50 == 0 ? 2 * block : 9000;
+        const std::size_t largest = round % 50 == 0 ? 2 * whole_block : 9000;
         const std::string text = random_text(random, random() % largest);
         if (text.size() <= output_file::room_limit) {
             std::copy(text.begin(), text.end(), file.room(text.size()));
@@ -164,8 +165,8 @@ TEST(OutputFile, FileInAMissingDirectoryCannotBeWritten) {
 TEST(OutputFile, WritingWithoutAFileDropsTheTextAndFails) {
     std::FILE* const none = nullptr;
     output_file file(none);
-    file.write(std::string(2 * block, 'x'));
-    for (std::size_t count = 0; count < 2 * block; count += 1000) {
+    file.write(std::string(2 * whole_block, 'x'));
+    for (std::size_t count = 0; count < 2 * whole_block; count += 1000) {
         file.write(std::string(1000, 'x'));
     }
     EXPECT_FALSE(file.close());
@@ -194,8 +195,8 @@ TEST(OutputFileOnFullDisk, NothingWrittenIsNoFailure) {
 
 TEST(OutputFileOnFullDisk, FailureIsKeptUntilTheEnd) {
     output_file file = output_file::create("/dev/full");
-    file.write(std::string(2 * block, 'x'));
-    for (std::size_t count = 0; count < 2 * block; count += 1000) {
+    file.write(std::string(2 * whole_block, 'x'));
+    for (std::size_t count = 0; count < 2 * whole_block; count += 1000) {
         file.write(std::string(1000, 'x'));
     }
     EXPECT_FALSE(file.close());
@@ -229,8 +230,8 @@ std::FILE* stream_over(scripted_disk& disk) {
 
 TEST(OutputFileWrites, InterruptedWritesAreTakenUpAgain) {
     std::mt19937 random(6);
-    const std::string text = random_text(random, 3 * block + 17);
-    scripted_disk disk{.capacity = 10 * block};
+    const std::string text = random_text(random, 3 * whole_block + 17);
+    scripted_disk disk{.capacity = 10 * whole_block};
     output_file file(stream_over(disk));
     file.write(text);
     EXPECT_TRUE(file.close());
@@ -240,9 +241,9 @@ TEST(OutputFileWrites, InterruptedWritesAreTakenUpAgain) {
 TEST(OutputFileWrites, NothingIsWrittenAfterAFailure) {
     scripted_disk disk{.capacity = 100000};
     output_file file(stream_over(disk));
-    file.write(std::string(2 * block, 'x'));
-    disk.capacity = 10 * block;
-    file.write(std::string(2 * block, 'y'));
+    file.write(std::string(2 * whole_block, 'x'));
+    disk.capacity = 10 * whole_block;
+    file.write(std::string(2 * whole_block, 'y'));
     EXPECT_FALSE(file.close());
     EXPECT_EQ(disk.refused, 1);
     EXPECT_TRUE(disk.content == std::string(100000, 'x'));

@@ -11,7 +11,7 @@ using kvr::pattern_ref;
 using kvr::same_texts;
 using kvr::word_pattern;
 
-constexpr std::array<std::string_view, 3> values = {"1", "", "333"};
+constexpr std::array<std::string_view, 3> three_values = {"1", "", "333"};
 
 TEST(WordPattern, UniformPatternHasOneTextEverywhere) {
     const pattern_ref pattern = word_pattern::uniform("AB");
@@ -22,7 +22,7 @@ TEST(WordPattern, UniformPatternHasOneTextEverywhere) {
 }
 
 TEST(WordPattern, TextsRepeatFromTheFirstAddressOn) {
-    const pattern_ref pattern = word_pattern::repeating(10, values.data(), values.size());
+    const pattern_ref pattern = word_pattern::repeating(10, three_values.data(), three_values.size());
     EXPECT_FALSE(pattern->is_uniform());
     EXPECT_EQ(pattern->period(), 3U);
     EXPECT_EQ(pattern->text_at(10), "1");
@@ -33,7 +33,7 @@ TEST(WordPattern, TextsRepeatFromTheFirstAddressOn) {
 }
 
 TEST(WordPattern, OneRepeatedTextIsUniform) {
-    EXPECT_TRUE(word_pattern::repeating(10, values.data(), 1)->is_uniform());
+    EXPECT_TRUE(word_pattern::repeating(10, three_values.data(), 1)->is_uniform());
 }
 
 TEST(WordPattern, FindsTheFirstAddressWithAnotherText) {

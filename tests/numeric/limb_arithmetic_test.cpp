@@ -9,7 +9,7 @@ namespace {
 
 using limbs = std::vector<std::uint64_t>;
 
-constexpr std::uint64_t all_ones = ~std::uint64_t{0};
+constexpr std::uint64_t ones_of_a_limb = ~std::uint64_t{0};
 
 /// Random limbs, or long runs of ones and zeros, which carry far.
 limbs telling_number(std::mt19937_64& random, std::size_t size) {
@@ -37,13 +37,13 @@ limbs plain_product(const limbs& left, const limbs& right) {
 } // namespace
 
 TEST(LimbArithmetic, CarryRunsThroughAllLimbs) {
-    limbs number(5, all_ones);
+    limbs number(5, ones_of_a_limb);
     EXPECT_EQ(kvr::add_limbs(number, limbs{1}), 1U);
     EXPECT_EQ(number, limbs(5, 0));
     EXPECT_EQ(kvr::subtract_limbs(number, limbs{1}), 1U);
-    EXPECT_EQ(number, limbs(5, all_ones));
-    EXPECT_EQ(kvr::add_limbs(number, limbs{1, all_ones}), 1U);
-    EXPECT_EQ(number, (limbs{0, all_ones, 0, 0, 0}));
+    EXPECT_EQ(number, limbs(5, ones_of_a_limb));
+    EXPECT_EQ(kvr::add_limbs(number, limbs{1, ones_of_a_limb}), 1U);
+    EXPECT_EQ(number, (limbs{0, ones_of_a_limb, 0, 0, 0}));
 }
 
 TEST(LimbArithmetic, SumAndDifferenceUndoEachOther) {
@@ -74,7 +74,7 @@ TEST(LimbArithmetic, NegationIsTheDifferenceFromZero) {
 TEST(LimbArithmetic, LeadingZerosDoNotMakeANumberLarger) {
     EXPECT_TRUE(kvr::is_less(limbs{1, 0, 0}, limbs{2}));
     EXPECT_FALSE(kvr::is_less(limbs{2}, limbs{2, 0}));
-    EXPECT_FALSE(kvr::is_less(limbs{0, 1}, limbs{all_ones}));
+    EXPECT_FALSE(kvr::is_less(limbs{0, 1}, limbs{ones_of_a_limb}));
     EXPECT_FALSE(kvr::is_less(limbs{}, limbs{0}));
 }
 

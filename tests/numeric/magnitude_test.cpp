@@ -1,4 +1,5 @@
 #include "kvr/numeric/magnitude.h"
+#include "tests/numeric/random_digits.h"
 
 #include <gtest/gtest.h>
 
@@ -8,6 +9,7 @@
 namespace {
 
 using kvr::magnitude;
+using kvr_test::random_digits;
 
 std::string decimal_text(const magnitude& number) {
     std::string text;
@@ -31,14 +33,6 @@ std::string doubled(const std::string& digits) {
         carry = sum / 10;
     }
     return result.front() == '0' ? result.substr(1) : result;
-}
-
-std::string random_digits(std::mt19937_64& random, std::size_t count, const std::string& alphabet) {
-    std::string digits;
-    for (std::size_t index = 0; index < count; ++index) {
-        digits += alphabet[random() % alphabet.size()];
-    }
-    return digits;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #include "kvr/numeric/radix_conversion.h"
 #include "tests/numeric/literal_radix_conversion.h"
+#include "tests/numeric/random_digits.h"
 
 #include <gtest/gtest.h>
 
@@ -11,6 +12,7 @@
 
 namespace {
 
+using kvr_test::random_digits;
 using literal_radix_conversion::outcome;
 
 constexpr unsigned radix_count = 7;
@@ -79,14 +81,6 @@ std::string bits_of(unsigned value, std::size_t width) {
         bits += (value >> bit & 1) != 0 ? '1' : '0';
     }
     return bits;
-}
-
-std::string random_digits(std::mt19937_64& random, std::size_t count, const std::string& alphabet) {
-    std::string digits;
-    for (std::size_t index = 0; index < count; ++index) {
-        digits += alphabet[random() % alphabet.size()];
-    }
-    return digits;
 }
 
 /// The digits that a text in a radix usually has.

@@ -9,8 +9,8 @@
 
 namespace {
 
-constexpr KVR_MEMORY_RADIXES radixes[] = {RADIX_BIN, RADIX_DEC,  RADIX_UNS,        RADIX_HEX,
-                                          RADIX_OCT, RADIX_NONE, RADIX_FIXED_POINT};
+constexpr KVR_MEMORY_RADIXES radixes_of_small_words[] = {RADIX_BIN, RADIX_DEC,  RADIX_UNS,        RADIX_HEX,
+                                                         RADIX_OCT, RADIX_NONE, RADIX_FIXED_POINT};
 constexpr KVR_MEMORY_RADIXES exact_radixes[] = {RADIX_BIN, RADIX_DEC, RADIX_UNS, RADIX_HEX, RADIX_OCT};
 
 /// Mostly digits of one radix, sometimes with a sign, a don't-care digit or any byte in between.
@@ -43,8 +43,8 @@ TEST(SmallWord, ConversionIsThatOfTheExactPath) {
     std::size_t taken = 0;
     for (int count = 0; count < 300000; ++count) {
         const std::string text = hostile_text(random);
-        const KVR_MEMORY_RADIXES from = radixes[random() % std::size(radixes)];
-        const KVR_MEMORY_RADIXES to = radixes[random() % std::size(radixes)];
+        const KVR_MEMORY_RADIXES from = radixes_of_small_words[random() % std::size(radixes_of_small_words)];
+        const KVR_MEMORY_RADIXES to = radixes_of_small_words[random() % std::size(radixes_of_small_words)];
         const auto width = static_cast<unsigned>(random() % 2 == 0 ? 0 : telling_width(random));
         std::string output = "untouched";
         if (!kvr::convert_small_word(output, text, from, to, width)) {

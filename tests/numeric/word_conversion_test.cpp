@@ -1,4 +1,5 @@
 #include "kvr/numeric/word_conversion.h"
+#include "tests/numeric/random_digits.h"
 
 #include <gtest/gtest.h>
 
@@ -9,6 +10,7 @@
 namespace {
 
 using kvr::convert_word_through_binary_digits;
+using kvr_test::random_digits;
 
 /// The result of the fast path, or nothing where it leaves the text to the exact one.
 std::optional<std::string> convert_word_directly(const std::string& text, KVR_MEMORY_RADIXES from,
@@ -22,14 +24,6 @@ std::optional<std::string> convert_word_directly(const std::string& text, KVR_ME
     EXPECT_TRUE(kvr::convert_word_directly(shared, shared, from, to, width));
     EXPECT_EQ(shared, output);
     return output;
-}
-
-std::string random_text(std::mt19937_64& random, std::size_t count, const std::string& alphabet) {
-    std::string text;
-    for (std::size_t index = 0; index < count; ++index) {
-        text += alphabet[random() % alphabet.size()];
-    }
-    return text;
 }
 
 } // namespace
@@ -78,7 +72,7 @@ TEST(WordConversion, FastPathGivesWhatTheExactPathGives) {
     std::size_t direct_count = 0;
     for (std::size_t length = 1; length <= 300; length += 1 + length / 8) {
         for (const char* alphabet : {"01", "01234567", "0123456789", "0123456789abCDEF", "01fX", "089g-"}) {
-            const std::string digits = random_text(random, length, alphabet);
+            const std::string digits = random_digits(random, length, alphabet);
             const auto some_width = static_cast<unsigned>(1 + random() % (length * 5));
             for (const std::string& text : {digits, "-" + digits}) {
                 for (const KVR_MEMORY_RADIXES from : radixes) {

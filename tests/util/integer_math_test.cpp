@@ -345,10 +345,10 @@ void PrintTo(const fraction& value, std::ostream* out) {
     *out << value.numerator << '/' << value.denominator;
 }
 
-constexpr fraction untouched{-77, -78};
+constexpr fraction untouched_fraction{-77, -78};
 
 fraction find(int numerator, int denominator, int max_denominator, int max_terms) {
-    fraction found = untouched;
+    fraction found = untouched_fraction;
     kvr_find_simple_integer_fraction(numerator, denominator, found.numerator, found.denominator,
                                      max_denominator, max_terms);
     return found;
@@ -377,21 +377,21 @@ TEST(SimpleFraction, RoundsTheLastTerm) {
 }
 
 TEST(SimpleFraction, IsLeftAloneWithoutTerms) {
-    EXPECT_EQ(find(3, 4, -1, 0), untouched);
-    EXPECT_EQ(find(3, 4, -1, INT_MIN), untouched);
+    EXPECT_EQ(find(3, 4, -1, 0), untouched_fraction);
+    EXPECT_EQ(find(3, 4, -1, INT_MIN), untouched_fraction);
 }
 
 TEST(SimpleFraction, IsLeftAloneWhenNoDenominatorFits) {
-    EXPECT_EQ(find(3, 4, 0, 10), untouched);
-    EXPECT_EQ(find(3, 4, -2, 10), untouched);
+    EXPECT_EQ(find(3, 4, 0, 10), untouched_fraction);
+    EXPECT_EQ(find(3, 4, -2, 10), untouched_fraction);
 }
 
 TEST(SimpleFraction, IsLeftAloneWithoutAQuotient) {
-    EXPECT_EQ(find(3, 0, -1, 10), untouched);
-    EXPECT_EQ(find(INT_MIN, -1, -1, 10), untouched);
+    EXPECT_EQ(find(3, 0, -1, 10), untouched_fraction);
+    EXPECT_EQ(find(INT_MIN, -1, -1, 10), untouched_fraction);
     // The second division is -2^31 / -1.
-    EXPECT_EQ(find(-1, INT_MIN, -1, 10), untouched);
-    EXPECT_EQ(find(-1, INT_MIN, 5, 10), untouched);
+    EXPECT_EQ(find(-1, INT_MIN, -1, 10), untouched_fraction);
+    EXPECT_EQ(find(-1, INT_MIN, 5, 10), untouched_fraction);
 }
 
 TEST(SimpleFraction, TakesAnyNumberOfTerms) {
@@ -416,7 +416,7 @@ std::int32_t wrap(std::int64_t value) {
 
 // The search written down a second time, with wide numbers that are wrapped at each step.
 fraction find_step_by_step(int numerator, int denominator, int max_denominator, int max_terms) {
-    fraction found = untouched;
+    fraction found = untouched_fraction;
     std::vector<std::int64_t> term(static_cast<std::size_t>(max_terms));
     std::int64_t a = numerator;
     std::int64_t b = denominator;

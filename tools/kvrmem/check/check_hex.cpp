@@ -2,10 +2,10 @@
 
 #include "kvr/memory/hex_memory.h"
 #include "kvr/memory/hex_reader.h"
-#include "kvr/memory/hex_record_walk.h"
 #include "tools/kvrmem/check/check_gaps.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/hex_width.h"
+#include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_lines.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
@@ -22,15 +22,13 @@ namespace {
 
 using step = kvr::hex_record_walk::step;
 
-constexpr std::uint32_t bits_per_byte = 8;
-constexpr std::uint32_t every_address = std::numeric_limits<std::uint32_t>::max();
 constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
 
 // --- what the library's reader finds ---
 
-class error_collector : public kvr::read_observer {
+class hex_error_collector : public kvr::read_observer {
 public:
-    error_collector(const check_source& checked, fault_list& list) : source(checked), faults(list) {}
+    hex_error_collector(const check_source& checked, fault_list& list) : source(checked), faults(list) {}
 
     bool fault(const kvr::read_fault& fault, std::string_view text) override {
         fault_text told = describe_hex_fault(fault, text);
@@ -59,7 +57,7 @@ private:
             found.column = line.find(record[bad], line.find(':')) + 1;
             found.length = 1;
         } else if (found.length == digits) {
-            const std::string checksum = right_checksum(record);
+            const std::string checksum = checksum_of(record.substr(1, record.size() - 1 - digits));
             found.mended =
                 repair{source.offset_of(found.line) + found.column - 1, digits, checksum,
                        fmt::format("checksum {} is now {}", record.substr(record.size() - digits), checksum)};
@@ -89,7 +87,7 @@ private:
 void find_errors(const check_source& source, const input_options& options, fault_list& faults) {
     kvr::hex_memory memory(nullptr);
     memory.word_size = options.width.value_or(memory.word_size);
-    error_collector collector(source, faults);
+    hex_error_collector collector(source, faults);
     kvr::line_source lines = source.lines(kvr::hex_record_walk::longest_line);
     static_cast<void>(kvr::find_address_space(memory, lines, &collector));
 }
@@ -99,15 +97,14 @@ void find_errors(const check_source& source, const input_options& options, fault
 /// The bytes of a word; 0 when neither the person nor the records tell.
 std::uint32_t bytes_per_word(const check_source& source, const input_options& options) {
     if (options.width) {
-        return (*options.width + bits_per_byte - 1) / bits_per_byte;
+        return bytes_for(*options.width);
     }
     width_finder finder;
     kvr::line_source lines = source.lines(kvr::hex_record_walk::longest_line);
     kvr::hex_record_walk walk(lines);
     for (step found = walk.next(); found != step::end; found = walk.next()) {
         if (found == step::record && walk.record().kind == kvr::hex_record_type::data) {
-            finder.take(std::uint64_t{walk.address_offset()} + walk.record().word_address,
-                        walk.record().data_bytes);
+            finder.take(address_of_record(walk), walk.record().data_bytes);
         }
     }
     return finder.bytes();
@@ -189,7 +186,7 @@ private:
                 "");
         }
         check_widths(record, whole);
-        check_addresses(std::uint64_t{walk.address_offset()} + record.word_address,
+        check_addresses(address_of_record(walk),
                         record.data_bytes / bytes + (record.data_bytes % bytes != 0 ? 1 : 0), whole);
     }
 
@@ -199,7 +196,7 @@ private:
         if (bad != std::string_view::npos) {
             const std::size_t column = source.line(line_before).find(record.text[bad], whole.column);
             add(severity::warning, "bad-digit", column + 1, 1,
-                fmt::format("'{}' is no hexadecimal digit", quoted(record.text.substr(bad, 1))),
+                fmt::format("'{}' is no hexadecimal digit", visible(record.text.substr(bad, 1))),
                 "the library reads the number up to there");
         }
     }
@@ -217,7 +214,7 @@ private:
                 const bool has_blanks = whole.length != record.text.size() + 1;
                 add(severity::error, "too-wide", has_blanks ? whole.column : whole.column + offset,
                     has_blanks ? whole.length : digits,
-                    fmt::format("word {} needs {} bits, the given width is {}", quoted(value),
+                    fmt::format("word {} needs {} bits, the given width is {}", visible(value),
                                 error->bits_needed, *options.width),
                     "");
             }

@@ -4,10 +4,11 @@
 #include "tools/kvrmem/check/check_mif_content.h"
 #include "tools/kvrmem/check/check_mif_header.h"
 #include "tools/kvrmem/check/check_mif_radix.h"
-#include "tools/kvrmem/check/check_mif_statement.h"
 #include "tools/kvrmem/command_line/suggestion.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/mif_statement_faults.h"
+#include "tools/kvrmem/memory/mif_unread_text.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
@@ -20,12 +21,10 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::string_view blanks = " \t";
-
 void add_at_line(mif_check& check, const char* code, std::uint64_t line, std::string message,
                  std::string hint, std::optional<repair> mended = std::nullopt) {
     const std::string_view text = check.source.line(line);
-    const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+    const std::size_t begin = std::min(text.find_first_not_of(mif_blanks), text.size());
     check.faults.add(
         {severity::error, code, line, begin < text.size() ? begin + 1 : 0,
          kvr::without_comments(text).size() > begin ? kvr::without_comments(text).size() - begin : 1,
@@ -45,7 +44,7 @@ bool is_open_behind(const check_source& source, std::uint64_t line) {
     bool open = false;
     for (std::uint64_t number = line; number <= source.line_count(); ++number) {
         const std::string_view text = kvr::without_comments(source.line(number));
-        if (text.find_first_not_of(blanks) != std::string_view::npos) {
+        if (text.find_first_not_of(mif_blanks) != std::string_view::npos) {
             open = text.find(';') == std::string_view::npos;
         }
     }
@@ -125,7 +124,7 @@ void check_statement_before_end(mif_check& check) {
     }
     statement.text = text;
     add_missing_semicolons(check, statement, severity::warning, 0);
-    const kvr::line_place place = place_behind(statement, text.find_last_not_of(blanks) + 1);
+    const kvr::line_place place = place_behind(statement, text.find_last_not_of(mif_blanks) + 1);
     check.faults.add(
         {severity::warning, "missing-semicolon", place.line, place.column, 1, "no ';' before END",
          fmt::format("the library drops the statement of line {}", place_in(statement, colon).line),
@@ -142,10 +141,10 @@ void check_rest_of_begin(mif_check& check) {
     const std::size_t begin = text.find("BEGIN");
     const std::size_t rest = text.find_first_not_of(" \t;", begin == std::string::npos ? begin : begin + 5);
     if (begin != std::string::npos && rest != std::string::npos) {
-        const std::size_t end = text.find_last_not_of(blanks) + 1;
+        const std::size_t end = text.find_last_not_of(mif_blanks) + 1;
         check.faults.add({severity::warning, "behind-begin", check.header.begin, rest + 1, end - rest,
                           fmt::format("'{}' stands behind BEGIN and is not read",
-                                      quoted(std::string_view(text).substr(rest, end - rest))),
+                                      visible(std::string_view(text).substr(rest, end - rest))),
                           "give it a line of its own", std::nullopt});
     }
 }
@@ -155,7 +154,7 @@ void check_shared_radix_line(mif_check& check) {
     const std::uint64_t line = check.header.keyword[kvr::data_radix_keyword];
     if (line != 0 && line == check.header.keyword[kvr::address_radix_keyword]) {
         const std::string_view text = kvr::without_comments(check.source.line(line));
-        const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+        const std::size_t begin = std::min(text.find_first_not_of(mif_blanks), text.size());
         check.faults.add({severity::warning, "shared-line", line, begin + 1, text.size() - begin,
                           "ADDRESS_RADIX and DATA_RADIX get the same radix in one line",
                           "give each a line of its own", std::nullopt});
@@ -194,7 +193,7 @@ void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES 
     const std::string nearest = given.size() < 32 ? nearest_of(given, known) : "";
     check.faults.add(
         {severity::warning, "unknown-radix", line, value.column, std::max<std::size_t>(value.text.size(), 1),
-         fmt::format("{} '{}' is none of BIN, OCT, DEC, UNS and HEX", name, quoted(value.text)),
+         fmt::format("{} '{}' is none of BIN, OCT, DEC, UNS and HEX", name, visible(value.text)),
          nearest.empty() ? "the library reads on without a radix" : fmt::format("did you mean {}?", nearest),
          std::nullopt});
 }
@@ -211,12 +210,12 @@ void check_radix_fit(mif_check& check, std::size_t keyword, const radix_fit& fit
     std::optional<repair> mended;
     if (radix_of_name(value.text)) {
         mended = repair{check.source.offset_of(line) + value.column - 1, value.text.size(), title,
-                        fmt::format("{} is now {}", quoted(value.text), title)};
+                        fmt::format("{} is now {}", visible(value.text), title)};
     }
     check.faults.add(
         {severity::warning, "radix-mismatch", line, value.column, value.text.size(),
          fmt::format("the header says {}, the {} look like {}", radix_title(declared), what, title),
-         fmt::format("line {}: {}", fit.example_line, quoted(fit.example)), std::move(mended)});
+         fmt::format("line {}: {}", fit.example_line, visible(fit.example)), std::move(mended)});
 }
 
 /// Where the width or the depth is not known the library reads no content. Its faults are told all the same:

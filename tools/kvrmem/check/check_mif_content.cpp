@@ -5,10 +5,11 @@
 #include "kvr/numeric/radix_conversion.h"
 #include "kvr/numeric/scanned_number.h"
 #include "tools/kvrmem/check/check_gaps.h"
-#include "tools/kvrmem/check/check_mif_statement.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/memory/memory_image.h"
+#include "tools/kvrmem/memory/mif_statement_faults.h"
+#include "tools/kvrmem/memory/mif_unread_text.h"
 #include "tools/kvrmem/memory/word_lines.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
@@ -22,8 +23,6 @@
 namespace kvrmem {
 
 namespace {
-
-constexpr std::string_view blanks = " \t";
 
 /// Judges what the library's reader finds, and what it reads without a word.
 class mif_checker : public kvr::mif_observer {
@@ -47,6 +46,8 @@ public:
     [[nodiscard]] bool wants_every_line() const override { return true; }
     void content_line(const kvr::mif_content& content) override;
     void cut_at_percent(std::string_view rest, std::uint64_t line) override;
+    void end_statement(const kvr::mif_content& statement) override;
+    void behind_end(std::string_view rest, std::uint64_t line) override { add_behind_end(rest, line, 0); }
 
     void check_gaps();
 
@@ -76,6 +77,7 @@ private:
     void take_range_fault(check_fault& found, const kvr::mif_content& content) const;
     word_lines& set_words();
 
+    void add_behind_end(std::string_view rest, std::uint64_t line, std::size_t column_before);
     void check_address(const kvr::mif_content& content, const kvr::text_span& token);
     void check_depth(const kvr::mif_content& content);
     void check_surplus(const kvr::mif_content& content);
@@ -93,6 +95,7 @@ private:
     std::int64_t shift;
     word_lines lines;
     bool sized = false;
+    bool behind_end_told = false;
     std::uint64_t header_fault_line = 0; ///< the last header line at fault
     std::string word;
 };
@@ -172,10 +175,10 @@ void mif_checker::take_fault(const kvr::read_fault& fault, std::string_view text
 /// The reader marks whole statements, from the blanks before them to their last line.
 void mif_checker::take_trimmed_place(check_fault& found) const {
     const std::string_view line = kvr::without_comments(check.source.line(found.line));
-    const std::size_t begin = line.find_first_not_of(blanks, found.column - 1);
+    const std::size_t begin = line.find_first_not_of(mif_blanks, found.column - 1);
     if (begin != std::string_view::npos) {
         const std::size_t end =
-            std::min<std::size_t>(found.column - 1 + found.length, line.find_last_not_of(blanks) + 1);
+            std::min<std::size_t>(found.column - 1 + found.length, line.find_last_not_of(mif_blanks) + 1);
         found.column = begin + 1;
         found.length = std::max(end, begin + 1) - begin;
     }
@@ -200,7 +203,7 @@ void mif_checker::take_size_fault(check_fault& found, const kvr::read_fault& fau
     found.length = 1;
     if (is_certain) {
         found.mended = repair{check.source.offset_of(found.line) + found.column - 1, 0, ";",
-                              fmt::format("';' put behind {}", quoted(value.text))};
+                              fmt::format("';' put behind {}", visible(value.text))};
     }
 }
 
@@ -222,7 +225,7 @@ void mif_checker::take_range_fault(check_fault& found, const kvr::mif_content& c
     found.mended = repair{check.source.offset_of(file_line(first.line)) + first.column - 1,
                           last.column - first.column, "..",
                           fmt::format("{} is now [{}..{}]",
-                                      quoted(content.text.substr(range->begin, range->end - range->begin)),
+                                      visible(content.text.substr(range->begin, range->end - range->begin)),
                                       range->first.in(content.text), range->last.in(content.text))};
 }
 
@@ -252,35 +255,49 @@ void mif_checker::cut_at_percent(std::string_view rest, std::uint64_t line) {
     const std::uint64_t number = file_line(line);
     const std::string_view whole = check.source.line(number);
     const std::size_t opening = whole.find('%');
-    const std::size_t closing = rest.find('%');
     const auto open_column = static_cast<std::uint32_t>(std::min(opening, whole.size()) + 1);
-    if (closing == std::string_view::npos) {
+    if (rest.find('%') == std::string_view::npos) {
         add(severity::warning, "open-comment", {line, open_column}, 1,
             "the '%' comment does not close on its line",
             "it ends with the line, and the next line is read; close each line's comment");
         return;
     }
-    const std::string_view behind = kvr::without_comments(rest.substr(closing + 1));
-    const std::size_t text = behind.find_first_not_of(blanks);
-    if (text != std::string_view::npos) {
-        const std::size_t length = behind.find_last_not_of(blanks) + 1 - text;
+    const kvr::text_span behind = find_text_behind_comment(rest);
+    if (behind.found()) {
         add(severity::warning, "behind-comment",
-            {line, static_cast<std::uint32_t>(open_column + closing + 2 + text)}, length,
-            fmt::format("'{}' stands behind a comment and is not read", quoted(behind.substr(text, length))),
+            {line, static_cast<std::uint32_t>(open_column + behind.begin + 1)}, behind.end - behind.begin,
+            fmt::format("'{}' stands behind a comment and is not read", visible(behind.in(rest))),
             "give it a line of its own");
+    }
+}
+
+void mif_checker::end_statement(const kvr::mif_content& statement) {
+    constexpr std::string_view keyword = "END";
+    const std::size_t behind = statement.text.find(keyword) + keyword.size();
+    const kvr::line_place place = place_behind(statement, behind);
+    add_behind_end(statement.text.substr(behind), place.line, place.column - 1);
+}
+
+/// Told once: what follows the first such text is not read either.
+void mif_checker::add_behind_end(std::string_view rest, std::uint64_t line, std::size_t column_before) {
+    const kvr::text_span text = find_text_behind_end(rest);
+    if (text.found() && !std::exchange(behind_end_told, true)) {
+        add(severity::warning, "behind-end",
+            {line, static_cast<std::uint32_t>(column_before + text.begin + 1)}, text.end - text.begin,
+            fmt::format("'{}' stands behind END and is not read", visible(text.in(rest))),
+            "move it before END, or make it a comment");
     }
 }
 
 void mif_checker::check_address(const kvr::mif_content& content, const kvr::text_span& token) {
     const std::string_view digits = token.in(content.text);
-    const unsigned base = kvr::radix_base(memory.address_radix);
-    if (memory.address_radix != RADIX_NONE &&
-        !std::all_of(digits.begin(), digits.end(), [base](char c) { return kvr::digit_value(c) < base; })) {
+    if (memory.address_radix != RADIX_NONE && !is_number_in(digits, memory.address_radix)) {
         check.saw_bad_address = true;
         warn(content, address_digit_code, token.begin, digits.size(),
-             fmt::format("address {} is no number in ADDRESS_RADIX {}", quoted(digits),
+             fmt::format("address {} is no number in ADDRESS_RADIX {}", visible(digits),
                          radix_title(memory.address_radix)),
-             fmt::format("the library reads it as address {}", kvr::scan_number(digits, base).as_strtoul()));
+             fmt::format("the library reads it as address {}",
+                         kvr::scan_number(digits, kvr::radix_base(memory.address_radix)).as_strtoul()));
     }
 }
 
@@ -296,58 +313,39 @@ void mif_checker::check_depth(const kvr::mif_content& content) {
 }
 
 void mif_checker::check_surplus(const kvr::mif_content& content) {
-    const std::uint64_t addresses = std::uint64_t{content.last} - content.first + 1;
-    if (content.values.size() > addresses) {
-        const std::string_view surplus = content.values[static_cast<std::size_t>(addresses)];
-        warn(content, "surplus-values", static_cast<std::size_t>(surplus.data() - content.text.data()),
-             surplus.size(),
-             fmt::format("{} values for the {} addresses of the range", content.values.size(), addresses),
-             fmt::format("the library drops the values from {} on", quoted(surplus)));
+    const kvr::text_span surplus = find_surplus_value(content);
+    if (surplus.found()) {
+        warn(content, "surplus-values", surplus.begin, surplus.end - surplus.begin,
+             fmt::format("{} values for the {} addresses of the range", content.values.size(),
+                         std::uint64_t{content.last} - content.first + 1),
+             fmt::format("the library drops the values from {} on", visible(surplus.in(content.text))));
     }
 }
 
 void mif_checker::check_rest(const kvr::mif_content& content) {
-    const std::size_t semicolon = std::min(content.text.find(';'), content.text.size());
-    const std::size_t behind = content.text.find_first_not_of(" \t;", semicolon);
-    if (behind != std::string_view::npos) {
-        const std::string_view rest = content.text.substr(behind);
-        const bool has_values = kvr::find_token(rest, 0).found();
-        warn(content, "behind-semicolon", behind, rest.size(),
-             fmt::format("'{}' stands behind a ';'", quoted(rest)),
-             has_values ? "the library takes it for more values; give it a line of its own"
-                        : "the library passes over it");
+    const kvr::text_span rest = find_text_behind_semicolon(content.text);
+    if (rest.found()) {
+        const std::string_view text = rest.in(content.text);
+        warn(content, "behind-semicolon", rest.begin, text.size(),
+             fmt::format("'{}' stands behind a ';'", visible(text)),
+             kvr::find_token(text, 0).found()
+                 ? "the library takes it for more values; give it a line of its own"
+                 : "the library passes over it");
     }
 }
 
-/// What is no part of a value separates two: "1G2" is 1 and 2.
 void mif_checker::check_characters(const kvr::mif_content& content) {
-    constexpr std::string_view signs = " \t,:[].";
-    const std::size_t end = std::min(content.text.find(';'), content.text.size());
-    for (std::size_t at = 0; at < end; ++at) {
-        const char character = content.text[at];
-        if (kvr::is_value_character(character) ||
-            signs.substr(0, at < content.data ? 7 : 3).find(character) != std::string_view::npos) {
-            continue;
-        }
-        std::size_t behind = at + 1;
-        while (behind < end && !kvr::is_value_character(content.text[behind]) &&
-               signs.find(content.text[behind]) == std::string_view::npos) {
-            ++behind;
-        }
-        warn(content, "stray-character", at, behind - at,
-             fmt::format("'{}' belongs to no address and no value",
-                         quoted(content.text.substr(at, behind - at))),
+    for (kvr::text_span stray = find_stray_characters(content, 0); stray.found();
+         stray = find_stray_characters(content, stray.end)) {
+        warn(content, "stray-character", stray.begin, stray.end - stray.begin,
+             fmt::format("'{}' belongs to no address and no value", visible(stray.in(content.text))),
              "the library takes it for a blank");
-        at = behind - 1;
     }
 }
 
-/// A line break inside a run of digits does not end the value.
 void mif_checker::check_line_breaks(const kvr::mif_content& content) {
     for (const kvr::line_piece& piece : content.pieces) {
-        if (piece.offset > 0 && piece.offset < content.text.size() &&
-            kvr::is_value_character(content.text[piece.offset - 1]) &&
-            kvr::is_value_character(content.text[piece.offset])) {
+        if (continues_a_value(content, piece)) {
             const std::size_t length = kvr::find_token(content.text, piece.offset).end - piece.offset;
             add(severity::warning, "split-value", {piece.line, 1}, length,
                 "the line goes on with the value of the line before", "put a blank before it");
@@ -374,7 +372,7 @@ void mif_checker::check_value(const kvr::mif_content& content, std::string_view 
         const char* limit = check.options.width ? "the given width" : "WIDTH";
         check.saw_bad_value = true;
         add(level_of_width(), too_wide_code, place_in(content, offset), value.size(),
-            fmt::format("value {} needs {} bits, {} is {}", quoted(value), error->bits_needed, limit,
+            fmt::format("value {} needs {} bits, {} is {}", visible(value), error->bits_needed, limit,
                         width()),
             what_the_library_cuts(value));
         return;
@@ -383,8 +381,8 @@ void mif_checker::check_value(const kvr::mif_content& content, std::string_view 
     const std::string_view title = radix_title(memory.memory_radix);
     const bool is_digit = error->what == kvr::exact_word_error::kind::invalid_digit;
     warn(content, bad_digit_code, offset, value.size(),
-         is_digit ? fmt::format("'{}' in {} is no {} digit", value[error->position], quoted(value), title)
-                  : fmt::format("value '{}' has no digit", quoted(value)),
+         is_digit ? fmt::format("'{}' in {} is no {} digit", value[error->position], visible(value), title)
+                  : fmt::format("value '{}' has no digit", visible(value)),
          "the library reads it unchecked");
 }
 
@@ -447,7 +445,7 @@ bool add_missing_semicolons(mif_check& check, const kvr::mif_content& content, s
         const std::size_t colon = content.text.find(':', each.address);
         check.faults.add({level, "missing-semicolon", line, place.column, 1, "no ';' before the next address",
                           fmt::format("'{}' begins a new statement",
-                                      quoted(content.text.substr(each.address, colon + 1 - each.address))),
+                                      visible(content.text.substr(each.address, colon + 1 - each.address))),
                           std::move(mended)});
     }
     return !missing.empty();

@@ -11,10 +11,6 @@ namespace kvrmem {
 
 namespace {
 
-bool contains(std::string_view text, std::string_view word) {
-    return text.find(word) != std::string_view::npos;
-}
-
 /// Walks the lines up to the content as the library does, without keeping anything of them.
 class header_walk {
 public:
@@ -26,9 +22,9 @@ public:
             take_keywords();
             take_content();
         }
-        result.begin = contains(text, "BEGIN") ? result.content : 0;
-        while (result.content != 0 && result.begin == 0 && next() && !contains(text, "END")) {
-            result.begin = contains(text, "BEGIN") ? number : 0;
+        result.begin = kvr::contains(text, "BEGIN") ? result.content : 0;
+        while (result.content != 0 && result.begin == 0 && next() && !kvr::contains(text, "END")) {
+            result.begin = kvr::contains(text, "BEGIN") ? number : 0;
         }
         return result;
     }
@@ -47,22 +43,22 @@ private:
     }
     void take_keywords() {
         for (std::size_t index = 0; index < kvr::header_keywords.size(); ++index) {
-            if (!contains(text, kvr::header_keywords[index].keyword)) {
+            if (!kvr::contains(text, kvr::header_keywords[index].keyword)) {
                 continue;
             }
             if (!seen[index]) {
                 result.keyword[index] = number;
                 seen[index] = index != kvr::depth_keyword || sets_depth();
-            } else if (result.repeated[index] == 0 && contains(text, "=")) {
+            } else if (result.repeated[index] == 0 && kvr::contains(text, "=")) {
                 result.repeated[index] = number;
             }
         }
         result.width_known = seen[kvr::width_keyword];
         result.depth_known = seen[kvr::depth_keyword];
     }
-    bool sets_depth() { return !contains(text, "WIDTH") && !kvr::take_size_line(memory, text); }
+    bool sets_depth() { return !kvr::contains(text, "WIDTH") && !kvr::take_size_line(memory, text); }
     void take_content() {
-        if (!contains(text, "CONTENT")) {
+        if (!kvr::contains(text, "CONTENT")) {
             return;
         }
         seen[kvr::address_radix_keyword] = seen[kvr::data_radix_keyword] = true;

@@ -3,8 +3,8 @@
 #include "kvr/memory/mif_reader.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/scanned_number.h"
-#include "tools/kvrmem/check/check_mif_statement.h"
 #include "tools/kvrmem/memory/memory_image.h"
+#include "tools/kvrmem/memory/mif_statement_faults.h"
 #include "tools/kvrmem/memory/word_text.h"
 
 #include <algorithm>

@@ -42,8 +42,8 @@ std::string fault_as_text(const std::string& name, const check_source& source, c
     return text;
 }
 
-json number_or_null(std::uint64_t number) {
-    return number != 0 ? json(number) : json(nullptr);
+json_value number_or_null(std::uint64_t number) {
+    return number != 0 ? json_value(number) : json_value(nullptr);
 }
 
 } // namespace
@@ -71,8 +71,8 @@ std::string counted(std::uint64_t errors, std::uint64_t warnings) {
     return errors == 0 ? second : fmt::format("{}, {}", plural(errors, "error"), second);
 }
 
-json faults_as_json(const std::string& name, const char* format, const fault_list& faults) {
-    json list = json::array();
+json_value faults_as_json(const std::string& name, const char* format, const fault_list& faults) {
+    json_value list = json_value::array();
     for (const check_fault& fault : faults.sorted()) {
         list.push_back({{"severity", title(fault.level)},
                         {"line", number_or_null(fault.line)},
@@ -80,7 +80,7 @@ json faults_as_json(const std::string& name, const char* format, const fault_lis
                         {"length", number_or_null(fault.length)},
                         {"code", fault.code},
                         {"message", fault.message},
-                        {"hint", fault.hint.empty() ? json(nullptr) : json(fault.hint)}});
+                        {"hint", fault.hint.empty() ? json_value(nullptr) : json_value(fault.hint)}});
     }
     return {{"file", name},
             {"format", format},

@@ -24,6 +24,7 @@ inline constexpr std::size_t told_faults = 10000;
 [[nodiscard]] std::string counted(std::uint64_t errors, std::uint64_t warnings);
 
 /// A member of "files" in the schema kvrmem-check-1.
-[[nodiscard]] json faults_as_json(const std::string& name, const char* format, const fault_list& faults);
+[[nodiscard]] json_value faults_as_json(const std::string& name, const char* format,
+                                        const fault_list& faults);
 
 } // namespace kvrmem

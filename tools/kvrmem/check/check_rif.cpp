@@ -4,6 +4,7 @@
 #include "tools/kvrmem/check/check_gaps.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/memory_image.h"
+#include "tools/kvrmem/memory/rif_line.h"
 #include "tools/kvrmem/memory/word_lines.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
@@ -18,13 +19,10 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::uint32_t every_address = std::numeric_limits<std::uint32_t>::max();
-constexpr std::uint32_t bits_per_digit = 4;
-
 /// What the library's reader finds.
-class error_collector : public kvr::read_observer {
+class rif_error_collector : public kvr::read_observer {
 public:
-    explicit error_collector(fault_list& list) : faults(list) {}
+    explicit rif_error_collector(fault_list& list) : faults(list) {}
     bool fault(const kvr::read_fault& fault, std::string_view text) override {
         fault_text told = describe_rif_fault(fault, text);
         faults.add({severity::error, told.code, fault.line, fault.column, fault.length,
@@ -39,7 +37,7 @@ private:
 
 void find_errors(const check_source& source, fault_list& faults) {
     kvr::rif_memory memory(nullptr);
-    error_collector collector(faults);
+    rif_error_collector collector(faults);
     kvr::line_source lines = source.lines(kvr::line_source::unlimited);
     kvr::rif_reader(memory, &collector).read(lines);
 }
@@ -61,7 +59,7 @@ public:
             ++number;
             if (kvr::is_rif_data(line)) {
                 check_words(line);
-            } else if (line.find('@') != std::string_view::npos) {
+            } else if (is_rif_address_line(line)) {
                 check_address_line(line);
             }
         }
@@ -77,42 +75,37 @@ private:
     }
 
     void check_address_line(std::string_view line) {
-        const std::size_t begin = line.find_first_not_of(' ');
-        const std::size_t end = line.find_last_not_of(' ') + 1;
-        const std::string_view digits = line.substr(begin + 1, end - begin - 1);
+        const rif_address_line parts = split_rif_address(line);
         address = kvr::rif_address(line);
-        if (line[begin] != '@' || digits.empty() ||
-            digits.find_first_not_of("0123456789abcdefABCDEF") != std::string_view::npos) {
-            add(severity::warning, "address-syntax", begin + 1, end - begin,
-                fmt::format("'{}' is no '@' with a hexadecimal address",
-                            quoted(line.substr(begin, end - begin))),
+        if (!parts.is_proper) {
+            add(severity::warning, "address-syntax", parts.text.begin + 1, parts.text.text.size(),
+                fmt::format("'{}' is no '@' with a hexadecimal address", visible(parts.text.text)),
                 address == kvr::rif_address_outside
                     ? "the library drops the words that follow"
                     : fmt::format("the library goes on at address {}", address));
         } else if (address == kvr::rif_address_outside) {
-            add(severity::warning, "address-outside", begin + 1, end - begin,
-                fmt::format("address {} does not fit 32 bits", quoted(digits)),
+            add(severity::warning, "address-outside", parts.text.begin + 1, parts.text.text.size(),
+                fmt::format("address {} does not fit 32 bits", visible(parts.digits)),
                 "the library drops the words that follow");
         }
     }
 
     void check_words(std::string_view line) {
         const std::uint64_t first = address;
-        const std::size_t begin = line.find_first_not_of(' ');
-        std::size_t last_end = 0;
-        for (std::size_t at = begin; at != std::string_view::npos;) {
-            last_end = std::min(line.find(' ', at), line.size());
-            check_word(line.substr(at, last_end - at), at + 1);
-            check_depth(at + 1, last_end - at);
+        std::size_t end = 0;
+        for_each_rif_word(line, [&](const rif_piece& text) {
+            check_word(text.text, text.begin + 1);
+            check_depth(text.begin + 1, text.text.size());
             ++address;
-            at = line.find_first_not_of(' ', last_end);
-        }
-        if (begin == std::string_view::npos) {
+            end = text.end();
+        });
+        if (address == first) {
             return;
         }
+        const std::size_t begin = line.find_first_not_of(' ');
         const auto before = lines.set(first, address - 1, number);
         if (before) {
-            add(severity::warning, "set-twice", begin + 1, last_end - begin,
+            add(severity::warning, "set-twice", begin + 1, end - begin,
                 fmt::format("address {} is set twice, already at line {}", before->address, before->line),
                 "the later line holds");
         }
@@ -120,7 +113,7 @@ private:
 
     void check_word(std::string_view text, std::size_t column) {
         const auto width = options.width.value_or(
-            static_cast<std::uint32_t>(std::min<std::size_t>(text.size() * bits_per_digit, widest_word)));
+            static_cast<std::uint32_t>(std::min<std::size_t>(text.size() * bits_per_hex_digit, widest_word)));
         const auto error = make_word(text, RADIX_HEX, width, word);
         if (!error) {
             return;
@@ -128,11 +121,11 @@ private:
         if (error->what == kvr::exact_word_error::kind::too_wide) {
             const bool is_given = options.width.has_value();
             add(is_given ? severity::error : severity::warning, "too-wide", column, text.size(),
-                fmt::format("word {} needs {} bits, {} is {}", quoted(text), error->bits_needed,
+                fmt::format("word {} needs {} bits, {} is {}", visible(text), error->bits_needed,
                             is_given ? "the given width" : "the largest width", width));
         } else if (error->what == kvr::exact_word_error::kind::invalid_digit) {
             add(severity::warning, "bad-digit", column + error->position, 1,
-                fmt::format("'{}' in {} is no hexadecimal digit", text[error->position], quoted(text)),
+                fmt::format("'{}' in {} is no hexadecimal digit", text[error->position], visible(text)),
                 "the library reads it unchecked");
         }
     }

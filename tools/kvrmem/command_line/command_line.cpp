@@ -16,10 +16,6 @@ namespace {
 /// Above every character, for what getopt_long() answers to a long option.
 constexpr int first_long_option = 256;
 
-[[noreturn]] void usage_error(const std::string& message) {
-    throw tool_error(exit_code::wrong_usage, message);
-}
-
 /// What getopt_long() needs to know: the options of one command. A long option is answered by its index in
 /// the table, a short one by its letter.
 struct getopt_tables {

@@ -48,8 +48,8 @@ std::string for_man(std::string_view text) {
 }
 
 std::string man_option(const option_entry& entry) {
-    std::string title = entry.letter != '\0' ? fmt::format("\\fB\\-{}\\fR, ", entry.letter) : "";
-    title += fmt::format("\\fB\\-\\-{}\\fR", for_man(entry.name));
+    std::string title = entry.letter != '\0' ? fmt::format(R"(\fB\-{}\fR, )", entry.letter) : "";
+    title += fmt::format(R"(\fB\-\-{}\fR)", for_man(entry.name));
     title += entry.value != nullptr ? fmt::format(" \\fI{}\\fR", for_man(entry.value)) : "";
     return fmt::format(".TP\n{}\n{}\n", title, for_man(entry.help));
 }
@@ -175,7 +175,7 @@ std::string bash_completion() {
 }
 
 /// @p text inside of single quotes, for zsh and fish.
-std::string quoted(std::string_view text) {
+std::string in_single_quotes(std::string_view text) {
     return "'" + replaced(std::string(text), "'", "'\\''") + "'";
 }
 
@@ -193,11 +193,12 @@ std::string zsh_option(const option_entry& entry) {
         entry.value != nullptr ? fmt::format(":{}:{}", zsh_text(entry.value), values) : "";
     const std::string letter =
         entry.letter != '\0'
-            ? fmt::format("            {} \\\n",
-                          quoted(fmt::format("-{}[{}]{}", entry.letter, zsh_text(entry.help), value)))
+            ? fmt::format("            {} \\\n", in_single_quotes(fmt::format("-{}[{}]{}", entry.letter,
+                                                                              zsh_text(entry.help), value)))
             : "";
-    return letter + fmt::format("            {} \\\n",
-                                quoted(fmt::format("--{}[{}]{}", entry.name, zsh_text(entry.help), value)));
+    return letter +
+           fmt::format("            {} \\\n",
+                       in_single_quotes(fmt::format("--{}[{}]{}", entry.name, zsh_text(entry.help), value)));
 }
 
 std::string zsh_completion() {
@@ -205,8 +206,8 @@ std::string zsh_completion() {
                        "_kvrmem() {\n"
                        "    local -a commands=(\n";
     for (const command* which : all_commands()) {
-        text +=
-            fmt::format("        {}\n", quoted(fmt::format("{}:{}", which->name, zsh_text(which->summary))));
+        text += fmt::format("        {}\n",
+                            in_single_quotes(fmt::format("{}:{}", which->name, zsh_text(which->summary))));
     }
     text += "    )\n"
             "    if (( CURRENT == 2 )); then\n"
@@ -235,9 +236,9 @@ std::string fish_option(const command& which, const option_entry& entry) {
         fmt::format("complete -c kvrmem -n '__fish_seen_subcommand_from {}' -l {}", which.name, entry.name);
     line += entry.letter != '\0' ? fmt::format(" -s {}", entry.letter) : "";
     if (entry.value != nullptr) {
-        line += takes_path(entry) ? " -r -F" : fmt::format(" -x -a {}", quoted(entry.choices));
+        line += takes_path(entry) ? " -r -F" : fmt::format(" -x -a {}", in_single_quotes(entry.choices));
     }
-    return line + fmt::format(" -d {}\n", quoted(entry.help));
+    return line + fmt::format(" -d {}\n", in_single_quotes(entry.help));
 }
 
 std::string fish_completion() {
@@ -246,7 +247,7 @@ std::string fish_completion() {
                        "complete -c kvrmem -n __fish_use_subcommand -l version -d 'show the version'\n";
     for (const command* which : all_commands()) {
         text += fmt::format("complete -c kvrmem -n __fish_use_subcommand -f -a {} -d {}\n", which->name,
-                            quoted(which->summary));
+                            in_single_quotes(which->summary));
         for (const option_entry* entry : options_of(*which)) {
             text += fish_option(*which, *entry);
         }

@@ -13,7 +13,7 @@ namespace kvrmem {
 namespace {
 
 constexpr std::uint32_t deepest_memory = 0xFFFFFFFF;
-constexpr std::uint32_t most_columns = 4096;
+constexpr std::uint32_t largest_column_count = 4096;
 
 constexpr const char* format_choices = "mif hex rif";
 constexpr const char* radix_choices = "bin oct dec uns hex";
@@ -129,7 +129,7 @@ constexpr std::array<option_entry, 23> table = {{
      }},
     {option_id::columns, 'c', "columns", "N", "", "N words or characters a line (default: what fits)",
      [](arguments& into, std::string_view name, const char* value) {
-         into.columns = parse_size(name, value, most_columns);
+         into.columns = parse_size(name, value, largest_column_count);
      }},
     {option_id::range, '\0', "range", "A..B", "", "only the addresses A to B: 0x10..0x1F, 5..9, 7",
      [](arguments& into, std::string_view name, const char* value) {

@@ -1,9 +1,9 @@
 #include "tools/kvrmem/check/check_fix.h"
 #include "tools/kvrmem/check/check_report.h"
 #include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/commands/repair.h"
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/replacement_file.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
 #include <fmt/format.h>
@@ -104,7 +104,7 @@ public:
 
 private:
     const arguments& given;
-    json files = json::array();
+    json_value files = json_value::array();
 };
 
 /// What the person says of each file; a name that does not tell its format ends the run before it begins.
@@ -146,8 +146,6 @@ exit_code check_files(const arguments& given, Output output) {
     return totals.verdict();
 }
 
-// --- repairs ---
-
 void require_fix_arguments(const arguments& given) {
     const auto refuse = [](const char* why) { throw tool_error(exit_code::wrong_usage, why); };
     if (given.output && !given.fix) {
@@ -164,51 +162,16 @@ void require_fix_arguments(const arguments& given) {
     }
 }
 
-void report_changes(const std::string& name, const std::vector<change>& changes) {
-    for (const change& each : changes) {
-        const std::string place =
-            each.column != 0 ? fmt::format("{}:{}", each.line, each.column) : fmt::format("{}", each.line);
-        tell(fmt::format("{}:{}: fixed: {}", name, place, each.what));
-    }
-}
-
-/// Standard output is left to OUT, which may be "-".
-exit_code fix_file(const arguments& given) {
-    const std::string& path = given.files[0];
-    const input_options options = options_for(given, path);
-    const input_file file(path);
-    const repaired_file repaired = repair_faults(check_source::of(file), options);
-    const std::uint64_t errors = repaired.left.count(severity::error);
-    const std::uint64_t warnings = repaired.left.count(severity::warning);
-    const painter paint = painter_for(stderr, given.color);
-    if (errors == 0) {
-        replacement_file out(*given.output);
-        out.output().write(repaired.source.text());
-        out.commit();
-        report_changes(file.name(), repaired.changes);
-    }
-    tell_as_it_is(faults_as_text(file.name(), repaired.source, repaired.left, paint));
-    if (errors != 0) {
-        tell(fmt::format("{} in {} cannot be repaired for certain; {} is not written",
-                         counted(errors, warnings), file.name(), *given.output));
-        return exit_code::negative;
-    }
-    if (repaired.changes.empty()) {
-        tell(fmt::format("{}: nothing to repair", file.name()));
-    }
-    return exit_code::fine;
-}
-
 exit_code check(const arguments& given) {
     require_fix_arguments(given);
     if (given.fix) {
-        return fix_file(given);
+        return repair_file(given);
     }
     return given.json ? check_files(given, json_output(given)) : check_files(given, text_output(given));
 }
 
-constexpr std::array options = {option_id::from, option_id::width, option_id::depth,
-                                option_id::json, option_id::fix,   option_id::output};
+constexpr std::array check_options = {option_id::from, option_id::width, option_id::depth,
+                                      option_id::json, option_id::fix,   option_id::output};
 
 } // namespace
 
@@ -232,7 +195,7 @@ const command check_command = {
     "leaves every other byte alone. OUT is written only when no error is left.\n",
     1,
     any_number,
-    options,
+    check_options,
     check};
 
 } // namespace kvrmem

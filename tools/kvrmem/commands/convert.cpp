@@ -2,6 +2,7 @@
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/memory/memory_input.h"
 #include "tools/kvrmem/memory/memory_output.h"
+#include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/replacement_file.h"
@@ -36,13 +37,11 @@ output_layout layout_for(const arguments& given, const memory_image& image) {
 /// Gives the words that were never set the value @p text.
 void fill_unset_words(memory_image& image, const std::string& text) {
     const std::string fill = word_of_person(text, image.width, "--fill " + text);
-    for (std::uint64_t address = 0; address < image.words.size();) {
-        const kvr::word_run run = image.words.run_at(static_cast<std::uint32_t>(address));
+    for_each_run(image.words, [&](const kvr::word_run& run) {
         if (run.text.empty()) {
             image.words.fill(run.first, run.last, {fill});
         }
-        address = std::uint64_t{run.last} + 1;
-    }
+    });
 }
 
 void require_words(const input_file& input, const memory_image& image) {
@@ -88,9 +87,9 @@ exit_code convert(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array options = {option_id::from,  option_id::to,         option_id::width,
-                                option_id::depth, option_id::data_radix, option_id::address_radix,
-                                option_id::fill,  option_id::no_runs};
+constexpr std::array convert_options = {option_id::from,  option_id::to,         option_id::width,
+                                        option_id::depth, option_id::data_radix, option_id::address_radix,
+                                        option_id::fill,  option_id::no_runs};
 
 } // namespace
 
@@ -107,7 +106,7 @@ const command convert_command = {
     "Words that are never set stay out of OUT, unless --fill gives them a value.\n",
     2,
     2,
-    options,
+    convert_options,
     convert};
 
 } // namespace kvrmem

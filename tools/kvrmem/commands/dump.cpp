@@ -1,4 +1,5 @@
 #include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/memory_input.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -15,7 +16,6 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::uint32_t bits_per_byte = 8;
 constexpr std::uint32_t widest_line = 80;
 constexpr std::uint32_t most_words_a_line = 16;
 constexpr std::size_t column_title_size = 2; // "+F"
@@ -171,8 +171,8 @@ exit_code dump(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array options = {option_id::from,  option_id::width,   option_id::depth,
-                                option_id::radix, option_id::columns, option_id::range};
+constexpr std::array dump_options = {option_id::from,  option_id::width,   option_id::depth,
+                                     option_id::radix, option_id::columns, option_id::range};
 
 } // namespace
 
@@ -189,7 +189,7 @@ const command dump_command = {
     "last line is the address behind the last word.\n",
     1,
     1,
-    options,
+    dump_options,
     dump};
 
 } // namespace kvrmem

@@ -50,7 +50,7 @@ std::vector<word_edit> read_ranges(const std::vector<std::string>& operands, con
     return edits;
 }
 
-std::string summarize(const std::vector<word_edit>& edits) {
+std::string summary_of_ranges(const std::vector<word_edit>& edits) {
     std::string ranges;
     for (const word_edit& edit : edits) {
         ranges += fmt::format("{}0x{:X}", ranges.empty() ? "" : ", ", edit.first);
@@ -61,7 +61,7 @@ std::string summarize(const std::vector<word_edit>& edits) {
 }
 
 exit_code fill(const arguments& given) {
-    edit_file(given, read_ranges, summarize);
+    edit_file(given, read_ranges, summary_of_ranges);
     return exit_code::fine;
 }
 

@@ -1,5 +1,6 @@
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/memory/memory_input.h"
+#include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
@@ -32,16 +33,14 @@ bool print_words(const memory_image& image, const address_range& range, const wo
                  output_stream& output) {
     bool all_set = true;
     std::string text;
-    for (std::uint64_t address = range.first; address <= range.last;) {
-        const kvr::word_run run = image.words.run_at(static_cast<std::uint32_t>(address));
+    for_each_run(image.words, range.first, range.last, [&](const kvr::word_run& run) {
         all_set = all_set && !run.text.empty();
         show_word_or_gap(run.text, radix, image.width, text);
         text += '\n';
-        for (const std::uint64_t end = std::uint64_t{std::min(run.last, range.last)} + 1; address < end;
-             ++address) {
+        for (std::uint64_t left = length_of(run); left > 0; --left) {
             output.write(text);
         }
-    }
+    });
     return all_set;
 }
 
@@ -62,7 +61,7 @@ exit_code get(const arguments& given) {
     return all_set ? exit_code::fine : exit_code::negative;
 }
 
-constexpr std::array options = {option_id::from, option_id::width, option_id::depth, option_id::radix};
+constexpr std::array get_options = {option_id::from, option_id::width, option_id::depth, option_id::radix};
 
 } // namespace
 
@@ -76,7 +75,7 @@ const command get_command = {"get",
                              "word that was never set the line is 'unset', and the exit code 1.\n",
                              2,
                              any_number,
-                             options,
+                             get_options,
                              get};
 
 } // namespace kvrmem

@@ -1,6 +1,7 @@
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/memory/memory_input.h"
+#include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -28,22 +29,19 @@ word_statistics count_words(const kvr::word_store& words) {
     word_statistics statistics;
     std::unordered_map<std::string, std::uint64_t> counts;
     std::string text;
-    for (std::uint64_t address = 0; address < words.size();) {
-        const kvr::word_run run = words.run_at(static_cast<std::uint32_t>(address));
-        const std::uint64_t length = std::uint64_t{run.last} - run.first + 1;
-        address += length;
+    for_each_run(words, [&](const kvr::word_run& run) {
         if (run.text.empty()) {
-            continue;
+            return;
         }
         ++statistics.runs;
-        statistics.set += length;
+        statistics.set += length_of(run);
         text.assign(run.text);
-        const std::uint64_t count = counts[text] += length;
+        const std::uint64_t count = counts[text] += length_of(run);
         if (count > statistics.most_frequent_count) {
             statistics.most_frequent_count = count;
             statistics.most_frequent = text;
         }
-    }
+    });
     statistics.distinct = counts.size();
     return statistics;
 }
@@ -82,9 +80,9 @@ std::string as_text(const memory_image& image, const std::string& name) {
                        radix_title(image.address_radix), radix_title(image.data_radix), words_as_text(image));
 }
 
-json words_as_json(const memory_image& image) {
+json_value words_as_json(const memory_image& image) {
     const word_statistics statistics = count_words(image.words);
-    json words = {{"set", statistics.set}};
+    json_value words = {{"set", statistics.set}};
     const auto bounds = bounds_of(image.words);
     if (bounds) {
         words.update({{"lowest_address", bounds->lowest},
@@ -98,7 +96,7 @@ json words_as_json(const memory_image& image) {
     return words;
 }
 
-json as_json(const memory_image& image, const std::string& name) {
+json_value as_json(const memory_image& image, const std::string& name) {
     return {{"schema", "kvrmem-info-1"},
             {"file", name},
             {"format", format_title(image.format)},
@@ -121,7 +119,7 @@ exit_code info(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array options = {option_id::from, option_id::width, option_id::depth, option_id::json};
+constexpr std::array info_options = {option_id::from, option_id::width, option_id::depth, option_id::json};
 
 } // namespace
 
@@ -135,7 +133,7 @@ const command info_command = {"info",
                               "addresses with the same word.\n",
                               1,
                               1,
-                              options,
+                              info_options,
                               info};
 
 } // namespace kvrmem

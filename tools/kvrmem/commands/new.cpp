@@ -44,9 +44,9 @@ exit_code create(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array options = {option_id::to,         option_id::width,         option_id::depth,
-                                option_id::data_radix, option_id::address_radix, option_id::fill,
-                                option_id::no_runs,    option_id::force};
+constexpr std::array new_options = {option_id::to,         option_id::width,         option_id::depth,
+                                    option_id::data_radix, option_id::address_radix, option_id::fill,
+                                    option_id::no_runs,    option_id::force};
 
 } // namespace
 
@@ -59,7 +59,7 @@ const command new_command = {"new",
                              "left alone unless --force is given.\n",
                              1,
                              1,
-                             options,
+                             new_options,
                              create};
 
 } // namespace kvrmem

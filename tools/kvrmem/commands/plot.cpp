@@ -20,10 +20,6 @@ namespace kvrmem {
 
 namespace {
 
-[[noreturn]] void usage_error(const std::string& message) {
-    throw tool_error(exit_code::wrong_usage, message);
-}
-
 /// A picture in the place of a memory file is a slip of the pen.
 void require_no_memory_file(const std::string& output, const std::string& input) {
     std::error_code error;
@@ -72,8 +68,9 @@ exit_code plot(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array options = {option_id::from,   option_id::width,     option_id::depth,  option_id::range,
-                                option_id::output, option_id::is_signed, option_id::columns};
+constexpr std::array plot_options = {option_id::from,   option_id::width,  option_id::depth,
+                                     option_id::range,  option_id::output, option_id::is_signed,
+                                     option_id::columns};
 
 } // namespace
 
@@ -94,7 +91,7 @@ const command plot_command = {"plot",
                               "and the picture says so.\n",
                               1,
                               1,
-                              options,
+                              plot_options,
                               plot};
 
 } // namespace kvrmem

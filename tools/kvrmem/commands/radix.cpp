@@ -178,8 +178,8 @@ exit_code convert_number(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array options = {option_id::from_radix, option_id::to_radix, option_id::width,
-                                option_id::library};
+constexpr std::array radix_options = {option_id::from_radix, option_id::to_radix, option_id::width,
+                                      option_id::library};
 
 } // namespace
 
@@ -198,7 +198,7 @@ const command radix_command = {
     "programs rely on: decimal digits reversed, ones' complement, higher bits cut.\n",
     1,
     1,
-    options,
+    radix_options,
     convert_number};
 
 } // namespace kvrmem

@@ -27,7 +27,7 @@ std::vector<word_edit> read_words(const std::vector<std::string>& operands, cons
     return edits;
 }
 
-std::string summarize(const std::vector<word_edit>& edits) {
+std::string summary_of_words(const std::vector<word_edit>& edits) {
     std::set<std::uint32_t> addresses;
     for (const word_edit& edit : edits) {
         addresses.insert(edit.first);
@@ -36,7 +36,7 @@ std::string summarize(const std::vector<word_edit>& edits) {
 }
 
 exit_code set(const arguments& given) {
-    edit_file(given, read_words, summarize);
+    edit_file(given, read_words, summary_of_words);
     return exit_code::fine;
 }
 

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/edit/hex_edit.h"
 
-#include "kvr/memory/hex_record_walk.h"
+#include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -16,19 +16,11 @@ namespace {
 
 using step = kvr::hex_record_walk::step;
 
-constexpr std::uint32_t bits_per_byte = 8;
-constexpr std::uint32_t most_data_bytes = 255;
 constexpr std::uint32_t usual_data_bytes = 16;
-constexpr std::uint32_t page_shift = 16;
-constexpr std::uint64_t page_words = std::uint64_t{1} << page_shift;
 constexpr std::size_t data_begin = 9; // behind the colon, record length, address and record type
 
 std::uint32_t bytes_of(const memory_image& image) {
-    return (image.width + bits_per_byte - 1) / bits_per_byte;
-}
-
-std::string checksum_of(std::string_view fields) {
-    return fmt::format("{:02X}", (0U - kvr::sum_of_bytes(fields)) & 0xFFU);
+    return bytes_for(image.width);
 }
 
 /// @p word as the digits of its bytes.
@@ -66,17 +58,13 @@ void for_each_record(std::string_view text, Take&& take) {
     }
 }
 
-std::uint64_t address_of(const kvr::hex_record& record, const kvr::hex_record_walk& walk) {
-    return std::uint64_t{walk.address_offset()} + record.word_address;
-}
-
 record_survey survey_records(std::string_view text, const memory_image& image, const edit_pieces& pieces) {
     record_survey survey;
     style_finder digits;
     line_starts starts(text);
     std::uint64_t number = 0;
     for_each_record(text, [&](const kvr::hex_record& record, const kvr::hex_record_walk& walk) {
-        const std::uint64_t first = address_of(record, walk);
+        const std::uint64_t first = address_of_record(walk);
         if (record.kind == kvr::hex_record_type::data && record.data_bytes > 0) {
             const std::uint64_t last = first + record.data_bytes / bytes_of(image) - 1;
             if (pieces.touch(first, last)) {
@@ -141,7 +129,7 @@ void change_records(std::string_view text, const memory_image& image,
     for_each_record(text, [&](const kvr::hex_record& found, const kvr::hex_record_walk& walk) {
         if (next != places.end() && next->number == number) {
             std::string record(found.text);
-            if (change_words(record, address_of(found, walk), image, next->pieces)) {
+            if (change_words(record, address_of_record(walk), image, next->pieces)) {
                 const std::size_t begin = starts.of(walk.line());
                 const std::string_view line = text.substr(begin, end_of_line(text, begin) - begin);
                 changes.push_back({begin, line.size(), with_record(line, record)});
@@ -166,7 +154,7 @@ public:
 
     void add(const edit_piece& piece) {
         for (std::uint64_t address = piece.first; address <= piece.last;) {
-            const std::uint64_t page_end = (address / page_words + 1) * page_words;
+            const std::uint64_t page_end = (address / hex_page_words + 1) * hex_page_words;
             const std::uint64_t behind =
                 std::min({piece.last + 1, page_end, address + std::uint64_t{words_a_record}});
             select_page(address);
@@ -178,10 +166,10 @@ public:
 
 private:
     void select_page(std::uint64_t address) {
-        const bool is_reached = address >= offset && address - offset < page_words;
+        const bool is_reached = address >= offset && address - offset < hex_page_words;
         if (!is_reached) {
-            offset = address / page_words * page_words;
-            add_record(fmt::format("02000004{:04X}", offset >> page_shift));
+            offset = address / hex_page_words * hex_page_words;
+            add_record(fmt::format("02000004{:04X}", offset >> hex_page_shift));
         }
     }
     void add_data(const edit_piece& piece, std::uint64_t address, std::uint64_t behind) {

@@ -21,7 +21,7 @@ namespace kvrmem {
 namespace {
 
 /// @p word of @p image as its file shows it.
-std::string value_text(const memory_image& image, const std::string& word, const digit_style& style) {
+std::string mif_text(const memory_image& image, const std::string& word, const digit_style& style) {
     std::string text;
     if (!show_word(word, image.data_radix, image.width, text)) {
         throw tool_error(exit_code::wrong_usage,
@@ -74,9 +74,8 @@ private:
                 if (image.words[static_cast<std::uint32_t>(address)] != piece.word(address)) {
                     const std::string_view value =
                         statement.content().values[address - statement.content().first];
-                    change(
-                        statement.offset_of(value), value.size(),
-                        value_text(image, piece.word(address), kvrmem::style_of(statement.in_file(value))));
+                    change(statement.offset_of(value), value.size(),
+                           mif_text(image, piece.word(address), kvrmem::style_of(statement.in_file(value))));
                 }
             }
         }
@@ -171,7 +170,7 @@ private:
         const std::uint64_t count = std::min<std::uint64_t>(piece.edit->words.size(), piece.size());
         for (std::uint64_t address = piece.first; address < piece.first + count; ++address) {
             line.values.push_back(
-                value_text(image, piece.word(address), kvrmem::style_of(value_at(statement, address))));
+                mif_text(image, piece.word(address), kvrmem::style_of(value_at(statement, address))));
         }
         return line;
     }
@@ -259,7 +258,7 @@ std::string lines_for_unset(const memory_image& image, const std::vector<edit_pi
         mif_line line = {piece.first, piece.last, {}};
         const std::uint64_t count = std::min<std::uint64_t>(piece.edit->words.size(), piece.size());
         for (std::uint64_t address = piece.first; address < piece.first + count; ++address) {
-            line.values.push_back(value_text(image, piece.word(address), style.value));
+            line.values.push_back(mif_text(image, piece.word(address), style.value));
         }
         lines.append(line_text(line, image.address_radix, style, line_end)).append(line_end);
     }

@@ -48,7 +48,7 @@ std::string bare_line(std::string_view text, std::size_t offset) {
 }
 
 /// Follows the header up to the line that starts the content.
-class header_walk {
+class content_finder {
 public:
     /// True when @p line, or one before it, is the one with "CONTENT" behind width and depth.
     bool reaches_content(std::string line) {
@@ -126,7 +126,7 @@ void for_each_statement(std::string_view text, kvr::mif_memory& memory,
 }
 
 std::size_t content_start(std::string_view text) {
-    header_walk header;
+    content_finder header;
     for (std::size_t offset = 0; offset < text.size(); offset = next_line(text, offset)) {
         const std::string line = bare_line(text, offset);
         if (header.reaches_content(line) && line.find("BEGIN") != std::string::npos) {

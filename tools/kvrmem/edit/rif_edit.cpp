@@ -1,6 +1,7 @@
 #include "tools/kvrmem/edit/rif_edit.h"
 
 #include "kvr/memory/rif_reader.h"
+#include "tools/kvrmem/memory/rif_line.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -16,7 +17,8 @@ namespace {
 
 constexpr std::size_t usual_words_a_line = 8;
 
-std::string value_text(const memory_image& image, const std::string& word, const digit_style& style) {
+/// @p word of @p image as the file shows it.
+std::string rif_text(const memory_image& image, const std::string& word, const digit_style& style) {
     std::string text;
     if (!show_word(word, RADIX_HEX, image.width, text)) {
         throw tool_error(
@@ -35,15 +37,6 @@ struct word_line {
     [[nodiscard]] std::uint64_t last_address() const { return address + words.size() - 1; }
 };
 
-void split(std::string_view line, std::vector<std::string_view>& words) {
-    words.clear();
-    for (std::size_t begin = line.find_first_not_of(' '); begin != std::string_view::npos;) {
-        const std::size_t end = std::min(line.find(' ', begin), line.size());
-        words.push_back(line.substr(begin, end - begin));
-        begin = line.find_first_not_of(' ', end);
-    }
-}
-
 /// Calls @p take_words with every line of words of @p text, a file that was read before, and @p take_address
 /// with every address line.
 template <class TakeWords, class TakeAddress>
@@ -52,12 +45,13 @@ void for_each_line(std::string_view text, TakeWords&& take_words, TakeAddress&& 
     for (std::size_t offset = 0; offset < text.size(); offset = next_line(text, offset)) {
         const std::string_view line = text.substr(offset, end_of_line(text, offset) - offset);
         words.offset = offset;
-        if (line.find('@') != std::string_view::npos) {
+        if (is_rif_address_line(line)) {
             words.address = kvr::rif_address(line);
             take_address(line);
             continue;
         }
-        split(line, words.words);
+        words.words.clear();
+        for_each_rif_word(line, [&words](const rif_piece& word) { words.words.push_back(word.text); });
         if (!words.words.empty()) {
             take_words(words);
             words.address += words.words.size();
@@ -90,8 +84,7 @@ line_survey survey_lines(std::string_view text, const edit_pieces& pieces) {
             }
         },
         [&](std::string_view line) {
-            const std::size_t begin = line.find('@') + 1;
-            const std::string_view digits = line.substr(begin, line.find(' ', begin) - begin);
+            const std::string_view digits = split_rif_address(line).digits;
             const bool has_upper =
                 std::any_of(digits.begin(), digits.end(), [](char c) { return c >= 'A' && c <= 'F'; });
             survey.address = {digits.starts_with('0') ? digits.size() : 1, !has_upper};
@@ -111,7 +104,7 @@ void change_words(std::string_view text, const memory_image& image, const std::v
                 if (image.words[static_cast<std::uint32_t>(address)] != piece.word(address)) {
                     const std::string_view word = line.words[address - line.address];
                     changes.push_back({static_cast<std::size_t>(word.data() - text.data()), word.size(),
-                                       value_text(image, piece.word(address), style_of(word))});
+                                       rif_text(image, piece.word(address), style_of(word))});
                 }
             }
         }
@@ -142,7 +135,7 @@ std::string lines_for_unset(const memory_image& image, const std::vector<edit_pi
         }
         for (std::uint64_t address = piece.first; address <= piece.last; ++address) {
             lines.append(words_in_line == 0 ? line_end : " ");
-            lines.append(value_text(image, piece.word(address), survey.value));
+            lines.append(rif_text(image, piece.word(address), survey.value));
             words_in_line = (words_in_line + 1) % survey.words_a_line;
         }
         next = piece.last + 1;

@@ -1,14 +1,13 @@
 #include "tools/kvrmem/memory/fault_text.h"
 
-#include "kvr/memory/hex_record.h"
-#include "kvr/memory/hex_record_walk.h"
 #include "kvr/memory/memory_state.h"
 #include "kvr/memory/mif_line.h"
 #include "kvr/memory/mif_reader.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/scanned_number.h"
-#include "tools/kvrmem/check/check_mif_statement.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/hex_words.h"
+#include "tools/kvrmem/memory/mif_statement_faults.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
@@ -40,7 +39,7 @@ fault_text describe_size(const char* code, std::string_view keyword, std::string
     const std::string_view number = line.substr(digits, behind - digits);
     const kvr::scanned_number size = kvr::scan_number(number, 10);
     if (!size.fits || size.magnitude == 0 || size.magnitude > 0x7FFFFFFF) {
-        return {code, fmt::format("{} is {}; it can be 1 to 2147483647", keyword, quoted(number)), ""};
+        return {code, fmt::format("{} is {}; it can be 1 to 2147483647", keyword, visible(number)), ""};
     }
     return {code, fmt::format("no ';' behind {}={}", keyword, number), ""};
 }
@@ -80,13 +79,13 @@ fault_text describe_address(std::string_view text, const mif_limits& limits) {
     const kvr::scanned_number address = kvr::scan_number(digits, kvr::radix_base(limits.address_radix));
     if (!address.fits) {
         return {code,
-                fmt::format("address {} is beyond DEPTH {} (0 to {})", quoted(digits), limits.depth,
+                fmt::format("address {} is beyond DEPTH {} (0 to {})", visible(digits), limits.depth,
                             limits.depth - 1),
                 ""};
     }
     if (!address.is_address()) {
         return {code,
-                fmt::format("address {} is negative, DEPTH is {} (0 to {})", quoted(digits), limits.depth,
+                fmt::format("address {} is negative, DEPTH is {} (0 to {})", visible(digits), limits.depth,
                             limits.depth - 1),
                 ""};
     }
@@ -107,13 +106,13 @@ fault_text describe_content(std::string_view text) {
     const std::size_t colon = text.find(':');
     const kvr::text_span address = kvr::find_token(text, 0);
     if (colon == std::string_view::npos) {
-        return {code, fmt::format("'{}' has no ':' between address and values", quoted(trimmed(text))),
+        return {code, fmt::format("'{}' has no ':' between address and values", visible(trimmed(text))),
                 text.find('=') != std::string_view::npos ? "header lines stand before CONTENT" : ""};
     }
     if (!address.found() || address.end > colon) {
-        return {code, fmt::format("'{}' has no address before ':'", quoted(trimmed(text))), ""};
+        return {code, fmt::format("'{}' has no address before ':'", visible(trimmed(text))), ""};
     }
-    return {code, fmt::format("'{}' has no value behind ':'", quoted(trimmed(text))), ""};
+    return {code, fmt::format("'{}' has no value behind ':'", visible(trimmed(text))), ""};
 }
 
 fault_text describe_range(std::string_view text) {
@@ -122,30 +121,30 @@ fault_text describe_range(std::string_view text) {
     if (range) {
         return {code,
                 fmt::format("'{}': a range is written [{}..{}]",
-                            quoted(text.substr(range->begin, range->end - range->begin)),
-                            quoted(range->first.in(text)), quoted(range->last.in(text))),
+                            visible(text.substr(range->begin, range->end - range->begin)),
+                            visible(range->first.in(text)), visible(range->last.in(text))),
                 ""};
     }
     const std::size_t bracket = text.find(']');
     if (bracket == std::string_view::npos) {
-        return {code, fmt::format("'{}' has no ']' behind the range", quoted(trimmed(text))), ""};
+        return {code, fmt::format("'{}' has no ']' behind the range", visible(trimmed(text))), ""};
     }
     const std::size_t colon = text.find(':', bracket);
     if (colon == std::string_view::npos) {
-        return {code, fmt::format("'{}' has no ':' between range and values", quoted(trimmed(text))), ""};
+        return {code, fmt::format("'{}' has no ':' between range and values", visible(trimmed(text))), ""};
     }
     if (!kvr::find_token(text, colon).found()) {
-        return {code, fmt::format("'{}' has no value behind ':'", quoted(trimmed(text))), ""};
+        return {code, fmt::format("'{}' has no value behind ':'", visible(trimmed(text))), ""};
     }
-    return {code, fmt::format("'{}' is no '[<first>..<last>] : <values>;'", quoted(trimmed(text))), ""};
+    return {code, fmt::format("'{}' is no '[<first>..<last>] : <values>;'", visible(trimmed(text))), ""};
 }
 
 fault_text describe_order(std::string_view text, const mif_limits& limits) {
     constexpr const char* code = "range-order";
     const auto [first, last] = addresses_of(text);
     const unsigned base = kvr::radix_base(limits.address_radix);
-    const std::string from = quoted(first);
-    const std::string to = quoted(last);
+    const std::string from = visible(first);
+    const std::string to = visible(last);
     if (kvr::scan_number(first, base).magnitude == kvr::scan_number(last, base).magnitude) {
         return {code, fmt::format("the range {}..{} is one address", from, to),
                 fmt::format("one address stands without brackets: {} : <value>;", from)};
@@ -160,7 +159,7 @@ fault_text with_digit_hint(fault_text told, std::string_view text, const mif_lim
     for (const std::string_view address : addresses_of(text)) {
         const auto is_digit = [base](char c) { return kvr::digit_value(c) < base || c == '-'; };
         if (!std::all_of(address.begin(), address.end(), is_digit)) {
-            told.hint = fmt::format("{} is no number in ADDRESS_RADIX {}", quoted(address),
+            told.hint = fmt::format("{} is no number in ADDRESS_RADIX {}", visible(address),
                                     radix_title(limits.address_radix));
             break;
         }
@@ -178,11 +177,11 @@ fault_text describe_length(std::string_view record) {
     if (digits % 2 != 0) {
         return {"record-length",
                 fmt::format("record length {} means {} bytes of data, there are {} digits, an odd number",
-                            quoted(record.substr(1, 2)), bytes, digits),
+                            visible(record.substr(1, 2)), bytes, digits),
                 "a digit is missing or too much"};
     }
     return {"record-length",
-            fmt::format("record length {} means {} bytes of data, there are {}", quoted(record.substr(1, 2)),
+            fmt::format("record length {} means {} bytes of data, there are {}", visible(record.substr(1, 2)),
                         bytes, digits / 2),
             bytes == digits / 2 + 1 ? "one byte is missing, or the checksum" : ""};
 }
@@ -190,11 +189,11 @@ fault_text describe_length(std::string_view record) {
 fault_text describe_checksum(std::string_view record) {
     const std::size_t bad = record.find_first_not_of("0123456789abcdefABCDEF", 1);
     if (bad != std::string_view::npos) {
-        return {"bad-digit", fmt::format("'{}' is no hexadecimal digit", quoted(record.substr(bad, 1))), ""};
+        return {"bad-digit", fmt::format("'{}' is no hexadecimal digit", visible(record.substr(bad, 1))), ""};
     }
     return {"checksum",
             fmt::format("checksum is {}, the record adds up to {}", record.substr(record.size() - 2),
-                        right_checksum(record)),
+                        checksum_of(record.substr(1, record.size() - 3))),
             ""};
 }
 
@@ -204,12 +203,8 @@ std::string address_beyond(std::string_view digits, std::uint64_t address, std::
                            std::uint32_t depth) {
     const std::string decimal = std::to_string(address);
     const std::string shown =
-        digits == decimal ? decimal : fmt::format("{} (decimal {})", quoted(digits), decimal);
+        digits == decimal ? decimal : fmt::format("{} (decimal {})", visible(digits), decimal);
     return fmt::format("address {} is beyond {} {} (0 to {})", shown, depth_name, depth, depth - 1);
-}
-
-std::string right_checksum(std::string_view record) {
-    return fmt::format("{:02X}", (0U - kvr::sum_of_bytes(record.substr(1, record.size() - 3))) & 0xFFU);
 }
 
 fault_text describe_mif_fault(const kvr::read_fault& fault, std::string_view text, const mif_limits& limits) {
@@ -236,7 +231,7 @@ fault_text describe_mif_fault(const kvr::read_fault& fault, std::string_view tex
         return with_digit_hint(describe_address(text, limits), text, limits);
     case fault_code::address_set_twice:
         return with_digit_hint(
-            {"set-twice", fmt::format("address {} is set twice", quoted(addresses_of(text)[0])), ""}, text,
+            {"set-twice", fmt::format("address {} is set twice", visible(addresses_of(text)[0])), ""}, text,
             limits);
     case fault_code::end_before_begin:
         return {"end-before-begin", "END stands before BEGIN",
@@ -260,8 +255,8 @@ fault_text describe_hex_fault(const kvr::read_fault& fault, std::string_view rec
     case fault_code::checksum:
         return describe_checksum(record);
     case fault_code::record_type:
-        return {"record-type", fmt::format("record type {} is none of 00 to 05", quoted(record.substr(7, 2))),
-                ""};
+        return {"record-type",
+                fmt::format("record type {} is none of 00 to 05", visible(record.substr(7, 2))), ""};
     case fault_code::record_too_long:
         return {"record-long",
                 fmt::format("the record is longer than {} characters", kvr::hex_record_walk::longest_line),
@@ -281,7 +276,7 @@ fault_text describe_rif_fault(const kvr::read_fault& fault, std::string_view lin
     const bool is_tab = !found.empty() && found.find_first_not_of('\t') == std::string_view::npos;
     return {"illegal-character",
             is_tab ? std::string("a tab cannot stand between words")
-                   : fmt::format("'{}' is no hexadecimal digit", quoted(found)),
+                   : fmt::format("'{}' is no hexadecimal digit", visible(found)),
             is_tab                                  ? "separate words by blanks"
             : found.find("0x") == std::string::npos ? ""
                                                     : "words stand without 0x"};

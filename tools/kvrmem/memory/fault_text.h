@@ -32,10 +32,6 @@ struct mif_limits {
 /// @param line the line at fault.
 [[nodiscard]] fault_text describe_rif_fault(const kvr::read_fault& fault, std::string_view line);
 
-/// The two digits that a record's checksum must be. @p record: the line without blanks, with the colon and
-/// the checksum that it has.
-[[nodiscard]] std::string right_checksum(std::string_view record);
-
 /// "address 20 is beyond DEPTH 16 (0 to 15)"; the decimal value is added where @p digits show another one.
 [[nodiscard]] std::string address_beyond(std::string_view digits, std::uint64_t address,
                                          std::string_view depth_name, std::uint32_t depth);

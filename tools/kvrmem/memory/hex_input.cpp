@@ -1,8 +1,8 @@
 #include "tools/kvrmem/memory/hex_input.h"
 
-#include "kvr/memory/hex_record_walk.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/hex_width.h"
+#include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -15,8 +15,6 @@
 namespace kvrmem {
 
 namespace {
-
-constexpr std::uint32_t bits_per_byte = 8;
 
 using step = kvr::hex_record_walk::step;
 
@@ -45,16 +43,12 @@ void for_each_data_record(const input_file& file, Take&& take) {
     file.require_whole(lines);
 }
 
-std::uint64_t address_of(const kvr::hex_record& record, const kvr::hex_record_walk& walk) {
-    return std::uint64_t{walk.address_offset()} + record.word_address;
-}
-
 /// The width that the records tell.
 /// @throws tool_error when they do not.
 std::uint32_t width_from_records(const input_file& file) {
     width_finder finder;
     for_each_data_record(file, [&finder](const kvr::hex_record& record, const kvr::hex_record_walk& walk) {
-        finder.take(address_of(record, walk), record.data_bytes);
+        finder.take(address_of_record(walk), record.data_bytes);
     });
     if (finder.bytes() == 0) {
         throw tool_error(exit_code::wrong_usage,
@@ -68,7 +62,7 @@ public:
     record_reader(const input_file& from, memory_image& to)
         : file(from),
           image(to),
-          bytes((to.width + bits_per_byte - 1) / bits_per_byte) {}
+          bytes(bytes_for(to.width)) {}
 
     void take(const kvr::hex_record& record, const kvr::hex_record_walk& walk) {
         if (record.data_bytes % bytes != 0) {
@@ -76,7 +70,7 @@ public:
                     fmt::format("the record holds {} bytes, which is no whole number of words of {} bytes",
                                 record.data_bytes, bytes));
         }
-        std::uint64_t address = address_of(record, walk);
+        std::uint64_t address = address_of_record(walk);
         for (std::string_view data = record.data(); !data.empty();
              data.remove_prefix(2 * std::size_t{bytes})) {
             store(address, data.substr(0, 2 * std::size_t{bytes}), walk.line());
@@ -122,10 +116,10 @@ memory_image read_hex(const input_file& file, const input_options& options) {
 std::uint64_t hex_line_that_sets(const input_file& file, const input_options& options,
                                  std::uint32_t address) {
     const std::uint32_t width = options.width ? *options.width : width_from_records(file);
-    const std::uint32_t bytes = (width + bits_per_byte - 1) / bits_per_byte;
+    const std::uint32_t bytes = bytes_for(width);
     std::uint64_t line = 0;
     for_each_data_record(file, [&](const kvr::hex_record& record, const kvr::hex_record_walk& walk) {
-        const std::uint64_t first = address_of(record, walk);
+        const std::uint64_t first = address_of_record(walk);
         if (first <= address && address < first + record.data_bytes / bytes) {
             line = walk.line();
         }

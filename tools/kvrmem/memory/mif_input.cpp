@@ -4,8 +4,10 @@
 #include "kvr/numeric/digit_value.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/mif_unread_text.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
 
@@ -22,6 +24,10 @@ namespace {
                      fmt::format("{}:{}:{}: error: {}", name, place.line, place.column, what));
 }
 
+[[noreturn]] void fail_at(const std::string& name, std::uint64_t line, const std::string& what) {
+    throw tool_error(exit_code::bad_input, fmt::format("{}:{}: error: {}", name, line, what));
+}
+
 /// Ends the read at the first fault, and at what the library would read without a word though it cannot be
 /// meant so.
 class strict_observer : public kvr::mif_observer {
@@ -34,7 +40,7 @@ public:
         const std::string what =
             describe_mif_fault(fault, text, {memory.number_of_words, memory.address_radix}).message;
         if (fault.column == 0) {
-            throw tool_error(exit_code::bad_input, fmt::format("{}:{}: error: {}", name, fault.line, what));
+            fail_at(name, fault.line, what);
         }
         fail_at(name, {fault.line, fault.column}, what);
     }
@@ -53,99 +59,90 @@ public:
     }
 
     void behind_begin(std::string_view rest, std::uint64_t line) override {
-        const std::size_t begin = rest.find_first_not_of(" \t");
-        if (begin != std::string_view::npos) {
-            throw tool_error(
-                exit_code::bad_input,
-                fmt::format("{}:{}: error: '{}' stands behind BEGIN and would be left out; give it a "
-                            "line of its own",
-                            name, line, rest.substr(begin)));
+        const kvr::text_span left_out = trimmed_span(rest);
+        if (left_out.found()) {
+            fail_at(name, line,
+                    fmt::format("'{}' stands behind BEGIN and would be left out; give it a line of its own",
+                                left_out.in(rest)));
         }
     }
 
     void end_statement(const kvr::mif_content& statement) override {
-        const std::string_view before = statement.text.substr(0, statement.text.find("END"));
-        const std::size_t begin = before.find_first_not_of(" \t");
-        if (begin != std::string_view::npos && before.substr(begin, 5) != "BEGIN") {
-            const std::size_t end = before.find_last_not_of(" \t") + 1;
-            fail_at(name, statement.place(begin),
+        constexpr std::string_view keyword = "END";
+        const std::size_t end = statement.text.find(keyword);
+        const kvr::text_span before = trimmed_span(statement.text.substr(0, end));
+        if (before.found() && !before.in(statement.text).starts_with("BEGIN")) {
+            fail_at(name, statement.place(before.begin),
                     fmt::format(
                         "'{}' stands before END in one statement and would be left out; end it with a ';' "
                         "and a line break",
-                        before.substr(begin, end - begin)));
+                        before.in(statement.text)));
+        }
+        behind_end(statement.text.substr(end + keyword.size()), statement.pieces.back().line);
+    }
+
+    void behind_end(std::string_view rest, std::uint64_t line) override {
+        const kvr::text_span left_out = find_text_behind_end(rest);
+        if (left_out.found()) {
+            fail_at(
+                name, line,
+                fmt::format("'{}' stands behind END and would be left out; move it before END, or make it "
+                            "a comment",
+                            visible(left_out.in(rest))));
         }
     }
 
     void cut_at_percent(std::string_view rest, std::uint64_t line) override {
-        const std::size_t closing = rest.find('%');
-        if (closing == std::string_view::npos) {
-            return;
-        }
-        const std::string_view behind = kvr::without_comments(rest.substr(closing + 1));
-        if (behind.find_first_not_of(" \t") != std::string_view::npos) {
-            throw tool_error(exit_code::bad_input,
-                             fmt::format("{}:{}: error: '{}' stands behind a comment and would be left out; "
-                                         "give it a line of its own",
-                                         name, line, behind));
+        const kvr::text_span behind = find_text_behind_comment(rest);
+        if (behind.found()) {
+            fail_at(
+                name, line,
+                fmt::format("'{}' stands behind a comment and would be left out; give it a line of its own",
+                            behind.in(rest)));
         }
     }
 
 private:
     void check_address(const kvr::mif_content& content, const kvr::text_span& token) const {
         const std::string_view digits = token.in(content.text);
-        const unsigned base = kvr::radix_base(memory.address_radix);
-        if (!std::all_of(digits.begin(), digits.end(),
-                         [base](char c) { return kvr::digit_value(c) < base; })) {
+        if (!is_number_in(digits, memory.address_radix)) {
             fail_at(name, content.place(token.begin),
                     fmt::format("address {} is no number in ADDRESS_RADIX {}", digits,
                                 radix_title(memory.address_radix)));
         }
     }
     void check_surplus(const kvr::mif_content& content) const {
-        const std::uint64_t addresses = std::uint64_t{content.last} - content.first + 1;
-        if (content.values.size() > addresses) {
-            const std::string_view surplus = content.values[static_cast<std::size_t>(addresses)];
-            fail_at(name, place_of(content, surplus),
-                    fmt::format("value {} is beyond the {} addresses of the range", surplus, addresses));
+        const kvr::text_span surplus = find_surplus_value(content);
+        if (surplus.found()) {
+            fail_at(name, content.place(surplus.begin),
+                    fmt::format("value {} is beyond the {} addresses of the range", surplus.in(content.text),
+                                std::uint64_t{content.last} - content.first + 1));
         }
     }
     /// One statement a line is all that is read as it looks.
     void check_rest(const kvr::mif_content& content) const {
-        const std::size_t semicolon = content.text.find(';');
-        if (semicolon == std::string_view::npos) {
-            return;
-        }
-        const std::size_t behind = content.text.find_first_not_of(" \t;", semicolon + 1);
-        if (behind != std::string_view::npos) {
-            fail_at(name, content.place(behind),
-                    fmt::format("'{}' stands behind a ';'; give it a line of its own",
-                                content.text.substr(behind)));
+        const kvr::text_span behind = find_text_behind_semicolon(content.text);
+        if (behind.found()) {
+            fail_at(
+                name, content.place(behind.begin),
+                fmt::format("'{}' stands behind a ';'; give it a line of its own", behind.in(content.text)));
         }
     }
     /// The library takes for a blank what belongs to no address and no value.
     void check_separators(const kvr::mif_content& content) const {
-        const std::string_view text = content.text.substr(0, content.text.find(';'));
-        for (std::size_t at = 0; at < text.size(); ++at) {
-            const std::string_view separators = at < content.text.find(':') ? " \t[]." : " \t:,";
-            if (!kvr::is_value_character(text[at]) && separators.find(text[at]) == std::string_view::npos) {
-                fail_at(name, content.place(at),
-                        fmt::format("'{}' belongs to no address and no value", text[at]));
-            }
+        const kvr::text_span stray = find_stray_characters(content, 0);
+        if (stray.found()) {
+            fail_at(name, content.place(stray.begin),
+                    fmt::format("'{}' belongs to no address and no value", stray.in(content.text)));
         }
     }
-    /// A line break inside a run of digits does not end the value.
     void check_line_breaks(const kvr::mif_content& content) const {
         for (const kvr::line_piece& piece : content.pieces) {
-            if (piece.offset > 0 && piece.offset < content.text.size() &&
-                kvr::is_value_character(content.text[piece.offset - 1]) &&
-                kvr::is_value_character(content.text[piece.offset])) {
+            if (continues_a_value(content, piece)) {
                 fail_at(name, {piece.line, 1},
                         "the line goes on with the value of the line before; put a blank before it");
             }
         }
-    }
-    static kvr::line_place place_of(const kvr::mif_content& content, std::string_view value) {
-        return content.place(static_cast<std::size_t>(value.data() - content.text.data()));
     }
 
     std::string name;

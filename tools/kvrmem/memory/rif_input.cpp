@@ -1,6 +1,7 @@
 #include "tools/kvrmem/memory/rif_input.h"
 
 #include "kvr/numeric/scanned_number.h"
+#include "tools/kvrmem/memory/rif_line.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -15,7 +16,6 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::uint32_t bits_per_digit = 4;
 constexpr std::uint32_t largest_size = std::numeric_limits<std::uint32_t>::max();
 
 struct rif_place {
@@ -30,16 +30,11 @@ struct rif_place {
 
 /// The address of the line @p line, which holds an "@".
 std::uint64_t parse_address(const input_file& file, std::string_view line, std::uint64_t number) {
-    const std::size_t begin = line.find_first_not_of(' ');
-    const std::size_t end = line.find_last_not_of(' ') + 1;
-    const std::string_view digits = line.substr(begin + 1, end - begin - 1);
-    const kvr::scanned_number address = kvr::scan_number(digits, 16);
-    if (line[begin] != '@' || digits.empty() || address.characters != digits.size() ||
-        !address.is_address() ||
-        digits.find_first_not_of("0123456789abcdefABCDEF") != std::string_view::npos) {
-        fail_at(file, {number, begin + 1},
-                fmt::format("'{}' is no '@' with a hexadecimal address of at most 32 bits",
-                            line.substr(begin, end - begin)));
+    const rif_address_line parts = split_rif_address(line);
+    const kvr::scanned_number address = kvr::scan_number(parts.digits, 16);
+    if (!parts.is_proper || !address.is_address()) {
+        fail_at(file, {number, parts.text.begin + 1},
+                fmt::format("'{}' is no '@' with a hexadecimal address of at most 32 bits", parts.text.text));
     }
     return address.magnitude;
 }
@@ -52,16 +47,14 @@ void for_each_word(const input_file& file, Take&& take) {
     for (std::uint64_t number = 1; !lines.at_end(); ++number) {
         const std::string_view raw = lines.next_line();
         const std::string_view line = kvr::without_carriage_return(raw, lines.line_had_newline());
-        if (line.find('@') != std::string_view::npos) {
+        if (is_rif_address_line(line)) {
             address = parse_address(file, line, number);
             continue;
         }
-        for (std::size_t begin = line.find_first_not_of(' '); begin != std::string_view::npos;) {
-            const std::size_t end = std::min(line.find(' ', begin), line.size());
-            take(address, line.substr(begin, end - begin), rif_place{number, begin + 1});
+        for_each_rif_word(line, [&](const rif_piece& word) {
+            take(address, word.text, rif_place{number, word.begin + 1});
             ++address;
-            begin = line.find_first_not_of(' ', end);
-        }
+        });
     }
     file.require_whole(lines);
 }
@@ -111,12 +104,12 @@ memory_image read_rif(const input_file& file, const input_options& options) {
         image.words.set(static_cast<std::uint32_t>(address), upper_case(text));
     });
     require_some_width(file, longest);
-    if (longest > widest_word / bits_per_digit) {
+    if (longest > widest_word / bits_per_hex_digit) {
         throw tool_error(exit_code::bad_input,
                          fmt::format("{}: error: a word has {} digits; kvrmem takes up to {}", file.name(),
-                                     longest, widest_word / bits_per_digit));
+                                     longest, widest_word / bits_per_hex_digit));
     }
-    image.width = options.width.value_or(static_cast<std::uint32_t>(longest * bits_per_digit));
+    image.width = options.width.value_or(static_cast<std::uint32_t>(longest * bits_per_hex_digit));
     image.note = options.width ? "" : "taken from the longest word";
     const bool all_words = image.words.transform([&image](std::string_view text, std::string& word) {
         word.clear();

@@ -1,5 +1,7 @@
 #include "tools/kvrmem/memory/word_lines.h"
 
+#include "tools/kvrmem/memory/word_runs.h"
+
 #include <algorithm>
 #include <charconv>
 #include <string>
@@ -58,15 +60,12 @@ std::optional<word_lines::earlier> word_lines::find_set(std::uint32_t first, std
 
 word_lines::gaps word_lines::between(std::uint64_t first, std::uint64_t last) const {
     gaps found;
-    for (std::uint64_t address = first; address <= last && address < lines.size();) {
-        const kvr::word_run run = lines.run_at(static_cast<std::uint32_t>(address));
-        const std::uint64_t end = std::min<std::uint64_t>(run.last, last);
+    for_each_run(lines, first, last, [&found](const kvr::word_run& run) {
         if (run.text.empty()) {
-            found.first = found.words == 0 ? address : found.first;
-            found.words += end - address + 1;
+            found.first = found.words == 0 ? run.first : found.first;
+            found.words += length_of(run);
         }
-        address = end + 1;
-    }
+    });
     return found;
 }
 

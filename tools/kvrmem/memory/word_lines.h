@@ -3,9 +3,13 @@
 #include "kvr/memory/word_store.h"
 
 #include <cstdint>
+#include <limits>
 #include <optional>
 
 namespace kvrmem {
+
+/// The size of the largest memory.
+constexpr std::uint32_t every_address = std::numeric_limits<std::uint32_t>::max();
 
 /// Which line of a file has set which word of a memory. The cost depends on the lines, not on how many words
 /// each of them sets.

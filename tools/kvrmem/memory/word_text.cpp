@@ -40,14 +40,13 @@ std::optional<kvr::exact_word_error> make_word(std::string_view text, KVR_MEMORY
 }
 
 bool are_words(const kvr::word_row& row, std::uint32_t width) noexcept {
-    constexpr unsigned bits_per_digit = 4;
-    if (row.length == 0 || row.length != kvr::digit_count(width, bits_per_digit) ||
+    if (row.length == 0 || row.length != kvr::digit_count(width, bits_per_hex_digit) ||
         !kvr::are_upper_hex_digits(row.all())) {
         return false;
     }
-    const unsigned top_bits = (width - 1) % bits_per_digit + 1;
+    const unsigned top_bits = (width - 1) % bits_per_hex_digit + 1;
     bool all_fit = true;
-    for (std::uint32_t i = 0; top_bits < bits_per_digit && i < row.count; ++i) {
+    for (std::uint32_t i = 0; top_bits < bits_per_hex_digit && i < row.count; ++i) {
         all_fit &= kvr::digit_value(row[i].front()) >> top_bits == 0;
     }
     return all_fit;

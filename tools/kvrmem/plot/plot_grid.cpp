@@ -1,5 +1,7 @@
 #include "tools/kvrmem/plot/plot_grid.h"
 
+#include "tools/kvrmem/memory/word_runs.h"
+
 #include <algorithm>
 
 namespace kvrmem {
@@ -10,15 +12,6 @@ kvr::word_run run_within(const kvr::word_store& words, const address_range& rang
     kvr::word_run run = words.run_at(static_cast<std::uint32_t>(address));
     run.last = std::min(run.last, range.last);
     return run;
-}
-
-void walk_every_run(const kvr::word_store& words, const address_range& range,
-                    const std::function<void(const kvr::word_run&)>& take) {
-    for (std::uint64_t address = range.first; address <= range.last;) {
-        const kvr::word_run run = run_within(words, range, address);
-        take(run);
-        address = std::uint64_t{run.last} + 1;
-    }
 }
 
 /// Shows the first runs, at most @p most of them, from @p address to @p end (exclusive); answers the address
@@ -72,7 +65,7 @@ void walk_runs(const kvr::word_store& words, const address_grid& grid,
                const std::optional<run_samples>& samples,
                const std::function<void(const kvr::word_run&)>& take) {
     if (!samples) {
-        walk_every_run(words, grid.range(), take);
+        for_each_run(words, grid.range().first, grid.range().last, take);
         return;
     }
     std::uint64_t address = grid.range().first;

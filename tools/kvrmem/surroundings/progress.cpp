@@ -27,7 +27,7 @@ struct watched_file {
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): there is no other way to a handler
 std::array<watched_file, 2> watched;
 std::atomic<int> current = -1; ///< index of the one to look at
-std::atomic<bool> visible = false;
+std::atomic<bool> line_shown = false;
 std::atomic<int> pauses = 0;
 std::size_t line_limit = 79; ///< a line that goes on in the next row could not be erased
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
@@ -36,7 +36,7 @@ constexpr std::string_view erase_line = "\r\x1B[K";
 
 void write_to_terminal(std::string_view text) noexcept {
     // There is nobody to tell that the terminal cannot be written to.
-    [[maybe_unused]] const ssize_t written = write(STDERR_FILENO, text.data(), text.size());
+    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
 }
 
 /// A line that is put together without memory from the heap, which a signal handler must not ask for.
@@ -80,13 +80,13 @@ void show_line(int /*signal*/) {
             line.add(" MiB");
         }
         write_to_terminal(line.text());
-        visible.store(true);
+        line_shown.store(true);
     }
     errno = saved_error;
 }
 
 void erase() {
-    if (visible.exchange(false)) {
+    if (line_shown.exchange(false)) {
         write_to_terminal(erase_line);
     }
 }

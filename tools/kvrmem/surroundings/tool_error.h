@@ -28,4 +28,9 @@ private:
     std::string text;
 };
 
+/// @throws tool_error (wrong usage) always.
+[[noreturn]] inline void usage_error(const std::string& message) {
+    throw tool_error(exit_code::wrong_usage, message);
+}
+
 } // namespace kvrmem

@@ -42,7 +42,7 @@ visible_text make_visible(std::string_view bytes) {
     return shown;
 }
 
-std::string quoted(std::string_view bytes) {
+std::string visible(std::string_view bytes) {
     if (bytes.size() <= quoted_bytes) {
         return make_visible(bytes).text;
     }

@@ -16,7 +16,7 @@ struct visible_text {
 [[nodiscard]] visible_text make_visible(std::string_view bytes);
 
 /// @p bytes for a message: visible, and cut to a limit with "..." behind it.
-[[nodiscard]] std::string quoted(std::string_view bytes);
+[[nodiscard]] std::string visible(std::string_view bytes);
 
 /// A line of a file with a mark under a place in it.
 struct excerpt {

@@ -1,14 +1,13 @@
-#include "tools/kvrmem/check/check_mif_statement.h"
+#include "tools/kvrmem/memory/mif_statement_faults.h"
 
 #include "kvr/numeric/digit_value.h"
+#include "tools/kvrmem/memory/mif_unread_text.h"
 
 #include <algorithm>
 
 namespace kvrmem {
 
 namespace {
-
-constexpr std::string_view blanks = " \t";
 
 /// The first line of @p statement that begins behind @p offset.
 std::vector<kvr::line_piece>::const_iterator first_piece_behind(const kvr::mif_content& statement,
@@ -27,7 +26,7 @@ std::size_t last_line_begin(const kvr::mif_content& statement, std::size_t from,
 /// Where the address that ends before the ":" at @p colon begins; npos when there is none.
 std::size_t address_before(const kvr::mif_content& statement, std::size_t from, std::size_t colon) {
     const std::string_view text = statement.text;
-    const std::size_t last = text.find_last_not_of(blanks, colon - 1);
+    const std::size_t last = text.find_last_not_of(mif_blanks, colon - 1);
     if (last == std::string_view::npos || last < from) {
         return std::string_view::npos;
     }
@@ -92,7 +91,7 @@ std::vector<missing_semicolon> find_missing_semicolons(const kvr::mif_content& s
         const std::size_t address = address_before(statement, before + 1, colon);
         if (address != std::string_view::npos &&
             kvr::find_token(text.substr(0, address), before + 1).found()) {
-            const std::size_t behind = text.find_last_not_of(blanks, address - 1) + 1;
+            const std::size_t behind = text.find_last_not_of(mif_blanks, address - 1) + 1;
             const bool at_line_end = last_line_begin(statement, behind - 1, address + 1) >= behind;
             found.push_back({behind, address, at_line_end});
         }
@@ -108,19 +107,19 @@ std::optional<misspelt_range> find_misspelt_range(std::string_view text) {
         return std::nullopt;
     }
     const std::string_view inside = text.substr(0, close);
-    const std::size_t first = inside.find_first_not_of(blanks, open + 1);
+    const std::size_t first = inside.find_first_not_of(mif_blanks, open + 1);
     if (first == std::string_view::npos) {
         return std::nullopt;
     }
     const std::size_t first_end = end_of_digits(inside, first);
-    const std::size_t last_end = inside.find_last_not_of(blanks) + 1;
+    const std::size_t last_end = inside.find_last_not_of(mif_blanks) + 1;
     std::size_t last = last_end;
     while (last > first_end && kvr::digit_value(inside[last - 1]) < 16) {
         --last;
     }
     std::string_view separator = inside.substr(first_end, last - first_end);
-    separator.remove_prefix(std::min(separator.find_first_not_of(blanks), separator.size()));
-    separator = separator.substr(0, separator.find_last_not_of(blanks) + 1);
+    separator.remove_prefix(std::min(separator.find_first_not_of(mif_blanks), separator.size()));
+    separator = separator.substr(0, separator.find_last_not_of(mif_blanks) + 1);
     if (first_end == first || !is_address(inside.substr(last, last_end - last)) || separator == ".." ||
         last == first_end) {
         return std::nullopt;
