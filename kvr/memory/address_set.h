@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <bit>
 #include <cstddef>
 #include <cstdint>
 #include <limits>
@@ -27,6 +28,21 @@ public:
         std::uint64_t& cell = (*found_block)[cell_number(address)];
         const std::uint64_t before = std::exchange(cell, cell | bit_of(address));
         return cell != before;
+    }
+    /// The number of neighbouring addresses from @p address on that are not in the set, as far as that is
+    /// told at once: at least one unless @p address is in the set, and no more than insert_run() takes.
+    [[nodiscard]] std::uint32_t count_free(std::uint32_t address) {
+        if (address / block_addresses != found_number) {
+            find_block(address);
+        }
+        const std::uint64_t behind = (*found_block)[cell_number(address)] >> (address % cell_addresses);
+        return behind != 0 ? static_cast<std::uint32_t>(std::countr_zero(behind))
+                           : cell_addresses - address % cell_addresses;
+    }
+    /// Adds the @p count addresses from @p address on, at least one, of which count_free() has just told.
+    void insert_run(std::uint32_t address, std::uint32_t count) noexcept {
+        const std::uint64_t bits = ~std::uint64_t{0} >> (cell_addresses - count);
+        (*found_block)[cell_number(address)] |= bits << (address % cell_addresses);
     }
     [[nodiscard]] bool contains(std::uint32_t address) const noexcept;
     void clear() noexcept;

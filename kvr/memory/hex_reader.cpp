@@ -3,6 +3,7 @@
 #include "kvr/memory/hex_memory.h"
 #include "kvr/memory/hex_record.h"
 #include "kvr/memory/hex_record_walk.h"
+#include "kvr/memory/hex_records_alike.h"
 #include "kvr/memory/hex_word_storer.h"
 #include "kvr/memory/line_source.h"
 
@@ -70,13 +71,41 @@ private:
     bool higher_linear_pending = false;
 };
 
+/// What a file needs that is to be read only once.
+struct early_reading {
+    explicit early_reading(const hex_memory& memory) noexcept
+        : words(memory),
+          records_alike(words, memory.word_size) {}
+
+    early_hex_words words;
+    hex_records_alike records_alike;
+};
+
 /// Enters records into an address space and, when the file is to be read only once, stores their words.
 class first_pass {
 public:
-    first_pass(address_space& space_to_find, std::uint32_t bytes_per_word, early_hex_words* early_words)
+    first_pass(address_space& space_to_find, std::uint32_t bytes_per_word, early_reading* early_words)
         : space(space_to_find),
           word_bytes(bytes_per_word),
           early(early_words) {}
+
+    /// Reads records that are all alike, as hex_records_alike tells it.
+    hex_records_alike::run read_run(std::string_view lines, std::uint32_t address_offset) {
+        if (early == nullptr) {
+            return {0, 0, 0};
+        }
+        const hex_records_alike::run run = early->records_alike.read(lines, address_offset);
+        if (run.count != 0) {
+            space.add_data(run.first, run.count);
+        }
+        return run;
+    }
+
+    void learn(const hex_record& record, std::string_view line) noexcept {
+        if (early != nullptr) {
+            early->records_alike.learn(record, line);
+        }
+    }
 
     void take(const hex_record& record, std::uint32_t address_offset) {
         if (record.kind == hex_record_type::data) {
@@ -95,14 +124,14 @@ public:
         }
         space.add_data(record.word_address, known_words);
         if (early != nullptr) {
-            early->take(record, known_words, address_offset);
+            early->words.take(record, known_words, address_offset);
         }
     }
 
 private:
     address_space& space;
     std::uint32_t word_bytes;
-    early_hex_words* early;
+    early_reading* early;
     std::uint32_t known_bytes = 0; ///< the record length for which the next field is known
     std::uint32_t known_words = 0; ///< words of such a record
 };
@@ -119,12 +148,16 @@ hex_read_stop stop_at(const read_fault& fault, const hex_record_walk& walk) {
 /// words. Nothing when it got to the end record.
 std::optional<hex_read_stop> measure(address_space& space, hex_record_walk& walk,
                                      std::uint32_t bytes_per_word, read_observer* observer,
-                                     early_hex_words* early) {
+                                     early_reading* early) {
     first_pass pass(space, bytes_per_word, early);
     const auto next = [&] {
         if (bytes_per_word != 0) {
             const std::uint32_t offset = walk.address_offset();
-            walk.each_plain_data_record([&](const hex_record& record) { pass.take_data(record, offset); });
+            walk.each_plain_data_record([&](std::string_view lines) { return pass.read_run(lines, offset); },
+                                        [&](const hex_record& record, std::string_view line) {
+                                            pass.take_data(record, offset);
+                                            pass.learn(record, line);
+                                        });
         }
         return walk.next();
     };
@@ -173,7 +206,7 @@ bool was_read(hex_memory& memory) {
 
 /// find_address_space(); when @p early is not null and has all words, they become those of the memory.
 std::optional<hex_read_stop> read_early(hex_memory& memory, line_source& source, read_observer* observer,
-                                        early_hex_words* early) {
+                                        early_reading* early) {
     address_space space;
     hex_record_walk walk(source, memory.address_offset);
     std::optional<hex_read_stop> stop = measure(space, walk, memory.bytes_per_word(), observer, early);
@@ -190,8 +223,8 @@ std::optional<hex_read_stop> read_early(hex_memory& memory, line_source& source,
         goes_on(observer, fault, walk.text());
         return stop_at(fault, walk);
     }
-    if (early != nullptr && early->complete()) {
-        memory.data_words = early->finish(space.words());
+    if (early != nullptr && early->words.complete()) {
+        memory.data_words = early->words.finish(space.words());
         memory.address_offset = walk.address_offset();
     } else {
         memory.data_words.resize(space.words(), memory.memory_initialize_value);
@@ -207,12 +240,12 @@ bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* obse
     if (!source.is_open()) {
         return cannot_be_read(memory);
     }
-    std::optional<early_hex_words> early;
+    std::optional<early_reading> early;
     if (may_read_once && observer == nullptr && memory.data_words.empty()) {
         early.emplace(memory);
     }
     std::optional<hex_read_stop> stop = read_early(memory, source, observer, early ? &*early : nullptr);
-    const bool was_stored = !stop && early && early->complete();
+    const bool was_stored = !stop && early && early->words.complete();
     if (source.failed() || (!stop && !was_stored && !source.rewind())) {
         return cannot_be_read(memory);
     }

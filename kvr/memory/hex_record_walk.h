@@ -45,9 +45,11 @@ public:
     step next();
 
     /// Goes over the data records that come next as long as they are plain ones, which is what next() does
-    /// one by one, and calls @p visit with each.
-    template <class Visit>
-    void each_plain_data_record(Visit visit);
+    /// one by one. @p read_run is called with the whole lines to come and answers with the records that it
+    /// has read itself (hex_records_alike::run), if any; otherwise @p visit is called with the next record
+    /// and with its line.
+    template <class ReadRun, class Visit>
+    void each_plain_data_record(ReadRun read_run, Visit visit);
 
     /// The record of the last step; its views are valid until the next one.
     [[nodiscard]] const hex_record& record() const noexcept { return current; }
@@ -89,22 +91,31 @@ private:
     read_fault current_fault{};
 };
 
-template <class Visit>
-void hex_record_walk::each_plain_data_record(Visit visit) {
+template <class ReadRun, class Visit>
+void hex_record_walk::each_plain_data_record(ReadRun read_run, Visit visit) {
     if (finished) {
         return;
     }
     const std::string_view lines = source.whole_lines();
     std::size_t done = 0;
     std::size_t last_size = 0;
+    std::uint32_t expected_bytes = 0;
     while (true) {
+        const std::string_view rest = lines.substr(done);
+        if (const auto run = read_run(rest); run.count != 0) {
+            done += run.count * run.line_size;
+            last_size = run.line_size;
+            line_number += run.count;
+            continue;
+        }
         // A record of its own each time stays in registers.
         hex_record record;
-        const std::size_t size = take_plain_hex_record(lines.substr(done), record);
+        const std::size_t size = take_plain_hex_record(rest, record, expected_bytes);
         if (size == 0 || record.kind != hex_record_type::data) {
             break;
         }
-        visit(record);
+        visit(record, rest.substr(0, size));
+        expected_bytes = record.data_bytes;
         done += size;
         last_size = size;
         ++line_number;

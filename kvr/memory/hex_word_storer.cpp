@@ -73,6 +73,7 @@ early_hex_words::early_hex_words(const hex_memory& memory) noexcept
 void early_hex_words::make_room(std::uint64_t first, std::uint64_t last) {
     given_up = given_up || first < end || last > most_addresses;
     if (given_up) {
+        storer.drop();
         words = word_store();
     } else {
         storer.flush();

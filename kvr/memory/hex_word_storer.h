@@ -4,6 +4,7 @@
 #include "kvr/memory/word_batch.h"
 #include "kvr/memory/word_store.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <string>
@@ -38,7 +39,14 @@ public:
         return known_words;
     }
 
+    /// Room for words of @p digits digits from @p first on; see word_batch. What take() tells of is stored.
+    [[nodiscard]] word_batch::word_room room_for_some(std::uint32_t first, std::size_t digits) {
+        return batch.room_for_some(first, digits);
+    }
+    void take(std::size_t count) noexcept { batch.take(count); }
+
     void flush() { batch.flush(); }
+    void drop() noexcept { batch.drop(); }
 
 private:
     void learn_record_length(std::uint32_t record_bytes) noexcept;
@@ -68,6 +76,20 @@ public:
         if (!given_up) {
             end = first + storer.store(static_cast<std::uint32_t>(first), record.data(), record.data_bytes);
         }
+    }
+
+    /// Room for words of @p digits digits from @p first on; see word_batch. There may be none.
+    [[nodiscard]] word_batch::word_room room_for_some(std::uint64_t first, std::size_t digits) {
+        if (given_up || first < end || first >= words.size()) {
+            return {nullptr, 0};
+        }
+        const word_batch::word_room room = storer.room_for_some(static_cast<std::uint32_t>(first), digits);
+        return {room.place, std::min<std::size_t>(room.count, words.size() - first)};
+    }
+    /// Takes the @p count words from @p first on that were put where there was room for them.
+    void take(std::uint64_t first, std::size_t count) noexcept {
+        storer.take(count);
+        end = first + count;
     }
 
     /// True when no word was lost.

@@ -183,4 +183,11 @@ std::string_view without_carriage_return(std::string_view line, bool had_newline
     return line;
 }
 
+std::size_t size_before_slack(std::string_view lines, std::size_t slack, std::size_t longest_line) noexcept {
+    const std::size_t end = lines.size() - std::min(lines.size(), slack);
+    const std::size_t begin = end - std::min(end, longest_line);
+    const std::size_t newline = lines.substr(begin, end - begin).rfind('\n');
+    return newline == lines.npos ? 0 : begin + newline + 1;
+}
+
 } // namespace kvr

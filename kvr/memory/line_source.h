@@ -110,4 +110,10 @@ private:
 /// @p line without the CR that stands directly before its LF, where that belongs to the line end.
 [[nodiscard]] std::string_view without_carriage_return(std::string_view line, bool had_newline) noexcept;
 
+/// The length of those of the whole lines @p lines, from the first on, that end @p slack characters or more
+/// before the end of them all: behind these so many characters may be looked at. 0 when there is none, or
+/// when that takes a look at more than @p longest_line characters, which is what it costs at most.
+[[nodiscard]] std::size_t size_before_slack(std::string_view lines, std::size_t slack,
+                                            std::size_t longest_line = line_source::unlimited) noexcept;
+
 } // namespace kvr

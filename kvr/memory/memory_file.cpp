@@ -177,7 +177,7 @@ std::string KVR_MEMORY_FILE::get_data_word(unsigned int address, KVR_MEMORY_RADI
     // What is asked for most goes past the handlers, which would answer the same.
     const kvr::memory_state* memory = active();
     if (memory != nullptr && memory->holds_word_in(address, radix)) {
-        return memory->data_words.copy_of(address);
+        return std::string(memory->data_words[address]);
     }
     if (file_type == FILE_TYPE_HEX && hex_file) {
         return hex_file->get_hex_data_word(address, radix);

@@ -1,11 +1,11 @@
 #include "kvr/memory/mif_ordinary_lines.h"
 
+#include "kvr/memory/line_source.h"
 #include "kvr/memory/mif_line.h"
+#include "kvr/numeric/digit_run.h"
 #include "kvr/numeric/digit_value.h"
-#include "kvr/numeric/eight_digits.h"
 
 #include <algorithm>
-#include <bit>
 #include <cstring>
 
 namespace kvr {
@@ -13,11 +13,14 @@ namespace kvr {
 namespace {
 
 /// Bytes behind a line that may be looked at, but not used, where digits are read eight at a time.
-constexpr std::size_t slack = 64;
+constexpr std::size_t slack_of_lines = 64;
 
 /// A value up to this length is expected again in the next line.
 constexpr std::size_t longest_expected = 32;
-static_assert(slack >= predicted_address::readable + longest_expected + 8);
+static_assert(slack_of_lines >= predicted_address::readable + longest_expected + 8);
+
+/// Where lines differ in length, it is not worth trying to read them together.
+constexpr std::uint32_t lines_before_next_try = 32;
 
 const char* skip_blanks(const char* at) noexcept {
     while (is_mif_blank(*at)) {
@@ -40,66 +43,12 @@ std::size_t safe_digits(unsigned base) noexcept {
     }
 }
 
-/// All bits below the lowest that is set in @p bits.
-constexpr std::uint64_t before_first(std::uint64_t bits) noexcept {
-    return (bits - 1) & ~bits;
-}
-
-struct value_of_digits {
-    const char* end;
-    bool has_lower_case;
-};
-
-/// skip_value_of_digits() for a value of eight digits or more, of which @p first_digit is the first.
-value_of_digits skip_long_value(const char* first_digit) noexcept {
-    std::uint64_t lower_case = 0;
-    for (const char* eight = first_digit;; eight += 8) {
-        const eight_classes classes = classes_of_eight(load_eight(eight));
-        if (classes.other != 0) {
-            lower_case |= classes.lower_case & before_first(classes.other);
-            return {eight + std::countr_zero(classes.other) / 8, lower_case != 0};
-        }
-        lower_case |= classes.lower_case;
-    }
-}
-
 /// Finds the end of the hexadecimal digits that begin at @p value, and of the "-" that may stand before
-/// them; @p value itself when there is no digit. Reads eight characters at a time.
-inline value_of_digits skip_value_of_digits(const char* value) noexcept {
+/// them; @p value itself when there is no digit.
+inline digit_run value_of_digits(const char* value) noexcept {
     const char* const first_digit = value + (*value == '-' ? 1 : 0);
-    const eight_classes classes = classes_of_eight(load_eight(first_digit));
-    if (classes.other == 0) {
-        return skip_long_value(first_digit);
-    }
-    const char* const end = first_digit + std::countr_zero(classes.other) / 8;
-    const bool has_lower_case = (classes.lower_case & before_first(classes.other)) != 0;
-    return {end != first_digit ? end : value, has_lower_case};
-}
-
-/// True when the @p length characters at @p value are hexadecimal digits, which is all that this asks: unlike
-/// skip_value_of_digits(), it lets the processor go on with what is behind them.
-inline bool are_digits(const char* value, std::size_t length, bool& has_lower_case) noexcept {
-    eight_classes found{};
-    std::size_t at = 0;
-    for (; at + 8 <= length; at += 8) {
-        const eight_classes classes = classes_of_eight(load_eight(value + at));
-        found.other |= classes.other;
-        found.lower_case |= classes.lower_case;
-    }
-    if (at < length) {
-        const std::uint64_t asked = (std::uint64_t{1} << (8 * (length - at))) - 1;
-        const eight_classes classes = classes_of_eight(load_eight(value + at));
-        found.other |= classes.other & asked;
-        found.lower_case |= classes.lower_case & asked;
-    }
-    has_lower_case = found.lower_case != 0;
-    return found.other == 0;
-}
-
-/// What precedes the values of the lines from the first on that end far enough before the end of @p lines to
-/// be read eight characters at a time.
-std::size_t size_before_slack(std::string_view lines) noexcept {
-    return lines.size() > slack ? lines.rfind('\n', lines.size() - slack - 1) + 1 : 0;
+    const digit_run digits = digits_from(first_digit);
+    return {digits.end != first_digit ? digits.end : value, digits.has_lower_case};
 }
 
 } // namespace
@@ -109,41 +58,84 @@ mif_ordinary_lines::amount mif_ordinary_lines::read(std::string_view lines, bool
     address_base = radix_base(memory.address_radix);
     const char* const begin = lines.data();
     lines_end = begin + lines.size();
-    const char* const eight_readable_end = begin + size_before_slack(lines);
+    const char* const eight_readable_end = begin + size_before_slack(lines, slack_of_lines, line_limit + 1);
     const char* at = begin;
     std::uint64_t count = 0;
-    try {
-        while (at != lines_end) {
-            const char* next = at < eight_readable_end ? read_line_as_predicted(at) : nullptr;
-            if (next == nullptr) {
-                next = read_line(at);
-            }
-            if (next == nullptr) {
-                break;
-            }
-            at = next;
-            ++count;
+    while (at != lines_end) {
+        if (lines_apart != 0) {
+            --lines_apart;
+        } else if (const std::uint64_t alike = read_lines_alike(at, eight_readable_end); alike != 0) {
+            count += alike;
+            continue;
         }
-    } catch (...) {
-        words.flush();
-        throw;
+        const char* next = at < eight_readable_end ? read_line_as_predicted(at) : nullptr;
+        if (next == nullptr) {
+            next = read_line(at);
+        }
+        if (next == nullptr) {
+            break;
+        }
+        at = next;
+        ++count;
     }
     words.flush();
     return {static_cast<std::size_t>(at - begin), count};
 }
 
+/// Reads lines that are as long as the line before, begin as was predicted and have a value as long as the
+/// one before, of hexadecimal digits, then ";" and LF. Answers with their number and moves @p line behind
+/// them; 0, having changed nothing, when the first is not like that. Assumes that the lines up to @p end can
+/// be read eight characters at a time.
+std::uint64_t mif_ordinary_lines::read_lines_alike(const char*& line, const char* const end) {
+    const std::uint64_t first = predicted.address();
+    const std::size_t line_size = predicted.size() + expected_length + 2;
+    if (line >= end || expected_length == 0 || first >= memory.number_of_words) {
+        return 0;
+    }
+    if (line[line_size - 1] != '\n') {
+        lines_apart = lines_before_next_try;
+        return 0;
+    }
+    const auto address = static_cast<std::uint32_t>(first);
+    const word_batch::word_room room = words.room_for_some(address, expected_length);
+    const std::size_t most = std::min<std::size_t>(
+        {predicted.lines_at_once(), static_cast<std::size_t>(end - line) / line_size,
+         memory.number_of_words - address, room.count, memory.address_set.count_free(address)});
+    const std::size_t length = expected_length;
+    char* place = room.place;
+    const std::size_t count = predicted.count_alike(line, line_size, most, [&](const char* value) {
+        bool has_lower_case = false;
+        if (value[length] != ';' || value[length + 1] != '\n' || !are_digits(value, length, has_lower_case)) {
+            return false;
+        }
+        copy_digits(value, length, has_lower_case, place);
+        place += length;
+        return true;
+    });
+    if (count == 0 || count < most) {
+        lines_apart = lines_before_next_try;
+    }
+    if (count != 0) {
+        memory.address_set.insert_run(address, static_cast<std::uint32_t>(count));
+        words.take(count);
+        predicted.advance(count);
+        line += count * line_size;
+    }
+    return count;
+}
+
 /// Reads a line that begins as was predicted and has values of hexadecimal digits only, "-" at the front
 /// allowed, and answers with what follows its LF; or with null, having changed nothing, for any other line.
-/// Assumes that the line ends at least `slack` before the end of the lines.
+/// Assumes that the line ends at least `slack_of_lines` before the end of the lines.
 const char* mif_ordinary_lines::read_line_as_predicted(const char* const begin) {
     if (!predicted.matches(begin)) {
         return nullptr;
     }
     const char* const value = begin + predicted.size();
-    value_of_digits read{value + expected_length, false};
+    digit_run read{value + expected_length, false};
     if (*read.end != ';' || expected_length == 0 ||
         !are_digits(value, expected_length, read.has_lower_case)) {
-        read = skip_value_of_digits(value);
+        read = value_of_digits(value);
         if (*read.end != ';' || read.end == value) {
             return read_values_as_predicted(begin);
         }
@@ -174,7 +166,7 @@ const char* mif_ordinary_lines::read_values_as_predicted(const char* const begin
     value_count = 0;
     while (*at != ';') {
         const char* const value = at;
-        const value_of_digits read = skip_value_of_digits(value);
+        const digit_run read = value_of_digits(value);
         has_lower_case = has_lower_case || read.has_lower_case;
         at = read.end;
         if (at == value || !(is_mif_blank(*at) || *at == ';') || value_count == values.size()) {
@@ -283,11 +275,8 @@ void mif_ordinary_lines::set_digits(std::uint32_t address, std::string_view valu
         words.set_apart(address, has_lower_case ? in_upper_case(value) : value);
         return;
     }
-    static_assert(word_batch::slack >= 8 && slack >= 8);
-    for (std::size_t at = 0; at < value.size(); at += 8) {
-        const std::uint64_t eight = load_eight(value.data() + at);
-        store_eight(has_lower_case ? kvr::in_upper_case(eight, classes_of_eight(eight)) : eight, place + at);
-    }
+    static_assert(word_batch::slack >= 8 && slack_of_lines >= 8);
+    copy_digits(value.data(), value.size(), has_lower_case, place);
 }
 
 /// @p value itself when it has no lower-case letter.

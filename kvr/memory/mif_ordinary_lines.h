@@ -34,6 +34,7 @@ public:
     amount read(std::string_view lines, bool with_comments);
 
 private:
+    std::uint64_t read_lines_alike(const char*& line, const char* end);
     const char* read_line(const char* begin);
     const char* read_line_as_predicted(const char* begin);
     const char* read_values_as_predicted(const char* begin);
@@ -52,6 +53,7 @@ private:
     const char* lines_end = nullptr;
     predicted_address predicted;
     std::size_t expected_length = 0; ///< of the value of a line with a single one; 0 when there is none
+    std::uint32_t lines_apart = 0;   ///< so many lines to come are read one by one
 
     // The line at hand.
     std::array<std::string_view, 256> values; ///< more than a line has room for

@@ -15,17 +15,10 @@ std::unique_ptr<std::uint8_t[]> filled(std::uint8_t value) {
 } // namespace
 
 packed_words::packed_words(std::uint32_t longest)
-    : chars(std::make_unique_for_overwrite<char[]>(std::size_t{longest} * page_words + short_text)),
+    : chars(std::make_unique_for_overwrite<char[]>(std::size_t{longest} * page_words)),
       padding(filled(absent)),
       stride(longest),
       incomplete(page_words) {}
-
-packed_words::packed_words(const char* texts, std::uint32_t length)
-    : chars(std::make_unique_for_overwrite<char[]>(std::size_t{length} * page_words)),
-      stride(length),
-      incomplete(0) {
-    std::memcpy(chars.get(), texts, std::size_t{length} * page_words);
-}
 
 bool packed_words::put_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
                                     std::uint32_t count) noexcept {

@@ -8,8 +8,8 @@
 #include <cstdint>
 #include <cstring>
 #include <memory>
-#include <string>
 #include <string_view>
+#include <utility>
 
 namespace kvr {
 
@@ -43,8 +43,11 @@ class packed_words {
 public:
     /// A page in which no word is set yet.
     explicit packed_words(std::uint32_t longest);
-    /// A page of the words in @p texts, all of them @p length characters long.
-    packed_words(const char* texts, std::uint32_t length);
+    /// The page of the words in @p texts, all of them @p length characters long.
+    packed_words(std::unique_ptr<char[]> texts, std::uint32_t length) noexcept
+        : chars(std::move(texts)),
+          stride(length),
+          incomplete(0) {}
 
     /// True when @p index is set.
     [[nodiscard]] bool has(std::uint32_t index) const noexcept {
@@ -59,9 +62,6 @@ public:
         const std::size_t length = padding == nullptr ? stride : stride - std::size_t{padding[index]};
         return {place(index), length};
     }
-
-    /// The same as a string.
-    [[nodiscard]] std::string copy_of(std::uint32_t index) const { return std::string((*this)[index]); }
 
     /// True when put() can take texts of @p length characters as things are.
     [[nodiscard]] bool accepts(std::size_t length) const noexcept {
@@ -109,18 +109,6 @@ public:
 
 private:
     static constexpr std::uint8_t absent = 255;
-
-    /// Characters that strings hold without memory of their own, in every common standard library. There are
-    /// as many behind the last place, for copy_of().
-    static constexpr std::size_t short_text = 15;
-
-    /// Copies a text that is one of ours in one length that fits all short ones, which costs less than a copy
-    /// that ends exactly.
-    [[nodiscard]] static std::string short_copy(std::string_view text) {
-        std::string copy(text.data(), short_text);
-        copy.resize(text.size());
-        return copy;
-    }
 
     [[nodiscard]] char* place(std::uint32_t index) const noexcept {
         return chars.get() + std::size_t{index} * stride;

@@ -2,35 +2,39 @@
 
 #include "kvr/memory/hex_record.h"
 #include "kvr/numeric/eight_digits.h"
+#include "kvr/numeric/sixteen_digits.h"
 
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace kvr {
 
-/// Adds the bytes of @p digits, an even number of characters from eight to 520, to @p sum. False when one of
-/// them is no hexadecimal digit.
-inline bool add_plain_bytes(std::string_view digits, std::uint32_t& sum) noexcept {
-    constexpr std::size_t step = 8;
-    std::uint64_t sums = 0; // 65 steps of 255 at most in each 16 bits
-    std::uint64_t other = 0;
-    const auto bytes_at = [&](std::size_t at) {
-        const std::uint64_t eight = load_eight(digits.data() + at);
-        other |= classes_of_eight(eight).other;
-        return four_bytes(eight);
-    };
-    std::size_t at = 0;
-    for (; at + step <= digits.size(); at += step) {
-        sums += bytes_at(at);
+/// The sum of the bytes that the @p count digits at @p digits, an even number, spell. Looks at up to
+/// fifteen characters more.
+inline sixteen_sum sum_of_plain_bytes(const char* digits, std::size_t count) noexcept {
+    sixteen_sum result{0, 0};
+    for (std::size_t at = 0; at < count; at += 16) {
+        const sixteen_sum part = sum_of_sixteen(digits + at, count - at < 16 ? count - at : 16);
+        result.other |= part.other;
+        result.sum += part.sum;
     }
-    if (at < digits.size()) {
-        // The last eight characters, of which the first ones are in the sums already.
-        const std::size_t counted = step - (digits.size() - at);
-        sums += bytes_at(digits.size() - step) >> (counted / 2 * 16);
+    return result;
+}
+
+/// The same where nothing behind the digits can be read.
+inline sixteen_sum sum_of_last_bytes(std::string_view digits) noexcept {
+    sixteen_sum result{0, 0};
+    while (!digits.empty()) {
+        std::array<char, 16> part{};
+        const std::size_t count = digits.copy(part.data(), part.size());
+        const sixteen_sum sum = sum_of_sixteen(part.data(), count);
+        result.other |= sum.other;
+        result.sum += sum.sum;
+        digits.remove_prefix(count);
     }
-    sum += sum_of_four(sums);
-    return other == 0;
+    return result;
 }
 
 /// Length of the line end at the front of @p text: 1 for LF, 2 for CR LF, 0 for anything else.
@@ -46,15 +50,21 @@ inline std::size_t line_end_size(std::string_view text) noexcept {
 /// known type and a valid checksum, and ends with LF or CR LF, without a blank in it. For every other line
 /// it answers 0 and leaves the verdict to the exact way; for such a line both give the same record.
 ///
+/// @param expected_bytes the record length that is likely. To be right about it is faster: the next record
+///                       need not wait for the digits of this one.
 /// @return number of bytes of the line with its LF, or 0; @p record is set only when it is not 0.
-[[nodiscard]] inline std::size_t take_plain_hex_record(std::string_view lines, hex_record& record) noexcept {
+[[nodiscard]] inline std::size_t take_plain_hex_record(std::string_view lines, hex_record& record,
+                                                       std::uint32_t expected_bytes = 0) noexcept {
     constexpr std::size_t shortest = 11; // the colon, eight digits of the header and two of the checksum
     if (lines.size() < shortest || lines.front() != ':') {
         return 0;
     }
     // Whether these are digits is tested with all the others.
     const std::uint64_t fields = four_bytes(load_eight(lines.data() + 1));
-    const auto data_bytes = static_cast<std::uint32_t>(fields & 0xFF);
+    std::uint32_t data_bytes = expected_bytes;
+    if ((fields & 0xFF) != expected_bytes) [[unlikely]] {
+        data_bytes = static_cast<std::uint32_t>(fields & 0xFF);
+    }
     const auto address = static_cast<std::uint32_t>((fields >> 16 & 0xFF) << 8 | (fields >> 32 & 0xFF));
     const auto type = static_cast<std::uint32_t>(fields >> 48);
     const std::size_t digits = shortest - 1 + 2 * std::size_t{data_bytes};
@@ -62,8 +72,9 @@ inline std::size_t line_end_size(std::string_view text) noexcept {
         return 0;
     }
     const std::string_view text(lines.data() + 1, digits);
-    std::uint32_t sum = 0;
-    if (!add_plain_bytes(text, sum) || (sum & 0xFF) != 0) {
+    const sixteen_sum bytes =
+        lines.size() > digits + 16 ? sum_of_plain_bytes(text.data(), digits) : sum_of_last_bytes(text);
+    if (bytes.other != 0 || (bytes.sum & 0xFF) != 0) {
         return 0;
     }
     const std::size_t line_end = line_end_size(lines.substr(1 + digits));

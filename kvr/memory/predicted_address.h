@@ -33,6 +33,33 @@ public:
     /// The length of what stands before the values of a line that matches.
     [[nodiscard]] std::size_t size() const noexcept { return length; }
 
+    /// The number of lines, at least one, that can be compared at once when the first matches: up to the next
+    /// line whose address differs in more than its last digit.
+    [[nodiscard]] std::uint64_t lines_at_once() const noexcept { return steps_left + 1; }
+
+    /// The number of lines from @p lines on, all of them @p line_size characters long and @p most at most (no
+    /// more than lines_at_once()), of which each matches, has one value, and has behind the prediction what
+    /// @p is_rest, which is called with that, accepts.
+    template <class IsRest>
+    [[nodiscard]] std::size_t count_alike(const char* lines, std::size_t line_size, std::size_t most,
+                                          IsRest is_rest) const {
+        std::array<std::uint64_t, readable / 8> now = words;
+        std::array<std::uint64_t, readable / 8> step{};
+        step[last_digit / 8] = std::uint64_t{1} << (last_digit % 8 * 8);
+        std::size_t count = 0;
+        for (const char* line = lines; count < most && length != 0; line += line_size, ++count) {
+            std::uint64_t different = 0;
+            for (std::size_t i = 0; i < now.size(); ++i) {
+                different |= (load_eight(line + 8 * i) ^ now[i]) & masks[i];
+                now[i] += step[i];
+            }
+            if (different != 0 || !is_rest(line + length)) {
+                break;
+            }
+        }
+        return count;
+    }
+
     /// Tells of a line that did not match: @p before is what stands before its values, @p digits are the
     /// digits of its address in it, in @p number_base, and the values are @p count.
     void learn(std::string_view before, std::string_view digits, unsigned number_base, std::uint64_t address,

@@ -67,7 +67,8 @@ std::uint64_t rif_address(std::string_view line) noexcept {
 
 rif_reader::rif_reader(rif_memory& target, read_observer* looking_on)
     : memory(target),
-      observer(looking_on) {}
+      observer(looking_on),
+      ordinary_lines(target.data_words) {}
 
 void rif_reader::read(line_source& source) {
     memory.file_not_found = !source.is_open();
@@ -85,15 +86,28 @@ void rif_reader::read(line_source& source) {
 /// Reads the lines that the source has ready. False when one of them ends the read.
 bool rif_reader::read_whole_lines(line_source& source) {
     const std::string_view lines = source.whole_lines();
-    std::size_t first = 0;
+    // An observer is told of every line, which takes the long way.
+    const std::string_view short_way =
+        lines.substr(0, observer == nullptr ? rif_ordinary_lines::readable_size(lines) : 0);
+    std::size_t first = read_ordinary_lines(short_way);
     bool go_on = true;
     while (go_on && first < lines.size()) {
         const std::size_t newline = lines.find('\n', first);
         go_on = read_line(without_carriage_return(lines.substr(first, newline - first), true));
         first = newline + 1;
+        if (go_on && first < short_way.size()) {
+            first += read_ordinary_lines(short_way.substr(first));
+        }
     }
     source.skip(first);
     return go_on;
+}
+
+/// Reads the lines at the front of @p lines that are ordinary, and answers with their length.
+std::size_t rif_reader::read_ordinary_lines(std::string_view lines) {
+    const rif_ordinary_lines::amount read = ordinary_lines.read(lines, address);
+    line_number += read.lines;
+    return read.bytes;
 }
 
 bool rif_reader::read_line(std::string_view line) {

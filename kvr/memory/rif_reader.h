@@ -3,6 +3,7 @@
 #include "kvr/memory/line_source.h"
 #include "kvr/memory/read_fault.h"
 #include "kvr/memory/rif_memory.h"
+#include "kvr/memory/rif_ordinary_lines.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -38,6 +39,7 @@ public:
 
 private:
     bool read_whole_lines(line_source& source);
+    std::size_t read_ordinary_lines(std::string_view lines);
     bool read_line(std::string_view line);
     std::string_view upper_cased(std::string_view line);
     void read_address(std::string_view line);
@@ -50,6 +52,7 @@ private:
     std::uint64_t address = 0; ///< of the next word; wider than an address so that it never wraps
     std::uint64_t line_number = 0;
     std::string upper_line; ///< the line at hand, if it needs upper-casing
+    rif_ordinary_lines ordinary_lines;
 };
 
 } // namespace kvr

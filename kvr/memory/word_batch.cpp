@@ -2,13 +2,12 @@
 
 #include <algorithm>
 #include <cstring>
-#include <utility>
 
 namespace kvr {
 
 namespace {
 
-/// Longer words would leave room for too few of them.
+/// Longer words are not packed.
 constexpr std::size_t longest_gathered = 256;
 
 // To gather is more work than it saves where the lengths differ or the addresses jump.
@@ -16,6 +15,14 @@ constexpr std::size_t least_words_worth_gathering = 8;
 constexpr std::uint32_t words_set_apart = 32;
 
 } // namespace
+
+word_batch::~word_batch() {
+    try {
+        flush();
+    } catch (...) {
+        // The exception that ends the batch tells the caller.
+    }
+}
 
 void word_batch::set_side_by_side(std::uint32_t first, std::string_view all, std::size_t length) {
     while (!all.empty()) {
@@ -37,13 +44,14 @@ void word_batch::set_side_by_side(std::uint32_t first, std::string_view all, std
 }
 
 void word_batch::flush() {
-    const std::string_view gathered(texts.data(), std::exchange(used, 0));
-    const std::uint64_t end = std::exchange(next, no_address);
-    limit = 0;
-    if (!gathered.empty()) {
-        const std::uint64_t first = end - gathered.size() / word_length;
-        words->set_side_by_side(static_cast<std::uint32_t>(first), gathered, word_length);
+    const std::size_t count = used != 0 ? used / word_length : 0;
+    const auto first = static_cast<std::uint32_t>(next - count);
+    if (count == page_words) {
+        words->set_page(first, texts, word_length);
+    } else if (count != 0) {
+        words->set_side_by_side(first, {texts.get(), used}, word_length);
     }
+    drop();
 }
 
 /// Makes room for words of @p length from @p address on; false when such words are not gathered.
@@ -59,11 +67,15 @@ bool word_batch::begin(std::uint32_t address, std::size_t length) {
     if (length == 0 || length > longest_gathered) {
         return false;
     }
-    const std::size_t room =
-        std::min<std::size_t>(page_words - address % page_words, (texts.size() - slack) / length);
+    // A page is given to the store as it is, so there must be no more room than it takes.
+    const bool may_become_page = address % page_words == 0;
+    if (texts == nullptr || length > length_in_texts || (may_become_page && length != length_in_texts)) {
+        texts = std::make_unique_for_overwrite<char[]>(length * page_words + slack);
+        length_in_texts = length;
+    }
     next = address;
     word_length = length;
-    limit = room * length;
+    limit = (page_words - address % page_words) * length;
     return true;
 }
 

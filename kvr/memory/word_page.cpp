@@ -47,8 +47,8 @@ bool word_page::is_best_packed(const char* texts, std::size_t length) noexcept {
     return runs > most_pieces;
 }
 
-void word_page::pack(const char* texts, std::size_t length) {
-    form = packed_words(texts, static_cast<std::uint32_t>(length));
+void word_page::pack(std::unique_ptr<char[]> texts, std::size_t length) noexcept {
+    form = packed_words(std::move(texts), static_cast<std::uint32_t>(length));
 }
 
 std::string_view word_page::find(std::uint32_t index) const noexcept {

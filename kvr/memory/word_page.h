@@ -35,12 +35,6 @@ public:
         return packed != nullptr && packed->has(index) ? (*packed)[index] : find(index);
     }
 
-    /// The same as a string.
-    [[nodiscard]] std::string copy_of(std::uint32_t index) const {
-        const auto* packed = std::get_if<packed_words>(&form);
-        return packed != nullptr && packed->has(index) ? packed->copy_of(index) : std::string(find(index));
-    }
-
     /// The words from @p index on that stand side by side as words of one length; none if that is not how
     /// the page keeps them.
     [[nodiscard]] word_row row_at(std::uint32_t index) const noexcept {
@@ -71,8 +65,8 @@ public:
     /// True when all words of a page that are @p texts, each @p length characters long, are best kept side
     /// by side, and not as a few pieces.
     [[nodiscard]] static bool is_best_packed(const char* texts, std::size_t length) noexcept;
-    /// Sets all words of the page to @p texts, which are best packed. Every word is as before when it throws.
-    void pack(const char* texts, std::size_t length);
+    /// Sets all words of the page to @p texts, which are best packed.
+    void pack(std::unique_ptr<char[]> texts, std::size_t length) noexcept;
 
     /// Sets the word at @p index. True when it is worth asking whole() now. Every word is as before when
     /// it throws.

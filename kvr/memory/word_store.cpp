@@ -66,16 +66,20 @@ void word_store::set_side_by_side(std::uint32_t first, std::string_view texts, s
     while (!texts.empty()) {
         const std::size_t count =
             std::min<std::size_t>(texts.size() / length, page_words - first % page_words);
-        const std::string_view in_page = texts.substr(0, count * length);
-        if (count == page_words && word_page::is_best_packed(in_page.data(), length)) {
-            found_page = &page_at(root_of(first), first);
-            found_number = first / page_words;
-            found_page->pack(in_page.data(), length);
-        } else {
-            set_in_page(first, in_page, length);
-        }
-        texts.remove_prefix(in_page.size());
+        set_in_page(first, texts.substr(0, count * length), length);
+        texts.remove_prefix(count * length);
         first += static_cast<std::uint32_t>(count);
+    }
+}
+
+void word_store::set_page(std::uint32_t first, std::unique_ptr<char[]>& texts, std::size_t length) {
+    assert(first % page_words == 0 && length > 0);
+    if (word_page::is_best_packed(texts.get(), length)) {
+        found_page = &page_at(root_of(first), first);
+        found_number = first / page_words;
+        found_page->pack(std::move(texts), length);
+    } else {
+        set_in_page(first, {texts.get(), page_words * length}, length);
     }
 }
 

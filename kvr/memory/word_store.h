@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <functional>
 #include <limits>
+#include <memory>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -54,13 +55,6 @@ public:
         return is_in_found_page(address) ? (*found_page)[address % page_words] : find(address);
     }
 
-    /// The same as a string.
-    [[nodiscard]] std::string copy_of(std::uint32_t address) const {
-        assert(address < word_count);
-        return is_in_found_page(address) ? found_page->copy_of(address % page_words)
-                                         : std::string(find(address));
-    }
-
     /// Replaces the text of the word at @p address, which must be below size().
     void set(std::uint32_t address, std::string_view text) {
         assert(address < word_count);
@@ -72,6 +66,10 @@ public:
     /// Sets the words from @p first on to @p texts in order, which stand side by side, @p length characters
     /// each (at least one). The last address must be below size(). Does what set() does for each of them.
     void set_side_by_side(std::uint32_t first, std::string_view texts, std::size_t length);
+
+    /// The same for the words of a whole page (`page_words`, the first address a multiple of it). The page
+    /// may keep @p texts for good, which are then gone.
+    void set_page(std::uint32_t first, std::unique_ptr<char[]>& texts, std::size_t length);
 
     /// Sets the words from @p first to @p last (inclusive, below size()) to @p values in order, starting
     /// again with the first value when they are used up. @p values must not be empty; values beyond the

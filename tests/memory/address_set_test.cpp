@@ -91,4 +91,28 @@ TEST(AddressSet, InsertionThatFailsLeavesTheSetAsItWas) {
     }
 }
 
+TEST(AddressSet, FreeNeighboursAreCountedAndInsertedTogether) {
+    std::mt19937 random(3);
+    address_set addresses;
+    std::set<std::uint32_t> model;
+    for (int i = 0; i < 20000; ++i) {
+        const auto address = static_cast<std::uint32_t>(random() % 10000);
+        const std::uint32_t count = addresses.count_free(address);
+        EXPECT_EQ(count == 0, model.count(address) != 0) << address;
+        for (std::uint32_t free = 0; free < count; ++free) {
+            ASSERT_EQ(model.count(address + free), 0U) << address;
+        }
+        if (count != 0 && random() % 4 == 0) {
+            const auto inserted = static_cast<std::uint32_t>(1 + random() % count);
+            addresses.insert_run(address, inserted);
+            for (std::uint32_t each = 0; each < inserted; ++each) {
+                model.insert(address + each);
+            }
+        }
+    }
+    for (std::uint32_t address = 0; address < 10100; ++address) {
+        EXPECT_EQ(addresses.contains(address), model.count(address) != 0) << address;
+    }
+}
+
 } // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "tests/memory/number_text.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <random>
@@ -10,11 +12,7 @@ namespace kvr_test {
 
 /// Digits of @p value in base 16, at least @p width of them.
 inline std::string hex_digits(std::uint64_t value, std::size_t width, bool upper = true) {
-    std::string digits;
-    for (; value != 0 || digits.size() < width; value /= 16) {
-        digits.insert(digits.begin(), (upper ? "0123456789ABCDEF" : "0123456789abcdef")[value % 16]);
-    }
-    return digits;
+    return number_text(value, 16, width, upper);
 }
 
 /// A record line, with its colon and without a line end, that has a valid checksum.
@@ -77,8 +75,11 @@ public:
 
 private:
     std::string record(unsigned type) {
+        // Drawn one after the other: compilers differ in the order in which they work out arguments.
         const std::size_t bytes = below(8) == 0 ? below(256) : below(9);
-        return hex_record_line(type, static_cast<unsigned>(below(65536)), digits(2 * bytes), below(2) == 0);
+        const auto address = static_cast<unsigned>(below(65536));
+        const std::string data = digits(2 * bytes);
+        return hex_record_line(type, address, data, below(2) == 0);
     }
 
     std::mt19937 numbers;

@@ -607,4 +607,17 @@ TEST(LineSourceReads, FailureOfAPipeIsKnownFromTheStart) {
 
 #endif
 
+TEST(SizeBeforeSlack, CountsTheLinesThatEndBeforeIt) {
+    EXPECT_EQ(kvr::size_before_slack("", 4), 0U);
+    EXPECT_EQ(kvr::size_before_slack("abc\n", 4), 0U);
+    EXPECT_EQ(kvr::size_before_slack("abc\nabc\n", 4), 4U);
+    EXPECT_EQ(kvr::size_before_slack("abc\nab\n", 4), 0U);
+    EXPECT_EQ(kvr::size_before_slack("a\nb\nc\n", 4), 2U);
+}
+
+TEST(SizeBeforeSlack, LooksAtNoMoreThanTheLongestLine) {
+    EXPECT_EQ(kvr::size_before_slack("abc\nabcd\nab\n", 5, 4), 4U);
+    EXPECT_EQ(kvr::size_before_slack("abc\nabcd\nab\n", 5, 3), 0U);
+}
+
 } // namespace

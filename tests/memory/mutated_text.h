@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvr_test {
+
+/// Changes regular texts a little, here and there: what a reader that expects the regular must not overlook.
+class text_mutator {
+public:
+    /// @param alphabet what is put into the texts.
+    text_mutator(std::mt19937& random_numbers, std::string_view alphabet)
+        : random(random_numbers),
+          characters(alphabet) {}
+
+    /// Mutates @p text at @p count places.
+    void mutate(std::string& text, std::size_t count) {
+        for (std::size_t i = 0; i < count && !text.empty(); ++i) {
+            const std::size_t at = below(text.size());
+            switch (below(6)) {
+            case 0:
+            case 1:
+                text[at] = character();
+                break;
+            case 2:
+                text.insert(at, 1, character());
+                break;
+            case 3:
+                text.erase(at, 1 + below(3));
+                break;
+            case 4:
+                repeat_line(text, at);
+                break;
+            default:
+                text[at] = text[below(text.size())];
+                break;
+            }
+        }
+    }
+
+    [[nodiscard]] std::size_t below(std::size_t end) { return random() % end; }
+
+private:
+    char character() { return characters[below(characters.size())]; }
+
+    static void repeat_line(std::string& text, std::size_t at) {
+        const std::size_t begin = at == 0 ? 0 : text.rfind('\n', at - 1) + 1;
+        const std::size_t end = text.find('\n', at);
+        if (end != text.npos) {
+            text.insert(begin, text.substr(begin, end + 1 - begin));
+        }
+    }
+
+    std::mt19937& random;
+    std::string_view characters;
+};
+
+/// The characters of @p text in memory that ends right behind them, so that a sanitizer sees who reads on.
+inline std::vector<char> exactly(std::string_view text) {
+    return {text.begin(), text.end()};
+}
+
+} // namespace kvr_test
