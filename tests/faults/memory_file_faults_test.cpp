@@ -207,9 +207,10 @@ void huge_mif_file(memory_trial& trial) {
 }
 
 void hex_file(memory_trial& trial) {
+    // The offset of one read is the first of the next: a file that says its first one reads the same again.
     file_of(trial, FILE_TYPE_HEX,
-            long_text + "\n:0100000001FE\n:0100010002FC\n:020000040001F9\n:01000000AA55\n"
-                        ":020000021000EC\n:02000000 0102FB\n:00000001FF\n");
+            long_text + "\n:020000040000FA\n:0100000001FE\n:0100010002FC\n:020000040001F9\n:01000000AA55\n" +
+                ":020000021000EC\n:02000000 0102FB\n:00000001FF\n");
 }
 
 void regular_hex_file(memory_trial& trial) {
