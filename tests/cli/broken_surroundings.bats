@@ -1,0 +1,129 @@
+# Full disks, closed streams, folders that may not be written, inputs and outputs that come and go in pieces.
+
+setup() {
+    bats_require_minimum_version 1.5.0
+    cd "$BATS_TEST_TMPDIR" || return
+    mkdir box
+    printf 'WIDTH=8;\nDEPTH=16;\nCONTENT BEGIN\n[0..F] : 41;\nEND;\n' >box/in.mif
+    printf 'WIDTH=8;\nDEPTH=16;\nCONTENT BEGIN\n[0..F] : 41\nEND;\n' >box/broken.mif
+    cp -a box before
+    cd box || return
+}
+
+# The commands that write to standard output, one a line.
+printing_commands() {
+    cat <<'END'
+info in.mif
+info --json in.mif
+dump in.mif
+get in.mif 0..15
+check broken.mif
+check --json broken.mif
+diff in.mif broken.mif
+diff --json in.mif broken.mif
+convert in.mif - --to rif
+set in.mif -o - 1=2
+fill in.mif -o - 1..2=3
+new - --to mif --width 8 --depth 4
+plot in.mif
+plot in.mif -o -
+radix 5 --width 8
+--help
+--version
+--generate man
+END
+}
+
+# Fails unless the folder is as it was.
+nothing_changed() {
+    diff -r ../before .
+}
+
+@test "a full standard output is told, by every command" {
+    while read -r words; do
+        status=0
+        # shellcheck disable=SC2086
+        "$KVRMEM" $words >/dev/full 2>../messages || status=$?
+        echo "$words: $status"
+        [ "$status" -eq 3 ] || [ "$words" = "diff in.mif broken.mif" ] || [ "$words" = "diff --json in.mif broken.mif" ]
+        [ "$status" -ge 2 ]
+        [ -s ../messages ]
+    done < <(printing_commands)
+    nothing_changed
+}
+
+@test "a closed standard output is told, by every command" {
+    while read -r words; do
+        status=0
+        # shellcheck disable=SC2086
+        "$KVRMEM" $words >&- 2>../messages || status=$?
+        echo "$words: $status"
+        [ "$status" -eq 3 ] || [ "$words" = "diff in.mif broken.mif" ] || [ "$words" = "diff --json in.mif broken.mif" ]
+        [ "$status" -ge 2 ]
+        [ -s ../messages ]
+    done < <(printing_commands)
+    nothing_changed
+}
+
+@test "no message gets into a file when standard error is closed" {
+    "$KVRMEM" set in.mif 1=2 2>../expected
+    cp in.mif ../expected.mif
+    cp ../before/in.mif in.mif
+    "$KVRMEM" set in.mif 1=2 2>&-
+    cmp in.mif ../expected.mif
+    "$KVRMEM" convert in.mif out.hex 2>&-
+    "$KVRMEM" convert in.mif ../out.hex
+    cmp out.hex ../out.hex
+    "$KVRMEM" convert out.hex out.mif >&- 2>&- <&-
+    "$KVRMEM" convert out.hex ../out.mif
+    cmp out.mif ../out.mif
+}
+
+@test "a closed standard input is told" {
+    run -3 "$KVRMEM" info - --from mif <&-
+    [ "$output" = "kvrmem: standard input: cannot be read: Bad file descriptor" ]
+}
+
+@test "a folder that may not be written keeps its files" {
+    if [ "$(id -u)" -eq 0 ]; then
+        # Nothing is forbidden to root: somebody else tries.
+        chmod 755 "$BATS_TEST_TMPDIR"
+        cp "$KVRMEM" ../kvrmem
+        as_nobody=(setpriv --reuid=65534 --regid=65534 --clear-groups)
+        "${as_nobody[@]}" test -x ../kvrmem || skip "nobody may look into the folder of the test"
+    else
+        cp "$KVRMEM" ../kvrmem
+        chmod 555 .
+        as_nobody=()
+    fi
+    for words in "set in.mif 1=2" "fill in.mif 1..2=3" "convert in.mif out.hex" "check --fix -o out.mif broken.mif" \
+        "new out.rif --width 8 --depth 4" "plot in.mif -o out.svg"; do
+        # shellcheck disable=SC2086
+        run -3 "${as_nobody[@]}" ../kvrmem $words
+        [ -n "$output" ]
+    done
+    nothing_changed
+    chmod 755 .
+}
+
+@test "an input that comes byte by byte is read as one" {
+    head -c 400 <"$KVR_SOURCE/examples/two_pages_16bit.hex" >../in.hex
+    printf ':00000001FF\n' >>../in.hex
+    "$KVRMEM" dump ../in.hex --width 16 >../expected || true
+    for file in "../in.hex hex" "in.mif mif"; do
+        # shellcheck disable=SC2086
+        set -- $file
+        "$KVRMEM" info "$1" --width 16 --from "$2" >../expected 2>&1 || true
+        dd if="$1" bs=1 2>/dev/null | "$KVRMEM" info - --width 16 --from "$2" >../actual 2>&1 || true
+        diff <(sed "s|$1|standard input|" ../expected) ../actual
+    done
+}
+
+@test "a disk that is full in the middle of a file keeps the old file" {
+    printf 'old\n' >out.mif
+    cp out.mif ../before
+    # The system writes what still fits, and then fails: the signal for that is ignored.
+    run -3 bash -c "trap '' XFSZ; ulimit -f 64; '$KVRMEM' new out.mif --force --width 8 --depth 0xFFFFF --no-runs"
+    [ "$output" = "kvrmem: out.mif: cannot be written: File too large" ]
+    nothing_changed
+}
