@@ -3,17 +3,15 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
-#include <limits>
-#include <stdexcept>
 #include <utility>
 
 namespace kvr {
 
-namespace {
-
-constexpr std::size_t most_empties = std::numeric_limits<std::uint32_t>::max();
-
-} // namespace
+std::string_view comment_store::entry::text() const noexcept {
+    // It was made from this very pointer.
+    // NOLINTNEXTLINE(performance-no-int-to-ptr)
+    return is_gap() ? std::string_view() : text_arena::text_at(reinterpret_cast<const char*>(value));
+}
 
 /// Entries in a window that can grow at both ends.
 class comment_store::segment {
@@ -26,11 +24,11 @@ public:
     explicit segment(std::uint32_t position) noexcept : begin(position), end(position) {}
 
     [[nodiscard]] std::uint32_t size() const noexcept { return end - begin; }
-    [[nodiscard]] bool full() const noexcept { return size() == capacity; }
+    [[nodiscard]] std::uint32_t room() const noexcept { return capacity - size(); }
     [[nodiscard]] entry& operator[](std::uint32_t index) noexcept { return window()[index]; }
 
     /// Inserts before the entry @p index, moving the fewer entries if there is room on that side.
-    void insert(std::uint32_t index, const entry& added) noexcept {
+    void insert(std::uint32_t index, entry added) noexcept {
         const bool nearer_front = index < size() - index;
         if (begin > 0 && (nearer_front || end == capacity)) {
             std::copy_n(window(), index, window() - 1);
@@ -77,19 +75,17 @@ void comment_store::clear() noexcept {
     found = {};
 }
 
-std::string_view comment_store::operator[](std::size_t index) const noexcept {
+std::string_view comment_store::operator[](std::uint64_t index) const noexcept {
     assert(index < size());
     if (index >= listed) {
         return {};
     }
     found = place_of(index);
-    const entry& here = (*segments[found.segment].entries)[found.entry];
-    return index == found.first + here.empties ? std::string_view(here.text, here.length)
-                                               : std::string_view();
+    return (*segments[found.segment].entries)[found.entry].text();
 }
 
 /// The entry that stands for the comment at @p index, below `listed`.
-comment_store::cursor comment_store::place_of(std::size_t index) const noexcept {
+comment_store::cursor comment_store::place_of(std::uint64_t index) const noexcept {
     cursor place = found;
     if (index < place.first) {
         while (index < place.segment_first) {
@@ -114,8 +110,8 @@ comment_store::cursor comment_store::place_of(std::size_t index) const noexcept 
 }
 
 void comment_store::push_front(std::string_view text) {
-    const entry added = kept(text, 0);
-    if (segments.empty() || segments.front().entries->full()) {
+    const entry added = kept(text);
+    if (segments.empty() || segments.front().entries->room() == 0) {
         segments.push_front({0, std::make_unique<segment>(segment::capacity)});
     }
     segments.front().entries->insert(0, added);
@@ -124,13 +120,13 @@ void comment_store::push_front(std::string_view text) {
     found = {};
 }
 
-void comment_store::append_empty_up_to(std::size_t size) {
+void comment_store::append_empty_up_to(std::uint64_t size) {
     if (size > this->size()) {
         empties_behind = size - listed;
     }
 }
 
-void comment_store::insert(std::size_t index, std::string_view text) {
+void comment_store::insert(std::uint64_t index, std::string_view text) {
     assert(index <= size());
     if (index < listed) {
         insert_between(index, text);
@@ -139,52 +135,57 @@ void comment_store::insert(std::size_t index, std::string_view text) {
     }
 }
 
-void comment_store::insert_between(std::size_t index, std::string_view text) {
+void comment_store::insert_between(std::uint64_t index, std::string_view text) {
+    const entry added = kept(text);
     cursor next = place_of(index);
-    const entry added = kept(text, index - next.first);
-    if (is_full(next.segment) && next.entry > 0) {
+    if (!has_room_for_two(next.segment) && next.entry > 0) {
         split(next);
     }
-    const cursor place = room_before(next);
-    segment_slot& from = segments[next.segment];
-    (*from.entries)[next.entry].empties -= added.empties;
-    from.comments -= added.empties;
-    segment_slot& to = segments[place.segment];
-    to.entries->insert(place.entry, added);
-    to.comments += added.comments();
+    cursor place = room_before(next);
+    if (const std::uint64_t before = index - next.first; before > 0) {
+        segment_slot& from = segments[next.segment];
+        entry& gap = (*from.entries)[next.entry];
+        gap = entry::gap(gap.comments() - before);
+        from.comments -= before;
+        insert(place, entry::gap(before));
+        ++place.entry;
+        place.first = index;
+    }
+    insert(place, added);
     ++listed;
     found = place;
 }
 
-void comment_store::insert_behind(std::size_t index, std::string_view text) {
-    std::size_t empties = index - listed;
-    for (; empties > most_empties; empties -= most_empties + 1) {
-        append({"", 0, std::numeric_limits<std::uint32_t>::max()});
-        empties_behind -= most_empties + 1;
-    }
-    append(kept(text, empties));
-    empties_behind -= empties;
-}
-
-comment_store::entry comment_store::kept(std::string_view text, std::size_t empties) {
-    if (text.size() > std::numeric_limits<std::uint32_t>::max()) {
-        throw std::length_error("kvr: the comment is too long");
-    }
-    return {texts.keep(text).data(), static_cast<std::uint32_t>(text.size()),
-            static_cast<std::uint32_t>(empties)};
-}
-
-void comment_store::append(const entry& added) {
-    if (segments.empty() || segments.back().entries->full()) {
+void comment_store::insert_behind(std::uint64_t index, std::string_view text) {
+    const entry added = kept(text);
+    if (segments.empty() || !has_room_for_two(segments.size() - 1)) {
         segments.push_back({0, std::make_unique<segment>(0)});
     }
+    if (const std::uint64_t before = index - listed; before > 0) {
+        append(entry::gap(before));
+        empties_behind -= before;
+    }
+    append(added);
+}
+
+comment_store::entry comment_store::kept(std::string_view text) {
+    return entry::text(texts.keep(text));
+}
+
+void comment_store::insert(const cursor& place, entry added) noexcept {
+    segment_slot& slot = segments[place.segment];
+    slot.entries->insert(place.entry, added);
+    slot.comments += added.comments();
+}
+
+void comment_store::append(entry added) noexcept {
     segments.back().entries->insert(segments.back().entries->size(), added);
     segments.back().comments += added.comments();
     listed += added.comments();
 }
 
-bool comment_store::is_full(std::size_t number) const noexcept {
-    return segments[number].entries->full();
+bool comment_store::has_room_for_two(std::size_t number) const noexcept {
+    return segments[number].entries->room() >= 2;
 }
 
 /// Cuts the segment of @p place in two halves; @p place follows its entry.
@@ -205,14 +206,14 @@ void comment_store::split(cursor& place) {
     }
 }
 
-/// The place for an entry right before the one at @p next, which follows its entry. If the segment of
-/// @p next is full, the entry must be its first.
+/// A place with room for two entries right before the one at @p next, which follows its entry. If the segment
+/// of @p next has no such room, the entry must be its first.
 comment_store::cursor comment_store::room_before(cursor& next) {
     cursor place = next;
-    if (!is_full(next.segment)) {
+    if (has_room_for_two(next.segment)) {
         return place;
     }
-    if (next.segment > 0 && !is_full(next.segment - 1)) {
+    if (next.segment > 0 && has_room_for_two(next.segment - 1)) {
         --place.segment;
         place.segment_first -= segments[place.segment].comments;
         place.entry = segments[place.segment].entries->size();
@@ -239,9 +240,10 @@ void comment_store::assign(const std::deque<std::string>& comments) {
 void comment_store::copy_to(std::deque<std::string>& comments) const {
     for (const segment_slot& slot : segments) {
         for (std::uint32_t i = 0; i < slot.entries->size(); ++i) {
-            const entry& each = (*slot.entries)[i];
-            comments.resize(comments.size() + each.empties);
-            comments.emplace_back(each.text, each.length);
+            const entry each = (*slot.entries)[i];
+            for (std::uint64_t count = each.comments(); count > 0; --count) {
+                comments.emplace_back(each.text());
+            }
         }
     }
     comments.resize(comments.size() + empties_behind);

@@ -7,11 +7,14 @@
 
 namespace kvr {
 
-/// Keeps copies of texts side by side until all are given up at once.
+/// Keeps copies of texts side by side, each behind its length, until all are given up at once.
 class text_arena {
 public:
-    /// A copy of @p text that is valid until clear() or the destruction of the arena.
-    std::string_view keep(std::string_view text);
+    /// Keeps a copy of @p text until clear() or the destruction of the arena.
+    /// @return where it is, for text_at().
+    const char* keep(std::string_view text);
+    /// The text that keep() has put at @p place.
+    [[nodiscard]] static std::string_view text_at(const char* place) noexcept;
     void clear() noexcept;
     void swap(text_arena& other) noexcept;
 

@@ -129,6 +129,17 @@ std::string resize_digits(std::string_view text, unsigned bits, std::size_t widt
     return result;
 }
 
+/// The bits of the digits of a word that loses some at its top: @p size is below that of all digits.
+void write_low_bits_of_word(char* place, std::string_view text, unsigned bits, std::size_t size) {
+    text.remove_prefix(text.size() - digit_count(size, bits));
+    if (const std::size_t lost = text.size() * bits - size; lost > 0) {
+        const std::string top = grouped_radix_to_binary_string(text.substr(0, 1), static_cast<int>(bits));
+        place = std::copy(top.begin() + static_cast<std::ptrdiff_t>(lost), top.end(), place);
+        text.remove_prefix(1);
+    }
+    write_bits_of_digits(place, text, bits);
+}
+
 /// The bits of hexadecimal or octal digits of any kind, each by itself; the one at the top of the word may
 /// lose bits.
 void write_bits_of_word(std::string& output, std::string_view text, unsigned bits, unsigned int width) {
@@ -136,23 +147,27 @@ void write_bits_of_word(std::string& output, std::string_view text, unsigned bit
         write_bits_of_word(output, std::string(text), bits, width);
         return;
     }
-    if (width == 0) {
-        write_bits_of_digits(room_for(output, text.size() * bits), text, bits);
+    const std::size_t told = text.size() * bits;
+    const std::size_t size = width == 0 ? told : width;
+    char* place = room_for(output, size);
+    if (told > size) {
+        write_low_bits_of_word(place, text, bits, size);
         return;
     }
-    const std::size_t size = width;
-    const std::size_t kept = std::min(text.size(), digit_count(size, bits));
-    text.remove_prefix(text.size() - kept);
-    char* place = room_for(output, size);
-    if (kept * bits > size) {
-        const std::string top = grouped_radix_to_binary_string(text.substr(0, 1), static_cast<int>(bits));
-        const std::size_t lost = kept * bits - size;
-        place = std::copy(top.begin() + static_cast<std::ptrdiff_t>(lost), top.end(), place);
-        text.remove_prefix(1);
-    } else {
-        place = std::fill_n(place, size - kept * bits, '0');
+    write_bits_of_digits(std::fill_n(place, size - told, '0'), text, bits);
+}
+
+bool convert_plain_word(std::string& output, std::string_view text, KVR_MEMORY_RADIXES from,
+                        KVR_MEMORY_RADIXES to, unsigned int width) {
+    plain_word word;
+    if (!read_plain_word(word, text, from)) {
+        return false;
     }
-    write_bits_of_digits(place, text, bits);
+    if (width != 0) {
+        resize_plain_word(word, width);
+    }
+    write_plain_word(output, word, to);
+    return true;
 }
 
 } // namespace
@@ -168,6 +183,13 @@ std::string convert_word_through_binary_digits(const std::string& text, KVR_MEMO
 
 bool convert_word_directly(std::string& output, std::string_view text, KVR_MEMORY_RADIXES from,
                            KVR_MEMORY_RADIXES to, unsigned int width) {
+    if (to == RADIX_BIN) {
+        if (bits_per_digit(from) <= 1) {
+            return false;
+        }
+        write_bits_of_word(output, text, bits_per_digit(from), width);
+        return true;
+    }
     if (!is_decimal(to) && bits_per_digit(to) == 0) {
         return false;
     }
@@ -175,22 +197,7 @@ bool convert_word_directly(std::string& output, std::string_view text, KVR_MEMOR
         output = resize_digits(text, bits_per_digit(from), width);
         return true;
     }
-    if (to == RADIX_BIN && bits_per_digit(from) > 1) {
-        write_bits_of_word(output, text, bits_per_digit(from), width);
-        return true;
-    }
-    if (to == RADIX_BIN) {
-        return false;
-    }
-    plain_word word;
-    if (!read_plain_word(word, text, from)) {
-        return false;
-    }
-    if (width != 0) {
-        resize_plain_word(word, width);
-    }
-    write_plain_word(output, word, to);
-    return true;
+    return convert_plain_word(output, text, from, to, width);
 }
 
 } // namespace kvr

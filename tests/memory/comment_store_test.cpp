@@ -4,14 +4,10 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
-#include <cstdlib>
 #include <deque>
-#include <memory>
 #include <new>
 #include <random>
-#include <stdexcept>
 #include <string>
-#include <string_view>
 
 namespace {
 
@@ -137,23 +133,6 @@ TEST(CommentStore, GapsOfMoreThan32BitsKeepTheirLength) {
     EXPECT_EQ(comments[12884901889], "");
     EXPECT_EQ(comments[12884901890], "far");
     EXPECT_EQ(comments[12884901891], "");
-}
-
-TEST(CommentStore, TextOfFourGibibytesIsRefusedAndChangesNothing) {
-    constexpr std::size_t length = 4294967296;
-    const std::unique_ptr<char, decltype(&std::free)> text(static_cast<char*>(std::calloc(length, 1)),
-                                                           &std::free);
-    if (text == nullptr) {
-        GTEST_SKIP() << "no address space for the text";
-    }
-    const std::string_view too_long(text.get(), length);
-    comment_store comments;
-    comments.push_front("one");
-    comments.append_empty_up_to(3);
-    EXPECT_THROW(comments.push_front(too_long), std::length_error);
-    EXPECT_THROW(comments.insert(0, too_long), std::length_error);
-    EXPECT_THROW(comments.insert(2, too_long), std::length_error);
-    expect_equal(comments, {"one", "", ""});
 }
 
 TEST(CommentStore, ReadsBackwards) {

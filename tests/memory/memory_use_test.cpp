@@ -246,7 +246,7 @@ TEST(MemoryUse, CommentsPushedInFrontCostTheirCharactersAndLittleMore) {
         characters += text.size();
         comments.push_front(text);
     }
-    EXPECT_LE(allocation_meter::live(), characters + count * 18);
+    EXPECT_LE(allocation_meter::live(), characters + count * 10);
     EXPECT_EQ(comments.size(), count);
 }
 
