@@ -123,3 +123,20 @@ uses_it_through_add_subdirectory() { # [OPTION...]
     head -n 1 zsh/site-functions/_kvrmem | grep -qx '#compdef kvrmem'
     grep -q '^complete -c kvrmem' fish/vendor_completions.d/kvrmem.fish
 }
+
+@test "the documents are installed and find each other and the examples" {
+    cd "$first/static/share/doc/kvr"
+    [ -x examples/programs/stamp_build ]
+    [ -f docs/formats.md ]
+    links=0
+    for document in *.md docs/*.md examples/programs/*.md; do
+        while read -r target; do
+            links=$((links + 1))
+            case $target in
+            https:* | *kvr/*.h) ;; # headers are installed elsewhere
+            *) [ -e "$(dirname "$document")/$target" ] || { echo "$document: $target leads nowhere" && false; } ;;
+            esac
+        done < <(awk '/^```/ { code = !code } !code' "$document" | grep -o '\](\([^)#]*\)' | sed 's/^](//')
+    done
+    [ "$links" -gt 10 ]
+}
