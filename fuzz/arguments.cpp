@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
@@ -93,14 +94,31 @@ std::vector<std::string> words_in(std::string_view input) {
     return words;
 }
 
+bool is_digit(char character) {
+    return character >= '0' && character <= '9';
+}
+
+/// True for more than five digits in a row, and for a digit with a unit behind it.
+bool holds_large_number(std::string_view word) {
+    constexpr std::size_t most_digits = 5;
+    std::size_t digits = 0;
+    for (const char character : word) {
+        const bool counts =
+            is_digit(character) || (digits > 0 && std::isxdigit(static_cast<unsigned char>(character)) != 0);
+        if (digits > 0 && std::string_view("kKmMgG").find(character) != std::string_view::npos) {
+            return true;
+        }
+        digits = counts ? digits + 1 : 0;
+        if (digits > most_digits) {
+            return true;
+        }
+    }
+    return false;
+}
+
 /// A number of billions makes a command write as many words: that is what was asked for.
 bool asks_for_too_much(const std::vector<std::string>& words) {
-    constexpr std::ptrdiff_t most_digits = 5;
-    return std::any_of(words.begin(), words.end(), [](const std::string& word) {
-        const auto digits = std::count_if(
-            word.begin(), word.end(), [](unsigned char character) { return std::isxdigit(character) != 0; });
-        return digits > most_digits || word.find_first_of("kKmMgG") != word.npos;
-    });
+    return std::any_of(words.begin(), words.end(), holds_large_number);
 }
 
 /// getopt() remembers where it stood when a command line was refused; a new program would not.

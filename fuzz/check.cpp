@@ -83,8 +83,9 @@ void expect_in_file(const check_fault& fault, const check_source& source) {
     expect(!fault.message.empty() && *fault.code != '\0', "a fault says nothing");
     expect(fault.line <= source.line_count(), "a fault lies behind the last line");
     expect(fault.line != 0 || fault.column == 0, "a fault has a column and no line");
-    // A character that is missing has its place behind the line, before its line end.
-    expect(fault.column <= source.line(fault.line).size() + 2, "a fault lies behind its line");
+    // A character that is missing has its place behind the line.
+    expect(fault.line == 0 || fault.column <= source.line(fault.line).size() + 1,
+           "a fault lies behind its line");
     if (fault.mended) {
         expect(fault.mended->offset + fault.mended->removed <= source.text().size(),
                "a repair reaches beyond the file");

@@ -9,15 +9,14 @@ namespace kvr_fuzz {
 namespace {
 
 constexpr std::array targets = {
-    target{"mif_reader", try_mif_reader, "-max_len=4096"},
-    target{"hex_reader", try_hex_reader, "-max_len=4096"},
-    target{"rif_reader", try_rif_reader, "-max_len=4096"},
-    // The plain conversion takes the square of the length in time.
-    target{"radix_conversion", try_radix_conversion, "-max_len=600"},
-    target{"fixed_point", try_fixed_point, "-max_len=300"},
-    target{"tokenizer", try_tokenizer, "-max_len=300"},
+    target{"mif_reader", try_mif_reader, "-max_len=1024"},
+    target{"hex_reader", try_hex_reader, "-max_len=1024"},
+    target{"rif_reader", try_rif_reader, "-max_len=1024"},
+    target{"radix_conversion", try_radix_conversion, "-max_len=1500 -len_control=1000"},
+    target{"fixed_point", try_fixed_point, "-max_len=120"},
+    target{"tokenizer", try_tokenizer, "-max_len=120"},
     target{"list_file", try_list_file, "-max_len=1000"},
-    target{"generated_file", try_generated_file, "-max_len=9000"},
+    target{"generated_file", try_generated_file, "-max_len=9000 -len_control=1000"},
 };
 
 } // namespace

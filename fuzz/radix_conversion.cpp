@@ -9,6 +9,7 @@
 #include "kvr/numeric/exact_value.h"
 #include "tests/numeric/literal_radix_conversion.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <stdexcept>
@@ -99,6 +100,51 @@ void try_exact_conversion(const word_conversion& asked) {
     expect(bits == bits_again, "an exact word is another one in another radix");
 }
 
+/// The bits that the digit-by-digit conversion would work on.
+std::size_t bits_of_literal(const word_conversion& asked) {
+    const KVR_MEMORY_RADIXES from = all_radixes.at(asked.from);
+    const std::size_t digit_bits = from == RADIX_BIN ? 1 : from == RADIX_OCT ? 3 : 4;
+    return std::max<std::size_t>(asked.text.size() * digit_bits, asked.width);
+}
+
+/// Its decimal arithmetic takes the square of the length in time.
+bool takes_long(const word_conversion& asked) {
+    constexpr std::size_t few_bits = 200;
+    const auto is_decimal = [](KVR_MEMORY_RADIXES radix) { return radix == RADIX_DEC || radix == RADIX_UNS; };
+    return (is_decimal(all_radixes.at(asked.from)) || is_decimal(all_radixes.at(asked.to))) &&
+           bits_of_literal(asked) > few_bits;
+}
+
+std::string unsigned_text_of(const std::string& text, KVR_MEMORY_RADIXES from, KVR_MEMORY_RADIXES to) {
+    std::string output;
+    expect(kvr_radix_conversion(text, &output, from, to, 0), "a conversion between known radixes failed");
+    return output;
+}
+
+/// A number of any length, taken from the bits of the text, on its way to decimal and back.
+void try_long_decimal(const std::string& text) {
+    std::string bits;
+    for (const char character : text) {
+        bits += (static_cast<unsigned char>(character) & 1U) != 0 ? '1' : '0';
+        bits += (static_cast<unsigned char>(character) & 2U) != 0 ? '1' : '0';
+        bits += (static_cast<unsigned char>(character) & 4U) != 0 ? '1' : '0';
+    }
+    std::string decimal = unsigned_text_of(bits, RADIX_BIN, RADIX_UNS);
+    std::reverse(decimal.begin(), decimal.end()); // it comes out least significant digit first
+    bits.erase(0, std::min(bits.find('1'), bits.size() - 1));
+    expect(unsigned_text_of(decimal, RADIX_UNS, RADIX_BIN) == bits,
+           "a long number is another one in decimal");
+}
+
+void compare_with_literal(const word_conversion& asked) {
+    const auto from = static_cast<unsigned>(all_radixes.at(asked.from));
+    const auto to = static_cast<unsigned>(all_radixes.at(asked.to));
+    const outcome expected = literal_radix_conversion::convert(asked.text, from, to, asked.width);
+    expect(converted(asked) == expected, "the word is another one than digit by digit");
+    expect(converted_in_place(asked) == expected, "the word is another one when it is converted in place");
+    expect(bits_of(asked) == literal_bits_of(asked), "the bits are other ones than digit by digit");
+}
+
 } // namespace
 
 void try_radix_conversion(std::string_view input) {
@@ -109,12 +155,13 @@ void try_radix_conversion(std::string_view input) {
     const unsigned width = settings.number() + (settings.number() % 4) * 256;
     const word_conversion asked{from, to, width, std::string(settings.rest())};
 
-    const auto from_radix = static_cast<unsigned>(all_radixes.at(from));
-    const auto to_radix = static_cast<unsigned>(all_radixes.at(to));
-    const outcome expected = literal_radix_conversion::convert(asked.text, from_radix, to_radix, asked.width);
-    expect(converted(asked) == expected, "the word is another one than digit by digit");
-    expect(converted_in_place(asked) == expected, "the word is another one when it is converted in place");
-    expect(bits_of(asked) == literal_bits_of(asked), "the bits are other ones than digit by digit");
+    if (!takes_long(asked)) {
+        compare_with_literal(asked);
+    } else {
+        expect(converted(asked) == converted_in_place(asked),
+               "the word is another one when it is converted in place");
+        try_long_decimal(asked.text);
+    }
     try_exact_conversion(asked);
 }
 

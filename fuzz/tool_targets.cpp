@@ -9,7 +9,7 @@ namespace kvr_fuzz {
 namespace {
 
 constexpr std::array targets = {
-    target{"check", try_check, "-max_len=2048"},
+    target{"check", try_check, "-max_len=1024"},
     // What the tool says goes nowhere.
     target{"arguments", try_arguments, "-max_len=300 -close_fd_mask=3"},
 };
