@@ -130,11 +130,9 @@ void forget_options() {
 }
 
 int run(std::vector<std::string>& words) {
-    std::vector<char*> pointers;
-    for (std::string& word : words) {
-        pointers.push_back(word.data());
-    }
-    pointers.push_back(nullptr);
+    std::vector<char*> pointers(words.size() + 1);
+    std::transform(words.begin(), words.end(), pointers.begin(),
+                   [](std::string& word) { return word.data(); });
     forget_options();
     return kvrmem::run_program(static_cast<int>(words.size()), pointers.data());
 }

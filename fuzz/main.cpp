@@ -13,7 +13,7 @@
 
 extern "C" int LLVMFuzzerInitialize(int* count, char*** words);
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
-extern "C" const char* __asan_default_options();
+extern "C" const char* __asan_default_options(); // NOLINT(readability-identifier-naming): given
 
 namespace {
 
@@ -29,11 +29,11 @@ const kvr_fuzz::target* find_target(std::string_view name) {
 }
 
 [[noreturn]] void refuse(const std::string& name) {
-    std::fprintf(stderr, "%s is none of the targets:", name.c_str());
+    std::string message = name + " is none of the targets:";
     for (const kvr_fuzz::target& each : kvr_fuzz::all_targets()) {
-        std::fprintf(stderr, " %.*s", static_cast<int>(each.name.size()), each.name.data());
+        message += " " + std::string(each.name);
     }
-    std::fputs("\n", stderr);
+    static_cast<void>(std::fprintf(stderr, "%s\n", message.c_str()));
     std::exit(EXIT_FAILURE);
 }
 

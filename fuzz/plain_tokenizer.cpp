@@ -21,7 +21,7 @@ plain_token token_before_any_of(const std::string& text, const std::string& deli
 }
 
 plain_token token_before_whole(const std::string& text, const std::string& delimiter) {
-    const plain_token whole{text, "", ""};
+    plain_token whole{text, "", ""};
     if (delimiter.empty()) {
         return whole;
     }

@@ -123,7 +123,7 @@ std::string unsigned_text_of(const std::string& text, KVR_MEMORY_RADIXES from, K
 
 /// A number of any length, taken from the bits of the text, on its way to decimal and back.
 void try_long_decimal(const std::string& text) {
-    std::string bits;
+    std::string bits = "0";
     for (const char character : text) {
         bits += (static_cast<unsigned char>(character) & 1U) != 0 ? '1' : '0';
         bits += (static_cast<unsigned char>(character) & 2U) != 0 ? '1' : '0';

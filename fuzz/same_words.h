@@ -8,7 +8,7 @@
 namespace kvr_fuzz {
 
 /// So many runs of equal words are looked at: a line of two values that alternate makes a billion of them.
-inline constexpr int most_runs = 1000;
+inline constexpr int most_runs = 200;
 
 /// True when @p words are more than `most_runs` runs.
 inline bool has_many_runs(const kvr::word_store& words) {
