@@ -188,11 +188,12 @@ bool invalid_line(hex_memory& memory, const hex_read_stop& stop, const read_obse
     memory.invalid_line_number = static_cast<int>(stop.fault.line);
     memory.error_occurred = true;
     if (memory.error_state == ERROR_STATE_NONE) {
-        memory.error_state = ERROR_STATE_INVALID_LINE;
+        // The state comes last: with it set, a read that is tried again would keep the message to itself.
         if (observer == nullptr) {
             memory.report("Invalid line found in memory file.  Invalid line -- " + stop.line_text +
                           " -- found in file " + memory.file_name);
         }
+        memory.error_state = ERROR_STATE_INVALID_LINE;
     }
     return false;
 }

@@ -172,6 +172,26 @@ word_run word_store::run_at(std::uint32_t address) const noexcept {
     return {address, static_cast<std::uint32_t>(next - 1), text};
 }
 
+word_cycle word_store::cycle_at(std::uint32_t address) const noexcept {
+    assert(address < word_count);
+    if (is_in_found_page(address)) {
+        return {address, address, 0};
+    }
+    const word_leaf leaf = leaf_at(roots[address / root_words], address);
+    if (leaf.page != nullptr) {
+        return {address, address, 0};
+    }
+    std::uint32_t last = std::min(leaf.last, word_count - 1);
+    while (last < word_count - 1) {
+        const word_leaf next = leaf_at(roots[(last + 1) / root_words], last + 1);
+        if (next.texts != leaf.texts) {
+            break;
+        }
+        last = std::min(next.last, word_count - 1);
+    }
+    return {address, last, leaf.texts->period()};
+}
+
 word_row word_store::row_at(std::uint32_t address) const noexcept {
     assert(address < word_count);
     const word_page* page =
@@ -187,9 +207,10 @@ bool word_store::transform(const word_conversion& conversion, const row_test& ke
     }
     word_store made;
     made.resize(size(), {});
+    converted_pattern latest;
     for (std::uint64_t address = 0; address < size();) {
         const word_leaf leaf = leaf_at(roots[address / root_words], static_cast<std::uint32_t>(address));
-        if (!made.take_converted(leaf, conversion, keeps)) {
+        if (!made.take_converted(leaf, conversion, keeps, latest)) {
             return false;
         }
         address = std::uint64_t{leaf.last} + 1;
@@ -239,14 +260,17 @@ bool word_store::is_kept(const word_leaf& leaf, const word_conversion& conversio
 }
 
 /// Sets the words of @p leaf, which is another store's, to what @p conversion makes of them.
+/// One pattern over several leaves stays one.
 bool word_store::take_converted(const word_leaf& leaf, const word_conversion& conversion,
-                                const row_test& keeps) {
+                                const row_test& keeps, converted_pattern& latest) {
     if (leaf.page == nullptr) {
-        const pattern_ref texts = leaf.texts->converted(conversion);
-        if (texts) {
-            assign_range({leaf.first, leaf.last}, texts);
+        if (latest.from != leaf.texts) {
+            latest = {leaf.texts, leaf.texts->converted(conversion)};
         }
-        return static_cast<bool>(texts);
+        if (latest.made) {
+            assign_range({leaf.first, leaf.last}, latest.made);
+        }
+        return static_cast<bool>(latest.made);
     }
     const std::uint32_t end = std::min(leaf.last, size() - 1) - leaf.first + 1;
     std::string text;

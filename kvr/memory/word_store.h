@@ -21,6 +21,14 @@ struct word_run {
     std::string_view text; ///< valid until the store changes
 };
 
+/// A stretch of addresses over which words repeat: the words at an address and `period` addresses on are the
+/// same, as long as both lie in it.
+struct word_cycle {
+    std::uint32_t first;
+    std::uint32_t last;   ///< inclusive
+    std::uint32_t period; ///< 1 where all words are equal; 0 when no cycle is known
+};
+
 /// True when a conversion would leave each word of a row as it is.
 using row_test = std::function<bool(const word_row&)>;
 
@@ -81,6 +89,10 @@ public:
     /// not. Stretches that one fill or range set are skipped as a whole.
     [[nodiscard]] word_run run_at(std::uint32_t address) const noexcept;
 
+    /// The cycle that starts at @p address (below size()), where one fill or range set the words. It is found
+    /// without a look at them: words that were set one by one are none, and a cycle may go on behind it.
+    [[nodiscard]] word_cycle cycle_at(std::uint32_t address) const noexcept;
+
     /// The words from @p address (below size()) on that stand side by side as words of one length, none
     /// when they are not kept so. A row ends with its page at the latest, and the next row may begin right
     /// behind it. Unlike a run it costs nothing to find.
@@ -108,7 +120,12 @@ private:
     [[nodiscard]] bool is_kept(const word_conversion& conversion, const row_test& keeps) const;
     [[nodiscard]] bool is_kept(const word_leaf& leaf, const word_conversion& conversion,
                                const row_test& keeps) const;
-    bool take_converted(const word_leaf& leaf, const word_conversion& conversion, const row_test& keeps);
+    struct converted_pattern {
+        const word_pattern* from = nullptr;
+        pattern_ref made;
+    };
+    bool take_converted(const word_leaf& leaf, const word_conversion& conversion, const row_test& keeps,
+                        converted_pattern& latest);
 
     std::uint32_t word_count = 0;
     std::vector<word_root> roots;

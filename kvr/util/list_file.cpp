@@ -110,5 +110,5 @@ bool kvr_process_lst_file(const std::string& directory, const std::string& list_
     while (well_formed && lines.next(line, kvr::longest_list_line + 1)) {
         well_formed = kvr::process_line(line, reading);
     }
-    return well_formed;
+    return well_formed && !lines.failed();
 }

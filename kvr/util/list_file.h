@@ -21,8 +21,9 @@
 /// @param key_by_tdf_path the key is the path of the design file instead of the module's name.
 ///
 /// Entries with an equal key are overwritten, others stay.
-/// @return false if the file cannot be opened, and for a line of any other form or of 100 characters or
-///         more. Such a line ends the work; what the lines before it said stays in the maps.
+/// @return false if the file cannot be opened or not be read to its end, and for a line of any other form or
+///         of 100 characters or more. Such a line ends the work; what the lines before it said stays in the
+///         maps.
 /// @throws std::out_of_range for an empty @p directory.
 KVR_API bool kvr_process_lst_file(const std::string& directory, const std::string& list_file_name,
                                   KVR_STRING_MAP& library_map, KVR_STRING_MAP& origin_map,

@@ -6,6 +6,7 @@
 #include <string_view>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <utility>
 
 namespace kvr::platform {
 
@@ -120,7 +121,7 @@ std::string executable_path() {
 }
 
 struct directory::handle {
-    explicit handle(int opened) noexcept : descriptor(opened) {}
+    handle() noexcept = default;
     handle(const handle&) = delete;
     handle& operator=(const handle&) = delete;
     ~handle() {
@@ -129,7 +130,7 @@ struct directory::handle {
         }
     }
 
-    int descriptor; // negative for no directory: every call with it fails
+    int descriptor = -1; // negative for no directory: every call with it fails
 };
 
 directory::directory(std::unique_ptr<handle> subdirectory) noexcept : opened(std::move(subdirectory)) {}
@@ -137,13 +138,16 @@ directory::directory(directory&&) noexcept = default;
 directory& directory::operator=(directory&&) noexcept = default;
 directory::~directory() = default;
 
-directory::directory(const std::string& path)
-    : opened(std::make_unique<handle>(open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC))) {}
+// What closes a descriptor is there before the descriptor is.
+directory::directory(const std::string& path) : opened(std::make_unique<handle>()) {
+    opened->descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+}
 
 directory directory::subdirectory(const std::string& name) const {
-    const int descriptor =
+    auto below = std::make_unique<handle>();
+    below->descriptor =
         openat(opened->descriptor, name.c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
-    return directory(std::make_unique<handle>(descriptor));
+    return directory(std::move(below));
 }
 
 std::vector<directory_entry> directory::find(const std::string& wildcard) const {

@@ -93,6 +93,45 @@ TEST(WordStore, ResizingToTheSameSizeChangesNothing) {
     EXPECT_EQ(words_of(words), (std::vector<std::string>{"0", "A"}));
 }
 
+void expect_cycle(const kvr::word_cycle& cycle, std::uint32_t first, std::uint32_t last,
+                  std::uint32_t period) {
+    EXPECT_EQ(cycle.first, first);
+    EXPECT_EQ(cycle.last, last);
+    EXPECT_EQ(cycle.period, period);
+}
+
+TEST(WordStore, AFillOfSeveralValuesIsACycleToItsEnd) {
+    word_store words = store_of(4294967295U, "0");
+    words.fill(0, 4294967294U, {"A", "B", "C"});
+    expect_cycle(words.cycle_at(0), 0, 4294967294U, 3);
+    expect_cycle(words.cycle_at(4000000001U), 4000000001U, 4294967294U, 3);
+}
+
+TEST(WordStore, ACycleEndsBeforeThePageOfAWordThatWasSet) {
+    word_store words = store_of(10000000, "0");
+    words.fill(0, 9999999, {"A", "B", "C"});
+    words.set(5000000, "D");
+    expect_cycle(words.cycle_at(1), 1, 5000000 / 1024 * 1024 - 1, 3);
+    EXPECT_EQ(words.cycle_at(5000000).period, 0U);
+    expect_cycle(words.cycle_at((5000000 / 1024 + 1) * 1024), (5000000 / 1024 + 1) * 1024, 9999999, 3);
+}
+
+TEST(WordStore, EqualWordsAreACycleOfOne) {
+    const word_store words = store_of(10000000, "0");
+    expect_cycle(words.cycle_at(7), 7, 9999999, 1);
+}
+
+TEST(WordStore, AConvertedCycleStaysOne) {
+    word_store words = store_of(100000000, "0");
+    words.fill(0, 99999999, {"A", "B", "C"});
+    ASSERT_TRUE(words.transform([](std::string_view word, std::string& made) {
+        made.assign("0").append(word);
+        return true;
+    }));
+    expect_cycle(words.cycle_at(0), 0, 99999999, 3);
+    EXPECT_EQ(words[99999998], "0C");
+}
+
 TEST(WordStore, KeepsLettersLengthsAndEveryByte) {
     word_store words = store_of(5, "0");
     const std::array<std::string, 5> texts = {"", "aBc", "x\0y"s, "\xFF\x80", " "};

@@ -101,9 +101,14 @@ private:
         }
         return true;
     }
-    /// How many rows from @p row on, at least 1, hold one and the same word throughout: all of them are like
-    /// the row before, without a look at each.
+    /// How many rows from @p row on, at least 1, hold one and the same word throughout, or words that repeat
+    /// from row to row: all of them are like the row before, without a look at each.
     [[nodiscard]] std::uint64_t skip_like_rows(std::uint64_t row) const {
+        const kvr::word_cycle cycle = image.words.cycle_at(static_cast<std::uint32_t>(row));
+        if (cycle.period > 1 && columns % cycle.period == 0) {
+            return std::max<std::uint64_t>(
+                (std::min<std::uint64_t>(cycle.last, range.last) + 1 - row) / columns, 1);
+        }
         const kvr::word_run run = image.words.run_at(static_cast<std::uint32_t>(row));
         return std::max<std::uint64_t>((std::min<std::uint64_t>(run.last, range.last) + 1 - row) / columns,
                                        1);

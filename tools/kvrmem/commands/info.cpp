@@ -25,25 +25,50 @@ struct word_statistics {
     std::uint64_t most_frequent_count = 0;
 };
 
-word_statistics count_words(const kvr::word_store& words) {
-    word_statistics statistics;
-    std::unordered_map<std::string, std::uint64_t> counts;
-    std::string text;
-    for_each_run(words, [&](const kvr::word_run& run) {
-        if (run.text.empty()) {
+class word_counter {
+public:
+    /// Counts @p length equal words that follow those counted before, all of that @p times.
+    void take(std::string_view word, std::uint64_t length, std::uint64_t times = 1) {
+        const bool begins_run = word != text;
+        text.assign(word);
+        if (text.empty()) {
             return;
         }
-        ++statistics.runs;
-        statistics.set += length_of(run);
-        text.assign(run.text);
-        const std::uint64_t count = counts[text] += length_of(run);
+        statistics.runs += begins_run ? times : 0;
+        statistics.set += length * times;
+        const std::uint64_t count = counts[text] += length * times;
         if (count > statistics.most_frequent_count) {
             statistics.most_frequent_count = count;
             statistics.most_frequent = text;
         }
-    });
-    statistics.distinct = counts.size();
-    return statistics;
+    }
+
+    [[nodiscard]] word_statistics result() {
+        statistics.distinct = counts.size();
+        return statistics;
+    }
+
+private:
+    word_statistics statistics;
+    std::unordered_map<std::string, std::uint64_t> counts;
+    std::string text; ///< of the word before
+};
+
+word_statistics count_words(const kvr::word_store& words) {
+    word_counter counter;
+    const auto take_cycle = [&](const kvr::word_cycle& cycle) {
+        // The first turn follows other words; all others follow one like themselves.
+        const std::uint64_t turns = length_of(cycle) / cycle.period;
+        for (const std::uint64_t times : {std::uint64_t{1}, turns - 1}) {
+            for (std::uint32_t index = 0; index < cycle.period; ++index) {
+                counter.take(words[cycle.first + index], 1, times);
+            }
+        }
+        return turns * cycle.period;
+    };
+    for_each_cycle_or_run(words, take_cycle,
+                          [&](const kvr::word_run& run) { counter.take(run.text, length_of(run)); });
+    return counter.result();
 }
 
 std::string shown(const memory_image& image, const std::string& word) {

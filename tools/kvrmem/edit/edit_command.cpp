@@ -5,6 +5,7 @@
 #include "tools/kvrmem/edit/mif_edit.h"
 #include "tools/kvrmem/edit/rif_edit.h"
 #include "tools/kvrmem/memory/memory_input.h"
+#include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/replacement_file.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -13,6 +14,7 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <functional>
 #include <limits>
 #include <string_view>
 #include <utility>
@@ -79,7 +81,12 @@ bool same_words(const kvr::word_store& left, const kvr::word_store& right) {
     if (left.size() != right.size()) {
         return false;
     }
+    same_cycle_finder cycles(left, right);
     for (std::uint64_t address = 0; address < left.size();) {
+        if (const std::uint64_t alike = cycles.find(address, std::equal_to<>())) {
+            address += alike;
+            continue;
+        }
         const kvr::word_run one = left.run_at(static_cast<std::uint32_t>(address));
         const kvr::word_run other = right.run_at(static_cast<std::uint32_t>(address));
         if (one.text != other.text) {

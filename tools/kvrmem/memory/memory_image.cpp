@@ -9,11 +9,18 @@ std::optional<address_bounds> bounds_of(const kvr::word_store& words) {
     const auto take = [&bounds](std::uint32_t first, std::uint32_t last) {
         bounds = address_bounds{bounds ? bounds->lowest : first, last};
     };
-    for_each_row_or_run(
+    for_each_row_cycle_or_run(
         words,
         [&take](const kvr::word_row& row, std::uint32_t first) {
             take(first, first + row.count - 1);
             return row.count;
+        },
+        [&](const kvr::word_cycle& cycle) {
+            if (!is_set_throughout(words, cycle)) {
+                return std::uint64_t{0};
+            }
+            take(cycle.first, cycle.last);
+            return length_of(cycle);
         },
         [&take](const kvr::word_run& run) { take(run.first, run.last); });
     return bounds;

@@ -57,11 +57,19 @@ void require_writable(const memory_image& image, const output_layout& layout) {
         return dont_care == std::string_view::npos ? row.count
                                                    : static_cast<std::uint32_t>(dont_care / row.length);
     };
-    for_each_row_or_run(image.words, pass_row, [&](const kvr::word_run& run) {
-        if (!is_plain(run.text) && !can_show_dont_cares(run.text, image, layout)) {
-            throw unwritable_word(run.first, run.text, reason_against_dont_cares(layout));
+    const auto pass_word = [&](std::uint32_t address, std::string_view word) {
+        if (!is_plain(word) && !can_show_dont_cares(word, image, layout)) {
+            throw unwritable_word(address, word, reason_against_dont_cares(layout));
         }
-    });
+    };
+    const auto pass_cycle = [&](const kvr::word_cycle& cycle) {
+        for (std::uint32_t index = 0; index < cycle.period; ++index) {
+            pass_word(cycle.first + index, image.words[cycle.first + index]);
+        }
+        return length_of(cycle);
+    };
+    for_each_row_cycle_or_run(image.words, pass_row, pass_cycle,
+                              [&](const kvr::word_run& run) { pass_word(run.first, run.text); });
 }
 
 void write_memory(const memory_image& image, const output_layout& layout, kvr::output_file& output) {

@@ -56,6 +56,36 @@ void write_mif_run(const kvr::word_run& run, std::string_view text, const output
     }
 }
 
+/// The words of one turn of @p cycle, as a range line repeats them.
+std::string words_of_turn(const memory_image& image, const kvr::word_cycle& cycle, KVR_MEMORY_RADIXES radix) {
+    std::string words;
+    std::string text;
+    for (std::uint32_t index = 0; index < cycle.period; ++index) {
+        show_word(image.words[cycle.first + index], radix, image.width, text);
+        words.append(index == 0 ? "" : " ").append(text);
+    }
+    return words;
+}
+
+/// Writes @p cycle as one range line, and answers how many words that are: none when a reader would not take
+/// the line, or when words in it are unset.
+std::uint64_t write_mif_cycle(const memory_image& image, const kvr::word_cycle& cycle,
+                              const output_layout& layout, std::size_t address_width,
+                              kvr::output_file& output) {
+    if (!layout.with_runs || cycle.period > kvr::mif_reader::line_limit ||
+        !is_set_throughout(image.words, cycle)) {
+        return 0;
+    }
+    std::string line;
+    kvr::append_content_line(line, cycle.first, cycle.last, words_of_turn(image, cycle, layout.data_radix),
+                             layout.address_radix, address_width, {});
+    if (line.size() - 1 > kvr::mif_reader::line_limit) {
+        return 0;
+    }
+    output.write(line);
+    return length_of(cycle);
+}
+
 /// True when hexadecimal is how the image holds the words of @p row.
 bool is_as_shown_in_hex(const kvr::word_row& row, std::uint32_t width) {
     return row.length == kvr::digit_count(width, kvr::bits_per_digit(RADIX_HEX));
@@ -83,7 +113,10 @@ void write_mif(const memory_image& image, const output_layout& layout, kvr::outp
                    : 0;
     };
     std::string text;
-    for_each_row_or_run(image.words, write_row, [&](const kvr::word_run& run) {
+    const auto write_cycle = [&](const kvr::word_cycle& cycle) {
+        return write_mif_cycle(image, cycle, layout, address_width, output);
+    };
+    for_each_row_cycle_or_run(image.words, write_row, write_cycle, [&](const kvr::word_run& run) {
         show_word(run.text, layout.data_radix, image.width, text);
         write_mif_run(run, text, layout, address_width, output);
     });

@@ -4,6 +4,8 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <numeric>
+#include <optional>
 
 namespace kvrmem {
 
@@ -37,16 +39,80 @@ void for_each_set_run(const kvr::word_store& words, Take&& take) {
     });
 }
 
+/// How many addresses @p run, or a cycle, covers.
+template <class Stretch>
+[[nodiscard]] std::uint64_t length_of(const Stretch& run) {
+    return std::uint64_t{run.last} - run.first + 1;
+}
+
+/// Finds the cycles of several words in a walk over a memory, and does not look for the same one twice.
+class cycle_finder {
+public:
+    explicit cycle_finder(const kvr::word_store& looked_through) : words(looked_through) {}
+
+    /// The cycle from @p address on, if it repeats at least once in full and was not found before.
+    [[nodiscard]] std::optional<kvr::word_cycle> find(std::uint64_t address) {
+        if (address < known_until) {
+            return std::nullopt;
+        }
+        const kvr::word_cycle cycle = words.cycle_at(static_cast<std::uint32_t>(address));
+        known_until = std::uint64_t{cycle.last} + 1;
+        return cycle.period > 1 && length_of(cycle) / cycle.period >= 2 ? std::optional(cycle) : std::nullopt;
+    }
+
+private:
+    const kvr::word_store& words;
+    std::uint64_t known_until = 0;
+};
+
+/// True when none of the words of @p cycle is unset.
+[[nodiscard]] inline bool is_set_throughout(const kvr::word_store& words, const kvr::word_cycle& cycle) {
+    for (std::uint32_t index = 0; index < cycle.period; ++index) {
+        if (words[cycle.first + index].empty()) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Goes over the words, in order. Where a fill has made a cycle of several words, which may be billions, it
+/// calls @p take_cycle, which answers how many addresses it has taken; where it took none, and everywhere
+/// else, @p take_run with the run of equal words. Words that were never set make runs too.
+template <class TakeCycle, class TakeRun>
+void for_each_cycle_or_run(const kvr::word_store& words, TakeCycle&& take_cycle, TakeRun&& take_run) {
+    cycle_finder cycles(words);
+    for (std::uint64_t address = 0; address < words.size();) {
+        if (const auto cycle = cycles.find(address)) {
+            if (const std::uint64_t taken = take_cycle(*cycle)) {
+                address += taken;
+                continue;
+            }
+        }
+        const kvr::word_run run = words.run_at(static_cast<std::uint32_t>(address));
+        address = std::uint64_t{run.last} + 1;
+        take_run(run);
+    }
+}
+
 /// Goes over the words that are set, in order. Where they stand in a row it calls @p take_row with the row
-/// and the address of its first word, which answers how many of them it has taken; where it took none, and
-/// everywhere else, @p take_run with the run of equal words.
-template <class TakeRow, class TakeRun>
-void for_each_row_or_run(const kvr::word_store& words, TakeRow&& take_row, TakeRun&& take_run) {
+/// and the address of its first word, and where they are a cycle @p take_cycle with it, which answer how many
+/// of the words they have taken; where these took none, and everywhere else, @p take_run with the run of
+/// equal words.
+template <class TakeRow, class TakeCycle, class TakeRun>
+void for_each_row_cycle_or_run(const kvr::word_store& words, TakeRow&& take_row, TakeCycle&& take_cycle,
+                               TakeRun&& take_run) {
+    cycle_finder cycles(words);
     for (std::uint64_t address = 0; address < words.size();) {
         const auto first = static_cast<std::uint32_t>(address);
         const kvr::word_row row = words.row_at(first);
         if (row.count != 0 && row.length != 0) {
             if (const std::uint32_t taken = take_row(row, first)) {
+                address += taken;
+                continue;
+            }
+        }
+        if (const auto cycle = cycles.find(address)) {
+            if (const std::uint64_t taken = take_cycle(*cycle)) {
                 address += taken;
                 continue;
             }
@@ -59,9 +125,49 @@ void for_each_row_or_run(const kvr::word_store& words, TakeRow&& take_row, TakeR
     }
 }
 
-/// How many addresses @p run covers.
-[[nodiscard]] inline std::uint64_t length_of(const kvr::word_run& run) {
-    return std::uint64_t{run.last} - run.first + 1;
+/// The same where cycles are of no interest.
+template <class TakeRow, class TakeRun>
+void for_each_row_or_run(const kvr::word_store& words, TakeRow&& take_row, TakeRun&& take_run) {
+    for_each_row_cycle_or_run(
+        words, take_row, [](const kvr::word_cycle&) { return std::uint64_t{0}; }, take_run);
 }
+
+/// Goes over two memories at once and skips what is the same cycle in both, without a look at each word.
+class same_cycle_finder {
+public:
+    same_cycle_finder(const kvr::word_store& first_words, const kvr::word_store& second_words)
+        : one(first_words),
+          other(second_words) {}
+
+    /// How many addresses from @p address on hold the same words in both, as @p same (one word, the other)
+    /// judges; 0 where that is not found out at once.
+    template <class Same>
+    [[nodiscard]] std::uint64_t find(std::uint64_t address, Same&& same) {
+        if (address < known_until || address >= one.size() || address >= other.size()) {
+            return 0;
+        }
+        const auto first = static_cast<std::uint32_t>(address);
+        const kvr::word_cycle in_one = one.cycle_at(first);
+        const kvr::word_cycle in_other = other.cycle_at(first);
+        const std::uint32_t last = std::min(in_one.last, in_other.last);
+        known_until = std::uint64_t{last} + 1;
+        const std::uint64_t period = std::lcm(std::uint64_t{in_one.period}, std::uint64_t{in_other.period});
+        const std::uint64_t repeats = period != 0 ? (known_until - address) / period : 0;
+        if (repeats < 2) {
+            return 0;
+        }
+        for (std::uint32_t index = 0; index < period; ++index) {
+            if (!same(one[first + index], other[first + index])) {
+                return 0;
+            }
+        }
+        return repeats * period;
+    }
+
+private:
+    const kvr::word_store& one;
+    const kvr::word_store& other;
+    std::uint64_t known_until = 0;
+};
 
 } // namespace kvrmem

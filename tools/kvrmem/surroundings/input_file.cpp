@@ -25,12 +25,18 @@ namespace {
 std::string read_rest(std::FILE* stream, const std::string& title) {
     std::string text;
     std::array<char, 65536> block{};
-    std::size_t count = 0;
-    while ((count = std::fread(block.data(), 1, block.size(), stream)) != 0) {
+    bool at_end = false;
+    while (!at_end) {
+        errno = 0;
+        const std::size_t count = std::fread(block.data(), 1, block.size(), stream);
         text.append(block.data(), count);
-    }
-    if (std::ferror(stream) != 0) {
-        fail(title, std::string("cannot be read: ") + std::strerror(errno));
+        if (std::ferror(stream) != 0 && errno == EINTR) {
+            std::clearerr(stream);
+        } else if (std::ferror(stream) != 0) {
+            fail(title, std::string("cannot be read: ") + std::strerror(errno));
+        } else {
+            at_end = count == 0;
+        }
     }
     return text;
 }

@@ -5,8 +5,11 @@
 
 #include <fmt/format.h>
 
+#include <cerrno>
+#include <cstddef>
 #include <cstdio>
 #include <string>
+#include <unistd.h>
 
 namespace kvrmem {
 
@@ -30,8 +33,14 @@ void tell_failure(std::string_view text, color_choice choice) {
 
 void tell_as_it_is(std::string_view text) {
     const progress_pause pause;
-    // There is nobody to tell that standard error cannot be written to.
-    static_cast<void>(std::fwrite(text.data(), 1, text.size(), stderr));
+    while (!text.empty()) {
+        const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
+        if (written > 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (written == 0 || errno != EINTR) {
+            return; // there is nobody to tell that standard error cannot be written to
+        }
+    }
 }
 
 } // namespace kvrmem

@@ -21,18 +21,30 @@ namespace kvrmem {
 
 namespace {
 
-bool is_written_directly(const std::string& target) {
-    struct stat status {};
-    return target == "-" || (stat(target.c_str(), &status) == 0 && !S_ISREG(status.st_mode));
+/// Whether @p answer of the system, which has just been asked for a file, means that there is one. Any
+/// failure but that there is none is told in @p reason.
+bool is_there(int answer, int& reason) {
+    if (answer != 0 && errno != ENOENT) {
+        reason = errno;
+    }
+    return answer == 0;
 }
 
-/// Where @p path leads, also when there is nothing there yet.
-std::string without_links(const std::string& path) {
+/// Where @p path leads, also when there is nothing there yet. What cannot be found out is told in @p reason.
+std::string without_links(const std::string& path, int& reason) {
     constexpr int most_links = 40; // as the system follows
     std::filesystem::path place = path;
-    std::error_code error;
-    for (int links = 0; links < most_links && std::filesystem::is_symlink(place, error); ++links) {
+    for (int links = 0; links < most_links; ++links) {
+        struct stat status {};
+        if (!is_there(lstat(place.c_str(), &status), reason) || !S_ISLNK(status.st_mode)) {
+            break;
+        }
+        std::error_code error;
         place = place.parent_path() / std::filesystem::read_symlink(place, error);
+        if (error) {
+            reason = error.value();
+            break;
+        }
     }
     return place.string();
 }
@@ -90,12 +102,20 @@ void temporary_name::keep() noexcept {
 
 replacement_file::replacement_file(const std::string& target)
     : name(target == "-" ? "standard output" : title_of_file(target)) {
-    if (is_written_directly(target)) {
-        place = target;
+    // A file that cannot be looked at is not taken for one that is not there: it could be a device, or a
+    // link.
+    int reason = 0;
+    struct stat old {};
+    replaces = target != "-" && is_there(stat(target.c_str(), &old), reason);
+    const bool is_direct = target == "-" || (replaces && !S_ISREG(old.st_mode));
+    place = is_direct ? target : without_links(target, reason);
+    if (reason != 0) {
+        fail(reason);
+    }
+    if (is_direct) {
         open_directly();
     } else {
-        place = without_links(target);
-        open_beside();
+        open_beside(old);
     }
 }
 
@@ -107,9 +127,7 @@ void replacement_file::open_directly() {
     }
 }
 
-void replacement_file::open_beside() {
-    struct stat old {};
-    replaces = stat(place.c_str(), &old) == 0;
+void replacement_file::open_beside(const struct stat& old) {
     if (replaces && access(place.c_str(), W_OK) != 0) {
         fail(errno);
     }

@@ -3,6 +3,7 @@
 #include "kvr/memory/output_file.h"
 
 #include <string>
+#include <sys/stat.h>
 
 namespace kvrmem {
 
@@ -41,7 +42,8 @@ public:
     void commit();
 
 private:
-    void open_beside();
+    /// @param old what is there already, if anything is.
+    void open_beside(const struct stat& old);
     void open_directly();
     [[noreturn]] void fail(int reason) const;
 

@@ -19,9 +19,9 @@ namespace {
 
 void print(std::string_view text) {
     const progress_pause pause;
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size() || std::fflush(stdout) != 0) {
-        fail();
-    }
+    output_stream output;
+    output.write(text);
+    output.finish();
 }
 
 // A descriptor of its own, so that closing it leaves the program's standard output open.

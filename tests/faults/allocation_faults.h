@@ -1,0 +1,137 @@
+#pragma once
+
+#include "tests/allocation.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <exception>
+#include <filesystem>
+#include <new>
+#include <string>
+#include <system_error>
+
+namespace kvr_test {
+
+/// One call of the library whose allocations are made to fail. A Subject holds what the call works on, and
+/// what it answers; its outcome() is all of that as a text.
+template <class Subject>
+struct faulty_call {
+    const char* name;
+    void (*prepare)(Subject&); ///< undisturbed
+    void (*call)(Subject&);
+    bool allocates = true; ///< false: it must not allocate at all
+};
+
+/// How many files the process has open; 0 where the system does not tell.
+inline std::size_t open_file_count() {
+    std::error_code ignored;
+    std::size_t count = 0;
+    for (const auto& entry : std::filesystem::directory_iterator("/proc/self/fd", ignored)) {
+        count += entry.path().empty() ? 0U : 1U;
+    }
+    return count;
+}
+
+/// Makes every allocation of one call fail in turn.
+template <class Subject>
+class allocation_faults {
+public:
+    explicit allocation_faults(const faulty_call<Subject>& which) : tried(which) {}
+
+    /// How many points of failure there are: each is tried twice, alone and with all that follow it.
+    std::size_t count() {
+        const std::size_t files_before = open_file_count();
+        undisturbed = outcome_of_undisturbed_call();
+        const std::size_t points = count_of(failing_allocation::extent::one);
+        count_of(failing_allocation::extent::all_from_there);
+        EXPECT_EQ(points != 0, tried.allocates) << tried.name;
+        EXPECT_EQ(open_file_count(), files_before) << tried.name << " leaves files open";
+        return points;
+    }
+
+private:
+    [[nodiscard]] std::string outcome_of_undisturbed_call() const {
+        Subject subject;
+        tried.prepare(subject);
+        tried.call(subject);
+        return subject.outcome();
+    }
+
+    std::size_t count_of(failing_allocation::extent which) const {
+        std::size_t number = 1;
+        while (is_failed_and_survived(number, which)) {
+            ++number;
+        }
+        return number - 1;
+    }
+
+    /// False when the call has no such allocation, and when something is wrong: once is enough.
+    [[nodiscard]] bool is_failed_and_survived(std::size_t number, failing_allocation::extent which) const {
+        SCOPED_TRACE(std::string(tried.name) + ", allocation " + std::to_string(number) +
+                     (which == failing_allocation::extent::one ? "" : " and those behind it"));
+        trial_result result;
+        const allocation_meter meter;
+        {
+            Subject subject;
+            tried.prepare(subject);
+            result = trial(subject, number, which);
+        }
+        const std::size_t lost = allocation_meter::live();
+        EXPECT_TRUE(result.right) << "the outcome is another one";
+        EXPECT_TRUE(!result.right || lost == 0) << lost << " bytes are lost";
+        return result.failed && result.right && lost == 0;
+    }
+
+    struct trial_result {
+        bool failed = false; ///< there was such an allocation
+        bool right = false;
+    };
+
+    [[nodiscard]] trial_result trial(Subject& subject, std::size_t number,
+                                     failing_allocation::extent which) const {
+        const ending end = call_with_fault(subject, number, which);
+        if (end == ending::bad_alloc) {
+            // The object goes on as if nothing had been.
+            tried.call(subject);
+        }
+        // Whoever can do without the memory (unnoticed) may, but then does it rightly.
+        const std::string outcome = subject.outcome();
+        if (outcome != undisturbed) {
+            EXPECT_EQ(outcome, undisturbed);
+        }
+        return {end != ending::undisturbed, end != ending::another_exception && outcome == undisturbed};
+    }
+
+    enum class ending { undisturbed, unnoticed, bad_alloc, another_exception };
+
+    [[nodiscard]] ending call_with_fault(Subject& subject, std::size_t number,
+                                         failing_allocation::extent which) const {
+        try {
+            const failing_allocation failing(number, which);
+            tried.call(subject);
+        } catch (const std::bad_alloc&) {
+            return ending::bad_alloc;
+        } catch (const std::exception& error) {
+            ADD_FAILURE() << "not std::bad_alloc comes out, but " << error.what();
+            return ending::another_exception;
+        }
+        return failing_allocation::happened() ? ending::unnoticed : ending::undisturbed;
+    }
+
+    const faulty_call<Subject>& tried;
+    std::string undisturbed;
+};
+
+/// Tries every call of @p table, and records how many points of failure these have.
+template <class Subject, std::size_t Size>
+void expect_allocation_faults_survived(const faulty_call<Subject> (&table)[Size]) {
+    std::size_t points = 0;
+    for (const faulty_call<Subject>& entry : table) {
+        points += allocation_faults<Subject>(entry).count();
+    }
+    testing::Test::RecordProperty("calls", std::to_string(Size));
+    testing::Test::RecordProperty("fault_points", std::to_string(points));
+}
+
+} // namespace kvr_test
