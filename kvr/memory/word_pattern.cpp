@@ -1,5 +1,6 @@
 #include "kvr/memory/word_pattern.h"
 
+#include <algorithm>
 #include <limits>
 #include <stdexcept>
 
@@ -31,6 +32,19 @@ word_pattern::word_pattern(std::uint32_t first_address, const std::string_view* 
         texts.append(values[i]);
         ends.push_back(static_cast<std::uint32_t>(texts.size()));
     }
+    count_equal_values();
+}
+
+void word_pattern::count_equal_values() {
+    equal_ahead.assign(ends.size(), 1);
+    const std::uint32_t count = period();
+    // Twice around: the last values are equal to the first ones of the next turn.
+    std::uint32_t equal = 1;
+    for (std::uint32_t left = 2 * count; left > 0; --left) {
+        const std::uint32_t index = (left - 1) % count;
+        equal = value(index) == value((index + 1) % count) ? std::min(equal + 1, count) : 1;
+        equal_ahead[index] = equal;
+    }
 }
 
 pattern_ref word_pattern::uniform(std::string_view text) {
@@ -47,11 +61,13 @@ std::uint64_t word_pattern::find_other(std::uint32_t from, std::uint32_t last,
     if (is_uniform()) {
         return text == texts ? std::uint64_t{last} + 1 : from;
     }
-    std::uint64_t address = from;
-    while (address <= last && text_at(static_cast<std::uint32_t>(address)) == text) {
-        ++address;
+    const std::uint32_t index = (from - first) % period();
+    if (value(index) != text) {
+        return from;
     }
-    return address;
+    const std::uint64_t behind = std::uint64_t{last} + 1;
+    return equal_ahead[index] == period() ? behind
+                                          : std::min(behind, std::uint64_t{from} + equal_ahead[index]);
 }
 
 bool same_texts(const pattern_ref& left, const pattern_ref& right) noexcept {

@@ -53,6 +53,7 @@ private:
     friend class pattern_ref;
 
     explicit word_pattern(std::string_view text) : texts(text) {}
+    void count_equal_values();
     word_pattern(std::uint32_t first_address, const std::string_view* values, std::size_t count);
 
     [[nodiscard]] std::string_view value(std::uint32_t index) const noexcept {
@@ -63,6 +64,8 @@ private:
     mutable std::uint32_t references = 0;
     std::uint32_t first = 0;
     std::vector<std::uint32_t> ends; ///< of each value in `texts`; none when the pattern is uniform
+    /// For each value, how many from it on are equal, those of the next turn included; at most the period.
+    std::vector<std::uint32_t> equal_ahead;
     std::string texts;
 };
 

@@ -254,7 +254,7 @@ bool word_store::is_kept(const word_leaf& leaf, const word_conversion& conversio
         if (!conversion(word, text) || text != word) {
             return false;
         }
-        ++index;
+        index = leaf.page->find_other(index, end - 1, word);
     }
     return true;
 }
@@ -276,10 +276,23 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
     std::string text;
     for (std::uint32_t index = 0; index < end;) {
         word_row row = leaf.page->row_at(index);
+        if (row.count == 0) {
+            const std::string_view word = (*leaf.page)[index];
+            const std::uint32_t behind = leaf.page->find_other(index, end - 1, word);
+            if (!conversion(word, text)) {
+                return false;
+            }
+            if (behind == index + 1) {
+                set(leaf.first + index, text);
+            } else {
+                fill(leaf.first + index, leaf.first + behind - 1, {text});
+            }
+            index = behind;
+            continue;
+        }
         row.count = std::min(row.count, end - index);
-        const bool kept = keeps && row.count != 0 && keeps(row);
-        const std::uint32_t behind = index + std::max(row.count, 1U);
-        for (; index < behind; ++index) {
+        const bool kept = keeps && keeps(row);
+        for (const std::uint32_t behind = index + row.count; index < behind; ++index) {
             const std::string_view word = (*leaf.page)[index];
             if (!kept && !conversion(word, text)) {
                 return false;

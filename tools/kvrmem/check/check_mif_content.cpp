@@ -340,9 +340,15 @@ void mif_checker::check_characters(const kvr::mif_content& content) {
 }
 
 void mif_checker::check_line_breaks(const kvr::mif_content& content) {
-    for (const kvr::line_piece& piece : content.pieces) {
+    for (std::size_t index = 0; index < content.pieces.size(); ++index) {
+        const kvr::line_piece& piece = content.pieces[index];
         if (continues_a_value(content, piece)) {
-            const std::size_t length = kvr::find_token(content.text, piece.offset).end - piece.offset;
+            // What the line has of the value: all of it again and again would be the square of a long
+            // statement.
+            const std::size_t line_end =
+                index + 1 < content.pieces.size() ? content.pieces[index + 1].offset : content.text.size();
+            const std::size_t length =
+                kvr::find_token(content.text.substr(0, line_end), piece.offset).end - piece.offset;
             add(severity::warning, "split-value", {piece.line, 1}, length,
                 "the line goes on with the value of the line before", "put a blank before it");
         }

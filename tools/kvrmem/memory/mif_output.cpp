@@ -56,32 +56,38 @@ void write_mif_run(const kvr::word_run& run, std::string_view text, const output
     }
 }
 
-/// The words of one turn of @p cycle, as a range line repeats them.
-std::string words_of_turn(const memory_image& image, const kvr::word_cycle& cycle, KVR_MEMORY_RADIXES radix) {
+/// The words of one turn of @p cycle, as a range line repeats them. They go on in further lines, too, where
+/// a reader would not take a longer one; @p line_begin characters stand before them in the first line.
+std::string words_of_turn(const memory_image& image, const kvr::word_cycle& cycle, KVR_MEMORY_RADIXES radix,
+                          std::size_t line_begin) {
     std::string words;
     std::string text;
+    std::size_t line_length = line_begin;
     for (std::uint32_t index = 0; index < cycle.period; ++index) {
         show_word(image.words[cycle.first + index], radix, image.width, text);
-        words.append(index == 0 ? "" : " ").append(text);
+        // The ";" needs a place, too.
+        const bool fits = line_length + 1 + text.size() + 1 <= kvr::mif_reader::line_limit;
+        if (index != 0) {
+            words.append(fits ? " " : "\n\t");
+        }
+        line_length = (fits ? line_length : 0) + 1 + text.size();
+        words.append(text);
     }
     return words;
 }
 
-/// Writes @p cycle as one range line, and answers how many words that are: none when a reader would not take
-/// the line, or when words in it are unset.
+/// Writes @p cycle as one range, and answers how many words that are: none when words in it are unset.
 std::uint64_t write_mif_cycle(const memory_image& image, const kvr::word_cycle& cycle,
                               const output_layout& layout, std::size_t address_width,
                               kvr::output_file& output) {
-    if (!layout.with_runs || cycle.period > kvr::mif_reader::line_limit ||
-        !is_set_throughout(image.words, cycle)) {
+    if (!layout.with_runs || !is_set_throughout(image.words, cycle)) {
         return 0;
     }
     std::string line;
-    kvr::append_content_line(line, cycle.first, cycle.last, words_of_turn(image, cycle, layout.data_radix),
-                             layout.address_radix, address_width, {});
-    if (line.size() - 1 > kvr::mif_reader::line_limit) {
-        return 0;
-    }
+    kvr::append_content_line(line, cycle.first, cycle.last, {}, layout.address_radix, address_width, {});
+    const std::string words = words_of_turn(image, cycle, layout.data_radix, line.size());
+    line.clear();
+    kvr::append_content_line(line, cycle.first, cycle.last, words, layout.address_radix, address_width, {});
     output.write(line);
     return length_of(cycle);
 }

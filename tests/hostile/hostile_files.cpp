@@ -1,0 +1,283 @@
+// Writes files that mean no good: hostile_files FOLDER
+//
+// FOLDER/single gets one file for each idea below, FOLDER/bytes one for each byte value in each field of each
+// format.
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <random>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr std::size_t million = 1000000;
+constexpr std::size_t many = million / 4;
+
+std::string repeated(std::string_view text, std::size_t count) {
+    std::string all;
+    all.reserve(text.size() * count);
+    for (std::size_t index = 0; index < count; ++index) {
+        all.append(text);
+    }
+    return all;
+}
+
+/// @p text of every number below @p count, one behind the other.
+template <class Text>
+std::string for_each_below(unsigned count, Text text) {
+    std::string all;
+    for (unsigned number = 0; number < count; ++number) {
+        all += text(number);
+    }
+    return all;
+}
+
+std::string hexadecimal(std::uint64_t number, int digits = 1) {
+    std::array<char, 24> text{};
+    static_cast<void>(
+        std::snprintf(text.data(), text.size(), "%0*llX", digits, static_cast<unsigned long long>(number)));
+    return text.data();
+}
+
+constexpr std::string_view deepest = "WIDTH=8;\nDEPTH=2147483647;\nCONTENT BEGIN\n";
+constexpr std::string_view small = "WIDTH=8;\nDEPTH=4096;\nCONTENT BEGIN\n";
+
+std::string mif(std::string_view header, const std::string& content) {
+    return std::string(header) + content + "END;\n";
+}
+
+/// The record of @p type with @p data, which are hexadecimal digits.
+std::string record(unsigned address, unsigned type, const std::string& data) {
+    const std::string bytes =
+        hexadecimal(data.size() / 2, 2) + hexadecimal(address, 4) + hexadecimal(type, 2) + data;
+    unsigned sum = 0;
+    for (std::size_t index = 0; index < bytes.size(); index += 2) {
+        sum += static_cast<unsigned>(std::stoul(bytes.substr(index, 2), nullptr, 16));
+    }
+    return ":" + bytes + hexadecimal((0x100U - sum % 0x100U) % 0x100U, 2) + "\n";
+}
+
+std::string hex(const std::string& records) {
+    return records + ":00000001FF\n";
+}
+
+std::string noise(unsigned seed, std::size_t size) {
+    std::mt19937 random(seed);
+    std::string text(size, '\0');
+    for (char& character : text) {
+        character = static_cast<char>(random());
+    }
+    return text;
+}
+
+struct hostile_file {
+    const char* name;
+    std::string (*make)();
+};
+
+constexpr hostile_file files[] = {
+    // Sizes, addresses and ranges that promise more than the file holds.
+    {"huge_depth.mif", [] { return mif(deepest, ""); }},
+    {"depth_beyond_all.mif",
+     [] { return mif("WIDTH=8;\nDEPTH=99999999999999999999;\nCONTENT BEGIN\n", "0 : 1;\n"); }},
+    {"huge_width.mif",
+     [] { return mif("WIDTH=2147483647;\nDEPTH=2147483647;\nCONTENT BEGIN\n", "0 : 1;\n"); }},
+    {"wide_words.mif",
+     [] { return mif("WIDTH=1048576;\nDEPTH=100000;\nCONTENT BEGIN\n", "[0..99999] : 1 2 3;\n"); }},
+    {"negative_sizes.mif", [] { return mif("WIDTH=-1;\nDEPTH=-2147483648;\nCONTENT BEGIN\n", "0 : 1;\n"); }},
+    {"no_sizes.mif", [] { return mif("WIDTH=0;\nDEPTH=0;\nCONTENT BEGIN\n", "0 : 1;\n"); }},
+    {"all_addresses.mif", [] { return mif(deepest, "[0..7FFFFFFE] : 5;\n"); }},
+    {"cycle_of_two.mif", [] { return mif(deepest, "[0..7FFFFFFE] : 1 2;\n"); }},
+    {"cycle_of_three.mif", [] { return mif(deepest, "[0..7FFFFFFE] : 1 2 3;\n"); }},
+    {"cycle_of_240.mif", [] { return mif(deepest, "[0..7FFFFFFE] :" + repeated(" 1", 239) + " 2;\n"); }},
+    {"cycle_broken_often.mif",
+     [] {
+         return mif(deepest, "[0..7FFFFFFE] : 1 2 3;\n" + for_each_below(2000, [](unsigned number) {
+                                 return hexadecimal(number * 1000003U) + " : FF;\n";
+                             }));
+     }},
+    {"the_same_range_again.mif",
+     [] {
+         return mif(deepest, for_each_below(5000, [](unsigned number) {
+                        return "[0..7FFFFFFE] : " + hexadecimal(number % 256) + " 1;\n";
+                    }));
+     }},
+    {"ranges_in_ranges.mif",
+     [] {
+         return mif(deepest, for_each_below(5000, [](unsigned number) {
+                        return "[" + hexadecimal(number) + ".." + hexadecimal(0x7FFFFFFEU - number) +
+                               "] : 1 2;\n";
+                    }));
+     }},
+    {"scattered_addresses.mif",
+     [] {
+         return mif(deepest, for_each_below(6000, [](unsigned number) {
+                        return hexadecimal(number * 357000ULL) + " : 1;\n";
+                    }));
+     }},
+    {"addresses_of_64_bits.mif",
+     [] { return mif(deepest, "FFFFFFFFFFFFFFFF : 1;\n[0..FFFFFFFFFFFFFFFF] : 1;\n80000000 : 1;\n"); }},
+    {"range_backwards.mif", [] { return mif(deepest, "[7FFFFFFE..0] : 1;\n"); }},
+    {"address_of_a_million_digits.mif", [] { return mif(small, std::string(million, '1') + " : 1;\n"); }},
+    {"value_of_a_million_digits.mif", [] { return mif(small, "0 : " + std::string(million, '1') + ";\n"); }},
+    {"range_of_a_million_digits.mif",
+     [] { return mif(small, "[0.." + std::string(million, '1') + "] : 1;\n"); }},
+    // Lines and statements without end.
+    {"value_over_500000_lines.mif", [] { return mif(small, "0 :\n" + repeated("1\n", 500000) + ";\n"); }},
+    {"empty_continuations.mif", [] { return mif(small, "0\n" + repeated("\n", million) + ": 1;\n"); }},
+    {"statement_without_end.mif", [] { return std::string(small) + "0 : " + repeated("1 2 3 4\n", 100000); }},
+    {"a_million_values.mif",
+     [] {
+         return mif("WIDTH=8;\nDEPTH=2000000;\nCONTENT BEGIN\n",
+                    "0 :\n" + repeated(" 1 2 3 4 5 6 7 8\n", 125000) + ";\n");
+     }},
+    {"line_without_end.mif", [] { return std::string(small) + std::string(4 * million, '1'); }},
+    {"header_without_end.mif", [] { return "WIDTH=" + std::string(4 * million, ' ') + "8;"; }},
+    {"a_million_comments.mif", [] { return repeated("-- x\n", million) + mif(small, "0 : 1;\n"); }},
+    {"a_million_comments_in_the_content.mif",
+     [] { return mif(small, repeated("-- x\n", million) + "0 : 1;\n"); }},
+    {"many_percent_comments.mif", [] { return mif(small, repeated("% x %\n", many) + "0 : 1;\n"); }},
+    {"comment_without_end.mif", [] { return std::string(small) + "% " + repeated("x\n", many); }},
+    {"a_million_percent_signs.mif", [] { return mif(small, repeated("%%%%\n", million / 4)); }},
+    {"many_semicolons.mif", [] { return mif(small, repeated(";\n", many)); }},
+    {"a_million_brackets.mif", [] { return mif(small, repeated("[[[[\n", million / 4)); }},
+    {"a_million_empty_lines.mif", [] { return repeated("\n", million) + mif(small, "0 : 1;\n"); }},
+    {"carriage_returns_only.mif", [] { return std::string(million, '\r'); }},
+    {"many_headers.mif",
+     [] { return repeated("WIDTH=8;\nDEPTH=4096;\nDATA_RADIX=HEX;\n", 50000) + mif(small, ""); }},
+    {"many_ends.mif", [] { return mif(small, repeated("END;\n", 200000)); }},
+    {"nul_bytes.mif", [] { return std::string(million, '\0'); }},
+    {"nul_in_a_value.mif", [] { return mif(small, std::string("0 : 1\0") + '\0' + "2;\n"); }},
+    {"noise.mif", [] { return noise(1, million); }},
+    {"noise_in_the_content.mif", [] { return mif(small, noise(2, million)); }},
+    {"empty.mif", [] { return std::string(); }},
+    {"one_newline.mif", [] { return std::string("\n"); }},
+    // Intel HEX
+    {"line_without_end.hex", [] { return ":" + std::string(4 * million, '0'); }},
+    {"text_without_end.hex", [] { return std::string(4 * million, 'x'); }},
+    {"blanks_without_end.hex", [] { return std::string(4 * million, ' ') + hex(record(0, 0, "01")); }},
+    {"many_text_lines.hex", [] { return repeated("no record\n", many) + hex(record(0, 0, "01")); }},
+    {"many_end_records.hex", [] { return record(0, 0, "01") + repeated(":00000001FF\n", 200000); }},
+    {"empty_records.hex", [] { return hex(repeated(":0000000000\n", 200000)); }},
+    {"first_and_last_address.hex",
+     [] { return hex(record(0, 0, "01") + record(0, 4, "FFFF") + record(0xFFFE, 0, "02")); }},
+    {"pages_back_and_forth.hex",
+     [] {
+         return hex(for_each_below(20000, [](unsigned number) {
+             return record(0, 4, number % 2 == 0 ? "0000" : "7FFF") + record(number % 0x10000, 0, "05");
+         }));
+     }},
+    {"pages_everywhere.hex",
+     [] {
+         return hex(for_each_below(20000, [](unsigned number) {
+             return record(0, 4, hexadecimal(number * 40503U % 0x8000U, 4)) + record(number, 0, "05");
+         }));
+     }},
+    {"records_backwards.hex",
+     [] {
+         return hex(for_each_below(60000, [](unsigned number) { return record(60000 - number, 0, "05"); }));
+     }},
+    {"records_over_each_other.hex",
+     [] {
+         return hex(
+             for_each_below(60000, [](unsigned number) { return record(number, 0, "0102030405060708"); }));
+     }},
+    {"over_the_end_of_a_page.hex", [] { return hex(record(0xFFFF, 0, repeated("5A", 255))); }},
+    {"over_the_last_address.hex",
+     [] { return hex(record(0, 4, "FFFF") + record(0xFFFF, 0, repeated("5A", 255))); }},
+    {"segments.hex",
+     [] {
+         return hex(for_each_below(20000, [](unsigned number) {
+             return record(0, 2, hexadecimal(0xFFFF - number, 4)) + record(0xFFFF, 0, "05");
+         }));
+     }},
+    {"nul_bytes.hex", [] { return std::string(million, '\0') + hex(record(0, 0, "01")); }},
+    {"noise.hex", [] { return ":" + noise(3, million); }},
+    {"empty.hex", [] { return std::string(); }},
+    // RIF
+    {"word_of_four_million_digits.rif", [] { return "@0\n" + std::string(4 * million, 'A') + " \n"; }},
+    {"widest_word.rif", [] { return "@0\n" + std::string(262144, 'A') + " 1 \n"; }},
+    {"blanks_without_end.rif", [] { return "@0\n" + std::string(4 * million, ' ') + "1"; }},
+    {"a_million_words.rif", [] { return "@0\n" + repeated("1 2 ", million / 2); }},
+    {"many_addresses.rif",
+     [] {
+         return for_each_below(many, [](unsigned number) { return "@" + hexadecimal(number) + "\n"; }) + "1 ";
+     }},
+    {"addresses_back_and_forth.rif",
+     [] {
+         return for_each_below(50000, [](unsigned number) {
+             return (number % 2 == 0 ? "@0\n" : "@FFFFFFF0\n") + hexadecimal(number) + " \n";
+         });
+     }},
+    {"addresses_everywhere.rif",
+     [] {
+         return for_each_below(
+             20000, [](unsigned number) { return "@" + hexadecimal(number * 1070000ULL) + "\n5 \n"; });
+     }},
+    {"addresses_of_64_bits.rif",
+     [] { return std::string("@FFFFFFFFFFFFFFFFFF\n1 \n@-5\n2 \n@7FFFFFFFFFFFFFFF\n3 \n"); }},
+    {"address_of_a_million_digits.rif", [] { return "@" + std::string(million, '1') + "\n1 \n"; }},
+    {"at_signs.rif", [] { return std::string(million, '@'); }},
+    {"nul_bytes.rif", [] { return "@0\n" + std::string(million, '\0'); }},
+    {"noise.rif", [] { return "@0\n" + noise(4, million); }},
+    {"empty.rif", [] { return std::string(); }},
+};
+
+/// A small file of each format; each "?" is a place for every byte value.
+struct small_file {
+    const char* name;
+    std::string_view text;
+};
+
+constexpr small_file small_files[] = {
+    {"mif", "?WIDTH=?8;?\nDEPTH=?16?;\nADDRESS_RADIX=?HEX;\nDATA_RADIX=HE?X;\nCONTENT? BEGIN?\n?0? :? "
+            "1?2?;?\n[?2?..?"
+            "5?] : A B;\n6 : 1; -- ?\n% ? %\n?END?;?\n"},
+    {"hex", "?:?0?2?0?000?00?0?1?02?FB\n:00000001F?F?\n?"},
+    {"rif", "?@?1?0?\n?0?1? ?02 \n?"},
+};
+
+std::string without_marks(std::string text) {
+    std::erase(text, '?');
+    return text;
+}
+
+void write(const std::filesystem::path& path, std::string_view content) {
+    std::ofstream(path, std::ios::binary) << content;
+}
+
+void write_all_bytes(const std::filesystem::path& folder, const small_file& file) {
+    unsigned place = 0;
+    for (std::size_t mark = file.text.find('?'); mark != file.text.npos;
+         mark = file.text.find('?', mark + 1)) {
+        const std::string before = without_marks(std::string(file.text.substr(0, mark)));
+        const std::string behind = without_marks(std::string(file.text.substr(mark)));
+        for (unsigned byte = 0; byte < 256; ++byte) {
+            const std::string name = "place" + std::to_string(place) + "_byte" + std::to_string(byte);
+            write(folder / (name + "." + file.name), before + static_cast<char>(byte) + behind);
+        }
+        ++place;
+    }
+}
+
+} // namespace
+
+int main(int count, char** words) {
+    if (count != 2) {
+        return 4;
+    }
+    const std::filesystem::path folder = words[1];
+    std::filesystem::create_directories(folder / "single");
+    std::filesystem::create_directories(folder / "bytes");
+    for (const hostile_file& file : files) {
+        write(folder / "single" / file.name, file.make());
+    }
+    for (const small_file& file : small_files) {
+        write_all_bytes(folder / "bytes", file);
+    }
+}
