@@ -2,6 +2,9 @@ include(CMakePackageConfigHelpers)
 include(GNUInstallDirs)
 
 install(TARGETS kvr EXPORT kvr_targets FILE_SET HEADERS)
+if(TARGET kvr_static)
+    install(TARGETS kvr_static)
+endif()
 if(TARGET kvrmem)
     install(TARGETS kvrmem)
     get_target_property(texts kvrmem KVRMEM_TEXTS)
@@ -30,4 +33,8 @@ string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
 configure_file(cmake/kvr.pc.in kvr.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/kvr.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 
-install(FILES README.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+# Side by side as in the tree, so that the documents find each other.
+install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
+install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs
+        FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN api.md EXCLUDE)
+install(DIRECTORY examples DESTINATION ${CMAKE_INSTALL_DOCDIR} USE_SOURCE_PERMISSIONS)

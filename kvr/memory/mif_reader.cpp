@@ -83,8 +83,6 @@ std::string_view mif_reader::next_physical_line() {
     return line.substr(0, line_limit);
 }
 
-// --- the header ---
-
 /// False when the read must stop with an error.
 bool mif_reader::read_header_line() {
     const std::string_view raw = next_physical_line();
@@ -162,8 +160,6 @@ void mif_reader::keep_as_comment(std::string_view raw) {
     ++list.count;
     line_failed = false;
 }
-
-// --- the content section ---
 
 /// False when an invalid line must stop the read.
 bool mif_reader::read_content() {
@@ -261,8 +257,6 @@ bool mif_reader::take_statement() {
     return true;
 }
 
-// --- ordinary content lines, straight from the buffer ---
-
 /// Reads the whole lines in the buffer up to the first that is not ordinary, which is left to
 /// read_statement(): only that one knows every rule and every fault.
 void mif_reader::read_ordinary_lines() {
@@ -272,8 +266,6 @@ void mif_reader::read_ordinary_lines() {
     physical_line += read.lines;
     source->skip(read.bytes);
 }
-
-// --- faults ---
 
 /// Reports the line at hand. False when the read must stop.
 bool mif_reader::invalid_line(const text_fault& fault) {

@@ -25,7 +25,8 @@ struct rule_trial {
 };
 
 const std::string long_keyword = "a_keyword_that_is_longer_than_what_a_string_holds_inside_of_itself";
-const std::string other_spelling = "A_Keyword_that_is_longer_than_what_a_string_holds_inside_of_itself";
+const std::string spelling_of_another_case =
+    "A_Keyword_that_is_longer_than_what_a_string_holds_inside_of_itself";
 const std::string family = "SERIES_A1H";
 
 void fixed_names(rule_trial& /*trial*/) {}
@@ -42,7 +43,7 @@ void fixed_names_spelled_otherwise(rule_trial& trial) {
 
 void names_in_both(rule_trial& trial) {
     added_name(trial);
-    trial.other.add_keyword(other_spelling);
+    trial.other.add_keyword(spelling_of_another_case);
     trial.other.add_keyword(long_keyword + "_as_well");
 }
 
@@ -52,7 +53,7 @@ const kvr_test::faulty_call<rule_trial> rule_calls[] = {
     {"add_keyword, a further one", added_name,
      [](rule_trial& trial) { trial.registry.add_keyword(long_keyword + "_too"); }},
     {"add_keyword, another spelling", added_name,
-     [](rule_trial& trial) { trial.registry.add_keyword(other_spelling); }},
+     [](rule_trial& trial) { trial.registry.add_keyword(spelling_of_another_case); }},
     {"assignment", names_in_both, [](rule_trial& trial) { trial.registry = trial.other; }},
     {"copy", names_in_both,
      [](rule_trial& trial) {
@@ -60,7 +61,8 @@ const kvr_test::faulty_call<rule_trial> rule_calls[] = {
          trial.answer = copy.is_keyword(long_keyword.c_str());
      }},
     {"is_keyword", names_in_both,
-     [](rule_trial& trial) { trial.answer = trial.registry.is_keyword(other_spelling.c_str()); }, false},
+     [](rule_trial& trial) { trial.answer = trial.registry.is_keyword(spelling_of_another_case.c_str()); },
+     false},
     {"lists of fixed names, which take the place of other spellings", fixed_names_spelled_otherwise,
      [](rule_trial& trial) {
          trial.registry.add_plexfunction_names();

@@ -98,7 +98,7 @@ std::string memory_trial::outcome() {
 }
 
 // Texts that no string holds inside of itself.
-const std::string long_text = "a text that is longer than what a string holds inside of itself";
+const std::string text_of_its_own = "a text that is longer than what a string holds inside of itself";
 const std::string long_word = "0123456789ABCDEF0123456789ABCDEF0123456789ABCDEF";
 
 constexpr unsigned long_word_bits = 192;
@@ -143,7 +143,7 @@ void all_handlers(memory_trial& trial) {
 
 void texts_for_comments(memory_trial& trial) {
     filled_memory<FILE_TYPE_MIF>(trial);
-    trial.texts.assign({long_text, "short", long_text + long_text});
+    trial.texts.assign({text_of_its_own, "short", text_of_its_own + text_of_its_own});
 }
 
 void commented_memory(memory_trial& trial) {
@@ -156,9 +156,9 @@ void commented_memory(memory_trial& trial) {
 
 void messages(memory_trial& trial) {
     for (int count = 0; count < 3; ++count) {
-        trial.file.add_error_message(long_text);
-        trial.file.add_warning_message(long_text);
-        trial.file.add_info_message(long_text);
+        trial.file.add_error_message(text_of_its_own);
+        trial.file.add_warning_message(text_of_its_own);
+        trial.file.add_info_message(text_of_its_own);
     }
     trial.file.reset_error_message_list();
     trial.file.reset_warning_message_list();
@@ -173,10 +173,11 @@ void file_of(memory_trial& trial, KVR_FILE_TYPES type, const std::string& conten
 }
 
 void mif_file(memory_trial& trial) {
-    file_of(trial, FILE_TYPE_MIF,
-            "-- " + long_text + "\nWIDTH=192; -- " + long_text + "\nDEPTH=64;\n% " + long_text +
-                " %\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT\nBEGIN\n0 : " + long_word +
-                ";\n1 : 1 2 3;\n[8..F] : A B C;\n10 :\n11;\n[20..3F] : 7;\nEND;\n-- " + long_text + "\n");
+    file_of(
+        trial, FILE_TYPE_MIF,
+        "-- " + text_of_its_own + "\nWIDTH=192; -- " + text_of_its_own + "\nDEPTH=64;\n% " + text_of_its_own +
+            " %\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT\nBEGIN\n0 : " + long_word +
+            ";\n1 : 1 2 3;\n[8..F] : A B C;\n10 :\n11;\n[20..3F] : 7;\nEND;\n-- " + text_of_its_own + "\n");
 }
 
 /// Line by line as a writer makes it: read by runs of lines.
@@ -209,7 +210,8 @@ void huge_mif_file(memory_trial& trial) {
 void hex_file(memory_trial& trial) {
     // The offset of one read is the first of the next: a file that says its first one reads the same again.
     file_of(trial, FILE_TYPE_HEX,
-            long_text + "\n:020000040000FA\n:0100000001FE\n:0100010002FC\n:020000040001F9\n:01000000AA55\n" +
+            text_of_its_own +
+                "\n:020000040000FA\n:0100000001FE\n:0100010002FC\n:020000040001F9\n:01000000AA55\n" +
                 ":020000021000EC\n:02000000 0102FB\n:00000001FF\n");
 }
 
@@ -265,7 +267,7 @@ void bad_rif_file(memory_trial& trial) {
 template <KVR_FILE_TYPES Type>
 void without_folder(memory_trial& trial) {
     filled_memory<Type>(trial);
-    trial.file.set_file_name("no such folder/" + long_text);
+    trial.file.set_file_name("no such folder/" + text_of_its_own);
 }
 
 /// Comments gather over reads: who starts over takes them away.
@@ -293,7 +295,7 @@ void set_word_outside(memory_trial& trial) {
     trial.answer = trial.file.set_data_word(40, long_word, RADIX_HEX);
 }
 void set_commented_word(memory_trial& trial) {
-    trial.answer = trial.file.set_data_word_with_comments(3, long_word, long_text, RADIX_HEX);
+    trial.answer = trial.file.set_data_word_with_comments(3, long_word, text_of_its_own, RADIX_HEX);
 }
 template <KVR_MEMORY_RADIXES Radix>
 void get_long_word(memory_trial& trial) {
@@ -319,7 +321,7 @@ const kvr_test::faulty_call<memory_trial> construction_and_settings[] = {
      false},
     {"set_dont_consolidate_data", all_handlers,
      [](memory_trial& trial) { trial.file.set_dont_consolidate_data(true); }, false},
-    {"set_file_name", all_handlers, [](memory_trial& trial) { trial.file.set_file_name(long_text); }},
+    {"set_file_name", all_handlers, [](memory_trial& trial) { trial.file.set_file_name(text_of_its_own); }},
     {"set_memory_initialize_value", all_handlers,
      [](memory_trial& trial) { trial.file.set_memory_initialize_value(long_word); }},
     {"set_number_of_words, growing", all_handlers,
@@ -375,9 +377,11 @@ const kvr_test::faulty_call<memory_trial> words_and_comments[] = {
 };
 
 const kvr_test::faulty_call<memory_trial> message_lists[] = {
-    {"add_error_message", messages, [](memory_trial& trial) { trial.file.add_error_message(long_text); }},
-    {"add_warning_message", messages, [](memory_trial& trial) { trial.file.add_warning_message(long_text); }},
-    {"add_info_message", messages, [](memory_trial& trial) { trial.file.add_info_message(long_text); }},
+    {"add_error_message", messages,
+     [](memory_trial& trial) { trial.file.add_error_message(text_of_its_own); }},
+    {"add_warning_message", messages,
+     [](memory_trial& trial) { trial.file.add_warning_message(text_of_its_own); }},
+    {"add_info_message", messages, [](memory_trial& trial) { trial.file.add_info_message(text_of_its_own); }},
     {"get_next_error_message", messages,
      [](memory_trial& trial) { trial.text = trial.file.get_next_error_message(); }},
     {"get_next_warning_message", messages,

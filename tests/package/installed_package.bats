@@ -16,7 +16,7 @@ setup_file() {
 configure_consumer() { # PREFIX [OPTION...]
     prefix=$1
     shift
-    cmake -S "$KVR_SOURCE/tests/package/consumer" -B "$BATS_TEST_TMPDIR/consumer" -G Ninja \
+    cmake -S "$KVR_SOURCE/tests/consumer/find_package" -B "$BATS_TEST_TMPDIR/consumer" -G Ninja \
         -DCMAKE_CXX_COMPILER=g++ -DCMAKE_COMPILE_WARNING_AS_ERROR=ON "-DCMAKE_PREFIX_PATH=$prefix" "$@"
 }
 
@@ -36,13 +36,27 @@ uses_it_through_find_package() { # PREFIX
 
 uses_it_through_pkg_config() { # PREFIX
     pc=$(find "$1" -name kvr.pc)
-    # pkg-config quotes for the shell.
-    eval "flags=($(PKG_CONFIG_PATH=${pc%/*} pkg-config --cflags --libs kvr))"
-    g++ -std=c++17 -Wall -Wextra -Werror "$KVR_SOURCE/tests/package/consumer/main.cpp" \
-        "${flags[@]}" -o "$BATS_TEST_TMPDIR/consumer"
+    PKG_CONFIG_PATH=${pc%/*} "$KVR_SOURCE/tests/consumer/with_pkg_config" "$BATS_TEST_TMPDIR/consumer"
     library=$(find "$1" -name 'libkvr.*' | head -n 1)
     export LD_LIBRARY_PATH=${library%/*}
     says_what_is_in_the_memory "$BATS_TEST_TMPDIR/consumer"
+}
+
+uses_it_through_add_subdirectory() { # [OPTION...]
+    build=$BATS_TEST_TMPDIR/consumer
+    # In batches and without optimization: for speed, and because that it can be optimized is known.
+    cmake -S "$KVR_SOURCE/tests/consumer/add_subdirectory" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER=g++ \
+        -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DCMAKE_UNITY_BUILD=ON -DCMAKE_CXX_FLAGS=-O0 "$@"
+    cmake --build "$build"
+    says_what_is_in_the_memory "$build/consumer"
+}
+
+@test "the tree is used through add_subdirectory, static" {
+    uses_it_through_add_subdirectory
+}
+
+@test "the tree is used through add_subdirectory, shared" {
+    uses_it_through_add_subdirectory -DBUILD_SHARED_LIBS=ON
 }
 
 @test "a static package is used through find_package" {
@@ -108,4 +122,21 @@ uses_it_through_pkg_config() { # PREFIX
     grep -q '^complete .*kvrmem$' bash-completion/completions/kvrmem
     head -n 1 zsh/site-functions/_kvrmem | grep -qx '#compdef kvrmem'
     grep -q '^complete -c kvrmem' fish/vendor_completions.d/kvrmem.fish
+}
+
+@test "the documents are installed and find each other and the examples" {
+    cd "$first/static/share/doc/kvr"
+    [ -x examples/programs/stamp_build ]
+    [ -f docs/formats.md ]
+    links=0
+    for document in *.md docs/*.md examples/programs/*.md; do
+        while read -r target; do
+            links=$((links + 1))
+            case $target in
+            https:* | *kvr/*.h) ;; # headers are installed elsewhere
+            *) [ -e "$(dirname "$document")/$target" ] || { echo "$document: $target leads nowhere" && false; } ;;
+            esac
+        done < <(awk '/^```/ { code = !code } !code' "$document" | grep -o '\](\([^)#]*\)' | sed 's/^](//')
+    done
+    [ "$links" -gt 10 ]
 }

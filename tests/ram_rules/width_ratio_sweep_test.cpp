@@ -3,6 +3,7 @@
 #include "kvr/ram_rules/device_families.h"
 #include "kvr/ram_rules/width_ratio.h"
 #include "tests/ram_rules/plain_width_ratio.h"
+#include "tests/sanitized.h"
 
 #include <gtest/gtest.h>
 
@@ -99,7 +100,8 @@ TEST_P(WidthRatioOfFamily, AllWidthsTo600AgreeWithThePlainReading) {
     const std::string family = GetParam();
     sweep sweep;
     int turn = 0;
-    for (int a = 1; a <= 600; ++a) {
+    const int step = kvr_test::is_sanitized ? 7 : 1;
+    for (int a = 1; a <= 600; a += step) {
         for (int b = 1; b <= 600; ++b) {
             for (const block_text& block : named_blocks) {
                 turn = (turn + 1) % 83; // a prime, so that each block meets every turn
@@ -107,7 +109,7 @@ TEST_P(WidthRatioOfFamily, AllWidthsTo600AgreeWithThePlainReading) {
             }
         }
     }
-    EXPECT_GT(sweep.asked, 10 * 600 * 600);
+    EXPECT_GT(sweep.asked, 10 * 600 * 600 / step);
     EXPECT_GT(sweep.valid, 1000);
 }
 

@@ -24,8 +24,6 @@ using step = kvr::hex_record_walk::step;
 
 constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
 
-// --- what the library's reader finds ---
-
 class hex_error_collector : public kvr::read_observer {
 public:
     hex_error_collector(const check_source& checked, fault_list& list) : source(checked), faults(list) {}
@@ -91,8 +89,6 @@ void find_errors(const check_source& source, const input_options& options, fault
     kvr::line_source lines = source.lines(kvr::hex_record_walk::longest_line);
     static_cast<void>(kvr::find_address_space(memory, lines, &collector));
 }
-
-// --- what it reads without a word ---
 
 /// The bytes of a word; 0 when neither the person nor the records tell.
 std::uint32_t bytes_per_word(const check_source& source, const input_options& options) {

@@ -100,8 +100,6 @@ private:
     std::string word;
 };
 
-// --- what the reader finds ---
-
 /// The statement that begins in the line that the reader numbers @p line, without comments, in @p text.
 kvr::mif_content mif_checker::statement_at(std::uint64_t line, std::string& text) const {
     kvr::mif_content content;
@@ -228,8 +226,6 @@ void mif_checker::take_range_fault(check_fault& found, const kvr::mif_content& c
                                       visible(content.text.substr(range->begin, range->end - range->begin)),
                                       range->first.in(content.text), range->last.in(content.text))};
 }
-
-// --- what it reads without a word ---
 
 void mif_checker::content_line(const kvr::mif_content& content) {
     check.content_read = std::max(check.content_read, file_line(content.pieces.back().line));

@@ -14,19 +14,25 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <string_view>
 #include <system_error>
 
 namespace kvrmem {
 
 namespace {
 
-/// A picture in the place of a memory file is a slip of the pen.
-void require_no_memory_file(const std::string& output, const std::string& input) {
+/// Extensions of pictures that are something else than SVG.
+constexpr std::array<std::string_view, 8> other_pictures = {".png",  ".jpg", ".jpeg", ".gif",
+                                                            ".webp", ".bmp", ".pdf",  ".ps"};
+
+/// A picture in the place of a memory file, or in that of another kind of picture, is a slip of the pen.
+void require_svg_file(const std::string& output, const std::string& input) {
     std::error_code error;
+    const std::string extension = std::filesystem::path(output).extension().string();
     if (output != "-" && std::filesystem::equivalent(output, input, error)) {
         usage_error(fmt::format("--output {}: the picture would replace the memory file", output));
     }
-    if (format_of_path(output)) {
+    if (format_of_path(output) || std::ranges::find(other_pictures, extension) != other_pictures.end()) {
         usage_error(fmt::format("--output {}: a picture is an SVG file; name it so", output));
     }
 }
@@ -40,7 +46,7 @@ void require_fitting_options(const arguments& given) {
                                 least_screen_columns));
     }
     if (given.output) {
-        require_no_memory_file(*given.output, given.files[0]);
+        require_svg_file(*given.output, given.files[0]);
     }
 }
 

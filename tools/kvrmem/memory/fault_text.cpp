@@ -21,8 +21,6 @@ namespace {
 
 using kvr::fault_code;
 
-// --- MIF ---
-
 std::string_view trimmed(std::string_view text) {
     const std::size_t begin = text.find_first_not_of(" \t");
     return begin != std::string_view::npos ? text.substr(begin, text.find_last_not_of(" \t") + 1 - begin)
@@ -166,8 +164,6 @@ fault_text with_digit_hint(fault_text told, std::string_view text, const mif_lim
     }
     return told;
 }
-
-// --- Intel HEX ---
 
 /// "record length 04 means 4 bytes, there are 3 (6 digits)"
 fault_text describe_length(std::string_view record) {

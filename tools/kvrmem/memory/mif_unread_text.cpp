@@ -6,6 +6,14 @@
 
 namespace kvrmem {
 
+namespace {
+
+bool is_within(const kvr::text_span& span, std::size_t place) {
+    return span.found() && span.begin <= place && place < span.end;
+}
+
+} // namespace
+
 bool is_number_in(std::string_view digits, KVR_MEMORY_RADIXES radix) {
     const unsigned base = kvr::radix_base(radix);
     return std::all_of(digits.begin(), digits.end(), [base](char c) { return kvr::digit_value(c) < base; });
@@ -29,9 +37,13 @@ kvr::text_span find_text_behind_semicolon(std::string_view text) {
 kvr::text_span find_stray_characters(const kvr::mif_content& content, std::size_t from) {
     const std::string_view text = content.text.substr(0, content.text.find(';'));
     const std::size_t colon = text.find(':');
+    const auto is_read = [&](std::size_t at) {
+        return at < colon ? is_within(content.first_address, at) || is_within(content.last_address, at)
+                          : kvr::is_value_character(text[at]);
+    };
     const auto is_stray = [&](std::size_t at) {
         const std::string_view separators = at < colon ? " \t[]." : " \t:,";
-        return !kvr::is_value_character(text[at]) && separators.find(text[at]) == std::string_view::npos;
+        return !is_read(at) && separators.find(text[at]) == std::string_view::npos;
     };
     while (from < text.size() && !is_stray(from)) {
         ++from;

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace kvr_fuzz {
+
+/// Holds what runs while it lives to the limits that hostile input must not break: 32 MiB and a hundred times
+/// the input in memory, a second and 20 microseconds for each byte of the input in time of the processor. One
+/// may live at a time.
+class resource_limits {
+public:
+    /// @param input_size in bytes.
+    explicit resource_limits(std::size_t input_size) noexcept;
+    ~resource_limits();
+    resource_limits(const resource_limits&) = delete;
+    resource_limits& operator=(const resource_limits&) = delete;
+
+private:
+    std::size_t size;
+    double began; ///< in seconds
+};
+
+} // namespace kvr_fuzz

@@ -1,0 +1,18 @@
+#pragma once
+
+#include <span>
+#include <string_view>
+
+namespace kvr_fuzz {
+
+/// Something that is fuzzed.
+struct target {
+    std::string_view name;
+    void (*run)(std::string_view input); ///< tells a finding when something does not hold
+    const char* options; ///< of libFuzzer, separated by blanks; the command line overrides them
+};
+
+/// The targets of this program.
+[[nodiscard]] std::span<const target> all_targets() noexcept;
+
+} // namespace kvr_fuzz

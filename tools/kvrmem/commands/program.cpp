@@ -1,0 +1,76 @@
+#include "tools/kvrmem/commands/program.h"
+
+#include "tools/kvrmem/command_line/generated_text.h"
+#include "tools/kvrmem/command_line/help_text.h"
+#include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <cstdio>
+#include <exception>
+#include <new>
+#include <string_view>
+
+namespace {
+
+using kvrmem::exit_code;
+
+/// @param color left with what the command line says of it.
+exit_code run_command(const kvrmem::command& which, int count, char** words, kvrmem::color_choice& color) {
+    const kvrmem::arguments given = kvrmem::parse_arguments(which, count, words);
+    color = given.color;
+    if (given.help) {
+        kvrmem::print(kvrmem::help_for(which));
+        return exit_code::fine;
+    }
+    kvrmem::start_progress();
+    const exit_code answer = which.run(given);
+    kvrmem::end_progress();
+    return answer;
+}
+
+exit_code run(int count, char** words, kvrmem::color_choice& color) {
+    if (count < 2) {
+        throw kvrmem::tool_error(exit_code::wrong_usage, "no command given; see kvrmem --help");
+    }
+    const std::string_view first = words[1];
+    if (first == "--help" || first == "-h" || first == "help") {
+        kvrmem::print(count > 2 ? kvrmem::help_for(kvrmem::find_command(words[2])) : kvrmem::overview());
+        return exit_code::fine;
+    }
+    if (first == "--version" || first == "-V") {
+        kvrmem::print("kvrmem " KVR_VERSION "\n");
+        return exit_code::fine;
+    }
+    if (first == "--generate") {
+        kvrmem::print(kvrmem::generated_text(count > 2 ? words[2] : ""));
+        return exit_code::fine;
+    }
+    return run_command(kvrmem::find_command(first), count - 1, words + 1, color);
+}
+
+int report(exit_code code, std::string_view message, kvrmem::color_choice color) {
+    kvrmem::end_progress();
+    kvrmem::tell_failure(message, color);
+    return static_cast<int>(code);
+}
+
+} // namespace
+
+int kvrmem::run_program(int count, char** words) {
+    kvrmem::color_choice color = kvrmem::color_choice::automatic;
+    try {
+        return static_cast<int>(run(count, words, color));
+    } catch (const kvrmem::tool_error& error) {
+        return report(error.code(), error.what(), color);
+    } catch (const std::bad_alloc&) {
+        return report(exit_code::internal, "out of memory", color);
+    } catch (const std::exception& error) {
+        return report(exit_code::internal, fmt::format("internal error: {}", error.what()), color);
+    }
+}
