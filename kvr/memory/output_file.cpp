@@ -23,7 +23,7 @@ output_file& output_file::operator=(output_file&& other) noexcept {
         file = std::move(other.file);
         buffer = std::move(other.buffer);
         filled = other.filled;
-        write_failed = other.write_failed;
+        first_failure = other.first_failure;
     }
     return *this;
 }
@@ -41,8 +41,11 @@ bool output_file::close() {
         return false;
     }
     write_block();
-    const bool closed = std::fclose(file.release()) == 0;
-    return closed && !write_failed;
+    errno = 0;
+    if (std::fclose(file.release()) != 0 && first_failure == 0) {
+        first_failure = errno != 0 ? errno : EIO;
+    }
+    return first_failure == 0;
 }
 
 /// Writes a text that does not fit behind what is buffered; a big one goes past the buffer.
@@ -61,15 +64,15 @@ void output_file::write_block() noexcept {
 }
 
 void output_file::write_through(const char* bytes, std::size_t count) noexcept {
-    while (file && count > 0 && !write_failed) {
+    while (file && count > 0 && first_failure == 0) {
         errno = 0;
         const std::size_t written = std::fwrite(bytes, 1, count, file.get());
         bytes += written;
         count -= written;
         if (std::ferror(file.get()) != 0 && errno == EINTR) {
             std::clearerr(file.get());
-        } else {
-            write_failed = count > 0;
+        } else if (count > 0) {
+            first_failure = errno != 0 ? errno : EIO;
         }
     }
 }

@@ -56,6 +56,8 @@ public:
     /// Writes out what is buffered and closes the file. True when every byte was written; false as well
     /// when there is no open file.
     [[nodiscard]] bool close();
+    /// Why the first write, or the close, failed, as errno tells it; 0 when none has failed.
+    [[nodiscard]] int failure() const noexcept { return first_failure; }
 
 private:
     void write_around_block(std::string_view text);
@@ -69,7 +71,7 @@ private:
     std::unique_ptr<std::FILE, file_closer> file;
     std::unique_ptr<char[]> buffer;
     std::size_t filled = 0;
-    bool write_failed = false;
+    int first_failure = 0;
 };
 
 } // namespace kvr

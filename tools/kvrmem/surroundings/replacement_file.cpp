@@ -149,8 +149,11 @@ void replacement_file::open_beside(const struct stat& old) {
 }
 
 void replacement_file::commit() {
+    if (!file.close()) {
+        fail(file.failure());
+    }
     errno = 0;
-    if (!file.close() || (replaces && !is_stored(temporary.path()))) {
+    if (replaces && !is_stored(temporary.path())) {
         fail(errno != 0 ? errno : EIO);
     }
     if (!temporary.path().empty()) {
