@@ -8,12 +8,14 @@ namespace kvr_fuzz {
 
 namespace {
 
+// Where an input reaches thousands of features, it takes longer to weigh them than to run it: no entropic
+// scheduling there.
 constexpr std::array targets = {
-    target{"mif_reader", try_mif_reader, "-max_len=1024"},
-    target{"hex_reader", try_hex_reader, "-max_len=1024"},
-    target{"rif_reader", try_rif_reader, "-max_len=1024"},
+    target{"mif_reader", try_mif_reader, "-max_len=1024 -entropic=0"},
+    target{"hex_reader", try_hex_reader, "-max_len=1024 -entropic=0"},
+    target{"rif_reader", try_rif_reader, "-max_len=1024 -entropic=0"},
     target{"radix_conversion", try_radix_conversion, "-max_len=1500 -len_control=1000"},
-    target{"fixed_point", try_fixed_point, "-max_len=120"},
+    target{"fixed_point", try_fixed_point, "-max_len=80"},
     target{"tokenizer", try_tokenizer, "-max_len=120"},
     target{"list_file", try_list_file, "-max_len=1000"},
     target{"generated_file", try_generated_file, "-max_len=9000 -len_control=1000"},
