@@ -273,32 +273,50 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
         return static_cast<bool>(latest.made);
     }
     const std::uint32_t end = std::min(leaf.last, size() - 1) - leaf.first + 1;
-    std::string text;
     for (std::uint32_t index = 0; index < end;) {
         word_row row = leaf.page->row_at(index);
-        if (row.count == 0) {
-            const std::string_view word = (*leaf.page)[index];
-            const std::uint32_t behind = leaf.page->find_other(index, end - 1, word);
-            if (!conversion(word, text)) {
+        row.count = std::min(row.count, end - index);
+        if (row.count != 0) {
+            if (!take_converted_row(leaf.first + index, row, conversion, keeps)) {
                 return false;
             }
-            if (behind == index + 1) {
-                set(leaf.first + index, text);
-            } else {
-                fill(leaf.first + index, leaf.first + behind - 1, {text});
-            }
-            index = behind;
+            index += row.count;
             continue;
         }
-        row.count = std::min(row.count, end - index);
-        const bool kept = keeps && keeps(row);
-        for (const std::uint32_t behind = index + row.count; index < behind; ++index) {
-            const std::string_view word = (*leaf.page)[index];
-            if (!kept && !conversion(word, text)) {
-                return false;
-            }
-            set(leaf.first + index, kept ? word : text);
+        const std::string_view word = (*leaf.page)[index];
+        const std::uint32_t behind = leaf.page->find_other(index, end - 1, word);
+        if (!take_converted_run({leaf.first + index, leaf.first + behind - 1, word}, conversion)) {
+            return false;
         }
+        index = behind;
+    }
+    return true;
+}
+
+/// The same for words that stand side by side, the first of them at @p address.
+bool word_store::take_converted_row(std::uint32_t address, const word_row& row,
+                                    const word_conversion& conversion, const row_test& keeps) {
+    const bool kept = keeps && keeps(row);
+    std::string text;
+    for (std::uint32_t index = 0; index < row.count; ++index) {
+        if (!kept && !conversion(row[index], text)) {
+            return false;
+        }
+        set(address + index, kept ? row[index] : text);
+    }
+    return true;
+}
+
+/// The same for a run of one word.
+bool word_store::take_converted_run(const word_run& run, const word_conversion& conversion) {
+    std::string text;
+    if (!conversion(run.text, text)) {
+        return false;
+    }
+    if (run.first == run.last) {
+        set(run.first, text);
+    } else {
+        fill(run.first, run.last, {text});
     }
     return true;
 }

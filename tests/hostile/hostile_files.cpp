@@ -151,7 +151,7 @@ constexpr hostile_file files[] = {
      [] { return repeated("WIDTH=8;\nDEPTH=4096;\nDATA_RADIX=HEX;\n", 50000) + mif(small, ""); }},
     {"many_ends.mif", [] { return mif(small, repeated("END;\n", 200000)); }},
     {"nul_bytes.mif", [] { return std::string(million, '\0'); }},
-    {"nul_in_a_value.mif", [] { return mif(small, std::string("0 : 1\0") + '\0' + "2;\n"); }},
+    {"nul_in_a_value.mif", [] { return mif(small, std::string("0 : 1") + '\0' + "2;\n"); }},
     {"noise.mif", [] { return noise(1, million); }},
     {"noise_in_the_content.mif", [] { return mif(small, noise(2, million)); }},
     {"empty.mif", [] { return std::string(); }},
