@@ -27,23 +27,22 @@ std::size_t total_length(const std::string_view* values, std::size_t count) {
 word_pattern::word_pattern(std::uint32_t first_address, const std::string_view* values, std::size_t count)
     : first(first_address) {
     texts.reserve(total_length(values, count));
-    ends.reserve(count);
+    places.reserve(count);
     for (std::size_t i = 0; i < count; ++i) {
         texts.append(values[i]);
-        ends.push_back(static_cast<std::uint32_t>(texts.size()));
+        places.push_back({static_cast<std::uint32_t>(texts.size()), 1});
     }
     count_equal_values();
 }
 
 void word_pattern::count_equal_values() {
-    equal_ahead.assign(ends.size(), 1);
     const std::uint32_t count = period();
     // Twice around: the last values are equal to the first ones of the next turn.
     std::uint32_t equal = 1;
     for (std::uint32_t left = 2 * count; left > 0; --left) {
         const std::uint32_t index = (left - 1) % count;
         equal = value(index) == value((index + 1) % count) ? std::min(equal + 1, count) : 1;
-        equal_ahead[index] = equal;
+        places[index].equal_ahead = equal;
     }
 }
 
@@ -66,8 +65,9 @@ std::uint64_t word_pattern::find_other(std::uint32_t from, std::uint32_t last,
         return from;
     }
     const std::uint64_t behind = std::uint64_t{last} + 1;
-    return equal_ahead[index] == period() ? behind
-                                          : std::min(behind, std::uint64_t{from} + equal_ahead[index]);
+    return places[index].equal_ahead == period()
+               ? behind
+               : std::min(behind, std::uint64_t{from} + places[index].equal_ahead);
 }
 
 bool same_texts(const pattern_ref& left, const pattern_ref& right) noexcept {

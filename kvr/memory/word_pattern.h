@@ -34,11 +34,11 @@ public:
     }
 
     /// True when every word has the same text.
-    [[nodiscard]] bool is_uniform() const noexcept { return ends.empty(); }
+    [[nodiscard]] bool is_uniform() const noexcept { return places.empty(); }
 
     /// The number of addresses after which the texts repeat.
     [[nodiscard]] std::uint32_t period() const noexcept {
-        return is_uniform() ? 1 : static_cast<std::uint32_t>(ends.size());
+        return is_uniform() ? 1 : static_cast<std::uint32_t>(places.size());
     }
 
     /// The first address from @p from to @p last (inclusive) whose word is not @p text; last + 1 when
@@ -57,15 +57,19 @@ private:
     word_pattern(std::uint32_t first_address, const std::string_view* values, std::size_t count);
 
     [[nodiscard]] std::string_view value(std::uint32_t index) const noexcept {
-        const std::uint32_t begin = index == 0 ? 0 : ends[index - 1];
-        return {texts.data() + begin, ends[index] - begin};
+        const std::uint32_t begin = index == 0 ? 0 : places[index - 1].end;
+        return {texts.data() + begin, places[index].end - begin};
     }
+
+    struct value_place {
+        std::uint32_t end; ///< in `texts`
+        std::uint32_t
+            equal_ahead; ///< values equal to it from it on, of the next turn too; at most the period
+    };
 
     mutable std::uint32_t references = 0;
     std::uint32_t first = 0;
-    std::vector<std::uint32_t> ends; ///< of each value in `texts`; none when the pattern is uniform
-    /// For each value, how many from it on are equal, those of the next turn included; at most the period.
-    std::vector<std::uint32_t> equal_ahead;
+    std::vector<value_place> places; ///< none when the pattern is uniform
     std::string texts;
 };
 
