@@ -114,8 +114,7 @@ void comment_store::push_front(std::string_view text) {
     if (segments.empty() || segments.front().entries->room() == 0) {
         segments.push_front({0, std::make_unique<segment>(segment::capacity)});
     }
-    segments.front().entries->insert(0, added);
-    ++segments.front().comments;
+    insert(segments.front(), 0, added);
     ++listed;
     found = {};
 }
@@ -147,11 +146,11 @@ void comment_store::insert_between(std::uint64_t index, std::string_view text) {
         entry& gap = (*from.entries)[next.entry];
         gap = entry::gap(gap.comments() - before);
         from.comments -= before;
-        insert(place, entry::gap(before));
+        insert(segments[place.segment], place.entry, entry::gap(before));
         ++place.entry;
         place.first = index;
     }
-    insert(place, added);
+    insert(segments[place.segment], place.entry, added);
     ++listed;
     found = place;
 }
@@ -172,15 +171,13 @@ comment_store::entry comment_store::kept(std::string_view text) {
     return entry::text(texts.keep(text));
 }
 
-void comment_store::insert(const cursor& place, entry added) noexcept {
-    segment_slot& slot = segments[place.segment];
-    slot.entries->insert(place.entry, added);
+void comment_store::insert(segment_slot& slot, std::uint32_t place, entry added) noexcept {
+    slot.entries->insert(place, added);
     slot.comments += added.comments();
 }
 
 void comment_store::append(entry added) noexcept {
-    segments.back().entries->insert(segments.back().entries->size(), added);
-    segments.back().comments += added.comments();
+    insert(segments.back(), segments.back().entries->size(), added);
     listed += added.comments();
 }
 

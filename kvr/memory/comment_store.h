@@ -90,7 +90,7 @@ private:
     [[nodiscard]] entry kept(std::string_view text);
     void insert_between(std::uint64_t index, std::string_view text);
     void insert_behind(std::uint64_t index, std::string_view text);
-    void insert(const cursor& place, entry added) noexcept;
+    static void insert(segment_slot& slot, std::uint32_t place, entry added) noexcept;
     void append(entry added) noexcept;
     [[nodiscard]] bool has_room_for_two(std::size_t number) const noexcept;
     void split(cursor& place);

@@ -12,7 +12,6 @@
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <limits>
@@ -81,20 +80,9 @@ bool same_words(const kvr::word_store& left, const kvr::word_store& right) {
     if (left.size() != right.size()) {
         return false;
     }
-    same_cycle_finder cycles(left, right);
-    for (std::uint64_t address = 0; address < left.size();) {
-        if (const std::uint64_t alike = cycles.find(address, std::equal_to<>())) {
-            address += alike;
-            continue;
-        }
-        const kvr::word_run one = left.run_at(static_cast<std::uint32_t>(address));
-        const kvr::word_run other = right.run_at(static_cast<std::uint32_t>(address));
-        if (one.text != other.text) {
-            return false;
-        }
-        address = std::uint64_t{std::min(one.last, other.last)} + 1;
-    }
-    return true;
+    bool same = true;
+    for_each_differing_run(left, right, std::equal_to<>(), [&same](auto&&...) { same = false; });
+    return same;
 }
 
 /// A word with more digits than the one before it makes its line longer.

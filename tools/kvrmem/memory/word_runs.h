@@ -75,23 +75,34 @@ private:
     return true;
 }
 
+/// Goes over the words, in order. @p take_some is called with an address and answers how many words it has
+/// taken from there on; where it took none, @p take_run gets the run of equal words. Words that were never
+/// set make runs too.
+template <class TakeSome, class TakeRun>
+void for_each_part(const kvr::word_store& words, TakeSome&& take_some, TakeRun&& take_run) {
+    for (std::uint64_t address = 0; address < words.size();) {
+        const auto first = static_cast<std::uint32_t>(address);
+        if (const std::uint64_t taken = take_some(first)) {
+            address += taken;
+            continue;
+        }
+        const kvr::word_run run = words.run_at(first);
+        address = std::uint64_t{run.last} + 1;
+        take_run(run);
+    }
+}
+
 /// Goes over the words, in order. Where a fill has made a cycle of several words, which may be billions, it
 /// calls @p take_cycle, which answers how many addresses it has taken; where it took none, and everywhere
 /// else, @p take_run with the run of equal words. Words that were never set make runs too.
 template <class TakeCycle, class TakeRun>
 void for_each_cycle_or_run(const kvr::word_store& words, TakeCycle&& take_cycle, TakeRun&& take_run) {
     cycle_finder cycles(words);
-    for (std::uint64_t address = 0; address < words.size();) {
-        if (const auto cycle = cycles.find(address)) {
-            if (const std::uint64_t taken = take_cycle(*cycle)) {
-                address += taken;
-                continue;
-            }
-        }
-        const kvr::word_run run = words.run_at(static_cast<std::uint32_t>(address));
-        address = std::uint64_t{run.last} + 1;
-        take_run(run);
-    }
+    const auto take_some = [&](std::uint32_t first) -> std::uint64_t {
+        const auto cycle = cycles.find(first);
+        return cycle ? take_cycle(*cycle) : 0;
+    };
+    for_each_part(words, take_some, take_run);
 }
 
 /// Goes over the words that are set, in order. Where they stand in a row it calls @p take_row with the row
@@ -102,27 +113,21 @@ template <class TakeRow, class TakeCycle, class TakeRun>
 void for_each_row_cycle_or_run(const kvr::word_store& words, TakeRow&& take_row, TakeCycle&& take_cycle,
                                TakeRun&& take_run) {
     cycle_finder cycles(words);
-    for (std::uint64_t address = 0; address < words.size();) {
-        const auto first = static_cast<std::uint32_t>(address);
+    const auto take_some = [&](std::uint32_t first) -> std::uint64_t {
         const kvr::word_row row = words.row_at(first);
         if (row.count != 0 && row.length != 0) {
             if (const std::uint32_t taken = take_row(row, first)) {
-                address += taken;
-                continue;
+                return taken;
             }
         }
-        if (const auto cycle = cycles.find(address)) {
-            if (const std::uint64_t taken = take_cycle(*cycle)) {
-                address += taken;
-                continue;
-            }
-        }
-        const kvr::word_run run = words.run_at(first);
+        const auto cycle = cycles.find(first);
+        return cycle ? take_cycle(*cycle) : 0;
+    };
+    for_each_part(words, take_some, [&take_run](const kvr::word_run& run) {
         if (!run.text.empty()) {
             take_run(run);
         }
-        address = std::uint64_t{run.last} + 1;
-    }
+    });
 }
 
 /// The same where cycles are of no interest.
@@ -169,5 +174,33 @@ private:
     const kvr::word_store& other;
     std::uint64_t known_until = 0;
 };
+
+/// Calls @p take (first address, last address, one word, the other) with every stretch over which two
+/// memories hold a word each that are not the same, as @p same (one word, the other) judges, in order. Behind
+/// the end of a memory its words are "".
+template <class Same, class Take>
+void for_each_differing_run(const kvr::word_store& one, const kvr::word_store& other, Same&& same,
+                            Take&& take) {
+    const std::uint64_t end = std::max(one.size(), other.size());
+    const auto run_in = [end](const kvr::word_store& words, std::uint64_t address) {
+        const auto first = static_cast<std::uint32_t>(address);
+        return address < words.size() ? words.run_at(first)
+                                      : kvr::word_run{first, static_cast<std::uint32_t>(end - 1), ""};
+    };
+    same_cycle_finder cycles(one, other);
+    for (std::uint64_t address = 0; address < end;) {
+        if (const std::uint64_t alike = cycles.find(address, same)) {
+            address += alike;
+            continue;
+        }
+        const kvr::word_run in_one = run_in(one, address);
+        const kvr::word_run in_other = run_in(other, address);
+        const std::uint64_t last = std::min(in_one.last, in_other.last);
+        if (!same(in_one.text, in_other.text)) {
+            take(address, last, in_one.text, in_other.text);
+        }
+        address = last + 1;
+    }
+}
 
 } // namespace kvrmem

@@ -2,11 +2,10 @@
 
 #include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
+#include "tools/kvrmem/surroundings/write_all.h"
 
 #include <fmt/format.h>
 
-#include <cerrno>
-#include <cstddef>
 #include <cstdio>
 #include <string>
 #include <unistd.h>
@@ -33,14 +32,8 @@ void tell_failure(std::string_view text, color_choice choice) {
 
 void tell_as_it_is(std::string_view text) {
     const progress_pause pause;
-    while (!text.empty()) {
-        const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
-        if (written > 0) {
-            text.remove_prefix(static_cast<std::size_t>(written));
-        } else if (written == 0 || errno != EINTR) {
-            return; // there is nobody to tell that standard error cannot be written to
-        }
-    }
+    // There is nobody to tell that standard error cannot be written to.
+    static_cast<void>(write_all(STDERR_FILENO, text));
 }
 
 } // namespace kvrmem

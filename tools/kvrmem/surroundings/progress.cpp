@@ -1,6 +1,7 @@
 #include "tools/kvrmem/surroundings/progress.h"
 
 #include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/surroundings/write_all.h"
 
 #include <algorithm>
 #include <array>
@@ -36,7 +37,7 @@ constexpr std::string_view erase_line = "\r\x1B[K";
 
 void write_to_terminal(std::string_view text) noexcept {
     // There is nobody to tell that the terminal cannot be written to.
-    [[maybe_unused]] const ssize_t written = ::write(STDERR_FILENO, text.data(), text.size());
+    static_cast<void>(write_all(STDERR_FILENO, text));
 }
 
 /// A line that is put together without memory from the heap, which a signal handler must not ask for.

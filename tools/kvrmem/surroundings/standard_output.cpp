@@ -3,6 +3,7 @@
 #include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/terminal.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/surroundings/write_all.h"
 
 #include <cstdio>
 #include <unistd.h>
@@ -19,9 +20,9 @@ namespace {
 
 void print(std::string_view text) {
     const progress_pause pause;
-    output_stream output;
-    output.write(text);
-    output.finish();
+    if (!write_all(STDOUT_FILENO, text)) {
+        fail();
+    }
 }
 
 // A descriptor of its own, so that closing it leaves the program's standard output open.
