@@ -5,12 +5,17 @@ if(KVR_SANITIZERS)
     add_link_options(-fsanitize=${KVR_SANITIZERS})
 endif()
 
-option(KVR_COVERAGE "Count which lines run, for gcov" OFF)
+option(KVR_COVERAGE "Count what runs of the library and the tool, for gcov" OFF)
 if(KVR_COVERAGE)
-    # Tests run in parallel and share the count files.
-    add_compile_options(--coverage -fprofile-update=atomic)
     add_link_options(--coverage)
 endif()
+function(kvr_count_what_runs target)
+    if(KVR_COVERAGE)
+        # In one piece: what is in a header is counted once.
+        target_compile_options(${target} PRIVATE --coverage)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD_BATCH_SIZE 0)
+    endif()
+endfunction()
 
 option(KVR_BUILD_QUICKLY "Compile tool and tests without optimization: they run for less time than it takes" OFF)
 function(kvr_compile_quickly target)

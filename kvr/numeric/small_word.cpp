@@ -167,9 +167,9 @@ bool read_exact(std::uint64_t& bits, std::string_view text, KVR_MEMORY_RADIXES r
     if (is_decimal(radix)) {
         return read_exact_decimal(bits, text, radix == RADIX_DEC, width);
     }
-    const unsigned digit_bits = bits_per_digit(radix);
+    const unsigned bits_a_digit = bits_per_digit(radix);
     small_word word{};
-    if (text.empty() || text.size() > most_bits / digit_bits || !read_grouped(word, text, digit_bits)) {
+    if (text.empty() || text.size() > most_bits / bits_a_digit || !read_grouped(word, text, bits_a_digit)) {
         return false;
     }
     bits = word.bits;

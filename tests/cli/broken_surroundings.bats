@@ -122,7 +122,7 @@ every_command_tells() { # TARGET
     printf 'old\n' >out.mif
     cp out.mif ../before
     # The system writes what still fits, and then fails: the signal for that is ignored.
-    run -3 bash -c "trap '' XFSZ; ulimit -f 64; '$KVRMEM' new out.mif --force --width 8 --depth 0xFFFFF --no-runs"
+    run -3 bash -c "trap '' XFSZ; ulimit -f 1024; '$KVRMEM' new out.mif --force --width 8 --depth 0xFFFFF --no-runs"
     [ "$output" = "kvrmem: out.mif: cannot be written: File too large" ]
     nothing_changed
 }

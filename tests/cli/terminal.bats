@@ -97,7 +97,7 @@ on_a_terminal() { # COMMAND LINE
 
 @test "a file that grows beyond the limit of the system is taken away" {
     mkdir box
-    run bash -c "ulimit -f 64; '$KVRMEM' new box/out.mif --width 8 --depth 0xFFFFF --no-runs"
+    run bash -c "ulimit -f 1024; '$KVRMEM' new box/out.mif --width 8 --depth 0xFFFFF --no-runs"
     [ "$status" -gt 128 ]
     [ -z "$(ls -A box)" ]
 }

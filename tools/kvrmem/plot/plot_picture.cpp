@@ -48,11 +48,11 @@ std::optional<run_samples> samples_of(const memory_image& image, const address_g
 }
 
 std::uint32_t least_power_of_two(std::uint32_t count, std::uint32_t most) {
-    std::uint32_t step = 1;
-    while ((count - 1) / step + 1 > most) {
-        step *= 2;
+    std::uint32_t power = 1;
+    while ((count - 1) / power + 1 > most) {
+        power *= 2;
     }
-    return step;
+    return power;
 }
 
 } // namespace

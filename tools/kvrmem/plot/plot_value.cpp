@@ -35,11 +35,11 @@ tick_step step_for(std::uint64_t span, std::uint32_t most) {
 /// Large values keep the digits that tell them apart: 500000000 is 500e6.
 class tick_labels {
 public:
-    tick_labels(const tick_step& step, std::uint64_t largest) {
+    tick_labels(const tick_step& apart, std::uint64_t largest) {
         constexpr std::uint64_t first_long_value = 10'000'000;
         constexpr std::uint32_t group = 3;
         if (largest >= first_long_value) {
-            exponent = step.exponent / group * group;
+            exponent = apart.exponent / group * group;
         }
         for (std::uint32_t count = 0; count < exponent; ++count) {
             unit *= 10;
