@@ -233,8 +233,9 @@ std::optional<hex_read_stop> read_early(hex_memory& memory, line_source& source,
     return std::nullopt;
 }
 
-/// Reads the file in one pass where that leaves what two leave; nothing when it does not. Two passes differ
-/// only for words that the memory holds already, for an observer, and for a file that changes meanwhile.
+/// @param may_read_once whether to read the file in one pass where that leaves what two leave. Two passes
+/// differ only for words that the memory holds already, for an observer, which there must not be then, and
+/// for a file that changes meanwhile.
 bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* observer, bool may_read_once) {
     memory.file_not_found = false;
     memory.memory_radix = RADIX_HEX;
@@ -242,7 +243,7 @@ bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* obse
         return cannot_be_read(memory);
     }
     std::optional<early_reading> early;
-    if (may_read_once && observer == nullptr && memory.data_words.empty()) {
+    if (may_read_once && memory.data_words.empty()) {
         early.emplace(memory);
     }
     std::optional<hex_read_stop> stop = read_early(memory, source, observer, early ? &*early : nullptr);
@@ -306,9 +307,9 @@ std::uint32_t store_hex_words(hex_memory& memory, std::uint32_t first, std::stri
     return count;
 }
 
-bool read_hex_file(hex_memory& memory, const std::string& path, read_observer* observer) {
+bool read_hex_file(hex_memory& memory, const std::string& path) {
     line_source source = line_source::open(path, hex_record_walk::longest_line);
-    return read_hex_lines(memory, source, observer, true);
+    return read_hex_lines(memory, source, nullptr, true);
 }
 
 bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* observer) {

@@ -20,7 +20,7 @@ struct hex_read_stop {
 
 /// Reads the file named @p path into @p memory: read_hex_lines() of it, or, when it cannot be opened, what
 /// that does for a file that cannot be read.
-bool read_hex_file(hex_memory& memory, const std::string& path, read_observer* observer = nullptr);
+bool read_hex_file(hex_memory& memory, const std::string& path);
 
 /// Reads @p source, which stands at its first line, into @p memory, in two passes: the first checks the
 /// records and finds the number of words, the second stores them. Words that no record sets keep their

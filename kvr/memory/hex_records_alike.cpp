@@ -27,8 +27,8 @@ hex_records_alike::run hex_records_alike::read(std::string_view lines, std::uint
     }
     const std::uint64_t first_word = std::uint64_t{first} + address_offset;
     const word_batch::word_room room = early.room_for_some(first_word, word_digits);
-    const std::size_t most = std::min<std::size_t>(
-        {predicted.lines_at_once(), (lines.size() - slack_of_records) / line_size, room.count});
+    const std::size_t lines_ahead = (lines.size() - slack_of_records) / line_size;
+    const std::size_t most = std::min({std::size_t{predicted.lines_at_once()}, lines_ahead, room.count});
     const std::size_t digits = word_digits + 2;
     const std::size_t line_end = line_size - predicted.size() - digits;
     std::uint32_t header_sum = sum_of_header(static_cast<std::uint32_t>(word_digits / 2), first);

@@ -49,7 +49,7 @@ void memory_state::set_word_from_memory_radix(std::uint32_t address, const std::
 
 bool memory_state::can_proceed_with_read() const {
     std::error_code ignored;
-    return !file_name.empty() && std::filesystem::exists(file_name, ignored);
+    return std::filesystem::exists(file_name, ignored);
 }
 
 void memory_state::report(const std::string& message) const {

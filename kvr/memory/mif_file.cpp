@@ -97,8 +97,7 @@ bool KVR_MEMORY_MIF_FILE::can_proceed_with_read() const {
 
 bool KVR_MEMORY_MIF_FILE::can_proceed_with_write() const {
     return !memory->file_name.empty() && memory->number_of_words > 0 && memory->word_size > 0 &&
-           memory->address_radix != RADIX_NONE && memory->memory_radix != RADIX_NONE &&
-           !memory->data_words.empty();
+           memory->address_radix != RADIX_NONE && memory->memory_radix != RADIX_NONE;
 }
 
 bool KVR_MEMORY_MIF_FILE::read_in_mif_file() {

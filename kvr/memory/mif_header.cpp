@@ -44,13 +44,11 @@ struct radix_choice {
 
 /// The empty name at the end of the table occurs at the start of any line, so there is always a choice.
 radix_choice find_radix(const mif_memory& memory, std::string_view line) {
-    for (const radix_name& entry : memory.radix_names) {
-        const std::size_t position = line.find(entry.name);
-        if (position != std::string_view::npos) {
-            return {entry.radix, position};
-        }
+    const auto* entry = memory.radix_names.data();
+    while (line.find(entry->name) == std::string_view::npos) {
+        ++entry;
     }
-    return {RADIX_NONE, 0};
+    return {entry->radix, line.find(entry->name)};
 }
 
 } // namespace

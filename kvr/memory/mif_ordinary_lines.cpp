@@ -98,9 +98,11 @@ std::uint64_t mif_ordinary_lines::read_lines_alike(const char*& line, const char
     }
     const auto address = static_cast<std::uint32_t>(first);
     const word_batch::word_room room = words.room_for_some(address, expected_length);
-    const std::size_t most = std::min<std::size_t>(
-        {predicted.lines_at_once(), static_cast<std::size_t>(end - line) / line_size,
-         memory.number_of_words - address, room.count, memory.address_set.count_free(address)});
+    const std::size_t lines_ahead = static_cast<std::size_t>(end - line) / line_size;
+    const std::size_t free =
+        std::min(memory.number_of_words - address, memory.address_set.count_free(address));
+    const std::size_t most =
+        std::min({std::size_t{predicted.lines_at_once()}, lines_ahead, room.count, free});
     const std::size_t length = expected_length;
     char* place = room.place;
     const std::size_t count = predicted.count_alike(line, line_size, most, [&](const char* value) {
@@ -281,7 +283,7 @@ void mif_ordinary_lines::set_digits(std::uint32_t address, std::string_view valu
 
 /// @p value itself when it has no lower-case letter.
 std::string_view mif_ordinary_lines::in_upper_case(std::string_view value) {
-    const auto is_lower = [](char character) { return character >= 'a' && character <= 'z'; };
+    const auto is_lower = [](char character) { return character >= 'a'; }; // letters are the last of them
     if (std::none_of(value.begin(), value.end(), is_lower)) {
         return value;
     }

@@ -32,8 +32,7 @@ bool mif_reader::read() {
     if (!lines.is_open()) {
         return report_not_opened();
     }
-    const bool complete = read(lines);
-    return lines.failed() ? report_not_opened() : complete;
+    return read(lines);
 }
 
 /// Two blanks before "not found" here, one in the writer's message: callers compare both as they are.
@@ -51,7 +50,7 @@ bool mif_reader::read(line_source& lines) {
     }
     // A line that a read error has cut short says nothing of the file's contents.
     if (lines.failed()) {
-        return false;
+        return report_not_opened();
     }
     return valid ? finish() : stop_with_error();
 }
@@ -295,16 +294,12 @@ read_fault mif_reader::place_in_statement(const text_fault& fault) const {
             static_cast<std::uint32_t>(std::max<std::size_t>(fault.length, 1))};
 }
 
-/// The line at hand lacks the blanks of @p raw, which the column counts.
+/// The line at hand, at a character of which the fault begins, lacks the blanks of @p raw, which the column
+/// counts.
 read_fault mif_reader::place_in_header(const text_fault& fault, std::string_view raw) const {
     std::size_t column = 0;
-    for (std::size_t kept = 0; column < raw.size(); ++column) {
-        if (!is_mif_blank(raw[column])) {
-            if (kept == fault.offset) {
-                break;
-            }
-            ++kept;
-        }
+    for (std::size_t kept = 0; is_mif_blank(raw[column]) || kept != fault.offset; ++column) {
+        kept += is_mif_blank(raw[column]) ? 0U : 1U;
     }
     return {fault.code, physical_line, static_cast<std::uint32_t>(column + 1),
             static_cast<std::uint32_t>(std::max<std::size_t>(fault.length, 1))};

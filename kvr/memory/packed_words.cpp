@@ -1,5 +1,6 @@
 #include "kvr/memory/packed_words.h"
 
+#include <cassert>
 #include <cstring>
 
 namespace kvr {
@@ -38,9 +39,8 @@ bool packed_words::admit_shorter(std::size_t length) {
     if (!fits(length)) {
         return false;
     }
-    if (padding == nullptr) {
-        padding = filled(0);
-    }
+    assert(padding == nullptr); // else they are acceptable already
+    padding = filled(0);
     return true;
 }
 
@@ -55,8 +55,9 @@ packed_words packed_words::widened(std::uint32_t longest) const {
 }
 
 bool packed_words::is_uniform() const noexcept {
+    assert(is_complete());
     const std::size_t rest = std::size_t{page_words - 1} * stride;
-    return is_complete() && std::memcmp(chars.get(), chars.get() + stride, rest) == 0;
+    return std::memcmp(chars.get(), chars.get() + stride, rest) == 0;
 }
 
 } // namespace kvr

@@ -84,8 +84,8 @@ public:
     bool put_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
                           std::uint32_t count) noexcept;
 
-    /// Makes texts of @p length characters acceptable if the places are long enough; false when they are
-    /// not.
+    /// Makes texts of @p length characters, which are not, acceptable if the places are long enough; false
+    /// when they are not.
     bool admit_shorter(std::size_t length);
 
     /// A copy with places of @p longest characters, at most `longest_padding` more than now.
@@ -100,7 +100,7 @@ public:
         return {place(index), stride, end - index};
     }
 
-    /// True when the page is complete and its words are all the same.
+    /// True when the words of the page, which is complete, are all the same.
     [[nodiscard]] bool is_uniform() const noexcept;
 
     [[nodiscard]] std::uint32_t longest() const noexcept { return stride; }

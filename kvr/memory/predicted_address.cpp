@@ -2,26 +2,29 @@
 
 #include "kvr/numeric/digit_value.h"
 
+#include <cassert>
+
 namespace kvr {
 
 namespace {
 
 bool is_lower(char character) noexcept {
-    return character >= 'a' && character <= 'f';
+    return character >= 'a'; // and 'f' at most, being a digit
 }
 
 bool is_upper(char character) noexcept {
-    return character >= 'A' && character <= 'F';
+    return character >= 'A';
 }
 
 } // namespace
 
 void predicted_address::learn(std::string_view before, std::string_view digits, unsigned number_base,
                               std::uint64_t address, std::uint64_t count) noexcept {
+    assert(!digits.empty());
     const bool goes_on = address == next;
     next = address + count;
     length = 0;
-    if (!goes_on || before.size() > readable || digits.empty()) {
+    if (!goes_on || before.size() > readable) {
         return; // addresses that jump are not worth predicting
     }
     length = before.size();

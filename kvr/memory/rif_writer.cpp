@@ -77,11 +77,11 @@ public:
     }
 
 private:
+    /// @p shared is not 0: of that, which no digit stands for, there is nothing at the front but "@".
     void take_number(std::uint32_t shared) noexcept {
         number = shared;
         const char* const end = put_group_header(number, front.data());
-        // Without the LF; and without the digit of 0, which would be a leading one.
-        front_size = static_cast<std::size_t>(end - front.data()) - (number == 0 ? 2 : 1);
+        front_size = static_cast<std::size_t>(end - front.data()) - 1; // without the LF
     }
 
     std::array<char, longest_header + copy_padding> front{'\n', '@'}; ///< up to all but two digits
@@ -98,8 +98,7 @@ void write_group_header(std::uint32_t address, output_file& file) {
 /// if they are hexadecimal digits.
 bool is_plain_row(const rif_memory& memory, const word_row& row) {
     return row.count != 0 && memory.memory_radix == RADIX_HEX && memory.word_size % 4 == 0 &&
-           row.length != 0 && row.length <= hex_digit_block::capacity / words_a_group &&
-           (memory.word_size == 0 || row.length == memory.word_size / 4);
+           row.length != 0 && (memory.word_size == 0 || row.length == memory.word_size / 4);
 }
 
 /// Formats @p count words of @p length characters, which stand side by side, with a blank behind each.
@@ -172,6 +171,8 @@ void write_digits(const char* digits, const word_row& row, std::uint32_t address
     }
     file.used(static_cast<std::size_t>(end - start));
 }
+
+static_assert(word_row::longest <= hex_digit_block::capacity / words_a_group);
 
 /// Writes the words of a row for which is_plain_row() holds.
 void write_row(const rif_memory& memory, const word_row& row, std::uint32_t address, output_file& file) {

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <cstring>
-#include <new>
 #include <utility>
 #include <vector>
 
@@ -20,7 +19,7 @@ constexpr std::size_t least_texts_to_pack = 96;
 
 /// Texts of different lengths are packed up to this length, texts of the same length up to that one.
 constexpr std::size_t longest_mixed = 16;
-constexpr std::size_t longest_packed = 256;
+constexpr std::size_t longest_packed = word_row::longest;
 
 bool suits_packing(std::size_t shortest, std::size_t longest) {
     return longest <= longest_mixed || (shortest == longest && longest <= longest_packed);
@@ -36,7 +35,7 @@ bool is_repeated(const std::vector<word_pieces::piece>& pieces, const word_piece
 } // namespace
 
 bool word_page::is_best_packed(const char* texts, std::size_t length) noexcept {
-    if (length == 0 || length > longest_packed) {
+    if (length > longest_packed) {
         return false;
     }
     std::size_t runs = 1;
@@ -161,7 +160,20 @@ void word_page::prepare_varied(const varied_words& varied, length_range lengths)
 
 void word_page::become_packed(std::size_t longest) {
     packed_words packed(static_cast<std::uint32_t>(longest));
-    each_set_word([&](std::uint32_t index, std::string_view text) { packed.put(index, text); });
+    if (const auto* pieces = std::get_if<word_pieces>(&form)) {
+        for (const word_pieces::piece& each : pieces->all()) {
+            for (std::uint32_t index = each.first; index <= each.last; ++index) {
+                packed.put(index, each.texts->text_at(first + index));
+            }
+        }
+    } else {
+        const varied_words& varied = **std::get_if<std::unique_ptr<varied_words>>(&form);
+        for (std::uint32_t index = 0; index < page_words; ++index) {
+            if (varied.has(index)) {
+                packed.put(index, varied[index]);
+            }
+        }
+    }
     form = std::move(packed);
 }
 
@@ -172,29 +184,14 @@ void word_page::become_varied() {
             varied->assign(each.first, each.last, *each.texts, first + each.first);
         }
     } else {
-        each_set_word([&](std::uint32_t index, std::string_view text) { varied->set(index, text); });
-    }
-    form = std::move(varied);
-}
-
-/// Calls @p visit with the index and the text of every word that does not follow the backing pattern.
-template <class Visit>
-void word_page::each_set_word(Visit visit) const {
-    if (const auto* pieces = std::get_if<word_pieces>(&form)) {
-        for (const word_pieces::piece& each : pieces->all()) {
-            for (std::uint32_t index = each.first; index <= each.last; ++index) {
-                visit(index, each.texts->text_at(first + index));
+        const packed_words& packed = *std::get_if<packed_words>(&form);
+        for (std::uint32_t index = 0; index < page_words; ++index) {
+            if (packed.has(index)) {
+                varied->set(index, packed[index]);
             }
         }
-        return;
     }
-    const auto* packed = std::get_if<packed_words>(&form);
-    const auto* varied = std::get_if<std::unique_ptr<varied_words>>(&form);
-    for (std::uint32_t index = 0; index < page_words; ++index) {
-        if (packed != nullptr ? packed->has(index) : (*varied)->has(index)) {
-            visit(index, (*this)[index]);
-        }
-    }
+    form = std::move(varied);
 }
 
 word_page::length_range word_page::lengths_of(std::uint32_t begin, std::uint32_t end,
@@ -237,7 +234,7 @@ pattern_ref word_page::whole() const noexcept {
     }
     try {
         return word_pattern::uniform((*this)[0]);
-    } catch (const std::bad_alloc&) {
+    } catch (...) {
         return {};
     }
 }

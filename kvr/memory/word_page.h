@@ -53,17 +53,18 @@ public:
         return true;
     }
 
-    /// Sets the @p count words from @p index on to @p texts, each @p length characters long, if that is a
-    /// matter of copying them; false, and nothing done, when it takes set() for one word at least.
+    /// Sets the @p count words from @p index on, of which the last word of the page is none, to @p texts,
+    /// each
+    /// @p length characters long, if that is a matter of copying them; false, and nothing done, when it takes
+    /// set() for one word at least.
     bool copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
                               std::uint32_t count) noexcept {
         auto* packed = std::get_if<packed_words>(&form);
-        return packed != nullptr && !is_edge(index) && !is_edge(index + count - 1) &&
-               packed->put_side_by_side(index, texts, length, count);
+        return packed != nullptr && !is_edge(index) && packed->put_side_by_side(index, texts, length, count);
     }
 
-    /// True when all words of a page that are @p texts, each @p length characters long, are best kept side
-    /// by side, and not as a few pieces.
+    /// True when all words of a page that are @p texts, each @p length (not 0) characters long, are best
+    /// kept side by side, and not as a few pieces.
     [[nodiscard]] static bool is_best_packed(const char* texts, std::size_t length) noexcept;
     /// Sets all words of the page to @p texts, which are best packed.
     void pack(std::unique_ptr<char[]> texts, std::size_t length) noexcept;
@@ -99,8 +100,6 @@ private:
 
     [[nodiscard]] std::string_view find(std::uint32_t index) const noexcept;
     void set_piece(word_pieces& pieces, std::uint32_t index, std::string_view text) const;
-    template <class Visit>
-    void each_set_word(Visit visit) const;
 
     void prepare_for(length_range lengths);
     void prepare_pieces(const word_pieces& pieces, length_range lengths);

@@ -9,6 +9,8 @@ namespace kvr {
 /// Neighbouring words of one length whose texts stand side by side in memory, for those who would rather go
 /// over many words at once than ask for each. Valid until the store that it comes from changes.
 struct word_row {
+    static constexpr std::uint32_t longest = 256; ///< what `length` may be
+
     const char* texts = nullptr;
     std::uint32_t length = 0; ///< characters of each word
     std::uint32_t count = 0;  ///< words; 0: there is no row

@@ -86,7 +86,7 @@ public:
 
 private:
     void add(std::size_t chunks, bool with_reciprocals) {
-        if (powers_.size() < 2 && chunks <= 2 * base_chunks) {
+        if (powers_.size() < 2) {
             powers_.push_back(short_power_of_ten(chunks));
             return;
         }
@@ -142,12 +142,13 @@ void join_one_by_one(limb_span number, limb_view chunks) {
 }
 
 void join_in_halves(limb_span number, limb_view chunks, const halving_powers& powers, std::size_t level) {
-    while (level != 0 && chunks.size() <= powers[level - 1].chunks) {
-        --level;
-    }
-    if (level == 0 || chunks.size() < join_chunks_in_halves) {
+    if (chunks.size() < join_chunks_in_halves) {
         join_one_by_one(number, chunks);
         return;
+    }
+    static_assert(join_chunks_in_halves > base_chunks); // which the smallest power has at most
+    while (chunks.size() <= powers[level - 1].chunks) {
+        --level;
     }
     const power_of_ten& factor = powers[level - 1];
     std::vector<std::uint64_t> space(chunks.size());

@@ -26,10 +26,6 @@ struct digit_text {
     bool has_dont_care;
 };
 
-[[maybe_unused]] bool is_exact_radix(KVR_MEMORY_RADIXES radix) {
-    return is_decimal(radix) || bits_per_digit(radix) != 0;
-}
-
 fault fault_at(kind what, std::size_t position) {
     return exact_word_error{what, position, 0};
 }
@@ -188,7 +184,9 @@ fault append_from_digits(std::string& result, const digit_text& scanned, const e
 
 std::optional<exact_word_error> append_exact_word(std::string& result, std::string_view text,
                                                   const exact_conversion& conversion) {
-    assert(conversion.width != 0 && is_exact_radix(conversion.from) && is_exact_radix(conversion.to));
+    assert(conversion.width != 0);
+    assert(is_decimal(conversion.from) || bits_per_digit(conversion.from) != 0);
+    assert(is_decimal(conversion.to) || bits_per_digit(conversion.to) != 0);
     const bool is_hex_to_hex = conversion.from == RADIX_HEX && conversion.to == RADIX_HEX;
     if (is_hex_to_hex ? append_same_hex_digits(result, text, conversion.width)
                       : append_small_exact_word(result, text, conversion)) {

@@ -65,7 +65,7 @@ void multiply_by_karatsuba(limb_span product, limb_view left, limb_view right, l
     }
     const limb_span upper = product.subspan(half);
     carry += add_limbs(upper.first(2 * half), middle);
-    add_limbs(upper.subspan(2 * half), limb_view(&carry, upper.size() > 2 * half ? 1 : 0));
+    add_limbs(upper.subspan(2 * half), limb_view(&carry, 1));
 }
 
 /// product = left * right, where right is the shorter one and long enough for Karatsuba's rule: left is cut

@@ -48,23 +48,11 @@ void write_digits_one_by_one(char* begin, char* end, limb_view number, unsigned 
 
 limb_buffer& limb_buffer::operator=(const limb_buffer& other) { // NOLINT(bugprone-unhandled-self-assignment)
     long_ = other.long_;
-    copy_short_limbs(other);
-    return *this;
-}
-
-limb_buffer& limb_buffer::operator=(limb_buffer&& other) noexcept {
-    long_ = std::move(other.long_);
-    copy_short_limbs(other);
-    other.size_ = 0;
-    return *this;
-}
-
-/// What both assignments have in common: the limbs without an allocation, of which only these have values.
-void limb_buffer::copy_short_limbs(const limb_buffer& other) {
     size_ = other.size_;
     if (!is_long()) {
-        std::copy_n(other.short_.begin(), size_, short_.begin());
+        std::copy_n(other.short_.begin(), size_, short_.begin()); // the others have no values
     }
+    return *this;
 }
 
 void limb_buffer::resize_long(std::size_t size) {
@@ -157,10 +145,8 @@ void magnitude::increment() {
 }
 
 void magnitude::decrement() {
-    for (std::uint64_t& limb : buffer_.limbs()) {
-        if (limb-- != 0) {
-            break;
-        }
+    for (auto limb = buffer_.limbs().begin(); (*limb)-- == 0;) {
+        ++limb;
     }
     drop_leading_zero_limbs();
 }

@@ -19,9 +19,7 @@ public:
 
     limb_buffer() {} // NOLINT: an inline limb is written when the size grows over it
     limb_buffer(const limb_buffer& other) : limb_buffer() { *this = other; }
-    limb_buffer(limb_buffer&& other) noexcept : limb_buffer() { *this = std::move(other); }
     limb_buffer& operator=(const limb_buffer& other);
-    limb_buffer& operator=(limb_buffer&& other) noexcept;
     ~limb_buffer() = default;
     explicit limb_buffer(std::size_t size) : limb_buffer() { resize(size); }
 
@@ -43,7 +41,6 @@ public:
 
 private:
     void resize_long(std::size_t size);
-    void copy_short_limbs(const limb_buffer& other);
     bool is_long() const { return !long_.empty(); }
 
     std::size_t size_ = 0;

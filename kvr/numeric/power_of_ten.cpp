@@ -46,7 +46,7 @@ short_limbs limbs_of_short_power(std::size_t chunks) {
 using short_powers = std::array<short_limbs, most_short_chunks + 1>;
 
 bool is_short(std::size_t chunks) {
-    return chunks != 0 && (chunks <= base_chunks || (chunks % 2 == 0 && chunks <= most_short_chunks));
+    return chunks <= base_chunks || chunks % 2 == 0;
 }
 
 short_powers all_short_powers() {
@@ -130,7 +130,7 @@ limb_span low_product(limb_view quotient, limb_view power, limb_span scratch) {
 } // namespace
 
 power_of_ten short_power_of_ten(std::size_t chunks) {
-    assert(is_short(chunks));
+    assert(chunks != 0 && chunks <= most_short_chunks && is_short(chunks));
     static const short_powers powers = all_short_powers();
     const short_limbs& limbs = powers[chunks];
     return {chunks, limb_view(limbs.power).first(chunks), limb_view(limbs.reciprocal).first(chunks + 1)};

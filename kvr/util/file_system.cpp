@@ -30,7 +30,10 @@ bool remove_below(const platform::directory& directory) {
 bool remove_entry(const platform::directory_entry& entry, const platform::directory& target, bool recursive) {
     // A directory with any further attribute is taken for a file; callers rely on it.
     if (recursive && entry.attributes == platform::subdirectory_attribute) {
-        return remove_below(target.subdirectory(entry.name)) && target.remove_subdirectory(entry.name);
+        if (!remove_below(target.subdirectory(entry.name))) {
+            return false;
+        }
+        return target.remove_subdirectory(entry.name);
     }
     return target.remove_file(entry.name);
 }
@@ -49,7 +52,7 @@ bool remove_all_files(const std::string& pattern, bool recursive) {
     const platform::directory target(target_path);
 
     const std::size_t wildcard_begin = pattern.find_last_of(platform::separators) + 1;
-    const std::string listed_path = wildcard_begin == 0 ? "." : pattern.substr(0, wildcard_begin);
+    const std::string listed_path = pattern.substr(0, wildcard_begin);
     const std::string wildcard = pattern.substr(wildcard_begin);
     if (listed_path == target_path) {
         return remove_matching(target, wildcard, target, recursive);
@@ -120,7 +123,10 @@ bool kvr_remove_file(const char* path) {
 }
 
 bool kvr_remove_all_files(const char* pattern, bool recursive) {
-    return pattern != nullptr && kvr::remove_all_files(pattern, recursive);
+    if (pattern == nullptr) {
+        return false;
+    }
+    return kvr::remove_all_files(pattern, recursive);
 }
 
 bool kvr_file_copy(const char* source, const char* destination) {

@@ -114,8 +114,10 @@ bool is_wizard_generated_file(const char* path, std::string& wizard_name, std::s
 
 bool is_wizard_deferred_generation_file(const char* path) {
     kvr::text_lines lines(path);
-    return kvr::names_a_wizard_early(kvr::read_header_line(lines)) &&
-           kvr::defers_generation(kvr::read_header_line(lines));
+    if (!kvr::names_a_wizard_early(kvr::read_header_line(lines))) {
+        return false;
+    }
+    return kvr::defers_generation(kvr::read_header_line(lines));
 }
 
 std::string convert_name_to_kvr_form(const std::string& name) {

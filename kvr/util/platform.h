@@ -51,11 +51,11 @@ struct directory_entry {
 /// with the directory that it was opened on, whatever happens to the path meanwhile.
 class directory {
 public:
-    /// What @p path leads to. A path that leads to no directory gives one without entries, in which every
-    /// removal fails.
+    /// What @p path leads to, "" to the working directory. A path that leads to no directory gives one
+    /// without entries, in which every removal fails.
     explicit directory(const std::string& path);
-    directory(directory&& other) noexcept;
-    directory& operator=(directory&& other) noexcept;
+    directory(const directory&) = delete;
+    directory& operator=(const directory&) = delete;
     ~directory();
 
     /// The subdirectory @p name; never what a symbolic link of that name leads to.

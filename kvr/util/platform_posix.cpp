@@ -3,8 +3,10 @@
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
+#include <filesystem>
 #include <string_view>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 #include <utility>
 
@@ -60,9 +62,9 @@ bool is_dot_or_dots(const char* name) noexcept {
 // A second descriptor of the same directory, because a stream takes its own along when it is closed.
 directory_stream open_stream(int descriptor) noexcept {
     const int own = openat(descriptor, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    directory_stream stream(own >= 0 ? fdopendir(own) : nullptr);
-    if (own >= 0 && stream == nullptr) {
-        close(own);
+    directory_stream stream(fdopendir(own));
+    if (stream == nullptr) {
+        close(own); // if it was opened; if not, this does nothing
     }
     return stream;
 }
@@ -93,11 +95,12 @@ bool remove_file(const char* path) noexcept {
 
 file_stream open_to_read(const char* path) noexcept {
     file_stream stream(std::fopen(path, "rb"));
-    struct stat status = {};
-    if (stream != nullptr && fstat(fileno(stream.get()), &status) == 0 && S_ISDIR(status.st_mode)) {
+    if (stream == nullptr) {
         return nullptr;
     }
-    return stream;
+    struct stat status = {}; // of no kind, if the call fails
+    static_cast<void>(fstat(fileno(stream.get()), &status));
+    return S_ISDIR(status.st_mode) ? nullptr : std::move(stream);
 }
 
 int process_id() noexcept {
@@ -105,19 +108,8 @@ int process_id() noexcept {
 }
 
 std::string executable_path() {
-    std::string path(256, '\0');
-    for (;;) {
-        const ssize_t length = readlink("/proc/self/exe", path.data(), path.size());
-        if (length < 0) {
-            return "";
-        }
-        // A path that fills the buffer may have been cut.
-        if (static_cast<std::size_t>(length) < path.size()) {
-            path.resize(static_cast<std::size_t>(length));
-            return path;
-        }
-        path.resize(2 * path.size());
-    }
+    std::error_code ignored;
+    return std::filesystem::read_symlink("/proc/self/exe", ignored).string();
 }
 
 struct directory::handle {
@@ -134,13 +126,11 @@ struct directory::handle {
 };
 
 directory::directory(std::unique_ptr<handle> subdirectory) noexcept : opened(std::move(subdirectory)) {}
-directory::directory(directory&&) noexcept = default;
-directory& directory::operator=(directory&&) noexcept = default;
 directory::~directory() = default;
 
 // What closes a descriptor is there before the descriptor is.
 directory::directory(const std::string& path) : opened(std::make_unique<handle>()) {
-    opened->descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    opened->descriptor = open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
 
 directory directory::subdirectory(const std::string& name) const {

@@ -80,8 +80,6 @@ struct directory::handle {
 };
 
 directory::directory(std::unique_ptr<handle> subdirectory) noexcept : opened(std::move(subdirectory)) {}
-directory::directory(directory&&) noexcept = default;
-directory& directory::operator=(directory&&) noexcept = default;
 directory::~directory() = default;
 
 directory::directory(const std::string& path) : opened(std::make_unique<handle>(handle{path})) {

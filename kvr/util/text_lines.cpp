@@ -19,7 +19,7 @@ int text_lines::next_character() {
 }
 
 bool text_lines::failed() const {
-    return stream != nullptr && std::ferror(stream.get()) != 0;
+    return std::ferror(stream.get()) != 0;
 }
 
 bool text_lines::next(std::string& line, std::size_t limit) {

@@ -19,7 +19,7 @@ public:
     /// @return false behind the last line, which leaves @p line empty.
     bool next(std::string& line, std::size_t limit);
 
-    /// True when the lines ended because the file could not be read to its end.
+    /// True when the lines, which are open, ended because the file could not be read to its end.
     [[nodiscard]] bool failed() const;
 
 private:

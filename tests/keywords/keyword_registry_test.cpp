@@ -1,9 +1,11 @@
+#include "kvr/keywords/folded_text.h"
 #include "kvr/keywords/keyword_registry.h"
 #include "kvr/util/letter_case.h"
 #include "tests/keywords/keyword_lists.h"
 
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <random>
 #include <string>
 #include <vector>
@@ -355,6 +357,15 @@ TEST(KeywordRegistry, BehavesAsThePlainMapUnderRandomUse) {
             ASSERT_EQ(keyword_map(actual[one]), expected[one].names) << "step " << step;
         }
     }
+}
+
+TEST(KeywordRegistry, ATextWithTheHashOfAKeywordIsNoKeyword) {
+    // Found by turning the hash round: where the index begins to look, and what it keeps of the hash.
+    constexpr std::uint64_t looked_at = 0xFFF80000FFFFFFFF;
+    ASSERT_EQ(kvr::folded_hash("vk3_pll") & looked_at, kvr::folded_hash("o6_luqzu") & looked_at);
+    KVR_UTIL_KEYWORD_REGR registry;
+    EXPECT_TRUE(registry.is_keyword("vk3_pll"));
+    EXPECT_FALSE(registry.is_keyword("o6_luqzu"));
 }
 
 } // namespace

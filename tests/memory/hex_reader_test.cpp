@@ -535,14 +535,45 @@ TEST(HexReaderOfAFileThatFails, SecondPassEndsTheReadAsIfTheFileCouldNotBeOpened
     KVR_MEMORY_FILE owner;
     hex_memory memory(&owner);
     memory.file_name = "words.hex";
+    memory.resize_words(10);
     failing_file file{.content = many_records(), .error_at = 1, .rewinds = 1};
     EXPECT_FALSE(read_failing_file(memory, file));
     EXPECT_TRUE(memory.file_not_found);
     EXPECT_FALSE(memory.error_occurred);
     EXPECT_EQ(memory.data_words.size(), 4U);
-    EXPECT_EQ(memory.number_of_words, 0U);
+    EXPECT_EQ(memory.number_of_words, 10U);
+    EXPECT_TRUE(memory.holds_word_in(3, RADIX_NONE));
+    EXPECT_FALSE(memory.holds_word_in(4, RADIX_NONE));
     EXPECT_THAT(error_messages(owner),
                 ElementsAre("Memory file cannot be opened.  Memory file -- words.hex -- not found. "));
+}
+
+TEST(HexReaderOfAFileThatFails, SecondPassThatFailsOnTheWayEndsTheReadInTheSameWay) {
+    KVR_MEMORY_FILE owner;
+    hex_memory memory(&owner);
+    memory.file_name = "words.hex";
+    memory.word_size = 8;
+    failing_file file{.content = many_records(), .error_at = line_source::block_size + 1, .rewinds = 1};
+    EXPECT_FALSE(read_failing_file(memory, file));
+    EXPECT_TRUE(memory.file_not_found);
+    EXPECT_FALSE(memory.error_occurred);
+    EXPECT_EQ(memory.number_of_words, 0U);
+    EXPECT_EQ(memory.data_words[3], "78");
+    EXPECT_THAT(error_messages(owner),
+                ElementsAre("Memory file cannot be opened.  Memory file -- words.hex -- not found. "));
+}
+
+TEST(HexReaderOfAFileThatFails, LinesBeforeTheFailureAreCheckedFirst) {
+    KVR_MEMORY_FILE owner;
+    hex_memory memory(&owner);
+    memory.word_size = 8;
+    noting_observer observer(true);
+    // Blanks: no line is taken in place.
+    failing_file file{.content = ": 01 0000 00 12 ED\n: 01 0001 00 AB 54\n: 01", .error_at = 40};
+    EXPECT_FALSE(read_failing_file(memory, file, &observer));
+    EXPECT_TRUE(memory.file_not_found);
+    ASSERT_EQ(observer.faults.size(), 1U);
+    EXPECT_EQ(observer.faults[0].line, 2U);
 }
 
 TEST(HexReaderOfAFileThatFails, SameFileIsReadWhenNothingFails) {
@@ -618,6 +649,19 @@ TEST(StoreHexWordsByTheSteps, GivesTheSameWordsAtEveryWidthAndLength) {
             ASSERT_EQ(reader.words(), expected) << word_size << " bits, " << data;
         }
     }
+}
+
+TEST(HexReader, SegmentsOneBehindTheOtherCountWithTheLast) {
+    text_reader reader(8);
+    reader.read(":020000021000EC\n:020000022000DC\n:020000021000EC\n:0100000012ED\n:00000001FF\n");
+    EXPECT_EQ(reader.words().size(), 0x1000U * 16 + 1);
+}
+
+TEST(HexReader, DataBehindALowerLinearAddressDoNotLowerTheEnd) {
+    text_reader reader(8);
+    reader.read(":020000040001F9\n:0100000012ED\n:020000040000FA\n:01FFFF0033CE\n:00000001FF\n");
+    EXPECT_EQ(reader.words().size(), 0x10001U);
+    EXPECT_EQ(reader.words()[0xFFFF], "33");
 }
 
 } // namespace

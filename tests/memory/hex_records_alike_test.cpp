@@ -186,5 +186,14 @@ TEST_F(HexRecordsAlike, WordsBeforeAnExceptionAreStored) {
     EXPECT_EQ(most_stored, count);
 }
 
+TEST_F(HexRecordsAlike, RecordsUpToTheLastAddressOfAllLeaveWhatTwoPassesLeave) {
+    std::string text = ":02000004FFFFFC\n";
+    for (std::uint32_t address = 0xFFE0; address < 0x10000; ++address) {
+        text += hex_record_line(0, address, "AB") + "\n";
+    }
+    // Nobody reads on behind the end record, but records are read together only where lines follow.
+    expect_same(text + ":00000001FF\n" + std::string(1000, '\n'), 8, 0);
+}
+
 } // namespace
 } // namespace kvr

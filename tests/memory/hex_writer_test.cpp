@@ -318,5 +318,22 @@ TEST(FormatPlainHexRecord, LeavesOtherCharactersOddDigitsAndLongRecordsToTheExac
     EXPECT_EQ(format_plain_hex_record(layout, 0, std::string(4086, '0'), room.data()), 0U);
 }
 
+TEST(HexWriter, EmptyWordsAmongWordsThatWereNeverSetAreSkipped) {
+    const temporary_directory directory;
+    hex_memory memory(nullptr);
+    memory.word_size = 8;
+    memory.memory_radix = RADIX_HEX;
+    memory.file_name = directory.path("words.hex");
+    memory.memory_initialize_value = "5A";
+    memory.resize_words(60);
+    std::vector<std::string> words(60, "5A");
+    for (std::uint32_t address = 0; address < words.size(); address += 2) {
+        memory.data_words.set(address, "");
+        words[address] = "";
+    }
+    EXPECT_TRUE(write_hex_file(memory));
+    EXPECT_EQ(content_of(memory.file_name), records_of(words, 8) + std::string(end_record));
+}
+
 } // namespace
 } // namespace kvr

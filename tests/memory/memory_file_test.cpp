@@ -295,4 +295,23 @@ TEST_F(MemoryFile, WordsOfEveryLengthAndKindOfPageComeBackAsTheyAre) {
     }
 }
 
+TEST(MemoryFileTypes, ConsolidationIsAMatterOfMifFilesAlone) {
+    for (const KVR_FILE_TYPES type : {FILE_TYPE_HEX, FILE_TYPE_RIF}) {
+        KVR_MEMORY_FILE file;
+        file.set_file_type(type);
+        file.set_dont_consolidate_data(true);
+        EXPECT_EQ(file.get_file_type(), type);
+        // Made only now, it starts as every MIF handler.
+        file.set_file_type(FILE_TYPE_MIF);
+        const kvr_test::temporary_directory folder;
+        file.set_file_name(folder.path("out.mif"));
+        file.set_number_of_words(2);
+        file.set_word_size(8);
+        file.set_address_radix(RADIX_HEX);
+        file.set_memory_radix(RADIX_HEX);
+        ASSERT_TRUE(file.write_file());
+        EXPECT_NE(kvr_test::content_of(folder.path("out.mif")).find("[0..1]"), std::string::npos);
+    }
+}
+
 } // namespace

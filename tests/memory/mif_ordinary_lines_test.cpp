@@ -179,5 +179,67 @@ TEST(MifOrdinaryLines, WordsBeforeAnExceptionAreStored) {
     EXPECT_GT(most_comments, 1024U);
 }
 
+/// Content lines, read in the short way and in the plain one; true when they are complete.
+bool read_alike(const std::string& content, unsigned width = 8, unsigned depth = 64) {
+    const std::string text = "WIDTH=" + std::to_string(width) + ";\nDEPTH=" + std::to_string(depth) +
+                             ";\nCONTENT BEGIN\n" + content + "END;\n" +
+                             std::string(100, '\n'); // lines are read together only where some follow
+    expect_same_mif(text, 0);
+    return read_mif(text, nullptr).complete;
+}
+
+/// Lines from @p first on, one word each, that make the next one expected.
+std::string lines_alike(unsigned first, unsigned count, const std::string& value) {
+    std::string text;
+    for (unsigned address = first; address < first + count; ++address) {
+        text += number_text(address, 16, 4, true) + " : " + value + ";\n";
+    }
+    return text;
+}
+
+TEST(MifOrdinaryLines, LinesBehindTheDepthEndTheRead) {
+    EXPECT_TRUE(read_alike(lines_alike(0, 48, "5A"), 8, 48));
+    EXPECT_FALSE(read_alike(lines_alike(0, 120, "5A"), 8, 48));
+    std::string lines_apart;
+    for (unsigned address = 0; address < 120; ++address) {
+        lines_apart += number_text(address, 16, 4, true) + " : " + std::string(1 + address % 2, '5') + ";\n";
+    }
+    EXPECT_FALSE(read_alike(lines_apart, 8, 48));
+    std::string values;
+    for (unsigned address = 0; address < 120; address += 2) {
+        values += number_text(address, 16, 4, true) + " : 5 A;\n";
+    }
+    EXPECT_FALSE(read_alike(values, 8, 48));
+}
+
+TEST(MifOrdinaryLines, AnEmptyValueEndsTheRead) {
+    EXPECT_FALSE(read_alike("0 : 5;\n1 : ;\n"));
+    EXPECT_FALSE(read_alike("0 : 5;\n1 : 5;\n2 : ;\n"));
+    EXPECT_FALSE(read_alike("0 : 5;\n1 : 5 5;\n3 : ;\n"));
+}
+
+TEST(MifOrdinaryLines, AnExpectedLineMayBeTooLong) {
+    const std::size_t longest = mif_reader::line_limit;
+    const auto line_of = [](unsigned address, std::size_t length) {
+        const std::string front = number_text(address, 16, 4, true) + ":";
+        return front + std::string(length - front.size() - 1, '1') + ";\n";
+    };
+    EXPECT_TRUE(read_alike(line_of(0, longest) + line_of(1, longest), 2048));
+    EXPECT_FALSE(read_alike(line_of(0, longest) + line_of(1, longest) + line_of(2, longest + 1), 2048));
+    std::string many_values;
+    for (int value = 0; value < 300; ++value) {
+        many_values += " 1";
+    }
+    EXPECT_FALSE(read_alike("0 : 1;\n1 :" + many_values + ";\n", 8, 1000));
+}
+
+TEST(MifOrdinaryLines, TheEndBehindAnAddressThatJumpsIsNoValue) {
+    std::string content = lines_alike(0, 40, "ABC");
+    for (unsigned address = 41; address < 200; address += 2) {
+        EXPECT_TRUE(read_alike(content, 12, 256)) << address;
+        content += lines_alike(address, 1, "ABC");
+    }
+}
+
 } // namespace
 } // namespace kvr

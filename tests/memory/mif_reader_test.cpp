@@ -252,18 +252,22 @@ TEST(MifReaderComments, OneMoreThanTheLinesOfAListIsCounted) {
 // --- ends of file ---
 
 TEST(MifReaderOfAFileThatFails, EndsTheReadAsIfTheFileCouldNotBeOpened) {
-    for (const std::string content : {"WIDTH=8;\nDEP", "WIDTH=8;\nDEPTH=2;\nCONTENT BEGIN\n0 : 1;\n1 :"}) {
-        SCOPED_TRACE(content);
+    const std::string header = "WIDTH=8;\nDEPTH=2;\n";
+    const std::string comments(kvr::line_source::block_size, '\n'); // until the next block is read
+    for (const std::string& content : {header + "DEP", header + "CONTENT BEGIN\n0 : 1;\n1 :",
+                                       header + "CONTENT BEGIN\n0 : 1;\n" + comments + "1 : 2"}) {
+        SCOPED_TRACE(content.substr(0, 50));
         KVR_MEMORY_FILE owner;
         kvr::mif_memory memory(&owner);
         kvr::failing_file file{.content = content, .error_at = content.size()};
         kvr::line_source source(file.open(), kvr::mif_reader::source_limit);
         EXPECT_FALSE(kvr::mif_reader(memory).read(source));
         EXPECT_TRUE(source.failed());
+        EXPECT_TRUE(memory.file_not_found);
         EXPECT_EQ(memory.error_state, ERROR_STATE_NONE);
         EXPECT_FALSE(memory.error_occurred);
         EXPECT_EQ(memory.invalid_line_number, 0);
-        EXPECT_FALSE(owner.has_error_messages());
+        EXPECT_EQ(kvr_test::error_messages(owner).size(), 1U);
     }
 }
 
@@ -689,6 +693,22 @@ TEST_F(MifReader, AnObserverSeesEveryFaultWithItsPlace) {
     EXPECT_EQ(observer.content_lines, (strings{"5 0 : 1;", "13 2 : 8;"}));
     EXPECT_EQ(observer.stretches.back().first, 2U);
     EXPECT_EQ(observer.stretches.back().line, 13U);
+}
+
+TEST_F(MifReader, ContentBehindTheEndIsAComment) {
+    ASSERT_TRUE(read("WIDTH=8;\nDEPTH=2;\nCONTENT BEGIN\n0:1;\nEND;\nCONTENT BEGIN\n0:2;\nEND;\n"));
+    EXPECT_EQ(words(0, 1), (strings{"1", "0"}));
+    EXPECT_EQ(header_comments(5), (std::deque<std::string>{"CONTENT BEGIN", "0:2;", "END;"}));
+}
+
+TEST(MifReaderWithObserver, TextBehindTheEndNeedNotBeOfInterest) {
+    kvr::mif_memory memory(nullptr);
+    kvr::line_source lines("WIDTH=8;\nDEPTH=1;\nCONTENT BEGIN\n0:1;\nEND;\nbehind\n",
+                           kvr::mif_reader::source_limit);
+    recording_observer observer;
+    EXPECT_TRUE(kvr::mif_reader(memory, &observer).read(lines));
+    EXPECT_TRUE(observer.faults.empty());
+    EXPECT_EQ(memory.header_comments[5].lines, std::deque<std::string>{"behind"});
 }
 
 } // namespace

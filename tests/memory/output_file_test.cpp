@@ -238,6 +238,60 @@ TEST(OutputFileWrites, InterruptedWritesAreTakenUpAgain) {
     EXPECT_TRUE(disk.content == text);
 }
 
+/// A disk that refuses without a reason, in each write or only when the file is closed.
+struct silent_disk {
+    bool takes_writes;
+    int closing = 0;
+};
+
+std::FILE* stream_over(silent_disk& disk, int reason) {
+    static int reason_told = 0;
+    reason_told = reason;
+    const auto write = [](void* cookie, const char* /*bytes*/, std::size_t size) {
+        errno = reason_told;
+        return static_cast<silent_disk*>(cookie)->takes_writes ? static_cast<ssize_t>(size) : ssize_t{0};
+    };
+    const auto close = [](void* cookie) {
+        ++static_cast<silent_disk*>(cookie)->closing;
+        errno = reason_told;
+        return -1;
+    };
+    return fopencookie(&disk, "wb", {nullptr, write, nullptr, close});
+}
+
+TEST(OutputFileWrites, FailureOfTheCloseIsAFailure) {
+    for (const int reason : {ENOSPC, 0}) {
+        silent_disk disk{.takes_writes = true};
+        output_file file(stream_over(disk, reason));
+        file.write("text");
+        EXPECT_FALSE(file.close());
+        EXPECT_EQ(disk.closing, 1);
+        EXPECT_EQ(file.failure(), reason != 0 ? reason : EIO);
+    }
+}
+
+TEST(OutputFileWrites, FirstFailureIsTheOneThatIsTold) {
+    for (const int reason : {ENOSPC, 0}) {
+        silent_disk disk{.takes_writes = false};
+        output_file file(stream_over(disk, reason));
+        file.write(std::string(2 * whole_block, 'x'));
+        disk.takes_writes = true;
+        EXPECT_FALSE(file.close());
+        EXPECT_EQ(file.failure(), reason != 0 ? reason : EIO);
+    }
+}
+
+TEST(OutputFile, AssignmentToItselfKeepsTheFile) {
+    scripted_disk disk{.capacity = 100};
+    output_file file(stream_over(disk));
+    file.write("text");
+    output_file& same = file;
+    file = std::move(same);
+    file.write("s");
+    EXPECT_TRUE(file.close());
+    EXPECT_EQ(disk.content, "texts");
+}
+
 TEST(OutputFileWrites, NothingIsWrittenAfterAFailure) {
     scripted_disk disk{.capacity = 100000};
     output_file file(stream_over(disk));

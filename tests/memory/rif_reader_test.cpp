@@ -498,4 +498,10 @@ TEST(RifReaderModel, RandomTextsLeaveTheWordsOfTheModel) {
     }
 }
 
+TEST_F(RifReader, AddressSignWithoutANumberMeansAddressZero) {
+    read("55 66 \n@1\n77 \n@\n88 \n" + std::string(200, '\n'));
+    EXPECT_EQ(words_of(memory)[0], "88");
+    EXPECT_EQ(words_of(memory)[1], "77");
+}
+
 } // namespace

@@ -265,4 +265,55 @@ TEST(FormatHexadecimalWord, AgreesWithTheConversionForRandomWords) {
     }
 }
 
+/// @p count random words of @p digits digits, which the store keeps side by side.
+std::vector<std::string> random_words(std::size_t count, std::size_t digits) {
+    kvr_test::random_numbers numbers(10);
+    std::vector<std::string> words(count);
+    for (std::string& word : words) {
+        for (std::size_t digit = 0; digit < digits; ++digit) {
+            word += "0123456789ABCDEF"[numbers() % 16];
+        }
+    }
+    return words;
+}
+
+/// What is written for words that have all their digits.
+std::string groups_of(const std::vector<std::string>& words) {
+    std::ostringstream text;
+    for (std::size_t address = 0; address < words.size(); ++address) {
+        if (address % 8 == 0) {
+            text << "\n@" << std::hex << address << '\n';
+        }
+        text << words[address] << ' ';
+    }
+    return text.str();
+}
+
+TEST_F(RifWriter, LastGroupOfManyWordsMayBeShort) {
+    for (const std::uint32_t width : {4U, 8U, 12U, 32U}) {
+        for (const std::size_t count : {5000U, 5001U, 5006U}) {
+            const std::vector<std::string> words = random_words(count, width / 4);
+            ASSERT_TRUE(written(RADIX_HEX, width, words) == groups_of(words)) << width << " bits, " << count;
+        }
+    }
+}
+
+TEST_F(RifWriter, EmptyWordsAmongWordsThatWereNeverSetAreZeros) {
+    memory.memory_radix = RADIX_HEX;
+    memory.memory_initialize_value = "5A";
+    memory.resize_words(60);
+    std::vector<std::string> words(60, "5A");
+    for (std::uint32_t address = 0; address < words.size(); address += 2) {
+        memory.data_words.set(address, "");
+        words[address] = "00";
+    }
+    EXPECT_TRUE(kvr::write_rif_file(memory));
+    EXPECT_EQ(content_of(memory.file_name), groups_of(words));
+}
+
+TEST_F(RifWriter, GroupsWithLongAddressesAreWrittenAsTheOthers) {
+    const std::vector<std::string> words = random_words(70003, 2);
+    ASSERT_TRUE(written(RADIX_HEX, 8, words) == groups_of(words));
+}
+
 } // namespace

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <string>
 #include <string_view>
 
 namespace {
@@ -67,6 +68,31 @@ TEST(WordPattern, UniformPatternsOfOneTextAreTheSame) {
     EXPECT_FALSE(same_texts(word_pattern::uniform("a"), word_pattern::uniform("b")));
     EXPECT_FALSE(same_texts(word_pattern::uniform("a"), pattern_ref()));
     EXPECT_TRUE(same_texts(pattern_ref(), pattern_ref()));
+}
+
+TEST(WordPattern, NoPatternCanBeCopied) {
+    const pattern_ref none;
+    const pattern_ref copy(none); // NOLINT(performance-unnecessary-copy-initialization): it is what is tested
+    EXPECT_FALSE(copy);
+    EXPECT_FALSE(same_texts(none, word_pattern::uniform("1")));
+}
+
+TEST(WordPattern, EqualTextsThatAConversionHasMadeAreOneStretch) {
+    const pattern_ref pattern = word_pattern::repeating(10, three_values.data(), three_values.size());
+    const pattern_ref equal = pattern->converted([](std::string_view /*text*/, std::string& made) {
+        made = "7";
+        return true;
+    });
+    EXPECT_EQ(equal->find_other(10, 4294967295, "7"), 4294967296U);
+    EXPECT_EQ(equal->find_other(11, 100, "8"), 11U);
+}
+
+TEST(WordPattern, ConversionThatFailsGivesNone) {
+    const pattern_ref pattern = word_pattern::repeating(10, three_values.data(), three_values.size());
+    EXPECT_FALSE(pattern->converted([](std::string_view text, std::string& made) {
+        made = text;
+        return text != "333";
+    }));
 }
 
 } // namespace

@@ -716,4 +716,42 @@ TEST_F(WordStoreFailures, LeaveTheWordsAsTheyWereWhileAPageBecomesUniform) {
     expect_run(words.run_at(0), 0, 1023, "A");
 }
 
+TEST(WordStore, TransformThatFailsInACycleChangesNothing) {
+    kvr::word_store words;
+    words.resize(100000, "0");
+    words.fill(10, 90000, {"1", "22"});
+    const auto refuses_22 = [](std::string_view text, std::string& made) {
+        made = "x";
+        return text != "22";
+    };
+    EXPECT_FALSE(words.transform(refuses_22));
+    EXPECT_FALSE(words.transform(refuses_22, [](const kvr::word_row& /*row*/) { return true; }));
+    EXPECT_EQ(words[0], "0");
+    EXPECT_EQ(words[10], "1");
+    EXPECT_EQ(words[11], "22");
+}
+
+TEST(WordStore, TransformThatFailsForEveryWordChangesNothing) {
+    kvr::word_store words;
+    words.resize(100000, "0");
+    EXPECT_FALSE(words.transform([](std::string_view /*text*/, std::string& /*made*/) { return false; },
+                                 [](const kvr::word_row& /*row*/) { return true; }));
+    EXPECT_EQ(words[99999], "0");
+}
+
+TEST(WordStore, APageOfLongWordsIsKeptAsTheyAre) {
+    constexpr std::size_t length = 300;
+    kvr::word_store words;
+    words.resize(kvr::page_words, "0");
+    auto texts = std::make_unique<char[]>(kvr::page_words * length);
+    for (std::size_t at = 0; at < kvr::page_words * length; ++at) {
+        texts[at] = static_cast<char>('A' + at / length % 26);
+    }
+    words.set_page(0, texts, length);
+    EXPECT_EQ(words[0], std::string(length, 'A'));
+    EXPECT_EQ(words[27], std::string(length, 'B'));
+    EXPECT_EQ(words[kvr::page_words - 1],
+              std::string(length, static_cast<char>('A' + (kvr::page_words - 1) % 26)));
+}
+
 } // namespace

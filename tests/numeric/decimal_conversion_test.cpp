@@ -112,3 +112,16 @@ TEST(DecimalConversion, DigitsOfPowersOfTenAreCounted) {
         EXPECT_EQ(kvr::count_digits(limbs{7, power}), digits + 19);
     }
 }
+
+TEST(DecimalConversion, ChunksWhoseUpperHalfIsShortAreJoined) {
+    // 256 times 11 chunks would be 255 more: halved again and again, the upper half has less than half of
+    // them.
+    std::mt19937_64 random(63);
+    limbs chunks(11 * 256 - 255);
+    for (std::uint64_t& chunk : chunks) {
+        chunk = random() % kvr::decimal_chunk;
+    }
+    limbs joined(chunks.size(), 5);
+    kvr::join_chunks(joined, chunks);
+    EXPECT_EQ(joined, plain_number(chunks));
+}

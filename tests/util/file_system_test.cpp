@@ -445,4 +445,19 @@ TEST(FileCopy, FileOntoItselfIsLeftEmpty) {
     EXPECT_EQ(content_of(file), "");
 }
 
+TEST(FileCopy, SourceThatCannotBeReadIsAFailure) {
+    const temporary_directory here;
+    // The memory of a process can be opened, but where nothing lies it cannot be read.
+    EXPECT_FALSE(kvr_file_copy("/proc/self/mem", here.path("destination").c_str()));
+}
+
+TEST_F(RemoveAllFiles, FailureInASubdirectoryEndsTheWork) {
+    add("sub/file");
+    add_directory("sub/d");
+    fs::permissions(here.path("tree/sub/d"), fs::perms::owner_read | fs::perms::owner_exec);
+    EXPECT_FALSE(remove("*.*", true));
+    EXPECT_TRUE(fs::exists(here.path("tree/sub/d")));
+    fs::permissions(here.path("tree/sub/d"), fs::perms::owner_all);
+}
+
 } // namespace

@@ -478,4 +478,9 @@ TEST(SimpleFraction, AgreesWithAStepByStepSearchOfRandomFractions) {
     }
 }
 
+TEST(CeilQuotientPower, SmallestIntegerHasAQuotientButByMinusOne) {
+    EXPECT_EQ(kvr_get_ceil_quotient_closest_to_power_of(2, INT_MIN, -2), 1 << 30);
+    EXPECT_EQ(kvr_get_ceil_quotient_closest_to_power_of(2, INT_MIN, 2), 1);
+}
+
 } // namespace

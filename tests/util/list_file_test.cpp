@@ -190,4 +190,9 @@ TEST_F(ListFile, EmptyDirectoryIsOutOfRange) {
                  std::out_of_range);
 }
 
+TEST_F(ListFile, FileThatCannotBeReadToItsEndFails) {
+    // The memory of a process can be opened, but where nothing lies it cannot be read.
+    EXPECT_FALSE(kvr_process_lst_file("/proc/self", "mem", libraries, origins, extras, false));
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include "kvr/util/platform.h"
 #include "tests/memory/temporary_directory.h"
+#include "tests/util/working_directory.h"
 
 #include <gtest/gtest.h>
 
@@ -82,8 +83,18 @@ TEST(PlatformDirectory, IsFoundThroughEachTimeItIsAsked) {
 }
 
 TEST(Platform, ExecutableIsThisTestProgram) {
-    const std::string path = platform::executable_path();
-    EXPECT_EQ(path, fs::read_symlink("/proc/self/exe").string());
+    const fs::path path = platform::executable_path();
+    EXPECT_EQ(path.filename(), "kvr_tests");
+    EXPECT_TRUE(fs::equivalent(path, "/proc/self/exe"));
+}
+
+TEST(PlatformDirectory, EmptyPathIsTheWorkingDirectory) {
+    const temporary_directory here;
+    static_cast<void>(here.file("one", ""));
+    const kvr_test::working_directory inside(here.path(""));
+    const auto found = platform::directory("").find("*");
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].name, "one");
 }
 
 } // namespace

@@ -4,8 +4,14 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <csignal>
 #include <cstddef>
+#include <fstream>
+#include <memory>
 #include <string>
+#include <sys/stat.h>
+#include <thread>
 #include <vector>
 
 namespace {
@@ -53,6 +59,41 @@ TEST(TextLines, MissingFileAndDirectoryHaveNone) {
         EXPECT_EQ(line, "");
     }
     EXPECT_FALSE(kvr::text_lines(nullptr).is_open());
+}
+
+void take_note_of_signal(int /*number*/) {}
+
+TEST(TextLines, AreReadOnAfterAnInterruption) {
+    const temporary_directory here;
+    const std::string pipe = here.path("pipe");
+    ASSERT_EQ(mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
+    struct sigaction interrupting = {};
+    struct sigaction before = {};
+    interrupting.sa_handler = take_note_of_signal; // without SA_RESTART
+    ASSERT_EQ(sigaction(SIGUSR1, &interrupting, &before), 0);
+    const pthread_t reader = pthread_self();
+    std::thread writer([&pipe, reader] {
+        std::ofstream stream(pipe);
+        for (int time = 0; time < 20; ++time) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(5));
+            pthread_kill(reader, SIGUSR1);
+        }
+        stream << "first\nsecond\n";
+    });
+    // Opening waits for the writer, and may itself be interrupted.
+    std::unique_ptr<kvr::text_lines> lines;
+    do {
+        lines = std::make_unique<kvr::text_lines>(pipe.c_str());
+    } while (!lines->is_open());
+    std::string line;
+    EXPECT_TRUE(lines->next(line, 100));
+    EXPECT_EQ(line, "first");
+    EXPECT_TRUE(lines->next(line, 100));
+    EXPECT_EQ(line, "second");
+    EXPECT_FALSE(lines->next(line, 100));
+    EXPECT_FALSE(lines->failed());
+    writer.join();
+    sigaction(SIGUSR1, &before, nullptr);
 }
 
 } // namespace
