@@ -89,7 +89,7 @@ mif_ordinary_lines::amount mif_ordinary_lines::read(std::string_view lines, bool
 std::uint64_t mif_ordinary_lines::read_lines_alike(const char*& line, const char* const end) {
     const std::uint64_t first = predicted.address();
     const std::size_t line_size = predicted.size() + expected_length + 2;
-    if (line >= end || expected_length == 0 || first >= memory.number_of_words) {
+    if (line >= end || expected_length == 0 || predicted.size() == 0 || first >= memory.number_of_words) {
         return 0;
     }
     if (line[line_size - 1] != '\n') {

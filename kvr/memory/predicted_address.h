@@ -39,7 +39,7 @@ public:
 
     /// The number of lines from @p lines on, all of them @p line_size characters long and @p most at most (no
     /// more than lines_at_once()), of which each matches, has one value, and has behind the prediction what
-    /// @p is_rest, which is called with that, accepts.
+    /// @p is_rest, which is called with that, accepts. Something must be predicted: size() is not 0.
     template <class IsRest>
     [[nodiscard]] std::size_t count_alike(const char* lines, std::size_t line_size, std::size_t most,
                                           IsRest is_rest) const {
@@ -47,7 +47,7 @@ public:
         std::array<std::uint64_t, readable / 8> step{};
         step[last_digit / 8] = std::uint64_t{1} << (last_digit % 8 * 8);
         std::size_t count = 0;
-        for (const char* line = lines; count < most && length != 0; line += line_size, ++count) {
+        for (const char* line = lines; count < most; line += line_size, ++count) {
             std::uint64_t different = 0;
             for (std::size_t i = 0; i < now.size(); ++i) {
                 different |= (load_eight(line + 8 * i) ^ now[i]) & masks[i];
