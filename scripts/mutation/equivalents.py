@@ -1,0 +1,38 @@
+"""The list of mutants that no test can notice, because they do what the original does."""
+
+from __future__ import annotations
+
+from collections.abc import Iterable
+from pathlib import Path
+
+from mutant import Mutant
+
+Key = tuple[str, str, str]
+
+
+class EquivalentsError(Exception):
+    """The list is not in order."""
+
+
+def read_equivalents(path: Path) -> set[Key]:
+    """An entry is a file, a line with `-`, the line that it becomes with `+`, and the reason."""
+    found: set[Key] = set()
+    text = "\n".join(line for line in path.read_text().splitlines() if not line.startswith("#"))
+    for entry in filter(None, (each.strip() for each in text.split("\n\n"))):
+        file, *lines = entry.splitlines()
+        if len(lines) < 3 or not lines[0].startswith("- ") or not lines[1].startswith("+"):
+            raise EquivalentsError(f"{path}: not a file, a line, its mutant and a reason:\n{entry}")
+        key = (file, lines[0][2:], lines[1][1:].strip())
+        if key in found:
+            raise EquivalentsError(f"{path}: told twice:\n{entry}")
+        found.add(key)
+    return found
+
+
+def check_equivalents(equivalents: set[Key], mutants: Iterable[Mutant], files: Iterable[str]) -> None:
+    """Each entry about one of the files is one of its mutants."""
+    looked_at = set(files)
+    unknown = {key for key in equivalents if key[0] in looked_at} - {mutant.key for mutant in mutants}
+    if unknown:
+        shown = "\n".join(f"{file}\n- {before}\n+ {after}" for file, before, after in sorted(unknown))
+        raise EquivalentsError(f"listed as equivalent, but no mutant of the source as it is:\n{shown}")

@@ -1,0 +1,40 @@
+"""What kind of source a file is, and how many of its mutants the tests must notice."""
+
+from __future__ import annotations
+
+import random
+from collections.abc import Iterable
+from fnmatch import fnmatch
+
+from mutant import Mutant
+
+GROUPS: dict[str, tuple[str, ...]] = {
+    "writers": ("kvr/memory/*writer*", "kvr/memory/*_rows.*"),
+    "readers": ("kvr/memory/*reader*", "kvr/memory/*hex_record*", "kvr/memory/mif_*", "kvr/memory/rif_*"),
+    "numeric": ("kvr/numeric/*",),
+    "rest": ("*",),
+}
+ALL = "all"
+LIMITS = {"writers": 98.0, "readers": 98.0, "numeric": 98.0, ALL: 95.0}
+
+
+def group_of(file: str) -> str:
+    return next(name for name, patterns in GROUPS.items() if any(fnmatch(file, each) for each in patterns))
+
+
+def by_group(mutants: Iterable[Mutant]) -> dict[str, list[Mutant]]:
+    groups: dict[str, list[Mutant]] = {name: [] for name in GROUPS}
+    for mutant in mutants:
+        groups[group_of(mutant.file)].append(mutant)
+    return {name: found for name, found in groups.items() if found}
+
+
+def draw_sample(mutants: list[Mutant], size: int, seed: int) -> list[Mutant]:
+    """As many of each group, as far as it has them. A greater sample with the same seed holds a smaller one."""
+    chooser = random.Random(seed)
+    groups = list(by_group(mutants).values())
+    for group in groups:
+        chooser.shuffle(group)
+    places = max(map(len, groups), default=0)
+    in_turn = [group[place] for place in range(places) for group in groups if place < len(group)]
+    return in_turn[:size]

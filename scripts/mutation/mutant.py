@@ -1,0 +1,45 @@
+"""A mutant: one small change of one source, and how it is shown."""
+
+from __future__ import annotations
+
+from dataclasses import dataclass
+
+
+def one_line(text: bytes) -> str:
+    return " ".join(text.decode().split())
+
+
+@dataclass(frozen=True)
+class Mutant:
+    """The bytes from begin to end of a file, which is named from the root, become the replacement."""
+
+    file: str
+    begin: int
+    end: int
+    replacement: bytes
+    line: int
+    before: str  # the lines that the change touches, as one
+    after: str
+
+    @property
+    def key(self) -> tuple[str, str, str]:
+        """What stays when lines are added above; two equal lines of a file have one key."""
+        return (self.file, self.before, self.after)
+
+    def apply(self, source: bytes) -> bytes:
+        return source[: self.begin] + self.replacement + source[self.end :]
+
+
+def make_mutant(file: str, source: bytes, begin: int, end: int, replacement: bytes) -> Mutant:
+    first = source.rfind(b"\n", 0, begin) + 1
+    last = source.find(b"\n", end)
+    after = source[first:begin] + replacement + source[end:last]
+    return Mutant(
+        file=file,
+        begin=begin,
+        end=end,
+        replacement=replacement,
+        line=source.count(b"\n", 0, begin) + 1,
+        before=one_line(source[first:last]),
+        after=one_line(after),
+    )

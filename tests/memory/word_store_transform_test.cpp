@@ -1,0 +1,95 @@
+// What transform() does to words that may be kept a row at a time.
+
+#include "kvr/memory/word_store.h"
+
+#include <gtest/gtest.h>
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace {
+
+bool keep_every_row(const kvr::word_row& /*row*/) {
+    return true;
+}
+
+bool double_one(std::string_view text, std::string& made) {
+    made = text == "1" ? "11" : std::string(text);
+    return true;
+}
+
+bool refuse_one(std::string_view text, std::string& made) {
+    made = text;
+    return text != "1";
+}
+
+/// Words that stand side by side, and one more.
+kvr::word_store store_with(std::string_view fill, std::uint32_t size) {
+    kvr::word_store words;
+    words.resize(size, fill);
+    for (std::uint32_t address = 0; address < 100; ++address) {
+        words.set(address, std::to_string(100 + address));
+    }
+    return words;
+}
+
+TEST(WordStoreTransform, ConvertsWhatFillsAStoreOfKeptRows) {
+    for (const std::uint32_t size : {101U, 200U, 5000U}) {
+        kvr::word_store words = store_with("1", size);
+        EXPECT_TRUE(words.transform(double_one, keep_every_row));
+        EXPECT_EQ(words[99], "199");
+        EXPECT_EQ(words[100], "11");
+        EXPECT_EQ(words[size - 1], "11");
+    }
+}
+
+TEST(WordStoreTransform, ConvertsAStoreOfOneText) {
+    kvr::word_store words;
+    words.resize(5000, "1");
+    EXPECT_TRUE(words.transform(double_one, keep_every_row));
+    EXPECT_EQ(words[0], "11");
+    EXPECT_EQ(words[4999], "11");
+}
+
+TEST(WordStoreTransform, FailsForWhatFillsAStoreOfKeptRows) {
+    for (const std::uint32_t size : {101U, 200U, 5000U}) {
+        kvr::word_store words = store_with("1", size);
+        EXPECT_FALSE(words.transform(refuse_one, keep_every_row));
+        EXPECT_EQ(words[99], "199");
+        EXPECT_EQ(words[size - 1], "1");
+    }
+}
+
+TEST(WordStoreTransform, FailsForAStoreOfOneText) {
+    kvr::word_store words;
+    words.resize(5000, "1");
+    EXPECT_FALSE(words.transform(refuse_one, keep_every_row));
+    EXPECT_EQ(words[4999], "1");
+}
+
+TEST(WordStoreTransform, ConvertsThePatternOfARange) {
+    kvr::word_store words;
+    words.resize(9000, "2");
+    words.fill(0, 8999, {"1", "2"});
+    EXPECT_TRUE(words.transform(double_one, keep_every_row));
+    EXPECT_EQ(words[0], "11");
+    EXPECT_EQ(words[1], "2");
+    EXPECT_EQ(words[8998], "11");
+    EXPECT_FALSE(words.transform(
+        [](std::string_view text, std::string& made) {
+            made = text;
+            return text != "2";
+        },
+        keep_every_row));
+    EXPECT_EQ(words[8999], "2");
+}
+
+TEST(WordStoreTransform, KeepsWhatBecomesTheSame) {
+    kvr::word_store words = store_with("7", 5000);
+    EXPECT_TRUE(words.transform(double_one, keep_every_row));
+    EXPECT_EQ(words[0], "100");
+    EXPECT_EQ(words[4999], "7");
+}
+
+} // namespace
