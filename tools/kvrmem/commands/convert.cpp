@@ -19,10 +19,12 @@ namespace {
 
 [[noreturn]] void fail_at_word(const input_file& input, const input_options& options, std::uint32_t address,
                                const std::string& what) {
+    std::string place = input.name();
     const std::uint64_t line = line_that_sets(input, options, address);
-    throw tool_error(exit_code::bad_input, line != 0
-                                               ? fmt::format("{}:{}: error: {}", input.name(), line, what)
-                                               : fmt::format("{}: error: {}", input.name(), what));
+    if (line != 0) {
+        place += fmt::format(":{}", line);
+    }
+    throw tool_error(exit_code::bad_input, fmt::format("{}: error: {}", place, what));
 }
 
 output_layout layout_for(const arguments& given, const memory_image& image) {

@@ -6,6 +6,7 @@
 #include "tools/kvrmem/edit/mif_statement.h"
 #include "tools/kvrmem/edit/mif_survey.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/mif_unread_text.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -179,9 +180,10 @@ private:
     void change_addresses(const mif_statement& statement, const mif_line& line, const mif_line_style& style) {
         const std::string_view first = statement.content().first_address.in(statement.content().text);
         const std::string_view last = statement.content().last_address.in(statement.content().text);
-        const std::string new_first = line.first == statement.content().first
-                                          ? std::string(statement.in_file(first))
-                                          : address_text(line.first, image.address_radix, style.address);
+        std::string new_first(statement.in_file(first));
+        if (line.first != statement.content().first) {
+            new_first = address_text(line.first, image.address_radix, style.address);
+        }
         if (!line.is_range()) {
             change_to_single_address(statement, new_first);
             return;
@@ -201,11 +203,12 @@ private:
         }
         // Over several lines, what stands between (line ends and comments) stays.
         for (std::size_t position = brackets.open; position <= brackets.close; ++position) {
-            const bool is_first = position == statement.content().first_address.begin;
             const bool is_blank =
-                statement.content().text[position] == ' ' || statement.content().text[position] == '\t';
-            if (is_first || !is_blank) {
-                change(statement.offset_of(position), 1, is_first ? address : "");
+                mif_blanks.find(statement.content().text[position]) != std::string_view::npos;
+            if (position == statement.content().first_address.begin) {
+                change(statement.offset_of(position), 1, address);
+            } else if (!is_blank) {
+                change(statement.offset_of(position), 1, "");
             }
         }
     }

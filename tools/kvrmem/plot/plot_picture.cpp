@@ -93,10 +93,12 @@ value_axis axis_of(const plot_picture& picture) {
 }
 
 std::string vertical_title(const plot_picture& picture) {
+    if (picture.bits) {
+        return "bit position";
+    }
     const value_order& order = picture.order;
-    return picture.bits ? "bit position"
-                        : fmt::format("value ({}, {})", order.is_signed() ? "signed" : "unsigned",
-                                      counted(order.width(), "bit"));
+    return fmt::format("value ({}, {})", order.is_signed() ? "signed" : "unsigned",
+                       counted(order.width(), "bit"));
 }
 
 std::string note_on(const plot_picture& picture) {
