@@ -200,19 +200,15 @@ void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES 
     }
     std::string given(value.text);
     kvr::to_upper(given);
-    check_fault found{severity::warning,
-                      "unknown-radix",
-                      line,
-                      value.column,
-                      std::max<std::size_t>(value.text.size(), 1),
-                      fmt::format("{} '{}' is none of BIN, OCT, DEC, UNS and HEX", name, visible(value.text)),
-                      "the library reads on without a radix",
-                      std::nullopt};
+    const std::string message =
+        fmt::format("{} '{}' is none of BIN, OCT, DEC, UNS and HEX", name, visible(value.text));
+    std::string hint = "the library reads on without a radix";
     const std::string nearest = nearest_radix_name(given);
     if (!nearest.empty()) {
-        found.hint = fmt::format("did you mean {}?", nearest);
+        hint = fmt::format("did you mean {}?", nearest);
     }
-    check.faults.add(std::move(found));
+    check.faults.add({severity::warning, "unknown-radix", line, value.column,
+                      std::max<std::size_t>(value.text.size(), 1), message, std::move(hint), std::nullopt});
 }
 
 /// Says once, at the header, what would have to be said of nearly every line.

@@ -125,7 +125,7 @@ private:
             add(is_given ? severity::error : severity::warning, "too-wide", column, text.size(),
                 fmt::format("word {} needs {} bits, {} is {}", visible(text), error->bits_needed,
                             is_given ? "the given width" : "the largest width", width));
-        } else if (error->what == kvr::exact_word_error::kind::invalid_digit) {
+        } else {
             add(severity::warning, "bad-digit", column + error->position, 1,
                 fmt::format("'{}' in {} is no hexadecimal digit", text[error->position], visible(text)),
                 "the library reads it unchecked");

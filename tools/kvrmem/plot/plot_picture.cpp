@@ -141,7 +141,7 @@ std::vector<std::uint32_t> bit_ticks(std::uint32_t width, std::uint32_t most) {
     for (std::uint32_t bit = 0; bit < width; bit += step) {
         ticks.push_back(bit);
     }
-    if (width - 1 - ticks.back() >= (step + 1) / 2 && ticks.back() != width - 1) {
+    if (width - 1 - ticks.back() >= (step + 1) / 2) {
         ticks.push_back(width - 1);
     }
     return ticks;
