@@ -79,11 +79,10 @@ std::string counted(std::uint64_t errors, std::uint64_t warnings) {
     if (warnings == 0) {
         return plural(errors, "error");
     }
-    const std::string second = plural(warnings, "warning");
     if (errors == 0) {
-        return second;
+        return plural(warnings, "warning");
     }
-    return fmt::format("{}, {}", plural(errors, "error"), second);
+    return fmt::format("{}, {}", plural(errors, "error"), plural(warnings, "warning"));
 }
 
 json_value faults_as_json(const std::string& name, const char* format, const fault_list& faults) {

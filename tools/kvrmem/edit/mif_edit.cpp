@@ -176,20 +176,15 @@ private:
         return line;
     }
 
-    /// Puts the addresses of @p line, the first that @p statement becomes, in the place of those there.
+    /// Puts the addresses of @p line, the first that @p statement becomes, in the place of those there. Their
+    /// first address is the same.
     void change_addresses(const mif_statement& statement, const mif_line& line, const mif_line_style& style) {
-        const std::string_view first = statement.content().first_address.in(statement.content().text);
-        const std::string_view last = statement.content().last_address.in(statement.content().text);
-        std::string new_first(statement.in_file(first));
-        if (line.first != statement.content().first) {
-            new_first = address_text(line.first, image.address_radix, style.address);
-        }
         if (!line.is_range()) {
-            change_to_single_address(statement, new_first);
+            change_to_single_address(statement, std::string(statement.first_address()));
             return;
         }
-        change(statement.offset_of(first), first.size(), new_first);
         if (line.last != statement.content().last) {
+            const std::string_view last = statement.content().last_address.in(statement.content().text);
             change(statement.offset_of(last), last.size(),
                    address_text(line.last, image.address_radix, style.address));
         }
