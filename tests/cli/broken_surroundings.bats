@@ -126,3 +126,22 @@ every_command_tells() { # TARGET
     [ "$output" = "kvrmem: out.mif: cannot be written: File too large" ]
     nothing_changed
 }
+
+@test "a file of somebody else stays his" {
+    [ "$(id -u)" -eq 0 ] || skip "only root can give files away"
+    chown 65534:65533 in.mif
+    chmod 640 in.mif
+    "$KVRMEM" set in.mif 1=2
+    [ "$(stat -c %u:%g:%a in.mif)" = 65534:65533:640 ]
+    run -0 "$KVRMEM" get in.mif 1
+    [ "$output" = 02 ]
+}
+
+@test "too little memory is told" {
+    if ! (ulimit -v 200000 && "$KVRMEM" --version); then
+        skip "the tool is built for something that needs more"
+    fi
+    run -5 bash -c "ulimit -v 200000; head -c 300000000 /dev/zero | '$KVRMEM' info --from mif -"
+    [ "$output" = "kvrmem: out of memory" ]
+    nothing_changed
+}

@@ -132,6 +132,15 @@ steps() {
     [ "$(path wave)" = "M$left $((bottom - margin))H508V$((top + margin))H$right" ]
 }
 
+@test "an envelope goes back along the least values" {
+    memory in.mif 8 3296 "$(for address in $(seq 0 3295); do printf '%X : %X;\n' "$address" $((address / 1648 * 4 + address % 2)); done)"
+    plot in.mif
+    # Two words a column: 0 and 1 in the left half, 4 and 5 in the right one.
+    half=$(((left + right) / 2))
+    low=$(awk "BEGIN { print $bottom - $margin - 4 * ($bottom - $top - 2 * $margin) / 5 }")
+    [[ $(path envelope) == *"H${right}V${low}H${half}V$((bottom - margin))H${left}Z" ]]
+}
+
 @test "a map shows each bit in its place" {
     memory in.mif 66 3 $'0 : 1;\n1 : 20000000000000000;\n2 : 0;'
     plot in.mif

@@ -57,6 +57,40 @@ on_a_terminal() { # COMMAND LINE
     [ "$(sed "s/.*reading slow.mif//" shown | tr -d '\r')" = "${escape}[K41" ]
 }
 
+# Runs the tool on a terminal and has it stand still, somewhere in FILE, until its line is due.
+paused_on_a_terminal() { # FILE COMMAND
+    cat >pause.sh <<'END'
+eval "exec $2" &
+tool=$!
+while kill -STOP "$tool"; do
+    for descriptor in /proc/"$tool"/fd/*; do
+        if [ "$descriptor" -ef "$1" ]; then
+            read -r _ position </proc/"$tool"/fdinfo/"${descriptor##*/}"
+            [ "$position" -eq 0 ] || break 2
+        fi
+    done
+    kill -CONT "$tool"
+done
+sleep 1.2
+kill -CONT "$tool"
+wait "$tool"
+END
+    on_a_terminal "bash pause.sh '$1' \"$2\""
+}
+
+@test "progress is told in percent, and in bytes where the size is not known" {
+    "$KVRMEM" new big.mif --width 8 --depth 0x7FFFF --no-runs
+    paused_on_a_terminal big.mif "'$KVRMEM' info big.mif" >shown
+    grep -Eq 'reading big.mif [0-9]+ %' shown
+    paused_on_a_terminal big.mif "'$KVRMEM' info --from mif - <big.mif" >shown
+    grep -Eq 'reading standard input [0-9]+ MiB' shown
+}
+
+@test "a picture is as wide as its terminal" {
+    on_a_terminal "stty cols 50; '$KVRMEM' plot in.mif" | grep -F ', 10 characters a word'
+    on_a_terminal "stty cols 40; '$KVRMEM' plot in.mif" | grep -F ', 7 characters a word'
+}
+
 @test "quick work shows no progress" {
     on_a_terminal "'$KVRMEM' get in.mif 0" | lacks reading
 }

@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 namespace kvrmem {
 
 namespace {
@@ -15,8 +17,11 @@ void warn(fault_list& faults, const char* code, std::string message, const std::
 void check_gaps(const word_lines& lines, std::optional<std::uint32_t> depth, const std::string& hint,
                 fault_list& faults) {
     if (lines.empty()) {
-        warn(faults, "no-words",
-             depth ? fmt::format("none of the {} words is set", *depth) : "the file sets no word", "");
+        std::string message = "the file sets no word";
+        if (depth) {
+            message = fmt::format("none of the {} words is set", *depth);
+        }
+        warn(faults, "no-words", std::move(message), "");
         return;
     }
     const std::uint64_t first = depth ? 0 : lines.lowest();

@@ -67,14 +67,13 @@ private:
         const std::size_t first = source.text().find_first_not_of(kvr::hex_blanks);
         if (first != std::string::npos && source.text()[first] != ':') {
             const std::string& text = source.text();
-            found.hint = text.find("CONTENT") != std::string::npos
-                             ? "this looks like MIF; --from mif checks it as that"
-                         : text[first] == '@' ? "this looks like RIF; --from rif checks it as that"
-                                              : found.hint;
+            if (text.find("CONTENT") != std::string::npos) {
+                found.hint = "this looks like MIF; --from mif checks it as that";
+            } else if (text[first] == '@') {
+                found.hint = "this looks like RIF; --from rif checks it as that";
+            }
         }
-        const std::string end(source.line_end());
-        const bool is_open = !source.text().empty() && source.text().back() != '\n';
-        found.mended = repair{source.text().size(), 0, (is_open ? end : "") + ":00000001FF" + end,
+        found.mended = repair{source.text().size(), 0, source.as_last_line(":00000001FF"),
                               "end record :00000001FF put behind the last line"};
     }
 

@@ -32,11 +32,8 @@ void add_at_line(mif_check& check, const char* code, std::uint64_t line, std::st
 }
 
 /// What END; must be put behind: a statement that lacks its ";" would swallow it.
-std::optional<repair> end_repair(const check_source& source) {
-    const std::string& text = source.text();
-    const std::string end(source.line_end());
-    const std::string before = text.empty() || text.back() == '\n' ? "" : end;
-    return repair{text.size(), 0, before + "END;" + end, "END; put behind the last line"};
+repair end_repair(const check_source& source) {
+    return {source.text().size(), 0, source.as_last_line("END;"), "END; put behind the last line"};
 }
 
 /// True when the last statement, from behind the line @p line on, has no ";".
@@ -64,25 +61,24 @@ std::string other_format(const check_source& source) {
 void explain_missing_end(mif_check& check) {
     const mif_header_lines& header = check.header;
     const std::uint64_t last = check.source.last_line();
-    if (header.content == 0 && header.blocked_content == 0) {
+    if (header.content == 0) {
         add_at_line(check, "missing-content", last, "there is no CONTENT BEGIN", other_format(check.source));
-    } else if (header.content != 0 && header.begin == 0) {
+    } else if (header.begin == 0) {
         add_at_line(check, "missing-begin", header.content, "there is no BEGIN behind CONTENT",
                     "write CONTENT BEGIN");
-    } else if (header.content != 0) {
+    } else {
         const fault_text told = describe_mif_fault({kvr::fault_code::missing_end, last, 0, 0}, "", {});
         const std::uint64_t from = std::max(check.content_read, header.begin + 1);
-        const bool open = is_open_behind(check.source, from);
-        add_at_line(check, told.code, last, told.message, told.hint,
-                    open ? std::nullopt : end_repair(check.source));
+        std::optional<repair> mended;
+        if (!is_open_behind(check.source, from)) {
+            mended = end_repair(check.source);
+        }
+        add_at_line(check, told.code, last, told.message, told.hint, std::move(mended));
     }
 }
 
 void explain_blocked_content(mif_check& check) {
     const mif_header_lines& header = check.header;
-    if (header.content != 0 || header.blocked_content == 0) {
-        return;
-    }
     if (!header.width_known) {
         add_at_line(check, "missing-width", header.blocked_content, "there is no WIDTH before CONTENT",
                     "write WIDTH=8; or what the words have");
@@ -125,9 +121,10 @@ void check_statement_before_end(mif_check& check) {
     statement.text = text;
     add_missing_semicolons(check, statement, severity::warning, 0);
     const kvr::line_place place = place_behind(statement, text.find_last_not_of(mif_blanks) + 1);
+    const std::string hint =
+        fmt::format("the library drops the statement of line {}", place_in(statement, colon).line);
     check.faults.add(
-        {severity::warning, "missing-semicolon", place.line, place.column, 1, "no ';' before END",
-         fmt::format("the library drops the statement of line {}", place_in(statement, colon).line),
+        {severity::warning, "missing-semicolon", place.line, place.column, 1, "no ';' before END", hint,
          repair{check.source.offset_of(place.line) + place.column - 1, 0, ";", "';' put before END"}});
 }
 
@@ -138,9 +135,13 @@ void check_rest_of_begin(mif_check& check) {
     }
     std::string text(kvr::without_comments(check.source.line(check.header.begin)));
     kvr::to_upper(text);
-    const std::size_t begin = text.find("BEGIN");
-    const std::size_t rest = text.find_first_not_of(" \t;", begin == std::string::npos ? begin : begin + 5);
-    if (begin != std::string::npos && rest != std::string::npos) {
+    constexpr std::string_view keyword = "BEGIN";
+    const std::size_t begin = text.find(keyword);
+    if (begin == std::string::npos) {
+        return; // it is written with blanks in it
+    }
+    const std::size_t rest = text.find_first_not_of(" \t;", begin + keyword.size());
+    if (rest != std::string::npos) {
         const std::size_t end = text.find_last_not_of(mif_blanks) + 1;
         check.faults.add({severity::warning, "behind-begin", check.header.begin, rest + 1, end - rest,
                           fmt::format("'{}' stands behind BEGIN and is not read",
@@ -178,6 +179,16 @@ void check_repeated_keywords(mif_check& check) {
     }
 }
 
+/// The radix that is most likely meant by @p given, which is in upper case; "" when it is far from all.
+std::string nearest_radix_name(const std::string& given) {
+    constexpr std::array<std::string_view, 5> known = {"BIN", "OCT", "DEC", "UNS", "HEX"};
+    constexpr std::size_t longest_compared = 31;
+    if (given.size() > longest_compared) {
+        return "";
+    }
+    return nearest_of(given, known);
+}
+
 void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES radix, const char* name) {
     const std::uint64_t line = check.header.keyword[keyword];
     if (radix != RADIX_NONE || line == 0) {
@@ -189,13 +200,15 @@ void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES 
     }
     std::string given(value.text);
     kvr::to_upper(given);
-    const std::array<std::string, 5> known = {"BIN", "OCT", "DEC", "UNS", "HEX"};
-    const std::string nearest = given.size() < 32 ? nearest_of(given, known) : "";
-    check.faults.add(
-        {severity::warning, "unknown-radix", line, value.column, std::max<std::size_t>(value.text.size(), 1),
-         fmt::format("{} '{}' is none of BIN, OCT, DEC, UNS and HEX", name, visible(value.text)),
-         nearest.empty() ? "the library reads on without a radix" : fmt::format("did you mean {}?", nearest),
-         std::nullopt});
+    const std::string message =
+        fmt::format("{} '{}' is none of BIN, OCT, DEC, UNS and HEX", name, visible(value.text));
+    std::string hint = "the library reads on without a radix";
+    const std::string nearest = nearest_radix_name(given);
+    if (!nearest.empty()) {
+        hint = fmt::format("did you mean {}?", nearest);
+    }
+    check.faults.add({severity::warning, "unknown-radix", line, value.column,
+                      std::max<std::size_t>(value.text.size(), 1), message, std::move(hint), std::nullopt});
 }
 
 /// Says once, at the header, what would have to be said of nearly every line.
@@ -212,19 +225,16 @@ void check_radix_fit(mif_check& check, std::size_t keyword, const radix_fit& fit
         mended = repair{check.source.offset_of(line) + value.column - 1, value.text.size(), title,
                         fmt::format("{} is now {}", visible(value.text), title)};
     }
-    check.faults.add(
-        {severity::warning, "radix-mismatch", line, value.column, value.text.size(),
-         fmt::format("the header says {}, the {} look like {}", radix_title(declared), what, title),
-         fmt::format("line {}: {}", fit.example_line, visible(fit.example)), std::move(mended)});
+    const std::string message =
+        fmt::format("the header says {}, the {} look like {}", radix_title(declared), what, title);
+    check.faults.add({severity::warning, "radix-mismatch", line, value.column, value.text.size(), message,
+                      fmt::format("line {}: {}", fit.example_line, visible(fit.example)), std::move(mended)});
 }
 
 /// Where the width or the depth is not known the library reads no content. Its faults are told all the same:
 /// it is read under a header that allows everything.
 void check_blocked_content(mif_check& check, const kvr::mif_memory& before) {
     const std::uint64_t line = check.header.blocked_content;
-    if (check.header.content != 0 || line == 0) {
-        return;
-    }
     constexpr std::int64_t header_lines = 4;
     const auto radix = [](KVR_MEMORY_RADIXES known) {
         return known == RADIX_NONE ? std::string_view("NONE") : radix_title(known);

@@ -156,8 +156,12 @@ void mif_checker::take_fault(const kvr::read_fault& fault, std::string_view text
                                                              kvr::radix_base(memory.address_radix));
         const std::uint64_t before = set_words().line_of(address.magnitude);
         take_trimmed_place(found);
-        found.message += before != 0 ? fmt::format(", already at line {}", before) : "";
-        found.hint = found.hint.empty() ? "leave one of the two out" : found.hint;
+        if (before != 0) {
+            found.message += fmt::format(", already at line {}", before);
+        }
+        if (found.hint.empty()) {
+            found.hint = "leave one of the two out";
+        }
         break;
     }
     case kvr::fault_code::line_too_long:
@@ -289,9 +293,9 @@ void mif_checker::check_address(const kvr::mif_content& content, const kvr::text
     const std::string_view digits = token.in(content.text);
     if (memory.address_radix != RADIX_NONE && !is_number_in(digits, memory.address_radix)) {
         check.saw_bad_address = true;
-        warn(content, address_digit_code, token.begin, digits.size(),
-             fmt::format("address {} is no number in ADDRESS_RADIX {}", visible(digits),
-                         radix_title(memory.address_radix)),
+        const std::string message = fmt::format("address {} is no number in ADDRESS_RADIX {}",
+                                                visible(digits), radix_title(memory.address_radix));
+        warn(content, address_digit_code, token.begin, digits.size(), message,
              fmt::format("the library reads it as address {}",
                          kvr::scan_number(digits, kvr::radix_base(memory.address_radix)).as_strtoul()));
     }
@@ -311,9 +315,10 @@ void mif_checker::check_depth(const kvr::mif_content& content) {
 void mif_checker::check_surplus(const kvr::mif_content& content) {
     const kvr::text_span surplus = find_surplus_value(content);
     if (surplus.found()) {
-        warn(content, "surplus-values", surplus.begin, surplus.end - surplus.begin,
-             fmt::format("{} values for the {} addresses of the range", content.values.size(),
-                         std::uint64_t{content.last} - content.first + 1),
+        const std::uint64_t addresses = std::uint64_t{content.last} - content.first + 1;
+        const std::string message =
+            fmt::format("{} values for the {} addresses of the range", content.values.size(), addresses);
+        warn(content, "surplus-values", surplus.begin, surplus.end - surplus.begin, message,
              fmt::format("the library drops the values from {} on", visible(surplus.in(content.text))));
     }
 }
@@ -322,11 +327,11 @@ void mif_checker::check_rest(const kvr::mif_content& content) {
     const kvr::text_span rest = find_text_behind_semicolon(content.text);
     if (rest.found()) {
         const std::string_view text = rest.in(content.text);
+        const char* const effect = kvr::find_token(text, 0).found()
+                                       ? "the library takes it for more values; give it a line of its own"
+                                       : "the library passes over it";
         warn(content, "behind-semicolon", rest.begin, text.size(),
-             fmt::format("'{}' stands behind a ';'", visible(text)),
-             kvr::find_token(text, 0).found()
-                 ? "the library takes it for more values; give it a line of its own"
-                 : "the library passes over it");
+             fmt::format("'{}' stands behind a ';'", visible(text)), effect);
     }
 }
 
@@ -380,12 +385,12 @@ void mif_checker::check_value(const kvr::mif_content& content, std::string_view 
         return;
     }
     check.saw_bad_value = true;
-    const std::string_view title = radix_title(memory.memory_radix);
-    const bool is_digit = error->what == kvr::exact_word_error::kind::invalid_digit;
-    warn(content, bad_digit_code, offset, value.size(),
-         is_digit ? fmt::format("'{}' in {} is no {} digit", value[error->position], visible(value), title)
-                  : fmt::format("value '{}' has no digit", visible(value)),
-         "the library reads it unchecked");
+    std::string message = fmt::format("value '{}' has no digit", visible(value));
+    if (error->what == kvr::exact_word_error::kind::invalid_digit) {
+        message = fmt::format("'{}' in {} is no {} digit", value[error->position], visible(value),
+                              radix_title(memory.memory_radix));
+    }
+    warn(content, bad_digit_code, offset, value.size(), std::move(message), "the library reads it unchecked");
 }
 
 /// What becomes of a word that is too wide. Of a decimal one the bits are told.

@@ -46,6 +46,18 @@ json_value number_or_null(std::uint64_t number) {
     return number != 0 ? json_value(number) : json_value(nullptr);
 }
 
+json_value fault_as_json(const check_fault& fault) {
+    json_value document;
+    document["severity"] = title(fault.level);
+    document["line"] = number_or_null(fault.line);
+    document["column"] = number_or_null(fault.column);
+    document["length"] = number_or_null(fault.length);
+    document["code"] = fault.code;
+    document["message"] = fault.message;
+    document["hint"] = fault.hint.empty() ? json_value(nullptr) : json_value(fault.hint);
+    return document;
+}
+
 } // namespace
 
 std::string faults_as_text(const std::string& name, const check_source& source, const fault_list& faults,
@@ -67,27 +79,25 @@ std::string counted(std::uint64_t errors, std::uint64_t warnings) {
     if (warnings == 0) {
         return plural(errors, "error");
     }
-    const std::string second = plural(warnings, "warning");
-    return errors == 0 ? second : fmt::format("{}, {}", plural(errors, "error"), second);
+    if (errors == 0) {
+        return plural(warnings, "warning");
+    }
+    return fmt::format("{}, {}", plural(errors, "error"), plural(warnings, "warning"));
 }
 
 json_value faults_as_json(const std::string& name, const char* format, const fault_list& faults) {
     json_value list = json_value::array();
     for (const check_fault& fault : faults.sorted()) {
-        list.push_back({{"severity", title(fault.level)},
-                        {"line", number_or_null(fault.line)},
-                        {"column", number_or_null(fault.column)},
-                        {"length", number_or_null(fault.length)},
-                        {"code", fault.code},
-                        {"message", fault.message},
-                        {"hint", fault.hint.empty() ? json_value(nullptr) : json_value(fault.hint)}});
+        list.push_back(fault_as_json(fault));
     }
-    return {{"file", name},
-            {"format", format},
-            {"errors", faults.count(severity::error)},
-            {"warnings", faults.count(severity::warning)},
-            {"left_out", faults.dropped(severity::error) + faults.dropped(severity::warning)},
-            {"faults", std::move(list)}};
+    json_value document;
+    document["file"] = name;
+    document["format"] = format;
+    document["errors"] = faults.count(severity::error);
+    document["warnings"] = faults.count(severity::warning);
+    document["left_out"] = faults.dropped(severity::error) + faults.dropped(severity::warning);
+    document["faults"] = std::move(list);
+    return document;
 }
 
 } // namespace kvrmem

@@ -78,11 +78,13 @@ private:
         const rif_address_line parts = split_rif_address(line);
         address = kvr::rif_address(line);
         if (!parts.is_proper) {
+            std::string effect = "the library drops the words that follow";
+            if (address != kvr::rif_address_outside) {
+                effect = fmt::format("the library goes on at address {}", address);
+            }
             add(severity::warning, "address-syntax", parts.text.begin + 1, parts.text.text.size(),
                 fmt::format("'{}' is no '@' with a hexadecimal address", visible(parts.text.text)),
-                address == kvr::rif_address_outside
-                    ? "the library drops the words that follow"
-                    : fmt::format("the library goes on at address {}", address));
+                std::move(effect));
         } else if (address == kvr::rif_address_outside) {
             add(severity::warning, "address-outside", parts.text.begin + 1, parts.text.text.size(),
                 fmt::format("address {} does not fit 32 bits", visible(parts.digits)),
@@ -123,7 +125,7 @@ private:
             add(is_given ? severity::error : severity::warning, "too-wide", column, text.size(),
                 fmt::format("word {} needs {} bits, {} is {}", visible(text), error->bits_needed,
                             is_given ? "the given width" : "the largest width", width));
-        } else if (error->what == kvr::exact_word_error::kind::invalid_digit) {
+        } else {
             add(severity::warning, "bad-digit", column + error->position, 1,
                 fmt::format("'{}' in {} is no hexadecimal digit", text[error->position], visible(text)),
                 "the library reads it unchecked");

@@ -57,6 +57,14 @@ std::uint64_t check_source::last_line() const {
     return static_cast<std::uint64_t>(std::count(contents.begin(), before, '\n')) + 1;
 }
 
+std::string check_source::as_last_line(std::string_view line) const {
+    std::string added;
+    if (!contents.empty() && contents.back() != '\n') {
+        added.append(line_end());
+    }
+    return added.append(line).append(line_end());
+}
+
 std::string_view check_source::line_end() const {
     const std::size_t newline = contents.find('\n');
     const bool has_carriage_return =
@@ -68,16 +76,15 @@ void check_source::build_index() const {
     if (count != 0) {
         return;
     }
-    std::size_t begin = 0;
-    for (std::size_t newline = 0; newline != std::string::npos; begin = newline + 1) {
+    for (std::size_t newline = contents.find('\n'), begin = 0;; newline = contents.find('\n', begin)) {
         if (count % mark_distance == 0) {
             marks.push_back(begin);
         }
         ++count;
-        newline = contents.find('\n', begin);
         if (newline == std::string::npos) {
-            break;
+            return;
         }
+        begin = newline + 1;
     }
 }
 

@@ -39,10 +39,12 @@ public:
     /// The last line that holds more than blanks; 1 when there is none.
     [[nodiscard]] std::uint64_t last_line() const;
 
-    /// The line end of the first line; LF when there is none.
-    [[nodiscard]] std::string_view line_end() const;
+    /// @p line with the line end of the first line, or LF, behind it; and before it, where the text does not
+    /// end with one. That can be put behind the text.
+    [[nodiscard]] std::string as_last_line(std::string_view line) const;
 
 private:
+    [[nodiscard]] std::string_view line_end() const;
     void build_index() const;
 
     std::string contents;

@@ -43,14 +43,14 @@ getopt_tables tables_for(const command& which) {
     return tables;
 }
 
-const option_entry& entry_of(const command& which, int found) {
+/// The option that getopt_long() has answered with @p found; a letter stands for one option only.
+const option_entry& entry_of(int found) {
     const auto table = option_table();
     if (found >= first_long_option) {
         return table[static_cast<std::size_t>(found - first_long_option)];
     }
-    return *std::find_if(table.begin(), table.end(), [&which, found](const option_entry& entry) {
-        return entry.letter == found && takes(which, entry.id);
-    });
+    return *std::find_if(table.begin(), table.end(),
+                         [found](const option_entry& entry) { return entry.letter == found; });
 }
 
 /// The words behind the command's name. getopt_long() takes "-5" for options; while it looks, another
@@ -91,20 +91,28 @@ private:
     std::vector<const char*> numbers; ///< those of them with a stand-in
 };
 
+/// The option of @p which that @p given, which begins with "--", most likely means; "" when there is none.
+std::string nearest_option(const command& which, std::string_view given) {
+    std::vector<std::string> names;
+    for (const option_entry& entry : option_table()) {
+        if (takes(which, entry.id)) {
+            names.push_back(fmt::format("--{}", entry.name));
+        }
+    }
+    return nearest_of(given, std::vector<std::string_view>(names.begin(), names.end()));
+}
+
 /// After getopt_long() has refused an option; @p word is the one that it looked at.
 [[noreturn]] void refuse_option(const command& which, std::string_view word) {
     if (optopt >= first_long_option) {
-        usage_error(fmt::format("--{} takes no value", entry_of(which, optopt).name));
+        usage_error(fmt::format("--{} takes no value", entry_of(optopt).name));
     }
-    const std::string given = optopt > 0 ? fmt::format("-{}", static_cast<char>(optopt))
-                                         : std::string(word.substr(0, word.find('=')));
-    std::vector<std::string> known;
-    for (const option_entry& entry : option_table()) {
-        if (takes(which, entry.id)) {
-            known.push_back(fmt::format("--{}", entry.name));
-        }
+    std::string nearest;
+    std::string given = fmt::format("-{}", static_cast<char>(optopt));
+    if (optopt <= 0) { // a long one, or a byte that is no letter
+        given = word.substr(0, word.find('='));
+        nearest = nearest_option(which, given);
     }
-    const std::string nearest = optopt > 0 ? "" : nearest_of(given, known);
     usage_error(nearest.empty()
                     ? fmt::format("{} has no option {}; see kvrmem {} --help", which.name, given, which.name)
                     : fmt::format("{} has no option {}; did you mean {}?", which.name, given, nearest));
@@ -140,7 +148,7 @@ arguments parse_arguments(const command& which, int count, char** words) {
         if (found == '?') {
             refuse_option(which, given[optind - 1]);
         }
-        const option_entry& entry = entry_of(which, found);
+        const option_entry& entry = entry_of(found);
         entry.take(parsed, entry.name, optarg != nullptr ? given.restored(optarg) : nullptr);
     }
     for (int index = optind; index < count; ++index) {

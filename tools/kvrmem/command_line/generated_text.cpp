@@ -39,18 +39,20 @@ constexpr std::string_view no_request = R"(\&)";
 
 /// Text as it is to be printed: hyphens that can be copied, and no line that groff takes for a request.
 std::string for_man(std::string_view text) {
-    std::string result = replaced(replaced(std::string(text), R"(\)", R"(\e)"), "-", R"(\-)");
+    // Behind a line end of its own the first line is one like the others.
+    std::string result = "\n" + replaced(replaced(std::string(text), R"(\)", R"(\e)"), "-", R"(\-)");
     for (const char* request : {".", "'"}) {
         result = replaced(result, fmt::format("\n{}", request), fmt::format("\n{}{}", no_request, request));
     }
-    return result.substr(0, 1) == "." || result.substr(0, 1) == "'" ? std::string(no_request) + result
-                                                                    : result;
+    return result.substr(1);
 }
 
 std::string man_option(const option_entry& entry) {
-    std::string title = entry.letter != '\0' ? fmt::format(R"(\fB\-{}\fR, )", entry.letter) : "";
+    std::string title = with_letter(R"(\fB\-{}\fR, )", entry);
     title += fmt::format(R"(\fB\-\-{}\fR)", for_man(entry.name));
-    title += entry.value != nullptr ? fmt::format(" \\fI{}\\fR", for_man(entry.value)) : "";
+    if (entry.value != nullptr) {
+        title += fmt::format(" \\fI{}\\fR", for_man(entry.value));
+    }
     return fmt::format(".TP\n{}\n{}\n", title, for_man(entry.help));
 }
 
@@ -117,6 +119,14 @@ std::string command_names() {
     return names;
 }
 
+/// The bash command that prints what can stand for the option's value.
+std::string bash_words(const option_entry& entry) {
+    if (takes_path(entry)) {
+        return "compgen -f -- \"$current\"";
+    }
+    return fmt::format("compgen -W '{}' -- \"$current\"", entry.choices);
+}
+
 /// The cases of a shell's "case" for the options of @p which that take a value.
 std::string bash_values(const command& which) {
     std::string text;
@@ -124,12 +134,8 @@ std::string bash_values(const command& which) {
         if (entry->value == nullptr) {
             continue;
         }
-        const std::string letter = entry->letter != '\0' ? fmt::format("-{} | ", entry->letter) : "";
-        const std::string words = takes_path(*entry)
-                                      ? "compgen -f -- \"$current\""
-                                      : fmt::format("compgen -W '{}' -- \"$current\"", entry->choices);
-        text += fmt::format("        {}--{}) mapfile -t COMPREPLY < <({}); return ;;\n", letter, entry->name,
-                            words);
+        text += fmt::format("        {}--{}) mapfile -t COMPREPLY < <({}); return ;;\n",
+                            with_letter("-{} | ", *entry), entry->name, bash_words(*entry));
     }
     return text;
 }
@@ -187,18 +193,30 @@ std::string zsh_text(std::string_view text) {
     return result;
 }
 
+/// What zsh needs to know of the option's value; "" when it takes none.
+std::string zsh_value(const option_entry& entry) {
+    if (entry.value == nullptr) {
+        return "";
+    }
+    std::string values = "_files";
+    if (!takes_path(entry)) {
+        values = fmt::format("({})", entry.choices);
+    }
+    return fmt::format(":{}:{}", zsh_text(entry.value), values);
+}
+
+/// @p name with its hyphens.
+std::string zsh_line(std::string_view name, const option_entry& entry) {
+    const std::string option = fmt::format("{}[{}]{}", name, zsh_text(entry.help), zsh_value(entry));
+    return fmt::format("            {} \\\n", in_single_quotes(option));
+}
+
 std::string zsh_option(const option_entry& entry) {
-    const std::string values = takes_path(entry) ? "_files" : fmt::format("({})", entry.choices);
-    const std::string value =
-        entry.value != nullptr ? fmt::format(":{}:{}", zsh_text(entry.value), values) : "";
-    const std::string letter =
-        entry.letter != '\0'
-            ? fmt::format("            {} \\\n", in_single_quotes(fmt::format("-{}[{}]{}", entry.letter,
-                                                                              zsh_text(entry.help), value)))
-            : "";
-    return letter +
-           fmt::format("            {} \\\n",
-                       in_single_quotes(fmt::format("--{}[{}]{}", entry.name, zsh_text(entry.help), value)));
+    std::string lines;
+    if (entry.letter != '\0') {
+        lines = zsh_line(with_letter("-{}", entry), entry);
+    }
+    return lines + zsh_line(fmt::format("--{}", entry.name), entry);
 }
 
 std::string zsh_completion() {
@@ -234,9 +252,11 @@ std::string zsh_completion() {
 std::string fish_option(const command& which, const option_entry& entry) {
     std::string line =
         fmt::format("complete -c kvrmem -n '__fish_seen_subcommand_from {}' -l {}", which.name, entry.name);
-    line += entry.letter != '\0' ? fmt::format(" -s {}", entry.letter) : "";
-    if (entry.value != nullptr) {
-        line += takes_path(entry) ? " -r -F" : fmt::format(" -x -a {}", in_single_quotes(entry.choices));
+    line += with_letter(" -s {}", entry);
+    if (takes_path(entry)) {
+        line += " -r -F";
+    } else if (entry.value != nullptr) {
+        line += fmt::format(" -x -a {}", in_single_quotes(entry.choices));
     }
     return line + fmt::format(" -d {}\n", in_single_quotes(entry.help));
 }

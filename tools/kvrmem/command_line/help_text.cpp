@@ -7,9 +7,11 @@
 namespace kvrmem {
 
 std::string title_of(const option_entry& entry) {
-    const std::string letter = entry.letter != '\0' ? fmt::format("-{}, ", entry.letter) : "";
-    const std::string value = entry.value != nullptr ? fmt::format(" {}", entry.value) : "";
-    return fmt::format("{}--{}{}", letter, entry.name, value);
+    std::string title = fmt::format("{}--{}", with_letter("-{}, ", entry), entry.name);
+    if (entry.value != nullptr) {
+        title.append(" ").append(entry.value);
+    }
+    return title;
 }
 
 std::string overview() {

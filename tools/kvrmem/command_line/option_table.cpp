@@ -156,6 +156,13 @@ constexpr std::array<option_entry, 23> table = {{
 
 } // namespace
 
+std::string with_letter(fmt::format_string<char> format, const option_entry& entry) {
+    if (entry.letter == '\0') {
+        return "";
+    }
+    return fmt::format(format, char{entry.letter});
+}
+
 std::span<const option_entry> option_table() noexcept {
     return table;
 }

@@ -5,6 +5,8 @@
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/surroundings/terminal.h"
 
+#include <fmt/format.h>
+
 #include <cstdint>
 #include <optional>
 #include <span>
@@ -82,6 +84,9 @@ struct option_entry {
     /// Takes the value, or throws tool_error (wrong usage).
     void (*take)(arguments& into, std::string_view name, const char* value);
 };
+
+/// @p format with the letter of @p entry in its place; "" for an option without one.
+[[nodiscard]] std::string with_letter(fmt::format_string<char> format, const option_entry& entry);
 
 /// All options, in the order in which the help shows them.
 [[nodiscard]] std::span<const option_entry> option_table() noexcept;

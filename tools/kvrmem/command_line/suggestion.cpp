@@ -35,10 +35,10 @@ std::size_t edits_between(std::string_view left, std::string_view right) {
 
 } // namespace
 
-std::string nearest_of(std::string_view given, std::span<const std::string> known) {
+std::string nearest_of(std::string_view given, std::span<const std::string_view> known) {
     std::string nearest;
     std::size_t fewest = given.size() / 3 + 1;
-    for (const std::string& candidate : known) {
+    for (const std::string_view candidate : known) {
         const std::size_t edits = edits_between(given, candidate);
         if (edits < fewest) {
             fewest = edits;

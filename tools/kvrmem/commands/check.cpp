@@ -39,10 +39,10 @@ struct check_totals {
 };
 
 std::string summary(const check_totals& totals, const std::vector<std::string>& names) {
+    const std::string faults = counted(totals.errors, totals.warnings);
     if (names.size() == 1 && totals.files == 1) {
-        return totals.faulty == 0
-                   ? fmt::format("{}: no faults\n", names[0])
-                   : fmt::format("{} in {}\n", counted(totals.errors, totals.warnings), names[0]);
+        return totals.faulty == 0 ? fmt::format("{}: no faults\n", names[0])
+                                  : fmt::format("{} in {}\n", faults, names[0]);
     }
     if (totals.files == 0) {
         return "";
@@ -50,8 +50,7 @@ std::string summary(const check_totals& totals, const std::vector<std::string>& 
     const char* plural = totals.files == 1 ? "" : "s";
     return totals.faulty == 0
                ? fmt::format("{} file{}: no faults\n", totals.files, plural)
-               : fmt::format("{} in {} of {} file{}\n", counted(totals.errors, totals.warnings),
-                             totals.faulty, totals.files, plural);
+               : fmt::format("{} in {} of {} file{}\n", faults, totals.faulty, totals.files, plural);
 }
 
 /// Whoever runs the command learns of a file that cannot be read, and of the others all the same.
@@ -147,18 +146,17 @@ exit_code check_files(const arguments& given, Output output) {
 }
 
 void require_fix_arguments(const arguments& given) {
-    const auto refuse = [](const char* why) { throw tool_error(exit_code::wrong_usage, why); };
     if (given.output && !given.fix) {
-        refuse("--output belongs to --fix: kvrmem check --fix -o OUT FILE");
+        usage_error("--output belongs to --fix: kvrmem check --fix -o OUT FILE");
     }
     if (given.fix && !given.output) {
-        refuse("--fix needs --output OUT for the repaired file");
+        usage_error("--fix needs --output OUT for the repaired file");
     }
     if (given.fix && given.files.size() != 1) {
-        refuse("--fix takes one file");
+        usage_error("--fix takes one file");
     }
     if (given.fix && given.json) {
-        refuse("--fix and --json do not go together");
+        usage_error("--fix and --json do not go together");
     }
 }
 

@@ -24,7 +24,7 @@ std::span<const command* const> all_commands() noexcept {
 }
 
 const command& find_command(std::string_view name) {
-    std::vector<std::string> names = {"--help", "--version"};
+    std::vector<std::string_view> names = {"--help", "--version"};
     for (const command* entry : commands) {
         if (name == entry->name) {
             return *entry;

@@ -19,10 +19,12 @@ namespace {
 
 [[noreturn]] void fail_at_word(const input_file& input, const input_options& options, std::uint32_t address,
                                const std::string& what) {
+    std::string place = input.name();
     const std::uint64_t line = line_that_sets(input, options, address);
-    throw tool_error(exit_code::bad_input, line != 0
-                                               ? fmt::format("{}:{}: error: {}", input.name(), line, what)
-                                               : fmt::format("{}: error: {}", input.name(), what));
+    if (line != 0) {
+        place += fmt::format(":{}", line);
+    }
+    throw tool_error(exit_code::bad_input, fmt::format("{}: error: {}", place, what));
 }
 
 output_layout layout_for(const arguments& given, const memory_image& image) {
@@ -37,10 +39,8 @@ output_layout layout_for(const arguments& given, const memory_image& image) {
 /// Gives the words that were never set the value @p text.
 void fill_unset_words(memory_image& image, const std::string& text) {
     const std::string fill = word_of_person(text, image.width, "--fill " + text);
-    const auto skip_if_set = [&](const kvr::word_cycle& cycle) {
-        return is_set_throughout(image.words, cycle) ? length_of(cycle) : 0;
-    };
-    for_each_cycle_or_run(image.words, skip_if_set, [&](const kvr::word_run& run) {
+    const auto skip_cycle = [](const kvr::word_cycle& cycle) { return length_of(cycle); };
+    for_each_cycle_or_run(image.words, skip_cycle, [&](const kvr::word_run& run) {
         if (run.text.empty()) {
             image.words.fill(run.first, run.last, {fill});
         }

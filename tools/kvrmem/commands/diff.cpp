@@ -70,12 +70,21 @@ void compare_for_git(const arguments& given) {
     if (!is_new) {
         left = read_side(given, files[1]);
     }
-    right.image = is_gone ? empty_like(left.image) : read_side(given, files[4]).image;
+    if (!is_gone) {
+        right = read_side(given, files[4]);
+    }
+    left.name = files[1];
+    right.name = files[4];
     if (is_new) {
         left.image = empty_like(right.image);
+    } else {
+        left.name = "a/" + title_of_file(files[0]);
     }
-    left.name = is_new ? files[1] : "a/" + title_of_file(files[0]);
-    right.name = is_gone ? files[4] : "b/" + title_of_file(files.size() > git_operands ? files[7] : files[0]);
+    if (is_gone) {
+        right.image = empty_like(left.image);
+    } else {
+        right.name = "b/" + title_of_file(files.size() > git_operands ? files[7] : files[0]);
+    }
     compare_as_asked(given, left, right);
 }
 

@@ -79,8 +79,14 @@ private:
         std::string characters;
         for (std::uint64_t address = row; address < row + columns; ++address) {
             line += ' ';
-            line += address <= range.last ? word_cell(address) : std::string(word_size, ' ');
-            characters += text_size > 0 && address <= range.last ? characters_at(address) : "";
+            if (address <= range.last) {
+                line += word_cell(address);
+                if (text_size > 0) {
+                    characters += characters_at(address);
+                }
+            } else {
+                line.append(word_size, ' ');
+            }
         }
         if (text_size > 0) {
             line += "  |" + characters + "|";

@@ -54,7 +54,9 @@ std::string summary_of_ranges(const std::vector<word_edit>& edits) {
     std::string ranges;
     for (const word_edit& edit : edits) {
         ranges += fmt::format("{}0x{:X}", ranges.empty() ? "" : ", ", edit.first);
-        ranges += edit.first == edit.last ? "" : fmt::format(" to 0x{:X}", edit.last);
+        if (edit.first != edit.last) {
+            ranges += fmt::format(" to 0x{:X}", edit.last);
+        }
     }
     const bool is_one = edits.size() == 1 && edits[0].first == edits[0].last;
     return fmt::format("{} {} filled", is_one ? "word" : "words", ranges);

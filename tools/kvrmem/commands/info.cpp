@@ -76,6 +76,13 @@ std::string shown(const memory_image& image, const std::string& word) {
     return show_word(word, image.data_radix, image.width, text) ? text : word;
 }
 
+std::string width_of(const memory_image& image) {
+    if (image.note.empty()) {
+        return std::to_string(image.width);
+    }
+    return fmt::format("{} ({})", image.width, image.note);
+}
+
 std::string words_as_text(const memory_image& image) {
     const auto bounds = bounds_of(image.words);
     if (!bounds) {
@@ -96,41 +103,42 @@ std::string words_as_text(const memory_image& image) {
 std::string as_text(const memory_image& image, const std::string& name) {
     return fmt::format("file             {}\n"
                        "format           {}\n"
-                       "width            {}{}\n"
+                       "width            {}\n"
                        "depth            {}\n"
                        "address radix    {}\n"
                        "data radix       {}\n{}",
-                       name, format_title(image.format), image.width,
-                       image.note.empty() ? "" : " (" + image.note + ")", image.depth,
+                       name, format_title(image.format), width_of(image), image.depth,
                        radix_title(image.address_radix), radix_title(image.data_radix), words_as_text(image));
 }
 
 json_value words_as_json(const memory_image& image) {
     const word_statistics statistics = count_words(image.words);
-    json_value words = {{"set", statistics.set}};
+    json_value words;
+    words["set"] = statistics.set;
     const auto bounds = bounds_of(image.words);
     if (bounds) {
-        words.update({{"lowest_address", bounds->lowest},
-                      {"highest_address", bounds->highest},
-                      {"runs", statistics.runs},
-                      {"distinct", statistics.distinct},
-                      {"most_frequent",
-                       {{"word", shown(image, statistics.most_frequent)},
-                        {"count", statistics.most_frequent_count}}}});
+        words["lowest_address"] = bounds->lowest;
+        words["highest_address"] = bounds->highest;
+        words["runs"] = statistics.runs;
+        words["distinct"] = statistics.distinct;
+        words["most_frequent"]["word"] = shown(image, statistics.most_frequent);
+        words["most_frequent"]["count"] = statistics.most_frequent_count;
     }
     return words;
 }
 
 json_value as_json(const memory_image& image, const std::string& name) {
-    return {{"schema", "kvrmem-info-1"},
-            {"file", name},
-            {"format", format_title(image.format)},
-            {"width", image.width},
-            {"width_is_guessed", !image.note.empty()},
-            {"depth", image.depth},
-            {"address_radix", radix_title(image.address_radix)},
-            {"data_radix", radix_title(image.data_radix)},
-            {"words", words_as_json(image)}};
+    json_value document;
+    document["schema"] = "kvrmem-info-1";
+    document["file"] = name;
+    document["format"] = format_title(image.format);
+    document["width"] = image.width;
+    document["width_is_guessed"] = !image.note.empty();
+    document["depth"] = image.depth;
+    document["address_radix"] = radix_title(image.address_radix);
+    document["data_radix"] = radix_title(image.data_radix);
+    document["words"] = words_as_json(image);
+    return document;
 }
 
 exit_code info(const arguments& given) {

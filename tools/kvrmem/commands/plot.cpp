@@ -28,8 +28,10 @@ constexpr std::array<std::string_view, 8> other_pictures = {".png",  ".jpg", ".j
 /// A picture in the place of a memory file, or in that of another kind of picture, is a slip of the pen.
 void require_svg_file(const std::string& output, const std::string& input) {
     std::error_code error;
-    const std::string extension = std::filesystem::path(output).extension().string();
-    if (output != "-" && std::filesystem::equivalent(output, input, error)) {
+    const std::filesystem::path picture(output);
+    const std::filesystem::path memory(input);
+    const std::string extension = picture.extension().string();
+    if (output != "-" && std::filesystem::equivalent(picture, memory, error)) {
         usage_error(fmt::format("--output {}: the picture would replace the memory file", output));
     }
     if (format_of_path(output) || std::ranges::find(other_pictures, extension) != other_pictures.end()) {

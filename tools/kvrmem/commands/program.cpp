@@ -40,7 +40,11 @@ exit_code run(int count, char** words, kvrmem::color_choice& color) {
     }
     const std::string_view first = words[1];
     if (first == "--help" || first == "-h" || first == "help") {
-        kvrmem::print(count > 2 ? kvrmem::help_for(kvrmem::find_command(words[2])) : kvrmem::overview());
+        if (count > 2) {
+            kvrmem::print(kvrmem::help_for(kvrmem::find_command(words[2])));
+        } else {
+            kvrmem::print(kvrmem::overview());
+        }
         return exit_code::fine;
     }
     if (first == "--version" || first == "-V") {

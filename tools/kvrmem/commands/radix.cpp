@@ -124,7 +124,10 @@ std::string shown(const number_word& number, word_radix radix) {
         radix.radix = RADIX_UNS;
     }
     std::string text;
-    return show_word(number.word, radix, number.width, text) ? text : "";
+    if (!show_word(number.word, radix, number.width, text)) {
+        text.clear();
+    }
+    return text;
 }
 
 std::string require_shown(const number_word& number, const word_radix& radix) {
@@ -141,7 +144,7 @@ std::string in_all_radixes(const number_word& number) {
     std::string text = fmt::format("bits  {}\n", number.width);
     for (const KVR_MEMORY_RADIXES radix : radixes) {
         const std::string digits = shown(number, {radix});
-        text += fmt::format("{}   {}\n", radix_title(radix), digits.empty() ? "-" : digits);
+        text += fmt::format("{}   {}\n", radix_title(radix), digits.empty() ? "-" : digits.c_str());
     }
     return text;
 }
@@ -154,15 +157,18 @@ std::string by_the_library(const arguments& given, const given_number& number) {
     const word_radix& to = *given.to_radix;
     const word_radix& fixed = to.radix == RADIX_FIXED_POINT ? to : number.radix;
     std::string result;
-    const bool converted =
-        fixed.radix == RADIX_FIXED_POINT
-            ? kvr_radix_conversion_fixed_point(number.digits, &result, number.radix.radix, to.radix,
-                                               fmt::format("{}.{}", fixed.integer_bits, fixed.fraction_bits))
-            : kvr_radix_conversion(number.digits, &result, number.radix.radix, to.radix,
-                                   given.width.value_or(0));
+    bool converted = false;
+    if (fixed.radix == RADIX_FIXED_POINT) {
+        const std::string bits = fmt::format("{}.{}", fixed.integer_bits, fixed.fraction_bits);
+        converted =
+            kvr_radix_conversion_fixed_point(number.digits, &result, number.radix.radix, to.radix, bits);
+    } else {
+        converted = kvr_radix_conversion(number.digits, &result, number.radix.radix, to.radix,
+                                         given.width.value_or(0));
+    }
     if (!converted) {
         throw tool_error(exit_code::negative,
-                         "the library's conversion reports a failure and gives '" + result + "'");
+                         fmt::format("the library's conversion reports a failure and gives '{}'", result));
     }
     return result;
 }
@@ -174,7 +180,11 @@ exit_code convert_number(const arguments& given) {
         return exit_code::fine;
     }
     const number_word word = word_of(given, number);
-    print(given.to_radix ? require_shown(word, *given.to_radix) + "\n" : in_all_radixes(word));
+    if (given.to_radix) {
+        print(require_shown(word, *given.to_radix) + "\n");
+    } else {
+        print(in_all_radixes(word));
+    }
     return exit_code::fine;
 }
 

@@ -41,15 +41,19 @@ public:
     void finish(bool equal) override {
         if (!equal) {
             print_head();
-            output.write(words == 0 ? "the words are the same\n"
-                                    : fmt::format("{} {} in {} {}\n", words,
-                                                  words == 1 ? "word differs" : "words differ", ranges,
-                                                  ranges == 1 ? "range" : "ranges"));
+            output.write(summary());
         }
         output.finish();
     }
 
 private:
+    [[nodiscard]] std::string summary() const {
+        if (words == 0) {
+            return "the words are the same\n";
+        }
+        return fmt::format("{} {} in {} {}\n", words, words == 1 ? "word differs" : "words differ", ranges,
+                           ranges == 1 ? "range" : "ranges");
+    }
     void print_head() {
         if (!head_printed) {
             head_printed = true;
@@ -90,10 +94,11 @@ public:
     }
 
     void take(const difference& found) override {
-        const json_value entry = {{"first", found.first},
-                                  {"last", found.last},
-                                  {"left", shown(left, found.left)},
-                                  {"right", shown(right, found.right)}};
+        json_value entry;
+        entry["first"] = found.first;
+        entry["last"] = found.last;
+        entry["left"] = shown(left, found.left);
+        entry["right"] = shown(right, found.right);
         output.write(fmt::format("{}\n    {}", is_first ? "" : ",", json_text(entry)));
         is_first = false;
     }
@@ -104,10 +109,12 @@ public:
 
 private:
     static json_value described(const diff_side& side) {
-        return {{"file", side.name},
-                {"format", format_title(side.image.format)},
-                {"width", side.image.width},
-                {"depth", side.image.depth}};
+        json_value document;
+        document["file"] = side.name;
+        document["format"] = format_title(side.image.format);
+        document["width"] = side.image.width;
+        document["depth"] = side.image.depth;
+        return document;
     }
     [[nodiscard]] json_value shown(const diff_side& side, std::string_view word) const {
         if (word.empty()) {

@@ -153,8 +153,11 @@ void edit_file(const arguments& given, edit_maker make_edits, edit_summary summa
     if (!image.note.empty()) {
         tell(fmt::format("{}: note: width {}", input.name(), image.note));
     }
-    tell(fmt::format("{}{}: {}{}", input.name(), in_place ? "" : " -> " + *given.output, summarize(edits),
-                     changes.empty() ? ", as they were already" : ""));
+    std::string files = input.name();
+    if (!in_place) {
+        files += " -> " + *given.output;
+    }
+    tell(fmt::format("{}: {}{}", files, summarize(edits), changes.empty() ? ", as they were already" : ""));
 }
 
 assignment read_assignment(const std::string& operand, const memory_image& image, const char* example) {

@@ -126,8 +126,7 @@ std::size_t next_line(std::string_view text, std::size_t offset) {
 
 std::string_view line_end_at(std::string_view text, std::size_t line_start) {
     const std::size_t newline = line_start > 0 ? line_start - 1 : text.find('\n');
-    const bool has_carriage_return = newline != std::string_view::npos && newline > 0 &&
-                                     newline < text.size() && text[newline - 1] == '\r';
+    const bool has_carriage_return = newline > 0 && newline < text.size() && text[newline - 1] == '\r';
     return has_carriage_return ? "\r\n" : "\n";
 }
 

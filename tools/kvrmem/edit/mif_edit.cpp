@@ -6,6 +6,7 @@
 #include "tools/kvrmem/edit/mif_statement.h"
 #include "tools/kvrmem/edit/mif_survey.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/mif_unread_text.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -175,19 +176,15 @@ private:
         return line;
     }
 
-    /// Puts the addresses of @p line, the first that @p statement becomes, in the place of those there.
+    /// Puts the addresses of @p line, the first that @p statement becomes, in the place of those there. Their
+    /// first address is the same.
     void change_addresses(const mif_statement& statement, const mif_line& line, const mif_line_style& style) {
-        const std::string_view first = statement.content().first_address.in(statement.content().text);
-        const std::string_view last = statement.content().last_address.in(statement.content().text);
-        const std::string new_first = line.first == statement.content().first
-                                          ? std::string(statement.in_file(first))
-                                          : address_text(line.first, image.address_radix, style.address);
         if (!line.is_range()) {
-            change_to_single_address(statement, new_first);
+            change_to_single_address(statement, std::string(statement.first_address()));
             return;
         }
-        change(statement.offset_of(first), first.size(), new_first);
         if (line.last != statement.content().last) {
+            const std::string_view last = statement.content().last_address.in(statement.content().text);
             change(statement.offset_of(last), last.size(),
                    address_text(line.last, image.address_radix, style.address));
         }
@@ -201,11 +198,12 @@ private:
         }
         // Over several lines, what stands between (line ends and comments) stays.
         for (std::size_t position = brackets.open; position <= brackets.close; ++position) {
-            const bool is_first = position == statement.content().first_address.begin;
             const bool is_blank =
-                statement.content().text[position] == ' ' || statement.content().text[position] == '\t';
-            if (is_first || !is_blank) {
-                change(statement.offset_of(position), 1, is_first ? address : "");
+                mif_blanks.find(statement.content().text[position]) != std::string_view::npos;
+            if (position == statement.content().first_address.begin) {
+                change(statement.offset_of(position), 1, address);
+            } else if (!is_blank) {
+                change(statement.offset_of(position), 1, "");
             }
         }
     }

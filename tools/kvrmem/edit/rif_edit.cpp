@@ -15,8 +15,6 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::size_t usual_words_a_line = 8;
-
 /// @p word of @p image as the file shows it.
 std::string rif_text(const memory_image& image, const std::string& word, const digit_style& style) {
     std::string text;
@@ -62,7 +60,7 @@ void for_each_line(std::string_view text, TakeWords&& take_words, TakeAddress&& 
 /// What one look at the lines finds.
 struct line_survey {
     std::vector<setting_place> places;
-    std::size_t words_a_line = 0;
+    std::size_t words_a_line = 0; ///< of the longest line; a file that was read has words
     digit_style address{1, true}; ///< small letters, as the library writes them
     digit_style value;
 };
@@ -90,7 +88,6 @@ line_survey survey_lines(std::string_view text, const edit_pieces& pieces) {
             survey.address = {digits.starts_with('0') ? digits.size() : 1, !has_upper};
         });
     survey.value = values.found();
-    survey.words_a_line = survey.words_a_line == 0 ? usual_words_a_line : survey.words_a_line;
     return survey;
 }
 

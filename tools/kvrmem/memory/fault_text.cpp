@@ -198,8 +198,10 @@ fault_text describe_checksum(std::string_view record) {
 std::string address_beyond(std::string_view digits, std::uint64_t address, std::string_view depth_name,
                            std::uint32_t depth) {
     const std::string decimal = std::to_string(address);
-    const std::string shown =
-        digits == decimal ? decimal : fmt::format("{} (decimal {})", visible(digits), decimal);
+    std::string shown = decimal;
+    if (digits != decimal) {
+        shown = fmt::format("{} (decimal {})", visible(digits), decimal);
+    }
     return fmt::format("address {} is beyond {} {} (0 to {})", shown, depth_name, depth, depth - 1);
 }
 
@@ -269,13 +271,12 @@ fault_text describe_hex_fault(const kvr::read_fault& fault, std::string_view rec
 fault_text describe_rif_fault(const kvr::read_fault& fault, std::string_view line) {
     const std::string_view found =
         line.substr(std::min<std::size_t>(fault.column - 1, line.size()), fault.length);
-    const bool is_tab = !found.empty() && found.find_first_not_of('\t') == std::string_view::npos;
-    return {"illegal-character",
-            is_tab ? std::string("a tab cannot stand between words")
-                   : fmt::format("'{}' is no hexadecimal digit", visible(found)),
-            is_tab                                  ? "separate words by blanks"
-            : found.find("0x") == std::string::npos ? ""
-                                                    : "words stand without 0x"};
+    constexpr const char* code = "illegal-character";
+    if (found.find_first_not_of('\t') == std::string_view::npos) {
+        return {code, "a tab cannot stand between words", "separate words by blanks"};
+    }
+    return {code, fmt::format("'{}' is no hexadecimal digit", visible(found)),
+            found.find("0x") != std::string_view::npos ? "words stand without 0x" : ""};
 }
 
 } // namespace kvrmem

@@ -15,10 +15,7 @@ std::optional<address_bounds> bounds_of(const kvr::word_store& words) {
             take(first, first + row.count - 1);
             return row.count;
         },
-        [&](const kvr::word_cycle& cycle) {
-            if (!is_set_throughout(words, cycle)) {
-                return std::uint64_t{0};
-            }
+        [&take](const kvr::word_cycle& cycle) {
             take(cycle.first, cycle.last);
             return length_of(cycle);
         },

@@ -76,11 +76,11 @@ std::string words_of_turn(const memory_image& image, const kvr::word_cycle& cycl
     return words;
 }
 
-/// Writes @p cycle as one range, and answers how many words that are: none when words in it are unset.
+/// Writes @p cycle as one range, and answers how many words that are: none where a range is not wanted.
 std::uint64_t write_mif_cycle(const memory_image& image, const kvr::word_cycle& cycle,
                               const output_layout& layout, std::size_t address_width,
                               kvr::output_file& output) {
-    if (!layout.with_runs || !is_set_throughout(image.words, cycle)) {
+    if (!layout.with_runs) {
         return 0;
     }
     std::string line;

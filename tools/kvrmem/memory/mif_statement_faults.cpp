@@ -103,7 +103,7 @@ std::vector<missing_semicolon> find_missing_semicolons(const kvr::mif_content& s
 std::optional<misspelt_range> find_misspelt_range(std::string_view text) {
     const std::size_t open = text.find('[');
     const std::size_t close = text.find(']', std::min(open, text.size()));
-    if (open == std::string_view::npos || close == std::string_view::npos) {
+    if (close == std::string_view::npos) {
         return std::nullopt;
     }
     const std::string_view inside = text.substr(0, close);

@@ -27,11 +27,8 @@ public:
         line_open = true;
         next = std::uint64_t{address} + 1;
     }
-    void finish() {
-        if (line_open) {
-            output.write('\n');
-        }
-    }
+    /// Behind the last word; there is one at least.
+    void finish() { output.write('\n'); }
 
 private:
     static constexpr std::uint64_t nowhere = ~std::uint64_t{0};

@@ -50,7 +50,8 @@ class cycle_finder {
 public:
     explicit cycle_finder(const kvr::word_store& looked_through) : words(looked_through) {}
 
-    /// The cycle from @p address on, if it repeats at least once in full and was not found before.
+    /// The cycle from @p address on, if it repeats at least once in full and was not found before. All its
+    /// words are set, since a file or a person has given them.
     [[nodiscard]] std::optional<kvr::word_cycle> find(std::uint64_t address) {
         if (address < known_until) {
             return std::nullopt;
@@ -64,16 +65,6 @@ private:
     const kvr::word_store& words;
     std::uint64_t known_until = 0;
 };
-
-/// True when none of the words of @p cycle is unset.
-[[nodiscard]] inline bool is_set_throughout(const kvr::word_store& words, const kvr::word_cycle& cycle) {
-    for (std::uint32_t index = 0; index < cycle.period; ++index) {
-        if (words[cycle.first + index].empty()) {
-            return false;
-        }
-    }
-    return true;
-}
 
 /// Goes over the words, in order. @p take_some is called with an address and answers how many words it has
 /// taken from there on; where it took none, @p take_run gets the run of equal words. Words that were never

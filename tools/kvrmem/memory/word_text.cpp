@@ -40,8 +40,7 @@ std::optional<kvr::exact_word_error> make_word(std::string_view text, KVR_MEMORY
 }
 
 bool are_words(const kvr::word_row& row, std::uint32_t width) noexcept {
-    if (row.length == 0 || row.length != kvr::digit_count(width, bits_per_hex_digit) ||
-        !kvr::are_upper_hex_digits(row.all())) {
+    if (row.length != kvr::digit_count(width, bits_per_hex_digit) || !kvr::are_upper_hex_digits(row.all())) {
         return false;
     }
     const unsigned top_bits = (width - 1) % bits_per_hex_digit + 1;
@@ -68,10 +67,8 @@ std::string describe(const kvr::exact_word_error& error, std::string_view text, 
         return fmt::format("value '{}' has no digit", text);
     case error_kind::invalid_digit:
         return fmt::format("'{}' in {} is no {} digit", text[error.position], text, radix_title(radix));
-    case error_kind::too_wide:
+    default: // too wide: don't-care digits are no error
         return fmt::format("value {} needs {} bits, the word has {}", text, error.bits_needed, width);
-    default:
-        return fmt::format("value {} has a don't-care digit", text);
     }
 }
 

@@ -11,7 +11,7 @@ bool is_digit(char character) {
 }
 
 std::size_t first_digit(const std::string& text) {
-    return !text.empty() && text[0] == '-' ? 1 : 0;
+    return text.starts_with('-') ? 1 : 0;
 }
 
 } // namespace

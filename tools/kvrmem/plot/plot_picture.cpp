@@ -93,10 +93,12 @@ value_axis axis_of(const plot_picture& picture) {
 }
 
 std::string vertical_title(const plot_picture& picture) {
+    if (picture.bits) {
+        return "bit position";
+    }
     const value_order& order = picture.order;
-    return picture.bits ? "bit position"
-                        : fmt::format("value ({}, {})", order.is_signed() ? "signed" : "unsigned",
-                                      counted(order.width(), "bit"));
+    return fmt::format("value ({}, {})", order.is_signed() ? "signed" : "unsigned",
+                       counted(order.width(), "bit"));
 }
 
 std::string note_on(const plot_picture& picture) {
@@ -139,7 +141,7 @@ std::vector<std::uint32_t> bit_ticks(std::uint32_t width, std::uint32_t most) {
     for (std::uint32_t bit = 0; bit < width; bit += step) {
         ticks.push_back(bit);
     }
-    if (width - 1 - ticks.back() >= (step + 1) / 2 && ticks.back() != width - 1) {
+    if (width - 1 - ticks.back() >= (step + 1) / 2) {
         ticks.push_back(width - 1);
     }
     return ticks;

@@ -134,8 +134,12 @@ private:
     }
     void add_titles() {
         add_text("name", plot_left, 28, shortened(picture.name, longest_name, "…"));
+        std::string title = picture.title;
         const std::string note = note_on(picture);
-        add_text("title", plot_left, 48, note.empty() ? picture.title : picture.title + "; " + note);
+        if (!note.empty()) {
+            title += "; " + note;
+        }
+        add_text("title", plot_left, 48, title);
         add("<text class=\"middle\" transform=\"translate(20 {}) rotate(-90)\">{}</text>\n",
             coordinate((plot_top + plot_bottom) / 2), xml_escaped(vertical_title(picture)));
     }
@@ -233,7 +237,10 @@ private:
         for (std::uint32_t column = end; column-- > begin;) {
             const std::string y = coordinate(y_of(picture.waveform->columns()[column]->lowest));
             if (y != before) {
-                path += (column + 1 < end ? "H" + column_end(picture.grid, column) : "") + "V" + y;
+                if (column + 1 < end) {
+                    path += "H" + column_end(picture.grid, column);
+                }
+                path += "V" + y;
             }
             before = y;
         }
@@ -333,8 +340,7 @@ private:
         const auto& columns = picture.strip.columns();
         std::string path;
         for (std::uint32_t column = 1; column < columns.size(); ++column) {
-            if (columns[column].begins_run && columns[column].state() == occupancy::run &&
-                columns[column - 1].state() == occupancy::run) {
+            if (columns[column].begins_run && columns[column - 1].state() == occupancy::run) {
                 path += fmt::format("M{} {}v{}", column_begin(picture.strip.addresses(), column),
                                     coordinate(strip_top), coordinate(strip_height));
             }

@@ -81,8 +81,10 @@ public:
 
 private:
     void flush() {
-        line += pending.empty() ? "" : paint.paint(current, pending);
-        pending.clear();
+        if (!pending.empty()) {
+            line += paint.paint(current, pending);
+            pending.clear();
+        }
     }
 
     const painter& paint;
@@ -224,9 +226,13 @@ private:
     }
     [[nodiscard]] std::string scale_note() const {
         const std::uint64_t words = picture.grid.words_a_column();
-        return words > 1    ? fmt::format(", {} words a character", words)
-               : repeat > 1 ? fmt::format(", {} characters a word", repeat)
-                            : "";
+        if (words > 1) {
+            return fmt::format(", {} words a character", words);
+        }
+        if (repeat > 1) {
+            return fmt::format(", {} characters a word", repeat);
+        }
+        return "";
     }
     void add_dim(std::string_view words) {
         painted_line line(screen.paint);
@@ -251,8 +257,7 @@ private:
         line.add(style::dim, fmt::format("{:>{}} {}", "words", label_size, glyphs.side));
         for (const word_column& column : picture.strip.columns()) {
             const auto state = static_cast<std::size_t>(column.state());
-            const bool begins_run = column.state() == occupancy::run && column.begins_run;
-            line.add(strip_styles[state], begins_run ? glyphs.run_begin : glyphs.strip[state]);
+            line.add(strip_styles[state], column.begins_run ? glyphs.run_begin : glyphs.strip[state]);
             for (std::uint32_t count = 1; count < repeat; ++count) {
                 line.add(strip_styles[state], glyphs.strip[state]);
             }

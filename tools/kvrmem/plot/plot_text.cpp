@@ -92,7 +92,9 @@ bool locale_has_utf8() {
         if (value != nullptr && *value != '\0') {
             std::string folded;
             for (const char* at = value; *at != '\0'; ++at) {
-                folded += *at == '-' ? "" : std::string(1, static_cast<char>(*at | 0x20));
+                if (*at != '-') {
+                    folded += static_cast<char>(*at | 0x20);
+                }
             }
             return folded.find("utf8") != std::string::npos;
         }

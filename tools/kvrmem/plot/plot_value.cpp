@@ -18,18 +18,17 @@ struct tick_step {
     std::uint32_t exponent;
 };
 
-/// The least round step of which @p span holds no more than @p most.
+/// The least round step of which @p span holds no more than @p most, which is 4 at least: no span of 64 bits
+/// holds more of the largest, 5 * 10^18.
 tick_step step_for(std::uint64_t span, std::uint32_t most) {
-    constexpr std::uint32_t highest_exponent = 18; // 5 * 10^18 is the largest round step of 64 bits
     std::uint64_t power = 1;
-    for (std::uint32_t exponent = 0; exponent <= highest_exponent; ++exponent, power *= 10) {
+    for (std::uint32_t exponent = 0;; ++exponent, power *= 10) {
         for (const std::uint64_t digit : {1U, 2U, 5U}) {
             if (span / (digit * power) <= most) {
                 return {digit * power, exponent};
             }
         }
     }
-    return {5 * (power / 10), highest_exponent};
 }
 
 /// Large values keep the digits that tell them apart: 500000000 is 500e6.

@@ -76,7 +76,10 @@ bool can_be_read_once(const std::string& path) {
 } // namespace
 
 std::string title_of_file(const std::string& path) {
-    return path == "-" ? "standard input" : make_visible(path).text;
+    if (path == "-") {
+        return "standard input";
+    }
+    return make_visible(path).text;
 }
 
 input_file::input_file(std::string file_path)

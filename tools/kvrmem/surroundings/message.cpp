@@ -16,7 +16,7 @@ namespace {
 
 std::string for_message(std::string_view text) {
     constexpr std::size_t longest = 2000;
-    return make_visible(text.substr(0, longest)).text + (text.size() > longest ? "..." : "");
+    return make_visible(text.substr(0, longest)).text.append(text.size() > longest ? "..." : "");
 }
 
 } // namespace

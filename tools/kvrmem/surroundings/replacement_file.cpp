@@ -49,6 +49,13 @@ std::string without_links(const std::string& path, int& reason) {
     return place.string();
 }
 
+std::string title_of_output(const std::string& target) {
+    if (target == "-") {
+        return "standard output";
+    }
+    return title_of_file(target);
+}
+
 mode_t permissions_of_new_file() {
     constexpr mode_t readable_and_writable = 0666;
     const mode_t mask = umask(0);
@@ -100,8 +107,7 @@ void temporary_name::keep() noexcept {
     name.clear();
 }
 
-replacement_file::replacement_file(const std::string& target)
-    : name(target == "-" ? "standard output" : title_of_file(target)) {
+replacement_file::replacement_file(const std::string& target) : name(title_of_output(target)) {
     // A file that cannot be looked at is not taken for one that is not there: it could be a device, or a
     // link.
     int reason = 0;
@@ -134,10 +140,11 @@ void replacement_file::open_beside(const struct stat& old) {
     const std::string folder = std::filesystem::path(place).parent_path().string();
     const int descriptor = temporary.make_in(folder);
     if (descriptor < 0) {
+        const int reason = errno;
+        const std::string title = title_of_file(folder);
         throw tool_error(exit_code::input_output,
                          fmt::format("{}: cannot be written: no file can be made in {}: {}", name,
-                                     folder.empty() ? "this folder" : title_of_file(folder),
-                                     std::strerror(errno)));
+                                     title.empty() ? "this folder" : title.c_str(), std::strerror(reason)));
     }
     file = kvr::output_file(fdopen(descriptor, "wb"));
     const bool is_set_up =

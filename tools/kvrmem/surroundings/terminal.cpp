@@ -38,9 +38,10 @@ std::optional<color_choice> color_choice_of_name(std::string_view name) {
 }
 
 std::string painter::paint(style how, std::string_view text) const {
-    return on && how != style::plain
-               ? fmt::format("\x1B[{}m{}\x1B[0m", attributes[static_cast<std::size_t>(how)], text)
-               : std::string(text);
+    if (!on || how == style::plain) {
+        return std::string(text);
+    }
+    return fmt::format("\x1B[{}m{}\x1B[0m", attributes[static_cast<std::size_t>(how)], text);
 }
 
 painter painter_for(std::FILE* stream, color_choice choice) {
