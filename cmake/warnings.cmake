@@ -22,4 +22,6 @@ target_compile_options(
               # g++ 12 takes an optimised std::string = "literal" or "literal" + std::string for an overlapping
               # copy or one out of bounds, and the value of a std::optional that was tested for uninitialized.
               $<$<AND:$<CXX_COMPILER_ID:GNU>,$<VERSION_LESS:$<CXX_COMPILER_VERSION>,13>>:-Wno-restrict -Wno-array-bounds -Wno-stringop-overflow -Wno-maybe-uninitialized>
+              # Where std::size_t has 32 bits, an index of 64 would have to be cast, and with 64 bits that cast is useless.
+              $<$<EQUAL:${CMAKE_SIZEOF_VOID_P},4>:-Wno-conversion -Wno-sign-conversion -Wno-useless-cast>
               $<$<CXX_COMPILER_ID:Clang>:-Wimplicit-fallthrough -Wmissing-prototypes>)

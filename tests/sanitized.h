@@ -12,4 +12,18 @@ inline constexpr bool is_sanitized = __has_feature(address_sanitizer);
 inline constexpr bool is_sanitized = false;
 #endif
 
+/// A test that takes long goes by so many through its cases: more than by one in a build for valgrind, where
+/// it takes dozens of times as long...
+#if defined(KVR_TEST_FEWER_CASES)
+inline constexpr int stride = 20;
+#else
+inline constexpr int stride = 1;
+#endif
+
+/// ...or, where it makes them up, through so many instead of @p all.
+template <class Number>
+constexpr Number fewer(Number all) {
+    return (all + stride - 1) / stride;
+}
+
 } // namespace kvr_test

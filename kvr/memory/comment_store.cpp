@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <cassert>
+#include <limits>
 #include <utility>
 
 namespace kvr {
@@ -243,7 +244,9 @@ void comment_store::copy_to(std::deque<std::string>& comments) const {
             }
         }
     }
-    comments.resize(comments.size() + empties_behind);
+    // Too many for a std::deque are too many also where its size has 32 bits.
+    comments.resize(
+        std::min<std::uint64_t>(comments.size() + empties_behind, std::numeric_limits<std::size_t>::max()));
 }
 
 } // namespace kvr

@@ -35,7 +35,7 @@ public:
 
     /// The number of lines, at least one, that can be compared at once when the first matches: up to the next
     /// line whose address differs in more than its last digit.
-    [[nodiscard]] std::uint64_t lines_at_once() const noexcept { return steps_left + 1; }
+    [[nodiscard]] std::size_t lines_at_once() const noexcept { return steps_left + 1; }
 
     /// The number of lines from @p lines on, all of them @p line_size characters long and @p most at most (no
     /// more than lines_at_once()), of which each matches, has one value, and has behind the prediction what

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cfloat>
 #include <charconv>
 #include <cstddef>
 #include <cstdint>
@@ -39,6 +40,16 @@ std::optional<fixed_point_format> parse_format(const std::string& text) {
     return format;
 }
 
+// Some processors compute with more bits than a double has, until it is stored.
+double as_stored(double value) {
+#if FLT_EVAL_METHOD == 0
+    return value;
+#else
+    const volatile double stored = value;
+    return stored;
+#endif
+}
+
 // A weight of 0 is reached by every value that is not negative: bits below 2^-1074 are set.
 void append_fraction_bits(std::string& bits, double value, int count) {
     double weight = 0.5;
@@ -48,7 +59,7 @@ void append_fraction_bits(std::string& bits, double value, int count) {
             value -= weight;
         }
         bits += set ? '1' : '0';
-        weight /= 2;
+        weight = as_stored(weight / 2);
     }
 }
 
@@ -110,7 +121,7 @@ double sum_fraction(const sign_extended_bits& word, const fixed_point_format& fo
     double weight = 0.5;
     for (int bit = 0; bit < std::min(format.fraction_bits, max_fraction_digits); ++bit) {
         if (word.is_set(std::int64_t{format.integer_bits} + bit)) {
-            sum += weight;
+            sum = as_stored(sum + weight);
         }
         weight /= 2;
     }

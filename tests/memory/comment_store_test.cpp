@@ -4,9 +4,11 @@
 #include <gtest/gtest.h>
 
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <new>
 #include <random>
+#include <stdexcept>
 #include <string>
 
 namespace {
@@ -121,6 +123,14 @@ TEST(CommentStore, InsertsIntoBillionsOfEmptyComments) {
     EXPECT_EQ(comments[3000000001], "");
     EXPECT_EQ(comments[4294967296], "high");
     EXPECT_EQ(comments[4294967297], "");
+}
+
+TEST(CommentStore, CopyOfMoreThanADequeHoldsIsRefused) {
+    comment_store comments;
+    comments.append_empty_up_to(std::uint64_t{1} << 62U);
+    std::deque<std::string> copy;
+    EXPECT_THROW(comments.copy_to(copy), std::length_error);
+    EXPECT_TRUE(copy.empty());
 }
 
 TEST(CommentStore, GapsOfMoreThan32BitsKeepTheirLength) {

@@ -10,6 +10,7 @@
 #include "tests/memory/hex_record_texts.h"
 #include "tests/memory/mutated_text.h"
 #include "tests/memory/temporary_directory.h"
+#include "tests/sanitized.h"
 
 #include <gtest/gtest.h>
 
@@ -113,7 +114,7 @@ constexpr std::array<std::uint32_t, 8> word_sizes = {8, 16, 32, 128, 1, 12, 256,
 
 TEST_F(HexRecordsAlike, RegularFilesGiveTheWordsThatTwoPassesGive) {
     std::mt19937 random(1);
-    for (std::size_t i = 0; i < 400; ++i) {
+    for (std::size_t i = 0; i < kvr_test::fewer(400U); ++i) {
         const std::uint32_t word_size = word_sizes[i % word_sizes.size()];
         expect_same(regular_file(word_size, random), word_size,
                     i % 5 == 0 ? 16 * static_cast<std::uint32_t>(i) : 0);
@@ -123,7 +124,7 @@ TEST_F(HexRecordsAlike, RegularFilesGiveTheWordsThatTwoPassesGive) {
 TEST_F(HexRecordsAlike, MutatedFilesLeaveWhatTwoPassesLeave) {
     std::mt19937 random(2);
     kvr_test::text_mutator mutator(random, "0123456789ABCDEFabcdefG: \t\r\n\0\x80\xFF"sv);
-    for (std::size_t i = 0; i < 700; ++i) {
+    for (std::size_t i = 0; i < kvr_test::fewer(700U); ++i) {
         const std::uint32_t word_size = word_sizes[i % word_sizes.size()];
         std::string text = regular_file(word_size, random);
         mutator.mutate(text, 1 + mutator.below(3));

@@ -123,7 +123,7 @@ void expect_same_mif(std::string_view text, std::size_t number) {
 
 TEST(MifOrdinaryLines, RegularFilesAreReadAsTheRulesSay) {
     std::mt19937 random(1);
-    for (std::size_t i = 0; i < 300; ++i) {
+    for (std::size_t i = 0; i < kvr_test::fewer(300U); ++i) {
         const std::string text = regular_mif(random);
         expect_same_mif(text, i);
         ASSERT_TRUE(read_mif(text, nullptr).complete) << text.substr(0, 4000);
@@ -133,7 +133,7 @@ TEST(MifOrdinaryLines, RegularFilesAreReadAsTheRulesSay) {
 TEST(MifOrdinaryLines, MutatedFilesAreReadAsTheRulesSay) {
     std::mt19937 random(2);
     kvr_test::text_mutator mutator(random, "0123456789ABCDEFabcdefXxUuGg;:-%[]. \t\r\n\0\x80\xFF"sv);
-    for (std::size_t i = 0; i < (kvr_test::is_sanitized ? 500 : 3000); ++i) {
+    for (std::size_t i = 0; i < kvr_test::fewer(kvr_test::is_sanitized ? 500U : 3000U); ++i) {
         std::string text = regular_mif(random);
         const std::size_t header = text.find("BEGIN") + 6;
         std::string content = text.substr(header);

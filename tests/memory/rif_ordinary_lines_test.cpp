@@ -5,6 +5,7 @@
 #include "tests/memory/failing_read.h"
 #include "tests/memory/mutated_text.h"
 #include "tests/memory/number_text.h"
+#include "tests/sanitized.h"
 
 #include <gtest/gtest.h>
 
@@ -81,7 +82,7 @@ std::string regular_rif(std::mt19937& random) {
 
 TEST(RifOrdinaryLines, RegularFilesAreReadAsTheRulesSay) {
     std::mt19937 random(1);
-    for (int i = 0; i < 300; ++i) {
+    for (int i = 0; i < kvr_test::fewer(300); ++i) {
         expect_same_rif(regular_rif(random));
     }
 }
@@ -89,7 +90,7 @@ TEST(RifOrdinaryLines, RegularFilesAreReadAsTheRulesSay) {
 TEST(RifOrdinaryLines, MutatedFilesAreReadAsTheRulesSay) {
     std::mt19937 random(2);
     kvr_test::text_mutator mutator(random, "0123456789ABCDEFabcdefXxUuG@ \t\r\n\0\x80\xFF"sv);
-    for (int i = 0; i < 500; ++i) {
+    for (int i = 0; i < kvr_test::fewer(500); ++i) {
         std::string text = regular_rif(random);
         mutator.mutate(text, 1 + mutator.below(4));
         expect_same_rif(text);

@@ -256,6 +256,12 @@ TEST(FixedPoint, SmallestFractionIsExact) {
               (conversion{true, printed_power_of_two(1074)}));
 }
 
+TEST(FixedPoint, EverySumIsRoundedToADouble) {
+    // Each of the last two bits is too small by itself; together they are not.
+    EXPECT_EQ(to_fixed("0" + std::string(52, '1') + "011", "1.55"),
+              (conversion{true, "0.9999999999999997779553950749686919152736663818359375"}));
+}
+
 TEST(FixedPoint, BitsTooSmallForADoubleAddNothing) {
     EXPECT_EQ(to_fixed("0" + std::string(1074, '0') + "1", "1.1075"), (conversion{true, "0.0"}));
     EXPECT_EQ(to_fixed("1" + std::string(2000, '0') + "1", "1.2001"), (conversion{true, "-1.0"}));

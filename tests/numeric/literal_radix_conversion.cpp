@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdio>
 #include <cstdlib>
-#include <list>
+#include <deque>
 #include <stdexcept>
 
 namespace literal_radix_conversion {
@@ -13,7 +13,7 @@ namespace {
 
 enum : unsigned { bin = 0, dec = 1, uns = 2, hex = 3, oct = 4, none = 6 };
 
-using digit_list = std::list<int>;
+using digit_list = std::deque<int>;
 
 bool any_above_zero(const digit_list& digits) {
     for (const int digit : digits) {

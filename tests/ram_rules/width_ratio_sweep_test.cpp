@@ -100,7 +100,7 @@ TEST_P(WidthRatioOfFamily, AllWidthsTo600AgreeWithThePlainReading) {
     const std::string family = GetParam();
     sweep sweep;
     int turn = 0;
-    const int step = kvr_test::is_sanitized ? 7 : 1;
+    const int step = kvr_test::stride * (kvr_test::is_sanitized ? 7 : 1);
     for (int a = 1; a <= 600; a += step) {
         for (int b = 1; b <= 600; ++b) {
             for (const block_text& block : named_blocks) {

@@ -57,7 +57,7 @@ private:
         } else if (found.length == digits) {
             const std::string checksum = checksum_of(record.substr(1, record.size() - 1 - digits));
             found.mended =
-                repair{source.offset_of(found.line) + found.column - 1, digits, checksum,
+                repair{source.offset_of(found.line, found.column), digits, checksum,
                        fmt::format("checksum {} is now {}", record.substr(record.size() - digits), checksum)};
         }
     }

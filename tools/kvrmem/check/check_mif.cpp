@@ -222,7 +222,7 @@ void check_radix_fit(mif_check& check, std::size_t keyword, const radix_fit& fit
     const std::string title(radix_title(fit.only));
     std::optional<repair> mended;
     if (radix_of_name(value.text)) {
-        mended = repair{check.source.offset_of(line) + value.column - 1, value.text.size(), title,
+        mended = repair{check.source.offset_of(line, value.column), value.text.size(), title,
                         fmt::format("{} is now {}", visible(value.text), title)};
     }
     const std::string message =

@@ -204,7 +204,7 @@ void mif_checker::take_size_fault(check_fault& found, const kvr::read_fault& fau
     found.column += value.text.size();
     found.length = 1;
     if (is_certain) {
-        found.mended = repair{check.source.offset_of(found.line) + found.column - 1, 0, ";",
+        found.mended = repair{check.source.offset_of(found.line, found.column), 0, ";",
                               fmt::format("';' put behind {}", visible(value.text))};
     }
 }
@@ -224,11 +224,11 @@ void mif_checker::take_range_fault(check_fault& found, const kvr::mif_content& c
     if (!range->certain || first.line != last.line) {
         return;
     }
-    found.mended = repair{check.source.offset_of(file_line(first.line)) + first.column - 1,
-                          last.column - first.column, "..",
-                          fmt::format("{} is now [{}..{}]",
-                                      visible(content.text.substr(range->begin, range->end - range->begin)),
-                                      range->first.in(content.text), range->last.in(content.text))};
+    found.mended =
+        repair{check.source.offset_of(file_line(first.line), first.column), last.column - first.column, "..",
+               fmt::format("{} is now [{}..{}]",
+                           visible(content.text.substr(range->begin, range->end - range->begin)),
+                           range->first.in(content.text), range->last.in(content.text))};
 }
 
 void mif_checker::content_line(const kvr::mif_content& content) {
@@ -446,8 +446,8 @@ bool add_missing_semicolons(mif_check& check, const kvr::mif_content& content, s
         const auto line = static_cast<std::uint64_t>(static_cast<std::int64_t>(place.line) + shift);
         std::optional<repair> mended;
         if (each.at_line_end) {
-            mended = repair{check.source.offset_of(line) + place.column - 1, 0, ";",
-                            "';' put before the next address"};
+            mended =
+                repair{check.source.offset_of(line, place.column), 0, ";", "';' put before the next address"};
         }
         const std::size_t colon = content.text.find(':', each.address);
         check.faults.add({level, "missing-semicolon", line, place.column, 1, "no ';' before the next address",

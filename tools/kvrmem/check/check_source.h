@@ -33,6 +33,11 @@ public:
     /// Where the line numbered @p number begins in the text; the size of the text behind the last line.
     [[nodiscard]] std::size_t offset_of(std::uint64_t number) const;
 
+    /// Where the byte at @p column (from 1) of the line numbered @p number stands in the text.
+    [[nodiscard]] std::size_t offset_of(std::uint64_t number, std::uint64_t column) const {
+        return offset_of(number) + column - 1;
+    }
+
     /// Number of lines, as a text stream counts them: behind a final line end there is one more, empty.
     [[nodiscard]] std::uint64_t line_count() const;
 

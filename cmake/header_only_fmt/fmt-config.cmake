@@ -1,0 +1,7 @@
+# fmt as headers alone. The configuration that comes with an installed fmt refuses programs of another word size,
+# because its library would not link; the tool needs no library.
+find_path(KVR_FMT_INCLUDE_DIR fmt/format.h REQUIRED)
+add_library(fmt::fmt-header-only INTERFACE IMPORTED)
+set_target_properties(
+    fmt::fmt-header-only PROPERTIES INTERFACE_INCLUDE_DIRECTORIES "${KVR_FMT_INCLUDE_DIR}"
+                                    INTERFACE_COMPILE_DEFINITIONS FMT_HEADER_ONLY=1)
