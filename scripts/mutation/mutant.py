@@ -3,6 +3,14 @@
 from __future__ import annotations
 
 from dataclasses import dataclass
+from typing import NamedTuple
+
+
+class Key(NamedTuple):
+    file: str
+    function: str
+    before: str
+    after: str
 
 
 def one_line(text: bytes) -> str:
@@ -18,19 +26,25 @@ class Mutant:
     end: int
     replacement: bytes
     line: int
+    function: str  # in which it is, if in one
     before: str  # the lines that the change touches, as one
     after: str
 
     @property
-    def key(self) -> tuple[str, str, str]:
-        """What stays when lines are added above; two equal lines of a file have one key."""
-        return (self.file, self.before, self.after)
+    def key(self) -> Key:
+        """What stays when lines are added above; two equal lines of a function have one key."""
+        return Key(self.file, self.function, self.before, self.after)
+
+    def __str__(self) -> str:
+        return f"{self.file}:{self.line} {self.function}\n- {self.before}\n+ {self.after}"
 
     def apply(self, source: bytes) -> bytes:
         return source[: self.begin] + self.replacement + source[self.end :]
 
 
-def make_mutant(file: str, source: bytes, begin: int, end: int, replacement: bytes) -> Mutant:
+def make_mutant(
+    file: str, source: bytes, function: str, begin: int, end: int, replacement: bytes
+) -> Mutant:
     first = source.rfind(b"\n", 0, begin) + 1
     last = source.find(b"\n", end)
     after = source[first:begin] + replacement + source[end:last]
@@ -40,6 +54,7 @@ def make_mutant(file: str, source: bytes, begin: int, end: int, replacement: byt
         end=end,
         replacement=replacement,
         line=source.count(b"\n", 0, begin) + 1,
+        function=function,
         before=one_line(source[first:last]),
         after=one_line(after),
     )

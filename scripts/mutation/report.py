@@ -5,18 +5,13 @@ from __future__ import annotations
 import sys
 from collections import Counter
 
-from equivalents import Key
 from groups import ALL, GROUPS, LIMITS, group_of
-from mutant import Mutant
+from mutant import Key, Mutant
 from trial import Outcome
 
 PROGRESS_STEP = 25
 COLUMNS = ("group", "mutants", "noticed", "survived", "percent", "equivalent", "same code", "not compiled")
 EQUIVALENT = "equivalent"
-
-
-def show(mutant: Mutant) -> str:
-    return f"{mutant.file}:{mutant.line}\n- {mutant.before}\n+ {mutant.after}"
 
 
 class Report:
@@ -38,7 +33,7 @@ class Report:
         self.counts[group_of(mutant.file)][kind] += 1
         if kind == Outcome.SURVIVED.value:
             self.survivors.append(mutant)
-            print(show(mutant), flush=True)
+            print(mutant, flush=True)
         self._progress()
 
     def _progress(self) -> None:
@@ -70,7 +65,7 @@ class Report:
         for line in lines:
             print("".join(f"{text:>14}" if column else f"{text:9}" for column, text in enumerate(line)))
         for mutant in self.not_equivalent:
-            print(f"listed as equivalent, but noticed: {show(mutant)}")
+            print(f"listed as equivalent, but noticed: {mutant}")
 
     def _row(self, name: str, percent: float | None) -> tuple[str, ...]:
         counts = self.counts[name]

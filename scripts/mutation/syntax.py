@@ -49,6 +49,14 @@ BODY_KINDS = CONDITION_KINDS | {
     CursorKind.CASE_STMT,
     CursorKind.DEFAULT_STMT,
 }
+FUNCTION_KINDS = {
+    CursorKind.FUNCTION_DECL,
+    CursorKind.FUNCTION_TEMPLATE,
+    CursorKind.CXX_METHOD,
+    CursorKind.CONSTRUCTOR,
+    CursorKind.DESTRUCTOR,
+    CursorKind.CONVERSION_FUNCTION,
+}
 SKIPPED_KINDS = {CursorKind.STATIC_ASSERT, CursorKind.MACRO_INSTANTIATION, CursorKind.MACRO_DEFINITION}
 OPENING, CLOSING = "([{", ")]}"
 
@@ -100,7 +108,9 @@ class SourceChanges:
         ]
         self.places = {token.extent.start.offset: index for index, token in enumerate(self.tokens)}
         self.macros = self._macro_ranges()
-        self.declared = set(self._declarations_below(self.cursor))
+        self.declared: set[int] = set()
+        self.functions: list[tuple[int, int, str]] = []
+        self._survey(self.cursor)
 
     def all(self) -> list[Change]:
         """Every change once, in the order of the source."""
@@ -133,12 +143,18 @@ class SourceChanges:
             if kind_of(each) == CursorKind.MACRO_INSTANTIATION and self._is_here(each)
         ]
 
-    def _declarations_below(self, cursor: Cursor) -> Iterator[int]:
-        """Where variables are declared."""
+    def _survey(self, cursor: Cursor) -> None:
+        """Notes where variables are declared and how far functions reach, the outer ones first."""
         if kind_of(cursor) == CursorKind.VAR_DECL:
-            yield cursor.extent.start.offset
+            self.declared.add(cursor.extent.start.offset)
+        elif kind_of(cursor) in FUNCTION_KINDS:
+            self.functions.append((*self._range(cursor), cursor.spelling))
         for child in self._children(cursor):
-            yield from self._declarations_below(child)
+            self._survey(child)
+
+    def function_at(self, place: int) -> str:
+        names = [name for begin, end, name in self.functions if begin <= place < end]
+        return names[-1] if names else ""
 
     def _changes_below(self, cursor: Cursor) -> Iterator[Change]:
         for change in self._changes_at(cursor):
@@ -258,4 +274,6 @@ class SourceChanges:
 
 def mutants_of(root: str, file: str, arguments: list[str]) -> list[Mutant]:
     changes = SourceChanges(f"{root}/{file}", arguments)
-    return [make_mutant(file, changes.source, *change) for change in changes.all()]
+    return [
+        make_mutant(file, changes.source, changes.function_at(change[0]), *change) for change in changes.all()
+    ]

@@ -28,7 +28,7 @@ protected:
     [[nodiscard]] std::string records(unsigned first, unsigned count) const {
         std::string text;
         for (unsigned address = first; address < first + count; ++address) {
-            text += hex_record_line(0, address, hex_digits(address, 4)) + line_end;
+            text += hex_record_line(0, address, hex_digits(address, memory.word_size / 4)) + line_end;
         }
         return text;
     }
@@ -85,6 +85,17 @@ TEST_F(HexRecordsAlikeRun, LooksNoFurtherThanTheText) {
     const std::string two = records(0x232, 2);
     EXPECT_EQ(alike.read(two + std::string(31, '.'), 0).count, 1U);
     EXPECT_EQ(alike.read(records(0x233, 1) + std::string(32, '.'), 0).count, 1U);
+}
+
+TEST_F(HexRecordsAlikeRun, TakesWordsOfUpTo64Digits) {
+    for (const std::uint32_t word_size : {8U, 256U, 264U}) {
+        memory.word_size = word_size;
+        kvr::early_hex_words words(memory);
+        kvr::hex_records_alike alike(words, word_size);
+        learn_two(alike, words, 0x20);
+        const auto run = alike.read(records(0x22, 4) + text_behind_records, 0);
+        EXPECT_EQ(run.count, word_size <= 256 ? 4U : 0U) << word_size;
+    }
 }
 
 TEST_F(HexRecordsAlikeRun, ReadsNothingBeforeItHasLearned) {

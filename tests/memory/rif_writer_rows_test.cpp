@@ -19,10 +19,10 @@ using kvr_test::number_text;
 class RifWriterRows : public testing::Test {
 protected:
     /// What is written of @p count different words of @p digits digits.
-    std::string written(std::uint32_t width, std::uint32_t count, std::size_t digits,
-                        std::uint32_t first = 0) {
+    std::string written(std::uint32_t width, std::uint32_t count, std::size_t digits, std::uint32_t first = 0,
+                        KVR_MEMORY_RADIXES radix = RADIX_HEX) {
         kvr::rif_memory memory(nullptr);
-        memory.memory_radix = RADIX_HEX;
+        memory.memory_radix = radix;
         memory.word_size = width;
         memory.resize_words(first + count);
         std::string all;
@@ -72,6 +72,12 @@ TEST_F(RifWriterRows, AreCutWhenTheyAreLongerThanTheWordSize) {
     EXPECT_EQ(written(8, 40, 3), expected(40, 2));
     EXPECT_EQ(written(6, 300, 2), expected(300, 2, 0x3F));
     EXPECT_EQ(written(3, 300, 2), expected(300, 1, 7));
+}
+
+TEST_F(RifWriterRows, AreConvertedFromAnotherRadix) {
+    const std::string text = written(8, 30, 2, 0, RADIX_OCT);
+    EXPECT_TRUE(text.starts_with("\n@0\n00 01 02 03 04 05 06 07 \n")) << text;
+    EXPECT_NE(text.find("\n@10\n08 09 0A 0B 0C 0D 0E 0F \n"), std::string::npos) << text;
 }
 
 TEST_F(RifWriterRows, MayBeginWithinAGroup) {
