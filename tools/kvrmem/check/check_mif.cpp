@@ -1,5 +1,7 @@
 #include "tools/kvrmem/check/check_mif.h"
 
+#include "kvr/memory/mif_header.h"
+#include "kvr/memory/mif_line.h"
 #include "kvr/memory/mif_reader.h"
 #include "tools/kvrmem/check/check_mif_content.h"
 #include "tools/kvrmem/check/check_mif_header.h"
@@ -211,6 +213,31 @@ void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES 
                       std::max<std::size_t>(value.text.size(), 1), message, std::move(hint), std::nullopt});
 }
 
+/// True when the library gives one of the two keywords @p wanted for the header line @p line, and leaves the
+/// other one alone.
+bool gives_one_radix(std::string_view line, KVR_MEMORY_RADIXES wanted) {
+    std::string text(kvr::without_comments(line));
+    kvr::strip_blanks(text);
+    kvr::to_upper(text);
+    kvr::mif_memory memory(nullptr);
+    kvr::fill_radix_names(memory);
+    return !kvr::take_radix_line(memory, text) &&
+           (memory.address_radix == wanted) != (memory.memory_radix == wanted);
+}
+
+/// The change of the name @p value in the header line @p line to @p wanted, where the line is then read so.
+std::optional<repair> radix_repair(const check_source& source, std::uint64_t line, const line_stretch& value,
+                                   KVR_MEMORY_RADIXES wanted) {
+    const std::string title(radix_title(wanted));
+    std::string changed(source.line(line));
+    changed.replace(value.column - 1, value.text.size(), title);
+    if (!radix_of_name(value.text) || !gives_one_radix(changed, wanted)) {
+        return std::nullopt;
+    }
+    return repair{source.offset_of(line, value.column), value.text.size(), title,
+                  fmt::format("{} is now {}", visible(value.text), title)};
+}
+
 /// Says once, at the header, what would have to be said of nearly every line.
 void check_radix_fit(mif_check& check, std::size_t keyword, const radix_fit& fit, KVR_MEMORY_RADIXES declared,
                      const char* what) {
@@ -219,16 +246,11 @@ void check_radix_fit(mif_check& check, std::size_t keyword, const radix_fit& fit
         return;
     }
     const line_stretch value = header_value(check.source.line(line));
-    const std::string title(radix_title(fit.only));
-    std::optional<repair> mended;
-    if (radix_of_name(value.text)) {
-        mended = repair{check.source.offset_of(line, value.column), value.text.size(), title,
-                        fmt::format("{} is now {}", visible(value.text), title)};
-    }
-    const std::string message =
-        fmt::format("the header says {}, the {} look like {}", radix_title(declared), what, title);
+    const std::string message = fmt::format("the header says {}, the {} look like {}", radix_title(declared),
+                                            what, radix_title(fit.only));
     check.faults.add({severity::warning, "radix-mismatch", line, value.column, value.text.size(), message,
-                      fmt::format("line {}: {}", fit.example_line, visible(fit.example)), std::move(mended)});
+                      fmt::format("line {}: {}", fit.example_line, visible(fit.example)),
+                      radix_repair(check.source, line, value, fit.only)});
 }
 
 /// Where the width or the depth is not known the library reads no content. Its faults are told all the same:
