@@ -77,6 +77,47 @@ every_command_tells() { # TARGET
     cmp out.mif ../out.mif
 }
 
+# Makes NAME the device of the system with that name. Root gets a device of his own: a tool with a mistake would
+# replace the system's one.
+make_device() { # NAME MINOR
+    if [ "$(id -u)" -ne 0 ]; then
+        ln -s "/dev/$1" "../$1"
+    elif ! { mknod "../$1" c 1 "$2" && : >"../$1"; }; then
+        skip "no device can be made here"
+    fi
+}
+
+@test "a device and pipes are written as they are" {
+    "$KVRMEM" convert in.mif ../expected.rif
+    make_device null 3
+    run -0 "$KVRMEM" new --width 8 --depth 2 --to rif ../null
+    [ -z "$output" ]
+    run -0 "$KVRMEM" convert in.mif ../null --to rif
+    [ -c ../null ]
+    "$KVRMEM" convert in.mif /dev/stdout --to rif | cmp - ../expected.rif
+    [ "${PIPESTATUS[*]}" = "0 0" ]
+    mkfifo ../pipe
+    timeout 20 cat ../pipe >../actual.rif &
+    "$KVRMEM" convert in.mif ../pipe --to rif
+    wait "$!"
+    [ -p ../pipe ]
+    cmp ../actual.rif ../expected.rif
+    nothing_changed
+}
+
+@test "a device that is full is told" {
+    make_device full 7
+    for words in "new ../full --to mif --width 8 --depth 4" "convert in.mif ../full --to rif" \
+        "set in.mif -o ../full 1=2" "fill in.mif -o ../full 1..2=3" "check --fix -o ../full broken.mif" \
+        "plot in.mif -o ../full"; do
+        # shellcheck disable=SC2086
+        run -3 "$KVRMEM" $words
+        [ "$output" = "kvrmem: ../full: cannot be written: No space left on device" ]
+    done
+    [ -c ../full ]
+    nothing_changed
+}
+
 @test "a closed standard input is told" {
     # A shell of its own: "run" would give the pipe that it reads from the free number.
     run -3 bash -c "exec <&-; '$KVRMEM' info - --from mif"

@@ -1,5 +1,7 @@
 #include "tools/kvrmem/check/check_mif.h"
 
+#include "kvr/memory/mif_header.h"
+#include "kvr/memory/mif_line.h"
 #include "kvr/memory/mif_reader.h"
 #include "tools/kvrmem/check/check_mif_content.h"
 #include "tools/kvrmem/check/check_mif_header.h"
@@ -21,12 +23,12 @@ namespace kvrmem {
 
 namespace {
 
-void add_at_line(mif_check& check, const char* code, std::uint64_t line, std::string message,
+void add_at_line(mif_check& check, severity level, const char* code, std::uint64_t line, std::string message,
                  std::string hint, std::optional<repair> mended = std::nullopt) {
     const std::string_view text = check.source.line(line);
     const std::size_t begin = std::min(text.find_first_not_of(mif_blanks), text.size());
     check.faults.add(
-        {severity::error, code, line, begin < text.size() ? begin + 1 : 0,
+        {level, code, line, begin < text.size() ? begin + 1 : 0,
          kvr::without_comments(text).size() > begin ? kvr::without_comments(text).size() - begin : 1,
          std::move(message), std::move(hint), std::move(mended)});
 }
@@ -62,10 +64,11 @@ void explain_missing_end(mif_check& check) {
     const mif_header_lines& header = check.header;
     const std::uint64_t last = check.source.last_line();
     if (header.content == 0) {
-        add_at_line(check, "missing-content", last, "there is no CONTENT BEGIN", other_format(check.source));
+        add_at_line(check, severity::error, "missing-content", last, "there is no CONTENT BEGIN",
+                    other_format(check.source));
     } else if (header.begin == 0) {
-        add_at_line(check, "missing-begin", header.content, "there is no BEGIN behind CONTENT",
-                    "write CONTENT BEGIN");
+        add_at_line(check, severity::error, "missing-begin", header.content,
+                    "there is no BEGIN behind CONTENT", "write CONTENT BEGIN");
     } else {
         const fault_text told = describe_mif_fault({kvr::fault_code::missing_end, last, 0, 0}, "", {});
         const std::uint64_t from = std::max(check.content_read, header.begin + 1);
@@ -73,23 +76,23 @@ void explain_missing_end(mif_check& check) {
         if (!is_open_behind(check.source, from)) {
             mended = end_repair(check.source);
         }
-        add_at_line(check, told.code, last, told.message, told.hint, std::move(mended));
+        add_at_line(check, severity::error, told.code, last, told.message, told.hint, std::move(mended));
     }
 }
 
 void explain_blocked_content(mif_check& check) {
     const mif_header_lines& header = check.header;
     if (!header.width_known) {
-        add_at_line(check, "missing-width", header.blocked_content, "there is no WIDTH before CONTENT",
-                    "write WIDTH=8; or what the words have");
+        add_at_line(check, severity::error, "missing-width", header.blocked_content,
+                    "there is no WIDTH before CONTENT", "write WIDTH=8; or what the words have");
     }
     const std::uint64_t depth_line = header.keyword[kvr::depth_keyword];
     if (!header.depth_known && depth_line != 0 && depth_line == header.keyword[kvr::width_keyword]) {
-        add_at_line(check, "shared-line", depth_line, "DEPTH is not read in a line with WIDTH",
-                    "give it a line of its own");
+        add_at_line(check, severity::error, "shared-line", depth_line,
+                    "DEPTH is not read in a line with WIDTH", "give it a line of its own");
     } else if (!header.depth_known && depth_line == 0) {
-        add_at_line(check, "missing-depth", header.blocked_content, "there is no DEPTH= before CONTENT",
-                    "write DEPTH=256; or how many words there are");
+        add_at_line(check, severity::error, "missing-depth", header.blocked_content,
+                    "there is no DEPTH= before CONTENT", "write DEPTH=256; or how many words there are");
     }
 }
 
@@ -211,24 +214,54 @@ void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES 
                       std::max<std::size_t>(value.text.size(), 1), message, std::move(hint), std::nullopt});
 }
 
+/// True when the library gives one of the two keywords @p wanted for the header line @p line, and leaves the
+/// other one alone.
+bool gives_one_radix(std::string_view line, KVR_MEMORY_RADIXES wanted) {
+    std::string text(kvr::without_comments(line));
+    kvr::strip_blanks(text);
+    kvr::to_upper(text);
+    kvr::mif_memory memory(nullptr);
+    kvr::fill_radix_names(memory);
+    return !kvr::take_radix_line(memory, text) &&
+           (memory.address_radix == wanted) != (memory.memory_radix == wanted);
+}
+
+/// The change of the name @p value in the header line @p line to @p wanted, where the line is then read so.
+std::optional<repair> radix_repair(const check_source& source, std::uint64_t line, const line_stretch& value,
+                                   KVR_MEMORY_RADIXES wanted) {
+    const std::string title(radix_title(wanted));
+    std::string changed(source.line(line));
+    changed.replace(value.column - 1, value.text.size(), title);
+    if (!radix_of_name(value.text) || !gives_one_radix(changed, wanted)) {
+        return std::nullopt;
+    }
+    return repair{source.offset_of(line, value.column), value.text.size(), title,
+                  fmt::format("{} is now {}", visible(value.text), title)};
+}
+
 /// Says once, at the header, what would have to be said of nearly every line.
 void check_radix_fit(mif_check& check, std::size_t keyword, const radix_fit& fit, KVR_MEMORY_RADIXES declared,
                      const char* what) {
+    if (!fit.is_another) {
+        return;
+    }
+    constexpr const char* code = "radix-mismatch";
+    const std::string hint = fmt::format("line {}: {}", fit.example_line, visible(fit.example));
     const std::uint64_t line = check.header.keyword[keyword];
-    if (!fit.is_another || line == 0) {
+    if (line == 0) {
+        std::string_view name = kvr::header_keywords[keyword].keyword;
+        name.remove_suffix(1); // "="
+        add_at_line(check, severity::warning, code, check.header.content,
+                    fmt::format("without {} the radix is {}, the {} look like {}", name,
+                                radix_title(declared), what, radix_title(fit.only)),
+                    hint);
         return;
     }
     const line_stretch value = header_value(check.source.line(line));
-    const std::string title(radix_title(fit.only));
-    std::optional<repair> mended;
-    if (radix_of_name(value.text)) {
-        mended = repair{check.source.offset_of(line, value.column), value.text.size(), title,
-                        fmt::format("{} is now {}", visible(value.text), title)};
-    }
-    const std::string message =
-        fmt::format("the header says {}, the {} look like {}", radix_title(declared), what, title);
-    check.faults.add({severity::warning, "radix-mismatch", line, value.column, value.text.size(), message,
-                      fmt::format("line {}: {}", fit.example_line, visible(fit.example)), std::move(mended)});
+    check.faults.add({severity::warning, code, line, value.column, value.text.size(),
+                      fmt::format("the header says {}, the {} look like {}", radix_title(declared), what,
+                                  radix_title(fit.only)),
+                      hint, radix_repair(check.source, line, value, fit.only)});
 }
 
 /// Where the width or the depth is not known the library reads no content. Its faults are told all the same:
@@ -289,7 +322,8 @@ void check_mif(const check_source& source, const input_options& options, fault_l
         }
     }
     if (!complete && faults.count(severity::error) == 0) {
-        add_at_line(check, "content-syntax", source.last_line(), "the library refuses the file", "");
+        add_at_line(check, severity::error, "content-syntax", source.last_line(),
+                    "the library refuses the file", "");
     }
 }
 

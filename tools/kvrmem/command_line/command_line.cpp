@@ -1,6 +1,7 @@
 #include "tools/kvrmem/command_line/command_line.h"
 
 #include "tools/kvrmem/command_line/suggestion.h"
+#include "tools/kvrmem/surroundings/utf8_character.h"
 
 #include <fmt/format.h>
 
@@ -102,16 +103,29 @@ std::string nearest_option(const command& which, std::string_view given) {
     return nearest_of(given, std::vector<std::string_view>(names.begin(), names.end()));
 }
 
-/// After getopt_long() has refused an option; @p word is the one that it looked at.
-[[noreturn]] void refuse_option(const command& which, std::string_view word) {
+/// The letter that getopt_long() has refused. It tells one byte; the rest of a longer character stands in
+/// @p next, the word that it goes on with.
+std::string refused_letter(std::string_view next) {
+    const char byte = static_cast<char>(optopt);
+    const std::size_t place = next.starts_with('-') ? next.find(byte) : std::string_view::npos;
+    return fmt::format("-{}", place != std::string_view::npos ? first_of(next.substr(place)).bytes
+                                                              : std::string_view(&byte, 1));
+}
+
+/// After getopt_long() has refused an option.
+[[noreturn]] void refuse_option(const command& which, option_words& words) {
     if (optopt >= first_long_option) {
         usage_error(fmt::format("--{} takes no value", entry_of(optopt).name));
     }
     std::string nearest;
-    std::string given = fmt::format("-{}", static_cast<char>(optopt));
-    if (optopt <= 0) { // a long one, or a byte that is no letter
+    std::string given;
+    if (optopt == 0) { // a long one
+        const std::string_view word = words[optind - 1];
         given = word.substr(0, word.find('='));
         nearest = nearest_option(which, given);
+    } else {
+        const char* const next = words[optind];
+        given = refused_letter(next != nullptr ? next : "");
     }
     usage_error(nearest.empty()
                     ? fmt::format("{} has no option {}; see kvrmem {} --help", which.name, given, which.name)
@@ -146,7 +160,7 @@ arguments parse_arguments(const command& which, int count, char** words) {
             usage_error(fmt::format("{} needs a value", given[optind - 1]));
         }
         if (found == '?') {
-            refuse_option(which, given[optind - 1]);
+            refuse_option(which, given);
         }
         const option_entry& entry = entry_of(found);
         entry.take(parsed, entry.name, optarg != nullptr ? given.restored(optarg) : nullptr);

@@ -58,6 +58,21 @@ bool is_address(std::string_view text) {
            std::all_of(text.begin(), text.end(), [](char c) { return kvr::digit_value(c) < 16; });
 }
 
+/// True when one of the words of @p text, which is in upper case, is a number.
+bool holds_number(std::string_view text) {
+    const auto is_of_word = [](char c) { return (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9'); };
+    const auto* begin = text.begin();
+    while (begin != text.end()) {
+        begin = std::find_if(begin, text.end(), is_of_word);
+        const auto* const end = std::find_if_not(begin, text.end(), is_of_word);
+        if (is_address({begin, end})) {
+            return true;
+        }
+        begin = end;
+    }
+    return false;
+}
+
 std::size_t end_of_digits(std::string_view text, std::size_t from) {
     while (from < text.size() && kvr::digit_value(text[from]) < 16) {
         ++from;
@@ -120,8 +135,9 @@ std::optional<misspelt_range> find_misspelt_range(std::string_view text) {
     std::string_view separator = inside.substr(first_end, last - first_end);
     separator.remove_prefix(std::min(separator.find_first_not_of(mif_blanks), separator.size()));
     separator = separator.substr(0, separator.find_last_not_of(mif_blanks) + 1);
-    if (first_end == first || !is_address(inside.substr(last, last_end - last)) || separator == ".." ||
-        last == first_end) {
+    const bool has_two_numbers = first_end != first && last != first_end &&
+                                 is_address(inside.substr(last, last_end - last)) && !holds_number(separator);
+    if (!has_two_numbers || separator == "..") {
         return std::nullopt;
     }
     const bool certain = separator == "-" || separator == ":" || separator == "TO";

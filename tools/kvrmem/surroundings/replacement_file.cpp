@@ -159,17 +159,18 @@ void replacement_file::commit() {
     if (!file.close()) {
         fail(file.failure());
     }
+    if (temporary.path().empty()) {
+        return;
+    }
     errno = 0;
     if (replaces && !is_stored(temporary.path())) {
         fail(errno != 0 ? errno : EIO);
     }
-    if (!temporary.path().empty()) {
-        const interruption_pause pause;
-        if (std::rename(temporary.path().c_str(), place.c_str()) != 0) {
-            fail(errno);
-        }
-        temporary.keep();
+    const interruption_pause pause;
+    if (std::rename(temporary.path().c_str(), place.c_str()) != 0) {
+        fail(errno);
     }
+    temporary.keep();
 }
 
 void replacement_file::fail(int reason) const {
