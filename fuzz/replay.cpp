@@ -78,6 +78,6 @@ int main(int count, char** words) {
             return runs != 0 ? EXIT_SUCCESS : EXIT_FAILURE;
         }
     }
-    std::fputs("usage: TARGET FOLDER\n", stderr);
+    static_cast<void>(std::fputs("usage: TARGET FOLDER\n", stderr));
     return EXIT_FAILURE;
 }

@@ -21,6 +21,12 @@ struct number_case {
     std::uint32_t value;
 };
 
+/// googletest would show the bytes, those between the fields among them.
+// NOLINTNEXTLINE(readability-identifier-naming): given
+void PrintTo(const number_case& number, std::ostream* stream) {
+    *stream << number.value;
+}
+
 class HexNumber : public testing::TestWithParam<number_case> {};
 
 TEST_P(HexNumber, IsReadAsTheCLibraryDoesIn32Bits) {

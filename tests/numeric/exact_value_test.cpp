@@ -1,10 +1,11 @@
 #include "kvr/numeric/exact_value.h"
+#include "tests/memory/number_text.h"
 #include "tests/numeric/literal_radix_conversion.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
-#include <cstdio>
+#include <cstddef>
 #include <optional>
 #include <ostream>
 #include <random>
@@ -53,22 +54,8 @@ std::string converted(const std::string& text, const exact_conversion& conversio
     return result;
 }
 
-std::string printed(const char* format, int digits, unsigned value) {
-    std::array<char, 32> buffer;
-    if (format[2] == 'X') {
-        std::snprintf(buffer.data(), buffer.size(), "%0*X", digits, value);
-    } else {
-        std::snprintf(buffer.data(), buffer.size(), "%0*o", digits, value);
-    }
-    return buffer.data();
-}
-
-std::string binary_text(unsigned value, int width) {
-    std::string bits;
-    for (int bit = width; bit-- > 0;) {
-        bits += (value >> bit & 1) != 0 ? '1' : '0';
-    }
-    return bits;
+std::string digits_of(unsigned value, unsigned base, int count) {
+    return kvr_test::number_text(value, base, static_cast<std::size_t>(count));
 }
 
 /// The text of the word of @p width bits whose pattern is @p pattern, in machine integers.
@@ -76,13 +63,13 @@ std::string expected_text(unsigned pattern, int width, KVR_MEMORY_RADIXES radix)
     const int value = static_cast<int>(pattern);
     switch (radix) {
     case RADIX_BIN:
-        return binary_text(pattern, width);
+        return digits_of(pattern, 2, width);
     case RADIX_DEC:
         return std::to_string(value >= 1 << (width - 1) ? value - (1 << width) : value);
     case RADIX_HEX:
-        return printed("%0X", (width + 3) / 4, pattern);
+        return digits_of(pattern, 16, (width + 3) / 4);
     case RADIX_OCT:
-        return printed("%0o", (width + 2) / 3, pattern);
+        return digits_of(pattern, 8, (width + 2) / 3);
     default:
         return std::to_string(value);
     }
@@ -376,7 +363,7 @@ TEST(AppendExactWord, SameRadixIsBroughtIntoShape) {
 TEST(AppendExactWord, EveryWordUpToTenBitsIsExactInAllPairs) {
     for (int width = 1; width <= 10; ++width) {
         for (unsigned pattern = 0; pattern < 1U << width; ++pattern) {
-            const std::string bits = binary_text(pattern, width);
+            const std::string bits = digits_of(pattern, 2, width);
             for (const KVR_MEMORY_RADIXES from : all_radixes) {
                 const std::string text = expected_text(pattern, width, from);
                 std::string back;

@@ -13,25 +13,25 @@ constexpr std::uint64_t all_ones = std::numeric_limits<std::uint64_t>::max();
 
 /// The numbers at which carries and corrections turn, and random ones.
 std::vector<std::uint64_t> telling_limbs() {
-    std::vector<std::uint64_t> limbs = {0,
-                                        1,
-                                        2,
-                                        0xFFFFFFFE,
-                                        0xFFFFFFFF,
-                                        0x100000000,
-                                        0x100000001,
-                                        kvr::decimal_chunk - 1,
-                                        kvr::decimal_chunk,
-                                        kvr::decimal_chunk + 1,
-                                        0x8000000000000000,
-                                        all_ones - 1,
-                                        all_ones};
+    std::vector<std::uint64_t> numbers = {0,
+                                          1,
+                                          2,
+                                          0xFFFFFFFE,
+                                          0xFFFFFFFF,
+                                          0x100000000,
+                                          0x100000001,
+                                          kvr::decimal_chunk - 1,
+                                          kvr::decimal_chunk,
+                                          kvr::decimal_chunk + 1,
+                                          0x8000000000000000,
+                                          all_ones - 1,
+                                          all_ones};
     std::mt19937_64 random(20);
     for (int count = 0; count < 100; ++count) {
-        limbs.push_back(random());
-        limbs.push_back(random() >> (random() % 64));
+        numbers.push_back(random());
+        numbers.push_back(random() >> (random() % 64));
     }
-    return limbs;
+    return numbers;
 }
 
 } // namespace
@@ -43,9 +43,9 @@ TEST(WideArithmetic, LargestProductIsWhole) {
 }
 
 TEST(WideArithmetic, ProductByHalvesIsTheProduct) {
-    const std::vector<std::uint64_t> limbs = telling_limbs();
-    for (const std::uint64_t left : limbs) {
-        for (const std::uint64_t right : limbs) {
+    const std::vector<std::uint64_t> numbers = telling_limbs();
+    for (const std::uint64_t left : numbers) {
+        for (const std::uint64_t right : numbers) {
             ASSERT_EQ(kvr::multiply_by_halves(left, right), kvr::multiply(left, right))
                 << left << " * " << right;
             ASSERT_EQ(kvr::multiply(left, right).low, left * right);
@@ -59,11 +59,11 @@ TEST(WideArithmetic, AddendCarriesIntoTheHighLimb) {
 }
 
 TEST(WideArithmetic, ColumnSumsAreTheSameInBothWays) {
-    const std::vector<std::uint64_t> limbs = telling_limbs();
+    const std::vector<std::uint64_t> numbers = telling_limbs();
     kvr::column_sum sum;
     kvr::column_sum_by_limbs sum_by_limbs;
-    for (const std::uint64_t left : limbs) {
-        for (const std::uint64_t right : limbs) {
+    for (const std::uint64_t left : numbers) {
+        for (const std::uint64_t right : numbers) {
             sum.add_product(left, right);
             sum_by_limbs.add_product(left, right);
         }
@@ -81,10 +81,10 @@ TEST(WideArithmetic, ColumnSumCarriesIntoTheThirdLimb) {
 }
 
 TEST(WideArithmetic, QuotientAndRemainderMakeTheDividend) {
-    const std::vector<std::uint64_t> limbs = telling_limbs();
-    for (const std::uint64_t limb : limbs) {
+    const std::vector<std::uint64_t> numbers = telling_limbs();
+    for (const std::uint64_t limb : numbers) {
         const std::uint64_t high = limb % kvr::decimal_chunk;
-        for (const std::uint64_t low : limbs) {
+        for (const std::uint64_t low : numbers) {
             const kvr::chunk_division division = kvr::divide_by_decimal_chunk(high, low);
             ASSERT_LT(division.remainder, kvr::decimal_chunk) << high << " " << low;
             ASSERT_EQ(kvr::multiply_add(division.quotient, kvr::decimal_chunk, division.remainder),
