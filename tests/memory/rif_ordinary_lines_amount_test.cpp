@@ -61,6 +61,11 @@ TEST_F(RifOrdinaryLinesAmount, WordsOfSeveralLengthsAreRead) {
     EXPECT_EQ(words[6], "9A");
 }
 
+TEST_F(RifOrdinaryLinesAmount, EmptyLinesAreLinesToo) {
+    expect_read("12\n34\n\n56\n\n\n", 6, 5);
+    EXPECT_EQ(words[4], "56");
+}
+
 TEST_F(RifOrdinaryLinesAmount, LongWordsAreRead) {
     const std::string word(300, 'a');
     expect_read(word + "\n" + word + "\n", 2, 4);
