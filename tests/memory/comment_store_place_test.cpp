@@ -30,6 +30,17 @@ TEST(CommentStorePlace, IsForgottenWhenTheStoreIsCleared) {
     EXPECT_EQ(comments[2], "last");
 }
 
+TEST(CommentStorePlace, IsForgottenByAStoreThatIsFilledAgainAtItsEnd) {
+    kvr::comment_store comments;
+    push_numbers(comments, 2000);
+    EXPECT_EQ(comments[1999], "1999");
+    comments.clear();
+    comments.insert(0, "first");
+    comments.insert(1, "second");
+    EXPECT_EQ(comments[0], "first");
+    EXPECT_EQ(comments[1], "second");
+}
+
 TEST(CommentStorePlace, IsRightWhereverItWasBefore) {
     kvr::comment_store comments;
     push_numbers(comments, 3000);

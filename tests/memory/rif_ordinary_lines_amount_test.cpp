@@ -96,8 +96,8 @@ TEST_F(RifOrdinaryLinesAmount, ALineOf256WordsIsRead) {
 }
 
 TEST_F(RifOrdinaryLinesAmount, AllElseIsLeft) {
-    for (const char* line :
-         {"@", "@000000001", "@1 ", "@1\r", "@g", "x", "1  2", " 1", "1\t2", "1\r", "12 g", "1 @2"}) {
+    for (const char* line : {"@", "@x", "@1X", "@u", "X", "u 1", "@000000001", "@1 ", "@1\r", "@g", "x",
+                             "1  2", " 1", "1\t2", "1\r", "12 g", "1 @2"}) {
         expect_left(line);
     }
 }
