@@ -77,7 +77,7 @@ TEST_F(MifOrdinaryLinesAmount, LinesAlikeAreReadUpToTheDepth) {
     for (const std::string values : {"11", "1 22"}) {
         std::string lines;
         std::size_t size_to_the_depth = 0;
-        for (unsigned address = 0; address < 96; address += values.size() == 2 ? 1 : 2) {
+        for (unsigned address = 0; address < 96; address += values.size() == 2 ? 1U : 2U) {
             lines += kvr_test::number_text(address, 16, 2) + ":" + values + ";\n";
             size_to_the_depth = address < 50 ? lines.size() : size_to_the_depth;
         }
