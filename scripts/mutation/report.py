@@ -82,5 +82,5 @@ class Report:
 
     def is_good(self) -> bool:
         percents = self.percents()
-        below = [name for name, limit in LIMITS.items() if (percents[name] or 100.0) < limit]
-        return not below and not self.not_equivalent
+        known = {name: percent for name, percent in percents.items() if percent is not None}
+        return not self.not_equivalent and all(known[name] >= LIMITS[name] for name in known if name in LIMITS)

@@ -252,7 +252,8 @@ class SourceChanges:
         children = self._children(cursor)
         for child in children[-1:] if kind_of(cursor) == CursorKind.FOR_STMT else children:
             begin, end = self._range(child)
-            is_statement = kind_of(child).is_expression() or kind_of(child) in JUMP_KINDS or self._text(child) == b"return"
+            kind = kind_of(child)
+            is_statement = kind.is_expression() or kind in JUMP_KINDS or self._text(child) == b"return"
             if is_statement and self.source[end : end + 1] == b";":
                 yield begin, end, b""
 

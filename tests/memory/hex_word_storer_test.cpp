@@ -97,6 +97,13 @@ TEST_F(EarlyHexWords, HaveRoomBehindTheLastWordOnly) {
     EXPECT_EQ(store[11], "CCCC");
 }
 
+TEST_F(EarlyHexWords, HaveNoRoomBeyondTheLargestStore) {
+    early_hex_words words(memory);
+    take(words, 0xFFF0, "1111", 0xFFFF0000);
+    EXPECT_EQ(words.room_for_some(0xFFFFFFF1, 4).count, 14U);
+    EXPECT_EQ(words.room_for_some(0xFFFFFFFF, 4).count, 0U);
+}
+
 TEST_F(EarlyHexWords, BeyondTheSizeAreDropped) {
     early_hex_words words(memory);
     take(words, 0, "111122223333");

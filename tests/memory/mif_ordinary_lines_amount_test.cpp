@@ -73,6 +73,23 @@ TEST_F(MifOrdinaryLinesAmount, ManyLinesWithSeveralValuesAreRead) {
     EXPECT_EQ(memory.data_words[999], "FF");
 }
 
+TEST_F(MifOrdinaryLinesAmount, LinesAlikeAreReadUpToTheDepth) {
+    for (const std::string values : {"11", "1 22"}) {
+        std::string lines;
+        std::size_t size_to_the_depth = 0;
+        for (unsigned address = 0; address < 96; address += values.size() == 2 ? 1U : 2U) {
+            lines += kvr_test::number_text(address, 16, 2) + ":" + values + ";\n";
+            size_to_the_depth = address < 50 ? lines.size() : size_to_the_depth;
+        }
+        memory.resize_words(50);
+        memory.address_set.clear();
+        const auto read = kvr::mif_ordinary_lines(memory, longest_line).read(lines, true);
+        EXPECT_EQ(read.bytes, size_to_the_depth);
+        EXPECT_EQ(memory.data_words.size(), 50U);
+        EXPECT_EQ(memory.data_words[48], values.substr(0, values.find(' ')));
+    }
+}
+
 TEST_F(MifOrdinaryLinesAmount, AnyValueCharactersAreRead) {
     expect_read("0 : xU-;\n1 : 1 -x;\n", 2);
     EXPECT_EQ(memory.data_words[0], "XU-");

@@ -61,6 +61,11 @@ TEST_F(RifOrdinaryLinesAmount, WordsOfSeveralLengthsAreRead) {
     EXPECT_EQ(words[6], "9A");
 }
 
+TEST_F(RifOrdinaryLinesAmount, EmptyLinesAreLinesToo) {
+    expect_read("12\n34\n\n56\n\n\n", 6, 5);
+    EXPECT_EQ(words[4], "56");
+}
+
 TEST_F(RifOrdinaryLinesAmount, LongWordsAreRead) {
     const std::string word(300, 'a');
     expect_read(word + "\n" + word + "\n", 2, 4);
@@ -91,8 +96,8 @@ TEST_F(RifOrdinaryLinesAmount, ALineOf256WordsIsRead) {
 }
 
 TEST_F(RifOrdinaryLinesAmount, AllElseIsLeft) {
-    for (const char* line :
-         {"@", "@000000001", "@1 ", "@1\r", "@g", "x", "1  2", " 1", "1\t2", "1\r", "12 g", "1 @2"}) {
+    for (const char* line : {"@", "@x", "@1X", "@u", "X", "u 1", "@000000001", "@1 ", "@1\r", "@g", "x",
+                             "1  2", " 1", "1\t2", "1\r", "12 g", "1 @2"}) {
         expect_left(line);
     }
 }
