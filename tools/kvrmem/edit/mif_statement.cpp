@@ -50,21 +50,17 @@ std::string bare_line(std::string_view text, std::size_t offset) {
 /// Follows the header up to the line that starts the content.
 class content_finder {
 public:
-    /// True when @p line, or one before it, is the one with "CONTENT" behind width and depth.
-    bool reaches_content(std::string line) {
-        kvr::strip_blanks(line);
+    /// True when @p line, which has no blanks, is the one with "CONTENT" behind width and depth.
+    bool is_content(const std::string& line) {
         const bool has_width = line.find("WIDTH") != std::string::npos;
         width_seen = width_seen || has_width;
         depth_seen = depth_seen || (!has_width && line.find("DEPTH=") != std::string::npos);
-        content_seen =
-            content_seen || (width_seen && depth_seen && line.find("CONTENT") != std::string::npos);
-        return content_seen;
+        return width_seen && depth_seen && line.find("CONTENT") != std::string::npos;
     }
 
 private:
     bool width_seen = false;
     bool depth_seen = false;
-    bool content_seen = false;
 };
 
 } // namespace
@@ -127,9 +123,14 @@ void for_each_statement(std::string_view text, kvr::mif_memory& memory,
 
 std::size_t content_start(std::string_view text) {
     content_finder header;
+    bool in_content = false;
     for (std::size_t offset = 0; offset < text.size(); offset = next_line(text, offset)) {
-        const std::string line = bare_line(text, offset);
-        if (header.reaches_content(line) && line.find("BEGIN") != std::string::npos) {
+        std::string line = bare_line(text, offset);
+        if (!in_content) {
+            kvr::strip_blanks(line); // as the reader does, up to this line
+            in_content = header.is_content(line);
+        }
+        if (in_content && line.find("BEGIN") != std::string::npos) {
             return next_line(text, offset);
         }
     }
