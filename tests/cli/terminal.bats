@@ -18,28 +18,39 @@ on_a_terminal() { # COMMAND LINE
     script -qec "$1" /dev/null </dev/null
 }
 
+# Some containers have no pseudo-terminals.
+needs_a_terminal() {
+    on_a_terminal true >"$BATS_TEST_TMPDIR/answer" 2>&1 || skip "$(cat "$BATS_TEST_TMPDIR/answer")"
+}
+
 @test "there is colour on a terminal" {
+    needs_a_terminal
     on_a_terminal "'$KVRMEM' dump in.mif" | grep -qF "${escape}[2m0000${escape}[0m"
 }
 
 @test "NO_COLOR takes the colour away" {
+    needs_a_terminal
     NO_COLOR=1 on_a_terminal "'$KVRMEM' dump in.mif" | lacks "$escape"
 }
 
 @test "an empty NO_COLOR says nothing" {
+    needs_a_terminal
     NO_COLOR='' on_a_terminal "'$KVRMEM' dump in.mif" | grep -qF "$escape"
 }
 
 @test "a dumb terminal gets no colour" {
+    needs_a_terminal
     TERM=dumb on_a_terminal "'$KVRMEM' dump in.mif" | lacks "$escape"
 }
 
 @test "--color never and always hold against terminal and NO_COLOR" {
+    needs_a_terminal
     on_a_terminal "'$KVRMEM' dump --color never in.mif" | lacks "$escape"
     NO_COLOR=1 on_a_terminal "'$KVRMEM' dump --color always in.mif" | grep -qF "$escape"
 }
 
 @test "standard output and standard error are judged apart" {
+    needs_a_terminal
     on_a_terminal "'$KVRMEM' dump in.mif >words; '$KVRMEM' dump none.mif; true" >messages
     lacks "$escape" <words
     grep -qF "${escape}[1;31mkvrmem:${escape}[0m none.mif: cannot be opened" messages
@@ -49,6 +60,7 @@ on_a_terminal() { # COMMAND LINE
 }
 
 @test "work beyond a second shows its progress, which goes away again" {
+    needs_a_terminal
     mkfifo slow.mif
     timeout 20 sh -c "exec >slow.mif; sleep 1.6; cat in.mif" 3>&- &
     on_a_terminal "'$KVRMEM' get slow.mif 0" >shown
@@ -79,6 +91,7 @@ END
 }
 
 @test "progress is told in percent, and in bytes where the size is not known" {
+    needs_a_terminal
     "$KVRMEM" new big.mif --width 8 --depth 0x7FFFF --no-runs
     paused_on_a_terminal big.mif "'$KVRMEM' info big.mif" >shown
     grep -Eq 'reading big.mif [0-9]+ %' shown
@@ -87,15 +100,18 @@ END
 }
 
 @test "a picture is as wide as its terminal" {
+    needs_a_terminal
     on_a_terminal "stty cols 50; '$KVRMEM' plot in.mif" | grep -F ', 10 characters a word'
     on_a_terminal "stty cols 40; '$KVRMEM' plot in.mif" | grep -F ', 7 characters a word'
 }
 
 @test "quick work shows no progress" {
+    needs_a_terminal
     on_a_terminal "'$KVRMEM' get in.mif 0" | lacks reading
 }
 
 @test "there is no progress where standard error is no terminal" {
+    needs_a_terminal
     mkfifo slow.mif
     timeout 20 sh -c "exec >slow.mif; sleep 1.6; cat in.mif" 3>&- &
     on_a_terminal "'$KVRMEM' get slow.mif 0 2>messages" >words
