@@ -90,3 +90,5 @@ if __name__ == "__main__":
         sys.exit(main())
     except EquivalentsError as error:
         sys.exit(str(error))
+    except KeyboardInterrupt:
+        sys.exit("interrupted before anything was tried")

@@ -41,6 +41,15 @@ TEST(CommentStorePlace, IsForgottenByAStoreThatIsFilledAgainAtItsEnd) {
     EXPECT_EQ(comments[1], "second");
 }
 
+TEST(CommentStorePlace, IsForgottenWhenTheCommentsAreReplaced) {
+    kvr::comment_store comments;
+    push_numbers(comments, 2000);
+    EXPECT_EQ(comments[1999], "1999");
+    comments.assign({"first", "second"});
+    EXPECT_EQ(comments[0], "first");
+    EXPECT_EQ(comments[1], "second");
+}
+
 TEST(CommentStorePlace, IsRightWhereverItWasBefore) {
     kvr::comment_store comments;
     push_numbers(comments, 3000);

@@ -11,6 +11,15 @@
 
 namespace {
 
+/// As many characters as are looked at behind a line, and more.
+const std::string ordinary_lines_behind = [] {
+    std::string lines;
+    for (unsigned address = 0x100; address < 0x120; ++address) {
+        lines += kvr_test::number_text(address, 16, 3) + " : 5;\n";
+    }
+    return lines;
+}();
+
 constexpr std::size_t longest_line = kvr::mif_reader::line_limit;
 
 class MifOrdinaryLinesAmount : public testing::Test {
@@ -32,8 +41,8 @@ protected:
         SCOPED_TRACE(line.substr(0, 200));
         memory.address_set.clear();
         const std::string before = "0 : 1;\n";
-        const auto read =
-            kvr::mif_ordinary_lines(memory, longest_line).read(before + line + "\n5 : 5;\n", with_comments);
+        const auto read = kvr::mif_ordinary_lines(memory, longest_line)
+                              .read(before + line + "\n" + ordinary_lines_behind, with_comments);
         EXPECT_EQ(read.bytes, before.size());
         EXPECT_EQ(read.lines, 1U);
     }
@@ -123,9 +132,26 @@ TEST_F(MifOrdinaryLinesAmount, AddressesHaveAsManyDigitsAsCannotPass32Bits) {
 }
 
 TEST_F(MifOrdinaryLinesAmount, AllElseIsLeft) {
-    for (const char* line :
-         {"", "1", "1 : ", "1 : ;", "1 : 2", " : 2;", "1 2;", "[1..2] : 3;", "END;", "1 : 2; 3 : 4;",
-          "-1 : 2;", "1 : 2 -- 3;", "1 : 2; % comment", "g : 2;", "1 : 2--3;", "1 : 2,3;", "1 : 2; -"}) {
+    for (const char* line : {"",
+                             "1",
+                             "1 : ",
+                             "1 : ;",
+                             "1 :  ;",
+                             "1 : \t;",
+                             "1 : 2 \r;",
+                             "1 : 2",
+                             " : 2;",
+                             "1 2;",
+                             "[1..2] : 3;",
+                             "END;",
+                             "1 : 2; 3 : 4;",
+                             "-1 : 2;",
+                             "1 : 2 -- 3;",
+                             "1 : 2; % comment",
+                             "g : 2;",
+                             "1 : 2--3;",
+                             "1 : 2,3;",
+                             "1 : 2; -"}) {
         expect_left(line);
     }
 }

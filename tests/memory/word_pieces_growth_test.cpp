@@ -34,4 +34,16 @@ TEST(WordPiecesGrowth, IsForPiecesOfOneTextOnly) {
     EXPECT_EQ(pieces.all().front().last, 6U);
 }
 
+TEST(WordPiecesGrowth, NothingIsLeftOfAPieceThatIsReplacedUpToItsEnd) {
+    kvr::word_pieces pieces;
+    pieces.assign(10, 20, word_pattern::uniform("a"));
+    pieces.assign(15, 20, word_pattern::uniform("b"));
+    ASSERT_EQ(pieces.all().size(), 2U);
+    EXPECT_EQ(pieces.all().front().last, 14U);
+    EXPECT_EQ(pieces.all().back().first, 15U);
+    EXPECT_EQ(pieces.all().back().last, 20U);
+    pieces.assign(10, 14, word_pattern::uniform("c"));
+    EXPECT_EQ(pieces.all().size(), 2U);
+}
+
 } // namespace

@@ -1,0 +1,31 @@
+// A store that is made smaller gives back the memory of the words that it loses.
+
+#include "kvr/memory/word_store.h"
+#include "tests/allocation.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace {
+
+TEST(WordStoreShrink, GivesBackTheMemoryOfWordsThatAreLost) {
+    const allocation_meter meter;
+    const std::size_t before = allocation_meter::live();
+    kvr::word_store words;
+    words.resize(300000, "0");
+    for (std::uint32_t address = 0; address < 300000; ++address) {
+        words.set(address, std::to_string(100000 + address));
+    }
+    const std::size_t full = allocation_meter::live() - before;
+    words.resize(1000, "0");
+    EXPECT_LT((allocation_meter::live() - before) * 10, full);
+    EXPECT_EQ(words[999], "100999");
+    words.resize(300000, "1");
+    EXPECT_EQ(words[1000], "1");
+    EXPECT_EQ(words[299999], "1");
+}
+
+} // namespace
