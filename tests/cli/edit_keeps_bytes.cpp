@@ -155,9 +155,10 @@ private:
         }
     }
     [[nodiscard]] std::string digits_of(std::uint32_t number, unsigned base, std::size_t least) {
+        const std::string_view all = lower ? "0123456789abcdef" : "0123456789ABCDEF";
         std::string digits;
         for (; number != 0 || digits.empty(); number /= base) {
-            digits += (lower ? "0123456789abcdef" : "0123456789ABCDEF")[number % base];
+            digits += all[number % base];
         }
         digits.append(digits.size() < least ? least - digits.size() : 0, '0');
         return {digits.rbegin(), digits.rend()};

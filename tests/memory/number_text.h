@@ -3,14 +3,16 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 namespace kvr_test {
 
 /// Digits of @p value in @p base, 2 to 16, at least @p width of them.
 inline std::string number_text(std::uint64_t value, unsigned base, std::size_t width, bool upper = true) {
+    const std::string_view all = upper ? "0123456789ABCDEF" : "0123456789abcdef";
     std::string digits;
     for (; value != 0 || digits.size() < width; value /= base) {
-        digits.insert(digits.begin(), (upper ? "0123456789ABCDEF" : "0123456789abcdef")[value % base]);
+        digits.insert(digits.begin(), all[value % base]);
     }
     return digits;
 }
