@@ -181,6 +181,17 @@ TEST_F(MifReader, ADepthLineBehindSuchALineIsStillTaken) {
     EXPECT_EQ(file.get_number_of_words(), 4U);
 }
 
+TEST_F(MifReader, OfALineWithSeveralKeywordsOnlyTheLastDecidesWhetherItIsReadOn) {
+    ASSERT_TRUE(read("WIDTH=x ADDRESS_RADIX=UNS;\nDEPTH=4;\nCONTENT BEGIN\n3 : 1;\nEND;\n"));
+    EXPECT_EQ(file.get_error_state(), ERROR_STATE_INVALID_WIDTH);
+    EXPECT_EQ(errors(),
+              strings{"Width description in MIF file is of illegal syntax.  Invalid width description -- "
+                      "WIDTH=XADDRESS_RADIX=UNS; -- found in file " +
+                      path});
+    EXPECT_EQ(file.get_address_radix(), RADIX_UNS);
+    EXPECT_EQ(word(3), "1");
+}
+
 TEST_F(MifReader, HeaderLinesThatAreNoKeywordsAreKeptByTheirPlace) {
     ASSERT_TRUE(read("  Title line -- with comment\nWIDTH=8;\nafter Width\nDEPTH=2;\nafter depth\n\n"
                      "ADDRESS_RADIX=HEX;\nafter address\nDATA_RADIX=HEX;\nafter data\nWIDTH=9;\n"

@@ -192,15 +192,26 @@ std::string nearest_radix_name(const std::string& given) {
     return nearest_of(given, known);
 }
 
+/// Gives the keywords of the header line @p line their radix in @p memory; false when the library refuses the
+/// line.
+bool takes_radix_line(kvr::mif_memory& memory, std::string_view line) {
+    std::string text(kvr::without_comments(line));
+    kvr::strip_blanks(text);
+    kvr::to_upper(text);
+    kvr::fill_radix_names(memory);
+    return !kvr::take_radix_line(memory, text);
+}
+
 void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES radix, const char* name) {
     const std::uint64_t line = check.header.keyword[keyword];
     if (radix != RADIX_NONE || line == 0) {
         return;
     }
-    const line_stretch value = header_value(check.source.line(line));
-    if (radix_of_name(value.text)) {
-        return; // it lacks its ";", which was told
+    kvr::mif_memory memory(nullptr);
+    if (!takes_radix_line(memory, check.source.line(line))) {
+        return; // which was told
     }
+    const line_stretch value = header_value(check.source.line(line));
     std::string given(value.text);
     kvr::to_upper(given);
     const std::string message =
@@ -217,12 +228,8 @@ void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES 
 /// True when the library gives one of the two keywords @p wanted for the header line @p line, and leaves the
 /// other one alone.
 bool gives_one_radix(std::string_view line, KVR_MEMORY_RADIXES wanted) {
-    std::string text(kvr::without_comments(line));
-    kvr::strip_blanks(text);
-    kvr::to_upper(text);
     kvr::mif_memory memory(nullptr);
-    kvr::fill_radix_names(memory);
-    return !kvr::take_radix_line(memory, text) &&
+    return takes_radix_line(memory, line) &&
            (memory.address_radix == wanted) != (memory.memory_radix == wanted);
 }
 
