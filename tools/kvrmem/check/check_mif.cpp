@@ -165,20 +165,22 @@ void check_shared_radix_line(mif_check& check) {
     }
 }
 
-/// Only the first line of a keyword counts.
+/// One line of a keyword holds: the first, unless a later one tells the other keyword of the pair for the
+/// first time.
 void check_repeated_keywords(mif_check& check) {
     constexpr std::array<const char*, 4> names = {"WIDTH", "DEPTH", "ADDRESS_RADIX", "DATA_RADIX"};
     for (std::size_t index = 0; index < names.size(); ++index) {
-        const std::uint64_t line = check.header.repeated[index];
-        if (line == 0) {
+        if (check.header.repeated[index] == 0) {
             continue;
         }
-        const line_stretch value = header_value(check.source.line(line));
+        const auto [first, later] = std::minmax(check.header.keyword[index], check.header.repeated[index]);
+        const line_stretch value = header_value(check.source.line(later));
         check.faults.add(
-            {severity::warning, "repeated-header", line, value.column,
+            {severity::warning, "repeated-header", later, value.column,
              std::max<std::size_t>(value.text.size(), 1),
-             fmt::format("{} is told again, first at line {}", names[index], check.header.keyword[index]),
-             "the first line holds", std::nullopt});
+             fmt::format("{} is told again, first at line {}", names[index], first),
+             first == check.header.keyword[index] ? "the first line holds" : "the later line holds",
+             std::nullopt});
     }
 }
 

@@ -42,20 +42,31 @@ private:
         return true;
     }
     void take_keywords() {
+        const std::array<bool, 4> parsed = parsed_keywords();
         for (std::size_t index = 0; index < kvr::header_keywords.size(); ++index) {
-            if (!kvr::contains(text, kvr::header_keywords[index].keyword)) {
-                continue;
-            }
-            if (!seen[index]) {
+            if (parsed[index]) {
+                result.repeated[index] = seen[index] ? result.keyword[index] : 0;
                 result.keyword[index] = number;
                 seen[index] = index != kvr::depth_keyword || sets_depth();
-            } else if (result.repeated[index] == 0 && kvr::contains(text, "=")) {
+            } else if (result.repeated[index] == 0 && has(index) && kvr::contains(text, "=")) {
                 result.repeated[index] = number;
             }
         }
         result.width_known = seen[kvr::width_keyword];
         result.depth_known = seen[kvr::depth_keyword];
     }
+    /// A line that is parsed for one keyword of a pair, since that was not seen yet, sets the other one
+    /// again; but a line with "WIDTH" never sets the depth.
+    [[nodiscard]] std::array<bool, 4> parsed_keywords() const {
+        const bool sizes = is_new(kvr::width_keyword) || is_new(kvr::depth_keyword);
+        const bool radixes = is_new(kvr::address_radix_keyword) || is_new(kvr::data_radix_keyword);
+        return {sizes && has(kvr::width_keyword), is_new(kvr::depth_keyword),
+                radixes && has(kvr::address_radix_keyword), radixes && has(kvr::data_radix_keyword)};
+    }
+    [[nodiscard]] bool has(std::size_t index) const {
+        return kvr::contains(text, kvr::header_keywords[index].keyword);
+    }
+    [[nodiscard]] bool is_new(std::size_t index) const { return !seen[index] && has(index); }
     bool sets_depth() { return !kvr::contains(text, "WIDTH") && !kvr::take_size_line(memory, text); }
     void take_content() {
         if (!kvr::contains(text, "CONTENT")) {

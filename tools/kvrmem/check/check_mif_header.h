@@ -10,9 +10,10 @@ namespace kvrmem {
 
 /// Where the lines of a MIF header stand, as the library takes them.
 struct mif_header_lines {
-    /// Lines of the keywords, in the order of kvr::header_keywords; 0 for one that is not there.
+    /// Lines of the keywords, in the order of kvr::header_keywords; 0 for one that is not there. Where
+    /// several lines tell a keyword, the one that holds.
     std::array<std::uint64_t, 4> keyword{};
-    /// First lines that tell a keyword again, which the library passes over; 0 for none.
+    /// Lines that tell a keyword, too, and do not hold: earlier or later ones; 0 for none.
     std::array<std::uint64_t, 4> repeated{};
     std::uint64_t blocked_content = 0; ///< first line with CONTENT before WIDTH and DEPTH were known; 0: none
     std::uint64_t content = 0;         ///< the line with CONTENT from which words are read; 0: none
