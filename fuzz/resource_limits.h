@@ -1,7 +1,8 @@
 #pragma once
 
+#include "tests/allocation.h"
+
 #include <cstddef>
-#include <string_view>
 
 namespace kvr_fuzz {
 
@@ -19,6 +20,7 @@ public:
 private:
     std::size_t size;
     double began; ///< in seconds
+    allocation_meter memory;
 };
 
 } // namespace kvr_fuzz
