@@ -47,7 +47,7 @@ public:
     void content_line(const kvr::mif_content& content) override;
     void cut_at_percent(std::string_view rest, std::uint64_t line) override;
     void end_statement(const kvr::mif_content& statement) override;
-    void behind_end(std::string_view rest, std::uint64_t line) override { add_behind_end(rest, line, 0); }
+    void behind_end(std::string_view rest, std::uint64_t line) override;
 
     void check_gaps();
 
@@ -77,7 +77,7 @@ private:
     void take_range_fault(check_fault& found, const kvr::mif_content& content) const;
     word_lines& set_words();
 
-    void add_behind_end(std::string_view rest, std::uint64_t line, std::size_t column_before);
+    void add_behind_end(std::string_view text, const kvr::line_place& place);
     void check_address(const kvr::mif_content& content, const kvr::text_span& token);
     void check_depth(const kvr::mif_content& content);
     void check_surplus(const kvr::mif_content& content);
@@ -274,17 +274,25 @@ void mif_checker::cut_at_percent(std::string_view rest, std::uint64_t line) {
 void mif_checker::end_statement(const kvr::mif_content& statement) {
     constexpr std::string_view keyword = "END";
     const std::size_t behind = statement.text.find(keyword) + keyword.size();
-    const kvr::line_place place = place_behind(statement, behind);
-    add_behind_end(statement.text.substr(behind), place.line, place.column - 1);
+    const std::string_view rest = statement.text.substr(behind);
+    const kvr::text_span text = find_text_behind_end(rest);
+    if (text.found()) {
+        add_behind_end(text.in(rest), place_in(statement, behind + text.begin));
+    }
+}
+
+void mif_checker::behind_end(std::string_view rest, std::uint64_t line) {
+    const kvr::text_span text = find_text_behind_end(rest);
+    if (text.found()) {
+        add_behind_end(text.in(rest), {line, static_cast<std::uint32_t>(text.begin + 1)});
+    }
 }
 
 /// Told once: what follows the first such text is not read either.
-void mif_checker::add_behind_end(std::string_view rest, std::uint64_t line, std::size_t column_before) {
-    const kvr::text_span text = find_text_behind_end(rest);
-    if (text.found() && !std::exchange(behind_end_told, true)) {
-        add(severity::warning, "behind-end",
-            {line, static_cast<std::uint32_t>(column_before + text.begin + 1)}, text.end - text.begin,
-            fmt::format("'{}' stands behind END and is not read", visible(text.in(rest))),
+void mif_checker::add_behind_end(std::string_view text, const kvr::line_place& place) {
+    if (!std::exchange(behind_end_told, true)) {
+        add(severity::warning, "behind-end", place, text.size(),
+            fmt::format("'{}' stands behind END and is not read", visible(text)),
             "move it before END, or make it a comment");
     }
 }
