@@ -194,14 +194,46 @@ std::string nearest_radix_name(const std::string& given) {
     return nearest_of(given, known);
 }
 
-/// Gives the keywords of the header line @p line their radix in @p memory; false when the library refuses the
-/// line.
-bool takes_radix_line(kvr::mif_memory& memory, std::string_view line) {
+/// The line @p line as the library parses a line of the header.
+std::string as_header_line(std::string_view line) {
     std::string text(kvr::without_comments(line));
     kvr::strip_blanks(text);
     kvr::to_upper(text);
+    return text;
+}
+
+/// Gives the keywords of the header line @p line their radix in @p memory; false when the library refuses the
+/// line.
+bool takes_radix_line(kvr::mif_memory& memory, std::string_view line) {
     kvr::fill_radix_names(memory);
-    return !kvr::take_radix_line(memory, text);
+    return !kvr::take_radix_line(memory, as_header_line(line));
+}
+
+/// The "=" that the line @p number lacks, where nothing but blanks stands between "WIDTH" and its number.
+std::optional<repair> equals_repair(const check_source& source, std::uint64_t number) {
+    constexpr std::string_view keyword = "WIDTH";
+    std::string text(kvr::without_comments(source.line(number)));
+    kvr::to_upper(text);
+    const std::size_t behind = text.find(keyword) + keyword.size();
+    const std::size_t digits = text.find_first_of("0123456789");
+    if (text.find(keyword) == std::string::npos || text.find_first_not_of(mif_blanks, behind) != digits) {
+        return std::nullopt;
+    }
+    return repair{source.offset_of(number, behind + 1), digits - behind, behind == digits ? "=" : " = ",
+                  "'=' put behind WIDTH"};
+}
+
+/// The library takes the first number of a line that has "WIDTH" in it, with or without a "=".
+void check_equals_of_width(mif_check& check) {
+    const std::uint64_t line = check.header.keyword[kvr::width_keyword];
+    kvr::mif_memory memory(nullptr);
+    if (line == 0 || kvr::contains(kvr::without_comments(check.source.line(line)), "=") ||
+        kvr::take_size_line(memory, as_header_line(check.source.line(line)))) {
+        return; // there is one, or worse was told
+    }
+    add_at_line(check, severity::warning, "missing-equals", line, "no '=' behind WIDTH",
+                fmt::format("the library takes {} for the width", memory.word_size),
+                equals_repair(check.source, line));
 }
 
 void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES radix, const char* name) {
@@ -316,6 +348,7 @@ void check_mif(const check_source& source, const input_options& options, fault_l
     check_rest_of_begin(check);
     check_shared_radix_line(check);
     check_repeated_keywords(check);
+    check_equals_of_width(check);
     check_radix_name(check, kvr::address_radix_keyword, memory.address_radix, "ADDRESS_RADIX");
     check_radix_name(check, kvr::data_radix_keyword, memory.memory_radix, "DATA_RADIX");
     if (!blocked && (check.saw_bad_value || check.saw_bad_address)) {
