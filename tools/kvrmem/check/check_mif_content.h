@@ -1,10 +1,7 @@
 #pragma once
 
 #include "kvr/memory/mif_content.h"
-#include "tools/kvrmem/check/check_fault.h"
-#include "tools/kvrmem/check/check_mif_header.h"
-#include "tools/kvrmem/check/check_source.h"
-#include "tools/kvrmem/memory/memory_input.h"
+#include "tools/kvrmem/check/mif_check.h"
 
 #include <cstdint>
 #include <string_view>
@@ -15,18 +12,6 @@ namespace kvrmem {
 inline constexpr const char* bad_digit_code = "bad-digit";
 inline constexpr const char* too_wide_code = "too-wide";
 inline constexpr const char* address_digit_code = "address-digit";
-
-/// What is checked, and where the faults go.
-struct mif_check {
-    const check_source& source;
-    const input_options& options;
-    fault_list& faults;
-    mif_header_lines header;
-    bool saw_missing_end = false;
-    bool saw_bad_value = false;
-    bool saw_bad_address = false;
-    std::uint64_t content_read = 0; ///< number of the last line that belongs to a statement that was read
-};
 
 /// Adds a fault for each ";" that is missing between two statements; true when there is one.
 ///
