@@ -26,16 +26,29 @@ repair end_repair(const check_source& source) {
     return {source.text().size(), 0, source.as_last_line("END;"), "END; put behind the last line"};
 }
 
-/// True when the last statement, from behind the line @p line on, has no ";".
-bool is_open_behind(const check_source& source, std::uint64_t line) {
-    bool open = false;
+/// Where the ";" of the last statement, from behind the line @p line on, is missing.
+struct open_statement {
+    std::uint64_t line = 0; ///< 0: it has one
+    std::uint64_t column = 0;
+    bool has_colon = false;
+};
+
+open_statement find_open_statement(const check_source& source, std::uint64_t line) {
+    open_statement found;
     for (std::uint64_t number = line; number <= source.line_count(); ++number) {
         const std::string_view text = kvr::without_comments(source.line(number));
-        if (text.find_first_not_of(mif_blanks) != std::string_view::npos) {
-            open = text.find(';') == std::string_view::npos;
+        const std::size_t last = text.find_last_not_of(mif_blanks);
+        if (kvr::contains(text, ";")) {
+            found = {};
+        } else if (last != std::string_view::npos) {
+            found = {number, last + 2, found.has_colon || kvr::contains(text, ":")};
         }
     }
-    return open;
+    return found;
+}
+
+repair semicolon_repair(const check_source& source, const open_statement& open) {
+    return {source.offset_of(open.line, open.column), 0, ";", "';' put behind the last statement"};
 }
 
 /// What the first characters of a file of another format tell.
@@ -60,9 +73,13 @@ void explain_missing_end(mif_check& check) {
     } else {
         const fault_text told = describe_mif_fault({kvr::fault_code::missing_end, last, 0, 0}, "", {});
         const std::uint64_t from = std::max(check.content_read, header.begin + 1);
+        const open_statement open = find_open_statement(check.source, from);
         std::optional<repair> mended;
-        if (!is_open_behind(check.source, from)) {
+        if (open.line == 0) {
             mended = end_repair(check.source);
+        } else if (open.has_colon) {
+            check.faults.add({severity::warning, "missing-semicolon", open.line, open.column, 1,
+                              "no ';' behind the last statement", "", semicolon_repair(check.source, open)});
         }
         add_at_line(check, severity::error, told.code, last, told.message, told.hint, std::move(mended));
     }
@@ -82,41 +99,6 @@ void explain_blocked_content(mif_check& check) {
         add_at_line(check, severity::error, "missing-depth", header.blocked_content,
                     "there is no DEPTH= before CONTENT", "write DEPTH=256; or how many words there are");
     }
-}
-
-/// The library passes over a statement that END follows without a ";" between them.
-void check_statement_before_end(mif_check& check) {
-    if (check.header.begin == 0 || check.saw_missing_end) {
-        return;
-    }
-    std::string text;
-    kvr::mif_content statement;
-    const std::uint64_t from = std::max(check.content_read, check.header.begin) + 1;
-    for (std::uint64_t number = from; number <= check.source.line_count(); ++number) {
-        std::string line(kvr::without_comments(check.source.line(number)));
-        kvr::to_upper(line);
-        if (line.find("END") != std::string::npos) {
-            break;
-        }
-        statement.pieces.push_back({text.size(), number});
-        text += line;
-        if (line.find(';') != std::string::npos) {
-            statement.pieces.clear(); // the rest of a statement that was refused
-            text.clear();
-        }
-    }
-    const std::size_t colon = text.find(':');
-    if (colon == std::string::npos) {
-        return;
-    }
-    statement.text = text;
-    add_missing_semicolons(check, statement, severity::warning, 0);
-    const kvr::line_place place = place_behind(statement, text.find_last_not_of(mif_blanks) + 1);
-    const std::string hint =
-        fmt::format("the library drops the statement of line {}", place_in(statement, colon).line);
-    check.faults.add(
-        {severity::warning, "missing-semicolon", place.line, place.column, 1, "no ';' before END", hint,
-         repair{check.source.offset_of(place.line) + place.column - 1, 0, ";", "';' put before END"}});
 }
 
 /// Statements in the line of BEGIN are not read.
@@ -180,7 +162,6 @@ void check_mif(const check_source& source, const input_options& options, fault_l
     if (check.saw_missing_end) {
         explain_missing_end(check);
     }
-    check_statement_before_end(check);
     check_rest_of_begin(check);
     check_mif_keywords(check, memory);
     if (!blocked && (check.saw_bad_value || check.saw_bad_address)) {

@@ -77,6 +77,9 @@ private:
     void take_range_fault(check_fault& found, const kvr::mif_content& content) const;
     word_lines& set_words();
 
+    void check_statement_before_end(const kvr::mif_content& statement, const kvr::text_span& end);
+    [[nodiscard]] std::optional<repair>
+    repair_before_end(const kvr::mif_content& statement, std::size_t behind, const kvr::text_span& end) const;
     void add_behind_end(std::string_view text, const kvr::line_place& place);
     void check_address(const kvr::mif_content& content, const kvr::text_span& token);
     void check_depth(const kvr::mif_content& content);
@@ -141,7 +144,7 @@ void mif_checker::take_fault(const kvr::read_fault& fault, std::string_view text
         check.saw_bad_address = true;
         const kvr::mif_content statement = statement_at(fault.line, statement_text);
         const bool same_text = text.ends_with(statement.text);
-        if (same_text && add_missing_semicolons(check, statement, severity::error, shift)) {
+        if (same_text && add_inner_statements(check, statement, severity::error, shift)) {
             return;
         }
         take_trimmed_place(found);
@@ -193,6 +196,10 @@ void mif_checker::take_size_fault(check_fault& found, const kvr::read_fault& fau
     const line_stretch value = header_value(line);
     found.column = value.column;
     found.length = std::max<std::size_t>(value.text.size(), 1);
+    if (found.message.starts_with("the first ';'")) {
+        found.column = text.find(';') + 1;
+        found.length = 1;
+    }
     if (text.find(';') != std::string_view::npos || value.text.empty() ||
         !found.message.starts_with("no ';'")) {
         return;
@@ -221,7 +228,10 @@ void mif_checker::take_range_fault(check_fault& found, const kvr::mif_content& c
     found.line = file_line(open.line);
     found.column = open.column;
     found.length = range->end - range->begin;
-    if (!range->certain || first.line != last.line) {
+    const unsigned base = kvr::radix_base(memory.address_radix);
+    const bool ascends = kvr::scan_number(range->first.in(content.text), base).magnitude <
+                         kvr::scan_number(range->last.in(content.text), base).magnitude;
+    if (!range->certain || first.line != last.line || !ascends) {
         return;
     }
     found.mended =
@@ -233,17 +243,17 @@ void mif_checker::take_range_fault(check_fault& found, const kvr::mif_content& c
 
 void mif_checker::content_line(const kvr::mif_content& content) {
     check.content_read = std::max(check.content_read, file_line(content.pieces.back().line));
-    const bool merged = add_missing_semicolons(check, content, severity::warning, shift);
+    const bool merged = add_inner_statements(check, content, severity::warning, shift);
     check_address(content, content.first_address);
     if (content.last_address.found()) {
         check_address(content, content.last_address);
-        check_surplus(content);
     }
     check_depth(content);
     const auto before = note_words(content);
     if (merged) {
         return; // what else looks wrong comes from that
     }
+    check_surplus(content);
     check_set_twice(content, before);
     check_rest(content);
     check_characters(content);
@@ -273,12 +283,58 @@ void mif_checker::cut_at_percent(std::string_view rest, std::uint64_t line) {
 
 void mif_checker::end_statement(const kvr::mif_content& statement) {
     constexpr std::string_view keyword = "END";
-    const std::size_t behind = statement.text.find(keyword) + keyword.size();
+    const std::size_t end = statement.text.find(keyword);
+    const std::size_t behind = end + keyword.size();
+    check_statement_before_end(statement, {end, behind});
     const std::string_view rest = statement.text.substr(behind);
     const kvr::text_span text = find_text_behind_end(rest);
     if (text.found()) {
         add_behind_end(text.in(rest), place_in(statement, behind + text.begin));
     }
+}
+
+/// The library passes over what END ends: a statement without ";", or one that ends in the same line.
+void mif_checker::check_statement_before_end(const kvr::mif_content& statement, const kvr::text_span& end) {
+    const kvr::text_span before = trimmed_span(statement.text.substr(0, end.begin));
+    if (check.header.begin == 0 || !before.found() || before.in(statement.text).starts_with("BEGIN")) {
+        return;
+    }
+    const kvr::mif_content left_out = text_before(statement, before.end);
+    add_inner_statements(check, left_out, severity::warning, shift);
+    const kvr::line_place first = place_in(statement, before.begin);
+    const bool ends_in_line = kvr::contains(left_out.text, ";");
+    std::string hint =
+        !is_whole_word(statement, end) ? "the library takes the END within it for the end of the content"
+        : ends_in_line                 ? "give END a line of its own"
+                       : fmt::format("the library drops the statement of line {}", file_line(first.line));
+    std::optional<repair> mended = repair_before_end(statement, before.end, end);
+    if (ends_in_line) {
+        add(severity::warning, "before-end", first, before.end - before.begin,
+            fmt::format("'{}' stands before END in its line and is not read",
+                        visible(before.in(statement.text))),
+            std::move(hint), std::move(mended));
+    } else {
+        add(severity::warning, "missing-semicolon", place_behind(statement, before.end), 1,
+            "no ';' before END", std::move(hint), std::move(mended));
+    }
+}
+
+/// A ";" where there is none, and a line of its own for END, where END is a word and what is before a
+/// statement.
+std::optional<repair> mif_checker::repair_before_end(const kvr::mif_content& statement, std::size_t behind,
+                                                     const kvr::text_span& end) const {
+    const std::string_view before = statement.text.substr(0, behind);
+    if (!kvr::contains(before, ":") || !is_whole_word(statement, end)) {
+        return std::nullopt;
+    }
+    const kvr::line_place place = place_behind(statement, behind);
+    const bool has_semicolon = kvr::contains(before, ";");
+    std::string inserted = has_semicolon ? "" : ";";
+    if (place.line == place_in(statement, end.begin).line) {
+        inserted += check.source.line_end();
+    }
+    return repair{check.source.offset_of(file_line(place.line), place.column), 0, std::move(inserted),
+                  has_semicolon ? "END put into a line of its own" : "';' put before END"};
 }
 
 void mif_checker::behind_end(std::string_view rest, std::uint64_t line) {
@@ -293,7 +349,8 @@ void mif_checker::add_behind_end(std::string_view text, const kvr::line_place& p
     if (!std::exchange(behind_end_told, true)) {
         add(severity::warning, "behind-end", place, text.size(),
             fmt::format("'{}' stands behind END and is not read", visible(text)),
-            "move it before END, or make it a comment");
+            is_header_line(text) ? "header lines stand before CONTENT"
+                                 : "move it before END, or make it a comment");
     }
 }
 
@@ -321,7 +378,8 @@ void mif_checker::check_depth(const kvr::mif_content& content) {
 }
 
 void mif_checker::check_surplus(const kvr::mif_content& content) {
-    const kvr::text_span surplus = find_surplus_value(content);
+    const kvr::text_span surplus =
+        content.last_address.found() ? find_surplus_value(content) : kvr::text_span();
     if (surplus.found()) {
         const std::uint64_t addresses = std::uint64_t{content.last} - content.first + 1;
         const std::string message =
@@ -446,24 +504,25 @@ void mif_checker::check_gaps() {
 
 } // namespace
 
-bool add_missing_semicolons(mif_check& check, const kvr::mif_content& content, severity level,
-                            std::int64_t shift) {
-    const std::vector<missing_semicolon> missing = find_missing_semicolons(content);
-    for (const missing_semicolon& each : missing) {
+bool add_inner_statements(mif_check& check, const kvr::mif_content& content, severity level,
+                          std::int64_t shift) {
+    const std::vector<inner_statement> found = find_inner_statements(content);
+    for (const inner_statement& each : found) {
         const kvr::line_place place = place_behind(content, each.behind);
         const auto line = static_cast<std::uint64_t>(static_cast<std::int64_t>(place.line) + shift);
         std::optional<repair> mended;
-        if (each.at_line_end) {
+        if (each.has_value && each.at_line_end) {
             mended =
                 repair{check.source.offset_of(line, place.column), 0, ";", "';' put before the next address"};
         }
-        const std::size_t colon = content.text.find(':', each.address);
-        check.faults.add({level, "missing-semicolon", line, place.column, 1, "no ';' before the next address",
-                          fmt::format("'{}' begins a new statement",
-                                      visible(content.text.substr(each.address, colon + 1 - each.address))),
-                          std::move(mended)});
+        check.faults.add(
+            {level, each.has_value ? "missing-semicolon" : "missing-value", line, place.column, 1,
+             each.has_value ? "no ';' before the next address" : "no value before the next address",
+             fmt::format("'{}' begins a new statement",
+                         visible(content.text.substr(each.address, each.end - each.address))),
+             std::move(mended)});
     }
-    return !missing.empty();
+    return !found.empty();
 }
 
 bool check_mif_content(mif_check& check, std::string_view text, std::int64_t line_shift,

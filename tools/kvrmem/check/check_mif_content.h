@@ -13,11 +13,11 @@ inline constexpr const char* bad_digit_code = "bad-digit";
 inline constexpr const char* too_wide_code = "too-wide";
 inline constexpr const char* address_digit_code = "address-digit";
 
-/// Adds a fault for each ";" that is missing between two statements; true when there is one.
+/// Adds a fault for each statement that begins within another one; true when there is one.
 ///
 /// @param shift is added to the line numbers of @p content to get those of the file.
-bool add_missing_semicolons(mif_check& check, const kvr::mif_content& content, severity level,
-                            std::int64_t shift);
+bool add_inner_statements(mif_check& check, const kvr::mif_content& content, severity level,
+                          std::int64_t shift);
 
 /// Reads @p text into @p memory with the library's reader, which goes on behind a fault, and judges what it
 /// finds and what it reads without a word. That there is no END is only noted. True when the library reads

@@ -11,6 +11,11 @@ namespace kvrmem {
 
 namespace {
 
+/// True for a word of letters, "_" and "-".
+bool is_name(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("ABCDEFGHIJKLMNOPQRSTUVWXYZ_-") == std::string_view::npos;
+}
+
 /// Walks the lines up to the content as the library does, without keeping anything of them.
 class header_walk {
 public:
@@ -20,6 +25,7 @@ public:
         while (result.content == 0 && next()) {
             kvr::strip_blanks(text);
             take_keywords();
+            note_unknown_keyword();
             take_content();
         }
         result.begin = kvr::contains(text, "BEGIN") ? result.content : 0;
@@ -54,6 +60,14 @@ private:
         }
         result.width_known = seen[kvr::width_keyword];
         result.depth_known = seen[kvr::depth_keyword];
+    }
+    void note_unknown_keyword() {
+        constexpr std::size_t most_noted = 1000;
+        const std::string_view name = std::string_view(text).substr(0, text.find('='));
+        if (name.size() < text.size() && is_name(name) && !is_header_line(text) &&
+            result.unknown.size() < most_noted) {
+            result.unknown.push_back(number);
+        }
     }
     /// A line that is parsed for one keyword of a pair, since that was not seen yet, sets the other one
     /// again; but a line with "WIDTH" never sets the depth.
@@ -92,6 +106,11 @@ private:
 
 mif_header_lines find_header_lines(const check_source& source) {
     return header_walk(source).find();
+}
+
+bool is_header_line(std::string_view text) {
+    return std::any_of(kvr::header_keywords.begin(), kvr::header_keywords.end(),
+                       [text](const kvr::header_keyword& each) { return kvr::contains(text, each.keyword); });
 }
 
 line_stretch header_value(std::string_view line) {

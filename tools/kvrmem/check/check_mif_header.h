@@ -5,6 +5,7 @@
 #include <array>
 #include <cstdint>
 #include <string_view>
+#include <vector>
 
 namespace kvrmem {
 
@@ -15,6 +16,8 @@ struct mif_header_lines {
     std::array<std::uint64_t, 4> keyword{};
     /// Lines that tell a keyword, too, and do not hold: earlier or later ones; 0 for none.
     std::array<std::uint64_t, 4> repeated{};
+    /// The first lines that look like those of a keyword, "NAME=…", and have none.
+    std::vector<std::uint64_t> unknown;
     std::uint64_t blocked_content = 0; ///< first line with CONTENT before WIDTH and DEPTH were known; 0: none
     std::uint64_t content = 0;         ///< the line with CONTENT from which words are read; 0: none
     std::uint64_t begin = 0;           ///< the line with BEGIN behind it; 0: none
@@ -29,6 +32,9 @@ struct line_stretch {
     std::uint64_t column; ///< from 1
     std::string_view text;
 };
+
+/// True when @p text, in upper case, has a keyword of the header in it.
+[[nodiscard]] bool is_header_line(std::string_view text);
 
 /// What stands between the "=" and the ";" of the header line @p line, without blanks around it.
 [[nodiscard]] line_stretch header_value(std::string_view line);

@@ -17,6 +17,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kvrmem {
 
@@ -105,6 +106,76 @@ void check_equals_of_width(mif_check& check) {
                 equals_repair(check.source, line));
 }
 
+/// The library takes the first digits of the line for the number, whatever stands around them.
+void check_header_number(mif_check& check, std::size_t keyword, const char* name) {
+    const std::uint64_t line = check.header.keyword[keyword];
+    kvr::mif_memory memory(nullptr);
+    if (line == 0 || kvr::take_size_line(memory, as_header_line(check.source.line(line)))) {
+        return; // which was told
+    }
+    const line_stretch value = header_value(check.source.line(line));
+    if (value.text.empty() || value.text.find_first_not_of("0123456789") == std::string_view::npos) {
+        return;
+    }
+    const std::uint32_t number = keyword == kvr::width_keyword ? memory.word_size : memory.number_of_words;
+    if (number != 0) {
+        check.faults.add({severity::warning, "header-number", line, value.column, value.text.size(),
+                          fmt::format("{} '{}' is no decimal number", name, visible(value.text)),
+                          fmt::format("the library takes {} for it", number), std::nullopt});
+    }
+}
+
+/// True when the library refuses a keyword of the header line @p line.
+bool refuses_header_line(std::string_view line) {
+    const std::string text = as_header_line(line);
+    const auto has = [&text](std::size_t keyword) {
+        return kvr::contains(text, kvr::header_keywords[keyword].keyword);
+    };
+    kvr::mif_memory memory(nullptr);
+    kvr::fill_radix_names(memory);
+    return ((has(kvr::width_keyword) || has(kvr::depth_keyword)) && kvr::take_size_line(memory, text)) ||
+           ((has(kvr::address_radix_keyword) || has(kvr::data_radix_keyword)) &&
+            kvr::take_radix_line(memory, text));
+}
+
+/// Of a header line nothing is read behind the first ";". What another keyword does there was told.
+void check_behind_header_line(mif_check& check, std::uint64_t line) {
+    const std::string_view text = kvr::without_comments(check.source.line(line));
+    const kvr::text_span behind = find_text_behind_semicolon(text);
+    if (behind.found() && !is_header_line(as_header_line(behind.in(text))) && !refuses_header_line(text)) {
+        check.faults.add({severity::warning, "behind-header", line, behind.begin + 1,
+                          behind.end - behind.begin,
+                          fmt::format("'{}' stands behind a ';' and is not read", visible(behind.in(text))),
+                          "give it a line of its own, or make it a comment", std::nullopt});
+    }
+}
+
+void check_behind_header(mif_check& check) {
+    std::vector<std::uint64_t> lines(check.header.keyword.begin(), check.header.keyword.end());
+    std::sort(lines.begin(), lines.end());
+    lines.erase(std::unique(lines.begin(), lines.end()), lines.end());
+    for (const std::uint64_t line : lines) {
+        if (line != 0 && line != check.header.content) {
+            check_behind_header_line(check, line);
+        }
+    }
+}
+
+/// The library keeps such a line as a comment.
+void check_unknown_keywords(mif_check& check) {
+    constexpr std::array<std::string_view, 4> known = {"WIDTH", "DEPTH", "ADDRESS_RADIX", "DATA_RADIX"};
+    for (const std::uint64_t line : check.header.unknown) {
+        const std::string_view text = check.source.line(line);
+        const kvr::text_span name = trimmed_span(text.substr(0, text.find('=')));
+        const std::string nearest = nearest_of(as_header_line(name.in(text)), known);
+        check.faults.add({severity::warning, "unknown-header", line, name.begin + 1, name.end - name.begin,
+                          fmt::format("'{}' is no word of the header", visible(name.in(text))),
+                          nearest.empty() ? "the library takes the line for a comment"
+                                          : fmt::format("did you mean {}?", nearest),
+                          std::nullopt});
+    }
+}
+
 void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES radix, const char* name) {
     const std::uint64_t line = check.header.keyword[keyword];
     if (radix != RADIX_NONE || line == 0) {
@@ -180,6 +251,10 @@ void check_mif_keywords(mif_check& check, const kvr::mif_memory& memory) {
     check_shared_radix_line(check);
     check_repeated_keywords(check);
     check_equals_of_width(check);
+    check_header_number(check, kvr::width_keyword, "WIDTH");
+    check_header_number(check, kvr::depth_keyword, "DEPTH");
+    check_behind_header(check);
+    check_unknown_keywords(check);
     check_radix_name(check, kvr::address_radix_keyword, memory.address_radix, "ADDRESS_RADIX");
     check_radix_name(check, kvr::data_radix_keyword, memory.memory_radix, "DATA_RADIX");
 }

@@ -33,14 +33,15 @@ enum class reading : std::uint8_t {
 template <std::size_t Count, class Read>
 void try_number(std::array<candidate, Count>& candidates, radix_fit& result, KVR_MEMORY_RADIXES declared,
                 std::string_view number, std::uint64_t line, Read&& read) {
+    ++result.numbers;
     for (candidate& each : candidates) {
-        const bool wants_example = each.radix == declared && result.example.empty();
-        if (!each.fits && !wants_example) {
+        const bool is_declared = each.radix == declared;
+        if (!each.fits && !is_declared) {
             continue;
         }
         const reading found = read(number, each.radix);
         each.fits = each.fits && found == reading::fits;
-        if (wants_example && found == reading::no_number) {
+        if (is_declared && found == reading::no_number && result.misfits++ == 0) {
             constexpr std::size_t longest_example = 80;
             result.example = number.substr(0, longest_example);
             result.example_line = line;
@@ -48,10 +49,17 @@ void try_number(std::array<candidate, Count>& candidates, radix_fit& result, KVR
     }
 }
 
+/// A single number that does not fit is a mistake of its own. Of the numbers 0 to 1F, three in eight have a
+/// letter.
+bool are_many(std::uint64_t misfits, std::uint64_t numbers) {
+    return misfits * 3 >= numbers;
+}
+
 template <std::size_t Count>
 void decide(const std::array<candidate, Count>& candidates, radix_fit& result) {
     const auto fits = [](const candidate& each) { return each.fits; };
-    if (!result.example.empty() && std::count_if(candidates.begin(), candidates.end(), fits) == 1) {
+    if (result.misfits != 0 && are_many(result.misfits, result.numbers) &&
+        std::count_if(candidates.begin(), candidates.end(), fits) == 1) {
         result.only = std::find_if(candidates.begin(), candidates.end(), fits)->radix;
         result.is_another = true;
     }
@@ -75,7 +83,7 @@ public:
     void content_line(const kvr::mif_content& content) override {
         line = content.pieces.back().line;
         take_addresses(content.text);
-        if (width == 0 || !find_missing_semicolons(content).empty()) {
+        if (width == 0 || !find_inner_statements(content).empty()) {
             return;
         }
         for (const std::string_view value : content.values) {

@@ -11,10 +11,12 @@ namespace kvrmem {
 
 /// Whether numbers of a file fit its header.
 struct radix_fit {
-    bool is_another = false;              ///< some do not fit the radix declared, all fit another one
+    bool is_another = false;              ///< many do not fit the radix declared, all fit another one
     KVR_MEMORY_RADIXES only = RADIX_NONE; ///< that one; there is no second
     std::string example;                  ///< the first that does not fit what is declared
     std::uint64_t example_line = 0;
+    std::uint64_t numbers = 0; ///< how many there are
+    std::uint64_t misfits = 0; ///< how many of them are no numbers in the radix declared
 };
 
 struct mif_radix_fit {

@@ -48,8 +48,10 @@ public:
     /// end with one. That can be put behind the text.
     [[nodiscard]] std::string as_last_line(std::string_view line) const;
 
-private:
+    /// What ends the lines of the file: CR and LF where its first line has both.
     [[nodiscard]] std::string_view line_end() const;
+
+private:
     void build_index() const;
 
     std::string contents;

@@ -14,6 +14,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <utility>
 
 namespace kvrmem {
 
@@ -37,7 +39,12 @@ fault_text describe_size(const char* code, std::string_view keyword, std::string
     const std::string_view number = line.substr(digits, behind - digits);
     const kvr::scanned_number size = kvr::scan_number(number, 10);
     if (!size.fits || size.magnitude == 0 || size.magnitude > 0x7FFFFFFF) {
-        return {code, fmt::format("{} is {}; it can be 1 to 2147483647", keyword, visible(number)), ""};
+        const std::size_t value = line.find('=') + 1; // 0 without a "="
+        const std::string_view given = line.substr(value, std::max(line.find(';', value), value) - value);
+        return {code,
+                fmt::format("{} is {}; it can be 1 to 2147483647", keyword,
+                            visible(value != 0 && given.find(number) == 0 ? given : number)),
+                ""};
     }
     return {code, fmt::format("no ';' behind {}={}", keyword, number), ""};
 }
@@ -113,15 +120,29 @@ fault_text describe_content(std::string_view text) {
     return {code, fmt::format("'{}' has no value behind ':'", visible(trimmed(text))), ""};
 }
 
-fault_text describe_range(std::string_view text) {
+/// "[3 - 0]", which is no range yet, for one that the library reads.
+fault_text describe_misspelt_range(std::string_view text, const misspelt_range& range,
+                                   const mif_limits& limits) {
+    const unsigned base = kvr::radix_base(limits.address_radix);
+    std::string_view low = range.first.in(text);
+    std::string_view high = range.last.in(text);
+    const std::uint64_t first = kvr::scan_number(low, base).magnitude;
+    const std::uint64_t last = kvr::scan_number(high, base).magnitude;
+    if (first > last) {
+        std::swap(low, high);
+    }
+    const std::string what =
+        first == last ? fmt::format("one address stands without brackets: {} : <value>;", visible(low))
+                      : fmt::format("a range is written [{}..{}]", visible(low), visible(high));
+    return {"range-syntax",
+            fmt::format("'{}': {}", visible(text.substr(range.begin, range.end - range.begin)), what), ""};
+}
+
+fault_text describe_range(std::string_view text, const mif_limits& limits) {
     constexpr const char* code = "range-syntax";
     const auto range = find_misspelt_range(text);
     if (range) {
-        return {code,
-                fmt::format("'{}': a range is written [{}..{}]",
-                            visible(text.substr(range->begin, range->end - range->begin)),
-                            visible(range->first.in(text)), visible(range->last.in(text))),
-                ""};
+        return describe_misspelt_range(text, *range, limits);
     }
     const std::size_t bracket = text.find(']');
     if (bracket == std::string_view::npos) {
@@ -222,7 +243,7 @@ fault_text describe_mif_fault(const kvr::read_fault& fault, std::string_view tex
     case fault_code::content_syntax:
         return describe_content(text);
     case fault_code::range_syntax:
-        return describe_range(text);
+        return describe_range(text, limits);
     case fault_code::range_not_ascending:
         return with_digit_hint(describe_order(text, limits), text, limits);
     case fault_code::address_out_of_range:

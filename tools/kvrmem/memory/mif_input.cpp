@@ -4,6 +4,7 @@
 #include "kvr/numeric/digit_value.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/mif_statement_faults.h"
 #include "tools/kvrmem/memory/mif_unread_text.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -14,6 +15,7 @@
 #include <algorithm>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace kvrmem {
 
@@ -48,6 +50,7 @@ public:
     [[nodiscard]] bool wants_every_line() const override { return false; }
 
     void content_line(const kvr::mif_content& content) override {
+        check_inner_statements(content);
         check_address(content, content.first_address);
         if (content.last_address.found()) {
             check_address(content, content.last_address);
@@ -117,6 +120,15 @@ private:
             fail_at(name, content.place(surplus.begin),
                     fmt::format("value {} is beyond the {} addresses of the range", surplus.in(content.text),
                                 std::uint64_t{content.last} - content.first + 1));
+        }
+    }
+    void check_inner_statements(const kvr::mif_content& content) const {
+        const std::vector<inner_statement> inner = find_inner_statements(content);
+        if (!inner.empty()) {
+            const inner_statement& first = inner.front();
+            fail_at(name, place_behind(content, first.behind),
+                    fmt::format("no {} before '{}'", first.has_value ? "';'" : "value",
+                                visible(content.text.substr(first.address, first.end - first.address))));
         }
     }
     /// One statement a line is all that is read as it looks.

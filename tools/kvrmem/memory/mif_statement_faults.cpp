@@ -4,6 +4,7 @@
 #include "tools/kvrmem/memory/mif_unread_text.h"
 
 #include <algorithm>
+#include <cctype>
 
 namespace kvrmem {
 
@@ -93,8 +94,26 @@ kvr::line_place place_behind(const kvr::mif_content& statement, std::size_t offs
     return place;
 }
 
-std::vector<missing_semicolon> find_missing_semicolons(const kvr::mif_content& statement) {
-    std::vector<missing_semicolon> found;
+bool is_whole_word(const kvr::mif_content& statement, const kvr::text_span& word) {
+    const auto goes_on = [&statement](std::size_t offset) {
+        const std::string_view text = statement.text;
+        return offset > 0 && offset < text.size() &&
+               std::isalnum(static_cast<unsigned char>(text[offset - 1])) != 0 &&
+               std::isalnum(static_cast<unsigned char>(text[offset])) != 0 &&
+               (first_piece_behind(statement, offset) - 1)->offset != offset;
+    };
+    return !goes_on(word.begin) && !goes_on(word.end);
+}
+
+kvr::mif_content text_before(const kvr::mif_content& statement, std::size_t end) {
+    kvr::mif_content part;
+    part.text = statement.text.substr(0, end);
+    part.pieces.assign(statement.pieces.begin(), first_piece_behind(statement, end - 1));
+    return part;
+}
+
+std::vector<inner_statement> find_inner_statements(const kvr::mif_content& statement) {
+    std::vector<inner_statement> found;
     const std::string_view text = statement.text;
     const std::size_t end = std::min(text.find(';'), text.size());
     std::size_t before = next_colon(text, 0, end);
@@ -104,11 +123,11 @@ std::vector<missing_semicolon> find_missing_semicolons(const kvr::mif_content& s
             break;
         }
         const std::size_t address = address_before(statement, before + 1, colon);
-        if (address != std::string_view::npos &&
-            kvr::find_token(text.substr(0, address), before + 1).found()) {
+        if (address != std::string_view::npos) {
+            const bool has_value = kvr::find_token(text.substr(0, address), before + 1).found();
             const std::size_t behind = text.find_last_not_of(mif_blanks, address - 1) + 1;
             const bool at_line_end = last_line_begin(statement, behind - 1, address + 1) >= behind;
-            found.push_back({behind, address, at_line_end});
+            found.push_back({behind, address, colon + 1, has_value, at_line_end});
         }
         before = colon;
     }

@@ -18,15 +18,23 @@ namespace kvrmem {
 /// The place behind the character before @p offset, which is at least 1: where something is missing there.
 [[nodiscard]] kvr::line_place place_behind(const kvr::mif_content& statement, std::size_t offset);
 
-/// A statement that begins within another one, because the ";" between them is missing.
-struct missing_semicolon {
+/// True when @p word, a stretch of @p statement, is not part of a longer word of its line.
+[[nodiscard]] bool is_whole_word(const kvr::mif_content& statement, const kvr::text_span& word);
+
+/// @p statement up to @p end.
+[[nodiscard]] kvr::mif_content text_before(const kvr::mif_content& statement, std::size_t end);
+
+/// A statement that begins within another one, which has no ";", or neither a value nor a ";".
+struct inner_statement {
     std::size_t behind;  ///< offset behind the last character that belongs to the first statement
     std::size_t address; ///< offset of the address that follows
+    std::size_t end;     ///< offset behind the ":" of that
+    bool has_value;      ///< what is missing is a ";"; else a value, too
     bool at_line_end;    ///< the address begins a line
 };
 
 /// All of them, in their order.
-[[nodiscard]] std::vector<missing_semicolon> find_missing_semicolons(const kvr::mif_content& statement);
+[[nodiscard]] std::vector<inner_statement> find_inner_statements(const kvr::mif_content& statement);
 
 /// A range whose two addresses are not separated by "..".
 struct misspelt_range {

@@ -39,10 +39,10 @@ kvr::text_span find_stray_characters(const kvr::mif_content& content, std::size_
     const std::size_t colon = text.find(':');
     const auto is_read = [&](std::size_t at) {
         return at < colon ? is_within(content.first_address, at) || is_within(content.last_address, at)
-                          : kvr::is_value_character(text[at]);
+                          : at == colon || kvr::is_value_character(text[at]);
     };
     const auto is_stray = [&](std::size_t at) {
-        const std::string_view separators = at < colon ? " \t[]." : " \t:,";
+        const std::string_view separators = at < colon ? " \t[]." : " \t,";
         return !is_read(at) && separators.find(text[at]) == std::string_view::npos;
     };
     while (from < text.size() && !is_stray(from)) {
