@@ -72,8 +72,7 @@ void explain_missing_end(mif_check& check) {
                     "there is no BEGIN behind CONTENT", "write CONTENT BEGIN");
     } else {
         const fault_text told = describe_mif_fault({kvr::fault_code::missing_end, last, 0, 0}, "", {});
-        const std::uint64_t from = std::max(check.content_read, header.begin + 1);
-        const open_statement open = find_open_statement(check.source, from);
+        const open_statement open = find_open_statement(check.source, header.begin + 1);
         std::optional<repair> mended;
         if (open.line == 0) {
             mended = end_repair(check.source);

@@ -121,7 +121,6 @@ kvr::mif_content mif_checker::statement_at(std::uint64_t line, std::string& text
 
 void mif_checker::take_fault(const kvr::read_fault& fault, std::string_view text) {
     const std::uint64_t line = file_line(fault.line);
-    check.content_read = std::max(check.content_read, line - 1);
     fault_text told = describe_mif_fault(fault, text, {memory.number_of_words, memory.address_radix});
     check_fault found{severity::error,      told.code,    line,
                       fault.column,         fault.length, std::move(told.message),
@@ -242,7 +241,6 @@ void mif_checker::take_range_fault(check_fault& found, const kvr::mif_content& c
 }
 
 void mif_checker::content_line(const kvr::mif_content& content) {
-    check.content_read = std::max(check.content_read, file_line(content.pieces.back().line));
     const bool merged = add_inner_statements(check, content, severity::warning, shift);
     check_address(content, content.first_address);
     if (content.last_address.found()) {

@@ -64,7 +64,7 @@ private:
     void note_unknown_keyword() {
         constexpr std::size_t most_noted = 1000;
         const std::string_view name = std::string_view(text).substr(0, text.find('='));
-        if (name.size() < text.size() && is_name(name) && !is_header_line(text) &&
+        if (name.size() < text.size() && text.back() == ';' && is_name(name) && !is_header_line(text) &&
             result.unknown.size() < most_noted) {
             result.unknown.push_back(number);
         }

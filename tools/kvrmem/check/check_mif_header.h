@@ -16,7 +16,7 @@ struct mif_header_lines {
     std::array<std::uint64_t, 4> keyword{};
     /// Lines that tell a keyword, too, and do not hold: earlier or later ones; 0 for none.
     std::array<std::uint64_t, 4> repeated{};
-    /// The first lines that look like those of a keyword, "NAME=…", and have none.
+    /// The first lines that look like those of a keyword, "NAME=…;", and have none.
     std::vector<std::uint64_t> unknown;
     std::uint64_t blocked_content = 0; ///< first line with CONTENT before WIDTH and DEPTH were known; 0: none
     std::uint64_t content = 0;         ///< the line with CONTENT from which words are read; 0: none

@@ -20,7 +20,6 @@ struct mif_check {
     bool saw_missing_end = false;
     bool saw_bad_value = false;
     bool saw_bad_address = false;
-    std::uint64_t content_read = 0; ///< number of the last line that belongs to a statement that was read
 };
 
 /// Adds a fault that marks what stands in the line @p line in front of its comment.

@@ -39,6 +39,9 @@ public:
           memory(target) {}
 
     bool fault(const kvr::read_fault& fault, std::string_view text) override {
+        if (fault.code == kvr::fault_code::missing_end) {
+            throw tool_error(exit_code::bad_input, fmt::format("{}: error: {}", name, what_is_missing()));
+        }
         const std::string what =
             describe_mif_fault(fault, text, {memory.number_of_words, memory.address_radix}).message;
         if (fault.column == 0) {
@@ -62,6 +65,7 @@ public:
     }
 
     void behind_begin(std::string_view rest, std::uint64_t line) override {
+        has_begin = true;
         const kvr::text_span left_out = trimmed_span(rest);
         if (left_out.found()) {
             fail_at(name, line,
@@ -106,6 +110,17 @@ public:
     }
 
 private:
+    /// Why there was no END. A depth in a line with "WIDTH" is none.
+    [[nodiscard]] const char* what_is_missing() const {
+        if (has_begin) {
+            return "there is no END;";
+        }
+        if (memory.word_size == 0) {
+            return memory.number_of_words == 0 ? "there is no WIDTH and no DEPTH" : "there is no WIDTH";
+        }
+        return memory.number_of_words == 0 ? "there is no line with DEPTH= and without WIDTH"
+                                           : "there is no CONTENT BEGIN";
+    }
     void check_address(const kvr::mif_content& content, const kvr::text_span& token) const {
         const std::string_view digits = token.in(content.text);
         if (!is_number_in(digits, memory.address_radix)) {
@@ -159,6 +174,7 @@ private:
 
     std::string name;
     const kvr::mif_memory& memory;
+    bool has_begin = false;
 };
 
 /// Reads a file again to find the first value that is no word of the memory.
