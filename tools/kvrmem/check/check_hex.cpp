@@ -14,6 +14,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <string>
 
 namespace kvrmem {
@@ -23,6 +24,20 @@ namespace {
 using step = kvr::hex_record_walk::step;
 
 constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
+
+/// The last line with a record that is no end record; 0 when there is none. Also one at fault may have words.
+std::uint64_t last_line_before_the_end(const check_source& source) {
+    std::uint64_t last = 0;
+    std::string buffer;
+    kvr::line_source lines = source.lines(kvr::line_source::unlimited);
+    for (std::uint64_t number = 1; !lines.at_end(); ++number) {
+        const std::string_view record = kvr::without_blanks(lines.next_line(), buffer);
+        if (record.starts_with(':') && !is_hex_end_record(record)) {
+            last = number;
+        }
+    }
+    return last;
+}
 
 class hex_error_collector : public kvr::read_observer {
 public:
@@ -35,10 +50,23 @@ public:
         if (fault.code == kvr::fault_code::no_data && faults.count(severity::error) != 0) {
             return true; // the data records are those at fault
         }
+        if (fault.code == kvr::fault_code::missing_end_record) {
+            if (end_at_fault) {
+                return true; // it is there, and what is wrong with it was told
+            }
+            take_missing_end(found);
+            faults.add(std::move(found));
+            return true;
+        }
+        const bool is_end = is_hex_end_record(text);
+        const bool is_last = is_end && fault.line > last_before_the_end();
+        end_at_fault = end_at_fault || is_last;
         if (fault.code == kvr::fault_code::checksum) {
             take_checksum(found, text);
-        } else if (fault.code == kvr::fault_code::missing_end_record) {
-            take_missing_end(found);
+            if (is_end && !is_last) {
+                found.mended.reset();
+                found.hint = "were it mended, the records behind it would not be read";
+            }
         }
         faults.add(std::move(found));
         return true;
@@ -77,8 +105,17 @@ private:
                               "end record :00000001FF put behind the last line"};
     }
 
+    std::uint64_t last_before_the_end() {
+        if (!known_last) {
+            known_last = last_line_before_the_end(source);
+        }
+        return *known_last;
+    }
+
     const check_source& source;
     fault_list& faults;
+    std::optional<std::uint64_t> known_last;
+    bool end_at_fault = false; ///< there is an end record behind all others, which is refused
 };
 
 void find_errors(const check_source& source, const input_options& options, fault_list& faults) {
