@@ -4,6 +4,7 @@
 #include "kvr/memory/hex_reader.h"
 #include "tools/kvrmem/check/check_gaps.h"
 #include "tools/kvrmem/memory/fault_text.h"
+#include "tools/kvrmem/memory/hex_fault_place.h"
 #include "tools/kvrmem/memory/hex_width.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_lines.h"
@@ -45,8 +46,9 @@ public:
 
     bool fault(const kvr::read_fault& fault, std::string_view text) override {
         fault_text told = describe_hex_fault(fault, text);
-        check_fault found{severity::error, told.code,    fault.line,           fault.column,
-                          fault.length,    told.message, std::move(told.hint), std::nullopt};
+        const kvr::read_fault place = exact_hex_fault(fault, text, source.line(fault.line));
+        check_fault found{severity::error, told.code,    place.line,           place.column,
+                          place.length,    told.message, std::move(told.hint), std::nullopt};
         if (fault.code == kvr::fault_code::no_data && faults.count(severity::error) != 0) {
             return true; // the data records are those at fault
         }
@@ -77,12 +79,7 @@ private:
     /// With a character that is no digit no checksum can be told.
     void take_checksum(check_fault& found, std::string_view record) const {
         constexpr std::size_t digits = 2;
-        const std::size_t bad = record.find_first_not_of(hex_digits, 1);
-        if (bad != std::string_view::npos) {
-            const std::string_view line = source.line(found.line);
-            found.column = line.find(record[bad], line.find(':')) + 1;
-            found.length = 1;
-        } else if (found.length == digits) {
+        if (first_no_digit(record) == std::string_view::npos && found.length == digits) {
             const std::string checksum = checksum_of(record.substr(1, record.size() - 1 - digits));
             found.mended =
                 repair{source.offset_of(found.line, found.column), digits, checksum,
