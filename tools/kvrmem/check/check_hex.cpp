@@ -4,6 +4,7 @@
 #include "kvr/memory/hex_reader.h"
 #include "tools/kvrmem/check/check_gaps.h"
 #include "tools/kvrmem/memory/fault_text.h"
+#include "tools/kvrmem/memory/hex_fault_place.h"
 #include "tools/kvrmem/memory/hex_width.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_lines.h"
@@ -14,6 +15,7 @@
 
 #include <algorithm>
 #include <limits>
+#include <optional>
 #include <string>
 
 namespace kvrmem {
@@ -24,21 +26,49 @@ using step = kvr::hex_record_walk::step;
 
 constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
 
+/// The last line with a record that is no end record; 0 when there is none. Also one at fault may have words.
+std::uint64_t last_line_before_the_end(const check_source& source) {
+    std::uint64_t last = 0;
+    std::string buffer;
+    kvr::line_source lines = source.lines(kvr::line_source::unlimited);
+    for (std::uint64_t number = 1; !lines.at_end(); ++number) {
+        const std::string_view record = kvr::without_blanks(lines.next_line(), buffer);
+        if (record.starts_with(':') && !is_hex_end_record(record)) {
+            last = number;
+        }
+    }
+    return last;
+}
+
 class hex_error_collector : public kvr::read_observer {
 public:
     hex_error_collector(const check_source& checked, fault_list& list) : source(checked), faults(list) {}
 
     bool fault(const kvr::read_fault& fault, std::string_view text) override {
         fault_text told = describe_hex_fault(fault, text);
-        check_fault found{severity::error, told.code,    fault.line,           fault.column,
-                          fault.length,    told.message, std::move(told.hint), std::nullopt};
+        const kvr::read_fault place = exact_hex_fault(fault, text, source.line(fault.line));
+        check_fault found{severity::error, told.code,    place.line,           place.column,
+                          place.length,    told.message, std::move(told.hint), std::nullopt};
         if (fault.code == kvr::fault_code::no_data && faults.count(severity::error) != 0) {
             return true; // the data records are those at fault
         }
+        if (fault.code == kvr::fault_code::missing_end_record) {
+            if (end_at_fault) {
+                return true; // it is there, and what is wrong with it was told
+            }
+            take_missing_end(found);
+            faults.add(std::move(found));
+            return true;
+        }
+        const bool is_end = is_hex_end_record(text);
+        const bool is_last = is_end && fault.line > last_before_the_end();
+        end_at_fault = end_at_fault || is_last;
         if (fault.code == kvr::fault_code::checksum) {
             take_checksum(found, text);
-        } else if (fault.code == kvr::fault_code::missing_end_record) {
-            take_missing_end(found);
+            if (is_end && !is_last) {
+                found.mended.reset();
+                found.hint = "were it mended, the records behind it would not be read";
+            }
         }
         faults.add(std::move(found));
         return true;
@@ -49,12 +79,7 @@ private:
     /// With a character that is no digit no checksum can be told.
     void take_checksum(check_fault& found, std::string_view record) const {
         constexpr std::size_t digits = 2;
-        const std::size_t bad = record.find_first_not_of(hex_digits, 1);
-        if (bad != std::string_view::npos) {
-            const std::string_view line = source.line(found.line);
-            found.column = line.find(record[bad], line.find(':')) + 1;
-            found.length = 1;
-        } else if (found.length == digits) {
+        if (first_no_digit(record) == std::string_view::npos && found.length == digits) {
             const std::string checksum = checksum_of(record.substr(1, record.size() - 1 - digits));
             found.mended =
                 repair{source.offset_of(found.line, found.column), digits, checksum,
@@ -77,8 +102,17 @@ private:
                               "end record :00000001FF put behind the last line"};
     }
 
+    std::uint64_t last_before_the_end() {
+        if (!known_last) {
+            known_last = last_line_before_the_end(source);
+        }
+        return *known_last;
+    }
+
     const check_source& source;
     fault_list& faults;
+    std::optional<std::uint64_t> known_last;
+    bool end_at_fault = false; ///< there is an end record behind all others, which is refused
 };
 
 void find_errors(const check_source& source, const input_options& options, fault_list& faults) {

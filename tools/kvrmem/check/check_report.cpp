@@ -51,7 +51,7 @@ json_value fault_as_json(const check_fault& fault) {
     document["severity"] = title(fault.level);
     document["line"] = number_or_null(fault.line);
     document["column"] = number_or_null(fault.column);
-    document["length"] = number_or_null(fault.length);
+    document["length"] = number_or_null(fault.column != 0 ? fault.length : 0);
     document["code"] = fault.code;
     document["message"] = fault.message;
     document["hint"] = fault.hint.empty() ? json_value(nullptr) : json_value(fault.hint);

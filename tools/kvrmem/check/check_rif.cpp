@@ -3,16 +3,13 @@
 #include "kvr/memory/rif_reader.h"
 #include "tools/kvrmem/check/check_gaps.h"
 #include "tools/kvrmem/memory/fault_text.h"
-#include "tools/kvrmem/memory/memory_image.h"
 #include "tools/kvrmem/memory/rif_line.h"
+#include "tools/kvrmem/memory/rif_word_judge.h"
 #include "tools/kvrmem/memory/word_lines.h"
-#include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <limits>
 #include <string>
 
 namespace kvrmem {
@@ -49,7 +46,8 @@ public:
         : source(checked),
           options(given),
           faults(list),
-          lines(every_address) {}
+          lines(every_address),
+          judge(given.width) {}
 
     void check() {
         kvr::line_source text = source.lines(kvr::line_source::unlimited);
@@ -114,20 +112,15 @@ private:
     }
 
     void check_word(std::string_view text, std::size_t column) {
-        const auto width = options.width.value_or(
-            static_cast<std::uint32_t>(std::min<std::size_t>(text.size() * bits_per_hex_digit, widest_word)));
-        const auto error = make_word(text, RADIX_HEX, width, word);
-        if (!error) {
+        const auto fault = judge.judge(text);
+        if (!fault) {
             return;
         }
-        if (error->what == kvr::exact_word_error::kind::too_wide) {
-            const bool is_given = options.width.has_value();
-            add(is_given ? severity::error : severity::warning, "too-wide", column, text.size(),
-                fmt::format("word {} needs {} bits, {} is {}", visible(text), error->bits_needed,
-                            is_given ? "the given width" : "the largest width", width));
+        if (fault->is_too_wide) {
+            add(options.width ? severity::error : severity::warning, "too-wide", column + fault->begin,
+                fault->length, fault->message);
         } else {
-            add(severity::warning, "bad-digit", column + error->position, 1,
-                fmt::format("'{}' in {} is no hexadecimal digit", text[error->position], visible(text)),
+            add(severity::warning, "bad-digit", column + fault->begin, fault->length, fault->message,
                 "the library reads it unchecked");
         }
     }
@@ -145,7 +138,7 @@ private:
     word_lines lines;
     std::uint64_t number = 0;
     std::uint64_t address = 0;
-    std::string word;
+    rif_word_judge judge;
 };
 
 } // namespace

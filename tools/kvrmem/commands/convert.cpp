@@ -67,6 +67,30 @@ std::string radix_note(KVR_FILE_TYPES format, KVR_MEMORY_RADIXES radix) {
     return format == FILE_TYPE_MIF ? fmt::format(" in {}", radix_title(radix)) : std::string();
 }
 
+std::uint64_t count_set_words(const kvr::word_store& words) {
+    std::uint64_t count = 0;
+    const auto take_row = [&count](const kvr::word_row& row, std::uint32_t) {
+        count += row.count;
+        return row.count;
+    };
+    const auto take_cycle = [&count](const kvr::word_cycle& cycle) {
+        count += length_of(cycle);
+        return length_of(cycle);
+    };
+    for_each_row_cycle_or_run(words, take_row, take_cycle,
+                              [&count](const kvr::word_run& run) { count += length_of(run); });
+    return count;
+}
+
+/// "16 words of 8 bits". A MIF says how many words the memory has; Intel HEX and RIF hold those that are set,
+/// "2 of 16 words of 8 bits".
+std::string written_words(const memory_image& image, KVR_FILE_TYPES format) {
+    const std::uint64_t written = format == FILE_TYPE_MIF ? image.depth : count_set_words(image.words);
+    const std::string part = written < image.depth ? fmt::format("{} of ", written) : std::string();
+    return fmt::format("{}{} words of {} {}", part, image.depth, image.width,
+                       image.width == 1 ? "bit" : "bits");
+}
+
 exit_code convert(const arguments& given) {
     const input_file input(given.files[0]);
     const input_options from = options_for(given, given.files[0]);
@@ -83,10 +107,9 @@ exit_code convert(const arguments& given) {
     if (!image.note.empty()) {
         tell(fmt::format("{}: note: width {}", input.name(), image.note));
     }
-    tell(fmt::format("{} ({}{}) -> {} ({}{}): {} words of {} {}", input.name(), format_title(image.format),
+    tell(fmt::format("{} ({}{}) -> {} ({}{}): {}", input.name(), format_title(image.format),
                      radix_note(image.format, image.data_radix), given.files[1], format_title(layout.format),
-                     radix_note(layout.format, layout.data_radix), image.depth, image.width,
-                     image.width == 1 ? "bit" : "bits"));
+                     radix_note(layout.format, layout.data_radix), written_words(image, layout.format)));
     return exit_code::fine;
 }
 

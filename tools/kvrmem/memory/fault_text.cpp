@@ -6,6 +6,7 @@
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/scanned_number.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/hex_fault_place.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/mif_statement_faults.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
@@ -186,25 +187,31 @@ fault_text with_digit_hint(fault_text told, std::string_view text, const mif_lim
     return told;
 }
 
-/// "record length 04 means 4 bytes, there are 3 (6 digits)"
+/// "record length 04 means 4 bytes of data, there are 3"
 fault_text describe_length(std::string_view record) {
+    constexpr const char* code = "record-length";
     constexpr std::size_t fields = 11; // colon, length, address, type, checksum
+    if (const std::size_t missing = missing_checksum_digits(record)) {
+        return {code, missing == 1 ? "the checksum has one digit, it needs 2" : "the record has no checksum",
+                ""};
+    }
     const std::size_t digits = record.size() > fields ? record.size() - fields : 0;
     const std::uint32_t bytes = kvr::hex_number(record.substr(1, 2));
     if (digits % 2 != 0) {
-        return {"record-length",
+        return {code,
                 fmt::format("record length {} means {} bytes of data, there are {} digits, an odd number",
                             visible(record.substr(1, 2)), bytes, digits),
                 "a digit is missing or too much"};
     }
-    return {"record-length",
+    const char* hint = bytes == digits / 2 + 1 ? "one byte is missing, or the checksum" : "";
+    return {code,
             fmt::format("record length {} means {} bytes of data, there are {}", visible(record.substr(1, 2)),
                         bytes, digits / 2),
-            bytes == digits / 2 + 1 ? "one byte is missing, or the checksum" : ""};
+            record.size() < fields ? "the checksum is missing, too" : hint};
 }
 
 fault_text describe_checksum(std::string_view record) {
-    const std::size_t bad = record.find_first_not_of("0123456789abcdefABCDEF", 1);
+    const std::size_t bad = first_no_digit(record);
     if (bad != std::string_view::npos) {
         return {"bad-digit", fmt::format("'{}' is no hexadecimal digit", visible(record.substr(bad, 1))), ""};
     }

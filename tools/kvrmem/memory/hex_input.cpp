@@ -1,6 +1,7 @@
 #include "tools/kvrmem/memory/hex_input.h"
 
 #include "tools/kvrmem/memory/fault_text.h"
+#include "tools/kvrmem/memory/hex_fault_place.h"
 #include "tools/kvrmem/memory/hex_width.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_text.h"
@@ -24,6 +25,22 @@ using step = kvr::hex_record_walk::step;
     throw tool_error(exit_code::bad_input, fmt::format("{}:{}: error: {}", file.name(), place, what));
 }
 
+/// The line numbered @p number of @p file, as it stands there.
+std::string line_of(const input_file& file, std::uint64_t number) {
+    kvr::line_source lines = file.lines(kvr::hex_record_walk::longest_line);
+    for (std::uint64_t before = 1; before < number && !lines.at_end(); ++before) {
+        lines.next_line();
+    }
+    return lines.at_end() ? std::string() : std::string(lines.next_line());
+}
+
+/// @throws tool_error for the fault that @p walk has met.
+[[noreturn]] void fail_at_fault(const input_file& file, const kvr::hex_record_walk& walk) {
+    const kvr::read_fault fault =
+        exact_hex_fault(walk.fault(), walk.text(), line_of(file, walk.fault().line));
+    fail_at(file, fault.line, fault.column, describe_hex_fault(fault, walk.text()).message);
+}
+
 /// Calls @p take with every data record of @p file, and with the walk that found it.
 /// @throws tool_error at the first fault.
 template <class Take>
@@ -33,8 +50,7 @@ void for_each_data_record(const input_file& file, Take&& take) {
     for (step found = walk.next(); found != step::end; found = walk.next()) {
         if (found == step::fault) {
             file.require_whole(lines);
-            fail_at(file, walk.fault().line, walk.fault().column,
-                    describe_hex_fault(walk.fault(), walk.text()).message);
+            fail_at_fault(file, walk);
         }
         if (walk.record().kind == kvr::hex_record_type::data) {
             take(walk.record(), walk);

@@ -26,6 +26,10 @@ constexpr std::uint32_t hex_page_words = 1U << hex_page_shift;
     return std::uint64_t{walk.address_offset()} + walk.record().word_address;
 }
 
+/// True when @p record, a line that begins with ":" without its blanks, is an end record by its type, right
+/// or wrong as it may be otherwise.
+[[nodiscard]] bool is_hex_end_record(std::string_view record);
+
 /// The two digits that make the bytes of a record add up to 0 behind its other @p fields (digits from the
 /// record length to the end of the data).
 [[nodiscard]] std::string checksum_of(std::string_view fields);

@@ -1,7 +1,10 @@
 #include "tools/kvrmem/memory/rif_input.h"
 
+#include "kvr/memory/rif_reader.h"
 #include "kvr/numeric/scanned_number.h"
+#include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/rif_line.h"
+#include "tools/kvrmem/memory/rif_word_judge.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -39,7 +42,32 @@ std::uint64_t parse_address(const input_file& file, std::string_view line, std::
     return address.magnitude;
 }
 
+/// Ends the read at the first fault.
+class rif_fault_thrower : public kvr::read_observer {
+public:
+    rif_fault_thrower(const input_file& from, std::uint64_t line) : file(from), number(line) {}
+    bool fault(const kvr::read_fault& fault, std::string_view text) override {
+        fail_at(file, {number, fault.column}, describe_rif_fault(fault, text).message);
+    }
+    void words(std::uint64_t /*first*/, std::uint64_t /*last*/, std::uint64_t /*line*/) override {}
+
+private:
+    const input_file& file;
+    std::uint64_t number;
+};
+
+/// Refuses the line @p line where the library does, and tells of the place that it tells.
+void require_words_only(const input_file& file, std::string_view line, std::uint64_t number) {
+    if (!kvr::is_rif_data(line)) {
+        kvr::rif_memory nowhere(nullptr);
+        rif_fault_thrower thrower(file, number);
+        kvr::line_source source(line);
+        kvr::rif_reader(nowhere, &thrower).read(source);
+    }
+}
+
 /// Calls @p take with the address, text and place of every word of @p file.
+/// @throws tool_error at the first line that holds something else.
 template <class Take>
 void for_each_word(const input_file& file, Take&& take) {
     kvr::line_source lines = file.lines(kvr::line_source::unlimited);
@@ -51,6 +79,7 @@ void for_each_word(const input_file& file, Take&& take) {
             address = parse_address(file, line, number);
             continue;
         }
+        require_words_only(file, line, number);
         for_each_rif_word(line, [&](const rif_piece& word) {
             take(address, word.text, rif_place{number, word.begin + 1});
             ++address;
@@ -69,18 +98,6 @@ std::string upper_case(std::string_view text) {
     return result;
 }
 
-/// Throws for the first word of the file that is no word of @p width bits.
-[[noreturn]] void fail_at_first_bad_word(const input_file& file, std::uint32_t width) {
-    std::string word;
-    for_each_word(file, [&](std::uint64_t, std::string_view text, const rif_place& place) {
-        const auto error = make_word(text, RADIX_HEX, width, word);
-        if (error) {
-            fail_at(file, place, describe(*error, text, RADIX_HEX, width));
-        }
-    });
-    throw tool_error(exit_code::bad_input, file.name() + ": changed while it was read");
-}
-
 void require_some_width(const input_file& file, std::uint64_t longest) {
     if (longest == 0) {
         throw tool_error(exit_code::bad_input, file.name() + ": error: the file holds no word");
@@ -94,11 +111,16 @@ memory_image read_rif(const input_file& file, const input_options& options) {
     image.format = FILE_TYPE_RIF;
     image.words.resize(options.depth.value_or(largest_size), "");
     std::size_t longest = 0;
+    rif_word_judge judge(options.width);
     for_each_word(file, [&](std::uint64_t address, std::string_view text, const rif_place& place) {
         if (address >= image.words.size()) {
             fail_at(file, place,
                     fmt::format("address {} is beyond the addresses 0 to {} of the memory", address,
                                 image.words.size() - 1));
+        }
+        const auto fault = judge.judge(text);
+        if (fault && (options.width || !fault->is_too_wide)) {
+            fail_at(file, {place.line, place.column + fault->begin}, fault->message);
         }
         longest = std::max(longest, text.size());
         image.words.set(static_cast<std::uint32_t>(address), upper_case(text));
@@ -111,13 +133,11 @@ memory_image read_rif(const input_file& file, const input_options& options) {
     }
     image.width = options.width.value_or(static_cast<std::uint32_t>(longest * bits_per_hex_digit));
     image.note = options.width ? "" : "taken from the longest word";
-    const bool all_words = image.words.transform([&image](std::string_view text, std::string& word) {
+    // Each of them is a word: it was judged when its line was read.
+    image.words.transform([&image](std::string_view text, std::string& word) {
         word.clear();
         return text.empty() || !make_word(text, RADIX_HEX, image.width, word);
     });
-    if (!all_words) {
-        fail_at_first_bad_word(file, image.width);
-    }
     return image;
 }
 
