@@ -10,6 +10,7 @@
 #include <array>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
 #include <deque>
 #include <memory>
 #include <new>
@@ -755,6 +756,22 @@ TEST(WordStore, APageOfLongWordsIsKeptAsTheyAre) {
     EXPECT_EQ(words[27], std::string(length, 'B'));
     EXPECT_EQ(words[kvr::page_words - 1],
               std::string(length, static_cast<char>('A' + (kvr::page_words - 1) % 26)));
+}
+
+// The addresses are those that the number of the page would be taken for when it is multiplied.
+TEST(WordStore, AWordFarBehindAPageThatWasSetGoesToAPageOfItsOwn) {
+    constexpr std::size_t length = 4;
+    kvr::word_store words;
+    words.resize(4294967295, "0");
+    auto texts = std::make_unique<char[]>(kvr::page_words * length);
+    for (std::uint32_t word = 0; word < kvr::page_words; ++word) {
+        std::memcpy(&texts[word * length], std::to_string(1000 + word).data(), length);
+    }
+    words.set_page(kvr::page_words, texts, length);
+    const std::uint32_t far = kvr::page_words * kvr::page_words * kvr::page_words;
+    words.set(far, "far");
+    EXPECT_EQ(words[kvr::page_words], "1000");
+    EXPECT_EQ(words[far], "far");
 }
 
 } // namespace
