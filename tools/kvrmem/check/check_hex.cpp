@@ -24,8 +24,6 @@ namespace {
 
 using step = kvr::hex_record_walk::step;
 
-constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
-
 /// The last line with a record that is no end record; 0 when there is none. Also one at fault may have words.
 std::uint64_t last_line_before_the_end(const check_source& source) {
     std::uint64_t last = 0;

@@ -94,7 +94,7 @@ void explain_blocked_content(mif_check& check) {
     if (!header.depth_known && depth_line != 0 && depth_line == header.keyword[kvr::width_keyword]) {
         add_at_line(check, severity::error, "shared-line", depth_line,
                     "DEPTH is not read in a line with WIDTH", "give it a line of its own");
-    } else if (!header.depth_known && depth_line == 0) {
+    } else if (!header.depth_known && (depth_line == 0 || depth_line > header.blocked_content)) {
         add_at_line(check, severity::error, "missing-depth", header.blocked_content,
                     "there is no DEPTH= before CONTENT", "write DEPTH=256; or how many words there are");
     }
@@ -142,6 +142,7 @@ void check_blocked_content(mif_check& check, const kvr::mif_memory& before) {
     check.header.content = line;
     check.header.begin =
         found.begin != 0 ? static_cast<std::uint64_t>(static_cast<std::int64_t>(found.begin) + shift) : 0;
+    check.blocked = true;
     check.saw_missing_end = false;
     kvr::mif_memory memory(nullptr);
     check_mif_content(check, patched.text(), shift, memory);

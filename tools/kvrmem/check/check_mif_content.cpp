@@ -24,6 +24,11 @@ namespace kvrmem {
 
 namespace {
 
+/// A ";" that is missing at the end of a line can be put nowhere else.
+bool is_certain_repair(const inner_statement& inner) {
+    return inner.has_value && inner.at_line_end;
+}
+
 /// Judges what the library's reader finds, and what it reads without a word.
 class mif_checker : public kvr::mif_observer {
 public:
@@ -294,7 +299,7 @@ void mif_checker::end_statement(const kvr::mif_content& statement) {
 /// The library passes over what END ends: a statement without ";", or one that ends in the same line.
 void mif_checker::check_statement_before_end(const kvr::mif_content& statement, const kvr::text_span& end) {
     const kvr::text_span before = trimmed_span(statement.text.substr(0, end.begin));
-    if (check.header.begin == 0 || !before.found() || before.in(statement.text).starts_with("BEGIN")) {
+    if (check.header.begin == 0 || !before.found() || before.in(statement.text) == "BEGIN") {
         return;
     }
     const kvr::mif_content left_out = text_before(statement, before.end);
@@ -317,12 +322,16 @@ void mif_checker::check_statement_before_end(const kvr::mif_content& statement, 
     }
 }
 
-/// A ";" where there is none, and a line of its own for END, where END is a word and what is before a
-/// statement.
+/// A ";" where there is none, and a line of its own for END, where END is a word and what is before it is one
+/// statement, or becomes one when the lines before it get their ";".
 std::optional<repair> mif_checker::repair_before_end(const kvr::mif_content& statement, std::size_t behind,
                                                      const kvr::text_span& end) const {
-    const std::string_view before = statement.text.substr(0, behind);
-    if (!kvr::contains(before, ":") || !is_whole_word(statement, end)) {
+    const kvr::mif_content left_out = text_before(statement, behind);
+    const std::string_view before = left_out.text;
+    const std::vector<inner_statement> inner = find_inner_statements(left_out);
+    const bool are_mended = std::all_of(inner.begin(), inner.end(), is_certain_repair);
+    if (!kvr::contains(before, ":") || !is_whole_word(statement, end) || !are_mended ||
+        find_text_behind_semicolon(before).found()) {
         return std::nullopt;
     }
     const kvr::line_place place = place_behind(statement, behind);
@@ -337,7 +346,7 @@ std::optional<repair> mif_checker::repair_before_end(const kvr::mif_content& sta
 
 void mif_checker::behind_end(std::string_view rest, std::uint64_t line) {
     const kvr::text_span text = find_text_behind_end(rest);
-    if (text.found()) {
+    if (text.found() && !(check.blocked && is_header_line(text.in(rest)))) {
         add_behind_end(text.in(rest), {line, static_cast<std::uint32_t>(text.begin + 1)});
     }
 }
@@ -400,8 +409,7 @@ void mif_checker::check_rest(const kvr::mif_content& content) {
 }
 
 void mif_checker::check_characters(const kvr::mif_content& content) {
-    for (kvr::text_span stray = find_stray_characters(content, 0); stray.found();
-         stray = find_stray_characters(content, stray.end)) {
+    for (const kvr::text_span& stray : find_stray_characters(content)) {
         warn(content, "stray-character", stray.begin, stray.end - stray.begin,
              fmt::format("'{}' belongs to no address and no value", visible(stray.in(content.text))),
              "the library takes it for a blank");
@@ -509,7 +517,7 @@ bool add_inner_statements(mif_check& check, const kvr::mif_content& content, sev
         const kvr::line_place place = place_behind(content, each.behind);
         const auto line = static_cast<std::uint64_t>(static_cast<std::int64_t>(place.line) + shift);
         std::optional<repair> mended;
-        if (each.has_value && each.at_line_end) {
+        if (is_certain_repair(each)) {
             mended =
                 repair{check.source.offset_of(line, place.column), 0, ";", "';' put before the next address"};
         }

@@ -3,6 +3,7 @@
 #include "kvr/memory/mif_header.h"
 #include "kvr/memory/mif_line.h"
 #include "kvr/memory/mif_reader.h"
+#include "tools/kvrmem/memory/file_format.h"
 
 #include <algorithm>
 #include <string>
@@ -49,6 +50,9 @@ private:
     }
     void take_keywords() {
         const std::array<bool, 4> parsed = parsed_keywords();
+        if (parsed[kvr::depth_keyword] && has(kvr::width_keyword)) {
+            result.unread_depth = number;
+        }
         for (std::size_t index = 0; index < kvr::header_keywords.size(); ++index) {
             if (parsed[index]) {
                 result.repeated[index] = seen[index] ? result.keyword[index] : 0;
@@ -58,14 +62,18 @@ private:
                 result.repeated[index] = number;
             }
         }
-        result.width_known = seen[kvr::width_keyword];
-        result.depth_known = seen[kvr::depth_keyword];
+        if (result.blocked_content == 0) {
+            result.width_known = seen[kvr::width_keyword];
+            result.depth_known = seen[kvr::depth_keyword];
+        }
     }
     void note_unknown_keyword() {
-        constexpr std::size_t most_noted = 1000;
-        const std::string_view name = std::string_view(text).substr(0, text.find('='));
-        if (name.size() < text.size() && text.back() == ';' && is_name(name) && !is_header_line(text) &&
-            result.unknown.size() < most_noted) {
+        if (!text.ends_with(';') || kvr::contains(text, "CONTENT") || is_header_line(text)) {
+            return;
+        }
+        const std::size_t equals = text.find('=');
+        if (equals != std::string::npos ? is_name(std::string_view(text).substr(0, equals))
+                                        : !name_without_equals(text).empty()) {
             result.unknown.push_back(number);
         }
     }
@@ -87,7 +95,7 @@ private:
             return;
         }
         seen[kvr::address_radix_keyword] = seen[kvr::data_radix_keyword] = true;
-        if (result.width_known && result.depth_known) {
+        if (seen[kvr::width_keyword] && seen[kvr::depth_keyword]) {
             result.content = number;
         } else if (result.blocked_content == 0) {
             result.blocked_content = number;
@@ -106,6 +114,23 @@ private:
 
 mif_header_lines find_header_lines(const check_source& source) {
     return header_walk(source).find();
+}
+
+std::string_view name_without_equals(std::string_view text) {
+    for (std::size_t index = kvr::depth_keyword; index < header_names.size(); ++index) {
+        if (!text.starts_with(header_names[index])) {
+            continue;
+        }
+        std::string_view value = text.substr(header_names[index].size());
+        value.remove_prefix(value.starts_with(':') ? 1 : 0);
+        value = value.substr(0, value.find(';'));
+        const bool is_number =
+            !value.empty() && value.find_first_not_of("0123456789") == std::string_view::npos;
+        if (index == kvr::depth_keyword ? is_number : radix_of_name(value).has_value()) {
+            return header_names[index];
+        }
+    }
+    return "";
 }
 
 bool is_header_line(std::string_view text) {

@@ -16,14 +16,20 @@ struct mif_header_lines {
     std::array<std::uint64_t, 4> keyword{};
     /// Lines that tell a keyword, too, and do not hold: earlier or later ones; 0 for none.
     std::array<std::uint64_t, 4> repeated{};
-    /// The first lines that look like those of a keyword, "NAME=…;", and have none.
+    std::uint64_t unread_depth =
+        0; ///< the last line that has WIDTH and a DEPTH that was still to come; 0: none
+    /// The lines that look like those of a keyword, "NAME=…;" or "DEPTH 4;", and are none.
     std::vector<std::uint64_t> unknown;
     std::uint64_t blocked_content = 0; ///< first line with CONTENT before WIDTH and DEPTH were known; 0: none
     std::uint64_t content = 0;         ///< the line with CONTENT from which words are read; 0: none
     std::uint64_t begin = 0;           ///< the line with BEGIN behind it; 0: none
-    bool width_known = false;
+    bool width_known = false; ///< at the first of these lines, or at the end of a file without CONTENT
     bool depth_known = false;
 };
+
+/// The keywords in the order of kvr::header_keywords, without "=".
+inline constexpr std::array<std::string_view, 4> header_names = {"WIDTH", "DEPTH", "ADDRESS_RADIX",
+                                                                 "DATA_RADIX"};
 
 [[nodiscard]] mif_header_lines find_header_lines(const check_source& source);
 
@@ -32,6 +38,10 @@ struct line_stretch {
     std::uint64_t column; ///< from 1
     std::string_view text;
 };
+
+/// The name of the keyword that stands in @p text without "=", in front of what it could be followed by:
+/// "DEPTH" of "DEPTH4;" and "DEPTH:4;". @p text is in upper case and without blanks. "" when there is none.
+[[nodiscard]] std::string_view name_without_equals(std::string_view text);
 
 /// True when @p text, in upper case, has a keyword of the header in it.
 [[nodiscard]] bool is_header_line(std::string_view text);

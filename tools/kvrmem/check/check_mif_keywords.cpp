@@ -2,6 +2,7 @@
 
 #include "kvr/memory/mif_header.h"
 #include "kvr/memory/mif_line.h"
+#include "kvr/numeric/scanned_number.h"
 #include "tools/kvrmem/check/check_mif_content.h"
 #include "tools/kvrmem/check/check_mif_header.h"
 #include "tools/kvrmem/check/check_mif_radix.h"
@@ -23,23 +24,31 @@ namespace kvrmem {
 
 namespace {
 
+constexpr std::string_view decimal_digits = "0123456789";
+
 /// The library gives both radixes the first name that it finds in such a line.
 void check_shared_radix_line(mif_check& check) {
     const std::uint64_t line = check.header.keyword[kvr::data_radix_keyword];
     if (line != 0 && line == check.header.keyword[kvr::address_radix_keyword]) {
-        const std::string_view text = kvr::without_comments(check.source.line(line));
-        const std::size_t begin = std::min(text.find_first_not_of(mif_blanks), text.size());
-        check.faults.add({severity::warning, "shared-line", line, begin + 1, text.size() - begin,
-                          "ADDRESS_RADIX and DATA_RADIX get the same radix in one line",
-                          "give each a line of its own", std::nullopt});
+        add_at_line(check, severity::warning, "shared-line", line,
+                    "ADDRESS_RADIX and DATA_RADIX get the same radix in one line",
+                    "give each a line of its own");
+    }
+}
+
+/// The depth of such a line is still to come.
+void check_shared_size_line(mif_check& check) {
+    if (check.header.unread_depth != 0 && check.header.depth_known) {
+        add_at_line(check, severity::warning, "shared-line", check.header.unread_depth,
+                    "DEPTH is not read in a line with WIDTH",
+                    fmt::format("DEPTH is that of line {}", check.header.keyword[kvr::depth_keyword]));
     }
 }
 
 /// One line of a keyword holds: the first, unless a later one tells the other keyword of the pair for the
 /// first time.
 void check_repeated_keywords(mif_check& check) {
-    constexpr std::array<const char*, 4> names = {"WIDTH", "DEPTH", "ADDRESS_RADIX", "DATA_RADIX"};
-    for (std::size_t index = 0; index < names.size(); ++index) {
+    for (std::size_t index = 0; index < header_names.size(); ++index) {
         if (check.header.repeated[index] == 0) {
             continue;
         }
@@ -48,7 +57,7 @@ void check_repeated_keywords(mif_check& check) {
         check.faults.add(
             {severity::warning, "repeated-header", later, value.column,
              std::max<std::size_t>(value.text.size(), 1),
-             fmt::format("{} is told again, first at line {}", names[index], first),
+             fmt::format("{} is told again, first at line {}", header_names[index], first),
              first == check.header.keyword[index] ? "the first line holds" : "the later line holds",
              std::nullopt});
     }
@@ -57,10 +66,6 @@ void check_repeated_keywords(mif_check& check) {
 /// The radix that is most likely meant by @p given, which is in upper case; "" when it is far from all.
 std::string nearest_radix_name(const std::string& given) {
     constexpr std::array<std::string_view, 5> known = {"BIN", "OCT", "DEC", "UNS", "HEX"};
-    constexpr std::size_t longest_compared = 31;
-    if (given.size() > longest_compared) {
-        return "";
-    }
     return nearest_of(given, known);
 }
 
@@ -85,8 +90,10 @@ std::optional<repair> equals_repair(const check_source& source, std::uint64_t nu
     std::string text(kvr::without_comments(source.line(number)));
     kvr::to_upper(text);
     const std::size_t behind = text.find(keyword) + keyword.size();
-    const std::size_t digits = text.find_first_of("0123456789");
-    if (text.find(keyword) == std::string::npos || text.find_first_not_of(mif_blanks, behind) != digits) {
+    const std::size_t digits = text.find_first_of(decimal_digits);
+    const std::size_t end = text.find_first_not_of(decimal_digits, digits);
+    if (text.find(keyword) == std::string::npos || text.find_first_not_of(mif_blanks, behind) != digits ||
+        text.find_first_not_of(mif_blanks, end) != text.find(';')) {
         return std::nullopt;
     }
     return repair{source.offset_of(number, behind + 1), digits - behind, behind == digits ? "=" : " = ",
@@ -113,15 +120,18 @@ void check_header_number(mif_check& check, std::size_t keyword, const char* name
     if (line == 0 || kvr::take_size_line(memory, as_header_line(check.source.line(line)))) {
         return; // which was told
     }
+    const std::uint32_t number = keyword == kvr::width_keyword ? memory.word_size : memory.number_of_words;
     const line_stretch value = header_value(check.source.line(line));
-    if (value.text.empty() || value.text.find_first_not_of("0123456789") == std::string_view::npos) {
+    if (number == 0 || value.text.empty()) {
         return;
     }
-    const std::uint32_t number = keyword == kvr::width_keyword ? memory.word_size : memory.number_of_words;
-    if (number != 0) {
+    if (value.text.find_first_not_of(decimal_digits) != std::string_view::npos) {
         check.faults.add({severity::warning, "header-number", line, value.column, value.text.size(),
                           fmt::format("{} '{}' is no decimal number", name, visible(value.text)),
                           fmt::format("the library takes {} for it", number), std::nullopt});
+    } else if (kvr::scan_number(value.text, 10).magnitude != number) {
+        add_at_line(check, severity::warning, "header-number", line,
+                    fmt::format("the first number of the line, {}, counts as {}", number, name), "");
     }
 }
 
@@ -163,16 +173,20 @@ void check_behind_header(mif_check& check) {
 
 /// The library keeps such a line as a comment.
 void check_unknown_keywords(mif_check& check) {
-    constexpr std::array<std::string_view, 4> known = {"WIDTH", "DEPTH", "ADDRESS_RADIX", "DATA_RADIX"};
+    constexpr const char* effect = "the library takes the line for a comment";
     for (const std::uint64_t line : check.header.unknown) {
         const std::string_view text = check.source.line(line);
-        const kvr::text_span name = trimmed_span(text.substr(0, text.find('=')));
-        const std::string nearest = nearest_of(as_header_line(name.in(text)), known);
+        const std::size_t equals = text.find('=');
+        if (equals == std::string_view::npos) {
+            add_at_line(check, severity::warning, "missing-equals", line,
+                        fmt::format("no '=' behind {}", name_without_equals(as_header_line(text))), effect);
+            continue;
+        }
+        const kvr::text_span name = trimmed_span(text.substr(0, equals));
+        const std::string nearest = nearest_of(as_header_line(name.in(text)), header_names);
         check.faults.add({severity::warning, "unknown-header", line, name.begin + 1, name.end - name.begin,
                           fmt::format("'{}' is no word of the header", visible(name.in(text))),
-                          nearest.empty() ? "the library takes the line for a comment"
-                                          : fmt::format("did you mean {}?", nearest),
-                          std::nullopt});
+                          nearest.empty() ? effect : fmt::format("did you mean {}?", nearest), std::nullopt});
     }
 }
 
@@ -248,6 +262,7 @@ void check_radix_fit(mif_check& check, std::size_t keyword, const radix_fit& fit
 } // namespace
 
 void check_mif_keywords(mif_check& check, const kvr::mif_memory& memory) {
+    check_shared_size_line(check);
     check_shared_radix_line(check);
     check_repeated_keywords(check);
     check_equals_of_width(check);

@@ -17,6 +17,7 @@ struct mif_check {
     const input_options& options;
     fault_list& faults;
     mif_header_lines header;
+    bool blocked = false; ///< the library takes all lines for the header's: the content is read only here
     bool saw_missing_end = false;
     bool saw_bad_value = false;
     bool saw_bad_address = false;

@@ -39,6 +39,9 @@ std::string nearest_of(std::string_view given, std::span<const std::string_view>
     std::string nearest;
     std::size_t fewest = given.size() / 3 + 1;
     for (const std::string_view candidate : known) {
+        if (given.size() >= candidate.size() + fewest) {
+            continue; // more letters than that would have to go
+        }
         const std::size_t edits = edits_between(given, candidate);
         if (edits < fewest) {
             fewest = edits;

@@ -1,6 +1,7 @@
 #include "tools/kvrmem/memory/hex_fault_place.h"
 
 #include "kvr/memory/hex_record.h"
+#include "tools/kvrmem/memory/word_text.h"
 
 namespace kvrmem {
 
@@ -13,7 +14,7 @@ kvr::read_fault placed_at(const kvr::read_fault& fault, std::size_t index) {
 } // namespace
 
 std::size_t first_no_digit(std::string_view record) {
-    return record.find_first_not_of("0123456789abcdefABCDEF", 1);
+    return record.find_first_not_of(hex_digits, 1);
 }
 
 std::size_t missing_checksum_digits(std::string_view record) {

@@ -78,7 +78,7 @@ public:
         constexpr std::string_view keyword = "END";
         const std::size_t end = statement.text.find(keyword);
         const kvr::text_span before = trimmed_span(statement.text.substr(0, end));
-        if (before.found() && !before.in(statement.text).starts_with("BEGIN")) {
+        if (before.found() && before.in(statement.text) != "BEGIN") {
             fail_at(name, statement.place(before.begin),
                     fmt::format(
                         "'{}' stands before END in one statement and would be left out; end it with a ';' "
@@ -119,7 +119,7 @@ private:
             return memory.number_of_words == 0 ? "there is no WIDTH and no DEPTH" : "there is no WIDTH";
         }
         return memory.number_of_words == 0 ? "there is no line with DEPTH= and without WIDTH"
-                                           : "there is no CONTENT BEGIN";
+                                           : "there is no CONTENT BEGIN behind WIDTH and DEPTH";
     }
     void check_address(const kvr::mif_content& content, const kvr::text_span& token) const {
         const std::string_view digits = token.in(content.text);
@@ -157,10 +157,10 @@ private:
     }
     /// The library takes for a blank what belongs to no address and no value.
     void check_separators(const kvr::mif_content& content) const {
-        const kvr::text_span stray = find_stray_characters(content, 0);
-        if (stray.found()) {
-            fail_at(name, content.place(stray.begin),
-                    fmt::format("'{}' belongs to no address and no value", stray.in(content.text)));
+        const std::vector<kvr::text_span> stray = find_stray_characters(content);
+        if (!stray.empty()) {
+            fail_at(name, content.place(stray.front().begin),
+                    fmt::format("'{}' belongs to no address and no value", stray.front().in(content.text)));
         }
     }
     void check_line_breaks(const kvr::mif_content& content) const {

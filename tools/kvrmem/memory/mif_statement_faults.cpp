@@ -32,8 +32,8 @@ std::size_t address_before(const kvr::mif_content& statement, std::size_t from, 
         return std::string_view::npos;
     }
     if (text[last] == ']') {
-        const std::size_t bracket = text.rfind('[', last);
-        return bracket != std::string_view::npos && bracket >= from ? bracket : std::string_view::npos;
+        const std::size_t bracket = text.substr(from, last - from).rfind('[');
+        return bracket != std::string_view::npos ? from + bracket : std::string_view::npos;
     }
     std::size_t begin = last + 1;
     while (begin > from && kvr::is_value_character(text[begin - 1])) {

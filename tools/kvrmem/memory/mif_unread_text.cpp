@@ -34,7 +34,7 @@ kvr::text_span find_text_behind_semicolon(std::string_view text) {
     return trimmed_span(text, std::min(text.find_first_not_of(" \t;", semicolon), text.size()));
 }
 
-kvr::text_span find_stray_characters(const kvr::mif_content& content, std::size_t from) {
+std::vector<kvr::text_span> find_stray_characters(const kvr::mif_content& content) {
     const std::string_view text = content.text.substr(0, content.text.find(';'));
     const std::size_t colon = text.find(':');
     const auto is_read = [&](std::size_t at) {
@@ -45,14 +45,17 @@ kvr::text_span find_stray_characters(const kvr::mif_content& content, std::size_
         const std::string_view separators = at < colon ? " \t[]." : " \t,";
         return !is_read(at) && separators.find(text[at]) == std::string_view::npos;
     };
-    while (from < text.size() && !is_stray(from)) {
-        ++from;
+    std::vector<kvr::text_span> found;
+    for (std::size_t at = 0; at < text.size(); ++at) {
+        if (!is_stray(at)) {
+            continue;
+        }
+        if (found.empty() || found.back().end != at) {
+            found.push_back({at, at});
+        }
+        found.back().end = at + 1;
     }
-    std::size_t end = from;
-    while (end < text.size() && is_stray(end)) {
-        ++end;
-    }
-    return end > from ? kvr::text_span{from, end} : kvr::text_span{};
+    return found;
 }
 
 bool continues_a_value(const kvr::mif_content& content, const kvr::line_piece& piece) {

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string_view>
+#include <vector>
 
 namespace kvrmem {
 
@@ -22,9 +23,9 @@ inline constexpr std::string_view mif_blanks = " \t";
 /// What stands behind the first ";" of @p text, other than blanks and more ";".
 [[nodiscard]] kvr::text_span find_text_behind_semicolon(std::string_view text);
 
-/// The characters at or behind @p from, up to the ";", that belong to no address and no value: the library
-/// takes them for blanks, so that "1G2" is 1 and 2.
-[[nodiscard]] kvr::text_span find_stray_characters(const kvr::mif_content& content, std::size_t from);
+/// The characters up to the ";" that belong to no address and no value: the library takes them for blanks, so
+/// that "1G2" is 1 and 2.
+[[nodiscard]] std::vector<kvr::text_span> find_stray_characters(const kvr::mif_content& content);
 
 /// True when the line @p piece goes on with the value of the line before: a line break inside a run of digits
 /// does not end the value.

@@ -12,6 +12,7 @@
 namespace kvrmem {
 
 inline constexpr std::uint32_t bits_per_hex_digit = 4;
+inline constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
 
 // How a memory_image holds a word of `width` bits: as ceil(width / 4) upper-case hexadecimal digits, which
 // may be "X" for four don't-care bits; or, where a don't-care bit stands beside a plain one, as `width`
