@@ -189,9 +189,9 @@ const command check_command = {
     "\n"
     "Of each file the first 100 errors and 100 warnings are shown, in JSON 10000 of\n"
     "each. --fix mends what is certain (checksums, a missing end record or END;, a\n"
-    "missing ';' at a line end, [a - b] for [a..b], a radix that many values do not\n"
-    "fit) and leaves every other byte alone. OUT is written only when no error is\n"
-    "left.\n",
+    "missing ';' at a line end, END in the line of a statement, [a - b] for [a..b],\n"
+    "WIDTH 8, a radix that many values do not fit) and leaves every other byte\n"
+    "alone. OUT is written only when no error is left.\n",
     1,
     any_number,
     check_options,
