@@ -24,13 +24,13 @@ struct number_trial {
 const std::string hexadecimal_digits = "7123456789ABCDEF0123456789ABCDEF0123456789ABCDEF";
 const std::string decimal_digits = "-31415926535897932384626433832795028841971693993751058209749";
 const std::string octal_digits = "0123456701234567012345670123456701234567";
-const std::string bits = "01101110010101110110111001010111011011100101011101101110010101110110";
+const std::string binary_digits = "01101110010101110110111001010111011011100101011101101110010101110110";
 constexpr unsigned bit_count = 150;
 
 const std::string& digits_in(KVR_MEMORY_RADIXES radix) {
     switch (radix) {
     case RADIX_BIN:
-        return bits;
+        return binary_digits;
     case RADIX_OCT:
         return octal_digits;
     case RADIX_HEX:
@@ -63,7 +63,7 @@ void to_bits(number_trial& trial) {
 
 template <KVR_MEMORY_RADIXES Radix>
 void from_bits(number_trial& trial) {
-    trial.text = convert_from_binary_string(bits, Radix);
+    trial.text = convert_from_binary_string(binary_digits, Radix);
 }
 
 template <KVR_MEMORY_RADIXES To>
@@ -115,7 +115,8 @@ const kvr_test::faulty_call<number_trial> conversions[] = {
     {"DEC to fixed point", no_preparation, to_fixed_point<RADIX_DEC>},
     {"binary format of 0b", no_preparation,
      [](number_trial& trial) {
-         trial.answer = kvr_convert_numeric_string_to_binary_format("0b" + bits + bits, trial.text);
+         trial.answer =
+             kvr_convert_numeric_string_to_binary_format("0b" + binary_digits + binary_digits, trial.text);
      }},
     {"binary format of 0x", no_preparation,
      [](number_trial& trial) {
@@ -144,7 +145,7 @@ const kvr_test::faulty_call<number_trial> syntax_and_format[] = {
     {"predicates", no_preparation,
      [](number_trial& trial) {
          trial.answer = kvr_is_integer_value(decimal_digits) && kvr_is_float_value(decimal_digits) &&
-                        kvr_is_hex_value(hexadecimal_digits, 192) && kvr_is_binary_value(bits, 68);
+                        kvr_is_hex_value(hexadecimal_digits, 192) && kvr_is_binary_value(binary_digits, 68);
      },
      false},
 };

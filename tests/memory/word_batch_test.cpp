@@ -90,7 +90,7 @@ TEST(WordBatch, WordsBeforeAnExceptionAreThere) {
 /// Runs of all kinds, in a batch and one by one.
 TEST(WordBatch, SetsWhatSetSets) {
     std::mt19937 random(1);
-    for (int round = 0; round < kvr_test::fewer(kvr_test::is_sanitized ? 10 : 60); ++round) {
+    for (int round = 0; round < kvr_test::fewer(kvr_test::is_sanitized ? 10 : 30); ++round) {
         constexpr std::uint32_t size = 5000;
         word_store batched;
         word_store plain;
