@@ -210,8 +210,8 @@ void mif_checker::take_size_fault(check_fault& found, const kvr::read_fault& fau
     }
     const bool is_size =
         fault.code == kvr::fault_code::width_syntax || fault.code == kvr::fault_code::depth_syntax;
-    const bool is_certain = is_size ? value.text.find_first_not_of("0123456789") == std::string_view::npos
-                                    : radix_of_name(value.text).has_value();
+    const bool is_certain =
+        is_size ? is_number_in(value.text, RADIX_UNS) : radix_of_name(value.text).has_value();
     found.column += value.text.size();
     found.length = 1;
     if (is_certain) {

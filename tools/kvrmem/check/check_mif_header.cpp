@@ -4,6 +4,7 @@
 #include "kvr/memory/mif_line.h"
 #include "kvr/memory/mif_reader.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/mif_unread_text.h"
 
 #include <algorithm>
 #include <string>
@@ -124,8 +125,7 @@ std::string_view name_without_equals(std::string_view text) {
         std::string_view value = text.substr(header_names[index].size());
         value.remove_prefix(value.starts_with(':') ? 1 : 0);
         value = value.substr(0, value.find(';'));
-        const bool is_number =
-            !value.empty() && value.find_first_not_of("0123456789") == std::string_view::npos;
+        const bool is_number = !value.empty() && is_number_in(value, RADIX_UNS);
         if (index == kvr::depth_keyword ? is_number : radix_of_name(value).has_value()) {
             return header_names[index];
         }

@@ -114,7 +114,7 @@ void check_equals_of_width(mif_check& check) {
 }
 
 /// The library takes the first digits of the line for the number, whatever stands around them.
-void check_header_number(mif_check& check, std::size_t keyword, const char* name) {
+void check_header_number(mif_check& check, std::size_t keyword) {
     const std::uint64_t line = check.header.keyword[keyword];
     kvr::mif_memory memory(nullptr);
     if (line == 0 || kvr::take_size_line(memory, as_header_line(check.source.line(line)))) {
@@ -125,13 +125,15 @@ void check_header_number(mif_check& check, std::size_t keyword, const char* name
     if (number == 0 || value.text.empty()) {
         return;
     }
-    if (value.text.find_first_not_of(decimal_digits) != std::string_view::npos) {
-        check.faults.add({severity::warning, "header-number", line, value.column, value.text.size(),
-                          fmt::format("{} '{}' is no decimal number", name, visible(value.text)),
-                          fmt::format("the library takes {} for it", number), std::nullopt});
+    if (!is_number_in(value.text, RADIX_UNS)) {
+        check.faults.add(
+            {severity::warning, "header-number", line, value.column, value.text.size(),
+             fmt::format("{} '{}' is no decimal number", header_names[keyword], visible(value.text)),
+             fmt::format("the library takes {} for it", number), std::nullopt});
     } else if (kvr::scan_number(value.text, 10).magnitude != number) {
-        add_at_line(check, severity::warning, "header-number", line,
-                    fmt::format("the first number of the line, {}, counts as {}", number, name), "");
+        add_at_line(
+            check, severity::warning, "header-number", line,
+            fmt::format("the first number of the line, {}, counts as {}", number, header_names[keyword]), "");
     }
 }
 
@@ -175,7 +177,7 @@ void check_behind_header(mif_check& check) {
 void check_unknown_keywords(mif_check& check) {
     constexpr const char* effect = "the library takes the line for a comment";
     for (const std::uint64_t line : check.header.unknown) {
-        const std::string_view text = check.source.line(line);
+        const std::string_view text = kvr::without_comments(check.source.line(line));
         const std::size_t equals = text.find('=');
         if (equals == std::string_view::npos) {
             add_at_line(check, severity::warning, "missing-equals", line,
@@ -190,7 +192,7 @@ void check_unknown_keywords(mif_check& check) {
     }
 }
 
-void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES radix, const char* name) {
+void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES radix) {
     const std::uint64_t line = check.header.keyword[keyword];
     if (radix != RADIX_NONE || line == 0) {
         return;
@@ -202,8 +204,8 @@ void check_radix_name(mif_check& check, std::size_t keyword, KVR_MEMORY_RADIXES 
     const line_stretch value = header_value(check.source.line(line));
     std::string given(value.text);
     kvr::to_upper(given);
-    const std::string message =
-        fmt::format("{} '{}' is none of BIN, OCT, DEC, UNS and HEX", name, visible(value.text));
+    const std::string message = fmt::format("{} '{}' is none of BIN, OCT, DEC, UNS and HEX",
+                                            header_names[keyword], visible(value.text));
     std::string hint = "the library reads on without a radix";
     const std::string nearest = nearest_radix_name(given);
     if (!nearest.empty()) {
@@ -244,10 +246,8 @@ void check_radix_fit(mif_check& check, std::size_t keyword, const radix_fit& fit
     const std::string hint = fmt::format("line {}: {}", fit.example_line, visible(fit.example));
     const std::uint64_t line = check.header.keyword[keyword];
     if (line == 0) {
-        std::string_view name = kvr::header_keywords[keyword].keyword;
-        name.remove_suffix(1); // "="
         add_at_line(check, severity::warning, code, check.header.content,
-                    fmt::format("without {} the radix is {}, the {} look like {}", name,
+                    fmt::format("without {} the radix is {}, the {} look like {}", header_names[keyword],
                                 radix_title(declared), what, radix_title(fit.only)),
                     hint);
         return;
@@ -266,12 +266,12 @@ void check_mif_keywords(mif_check& check, const kvr::mif_memory& memory) {
     check_shared_radix_line(check);
     check_repeated_keywords(check);
     check_equals_of_width(check);
-    check_header_number(check, kvr::width_keyword, "WIDTH");
-    check_header_number(check, kvr::depth_keyword, "DEPTH");
+    check_header_number(check, kvr::width_keyword);
+    check_header_number(check, kvr::depth_keyword);
     check_behind_header(check);
     check_unknown_keywords(check);
-    check_radix_name(check, kvr::address_radix_keyword, memory.address_radix, "ADDRESS_RADIX");
-    check_radix_name(check, kvr::data_radix_keyword, memory.memory_radix, "DATA_RADIX");
+    check_radix_name(check, kvr::address_radix_keyword, memory.address_radix);
+    check_radix_name(check, kvr::data_radix_keyword, memory.memory_radix);
 }
 
 void check_radix_fits(mif_check& check, const kvr::mif_memory& memory) {
