@@ -19,6 +19,8 @@ constexpr std::array targets = {
     target{"tokenizer", try_tokenizer, "-max_len=120"},
     target{"list_file", try_list_file, "-max_len=1000"},
     target{"generated_file", try_generated_file, "-max_len=9000 -len_control=1000"},
+    target{"word_store", try_word_store, "-max_len=2000 -entropic=0"},
+    target{"comment_store", try_comment_store, "-max_len=2000 -entropic=0"},
 };
 
 } // namespace

@@ -24,5 +24,9 @@ void try_tokenizer(std::string_view input);
 void try_list_file(std::string_view input);
 /// The input is a design file, and a name.
 void try_generated_file(std::string_view input);
+/// The input chooses the changes to a word store, a byte or more for each.
+void try_word_store(std::string_view input);
+/// The input chooses the changes to a comment store, a byte or more for each.
+void try_comment_store(std::string_view input);
 
 } // namespace kvr_fuzz

@@ -21,8 +21,8 @@ packed_words::packed_words(std::uint32_t longest)
       stride(longest),
       incomplete(page_words) {}
 
-bool packed_words::put_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
-                                    std::uint32_t count) noexcept {
+bool packed_words::copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
+                                        std::uint32_t count) noexcept {
     if (length != stride || (!is_complete() && incomplete <= count)) {
         return false;
     }
@@ -35,20 +35,17 @@ bool packed_words::put_side_by_side(std::uint32_t index, const char* texts, std:
     return true;
 }
 
-bool packed_words::admit_shorter(std::size_t length) {
-    if (!fits(length)) {
-        return false;
+void packed_words::add_padding() {
+    if (padding == nullptr) {
+        padding = filled(0);
     }
-    assert(padding == nullptr); // else they are acceptable already
-    padding = filled(0);
-    return true;
 }
 
 packed_words packed_words::widened(std::uint32_t longest) const {
     packed_words wide(longest);
     for (std::uint32_t index = 0; index < page_words; ++index) {
         if (has(index)) {
-            wide.put(index, (*this)[index]);
+            wide.assign(index, index, [this](std::uint32_t each) { return (*this)[each]; });
         }
     }
     return wide;

@@ -37,11 +37,12 @@ inline void copy_characters(const char* from, std::size_t length, char* to) noex
 }
 
 /// The words of a page side by side in places of the same length, the stride. Words that all have this
-/// length, as in most memories, cost their characters and nothing else; where some are shorter or not set,
-/// one byte for each word of the page says so.
+/// length, as in most memories, cost their characters and nothing else. A page with shorter or unset words
+/// has one byte more for each word, its padding. Only assign() adds or drops the padding, before the first
+/// word and after the last one that it writes, so that no length can be lost between two words.
 class packed_words {
 public:
-    /// A page in which no word is set yet.
+    /// A page in which no word is set, for texts of up to @p longest characters.
     explicit packed_words(std::uint32_t longest);
     /// The page of the words in @p texts, all of them @p length characters long.
     packed_words(std::unique_ptr<char[]> texts, std::uint32_t length) noexcept
@@ -63,30 +64,45 @@ public:
         return {place(index), length};
     }
 
-    /// True when put() can take texts of @p length characters as things are.
-    [[nodiscard]] bool accepts(std::size_t length) const noexcept {
-        return length == stride || (padding != nullptr && fits(length));
+    /// True when the places suit texts of @p length characters.
+    [[nodiscard]] bool suits(std::size_t length) const noexcept {
+        return length <= stride && stride - length <= longest_padding;
     }
 
-    /// True when one word more makes the page complete, if it is as long as the stride.
-    [[nodiscard]] bool lacks_one() const noexcept { return incomplete == 1; }
+    /// Sets @p index to @p text if that neither takes a padding nor completes the page; false, and nothing
+    /// done, otherwise.
+    bool copy_in(std::uint32_t index, std::string_view text) noexcept {
+        if (padding == nullptr) {
+            if (text.size() != stride) {
+                return false;
+            }
+            copy_characters(text.data(), text.size(), place(index));
+            return true;
+        }
+        if (incomplete == 1 || !suits(text.size())) {
+            return false;
+        }
+        write(index, text);
+        return true;
+    }
 
-    /// Sets @p index to @p text, of an accepted length.
-    void put(std::uint32_t index, std::string_view text) noexcept {
-        copy_characters(text.data(), text.size(), place(index));
-        if (padding != nullptr) {
-            note_length(index, text.size());
+    /// copy_in() for the @p count words from @p index on, which stand side by side in @p texts, each
+    /// @p length characters long.
+    bool copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
+                              std::uint32_t count) noexcept;
+
+    /// Sets each index from @p begin to @p end (inclusive) to @p text_of (index), a text of a length that
+    /// suits. Nothing has changed when it throws (std::bad_alloc).
+    template <class TextOf>
+    void assign(std::uint32_t begin, std::uint32_t end, const TextOf& text_of) {
+        add_padding();
+        for (std::uint32_t index = begin; index <= end; ++index) {
+            write(index, text_of(index));
+        }
+        if (incomplete == 0) {
+            padding.reset();
         }
     }
-
-    /// Sets the @p count words from @p index on to @p texts, each @p length characters long, if that can be
-    /// done without completing the page; false, and nothing done, otherwise.
-    bool put_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
-                          std::uint32_t count) noexcept;
-
-    /// Makes texts of @p length characters, which are not, acceptable if the places are long enough; false
-    /// when they are not.
-    bool admit_shorter(std::size_t length);
 
     /// A copy with places of @p longest characters, at most `longest_padding` more than now.
     [[nodiscard]] packed_words widened(std::uint32_t longest) const;
@@ -113,17 +129,16 @@ private:
     [[nodiscard]] char* place(std::uint32_t index) const noexcept {
         return chars.get() + std::size_t{index} * stride;
     }
-    [[nodiscard]] bool fits(std::size_t length) const noexcept {
-        return length <= stride && stride - length <= longest_padding;
-    }
-    void note_length(std::uint32_t index, std::size_t length) noexcept {
-        const auto unused = static_cast<std::uint8_t>(stride - length);
+
+    void add_padding();
+
+    /// Writes a word and its length, for which there must be a padding.
+    void write(std::uint32_t index, std::string_view text) noexcept {
+        copy_characters(text.data(), text.size(), place(index));
+        const auto unused = static_cast<std::uint8_t>(stride - text.size());
         incomplete -= static_cast<std::uint32_t>(padding[index] != 0);
         incomplete += static_cast<std::uint32_t>(unused != 0);
         padding[index] = unused;
-        if (incomplete == 0) {
-            padding.reset();
-        }
     }
 
     std::unique_ptr<char[]> chars;

@@ -78,7 +78,9 @@ bool word_page::set(std::uint32_t index, std::string_view text) {
         return true;
     }
     if (auto* packed = std::get_if<packed_words>(&form)) {
-        packed->put(index, text);
+        if (!packed->copy_in(index, text)) {
+            packed->assign(index, index, [text](std::uint32_t /*index*/) { return text; });
+        }
         return packed->is_complete() || is_edge(index);
     }
     (*std::get_if<std::unique_ptr<varied_words>>(&form))->set(index, text);
@@ -101,9 +103,7 @@ void word_page::assign(std::uint32_t begin, std::uint32_t end, const pattern_ref
     if (auto* pieces = std::get_if<word_pieces>(&form)) {
         pieces->assign(begin, end, same_texts(texts, backing) ? pattern_ref() : texts);
     } else if (auto* packed = std::get_if<packed_words>(&form)) {
-        for (std::uint32_t index = begin; index <= end; ++index) {
-            packed->put(index, texts->text_at(first + index));
-        }
+        packed->assign(begin, end, [&](std::uint32_t index) { return texts->text_at(first + index); });
     } else {
         (*std::get_if<std::unique_ptr<varied_words>>(&form))->assign(begin, end, *texts, first + begin);
     }
@@ -133,14 +133,12 @@ void word_page::prepare_pieces(const word_pieces& pieces, length_range lengths) 
 }
 
 void word_page::prepare_packed(packed_words& packed, length_range lengths) {
-    if (packed.accepts(lengths.shortest) && packed.accepts(lengths.longest)) {
+    if (packed.suits(lengths.shortest) && packed.suits(lengths.longest)) {
         return;
     }
     if (lengths.longest > packed.longest() && lengths.longest <= longest_mixed) {
         packed = packed.widened(static_cast<std::uint32_t>(lengths.longest));
-        return;
-    }
-    if (lengths.longest > packed.longest() || !packed.admit_shorter(lengths.shortest)) {
+    } else {
         become_varied();
     }
 }
@@ -162,15 +160,14 @@ void word_page::become_packed(std::size_t longest) {
     packed_words packed(static_cast<std::uint32_t>(longest));
     if (const auto* pieces = std::get_if<word_pieces>(&form)) {
         for (const word_pieces::piece& each : pieces->all()) {
-            for (std::uint32_t index = each.first; index <= each.last; ++index) {
-                packed.put(index, each.texts->text_at(first + index));
-            }
+            packed.assign(each.first, each.last,
+                          [&](std::uint32_t index) { return each.texts->text_at(first + index); });
         }
     } else {
         const varied_words& varied = **std::get_if<std::unique_ptr<varied_words>>(&form);
         for (std::uint32_t index = 0; index < page_words; ++index) {
             if (varied.has(index)) {
-                packed.put(index, varied[index]);
+                packed.assign(index, index, [&](std::uint32_t each) { return varied[each]; });
             }
         }
     }

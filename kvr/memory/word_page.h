@@ -46,21 +46,17 @@ public:
     /// when it takes set().
     bool copy_in(std::uint32_t index, std::string_view text) noexcept {
         auto* packed = std::get_if<packed_words>(&form);
-        if (packed == nullptr || !packed->accepts(text.size()) || packed->lacks_one() || is_edge(index)) {
-            return false;
-        }
-        packed->put(index, text);
-        return true;
+        return packed != nullptr && !is_edge(index) && packed->copy_in(index, text);
     }
 
     /// Sets the @p count words from @p index on, of which the last word of the page is none, to @p texts,
-    /// each
-    /// @p length characters long, if that is a matter of copying them; false, and nothing done, when it takes
-    /// set() for one word at least.
+    /// each @p length characters long, if that is a matter of copying them; false, and nothing done, when it
+    /// takes set() for one word at least.
     bool copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
                               std::uint32_t count) noexcept {
         auto* packed = std::get_if<packed_words>(&form);
-        return packed != nullptr && !is_edge(index) && packed->put_side_by_side(index, texts, length, count);
+        return packed != nullptr && !is_edge(index) &&
+               packed->copy_in_side_by_side(index, texts, length, count);
     }
 
     /// True when all words of a page that are @p texts, each @p length (not 0) characters long, are best

@@ -68,6 +68,44 @@ TEST(AddressSet, AnswersLikeASetOfIntegers) {
     }
 }
 
+/// Inserts what count_free() finds at @p address, or a part of it, in @p addresses and @p model.
+void insert_free_run(address_set& addresses, std::set<std::uint32_t>& model, std::uint32_t address,
+                     std::mt19937& random) {
+    const std::uint32_t free = addresses.count_free(address);
+    ASSERT_EQ(free == 0, model.count(address) == 1) << address;
+    if (free == 0) {
+        return;
+    }
+    for (std::uint32_t i = 0; i < free; ++i) {
+        ASSERT_EQ(model.count(address + i), 0U) << address + i;
+    }
+    const auto taken = static_cast<std::uint32_t>(1 + random() % free);
+    addresses.insert_run(address, taken);
+    for (std::uint32_t i = 0; i < taken; ++i) {
+        model.insert(address + i);
+    }
+}
+
+TEST(AddressSet, TakesFreeRunsLikeASetOfIntegers) {
+    std::mt19937 random(2);
+    for (int round = 0; round < 20; ++round) {
+        address_set addresses;
+        std::set<std::uint32_t> model;
+        const std::uint32_t base = static_cast<std::uint32_t>(random() % 3) * 2147483600U;
+        for (int step = 0; step < 400; ++step) {
+            const auto address = base + static_cast<std::uint32_t>(random() % 9000);
+            if (random() % 3 == 0) {
+                ASSERT_EQ(addresses.insert(address), model.insert(address).second) << address;
+            } else {
+                ASSERT_NO_FATAL_FAILURE(insert_free_run(addresses, model, address, random));
+            }
+        }
+        for (std::uint32_t address = base; address < base + 9100; ++address) {
+            ASSERT_EQ(addresses.contains(address), model.count(address) == 1) << address;
+        }
+    }
+}
+
 TEST(AddressSet, InsertionThatFailsLeavesTheSetAsItWas) {
     for (std::size_t number = 1;; ++number) {
         address_set addresses;

@@ -361,4 +361,52 @@ TEST_F(WordPage, EmptyTextsArePackedToo) {
     expect_words();
 }
 
+TEST_F(WordPage, AShorterTextAfterALongerOneInARangeKeepsItsLength) {
+    for (std::uint32_t index = 0; index < page_words; ++index) {
+        set(index, two_digits(index));
+    }
+    assign(0x100, 0x17F, {"10", "0"});
+    expect_words();
+    assign(0x200, 0x200, {"1"});
+    assign(0x1FE, 0x205, {"7", "AA", "B"});
+    expect_words();
+}
+
+TEST_F(WordPage, AShorterTextBeforeALongerOneInARangeKeepsItsLength) {
+    for (std::uint32_t index = 0; index < page_words; ++index) {
+        set(index, two_digits(index));
+    }
+    assign(0, page_words - 1, {"0", "10", "20"});
+    expect_words();
+}
+
+TEST_F(WordPage, ARangeOverTheOnlyShorterWordKeepsItsLengths) {
+    for (std::uint32_t index = 0; index < page_words; ++index) {
+        set(index, index == 77 ? "7" : two_digits(index));
+    }
+    assign(77, 84, {"12", "3"});
+    expect_words();
+}
+
+TEST_F(WordPage, AShorterTextThatPacksPiecesOverTheWholePageKeepsItsLength) {
+    assign(0x0B, 0x0D, {"AA"});
+    assign(0x0E, page_words - 1, {"BB"});
+    for (std::uint32_t index = 0; index <= 0x0A; ++index) {
+        set(index, std::to_string(10 + index));
+    }
+    set(0x0C, "77");
+    assign(4, 7, {"12", "3"});
+    expect_words();
+}
+
+TEST_F(WordPage, AShorterTextThatPacksAListOverTheWholePageKeepsItsLength) {
+    assign(0, page_words - 2, {"AA"});
+    set(page_words - 1, "BB");
+    for (std::uint32_t word = 0; word < 89; ++word) {
+        set(2 * word + 1, std::to_string(10 + word));
+    }
+    set(0, "C");
+    expect_words();
+}
+
 } // namespace

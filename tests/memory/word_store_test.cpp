@@ -409,20 +409,6 @@ private:
     std::vector<std::uint32_t> places; ///< ascending; the last one is the largest size
 };
 
-TEST(WordStoreModel, SmallStoresBehaveLikeTheModel) {
-    for (unsigned seed = 1; seed <= kvr_test::fewer(12U); ++seed) {
-        random_changes changes(seed, {0, 700, 1024, 1700, 2048, 3000, 5200});
-        compared_stores stores;
-        for (int step = 0; step < 500; ++step) {
-            changes.change(stores);
-            if (step % 20 == 0) {
-                ASSERT_NO_FATAL_FAILURE(expect_same_runs(stores)) << "seed " << seed << " step " << step;
-            }
-        }
-        ASSERT_NO_FATAL_FAILURE(expect_same_words(stores, 0, std::max(stores.model.size(), 1U) - 1));
-    }
-}
-
 TEST(WordStoreModel, HugeStoresBehaveLikeTheModel) {
     const unsigned last_seed = 20 + kvr_test::fewer(kvr_test::is_sanitized ? 3U : 12U);
     for (unsigned seed = 21; seed <= last_seed; ++seed) {

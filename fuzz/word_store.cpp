@@ -1,0 +1,13 @@
+// The word store against a queue of strings: the input chooses what is done to both.
+
+#include "fuzz/library_targets.h"
+#include "fuzz/model_steps.h"
+#include "tests/memory/word_store_operations.h"
+
+namespace kvr_fuzz {
+
+void try_word_store(std::string_view input) {
+    run_steps<kvr_test::word_store_operations>(input);
+}
+
+} // namespace kvr_fuzz

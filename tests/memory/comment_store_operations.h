@@ -1,0 +1,57 @@
+#pragma once
+
+#include "kvr/memory/comment_store.h"
+#include "tests/memory/choices.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <deque>
+#include <string>
+#include <string_view>
+
+namespace kvr_test {
+
+/// Makes random changes to a comment store and to a std::deque<std::string>, and holds all ways to read the
+/// store against that.
+class comment_store_operations {
+public:
+    /// @p source must outlive it.
+    explicit comment_store_operations(choices& source);
+
+    /// Makes one change and compares what is around it; every 16th time, and each time when there are few
+    /// comments, everything.
+    /// @throws std::logic_error that says what differs, and after which change.
+    void step();
+
+    /// @throws std::logic_error
+    void compare_all();
+
+private:
+    // The changes. Each gives an index near which it has changed something.
+    std::size_t push_front();
+    std::size_t append_empty();
+    std::size_t insert();
+    std::size_t insert_ascending();
+    std::size_t insert_descending();
+    std::size_t assign();
+    std::size_t clear();
+
+    void insert_at(std::size_t index);
+    std::string text();
+    std::uint32_t some();
+    [[nodiscard]] std::size_t any_index() {
+        return chosen.below(static_cast<std::uint32_t>(model.size() + 1));
+    }
+    void compare_around(std::size_t index) const;
+    void compare_comment(std::size_t index) const;
+    void expect(bool holds, std::string_view what, std::size_t index) const;
+
+    choices& chosen;
+    kvr::comment_store comments;
+    std::deque<std::string> model;
+    std::size_t most_comments;
+    std::string_view change; ///< the latest one
+    std::uint64_t steps = 0;
+};
+
+} // namespace kvr_test

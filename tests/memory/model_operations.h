@@ -1,0 +1,48 @@
+#pragma once
+
+#include "tests/memory/choices.h"
+#include "tests/sanitized.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <cstdlib>
+#include <exception>
+#include <string>
+
+namespace kvr_test {
+
+/// The number in the variable @p name of the environment, or @p otherwise.
+inline std::uint64_t number_in_environment(const char* name, std::uint64_t otherwise) {
+    const char* text = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nothing sets variables
+    return text != nullptr ? std::strtoull(text, nullptr, 10) : otherwise;
+}
+
+/// Runs sequences of random operations on a store and its model. The environment may say how many operations
+/// there are in sum (KVR_MODEL_OPERATIONS) and with which seed the first sequence begins (KVR_MODEL_SEED; the
+/// next sequences count on from it): the seed that a failure names repeats it.
+template <class Operations>
+void run_model_operations() {
+    constexpr std::uint64_t longest_sequence = 500;
+    const std::uint64_t all =
+        number_in_environment("KVR_MODEL_OPERATIONS", fewer(is_sanitized ? 10'000 : 50'000));
+    auto seed = static_cast<std::uint32_t>(number_in_environment("KVR_MODEL_SEED", 1));
+    for (std::uint64_t done = 0; done < all; ++seed) {
+        random_choices choices(seed);
+        Operations operations(choices);
+        const std::uint64_t count = std::min(longest_sequence, all - done);
+        try {
+            for (std::uint64_t step = 0; step < count; ++step) {
+                operations.step();
+            }
+            operations.compare_all();
+        } catch (const std::exception& difference) {
+            FAIL() << "seed " << seed << ": " << difference.what();
+        }
+        done += count;
+    }
+    testing::Test::RecordProperty("operations", std::to_string(all));
+}
+
+} // namespace kvr_test
