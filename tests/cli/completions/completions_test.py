@@ -4,6 +4,7 @@
 $KVRMEM is the tool. Exit code 77 tells that there are no pseudo-terminals.
 """
 
+import functools
 import os
 import pty
 import re
@@ -17,6 +18,7 @@ import interactive_shell
 NO_TERMINAL = 77
 
 
+@functools.cache
 def tool(*words):
     return subprocess.run([os.environ["KVRMEM"], *words], check=True, capture_output=True, text=True).stdout
 

@@ -35,7 +35,6 @@ class InteractiveShell:
     """A shell in a folder of its own, without the configuration of the user or the system."""
 
     command = []
-    environment = {}
 
     def __init__(self, home, box):
         """Starts the shell in the folder box; home is for its set-up."""
@@ -46,12 +45,10 @@ class InteractiveShell:
         self.pipe = os.open(pipe, os.O_RDWR | os.O_NONBLOCK)
         environment = {
             "HOME": str(home),
-            "KVRMEM": os.environ["KVRMEM"],
             "LC_ALL": "C.UTF-8",
-            "PATH": os.path.dirname(os.environ["KVRMEM"]) + ":/usr/local/bin:/usr/bin:/bin",
+            "PATH": os.path.dirname(os.environ["KVRMEM"]) + os.pathsep + os.environ["PATH"],
             "REPORTS": str(pipe),
             "TERM": "xterm",
-            **self.environment,
         }
         self.set_up(home)
         self.process, self.terminal = pty.fork()
@@ -178,7 +175,6 @@ bindkey '^Xa' insert-all
 bindkey '^Xk' kill-whole-line
 """
         )
-        self.environment = {"ZDOTDIR": str(home)}
         self.command = ["zsh", "--no-global-rcs", "-i"]
 
 

@@ -15,48 +15,53 @@ namespace {
 
 constexpr std::string_view fish_head = R"(# fish completion for kvrmem
 
-# The words before the cursor, from the name of the tool on.
-function __kvrmem_words
-    set -l words (commandline --current-process --cut-at-cursor --tokenize)
+# Sets "words" to the words before the cursor, from the name of the tool on.
+function __kvrmem_split --no-scope-shadowing
+    set words (commandline --current-process --cut-at-cursor --tokenize)
     while string match --quiet '*=*' -- $words[1]
         set --erase words[1]
     end
-    string join \n -- $words
 end
 
 function __kvrmem_at_first_word
-    test (count (__kvrmem_words)) -eq 1
+    set -l words
+    __kvrmem_split
+    test (count $words) -eq 1
 end
 
 # Whether the cursor is at the word that follows WORD, the first one.
 function __kvrmem_after_word # WORD
-    set -l words (__kvrmem_words)
-    test (count $words) -eq 2; and test $words[2] = $argv[1]
+    set -l words
+    __kvrmem_split
+    set --query words[2]; and not set --query words[3]; and test $words[2] = $argv[1]
 end
 
 function __kvrmem_after_command # COMMAND
-    set -l words (__kvrmem_words)
-    test (count $words) -ge 2; and test $words[2] = $argv[1]
+    set -l words
+    __kvrmem_split
+    set --query words[2]; and test $words[2] = $argv[1]
 end
 
 # Whether fewer than COUNT operands of COMMAND precede the cursor.
 function __kvrmem_at_path # COMMAND COUNT OPTION_WITH_VALUE...
-    __kvrmem_after_command $argv[1]; or return
-    set -l operands 0
+    set -l words
+    __kvrmem_split
+    set --query words[2]; and test $words[2] = $argv[1]; or return
+    set -l operands
     set -l before
     set -l ended
-    for word in (__kvrmem_words)[3..]
-        if test -n "$before"
+    for word in $words[3..]
+        if set --query before[1]
             set before
-        else if test -n "$ended"; or not string match --quiet -- '-?*' $word
-            set operands (math $operands + 1)
+        else if set --query ended[1]; or not string match --quiet -- '-?*' $word
+            set --append operands $word
         else if test $word = --
-            set ended yes
+            set ended $word
         else if contains -- $word $argv[3..]
             set before $word
         end
     end
-    test $operands -lt $argv[2]
+    test (count $operands) -lt $argv[2]
 end
 
 complete -c kvrmem -f

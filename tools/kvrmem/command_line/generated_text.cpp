@@ -24,6 +24,7 @@ constexpr std::array<generator, 4> generators = {
 
 std::vector<std::string_view> generated_kinds() {
     std::vector<std::string_view> kinds;
+    kinds.reserve(generators.size());
     for (const generator& entry : generators) {
         kinds.push_back(entry.kind);
     }
