@@ -29,7 +29,7 @@ _kvrmem_choices() { # OPTION_OF_COMPADD... - CHOICE...
 
 )";
 
-/// The file is the function's body when zsh loads it as one; then it is to complete at once.
+/// When zsh autoloads the file, it runs it as the body of _kvrmem, which has to complete the first time, too.
 constexpr std::string_view zsh_foot = R"(
 _kvrmem() {
     if (( CURRENT == 2 )); then
