@@ -119,9 +119,10 @@ uses_it_through_add_subdirectory() { # [OPTION...]
 @test "the manual page and the completions are installed" {
     cd "$first/static/share"
     groff -ww -man -Tutf8 man/man1/kvrmem.1 | grep -q 'KVRMEM(1)'
-    grep -q '^complete .*kvrmem$' bash-completion/completions/kvrmem
-    head -n 1 zsh/site-functions/_kvrmem | grep -qx '#compdef kvrmem'
-    grep -q '^complete -c kvrmem' fish/vendor_completions.d/kvrmem.fish
+    for kind in man:man/man1/kvrmem.1 bash:bash-completion/completions/kvrmem zsh:zsh/site-functions/_kvrmem \
+        fish:fish/vendor_completions.d/kvrmem.fish; do
+        "$first/static/bin/kvrmem" --generate "${kind%%:*}" | cmp - "${kind#*:}"
+    done
 }
 
 @test "the documents are installed and find each other and the examples" {
