@@ -26,8 +26,8 @@ constexpr std::uint64_t steps_between_comparisons = 16;
 constexpr std::array<std::uint32_t, 12> few_words = {1, 2, 5, 8, 12, 16, 20, 30, 40, 60, 100, 300};
 constexpr std::array<std::uint32_t, 6> many_words = {1024, 1025, 1200, 2048, 2100, 6000};
 
-// Multiples of a page, a branch, a root, and the end of the largest store.
-constexpr std::array<std::uint32_t, 5> edges = {5 * kvr::page_words, branch_words, 3 * branch_words,
+// Multiples of a page, a branch, a root, and the end of the largest store. No store has more words before one.
+constexpr std::array<std::uint32_t, 5> edges = {6 * kvr::page_words, branch_words, 3 * branch_words,
                                                 static_cast<std::uint32_t>(kvr::root_words), largest_store};
 
 /// Whether a conversion is to refuse a text. A function of the text alone, as conversions are.
@@ -276,9 +276,10 @@ word_store_operations::stretch word_store_operations::transform() {
         return true;
     };
     const auto refused = [&](const std::string& text) { return may_refuse && is_refused(text); };
-    const bool before_is_seen = origin > 0;
+    // What repeats before the origin may be longer than that.
+    const auto before_end = before.begin() + std::min<std::ptrdiff_t>(std::ssize(before), origin);
     const bool succeeds = std::none_of(model.begin(), model.end(), refused) &&
-                          (!before_is_seen || std::none_of(before.begin(), before.end(), refused));
+                          std::none_of(before.begin(), before_end, refused);
     const bool done = words.transform(conversion, keeps_rows ? kvr::row_test(keeps) : kvr::row_test());
     expect(done == succeeds, "what transform() answers", origin);
     if (succeeds) {
