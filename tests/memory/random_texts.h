@@ -37,7 +37,7 @@ public:
     }
 
     void new_style() {
-        longest = chosen.one_of(lengths);
+        longest = any_length();
         is_mixed = chosen.once_in(2);
         values = chosen.one_of(value_counts);
     }
@@ -45,15 +45,19 @@ public:
     /// A length of the style.
     std::size_t next_length() {
         if (is_mixed) {
-            return chosen.once_in(200) ? chosen.one_of(lengths) : chosen.below(longest + 1);
+            return chosen.once_in(200) ? any_length() : chosen.below(longest + 1);
         }
         return chosen.once_in(60) ? chosen.below(longest + 1) : longest;
     }
 
 private:
-    // Around the lengths at which a page changes its form, the short ones more often.
-    static constexpr std::array<std::uint32_t, 19> lengths = {0, 1, 1,  2,  2,  2,   3,   4,   4,  8,
-                                                              8, 9, 15, 16, 17, 254, 255, 256, 257};
+    std::uint32_t any_length() {
+        return chosen.once_in(10) ? chosen.one_of(long_lengths) : chosen.one_of(short_lengths);
+    }
+
+    // Around the lengths at which a page changes its form.
+    static constexpr std::array<std::uint32_t, 12> short_lengths = {0, 1, 1, 2, 2, 2, 3, 4, 4, 8, 8, 9};
+    static constexpr std::array<std::uint32_t, 7> long_lengths = {15, 16, 17, 254, 255, 256, 257};
     static constexpr std::array<std::uint32_t, 4> value_counts = {1, 2, 200, 1U << 31U};
 
     choices& chosen;

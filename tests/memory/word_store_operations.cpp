@@ -26,7 +26,8 @@ constexpr std::uint64_t steps_between_comparisons = 16;
 constexpr std::array<std::uint32_t, 12> few_words = {1, 2, 5, 8, 12, 16, 20, 30, 40, 60, 100, 300};
 constexpr std::array<std::uint32_t, 6> many_words = {1024, 1025, 1200, 2048, 2100, 6000};
 
-// Multiples of a page, a branch, a root, and the end of the largest store. No store has more words before one.
+// Multiples of a page, a branch, a root, and the end of the largest store. No store has more words before
+// one.
 constexpr std::array<std::uint32_t, 5> edges = {6 * kvr::page_words, branch_words, 3 * branch_words,
                                                 static_cast<std::uint32_t>(kvr::root_words), largest_store};
 
@@ -43,7 +44,7 @@ std::vector<std::string_view> views_of(const std::vector<std::string>& values) {
 
 word_store_operations::word_store_operations(choices& source) : chosen(source), texts(source) {
     texts.new_style();
-    most_words = chosen.once_in(8) ? chosen.one_of(many_words) : chosen.one_of(few_words);
+    most_words = chosen.once_in(16) ? chosen.one_of(many_words) : chosen.one_of(few_words);
     if (chosen.once_in(3)) {
         origin = chosen.one_of(edges) - chosen.between(1, most_words);
     }
