@@ -18,6 +18,7 @@ KVR_MEMORY_FILE::KVR_MEMORY_FILE()
 KVR_MEMORY_FILE::~KVR_MEMORY_FILE() = default;
 
 void KVR_MEMORY_FILE::set_file_type(KVR_FILE_TYPES type) {
+    file_type = type; // first: it stays when there is no memory for the handler
     if (type == FILE_TYPE_HEX && !hex_file) {
         hex_file = std::make_unique<KVR_MEMORY_HEX_FILE>(this);
     } else if (type == FILE_TYPE_MIF && !mif_file) {
@@ -25,7 +26,6 @@ void KVR_MEMORY_FILE::set_file_type(KVR_FILE_TYPES type) {
     } else if (type == FILE_TYPE_RIF && !rif_file) {
         rif_file = std::make_unique<KVR_MEMORY_RIF_FILE>(this);
     }
-    file_type = type; // last: whoever finds a type finds its handler
 }
 
 KVR_FILE_TYPES KVR_MEMORY_FILE::get_file_type() const {
@@ -33,16 +33,20 @@ KVR_FILE_TYPES KVR_MEMORY_FILE::get_file_type() const {
 }
 
 kvr::memory_state* KVR_MEMORY_FILE::active() const {
-    if (file_type == FILE_TYPE_HEX) {
+    if (file_type == FILE_TYPE_HEX && hex_file) {
         return hex_file->memory.get();
     }
-    if (file_type == FILE_TYPE_MIF) {
+    if (file_type == FILE_TYPE_MIF && mif_file) {
         return mif_file->memory.get();
     }
-    if (file_type == FILE_TYPE_RIF) {
+    if (file_type == FILE_TYPE_RIF && rif_file) {
         return rif_file->memory.get();
     }
     return nullptr;
+}
+
+KVR_FILE_TYPES KVR_MEMORY_FILE::active_type() const {
+    return active() != nullptr ? file_type : FILE_TYPE_UNSET;
 }
 
 unsigned int KVR_MEMORY_FILE::get_number_of_words() const {
@@ -94,11 +98,11 @@ KVR_ERROR_STATES KVR_MEMORY_FILE::get_error_state() const {
 }
 
 unsigned int KVR_MEMORY_FILE::get_lowest_address() const {
-    return file_type == FILE_TYPE_HEX ? hex_file->memory->lowest_address : 0;
+    return active_type() == FILE_TYPE_HEX ? hex_file->memory->lowest_address : 0;
 }
 
 unsigned int KVR_MEMORY_FILE::get_highest_address() const {
-    if (file_type == FILE_TYPE_HEX) {
+    if (active_type() == FILE_TYPE_HEX) {
         return hex_file->memory->highest_address;
     }
     return get_number_of_words();
@@ -179,13 +183,14 @@ std::string KVR_MEMORY_FILE::get_data_word(unsigned int address, KVR_MEMORY_RADI
     if (memory != nullptr && memory->holds_word_in(address, radix)) {
         return std::string(memory->data_words[address]);
     }
-    if (file_type == FILE_TYPE_HEX) {
+    const KVR_FILE_TYPES type = active_type();
+    if (type == FILE_TYPE_HEX) {
         return hex_file->get_hex_data_word(address, radix);
     }
-    if (file_type == FILE_TYPE_MIF) {
+    if (type == FILE_TYPE_MIF) {
         return mif_file->get_mif_data_word(address, radix);
     }
-    if (file_type == FILE_TYPE_RIF) {
+    if (type == FILE_TYPE_RIF) {
         return rif_file->get_rif_data_word(address, radix);
     }
     return {};
@@ -193,13 +198,14 @@ std::string KVR_MEMORY_FILE::get_data_word(unsigned int address, KVR_MEMORY_RADI
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes it by value
 bool KVR_MEMORY_FILE::set_data_word(unsigned int address, std::string value, KVR_MEMORY_RADIXES radix) {
-    if (file_type == FILE_TYPE_HEX) {
+    const KVR_FILE_TYPES type = active_type();
+    if (type == FILE_TYPE_HEX) {
         return hex_file->set_hex_data_word(address, value, radix);
     }
-    if (file_type == FILE_TYPE_MIF) {
+    if (type == FILE_TYPE_MIF) {
         return mif_file->set_mif_data_word(address, value, radix);
     }
-    if (file_type == FILE_TYPE_RIF) {
+    if (type == FILE_TYPE_RIF) {
         return rif_file->set_rif_data_word(address, value, radix);
     }
     return false;
@@ -208,24 +214,24 @@ bool KVR_MEMORY_FILE::set_data_word(unsigned int address, std::string value, KVR
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes it by value
 bool KVR_MEMORY_FILE::set_data_word_with_comments(unsigned int address, std::string value,
                                                   const std::string& comment, KVR_MEMORY_RADIXES radix) {
-    return file_type == FILE_TYPE_MIF &&
+    return active_type() == FILE_TYPE_MIF &&
            mif_file->set_mif_data_word_with_comments(address, value, comment, radix);
 }
 
 bool KVR_MEMORY_FILE::get_data_comments(std::deque<std::string>* comments) {
-    return file_type == FILE_TYPE_MIF && mif_file->get_mif_data_comments(comments);
+    return active_type() == FILE_TYPE_MIF && mif_file->get_mif_data_comments(comments);
 }
 
 bool KVR_MEMORY_FILE::set_data_comments(std::deque<std::string>* comments) {
-    return file_type == FILE_TYPE_MIF && mif_file->set_mif_data_comments(comments);
+    return active_type() == FILE_TYPE_MIF && mif_file->set_mif_data_comments(comments);
 }
 
 bool KVR_MEMORY_FILE::get_comment_deque(int index, std::deque<std::string>* comments) {
-    return file_type == FILE_TYPE_MIF && mif_file->get_comment_deque(index, comments);
+    return active_type() == FILE_TYPE_MIF && mif_file->get_comment_deque(index, comments);
 }
 
 bool KVR_MEMORY_FILE::set_comment_deque(int index, std::deque<std::string>* comments) {
-    return file_type == FILE_TYPE_MIF && mif_file->set_comment_deque(index, comments);
+    return active_type() == FILE_TYPE_MIF && mif_file->set_comment_deque(index, comments);
 }
 
 bool KVR_MEMORY_FILE::can_proceed_with_read() const {
@@ -234,13 +240,14 @@ bool KVR_MEMORY_FILE::can_proceed_with_read() const {
 }
 
 bool KVR_MEMORY_FILE::can_proceed_with_write() const {
-    if (file_type == FILE_TYPE_HEX) {
+    const KVR_FILE_TYPES type = active_type();
+    if (type == FILE_TYPE_HEX) {
         return hex_file->can_proceed_with_write();
     }
-    if (file_type == FILE_TYPE_MIF) {
+    if (type == FILE_TYPE_MIF) {
         return mif_file->can_proceed_with_write();
     }
-    if (file_type == FILE_TYPE_RIF) {
+    if (type == FILE_TYPE_RIF) {
         return rif_file->can_proceed_with_write();
     }
     return false;
