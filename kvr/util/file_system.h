@@ -43,8 +43,10 @@ KVR_API bool kvr_remove_file(const char* path);
 /// @param recursive subdirectories go with all that is in them, unless they carry an attribute such as being
 ///                  read-only. Those, and all subdirectories without this flag, are taken for files, whose
 ///                  removal fails.
-/// @return true when all that was found was removed, and when nothing was found. The first failure ends the
-///         call: what comes after it is left alone, what came before is gone.
+/// @return true when all that was found was removed, and when nothing was found, also because there is no
+///         such directory or it may not be listed. False when something that it lists stays, for whatever
+///         reason: it cannot be looked at or removed, or the directory may be listed but not searched. The
+///         first failure ends the call: what comes after it is left alone, what came before is gone.
 /// @throws std::out_of_range for an empty pattern, and if nothing stands before its only separator.
 KVR_API bool kvr_remove_all_files(const char* pattern, bool recursive);
 
