@@ -155,8 +155,6 @@ public:
 private:
     /// The state of the active handler; none when there is no such handler.
     [[nodiscard]] kvr::memory_state* active() const;
-    /// The current type if its handler is there, else FILE_TYPE_UNSET.
-    [[nodiscard]] KVR_FILE_TYPES active_type() const;
 
     KVR_FILE_TYPES file_type = FILE_TYPE_UNSET;
     // Destroyed from the last to the first: the handlers before the messages that they report to.

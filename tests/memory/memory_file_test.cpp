@@ -95,6 +95,16 @@ TEST_F(MemoryFile, ATypeWithoutMemoryForItsHandlerIsTheTypeAllTheSame) {
     EXPECT_TRUE(file.get_error_occurred());
 }
 
+TEST_F(MemoryFile, CommentOperationsOfMifWithoutMemoryForItLeaveTheCallersQueueAlone) {
+    set_type_without_memory(file, FILE_TYPE_MIF);
+    std::deque<std::string> comments{"kept"};
+    EXPECT_FALSE(file.get_data_comments(&comments));
+    EXPECT_FALSE(file.set_data_comments(&comments));
+    EXPECT_FALSE(file.get_comment_deque(0, &comments));
+    EXPECT_FALSE(file.set_comment_deque(0, &comments));
+    EXPECT_EQ(comments, std::deque<std::string>{"kept"});
+}
+
 TEST_F(MemoryFile, ATypeWithoutMemoryForItsHandlerCanBeSetAgain) {
     for (const KVR_FILE_TYPES type : {FILE_TYPE_HEX, FILE_TYPE_MIF, FILE_TYPE_RIF}) {
         set_type_without_memory(file, type);
