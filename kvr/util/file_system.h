@@ -5,8 +5,9 @@
 #include <string>
 
 /// @file
-/// Failures are told by the result alone. A null path is one that does not exist; a path ends at its first
-/// NUL.
+/// Failures are reported by the result alone. A null path is one that does not exist; a path ends at its
+/// first NUL. The operating system gets its bytes as they are: any encoding on POSIX systems, the process's
+/// active code page on Windows.
 
 /// True for a file or a directory that exists; for a symbolic link it is the link's target that counts.
 KVR_API bool kvr_file_exists(const std::string& path);
