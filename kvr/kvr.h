@@ -3,6 +3,16 @@
 /// @file
 /// Everything that the library offers.
 
+/// @name Version
+/// Of these headers. KVR_VERSION grows with every version: `#if KVR_VERSION >= 102` asks for 0.1.2 or later.
+/// @{
+#define KVR_VERSION_MAJOR 0
+#define KVR_VERSION_MINOR 1
+#define KVR_VERSION_PATCH 0
+#define KVR_VERSION (KVR_VERSION_MAJOR * 10000 + KVR_VERSION_MINOR * 100 + KVR_VERSION_PATCH)
+#define KVR_VERSION_STRING "0.1.0"
+/// @}
+
 #include "kvr/keywords/keyword_registry.h"
 #include "kvr/memory/hex_file.h"
 #include "kvr/memory/memory_file.h"
