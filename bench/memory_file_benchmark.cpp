@@ -83,7 +83,10 @@ void read_file(benchmark::State& state) {
     KVR_MEMORY_FILE source;
     configure(source, type_of(state), width_of(state));
     fill(source, width_of(state));
-    source.write_file();
+    if (!source.write_file()) {
+        state.SkipWithError("the file cannot be written");
+        return;
+    }
     for (auto _ : state) {
         KVR_MEMORY_FILE file;
         configure(file, type_of(state), width_of(state));

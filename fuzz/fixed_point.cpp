@@ -22,14 +22,12 @@ constexpr std::array<KVR_MEMORY_RADIXES, 8> fixed_radixes = {
     RADIX_UNS,         RADIX_OCT, RADIX_NONE, static_cast<KVR_MEMORY_RADIXES>(9)};
 
 constexpr const char* untouched_text = "untouched";
-constexpr std::int64_t most_bits = std::int64_t{1} << 23;
 constexpr std::int64_t bits_worth_trying = 256; ///< more take long and show nothing new
 
 struct fixed_outcome {
     bool result = false;
     std::string output = untouched_text;
     bool out_of_range = false;
-    bool too_long = false;
 
     friend bool operator==(const fixed_outcome&, const fixed_outcome&) = default;
 };
@@ -50,13 +48,11 @@ fixed_outcome fixed_converted(const fixed_conversion& asked) {
             kvr_radix_conversion_fixed_point(asked.text, &found.output, asked.from, asked.to, asked.format);
     } catch (const std::out_of_range&) {
         found.out_of_range = true;
-    } catch (const std::length_error&) {
-        found.too_long = true;
     }
     return found;
 }
 
-/// The same, step by step; std::out_of_range and std::length_error leave it.
+/// The same, step by step; std::out_of_range leaves it.
 fixed_outcome convert_plainly(const fixed_conversion& asked) {
     using namespace literal_radix_conversion;
     const auto format = plain_fixed_point::of(asked.format);
@@ -66,9 +62,6 @@ fixed_outcome convert_plainly(const fixed_conversion& asked) {
     } else if (format) {
         if (asked.text.empty()) {
             throw std::out_of_range("no first character");
-        }
-        if (format->word_bits() > most_bits) {
-            throw std::length_error("too many bits");
         }
         bits = format->bits_of(asked.text);
     }
@@ -98,8 +91,6 @@ fixed_outcome expected_of(const fixed_conversion& asked) {
         return convert_plainly(asked);
     } catch (const std::out_of_range&) {
         return {.out_of_range = true};
-    } catch (const std::length_error&) {
-        return {.too_long = true};
     }
 }
 
@@ -115,8 +106,7 @@ std::string expected_binary_format(const std::string& text) {
 
 bool takes_long(const fixed_conversion& asked) {
     const auto format = plain_fixed_point::of(asked.format);
-    return format && format->word_bits() > bits_worth_trying &&
-           (format->word_bits() <= most_bits || asked.from != RADIX_FIXED_POINT);
+    return format && format->word_bits() > bits_worth_trying;
 }
 
 } // namespace

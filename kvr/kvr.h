@@ -3,6 +3,22 @@
 /// @file
 /// Everything that the library offers.
 
+/// @name Version
+/// The version of these headers.
+/// @{
+
+/// Its first number.
+#define KVR_VERSION_MAJOR 0
+/// Its second number, below 100.
+#define KVR_VERSION_MINOR 1
+/// Its third number, below 100.
+#define KVR_VERSION_PATCH 0
+/// One number that grows with every version: `#if KVR_VERSION >= 102` asks for 0.1.2 or later.
+#define KVR_VERSION (KVR_VERSION_MAJOR * 10000 + KVR_VERSION_MINOR * 100 + KVR_VERSION_PATCH)
+/// Its text.
+#define KVR_VERSION_STRING "0.1.0"
+/// @}
+
 #include "kvr/keywords/keyword_registry.h"
 #include "kvr/memory/hex_file.h"
 #include "kvr/memory/memory_file.h"

@@ -41,16 +41,18 @@ public:
     /// KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
     /// Reads the file named by the handler in two passes: the first checks every record and finds the
-    /// number of words, the second stores the words. Words that no record sets keep their text.
-    bool read_in_hex_file();
-    /// Writes one record for each word that is not empty; true when every byte was written.
-    bool write_out_hex_file();
+    /// number of words, the second stores the words. Words that no record sets keep their text. Records do
+    /// not say how wide a word is: set the word size before, or it is 8. A record may have 599 characters.
+    [[nodiscard]] bool read_in_hex_file();
+    /// Writes one record for each word that is not empty, over what the file holds; true when every byte was
+    /// written.
+    [[nodiscard]] bool write_out_hex_file();
 
 private:
     friend class KVR_MEMORY_FILE;
     friend struct kvr::hex_steps;
 
-    bool read_in_file(const std::string& file_name);
+    [[nodiscard]] bool read_in_file(const std::string& file_name);
     /// True when the pass *failed*, with the number of the line in @p line_number.
     bool get_total_address_space(kvr::line_source& source, int* line_number);
     /// Always false, which the second pass takes for success.
@@ -62,7 +64,7 @@ private:
     [[nodiscard]] std::uint32_t sum_of_string_bytes(const std::string& text) const;
     [[nodiscard]] std::uint32_t get_bytes_in_word_size() const;
     [[nodiscard]] int get_radix_base(KVR_MEMORY_RADIXES radix) const;
-    bool write_out_file();
+    [[nodiscard]] bool write_out_file();
     /// Returns the sum of the bytes that @p out encodes.
     std::int32_t convert_value_to_hex(std::uint32_t value, std::string& out, std::uint32_t width);
 

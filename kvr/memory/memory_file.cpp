@@ -18,6 +18,7 @@ KVR_MEMORY_FILE::KVR_MEMORY_FILE()
 KVR_MEMORY_FILE::~KVR_MEMORY_FILE() = default;
 
 void KVR_MEMORY_FILE::set_file_type(KVR_FILE_TYPES type) {
+    file_type = type; // first: it stays when there is no memory for the handler
     if (type == FILE_TYPE_HEX && !hex_file) {
         hex_file = std::make_unique<KVR_MEMORY_HEX_FILE>(this);
     } else if (type == FILE_TYPE_MIF && !mif_file) {
@@ -25,7 +26,6 @@ void KVR_MEMORY_FILE::set_file_type(KVR_FILE_TYPES type) {
     } else if (type == FILE_TYPE_RIF && !rif_file) {
         rif_file = std::make_unique<KVR_MEMORY_RIF_FILE>(this);
     }
-    file_type = type; // last: whoever finds a type finds its handler
 }
 
 KVR_FILE_TYPES KVR_MEMORY_FILE::get_file_type() const {
@@ -33,13 +33,13 @@ KVR_FILE_TYPES KVR_MEMORY_FILE::get_file_type() const {
 }
 
 kvr::memory_state* KVR_MEMORY_FILE::active() const {
-    if (file_type == FILE_TYPE_HEX) {
+    if (file_type == FILE_TYPE_HEX && hex_file) {
         return hex_file->memory.get();
     }
-    if (file_type == FILE_TYPE_MIF) {
+    if (file_type == FILE_TYPE_MIF && mif_file) {
         return mif_file->memory.get();
     }
-    if (file_type == FILE_TYPE_RIF) {
+    if (file_type == FILE_TYPE_RIF && rif_file) {
         return rif_file->memory.get();
     }
     return nullptr;
@@ -94,11 +94,11 @@ KVR_ERROR_STATES KVR_MEMORY_FILE::get_error_state() const {
 }
 
 unsigned int KVR_MEMORY_FILE::get_lowest_address() const {
-    return file_type == FILE_TYPE_HEX ? hex_file->memory->lowest_address : 0;
+    return file_type == FILE_TYPE_HEX && hex_file ? hex_file->memory->lowest_address : 0;
 }
 
 unsigned int KVR_MEMORY_FILE::get_highest_address() const {
-    if (file_type == FILE_TYPE_HEX) {
+    if (file_type == FILE_TYPE_HEX && hex_file) {
         return hex_file->memory->highest_address;
     }
     return get_number_of_words();
@@ -176,7 +176,10 @@ void KVR_MEMORY_FILE::set_number_of_words(unsigned int number_of_words) {
 std::string KVR_MEMORY_FILE::get_data_word(unsigned int address, KVR_MEMORY_RADIXES radix) {
     // What is asked for most goes past the handlers, which would answer the same.
     const kvr::memory_state* memory = active();
-    if (memory != nullptr && memory->holds_word_in(address, radix)) {
+    if (memory == nullptr) {
+        return {};
+    }
+    if (memory->holds_word_in(address, radix)) {
         return std::string(memory->data_words[address]);
     }
     if (file_type == FILE_TYPE_HEX) {
@@ -185,47 +188,44 @@ std::string KVR_MEMORY_FILE::get_data_word(unsigned int address, KVR_MEMORY_RADI
     if (file_type == FILE_TYPE_MIF) {
         return mif_file->get_mif_data_word(address, radix);
     }
-    if (file_type == FILE_TYPE_RIF) {
-        return rif_file->get_rif_data_word(address, radix);
-    }
-    return {};
+    return rif_file->get_rif_data_word(address, radix);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes it by value
 bool KVR_MEMORY_FILE::set_data_word(unsigned int address, std::string value, KVR_MEMORY_RADIXES radix) {
+    if (active() == nullptr) {
+        return false;
+    }
     if (file_type == FILE_TYPE_HEX) {
         return hex_file->set_hex_data_word(address, value, radix);
     }
     if (file_type == FILE_TYPE_MIF) {
         return mif_file->set_mif_data_word(address, value, radix);
     }
-    if (file_type == FILE_TYPE_RIF) {
-        return rif_file->set_rif_data_word(address, value, radix);
-    }
-    return false;
+    return rif_file->set_rif_data_word(address, value, radix);
 }
 
 // NOLINTNEXTLINE(performance-unnecessary-value-param): the interface takes it by value
 bool KVR_MEMORY_FILE::set_data_word_with_comments(unsigned int address, std::string value,
                                                   const std::string& comment, KVR_MEMORY_RADIXES radix) {
-    return file_type == FILE_TYPE_MIF &&
+    return file_type == FILE_TYPE_MIF && mif_file &&
            mif_file->set_mif_data_word_with_comments(address, value, comment, radix);
 }
 
 bool KVR_MEMORY_FILE::get_data_comments(std::deque<std::string>* comments) {
-    return file_type == FILE_TYPE_MIF && mif_file->get_mif_data_comments(comments);
+    return file_type == FILE_TYPE_MIF && mif_file && mif_file->get_mif_data_comments(comments);
 }
 
 bool KVR_MEMORY_FILE::set_data_comments(std::deque<std::string>* comments) {
-    return file_type == FILE_TYPE_MIF && mif_file->set_mif_data_comments(comments);
+    return file_type == FILE_TYPE_MIF && mif_file && mif_file->set_mif_data_comments(comments);
 }
 
 bool KVR_MEMORY_FILE::get_comment_deque(int index, std::deque<std::string>* comments) {
-    return file_type == FILE_TYPE_MIF && mif_file->get_comment_deque(index, comments);
+    return file_type == FILE_TYPE_MIF && mif_file && mif_file->get_comment_deque(index, comments);
 }
 
 bool KVR_MEMORY_FILE::set_comment_deque(int index, std::deque<std::string>* comments) {
-    return file_type == FILE_TYPE_MIF && mif_file->set_comment_deque(index, comments);
+    return file_type == FILE_TYPE_MIF && mif_file && mif_file->set_comment_deque(index, comments);
 }
 
 bool KVR_MEMORY_FILE::can_proceed_with_read() const {
@@ -234,16 +234,16 @@ bool KVR_MEMORY_FILE::can_proceed_with_read() const {
 }
 
 bool KVR_MEMORY_FILE::can_proceed_with_write() const {
+    if (active() == nullptr) {
+        return false;
+    }
     if (file_type == FILE_TYPE_HEX) {
         return hex_file->can_proceed_with_write();
     }
     if (file_type == FILE_TYPE_MIF) {
         return mif_file->can_proceed_with_write();
     }
-    if (file_type == FILE_TYPE_RIF) {
-        return rif_file->can_proceed_with_write();
-    }
-    return false;
+    return rif_file->can_proceed_with_write();
 }
 
 bool KVR_MEMORY_FILE::read_file() {

@@ -26,6 +26,10 @@ struct memory_state;
 /// the *active* one; without one it does nothing and answers with its default. Setters write into every
 /// handler that exists at that time: choose the type first and set the properties after it.
 ///
+/// What a read needs depends on the format. MIF: nothing but the file name. Intel HEX: the word size too,
+/// which is 8 unless it is set and which no such file tells. RIF: the word size and the number of words, both
+/// 0 unless they are set.
+///
 /// Nothing throws on bad input; what can escape are the standard containers' own errors
 /// (std::out_of_range of an empty signed-decimal word, std::length_error, std::bad_alloc). An object is
 /// used from one thread at a time.
@@ -37,7 +41,8 @@ public:
     KVR_MEMORY_FILE& operator=(const KVR_MEMORY_FILE&) = delete;
 
     /// Makes @p type the current type and creates its handler if it does not exist yet. A value that names
-    /// no format creates nothing and leaves the object without an active handler.
+    /// no format creates nothing and leaves the object without an active handler; so does std::bad_alloc,
+    /// after which @p type is the current type and can be set again.
     void set_file_type(KVR_FILE_TYPES type);
     /// The current type; FILE_TYPE_UNSET before the first set_file_type().
     [[nodiscard]] KVR_FILE_TYPES get_file_type() const;
@@ -66,13 +71,16 @@ public:
     /// number of words itself, not one less; callers rely on it.
     [[nodiscard]] unsigned int get_highest_address() const;
 
-    /// Width of a word in bits. Words that are there stay as they are.
+    /// Width of a word in bits. Words that are there stay as they are. A read of MIF sets it to what the file
+    /// says; a read of Intel HEX or RIF takes it as it is.
     void set_word_size(unsigned int word_size);
     /// Radix in which words are held and written. Words that are there are not converted.
     void set_memory_radix(KVR_MEMORY_RADIXES radix);
     /// Reaches the MIF handler only; the others always use RADIX_HEX.
     void set_address_radix(KVR_MEMORY_RADIXES radix);
-    /// Path of the file that is read and written next.
+    /// Path of the file that is read and written next. The operating system gets its bytes as they are, up
+    /// to the first NUL: on POSIX systems any encoding will do; on Windows they are characters of the
+    /// process's active code page, which is UTF-8 only where the program's manifest asks for it.
     void set_file_name(std::string file_name);
     /// The text that words get which are created from now on; MIF and Intel HEX only, initially "0".
     void set_memory_initialize_value(const std::string& value);
@@ -84,6 +92,11 @@ public:
 
     /// The word at @p address in @p radix (RADIX_NONE: as stored). "" and an error message when the
     /// address is not below the number of words; "" without a handler.
+    ///
+    /// A word that is held in another radix is converted by kvr_radix_conversion() at the word size. To
+    /// RADIX_UNS or RADIX_DEC its digits then come out *least significant first*, and RADIX_DEC is ones'
+    /// complement: the HEX word "0C" is "21". Callers rely on it; take RADIX_HEX or RADIX_BIN for a value to
+    /// compute with. A word that is held in @p radix comes as it is, whatever its length.
     std::string get_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
     /// Stores @p value, which is taken to be written in the memory radix and is converted from there to
     /// @p radix (RADIX_NONE: the memory radix) at the word size; give it in the memory radix and pass that
@@ -115,11 +128,25 @@ public:
     /// Reads the file into the active handler. False at once, without a message, when
     /// can_proceed_with_read() is false. True when the file was read; RIF answers true even when it was
     /// not: look at get_file_not_found(), get_error_state() and the error messages.
-    bool read_file();
+    ///
+    /// A read adds to what is held: words that the file does not set keep their texts, also those of an
+    /// earlier read and those that a failed one stored; the comments of a MIF come on top of those that are
+    /// there, and an Intel HEX read begins with the address offset that the last one ended with. Use a new
+    /// object for each file.
+    ///
+    /// A line of a MIF may have 511 characters and one of Intel HEX 599, the line end not counted; a longer
+    /// one is an invalid line (Intel HEX: unless it is no record, which is skipped). Lines of RIF have no
+    /// limit.
+    [[nodiscard]] bool read_file();
     /// Writes the active handler's words to its file. False at once, without a message, when
     /// can_proceed_with_write() is false; false with a message when the file cannot be opened, or (MIF,
-    /// Intel HEX) cannot be written to the end.
-    bool write_file();
+    /// Intel HEX) cannot be written to the end. RIF is true as soon as the file is open: look at the
+    /// messages.
+    ///
+    /// The file is overwritten in place: what it held is gone as soon as it is open, also when the write then
+    /// fails or throws, which leaves what was written so far. To keep the old one until the new one is whole,
+    /// write to another name and rename that.
+    [[nodiscard]] bool write_file();
 
     /// @name Messages
     /// Three lists, alike but independent. Reading one: has_…, reset_…, then get_next_… until it answers "".

@@ -3,9 +3,7 @@
 #include "kvr/memory/memory_file.h"
 #include "kvr/numeric/integer_format.h"
 #include "kvr/numeric/radix_conversion.h"
-
-#include <filesystem>
-#include <system_error>
+#include "kvr/util/platform.h"
 
 namespace kvr {
 
@@ -48,8 +46,7 @@ void memory_state::set_word_from_memory_radix(std::uint32_t address, const std::
 }
 
 bool memory_state::can_proceed_with_read() const {
-    std::error_code ignored;
-    return std::filesystem::exists(file_name, ignored);
+    return platform::exists(file_name.c_str());
 }
 
 void memory_state::report(const std::string& message) const {

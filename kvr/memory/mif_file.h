@@ -50,10 +50,12 @@ public:
     [[nodiscard]] bool can_proceed_with_read() const;
     /// KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
-    /// Reads the file named by the handler; true when it was read up to and beyond its END line.
-    bool read_in_mif_file();
-    /// Writes the words, settings and comments; true when every byte was written.
-    bool write_out_mif_file();
+    /// Reads the file named by the handler; true when it was read up to and beyond its END line. Settings are
+    /// those of the file from then on, comments come on top of those that are there, and words that it does
+    /// not set keep their text. A line may have 511 characters.
+    [[nodiscard]] bool read_in_mif_file();
+    /// Writes the words, settings and comments over what the file holds; true when every byte was written.
+    [[nodiscard]] bool write_out_mif_file();
 
 private:
     friend class KVR_MEMORY_FILE;

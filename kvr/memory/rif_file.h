@@ -40,10 +40,14 @@ public:
     /// KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
     /// True in every case; failures show in get_file_not_found(), get_error_state() and the messages of
-    /// the KVR_MEMORY_FILE. Words go into the store as it is sized; those outside it are dropped.
-    bool read_in_rif_file();
-    /// True when the file could be opened, also when it could not be written to the end.
-    bool write_out_rif_file();
+    /// the KVR_MEMORY_FILE. Words go into the store as it is sized, those outside it are dropped: set the
+    /// number of words before, and the word size, which the file does not say either. Words that the file
+    /// does not set keep their text.
+    [[nodiscard]] bool read_in_rif_file();
+    /// Writes the words over what the file holds. True when the file could be opened, also when it could not
+    /// be written to the end. An empty word of a RADIX_DEC memory, as a word that was never set is, throws
+    /// std::out_of_range; the words before it are in the file then.
+    [[nodiscard]] bool write_out_rif_file();
 
 private:
     friend class KVR_MEMORY_FILE;

@@ -89,9 +89,12 @@ private:
     std::uint32_t number = 0; ///< of these digits
 };
 
-void write_group_header(std::uint32_t address, output_file& file) {
-    char* const start = file.room(longest_header);
-    file.used(static_cast<std::size_t>(put_group_header(address, start) - start));
+/// Writes the header of a group if one begins at @p address.
+void begin_group_at(std::uint32_t address, output_file& file) {
+    if (address % words_a_group == 0) {
+        char* const start = file.room(longest_header);
+        file.used(static_cast<std::size_t>(put_group_header(address, start) - start));
+    }
 }
 
 /// True for words that format_hexadecimal_word() would write as they are, but for the case of their letters,
@@ -139,9 +142,7 @@ void report_unwritten_word(const rif_memory& memory, std::uint32_t address, std:
 void write_words(const rif_memory& memory, const word_row& row, std::uint32_t address, output_file& file) {
     std::string text;
     for (std::uint32_t i = 0; i < row.count; ++i, ++address) {
-        if (address % words_a_group == 0) {
-            write_group_header(address, file);
-        }
+        begin_group_at(address, file);
         format_hexadecimal_word(row[i], memory.word_size, text);
         text += ' ';
         file.write(text);
@@ -217,17 +218,20 @@ void write_rif_words(const rif_memory& memory, output_file& file) {
             continue;
         }
         const word_run run = memory.data_words.run_at(address);
+        begin_group_at(address,
+                       file); // before the conversion: a word that throws leaves its header in the file
         const bool written = format_word(memory, run.text, text);
         text += ' ';
-        for (; address <= run.last; ++address) {
-            if (address % words_a_group == 0) {
-                write_group_header(address, file);
-            }
+        for (;;) {
             if (written) {
                 file.write(text);
             } else {
                 report_unwritten_word(memory, address, run.text);
             }
+            if (address++ == run.last) {
+                break;
+            }
+            begin_group_at(address, file);
         }
     }
 }

@@ -16,6 +16,8 @@ bool write_rif_file(rif_memory& memory);
 
 /// Writes the words of @p memory as RIF text to @p file. A word in an unknown radix is left out, with an
 /// error message of the memory.
+/// @throws std::out_of_range for an empty signed-decimal word; what stands before it, the header of its group
+///         included, is written.
 void write_rif_words(const rif_memory& memory, output_file& file);
 
 /// Sets @p text to the upper-case hexadecimal text of @p word at @p width bits (0: all its bits): higher

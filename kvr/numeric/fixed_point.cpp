@@ -11,14 +11,10 @@
 #include <cstddef>
 #include <cstdint>
 #include <optional>
-#include <stdexcept>
 #include <string_view>
 #include <utility>
 
 namespace {
-
-// A dozen characters of format could ask for gigabytes of bits.
-constexpr std::int64_t max_word_bits = std::int64_t{1} << 23;
 
 // The smallest double is 2^-1074: bits below it add nothing to a sum, and no digit follows behind it.
 constexpr int max_fraction_digits = 1074;
@@ -53,7 +49,8 @@ double as_stored(double value) {
 // A weight of 0 is reached by every value that is not negative: bits below 2^-1074 are set.
 void append_fraction_bits(std::string& bits, double value, int count) {
     double weight = 0.5;
-    for (int bit = 0; bit < count; ++bit) {
+    int bit = 0;
+    for (; bit < count && weight > 0; ++bit) {
         const bool set = value >= weight;
         if (set) {
             value -= weight;
@@ -61,13 +58,11 @@ void append_fraction_bits(std::string& bits, double value, int count) {
         bits += set ? '1' : '0';
         weight = as_stored(weight / 2);
     }
+    bits.append(static_cast<std::size_t>(count - bit), value >= 0 ? '1' : '0');
 }
 
 std::string bits_of_decimal_fraction(const std::string& text, const fixed_point_format& format) {
     const bool negative = text.at(0) == '-';
-    if (format.word_bits() > max_word_bits) {
-        throw std::length_error("kvr_radix_conversion_fixed_point: too many bits");
-    }
     double value = kvr::leading_float(std::string_view(text).substr(negative ? 1 : 0));
     if (value >= 1.0) {
         value -= 1.0;

@@ -29,7 +29,9 @@
 ///         broken format gives true and the conversion of no bits at all; callers rely on it.
 /// @throws std::out_of_range for an empty fixed-point or signed-decimal text, and for an empty digit string
 ///         on its way to fixed point or signed decimal.
-/// @throws std::length_error for a fixed-point text when I + F exceeds 2^23.
+/// @throws std::bad_alloc, std::length_error when there is no memory for the bits: from RADIX_FIXED_POINT
+///         they take I + F bytes, whatever the length of the text. A caller that takes formats from others
+///         limits them.
 KVR_API bool kvr_radix_conversion_fixed_point(const std::string& input, std::string* output,
                                               KVR_MEMORY_RADIXES from, KVR_MEMORY_RADIXES to,
                                               const std::string& format);

@@ -2,7 +2,6 @@
 
 #include "kvr/util/platform.h"
 
-#include <algorithm>
 #include <array>
 #include <cstddef>
 #include <cstdio>
@@ -41,10 +40,12 @@ bool remove_entry(const platform::directory_entry& entry, const platform::direct
 // Entries are listed in one directory and removed in another one, which is nearly always the same.
 bool remove_matching(const platform::directory& listed, const std::string& wildcard,
                      const platform::directory& target, bool recursive) {
-    const auto found = listed.find(wildcard);
-    return std::all_of(found.begin(), found.end(), [&](const platform::directory_entry& entry) {
-        return remove_entry(entry, target, recursive);
-    });
+    const platform::directory_listing found = listed.find(wildcard);
+    bool all_gone = found.complete;
+    for (auto entry = found.entries.begin(); all_gone && entry != found.entries.end(); ++entry) {
+        all_gone = remove_entry(*entry, target, recursive);
+    }
+    return all_gone;
 }
 
 bool remove_all_files(const std::string& pattern, bool recursive) {

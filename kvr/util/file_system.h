@@ -5,8 +5,9 @@
 #include <string>
 
 /// @file
-/// Failures are told by the result alone. A null path is one that does not exist; a path ends at its first
-/// NUL.
+/// Failures are reported by the result alone. A null path is one that does not exist; a path ends at its
+/// first NUL. The operating system gets its bytes as they are: any encoding on POSIX systems, the process's
+/// active code page on Windows.
 
 /// True for a file or a directory that exists; for a symbolic link it is the link's target that counts.
 KVR_API bool kvr_file_exists(const std::string& path);
@@ -43,8 +44,10 @@ KVR_API bool kvr_remove_file(const char* path);
 /// @param recursive subdirectories go with all that is in them, unless they carry an attribute such as being
 ///                  read-only. Those, and all subdirectories without this flag, are taken for files, whose
 ///                  removal fails.
-/// @return true when all that was found was removed, and when nothing was found. The first failure ends the
-///         call: what comes after it is left alone, what came before is gone.
+/// @return true when all that was found was removed, and when nothing was found, also because there is no
+///         such directory or it may not be listed. False when something that it lists stays, for whatever
+///         reason: it cannot be looked at or removed, or the directory may be listed but not searched. The
+///         first failure ends the call: what comes after it is left alone, what came before is gone.
 /// @throws std::out_of_range for an empty pattern, and if nothing stands before its only separator.
 KVR_API bool kvr_remove_all_files(const char* pattern, bool recursive);
 

@@ -16,13 +16,13 @@
 /// @param wizard_name    the text between the "%" behind it; "" in any other case.
 /// @param wizard_version "7.2" for a last word of the form "v7.2%", also where that word is part of the
 ///                       name; "" in any other case.
-/// @return false also for a file that cannot be read and for a null path.
+/// @return false also for a null path and for a file of which that line cannot be read to its end.
 KVR_API bool is_wizard_generated_file(const char* path, std::string& wizard_name,
                                       std::string& wizard_version);
 
 /// True when the second or the third word of the file's first line is "wizard:" and the second line goes on
-/// with "generation:" and "deferred" as its second and third words. False also for a file that cannot be
-/// read and for a null path.
+/// with "generation:" and "deferred" as its second and third words. False also for a null path and for a
+/// file of which these lines cannot be read to their ends.
 KVR_API bool is_wizard_deferred_generation_file(const char* path);
 
 /// @p name as the name of a generated module or file. A run of separators (blank, backslash, and any of

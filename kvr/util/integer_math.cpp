@@ -65,14 +65,6 @@ bool is_exact_power_of(std::int64_t base, std::int64_t value) {
     return power == value;
 }
 
-bool wrapping_powers_meet(int base, int value) {
-    bool met = false;
-    for (int power = base; power <= value; power = wrapping_multiply(power, base)) {
-        met = met || power == value;
-    }
-    return met;
-}
-
 bool has_quotient(int numerator, int denominator) {
     const bool overflows = numerator == std::numeric_limits<int>::min() && denominator == -1;
     return denominator != 0 && !overflows;
@@ -169,10 +161,7 @@ bool kvr_is_power_of(int base, int value) {
     if (base == 2) {
         return std::has_single_bit(static_cast<unsigned int>(value));
     }
-    if (base > value) {
-        return false;
-    }
-    return largest_power(base) > value ? wrapping_powers_meet(base, value) : is_exact_power_of(base, value);
+    return is_exact_power_of(base, value);
 }
 
 int kvr_get_ceil_quotient_closest_to_power_of(int base, int numerator, int denominator) {

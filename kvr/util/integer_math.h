@@ -4,9 +4,9 @@
 
 /// @file
 /// Integer arithmetic on 32 bits. Products wrap modulo 2^32, also on the way to a result, and nothing is
-/// reported. Where a search for a power would never end (base 0 or 1, or products that wrap and never
-/// reach the wanted size), the result is 0 or false. Where wrapped products reach it late, the search takes
-/// up to 2^30 products; without a wrap, 31 at most.
+/// reported; only kvr_is_power_of() computes exactly. Where a search for a power would never end (base 0 or
+/// 1, or products that wrap and never reach the wanted size), the result is 0. Where wrapped products reach
+/// it late, the search takes up to 2^30 products; without a wrap, 31 at most.
 
 /// The smallest k with 2^k >= @p x; 0 for @p x of 0 or 1, and above 2^31.
 KVR_API unsigned int kvr_ceil_log2(unsigned int x);
@@ -23,8 +23,8 @@ KVR_API unsigned int kvr_floor_log(unsigned int x, unsigned int base);
 /// @p base^@p exponent; 1 for an exponent below 1.
 KVR_API int kvr_power(int base, int exponent);
 
-/// True when @p value is @p base^k for a k of 0 or more, so that 1 is a power of every base. A product that
-/// wraps onto the value counts as well, unless no product ever exceeds the value.
+/// True when @p value is @p base^k for a k of 0 or more, so that 1 is a power of every base. Computed
+/// exactly: no product wraps here, in at most 31 steps.
 KVR_API bool kvr_is_power_of(int base, int value);
 
 /// The smallest power of @p base that is at least @p numerator / @p denominator rounded up: 1 at least,

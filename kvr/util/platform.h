@@ -47,6 +47,11 @@ struct directory_entry {
     unsigned attributes = 0;
 };
 
+struct directory_listing {
+    std::vector<directory_entry> entries;
+    bool complete = true; ///< false when the system could not list the directory to its end
+};
+
 /// A directory whose entries are found and removed by name. Where the system can do it, the object stays
 /// with the directory that it was opened on, whatever happens to the path meanwhile.
 class directory {
@@ -62,8 +67,8 @@ public:
     [[nodiscard]] directory subdirectory(const std::string& name) const;
 
     /// The entries whose names match @p wildcard ("*" is any text, "?" any character, "*.*" every name), as
-    /// they are now; never "." and "..".
-    [[nodiscard]] std::vector<directory_entry> find(const std::string& wildcard) const;
+    /// they are now; never "." and "..". One that cannot be looked at has no attributes.
+    [[nodiscard]] directory_listing find(const std::string& wildcard) const;
 
     /// Removes the file @p name, or a symbolic link itself; never a directory.
     [[nodiscard]] bool remove_file(const std::string& name) const;

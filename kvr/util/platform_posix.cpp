@@ -1,5 +1,6 @@
 #include "kvr/util/platform.h"
 
+#include <cerrno>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
@@ -59,14 +60,31 @@ bool is_dot_or_dots(const char* name) noexcept {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
 }
 
-// A second descriptor of the same directory, because a stream takes its own along when it is closed.
+// A second descriptor, because a stream takes its own along when it is closed. It is a copy: to open "."
+// takes the right to search the directory, which not every directory that can be listed gives. Copies share
+// their place in the directory.
 directory_stream open_stream(int descriptor) noexcept {
-    const int own = openat(descriptor, ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+    const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
     directory_stream stream(fdopendir(own));
     if (stream == nullptr) {
         close(own); // if it was opened; if not, this does nothing
+        return nullptr;
     }
+    rewinddir(stream.get());
     return stream;
+}
+
+// Null at the end, with errno 0, and when the directory cannot be read on.
+const dirent* next_entry(DIR* stream) noexcept {
+    errno = 0;
+    return readdir(stream);
+}
+
+// The attributes are those of a file where the entry cannot be looked at: removing it then fails or not.
+directory_entry entry_of(int descriptor, const char* name) {
+    struct stat status = {};
+    static_cast<void>(fstatat(descriptor, name, &status, AT_SYMLINK_NOFOLLOW));
+    return {name, attributes_of(status)};
 }
 
 } // namespace
@@ -140,22 +158,19 @@ directory directory::subdirectory(const std::string& name) const {
     return directory(std::move(below));
 }
 
-std::vector<directory_entry> directory::find(const std::string& wildcard) const {
-    std::vector<directory_entry> found;
+directory_listing directory::find(const std::string& wildcard) const {
+    directory_listing found;
     const directory_stream stream = open_stream(opened->descriptor);
-    while (stream != nullptr) {
-        const dirent* const entry = readdir(stream.get());
-        if (entry == nullptr) {
-            break;
-        }
-        if (is_dot_or_dots(entry->d_name) || !matches(entry->d_name, wildcard)) {
-            continue;
-        }
-        struct stat status = {};
-        if (fstatat(opened->descriptor, entry->d_name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
-            found.push_back({entry->d_name, attributes_of(status)});
+    if (stream == nullptr) {
+        found.complete = opened->descriptor < 0; // no directory has no entries
+        return found;
+    }
+    while (const dirent* const entry = next_entry(stream.get())) {
+        if (!is_dot_or_dots(entry->d_name) && matches(entry->d_name, wildcard)) {
+            found.entries.push_back(entry_of(opened->descriptor, entry->d_name));
         }
     }
+    found.complete = errno == 0;
     return found;
 }
 

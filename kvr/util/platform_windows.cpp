@@ -92,15 +92,15 @@ directory directory::subdirectory(const std::string& name) const {
     return directory(opened->path + name + '/');
 }
 
-std::vector<directory_entry> directory::find(const std::string& wildcard) const {
-    std::vector<directory_entry> found;
+directory_listing directory::find(const std::string& wildcard) const {
+    directory_listing found;
     _finddata_t entry = {};
     const search_handle search(_findfirst((opened->path + wildcard).c_str(), &entry));
     bool more = search.value != -1;
     while (more) {
         const std::string_view name = entry.name;
         if (name != "." && name != "..") {
-            found.push_back({entry.name, entry.attrib});
+            found.entries.push_back({entry.name, entry.attrib});
         }
         more = _findnext(search.value, &entry) == 0;
     }

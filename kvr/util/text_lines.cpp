@@ -2,10 +2,14 @@
 
 #include <cerrno>
 #include <cstdio>
+#include <utility>
 
 namespace kvr {
 
-text_lines::text_lines(const char* path) : stream(path != nullptr ? platform::open_to_read(path) : nullptr) {}
+text_lines::text_lines(const char* path)
+    : text_lines(path != nullptr ? platform::open_to_read(path) : nullptr) {}
+
+text_lines::text_lines(platform::file_stream opened) noexcept : stream(std::move(opened)) {}
 
 int text_lines::next_character() {
     for (;;) {
@@ -35,6 +39,10 @@ bool text_lines::next(std::string& line, std::size_t limit) {
     }
     if (character != EOF && character != '\n') {
         static_cast<void>(std::ungetc(character, stream.get()));
+    }
+    if (failed()) {
+        line.clear();
+        return false;
     }
     return any;
 }

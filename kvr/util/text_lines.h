@@ -12,11 +12,13 @@ namespace kvr {
 class text_lines {
 public:
     explicit text_lines(const char* path);
+    explicit text_lines(platform::file_stream opened) noexcept;
 
     [[nodiscard]] bool is_open() const noexcept { return stream != nullptr; }
 
     /// The next line, or the first @p limit characters of a longer one, whose rest is the next line then.
-    /// @return false behind the last line, which leaves @p line empty.
+    /// @return false after the last line, which leaves @p line empty. A line that a failure of the file cuts
+    ///         off is none.
     bool next(std::string& line, std::size_t limit);
 
     /// True when the lines, which are open, ended because the file could not be read to its end.

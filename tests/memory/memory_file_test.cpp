@@ -1,6 +1,8 @@
+#include "tests/allocation.h"
 #include "tests/memory/memory_fixture.h"
 
 #include <deque>
+#include <new>
 
 namespace {
 
@@ -69,6 +71,57 @@ TEST_F(MemoryFile, TheAddressRadixOfIntelHexIsAlwaysHexadecimal) {
     EXPECT_EQ(file.get_address_radix(), RADIX_HEX);
     file.set_address_radix(RADIX_BIN);
     EXPECT_EQ(file.get_address_radix(), RADIX_HEX);
+}
+
+/// Sets a type while there is no memory for its handler.
+void set_type_without_memory(KVR_MEMORY_FILE& file, KVR_FILE_TYPES type) {
+    const failing_allocation failing(1);
+    EXPECT_THROW(file.set_file_type(type), std::bad_alloc);
+}
+
+TEST_F(MemoryFile, ATypeWithoutMemoryForItsHandlerIsTheTypeAllTheSame) {
+    for (const KVR_FILE_TYPES type : {FILE_TYPE_MIF, FILE_TYPE_RIF}) {
+        set_type_without_memory(file, type);
+        EXPECT_EQ(file.get_file_type(), type);
+        expect_defaults(file);
+    }
+    set_type_without_memory(file, FILE_TYPE_HEX);
+    EXPECT_EQ(file.get_file_type(), FILE_TYPE_HEX);
+    EXPECT_EQ(file.get_address_radix(), RADIX_HEX); // of this type, with a handler or without
+    EXPECT_EQ(file.get_lowest_address(), 0U);
+    EXPECT_EQ(file.get_highest_address(), 0U);
+    EXPECT_FALSE(file.set_data_word(0, "1", RADIX_HEX));
+    EXPECT_FALSE(file.can_proceed_with_write());
+    EXPECT_TRUE(file.get_error_occurred());
+}
+
+TEST_F(MemoryFile, CommentOperationsOfMifWithoutMemoryForItLeaveTheCallersQueueAlone) {
+    set_type_without_memory(file, FILE_TYPE_MIF);
+    std::deque<std::string> comments{"kept"};
+    EXPECT_FALSE(file.get_data_comments(&comments));
+    EXPECT_FALSE(file.set_data_comments(&comments));
+    EXPECT_FALSE(file.get_comment_deque(0, &comments));
+    EXPECT_FALSE(file.set_comment_deque(0, &comments));
+    EXPECT_EQ(comments, std::deque<std::string>{"kept"});
+}
+
+TEST_F(MemoryFile, ATypeWithoutMemoryForItsHandlerCanBeSetAgain) {
+    for (const KVR_FILE_TYPES type : {FILE_TYPE_HEX, FILE_TYPE_MIF, FILE_TYPE_RIF}) {
+        set_type_without_memory(file, type);
+        file.set_file_type(type);
+        EXPECT_FALSE(file.get_error_occurred());
+    }
+}
+
+TEST_F(MemoryFile, OtherHandlersStayWhenThereIsNoMemoryForAFurtherOne) {
+    file.set_file_type(FILE_TYPE_MIF);
+    file.set_memory_initialize_value("5A");
+    file.set_number_of_words(2);
+    set_type_without_memory(file, FILE_TYPE_RIF);
+    EXPECT_EQ(file.get_number_of_words(), 0U);
+    EXPECT_EQ(file.get_data_word(1, RADIX_NONE), "");
+    file.set_file_type(FILE_TYPE_MIF);
+    EXPECT_EQ(file.get_data_word(1, RADIX_NONE), "5A");
 }
 
 TEST_F(MemoryFile, TheAddressRadixIsSetForMifOnly) {

@@ -146,6 +146,15 @@ TEST_F(MifWriter, WordsAreWrittenAsTheyAreStored) {
     EXPECT_EQ(written_content(), "\t0  :   -5;\n\t1  :   12345;\n\t2  :   XU;\n");
 }
 
+TEST_F(MifWriter, EmptySignedWordsAreWrittenAsTheyAreStored) {
+    file.set_memory_initialize_value("");
+    configure(3, RADIX_HEX);
+    file.set_memory_radix(RADIX_DEC);
+    ASSERT_TRUE(file.set_data_word(2, "-5", RADIX_NONE));
+    EXPECT_TRUE(file.write_file());
+    EXPECT_EQ(content_lines_of(written()), "\t[0..1]  :   ;\n\t2  :   01;\n");
+}
+
 TEST_F(MifWriter, ARadixWithoutNameLeavesItsLineEmpty) {
     configure(1, RADIX_FIXED_POINT);
     file.set_memory_radix(RADIX_FIXED_POINT);

@@ -114,7 +114,7 @@ TEST_F(RifFile, WordIsGivenInTheRadixAskedFor) {
 
 TEST_F(RifFile, WordThatWasReadIsGivenAsItStands) {
     content("1 ");
-    file.read_file();
+    ASSERT_TRUE(file.read_file());
     EXPECT_EQ(file.get_data_word(0, RADIX_HEX), "1");
     EXPECT_EQ(file.get_data_word(0, RADIX_NONE), "1");
     EXPECT_EQ(file.get_data_word(0, RADIX_BIN), "00000001");

@@ -143,10 +143,49 @@ TEST_F(RifWriter, NegativeSignedWordsAreInvertedButNotSignExtended) {
     EXPECT_EQ(written(RADIX_DEC, 8, {"5", "-5", "-0"}), "\n@0\n05 0A 03 ");
 }
 
-TEST_F(RifWriter, EmptySignedWordRaisesOutOfRange) {
+/// What is in the file when writing these signed words has thrown.
+std::string left_of_signed_words(rif_memory& memory, const std::vector<std::string>& words) {
     memory.memory_radix = RADIX_DEC;
-    set_words({""});
+    memory.resize_words(static_cast<std::uint32_t>(words.size()));
+    for (std::uint32_t address = 0; address < words.size(); ++address) {
+        memory.data_words.set(address, words[address]);
+    }
     EXPECT_THROW(kvr::write_rif_file(memory), std::out_of_range);
+    return content_of(memory.file_name);
+}
+
+TEST_F(RifWriter, EmptySignedWordRaisesOutOfRangeBehindTheHeaderOfItsGroup) {
+    EXPECT_EQ(left_of_signed_words(memory, {""}), "\n@0\n");
+    EXPECT_EQ(left_of_signed_words(memory, std::vector<std::string>(20, "")), "\n@0\n");
+    EXPECT_EQ(left_of_signed_words(memory, {"1", "2", "", "4"}), "\n@0\n01 02 ");
+    EXPECT_EQ(left_of_signed_words(memory, {"1", "2", "3", "4", "5", "6", "7", "7", ""}),
+              "\n@0\n01 02 03 04 05 06 07 07 \n@8\n");
+    EXPECT_EQ(left_of_signed_words(memory, {"5", "5", "5", "5", "5", "5", "5", "5", "5", "5", ""}),
+              "\n@0\n05 05 05 05 05 05 05 05 \n@8\n05 05 ");
+}
+
+TEST_F(RifWriter, WordThatRaisesChangesNoFlagButThatOfTheFile) {
+    memory.file_not_found = true;
+    for (const bool before : {false, true}) {
+        memory.error_occurred = before;
+        left_of_signed_words(memory, {""});
+        EXPECT_EQ(memory.error_occurred, before);
+        EXPECT_FALSE(memory.file_not_found);
+    }
+    EXPECT_THAT(error_messages(owner), IsEmpty());
+}
+
+TEST_F(RifWriter, WordsThatWereNeverSetRaiseOutOfRangeInASignedMemory) {
+    owner.set_file_type(FILE_TYPE_RIF);
+    owner.set_file_name(memory.file_name);
+    owner.set_word_size(8);
+    owner.set_memory_radix(RADIX_DEC);
+    owner.set_number_of_words(9);
+    for (unsigned address = 0; address < 8; ++address) {
+        static_cast<void>(owner.set_data_word(address, "1", RADIX_DEC));
+    }
+    EXPECT_THROW(static_cast<void>(owner.write_file()), std::out_of_range);
+    EXPECT_EQ(content_of(memory.file_name), "\n@0\n01 01 01 01 01 01 01 01 \n@8\n");
 }
 
 TEST_F(RifWriter, FixedPointWordsAreZeros) {

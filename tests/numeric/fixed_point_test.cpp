@@ -1,11 +1,13 @@
 #include "kvr/numeric/fixed_point.h"
 #include "kvr/numeric/radix_conversion.h"
+#include "tests/allocation.h"
 
 #include <gtest/gtest.h>
 
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
+#include <new>
 #include <ostream>
 #include <random>
 #include <stdexcept>
@@ -280,11 +282,28 @@ TEST(FixedPoint, MillionsOfFractionBitsAreFine) {
     EXPECT_EQ(to_fixed(word.output, "1.3000000"), (conversion{true, "-0.75"}));
 }
 
-TEST(FixedPoint, WordsOfUpToTwoToThe23BitsAreMade) {
-    EXPECT_EQ(from_fixed("0.5", RADIX_BIN, "1.8388607").output.size(), 8388608U);
-    EXPECT_THROW(from_fixed("0.5", RADIX_BIN, "1.8388608"), std::length_error);
-    EXPECT_THROW(from_fixed("0.5", RADIX_BIN, "2000000000.2000000000"), std::length_error);
-    EXPECT_THROW(from_fixed("0.5", RADIX_HEX, "99999999999.99999999999"), std::length_error);
+TEST(FixedPoint, BitsTooSmallForADoubleAreNotSetByLessThanNothing) {
+    EXPECT_EQ(from_fixed("--0.5", RADIX_BIN, "1.1077"), (conversion{true, "1" + std::string(1077, '0')}));
+    EXPECT_EQ(from_fixed("nan", RADIX_BIN, "1.1077"), (conversion{true, std::string(1078, '0')}));
+}
+
+TEST(FixedPoint, WordsHaveAsManyBitsAsTheFormatSays) {
+    constexpr std::size_t many = 20'000'000;
+    const conversion fraction = from_fixed("-0.5", RADIX_BIN, "1." + std::to_string(many));
+    EXPECT_TRUE(fraction.result);
+    EXPECT_TRUE(fraction.output == "11" + std::string(1073, '0') + std::string(many - 1074, '1'));
+    const conversion integer = from_fixed("-0.5", RADIX_HEX, std::to_string(many) + ".4");
+    EXPECT_TRUE(integer.output == std::string(many / 4, 'F') + "8");
+    EXPECT_EQ(convert(integer.output, RADIX_HEX, RADIX_FIXED_POINT, "4.4"), (conversion{true, "-0.5"}));
+}
+
+TEST(FixedPoint, WordsThatFindNoMemoryThrow) {
+    std::string output = "untouched";
+    const failing_allocation failing(1); // of the bits: the other texts need none
+    EXPECT_THROW(
+        kvr_radix_conversion_fixed_point("0.5", &output, RADIX_FIXED_POINT, RADIX_BIN, "9.2000000000"),
+        std::bad_alloc);
+    EXPECT_TRUE(failing_allocation::happened());
 }
 
 TEST(FixedPoint, FractionsAreReadFromWordsOfAnyWidth) {

@@ -1,12 +1,14 @@
 #include "kvr/util/file_system.h"
 #include "kvr/util/platform.h"
 #include "tests/memory/temporary_directory.h"
+#include "tests/util/unprivileged.h"
 #include "tests/util/working_directory.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <optional>
 #include <set>
 #include <stdexcept>
 #include <string>
@@ -306,7 +308,7 @@ TEST_F(RemoveAllFiles, FirstFailureLeavesTheRestAlone) {
     }
     std::set<std::string> expected; // in the order of the directory, "d" and what comes after it
     for (const kvr::platform::directory_entry& entry :
-         kvr::platform::directory(here.path("tree")).find("*.*")) {
+         kvr::platform::directory(here.path("tree")).find("*.*").entries) {
         if (entry.name == "d" || !expected.empty()) {
             expected.insert(entry.name);
         }
@@ -314,6 +316,27 @@ TEST_F(RemoveAllFiles, FirstFailureLeavesTheRestAlone) {
     EXPECT_FALSE(remove("*.*", true));
     EXPECT_EQ(left(), expected);
     fs::permissions(here.path("tree/d"), fs::perms::owner_all);
+}
+
+TEST_F(RemoveAllFiles, DirectoryThatMayBeListedButNotSearchedIsAFailure) {
+    add("file");
+    const auto list_only = fs::perms::owner_read | fs::perms::group_read | fs::perms::others_read;
+    fs::permissions(here.path("tree"), list_only);
+    const auto removed = [](const std::string& tree) {
+        return kvr_remove_all_files((tree + "/*.*").c_str(), true);
+    };
+    const auto nothing_found = [](const std::string& tree) {
+        return kvr_remove_all_files((tree + "/*.none").c_str(), true);
+    };
+    const std::optional<bool> all = kvr_test::answer_about_unsearchable(here.path("tree"), removed);
+    const std::optional<bool> none = kvr_test::answer_about_unsearchable(here.path("tree"), nothing_found);
+    fs::permissions(here.path("tree"), fs::perms::owner_all);
+    if (!all || !none) {
+        GTEST_SKIP() << "there is no user here who may list a directory and not search it";
+    }
+    EXPECT_FALSE(*all);
+    EXPECT_TRUE(*none);
+    EXPECT_THAT(left(), ElementsAre("file"));
 }
 
 TEST_F(RemoveAllFiles, LinksAreRemovedAndNotFollowed) {

@@ -257,9 +257,20 @@ TEST(IsPowerOf, FollowsTheSignsOfANegativeBase) {
     EXPECT_FALSE(kvr_is_power_of(INT_MIN, INT_MAX));
 }
 
-// 3^21 wraps to 1870418611 before a product exceeds that value.
-TEST(IsPowerOf, TakesAWrappedProductForAPower) {
-    EXPECT_TRUE(kvr_is_power_of(3, 1870418611));
+TEST(IsPowerOf, RefusesWhatOnlyAWrappedProductIs) {
+    ASSERT_EQ(kvr_power(3, 21), 1870418611);
+    EXPECT_FALSE(kvr_is_power_of(3, 1870418611));
+    ASSERT_EQ(kvr_power(-7, 13), 1895237401);
+    EXPECT_FALSE(kvr_is_power_of(-7, 1895237401));
+}
+
+TEST(IsPowerOf, KnowsThePowerWhoseNextProductWouldWrap) {
+    EXPECT_TRUE(kvr_is_power_of(3, 1162261467)); // 3^19
+    EXPECT_TRUE(kvr_is_power_of(1291, 1666681));
+    EXPECT_TRUE(kvr_is_power_of(46340, 2147395600));
+    EXPECT_TRUE(kvr_is_power_of(-46340, 2147395600));
+    EXPECT_FALSE(kvr_is_power_of(46341, 2147395600));
+    EXPECT_TRUE(kvr_is_power_of(INT_MIN, 1));
 }
 
 TEST(CeilQuotientPower, RoundsTheQuotientUpToAPower) {

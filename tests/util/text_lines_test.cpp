@@ -1,4 +1,5 @@
 #include "kvr/util/text_lines.h"
+#include "tests/memory/failing_file.h"
 #include "tests/memory/temporary_directory.h"
 
 #include <gmock/gmock.h>
@@ -7,11 +8,13 @@
 #include <chrono>
 #include <csignal>
 #include <cstddef>
+#include <cstdio>
 #include <fstream>
 #include <memory>
 #include <string>
 #include <sys/stat.h>
 #include <thread>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -47,6 +50,23 @@ TEST(TextLines, LineBeyondTheLimitGoesOnAsTheNext) {
 
 TEST(TextLines, EveryOtherByteIsKept) {
     EXPECT_THAT(lines_of(std::string("\r\0\xFF\x1A\n", 5), 10), ElementsAre(std::string("\r\0\xFF\x1A", 4)));
+}
+
+TEST(TextLines, LineThatAFailureCutsOffIsNone) {
+    kvr::failing_file file{.content = "first\nsecond\n", .error_at = 13};
+    for (const std::size_t error_at : {8U, 12U}) {
+        file.position = 0;
+        file.error_at = error_at;
+        kvr::platform::file_stream stream(file.open());
+        static_cast<void>(std::setvbuf(stream.get(), nullptr, _IONBF, 0)); // a failing read gives no bytes
+        kvr::text_lines lines(std::move(stream));
+        std::string line;
+        EXPECT_TRUE(lines.next(line, 10));
+        EXPECT_EQ(line, "first");
+        EXPECT_FALSE(lines.next(line, 10));
+        EXPECT_EQ(line, "");
+        EXPECT_TRUE(lines.failed());
+    }
 }
 
 TEST(TextLines, MissingFileAndDirectoryHaveNone) {

@@ -44,7 +44,7 @@ std::string man_command(const command& which) {
 }
 
 constexpr std::string_view man_head =
-    ".TH KVRMEM 1 \"\" \"kvrmem " KVR_VERSION "\" \"User Commands\"\n"
+    ".TH KVRMEM 1 \"\" \"kvrmem " KVRMEM_VERSION "\" \"User Commands\"\n"
     ".SH NAME\n"
     "kvrmem \\- read, check, edit, compare, draw and convert memory initialization files\n"
     ".SH SYNOPSIS\n"

@@ -48,7 +48,7 @@ exit_code run(int count, char** words, kvrmem::color_choice& color) {
         return exit_code::fine;
     }
     if (first == "--version" || first == "-V") {
-        kvrmem::print("kvrmem " KVR_VERSION "\n");
+        kvrmem::print("kvrmem " KVRMEM_VERSION "\n");
         return exit_code::fine;
     }
     if (first == "--generate") {
