@@ -20,6 +20,7 @@ DEADLINE = 20
 REPORT = "\x18l"  # Ctrl-X l: the line goes to the pipe $REPORTS
 ALL = "\x18a"  # Ctrl-X a: bash and zsh put all candidates on the line; fish sends them to the pipe
 CLEAR = "\x18k"  # Ctrl-X k
+MARK = "\u00b6"
 
 # What moves the cursor, colours, or names the window.
 ESCAPES = re.compile(r"\x1b(\[[0-9;?>=]*[a-zA-Z]|\][^\x07\x1b]*(\x07|\x1b\\)|[()][A-Z0-9]|[=>])")
@@ -79,6 +80,10 @@ class InteractiveShell:
         self._line_after("")
         self.output.clear()
         self._line_after(text + "\t\t")
+        # The report goes another way than the output and may be the faster one.
+        os.write(self.terminal, MARK.encode())
+        self._wait_until(lambda: MARK.encode() in self.output, f"does not show {MARK!r} after {text!r}")
+        self._line_after("")
         return ESCAPES.sub(" ", self.output.decode("utf-8", "replace")).split()
 
     def offered(self, text):
