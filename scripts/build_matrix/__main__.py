@@ -58,7 +58,7 @@ def main() -> int:
         print_list()
         return 0
     configurations = configurations_named(arguments.names)
-    subprocess.run([ROOT / "scripts" / "install-packages", "tool", "test", "matrix"], check=True)
+    subprocess.run([ROOT / "scripts" / "install-packages", "all", "matrix"], check=True)
     os.environ["LC_ALL"] = "C"
     return 0 if try_all(configurations) else 1
 

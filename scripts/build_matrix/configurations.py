@@ -18,6 +18,7 @@ SHARED: Options = {"BUILD_SHARED_LIBS": "ON", "KVR_BUILD_TOOL": "OFF"}
 # Optimised as little as lets the tests end soon, with the lines of what is reported.
 LIGHT = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O1", "KVR_BUILD_QUICKLY": "ON"}
 OPTIMISED = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O2"}
+THOROUGH: Options = {"KVR_TEST_THOROUGHLY": "ON", "KVR_STATIC_TOOL": "ON"}
 REPLAY: Options = {"KVR_BUILD_FUZZERS": "ON", "KVR_BUILD_TESTS": "OFF", "KVR_BUILD_TOOL": "OFF"}
 
 
@@ -37,7 +38,7 @@ class Configuration:
 CONFIGURATIONS = (
     Configuration("gcc-debug", "g++", ("unit", "interface"), GCC | DEBUG),
     Configuration("gcc-debug-shared", "g++, shared library", ("unit", "interface"), GCC | DEBUG | SHARED),
-    Configuration("gcc-release", "g++, optimised", ("unit", "shuffled", "any_order"), GCC | RELEASE),
+    Configuration("gcc-release", "g++, optimised", ("unit", "shuffled", "any_order"), GCC | RELEASE | THOROUGH),
     Configuration(
         "gcc-release-shared", "g++, optimised, shared library", ("unit", "interface"), GCC | RELEASE | SHARED
     ),
@@ -79,7 +80,7 @@ CONFIGURATIONS = (
         "debug-mode",
         "g++, debug mode of the standard library",
         ("unit", "interface", "cli"),
-        GCC | LIGHT | flags("-D_GLIBCXX_DEBUG"),
+        GCC | LIGHT | flags("-D_GLIBCXX_DEBUG") | {"KVR_STATIC_TOOL": "ON"},
         builds_googletest=True,
     ),
     Configuration(
