@@ -19,7 +19,12 @@ configure_package_config_file(
     cmake/kvr-config.cmake.in kvr-config.cmake
     INSTALL_DESTINATION ${package_directory}
     NO_SET_AND_CHECK_MACRO)
-write_basic_package_version_file(kvr-config-version.cmake COMPATIBILITY SameMajorVersion)
+# As long as the major version is 0, a minor one may break what the one before it had.
+set(compatibility SameMajorVersion)
+if(PROJECT_VERSION_MAJOR EQUAL 0)
+    set(compatibility SameMinorVersion)
+endif()
+write_basic_package_version_file(kvr-config-version.cmake COMPATIBILITY ${compatibility})
 install(FILES ${PROJECT_BINARY_DIR}/kvr-config.cmake ${PROJECT_BINARY_DIR}/kvr-config-version.cmake
         DESTINATION ${package_directory})
 install(EXPORT kvr_targets FILE kvr-targets.cmake NAMESPACE kvr:: DESTINATION ${package_directory})

@@ -11,9 +11,9 @@ if(KVR_COVERAGE)
 endif()
 function(kvr_count_what_runs target)
     if(KVR_COVERAGE)
-        # In one piece: what is in a header is counted once.
+        # In one piece, which reads a header once: what is in it is counted once.
         target_compile_options(${target} PRIVATE --coverage)
-        set_target_properties(${target} PROPERTIES UNITY_BUILD_BATCH_SIZE 0)
+        set_target_properties(${target} PROPERTIES UNITY_BUILD_BATCH_SIZE 0 DISABLE_PRECOMPILE_HEADERS ON)
     endif()
 endfunction()
 

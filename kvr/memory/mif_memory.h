@@ -25,7 +25,9 @@ struct header_comment_list {
 
 /// What the MIF handler holds.
 struct mif_memory : memory_state {
-    explicit mif_memory(KVR_MEMORY_FILE* owner) : memory_state(owner) { memory_initialize_value = "0"; }
+    explicit mif_memory(KVR_MEMORY_FILE* owner) : memory_state(owner) {
+        memory_initialize_value.assign(1, '0');
+    }
 
     bool dont_consolidate_data = false;
     comment_store data_comments;

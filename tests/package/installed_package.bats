@@ -97,10 +97,12 @@ uses_it_through_add_subdirectory() { # [OPTION...]
     [ "$status" -eq 1 ]
 }
 
-@test "a request for the next major version is refused" {
-    run configure_consumer "$first/static" -DWANTED_VERSION=1.0
-    [ "$status" -ne 0 ]
-    [[ $output == *"kvr-config.cmake, version: 0."* ]]
+@test "a request for another version is refused" {
+    for version in 0.0 0.2 1.0; do
+        run configure_consumer "$first/static" -DWANTED_VERSION=$version
+        [ "$status" -ne 0 ]
+        [[ $output == *"kvr-config.cmake, version: 0.1."* ]]
+    done
 }
 
 @test "the installed headers are those that the umbrella reaches, no more and no less" {
@@ -108,6 +110,11 @@ uses_it_through_add_subdirectory() { # [OPTION...]
     installed=$(find kvr -type f | sort)
     reached=$(g++ -std=c++17 -MM -I. kvr/kvr.h | tr -s ' \\' '\n' | grep -v ':$' | sort -u | sed '/^$/d;s|^\./||')
     diff <(echo "$reached") <(echo "$installed")
+}
+
+@test "the installed tool is linked dynamically, as programs are" {
+    objdump --private-headers "$first/static/bin/kvrmem" | grep -E 'NEEDED +libstdc\+\+\.so'
+    objdump --private-headers "$first/static/bin/kvrmem" | grep -E 'NEEDED +libfmt\.so'
 }
 
 @test "the installed tool runs" {

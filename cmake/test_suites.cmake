@@ -1,0 +1,17 @@
+# kvr_add_test_suites(<target> <prefix> [<property> <value>]...): adds a test for each suite of the googletest program
+# <target>, named like the suite after <prefix>. A process for each suite costs a tenth of one for each of its tests.
+function(kvr_add_test_suites target prefix)
+    set(tests "${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake")
+    set(script "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/write_test_suites.cmake")
+    add_custom_command(
+        TARGET ${target}
+        POST_BUILD
+        COMMAND ${CMAKE_COMMAND} -D "PROGRAM=$<TARGET_FILE:${target}>" -D "OUTPUT=${tests}" -D "PREFIX=${prefix}"
+                -D "PROPERTIES=${ARGN}" -P "${script}"
+        VERBATIM)
+    if(NOT EXISTS "${tests}")
+        # As long as the program is not built, its test fails.
+        file(WRITE "${tests}" "add_test(${target} ${target}_is_not_built)\n")
+    endif()
+    set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${tests}")
+endfunction()

@@ -1,0 +1,67 @@
+"""What scripts/matrix runs."""
+
+from __future__ import annotations
+
+import argparse
+import os
+import subprocess
+import sys
+
+from configurations import CONFIGURATIONS, ROOT, Configuration
+from trial import Result, Trial
+
+USAGE_ERROR = 4
+
+
+def parse_command_line() -> argparse.Namespace:
+    parser = argparse.ArgumentParser(prog="matrix", description="Builds and tests the project in many ways.")
+    parser.add_argument("--list", action="store_true", help="show the configurations and what is done in each")
+    parser.add_argument("names", nargs="*", metavar="NAME", help="configurations (default: all)")
+    return parser.parse_args()
+
+
+def configurations_named(names: list[str]) -> list[Configuration]:
+    known = {each.name: each for each in CONFIGURATIONS}
+    for name in names:
+        if name not in known:
+            print(f"matrix: there is no configuration '{name}'; see matrix --list", file=sys.stderr)
+            sys.exit(USAGE_ERROR)
+    return [known[name] for name in names or known]
+
+
+def print_list() -> None:
+    for each in CONFIGURATIONS:
+        print(f"{each.name:<22}{each.about:<50}{' '.join(each.steps)}")
+
+
+def print_line(name: str, result: Result) -> None:
+    if result.is_built:
+        tests, failures = str(result.counts.tests), str(result.counts.failures)
+    else:
+        tests, failures = "-", "no build"
+    print(f"{name:<22}{tests:>10}{failures:>10}{result.seconds:>10}", flush=True)
+
+
+def try_all(configurations: list[Configuration]) -> bool:
+    print(f"{'configuration':<22}{'tests':>10}{'failures':>10}{'seconds':>10}", flush=True)
+    is_good = True
+    for configuration in configurations:
+        result = Trial(configuration).run()
+        print_line(configuration.name, result)
+        is_good = is_good and result.is_good
+    return is_good
+
+
+def main() -> int:
+    arguments = parse_command_line()
+    if arguments.list:
+        print_list()
+        return 0
+    configurations = configurations_named(arguments.names)
+    subprocess.run([ROOT / "scripts" / "install-packages", "all", "matrix"], check=True)
+    os.environ["LC_ALL"] = "C"
+    return 0 if try_all(configurations) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

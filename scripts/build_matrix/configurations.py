@@ -1,0 +1,92 @@
+"""The ways in which the project is built and tested."""
+
+from __future__ import annotations
+
+from dataclasses import dataclass
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[2]
+
+Options = dict[str, str]  # variables of CMake
+
+GCC: Options = {"CMAKE_CXX_COMPILER": "g++"}
+CLANG: Options = {"CMAKE_CXX_COMPILER": "clang++-14"}
+DEBUG: Options = {"CMAKE_BUILD_TYPE": "Debug"}
+RELEASE: Options = {"CMAKE_BUILD_TYPE": "Release"}
+# The tool takes the objects, not the library.
+SHARED: Options = {"BUILD_SHARED_LIBS": "ON", "KVR_BUILD_TOOL": "OFF"}
+# Optimised as little as lets the tests end soon, with the lines of what is reported.
+LIGHT = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O1", "KVR_BUILD_QUICKLY": "ON"}
+OPTIMISED = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O2"}
+THOROUGH: Options = {"KVR_TEST_THOROUGHLY": "ON", "KVR_STATIC_TOOL": "ON"}
+REPLAY: Options = {"KVR_BUILD_FUZZERS": "ON", "KVR_BUILD_TESTS": "OFF", "KVR_BUILD_TOOL": "OFF"}
+
+
+def flags(text: str) -> Options:
+    return {"CMAKE_CXX_FLAGS": text}
+
+
+@dataclass(frozen=True)
+class Configuration:
+    name: str
+    about: str
+    steps: tuple[str, ...]  # the tests: keys of STEPS in steps.py
+    options: Options
+    builds_googletest: bool = False  # the installed one would not link, or not fit
+
+
+CONFIGURATIONS = (
+    Configuration("gcc-debug", "g++", ("unit", "interface"), GCC | DEBUG),
+    Configuration("gcc-debug-shared", "g++, shared library", ("unit", "interface"), GCC | DEBUG | SHARED),
+    Configuration("gcc-release", "g++, optimised", ("unit", "shuffled", "any_order"), GCC | RELEASE | THOROUGH),
+    Configuration(
+        "gcc-release-shared", "g++, optimised, shared library", ("unit", "interface"), GCC | RELEASE | SHARED
+    ),
+    Configuration("clang-debug", "clang", ("unit", "interface", "cli"), CLANG | DEBUG),
+    Configuration("clang-debug-shared", "clang, shared library", ("unit", "interface"), CLANG | DEBUG | SHARED),
+    Configuration("clang-release", "clang, optimised", ("unit", "interface"), CLANG | RELEASE),
+    Configuration(
+        "clang-release-shared", "clang, optimised, shared library", ("unit", "interface"), CLANG | RELEASE | SHARED
+    ),
+    Configuration(
+        "gcc-sanitizers",
+        "g++, address and undefined-behaviour sanitizers",
+        ("unit", "interface", "cli"),
+        GCC | LIGHT | {"KVR_SANITIZERS": "address,undefined"},
+    ),
+    # The installed standard library is compiled without the sanitizer: no template is taken from it, and nothing is
+    # built that uses its streams.
+    Configuration(
+        "memory-sanitizer",
+        "clang, memory sanitizer",
+        ("replay",),
+        CLANG | LIGHT | REPLAY | {"KVR_SANITIZERS": "memory"} | flags("-D_GLIBCXX_EXTERN_TEMPLATE=0"),
+    ),
+    Configuration(
+        "unsigned-char",
+        "g++, char has no sign",
+        ("unit", "interface", "cli"),
+        GCC | LIGHT | flags("-funsigned-char"),
+    ),
+    # An installed fmt declares itself to be for programs of 64 bits.
+    Configuration(
+        "32-bit",
+        "g++, programs of 32 bits",
+        ("unit", "interface", "cli"),
+        GCC | LIGHT | flags("-m32") | {"fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"), "KVR_STATIC_TOOL": "ON"},
+        builds_googletest=True,
+    ),
+    Configuration(
+        "debug-mode",
+        "g++, debug mode of the standard library",
+        ("unit", "interface", "cli"),
+        GCC | LIGHT | flags("-D_GLIBCXX_DEBUG") | {"KVR_STATIC_TOOL": "ON"},
+        builds_googletest=True,
+    ),
+    Configuration(
+        "memcheck",
+        "g++, valgrind, fewer cases",
+        ("memcheck",),
+        GCC | OPTIMISED | flags("-DKVR_TEST_FEWER_CASES") | {"KVR_BUILD_TOOL": "OFF"},
+    ),
+)

@@ -1,0 +1,72 @@
+"""What is run for a configuration: the commands that build it and those that test it."""
+
+from __future__ import annotations
+
+import os
+from collections.abc import Iterator
+from dataclasses import dataclass
+from pathlib import Path
+
+from configurations import ROOT, Configuration, Options
+
+SEED = 20261121
+BUILD_STEP = "build"
+
+
+@dataclass(frozen=True)
+class Command:
+    """It runs in a folder of the build."""
+
+    words: tuple[str, ...]
+    folder: str = "."
+
+
+def unit_tests(*options: str) -> Command:
+    return Command(("./kvr_tests", "--gtest_brief=1", *options), "tests")
+
+
+def ctest(*options: str) -> Command:
+    common = ("--parallel", str(os.cpu_count()), "--output-on-failure", "--no-tests=error")
+    return Command(("ctest", *common, *options))
+
+
+# The allocations of the tests are the tests' own, which let them fail.
+VALGRIND = (
+    "valgrind",
+    "--quiet",
+    "--error-exitcode=9",
+    "--leak-check=full",
+    "--show-leak-kinds=all",
+    "--errors-for-leak-kinds=all",
+    f"--suppressions={ROOT / 'tests' / 'memcheck.supp'}",
+    "--num-callers=30",
+    "--soname-synonyms=somalloc=nouserintercepts",
+)
+
+STEPS = {
+    "unit": unit_tests(),
+    "shuffled": unit_tests("--gtest_shuffle", "--gtest_repeat=20", f"--gtest_random_seed={SEED}"),
+    "interface": ctest("-R", "^exported_interface"),
+    "cli": ctest("-R", "^cli"),
+    "any_order": ctest("--schedule-random"),
+    "replay": ctest("-R", "^fuzz.*replay"),
+    "memcheck": Command((*VALGRIND, "./kvr_tests", "--gtest_brief=1"), "tests"),
+}
+
+
+def configure(source: Path, folder: str, options: Options) -> Command:
+    definitions = (f"-D{name}={value}" for name, value in options.items())
+    return Command(("cmake", "-S", str(source), "-B", folder, "-G", "Ninja", *definitions))
+
+
+def build_commands(configuration: Configuration, build: Path) -> Iterator[Command]:
+    parallel = ("--parallel", str(os.cpu_count()))
+    installed = build / "installed"
+    if configuration.builds_googletest:
+        options = configuration.options | {"CMAKE_CXX_STANDARD": "20", "CMAKE_INSTALL_PREFIX": str(installed)}
+        yield configure(Path("/usr/src/googletest"), "googletest", options)
+        yield Command(("cmake", "--build", "googletest", *parallel, "--target", "install"))
+    batches = {"CMAKE_UNITY_BUILD": "ON", "CMAKE_UNITY_BUILD_BATCH_SIZE": "16"}
+    fixed = {"CMAKE_COMPILE_WARNING_AS_ERROR": "ON", "GTest_ROOT": str(installed)}
+    yield configure(ROOT, ".", configuration.options | batches | fixed)
+    yield Command(("cmake", "--build", ".", *parallel, "--", "-k", "0"))
