@@ -39,7 +39,7 @@ struct check_totals {
 };
 
 std::string summary(const check_totals& totals, const std::vector<std::string>& names) {
-    const std::string faults = counted(totals.errors, totals.warnings);
+    const std::string faults = counted_faults(totals.errors, totals.warnings);
     if (names.size() == 1 && totals.files == 1) {
         return totals.faulty == 0 ? fmt::format("{}: no faults\n", names[0])
                                   : fmt::format("{} in {}\n", faults, names[0]);
@@ -55,7 +55,7 @@ std::string summary(const check_totals& totals, const std::vector<std::string>& 
 
 /// Whoever runs the command learns of a file that cannot be read, and of the others all the same.
 void report_unreadable(const arguments& given, const tool_error& error) {
-    tell_failure(error.what(), given.color);
+    tell_failure(error.message(), given.color);
 }
 
 class text_output {

@@ -4,6 +4,7 @@
 #include "tools/kvrmem/memory/memory_output.h"
 #include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/replacement_file.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -59,7 +60,7 @@ void require_writable_words(const input_file& input, const input_options& option
     try {
         require_writable(image, layout);
     } catch (const unwritable_word& word) {
-        fail_at_word(input, options, word.address(), word.what());
+        fail_at_word(input, options, word.address(), word.message());
     }
 }
 
@@ -87,8 +88,7 @@ std::uint64_t count_set_words(const kvr::word_store& words) {
 std::string written_words(const memory_image& image, KVR_FILE_TYPES format) {
     const std::uint64_t written = format == FILE_TYPE_MIF ? image.depth : count_set_words(image.words);
     const std::string part = written < image.depth ? fmt::format("{} of ", written) : std::string();
-    return fmt::format("{}{} words of {} {}", part, image.depth, image.width,
-                       image.width == 1 ? "bit" : "bits");
+    return fmt::format("{}{} of {}", part, counted(image.depth, "word"), counted(image.width, "bit"));
 }
 
 exit_code convert(const arguments& given) {

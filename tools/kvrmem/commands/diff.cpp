@@ -105,7 +105,7 @@ exit_code be_a_diff_driver(const arguments& given) {
         if (error.code() != exit_code::bad_input) {
             throw;
         }
-        print(fmt::format("* {} cannot be compared: {}\n", title_of_file(given.files[0]), error.what()));
+        print(fmt::format("* {} cannot be compared: {}\n", title_of_file(given.files[0]), error.message()));
     }
     return exit_code::fine;
 }

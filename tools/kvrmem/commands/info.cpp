@@ -3,6 +3,7 @@
 #include "tools/kvrmem/memory/memory_input.h"
 #include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
@@ -94,10 +95,11 @@ std::string words_as_text(const memory_image& image) {
                        "highest address  {} (0x{:X})\n"
                        "runs             {}\n"
                        "distinct words   {}\n"
-                       "most frequent    {} ({} times)\n",
+                       "most frequent    {} ({})\n",
                        statistics.set, image.depth, bounds->lowest, bounds->lowest, bounds->highest,
                        bounds->highest, statistics.runs, statistics.distinct,
-                       shown(image, statistics.most_frequent), statistics.most_frequent_count);
+                       shown(image, statistics.most_frequent),
+                       counted(statistics.most_frequent_count, "time"));
 }
 
 std::string as_text(const memory_image& image, const std::string& name) {

@@ -71,7 +71,7 @@ int kvrmem::run_program(int count, char** words) {
     try {
         return static_cast<int>(run(count, words, color));
     } catch (const kvrmem::tool_error& error) {
-        return report(error.code(), error.what(), color);
+        return report(error.code(), error.message(), color);
     } catch (const std::bad_alloc&) {
         return report(exit_code::internal, "out of memory", color);
     } catch (const std::exception& error) {

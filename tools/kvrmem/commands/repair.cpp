@@ -42,7 +42,7 @@ exit_code repair_file(const arguments& given) {
     tell_as_it_is(faults_as_text(file.name(), repaired.source, repaired.left, paint));
     if (errors != 0) {
         tell(fmt::format("{} in {} cannot be repaired for certain; {} is not written",
-                         counted(errors, warnings), file.name(), *given.output));
+                         counted_faults(errors, warnings), file.name(), *given.output));
         return exit_code::negative;
     }
     if (repaired.changes.empty()) {

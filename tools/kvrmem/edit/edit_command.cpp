@@ -114,7 +114,7 @@ void verify(const std::string& name, const std::string& edited, const input_opti
     } catch (const tool_error& error) {
         throw tool_error(
             exit_code::internal,
-            fmt::format("the edit would make the file unreadable, nothing was written: {}", error.what()));
+            fmt::format("the edit would make the file unreadable, nothing was written: {}", error.message()));
     }
     throw tool_error(exit_code::internal,
                      name + ": the edit would change other words too, nothing was written");
