@@ -1,4 +1,5 @@
 #include "tools/kvrmem/check/check_gaps.h"
+
 #include "tools/kvrmem/surroundings/counted.h"
 
 #include <fmt/format.h>

@@ -82,13 +82,13 @@ std::string counted_faults(std::uint64_t errors, std::uint64_t warnings) {
     return fmt::format("{}, {}", counted(errors, "error"), counted(warnings, "warning"));
 }
 
-json_value faults_as_json(const std::string& name, const char* format, const fault_list& faults) {
+json_value faults_as_json(const std::string& path, const char* format, const fault_list& faults) {
     json_value list = json_value::array();
     for (const check_fault& fault : faults.sorted()) {
         list.push_back(fault_as_json(fault));
     }
     json_value document;
-    document["file"] = name;
+    document["file"] = json_name(path);
     document["format"] = format;
     document["errors"] = faults.count(severity::error);
     document["warnings"] = faults.count(severity::warning);

@@ -24,7 +24,7 @@ inline constexpr std::size_t told_faults = 10000;
 [[nodiscard]] std::string counted_faults(std::uint64_t errors, std::uint64_t warnings);
 
 /// A member of "files" in the schema kvrmem-check-1.
-[[nodiscard]] json_value faults_as_json(const std::string& name, const char* format,
+[[nodiscard]] json_value faults_as_json(const std::string& path, const char* format,
                                         const fault_list& faults);
 
 } // namespace kvrmem

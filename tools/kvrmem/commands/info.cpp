@@ -129,10 +129,10 @@ json_value words_as_json(const memory_image& image) {
     return words;
 }
 
-json_value as_json(const memory_image& image, const std::string& name) {
+json_value as_json(const memory_image& image, const std::string& path) {
     json_value document;
     document["schema"] = "kvrmem-info-1";
-    document["file"] = name;
+    document["file"] = json_name(path);
     document["format"] = format_title(image.format);
     document["width"] = image.width;
     document["width_is_guessed"] = !image.note.empty();
@@ -147,7 +147,7 @@ exit_code info(const arguments& given) {
     const input_file input(given.files[0]);
     const memory_image image = read_memory(input, options_for(given, given.files[0]));
     if (given.json) {
-        print_json(as_json(image, input.name()));
+        print_json(as_json(image, given.files[0]));
     } else {
         print(as_text(image, input.name()));
     }

@@ -111,7 +111,7 @@ public:
 private:
     static json_value described(const diff_side& side) {
         json_value document;
-        document["file"] = side.name;
+        document["file"] = json_name(side.path);
         document["format"] = format_title(side.image.format);
         document["width"] = side.image.width;
         document["depth"] = side.image.depth;

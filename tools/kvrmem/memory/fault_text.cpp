@@ -100,12 +100,13 @@ fault_text describe_address(std::string_view text, const mif_limits& limits) {
         return {code, address_beyond(digits, address.magnitude, "DEPTH", limits.depth), ""};
     }
     const std::size_t values = kvr::count_tokens(text.substr(text.find(':')));
-    return {
-        code,
-        fmt::format("the {} from address {} on reach address {}, beyond DEPTH {} (0 to {})", counted(values, "value"),
-                    address.magnitude, address.magnitude + values - 1, limits.depth, limits.depth - 1),
-        values_behind_semicolon(text) ? "what stands behind a ';' counts as values; give it a line of its own"
-                                      : ""};
+    return {code,
+            fmt::format("the {} from address {} on reach address {}, beyond DEPTH {} (0 to {})",
+                        counted(values, "value"), address.magnitude, address.magnitude + values - 1,
+                        limits.depth, limits.depth - 1),
+            values_behind_semicolon(text)
+                ? "what stands behind a ';' counts as values; give it a line of its own"
+                : ""};
 }
 
 fault_text describe_content(std::string_view text) {
