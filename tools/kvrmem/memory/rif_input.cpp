@@ -74,6 +74,9 @@ void for_each_word(const input_file& file, Take&& take) {
     std::uint64_t address = 0;
     for (std::uint64_t number = 1; !lines.at_end(); ++number) {
         const std::string_view raw = lines.next_line();
+        if (lines.line_was_cut()) {
+            file.refuse_long_line(number);
+        }
         const std::string_view line = kvr::without_carriage_return(raw, lines.line_had_newline());
         if (is_rif_address_line(line)) {
             address = parse_address(file, line, number);
