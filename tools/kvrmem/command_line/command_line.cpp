@@ -167,6 +167,7 @@ arguments parse_arguments(const command& which, int count, char** words) {
             refuse_option(which, given);
         }
         const option_entry& entry = entry_of(found);
+        parsed.options.push_back(entry.id);
         entry.take(parsed, entry.name, optarg != nullptr ? given.restored(optarg) : nullptr);
     }
     for (int index = optind; index < count; ++index) {

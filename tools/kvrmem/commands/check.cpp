@@ -151,17 +151,11 @@ exit_code check_files(const arguments& given, Output output) {
 }
 
 void require_fix_arguments(const arguments& given) {
-    if (given.output && !given.fix) {
-        usage_error("--output belongs to --fix: kvrmem check --fix -o OUT FILE");
-    }
     if (given.fix && !given.output) {
         usage_error("--fix needs --output OUT for the repaired file");
     }
     if (given.fix && given.files.size() != 1) {
         usage_error("--fix takes one file");
-    }
-    if (given.fix && given.json) {
-        usage_error("--fix and --json do not go together");
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include "tools/kvrmem/command_line/generated_text.h"
 #include "tools/kvrmem/command_line/help_text.h"
+#include "tools/kvrmem/command_line/idle_options.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/progress.h"
@@ -28,6 +29,7 @@ exit_code run_command(const kvrmem::command& which, int count, char** words, kvr
         kvrmem::print(kvrmem::help_for(which));
         return exit_code::fine;
     }
+    kvrmem::refuse_idle_options(which, given);
     kvrmem::start_progress();
     const exit_code answer = which.run(given);
     kvrmem::end_progress();

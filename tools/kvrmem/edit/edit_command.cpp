@@ -26,14 +26,6 @@ constexpr std::uint32_t unlimited_depth = std::numeric_limits<std::uint32_t>::ma
 /// Intel HEX and RIF have no ranges: words that they get are written one by one.
 constexpr std::uint64_t most_single_words = std::uint64_t{1} << 24U;
 
-void require_own_sizes(const arguments& given, const input_options& options) {
-    if (options.format == FILE_TYPE_MIF && (given.width || given.depth)) {
-        throw tool_error(exit_code::wrong_usage,
-                         fmt::format("--{} is for Intel HEX and RIF; a MIF says it itself",
-                                     given.width ? "width" : "depth"));
-    }
-}
-
 /// Reads @p file; the image has as many words as an edit may reach.
 memory_image read_whole(const input_file& file, const input_options& options) {
     memory_image image = read_memory(file, options);
@@ -131,7 +123,6 @@ void write(const std::string& target, const std::string& text) {
 void edit_file(const arguments& given, edit_maker make_edits, edit_summary summarize) {
     const std::string& path = given.files[0];
     const input_options options = options_for(given, path);
-    require_own_sizes(given, options);
     const input_file source(path);
     const input_file input(source.name(), source.contents());
     const std::string text = input.contents();
