@@ -47,6 +47,10 @@ bool fixes(const run_facts& run) {
     return run.given.fix;
 }
 
+bool edits_in_place(const run_facts& run) {
+    return !run.given.output;
+}
+
 bool draws_svg(const run_facts& run) {
     return run.given.output.has_value();
 }
@@ -95,16 +99,21 @@ constexpr const char* mif_has_radixes = "on Intel HEX and RIF, which have no rad
 constexpr const char* mif_has_runs = "on Intel HEX and RIF, which have no ranges";
 constexpr const char* mif_says_sizes = "on a MIF, which says its width and depth itself";
 
-constexpr std::array<idle_option, 21> rules = {{
+constexpr const char* comments_stay = "without --output: FILE keeps its comments";
+
+constexpr std::array<idle_option, 24> rules = {{
     {"convert", option_id::data_radix, writes_no_mif, mif_has_radixes},
     {"convert", option_id::address_radix, writes_no_mif, mif_has_radixes},
     {"convert", option_id::no_runs, writes_no_mif, mif_has_runs},
     {"check", option_id::output, fixes_nothing, "without --fix: kvrmem check --fix -o OUT FILE"},
+    {"check", option_id::force_overwrite, fixes_nothing, "without --fix: it is for the repaired file"},
     {"check", option_id::json, fixes, "with --fix, which writes a file"},
     {"set", option_id::width, edits_a_mif, mif_says_sizes},
     {"set", option_id::depth, edits_a_mif, mif_says_sizes},
     {"fill", option_id::width, edits_a_mif, mif_says_sizes},
     {"fill", option_id::depth, edits_a_mif, mif_says_sizes},
+    {"set", option_id::force_overwrite, edits_in_place, comments_stay},
+    {"fill", option_id::force_overwrite, edits_in_place, comments_stay},
     {"diff", option_id::from, names_tell_formats, "when both names tell their format"},
     {"diff", option_id::radix, is_quiet, "with --quiet, which shows no words"},
     {"diff", option_id::json, is_quiet, "with --quiet, which shows nothing"},

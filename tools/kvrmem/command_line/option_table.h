@@ -39,6 +39,8 @@ enum class option_id : std::uint8_t {
     quiet,
     git,
     force,
+    force_conversion,
+    force_overwrite,
     library,
     color,
     help,

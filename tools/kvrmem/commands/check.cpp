@@ -167,8 +167,9 @@ exit_code check(const arguments& given) {
     return given.json ? check_files(given, json_output(given)) : check_files(given, text_output(given));
 }
 
-constexpr std::array check_options = {option_id::from, option_id::width, option_id::depth,
-                                      option_id::json, option_id::fix,   option_id::output};
+constexpr std::array check_options = {option_id::from,           option_id::width, option_id::depth,
+                                      option_id::json,           option_id::fix,   option_id::output,
+                                      option_id::force_overwrite};
 
 } // namespace
 

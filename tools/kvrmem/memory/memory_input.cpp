@@ -4,6 +4,7 @@
 #include "tools/kvrmem/memory/hex_input.h"
 #include "tools/kvrmem/memory/mif_input.h"
 #include "tools/kvrmem/memory/rif_input.h"
+#include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -46,6 +47,14 @@ KVR_FILE_TYPES format_for(const std::optional<KVR_FILE_TYPES>& given, const std:
                         option));
     }
     return *format;
+}
+
+void tell_of_other_extension(const std::string& path, KVR_FILE_TYPES format) {
+    const auto named = format_of_path(path);
+    if (named && *named != format) {
+        tell(fmt::format("{}: note: the name says {}, what was written is {}", title_of_file(path),
+                         format_title(*named), format_title(format)));
+    }
 }
 
 input_options options_for(const arguments& given, const std::string& path) {

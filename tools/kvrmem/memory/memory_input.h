@@ -21,6 +21,10 @@ struct input_options {
 [[nodiscard]] KVR_FILE_TYPES format_for(const std::optional<KVR_FILE_TYPES>& given, const std::string& path,
                                         const char* option);
 
+/// Tells, as a note on standard error, when the extension of @p path, which was written as @p format, says
+/// that it is something else.
+void tell_of_other_extension(const std::string& path, KVR_FILE_TYPES format);
+
 /// What @p given says of the file @p path: format, width and depth.
 /// @throws tool_error (wrong usage) when nothing tells the format.
 [[nodiscard]] input_options options_for(const arguments& given, const std::string& path);

@@ -154,6 +154,14 @@ input_file::input_file(std::string name, std::string contents)
       in_memory(true),
       text(std::move(contents)) {}
 
+std::uint64_t input_file::size() const {
+    struct stat status {};
+    if (in_memory) {
+        return text.size();
+    }
+    return stat(path.c_str(), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
 std::string input_file::contents() const {
     if (in_memory) {
         return text;

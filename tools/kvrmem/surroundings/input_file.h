@@ -40,6 +40,9 @@ public:
     /// @throws tool_error (bad input) always: the line numbered @p line is longer than any may be.
     [[noreturn]] void refuse_long_line(std::uint64_t line) const;
 
+    /// How many bytes it has; 0 when that cannot be found out.
+    [[nodiscard]] std::uint64_t size() const;
+
     /// All bytes of the file.
     /// @throws tool_error when they cannot be read, or a line is too long.
     [[nodiscard]] std::string contents() const;
