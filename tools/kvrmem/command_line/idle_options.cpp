@@ -20,7 +20,7 @@ struct run_facts {
     const arguments& given;
     std::optional<KVR_FILE_TYPES> input;  ///< format of the first operand, as far as name and --from tell it
     std::optional<KVR_FILE_TYPES> output; ///< format of OUT, as far as name and --to tell it
-    std::uint32_t width;                  ///< bits of a word; 0 before the file is read
+    std::uint32_t width = 0;              ///< bits of a word; 0 before the file is read
 };
 
 bool has(const run_facts& run, option_id option) {

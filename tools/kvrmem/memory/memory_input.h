@@ -33,6 +33,11 @@ void tell_of_other_extension(const std::string& path, KVR_FILE_TYPES format);
 /// @throws tool_error with file, line and what is wrong there.
 [[nodiscard]] memory_image read_memory(const input_file& file, const input_options& options);
 
+/// Makes sure that the words of @p file, which get all the digits of @p width bits however short @p texts
+/// write them, take no memory out of proportion to the file.
+/// @throws tool_error (bad input)
+void require_proportionate_words(const input_file& file, const kvr::word_store& texts, std::uint32_t width);
+
 /// The addresses that --range names, or all of @p image.
 /// @throws tool_error (wrong usage) when they are not in it.
 [[nodiscard]] address_range range_within(const arguments& given, const memory_image& image);

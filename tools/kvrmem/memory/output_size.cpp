@@ -17,7 +17,8 @@ namespace {
 /// Intel HEX: a record a word, and one where a page begins.
 class hex_size {
 public:
-    explicit hex_size(const memory_image& image) : record(record_frame + 2 * bytes_for(image.width)) {}
+    explicit hex_size(const memory_image& image)
+        : record(record_frame + 2 * std::uint64_t{bytes_for(image.width)}) {}
 
     void take(std::uint32_t first, std::uint32_t last) {
         const std::uint32_t first_page = first >> hex_page_shift;

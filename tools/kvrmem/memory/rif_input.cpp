@@ -136,6 +136,7 @@ memory_image read_rif(const input_file& file, const input_options& options) {
     }
     image.width = options.width.value_or(static_cast<std::uint32_t>(longest * bits_per_hex_digit));
     image.note = options.width ? "" : "taken from the longest word";
+    require_proportionate_words(file, image.words, image.width);
     // Each of them is a word: it was judged when its line was read.
     image.words.transform([&image](std::string_view text, std::string& word) {
         word.clear();
