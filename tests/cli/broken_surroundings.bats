@@ -178,11 +178,72 @@ make_device() { # NAME MINOR
     [ "$output" = 02 ]
 }
 
+# Skips the test unless the tool starts in KIB of memory: built with sanitizers it needs more.
+require_start_within() { # KIB
+    (ulimit -v "$1" && "$KVRMEM" --version) || skip "the tool is built for something that needs more"
+}
+
+# The commands that read a file, which is called INPUT, one a line.
+reading_commands() {
+    cat <<'END'
+info INPUT
+check INPUT
+check --json INPUT
+check --fix -o out INPUT
+dump INPUT
+get INPUT 0
+plot INPUT
+set INPUT 1=2 -o out
+fill INPUT 1..2=3 -o out
+convert INPUT out --to rif
+diff INPUT in.mif
+diff in.mif INPUT
+END
+}
+
+@test "an input without end is refused in little memory, by every command that reads" {
+    require_start_within 65536
+    mkfifo ../pipe
+    while read -r words; do
+        # A format takes much before it finds a fault, and each another text.
+        for source in "/dev/zero mif" "/dev/zero hex" "/dev/zero rif" "../pipe mif y" "../pipe hex y" "../pipe rif 01" \
+            "- mif y" "- rif 01"; do
+            read -r file format line <<<"$source"
+            case $file in
+            ../pipe) (yes "$line" >../pipe) 2>../yes & ;;
+            esac
+            run -2 --separate-stderr timeout 60 bash -c "ulimit -v 65536
+                exec < <(yes ${line-}); '$KVRMEM' ${words/INPUT/$file} --from $format"
+            [ "$file" = - ] && file="standard input"
+            # shellcheck disable=SC2154 # run sets it
+            [ "$stderr" = "kvrmem: $file: error: there are more than 32 MiB, which only a file may have" ]
+            wait
+        done
+    done < <(reading_commands)
+    nothing_changed
+}
+
+@test "a line without end is refused in little memory, a big file is read" {
+    require_start_within 200000
+    truncate -s 1T ../line
+    while read -r words; do
+        [ "$words" != "${words#diff}" ] && words+=" --quiet"
+        run -2 --separate-stderr bash -c "ulimit -v 200000; '$KVRMEM' ${words/INPUT/../line} --from rif"
+        [ "$stderr" = "kvrmem: ../line:1: error: the line is longer than 32 MiB" ]
+    done < <(reading_commands)
+    { cat in.mif && yes -- '-- a comment behind the end' | head -n 2000000; } >../big.mif
+    run -0 "$KVRMEM" get ../big.mif 3
+    [ "$output" = 41 ]
+    run -0 "$KVRMEM" check ../big.mif
+    run -0 "$KVRMEM" get --from mif - 3 <../big.mif
+    [ "$output" = 41 ]
+    nothing_changed
+}
+
 @test "too little memory is told" {
-    if ! (ulimit -v 200000 && "$KVRMEM" --version); then
-        skip "the tool is built for something that needs more"
-    fi
-    run -5 bash -c "ulimit -v 200000; head -c 300000000 /dev/zero | '$KVRMEM' info --from mif -"
+    require_start_within 200000
+    head -c 300000000 /dev/zero | tr '\0' '\n' >../lines.mif
+    run -5 bash -c "ulimit -v 200000; '$KVRMEM' check ../lines.mif"
     [ "$output" = "kvrmem: out of memory" ]
     nothing_changed
 }

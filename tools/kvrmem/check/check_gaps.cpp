@@ -1,5 +1,7 @@
 #include "tools/kvrmem/check/check_gaps.h"
 
+#include "tools/kvrmem/surroundings/counted.h"
+
 #include <fmt/format.h>
 
 #include <utility>
@@ -19,7 +21,8 @@ void check_gaps(const word_lines& lines, std::optional<std::uint32_t> depth, con
     if (lines.empty()) {
         std::string message = "the file sets no word";
         if (depth) {
-            message = fmt::format("none of the {} words is set", *depth);
+            message = *depth == 1 ? "the only word is never set"
+                                  : fmt::format("none of the {} words is set", *depth);
         }
         warn(faults, "no-words", std::move(message), "");
         return;
@@ -29,8 +32,8 @@ void check_gaps(const word_lines& lines, std::optional<std::uint32_t> depth, con
     const word_lines::gaps gaps = lines.between(first, last);
     if (gaps.words != 0) {
         warn(faults, "gap",
-             fmt::format("{} of {} words are never set, the first at address {}", gaps.words,
-                         last - first + 1, gaps.first),
+             fmt::format("{} of {} words {} never set, the first at address {}", gaps.words, last - first + 1,
+                         is_or_are(gaps.words), gaps.first),
              hint);
     }
 }

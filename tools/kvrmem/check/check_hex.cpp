@@ -9,6 +9,7 @@
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_lines.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
@@ -208,8 +209,8 @@ private:
         }
         if (record.data_bytes % bytes != 0) {
             add(severity::warning, "odd-bytes", whole.column, whole.length,
-                fmt::format("the record holds {} bytes, which is no whole number of words of {} bytes",
-                            record.data_bytes, bytes),
+                fmt::format("the record holds {}, which is no whole number of words of {} bytes",
+                            counted(record.data_bytes, "byte"), bytes),
                 "");
         }
         check_widths(record, whole);

@@ -1,5 +1,6 @@
 #include "tools/kvrmem/check/check_report.h"
 
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
@@ -10,10 +11,6 @@ namespace {
 
 constexpr const char* title(severity level) {
     return level == severity::error ? "error" : "warning";
-}
-
-std::string plural(std::uint64_t count, const char* what) {
-    return fmt::format("{} {}{}", count, what, count == 1 ? "" : "s");
 }
 
 std::string place_of(const std::string& name, const check_fault& fault) {
@@ -68,30 +65,30 @@ std::string faults_as_text(const std::string& name, const check_source& source, 
     }
     for (const severity level : {severity::error, severity::warning}) {
         if (faults.dropped(level) != 0) {
-            text += fmt::format("{} and {} more {}{}\n", paint.paint(style::bold, fmt::format("{}:", name)),
-                                faults.dropped(level), title(level), faults.dropped(level) == 1 ? "" : "s");
+            text += fmt::format("{} and {}\n", paint.paint(style::bold, fmt::format("{}:", name)),
+                                counted(faults.dropped(level), fmt::format("more {}", title(level))));
         }
     }
     return text;
 }
 
-std::string counted(std::uint64_t errors, std::uint64_t warnings) {
+std::string counted_faults(std::uint64_t errors, std::uint64_t warnings) {
     if (warnings == 0) {
-        return plural(errors, "error");
+        return counted(errors, "error");
     }
     if (errors == 0) {
-        return plural(warnings, "warning");
+        return counted(warnings, "warning");
     }
-    return fmt::format("{}, {}", plural(errors, "error"), plural(warnings, "warning"));
+    return fmt::format("{}, {}", counted(errors, "error"), counted(warnings, "warning"));
 }
 
-json_value faults_as_json(const std::string& name, const char* format, const fault_list& faults) {
+json_value faults_as_json(const std::string& path, const char* format, const fault_list& faults) {
     json_value list = json_value::array();
     for (const check_fault& fault : faults.sorted()) {
         list.push_back(fault_as_json(fault));
     }
     json_value document;
-    document["file"] = name;
+    document["file"] = json_name(path);
     document["format"] = format;
     document["errors"] = faults.count(severity::error);
     document["warnings"] = faults.count(severity::warning);

@@ -21,10 +21,10 @@ inline constexpr std::size_t told_faults = 10000;
                                          const fault_list& faults, const painter& paint);
 
 /// "2 errors, 1 warning"
-[[nodiscard]] std::string counted(std::uint64_t errors, std::uint64_t warnings);
+[[nodiscard]] std::string counted_faults(std::uint64_t errors, std::uint64_t warnings);
 
 /// A member of "files" in the schema kvrmem-check-1.
-[[nodiscard]] json_value faults_as_json(const std::string& name, const char* format,
+[[nodiscard]] json_value faults_as_json(const std::string& path, const char* format,
                                         const fault_list& faults);
 
 } // namespace kvrmem

@@ -13,17 +13,7 @@ constexpr std::uint64_t mark_distance = 64;
 } // namespace
 
 check_source check_source::of(const input_file& file) {
-    std::string bytes;
-    kvr::line_source source = file.lines(kvr::line_source::unlimited);
-    while (!source.at_end()) {
-        const std::string_view whole = source.whole_lines();
-        bytes.append(whole);
-        source.skip(whole.size());
-        bytes.append(source.next_line());
-        bytes.append(source.line_had_newline() ? "\n" : "");
-    }
-    file.require_whole(source);
-    return check_source(std::move(bytes));
+    return check_source(file.contents());
 }
 
 std::string_view check_source::line(std::uint64_t number) const {

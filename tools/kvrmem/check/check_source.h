@@ -17,7 +17,7 @@ public:
     explicit check_source(std::string bytes) : contents(std::move(bytes)) {}
 
     /// Reads the whole of @p file.
-    /// @throws tool_error when it cannot be opened or read to its end.
+    /// @throws tool_error when it cannot be opened or read to its end, or a line is too long.
     static check_source of(const input_file& file);
 
     [[nodiscard]] const std::string& text() const noexcept { return contents; }

@@ -132,12 +132,16 @@ std::string refused_letter(std::string_view next) {
                     : fmt::format("{} has no option {}; did you mean {}?", which.name, given, nearest));
 }
 
-void require_operands(const command& which, std::size_t count) {
+void require_operands(const command& which, const std::vector<std::string>& operands) {
+    const std::size_t count = operands.size();
     if (count < which.least_files) {
         usage_error(fmt::format("too few operands: kvrmem {} {}", which.name, which.operands));
     }
     if (count > which.most_files) {
         usage_error(fmt::format("too many operands: kvrmem {} {}", which.name, which.operands));
+    }
+    if (std::find(operands.begin(), operands.end(), "") != operands.end()) {
+        usage_error(fmt::format("an operand is empty: kvrmem {} {}", which.name, which.operands));
     }
 }
 
@@ -163,13 +167,14 @@ arguments parse_arguments(const command& which, int count, char** words) {
             refuse_option(which, given);
         }
         const option_entry& entry = entry_of(found);
+        parsed.options.push_back(entry.id);
         entry.take(parsed, entry.name, optarg != nullptr ? given.restored(optarg) : nullptr);
     }
     for (int index = optind; index < count; ++index) {
         parsed.files.emplace_back(given[index]);
     }
     if (!parsed.help) {
-        require_operands(which, parsed.files.size());
+        require_operands(which, parsed.files);
     }
     return parsed;
 }

@@ -72,7 +72,14 @@ color_choice parse_color(std::string_view name, std::string_view value) {
     return *color;
 }
 
-constexpr std::array<option_entry, 23> table = {{
+std::string parse_file_name(std::string_view name, std::string_view value) {
+    if (value.empty()) {
+        refuse(name, "''", "this needs the name of a file");
+    }
+    return std::string(value);
+}
+
+constexpr std::array<option_entry, 25> table = {{
     {option_id::from, '\0', "from", "FORMAT", format_choices,
      "format of the input: mif, hex, rif (default: by extension)",
      [](arguments& into, std::string_view name, const char* value) {
@@ -116,7 +123,9 @@ constexpr std::array<option_entry, 23> table = {{
     {option_id::no_runs, '\0', "no-runs", nullptr, "", "give every address of a MIF a line of its own",
      [](arguments& into, std::string_view, const char*) { into.no_runs = true; }},
     {option_id::output, 'o', "output", "FILE", "FILE", "write to FILE; - is standard output",
-     [](arguments& into, std::string_view, const char* value) { into.output = value; }},
+     [](arguments& into, std::string_view name, const char* value) {
+         into.output = parse_file_name(name, value);
+     }},
     {option_id::json, '\0', "json", nullptr, "", "answer in JSON",
      [](arguments& into, std::string_view, const char*) { into.json = true; }},
     {option_id::fix, '\0', "fix", nullptr, "",
@@ -142,6 +151,12 @@ constexpr std::array<option_entry, 23> table = {{
     {option_id::git, '\0', "git", nullptr, "", "take the seven operands that git gives a diff driver",
      [](arguments& into, std::string_view, const char*) { into.git = true; }},
     {option_id::force, '\0', "force", nullptr, "", "replace a file that is there already",
+     [](arguments& into, std::string_view, const char*) { into.force = true; }},
+    {option_id::force_conversion, '\0', "force", nullptr, "",
+     "write although comments are lost, or OUT becomes huge",
+     [](arguments& into, std::string_view, const char*) { into.force = true; }},
+    {option_id::force_overwrite, '\0', "force", nullptr, "",
+     "replace the file of --output although comments in it are lost",
      [](arguments& into, std::string_view, const char*) { into.force = true; }},
     {option_id::library, '\0', "library", nullptr, "", "show what the library's own conversion gives",
      [](arguments& into, std::string_view, const char*) { into.library = true; }},

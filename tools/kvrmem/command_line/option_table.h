@@ -16,34 +16,6 @@
 
 namespace kvrmem {
 
-/// What a person may say behind a command, whichever command it is.
-struct arguments {
-    std::vector<std::string> files; ///< and the other operands
-    std::optional<KVR_FILE_TYPES> from;
-    std::optional<KVR_FILE_TYPES> to;
-    std::optional<std::uint32_t> width;
-    std::optional<std::uint32_t> depth;
-    std::optional<KVR_MEMORY_RADIXES> data_radix;
-    std::optional<KVR_MEMORY_RADIXES> address_radix;
-    std::optional<std::string> fill;
-    std::optional<std::string> output;
-    std::optional<word_radix> radix;
-    std::optional<word_radix> from_radix;
-    std::optional<word_radix> to_radix;
-    std::optional<std::uint32_t> columns;
-    std::optional<address_range> range;
-    color_choice color = color_choice::automatic;
-    bool no_runs = false;
-    bool json = false;
-    bool fix = false;
-    bool quiet = false;
-    bool git = false;
-    bool force = false;
-    bool library = false;
-    bool is_signed = false;
-    bool help = false;
-};
-
 /// One name for each line of the option table. An option that means one thing to one command and another
 /// thing to the next has two.
 enum class option_id : std::uint8_t {
@@ -67,9 +39,40 @@ enum class option_id : std::uint8_t {
     quiet,
     git,
     force,
+    force_conversion,
+    force_overwrite,
     library,
     color,
     help,
+};
+
+/// What a person may say behind a command, whichever command it is.
+struct arguments {
+    std::vector<std::string> files; ///< and the other operands
+    std::vector<option_id> options; ///< those that were given
+    std::optional<KVR_FILE_TYPES> from;
+    std::optional<KVR_FILE_TYPES> to;
+    std::optional<std::uint32_t> width;
+    std::optional<std::uint32_t> depth;
+    std::optional<KVR_MEMORY_RADIXES> data_radix;
+    std::optional<KVR_MEMORY_RADIXES> address_radix;
+    std::optional<std::string> fill;
+    std::optional<std::string> output;
+    std::optional<word_radix> radix;
+    std::optional<word_radix> from_radix;
+    std::optional<word_radix> to_radix;
+    std::optional<std::uint32_t> columns;
+    std::optional<address_range> range;
+    color_choice color = color_choice::automatic;
+    bool no_runs = false;
+    bool json = false;
+    bool fix = false;
+    bool quiet = false;
+    bool git = false;
+    bool force = false;
+    bool library = false;
+    bool is_signed = false;
+    bool help = false;
 };
 
 /// An option, for the parser, the help, the manual page and the completions.

@@ -3,11 +3,14 @@
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/commands/repair.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <optional>
@@ -22,9 +25,9 @@ namespace {
 struct check_totals {
     std::uint64_t errors = 0;
     std::uint64_t warnings = 0;
-    std::uint64_t files = 0;  ///< that could be read
-    std::uint64_t faulty = 0; ///< of these, with errors or warnings
-    bool unreadable = false;  ///< some file could not be read
+    std::uint64_t files = 0;             ///< that could be checked
+    std::uint64_t faulty = 0;            ///< of these, with errors or warnings
+    exit_code refusal = exit_code::fine; ///< the worst reason why a file could not be checked
 
     void add(const fault_list& faults) {
         errors += faults.count(severity::error);
@@ -33,30 +36,33 @@ struct check_totals {
         const bool is_faulty = faults.count(severity::error) + faults.count(severity::warning) != 0;
         faulty += static_cast<std::uint64_t>(is_faulty);
     }
+    void refuse(exit_code reason) { refusal = std::max(refusal, reason); }
     [[nodiscard]] exit_code verdict() const {
-        return unreadable ? exit_code::input_output : errors != 0 ? exit_code::negative : exit_code::fine;
+        return std::max(refusal, errors != 0 ? exit_code::negative : exit_code::fine);
     }
 };
 
-std::string summary(const check_totals& totals, const std::vector<std::string>& names) {
-    const std::string faults = counted(totals.errors, totals.warnings);
-    if (names.size() == 1 && totals.files == 1) {
-        return totals.faulty == 0 ? fmt::format("{}: no faults\n", names[0])
-                                  : fmt::format("{} in {}\n", faults, names[0]);
-    }
+/// What was found in the files that could be checked. @p only: the name of the only one, "" for several.
+std::string summary(const check_totals& totals, const std::string& only) {
+    const std::string faults = counted_faults(totals.errors, totals.warnings);
     if (totals.files == 0) {
         return "";
     }
-    const char* plural = totals.files == 1 ? "" : "s";
-    return totals.faulty == 0
-               ? fmt::format("{} file{}: no faults\n", totals.files, plural)
-               : fmt::format("{} in {} of {} file{}\n", faults, totals.faulty, totals.files, plural);
+    if (!only.empty()) {
+        return totals.faulty == 0 ? fmt::format("{}: no faults\n", only)
+                                  : fmt::format("{} in {}\n", faults, only);
+    }
+    const std::string files = counted(totals.files, "file");
+    return totals.faulty == 0 ? fmt::format("{}: no faults\n", files)
+                              : fmt::format("{} in {} of {}\n", faults, totals.faulty, files);
 }
 
-/// Whoever runs the command learns of a file that cannot be read, and of the others all the same.
-void report_unreadable(const arguments& given, const tool_error& error) {
-    tell_failure(error.what(), given.color);
-}
+/// A file and what was found in it.
+struct checked_file {
+    input_options options;
+    check_source source;
+    fault_list faults;
+};
 
 class text_output {
 public:
@@ -65,80 +71,79 @@ public:
           paint(painter_for(stdout, arguments_given.color)) {}
 
     [[nodiscard]] static std::size_t faults_kept() { return shown_faults; }
-    void take(const std::string& name, const input_options& /*options*/, const check_source& source,
-              const fault_list& faults) {
-        names.push_back(name);
-        print(faults_as_text(name, source, faults, paint));
+    void take(const std::string& path, const checked_file& file) {
+        print(faults_as_text(title_of_file(path), file.source, file.faults, paint));
     }
-    void take_unreadable(const std::string& name, const tool_error& error) {
-        names.push_back(name);
-        report_unreadable(given, error);
+    void take_refused(const std::string& path, const tool_error& /*error*/) {
+        refused.append(refused.empty() ? "" : ", ").append(title_of_file(path));
     }
-    void finish(const check_totals& totals) { print(summary(totals, names)); }
+    void finish(const check_totals& totals) {
+        const bool is_one = given.files.size() == 1;
+        print(summary(totals, is_one ? title_of_file(given.files[0]) : ""));
+        if (!is_one && !refused.empty()) {
+            print(fmt::format("not checked: {}\n", refused));
+        }
+    }
 
 private:
     const arguments& given;
     painter paint;
-    std::vector<std::string> names;
+    std::string refused; ///< names of files that could not be checked
 };
 
 class json_output {
 public:
-    explicit json_output(const arguments& arguments_given) : given(arguments_given) {}
+    explicit json_output(const arguments& /*arguments_given*/) {}
 
     [[nodiscard]] static std::size_t faults_kept() { return told_faults; }
-    void take(const std::string& name, const input_options& options, const check_source& /*source*/,
-              const fault_list& faults) {
-        files.push_back(faults_as_json(name, format_title(options.format).data(), faults));
+    void take(const std::string& path, const checked_file& file) {
+        files.push_back(faults_as_json(path, format_title(file.options.format).data(), file.faults));
     }
-    void take_unreadable(const std::string& /*name*/, const tool_error& error) {
-        report_unreadable(given, error);
+    void take_refused(const std::string& path, const tool_error& error) {
+        refused.push_back({{"file", json_name(path)}, {"message", make_visible(error.message()).text}});
     }
     void finish(const check_totals& totals) {
         print_json({{"schema", "kvrmem-check-1"},
                     {"errors", totals.errors},
                     {"warnings", totals.warnings},
-                    {"files", std::move(files)}});
+                    {"files", std::move(files)},
+                    {"not_checked", std::move(refused)}});
     }
 
 private:
-    const arguments& given;
     json_value files = json_value::array();
+    json_value refused = json_value::array();
 };
 
-/// What the person says of each file; a name that does not tell its format ends the run before it begins.
-std::vector<input_options> options_of_files(const arguments& given) {
-    std::vector<input_options> all;
-    for (const std::string& path : given.files) {
-        all.push_back(options_for(given, path));
-    }
-    return all;
+/// @param faults_kept of each severity.
+checked_file check_file(const arguments& given, const std::string& path, std::size_t faults_kept) {
+    checked_file file{options_for(given, path), check_source::of(input_file(path)), fault_list(faults_kept)};
+    check_format(file.source, file.options, file.faults);
+    return file;
 }
 
-/// The contents of @p file; nothing, and the totals say so, when it cannot be read.
+/// Nothing, and @p totals and @p output say so, when the file cannot be checked: the others are all the same.
 template <class Output>
-std::optional<check_source> read_or_report(const std::string& path, check_totals& totals, Output& output) {
+std::optional<checked_file> check_or_report(const arguments& given, const std::string& path,
+                                            check_totals& totals, Output& output) {
     try {
-        return check_source::of(input_file(path));
+        return check_file(given, path, Output::faults_kept());
     } catch (const tool_error& error) {
-        totals.unreadable = true;
-        output.take_unreadable(path, error);
+        totals.refuse(error.code());
+        output.take_refused(path, error);
+        tell_failure(error.message(), given.color);
         return std::nullopt;
     }
 }
 
 template <class Output>
 exit_code check_files(const arguments& given, Output output) {
-    const std::vector<input_options> options = options_of_files(given);
     check_totals totals;
-    for (std::size_t index = 0; index < given.files.size(); ++index) {
-        const std::string& path = given.files[index];
-        const std::optional<check_source> source = read_or_report(path, totals, output);
-        if (source) {
-            fault_list faults(Output::faults_kept());
-            check_format(*source, options[index], faults);
-            totals.add(faults);
-            output.take(title_of_file(path), options[index], *source, faults);
+    for (const std::string& path : given.files) {
+        const std::optional<checked_file> file = check_or_report(given, path, totals, output);
+        if (file) {
+            totals.add(file->faults);
+            output.take(path, *file);
         }
     }
     output.finish(totals);
@@ -146,17 +151,11 @@ exit_code check_files(const arguments& given, Output output) {
 }
 
 void require_fix_arguments(const arguments& given) {
-    if (given.output && !given.fix) {
-        usage_error("--output belongs to --fix: kvrmem check --fix -o OUT FILE");
-    }
     if (given.fix && !given.output) {
         usage_error("--fix needs --output OUT for the repaired file");
     }
     if (given.fix && given.files.size() != 1) {
         usage_error("--fix takes one file");
-    }
-    if (given.fix && given.json) {
-        usage_error("--fix and --json do not go together");
     }
 }
 
@@ -168,8 +167,9 @@ exit_code check(const arguments& given) {
     return given.json ? check_files(given, json_output(given)) : check_files(given, text_output(given));
 }
 
-constexpr std::array check_options = {option_id::from, option_id::width, option_id::depth,
-                                      option_id::json, option_id::fix,   option_id::output};
+constexpr std::array check_options = {option_id::from,           option_id::width, option_id::depth,
+                                      option_id::json,           option_id::fix,   option_id::output,
+                                      option_id::force_overwrite};
 
 } // namespace
 

@@ -1,9 +1,12 @@
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/memory/lost_comments.h"
 #include "tools/kvrmem/memory/memory_input.h"
 #include "tools/kvrmem/memory/memory_output.h"
+#include "tools/kvrmem/memory/output_size.h"
 #include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/replacement_file.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -59,7 +62,7 @@ void require_writable_words(const input_file& input, const input_options& option
     try {
         require_writable(image, layout);
     } catch (const unwritable_word& word) {
-        fail_at_word(input, options, word.address(), word.what());
+        fail_at_word(input, options, word.address(), word.message());
     }
 }
 
@@ -67,28 +70,35 @@ std::string radix_note(KVR_FILE_TYPES format, KVR_MEMORY_RADIXES radix) {
     return format == FILE_TYPE_MIF ? fmt::format(" in {}", radix_title(radix)) : std::string();
 }
 
-std::uint64_t count_set_words(const kvr::word_store& words) {
-    std::uint64_t count = 0;
-    const auto take_row = [&count](const kvr::word_row& row, std::uint32_t) {
-        count += row.count;
-        return row.count;
-    };
-    const auto take_cycle = [&count](const kvr::word_cycle& cycle) {
-        count += length_of(cycle);
-        return length_of(cycle);
-    };
-    for_each_row_cycle_or_run(words, take_row, take_cycle,
-                              [&count](const kvr::word_run& run) { count += length_of(run); });
-    return count;
-}
-
 /// "16 words of 8 bits". A MIF says how many words the memory has; Intel HEX and RIF hold those that are set,
 /// "2 of 16 words of 8 bits".
 std::string written_words(const memory_image& image, KVR_FILE_TYPES format) {
     const std::uint64_t written = format == FILE_TYPE_MIF ? image.depth : count_set_words(image.words);
     const std::string part = written < image.depth ? fmt::format("{} of ", written) : std::string();
-    return fmt::format("{}{} words of {} {}", part, image.depth, image.width,
-                       image.width == 1 ? "bit" : "bits");
+    return fmt::format("{}{} of {}", part, counted(image.depth, "word"), counted(image.width, "bit"));
+}
+
+/// A few bytes can stand for billions of words, which somebody who mistyped a number does not want on the
+/// disk.
+/// @throws tool_error (wrong usage) when the output would be huge, and out of proportion to @p input.
+void require_modest_size(const input_file& input, const memory_image& image, const output_layout& layout,
+                         const std::string& target) {
+    constexpr std::uint64_t gibibyte = std::uint64_t{1} << 30U;
+    constexpr std::uint64_t most_growth = 100;
+    constexpr std::uint64_t longest_line_without_word = 96;
+    const KVR_MEMORY_RADIXES radix = layout.format == FILE_TYPE_MIF ? layout.data_radix : RADIX_HEX;
+    const std::uint64_t longest_line =
+        longest_line_without_word + most_characters_of_word({radix}, image.width);
+    if (count_set_words(image.words) <= gibibyte / longest_line) {
+        return;
+    }
+    const std::uint64_t size = estimated_output_size(image, layout);
+    if (size > gibibyte && size / most_growth > input.size()) {
+        usage_error(fmt::format("{}: would write {:.1f} GiB, from the {} of {}; --force writes it",
+                                title_of_output(target),
+                                static_cast<double>(size) / static_cast<double>(gibibyte),
+                                counted(input.size(), "byte"), input.name()));
+    }
 }
 
 exit_code convert(const arguments& given) {
@@ -101,6 +111,10 @@ exit_code convert(const arguments& given) {
     const output_layout layout = layout_for(given, image);
     require_words(input, image);
     require_writable_words(input, from, image, layout);
+    if (!given.force) {
+        require_modest_size(input, image, layout, given.files[1]);
+        require_no_lost_comments(given.files[1], "");
+    }
     replacement_file target(given.files[1]);
     write_memory(image, layout, target.output());
     target.commit();
@@ -110,12 +124,13 @@ exit_code convert(const arguments& given) {
     tell(fmt::format("{} ({}{}) -> {} ({}{}): {}", input.name(), format_title(image.format),
                      radix_note(image.format, image.data_radix), given.files[1], format_title(layout.format),
                      radix_note(layout.format, layout.data_radix), written_words(image, layout.format)));
+    tell_of_other_extension(given.files[1], layout.format);
     return exit_code::fine;
 }
 
 constexpr std::array convert_options = {option_id::from,  option_id::to,         option_id::width,
                                         option_id::depth, option_id::data_radix, option_id::address_radix,
-                                        option_id::fill,  option_id::no_runs};
+                                        option_id::fill,  option_id::no_runs,    option_id::force_conversion};
 
 } // namespace
 
@@ -129,7 +144,10 @@ const command convert_command = {
     "  $ kvrmem convert --from mif --to rif - - < table.txt\n",
     "The extensions .mif, .hex, .ihex and .rif tell the formats. A word that does\n"
     "not fit is refused, with its place in the file, and OUT stays as it was.\n"
-    "Words that are never set stay out of OUT, unless --fill gives them a value.\n",
+    "Words that are never set stay out of OUT, unless --fill gives them a value.\n"
+    "Comments are not carried over. Where OUT is a file with comments, which would\n"
+    "be lost, or would have more than 1 GiB and more than 100 times the size of IN,\n"
+    "nothing is written without --force.\n",
     2,
     2,
     convert_options,

@@ -46,7 +46,7 @@ diff_side read_side(const arguments& given, const std::string& path) {
     const input_file file(path);
     const KVR_FILE_TYPES format =
         format_of_path(path) ? *format_of_path(path) : format_for(given.from, path, "--from");
-    return {file.name(), read_memory(file, {format, given.width, given.depth})};
+    return {file.name(), path, read_memory(file, {format, given.width, given.depth})};
 }
 
 /// What git calls a file that is not there is a memory of the other one's form without a word.
@@ -57,6 +57,11 @@ memory_image empty_like(const memory_image& other) {
     image.depth = other.depth;
     image.words.resize(image.depth, "");
     return image;
+}
+
+void name_side(diff_side& side, const std::string& path) {
+    side.name = title_of_file(path);
+    side.path = path;
 }
 
 /// What git gives a diff driver: path old-file old-hex old-mode new-file new-hex new-mode, and two more for a
@@ -73,17 +78,13 @@ void compare_for_git(const arguments& given) {
     if (!is_gone) {
         right = read_side(given, files[4]);
     }
-    left.name = files[1];
-    right.name = files[4];
+    name_side(left, is_new ? files[1] : "a/" + files[0]);
+    name_side(right, is_gone ? files[4] : "b/" + (files.size() > git_operands ? files[7] : files[0]));
     if (is_new) {
         left.image = empty_like(right.image);
-    } else {
-        left.name = "a/" + title_of_file(files[0]);
     }
     if (is_gone) {
         right.image = empty_like(left.image);
-    } else {
-        right.name = "b/" + title_of_file(files.size() > git_operands ? files[7] : files[0]);
     }
     compare_as_asked(given, left, right);
 }
@@ -105,7 +106,7 @@ exit_code be_a_diff_driver(const arguments& given) {
         if (error.code() != exit_code::bad_input) {
             throw;
         }
-        print(fmt::format("* {} cannot be compared: {}\n", title_of_file(given.files[0]), error.what()));
+        print(fmt::format("* {} cannot be compared: {}\n", title_of_file(given.files[0]), error.message()));
     }
     return exit_code::fine;
 }

@@ -2,6 +2,7 @@
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/memory_input.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
 #include <fmt/format.h>
@@ -172,11 +173,22 @@ private:
     bool folding = false;
 };
 
+/// A line is put together in memory.
+void require_short_lines(const arguments& given, const word_radix& radix, std::uint32_t width) {
+    constexpr std::size_t longest_line = std::size_t{16} << 20U;
+    const std::size_t columns = given.columns.value_or(1);
+    if (columns > 1 && columns * most_characters_of_word(radix, width) > longest_line) {
+        usage_error(fmt::format("--columns {}: a line of so many words of {} would be longer than {} MiB",
+                                columns, counted(width, "bit"), longest_line >> 20U));
+    }
+}
+
 exit_code dump(const arguments& given) {
     const input_file input(given.files[0]);
     const memory_image image = read_memory(input, options_for(given, given.files[0]));
     const word_radix radix = given.radix.value_or(word_radix{RADIX_HEX});
     require_fitting(radix, image.width);
+    require_short_lines(given, radix, image.width);
     const painter paint = painter_for(stdout, given.color);
     dump_table(image, range_within(given, image), radix, given.columns, paint).print();
     return exit_code::fine;

@@ -1,6 +1,7 @@
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/edit/edit_command.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -30,9 +31,8 @@ word_edit read_range(const std::string& operand, const memory_image& image) {
     word_edit edit = {read.range.first, read.range.last, read_values(read.values, image.width, operand)};
     const std::uint64_t size = std::uint64_t{edit.last} - edit.first + 1;
     if (edit.words.size() > size) {
-        throw tool_error(exit_code::wrong_usage,
-                         fmt::format("{}: {} values are too many for {} {}", operand, edit.words.size(), size,
-                                     size == 1 ? "word" : "words"));
+        throw tool_error(exit_code::wrong_usage, fmt::format("{}: {} values are too many for {}", operand,
+                                                             edit.words.size(), counted(size, "word")));
     }
     if (std::all_of(edit.words.begin(), edit.words.end(),
                     [&edit](const std::string& word) { return word == edit.words.front(); })) {

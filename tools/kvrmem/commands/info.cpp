@@ -3,6 +3,7 @@
 #include "tools/kvrmem/memory/memory_input.h"
 #include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
@@ -94,10 +95,11 @@ std::string words_as_text(const memory_image& image) {
                        "highest address  {} (0x{:X})\n"
                        "runs             {}\n"
                        "distinct words   {}\n"
-                       "most frequent    {} ({} times)\n",
+                       "most frequent    {} ({})\n",
                        statistics.set, image.depth, bounds->lowest, bounds->lowest, bounds->highest,
                        bounds->highest, statistics.runs, statistics.distinct,
-                       shown(image, statistics.most_frequent), statistics.most_frequent_count);
+                       shown(image, statistics.most_frequent),
+                       counted(statistics.most_frequent_count, "time"));
 }
 
 std::string as_text(const memory_image& image, const std::string& name) {
@@ -127,10 +129,10 @@ json_value words_as_json(const memory_image& image) {
     return words;
 }
 
-json_value as_json(const memory_image& image, const std::string& name) {
+json_value as_json(const memory_image& image, const std::string& path) {
     json_value document;
     document["schema"] = "kvrmem-info-1";
-    document["file"] = name;
+    document["file"] = json_name(path);
     document["format"] = format_title(image.format);
     document["width"] = image.width;
     document["width_is_guessed"] = !image.note.empty();
@@ -145,7 +147,7 @@ exit_code info(const arguments& given) {
     const input_file input(given.files[0]);
     const memory_image image = read_memory(input, options_for(given, given.files[0]));
     if (given.json) {
-        print_json(as_json(image, input.name()));
+        print_json(as_json(image, given.files[0]));
     } else {
         print(as_text(image, input.name()));
     }

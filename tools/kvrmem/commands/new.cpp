@@ -41,6 +41,7 @@ exit_code create(const arguments& given) {
     replacement_file target(path);
     write_memory(image, layout, target.output());
     target.commit();
+    tell_of_other_extension(path, layout.format);
     return exit_code::fine;
 }
 

@@ -1,3 +1,4 @@
+#include "tools/kvrmem/command_line/idle_options.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/memory/memory_input.h"
@@ -40,9 +41,6 @@ void require_svg_file(const std::string& output, const std::string& input) {
 }
 
 void require_fitting_options(const arguments& given) {
-    if (given.output && given.columns) {
-        usage_error("--columns is for the picture in the terminal; an SVG file has a size of its own");
-    }
     if (given.columns.value_or(least_screen_columns) < least_screen_columns) {
         usage_error(fmt::format("--columns {}: a picture needs at least {} characters a line", *given.columns,
                                 least_screen_columns));
@@ -62,6 +60,7 @@ exit_code plot(const arguments& given) {
     require_fitting_options(given);
     const input_file input(given.files[0]);
     const memory_image image = read_memory(input, options_for(given, given.files[0]));
+    refuse_idle_options(plot_command, given, image.width);
     const address_range range = range_within(given, image);
     const std::string& name = given.files[0] == "-" ? input.name() : given.files[0];
     if (given.output) {

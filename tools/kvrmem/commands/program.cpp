@@ -2,6 +2,7 @@
 
 #include "tools/kvrmem/command_line/generated_text.h"
 #include "tools/kvrmem/command_line/help_text.h"
+#include "tools/kvrmem/command_line/idle_options.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/progress.h"
@@ -28,10 +29,27 @@ exit_code run_command(const kvrmem::command& which, int count, char** words, kvr
         kvrmem::print(kvrmem::help_for(which));
         return exit_code::fine;
     }
+    kvrmem::refuse_idle_options(which, given);
     kvrmem::start_progress();
     const exit_code answer = which.run(given);
     kvrmem::end_progress();
     return answer;
+}
+
+bool asks_for_help(std::string_view word) {
+    return word == "--help" || word == "-h" || word == "help";
+}
+
+/// Help itself has no other help than the overview.
+std::string help_on(std::string_view subject) {
+    return asks_for_help(subject) ? kvrmem::overview() : kvrmem::help_for(kvrmem::find_command(subject));
+}
+
+/// @param count words of the command line, the program's name and @p first among them.
+void require_at_most(int operands, int count, std::string_view first) {
+    if (count - 2 > operands) {
+        kvrmem::usage_error(fmt::format("{} takes {}", first, operands == 0 ? "no operand" : "one operand"));
+    }
 }
 
 exit_code run(int count, char** words, kvrmem::color_choice& color) {
@@ -39,19 +57,18 @@ exit_code run(int count, char** words, kvrmem::color_choice& color) {
         throw kvrmem::tool_error(exit_code::wrong_usage, "no command given; see kvrmem --help");
     }
     const std::string_view first = words[1];
-    if (first == "--help" || first == "-h" || first == "help") {
-        if (count > 2) {
-            kvrmem::print(kvrmem::help_for(kvrmem::find_command(words[2])));
-        } else {
-            kvrmem::print(kvrmem::overview());
-        }
+    if (asks_for_help(first)) {
+        require_at_most(1, count, first);
+        kvrmem::print(count > 2 ? help_on(words[2]) : kvrmem::overview());
         return exit_code::fine;
     }
     if (first == "--version" || first == "-V") {
+        require_at_most(0, count, first);
         kvrmem::print("kvrmem " KVRMEM_VERSION "\n");
         return exit_code::fine;
     }
     if (first == "--generate") {
+        require_at_most(1, count, first);
         kvrmem::print(kvrmem::generated_text(count > 2 ? words[2] : ""));
         return exit_code::fine;
     }
@@ -71,7 +88,7 @@ int kvrmem::run_program(int count, char** words) {
     try {
         return static_cast<int>(run(count, words, color));
     } catch (const kvrmem::tool_error& error) {
-        return report(error.code(), error.what(), color);
+        return report(error.code(), error.message(), color);
     } catch (const std::bad_alloc&) {
         return report(exit_code::internal, "out of memory", color);
     } catch (const std::exception& error) {

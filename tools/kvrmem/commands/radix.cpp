@@ -149,6 +149,14 @@ std::string in_all_radixes(const number_word& number) {
     return text;
 }
 
+/// The library takes a format without fraction bits for none at all.
+void require_library_format(const word_radix& fixed) {
+    if (fixed.fraction_bits == 0) {
+        refuse(fmt::format("fixed:{}.0 has no fraction bit, and the library's conversion needs one; use dec",
+                           fixed.integer_bits));
+    }
+}
+
 /// What the library's conversion makes of the text, with the digit order and the cutting that it has.
 std::string by_the_library(const arguments& given, const given_number& number) {
     if (!given.to_radix) {
@@ -159,6 +167,7 @@ std::string by_the_library(const arguments& given, const given_number& number) {
     std::string result;
     bool converted = false;
     if (fixed.radix == RADIX_FIXED_POINT) {
+        require_library_format(fixed);
         const std::string bits = fmt::format("{}.{}", fixed.integer_bits, fixed.fraction_bits);
         converted =
             kvr_radix_conversion_fixed_point(number.digits, &result, number.radix.radix, to.radix, bits);

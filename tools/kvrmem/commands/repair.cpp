@@ -2,6 +2,7 @@
 
 #include "tools/kvrmem/check/check_fix.h"
 #include "tools/kvrmem/check/check_report.h"
+#include "tools/kvrmem/memory/lost_comments.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/replacement_file.h"
 
@@ -33,6 +34,9 @@ exit_code repair_file(const arguments& given) {
     const std::uint64_t errors = repaired.left.count(severity::error);
     const std::uint64_t warnings = repaired.left.count(severity::warning);
     const painter paint = painter_for(stderr, given.color);
+    if (errors == 0 && !given.force) {
+        require_no_lost_comments(*given.output, repaired.source.text());
+    }
     if (errors == 0) {
         replacement_file out(*given.output);
         out.output().write(repaired.source.text());
@@ -42,9 +46,10 @@ exit_code repair_file(const arguments& given) {
     tell_as_it_is(faults_as_text(file.name(), repaired.source, repaired.left, paint));
     if (errors != 0) {
         tell(fmt::format("{} in {} cannot be repaired for certain; {} is not written",
-                         counted(errors, warnings), file.name(), *given.output));
+                         counted_faults(errors, warnings), file.name(), *given.output));
         return exit_code::negative;
     }
+    tell_of_other_extension(*given.output, options.format);
     if (repaired.changes.empty()) {
         tell(fmt::format("{}: nothing to repair", file.name()));
     }

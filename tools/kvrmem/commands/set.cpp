@@ -1,6 +1,7 @@
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/edit/edit_command.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -32,7 +33,7 @@ std::string summary_of_words(const std::vector<word_edit>& edits) {
     for (const word_edit& edit : edits) {
         addresses.insert(edit.first);
     }
-    return fmt::format("{} {} set", addresses.size(), addresses.size() == 1 ? "word" : "words");
+    return counted(addresses.size(), "word") + " set";
 }
 
 exit_code set(const arguments& given) {

@@ -1,6 +1,7 @@
 #include "tools/kvrmem/compare/diff_report.h"
 
 #include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
@@ -51,8 +52,8 @@ private:
         if (words == 0) {
             return "the words are the same\n";
         }
-        return fmt::format("{} {} in {} {}\n", words, words == 1 ? "word differs" : "words differ", ranges,
-                           ranges == 1 ? "range" : "ranges");
+        return fmt::format("{} {} in {}\n", counted(words, "word"), words == 1 ? "differs" : "differ",
+                           counted(ranges, "range"));
     }
     void print_head() {
         if (!head_printed) {
@@ -62,8 +63,8 @@ private:
         }
     }
     static std::string head(std::string_view mark, const diff_side& side) {
-        return fmt::format("{} {} ({}, {} x {} bits)", mark, side.name, format_title(side.image.format),
-                           side.image.depth, side.image.width);
+        return fmt::format("{} {} ({}, {} x {})", mark, side.name, format_title(side.image.format),
+                           side.image.depth, counted(side.image.width, "bit"));
     }
     [[nodiscard]] std::string shown(const diff_side& side, std::string_view word) const {
         std::string text;
@@ -110,7 +111,7 @@ public:
 private:
     static json_value described(const diff_side& side) {
         json_value document;
-        document["file"] = side.name;
+        document["file"] = json_name(side.path);
         document["format"] = format_title(side.image.format);
         document["width"] = side.image.width;
         document["depth"] = side.image.depth;

@@ -11,7 +11,8 @@ namespace kvrmem {
 
 /// One of the two memories.
 struct diff_side {
-    std::string name;
+    std::string name; ///< as a terminal may show it
+    std::string path; ///< the same, every byte as it is
     memory_image image;
 };
 

@@ -4,14 +4,17 @@
 #include "tools/kvrmem/edit/hex_edit.h"
 #include "tools/kvrmem/edit/mif_edit.h"
 #include "tools/kvrmem/edit/rif_edit.h"
+#include "tools/kvrmem/memory/lost_comments.h"
 #include "tools/kvrmem/memory/memory_input.h"
 #include "tools/kvrmem/memory/word_runs.h"
+#include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/replacement_file.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <functional>
 #include <limits>
@@ -23,16 +26,9 @@ namespace kvrmem {
 namespace {
 
 constexpr std::uint32_t unlimited_depth = std::numeric_limits<std::uint32_t>::max();
-/// Intel HEX and RIF have no ranges: words that they get are written one by one.
+/// Intel HEX and RIF have no ranges: words that they get are written one by one, in memory.
 constexpr std::uint64_t most_single_words = std::uint64_t{1} << 24U;
-
-void require_own_sizes(const arguments& given, const input_options& options) {
-    if (options.format == FILE_TYPE_MIF && (given.width || given.depth)) {
-        throw tool_error(exit_code::wrong_usage,
-                         fmt::format("--{} is for Intel HEX and RIF; a MIF says it itself",
-                                     given.width ? "width" : "depth"));
-    }
-}
+constexpr std::uint64_t most_single_digits = std::uint64_t{1} << 29U;
 
 /// Reads @p file; the image has as many words as an edit may reach.
 memory_image read_whole(const input_file& file, const input_options& options) {
@@ -44,15 +40,17 @@ memory_image read_whole(const input_file& file, const input_options& options) {
     return image;
 }
 
-void require_reasonable_size(KVR_FILE_TYPES format, const std::vector<word_edit>& edits) {
+void require_reasonable_size(const memory_image& image, const std::vector<word_edit>& edits) {
     std::uint64_t words = 0;
     for (const word_edit& edit : edits) {
         words += std::uint64_t{edit.last} - edit.first + 1;
     }
-    if (format != FILE_TYPE_MIF && words > most_single_words) {
-        throw tool_error(exit_code::wrong_usage,
-                         fmt::format("{} words are too many for a format without ranges (at most {})", words,
-                                     most_single_words));
+    const std::uint64_t most =
+        std::min(most_single_words, most_single_digits / most_characters_of_word({RADIX_HEX}, image.width));
+    if (image.format != FILE_TYPE_MIF && words > most) {
+        throw tool_error(
+            exit_code::wrong_usage,
+            fmt::format("{} words are too many for a format without ranges (at most {})", words, most));
     }
 }
 
@@ -114,7 +112,7 @@ void verify(const std::string& name, const std::string& edited, const input_opti
     } catch (const tool_error& error) {
         throw tool_error(
             exit_code::internal,
-            fmt::format("the edit would make the file unreadable, nothing was written: {}", error.what()));
+            fmt::format("the edit would make the file unreadable, nothing was written: {}", error.message()));
     }
     throw tool_error(exit_code::internal,
                      name + ": the edit would change other words too, nothing was written");
@@ -131,13 +129,12 @@ void write(const std::string& target, const std::string& text) {
 void edit_file(const arguments& given, edit_maker make_edits, edit_summary summarize) {
     const std::string& path = given.files[0];
     const input_options options = options_for(given, path);
-    require_own_sizes(given, options);
     const input_file source(path);
     const input_file input(source.name(), source.contents());
     const std::string text = input.contents();
     memory_image image = read_whole(input, options);
     const std::vector<word_edit> edits = make_edits({given.files.begin() + 1, given.files.end()}, image);
-    require_reasonable_size(options.format, edits);
+    require_reasonable_size(image, edits);
 
     const std::vector<text_change> changes = changes_for(options.format, text, image, edits);
     const std::string edited = with_changes(text, changes);
@@ -147,6 +144,9 @@ void edit_file(const arguments& given, edit_maker make_edits, edit_summary summa
     }
     verify(input.name(), edited, options, image);
     const bool in_place = !given.output || *given.output == path;
+    if (!in_place && !given.force) {
+        require_no_lost_comments(*given.output, edited);
+    }
     if (!changes.empty() || !in_place || path == "-") {
         write(given.output.value_or(path), edited);
     }
@@ -158,6 +158,9 @@ void edit_file(const arguments& given, edit_maker make_edits, edit_summary summa
         files += " -> " + *given.output;
     }
     tell(fmt::format("{}: {}{}", files, summarize(edits), changes.empty() ? ", as they were already" : ""));
+    if (!in_place) {
+        tell_of_other_extension(*given.output, options.format);
+    }
 }
 
 assignment read_assignment(const std::string& operand, const memory_image& image, const char* example) {

@@ -38,6 +38,6 @@ struct assignment {
 
 /// The options of both commands.
 inline constexpr std::array edit_options = {option_id::from, option_id::width, option_id::depth,
-                                            option_id::output};
+                                            option_id::output, option_id::force_overwrite};
 
 } // namespace kvrmem

@@ -9,6 +9,7 @@
 #include "tools/kvrmem/memory/hex_fault_place.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/mif_statement_faults.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
@@ -99,12 +100,13 @@ fault_text describe_address(std::string_view text, const mif_limits& limits) {
         return {code, address_beyond(digits, address.magnitude, "DEPTH", limits.depth), ""};
     }
     const std::size_t values = kvr::count_tokens(text.substr(text.find(':')));
-    return {
-        code,
-        fmt::format("the {} values from address {} on reach address {}, beyond DEPTH {} (0 to {})", values,
-                    address.magnitude, address.magnitude + values - 1, limits.depth, limits.depth - 1),
-        values_behind_semicolon(text) ? "what stands behind a ';' counts as values; give it a line of its own"
-                                      : ""};
+    return {code,
+            fmt::format("the {} from address {} on reach address {}, beyond DEPTH {} (0 to {})",
+                        counted(values, "value"), address.magnitude, address.magnitude + values - 1,
+                        limits.depth, limits.depth - 1),
+            values_behind_semicolon(text)
+                ? "what stands behind a ';' counts as values; give it a line of its own"
+                : ""};
 }
 
 fault_text describe_content(std::string_view text) {
@@ -199,14 +201,15 @@ fault_text describe_length(std::string_view record) {
     const std::uint32_t bytes = kvr::hex_number(record.substr(1, 2));
     if (digits % 2 != 0) {
         return {code,
-                fmt::format("record length {} means {} bytes of data, there are {} digits, an odd number",
-                            visible(record.substr(1, 2)), bytes, digits),
+                fmt::format("record length {} means {} of data, there {} {}, an odd number",
+                            visible(record.substr(1, 2)), counted(bytes, "byte"), is_or_are(digits),
+                            counted(digits, "digit")),
                 "a digit is missing or too much"};
     }
     const char* hint = bytes == digits / 2 + 1 ? "one byte is missing, or the checksum" : "";
     return {code,
-            fmt::format("record length {} means {} bytes of data, there are {}", visible(record.substr(1, 2)),
-                        bytes, digits / 2),
+            fmt::format("record length {} means {} of data, there {} {}", visible(record.substr(1, 2)),
+                        counted(bytes, "byte"), is_or_are(digits / 2), digits / 2),
             record.size() < fields ? "the checksum is missing, too" : hint};
 }
 
@@ -273,8 +276,8 @@ fault_text describe_hex_fault(const kvr::read_fault& fault, std::string_view rec
     switch (fault.code) {
     case fault_code::record_too_short:
         return {"record-short",
-                fmt::format("the record has {} digits; its length, address and type need 8, its checksum 2",
-                            record.size() - 1),
+                fmt::format("the record has {}; its length, address and type need 8, its checksum 2",
+                            counted(record.size() - 1, "digit")),
                 ""};
     case fault_code::record_length:
         return describe_length(record);

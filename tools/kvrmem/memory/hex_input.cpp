@@ -5,6 +5,7 @@
 #include "tools/kvrmem/memory/hex_width.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -83,8 +84,8 @@ public:
     void take(const kvr::hex_record& record, const kvr::hex_record_walk& walk) {
         if (record.data_bytes % bytes != 0) {
             fail_at(file, walk.line(), 0,
-                    fmt::format("the record holds {} bytes, which is no whole number of words of {} bytes",
-                                record.data_bytes, bytes));
+                    fmt::format("the record holds {}, which is no whole number of words of {} bytes",
+                                counted(record.data_bytes, "byte"), bytes));
         }
         std::uint64_t address = address_of_record(walk);
         for (std::string_view data = record.data(); !data.empty();

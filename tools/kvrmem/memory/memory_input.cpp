@@ -4,6 +4,10 @@
 #include "tools/kvrmem/memory/hex_input.h"
 #include "tools/kvrmem/memory/mif_input.h"
 #include "tools/kvrmem/memory/rif_input.h"
+#include "tools/kvrmem/memory/word_runs.h"
+#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -48,6 +52,14 @@ KVR_FILE_TYPES format_for(const std::optional<KVR_FILE_TYPES>& given, const std:
     return *format;
 }
 
+void tell_of_other_extension(const std::string& path, KVR_FILE_TYPES format) {
+    const auto named = format_of_path(path);
+    if (named && *named != format) {
+        tell(fmt::format("{}: note: the name says {}, what was written is {}", title_of_file(path),
+                         format_title(*named), format_title(format)));
+    }
+}
+
 input_options options_for(const arguments& given, const std::string& path) {
     return {format_for(given.from, path, "--from"), given.width, given.depth};
 }
@@ -69,6 +81,33 @@ memory_image read_memory(const input_file& file, const input_options& options) {
     image.depth = options.depth.value_or(static_cast<std::uint32_t>(found));
     image.words.resize(image.depth, "");
     return image;
+}
+
+void require_proportionate_words(const input_file& file, const kvr::word_store& texts, std::uint32_t width) {
+    constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
+    constexpr std::uint64_t always_granted = std::uint64_t{256} << 20U;
+    constexpr std::uint64_t most_growth = 4;
+    if (width <= usual_width) {
+        return;
+    }
+    std::uint64_t words = 0;
+    for_each_row_cycle_or_run(
+        texts,
+        [&words](const kvr::word_row& row, std::uint32_t) {
+            words += row.count;
+            return row.count;
+        },
+        [&words](const kvr::word_cycle& cycle) {
+            words += cycle.period;
+            return length_of(cycle);
+        },
+        [&words](const kvr::word_run&) { ++words; });
+    const std::uint64_t size = words * (width / bits_per_hex_digit);
+    if (size > always_granted && size / most_growth > file.size()) {
+        throw tool_error(exit_code::bad_input,
+                         fmt::format("{}: error: {} words of {} bits take {} MiB, and the file has {}",
+                                     file.name(), words, width, size >> 20U, counted(file.size(), "byte")));
+    }
 }
 
 address_range range_within(const arguments& given, const memory_image& image) {

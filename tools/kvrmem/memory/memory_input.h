@@ -21,6 +21,10 @@ struct input_options {
 [[nodiscard]] KVR_FILE_TYPES format_for(const std::optional<KVR_FILE_TYPES>& given, const std::string& path,
                                         const char* option);
 
+/// Tells, as a note on standard error, when the extension of @p path, which was written as @p format, says
+/// that it is something else.
+void tell_of_other_extension(const std::string& path, KVR_FILE_TYPES format);
+
 /// What @p given says of the file @p path: format, width and depth.
 /// @throws tool_error (wrong usage) when nothing tells the format.
 [[nodiscard]] input_options options_for(const arguments& given, const std::string& path);
@@ -28,6 +32,11 @@ struct input_options {
 /// Reads @p file, strictly: what would be swapped, cut or dropped without a word is an error.
 /// @throws tool_error with file, line and what is wrong there.
 [[nodiscard]] memory_image read_memory(const input_file& file, const input_options& options);
+
+/// Makes sure that the words of @p file, which get all the digits of @p width bits however short @p texts
+/// write them, take no memory out of proportion to the file.
+/// @throws tool_error (bad input)
+void require_proportionate_words(const input_file& file, const kvr::word_store& texts, std::uint32_t width);
 
 /// The addresses that --range names, or all of @p image.
 /// @throws tool_error (wrong usage) when they are not in it.

@@ -247,6 +247,7 @@ void require_known_radix(const input_file& file, KVR_MEMORY_RADIXES radix, std::
 /// Turns the texts of the file into words; finds the place of the first that is none.
 void make_words(const input_file& file, const input_options& options, kvr::mif_memory& memory) {
     const std::uint32_t width = options.width.value_or(memory.word_size);
+    require_proportionate_words(file, memory.data_words, width);
     const bool all_words = memory.data_words.transform(
         [&memory, width](std::string_view text, std::string& word) {
             word.clear();

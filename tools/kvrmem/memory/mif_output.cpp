@@ -34,9 +34,9 @@ void require_short_lines(const memory_image& image, const output_layout& layout)
 }
 
 void write_mif_header(const memory_image& image, const output_layout& layout, kvr::output_file& output) {
-    output.write(fmt::format("-- Memory Initialization File, written by kvrmem\n\nWIDTH={};\nDEPTH={};\n\n"
+    output.write(fmt::format("{}\n\nWIDTH={};\nDEPTH={};\n\n"
                              "ADDRESS_RADIX={};\nDATA_RADIX={};\n\nCONTENT BEGIN\n",
-                             image.width, image.depth, radix_title(layout.address_radix),
+                             mif_first_line, image.width, image.depth, radix_title(layout.address_radix),
                              radix_title(layout.data_radix)));
 }
 

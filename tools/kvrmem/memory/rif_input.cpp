@@ -74,6 +74,9 @@ void for_each_word(const input_file& file, Take&& take) {
     std::uint64_t address = 0;
     for (std::uint64_t number = 1; !lines.at_end(); ++number) {
         const std::string_view raw = lines.next_line();
+        if (lines.line_was_cut()) {
+            file.refuse_long_line(number);
+        }
         const std::string_view line = kvr::without_carriage_return(raw, lines.line_had_newline());
         if (is_rif_address_line(line)) {
             address = parse_address(file, line, number);
@@ -133,6 +136,7 @@ memory_image read_rif(const input_file& file, const input_options& options) {
     }
     image.width = options.width.value_or(static_cast<std::uint32_t>(longest * bits_per_hex_digit));
     image.note = options.width ? "" : "taken from the longest word";
+    require_proportionate_words(file, image.words, image.width);
     // Each of them is a word: it was judged when its line was read.
     image.words.transform([&image](std::string_view text, std::string& word) {
         word.clear();

@@ -5,6 +5,7 @@
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/numbers/decimal_fraction.h"
 #include "tools/kvrmem/numbers/human_number.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -143,8 +144,9 @@ std::size_t most_characters_of_word(const word_radix& radix, std::uint32_t width
 void require_fitting(const word_radix& radix, std::uint32_t width) {
     if (radix.radix == RADIX_FIXED_POINT && radix.integer_bits + radix.fraction_bits != width) {
         throw tool_error(exit_code::wrong_usage,
-                         fmt::format("fixed:{}.{} is for words of {} bits, these have {}", radix.integer_bits,
-                                     radix.fraction_bits, radix.integer_bits + radix.fraction_bits, width));
+                         fmt::format("fixed:{}.{} is for words of {}, these have {}", radix.integer_bits,
+                                     radix.fraction_bits,
+                                     counted(radix.integer_bits + radix.fraction_bits, "bit"), width));
     }
 }
 

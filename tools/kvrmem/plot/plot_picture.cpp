@@ -2,6 +2,7 @@
 
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/plot/plot_text.h"
+#include "tools/kvrmem/surroundings/counted.h"
 
 #include <fmt/format.h>
 
@@ -15,10 +16,6 @@ namespace {
 constexpr std::uint64_t most_runs = std::uint64_t{1} << 24;
 constexpr std::uint64_t most_bits = std::uint64_t{1} << 28;
 constexpr run_samples full_samples = {64, 16};
-
-std::string counted(std::uint64_t count, const char* unit) {
-    return fmt::format("{} {}{}", count, unit, count == 1 ? "" : "s");
-}
 
 std::string title_of(const memory_image& image, const address_range& range) {
     std::string title = fmt::format("{}, {} of {}", format_title(image.format), counted(image.depth, "word"),

@@ -1,8 +1,26 @@
 #include "tools/kvrmem/surroundings/json.h"
 
 #include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/surroundings/utf8_character.h"
+
+#include <fmt/format.h>
 
 namespace kvrmem {
+
+std::string json_name(std::string_view path) {
+    std::string name;
+    while (!path.empty()) {
+        const utf8_character character = first_of(path);
+        if (character.is_utf8) {
+            name += character.bytes;
+        } else {
+            name += '\0';
+            name += fmt::format("{:02X}", static_cast<unsigned char>(path.front()));
+        }
+        path.remove_prefix(character.bytes.size());
+    }
+    return name;
+}
 
 std::string json_text(const json_value& document) {
     return document.dump(-1, ' ', false, json_value::error_handler_t::replace);

@@ -49,13 +49,6 @@ std::string without_links(const std::string& path, int& reason) {
     return place.string();
 }
 
-std::string title_of_output(const std::string& target) {
-    if (target == "-") {
-        return "standard output";
-    }
-    return title_of_file(target);
-}
-
 mode_t permissions_of_new_file() {
     constexpr mode_t readable_and_writable = 0666;
     const mode_t mask = umask(0);
@@ -83,6 +76,13 @@ bool is_stored(const std::string& path) {
 }
 
 } // namespace
+
+std::string title_of_output(const std::string& target) {
+    if (target == "-") {
+        return "standard output";
+    }
+    return title_of_file(target);
+}
 
 temporary_name::~temporary_name() {
     if (!name.empty()) {

@@ -7,6 +7,10 @@
 
 namespace kvrmem {
 
+/// How messages name the output @p target: "standard output" for "-", and nothing that a terminal may not
+/// show.
+[[nodiscard]] std::string title_of_output(const std::string& target);
+
 /// A name in a folder that is removed again, by a signal or in the end, unless it is kept.
 class temporary_name {
 public:

@@ -21,6 +21,8 @@ class tool_error : public std::exception {
 public:
     tool_error(exit_code code, std::string message) : exit(code), text(std::move(message)) {}
     [[nodiscard]] exit_code code() const noexcept { return exit; }
+    /// The whole message, which may hold a NUL of a file.
+    [[nodiscard]] const std::string& message() const noexcept { return text; }
     [[nodiscard]] const char* what() const noexcept override { return text.c_str(); }
 
 private:

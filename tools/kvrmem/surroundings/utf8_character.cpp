@@ -13,15 +13,23 @@ struct code_range {
     std::uint32_t last;
 };
 
-/// Controls, directions and line ends, surrogates, and the characters that XML does not have.
-constexpr std::array<code_range, 8> hidden_codes = {{{0x00, 0x1F},
+/// Controls, directions and line ends, and the characters that XML does not have.
+constexpr std::array<code_range, 7> hidden_codes = {{{0x00, 0x1F},
                                                      {0x7F, 0x9F},
                                                      {0x200E, 0x200F},
                                                      {0x2028, 0x202E},
                                                      {0x2066, 0x2069},
-                                                     {0xD800, 0xDFFF},
                                                      {0xFEFF, 0xFEFF},
                                                      {0xFFFE, 0xFFFF}}};
+
+/// Halves of characters, which UTF-8 does not have.
+constexpr code_range surrogates = {0xD800, 0xDFFF};
+
+constexpr std::uint32_t last_code = 0x10FFFF;
+
+bool is_character(std::uint32_t code, std::uint32_t least) {
+    return code >= least && code <= last_code && (code < surrogates.first || code > surrogates.last);
+}
 
 bool is_shown(std::uint32_t code) {
     return std::none_of(hidden_codes.begin(), hidden_codes.end(), [code](const code_range& hidden) {
@@ -44,8 +52,7 @@ constexpr std::array<lead_byte, 4> lead_bytes = {
 } // namespace
 
 utf8_character first_of(std::string_view text) {
-    constexpr std::uint32_t last_code = 0x10FFFF;
-    const utf8_character stray{text.substr(0, 1), false};
+    const utf8_character stray{text.substr(0, 1), false, false};
     const auto first = static_cast<unsigned char>(text[0]);
     const auto* const lead =
         std::find_if(lead_bytes.begin(), lead_bytes.end(),
@@ -61,7 +68,7 @@ utf8_character first_of(std::string_view text) {
         }
         code = code << 6U | (static_cast<unsigned char>(byte) & 0x3FU);
     }
-    return code >= lead->least && code <= last_code ? utf8_character{bytes, is_shown(code)} : stray;
+    return is_character(code, lead->least) ? utf8_character{bytes, is_shown(code), true} : stray;
 }
 
 } // namespace kvrmem

@@ -4,11 +4,11 @@
 
 namespace kvrmem {
 
-/// The bytes of a character, and whether it may be shown: it is neither a control character nor one that
-/// changes the direction of the text around it, and XML has it.
+/// The bytes of a character, and what they are.
 struct utf8_character {
     std::string_view bytes;
-    bool is_shown;
+    bool is_shown; ///< neither a control character nor one that changes the direction of text, and XML has it
+    bool is_utf8;  ///< false for a byte that belongs to no character
 };
 
 /// What @p text, which must not be empty, begins with. A byte that does not begin a character of UTF-8 stands

@@ -2,6 +2,8 @@
 
 #include "tools/kvrmem/surroundings/utf8_character.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 
 namespace kvrmem {
@@ -23,20 +25,28 @@ std::size_t character_start(std::string_view bytes, std::size_t at) {
     return at;
 }
 
+std::string escaped(std::string_view bytes) {
+    std::string text;
+    for (const char byte : bytes) {
+        text += fmt::format("\\x{:02X}", static_cast<unsigned char>(byte));
+    }
+    return text;
+}
+
 } // namespace
 
 visible_text make_visible(std::string_view bytes) {
     visible_text shown;
     while (!bytes.empty()) {
         const utf8_character character = first_of(bytes);
-        if (character.bytes == "\t") {
-            shown.text += ' ';
-        } else if (character.is_shown) {
-            shown.text += character.bytes;
+        if (character.is_shown || character.bytes == "\t") {
+            shown.text += character.is_shown ? character.bytes : " ";
+            ++shown.columns;
         } else {
-            shown.text += '?';
+            const std::string escape = escaped(character.bytes);
+            shown.text += escape;
+            shown.columns += escape.size();
         }
-        ++shown.columns;
         bytes.remove_prefix(character.bytes.size());
     }
     return shown;

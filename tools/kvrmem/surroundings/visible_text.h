@@ -6,8 +6,8 @@
 
 namespace kvrmem {
 
-/// Text of a file as a terminal may show it: a tab is one blank, and what is no UTF-8 or may not be shown is
-/// "?".
+/// Text of a file as a terminal may show it: a tab is one blank, and of what is no UTF-8 or may not be shown
+/// each byte is escaped, "\x00".
 struct visible_text {
     std::string text;
     std::size_t columns = 0; ///< characters that it takes on a terminal

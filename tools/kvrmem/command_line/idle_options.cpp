@@ -1,0 +1,168 @@
+#include "tools/kvrmem/command_line/idle_options.h"
+
+#include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/plot/plot_value.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <optional>
+#include <string_view>
+#include <utility>
+
+namespace kvrmem {
+
+namespace {
+
+/// What a rule can ask for.
+struct run_facts {
+    const arguments& given;
+    std::optional<KVR_FILE_TYPES> input;  ///< format of the first operand, as far as name and --from tell it
+    std::optional<KVR_FILE_TYPES> output; ///< format of OUT, as far as name and --to tell it
+    std::uint32_t width = 0;              ///< bits of a word; 0 before the file is read
+};
+
+bool has(const run_facts& run, option_id option) {
+    return std::find(run.given.options.begin(), run.given.options.end(), option) != run.given.options.end();
+}
+
+bool writes_no_mif(const run_facts& run) {
+    return run.output && *run.output != FILE_TYPE_MIF;
+}
+
+bool edits_a_mif(const run_facts& run) {
+    return run.input == FILE_TYPE_MIF;
+}
+
+bool writes_standard_output(const run_facts& run) {
+    return run.given.files[0] == "-";
+}
+
+bool fixes_nothing(const run_facts& run) {
+    return !run.given.fix;
+}
+
+bool fixes(const run_facts& run) {
+    return run.given.fix;
+}
+
+bool edits_in_place(const run_facts& run) {
+    return !run.given.output;
+}
+
+bool draws_svg(const run_facts& run) {
+    return run.given.output.has_value();
+}
+
+bool draws_bits(const run_facts& run) {
+    return run.width > widest_plotted_value;
+}
+
+bool is_quiet(const run_facts& run) {
+    return run.given.quiet;
+}
+
+bool is_for_git(const run_facts& run) {
+    return run.given.git;
+}
+
+/// git's own names differ from run to run, so one --from goes with all of them.
+bool names_tell_formats(const run_facts& run) {
+    return !run.given.git && std::all_of(run.given.files.begin(), run.given.files.end(),
+                                         [](const auto& path) { return format_of_path(path).has_value(); });
+}
+
+bool is_fixed_point(const std::optional<word_radix>& radix) {
+    return radix && radix->radix == RADIX_FIXED_POINT;
+}
+
+bool library_takes_fixed_point(const run_facts& run) {
+    return run.given.library && (is_fixed_point(run.given.from_radix) || is_fixed_point(run.given.to_radix));
+}
+
+bool library_takes_other_fixed_point(const run_facts& run) {
+    return run.given.library && is_fixed_point(run.given.from_radix) && is_fixed_point(run.given.to_radix) &&
+           (run.given.from_radix->integer_bits != run.given.to_radix->integer_bits ||
+            run.given.from_radix->fraction_bits != run.given.to_radix->fraction_bits);
+}
+
+/// An option that changes nothing in some runs of a command.
+struct idle_option {
+    std::string_view command;
+    option_id option;
+    bool (*is_idle)(const run_facts&);
+    const char* reason; ///< completes "--… has no effect "
+};
+
+constexpr const char* mif_has_radixes = "on Intel HEX and RIF, which have no radixes";
+constexpr const char* mif_has_runs = "on Intel HEX and RIF, which have no ranges";
+constexpr const char* mif_says_sizes = "on a MIF, which says its width and depth itself";
+
+constexpr const char* comments_stay = "without --output: FILE keeps its comments";
+
+constexpr std::array<idle_option, 24> rules = {{
+    {"convert", option_id::data_radix, writes_no_mif, mif_has_radixes},
+    {"convert", option_id::address_radix, writes_no_mif, mif_has_radixes},
+    {"convert", option_id::no_runs, writes_no_mif, mif_has_runs},
+    {"check", option_id::output, fixes_nothing, "without --fix: kvrmem check --fix -o OUT FILE"},
+    {"check", option_id::force_overwrite, fixes_nothing, "without --fix: it is for the repaired file"},
+    {"check", option_id::json, fixes, "with --fix, which writes a file"},
+    {"set", option_id::width, edits_a_mif, mif_says_sizes},
+    {"set", option_id::depth, edits_a_mif, mif_says_sizes},
+    {"fill", option_id::width, edits_a_mif, mif_says_sizes},
+    {"fill", option_id::depth, edits_a_mif, mif_says_sizes},
+    {"set", option_id::force_overwrite, edits_in_place, comments_stay},
+    {"fill", option_id::force_overwrite, edits_in_place, comments_stay},
+    {"diff", option_id::from, names_tell_formats, "when both names tell their format"},
+    {"diff", option_id::radix, is_quiet, "with --quiet, which shows no words"},
+    {"diff", option_id::json, is_quiet, "with --quiet, which shows nothing"},
+    {"diff", option_id::quiet, is_for_git, "with --git, whose answer is a text"},
+    {"plot", option_id::columns, draws_svg, "on an SVG file, which has a size of its own"},
+    {"plot", option_id::is_signed, draws_bits,
+     "on words of more than 64 bits, which become a map of their bits"},
+    {"new", option_id::data_radix, writes_no_mif, mif_has_radixes},
+    {"new", option_id::address_radix, writes_no_mif, mif_has_radixes},
+    {"new", option_id::no_runs, writes_no_mif, mif_has_runs},
+    {"new", option_id::force, writes_standard_output, "on standard output, which replaces no file"},
+    {"radix", option_id::width, library_takes_fixed_point,
+     "with --library on fixed point, which says its width"},
+    {"radix", option_id::from_radix, library_takes_other_fixed_point,
+     "of its own with --library, which knows one fixed-point format for both sides"},
+}};
+
+/// The format of the operand that @p which writes, when it has one.
+std::optional<KVR_FILE_TYPES> output_format(const command& which, const arguments& given) {
+    constexpr std::array<std::pair<std::string_view, std::size_t>, 2> outputs = {
+        {{"convert", 1}, {"new", 0}}};
+    for (const auto& [name, operand] : outputs) {
+        if (name == which.name) {
+            return given.to ? given.to : format_of_path(given.files[operand]);
+        }
+    }
+    return std::nullopt;
+}
+
+const option_entry& entry_of(option_id option) {
+    const auto table = option_table();
+    return *std::find_if(table.begin(), table.end(),
+                         [option](const option_entry& entry) { return entry.id == option; });
+}
+
+} // namespace
+
+void refuse_idle_options(const command& which, const arguments& given) {
+    refuse_idle_options(which, given, 0);
+}
+
+void refuse_idle_options(const command& which, const arguments& given, std::uint32_t width) {
+    const run_facts run{given, given.from ? given.from : format_of_path(given.files[0]),
+                        output_format(which, given), width};
+    for (const idle_option& rule : rules) {
+        if (rule.command == which.name && has(run, rule.option) && rule.is_idle(run)) {
+            usage_error(fmt::format("--{} has no effect {}", entry_of(rule.option).name, rule.reason));
+        }
+    }
+}
+
+} // namespace kvrmem
