@@ -1,7 +1,7 @@
 #pragma once
 
 #include "fuzz/expectation.h"
-#include "tests/memory/choices.h"
+#include "tests/models/choices.h"
 
 #include <stdexcept>
 #include <string_view>

@@ -2,7 +2,7 @@
 
 #include "fuzz/library_targets.h"
 #include "fuzz/model_steps.h"
-#include "tests/memory/word_store_operations.h"
+#include "tests/models/word_store_operations.h"
 
 namespace kvr_fuzz {
 

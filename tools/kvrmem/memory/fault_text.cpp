@@ -9,6 +9,7 @@
 #include "tools/kvrmem/memory/hex_fault_place.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/mif_statement_faults.h"
+#include "tools/kvrmem/memory/trimmed.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
 
@@ -24,12 +25,6 @@ namespace kvrmem {
 namespace {
 
 using kvr::fault_code;
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t begin = text.find_first_not_of(" \t");
-    return begin != std::string_view::npos ? text.substr(begin, text.find_last_not_of(" \t") + 1 - begin)
-                                           : text;
-}
 
 /// @p line: upper-case and without blanks, with the keyword in it.
 fault_text describe_size(const char* code, std::string_view keyword, std::string_view line) {

@@ -3,6 +3,7 @@
 #include "kvr/memory/line_source.h"
 #include "kvr/memory/mif_line.h"
 #include "tools/kvrmem/memory/mif_output.h"
+#include "tools/kvrmem/memory/trimmed.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/input_file.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -28,12 +29,6 @@ struct comment {
     std::uint64_t line;
     std::string text;
 };
-
-std::string_view trimmed(std::string_view text) {
-    constexpr std::string_view blanks = " \t\r";
-    const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
-    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
-}
 
 std::string upper_case(std::string_view text) {
     std::string upper(text);

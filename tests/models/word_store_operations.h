@@ -2,8 +2,8 @@
 
 #include "kvr/memory/word_batch.h"
 #include "kvr/memory/word_store.h"
-#include "tests/memory/choices.h"
-#include "tests/memory/random_texts.h"
+#include "tests/models/choices.h"
+#include "tests/models/random_texts.h"
 
 #include <cstdint>
 #include <deque>

@@ -1,8 +1,8 @@
 // Long random sequences of changes to a comment store, held against a plain model.
 
-#include "tests/memory/choices.h"
-#include "tests/memory/comment_store_operations.h"
-#include "tests/memory/model_operations.h"
+#include "tests/models/choices.h"
+#include "tests/models/comment_store_operations.h"
+#include "tests/models/model_operations.h"
 
 #include <gtest/gtest.h>
 

@@ -1,4 +1,4 @@
-#include "tests/memory/word_store_operations.h"
+#include "tests/models/word_store_operations.h"
 
 #include "kvr/memory/word_tree.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tests/memory/choices.h"
+#include "tests/models/choices.h"
 
 #include <array>
 #include <cstddef>

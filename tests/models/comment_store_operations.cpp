@@ -1,4 +1,4 @@
-#include "tests/memory/comment_store_operations.h"
+#include "tests/models/comment_store_operations.h"
 
 #include <algorithm>
 #include <array>
@@ -10,7 +10,7 @@ namespace {
 
 /// Up to so many comments are compared as a whole after each change.
 constexpr std::size_t few = 40;
-constexpr std::uint64_t steps_between_comparisons = 16;
+constexpr std::uint64_t steps_between_full_reads = 16;
 
 // A segment has 256 entries, each of which is a comment or a gap.
 constexpr std::array<std::size_t, 6> few_comments = {2, 10, 20, 30, 40, 60};
@@ -51,7 +51,7 @@ void comment_store_operations::step() {
     change = next->name;
     const std::size_t index = (this->*next->run)();
     ++steps;
-    if (model.size() <= few || steps % steps_between_comparisons == 0) {
+    if (model.size() <= few || steps % steps_between_full_reads == 0) {
         compare_all();
     } else {
         compare_around(index);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvr/memory/comment_store.h"
-#include "tests/memory/choices.h"
+#include "tests/models/choices.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "tests/memory/choices.h"
-#include "tests/sanitized.h"
+#include "tests/models/choices.h"
 
 #include <gtest/gtest.h>
 
@@ -25,14 +24,13 @@ inline std::uint64_t number_in_environment(const char* name, std::uint64_t other
 template <class Operations>
 void run_model_operations() {
     constexpr std::uint64_t longest_sequence = 500;
-    const std::uint64_t all =
-        number_in_environment("KVR_MODEL_OPERATIONS", fewer(is_sanitized ? 10'000 : 50'000));
+    const std::uint64_t all = number_in_environment("KVR_MODEL_OPERATIONS", 100'000);
     auto seed = static_cast<std::uint32_t>(number_in_environment("KVR_MODEL_SEED", 1));
     for (std::uint64_t done = 0; done < all; ++seed) {
-        random_choices choices(seed);
-        Operations operations(choices);
         const std::uint64_t count = std::min(longest_sequence, all - done);
         try {
+            random_choices choices(seed);
+            Operations operations(choices);
             for (std::uint64_t step = 0; step < count; ++step) {
                 operations.step();
             }

@@ -1,0 +1,15 @@
+#pragma once
+
+#include <algorithm>
+#include <string_view>
+
+namespace kvrmem {
+
+/// @p text without the @p blanks at both ends.
+[[nodiscard]] inline std::string_view trimmed(std::string_view text,
+                                              std::string_view blanks = " \t\r") noexcept {
+    const std::size_t begin = std::min(text.find_first_not_of(blanks), text.size());
+    return text.substr(begin, text.find_last_not_of(blanks) + 1 - begin);
+}
+
+} // namespace kvrmem
