@@ -11,7 +11,7 @@ struct hex_memory : memory_state {
     explicit hex_memory(KVR_MEMORY_FILE* owner) : memory_state(owner) {
         word_size = 8;
         address_radix = RADIX_HEX;
-        memory_initialize_value = "0";
+        memory_initialize_value.assign(1, '0');
     }
 
     /// Whole bytes that a word takes in a record; 0 for words of no bits.

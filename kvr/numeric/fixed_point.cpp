@@ -143,7 +143,8 @@ bool write_decimal_fraction(const std::string& bits, const fixed_point_format& f
     if (sign.negative && fraction == 0) {
         output = "-1.0";
     } else {
-        output = (sign.negative ? "-" : "") + fraction_text(fraction, format.fraction_bits);
+        output = fraction_text(fraction, format.fraction_bits);
+        output.insert(0, sign.negative ? 1 : 0, '-');
     }
     return sign.uniform;
 }

@@ -45,7 +45,7 @@ human_value read_human_value(std::string_view text) {
         }
     }
     if (text.substr(0, minus_sign.size()) == minus_sign) {
-        return {"-" + without_underscores(text.substr(minus_sign.size())), RADIX_DEC};
+        return {'-' + without_underscores(text.substr(minus_sign.size())), RADIX_DEC};
     }
     return {without_underscores(text), text.substr(0, 1) == "-" ? RADIX_DEC : RADIX_UNS};
 }

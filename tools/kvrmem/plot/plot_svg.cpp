@@ -238,7 +238,7 @@ private:
             const std::string y = coordinate(y_of(picture.waveform->columns()[column]->lowest));
             if (y != before) {
                 if (column + 1 < end) {
-                    path += "H" + column_end(picture.grid, column);
+                    path += 'H' + column_end(picture.grid, column);
                 }
                 path += "V" + y;
             }
@@ -275,8 +275,7 @@ private:
         std::string path;
         for (std::uint32_t line = 0; line < picture.bits->rows(); ++line) {
             const std::uint32_t row = picture.bits->rows() - 1 - line;
-            std::string move =
-                "M"; // the row's first stroke is placed from the corner, the others from the last
+            char move = 'M'; // the row's first stroke is placed from the corner, the others from the last
             std::uint32_t pen = 0;
             for (std::uint32_t column = 0; column < columns;) {
                 std::uint32_t end = column;
@@ -285,8 +284,8 @@ private:
                 }
                 if (end > column) {
                     path +=
-                        fmt::format("{}{} {}h{}", move, column - pen, move == "M" ? line : 0, end - column);
-                    move = "m";
+                        fmt::format("{}{} {}h{}", move, column - pen, move == 'M' ? line : 0, end - column);
+                    move = 'm';
                     pen = end;
                 }
                 column = std::max(end, column + 1);
