@@ -8,8 +8,8 @@
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/memory/hex_fault_place.h"
 #include "tools/kvrmem/memory/hex_words.h"
+#include "tools/kvrmem/memory/line_text.h"
 #include "tools/kvrmem/memory/mif_statement_faults.h"
-#include "tools/kvrmem/memory/trimmed.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/visible_text.h"
 

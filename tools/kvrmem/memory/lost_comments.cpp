@@ -2,8 +2,8 @@
 
 #include "kvr/memory/line_source.h"
 #include "kvr/memory/mif_line.h"
+#include "tools/kvrmem/memory/line_text.h"
 #include "tools/kvrmem/memory/mif_output.h"
-#include "tools/kvrmem/memory/trimmed.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/input_file.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -29,12 +29,6 @@ struct comment {
     std::uint64_t line;
     std::string text;
 };
-
-std::string upper_case(std::string_view text) {
-    std::string upper(text);
-    kvr::to_upper(upper);
-    return upper;
-}
 
 /// Gathers the comments of a text line by line, whichever format it turns out to have.
 class comment_finder {

@@ -3,6 +3,7 @@
 #include "kvr/memory/rif_reader.h"
 #include "kvr/numeric/scanned_number.h"
 #include "tools/kvrmem/memory/fault_text.h"
+#include "tools/kvrmem/memory/line_text.h"
 #include "tools/kvrmem/memory/rif_line.h"
 #include "tools/kvrmem/memory/rif_word_judge.h"
 #include "tools/kvrmem/memory/word_text.h"
@@ -89,16 +90,6 @@ void for_each_word(const input_file& file, Take&& take) {
         });
     }
     file.require_whole(lines);
-}
-
-std::string upper_case(std::string_view text) {
-    std::string result(text);
-    for (char& character : result) {
-        if (character >= 'a' && character <= 'z') {
-            character = static_cast<char>(character - 'a' + 'A');
-        }
-    }
-    return result;
 }
 
 void require_some_width(const input_file& file, std::uint64_t longest) {
