@@ -269,8 +269,9 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
         }
         if (latest.made) {
             assign_range({leaf.first, leaf.last}, latest.made);
+            return true;
         }
-        return static_cast<bool>(latest.made);
+        return take_converted_part(leaf, conversion);
     }
     const std::uint32_t end = std::min(leaf.last, size() - 1) - leaf.first + 1;
     for (std::uint32_t index = 0; index < end;) {
@@ -289,6 +290,21 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
             return false;
         }
         index = behind;
+    }
+    return true;
+}
+
+/// The same for words of a pattern of which some text cannot be converted: one that none of them may have,
+/// when the words that had it were dropped or set since.
+bool word_store::take_converted_part(const word_leaf& leaf, const word_conversion& conversion) {
+    const std::uint32_t last = std::min(leaf.last, size() - 1);
+    if (last - leaf.first >= leaf.texts->period() - 1) {
+        return false; // the words have all texts
+    }
+    for (std::uint32_t address = leaf.first; address <= last; ++address) {
+        if (!take_converted_run({address, address, leaf.texts->text_at(address)}, conversion)) {
+            return false;
+        }
     }
     return true;
 }

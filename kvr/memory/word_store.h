@@ -126,6 +126,7 @@ private:
     };
     bool take_converted(const word_leaf& leaf, const word_conversion& conversion, const row_test& keeps,
                         converted_pattern& latest);
+    bool take_converted_part(const word_leaf& leaf, const word_conversion& conversion);
     bool take_converted_row(std::uint32_t address, const word_row& row, const word_conversion& conversion,
                             const row_test& keeps);
     bool take_converted_run(const word_run& run, const word_conversion& conversion);

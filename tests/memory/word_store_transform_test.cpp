@@ -7,6 +7,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -90,6 +91,45 @@ TEST(WordStoreTransform, KeepsWhatBecomesTheSame) {
     EXPECT_TRUE(words.transform(double_one, keep_every_row));
     EXPECT_EQ(words[0], "100");
     EXPECT_EQ(words[4999], "7");
+}
+
+TEST(WordStoreTransform, DoesNotAskForTextsOfWordsThatWereDropped) {
+    kvr::word_store words;
+    words.resize(100, "0");
+    words.fill(0, 99, {"2", "3", "4", "1"});
+    words.resize(3, "0");
+    EXPECT_TRUE(words.transform(refuse_one));
+    EXPECT_EQ(words[2], "4");
+    words.resize(5, "5");
+    EXPECT_EQ(words[3], "5");
+}
+
+/// A store of two texts more than a page has words, over several pages, "1" being the last of them.
+kvr::word_store store_of_many_texts() {
+    std::vector<std::string> texts;
+    for (std::uint32_t text = 0; text <= kvr::page_words; ++text) {
+        texts.push_back(std::to_string(100 + text));
+    }
+    texts.emplace_back("1");
+    kvr::word_store words;
+    words.resize(10 * kvr::page_words, "0");
+    words.fill(0, 10 * kvr::page_words - 1, {texts.begin(), texts.end()});
+    return words;
+}
+
+TEST(WordStoreTransform, DoesNotAskForTextsOfWordsThatWereSet) {
+    kvr::word_store words = store_of_many_texts();
+    words.fill(kvr::page_words, 10 * kvr::page_words - 1, {"7"});
+    EXPECT_TRUE(words.transform(refuse_one));
+    EXPECT_EQ(words[kvr::page_words - 1], std::to_string(100 + kvr::page_words - 1));
+    EXPECT_EQ(words[kvr::page_words], "7");
+}
+
+TEST(WordStoreTransform, FailsForATextOfAPatternThatOneWordHas) {
+    kvr::word_store words = store_of_many_texts();
+    words.fill(2 * kvr::page_words, 10 * kvr::page_words - 1, {"7"});
+    EXPECT_FALSE(words.transform(refuse_one));
+    EXPECT_EQ(words[kvr::page_words + 1], "1");
 }
 
 } // namespace
