@@ -216,7 +216,7 @@ END
                 exec < <(yes ${line-}); '$KVRMEM' ${words/INPUT/$file} --from $format"
             [ "$file" = - ] && file="standard input"
             # shellcheck disable=SC2154 # run sets it
-            [ "$stderr" = "kvrmem: $file: error: there are more than 32 MiB, which only a file may have" ]
+            [ "$stderr" = "kvrmem: $file: error: only a file may have more than 32 MiB; copy the input to a file first" ]
             wait
         done
     done < <(reading_commands)
