@@ -6,27 +6,31 @@ import argparse
 import os
 import subprocess
 import sys
+from typing import NoReturn
 
 from configurations import CONFIGURATIONS, ROOT, Configuration
 from trial import Result, Trial
 
-USAGE_ERROR = 4
+
+KNOWN = {each.name: each for each in CONFIGURATIONS}
+
+
+class Parser(argparse.ArgumentParser):
+    """Ends with the exit code that the scripts and the tool have for wrong usage."""
+
+    def error(self, message: str) -> NoReturn:
+        self.exit(4, f"{self.prog}: {message}\n")
 
 
 def parse_command_line() -> argparse.Namespace:
-    parser = argparse.ArgumentParser(prog="matrix", description="Builds and tests the project in many ways.")
+    parser = Parser(prog="matrix", description="Builds and tests the project in many ways.")
     parser.add_argument("--list", action="store_true", help="show the configurations and what is done in each")
     parser.add_argument("names", nargs="*", metavar="NAME", help="configurations (default: all)")
-    return parser.parse_args()
-
-
-def configurations_named(names: list[str]) -> list[Configuration]:
-    known = {each.name: each for each in CONFIGURATIONS}
-    for name in names:
-        if name not in known:
-            print(f"matrix: there is no configuration '{name}'; see matrix --list", file=sys.stderr)
-            sys.exit(USAGE_ERROR)
-    return [known[name] for name in names or known]
+    arguments = parser.parse_args()
+    for name in arguments.names:
+        if name not in KNOWN:
+            parser.error(f"there is no configuration '{name}'; see matrix --list")
+    return arguments
 
 
 def print_list() -> None:
@@ -57,10 +61,10 @@ def main() -> int:
     if arguments.list:
         print_list()
         return 0
-    configurations = configurations_named(arguments.names)
-    subprocess.run([ROOT / "scripts" / "install-packages", "all", "matrix"], check=True)
+    sections = ("tool", "test", "all", "matrix")
+    subprocess.run([ROOT / "scripts" / "install-packages", *sections], check=True)
     os.environ["LC_ALL"] = "C"
-    return 0 if try_all(configurations) else 1
+    return 0 if try_all([KNOWN[name] for name in arguments.names or KNOWN]) else 1
 
 
 if __name__ == "__main__":

@@ -36,22 +36,22 @@ class Configuration:
 
 
 CONFIGURATIONS = (
-    Configuration("gcc-debug", "g++", ("unit", "interface"), GCC | DEBUG),
-    Configuration("gcc-debug-shared", "g++, shared library", ("unit", "interface"), GCC | DEBUG | SHARED),
+    Configuration("gcc-debug", "g++", ("unit", "models", "interface"), GCC | DEBUG),
+    Configuration("gcc-debug-shared", "g++, shared library", ("unit", "models", "interface"), GCC | DEBUG | SHARED),
     Configuration("gcc-release", "g++, optimised", ("unit", "shuffled", "any_order"), GCC | RELEASE | THOROUGH),
     Configuration(
-        "gcc-release-shared", "g++, optimised, shared library", ("unit", "interface"), GCC | RELEASE | SHARED
+        "gcc-release-shared", "g++, optimised, shared library", ("unit", "models", "interface"), GCC | RELEASE | SHARED
     ),
-    Configuration("clang-debug", "clang", ("unit", "interface", "cli"), CLANG | DEBUG),
-    Configuration("clang-debug-shared", "clang, shared library", ("unit", "interface"), CLANG | DEBUG | SHARED),
-    Configuration("clang-release", "clang, optimised", ("unit", "interface"), CLANG | RELEASE),
+    Configuration("clang-debug", "clang", ("unit", "models", "interface", "cli"), CLANG | DEBUG),
+    Configuration("clang-debug-shared", "clang, shared library", ("unit", "models", "interface"), CLANG | DEBUG | SHARED),
+    Configuration("clang-release", "clang, optimised", ("unit", "models", "interface"), CLANG | RELEASE),
     Configuration(
-        "clang-release-shared", "clang, optimised, shared library", ("unit", "interface"), CLANG | RELEASE | SHARED
+        "clang-release-shared", "clang, optimised, shared library", ("unit", "models", "interface"), CLANG | RELEASE | SHARED
     ),
     Configuration(
         "gcc-sanitizers",
         "g++, address and undefined-behaviour sanitizers",
-        ("unit", "interface", "cli"),
+        ("unit", "models", "interface", "cli"),
         GCC | LIGHT | {"KVR_SANITIZERS": "address,undefined"},
     ),
     # The installed standard library is compiled without the sanitizer: no template is taken from it, and nothing is
@@ -65,28 +65,28 @@ CONFIGURATIONS = (
     Configuration(
         "unsigned-char",
         "g++, char has no sign",
-        ("unit", "interface", "cli"),
+        ("unit", "models", "interface", "cli"),
         GCC | LIGHT | flags("-funsigned-char"),
     ),
     # An installed fmt declares itself to be for programs of 64 bits.
     Configuration(
         "32-bit",
         "g++, programs of 32 bits",
-        ("unit", "interface", "cli"),
+        ("unit", "models", "interface", "cli"),
         GCC | LIGHT | flags("-m32") | {"fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"), "KVR_STATIC_TOOL": "ON"},
         builds_googletest=True,
     ),
     Configuration(
         "debug-mode",
         "g++, debug mode of the standard library",
-        ("unit", "interface", "cli"),
+        ("unit", "models", "interface", "cli"),
         GCC | LIGHT | flags("-D_GLIBCXX_DEBUG") | {"KVR_STATIC_TOOL": "ON"},
         builds_googletest=True,
     ),
     Configuration(
         "memcheck",
         "g++, valgrind, fewer cases",
-        ("memcheck",),
+        ("memcheck", "memcheck_models"),
         GCC | OPTIMISED | flags("-DKVR_TEST_FEWER_CASES") | {"KVR_BUILD_TOOL": "OFF"},
     ),
 )

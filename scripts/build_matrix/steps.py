@@ -46,11 +46,13 @@ VALGRIND = (
 STEPS = {
     "unit": unit_tests(),
     "shuffled": unit_tests("--gtest_shuffle", "--gtest_repeat=20", f"--gtest_random_seed={SEED}"),
+    "models": ctest("-R", "^models"),
     "interface": ctest("-R", "^exported_interface"),
     "cli": ctest("-R", "^cli"),
     "any_order": ctest("--schedule-random"),
     "replay": ctest("-R", "^fuzz.*replay"),
     "memcheck": Command((*VALGRIND, "./kvr_tests", "--gtest_brief=1"), "tests"),
+    "memcheck_models": Command((*VALGRIND, "./kvr_model_tests", "--gtest_brief=1"), "tests/models"),
 }
 
 

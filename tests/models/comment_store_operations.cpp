@@ -1,5 +1,7 @@
 #include "tests/models/comment_store_operations.h"
 
+#include "tests/models/operation_table.h"
+
 #include <algorithm>
 #include <array>
 #include <stdexcept>
@@ -27,29 +29,22 @@ comment_store_operations::comment_store_operations(choices& source)
 
 void comment_store_operations::step() {
     using operation = std::size_t (comment_store_operations::*)();
-    struct named_operation {
-        std::string_view name;
-        operation run;
-        std::uint32_t share;
-    };
     static constexpr std::array operations = {
-        named_operation{"push front", &comment_store_operations::push_front, 12},
-        named_operation{"append empty", &comment_store_operations::append_empty, 6},
-        named_operation{"insert", &comment_store_operations::insert, 20},
-        named_operation{"insert ascending", &comment_store_operations::insert_ascending, 6},
-        named_operation{"insert descending", &comment_store_operations::insert_descending, 4},
-        named_operation{"assign", &comment_store_operations::assign, 1},
-        named_operation{"clear", &comment_store_operations::clear, 1},
+        table_operation<operation>{"push front", &comment_store_operations::push_front, 12},
+        table_operation<operation>{"append empty", &comment_store_operations::append_empty, 6},
+        table_operation<operation>{"insert", &comment_store_operations::insert, 20},
+        table_operation<operation>{"insert ascending", &comment_store_operations::insert_ascending, 6},
+        table_operation<operation>{"insert descending", &comment_store_operations::insert_descending, 4},
+        table_operation<operation>{"assign", &comment_store_operations::assign, 1},
+        table_operation<operation>{"clear", &comment_store_operations::clear, 1},
     };
-    constexpr std::uint32_t all_shares = 50;
-    std::uint32_t number = model.size() < most_comments ? chosen.below(all_shares) : all_shares - 1;
-    const named_operation* next = operations.data();
-    while (number >= next->share) {
-        number -= next->share;
-        ++next;
+    if (model.size() >= most_comments) {
+        change = "clear";
+        clear();
     }
-    change = next->name;
-    const std::size_t index = (this->*next->run)();
+    const table_operation<operation>& next = choose_operation(operations, chosen);
+    change = next.name;
+    const std::size_t index = (this->*next.run)();
     ++steps;
     if (model.size() <= few || steps % steps_between_full_reads == 0) {
         compare_all();

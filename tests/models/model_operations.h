@@ -13,9 +13,10 @@
 namespace kvr_test {
 
 /// The number in the variable @p name of the environment, or @p otherwise.
+/// @throws std::invalid_argument, std::out_of_range when the variable holds no number.
 inline std::uint64_t number_in_environment(const char* name, std::uint64_t otherwise) {
     const char* text = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nothing sets variables
-    return text != nullptr ? std::strtoull(text, nullptr, 10) : otherwise;
+    return text != nullptr ? std::stoull(text) : otherwise;
 }
 
 /// Runs sequences of random operations on a store and its model. The environment may say how many operations
@@ -25,6 +26,7 @@ template <class Operations>
 void run_model_operations() {
     constexpr std::uint64_t longest_sequence = 500;
     const std::uint64_t all = number_in_environment("KVR_MODEL_OPERATIONS", 100'000);
+    ASSERT_GT(all, 0U);
     auto seed = static_cast<std::uint32_t>(number_in_environment("KVR_MODEL_SEED", 1));
     for (std::uint64_t done = 0; done < all; ++seed) {
         const std::uint64_t count = std::min(longest_sequence, all - done);

@@ -1,6 +1,7 @@
 #include "tests/models/word_store_operations.h"
 
 #include "kvr/memory/word_tree.h"
+#include "tests/models/operation_table.h"
 
 #include <algorithm>
 #include <array>
@@ -56,38 +57,21 @@ word_store_operations::word_store_operations(choices& source) : chosen(source), 
 
 void word_store_operations::step() {
     using operation = stretch (word_store_operations::*)();
-    struct named_operation {
-        std::string_view name;
-        operation run;
-        std::uint32_t share;
-    };
     static constexpr std::array operations = {
-        named_operation{"set", &word_store_operations::set, 24},
-        named_operation{"set neighbours", &word_store_operations::set_neighbours, 6},
-        named_operation{"set side by side", &word_store_operations::set_side_by_side, 5},
-        named_operation{"set page", &word_store_operations::set_page, 3},
-        named_operation{"set in batch", &word_store_operations::set_in_batch, 3},
-        named_operation{"fill", &word_store_operations::fill, 18},
-        named_operation{"fill from start", &word_store_operations::fill_from_start, 1},
-        named_operation{"resize", &word_store_operations::resize, 1},
-        named_operation{"transform", &word_store_operations::transform, 1},
-        named_operation{"move", &word_store_operations::move, 1},
+        table_operation<operation>{"set", &word_store_operations::set, 24},
+        table_operation<operation>{"set neighbours", &word_store_operations::set_neighbours, 6},
+        table_operation<operation>{"set side by side", &word_store_operations::set_side_by_side, 5},
+        table_operation<operation>{"set page", &word_store_operations::set_page, 3},
+        table_operation<operation>{"set in batch", &word_store_operations::set_in_batch, 3},
+        table_operation<operation>{"fill", &word_store_operations::fill, 18},
+        table_operation<operation>{"fill from start", &word_store_operations::fill_from_start, 1},
+        table_operation<operation>{"resize", &word_store_operations::resize, 1},
+        table_operation<operation>{"transform", &word_store_operations::transform, 1},
+        table_operation<operation>{"move", &word_store_operations::move, 1},
     };
-    constexpr std::uint32_t all_shares = [] {
-        std::uint32_t sum = 0;
-        for (const named_operation& each : operations) {
-            sum += each.share;
-        }
-        return sum;
-    }();
-    std::uint32_t number = chosen.below(all_shares);
-    const named_operation* next = operations.data();
-    while (number >= next->share) {
-        number -= next->share;
-        ++next;
-    }
-    change = next->name;
-    const stretch changed = (this->*next->run)();
+    const table_operation<operation>& next = choose_operation(operations, chosen);
+    change = next.name;
+    const stretch changed = (this->*next.run)();
     ++steps;
     if (model.size() <= small || steps % steps_between_comparisons == 0) {
         compare_all();
@@ -373,11 +357,12 @@ void word_store_operations::compare_runs(stretch part) const {
     }
 }
 
-void word_store_operations::compare_rows(stretch part) const {
+void word_store_operations::compare_rows(stretch part) {
     const std::uint32_t behind = part.first + part.count;
     for (std::uint32_t address = part.first; address < behind;) {
         const kvr::word_row row = words.row_at(address);
         expect(row.count <= end() - address, "a row is too long", address);
+        rows_seen += row.count > 1 ? 1 : 0;
         auto expected = from(address);
         for (std::uint32_t i = 0; i < row.count; ++i, ++expected) {
             expect(row[i] == *expected, "a word of a row", address + i);
@@ -386,13 +371,14 @@ void word_store_operations::compare_rows(stretch part) const {
     }
 }
 
-void word_store_operations::compare_cycle(std::uint32_t address) const {
+void word_store_operations::compare_cycle(std::uint32_t address) {
     const kvr::word_cycle cycle = words.cycle_at(address);
     expect(cycle.first == address && cycle.last >= address && cycle.last < end(),
            "where a cycle begins or ends", address);
     if (cycle.period == 0) {
         return;
     }
+    cycles_seen += cycle.period > 1 ? 1 : 0;
     for (std::uint32_t each = address; cycle.last - each >= cycle.period; ++each) {
         expect(at(each) == at(each + cycle.period), "a word of a cycle", each + cycle.period);
     }

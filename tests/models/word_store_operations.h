@@ -31,6 +31,11 @@ public:
     /// @throws std::logic_error
     void compare_all();
 
+    /// Rows of several words, and cycles of several values, that the store has handed out: it need not find
+    /// any.
+    [[nodiscard]] std::uint64_t rows() const noexcept { return rows_seen; }
+    [[nodiscard]] std::uint64_t cycles() const noexcept { return cycles_seen; }
+
 private:
     struct stretch {
         std::uint32_t first; ///< address
@@ -68,8 +73,8 @@ private:
     void compare_around(stretch changed);
     void compare_words(stretch part) const;
     void compare_runs(stretch part) const;
-    void compare_rows(stretch part) const;
-    void compare_cycle(std::uint32_t address) const;
+    void compare_rows(stretch part);
+    void compare_cycle(std::uint32_t address);
     void compare_before_origin();
     void expect(bool holds, std::string_view what, std::uint32_t address) const {
         if (!holds) {
@@ -87,6 +92,8 @@ private:
     std::uint32_t most_words = 0;            ///< of the model
     std::string_view change;                 ///< the latest one
     std::uint64_t steps = 0;
+    std::uint64_t rows_seen = 0;
+    std::uint64_t cycles_seen = 0;
 };
 
 } // namespace kvr_test

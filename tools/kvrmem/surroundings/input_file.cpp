@@ -63,9 +63,10 @@ private:
         if (!is_endless) {
             fail_at_long_line(title, lines + 1);
         }
-        throw tool_error(exit_code::bad_input,
-                         fmt::format("{}: error: only a file may have more than {} MiB; copy the input to a file first",
-                                     title, most_bytes_without_end >> 20U));
+        throw tool_error(
+            exit_code::bad_input,
+            fmt::format("{}: error: only a file may have more than {} MiB; copy the input to a file first",
+                        title, most_bytes_without_end >> 20U));
     }
 
     const std::string& title;
