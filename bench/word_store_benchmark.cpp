@@ -1,4 +1,4 @@
-#include "kvr/memory/word_store.h"
+#include "kvr/memory/store/word_store.h"
 
 #include <benchmark/benchmark.h>
 

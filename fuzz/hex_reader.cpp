@@ -1,6 +1,6 @@
 // An Intel HEX file, read in one pass, in two, and line by line, then written and read again.
 
-#include "kvr/memory/hex_reader.h"
+#include "kvr/memory/hex/hex_reader.h"
 
 #include "fuzz/exact_bytes.h"
 #include "fuzz/input_bytes.h"
@@ -8,10 +8,10 @@
 #include "fuzz/resource_limits.h"
 #include "fuzz/same_state.h"
 #include "fuzz/scratch.h"
-#include "kvr/memory/hex_memory.h"
-#include "kvr/memory/hex_record_walk.h"
-#include "kvr/memory/hex_writer.h"
-#include "kvr/memory/line_source.h"
+#include "kvr/memory/hex/hex_memory.h"
+#include "kvr/memory/hex/hex_record_walk.h"
+#include "kvr/memory/hex/hex_writer.h"
+#include "kvr/memory/io/line_source.h"
 
 #include <algorithm>
 #include <array>

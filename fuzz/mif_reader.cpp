@@ -1,15 +1,15 @@
 // A MIF file, read by the short ways and by the plain one, then written and read again.
 
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_reader.h"
 
 #include "fuzz/exact_bytes.h"
 #include "fuzz/library_targets.h"
 #include "fuzz/resource_limits.h"
 #include "fuzz/same_state.h"
 #include "fuzz/scratch.h"
-#include "kvr/memory/line_source.h"
-#include "kvr/memory/mif_header.h"
-#include "kvr/memory/mif_writer.h"
+#include "kvr/memory/io/line_source.h"
+#include "kvr/memory/mif/mif_header.h"
+#include "kvr/memory/mif/mif_writer.h"
 
 #include <deque>
 #include <string>

@@ -1,6 +1,6 @@
 // A RIF file, read by the short way and by the plain one, then written, read and written again.
 
-#include "kvr/memory/rif_reader.h"
+#include "kvr/memory/rif/rif_reader.h"
 
 #include "fuzz/exact_bytes.h"
 #include "fuzz/input_bytes.h"
@@ -8,9 +8,9 @@
 #include "fuzz/resource_limits.h"
 #include "fuzz/same_state.h"
 #include "fuzz/scratch.h"
-#include "kvr/memory/line_source.h"
-#include "kvr/memory/rif_memory.h"
-#include "kvr/memory/rif_writer.h"
+#include "kvr/memory/io/line_source.h"
+#include "kvr/memory/rif/rif_memory.h"
+#include "kvr/memory/rif/rif_writer.h"
 
 #include <array>
 #include <string>

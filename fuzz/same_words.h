@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/word_store.h"
+#include "kvr/memory/store/word_store.h"
 
 #include <algorithm>
 #include <cstdint>

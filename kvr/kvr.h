@@ -20,11 +20,11 @@
 /// @}
 
 #include "kvr/keywords/keyword_registry.h"
-#include "kvr/memory/hex_file.h"
+#include "kvr/memory/hex/hex_file.h"
 #include "kvr/memory/memory_file.h"
 #include "kvr/memory/memory_types.h"
-#include "kvr/memory/mif_file.h"
-#include "kvr/memory/rif_file.h"
+#include "kvr/memory/mif/mif_file.h"
+#include "kvr/memory/rif/rif_file.h"
 #include "kvr/numeric/fixed_point.h"
 #include "kvr/numeric/integer_format.h"
 #include "kvr/numeric/radix_conversion.h"

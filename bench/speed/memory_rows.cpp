@@ -2,8 +2,8 @@
 
 #include "bench/speed/table.h"
 #include "kvr/kvr.h"
-#include "kvr/memory/comment_store.h"
-#include "kvr/memory/word_store.h"
+#include "kvr/memory/store/comment_store.h"
+#include "kvr/memory/store/word_store.h"
 
 #include <array>
 #include <cstdint>

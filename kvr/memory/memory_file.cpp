@@ -1,12 +1,12 @@
 #include "kvr/memory/memory_file.h"
 
-#include "kvr/memory/hex_file.h"
-#include "kvr/memory/hex_memory.h"
+#include "kvr/memory/hex/hex_file.h"
+#include "kvr/memory/hex/hex_memory.h"
 #include "kvr/memory/message_queue.h"
-#include "kvr/memory/mif_file.h"
-#include "kvr/memory/mif_memory.h"
-#include "kvr/memory/rif_file.h"
-#include "kvr/memory/rif_memory.h"
+#include "kvr/memory/mif/mif_file.h"
+#include "kvr/memory/mif/mif_memory.h"
+#include "kvr/memory/rif/rif_file.h"
+#include "kvr/memory/rif/rif_memory.h"
 
 #include <utility>
 

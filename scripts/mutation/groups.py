@@ -10,7 +10,7 @@ from mutant import Mutant
 
 GROUPS: dict[str, tuple[str, ...]] = {
     "writers": ("kvr/memory/*writer*", "kvr/memory/*_rows.*"),
-    "readers": ("kvr/memory/*reader*", "kvr/memory/*hex_record*", "kvr/memory/mif_*", "kvr/memory/rif_*"),
+    "readers": ("kvr/memory/hex/*", "kvr/memory/mif/*", "kvr/memory/rif/*"),
     "numeric": ("kvr/numeric/*",),
     "rest": ("*",),
 }

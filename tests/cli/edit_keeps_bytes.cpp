@@ -4,7 +4,7 @@
 //
 // edit_keeps_bytes TOOL FOLDER [SEED]
 
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_reader.h"
 
 #include <algorithm>
 #include <array>

@@ -1,10 +1,10 @@
 // Every allocation of the handlers fails in turn, where a caller uses them without a memory file that owns
 // them. What they do for one is tried in memory_file_faults_test.cpp.
 
-#include "kvr/memory/hex_file.h"
+#include "kvr/memory/hex/hex_file.h"
 #include "kvr/memory/memory_file.h"
-#include "kvr/memory/mif_file.h"
-#include "kvr/memory/rif_file.h"
+#include "kvr/memory/mif/mif_file.h"
+#include "kvr/memory/rif/rif_file.h"
 #include "tests/faults/allocation_faults.h"
 #include "tests/memory/error_messages.h"
 

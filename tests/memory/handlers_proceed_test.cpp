@@ -1,8 +1,8 @@
 // When a handler that is used by itself can read.
 
-#include "tests/memory/hex_steps.h"
-#include "tests/memory/mif_steps.h"
-#include "tests/memory/rif_steps.h"
+#include "tests/memory/hex/hex_steps.h"
+#include "tests/memory/mif/mif_steps.h"
+#include "tests/memory/rif/rif_steps.h"
 #include "tests/memory/temporary_directory.h"
 
 #include <gtest/gtest.h>

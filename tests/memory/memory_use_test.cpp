@@ -1,6 +1,6 @@
-#include "kvr/memory/address_set.h"
-#include "kvr/memory/comment_store.h"
-#include "kvr/memory/word_store.h"
+#include "kvr/memory/store/address_set.h"
+#include "kvr/memory/store/comment_store.h"
+#include "kvr/memory/store/word_store.h"
 #include "tests/allocation.h"
 #include "tests/memory/memory_sizes.h"
 

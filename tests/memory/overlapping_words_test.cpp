@@ -1,7 +1,7 @@
 // Files in which words are set again and again: single words, lists and ranges of mixed lengths that overlap.
 // What is read must be what a plain list of texts would hold, through every page and form of the word store.
 
-#include "tests/memory/hex_record_texts.h"
+#include "tests/memory/hex/hex_record_texts.h"
 #include "tests/memory/memory_fixture.h"
 #include "tests/models/choices.h"
 #include "tests/sanitized.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/word_row.h"
+#include "kvr/memory/store/word_row.h"
 #include "tests/memory/random_numbers.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/comment_store.h"
+#include "kvr/memory/store/comment_store.h"
 #include "tests/models/choices.h"
 
 #include <cstddef>

@@ -1,6 +1,6 @@
 #include "tests/models/word_store_operations.h"
 
-#include "kvr/memory/word_tree.h"
+#include "kvr/memory/store/word_tree.h"
 #include "tests/models/operation_table.h"
 
 #include <algorithm>

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "kvr/memory/word_batch.h"
-#include "kvr/memory/word_store.h"
+#include "kvr/memory/store/word_batch.h"
+#include "kvr/memory/store/word_store.h"
 #include "tests/models/choices.h"
 #include "tests/models/random_texts.h"
 

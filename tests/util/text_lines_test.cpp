@@ -1,5 +1,5 @@
 #include "kvr/util/text_lines.h"
-#include "tests/memory/failing_file.h"
+#include "tests/memory/io/failing_file.h"
 #include "tests/memory/temporary_directory.h"
 
 #include <gmock/gmock.h>

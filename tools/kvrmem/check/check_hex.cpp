@@ -1,7 +1,7 @@
 #include "tools/kvrmem/check/check_hex.h"
 
-#include "kvr/memory/hex_memory.h"
-#include "kvr/memory/hex_reader.h"
+#include "kvr/memory/hex/hex_memory.h"
+#include "kvr/memory/hex/hex_reader.h"
 #include "tools/kvrmem/check/check_gaps.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/hex_fault_place.h"

@@ -1,8 +1,8 @@
 #include "tools/kvrmem/check/check_mif.h"
 
-#include "kvr/memory/mif_header.h"
-#include "kvr/memory/mif_line.h"
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_header.h"
+#include "kvr/memory/mif/mif_line.h"
+#include "kvr/memory/mif/mif_reader.h"
 #include "tools/kvrmem/check/check_mif_content.h"
 #include "tools/kvrmem/check/check_mif_header.h"
 #include "tools/kvrmem/check/check_mif_keywords.h"

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/check/check_mif_content.h"
 
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_reader.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/radix_conversion.h"
 #include "kvr/numeric/scanned_number.h"

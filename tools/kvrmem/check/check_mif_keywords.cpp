@@ -1,7 +1,7 @@
 #include "tools/kvrmem/check/check_mif_keywords.h"
 
-#include "kvr/memory/mif_header.h"
-#include "kvr/memory/mif_line.h"
+#include "kvr/memory/mif/mif_header.h"
+#include "kvr/memory/mif/mif_line.h"
 #include "kvr/numeric/scanned_number.h"
 #include "tools/kvrmem/check/check_mif_content.h"
 #include "tools/kvrmem/check/check_mif_header.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/mif_memory.h"
+#include "kvr/memory/mif/mif_memory.h"
 #include "tools/kvrmem/check/mif_check.h"
 
 namespace kvrmem {

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/check/check_rif.h"
 
-#include "kvr/memory/rif_reader.h"
+#include "kvr/memory/rif/rif_reader.h"
 #include "tools/kvrmem/check/check_gaps.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/rif_line.h"

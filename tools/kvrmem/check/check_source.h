@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/line_source.h"
+#include "kvr/memory/io/line_source.h"
 #include "tools/kvrmem/surroundings/input_file.h"
 
 #include <cstddef>

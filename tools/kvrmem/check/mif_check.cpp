@@ -1,6 +1,6 @@
 #include "tools/kvrmem/check/mif_check.h"
 
-#include "kvr/memory/mif_line.h"
+#include "kvr/memory/mif/mif_line.h"
 #include "tools/kvrmem/memory/mif_unread_text.h"
 
 #include <algorithm>

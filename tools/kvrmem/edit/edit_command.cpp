@@ -1,6 +1,6 @@
 #include "tools/kvrmem/edit/edit_command.h"
 
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_reader.h"
 #include "tools/kvrmem/edit/hex_edit.h"
 #include "tools/kvrmem/edit/mif_edit.h"
 #include "tools/kvrmem/edit/rif_edit.h"

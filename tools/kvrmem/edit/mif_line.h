@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/address_set.h"
+#include "kvr/memory/store/address_set.h"
 
 #include <cstdint>
 #include <set>

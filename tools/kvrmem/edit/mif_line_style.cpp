@@ -1,7 +1,7 @@
 #include "tools/kvrmem/edit/mif_line_style.h"
 
 #include "kvr/memory/memory_state.h"
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_reader.h"
 
 #include <algorithm>
 #include <array>

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/edit/mif_statement.h"
 
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_reader.h"
 #include "tools/kvrmem/edit/file_edit.h"
 #include "tools/kvrmem/edit/mif_line_style.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "kvr/memory/mif_content.h"
-#include "kvr/memory/mif_memory.h"
+#include "kvr/memory/mif/mif_content.h"
+#include "kvr/memory/mif/mif_memory.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/mif_memory.h"
+#include "kvr/memory/mif/mif_memory.h"
 #include "tools/kvrmem/edit/file_edit.h"
 #include "tools/kvrmem/edit/mif_line_style.h"
 #include "tools/kvrmem/memory/memory_image.h"

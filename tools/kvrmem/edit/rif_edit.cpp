@@ -1,6 +1,6 @@
 #include "tools/kvrmem/edit/rif_edit.h"
 
-#include "kvr/memory/rif_reader.h"
+#include "kvr/memory/rif/rif_reader.h"
 #include "tools/kvrmem/memory/rif_line.h"
 #include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/surroundings/tool_error.h"

@@ -1,8 +1,8 @@
 #include "tools/kvrmem/memory/fault_text.h"
 
 #include "kvr/memory/memory_state.h"
-#include "kvr/memory/mif_line.h"
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_line.h"
+#include "kvr/memory/mif/mif_reader.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/scanned_number.h"
 #include "tools/kvrmem/memory/file_format.h"

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/memory/hex_fault_place.h"
 
-#include "kvr/memory/hex_record.h"
+#include "kvr/memory/hex/hex_record.h"
 #include "tools/kvrmem/memory/word_text.h"
 
 namespace kvrmem {

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/memory/hex_output.h"
 
-#include "kvr/memory/hex_record_rows.h"
+#include "kvr/memory/hex/fast_hex_rows.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_runs.h"
 
@@ -52,7 +52,7 @@ private:
 
     kvr::output_file& output;
     std::uint32_t bytes;
-    kvr::hex_record_rows rows;
+    kvr::fast_hex_rows rows;
     std::uint32_t page = 0;
     std::string fields;
     std::string record;

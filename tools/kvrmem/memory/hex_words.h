@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/hex_record_walk.h"
+#include "kvr/memory/hex/hex_record_walk.h"
 
 #include <cstdint>
 #include <string>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/mif_line.h"
+#include "kvr/memory/mif/mif_line.h"
 
 #include <algorithm>
 #include <string>

@@ -1,7 +1,7 @@
 #include "tools/kvrmem/memory/lost_comments.h"
 
-#include "kvr/memory/line_source.h"
-#include "kvr/memory/mif_line.h"
+#include "kvr/memory/io/line_source.h"
+#include "kvr/memory/mif/mif_line.h"
 #include "tools/kvrmem/memory/line_text.h"
 #include "tools/kvrmem/memory/mif_output.h"
 #include "tools/kvrmem/surroundings/counted.h"

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvr/memory/memory_types.h"
-#include "kvr/memory/word_store.h"
+#include "kvr/memory/store/word_store.h"
 
 #include <cstdint>
 #include <optional>

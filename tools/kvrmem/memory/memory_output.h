@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/output_file.h"
+#include "kvr/memory/io/output_file.h"
 #include "tools/kvrmem/memory/memory_image.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 

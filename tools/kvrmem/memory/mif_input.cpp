@@ -1,6 +1,6 @@
 #include "tools/kvrmem/memory/mif_input.h"
 
-#include "kvr/memory/mif_reader.h"
+#include "kvr/memory/mif/mif_reader.h"
 #include "kvr/numeric/digit_value.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/file_format.h"

@@ -1,8 +1,8 @@
 #include "tools/kvrmem/memory/mif_output.h"
 
-#include "kvr/memory/mif_line_rows.h"
-#include "kvr/memory/mif_reader.h"
-#include "kvr/memory/mif_writer.h"
+#include "kvr/memory/mif/fast_mif_rows.h"
+#include "kvr/memory/mif/mif_reader.h"
+#include "kvr/memory/mif/mif_writer.h"
 #include "kvr/numeric/digit_value.h"
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/memory/word_runs.h"
@@ -110,7 +110,7 @@ void require_writable_mif(const memory_image& image, const output_layout& layout
 void write_mif(const memory_image& image, const output_layout& layout, kvr::output_file& output) {
     write_mif_header(image, layout, output);
     const std::size_t address_width = kvr::address_length(image.depth - 1, layout.address_radix);
-    kvr::mif_line_rows rows(layout.address_radix, address_width,
+    kvr::fast_mif_rows rows(layout.address_radix, address_width,
                             layout.with_runs ? kvr::equal_words::share_a_line
                                              : kvr::equal_words::have_lines_of_their_own);
     const auto write_row = [&](const kvr::word_row& row, std::uint32_t address) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/mif_content.h"
+#include "kvr/memory/mif/mif_content.h"
 
 #include <cstddef>
 #include <optional>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvr/memory/memory_types.h"
-#include "kvr/memory/mif_content.h"
+#include "kvr/memory/mif/mif_content.h"
 
 #include <cstddef>
 #include <string_view>

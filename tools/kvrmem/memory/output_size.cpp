@@ -1,6 +1,6 @@
 #include "tools/kvrmem/memory/output_size.h"
 
-#include "kvr/memory/mif_writer.h"
+#include "kvr/memory/mif/mif_writer.h"
 #include "tools/kvrmem/memory/hex_words.h"
 #include "tools/kvrmem/memory/word_runs.h"
 #include "tools/kvrmem/memory/word_text.h"

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/memory/rif_input.h"
 
-#include "kvr/memory/rif_reader.h"
+#include "kvr/memory/rif/rif_reader.h"
 #include "kvr/numeric/scanned_number.h"
 #include "tools/kvrmem/memory/fault_text.h"
 #include "tools/kvrmem/memory/line_text.h"

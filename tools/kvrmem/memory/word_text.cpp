@@ -1,6 +1,6 @@
 #include "tools/kvrmem/memory/word_text.h"
 
-#include "kvr/memory/hex_digit_block.h"
+#include "kvr/memory/io/hex_digit_block.h"
 #include "kvr/numeric/digit_value.h"
 #include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/numbers/decimal_fraction.h"

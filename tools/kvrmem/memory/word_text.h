@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvr/memory/memory_types.h"
-#include "kvr/memory/word_row.h"
+#include "kvr/memory/store/word_row.h"
 #include "kvr/numeric/exact_value.h"
 
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/output_file.h"
+#include "kvr/memory/io/output_file.h"
 
 #include <string>
 #include <sys/stat.h>

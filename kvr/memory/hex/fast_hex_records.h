@@ -1,0 +1,51 @@
+#pragma once
+
+#include "kvr/memory/hex/fast_hex_record.h"
+#include "kvr/memory/hex/hex_word_storer.h"
+#include "kvr/memory/io/predicted_address.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+
+namespace kvr {
+
+/// The fast path of the hex_reader: reads data records of one word that follow each other, each like the
+/// record before it, with the next address. The header of such a record is compared with the expected one,
+/// and only data and checksum are parsed.
+class fast_hex_records {
+public:
+    /// @param early_words takes the words and is kept alive by the caller.
+    fast_hex_records(fast_hex_words& early_words, std::uint32_t word_size) noexcept
+        : early(early_words),
+          word_digits(word_size % 8 == 0 ? word_size / 4 : 0) {}
+
+    /// Records that were read: all of them of `line_size` characters, the first at the address `first`.
+    struct run {
+        std::uint32_t first;
+        std::uint32_t count;
+        std::size_t line_size;
+    };
+
+    /// Reads records at the front of @p lines, whole lines, whose addresses are relative to @p
+    /// address_offset. None when the first one is no plain record that is like the one before.
+    [[nodiscard]] run read(std::string_view lines, std::uint32_t address_offset);
+
+    /// Tells of a plain data record that read() has not read, with @p line, the line with its line end.
+    void learn(const hex_record& record, std::string_view line) noexcept {
+        if (record.data_bytes * std::size_t{2} == word_digits && word_digits <= longest_word) {
+            line_size = line.size();
+            predicted.learn(line.substr(0, 9), record.address(), 16, record.word_address, 1);
+        }
+    }
+
+private:
+    static constexpr std::size_t longest_word = 64; ///< in digits
+
+    fast_hex_words& early;
+    std::size_t word_digits; ///< 0 when the words are not whole bytes
+    std::size_t line_size = 0;
+    predicted_address predicted; ///< what stands before the data
+};
+
+} // namespace kvr

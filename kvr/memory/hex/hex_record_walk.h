@@ -1,0 +1,130 @@
+#pragma once
+
+#include "kvr/memory/hex/fast_hex_record.h"
+#include "kvr/memory/hex/hex_record.h"
+#include "kvr/memory/io/line_source.h"
+#include "kvr/memory/read_fault.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kvr {
+
+/// Walks over the records of an Intel HEX file, in the order of the file, up to its end record. Lines
+/// that do not begin with a colon are passed over, blanks are left out, and what is wrong is handed out
+/// as a value: whoever walks decides whether to go on.
+///
+/// @code
+/// kvr::line_source source = kvr::line_source::open(path, kvr::hex_record_walk::longest_line);
+/// kvr::hex_record_walk walk(source);
+/// for (auto step = walk.next(); step != kvr::hex_record_walk::step::end; step = walk.next()) { … }
+/// @endcode
+class hex_record_walk {
+public:
+    /// The limit of the lines of the source, without the LF. A record in a longer line is a fault; a
+    /// longer line of text is passed over.
+    static constexpr std::size_t longest_line = 599;
+
+    enum class step : std::uint8_t {
+        record, ///< record() is the next one; the end record is handed out too
+        fault,  ///< fault() tells what is wrong; next() goes on behind it
+        end,    ///< behind the end record, or at the end of the file
+    };
+    enum class checksums : std::uint8_t { tested, untested };
+
+    /// @param source         stands at the first line; must live as long as this object.
+    /// @param address_offset word address to which records are relative before the first extended address
+    ///                       record.
+    explicit hex_record_walk(line_source& source, std::uint32_t address_offset = 0,
+                             checksums test = checksums::tested);
+
+    /// Goes on to the next record or fault. A file that ends without an end record is the last fault. A
+    /// file that could not be read to its end just ends: see line_source::failed().
+    step next();
+
+    /// Goes over the data records that come next as long as they are plain ones, which is what next() does
+    /// one by one. @p read_run is called with the whole lines to come and answers with the records that it
+    /// has read itself (fast_hex_records::run), if any; otherwise @p visit is called with the next record
+    /// and with its line.
+    template <class ReadRun, class Visit>
+    void each_plain_data_record(ReadRun read_run, Visit visit);
+
+    /// The record of the last step; its views are valid until the next one.
+    [[nodiscard]] const hex_record& record() const noexcept { return current; }
+    /// The fault of the last step.
+    [[nodiscard]] const read_fault& fault() const noexcept { return current_fault; }
+    /// A fault of @p code whose place is the whole record of the last step, for a reader that does not
+    /// accept that record.
+    [[nodiscard]] read_fault fault_of_record(fault_code code) const noexcept;
+
+    /// The line of the last step without blanks (the first 599 characters of a longer one); at the end of
+    /// the file the last line. Valid until the next step.
+    [[nodiscard]] std::string_view text() const noexcept { return line_text; }
+    /// Number of lines read, which is the number of the line of the last step, from 1.
+    [[nodiscard]] std::uint64_t line() const noexcept { return line_number; }
+    /// The word address to which the address of the record is relative. Each extended address record
+    /// replaces what the one before it has set, also one of the other type: the value times 16 (segment)
+    /// or times 65536 (linear), modulo 2^32.
+    [[nodiscard]] std::uint32_t address_offset() const noexcept { return offset; }
+
+private:
+    bool take_plain_line();
+    void take_line();
+    step take_record_in_line();
+    step accept();
+    step refuse(const hex_record_fault& fault);
+    step finish();
+    [[nodiscard]] std::size_t column(std::size_t index) const noexcept;
+    [[nodiscard]] read_fault place(const hex_record_fault& fault) const noexcept;
+
+    line_source& source;
+    std::uint32_t offset;
+    checksums test;
+    bool finished = false;
+    std::uint64_t line_number = 0;
+    std::string_view line_in_file; ///< with its blanks
+    std::string_view line_text;
+    std::string buffer; ///< holds line_text where the line has blanks
+    hex_record current;
+    read_fault current_fault{};
+};
+
+template <class ReadRun, class Visit>
+void hex_record_walk::each_plain_data_record(ReadRun read_run, Visit visit) {
+    if (finished) {
+        return;
+    }
+    const std::string_view lines = source.whole_lines();
+    std::size_t done = 0;
+    std::size_t last_size = 0;
+    std::uint32_t expected_bytes = 0;
+    while (true) {
+        const std::string_view rest = lines.substr(done);
+        if (const auto run = read_run(rest); run.count != 0) {
+            done += run.count * run.line_size;
+            last_size = run.line_size;
+            line_number += run.count;
+            continue;
+        }
+        // A record of its own each time stays in registers.
+        hex_record record;
+        const std::size_t size = take_fast_hex_record(rest, record, expected_bytes);
+        if (size == 0 || record.kind != hex_record_type::data) {
+            break;
+        }
+        visit(record, rest.substr(0, size));
+        expected_bytes = record.data_bytes;
+        done += size;
+        last_size = size;
+        ++line_number;
+    }
+    if (done != 0) {
+        static_cast<void>(take_fast_hex_record(lines.substr(done - last_size), current));
+        line_in_file = line_text = lines.substr(done - last_size, 1 + current.text.size());
+        source.skip(done);
+    }
+}
+
+} // namespace kvr

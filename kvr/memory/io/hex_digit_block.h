@@ -1,0 +1,27 @@
+#pragma once
+
+#include "kvr/memory/io/copy_padded.h"
+
+#include <array>
+#include <cstddef>
+#include <string_view>
+
+namespace kvr {
+
+enum class letter_case { lower, upper };
+
+/// Room for some thousand digits, with what copy_padded() may read behind them.
+struct hex_digit_block {
+    static constexpr std::size_t capacity = 2048;
+    std::array<char, capacity + copy_padding> digits;
+};
+
+/// Copies @p text, of at most hex_digit_block::capacity characters, to @p block with its letters in
+/// @p letters. True when it is hexadecimal digits all through; what is copied has no meaning otherwise.
+[[nodiscard]] bool copy_hex_digits(std::string_view text, letter_case letters,
+                                   hex_digit_block& block) noexcept;
+
+/// True when @p text is nothing but "0" to "9" and "A" to "F".
+[[nodiscard]] bool are_upper_hex_digits(std::string_view text) noexcept;
+
+} // namespace kvr

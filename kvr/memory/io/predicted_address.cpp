@@ -1,0 +1,73 @@
+#include "kvr/memory/io/predicted_address.h"
+
+#include "kvr/numeric/digit_value.h"
+
+#include <cassert>
+
+namespace kvr {
+
+namespace {
+
+bool is_lower(char character) noexcept {
+    return character >= 'a'; // and 'f' at most, being a digit
+}
+
+bool is_upper(char character) noexcept {
+    return character >= 'A';
+}
+
+} // namespace
+
+void predicted_address::learn(std::string_view before, std::string_view digits, unsigned number_base,
+                              std::uint64_t address, std::uint64_t count) noexcept {
+    assert(!digits.empty());
+    const bool goes_on = address == next;
+    next = address + count;
+    length = 0;
+    if (!goes_on || before.size() > readable) {
+        return; // addresses that jump are not worth predicting
+    }
+    length = before.size();
+    first_digit = static_cast<std::size_t>(digits.data() - before.data());
+    last_digit = first_digit + digits.size() - 1;
+    base = number_base;
+    if (std::any_of(digits.begin(), digits.end(), is_lower)) {
+        lower_case = true;
+    } else if (std::any_of(digits.begin(), digits.end(), is_upper)) {
+        lower_case = false;
+    }
+    std::copy(before.begin(), before.end(), text.begin());
+    for (std::size_t i = 0; i < masks.size(); ++i) {
+        const std::size_t compared = std::clamp<std::size_t>(length, 8 * i, 8 * i + 8) - 8 * i;
+        masks[i] = compared == 8 ? ~std::uint64_t{0} : (std::uint64_t{1} << (8 * compared)) - 1;
+    }
+    add_to_digits(count);
+}
+
+/// Adds @p count to the digits in the text; predicts nothing when that takes more digits.
+void predicted_address::add_to_digits(std::uint64_t count) noexcept {
+    std::uint64_t carry = count;
+    for (std::size_t at = last_digit + 1; carry != 0 && at-- > first_digit;) {
+        std::uint64_t value = digit_value(text[at]) + carry;
+        carry = 0;
+        if (value >= 2 * std::uint64_t{base}) {
+            carry = value / base;
+            value %= base;
+        } else if (value >= base) {
+            carry = 1;
+            value -= base;
+        }
+        const char digit = upper_case_digits[value];
+        text[at] = lower_case && is_upper(digit) ? static_cast<char>(digit - 'A' + 'a') : digit;
+    }
+    if (carry != 0) {
+        length = 0;
+    }
+    const std::uint64_t last_value = digit_value(text[last_digit]);
+    steps = steps_left = (last_value < 10 ? std::min(base, 10U) : base) - 1 - last_value;
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        words[i] = load_eight(text.data() + 8 * i);
+    }
+}
+
+} // namespace kvr

@@ -1,0 +1,64 @@
+#pragma once
+
+#include "kvr/memory/io/predicted_address.h"
+#include "kvr/memory/mif/mif_memory.h"
+#include "kvr/memory/store/word_batch.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kvr {
+
+/// The fast path of the mif_reader: reads regular content lines straight from the buffer. A regular line has
+/// one address, ":", values, ";", and then at most blanks and a comment that begins with "--". It is read
+/// exactly as the mif_reader reads it, which knows every rule and every fault, and gets all other lines.
+class fast_mif_lines {
+public:
+    /// @param longest_line longest line in characters, its line end not counted.
+    fast_mif_lines(mif_memory& target, std::size_t longest_line) noexcept
+        : memory(target),
+          words(target.data_words),
+          line_limit(longest_line) {}
+
+    struct amount {
+        std::size_t bytes;
+        std::uint64_t lines;
+    };
+
+    /// Reads @p lines, whole lines, up to the first that is not regular.
+    /// @param with_comments whether a line with a comment is regular.
+    amount read(std::string_view lines, bool with_comments);
+
+private:
+    std::uint64_t read_equal_lines(const char*& line, const char* end);
+    const char* read_line(const char* begin);
+    const char* read_line_as_predicted(const char* begin);
+    const char* read_values_as_predicted(const char* begin);
+    const char* read_values(const char* at);
+    const char* find_next_line(const char* begin, const char* at);
+    bool can_be_stored(std::uint64_t address);
+    void set_digits(std::uint32_t address, std::string_view value, bool has_lower_case);
+    std::string_view in_upper_case(std::string_view value);
+    void keep_comment();
+
+    mif_memory& memory;
+    word_batch words;
+    std::size_t line_limit;
+    bool takes_comments = false;
+    unsigned address_base = 16;
+    const char* lines_end = nullptr;
+    predicted_address predicted;
+    std::size_t expected_length = 0; ///< of the value of a line with a single one; 0 when there is none
+    std::uint32_t lines_apart = 0;   ///< so many lines to come are read one by one
+
+    // The line at hand.
+    std::array<std::string_view, 256> values; ///< more than a line has room for
+    std::size_t value_count = 0;
+    std::string_view comment; ///< from its "--" on
+    std::string upper_cased;
+};
+
+} // namespace kvr

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "kvr/memory/mif/mif_header.h"
+#include "kvr/memory/mif/mif_line.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace kvr {
+
+/// A physical line in the text of a content line.
+struct line_piece {
+    std::size_t offset; ///< where it starts in the text
+    std::uint64_t line; ///< its number, from 1
+};
+
+/// A byte of a file: both count from 1.
+struct line_place {
+    std::uint64_t line;
+    std::uint32_t column;
+};
+
+/// A content line taken apart. The text is without comments and upper-cased, and holds every line up to
+/// the first ";".
+struct mif_content {
+    std::string_view text;
+    std::vector<line_piece> pieces; ///< the lines that the text was joined of
+    text_span first_address;
+    text_span last_address; ///< of a range; not found on a single-address line
+    std::size_t data = 0;   ///< where the values start
+    std::vector<std::string_view> values;
+    std::uint32_t first = 0;
+    std::uint32_t last = 0; ///< inclusive
+
+    /// Where the character at @p offset of the text stands in the file.
+    [[nodiscard]] line_place place(std::size_t offset) const;
+};
+
+/// Takes the content line `content.text` apart and stores its words: a range when it contains "[", else
+/// words from a single address on. On a fault nothing is stored.
+std::optional<text_fault> take_content_line(mif_memory& memory, mif_content& content);
+
+/// "<address> : <value> <value> …": the values go to consecutive addresses.
+std::optional<text_fault> take_single_address(mif_memory& memory, mif_content& content);
+
+/// "[<first>..<last>] : <value> <value> …": the values are repeated in order over the range; values beyond
+/// its end are ignored.
+std::optional<text_fault> take_range(mif_memory& memory, mif_content& content);
+
+/// Stores the values of `content.text` from `content.data` on at the addresses from `first` to `last`.
+/// When these are equal, further values go on behind them, and a single value marks its address, which
+/// must not be marked yet.
+std::optional<text_fault> fill_addresses(mif_memory& memory, mif_content& content);
+
+} // namespace kvr

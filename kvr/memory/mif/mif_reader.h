@@ -1,0 +1,121 @@
+#pragma once
+
+#include "kvr/memory/io/line_source.h"
+#include "kvr/memory/mif/fast_mif_lines.h"
+#include "kvr/memory/mif/mif_content.h"
+#include "kvr/memory/mif/mif_memory.h"
+#include "kvr/memory/read_fault.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvr {
+
+/// Looks on while a MIF file is read.
+class mif_observer : public read_observer {
+public:
+    /// True makes the reader tell about every content line. Otherwise it does not report those of the fast
+    /// path: one address, ":", values, ";", with nothing behind it and every address digit one of its radix.
+    [[nodiscard]] virtual bool wants_every_line() const = 0;
+
+    /// Called after the content line @p content was stored.
+    virtual void content_line(const mif_content& content) = 0;
+
+    /// Called when the physical line numbered @p line was cut at a "%". @p rest is what was cut off,
+    /// without the "%".
+    virtual void cut_at_percent(std::string_view rest, std::uint64_t line) = 0;
+
+    /// Called with what stands behind "BEGIN", comments removed, in the line numbered @p line. The reader
+    /// passes over it.
+    virtual void behind_begin([[maybe_unused]] std::string_view rest, [[maybe_unused]] std::uint64_t line) {}
+
+    /// Called with the statement that holds "END": only its text and its pieces are set. The reader passes
+    /// over what else stands in it.
+    virtual void end_statement([[maybe_unused]] const mif_content& statement) {}
+
+    /// Called with each line behind that statement that holds more than comments, which are removed. Nothing
+    /// is read of it but a header keyword that was not seen yet.
+    virtual void behind_end([[maybe_unused]] std::string_view rest, [[maybe_unused]] std::uint64_t line) {}
+};
+
+/// Reads a MIF file into a mif_memory, which keeps what it holds already: comments are added to, words are
+/// resized and overwritten. It stops at the first fault, unless an observer makes it go on.
+class mif_reader {
+public:
+    /// Longest line in characters, its line end not counted.
+    static constexpr std::size_t line_limit = 511;
+    /// The limit for a line_source: the CR that may stand before the LF has room.
+    static constexpr std::size_t source_limit = line_limit + 1;
+
+    /// Both are kept alive by the caller.
+    explicit mif_reader(mif_memory& target, mif_observer* onlooker = nullptr)
+        : memory(target),
+          observer(onlooker),
+          fast_lines(target, line_limit) {}
+
+    /// Reads the file named by the memory. True when it was read up to and beyond its END line.
+    bool read();
+    /// The same from @p lines, a source with `source_limit`.
+    bool read(line_source& lines);
+
+private:
+    bool report_not_opened();
+    bool finish();
+    bool stop_with_error();
+    [[nodiscard]] bool find_begin();
+    std::string_view next_physical_line();
+
+    // The header: every line before the content section, and every line behind it.
+    bool read_header_line();
+    bool try_keywords(std::string_view raw);
+    void take_keyword(std::size_t index, std::string_view raw);
+    void default_radixes();
+    void keep_as_comment(std::string_view raw);
+
+    // The content section. A statement is what ends with ";", on one line or on several.
+    bool read_content();
+    bool read_statement();
+    void join_continuation_lines();
+    void append_line(std::string_view raw);
+    void remove_comments(std::string_view raw, std::size_t from);
+    bool take_statement();
+
+    // Lines on the fast path.
+    void read_fast_lines();
+
+    bool invalid_line(const text_fault& fault);
+    bool line_too_long();
+    bool report_invalid_line(const read_fault& fault);
+    bool go_on_after(const read_fault& fault);
+    [[nodiscard]] read_fault place_in_statement(const text_fault& fault) const;
+    [[nodiscard]] read_fault place_in_header(const text_fault& fault, std::string_view raw) const;
+
+    mif_memory& memory;
+    mif_observer* observer;
+    line_source* source = nullptr;
+
+    std::int64_t line_counter = 0;   ///< as reported: continuation lines are not counted
+    std::uint64_t physical_line = 0; ///< every line counts
+    std::array<bool, 4> keyword_seen{};
+    bool content_read = false;
+    bool end_seen = false;
+    bool begin_seen = false;
+    bool line_failed = false; ///< result of the last header keyword that was parsed
+    bool too_long = false;    ///< the physical line at hand is beyond the limit
+    bool went_on = false;     ///< an observer made the reader go on after a fault
+    std::size_t comment_slot = 0;
+
+    std::string text; ///< the line at hand: comments removed, upper-cased
+    mif_content content;
+    fast_mif_lines fast_lines;
+};
+
+/// Moves the comment of @p line that starts with "--", if there is one, to the front of @p comments, and
+/// cuts the line there and at its first "%".
+void move_comment(std::string& line, std::size_t from, comment_store& comments);
+
+} // namespace kvr

@@ -1,0 +1,66 @@
+#pragma once
+
+#include "kvr/memory/store/word_page_size.h"
+#include "kvr/memory/store/word_pattern.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace kvr {
+
+/// The words of a page whose texts have all kinds of lengths: a list of texts, and for each word its
+/// place in the list. Words that one range line set share their texts.
+class varied_words {
+public:
+    varied_words() noexcept { chosen.fill(absent); }
+
+    [[nodiscard]] bool has(std::uint32_t index) const noexcept { return chosen[index] != absent; }
+
+    /// The text at @p index, which must be set.
+    [[nodiscard]] std::string_view operator[](std::uint32_t index) const noexcept {
+        return text_of(entries[chosen[index]]);
+    }
+
+    /// Sets the word at @p index. Nothing has changed when it throws.
+    /// @throws std::length_error when the texts of the page would have more than 2^32 - 1 characters.
+    void set(std::uint32_t index, std::string_view text);
+
+    /// Sets the words from @p first to @p last to what @p texts says for the address @p address of the
+    /// first one and those behind it. Throws like set().
+    void assign(std::uint32_t first, std::uint32_t last, const word_pattern& texts, std::uint32_t address);
+
+    /// The number of texts in the list; those that no word has any more may be among them.
+    [[nodiscard]] std::size_t texts() const noexcept { return entries.size(); }
+
+    /// The lengths of the shortest and the longest text in the list, which must not be empty.
+    [[nodiscard]] std::size_t shortest() const noexcept;
+    [[nodiscard]] std::size_t longest() const noexcept;
+
+private:
+    static constexpr std::uint16_t absent = 0xFFFF;
+
+    struct entry {
+        std::uint32_t offset; ///< in `chars`
+        std::uint32_t length;
+    };
+
+    [[nodiscard]] std::string_view text_of(const entry& each) const noexcept {
+        return {chars.data() + each.offset, each.length};
+    }
+
+    void make_room(std::size_t count, std::size_t length);
+    [[nodiscard]] bool is_worth_tidying(std::size_t count, std::size_t length) const noexcept;
+    [[nodiscard]] varied_words tidied() const;
+    void reserve(std::size_t count, std::size_t length);
+    std::uint16_t add(std::string_view text) noexcept;
+
+    std::array<std::uint16_t, page_words> chosen{}; ///< index into `entries`, or `absent`
+    std::vector<entry> entries;
+    std::vector<char> chars;   ///< a string would double when it is to grow a little
+    std::size_t tidy_size = 0; ///< of `chars` when texts that no word had any more were last dropped
+};
+
+} // namespace kvr

@@ -1,0 +1,82 @@
+#include "kvr/memory/store/word_batch.h"
+
+#include <algorithm>
+#include <cstring>
+
+namespace kvr {
+
+namespace {
+
+/// Longer words are not packed.
+constexpr std::size_t longest_gathered = 256;
+
+// To gather is more work than it saves where the lengths differ or the addresses jump.
+constexpr std::size_t least_words_worth_gathering = 8;
+constexpr std::uint32_t words_set_apart = 32;
+
+} // namespace
+
+word_batch::~word_batch() {
+    try {
+        flush();
+    } catch (...) {
+        // The exception that ends the batch tells the caller.
+    }
+}
+
+void word_batch::set_side_by_side(std::uint32_t first, std::string_view all, std::size_t length) {
+    while (!all.empty()) {
+        char* place = room_for(first, length);
+        if (place == nullptr) {
+            words->set(first, all.substr(0, length));
+            all.remove_prefix(length);
+            ++first;
+            continue;
+        }
+        // Room for the first of them, and for as many more as go into the same page.
+        const std::size_t size = std::min(all.size(), limit - used + length);
+        std::memcpy(place, all.data(), size);
+        used += size - length;
+        next += size / length - 1;
+        first += static_cast<std::uint32_t>(size / length);
+        all.remove_prefix(size);
+    }
+}
+
+void word_batch::flush() {
+    const std::size_t count = used != 0 ? used / word_length : 0;
+    const auto first = static_cast<std::uint32_t>(next - count);
+    if (count == page_words) {
+        words->set_page(first, texts, word_length);
+    } else if (count != 0) {
+        words->set_side_by_side(first, {texts.get(), used}, word_length);
+    }
+    drop();
+}
+
+/// Makes room for words of @p length from @p address on; false when such words are not gathered.
+bool word_batch::begin(std::uint32_t address, std::size_t length) {
+    if (used != 0) {
+        apart = used < least_words_worth_gathering * word_length ? words_set_apart : 0;
+        flush();
+    }
+    if (apart != 0) {
+        --apart;
+        return false;
+    }
+    if (length == 0 || length > longest_gathered) {
+        return false;
+    }
+    // A page is given to the store as it is, so there must be no more room than it takes.
+    const bool may_become_page = address % page_words == 0;
+    if (texts == nullptr || length > length_in_texts || (may_become_page && length != length_in_texts)) {
+        texts = std::make_unique_for_overwrite<char[]>(length * page_words + slack);
+        length_in_texts = length;
+    }
+    next = address;
+    word_length = length;
+    limit = (page_words - address % page_words) * length;
+    return true;
+}
+
+} // namespace kvr

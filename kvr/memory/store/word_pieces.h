@@ -1,0 +1,56 @@
+#pragma once
+
+#include "kvr/memory/store/word_pattern.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace kvr {
+
+/// The words of a page of which little is set: stretches of words, each with its pattern. A single word
+/// is a stretch of one, and neighbouring stretches of the same texts are one, so that a word here and
+/// there, a part of a range line and words that are all alike cost next to nothing.
+class word_pieces {
+public:
+    /// Neighbouring indexes, from `first` to `last` (inclusive), whose words follow `texts`.
+    struct piece {
+        std::uint16_t first;
+        std::uint16_t last;
+        pattern_ref texts;
+    };
+
+    /// What holds for the indexes from the one asked for to `last`.
+    struct stretch {
+        const word_pattern* texts; ///< none where no piece lies
+        std::uint32_t last;
+    };
+
+    /// In ascending order; none overlap.
+    [[nodiscard]] const std::vector<piece>& all() const noexcept { return pieces; }
+
+    [[nodiscard]] stretch stretch_at(std::uint32_t index) const noexcept;
+
+    /// Lets the piece that ends right before @p index, if all its words are @p text, reach one word further
+    /// into what no piece holds; false, and nothing done, when that is not how things are.
+    bool extend(std::uint32_t index, std::string_view text) noexcept;
+
+    /// Gives the indexes from @p first to @p last to @p texts, or to no piece when there are none. Takes
+    /// two pieces more at most. Nothing has changed when it throws.
+    void assign(std::uint32_t first, std::uint32_t last, pattern_ref texts);
+
+    /// The pattern of a piece that touches @p index and has @p text in all its words; none when there is
+    /// no such piece.
+    [[nodiscard]] pattern_ref neighbour_with(std::uint32_t index, std::string_view text) const noexcept;
+
+private:
+    using iterator = std::vector<piece>::iterator;
+
+    iterator cut_out(std::uint32_t first, std::uint32_t last) noexcept;
+    void join_neighbours(iterator added) noexcept;
+
+    std::vector<piece> pieces;
+};
+
+} // namespace kvr

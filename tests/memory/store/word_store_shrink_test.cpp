@@ -1,0 +1,49 @@
+// A store that is made smaller gives back the memory of the words that it loses.
+
+#include "kvr/memory/store/word_store.h"
+#include "kvr/memory/store/word_tree.h"
+#include "tests/allocation.h"
+
+#include <gtest/gtest.h>
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+
+namespace {
+
+TEST(WordStoreShrink, GivesBackTheMemoryOfWordsThatAreLost) {
+    const allocation_meter meter;
+    const std::size_t before = allocation_meter::live();
+    kvr::word_store words;
+    words.resize(300000, "0");
+    for (std::uint32_t address = 0; address < 300000; ++address) {
+        words.set(address, std::to_string(100000 + address));
+    }
+    const std::size_t full = allocation_meter::live() - before;
+    words.resize(1000, "0");
+    EXPECT_LT((allocation_meter::live() - before) * 10, full);
+    EXPECT_EQ(words[999], "100999");
+    words.resize(300000, "1");
+    EXPECT_EQ(words[1000], "1");
+    EXPECT_EQ(words[299999], "1");
+}
+
+TEST(WordStoreShrink, GivesBackTheMemoryOfWordsFarBehindThoseThatStay) {
+    constexpr auto far = static_cast<std::uint32_t>(kvr::root_words);
+    const allocation_meter meter;
+    const std::size_t before = allocation_meter::live();
+    kvr::word_store words;
+    words.resize(4 * far, "0");
+    for (std::uint32_t address = 0; address < 100000; ++address) {
+        words.set(far + address, std::to_string(100000 + address));
+    }
+    const std::size_t full = allocation_meter::live() - before;
+    words.resize(1000, "0");
+    EXPECT_LT((allocation_meter::live() - before) * 10, full);
+    words.resize(far + 1, "1");
+    EXPECT_EQ(words[999], "0");
+    EXPECT_EQ(words[far], "1");
+}
+
+} // namespace
