@@ -69,7 +69,7 @@ complete -c kvrmem -f
 
 /// @p text as one word, whatever it holds.
 std::string fish_quoted(std::string_view text) {
-    return "'" + replaced(replaced(std::string(text), R"(\)", R"(\\)"), "'", R"(\')") + "'";
+    return '\'' + replaced(replaced(std::string(text), R"(\)", R"(\\)"), "'", R"(\')") + '\'';
 }
 
 /// What can stand for the value of @p entry; "" when it takes none.

@@ -51,7 +51,7 @@ fi
 
 /// @p text as one word, whatever it holds.
 std::string zsh_quoted(std::string_view text) {
-    return "'" + replaced(std::string(text), "'", R"('\'')") + "'";
+    return '\'' + replaced(std::string(text), "'", R"('\'')") + '\'';
 }
 
 /// @p text for a part of what _arguments takes.
@@ -110,7 +110,7 @@ std::string zsh_operands(const command& which) {
         text += fmt::format(" '{}:file:_files'", index);
     }
     if (!operands.others.empty()) { // with an action of a blank, no option would be offered beside them
-        text += " " + zsh_quoted(fmt::format("*:{}:()", zsh_escaped(operands.others)));
+        text += ' ' + zsh_quoted(fmt::format("*:{}:()", zsh_escaped(operands.others)));
     }
     return text;
 }
