@@ -19,7 +19,7 @@ constexpr std::uint32_t branch_words = 32 * kvr::page_words;
 constexpr std::uint32_t largest_store = std::numeric_limits<std::uint32_t>::max();
 
 /// Stores of up to so many words are compared as a whole after each change.
-constexpr std::size_t small = 64;
+constexpr std::size_t small = 16;
 constexpr std::uint64_t steps_between_comparisons = 16;
 
 // A change to a store of few words takes a hundredth of the time that a page full of words takes, which is
