@@ -1,4 +1,4 @@
-// Files in which words are set again and again: single words, lists and ranges of mixed lengths that overlap.
+// Files in which words are set several times: single words, lists and ranges of mixed lengths that overlap.
 // What is read must be what a plain list of texts would hold, through every page and form of the word store.
 
 #include "tests/memory/hex/hex_record_texts.h"
@@ -119,8 +119,8 @@ public:
 private:
     std::string single_lines(std::uint32_t most) {
         std::string lines;
-        const auto [first, behind] = all.stretch(most);
-        for (std::uint32_t address = first; address < behind; ++address) {
+        const auto [first, after] = all.stretch(most);
+        for (std::uint32_t address = first; address < after; ++address) {
             if (set_alone.insert(address).second) {
                 all.words[address] = all.text();
                 lines += hex_digits(address, 1) + " : " + all.words[address] + ";\n";
@@ -130,12 +130,12 @@ private:
     }
 
     std::string list() {
-        const auto [first, behind] = all.stretch(12);
-        if (behind - first < 2) {
+        const auto [first, after] = all.stretch(12);
+        if (after - first < 2) {
             return "";
         }
         std::string line = hex_digits(first, 1) + " :";
-        for (std::uint32_t address = first; address < behind; ++address) {
+        for (std::uint32_t address = first; address < after; ++address) {
             all.words[address] = all.text();
             line += " " + all.words[address];
         }
@@ -143,17 +143,17 @@ private:
     }
 
     std::string range() {
-        const auto [first, behind] = all.stretch(all.chosen.once_in(6) ? all.depth() : 60);
-        if (behind - first < 2) {
+        const auto [first, after] = all.stretch(all.chosen.once_in(6) ? all.depth() : 60);
+        if (after - first < 2) {
             return "";
         }
-        std::string line = "[" + hex_digits(first, 1) + ".." + hex_digits(behind - 1, 1) + "] :";
+        std::string line = "[" + hex_digits(first, 1) + ".." + hex_digits(after - 1, 1) + "] :";
         std::deque<std::string> values(all.chosen.between(1, 5));
         for (std::string& value : values) {
             value = all.text();
             line += " " + value;
         }
-        for (std::uint32_t address = first; address < behind; ++address) {
+        for (std::uint32_t address = first; address < after; ++address) {
             all.words[address] = values[(address - first) % values.size()];
         }
         return line + ";\n";
@@ -180,10 +180,10 @@ TEST_F(OverlappingWords, OfMifLeaveThoseThatWereSetLast) {
 
 /// Words from a new address on, some of them in a line.
 std::string rif_words(overlapping_words& all) {
-    const auto [first, behind] = all.stretch(all.chosen.once_in(4) ? all.depth() : 80);
+    const auto [first, after] = all.stretch(all.chosen.once_in(4) ? all.depth() : 80);
     const std::uint32_t words_a_line = all.chosen.between(1, 16);
     std::string text = "@" + hex_digits(first, 1) + "\n";
-    for (std::uint32_t address = first; address < behind; ++address) {
+    for (std::uint32_t address = first; address < after; ++address) {
         all.words[address] = all.text();
         text += all.words[address] + ((address - first) % words_a_line == words_a_line - 1 ? " \n" : " ");
     }
@@ -205,9 +205,9 @@ TEST_F(OverlappingWords, OfRifLeaveThoseThatWereSetLast) {
 
 /// A record of @p digits for each word.
 std::string hex_record(overlapping_words& all, std::uint32_t digits) {
-    const auto [first, behind] = all.stretch(64 / digits);
+    const auto [first, after] = all.stretch(64 / digits);
     std::string data;
-    for (std::uint32_t address = first; address < behind; ++address) {
+    for (std::uint32_t address = first; address < after; ++address) {
         all.words[address] = hex_digits(all.chosen.below(256), digits);
         data += all.words[address];
     }

@@ -146,9 +146,9 @@ word_store_operations::stretch word_store_operations::set_in_batch() {
 /// Puts words into @p batch, in one of its ways; @p changed then reaches over them.
 void word_store_operations::batch_some(kvr::word_batch& batch, stretch& changed) {
     const stretch part = any_stretch(chosen.once_in(6) ? 3000 : 40);
-    const std::uint32_t behind = std::max(changed.first + changed.count, part.first + part.count);
+    const std::uint32_t after = std::max(changed.first + changed.count, part.first + part.count);
     changed.first = std::min(changed.first, part.first);
-    changed.count = behind - changed.first;
+    changed.count = after - changed.first;
     if (chosen.once_in(2)) {
         for (std::uint32_t i = 0; i < part.count; ++i) {
             at(part.first + i) = texts();
@@ -297,9 +297,9 @@ word_store_operations::stretch word_store_operations::any_stretch(std::uint32_t 
 /// Compares the pages that @p changed touches, in one of the ways to read them.
 void word_store_operations::compare_around(stretch changed) {
     const std::uint32_t first = std::max(origin, changed.first / kvr::page_words * kvr::page_words);
-    const std::uint64_t behind = std::uint64_t{changed.first} + changed.count + kvr::page_words - 1;
+    const std::uint64_t after = std::uint64_t{changed.first} + changed.count + kvr::page_words - 1;
     const auto last = static_cast<std::uint32_t>(
-        std::min<std::uint64_t>(end(), behind / kvr::page_words * kvr::page_words) - 1);
+        std::min<std::uint64_t>(end(), after / kvr::page_words * kvr::page_words) - 1);
     const stretch part{first, last - first + 1};
     switch (steps % 3) {
     case 0:
@@ -344,9 +344,9 @@ void word_store_operations::compare_words(stretch part) const {
 }
 
 void word_store_operations::compare_runs(stretch part) const {
-    const std::uint32_t behind = part.first + part.count;
+    const std::uint32_t after = part.first + part.count;
     auto expected = from(part.first);
-    for (std::uint32_t address = part.first; address < behind;) {
+    for (std::uint32_t address = part.first; address < after;) {
         const kvr::word_run run = words.run_at(address);
         expect(run.first == address && run.last >= address && run.last < end(), "where a run begins or ends",
                address);
@@ -358,8 +358,8 @@ void word_store_operations::compare_runs(stretch part) const {
 }
 
 void word_store_operations::compare_rows(stretch part) {
-    const std::uint32_t behind = part.first + part.count;
-    for (std::uint32_t address = part.first; address < behind;) {
+    const std::uint32_t after = part.first + part.count;
+    for (std::uint32_t address = part.first; address < after;) {
         const kvr::word_row row = words.row_at(address);
         expect(row.count <= end() - address, "a row is too long", address);
         rows_seen += row.count > 1 ? 1 : 0;
