@@ -51,6 +51,13 @@ std::string mif(std::string_view header, const std::string& content) {
     return std::string(header) + content + "END;\n";
 }
 
+/// @p count words of a few digits and a million bits.
+std::string wide_words(unsigned count) {
+    return mif("WIDTH=1048576;\nDEPTH=900;\nCONTENT BEGIN\n", for_each_below(count, [](unsigned number) {
+                   return hexadecimal(number) + " : " + hexadecimal(number) + ";\n";
+               }));
+}
+
 /// The record of @p type with @p data, which are hexadecimal digits.
 std::string record(unsigned address, unsigned type, const std::string& data) {
     const std::string bytes =
@@ -89,6 +96,8 @@ constexpr hostile_file files[] = {
      [] { return mif("WIDTH=2147483647;\nDEPTH=2147483647;\nCONTENT BEGIN\n", "0 : 1;\n"); }},
     {"wide_words.mif",
      [] { return mif("WIDTH=1048576;\nDEPTH=100000;\nCONTENT BEGIN\n", "[0..99999] : 1 2 3;\n"); }},
+    {"many_short_wide_words.mif", [] { return wide_words(900); }},
+    {"some_short_wide_words.mif", [] { return wide_words(128); }},
     {"negative_sizes.mif", [] { return mif("WIDTH=-1;\nDEPTH=-2147483648;\nCONTENT BEGIN\n", "0 : 1;\n"); }},
     {"no_sizes.mif", [] { return mif("WIDTH=0;\nDEPTH=0;\nCONTENT BEGIN\n", "0 : 1;\n"); }},
     {"all_addresses.mif", [] { return mif(deepest, "[0..7FFFFFFE] : 5;\n"); }},

@@ -51,6 +51,14 @@ bool edits_in_place(const run_facts& run) {
     return !run.given.output;
 }
 
+bool names_its_input(const run_facts& run) {
+    return run.given.output == run.given.files[0] && run.given.output != "-";
+}
+
+bool outputs_to_standard_output(const run_facts& run) {
+    return run.given.output == "-";
+}
+
 bool draws_svg(const run_facts& run) {
     return run.given.output.has_value();
 }
@@ -81,12 +89,6 @@ bool library_takes_fixed_point(const run_facts& run) {
     return run.given.library && (is_fixed_point(run.given.from_radix) || is_fixed_point(run.given.to_radix));
 }
 
-bool library_takes_other_fixed_point(const run_facts& run) {
-    return run.given.library && is_fixed_point(run.given.from_radix) && is_fixed_point(run.given.to_radix) &&
-           (run.given.from_radix->integer_bits != run.given.to_radix->integer_bits ||
-            run.given.from_radix->fraction_bits != run.given.to_radix->fraction_bits);
-}
-
 /// An option that changes nothing in some runs of a command.
 struct idle_option {
     std::string_view command;
@@ -100,8 +102,10 @@ constexpr const char* mif_has_runs = "on Intel HEX and RIF, which have no ranges
 constexpr const char* mif_says_sizes = "on a MIF, which says its width and depth itself";
 
 constexpr const char* comments_stay = "without --output: FILE keeps its comments";
+constexpr const char* comments_of_input_stay = "when --output names FILE, which keeps its comments";
+constexpr const char* no_file_is_replaced = "on standard output, which replaces no file";
 
-constexpr std::array<idle_option, 24> rules = {{
+constexpr std::array<idle_option, 28> rules = {{
     {"convert", option_id::data_radix, writes_no_mif, mif_has_radixes},
     {"convert", option_id::address_radix, writes_no_mif, mif_has_radixes},
     {"convert", option_id::no_runs, writes_no_mif, mif_has_runs},
@@ -114,6 +118,11 @@ constexpr std::array<idle_option, 24> rules = {{
     {"fill", option_id::depth, edits_a_mif, mif_says_sizes},
     {"set", option_id::force_overwrite, edits_in_place, comments_stay},
     {"fill", option_id::force_overwrite, edits_in_place, comments_stay},
+    {"set", option_id::force_overwrite, names_its_input, comments_of_input_stay},
+    {"fill", option_id::force_overwrite, names_its_input, comments_of_input_stay},
+    {"set", option_id::force_overwrite, outputs_to_standard_output, no_file_is_replaced},
+    {"fill", option_id::force_overwrite, outputs_to_standard_output, no_file_is_replaced},
+    {"check", option_id::force_overwrite, outputs_to_standard_output, no_file_is_replaced},
     {"diff", option_id::from, names_tell_formats, "when both names tell their format"},
     {"diff", option_id::radix, is_quiet, "with --quiet, which shows no words"},
     {"diff", option_id::json, is_quiet, "with --quiet, which shows nothing"},
@@ -124,11 +133,9 @@ constexpr std::array<idle_option, 24> rules = {{
     {"new", option_id::data_radix, writes_no_mif, mif_has_radixes},
     {"new", option_id::address_radix, writes_no_mif, mif_has_radixes},
     {"new", option_id::no_runs, writes_no_mif, mif_has_runs},
-    {"new", option_id::force, writes_standard_output, "on standard output, which replaces no file"},
+    {"new", option_id::force, writes_standard_output, no_file_is_replaced},
     {"radix", option_id::width, library_takes_fixed_point,
      "with --library on fixed point, which says its width"},
-    {"radix", option_id::from_radix, library_takes_other_fixed_point,
-     "of its own with --library, which knows one fixed-point format for both sides"},
 }};
 
 /// The format of the operand that @p which writes, when it has one.

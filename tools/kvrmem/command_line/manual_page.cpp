@@ -69,7 +69,7 @@ std::string man_program_word(const program_word& word) {
 
 constexpr std::string_view man_foot =
     ".SH EXIT STATUS\n"
-    ".TP\n.B 0\nfine\n"
+    ".TP\n.B 0\nsuccess\n"
     ".TP\n.B 1\nthe answer to the question asked is no\n"
     ".TP\n.B 2\nbad input: a file holds something wrong\n"
     ".TP\n.B 3\ninput or output failed\n"

@@ -27,6 +27,7 @@ struct check_totals {
     std::uint64_t warnings = 0;
     std::uint64_t files = 0;             ///< that could be checked
     std::uint64_t faulty = 0;            ///< of these, with errors or warnings
+    std::uint64_t refused = 0;           ///< that could not be checked
     exit_code refusal = exit_code::fine; ///< the worst reason why a file could not be checked
 
     void add(const fault_list& faults) {
@@ -36,7 +37,10 @@ struct check_totals {
         const bool is_faulty = faults.count(severity::error) + faults.count(severity::warning) != 0;
         faulty += static_cast<std::uint64_t>(is_faulty);
     }
-    void refuse(exit_code reason) { refusal = std::max(refusal, reason); }
+    void refuse(exit_code reason) {
+        ++refused;
+        refusal = std::max(refusal, reason);
+    }
     [[nodiscard]] exit_code verdict() const {
         return std::max(refusal, errors != 0 ? exit_code::negative : exit_code::fine);
     }
@@ -52,9 +56,10 @@ std::string summary(const check_totals& totals, const std::string& only) {
         return totals.faulty == 0 ? fmt::format("{}: no faults\n", only)
                                   : fmt::format("{} in {}\n", faults, only);
     }
-    const std::string files = counted(totals.files, "file");
-    return totals.faulty == 0 ? fmt::format("{}: no faults\n", files)
-                              : fmt::format("{} in {} of {}\n", faults, totals.faulty, files);
+    const std::string left_out = totals.refused == 0 ? "" : fmt::format(", {} not checked", totals.refused);
+    return totals.faulty == 0 ? fmt::format("{}: no faults{}\n", counted(totals.files, "file"), left_out)
+                              : fmt::format("{} in {} of {}{}\n", faults, totals.faulty,
+                                            counted(totals.files + totals.refused, "file"), left_out);
 }
 
 /// A file and what was found in it.

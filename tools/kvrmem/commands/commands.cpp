@@ -23,8 +23,8 @@ std::span<const command* const> all_commands() noexcept {
     return commands;
 }
 
-const command& find_command(std::string_view name) {
-    std::vector<std::string_view> names = {"--help", "--version"};
+const command& find_command(std::string_view name, std::span<const std::string_view> other_words) {
+    std::vector<std::string_view> names(other_words.begin(), other_words.end());
     for (const command* entry : commands) {
         if (name == entry->name) {
             return *entry;

@@ -22,7 +22,9 @@ extern const command set_command;
 /// In the order in which the help shows them.
 [[nodiscard]] std::span<const command* const> all_commands() noexcept;
 
+/// @param other_words what @p name can be beside a command, for the suggestion.
 /// @throws tool_error (wrong usage), with a suggestion, when there is no such command.
-[[nodiscard]] const command& find_command(std::string_view name);
+[[nodiscard]] const command& find_command(std::string_view name,
+                                          std::span<const std::string_view> other_words = {});
 
 } // namespace kvrmem

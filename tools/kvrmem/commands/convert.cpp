@@ -78,11 +78,10 @@ std::string written_words(const memory_image& image, KVR_FILE_TYPES format) {
     return fmt::format("{}{} of {}", part, counted(image.depth, "word"), counted(image.width, "bit"));
 }
 
-/// A few bytes can stand for billions of words, which somebody who mistyped a number does not want on the
-/// disk.
-/// @throws tool_error (wrong usage) when the output would be huge, and out of proportion to @p input.
-void require_modest_size(const input_file& input, const memory_image& image, const output_layout& layout,
-                         const std::string& target) {
+/// A few bytes can stand for billions of words, which a user who mistyped a number does not want on the disk.
+/// @return "28.0 GiB, from the 65 bytes of in.mif" when the output would be huge, and out of proportion to
+/// @p input; else "".
+std::string excessive_size(const input_file& input, const memory_image& image, const output_layout& layout) {
     constexpr std::uint64_t gibibyte = std::uint64_t{1} << 30U;
     constexpr std::uint64_t most_growth = 100;
     constexpr std::uint64_t longest_line_without_word = 96;
@@ -90,15 +89,28 @@ void require_modest_size(const input_file& input, const memory_image& image, con
     const std::uint64_t longest_line =
         longest_line_without_word + most_characters_of_word({radix}, image.width);
     if (count_set_words(image.words) <= gibibyte / longest_line) {
-        return;
+        return "";
     }
     const std::uint64_t size = estimated_output_size(image, layout);
-    if (size > gibibyte && size / most_growth > input.size()) {
-        usage_error(fmt::format("{}: would write {:.1f} GiB, from the {} of {}; --force writes it",
-                                title_of_output(target),
-                                static_cast<double>(size) / static_cast<double>(gibibyte),
-                                counted(input.size(), "byte"), input.name()));
+    if (size <= gibibyte || size / most_growth <= input.size()) {
+        return "";
     }
+    return fmt::format("{:.1f} GiB, from the {} of {}",
+                       static_cast<double>(size) / static_cast<double>(gibibyte),
+                       counted(input.size(), "byte"), input.name());
+}
+
+/// @throws tool_error (wrong usage) with all that --force gives up.
+void require_harmless(const input_file& input, const memory_image& image, const output_layout& layout,
+                      const std::string& target) {
+    const std::string size = excessive_size(input, image, layout);
+    if (size.empty()) {
+        require_no_lost_comments(target, "");
+        return;
+    }
+    const std::string lost = lost_comments(target, "");
+    usage_error(fmt::format("{}: would write {}{}; --force writes it", title_of_output(target), size,
+                            lost.empty() ? "" : fmt::format(", and lose {}", lost)));
 }
 
 exit_code convert(const arguments& given) {
@@ -112,8 +124,7 @@ exit_code convert(const arguments& given) {
     require_words(input, image);
     require_writable_words(input, from, image, layout);
     if (!given.force) {
-        require_modest_size(input, image, layout, given.files[1]);
-        require_no_lost_comments(given.files[1], "");
+        require_harmless(input, image, layout, given.files[1]);
     }
     replacement_file target(given.files[1]);
     write_memory(image, layout, target.output());
@@ -145,9 +156,10 @@ const command convert_command = {
     "The extensions .mif, .hex, .ihex and .rif tell the formats. A word that does\n"
     "not fit is refused, with its place in the file, and OUT stays as it was.\n"
     "Words that are never set stay out of OUT, unless --fill gives them a value.\n"
-    "Comments are not carried over. Where OUT is a file with comments, which would\n"
-    "be lost, or would have more than 1 GiB and more than 100 times the size of IN,\n"
-    "nothing is written without --force.\n",
+    "Comments are not carried over. Where OUT is a file with comments (after -- or %,\n"
+    "in Intel HEX lines that do not begin with ':'), which would be lost, or would\n"
+    "have more than 1 GiB and more than 100 times the size of IN, nothing is written\n"
+    "without --force.\n",
     2,
     2,
     convert_options,

@@ -12,6 +12,7 @@
 
 #include <fmt/format.h>
 
+#include <array>
 #include <cstdio>
 #include <exception>
 #include <new>
@@ -72,7 +73,8 @@ exit_code run(int count, char** words, kvrmem::color_choice& color) {
         kvrmem::print(kvrmem::generated_text(count > 2 ? words[2] : ""));
         return exit_code::fine;
     }
-    return run_command(kvrmem::find_command(first), count - 1, words + 1, color);
+    constexpr std::array<std::string_view, 2> other_first_words = {"--help", "--version"};
+    return run_command(kvrmem::find_command(first, other_first_words), count - 1, words + 1, color);
 }
 
 int report(exit_code code, std::string_view message, kvrmem::color_choice color) {

@@ -157,12 +157,23 @@ void require_library_format(const word_radix& fixed) {
     }
 }
 
+void require_one_fixed_point(const word_radix& from, const word_radix& to) {
+    if (from.radix == RADIX_FIXED_POINT && to.radix == RADIX_FIXED_POINT &&
+        (from.integer_bits != to.integer_bits || from.fraction_bits != to.fraction_bits)) {
+        refuse(
+            fmt::format("--from fixed:{}.{} and --to fixed:{}.{} differ, but --library converts within one "
+                        "fixed-point format",
+                        from.integer_bits, from.fraction_bits, to.integer_bits, to.fraction_bits));
+    }
+}
+
 /// What the library's conversion makes of the text, with the digit order and the cutting that it has.
 std::string by_the_library(const arguments& given, const given_number& number) {
     if (!given.to_radix) {
         refuse("--library needs --to RADIX");
     }
     const word_radix& to = *given.to_radix;
+    require_one_fixed_point(number.radix, to);
     const word_radix& fixed = to.radix == RADIX_FIXED_POINT ? to : number.radix;
     std::string result;
     bool converted = false;

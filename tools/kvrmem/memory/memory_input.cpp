@@ -85,7 +85,7 @@ memory_image read_memory(const input_file& file, const input_options& options) {
 
 void require_proportionate_words(const input_file& file, const kvr::word_store& texts, std::uint32_t width) {
     constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
-    constexpr std::uint64_t always_granted = std::uint64_t{256} << 20U;
+    constexpr std::uint64_t always_granted = std::uint64_t{32} << 20U;
     constexpr std::uint64_t most_growth = 4;
     if (width <= usual_width) {
         return;

@@ -7,6 +7,7 @@
 
 #include <fmt/format.h>
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -46,13 +47,16 @@ public:
 
     void take(std::uint32_t first, std::uint32_t last) {
         constexpr std::uint32_t words_per_line = 8;
-        const std::uint64_t lines = last / words_per_line - first / words_per_line + 1;
+        const bool goes_on = first == next && first % words_per_line != 0;
+        const std::uint64_t lines = last / words_per_line - first / words_per_line + (goes_on ? 0 : 1);
         size += (last - std::uint64_t{first} + 1) * word + lines * (fmt::formatted_size("@{:x}\n", last) + 1);
+        next = std::uint64_t{last} + 1;
     }
     [[nodiscard]] std::uint64_t result() const { return size; }
 
 private:
     std::uint64_t word;
+    std::uint64_t next = 0; ///< address after the last word
     std::uint64_t size = 0;
 };
 
@@ -83,17 +87,22 @@ public:
 
     [[nodiscard]] std::uint64_t result() {
         for_each_row_cycle_or_run(
-            image.words, [this](const kvr::word_row& row, std::uint32_t) { return take_row(row); },
+            image.words,
+            [this](const kvr::word_row& row, std::uint32_t first) { return take_row(row, first); },
             [this](const kvr::word_cycle& cycle) { return take_cycle(cycle); },
-            [this](const kvr::word_run& run) {
-                const bool is_one_line = layout.with_runs && run.first != run.last;
-                size += length_of_word(run.text) * (is_one_line ? 1 : length_of(run));
-                size += is_one_line ? length_of_line(run.first, run.last) : single_line * length_of(run);
-            });
+            [this](const kvr::word_run& run) { take_run(run.first, run.last, run.text); });
+        end_line();
         return size;
     }
 
 private:
+    /// Equal words that share a line.
+    struct open_line {
+        std::uint32_t first;
+        std::uint32_t last;
+        std::string word;
+    };
+
     /// Without a word.
     [[nodiscard]] std::uint64_t length_of_line(std::uint32_t first, std::uint32_t last) const {
         std::string line;
@@ -104,15 +113,32 @@ private:
         show_word(word, layout.data_radix, image.width, text);
         return text.size();
     }
-    std::uint32_t take_row(const kvr::word_row& row) {
+    void take_run(std::uint32_t first, std::uint32_t last, std::string_view word) {
+        if (!layout.with_runs) {
+            size += (single_line + length_of_word(word)) * (last - std::uint64_t{first} + 1);
+            return;
+        }
+        if (!pending || first != std::uint64_t{pending->last} + 1 || word != pending->word) {
+            end_line();
+            pending = open_line{first, last, std::string(word)};
+        }
+        pending->last = last;
+    }
+    /// Adds the line that following words can make longer no more.
+    void end_line() {
+        if (pending) {
+            size += length_of_line(pending->first, pending->last) + length_of_word(pending->word);
+            pending.reset();
+        }
+    }
+    std::uint32_t take_row(const kvr::word_row& row, std::uint32_t first) {
         for (std::uint32_t index = 0; index < row.count; ++index) {
-            if (!layout.with_runs || index == 0 || row[index] != row[index - 1]) {
-                size += single_line + length_of_word(row[index]);
-            }
+            take_run(first + index, first + index, row[index]);
         }
         return row.count;
     }
     std::uint64_t take_cycle(const kvr::word_cycle& cycle) {
+        end_line();
         std::uint64_t turn = 0;
         for (std::uint32_t index = 0; index < cycle.period; ++index) {
             turn += length_of_word(image.words[cycle.first + index]) + (layout.with_runs ? 1 : single_line);
@@ -126,6 +152,7 @@ private:
     const output_layout& layout;
     std::size_t address_width;
     std::uint64_t single_line;
+    std::optional<open_line> pending;
     std::uint64_t size = 0;
     std::string text;
 };
