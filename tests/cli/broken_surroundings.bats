@@ -205,9 +205,15 @@ END
     require_start_within 65536
     mkfifo ../pipe
     while read -r words; do
-        # A format takes much before it finds a fault, and each another text.
-        for source in "/dev/zero mif" "/dev/zero hex" "/dev/zero rif" "../pipe mif y" "../pipe hex y" "../pipe rif 01" \
-            "- mif y" "- rif 01"; do
+        # A format takes much before it finds a fault, and each another text. Two commands get every kind of input, the
+        # others, which open it in the same way, two kinds.
+        sources=("/dev/zero mif" "- rif 01")
+        case $words in
+        info* | "check INPUT")
+            sources+=("/dev/zero hex" "/dev/zero rif" "../pipe mif y" "../pipe hex y" "../pipe rif 01" "- mif y")
+            ;;
+        esac
+        for source in "${sources[@]}"; do
             read -r file format line <<<"$source"
             case $file in
             ../pipe) (yes "$line" >../pipe) 2>../yes & ;;

@@ -1,4 +1,4 @@
-#include "kvr/memory/output_file.h"
+#include "kvr/memory/io/output_file.h"
 #include "tools/kvrmem/memory/memory_output.h"
 #include "tools/kvrmem/memory/output_size.h"
 #include "tools/kvrmem/memory/word_text.h"
