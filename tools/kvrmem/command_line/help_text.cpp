@@ -30,7 +30,7 @@ std::string overview() {
     }
     return text + "\nkvrmem COMMAND --help tells more about a command, kvrmem --version the version.\n"
                   "kvrmem --generate man, bash, zsh or fish prints the manual page or a completion.\n"
-                  "Exit codes: 0 success, 1 negative answer, 2 bad input, 3 input/output failure, "
+                  "Exit codes: 0 success, 1 negative answer, 2 bad input, 3 input/output failure,\n"
                   "4 wrong usage, 5 internal or out of memory.\n";
 }
 
