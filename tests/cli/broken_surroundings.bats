@@ -246,6 +246,21 @@ END
     nothing_changed
 }
 
+@test "to look for comments in a large file takes no memory that follows its size" {
+    require_start_within 131072
+    {
+        printf 'WIDTH=8;\nDEPTH=2097152;\nCONTENT BEGIN\n'
+        seq 0 2097151 | sed 's/.*/\t& : 0123456789;/'
+        echo 'END;'
+    } >../old.mif
+    { cat ../old.mif && echo '-- the end'; } >../commented.mif
+    run -4 bash -c "ulimit -v 131072; '$KVRMEM' convert in.mif ../commented.mif"
+    [ "$output" = "kvrmem: ../commented.mif: is there already and would lose 1 comment, in line 2097157; --force replaces it" ]
+    run -0 bash -c "ulimit -v 131072; '$KVRMEM' convert in.mif ../old.mif"
+    run -0 "$KVRMEM" diff --quiet in.mif ../old.mif
+    nothing_changed
+}
+
 @test "too little memory is told" {
     require_start_within 200000
     head -c 300000000 /dev/zero | tr '\0' '\n' >../lines.mif
