@@ -45,7 +45,7 @@ std::vector<std::string_view> views_of(const std::vector<std::string>& values) {
 
 word_store_operations::word_store_operations(choices& source) : chosen(source), texts(source) {
     texts.new_style();
-    most_words = chosen.once_in(16) ? chosen.one_of(many_words) : chosen.one_of(few_words);
+    most_words = chosen.once_in(48) ? chosen.one_of(many_words) : chosen.one_of(few_words);
     if (chosen.once_in(3)) {
         origin = chosen.one_of(edges) - chosen.between(1, most_words);
     }
