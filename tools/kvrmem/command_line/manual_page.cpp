@@ -16,7 +16,7 @@ constexpr std::string_view no_request = R"(\&)";
 
 /// Text as it is to be printed: hyphens that can be copied, and no line that groff takes for a request.
 std::string for_man(std::string_view text) {
-    // Behind a line end of its own the first line is one like the others.
+    // After a line end of its own, the first line is like the others.
     std::string result = '\n' + replaced(replaced(std::string(text), R"(\)", R"(\e)"), "-", R"(\-)");
     for (const char* request : {".", "'"}) {
         result = replaced(result, fmt::format("\n{}", request), fmt::format("\n{}{}", no_request, request));

@@ -46,7 +46,7 @@ enum class option_id : std::uint8_t {
     help,
 };
 
-/// What a person may say behind a command, whichever command it is.
+/// What the user may write after a command, whichever command it is.
 struct arguments {
     std::vector<std::string> files; ///< and the other operands
     std::vector<option_id> options; ///< those that were given

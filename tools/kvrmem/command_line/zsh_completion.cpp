@@ -91,10 +91,10 @@ std::string zsh_option(const option_entry& entry) {
     const std::vector<std::string> spellings = spellings_of(entry);
     std::string lines;
     for (const std::string& spelling : spellings) {
-        const std::string specification =
+        const std::string argument =
             fmt::format("({}){}{}[{}]{}", fmt::join(spellings, " "), spelling,
                         zsh_value_place(spelling, entry), zsh_escaped(entry.help), zsh_value(entry));
-        lines += fmt::format("            {} \\\n", zsh_quoted(specification));
+        lines += fmt::format("            {} \\\n", zsh_quoted(argument));
     }
     return lines;
 }
