@@ -218,8 +218,8 @@ void write_rif_words(const rif_memory& memory, output_file& file) {
             continue;
         }
         const word_run run = memory.data_words.run_at(address);
-        begin_group_at(address,
-                       file); // before the conversion: a word that throws leaves its header in the file
+        // Before the conversion: a word that throws leaves its header in the file.
+        begin_group_at(address, file);
         const bool written = format_word(memory, run.text, text);
         text += ' ';
         for (;;) {

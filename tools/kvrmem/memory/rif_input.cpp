@@ -2,8 +2,8 @@
 
 #include "kvr/memory/rif/rif_reader.h"
 #include "kvr/numeric/scanned_number.h"
+#include "kvr/util/letter_case.h"
 #include "tools/kvrmem/memory/fault_text.h"
-#include "tools/kvrmem/memory/line_text.h"
 #include "tools/kvrmem/memory/rif_line.h"
 #include "tools/kvrmem/memory/rif_word_judge.h"
 #include "tools/kvrmem/memory/word_text.h"
@@ -117,7 +117,7 @@ memory_image read_rif(const input_file& file, const input_options& options) {
             fail_at(file, {place.line, place.column + fault->begin}, fault->message);
         }
         longest = std::max(longest, text.size());
-        image.words.set(static_cast<std::uint32_t>(address), upper_case(text));
+        image.words.set(static_cast<std::uint32_t>(address), kvr::to_upper_case(text));
     });
     require_some_width(file, longest);
     if (longest > widest_word / bits_per_hex_digit) {
