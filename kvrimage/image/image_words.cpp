@@ -1,0 +1,42 @@
+#include "kvrimage/image/image_words.h"
+
+namespace kvrimage {
+
+void image_words::resize(std::uint64_t depth) {
+    halves[0].resize(static_cast<std::uint32_t>(std::min(depth, half())), "");
+    halves[1].resize(static_cast<std::uint32_t>(depth - std::min(depth, half())), "");
+}
+
+void image_words::fill(std::uint64_t first, std::uint64_t last, const std::vector<std::string_view>& values) {
+    if (first < half()) {
+        halves[0].fill(within_half(first), within_half(std::min(last, half() - 1)), values);
+    }
+    if (last >= half()) {
+        std::vector<std::string_view> rest = values;
+        const std::uint64_t begin = std::max(first, half());
+        std::ranges::rotate(rest, rest.begin() + static_cast<std::ptrdiff_t>((begin - first) % rest.size()));
+        halves[1].fill(within_half(begin), within_half(last), rest);
+    }
+}
+
+text_run image_words::run_at(std::uint64_t offset) const noexcept {
+    const std::uint64_t base = offset - within_half(offset);
+    const kvr::word_run found = half_of(offset).run_at(within_half(offset));
+    text_run run{offset, base + found.last, found.text};
+    if (run.last == half() - 1 && !halves[1].empty() && halves[1][0] == run.text) {
+        run.last = half() + halves[1].run_at(0).last;
+    }
+    return run;
+}
+
+text_cycle image_words::cycle_at(std::uint64_t offset) const noexcept {
+    const std::uint64_t base = offset - within_half(offset);
+    const kvr::word_cycle found = half_of(offset).cycle_at(within_half(offset));
+    return {base + found.first, base + found.last, found.period};
+}
+
+bool image_words::transform(const kvr::word_conversion& conversion, const kvr::row_test& keeps) {
+    return halves[0].transform(conversion, keeps) && halves[1].transform(conversion, keeps);
+}
+
+} // namespace kvrimage

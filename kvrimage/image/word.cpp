@@ -1,0 +1,1 @@
+#include "kvrimage/image/word.h"
