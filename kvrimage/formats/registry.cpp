@@ -1,5 +1,6 @@
 #include "kvrimage/formats/registry.h"
 
+#include "kvr/util/letter_case.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
@@ -20,15 +21,9 @@ std::vector<const format*>& registered() {
     return all;
 }
 
-bool same_name(std::string_view left, std::string_view right) {
-    const auto lower = [](char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; };
-    return std::equal(left.begin(), left.end(), right.begin(), right.end(),
-                      [&lower](char a, char b) { return lower(a) == lower(b); });
-}
-
 bool has_extension(const format& one, std::string_view extension) {
     return std::ranges::any_of(one.extensions,
-                               [extension](std::string_view name) { return same_name(name, extension); });
+                               [extension](std::string_view name) { return kvr::equal_ignoring_case(name, extension); });
 }
 
 /// What follows the last dot of the file's name; "" when there is none.
@@ -39,7 +34,7 @@ std::string_view extension_of(std::string_view path) {
 
 const format* find_format(std::string_view name, bool by_id) {
     const auto found = std::ranges::find_if(registered(), [name, by_id](const format* one) {
-        return has_extension(*one, name) || (by_id && same_name(one->id, name));
+        return has_extension(*one, name) || (by_id && kvr::equal_ignoring_case(one->id, name));
     });
     return found != registered().end() ? *found : nullptr;
 }

@@ -1,5 +1,7 @@
 #include "kvrimage/image/radix.h"
 
+#include "kvr/util/letter_case.h"
+
 #include <algorithm>
 #include <array>
 
@@ -17,9 +19,8 @@ std::string_view title_of(radix of) noexcept {
 }
 
 std::optional<radix> radix_of_name(std::string_view name) noexcept {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    const auto* const found = std::ranges::find_if(titles, [name, upper](std::string_view title) {
-        return std::ranges::equal(title, name, {}, {}, upper);
+    const auto* const found = std::ranges::find_if(titles, [name](std::string_view title) {
+        return kvr::equal_ignoring_case(title, name);
     });
     return found != titles.end() ? std::optional(static_cast<radix>(found - titles.begin())) : std::nullopt;
 }
