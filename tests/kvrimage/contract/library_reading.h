@@ -1,0 +1,16 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <string>
+#include <string_view>
+
+namespace kvrimage_tests {
+
+/// How the library kvr differs from @p ours in its reading of @p contents, in words; "" when it reads the
+/// same words at the same addresses. Formats that it does not know read alike.
+[[nodiscard]] std::string how_the_library_differs(std::string_view contents, const kvrimage::format& as,
+                                                  const kvrimage::memory_image& ours,
+                                                  const kvrimage::file_facts& facts);
+
+} // namespace kvrimage_tests
