@@ -222,7 +222,7 @@ TEST(MemoryImageModel, RandomOperationsDoWhatTheyDoToAVector) {
     for (const memory_part& where : memory_parts) {
         for (int round = 0; round < 4 && !testing::Test::HasFatalFailure(); ++round) {
             modelled_image modelled(where, ++seed);
-            for (int operation = 0; operation < 120 && !testing::Test::HasFatalFailure(); ++operation) {
+            for (int operation = 0; operation < 60 && !testing::Test::HasFatalFailure(); ++operation) {
                 modelled.operate();
             }
             modelled.check_all();

@@ -251,7 +251,10 @@ TEST(Word, ParseFindsTheFaultsThatMakeWordFinds) {
         const std::uint32_t width = random.width();
         const auto of = static_cast<radix>(round % 5);
         const std::string text = random.digits(static_cast<std::uint32_t>(random.engine() % 20), round % 3 == 0 ? "01" : "0123456789aF-X");
-        const auto fault = make_word(text, of, width, held);
+        auto fault = make_word(text, of, width, held);
+        if (fault && fault->what == kind::invalid_digit && text[fault->position] == 'X') {
+            fault->what = kind::dont_care;
+        }
         const word_result result = word::parse(text, of, width);
         ASSERT_EQ(result.fault, fault) << text << ' ' << width << ' ' << title_of(of);
         ASSERT_TRUE(fault || text_of_word(result.value.value()) == held) << text << ' ' << width;
