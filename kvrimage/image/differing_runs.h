@@ -132,22 +132,23 @@ bool for_each_differing_run(const placed_words& one, const placed_words& other, 
                             Take&& take) {
     const std::uint64_t last = std::max(one.last(), other.last());
     same_cycle_finder cycles(one, other);
-    for (std::uint64_t address = std::min(one.first(), other.first());;) {
-        std::uint64_t taken = texts == equal_texts::are_same ? count_same_in_rows(one, other, address) : 0;
-        taken = taken != 0 ? taken : cycles.find(address, same);
-        if (taken == 0) {
+    std::uint64_t address = std::min(one.first(), other.first());
+    for (;;) {
+        std::uint64_t alike = texts == equal_texts::are_same ? count_same_in_rows(one, other, address) : 0;
+        alike = alike != 0 ? alike : cycles.find(address, same);
+        std::uint64_t end = address + (alike - 1); // inclusive: one more may not fit 64 bits
+        if (alike == 0) {
             const text_run in_one = one.run_at(address);
             const text_run in_other = other.run_at(address);
-            const std::uint64_t end = std::min({in_one.last, in_other.last, last});
+            end = std::min({in_one.last, in_other.last, last});
             if (!same(in_one.text, in_other.text) && !take(address, end, in_one.text, in_other.text)) {
                 return false;
             }
-            taken = end - address + 1;
         }
-        if (last - address < taken) {
+        if (end == last) {
             return true;
         }
-        address += taken;
+        address = end + 1;
     }
 }
 

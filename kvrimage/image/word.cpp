@@ -67,6 +67,10 @@ std::optional<std::uint64_t> small_value(std::string_view text, radix digits_rad
     return is_negative ? (0 - *magnitude) & mask : *magnitude;
 }
 
+bool is_dont_care_digit(char digit) noexcept {
+    return kvr::digit_value(digit) == kvr::dont_care_digit;
+}
+
 } // namespace
 
 word::word(std::uint32_t width) : bits_of_word(checked_width(width)), above((width - 1) / bits_per_part) {}
@@ -101,6 +105,9 @@ word_result word::parse(std::string_view text, radix digits_radix, std::uint32_t
     }
     std::string held;
     if (auto fault = make_word(text, digits_radix, width, held)) {
+        if (fault->what == word_fault::kind::invalid_digit && is_dont_care_digit(text[fault->position])) {
+            fault->what = word_fault::kind::dont_care; // what only decimal texts cannot have
+        }
         return {std::nullopt, fault};
     }
     return {of_held_text(held, width), std::nullopt};
