@@ -37,8 +37,8 @@ void hex_word_joiner::put(std::uint64_t address, std::string_view digits) {
         finish_word();
         current = word;
     }
-    const auto index = static_cast<std::size_t>(address % bytes_per_word);
-    const std::size_t place = layout.order == byte_order::big ? index : bytes_per_word - 1 - index;
+    const std::uint64_t index = address % bytes_per_word;
+    const std::uint64_t place = layout.order == byte_order::big ? index : bytes_per_word - 1 - index;
     digits.copy(&digits_of_word[2 * place], 2);
     ++bytes_found;
 }
