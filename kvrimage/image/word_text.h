@@ -57,15 +57,15 @@ inline constexpr std::size_t most_small_digits = 16;
 [[nodiscard]] inline bool read_small_word(std::string_view digits, std::uint64_t& value) noexcept {
     const std::size_t count = digits.size();
     if (count == most_small_digits) {
-        return kvr::read_hex_limb(digits.data(), value);
+        return kvr::read_sixteen(digits.data(), value);
     }
     if (count >= kvr::block_digits) {
         // Two blocks that may overlap: where they do, they have the same digits.
         std::uint64_t high = 0;
         std::uint64_t low = 0;
         const std::size_t rest = count - kvr::block_digits;
-        const bool are_digits = kvr::read_hex_block(kvr::load_block(digits.data()), high) &&
-                                kvr::read_hex_block(kvr::load_block(digits.data() + rest), low);
+        const bool are_digits = kvr::read_eight(kvr::load_eight(digits.data()), high) &&
+                                kvr::read_eight(kvr::load_eight(digits.data() + rest), low);
         value = high << (bits_per_hex_digit * rest) | low;
         return are_digits;
     }

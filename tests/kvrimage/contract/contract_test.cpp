@@ -69,7 +69,7 @@ std::vector<input> all_inputs() {
 /// @p contents with a few random bytes changed, left out or repeated.
 std::string damaged(std::string contents, std::mt19937& random) {
     static constexpr std::string_view likely = "0123456789ABCDEFXx:;[]-. \t\r\n%@=/";
-    for (unsigned left = 1 + random() % 3; left > 0 && !contents.empty(); --left) {
+    for (auto left = 1 + random() % 3; left > 0 && !contents.empty(); --left) {
         const std::size_t at = random() % contents.size();
         const std::size_t length = std::min<std::size_t>(1 + random() % 4, contents.size() - at);
         switch (random() % 4) {
