@@ -36,7 +36,7 @@ private:
     /// The words and addresses of a line, as far as they were seen.
     struct line_state {
         bool has_item = false;
-        bool ends_with_address = false;
+        bool ends_with_address = false; ///< one that can be read
         span latest_address;
         std::uint64_t blanks_begin = 0; ///< of the blanks directly before the next item
     };
@@ -62,7 +62,7 @@ private:
     line_state line;
     std::uint64_t words = 0;
     span latest_not_alone;
-    std::uint64_t tab_line_end = 0;   ///< of the line that was looked at last for a tab
+    std::uint64_t tab_line_end = 0; ///< of the line that was looked at last for a tab
     bool tab_line_has_address = false;
 
     grouped_places illegal;
