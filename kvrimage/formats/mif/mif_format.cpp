@@ -1,5 +1,6 @@
 #include "kvrimage/formats/mif/mif_format.h"
 
+#include "kvrimage/formats/mif/mif_edit.h"
 #include "kvrimage/formats/mif/mif_writer.h"
 
 #include <array>
@@ -16,6 +17,7 @@ const format mif_format = {
     .id = "mif",
     .title = "MIF",
     .extensions = mif_extensions,
+    .edit = edit_mif,
     .can_write = can_write_mif,
     .write = write_mif,
     .written_size = written_size_of_mif,
