@@ -409,6 +409,7 @@ std::string listed(const read_result& found) {
 
 TEST(MifEdit, RandomFilesThatAreReadStayReadable) {
     std::size_t edited = 0;
+    std::size_t clean = 0;
     for (std::uint32_t seed = 10000; seed < 14000; ++seed) {
         SCOPED_TRACE(seed);
         random_mif file(seed);
@@ -428,14 +429,17 @@ TEST(MifEdit, RandomFilesThatAreReadStayReadable) {
         }
         EXPECT_TRUE(after.image && *after.image == expected) << file.text << "\nbecame\n"
                                                              << text << listed(after);
-        EXPECT_LE(count_of(after, diagnostic_class::consumer), count_of(before, diagnostic_class::consumer))
-            << listed(before) << file.text << "\nbecame\n"
-            << text << listed(after);
+        if (count_of(before, diagnostic_class::consumer) == 0) {
+            ++clean;
+            EXPECT_EQ(count_of(after, diagnostic_class::consumer), 0U) << file.text << "\nbecame\n"
+                                                                       << text << listed(after);
+        }
         if (HasFailure()) {
             return;
         }
     }
     EXPECT_GT(edited, 1000U);
+    EXPECT_GT(clean, 300U);
 }
 
 TEST(MifEdit, RandomFilesHoldTheNewWordsAndKeepOtherLines) {
