@@ -110,8 +110,8 @@ private:
             }
             end = each.offset + each.length;
         }
-        if (found.fix.empty() != found.repair.empty()) {
-            say("a repair and its description do not come together: " + shown(found));
+        if (!found.fix.empty() && found.repair.empty()) {
+            say("a repair has no description: " + shown(found));
         }
     }
 
