@@ -15,8 +15,8 @@ namespace kvrimage {
 /// Reads a file of any format.
 /// @throws std::system_error when the file cannot be read
 [[nodiscard]] KVRIMAGE_API read_result read(const std::filesystem::path& file, const read_options& options = {});
-/// The same from memory; without a format in @p options, the contents tell it.
-[[nodiscard]] KVRIMAGE_API read_result read(std::string_view contents, const read_options& options = {});
+/// Reads the contents of a file; without a format in @p options, they say which it is.
+[[nodiscard]] KVRIMAGE_API read_result parse(std::string_view contents, const read_options& options = {});
 
 struct check_options {
     read_options read;
