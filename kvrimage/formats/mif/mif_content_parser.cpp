@@ -1,0 +1,402 @@
+#include "kvrimage/formats/mif/mif_content_parser.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kvrimage {
+
+namespace {
+
+using kind = mif_token::kind;
+
+/// Where regular lines are rare, they are not looked for before every statement.
+constexpr std::uint32_t most_lines_alone = 64;
+
+span between(std::uint64_t begin, std::uint64_t end) {
+    return {begin, end - begin};
+}
+
+} // namespace
+
+void mif_content_parser::read() {
+    do {
+        read_regular_lines();
+    } while (read_one());
+}
+
+void mif_content_parser::find(mif_syntax what, const span& where, std::optional<text_edit> repair,
+                              std::string instead) {
+    sink.finding({what, where, where, std::move(instead), std::move(repair)});
+}
+
+void mif_content_parser::find_in_statement(mif_syntax what, const span& where, std::optional<text_edit> repair,
+                                           std::string instead) {
+    statement.sound = false;
+    find(what, where, std::move(repair), std::move(instead));
+}
+
+void mif_content_parser::read_regular_lines() {
+    if (lines_alone != 0) {
+        --lines_alone;
+        return;
+    }
+    const std::optional<std::size_t> line = tokens.line_without_tokens();
+    if (!line) {
+        return;
+    }
+    const std::size_t bytes = sink.read_lines(*line);
+    tokens.skip_lines(bytes);
+    next_alone = bytes != 0 ? 1 : std::min(next_alone * 2, most_lines_alone);
+    lines_alone = next_alone;
+}
+
+/// False at the end of the content.
+bool mif_content_parser::read_one() {
+    const mif_token& next = tokens.peek();
+    switch (next.what) {
+    case kind::end:
+        find(mif_syntax::missing_end, {});
+        return false;
+    case kind::semicolon:
+        take_semicolon();
+        return true;
+    case kind::dots:
+        take_left_out();
+        return true;
+    case kind::open:
+        take_statement();
+        return true;
+    case kind::word:
+        if (is_keyword(tokens.in(next.at), "END")) {
+            take_end();
+            return false;
+        }
+        take_statement();
+        return true;
+    default:
+        take_stray();
+        return true;
+    }
+}
+
+/// The library passes over one that follows a statement on its line, and refuses one with a line of its own.
+void mif_content_parser::take_semicolon() {
+    const mif_token token = tokens.take();
+    find(token.starts_line ? mif_syntax::lone_semicolon : mif_syntax::empty_statement, token.at,
+         text_edit{token.at.offset, 1, ""});
+}
+
+/// A line of dots stands for words that are not shown.
+void mif_content_parser::take_left_out() {
+    const mif_token first = tokens.take();
+    std::uint64_t end = first.at.end();
+    while (tokens.peek().is(kind::dots) && !tokens.peek().starts_line) {
+        end = tokens.take().at.end();
+    }
+    const mif_token& next = tokens.peek();
+    if (first.starts_line && (next.starts_line || next.is(kind::end))) {
+        find(mif_syntax::left_out, between(first.at.offset, end));
+    } else {
+        find(mif_syntax::stray_text, between(first.at.offset, std::max(end, tokens.skip_statement().end())));
+    }
+}
+
+void mif_content_parser::take_stray() {
+    const mif_token first = tokens.take();
+    const span rest = tokens.skip_statement();
+    find(mif_syntax::stray_text, between(first.at.offset, std::max(first.at.end(), rest.end())));
+}
+
+/// What the library does not see where it is: the second statement on a line, and what follows a comment.
+void mif_content_parser::find_line_faults(const mif_token& first) {
+    if (!first.starts_line) {
+        line_with_comment = tokens.place().line_begin;
+        find(line_has == before::begin ? mif_syntax::behind_begin : mif_syntax::behind_semicolon, first.at,
+             insertion_at(first.at.offset, "\n"));
+    } else if (first.after_comment) {
+        line_with_comment = tokens.place().line_begin;
+        find(mif_syntax::behind_comment, first.at, insertion_at(first.at.offset, "\n"));
+    }
+}
+
+/// The next token of a statement.
+mif_token mif_content_parser::take() {
+    const mif_token token = tokens.take();
+    if (token.after_comment && line_with_comment != tokens.place().line_begin) {
+        line_with_comment = tokens.place().line_begin;
+        find(mif_syntax::behind_comment, token.at, insertion_at(token.at.offset, "\n "));
+    }
+    last_end = token.at.end();
+    return token;
+}
+
+void mif_content_parser::take_statement() {
+    statement.whole = {tokens.peek().at.offset, 0};
+    statement.first = statement.last = statement.open = statement.close = {};
+    statement.colon = statement.semicolon = {};
+    statement.values.clear();
+    statement.sound = true;
+    value_places.clear();
+    const mif_token first = tokens.peek();
+    find_line_faults(first);
+    line_has = before::statement;
+    last_end = first.at.offset;
+    if (take_address() && take_colon()) {
+        take_values();
+    }
+    statement.whole.length = last_end - statement.whole.offset;
+    if (statement.first.length != 0) {
+        sink.statement(statement);
+    }
+}
+
+/// Skips what cannot be understood.
+void mif_content_parser::give_up() {
+    statement.sound = false;
+    last_end = std::max(last_end, tokens.skip_statement().end());
+}
+
+bool mif_content_parser::take_address() {
+    if (tokens.peek().is(kind::open)) {
+        return take_range();
+    }
+    statement.first = take().at;
+    if (tokens.peek().is(kind::dots) && !tokens.peek().starts_line) {
+        take_range_without_brackets();
+        return true;
+    }
+    return true;
+}
+
+/// "0..7 : 1;"
+void mif_content_parser::take_range_without_brackets() {
+    take();
+    if (tokens.peek().is(kind::word)) {
+        statement.last = take().at;
+    }
+    const span range = between(statement.first.offset, last_end);
+    const std::string instead = "[" + std::string(tokens.in(statement.first)) + ".." +
+                                std::string(tokens.in(statement.last)) + "]";
+    find(mif_syntax::range_separator, range,
+         statement.last.length != 0 ? std::optional(text_edit{range.offset, range.length, instead}) : std::nullopt,
+         instead);
+}
+
+/// "[0..7]", and what people write for it.
+bool mif_content_parser::take_range() {
+    statement.open = take().at;
+    std::vector<span> words;
+    bool has_dots = false;
+    bool has_other = false;
+    const auto goes_on = [this] {
+        const mif_token& next = tokens.peek();
+        return !next.is(kind::close) && !next.is(kind::semicolon) && !next.is(kind::end) && !next.is(kind::open);
+    };
+    while (goes_on()) {
+        const mif_token token = tokens.peek();
+        if (token.is(kind::word)) {
+            words.push_back(take().at);
+            continue;
+        }
+        const bool is_first_dots = token.is(kind::dots) && token.at.length == 2 && words.size() == 1 && !has_dots;
+        // ":" ends a range without "]" unless a "]" follows on the line.
+        if (token.is(kind::colon) && has_dots) {
+            break;
+        }
+        take();
+        has_dots = has_dots || is_first_dots;
+        has_other = has_other || !is_first_dots;
+    }
+    const span inside = between(statement.open.offset, last_end);
+    const bool is_closed = tokens.peek().is(kind::close);
+    if (is_closed) {
+        statement.close = take().at;
+    }
+    const span whole = between(statement.open.offset, last_end);
+    const auto text = [this](const span& where) { return std::string(tokens.in(where)); };
+    if (words.size() == 2 && has_dots && !has_other) {
+        statement.first = words[0];
+        statement.last = words[1];
+        if (!is_closed) {
+            find_in_statement(mif_syntax::missing_bracket, whole, insertion_at(inside.end(), "]"));
+        }
+        return true;
+    }
+    if (words.size() == 1 && is_closed && !has_dots && !has_other) {
+        const std::size_t dash = text(words[0]).find('-', 1);
+        if (dash == std::string::npos || dash + 1 == words[0].length) {
+            statement.first = words[0];
+            find(mif_syntax::one_in_brackets, whole, text_edit{whole.offset, whole.length, text(words[0])},
+                 text(words[0]));
+            return true;
+        }
+        words = {between(words[0].offset, words[0].offset + dash),
+                 between(words[0].offset + dash + 1, words[0].end())};
+        has_other = true;
+    }
+    const bool has_separator = words.size() == 3 && !has_dots && !has_other &&
+                               (text(words[1]) == "-" || text(words[1]).find_first_not_of("0123456789abcdefABCDEF") !=
+                                                             std::string::npos);
+    if (is_closed && (has_separator || words.size() == 2)) {
+        const bool joined = words.size() == 2 && !has_other && text(words[1]).starts_with('-');
+        const bool is_down = has_separator && is_keyword(text(words[1]), "DOWNTO");
+        statement.first = is_down ? words.back() : words.front();
+        statement.last = is_down ? words.front() : words.back();
+        if (joined) {
+            statement.last = between(words[1].offset + 1, words[1].end());
+        }
+        const bool is_plain_pair = words.size() == 2 && !has_other && !joined;
+        const std::string instead = "[" + text(statement.first) + ".." + text(statement.last) + "]";
+        find_in_statement(mif_syntax::range_separator, whole,
+                          is_plain_pair ? std::nullopt : std::optional(text_edit{whole.offset, whole.length, instead}),
+                          instead);
+        return true;
+    }
+    give_up();
+    find_in_statement(mif_syntax::range_syntax, between(statement.whole.offset, last_end));
+    return false;
+}
+
+bool mif_content_parser::take_colon() {
+    const span address = between(statement.whole.offset, last_end);
+    span stray;
+    while (tokens.peek().is(kind::word) && !tokens.peek().starts_line) {
+        const span at = take().at;
+        stray = stray.length == 0 ? at : between(stray.offset, at.end());
+    }
+    if (tokens.peek().is(kind::word) && tokens.peek().starts_line && stray.length == 0 &&
+        is_keyword(tokens.in(statement.first), "BEGIN")) {
+        find_in_statement(mif_syntax::stray_text, address);
+        statement.first = {};
+        return false;
+    }
+    if (!tokens.peek().is(kind::colon)) {
+        give_up();
+        find_in_statement(mif_syntax::missing_colon, between(statement.whole.offset, last_end));
+        return false;
+    }
+    if (stray.length != 0) {
+        find_in_statement(mif_syntax::stray_text, stray);
+    }
+    statement.colon = take().at;
+    return true;
+}
+
+void mif_content_parser::take_values() {
+    while (take_value_or_end()) {
+    }
+}
+
+/// False when the statement has ended.
+bool mif_content_parser::take_value_or_end() {
+    const mif_tokens::cursor place = tokens.place();
+    const mif_token next = tokens.peek();
+    switch (next.what) {
+    case kind::word:
+        if (next.starts_line && is_keyword(tokens.in(next.at), "END")) {
+            end_without_semicolon(next.at.offset);
+            return false;
+        }
+        if (is_keyword(tokens.in(next.at), "END")) {
+            end_without_semicolon(next.at.offset);
+            return false;
+        }
+        take();
+        last_starts_line = next.starts_line;
+        statement.values.push_back(next.at);
+        value_places.push_back(place);
+        if (next.is_glued && statement.values.size() > 1) {
+            find(mif_syntax::split_value, next.at, insertion_at(next.at.offset, " "));
+        }
+        return true;
+    case kind::comma:
+        take();
+        find(mif_syntax::comma, next.at, text_edit{next.at.offset, 1, " "});
+        return true;
+    case kind::semicolon:
+        take();
+        statement.semicolon = next.at;
+        if (statement.values.empty()) {
+            find_in_statement(mif_syntax::missing_value, between(statement.whole.offset, last_end));
+        }
+        return false;
+    case kind::colon:
+        if (begins_another_statement()) {
+            return false;
+        }
+        break;
+    case kind::end:
+    case kind::open:
+        end_without_semicolon(next.at.offset);
+        return false;
+    default:
+        break;
+    }
+    take();
+    give_up();
+    find_in_statement(mif_syntax::stray_text, between(next.at.offset, last_end));
+    return false;
+}
+
+/// At a ":" among the values: the last of them is the address of the next statement. Goes back to before that.
+bool mif_content_parser::begins_another_statement() {
+    if (statement.values.empty() || (statement.values.size() == 1 && !last_starts_line)) {
+        return false;
+    }
+    const span next = statement.values.back();
+    tokens.go_back_to(value_places.back());
+    statement.values.pop_back();
+    last_end = statement.values.empty() ? statement.colon.end() : statement.values.back().end();
+    end_without_semicolon(next.offset);
+    return true;
+}
+
+/// @p next begins what follows.
+void mif_content_parser::end_without_semicolon(std::uint64_t next) {
+    if (statement.values.empty()) {
+        find_in_statement(mif_syntax::missing_value, between(statement.whole.offset, last_end));
+        return;
+    }
+    const bool is_at_line_end =
+        tokens.has_line_end(last_end, next) || next == tokens.contents().size() ||
+        is_keyword(tokens.contents().substr(next).substr(0, 3), "END");
+    sink.finding({mif_syntax::missing_semicolon, {last_end, 1}, between(statement.whole.offset, last_end), {},
+                  is_at_line_end ? std::optional(insertion_at(last_end, ";")) : std::nullopt});
+    statement.semicolon = {last_end, 0};
+    if (!tokens.has_line_end(last_end, next)) {
+        line_has = before::statement;
+    }
+}
+
+void mif_content_parser::take_end() {
+    const mif_token word = tokens.take();
+    if (!word.starts_line) {
+        const bool is_begin = line_has == before::begin;
+        find(is_begin ? mif_syntax::behind_begin : mif_syntax::before_end, word.at, insertion_at(word.at.offset, "\n"));
+    } else if (word.after_comment) {
+        find(mif_syntax::behind_comment, word.at, insertion_at(word.at.offset, "\n"));
+    }
+    tokens.enter(mif_section::behind_end);
+    span semicolon{word.at.end(), 0};
+    if (tokens.peek().is(kind::semicolon)) {
+        semicolon = tokens.take().at;
+    } else {
+        find(mif_syntax::end_semicolon, word.at, insertion_at(word.at.end(), ";"));
+    }
+    sink.end(word.at, semicolon);
+    take_behind_end();
+}
+
+void mif_content_parser::take_behind_end() {
+    while (!tokens.peek().is(kind::end)) {
+        const std::uint64_t begin = tokens.peek().at.offset;
+        const mif_token first = tokens.take();
+        const span rest = tokens.skip_statement();
+        if (!first.is(kind::semicolon)) {
+            const span text = between(begin, std::max(rest.end(), first.at.end()));
+            find(looks_like_mif(tokens.in(text)) ? mif_syntax::behind_end : mif_syntax::text_behind_end, text);
+        }
+    }
+}
+
+} // namespace kvrimage
