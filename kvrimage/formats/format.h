@@ -45,6 +45,8 @@ struct file_facts {
     const format* as = nullptr;
     std::optional<radix> address_radix; ///< nothing where the format has no choice
     std::optional<radix> data_radix;
+    std::optional<address_unit> unit; ///< word or byte, as the addresses were taken; nothing where the format has no choice
+    std::optional<byte_order> order;  ///< of the bytes of a word, where the addresses count bytes
     std::string width_source; ///< where the width is from when the file does not say ("the longest word"); else ""
     std::uint64_t diagnostics_left_out = 0;
     bool has_comments = false;

@@ -1,12 +1,15 @@
 #include "kvrimage/formats/hex/hex_format.h"
 
+#include "kvrimage/formats/hex/hex_reader.h"
+#include "kvrimage/formats/hex/hex_writer.h"
+
 #include <array>
 
 namespace kvrimage {
 
 namespace {
 
-constexpr std::array<std::string_view, 1> hex_extensions = {"hex"};
+constexpr std::array<std::string_view, 2> hex_extensions = {"hex", "ihex"};
 
 } // namespace
 
@@ -14,6 +17,13 @@ const format hex_format = {
     .id = "hex",
     .title = "Intel HEX",
     .extensions = hex_extensions,
+    .counts = address_unit::either,
+    .sniff = sniff_hex,
+    .read = read_hex,
+    .find_word = find_hex_word,
+    .can_write = can_write_hex,
+    .write = write_hex,
+    .written_size = size_of_hex,
 };
 
 } // namespace kvrimage
