@@ -107,6 +107,7 @@ struct format {
     address_unit counts = address_unit::word;
     bool holds_unset = true;      ///< a word may be left out
     bool holds_dont_care = false; ///< a bit may be "don't care"
+    bool holds_ranges = false;    ///< neighbouring equal words may share a line (write_options::runs)
 
     /// How sure it is that @p head, the first bytes of a file (all of it up to 64 KiB), is of this format.
     certainty (*sniff)(std::string_view head) = nullptr;
