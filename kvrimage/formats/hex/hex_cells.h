@@ -41,8 +41,6 @@ private:
     bool store_cut(std::string_view digits, std::uint32_t first, std::uint32_t count);
     void store(const hex_data& data, std::uint64_t address, std::uint32_t index);
     void note_addresses(const hex_data& data, std::uint32_t count);
-    void note_too_wide(const hex_data& data, std::uint32_t index, std::uint64_t bits);
-    [[nodiscard]] span place_of(const hex_data& data, std::uint32_t index) const;
     [[nodiscard]] std::uint64_t line_that_sets(std::uint64_t cell) const;
     [[nodiscard]] std::uint64_t depth_of_image() const;
     void report_too_wide(diagnostic_list& diagnostics) const;

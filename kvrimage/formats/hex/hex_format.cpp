@@ -1,5 +1,6 @@
 #include "kvrimage/formats/hex/hex_format.h"
 
+#include "kvrimage/formats/hex/hex_edit.h"
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "kvrimage/formats/hex/hex_writer.h"
 
@@ -21,6 +22,7 @@ const format hex_format = {
     .sniff = sniff_hex,
     .read = read_hex,
     .find_word = find_hex_word,
+    .edit = edit_hex,
     .can_write = can_write_hex,
     .write = write_hex,
     .written_size = size_of_hex,

@@ -66,7 +66,9 @@ private:
     bool consistent = true;
 };
 
-/// What read() took @p contents for: the layout behind @p ours, or, without that, behind @p options.
+/// The layout with which read() has read a file as @p ours, which has an image.
+[[nodiscard]] hex_layout layout_of(const read_result& ours);
+/// That with which read() takes @p contents, a file without broken diagnostics; a width of 0 where it does not.
 [[nodiscard]] hex_layout layout_of(std::string_view contents, const read_options& options);
 
 } // namespace kvrimage

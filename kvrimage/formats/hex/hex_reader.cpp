@@ -76,7 +76,9 @@ private:
         } else if (layout.width % bits_per_byte != 0) {
             diagnostics.add(diagnose::unit_width({}, layout.width));
         } else if (layout.bytes_per_word() > 1 && !options.order) {
-            diagnostics.add(diagnose::byte_order({}, layout.width, "add --endian " + orders()));
+            diagnostic found = diagnose::byte_order({}, layout.width);
+            found.hint = "add --endian " + orders();
+            diagnostics.add(std::move(found));
         }
     }
     void report_contradiction(diagnostic_list& diagnostics) const {
@@ -90,8 +92,9 @@ private:
         const std::string other = are_bytes && layout.width % bits_per_byte == 0
                                       ? "add --address-unit byte --endian " + orders() + "; "
                                       : fmt::format("give --width {}; ", found * bits_per_byte);
-        diagnostics.add(diagnose::address_unit({}, counted, layout.width,
-                                               other + "or --address-unit word if words are left out"));
+        diagnostic contradiction = diagnose::address_unit({}, counted, layout.width);
+        contradiction.hint = other + "or --address-unit word if words are left out";
+        diagnostics.add(std::move(contradiction));
     }
     /// "little (first word 00500113) or big (13015000)"
     [[nodiscard]] std::string orders() const {
@@ -261,7 +264,7 @@ private:
 
     void take_data(const hex_line& line) {
         const hex_record& record = line.record;
-        const hex_data data{offset.value() + record.address, record.data_bytes, record.data(), &record, record.where};
+        const hex_data data{offset.value() + record.address, record.data_bytes, record.data(), &line, record.where};
         if (wraps(record.address, record.data_bytes)) {
             list.add(diagnose::address_wraps(record.where, offset.value() + hex_page_size - 1));
             mark_unreadable(line);
@@ -430,7 +433,7 @@ std::optional<place> find_hex_word(std::string_view contents, const read_options
     std::optional<place> found;
     hex_offset offset;
     static_cast<void>(for_each_data_record(contents, offset, [&](const hex_data& data) {
-        if (data.address < first + layout.cells_per_word() &&
+        if (!data.is_in_doubt() && data.address < first + layout.cells_per_word() &&
             first < data.address + data.bytes / layout.bytes_per_cell()) {
             found = place{0, 0, data.where.offset, data.where.length};
         }

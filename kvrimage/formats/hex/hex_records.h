@@ -52,12 +52,30 @@ struct hex_data {
     std::uint64_t address; ///< of the first cell
     std::uint32_t bytes;
     std::string_view digits; ///< of the data
-    const hex_record* record; ///< null: a plain one, whose digits are in place
+    const hex_line* line; ///< null: a plain one, whose digits are in place
     span where;
+
+    /// True when something is wrong with its digits, but not with their number.
+    [[nodiscard]] bool is_in_doubt() const noexcept { return line != nullptr && line->fault != hex_fault::none; }
+    /// Where @p count digits of the data from number @p first on are.
+    [[nodiscard]] span span_of(std::string_view contents, std::size_t first, std::size_t count) const {
+        const std::size_t index = hex_record::header + first;
+        return line != nullptr ? line->record.span_of(contents, index, count)
+                               : span{where.offset + 1 + index, count};
+    }
 };
 
-/// Calls @p take with each data record before the end record, those at fault left out. Returns the parser where the end
-/// record was found; its line is that record, or the last line.
+/// True for a data record that sets known addresses, though its digits or checksum are at fault.
+[[nodiscard]] inline bool has_known_addresses(const hex_line& line) {
+    const hex_record& record = line.record;
+    return (line.fault == hex_fault::checksum || line.fault == hex_fault::bad_digit) &&
+           record.type == hex_record_type::data &&
+           record.digits.size() == hex_record::shortest + std::size_t{2} * record.data_bytes;
+}
+
+/// Calls @p take with each data record before the end record, those among them whose digits are in doubt, and leaves out what
+/// else is at fault. Returns the parser where the end record was found; its line is that record, or the last line.
+/// @param offset starts at 0, and is the one in force at the end
 template <class Take>
 hex_parser for_each_data_record(std::string_view contents, hex_offset& offset, Take&& take) {
     hex_parser parser(contents);
@@ -71,16 +89,14 @@ hex_parser for_each_data_record(std::string_view contents, hex_offset& offset, T
         }
         const hex_line& line = parser.line();
         const hex_record& record = line.record;
-        if (line.what != hex_line::kind::record || line.fault != hex_fault::none) {
-            continue;
-        }
-        if (record.type == hex_record_type::end) {
+        const bool is_right = line.what == hex_line::kind::record && line.fault == hex_fault::none;
+        if (is_right && record.type == hex_record_type::end) {
             return parser;
         }
-        if (record.type == hex_record_type::data) {
-            take(hex_data{offset.value() + record.address, record.data_bytes, record.data(), &record, record.where});
-        } else if (sets_offset(record.type)) {
+        if (is_right && sets_offset(record.type)) {
             offset.take(record.type, record.data());
+        } else if (record.type == hex_record_type::data && (is_right || has_known_addresses(line))) {
+            take(hex_data{offset.value() + record.address, record.data_bytes, record.data(), &line, record.where});
         }
     }
 }
