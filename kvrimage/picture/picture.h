@@ -18,12 +18,12 @@ namespace kvrimage {
 inline constexpr std::uint32_t widest_waveform = 64;
 
 struct picture_options {
-    std::optional<address_range> range; ///< the addresses to draw; nothing: all of the memory
-    bool is_signed = false;             ///< values are two's complement; without effect on a bit map
+    std::optional<address_range> range = std::nullopt; ///< the addresses to draw; nothing: all of the memory
+    bool is_signed = false; ///< values are two's complement; without effect on a bit map
     /// What the picture is called: the part after the last "/", of any bytes. U+FFFD replaces bytes that are
     /// no UTF-8, control characters, and characters that change the direction of text. "": no name is shown.
-    std::string name;
-    std::string format_title; ///< "MIF": precedes the number of words; "": nothing does. ASCII
+    std::string name = {};
+    std::string format_title = {}; ///< "MIF": precedes the number of words; "": nothing does. ASCII
 };
 
 /// An SVG document in UTF-8, below 500 KB for any memory. A column of pixels that stands for several words
@@ -53,7 +53,7 @@ struct character_screen {
     bool has_blocks = false;    ///< block and line characters of Unicode, in UTF-8; else ASCII alone
     /// Returns a text in the colours of its style, for example between two escape sequences; nothing: no
     /// colours. It is called once for each stretch of one style in a line, and never for an empty one.
-    std::function<std::string(character_style, std::string_view)> paint;
+    std::function<std::string(character_style, std::string_view)> paint = {};
 };
 
 /// The narrowest screen for any picture.
