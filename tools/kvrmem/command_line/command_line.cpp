@@ -109,8 +109,9 @@ std::string nearest_option(const command& which, std::string_view given) {
 std::string refused_letter(std::string_view next) {
     const char byte = static_cast<char>(optopt);
     const std::size_t place = next.starts_with('-') ? next.find(byte) : std::string_view::npos;
-    return fmt::format("-{}", place != std::string_view::npos ? kvrimage::first_character(next.substr(place)).bytes
-                                                              : std::string_view(&byte, 1));
+    return fmt::format("-{}", place != std::string_view::npos
+                                  ? kvrimage::first_character(next.substr(place)).bytes
+                                  : std::string_view(&byte, 1));
 }
 
 /// After getopt_long() has refused an option.

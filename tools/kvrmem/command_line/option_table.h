@@ -54,9 +54,10 @@ enum class option_id : std::uint8_t {
 
 /// What the user may write after a command, whichever command it is.
 struct arguments {
-    std::vector<std::string> files;         ///< and the other operands
-    std::vector<option_id> options;         ///< those that were given
-    const kvrimage::format* from = nullptr; ///< null where it was not given
+    std::vector<std::string> files;           ///< and the other operands
+    std::vector<option_id> options;           ///< those that were given
+    std::vector<std::string> reading_options; ///< "--width 8": those that say how a file is to be read
+    const kvrimage::format* from = nullptr;   ///< null where it was not given
     const kvrimage::format* to = nullptr;
     std::optional<std::uint32_t> width;
     std::optional<std::uint64_t> depth;

@@ -1,3 +1,4 @@
+#include "kvrimage/diagnostics/visible_text.h"
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/formats/memory_file.h"
@@ -34,7 +35,7 @@ struct check_totals {
     void add(const diagnostic_counts& of_file) {
         found.add(of_file);
         ++files;
-        faulty += of_file.none() ? 0 : 1;
+        faulty += of_file.none() ? 0U : 1U;
     }
     void refuse(exit_code reason) {
         ++refused;
@@ -55,10 +56,9 @@ std::string summary(const check_totals& totals, const std::string& only) {
                                   : fmt::format("{} in {}\n", totals.found.text(), only);
     }
     const std::string left_out = totals.refused == 0 ? "" : fmt::format(", {} not checked", totals.refused);
-    return totals.faulty == 0
-               ? fmt::format("{}: no faults{}\n", counted(totals.files, "file"), left_out)
-               : fmt::format("{} in {} of {}{}\n", totals.found.text(), totals.faulty,
-                             counted(totals.files + totals.refused, "file"), left_out);
+    return totals.faulty == 0 ? fmt::format("{}: no faults{}\n", counted(totals.files, "file"), left_out)
+                              : fmt::format("{} in {} of {}{}\n", totals.found.text(), totals.faulty,
+                                            counted(totals.files + totals.refused, "file"), left_out);
 }
 
 /// Where what is found goes.
@@ -114,7 +114,9 @@ private:
 class json_output : public check_output {
 public:
     [[nodiscard]] std::size_t most_diagnostics() const override { return most_in_json; }
-    void take(const memory_input& input) override { files.push_back(report_as_json(input.path, input.result)); }
+    void take(const memory_input& input) override {
+        files.push_back(report_as_json(input.path, input.result));
+    }
     void take_refused(const std::string& path, std::string_view reason) override {
         refused.push_back({{"file", json_name(path)}, {"message", kvrimage::make_visible(reason).text}});
     }
@@ -142,7 +144,8 @@ void check_file(const arguments& given, const std::string& path, check_totals& t
 }
 
 /// A file that cannot be checked is reported, and the others are checked all the same.
-void check_or_report(const arguments& given, const std::string& path, check_totals& totals, check_output& output) {
+void check_or_report(const arguments& given, const std::string& path, check_totals& totals,
+                     check_output& output) {
     const auto refuse = [&](exit_code code, std::string_view reason) {
         totals.refuse(code);
         output.take_refused(path, reason);
@@ -186,9 +189,10 @@ exit_code check(const arguments& given) {
     return given.json ? check_files(given, json_output()) : check_files(given, text_output(given));
 }
 
-constexpr std::array check_options_taken = {
-    option_id::from,   option_id::width, option_id::depth, option_id::unit, option_id::order,  option_id::consumer,
-    option_id::strict, option_id::quiet, option_id::json,  option_id::fix,  option_id::output, option_id::force_overwrite};
+constexpr std::array check_options_taken = {option_id::from,   option_id::width,  option_id::depth,
+                                            option_id::unit,   option_id::order,  option_id::consumer,
+                                            option_id::strict, option_id::quiet,  option_id::json,
+                                            option_id::fix,    option_id::output, option_id::force_overwrite};
 
 } // namespace
 

@@ -41,12 +41,13 @@ void require_words(const memory_input& input) {
 
 /// "MIF in HEX"; "RIF" for a format without radixes.
 std::string title_with_radix(const format& written, const std::optional<kvrimage::radix>& radix) {
-    return written.states_radix
-               ? fmt::format("{} in {}", written.title, kvrimage::title_of(radix.value_or(kvrimage::radix::hex)))
-               : std::string(written.title);
+    return written.states_radix ? fmt::format("{} in {}", written.title,
+                                              kvrimage::title_of(radix.value_or(kvrimage::radix::hex)))
+                                : std::string(written.title);
 }
 
-/// "16 words of 8 bits". A format that does not state the depth holds the words that are set, "2 of 16 words of 8 bits".
+/// "16 words of 8 bits". A format that does not state the depth holds the words that are set, "2 of 16 words
+/// of 8 bits".
 std::string written_words(const memory_image& image, const format& written) {
     const std::uint64_t count = written.states_depth ? image.depth() : image.count_set();
     const std::string part = count < image.depth() ? fmt::format("{} of ", count) : std::string();
@@ -54,8 +55,8 @@ std::string written_words(const memory_image& image, const format& written) {
 }
 
 /// A few bytes can stand for billions of words, which a user who mistyped a number does not want on the disk.
-/// @return "28.0 GiB, from the 65 bytes of in.mif" when the output would be huge, and out of proportion to the input;
-/// else "".
+/// @return "28.0 GiB, from the 65 bytes of in.mif" when the output would be huge, and out of proportion to
+/// the input; else "".
 std::string excessive_size(const memory_input& input, const write_options& options) {
     constexpr std::uint64_t gibibyte = std::uint64_t{1} << 30U;
     constexpr std::uint64_t most_growth = 100;
@@ -82,8 +83,8 @@ void require_harmless(const memory_input& input, const write_options& options, c
         return;
     }
     const std::string lost = lost_comments(target, "");
-    usage_error(fmt::format("{}: would write {}{}; --force writes it", kvrimage::title_of_output(target), size,
-                            lost.empty() ? "" : fmt::format(", and lose {}", lost)));
+    usage_error(fmt::format("{}: would write {}{}; --force writes it", kvrimage::title_of_output(target),
+                            size, lost.empty() ? "" : fmt::format(", and lose {}", lost)));
 }
 
 exit_code convert(const arguments& given) {
@@ -109,8 +110,9 @@ exit_code convert(const arguments& given) {
 }
 
 constexpr std::array convert_options = {
-    option_id::from,       option_id::to,            option_id::width, option_id::depth,   option_id::unit, option_id::order,
-    option_id::data_radix, option_id::address_radix, option_id::fill,  option_id::no_runs, option_id::force_conversion};
+    option_id::from, option_id::to,      option_id::width,           option_id::depth,
+    option_id::unit, option_id::order,   option_id::data_radix,      option_id::address_radix,
+    option_id::fill, option_id::no_runs, option_id::force_conversion};
 
 } // namespace
 

@@ -30,11 +30,12 @@ void take_certain_parts(const kvrimage::difference& found, const diff_side& left
             report.take({part, found.left, found.right});
         }
     };
-    for_each_part(found.addresses, left.result.unreadable, [&](const address_range& part, bool is_unreadable) {
-        if (!is_unreadable) {
-            for_each_part(part, right.result.unreadable, take);
-        }
-    });
+    for_each_part(found.addresses, left.result.unreadable,
+                  [&](const address_range& part, bool is_unreadable) {
+                      if (!is_unreadable) {
+                          for_each_part(part, right.result.unreadable, take);
+                      }
+                  });
 }
 
 std::uint64_t count_unreadable(const diff_side& left, const diff_side& right) {
@@ -53,7 +54,8 @@ std::uint64_t count_unreadable(const diff_side& left, const diff_side& right) {
 /// True when the two memories are the same: their words, and how many there are of which width.
 bool compare(const diff_side& left, const diff_side& right, diff_report& report) {
     const std::uint64_t unreadable = count_unreadable(left, right);
-    bool equal = left.image().width() == right.image().width() && left.image().depth() == right.image().depth() &&
+    bool equal = left.image().width() == right.image().width() &&
+                 left.image().depth() == right.image().depth() &&
                  left.image().base() == right.image().base() && unreadable == 0;
     kvrimage::for_each_difference(left.image(), right.image(), [&](const kvrimage::difference& found) {
         equal = false;
@@ -138,7 +140,8 @@ exit_code be_a_diff_driver(const arguments& given) {
         if (error.code() != exit_code::bad_input) {
             throw;
         }
-        print(fmt::format("* {} cannot be compared: {}\n", kvrimage::title_of_input(given.files[0]), error.message()));
+        print(fmt::format("* {} cannot be compared: {}\n", kvrimage::title_of_input(given.files[0]),
+                          error.message()));
     }
     return exit_code::fine;
 }
@@ -155,8 +158,9 @@ exit_code diff(const arguments& given) {
     return compare_as_asked(given, left, right) ? exit_code::fine : exit_code::negative;
 }
 
-constexpr std::array diff_options = {option_id::from, option_id::width, option_id::depth, option_id::unit, option_id::order, option_id::keep_going, option_id::radix,
-                                     option_id::json, option_id::quiet, option_id::git};
+constexpr std::array diff_options = {
+    option_id::from,       option_id::width, option_id::depth, option_id::unit,  option_id::order,
+    option_id::keep_going, option_id::radix, option_id::json,  option_id::quiet, option_id::git};
 
 } // namespace
 

@@ -54,7 +54,8 @@ std::string characters_of(const word& value, std::size_t count) {
             text[index] = character_at(value, static_cast<std::uint32_t>(count - 1 - index) * bits_per_byte);
         }
     }
-    std::ranges::replace_if(text, [](char byte) { return byte < ' ' || byte > '~'; }, '.');
+    std::ranges::replace_if(
+        text, [](char byte) { return byte < ' ' || byte > '~'; }, '.');
     return text;
 }
 
@@ -132,7 +133,8 @@ private:
             line += ' ';
             line += word_cell(before[index], row + index);
             if (text_size > 0) {
-                characters += before[index] ? characters_of(*before[index], text_size) : std::string(text_size, ' ');
+                characters +=
+                    before[index] ? characters_of(*before[index], text_size) : std::string(text_size, ' ');
             }
         }
         if (text_size > 0) {
@@ -141,8 +143,8 @@ private:
         }
         output.write(line + "\n");
     }
-    /// How many rows from @p row on, at least 1, hold one and the same word throughout, or words that repeat from row to
-    /// row: all of them are like the row before, without a look at each.
+    /// How many rows from @p row on, at least 1, hold one and the same word throughout, or words that repeat
+    /// from row to row: all of them are like the row before, without a look at each.
     [[nodiscard]] std::uint64_t like_rows(std::uint64_t row) const {
         const kvrimage::repetition found = image.repetition_at(row);
         const std::uint64_t last = std::min(found.last, range.last);
@@ -200,8 +202,9 @@ exit_code dump(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array dump_options = {option_id::from,  option_id::width,   option_id::depth, option_id::unit, option_id::order,
-                                     option_id::radix, option_id::columns, option_id::range, option_id::keep_going};
+constexpr std::array dump_options = {option_id::from,    option_id::width, option_id::depth,
+                                     option_id::unit,    option_id::order, option_id::radix,
+                                     option_id::columns, option_id::range, option_id::keep_going};
 
 } // namespace
 
@@ -214,7 +217,7 @@ const command dump_command = {
     "  $ kvrmem dump --range 0x40..0x7F boot.hex\n"
     "  $ git config diff.memory.textconv 'kvrmem dump'\n",
     "Addresses are hexadecimal, words too unless --radix says otherwise; '--' is a\n"
-    "word that is not set, and with --keep-going '??' one that is in doubt. Rows\n"
+    "word that is not set, and with --keep-going '?' marks one in doubt. Rows\n"
     "like the one above are folded into '*'. The last line is the address after the\n"
     "last word.\n",
     1,

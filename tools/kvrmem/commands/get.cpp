@@ -59,22 +59,24 @@ exit_code get(const arguments& given) {
     return all_set ? exit_code::fine : exit_code::negative;
 }
 
-constexpr std::array get_options = {option_id::from,  option_id::width, option_id::depth,      option_id::unit, option_id::order, option_id::radix, option_id::keep_going};
+constexpr std::array get_options = {option_id::from,  option_id::width, option_id::depth,     option_id::unit,
+                                    option_id::order, option_id::radix, option_id::keep_going};
 
 } // namespace
 
-const command get_command = {"get",
-                             "FILE ADDRESS[..LAST]...",
-                             "Print single words, one a line.",
-                             "  $ kvrmem get sine.mif 0x10\n"
-                             "  $ kvrmem get --radix hex sine.mif 0..3 255\n"
-                             "  $ kvrmem get --radix fixed:1.15 filter.mif 0..31\n",
-                             "Words are shown in the file's own radix unless --radix says otherwise. For a\n"
-                             "word that is not set the line is 'unset', and the exit code 1; with --keep-going\n"
-                             "the line is 'unreadable' for a word that is in doubt.\n",
-                             2,
-                             any_number,
-                             get_options,
-                             get};
+const command get_command = {
+    "get",
+    "FILE ADDRESS[..LAST]...",
+    "Print single words, one a line.",
+    "  $ kvrmem get sine.mif 0x10\n"
+    "  $ kvrmem get --radix hex sine.mif 0..3 255\n"
+    "  $ kvrmem get --radix fixed:1.15 filter.mif 0..31\n",
+    "Words are shown in the file's own radix unless --radix says otherwise. For a\n"
+    "word that is not set the line is 'unset', and the exit code 1; with --keep-going\n"
+    "the line is 'unreadable' for a word that is in doubt.\n",
+    2,
+    any_number,
+    get_options,
+    get};
 
 } // namespace kvrmem

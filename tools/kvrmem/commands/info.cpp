@@ -49,7 +49,8 @@ std::string most_frequent(const kvrimage::read_result& result, const word_statis
 
 std::string width_of(const kvrimage::read_result& result) {
     const std::string& source = result.facts.width_source;
-    return fmt::format("{}{}", result.image->width(), source.empty() ? "" : fmt::format(" (taken from {})", source));
+    return fmt::format("{}{}", result.image->width(),
+                       source.empty() ? "" : fmt::format(" (taken from {})", source));
 }
 
 std::string unreadable_as_text(const word_facts& facts) {
@@ -129,7 +130,9 @@ exit_code info(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array info_options = {option_id::from, option_id::width, option_id::depth, option_id::unit, option_id::order, option_id::json, option_id::keep_going};
+constexpr std::array info_options = {option_id::from,      option_id::width, option_id::depth,
+                                     option_id::unit,      option_id::order, option_id::json,
+                                     option_id::keep_going};
 
 } // namespace
 

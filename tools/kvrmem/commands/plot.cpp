@@ -33,7 +33,8 @@ void require_svg_file(const std::string& output, const std::string& input) {
     if (output != "-" && std::filesystem::equivalent(picture, memory, error)) {
         usage_error(fmt::format("--output {}: the picture would replace the memory file", output));
     }
-    if (kvrimage::format_of_path(output) != nullptr || std::ranges::find(other_pictures, extension) != other_pictures.end()) {
+    if (kvrimage::format_of_path(output) != nullptr ||
+        std::ranges::find(other_pictures, extension) != other_pictures.end()) {
         usage_error(fmt::format("--output {}: a picture is an SVG file; name it so", output));
     }
 }
@@ -41,8 +42,8 @@ void require_svg_file(const std::string& output, const std::string& input) {
 void require_fitting_options(const arguments& given) {
     constexpr std::uint32_t least = kvrimage::least_screen_columns;
     if (given.columns.value_or(least) < least) {
-        usage_error(
-            fmt::format("--columns {}: a picture needs at least {} characters a line", *given.columns, least));
+        usage_error(fmt::format("--columns {}: a picture needs at least {} characters a line", *given.columns,
+                                least));
     }
     if (given.output) {
         require_svg_file(*given.output, given.files[0]);
@@ -58,8 +59,9 @@ kvrimage::character_screen screen_for(const arguments& given) {
     if (paint.colored()) {
         screen.paint = [paint](kvrimage::character_style part, std::string_view text) {
             // In the order of character_style.
-            constexpr std::array styles = {style::plain,   style::bold,  style::dim,  style::blue,  style::cyan,
-                                           style::magenta, style::green, style::cyan, style::yellow};
+            constexpr std::array styles = {style::plain, style::bold, style::dim,
+                                           style::blue,  style::cyan, style::magenta,
+                                           style::green, style::cyan, style::yellow};
             return paint.paint(styles[static_cast<std::size_t>(part)], text);
         };
     }
@@ -81,9 +83,9 @@ exit_code plot(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array plot_options = {option_id::from,   option_id::width,  option_id::depth, option_id::unit, option_id::order,
-                                     option_id::range,  option_id::output, option_id::is_signed,
-                                     option_id::columns};
+constexpr std::array plot_options = {option_id::from,   option_id::width,     option_id::depth,
+                                     option_id::unit,   option_id::order,     option_id::range,
+                                     option_id::output, option_id::is_signed, option_id::columns};
 
 } // namespace
 

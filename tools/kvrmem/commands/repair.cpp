@@ -20,7 +20,8 @@ namespace {
 void report_repairs(const std::string& name, const kvrimage::repaired& repaired) {
     for (const kvrimage::diagnostic& each : repaired.repairs) {
         const std::string times = each.count > 1 ? fmt::format(" ({} places)", each.count) : "";
-        tell(fmt::format("{}:{}:{}: fixed: {}{}", name, each.where.line, each.where.column, each.repair, times));
+        tell(fmt::format("{}:{}:{}: fixed: {}{}", name, each.where.line, each.where.column, each.repair,
+                         times));
     }
     if (repaired.repairs.empty()) {
         tell(fmt::format("{}: nothing to repair", name));

@@ -102,7 +102,8 @@ public:
         is_first = false;
     }
     void finish(bool equal, std::uint64_t unreadable) override {
-        const std::string left_out = unreadable == 0 ? "" : fmt::format("  \"unreadable\": {},\n", unreadable);
+        const std::string left_out =
+            unreadable == 0 ? "" : fmt::format("  \"unreadable\": {},\n", unreadable);
         output.write(fmt::format("{}],\n{}  \"equal\": {}\n}}\n", is_first ? "" : "\n  ", left_out, equal));
         output.finish();
     }

@@ -14,6 +14,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -106,8 +107,8 @@ void require_reasonable_size(const memory_input& input, const std::vector<assign
 }
 
 /// Makes the edits in the text of @p input and in its image.
-/// @return false when the words are as they were already
-bool apply(memory_input& input, const std::vector<assignment>& assignments) {
+/// @return the new text; nothing when the words are as they were already
+std::optional<std::string> apply(memory_input& input, const std::vector<assignment>& assignments) {
     const kvrimage::edit_result edit =
         input.options.as->edit(input.file.contents(), input.result, assignments);
     if (!edit.diagnostics.empty()) {
@@ -116,16 +117,17 @@ bool apply(memory_input& input, const std::vector<assignment>& assignments) {
                          fmt::format("{}: error: {}; nothing was written{}{}", input.name(), first.message,
                                      first.hint.empty() ? "" : "; ", first.hint));
     }
-    input.file.edit(edit.edits);
     for (const assignment& each : assignments) {
         input.result.image->fill(each.addresses, each.words);
     }
-    return !edit.edits.empty();
+    return edit.edits.empty()
+               ? std::nullopt
+               : std::optional(kvrimage::with_edits(std::string(input.file.contents()), edit.edits));
 }
 
-/// Reads the text of @p input, which was edited, as every command would, and compares.
+/// Reads @p text, the new one of @p input, as every command would, and compares.
 /// @param faults that were in the file before
-void verify(const memory_input& input, const std::vector<known_fault>& faults) {
+void verify(const memory_input& input, std::string_view text, const std::vector<known_fault>& faults) {
     kvrimage::read_options options = input.options;
     options.keep_going = false;
     const memory_image& expected = input.image();
@@ -135,7 +137,7 @@ void verify(const memory_input& input, const std::vector<known_fault>& faults) {
     if (!options.as->states_depth) {
         options.depth = expected.depth();
     }
-    const kvrimage::read_result found = kvrimage::parse(input.file.contents(), options);
+    const kvrimage::read_result found = kvrimage::parse(text, options);
     if (const diagnostic* const broken = first_broken(found)) {
         const auto known = std::ranges::find_if(faults, [broken](const known_fault& each) {
             return each.id == broken->id && each.message == broken->message;
@@ -161,21 +163,22 @@ void edit_file(const arguments& given, const edit_kind& kind) {
     const std::vector<known_fault> faults = known_faults(given, input);
     const std::vector<assignment> assignments = read_assignments(given, kind, input);
     require_reasonable_size(input, assignments);
-    const bool has_changed = apply(input, assignments);
-    verify(input, faults);
+    const std::optional<std::string> edited = apply(input, assignments);
+    const std::string_view text = edited ? std::string_view(*edited) : input.file.contents();
+    verify(input, text, faults);
 
     const bool is_in_place = !given.output || *given.output == input.path;
     if (!is_in_place && !given.force) {
-        require_no_lost_comments(*given.output, input.file.contents());
+        require_no_lost_comments(*given.output, text);
     }
-    if (has_changed || !is_in_place || input.path == "-") {
-        write_text(given.output.value_or(input.path), input.file.contents());
+    if (edited || !is_in_place || input.path == "-") {
+        write_text(given.output.value_or(input.path), text);
     }
     note_suspect_ones(given, input);
     note_width(input);
     const std::string target = is_in_place ? "" : " -> " + *given.output;
     tell(fmt::format("{}{}: {}{}", input.name(), target, kind.summarize(assignments),
-                     has_changed ? "" : ", as they were already"));
+                     edited ? "" : ", as they were already"));
     if (!is_in_place) {
         note_other_extension(*given.output, *input.options.as);
     }

@@ -42,8 +42,8 @@ const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result) {
 
 broken_file refusal_of(const arguments& given, const std::string& path, const kvrimage::input_file& file,
                        const kvrimage::read_result& result, const kvrimage::diagnostic& shown) {
-    std::string text =
-        kvrimage::diagnostic_text(shown, file.name(), file.contents(), diagnostic_painter(stderr, given.color));
+    std::string text = kvrimage::diagnostic_text(shown, file.name(), file.contents(),
+                                                 diagnostic_painter(stderr, given.color));
     const std::uint64_t more = result.diagnostics.size() - 1 + result.facts.diagnostics_left_out;
     if (more != 0) {
         text += fmt::format("{} more; {} shows all\n", more, check_line(given, path));

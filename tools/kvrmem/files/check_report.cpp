@@ -1,6 +1,5 @@
 #include "tools/kvrmem/files/check_report.h"
 
-#include "kvrimage/diagnostics/diagnostic_text.h"
 #include "tools/kvrmem/surroundings/counted.h"
 
 #include <fmt/format.h>
@@ -20,7 +19,8 @@ using kvrimage::diagnostic_class;
 constexpr std::array<const char*, 3> class_names = {"broken", "consumer", "suspect"};
 
 json_value as_json(const kvrimage::place& where) {
-    return {{"line", where.line}, {"column", where.column}, {"offset", where.offset}, {"length", where.length}};
+    return {
+        {"line", where.line}, {"column", where.column}, {"offset", where.offset}, {"length", where.length}};
 }
 
 json_value text_or_null(const std::string& text) {
@@ -43,7 +43,8 @@ json_value fix_as_json(const diagnostic& found) {
     }
     json_value edits = json_value::array();
     for (const kvrimage::text_edit& edit : found.fix) {
-        edits.push_back({{"offset", edit.offset}, {"length", edit.length}, {"replacement", edit.replacement}});
+        edits.push_back(
+            {{"offset", edit.offset}, {"length", edit.length}, {"replacement", edit.replacement}});
     }
     return {{"what", found.repair}, {"edits", std::move(edits)}};
 }
@@ -91,8 +92,8 @@ std::string diagnostic_counts::text() const {
     return fmt::format("{}, {}{}", counted(errors(), "error"), counted(warnings(), "warning"), more);
 }
 
-std::string report_as_text(const std::string& name, std::string_view contents, const kvrimage::read_result& result,
-                           const kvrimage::text_painter& paint) {
+std::string report_as_text(const std::string& name, std::string_view contents,
+                           const kvrimage::read_result& result, const kvrimage::text_painter& paint) {
     std::string text;
     for (const diagnostic& found : result.diagnostics) {
         text += kvrimage::diagnostic_text(found, name, contents, paint);

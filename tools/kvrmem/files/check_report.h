@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvrimage/diagnostics/diagnostic_text.h"
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/surroundings/json.h"
@@ -34,7 +35,9 @@ public:
     [[nodiscard]] std::uint64_t left_out() const noexcept { return not_kept; }
     [[nodiscard]] bool none() const noexcept { return errors() + warnings() + left_out() == 0; }
     /// Whether the check has found what it looks for: an error, and with @p strict a warning.
-    [[nodiscard]] bool fail(bool strict) const noexcept { return errors() != 0 || (strict && warnings() != 0); }
+    [[nodiscard]] bool fail(bool strict) const noexcept {
+        return errors() != 0 || (strict && warnings() != 0);
+    }
     /// "2 errors, 1 warning"
     [[nodiscard]] std::string text() const;
 

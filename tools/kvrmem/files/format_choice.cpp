@@ -18,17 +18,18 @@ namespace {
 std::string likely_option(std::string_view option, std::string_view contents) {
     const std::vector<kvrimage::sniffed> found = kvrimage::sniff(contents);
     const bool is_likely = !found.empty() && found.front().how_sure >= kvrimage::certainty::likely;
-    return is_likely ? fmt::format("{} {}, which it looks like", option, found.front().as->id) : std::string(option);
+    return is_likely ? fmt::format("{} {}, which it looks like", option, found.front().as->id)
+                     : std::string(option);
 }
 
 } // namespace
 
-const kvrimage::format& format_for(const kvrimage::format* given, const std::string& path, std::string_view option,
-                                   std::string_view contents) {
+const kvrimage::format& format_for(const kvrimage::format* given, const std::string& path,
+                                   std::string_view option, std::string_view contents) {
     const kvrimage::format* const found = given != nullptr ? given : kvrimage::format_of_path(path);
     if (found == nullptr) {
-        usage_error(fmt::format("{}: the name does not tell the format ({}); give {}", path, format_extensions(", "),
-                                likely_option(option, contents)));
+        usage_error(fmt::format("{}: the name does not tell the format ({}); give {}", path,
+                                format_extensions(", "), likely_option(option, contents)));
     }
     return *found;
 }
@@ -36,8 +37,8 @@ const kvrimage::format& format_for(const kvrimage::format* given, const std::str
 void note_other_extension(const std::string& path, const kvrimage::format& written) {
     const kvrimage::format* const named = kvrimage::format_of_path(path);
     if (named != nullptr && named != &written) {
-        tell(fmt::format("{}: note: the name says {}, what was written is {}", kvrimage::title_of_output(path),
-                         named->title, written.title));
+        tell(fmt::format("{}: note: the name says {}, what was written is {}",
+                         kvrimage::title_of_output(path), named->title, written.title));
     }
 }
 

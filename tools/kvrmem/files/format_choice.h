@@ -14,8 +14,8 @@ namespace kvrmem {
 [[nodiscard]] const kvrimage::format& format_for(const kvrimage::format* given, const std::string& path,
                                                  std::string_view option, std::string_view contents = {});
 
-/// Reports, as a note on standard error, when the extension of @p path, which was written as @p written, says that it is
-/// something else.
+/// Reports, as a note on standard error, when the extension of @p path, which was written as @p written, says
+/// that it is something else.
 void note_other_extension(const std::string& path, const kvrimage::format& written);
 
 } // namespace kvrmem

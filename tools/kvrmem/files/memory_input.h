@@ -20,11 +20,12 @@ struct memory_input {
 };
 
 /// The bytes of the file @p path, and what @p given says of it.
-/// @throws kvrimage::file_error when it cannot be read; tool_error (wrong usage) when nothing tells the format
+/// @throws kvrimage::file_error when it cannot be read; tool_error (wrong usage) when nothing tells the
+/// format
 [[nodiscard]] memory_input open_memory(const arguments& given, const std::string& path);
 
-/// Reads the file @p path, which has an image then. What was kept from the image with --keep-going, and how many
-/// diagnostics are suspect, is reported on standard error.
+/// Reads the file @p path, which has an image then. What was kept from the image with --keep-going, and how
+/// many diagnostics are suspect, is reported on standard error.
 /// @throws broken_file when a diagnostic is broken, without --keep-going or where nothing can be read
 /// @throws what open_memory() does
 [[nodiscard]] memory_input read_memory(const arguments& given, const std::string& path);
@@ -35,11 +36,14 @@ void note_suspect_ones(const arguments& given, const memory_input& input);
 /// Reports on standard error where the width is from, if the file does not say it.
 void note_width(const memory_input& input);
 
-/// What is wrong with @p range: "address 8 is beyond the depth 8 (0 to 7)", when it is not in @p image; else "".
-[[nodiscard]] std::string range_fault(const kvrimage::address_range& range, const kvrimage::memory_image& image);
+/// What is wrong with @p range: "address 8 is beyond the depth 8 (0 to 7)", when it is not in @p image; else
+/// "".
+[[nodiscard]] std::string range_fault(const kvrimage::address_range& range,
+                                      const kvrimage::memory_image& image);
 
 /// The addresses that --range names, or all of @p image.
 /// @throws tool_error (wrong usage) when they are not in it
-[[nodiscard]] kvrimage::address_range range_within(const arguments& given, const kvrimage::memory_image& image);
+[[nodiscard]] kvrimage::address_range range_within(const arguments& given,
+                                                   const kvrimage::memory_image& image);
 
 } // namespace kvrmem

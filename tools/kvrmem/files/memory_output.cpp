@@ -17,9 +17,8 @@ void require_writable(const kvrimage::memory_image& image, const kvrimage::write
     const std::vector<kvrimage::diagnostic> faults = kvrimage::can_write(image, options);
     if (!faults.empty()) {
         const kvrimage::diagnostic& first = faults.front();
-        throw tool_error(exit_code::bad_input,
-                         fmt::format("{}: error: {}{}{}", subject, first.message, first.hint.empty() ? "" : "; ",
-                                     first.hint));
+        throw tool_error(exit_code::bad_input, fmt::format("{}: error: {}{}{}", subject, first.message,
+                                                           first.hint.empty() ? "" : "; ", first.hint));
     }
 }
 

@@ -32,9 +32,10 @@ void for_each_shown_run(const kvrimage::read_result& result, const address_range
             take({run.addresses, run.value});
             continue;
         }
-        for_each_part(run.addresses, result.unreadable, [&take](const address_range& part, bool is_unreadable) {
-            take({part, std::nullopt, is_unreadable});
-        });
+        for_each_part(run.addresses, result.unreadable,
+                      [&take](const address_range& part, bool is_unreadable) {
+                          take({part, std::nullopt, is_unreadable});
+                      });
     }
 }
 

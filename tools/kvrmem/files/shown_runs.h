@@ -8,9 +8,10 @@
 
 namespace kvrmem {
 
-/// Calls @p take with parts of @p range, in order, that lie within one of the ranges @p unreadable (true) or between them
-/// (false).
-void for_each_part(const kvrimage::address_range& range, const std::vector<kvrimage::address_range>& unreadable,
+/// Calls @p take with parts of @p range, in order, that lie within one of the ranges @p unreadable (true) or
+/// between them (false).
+void for_each_part(const kvrimage::address_range& range,
+                   const std::vector<kvrimage::address_range>& unreadable,
                    const std::function<void(const kvrimage::address_range&, bool)>& take);
 
 /// Neighbouring addresses that a command shows alike.

@@ -12,8 +12,9 @@ namespace kvrmem {
 /// Arms the timer.
 void start_progress();
 
-/// From now on the line says "reading" and @p name, and how much of the @p size bytes of the open file @p descriptor lies
-/// before its position; bytes alone for a size of 0. The descriptor may be closed at any time.
+/// From now on the line says "reading" and @p name, and how much of the @p size bytes of the open file @p
+/// descriptor lies before its position; bytes alone for a size of 0. The descriptor may be closed at any
+/// time.
 void show_reading(const std::string& name, int descriptor, std::uint64_t size);
 
 /// The same for a file that is written, whose size is not known.
