@@ -55,8 +55,11 @@ bool mif_content_parser::read_one() {
     const mif_token& next = tokens.peek();
     switch (next.what) {
     case kind::end:
-        find(mif_syntax::missing_end, {});
+        find_missing_end();
         return false;
+    case kind::colon:
+        take_without_address();
+        return true;
     case kind::semicolon:
         take_semicolon();
         return true;
@@ -105,6 +108,19 @@ void mif_content_parser::take_stray() {
     const mif_token first = tokens.take();
     const span rest = tokens.skip_statement();
     find(mif_syntax::stray_text, between(first.at.offset, std::max(first.at.end(), rest.end())));
+}
+
+/// ": 1;"
+void mif_content_parser::take_without_address() {
+    const mif_token first = tokens.take();
+    const span rest = tokens.skip_statement();
+    find(mif_syntax::missing_address, between(first.at.offset, std::max(first.at.end(), rest.end())));
+}
+
+/// Of the file as a whole.
+void mif_content_parser::find_missing_end() {
+    const std::string_view contents = tokens.contents();
+    find(mif_syntax::missing_end, {}, insertion_at(contents.size(), contents.ends_with('\n') ? "END;\n" : "\nEND;\n"));
 }
 
 /// What the library does not see where it is: the second statement on a line, and what follows a comment.

@@ -20,6 +20,8 @@ private:
     void take_semicolon();
     void take_left_out();
     void take_stray();
+    void take_without_address();
+    void find_missing_end();
     void take_statement();
     void take_end();
     void take_behind_end();

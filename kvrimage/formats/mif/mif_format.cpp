@@ -1,5 +1,6 @@
 #include "kvrimage/formats/mif/mif_format.h"
 
+#include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/formats/mif/mif_writer.h"
 
 #include <array>
@@ -10,12 +11,25 @@ namespace {
 
 constexpr std::array<std::string_view, 1> mif_extensions = {"mif"};
 
+read_result read_whole_mif(std::string_view contents, const read_options& options) {
+    return read_mif(contents, options);
+}
+
 } // namespace
 
 const format mif_format = {
     .id = "mif",
     .title = "MIF",
     .extensions = mif_extensions,
+    .states_width = true,
+    .states_depth = true,
+    .states_radix = true,
+    .holds_unset = true,
+    .holds_dont_care = true,
+    .holds_ranges = true,
+    .sniff = sniff_mif,
+    .read = read_whole_mif,
+    .find_word = find_mif_word,
     .can_write = can_write_mif,
     .write = write_mif,
     .written_size = written_size_of_mif,
