@@ -121,7 +121,7 @@ private:
 
 /// Calls @p take with the offsets of the first and last word of stretches that are set.
 template <class Take>
-void for_each_set_stretch(const image_words& words, Take&& take) {
+void for_each_stretch_to_write(const image_words& words, Take&& take) {
     const auto take_row = [&take](const kvr::word_row& row, std::uint64_t first) {
         take(first, first + row.count - 1);
         return row.count;
@@ -134,12 +134,6 @@ void for_each_set_stretch(const image_words& words, Take&& take) {
                               [&take](const text_run& run) { take(run.first, run.last); });
 }
 
-std::optional<std::uint64_t> highest_set(const memory_image& image) {
-    std::optional<std::uint64_t> highest;
-    for_each_set_stretch(image.words(), [&](std::uint64_t, std::uint64_t last) { highest = image.base() + last; });
-    return highest;
-}
-
 } // namespace
 
 std::vector<diagnostic> can_write_hex(const memory_image& image, const write_options&) {
@@ -150,9 +144,9 @@ std::vector<diagnostic> can_write_hex(const memory_image& image, const write_opt
     if (const auto found = find_dont_care(image)) {
         reasons.push_back(diagnose::hex_dont_care({}, found->text, image.base() + found->first));
     }
-    const auto highest = highest_set(image);
-    if (highest && *highest >= deepest_memory) {
-        reasons.push_back(diagnose::hex_address({}, *highest, deepest_memory - 1));
+    const auto bounds = image.bounds();
+    if (bounds && bounds->last >= deepest_memory) {
+        reasons.push_back(diagnose::hex_address({}, bounds->last, deepest_memory - 1));
     }
     return reasons;
 }
@@ -172,7 +166,7 @@ void write_hex(const memory_image& image, const write_options&, text_sink& outpu
 
 std::uint64_t size_of_hex(const memory_image& image, const write_options&) {
     hex_size size(image);
-    for_each_set_stretch(image.words(),
+    for_each_stretch_to_write(image.words(),
                          [&size](std::uint64_t first, std::uint64_t last) { size.take(first, last); });
     return size.result();
 }
