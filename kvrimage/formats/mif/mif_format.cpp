@@ -1,6 +1,7 @@
 #include "kvrimage/formats/mif/mif_format.h"
 
 #include "kvrimage/formats/mif/mif_reader.h"
+#include "kvrimage/formats/mif/mif_edit.h"
 #include "kvrimage/formats/mif/mif_writer.h"
 
 #include <array>
@@ -30,6 +31,7 @@ const format mif_format = {
     .sniff = sniff_mif,
     .read = read_whole_mif,
     .find_word = find_mif_word,
+    .edit = edit_mif,
     .can_write = can_write_mif,
     .write = write_mif,
     .written_size = written_size_of_mif,

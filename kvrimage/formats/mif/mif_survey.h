@@ -1,0 +1,37 @@
+#pragma once
+
+#include "kvr/memory/store/address_set.h"
+#include "kvrimage/edit/digit_style.h"
+#include "kvrimage/edit/touched_places.h"
+#include "kvrimage/formats/format.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace kvrimage {
+
+struct mif_statement;
+
+/// The addresses that @p statement of @p contents sets; nothing when it does not say so.
+[[nodiscard]] std::optional<address_range> addresses_of(std::string_view contents,
+                                                        const mif_statement& statement, radix address_radix);
+
+/// What a first look at a MIF finds.
+struct mif_survey {
+    std::vector<setting_place>
+        places; ///< the statements that set words to be edited; numbers are their offsets
+    kvr::address_set single_addresses; ///< that have a statement with one value
+    style_finder addresses;
+    style_finder values;
+    std::optional<std::uint64_t> last_statement; ///< its offset
+    std::uint64_t end; ///< the offset of END; of the end of the file where it is missing
+};
+
+/// Looks at @p contents, which was read as @p facts say. One pass, which goes over regular lines about as
+/// fast as reading them does.
+void survey_mif(std::string_view contents, const file_facts& facts, const edit_pieces& pieces,
+                mif_survey& survey);
+
+} // namespace kvrimage
