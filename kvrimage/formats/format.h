@@ -1,10 +1,12 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/diagnostics/places.h"
 #include "kvrimage/export.h"
 #include "kvrimage/image/memory_image.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -115,6 +117,9 @@ struct format {
     /// The line of the file that sets the word at @p address last; nothing when none does. After read() has taken it.
     std::optional<place> (*find_word)(std::string_view contents, const read_options& options,
                                       std::uint64_t address) = nullptr;
+    /// Calls a function with the place of each comment, in order, except those that write() itself makes. @p contents may be
+    /// anything.
+    void (*find_comments)(std::string_view contents, const std::function<void(const span&)>& take) = nullptr;
     /// The edits that make @p contents, which read() takes as @p ours, hold the words of @p assignments; of two for one
     /// address the later counts. Comments and layout stay.
     edit_result (*edit)(std::string_view contents, const read_result& ours,

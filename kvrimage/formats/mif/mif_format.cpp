@@ -1,7 +1,8 @@
 #include "kvrimage/formats/mif/mif_format.h"
 
-#include "kvrimage/formats/mif/mif_reader.h"
+#include "kvrimage/formats/mif/mif_comments.h"
 #include "kvrimage/formats/mif/mif_edit.h"
+#include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/formats/mif/mif_writer.h"
 
 #include <array>
@@ -31,6 +32,7 @@ const format mif_format = {
     .sniff = sniff_mif,
     .read = read_whole_mif,
     .find_word = find_mif_word,
+    .find_comments = find_mif_comments,
     .edit = edit_mif,
     .can_write = can_write_mif,
     .write = write_mif,
