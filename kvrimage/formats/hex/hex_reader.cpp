@@ -57,23 +57,21 @@ public:
             first_digits = digits;
         }
     }
+    /// False where no width was given, and the records contradict each other, or the first ones say nothing.
+    [[nodiscard]] bool knows_width() const { return options.width || (!layout.counts_bytes() && finder.bytes() != 0); }
     void report(diagnostic_list& diagnostics) const {
-        if (layout.counts_bytes()) {
+        if (!knows_width()) {
+            diagnostics.add(diagnose::width_unknown({}));
+        } else if (layout.counts_bytes()) {
             report_bytes(diagnostics);
-        } else if (!options.width) {
-            if (finder.bytes() == 0) {
-                diagnostics.add(diagnose::width_unknown({}));
-            }
-        } else if (options.unit != address_unit::word) {
+        } else if (options.width && options.unit != address_unit::word) {
             report_contradiction(diagnostics);
         }
     }
 
 private:
     void report_bytes(diagnostic_list& diagnostics) const {
-        if (!options.width) {
-            diagnostics.add(diagnose::width_unknown({}));
-        } else if (layout.width % bits_per_byte != 0) {
+        if (layout.width % bits_per_byte != 0) {
             diagnostics.add(diagnose::unit_width({}, layout.width));
         } else if (layout.bytes_per_word() > 1 && !options.order) {
             diagnostic found = diagnose::byte_order({}, layout.width);
@@ -247,7 +245,7 @@ private:
             take_data(line);
             break;
         case hex_record_type::end:
-            end_line = line.whole;
+            end_line = record.where;
             if (record.data_bytes != 0) {
                 list.add(diagnose::end_record_data(record.where, count_of(record.data_bytes, "byte")));
             }
@@ -355,6 +353,9 @@ private:
         }
         if (!has_faulty_record) {
             judge.report(list);
+        }
+        if (!judge.knows_width()) {
+            cells.reset();
         }
         if (cells) {
             cells->report(list);
