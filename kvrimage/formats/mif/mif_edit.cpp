@@ -44,11 +44,14 @@ public:
         if (show_word(word, data_radix, image.width(), text)) {
             return in_style(text, style);
         }
-        if (result.diagnostics.empty()) {
-            result.diagnostics.push_back(
-                diagnose::mif_dont_care({}, word, address, title_of(data_radix), ""));
-        }
+        refuse(diagnose::mif_dont_care({}, word, address, title_of(data_radix), ""));
         return word;
+    }
+    /// There are no edits because of @p reason, the first of them.
+    void refuse(diagnostic reason) {
+        if (result.diagnostics.empty()) {
+            result.diagnostics.push_back(std::move(reason));
+        }
     }
     /// @p replacement for what @p where covers, unless it is there already. In the order of the file.
     void change(const span& where, std::string replacement) {
@@ -81,12 +84,13 @@ public:
         if (lines.empty()) {
             return;
         }
-        join_taken(lines, taken);
+        if (lines.size() > 1 || lines.front().is_range()) {
+            join_taken(lines, taken);
+        }
         style = style_of(file.contents, statement);
         line_end = line_end_at(file.contents, next_line(file.contents, statement.whole.end()));
         if (!statement.sound) {
-            const std::string text = lines_text(lines, 0).substr(line_end.size() + style.indent.size());
-            file.change(statement.whole, text);
+            write_anew(lines);
             return;
         }
         change_addresses(lines.front());
@@ -97,6 +101,18 @@ public:
     }
 
 private:
+    /// In the place of a statement of wrong form, if it can be understood.
+    void write_anew(const std::vector<mif_line>& lines) {
+        const std::string_view text = statement.whole.in(file.contents);
+        const bool is_understood =
+            addresses.first == addresses.last || !file.image.words()[addresses.first].empty();
+        if (!is_understood || text.find('\n') != std::string_view::npos) {
+            file.refuse(diagnose::mif_edit_statement(statement.whole, text));
+            return;
+        }
+        file.change(statement.whole, lines_text(lines, 0).substr(line_end.size() + style.indent.size()));
+    }
+
     /// Those of @p pieces that change a word. Two neighbours of one assignment are one: what is between them
     /// is set by a later statement.
     [[nodiscard]] std::vector<edit_piece> changed(const std::vector<edit_piece>& pieces) const {
@@ -411,9 +427,8 @@ edit_result edit_mif(std::string_view contents, const read_result& ours,
         }
         add_unset(file, pieces.all(), style, survey.end);
     }
-    if (const auto line = line_made_too_long(contents, file.result.edits);
-        line && file.result.diagnostics.empty()) {
-        file.result.diagnostics.push_back(diagnose::mif_edit_length(*line, longest_edited_line));
+    if (const auto line = line_made_too_long(contents, file.result.edits)) {
+        file.refuse(diagnose::mif_edit_length(*line, longest_edited_line));
     }
     if (!file.result.diagnostics.empty()) {
         file.result.edits.clear();
