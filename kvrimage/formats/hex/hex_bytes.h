@@ -40,7 +40,8 @@ private:
     std::vector<address_range> partial_words;
 };
 
-/// The digits of the bytes of a word, two each, most significant first, as @p order puts them in a file, and the reverse.
+/// The digits of the bytes of a word, two each, most significant first, as @p order puts them in a file, and
+/// the reverse.
 [[nodiscard]] std::string in_byte_order(std::string_view digits, byte_order order);
 
 } // namespace kvrimage

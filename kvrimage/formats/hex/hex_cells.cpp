@@ -124,7 +124,8 @@ void hex_cells::note_addresses(const hex_data& data, std::uint32_t count) {
 void hex_cells::store(const hex_data& data, std::uint64_t address, std::uint32_t index) {
     const std::string_view digits = data.digits.substr(index * cell_digits, cell_digits);
     if (const auto fault = make_word(digits, radix::hex, layout.cell_width(), word)) {
-        too_wide.add(data.span_of(contents, index * cell_digits, cell_digits), address, digits, fault->bits_needed);
+        too_wide.add(data.span_of(contents, index * cell_digits, cell_digits), address, digits,
+                     fault->bits_needed);
         mark_unreadable(address, cell_bytes);
         return;
     }
@@ -180,7 +181,8 @@ std::uint64_t hex_cells::line_that_sets(std::uint64_t cell) const {
     std::optional<std::uint64_t> offset;
     hex_offset base;
     static_cast<void>(for_each_data_record(contents, base, [&](const hex_data& data) {
-        if (!offset && !data.is_in_doubt() && data.address <= cell && cell < data.address + data.bytes / cell_bytes) {
+        if (!offset && !data.is_in_doubt() && data.address <= cell &&
+            cell < data.address + data.bytes / cell_bytes) {
             offset = data.where.offset;
         }
     }));

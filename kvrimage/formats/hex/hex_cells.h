@@ -22,7 +22,8 @@ public:
     /// @param depth words, if the caller gave it
     hex_cells(std::string_view file, const hex_layout& layout, std::optional<std::uint64_t> depth);
 
-    /// Takes a plain record at @p address if nothing can be wrong with it, which nearly always is so. False: it is for take().
+    /// Takes a plain record at @p address if nothing can be wrong with it, which nearly always is so. False:
+    /// it is for take().
     bool take_plain(const kvr::hex_record& record, std::uint64_t address);
     void take(const hex_data& data);
     /// Notes that the words of @p bytes bytes from @p address on are in doubt.
@@ -30,7 +31,8 @@ public:
 
     /// What is wrong with the words.
     void report(diagnostic_list& diagnostics);
-    /// The words; once, after which nothing else can be asked. Nothing when no address is known to be in the memory.
+    /// The words; once, after which nothing else can be asked. Nothing when no address is known to be in the
+    /// memory.
     /// @param diagnostics takes what is found when bytes become words
     [[nodiscard]] std::optional<memory_image> finish(diagnostic_list& diagnostics);
     /// Addresses of words that were not set because something is wrong with them, in order.
@@ -52,7 +54,8 @@ private:
         std::uint64_t address = 0; ///< of the first
         std::string text;          ///< of the first
         std::uint64_t most = 0;    ///< of all
-        void add(const span& place, std::uint64_t first_address, std::string_view first_text, std::uint64_t value);
+        void add(const span& place, std::uint64_t first_address, std::string_view first_text,
+                 std::uint64_t value);
     };
 
     std::string_view contents;

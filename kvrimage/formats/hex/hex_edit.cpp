@@ -31,7 +31,8 @@ std::optional<diagnostic> obstacle_to(const assignment& given, const hex_layout&
     if (given.addresses.last > largest) {
         return diagnose::hex_address({}, given.addresses.last, largest);
     }
-    const auto found = std::ranges::find_if(given.words, [](const word& each) { return each.has_dont_care(); });
+    const auto found =
+        std::ranges::find_if(given.words, [](const word& each) { return each.has_dont_care(); });
     if (found != given.words.end()) {
         const auto index = static_cast<std::uint64_t>(found - given.words.begin());
         return diagnose::hex_dont_care({}, text_of_word(*found), given.addresses.first + index);
@@ -59,7 +60,7 @@ assignment by_cells(const assignment& given, const hex_layout& layout) {
 struct record_survey {
     std::vector<setting_place> places; ///< by the offsets of their records
     hex_record_style style;
-    std::size_t end = 0;     ///< where new records go
+    std::size_t end = 0;      ///< where new records go
     std::uint64_t offset = 0; ///< in force there
 };
 
@@ -118,7 +119,9 @@ public:
     }
     [[nodiscard]] bool changes() const { return data.is_in_doubt() || digits != before; }
     /// True when no word that is in doubt stays.
-    [[nodiscard]] bool is_certain() const { return !data.is_in_doubt() || cells_set * cell_digits == data.digits.size(); }
+    [[nodiscard]] bool is_certain() const {
+        return !data.is_in_doubt() || cells_set * cell_digits == data.digits.size();
+    }
 
     [[nodiscard]] text_edit finish() {
         const std::size_t checksum = digits.size() - 2;
@@ -152,8 +155,8 @@ private:
     std::uint64_t cells_set = 0;
 };
 
-void change_records(std::string_view contents, const hex_layout& layout, const std::vector<touched_place>& places,
-                    edit_result& result) {
+void change_records(std::string_view contents, const hex_layout& layout,
+                    const std::vector<touched_place>& places, edit_result& result) {
     auto next = places.begin();
     hex_offset offset;
     static_cast<void>(for_each_data_record(contents, offset, [&](const hex_data& data) {

@@ -17,8 +17,8 @@ std::string_view line_end_of(std::string_view contents) {
 }
 
 diagnostic describe_hex_digit(std::string_view contents, const hex_line& line) {
-    return diagnose::bad_digit(line.fault_place, line.fault_place.in(contents), line.record.where.in(contents),
-                               "hexadecimal");
+    return diagnose::bad_digit(line.fault_place, line.fault_place.in(contents),
+                               line.record.where.in(contents), "hexadecimal");
 }
 
 diagnostic describe_second_record(const hex_line& line, std::string_view contents) {
@@ -34,9 +34,10 @@ diagnostic describe_missing_checksum(const hex_line& line) {
     const std::string fields(digits.substr(0, hex_record::header));
     const std::string checksum = hex_checksum(fields);
     const std::string_view given = digits.substr(hex_record::header);
-    diagnostic found = diagnose::checksum_missing(
-        line.fault_place, given.empty() ? "the record has no checksum" : "the checksum has one digit, it needs 2",
-        fields + checksum);
+    diagnostic found = diagnose::checksum_missing(line.fault_place,
+                                                  given.empty() ? "the record has no checksum"
+                                                                : "the checksum has one digit, it needs 2",
+                                                  fields + checksum);
     if (given.empty() || given[0] == checksum[0]) {
         found.fix = {{line.fault_place.offset, 0, checksum.substr(given.size())}};
         found.repair = fmt::format("checksum {} is added", checksum);

@@ -2,6 +2,7 @@
 
 #include "kvrimage/formats/hex/hex_comments.h"
 #include "kvrimage/formats/hex/hex_edit.h"
+#include "kvrimage/formats/hex/hex_kvr.h"
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "kvrimage/formats/hex/hex_writer.h"
 
@@ -12,6 +13,8 @@ namespace kvrimage {
 namespace {
 
 constexpr std::array<std::string_view, 2> hex_extensions = {"hex", "ihex"};
+constexpr std::array<consumer, 1> hex_consumers = {
+    {{"kvr", "the kvr library", check_hex_for_kvr, "holds 0 there"}}};
 
 } // namespace
 
@@ -28,6 +31,7 @@ const format hex_format = {
     .can_write = can_write_hex,
     .write = write_hex,
     .written_size = size_of_hex,
+    .consumers = hex_consumers,
 };
 
 } // namespace kvrimage

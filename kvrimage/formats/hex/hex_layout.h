@@ -13,21 +13,28 @@ inline constexpr std::uint32_t most_data_bytes = 255; ///< of a record
 inline constexpr std::uint32_t hex_page_shift = 16;   ///< the address field counts within a page
 inline constexpr std::uint64_t hex_page_size = std::uint64_t{1} << hex_page_shift;
 
-/// How words are in the records of an Intel HEX file. Each word takes whole bytes. What an address counts is a cell: a word,
-/// or a byte of one.
+/// How words are in the records of an Intel HEX file. Each word takes whole bytes. What an address counts is
+/// a cell: a word, or a byte of one.
 struct hex_layout {
     std::uint32_t width = 0; ///< bits a word; 0: not known
     address_unit unit = address_unit::word;
     byte_order order = byte_order::big; ///< of the bytes of a word; big where addresses count words
 
-    [[nodiscard]] std::uint32_t bytes_per_word() const noexcept { return (width + bits_per_byte - 1) / bits_per_byte; }
+    [[nodiscard]] std::uint32_t bytes_per_word() const noexcept {
+        return (width + bits_per_byte - 1) / bits_per_byte;
+    }
     [[nodiscard]] bool counts_bytes() const noexcept { return unit == address_unit::byte; }
     [[nodiscard]] std::uint32_t cell_width() const noexcept { return counts_bytes() ? bits_per_byte : width; }
-    [[nodiscard]] std::uint32_t bytes_per_cell() const noexcept { return counts_bytes() ? 1 : bytes_per_word(); }
-    [[nodiscard]] std::uint32_t cells_per_word() const noexcept { return counts_bytes() ? bytes_per_word() : 1; }
+    [[nodiscard]] std::uint32_t bytes_per_cell() const noexcept {
+        return counts_bytes() ? 1 : bytes_per_word();
+    }
+    [[nodiscard]] std::uint32_t cells_per_word() const noexcept {
+        return counts_bytes() ? bytes_per_word() : 1;
+    }
 };
 
-/// Finds how many bytes an address counts, where one record goes on at the address at which the one before it ends.
+/// Finds how many bytes an address counts, where one record goes on at the address at which the one before it
+/// ends.
 class width_finder {
 public:
     /// Takes a data record of @p bytes bytes at @p address.
@@ -68,7 +75,8 @@ private:
 
 /// The layout with which read() has read a file as @p ours, which has an image.
 [[nodiscard]] hex_layout layout_of(const read_result& ours);
-/// That with which read() takes @p contents, a file without broken diagnostics; a width of 0 where it does not.
+/// That with which read() takes @p contents, a file without broken diagnostics; a width of 0 where it does
+/// not.
 [[nodiscard]] hex_layout layout_of(std::string_view contents, const read_options& options);
 
 } // namespace kvrimage

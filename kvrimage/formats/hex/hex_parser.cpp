@@ -42,7 +42,8 @@ bool is_complete_record(std::string_view digits) {
 
 bool begins_as_comment(std::string_view content) {
     constexpr std::array<std::string_view, 4> beginnings = {";", "#", "//", "--"};
-    return std::ranges::any_of(beginnings, [content](std::string_view each) { return content.starts_with(each); });
+    return std::ranges::any_of(beginnings,
+                               [content](std::string_view each) { return content.starts_with(each); });
 }
 
 hex_record_type type_of(std::string_view digits) {
@@ -143,7 +144,8 @@ void hex_parser::split_record(std::size_t colon) {
     hex_record& record = current.record;
     record.where = {current.content.offset + colon, current.content.length - colon};
     record.digits = digits_of(record.where.in(contents).substr(1), buffer);
-    if (record.digits.size() >= hex_record::header && are_all_hex(record.digits.substr(0, hex_record::header))) {
+    if (record.digits.size() >= hex_record::header &&
+        are_all_hex(record.digits.substr(0, hex_record::header))) {
         record.data_bytes = hex_value(record.digits.substr(0, 2));
         record.address = hex_value(record.digits.substr(2, 4));
         record.type = type_of(record.digits.substr(6, 2));

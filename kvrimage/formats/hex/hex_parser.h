@@ -42,8 +42,8 @@ enum class hex_fault : std::uint8_t {
 
 /// A record, from its colon on. The fields behind the first digit at fault have no meaning.
 struct hex_record {
-    span where;              ///< colon to last digit, with the blanks between
-    std::string_view digits; ///< after the colon, without blanks; valid until the parser goes on
+    span where;                   ///< colon to last digit, with the blanks between
+    std::string_view digits;      ///< after the colon, without blanks; valid until the parser goes on
     std::uint32_t data_bytes = 0; ///< the record length
     std::uint32_t address = 0;    ///< the address field
     hex_record_type type = hex_record_type::unknown;
@@ -51,11 +51,10 @@ struct hex_record {
     static constexpr std::size_t header = 8; ///< digits of length, address and type
     static constexpr std::size_t shortest = header + 2;
 
-    [[nodiscard]] std::string_view data() const {
-        return digits.substr(header, digits.size() - shortest);
-    }
+    [[nodiscard]] std::string_view data() const { return digits.substr(header, digits.size() - shortest); }
     [[nodiscard]] bool has_blanks() const noexcept { return where.length != digits.size() + 1; }
-    /// Where @p count digits (at least one) from number @p first on are in @p contents, with the blanks between.
+    /// Where @p count digits (at least one) from number @p first on are in @p contents, with the blanks
+    /// between.
     [[nodiscard]] span span_of(std::string_view contents, std::size_t first, std::size_t count) const;
 };
 
@@ -80,8 +79,8 @@ struct hex_line {
     bool hides_record = false;
 };
 
-/// Goes over the lines of an Intel HEX file, each of which it hands out with the place of every part. It reports what a line
-/// is and decides nothing: a line after the end record is parsed like any other.
+/// Goes over the lines of an Intel HEX file, each of which it hands out with the place of every part. It
+/// reports what a line is and decides nothing: a line after the end record is parsed like any other.
 class hex_parser {
 public:
     /// @param of kept alive by the caller

@@ -2,18 +2,17 @@
 
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/formats/foreign_content.h"
 #include "kvrimage/formats/hex/hex_bytes.h"
 #include "kvrimage/formats/hex/hex_cells.h"
 #include "kvrimage/formats/hex/hex_faults.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/hex/hex_layout.h"
 #include "kvrimage/formats/hex/hex_records.h"
-#include "kvrimage/formats/registry.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <limits>
 #include <utility>
 
 namespace kvrimage {
@@ -22,12 +21,8 @@ namespace {
 
 constexpr std::size_t longest_line_of_kvr = 599;
 
-std::size_t most_kept(const read_options& options) {
-    return options.wants_repairs ? std::numeric_limits<std::size_t>::max() : options.most_diagnostics;
-}
-
-/// What the first records say of the bytes that an address counts; 0 when none of them does. Whether the others agree is
-/// found when they are read.
+/// What the first records say of the bytes that an address counts; 0 when none of them does. Whether the
+/// others agree is found when they are read.
 std::uint32_t bytes_by_first_records(std::string_view contents) {
     width_finder finder;
     hex_offset offset;
@@ -58,7 +53,9 @@ public:
         }
     }
     /// False where no width was given, and the records contradict each other, or the first ones say nothing.
-    [[nodiscard]] bool knows_width() const { return options.width || (!layout.counts_bytes() && finder.bytes() != 0); }
+    [[nodiscard]] bool knows_width() const {
+        return options.width || (!layout.counts_bytes() && finder.bytes() != 0);
+    }
     void report(diagnostic_list& diagnostics) const {
         if (!knows_width()) {
             diagnostics.add(diagnose::width_unknown({}));
@@ -97,7 +94,8 @@ private:
     /// "little (first word 00500113) or big (13015000)"
     [[nodiscard]] std::string orders() const {
         const std::string word(first_digits.substr(0, 2 * std::size_t{layout.bytes_per_word()}));
-        return fmt::format("little (first word {}) or big ({})", in_byte_order(word, byte_order::little), word);
+        return fmt::format("little (first word {}) or big ({})", in_byte_order(word, byte_order::little),
+                           word);
     }
 
     const read_options& options;
@@ -111,7 +109,7 @@ public:
     hex_reading(std::string_view file, const read_options& given)
         : contents(file),
           options(given),
-          list(most_kept(given)),
+          list(given.most_diagnostics, given.wants_repairs),
           layout(first_layout(file, given)),
           judge(options, layout),
           parser(file) {
@@ -262,7 +260,8 @@ private:
 
     void take_data(const hex_line& line) {
         const hex_record& record = line.record;
-        const hex_data data{offset.value() + record.address, record.data_bytes, record.data(), &line, record.where};
+        const hex_data data{offset.value() + record.address, record.data_bytes, record.data(), &line,
+                            record.where};
         if (wraps(record.address, record.data_bytes)) {
             list.add(diagnose::address_wraps(record.where, offset.value() + hex_page_size - 1));
             mark_unreadable(line);
@@ -276,7 +275,8 @@ private:
 
     /// True for a record after a segment address that does not end within 65536 addresses.
     [[nodiscard]] bool wraps(std::uint32_t address, std::uint32_t bytes) const {
-        return offset.counts_segments() && address + bytes / std::max(1U, layout.bytes_per_cell()) > hex_page_size;
+        return offset.counts_segments() &&
+               address + bytes / std::max(1U, layout.bytes_per_cell()) > hex_page_size;
     }
 
     void note_data(std::uint64_t address, std::uint32_t bytes, std::string_view digits, const span& where) {
@@ -389,15 +389,9 @@ private:
 
     /// Of a file without a single record nothing else is worth a message.
     read_result foreign() {
-        list = diagnostic_list(most_kept(options));
-        list.add(diagnose::not_hex({}, what_it_looks_like()));
+        list = diagnostic_list(options.most_diagnostics);
+        list.add(foreign_content(contents).value_or(diagnose::not_hex({})));
         return finished({});
-    }
-    [[nodiscard]] std::string what_it_looks_like() const {
-        const std::vector<sniffed> others = sniff(contents);
-        return others.empty() ? ""
-                              : fmt::format("this looks like {}; read it with --from {}", others.front().as->title,
-                                            others.front().as->id);
     }
 
     std::string_view contents;
@@ -410,7 +404,8 @@ private:
     std::optional<hex_cells> cells; ///< nothing while nobody knows how wide a word is
     places text, commented, text_after_end, records_after_end;
     std::optional<span> end_line; ///< once the end record has come
-    std::optional<diagnostic> pending_end; ///< of an end record at fault, until it is known whether a record follows
+    std::optional<diagnostic>
+        pending_end;                ///< of an end record at fault, until it is known whether a record follows
     std::uint64_t last_content = 0; ///< where the last line that holds something ends
     bool has_record = false;
     bool has_data = false;

@@ -8,8 +8,9 @@
 
 namespace kvrimage {
 
-/// format::read for Intel HEX. Each word takes a whole number of bytes, and a record holds whole words. Addresses count
-/// words unless the caller says that they count bytes; without a width it is taken from the records.
+/// format::read for Intel HEX. Each word takes a whole number of bytes, and a record holds whole words.
+/// Addresses count words unless the caller says that they count bytes; without a width it is taken from the
+/// records.
 [[nodiscard]] read_result read_hex(std::string_view contents, const read_options& options);
 
 /// format::find_word for Intel HEX.

@@ -22,7 +22,8 @@ std::uint64_t cells_of_record(const hex_layout& layout, std::uint32_t largest_re
 
 } // namespace
 
-hex_record_maker::hex_record_maker(const hex_layout& of, const hex_record_style& like, std::uint64_t offset_there)
+hex_record_maker::hex_record_maker(const hex_layout& of, const hex_record_style& like,
+                                   std::uint64_t offset_there)
     : layout(of),
       style(like),
       offset(offset_there),

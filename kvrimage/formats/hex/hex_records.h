@@ -8,8 +8,8 @@
 
 namespace kvrimage {
 
-/// The word or byte address to which the addresses of records are relative. Each extended address record replaces what the
-/// one before it has set, also one of the other type.
+/// The word or byte address to which the addresses of records are relative. Each extended address record
+/// replaces what the one before it has set, also one of the other type.
 class hex_offset {
 public:
     void take(hex_record_type type, std::string_view data) {
@@ -26,9 +26,9 @@ private:
     bool is_segment = false;
 };
 
-/// Takes plain data records, of a line of their own without blanks or faults, at the front of what @p parser has to come,
-/// and gives each to @p take (digits of the data, address field, bytes, line), which answers false for one that is for the
-/// parser. What it takes is what the parser would hand out.
+/// Takes plain data records, of a line of their own without blanks or faults, at the front of what @p parser
+/// has to come, and gives each to @p take (digits of the data, address field, bytes, line), which answers
+/// false for one that is for the parser. What it takes is what the parser would hand out.
 template <class Take>
 void take_plain_records(hex_parser& parser, Take&& take) {
     const std::string_view lines = parser.rest();
@@ -52,11 +52,13 @@ struct hex_data {
     std::uint64_t address; ///< of the first cell
     std::uint32_t bytes;
     std::string_view digits; ///< of the data
-    const hex_line* line; ///< null: a plain one, whose digits are in place
+    const hex_line* line;    ///< null: a plain one, whose digits are in place
     span where;
 
     /// True when something is wrong with its digits, but not with their number.
-    [[nodiscard]] bool is_in_doubt() const noexcept { return line != nullptr && line->fault != hex_fault::none; }
+    [[nodiscard]] bool is_in_doubt() const noexcept {
+        return line != nullptr && line->fault != hex_fault::none;
+    }
     /// Where @p count digits of the data from number @p first on are.
     [[nodiscard]] span span_of(std::string_view contents, std::size_t first, std::size_t count) const {
         const std::size_t index = hex_record::header + first;
@@ -73,15 +75,17 @@ struct hex_data {
            record.digits.size() == hex_record::shortest + std::size_t{2} * record.data_bytes;
 }
 
-/// Calls @p take with each data record before the end record, those among them whose digits are in doubt, and leaves out what
-/// else is at fault. Returns the parser where the end record was found; its line is that record, or the last line.
+/// Calls @p take with each data record before the end record, those among them whose digits are in doubt, and
+/// leaves out what else is at fault. Returns the parser where the end record was found; its line is that
+/// record, or the last line.
 /// @param offset starts at 0, and is the one in force at the end
 template <class Take>
 hex_parser for_each_data_record(std::string_view contents, hex_offset& offset, Take&& take) {
     hex_parser parser(contents);
     while (true) {
         take_plain_records(parser, [&](const kvr::hex_record& plain, const span& where) {
-            take(hex_data{offset.value() + plain.word_address, plain.data_bytes, plain.data(), nullptr, where});
+            take(hex_data{offset.value() + plain.word_address, plain.data_bytes, plain.data(), nullptr,
+                          where});
             return true;
         });
         if (!parser.next()) {
@@ -96,7 +100,8 @@ hex_parser for_each_data_record(std::string_view contents, hex_offset& offset, T
         if (is_right && sets_offset(record.type)) {
             offset.take(record.type, record.data());
         } else if (record.type == hex_record_type::data && (is_right || has_known_addresses(line))) {
-            take(hex_data{offset.value() + record.address, record.data_bytes, record.data(), &line, record.where});
+            take(hex_data{offset.value() + record.address, record.data_bytes, record.data(), &line,
+                          record.where});
         }
     }
 }

@@ -9,14 +9,15 @@
 
 namespace kvrimage {
 
-/// Records on their way to a text_sink. Those of many words at once are made in the buffer of an output file that has no
-/// file, from which the sink takes them.
+/// Records on their way to a text_sink. Those of many words at once are made in the buffer of an output file
+/// that has no file, from which the sink takes them.
 class hex_rows {
 public:
     /// @param to kept alive by the caller
     hex_rows(std::uint32_t bytes_per_word, text_sink& to);
 
-    /// Adds a record for each word from the first of @p row on, the first with the address @p address, below 65536.
+    /// Adds a record for each word from the first of @p row on, the first with the address @p address, below
+    /// 65536.
     /// @return how many; 0 for words that need a record of their own
     std::uint32_t write(const kvr::word_row& row, std::uint32_t address);
     void add(std::string_view text);

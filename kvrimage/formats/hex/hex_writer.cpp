@@ -34,7 +34,8 @@ public:
           bytes(bytes_of_word(image)),
           rows(bytes, to) {}
 
-    /// Writes the first words of @p row, of which the first is @p offset words from the lowest one; how many is the result.
+    /// Writes the first words of @p row, of which the first is @p offset words from the lowest one; how many
+    /// is the result.
     std::uint32_t write(const kvr::word_row& row, std::uint64_t offset) {
         const std::uint64_t address = base + offset;
         begin_page_of(address);
@@ -167,7 +168,7 @@ void write_hex(const memory_image& image, const write_options&, text_sink& outpu
 std::uint64_t size_of_hex(const memory_image& image, const write_options&) {
     hex_size size(image);
     for_each_stretch_to_write(image.words(),
-                         [&size](std::uint64_t first, std::uint64_t last) { size.take(first, last); });
+                              [&size](std::uint64_t first, std::uint64_t last) { size.take(first, last); });
     return size.result();
 }
 

@@ -7,11 +7,12 @@
 
 namespace kvrimage {
 
-/// format::can_write for Intel HEX: words of more than 255 bytes, don't-care bits and addresses of more than 32 bits cannot be
-/// written.
+/// format::can_write for Intel HEX: words of more than 255 bytes, don't-care bits and addresses of more than
+/// 32 bits cannot be written.
 [[nodiscard]] std::vector<diagnostic> can_write_hex(const memory_image& image, const write_options& options);
 
-/// format::write for Intel HEX: one word a record, addresses count words, words that are not set are left out.
+/// format::write for Intel HEX: one word a record, addresses count words, words that are not set are left
+/// out.
 void write_hex(const memory_image& image, const write_options& options, text_sink& output);
 
 /// format::written_size for Intel HEX; exact.

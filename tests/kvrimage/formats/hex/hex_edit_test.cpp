@@ -1,5 +1,4 @@
 #include "kvrimage/formats/hex/hex_edit.h"
-
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "tests/kvrimage/formats/hex/hex_files.h"
 
@@ -14,15 +13,8 @@ namespace {
 using namespace kvrimage;
 using namespace kvrimage::hex_test;
 
-const std::string end_record = ":00000001FF\n";
-
-read_options words_of_width(std::uint32_t width) {
-    read_options options;
-    options.width = width;
-    return options;
-}
-
-assignment assign(std::uint64_t first, std::uint64_t last, std::vector<std::uint64_t> values, std::uint32_t width) {
+assignment assign(std::uint64_t first, std::uint64_t last, std::vector<std::uint64_t> values,
+                  std::uint32_t width) {
     assignment made{{first, last}, {}};
     for (const std::uint64_t value : values) {
         made.words.push_back(word::of(value, width));
@@ -30,15 +22,17 @@ assignment assign(std::uint64_t first, std::uint64_t last, std::vector<std::uint
     return made;
 }
 
-std::string edited(const std::string& text, const read_options& options, const std::vector<assignment>& assignments) {
+std::string edited(const std::string& text, const read_options& options,
+                   const std::vector<assignment>& assignments) {
     const read_result ours = read_hex(text, options);
     const edit_result result = edit_hex(text, ours, assignments);
-    return result.diagnostics.empty() ? with_edits_of(text, result.edits) : result.diagnostics.front().message;
+    return result.diagnostics.empty() ? with_edits_of(text, result.edits)
+                                      : result.diagnostics.front().message;
 }
 
 std::string edited16(const std::string& text, std::uint64_t first, std::uint64_t last,
                      const std::vector<std::uint64_t>& values) {
-    return edited(text, words_of_width(16), {assign(first, last, values, 16)});
+    return edited(text, of_width(16), {assign(first, last, values, 16)});
 }
 
 TEST(HexEdit, ReplacesTheDigitsAndTheChecksum) {
@@ -48,7 +42,8 @@ TEST(HexEdit, ReplacesTheDigitsAndTheChecksum) {
 
 TEST(HexEdit, AWordThatIsThereAlreadyChangesNothing) {
     const std::string text = ":020000000001FD\n" + end_record;
-    EXPECT_TRUE(edit_hex(text, read_hex(text, words_of_width(16)), std::vector{assign(0, 0, {1}, 16)}).edits.empty());
+    EXPECT_TRUE(
+        edit_hex(text, read_hex(text, of_width(16)), std::vector{assign(0, 0, {1}, 16)}).edits.empty());
 }
 
 TEST(HexEdit, OfTwoRecordsTheLastOneChanges) {
@@ -69,49 +64,57 @@ TEST(HexEdit, NewWordsGoBeforeTheEndRecord) {
 }
 
 TEST(HexEdit, NewPagesGetExtendedAddresses) {
-    EXPECT_EQ(edited(":020000040001F9\n:020000000001FD\n" + end_record, words_of_width(16),
+    EXPECT_EQ(edited(":020000040001F9\n:020000000001FD\n" + end_record, of_width(16),
                      {assign(6, 6, {1}, 16), assign(0x10006, 0x10006, {1}, 16)}),
-              ":020000040001F9\n:020000000001FD\n:020000040000FA\n:020006000001F7\n:020000040001F9\n:020006000001F7\n" +
+              ":020000040001F9\n:020000000001FD\n:020000040000FA\n:020006000001F7\n:020000040001F9\n:"
+              "020006000001F7\n" +
                   end_record);
 }
 
 TEST(HexEdit, ARecordDoesNotCrossItsPage) {
-    EXPECT_EQ(edited(record("020000000001") + end_record, words_of_width(8), {assign(0xFFFF, 0x10000, {1}, 8)}),
-              record("020000000001") + record("01FFFF0001") + record("020000040001") + record("0100000001") + end_record);
+    EXPECT_EQ(edited(record("020000000001") + end_record, of_width(8), {assign(0xFFFF, 0x10000, {1}, 8)}),
+              record("020000000001") + record("01FFFF0001") + record("020000040001") + record("0100000001") +
+                  end_record);
 }
 
 TEST(HexEdit, OfTwoAssignmentsTheLaterCounts) {
-    EXPECT_EQ(edited(":020000000001FD\n" + end_record, words_of_width(16), {assign(0, 0, {2}, 16), assign(0, 0, {3}, 16)}),
+    EXPECT_EQ(edited(":020000000001FD\n" + end_record, of_width(16),
+                     {assign(0, 0, {2}, 16), assign(0, 0, {3}, 16)}),
               ":020000000003FB\n" + end_record);
 }
 
 TEST(HexEdit, SaysWhatARecordCannotHold) {
     const std::string text = ":020000000001FD\n" + end_record;
     assignment dont_care{{0, 0}, {*word::parse("000X", radix::hex, 16).value}};
-    EXPECT_EQ(edited(text, words_of_width(16), {dont_care}),
+    EXPECT_EQ(edited(text, of_width(16), {dont_care}),
               "word 000X at address 0 has a don't-care bit, which Intel HEX cannot hold");
     EXPECT_EQ(edited16(text, deepest_memory, deepest_memory, {1}),
               "address 4294967296 is beyond 4294967295, the largest of Intel HEX");
-    read_options wide = words_of_width(4096);
+    read_options wide = of_width(4096);
     wide.depth = 1;
     EXPECT_EQ(edited(end_record, wide, {assign(0, 0, {1}, 4096)}),
               "words of 4096 bits do not fit an Intel HEX record, which holds 2040 bits");
 }
 
 TEST(HexEdit, BytesOfAWordAreReplacedWhereTheyAre) {
-    read_options options = words_of_width(32);
+    read_options options = of_width(32);
     options.unit = address_unit::byte;
     options.order = byte_order::little;
-    const std::string text = record("0300000001" "0203") + record("0100030004") + end_record;
+    const std::string text = record("0300000001"
+                                    "0203") +
+                             record("0100030004") + end_record;
     EXPECT_EQ(edited(text, options, {assign(0, 1, {0x44332211, 0x88776655}, 32)}),
-              record("0300000011" "2233") + record("0100030044") + record("0400040055667788") + end_record);
+              record("0300000011"
+                     "2233") +
+                  record("0100030044") + record("0400040055667788") + end_record);
 }
 
 TEST(HexEdit, AWordThatIsBadIsReplaced) {
-    read_options options = words_of_width(16);
+    read_options options = of_width(16);
     options.keep_going = true;
     const std::string bad_digit = ":02000000GG01FD\n";
-    EXPECT_EQ(edited(bad_digit + end_record, options, {assign(0, 0, {1}, 16)}), ":020000000001FD\n" + end_record);
+    EXPECT_EQ(edited(bad_digit + end_record, options, {assign(0, 0, {1}, 16)}),
+              ":020000000001FD\n" + end_record);
     const std::string bad_checksum = ":0400000000010002F0\n";
     EXPECT_EQ(edited(bad_checksum + end_record, options, {assign(0, 1, {1, 2}, 16)}),
               ":0400000000010002F9\n" + end_record);
@@ -120,29 +123,32 @@ TEST(HexEdit, AWordThatIsBadIsReplaced) {
 }
 
 TEST(HexEdit, AFileWithoutEndRecordGetsWordsAtItsEnd) {
-    read_options options = words_of_width(16);
+    read_options options = of_width(16);
     options.keep_going = true;
-    EXPECT_EQ(edited(":020000000001FD", options, {assign(1, 1, {1}, 16)}), ":020000000001FD\n:020001000001FC\n");
+    EXPECT_EQ(edited(":020000000001FD", options, {assign(1, 1, {1}, 16)}),
+              ":020000000001FD\n:020001000001FC\n");
 }
 
 std::string random_file(std::mt19937& numbers, std::uint64_t bytes_of_cell) {
     std::string text;
     for (std::uint64_t count = numbers() % 6; count > 0; --count) {
         const std::uint64_t cells = 1 + numbers() % 4;
-        std::string fields = "0" + std::to_string(cells * bytes_of_cell) + "000" + std::to_string(numbers() % 8) + "00";
+        std::string fields =
+            "0" + std::to_string(cells * bytes_of_cell) + "000" + std::to_string(numbers() % 8) + "00";
         for (std::uint64_t digit = 0; digit < 2 * cells * bytes_of_cell; ++digit) {
             fields += "0123456789abcdefABCDEF"[numbers() % 22];
         }
         text += (numbers() % 9 == 0 ? record("020000020001") : "") + record(fields);
     }
-    return text + record("01FF000001") + record("01FF010001") + record("01FF020001") + record("01FF030001") + end_record;
+    return text + record("01FF000001") + record("01FF010001") + record("01FF020001") + record("01FF030001") +
+           end_record;
 }
 
 TEST(HexEdit, RandomEditsAreReadAgain) {
     std::mt19937 numbers(3);
     for (int round = 0; round < 2000; ++round) {
         const bool counts_bytes = round % 2 == 0;
-        read_options options = words_of_width(counts_bytes ? 16 : 8);
+        read_options options = of_width(counts_bytes ? 16 : 8);
         options.unit = counts_bytes ? address_unit::byte : address_unit::word;
         options.order = numbers() % 2 == 0 ? byte_order::big : byte_order::little;
         options.keep_going = true;
@@ -156,7 +162,8 @@ TEST(HexEdit, RandomEditsAreReadAgain) {
         }
         for (std::uint64_t count = 1 + numbers() % 4; count > 0; --count) {
             const std::uint64_t first = numbers() % 20;
-            edits.push_back(assign(first, first + numbers() % 5, {numbers() % 256, numbers() % 256}, expected.width()));
+            edits.push_back(
+                assign(first, first + numbers() % 5, {numbers() % 256, numbers() % 256}, expected.width()));
         }
         for (const assignment& edit : edits) {
             expected.fill(edit.addresses, edit.words);

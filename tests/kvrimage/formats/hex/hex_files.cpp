@@ -18,6 +18,12 @@ public:
 
 } // namespace
 
+read_options of_width(std::uint32_t width) {
+    read_options options;
+    options.width = width;
+    return options;
+}
+
 std::string record(const std::string& fields) {
     return ":" + fields + hex_checksum(fields) + "\n";
 }
@@ -27,8 +33,8 @@ std::string report_of(const read_result& result) {
     std::ostringstream text;
     for (const diagnostic& each : result.diagnostics) {
         const diagnostic_kind& kind = about(each.id);
-        text << levels.at(static_cast<std::size_t>(kind.level)) << ' ' << kind.code << ' ' << each.where.line << ':'
-             << each.where.column << '+' << each.where.length << " x" << each.count << '\n';
+        text << levels.at(static_cast<std::size_t>(kind.level)) << ' ' << kind.code << ' ' << each.where.line
+             << ':' << each.where.column << '+' << each.where.length << " x" << each.count << '\n';
     }
     return text.str();
 }
@@ -56,7 +62,8 @@ std::string words_of(const read_result& result) {
     }
     std::ostringstream text;
     for (const run& each : result.image->runs()) {
-        for (std::uint64_t address = each.addresses.first; each.value && address <= each.addresses.last; ++address) {
+        for (std::uint64_t address = each.addresses.first; each.value && address <= each.addresses.last;
+             ++address) {
             text << (text.tellp() == 0 ? "" : " ") << address << '=' << *each.value->to_text(radix::hex);
         }
     }

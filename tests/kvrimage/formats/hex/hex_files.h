@@ -10,6 +10,11 @@
 
 namespace kvrimage::hex_test {
 
+inline const std::string end_record = ":00000001FF\n";
+
+/// Options that give the width of the words.
+[[nodiscard]] read_options of_width(std::uint32_t width);
+
 /// ":" + @p fields (record length to data, without blanks) + their checksum + LF.
 [[nodiscard]] std::string record(const std::string& fields);
 

@@ -1,5 +1,4 @@
 #include "kvrimage/formats/hex/hex_parser.h"
-
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "tests/kvrimage/formats/hex/hex_files.h"
 
@@ -79,7 +78,9 @@ std::string random_records(std::mt19937& numbers) {
         if (numbers() % 12 == 0) {
             line[numbers() % line.size()] = characters[numbers() % characters.size()];
         }
-        text += numbers() % 10 == 0 ? record("0" "20000040001") : "";
+        text += numbers() % 10 == 0 ? record("0"
+                                             "20000040001")
+                                    : "";
         text += line;
     }
     return text + (numbers() % 10 != 0 ? ":00000001FF\n" : "");
