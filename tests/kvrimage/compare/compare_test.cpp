@@ -34,7 +34,9 @@ std::string differences(const memory_image& left, const memory_image& right) {
 
 TEST(ForEachDifference, FindsNoneInMemoriesWithoutWords) {
     EXPECT_EQ(differences(memory_image(8, 4), memory_image(8, 400, 1000)), "");
-    EXPECT_EQ(differences(memory_image(8, 4), memory_image(9, deepest_memory, highest_compared - deepest_memory + 1)), "");
+    EXPECT_EQ(differences(memory_image(8, 4),
+                          memory_image(9, deepest_memory, highest_compared - deepest_memory + 1)),
+              "");
 }
 
 TEST(ForEachDifference, JoinsNeighboursWithTheSameTwoWords) {
@@ -72,7 +74,8 @@ TEST(ForEachDifference, TakesMemoriesFarApartUpToTheHighestAddress) {
     memory_image right(2, 4, highest_compared - 3);
     left.set(3, compared_word(1, 2));
     right.set(highest_compared, compared_word(2, 2));
-    EXPECT_EQ(differences(left, right), "3-3:01/- " + std::to_string(highest_compared) + "-" + std::to_string(highest_compared) + ":-/10 ");
+    EXPECT_EQ(differences(left, right), "3-3:01/- " + std::to_string(highest_compared) + "-" +
+                                            std::to_string(highest_compared) + ":-/10 ");
 }
 
 TEST(ForEachDifference, WordsOfDifferentWidthsAreTheSameWhenTheirValuesAre) {
@@ -115,7 +118,8 @@ TEST(ForEachDifference, FillsOfBillionsCostNothing) {
     left.fill({2, deepest_memory - 1}, std::array{compared_word(1), compared_word(2)});
     right.fill({0, deepest_memory - 1}, std::array{compared_word(1, 16), compared_word(2, 16)});
     right.set(77777, compared_word(3, 16));
-    EXPECT_EQ(differences(left, right), "0-0:-/0000000000000001 1-1:-/0000000000000010 77777-77777:00000010/0000000000000011 ");
+    EXPECT_EQ(differences(left, right),
+              "0-0:-/0000000000000001 1-1:-/0000000000000010 77777-77777:00000010/0000000000000011 ");
 }
 
 TEST(ForEachDifference, RandomMemoriesDifferWhereTheirWordsDo) {
@@ -128,7 +132,8 @@ TEST(ForEachDifference, RandomMemoriesDifferWhereTheirWordsDo) {
             for (int i = 0; i < 40; ++i) {
                 const std::uint64_t first = image->base() + engine() % 3000;
                 const std::uint64_t last = std::min(first + engine() % 400, image->last_address());
-                const std::array pattern = {compared_word(engine() % 2, image->width()), compared_word(engine() % 2, image->width())};
+                const std::array pattern = {compared_word(engine() % 2, image->width()),
+                                            compared_word(engine() % 2, image->width())};
                 image->fill({first, last}, pattern);
             }
         }

@@ -1,5 +1,4 @@
 #include "kvrimage/image/image_words.h"
-
 #include "kvrimage/image/store_copy.h"
 #include "kvrimage/image/word_runs.h"
 

@@ -33,7 +33,8 @@ constexpr memory_part memory_parts[] = {
     {"some pages", 12, 5000, top_address - 4999, 0, 5000},
     {"wide words", 130, 3000, 0, 0, 3000},
     {"the border of the halves", 16, deepest_memory, 0, half_of_deepest - 1500, 3000},
-    {"the end of a deep memory", 5, deepest_memory, top_address - deepest_memory + 1, deepest_memory - 2500, 2500},
+    {"the end of a deep memory", 5, deepest_memory, top_address - deepest_memory + 1, deepest_memory - 2500,
+     2500},
     {"one word above half", 32, half_of_deepest + 1, 3, half_of_deepest - 1025, 1026},
 };
 
@@ -198,7 +199,8 @@ private:
         std::vector<std::uint64_t> out(last - first + 1);
         const auto begin = model.begin() + static_cast<std::ptrdiff_t>(first);
         const auto end = begin + static_cast<std::ptrdiff_t>(out.size());
-        const bool has_dont_care = std::any_of(begin, end, [](const auto& one) { return one && one->has_dont_care(); });
+        const bool has_dont_care =
+            std::any_of(begin, end, [](const auto& one) { return one && one->has_dont_care(); });
         if (part.width > 64 || has_dont_care) {
             ASSERT_THROW(image.copy_to(address(first), out), std::domain_error);
             return;
@@ -222,7 +224,7 @@ TEST(MemoryImageModel, RandomOperationsDoWhatTheyDoToAVector) {
     for (const memory_part& where : memory_parts) {
         for (int round = 0; round < 4 && !testing::Test::HasFatalFailure(); ++round) {
             modelled_image modelled(where, ++seed);
-            for (int operation = 0; operation < 120 && !testing::Test::HasFatalFailure(); ++operation) {
+            for (int operation = 0; operation < 60 && !testing::Test::HasFatalFailure(); ++operation) {
                 modelled.operate();
             }
             modelled.check_all();

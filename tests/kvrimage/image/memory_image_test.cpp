@@ -1,6 +1,5 @@
-#include "kvrimage/image/memory_image.h"
-
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/memory_image.h"
 
 #include <gtest/gtest.h>
 
@@ -30,8 +29,8 @@ struct shown_run {
 std::vector<shown_run> shown_runs(const run_range& runs) {
     std::vector<shown_run> all;
     for (const run& one : runs) {
-        all.push_back({one.addresses.first, one.addresses.last,
-                       one.value ? one.value->to_unsigned() : std::nullopt});
+        all.push_back(
+            {one.addresses.first, one.addresses.last, one.value ? one.value->to_unsigned() : std::nullopt});
     }
     return all;
 }
@@ -109,7 +108,8 @@ TEST(MemoryImage, FillRepeatsThePatternOverTheBorderOfTheHalves) {
     memory_image image(8, deepest_memory);
     image.fill({1, deepest_memory - 2}, std::array{byte_word(1), byte_word(2), byte_word(3)});
     EXPECT_EQ(image[0], std::nullopt);
-    for (std::uint64_t address : {std::uint64_t{1}, half_border - 2, half_border - 1, half_border, half_border + 1, deepest_memory - 2}) {
+    for (std::uint64_t address : {std::uint64_t{1}, half_border - 2, half_border - 1, half_border,
+                                  half_border + 1, deepest_memory - 2}) {
         EXPECT_EQ(image[address], byte_word(1 + (address - 1) % 3)) << address;
     }
     EXPECT_EQ(image[deepest_memory - 1], std::nullopt);
@@ -130,18 +130,22 @@ TEST(MemoryImage, RunsGoOverTheBorderOfTheHalves) {
     EXPECT_EQ(shown_runs(image.runs()), (std::vector<shown_run>{{5, image.last_address(), {}}}));
     image.fill({half_border, half_border + 10}, std::array{byte_word(7)});
     image.set(half_border + 11, byte_word(7));
-    EXPECT_EQ(shown_runs(image.runs()), (std::vector<shown_run>{{5, half_border - 1, {}},
-                                                           {half_border, half_border + 11, 7},
-                                                           {half_border + 12, image.last_address(), {}}}));
-    EXPECT_EQ(shown_runs(image.runs({half_border + 2, half_border + 5})), (std::vector<shown_run>{{half_border + 2, half_border + 5, 7}}));
+    EXPECT_EQ(shown_runs(image.runs()),
+              (std::vector<shown_run>{{5, half_border - 1, {}},
+                                      {half_border, half_border + 11, 7},
+                                      {half_border + 12, image.last_address(), {}}}));
+    EXPECT_EQ(shown_runs(image.runs({half_border + 2, half_border + 5})),
+              (std::vector<shown_run>{{half_border + 2, half_border + 5, 7}}));
     EXPECT_EQ(shown_runs(image.runs({half_border + 11, half_border + 12})),
-              (std::vector<shown_run>{{half_border + 11, half_border + 11, 7}, {half_border + 12, half_border + 12, {}}}));
+              (std::vector<shown_run>{{half_border + 11, half_border + 11, 7},
+                                      {half_border + 12, half_border + 12, {}}}));
 }
 
 TEST(MemoryImage, RunsEndAtTheHighestAddress) {
     memory_image image(8, 4, highest_of_all - 3);
     image.set(highest_of_all, byte_word(9));
-    EXPECT_EQ(shown_runs(image.runs()), (std::vector<shown_run>{{highest_of_all - 3, highest_of_all - 1, {}}, {highest_of_all, highest_of_all, 9}}));
+    EXPECT_EQ(shown_runs(image.runs()), (std::vector<shown_run>{{highest_of_all - 3, highest_of_all - 1, {}},
+                                                                {highest_of_all, highest_of_all, 9}}));
 }
 
 TEST(RunIterator, IsAnInputIterator) {

@@ -1,5 +1,4 @@
 #include "kvrimage/image/word.h"
-
 #include "kvrimage/image/word_text.h"
 
 #include <gtest/gtest.h>
@@ -109,9 +108,8 @@ TEST(Word, ParseReportsWhatIsWrong) {
         const word_result result = word::parse(one.text, one.of, one.width);
         EXPECT_FALSE(result.value.has_value()) << one.text;
         ASSERT_TRUE(result.fault.has_value()) << one.text;
-        EXPECT_EQ(*result.fault, one.fault)
-            << one.text << ": " << static_cast<int>(result.fault->what) << ' ' << result.fault->position << ' '
-            << result.fault->bits_needed;
+        EXPECT_EQ(*result.fault, one.fault) << one.text << ": " << static_cast<int>(result.fault->what) << ' '
+                                            << result.fault->position << ' ' << result.fault->bits_needed;
     }
 }
 
@@ -121,7 +119,11 @@ TEST(Word, BytesStandInTheOrderAskedFor) {
     EXPECT_EQ(value.to_bytes(byte_order::big), "\x12\x34");
     EXPECT_EQ(word::of_bytes("\x34\x12", byte_order::little, 13), value);
     EXPECT_EQ(word::of_bytes("\x12\x34", byte_order::big, 13), value);
-    EXPECT_EQ(word::of_bytes("\xFF" "abcdefghi", byte_order::big, 80).to_bytes(byte_order::little), "ihgfedcba\xFF");
+    EXPECT_EQ(word::of_bytes("\xFF"
+                             "abcdefghi",
+                             byte_order::big, 80)
+                  .to_bytes(byte_order::little),
+              "ihgfedcba\xFF");
 }
 
 TEST(Word, BytesMustBeThoseOfTheWidth) {
@@ -193,7 +195,7 @@ TEST(Word, EqualWordsHaveTheSameWidthAndBits) {
 class random_words {
 public:
     std::uint32_t width() {
-        constexpr std::uint32_t widths[] = {1,  2,  3,  4,  5,  7,  8,  9,   12,  15,  16,  17,  31,
+        constexpr std::uint32_t widths[] = {1,  2,  3,  4,  5,  7,  8,  9,  12,  15,  16,  17,  31,
                                             32, 33, 36, 60, 63, 64, 65, 66, 127, 128, 129, 192, 1000};
         return widths[engine() % std::size(widths)];
     }
@@ -250,8 +252,12 @@ TEST(Word, ParseFindsTheFaultsThatMakeWordFinds) {
     for (int round = 0; round < 20000; ++round) {
         const std::uint32_t width = random.width();
         const auto of = static_cast<radix>(round % 5);
-        const std::string text = random.digits(static_cast<std::uint32_t>(random.engine() % 20), round % 3 == 0 ? "01" : "0123456789aF-X");
-        const auto fault = make_word(text, of, width, held);
+        const std::string text = random.digits(static_cast<std::uint32_t>(random.engine() % 20),
+                                               round % 3 == 0 ? "01" : "0123456789aF-X");
+        auto fault = make_word(text, of, width, held);
+        if (fault && fault->what == kind::invalid_digit && text[fault->position] == 'X') {
+            fault->what = kind::dont_care;
+        }
         const word_result result = word::parse(text, of, width);
         ASSERT_EQ(result.fault, fault) << text << ' ' << width << ' ' << title_of(of);
         ASSERT_TRUE(fault || text_of_word(result.value.value()) == held) << text << ' ' << width;

@@ -12,7 +12,8 @@ using namespace kvrimage;
 
 TEST(SortByValue, SortsByAllBytesAndKeepsTheOrderOfEqualNumbers) {
     std::mt19937_64 engine(1);
-    for (const std::uint64_t mask : {std::uint64_t{0}, std::uint64_t{7}, std::uint64_t{0xFF00FF00}, ~std::uint64_t{0}}) {
+    for (const std::uint64_t mask :
+         {std::uint64_t{0}, std::uint64_t{7}, std::uint64_t{0xFF00FF00}, ~std::uint64_t{0}}) {
         std::vector<number_count> counts;
         for (std::uint32_t turn = 0; turn < 3000; ++turn) {
             counts.push_back({engine() & mask, turn, 0});

@@ -66,7 +66,8 @@ TEST(CountWords, OfEquallyFrequentWordsTheOneWhoseLastPlaceIsTheLowestIsGiven) {
 TEST(CountWords, TakesFillsOfBillionsAtOnce) {
     memory_image image(8, deepest_memory);
     image.fill({0, deepest_memory - 1}, std::array{word::of(9, 8), word::of(3, 8)});
-    expect_statistics(count_words(image), {deepest_memory, deepest_memory, 2, word::of(9, 8), deepest_memory / 2});
+    expect_statistics(count_words(image),
+                      {deepest_memory, deepest_memory, 2, word::of(9, 8), deepest_memory / 2});
     image.fill({0, deepest_memory - 1}, std::array{word::of(9, 8)});
     expect_statistics(count_words(image), {deepest_memory, 1, 1, word::of(9, 8), deepest_memory});
 }
