@@ -1,12 +1,12 @@
 #include "kvrimage/formats/mif/mif_edit.h"
 
-#include "kvr/memory/mif/mif_reader.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/edit/edit_pieces.h"
 #include "kvrimage/edit/text_lines.h"
 #include "kvrimage/edit/touched_places.h"
 #include "kvrimage/formats/mif/mif_line_style.h"
 #include "kvrimage/formats/mif/mif_survey.h"
+#include "kvrimage/formats/mif/mif_tokens.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_text.h"
 
@@ -20,7 +20,6 @@ namespace kvrimage {
 
 namespace {
 
-constexpr std::size_t longest_edited_line = kvr::mif_reader::line_limit;
 constexpr std::string_view line_blanks = " \t\r";
 
 /// The file that is edited, and the memory that it holds.
@@ -29,8 +28,8 @@ public:
     edited_mif(std::string_view file, const read_result& ours)
         : contents(file),
           image(*ours.image),
-          address_radix(ours.facts.address_radix.value_or(radix::hex)),
-          data_radix(ours.facts.data_radix.value_or(radix::hex)) {}
+          form{ours.facts.address_radix.value_or(radix::hex), ours.facts.data_radix.value_or(radix::hex),
+               image.depth()} {}
 
     /// True when @p piece changes the word at @p address.
     [[nodiscard]] bool changes(const edit_piece& piece, std::uint64_t address) const {
@@ -41,10 +40,10 @@ public:
                                     const digit_style& style) {
         const std::string word = piece.text_at(address);
         std::string text;
-        if (show_word(word, data_radix, image.width(), text)) {
+        if (show_word(word, form.data, image.width(), text)) {
             return in_style(text, style);
         }
-        refuse(diagnose::mif_dont_care({}, word, address, title_of(data_radix), ""));
+        refuse(diagnose::mif_dont_care({}, word, address, title_of(form.data), ""));
         return word;
     }
     /// There are no edits because of @p reason, the first of them.
@@ -62,8 +61,7 @@ public:
 
     std::string_view contents;
     const memory_image& image;
-    radix address_radix;
-    radix data_radix;
+    mif_number_form form;
     edit_result result;
 };
 
@@ -83,6 +81,9 @@ public:
         std::vector<mif_line> lines = lines_for(changed(pieces));
         if (lines.empty()) {
             return;
+        }
+        if (statement.sound && !can_become_single()) {
+            taken.add(addresses.first);
         }
         if (lines.size() > 1 || lines.front().is_range()) {
             join_taken(lines, taken);
@@ -179,17 +180,23 @@ private:
         return line;
     }
 
+    /// The addresses with their brackets.
+    [[nodiscard]] span range_text() const {
+        const std::uint64_t begin =
+            statement.open.length != 0 ? statement.open.offset : statement.first.offset;
+        return {begin, std::max(statement.last.end(), statement.close.end()) - begin};
+    }
+    /// False where a line ends, or a comment is, between the brackets: these then cannot be removed.
+    [[nodiscard]] bool can_become_single() const {
+        return range_text().in(file.contents).find_first_of("\n%") == std::string_view::npos;
+    }
     /// Puts the addresses of @p line, the first that the range becomes, in the place of those there. Their
     /// first address is the same.
     void change_addresses(const mif_line& line) {
-        const std::uint64_t begin =
-            statement.open.length != 0 ? statement.open.offset : statement.first.offset;
-        const span whole{begin, std::max(statement.last.end(), statement.close.end()) - begin};
-        const bool is_on_one_line = whole.in(file.contents).find_first_of("\n%") == std::string_view::npos;
-        if (!line.is_range() && is_on_one_line) {
-            file.change(whole, std::string(statement.first.in(file.contents)));
+        if (!line.is_range()) {
+            file.change(range_text(), std::string(statement.first.in(file.contents)));
         } else if (line.last != addresses.last) {
-            file.change(statement.last, address_text(line.last, file.address_radix, style.address));
+            file.change(statement.last, address_text(line.last, file.form.addresses, style.address));
         }
     }
 
@@ -225,14 +232,14 @@ private:
         const std::size_t tail = end_of_line(file.contents, end) - end;
         append_values(text, line.values, index + 1, style, line_end,
                       end - start_of_line(file.contents, statement.values[index].offset) + growth,
-                      longest_edited_line - std::min(tail, longest_edited_line));
+                      longest_kvr_line - std::min(tail, longest_kvr_line));
         return text;
     }
 
     [[nodiscard]] std::string lines_text(const std::vector<mif_line>& lines, std::size_t from) const {
         std::string text;
         for (std::size_t index = from; index < lines.size(); ++index) {
-            text.append(line_end).append(line_text(lines[index], file.address_radix, style, line_end));
+            text.append(line_end).append(line_text(lines[index], file.form.addresses, style, line_end));
         }
         return text;
     }
@@ -289,7 +296,7 @@ public:
             return;
         }
         // The survey has found that there are some.
-        const address_range addresses = *addresses_of(file.contents, found, file.address_radix);
+        const address_range addresses = *set_addresses_of(file.contents, found, file.form);
         if (found.sound && found.values.size() > addresses.last - addresses.first) {
             edit_values(found, addresses);
         } else {
@@ -339,7 +346,7 @@ std::string lines_for_unset(edited_mif& file, const std::vector<edit_piece>& pie
         for (std::uint64_t address = piece.first; address < piece.first + piece.period(); ++address) {
             line.values.push_back(file.shown(piece, address, style.value));
         }
-        lines.append(line_text(line, file.address_radix, style, line_end)).append(line_end);
+        lines.append(line_text(line, file.form.addresses, style, line_end)).append(line_end);
     }
     return lines;
 }
@@ -348,7 +355,7 @@ std::string lines_for_unset(edited_mif& file, const std::vector<edit_piece>& pie
 mif_line_style style_without_example(const edited_mif& file) {
     mif_line_style style;
     std::string text;
-    show_word("0", file.data_radix, file.image.width(), text);
+    show_word("0", file.form.data, file.image.width(), text);
     style.value.digits = text.size();
     return style;
 }
@@ -379,7 +386,7 @@ std::optional<span> line_made_too_long(std::string_view contents, const std::vec
         copied = edit.offset + edit.length;
         const std::size_t end = end_of_line(contents, copied);
         const std::size_t old_start = start_of_line(contents, copied);
-        if (length + end - copied > longest_edited_line && end - old_start <= longest_edited_line &&
+        if (length + end - copied > longest_kvr_line && end - old_start <= longest_kvr_line &&
             edit.replacement.size() > edit.length) {
             return span{old_start, end - old_start};
         }
@@ -409,11 +416,10 @@ edit_result edit_mif(std::string_view contents, const read_result& ours,
         return {{}, std::move(faults)};
     }
     edit_pieces pieces(assignments);
-    mif_survey survey;
-    survey_mif(contents, ours.facts, pieces, survey);
-    const std::vector<touched_place> places = find_touched_places(survey.places, pieces);
-
     edited_mif file(contents, ours);
+    mif_survey survey;
+    survey_mif(contents, file.form, pieces, survey);
+    const std::vector<touched_place> places = find_touched_places(survey.places, pieces);
     touched_statements editor(file, places, survey);
     if (survey.last_statement && !pieces.empty()) {
         editor.want_style_of(*survey.last_statement);
@@ -428,7 +434,7 @@ edit_result edit_mif(std::string_view contents, const read_result& ours,
         add_unset(file, pieces.all(), style, survey.end);
     }
     if (const auto line = line_made_too_long(contents, file.result.edits)) {
-        file.refuse(diagnose::mif_edit_length(*line, longest_edited_line));
+        file.refuse(diagnose::mif_edit_length(*line, longest_kvr_line));
     }
     if (!file.result.diagnostics.empty()) {
         file.result.edits.clear();

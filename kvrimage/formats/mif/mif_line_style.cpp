@@ -1,8 +1,8 @@
 #include "kvrimage/formats/mif/mif_line_style.h"
 
-#include "kvr/memory/mif/mif_reader.h"
 #include "kvr/util/letter_case.h"
 #include "kvrimage/edit/text_lines.h"
+#include "kvrimage/formats/mif/mif_tokens.h"
 
 #include <algorithm>
 #include <array>
@@ -107,7 +107,7 @@ std::string line_text(const mif_line& line, radix address_radix, const mif_line_
     }
     text.append(style.before_colon).append(":").append(style.after_colon).append(line.values.front());
     append_values(text, line.values, 1, style, line_end, text.size(),
-                  kvr::mif_reader::line_limit - style.before_semicolon.size() - 1);
+                  longest_kvr_line - style.before_semicolon.size() - 1);
     return text.append(style.before_semicolon).append(";");
 }
 

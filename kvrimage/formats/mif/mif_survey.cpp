@@ -1,36 +1,26 @@
 #include "kvrimage/formats/mif/mif_survey.h"
 
+#include "kvr/memory/memory_state.h"
+#include "kvrimage/formats/mif/mif_numbers.h"
 #include "kvrimage/formats/mif/mif_parser.h"
 #include "kvrimage/formats/mif/regular_mif_line.h"
-
-#include <algorithm>
-#include <array>
-#include <charconv>
 
 namespace kvrimage {
 
 namespace {
 
-constexpr std::array<unsigned, 5> radix_bases = {2, 8, 10, 10, 16};
-
-std::optional<std::uint64_t> address_of(std::string_view text, unsigned base) {
-    std::uint64_t address = 0;
-    const auto end = std::from_chars(text.data(), text.data() + text.size(), address, static_cast<int>(base));
-    return end.ec == std::errc() && end.ptr == text.data() + text.size() ? std::optional(address)
-                                                                         : std::nullopt;
-}
-
 class survey_sink : public mif_sink {
 public:
-    survey_sink(std::string_view file, const file_facts& facts, const edit_pieces& wanted, mif_survey& result)
+    survey_sink(std::string_view file, const mif_number_form& numbers, const edit_pieces& wanted,
+                mif_survey& result)
         : contents(file),
-          address_radix(facts.address_radix.value_or(radix::hex)),
-          base(radix_bases[static_cast<std::size_t>(address_radix)]),
+          form(numbers),
+          base(kvr::radix_base(to_kvr(form.addresses))),
           pieces(wanted),
           survey(result) {}
 
     void statement(const mif_statement& found) override {
-        const std::optional<address_range> addresses = addresses_of(contents, found, address_radix);
+        const std::optional<address_range> addresses = set_addresses_of(contents, found, form);
         if (!addresses) {
             return;
         }
@@ -70,7 +60,7 @@ private:
     }
     void take(std::uint64_t offset, const address_range& addresses, bool has_one_value) {
         survey.last_statement = offset;
-        if (has_one_value && addresses.first == addresses.last && addresses.first < deepest_memory) {
+        if (has_one_value && addresses.first == addresses.last && addresses.first < form.depth) {
             survey.single_addresses.insert(static_cast<std::uint32_t>(addresses.first));
         }
         if (pieces.touch(addresses)) {
@@ -79,7 +69,7 @@ private:
     }
 
     std::string_view contents;
-    radix address_radix;
+    const mif_number_form& form;
     unsigned base;
     const edit_pieces& pieces;
     mif_survey& survey;
@@ -87,24 +77,19 @@ private:
 
 } // namespace
 
-std::optional<address_range> addresses_of(std::string_view contents, const mif_statement& statement,
-                                          radix address_radix) {
-    const unsigned base = radix_bases[static_cast<std::size_t>(address_radix)];
-    const auto first = address_of(statement.first.in(contents), base);
-    if (!first) {
-        return std::nullopt;
-    }
-    if (!statement.is_range()) {
-        return address_range{*first, *first + std::max<std::size_t>(statement.values.size(), 1) - 1};
-    }
-    const auto last = address_of(statement.last.in(contents), base);
-    return last && *last >= *first ? std::optional(address_range{*first, *last}) : std::nullopt;
+std::optional<address_range> set_addresses_of(std::string_view contents, const mif_statement& statement,
+                                              const mif_number_form& form) {
+    const mif_addresses found = addresses_of(statement, contents, form);
+    const bool is_partly_beyond = found.what == mif_addresses::fault::beyond && found.first < form.depth;
+    return found.what == mif_addresses::fault::none || is_partly_beyond
+               ? std::optional(address_range{found.first, found.last})
+               : std::nullopt;
 }
 
-void survey_mif(std::string_view contents, const file_facts& facts, const edit_pieces& pieces,
+void survey_mif(std::string_view contents, const mif_number_form& form, const edit_pieces& pieces,
                 mif_survey& survey) {
     survey.end = contents.size();
-    survey_sink sink(contents, facts, pieces, survey);
+    survey_sink sink(contents, form, pieces, survey);
     parse_mif(contents, sink);
 }
 

@@ -3,7 +3,7 @@
 #include "kvr/memory/store/address_set.h"
 #include "kvrimage/edit/digit_style.h"
 #include "kvrimage/edit/touched_places.h"
-#include "kvrimage/formats/format.h"
+#include "kvrimage/formats/mif/mif_words.h"
 
 #include <cstdint>
 #include <optional>
@@ -12,11 +12,9 @@
 
 namespace kvrimage {
 
-struct mif_statement;
-
 /// The addresses that @p statement of @p contents sets; nothing when it does not say so.
-[[nodiscard]] std::optional<address_range> addresses_of(std::string_view contents,
-                                                        const mif_statement& statement, radix address_radix);
+[[nodiscard]] std::optional<address_range>
+set_addresses_of(std::string_view contents, const mif_statement& statement, const mif_number_form& form);
 
 /// What a first look at a MIF finds.
 struct mif_survey {
@@ -29,9 +27,9 @@ struct mif_survey {
     std::uint64_t end; ///< the offset of END; of the end of the file where it is missing
 };
 
-/// Looks at @p contents, which was read as @p facts say. One pass, which goes over regular lines about as
+/// Looks at @p contents, whose numbers are as @p form says. One pass, which goes over regular lines about as
 /// fast as reading them does.
-void survey_mif(std::string_view contents, const file_facts& facts, const edit_pieces& pieces,
+void survey_mif(std::string_view contents, const mif_number_form& form, const edit_pieces& pieces,
                 mif_survey& survey);
 
 } // namespace kvrimage

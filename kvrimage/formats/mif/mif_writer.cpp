@@ -1,10 +1,11 @@
 #include "kvrimage/formats/mif/mif_writer.h"
 
 #include "kvr/memory/mif/fast_mif_rows.h"
-#include "kvr/memory/mif/mif_reader.h"
 #include "kvr/memory/mif/mif_writer.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/mif/mif_numbers.h"
+#include "kvrimage/formats/mif/mif_tokens.h"
 #include "kvrimage/formats/sink_buffer.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_runs.h"
@@ -21,10 +22,6 @@ namespace kvrimage {
 
 namespace {
 
-/// The largest number that the header of a MIF takes.
-constexpr std::uint64_t deepest_mif = 0x7FFFFFFF;
-constexpr std::size_t longest_mif_line = kvr::mif_reader::line_limit;
-
 /// How the lines of a MIF look.
 struct mif_layout {
     mif_layout(const memory_image& image, const write_options& options)
@@ -33,16 +30,12 @@ struct mif_layout {
           runs(options.runs),
           width(image.width()),
           address_width(
-              kvr::address_length(static_cast<std::uint32_t>(image.depth() - 1), kvr_address_radix())) {}
+              kvr::address_length(static_cast<std::uint32_t>(image.depth() - 1), to_kvr(address_radix))) {}
 
-    [[nodiscard]] KVR_MEMORY_RADIXES kvr_address_radix() const noexcept {
-        constexpr KVR_MEMORY_RADIXES radixes[] = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
-        return radixes[static_cast<std::size_t>(address_radix)];
-    }
     /// The line that gives @p data to addresses; its LF is part of it.
     void append_line(std::string& out, std::uint64_t first, std::uint64_t last, std::string_view data) const {
         kvr::append_content_line(out, static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(last),
-                                 data, kvr_address_radix(), address_width, {});
+                                 data, to_kvr(address_radix), address_width, {});
     }
     /// True when the image holds the words of @p row as they are written.
     [[nodiscard]] bool shows(const kvr::word_row& row) const noexcept {
@@ -69,10 +62,10 @@ std::size_t longest_line(const memory_image& image, const mif_layout& layout, ra
 void add_fault_of_lines(std::vector<diagnostic>& faults, const memory_image& image,
                         const mif_layout& layout) {
     const std::size_t length = longest_line(image, layout, layout.data_radix);
-    if (length > longest_mif_line) {
-        const bool hex_fits = longest_line(image, layout, radix::hex) <= longest_mif_line;
+    if (length > longest_kvr_line) {
+        const bool hex_fits = longest_line(image, layout, radix::hex) <= longest_kvr_line;
         faults.push_back(diagnose::mif_line_length({}, image.width(), title_of(layout.data_radix), length,
-                                                   longest_mif_line, hex_fits ? "write them in HEX" : ""));
+                                                   longest_kvr_line, hex_fits ? "write them in HEX" : ""));
     }
 }
 
@@ -131,7 +124,7 @@ public:
     mif_writing(const memory_image& written, const mif_layout& of_lines, text_sink& sink)
         : image(written),
           layout(of_lines),
-          rows(layout.kvr_address_radix(), layout.address_width,
+          rows(to_kvr(layout.address_radix), layout.address_width,
                layout.runs ? kvr::equal_words::share_a_line : kvr::equal_words::have_lines_of_their_own),
           output(sink) {}
 
@@ -197,7 +190,7 @@ private:
         for (std::uint32_t index = 0; index < cycle.period; ++index) {
             show_word(image.words()[cycle.first + index], layout.data_radix, layout.width, text);
             // The ";" needs a place, too.
-            const bool fits = line_length + 1 + text.size() + 1 <= longest_mif_line;
+            const bool fits = line_length + 1 + text.size() + 1 <= longest_kvr_line;
             if (index != 0) {
                 words.append(fits ? " " : "\n\t");
             }

@@ -1,5 +1,6 @@
 #include "kvrimage/edit/text_lines.h"
 #include "kvrimage/formats/mif/mif_edit.h"
+#include "kvrimage/formats/mif/mif_reader.h"
 #include "tests/kvrimage/formats/mif/mif_model.h"
 
 #include <gtest/gtest.h>
@@ -142,7 +143,7 @@ TEST(MifEdit, SplitsARangeOverSeveralLines) {
 
 TEST(MifEdit, KeepsBracketsThatHoldALineEnd) {
     EXPECT_EQ(after("[0 -- low\n..3] : 01;\nEND;\n", {"1=AB"}),
-              "[0 -- low\n..0] : 01;\n1 : AB;\n[2..3] : 01;\nEND;\n");
+              "[0 -- low\n..1] : 01 AB;\n[2..3] : 01;\nEND;\n");
 }
 
 TEST(MifEdit, SplitRangeStaysBeforeTheStatementsThatFollowOnItsLine) {
@@ -244,7 +245,7 @@ TEST(MifEdit, LineThatWouldBecomeTooLongIsRefused) {
 }
 
 TEST(MifEdit, StatementOfWrongFormWithOtherAddressesIsRefused) {
-    const std::string text = header + "[0-3 : 00;\nEND;\n";
+    const std::string text = header + "[0 3] : 00;\nEND;\n";
     const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"1=20"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
@@ -391,6 +392,54 @@ bool is_where_words_stand(const text_edit& edit, const mif_model& file, const st
                    return is_within(setter.second.offset, setter.second.end());
                });
            });
+}
+
+std::uint64_t count_of(const read_result& found, diagnostic_class level) {
+    return static_cast<std::uint64_t>(std::ranges::count_if(
+        found.diagnostics, [level](const diagnostic& each) { return about(each.id).level == level; }));
+}
+
+std::string listed(const read_result& found) {
+    std::string text;
+    for (const diagnostic& each : found.diagnostics) {
+        text += std::to_string(each.where.line) + ": " + each.message + "\n";
+    }
+    return text;
+}
+
+TEST(MifEdit, RandomFilesThatAreReadStayReadable) {
+    std::size_t edited = 0;
+    std::size_t clean = 0;
+    for (std::uint32_t seed = 10000; seed < 14000; ++seed) {
+        SCOPED_TRACE(seed);
+        random_mif file(seed);
+        const std::vector<assignment> made = file.assignments();
+        const read_result before = read_mif(file.text, {});
+        if (count_of(before, diagnostic_class::broken) != 0) {
+            continue;
+        }
+        ++edited;
+        const edit_result found = edit_mif(file.text, before, made);
+        EXPECT_TRUE(found.diagnostics.empty());
+        const std::string text = edited_text(file.text, found.edits);
+        const read_result after = read_mif(text, {});
+        memory_image expected = *before.image;
+        for (const assignment& each : made) {
+            expected.fill(each.addresses, each.words);
+        }
+        EXPECT_TRUE(after.image && *after.image == expected) << file.text << "\nbecame\n"
+                                                             << text << listed(after);
+        if (count_of(before, diagnostic_class::consumer) == 0) {
+            ++clean;
+            EXPECT_EQ(count_of(after, diagnostic_class::consumer), 0U) << file.text << "\nbecame\n"
+                                                                       << text << listed(after);
+        }
+        if (HasFailure()) {
+            return;
+        }
+    }
+    EXPECT_GT(edited, 1000U);
+    EXPECT_GT(clean, 300U);
 }
 
 TEST(MifEdit, RandomFilesHoldTheNewWordsAndKeepOtherLines) {
