@@ -16,6 +16,11 @@ struct utf8_character {
 /// alone and is not shown.
 [[nodiscard]] utf8_character first_character(std::string_view text);
 
+/// True for a byte that continues a character.
+[[nodiscard]] constexpr bool is_continuation(char byte) noexcept {
+    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
+}
+
 /// The last place at or before @p at (up to the size of @p text) where a character begins. Among bytes that
 /// are no UTF-8 that is a few bytes back at most.
 [[nodiscard]] std::size_t character_start(std::string_view text, std::size_t at) noexcept;

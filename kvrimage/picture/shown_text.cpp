@@ -1,6 +1,6 @@
 #include "kvrimage/picture/shown_text.h"
 
-#include "kvrimage/picture/utf8_character.h"
+#include "kvrimage/diagnostics/utf8_character.h"
 
 #include <algorithm>
 
