@@ -95,7 +95,8 @@ void rif_diagnostics::take(const rif_piece& piece) {
 }
 
 void rif_diagnostics::add_edit(rif_repair& cause, text_edit edit) const {
-    if (wants_edits || cause.edits.size() < places::kept) {
+    cause.is_complete = wants_edits || cause.edits.size() < places::kept;
+    if (cause.is_complete) {
         cause.edits.push_back(std::move(edit));
     }
 }
@@ -196,7 +197,7 @@ void rif_diagnostics::take_tabs(const span& where) {
 
 void rif_diagnostics::add_repair(const rif_repair& cause, diagnostic shown, std::string_view repair) const {
     shown.repair = repair;
-    if (wants_edits || cause.edits.size() == cause.where.count()) {
+    if (cause.is_complete) {
         shown.fix = cause.edits;
     }
     list.add(std::move(shown));
@@ -215,7 +216,7 @@ void rif_diagnostics::finish() {
                                      "hexadecimal"));
     }
     if (!outside.empty()) {
-        list.add(diagnose::address_outside(outside, first_outside.in(text)));
+        list.add(diagnose::address_outside(outside, first_outside.in(text), highest_rif_address_text));
     }
     const auto first_text = [this](const rif_repair& cause) { return cause.where.first().front().in(text); };
     if (!spellings.where.empty()) {
@@ -228,10 +229,10 @@ void rif_diagnostics::finish() {
                    "addresses have lines of their own now");
     }
     if (has_comments()) {
-        add_repair(comments, diagnose::comment(comments.where, first_text(comments)), "comments are gone");
+        add_repair(comments, diagnose::rif_comment(comments.where, first_text(comments)), "comments are gone");
     }
     if (!tabs.where.empty()) {
-        add_repair(tabs, diagnose::tab(tabs.where), "tabs are blanks now");
+        add_repair(tabs, diagnose::rif_tab(tabs.where), "tabs are blanks now");
     }
     if (!carriage_returns.where.empty()) {
         add_repair(carriage_returns, diagnose::lone_carriage_return(carriage_returns.where),

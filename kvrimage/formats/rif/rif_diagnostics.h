@@ -14,7 +14,8 @@ namespace kvrimage {
 /// The places of one cause and what repairs them.
 struct rif_repair {
     places where;
-    std::vector<text_edit> edits; ///< in order; left out where nobody wants them
+    std::vector<text_edit> edits; ///< in order
+    bool is_complete = true;      ///< false: some edits were left out, since nobody wants them
 };
 
 /// Finds what is wrong with the pieces of a RIF file, whatever its words are.

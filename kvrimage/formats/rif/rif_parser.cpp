@@ -11,7 +11,6 @@ namespace kvrimage {
 namespace {
 
 constexpr std::string_view byte_order_mark_bytes = "\xEF\xBB\xBF";
-constexpr std::uint64_t highest_rif_address = 0xFFFFFFFF;
 
 /// How a character may end a token.
 enum class token_end : std::uint8_t { no, yes, if_comment };

@@ -12,6 +12,9 @@ namespace kvrimage {
 /// The address of words that follow an address that cannot be read.
 inline constexpr std::uint64_t no_rif_address = std::numeric_limits<std::uint64_t>::max();
 
+inline constexpr std::uint64_t highest_rif_address = 0xFFFFFFFF;
+inline constexpr std::string_view highest_rif_address_text = "FFFFFFFF";
+
 /// What is wrong with an address.
 enum class rif_address_fault : std::uint8_t {
     none,

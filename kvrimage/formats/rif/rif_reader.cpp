@@ -45,7 +45,7 @@ private:
     }
     void read_lines();
     bool read_fast_line();
-    bool store_fast(const fast_rif_line& line, std::uint64_t first);
+    void store_fast(const fast_rif_line& line, std::uint64_t first);
     [[nodiscard]] bool fits_at_once(const fast_rif_line& line) const;
     void take_word(const rif_piece& piece);
     [[nodiscard]] bool is_word(const rif_piece& piece);
@@ -88,10 +88,8 @@ read_result rif_reading::read() {
     result.facts.width_source = options.width || longest == 0 ? "" : "the longest word";
     result.facts.has_comments = diagnostics.has_comments();
     const bool has_size = set_end != 0 || (options.width && options.depth);
-    if (!has_size) {
-        list.add(diagnose::size_unknown({}));
-    } else if (set_end == 0) {
-        list.add(diagnose::no_words({}));
+    if (set_end == 0 && !list.has_broken()) {
+        list.add(has_size ? diagnose::no_words({}) : diagnose::size_unknown({}));
     }
     const bool wants_image = options.keep_going || !list.has_broken();
     if (has_size && wants_image && require_proportionate_words()) {
@@ -146,14 +144,13 @@ bool rif_reading::fits_at_once(const fast_rif_line& line) const {
     return surplus < bits_per_hex_digit && all >> top_bits == 0;
 }
 
-bool rif_reading::store_fast(const fast_rif_line& line, std::uint64_t first) {
+void rif_reading::store_fast(const fast_rif_line& line, std::uint64_t first) {
     for (std::size_t index = 0; index < line.count; ++index) {
         words->set(first + index, line.has_lower_case ? in_upper_case(line[index]) : line[index]);
     }
     diagnostics.count_regular_words(line.count);
     longest = std::max(longest, line.length);
     set_end = first + line.count;
-    return true;
 }
 
 void rif_reading::take(const rif_piece& piece) {
@@ -232,7 +229,7 @@ void rif_reading::add_diagnostics() {
         list.add(diagnose::beyond_depth(beyond, first_beyond, words->size(), words->size() - 1, last_beyond + 1));
     }
     if (!outside.empty()) {
-        list.add(diagnose::address_outside(outside, "100000000"));
+        list.add(diagnose::address_outside(outside, "100000000", highest_rif_address_text));
     }
     if (!set_twice.empty()) {
         add_set_twice();

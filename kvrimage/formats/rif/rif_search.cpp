@@ -63,7 +63,7 @@ std::optional<place> find_rif_word(std::string_view contents, const read_options
                                    std::uint64_t address) {
     std::optional<place> found = rif_search(contents, address).find(false);
     if (found) {
-        const std::string_view before = contents.substr(0, static_cast<std::size_t>(found->offset));
+        const std::string_view before = contents.substr(0, found->offset);
         found->line = static_cast<std::uint64_t>(std::ranges::count(before, '\n')) + 1;
         found->column = before.size() - (before.rfind('\n') + 1) + 1;
     }
