@@ -1,6 +1,11 @@
 #include "kvrimage/image/image_words.h"
 
+#include "kvrimage/image/store_copy.h"
+
 namespace kvrimage {
+
+image_words::image_words(const image_words& other)
+    : halves{copy_of(other.halves[0]), copy_of(other.halves[1])} {}
 
 void image_words::resize(std::uint64_t depth) {
     halves[0].resize(static_cast<std::uint32_t>(std::min(depth, half())), "");
@@ -36,7 +41,16 @@ text_cycle image_words::cycle_at(std::uint64_t offset) const noexcept {
 }
 
 bool image_words::transform(const kvr::word_conversion& conversion, const kvr::row_test& keeps) {
-    return halves[0].transform(conversion, keeps) && halves[1].transform(conversion, keeps);
+    if (halves[1].empty()) {
+        return halves[0].transform(conversion, keeps);
+    }
+    // The lower half must still be as it was when a word of the upper one cannot be converted.
+    kvr::word_store lower = copy_of(halves[0]);
+    if (!lower.transform(conversion, keeps) || !halves[1].transform(conversion, keeps)) {
+        return false;
+    }
+    halves[0] = std::move(lower);
+    return true;
 }
 
 } // namespace kvrimage

@@ -37,6 +37,12 @@ public:
     /// @p words, at most half of the addresses, from offset 0 on.
     explicit image_words(kvr::word_store&& words) { halves[0] = std::move(words); }
 
+    image_words(const image_words& other);
+    image_words(image_words&& other) noexcept = default;
+    image_words& operator=(const image_words&) = delete;
+    image_words& operator=(image_words&& other) noexcept = default;
+    ~image_words() = default;
+
     [[nodiscard]] std::uint64_t size() const noexcept {
         return std::uint64_t{halves[0].size()} + halves[1].size();
     }
@@ -50,15 +56,16 @@ public:
     /// Sets the offsets from @p first to @p last to @p values in order, from the first again when they are used up.
     void fill(std::uint64_t first, std::uint64_t last, const std::vector<std::string_view>& values);
 
-    /// The longest run from @p offset on.
+    /// The longest run from @p offset on, over the border of the halves too.
     [[nodiscard]] text_run run_at(std::uint64_t offset) const noexcept;
-    /// See kvr::word_store::cycle_at().
+    /// See kvr::word_store::cycle_at(). A cycle ends with its half.
     [[nodiscard]] text_cycle cycle_at(std::uint64_t offset) const noexcept;
     /// See kvr::word_store::row_at().
     [[nodiscard]] kvr::word_row row_at(std::uint64_t offset) const noexcept {
         return half_of(offset).row_at(within_half(offset));
     }
-    /// See kvr::word_store::transform().
+    /// See kvr::word_store::transform(): false, with the words of both halves as they were, when @p conversion answers
+    /// false.
     bool transform(const kvr::word_conversion& conversion, const kvr::row_test& keeps = {});
 
     /// The store of the lower half, for what fills it directly.

@@ -28,8 +28,8 @@ struct run {
 class run_range;
 
 /// The contents of a memory: words of one width at the addresses base() to base() + depth() - 1, each set or not. What
-/// is not set costs nothing, and a fill costs its pattern, however many words it sets. A value type. Use from one thread at a
-/// time, also to read.
+/// is not set costs nothing, and a fill costs its pattern, however many words it sets. A value type; one that was moved
+/// from may only be assigned to or destroyed. Use from one thread at a time, also to read.
 class KVRIMAGE_API memory_image {
 public:
     /// @param width bits a word, 1 to widest_word
@@ -55,7 +55,8 @@ public:
     /// @throws std::invalid_argument when @p value has another width than the memory
     void set(std::uint64_t address, const word& value);
     /// Sets the addresses of @p range to the words of @p pattern in order, from its first one again when they are used up.
-    /// @throws std::invalid_argument when @p pattern is empty or has a word of another width
+    /// @throws std::invalid_argument when @p pattern is empty or has a word of another width, or @p range ends before it
+    ///         begins; so do all that take a range
     void fill(const address_range& range, std::span<const word> pattern);
     void unset(const address_range& range);
 
@@ -71,7 +72,8 @@ public:
     [[nodiscard]] run_range runs(const address_range& range) const;
 
     /// Copies the words from @p first on to @p out; words that are not set become @p unset.
-    /// @throws std::domain_error for a word with don't-care bits and for words of more than 64 bits
+    /// @throws std::domain_error for a word with don't-care bits, with the words before it copied, and for words of more
+    ///         than 64 bits
     void copy_to(std::uint64_t first, std::span<std::uint64_t> out, std::uint64_t unset = 0) const;
 
     /// The same width, addresses, and words; an unset word equals an unset word only.
@@ -83,6 +85,10 @@ public:
     memory_image(std::uint32_t width, std::unique_ptr<image_words> words, std::uint64_t base = 0);
 
 private:
+    [[nodiscard]] std::uint64_t offset_of(std::uint64_t address) const;
+    [[nodiscard]] address_range offsets_of(const address_range& range) const;
+    void check_width(const word& value) const;
+
     std::uint32_t bits;
     std::uint64_t lowest;
     std::unique_ptr<image_words> contents;
@@ -97,7 +103,7 @@ public:
     using reference = const run&;
     using pointer = const run*;
 
-    run_iterator() = default;
+    run_iterator() = default; ///< the end
     run_iterator(const memory_image& of, const address_range& range);
 
     const run& operator*() const noexcept { return current; }
@@ -109,6 +115,8 @@ public:
     }
 
 private:
+    void find_run(std::uint64_t address);
+
     const memory_image* image = nullptr; ///< null at the end
     std::uint64_t last = 0;
     run current;

@@ -8,23 +8,18 @@ namespace kvrimage {
 
 namespace {
 
-KVR_MEMORY_RADIXES kvr_radix(radix of) noexcept {
-    constexpr KVR_MEMORY_RADIXES radixes[] = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
-    return radixes[static_cast<std::size_t>(of)];
-}
-
 word_fault fault_of(const kvr::exact_word_error& error) {
     return {static_cast<word_fault::kind>(error.what), error.position, error.bits_needed};
 }
 static_assert(static_cast<int>(word_fault::kind::dont_care) ==
               static_cast<int>(kvr::exact_word_error::kind::dont_care));
 
-/// The radix in which the image holds @p word.
-radix radix_of_word(std::string_view word, std::uint32_t width) {
-    return word.size() == width ? radix::bin : radix::hex;
-}
-
 } // namespace
+
+KVR_MEMORY_RADIXES kvr_radix(radix of) noexcept {
+    constexpr KVR_MEMORY_RADIXES radixes[] = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
+    return radixes[static_cast<std::size_t>(of)];
+}
 
 std::optional<word_fault> make_word(std::string_view text, radix digits_radix, std::uint32_t width,
                                     std::string& word) {
