@@ -2,6 +2,7 @@
 
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_kinds.h"
+#include "kvrimage/diagnostics/utf8_character.h"
 
 #include <utility>
 
@@ -13,10 +14,7 @@ const diagnostic_kind& about(diagnostic_id id) noexcept {
 
 named_text::named_text(std::string_view text) : shown(text.substr(0, longest)) {
     if (text.size() > longest) {
-        // A character of several bytes is not cut.
-        while (!shown.empty() && (static_cast<unsigned char>(text[shown.size()]) & 0xC0U) == 0x80U) {
-            shown.pop_back();
-        }
+        shown.resize(character_start(text, longest));
         shown += "...";
     }
 }

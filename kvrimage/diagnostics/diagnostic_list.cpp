@@ -19,7 +19,7 @@ std::tuple<std::uint64_t, std::uint64_t> order_of(const diagnostic& found) {
     return {has_place ? found.where.offset : std::numeric_limits<std::uint64_t>::max(), found.where.length};
 }
 
-/// Tells the lines and columns of offsets that are asked for in ascending order.
+/// Finds the lines and columns of offsets that are asked for in ascending order.
 class line_counter {
 public:
     explicit line_counter(std::string_view of) : text(of) {}
@@ -42,10 +42,14 @@ private:
 
 } // namespace
 
+void sort_by_place(std::vector<diagnostic>& found) {
+    std::ranges::stable_sort(found, {}, order_of);
+}
+
 void diagnostic_list::add(diagnostic found) {
     const std::size_t level = index_of(found);
     ++counts[level];
-    if (kept_counts[level] < limit) {
+    if (kept_counts[level] < limit || (keeps_repairs && !found.fix.empty())) {
         ++kept_counts[level];
         kept_ones.push_back(std::move(found));
     }
@@ -60,11 +64,11 @@ std::uint64_t diagnostic_list::left_out() const noexcept {
 }
 
 bool diagnostic_list::has_room(diagnostic_class level) const noexcept {
-    return kept_counts[static_cast<std::size_t>(level)] < limit;
+    return keeps_repairs || kept_counts[static_cast<std::size_t>(level)] < limit;
 }
 
 std::vector<diagnostic> diagnostic_list::finish(std::string_view contents) {
-    std::ranges::stable_sort(kept_ones, {}, order_of);
+    sort_by_place(kept_ones);
     std::vector<place*> all;
     for (diagnostic& found : kept_ones) {
         if (found.where != place{}) {
