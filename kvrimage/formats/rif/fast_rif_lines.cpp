@@ -44,6 +44,9 @@ fast_rif_line find_words(std::string_view text, std::size_t begin, const char* l
     while (line.length <= longest_fast_word && kvr::digit_value(line.words[line.length]) < 16) {
         ++line.length;
     }
+    if (line.length > longest_fast_word) {
+        return {};
+    }
     const char* at = line.words;
     std::size_t ending = line_end_length(at);
     for (; ending == 0; ++line.count) {

@@ -30,8 +30,9 @@ bool is_hexadecimal(std::string_view text) {
     return !text.empty() && std::ranges::all_of(text, is_hex_digit);
 }
 
-bool has_prefix(std::string_view digits) {
-    return digits.starts_with("0x") || digits.starts_with("0X");
+std::string_view without_prefix(std::string_view digits) {
+    const bool has_prefix = digits.starts_with("0x") || digits.starts_with("0X");
+    return digits.substr(has_prefix ? 2 : 0);
 }
 
 /// The first characters of @p token that are no digits: a letter "U", which the library takes, stands for itself.
@@ -130,15 +131,15 @@ std::size_t rif_parser::end_of_spaced_address(std::size_t begin) const noexcept 
     const std::size_t end = end_of_token(begin);
     const std::size_t after = std::min(text.find_first_not_of(" \t", end), text.size());
     const bool alone = after == text.size() || text[after] == '\n' || text[after] == '\r' || comment_begins_at(after);
-    return alone && is_hexadecimal(text.substr(begin, end - begin)) ? end : 0;
+    return alone && is_hexadecimal(without_prefix(text.substr(begin, end - begin))) ? end : 0;
 }
 
 void rif_parser::judge_address(rif_piece& piece) {
-    if (has_prefix(piece.digits.in(text))) {
+    const std::string_view digits = without_prefix(piece.digits.in(text));
+    if (digits.size() != piece.digits.length) {
         piece.address_fault = rif_address_fault::spelling;
-        piece.digits = {piece.digits.offset + 2, piece.digits.length - 2};
+        piece.digits = {piece.digits.end() - digits.size(), digits.size()};
     }
-    const std::string_view digits = piece.digits.in(text);
     if (!is_hexadecimal(digits)) {
         piece.address_fault = rif_address_fault::syntax;
         return;
