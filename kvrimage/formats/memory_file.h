@@ -20,7 +20,7 @@ namespace kvrimage {
 [[nodiscard]] KVRIMAGE_API read_result parse(std::string_view contents, const read_options& options = {});
 
 struct check_options {
-    read_options read;
+    read_options read = {};
     /// Names of consumers ("kvr") whose reading is compared with ours; a name that the format does not know
     /// is left out.
     std::vector<std::string> consumers = {"kvr"};
