@@ -14,9 +14,9 @@ namespace kvrimage {
 namespace {
 
 /// Keeps where the library gives up.
-class first_fault final : public kvr::read_observer {
+class refusal_finder final : public kvr::read_observer {
 public:
-    explicit first_fault(std::string_view contents) : text(contents) {}
+    explicit refusal_finder(std::string_view contents) : text(contents) {}
 
     bool fault(const kvr::read_fault& found, std::string_view /*line*/) override {
         std::size_t begin = 0;
@@ -37,10 +37,10 @@ private:
 /// An observer makes the library slow, so that it looks on only when there is something to see.
 span find_refusal(std::string_view contents) {
     kvr::rif_memory nowhere(nullptr);
-    first_fault fault(contents);
+    refusal_finder finder(contents);
     kvr::line_source source(contents);
-    kvr::rif_reader(nowhere, &fault).read(source);
-    return fault.where;
+    kvr::rif_reader(nowhere, &finder).read(source);
+    return finder.where;
 }
 
 } // namespace

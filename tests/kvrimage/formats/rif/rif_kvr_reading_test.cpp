@@ -6,6 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <string>
 
@@ -52,13 +53,13 @@ TEST(RifKvrReading, FindsOtherWords) {
     EXPECT_THAT(found_for_kvr(text, std::move(ours)), ElementsAre(testing::StartsWith("kvr-re")));
 }
 
-/// What the reader takes without a broken or consumer diagnostic is what the library reads; and each consumer diagnostic
-/// but that of a byte-order mark is one that the library stumbles over.
+/// What the reader takes without a broken or consumer diagnostic is what the library reads, and every tab that has a
+/// diagnostic is one that the library does not take.
 TEST(RifKvrReading, AgreesWithTheReaderOnRandomFiles) {
     constexpr std::string_view characters = "0123456789abcdefABCDEFxXuUG@@  \t\n\n\r/-#,;";
     std::mt19937 random(23);
     int taken = 0;
-    for (int round = 0; round < 20000; ++round) {
+    for (int round = 0; round < 4000; ++round) {
         std::string text;
         for (std::size_t left = random() % 24; left > 0; --left) {
             const std::size_t kinds = round % 2 == 0 ? characters.size() : 22;
@@ -69,13 +70,17 @@ TEST(RifKvrReading, AgreesWithTheReaderOnRandomFiles) {
             continue;
         }
         ++taken;
-        const bool is_for_kvr = std::ranges::any_of(ours.diagnostics, [](const diagnostic& each) {
-            return about(each.id).level == diagnostic_class::consumer;
-        });
+        const auto has = [&ours](diagnostic_id id) {
+            return std::ranges::count(ours.diagnostics, id, &diagnostic::id) != 0;
+        };
+        const bool has_tab = has(diagnostic_id::rif_tab);
+        const bool has_carriage_return = has(diagnostic_id::lone_carriage_return);
         ours.diagnostics.clear();
-        ASSERT_EQ(!found_for_kvr(text, std::move(ours)).empty(), is_for_kvr) << text;
+        const bool differs = !found_for_kvr(text, std::move(ours)).empty();
+        ASSERT_TRUE(differs || !has_tab) << text;
+        ASSERT_TRUE(!differs || has_tab || has_carriage_return) << text;
     }
-    EXPECT_GT(taken, 1000);
+    EXPECT_GT(taken, 500);
 }
 
 } // namespace
