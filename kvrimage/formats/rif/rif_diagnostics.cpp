@@ -53,7 +53,8 @@ std::string_view rif_line_end(std::string_view text) {
     return has_carriage_return ? "\r\n" : "\n";
 }
 
-rif_diagnostics::rif_diagnostics(std::string_view contents, const read_options& options, diagnostic_list& found)
+rif_diagnostics::rif_diagnostics(std::string_view contents, const read_options& options,
+                                 diagnostic_list& found)
     : text(contents),
       wants_edits(options.wants_repairs),
       most_groups(options.most_diagnostics),
@@ -136,8 +137,8 @@ void rif_diagnostics::add_not_alone(const rif_piece& piece) {
         not_alone.where.add(address);
         latest_not_alone = address;
     }
-    add_edit(not_alone, {line.blanks_begin, piece.where.offset - line.blanks_begin,
-                         std::string(rif_line_end(text))});
+    add_edit(not_alone,
+             {line.blanks_begin, piece.where.offset - line.blanks_begin, std::string(rif_line_end(text))});
 }
 
 void rif_diagnostics::take_word(const rif_piece& piece) {
@@ -220,16 +221,18 @@ void rif_diagnostics::finish() {
     }
     const auto first_text = [this](const rif_repair& cause) { return cause.where.first().front().in(text); };
     if (!spellings.where.empty()) {
-        add_repair(spellings,
-                   diagnose::address_syntax(spellings.where, first_text(spellings), "write " + first_spelling),
-                   "address lines are '@' and digits now");
+        add_repair(
+            spellings,
+            diagnose::address_syntax(spellings.where, first_text(spellings), "write " + first_spelling),
+            "address lines are '@' and digits now");
     }
     if (!not_alone.where.empty()) {
         add_repair(not_alone, diagnose::address_not_alone(not_alone.where, first_text(not_alone)),
                    "addresses have lines of their own now");
     }
     if (has_comments()) {
-        add_repair(comments, diagnose::rif_comment(comments.where, first_text(comments)), "comments are gone");
+        add_repair(comments, diagnose::rif_comment(comments.where, first_text(comments)),
+                   "comments are gone");
     }
     if (!tabs.where.empty()) {
         add_repair(tabs, diagnose::rif_tab(tabs.where), "tabs are blanks now");

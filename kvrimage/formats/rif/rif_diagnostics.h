@@ -62,7 +62,7 @@ private:
     line_state line;
     std::uint64_t words = 0;
     span latest_not_alone;
-    std::uint64_t tab_line_end = 0;   ///< of the line that was looked at last for a tab
+    std::uint64_t tab_line_end = 0; ///< of the line that was looked at last for a tab
     bool tab_line_has_address = false;
 
     grouped_places illegal;

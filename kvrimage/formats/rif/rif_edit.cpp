@@ -20,7 +20,6 @@ namespace kvrimage {
 
 namespace {
 
-
 /// @p word, which RIF can hold, as the file shows it.
 std::string rif_text(const word& value, const digit_style& style) {
     std::string text = in_style(value.to_text(radix::hex).value(), style);
@@ -39,7 +38,8 @@ struct word_line {
     [[nodiscard]] address_range addresses() const { return {first, first + words.size() - 1}; }
 };
 
-/// Calls @p take_words with every word_line of @p contents, and @p take_address with the digits of every address.
+/// Calls @p take_words with every word_line of @p contents, and @p take_address with the digits of every
+/// address.
 template <class TakeWords, class TakeAddress>
 void for_each_word_line(std::string_view contents, TakeWords&& take_words, TakeAddress&& take_address) {
     word_line line{0, 0, {}};
@@ -54,7 +54,8 @@ void for_each_word_line(std::string_view contents, TakeWords&& take_words, TakeA
         if (piece.what == rif_piece::kind::word && piece.address != no_rif_address) {
             line.first = line.words.empty() ? piece.address : line.first;
             line.words.push_back(piece.where);
-        } else if (piece.what == rif_piece::kind::line_end || piece.what == rif_piece::kind::carriage_return) {
+        } else if (piece.what == rif_piece::kind::line_end ||
+                   piece.what == rif_piece::kind::carriage_return) {
             end_line();
         } else if (piece.what == rif_piece::kind::address) {
             end_line();
@@ -113,8 +114,8 @@ void change_line(std::string_view contents, const memory_image& image, const wor
     }
 }
 
-void change_words(std::string_view contents, const memory_image& image, const std::vector<touched_place>& places,
-                  std::vector<text_edit>& edits) {
+void change_words(std::string_view contents, const memory_image& image,
+                  const std::vector<touched_place>& places, std::vector<text_edit>& edits) {
     auto next = places.begin();
     for_each_word_line(
         contents,
@@ -160,7 +161,8 @@ std::size_t end_of_last_line(std::string_view contents) {
 /// Why RIF cannot hold what @p made sets.
 std::optional<diagnostic> find_unwritable(const assignment& made) {
     if (made.addresses.last > highest_rif_address) {
-        return diagnose::address_outside({}, fmt::format("{:X}", made.addresses.last), highest_rif_address_text);
+        return diagnose::address_outside({}, fmt::format("{:X}", made.addresses.last),
+                                         highest_rif_address_text);
     }
     for (std::size_t index = 0; index < made.words.size(); ++index) {
         if (!made.words[index].to_text(radix::hex)) {

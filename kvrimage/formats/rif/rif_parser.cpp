@@ -35,16 +35,19 @@ std::string_view without_prefix(std::string_view digits) {
     return digits.substr(has_prefix ? 2 : 0);
 }
 
-/// The first characters of @p token that are no digits: a letter "U", which the library takes, stands for itself.
+/// The first characters of @p token that are no digits: a letter "U", which the library takes, stands for
+/// itself.
 span first_fault(std::string_view token, std::size_t offset) {
     const auto first = std::ranges::find_if_not(token, is_rif_digit);
     auto last = first;
     if (first != token.end() && is_unknown_digit(*first)) {
         ++last;
     } else {
-        last = std::find_if(first, token.end(), [](char c) { return is_rif_digit(c) || is_unknown_digit(c); });
+        last =
+            std::find_if(first, token.end(), [](char c) { return is_rif_digit(c) || is_unknown_digit(c); });
     }
-    return {offset + static_cast<std::uint64_t>(first - token.begin()), static_cast<std::uint64_t>(last - first)};
+    return {offset + static_cast<std::uint64_t>(first - token.begin()),
+            static_cast<std::uint64_t>(last - first)};
 }
 
 } // namespace
@@ -130,7 +133,8 @@ void rif_parser::parse_address() {
 std::size_t rif_parser::end_of_spaced_address(std::size_t begin) const noexcept {
     const std::size_t end = end_of_token(begin);
     const std::size_t after = std::min(text.find_first_not_of(" \t", end), text.size());
-    const bool alone = after == text.size() || text[after] == '\n' || text[after] == '\r' || comment_begins_at(after);
+    const bool alone =
+        after == text.size() || text[after] == '\n' || text[after] == '\r' || comment_begins_at(after);
     return alone && is_hexadecimal(without_prefix(text.substr(begin, end - begin))) ? end : 0;
 }
 

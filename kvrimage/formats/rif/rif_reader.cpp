@@ -207,9 +207,8 @@ bool rif_reading::is_word(const rif_piece& piece) {
 
 std::string_view rif_reading::in_upper_case(std::string_view word) {
     scratch.assign(word);
-    std::ranges::transform(scratch, scratch.begin(), [](char c) {
-        return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c;
-    });
+    std::ranges::transform(scratch, scratch.begin(),
+                           [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
     return scratch;
 }
 
@@ -226,7 +225,8 @@ void rif_reading::add_diagnostics() {
                                     options.width.value_or(widest_word), most_bits));
     }
     if (!beyond.empty()) {
-        list.add(diagnose::beyond_depth(beyond, first_beyond, words->size(), words->size() - 1, last_beyond + 1));
+        list.add(
+            diagnose::beyond_depth(beyond, first_beyond, words->size(), words->size() - 1, last_beyond + 1));
     }
     if (!outside.empty()) {
         list.add(diagnose::address_outside(outside, "100000000", highest_rif_address_text));
@@ -239,7 +239,8 @@ void rif_reading::add_diagnostics() {
 /// Where the word was set before is looked up only now: nothing is kept of words that are set once.
 void rif_reading::add_set_twice() {
     const auto before = first_rif_word(text, first_set_twice);
-    const auto line = std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(before->offset), '\n') + 1;
+    const auto line =
+        std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(before->offset), '\n') + 1;
     list.add(diagnose::set_twice(set_twice, first_set_twice, line));
 }
 

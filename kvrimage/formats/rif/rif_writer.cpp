@@ -136,7 +136,8 @@ std::vector<diagnostic> can_write_rif(const memory_image& image, const write_opt
     }
     std::vector<diagnostic> found;
     if (bounds->last > highest_rif_address) {
-        found.push_back(diagnose::address_outside({}, fmt::format("{:X}", bounds->last), highest_rif_address_text));
+        found.push_back(
+            diagnose::address_outside({}, fmt::format("{:X}", bounds->last), highest_rif_address_text));
     }
     if (const auto offset = find_dont_care_bit(image.words(), image.width())) {
         found.push_back(diagnose::dont_care_bit({}, image.words()[*offset], image.base() + *offset));

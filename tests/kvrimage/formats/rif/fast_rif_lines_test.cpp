@@ -1,5 +1,4 @@
 #include "kvrimage/formats/rif/fast_rif_lines.h"
-
 #include "kvrimage/formats/rif/rif_parser.h"
 #include "kvrimage/formats/rif/rif_reader.h"
 #include "kvrimage/image/image_words.h"
@@ -48,8 +47,8 @@ TEST(FastRifLines, TakesWordsOfOneLength) {
 }
 
 TEST(FastRifLines, LeavesOtherLinesToTheParser) {
-    for (const char* line : {"01 2\n", "01  23\n", " 01\n", "01\t23\n", "0X\n", "01\r23\n", "01 @4\n", "01 23  \n",
-                             "01 2G\n", "//\n", "\r01\n"}) {
+    for (const char* line : {"01 2\n", "01  23\n", " 01\n", "01\t23\n", "0X\n", "01\r23\n", "01 @4\n",
+                             "01 23  \n", "01 2G\n", "//\n", "\r01\n"}) {
         EXPECT_THAT(words_of(line), ElementsAre("not regular")) << line;
     }
     EXPECT_THAT(words_of(std::string(65, '1') + "\n"), ElementsAre("not regular"));

@@ -1,5 +1,4 @@
 #include "kvrimage/formats/rif/rif_edit.h"
-
 #include "kvrimage/formats/rif/rif_reader.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_text.h"
@@ -19,7 +18,8 @@ using testing::ElementsAre;
 using testing::IsEmpty;
 
 /// Hexadecimal @p words from @p first to @p last.
-assignment to(std::uint64_t first, std::uint64_t last, const std::vector<std::string>& words, std::uint32_t width) {
+assignment to(std::uint64_t first, std::uint64_t last, const std::vector<std::string>& words,
+              std::uint32_t width) {
     assignment made{{first, last}, {}};
     for (const std::string& each : words) {
         made.words.push_back(word::parse(each, radix::hex, width).value.value());
@@ -27,7 +27,8 @@ assignment to(std::uint64_t first, std::uint64_t last, const std::vector<std::st
     return made;
 }
 
-std::string edited(std::string_view text, const std::vector<assignment>& assignments, const read_options& options) {
+std::string edited(std::string_view text, const std::vector<assignment>& assignments,
+                   const read_options& options) {
     const read_result ours = read_rif(text, options);
     const edit_result result = edit_rif(text, ours, assignments);
     EXPECT_THAT(result.diagnostics, IsEmpty());
@@ -103,7 +104,8 @@ TEST(RifEdit, WritesNoWordThatLooksPrefixed) {
 TEST(RifEdit, RefusesADontCareBitBesideAPlainOne) {
     const read_result ours = read_rif("00", {});
     const assignment made{{0, 0}, {word::parse("0000000X", radix::bin, 8).value.value()}};
-    EXPECT_THAT(shown(edit_rif("00", ours, std::vector{made}).diagnostics), ElementsAre("dont-care-bit 0:0+0"));
+    EXPECT_THAT(shown(edit_rif("00", ours, std::vector{made}).diagnostics),
+                ElementsAre("dont-care-bit 0:0+0"));
 }
 
 TEST(RifEdit, RefusesAnAddressOfMoreThan32Bits) {
@@ -134,7 +136,7 @@ TEST(RifEdit, MakesFilesThatHoldTheNewWords) {
     read_options options;
     options.width = 8;
     options.depth = 128;
-    for (int round = 0; round < 1000; ++round) {
+    for (int round = 0; round < 500; ++round) {
         const std::string text = random_file(random) + "00";
         const read_result ours = read_rif(text, options);
         ASSERT_TRUE(ours.image) << text;
@@ -146,8 +148,10 @@ TEST(RifEdit, MakesFilesThatHoldTheNewWords) {
         for (std::size_t left = 1 + random() % 4; left > 0; --left) {
             const std::uint64_t first = random() % 100;
             const std::uint64_t last = first + random() % 9;
-            const std::vector<std::string> words = {std::string{"0123456789ABCDEFX"[random() % 17], '5'}, "1X", "77"};
-            const std::vector<std::string> some(words.begin(), words.begin() + 1 + static_cast<int>(random() % 3));
+            const std::vector<std::string> words = {std::string{"0123456789ABCDEFX"[random() % 17], '5'},
+                                                    "1X", "77"};
+            const std::vector<std::string> some(words.begin(),
+                                                words.begin() + 1 + static_cast<int>(random() % 3));
             assignments.push_back(to(first, last, some, 8));
             for (std::uint64_t address = first; address <= last; ++address) {
                 model[address] = some[(address - first) % some.size()];
@@ -157,7 +161,9 @@ TEST(RifEdit, MakesFilesThatHoldTheNewWords) {
         const read_result again = read_rif(made, options);
         ASSERT_TRUE(again.image) << made;
         for (std::uint64_t address = 0; address < 128; ++address) {
-            ASSERT_EQ(again.image->words()[address], model[address]) << text << "\n->\n" << made << "\n" << address;
+            ASSERT_EQ(again.image->words()[address], model[address]) << text << "\n->\n"
+                                                                     << made << "\n"
+                                                                     << address;
         }
     }
 }

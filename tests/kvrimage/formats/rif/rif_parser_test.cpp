@@ -1,9 +1,8 @@
 #include "kvrimage/formats/rif/rif_parser.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
-
-#include <fmt/format.h>
 
 #include <random>
 #include <string>
@@ -17,8 +16,10 @@ using testing::IsEmpty;
 
 /// "word(1F)=5": kind, text, and what else a piece says.
 std::string shown(const rif_piece& piece, std::string_view text) {
-    constexpr std::string_view names[] = {"mark", "blanks", "tabs", "end", "cr", "word", "address", "comment", "stray"};
-    std::string result = fmt::format("{}({})", names[static_cast<std::size_t>(piece.what)], piece.where.in(text));
+    constexpr std::string_view names[] = {"mark", "blanks",  "tabs",    "end",  "cr",
+                                          "word", "address", "comment", "stray"};
+    std::string result =
+        fmt::format("{}({})", names[static_cast<std::size_t>(piece.what)], piece.where.in(text));
     if (piece.address != no_rif_address) {
         result += fmt::format("={}", piece.address);
     }
@@ -41,7 +42,8 @@ std::vector<std::string> pieces_of(std::string_view text) {
 }
 
 TEST(RifParser, NumbersTheWordsOfALine) {
-    EXPECT_THAT(pieces_of("@a\n1F 20\n\n3"), ElementsAre("address(@a)=10", "word(1F)=10", "word(20)=11", "word(3)=12"));
+    EXPECT_THAT(pieces_of("@a\n1F 20\n\n3"),
+                ElementsAre("address(@a)=10", "word(1F)=10", "word(20)=11", "word(3)=12"));
 }
 
 TEST(RifParser, BeginsAtAddressZero) {

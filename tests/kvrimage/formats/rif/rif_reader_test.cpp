@@ -1,6 +1,5 @@
-#include "kvrimage/formats/rif/rif_reader.h"
-
 #include "kvrimage/formats/rif/rif_format.h"
+#include "kvrimage/formats/rif/rif_reader.h"
 #include "kvrimage/image/image_words.h"
 #include "tests/kvrimage/formats/rif/shown_diagnostics.h"
 
@@ -32,7 +31,8 @@ std::string shown(const read_result& result) {
     if (!result.image) {
         return "none";
     }
-    std::string text = std::to_string(result.image->width()) + " bits, " + std::to_string(result.image->depth()) + " words:";
+    std::string text =
+        std::to_string(result.image->width()) + " bits, " + std::to_string(result.image->depth()) + " words:";
     for (std::uint64_t address = 0; address < result.image->depth(); ++address) {
         const std::string_view word = result.image->words()[address];
         text.append(" ").append(word.empty() ? "-" : word);

@@ -1,6 +1,5 @@
-#include "kvrimage/formats/rif/rif_writer.h"
-
 #include "kvrimage/formats/rif/rif_reader.h"
+#include "kvrimage/formats/rif/rif_writer.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_text.h"
 #include "tests/kvrimage/formats/rif/shown_diagnostics.h"
@@ -112,8 +111,9 @@ memory_image random_image(std::mt19937& random, std::uint32_t width) {
         if (operation % 2 == 0) {
             image.words().set(first, one);
         } else {
-            image.words().fill(first, last, operation == 1 ? std::vector<std::string_view>{one, other}
-                                                           : std::vector<std::string_view>{one});
+            image.words().fill(first, last,
+                               operation == 1 ? std::vector<std::string_view>{one, other}
+                                              : std::vector<std::string_view>{one});
         }
     }
     return image;
@@ -121,7 +121,8 @@ memory_image random_image(std::mt19937& random, std::uint32_t width) {
 
 TEST(RifWriter, WritesWhatIsReadAsTheSameWords) {
     std::mt19937 random(3);
-    for (const std::uint32_t width : {1U, 2U, 3U, 4U, 5U, 7U, 8U, 9U, 12U, 16U, 31U, 32U, 33U, 64U, 65U, 128U, 257U}) {
+    for (const std::uint32_t width :
+         {1U, 2U, 3U, 4U, 5U, 7U, 8U, 9U, 12U, 16U, 31U, 32U, 33U, 64U, 65U, 128U, 257U}) {
         for (int round = 0; round < 10; ++round) {
             const memory_image image = random_image(random, width);
             read_options options;

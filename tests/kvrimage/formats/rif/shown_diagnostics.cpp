@@ -12,7 +12,8 @@ std::vector<std::string> shown(const std::vector<diagnostic>& diagnostics) {
     std::vector<std::string> result;
     for (const diagnostic& each : diagnostics) {
         const place& where = each.where;
-        result.push_back(fmt::format("{} {}:{}+{}", about(each.id).code, where.line, where.column, where.length));
+        result.push_back(
+            fmt::format("{} {}:{}+{}", about(each.id).code, where.line, where.column, where.length));
         result.back() += each.count > 1 ? fmt::format(" x{}", each.count) : "";
     }
     return result;
