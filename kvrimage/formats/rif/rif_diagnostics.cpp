@@ -65,7 +65,7 @@ void rif_diagnostics::take(const rif_piece& piece) {
     switch (piece.what) {
     case kind::byte_order_mark:
         add_repair({piece.where, {{piece.where.offset, piece.where.length, ""}}},
-                   diagnose::rif_byte_order_mark(piece.where), "the byte-order mark is gone");
+                   diagnose::byte_order_mark(piece.where), "the byte-order mark is gone");
         break;
     case kind::blanks:
         break;
@@ -116,7 +116,8 @@ void rif_diagnostics::add_grouped(grouped_places& groups, const span& where, dia
 
 void rif_diagnostics::take_item(const rif_piece& piece) {
     const bool is_address = piece.what == rif_piece::kind::address;
-    if (line.has_item && (is_address || line.ends_with_address)) {
+    const bool is_sound = piece.address_fault != rif_address_fault::syntax;
+    if (line.has_item && is_sound && (is_address || line.ends_with_address)) {
         add_not_alone(piece);
     }
     if (is_address) {
@@ -126,7 +127,7 @@ void rif_diagnostics::take_item(const rif_piece& piece) {
         take_word(piece);
     }
     line.has_item = true;
-    line.ends_with_address = is_address;
+    line.ends_with_address = is_address && is_sound;
     line.blanks_begin = piece.where.end();
 }
 

@@ -36,7 +36,7 @@ private:
     /// The words and addresses of a line, as far as they were seen.
     struct line_state {
         bool has_item = false;
-        bool ends_with_address = false;
+        bool ends_with_address = false; ///< one that can be read
         span latest_address;
         std::uint64_t blanks_begin = 0; ///< of the blanks directly before the next item
     };

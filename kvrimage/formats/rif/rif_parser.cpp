@@ -37,7 +37,7 @@ std::string_view without_prefix(std::string_view digits) {
 
 /// The first characters of @p token that are no digits: a letter "U", which the library takes, stands for
 /// itself.
-span fault_of_token(std::string_view token, std::size_t offset) {
+span first_fault(std::string_view token, std::size_t offset) {
     const auto first = std::ranges::find_if_not(token, is_rif_digit);
     auto last = first;
     if (first != token.end() && is_unknown_digit(*first)) {
@@ -168,7 +168,7 @@ void rif_parser::parse_token() {
         return;
     }
     rif_piece piece{rif_piece::kind::word, {}};
-    piece.fault = fault_of_token(token, next);
+    piece.fault = first_fault(token, next);
     piece.address = address;
     address += address != no_rif_address ? 1 : 0;
     hand_out(piece, end);

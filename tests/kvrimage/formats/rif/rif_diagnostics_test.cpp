@@ -105,6 +105,11 @@ TEST(RifDiagnostics, NamesAddressesThatShareTheirLine) {
                                     "the library kvr drops the rest of the line");
 }
 
+TEST(RifDiagnostics, SplitsNoLineAtAnAddressThatCannotBeRead) {
+    EXPECT_THAT(rif_diagnostics_of("1 @ 2 3\n"), ElementsAre("address-syntax 1:3+1"));
+    EXPECT_EQ(repaired_rif("1 @ 2 3\n"), "1 @ 2 3\n");
+}
+
 TEST(RifDiagnostics, GivesAddressesLinesOfTheirOwn) {
     EXPECT_EQ(repaired_rif("1\n3 @4\t5 6\n"), "1\n3\n@4\n5 6\n");
     EXPECT_EQ(repaired_rif("@4 5\r\n3@6"), "@4\r\n5\r\n3\r\n@6");

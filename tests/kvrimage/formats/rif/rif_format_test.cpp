@@ -1,13 +1,12 @@
-#include "kvrimage/formats/rif/rif_format.h"
-
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
+#include "kvrimage/formats/rif/rif_format.h"
 #include "tests/kvrimage/formats/rif/shown_diagnostics.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string>
+#include <vector>
 
 namespace {
 
@@ -27,7 +26,7 @@ TEST(RifFormat, HasItsNameAndExtension) {
 }
 
 TEST(RifFormat, IsFoundByItsContents) {
-    const read_result result = read("@0\n01 02\n@10\n03\n");
+    const read_result result = parse("@0\n01 02\n@10\n03\n");
     EXPECT_EQ(result.facts.as, &rif_format);
     EXPECT_EQ(result.image->depth(), 17U);
 }
@@ -39,13 +38,13 @@ TEST(RifFormat, ChecksForTheLibrary) {
 }
 
 TEST(RifFormat, IsRepairedUntilNothingIsLeftToRepair) {
-    const repaired result = repair("\xEF\xBB\xBF// table\n@0x0 0x1\t0x2 // two\r0x3 @ 3 0x4\n", as_rif());
+    const repaired result = repair("\xEF\xBB\xBF// table\n@0x0 0x1\t0x2 // two\r0x3 @0x3 0x4\n", as_rif());
     EXPECT_EQ(result.contents, "\n@0\n1 2 \n3\n@3\n4\n");
     EXPECT_THAT(shown(result.left.diagnostics), IsEmpty());
 }
 
 TEST(RifFormat, WritesWhatItReads) {
-    const read_result result = read("@0\n01 02\n@10\n03\n");
+    const read_result result = parse("@0\n01 02\n@10\n03\n");
     write_options options;
     options.as = &rif_format;
     EXPECT_EQ(to_text(*result.image, options), "@0\n01 02 \n@10\n03 \n");
