@@ -1,5 +1,6 @@
 #include "kvrimage/formats/mif/mif_format.h"
 
+#include "kvrimage/formats/mif/mif_kvr.h"
 #include "kvrimage/formats/mif/mif_reader.h"
 
 #include <array>
@@ -9,6 +10,8 @@ namespace kvrimage {
 namespace {
 
 constexpr std::array<std::string_view, 1> mif_extensions = {"mif"};
+
+constexpr std::array<consumer, 1> mif_consumers = {{{"kvr", "the kvr library", check_mif_with_kvr, "holds 0 there"}}};
 
 read_result read_whole_mif(std::string_view contents, const read_options& options) {
     return read_mif(contents, options);
@@ -28,6 +31,7 @@ const format mif_format = {
     .sniff = sniff_mif,
     .read = read_whole_mif,
     .find_word = find_mif_word,
+    .consumers = mif_consumers,
 };
 
 } // namespace kvrimage
