@@ -40,10 +40,6 @@ struct lead_byte {
 constexpr std::array<lead_byte, 4> lead_bytes = {
     {{0x80, 0x00, 1, 0}, {0xE0, 0xC0, 2, 0x80}, {0xF0, 0xE0, 3, 0x800}, {0xF8, 0xF0, 4, 0x10000}}};
 
-constexpr bool is_continuation(char byte) noexcept {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 } // namespace
 
 utf8_character first_character(std::string_view text) {

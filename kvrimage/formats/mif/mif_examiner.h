@@ -23,6 +23,7 @@ public:
     void statement(const mif_statement& found) override;
 
     void report(diagnostic_list& list);
+    [[nodiscard]] bool has_negative() const noexcept { return values.has_negative; }
     /// Addresses whose values are none, or that are set to two values.
     [[nodiscard]] std::vector<address_range> in_doubt() && { return std::move(doubtful); }
 

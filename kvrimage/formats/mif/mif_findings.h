@@ -11,7 +11,7 @@ public:
     mif_findings(std::string_view contents, bool wants_repairs) : text(contents), all_repairs(wants_repairs) {}
 
     void add(const mif_finding& found, diagnostic_list& list);
-    [[nodiscard]] bool has(mif_syntax what) const { return !causes[static_cast<std::size_t>(what)].found.empty(); }
+    void forget(mif_syntax what) { causes[static_cast<std::size_t>(what)] = {}; }
     void report(diagnostic_list& list);
 
 private:

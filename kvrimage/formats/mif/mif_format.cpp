@@ -2,6 +2,7 @@
 
 #include "kvrimage/formats/mif/mif_comments.h"
 #include "kvrimage/formats/mif/mif_edit.h"
+#include "kvrimage/formats/mif/mif_kvr.h"
 #include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/formats/mif/mif_writer.h"
 
@@ -12,6 +13,8 @@ namespace kvrimage {
 namespace {
 
 constexpr std::array<std::string_view, 1> mif_extensions = {"mif"};
+
+constexpr std::array<consumer, 1> mif_consumers = {{{"kvr", "the kvr library", check_mif_with_kvr, "holds 0 there"}}};
 
 read_result read_whole_mif(std::string_view contents, const read_options& options) {
     return read_mif(contents, options);
@@ -37,6 +40,7 @@ const format mif_format = {
     .can_write = can_write_mif,
     .write = write_mif,
     .written_size = written_size_of_mif,
+    .consumers = mif_consumers,
 };
 
 } // namespace kvrimage

@@ -66,6 +66,7 @@ public:
 private:
     void skip_blanks();
     void measure_line(std::size_t end);
+    [[nodiscard]] std::optional<text_edit> shortened(const span& line) const;
     void skip_line_end();
     void skip_percent_comment();
     void skip_comment_of_lines(std::size_t close);
