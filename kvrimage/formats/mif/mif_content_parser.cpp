@@ -65,6 +65,7 @@ void mif_content_parser::read_regular_lines() {
     }
     const std::size_t bytes = sink.read_lines(*line);
     tokens.skip_lines(bytes);
+    line_has = bytes != 0 ? before::statement : line_has;
     next_alone = bytes != 0 ? 1 : std::min(next_alone * 2, most_lines_alone);
     lines_alone = next_alone;
 }
@@ -104,6 +105,7 @@ bool mif_content_parser::read_one() {
 /// The library passes over one that follows a statement on its line, and refuses one with a line of its own.
 void mif_content_parser::take_semicolon() {
     const mif_token token = tokens.take();
+    line_has = token.starts_line ? before::statement : line_has;
     find(token.starts_line ? mif_syntax::lone_semicolon : mif_syntax::empty_statement, token.at,
          text_edit{token.at.offset, 1, ""});
 }

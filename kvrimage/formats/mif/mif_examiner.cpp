@@ -141,12 +141,13 @@ void mif_examiner::take_values(const mif_statement& found, const mif_addresses& 
 
 /// Value number @p value of a statement is none: so are the words that it sets.
 void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value) {
-    if (addresses.what != fault::none && addresses.what != fault::beyond) {
+    const bool has_addresses = addresses.what == fault::none || addresses.what == fault::beyond;
+    if (!has_addresses || addresses.first >= form.depth) {
         return;
     }
     const std::uint64_t step = found.values.size();
     const std::uint64_t last = std::min(addresses.last, form.depth - 1);
-    if (step == 1 && addresses.first <= last) {
+    if (step == 1) {
         doubtful.push_back({addresses.first, last});
         return;
     }

@@ -103,7 +103,17 @@ void mif_text_reader::find_missing_settings(const image_words& all) {
 std::uint64_t mif_text_reader::lowest_depth(const image_words& all) {
     constexpr std::uint64_t usual = 256;
     std::uint64_t depth = 0;
-    for_each_set_run(all, [&depth](const text_run& run) { depth = run.last + 1; });
+    for_each_row_cycle_or_run(
+        all,
+        [&depth](const kvr::word_row& row, std::uint64_t first) {
+            depth = first + row.count;
+            return row.count;
+        },
+        [&depth](const text_cycle& cycle) {
+            depth = cycle.last + 1;
+            return cycle.length();
+        },
+        [&depth](const text_run& run) { depth = run.last + 1; });
     return depth != 0 ? depth : usual;
 }
 
