@@ -43,7 +43,8 @@ std::vector<std::string> mif_files_of_cases() {
 }
 
 bool has_class(const std::vector<diagnostic>& found, diagnostic_class level) {
-    return std::ranges::any_of(found, [level](const diagnostic& each) { return about(each.id).level == level; });
+    return std::ranges::any_of(found,
+                               [level](const diagnostic& each) { return about(each.id).level == level; });
 }
 
 /// What read_mif() finds, as a text that two readings can be compared by.
@@ -53,7 +54,8 @@ std::string shown_reading(const read_result& result) {
         text += std::string(about(each.id).code) + " " + std::to_string(each.where.offset) + " " +
                 std::to_string(each.count) + " " + each.message + "\n";
     }
-    for (std::uint64_t i = 0; result.image && i < std::min<std::uint64_t>(result.image->words().size(), 64); ++i) {
+    for (std::uint64_t i = 0; result.image && i < std::min<std::uint64_t>(result.image->words().size(), 64);
+         ++i) {
         text += std::string(result.image->words()[i]) + ",";
     }
     for (const address_range& each : result.unreadable) {
@@ -89,9 +91,11 @@ std::string random_file(std::mt19937& random) {
         address = random() % 4 != 0 ? address + 1 : static_cast<unsigned>(random() % 64);
         const std::string first = std::to_string(address % 64);
         file += random() % 2 != 0 ? "\t" : "";
-        file += random() % 8 != 0 ? first + " : " : "[" + first + ".." + std::to_string((address + 2) % 64) + "] : ";
+        file += random() % 8 != 0 ? first + " : "
+                                  : "[" + first + ".." + std::to_string((address + 2) % 64) + "] : ";
         for (auto values = random() % 6 != 0 ? 1 : 1 + random() % 3; values != 0; --values) {
-            file += std::string(1, "0123456789abcdefABCDEFG"[random() % (random() % 20 != 0 ? 22 : 23)]) + " ";
+            file +=
+                std::string(1, "0123456789abcdefABCDEFG"[random() % (random() % 20 != 0 ? 22 : 23)]) + " ";
         }
         file += random() % 10 != 0 ? ";\n" : "; -- a\n";
     }
@@ -100,7 +104,8 @@ std::string random_file(std::mt19937& random) {
 
 void expect_same_without_fast_path(const std::string& file) {
     const read_options options{.keep_going = true};
-    EXPECT_EQ(shown_reading(read_mif(file, options)), shown_reading(read_mif(file, options, mif_fast_path::unused)))
+    EXPECT_EQ(shown_reading(read_mif(file, options)),
+              shown_reading(read_mif(file, options, mif_fast_path::unused)))
         << file;
 }
 
@@ -127,7 +132,8 @@ bool kvr_agrees(const std::string& file, const read_result& ours) {
     return true;
 }
 
-/// Broken files are refused, others have an image; and what has no diagnostic for kvr, that reads to the same words.
+/// Broken files are refused, others have an image; and what has no diagnostic for kvr, that reads to the same
+/// words.
 void expect_contract(const std::string& file) {
     check_options options;
     options.read.as = &mif_format;
