@@ -52,7 +52,8 @@ private:
     void doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value);
     void report_addresses(diagnostic_list& list);
     void report_values(diagnostic_list& list);
-    bool report_mismatch(mif_keyword keyword, const mif_radix_trial& trial, std::string_view numbers, diagnostic_list& list);
+    bool report_mismatch(mif_keyword keyword, const mif_radix_trial& trial, std::string_view numbers,
+                         diagnostic_list& list);
 
     std::string_view text;
     span content_at;

@@ -42,7 +42,8 @@ public:
         if (!list.has_broken() && header.has(mif_keyword::width) && header.has(mif_keyword::depth)) {
             header.compare_with_kvr(keyword.offset, list);
         }
-        form = {header.radix_of(mif_keyword::address_radix), header.radix_of(mif_keyword::data_radix), depth().value_or(deepest_mif)};
+        form = {header.radix_of(mif_keyword::address_radix), header.radix_of(mif_keyword::data_radix),
+                depth().value_or(deepest_mif)};
         words.emplace(text, form);
     }
     void statement(const mif_statement& found) override {
@@ -52,7 +53,8 @@ public:
         }
     }
     std::size_t read_lines(std::size_t offset) override {
-        return uses_fast_path && header.knows_radix(mif_keyword::address_radix) ? words->set_lines(offset) : 0;
+        return uses_fast_path && header.knows_radix(mif_keyword::address_radix) ? words->set_lines(offset)
+                                                                                : 0;
     }
 
     read_result finish();
@@ -103,7 +105,17 @@ void mif_text_reader::find_missing_settings(const image_words& all) {
 std::uint64_t mif_text_reader::lowest_depth(const image_words& all) {
     constexpr std::uint64_t usual = 256;
     std::uint64_t depth = 0;
-    for_each_set_run(all, [&depth](const text_run& run) { depth = run.last + 1; });
+    for_each_row_cycle_or_run(
+        all,
+        [&depth](const kvr::word_row& row, std::uint64_t first) {
+            depth = first + row.count;
+            return row.count;
+        },
+        [&depth](const text_cycle& cycle) {
+            depth = cycle.last + 1;
+            return cycle.length();
+        },
+        [&depth](const text_run& run) { depth = run.last + 1; });
     return depth != 0 ? depth : usual;
 }
 
@@ -156,7 +168,9 @@ bool mif_text_reader::make_words(image_words& all) {
         }
         return true;
     };
-    const auto keeps = [&](const kvr::word_row& row) { return form.data == radix::hex && are_words(row, bits); };
+    const auto keeps = [&](const kvr::word_row& row) {
+        return form.data == radix::hex && are_words(row, bits);
+    };
     all.transform(convert, keeps);
     return all_words;
 }
@@ -235,13 +249,17 @@ read_result mif_text_reader::finish() {
 /// The last statement that sets an address.
 class mif_word_finder : public mif_sink {
 public:
-    mif_word_finder(std::string_view contents, std::uint64_t wanted) : text(contents), address(wanted), header(contents) {}
+    mif_word_finder(std::string_view contents, std::uint64_t wanted)
+        : text(contents),
+          address(wanted),
+          header(contents) {}
 
     void setting(const mif_setting& found) override { header.take(found, ignored); }
     void statement(const mif_statement& found) override {
         const mif_number_form form{header.radix_of(mif_keyword::address_radix), radix::hex, deepest_mif};
         const mif_addresses addresses = addresses_of(found, text, form);
-        if (addresses.what == mif_addresses::fault::none && addresses.first <= address && address <= addresses.last) {
+        if (addresses.what == mif_addresses::fault::none && addresses.first <= address &&
+            address <= addresses.last) {
             last = found.whole;
         }
     }
@@ -287,7 +305,8 @@ read_result read_mif(std::string_view contents, const read_options& options, mif
     return reader.finish();
 }
 
-std::optional<place> find_mif_word(std::string_view contents, const read_options& /*options*/, std::uint64_t address) {
+std::optional<place> find_mif_word(std::string_view contents, const read_options& /*options*/,
+                                   std::uint64_t address) {
     mif_word_finder finder(contents, address);
     parse_mif(contents, finder);
     return finder.found();

@@ -1,7 +1,10 @@
+#include "kvr/memory/io/line_source.h"
+#include "kvr/memory/mif/mif_reader.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/word_text.h"
 
 #include <gtest/gtest.h>
 
@@ -40,7 +43,8 @@ std::vector<std::string> mif_files_of_cases() {
 }
 
 bool has_class(const std::vector<diagnostic>& found, diagnostic_class level) {
-    return std::ranges::any_of(found, [level](const diagnostic& each) { return about(each.id).level == level; });
+    return std::ranges::any_of(found,
+                               [level](const diagnostic& each) { return about(each.id).level == level; });
 }
 
 /// What read_mif() finds, as a text that two readings can be compared by.
@@ -50,7 +54,8 @@ std::string shown_reading(const read_result& result) {
         text += std::string(about(each.id).code) + " " + std::to_string(each.where.offset) + " " +
                 std::to_string(each.count) + " " + each.message + "\n";
     }
-    for (std::uint64_t i = 0; result.image && i < std::min<std::uint64_t>(result.image->words().size(), 64); ++i) {
+    for (std::uint64_t i = 0; result.image && i < std::min<std::uint64_t>(result.image->words().size(), 64);
+         ++i) {
         text += std::string(result.image->words()[i]) + ",";
     }
     for (const address_range& each : result.unreadable) {
@@ -86,9 +91,11 @@ std::string random_file(std::mt19937& random) {
         address = random() % 4 != 0 ? address + 1 : static_cast<unsigned>(random() % 64);
         const std::string first = std::to_string(address % 64);
         file += random() % 2 != 0 ? "\t" : "";
-        file += random() % 8 != 0 ? first + " : " : "[" + first + ".." + std::to_string((address + 2) % 64) + "] : ";
+        file += random() % 8 != 0 ? first + " : "
+                                  : "[" + first + ".." + std::to_string((address + 2) % 64) + "] : ";
         for (auto values = random() % 6 != 0 ? 1 : 1 + random() % 3; values != 0; --values) {
-            file += std::string(1, "0123456789abcdefABCDEFG"[random() % (random() % 20 != 0 ? 22 : 23)]) + " ";
+            file +=
+                std::string(1, "0123456789abcdefABCDEFG"[random() % (random() % 20 != 0 ? 22 : 23)]) + " ";
         }
         file += random() % 10 != 0 ? ";\n" : "; -- a\n";
     }
@@ -97,17 +104,44 @@ std::string random_file(std::mt19937& random) {
 
 void expect_same_without_fast_path(const std::string& file) {
     const read_options options{.keep_going = true};
-    EXPECT_EQ(shown_reading(read_mif(file, options)), shown_reading(read_mif(file, options, mif_fast_path::unused)))
+    EXPECT_EQ(shown_reading(read_mif(file, options)),
+              shown_reading(read_mif(file, options, mif_fast_path::unused)))
         << file;
 }
 
-/// What nothing is found in, kvr reads to the same words: a difference that only the comparison finds has its diagnostic, so
-/// that files without one are what this looks at. Broken files are refused, others have an image.
+/// True when kvr accepts @p file and holds the texts of the words of @p ours.
+bool kvr_agrees(const std::string& file, const read_result& ours) {
+    kvr::mif_memory memory(nullptr);
+    kvr::fill_radix_names(memory);
+    memory.memory_initialize_value.clear();
+    kvr::line_source lines(file, kvr::mif_reader::source_limit);
+    if (!kvr::mif_reader(memory).read(lines) || memory.number_of_words != ours.image->depth()) {
+        return false;
+    }
+    std::string word;
+    for (std::uint32_t i = 0; i < std::min<std::uint32_t>(memory.number_of_words, 64); ++i) {
+        word.clear();
+        if (!memory.data_words[i].empty() &&
+            make_word(memory.data_words[i], *ours.facts.data_radix, ours.image->width(), word)) {
+            return false;
+        }
+        if (word != ours.image->words()[i]) {
+            return false;
+        }
+    }
+    return true;
+}
+
+/// Broken files are refused, others have an image; and what has no diagnostic for kvr, that reads to the same
+/// words.
 void expect_contract(const std::string& file) {
     check_options options;
     options.read.as = &mif_format;
     const read_result result = check(file, options);
     EXPECT_EQ(result.image.has_value(), !has_class(result.diagnostics, diagnostic_class::broken)) << file;
+    if (result.image && !has_class(result.diagnostics, diagnostic_class::consumer)) {
+        EXPECT_TRUE(kvr_agrees(file, result)) << file;
+    }
     for (const diagnostic& each : result.diagnostics) {
         EXPECT_LE(each.where.offset + each.where.length, file.size() + 1) << each.message << "\n" << file;
         EXPECT_FALSE(each.message.empty());

@@ -1,7 +1,6 @@
-#include "kvrimage/formats/mif/mif_reader.h"
-
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/mif/mif_format.h"
+#include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/image/image_words.h"
 
 #include <gmock/gmock.h>
@@ -50,7 +49,9 @@ struct mif_case {
     std::string_view found;
     std::string repaired;
 };
-std::ostream& operator<<(std::ostream& output, const mif_case& each) { return output << each.name; }
+std::ostream& operator<<(std::ostream& output, const mif_case& each) {
+    return output << each.name;
+}
 
 class MifFile : public testing::TestWithParam<mif_case> {};
 
@@ -76,7 +77,8 @@ TEST_P(MifFile, IsCleanForKvrAfterItsRepair) {
         options.read.as = &mif_format;
         const read_result result = check(each.repaired, options);
         for (const diagnostic& found : result.diagnostics) {
-            EXPECT_EQ(about(found.id).level, diagnostic_class::suspect) << shown_diagnostic(found) << found.message;
+            EXPECT_EQ(about(found.id).level, diagnostic_class::suspect)
+                << shown_diagnostic(found) << found.message;
         }
     }
 }
@@ -90,7 +92,8 @@ std::string headed(std::string_view header) {
 INSTANTIATE_TEST_SUITE_P(
     Header, MifFile,
     testing::Values(
-        mif_case{"mark", "\xEF\xBB\xBF" + headed(usual_header), "byte-order-mark 1:1+3", headed(usual_header)},
+        mif_case{"mark", "\xEF\xBB\xBF" + headed(usual_header), "byte-order-mark 1:1+3",
+                 headed(usual_header)},
         mif_case{"no_equals", headed("WIDTH 8;\nDEPTH=8;\n"), "missing-equals 1:1+7", headed(usual_header)},
         mif_case{"colon", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX:BIN;\n"), "missing-equals 3:1+14",
                  headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=BIN;\n")},
@@ -98,32 +101,38 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"no_setting", headed("WIDTH=8;\nDEPTH=8;\nAUTHOR=me;\n"), "unknown-header 3:1+6", ""},
         mif_case{"text", headed("WIDTH=8;\nDEPTH=8;\nmade in May\n"), "header-text 3:1+11",
                  headed("WIDTH=8;\nDEPTH=8;\n-- made in May\n")},
-        mif_case{"no_value", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=;\n"), "missing-setting-value 3:1+11", ""},
-        mif_case{"no_semicolon", headed("WIDTH=8\nDEPTH=8;\n"), "header-semicolon 1:8+1", headed(usual_header)},
-        mif_case{"two_semicolons", headed("WIDTH=8;;\nDEPTH=8;\n"), "empty-statement 1:9+1", headed(usual_header)},
+        mif_case{"no_value", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=;\n"), "missing-setting-value 3:1+11",
+                 ""},
+        mif_case{"no_semicolon", headed("WIDTH=8\nDEPTH=8;\n"), "header-semicolon 1:8+1",
+                 headed(usual_header)},
+        mif_case{"two_semicolons", headed("WIDTH=8;;\nDEPTH=8;\n"), "empty-statement 1:9+1",
+                 headed(usual_header)},
         mif_case{"unit", headed("WIDTH=8;\nDEPTH=4K;\n"), "header-number 2:7+2", ""},
         mif_case{"thousands", headed("WIDTH=8;\nDEPTH=4,096;\n"), "header-number 2:7+5", ""},
         mif_case{"too_deep", headed("WIDTH=8;\nDEPTH=2147483648;\n"), "header-range 2:7+10", ""},
         mif_case{"too_wide", headed("WIDTH=1048577;\nDEPTH=8;\n"), "header-range 1:7+7", ""},
         mif_case{"no_radix", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HXE;\n"), "unknown-radix 3:12+3", ""},
-        mif_case{"full_name", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=hexadecimal;\n"), "radix-spelling 3:12+11",
-                 headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n")},
-        mif_case{"one_line", headed("WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=UNS;DATA_RADIX=HEX;\n"), "shared-line 3:19+15",
-                 headed("WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=UNS;\nDATA_RADIX=HEX;\n")},
+        mif_case{"full_name", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=hexadecimal;\n"),
+                 "radix-spelling 3:12+11", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n")},
+        mif_case{"one_line", headed("WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=UNS;DATA_RADIX=HEX;\n"),
+                 "shared-line 3:19+15", headed("WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=UNS;\nDATA_RADIX=HEX;\n")},
         mif_case{"two_lines", headed("WIDTH\n= 8;\nDEPTH=8;\n"), "split-setting 1:1+5", headed(usual_header)},
         mif_case{"twice", headed("WIDTH=8;\nDEPTH=8;\nDEPTH=08;\n"), "repeated-header 3:7+2", ""},
         mif_case{"contradiction", headed("WIDTH=8;\nDEPTH=8;\nDEPTH=9;\n"), "contradicting-header 3:7+1", ""},
         mif_case{"no_width", headed("DEPTH=8;\n"), "missing-width 2:1+7", ""},
         mif_case{"no_depth", headed("WIDTH=8;\n"), "missing-depth 2:1+7", ""},
-        mif_case{"no_content", usual_header + "0 : 1;\nEND;\n", "missing-content 3:1+1", headed(usual_header)},
+        mif_case{"no_content", usual_header + "0 : 1;\nEND;\n", "missing-content 3:1+1",
+                 headed(usual_header)},
         mif_case{"spelling", usual_header + "CONTENTS BEGIN\n0 : 1;\nEND;\n", "content-spelling 3:1+8",
                  headed(usual_header)},
         mif_case{"one_word", usual_header + "Content_Begin\n0 : 1;\nEND;\n", "content-spelling 3:1+13",
                  headed(usual_header)},
         mif_case{"semicolon", usual_header + "CONTENT BEGIN;\n0 : 1;\nEND;\n", "content-semicolon 3:14+1",
                  headed(usual_header)},
-        mif_case{"no_begin", usual_header + "CONTENT\n0 : 1;\nEND;\n", "missing-begin 3:1+7", headed(usual_header)},
-        mif_case{"between", usual_header + "CONTENT of it\nBEGIN\n0 : 1;\nEND;\n", "before-begin 3:9+2*2", ""}),
+        mif_case{"no_begin", usual_header + "CONTENT\n0 : 1;\nEND;\n", "missing-begin 3:1+7",
+                 headed(usual_header)},
+        mif_case{"between", usual_header + "CONTENT of it\nBEGIN\n0 : 1;\nEND;\n", "before-begin 3:9+2*2",
+                 ""}),
     [](const auto& each) { return std::string(each.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
@@ -149,8 +158,10 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"comma", mif_of("0 : 1,2;\n"), "comma 4:6+1", mif_of("0 : 1 2;\n")},
         mif_case{"dots", mif_of("0 : 1;\n.\n.\n7 : 2;\n"), "left-out 5:1+1*2", ""},
         mif_case{"two_semicolons", mif_of("0 : 1;;\n"), "empty-statement 4:7+1", mif_of("0 : 1;\n")},
-        mif_case{"lone_semicolon", mif_of("0 : 1;\n;\n1 : 2;\n"), "lone-semicolon 5:1+1", mif_of("0 : 1;\n\n1 : 2;\n")},
-        mif_case{"two_on_a_line", mif_of("0 : 1; 1 : 2;\n"), "behind-semicolon 4:8+1", mif_of("0 : 1; \n1 : 2;\n")},
+        mif_case{"lone_semicolon", mif_of("0 : 1;\n;\n1 : 2;\n"), "lone-semicolon 5:1+1",
+                 mif_of("0 : 1;\n\n1 : 2;\n")},
+        mif_case{"two_on_a_line", mif_of("0 : 1; 1 : 2;\n"), "behind-semicolon 4:8+1",
+                 mif_of("0 : 1; \n1 : 2;\n")},
         mif_case{"before_end", usual_header + "CONTENT BEGIN\n0 : 1; END;\n", "before-end 4:8+3",
                  usual_header + "CONTENT BEGIN\n0 : 1; \nEND;\n"},
         mif_case{"glued", mif_of("0 : 1\n2\n3;\n"), "split-value 5:1+1*2", mif_of("0 : 1\n 2\n 3;\n")},
@@ -165,21 +176,26 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"list_over_single", mif_of("1 : 1;\n0 : 1 2;\n"), "overlap 5:1+8", ""},
         mif_case{"single_over_list", mif_of("0 : 1 2;\n1 : 1;\n"), "overlap 5:1+6", ""},
         mif_case{"range_over_range", mif_of("[0..3] : 1;\n[2..5] : 2;\n"), "overlap 5:1+11", ""},
-        mif_case{"unsigned", mif_of("0 : 255;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"), "unsigned-in-dec 5:5+3",
-                 mif_of("0 : 255;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=UNS;\n")},
+        mif_case{"unsigned", mif_of("0 : 255;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"),
+                 "unsigned-in-dec 5:5+3", mif_of("0 : 255;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=UNS;\n")},
         mif_case{"unsigned_and_negative", mif_of("0 : 255 -1;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"),
                  "unsigned-in-dec 5:5+3", ""},
         mif_case{"other_radix", mif_of("0 : 1F;\n1 : 2;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=BIN;\n"),
-                 "radix-mismatch 3:12+3", mif_of("0 : 1F;\n1 : 2;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n")},
-        mif_case{"other_address_radix", mif_of("A : 1;\n1 : 2;\n", "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=UNS;\n"),
-                 "radix-mismatch 3:15+3", mif_of("A : 1;\n1 : 2;\n", "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=HEX;\n")}),
+                 "radix-mismatch 3:12+3",
+                 mif_of("0 : 1F;\n1 : 2;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n")},
+        mif_case{"other_address_radix",
+                 mif_of("A : 1;\n1 : 2;\n", "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=UNS;\n"),
+                 "radix-mismatch 3:15+3",
+                 mif_of("A : 1;\n1 : 2;\n", "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=HEX;\n")}),
     [](const auto& each) { return std::string(each.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     CommentsAndEnd, MifFile,
     testing::Values(
-        mif_case{"behind_a_comment", mif_of("%a% 0 : 1;\n"), "behind-comment 4:5+1", mif_of("%a% \n0 : 1;\n")},
-        mif_case{"value_behind_a_comment", mif_of("0 : %a%1;\n"), "behind-comment 4:8+1", mif_of("0 : %a%\n 1;\n")},
+        mif_case{"behind_a_comment", mif_of("%a% 0 : 1;\n"), "behind-comment 4:5+1",
+                 mif_of("%a% \n0 : 1;\n")},
+        mif_case{"value_behind_a_comment", mif_of("0 : %a%1;\n"), "behind-comment 4:8+1",
+                 mif_of("0 : %a%\n 1;\n")},
         mif_case{"open", mif_of("0 : 1; % one\n"), "open-comment 4:8+1", mif_of("0 : 1; % one %\n")},
         mif_case{"lines_of_words", mif_of("%\n0 : 1;\n%\n1 : 2;\n"), "comment-of-lines 4:1+10",
                  mif_of("--\n--0 : 1;\n--\n1 : 2;\n")},
@@ -188,19 +204,22 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"end_without_semicolon", usual_header + "CONTENT BEGIN\n0 : 1;\nend", "end-semicolon 5:1+3",
                  usual_header + "CONTENT BEGIN\n0 : 1;\nend;"},
         mif_case{"behind_end", mif_of("0 : 1;\n") + "1 : 2;\n", "behind-end 6:1+6", ""},
-        mif_case{"text_behind_end", usual_header + "CONTENT BEGIN\n0 : 1;\nEND;s\n", "text-behind-end 5:5+1", ""},
+        mif_case{"text_behind_end", usual_header + "CONTENT BEGIN\n0 : 1;\nEND;s\n", "text-behind-end 5:5+1",
+                 ""},
         mif_case{"long_line", mif_of("0 : 1;" + std::string(600, ' ') + "\n"), "line-too-long 4:512+1",
                  mif_of("0 : 1;\n")},
-        mif_case{"long_list", mif_of("[0..7] :" + std::string(200, ' ') + "1" + std::string(200, ' ') + "2" +
-                                     std::string(200, ' ') + "3;\n"),
+        mif_case{"long_list",
+                 mif_of("[0..7] :" + std::string(200, ' ') + "1" + std::string(200, ' ') + "2" +
+                        std::string(200, ' ') + "3;\n"),
                  "line-too-long 4:512+1",
-                 mif_of("[0..7] :" + std::string(200, ' ') + "1" + std::string(200, ' ') + "2" + std::string(101, ' ') +
-                        "\n" + std::string(99, ' ') + "3;\n")}),
+                 mif_of("[0..7] :" + std::string(200, ' ') + "1" + std::string(200, ' ') + "2" +
+                        std::string(101, ' ') + "\n" + std::string(99, ' ') + "3;\n")}),
     [](const auto& each) { return std::string(each.param.name); });
 
 TEST(MifReader, ReadsWhatIsMeant) {
-    const std::string file = "-- a\r\nData_Radix = uns ;\r\nDEPTH=6;\r\n% b\r\n  c %\r\nWIDTH=4;\r\nContent\r\n Begin\r\n"
-                             "[0..5]\t: 15 ;\r\n1 : 2\r\n 3;\r\n4 : 1; -- d\r\nend;\r\n";
+    const std::string file =
+        "-- a\r\nData_Radix = uns ;\r\nDEPTH=6;\r\n% b\r\n  c %\r\nWIDTH=4;\r\nContent\r\n Begin\r\n"
+        "[0..5]\t: 15 ;\r\n1 : 2\r\n 3;\r\n4 : 1; -- d\r\nend;\r\n";
     const read_result result = read_mif(file, {});
     EXPECT_THAT(result.diagnostics, IsEmpty());
     EXPECT_THAT(words_of(result), ElementsAre("F", "2", "3", "F", "1", "F"));
