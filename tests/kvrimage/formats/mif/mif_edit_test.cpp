@@ -141,9 +141,14 @@ TEST(MifEdit, SplitsARangeOverSeveralLines) {
               "[ 0 .. 4 ] : 01 -- one\n  02 -- two\n;\n5 : AB;\nEND;\n");
 }
 
-TEST(MifEdit, KeepsBracketsThatHoldALineEnd) {
-    EXPECT_EQ(after("[0 -- low\n..3] : 01;\nEND;\n", {"1=AB"}),
-              "[0 -- low\n..1] : 01 AB;\n[2..3] : 01;\nEND;\n");
+TEST(MifEdit, RemovesBracketsThatHoldALineEnd) {
+    EXPECT_EQ(after("[0 -- low..\n..3] : 01;\nEND;\n", {"1=AB"}),
+              "0 -- low..\n : 01;\n1 : AB;\n[2..3] : 01;\nEND;\n");
+}
+
+TEST(MifEdit, KeepsBracketsThatHoldAComment) {
+    EXPECT_EQ(after("[0 % .. %\n..3] : 01;\nEND;\n", {"1=AB"}),
+              "[0 % .. %\n..1] : 01 AB;\n[2..3] : 01;\nEND;\n");
 }
 
 TEST(MifEdit, SplitRangeStaysBeforeTheStatementsThatFollowOnItsLine) {
