@@ -53,8 +53,8 @@ std::optional<word> word_or_none(std::string_view text, std::uint32_t width) {
 void for_each_difference(const memory_image& left, const memory_image& right,
                          const std::function<void(const difference&)>& take) {
     const word_equality same(left.width(), right.width());
-    for_each_differing_run(placed_words(left.words(), left.base()), placed_words(right.words(), right.base()), same,
-                           same.of_equal_texts(),
+    for_each_differing_run(placed_words(left.words(), left.base()), placed_words(right.words(), right.base()),
+                           same, same.of_equal_texts(),
                            [&](std::uint64_t first, std::uint64_t last, std::string_view left_word,
                                std::string_view right_word) {
                                take({{first, last},

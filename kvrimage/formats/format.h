@@ -28,10 +28,10 @@ enum class certainty : std::uint8_t { no, possible, likely, certain };
 /// What a caller says of a file beyond its contents, and what is wanted of it.
 struct read_options {
     const format* as = nullptr; ///< null: by the file's name, and its contents
-    std::optional<std::uint32_t> width; ///< bits a word, instead of the file's own or what it does not say
-    std::optional<std::uint64_t> depth; ///< words; addresses beyond it are broken
-    std::optional<address_unit> unit;   ///< word or byte
-    std::optional<byte_order> order;
+    std::optional<std::uint32_t> width = std::nullopt; ///< bits a word, instead of the file's own or what it does not say
+    std::optional<std::uint64_t> depth = std::nullopt; ///< words; addresses beyond it are broken
+    std::optional<address_unit> unit = std::nullopt;   ///< word or byte
+    std::optional<byte_order> order = std::nullopt;
     /// Hands out what can be read of a broken file, too; see read_result::unreadable.
     bool keep_going = false;
     /// Of each class; the others are counted.
@@ -60,8 +60,8 @@ struct read_result {
 
 struct write_options {
     const format* as = nullptr; ///< null: by the file's name
-    std::optional<radix> address_radix; ///< hex where a format has the choice
-    std::optional<radix> data_radix;
+    std::optional<radix> address_radix = std::nullopt; ///< hex where a format has the choice
+    std::optional<radix> data_radix = std::nullopt;
     bool runs = true; ///< neighbouring equal words share a line where the format can
 };
 
@@ -91,6 +91,7 @@ struct consumer {
     /// What it refuses or reads otherwise of @p contents, of which @p ours is our reading, with an image and with
     /// `consumer` diagnostics of what our reader knows already, which are not to be repeated.
     std::vector<diagnostic> (*check)(std::string_view contents, const read_options& options, const read_result& ours);
+    std::string_view unset_words = ""; ///< what becomes of words that are not set: "holds 0 there"; "": they stay so
 };
 
 /// A file format: what it says of itself, and what it can do. Functions that it does not have are null.

@@ -124,34 +124,36 @@ private:
 };
 
 /// Calls @p take (first address, last address, one word, the other) with every longest stretch over which two
-/// memories hold a word each that are not the same, as @p same (one word, the other) decides, in order, until it answers
-/// false. Beyond a memory its words are "". False when @p take has answered false.
+/// memories hold a word each that are not the same, as @p same (one word, the other) decides, in order, until
+/// it answers false. Beyond a memory its words are "". False when @p take has answered false.
 /// @param texts are_same: @p same is true of equal texts, and is not asked for many at once
 template <class Same, class Take>
-bool for_each_differing_run(const placed_words& one, const placed_words& other, const Same& same, equal_texts texts,
-                            Take&& take) {
+bool for_each_differing_run(const placed_words& one, const placed_words& other, const Same& same,
+                            equal_texts texts, Take&& take) {
     const std::uint64_t last = std::max(one.last(), other.last());
     same_cycle_finder cycles(one, other);
-    for (std::uint64_t address = std::min(one.first(), other.first());;) {
-        std::uint64_t taken = texts == equal_texts::are_same ? count_same_in_rows(one, other, address) : 0;
-        taken = taken != 0 ? taken : cycles.find(address, same);
-        if (taken == 0) {
+    std::uint64_t address = std::min(one.first(), other.first());
+    for (;;) {
+        std::uint64_t alike = texts == equal_texts::are_same ? count_same_in_rows(one, other, address) : 0;
+        alike = alike != 0 ? alike : cycles.find(address, same);
+        std::uint64_t end = address + (alike - 1); // inclusive: one more may not fit 64 bits
+        if (alike == 0) {
             const text_run in_one = one.run_at(address);
             const text_run in_other = other.run_at(address);
-            const std::uint64_t end = std::min({in_one.last, in_other.last, last});
+            end = std::min({in_one.last, in_other.last, last});
             if (!same(in_one.text, in_other.text) && !take(address, end, in_one.text, in_other.text)) {
                 return false;
             }
-            taken = end - address + 1;
         }
-        if (last - address < taken) {
+        if (end == last) {
             return true;
         }
-        address += taken;
+        address = end + 1;
     }
 }
 
-/// The same over all differing stretches of two memories with the lowest address 0, whose equal texts are the same words.
+/// The same over all differing stretches of two memories with the lowest address 0, whose equal texts are the
+/// same words.
 template <class Same, class Take>
 void for_each_differing_run(const image_words& one, const image_words& other, Same&& same, Take&& take) {
     const auto take_and_go_on = [&take](std::uint64_t first, std::uint64_t last, std::string_view left,
@@ -159,7 +161,8 @@ void for_each_differing_run(const image_words& one, const image_words& other, Sa
         take(first, last, left, right);
         return true;
     };
-    for_each_differing_run(placed_words(one), placed_words(other), same, equal_texts::are_same, take_and_go_on);
+    for_each_differing_run(placed_words(one), placed_words(other), same, equal_texts::are_same,
+                           take_and_go_on);
 }
 
 } // namespace kvrimage

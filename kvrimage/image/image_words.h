@@ -21,16 +21,17 @@ struct text_run {
 /// A stretch over which texts repeat: those at an offset and `period` offsets on are the same.
 struct text_cycle {
     std::uint64_t first;
-    std::uint64_t last; ///< inclusive
+    std::uint64_t last;   ///< inclusive
     std::uint32_t period; ///< 1 where all are equal, 0 when no cycle is known
 
     [[nodiscard]] std::uint64_t length() const noexcept { return last - first + 1; }
 };
 
-/// The words of a memory as texts, by their offsets from its lowest address, in two stores of half of the addresses
-/// each, since a store takes one word less than 2^32. A word of `width` bits is held as ceil(width / 4) upper-case
-/// hexadecimal digits, which may be "X" for four don't-care bits; or, where a don't-care bit stands beside a plain one, as
-/// `width` binary digits; "" is a word that is not set. While a file is read, its own texts may stand here.
+/// The words of a memory as texts, by their offsets from its lowest address, in two stores of half of the
+/// addresses each, since a store takes one word less than 2^32. A word of `width` bits is held as ceil(width
+/// / 4) upper-case hexadecimal digits, which may be "X" for four don't-care bits; or, where a don't-care bit
+/// stands beside a plain one, as `width` binary digits; "" is a word that is not set. While a file is read,
+/// its own texts may stand here.
 class image_words {
 public:
     explicit image_words(std::uint64_t depth = 0) { resize(depth); }
@@ -53,7 +54,8 @@ public:
         return half_of(offset)[within_half(offset)];
     }
     void set(std::uint64_t offset, std::string_view text) { half_of(offset).set(within_half(offset), text); }
-    /// Sets the offsets from @p first to @p last to @p values in order, from the first again when they are used up.
+    /// Sets the offsets from @p first to @p last to @p values in order, from the first again when they are
+    /// used up.
     void fill(std::uint64_t first, std::uint64_t last, const std::vector<std::string_view>& values);
 
     /// The longest run from @p offset on, over the border of the halves too.
@@ -64,8 +66,8 @@ public:
     [[nodiscard]] kvr::word_row row_at(std::uint64_t offset) const noexcept {
         return half_of(offset).row_at(within_half(offset));
     }
-    /// See kvr::word_store::transform(): false, with the words of both halves as they were, when @p conversion answers
-    /// false.
+    /// See kvr::word_store::transform(): false, with the words of both halves as they were, when @p
+    /// conversion answers false.
     bool transform(const kvr::word_conversion& conversion, const kvr::row_test& keeps = {});
 
     /// The store of the lower half, for what fills it directly.

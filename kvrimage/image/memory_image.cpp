@@ -128,8 +128,8 @@ std::uint64_t memory_image::depth() const noexcept {
 
 std::uint64_t memory_image::offset_of(std::uint64_t address) const {
     if (address < lowest || address > last_address()) {
-        throw std::out_of_range(fmt::format("address 0x{:X}: the memory has 0x{:X} to 0x{:X}", address, lowest,
-                                            last_address()));
+        throw std::out_of_range(
+            fmt::format("address 0x{:X}: the memory has 0x{:X} to 0x{:X}", address, lowest, last_address()));
     }
     return address - lowest;
 }
@@ -166,7 +166,8 @@ void memory_image::fill(const address_range& range, std::span<const word> patter
         throw std::invalid_argument("a fill without a word");
     }
     std::ranges::for_each(pattern, [this](const word& value) { check_width(value); });
-    const std::uint64_t others = offsets.last - offsets.first; // one less than the words, whose count may take 65 bits
+    const std::uint64_t others =
+        offsets.last - offsets.first; // one less than the words, whose count may take 65 bits
     const auto used = static_cast<std::size_t>(std::min<std::uint64_t>(pattern.size() - 1, others)) + 1;
     std::vector<held_text> texts;
     std::vector<std::string_view> values;
@@ -208,15 +209,16 @@ run_range memory_image::runs(const address_range& range) const {
 
 void memory_image::copy_to(std::uint64_t first, std::span<std::uint64_t> out, std::uint64_t unset) const {
     if (bits > widest_number) {
-        throw std::domain_error(fmt::format("words of {} bits do not fit numbers of {}", bits, widest_number));
+        throw std::domain_error(
+            fmt::format("words of {} bits do not fit numbers of {}", bits, widest_number));
     }
     if (out.empty()) {
         return;
     }
     const std::uint64_t offset = offset_of(first);
     if (out.size() > depth() - offset) {
-        throw std::out_of_range(fmt::format("{} words from address 0x{:X} on: the memory ends with 0x{:X}", out.size(),
-                                            first, last_address()));
+        throw std::out_of_range(fmt::format("{} words from address 0x{:X} on: the memory ends with 0x{:X}",
+                                            out.size(), first, last_address()));
     }
     number_copier(*this, unset).copy(offset, out);
 }
@@ -225,11 +227,13 @@ bool operator==(const memory_image& left, const memory_image& right) {
     if (left.bits != right.bits || left.lowest != right.lowest || left.depth() != right.depth()) {
         return false;
     }
-    return for_each_differing_run(placed_words(*left.contents), placed_words(*right.contents), std::equal_to<>(),
-                                  equal_texts::are_same, [](auto&&...) { return false; });
+    return for_each_differing_run(placed_words(*left.contents), placed_words(*right.contents),
+                                  std::equal_to<>(), equal_texts::are_same, [](auto&&...) { return false; });
 }
 
-run_iterator::run_iterator(const memory_image& of, const address_range& range) : image(&of), last(range.last) {
+run_iterator::run_iterator(const memory_image& of, const address_range& range)
+    : image(&of),
+      last(range.last) {
     find_run(range.first);
 }
 

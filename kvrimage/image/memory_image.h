@@ -18,8 +18,8 @@ class image_words;
 /// The most words of a memory.
 inline constexpr std::uint64_t deepest_memory = std::uint64_t{1} << 32U;
 
-/// Neighbouring addresses with the same word, or all without one. No run ends where a longer one would have been
-/// possible.
+/// Neighbouring addresses with the same word, or all without one. No run ends where a longer one would have
+/// been possible.
 struct run {
     address_range addresses;
     std::optional<word> value; ///< nothing: not set
@@ -27,9 +27,10 @@ struct run {
 
 class run_range;
 
-/// The contents of a memory: words of one width at the addresses base() to base() + depth() - 1, each set or not. What
-/// is not set costs nothing, and a fill costs its pattern, however many words it sets. A value type; one that was moved
-/// from may only be assigned to or destroyed. Use from one thread at a time, also to read.
+/// The contents of a memory: words of one width at the addresses base() to base() + depth() - 1, each set or
+/// not. What is not set costs nothing, and a fill costs its pattern, however many words it sets. A value
+/// type; one that was moved from may only be assigned to or destroyed. Use from one thread at a time, also to
+/// read.
 class KVRIMAGE_API memory_image {
 public:
     /// @param width bits a word, 1 to widest_word
@@ -54,8 +55,10 @@ public:
     [[nodiscard]] std::optional<word> operator[](std::uint64_t address) const;
     /// @throws std::invalid_argument when @p value has another width than the memory
     void set(std::uint64_t address, const word& value);
-    /// Sets the addresses of @p range to the words of @p pattern in order, from its first one again when they are used up.
-    /// @throws std::invalid_argument when @p pattern is empty or has a word of another width, or @p range ends before it
+    /// Sets the addresses of @p range to the words of @p pattern in order, from its first one again when they
+    /// are used up.
+    /// @throws std::invalid_argument when @p pattern is empty or has a word of another width, or @p range
+    /// ends before it
     ///         begins; so do all that take a range
     void fill(const address_range& range, std::span<const word> pattern);
     void unset(const address_range& range);
@@ -72,7 +75,8 @@ public:
     [[nodiscard]] run_range runs(const address_range& range) const;
 
     /// Copies the words from @p first on to @p out; words that are not set become @p unset.
-    /// @throws std::domain_error for a word with don't-care bits, with the words before it copied, and for words of more
+    /// @throws std::domain_error for a word with don't-care bits, with the words before it copied, and for
+    /// words of more
     ///         than 64 bits
     void copy_to(std::uint64_t first, std::span<std::uint64_t> out, std::uint64_t unset = 0) const;
 

@@ -32,8 +32,8 @@ private:
         return in_cycle != 0 ? in_cycle : copy_run(from.run_at(address));
     }
 
-    /// Answers 0 when the words of @p cycle are to be copied one by one. A fill goes on to the end, since words that
-    /// were set within it cut it in pieces: for the next piece nothing is left to do.
+    /// Answers 0 when the words of @p cycle are to be copied one by one. A fill goes on to the end, since
+    /// words that were set within it cut it in pieces: for the next piece nothing is left to do.
     std::uint64_t copy_cycle(const kvr::word_cycle& cycle) {
         known_until = std::uint64_t{cycle.last} + 1;
         const std::uint64_t length = known_until - cycle.first;

@@ -27,7 +27,8 @@ std::size_t digits_of(std::uint32_t width) noexcept {
 
 std::uint32_t checked_width(std::uint32_t width) {
     if (width == 0 || width > widest_word) {
-        throw std::invalid_argument(fmt::format("a word of {} bits: the width is 1 to {}", width, widest_word));
+        throw std::invalid_argument(
+            fmt::format("a word of {} bits: the width is 1 to {}", width, widest_word));
     }
     return width;
 }
@@ -53,7 +54,8 @@ std::optional<std::uint64_t> magnitude_of(std::string_view digits, radix digits_
 }
 
 /// The bits of a word of @p width, at most 64, of the common texts: known digits, and a value that fits.
-std::optional<std::uint64_t> small_value(std::string_view text, radix digits_radix, std::uint32_t width) noexcept {
+std::optional<std::uint64_t> small_value(std::string_view text, radix digits_radix,
+                                         std::uint32_t width) noexcept {
     const bool is_negative = digits_radix == radix::dec && text.starts_with('-');
     const auto magnitude = magnitude_of(is_negative ? text.substr(1) : text, digits_radix);
     if (!magnitude) {
@@ -65,6 +67,10 @@ std::optional<std::uint64_t> small_value(std::string_view text, radix digits_rad
         return std::nullopt;
     }
     return is_negative ? (0 - *magnitude) & mask : *magnitude;
+}
+
+bool is_dont_care_digit(char digit) noexcept {
+    return kvr::digit_value(digit) == kvr::dont_care_digit;
 }
 
 } // namespace
@@ -101,6 +107,9 @@ word_result word::parse(std::string_view text, radix digits_radix, std::uint32_t
     }
     std::string held;
     if (auto fault = make_word(text, digits_radix, width, held)) {
+        if (fault->what == word_fault::kind::invalid_digit && is_dont_care_digit(text[fault->position])) {
+            fault->what = word_fault::kind::dont_care; // what only decimal texts cannot have
+        }
         return {std::nullopt, fault};
     }
     return {of_held_text(held, width), std::nullopt};
@@ -142,7 +151,8 @@ void word::keep_bits() noexcept {
 }
 
 bool word::has_dont_care() const noexcept {
-    return low.dont_care != 0 || std::ranges::any_of(above, [](const part& one) { return one.dont_care != 0; });
+    return low.dont_care != 0 ||
+           std::ranges::any_of(above, [](const part& one) { return one.dont_care != 0; });
 }
 
 char word::bit(std::uint32_t index) const {
@@ -194,7 +204,8 @@ bool word::append_text(radix digits_radix, std::string& text) const {
         text.append(held.view());
         return true;
     }
-    return !kvr::append_exact_word(text, held.view(), {kvr_radix(from), kvr_radix(digits_radix), bits_of_word});
+    return !kvr::append_exact_word(text, held.view(),
+                                   {kvr_radix(from), kvr_radix(digits_radix), bits_of_word});
 }
 
 std::optional<std::string> word::to_bytes(byte_order order) const {
@@ -260,7 +271,8 @@ void word::append_held_text(std::string& text) const {
         const part& of = part_at(index / most_small_digits);
         const std::size_t shift = index % most_small_digits * bits_per_hex_digit;
         const bool is_dont_care = (of.dont_care >> shift & 1U) != 0;
-        text[begin + count - 1 - index] = is_dont_care ? 'X' : kvr::upper_case_digits[of.value >> shift & 15U];
+        text[begin + count - 1 - index] =
+            is_dont_care ? 'X' : kvr::upper_case_digits[of.value >> shift & 15U];
     }
 }
 

@@ -23,7 +23,7 @@ struct word_fault {
         too_wide,      ///< a value that does not fit the width
         dont_care      ///< a don't-care digit in a decimal text
     } what = kind::empty;
-    std::size_t position = 0;      ///< of the character at fault; for too_wide, of the first digit that counts
+    std::size_t position = 0; ///< of the character at fault; for too_wide, of the first digit that counts
     std::uint64_t bits_needed = 0; ///< for too_wide: the smallest width that the value fits; else 0
 
     friend bool operator==(const word_fault&, const word_fault&) = default;
@@ -31,8 +31,8 @@ struct word_fault {
 
 struct word_result;
 
-/// The bits of one word of any width from 1 to widest_word, each 0, 1 or don't care. A value type; words of up to 64
-/// bits need no allocation.
+/// The bits of one word of any width from 1 to widest_word, each 0, 1 or don't care. A value type; words of
+/// up to 64 bits need no allocation.
 class KVRIMAGE_API word {
 public:
     /// The word 0 of @p width bits.
@@ -44,11 +44,12 @@ public:
     /// Two's complement.
     /// @throws std::overflow_error when @p value does not fit @p width bits
     [[nodiscard]] static word of_signed(std::int64_t value, std::uint32_t width);
-    /// The word whose digits in @p digits_radix, most significant first, are @p text: letter case and leading zeros do not
-    /// matter; `dec` takes a leading "-"; "X" is a don't-care digit in binary, octal and hexadecimal.
+    /// The word whose digits in @p digits_radix, most significant first, are @p text: letter case and leading
+    /// zeros do not matter; `dec` takes a leading "-"; "X" is a don't-care digit in binary, octal and
+    /// hexadecimal.
     [[nodiscard]] static word_result parse(std::string_view text, radix digits_radix, std::uint32_t width);
-    /// The word of @p bytes, 8 bits each: (width + 7) / 8 of them. The most significant one may have surplus high bits,
-    /// which must be 0.
+    /// The word of @p bytes, 8 bits each: (width + 7) / 8 of them. The most significant one may have surplus
+    /// high bits, which must be 0.
     /// @throws std::overflow_error when they are not
     /// @throws std::invalid_argument for another number of bytes
     [[nodiscard]] static word of_bytes(std::string_view bytes, byte_order order, std::uint32_t width);
@@ -63,12 +64,14 @@ public:
     [[nodiscard]] std::optional<std::uint64_t> to_unsigned() const noexcept;
     /// Two's complement at the width of the word.
     [[nodiscard]] std::optional<std::int64_t> to_signed() const noexcept;
-    /// Exact, most significant digit first, upper-case: binary, octal and hexadecimal with all digits of the width, decimal
-    /// with the fewest. Nothing where a don't-care bit cannot be shown: in decimal, and beside a plain bit of its digit.
+    /// Exact, most significant digit first, upper-case: binary, octal and hexadecimal with all digits of the
+    /// width, decimal with the fewest. Nothing where a don't-care bit cannot be shown: in decimal, and beside
+    /// a plain bit of its digit.
     [[nodiscard]] std::optional<std::string> to_text(radix digits_radix) const;
     /// Appends to_text() to @p text; false, with @p text as it was, where that is nothing.
     bool append_text(radix digits_radix, std::string& text) const;
-    /// The bytes of the word, the surplus high bits of the most significant one 0. Nothing when it has don't-care bits.
+    /// The bytes of the word, the surplus high bits of the most significant one 0. Nothing when it has
+    /// don't-care bits.
     [[nodiscard]] std::optional<std::string> to_bytes(byte_order order) const;
 
     /// The same width and bits; a don't-care bit equals a don't-care bit only.

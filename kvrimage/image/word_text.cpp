@@ -45,8 +45,8 @@ bool are_words(const kvr::word_row& row, std::uint32_t width) noexcept {
 
 bool show_word(std::string_view word, radix digits_radix, std::uint32_t width, std::string& text) {
     text.clear();
-    return !kvr::append_exact_word(
-        text, word, {kvr_radix(radix_of_word(word, width)), kvr_radix(digits_radix), width});
+    return !kvr::append_exact_word(text, word,
+                                   {kvr_radix(radix_of_word(word, width)), kvr_radix(digits_radix), width});
 }
 
 bool is_plain(std::string_view word) noexcept {

@@ -28,16 +28,19 @@ inline constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
     return word.size() == width ? radix::bin : radix::hex;
 }
 
-/// Makes @p word from @p text, a number in @p digits_radix: exact, two's complement for `dec`. A value that needs more than
+/// Makes @p word from @p text, a number in @p digits_radix: exact, two's complement for `dec`. A value that
+/// needs more than
 /// @p width (at least 1) bits is a fault, never cut. Nothing is returned for success.
-std::optional<word_fault> make_word(std::string_view text, radix digits_radix, std::uint32_t width, std::string& word);
+std::optional<word_fault> make_word(std::string_view text, radix digits_radix, std::uint32_t width,
+                                    std::string& word);
 
-/// True when the texts of @p row are words of @p width bits without don't-care digits, in the form that the image holds:
-/// what make_word() makes of such a text in `hex` is the text itself.
+/// True when the texts of @p row are words of @p width bits without don't-care digits, in the form that the
+/// image holds: what make_word() makes of such a text in `hex` is the text itself.
 [[nodiscard]] bool are_words(const kvr::word_row& row, std::uint32_t width) noexcept;
 
-/// Overwrites @p text with @p word in @p digits_radix: hexadecimal, octal and binary with all their digits, decimal without
-/// leading zeros and "-" before a negative signed one. False when a don't-care bit cannot be shown in that radix.
+/// Overwrites @p text with @p word in @p digits_radix: hexadecimal, octal and binary with all their digits,
+/// decimal without leading zeros and "-" before a negative signed one. False when a don't-care bit cannot be
+/// shown in that radix.
 bool show_word(std::string_view word, radix digits_radix, std::uint32_t width, std::string& text);
 
 /// True when every bit of @p word is 0 or 1.
@@ -49,8 +52,8 @@ bool show_word(std::string_view word, radix digits_radix, std::uint32_t width, s
 /// Hexadecimal digits of a word of up to 64 bits.
 inline constexpr std::size_t most_small_digits = 16;
 
-/// Sets @p value to what @p digits, 1 to most_small_digits hexadecimal digits of either case, are worth. False, with any
-/// value, when one of them is none.
+/// Sets @p value to what @p digits, 1 to most_small_digits hexadecimal digits of either case, are worth.
+/// False, with any value, when one of them is none.
 [[nodiscard]] inline bool read_small_word(std::string_view digits, std::uint64_t& value) noexcept {
     const std::size_t count = digits.size();
     if (count == most_small_digits) {
@@ -80,7 +83,8 @@ inline constexpr std::size_t most_small_digits = 16;
 [[nodiscard]] word word_of_text(std::string_view text, std::uint32_t width);
 [[nodiscard]] std::string text_of_word(const word& value);
 
-/// The text by which image_words holds a word, without an allocation for those of up to 64 bits that are plain.
+/// The text by which image_words holds a word, without an allocation for those of up to 64 bits that are
+/// plain.
 class held_text {
 public:
     explicit held_text(const word& value);

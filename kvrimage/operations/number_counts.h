@@ -18,9 +18,9 @@ struct number_count {
 /// Sorts @p counts by value. Numbers whose upper bytes are the same take fewer passes.
 void sort_by_value(std::vector<number_count>& counts);
 
-/// Counts how often numbers occur, up to 2^32 of all together. Sorting is faster than a table where most numbers differ,
-/// since it does not go to a far place in memory for each. What was gathered is joined from time to time, so that the memory
-/// follows the distinct numbers.
+/// Counts how often numbers occur, up to 2^32 of all together. Sorting is faster than a table where most
+/// numbers differ, since it does not go to a far place in memory for each. What was gathered is joined from
+/// time to time, so that the memory follows the distinct numbers.
 class number_counts {
 public:
     /// Counts @p value @p times (at least 1) more, at @p turn, which grows from call to call.

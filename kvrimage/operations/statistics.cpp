@@ -14,8 +14,8 @@ namespace {
 
 class word_counter {
 public:
-    /// Counts @p length equal words that follow those counted before, all of that @p times. "" is a word that is not
-    /// set.
+    /// Counts @p length equal words that follow those counted before, all of that @p times. "" is a word that
+    /// is not set.
     void take(std::string_view word, std::uint64_t length, std::uint64_t times = 1) {
         const bool begins_run = word != previous;
         previous = word;
@@ -71,7 +71,7 @@ private:
     }
 
     word_statistics statistics;
-    number_counts numbers;                                    ///< words of up to 64 bits without don't-care bits
+    number_counts numbers; ///< words of up to 64 bits without don't-care bits
     std::unordered_map<std::string_view, counted_word> texts; ///< all others
     std::uint32_t turn = 0;                                   ///< calls of count()
     std::string_view previous;

@@ -1,5 +1,7 @@
 #include "kvrimage/formats/mif/mif_content_parser.h"
 
+#include "kvr/memory/mif/mif_line.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -11,6 +13,23 @@ using kind = mif_token::kind;
 
 /// Where regular lines are rare, they are not looked for before every statement.
 constexpr std::uint32_t most_lines_alone = 64;
+
+/// True for what may be an address in some radix.
+bool is_digits(std::string_view text) {
+    return !text.empty() && text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
+}
+
+/// True when the digits @p left are a smaller number than @p right, in any radix.
+bool precedes(std::string_view left, std::string_view right) {
+    const auto significant = [](std::string_view digits) {
+        std::string result(digits.substr(std::min(digits.find_first_not_of('0'), digits.size())));
+        kvr::to_upper(result);
+        return result;
+    };
+    const std::string a = significant(left);
+    const std::string b = significant(right);
+    return a.size() != b.size() ? a.size() < b.size() : a < b;
+}
 
 span between(std::uint64_t begin, std::uint64_t end) {
     return {begin, end - begin};
@@ -126,11 +145,11 @@ void mif_content_parser::find_missing_end() {
 /// What the library does not see where it is: the second statement on a line, and what follows a comment.
 void mif_content_parser::find_line_faults(const mif_token& first) {
     if (!first.starts_line) {
-        line_with_comment = tokens.place().line_begin;
+        line_with_comment = tokens.line();
         find(line_has == before::begin ? mif_syntax::behind_begin : mif_syntax::behind_semicolon, first.at,
              insertion_at(first.at.offset, "\n"));
     } else if (first.after_comment) {
-        line_with_comment = tokens.place().line_begin;
+        line_with_comment = tokens.line();
         find(mif_syntax::behind_comment, first.at, insertion_at(first.at.offset, "\n"));
     }
 }
@@ -138,8 +157,8 @@ void mif_content_parser::find_line_faults(const mif_token& first) {
 /// The next token of a statement.
 mif_token mif_content_parser::take() {
     const mif_token token = tokens.take();
-    if (token.after_comment && line_with_comment != tokens.place().line_begin) {
-        line_with_comment = tokens.place().line_begin;
+    if (token.after_comment && line_with_comment != tokens.line()) {
+        line_with_comment = tokens.line();
         find(mif_syntax::behind_comment, token.at, insertion_at(token.at.offset, "\n "));
     }
     last_end = token.at.end();
@@ -153,12 +172,16 @@ void mif_content_parser::take_statement() {
     statement.values.clear();
     statement.sound = true;
     value_places.clear();
+    glued.clear();
     const mif_token first = tokens.peek();
     find_line_faults(first);
     line_has = before::statement;
     last_end = first.at.offset;
     if (take_address() && take_colon()) {
         take_values();
+    }
+    for (const span& value : glued) {
+        find(mif_syntax::split_value, value, insertion_at(value.offset, " "));
     }
     statement.whole.length = last_end - statement.whole.offset;
     if (statement.first.length != 0) {
@@ -179,7 +202,6 @@ bool mif_content_parser::take_address() {
     statement.first = take().at;
     if (tokens.peek().is(kind::dots) && !tokens.peek().starts_line) {
         take_range_without_brackets();
-        return true;
     }
     return true;
 }
@@ -206,7 +228,8 @@ bool mif_content_parser::take_range() {
     bool has_other = false;
     const auto goes_on = [this] {
         const mif_token& next = tokens.peek();
-        return !next.is(kind::close) && !next.is(kind::semicolon) && !next.is(kind::end) && !next.is(kind::open);
+        return !next.is(kind::close) && !next.is(kind::semicolon) && !next.is(kind::end) && !next.is(kind::open) &&
+               !is_keyword(tokens.in(next.at), "END");
     };
     while (goes_on()) {
         const mif_token token = tokens.peek();
@@ -234,42 +257,57 @@ bool mif_content_parser::take_range() {
         statement.first = words[0];
         statement.last = words[1];
         if (!is_closed) {
-            find_in_statement(mif_syntax::missing_bracket, whole, insertion_at(inside.end(), "]"));
+            find_in_statement(mif_syntax::missing_bracket, whole, insertion_at(inside.end(), "]"), text(whole) + "]");
         }
         return true;
     }
-    if (words.size() == 1 && is_closed && !has_dots && !has_other) {
-        const std::size_t dash = text(words[0]).find('-', 1);
-        if (dash == std::string::npos || dash + 1 == words[0].length) {
-            statement.first = words[0];
-            find(mif_syntax::one_in_brackets, whole, text_edit{whole.offset, whole.length, text(words[0])},
-                 text(words[0]));
-            return true;
-        }
-        words = {between(words[0].offset, words[0].offset + dash),
-                 between(words[0].offset + dash + 1, words[0].end())};
-        has_other = true;
+    if (words.size() == 1 && is_closed && !has_dots && !has_other && is_digits(text(words[0]))) {
+        statement.first = words[0];
+        find(mif_syntax::one_in_brackets, whole, text_edit{whole.offset, whole.length, text(words[0])}, text(words[0]));
+        return true;
     }
-    const bool has_separator = words.size() == 3 && !has_dots && !has_other &&
-                               (text(words[1]) == "-" || text(words[1]).find_first_not_of("0123456789abcdefABCDEF") !=
-                                                             std::string::npos);
-    if (is_closed && (has_separator || words.size() == 2)) {
-        const bool joined = words.size() == 2 && !has_other && text(words[1]).starts_with('-');
-        const bool is_down = has_separator && is_keyword(text(words[1]), "DOWNTO");
-        statement.first = is_down ? words.back() : words.front();
-        statement.last = is_down ? words.front() : words.back();
-        if (joined) {
-            statement.last = between(words[1].offset + 1, words[1].end());
+    if (is_closed && find_misspelt_range(words, has_dots || has_other)) {
+        const bool is_down = precedes(text(statement.last), text(statement.first));
+        if (is_down) {
+            std::swap(statement.first, statement.last);
         }
-        const bool is_plain_pair = words.size() == 2 && !has_other && !joined;
-        const std::string instead = "[" + text(statement.first) + ".." + text(statement.last) + "]";
-        find_in_statement(mif_syntax::range_separator, whole,
-                          is_plain_pair ? std::nullopt : std::optional(text_edit{whole.offset, whole.length, instead}),
-                          instead);
+        const std::string instead = text(statement.first) == text(statement.last)
+                                        ? text(statement.first)
+                                        : "[" + text(statement.first) + ".." + text(statement.last) + "]";
+        find_in_statement(mif_syntax::range_separator, whole, text_edit{whole.offset, whole.length, instead}, instead);
         return true;
     }
     give_up();
     find_in_statement(mif_syntax::range_syntax, between(statement.whole.offset, last_end));
+    return false;
+}
+
+/// Finds the two addresses among the words in brackets: "0-7", "0 - 7", "0 -7", "0 to 7", "0,7".
+bool mif_content_parser::find_misspelt_range(const std::vector<span>& words, bool has_separator) {
+    const auto text = [&](std::size_t i) { return tokens.in(words[i]); };
+    if (words.size() == 1) {
+        const std::size_t dash = text(0).find('-');
+        if (dash == std::string_view::npos || has_separator) {
+            return false;
+        }
+        statement.first = {words[0].offset, dash};
+        statement.last = between(words[0].offset + dash + 1, words[0].end());
+    } else if (words.size() == 2 && !has_separator && text(1).starts_with('-')) {
+        statement.first = words[0];
+        statement.last = between(words[1].offset + 1, words[1].end());
+    } else if (words.size() == 2 && has_separator) {
+        statement.first = words[0];
+        statement.last = words[1];
+    } else if (words.size() == 3 && !has_separator && !is_digits(text(1))) {
+        statement.first = words[0];
+        statement.last = words[2];
+    } else {
+        return false;
+    }
+    if (is_digits(tokens.in(statement.first)) && is_digits(tokens.in(statement.last))) {
+        return true;
+    }
+    statement.first = statement.last = {};
     return false;
 }
 
@@ -309,10 +347,6 @@ bool mif_content_parser::take_value_or_end() {
     const mif_token next = tokens.peek();
     switch (next.what) {
     case kind::word:
-        if (next.starts_line && is_keyword(tokens.in(next.at), "END")) {
-            end_without_semicolon(next.at.offset);
-            return false;
-        }
         if (is_keyword(tokens.in(next.at), "END")) {
             end_without_semicolon(next.at.offset);
             return false;
@@ -322,7 +356,7 @@ bool mif_content_parser::take_value_or_end() {
         statement.values.push_back(next.at);
         value_places.push_back(place);
         if (next.is_glued && statement.values.size() > 1) {
-            find(mif_syntax::split_value, next.at, insertion_at(next.at.offset, " "));
+            glued.push_back(next.at);
         }
         return true;
     case kind::comma:
@@ -362,6 +396,9 @@ bool mif_content_parser::begins_another_statement() {
     const span next = statement.values.back();
     tokens.go_back_to(value_places.back());
     statement.values.pop_back();
+    if (!glued.empty() && glued.back().offset == next.offset) {
+        glued.pop_back();
+    }
     last_end = statement.values.empty() ? statement.colon.end() : statement.values.back().end();
     end_without_semicolon(next.offset);
     return true;
@@ -379,9 +416,6 @@ void mif_content_parser::end_without_semicolon(std::uint64_t next) {
     sink.finding({mif_syntax::missing_semicolon, {last_end, 1}, between(statement.whole.offset, last_end), {},
                   is_at_line_end ? std::optional(insertion_at(last_end, ";")) : std::nullopt});
     statement.semicolon = {last_end, 0};
-    if (!tokens.has_line_end(last_end, next)) {
-        line_has = before::statement;
-    }
 }
 
 void mif_content_parser::take_end() {

@@ -30,6 +30,7 @@ private:
     bool take_address();
     bool take_range();
     void take_range_without_brackets();
+    bool find_misspelt_range(const std::vector<span>& words, bool has_separator);
     bool take_colon();
     void take_values();
     bool take_value_or_end();
@@ -47,6 +48,7 @@ private:
     mif_sink& sink;
     mif_statement statement;
     std::vector<mif_tokens::cursor> value_places; ///< before each of the values
+    std::vector<span> glued;                      ///< values that go on with one of the line before
     std::uint64_t last_end = 0;                   ///< of the token taken last
     bool last_starts_line = false;                ///< that of the value taken last
     before line_has = before::begin;

@@ -42,14 +42,13 @@ mif_examiner::mif_examiner(std::string_view contents, const mif_header& settings
     overlaps.compare_at(bits.value_or(0));
 }
 
+void mif_examiner::content(const span& keyword) {
+    content_at = keyword;
+}
+
 void mif_examiner::statement(const mif_statement& found) {
     const mif_addresses addresses = addresses_of(found, text, form);
     const auto read = [this](std::string_view number, radix tried) { return read_address(number, tried, form.depth); };
-    address_trial.take(found.first.in(text), read);
-    if (found.is_range()) {
-        address_trial.take(found.last.in(text), read);
-    }
-    take_addresses(found, addresses);
     const bool has_addresses =
         addresses.what == fault::none || (addresses.what == fault::beyond && addresses.first < form.depth);
     if (!found.sound) {
@@ -58,6 +57,11 @@ void mif_examiner::statement(const mif_statement& found) {
         }
         return;
     }
+    address_trial.take(found.first.in(text), read);
+    if (found.is_range()) {
+        address_trial.take(found.last.in(text), read);
+    }
+    take_addresses(found, addresses);
     if (width) {
         take_values(found, addresses);
     }
@@ -213,7 +217,8 @@ bool mif_examiner::report_mismatch(mif_keyword keyword, const mif_radix_trial& t
         return false;
     }
     const span value = header.has(keyword) ? header.value_of(keyword) : span{};
-    diagnostic made = diagnose::radix_mismatch(value.length != 0 ? places(value) : places(), name_of(keyword),
+    const span where = value.length != 0 ? value : content_at;
+    diagnostic made = diagnose::radix_mismatch(where.length != 0 ? places(where) : places(), name_of(keyword),
                                                title_of(header.radix_of(keyword)), numbers, title_of(*meant),
                                                trial.example());
     if (value.length != 0) {

@@ -19,6 +19,7 @@ public:
     mif_examiner(std::string_view contents, const mif_header& header, const mif_number_form& numbers,
                  std::optional<std::uint32_t> bits, bool wants_repairs);
 
+    void content(const span& keyword) override;
     void statement(const mif_statement& found) override;
 
     void report(diagnostic_list& list);
@@ -53,6 +54,7 @@ private:
     bool report_mismatch(mif_keyword keyword, const mif_radix_trial& trial, std::string_view numbers, diagnostic_list& list);
 
     std::string_view text;
+    span content_at;
     const mif_header& header;
     mif_number_form form;
     std::optional<std::uint32_t> width;

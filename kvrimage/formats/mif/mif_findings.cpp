@@ -128,7 +128,11 @@ constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
 
 } // namespace
 
-void mif_findings::add(const mif_finding& found) {
+void mif_findings::add(const mif_finding& found, diagnostic_list& list) {
+    if (found.what == mif_syntax::unknown_setting) {
+        list.add(diagnose::unknown_header(found.where, found.text.in(text), found.instead));
+        return;
+    }
     cause& one = causes[static_cast<std::size_t>(found.what)];
     if (one.found.add(found.where, found.repair, all_repairs)) {
         one.text = found.text.in(text).substr(0, named_text::longest + 1);

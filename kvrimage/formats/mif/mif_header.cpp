@@ -63,7 +63,9 @@ void read_with_kvr(std::string_view header, kvr::mif_memory& memory) {
 void mif_header::take(const mif_setting& found, diagnostic_list& list) {
     stated& one = at(found.keyword);
     if (one.is_stated) {
-        take_again(found, list);
+        if (found.value.length != 0) {
+            take_again(found, list);
+        }
         return;
     }
     one.is_stated = true;
@@ -116,12 +118,11 @@ void mif_header::take_again(const mif_setting& found, diagnostic_list& list) con
     const mif_number number = mif_number_of(value, radix::uns);
     const bool is_same = is_size(found.keyword) ? one.number && number.is_number && *one.number == number.value
                                                 : one.meaning && mif_radix_of(value) == one.meaning;
-    const span where = found.value.length != 0 ? found.value : found.whole;
     if (!is_same) {
-        list.add(diagnose::contradicting_header(where, name_of(found.keyword), value, one.first.value.in(text)));
+        list.add(diagnose::contradicting_header(found.value, name_of(found.keyword), value, one.first.value.in(text)));
         return;
     }
-    list.add(diagnose::repeated_header(where, name_of(found.keyword)));
+    list.add(diagnose::repeated_header(found.value, name_of(found.keyword)));
 }
 
 void mif_header::compare_with_kvr(std::uint64_t content, diagnostic_list& list) const {

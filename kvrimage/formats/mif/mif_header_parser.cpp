@@ -1,9 +1,11 @@
 #include "kvrimage/formats/mif/mif_header_parser.h"
 
 #include "kvr/memory/mif/mif_line.h"
+#include "kvrimage/formats/mif/mif_numbers.h"
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace kvrimage {
@@ -72,6 +74,13 @@ const content_spelling* find_content_spelling(std::string_view word) {
     return found != content_spellings.end() ? found : nullptr;
 }
 
+/// True for what can only be the value of the setting.
+bool is_value_of(mif_keyword keyword, std::string_view value) {
+    return keyword == mif_keyword::width || keyword == mif_keyword::depth
+               ? value.find_first_not_of("0123456789") == std::string_view::npos
+               : mif_radix_of(value).has_value();
+}
+
 /// The keyword that @p word begins with where nothing but digits follows it, "WIDTH8".
 std::optional<mif_keyword> keyword_with_digits(std::string_view word) {
     const std::size_t digits = word.find_last_not_of("0123456789") + 1;
@@ -126,7 +135,7 @@ bool mif_header_parser::read_one() {
         return false;
     } else if (const auto keyword = mif_keyword_of(text); next.is(kind::word) && keyword) {
         take_setting(*keyword);
-    } else if (const auto glued = keyword_with_digits(text); next.is(kind::word) && glued) {
+    } else if (const auto glued = keyword_with_digits(text); next.is(kind::word) && glued && ends_after_word()) {
         take_glued_setting(*glued, name_of(*glued).size());
     } else {
         take_unknown();
@@ -154,7 +163,18 @@ bool mif_header_parser::is_statement_ahead() {
     return found;
 }
 
+/// True when the word ahead is followed by ";" or a line end.
+bool mif_header_parser::ends_after_word() {
+    const mif_tokens::cursor place = tokens.place();
+    tokens.take();
+    const mif_token& next = tokens.peek();
+    const bool found = next.is(kind::semicolon) || next.is(kind::end) || next.starts_line;
+    tokens.go_back_to(place);
+    return found;
+}
+
 void mif_header_parser::take_setting(mif_keyword keyword) {
+    const mif_token first_token = tokens.peek();
     mif_setting found{keyword, {}, tokens.take().at, {}};
     const bool has_equals = tokens.peek().is(kind::equals);
     if (has_equals || (tokens.peek().is(kind::colon) && !tokens.peek().starts_line)) {
@@ -171,6 +191,10 @@ void mif_header_parser::take_setting(mif_keyword keyword) {
             end = tokens.take().at.end();
         }
         found.value = {begin, end - begin};
+        if (!has_equals && !is_value_of(keyword, tokens.in(found.value))) {
+            find_header_text(first_token, tokens.peek().is(kind::semicolon) ? tokens.take().at.end() : end);
+            return;
+        }
         if (!has_equals) {
             find_missing_equals(found);
         }
@@ -219,7 +243,7 @@ void mif_header_parser::take_unknown() {
     const span name{first.at.offset, name_end - first.at.offset};
     const auto meant = nearest_keyword(tokens.in(name));
     if (name.length != 0 && tokens.peek().is(kind::equals) && !tokens.peek().starts_line) {
-        sink.finding({mif_syntax::unknown_setting, name, name, std::string(meant ? name_of(*meant) : ""), {}});
+        sink.finding({mif_syntax::unknown_setting, name, name, meant ? "did you mean " + std::string(name_of(*meant)) + "?" : std::string(), {}});
         tokens.take();
         const span rest = tokens.skip_statement();
         const std::uint64_t semicolon = tokens.in(rest).ends_with(';') ? 1 : 0;
@@ -232,11 +256,16 @@ void mif_header_parser::take_unknown() {
         tokens.take();
     }
     const span rest = tokens.skip_statement();
-    const std::uint64_t end = std::max({rest.end(), name.end(), first.at.end()});
+    find_header_text(first, std::max({rest.end(), name.end(), first.at.end()}));
+}
+
+/// Text from @p first to @p end, of which the token ahead is what follows.
+void mif_header_parser::find_header_text(const mif_token& first, std::uint64_t end) {
     const span whole{first.at.offset, end - first.at.offset};
-    const bool is_line = first.starts_line && tokens.peek().starts_line;
+    const bool is_line = first.starts_line && (tokens.peek().starts_line || tokens.peek().is(kind::end));
     sink.finding({mif_syntax::header_text, whole, whole, {},
-                  is_line ? std::optional(insertion_at(whole.offset, "-- ")) : std::nullopt});
+                  is_line && !is_read_as_header(tokens.in(whole)) ? std::optional(insertion_at(whole.offset, "-- "))
+                                                                  : std::nullopt});
 }
 
 void mif_header_parser::take_content() {

@@ -19,6 +19,8 @@ private:
     void find_missing_equals(const mif_setting& found);
     void find_end_of_setting(mif_setting& found);
     void take_unknown();
+    void find_header_text(const mif_token& first, std::uint64_t end);
+    [[nodiscard]] bool ends_after_word();
     void take_content();
     void take_begin();
     void find_begin(const span& content);

@@ -30,7 +30,7 @@ public:
           header(contents) {}
 
     void comment(const span& /*whole*/) override { has_comments = true; }
-    void finding(const mif_finding& found) override { findings.add(found); }
+    void finding(const mif_finding& found) override { findings.add(found, list); }
     void setting(const mif_setting& found) override {
         has_structure = true;
         header.take(found, list);

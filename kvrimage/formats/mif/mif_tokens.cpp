@@ -53,14 +53,14 @@ std::string squeezed(std::string_view line) {
     return result;
 }
 
-bool has_header_word(std::string_view line) {
+} // namespace
+
+bool is_read_as_header(std::string_view line) {
     const std::string found = squeezed(line);
     return kvr::contains(found, "CONTENT") ||
            std::ranges::any_of(kvr::header_keywords,
                                [&found](const auto& entry) { return kvr::contains(found, entry.keyword); });
 }
-
-} // namespace
 
 bool is_keyword(std::string_view text, std::string_view upper_case_word) noexcept {
     const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
@@ -270,7 +270,7 @@ void mif_tokens::skip_comment_of_lines(std::size_t close) {
 bool mif_tokens::is_read_by_kvr(std::string_view line) const {
     switch (section) {
     case mif_section::header:
-        return has_header_word(line);
+        return is_read_as_header(line);
     case mif_section::content:
         return kvr::without_comments(line).find_first_not_of(" \t\r") != std::string_view::npos;
     case mif_section::behind_end:

@@ -50,6 +50,8 @@ public:
 
     /// The begin of the line at hand when no token of it was taken; nothing else.
     [[nodiscard]] std::optional<std::size_t> line_without_tokens();
+    /// Where the line begins that the last token, be it ahead, is in.
+    [[nodiscard]] std::size_t line() const noexcept { return here.line_begin; }
     /// Skips the first @p bytes of the file.
     void skip_mark(std::size_t bytes) { here.at = bytes; }
     /// Skips whole lines from there on.
@@ -91,6 +93,9 @@ private:
 
 /// True for what begins a statement, a setting, or the content: "0 :", "[", "WIDTH", "CONTENT", "END".
 [[nodiscard]] bool looks_like_mif(std::string_view line);
+
+/// True when the library makes something of @p line, one of the header, though it may be no setting.
+[[nodiscard]] bool is_read_as_header(std::string_view line);
 
 /// True when @p text is @p upper_case_word in any letter case.
 [[nodiscard]] bool is_keyword(std::string_view text, std::string_view upper_case_word) noexcept;

@@ -29,7 +29,7 @@ TEST(CharacterWidth, IsTwoForPictures) {
 
 TEST(CharacterWidth, IsNoneForMarksOnTheCharacterBefore) {
     for (const char32_t code :
-         {U'\u0300', U'\u036F', U'\u200D', U'\u20D0', U'\u3099', U'\uFE0F', U'\U000E0100'}) {
+         {U'\u0300', U'\u036F', U'\u200D', U'\u20D0', U'\u3099', U'\uFE0F', U'\U00016FE4', U'\U000E0100'}) {
         EXPECT_EQ(columns_of_character(code), 0U) << static_cast<std::uint32_t>(code);
     }
 }

@@ -33,12 +33,17 @@ std::string failure_of(const std::string& path) {
     return failure_of(path, ignored);
 }
 
+/// Lines of numbers, repeated.
 std::string text_of_size(std::size_t size) {
     std::string text;
-    while (text.size() < size) {
-        text += std::to_string(text.size()) + '\n';
+    for (std::size_t number = 0; number < 1000; ++number) {
+        text += std::to_string(number) + '\n';
     }
-    return text.substr(0, size);
+    while (text.size() < size) {
+        text += text;
+    }
+    text.resize(size);
+    return text;
 }
 
 /// A pipe whose other end writes, from a thread of its own.

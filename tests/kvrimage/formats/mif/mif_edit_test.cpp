@@ -250,7 +250,7 @@ TEST(MifEdit, LineThatWouldBecomeTooLongIsRefused) {
 }
 
 TEST(MifEdit, StatementOfWrongFormWithOtherAddressesIsRefused) {
-    const std::string text = header + "[0 3] : 00;\nEND;\n";
+    const std::string text = header + "[0..3] : 00\n 1..2;\nEND;\n";
     const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"1=20"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
