@@ -95,6 +95,14 @@ TEST(Picture, EveryWidthMakesAPicture) {
     }
 }
 
+TEST(Picture, WordsThatAreSetByAddressAreDrawn) {
+    memory_image image(8, 4, 0x100);
+    image.set(0x100, word::of(1, 8));
+    image.set(0x101, word::of(1, 8));
+    image.set(0x103, word::of(2, 8));
+    EXPECT_EQ(draw_svg(image), draw_svg(memory_of(8, 4, {{0, 1, {"01"}}, {3, 3, {"02"}}}, 0x100)));
+}
+
 TEST(Picture, DeepestMemoryAtTheHighestAddressesIsDrawn) {
     const std::uint64_t depth = deepest_memory;
     const memory_image image =
