@@ -1,10 +1,12 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/diagnostics/places.h"
 #include "kvrimage/export.h"
 #include "kvrimage/image/memory_image.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <span>
 #include <string>
@@ -108,6 +110,7 @@ struct format {
     address_unit counts = address_unit::word;
     bool holds_unset = true;      ///< a word may be left out
     bool holds_dont_care = false; ///< a bit may be "don't care"
+    bool holds_ranges = false;    ///< neighbouring equal words may share a line (write_options::runs)
 
     /// How sure it is that @p head, the first bytes of a file (all of it up to 64 KiB), is of this format.
     certainty (*sniff)(std::string_view head) = nullptr;
@@ -115,6 +118,9 @@ struct format {
     /// The line of the file that sets the word at @p address last; nothing when none does. After read() has taken it.
     std::optional<place> (*find_word)(std::string_view contents, const read_options& options,
                                       std::uint64_t address) = nullptr;
+    /// Calls a function with the place of each comment, in order, except those that write() itself makes. @p contents may be
+    /// anything.
+    void (*find_comments)(std::string_view contents, const std::function<void(const span&)>& take) = nullptr;
     /// The edits that make @p contents, which read() takes as @p ours, hold the words of @p assignments; of two for one
     /// address the later counts. Comments and layout stay.
     edit_result (*edit)(std::string_view contents, const read_result& ours,

@@ -25,6 +25,12 @@ struct run {
     std::optional<word> value; ///< nothing: not set
 };
 
+/// A stretch of addresses over which words repeat.
+struct repetition {
+    std::uint64_t last;   ///< the last address of the stretch
+    std::uint64_t period; ///< each word equals the one so many addresses before it; 1: all are equal, or all are not set
+};
+
 class run_range;
 
 /// The contents of a memory: words of one width at the addresses base() to base() + depth() - 1, each set or
@@ -62,9 +68,18 @@ public:
     ///         begins; so do all that take a range
     void fill(const address_range& range, std::span<const word> pattern);
     void unset(const address_range& range);
+    /// Sets all addresses that are not set. The cost follows what was set one by one.
+    /// @throws std::invalid_argument when @p value has another width than the memory
+    void fill_unset(const word& value);
+    /// Makes the memory @p depth words deep, 1 to deepest_memory. New words are not set.
+    /// @throws std::invalid_argument
+    void resize(std::uint64_t depth);
 
     /// The addresses from the lowest to the highest one that is set; nothing when none is.
     [[nodiscard]] std::optional<address_range> bounds() const;
+    /// The longest stretch from @p address on that is known to repeat without a look at each word: what one fill set, or a
+    /// run.
+    [[nodiscard]] repetition repetition_at(std::uint64_t address) const;
     /// How many words are set.
     [[nodiscard]] std::uint64_t count_set() const;
 

@@ -148,7 +148,7 @@ void hex_cells::report(diagnostic_list& diagnostics) {
     report_addresses(diagnostics);
     if (!set_twice.where.empty()) {
         diagnostics.add(
-            diagnose::set_twice(set_twice.where, set_twice.address, line_that_sets(set_twice.address)));
+            diagnose::overwritten_word(set_twice.where, set_twice.address, line_that_sets(set_twice.address)));
     }
 }
 

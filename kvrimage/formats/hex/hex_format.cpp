@@ -1,5 +1,6 @@
 #include "kvrimage/formats/hex/hex_format.h"
 
+#include "kvrimage/formats/hex/hex_comments.h"
 #include "kvrimage/formats/hex/hex_edit.h"
 #include "kvrimage/formats/hex/hex_kvr.h"
 #include "kvrimage/formats/hex/hex_reader.h"
@@ -25,6 +26,7 @@ const format hex_format = {
     .sniff = sniff_hex,
     .read = read_hex,
     .find_word = find_hex_word,
+    .find_comments = find_hex_comments,
     .edit = edit_hex,
     .can_write = can_write_hex,
     .write = write_hex,

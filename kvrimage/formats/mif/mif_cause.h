@@ -11,8 +11,8 @@
 
 namespace kvrimage {
 
-/// The places of one cause, and the edits that repair them. Without `wants_repairs` the edits are those of the places that
-/// are kept.
+/// The places of one cause, and the edits that repair them. Without `wants_repairs` the edits are those of
+/// the places that are kept.
 class mif_cause {
 public:
     /// True for the first place.

@@ -48,8 +48,8 @@ void mif_content_parser::find(mif_syntax what, const span& where, std::optional<
     sink.finding({what, where, where, std::move(instead), std::move(repair)});
 }
 
-void mif_content_parser::find_in_statement(mif_syntax what, const span& where, std::optional<text_edit> repair,
-                                           std::string instead) {
+void mif_content_parser::find_in_statement(mif_syntax what, const span& where,
+                                           std::optional<text_edit> repair, std::string instead) {
     statement.sound = false;
     find(what, where, std::move(repair), std::move(instead));
 }
@@ -65,6 +65,7 @@ void mif_content_parser::read_regular_lines() {
     }
     const std::size_t bytes = sink.read_lines(*line);
     tokens.skip_lines(bytes);
+    line_has = bytes != 0 ? before::statement : line_has;
     next_alone = bytes != 0 ? 1 : std::min(next_alone * 2, most_lines_alone);
     lines_alone = next_alone;
 }
@@ -104,6 +105,7 @@ bool mif_content_parser::read_one() {
 /// The library passes over one that follows a statement on its line, and refuses one with a line of its own.
 void mif_content_parser::take_semicolon() {
     const mif_token token = tokens.take();
+    line_has = token.starts_line ? before::statement : line_has;
     find(token.starts_line ? mif_syntax::lone_semicolon : mif_syntax::empty_statement, token.at,
          text_edit{token.at.offset, 1, ""});
 }
@@ -139,7 +141,8 @@ void mif_content_parser::take_without_address() {
 /// Of the file as a whole.
 void mif_content_parser::find_missing_end() {
     const std::string_view contents = tokens.contents();
-    find(mif_syntax::missing_end, {}, insertion_at(contents.size(), contents.ends_with('\n') ? "END;\n" : "\nEND;\n"));
+    find(mif_syntax::missing_end, {},
+         insertion_at(contents.size(), contents.ends_with('\n') ? "END;\n" : "\nEND;\n"));
 }
 
 /// What the library does not see where it is: the second statement on a line, and what follows a comment.
@@ -213,10 +216,11 @@ void mif_content_parser::take_range_without_brackets() {
         statement.last = take().at;
     }
     const span range = between(statement.first.offset, last_end);
-    const std::string instead = "[" + std::string(tokens.in(statement.first)) + ".." +
-                                std::string(tokens.in(statement.last)) + "]";
+    const std::string instead =
+        "[" + std::string(tokens.in(statement.first)) + ".." + std::string(tokens.in(statement.last)) + "]";
     find(mif_syntax::range_separator, range,
-         statement.last.length != 0 ? std::optional(text_edit{range.offset, range.length, instead}) : std::nullopt,
+         statement.last.length != 0 ? std::optional(text_edit{range.offset, range.length, instead})
+                                    : std::nullopt,
          instead);
 }
 
@@ -228,8 +232,8 @@ bool mif_content_parser::take_range() {
     bool has_other = false;
     const auto goes_on = [this] {
         const mif_token& next = tokens.peek();
-        return !next.is(kind::close) && !next.is(kind::semicolon) && !next.is(kind::end) && !next.is(kind::open) &&
-               !is_keyword(tokens.in(next.at), "END");
+        return !next.is(kind::close) && !next.is(kind::semicolon) && !next.is(kind::end) &&
+               !next.is(kind::open) && !is_keyword(tokens.in(next.at), "END");
     };
     while (goes_on()) {
         const mif_token token = tokens.peek();
@@ -237,7 +241,8 @@ bool mif_content_parser::take_range() {
             words.push_back(take().at);
             continue;
         }
-        const bool is_first_dots = token.is(kind::dots) && token.at.length == 2 && words.size() == 1 && !has_dots;
+        const bool is_first_dots =
+            token.is(kind::dots) && token.at.length == 2 && words.size() == 1 && !has_dots;
         // ":" ends a range without "]" unless a "]" follows on the line.
         if (token.is(kind::colon) && has_dots) {
             break;
@@ -257,13 +262,15 @@ bool mif_content_parser::take_range() {
         statement.first = words[0];
         statement.last = words[1];
         if (!is_closed) {
-            find_in_statement(mif_syntax::missing_bracket, whole, insertion_at(inside.end(), "]"), text(whole) + "]");
+            find_in_statement(mif_syntax::missing_bracket, whole, insertion_at(inside.end(), "]"),
+                              text(whole) + "]");
         }
         return true;
     }
     if (words.size() == 1 && is_closed && !has_dots && !has_other && is_digits(text(words[0]))) {
         statement.first = words[0];
-        find(mif_syntax::one_in_brackets, whole, text_edit{whole.offset, whole.length, text(words[0])}, text(words[0]));
+        find(mif_syntax::one_in_brackets, whole, text_edit{whole.offset, whole.length, text(words[0])},
+             text(words[0]));
         return true;
     }
     if (is_closed && find_misspelt_range(words, has_dots || has_other)) {
@@ -274,7 +281,8 @@ bool mif_content_parser::take_range() {
         const std::string instead = text(statement.first) == text(statement.last)
                                         ? text(statement.first)
                                         : "[" + text(statement.first) + ".." + text(statement.last) + "]";
-        find_in_statement(mif_syntax::range_separator, whole, text_edit{whole.offset, whole.length, instead}, instead);
+        find_in_statement(mif_syntax::range_separator, whole, text_edit{whole.offset, whole.length, instead},
+                          instead);
         return true;
     }
     give_up();
@@ -388,7 +396,8 @@ bool mif_content_parser::take_value_or_end() {
     return false;
 }
 
-/// At a ":" among the values: the last of them is the address of the next statement. Goes back to before that.
+/// At a ":" among the values: the last of them is the address of the next statement. Goes back to before
+/// that.
 bool mif_content_parser::begins_another_statement() {
     if (statement.values.empty() || (statement.values.size() == 1 && !last_starts_line)) {
         return false;
@@ -410,10 +419,12 @@ void mif_content_parser::end_without_semicolon(std::uint64_t next) {
         find_in_statement(mif_syntax::missing_value, between(statement.whole.offset, last_end));
         return;
     }
-    const bool is_at_line_end =
-        tokens.has_line_end(last_end, next) || next == tokens.contents().size() ||
-        is_keyword(tokens.contents().substr(next).substr(0, 3), "END");
-    sink.finding({mif_syntax::missing_semicolon, {last_end, 1}, between(statement.whole.offset, last_end), {},
+    const bool is_at_line_end = tokens.has_line_end(last_end, next) || next == tokens.contents().size() ||
+                                is_keyword(tokens.contents().substr(next).substr(0, 3), "END");
+    sink.finding({mif_syntax::missing_semicolon,
+                  {last_end, 1},
+                  between(statement.whole.offset, last_end),
+                  {},
                   is_at_line_end ? std::optional(insertion_at(last_end, ";")) : std::nullopt});
     statement.semicolon = {last_end, 0};
 }
@@ -422,7 +433,8 @@ void mif_content_parser::take_end() {
     const mif_token word = tokens.take();
     if (!word.starts_line) {
         const bool is_begin = line_has == before::begin;
-        find(is_begin ? mif_syntax::behind_begin : mif_syntax::before_end, word.at, insertion_at(word.at.offset, "\n"));
+        find(is_begin ? mif_syntax::behind_begin : mif_syntax::before_end, word.at,
+             insertion_at(word.at.offset, "\n"));
     } else if (word.after_comment) {
         find(mif_syntax::behind_comment, word.at, insertion_at(word.at.offset, "\n"));
     }
@@ -444,7 +456,8 @@ void mif_content_parser::take_behind_end() {
         const span rest = tokens.skip_statement();
         if (!first.is(kind::semicolon)) {
             const span text = between(begin, std::max(rest.end(), first.at.end()));
-            find(looks_like_mif(tokens.in(text)) ? mif_syntax::behind_end : mif_syntax::text_behind_end, text);
+            find(looks_like_mif(tokens.in(text)) ? mif_syntax::behind_end : mif_syntax::text_behind_end,
+                 text);
         }
     }
 }

@@ -40,7 +40,8 @@ private:
 
     mif_token take();
     void find_line_faults(const mif_token& first);
-    void find(mif_syntax what, const span& where, std::optional<text_edit> repair = {}, std::string instead = {});
+    void find(mif_syntax what, const span& where, std::optional<text_edit> repair = {},
+              std::string instead = {});
     void find_in_statement(mif_syntax what, const span& where, std::optional<text_edit> repair = {},
                            std::string instead = {});
 

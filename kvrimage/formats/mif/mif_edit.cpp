@@ -186,15 +186,37 @@ private:
             statement.open.length != 0 ? statement.open.offset : statement.first.offset;
         return {begin, std::max(statement.last.end(), statement.close.end()) - begin};
     }
-    /// False where a line ends, or a comment is, between the brackets: these then cannot be removed.
-    [[nodiscard]] bool can_become_single() const {
+    [[nodiscard]] bool is_on_one_line() const {
         return range_text().in(file.contents).find_first_of("\n%") == std::string_view::npos;
+    }
+    /// The ".." between the addresses; nothing where a comment of "%" may hide it.
+    [[nodiscard]] std::optional<span> find_dots() const {
+        std::uint64_t at = statement.first.end();
+        while (file.contents[at] != '.') {
+            if (file.contents[at] == '%') {
+                return std::nullopt;
+            }
+            at = file.contents.substr(at, 2) == "--" ? next_line(file.contents, at) : at + 1;
+        }
+        return span{at, 2};
+    }
+    /// False where the brackets cannot be removed.
+    [[nodiscard]] bool can_become_single() const { return is_on_one_line() || find_dots(); }
+    /// Over several lines, what is between (line ends and comments) stays.
+    void change_to_single() {
+        if (is_on_one_line()) {
+            file.change(range_text(), std::string(statement.first.in(file.contents)));
+            return;
+        }
+        for (const span& part : {statement.open, *find_dots(), statement.last, statement.close}) {
+            file.change(part, "");
+        }
     }
     /// Puts the addresses of @p line, the first that the range becomes, in the place of those there. Their
     /// first address is the same.
     void change_addresses(const mif_line& line) {
         if (!line.is_range()) {
-            file.change(range_text(), std::string(statement.first.in(file.contents)));
+            change_to_single();
         } else if (line.last != addresses.last) {
             file.change(statement.last, address_text(line.last, file.form.addresses, style.address));
         }

@@ -29,8 +29,9 @@ radix address_radix_of(radix stated) {
 
 } // namespace
 
-mif_examiner::mif_examiner(std::string_view contents, const mif_header& settings, const mif_number_form& numbers,
-                           std::optional<std::uint32_t> bits, bool wants_repairs)
+mif_examiner::mif_examiner(std::string_view contents, const mif_header& settings,
+                           const mif_number_form& numbers, std::optional<std::uint32_t> bits,
+                           bool wants_repairs)
     : text(contents),
       header(settings),
       form(numbers),
@@ -48,7 +49,9 @@ void mif_examiner::content(const span& keyword) {
 
 void mif_examiner::statement(const mif_statement& found) {
     const mif_addresses addresses = addresses_of(found, text, form);
-    const auto read = [this](std::string_view number, radix tried) { return read_address(number, tried, form.depth); };
+    const auto read = [this](std::string_view number, radix tried) {
+        return read_address(number, tried, form.depth);
+    };
     const bool has_addresses =
         addresses.what == fault::none || (addresses.what == fault::beyond && addresses.first < form.depth);
     if (!found.sound) {
@@ -114,14 +117,16 @@ void mif_examiner::take_range(const mif_statement& found, const mif_addresses& a
                            ? span{found.open.offset, found.close.end() - found.open.offset}
                            : span{found.first.offset, found.last.end() - found.first.offset};
     if (addresses.first == addresses.last &&
-        range_of_one.add(whole, text_edit{whole.offset, whole.length, std::string(found.first.in(text))}, all_repairs)) {
+        range_of_one.add(whole, text_edit{whole.offset, whole.length, std::string(found.first.in(text))},
+                         all_repairs)) {
         one_first = found.first.in(text);
         one_last = found.last.in(text);
     }
     const std::uint64_t count = addresses.last - addresses.first + 1;
     if (found.values.size() > count) {
         const span& first_surplus = found.values[count];
-        if (surplus.add({first_surplus.offset, found.values.back().end() - first_surplus.offset}, {}, all_repairs)) {
+        if (surplus.add({first_surplus.offset, found.values.back().end() - first_surplus.offset}, {},
+                        all_repairs)) {
             surplus_values = found.values.size();
             surplus_addresses = count;
             surplus_first = found.first.in(text);
@@ -141,12 +146,13 @@ void mif_examiner::take_values(const mif_statement& found, const mif_addresses& 
 
 /// Value number @p value of a statement is none: so are the words that it sets.
 void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value) {
-    if (addresses.what != fault::none && addresses.what != fault::beyond) {
+    const bool has_addresses = addresses.what == fault::none || addresses.what == fault::beyond;
+    if (!has_addresses || addresses.first >= form.depth) {
         return;
     }
     const std::uint64_t step = found.values.size();
     const std::uint64_t last = std::min(addresses.last, form.depth - 1);
-    if (step == 1 && addresses.first <= last) {
+    if (step == 1) {
         doubtful.push_back({addresses.first, last});
         return;
     }
@@ -165,8 +171,9 @@ bool mif_examiner::take_value(const span& where) {
     const std::string_view value = where.in(text);
     const auto read = [this](std::string_view number, radix tried) {
         const auto error = make_word(number, tried, *width, word);
-        return !error ? reading::fits
-                      : error->what == word_fault::kind::too_wide ? reading::too_large : reading::no_number;
+        return !error                                      ? reading::fits
+               : error->what == word_fault::kind::too_wide ? reading::too_large
+                                                           : reading::no_number;
     };
     data_trial.take(value, read);
     values.has_negative = values.has_negative || value.starts_with('-');
@@ -210,8 +217,8 @@ void mif_examiner::report(diagnostic_list& list) {
 }
 
 /// True when the numbers are of another radix, which is the cause of all that seems wrong with them.
-bool mif_examiner::report_mismatch(mif_keyword keyword, const mif_radix_trial& trial, std::string_view numbers,
-                                   diagnostic_list& list) {
+bool mif_examiner::report_mismatch(mif_keyword keyword, const mif_radix_trial& trial,
+                                   std::string_view numbers, diagnostic_list& list) {
     const std::optional<radix> meant = trial.other();
     if (!meant) {
         return false;
@@ -234,8 +241,9 @@ void mif_examiner::report_addresses(diagnostic_list& list) {
         return;
     }
     if (!no_number.found.empty()) {
-        no_number.found.report(diagnose::address_digit(no_number.found.where(), no_number.text, title_of(form.addresses)),
-                               "", list);
+        no_number.found.report(
+            diagnose::address_digit(no_number.found.where(), no_number.text, title_of(form.addresses)), "",
+            list);
     }
     if (!negative.found.empty()) {
         negative.found.report(diagnose::negative_address(negative.found.where(), negative.text), "", list);
@@ -243,20 +251,22 @@ void mif_examiner::report_addresses(diagnostic_list& list) {
     if (!beyond.found.empty()) {
         const std::string decimal = std::to_string(beyond_address);
         const bool is_plain = beyond.text == decimal;
-        beyond.found.report(diagnose::beyond_depth(beyond.found.where(),
-                                                   is_plain ? decimal : beyond.text + " (decimal " + decimal + ")",
-                                                   form.depth, form.depth - 1, needed_depth + 1),
-                            "", list);
+        beyond.found.report(
+            diagnose::beyond_depth(beyond.found.where(),
+                                   is_plain ? decimal : beyond.text + " (decimal " + decimal + ")",
+                                   form.depth, form.depth - 1, needed_depth + 1),
+            "", list);
     }
     if (!goes_down.empty()) {
         goes_down.report(diagnose::range_order(goes_down.where(), down_first, down_last), "", list);
     }
     if (!range_of_one.empty()) {
-        range_of_one.report(diagnose::range_of_one(range_of_one.where(), one_first, one_last), "brackets removed", list);
+        range_of_one.report(diagnose::range_of_one(range_of_one.where(), one_first, one_last),
+                            "brackets removed", list);
     }
     if (!surplus.empty()) {
-        surplus.report(diagnose::surplus_values(surplus.where(), surplus_values, surplus_addresses, surplus_first,
-                                                surplus_last, surplus_value),
+        surplus.report(diagnose::surplus_values(surplus.where(), surplus_values, surplus_addresses,
+                                                surplus_first, surplus_last, surplus_value),
                        "", list);
     }
 }
@@ -266,20 +276,21 @@ void mif_examiner::report_values(diagnostic_list& list) {
         return;
     }
     if (!values.bad_digit.empty()) {
-        values.bad_digit.report(diagnose::bad_digit(values.bad_digit.where(), values.bad_character, values.bad_value,
-                                                    title_of(form.data)),
+        values.bad_digit.report(diagnose::bad_digit(values.bad_digit.where(), values.bad_character,
+                                                    values.bad_value, title_of(form.data)),
                                 "", list);
     }
     if (!values.empty.empty()) {
         values.empty.report(diagnose::empty_value(values.empty.where(), "-"), "", list);
     }
     if (!values.too_wide.empty()) {
-        values.too_wide.report(diagnose::too_wide(values.too_wide.where(), values.wide_value, values.wide_bits, *width,
-                                                  values.most_bits),
+        values.too_wide.report(diagnose::too_wide(values.too_wide.where(), values.wide_value,
+                                                  values.wide_bits, *width, values.most_bits),
                                "", list);
     }
     if (!values.as_unsigned.empty()) {
-        diagnostic made = diagnose::unsigned_in_dec(values.as_unsigned.where(), values.unsigned_value, *width);
+        diagnostic made =
+            diagnose::unsigned_in_dec(values.as_unsigned.where(), values.unsigned_value, *width);
         if (!values.has_negative) {
             const span& value = header.value_of(mif_keyword::data_radix);
             made.fix = {{value.offset, value.length, "UNS"}};

@@ -23,6 +23,7 @@ public:
     void statement(const mif_statement& found) override;
 
     void report(diagnostic_list& list);
+    [[nodiscard]] bool has_negative() const noexcept { return values.has_negative; }
     /// Addresses whose values are none, or that are set to two values.
     [[nodiscard]] std::vector<address_range> in_doubt() && { return std::move(doubtful); }
 
@@ -51,7 +52,8 @@ private:
     void doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value);
     void report_addresses(diagnostic_list& list);
     void report_values(diagnostic_list& list);
-    bool report_mismatch(mif_keyword keyword, const mif_radix_trial& trial, std::string_view numbers, diagnostic_list& list);
+    bool report_mismatch(mif_keyword keyword, const mif_radix_trial& trial, std::string_view numbers,
+                         diagnostic_list& list);
 
     std::string_view text;
     span content_at;

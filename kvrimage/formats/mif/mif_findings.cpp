@@ -17,16 +17,22 @@ constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
     {[](const places& w, const named_text&, const named_text&) { return diagnose::byte_order_mark(w); },
      "byte-order mark removed"},
     // missing_equals
-    {[](const places& w, const named_text& t, const named_text& i) { return diagnose::missing_equals(w, t, i); },
+    {[](const places& w, const named_text& t, const named_text& i) {
+         return diagnose::missing_equals(w, t, i);
+     },
      "'=' put after the name"},
     // unknown_setting
-    {[](const places& w, const named_text& t, const named_text& i) { return diagnose::unknown_header(w, t, i); },
+    {[](const places& w, const named_text& t, const named_text& i) {
+         return diagnose::unknown_header(w, t, i);
+     },
      ""},
     // header_text
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::header_text(w, t); },
      "'--' put before the text"},
     // missing_value_of_setting
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::missing_setting_value(w, t); },
+    {[](const places& w, const named_text& t, const named_text&) {
+         return diagnose::missing_setting_value(w, t);
+     },
      ""},
     // missing_semicolon_of_setting
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::header_semicolon(w, t); },
@@ -41,10 +47,14 @@ constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
     {[](const places& w, const named_text&, const named_text&) { return diagnose::missing_content(w); },
      "CONTENT BEGIN put before the first statement"},
     // content_spelling
-    {[](const places& w, const named_text& t, const named_text& i) { return diagnose::content_spelling(w, t, i); },
+    {[](const places& w, const named_text& t, const named_text& i) {
+         return diagnose::content_spelling(w, t, i);
+     },
      "CONTENT BEGIN spelt right"},
     // content_semicolon
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::content_semicolon(w, t); },
+    {[](const places& w, const named_text& t, const named_text&) {
+         return diagnose::content_semicolon(w, t);
+     },
      "';' removed"},
     // missing_begin
     {[](const places& w, const named_text&, const named_text&) { return diagnose::missing_begin(w); },
@@ -56,7 +66,9 @@ constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::behind_begin(w, t); },
      "line break put after BEGIN"},
     // missing_semicolon
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::missing_semicolon(w, t); },
+    {[](const places& w, const named_text& t, const named_text&) {
+         return diagnose::missing_semicolon(w, t);
+     },
      "';' put after the last value"},
     // missing_colon
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::content_syntax(w, t); },
@@ -71,13 +83,17 @@ constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::range_syntax(w, t); },
      ""},
     // missing_bracket
-    {[](const places& w, const named_text& t, const named_text& i) { return diagnose::missing_bracket(w, t, i); },
+    {[](const places& w, const named_text& t, const named_text& i) {
+         return diagnose::missing_bracket(w, t, i);
+     },
      "']' put after the range"},
     // range_separator
     {[](const places& w, const named_text& t, const named_text& i) { return diagnose::range_form(w, t, i); },
      "range written with '..'"},
     // one_in_brackets
-    {[](const places& w, const named_text& t, const named_text& i) { return diagnose::one_in_brackets(w, t, i); },
+    {[](const places& w, const named_text& t, const named_text& i) {
+         return diagnose::one_in_brackets(w, t, i);
+     },
      "brackets removed"},
     // stray_text
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::stray_character(w, t); },
@@ -86,8 +102,7 @@ constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
     {[](const places& w, const named_text&, const named_text&) { return diagnose::comma(w); },
      "',' is now a blank"},
     // left_out
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::left_out(w, t); },
-     ""},
+    {[](const places& w, const named_text& t, const named_text&) { return diagnose::left_out(w, t); }, ""},
     // behind_semicolon
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::behind_semicolon(w, t); },
      "line break put between two statements"},
@@ -116,8 +131,7 @@ constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::end_semicolon(w, t); },
      "';' put after END"},
     // behind_end
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::behind_end(w, t); },
-     ""},
+    {[](const places& w, const named_text& t, const named_text&) { return diagnose::behind_end(w, t); }, ""},
     // text_behind_end
     {[](const places& w, const named_text& t, const named_text&) { return diagnose::text_behind_end(w, t); },
      ""},

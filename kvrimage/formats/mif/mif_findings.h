@@ -8,10 +8,12 @@ namespace kvrimage {
 /// Makes one diagnostic of all findings of a kind; settings that a MIF does not have are named one by one.
 class mif_findings {
 public:
-    mif_findings(std::string_view contents, bool wants_repairs) : text(contents), all_repairs(wants_repairs) {}
+    mif_findings(std::string_view contents, bool wants_repairs)
+        : text(contents),
+          all_repairs(wants_repairs) {}
 
     void add(const mif_finding& found, diagnostic_list& list);
-    [[nodiscard]] bool has(mif_syntax what) const { return !causes[static_cast<std::size_t>(what)].found.empty(); }
+    void forget(mif_syntax what) { causes[static_cast<std::size_t>(what)] = {}; }
     void report(diagnostic_list& list);
 
 private:

@@ -27,7 +27,8 @@ std::uint64_t most_of(mif_keyword keyword) {
 std::string number_hint(std::string_view value) {
     std::string digits;
     std::size_t end = 0;
-    while (end < value.size() && (kvr::is_decimal_digit(value[end]) || value[end] == ',' || value[end] == '_')) {
+    while (end < value.size() &&
+           (kvr::is_decimal_digit(value[end]) || value[end] == ',' || value[end] == '_')) {
         if (kvr::is_decimal_digit(value[end])) {
             digits.push_back(value[end]);
         }
@@ -98,13 +99,14 @@ void mif_header::take_radix(stated& one, const mif_setting& found, diagnostic_li
     if (!one.meaning) {
         const std::string_view nearest = nearest_radix_name(value);
         list.add(diagnose::unknown_radix(found.value, name_of(found.keyword), value,
-                                         nearest.empty() ? "write one of them" : "did you mean " + std::string(nearest) + "?"));
+                                         nearest.empty() ? "write one of them"
+                                                         : "did you mean " + std::string(nearest) + "?"));
         return;
     }
     const std::optional<radix> library = kvr_radix_of(value);
     if (library && *library != *one.meaning) {
-        diagnostic made = diagnose::radix_spelling(found.value, name_of(found.keyword), value, title_of(*library),
-                                                   title_of(*one.meaning));
+        diagnostic made = diagnose::radix_spelling(found.value, name_of(found.keyword), value,
+                                                   title_of(*library), title_of(*one.meaning));
         made.fix = {{found.value.offset, found.value.length, std::string(title_of(*one.meaning))}};
         made.repair = std::string(value) + " is now " + std::string(title_of(*one.meaning));
         list.add(std::move(made));
@@ -116,10 +118,12 @@ void mif_header::take_again(const mif_setting& found, diagnostic_list& list) con
     const stated& one = at(found.keyword);
     const std::string_view value = found.value.in(text);
     const mif_number number = mif_number_of(value, radix::uns);
-    const bool is_same = is_size(found.keyword) ? one.number && number.is_number && *one.number == number.value
-                                                : one.meaning && mif_radix_of(value) == one.meaning;
+    const bool is_same = is_size(found.keyword)
+                             ? one.number && number.is_number && *one.number == number.value
+                             : one.meaning && mif_radix_of(value) == one.meaning;
     if (!is_same) {
-        list.add(diagnose::contradicting_header(found.value, name_of(found.keyword), value, one.first.value.in(text)));
+        list.add(diagnose::contradicting_header(found.value, name_of(found.keyword), value,
+                                                one.first.value.in(text)));
         return;
     }
     list.add(diagnose::repeated_header(found.value, name_of(found.keyword)));
@@ -136,7 +140,8 @@ void mif_header::compare_with_kvr(std::uint64_t content, diagnostic_list& list) 
                to_kvr(*at(keyword).meaning) == library;
     };
     const std::array<bool, mif_keyword_count> same = {
-        same_number(mif_keyword::width, memory.word_size), same_number(mif_keyword::depth, memory.number_of_words),
+        same_number(mif_keyword::width, memory.word_size),
+        same_number(mif_keyword::depth, memory.number_of_words),
         same_radix(mif_keyword::address_radix, memory.address_radix),
         same_radix(mif_keyword::data_radix, memory.memory_radix)};
     if (std::ranges::count(same, true) == std::ssize(same) && !memory.error_occurred) {
@@ -153,7 +158,8 @@ void mif_header::compare_with_kvr(std::uint64_t content, diagnostic_list& list) 
         }
     }
     if (!shared.empty()) {
-        shared.report(diagnose::shared_line(shared.where(), name), "line break put between two settings", list);
+        shared.report(diagnose::shared_line(shared.where(), name), "line break put between two settings",
+                      list);
     }
 }
 
@@ -175,7 +181,8 @@ diagnostic mif_header::split_setting_of(const mif_setting& one) const {
 bool mif_header::follows_on_line(const mif_setting& one) const {
     const std::uint64_t line = text.substr(0, one.whole.offset).rfind('\n') + 1;
     return std::ranges::any_of(settings, [&one, line](const stated& other) {
-        return other.is_stated && other.first.whole.end() > line && other.first.whole.end() <= one.whole.offset;
+        return other.is_stated && other.first.whole.end() > line &&
+               other.first.whole.end() <= one.whole.offset;
     });
 }
 

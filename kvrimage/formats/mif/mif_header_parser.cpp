@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <utility>
 #include <vector>
 
 namespace kvrimage {
@@ -67,9 +68,8 @@ constexpr std::array<content_spelling, 6> content_spellings = {{
 }};
 
 const content_spelling* find_content_spelling(std::string_view word) {
-    const auto* const found = std::ranges::find_if(content_spellings, [word](const content_spelling& each) {
-        return is_keyword(word, each.text);
-    });
+    const auto* const found = std::ranges::find_if(
+        content_spellings, [word](const content_spelling& each) { return is_keyword(word, each.text); });
     return found != content_spellings.end() ? found : nullptr;
 }
 
@@ -121,20 +121,26 @@ bool mif_header_parser::read_one() {
         take_content();
         return false;
     } else if (next.is(kind::word) && is_keyword(text, "BEGIN")) {
-        sink.finding({mif_syntax::missing_content, next.at, next.at, {}, insertion_at(next.at.offset, "CONTENT ")});
+        sink.finding(
+            {mif_syntax::missing_content, next.at, next.at, {}, insertion_at(next.at.offset, "CONTENT ")});
         sink.content({next.at.offset, 0});
         take_begin();
         return false;
     } else if (is_statement_ahead()) {
         const mif_token first = tokens.peek();
-        sink.finding({mif_syntax::missing_content, first.at, first.at, {},
-                      first.starts_line ? std::optional(insertion_at(first.at.offset, "CONTENT BEGIN\n")) : std::nullopt});
+        sink.finding({mif_syntax::missing_content,
+                      first.at,
+                      first.at,
+                      {},
+                      first.starts_line ? std::optional(insertion_at(first.at.offset, "CONTENT BEGIN\n"))
+                                        : std::nullopt});
         sink.content({first.at.offset, 0});
         sink.begin({first.at.offset, 0});
         return false;
     } else if (const auto keyword = mif_keyword_of(text); next.is(kind::word) && keyword) {
         take_setting(*keyword);
-    } else if (const auto glued = keyword_with_digits(text); next.is(kind::word) && glued && ends_after_word()) {
+    } else if (const auto glued = keyword_with_digits(text);
+               next.is(kind::word) && glued && ends_after_word()) {
         take_glued_setting(*glued, name_of(*glued).size());
     } else {
         take_unknown();
@@ -180,13 +186,15 @@ void mif_header_parser::take_setting(mif_keyword keyword) {
         tokens.take();
     }
     const mif_token& first = tokens.peek();
-    const bool has_value = !first.is(kind::semicolon) && !first.is(kind::end) &&
-                           (!first.starts_line || (has_equals && first.is(kind::word) && !looks_like_mif(
-                               tokens.contents().substr(first.at.offset))));
+    const bool has_value =
+        !first.is(kind::semicolon) && !first.is(kind::end) &&
+        (!first.starts_line ||
+         (has_equals && first.is(kind::word) && !looks_like_mif(tokens.contents().substr(first.at.offset))));
     if (has_value) {
         const std::uint64_t begin = tokens.take().at.offset;
         std::uint64_t end = tokens.place().at;
-        while (!tokens.peek().is(kind::semicolon) && !tokens.peek().is(kind::end) && !tokens.peek().starts_line) {
+        while (!tokens.peek().is(kind::semicolon) && !tokens.peek().is(kind::end) &&
+               !tokens.peek().starts_line) {
             end = tokens.take().at.end();
         }
         found.value = {begin, end - begin};
@@ -207,14 +215,17 @@ void mif_header_parser::take_setting(mif_keyword keyword) {
 /// "WIDTH8;"
 void mif_header_parser::take_glued_setting(mif_keyword keyword, std::size_t name_length) {
     const span word = tokens.take().at;
-    mif_setting found{keyword, {}, {word.offset, name_length}, {word.offset + name_length, word.length - name_length}};
+    mif_setting found{
+        keyword, {}, {word.offset, name_length}, {word.offset + name_length, word.length - name_length}};
     find_missing_equals(found);
     find_end_of_setting(found);
 }
 
 void mif_header_parser::find_missing_equals(const mif_setting& found) {
     const std::string_view value = tokens.in(found.value);
-    sink.finding({mif_syntax::missing_equals, {found.name.offset, found.value.end() - found.name.offset}, found.name,
+    sink.finding({mif_syntax::missing_equals,
+                  {found.name.offset, found.value.end() - found.name.offset},
+                  found.name,
                   std::string(tokens.in(found.name)) + "=" + std::string(value) + ";",
                   text_edit{found.name.end(), found.value.offset - found.name.end(), "="}});
 }
@@ -226,7 +237,11 @@ void mif_header_parser::find_end_of_setting(mif_setting& found) {
     } else {
         found.whole = {found.name.offset, end - found.name.offset};
         if (found.value.length != 0) {
-            sink.finding({mif_syntax::missing_semicolon_of_setting, {end, 1}, found.whole, {}, insertion_at(end, ";")});
+            sink.finding({mif_syntax::missing_semicolon_of_setting,
+                          {end, 1},
+                          found.whole,
+                          {},
+                          insertion_at(end, ";")});
         }
     }
     sink.setting(found);
@@ -236,18 +251,26 @@ void mif_header_parser::find_end_of_setting(mif_setting& found) {
 void mif_header_parser::take_unknown() {
     const mif_token first = tokens.peek();
     std::uint64_t name_end = first.at.offset;
-    while (tokens.peek().is(kind::word) && (tokens.peek().at.offset == first.at.offset || !tokens.peek().starts_line)) {
+    while (tokens.peek().is(kind::word) &&
+           (tokens.peek().at.offset == first.at.offset || !tokens.peek().starts_line)) {
         name_end = tokens.take().at.end();
     }
     const span name{first.at.offset, name_end - first.at.offset};
     const auto meant = nearest_keyword(tokens.in(name));
     if (name.length != 0 && tokens.peek().is(kind::equals) && !tokens.peek().starts_line) {
-        sink.finding({mif_syntax::unknown_setting, name, name, meant ? "did you mean " + std::string(name_of(*meant)) + "?" : std::string(), {}});
+        sink.finding({mif_syntax::unknown_setting,
+                      name,
+                      name,
+                      meant ? "did you mean " + std::string(name_of(*meant)) + "?" : std::string(),
+                      {}});
         tokens.take();
         const span rest = tokens.skip_statement();
         const std::uint64_t semicolon = tokens.in(rest).ends_with(';') ? 1 : 0;
         if (meant) {
-            sink.setting({*meant, {name.offset, rest.end() - name.offset}, name, {rest.offset, rest.length - semicolon}});
+            sink.setting({*meant,
+                          {name.offset, rest.end() - name.offset},
+                          name,
+                          {rest.offset, rest.length - semicolon}});
         }
         return;
     }
@@ -262,9 +285,13 @@ void mif_header_parser::take_unknown() {
 void mif_header_parser::find_header_text(const mif_token& first, std::uint64_t end) {
     const span whole{first.at.offset, end - first.at.offset};
     const bool is_line = first.starts_line && (tokens.peek().starts_line || tokens.peek().is(kind::end));
-    sink.finding({mif_syntax::header_text, whole, whole, {},
-                  is_line && !is_read_as_header(tokens.in(whole)) ? std::optional(insertion_at(whole.offset, "-- "))
-                                                                  : std::nullopt});
+    sink.finding({mif_syntax::header_text,
+                  whole,
+                  whole,
+                  {},
+                  is_line && !is_read_as_header(tokens.in(whole))
+                      ? std::optional(insertion_at(whole.offset, "-- "))
+                      : std::nullopt});
 }
 
 void mif_header_parser::take_content() {

@@ -9,7 +9,8 @@ class mif_header_parser {
 public:
     mif_header_parser(mif_tokens& of, mif_sink& to) : tokens(of), sink(to) {}
 
-    /// Ends before the first statement or END. False when the file ends before there is a CONTENT, BEGIN, or statement.
+    /// Ends before the first statement or END. False when the file ends before there is a CONTENT, BEGIN, or
+    /// statement.
     bool read();
 
 private:

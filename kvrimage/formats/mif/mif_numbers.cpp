@@ -1,7 +1,7 @@
 #include "kvrimage/formats/mif/mif_numbers.h"
 
-#include "kvr/memory/mif/mif_line.h"
 #include "kvr/memory/memory_state.h"
+#include "kvr/memory/mif/mif_line.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvrimage/formats/mif/mif_tokens.h"
 
@@ -34,8 +34,11 @@ constexpr std::array<mif_radix_name, 11> mif_radix_names = {{
 }};
 
 /// In the order in which the library looks for them anywhere in a line.
-constexpr std::array<mif_radix_name, 5> kvr_radix_names = {
-    {{"BIN", radix::bin}, {"DEC", radix::dec}, {"UNS", radix::uns}, {"HEX", radix::hex}, {"OCT", radix::oct}}};
+constexpr std::array<mif_radix_name, 5> kvr_radix_names = {{{"BIN", radix::bin},
+                                                            {"DEC", radix::dec},
+                                                            {"UNS", radix::uns},
+                                                            {"HEX", radix::hex},
+                                                            {"OCT", radix::oct}}};
 
 std::string in_upper_case(std::string_view text) {
     std::string upper(text);
@@ -85,8 +88,9 @@ std::optional<radix> kvr_radix_of(std::string_view text) {
 std::string_view nearest_radix_name(std::string_view name) {
     const std::string upper = in_upper_case(name.substr(0, 4));
     for (const mif_radix_name& each : kvr_radix_names) {
-        if (upper.size() == each.name.size() && (letters_that_differ(upper, each.name) == 1 ||
-                                                 std::is_permutation(upper.begin(), upper.end(), each.name.begin()))) {
+        if (upper.size() == each.name.size() &&
+            (letters_that_differ(upper, each.name) == 1 ||
+             std::is_permutation(upper.begin(), upper.end(), each.name.begin()))) {
             return each.name;
         }
     }

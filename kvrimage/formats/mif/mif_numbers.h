@@ -26,7 +26,8 @@ struct mif_number {
 [[nodiscard]] std::optional<radix> mif_radix_of(std::string_view name) noexcept;
 /// What the library kvr takes the text after the "=" for; nothing: for no radix.
 [[nodiscard]] std::optional<radix> kvr_radix_of(std::string_view text);
-/// "HEX" for "HXE": the short name that differs from @p name in one letter, or has the same letters; "" for none.
+/// "HEX" for "HXE": the short name that differs from @p name in one letter, or has the same letters; "" for
+/// none.
 [[nodiscard]] std::string_view nearest_radix_name(std::string_view name);
 
 [[nodiscard]] KVR_MEMORY_RADIXES to_kvr(radix of) noexcept;

@@ -104,8 +104,8 @@ void mif_overlaps::take_range(const mif_statement& found, std::uint32_t first, s
     }
 }
 
-/// The first address from @p first to @p last that holds another word than the values at hand, repeated from @p first on,
-/// give it. Stretches that one statement has set are not gone over word by word.
+/// The first address from @p first to @p last that holds another word than the values at hand, repeated from
+/// @p first on, give it. Stretches that one statement has set are not gone over word by word.
 std::optional<std::uint32_t> mif_overlaps::first_difference(std::uint32_t first, std::uint32_t last) const {
     std::uint64_t address = first;
     while (address <= last) {
@@ -116,7 +116,8 @@ std::optional<std::uint32_t> mif_overlaps::first_difference(std::uint32_t first,
             address = std::uint64_t{run.last} + 1;
             continue;
         }
-        const std::uint64_t stretch = cycle.period > 1 ? std::uint64_t{cycle.last} - at + 1 : std::uint64_t{run.last} - at + 1;
+        const std::uint64_t stretch =
+            cycle.period > 1 ? std::uint64_t{cycle.last} - at + 1 : std::uint64_t{run.last} - at + 1;
         const std::uint64_t looked_at =
             std::min({stretch, std::max<std::uint64_t>(cycle.period, 1) * values.size(), last - address + 1});
         for (std::uint64_t i = 0; i < looked_at; ++i) {
@@ -142,7 +143,8 @@ void mif_overlaps::report(diagnostic_list& list) {
         twice.report(diagnose::set_to_two_words(twice.where(), twice_address, twice_earlier, twice_value), "", list);
     }
     if (!again.empty()) {
-        again.report(diagnose::set_again(again.where(), again_address), "statement removed that repeats another", list);
+        again.report(diagnose::set_again(again.where(), again_address),
+                     "statement removed that repeats another", list);
     }
     if (!over.empty()) {
         over.report(diagnose::overlap(over.where(), over_address, over_earlier), "", list);

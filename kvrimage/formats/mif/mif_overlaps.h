@@ -9,8 +9,9 @@
 
 namespace kvrimage {
 
-/// Finds the statements of a file that set words which an earlier one has set. A single address after a range that holds it
-/// is meant so; every other one is found when it sets another value, and a single address that is set twice in any case.
+/// Finds the statements of a file that set words which an earlier one has set. A single address after a range
+/// that holds it is meant so; every other one is found when it sets another value, and a single address that
+/// is set twice in any case.
 class mif_overlaps {
 public:
     mif_overlaps(std::string_view contents, const mif_number_form& numbers, bool wants_repairs);
@@ -29,7 +30,8 @@ private:
     void take_list(const mif_statement& found, std::uint32_t first, std::uint32_t last);
     void take_range(const mif_statement& found, std::uint32_t first, std::uint32_t last);
     [[nodiscard]] bool differ(std::string_view left, std::string_view right) const;
-    [[nodiscard]] std::optional<std::uint32_t> first_difference(std::uint32_t first, std::uint32_t last) const;
+    [[nodiscard]] std::optional<std::uint32_t> first_difference(std::uint32_t first,
+                                                                std::uint32_t last) const;
     void find_overlap(const mif_statement& found, std::uint32_t address);
 
     std::string_view text;

@@ -15,7 +15,8 @@ constexpr std::string_view utf8_mark = "\xEF\xBB\xBF";
 void parse_mif(std::string_view contents, mif_sink& sink) {
     mif_tokens tokens(contents, sink);
     if (contents.starts_with(utf8_mark)) {
-        sink.finding({mif_syntax::byte_order_mark, {0, utf8_mark.size()}, {}, {}, text_edit{0, utf8_mark.size(), ""}});
+        sink.finding(
+            {mif_syntax::byte_order_mark, {0, utf8_mark.size()}, {}, {}, text_edit{0, utf8_mark.size(), ""}});
         tokens.skip_mark(utf8_mark.size());
     }
     if (!mif_header_parser(tokens, sink).read()) {

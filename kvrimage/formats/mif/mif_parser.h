@@ -26,9 +26,9 @@ struct mif_setting {
 
 /// "0 : 1 2;" or "[0..7] : 1 2;".
 struct mif_statement {
-    span whole; ///< from the address to the ";", or to the last value where there is none
-    span first; ///< the digits of the address, or of the lower end of a range
-    span last;  ///< the digits of the upper end; empty for a single address
+    span whole;       ///< from the address to the ";", or to the last value where there is none
+    span first;       ///< the digits of the address, or of the lower end of a range
+    span last;        ///< the digits of the upper end; empty for a single address
     span open, close; ///< the brackets; empty where there is none
     span colon;
     span semicolon;           ///< empty where it is missing, which has been found and is certain
@@ -38,7 +38,8 @@ struct mif_statement {
     [[nodiscard]] bool is_range() const noexcept { return last.length != 0; }
 };
 
-/// What can be found in the text of a MIF without knowing what its numbers mean. diagnostics.txt explains each.
+/// What can be found in the text of a MIF without knowing what its numbers mean. diagnostics.txt explains
+/// each.
 enum class mif_syntax : std::uint8_t {
     byte_order_mark,
     missing_equals,
@@ -83,13 +84,13 @@ inline constexpr std::size_t mif_syntax_count = static_cast<std::size_t>(mif_syn
 struct mif_finding {
     mif_syntax what;
     span where;
-    span text;                      ///< what the message quotes
-    std::string instead;            ///< what to write; for unknown_setting the name that is meant; may be ""
+    span text;                       ///< what the message quotes
+    std::string instead;             ///< what to write; for unknown_setting the name that is meant; may be ""
     std::optional<text_edit> repair; ///< nothing unless it is certain
 };
 
-/// Takes the pieces of a MIF in the order of the file. What is in none of them is blanks and line ends, and text that was
-/// found not to be understood.
+/// Takes the pieces of a MIF in the order of the file. What is in none of them is blanks and line ends, and
+/// text that was found not to be understood.
 class mif_sink {
 public:
     virtual ~mif_sink() = default;
@@ -104,13 +105,13 @@ public:
     /// @p semicolon is empty where it is missing.
     virtual void end([[maybe_unused]] const span& keyword, [[maybe_unused]] const span& semicolon) {}
     virtual void finding([[maybe_unused]] const mif_finding& found) {}
-    /// Called where a line begins with a statement, or may do so. The bytes of whole lines from @p offset on that the sink
-    /// has read by itself; 0: none.
+    /// Called where a line begins with a statement, or may do so. The bytes of whole lines from @p offset on
+    /// that the sink has read by itself; 0: none.
     virtual std::size_t read_lines([[maybe_unused]] std::size_t offset) { return 0; }
 };
 
-/// Goes once over @p contents, a whole file, and hands its pieces to @p sink. Linear in time; needs the memory of one
-/// statement. Nothing escapes but what the sink throws.
+/// Goes once over @p contents, a whole file, and hands its pieces to @p sink. Linear in time; needs the
+/// memory of one statement. Nothing escapes but what the sink throws.
 void parse_mif(std::string_view contents, mif_sink& sink);
 
 } // namespace kvrimage

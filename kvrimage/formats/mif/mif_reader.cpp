@@ -1,6 +1,7 @@
 #include "kvrimage/formats/mif/mif_reader.h"
 
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/foreign_content.h"
 #include "kvrimage/formats/mif/mif_examiner.h"
 #include "kvrimage/formats/mif/mif_findings.h"
 #include "kvrimage/formats/mif/mif_format.h"
@@ -38,22 +39,22 @@ public:
     void content(const span& keyword) override {
         has_structure = has_structure || keyword.length != 0;
         content_at = keyword;
-        find_missing_settings();
-        if (!list.has_broken() && keyword.length != 0) {
+        if (!list.has_broken() && header.has(mif_keyword::width) && header.has(mif_keyword::depth)) {
             header.compare_with_kvr(keyword.offset, list);
         }
-        form = {header.radix_of(mif_keyword::address_radix), header.radix_of(mif_keyword::data_radix), depth().value_or(deepest_mif)};
+        form = {header.radix_of(mif_keyword::address_radix), header.radix_of(mif_keyword::data_radix),
+                depth().value_or(deepest_mif)};
         words.emplace(text, form);
     }
     void statement(const mif_statement& found) override {
-        has_statement = true;
         has_unsound = has_unsound || !found.sound;
         if (found.sound) {
             words->set(found);
         }
     }
     std::size_t read_lines(std::size_t offset) override {
-        return uses_fast_path && header.knows_radix(mif_keyword::address_radix) ? words->set_lines(offset) : 0;
+        return uses_fast_path && header.knows_radix(mif_keyword::address_radix) ? words->set_lines(offset)
+                                                                                : 0;
     }
 
     read_result finish();
@@ -66,11 +67,11 @@ private:
         const auto stated = header.number(mif_keyword::width);
         return options.width || !stated ? options.width : std::optional(static_cast<std::uint32_t>(*stated));
     }
-    void find_missing_settings();
+    void find_missing_settings(const image_words& all);
     bool is_proportionate(const image_words& all);
     bool make_words(image_words& all);
     void examine();
-    [[nodiscard]] std::uint64_t lowest_depth() const;
+    [[nodiscard]] static std::uint64_t lowest_depth(const image_words& all);
     void hand_out(read_result& result, std::unique_ptr<image_words> all);
 
     std::string_view text;
@@ -84,27 +85,38 @@ private:
     span content_at;
     bool has_comments = false;
     bool has_structure = false; ///< a setting or CONTENT
-    bool has_statement = false;
     bool has_unsound = false;
     bool has_unsigned = false;
+    bool is_unsigned = false; ///< all values are, though the radix that is stated is signed
     std::vector<address_range> in_doubt;
 };
 
-void mif_text_reader::find_missing_settings() {
-    if (!has_structure) {
-        return;
-    }
+void mif_text_reader::find_missing_settings(const image_words& all) {
+    const places where = content_at.length != 0 ? places(content_at) : places();
     if (!header.has(mif_keyword::width) && !options.width) {
-        list.add(diagnose::missing_width(content_at.length != 0 ? places(content_at) : places()));
+        list.add(diagnose::missing_width(where));
     }
     if (!header.has(mif_keyword::depth) && !options.depth) {
-        list.add(diagnose::missing_depth(content_at.length != 0 ? places(content_at) : places(), lowest_depth()));
+        list.add(diagnose::missing_depth(where, lowest_depth(all)));
     }
 }
 
-/// A depth to propose: what the addresses need is known only when all are read.
-std::uint64_t mif_text_reader::lowest_depth() const {
-    return 256;
+/// The depth that the addresses need; 256 where there are none.
+std::uint64_t mif_text_reader::lowest_depth(const image_words& all) {
+    constexpr std::uint64_t usual = 256;
+    std::uint64_t depth = 0;
+    for_each_row_cycle_or_run(
+        all,
+        [&depth](const kvr::word_row& row, std::uint64_t first) {
+            depth = first + row.count;
+            return row.count;
+        },
+        [&depth](const text_cycle& cycle) {
+            depth = cycle.last + 1;
+            return cycle.length();
+        },
+        [&depth](const text_run& run) { depth = run.last + 1; });
+    return depth != 0 ? depth : usual;
 }
 
 /// False when the words would take much more memory than the file does.
@@ -156,7 +168,9 @@ bool mif_text_reader::make_words(image_words& all) {
         }
         return true;
     };
-    const auto keeps = [&](const kvr::word_row& row) { return form.data == radix::hex && are_words(row, bits); };
+    const auto keeps = [&](const kvr::word_row& row) {
+        return form.data == radix::hex && are_words(row, bits);
+    };
     all.transform(convert, keeps);
     return all_words;
 }
@@ -169,6 +183,7 @@ void mif_text_reader::examine() {
         parse_mif(text, examiner);
         examiner.report(list);
         in_doubt = std::move(examiner).in_doubt();
+        is_unsigned = has_unsigned && !examiner.has_negative();
     }
 }
 
@@ -192,15 +207,26 @@ read_result mif_text_reader::finish() {
     read_result result;
     result.facts.as = &mif_format;
     result.facts.address_radix = form.addresses;
-    result.facts.data_radix = form.data;
     result.facts.has_comments = has_comments;
+    if (!has_structure) {
+        if (auto foreign = foreign_content(text)) {
+            diagnostic_list only;
+            only.add(*std::move(foreign));
+            result.diagnostics = only.finish(text);
+            return result;
+        }
+        findings.forget(mif_syntax::header_text); // there is no header
+    }
+    const bool has_content = words.has_value();
     if (!words) {
-        find_missing_settings();
-        words.emplace(text, form);
+        words.emplace(text, mif_number_form{radix::hex, radix::hex, 1});
     }
     const bool has_numbers = depth() && width() && header.knows_radix(mif_keyword::data_radix);
     const bool has_doubts = has_unsound || words->has_bad_statement() || words->has_overlap();
     auto all = std::make_unique<image_words>(words->take());
+    if (has_structure || has_content) {
+        find_missing_settings(*all);
+    }
     bool all_words = true;
     bool fits_memory = has_numbers;
     if (has_numbers) {
@@ -211,6 +237,7 @@ read_result mif_text_reader::finish() {
         examine();
     }
     findings.report(list);
+    result.facts.data_radix = is_unsigned ? radix::uns : form.data;
     if (fits_memory && (!list.has_broken() || options.keep_going)) {
         hand_out(result, std::move(all));
     }
@@ -222,13 +249,17 @@ read_result mif_text_reader::finish() {
 /// The last statement that sets an address.
 class mif_word_finder : public mif_sink {
 public:
-    mif_word_finder(std::string_view contents, std::uint64_t wanted) : text(contents), address(wanted), header(contents) {}
+    mif_word_finder(std::string_view contents, std::uint64_t wanted)
+        : text(contents),
+          address(wanted),
+          header(contents) {}
 
     void setting(const mif_setting& found) override { header.take(found, ignored); }
     void statement(const mif_statement& found) override {
         const mif_number_form form{header.radix_of(mif_keyword::address_radix), radix::hex, deepest_mif};
         const mif_addresses addresses = addresses_of(found, text, form);
-        if (addresses.what == mif_addresses::fault::none && addresses.first <= address && address <= addresses.last) {
+        if (addresses.what == mif_addresses::fault::none && addresses.first <= address &&
+            address <= addresses.last) {
             last = found.whole;
         }
     }
@@ -274,7 +305,8 @@ read_result read_mif(std::string_view contents, const read_options& options, mif
     return reader.finish();
 }
 
-std::optional<place> find_mif_word(std::string_view contents, const read_options& /*options*/, std::uint64_t address) {
+std::optional<place> find_mif_word(std::string_view contents, const read_options& /*options*/,
+                                   std::uint64_t address) {
     mif_word_finder finder(contents, address);
     parse_mif(contents, finder);
     return finder.found();

@@ -172,8 +172,34 @@ void mif_tokens::measure_line(std::size_t end) {
     const std::size_t carriage_return = length != 0 && end != text.size() && text[end - 1] == '\r' ? 1 : 0;
     if (length - carriage_return > longest_kvr_line) {
         const span line{here.line_begin, length - carriage_return};
-        sink.finding({mif_syntax::line_too_long, {line.offset + longest_kvr_line, 1}, line, {}, {}});
+        sink.finding(
+            {mif_syntax::line_too_long, {line.offset + longest_kvr_line, 1}, line, {}, shortened(line)});
     }
+}
+
+/// Leaves out the blanks at the end of a line, or breaks it where blanks are between values.
+std::optional<text_edit> mif_tokens::shortened(const span& line) const {
+    const std::string_view whole = line.in(text);
+    const std::size_t used = whole.find_last_not_of(" \t") + 1;
+    if (used <= longest_kvr_line) {
+        return text_edit{line.offset + used, line.length - used, ""};
+    }
+    const std::size_t colon = whole.find(':');
+    if (section != mif_section::content || kvr::without_comments(whole).size() != whole.size()) {
+        return std::nullopt;
+    }
+    std::string lines;
+    std::size_t begin = 0;
+    while (whole.size() - begin > longest_kvr_line) {
+        const std::size_t blank = whole.find_last_of(" \t", begin + longest_kvr_line - 1);
+        if (blank == std::string_view::npos || blank < begin ||
+            (colon != std::string_view::npos && blank < colon)) {
+            return std::nullopt;
+        }
+        lines.append(whole.substr(begin, blank + 1 - begin)).append("\n");
+        begin = blank + 1;
+    }
+    return text_edit{line.offset, line.length, lines.append(whole.substr(begin))};
 }
 
 /// Leaves the place at the line end.
@@ -205,9 +231,9 @@ std::size_t mif_tokens::end_of_line(std::size_t from) const {
     return end > from && end < text.size() && text[end - 1] == '\r' ? end - 1 : end;
 }
 
-/// A "%" that no other one on its line closes may open a comment of several lines, or one that ends with the line. It is
-/// the former, unless what follows the "%" that would close it is neither the end of a line nor something that a MIF can
-/// go on with: then that one opens the next comment.
+/// A "%" that no other one on its line closes may open a comment of several lines, or one that ends with the
+/// line. It is the former, unless what follows the "%" that would close it is neither the end of a line nor
+/// something that a MIF can go on with: then that one opens the next comment.
 void mif_tokens::skip_percent_comment() {
     const std::size_t line_end = end_of_line(here.at);
     const std::size_t close = text.find('%', here.at + 1);
@@ -218,10 +244,11 @@ void mif_tokens::skip_percent_comment() {
     }
     const std::size_t rest = std::min(close, text.size() - 1) + 1;
     const std::string_view follows = text.substr(rest, end_of_line(rest) - rest);
-    const bool closes = close != std::string_view::npos &&
-                        (follows.find_first_not_of(" \t") == std::string_view::npos ||
-                         follows.substr(std::min(follows.find_first_not_of(" \t"), follows.size())).starts_with("--") ||
-                         follows.starts_with(';') || looks_like_mif(follows));
+    const bool closes =
+        close != std::string_view::npos &&
+        (follows.find_first_not_of(" \t") == std::string_view::npos ||
+         follows.substr(std::min(follows.find_first_not_of(" \t"), follows.size())).starts_with("--") ||
+         follows.starts_with(';') || looks_like_mif(follows));
     if (closes) {
         skip_comment_of_lines(close);
         return;
@@ -250,23 +277,28 @@ void mif_tokens::skip_comment_of_lines(std::size_t close) {
         skip_line_end();
         here.at = saved.at;
     }
-    here.percent_in_line = true;
+    const std::string_view follows = text.substr(close + 1, end_of_line(close + 1) - close - 1);
+    const bool is_doubtful = gives_words && looks_like_mif(follows);
+    here.percent_in_line = !is_doubtful; // what follows is no fault of its own then
     if (!is_new || !(is_read || gives_words)) {
         return;
     }
     lines.append(text.substr(line, close - line));
-    const std::string_view follows = text.substr(close + 1, end_of_line(close + 1) - close - 1);
     const bool has_more = follows.find_first_not_of(" \t") != std::string_view::npos;
     const span whole{begin, close + 1 - begin};
-    if (gives_words && looks_like_mif(follows)) {
+    if (is_doubtful) {
         sink.finding({mif_syntax::doubtful_comment, whole, {begin, end_of_line(begin) - begin}, {}, {}});
     } else {
-        sink.finding({mif_syntax::comment_of_lines, whole, {begin, end_of_line(begin) - begin}, {},
+        sink.finding({mif_syntax::comment_of_lines,
+                      whole,
+                      {begin, end_of_line(begin) - begin},
+                      {},
                       text_edit{begin, whole.length, lines + (has_more ? "\n" : "")}});
     }
 }
 
-/// True when the library, for which a "%" hides no more than the rest of its line, makes something of @p line.
+/// True when the library, for which a "%" hides no more than the rest of its line, makes something of @p
+/// line.
 bool mif_tokens::is_read_by_kvr(std::string_view line) const {
     switch (section) {
     case mif_section::header:
@@ -308,8 +340,7 @@ void mif_tokens::skip_lines(std::size_t bytes) {
 }
 
 bool mif_tokens::has_line_end(std::uint64_t from, std::uint64_t to) const {
-    return text.substr(from, to - from).find('\n') !=
-           std::string_view::npos;
+    return text.substr(from, to - from).find('\n') != std::string_view::npos;
 }
 
 } // namespace kvrimage

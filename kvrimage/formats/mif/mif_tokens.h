@@ -44,8 +44,8 @@ public:
     mif_token take();
     [[nodiscard]] const cursor& place() const noexcept { return has_ahead ? before_ahead : here; }
     void go_back_to(const cursor& earlier);
-    /// Skips the rest of a line that has not ended, up to the first ";" on it, which is taken too. What was skipped, blanks
-    /// at its end not counted.
+    /// Skips the rest of a line that has not ended, up to the first ";" on it, which is taken too. What was
+    /// skipped, blanks at its end not counted.
     span skip_statement();
 
     /// The begin of the line at hand when no token of it was taken; nothing else.
@@ -66,6 +66,7 @@ public:
 private:
     void skip_blanks();
     void measure_line(std::size_t end);
+    [[nodiscard]] std::optional<text_edit> shortened(const span& line) const;
     void skip_line_end();
     void skip_percent_comment();
     void skip_comment_of_lines(std::size_t close);
@@ -80,7 +81,7 @@ private:
     mif_sink& sink;
     mif_section section = mif_section::header;
     cursor here;
-    std::size_t reported = 0;      ///< comments that begin before this are known
+    std::size_t reported = 0;       ///< comments that begin before this are known
     std::size_t measured_lines = 0; ///< lines that begin before this, too
     mif_token ahead;
     cursor before_ahead;

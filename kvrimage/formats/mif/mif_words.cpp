@@ -33,8 +33,8 @@ fault fault_of(const mif_number& number, std::uint64_t depth) {
 constexpr std::size_t counted_at_once = 64;
 using byte_block = std::array<std::uint8_t, counted_at_once>;
 
-/// Tokens after a blank or a ":" in @p text, less the lines that begin with a blank; @p before is what precedes each of its
-/// characters. Compilers turn it into vector instructions, but not where it is inlined.
+/// Tokens after a blank or a ":" in @p text, less the lines that begin with a blank; @p before is what
+/// precedes each of its characters. Compilers turn it into vector instructions, but not where it is inlined.
 [[gnu::noinline]] std::size_t count_values(const byte_block& before, const byte_block& text) noexcept {
     byte_block found;
     for (std::size_t i = 0; i < counted_at_once; ++i) {
@@ -52,8 +52,8 @@ using byte_block = std::array<std::uint8_t, counted_at_once>;
     return static_cast<std::size_t>(static_cast<std::int8_t>(sum));
 }
 
-/// The number of values in regular lines, which follow a line end: what follows a blank or a ":" and is neither of them,
-/// but for the addresses, which follow blanks only where a line begins with one.
+/// The number of values in regular lines, which follow a line end: what follows a blank or a ":" and is
+/// neither of them, but for the addresses, which follow blanks only where a line begins with one.
 std::size_t count_values(std::string_view lines) noexcept {
     std::size_t count = 0;
     byte_block before;
@@ -74,7 +74,8 @@ std::size_t count_values(std::string_view lines) noexcept {
 
 } // namespace
 
-mif_addresses addresses_of(const mif_statement& statement, std::string_view contents, const mif_number_form& form) {
+mif_addresses addresses_of(const mif_statement& statement, std::string_view contents,
+                           const mif_number_form& form) {
     mif_addresses result;
     const mif_number first = mif_number_of(statement.first.in(contents), form.addresses);
     result.first = result.last = first.value;
@@ -122,7 +123,8 @@ void mif_words::set(const mif_statement& statement) {
     const auto first = static_cast<std::uint32_t>(addresses.first);
     const auto last = static_cast<std::uint32_t>(std::min(addresses.last, form.depth - 1));
     if (statement.is_range()) {
-        bad_statement = bad_statement || first == last || statement.values.size() > addresses.last - addresses.first + 1;
+        bad_statement =
+            bad_statement || first == last || statement.values.size() > addresses.last - addresses.first + 1;
         note_range(first, last);
     } else if (statement.values.size() == 1) {
         note_single(first);
@@ -186,7 +188,8 @@ void mif_words::note_lists_of(std::string_view lines) {
         for (; kvr::digit_value(line[at]) < base; ++at) {
             address = address * base + kvr::digit_value(line[at]);
         }
-        const std::size_t count = kvr::count_tokens(line.substr(line.find(':', at), line.find(';') - line.find(':', at)));
+        const std::size_t count =
+            kvr::count_tokens(line.substr(line.find(':', at), line.find(';') - line.find(':', at)));
         if (count > 1) {
             note_list(static_cast<std::uint32_t>(address), count);
         } else {

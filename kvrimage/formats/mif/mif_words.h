@@ -26,9 +26,9 @@ struct mif_addresses {
     enum class fault : std::uint8_t { none, no_number, negative, beyond, goes_down };
 
     fault what = fault::none;
-    bool at_last = false;    ///< the fault is that of the upper end
+    bool at_last = false; ///< the fault is that of the upper end
     std::uint64_t first = 0;
-    std::uint64_t last = 0;  ///< that the values reach, where there is none or the fault is `beyond`
+    std::uint64_t last = 0; ///< that the values reach, where there is none or the fault is `beyond`
 };
 [[nodiscard]] mif_addresses addresses_of(const mif_statement& statement, std::string_view contents,
                                          const mif_number_form& form);

@@ -142,9 +142,8 @@ public:
 private:
     void write_header() {
         output.write(fmt::format(
-            "-- Memory Initialization File, written by kvrmem\n\nWIDTH={};\nDEPTH={};\n\n"
-            "ADDRESS_RADIX={};\nDATA_RADIX={};\n\nCONTENT BEGIN\n",
-            image.width(), image.depth(), title_of(layout.address_radix), title_of(layout.data_radix)));
+            "{}\n\nWIDTH={};\nDEPTH={};\n\nADDRESS_RADIX={};\nDATA_RADIX={};\n\nCONTENT BEGIN\n",
+            mif_first_line, image.width(), image.depth(), title_of(layout.address_radix), title_of(layout.data_radix)));
     }
     std::uint32_t write_row(const kvr::word_row& row, std::uint64_t address) {
         if (!layout.shows(row)) {

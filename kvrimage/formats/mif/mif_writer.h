@@ -3,9 +3,13 @@
 #include "kvrimage/formats/format.h"
 
 #include <cstdint>
+#include <string_view>
 #include <vector>
 
 namespace kvrimage {
+
+/// What write_mif() begins with: a comment that says who has written the file.
+inline constexpr std::string_view mif_first_line = "-- Memory Initialization File, written by kvrmem";
 
 /// Why @p image cannot be written as MIF: it does not begin at address 0, is deeper than a header can say,
 /// has words too wide for a line, or don't-care bits that the data radix cannot show (the first such word is

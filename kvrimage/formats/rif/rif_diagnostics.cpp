@@ -65,7 +65,7 @@ void rif_diagnostics::take(const rif_piece& piece) {
     switch (piece.what) {
     case kind::byte_order_mark:
         add_repair({piece.where, {{piece.where.offset, piece.where.length, ""}}},
-                   diagnose::mark_before_words(piece.where), "the byte-order mark is gone");
+                   diagnose::rif_byte_order_mark(piece.where), "the byte-order mark is gone");
         break;
     case kind::blanks:
         break;

@@ -241,7 +241,7 @@ void rif_reading::add_set_twice() {
     const auto before = first_rif_word(text, first_set_twice);
     const auto line =
         std::count(text.begin(), text.begin() + static_cast<std::ptrdiff_t>(before->offset), '\n') + 1;
-    list.add(diagnose::set_twice(set_twice, first_set_twice, line));
+    list.add(diagnose::overwritten_word(set_twice, first_set_twice, line));
 }
 
 /// Refuses a memory that a few long words make out of proportion to its file.

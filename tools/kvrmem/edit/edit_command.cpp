@@ -1,23 +1,20 @@
 #include "tools/kvrmem/edit/edit_command.h"
 
-#include "kvr/memory/mif/mif_reader.h"
-#include "tools/kvrmem/edit/hex_edit.h"
-#include "tools/kvrmem/edit/mif_edit.h"
-#include "tools/kvrmem/edit/rif_edit.h"
-#include "tools/kvrmem/memory/lost_comments.h"
-#include "tools/kvrmem/memory/memory_input.h"
-#include "tools/kvrmem/memory/word_runs.h"
-#include "tools/kvrmem/memory/word_text.h"
+#include "kvrimage/formats/memory_file.h"
+#include "tools/kvrmem/files/broken_file.h"
+#include "tools/kvrmem/files/format_choice.h"
+#include "tools/kvrmem/files/lost_comments.h"
+#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/memory_output.h"
+#include "tools/kvrmem/numbers/human_number.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/replacement_file.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <cstdio>
-#include <functional>
-#include <limits>
+#include <optional>
 #include <string_view>
 #include <utility>
 
@@ -25,156 +22,166 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::uint32_t unlimited_depth = std::numeric_limits<std::uint32_t>::max();
-/// Intel HEX and RIF have no ranges: words that they get are written one by one, in memory.
+using kvrimage::assignment;
+using kvrimage::diagnostic;
+using kvrimage::memory_image;
+
+/// The words of a format without ranges are written one by one, in memory.
 constexpr std::uint64_t most_single_words = std::uint64_t{1} << 24U;
 constexpr std::uint64_t most_single_digits = std::uint64_t{1} << 29U;
 
-/// Reads @p file; the image has as many words as an edit may reach.
-memory_image read_whole(const input_file& file, const input_options& options) {
-    memory_image image = read_memory(file, options);
-    if (options.format != FILE_TYPE_MIF) {
-        image.depth = options.depth.value_or(unlimited_depth);
-        image.words.resize(image.depth, "");
+/// What is broken in a file that is edited, and how it is refused: the edit may replace the very word at
+/// fault.
+struct known_fault {
+    kvrimage::diagnostic_id id;
+    std::string message;
+    broken_file refusal;
+};
+
+std::vector<known_fault> known_faults(const arguments& given, const memory_input& input) {
+    std::vector<known_fault> faults;
+    for (const diagnostic& each : input.result.diagnostics) {
+        if (kvrimage::about(each.id).level == kvrimage::diagnostic_class::broken) {
+            faults.push_back(
+                {each.id, each.message, refusal_of(given, input.path, input.file, input.result, each)});
+        }
     }
-    return image;
+    return faults;
 }
 
-void require_reasonable_size(const memory_image& image, const std::vector<word_edit>& edits) {
+/// Reads the file also where it is broken, as far as it can be read.
+memory_input read_for_edit(const arguments& given) {
+    memory_input input = open_memory(given, given.files[0]);
+    input.options.keep_going = true;
+    input.result = kvrimage::parse(input.file.contents(), input.options);
+    if (!input.result.image) {
+        throw refusal_of(given, input.path, input.file, input.result, *first_broken(input.result));
+    }
+    return input;
+}
+
+edit_operand read_operand(const std::string& text, const char* example) {
+    const std::size_t equals = text.find('=');
+    const auto addresses = read_address_range(std::string_view(text).substr(0, equals));
+    if (equals == std::string::npos || !addresses) {
+        usage_error(fmt::format("'{}' is not of the form {}", text, example));
+    }
+    return {text, *addresses, text.substr(equals + 1)};
+}
+
+/// A file that does not say its depth gets deeper where an edit reaches beyond it.
+void make_room(memory_input& input, std::uint64_t last) {
+    memory_image& image = *input.result.image;
+    const bool may_grow = !input.options.as->states_depth && !input.options.depth && last >= image.base() &&
+                          last - image.base() < kvrimage::deepest_memory;
+    if (may_grow && last > image.last_address()) {
+        image.resize(last - image.base() + 1);
+    }
+}
+
+std::vector<assignment> read_assignments(const arguments& given, const edit_kind& kind, memory_input& input) {
+    std::vector<assignment> assignments;
+    for (auto text = given.files.begin() + 1; text != given.files.end(); ++text) {
+        const edit_operand operand = read_operand(*text, kind.example);
+        make_room(input, operand.addresses.last);
+        const std::string fault = range_fault(operand.addresses, input.image());
+        if (!fault.empty()) {
+            usage_error(fmt::format("{}: {}", operand.text, fault));
+        }
+        assignments.push_back(kind.make(operand, input.image().width()));
+    }
+    return assignments;
+}
+
+void require_reasonable_size(const memory_input& input, const std::vector<assignment>& assignments) {
     std::uint64_t words = 0;
-    for (const word_edit& edit : edits) {
-        words += std::uint64_t{edit.last} - edit.first + 1;
+    for (const assignment& each : assignments) {
+        words += each.addresses.last - each.addresses.first + 1;
     }
     const std::uint64_t most =
-        std::min(most_single_words, most_single_digits / most_characters_of_word({RADIX_HEX}, image.width));
-    if (image.format != FILE_TYPE_MIF && words > most) {
-        throw tool_error(
-            exit_code::wrong_usage,
+        std::min(most_single_words, most_single_digits / most_characters_of_word({}, input.image().width()));
+    if (!input.options.as->holds_ranges && words > most) {
+        usage_error(
             fmt::format("{} words are too many for a format without ranges (at most {})", words, most));
     }
 }
 
-std::vector<text_change> changes_for(KVR_FILE_TYPES format, std::string_view text, const memory_image& image,
-                                     const std::vector<word_edit>& edits) {
-    const edit_pieces pieces(edits);
-    switch (format) {
-    case FILE_TYPE_MIF:
-        return mif_changes(text, image, pieces);
-    case FILE_TYPE_HEX:
-        return hex_changes(text, image, pieces);
-    default:
-        return rif_changes(text, image, pieces);
+/// Makes the edits in the text of @p input and in its image.
+/// @return the new text; nothing when the words are as they were already
+std::optional<std::string> apply(memory_input& input, const std::vector<assignment>& assignments) {
+    const kvrimage::edit_result edit =
+        input.options.as->edit(input.file.contents(), input.result, assignments);
+    if (!edit.diagnostics.empty()) {
+        const diagnostic& first = edit.diagnostics.front();
+        throw tool_error(exit_code::bad_input,
+                         fmt::format("{}: error: {}; nothing was written{}{}", input.name(), first.message,
+                                     first.hint.empty() ? "" : "; ", first.hint));
     }
+    for (const assignment& each : assignments) {
+        input.result.image->fill(each.addresses, each.words);
+    }
+    return edit.edits.empty()
+               ? std::nullopt
+               : std::optional(kvrimage::with_edits(std::string(input.file.contents()), edit.edits));
 }
 
-void apply(const std::vector<word_edit>& edits, memory_image& image) {
-    for (const word_edit& edit : edits) {
-        const std::vector<std::string_view> words(edit.words.begin(), edit.words.end());
-        image.words.fill(edit.first, edit.last, words);
+/// Reads @p text, the new one of @p input, as every command would, and compares.
+/// @param faults that were in the file before
+void verify(const memory_input& input, std::string_view text, const std::vector<known_fault>& faults) {
+    kvrimage::read_options options = input.options;
+    options.keep_going = false;
+    const memory_image& expected = input.image();
+    if (!options.as->states_width) {
+        options.width = expected.width();
     }
-}
-
-bool same_words(const kvr::word_store& left, const kvr::word_store& right) {
-    if (left.size() != right.size()) {
-        return false;
+    if (!options.as->states_depth) {
+        options.depth = expected.depth();
     }
-    bool same = true;
-    for_each_differing_run(left, right, std::equal_to<>(), [&same](auto&&...) { same = false; });
-    return same;
-}
-
-/// A word with more digits than the one before it makes its line longer.
-void require_short_lines(const std::string& name, std::string_view text) {
-    std::uint64_t number = 1;
-    for (std::size_t begin = 0; begin < text.size(); ++number) {
-        if (end_of_line(text, begin) - begin > kvr::mif_reader::line_limit) {
-            throw tool_error(exit_code::bad_input,
-                             fmt::format("{}:{}: error: the line would be longer than {} characters; nothing "
-                                         "was written",
-                                         name, number, kvr::mif_reader::line_limit));
+    const kvrimage::read_result found = kvrimage::parse(text, options);
+    if (const diagnostic* const broken = first_broken(found)) {
+        const auto known = std::ranges::find_if(faults, [broken](const known_fault& each) {
+            return each.id == broken->id && each.message == broken->message;
+        });
+        if (known != faults.end()) {
+            throw known->refusal;
         }
-        begin = next_line(text, begin);
+        throw tool_error(exit_code::internal,
+                         fmt::format("{}: the edit would make the file unreadable, nothing was "
+                                     "written: {}",
+                                     input.name(), broken->message));
     }
-}
-
-/// Reads @p edited, the new text of the file @p name, as any command would, and compares.
-void verify(const std::string& name, const std::string& edited, const input_options& options,
-            const memory_image& expected) {
-    input_options exact = options;
-    if (options.format != FILE_TYPE_MIF) {
-        exact.width = expected.width;
+    if (found.image != expected) {
+        throw tool_error(exit_code::internal,
+                         input.name() + ": the edit would change other words too, nothing was written");
     }
-    try {
-        const memory_image found = read_whole(input_file(name, edited), exact);
-        if (found.width == expected.width && same_words(found.words, expected.words)) {
-            return;
-        }
-    } catch (const tool_error& error) {
-        throw tool_error(
-            exit_code::internal,
-            fmt::format("the edit would make the file unreadable, nothing was written: {}", error.message()));
-    }
-    throw tool_error(exit_code::internal,
-                     name + ": the edit would change other words too, nothing was written");
-}
-
-void write(const std::string& target, const std::string& text) {
-    replacement_file file(target);
-    file.output().write(text);
-    file.commit();
 }
 
 } // namespace
 
-void edit_file(const arguments& given, edit_maker make_edits, edit_summary summarize) {
-    const std::string& path = given.files[0];
-    const input_options options = options_for(given, path);
-    const input_file source(path);
-    const input_file input(source.name(), source.contents());
-    const std::string text = input.contents();
-    memory_image image = read_whole(input, options);
-    const std::vector<word_edit> edits = make_edits({given.files.begin() + 1, given.files.end()}, image);
-    require_reasonable_size(image, edits);
+void edit_file(const arguments& given, const edit_kind& kind) {
+    memory_input input = read_for_edit(given);
+    const std::vector<known_fault> faults = known_faults(given, input);
+    const std::vector<assignment> assignments = read_assignments(given, kind, input);
+    require_reasonable_size(input, assignments);
+    const std::optional<std::string> edited = apply(input, assignments);
+    const std::string_view text = edited ? std::string_view(*edited) : input.file.contents();
+    verify(input, text, faults);
 
-    const std::vector<text_change> changes = changes_for(options.format, text, image, edits);
-    const std::string edited = with_changes(text, changes);
-    apply(edits, image);
-    if (options.format == FILE_TYPE_MIF) {
-        require_short_lines(input.name(), edited);
+    const bool is_in_place = !given.output || *given.output == input.path;
+    if (!is_in_place && !given.force) {
+        require_no_lost_comments(*given.output, text);
     }
-    verify(input.name(), edited, options, image);
-    const bool in_place = !given.output || *given.output == path;
-    if (!in_place && !given.force) {
-        require_no_lost_comments(*given.output, edited);
+    if (edited || !is_in_place || input.path == "-") {
+        write_text(given.output.value_or(input.path), text);
     }
-    if (!changes.empty() || !in_place || path == "-") {
-        write(given.output.value_or(path), edited);
+    note_suspect_ones(given, input);
+    note_width(input);
+    const std::string target = is_in_place ? "" : " -> " + *given.output;
+    tell(fmt::format("{}{}: {}{}", input.name(), target, kind.summarize(assignments),
+                     edited ? "" : ", as they were already"));
+    if (!is_in_place) {
+        note_other_extension(*given.output, *input.options.as);
     }
-    if (!image.note.empty()) {
-        tell(fmt::format("{}: note: width {}", input.name(), image.note));
-    }
-    std::string files = input.name();
-    if (!in_place) {
-        files += " -> " + *given.output;
-    }
-    tell(fmt::format("{}: {}{}", files, summarize(edits), changes.empty() ? ", as they were already" : ""));
-    if (!in_place) {
-        tell_of_other_extension(*given.output, options.format);
-    }
-}
-
-assignment read_assignment(const std::string& operand, const memory_image& image, const char* example) {
-    const std::size_t equals = operand.find('=');
-    const auto range = read_address_range(std::string_view(operand).substr(0, equals));
-    if (equals == std::string::npos || !range) {
-        throw tool_error(exit_code::wrong_usage, fmt::format("'{}' is not of the form {}", operand, example));
-    }
-    if (range->last >= image.depth) {
-        throw tool_error(exit_code::wrong_usage,
-                         fmt::format("{}: address {} is beyond the depth {} (0 to {})", operand, range->last,
-                                     image.depth, image.depth - 1));
-    }
-    return {*range, operand.substr(equals + 1)};
 }
 
 } // namespace kvrmem

@@ -141,9 +141,14 @@ TEST(MifEdit, SplitsARangeOverSeveralLines) {
               "[ 0 .. 4 ] : 01 -- one\n  02 -- two\n;\n5 : AB;\nEND;\n");
 }
 
-TEST(MifEdit, KeepsBracketsThatHoldALineEnd) {
-    EXPECT_EQ(after("[0 -- low\n..3] : 01;\nEND;\n", {"1=AB"}),
-              "[0 -- low\n..1] : 01 AB;\n[2..3] : 01;\nEND;\n");
+TEST(MifEdit, RemovesBracketsThatHoldALineEnd) {
+    EXPECT_EQ(after("[0 -- low..\n..3] : 01;\nEND;\n", {"1=AB"}),
+              "0 -- low..\n : 01;\n1 : AB;\n[2..3] : 01;\nEND;\n");
+}
+
+TEST(MifEdit, KeepsBracketsThatHoldAComment) {
+    EXPECT_EQ(after("[0 % .. %\n..3] : 01;\nEND;\n", {"1=AB"}),
+              "[0 % .. %\n..1] : 01 AB;\n[2..3] : 01;\nEND;\n");
 }
 
 TEST(MifEdit, SplitRangeStaysBeforeTheStatementsThatFollowOnItsLine) {
@@ -245,7 +250,7 @@ TEST(MifEdit, LineThatWouldBecomeTooLongIsRefused) {
 }
 
 TEST(MifEdit, StatementOfWrongFormWithOtherAddressesIsRefused) {
-    const std::string text = header + "[0 3] : 00;\nEND;\n";
+    const std::string text = header + "[0..3] : 00\n 1..2;\nEND;\n";
     const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"1=20"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);

@@ -18,7 +18,8 @@ public:
 
     void comment(const span& whole) override { add("comment", whole); }
     void setting(const mif_setting& found) override {
-        pieces.push_back("setting " + std::to_string(static_cast<int>(found.keyword)) + " '" + shown(found.value) + "'");
+        pieces.push_back("setting " + std::to_string(static_cast<int>(found.keyword)) + " '" +
+                         shown(found.value) + "'");
     }
     void content(const span& keyword) override { add("content", keyword); }
     void begin(const span& keyword) override { add("begin", keyword); }
@@ -58,15 +59,16 @@ std::vector<std::string> pieces_of(std::string_view contents) {
 TEST(MifParser, HandsOutEveryPieceInOrder) {
     EXPECT_THAT(pieces_of("-- a\nWidth = 8 ;\r\nDEPTH=4;\n%b\n c% ADDRESS_RADIX=hex;DATA_RADIX=UNS;\n"
                           "content Begin\n\t0 : 1 2\n 3;\n[4 .. 7]:5 ;-- d\nend;\n"),
-                ElementsAre("comment -- a", "setting 0 '8'", "setting 1 '4'", "comment %b\n c%", "setting 2 'hex'",
-                            "setting 3 'UNS'", "content content", "begin Begin", "statement 0 1 2 3",
-                            "statement 4..7 5", "comment -- d", "end end;"));
+                ElementsAre("comment -- a", "setting 0 '8'", "setting 1 '4'", "comment %b\n c%",
+                            "setting 2 'hex'", "setting 3 'UNS'", "content content", "begin Begin",
+                            "statement 0 1 2 3", "statement 4..7 5", "comment -- d", "end end;"));
 }
 
 TEST(MifParser, GoesOnBehindWhatItDoesNotUnderstand) {
     const std::string where = std::to_string(static_cast<int>(mif_syntax::range_syntax));
     EXPECT_THAT(pieces_of("CONTENT BEGIN\n[1 2 3 4] : 5;\n6 : 7;\nEND;\n"),
-                ElementsAre("content CONTENT", "begin BEGIN", "finding " + where + " 14", "statement 6 7", "end END;"));
+                ElementsAre("content CONTENT", "begin BEGIN", "finding " + where + " 14", "statement 6 7",
+                            "end END;"));
 }
 
 } // namespace

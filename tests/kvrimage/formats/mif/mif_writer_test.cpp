@@ -137,6 +137,19 @@ TEST(MifWriter, DontCareBitsWithinARepeatedFillAreFound) {
     EXPECT_EQ(faults[0].message, "word X1 at address 1 has don't-care bits, which UNS cannot show");
 }
 
+TEST(MifWriter, MemoriesOfManyBlocksComeBack) {
+    memory_image image(16, 200000);
+    std::vector<word> turn;
+    for (std::uint64_t address = 0; address < 60000; ++address) {
+        turn.push_back(word::of(address * 40503 % 65536, 16));
+        image.set(address, turn.back());
+    }
+    image.fill({60000, 199999}, turn);
+    const std::string text = written(image);
+    EXPECT_GT(text.size(), 900000U);
+    EXPECT_TRUE(*read_mif(text, {}).image == image);
+}
+
 /// A memory of runs, single words, repeated fills, and words that are not set.
 memory_image random_image(std::mt19937& random) {
     const auto below = [&random](std::uint64_t limit) { return random() % limit; };

@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <string_view>
+#include <vector>
 
 namespace {
 
@@ -26,7 +26,7 @@ TEST(RifFormat, HasItsNameAndExtension) {
 }
 
 TEST(RifFormat, IsFoundByItsContents) {
-    const read_result result = read(std::string_view("@0\n01 02\n@10\n03\n"));
+    const read_result result = parse("@0\n01 02\n@10\n03\n");
     EXPECT_EQ(result.facts.as, &rif_format);
     EXPECT_EQ(result.image->depth(), 17U);
 }
@@ -44,7 +44,7 @@ TEST(RifFormat, IsRepairedUntilNothingIsLeftToRepair) {
 }
 
 TEST(RifFormat, WritesWhatItReads) {
-    const read_result result = read(std::string_view("@0\n01 02\n@10\n03\n"));
+    const read_result result = parse("@0\n01 02\n@10\n03\n");
     write_options options;
     options.as = &rif_format;
     EXPECT_EQ(to_text(*result.image, options), "@0\n01 02 \n@10\n03 \n");

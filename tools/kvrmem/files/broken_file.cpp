@@ -1,0 +1,62 @@
+#include "tools/kvrmem/files/broken_file.h"
+
+#include "kvrimage/diagnostics/diagnostic_text.h"
+#include "tools/kvrmem/command_line/command_words.h"
+#include "tools/kvrmem/files/diagnostic_colors.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdio>
+#include <string_view>
+
+namespace kvrmem {
+
+namespace {
+
+/// @p word as a shell takes it.
+std::string shell_word(const std::string& word) {
+    const auto is_plain = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               std::string_view("_-+=:,./@%").find(c) != std::string_view::npos;
+    };
+    return std::ranges::all_of(word, is_plain) ? word : "'" + replaced(word, "'", R"('\'')") + "'";
+}
+
+std::string first_line(const std::string& text) {
+    return text.substr(0, text.find('\n'));
+}
+
+} // namespace
+
+exit_code exit_code_of(const kvrimage::file_error& error) noexcept {
+    return error.code() == std::errc::file_too_large ? exit_code::bad_input : exit_code::input_output;
+}
+
+const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result) {
+    const auto found = std::ranges::find_if(result.diagnostics, [](const kvrimage::diagnostic& each) {
+        return kvrimage::about(each.id).level == kvrimage::diagnostic_class::broken;
+    });
+    return found != result.diagnostics.end() ? &*found : nullptr;
+}
+
+broken_file refusal_of(const arguments& given, const std::string& path, const kvrimage::input_file& file,
+                       const kvrimage::read_result& result, const kvrimage::diagnostic& shown) {
+    std::string text = kvrimage::diagnostic_text(shown, file.name(), file.contents(),
+                                                 diagnostic_painter(stderr, given.color));
+    const std::uint64_t more = result.diagnostics.size() - 1 + result.facts.diagnostics_left_out;
+    if (more != 0) {
+        text += fmt::format("{} more; {} shows all\n", more, check_line(given, path));
+    }
+    return {first_line(kvrimage::diagnostic_text(shown, file.name(), "")), std::move(text)};
+}
+
+std::string check_line(const arguments& given, const std::string& path) {
+    std::string line = "kvrmem check";
+    for (const std::string& option : given.reading_options) {
+        line += " " + option;
+    }
+    return line + " " + shell_word(path);
+}
+
+} // namespace kvrmem

@@ -1,0 +1,41 @@
+#pragma once
+
+#include "kvrimage/files/file_error.h"
+#include "kvrimage/files/input_file.h"
+#include "kvrimage/formats/format.h"
+#include "tools/kvrmem/command_line/option_table.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <string>
+#include <utility>
+
+namespace kvrmem {
+
+/// A file that no command takes. The message is its first broken diagnostic in one line.
+class broken_file : public tool_error {
+public:
+    broken_file(std::string message, std::string shown_text)
+        : tool_error(exit_code::bad_input, std::move(message)),
+          text(std::move(shown_text)) {}
+    /// The diagnostic as `check` shows it, and how many more there are; lines.
+    [[nodiscard]] const std::string& shown() const noexcept { return text; }
+
+private:
+    std::string text;
+};
+
+/// Bad input for a file that has no end or too long a line, else input/output.
+[[nodiscard]] exit_code exit_code_of(const kvrimage::file_error& error) noexcept;
+
+/// The first broken diagnostic of @p result; null when there is none.
+[[nodiscard]] const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result);
+
+/// The refusal of @p file, read from @p path, of whose diagnostics @p shown is the one to show.
+[[nodiscard]] broken_file refusal_of(const arguments& given, const std::string& path,
+                                     const kvrimage::input_file& file, const kvrimage::read_result& result,
+                                     const kvrimage::diagnostic& shown);
+
+/// The command line that shows all diagnostics of the file @p path, ready to be copied.
+[[nodiscard]] std::string check_line(const arguments& given, const std::string& path);
+
+} // namespace kvrmem

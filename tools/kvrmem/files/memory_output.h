@@ -1,0 +1,27 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+#include "tools/kvrmem/command_line/option_table.h"
+
+#include <string>
+#include <string_view>
+
+namespace kvrmem {
+
+/// Makes sure that write_image() can write @p image. @p subject begins the message: the name of a file.
+/// @throws tool_error (bad input)
+void require_writable(const kvrimage::memory_image& image, const kvrimage::write_options& options,
+                      std::string_view subject);
+
+/// Writes @p image, which require_writable() has passed, to the file @p target, as a whole or not at all.
+/// @throws kvrimage::file_error
+void write_image(const std::string& target, const kvrimage::memory_image& image,
+                 const kvrimage::write_options& options);
+
+/// The same for a text.
+void write_text(const std::string& target, std::string_view text);
+
+/// True when @p path names a regular file that is there.
+[[nodiscard]] bool is_regular_file(const std::string& path);
+
+} // namespace kvrmem
