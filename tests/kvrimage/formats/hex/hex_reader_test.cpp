@@ -97,6 +97,8 @@ const std::vector<hex_rule>& hex_rules() {
         {"SmallLettersAreDigits", ":01000000abFE\n" + end_record, "broken checksum 1:12+2 x1\n",
          ":01000000ab54\n" + end_record},
         {"ATextWithoutRecordIsNoHexFile", "WIDTH=8;\nDEPTH=4;\n", "broken not-hex 0:0+0 x1\n"},
+        {"ForeignContentsAreOneDiagnostic", std::string("\x7F\0\0\1\n:x\n", 8),
+         "broken foreign-content 1:1+4 x1\n"},
         {"AnEmptyFileIsNoHexFile", "", "broken not-hex 0:0+0 x1\n"},
         {"ALineBeyondTheLimitOfTheLibraryLosesItsBlanks",
          ":01" + std::string(600, ' ') + "00000001FE\r\n:0100010002FC\n" + end_record,
