@@ -1,8 +1,8 @@
 #pragma once
 
 /// @file
-/// What the shared library shows. KVRIMAGE_BUILDING_SHARED and KVRIMAGE_USING_SHARED matter on Windows only and are
-/// set by the build.
+/// What the shared library shows. KVRIMAGE_BUILDING_SHARED and KVRIMAGE_USING_SHARED matter on Windows only
+/// and are set by the build.
 
 /// @def KVRIMAGE_API
 /// Marks what the shared library shows to its users; all the rest stays hidden in it.

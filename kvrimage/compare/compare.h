@@ -15,8 +15,8 @@ struct difference {
     std::optional<word> right;
 };
 
-/// Calls @p take with every difference of the words, in order of addresses. An unset word is not 0, and words of
-/// different widths are the same when their values are. Stretches that one fill set in both cost nothing.
+/// Calls @p take with every difference of the words, in order of addresses. An unset word is not 0, and words
+/// of different widths are the same when their values are. Stretches that one fill set in both cost nothing.
 KVRIMAGE_API void for_each_difference(const memory_image& left, const memory_image& right,
                                       const std::function<void(const difference&)>& take);
 

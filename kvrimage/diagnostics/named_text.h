@@ -7,7 +7,8 @@
 
 namespace kvrimage {
 
-/// A text or a number that stands in a message. Texts of a file are quoted as they are, cut after `longest` bytes.
+/// A text or a number that stands in a message. Texts of a file are quoted as they are, cut after `longest`
+/// bytes.
 class named_text {
 public:
     static constexpr std::size_t longest = 64;

@@ -22,8 +22,9 @@ std::vector<const format*>& registered() {
 }
 
 bool has_extension(const format& one, std::string_view extension) {
-    return std::ranges::any_of(one.extensions,
-                               [extension](std::string_view name) { return kvr::equal_ignoring_case(name, extension); });
+    return std::ranges::any_of(one.extensions, [extension](std::string_view name) {
+        return kvr::equal_ignoring_case(name, extension);
+    });
 }
 
 /// What follows the last dot of the file's name; "" when there is none.
@@ -62,7 +63,8 @@ std::vector<sniffed> sniff(std::string_view head, std::string_view file_name) {
     const std::string_view extension = extension_of(file_name);
     std::vector<sniffed> found;
     for (const format* one : registered()) {
-        const certainty how_sure = one->sniff != nullptr ? one->sniff(head.substr(0, most_looked_at)) : certainty::no;
+        const certainty how_sure =
+            one->sniff != nullptr ? one->sniff(head.substr(0, most_looked_at)) : certainty::no;
         if (how_sure != certainty::no) {
             found.push_back({one, how_sure});
         }

@@ -27,8 +27,9 @@ struct sniffed {
     certainty how_sure;
 };
 
-/// The formats that @p head, the first bytes of a file (up to 64 KiB of it are looked at), may have, the surest first; among
-/// equally sure ones those that have the extension of @p file_name first. None: it looks like no format.
+/// The formats that @p head, the first bytes of a file (up to 64 KiB of it are looked at), may have, the
+/// surest first; among equally sure ones those that have the extension of @p file_name first. None: it looks
+/// like no format.
 [[nodiscard]] KVRIMAGE_API std::vector<sniffed> sniff(std::string_view head, std::string_view file_name = {});
 
 } // namespace kvrimage

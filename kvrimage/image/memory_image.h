@@ -28,7 +28,8 @@ struct run {
 /// A stretch of addresses over which words repeat.
 struct repetition {
     std::uint64_t last;   ///< the last address of the stretch
-    std::uint64_t period; ///< each word equals the one so many addresses before it; 1: all are equal, or all are not set
+    std::uint64_t period; ///< each word equals the one so many addresses before it; 1: all are equal, or all
+                          ///< are not set
 };
 
 class run_range;
@@ -77,8 +78,8 @@ public:
 
     /// The addresses from the lowest to the highest one that is set; nothing when none is.
     [[nodiscard]] std::optional<address_range> bounds() const;
-    /// The longest stretch from @p address on that is known to repeat without a look at each word: what one fill set, or a
-    /// run.
+    /// The longest stretch from @p address on that is known to repeat without a look at each word: what one
+    /// fill set, or a run.
     [[nodiscard]] repetition repetition_at(std::uint64_t address) const;
     /// How many words are set.
     [[nodiscard]] std::uint64_t count_set() const;

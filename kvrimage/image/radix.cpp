@@ -19,9 +19,8 @@ std::string_view title_of(radix of) noexcept {
 }
 
 std::optional<radix> radix_of_name(std::string_view name) noexcept {
-    const auto* const found = std::ranges::find_if(titles, [name](std::string_view title) {
-        return kvr::equal_ignoring_case(title, name);
-    });
+    const auto* const found = std::ranges::find_if(
+        titles, [name](std::string_view title) { return kvr::equal_ignoring_case(title, name); });
     return found != titles.end() ? std::optional(static_cast<radix>(found - titles.begin())) : std::nullopt;
 }
 

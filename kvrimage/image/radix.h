@@ -17,7 +17,8 @@ enum class byte_order : std::uint8_t { little, big };
 /// "BIN", "OCT", "DEC", "UNS", "HEX".
 [[nodiscard]] KVRIMAGE_API std::string_view title_of(radix of) noexcept;
 
-/// The radix called @p name ("bin", "oct", "dec", "uns", "hex"), letter case ignored; nothing for other names.
+/// The radix called @p name ("bin", "oct", "dec", "uns", "hex"), letter case ignored; nothing for other
+/// names.
 [[nodiscard]] KVRIMAGE_API std::optional<radix> radix_of_name(std::string_view name) noexcept;
 
 } // namespace kvrimage

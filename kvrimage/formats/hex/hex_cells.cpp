@@ -147,8 +147,8 @@ void hex_cells::report(diagnostic_list& diagnostics) {
     report_too_wide(diagnostics);
     report_addresses(diagnostics);
     if (!set_twice.where.empty()) {
-        diagnostics.add(
-            diagnose::overwritten_word(set_twice.where, set_twice.address, line_that_sets(set_twice.address)));
+        diagnostics.add(diagnose::overwritten_word(set_twice.where, set_twice.address,
+                                                   line_that_sets(set_twice.address)));
     }
 }
 

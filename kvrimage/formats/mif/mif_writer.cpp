@@ -141,9 +141,10 @@ public:
 
 private:
     void write_header() {
-        output.write(fmt::format(
-            "{}\n\nWIDTH={};\nDEPTH={};\n\nADDRESS_RADIX={};\nDATA_RADIX={};\n\nCONTENT BEGIN\n",
-            mif_first_line, image.width(), image.depth(), title_of(layout.address_radix), title_of(layout.data_radix)));
+        output.write(
+            fmt::format("{}\n\nWIDTH={};\nDEPTH={};\n\nADDRESS_RADIX={};\nDATA_RADIX={};\n\nCONTENT BEGIN\n",
+                        mif_first_line, image.width(), image.depth(), title_of(layout.address_radix),
+                        title_of(layout.data_radix)));
     }
     std::uint32_t write_row(const kvr::word_row& row, std::uint64_t address) {
         if (!layout.shows(row)) {
