@@ -14,7 +14,7 @@ namespace {
 
 using namespace kvrimage;
 
-constexpr std::uint64_t most_words_written = 4096;
+constexpr std::uint64_t most_bits_written = std::uint64_t{1} << 20U;
 
 std::string shown(const diagnostic& found) {
     return std::string(about(found.id).code) + " at " + std::to_string(found.where.line) + ":" +
@@ -37,6 +37,14 @@ std::vector<std::string> shown_of(const std::vector<diagnostic>& all, diagnostic
 bool has(const std::vector<diagnostic>& all, diagnostic_class level) {
     return std::ranges::any_of(all,
                                [level](const diagnostic& found) { return about(found.id).level == level; });
+}
+
+/// True for what the library reads otherwise than people do, which may be the same words in the end: a
+/// statement that it passes over can repeat what the words are anyway, and a radix that it mistakes can have
+/// the same digits.
+bool may_make_no_difference(diagnostic_id id) {
+    return id == diagnostic_id::shared_line || id == diagnostic_id::behind_semicolon ||
+           id == diagnostic_id::set_again;
 }
 
 class promise_keeper {
@@ -90,7 +98,8 @@ private:
         if (where == place{}) {
             return;
         }
-        if (where.offset > contents.size() || where.length > contents.size() - where.offset) {
+        // What is missing at the end of the file has its place there.
+        if (where.offset > contents.size() || where.length > contents.size() + 1 - where.offset) {
             say("a place lies behind the end: " + shown(found));
             return;
         }
@@ -119,15 +128,13 @@ private:
         if (!checked.image) {
             return;
         }
-        const std::string other =
-            how_the_library_differs(contents, *options.as, *checked.image, checked.facts);
-        const bool said = has(checked.diagnostics, diagnostic_class::consumer);
-        if (said && other.empty()) {
-            const auto found = std::ranges::find_if(checked.diagnostics, [](const diagnostic& each) {
-                return about(each.id).level == diagnostic_class::consumer;
-            });
+        const std::string other = how_the_library_differs(contents, *options.as, *checked.image, options);
+        const auto found = std::ranges::find_if(checked.diagnostics, [](const diagnostic& each) {
+            return about(each.id).level == diagnostic_class::consumer && !may_make_no_difference(each.id);
+        });
+        if (found != checked.diagnostics.end() && other.empty()) {
             say("the library reads the file alike, against " + shown(*found));
-        } else if (!said && !other.empty()) {
+        } else if (!has(checked.diagnostics, diagnostic_class::consumer) && !other.empty()) {
             say("no diagnostic says that the library differs: " + other);
         }
     }
@@ -154,7 +161,7 @@ private:
     }
 
     void write_and_read() {
-        if (!read_one.image || read_one.image->count_set() > most_words_written) {
+        if (!read_one.image || read_one.image->count_set() * read_one.image->width() > most_bits_written) {
             return;
         }
         for (const format* target : formats()) {
@@ -167,6 +174,7 @@ private:
             back.as = target;
             back.width = read_one.image->width();
             back.depth = read_one.image->depth();
+            back.unit = address_unit::word;
             const read_result again = parse(to_text(*read_one.image, to), back);
             if (!again.image) {
                 say("what was written as " + std::string(target->title) + " cannot be read: " +

@@ -81,7 +81,8 @@ std::optional<library_words> read_rif(std::string_view contents, const memory_im
 
 /// Addresses at which runs of either reading begin and end, and some between them.
 std::set<std::uint64_t> addresses_to_compare(const memory_image& ours, const kvr::word_store& theirs) {
-    constexpr std::size_t most = 20000;
+    // Wide words take as long as many narrow ones.
+    const std::size_t most = 64 + (std::size_t{1} << 18U) / ours.width();
     std::mt19937_64 random(7);
     std::set<std::uint64_t> addresses;
     const auto add = [&](std::uint64_t first, std::uint64_t last) {
@@ -119,7 +120,7 @@ std::string difference_at(std::uint64_t address, const memory_image& ours, const
 } // namespace
 
 std::string how_the_library_differs(std::string_view contents, const format& as, const memory_image& ours,
-                                    const file_facts& /*facts*/) {
+                                    const read_options& options) {
     std::optional<library_words> theirs;
     if (as.id == "mif") {
         theirs = read_mif(contents, ours);
@@ -133,7 +134,7 @@ std::string how_the_library_differs(std::string_view contents, const format& as,
     if (!theirs) {
         return "the library refuses the file";
     }
-    if (theirs->depth != 0 && theirs->depth != ours.depth()) {
+    if (theirs->depth != 0 && !options.depth && theirs->depth != ours.depth()) {
         return "the library reads a depth of " + std::to_string(theirs->depth);
     }
     for (const std::uint64_t address : addresses_to_compare(ours, theirs->words)) {
