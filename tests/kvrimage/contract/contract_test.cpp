@@ -4,8 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <chrono>
-#include <cstdio>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -107,12 +105,7 @@ void for_each_reading(Take&& take) {
         for (const format* as : formats()) {
             read_options options;
             options.as = as;
-            const auto begin = std::chrono::steady_clock::now();
             take(file, options);
-            const std::chrono::duration<double> took = std::chrono::steady_clock::now() - begin;
-            if (took.count() > 1)
-                std::fprintf(stderr, "SLOW %.1f %s as %s\n", took.count(), file.name.c_str(),
-                             as->title.data());
         }
     }
 }

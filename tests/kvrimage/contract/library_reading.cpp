@@ -110,7 +110,9 @@ std::string difference_at(std::uint64_t address, const memory_image& ours, const
                                       : std::string_view();
     const word_result their_word =
         text.empty() || !theirs.digits ? word_result{} : word::parse(text, *theirs.digits, ours.width());
-    if (our_word == their_word.value && text.empty() == !our_word) {
+    // In the library, words that nothing sets hold 0.
+    const bool is_zero_by_default = text.empty() && our_word == word(ours.width());
+    if ((our_word == their_word.value && text.empty() == !our_word) || is_zero_by_default) {
         return "";
     }
     return "address " + std::to_string(address) + ": '" + std::string(text) + "' instead of " +
