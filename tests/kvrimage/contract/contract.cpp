@@ -34,6 +34,8 @@ std::vector<std::string> shown_of(const std::vector<diagnostic>& all, diagnostic
     return texts;
 }
 
+[[maybe_unused]] const bool asked_before_any_test = !formats_of_the_library().empty();
+
 bool has(const std::vector<diagnostic>& all, diagnostic_class level) {
     return std::ranges::any_of(all,
                                [level](const diagnostic& found) { return about(found.id).level == level; });
@@ -164,7 +166,7 @@ private:
         if (!read_one.image || read_one.image->count_set() * read_one.image->width() > most_bits_written) {
             return;
         }
-        for (const format* target : formats()) {
+        for (const format* target : formats_of_the_library()) {
             write_options to;
             to.as = target;
             if (target->write == nullptr || !can_write(*read_one.image, to).empty()) {
@@ -193,6 +195,11 @@ private:
 };
 
 } // namespace
+
+const std::vector<const kvrimage::format*>& formats_of_the_library() {
+    static const std::vector<const format*> all(formats().begin(), formats().end());
+    return all;
+}
 
 std::vector<std::string> broken_promises(std::string_view contents, const read_options& options) {
     return promise_keeper(contents, options).look();

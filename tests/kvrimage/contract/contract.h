@@ -22,4 +22,7 @@ namespace kvrimage_tests {
 [[nodiscard]] std::vector<std::string> broken_promises(std::string_view contents,
                                                        const kvrimage::read_options& options);
 
+/// All formats of the library, without those that other tests add.
+[[nodiscard]] const std::vector<const kvrimage::format*>& formats_of_the_library();
+
 } // namespace kvrimage_tests
