@@ -4,6 +4,7 @@
 #include "kvrimage/export.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -52,6 +53,7 @@ struct diagnostic {
     place where;             ///< the first place of this cause
     std::vector<place> more; ///< further ones, up to ten with the first
     std::uint64_t count = 1; ///< of all places
+    std::optional<std::uint64_t> address; ///< of a word of an image that cannot be written; else nothing
     std::string message;     ///< quotes the file's bytes as they are, also control characters; long quotes are cut
     std::string hint;        ///< what to write instead, or what a consumer makes of it; may be ""
     std::string consumer;    ///< of class `consumer`: its name ("kvr"); else ""

@@ -2,6 +2,7 @@
 
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/formats/edited_text.h"
 
 #include <fmt/format.h>
 
@@ -122,6 +123,17 @@ input_file::input_file(const std::string& path, const file_observer& opened) : t
 input_file::input_file(int descriptor, std::string name, const file_observer& opened)
     : title(std::move(name)) {
     read(descriptor, opened);
+}
+
+void input_file::edit(std::span<const text_edit> edits) {
+    std::size_t new_size = bytes.size();
+    for (const text_edit& each : edits) {
+        new_size += each.replacement.size();
+        new_size -= each.length;
+    }
+    const std::size_t old_size = bytes.size();
+    bytes.reserve(std::max(old_size, new_size));
+    bytes.resize(edit_in_place({bytes.begin(), std::max(old_size, new_size)}, old_size, edits));
 }
 
 void input_file::read(int descriptor, const file_observer& opened) {

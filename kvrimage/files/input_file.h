@@ -1,10 +1,12 @@
 #pragma once
 
+#include "kvrimage/diagnostics/diagnostic.h"
 #include "kvrimage/files/byte_buffer.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -34,6 +36,10 @@ public:
     [[nodiscard]] const std::string& name() const noexcept { return title; }
     /// Valid as long as this object, also after a move.
     [[nodiscard]] std::string_view contents() const noexcept { return bytes.text(); }
+
+    /// Makes @p edits, which are in order and do not overlap, in the contents, without a second copy of them. The file stays
+    /// as it is.
+    void edit(std::span<const text_edit> edits);
 
 private:
     void read(int descriptor, const file_observer& opened);

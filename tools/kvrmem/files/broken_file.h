@@ -7,17 +7,18 @@
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace kvrmem {
 
-/// A file that no command takes. The message is its first broken diagnostic in one line.
+/// A file that no command takes. The message is a diagnostic in one line.
 class broken_file : public tool_error {
 public:
-    broken_file(std::string message, std::string shown_text)
-        : tool_error(exit_code::bad_input, std::move(message)),
-          text(std::move(shown_text)) {}
-    /// The diagnostic as `check` shows it, and how many more there are; lines.
+    /// @param name of the file with @p contents, as messages show it
+    /// @param after lines that follow the diagnostic
+    broken_file(const arguments& given, const kvrimage::diagnostic& found, std::string_view name,
+                std::string_view contents, std::string_view after = "");
+    /// The diagnostic as `check` shows it, in lines.
     [[nodiscard]] const std::string& shown() const noexcept { return text; }
 
 private:
