@@ -153,6 +153,16 @@ kvrimage::read_options options_for_verifying(const memory_input& input) {
                                  input.name(), broken.message));
 }
 
+/// What says how the addresses of a file were taken.
+std::string address_options(const kvrimage::file_facts& facts) {
+    const bool has_bytes = facts.unit == kvrimage::address_unit::byte;
+    std::string options = fmt::format("--address-unit {}", has_bytes ? "byte" : "word");
+    if (has_bytes && facts.order) {
+        options += facts.order == kvrimage::byte_order::little ? " --endian little" : " --endian big";
+    }
+    return options;
+}
+
 /// Reads the text of @p input, which was edited, and compares.
 void verify(const memory_input& input, const std::vector<known_fault>& faults) {
     kvrimage::read_options options = options_for_verifying(input);
@@ -160,19 +170,22 @@ void verify(const memory_input& input, const std::vector<known_fault>& faults) {
     const diagnostic* broken = first_broken(found);
     if (broken != nullptr && !options.unit && input.result.facts.unit) {
         // New words can leave open what the addresses count, which the old ones have said.
-        const std::string note = fmt::format("{}: note: from now on, {}", input.name(), broken->hint);
         options.unit = input.result.facts.unit;
         options.order = input.result.facts.order;
         found = kvrimage::parse(input.file.contents(), options);
         broken = first_broken(found);
         if (broken == nullptr) {
-            tell(note);
+            tell(fmt::format("{}: note: from now on it has to be read with {}", input.name(),
+                             address_options(input.result.facts)));
         }
     }
     if (broken != nullptr) {
         refuse_edit(input, *broken, faults);
     }
     if (found.image != input.image()) {
+        if (!faults.empty()) { // words beside the new ones were in doubt
+            throw faults.front().refusal;
+        }
         throw tool_error(exit_code::internal,
                          input.name() + ": the edit would change other words too, nothing was written");
     }
