@@ -106,13 +106,25 @@ void require_reasonable_size(const memory_input& input, const std::vector<assign
     }
 }
 
+/// How the file was refused before the edit for the same reason as @p found; null when it was not.
+const broken_file* known_refusal(const std::vector<known_fault>& faults, const diagnostic& found) {
+    const auto known = std::ranges::find_if(faults, [&found](const known_fault& each) {
+        return each.id == found.id && each.message == found.message;
+    });
+    return known != faults.end() ? &known->refusal : nullptr;
+}
+
 /// Makes the edits in the text of @p input and in its image.
 /// @return false when the words are as they were already
-bool apply(memory_input& input, const std::vector<assignment>& assignments) {
+bool apply(memory_input& input, const std::vector<assignment>& assignments,
+           const std::vector<known_fault>& faults) {
     const kvrimage::edit_result edit =
         input.options.as->edit(input.file.contents(), input.result, assignments);
     if (!edit.diagnostics.empty()) {
         const diagnostic& first = edit.diagnostics.front();
+        if (const broken_file* const refusal = known_refusal(faults, first)) {
+            throw *refusal;
+        }
         // What has no place in the file is wrong with the new words.
         throw tool_error(first.where == kvrimage::place{} ? exit_code::wrong_usage : exit_code::bad_input,
                          fmt::format("{}: {}{}{}; nothing was written", input.name(), first.message,
@@ -142,11 +154,8 @@ kvrimage::read_options options_for_verifying(const memory_input& input) {
 /// @param faults that were in the file before the edit
 [[noreturn]] void refuse_edit(const memory_input& input, const diagnostic& broken,
                               const std::vector<known_fault>& faults) {
-    const auto known = std::ranges::find_if(faults, [&broken](const known_fault& each) {
-        return each.id == broken.id && each.message == broken.message;
-    });
-    if (known != faults.end()) {
-        throw known->refusal;
+    if (const broken_file* const refusal = known_refusal(faults, broken)) {
+        throw *refusal;
     }
     throw tool_error(exit_code::internal,
                      fmt::format("{}: the edit would make the file unreadable, nothing was written: {}",
@@ -198,7 +207,7 @@ void edit_file(const arguments& given, const edit_kind& kind) {
     const std::vector<known_fault> faults = known_faults(given, input);
     const std::vector<assignment> assignments = read_assignments(given, kind, input);
     require_reasonable_size(input, assignments);
-    const bool has_changed = apply(input, assignments);
+    const bool has_changed = apply(input, assignments, faults);
     verify(input, faults);
 
     const bool is_in_place = !given.output || *given.output == input.path;

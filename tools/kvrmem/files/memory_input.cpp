@@ -1,5 +1,6 @@
 #include "tools/kvrmem/files/memory_input.h"
 
+#include "kvrimage/formats/memory_file.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/surroundings/counted.h"
@@ -47,7 +48,7 @@ memory_input open_memory(const arguments& given, const std::string& path) {
 
 memory_input read_memory(const arguments& given, const std::string& path) {
     memory_input input = open_memory(given, path);
-    input.result = input.options.as->read(input.file.contents(), input.options);
+    input.result = kvrimage::parse(input.file.contents(), input.options);
     report_or_refuse(given, input);
     if (!given.quiet) {
         note_suspect_ones(given, input);
