@@ -2,6 +2,7 @@
 
 #include "kvrimage/diagnostics/diagnostic.h"
 #include "kvrimage/files/byte_buffer.h"
+#include "kvrimage/files/open_descriptor.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -46,6 +47,7 @@ private:
     void read_blocks(int descriptor, std::uint64_t size);
 
     std::string title;
+    open_descriptor file; ///< stays open: the observer may look at it while the contents are parsed
     byte_buffer bytes;
 };
 

@@ -4,7 +4,6 @@
 #include "kvrimage/formats/memory_file.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/commands/repair.h"
-#include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/check_report.h"
 #include "tools/kvrmem/files/diagnostic_colors.h"
 #include "tools/kvrmem/files/memory_input.h"
@@ -154,7 +153,7 @@ std::optional<memory_input> check_or_report(const arguments& given, const std::s
     try {
         return check_file(given, path, output.most_diagnostics());
     } catch (const kvrimage::file_error& error) {
-        refuse(exit_code_of(error), error.what());
+        refuse(exit_code::input_output, error.what());
     } catch (const tool_error& error) {
         refuse(error.code(), error.message());
     }

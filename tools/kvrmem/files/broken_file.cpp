@@ -29,10 +29,6 @@ std::string first_line(const std::string& text) {
 
 } // namespace
 
-exit_code exit_code_of(const kvrimage::file_error& error) noexcept {
-    return error.code() == std::errc::file_too_large ? exit_code::bad_input : exit_code::input_output;
-}
-
 const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result) {
     const auto found = std::ranges::find_if(result.diagnostics, [](const kvrimage::diagnostic& each) {
         return kvrimage::about(each.id).level == kvrimage::diagnostic_class::broken;

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "kvrimage/files/file_error.h"
 #include "kvrimage/files/input_file.h"
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/command_line/option_table.h"
@@ -24,9 +23,6 @@ public:
 private:
     std::string text;
 };
-
-/// Bad input for a file that has no end or too long a line, else input/output.
-[[nodiscard]] exit_code exit_code_of(const kvrimage::file_error& error) noexcept;
 
 /// The first broken diagnostic of @p result; null when there is none.
 [[nodiscard]] const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result);
