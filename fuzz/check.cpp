@@ -12,29 +12,56 @@
 #include "kvr/memory/mif/mif_reader.h"
 #include "kvr/memory/rif/rif_memory.h"
 #include "kvr/memory/rif/rif_reader.h"
-#include "tools/kvrmem/check/check_fix.h"
-#include "tools/kvrmem/check/check_report.h"
+#include "kvrimage/diagnostics/diagnostic_text.h"
+#include "kvrimage/formats/memory_file.h"
+#include "kvrimage/formats/registry.h"
+#include "tools/kvrmem/files/check_report.h"
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
-#include <vector>
 
 namespace kvr_fuzz {
 
 namespace {
 
-using kvrmem::check_fault;
-using kvrmem::check_source;
-using kvrmem::fault_list;
-using kvrmem::input_options;
-using kvrmem::severity;
+using kvrimage::diagnostic;
+using kvrimage::diagnostic_class;
 
-constexpr std::array<KVR_FILE_TYPES, 3> formats = {FILE_TYPE_MIF, FILE_TYPE_HEX, FILE_TYPE_RIF};
+struct tried_format {
+    const char* id;
+    /// True when the library reads a text as a whole.
+    bool (*library_reads)(std::string_view text);
+};
+
+/// A line of two keywords is read on when only the first has a fault, which the library reports all the same.
+bool library_reads_mif(std::string_view text) {
+    kvr::mif_memory memory(nullptr);
+    kvr::fill_radix_names(memory);
+    kvr::line_source lines(text, kvr::mif_reader::source_limit);
+    return kvr::mif_reader(memory).read(lines) && memory.error_state == ERROR_STATE_NONE;
+}
+
+bool library_reads_hex(std::string_view text) {
+    kvr::hex_memory memory(nullptr);
+    kvr::line_source lines(text, kvr::hex_record_walk::longest_line);
+    return kvr::read_hex_lines(memory, lines);
+}
+
+bool library_reads_rif(std::string_view text) {
+    kvr::rif_memory memory(nullptr);
+    kvr::line_source lines(text, kvr::line_source::unlimited);
+    kvr::rif_reader(memory).read(lines);
+    return memory.error_state == ERROR_STATE_NONE;
+}
+
+constexpr std::array<tried_format, 3> tried_formats = {
+    {{"mif", library_reads_mif}, {"hex", library_reads_hex}, {"rif", library_reads_rif}}};
 
 struct limits_of_person {
     std::optional<std::uint32_t> width;
-    std::optional<std::uint32_t> depth;
+    std::optional<std::uint64_t> depth;
 };
 constexpr std::array<limits_of_person, 8> said_by_person = {{
     {},
@@ -47,64 +74,49 @@ constexpr std::array<limits_of_person, 8> said_by_person = {{
     {1U << 20U, 0xFFFFFFFF},
 }};
 
-/// A line of two keywords is read on when only the first has a fault, which the library tells all the same.
-bool library_reads_mif(const check_source& source) {
-    kvr::mif_memory memory(nullptr);
-    kvr::fill_radix_names(memory);
-    kvr::line_source lines = source.lines(kvr::mif_reader::source_limit);
-    return kvr::mif_reader(memory).read(lines) && memory.error_state == ERROR_STATE_NONE;
+diagnostic_class class_of(const diagnostic& found) {
+    return kvrimage::about(found.id).level;
 }
 
-bool library_reads_hex(const check_source& source) {
-    kvr::hex_memory memory(nullptr);
-    kvr::line_source lines = source.lines(kvr::hex_record_walk::longest_line);
-    return kvr::read_hex_lines(memory, lines);
+bool is_error(const diagnostic& found) {
+    return class_of(found) != diagnostic_class::suspect;
 }
 
-bool library_reads_rif(const check_source& source) {
-    kvr::rif_memory memory(nullptr);
-    kvr::line_source lines = source.lines(kvr::line_source::unlimited);
-    kvr::rif_reader(memory).read(lines);
-    return memory.error_state == ERROR_STATE_NONE;
+const diagnostic* first_broken(const kvrimage::read_result& result) {
+    const auto found = std::ranges::find(result.diagnostics, diagnostic_class::broken, class_of);
+    return found != result.diagnostics.end() ? &*found : nullptr;
 }
 
-bool library_reads(const check_source& source, KVR_FILE_TYPES format) {
-    switch (format) {
-    case FILE_TYPE_MIF:
-        return library_reads_mif(source);
-    case FILE_TYPE_HEX:
-        return library_reads_hex(source);
-    default:
-        return library_reads_rif(source);
+/// A place after the end of the file would be shown nowhere.
+void expect_in_file(const diagnostic& found, std::string_view text) {
+    expect(!found.message.empty() && found.count != 0, "a diagnostic says nothing");
+    expect(found.where.offset + found.where.length <= text.size(),
+           "a diagnostic is after the end of the file");
+    expect(found.fix.empty() == found.repair.empty(), "a repair has no name, or a name no repair");
+    for (const kvrimage::text_edit& edit : found.fix) {
+        expect(edit.offset + edit.length <= text.size(), "a repair reaches beyond the file");
     }
+    expect(!kvrimage::diagnostic_text(found, "file", text).empty(), "a diagnostic has no text");
 }
 
-/// A fault behind the end of the file, or of its line, would be shown nowhere.
-void expect_in_file(const check_fault& fault, const check_source& source) {
-    expect(!fault.message.empty() && *fault.code != '\0', "a fault says nothing");
-    expect(fault.line <= source.line_count(), "a fault lies behind the last line");
-    expect(fault.line != 0 || fault.column == 0, "a fault has a column and no line");
-    // A character that is missing has its place behind the line.
-    expect(fault.line == 0 || fault.column <= source.line(fault.line).size() + 1,
-           "a fault lies behind its line");
-    if (fault.mended) {
-        expect(fault.mended->offset + fault.mended->removed <= source.text().size(),
-               "a repair reaches beyond the file");
-    }
+/// Every command refuses what is broken, with the diagnostic of the check, and takes what is not.
+void expect_same_reading(const kvrimage::read_result& checked, std::string_view text,
+                         const kvrimage::read_options& options) {
+    const kvrimage::read_result read = kvrimage::parse(text, options);
+    const diagnostic* const broken = first_broken(checked);
+    const diagnostic* const refused = first_broken(read);
+    expect((broken == nullptr) == (refused == nullptr), "check and reading differ in their verdict");
+    expect(broken == nullptr || (broken->id == refused->id && broken->where == refused->where &&
+                                 broken->message == refused->message),
+           "check and reading differ in their words");
+    expect(read.image.has_value() == (refused == nullptr), "an image is missing, or that of a broken file");
 }
 
-void expect_reports(const check_source& source, const fault_list& faults) {
-    const kvrmem::painter paint(true);
-    const std::string text = kvrmem::faults_as_text("file", source, faults, paint);
-    expect(text.empty() == faults.sorted().empty(), "the faults and their text differ in number");
-    expect(!kvrmem::json_text(kvrmem::faults_as_json("file", "format", faults)).empty(), "there is no JSON");
-}
-
-void expect_repaired(const check_source& source, const input_options& options) {
-    const kvrmem::repaired_file repaired = kvrmem::repair_faults(source, options);
-    expect(!repaired.changes.empty(), "there are repairs and no changes");
-    for (const check_fault& fault : repaired.left.sorted()) {
-        expect(!fault.mended, "a repair was left out");
+void expect_repaired(std::string_view text, const kvrimage::check_options& options) {
+    const kvrimage::repaired file = kvrimage::repair(std::string(text), options);
+    expect(!file.repairs.empty(), "there are repairs, and none is made");
+    for (const diagnostic& found : file.left.diagnostics) {
+        expect(found.fix.empty(), "a repair was left out");
     }
 }
 
@@ -112,29 +124,31 @@ void expect_repaired(const check_source& source, const input_options& options) {
 
 void try_check(std::string_view input) {
     input_bytes settings(input);
-    const KVR_FILE_TYPES format = settings.choose(formats);
+    const tried_format& format = settings.choose(tried_formats);
     const limits_of_person& said = settings.choose(said_by_person);
-    const input_options options{format, said.width, said.depth};
-    const check_source source{std::string(settings.rest())};
+    kvrimage::check_options options;
+    options.read.as = kvrimage::format_of_name(format.id);
+    options.read.width = said.width;
+    options.read.depth = said.depth;
+    const std::string text(settings.rest());
 
-    fault_list faults(kvrmem::shown_faults);
+    kvrimage::read_result checked;
     {
         const resource_limits limits(input.size());
-        kvrmem::check_format(source, options, faults);
+        checked = kvrimage::check(text, options);
     }
-    const bool has_errors = faults.count(severity::error) != 0;
-    if (!said.width && !said.depth) {
-        expect(has_errors != library_reads(source, format), "check and the library differ in their verdict");
+    if (!said.width && !said.depth && std::ranges::none_of(checked.diagnostics, is_error)) {
+        expect(format.library_reads(text), "check finds nothing in what the library refuses");
     }
-    bool has_repairs = false;
-    for (const check_fault& fault : faults.sorted()) {
-        expect_in_file(fault, source);
-        has_repairs = has_repairs || fault.mended;
+    for (const diagnostic& found : checked.diagnostics) {
+        expect_in_file(found, text);
     }
-    expect_reports(source, faults);
-    const bool all_kept = faults.dropped(severity::error) == 0 && faults.dropped(severity::warning) == 0;
-    if (all_kept && has_repairs) {
-        expect_repaired(source, options);
+    expect_same_reading(checked, text, options.read);
+    expect(!kvrmem::json_text(kvrmem::report_as_json("file", checked)).empty(), "there is no JSON");
+    const bool has_repairs =
+        std::ranges::any_of(checked.diagnostics, [](const diagnostic& found) { return !found.fix.empty(); });
+    if (has_repairs) {
+        expect_repaired(text, options);
     }
 }
 

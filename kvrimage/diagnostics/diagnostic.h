@@ -4,6 +4,7 @@
 #include "kvrimage/export.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -49,12 +50,13 @@ struct text_edit {
 /// Something that is wrong with a file, or that its author hardly meant.
 struct diagnostic {
     diagnostic_id id = {};
-    place where;             ///< the first place of this cause
-    std::vector<place> more; ///< further ones, up to ten with the first
-    std::uint64_t count = 1; ///< of all places
-    std::string
-        message;      ///< quotes the file's bytes as they are, also control characters; long quotes are cut
-    std::string hint; ///< what to write instead, or what a consumer makes of it; may be ""
+    place where;                          ///< the first place of this cause
+    std::vector<place> more;              ///< further ones, up to ten with the first
+    std::uint64_t count = 1;              ///< of all places
+    std::optional<std::uint64_t> address; ///< of a word of an image that cannot be written; else nothing
+    /// Quotes the file's bytes as they are, also control characters; long quotes are cut.
+    std::string message;
+    std::string hint;           ///< what to write instead, or what a consumer makes of it; may be ""
     std::string consumer;       ///< of class `consumer`: its name ("kvr"); else ""
     std::string repair;         ///< what `fix` does ("checksum E9 is now E8"); "" without a fix
     std::vector<text_edit> fix; ///< in order, not overlapping; empty unless the repair is certain

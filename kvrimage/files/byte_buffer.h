@@ -21,6 +21,10 @@ public:
     [[nodiscard]] std::size_t room() const noexcept { return capacity - filled; }
     /// Where they begin.
     [[nodiscard]] char* end() noexcept { return bytes.get() + filled; }
+    /// Where all begin.
+    [[nodiscard]] char* begin() noexcept { return bytes.get(); }
+    /// Leaves @p count bytes in use, at most those that there is room for.
+    void resize(std::size_t count) noexcept { filled = count; }
     /// The first @p count of them are filled now.
     void used(std::size_t count) noexcept { filled += count; }
 

@@ -2,6 +2,7 @@
 
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/formats/edited_text.h"
 
 #include <fmt/format.h>
 
@@ -45,22 +46,6 @@ constexpr std::size_t most_bytes_a_read = most_bytes_without_end;
     throw file_error(EFBIG, fmt::format("{}:{}: error: the line is longer than {} MiB", title, line,
                                         most_bytes_without_end >> 20U));
 }
-
-class open_descriptor {
-public:
-    explicit open_descriptor(int opened) : number(opened) {}
-    open_descriptor(const open_descriptor&) = delete;
-    open_descriptor& operator=(const open_descriptor&) = delete;
-    ~open_descriptor() {
-        if (number >= 0) {
-            close(number);
-        }
-    }
-    [[nodiscard]] int get() const noexcept { return number; }
-
-private:
-    int number;
-};
 
 /// Bytes of the file; 0 where the system does not say, or calls a file empty that goes on for ever.
 std::uint64_t size_of_regular_file(const std::string& title, int descriptor) {
@@ -112,7 +97,7 @@ input_file::input_file(const std::string& path, const file_observer& opened) : t
         read(STDIN_FILENO, opened);
         return;
     }
-    const open_descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    file = open_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (file.get() < 0) {
         fail_to_open(title, errno);
     }
@@ -122,6 +107,17 @@ input_file::input_file(const std::string& path, const file_observer& opened) : t
 input_file::input_file(int descriptor, std::string name, const file_observer& opened)
     : title(std::move(name)) {
     read(descriptor, opened);
+}
+
+void input_file::edit(std::span<const text_edit> edits) {
+    std::size_t new_size = bytes.size();
+    for (const text_edit& each : edits) {
+        new_size += each.replacement.size();
+        new_size -= each.length;
+    }
+    const std::size_t old_size = bytes.size();
+    bytes.reserve(std::max(old_size, new_size));
+    bytes.resize(edit_in_place({bytes.begin(), std::max(old_size, new_size)}, old_size, edits));
 }
 
 void input_file::read(int descriptor, const file_observer& opened) {
@@ -139,7 +135,8 @@ void input_file::read_blocks(int descriptor, std::uint64_t size) {
     line_guard lines;
     for (;;) {
         if (bytes.room() == 0) {
-            const std::size_t doubled = bytes.size() * 2;
+            const std::size_t most = size == 0 ? most_bytes_without_end + 1 : bytes.size() * 2;
+            const std::size_t doubled = std::min(bytes.size() * 2, most);
             bytes.reserve(bytes.size() < expected ? std::min(expected, doubled) : doubled);
         }
         const std::size_t got =

@@ -1,10 +1,13 @@
 #pragma once
 
+#include "kvrimage/diagnostics/diagnostic.h"
 #include "kvrimage/files/byte_buffer.h"
+#include "kvrimage/files/open_descriptor.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -35,11 +38,16 @@ public:
     /// Valid as long as this object, also after a move.
     [[nodiscard]] std::string_view contents() const noexcept { return bytes.text(); }
 
+    /// Makes @p edits, which are in order and do not overlap, in the contents, without a second copy of them.
+    /// The file stays as it is.
+    void edit(std::span<const text_edit> edits);
+
 private:
     void read(int descriptor, const file_observer& opened);
     void read_blocks(int descriptor, std::uint64_t size);
 
     std::string title;
+    open_descriptor file; ///< stays open: the observer may look at it while the contents are parsed
     byte_buffer bytes;
 };
 

@@ -87,14 +87,20 @@ std::string with_edits(std::string contents, std::span<const text_edit> edits) {
         write_edited(contents, edits, output);
         return std::move(output.text);
     }
-    contents.resize(std::max(contents.size(), new_size));
-    move_parts(contents.data(), parts);
-    for (std::size_t i = 0; i < edits.size(); ++i) {
-        edits[i].replacement.copy(contents.data() + parts[i].to + parts[i].length,
-                                  edits[i].replacement.size());
-    }
+    const std::size_t old_size = contents.size();
+    contents.resize(std::max(old_size, new_size));
+    edit_in_place({contents.data(), contents.size()}, old_size, edits);
     contents.resize(new_size);
     return contents;
+}
+
+std::size_t edit_in_place(std::span<char> room, std::size_t size, std::span<const text_edit> edits) {
+    const std::vector<kept_part> parts = parts_between(size, edits);
+    move_parts(room.data(), parts);
+    for (std::size_t i = 0; i < edits.size(); ++i) {
+        edits[i].replacement.copy(room.data() + parts[i].to + parts[i].length, edits[i].replacement.size());
+    }
+    return parts.back().to + parts.back().length;
 }
 
 void write_edited(std::string_view contents, std::span<const text_edit> edits, text_sink& output) {

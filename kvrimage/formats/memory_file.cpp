@@ -133,6 +133,10 @@ read_result check_as(const chosen_format& chosen, std::string_view contents, con
     if (is_broken(result)) {
         return result;
     }
+    std::erase_if(result.diagnostics, [&options](const diagnostic& found) {
+        return !found.consumer.empty() &&
+               std::ranges::find(options.consumers, found.consumer) == options.consumers.end();
+    });
     const std::vector<consumer> consumers = consumers_of(result, options);
     for (const consumer& each : consumers) {
         std::ranges::move(each.check(contents, options.read, result), std::back_inserter(result.diagnostics));

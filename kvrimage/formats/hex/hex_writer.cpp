@@ -144,6 +144,7 @@ std::vector<diagnostic> can_write_hex(const memory_image& image, const write_opt
     }
     if (const auto found = find_dont_care(image)) {
         reasons.push_back(diagnose::hex_dont_care({}, found->text, image.base() + found->first));
+        reasons.back().address = image.base() + found->first;
     }
     const auto bounds = image.bounds();
     if (bounds && bounds->last >= deepest_memory) {

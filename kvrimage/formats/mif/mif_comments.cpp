@@ -7,9 +7,9 @@ namespace kvrimage {
 
 namespace {
 
-class comment_finder : public mif_sink {
+class mif_comment_finder : public mif_sink {
 public:
-    comment_finder(std::string_view of, const std::function<void(const span&)>& taker)
+    mif_comment_finder(std::string_view of, const std::function<void(const span&)>& taker)
         : contents(of),
           take(taker) {}
     void comment(const span& whole) override {
@@ -26,7 +26,7 @@ private:
 } // namespace
 
 void find_mif_comments(std::string_view contents, const std::function<void(const span&)>& take) {
-    comment_finder finder(contents, take);
+    mif_comment_finder finder(contents, take);
     parse_mif(contents, finder);
 }
 

@@ -47,17 +47,17 @@ public:
 };
 
 /// Where a fault of the library is in the file; an empty span for one without a column.
-span place_of(const kvr::read_fault& fault, std::string_view contents) {
-    if (fault.column == 0) {
+span place_of(const kvr::read_fault& reported, std::string_view contents) {
+    if (reported.column == 0) {
         return {};
     }
     std::size_t begin = 0;
-    for (std::uint64_t line = 1; line < fault.line; ++line) {
+    for (std::uint64_t line = 1; line < reported.line; ++line) {
         begin = contents.find('\n', begin) + 1;
     }
-    const std::size_t offset = std::min(begin + fault.column - 1, contents.size());
+    const std::size_t offset = std::min(begin + reported.column - 1, contents.size());
     const std::size_t line_end = std::min(contents.find('\n', offset), contents.size());
-    return {offset, std::min<std::uint64_t>(fault.length, line_end - offset)};
+    return {offset, std::min<std::uint64_t>(reported.length, line_end - offset)};
 }
 
 radix radix_of(KVR_MEMORY_RADIXES library, radix otherwise) {
@@ -75,19 +75,19 @@ kvr_reading read_with_library(std::string_view contents, const read_result& ours
     memory.memory_initialize_value.clear();
     kvr::line_source lines(contents, kvr::mif_reader::source_limit);
     first_mif_fault observer;
-    kvr_reading reading;
-    reading.refused = !kvr::mif_reader(memory, &observer).read(lines);
+    kvr_reading theirs;
+    theirs.refused = !kvr::mif_reader(memory, &observer).read(lines);
     if (observer.first) {
-        reading.where = place_of(*observer.first, contents);
-        reading.reason = kvr_reasons[static_cast<std::size_t>(observer.first->code)];
+        theirs.where = place_of(*observer.first, contents);
+        theirs.reason = kvr_reasons[static_cast<std::size_t>(observer.first->code)];
     }
-    reading.words = std::move(memory.data_words);
-    reading.texts_radix = radix_of(memory.memory_radix, radix::hex);
+    theirs.words = std::move(memory.data_words);
+    theirs.texts_radix = radix_of(memory.memory_radix, radix::hex);
     // The library keeps the texts; which of them are unsigned is the reader's finding.
-    if (reading.texts_radix == radix::dec && ours.facts.data_radix == radix::uns) {
-        reading.texts_radix = radix::uns;
+    if (theirs.texts_radix == radix::dec && ours.facts.data_radix == radix::uns) {
+        theirs.texts_radix = radix::uns;
     }
-    return reading;
+    return theirs;
 }
 
 } // namespace

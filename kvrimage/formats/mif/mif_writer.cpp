@@ -114,6 +114,7 @@ void add_fault_of_words(std::vector<diagnostic>& faults, const memory_image& ima
         const bool hex_shows = show_word(word, radix::hex, image.width(), in_hex);
         faults.push_back(diagnose::mif_dont_care({}, word, *address, title_of(data_radix),
                                                  hex_shows ? "write it in HEX" : "write it in BIN"));
+        faults.back().address = *address;
     }
 }
 

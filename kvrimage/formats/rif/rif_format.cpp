@@ -1,5 +1,6 @@
 #include "kvrimage/formats/rif/rif_format.h"
 
+#include "kvrimage/formats/rif/rif_comments.h"
 #include "kvrimage/formats/rif/rif_edit.h"
 #include "kvrimage/formats/rif/rif_kvr_reading.h"
 #include "kvrimage/formats/rif/rif_reader.h"
@@ -30,6 +31,7 @@ const format rif_format = {
     .sniff = sniff_rif,
     .read = read_rif,
     .find_word = find_rif_word,
+    .find_comments = find_rif_comments,
     .edit = edit_rif,
     .can_write = can_write_rif,
     .write = write_rif,

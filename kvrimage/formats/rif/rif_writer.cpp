@@ -141,6 +141,7 @@ std::vector<diagnostic> can_write_rif(const memory_image& image, const write_opt
     }
     if (const auto offset = find_dont_care_bit(image.words(), image.width())) {
         found.push_back(diagnose::dont_care_bit({}, image.words()[*offset], image.base() + *offset));
+        found.back().address = image.base() + *offset;
     }
     return found;
 }

@@ -4,7 +4,6 @@
 #include "kvrimage/formats/memory_file.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/commands/repair.h"
-#include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/check_report.h"
 #include "tools/kvrmem/files/diagnostic_colors.h"
 #include "tools/kvrmem/files/memory_input.h"
@@ -17,6 +16,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -134,36 +134,39 @@ private:
     json_value refused = json_value::array();
 };
 
-void check_file(const arguments& given, const std::string& path, check_totals& totals, check_output& output) {
+memory_input check_file(const arguments& given, const std::string& path, std::size_t most_diagnostics) {
     memory_input input = open_memory(given, path);
     kvrimage::check_options options = check_options_for(given, input.options);
-    options.read.most_diagnostics = output.most_diagnostics();
+    options.read.most_diagnostics = most_diagnostics;
     input.result = kvrimage::check(input.file.contents(), options);
-    totals.add(diagnostic_counts(input.result));
-    output.take(input);
+    return input;
 }
 
-/// A file that cannot be checked is reported, and the others are checked all the same.
-void check_or_report(const arguments& given, const std::string& path, check_totals& totals,
-                     check_output& output) {
+/// Nothing for a file that cannot be checked, which is reported: the others are checked all the same.
+std::optional<memory_input> check_or_report(const arguments& given, const std::string& path,
+                                            check_totals& totals, check_output& output) {
     const auto refuse = [&](exit_code code, std::string_view reason) {
         totals.refuse(code);
         output.take_refused(path, reason);
         tell_failure(reason, given.color);
     };
     try {
-        check_file(given, path, totals, output);
+        return check_file(given, path, output.most_diagnostics());
     } catch (const kvrimage::file_error& error) {
-        refuse(exit_code_of(error), error.what());
+        refuse(exit_code::input_output, error.what());
     } catch (const tool_error& error) {
         refuse(error.code(), error.message());
     }
+    return std::nullopt;
 }
 
 exit_code check_files(const arguments& given, check_output&& output) {
     check_totals totals;
     for (const std::string& path : given.files) {
-        check_or_report(given, path, totals, output);
+        if (const std::optional<memory_input> input = check_or_report(given, path, totals, output)) {
+            totals.add(diagnostic_counts(input->result));
+            output.take(*input);
+        }
     }
     output.finish(totals);
     return totals.verdict(given.strict);

@@ -95,7 +95,7 @@ exit_code convert(const arguments& given) {
     }
     const write_options options = options_for_output(given, input.result.facts);
     require_words(input);
-    require_writable(image, options, input.name());
+    require_writable(given, input, options);
     const std::string& target = given.files[1];
     if (!given.force) {
         require_harmless(input, options, target);

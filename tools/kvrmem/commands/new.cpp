@@ -1,4 +1,3 @@
-#include "kvrimage/files/file_name.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/files/memory_output.h"
@@ -25,7 +24,7 @@ exit_code create(const arguments& given) {
     const std::string fill = given.fill.value_or("0");
     kvrimage::memory_image image(*given.width, *given.depth);
     image.fill_unset(word_of_user(fill, *given.width, "--fill " + fill));
-    require_writable(image, options, kvrimage::title_of_output(path));
+    require_writable(given, image, path, options);
     write_image(path, image, options);
     note_other_extension(path, *options.as);
     return exit_code::fine;

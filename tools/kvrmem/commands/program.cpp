@@ -96,7 +96,7 @@ int kvrmem::run_program(int count, char** words) {
         kvrmem::tell_as_it_is(error.shown());
         return static_cast<int>(error.code());
     } catch (const kvrimage::file_error& error) {
-        return report(kvrmem::exit_code_of(error), error.what(), color);
+        return report(exit_code::input_output, error.what(), color);
     } catch (const kvrmem::tool_error& error) {
         return report(error.code(), error.message(), color);
     } catch (const std::bad_alloc&) {

@@ -19,9 +19,10 @@ namespace {
 
 void report_repairs(const std::string& name, const kvrimage::repaired& repaired) {
     for (const kvrimage::diagnostic& each : repaired.repairs) {
+        const std::string place =
+            each.where.line == 0 ? name : fmt::format("{}:{}:{}", name, each.where.line, each.where.column);
         const std::string times = each.count > 1 ? fmt::format(" ({} places)", each.count) : "";
-        tell(fmt::format("{}:{}:{}: fixed: {}{}", name, each.where.line, each.where.column, each.repair,
-                         times));
+        tell(fmt::format("{}: fixed: {}{}", place, each.repair, times));
     }
     if (repaired.repairs.empty()) {
         tell(fmt::format("{}: nothing to repair", name));

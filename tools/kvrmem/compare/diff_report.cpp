@@ -44,7 +44,7 @@ public:
     void finish(bool equal, std::uint64_t unreadable) override {
         if (!equal) {
             print_head();
-            output.write(summary());
+            output.write(summary(unreadable != 0));
         }
         if (unreadable != 0) {
             output.write(counted(unreadable, "word") + " in doubt, not compared\n");
@@ -53,9 +53,9 @@ public:
     }
 
 private:
-    [[nodiscard]] std::string summary() const {
+    [[nodiscard]] std::string summary(bool is_partial) const {
         if (words == 0) {
-            return "the words are the same\n";
+            return fmt::format("the {}words are the same\n", is_partial ? "other " : "");
         }
         return fmt::format("{} {} in {}\n", counted(words, "word"), words == 1 ? "differs" : "differ",
                            counted(ranges, "range"));

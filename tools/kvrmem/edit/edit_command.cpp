@@ -106,51 +106,95 @@ void require_reasonable_size(const memory_input& input, const std::vector<assign
     }
 }
 
+/// How the file was refused before the edit for the same reason as @p found; null when it was not.
+const broken_file* known_refusal(const std::vector<known_fault>& faults, const diagnostic& found) {
+    const auto known = std::ranges::find_if(faults, [&found](const known_fault& each) {
+        return each.id == found.id && each.message == found.message;
+    });
+    return known != faults.end() ? &known->refusal : nullptr;
+}
+
 /// Makes the edits in the text of @p input and in its image.
-/// @return the new text; nothing when the words are as they were already
-std::optional<std::string> apply(memory_input& input, const std::vector<assignment>& assignments) {
+/// @return false when the words are as they were already
+bool apply(memory_input& input, const std::vector<assignment>& assignments,
+           const std::vector<known_fault>& faults) {
     const kvrimage::edit_result edit =
         input.options.as->edit(input.file.contents(), input.result, assignments);
     if (!edit.diagnostics.empty()) {
         const diagnostic& first = edit.diagnostics.front();
-        throw tool_error(exit_code::bad_input,
-                         fmt::format("{}: error: {}; nothing was written{}{}", input.name(), first.message,
+        if (const broken_file* const refusal = known_refusal(faults, first)) {
+            throw *refusal;
+        }
+        // What has no place in the file is wrong with the new words.
+        throw tool_error(first.where == kvrimage::place{} ? exit_code::wrong_usage : exit_code::bad_input,
+                         fmt::format("{}: {}{}{}; nothing was written", input.name(), first.message,
                                      first.hint.empty() ? "" : "; ", first.hint));
     }
+    input.file.edit(edit.edits);
     for (const assignment& each : assignments) {
         input.result.image->fill(each.addresses, each.words);
     }
-    return edit.edits.empty()
-               ? std::nullopt
-               : std::optional(kvrimage::with_edits(std::string(input.file.contents()), edit.edits));
+    return !edit.edits.empty();
 }
 
-/// Reads @p text, the new one of @p input, as every command would, and compares.
-/// @param faults that were in the file before
-void verify(const memory_input& input, std::string_view text, const std::vector<known_fault>& faults) {
+/// How the text of @p input is read after the edit: as every command would, but for what the file does not
+/// say itself.
+kvrimage::read_options options_for_verifying(const memory_input& input) {
     kvrimage::read_options options = input.options;
     options.keep_going = false;
-    const memory_image& expected = input.image();
     if (!options.as->states_width) {
-        options.width = expected.width();
+        options.width = input.image().width();
     }
     if (!options.as->states_depth) {
-        options.depth = expected.depth();
+        options.depth = input.image().depth();
     }
-    const kvrimage::read_result found = kvrimage::parse(text, options);
-    if (const diagnostic* const broken = first_broken(found)) {
-        const auto known = std::ranges::find_if(faults, [broken](const known_fault& each) {
-            return each.id == broken->id && each.message == broken->message;
-        });
-        if (known != faults.end()) {
-            throw known->refusal;
+    return options;
+}
+
+/// @param faults that were in the file before the edit
+[[noreturn]] void refuse_edit(const memory_input& input, const diagnostic& broken,
+                              const std::vector<known_fault>& faults) {
+    if (const broken_file* const refusal = known_refusal(faults, broken)) {
+        throw *refusal;
+    }
+    throw tool_error(exit_code::internal,
+                     fmt::format("{}: the edit would make the file unreadable, nothing was written: {}",
+                                 input.name(), broken.message));
+}
+
+/// What says how the addresses of a file were taken.
+std::string address_options(const kvrimage::file_facts& facts) {
+    const bool has_bytes = facts.unit == kvrimage::address_unit::byte;
+    std::string options = fmt::format("--address-unit {}", has_bytes ? "byte" : "word");
+    if (has_bytes && facts.order) {
+        options += facts.order == kvrimage::byte_order::little ? " --endian little" : " --endian big";
+    }
+    return options;
+}
+
+/// Reads the text of @p input, which was edited, and compares.
+void verify(const memory_input& input, const std::vector<known_fault>& faults) {
+    kvrimage::read_options options = options_for_verifying(input);
+    kvrimage::read_result found = kvrimage::parse(input.file.contents(), options);
+    const diagnostic* broken = first_broken(found);
+    if (broken != nullptr && !options.unit && input.result.facts.unit) {
+        // New words can leave open what the addresses count, which the old ones have said.
+        options.unit = input.result.facts.unit;
+        options.order = input.result.facts.order;
+        found = kvrimage::parse(input.file.contents(), options);
+        broken = first_broken(found);
+        if (broken == nullptr) {
+            tell(fmt::format("{}: note: from now on it has to be read with {}", input.name(),
+                             address_options(input.result.facts)));
         }
-        throw tool_error(exit_code::internal,
-                         fmt::format("{}: the edit would make the file unreadable, nothing was "
-                                     "written: {}",
-                                     input.name(), broken->message));
     }
-    if (found.image != expected) {
+    if (broken != nullptr) {
+        refuse_edit(input, *broken, faults);
+    }
+    if (found.image != input.image()) {
+        if (!faults.empty()) { // words beside the new ones were in doubt
+            throw faults.front().refusal;
+        }
         throw tool_error(exit_code::internal,
                          input.name() + ": the edit would change other words too, nothing was written");
     }
@@ -163,22 +207,21 @@ void edit_file(const arguments& given, const edit_kind& kind) {
     const std::vector<known_fault> faults = known_faults(given, input);
     const std::vector<assignment> assignments = read_assignments(given, kind, input);
     require_reasonable_size(input, assignments);
-    const std::optional<std::string> edited = apply(input, assignments);
-    const std::string_view text = edited ? std::string_view(*edited) : input.file.contents();
-    verify(input, text, faults);
+    const bool has_changed = apply(input, assignments, faults);
+    verify(input, faults);
 
     const bool is_in_place = !given.output || *given.output == input.path;
     if (!is_in_place && !given.force) {
-        require_no_lost_comments(*given.output, text);
+        require_no_lost_comments(*given.output, input.file.contents());
     }
-    if (edited || !is_in_place || input.path == "-") {
-        write_text(given.output.value_or(input.path), text);
+    if (has_changed || !is_in_place || input.path == "-") {
+        write_text(given.output.value_or(input.path), input.file.contents());
     }
     note_suspect_ones(given, input);
     note_width(input);
     const std::string target = is_in_place ? "" : " -> " + *given.output;
     tell(fmt::format("{}{}: {}{}", input.name(), target, kind.summarize(assignments),
-                     edited ? "" : ", as they were already"));
+                     has_changed ? "" : ", as they were already"));
     if (!is_in_place) {
         note_other_extension(*given.output, *input.options.as);
     }

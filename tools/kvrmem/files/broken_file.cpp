@@ -29,10 +29,6 @@ std::string first_line(const std::string& text) {
 
 } // namespace
 
-exit_code exit_code_of(const kvrimage::file_error& error) noexcept {
-    return error.code() == std::errc::file_too_large ? exit_code::bad_input : exit_code::input_output;
-}
-
 const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result) {
     const auto found = std::ranges::find_if(result.diagnostics, [](const kvrimage::diagnostic& each) {
         return kvrimage::about(each.id).level == kvrimage::diagnostic_class::broken;
@@ -40,15 +36,19 @@ const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result) {
     return found != result.diagnostics.end() ? &*found : nullptr;
 }
 
+broken_file::broken_file(const arguments& given, const kvrimage::diagnostic& found, std::string_view name,
+                         std::string_view contents, std::string_view after)
+    : tool_error(exit_code::bad_input, first_line(kvrimage::diagnostic_text(found, name, ""))),
+      text(kvrimage::diagnostic_text(found, name, contents, diagnostic_painter(stderr, given.color))) {
+    text += after;
+}
+
 broken_file refusal_of(const arguments& given, const std::string& path, const kvrimage::input_file& file,
                        const kvrimage::read_result& result, const kvrimage::diagnostic& shown) {
-    std::string text = kvrimage::diagnostic_text(shown, file.name(), file.contents(),
-                                                 diagnostic_painter(stderr, given.color));
     const std::uint64_t more = result.diagnostics.size() - 1 + result.facts.diagnostics_left_out;
-    if (more != 0) {
-        text += fmt::format("{} more; {} shows all\n", more, check_line(given, path));
-    }
-    return {first_line(kvrimage::diagnostic_text(shown, file.name(), "")), std::move(text)};
+    const std::string note =
+        more == 0 ? "" : fmt::format("{} more; {} shows all\n", more, check_line(given, path));
+    return {given, shown, file.name(), file.contents(), note};
 }
 
 std::string check_line(const arguments& given, const std::string& path) {

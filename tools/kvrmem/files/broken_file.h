@@ -1,31 +1,28 @@
 #pragma once
 
-#include "kvrimage/files/file_error.h"
 #include "kvrimage/files/input_file.h"
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/command_line/option_table.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <string>
-#include <utility>
+#include <string_view>
 
 namespace kvrmem {
 
-/// A file that no command takes. The message is its first broken diagnostic in one line.
+/// A file that no command takes. The message is a diagnostic in one line.
 class broken_file : public tool_error {
 public:
-    broken_file(std::string message, std::string shown_text)
-        : tool_error(exit_code::bad_input, std::move(message)),
-          text(std::move(shown_text)) {}
-    /// The diagnostic as `check` shows it, and how many more there are; lines.
+    /// @param name of the file with @p contents, as messages show it
+    /// @param after lines that follow the diagnostic
+    broken_file(const arguments& given, const kvrimage::diagnostic& found, std::string_view name,
+                std::string_view contents, std::string_view after = "");
+    /// The diagnostic as `check` shows it, in lines.
     [[nodiscard]] const std::string& shown() const noexcept { return text; }
 
 private:
     std::string text;
 };
-
-/// Bad input for a file that has no end or too long a line, else input/output.
-[[nodiscard]] exit_code exit_code_of(const kvrimage::file_error& error) noexcept;
 
 /// The first broken diagnostic of @p result; null when there is none.
 [[nodiscard]] const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result);

@@ -1,5 +1,6 @@
 #include "tools/kvrmem/files/check_report.h"
 
+#include "kvrimage/diagnostics/visible_text.h"
 #include "tools/kvrmem/surroundings/counted.h"
 
 #include <fmt/format.h>
@@ -23,8 +24,9 @@ json_value as_json(const kvrimage::place& where) {
         {"line", where.line}, {"column", where.column}, {"offset", where.offset}, {"length", where.length}};
 }
 
+/// As it is shown elsewhere: it may quote any bytes of a file.
 json_value text_or_null(const std::string& text) {
-    return text.empty() ? json_value(nullptr) : json_value(text);
+    return text.empty() ? json_value(nullptr) : json_value(kvrimage::make_visible(text).text);
 }
 
 /// Those of the whole file have none.
@@ -46,7 +48,7 @@ json_value fix_as_json(const diagnostic& found) {
         edits.push_back(
             {{"offset", edit.offset}, {"length", edit.length}, {"replacement", edit.replacement}});
     }
-    return {{"what", found.repair}, {"edits", std::move(edits)}};
+    return {{"what", text_or_null(found.repair)}, {"edits", std::move(edits)}};
 }
 
 json_value as_json(const diagnostic& found) {
@@ -55,7 +57,7 @@ json_value as_json(const diagnostic& found) {
     document["code"] = kind.code;
     document["class"] = class_names[static_cast<std::size_t>(kind.level)];
     document["consumer"] = text_or_null(found.consumer);
-    document["message"] = found.message;
+    document["message"] = text_or_null(found.message);
     document["hint"] = text_or_null(found.hint);
     document["places"] = places_as_json(found);
     document["count"] = found.count;

@@ -1,5 +1,7 @@
 #include "tools/kvrmem/files/memory_input.h"
 
+#include "kvrimage/files/file_error.h"
+#include "kvrimage/formats/memory_file.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/surroundings/counted.h"
@@ -28,13 +30,25 @@ void report_or_refuse(const arguments& given, const memory_input& input) {
     tell_as_it_is(reason.shown());
 }
 
+/// What has no end, or too long a line, is bad input.
+kvrimage::input_file read_file(const std::string& path) {
+    try {
+        return kvrimage::input_file(path, show_reading);
+    } catch (const kvrimage::file_error& error) {
+        if (error.code() == std::errc::file_too_large) {
+            throw tool_error(exit_code::bad_input, error.what());
+        }
+        throw;
+    }
+}
+
 } // namespace
 
 memory_input open_memory(const arguments& given, const std::string& path) {
     if (path == "-") {
         static_cast<void>(format_for(given.from, path, "--from")); // before a terminal is waited for
     }
-    kvrimage::input_file file(path, show_reading);
+    kvrimage::input_file file = read_file(path);
     kvrimage::read_options options;
     options.as = &format_for(given.from, path, "--from", file.contents());
     options.width = given.width;
@@ -47,7 +61,7 @@ memory_input open_memory(const arguments& given, const std::string& path) {
 
 memory_input read_memory(const arguments& given, const std::string& path) {
     memory_input input = open_memory(given, path);
-    input.result = input.options.as->read(input.file.contents(), input.options);
+    input.result = kvrimage::parse(input.file.contents(), input.options);
     report_or_refuse(given, input);
     if (!given.quiet) {
         note_suspect_ones(given, input);
