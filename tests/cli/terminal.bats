@@ -95,7 +95,7 @@ END
     "$KVRMEM" new big.mif --width 8 --depth 0x7FFFF --no-runs
     paused_on_a_terminal big.mif "'$KVRMEM' info big.mif" >shown
     grep -Eq 'reading big.mif [0-9]+ %' shown
-    paused_on_a_terminal big.mif "'$KVRMEM' info --from mif - <big.mif" >shown
+    paused_on_a_terminal big.mif "cat big.mif | '$KVRMEM' info --from mif -" >shown
     grep -Eq 'reading standard input [0-9]+ MiB' shown
 }
 

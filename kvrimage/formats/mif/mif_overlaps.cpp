@@ -140,8 +140,7 @@ void mif_overlaps::find_overlap(const mif_statement& found, std::uint32_t addres
 
 void mif_overlaps::report(diagnostic_list& list) {
     if (!twice.empty()) {
-        twice.report(diagnose::set_to_two_words(twice.where(), twice_address, twice_earlier, twice_value), "",
-                     list);
+        twice.report(diagnose::set_twice(twice.where(), twice_address, twice_earlier, twice_value), "", list);
     }
     if (!again.empty()) {
         again.report(diagnose::set_again(again.where(), again_address),

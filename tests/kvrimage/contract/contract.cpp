@@ -46,7 +46,7 @@ bool has(const std::vector<diagnostic>& all, diagnostic_class level) {
 /// the same digits.
 bool may_make_no_difference(diagnostic_id id) {
     return id == diagnostic_id::shared_line || id == diagnostic_id::behind_semicolon ||
-           id == diagnostic_id::set_again;
+           id == diagnostic_id::set_again || id == diagnostic_id::before_end;
 }
 
 class promise_keeper {
@@ -130,7 +130,8 @@ private:
         if (!checked.image) {
             return;
         }
-        const std::string other = how_the_library_differs(contents, *options.as, *checked.image, options);
+        const std::string other =
+            how_the_library_differs(contents, *options.as, *checked.image, options, checked.facts.data_radix);
         const auto found = std::ranges::find_if(checked.diagnostics, [](const diagnostic& each) {
             return about(each.id).level == diagnostic_class::consumer && !may_make_no_difference(each.id);
         });

@@ -122,7 +122,7 @@ std::string difference_at(std::uint64_t address, const memory_image& ours, const
 } // namespace
 
 std::string how_the_library_differs(std::string_view contents, const format& as, const memory_image& ours,
-                                    const read_options& options) {
+                                    const read_options& options, std::optional<radix> our_radix) {
     std::optional<library_words> theirs;
     if (as.id == "mif") {
         theirs = read_mif(contents, ours);
@@ -138,6 +138,10 @@ std::string how_the_library_differs(std::string_view contents, const format& as,
     }
     if (theirs->depth != 0 && !options.depth && theirs->depth != ours.depth()) {
         return "the library reads a depth of " + std::to_string(theirs->depth);
+    }
+    // The texts are the same, whatever each calls their radix.
+    if (our_radix == radix::uns && theirs->digits == radix::dec) {
+        theirs->digits = our_radix;
     }
     for (const std::uint64_t address : addresses_to_compare(ours, theirs->words)) {
         std::string difference = difference_at(address, ours, *theirs);

@@ -2,6 +2,7 @@
 
 #include "kvrimage/formats/format.h"
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -12,6 +13,7 @@ namespace kvrimage_tests {
 /// alone.
 [[nodiscard]] std::string how_the_library_differs(std::string_view contents, const kvrimage::format& as,
                                                   const kvrimage::memory_image& ours,
-                                                  const kvrimage::read_options& options);
+                                                  const kvrimage::read_options& options,
+                                                  std::optional<kvrimage::radix> our_radix);
 
 } // namespace kvrimage_tests
