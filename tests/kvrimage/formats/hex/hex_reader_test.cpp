@@ -91,7 +91,7 @@ const std::vector<hex_rule>& hex_rules() {
         {"AnAddressBeyondTheLargestIsBroken", record("02000004FFFF") + record("02FFFF000102") + end_record,
          "broken address-outside 2:1+15 x1\n"},
         {"AWordSetTwiceIsSuspect", two_words + ":0100010003FB\n" + end_record,
-         "suspect set-twice 3:1+13 x1\n"},
+         "suspect overwritten-word 3:1+13 x1\n"},
         {"ARecordWithoutDataSetsNoWord", two_words + ":00000700F9\n" + end_record, ""},
         {"BlanksBetweenDigitsDoNotMatter", " :01 0000\t00 01 FE \n:0100010002FC\r\n" + end_record, ""},
         {"SmallLettersAreDigits", ":01000000abFE\n" + end_record, "broken checksum 1:12+2 x1\n",

@@ -17,8 +17,8 @@ using namespace kvrimage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string mif_of(std::string_view statements, std::string_view head_lines = "WIDTH=8;\nDEPTH=8;\n") {
-    return std::string(head_lines) + "CONTENT BEGIN\n" + std::string(statements) + "END;\n";
+std::string mif_of(std::string_view statements, std::string_view settings = "WIDTH=8;\nDEPTH=8;\n") {
+    return std::string(settings) + "CONTENT BEGIN\n" + std::string(statements) + "END;\n";
 }
 
 /// "too-wide 4:5+3", and "*2" where there are two places.
@@ -85,8 +85,8 @@ TEST_P(MifFile, IsCleanForKvrAfterItsRepair) {
 
 const std::string usual_header = "WIDTH=8;\nDEPTH=8;\n";
 
-std::string headed(std::string_view head_lines) {
-    return mif_of("0 : 1;\n", head_lines);
+std::string headed(std::string_view settings) {
+    return mif_of("0 : 1;\n", settings);
 }
 
 INSTANTIATE_TEST_SUITE_P(
@@ -97,28 +97,28 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"no_equals", headed("WIDTH 8;\nDEPTH=8;\n"), "missing-equals 1:1+7", headed(usual_header)},
         mif_case{"colon", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX:BIN;\n"), "missing-equals 3:1+14",
                  headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=BIN;\n")},
-        mif_case{"misspelt", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADX=BIN;\n"), "unknown-head_lines 3:1+9", ""},
-        mif_case{"no_setting", headed("WIDTH=8;\nDEPTH=8;\nAUTHOR=me;\n"), "unknown-head_lines 3:1+6", ""},
-        mif_case{"text", headed("WIDTH=8;\nDEPTH=8;\nmade in May\n"), "head_lines-text 3:1+11",
+        mif_case{"misspelt", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADX=BIN;\n"), "unknown-header 3:1+9", ""},
+        mif_case{"no_setting", headed("WIDTH=8;\nDEPTH=8;\nAUTHOR=me;\n"), "unknown-header 3:1+6", ""},
+        mif_case{"text", headed("WIDTH=8;\nDEPTH=8;\nmade in May\n"), "header-text 3:1+11",
                  headed("WIDTH=8;\nDEPTH=8;\n-- made in May\n")},
         mif_case{"no_value", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=;\n"), "missing-setting-value 3:1+11",
                  ""},
-        mif_case{"no_semicolon", headed("WIDTH=8\nDEPTH=8;\n"), "head_lines-semicolon 1:8+1",
+        mif_case{"no_semicolon", headed("WIDTH=8\nDEPTH=8;\n"), "header-semicolon 1:8+1",
                  headed(usual_header)},
         mif_case{"two_semicolons", headed("WIDTH=8;;\nDEPTH=8;\n"), "empty-statement 1:9+1",
                  headed(usual_header)},
-        mif_case{"unit", headed("WIDTH=8;\nDEPTH=4K;\n"), "head_lines-number 2:7+2", ""},
-        mif_case{"thousands", headed("WIDTH=8;\nDEPTH=4,096;\n"), "head_lines-number 2:7+5", ""},
-        mif_case{"too_deep", headed("WIDTH=8;\nDEPTH=2147483648;\n"), "head_lines-range 2:7+10", ""},
-        mif_case{"too_wide", headed("WIDTH=1048577;\nDEPTH=8;\n"), "head_lines-range 1:7+7", ""},
+        mif_case{"unit", headed("WIDTH=8;\nDEPTH=4K;\n"), "header-number 2:7+2", ""},
+        mif_case{"thousands", headed("WIDTH=8;\nDEPTH=4,096;\n"), "header-number 2:7+5", ""},
+        mif_case{"too_deep", headed("WIDTH=8;\nDEPTH=2147483648;\n"), "header-range 2:7+10", ""},
+        mif_case{"too_wide", headed("WIDTH=1048577;\nDEPTH=8;\n"), "header-range 1:7+7", ""},
         mif_case{"no_radix", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HXE;\n"), "unknown-radix 3:12+3", ""},
         mif_case{"full_name", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=hexadecimal;\n"),
                  "radix-spelling 3:12+11", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n")},
         mif_case{"one_line", headed("WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=UNS;DATA_RADIX=HEX;\n"),
                  "shared-line 3:19+15", headed("WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=UNS;\nDATA_RADIX=HEX;\n")},
         mif_case{"two_lines", headed("WIDTH\n= 8;\nDEPTH=8;\n"), "split-setting 1:1+5", headed(usual_header)},
-        mif_case{"twice", headed("WIDTH=8;\nDEPTH=8;\nDEPTH=08;\n"), "repeated-head_lines 3:7+2", ""},
-        mif_case{"contradiction", headed("WIDTH=8;\nDEPTH=8;\nDEPTH=9;\n"), "contradicting-head_lines 3:7+1", ""},
+        mif_case{"twice", headed("WIDTH=8;\nDEPTH=8;\nDEPTH=08;\n"), "repeated-header 3:7+2", ""},
+        mif_case{"contradiction", headed("WIDTH=8;\nDEPTH=8;\nDEPTH=9;\n"), "contradicting-header 3:7+1", ""},
         mif_case{"no_width", headed("DEPTH=8;\n"), "missing-width 2:1+7", ""},
         mif_case{"no_depth", headed("WIDTH=8;\n"), "missing-depth 2:1+7", ""},
         mif_case{"no_content", usual_header + "0 : 1;\nEND;\n", "missing-content 3:1+1",

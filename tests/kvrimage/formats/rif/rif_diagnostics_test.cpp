@@ -50,7 +50,7 @@ TEST(RifDiagnostics, NamesUnknownDigitsWithTheirWord) {
 }
 
 TEST(RifDiagnostics, NamesAByteOrderMark) {
-    EXPECT_THAT(rif_diagnostics_of("\xEF\xBB\xBF@0\n1"), ElementsAre("byte-order-mark 1:1+3"));
+    EXPECT_THAT(rif_diagnostics_of("\xEF\xBB\xBF@0\n1"), ElementsAre("rif-byte-order-mark 1:1+3"));
     EXPECT_EQ(repaired_rif("\xEF\xBB\xBF@0\n1"), "@0\n1");
 }
 

@@ -101,7 +101,7 @@ TEST(RifReader, NamesAWordBeyondTheWidestWidth) {
 TEST(RifReader, LetsTheLaterWordHoldAndSaysSo) {
     const read_result result = read_rif("\n@0\n1 2 3\n@1\n8 9\n", {});
     EXPECT_EQ(shown(result), "4 bits, 3 words: 1 8 9");
-    EXPECT_THAT(kvrimage::shown(result.diagnostics), ElementsAre("set-twice 5:1+1 x2"));
+    EXPECT_THAT(kvrimage::shown(result.diagnostics), ElementsAre("overwritten-word 5:1+1 x2"));
     EXPECT_EQ(result.diagnostics.front().message, "address 1 is set twice, first in line 3");
 }
 
