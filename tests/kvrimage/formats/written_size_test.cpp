@@ -12,8 +12,10 @@ namespace kvrimage {
 
 namespace {
 
-/// By how much written_size() may be wrong: one part in a hundred, and the lines around the words.
-constexpr double tolerance = 0.01;
+/// By how much written_size() may be wrong, beside the lines around the words: in hexadecimal, and in radixes
+/// in which numbers of one memory have different numbers of digits.
+constexpr double in_hexadecimal = 0.01;
+constexpr double in_any_radix = 0.06;
 constexpr double frame = 200;
 
 word random_word(std::mt19937& random, std::uint32_t width) {
@@ -70,13 +72,14 @@ constexpr image_kind kinds[] = {{"different words", different_words},
                                 {"runs", runs_of_words},
                                 {"cycles", cycles_of_words}};
 
-void expect_close_estimates(const write_options& options) {
+void expect_close_estimates(const write_options& options, double tolerance) {
     for (const image_kind& kind : kinds) {
         for (const std::uint32_t width : {1U, 8U, 13U, 32U}) {
             const memory_image image = kind.make(width);
             const auto written = static_cast<double>(to_text(image, options).size());
             const auto estimated = static_cast<double>(options.as->written_size(image, options));
             ASSERT_GT(written, 10 * frame);
+            EXPECT_GE(estimated + frame, written) << options.as->title << ", " << kind.name;
             EXPECT_NEAR(estimated, written, written * tolerance + frame)
                 << options.as->title << ", " << kind.name << " of " << width << " bits";
         }
@@ -87,7 +90,7 @@ constexpr const char* ids[] = {"mif", "hex", "rif"};
 
 TEST(WrittenSize, IsCloseToWhatIsWrittenInEveryFormat) {
     for (const char* id : ids) {
-        expect_close_estimates({.as = format_of_name(id)});
+        expect_close_estimates({.as = format_of_name(id)}, in_hexadecimal);
     }
 }
 
@@ -95,14 +98,16 @@ TEST(WrittenSize, IsCloseInEveryRadix) {
     for (const char* id : ids) {
         for (const radix digits : {radix::bin, radix::oct, radix::dec, radix::uns, radix::hex}) {
             SCOPED_TRACE(title_of(digits));
-            expect_close_estimates({.as = format_of_name(id), .address_radix = digits, .data_radix = digits});
+            expect_close_estimates({.as = format_of_name(id), .address_radix = digits, .data_radix = digits},
+                                   in_any_radix);
         }
     }
 }
 
 TEST(WrittenSize, IsCloseWithoutRuns) {
     for (const char* id : ids) {
-        expect_close_estimates({.as = format_of_name(id), .data_radix = radix::uns, .runs = false});
+        expect_close_estimates({.as = format_of_name(id), .data_radix = radix::uns, .runs = false},
+                               in_hexadecimal);
     }
 }
 

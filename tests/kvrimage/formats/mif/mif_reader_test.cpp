@@ -17,8 +17,8 @@ using namespace kvrimage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-std::string mif_of(std::string_view statements, std::string_view header = "WIDTH=8;\nDEPTH=8;\n") {
-    return std::string(header) + "CONTENT BEGIN\n" + std::string(statements) + "END;\n";
+std::string mif_of(std::string_view statements, std::string_view settings = "WIDTH=8;\nDEPTH=8;\n") {
+    return std::string(settings) + "CONTENT BEGIN\n" + std::string(statements) + "END;\n";
 }
 
 /// "too-wide 4:5+3", and "*2" where there are two places.
@@ -85,8 +85,8 @@ TEST_P(MifFile, IsCleanForKvrAfterItsRepair) {
 
 const std::string usual_header = "WIDTH=8;\nDEPTH=8;\n";
 
-std::string headed(std::string_view header) {
-    return mif_of("0 : 1;\n", header);
+std::string headed(std::string_view settings) {
+    return mif_of("0 : 1;\n", settings);
 }
 
 INSTANTIATE_TEST_SUITE_P(
