@@ -412,6 +412,13 @@ bool mif_content_parser::begins_another_statement() {
     return true;
 }
 
+/// Where the text from @p begin to @p end has its last line, blanks left out.
+std::uint64_t mif_content_parser::last_line_begin(std::uint64_t begin, std::uint64_t end) const {
+    const std::string_view text = between(begin, end).in(tokens.contents());
+    const std::size_t newline = text.find_last_of('\n');
+    return newline == std::string_view::npos ? begin : begin + text.find_first_not_of(" \t\r\n", newline);
+}
+
 /// @p next begins what follows.
 void mif_content_parser::end_without_semicolon(std::uint64_t next) {
     if (statement.values.empty()) {
@@ -422,7 +429,7 @@ void mif_content_parser::end_without_semicolon(std::uint64_t next) {
                                 is_keyword(tokens.contents().substr(next).substr(0, 3), "END");
     sink.finding({mif_syntax::missing_semicolon,
                   {last_end, 1},
-                  between(statement.whole.offset, last_end),
+                  between(last_line_begin(statement.whole.offset, last_end), last_end),
                   {},
                   is_at_line_end ? std::optional(insertion_at(last_end, ";")) : std::nullopt});
     statement.semicolon = {last_end, 0};
