@@ -156,10 +156,8 @@ void hex_cells::report_too_wide(diagnostic_list& diagnostics) const {
     if (!too_wide.where.empty()) {
         std::string needed;
         const auto fault = make_word(too_wide.text, radix::hex, layout.width, needed);
-        diagnostic found = diagnose::too_wide(too_wide.where, too_wide.text, fault->bits_needed, layout.width,
-                                              too_wide.most);
-        found.hint = fmt::format("needs --width {}", too_wide.most);
-        diagnostics.add(std::move(found));
+        diagnostics.add(diagnose::too_wide(too_wide.where, too_wide.text, fault->bits_needed, layout.width,
+                                           "--width", too_wide.most));
     }
 }
 

@@ -35,6 +35,7 @@ private:
     void take_values();
     bool take_value_or_end();
     bool begins_another_statement();
+    [[nodiscard]] std::uint64_t last_line_begin(std::uint64_t begin, std::uint64_t end) const;
     void end_without_semicolon(std::uint64_t next);
     void give_up();
 

@@ -285,7 +285,7 @@ void mif_examiner::report_values(diagnostic_list& list) {
     }
     if (!values.too_wide.empty()) {
         values.too_wide.report(diagnose::too_wide(values.too_wide.where(), values.wide_value,
-                                                  values.wide_bits, *width, values.most_bits),
+                                                  values.wide_bits, *width, "WIDTH", values.most_bits),
                                "", list);
     }
     if (!values.as_unsigned.empty()) {

@@ -222,7 +222,7 @@ void rif_reading::add_diagnostics() {
     diagnostics.finish();
     if (!too_wide.empty()) {
         list.add(diagnose::too_wide(too_wide, first_too_wide.in(text), first_bits,
-                                    options.width.value_or(widest_word), most_bits));
+                                    options.width.value_or(widest_word), "--width", most_bits));
     }
     if (!beyond.empty()) {
         list.add(

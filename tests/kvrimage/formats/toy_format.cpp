@@ -89,7 +89,7 @@ std::optional<place> find_toy_word(std::string_view contents, const read_options
 std::vector<diagnostic> can_write_toy(const memory_image& image, const write_options& /*options*/) {
     return image.width() == 8
                ? std::vector<diagnostic>()
-               : std::vector{diagnose::too_wide(places(), "0", image.width(), 8, image.width())};
+               : std::vector{diagnose::too_wide(places(), "0", image.width(), 8, "--width", image.width())};
 }
 
 void write_toy(const memory_image& image, const write_options& /*options*/, text_sink& output) {
