@@ -156,7 +156,7 @@ constexpr auto kinds = std::to_array<kind>({
     {has_s_records, "S-records", ""},
     {has_markup, "markup text of other software", ""},
     {has_binary_rows, "bare rows of binary words",
-     "MIF holds them: DATA_RADIX=BIN; and an address and \":\" before each word, \";\" after it"},
+     "a MIF takes them: DATA_RADIX=BIN; and <address> : <word>; lines"},
     {has_hexadecimal_rows, "bare rows of hexadecimal words", "--from rif reads them"},
 });
 
