@@ -115,13 +115,13 @@ constexpr std::string_view to_utf8_16 = "iconv -f UTF-16 -t UTF-8 makes plain te
 constexpr std::string_view to_utf8_32 = "iconv -f UTF-32 -t UTF-8 makes plain text of it";
 
 /// Contents that begin so.
-struct beginning {
+struct foreign_beginning {
     std::string_view bytes;
     std::string_view what;
     std::string_view advice;
 };
 
-constexpr auto beginnings = std::to_array<beginning>({
+constexpr auto foreign_beginnings = std::to_array<foreign_beginning>({
     {"\xFF\xFE\0\0"sv, "UTF-32 text", to_utf8_32},
     {"\0\0\xFE\xFF"sv, "UTF-32 text", to_utf8_32},
     {"\xFF\xFE"sv, "UTF-16 text", to_utf8_16},
@@ -144,13 +144,13 @@ constexpr auto beginnings = std::to_array<beginning>({
 });
 
 /// Contents for which this is true; of several the first.
-struct kind {
+struct foreign_kind {
     bool (*fits)(std::string_view contents);
     std::string_view what;
     std::string_view advice;
 };
 
-constexpr auto kinds = std::to_array<kind>({
+constexpr auto foreign_kinds = std::to_array<foreign_kind>({
     {is_utf16_without_mark, "UTF-16 text", to_utf8_16},
     {has_nul, "a binary file", ""},
     {has_s_records, "S-records", ""},
@@ -163,14 +163,15 @@ constexpr auto kinds = std::to_array<kind>({
 } // namespace
 
 std::optional<diagnostic> foreign_content(std::string_view contents) {
-    const auto begun = std::ranges::find_if(
-        beginnings, [contents](const beginning& each) { return contents.starts_with(each.bytes); });
-    if (begun != beginnings.end()) {
+    const auto begun = std::ranges::find_if(foreign_beginnings, [contents](const foreign_beginning& each) {
+        return contents.starts_with(each.bytes);
+    });
+    if (begun != foreign_beginnings.end()) {
         return diagnose::foreign_content(span{0, begun->bytes.size()}, begun->what, begun->advice);
     }
-    const auto found =
-        std::ranges::find_if(kinds, [contents](const kind& each) { return each.fits(contents); });
-    if (found == kinds.end()) {
+    const auto found = std::ranges::find_if(
+        foreign_kinds, [contents](const foreign_kind& each) { return each.fits(contents); });
+    if (found == foreign_kinds.end()) {
         return std::nullopt;
     }
     const std::string_view line = first_line(contents);

@@ -36,7 +36,7 @@ bool looks_prefixed(std::string_view word) {
     return word.starts_with("0x") && word.size() > 2;
 }
 
-std::string in_upper_case(std::string_view word) {
+std::string upper_case_of(std::string_view word) {
     std::string upper(word.substr(0, named_text::longest));
     std::ranges::transform(upper, upper.begin(), [](char c) {
         return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
@@ -254,7 +254,7 @@ void rif_diagnostics::finish_prefixes() {
     if (prefixes.where.count() == words) {
         add_repair(prefixes, diagnose::word_prefix(prefixes.where, word, digits), "words have no 0x now");
     } else {
-        list.add(diagnose::prefix_or_dont_care(prefixes.where, word, digits, in_upper_case(word)));
+        list.add(diagnose::prefix_or_dont_care(prefixes.where, word, digits, upper_case_of(word)));
     }
 }
 
