@@ -1,4 +1,5 @@
 #include "kvrimage/formats/comments.h"
+#include "kvrimage/formats/mif/mif_writer.h"
 
 #include <gtest/gtest.h>
 
@@ -58,6 +59,16 @@ TEST(MissingComments, CountEqualOnesEach) {
         find_missing_comments("-- one\n-- one\n-- one\n", "-- one\n-- one\n", "a.mif");
     EXPECT_EQ(missing.count, 1U);
     EXPECT_EQ(missing.first_line, 3U);
+}
+
+TEST(Comments, OfHexAreTheLinesBetweenItsRecords) {
+    const std::vector<std::string> all = {"; boot code", "; the end"};
+    EXPECT_EQ(comments_of("; boot code\n:0100000007F8\n; the end\n:00000001FF\n", "a.hex"), all);
+}
+
+TEST(Comments, TheLineThatWritersOfMifPutFirstIsNone) {
+    const std::string text = std::string(mif_first_line) + "\n-- one\n";
+    EXPECT_EQ(comments_of(text, "a.mif"), std::vector<std::string>{"-- one"});
 }
 
 } // namespace
