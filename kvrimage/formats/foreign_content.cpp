@@ -14,14 +14,14 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view blanks = " \t\r\f\v";
 /// Enough of a file to know its kind.
-constexpr std::size_t most_of_foreign_content = 65536;
+constexpr std::size_t most_looked_at = 65536;
 
 /// The lines of the front of a text that hold something, without the blanks around them.
 class filled_lines {
 public:
     explicit filled_lines(std::string_view contents)
-        : rest(contents.substr(0, most_of_foreign_content)),
-          is_cut(contents.size() > most_of_foreign_content) {
+        : rest(contents.substr(0, most_looked_at)),
+          is_cut(contents.size() > most_looked_at) {
         if (rest.starts_with("\xEF\xBB\xBF")) {
             rest.remove_prefix(3);
         }
@@ -108,20 +108,20 @@ bool is_utf16_without_mark(std::string_view contents) {
 }
 
 bool has_nul(std::string_view contents) {
-    return contents.substr(0, most_of_foreign_content).find('\0') != std::string_view::npos;
+    return contents.substr(0, most_looked_at).find('\0') != std::string_view::npos;
 }
 
 constexpr std::string_view to_utf8_16 = "iconv -f UTF-16 -t UTF-8 makes plain text of it";
 constexpr std::string_view to_utf8_32 = "iconv -f UTF-32 -t UTF-8 makes plain text of it";
 
 /// Contents that begin so.
-struct beginning {
+struct foreign_beginning {
     std::string_view bytes;
     std::string_view what;
     std::string_view advice;
 };
 
-constexpr auto foreign_beginnings = std::to_array<beginning>({
+constexpr auto foreign_beginnings = std::to_array<foreign_beginning>({
     {"\xFF\xFE\0\0"sv, "UTF-32 text", to_utf8_32},
     {"\0\0\xFE\xFF"sv, "UTF-32 text", to_utf8_32},
     {"\xFF\xFE"sv, "UTF-16 text", to_utf8_16},
@@ -144,33 +144,34 @@ constexpr auto foreign_beginnings = std::to_array<beginning>({
 });
 
 /// Contents for which this is true; of several the first.
-struct kind {
+struct foreign_kind {
     bool (*fits)(std::string_view contents);
     std::string_view what;
     std::string_view advice;
 };
 
-constexpr auto kinds = std::to_array<kind>({
+constexpr auto foreign_kinds = std::to_array<foreign_kind>({
     {is_utf16_without_mark, "UTF-16 text", to_utf8_16},
     {has_nul, "a binary file", ""},
     {has_s_records, "S-records", ""},
     {has_markup, "markup text of other software", ""},
     {has_binary_rows, "bare rows of binary words",
-     "a MIF takes them: DATA_RADIX=BIN; and <address> : <word>; lines"},
+     "MIF holds them: DATA_RADIX=BIN; and an address and \":\" before each word, \";\" after it"},
     {has_hexadecimal_rows, "bare rows of hexadecimal words", "--from rif reads them"},
 });
 
 } // namespace
 
 std::optional<diagnostic> foreign_content(std::string_view contents) {
-    const auto begun = std::ranges::find_if(
-        foreign_beginnings, [contents](const beginning& each) { return contents.starts_with(each.bytes); });
+    const auto begun = std::ranges::find_if(foreign_beginnings, [contents](const foreign_beginning& each) {
+        return contents.starts_with(each.bytes);
+    });
     if (begun != foreign_beginnings.end()) {
         return diagnose::foreign_content(span{0, begun->bytes.size()}, begun->what, begun->advice);
     }
-    const auto found =
-        std::ranges::find_if(kinds, [contents](const kind& each) { return each.fits(contents); });
-    if (found == kinds.end()) {
+    const auto found = std::ranges::find_if(
+        foreign_kinds, [contents](const foreign_kind& each) { return each.fits(contents); });
+    if (found == foreign_kinds.end()) {
         return std::nullopt;
     }
     const std::string_view line = first_line(contents);

@@ -14,7 +14,6 @@ namespace kvrimage {
 namespace {
 
 constexpr std::uint32_t bits_per_part = 64;
-constexpr std::uint32_t bits_per_byte = 8;
 constexpr std::uint64_t all_bits = ~std::uint64_t{0};
 
 std::uint64_t low_bits(std::uint32_t count) noexcept {

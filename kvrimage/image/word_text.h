@@ -15,6 +15,7 @@
 
 namespace kvrimage {
 
+inline constexpr std::uint32_t bits_per_byte = 8;
 inline constexpr std::uint32_t bits_per_hex_digit = 4;
 inline constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
 

@@ -16,7 +16,7 @@ namespace kvrimage {
 namespace {
 
 /// The bytes of @p contents that @p fault is about; none where it is about the whole file.
-span place_of(const kvr::read_fault& fault, std::string_view contents) {
+span place_in_records(const kvr::read_fault& fault, std::string_view contents) {
     if (fault.column == 0) {
         return {};
     }
@@ -45,7 +45,7 @@ std::vector<diagnostic> check_hex_for_kvr(std::string_view contents, const read_
     kvr_reading theirs;
     if (const auto stop = kvr::find_address_space(memory, lines)) {
         theirs.refused = true;
-        theirs.where = place_of(stop->fault, contents);
+        theirs.where = place_in_records(stop->fault, contents);
         theirs.reason = reason_of(stop->fault);
     } else {
         static_cast<void>(lines.rewind());

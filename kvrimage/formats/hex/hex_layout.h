@@ -2,13 +2,13 @@
 
 #include "kvrimage/formats/format.h"
 #include "kvrimage/image/radix.h"
+#include "kvrimage/image/word_text.h"
 
 #include <cstdint>
 #include <string_view>
 
 namespace kvrimage {
 
-inline constexpr std::uint32_t bits_per_byte = 8;
 inline constexpr std::uint32_t most_data_bytes = 255; ///< of a record
 inline constexpr std::uint32_t hex_page_shift = 16;   ///< the address field counts within a page
 inline constexpr std::uint64_t hex_page_size = std::uint64_t{1} << hex_page_shift;

@@ -41,8 +41,8 @@ bool is_complete_record(std::string_view digits) {
 }
 
 bool begins_as_comment(std::string_view content) {
-    constexpr std::array<std::string_view, 4> beginnings = {";", "#", "//", "--"};
-    return std::ranges::any_of(beginnings,
+    constexpr std::array<std::string_view, 4> comment_marks = {";", "#", "//", "--"};
+    return std::ranges::any_of(comment_marks,
                                [content](std::string_view each) { return content.starts_with(each); });
 }
 

@@ -47,7 +47,7 @@ public:
 };
 
 /// Where a fault of the library is in the file; an empty span for one without a column.
-span place_of(const kvr::read_fault& reported, std::string_view contents) {
+span place_in_mif(const kvr::read_fault& reported, std::string_view contents) {
     if (reported.column == 0) {
         return {};
     }
@@ -78,7 +78,7 @@ kvr_reading read_with_library(std::string_view contents, const read_result& ours
     kvr_reading theirs;
     theirs.refused = !kvr::mif_reader(memory, &observer).read(lines);
     if (observer.first) {
-        theirs.where = place_of(*observer.first, contents);
+        theirs.where = place_in_mif(*observer.first, contents);
         theirs.reason = kvr_reasons[static_cast<std::size_t>(observer.first->code)];
     }
     theirs.words = std::move(memory.data_words);

@@ -17,16 +17,16 @@ namespace {
 /// Regular lines are read in parts that stay in the cache of the processor.
 constexpr std::size_t bytes_at_once = std::size_t{128} * 1024;
 
-using fault = mif_addresses::fault;
+using address_fault = mif_addresses::fault;
 
-fault fault_of(const mif_number& number, std::uint64_t depth) {
+address_fault fault_of(const mif_number& number, std::uint64_t depth) {
     if (!number.is_number) {
-        return fault::no_number;
+        return address_fault::no_number;
     }
     if (number.is_negative) {
-        return fault::negative;
+        return address_fault::negative;
     }
-    return number.value >= depth ? fault::beyond : fault::none;
+    return number.value >= depth ? address_fault::beyond : address_fault::none;
 }
 
 /// Characters that are looked at together; so many counts of one fit eight bits.
@@ -82,22 +82,23 @@ mif_addresses addresses_of(const mif_statement& statement, std::string_view cont
     result.what = fault_of(first, form.depth);
     if (!statement.is_range()) {
         const std::uint64_t more = statement.values.empty() ? 0 : statement.values.size() - 1;
-        if (result.what == fault::none || result.what == fault::beyond) {
+        if (result.what == address_fault::none || result.what == address_fault::beyond) {
             result.last = first.value > ~more ? ~std::uint64_t{0} : first.value + more;
-            result.what = result.last >= form.depth ? fault::beyond : fault::none;
+            result.what = result.last >= form.depth ? address_fault::beyond : address_fault::none;
         }
         return result;
     }
     const mif_number last = mif_number_of(statement.last.in(contents), form.addresses);
-    const fault of_last = fault_of(last, form.depth);
-    if (result.what == fault::none || (result.what == fault::beyond && of_last != fault::none)) {
+    const address_fault of_last = fault_of(last, form.depth);
+    if (result.what == address_fault::none ||
+        (result.what == address_fault::beyond && of_last != address_fault::none)) {
         result.what = of_last;
         result.at_last = true;
     }
-    if (result.what == fault::none || result.what == fault::beyond) {
+    if (result.what == address_fault::none || result.what == address_fault::beyond) {
         result.last = last.value;
         if (result.first > result.last) {
-            result.what = fault::goes_down;
+            result.what = address_fault::goes_down;
         }
     }
     return result;
@@ -116,8 +117,9 @@ mif_words::mif_words(std::string_view contents, const mif_number_form& numbers)
 
 void mif_words::set(const mif_statement& statement) {
     const mif_addresses addresses = addresses_of(statement, text, form);
-    bad_statement = bad_statement || addresses.what != fault::none;
-    if (addresses.what != fault::none && (addresses.what != fault::beyond || addresses.first >= form.depth)) {
+    bad_statement = bad_statement || addresses.what != address_fault::none;
+    if (addresses.what != address_fault::none &&
+        (addresses.what != address_fault::beyond || addresses.first >= form.depth)) {
         return;
     }
     const auto first = static_cast<std::uint32_t>(addresses.first);

@@ -193,10 +193,10 @@ bool rif_reading::is_word(const rif_piece& piece) {
     const std::size_t digits = piece.where.length;
     const std::uint32_t limit = options.width.value_or(widest_word);
     if (digits > limit / bits_per_hex_digit) {
-        if (const auto fault = make_word(piece.where.in(text), radix::hex, limit, scratch)) {
-            first_bits = too_wide.empty() ? fault->bits_needed : first_bits;
+        if (const auto too_many = make_word(piece.where.in(text), radix::hex, limit, scratch)) {
+            first_bits = too_wide.empty() ? too_many->bits_needed : first_bits;
             first_too_wide = too_wide.empty() ? piece.where : first_too_wide;
-            most_bits = std::max(most_bits, fault->bits_needed);
+            most_bits = std::max(most_bits, too_many->bits_needed);
             too_wide.add(piece.where);
             return false;
         }

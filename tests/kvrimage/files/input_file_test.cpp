@@ -12,6 +12,7 @@
 #include <thread>
 #include <unistd.h>
 #include <utility>
+#include <vector>
 
 namespace {
 
@@ -214,6 +215,27 @@ TEST_F(InputFile, ReportsThatItWasOpened) {
     });
     EXPECT_EQ(name, path);
     EXPECT_EQ(size, 4U);
+}
+
+TEST_F(InputFile, IsEditedInMemoryOnly) {
+    const std::string path = folder.write("a", "0 : 1;\n2 : 3;\n");
+    input_file file(path);
+    file.edit(std::vector<text_edit>{{4, 1, "FFFF"}, {7, 4, ""}});
+    EXPECT_EQ(file.contents(), "0 : FFFF;\n3;\n");
+    EXPECT_EQ(input_file(path).contents(), "0 : 1;\n2 : 3;\n");
+}
+
+TEST_F(InputFile, GrowsBeyondItsRoomWhenItIsEdited) {
+    const std::string added(1000000, 'x');
+    input_file file(folder.write("a", "01"));
+    file.edit(std::vector<text_edit>{{1, 0, added}});
+    EXPECT_EQ(file.contents(), "0" + added + "1");
+}
+
+TEST_F(InputFile, ShrinksWhenAnEditTakesAway) {
+    input_file file(folder.write("a", "0123456789"));
+    file.edit(std::vector<text_edit>{{0, 3, ""}, {5, 4, "-"}});
+    EXPECT_EQ(file.contents(), "34-9");
 }
 
 } // namespace

@@ -74,4 +74,13 @@ TEST(UnsetWords, AreThoseThatAModelHas) {
     }
 }
 
+TEST(UnsetWords, AreThoseBeforeBetweenAndAfterFillsOfOneWord) {
+    memory_image image = empty_image(1000000, 7);
+    image.words().fill(10, 499999, {"00"});
+    image.words().fill(500003, 999997, {"01"});
+    const unset_words found = count_unset(image);
+    EXPECT_EQ(found.count, 10U + 3 + 2);
+    EXPECT_EQ(found.first, 7U);
+}
+
 } // namespace

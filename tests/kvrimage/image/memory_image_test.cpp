@@ -6,6 +6,7 @@
 #include <array>
 #include <limits>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -224,6 +225,90 @@ TEST(MemoryImage, FillsOfBillionsAreComparedAtOnce) {
     EXPECT_EQ(image, other);
     other.set(deepest_memory - 1, byte_word(1));
     EXPECT_NE(image, other);
+}
+
+TEST(MemoryImage, FillUnsetLeavesWordsThatAreSet) {
+    memory_image image(8, 16, 4);
+    image.set(5, byte_word(1));
+    image.fill({8, 13}, std::array{byte_word(2), byte_word(3)});
+    image.fill_unset(byte_word(9));
+    EXPECT_EQ(shown_runs(image.runs({4, 9})),
+              (std::vector<shown_run>{{4, 4, 9}, {5, 5, 1}, {6, 7, 9}, {8, 8, 2}, {9, 9, 3}}));
+    EXPECT_EQ(shown_runs(image.runs({12, 19})),
+              (std::vector<shown_run>{{12, 12, 2}, {13, 13, 3}, {14, 19, 9}}));
+    EXPECT_EQ(image.count_set(), 16U);
+}
+
+TEST(MemoryImage, FillUnsetOfBillionsOfWordsIsOneRun) {
+    memory_image image(8, deepest_memory);
+    image.fill_unset(byte_word(9));
+    EXPECT_EQ(shown_runs(image.runs()), (std::vector<shown_run>{{0, deepest_memory - 1, 9}}));
+}
+
+TEST(MemoryImage, FillUnsetRefusesAWordOfAnotherWidth) {
+    memory_image image(8, 4);
+    EXPECT_THROW(image.fill_unset(word(7)), std::invalid_argument);
+    EXPECT_EQ(image.count_set(), 0U);
+}
+
+TEST(MemoryImage, NewWordsOfALargerMemoryAreNotSet) {
+    memory_image image(8, 4, 10);
+    image.fill({10, 13}, std::array{byte_word(1)});
+    image.resize(6);
+    EXPECT_EQ(image.depth(), 6U);
+    EXPECT_EQ(shown_runs(image.runs()), (std::vector<shown_run>{{10, 13, 1}, {14, 15, {}}}));
+}
+
+TEST(MemoryImage, ASmallerMemoryKeepsItsLowestWords) {
+    memory_image image(8, 4, 10);
+    image.set(10, byte_word(1));
+    image.set(13, byte_word(2));
+    image.resize(2);
+    EXPECT_EQ(image.last_address(), 11U);
+    EXPECT_EQ(image.count_set(), 1U);
+    image.resize(4);
+    EXPECT_EQ(image[13], std::nullopt) << "what was cut off does not come back";
+}
+
+TEST(MemoryImage, ResizeGoesOverTheBorderOfTheHalves) {
+    memory_image image(8, 1);
+    image.set(0, byte_word(1));
+    image.resize(deepest_memory);
+    image.set(deepest_memory - 1, byte_word(2));
+    EXPECT_EQ(image.bounds(), (address_range{0, deepest_memory - 1}));
+    image.resize(1);
+    EXPECT_EQ(image.bounds(), (address_range{0, 0}));
+}
+
+TEST(MemoryImage, ResizeRefusesDepthsThatNoMemoryHas) {
+    memory_image image(8, 4);
+    EXPECT_THROW(image.resize(0), std::invalid_argument);
+    EXPECT_THROW(image.resize(deepest_memory + 1), std::invalid_argument);
+    EXPECT_EQ(image.depth(), 4U);
+}
+
+TEST(MemoryImage, KnowsThatALargeFillRepeats) {
+    memory_image image(8, 1000000, 50);
+    image.fill({100, 99999}, std::array{byte_word(1), byte_word(2), byte_word(3)});
+    const repetition found = image.repetition_at(50000);
+    EXPECT_EQ(found.period, 3U);
+    EXPECT_GE(found.last, 90000U) << "its last words may be held one by one";
+    EXPECT_LE(found.last, 99999U);
+}
+
+TEST(MemoryImage, KnowsHowFarARunGoes) {
+    memory_image image(8, 1000000, 50);
+    image.fill({200000, 299999}, std::array{byte_word(4)});
+    for (const auto& [address, last] : {std::pair(50U, 199999U), {250000U, 299999U}, {1000049U, 1000049U}}) {
+        EXPECT_EQ(image.repetition_at(address).last, last);
+        EXPECT_EQ(image.repetition_at(address).period, 1U);
+    }
+}
+
+TEST(MemoryImage, RepetitionsBeyondItAreRefused) {
+    const memory_image image(8, 4, 10);
+    EXPECT_THROW((void)image.repetition_at(9), std::out_of_range);
+    EXPECT_THROW((void)image.repetition_at(14), std::out_of_range);
 }
 
 TEST(MemoryImage, CopiesAreIndependent) {

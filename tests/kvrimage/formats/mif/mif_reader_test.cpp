@@ -282,4 +282,97 @@ TEST(MifReader, SaysWhatAFileIsThatIsNoMif) {
     EXPECT_EQ(about(result.diagnostics[0].id).level, diagnostic_class::broken);
 }
 
+std::string hint_of(const read_result& result) {
+    return result.diagnostics.empty() ? "" : result.diagnostics.front().hint;
+}
+
+TEST(MifReader, NamesTheDepthThatTheAddressesNeed) {
+    const std::string settings = "WIDTH=8;\nADDRESS_RADIX=DEC;\nDATA_RADIX=HEX;\n";
+    EXPECT_THAT(hint_of(read_mif(mif_of("", settings), {})), testing::HasSubstr("DEPTH=256;"));
+    EXPECT_THAT(hint_of(read_mif(mif_of("41 : 1;\n", settings), {})), testing::HasSubstr("DEPTH=42;"));
+    EXPECT_THAT(hint_of(read_mif(mif_of("[0..1] : 7;\n2 : 8;\n3 : 9;\n", settings), {})),
+                testing::HasSubstr("DEPTH=4;"));
+    EXPECT_THAT(hint_of(read_mif(mif_of("[0..99999] : 7;\n", settings), {})),
+                testing::HasSubstr("DEPTH=100000;"));
+    EXPECT_THAT(hint_of(read_mif(mif_of("[0..99999] : 7 8 9;\n", settings), {})),
+                testing::HasSubstr("DEPTH=100000;"));
+}
+
+std::string settings_of_wide(std::uint32_t width) {
+    return "WIDTH=" + std::to_string(width) + ";\nDEPTH=1048576;\nADDRESS_RADIX=DEC;\nDATA_RADIX=HEX;\n";
+}
+
+std::string statements_up_to(std::size_t count) {
+    std::string text;
+    for (std::size_t address = 0; address < count; ++address) {
+        text += std::to_string(address) + " : " + std::to_string(address % 9) + ";\n";
+    }
+    return text;
+}
+
+TEST(MifReader, RefusesAFileWhoseWordsTakeMuchMoreMemoryThanItDoes) {
+    const read_result result = read_mif(mif_of(statements_up_to(1000), settings_of_wide(1048576)), {});
+    EXPECT_FALSE(result.image);
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("too-large 0:0+0"));
+}
+
+TEST(MifReader, TakesFewWordsOfTheLargestWidth) {
+    for (const std::string statements : {"0 : 1;\n", "[0..99999] : 1 2 3;\n", "[0..99999] : 1;\n"}) {
+        const read_result result = read_mif(mif_of(statements, settings_of_wide(65536)), {});
+        ASSERT_TRUE(result.image) << statements;
+        EXPECT_EQ((*result.image)[0], word::of(1, 65536)) << statements;
+    }
+}
+
+TEST(MifReader, MayReadDecimalWordsAsUnsignedOnesOrNot) {
+    const std::string settings = "WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=DEC;\nDATA_RADIX=DEC;\n";
+    EXPECT_EQ(read_mif(mif_of("0 : 127;\n", settings), {}).facts.data_radix, radix::dec);
+    EXPECT_EQ(read_mif(mif_of("0 : 255;\n", settings), {}).facts.data_radix, radix::uns);
+    EXPECT_EQ(read_mif(mif_of("0 : 255;\n1 : -1;\n", settings), {}).facts.data_radix, radix::dec);
+}
+
+TEST(MifReader, NamesEachRangeThatItCannotReadOnce) {
+    const std::string settings = "WIDTH=8;\nDEPTH=64;\nADDRESS_RADIX=DEC;\nDATA_RADIX=HEX;\n";
+    const read_result result =
+        read_mif(mif_of("[20..30] : 1 G 2;\n5 : G;\n6 : GG;\n[4..8] : 1FF;\n40 : 1;\n", settings),
+                 {.keep_going = true});
+    ASSERT_TRUE(result.image);
+    const std::vector<address_range> expected = {{4, 8}, {21, 21}, {24, 24}, {27, 27}, {30, 30}};
+    EXPECT_EQ(result.unreadable, expected);
+    EXPECT_EQ((*result.image)[5], std::nullopt);
+    EXPECT_EQ((*result.image)[20], word::of(1, 8));
+    EXPECT_EQ((*result.image)[40], word::of(1, 8));
+}
+
+TEST(MifReader, DoubtsALargePatternAsAWhole) {
+    const std::string settings = "WIDTH=8;\nDEPTH=65536;\nADDRESS_RADIX=DEC;\nDATA_RADIX=HEX;\n";
+    const read_result result = read_mif(mif_of("[10..59999] : 1 G;\n", settings), {.keep_going = true});
+    EXPECT_EQ(result.unreadable, (std::vector<address_range>{{10, 59999}}));
+}
+
+TEST(MifReader, GivesAdviceForNumbersOfTheHeader) {
+    const auto advice = [](std::string_view depth) {
+        return hint_of(read_mif(mif_of("", "WIDTH=8;\nDEPTH=" + std::string(depth) + ";\n"), {}));
+    };
+    EXPECT_EQ(advice("4K"), "write 4096");
+    EXPECT_EQ(advice("2M"), "write 2097152");
+    EXPECT_EQ(advice("4,096"), "write 4096");
+    EXPECT_EQ(advice("4_096"), "write 4096");
+    EXPECT_EQ(advice("16 words"), "write 16");
+    EXPECT_EQ(advice("0x10"), "write a decimal number");
+    EXPECT_EQ(advice("many"), "write a decimal number");
+    EXPECT_EQ(advice("9999999999K"), "write a decimal number");
+}
+
+TEST(MifReader, GivesAdviceForRadixes) {
+    const auto advice = [](std::string_view name) {
+        return hint_of(
+            read_mif(mif_of("", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=" + std::string(name) + ";\n"), {}));
+    };
+    EXPECT_THAT(advice("HXE"), testing::HasSubstr("did you mean HEX?"));
+    EXPECT_THAT(advice("bim"), testing::HasSubstr("did you mean BIN?"));
+    EXPECT_THAT(advice("myhex"), testing::HasSubstr("did you mean HEX?"));
+    EXPECT_THAT(advice("16"), testing::HasSubstr("write one of them"));
+}
+
 } // namespace

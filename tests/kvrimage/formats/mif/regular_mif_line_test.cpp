@@ -51,15 +51,15 @@ TEST(RegularMifLine, AgreesWithTheParserOnRandomLines) {
     std::mt19937 random(5);
     const std::vector<std::string> parts = {"0", "1F", " ", "\t", ":", " : ", ";",
                                             "-", "--", "X", "%",  "G", ",",   "."};
-    const std::string header = "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n";
+    const std::string opening = "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n";
     int regular = 0;
     for (int round = 0; round < 200000; ++round) {
         std::string line = random() % 2 == 0 ? "1 : 0" : "";
         for (std::size_t count = random() % 8; count > 0; --count) {
             line += parts[random() % parts.size()];
         }
-        const std::string text = header + line + (random() % 2 == 0 ? ";\n" : "\n");
-        const auto found = regular_mif_line_at(text, header.size(), 16);
+        const std::string text = opening + line + (random() % 2 == 0 ? ";\n" : "\n");
+        const auto found = regular_mif_line_at(text, opening.size(), 16);
         if (!found) {
             continue;
         }

@@ -157,4 +157,40 @@ TEST(RifWriter, WritesLargeMemoriesInParts) {
     EXPECT_EQ(read_rif(text, {}).image->words().run_at(0).last, 99999U);
 }
 
+TEST(RifWriter, SizesAndWritesALargeFill) {
+    memory_image image(8, 200000);
+    image.words().fill(1, 199998, {"AB", "CD", "EF"});
+    const std::string text = written(image);
+    EXPECT_TRUE(text.starts_with("@1\nAB CD EF AB CD EF AB \n@8\nCD ")) << text.substr(0, 40);
+    EXPECT_TRUE(text.ends_with("@30d38\nEF AB CD EF AB CD EF \n")) << text.substr(text.size() - 40);
+    EXPECT_GE(written_rif_size(image, {}), text.size());
+    EXPECT_LE(written_rif_size(image, {}), text.size() + text.size() / 20);
+}
+
+TEST(RifWriter, RefusesALargeFillWithADontCareBit) {
+    memory_image image(8, 200000, 16);
+    image.words().fill(10, 199999, {"AB", "CD", "X0000000"});
+    const auto found = can_write_rif(image, {});
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found.front().id, diagnostic_id::dont_care_bit);
+    EXPECT_EQ(found.front().address, 16U + 12);
+}
+
+TEST(RifWriter, RefusesTheFirstOfManyDifferentWordsWithADontCareBit) {
+    memory_image image(8, 5000);
+    for (std::uint64_t address = 0; address < 5000; ++address) {
+        image.words().set(address, address % 2 == 0 ? "X0000000" : "X0000001");
+    }
+    const auto found = can_write_rif(image, {});
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found.front().address, 0U);
+}
+
+TEST(RifWriter, TakesALargeFillWithDontCareDigits) {
+    memory_image image(8, 200000);
+    image.words().fill(0, 199999, {"AB", "CD", "XXXX0000"});
+    EXPECT_TRUE(can_write_rif(image, {}).empty());
+    EXPECT_TRUE(written(image).starts_with("@0\nAB CD X0 AB CD X0 AB CD \n"));
+}
+
 } // namespace
