@@ -76,7 +76,7 @@ public:
 
     [[nodiscard]] std::optional<std::uint64_t> first() {
         for_each_row_cycle_or_run(
-            image.words(), [this](const kvr::word_row& row, std::uint64_t) { return pass_row(row); },
+            image.words(), [](const kvr::word_row& row, std::uint64_t) { return pass_row(row); },
             [this](const text_cycle& cycle) { return pass_cycle(cycle); },
             [this](const text_run& run) { look_at(run.first, run.text); });
         return found;

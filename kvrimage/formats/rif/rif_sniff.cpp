@@ -14,12 +14,12 @@ struct piece_counts {
     bool has_comments = false;
 
     void take(const rif_piece& piece) {
-        using kind = rif_piece::kind;
+        using rif_kind = rif_piece::kind;
         const bool is_proper = piece.fault.length == 0 && piece.address_fault == rif_address_fault::none;
-        addresses += piece.what == kind::address && is_proper ? 1 : 0;
-        words += piece.what == kind::word && is_proper ? 1 : 0;
-        faults += piece.what == kind::stray || !is_proper ? 1 : 0;
-        has_comments = has_comments || piece.what == kind::comment;
+        addresses += piece.what == rif_kind::address && is_proper ? 1 : 0;
+        words += piece.what == rif_kind::word && is_proper ? 1 : 0;
+        faults += piece.what == rif_kind::stray || !is_proper ? 1 : 0;
+        has_comments = has_comments || piece.what == rif_kind::comment;
     }
 };
 
