@@ -14,14 +14,14 @@ using namespace std::string_view_literals;
 
 constexpr std::string_view blanks = " \t\r\f\v";
 /// Enough of a file to know its kind.
-constexpr std::size_t most_looked_at = 65536;
+constexpr std::size_t most_of_foreign_content = 65536;
 
 /// The lines of the front of a text that hold something, without the blanks around them.
 class filled_lines {
 public:
     explicit filled_lines(std::string_view contents)
-        : rest(contents.substr(0, most_looked_at)),
-          is_cut(contents.size() > most_looked_at) {
+        : rest(contents.substr(0, most_of_foreign_content)),
+          is_cut(contents.size() > most_of_foreign_content) {
         if (rest.starts_with("\xEF\xBB\xBF")) {
             rest.remove_prefix(3);
         }
@@ -108,7 +108,7 @@ bool is_utf16_without_mark(std::string_view contents) {
 }
 
 bool has_nul(std::string_view contents) {
-    return contents.substr(0, most_looked_at).find('\0') != std::string_view::npos;
+    return contents.substr(0, most_of_foreign_content).find('\0') != std::string_view::npos;
 }
 
 constexpr std::string_view to_utf8_16 = "iconv -f UTF-16 -t UTF-8 makes plain text of it";
@@ -121,7 +121,7 @@ struct beginning {
     std::string_view advice;
 };
 
-constexpr auto beginnings = std::to_array<beginning>({
+constexpr auto foreign_beginnings = std::to_array<beginning>({
     {"\xFF\xFE\0\0"sv, "UTF-32 text", to_utf8_32},
     {"\0\0\xFE\xFF"sv, "UTF-32 text", to_utf8_32},
     {"\xFF\xFE"sv, "UTF-16 text", to_utf8_16},
@@ -164,8 +164,8 @@ constexpr auto kinds = std::to_array<kind>({
 
 std::optional<diagnostic> foreign_content(std::string_view contents) {
     const auto begun = std::ranges::find_if(
-        beginnings, [contents](const beginning& each) { return contents.starts_with(each.bytes); });
-    if (begun != beginnings.end()) {
+        foreign_beginnings, [contents](const beginning& each) { return contents.starts_with(each.bytes); });
+    if (begun != foreign_beginnings.end()) {
         return diagnose::foreign_content(span{0, begun->bytes.size()}, begun->what, begun->advice);
     }
     const auto found =

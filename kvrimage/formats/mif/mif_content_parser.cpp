@@ -9,8 +9,6 @@ namespace kvrimage {
 
 namespace {
 
-using kind = mif_token::kind;
-
 /// Where regular lines are rare, they are not looked for before every statement.
 constexpr std::uint32_t most_lines_alone = 64;
 
@@ -74,22 +72,22 @@ void mif_content_parser::read_regular_lines() {
 bool mif_content_parser::read_one() {
     const mif_token& next = tokens.peek();
     switch (next.what) {
-    case kind::end:
+    case mif_token::kind::end:
         find_missing_end();
         return false;
-    case kind::colon:
+    case mif_token::kind::colon:
         take_without_address();
         return true;
-    case kind::semicolon:
+    case mif_token::kind::semicolon:
         take_semicolon();
         return true;
-    case kind::dots:
+    case mif_token::kind::dots:
         take_left_out();
         return true;
-    case kind::open:
+    case mif_token::kind::open:
         take_statement();
         return true;
-    case kind::word:
+    case mif_token::kind::word:
         if (is_keyword(tokens.in(next.at), "END")) {
             take_end();
             return false;
@@ -114,11 +112,11 @@ void mif_content_parser::take_semicolon() {
 void mif_content_parser::take_left_out() {
     const mif_token first = tokens.take();
     std::uint64_t end = first.at.end();
-    while (tokens.peek().is(kind::dots) && !tokens.peek().starts_line) {
+    while (tokens.peek().is(mif_token::kind::dots) && !tokens.peek().starts_line) {
         end = tokens.take().at.end();
     }
     const mif_token& next = tokens.peek();
-    if (first.starts_line && (next.starts_line || next.is(kind::end))) {
+    if (first.starts_line && (next.starts_line || next.is(mif_token::kind::end))) {
         find(mif_syntax::left_out, between(first.at.offset, end));
     } else {
         find(mif_syntax::stray_text, between(first.at.offset, std::max(end, tokens.skip_statement().end())));
@@ -199,11 +197,11 @@ void mif_content_parser::give_up() {
 }
 
 bool mif_content_parser::take_address() {
-    if (tokens.peek().is(kind::open)) {
+    if (tokens.peek().is(mif_token::kind::open)) {
         return take_range();
     }
     statement.first = take().at;
-    if (tokens.peek().is(kind::dots) && !tokens.peek().starts_line) {
+    if (tokens.peek().is(mif_token::kind::dots) && !tokens.peek().starts_line) {
         take_range_without_brackets();
     }
     return true;
@@ -212,7 +210,7 @@ bool mif_content_parser::take_address() {
 /// "0..7 : 1;"
 void mif_content_parser::take_range_without_brackets() {
     take();
-    if (tokens.peek().is(kind::word)) {
+    if (tokens.peek().is(mif_token::kind::word)) {
         statement.last = take().at;
     }
     const span range = between(statement.first.offset, last_end);
@@ -232,19 +230,20 @@ bool mif_content_parser::take_range() {
     bool has_other = false;
     const auto goes_on = [this] {
         const mif_token& next = tokens.peek();
-        return !next.is(kind::close) && !next.is(kind::semicolon) && !next.is(kind::end) &&
-               !next.is(kind::open) && !is_keyword(tokens.in(next.at), "END");
+        return !next.is(mif_token::kind::close) && !next.is(mif_token::kind::semicolon) &&
+               !next.is(mif_token::kind::end) && !next.is(mif_token::kind::open) &&
+               !is_keyword(tokens.in(next.at), "END");
     };
     while (goes_on()) {
         const mif_token token = tokens.peek();
-        if (token.is(kind::word)) {
+        if (token.is(mif_token::kind::word)) {
             words.push_back(take().at);
             continue;
         }
         const bool is_first_dots =
-            token.is(kind::dots) && token.at.length == 2 && words.size() == 1 && !has_dots;
+            token.is(mif_token::kind::dots) && token.at.length == 2 && words.size() == 1 && !has_dots;
         // ":" ends a range without "]" unless a "]" follows on the line.
-        if (token.is(kind::colon) && has_dots) {
+        if (token.is(mif_token::kind::colon) && has_dots) {
             break;
         }
         take();
@@ -252,7 +251,7 @@ bool mif_content_parser::take_range() {
         has_other = has_other || !is_first_dots;
     }
     const span inside = between(statement.open.offset, last_end);
-    const bool is_closed = tokens.peek().is(kind::close);
+    const bool is_closed = tokens.peek().is(mif_token::kind::close);
     if (is_closed) {
         statement.close = take().at;
     }
@@ -322,17 +321,17 @@ bool mif_content_parser::find_misspelt_range(const std::vector<span>& words, boo
 bool mif_content_parser::take_colon() {
     const span address = between(statement.whole.offset, last_end);
     span stray;
-    while (tokens.peek().is(kind::word) && !tokens.peek().starts_line) {
+    while (tokens.peek().is(mif_token::kind::word) && !tokens.peek().starts_line) {
         const span at = take().at;
         stray = stray.length == 0 ? at : between(stray.offset, at.end());
     }
-    if (tokens.peek().is(kind::word) && tokens.peek().starts_line && stray.length == 0 &&
+    if (tokens.peek().is(mif_token::kind::word) && tokens.peek().starts_line && stray.length == 0 &&
         is_keyword(tokens.in(statement.first), "BEGIN")) {
         find_in_statement(mif_syntax::stray_text, address);
         statement.first = {};
         return false;
     }
-    if (!tokens.peek().is(kind::colon)) {
+    if (!tokens.peek().is(mif_token::kind::colon)) {
         give_up();
         find_in_statement(mif_syntax::missing_colon, between(statement.whole.offset, last_end));
         return false;
@@ -354,7 +353,7 @@ bool mif_content_parser::take_value_or_end() {
     const mif_tokens::cursor place = tokens.place();
     const mif_token next = tokens.peek();
     switch (next.what) {
-    case kind::word:
+    case mif_token::kind::word:
         if (is_keyword(tokens.in(next.at), "END")) {
             end_without_semicolon(next.at.offset);
             return false;
@@ -367,24 +366,24 @@ bool mif_content_parser::take_value_or_end() {
             glued.push_back(next.at);
         }
         return true;
-    case kind::comma:
+    case mif_token::kind::comma:
         take();
         find(mif_syntax::comma, next.at, text_edit{next.at.offset, 1, " "});
         return true;
-    case kind::semicolon:
+    case mif_token::kind::semicolon:
         take();
         statement.semicolon = next.at;
         if (statement.values.empty()) {
             find_in_statement(mif_syntax::missing_value, between(statement.whole.offset, last_end));
         }
         return false;
-    case kind::colon:
+    case mif_token::kind::colon:
         if (begins_another_statement()) {
             return false;
         }
         break;
-    case kind::end:
-    case kind::open:
+    case mif_token::kind::end:
+    case mif_token::kind::open:
         end_without_semicolon(next.at.offset);
         return false;
     default:
@@ -440,7 +439,7 @@ void mif_content_parser::take_end() {
     }
     tokens.enter(mif_section::behind_end);
     span semicolon{word.at.end(), 0};
-    if (tokens.peek().is(kind::semicolon)) {
+    if (tokens.peek().is(mif_token::kind::semicolon)) {
         semicolon = tokens.take().at;
     } else {
         find(mif_syntax::end_semicolon, word.at, insertion_at(word.at.end(), ";"));
@@ -450,11 +449,11 @@ void mif_content_parser::take_end() {
 }
 
 void mif_content_parser::take_behind_end() {
-    while (!tokens.peek().is(kind::end)) {
+    while (!tokens.peek().is(mif_token::kind::end)) {
         const std::uint64_t begin = tokens.peek().at.offset;
         const mif_token first = tokens.take();
         const span rest = tokens.skip_statement();
-        if (!first.is(kind::semicolon)) {
+        if (!first.is(mif_token::kind::semicolon)) {
             const span text = between(begin, std::max(rest.end(), first.at.end()));
             find(looks_like_mif(tokens.in(text)) ? mif_syntax::behind_end : mif_syntax::text_behind_end,
                  text);

@@ -12,8 +12,6 @@ namespace kvrimage {
 
 namespace {
 
-using kind = mif_token::kind;
-
 constexpr std::array<std::string_view, mif_keyword_count> keyword_names = {"WIDTH", "DEPTH", "ADDRESS_RADIX",
                                                                            "DATA_RADIX"};
 
@@ -102,7 +100,7 @@ std::string_view name_of(mif_keyword keyword) noexcept {
 }
 
 bool mif_header_parser::read() {
-    while (!tokens.peek().is(kind::end)) {
+    while (!tokens.peek().is(mif_token::kind::end)) {
         if (!read_one()) {
             return true;
         }
@@ -114,13 +112,13 @@ bool mif_header_parser::read() {
 bool mif_header_parser::read_one() {
     const mif_token& next = tokens.peek();
     const std::string_view text = tokens.in(next.at);
-    if (next.is(kind::semicolon)) {
+    if (next.is(mif_token::kind::semicolon)) {
         const span at = tokens.take().at;
         sink.finding({mif_syntax::empty_statement, at, at, {}, text_edit{at.offset, 1, ""}});
-    } else if (next.is(kind::word) && find_content_spelling(text) != nullptr) {
+    } else if (next.is(mif_token::kind::word) && find_content_spelling(text) != nullptr) {
         take_content();
         return false;
-    } else if (next.is(kind::word) && is_keyword(text, "BEGIN")) {
+    } else if (next.is(mif_token::kind::word) && is_keyword(text, "BEGIN")) {
         sink.finding(
             {mif_syntax::missing_content, next.at, next.at, {}, insertion_at(next.at.offset, "CONTENT ")});
         sink.content({next.at.offset, 0});
@@ -137,10 +135,10 @@ bool mif_header_parser::read_one() {
         sink.content({first.at.offset, 0});
         sink.begin({first.at.offset, 0});
         return false;
-    } else if (const auto keyword = mif_keyword_of(text); next.is(kind::word) && keyword) {
+    } else if (const auto keyword = mif_keyword_of(text); next.is(mif_token::kind::word) && keyword) {
         take_setting(*keyword);
     } else if (const auto glued = keyword_with_digits(text);
-               next.is(kind::word) && glued && ends_after_word()) {
+               next.is(mif_token::kind::word) && glued && ends_after_word()) {
         take_glued_setting(*glued, name_of(*glued).size());
     } else {
         take_unknown();
@@ -151,19 +149,19 @@ bool mif_header_parser::read_one() {
 /// True before "0 :", "[", and END.
 bool mif_header_parser::is_statement_ahead() {
     const mif_token& next = tokens.peek();
-    if (next.is(kind::open)) {
+    if (next.is(mif_token::kind::open)) {
         return true;
     }
     const std::string_view text = tokens.in(next.at);
-    if (!next.is(kind::word) || is_keyword(text, "END")) {
-        return next.is(kind::word);
+    if (!next.is(mif_token::kind::word) || is_keyword(text, "END")) {
+        return next.is(mif_token::kind::word);
     }
     if (!std::ranges::all_of(text, kvr::is_value_character)) {
         return false;
     }
     const mif_tokens::cursor place = tokens.place();
     tokens.take();
-    const bool found = tokens.peek().is(kind::colon);
+    const bool found = tokens.peek().is(mif_token::kind::colon);
     tokens.go_back_to(place);
     return found;
 }
@@ -173,7 +171,8 @@ bool mif_header_parser::ends_after_word() {
     const mif_tokens::cursor place = tokens.place();
     tokens.take();
     const mif_token& next = tokens.peek();
-    const bool found = next.is(kind::semicolon) || next.is(kind::end) || next.starts_line;
+    const bool found =
+        next.is(mif_token::kind::semicolon) || next.is(mif_token::kind::end) || next.starts_line;
     tokens.go_back_to(place);
     return found;
 }
@@ -181,25 +180,26 @@ bool mif_header_parser::ends_after_word() {
 void mif_header_parser::take_setting(mif_keyword keyword) {
     const mif_token first_token = tokens.peek();
     mif_setting found{keyword, {}, tokens.take().at, {}};
-    const bool has_equals = tokens.peek().is(kind::equals);
-    if (has_equals || (tokens.peek().is(kind::colon) && !tokens.peek().starts_line)) {
+    const bool has_equals = tokens.peek().is(mif_token::kind::equals);
+    if (has_equals || (tokens.peek().is(mif_token::kind::colon) && !tokens.peek().starts_line)) {
         tokens.take();
     }
     const mif_token& first = tokens.peek();
     const bool has_value =
-        !first.is(kind::semicolon) && !first.is(kind::end) &&
-        (!first.starts_line ||
-         (has_equals && first.is(kind::word) && !looks_like_mif(tokens.contents().substr(first.at.offset))));
+        !first.is(mif_token::kind::semicolon) && !first.is(mif_token::kind::end) &&
+        (!first.starts_line || (has_equals && first.is(mif_token::kind::word) &&
+                                !looks_like_mif(tokens.contents().substr(first.at.offset))));
     if (has_value) {
         const std::uint64_t begin = tokens.take().at.offset;
         std::uint64_t end = tokens.place().at;
-        while (!tokens.peek().is(kind::semicolon) && !tokens.peek().is(kind::end) &&
+        while (!tokens.peek().is(mif_token::kind::semicolon) && !tokens.peek().is(mif_token::kind::end) &&
                !tokens.peek().starts_line) {
             end = tokens.take().at.end();
         }
         found.value = {begin, end - begin};
         if (!has_equals && !is_value_of(keyword, tokens.in(found.value))) {
-            find_header_text(first_token, tokens.peek().is(kind::semicolon) ? tokens.take().at.end() : end);
+            find_header_text(first_token,
+                             tokens.peek().is(mif_token::kind::semicolon) ? tokens.take().at.end() : end);
             return;
         }
         if (!has_equals) {
@@ -232,7 +232,7 @@ void mif_header_parser::find_missing_equals(const mif_setting& found) {
 
 void mif_header_parser::find_end_of_setting(mif_setting& found) {
     const std::uint64_t end = std::max(found.value.end(), found.name.end());
-    if (tokens.peek().is(kind::semicolon)) {
+    if (tokens.peek().is(mif_token::kind::semicolon)) {
         found.whole = {found.name.offset, tokens.take().at.end() - found.name.offset};
     } else {
         found.whole = {found.name.offset, end - found.name.offset};
@@ -251,13 +251,13 @@ void mif_header_parser::find_end_of_setting(mif_setting& found) {
 void mif_header_parser::take_unknown() {
     const mif_token first = tokens.peek();
     std::uint64_t name_end = first.at.offset;
-    while (tokens.peek().is(kind::word) &&
+    while (tokens.peek().is(mif_token::kind::word) &&
            (tokens.peek().at.offset == first.at.offset || !tokens.peek().starts_line)) {
         name_end = tokens.take().at.end();
     }
     const span name{first.at.offset, name_end - first.at.offset};
     const auto meant = nearest_keyword(tokens.in(name));
-    if (name.length != 0 && tokens.peek().is(kind::equals) && !tokens.peek().starts_line) {
+    if (name.length != 0 && tokens.peek().is(mif_token::kind::equals) && !tokens.peek().starts_line) {
         sink.finding({mif_syntax::unknown_setting,
                       name,
                       name,
@@ -284,7 +284,8 @@ void mif_header_parser::take_unknown() {
 /// Text from @p first to @p end, of which the token ahead is what follows.
 void mif_header_parser::find_header_text(const mif_token& first, std::uint64_t end) {
     const span whole{first.at.offset, end - first.at.offset};
-    const bool is_line = first.starts_line && (tokens.peek().starts_line || tokens.peek().is(kind::end));
+    const bool is_line =
+        first.starts_line && (tokens.peek().starts_line || tokens.peek().is(mif_token::kind::end));
     sink.finding({mif_syntax::header_text,
                   whole,
                   whole,
@@ -311,9 +312,9 @@ void mif_header_parser::take_content() {
 
 /// Skips what is between CONTENT and BEGIN.
 void mif_header_parser::find_begin(const span& content) {
-    while (!tokens.peek().is(kind::end) && !is_statement_ahead()) {
+    while (!tokens.peek().is(mif_token::kind::end) && !is_statement_ahead()) {
         const mif_token& next = tokens.peek();
-        if (next.is(kind::word) && is_keyword(tokens.in(next.at), "BEGIN")) {
+        if (next.is(mif_token::kind::word) && is_keyword(tokens.in(next.at), "BEGIN")) {
             take_begin();
             return;
         }
@@ -331,7 +332,7 @@ void mif_header_parser::find_begin(const span& content) {
 void mif_header_parser::take_begin() {
     const span word = tokens.take().at;
     sink.begin(word);
-    if (tokens.peek().is(kind::semicolon) && !tokens.peek().starts_line) {
+    if (tokens.peek().is(mif_token::kind::semicolon) && !tokens.peek().starts_line) {
         const span at = tokens.take().at;
         sink.finding({mif_syntax::content_semicolon, at, word, {}, text_edit{at.offset, 1, ""}});
     }

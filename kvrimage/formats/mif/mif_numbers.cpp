@@ -3,6 +3,7 @@
 #include "kvr/memory/memory_state.h"
 #include "kvr/memory/mif/mif_line.h"
 #include "kvr/numeric/digit_value.h"
+#include "kvr/util/letter_case.h"
 #include "kvrimage/formats/mif/mif_tokens.h"
 
 #include <algorithm>
@@ -40,12 +41,6 @@ constexpr std::array<mif_radix_name, 5> kvr_radix_names = {{{"BIN", radix::bin},
                                                             {"HEX", radix::hex},
                                                             {"OCT", radix::oct}}};
 
-std::string in_upper_case(std::string_view text) {
-    std::string upper(text);
-    kvr::to_upper(upper);
-    return upper;
-}
-
 std::size_t letters_that_differ(std::string_view left, std::string_view right) {
     std::size_t number = 0;
     for (std::size_t i = 0; i < left.size(); ++i) {
@@ -79,14 +74,14 @@ std::optional<radix> mif_radix_of(std::string_view name) noexcept {
 }
 
 std::optional<radix> kvr_radix_of(std::string_view text) {
-    const std::string upper = in_upper_case(text);
+    const std::string upper = kvr::to_upper_case(text);
     const auto* const found = std::ranges::find_if(
         kvr_radix_names, [&upper](const mif_radix_name& each) { return kvr::contains(upper, each.name); });
     return found != kvr_radix_names.end() ? std::optional(found->meant) : std::nullopt;
 }
 
 std::string_view nearest_radix_name(std::string_view name) {
-    const std::string upper = in_upper_case(name.substr(0, 4));
+    const std::string upper = kvr::to_upper_case(name.substr(0, 4));
     for (const mif_radix_name& each : kvr_radix_names) {
         if (upper.size() == each.name.size() &&
             (letters_that_differ(upper, each.name) == 1 ||

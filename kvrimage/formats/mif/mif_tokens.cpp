@@ -10,8 +10,6 @@ namespace kvrimage {
 
 namespace {
 
-using kind = mif_token::kind;
-
 /// What ends a word; "-" only where another follows it.
 constexpr std::string_view word_ends = " \t\r\n=;:[],.%";
 
@@ -24,24 +22,24 @@ constexpr std::array<bool, 256> ends_word = [] {
     return table;
 }();
 
-kind kind_of(char character) noexcept {
+mif_token::kind kind_of(char character) noexcept {
     switch (character) {
     case '=':
-        return kind::equals;
+        return mif_token::kind::equals;
     case ';':
-        return kind::semicolon;
+        return mif_token::kind::semicolon;
     case ':':
-        return kind::colon;
+        return mif_token::kind::colon;
     case '[':
-        return kind::open;
+        return mif_token::kind::open;
     case ']':
-        return kind::close;
+        return mif_token::kind::close;
     case ',':
-        return kind::comma;
+        return mif_token::kind::comma;
     case '.':
-        return kind::dots;
+        return mif_token::kind::dots;
     default:
-        return kind::word;
+        return mif_token::kind::word;
     }
 }
 
@@ -119,18 +117,18 @@ mif_token mif_tokens::read() {
         return token;
     }
     token.what = kind_of(text[here.at]);
-    token.is_glued = token.is(kind::word) && here.after_word && !here.separated;
+    token.is_glued = token.is(mif_token::kind::word) && here.after_word && !here.separated;
     std::size_t end = here.at + 1;
-    if (token.is(kind::word)) {
+    if (token.is(mif_token::kind::word)) {
         end = end_of_word(here.at);
-    } else if (token.is(kind::dots)) {
+    } else if (token.is(mif_token::kind::dots)) {
         end = std::min(text.find_first_not_of('.', here.at), text.size());
     }
     token.at.length = end - here.at;
     here.at = end;
     here.token_in_line = true;
     here.separated = false;
-    here.after_word = token.is(kind::word);
+    here.after_word = token.is(mif_token::kind::word);
     return token;
 }
 
@@ -314,9 +312,9 @@ bool mif_tokens::is_read_by_kvr(std::string_view line) const {
 span mif_tokens::skip_statement() {
     const std::size_t begin = place().at;
     std::size_t end = begin;
-    while (!peek().is(kind::end) && !peek().starts_line) {
+    while (!peek().is(mif_token::kind::end) && !peek().starts_line) {
         end = ahead.at.end();
-        if (take().is(kind::semicolon)) {
+        if (take().is(mif_token::kind::semicolon)) {
             break;
         }
     }

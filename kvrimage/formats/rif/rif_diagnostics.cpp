@@ -1,5 +1,6 @@
 #include "kvrimage/formats/rif/rif_diagnostics.h"
 
+#include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/rif/rif_characters.h"
 
@@ -34,14 +35,6 @@ diagnostic bad_address_text(const places& where, std::string_view address) {
 /// True for a word that looks like one of another language: "0x56".
 bool looks_prefixed(std::string_view word) {
     return word.starts_with("0x") && word.size() > 2;
-}
-
-std::string in_upper_case(std::string_view word) {
-    std::string upper(word.substr(0, named_text::longest));
-    std::ranges::transform(upper, upper.begin(), [](char c) {
-        return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-    });
-    return upper;
 }
 
 } // namespace
@@ -254,7 +247,8 @@ void rif_diagnostics::finish_prefixes() {
     if (prefixes.where.count() == words) {
         add_repair(prefixes, diagnose::word_prefix(prefixes.where, word, digits), "words have no 0x now");
     } else {
-        list.add(diagnose::prefix_or_dont_care(prefixes.where, word, digits, in_upper_case(word)));
+        list.add(diagnose::prefix_or_dont_care(prefixes.where, word, digits,
+                                               kvr::to_upper_case(word.substr(0, named_text::longest))));
     }
 }
 

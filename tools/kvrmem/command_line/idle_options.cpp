@@ -22,9 +22,9 @@ using kvrimage::format;
 /// What a rule can ask for.
 struct run_facts {
     const arguments& given;
-    const format* input;     ///< of the first operand, as far as name and --from tell it; else null
-    const format* output;    ///< of OUT, as far as name and --to tell it; else null
-    std::uint32_t width = 0; ///< bits of a word; 0 before the file is read
+    const format* input = nullptr;  ///< of the first operand, as far as name and --from tell it; else null
+    const format* output = nullptr; ///< of OUT, as far as name and --to tell it; else null
+    std::uint32_t width = 0;        ///< bits of a word; 0 before the file is read
 };
 
 bool has(const run_facts& run, option_id option) {

@@ -116,6 +116,7 @@ std::string listed_formats() {
     return replaced(format_choices(), " ", ", ");
 }
 
+// NOLINTNEXTLINE(readability-function-size): a table
 std::vector<option_entry> make_table() {
     const std::string with_radixes = format_titles([](const format& one) { return one.states_radix; });
     return {

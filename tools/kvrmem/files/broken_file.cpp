@@ -39,9 +39,9 @@ const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result) {
 broken_file::broken_file(const arguments& given, const kvrimage::diagnostic& found, std::string_view name,
                          std::string_view contents, std::string_view after)
     : tool_error(exit_code::bad_input, first_line(kvrimage::diagnostic_text(found, name, ""))),
-      text(kvrimage::diagnostic_text(found, name, contents, diagnostic_painter(stderr, given.color))) {
-    text += after;
-}
+      text(std::make_shared<const std::string>(
+          kvrimage::diagnostic_text(found, name, contents, diagnostic_painter(stderr, given.color)) +
+          std::string(after))) {}
 
 broken_file refusal_of(const arguments& given, const std::string& path, const kvrimage::input_file& file,
                        const kvrimage::read_result& result, const kvrimage::diagnostic& shown) {

@@ -5,6 +5,7 @@
 #include "tools/kvrmem/command_line/option_table.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
+#include <memory>
 #include <string>
 #include <string_view>
 
@@ -18,10 +19,10 @@ public:
     broken_file(const arguments& given, const kvrimage::diagnostic& found, std::string_view name,
                 std::string_view contents, std::string_view after = "");
     /// The diagnostic as `check` shows it, in lines.
-    [[nodiscard]] const std::string& shown() const noexcept { return text; }
+    [[nodiscard]] const std::string& shown() const noexcept { return *text; }
 
 private:
-    std::string text;
+    std::shared_ptr<const std::string> text; ///< shared: an exception is copied without an exception
 };
 
 /// The first broken diagnostic of @p result; null when there is none.

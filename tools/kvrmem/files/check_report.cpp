@@ -34,7 +34,9 @@ json_value places_as_json(const diagnostic& found) {
     json_value places = json_value::array();
     if (found.where != kvrimage::place{}) {
         places.push_back(as_json(found.where));
-        std::ranges::transform(found.more, std::back_inserter(places), as_json);
+        for (const kvrimage::place& where : found.more) {
+            places.push_back(as_json(where));
+        }
     }
     return places;
 }

@@ -23,11 +23,10 @@ void report_or_refuse(const arguments& given, const memory_input& input) {
     if (broken == nullptr) {
         return;
     }
-    broken_file reason = refusal_of(given, input.path, input.file, input.result, *broken);
     if (!given.keep_going || !input.result.image) {
-        throw reason;
+        throw refusal_of(given, input.path, input.file, input.result, *broken);
     }
-    tell_as_it_is(reason.shown());
+    tell_as_it_is(refusal_of(given, input.path, input.file, input.result, *broken).shown());
 }
 
 /// What has no end, or too long a line, is bad input.
