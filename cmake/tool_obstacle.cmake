@@ -1,5 +1,5 @@
 # Sets <out> to the reason why kvrimage cannot be built here, to nothing if it can.
-function(kvr_image_obstacle out)
+function(kvr_kvrimage_obstacle out)
     find_package(fmt QUIET)
     set(${out} "" PARENT_SCOPE)
     if(NOT UNIX)
@@ -10,26 +10,25 @@ function(kvr_image_obstacle out)
 endfunction()
 
 # The same for kvrmem, which is built with kvrimage.
-function(kvr_tool_obstacle out)
+function(kvr_kvrmem_obstacle out)
     find_package(nlohmann_json QUIET)
-    kvr_image_obstacle(obstacle)
+    kvr_kvrimage_obstacle(obstacle)
     if(NOT obstacle AND NOT nlohmann_json_FOUND)
         set(obstacle "the library nlohmann_json is not found")
     endif()
     set(${out} "${obstacle}" PARENT_SCOPE)
 endfunction()
 
-# Without a value for the option KVR_BUILD_<part>, what it stands for is built where it can be, and nothing is kept for
-# the next time.
+# Adds the option KVR_BUILD_<part>, for <name>, which is <description>. Without a value for it, <name> is built where it
+# can be, and nothing is kept for the next time. What is asked for and cannot be built is an error.
 macro(kvr_option_to_build part name description)
-    set(obstacle "")
-    if(PROJECT_IS_TOP_LEVEL AND NOT DEFINED KVR_BUILD_${part})
-        cmake_language(CALL kvr_${name}_obstacle obstacle)
-    endif()
-    if(obstacle)
-        message(STATUS "${description} is not built: ${obstacle}")
+    cmake_language(CALL kvr_${name}_obstacle obstacle)
+    if(obstacle AND KVR_BUILD_${part})
+        message(FATAL_ERROR "${name} cannot be built: ${obstacle}. Without KVR_BUILD_${part} it is left out.")
+    elseif(obstacle AND PROJECT_IS_TOP_LEVEL AND NOT DEFINED KVR_BUILD_${part})
+        message(STATUS "${name} is not built: ${obstacle}")
         set(KVR_BUILD_${part} OFF)
     else()
-        option(KVR_BUILD_${part} "Build ${description}" ${PROJECT_IS_TOP_LEVEL})
+        option(KVR_BUILD_${part} "Build ${name}, ${description}" ${PROJECT_IS_TOP_LEVEL})
     endif()
 endmacro()

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic.h"
-#include "kvrimage/diagnostics/places.h"
 
 #include <array>
 #include <cstddef>

@@ -1,24 +1,12 @@
 #pragma once
 
-#include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/diagnostics/span.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 namespace kvrimage {
-
-/// Bytes of a file.
-struct span {
-    std::uint64_t offset = 0;
-    std::uint64_t length = 0;
-
-    [[nodiscard]] std::uint64_t end() const noexcept { return offset + length; }
-    [[nodiscard]] std::string_view in(std::string_view text) const {
-        return text.substr(static_cast<std::size_t>(offset), static_cast<std::size_t>(length));
-    }
-};
 
 /// The places that share one cause: the first ten, and how many there are.
 class places {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic.h"
-#include "kvrimage/diagnostics/places.h"
+#include "kvrimage/diagnostics/span.h"
 #include "kvrimage/export.h"
 #include "kvrimage/image/memory_image.h"
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvr/memory/store/word_store.h"
-#include "kvrimage/diagnostics/places.h"
+#include "kvrimage/diagnostics/span.h"
 #include "kvrimage/formats/format.h"
 
 #include <string>

@@ -19,7 +19,8 @@ void image_words::fill(std::uint64_t first, std::uint64_t last, const std::vecto
     if (last >= half()) {
         std::vector<std::string_view> rest = values;
         const std::uint64_t begin = std::max(first, half());
-        std::ranges::rotate(rest, rest.begin() + static_cast<std::ptrdiff_t>((begin - first) % rest.size()));
+        const auto shift = static_cast<std::ptrdiff_t>((begin - first) % rest.size());
+        std::rotate(rest.begin(), rest.begin() + shift, rest.end());
         halves[1].fill(within_half(begin), within_half(last), rest);
     }
 }

@@ -3,6 +3,7 @@
 #include "kvr/memory/io/hex_digit_block.h"
 #include "kvr/memory/store/word_batch.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/diagnostics/places.h"
 #include "kvrimage/formats/hex/hex_layout.h"
 #include "kvrimage/formats/hex/hex_records.h"
 #include "kvrimage/image/image_words.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvrimage/diagnostics/places.h"
+#include "kvrimage/diagnostics/span.h"
 
 #include <cstddef>
 #include <cstdint>

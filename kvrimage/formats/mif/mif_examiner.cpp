@@ -250,7 +250,9 @@ void mif_examiner::report_addresses(diagnostic_list& list) {
     }
     if (!beyond.found.empty()) {
         const std::string decimal = std::to_string(beyond_address);
-        const bool is_plain = beyond.text == decimal;
+        // The last value of a list has an address that is not written.
+        const bool is_plain =
+            beyond.text == decimal || mif_number_of(beyond.text, form.addresses).value != beyond_address;
         beyond.found.report(
             diagnose::beyond_depth(beyond.found.where(),
                                    is_plain ? decimal : beyond.text + " (decimal " + decimal + ")",

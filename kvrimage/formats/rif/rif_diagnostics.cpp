@@ -54,34 +54,34 @@ rif_diagnostics::rif_diagnostics(std::string_view contents, const read_options& 
       list(found) {}
 
 void rif_diagnostics::take(const rif_piece& piece) {
-    using kind = rif_piece::kind;
+    using rif_kind = rif_piece::kind;
     switch (piece.what) {
-    case kind::byte_order_mark:
+    case rif_kind::byte_order_mark:
         add_repair({piece.where, {{piece.where.offset, piece.where.length, ""}}},
                    diagnose::rif_byte_order_mark(piece.where), "the byte-order mark is gone");
         break;
-    case kind::blanks:
+    case rif_kind::blanks:
         break;
-    case kind::tabs:
+    case rif_kind::tabs:
         take_tabs(piece.where);
         break;
-    case kind::line_end:
+    case rif_kind::line_end:
         line = {};
         break;
-    case kind::carriage_return:
+    case rif_kind::carriage_return:
         carriage_returns.where.add(piece.where);
         add_edit(carriage_returns, {piece.where.offset, piece.where.length, "\n"});
         line = {};
         break;
-    case kind::word:
-    case kind::address:
+    case rif_kind::word:
+    case rif_kind::address:
         take_item(piece);
         break;
-    case kind::comment:
+    case rif_kind::comment:
         comments.where.add(piece.where);
         add_edit(comments, {piece.where.offset, piece.where.length, ""});
         break;
-    case kind::stray:
+    case rif_kind::stray:
         add_illegal(piece.where);
         line.blanks_begin = piece.where.end();
         break;

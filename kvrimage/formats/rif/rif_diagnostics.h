@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/diagnostics/places.h"
 #include "kvrimage/formats/format.h"
 #include "kvrimage/formats/rif/rif_parser.h"
 

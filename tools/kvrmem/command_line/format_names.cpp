@@ -76,7 +76,7 @@ std::vector<std::string> consumer_choices() {
         }
     }
     std::ranges::sort(names);
-    names.erase(std::ranges::unique(names).begin(), names.end());
+    names.erase(std::unique(names.begin(), names.end()), names.end());
     names.emplace_back("none");
     return names;
 }

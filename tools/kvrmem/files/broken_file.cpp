@@ -20,7 +20,7 @@ std::string shell_word(const std::string& word) {
         return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
                std::string_view("_-+=:,./@%").find(c) != std::string_view::npos;
     };
-    return std::ranges::all_of(word, is_plain) ? word : "'" + replaced(word, "'", R"('\'')") + "'";
+    return std::ranges::all_of(word, is_plain) ? word : fmt::format("'{}'", replaced(word, "'", R"('\'')"));
 }
 
 std::string first_line(const std::string& text) {
