@@ -154,4 +154,34 @@ TEST(ForEachDifference, RandomMemoriesDifferWhereTheirWordsDo) {
     }
 }
 
+TEST(ForEachDifference, LargeFillsOfDifferentWordsDifferInEach) {
+    memory_image left(8, 200000);
+    memory_image right(8, 200000);
+    left.fill({0, 199999}, std::array{compared_word(1), compared_word(2)});
+    right.fill({0, 199999}, std::array{compared_word(1), compared_word(3)});
+    std::uint64_t count = 0;
+    for_each_difference(left, right, [&count](const difference& one) {
+        EXPECT_EQ(one.addresses.first % 2, 1U);
+        EXPECT_EQ(one.left, compared_word(2));
+        EXPECT_EQ(one.right, compared_word(3));
+        count += one.addresses.last - one.addresses.first + 1;
+    });
+    EXPECT_EQ(count, 100000U);
+}
+
+TEST(ForEachDifference, DontCareBitsOfDifferentWidthsAreComparedBitByBit) {
+    memory_image left(4, 3);
+    memory_image right(8, 3);
+    const auto bits = [](std::string_view text) {
+        return *word::parse(text, radix::bin, static_cast<std::uint32_t>(text.size())).value;
+    };
+    left.set(0, bits("1X01"));
+    right.set(0, bits("00001X01"));
+    left.set(1, bits("1X01"));
+    right.set(1, bits("00001101"));
+    left.set(2, bits("0001"));
+    right.set(2, bits("0000000X"));
+    EXPECT_EQ(differences(left, right), "1-1:1X01/00001101 2-2:0001/0000000X ");
+}
+
 } // namespace

@@ -55,4 +55,17 @@ TEST(InStyle, LowersLettersWhenAsked) {
     EXPECT_EQ(in_style("0AX", {2, false}), "AX");
 }
 
+TEST(DigitStyle, IsThatOfNumbersWrittenInIt) {
+    EXPECT_EQ(in_style("FE", {4, true}), "00fe");
+    EXPECT_EQ(in_style("-FE", {4, false}), "-00FE");
+    EXPECT_EQ(in_style("00FE", {1, false}), "FE");
+    EXPECT_EQ(in_style("000", {2, false}), "00");
+}
+
+TEST(DigitStyle, LettersAreThoseOfTheAlphabetOnly) {
+    EXPECT_FALSE(style_of("1{").lower_case);
+    EXPECT_FALSE(style_of("1`").lower_case);
+    EXPECT_TRUE(style_of("1z").lower_case);
+}
+
 } // namespace

@@ -99,4 +99,21 @@ TEST(ForeignContent, IsNotEveryText) {
     EXPECT_EQ(kind_of("0101\nDear reader,\n"), "");
 }
 
+TEST(ForeignContent, IsNoMarkupWithoutANameAfterTheBracket) {
+    for (const std::string_view markup : {"<?xml", "<!--", "<Memory>", "<zone>"}) {
+        EXPECT_TRUE(foreign_content(markup)) << markup;
+    }
+    for (const std::string_view other : {"<", "<1>", "<[", "<{", "<@"}) {
+        EXPECT_FALSE(foreign_content(other)) << other;
+    }
+}
+
+TEST(ForeignContent, IsNoSRecordWithoutDigitsOfAllItsBytes) {
+    EXPECT_TRUE(foreign_content("S00600004844521B\n"));
+    for (const std::string_view other : {"S0060000", "S00600004844521", "S:0600004844521B",
+                                         "S/0600004844521B", "S00600004844521G", "T00600004844521B"}) {
+        EXPECT_FALSE(foreign_content(other)) << other;
+    }
+}
+
 } // namespace

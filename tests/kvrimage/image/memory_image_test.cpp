@@ -328,4 +328,13 @@ TEST(MemoryImage, CopiesAreIndependent) {
     EXPECT_EQ(image, copy);
 }
 
+TEST(MemoryImage, FillUnsetLeavesALargeFill) {
+    memory_image image(8, 200000);
+    image.fill({10, 150000}, std::array{byte_word(1), byte_word(2)});
+    image.fill_unset(byte_word(9));
+    EXPECT_EQ(shown_runs(image.runs({0, 11})), (std::vector<shown_run>{{0, 9, 9}, {10, 10, 1}, {11, 11, 2}}));
+    EXPECT_EQ(shown_runs(image.runs({149999, 199999})),
+              (std::vector<shown_run>{{149999, 149999, 2}, {150000, 150000, 1}, {150001, 199999, 9}}));
+}
+
 } // namespace

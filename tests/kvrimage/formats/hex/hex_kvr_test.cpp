@@ -69,4 +69,21 @@ TEST(HexForKvr, AFileThatIsNotReadIsNotCompared) {
     EXPECT_TRUE(check_hex_for_kvr("x", {}, read_hex("x", {})).empty());
 }
 
+TEST(HexForKvr, ReportsTheLineThatIsNoRecord) {
+    const std::string text = record("0100000012") + "\n:01000100G0\n" + end_record;
+    read_options options = of_width(8);
+    options.keep_going = true;
+    read_result ours = read_hex(text, options);
+    ASSERT_TRUE(ours.image);
+    ours.diagnostics.clear(); // as if our reading had not found it
+    const std::vector<diagnostic> found = check_hex_for_kvr(text, options, ours);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found.front().message, "the kvr library refuses the file: line 3 is no record");
+    EXPECT_EQ(found.front().where, (place{3, 2, 16, 2}));
+}
+
+TEST(HexForKvr, WithoutAnImageThereIsNothingToCompare) {
+    EXPECT_TRUE(check_hex_for_kvr(end_record, {}, {}).empty());
+}
+
 } // namespace

@@ -1,5 +1,6 @@
 #include "kvrimage/edit/text_lines.h"
 #include "kvrimage/formats/mif/mif_edit.h"
+#include "kvrimage/formats/mif/mif_line_style.h"
 #include "kvrimage/formats/mif/mif_reader.h"
 #include "tests/kvrimage/formats/mif/mif_model.h"
 
@@ -461,6 +462,21 @@ TEST(MifEdit, RandomFilesHoldTheNewWordsAndKeepOtherLines) {
             return;
         }
     }
+}
+
+// --- lines of values ---
+
+TEST(MifLineStyle, ValuesBeyondTheLimitGoOnInANewLine) {
+    mif_line_style style;
+    style.between = " ";
+    style.indent = "";
+    std::string text = "0 : 11";
+    append_values(text, {"11", "22", "33", "44"}, 1, style, "\r\n", text.size(), 9);
+    EXPECT_EQ(text, "0 : 11 22\r\n 33 44") << "a blank keeps them apart without an indent";
+    style.indent = "  ";
+    text = "  0 : 11";
+    append_values(text, {"11", "22"}, 1, style, "\n", text.size(), 9);
+    EXPECT_EQ(text, "  0 : 11\n  22");
 }
 
 } // namespace

@@ -375,4 +375,32 @@ TEST(MifReader, GivesAdviceForRadixes) {
     EXPECT_THAT(advice("16"), testing::HasSubstr("write one of them"));
 }
 
+TEST(MifReader, ACommentOfLinesBehindTheEndIsNone) {
+    const read_result result = read_mif(mif_of("[0..7] : 1;\n") + "% one\ntwo %\n", {});
+    EXPECT_TRUE(result.image);
+    EXPECT_TRUE(result.facts.has_comments);
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), IsEmpty());
+}
+
+TEST(MifReader, NeedsNoSettingsThatTheCallerGives) {
+    const std::string text = "ADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n0 : 7;\nEND;\n";
+    const read_result result = read_mif(text, {.width = 8, .depth = 4});
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), IsEmpty());
+    EXPECT_THAT(words_of(result), ElementsAre("07", "", "", ""));
+}
+
+TEST(MifReader, SettingsStatedAgainMustSayTheSame) {
+    const auto found = [](std::string_view again) {
+        return shown_diagnostics(
+            read_mif(mif_of("", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n" + std::string(again)), {})
+                .diagnostics);
+    };
+    EXPECT_THAT(found("WIDTH=08;\n"), ElementsAre("repeated-header 4:7+2"));
+    EXPECT_THAT(found("WIDTH=9;\n"), ElementsAre("contradicting-header 4:7+1"));
+    EXPECT_THAT(found("WIDTH=x;\n"), ElementsAre("contradicting-header 4:7+1"));
+    EXPECT_THAT(found("DATA_RADIX=hex;\n"), ElementsAre("repeated-header 4:12+3"));
+    EXPECT_THAT(found("DATA_RADIX=DEC;\n"), ElementsAre("contradicting-header 4:12+3"));
+    EXPECT_THAT(found("DATA_RADIX=none;\n"), ElementsAre("contradicting-header 4:12+4"));
+}
+
 } // namespace
