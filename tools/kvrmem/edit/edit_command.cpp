@@ -157,6 +157,9 @@ kvrimage::read_options options_for_verifying(const memory_input& input) {
     if (const broken_file* const refusal = known_refusal(faults, broken)) {
         throw *refusal;
     }
+    if (!faults.empty()) { // in other words: a width that the file does not say may be another now
+        throw faults.front().refusal;
+    }
     throw tool_error(exit_code::internal,
                      fmt::format("{}: the edit would make the file unreadable, nothing was written: {}",
                                  input.name(), broken.message));
