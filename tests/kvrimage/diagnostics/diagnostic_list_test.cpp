@@ -11,7 +11,7 @@ namespace {
 using namespace kvrimage;
 
 diagnostic broken_at(std::uint64_t offset, std::uint64_t length = 1) {
-    return diagnose::too_wide(span{offset, length}, "1FF", 9, 8, 9);
+    return diagnose::too_wide(span{offset, length}, "1FF", 9, 8, "WIDTH", 9);
 }
 
 diagnostic suspect() {
@@ -93,7 +93,7 @@ TEST(DiagnosticList, HasTheLinesOfFurtherPlaces) {
     where.add({4, 1});
     where.add({2, 1}); // places of one cause need not be in order
     where.add({8, 1});
-    list.add(diagnose::too_wide(where, "1FF", 9, 8, 9));
+    list.add(diagnose::too_wide(where, "1FF", 9, 8, "WIDTH", 9));
     const auto found = list.finish("0\n2\n4\n6\n8");
     ASSERT_EQ(found[0].more.size(), 2U);
     EXPECT_EQ(found[0].where, (place{3, 1, 4, 1}));

@@ -33,7 +33,7 @@ TEST(NamedText, KeepsMostOfWhatIsNoUtf8) {
 }
 
 TEST(Diagnose, FillsInTheNames) {
-    const diagnostic made = diagnose::too_wide(span{4, 3}, "1FF", 9, 8, 9);
+    const diagnostic made = diagnose::too_wide(span{4, 3}, "1FF", 9, 8, "WIDTH", 9);
     EXPECT_EQ(made.message, "value 1FF needs 9 bits, the words have 8");
     EXPECT_EQ(made.hint, "needs WIDTH 9");
     EXPECT_EQ(made.where, (place{0, 0, 4, 3}));
@@ -49,7 +49,7 @@ TEST(Diagnose, KeepsTheFirstTenPlacesAndCountsAll) {
     for (std::uint64_t offset = 0; offset < 50; ++offset) {
         where.add({offset * 10, 1});
     }
-    const diagnostic made = diagnose::too_wide(where, "1FF", 9, 8, 9);
+    const diagnostic made = diagnose::too_wide(where, "1FF", 9, 8, "WIDTH", 9);
     EXPECT_EQ(made.where.offset, 0U);
     ASSERT_EQ(made.more.size(), 9U);
     EXPECT_EQ(made.more.back().offset, 90U);

@@ -17,7 +17,7 @@ diagnostic complete(diagnostic found, std::string_view contents) {
 }
 
 diagnostic too_wide_at(const places& where, std::string_view contents) {
-    return complete(diagnose::too_wide(where, "1FF", 9, 8, 9), contents);
+    return complete(diagnose::too_wide(where, "1FF", 9, 8, "WIDTH", 9), contents);
 }
 
 /// The first diagnostic of that class.
