@@ -122,7 +122,7 @@ std::uint64_t mif_text_reader::lowest_depth(const image_words& all) {
 /// False when the words would take much more memory than the file does.
 bool mif_text_reader::is_proportionate(const image_words& all) {
     constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
-    constexpr std::uint64_t always_granted = std::uint64_t{8} << 20U;
+    constexpr std::uint64_t always_granted = std::uint64_t{16} << 20U;
     constexpr std::uint64_t most_growth = 4;
     const std::uint32_t bits = *width();
     if (bits <= usual_width) {

@@ -117,7 +117,8 @@ mif_token mif_tokens::read() {
         return token;
     }
     token.what = kind_of(text[here.at]);
-    token.is_glued = token.is(mif_token::kind::word) && here.after_word && !here.separated;
+    token.is_glued =
+        token.is(mif_token::kind::word) && token.starts_line && here.after_word && !here.separated;
     std::size_t end = here.at + 1;
     if (token.is(mif_token::kind::word)) {
         end = end_of_word(here.at);

@@ -247,7 +247,7 @@ void rif_reading::add_set_twice() {
 /// Refuses a memory that a few long words make out of proportion to its file.
 bool rif_reading::require_proportionate_words() {
     constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
-    constexpr std::uint64_t always_granted = std::uint64_t{8} << 20U;
+    constexpr std::uint64_t always_granted = std::uint64_t{16} << 20U;
     constexpr std::uint64_t most_growth = 4;
     if (width() <= usual_width) {
         return true;

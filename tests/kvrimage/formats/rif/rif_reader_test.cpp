@@ -89,7 +89,7 @@ TEST(RifReader, NamesWordsThatAreTooWideOnce) {
     const read_result result = read_rif("1F 20 1\n7f 3f", with_width(5));
     EXPECT_THAT(kvrimage::shown(result.diagnostics), ElementsAre("too-wide 1:4+2 x3"));
     EXPECT_EQ(result.diagnostics.front().message, "value 20 needs 6 bits, the words have 5");
-    EXPECT_EQ(result.diagnostics.front().hint, "needs WIDTH 7");
+    EXPECT_EQ(result.diagnostics.front().hint, "needs --width 7");
 }
 
 TEST(RifReader, NamesAWordBeyondTheWidestWidth) {
