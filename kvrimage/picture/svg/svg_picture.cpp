@@ -27,12 +27,12 @@ document blank_page(const picture_contents& contents, bool has_map) {
 void draw_titles(document& page, const picture_contents& contents) {
     constexpr std::size_t longest_name = 80;
     constexpr double name_line = 28;
-    constexpr double title_line = 48;
+    constexpr double line_of_title = 48;
     constexpr double vertical_title_middle = 20;
     if (!contents.name.empty()) {
         page.add_text("name", plot_box.left, name_line, shortened(contents.name, longest_name, "…"));
     }
-    page.add_text("title", plot_box.left, title_line,
+    page.add_text("title", plot_box.left, line_of_title,
                   contents.note.empty() ? contents.title : contents.title + "; " + contents.note);
     page.add_upright_text(vertical_title_middle, plot_box.top + plot_box.height / 2, contents.vertical_title);
 }
