@@ -86,8 +86,12 @@ replacement_file::replacement_file(const std::string& target, const file_observe
 }
 
 void replacement_file::open_directly() {
-    file =
-        place == "-" ? kvr::output_file(fdopen(dup(STDOUT_FILENO), "wb")) : kvr::output_file::create(place);
+    if (place == "-") {
+        descriptor = dup(STDOUT_FILENO);
+        file = kvr::output_file(fdopen(descriptor, "wb"));
+    } else {
+        file = kvr::output_file::create(place);
+    }
     if (!file.is_open()) {
         fail(errno);
     }
@@ -98,7 +102,7 @@ void replacement_file::open_beside(const struct stat& old, const file_observer& 
         fail(errno);
     }
     const std::string folder = std::filesystem::path(place).parent_path().string();
-    const int descriptor = temporary.make_in(folder, replaces);
+    descriptor = temporary.make_in(folder, replaces);
     if (descriptor < 0) {
         const int reason = errno;
         throw file_error(reason, fmt::format("{}: cannot be written: no file can be made in {}: {}", title,
@@ -114,9 +118,32 @@ void replacement_file::open_beside(const struct stat& old, const file_observer& 
     }
 }
 
+/// Big texts are not copied into the buffer, as long as nothing is in it that comes before them.
+void replacement_file::write(std::string_view text) {
+    constexpr std::size_t big = std::size_t{64} << 10U;
+    if (descriptor >= 0 && !is_buffering && text.size() >= big) {
+        write_past_buffer(text);
+    } else {
+        is_buffering = true;
+        file.write(text);
+    }
+}
+
+void replacement_file::write_past_buffer(std::string_view text) noexcept {
+    while (!text.empty() && failure_past_buffer == 0) {
+        const ssize_t written = ::write(descriptor, text.data(), text.size());
+        if (written >= 0) {
+            text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (errno != EINTR) {
+            failure_past_buffer = errno;
+        }
+    }
+}
+
 void replacement_file::commit() {
-    if (!file.close()) {
-        fail(file.failure());
+    const bool is_closed = file.close();
+    if (failure_past_buffer != 0 || !is_closed) {
+        fail(failure_past_buffer != 0 ? failure_past_buffer : file.failure());
     }
     if (temporary.path().empty()) {
         return;

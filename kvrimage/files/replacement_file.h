@@ -20,8 +20,7 @@ public:
     /// @throws file_error when no file can be written there
     explicit replacement_file(const std::string& target, const file_observer& opened = {});
 
-    void write(std::string_view text) override { file.write(text); }
-    [[nodiscard]] kvr::output_file& output() noexcept { return file; }
+    void write(std::string_view text) override;
 
     /// Writes out the rest and moves the file to its place. Without this call, what was written is removed.
     /// @throws file_error when that fails; the old file is then still there
@@ -31,6 +30,7 @@ private:
     /// @param old what is there already, if anything is
     void open_beside(const struct stat& old, const file_observer& opened);
     void open_directly();
+    void write_past_buffer(std::string_view text) noexcept;
     [[noreturn]] void fail(int reason) const;
 
     std::string title;        ///< as messages call it
@@ -38,6 +38,9 @@ private:
     temporary_file temporary; ///< not used when the file is written directly
     bool replaces = false;    ///< there is a file at the place
     kvr::output_file file{nullptr};
+    int descriptor = -1;         ///< of `file`; -1: not known
+    bool is_buffering = false;   ///< something was written through the buffer of `file`
+    int failure_past_buffer = 0; ///< why a write past it failed; 0: none has
 };
 
 } // namespace kvrimage

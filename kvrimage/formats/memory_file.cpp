@@ -32,16 +32,23 @@ std::vector<sniffed> readable_ones(std::vector<sniffed> found) {
     return found;
 }
 
+/// Whether @p contents are so surely of @p expected that no other format matters.
+bool are_certainly(const format& expected, std::string_view contents) {
+    constexpr std::size_t sniffed_bytes = std::size_t{64} << 10U; // see format::sniff
+    return expected.sniff != nullptr &&
+           expected.sniff(contents.substr(0, sniffed_bytes)) == certainty::certain;
+}
+
 chosen_format choose_format(std::string_view contents, const std::string& path, const read_options& options) {
-    const std::vector<sniffed> found = readable_ones(sniff(contents, path));
     const format* const expected = options.as != nullptr ? options.as : format_of_path(path);
+    if (expected != nullptr && are_certainly(*expected, contents)) {
+        return {expected, nullptr};
+    }
+    const std::vector<sniffed> found = readable_ones(sniff(contents, path));
     if (expected == nullptr) {
         return {found.empty() ? nullptr : found.front().as, nullptr};
     }
-    const bool is_other = !found.empty() && found.front().how_sure == certainty::certain &&
-                          std::ranges::none_of(found, [expected](const sniffed& each) {
-                              return each.as == expected && each.how_sure == certainty::certain;
-                          });
+    const bool is_other = !found.empty() && found.front().how_sure == certainty::certain;
     return {expected, is_other ? found.front().as : nullptr};
 }
 

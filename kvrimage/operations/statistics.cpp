@@ -4,9 +4,12 @@
 #include "kvrimage/image/word_text.h"
 #include "kvrimage/operations/number_counts.h"
 
+#include <algorithm>
+#include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 namespace kvrimage {
 
@@ -33,11 +36,7 @@ public:
                 statistics.most_frequent = word::of(number.value, width);
             }
         }
-        for (const auto& [text, counted] : texts) {
-            if (consider(counted)) {
-                statistics.most_frequent = word_of_text(text, width);
-            }
-        }
+        consider_texts(width);
         return statistics;
     }
 
@@ -46,17 +45,63 @@ private:
         std::uint64_t count = 0;
         std::uint32_t last_turn = 0;
     };
+    struct counted_text {
+        std::size_t hash;
+        std::string_view text;
+        counted_word counted;
+    };
 
     void count(std::string_view word, std::uint64_t times) {
         std::uint64_t value = 0;
         if (word.size() <= most_small_digits && read_small_word(word, value)) {
             numbers.add(value, times, turn);
         } else {
-            counted_word& counted = texts[word];
-            counted.count += times;
-            counted.last_turn = turn;
+            count_text(word, times);
         }
         ++turn;
+    }
+
+    void count_text(std::string_view word, std::uint64_t times) {
+        if (!texts.empty() && texts.back().text == word) {
+            texts.back().counted.count += times;
+            texts.back().counted.last_turn = turn;
+            return;
+        }
+        if (texts.size() == most_texts) {
+            join_texts();
+            most_texts = texts.size() > most_texts / 2 ? 4 * most_texts : most_texts;
+        }
+        texts.push_back({std::hash<std::string_view>()(word), word, {times, turn}});
+    }
+
+    /// Sorts the texts, in any order, and makes one of equal ones. A table would go to a far place in memory
+    /// for each, and so would a comparison of texts.
+    void join_texts() {
+        const auto order = [](const counted_text& left, const counted_text& right) {
+            return left.hash != right.hash   ? left.hash < right.hash
+                   : left.text != right.text ? left.text < right.text
+                                             : left.counted.last_turn < right.counted.last_turn;
+        };
+        std::ranges::sort(texts, order);
+        std::size_t kept = 0;
+        for (const counted_text& one : texts) {
+            if (kept != 0 && texts[kept - 1].text == one.text) {
+                texts[kept - 1].counted.count += one.counted.count;
+                texts[kept - 1].counted.last_turn = one.counted.last_turn;
+            } else {
+                texts[kept++] = one;
+            }
+        }
+        texts.resize(kept);
+    }
+
+    void consider_texts(std::uint32_t width) {
+        join_texts();
+        for (const counted_text& one : texts) {
+            if (consider(one.counted)) {
+                statistics.most_frequent = word_of_text(one.text, width);
+            }
+        }
     }
 
     /// Counts a distinct word; true when it is the most frequent one so far.
@@ -71,9 +116,10 @@ private:
     }
 
     word_statistics statistics;
-    number_counts numbers; ///< words of up to 64 bits without don't-care bits
-    std::unordered_map<std::string_view, counted_word> texts; ///< all others
-    std::uint32_t turn = 0;                                   ///< calls of count()
+    number_counts numbers;           ///< words of up to 64 bits without don't-care bits
+    std::vector<counted_text> texts; ///< all others, joined from time to time as number_counts does
+    std::size_t most_texts = std::size_t{1} << 18U; ///< before they are joined
+    std::uint32_t turn = 0;                         ///< calls of count()
     std::string_view previous;
     counted_word most;
 };

@@ -283,8 +283,15 @@ private:
 /// Counts what only a MIF has.
 class mif_trait_counter : public mif_sink {
 public:
+    explicit mif_trait_counter(std::string_view head) : text(head) {}
+
     void setting(const mif_setting& found) override { settings += found.value.length != 0 ? 1 : 0; }
     void content(const span& keyword) override { has_content = keyword.length != 0; }
+    /// Skips the lines that cannot change the answer any more.
+    std::size_t read_lines(std::size_t offset) override {
+        const std::size_t end = text.rfind('\n') + 1;
+        return how_sure() == certainty::certain && end > offset ? end - offset : 0;
+    }
     [[nodiscard]] certainty how_sure() const {
         if (settings + (has_content ? 1 : 0) >= 2) {
             return certainty::certain;
@@ -293,6 +300,7 @@ public:
     }
 
 private:
+    std::string_view text;
     int settings = 0;
     bool has_content = false;
 };
@@ -313,7 +321,7 @@ std::optional<place> find_mif_word(std::string_view contents, const read_options
 }
 
 certainty sniff_mif(std::string_view head) {
-    mif_trait_counter traits;
+    mif_trait_counter traits(head);
     parse_mif(head, traits);
     return traits.how_sure();
 }

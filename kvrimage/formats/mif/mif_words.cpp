@@ -7,8 +7,6 @@
 #include "kvrimage/formats/mif/mif_tokens.h"
 
 #include <algorithm>
-#include <array>
-#include <cstring>
 
 namespace kvrimage {
 
@@ -29,47 +27,40 @@ address_fault fault_of(const mif_number& number, std::uint64_t depth) {
     return number.value >= depth ? address_fault::beyond : address_fault::none;
 }
 
-/// Characters that are looked at together; so many counts of one fit eight bits.
-constexpr std::size_t counted_at_once = 64;
-using byte_block = std::array<std::uint8_t, counted_at_once>;
+/// Characters that are looked at together; at most half of them begin a token, and so their count fits eight
+/// bits.
+constexpr std::size_t counted_at_once = 256;
 
-/// Tokens after a blank or a ":" in @p text, less the lines that begin with a blank; @p before is what
-/// precedes each of its characters. Compilers turn it into vector instructions, but not where it is inlined.
-[[gnu::noinline]] std::size_t count_values(const byte_block& before, const byte_block& text) noexcept {
-    byte_block found;
-    for (std::size_t i = 0; i < counted_at_once; ++i) {
-        const std::uint8_t b = before[i];
-        const std::uint8_t c = text[i];
-        const std::uint8_t follows = (b == ' ' ? 1 : 0) | (b == '\t' ? 1 : 0) | (b == ':' ? 1 : 0);
-        const std::uint8_t is_token = (c > ' ' ? 1 : 0) & (c != ':' ? 1 : 0) & (c != ';' ? 1 : 0);
-        const std::uint8_t is_indent = (b == '\n' ? 1 : 0) & ((c == ' ' ? 1 : 0) | (c == '\t' ? 1 : 0));
-        found[i] = static_cast<std::uint8_t>((follows & is_token) - is_indent);
-    }
-    std::uint8_t sum = 0;
-    for (std::size_t i = 0; i < counted_at_once; ++i) {
-        sum = static_cast<std::uint8_t>(sum + found[i]);
-    }
-    return static_cast<std::size_t>(static_cast<std::int8_t>(sum));
+/// In regular lines, which have no comments and ASCII only, tokens are addresses and values.
+constexpr bool is_in_token(char character) noexcept {
+    constexpr signed char semicolon = ';'; // the successor of ':'
+    const auto c = static_cast<signed char>(character);
+    return static_cast<int>(c > ' ') & static_cast<int>((c | 1) != semicolon);
 }
 
-/// The number of values in regular lines, which follow a line end: what follows a blank or a ":" and is
-/// neither of them, but for the addresses, which follow blanks only where a line begins with one.
-std::size_t count_values(std::string_view lines) noexcept {
-    std::size_t count = 0;
-    byte_block before;
-    byte_block text;
-    char last = '\n';
-    while (!lines.empty()) {
-        const std::size_t length = std::min(lines.size(), counted_at_once);
-        text.fill('\r'); // which counts nothing
-        std::memcpy(text.data(), lines.data(), length);
-        before[0] = static_cast<std::uint8_t>(last);
-        std::memcpy(before.data() + 1, text.data(), counted_at_once - 1);
-        count += count_values(before, text);
-        last = lines[length - 1];
-        lines.remove_prefix(length);
+/// Tokens that begin in the @p count characters, at most counted_at_once, after the first of @p text.
+inline std::uint8_t count_begins(const char* text, std::size_t count) noexcept {
+    std::uint8_t begins = 0;
+    for (std::size_t i = 0; i < count; ++i) {
+        const int is_begin =
+            static_cast<int>(is_in_token(text[i + 1])) & static_cast<int>(!is_in_token(text[i]));
+        begins = static_cast<std::uint8_t>(begins + is_begin);
     }
-    return count;
+    return begins;
+}
+
+/// The same for counted_at_once. Compilers turn it into vector instructions, but not where it is inlined.
+[[gnu::noinline]] std::uint8_t count_begins(const char* text) noexcept {
+    return count_begins(text, counted_at_once);
+}
+
+/// The number of addresses and values in @p lines, which are regular and not empty.
+std::size_t count_tokens_of(std::string_view lines) noexcept {
+    std::size_t count = is_in_token(lines.front()) ? 1 : 0;
+    for (; lines.size() > counted_at_once; lines.remove_prefix(counted_at_once)) {
+        count += count_begins(lines.data());
+    }
+    return count + count_begins(lines.data(), lines.size() - 1);
 }
 
 } // namespace
@@ -168,7 +159,8 @@ std::size_t mif_words::set_lines(std::size_t offset) {
         }
         const kvr::fast_mif_lines::amount read = fast_lines.read(text.substr(at, end - at), false);
         const std::string_view lines = text.substr(at, read.bytes);
-        if (has_lists || count_values(lines) != read.lines) {
+        const bool has_single_ones = lines.empty() || count_tokens_of(lines) == 2 * read.lines;
+        if (has_lists || !has_single_ones) {
             note_lists_of(lines);
         }
         at += read.bytes;

@@ -1,3 +1,5 @@
+#include "kvr/numeric/digit_value.h"
+#include "kvrimage/image/hex_words.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/shown_runs.h"
@@ -10,8 +12,10 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <iterator>
 #include <optional>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -59,6 +63,25 @@ std::string characters_of(const word& value, std::size_t count) {
     return text;
 }
 
+/// Appends the characters of @p digits, two for each, as characters_of() does.
+void append_characters(std::string_view digits, std::string& text) {
+    for (std::size_t at = 0; at < digits.size(); at += 2) {
+        const unsigned high = kvr::digit_value(digits[at]);
+        const unsigned low = kvr::digit_value(digits[at + 1]);
+        const unsigned byte = high << 4U | low;
+        const bool is_shown = low < kvr::dont_care_digit && byte >= ' ' && byte <= '~';
+        text += is_shown ? static_cast<char>(byte) : '.';
+    }
+}
+
+/// What a row of the table holds.
+struct row_of_words {
+    std::string hex_words;                             ///< all words, with all digits of each; "":
+    std::vector<std::optional<kvrimage::word>> others; ///< words that are not all shown so
+
+    friend bool operator==(const row_of_words&, const row_of_words&) = default;
+};
+
 /// The table: a line for every row of words, "*" for rows that are like the one before.
 class dump_table {
 public:
@@ -73,7 +96,8 @@ public:
           word_size(std::max(digits, column_title_size)),
           address_size(std::max<std::size_t>(fmt::format("{:X}", range.last + 1).size(), 4)),
           text_size(characters_of_word(image.width())),
-          columns(words_a_line.value_or(fitting_columns())) {}
+          columns(words_a_line.value_or(fitting_columns())),
+          is_hex(radix.digits == kvrimage::radix::hex) {}
 
     void print() {
         print_head();
@@ -89,8 +113,6 @@ public:
     }
 
 private:
-    using row_of_words = std::vector<std::optional<word>>;
-
     [[nodiscard]] std::uint32_t fitting_columns() const {
         std::uint32_t fitting = most_words_a_line;
         while (fitting > 1 && address_size + fitting * (1 + word_size + text_size) + 4 > widest_line) {
@@ -99,49 +121,77 @@ private:
         return fitting;
     }
     void print_head() {
-        std::string line = fmt::format("{:{}} ", "", address_size);
+        std::string titles = fmt::format("{:{}} ", "", address_size);
         for (std::uint32_t column = 0; column < columns; ++column) {
-            line += fmt::format(" {:>{}}", fmt::format("+{:X}", column), word_size);
+            titles += fmt::format(" {:>{}}", fmt::format("+{:X}", column), word_size);
         }
-        output.write(paint.paint(style::dim, line) + "\n");
+        output.write(paint.paint(style::dim, titles) + "\n");
     }
-    [[nodiscard]] row_of_words words_of_row(std::uint64_t row) const {
-        row_of_words words;
-        const std::uint64_t last = row + std::min<std::uint64_t>(columns - 1, range.last - row);
-        for (const kvrimage::run& run : image.runs({row, last})) {
-            words.insert(words.end(), run.addresses.last - run.addresses.first + 1, run.value);
+    /// Sets @p words to those of the row from address @p row on.
+    void find_words(std::uint64_t row, row_of_words& words) const {
+        const address_range addresses{row, row + std::min<std::uint64_t>(columns - 1, range.last - row)};
+        words.hex_words.clear();
+        words.others.clear();
+        if (is_hex && append_hex_words(image, addresses, words.hex_words)) {
+            return;
         }
-        return words;
+        for (const kvrimage::run& run : image.runs(addresses)) {
+            words.others.insert(words.others.end(), run.addresses.last - run.addresses.first + 1, run.value);
+        }
     }
     /// False, with "*" in its place where it is the first such, when the row is like the one before.
     bool print_row(std::uint64_t row) {
-        row_of_words words = words_of_row(row);
-        if (words == before && !is_unreadable(row, row + columns - 1)) {
+        find_words(row, words_here);
+        if (words_here == before && !is_unreadable(row, row + columns - 1)) {
             output.write(folding ? "" : "*\n");
             folding = true;
             return false;
         }
         folding = false;
-        before = std::move(words);
+        std::swap(before, words_here);
         print_words(row);
         return true;
     }
     void print_words(std::uint64_t row) {
-        std::string line = paint.paint(style::dim, fmt::format("{:0{}X}", row, address_size)) + " ";
-        std::string characters;
-        for (std::size_t index = 0; index < before.size(); ++index) {
-            line += ' ';
-            line += word_cell(before[index], row + index);
-            if (text_size > 0) {
-                characters +=
-                    before[index] ? characters_of(*before[index], text_size) : std::string(text_size, ' ');
-            }
+        line.clear();
+        characters.clear();
+        append_address(row);
+        line += ' ';
+        const std::size_t count = before.others.empty() ? append_hex_cells() : append_cells(row);
+        if (text_size > 0) {
+            line.append((columns - count) * (word_size + 1), ' ');
+            line.append("  |").append(characters).append("|");
+        }
+        line += '\n';
+        output.write(line);
+    }
+    void append_address(std::uint64_t address) {
+        if (paint.colored()) {
+            line += paint.paint(style::dim, fmt::format("{:0{}X}", address, address_size));
+        } else {
+            fmt::format_to(std::back_inserter(line), "{:0{}X}", address, address_size);
+        }
+    }
+    /// The cells of a row and its characters. Both answer how many words there are.
+    std::size_t append_hex_cells() {
+        for (std::size_t at = 0; at < before.hex_words.size(); at += digits) {
+            line.append(1 + word_size - digits, ' ').append(before.hex_words, at, digits);
         }
         if (text_size > 0) {
-            line.append((columns - before.size()) * (word_size + 1), ' ');
-            line += "  |" + characters + "|";
+            append_characters(before.hex_words, characters);
         }
-        output.write(line + "\n");
+        return before.hex_words.size() / digits;
+    }
+    std::size_t append_cells(std::uint64_t row) {
+        for (std::size_t index = 0; index < before.others.size(); ++index) {
+            const std::optional<word>& value = before.others[index];
+            line += ' ';
+            line += word_cell(value, row + index);
+            if (text_size > 0) {
+                characters += value ? characters_of(*value, text_size) : std::string(text_size, ' ');
+            }
+        }
+        return before.others.size();
     }
     /// How many rows from @p row on, at least 1, hold one and the same word throughout, or words that repeat
     /// from row to row: all of them are like the row before, without a look at each.
@@ -177,7 +227,11 @@ private:
     std::size_t address_size;
     std::uint32_t text_size;
     std::uint32_t columns;
-    row_of_words before; ///< that was printed last
+    bool is_hex;
+    row_of_words words_here;
+    row_of_words before;    ///< that was printed last
+    std::string line;       ///< that is put together
+    std::string characters; ///< at its end
     output_stream output;
     bool folding = false;
 };
