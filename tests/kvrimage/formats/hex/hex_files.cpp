@@ -70,7 +70,7 @@ std::string words_of(const read_result& result) {
     return text.str();
 }
 
-std::string written(const memory_image& image) {
+std::string written_hex(const memory_image& image) {
     text_collector text;
     write_hex(image, {}, text);
     return text.all;

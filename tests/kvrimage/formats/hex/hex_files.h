@@ -29,6 +29,6 @@ inline const std::string end_record = ":00000001FF\n";
 [[nodiscard]] std::string words_of(const read_result& result);
 
 /// The text that write() makes.
-[[nodiscard]] std::string written(const memory_image& image);
+[[nodiscard]] std::string written_hex(const memory_image& image);
 
 } // namespace kvrimage::hex_test

@@ -21,7 +21,7 @@ struct hex_rule {
     const char* name;
     std::string text;
     std::string report;        ///< of what is found with words of 8 bits
-    std::string repaired = ""; ///< "": nothing is repaired
+    std::string repaired = {}; ///< "": nothing is repaired
 };
 
 const std::string two_words = ":0100000001FE\n:0100010002FC\n";

@@ -43,19 +43,19 @@ TEST(HexWriter, WritesARecordAWordAndPages) {
     image.set(65537, word::of(2, 12));
     const std::string text =
         ":020000000ABC38\n:020002000001FB\n:020000040001F9\n:020001000002FB\n:00000001FF\n";
-    EXPECT_EQ(written(image), text);
+    EXPECT_EQ(written_hex(image), text);
     EXPECT_EQ(size_of_hex(image, {}), text.size());
 }
 
 TEST(HexWriter, AddressesCountFromTheBase) {
     memory_image image(8, 2, 0x1FFFF);
     image.fill({0x1FFFF, 0x20000}, std::vector<word>{word::of(7, 8)});
-    EXPECT_EQ(written(image),
+    EXPECT_EQ(written_hex(image),
               ":020000040001F9\n:01FFFF0007FA\n:020000040002F8\n:0100000007F8\n:00000001FF\n");
 }
 
 TEST(HexWriter, AnImageWithoutWordsIsAnEndRecord) {
-    EXPECT_EQ(written(memory_image(8, 4)), ":00000001FF\n");
+    EXPECT_EQ(written_hex(memory_image(8, 4)), ":00000001FF\n");
 }
 
 TEST(HexWriter, SaysWhatARecordCannotHold) {
@@ -96,7 +96,7 @@ TEST(HexWriter, WhatIsWrittenIsReadAgainAtAllWidths) {
                     image.set(address, random_word(numbers, width));
                 }
             }
-            const std::string text = written(image);
+            const std::string text = written_hex(image);
             EXPECT_EQ(text.size(), size_of_hex(image, {}));
             const read_result again = read_words(text, image);
             EXPECT_EQ(report_of(again), "") << width;
@@ -116,7 +116,7 @@ TEST(HexWriter, LargeImagesAreReadAgain) {
         image.unset({65000, 70000});
         image.fill({100000, 130000},
                    std::vector<word>{word::of(1, width), word::of(2, width), word::of(3, width)});
-        const std::string text = written(image);
+        const std::string text = written_hex(image);
         EXPECT_EQ(text.size(), size_of_hex(image, {}));
         const read_result again = read_words(text, image);
         ASSERT_TRUE(again.image);
@@ -129,7 +129,7 @@ TEST(HexWriter, WordsAboveHalfOfTheAddressesAreReadAgain) {
     image.set(0x7FFFFFFF, word::of(1, 8));
     image.set(0x80000000, word::of(2, 8));
     image.set(0xFFFFFFFF, word::of(3, 8));
-    const read_result again = read_words(written(image), image);
+    const read_result again = read_words(written_hex(image), image);
     ASSERT_TRUE(again.image);
     EXPECT_TRUE(*again.image == image);
 }

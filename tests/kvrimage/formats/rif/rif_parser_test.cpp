@@ -31,7 +31,7 @@ std::string shown(const rif_piece& piece, std::string_view text) {
 }
 
 /// Without blanks and line ends.
-std::vector<std::string> pieces_of(std::string_view text) {
+std::vector<std::string> rif_pieces_of(std::string_view text) {
     std::vector<std::string> result;
     for_each_rif_piece(text, [&](const rif_piece& piece) {
         if (piece.what != rif_piece::kind::blanks && piece.what != rif_piece::kind::line_end) {
@@ -42,16 +42,16 @@ std::vector<std::string> pieces_of(std::string_view text) {
 }
 
 TEST(RifParser, NumbersTheWordsOfALine) {
-    EXPECT_THAT(pieces_of("@a\n1F 20\n\n3"),
+    EXPECT_THAT(rif_pieces_of("@a\n1F 20\n\n3"),
                 ElementsAre("address(@a)=10", "word(1F)=10", "word(20)=11", "word(3)=12"));
 }
 
 TEST(RifParser, BeginsAtAddressZero) {
-    EXPECT_THAT(pieces_of("1"), ElementsAre("word(1)=0"));
+    EXPECT_THAT(rif_pieces_of("1"), ElementsAre("word(1)=0"));
 }
 
 TEST(RifParser, FindsNothingInNothing) {
-    EXPECT_THAT(pieces_of(""), IsEmpty());
+    EXPECT_THAT(rif_pieces_of(""), IsEmpty());
 }
 
 TEST(RifParser, KeepsEveryKindOfPieceApart) {
@@ -64,53 +64,53 @@ TEST(RifParser, KeepsEveryKindOfPieceApart) {
 }
 
 TEST(RifParser, FindsTheFirstCharactersThatAreNoDigits) {
-    EXPECT_THAT(pieces_of("1XxF"), ElementsAre("word(1XxF)=0"));
-    EXPECT_THAT(pieces_of("7GH8"), ElementsAre("word(7GH8)=0 fault(GH)"));
-    EXPECT_THAT(pieces_of("0uU"), ElementsAre("word(0uU)=0 fault(u)"));
-    EXPECT_THAT(pieces_of("Z;U"), ElementsAre("word(Z;U)=0 fault(Z;)"));
+    EXPECT_THAT(rif_pieces_of("1XxF"), ElementsAre("word(1XxF)=0"));
+    EXPECT_THAT(rif_pieces_of("7GH8"), ElementsAre("word(7GH8)=0 fault(GH)"));
+    EXPECT_THAT(rif_pieces_of("0uU"), ElementsAre("word(0uU)=0 fault(u)"));
+    EXPECT_THAT(rif_pieces_of("Z;U"), ElementsAre("word(Z;U)=0 fault(Z;)"));
 }
 
 TEST(RifParser, TakesNoWordFromCharactersWithoutADigitOrLetter) {
-    EXPECT_THAT(pieces_of("1 ;- 2"), ElementsAre("word(1)=0", "stray(;-)", "word(2)=1"));
+    EXPECT_THAT(rif_pieces_of("1 ;- 2"), ElementsAre("word(1)=0", "stray(;-)", "word(2)=1"));
 }
 
 TEST(RifParser, EndsAWordWhereACommentOrAnAddressBegins) {
-    EXPECT_THAT(pieces_of("12//3"), ElementsAre("word(12)=0", "comment(//3)"));
-    EXPECT_THAT(pieces_of("12#3"), ElementsAre("word(12)=0", "comment(#3)"));
-    EXPECT_THAT(pieces_of("12--3"), ElementsAre("word(12)=0", "comment(--3)"));
-    EXPECT_THAT(pieces_of("12@3"), ElementsAre("word(12)=0", "address(@3)=3"));
-    EXPECT_THAT(pieces_of("1/2-"), ElementsAre("word(1/2-)=0 fault(/)"));
+    EXPECT_THAT(rif_pieces_of("12//3"), ElementsAre("word(12)=0", "comment(//3)"));
+    EXPECT_THAT(rif_pieces_of("12#3"), ElementsAre("word(12)=0", "comment(#3)"));
+    EXPECT_THAT(rif_pieces_of("12--3"), ElementsAre("word(12)=0", "comment(--3)"));
+    EXPECT_THAT(rif_pieces_of("12@3"), ElementsAre("word(12)=0", "address(@3)=3"));
+    EXPECT_THAT(rif_pieces_of("1/2-"), ElementsAre("word(1/2-)=0 fault(/)"));
 }
 
 TEST(RifParser, EndsACommentWithItsLine) {
-    EXPECT_THAT(pieces_of("# a\r\n1"), ElementsAre("comment(# a)", "word(1)=0"));
-    EXPECT_THAT(pieces_of("# a"), ElementsAre("comment(# a)"));
+    EXPECT_THAT(rif_pieces_of("# a\r\n1"), ElementsAre("comment(# a)", "word(1)=0"));
+    EXPECT_THAT(rif_pieces_of("# a"), ElementsAre("comment(# a)"));
 }
 
 TEST(RifParser, JudgesAddresses) {
-    EXPECT_THAT(pieces_of("@fFfFfFfF"), ElementsAre("address(@fFfFfFfF)=4294967295"));
-    EXPECT_THAT(pieces_of("@000000000000000001"), ElementsAre("address(@000000000000000001)=1"));
-    EXPECT_THAT(pieces_of("@100000000"), ElementsAre("address(@100000000) outside"));
-    EXPECT_THAT(pieces_of("@1Z"), ElementsAre("address(@1Z) syntax"));
-    EXPECT_THAT(pieces_of("@-1"), ElementsAre("address(@-1) syntax"));
-    EXPECT_THAT(pieces_of("@"), ElementsAre("address(@) syntax"));
-    EXPECT_THAT(pieces_of("@0x"), ElementsAre("address(@0x) syntax"));
-    EXPECT_THAT(pieces_of("@0x1F"), ElementsAre("address(@0x1F)=31 spelling"));
-    EXPECT_THAT(pieces_of("@ \t0X1F "), ElementsAre("address(@ \t0X1F)=31 spelling"));
-    EXPECT_THAT(pieces_of("@ 1F # c"), ElementsAre("address(@ 1F)=31 spelling", "comment(# c)"));
+    EXPECT_THAT(rif_pieces_of("@fFfFfFfF"), ElementsAre("address(@fFfFfFfF)=4294967295"));
+    EXPECT_THAT(rif_pieces_of("@000000000000000001"), ElementsAre("address(@000000000000000001)=1"));
+    EXPECT_THAT(rif_pieces_of("@100000000"), ElementsAre("address(@100000000) outside"));
+    EXPECT_THAT(rif_pieces_of("@1Z"), ElementsAre("address(@1Z) syntax"));
+    EXPECT_THAT(rif_pieces_of("@-1"), ElementsAre("address(@-1) syntax"));
+    EXPECT_THAT(rif_pieces_of("@"), ElementsAre("address(@) syntax"));
+    EXPECT_THAT(rif_pieces_of("@0x"), ElementsAre("address(@0x) syntax"));
+    EXPECT_THAT(rif_pieces_of("@0x1F"), ElementsAre("address(@0x1F)=31 spelling"));
+    EXPECT_THAT(rif_pieces_of("@ \t0X1F "), ElementsAre("address(@ \t0X1F)=31 spelling"));
+    EXPECT_THAT(rif_pieces_of("@ 1F # c"), ElementsAre("address(@ 1F)=31 spelling", "comment(# c)"));
 }
 
 TEST(RifParser, TakesNoAddressFromOneOfSeveralWords) {
-    EXPECT_THAT(pieces_of("@ 1 2"), ElementsAre("address(@) syntax", "word(1)", "word(2)"));
+    EXPECT_THAT(rif_pieces_of("@ 1 2"), ElementsAre("address(@) syntax", "word(1)", "word(2)"));
 }
 
 TEST(RifParser, LeavesWordsAfterABadAddressWithoutOne) {
-    EXPECT_THAT(pieces_of("1\n@G\n2\n@3\n4"),
+    EXPECT_THAT(rif_pieces_of("1\n@G\n2\n@3\n4"),
                 ElementsAre("word(1)=0", "address(@G) syntax", "word(2)", "address(@3)=3", "word(4)=3"));
 }
 
 TEST(RifParser, GoesOnAfterTheLastAddress) {
-    EXPECT_THAT(pieces_of("@FFFFFFFF\n1 2"),
+    EXPECT_THAT(rif_pieces_of("@FFFFFFFF\n1 2"),
                 ElementsAre("address(@FFFFFFFF)=4294967295", "word(1)=4294967295", "word(2)=4294967296"));
 }
 
