@@ -5,6 +5,12 @@ install(TARGETS kvr EXPORT kvr_targets FILE_SET HEADERS)
 if(TARGET kvr_static)
     install(TARGETS kvr_static)
 endif()
+if(TARGET kvrimage)
+    install(TARGETS kvrimage EXPORT kvrimage_targets FILE_SET HEADERS FILE_SET made_headers)
+endif()
+if(TARGET kvrimage_static)
+    install(TARGETS kvrimage_static)
+endif()
 if(TARGET kvrmem)
     install(TARGETS kvrmem)
     get_target_property(texts kvrmem KVRMEM_TEXTS)
@@ -28,8 +34,12 @@ write_basic_package_version_file(kvr-config-version.cmake COMPATIBILITY ${compat
 install(FILES ${PROJECT_BINARY_DIR}/kvr-config.cmake ${PROJECT_BINARY_DIR}/kvr-config-version.cmake
         DESTINATION ${package_directory})
 install(EXPORT kvr_targets FILE kvr-targets.cmake NAMESPACE kvr:: DESTINATION ${package_directory})
+# In a file of their own, for systems that have kvr without kvrimage.
+if(TARGET kvrimage)
+    install(EXPORT kvrimage_targets FILE kvrimage-targets.cmake NAMESPACE kvr:: DESTINATION ${package_directory})
+endif()
 
-# kvr.pc finds the prefix from its own place, so that an installed tree can be moved as a whole.
+# The .pc files find the prefix from their own place, so that an installed tree can be moved as a whole.
 set(pc_directory ${CMAKE_INSTALL_FULL_LIBDIR}/pkgconfig)
 file(RELATIVE_PATH pc_prefix ${pc_directory} ${CMAKE_INSTALL_PREFIX})
 file(RELATIVE_PATH pc_libdir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_LIBDIR})
@@ -37,6 +47,15 @@ file(RELATIVE_PATH pc_includedir ${CMAKE_INSTALL_PREFIX} ${CMAKE_INSTALL_FULL_IN
 string(REGEX REPLACE "/$" "" pc_prefix "${pc_prefix}")
 configure_file(cmake/kvr.pc.in kvr.pc @ONLY)
 install(FILES ${PROJECT_BINARY_DIR}/kvr.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+if(TARGET kvrimage)
+    # The shared library has what it takes of kvr; with an archive it comes from there.
+    set(kvrimage_requires "Requires: kvr")
+    if(BUILD_SHARED_LIBS)
+        set(kvrimage_requires "Requires.private: kvr")
+    endif()
+    configure_file(cmake/kvrimage.pc.in kvrimage.pc @ONLY)
+    install(FILES ${PROJECT_BINARY_DIR}/kvrimage.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
+endif()
 
 # Side by side as in the tree, so that the documents find each other.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})

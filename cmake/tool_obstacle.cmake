@@ -1,27 +1,34 @@
-# Sets <out> to the reason why kvrmem cannot be built here, to nothing if it can.
-function(kvr_tool_obstacle out)
+# Sets <out> to the reason why kvrimage cannot be built here, to nothing if it can.
+function(kvr_kvrimage_obstacle out)
     find_package(fmt QUIET)
-    find_package(nlohmann_json QUIET)
     set(${out} "" PARENT_SCOPE)
     if(NOT UNIX)
         set(${out} "it needs a POSIX system" PARENT_SCOPE)
     elseif(NOT fmt_FOUND)
         set(${out} "the library fmt is not found" PARENT_SCOPE)
-    elseif(NOT nlohmann_json_FOUND)
-        set(${out} "the library nlohmann_json is not found" PARENT_SCOPE)
     endif()
 endfunction()
 
-# Without a value for KVR_BUILD_TOOL, kvrmem is built where it can be, and nothing is kept for the next time.
-macro(kvr_option_to_build_the_tool)
-    set(obstacle "")
-    if(PROJECT_IS_TOP_LEVEL AND NOT DEFINED KVR_BUILD_TOOL)
-        kvr_tool_obstacle(obstacle)
+# The same for kvrmem, which is built with kvrimage.
+function(kvr_kvrmem_obstacle out)
+    find_package(nlohmann_json QUIET)
+    kvr_kvrimage_obstacle(obstacle)
+    if(NOT obstacle AND NOT nlohmann_json_FOUND)
+        set(obstacle "the library nlohmann_json is not found")
     endif()
-    if(obstacle)
-        message(STATUS "kvrmem is not built: ${obstacle}")
-        set(KVR_BUILD_TOOL OFF)
+    set(${out} "${obstacle}" PARENT_SCOPE)
+endfunction()
+
+# Adds the option KVR_BUILD_<part>, for <name>, which is <description>. Without a value for it, <name> is built where it
+# can be, and nothing is kept for the next time. What is asked for and cannot be built is an error.
+macro(kvr_option_to_build part name description)
+    cmake_language(CALL kvr_${name}_obstacle obstacle)
+    if(obstacle AND KVR_BUILD_${part})
+        message(FATAL_ERROR "${name} cannot be built: ${obstacle}. Without KVR_BUILD_${part} it is left out.")
+    elseif(obstacle AND PROJECT_IS_TOP_LEVEL AND NOT DEFINED KVR_BUILD_${part})
+        message(STATUS "${name} is not built: ${obstacle}")
+        set(KVR_BUILD_${part} OFF)
     else()
-        option(KVR_BUILD_TOOL "Build the command-line tool kvrmem" ${PROJECT_IS_TOP_LEVEL})
+        option(KVR_BUILD_${part} "Build ${name}, ${description}" ${PROJECT_IS_TOP_LEVEL})
     endif()
 endmacro()

@@ -11,9 +11,6 @@
 #include <cstdlib>
 #include <filesystem>
 #include <memory>
-#include <sys/resource.h>
-#include <sys/wait.h>
-#include <unistd.h>
 
 namespace speed {
 
@@ -49,12 +46,6 @@ constexpr std::array<read_row, 13> read_rows = {{
     {"read MIF, 16 Mi words of 8 bits", {"m8_16M.mif", file_shape::one_word_a_line, 8, 16 * mebi}, 2, 3.5, 2},
 }};
 
-std::string milliseconds(const comparison& result) {
-    std::array<char, 64> text{};
-    std::snprintf(text.data(), text.size(), "%.1f ms / %.1f ms", result.work * 1e3, result.floor * 1e3);
-    return text.data();
-}
-
 void print_read(const table_settings& settings, const read_row& row) {
     const std::string path = make_file(settings.folder, row.file);
     const std::string store = std::to_string(std::uint64_t{row.file.words} * row.text_length);
@@ -69,25 +60,9 @@ void print_read(const table_settings& settings, const read_row& row) {
     print_row({row.work, result.ratio, row.target, row.stretch, milliseconds(result)});
 }
 
-/// The most memory that a child process of this program held, in MB.
-double peak_of(const std::vector<std::string>& command) {
-    const pid_t child = fork();
-    if (child == 0) {
-        std::vector<std::string> words = command;
-        const std::vector<char*> pointers = argument_pointers(words);
-        execv(pointers[0], pointers.data());
-        _exit(1);
-    }
-    int status = 0;
-    rusage usage{};
-    wait4(child, &status, 0, &usage);
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-union-access): how the system declares it
-    return static_cast<double>(usage.ru_maxrss) / 1000;
-}
-
 void print_peak(const table_settings& settings) {
     const std::string path = settings.folder + "/m8_16M.mif";
-    const double peak = peak_of({settings.self, "read", path, "8"});
+    const double peak = peak_of_process({settings.self, "read", path, "8"});
     print_row({"the same, peak in MB", peak, 45, 28, ""});
 }
 
@@ -146,32 +121,6 @@ void print_write(const table_settings& settings, const write_row& row) {
     print_row({row.work, result.ratio, row.target, row.stretch, milliseconds(result)});
 }
 
-void print_conversion(const table_settings& settings) {
-    const std::string input = settings.folder + "/m8.mif";
-    const std::string output = settings.folder + "/converted.hex";
-    static_cast<void>(time_of_process({settings.tool, "convert", input, output}));
-    const std::string bytes = std::to_string(std::filesystem::file_size(output));
-    const comparison result = compare(
-        [&] {
-            return time_of_process({settings.tool, "convert", input, output});
-        },
-        [&] {
-            return time_of_process({settings.self, "floor-convert", input, bytes, output});
-        },
-        settings.rounds);
-    print_row({"convert MIF to HEX, whole tool", result.ratio, 2.3, 1.4, milliseconds(result)});
-}
-
-void print_start(const table_settings& settings) {
-    constexpr int rounds = 301;
-    const comparison result = compare(
-        [&] {
-            return time_of_process({settings.tool, "--version"});
-        },
-        [] { return time_of_process({"/bin/true"}); }, rounds);
-    print_row({"start of the tool, against /bin/true", result.ratio, 1.15, 1.0, milliseconds(result)});
-}
-
 } // namespace
 
 void file_rows(const table_settings& settings) {
@@ -182,8 +131,6 @@ void file_rows(const table_settings& settings) {
     for (const write_row& row : write_rows) {
         print_write(settings, row);
     }
-    print_conversion(settings);
-    print_start(settings);
 }
 
 } // namespace speed

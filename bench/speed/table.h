@@ -31,6 +31,7 @@ struct table_settings {
 // The groups of rows. Each prints its rows as they are measured.
 void file_rows(const table_settings& settings);
 void memory_rows();
+void tool_rows(const table_settings& settings);
 void number_rows(const table_settings& settings);
 void word_rows(const table_settings& settings);
 

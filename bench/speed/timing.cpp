@@ -1,11 +1,13 @@
 #include "bench/speed/timing.h"
 
 #include <algorithm>
+#include <array>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
 #include <spawn.h>
+#include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -68,6 +70,27 @@ double time_of_process(const std::vector<std::string>& command) {
         std::exit(1);
     }
     return time;
+}
+
+double peak_of_process(const std::vector<std::string>& command) {
+    const pid_t child = fork();
+    if (child == 0) {
+        std::vector<std::string> words = command;
+        const std::vector<char*> pointers = argument_pointers(words);
+        execv(pointers[0], pointers.data());
+        _exit(1);
+    }
+    int status = 0;
+    rusage usage{};
+    wait4(child, &status, 0, &usage);
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-union-access): how the system declares it
+    return static_cast<double>(usage.ru_maxrss) / 1000;
+}
+
+std::string milliseconds(const comparison& result) {
+    std::array<char, 64> text{};
+    std::snprintf(text.data(), text.size(), "%.1f ms / %.1f ms", result.work * 1e3, result.floor * 1e3);
+    return text.data();
 }
 
 } // namespace speed

@@ -28,6 +28,12 @@ struct comparison {
 /// program when it cannot be started or does not end with 0.
 [[nodiscard]] double time_of_process(const std::vector<std::string>& command);
 
+/// The most memory that the process @p command holds, in MB. What it prints is not thrown away.
+[[nodiscard]] double peak_of_process(const std::vector<std::string>& command);
+
+/// "15.3 ms / 7.3 ms": the work and the floor.
+[[nodiscard]] std::string milliseconds(const comparison& result);
+
 /// Seconds by a clock that only goes forward.
 [[nodiscard]] double now();
 

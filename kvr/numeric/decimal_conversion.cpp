@@ -169,7 +169,7 @@ std::uint64_t chunk_value(std::string_view digits) {
         digits.remove_prefix(1);
     }
     for (; !digits.empty(); digits.remove_prefix(block_digits)) {
-        value = value * decimal_block + decimal_block_value(load_block(digits.data()));
+        value = value * decimal_block + decimal_block_value(load_eight(digits.data()));
     }
     return value;
 }
@@ -178,10 +178,10 @@ std::uint64_t chunk_value(std::string_view digits) {
 std::uint64_t whole_chunk_value(const char* digits) {
     constexpr std::size_t last_block = decimal_chunk_digits - block_digits;
     constexpr std::uint64_t last_three = 0xFFFFFF0000000000;
-    return (decimal_block_value(load_block(digits)) * decimal_block +
-            decimal_block_value(load_block(digits + block_digits))) *
+    return (decimal_block_value(load_eight(digits)) * decimal_block +
+            decimal_block_value(load_eight(digits + block_digits))) *
                1000 +
-           decimal_block_value(load_block(digits + last_block) & last_three);
+           decimal_block_value(load_eight(digits + last_block) & last_three);
 }
 
 constexpr auto powers_within_a_chunk = [] {
@@ -213,10 +213,10 @@ constexpr std::size_t high_digits = decimal_chunk_digits - 2 * block_digits;
 /// Exactly 19 digits.
 void write_reversed_chunk(char* place, std::uint64_t chunk) {
     const chunk_digits digits = digits_of(chunk);
-    store_block(place, digits.low);
-    store_block(place + block_digits, digits.middle);
+    store_eight(digits.low, place);
+    store_eight(digits.middle, place + block_digits);
     std::array<char, block_digits> high; // NOLINT(cppcoreguidelines-pro-type-member-init)
-    store_block(high.data(), digits.high);
+    store_eight(digits.high, high.data());
     std::memcpy(place + 2 * block_digits, high.data(), high_digits);
 }
 
@@ -224,10 +224,10 @@ void write_reversed_chunk(char* place, std::uint64_t chunk) {
 void write_chunk(char* place, std::uint64_t chunk) {
     const chunk_digits digits = digits_of(chunk);
     std::array<char, block_digits> high; // NOLINT(cppcoreguidelines-pro-type-member-init)
-    store_block(high.data(), reversed_bytes(digits.high));
+    store_eight(reversed_bytes(digits.high), high.data());
     std::memcpy(place, high.data() + (block_digits - high_digits), high_digits);
-    store_block(place + high_digits, reversed_bytes(digits.middle));
-    store_block(place + high_digits + block_digits, reversed_bytes(digits.low));
+    store_eight(reversed_bytes(digits.middle), place + high_digits);
+    store_eight(reversed_bytes(digits.low), place + high_digits + block_digits);
 }
 
 /// Copies less than 19 characters, without the call that an unknown count would cost.
@@ -313,7 +313,7 @@ void write_reversed_digits(char* place, limb_view chunks, std::size_t count) {
         copy_few(place, top.data(), count);
     } else if (count != 0) {
         std::array<char, block_digits> top; // NOLINT(cppcoreguidelines-pro-type-member-init)
-        store_block(top.data(), reversed_decimal_block(chunks.front() % decimal_block));
+        store_eight(reversed_decimal_block(chunks.front() % decimal_block), top.data());
         copy_few(place, top.data(), count);
     }
 }

@@ -1,7 +1,6 @@
 #pragma once
 
-#include "kvr/numeric/eight_digits.h"
-#include "kvr/numeric/sixteen_digits.h"
+#include "kvr/numeric/character_block.h"
 
 #include <bit>
 #include <cstddef>

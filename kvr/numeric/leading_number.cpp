@@ -1,5 +1,7 @@
 #include "kvr/numeric/leading_number.h"
 
+#include "kvr/numeric/digit_value.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstddef>
@@ -24,18 +26,13 @@ signed_text split_sign(std::string_view text) {
     return {negative, text};
 }
 
-bool is_hexadecimal_digit(char character) {
-    return (character >= '0' && character <= '9') || (character >= 'a' && character <= 'f') ||
-           (character >= 'A' && character <= 'F');
-}
-
 // "0x" counts as a prefix only with a digit behind it, else the number is the "0".
 bool has_hexadecimal_prefix(std::string_view text) {
     if (text.size() < 3 || text[0] != '0' || (text[1] != 'x' && text[1] != 'X')) {
         return false;
     }
     const std::string_view digits = text.substr(text[2] == '.' ? 3 : 2);
-    return !digits.empty() && is_hexadecimal_digit(digits.front());
+    return !digits.empty() && digit_value(digits.front()) < 16;
 }
 
 // The exponent that ends a number, 0 without one. One that is too large for int counts as the nearest int.

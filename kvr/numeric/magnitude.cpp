@@ -194,7 +194,7 @@ std::string_view magnitude::read_blocks(std::string_view digits, unsigned bits_p
     }
     std::uint64_t* limb = buffer_.limbs().data();
     while (digits.size() >= limb_hex_digits &&
-           read_hex_limb(digits.data() + digits.size() - limb_hex_digits, *limb)) {
+           read_sixteen(digits.data() + digits.size() - limb_hex_digits, *limb)) {
         digits.remove_suffix(limb_hex_digits);
         ++limb;
     }

@@ -43,8 +43,8 @@ bool read_grouped(small_word& word, std::string_view text, unsigned bits) {
 bool read_decimal_digits(std::uint64_t& value, std::string_view text) {
     value = 0;
     while (text.size() >= block_digits) {
-        const std::uint64_t block = load_block(text.data());
-        if (!is_decimal_block(block)) {
+        const std::uint64_t block = load_eight(text.data());
+        if (!are_decimal(block)) {
             return false;
         }
         value = value * decimal_block + decimal_block_value(block);
@@ -98,14 +98,14 @@ using word_text = std::array<char, 32>;
 char* write_reversed_decimal(char* place, std::uint64_t value) {
     while (value >= decimal_block) {
         const std::uint64_t rest = value / decimal_block;
-        store_block(place, reversed_decimal_block(value - rest * decimal_block));
+        store_eight(reversed_decimal_block(value - rest * decimal_block), place);
         place += block_digits;
         value = rest;
     }
     const std::uint64_t block = reversed_decimal_block(value);
-    store_block(place, block);
+    store_eight(block, place);
     // What the block has above the digit '0' ends with its most significant digit.
-    const int zeros = std::countl_zero((block - every_byte('0')) | 1);
+    const int zeros = std::countl_zero((block - eight_of('0')) | 1);
     return place + block_digits - static_cast<unsigned>(zeros) / 8;
 }
 
@@ -193,7 +193,7 @@ char* write_exact(char* begin, char* end, const small_word& word, KVR_MEMORY_RAD
 bool write_upper_case(char* place, std::string_view text) {
     for (; text.size() >= limb_hex_digits; text.remove_prefix(limb_hex_digits)) {
         std::uint64_t limb = 0;
-        if (!read_hex_limb(text.data(), limb)) {
+        if (!read_sixteen(text.data(), limb)) {
             return false;
         }
         write_hex_limb(place, limb);

@@ -73,11 +73,6 @@ bool defers_generation(std::string line) {
 constexpr std::string_view name_separators = "[ (~$|:.\\_-@";
 constexpr std::string_view dropped_in_names = "])";
 
-bool is_letter(char character) {
-    const unsigned char folded = fold_case(character);
-    return folded >= 'a' && folded <= 'z';
-}
-
 bool is_in(std::string_view set, char character) {
     return set.find(character) != std::string_view::npos;
 }
@@ -123,7 +118,7 @@ bool is_wizard_deferred_generation_file(const char* path) {
 std::string convert_name_to_kvr_form(const std::string& name) {
     std::string converted;
     std::string_view rest = name;
-    if (!rest.empty() && !kvr::is_letter(rest.front())) {
+    if (!rest.empty() && !kvr::is_lower_case(kvr::lower_case_of(rest.front()))) {
         converted = rest.front() == '|' ? "" : "sub_";
         rest.remove_prefix(1);
     }

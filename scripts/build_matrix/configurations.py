@@ -19,7 +19,9 @@ SHARED: Options = {"BUILD_SHARED_LIBS": "ON", "KVR_BUILD_TOOL": "OFF"}
 LIGHT = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O1", "KVR_BUILD_QUICKLY": "ON"}
 OPTIMISED = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O2"}
 THOROUGH: Options = {"KVR_TEST_THOROUGHLY": "ON", "KVR_STATIC_TOOL": "ON"}
-REPLAY: Options = {"KVR_BUILD_FUZZERS": "ON", "KVR_BUILD_TESTS": "OFF", "KVR_BUILD_TOOL": "OFF"}
+# Nothing but kvr.
+LIBRARY_KVR: Options = {"KVR_BUILD_IMAGE": "OFF", "KVR_BUILD_TOOL": "OFF"}
+REPLAY: Options = {"KVR_BUILD_FUZZERS": "ON", "KVR_BUILD_TESTS": "OFF", **LIBRARY_KVR}
 
 
 def flags(text: str) -> Options:
@@ -87,6 +89,6 @@ CONFIGURATIONS = (
         "memcheck",
         "g++, valgrind, fewer cases",
         ("memcheck", "memcheck_models"),
-        GCC | OPTIMISED | flags("-DKVR_TEST_FEWER_CASES") | {"KVR_BUILD_TOOL": "OFF"},
+        GCC | OPTIMISED | flags("-DKVR_TEST_FEWER_CASES") | LIBRARY_KVR,
     ),
 )

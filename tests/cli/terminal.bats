@@ -90,13 +90,13 @@ END
     on_a_terminal "bash pause.sh '$1' \"$2\""
 }
 
-@test "progress is told in percent, and in bytes where the size is not known" {
+@test "progress is told in percent, also that of a file that is standard input" {
     needs_a_terminal
     "$KVRMEM" new big.mif --width 8 --depth 0x7FFFF --no-runs
     paused_on_a_terminal big.mif "'$KVRMEM' info big.mif" >shown
     grep -Eq 'reading big.mif [0-9]+ %' shown
     paused_on_a_terminal big.mif "'$KVRMEM' info --from mif - <big.mif" >shown
-    grep -Eq 'reading standard input [0-9]+ MiB' shown
+    grep -Eq 'reading standard input [0-9]+ %' shown
 }
 
 @test "a picture is as wide as its terminal" {

@@ -47,7 +47,7 @@ setup() {
     cp "$KVR_SOURCE/examples/palette_16bit.rif" 'in folder'
     run "$programs/convert_folder" 'in folder' 'out folder' hex
     [ "$status" -eq 1 ]
-    [[ $output == *"palette_16bit.rif:7: error:"* ]]
+    [[ $output == *"palette_16bit.rif:7:1: error:"* ]]
     [ "$(ls 'out folder')" = "a sine.hex" ]
     kvrmem diff --width 16 'in folder/a sine.mif' 'out folder/a sine.hex'
 }
@@ -55,7 +55,7 @@ setup() {
 @test "options of the conversion are handed on" {
     mkdir in
     printf ':0200000012AB41\n:0200020034CDFB\n:00000001FF\n' >in/a.hex
-    run "$programs/convert_folder" in out mif --width 16 --fill 7
+    run "$programs/convert_folder" in out mif --width 16 --address-unit word --fill 7
     echo "$output"
     [ "$status" -eq 0 ]
     [ "$(kvrmem get out/a.mif 0..2 | tr '\n' ' ')" = "12AB 0007 34CD " ]

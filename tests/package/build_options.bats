@@ -7,14 +7,14 @@ configure() { # [OPTION...]
     echo "$output"
 }
 
-tool_is_a_target() {
-    cmake --build "$BATS_TEST_TMPDIR/build" --target help | grep -q '^kvrmem: '
+target_exists() { # NAME
+    cmake --build "$BATS_TEST_TMPDIR/build" --target help | grep -q "^$1: "
 }
 
 @test "the tool is built where it can be" {
     configure
     [ "$status" -eq 0 ]
-    tool_is_a_target
+    target_exists kvrmem
 }
 
 @test "without one of its libraries the tool is left out, and the reason is shown" {
@@ -22,15 +22,34 @@ tool_is_a_target() {
         configure --fresh -DCMAKE_DISABLE_FIND_PACKAGE_$library=ON
         [ "$status" -eq 0 ]
         [[ $output == *"-- kvrmem is not built: the library $library is not found"* ]]
-        run ! tool_is_a_target
+        run ! target_exists kvrmem
     done
+}
+
+@test "without fmt the library of memory images is left out, and the reason is shown" {
+    configure -DCMAKE_DISABLE_FIND_PACKAGE_fmt=ON
+    [ "$status" -eq 0 ]
+    [[ $output == *"-- kvrimage is not built: the library fmt is not found"* ]]
+    run ! target_exists kvrimage
+}
+
+@test "the library of memory images is built without the library that only the tool needs" {
+    configure -DCMAKE_DISABLE_FIND_PACKAGE_nlohmann_json=ON
+    [ "$status" -eq 0 ]
+    target_exists kvrimage
+}
+
+@test "a library of memory images that is asked for and cannot be built is an error" {
+    configure -DKVR_BUILD_IMAGE=ON -DCMAKE_DISABLE_FIND_PACKAGE_fmt=ON
+    [ "$status" -ne 0 ]
+    [[ $output == *"kvrimage cannot be built: the library fmt is not found."* ]]
 }
 
 @test "a library that is installed later brings the tool back" {
     configure -DCMAKE_DISABLE_FIND_PACKAGE_fmt=ON
-    run ! tool_is_a_target
+    run ! target_exists kvrmem
     configure -DCMAKE_DISABLE_FIND_PACKAGE_fmt=OFF
-    tool_is_a_target
+    target_exists kvrmem
 }
 
 @test "a tool that is asked for and cannot be built is an error" {

@@ -35,3 +35,23 @@ shown() { # [OPTION...]
 @test "the library is named by its major version" {
     objdump --private-headers "$library" | grep -E 'SONAME +libkvr\.so\.0$'
 }
+
+images_shown() { # [OPTION...]
+    nm --dynamic --defined-only --demangle "$@" "$(find "$KVR_STAGE/shared" -name 'libkvrimage.so')" |
+        cut -d ' ' -f 3- | grep -vE '^KVRIMAGE_0(@@KVRIMAGE_0)?$'
+}
+
+@test "the library of memory images shows its namespace and nothing else" {
+    images_shown --without-symbol-versions | grep -F 'kvrimage::parse('
+    run grep -vE '^(typeinfo (name )?for |vtable for )?kvrimage::' <(images_shown --without-symbol-versions)
+    echo "$output"
+    [ "$status" -eq 1 ]
+    run grep -v '@@KVRIMAGE_0$' <(images_shown)
+    echo "$output"
+    [ "$status" -eq 1 ]
+}
+
+@test "what the library of memory images takes of kvr, it has in itself" {
+    run grep -F 'libkvr.so' <(objdump --private-headers "$(find "$KVR_STAGE/shared" -name 'libkvrimage.so')")
+    [ "$status" -eq 1 ]
+}

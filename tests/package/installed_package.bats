@@ -32,14 +32,17 @@ uses_it_through_find_package() { # PREFIX
     cmake --build "$BATS_TEST_TMPDIR/consumer"
     "$BATS_TEST_TMPDIR/consumer/exported_interface/kvr_exported_interface"
     says_what_is_in_the_memory "$BATS_TEST_TMPDIR/consumer/consumer"
+    says_what_is_in_the_memory "$BATS_TEST_TMPDIR/consumer/image_consumer"
 }
 
 uses_it_through_pkg_config() { # PREFIX
     pc=$(find "$1" -name kvr.pc)
     PKG_CONFIG_PATH=${pc%/*} "$KVR_SOURCE/tests/consumer/with_pkg_config" "$BATS_TEST_TMPDIR/consumer"
+    PKG_CONFIG_PATH=${pc%/*} "$KVR_SOURCE/tests/consumer/with_pkg_config" "$BATS_TEST_TMPDIR/image_consumer" kvrimage
     library=$(find "$1" -name 'libkvr.*' | head -n 1)
     export LD_LIBRARY_PATH=${library%/*}
     says_what_is_in_the_memory "$BATS_TEST_TMPDIR/consumer"
+    says_what_is_in_the_memory "$BATS_TEST_TMPDIR/image_consumer"
 }
 
 uses_it_through_add_subdirectory() { # [OPTION...]
@@ -49,6 +52,7 @@ uses_it_through_add_subdirectory() { # [OPTION...]
         -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DCMAKE_UNITY_BUILD=ON -DCMAKE_CXX_FLAGS=-O0 "$@"
     cmake --build "$build"
     says_what_is_in_the_memory "$build/consumer"
+    says_what_is_in_the_memory "$build/image_consumer"
 }
 
 @test "the tree is used through add_subdirectory, static" {
@@ -107,9 +111,12 @@ uses_it_through_add_subdirectory() { # [OPTION...]
 
 @test "the installed headers are those that the umbrella reaches, no more and no less" {
     cd "$first/static/include"
-    installed=$(find kvr -type f | sort)
-    reached=$(g++ -std=c++17 -MM -I. kvr/kvr.h | tr -s ' \\' '\n' | grep -v ':$' | sort -u | sed '/^$/d;s|^\./||')
-    diff <(echo "$reached") <(echo "$installed")
+    for library in kvr kvrimage; do
+        installed=$(find $library -type f | sort)
+        reached=$(g++ -std=c++20 -MM -I. $library/$library.h | tr -s ' \\' '\n' | grep -v ':$' | sort -u |
+            sed '/^$/d;s|^\./||')
+        diff <(echo "$reached") <(echo "$installed")
+    done
 }
 
 @test "the installed tool is linked dynamically, as programs are" {

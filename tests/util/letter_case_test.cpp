@@ -44,4 +44,21 @@ TEST(LetterCase, ConvertsBehindANul) {
     EXPECT_EQ(to_upper_case("a\0b"s), "A\0B"s);
 }
 
+TEST(LetterCase, CharactersAreConvertedOneByOne) {
+    for (int code = 0; code < 256; ++code) {
+        const auto character = static_cast<char>(code);
+        EXPECT_EQ(std::string(1, kvr::lower_case_of(character)), to_lower_case(std::string(1, character)));
+        EXPECT_EQ(kvr::is_upper_case(character), kvr::lower_case_of(character) != character);
+        EXPECT_EQ(kvr::is_lower_case(character), kvr::upper_case_of(character) != character);
+    }
+}
+
+TEST(LetterCase, IsConvertedInPlaceFromAPlaceOn) {
+    std::string text = "`abyz{@AZ[09\xe4";
+    kvr::to_upper(text, 2);
+    EXPECT_EQ(text, "`aBYZ{@AZ[09\xe4");
+    kvr::to_upper(text, text.size());
+    EXPECT_EQ(text, "`aBYZ{@AZ[09\xe4");
+}
+
 } // namespace

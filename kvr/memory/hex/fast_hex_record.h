@@ -1,8 +1,7 @@
 #pragma once
 
 #include "kvr/memory/hex/hex_record.h"
-#include "kvr/numeric/eight_digits.h"
-#include "kvr/numeric/sixteen_digits.h"
+#include "kvr/numeric/character_block.h"
 
 #include <array>
 #include <cstddef>

@@ -3,12 +3,11 @@
 #include "kvr/memory/io/copy_padded.h"
 #include "kvr/memory/io/digit_pairs.h"
 #include "kvr/memory/io/output_file.h"
+#include "kvr/numeric/character_block.h"
 #include "kvr/numeric/digit_value.h"
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <cstring>
 
 namespace kvr {
 
@@ -34,19 +33,11 @@ struct record_block {
     const digit_pairs* pairs;
 };
 
-/// Eight digits, one in each byte. Of a word that ends before, `kept` blanks the others out.
-using eight_digits = std::uint64_t;
-
-constexpr eight_digits all_bytes(std::uint64_t value) {
-    return value * 0x0101010101010101;
-}
-
-/// Blanks all but the last part of a word of @p length characters, its length behind a multiple of 8.
-eight_digits mask_of_last(std::size_t length) noexcept {
-    std::array<unsigned char, 8> kept{};
-    const std::size_t last = (length - 1) % kept.size() + 1;
-    std::fill_n(kept.begin(), last, static_cast<unsigned char>(0xFF));
-    return std::bit_cast<eight_digits>(kept);
+/// Keeps the last part of a word of @p length characters, its length behind a multiple of 8, of eight
+/// characters.
+constexpr std::uint64_t mask_of_last(std::size_t length) noexcept {
+    const std::size_t last = (length - 1) % sizeof(std::uint64_t) + 1;
+    return ~std::uint64_t{0} >> (8 * (sizeof(std::uint64_t) - last));
 }
 
 /// The sums of the digits with an even and with an odd index, each in four lanes of 16 bits.
@@ -55,33 +46,24 @@ struct lane_sums {
     std::uint64_t odd = 0;
 
     /// Adds eight hexadecimal digits. A blanked one counts as 0.
-    void add(eight_digits digits) noexcept {
-        const eight_digits values = (digits & all_bytes(0x0F)) + ((digits >> 6) & all_bytes(0x01)) * 9;
+    void add(std::uint64_t digits) noexcept {
         constexpr std::uint64_t low_bytes = 0x00FF00FF00FF00FF;
-        const std::uint64_t low = values & low_bytes;
-        const std::uint64_t high = (values >> 8) & low_bytes;
-        even += std::endian::native == std::endian::little ? low : high;
-        odd += std::endian::native == std::endian::little ? high : low;
+        const std::uint64_t values = values_of_eight(digits);
+        even += values & low_bytes;
+        odd += (values >> 8U) & low_bytes;
     }
 };
 
-constexpr std::uint32_t sum_of_lanes(std::uint64_t lanes) {
-    return static_cast<std::uint32_t>((lanes * 0x0001000100010001) >> 48);
-}
-
 /// The sum of the bytes that the @p length digits at @p word stand for, with copy_padding behind them. Of an
 /// odd number of digits the first is a byte of its own.
-std::uint32_t byte_sum(const char* word, std::size_t length, eight_digits last_mask) noexcept {
+std::uint32_t byte_sum(const char* word, std::size_t length, std::uint64_t last_mask) noexcept {
     lane_sums sums;
-    eight_digits digits = 0;
-    for (; length > sizeof digits; length -= sizeof digits, word += sizeof digits) {
-        std::memcpy(&digits, word, sizeof digits);
-        sums.add(digits);
+    constexpr std::size_t eight = 8;
+    for (; length > eight; length -= eight, word += eight) {
+        sums.add(load_eight(word));
     }
-    std::memcpy(&digits, word, sizeof digits);
-    sums.add(digits & last_mask);
-    return length % 2 == 0 ? sum_of_lanes(sums.even * 16 + sums.odd)
-                           : sum_of_lanes(sums.even + sums.odd * 16);
+    sums.add(load_eight(word) & last_mask);
+    return length % 2 == 0 ? sum_of_four(sums.even * 16 + sums.odd) : sum_of_four(sums.even + sums.odd * 16);
 }
 
 /// The same for few digits, an even number of them.
@@ -101,7 +83,7 @@ char* format_records(const record_block& block, const char* words, std::uint32_t
                      char* end) noexcept {
     const std::size_t length = known_length != 0 ? known_length : block.word_length;
     const std::size_t head_size = known_length != 0 ? plain_head : block.head_size;
-    const eight_digits last_mask = mask_of_last(length);
+    const std::uint64_t last_mask = mask_of_last(length);
     const digit_pairs& pairs = *block.pairs;
     for (const std::uint32_t behind = low + count; low < behind; ++low, words += length) {
         copy_padded(block.head.data(), head_size, end);

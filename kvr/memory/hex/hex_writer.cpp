@@ -7,6 +7,7 @@
 #include "kvr/memory/io/output_file.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/radix_conversion.h"
+#include "kvr/util/letter_case.h"
 
 #include <algorithm>
 #include <array>
@@ -20,11 +21,11 @@ constexpr std::string_view end_record = ":00000001ff\n";
 
 using character_map = std::array<char, 256>;
 
-constexpr character_map make_character_map(bool lower_case) {
+constexpr character_map make_character_map(bool in_lower_case) {
     character_map map{};
     for (std::size_t i = 0; i < map.size(); ++i) {
-        const bool upper = i >= 'A' && i <= 'Z';
-        map[i] = static_cast<char>(lower_case && upper ? i - 'A' + 'a' : i);
+        const auto character = static_cast<char>(i);
+        map[i] = in_lower_case ? lower_case_of(character) : character;
     }
     return map;
 }

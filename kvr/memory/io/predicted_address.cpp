@@ -1,22 +1,11 @@
 #include "kvr/memory/io/predicted_address.h"
 
 #include "kvr/numeric/digit_value.h"
+#include "kvr/util/letter_case.h"
 
 #include <cassert>
 
 namespace kvr {
-
-namespace {
-
-bool is_lower(char character) noexcept {
-    return character >= 'a'; // and 'f' at most, being a digit
-}
-
-bool is_upper(char character) noexcept {
-    return character >= 'A';
-}
-
-} // namespace
 
 void predicted_address::learn(std::string_view before, std::string_view digits, unsigned number_base,
                               std::uint64_t address, std::uint64_t count) noexcept {
@@ -31,9 +20,9 @@ void predicted_address::learn(std::string_view before, std::string_view digits, 
     first_digit = static_cast<std::size_t>(digits.data() - before.data());
     last_digit = first_digit + digits.size() - 1;
     base = number_base;
-    if (std::any_of(digits.begin(), digits.end(), is_lower)) {
+    if (std::any_of(digits.begin(), digits.end(), is_lower_case)) {
         lower_case = true;
-    } else if (std::any_of(digits.begin(), digits.end(), is_upper)) {
+    } else if (std::any_of(digits.begin(), digits.end(), is_upper_case)) {
         lower_case = false;
     }
     std::copy(before.begin(), before.end(), text.begin());
@@ -58,7 +47,7 @@ void predicted_address::add_to_digits(std::uint64_t count) noexcept {
             value -= base;
         }
         const char digit = upper_case_digits[value];
-        text[at] = lower_case && is_upper(digit) ? static_cast<char>(digit - 'A' + 'a') : digit;
+        text[at] = lower_case ? lower_case_of(digit) : digit;
     }
     if (carry != 0) {
         length = 0;

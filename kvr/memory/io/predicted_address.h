@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/numeric/eight_digits.h"
+#include "kvr/numeric/character_block.h"
 
 #include <algorithm>
 #include <array>

@@ -48,12 +48,4 @@ void strip_blanks(std::string& text) {
     text.erase(std::remove_if(text.begin(), text.end(), is_mif_blank), text.end());
 }
 
-void to_upper(std::string& text, std::size_t from) noexcept {
-    for (std::size_t at = from; at < text.size(); ++at) {
-        if (text[at] >= 'a' && text[at] <= 'z') {
-            text[at] = static_cast<char>(text[at] - 'a' + 'A');
-        }
-    }
-}
-
 } // namespace kvr

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kvr/memory/memory_types.h"
+#include "kvr/util/letter_case.h"
 
 #include <array>
 #include <cstddef>
@@ -60,8 +61,5 @@ void split_values(std::string_view text, std::vector<std::string_view>& values);
 
 /// Deletes every blank and tab.
 void strip_blanks(std::string& text);
-
-/// Upper-cases "a" to "z" in place.
-void to_upper(std::string& text, std::size_t from = 0) noexcept;
 
 } // namespace kvr

@@ -1,6 +1,7 @@
 #include "kvr/memory/rif/rif_reader.h"
 
 #include "kvr/numeric/scanned_number.h"
+#include "kvr/util/letter_case.h"
 
 #include <algorithm>
 #include <array>
@@ -48,10 +49,6 @@ unsigned classes_in(std::string_view line) noexcept {
         }
     }
     return found;
-}
-
-char upper(char character) noexcept {
-    return (class_of(character) & lower_case) != 0 ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
 } // namespace
@@ -129,7 +126,7 @@ bool rif_reader::read_line(std::string_view line) {
 
 std::string_view rif_reader::upper_cased(std::string_view line) {
     upper_line.resize(line.size());
-    std::transform(line.begin(), line.end(), upper_line.begin(), upper);
+    std::transform(line.begin(), line.end(), upper_line.begin(), upper_case_of);
     return upper_line;
 }
 

@@ -4,6 +4,7 @@
 #include "kvr/memory/io/digit_pairs.h"
 #include "kvr/memory/io/hex_digit_block.h"
 #include "kvr/numeric/radix_conversion.h"
+#include "kvr/util/letter_case.h"
 
 #include <algorithm>
 #include <array>
@@ -26,7 +27,7 @@ constexpr std::array<char, 256> make_written_digits() {
         written[static_cast<unsigned char>(same)] = same;
     }
     for (const char lower : std::string_view("abcdefx")) {
-        written[static_cast<unsigned char>(lower)] = static_cast<char>(lower - 'a' + 'A');
+        written[static_cast<unsigned char>(lower)] = upper_case_of(lower);
     }
     return written;
 }

@@ -22,11 +22,6 @@ string_views values_of(std::string_view text) {
     return values;
 }
 
-std::string in_upper_case(std::string text, std::size_t from) {
-    kvr::to_upper(text, from);
-    return text;
-}
-
 TEST(MifLine, ATokenIsALongestRunOfValueCharacters) {
     EXPECT_EQ(first_token("12", 0), "12");
     EXPECT_EQ(first_token(" [12..34]", 0), "12");
@@ -68,12 +63,6 @@ TEST(MifLine, BlanksAndTabsAreStripped) {
     std::string text = " a\tb \r\n ";
     kvr::strip_blanks(text);
     EXPECT_EQ(text, "ab\r\n");
-}
-
-TEST(MifLine, LettersOfAsciiAreUpperCased) {
-    EXPECT_EQ(in_upper_case("`abyz{@AZ[09\xe4", 0), "`ABYZ{@AZ[09\xe4");
-    EXPECT_EQ(in_upper_case("abc", 1), "aBC");
-    EXPECT_EQ(in_upper_case("abc", 3), "abc");
 }
 
 TEST(MifLine, ContainsLooksAnywhere) {

@@ -1,11 +1,12 @@
 #include "tools/kvrmem/command_line/command_line.h"
 
+#include "kvrimage/diagnostics/utf8_character.h"
 #include "tools/kvrmem/command_line/suggestion.h"
-#include "tools/kvrmem/surroundings/utf8_character.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <array>
 #include <getopt.h>
 #include <string_view>
 #include <vector>
@@ -108,8 +109,9 @@ std::string nearest_option(const command& which, std::string_view given) {
 std::string refused_letter(std::string_view next) {
     const char byte = static_cast<char>(optopt);
     const std::size_t place = next.starts_with('-') ? next.find(byte) : std::string_view::npos;
-    return fmt::format("-{}", place != std::string_view::npos ? first_of(next.substr(place)).bytes
-                                                              : std::string_view(&byte, 1));
+    return fmt::format("-{}", place != std::string_view::npos
+                                  ? kvrimage::first_character(next.substr(place)).bytes
+                                  : std::string_view(&byte, 1));
 }
 
 /// After getopt_long() has refused an option.
@@ -130,6 +132,12 @@ std::string refused_letter(std::string_view next) {
     usage_error(nearest.empty()
                     ? fmt::format("{} has no option {}; see kvrmem {} --help", which.name, given, which.name)
                     : fmt::format("{} has no option {}; did you mean {}?", which.name, given, nearest));
+}
+
+bool says_how_to_read(option_id option) {
+    constexpr std::array reading = {option_id::from, option_id::width, option_id::depth, option_id::unit,
+                                    option_id::order};
+    return std::ranges::find(reading, option) != reading.end();
 }
 
 void require_operands(const command& which, const std::vector<std::string>& operands) {
@@ -168,7 +176,11 @@ arguments parse_arguments(const command& which, int count, char** words) {
         }
         const option_entry& entry = entry_of(found);
         parsed.options.push_back(entry.id);
-        entry.take(parsed, entry.name, optarg != nullptr ? given.restored(optarg) : nullptr);
+        const char* const value = optarg != nullptr ? given.restored(optarg) : nullptr;
+        entry.take(parsed, entry.name, value);
+        if (says_how_to_read(entry.id)) {
+            parsed.reading_options.push_back(fmt::format("--{} {}", entry.name, value));
+        }
     }
     for (int index = optind; index < count; ++index) {
         parsed.files.emplace_back(given[index]);

@@ -56,7 +56,7 @@ std::vector<const option_entry*> options_of(const command& which) {
 }
 
 bool takes_path(const option_entry& entry) noexcept {
-    return std::string_view(entry.choices) == "FILE";
+    return entry.choices == "FILE";
 }
 
 operand_words operands_of(const command& which) {

@@ -80,8 +80,7 @@ std::string fish_value(const option_entry& entry) {
     if (takes_path(entry)) {
         return " -r -F";
     }
-    return std::string_view(entry.choices).empty() ? " -x"
-                                                   : fmt::format(" -x -a {}", fish_quoted(entry.choices));
+    return entry.choices.empty() ? " -x" : fmt::format(" -x -a {}", fish_quoted(entry.choices));
 }
 
 std::string fish_option(const command& which, const option_entry& entry) {

@@ -1,5 +1,6 @@
 #include "tools/kvrmem/command_line/help_text.h"
 
+#include "tools/kvrmem/command_line/format_names.h"
 #include "tools/kvrmem/commands/commands.h"
 
 #include <fmt/format.h>
@@ -15,16 +16,16 @@ std::string title_of(const option_entry& entry) {
 }
 
 std::string overview() {
-    std::string text =
+    std::string text = with_format_names(
         "kvrmem reads, checks, edits, compares, draws and converts memory initialization files:\n"
-        "MIF, Intel HEX with word addresses, and RIF.\n\n"
+        "{titles}.\n\n"
         "Examples\n"
         "  $ kvrmem convert sine.mif sine.hex\n"
         "  $ kvrmem check boot.mif\n"
         "  $ kvrmem dump sine.mif\n"
         "  $ kvrmem set boot.mif 0x10=0xDEAD\n"
         "  $ kvrmem diff old.mif new.hex\n\n"
-        "Commands\n";
+        "Commands\n");
     for (const command* entry : all_commands()) {
         text += fmt::format("  {:<10}{}\n", entry->name, entry->summary);
     }
@@ -37,7 +38,7 @@ std::string overview() {
 std::string help_for(const command& which) {
     std::string text =
         fmt::format("{}\n\nExamples\n{}\nUsage\n  kvrmem {} [options] {}\n\n{}\nOptions\n", which.summary,
-                    which.examples, which.name, which.operands, which.description);
+                    which.examples, which.name, which.operands, with_format_names(which.description));
     for (const option_entry& entry : option_table()) {
         if (takes(which, entry.id)) {
             text += fmt::format("  {:<24}{}\n", title_of(entry), entry.help);

@@ -1,7 +1,9 @@
 #include "tools/kvrmem/command_line/idle_options.h"
 
-#include "tools/kvrmem/memory/file_format.h"
-#include "tools/kvrmem/plot/plot_value.h"
+#include "kvrimage/formats/registry.h"
+#include "kvrimage/picture/picture.h"
+#include "tools/kvrmem/command_line/command_words.h"
+#include "tools/kvrmem/command_line/format_names.h"
 
 #include <fmt/format.h>
 
@@ -15,24 +17,42 @@ namespace kvrmem {
 
 namespace {
 
+using kvrimage::format;
+
 /// What a rule can ask for.
 struct run_facts {
     const arguments& given;
-    std::optional<KVR_FILE_TYPES> input;  ///< format of the first operand, as far as name and --from tell it
-    std::optional<KVR_FILE_TYPES> output; ///< format of OUT, as far as name and --to tell it
-    std::uint32_t width = 0;              ///< bits of a word; 0 before the file is read
+    const format* input = nullptr;  ///< of the first operand, as far as name and --from tell it; else null
+    const format* output = nullptr; ///< of OUT, as far as name and --to tell it; else null
+    std::uint32_t width = 0;        ///< bits of a word; 0 before the file is read
 };
 
 bool has(const run_facts& run, option_id option) {
     return std::find(run.given.options.begin(), run.given.options.end(), option) != run.given.options.end();
 }
 
-bool writes_no_mif(const run_facts& run) {
-    return run.output && *run.output != FILE_TYPE_MIF;
+bool has_no_radix(const format& one) {
+    return !one.states_radix;
 }
 
-bool edits_a_mif(const run_facts& run) {
-    return run.input == FILE_TYPE_MIF;
+bool has_no_ranges(const format& one) {
+    return !one.holds_ranges;
+}
+
+bool states_sizes(const format& one) {
+    return one.states_width && one.states_depth;
+}
+
+bool writes_no_radix(const run_facts& run) {
+    return run.output != nullptr && has_no_radix(*run.output);
+}
+
+bool writes_no_ranges(const run_facts& run) {
+    return run.output != nullptr && has_no_ranges(*run.output);
+}
+
+bool edits_what_states_sizes(const run_facts& run) {
+    return run.input != nullptr && states_sizes(*run.input);
 }
 
 bool writes_standard_output(const run_facts& run) {
@@ -64,7 +84,7 @@ bool draws_svg(const run_facts& run) {
 }
 
 bool draws_bits(const run_facts& run) {
-    return run.width > widest_plotted_value;
+    return run.width > kvrimage::widest_waveform;
 }
 
 bool is_quiet(const run_facts& run) {
@@ -77,12 +97,13 @@ bool is_for_git(const run_facts& run) {
 
 /// git's own names differ from run to run, so one --from goes with all of them.
 bool names_tell_formats(const run_facts& run) {
-    return !run.given.git && std::all_of(run.given.files.begin(), run.given.files.end(),
-                                         [](const auto& path) { return format_of_path(path).has_value(); });
+    return !run.given.git &&
+           std::all_of(run.given.files.begin(), run.given.files.end(),
+                       [](const auto& path) { return kvrimage::format_of_path(path) != nullptr; });
 }
 
 bool is_fixed_point(const std::optional<word_radix>& radix) {
-    return radix && radix->radix == RADIX_FIXED_POINT;
+    return radix && radix->is_fixed_point();
 }
 
 bool library_takes_fixed_point(const run_facts& run) {
@@ -94,28 +115,31 @@ struct idle_option {
     std::string_view command;
     option_id option;
     bool (*is_idle)(const run_facts&);
-    const char* reason; ///< completes "--… has no effect "
+    const char* reason;                            ///< completes "--… has no effect "
+    bool (*concerns)(const format& one) = nullptr; ///< those that take the place of "{}" in the reason
 };
 
-constexpr const char* mif_has_radixes = "on Intel HEX and RIF, which have no radixes";
-constexpr const char* mif_has_runs = "on Intel HEX and RIF, which have no ranges";
-constexpr const char* mif_says_sizes = "on a MIF, which says its width and depth itself";
+constexpr const char* no_radixes = "on {}, which have no radixes";
+constexpr const char* no_ranges = "on {}, which have no ranges";
+constexpr const char* own_sizes = "on a {}, which says its width and depth itself";
 
 constexpr const char* comments_stay = "without --output: FILE keeps its comments";
 constexpr const char* comments_of_input_stay = "when --output names FILE, which keeps its comments";
 constexpr const char* no_file_is_replaced = "on standard output, which replaces no file";
 
-constexpr std::array<idle_option, 28> rules = {{
-    {"convert", option_id::data_radix, writes_no_mif, mif_has_radixes},
-    {"convert", option_id::address_radix, writes_no_mif, mif_has_radixes},
-    {"convert", option_id::no_runs, writes_no_mif, mif_has_runs},
+constexpr std::array<idle_option, 30> rules = {{
+    {"convert", option_id::data_radix, writes_no_radix, no_radixes, has_no_radix},
+    {"convert", option_id::address_radix, writes_no_radix, no_radixes, has_no_radix},
+    {"convert", option_id::no_runs, writes_no_ranges, no_ranges, has_no_ranges},
     {"check", option_id::output, fixes_nothing, "without --fix: kvrmem check --fix -o OUT FILE"},
     {"check", option_id::force_overwrite, fixes_nothing, "without --fix: it is for the repaired file"},
     {"check", option_id::json, fixes, "with --fix, which writes a file"},
-    {"set", option_id::width, edits_a_mif, mif_says_sizes},
-    {"set", option_id::depth, edits_a_mif, mif_says_sizes},
-    {"fill", option_id::width, edits_a_mif, mif_says_sizes},
-    {"fill", option_id::depth, edits_a_mif, mif_says_sizes},
+    {"check", option_id::json, is_quiet, "with --quiet, which shows nothing"},
+    {"check", option_id::quiet, fixes, "with --fix, which reports what it changes"},
+    {"set", option_id::width, edits_what_states_sizes, own_sizes, states_sizes},
+    {"set", option_id::depth, edits_what_states_sizes, own_sizes, states_sizes},
+    {"fill", option_id::width, edits_what_states_sizes, own_sizes, states_sizes},
+    {"fill", option_id::depth, edits_what_states_sizes, own_sizes, states_sizes},
     {"set", option_id::force_overwrite, edits_in_place, comments_stay},
     {"fill", option_id::force_overwrite, edits_in_place, comments_stay},
     {"set", option_id::force_overwrite, names_its_input, comments_of_input_stay},
@@ -130,30 +154,34 @@ constexpr std::array<idle_option, 28> rules = {{
     {"plot", option_id::columns, draws_svg, "on an SVG file, which has a size of its own"},
     {"plot", option_id::is_signed, draws_bits,
      "on words of more than 64 bits, which become a map of their bits"},
-    {"new", option_id::data_radix, writes_no_mif, mif_has_radixes},
-    {"new", option_id::address_radix, writes_no_mif, mif_has_radixes},
-    {"new", option_id::no_runs, writes_no_mif, mif_has_runs},
+    {"new", option_id::data_radix, writes_no_radix, no_radixes, has_no_radix},
+    {"new", option_id::address_radix, writes_no_radix, no_radixes, has_no_radix},
+    {"new", option_id::no_runs, writes_no_ranges, no_ranges, has_no_ranges},
     {"new", option_id::force, writes_standard_output, no_file_is_replaced},
     {"radix", option_id::width, library_takes_fixed_point,
      "with --library on fixed point, which says its width"},
 }};
 
-/// The format of the operand that @p which writes, when it has one.
-std::optional<KVR_FILE_TYPES> output_format(const command& which, const arguments& given) {
+/// The format of the operand that @p which writes; null when it has none, or nothing tells it.
+const format* output_format(const command& which, const arguments& given) {
     constexpr std::array<std::pair<std::string_view, std::size_t>, 2> outputs = {
         {{"convert", 1}, {"new", 0}}};
     for (const auto& [name, operand] : outputs) {
         if (name == which.name) {
-            return given.to ? given.to : format_of_path(given.files[operand]);
+            return given.to != nullptr ? given.to : kvrimage::format_of_path(given.files[operand]);
         }
     }
-    return std::nullopt;
+    return nullptr;
 }
 
 const option_entry& entry_of(option_id option) {
     const auto table = option_table();
     return *std::find_if(table.begin(), table.end(),
                          [option](const option_entry& entry) { return entry.id == option; });
+}
+
+std::string reason_of(const idle_option& rule) {
+    return rule.concerns != nullptr ? replaced(rule.reason, "{}", format_titles(rule.concerns)) : rule.reason;
 }
 
 } // namespace
@@ -163,11 +191,11 @@ void refuse_idle_options(const command& which, const arguments& given) {
 }
 
 void refuse_idle_options(const command& which, const arguments& given, std::uint32_t width) {
-    const run_facts run{given, given.from ? given.from : format_of_path(given.files[0]),
-                        output_format(which, given), width};
+    const format* const input = given.from != nullptr ? given.from : kvrimage::format_of_path(given.files[0]);
+    const run_facts run{given, input, output_format(which, given), width};
     for (const idle_option& rule : rules) {
         if (rule.command == which.name && has(run, rule.option) && rule.is_idle(run)) {
-            usage_error(fmt::format("--{} has no effect {}", entry_of(rule.option).name, rule.reason));
+            usage_error(fmt::format("--{} has no effect {}", entry_of(rule.option).name, reason_of(rule)));
         }
     }
 }

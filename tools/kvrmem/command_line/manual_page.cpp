@@ -1,6 +1,7 @@
 #include "tools/kvrmem/command_line/manual_page.h"
 
 #include "tools/kvrmem/command_line/command_words.h"
+#include "tools/kvrmem/command_line/format_names.h"
 #include "tools/kvrmem/commands/commands.h"
 
 #include <fmt/format.h>
@@ -36,14 +37,14 @@ std::string man_option(const option_entry& entry) {
 std::string man_command(const command& which) {
     std::string text = fmt::format(".SS kvrmem {0} [options] {1}\n{2}\n.PP\n{3}.PP\n.nf\n{4}.fi\n",
                                    which.name, for_man(which.operands), for_man(which.summary),
-                                   for_man(which.description), for_man(which.examples));
+                                   for_man(with_format_names(which.description)), for_man(which.examples));
     for (const option_entry* entry : options_of(which)) {
         text += man_option(*entry);
     }
     return text;
 }
 
-constexpr std::string_view man_head =
+constexpr const char* man_head =
     ".TH KVRMEM 1 \"\" \"kvrmem " KVRMEM_VERSION "\" \"User Commands\"\n"
     ".SH NAME\n"
     "kvrmem \\- read, check, edit, compare, draw and convert memory initialization files\n"
@@ -52,9 +53,8 @@ constexpr std::string_view man_head =
     ".I command\n"
     "[options] [operands]\n"
     ".SH DESCRIPTION\n"
-    "The files give an on\\-chip RAM or ROM its first contents: MIF, Intel HEX with word addresses, and "
-    "RIF.\n"
-    "The extensions .mif, .hex, .ihex and .rif tell the format; \\- is standard input or output.\n"
+    "The files give an on\\-chip RAM or ROM its first contents: {titles}.\n"
+    "The extensions {extensions} tell the format; \\- is standard input or output.\n"
     "Numbers are written 31, \\-5, 0x1F, 0b1010 or 0o17, with _ between digits where that helps.\n"
     "Values are exact: what does not fit is refused, never cut.\n"
     ".SH COMMANDS\n";
@@ -84,7 +84,7 @@ constexpr std::string_view man_foot =
 } // namespace
 
 std::string manual_page() {
-    std::string text(man_head);
+    std::string text = with_format_names(man_head);
     for (const command* which : all_commands()) {
         text += man_command(*which);
     }

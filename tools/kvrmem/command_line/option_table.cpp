@@ -1,21 +1,27 @@
 #include "tools/kvrmem/command_line/option_table.h"
 
-#include "tools/kvrmem/memory/file_format.h"
-#include "tools/kvrmem/memory/memory_image.h"
+#include "kvrimage/formats/registry.h"
+#include "kvrimage/image/memory_image.h"
+#include "tools/kvrmem/command_line/command_words.h"
+#include "tools/kvrmem/command_line/format_names.h"
+#include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
-#include <array>
+#include <algorithm>
 
 namespace kvrmem {
 
 namespace {
 
-constexpr std::uint32_t deepest_memory = 0xFFFFFFFF;
+using kvrimage::address_unit;
+using kvrimage::byte_order;
+using kvrimage::format;
+
 constexpr std::uint32_t largest_column_count = 4096;
 
-constexpr const char* format_choices = "mif hex rif";
 constexpr const char* radix_choices = "bin oct dec uns hex";
 constexpr const char* word_radix_choices = "bin oct dec uns hex fixed:";
 
@@ -23,16 +29,16 @@ constexpr const char* word_radix_choices = "bin oct dec uns hex fixed:";
     throw tool_error(exit_code::wrong_usage, fmt::format("--{} {}: {}", name, value, what));
 }
 
-KVR_FILE_TYPES parse_format(std::string_view name, std::string_view value) {
-    const auto format = format_of_name(value);
-    if (!format) {
-        refuse(name, value, "a format is mif, hex (or ihex) or rif");
+const format* parse_format(std::string_view name, std::string_view value) {
+    const format* const found = kvrimage::format_of_name(value);
+    if (found == nullptr) {
+        refuse(name, value, fmt::format("a format is {}", format_words()));
     }
-    return *format;
+    return found;
 }
 
-KVR_MEMORY_RADIXES parse_radix(std::string_view name, std::string_view value) {
-    const auto radix = radix_of_name(value);
+kvrimage::radix parse_radix(std::string_view name, std::string_view value) {
+    const auto radix = kvrimage::radix_of_name(value);
     if (!radix) {
         refuse(name, value, "a radix is bin, oct, dec, uns or hex");
     }
@@ -48,7 +54,7 @@ word_radix parse_word_radix(std::string_view name, std::string_view value) {
     return *radix;
 }
 
-std::uint32_t parse_size(std::string_view name, std::string_view value, std::uint32_t largest) {
+std::uint64_t parse_size(std::string_view name, std::string_view value, std::uint64_t largest) {
     const auto number = read_human_size(value, largest);
     if (!number || *number == 0) {
         refuse(name, value, fmt::format("this needs a number from 1 to {}", largest));
@@ -56,12 +62,39 @@ std::uint32_t parse_size(std::string_view name, std::string_view value, std::uin
     return *number;
 }
 
-address_range parse_range(std::string_view name, std::string_view value) {
+/// For numbers that have 32 bits.
+std::uint32_t parse_small_size(std::string_view name, std::string_view value, std::uint32_t largest) {
+    return static_cast<std::uint32_t>(parse_size(name, value, largest));
+}
+
+kvrimage::address_range parse_range(std::string_view name, std::string_view value) {
     const auto range = read_address_range(value);
     if (!range) {
         refuse(name, value, "a range is FIRST..LAST, for example 0x10..0x1F, or one address");
     }
     return *range;
+}
+
+address_unit parse_unit(std::string_view name, std::string_view value) {
+    if (value != "byte" && value != "word") {
+        refuse(name, value, "an address counts either: byte or word");
+    }
+    return value == "byte" ? address_unit::byte : address_unit::word;
+}
+
+byte_order parse_order(std::string_view name, std::string_view value) {
+    if (value != "little" && value != "big") {
+        refuse(name, value, "the byte order is little (lowest byte first) or big");
+    }
+    return value == "little" ? byte_order::little : byte_order::big;
+}
+
+std::string parse_consumer(std::string_view name, std::string_view value) {
+    const std::vector<std::string> choices = consumer_choices();
+    if (std::ranges::find(choices, value) == choices.end()) {
+        refuse(name, value, fmt::format("this is one of {}", fmt::join(choices, ", ")));
+    }
+    return std::string(value);
 }
 
 color_choice parse_color(std::string_view name, std::string_view value) {
@@ -79,95 +112,130 @@ std::string parse_file_name(std::string_view name, std::string_view value) {
     return std::string(value);
 }
 
-constexpr std::array<option_entry, 25> table = {{
-    {option_id::from, '\0', "from", "FORMAT", format_choices,
-     "format of the input: mif, hex, rif (default: by extension)",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.from = parse_format(name, value);
-     }},
-    {option_id::to, '\0', "to", "FORMAT", format_choices, "format of the output (default: by extension)",
-     [](arguments& into, std::string_view name, const char* value) { into.to = parse_format(name, value); }},
-    {option_id::from_radix, '\0', "from", "RADIX", word_radix_choices,
-     "radix of VALUE: bin, oct, dec, uns, hex, fixed:I.F (default: by its prefix)",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.from_radix = parse_word_radix(name, value);
-     }},
-    {option_id::to_radix, '\0', "to", "RADIX", word_radix_choices,
-     "radix of the result (default: show the value in all of them)",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.to_radix = parse_word_radix(name, value);
-     }},
-    {option_id::width, 'w', "width", "BITS", "",
-     "word width, where the file does not say it (Intel HEX, RIF) or a new one",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.width = parse_size(name, value, widest_word);
-     }},
-    {option_id::depth, 'd', "depth", "WORDS", "",
-     "number of words (default: the file's own, or up to its highest address)",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.depth = parse_size(name, value, deepest_memory);
-     }},
-    {option_id::data_radix, '\0', "data-radix", "RADIX", radix_choices,
-     "radix of the words in a MIF: bin, oct, dec, uns, hex",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.data_radix = parse_radix(name, value);
-     }},
-    {option_id::address_radix, '\0', "address-radix", "RADIX", radix_choices,
-     "radix of the addresses in a MIF: bin, oct, dec, uns, hex",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.address_radix = parse_radix(name, value);
-     }},
-    {option_id::fill, '\0', "fill", "VALUE", "",
-     "value for words that are never set: 31, -5, 0x1F, 0b1010, 0o17",
-     [](arguments& into, std::string_view, const char* value) { into.fill = value; }},
-    {option_id::no_runs, '\0', "no-runs", nullptr, "", "give every address of a MIF a line of its own",
-     [](arguments& into, std::string_view, const char*) { into.no_runs = true; }},
-    {option_id::output, 'o', "output", "FILE", "FILE", "write to FILE; - is standard output",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.output = parse_file_name(name, value);
-     }},
-    {option_id::json, '\0', "json", nullptr, "", "answer in JSON",
-     [](arguments& into, std::string_view, const char*) { into.json = true; }},
-    {option_id::fix, '\0', "fix", nullptr, "",
-     "write a repaired file to --output FILE, where the repair is certain",
-     [](arguments& into, std::string_view, const char*) { into.fix = true; }},
-    {option_id::radix, 'r', "radix", "RADIX", word_radix_choices,
-     "show words in bin, oct, dec (signed), uns, hex or fixed:I.F",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.radix = parse_word_radix(name, value);
-     }},
-    {option_id::columns, 'c', "columns", "N", "", "N words or characters a line (default: what fits)",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.columns = parse_size(name, value, largest_column_count);
-     }},
-    {option_id::range, '\0', "range", "A..B", "", "only the addresses A to B: 0x10..0x1F, 5..9, 7",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.range = parse_range(name, value);
-     }},
-    {option_id::is_signed, '\0', "signed", nullptr, "", "take words for two's complement numbers",
-     [](arguments& into, std::string_view, const char*) { into.is_signed = true; }},
-    {option_id::quiet, 'q', "quiet", nullptr, "", "say nothing; the exit code is the answer",
-     [](arguments& into, std::string_view, const char*) { into.quiet = true; }},
-    {option_id::git, '\0', "git", nullptr, "", "take the seven operands that git gives a diff driver",
-     [](arguments& into, std::string_view, const char*) { into.git = true; }},
-    {option_id::force, '\0', "force", nullptr, "", "replace a file that is there already",
-     [](arguments& into, std::string_view, const char*) { into.force = true; }},
-    {option_id::force_conversion, '\0', "force", nullptr, "",
-     "write although comments are lost, or OUT becomes huge",
-     [](arguments& into, std::string_view, const char*) { into.force = true; }},
-    {option_id::force_overwrite, '\0', "force", nullptr, "",
-     "replace the file of --output although comments in it are lost",
-     [](arguments& into, std::string_view, const char*) { into.force = true; }},
-    {option_id::library, '\0', "library", nullptr, "", "show what the library's own conversion gives",
-     [](arguments& into, std::string_view, const char*) { into.library = true; }},
-    {option_id::color, '\0', "color", "WHEN", "auto always never",
-     "colour: auto (on a terminal), always, never",
-     [](arguments& into, std::string_view name, const char* value) {
-         into.color = parse_color(name, value);
-     }},
-    {option_id::help, 'h', "help", nullptr, "", "show this help",
-     [](arguments& into, std::string_view, const char*) { into.help = true; }},
-}};
+std::string listed_formats() {
+    return replaced(format_choices(), " ", ", ");
+}
+
+// NOLINTNEXTLINE(readability-function-size): a table
+std::vector<option_entry> make_table() {
+    const std::string with_radixes = format_titles([](const format& one) { return one.states_radix; });
+    return {
+        {option_id::from, '\0', "from", "FORMAT", format_choices(),
+         fmt::format("format of the input: {} (default: by extension)", listed_formats()),
+         [](arguments& into, std::string_view name, const char* value) {
+             into.from = parse_format(name, value);
+         }},
+        {option_id::to, '\0', "to", "FORMAT", format_choices(),
+         "format of the output (default: by extension)",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.to = parse_format(name, value);
+         }},
+        {option_id::from_radix, '\0', "from", "RADIX", word_radix_choices,
+         "radix of VALUE: bin, oct, dec, uns, hex, fixed:I.F (default: by its prefix)",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.from_radix = parse_word_radix(name, value);
+         }},
+        {option_id::to_radix, '\0', "to", "RADIX", word_radix_choices,
+         "radix of the result (default: show the value in all of them)",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.to_radix = parse_word_radix(name, value);
+         }},
+        {option_id::width, 'w', "width", "BITS", "",
+         fmt::format(
+             "word width, where the file does not say it ({}) or a new one",
+             replaced(format_titles([](const format& one) { return !one.states_width; }), " and", ",")),
+         [](arguments& into, std::string_view name, const char* value) {
+             into.width = parse_small_size(name, value, kvrimage::widest_word);
+         }},
+        {option_id::depth, 'd', "depth", "WORDS", "",
+         "number of words (default: the file's own, or up to its highest address)",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.depth = parse_size(name, value, kvrimage::deepest_memory);
+         }},
+        {option_id::unit, '\0', "address-unit", "UNIT", "byte word",
+         "what the file's addresses count, where it does not say: byte, word",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.unit = parse_unit(name, value);
+         }},
+        {option_id::order, '\0', "endian", "ORDER", "little big",
+         "order of the bytes of a word, where the file does not say: little, big",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.order = parse_order(name, value);
+         }},
+        {option_id::keep_going, '\0', "keep-going", nullptr, "",
+         "read a broken file as far as it can be; words in doubt are marked",
+         [](arguments& into, std::string_view, const char*) { into.keep_going = true; }},
+        {option_id::data_radix, '\0', "data-radix", "RADIX", radix_choices,
+         fmt::format("radix of the words in a {}: bin, oct, dec, uns, hex", with_radixes),
+         [](arguments& into, std::string_view name, const char* value) {
+             into.data_radix = parse_radix(name, value);
+         }},
+        {option_id::address_radix, '\0', "address-radix", "RADIX", radix_choices,
+         fmt::format("radix of the addresses in a {}: bin, oct, dec, uns, hex", with_radixes),
+         [](arguments& into, std::string_view name, const char* value) {
+             into.address_radix = parse_radix(name, value);
+         }},
+        {option_id::fill, '\0', "fill", "VALUE", "",
+         "value for words that are never set: 31, -5, 0x1F, 0b1010, 0o17",
+         [](arguments& into, std::string_view, const char* value) { into.fill = value; }},
+        {option_id::no_runs, '\0', "no-runs", nullptr, "",
+         fmt::format("give every address of a {} a line of its own",
+                     format_titles([](const format& one) { return one.holds_ranges; })),
+         [](arguments& into, std::string_view, const char*) { into.no_runs = true; }},
+        {option_id::output, 'o', "output", "FILE", "FILE", "write to FILE; - is standard output",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.output = parse_file_name(name, value);
+         }},
+        {option_id::json, '\0', "json", nullptr, "", "answer in JSON",
+         [](arguments& into, std::string_view, const char*) { into.json = true; }},
+        {option_id::fix, '\0', "fix", nullptr, "",
+         "write a repaired file to --output FILE, where the repair is certain",
+         [](arguments& into, std::string_view, const char*) { into.fix = true; }},
+        {option_id::consumer, '\0', "for", "READER", fmt::format("{}", fmt::join(consumer_choices(), " ")),
+         "whose reading of the file is compared: kvr (the library), none (default: kvr)",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.consumer = parse_consumer(name, value);
+         }},
+        {option_id::strict, '\0', "strict", nullptr, "", "let warnings count for the exit code, too",
+         [](arguments& into, std::string_view, const char*) { into.strict = true; }},
+        {option_id::radix, 'r', "radix", "RADIX", word_radix_choices,
+         "show words in bin, oct, dec (signed), uns, hex or fixed:I.F",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.radix = parse_word_radix(name, value);
+         }},
+        {option_id::columns, 'c', "columns", "N", "", "N words or characters a line (default: what fits)",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.columns = parse_small_size(name, value, largest_column_count);
+         }},
+        {option_id::range, '\0', "range", "A..B", "", "only the addresses A to B: 0x10..0x1F, 5..9, 7",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.range = parse_range(name, value);
+         }},
+        {option_id::is_signed, '\0', "signed", nullptr, "", "take words for two's complement numbers",
+         [](arguments& into, std::string_view, const char*) { into.is_signed = true; }},
+        {option_id::quiet, 'q', "quiet", nullptr, "", "say nothing; the exit code is the answer",
+         [](arguments& into, std::string_view, const char*) { into.quiet = true; }},
+        {option_id::git, '\0', "git", nullptr, "", "take the seven operands that git gives a diff driver",
+         [](arguments& into, std::string_view, const char*) { into.git = true; }},
+        {option_id::force, '\0', "force", nullptr, "", "replace a file that is there already",
+         [](arguments& into, std::string_view, const char*) { into.force = true; }},
+        {option_id::force_conversion, '\0', "force", nullptr, "",
+         "write although comments are lost, or OUT becomes huge",
+         [](arguments& into, std::string_view, const char*) { into.force = true; }},
+        {option_id::force_overwrite, '\0', "force", nullptr, "",
+         "replace the file of --output although comments in it are lost",
+         [](arguments& into, std::string_view, const char*) { into.force = true; }},
+        {option_id::library, '\0', "library", nullptr, "", "show what the library's own conversion gives",
+         [](arguments& into, std::string_view, const char*) { into.library = true; }},
+        {option_id::color, '\0', "color", "WHEN", "auto always never",
+         "colour: auto (on a terminal), always, never",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.color = parse_color(name, value);
+         }},
+        {option_id::help, 'h', "help", nullptr, "", "show this help",
+         [](arguments& into, std::string_view, const char*) { into.help = true; }},
+    };
+}
 
 } // namespace
 
@@ -178,7 +246,8 @@ std::string with_letter(fmt::format_string<char> format, const option_entry& ent
     return fmt::format(format, char{entry.letter});
 }
 
-std::span<const option_entry> option_table() noexcept {
+std::span<const option_entry> option_table() {
+    static const std::vector<option_entry> table = make_table();
     return table;
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "kvr/memory/memory_types.h"
-#include "tools/kvrmem/memory/word_text.h"
-#include "tools/kvrmem/numbers/human_number.h"
+#include "kvrimage/formats/format.h"
+#include "kvrimage/image/address_range.h"
+#include "kvrimage/image/radix.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/terminal.h"
 
 #include <fmt/format.h>
@@ -25,6 +26,9 @@ enum class option_id : std::uint8_t {
     to_radix,
     width,
     depth,
+    unit,
+    order,
+    keep_going,
     data_radix,
     address_radix,
     fill,
@@ -32,6 +36,8 @@ enum class option_id : std::uint8_t {
     output,
     json,
     fix,
+    consumer,
+    strict,
     radix,
     columns,
     range,
@@ -48,25 +54,31 @@ enum class option_id : std::uint8_t {
 
 /// What the user may write after a command, whichever command it is.
 struct arguments {
-    std::vector<std::string> files; ///< and the other operands
-    std::vector<option_id> options; ///< those that were given
-    std::optional<KVR_FILE_TYPES> from;
-    std::optional<KVR_FILE_TYPES> to;
+    std::vector<std::string> files;           ///< and the other operands
+    std::vector<option_id> options;           ///< those that were given
+    std::vector<std::string> reading_options; ///< "--width 8": those that say how a file is to be read
+    const kvrimage::format* from = nullptr;   ///< null where it was not given
+    const kvrimage::format* to = nullptr;
     std::optional<std::uint32_t> width;
-    std::optional<std::uint32_t> depth;
-    std::optional<KVR_MEMORY_RADIXES> data_radix;
-    std::optional<KVR_MEMORY_RADIXES> address_radix;
+    std::optional<std::uint64_t> depth;
+    std::optional<kvrimage::address_unit> unit;
+    std::optional<kvrimage::byte_order> order;
+    std::optional<kvrimage::radix> data_radix;
+    std::optional<kvrimage::radix> address_radix;
     std::optional<std::string> fill;
     std::optional<std::string> output;
     std::optional<word_radix> radix;
     std::optional<word_radix> from_radix;
     std::optional<word_radix> to_radix;
     std::optional<std::uint32_t> columns;
-    std::optional<address_range> range;
+    std::optional<kvrimage::address_range> range;
+    std::optional<std::string> consumer; ///< "none" for none
     color_choice color = color_choice::automatic;
     bool no_runs = false;
     bool json = false;
     bool fix = false;
+    bool keep_going = false;
+    bool strict = false;
     bool quiet = false;
     bool git = false;
     bool force = false;
@@ -81,9 +93,9 @@ struct option_entry {
     char letter; ///< its short form, or NUL
     const char* name;
     const char* value; ///< what the help calls its value; null when it takes none
-    const char*
+    std::string
         choices; ///< the values that a completion offers, separated by blanks, "FILE" for a path, or ""
-    const char* help;
+    std::string help;
     /// Takes the value, or throws tool_error (wrong usage).
     void (*take)(arguments& into, std::string_view name, const char* value);
 };
@@ -92,6 +104,6 @@ struct option_entry {
 [[nodiscard]] std::string with_letter(fmt::format_string<char> format, const option_entry& entry);
 
 /// All options, in the order in which the help shows them.
-[[nodiscard]] std::span<const option_entry> option_table() noexcept;
+[[nodiscard]] std::span<const option_entry> option_table();
 
 } // namespace kvrmem

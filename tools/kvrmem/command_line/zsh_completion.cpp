@@ -71,7 +71,7 @@ std::string zsh_value(const option_entry& entry) {
     std::string action = " "; // nothing to choose from
     if (takes_path(entry)) {
         action = "_files";
-    } else if (!std::string_view(entry.choices).empty()) {
+    } else if (!entry.choices.empty()) {
         action = fmt::format("_kvrmem_choices - {}", zsh_escaped(entry.choices));
     }
     return fmt::format(":{}:{}", zsh_escaped(entry.value), action);

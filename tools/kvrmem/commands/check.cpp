@@ -1,12 +1,15 @@
-#include "tools/kvrmem/check/check_fix.h"
-#include "tools/kvrmem/check/check_report.h"
+#include "kvrimage/diagnostics/visible_text.h"
+#include "kvrimage/files/file_error.h"
+#include "kvrimage/files/file_name.h"
+#include "kvrimage/formats/memory_file.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/commands/repair.h"
-#include "tools/kvrmem/memory/file_format.h"
+#include "tools/kvrmem/files/check_report.h"
+#include "tools/kvrmem/files/diagnostic_colors.h"
+#include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
-#include "tools/kvrmem/surroundings/visible_text.h"
 
 #include <fmt/format.h>
 
@@ -23,68 +26,80 @@ namespace {
 
 /// What a run has found in all its files.
 struct check_totals {
-    std::uint64_t errors = 0;
-    std::uint64_t warnings = 0;
+    diagnostic_counts found;
     std::uint64_t files = 0;             ///< that could be checked
-    std::uint64_t faulty = 0;            ///< of these, with errors or warnings
+    std::uint64_t faulty = 0;            ///< of these, with diagnostics
     std::uint64_t refused = 0;           ///< that could not be checked
     exit_code refusal = exit_code::fine; ///< the worst reason why a file could not be checked
 
-    void add(const fault_list& faults) {
-        errors += faults.count(severity::error);
-        warnings += faults.count(severity::warning);
+    void add(const diagnostic_counts& of_file) {
+        found.add(of_file);
         ++files;
-        const bool is_faulty = faults.count(severity::error) + faults.count(severity::warning) != 0;
-        faulty += static_cast<std::uint64_t>(is_faulty);
+        faulty += of_file.none() ? 0U : 1U;
     }
     void refuse(exit_code reason) {
         ++refused;
         refusal = std::max(refusal, reason);
     }
-    [[nodiscard]] exit_code verdict() const {
-        return std::max(refusal, errors != 0 ? exit_code::negative : exit_code::fine);
+    [[nodiscard]] exit_code verdict(bool strict) const {
+        return std::max(refusal, found.fail(strict) ? exit_code::negative : exit_code::fine);
     }
 };
 
 /// What was found in the files that could be checked. @p only: the name of the only one, "" for several.
 std::string summary(const check_totals& totals, const std::string& only) {
-    const std::string faults = counted_faults(totals.errors, totals.warnings);
     if (totals.files == 0) {
         return "";
     }
     if (!only.empty()) {
         return totals.faulty == 0 ? fmt::format("{}: no faults\n", only)
-                                  : fmt::format("{} in {}\n", faults, only);
+                                  : fmt::format("{} in {}\n", totals.found.text(), only);
     }
     const std::string left_out = totals.refused == 0 ? "" : fmt::format(", {} not checked", totals.refused);
     return totals.faulty == 0 ? fmt::format("{}: no faults{}\n", counted(totals.files, "file"), left_out)
-                              : fmt::format("{} in {} of {}{}\n", faults, totals.faulty,
+                              : fmt::format("{} in {} of {}{}\n", totals.found.text(), totals.faulty,
                                             counted(totals.files + totals.refused, "file"), left_out);
 }
 
-/// A file and what was found in it.
-struct checked_file {
-    input_options options;
-    check_source source;
-    fault_list faults;
+/// Where what is found goes.
+class check_output {
+public:
+    virtual ~check_output() = default;
+    check_output() = default;
+    check_output(const check_output&) = delete;
+    check_output& operator=(const check_output&) = delete;
+
+    /// How many diagnostics of a class are kept.
+    [[nodiscard]] virtual std::size_t most_diagnostics() const = 0;
+    virtual void take(const memory_input& input) = 0;
+    virtual void take_refused(const std::string& path, std::string_view reason) = 0;
+    virtual void finish(const check_totals& totals) = 0;
 };
 
-class text_output {
+class quiet_output : public check_output {
+public:
+    [[nodiscard]] std::size_t most_diagnostics() const override { return 1; }
+    void take(const memory_input& /*input*/) override {}
+    void take_refused(const std::string& /*path*/, std::string_view /*reason*/) override {}
+    void finish(const check_totals& /*totals*/) override {}
+};
+
+class text_output : public check_output {
 public:
     explicit text_output(const arguments& arguments_given)
         : given(arguments_given),
-          paint(painter_for(stdout, arguments_given.color)) {}
+          paint(diagnostic_painter(stdout, arguments_given.color)) {}
 
-    [[nodiscard]] static std::size_t faults_kept() { return shown_faults; }
-    void take(const std::string& path, const checked_file& file) {
-        print(faults_as_text(title_of_file(path), file.source, file.faults, paint));
+    [[nodiscard]] std::size_t most_diagnostics() const override { return most_shown; }
+    void take(const memory_input& input) override {
+        print(report_as_text(input.name(), input.file.contents(), input.result, paint));
     }
-    void take_refused(const std::string& path, const tool_error& /*error*/) {
-        refused.append(refused.empty() ? "" : ", ").append(title_of_file(path));
+    void take_refused(const std::string& path, std::string_view /*reason*/) override {
+        refused.append(refused.empty() ? "" : ", ").append(kvrimage::title_of_input(path));
     }
-    void finish(const check_totals& totals) {
+    void finish(const check_totals& totals) override {
         const bool is_one = given.files.size() == 1;
-        print(summary(totals, is_one ? title_of_file(given.files[0]) : ""));
+        print(summary(totals, is_one ? kvrimage::title_of_input(given.files[0]) : ""));
         if (!is_one && !refused.empty()) {
             print(fmt::format("not checked: {}\n", refused));
         }
@@ -92,25 +107,24 @@ public:
 
 private:
     const arguments& given;
-    painter paint;
+    kvrimage::text_painter paint;
     std::string refused; ///< names of files that could not be checked
 };
 
-class json_output {
+class json_output : public check_output {
 public:
-    explicit json_output(const arguments& /*arguments_given*/) {}
-
-    [[nodiscard]] static std::size_t faults_kept() { return told_faults; }
-    void take(const std::string& path, const checked_file& file) {
-        files.push_back(faults_as_json(path, format_title(file.options.format).data(), file.faults));
+    [[nodiscard]] std::size_t most_diagnostics() const override { return most_in_json; }
+    void take(const memory_input& input) override {
+        files.push_back(report_as_json(input.path, input.result));
     }
-    void take_refused(const std::string& path, const tool_error& error) {
-        refused.push_back({{"file", json_name(path)}, {"message", make_visible(error.message()).text}});
+    void take_refused(const std::string& path, std::string_view reason) override {
+        refused.push_back({{"file", json_name(path)}, {"message", kvrimage::make_visible(reason).text}});
     }
-    void finish(const check_totals& totals) {
-        print_json({{"schema", "kvrmem-check-1"},
-                    {"errors", totals.errors},
-                    {"warnings", totals.warnings},
+    void finish(const check_totals& totals) override {
+        print_json({{"schema", "kvrmem-check-2"},
+                    {"broken", totals.found.of(kvrimage::diagnostic_class::broken)},
+                    {"consumer", totals.found.of(kvrimage::diagnostic_class::consumer)},
+                    {"suspect", totals.found.of(kvrimage::diagnostic_class::suspect)},
                     {"files", std::move(files)},
                     {"not_checked", std::move(refused)}});
     }
@@ -120,39 +134,42 @@ private:
     json_value refused = json_value::array();
 };
 
-/// @param faults_kept of each severity.
-checked_file check_file(const arguments& given, const std::string& path, std::size_t faults_kept) {
-    checked_file file{options_for(given, path), check_source::of(input_file(path)), fault_list(faults_kept)};
-    check_format(file.source, file.options, file.faults);
-    return file;
+memory_input check_file(const arguments& given, const std::string& path, std::size_t most_diagnostics) {
+    memory_input input = open_memory(given, path);
+    kvrimage::check_options options = check_options_for(given, input.options);
+    options.read.most_diagnostics = most_diagnostics;
+    input.result = kvrimage::check(input.file.contents(), options);
+    return input;
 }
 
-/// Nothing, and @p totals and @p output say so, when the file cannot be checked: the others are all the same.
-template <class Output>
-std::optional<checked_file> check_or_report(const arguments& given, const std::string& path,
-                                            check_totals& totals, Output& output) {
+/// Nothing for a file that cannot be checked, which is reported: the others are checked all the same.
+std::optional<memory_input> check_or_report(const arguments& given, const std::string& path,
+                                            check_totals& totals, check_output& output) {
+    const auto refuse = [&](exit_code code, std::string_view reason) {
+        totals.refuse(code);
+        output.take_refused(path, reason);
+        tell_failure(reason, given.color);
+    };
     try {
-        return check_file(given, path, Output::faults_kept());
+        return check_file(given, path, output.most_diagnostics());
+    } catch (const kvrimage::file_error& error) {
+        refuse(exit_code::input_output, error.what());
     } catch (const tool_error& error) {
-        totals.refuse(error.code());
-        output.take_refused(path, error);
-        tell_failure(error.message(), given.color);
-        return std::nullopt;
+        refuse(error.code(), error.message());
     }
+    return std::nullopt;
 }
 
-template <class Output>
-exit_code check_files(const arguments& given, Output output) {
+exit_code check_files(const arguments& given, check_output&& output) {
     check_totals totals;
     for (const std::string& path : given.files) {
-        const std::optional<checked_file> file = check_or_report(given, path, totals, output);
-        if (file) {
-            totals.add(file->faults);
-            output.take(path, *file);
+        if (const std::optional<memory_input> input = check_or_report(given, path, totals, output)) {
+            totals.add(diagnostic_counts(input->result));
+            output.take(*input);
         }
     }
     output.finish(totals);
-    return totals.verdict();
+    return totals.verdict(given.strict);
 }
 
 void require_fix_arguments(const arguments& given) {
@@ -169,14 +186,27 @@ exit_code check(const arguments& given) {
     if (given.fix) {
         return repair_file(given);
     }
-    return given.json ? check_files(given, json_output(given)) : check_files(given, text_output(given));
+    if (given.quiet) {
+        return check_files(given, quiet_output());
+    }
+    return given.json ? check_files(given, json_output()) : check_files(given, text_output(given));
 }
 
-constexpr std::array check_options = {option_id::from,           option_id::width, option_id::depth,
-                                      option_id::json,           option_id::fix,   option_id::output,
-                                      option_id::force_overwrite};
+constexpr std::array check_options_taken = {option_id::from,   option_id::width,  option_id::depth,
+                                            option_id::unit,   option_id::order,  option_id::consumer,
+                                            option_id::strict, option_id::quiet,  option_id::json,
+                                            option_id::fix,    option_id::output, option_id::force_overwrite};
 
 } // namespace
+
+kvrimage::check_options check_options_for(const arguments& given, const kvrimage::read_options& reading) {
+    kvrimage::check_options options;
+    options.read = reading;
+    if (given.consumer) {
+        options.consumers = {*given.consumer}; // no reader is called "none"
+    }
+    return options;
+}
 
 const command check_command = {
     "check",
@@ -185,21 +215,20 @@ const command check_command = {
     "  $ kvrmem check boot.mif\n"
     "  $ kvrmem check --width 16 --depth 4096 *.hex\n"
     "  $ kvrmem check --fix -o boot_fixed.hex boot.hex\n"
-    "  $ kvrmem check --json boot.mif | jq '.files[].faults[].message'\n"
+    "  $ kvrmem check --json boot.mif | jq '.files[].diagnostics[].message'\n"
     "  $ kvrmem check --from mif - < table.txt\n",
-    "An error is what the library refuses; a file without one is read. A warning is\n"
-    "what the library reads though it is hardly meant so: kvrmem convert refuses\n"
-    "where values would be lost. A --width or --depth is a limit, and what breaks\n"
-    "it is an error. The exit code is 1 when a file has errors; warnings are free.\n"
+    "An error is where the meaning of a file is in doubt, so that no command takes\n"
+    "it. An error for kvr is what the library kvr refuses or reads otherwise; --for\n"
+    "none leaves these out. A warning is what is read though it is hardly meant so.\n"
+    "A --width or --depth is a limit, and what breaks it is an error. The exit code\n"
+    "is 1 when a file has errors, with --strict also when it has warnings.\n"
     "\n"
-    "Of each file the first 100 errors and 100 warnings are shown, in JSON 10000 of\n"
-    "each. --fix mends what is certain (checksums, a missing end record or END;, a\n"
-    "missing ';' at a line end, END in the line of a statement, [a - b] for [a..b],\n"
-    "WIDTH 8, a radix that many values do not fit) and leaves every other byte\n"
-    "alone. OUT is written only when no error is left.\n",
+    "Of each file the first 100 of each kind are shown, in JSON 10000. What has one\n"
+    "cause is reported once, with its first places. --fix mends what is certain and\n"
+    "leaves every other byte alone; OUT is written only when no error is left.\n",
     1,
     any_number,
-    check_options,
+    check_options_taken,
     check};
 
 } // namespace kvrmem

@@ -1,147 +1,118 @@
+#include "kvrimage/files/file_name.h"
 #include "tools/kvrmem/commands/commands.h"
-#include "tools/kvrmem/memory/file_format.h"
-#include "tools/kvrmem/memory/lost_comments.h"
-#include "tools/kvrmem/memory/memory_input.h"
-#include "tools/kvrmem/memory/memory_output.h"
-#include "tools/kvrmem/memory/output_size.h"
-#include "tools/kvrmem/memory/word_runs.h"
-#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/files/format_choice.h"
+#include "tools/kvrmem/files/lost_comments.h"
+#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/memory_output.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/replacement_file.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 
-#include <algorithm>
 #include <array>
+#include <optional>
+#include <string>
 
 namespace kvrmem {
 
 namespace {
 
-[[noreturn]] void fail_at_word(const input_file& input, const input_options& options, std::uint32_t address,
-                               const std::string& what) {
-    std::string place = input.name();
-    const std::uint64_t line = line_that_sets(input, options, address);
-    if (line != 0) {
-        place += fmt::format(":{}", line);
-    }
-    throw tool_error(exit_code::bad_input, fmt::format("{}: error: {}", place, what));
+using kvrimage::format;
+using kvrimage::memory_image;
+using kvrimage::write_options;
+
+write_options options_for_output(const arguments& given, const kvrimage::file_facts& facts) {
+    write_options options;
+    options.as = &format_for(given.to, given.files[1], "--to");
+    options.address_radix = given.address_radix ? given.address_radix : facts.address_radix;
+    options.data_radix = given.data_radix ? given.data_radix : facts.data_radix;
+    options.runs = !given.no_runs;
+    return options;
 }
 
-output_layout layout_for(const arguments& given, const memory_image& image) {
-    output_layout layout;
-    layout.format = format_for(given.to, given.files[1], "--to");
-    layout.address_radix = given.address_radix.value_or(image.address_radix);
-    layout.data_radix = given.data_radix.value_or(image.data_radix);
-    layout.with_runs = !given.no_runs;
-    return layout;
-}
-
-/// Gives the words that were never set the value @p text.
-void fill_unset_words(memory_image& image, const std::string& text) {
-    const std::string fill = word_of_person(text, image.width, "--fill " + text);
-    const auto skip_cycle = [](const kvr::word_cycle& cycle) { return length_of(cycle); };
-    for_each_cycle_or_run(image.words, skip_cycle, [&](const kvr::word_run& run) {
-        if (run.text.empty()) {
-            image.words.fill(run.first, run.last, {fill});
-        }
-    });
-}
-
-void require_words(const input_file& input, const memory_image& image) {
-    if (!bounds_of(image.words)) {
+void require_words(const memory_input& input) {
+    if (!input.image().bounds()) {
         throw tool_error(exit_code::bad_input,
                          input.name() + ": error: the file sets no word; --fill VALUE gives all of them one");
     }
 }
 
-void require_writable_words(const input_file& input, const input_options& options, const memory_image& image,
-                            const output_layout& layout) {
-    try {
-        require_writable(image, layout);
-    } catch (const unwritable_word& word) {
-        fail_at_word(input, options, word.address(), word.message());
-    }
+/// "MIF in HEX"; "RIF" for a format without radixes.
+std::string title_with_radix(const format& written, const std::optional<kvrimage::radix>& radix) {
+    return written.states_radix ? fmt::format("{} in {}", written.title,
+                                              kvrimage::title_of(radix.value_or(kvrimage::radix::hex)))
+                                : std::string(written.title);
 }
 
-std::string radix_note(KVR_FILE_TYPES format, KVR_MEMORY_RADIXES radix) {
-    return format == FILE_TYPE_MIF ? fmt::format(" in {}", radix_title(radix)) : std::string();
-}
-
-/// "16 words of 8 bits". A MIF says how many words the memory has; Intel HEX and RIF hold those that are set,
-/// "2 of 16 words of 8 bits".
-std::string written_words(const memory_image& image, KVR_FILE_TYPES format) {
-    const std::uint64_t written = format == FILE_TYPE_MIF ? image.depth : count_set_words(image.words);
-    const std::string part = written < image.depth ? fmt::format("{} of ", written) : std::string();
-    return fmt::format("{}{} of {}", part, counted(image.depth, "word"), counted(image.width, "bit"));
+/// "16 words of 8 bits". A format that does not state the depth holds the words that are set, "2 of 16 words
+/// of 8 bits".
+std::string written_words(const memory_image& image, const format& written) {
+    const std::uint64_t count = written.states_depth ? image.depth() : image.count_set();
+    const std::string part = count < image.depth() ? fmt::format("{} of ", count) : std::string();
+    return fmt::format("{}{} of {}", part, counted(image.depth(), "word"), counted(image.width(), "bit"));
 }
 
 /// A few bytes can stand for billions of words, which a user who mistyped a number does not want on the disk.
 /// @return "28.0 GiB, from the 65 bytes of in.mif" when the output would be huge, and out of proportion to
-/// @p input; else "".
-std::string excessive_size(const input_file& input, const memory_image& image, const output_layout& layout) {
+/// the input; else "".
+std::string excessive_size(const memory_input& input, const write_options& options) {
     constexpr std::uint64_t gibibyte = std::uint64_t{1} << 30U;
     constexpr std::uint64_t most_growth = 100;
-    constexpr std::uint64_t longest_line_without_word = 96;
-    const KVR_MEMORY_RADIXES radix = layout.format == FILE_TYPE_MIF ? layout.data_radix : RADIX_HEX;
-    const std::uint64_t longest_line =
-        longest_line_without_word + most_characters_of_word({radix}, image.width);
-    if (count_set_words(image.words) <= gibibyte / longest_line) {
+    constexpr std::uint64_t most_characters_beside_word = 96;
+    const std::uint64_t longest_line = most_characters_beside_word + input.image().width();
+    if (input.image().count_set() <= gibibyte / longest_line) {
         return "";
     }
-    const std::uint64_t size = estimated_output_size(image, layout);
-    if (size <= gibibyte || size / most_growth <= input.size()) {
+    const std::uint64_t size = options.as->written_size(input.image(), options);
+    const std::size_t input_size = input.file.contents().size();
+    if (size <= gibibyte || size / most_growth <= input_size) {
         return "";
     }
     return fmt::format("{:.1f} GiB, from the {} of {}",
-                       static_cast<double>(size) / static_cast<double>(gibibyte),
-                       counted(input.size(), "byte"), input.name());
+                       static_cast<double>(size) / static_cast<double>(gibibyte), counted(input_size, "byte"),
+                       input.name());
 }
 
 /// @throws tool_error (wrong usage) with all that --force gives up.
-void require_harmless(const input_file& input, const memory_image& image, const output_layout& layout,
-                      const std::string& target) {
-    const std::string size = excessive_size(input, image, layout);
+void require_harmless(const memory_input& input, const write_options& options, const std::string& target) {
+    const std::string size = excessive_size(input, options);
     if (size.empty()) {
         require_no_lost_comments(target, "");
         return;
     }
     const std::string lost = lost_comments(target, "");
-    usage_error(fmt::format("{}: would write {}{}; --force writes it", title_of_output(target), size,
-                            lost.empty() ? "" : fmt::format(", and lose {}", lost)));
+    usage_error(fmt::format("{}: would write {}{}; --force writes it", kvrimage::title_of_output(target),
+                            size, lost.empty() ? "" : fmt::format(", and lose {}", lost)));
 }
 
 exit_code convert(const arguments& given) {
-    const input_file input(given.files[0]);
-    const input_options from = options_for(given, given.files[0]);
-    memory_image image = read_memory(input, from);
+    memory_input input = read_memory(given, given.files[0]);
+    memory_image& image = *input.result.image;
     if (given.fill) {
-        fill_unset_words(image, *given.fill);
+        image.fill_unset(word_of_user(*given.fill, image.width(), "--fill " + *given.fill));
     }
-    const output_layout layout = layout_for(given, image);
-    require_words(input, image);
-    require_writable_words(input, from, image, layout);
+    const write_options options = options_for_output(given, input.result.facts);
+    require_words(input);
+    require_writable(given, input, options);
+    const std::string& target = given.files[1];
     if (!given.force) {
-        require_harmless(input, image, layout, given.files[1]);
+        require_harmless(input, options, target);
     }
-    replacement_file target(given.files[1]);
-    write_memory(image, layout, target.output());
-    target.commit();
-    if (!image.note.empty()) {
-        tell(fmt::format("{}: note: width {}", input.name(), image.note));
-    }
-    tell(fmt::format("{} ({}{}) -> {} ({}{}): {}", input.name(), format_title(image.format),
-                     radix_note(image.format, image.data_radix), given.files[1], format_title(layout.format),
-                     radix_note(layout.format, layout.data_radix), written_words(image, layout.format)));
-    tell_of_other_extension(given.files[1], layout.format);
+    write_image(target, image, options);
+    note_width(input);
+    tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(),
+                     title_with_radix(*input.result.facts.as, input.result.facts.data_radix), target,
+                     title_with_radix(*options.as, options.data_radix), written_words(image, *options.as)));
+    note_other_extension(target, *options.as);
     return exit_code::fine;
 }
 
-constexpr std::array convert_options = {option_id::from,  option_id::to,         option_id::width,
-                                        option_id::depth, option_id::data_radix, option_id::address_radix,
-                                        option_id::fill,  option_id::no_runs,    option_id::force_conversion};
+constexpr std::array convert_options = {
+    option_id::from, option_id::to,      option_id::width,           option_id::depth,
+    option_id::unit, option_id::order,   option_id::data_radix,      option_id::address_radix,
+    option_id::fill, option_id::no_runs, option_id::force_conversion};
 
 } // namespace
 
@@ -153,13 +124,12 @@ const command convert_command = {
     "  $ kvrmem convert --data-radix bin font.mif font_bin.mif\n"
     "  $ kvrmem convert --width 16 boot.hex boot.mif --fill 0\n"
     "  $ kvrmem convert --from mif --to rif - - < table.txt\n",
-    "The extensions .mif, .hex, .ihex and .rif tell the formats. A word that does\n"
-    "not fit is refused, with its place in the file, and OUT stays as it was.\n"
-    "Words that are never set stay out of OUT, unless --fill gives them a value.\n"
-    "Comments are not carried over. Where OUT is a file with comments (after -- or %,\n"
-    "in Intel HEX lines that do not begin with ':'), which would be lost, or would\n"
-    "have more than 1 GiB and more than 100 times the size of IN, nothing is written\n"
-    "without --force.\n",
+    "The extensions {extensions} tell the formats. A file whose\n"
+    "meaning is in doubt is refused, as kvrmem check shows it, and OUT stays as it\n"
+    "was. Words that are not set stay out of OUT, unless --fill gives them a value.\n"
+    "Comments are not carried over. Where OUT is a file with comments, which would\n"
+    "be lost, or would have more than 1 GiB and more than 100 times the size of IN,\n"
+    "nothing is written without --force.\n",
     2,
     2,
     convert_options,

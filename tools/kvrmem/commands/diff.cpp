@@ -1,7 +1,9 @@
+#include "kvrimage/files/file_name.h"
+#include "kvrimage/formats/registry.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/compare/diff_report.h"
-#include "tools/kvrmem/memory/file_format.h"
-#include "tools/kvrmem/memory/memory_input.h"
+#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/shown_runs.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
 #include <fmt/format.h>
@@ -10,29 +12,64 @@
 #include <cstdio>
 #include <memory>
 #include <string>
+#include <utility>
 
 namespace kvrmem {
 
 namespace {
 
+using kvrimage::address_range;
+
 constexpr std::size_t git_operands = 7;
+
+/// Takes the parts of @p range that both files say for certain.
+void take_certain_parts(const kvrimage::difference& found, const diff_side& left, const diff_side& right,
+                        diff_report& report) {
+    const auto take = [&](const address_range& part, bool is_unreadable) {
+        if (!is_unreadable) {
+            report.take({part, found.left, found.right});
+        }
+    };
+    for_each_part(found.addresses, left.result.unreadable,
+                  [&](const address_range& part, bool is_unreadable) {
+                      if (!is_unreadable) {
+                          for_each_part(part, right.result.unreadable, take);
+                      }
+                  });
+}
+
+std::uint64_t count_unreadable(const diff_side& left, const diff_side& right) {
+    std::uint64_t count = 0;
+    for (const address_range& range : left.result.unreadable) {
+        count += range.last - range.first + 1;
+    }
+    for (const address_range& range : right.result.unreadable) {
+        for_each_part(range, left.result.unreadable, [&count](const address_range& part, bool is_counted) {
+            count += is_counted ? 0 : part.last - part.first + 1;
+        });
+    }
+    return count;
+}
 
 /// True when the two memories are the same: their words, and how many there are of which width.
 bool compare(const diff_side& left, const diff_side& right, diff_report& report) {
-    bool equal = left.image.width == right.image.width && left.image.depth == right.image.depth;
-    for_each_difference(left, right, [&equal, &report](const difference& found) {
+    const std::uint64_t unreadable = count_unreadable(left, right);
+    bool equal = left.image().width() == right.image().width() &&
+                 left.image().depth() == right.image().depth() &&
+                 left.image().base() == right.image().base() && unreadable == 0;
+    kvrimage::for_each_difference(left.image(), right.image(), [&](const kvrimage::difference& found) {
         equal = false;
-        report.take(found);
+        take_certain_parts(found, left, right, report);
     });
-    report.finish(equal);
+    report.finish(equal, unreadable);
     return equal;
 }
 
 std::unique_ptr<diff_report> report_as_asked(const arguments& given, const diff_side& left,
                                              const diff_side& right) {
-    const word_radix radix = given.radix.value_or(word_radix{RADIX_HEX});
-    require_fitting(radix, left.image.width);
-    require_fitting(radix, right.image.width);
+    const word_radix radix = given.radix.value_or(word_radix{});
+    require_fitting(radix, left.image().width());
+    require_fitting(radix, right.image().width());
     return given.quiet  ? make_quiet_report()
            : given.json ? make_json_report(left, right, radix)
                         : make_text_report(left, right, radix, painter_for(stdout, given.color));
@@ -42,25 +79,22 @@ bool compare_as_asked(const arguments& given, const diff_side& left, const diff_
     return compare(left, right, *report_as_asked(given, left, right));
 }
 
+/// --from is for a name that does not tell its format.
 diff_side read_side(const arguments& given, const std::string& path) {
-    const input_file file(path);
-    const KVR_FILE_TYPES format =
-        format_of_path(path) ? *format_of_path(path) : format_for(given.from, path, "--from");
-    return {file.name(), path, read_memory(file, {format, given.width, given.depth})};
+    arguments of_side = given;
+    of_side.from = kvrimage::format_of_path(path) != nullptr ? nullptr : given.from;
+    memory_input input = read_memory(of_side, path);
+    return {input.name(), path, std::move(input.result)};
 }
 
 /// What git calls a file that is not there is a memory of the other one's form without a word.
-memory_image empty_like(const memory_image& other) {
-    memory_image image;
-    image.format = other.format;
-    image.width = other.width;
-    image.depth = other.depth;
-    image.words.resize(image.depth, "");
-    return image;
+kvrimage::read_result empty_like(const kvrimage::read_result& other) {
+    const kvrimage::memory_image& image = *other.image;
+    return {kvrimage::memory_image(image.width(), image.depth(), image.base()), other.facts, {}, {}};
 }
 
 void name_side(diff_side& side, const std::string& path) {
-    side.name = title_of_file(path);
+    side.name = kvrimage::title_of_input(path);
     side.path = path;
 }
 
@@ -81,10 +115,10 @@ void compare_for_git(const arguments& given) {
     name_side(left, is_new ? files[1] : "a/" + files[0]);
     name_side(right, is_gone ? files[4] : "b/" + (files.size() > git_operands ? files[7] : files[0]));
     if (is_new) {
-        left.image = empty_like(right.image);
+        left.result = empty_like(right.result);
     }
     if (is_gone) {
-        right.image = empty_like(left.image);
+        right.result = empty_like(left.result);
     }
     compare_as_asked(given, left, right);
 }
@@ -93,7 +127,7 @@ void compare_for_git(const arguments& given) {
 exit_code be_a_diff_driver(const arguments& given) {
     const std::size_t count = given.files.size();
     if (count == 1) {
-        print(fmt::format("* unmerged path {}\n", title_of_file(given.files[0])));
+        print(fmt::format("* unmerged path {}\n", kvrimage::title_of_input(given.files[0])));
         return exit_code::fine;
     }
     if (count != git_operands && count != git_operands + 2) {
@@ -106,7 +140,8 @@ exit_code be_a_diff_driver(const arguments& given) {
         if (error.code() != exit_code::bad_input) {
             throw;
         }
-        print(fmt::format("* {} cannot be compared: {}\n", title_of_file(given.files[0]), error.message()));
+        print(fmt::format("* {} cannot be compared: {}\n", kvrimage::title_of_input(given.files[0]),
+                          error.message()));
     }
     return exit_code::fine;
 }
@@ -123,8 +158,9 @@ exit_code diff(const arguments& given) {
     return compare_as_asked(given, left, right) ? exit_code::fine : exit_code::negative;
 }
 
-constexpr std::array diff_options = {option_id::from, option_id::width, option_id::depth, option_id::radix,
-                                     option_id::json, option_id::quiet, option_id::git};
+constexpr std::array diff_options = {
+    option_id::from,       option_id::width, option_id::depth, option_id::unit,  option_id::order,
+    option_id::keep_going, option_id::radix, option_id::json,  option_id::quiet, option_id::git};
 
 } // namespace
 
@@ -136,7 +172,7 @@ const command diff_command = {"diff",
                               "  $ kvrmem diff --json old.mif new.mif\n"
                               "  $ git config diff.memory.command 'kvrmem diff --git'\n",
                               "Each line is a range of addresses with the word of A and the word of B; a\n"
-                              "word that was never set is 'unset', which is not equal to 0. --from is for a\n"
+                              "word that is not set is 'unset', which is not equal to 0. --from is for a\n"
                               "name that does not tell its format. The exit code is\n"
                               "0 when the memories are the same in words, width and depth, else 1.\n",
                               1,

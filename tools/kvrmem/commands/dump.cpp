@@ -1,7 +1,9 @@
+#include "kvr/numeric/digit_value.h"
+#include "kvrimage/image/hex_words.h"
 #include "tools/kvrmem/commands/commands.h"
-#include "tools/kvrmem/memory/hex_words.h"
-#include "tools/kvrmem/memory/memory_input.h"
-#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/shown_runs.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
@@ -10,13 +12,22 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
-#include <limits>
+#include <iterator>
+#include <optional>
 #include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
 
 namespace kvrmem {
 
 namespace {
 
+using kvrimage::address_range;
+using kvrimage::memory_image;
+using kvrimage::word;
+
+constexpr std::uint32_t bits_per_byte = 8;
 constexpr std::uint32_t widest_line = 80;
 constexpr std::uint32_t most_words_a_line = 16;
 constexpr std::size_t column_title_size = 2; // "+F"
@@ -27,29 +38,77 @@ std::uint32_t characters_of_word(std::uint32_t width) {
     return width == ascii ? 1 : width % bits_per_byte == 0 ? width / bits_per_byte : 0;
 }
 
+/// The byte of @p value above its lowest @p bits_below bits; NUL when it is no ASCII or has don't-care bits.
+char character_at(const word& value, std::uint32_t bits_below) {
+    unsigned byte = 0;
+    for (std::uint32_t bit = std::min(bits_below + bits_per_byte, value.width()); bit > bits_below; --bit) {
+        const char digit = value.bit(bit - 1);
+        byte = digit == 'X' ? 0x80U : 2 * byte + (digit == '1' ? 1U : 0U);
+    }
+    return byte < 0x80U ? static_cast<char>(byte) : '\0';
+}
+
+/// The bytes of @p value as ASCII, the most significant one first; "." for what cannot be shown.
+std::string characters_of(const word& value, std::size_t count) {
+    std::string text(count, '\0');
+    if (std::optional<std::string> bytes = value.to_bytes(kvrimage::byte_order::big)) {
+        text = *std::move(bytes);
+    } else {
+        for (std::size_t index = 0; index < count; ++index) {
+            text[index] = character_at(value, static_cast<std::uint32_t>(count - 1 - index) * bits_per_byte);
+        }
+    }
+    std::ranges::replace_if(
+        text, [](char byte) { return byte < ' ' || byte > '~'; }, '.');
+    return text;
+}
+
+/// Appends the characters of @p digits, two for each, as characters_of() does.
+void append_characters(std::string_view digits, std::string& text) {
+    for (std::size_t at = 0; at < digits.size(); at += 2) {
+        const unsigned high = kvr::digit_value(digits[at]);
+        const unsigned low = kvr::digit_value(digits[at + 1]);
+        const unsigned byte = high << 4U | low;
+        const bool is_shown = low < kvr::dont_care_digit && byte >= ' ' && byte <= '~';
+        text += is_shown ? static_cast<char>(byte) : '.';
+    }
+}
+
+/// What a row of the table holds.
+struct row_of_words {
+    std::string hex_words;                             ///< all words, with all digits of each; "":
+    std::vector<std::optional<kvrimage::word>> others; ///< words that are not all shown so
+
+    friend bool operator==(const row_of_words&, const row_of_words&) = default;
+};
+
 /// The table: a line for every row of words, "*" for rows that are like the one before.
 class dump_table {
 public:
-    dump_table(const memory_image& memory, const address_range& shown, const word_radix& shown_radix,
+    dump_table(const kvrimage::read_result& memory, const address_range& shown, const word_radix& shown_radix,
                std::optional<std::uint32_t> words_a_line, const painter& colors)
-        : image(memory),
+        : result(memory),
+          image(*memory.image),
           range(shown),
           radix(shown_radix),
           paint(colors),
-          digits(most_characters_of_word(radix, image.width)),
+          digits(most_characters_of_word(radix, image.width())),
           word_size(std::max(digits, column_title_size)),
-          address_size(std::max<std::size_t>(fmt::format("{:X}", std::uint64_t{range.last} + 1).size(), 4)),
-          text_size(characters_of_word(image.width)),
-          columns(words_a_line.value_or(fitting_columns())) {}
+          address_size(std::max<std::size_t>(fmt::format("{:X}", range.last + 1).size(), 4)),
+          text_size(characters_of_word(image.width())),
+          columns(words_a_line.value_or(fitting_columns())),
+          is_hex(radix.digits == kvrimage::radix::hex) {}
 
     void print() {
         print_head();
-        for (std::uint64_t row = range.first; row <= range.last;) {
-            row += print_row(row) ? columns : columns * skip_like_rows(row);
+        for (std::uint64_t row = range.first;;) {
+            const std::uint64_t rows = print_row(row) ? 1 : like_rows(row);
+            if ((range.last - row) / columns < rows) {
+                break;
+            }
+            row += rows * columns;
         }
-        output.write(
-            paint.paint(style::dim, fmt::format("{:0{}X}", std::uint64_t{range.last} + 1, address_size)) +
-            "\n");
+        output.write(paint.paint(style::dim, fmt::format("{:0{}X}", range.last + 1, address_size)) + "\n");
         output.finish();
     }
 
@@ -62,104 +121,103 @@ private:
         return fitting;
     }
     void print_head() {
-        std::string line = fmt::format("{:{}} ", "", address_size);
+        std::string titles = fmt::format("{:{}} ", "", address_size);
         for (std::uint32_t column = 0; column < columns; ++column) {
-            line += fmt::format(" {:>{}}", fmt::format("+{:X}", column), word_size);
+            titles += fmt::format(" {:>{}}", fmt::format("+{:X}", column), word_size);
         }
-        output.write(paint.paint(style::dim, line) + "\n");
+        output.write(paint.paint(style::dim, titles) + "\n");
+    }
+    /// Sets @p words to those of the row from address @p row on.
+    void find_words(std::uint64_t row, row_of_words& words) const {
+        const address_range addresses{row, row + std::min<std::uint64_t>(columns - 1, range.last - row)};
+        words.hex_words.clear();
+        words.others.clear();
+        if (is_hex && append_hex_words(image, addresses, words.hex_words)) {
+            return;
+        }
+        for (const kvrimage::run& run : image.runs(addresses)) {
+            words.others.insert(words.others.end(), run.addresses.last - run.addresses.first + 1, run.value);
+        }
     }
     /// False, with "*" in its place where it is the first such, when the row is like the one before.
     bool print_row(std::uint64_t row) {
-        if (row != range.first && is_like_the_row_before(row)) {
+        find_words(row, words_here);
+        if (words_here == before && !is_unreadable(row, row + columns - 1)) {
             output.write(folding ? "" : "*\n");
             folding = true;
             return false;
         }
         folding = false;
-        std::string line = paint.paint(style::dim, fmt::format("{:0{}X}", row, address_size)) + " ";
-        std::string characters;
-        for (std::uint64_t address = row; address < row + columns; ++address) {
-            line += ' ';
-            if (address <= range.last) {
-                line += word_cell(address);
-                if (text_size > 0) {
-                    characters += characters_at(address);
-                }
-            } else {
-                line.append(word_size, ' ');
-            }
-        }
-        if (text_size > 0) {
-            line += "  |" + characters + "|";
-        } else {
-            line.erase(line.find_last_not_of(' ') + 1);
-        }
-        output.write(line + "\n");
+        std::swap(before, words_here);
+        print_words(row);
         return true;
     }
-    [[nodiscard]] bool is_like_the_row_before(std::uint64_t row) const {
-        if (row + columns - 1 > range.last) {
-            return false;
+    void print_words(std::uint64_t row) {
+        line.clear();
+        characters.clear();
+        append_address(row);
+        line += ' ';
+        const std::size_t count = before.others.empty() ? append_hex_cells() : append_cells(row);
+        if (text_size > 0) {
+            line.append((columns - count) * (word_size + 1), ' ');
+            line.append("  |").append(characters).append("|");
         }
-        for (std::uint64_t address = row; address < row + columns; ++address) {
-            if (word_at(address) != word_at(address - columns)) {
-                return false;
+        line += '\n';
+        output.write(line);
+    }
+    void append_address(std::uint64_t address) {
+        if (paint.colored()) {
+            line += paint.paint(style::dim, fmt::format("{:0{}X}", address, address_size));
+        } else {
+            fmt::format_to(std::back_inserter(line), "{:0{}X}", address, address_size);
+        }
+    }
+    /// The cells of a row and its characters. Both answer how many words there are.
+    std::size_t append_hex_cells() {
+        for (std::size_t at = 0; at < before.hex_words.size(); at += digits) {
+            line.append(1 + word_size - digits, ' ').append(before.hex_words, at, digits);
+        }
+        if (text_size > 0) {
+            append_characters(before.hex_words, characters);
+        }
+        return before.hex_words.size() / digits;
+    }
+    std::size_t append_cells(std::uint64_t row) {
+        for (std::size_t index = 0; index < before.others.size(); ++index) {
+            const std::optional<word>& value = before.others[index];
+            line += ' ';
+            line += word_cell(value, row + index);
+            if (text_size > 0) {
+                characters += value ? characters_of(*value, text_size) : std::string(text_size, ' ');
             }
         }
-        return true;
+        return before.others.size();
     }
     /// How many rows from @p row on, at least 1, hold one and the same word throughout, or words that repeat
     /// from row to row: all of them are like the row before, without a look at each.
-    [[nodiscard]] std::uint64_t skip_like_rows(std::uint64_t row) const {
-        const kvr::word_cycle cycle = image.words.cycle_at(static_cast<std::uint32_t>(row));
-        if (cycle.period > 1 && columns % cycle.period == 0) {
-            return std::max<std::uint64_t>(
-                (std::min<std::uint64_t>(cycle.last, range.last) + 1 - row) / columns, 1);
+    [[nodiscard]] std::uint64_t like_rows(std::uint64_t row) const {
+        const kvrimage::repetition found = image.repetition_at(row);
+        const std::uint64_t last = std::min(found.last, range.last);
+        const bool repeats = columns % found.period == 0 && !is_unreadable(row, last);
+        return repeats ? std::max<std::uint64_t>((last - row + 1) / columns, 1) : 1;
+    }
+    [[nodiscard]] bool is_unreadable(std::uint64_t first, std::uint64_t last) const {
+        bool found = false;
+        for_each_part({first, std::min(last, range.last)}, result.unreadable,
+                      [&found](const address_range&, bool is_unreadable) { found = found || is_unreadable; });
+        return found;
+    }
+    [[nodiscard]] std::string word_cell(const std::optional<word>& value, std::uint64_t address) const {
+        if (value) {
+            return fmt::format("{:>{}}", shown_or_gap(value, radix), word_size);
         }
-        const kvr::word_run run = image.words.run_at(static_cast<std::uint32_t>(row));
-        return std::max<std::uint64_t>((std::min<std::uint64_t>(run.last, range.last) + 1 - row) / columns,
-                                       1);
-    }
-    [[nodiscard]] std::string_view word_at(std::uint64_t address) const {
-        return image.words[static_cast<std::uint32_t>(address)];
-    }
-    [[nodiscard]] std::string word_cell(std::uint64_t address) const {
-        const std::string_view word = word_at(address);
         const bool has_all_digits =
-            radix.radix == RADIX_HEX || radix.radix == RADIX_OCT || radix.radix == RADIX_BIN;
-        if (word.empty()) {
-            const std::string gap(has_all_digits ? digits : 1, '-');
-            return paint.paint(style::dim, fmt::format("{:>{}}", gap, word_size));
-        }
-        std::string text;
-        show_word_or_gap(word, radix, image.width, text);
-        return fmt::format("{:>{}}", text, word_size);
-    }
-    /// The bytes of a word as ASCII, the most significant one first; "." for what cannot be shown.
-    [[nodiscard]] std::string characters_at(std::uint64_t address) const {
-        const std::string_view word = word_at(address);
-        std::string characters(text_size, word.empty() ? ' ' : '.');
-        std::string bits;
-        if (word.empty()) {
-            return characters;
-        }
-        show_word(word, RADIX_BIN, image.width, bits);
-        bits.insert(0, std::size_t{text_size} * bits_per_byte - bits.size(), '0');
-        for (std::size_t index = 0; index < characters.size(); ++index) {
-            const char byte =
-                character_of(std::string_view(bits).substr(index * bits_per_byte, bits_per_byte));
-            characters[index] = byte >= ' ' && byte <= '~' ? byte : '.';
-        }
-        return characters;
-    }
-    static char character_of(std::string_view bits) {
-        unsigned value = 0;
-        for (const char bit : bits) {
-            value = bit == 'X' ? 0x80U : 2 * value + (bit == '1' ? 1U : 0U);
-        }
-        return value < 0x80U ? static_cast<char>(value) : '\0';
+            radix.digits != kvrimage::radix::dec && radix.digits != kvrimage::radix::uns;
+        const std::string gap(has_all_digits ? digits : 1, is_unreadable(address, address) ? '?' : '-');
+        return paint.paint(style::dim, fmt::format("{:>{}}", gap, word_size));
     }
 
+    const kvrimage::read_result& result;
     const memory_image& image;
     address_range range;
     word_radix radix;
@@ -169,6 +227,11 @@ private:
     std::size_t address_size;
     std::uint32_t text_size;
     std::uint32_t columns;
+    bool is_hex;
+    row_of_words words_here;
+    row_of_words before;    ///< that was printed last
+    std::string line;       ///< that is put together
+    std::string characters; ///< at its end
     output_stream output;
     bool folding = false;
 };
@@ -184,18 +247,18 @@ void require_short_lines(const arguments& given, const word_radix& radix, std::u
 }
 
 exit_code dump(const arguments& given) {
-    const input_file input(given.files[0]);
-    const memory_image image = read_memory(input, options_for(given, given.files[0]));
-    const word_radix radix = given.radix.value_or(word_radix{RADIX_HEX});
-    require_fitting(radix, image.width);
-    require_short_lines(given, radix, image.width);
+    const memory_input input = read_memory(given, given.files[0]);
+    const word_radix radix = given.radix.value_or(word_radix{});
+    require_fitting(radix, input.image().width());
+    require_short_lines(given, radix, input.image().width());
     const painter paint = painter_for(stdout, given.color);
-    dump_table(image, range_within(given, image), radix, given.columns, paint).print();
+    dump_table(input.result, range_within(given, input.image()), radix, given.columns, paint).print();
     return exit_code::fine;
 }
 
-constexpr std::array dump_options = {option_id::from,  option_id::width,   option_id::depth,
-                                     option_id::radix, option_id::columns, option_id::range};
+constexpr std::array dump_options = {option_id::from,    option_id::width, option_id::depth,
+                                     option_id::unit,    option_id::order, option_id::radix,
+                                     option_id::columns, option_id::range, option_id::keep_going};
 
 } // namespace
 
@@ -208,8 +271,9 @@ const command dump_command = {
     "  $ kvrmem dump --range 0x40..0x7F boot.hex\n"
     "  $ git config diff.memory.textconv 'kvrmem dump'\n",
     "Addresses are hexadecimal, words too unless --radix says otherwise; '--' is a\n"
-    "word that was never set. Rows like the one above are folded into '*'. The\n"
-    "last line is the address behind the last word.\n",
+    "word that is not set, and with --keep-going '?' marks one in doubt. Rows\n"
+    "like the one above are folded into '*'. The last line is the address after the\n"
+    "last word.\n",
     1,
     1,
     dump_options,

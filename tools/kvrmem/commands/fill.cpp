@@ -1,6 +1,6 @@
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/edit/edit_command.h"
-#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -15,55 +15,47 @@ namespace kvrmem {
 
 namespace {
 
-std::vector<std::string> read_values(std::string_view values, std::uint32_t width,
-                                     const std::string& operand) {
-    std::vector<std::string> words;
+using kvrimage::assignment;
+using kvrimage::word;
+
+std::vector<word> read_values(const edit_operand& operand, std::uint32_t width) {
+    const std::string_view values = operand.values;
+    std::vector<word> words;
     for (std::size_t begin = 0; begin <= values.size();) {
         const std::size_t end = std::min(values.find(',', begin), values.size());
-        words.push_back(word_of_person(values.substr(begin, end - begin), width, operand));
+        words.push_back(word_of_user(values.substr(begin, end - begin), width, operand.text));
         begin = end + 1;
     }
     return words;
 }
 
-word_edit read_range(const std::string& operand, const memory_image& image) {
-    const assignment read = read_assignment(operand, image, "FIRST..LAST=VALUE[,VALUE...]");
-    word_edit edit = {read.range.first, read.range.last, read_values(read.values, image.width, operand)};
-    const std::uint64_t size = std::uint64_t{edit.last} - edit.first + 1;
-    if (edit.words.size() > size) {
-        throw tool_error(exit_code::wrong_usage, fmt::format("{}: {} values are too many for {}", operand,
-                                                             edit.words.size(), counted(size, "word")));
+assignment read_range(const edit_operand& operand, std::uint32_t width) {
+    assignment read{operand.addresses, read_values(operand, width)};
+    const std::uint64_t size = read.addresses.last - read.addresses.first + 1;
+    if (read.words.size() > size) {
+        usage_error(fmt::format("{}: {} values are too many for {}", operand.text, read.words.size(),
+                                counted(size, "word")));
     }
-    if (std::all_of(edit.words.begin(), edit.words.end(),
-                    [&edit](const std::string& word) { return word == edit.words.front(); })) {
-        edit.words.resize(1);
+    if (std::ranges::all_of(read.words, [&read](const word& each) { return each == read.words.front(); })) {
+        read.words.erase(read.words.begin() + 1, read.words.end());
     }
-    return edit;
+    return read;
 }
 
-std::vector<word_edit> read_ranges(const std::vector<std::string>& operands, const memory_image& image) {
-    std::vector<word_edit> edits;
-    edits.reserve(operands.size());
-    for (const std::string& operand : operands) {
-        edits.push_back(read_range(operand, image));
-    }
-    return edits;
-}
-
-std::string summary_of_ranges(const std::vector<word_edit>& edits) {
+std::string summary_of_ranges(const std::vector<assignment>& assignments) {
     std::string ranges;
-    for (const word_edit& edit : edits) {
-        ranges += fmt::format("{}0x{:X}", ranges.empty() ? "" : ", ", edit.first);
-        if (edit.first != edit.last) {
-            ranges += fmt::format(" to 0x{:X}", edit.last);
-        }
+    for (const assignment& each : assignments) {
+        const auto [first, last] = each.addresses;
+        ranges += fmt::format("{}0x{:X}", ranges.empty() ? "" : ", ", first);
+        ranges += first != last ? fmt::format(" to 0x{:X}", last) : "";
     }
-    const bool is_one = edits.size() == 1 && edits[0].first == edits[0].last;
+    const bool is_one =
+        assignments.size() == 1 && assignments[0].addresses.first == assignments[0].addresses.last;
     return fmt::format("{} {} filled", is_one ? "word" : "words", ranges);
 }
 
 exit_code fill(const arguments& given) {
-    edit_file(given, read_ranges, summary_of_ranges);
+    edit_file(given, {"FIRST..LAST=VALUE[,VALUE...]", read_range, summary_of_ranges});
     return exit_code::fine;
 }
 
@@ -77,9 +69,8 @@ const command fill_command = {
     "  $ kvrmem fill boot.mif 0..7=1,2\n"
     "  $ kvrmem fill --width 16 --output - boot.hex 0..15=0xFFFF\n",
     "Several values are repeated in order over the range: 0..7=1,2 gives 1 2 1 2 1 2\n"
-    "1 2. What the file holds otherwise stays as it is, as with set: a range line of\n"
-    "a MIF is split where it has to be, and words that are never set get range lines\n"
-    "before 'END;'. When ranges overlap, the last value counts.\n",
+    "1 2. What the file holds otherwise stays as it is, as with set: a range is split\n"
+    "where it has to be. When ranges overlap, the last value counts.\n",
     2,
     any_number,
     edit_options,

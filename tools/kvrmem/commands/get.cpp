@@ -1,7 +1,8 @@
 #include "tools/kvrmem/commands/commands.h"
-#include "tools/kvrmem/memory/memory_input.h"
-#include "tools/kvrmem/memory/word_runs.h"
-#include "tools/kvrmem/memory/word_text.h"
+#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/shown_runs.h"
+#include "tools/kvrmem/numbers/human_number.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
 #include <fmt/format.h>
@@ -15,67 +16,67 @@ namespace kvrmem {
 
 namespace {
 
-address_range range_of_operand(const std::string& text, const memory_image& image) {
+kvrimage::address_range range_of_operand(const std::string& text, const kvrimage::memory_image& image) {
     const auto range = read_address_range(text);
     if (!range) {
-        throw tool_error(exit_code::wrong_usage,
-                         fmt::format("'{}' is no address and no range FIRST..LAST", text));
+        usage_error(fmt::format("'{}' is no address and no range FIRST..LAST", text));
     }
-    if (range->last >= image.depth) {
-        throw tool_error(exit_code::wrong_usage, fmt::format("address {} is beyond the depth {} (0 to {})",
-                                                             range->last, image.depth, image.depth - 1));
+    const std::string fault = range_fault(*range, image);
+    if (!fault.empty()) {
+        usage_error(fault);
     }
     return *range;
 }
 
-/// Prints the words of @p range, a line each. False when one of them was never set.
-bool print_words(const memory_image& image, const address_range& range, const word_radix& radix,
+/// Prints the words of @p range, a line each. False when one of them is not set.
+bool print_words(const memory_input& input, const kvrimage::address_range& range, const word_radix& radix,
                  output_stream& output) {
     bool all_set = true;
-    std::string text;
-    for_each_run(image.words, range.first, range.last, [&](const kvr::word_run& run) {
-        all_set = all_set && !run.text.empty();
-        show_word_or_gap(run.text, radix, image.width, text);
-        text += '\n';
-        for (std::uint64_t left = length_of(run); left > 0; --left) {
-            output.write(text);
+    for_each_shown_run(input.result, range, [&](const shown_run& run) {
+        all_set = all_set && run.value.has_value();
+        const std::string line = (run.is_unreadable ? "unreadable" : shown_or_gap(run.value, radix)) + '\n';
+        for (std::uint64_t left = run.addresses.last - run.addresses.first + 1; left > 0; --left) {
+            output.write(line);
         }
     });
     return all_set;
 }
 
 exit_code get(const arguments& given) {
-    const input_file input(given.files[0]);
-    const memory_image image = read_memory(input, options_for(given, given.files[0]));
-    const word_radix radix = given.radix.value_or(word_radix{image.data_radix});
-    require_fitting(radix, image.width);
-    std::vector<address_range> ranges;
+    const memory_input input = read_memory(given, given.files[0]);
+    const word_radix radix =
+        given.radix.value_or(word_radix{input.result.facts.data_radix.value_or(kvrimage::radix::hex)});
+    require_fitting(radix, input.image().width());
+    std::vector<kvrimage::address_range> ranges;
     std::transform(given.files.begin() + 1, given.files.end(), std::back_inserter(ranges),
-                   [&image](const std::string& text) { return range_of_operand(text, image); });
+                   [&input](const std::string& text) { return range_of_operand(text, input.image()); });
     output_stream output;
     bool all_set = true;
-    for (const address_range& range : ranges) {
-        all_set = print_words(image, range, radix, output) && all_set;
+    for (const kvrimage::address_range& range : ranges) {
+        all_set = print_words(input, range, radix, output) && all_set;
     }
     output.finish();
     return all_set ? exit_code::fine : exit_code::negative;
 }
 
-constexpr std::array get_options = {option_id::from, option_id::width, option_id::depth, option_id::radix};
+constexpr std::array get_options = {option_id::from,  option_id::width, option_id::depth,     option_id::unit,
+                                    option_id::order, option_id::radix, option_id::keep_going};
 
 } // namespace
 
-const command get_command = {"get",
-                             "FILE ADDRESS[..LAST]...",
-                             "Print single words, one a line.",
-                             "  $ kvrmem get sine.mif 0x10\n"
-                             "  $ kvrmem get --radix hex sine.mif 0..3 255\n"
-                             "  $ kvrmem get --radix fixed:1.15 filter.mif 0..31\n",
-                             "Words are shown in the file's own radix unless --radix says otherwise. For a\n"
-                             "word that was never set the line is 'unset', and the exit code 1.\n",
-                             2,
-                             any_number,
-                             get_options,
-                             get};
+const command get_command = {
+    "get",
+    "FILE ADDRESS[..LAST]...",
+    "Print single words, one a line.",
+    "  $ kvrmem get sine.mif 0x10\n"
+    "  $ kvrmem get --radix hex sine.mif 0..3 255\n"
+    "  $ kvrmem get --radix fixed:1.15 filter.mif 0..31\n",
+    "Words are shown in the file's own radix unless --radix says otherwise. For a\n"
+    "word that is not set the line is 'unset', and the exit code 1; with --keep-going\n"
+    "the line is 'unreadable' for a word that is in doubt.\n",
+    2,
+    any_number,
+    get_options,
+    get};
 
 } // namespace kvrmem

@@ -1,47 +1,32 @@
 #include "tools/kvrmem/commands/commands.h"
-#include "tools/kvrmem/memory/memory_input.h"
-#include "tools/kvrmem/memory/memory_output.h"
-#include "tools/kvrmem/memory/word_text.h"
-#include "tools/kvrmem/surroundings/replacement_file.h"
+#include "tools/kvrmem/files/format_choice.h"
+#include "tools/kvrmem/files/memory_output.h"
+#include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <array>
 #include <string>
-#include <sys/stat.h>
 
 namespace kvrmem {
 
 namespace {
 
-void require_absent(const std::string& path) {
-    struct stat status {};
-    if (path != "-" && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode)) {
-        throw tool_error(exit_code::wrong_usage, path + ": is there already; --force replaces it");
-    }
-}
-
 exit_code create(const arguments& given) {
     const std::string& path = given.files[0];
     if (!given.width || !given.depth) {
-        throw tool_error(exit_code::wrong_usage, "a new memory needs --width BITS and --depth WORDS");
+        usage_error("a new memory needs --width BITS and --depth WORDS");
     }
-    if (!given.force) {
-        require_absent(path);
+    if (!given.force && is_regular_file(path)) {
+        usage_error(path + ": is there already; --force replaces it");
     }
-    const output_layout layout = {.format = format_for(given.to, path, "--to"),
-                                  .address_radix = given.address_radix.value_or(RADIX_HEX),
-                                  .data_radix = given.data_radix.value_or(RADIX_HEX),
-                                  .with_runs = !given.no_runs};
-    memory_image image;
-    image.format = layout.format;
-    image.width = *given.width;
-    image.depth = *given.depth;
+    const kvrimage::write_options options{&format_for(given.to, path, "--to"), given.address_radix,
+                                          given.data_radix, !given.no_runs};
     const std::string fill = given.fill.value_or("0");
-    image.words.resize(image.depth, word_of_person(fill, image.width, "--fill " + fill));
-    require_writable(image, layout);
-    replacement_file target(path);
-    write_memory(image, layout, target.output());
-    target.commit();
-    tell_of_other_extension(path, layout.format);
+    kvrimage::memory_image image(*given.width, *given.depth);
+    image.fill_unset(word_of_user(fill, *given.width, "--fill " + fill));
+    require_writable(given, image, path, options);
+    write_image(path, image, options);
+    note_other_extension(path, *options.as);
     return exit_code::fine;
 }
 

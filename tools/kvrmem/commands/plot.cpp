@@ -1,12 +1,9 @@
+#include "kvrimage/formats/registry.h"
+#include "kvrimage/picture/picture.h"
 #include "tools/kvrmem/command_line/idle_options.h"
 #include "tools/kvrmem/commands/commands.h"
-#include "tools/kvrmem/memory/file_format.h"
-#include "tools/kvrmem/memory/memory_input.h"
-#include "tools/kvrmem/plot/plot_picture.h"
-#include "tools/kvrmem/plot/plot_svg.h"
-#include "tools/kvrmem/plot/plot_terminal.h"
-#include "tools/kvrmem/plot/plot_text.h"
-#include "tools/kvrmem/surroundings/replacement_file.h"
+#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/memory_output.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
 #include <fmt/format.h>
@@ -15,6 +12,7 @@
 #include <array>
 #include <cstdio>
 #include <filesystem>
+#include <string>
 #include <string_view>
 #include <system_error>
 
@@ -35,49 +33,59 @@ void require_svg_file(const std::string& output, const std::string& input) {
     if (output != "-" && std::filesystem::equivalent(picture, memory, error)) {
         usage_error(fmt::format("--output {}: the picture would replace the memory file", output));
     }
-    if (format_of_path(output) || std::ranges::find(other_pictures, extension) != other_pictures.end()) {
+    if (kvrimage::format_of_path(output) != nullptr ||
+        std::ranges::find(other_pictures, extension) != other_pictures.end()) {
         usage_error(fmt::format("--output {}: a picture is an SVG file; name it so", output));
     }
 }
 
 void require_fitting_options(const arguments& given) {
-    if (given.columns.value_or(least_screen_columns) < least_screen_columns) {
+    constexpr std::uint32_t least = kvrimage::least_screen_columns;
+    if (given.columns.value_or(least) < least) {
         usage_error(fmt::format("--columns {}: a picture needs at least {} characters a line", *given.columns,
-                                least_screen_columns));
+                                least));
     }
     if (given.output) {
         require_svg_file(*given.output, given.files[0]);
     }
 }
 
-void write_svg(const arguments& given, const plot_picture& picture) {
-    replacement_file file(*given.output);
-    file.output().write(draw_as_svg(picture));
-    file.commit();
+/// What @p given asks for, and the terminal can do.
+kvrimage::character_screen screen_for(const arguments& given) {
+    kvrimage::character_screen screen;
+    screen.columns = given.columns.value_or(std::max(columns_of(stdout), kvrimage::least_screen_columns));
+    screen.has_blocks = locale_has_utf8();
+    const painter paint = painter_for(stdout, given.color);
+    if (paint.colored()) {
+        screen.paint = [paint](kvrimage::character_style part, std::string_view text) {
+            // In the order of character_style.
+            constexpr std::array styles = {style::plain, style::bold, style::dim,
+                                           style::blue,  style::cyan, style::magenta,
+                                           style::green, style::cyan, style::yellow};
+            return paint.paint(styles[static_cast<std::size_t>(part)], text);
+        };
+    }
+    return screen;
 }
 
 exit_code plot(const arguments& given) {
     require_fitting_options(given);
-    const input_file input(given.files[0]);
-    const memory_image image = read_memory(input, options_for(given, given.files[0]));
-    refuse_idle_options(plot_command, given, image.width);
-    const address_range range = range_within(given, image);
-    const std::string& name = given.files[0] == "-" ? input.name() : given.files[0];
+    const memory_input input = read_memory(given, given.files[0]);
+    refuse_idle_options(plot_command, given, input.image().width());
+    const kvrimage::picture_options options{range_within(given, input.image()), given.is_signed,
+                                            input.path == "-" ? input.name() : input.path,
+                                            std::string(input.result.facts.as->title)};
     if (given.output) {
-        write_svg(given, make_picture(image, name, range, given.is_signed, size_for_svg(image.width)));
-        return exit_code::fine;
+        write_text(*given.output, kvrimage::draw_svg(input.image(), options));
+    } else {
+        print(kvrimage::draw_in_characters(input.image(), options, screen_for(given)));
     }
-    const std::uint32_t columns = given.columns.value_or(std::max(columns_of(stdout), least_screen_columns));
-    const painter paint = painter_for(stdout, given.color);
-    const plot_picture picture =
-        make_picture(image, name, range, given.is_signed, size_for_screen(columns, image.width));
-    print(draw_in_characters(picture, {columns, locale_has_utf8(), paint}));
     return exit_code::fine;
 }
 
-constexpr std::array plot_options = {option_id::from,   option_id::width,  option_id::depth,
-                                     option_id::range,  option_id::output, option_id::is_signed,
-                                     option_id::columns};
+constexpr std::array plot_options = {option_id::from,   option_id::width,     option_id::depth,
+                                     option_id::unit,   option_id::order,     option_id::range,
+                                     option_id::output, option_id::is_signed, option_id::columns};
 
 } // namespace
 
@@ -89,7 +97,7 @@ const command plot_command = {"plot",
                               "  $ kvrmem plot --range 0x40..0x7F --columns 120 boot.hex\n",
                               "Words of up to 64 bits make a waveform; a character or pixel that stands for\n"
                               "several words reaches from the least to the greatest of them. Wider words\n"
-                              "make a map of their bits. Words that were never set leave a gap, and so do,\n"
+                              "make a map of their bits. Words that are not set leave a gap, and so do,\n"
                               "in a waveform, words with don't-care bits. The strip below tells which\n"
                               "addresses are set, and where neighbours hold the same word.\n"
                               "\n"

@@ -1,9 +1,11 @@
 #include "tools/kvrmem/commands/program.h"
 
+#include "kvrimage/files/file_error.h"
 #include "tools/kvrmem/command_line/generated_text.h"
 #include "tools/kvrmem/command_line/help_text.h"
 #include "tools/kvrmem/command_line/idle_options.h"
 #include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -89,6 +91,12 @@ int kvrmem::run_program(int count, char** words) {
     kvrmem::color_choice color = kvrmem::color_choice::automatic;
     try {
         return static_cast<int>(run(count, words, color));
+    } catch (const kvrmem::broken_file& error) {
+        kvrmem::end_progress();
+        kvrmem::tell_as_it_is(error.shown());
+        return static_cast<int>(error.code());
+    } catch (const kvrimage::file_error& error) {
+        return report(exit_code::input_output, error.what(), color);
     } catch (const kvrmem::tool_error& error) {
         return report(error.code(), error.message(), color);
     } catch (const std::bad_alloc&) {

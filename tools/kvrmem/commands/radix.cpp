@@ -1,27 +1,27 @@
 #include "kvr/numeric/fixed_point.h"
 #include "kvr/numeric/radix_conversion.h"
 #include "tools/kvrmem/commands/commands.h"
-#include "tools/kvrmem/memory/file_format.h"
-#include "tools/kvrmem/memory/word_text.h"
 #include "tools/kvrmem/numbers/decimal_fraction.h"
+#include "tools/kvrmem/numbers/human_number.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <exception>
+#include <optional>
 #include <string>
+#include <utility>
 
 namespace kvrmem {
 
 namespace {
 
-[[noreturn]] void refuse(const std::string& message) {
-    throw tool_error(exit_code::wrong_usage, message);
-}
+using kvrimage::radix;
+using kvrimage::word;
 
-/// The number that the person gave.
+/// The number that the user gave.
 struct given_number {
     std::string digits;
     word_radix radix;
@@ -32,22 +32,19 @@ given_number number_of(const arguments& given) {
     const std::string& text = given.files[0];
     const human_value value = read_human_value(text);
     if (value.digits.empty()) {
-        refuse(fmt::format("value '{}' has no digit", text));
+        usage_error(fmt::format("value '{}' has no digit", text));
     }
-    const bool has_prefix = value.radix != RADIX_DEC && value.radix != RADIX_UNS;
+    const bool has_prefix = value.radix != radix::dec && value.radix != radix::uns;
     if (!given.from_radix) {
         return {value.digits, {value.radix}};
     }
-    const bool agrees = !has_prefix || value.radix == given.from_radix->radix;
+    const bool agrees = !has_prefix || word_radix{value.radix} == *given.from_radix;
     // "0B1" is a hexadecimal number, too.
-    if (!agrees && (given.from_radix->radix != RADIX_HEX || value.radix != RADIX_BIN)) {
-        refuse(fmt::format("{} is a number in {}, --from says otherwise", text, radix_title(value.radix)));
+    if (!agrees && (given.from_radix->digits != radix::hex || value.radix != radix::bin)) {
+        usage_error(fmt::format("{} is a number in {}, --from says otherwise", text,
+                                kvrimage::title_of(value.radix)));
     }
     return {agrees ? value.digits : without_underscores(text), *given.from_radix};
-}
-
-std::uint32_t bits_of(const word_radix& radix) {
-    return radix.integer_bits + radix.fraction_bits;
 }
 
 /// Turns a fixed-point number into the integer that its bits are.
@@ -56,7 +53,7 @@ void scale_to_integer(given_number& number) {
     if (text.find_first_not_of("0123456789.", text[0] == '-' ? 1 : 0) != std::string::npos ||
         std::count(text.begin(), text.end(), '.') > 1 ||
         text.find_first_of("0123456789") == std::string::npos) {
-        refuse(fmt::format("'{}' is no decimal fraction", text));
+        usage_error(fmt::format("'{}' is no decimal fraction", text));
     }
     for (std::uint32_t bit = 0; bit < number.radix.fraction_bits; ++bit) {
         double_it(number.digits);
@@ -67,100 +64,100 @@ void scale_to_integer(given_number& number) {
         for (std::uint32_t bit = 0; bit < number.radix.fraction_bits; ++bit) {
             halve(nearest);
         }
-        refuse(fmt::format("{} is no multiple of 2^-{}; the next one towards zero is {}", text,
-                           number.radix.fraction_bits, nearest));
+        usage_error(fmt::format("{} is no multiple of 2^-{}; the next one towards zero is {}", text,
+                                number.radix.fraction_bits, nearest));
     }
     number.digits.erase(std::min(point, number.digits.size()));
-    number.radix.radix = RADIX_DEC;
+    number.radix = {radix::dec};
 }
 
 /// Bits that the digits of @p number say it has: all of them where a digit stands for bits, else as few as
 /// the value needs.
 std::uint32_t natural_width(const given_number& number) {
     const auto digits = static_cast<std::uint32_t>(number.digits.size());
-    switch (number.radix.radix) {
-    case RADIX_BIN:
+    switch (number.radix.digits) {
+    case radix::bin:
         return digits;
-    case RADIX_OCT:
+    case radix::oct:
         return 3 * digits;
-    case RADIX_HEX:
+    case radix::hex:
         return 4 * digits;
-    default: {
-        std::string word;
-        const auto error = make_word(number.digits, number.radix.radix, 1, word);
-        return error && error->bits_needed > 0 ? static_cast<std::uint32_t>(error->bits_needed) : 1;
+    case radix::dec:
+    case radix::uns:
+        break;
     }
-    }
+    const auto fault = word::parse(number.digits, number.radix.digits, 1).fault;
+    return fault && fault->bits_needed > 0 ? static_cast<std::uint32_t>(fault->bits_needed) : 1;
 }
 
 /// A number as bits, and whether its first bit is a sign.
 struct number_word {
-    std::string word;
-    std::uint32_t width = 0;
+    word bits;
     bool has_sign = false;
 };
 
 number_word word_of(const arguments& given, given_number number) {
-    const bool is_fixed = number.radix.radix == RADIX_FIXED_POINT;
-    const word_radix& fixed = is_fixed ? number.radix : given.to_radix.value_or(word_radix{});
-    const std::uint32_t width = given.width.value_or(fixed.radix == RADIX_FIXED_POINT ? bits_of(fixed) : 0);
+    const bool is_fixed = number.radix.is_fixed_point();
+    const std::uint32_t fixed_bits =
+        is_fixed ? number.radix.bits() : given.to_radix.value_or(word_radix{}).bits();
     if (is_fixed) {
         scale_to_integer(number);
     }
-    number_word result;
-    result.width = width != 0 ? width : std::max(natural_width(number), 1U);
-    result.has_sign = width != 0 || number.radix.radix == RADIX_DEC;
-    const auto error = make_word(number.digits, number.radix.radix, result.width, result.word);
-    if (error) {
-        refuse(describe(*error, is_fixed ? given.files[0] : number.digits, number.radix.radix, result.width));
+    const std::uint32_t said = given.width.value_or(fixed_bits);
+    const std::uint32_t width = said != 0 ? said : std::max(natural_width(number), 1U);
+    kvrimage::word_result read = word::parse(number.digits, number.radix.digits, width);
+    if (read.fault) {
+        usage_error(
+            describe(*read.fault, is_fixed ? given.files[0] : number.digits, number.radix.digits, width));
     }
-    return result;
+    return {*std::move(read.value), said != 0 || number.radix.digits == radix::dec};
 }
 
-/// "" when don't-care bits cannot be shown in that radix. Without a sign bit, signed decimal is unsigned.
-std::string shown(const number_word& number, word_radix radix) {
-    require_fitting(radix, number.width);
-    if (radix.radix == RADIX_DEC && !number.has_sign) {
-        radix.radix = RADIX_UNS;
+/// Nothing when don't-care bits cannot be shown in that radix. Without a sign bit, signed decimal is
+/// unsigned.
+std::optional<std::string> shown(const number_word& number, word_radix in) {
+    require_fitting(in, number.bits.width());
+    if (in == word_radix{radix::dec} && !number.has_sign) {
+        in = {radix::uns};
     }
-    std::string text;
-    if (!show_word(number.word, radix, number.width, text)) {
-        text.clear();
-    }
-    return text;
+    return shown(number.bits, in);
 }
 
-std::string require_shown(const number_word& number, const word_radix& radix) {
-    std::string text = shown(number, radix);
-    if (text.empty()) {
-        refuse("the don't-care bits of the number cannot be shown in that radix");
+std::string require_shown(const number_word& number, const word_radix& in) {
+    std::optional<std::string> text = shown(number, in);
+    if (!text) {
+        usage_error("the don't-care bits of the number cannot be shown in that radix");
     }
-    return text;
+    return *std::move(text);
 }
 
 std::string in_all_radixes(const number_word& number) {
-    constexpr std::array<KVR_MEMORY_RADIXES, 5> radixes = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS,
-                                                           RADIX_HEX};
-    std::string text = fmt::format("bits  {}\n", number.width);
-    for (const KVR_MEMORY_RADIXES radix : radixes) {
-        const std::string digits = shown(number, {radix});
-        text += fmt::format("{}   {}\n", radix_title(radix), digits.empty() ? "-" : digits.c_str());
+    std::string text = fmt::format("bits  {}\n", number.bits.width());
+    for (const radix each : {radix::bin, radix::oct, radix::dec, radix::uns, radix::hex}) {
+        text += fmt::format("{}   {}\n", kvrimage::title_of(each), shown(number, {each}).value_or("-"));
     }
     return text;
+}
+
+/// As the library calls it.
+KVR_MEMORY_RADIXES library_radix(const word_radix& one) {
+    // In the order of kvrimage::radix.
+    constexpr std::array names = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
+    return one.is_fixed_point() ? RADIX_FIXED_POINT : names[static_cast<std::size_t>(one.digits)];
 }
 
 /// The library takes a format without fraction bits for none at all.
 void require_library_format(const word_radix& fixed) {
     if (fixed.fraction_bits == 0) {
-        refuse(fmt::format("fixed:{}.0 has no fraction bit, and the library's conversion needs one; use dec",
-                           fixed.integer_bits));
+        usage_error(
+            fmt::format("fixed:{}.0 has no fraction bit, and the library's conversion needs one; use dec",
+                        fixed.integer_bits));
     }
 }
 
 void require_one_fixed_point(const word_radix& from, const word_radix& to) {
-    if (from.radix == RADIX_FIXED_POINT && to.radix == RADIX_FIXED_POINT &&
-        (from.integer_bits != to.integer_bits || from.fraction_bits != to.fraction_bits)) {
-        refuse(
+    if (from.is_fixed_point() && to.is_fixed_point() && from != to) {
+        usage_error(
             fmt::format("--from fixed:{}.{} and --to fixed:{}.{} differ, but --library converts within one "
                         "fixed-point format",
                         from.integer_bits, from.fraction_bits, to.integer_bits, to.fraction_bits));
@@ -170,21 +167,21 @@ void require_one_fixed_point(const word_radix& from, const word_radix& to) {
 /// What the library's conversion makes of the text, with the digit order and the cutting that it has.
 std::string by_the_library(const arguments& given, const given_number& number) {
     if (!given.to_radix) {
-        refuse("--library needs --to RADIX");
+        usage_error("--library needs --to RADIX");
     }
     const word_radix& to = *given.to_radix;
     require_one_fixed_point(number.radix, to);
-    const word_radix& fixed = to.radix == RADIX_FIXED_POINT ? to : number.radix;
+    const word_radix& fixed = to.is_fixed_point() ? to : number.radix;
+    const KVR_MEMORY_RADIXES from_name = library_radix(number.radix);
+    const KVR_MEMORY_RADIXES to_name = library_radix(to);
     std::string result;
     bool converted = false;
-    if (fixed.radix == RADIX_FIXED_POINT) {
+    if (fixed.is_fixed_point()) {
         require_library_format(fixed);
         const std::string bits = fmt::format("{}.{}", fixed.integer_bits, fixed.fraction_bits);
-        converted =
-            kvr_radix_conversion_fixed_point(number.digits, &result, number.radix.radix, to.radix, bits);
+        converted = kvr_radix_conversion_fixed_point(number.digits, &result, from_name, to_name, bits);
     } else {
-        converted = kvr_radix_conversion(number.digits, &result, number.radix.radix, to.radix,
-                                         given.width.value_or(0));
+        converted = kvr_radix_conversion(number.digits, &result, from_name, to_name, given.width.value_or(0));
     }
     if (!converted) {
         throw tool_error(exit_code::negative,
@@ -199,11 +196,11 @@ exit_code convert_number(const arguments& given) {
         print(by_the_library(given, number) + "\n");
         return exit_code::fine;
     }
-    const number_word word = word_of(given, number);
+    const number_word read = word_of(given, number);
     if (given.to_radix) {
-        print(require_shown(word, *given.to_radix) + "\n");
+        print(require_shown(read, *given.to_radix) + "\n");
     } else {
-        print(in_all_radixes(word));
+        print(in_all_radixes(read));
     }
     return exit_code::fine;
 }

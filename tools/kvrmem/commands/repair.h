@@ -1,12 +1,18 @@
 #pragma once
 
+#include "kvrimage/formats/memory_file.h"
 #include "tools/kvrmem/command_line/command_line.h"
 
 namespace kvrmem {
 
-/// What "check --fix" does: writes the repaired file, and tells on the standard error what was changed and
-/// what is left. The standard output is left to the file, which may be "-".
-/// @throws tool_error when the file cannot be read, or the repaired one not be written.
+/// What @p given says of the check of a file that is read with @p reading.
+[[nodiscard]] kvrimage::check_options check_options_for(const arguments& given,
+                                                        const kvrimage::read_options& reading);
+
+/// What "check --fix" does: writes the repaired file, and reports on standard error what was changed and what
+/// is left. Standard output is left to the file, which may be "-".
+/// @throws tool_error, kvrimage::file_error when the file cannot be read, or the repaired one cannot be
+/// written.
 [[nodiscard]] exit_code repair_file(const arguments& given);
 
 } // namespace kvrmem

@@ -1,6 +1,5 @@
 #include "tools/kvrmem/compare/diff_report.h"
 
-#include "tools/kvrmem/memory/file_format.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -13,10 +12,13 @@ namespace kvrmem {
 
 namespace {
 
+using kvrimage::difference;
+using kvrimage::word;
+
 class quiet_report : public diff_report {
 public:
     void take(const difference& /*found*/) override {}
-    void finish(bool /*equal*/) override {}
+    void finish(bool /*equal*/, std::uint64_t /*unreadable*/) override {}
 };
 
 class text_report : public diff_report {
@@ -31,26 +33,29 @@ public:
     void take(const difference& found) override {
         print_head();
         ++ranges;
-        words += found.last - found.first + 1;
-        const std::string place = found.first == found.last
-                                      ? fmt::format("0x{:X}", found.first)
-                                      : fmt::format("0x{:X}..0x{:X}", found.first, found.last);
+        const auto [first, last] = found.addresses;
+        words += last - first + 1;
+        const std::string place =
+            first == last ? fmt::format("0x{:X}", first) : fmt::format("0x{:X}..0x{:X}", first, last);
         output.write(fmt::format("{:<{}} {} -> {}\n", place, place_size,
-                                 paint.paint(style::red, shown(left, found.left)),
-                                 paint.paint(style::green, shown(right, found.right))));
+                                 paint.paint(style::red, shown_or_gap(found.left, radix)),
+                                 paint.paint(style::green, shown_or_gap(found.right, radix))));
     }
-    void finish(bool equal) override {
+    void finish(bool equal, std::uint64_t unreadable) override {
         if (!equal) {
             print_head();
-            output.write(summary());
+            output.write(summary(unreadable != 0));
+        }
+        if (unreadable != 0) {
+            output.write(counted(unreadable, "word") + " in doubt, not compared\n");
         }
         output.finish();
     }
 
 private:
-    [[nodiscard]] std::string summary() const {
+    [[nodiscard]] std::string summary(bool is_partial) const {
         if (words == 0) {
-            return "the words are the same\n";
+            return fmt::format("the {}words are the same\n", is_partial ? "other " : "");
         }
         return fmt::format("{} {} in {}\n", counted(words, "word"), words == 1 ? "differs" : "differ",
                            counted(ranges, "range"));
@@ -63,13 +68,8 @@ private:
         }
     }
     static std::string head(std::string_view mark, const diff_side& side) {
-        return fmt::format("{} {} ({}, {} x {})", mark, side.name, format_title(side.image.format),
-                           side.image.depth, counted(side.image.width, "bit"));
-    }
-    [[nodiscard]] std::string shown(const diff_side& side, std::string_view word) const {
-        std::string text;
-        show_word_or_gap(word, radix, side.image.width, text);
-        return text;
+        return fmt::format("{} {} ({}, {} x {})", mark, side.name, side.result.facts.as->title,
+                           side.image().depth(), counted(side.image().width(), "bit"));
     }
 
     static constexpr int place_size = 16;
@@ -85,10 +85,8 @@ private:
 
 class json_report : public diff_report {
 public:
-    json_report(const diff_side& left_side, const diff_side& right_side, const word_radix& shown_radix)
-        : left(left_side),
-          right(right_side),
-          radix(shown_radix) {
+    json_report(const diff_side& left, const diff_side& right, const word_radix& shown_radix)
+        : radix(shown_radix) {
         output.write(fmt::format("{{\n  \"schema\": \"kvrmem-diff-1\",\n  \"left\": {},\n  \"right\": {},\n"
                                  "  \"differences\": [",
                                  json_text(described(left)), json_text(described(right))));
@@ -96,15 +94,17 @@ public:
 
     void take(const difference& found) override {
         json_value entry;
-        entry["first"] = found.first;
-        entry["last"] = found.last;
-        entry["left"] = shown(left, found.left);
-        entry["right"] = shown(right, found.right);
+        entry["first"] = found.addresses.first;
+        entry["last"] = found.addresses.last;
+        entry["left"] = shown(found.left);
+        entry["right"] = shown(found.right);
         output.write(fmt::format("{}\n    {}", is_first ? "" : ",", json_text(entry)));
         is_first = false;
     }
-    void finish(bool equal) override {
-        output.write(fmt::format("{}],\n  \"equal\": {}\n}}\n", is_first ? "" : "\n  ", equal));
+    void finish(bool equal, std::uint64_t unreadable) override {
+        const std::string left_out =
+            unreadable == 0 ? "" : fmt::format("  \"unreadable\": {},\n", unreadable);
+        output.write(fmt::format("{}],\n{}  \"equal\": {}\n}}\n", is_first ? "" : "\n  ", left_out, equal));
         output.finish();
     }
 
@@ -112,22 +112,15 @@ private:
     static json_value described(const diff_side& side) {
         json_value document;
         document["file"] = json_name(side.path);
-        document["format"] = format_title(side.image.format);
-        document["width"] = side.image.width;
-        document["depth"] = side.image.depth;
+        document["format"] = side.result.facts.as->title;
+        document["width"] = side.image().width();
+        document["depth"] = side.image().depth();
         return document;
     }
-    [[nodiscard]] json_value shown(const diff_side& side, std::string_view word) const {
-        if (word.empty()) {
-            return nullptr;
-        }
-        std::string text;
-        show_word_or_gap(word, radix, side.image.width, text);
-        return text;
+    [[nodiscard]] json_value shown(const std::optional<word>& value) const {
+        return value ? json_value(shown_or_gap(value, radix)) : json_value(nullptr);
     }
 
-    const diff_side& left;
-    const diff_side& right;
     word_radix radix;
     output_stream output;
     bool is_first = true;

@@ -1,12 +1,24 @@
 #pragma once
 
-#include "tools/kvrmem/compare/difference.h"
-#include "tools/kvrmem/memory/word_text.h"
+#include "kvrimage/compare/compare.h"
+#include "kvrimage/formats/format.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/terminal.h"
 
+#include <cstdint>
 #include <memory>
+#include <string>
 
 namespace kvrmem {
+
+/// One of two memories that are compared.
+struct diff_side {
+    std::string name; ///< as a terminal may show it
+    std::string path; ///< the same, every byte as it is
+    kvrimage::read_result result;
+
+    [[nodiscard]] const kvrimage::memory_image& image() const { return result.image.value(); }
+};
 
 /// What a comparison of two memories prints on the standard output. Reports view the memories that they are
 /// made for.
@@ -16,8 +28,9 @@ public:
     diff_report() = default;
     diff_report(const diff_report&) = delete;
     diff_report& operator=(const diff_report&) = delete;
-    virtual void take(const difference& found) = 0;
-    virtual void finish(bool equal) = 0;
+    virtual void take(const kvrimage::difference& found) = 0;
+    /// @param unreadable addresses that were not compared
+    virtual void finish(bool equal, std::uint64_t unreadable) = 0;
 };
 
 /// Nothing.

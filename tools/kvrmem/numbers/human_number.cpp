@@ -1,7 +1,5 @@
 #include "tools/kvrmem/numbers/human_number.h"
 
-#include "kvr/memory/memory_state.h"
-
 #include <algorithm>
 #include <array>
 #include <charconv>
@@ -12,17 +10,22 @@ namespace kvrmem {
 
 namespace {
 
+using kvrimage::radix;
+
 struct prefix {
     std::string_view text;
-    KVR_MEMORY_RADIXES radix;
+    kvrimage::radix radix;
 };
 
-constexpr std::array<prefix, 6> prefixes = {{{"0x", RADIX_HEX},
-                                             {"0X", RADIX_HEX},
-                                             {"0b", RADIX_BIN},
-                                             {"0B", RADIX_BIN},
-                                             {"0o", RADIX_OCT},
-                                             {"0O", RADIX_OCT}}};
+constexpr std::array<prefix, 6> prefixes = {{{"0x", radix::hex},
+                                             {"0X", radix::hex},
+                                             {"0b", radix::bin},
+                                             {"0B", radix::bin},
+                                             {"0o", radix::oct},
+                                             {"0O", radix::oct}}};
+
+/// In the order of radix.
+constexpr std::array<int, 5> bases = {2, 8, 10, 10, 16};
 
 } // namespace
 
@@ -45,25 +48,25 @@ human_value read_human_value(std::string_view text) {
         }
     }
     if (text.substr(0, minus_sign.size()) == minus_sign) {
-        return {'-' + without_underscores(text.substr(minus_sign.size())), RADIX_DEC};
+        return {'-' + without_underscores(text.substr(minus_sign.size())), radix::dec};
     }
-    return {without_underscores(text), text.substr(0, 1) == "-" ? RADIX_DEC : RADIX_UNS};
+    return {without_underscores(text), text.substr(0, 1) == "-" ? radix::dec : radix::uns};
 }
 
-std::optional<std::uint32_t> read_human_size(std::string_view text, std::uint32_t largest) {
+std::optional<std::uint64_t> read_human_size(std::string_view text, std::uint64_t largest) {
     const human_value value = read_human_value(text);
     const char* end = value.digits.data() + value.digits.size();
-    std::uint32_t number = 0;
+    std::uint64_t number = 0;
     const auto read =
-        std::from_chars(value.digits.data(), end, number, static_cast<int>(kvr::radix_base(value.radix)));
+        std::from_chars(value.digits.data(), end, number, bases[static_cast<std::size_t>(value.radix)]);
     if (value.digits.empty() || read.ec != std::errc() || read.ptr != end || number > largest) {
         return std::nullopt;
     }
     return number;
 }
 
-std::optional<address_range> read_address_range(std::string_view text) {
-    constexpr std::uint32_t largest = std::numeric_limits<std::uint32_t>::max();
+std::optional<kvrimage::address_range> read_address_range(std::string_view text) {
+    constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
     const std::size_t dots = text.find("..");
     const auto first = read_human_size(text.substr(0, dots), largest);
     const auto last =
@@ -71,7 +74,7 @@ std::optional<address_range> read_address_range(std::string_view text) {
     if (!first || !last || *first > *last) {
         return std::nullopt;
     }
-    return address_range{*first, *last};
+    return kvrimage::address_range{*first, *last};
 }
 
 } // namespace kvrmem

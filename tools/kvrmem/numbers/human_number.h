@@ -1,6 +1,7 @@
 #pragma once
 
-#include "kvr/memory/memory_types.h"
+#include "kvrimage/image/address_range.h"
+#include "kvrimage/image/radix.h"
 
 #include <cstdint>
 #include <optional>
@@ -21,7 +22,7 @@ inline constexpr std::string_view minus_sign = "\xE2\x88\x92";
 /// A number of any length, taken apart.
 struct human_value {
     std::string digits; ///< without prefix and "_"; with "-" where there is one
-    KVR_MEMORY_RADIXES radix = RADIX_DEC;
+    kvrimage::radix radix = kvrimage::radix::dec;
 };
 
 /// Takes @p text for a value; the digits are not checked. Without a prefix it is signed decimal when it
@@ -29,15 +30,9 @@ struct human_value {
 [[nodiscard]] human_value read_human_value(std::string_view text);
 
 /// The number that @p text is; nothing when it is none or exceeds @p largest.
-[[nodiscard]] std::optional<std::uint32_t> read_human_size(std::string_view text, std::uint32_t largest);
+[[nodiscard]] std::optional<std::uint64_t> read_human_size(std::string_view text, std::uint64_t largest);
 
-/// Addresses from the first to the last, both included.
-struct address_range {
-    std::uint32_t first;
-    std::uint32_t last;
-};
-
-/// "FIRST..LAST", or one address; nothing when @p text is neither, descends, or exceeds 32 bits.
-[[nodiscard]] std::optional<address_range> read_address_range(std::string_view text);
+/// "FIRST..LAST", or one address; nothing when @p text is neither, descends, or exceeds 64 bits.
+[[nodiscard]] std::optional<kvrimage::address_range> read_address_range(std::string_view text);
 
 } // namespace kvrmem

@@ -1,7 +1,7 @@
 #include "tools/kvrmem/surroundings/json.h"
 
+#include "kvrimage/diagnostics/utf8_character.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
-#include "tools/kvrmem/surroundings/utf8_character.h"
 
 #include <fmt/format.h>
 
@@ -10,8 +10,8 @@ namespace kvrmem {
 std::string json_name(std::string_view path) {
     std::string name;
     while (!path.empty()) {
-        const utf8_character character = first_of(path);
-        if (character.is_utf8) {
+        const kvrimage::utf8_character character = kvrimage::first_character(path);
+        if (character.code != 0) {
             name += character.bytes;
         } else {
             name += '\0';

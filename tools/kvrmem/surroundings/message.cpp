@@ -1,7 +1,7 @@
 #include "tools/kvrmem/surroundings/message.h"
 
+#include "kvrimage/diagnostics/visible_text.h"
 #include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/visible_text.h"
 #include "tools/kvrmem/surroundings/write_all.h"
 
 #include <fmt/format.h>
@@ -16,7 +16,7 @@ namespace {
 
 std::string for_message(std::string_view text) {
     constexpr std::size_t longest = 2000;
-    return make_visible(text.substr(0, longest)).text.append(text.size() > longest ? "..." : "");
+    return kvrimage::make_visible(text.substr(0, longest)).text.append(text.size() > longest ? "..." : "");
 }
 
 } // namespace

@@ -10,6 +10,7 @@
 #include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <string_view>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -99,6 +100,20 @@ void arm_timer(long first_seconds, long every_microseconds) {
     setitimer(ITIMER_REAL, &timer, nullptr);
 }
 
+void show_progress(std::string_view doing, std::string_view name, int descriptor, std::uint64_t size) {
+    const int next = current.load() == 0 ? 1 : 0;
+    watched_file& file = watched[static_cast<std::size_t>(next)];
+    file.length = 0;
+    for (const std::string_view part : {doing, std::string_view(" "), name}) {
+        const std::size_t count = std::min(part.size(), file.text.size() - file.length);
+        std::copy_n(part.data(), count, file.text.data() + file.length);
+        file.length += count;
+    }
+    file.descriptor = descriptor;
+    file.size = static_cast<long long>(size);
+    current.store(next);
+}
+
 } // namespace
 
 void start_progress() {
@@ -114,18 +129,12 @@ void start_progress() {
     arm_timer(1, every_fifth_of_a_second);
 }
 
-void show_progress(std::string_view doing, std::string_view name, int descriptor, long long size) {
-    const int next = current.load() == 0 ? 1 : 0;
-    watched_file& file = watched[static_cast<std::size_t>(next)];
-    file.length = 0;
-    for (const std::string_view part : {doing, std::string_view(" "), name}) {
-        const std::size_t count = std::min(part.size(), file.text.size() - file.length);
-        std::copy_n(part.data(), count, file.text.data() + file.length);
-        file.length += count;
-    }
-    file.descriptor = descriptor;
-    file.size = size;
-    current.store(next);
+void show_reading(const std::string& name, int descriptor, std::uint64_t size) {
+    show_progress("reading", name, descriptor, size);
+}
+
+void show_writing(const std::string& name, int descriptor, std::uint64_t size) {
+    show_progress("writing", name, descriptor, size);
 }
 
 progress_pause::progress_pause() {

@@ -1,6 +1,7 @@
 #pragma once
 
-#include <string_view>
+#include <cstdint>
+#include <string>
 
 namespace kvrmem {
 
@@ -11,10 +12,13 @@ namespace kvrmem {
 /// Arms the timer.
 void start_progress();
 
-/// From now on the line says @p doing ("reading") and @p name, and how much of the @p size bytes of the open
-/// file @p descriptor lies before its position; bytes alone for a size of 0. The descriptor may be closed at
-/// any time.
-void show_progress(std::string_view doing, std::string_view name, int descriptor, long long size);
+/// From now on the line says "reading" and @p name, and how much of the @p size bytes of the open file @p
+/// descriptor lies before its position; bytes alone for a size of 0. The descriptor may be closed at any
+/// time.
+void show_reading(const std::string& name, int descriptor, std::uint64_t size);
+
+/// The same for a file that is written, whose size is not known.
+void show_writing(const std::string& name, int descriptor, std::uint64_t size);
 
 /// While it lives, there is no such line: something else is written.
 class progress_pause {

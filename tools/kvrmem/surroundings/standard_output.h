@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvr/memory/io/output_file.h"
+#include "kvrimage/files/replacement_file.h"
 
 #include <string_view>
 
@@ -17,11 +17,11 @@ public:
     void write(std::string_view text) { file.write(text); }
 
     /// Writes out what is buffered; nothing is written behind that.
-    /// @throws tool_error (input/output) when not everything could be written.
-    void finish();
+    /// @throws kvrimage::file_error when not everything could be written.
+    void finish() { file.commit(); }
 
 private:
-    kvr::output_file file;
+    kvrimage::replacement_file file{"-"};
 };
 
 } // namespace kvrmem

@@ -59,4 +59,20 @@ std::uint32_t columns_of(std::FILE* stream) {
     return ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
 }
 
+bool locale_has_utf8() {
+    for (const char* name : {"LC_ALL", "LC_CTYPE", "LANG"}) {
+        const char* value = std::getenv(name);
+        if (value != nullptr && *value != '\0') {
+            std::string folded;
+            for (const char* at = value; *at != '\0'; ++at) {
+                if (*at != '-') {
+                    folded += static_cast<char>(*at | 0x20);
+                }
+            }
+            return folded.find("utf8") != std::string::npos;
+        }
+    }
+    return false;
+}
+
 } // namespace kvrmem

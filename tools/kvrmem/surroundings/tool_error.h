@@ -1,6 +1,7 @@
 #pragma once
 
 #include <exception>
+#include <memory>
 #include <string>
 #include <utility>
 
@@ -19,15 +20,17 @@ enum class exit_code {
 /// Ends a command: a message for the person, and the exit code.
 class tool_error : public std::exception {
 public:
-    tool_error(exit_code code, std::string message) : exit(code), text(std::move(message)) {}
+    tool_error(exit_code code, std::string message)
+        : exit(code),
+          text(std::make_shared<const std::string>(std::move(message))) {}
     [[nodiscard]] exit_code code() const noexcept { return exit; }
     /// The whole message, which may hold a NUL of a file.
-    [[nodiscard]] const std::string& message() const noexcept { return text; }
-    [[nodiscard]] const char* what() const noexcept override { return text.c_str(); }
+    [[nodiscard]] const std::string& message() const noexcept { return *text; }
+    [[nodiscard]] const char* what() const noexcept override { return text->c_str(); }
 
 private:
     exit_code exit;
-    std::string text;
+    std::shared_ptr<const std::string> text; ///< shared: an exception is copied without an exception
 };
 
 /// @throws tool_error (wrong usage) always.

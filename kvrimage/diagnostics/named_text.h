@@ -1,0 +1,27 @@
+#pragma once
+
+#include <concepts>
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace kvrimage {
+
+/// A text or a number that stands in a message. Texts of a file are quoted as they are, cut after `longest`
+/// bytes.
+class named_text {
+public:
+    static constexpr std::size_t longest = 64;
+
+    named_text(std::string_view text);
+    named_text(const char* text) : named_text(std::string_view(text)) {}
+    named_text(const std::string& text) : named_text(std::string_view(text)) {}
+    named_text(std::integral auto number) : shown(std::to_string(number)) {}
+
+    [[nodiscard]] const std::string& text() const noexcept { return shown; }
+
+private:
+    std::string shown;
+};
+
+} // namespace kvrimage

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "kvrimage/export.h"
+
+#include <string>
+#include <system_error>
+#include <utility>
+
+namespace kvrimage {
+
+/// A file that cannot be opened, read or written. what() is a whole sentence that names the file ("boot.mif:
+/// cannot be opened: No such file or directory"), code() the reason: of the system, or
+/// std::errc::file_too_large for an input that has no end or too long a line.
+class KVRIMAGE_API file_error : public std::system_error {
+public:
+    file_error(std::error_code reason, std::string message)
+        : std::system_error(reason),
+          text(std::move(message)) {}
+    file_error(int reason, std::string message)
+        : file_error(std::error_code(reason, std::generic_category()), std::move(message)) {}
+    file_error(const file_error&) = default;
+    file_error& operator=(const file_error&) = default;
+    file_error(file_error&&) = default;
+    file_error& operator=(file_error&&) = default;
+    ~file_error() override;
+
+    [[nodiscard]] const char* what() const noexcept override { return text.c_str(); }
+
+private:
+    std::string text;
+};
+
+} // namespace kvrimage

@@ -1,0 +1,122 @@
+#include "kvrimage/files/temporary_files.h"
+
+#include <algorithm>
+#include <atomic>
+#include <cerrno>
+#include <climits>
+#include <cstddef>
+#include <cstdint>
+#include <fcntl.h>
+#include <filesystem>
+#include <random>
+#include <string_view>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace kvrimage {
+
+namespace {
+
+enum class list_state : std::uint8_t { free, taken, listed };
+
+/// What a signal handler may touch: memory that is always there, and a flag that says whether it is filled.
+struct list_entry {
+    std::atomic<list_state> state = list_state::free;
+    std::array<char, PATH_MAX> path{};
+};
+static_assert(std::atomic<list_state>::is_always_lock_free);
+
+/// Files beyond these are removed by their owners only.
+constexpr std::size_t most_listed = 8;
+
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): there is no other way to a signal
+// handler
+std::array<list_entry, most_listed> temporary_list;
+
+/// The number of the entry that holds @p path now; most_listed where there is none for it.
+std::size_t enlist(const std::string& path) noexcept {
+    for (std::size_t number = 0; number < most_listed && path.size() < PATH_MAX; ++number) {
+        list_entry& entry = temporary_list[number];
+        list_state expected = list_state::free;
+        if (entry.state.compare_exchange_strong(expected, list_state::taken)) {
+            path.copy(entry.path.data(), path.size());
+            entry.path[path.size()] = '\0';
+            entry.state = list_state::listed;
+            return number;
+        }
+    }
+    return most_listed;
+}
+
+std::string random_name() {
+    constexpr std::string_view letters = "abcdefghijklmnopqrstuvwxyz0123456789";
+    constexpr std::size_t random_letters = 8;
+    std::random_device source;
+    std::uniform_int_distribution<std::size_t> any(0, letters.size() - 1);
+    std::string name = ".kvrmem.";
+    std::generate_n(std::back_inserter(name), random_letters, [&] { return letters[any(source)]; });
+    return name;
+}
+
+} // namespace
+
+void remove_temporary_files() noexcept {
+    for (const list_entry& entry : temporary_list) {
+        if (entry.state.load() == list_state::listed) {
+            unlink(entry.path.data());
+        }
+    }
+}
+
+signal_pause::signal_pause() noexcept {
+    sigset_t waiting;
+    sigemptyset(&waiting);
+    for (const int signal : ending_signals) {
+        sigaddset(&waiting, signal);
+    }
+    pthread_sigmask(SIG_BLOCK, &waiting, &before);
+}
+
+signal_pause::~signal_pause() {
+    pthread_sigmask(SIG_SETMASK, &before, nullptr);
+}
+
+temporary_file::~temporary_file() {
+    if (!name.empty()) {
+        unlink(name.c_str());
+        forget();
+    }
+}
+
+int temporary_file::make_in(const std::string& folder, bool is_private) {
+    constexpr mode_t for_everybody = 0666; // less the mask of the process
+    constexpr mode_t for_the_owner = 0600;
+    const signal_pause pause;
+    int descriptor = -1;
+    do {
+        name = (std::filesystem::path(folder) / random_name()).string();
+        descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC,
+                          is_private ? for_the_owner : for_everybody);
+    } while (descriptor < 0 && errno == EEXIST);
+    if (descriptor < 0) {
+        name.clear();
+    } else {
+        listed = enlist(name);
+    }
+    return descriptor;
+}
+
+void temporary_file::keep() noexcept {
+    if (!name.empty()) {
+        forget();
+    }
+}
+
+void temporary_file::forget() noexcept {
+    if (listed < most_listed) {
+        temporary_list[listed].state = list_state::free;
+    }
+    name.clear();
+}
+
+} // namespace kvrimage

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "kvrimage/export.h"
+
+#include <array>
+#include <csignal>
+#include <string>
+
+namespace kvrimage {
+
+/// Removes the files that are being written beside their places (see write()) and not complete yet. The
+/// library installs no signal handler; a program's own, which ends the program, may call this: it is safe in
+/// a handler. What is written on after it is lost.
+KVRIMAGE_API void remove_temporary_files() noexcept;
+
+/// Signals that end a program and that it may handle; while a temporary file is made or moved to its place,
+/// they wait.
+inline constexpr std::array<int, 6> ending_signals = {SIGINT, SIGTERM, SIGHUP, SIGXCPU, SIGXFSZ, SIGPIPE};
+
+/// While it lives, ending_signals wait in the thread that has made it.
+class signal_pause {
+public:
+    signal_pause() noexcept;
+    ~signal_pause();
+    signal_pause(const signal_pause&) = delete;
+    signal_pause& operator=(const signal_pause&) = delete;
+
+private:
+    sigset_t before{};
+};
+
+/// A new file in a folder that is removed again, by remove_temporary_files() or in the end, unless it is
+/// kept.
+class temporary_file {
+public:
+    temporary_file() = default;
+    ~temporary_file();
+    temporary_file(const temporary_file&) = delete;
+    temporary_file& operator=(const temporary_file&) = delete;
+
+    /// Makes it in the folder @p folder ("" for the working directory), with a name of its own and the
+    /// permissions that a new file gets, and returns its descriptor, which the caller closes; -1, with errno,
+    /// when that fails.
+    /// @param is_private nobody else may open it
+    [[nodiscard]] int make_in(const std::string& folder, bool is_private);
+    [[nodiscard]] const std::string& path() const noexcept { return name; }
+    /// It is not removed any more.
+    void keep() noexcept;
+
+private:
+    void forget() noexcept;
+
+    std::string name;       ///< "" when there is nothing to remove
+    std::size_t listed = 0; ///< in the list of temporary files
+};
+
+} // namespace kvrimage

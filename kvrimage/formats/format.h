@@ -1,0 +1,145 @@
+#pragma once
+
+#include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/diagnostics/span.h"
+#include "kvrimage/export.h"
+#include "kvrimage/image/memory_image.h"
+
+#include <cstdint>
+#include <functional>
+#include <optional>
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvrimage {
+
+struct format;
+
+/// What an address of a file counts.
+enum class address_unit : std::uint8_t {
+    word,
+    byte,
+    either ///< the format leaves it open, or its files differ
+};
+
+/// How sure something is by a look at a file's contents.
+enum class certainty : std::uint8_t { no, possible, likely, certain };
+
+/// What a caller says of a file beyond its contents, and what is wanted of it.
+struct read_options {
+    const format* as = nullptr; ///< null: by the file's name, and its contents
+    std::optional<std::uint32_t> width =
+        std::nullopt; ///< bits a word, instead of the file's own or what it does not say
+    std::optional<std::uint64_t> depth = std::nullopt; ///< words; addresses beyond it are broken
+    std::optional<address_unit> unit = std::nullopt;   ///< word or byte
+    std::optional<byte_order> order = std::nullopt;
+    /// Hands out what can be read of a broken file, too; see read_result::unreadable.
+    bool keep_going = false;
+    /// Of each class; the others are counted.
+    std::size_t most_diagnostics = 100;
+    /// Every diagnostic with a repair is kept, whatever the limit, with all of its edits.
+    bool wants_repairs = false;
+};
+
+/// What a file says of itself.
+struct file_facts {
+    const format* as = nullptr;
+    std::optional<radix> address_radix; ///< nothing where the format has no choice
+    std::optional<radix> data_radix;
+    std::optional<address_unit>
+        unit; ///< word or byte, as the addresses were taken; nothing where the format has no choice
+    std::optional<byte_order> order; ///< of the bytes of a word, where the addresses count bytes
+    std::string
+        width_source; ///< where the width is from when the file does not say ("the longest word"); else ""
+    std::uint64_t diagnostics_left_out = 0;
+    bool has_comments = false;
+};
+
+struct read_result {
+    /// Nothing when a diagnostic is of class broken, unless keep_going.
+    std::optional<memory_image> image;
+    file_facts facts;
+    std::vector<diagnostic> diagnostics; ///< in file order, those of the file as a whole last
+    std::vector<address_range>
+        unreadable; ///< with keep_going: addresses whose words are in doubt, and not set
+};
+
+struct write_options {
+    const format* as = nullptr;                        ///< null: by the file's name
+    std::optional<radix> address_radix = std::nullopt; ///< hex where a format has the choice
+    std::optional<radix> data_radix = std::nullopt;
+    bool runs = true; ///< neighbouring equal words share a line where the format can
+};
+
+/// Takes the text of a file, piece by piece.
+class text_sink {
+public:
+    virtual ~text_sink() = default;
+    virtual void write(std::string_view text) = 0;
+};
+
+/// New words for addresses.
+struct assignment {
+    address_range addresses;
+    std::vector<word> words; ///< in order, from the first again when they are used up
+};
+
+/// What changes in a file, or why that is not possible.
+struct edit_result {
+    std::vector<text_edit> edits; ///< in order, not overlapping; none when there are diagnostics
+    std::vector<diagnostic> diagnostics;
+};
+
+/// A program or library that reads files of a format in its own way.
+struct consumer {
+    std::string_view name;  ///< "kvr": --for kvr
+    std::string_view title; ///< "the kvr library"
+    /// What it refuses or reads otherwise of @p contents, of which @p ours is our reading, with an image and
+    /// with `consumer` diagnostics of what our reader knows already, which are not to be repeated.
+    std::vector<diagnostic> (*check)(std::string_view contents, const read_options& options,
+                                     const read_result& ours);
+    std::string_view unset_words =
+        ""; ///< what becomes of words that are not set: "holds 0 there"; "": they stay so
+};
+
+/// A file format: what it says of itself, and what it can do. Functions that it does not have are null.
+struct format {
+    std::string_view id;    ///< "mif": --from mif
+    std::string_view title; ///< "MIF"
+    std::span<const std::string_view>
+        extensions; ///< without the dot, in lower case; `id` is one more name for --from
+
+    bool states_width = false; ///< a file says how many bits a word has; and so on
+    bool states_depth = false;
+    bool states_radix = false;
+    address_unit counts = address_unit::word;
+    bool holds_unset = true;      ///< a word may be left out
+    bool holds_dont_care = false; ///< a bit may be "don't care"
+    bool holds_ranges = false;    ///< neighbouring equal words may share a line (write_options::runs)
+
+    /// How sure it is that @p head, the first bytes of a file (all of it up to 64 KiB), is of this format.
+    certainty (*sniff)(std::string_view head) = nullptr;
+    read_result (*read)(std::string_view contents, const read_options& options) = nullptr;
+    /// The line of the file that sets the word at @p address last; nothing when none does. After read() has
+    /// taken it.
+    std::optional<place> (*find_word)(std::string_view contents, const read_options& options,
+                                      std::uint64_t address) = nullptr;
+    /// Calls a function with the place of each comment, in order, except those that write() itself makes. @p
+    /// contents may be anything.
+    void (*find_comments)(std::string_view contents, const std::function<void(const span&)>& take) = nullptr;
+    /// The edits that make @p contents, which read() takes as @p ours, hold the words of @p assignments; of
+    /// two for one address the later counts. Comments and layout stay.
+    edit_result (*edit)(std::string_view contents, const read_result& ours,
+                        std::span<const assignment> assignments) = nullptr;
+    /// Why @p image cannot be written; broken diagnostics without a place. Empty when write() may be called.
+    std::vector<diagnostic> (*can_write)(const memory_image& image, const write_options& options) = nullptr;
+    void (*write)(const memory_image& image, const write_options& options, text_sink& output) = nullptr;
+    /// Bytes that write() makes, about: an upper bound within a few per cent. It costs what the image holds,
+    /// not what it declares.
+    std::uint64_t (*written_size)(const memory_image& image, const write_options& options) = nullptr;
+    std::span<const consumer> consumers = {};
+};
+
+} // namespace kvrimage

@@ -1,0 +1,113 @@
+#include "kvrimage/formats/hex/hex_faults.h"
+
+#include "kvrimage/diagnostics/diagnose.h"
+
+#include <fmt/format.h>
+
+#include <string>
+
+namespace kvrimage {
+
+namespace {
+
+std::string_view line_end_of(std::string_view contents) {
+    const std::size_t newline = contents.find('\n');
+    const bool has_return = newline != std::string_view::npos && newline > 0 && contents[newline - 1] == '\r';
+    return has_return ? "\r\n" : "\n";
+}
+
+diagnostic describe_hex_digit(std::string_view contents, const hex_line& line) {
+    return diagnose::bad_digit(line.fault_place, line.fault_place.in(contents),
+                               line.record.where.in(contents), "hexadecimal");
+}
+
+diagnostic describe_second_record(const hex_line& line, std::string_view contents) {
+    diagnostic found = diagnose::second_record(line.fault_place);
+    found.fix = {{line.fault_place.offset, 0, std::string(line_end_of(contents))}};
+    found.repair = "the second record is now on a line of its own";
+    return found;
+}
+
+/// The digits of the record up to where the checksum should be are all there.
+diagnostic describe_missing_checksum(const hex_line& line) {
+    const std::string_view digits = line.record.digits;
+    const std::string fields(digits.substr(0, hex_record::header));
+    const std::string checksum = hex_checksum(fields);
+    const std::string_view given = digits.substr(hex_record::header);
+    diagnostic found = diagnose::checksum_missing(line.fault_place,
+                                                  given.empty() ? "the record has no checksum"
+                                                                : "the checksum has one digit, it needs 2",
+                                                  fields + checksum);
+    if (given.empty() || given[0] == checksum[0]) {
+        found.fix = {{line.fault_place.offset, 0, checksum.substr(given.size())}};
+        found.repair = fmt::format("checksum {} is added", checksum);
+    }
+    return found;
+}
+
+diagnostic describe_length(const hex_line& line) {
+    const hex_record& record = line.record;
+    const std::size_t all = record.digits.size();
+    const std::size_t digits = all > hex_record::shortest ? all - hex_record::shortest : 0;
+    const std::string_view length = record.digits.substr(0, 2);
+    const std::string stated = count_of(record.data_bytes, "byte");
+    if (digits % 2 != 0) {
+        return diagnose::record_length(
+            line.fault_place, length, stated,
+            fmt::format("{} {}, an odd number", digits == 1 ? "is" : "are", count_of(digits, "digit")),
+            "a digit is missing or too much");
+    }
+    const char* advice = record.data_bytes == digits / 2 + 1 ? "one byte is missing, or the checksum" : "";
+    return diagnose::record_length(line.fault_place, length, stated,
+                                   fmt::format("{} {}", digits == 2 ? "is" : "are", digits / 2),
+                                   all < hex_record::shortest ? "the checksum is missing, too" : advice);
+}
+
+diagnostic describe_checksum(std::string_view contents, const hex_line& line) {
+    const std::string_view digits = line.record.digits;
+    const std::string_view given = digits.substr(digits.size() - 2);
+    const std::string right = hex_checksum(digits.substr(0, digits.size() - 2));
+    diagnostic found = diagnose::checksum(line.fault_place, line.fault_place.in(contents), right, "");
+    found.fix = {{line.fault_place.offset, line.fault_place.length, right}};
+    found.repair = fmt::format("checksum {} is now {}", given, right);
+    return found;
+}
+
+} // namespace
+
+std::string count_of(std::uint64_t number, std::string_view noun) {
+    return fmt::format("{} {}{}", number, noun, number == 1 ? "" : "s");
+}
+
+std::string as_last_line(std::string_view contents, std::string_view text) {
+    const std::string_view line_end = line_end_of(contents);
+    const bool is_open = !contents.empty() && contents.back() != '\n';
+    return fmt::format("{}{}{}", is_open ? line_end : "", text, line_end);
+}
+
+diagnostic describe_hex_fault(std::string_view contents, const hex_line& line) {
+    const hex_record& record = line.record;
+    switch (line.fault) {
+    case hex_fault::bad_digit:
+        return describe_hex_digit(contents, line);
+    case hex_fault::second_record:
+        return describe_second_record(line, contents);
+    case hex_fault::too_short:
+        return diagnose::record_short(line.fault_place, count_of(record.digits.size(), "digit"));
+    case hex_fault::no_checksum:
+        return describe_missing_checksum(line);
+    case hex_fault::length:
+        return describe_length(line);
+    case hex_fault::checksum:
+        return describe_checksum(contents, line);
+    case hex_fault::type:
+        return diagnose::record_type(line.fault_place, record.digits.substr(6, 2));
+    case hex_fault::address_length:
+    case hex_fault::none:
+        break;
+    }
+    return diagnose::address_record_length(line.fault_place, record.digits.substr(6, 2),
+                                           count_of(record.data_bytes, "byte"));
+}
+
+} // namespace kvrimage

@@ -1,0 +1,37 @@
+#include "kvrimage/formats/hex/hex_format.h"
+
+#include "kvrimage/formats/hex/hex_comments.h"
+#include "kvrimage/formats/hex/hex_edit.h"
+#include "kvrimage/formats/hex/hex_kvr.h"
+#include "kvrimage/formats/hex/hex_reader.h"
+#include "kvrimage/formats/hex/hex_writer.h"
+
+#include <array>
+
+namespace kvrimage {
+
+namespace {
+
+constexpr std::array<std::string_view, 2> hex_extensions = {"hex", "ihex"};
+constexpr std::array<consumer, 1> hex_consumers = {
+    {{"kvr", "the kvr library", check_hex_for_kvr, "holds 0 there"}}};
+
+} // namespace
+
+const format hex_format = {
+    .id = "hex",
+    .title = "Intel HEX",
+    .extensions = hex_extensions,
+    .counts = address_unit::either,
+    .sniff = sniff_hex,
+    .read = read_hex,
+    .find_word = find_hex_word,
+    .find_comments = find_hex_comments,
+    .edit = edit_hex,
+    .can_write = can_write_hex,
+    .write = write_hex,
+    .written_size = size_of_hex,
+    .consumers = hex_consumers,
+};
+
+} // namespace kvrimage

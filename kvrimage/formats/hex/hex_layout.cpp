@@ -1,0 +1,37 @@
+#include "kvrimage/formats/hex/hex_layout.h"
+
+#include "kvrimage/formats/hex/hex_records.h"
+
+namespace kvrimage {
+
+namespace {
+
+/// The bytes of a word by all records; 0 when they do not say.
+std::uint32_t bytes_by_records(std::string_view contents) {
+    width_finder finder;
+    hex_offset offset;
+    static_cast<void>(for_each_data_record(contents, offset, [&finder](const hex_data& data) {
+        if (!data.is_in_doubt()) {
+            finder.take(data.address, data.bytes);
+        }
+    }));
+    return finder.bytes();
+}
+
+} // namespace
+
+hex_layout layout_of(const read_result& ours) {
+    return {.width = ours.image->width(),
+            .unit = ours.facts.unit.value_or(address_unit::word),
+            .order = ours.facts.order.value_or(byte_order::big)};
+}
+
+hex_layout layout_of(std::string_view contents, const read_options& options) {
+    hex_layout layout;
+    layout.unit = options.unit == address_unit::byte ? address_unit::byte : address_unit::word;
+    layout.order = layout.counts_bytes() ? options.order.value_or(byte_order::big) : byte_order::big;
+    layout.width = options.width ? *options.width : bytes_by_records(contents) * bits_per_byte;
+    return layout;
+}
+
+} // namespace kvrimage

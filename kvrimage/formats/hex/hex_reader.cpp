@@ -1,0 +1,463 @@
+#include "kvrimage/formats/hex/hex_reader.h"
+
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/formats/foreign_content.h"
+#include "kvrimage/formats/hex/hex_bytes.h"
+#include "kvrimage/formats/hex/hex_cells.h"
+#include "kvrimage/formats/hex/hex_faults.h"
+#include "kvrimage/formats/hex/hex_format.h"
+#include "kvrimage/formats/hex/hex_layout.h"
+#include "kvrimage/formats/hex/hex_records.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace kvrimage {
+
+namespace {
+
+constexpr std::size_t longest_line_of_kvr = 599;
+
+/// What the first records say of the bytes that an address counts; 0 when none of them does. Whether the
+/// others agree is found when they are read.
+std::uint32_t bytes_by_first_records(std::string_view contents) {
+    width_finder finder;
+    hex_offset offset;
+    hex_parser parser(contents);
+    while (finder.bytes() == 0 && parser.next()) {
+        const hex_record& record = parser.line().record;
+        if (parser.line().what != hex_line::kind::record || parser.line().fault != hex_fault::none) {
+            continue;
+        }
+        if (record.type == hex_record_type::data) {
+            finder.take(offset.value() + record.address, record.data_bytes);
+        } else if (sets_offset(record.type)) {
+            offset.take(record.type, record.data());
+        }
+    }
+    return finder.bytes();
+}
+
+/// Why a width other than that of the records, or the lack of one, is no reading.
+class layout_judge {
+public:
+    layout_judge(const read_options& given, const hex_layout& used) : options(given), layout(used) {}
+
+    void take(std::uint64_t address, std::uint32_t bytes, std::string_view digits) {
+        finder.take(address, bytes);
+        if (first_digits.empty()) {
+            first_digits = digits;
+        }
+    }
+    /// False where no width was given, and the records contradict each other, or the first ones say nothing.
+    [[nodiscard]] bool knows_width() const {
+        return options.width || (!layout.counts_bytes() && finder.bytes() != 0);
+    }
+    void report(diagnostic_list& diagnostics) const {
+        if (!knows_width()) {
+            diagnostics.add(diagnose::width_unknown({}));
+        } else if (layout.counts_bytes()) {
+            report_bytes(diagnostics);
+        } else if (options.width && options.unit != address_unit::word) {
+            report_contradiction(diagnostics);
+        }
+    }
+
+private:
+    void report_bytes(diagnostic_list& diagnostics) const {
+        if (layout.width % bits_per_byte != 0) {
+            diagnostics.add(diagnose::unit_width({}, layout.width));
+        } else if (layout.bytes_per_word() > 1 && !options.order) {
+            diagnostic found = diagnose::byte_order({}, layout.width);
+            found.hint = "add --endian " + orders();
+            diagnostics.add(std::move(found));
+        }
+    }
+    void report_contradiction(diagnostic_list& diagnostics) const {
+        const std::uint32_t found = finder.bytes();
+        if (found == 0 || found >= layout.bytes_per_word()) {
+            return;
+        }
+        const bool are_bytes = found == 1;
+        const std::string counted =
+            are_bytes ? "bytes" : fmt::format("words of {} bits", found * bits_per_byte);
+        const std::string other = are_bytes && layout.width % bits_per_byte == 0
+                                      ? "add --address-unit byte --endian " + orders() + "; "
+                                      : fmt::format("give --width {}; ", found * bits_per_byte);
+        diagnostic contradiction = diagnose::address_unit({}, counted, layout.width);
+        contradiction.hint = other + "or --address-unit word if words are left out";
+        diagnostics.add(std::move(contradiction));
+    }
+    /// "little (first word 00500113) or big (13015000)"
+    [[nodiscard]] std::string orders() const {
+        const std::string word(first_digits.substr(0, 2 * std::size_t{layout.bytes_per_word()}));
+        return fmt::format("little (first word {}) or big ({})", in_byte_order(word, byte_order::little),
+                           word);
+    }
+
+    const read_options& options;
+    const hex_layout& layout;
+    width_finder finder;
+    std::string first_digits;
+};
+
+class hex_reading {
+public:
+    hex_reading(std::string_view file, const read_options& given)
+        : contents(file),
+          options(given),
+          list(given.most_diagnostics, given.wants_repairs),
+          layout(first_layout(file, given)),
+          judge(options, layout),
+          parser(file) {
+        if (layout.width != 0 && (!layout.counts_bytes() || layout.width % bits_per_byte == 0)) {
+            cells.emplace(contents, layout, options.depth);
+        }
+    }
+
+    read_result read() {
+        while (read_plain_records(), parser.next()) {
+            take_line(parser.line());
+        }
+        if (!has_record) {
+            return foreign();
+        }
+        report_lines();
+        report_end();
+        report_words();
+        return result();
+    }
+
+private:
+    static hex_layout first_layout(std::string_view file, const read_options& given) {
+        hex_layout found;
+        found.unit = given.unit == address_unit::byte ? address_unit::byte : address_unit::word;
+        if (found.counts_bytes()) {
+            found.order = given.order.value_or(byte_order::big);
+            found.width = given.width.value_or(0);
+        } else {
+            found.width = given.width ? *given.width : bytes_by_first_records(file) * bits_per_byte;
+        }
+        return found;
+    }
+
+    void read_plain_records() {
+        if (end_line) {
+            return;
+        }
+        take_plain_records(parser, [this](const kvr::hex_record& record, const span& where) {
+            const std::uint64_t address = offset.value() + record.word_address;
+            if (wraps(record.word_address, record.data_bytes) ||
+                (cells && !cells->take_plain(record, address))) {
+                return false;
+            }
+            note_data(address, record.data_bytes, record.data(), where);
+            return true;
+        });
+    }
+
+    void take_line(const hex_line& line) {
+        if (line.what == hex_line::kind::blank) {
+            return;
+        }
+        last_content = line.content.end();
+        if (end_line) {
+            take_after_end(line);
+        } else if (line.what == hex_line::kind::text) {
+            take_text(line);
+        } else {
+            take_record(line);
+        }
+    }
+
+    void take_text(const hex_line& line) {
+        if (line.lacks_colon) {
+            diagnostic found = diagnose::colon_missing(line.content, line.content.in(contents));
+            found.fix = {{line.content.offset, 0, ":"}};
+            found.repair = "':' is added before the record";
+            list.add(std::move(found));
+            has_record = true;
+        } else {
+            (line.hides_record ? commented : text).add(line.content);
+        }
+    }
+
+    void take_record(const hex_line& line) {
+        const hex_record& record = line.record;
+        take_what_is_before(line);
+        if (pending_end) {
+            report_pending_end(record.type == hex_record_type::end);
+        }
+        if (line.fault == hex_fault::none) {
+            has_record = true;
+            check_length_of_line(line);
+            take_good_record(line);
+            return;
+        }
+        has_record = has_record || record.type != hex_record_type::unknown || line.fault == hex_fault::type;
+        if (record.type == hex_record_type::data) {
+            mark_unreadable(line);
+        }
+        if (record.type == hex_record_type::end) {
+            pending_end = describe_hex_fault(contents, line);
+            return;
+        }
+        has_faulty_record = true;
+        list.add(describe_hex_fault(contents, line));
+    }
+
+    void take_what_is_before(const hex_line& line) {
+        if (line.before.length == 0) {
+            return;
+        }
+        const std::string_view before = line.before.in(contents);
+        if (before == "\xEF\xBB\xBF" && line.before.offset == 0) {
+            diagnostic found = diagnose::mark_before_record(line.before);
+            found.fix = {{0, before.size(), ""}};
+            found.repair = "the byte-order mark is deleted";
+            list.add(std::move(found));
+        } else {
+            list.add(diagnose::before_record(line.before, before));
+        }
+    }
+
+    void check_length_of_line(const hex_line& line) {
+        if (line.whole.length <= longest_line_of_kvr) {
+            return;
+        }
+        const bool has_return = line.whole.in(contents).ends_with('\r');
+        diagnostic found = diagnose::record_long(line.content, line.whole.length, longest_line_of_kvr);
+        found.fix = {{line.whole.offset, line.whole.length,
+                      fmt::format(":{}{}", line.record.digits, has_return ? "\r" : "")}};
+        found.repair = "the blanks of the line are deleted";
+        list.add(std::move(found));
+    }
+
+    void take_good_record(const hex_line& line) {
+        const hex_record& record = line.record;
+        switch (record.type) {
+        case hex_record_type::data:
+            take_data(line);
+            break;
+        case hex_record_type::end:
+            end_line = record.where;
+            if (record.data_bytes != 0) {
+                list.add(diagnose::end_record_data(record.where, count_of(record.data_bytes, "byte")));
+            }
+            break;
+        case hex_record_type::segment_address:
+        case hex_record_type::linear_address:
+            offset.take(record.type, record.data());
+            break;
+        default:
+            list.add(diagnose::start_address(record.where, record.data()));
+            break;
+        }
+    }
+
+    void take_data(const hex_line& line) {
+        const hex_record& record = line.record;
+        const hex_data data{offset.value() + record.address, record.data_bytes, record.data(), &line,
+                            record.where};
+        if (wraps(record.address, record.data_bytes)) {
+            list.add(diagnose::address_wraps(record.where, offset.value() + hex_page_size - 1));
+            mark_unreadable(line);
+            return;
+        }
+        note_data(data.address, data.bytes, data.digits, data.where);
+        if (cells) {
+            cells->take(data);
+        }
+    }
+
+    /// True for a record after a segment address that does not end within 65536 addresses.
+    [[nodiscard]] bool wraps(std::uint32_t address, std::uint32_t bytes) const {
+        return offset.counts_segments() &&
+               address + bytes / std::max(1U, layout.bytes_per_cell()) > hex_page_size;
+    }
+
+    void note_data(std::uint64_t address, std::uint32_t bytes, std::string_view digits, const span& where) {
+        has_record = true;
+        if (bytes != 0) {
+            has_data = true;
+            judge.take(address, bytes, digits);
+        }
+        last_content = std::max(last_content, where.end());
+        if (pending_end) {
+            report_pending_end(false);
+        }
+    }
+
+    void mark_unreadable(const hex_line& line) {
+        if (cells) {
+            cells->mark_unreadable(offset.value() + line.record.address, line.record.data_bytes);
+        }
+    }
+
+    void take_after_end(const hex_line& line) {
+        const bool is_data = line.what == hex_line::kind::record &&
+                             (line.fault != hex_fault::none ||
+                              (line.record.type == hex_record_type::data && line.record.data_bytes != 0));
+        (is_data || line.lacks_colon ? records_after_end : text_after_end).add(line.content);
+    }
+
+    /// @param is_last no record follows
+    void report_pending_end(bool is_last) {
+        if (!is_last) {
+            pending_end->fix.clear();
+            pending_end->repair.clear();
+            pending_end->hint = "if it is repaired, the records after it are not read";
+        }
+        list.add(*std::exchange(pending_end, std::nullopt));
+        has_faulty_end = is_last;
+    }
+
+    /// The diagnostics that are one for all lines.
+    void report_lines() {
+        if (!text.empty()) {
+            list.add(diagnose::not_a_record(text));
+        }
+        if (!commented.empty()) {
+            list.add(diagnose::commented_record(commented));
+        }
+        if (!text_after_end.empty()) {
+            list.add(diagnose::behind_end_record(text_after_end));
+        }
+        if (!records_after_end.empty()) {
+            const auto line = 1 + std::ranges::count(contents.substr(0, end_line->offset), '\n');
+            list.add(diagnose::record_after_end(records_after_end, line));
+        }
+    }
+
+    void report_end() {
+        if (pending_end) {
+            report_pending_end(true);
+        }
+        if (!end_line && !has_faulty_end) {
+            diagnostic found = diagnose::missing_end_record(span{last_content, 0});
+            found.fix = {{contents.size(), 0, as_last_line(contents, ":00000001FF")}};
+            found.repair = "end record :00000001FF put after the last line";
+            list.add(std::move(found));
+        }
+    }
+
+    void report_words() {
+        if (!has_data) {
+            if (end_line && !list.has_broken() && !(options.depth && options.width)) {
+                list.add(diagnose::no_data(*end_line));
+            }
+            return;
+        }
+        if (!has_faulty_record) {
+            judge.report(list);
+        }
+        if (!judge.knows_width()) {
+            cells.reset();
+        }
+        if (cells) {
+            cells->report(list);
+        }
+    }
+
+    read_result result() {
+        read_result made;
+        if (cells) {
+            made.image = cells->finish(list);
+            made.unreadable = options.keep_going ? cells->unreadable() : std::vector<address_range>();
+        }
+        if (list.has_broken() && !options.keep_going) {
+            made.image.reset();
+        }
+        made.facts.unit = layout.unit;
+        if (layout.counts_bytes()) {
+            made.facts.order = layout.order;
+        }
+        made.facts.width_source = options.width ? "" : "the records";
+        made.facts.has_comments = !text.empty() || !commented.empty() || !text_after_end.empty();
+        return finished(std::move(made));
+    }
+
+    read_result finished(read_result made) {
+        made.facts.as = &hex_format;
+        made.facts.diagnostics_left_out = list.left_out();
+        made.diagnostics = list.finish(contents);
+        return made;
+    }
+
+    /// Of a file without a single record nothing else is worth a message.
+    read_result foreign() {
+        list = diagnostic_list(options.most_diagnostics);
+        list.add(foreign_content(contents).value_or(diagnose::not_hex({})));
+        return finished({});
+    }
+
+    std::string_view contents;
+    const read_options& options;
+    diagnostic_list list;
+    hex_layout layout;
+    layout_judge judge;
+    hex_parser parser;
+    hex_offset offset;
+    std::optional<hex_cells> cells; ///< nothing while nobody knows how wide a word is
+    places text, commented, text_after_end, records_after_end;
+    std::optional<span> end_line; ///< once the end record has come
+    std::optional<diagnostic>
+        pending_end;                ///< of an end record at fault, until it is known whether a record follows
+    std::uint64_t last_content = 0; ///< where the last line that holds something ends
+    bool has_record = false;
+    bool has_data = false;
+    bool has_faulty_record = false;
+    bool has_faulty_end = false;
+};
+
+} // namespace
+
+read_result read_hex(std::string_view contents, const read_options& options) {
+    return hex_reading(contents, options).read();
+}
+
+std::optional<place> find_hex_word(std::string_view contents, const read_options& options,
+                                   std::uint64_t address) {
+    const hex_layout layout = layout_of(contents, options);
+    if (layout.width == 0) {
+        return std::nullopt;
+    }
+    const std::uint64_t first = address * layout.cells_per_word();
+    std::optional<place> found;
+    hex_offset offset;
+    static_cast<void>(for_each_data_record(contents, offset, [&](const hex_data& data) {
+        if (!data.is_in_doubt() && data.address < first + layout.cells_per_word() &&
+            first < data.address + data.bytes / layout.bytes_per_cell()) {
+            found = place{0, 0, data.where.offset, data.where.length};
+        }
+    }));
+    if (found) {
+        const std::string_view before = contents.substr(0, found->offset);
+        found->line = 1 + static_cast<std::uint64_t>(std::ranges::count(before, '\n'));
+        found->column = before.size() - (before.rfind('\n') + 1) + 1;
+    }
+    return found;
+}
+
+certainty sniff_hex(std::string_view head) {
+    hex_parser parser(head);
+    certainty best = certainty::no;
+    for (unsigned records = 0; records < 2 && parser.next();) {
+        const hex_line& line = parser.line();
+        if (line.what != hex_line::kind::record) {
+            continue;
+        }
+        ++records;
+        if (line.fault == hex_fault::none && line.before.length <= 3) {
+            return certainty::certain;
+        }
+        const bool is_likely = line.record.type != hex_record_type::unknown;
+        best = std::max(best, is_likely ? certainty::likely : certainty::possible);
+    }
+    return best;
+}
+
+} // namespace kvrimage

@@ -1,0 +1,23 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace kvrimage {
+
+/// format::read for Intel HEX. Each word takes a whole number of bytes, and a record holds whole words.
+/// Addresses count words unless the caller says that they count bytes; without a width it is taken from the
+/// records.
+[[nodiscard]] read_result read_hex(std::string_view contents, const read_options& options);
+
+/// format::find_word for Intel HEX.
+[[nodiscard]] std::optional<place> find_hex_word(std::string_view contents, const read_options& options,
+                                                 std::uint64_t address);
+
+/// format::sniff for Intel HEX.
+[[nodiscard]] certainty sniff_hex(std::string_view head);
+
+} // namespace kvrimage

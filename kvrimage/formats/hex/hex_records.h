@@ -1,0 +1,109 @@
+#pragma once
+
+#include "kvr/memory/hex/fast_hex_record.h"
+#include "kvrimage/formats/hex/hex_parser.h"
+
+#include <cstdint>
+#include <string_view>
+
+namespace kvrimage {
+
+/// The word or byte address to which the addresses of records are relative. Each extended address record
+/// replaces what the one before it has set, also one of the other type.
+class hex_offset {
+public:
+    void take(hex_record_type type, std::string_view data) {
+        is_segment = type == hex_record_type::segment_address;
+        offset = std::uint64_t{hex_value(data)} << (is_segment ? segment_shift : linear_shift);
+    }
+    [[nodiscard]] std::uint64_t value() const noexcept { return offset; }
+    [[nodiscard]] bool counts_segments() const noexcept { return is_segment; }
+
+private:
+    static constexpr unsigned segment_shift = 4;
+    static constexpr unsigned linear_shift = 16;
+    std::uint64_t offset = 0;
+    bool is_segment = false;
+};
+
+/// Takes plain data records, of a line of their own without blanks or faults, at the front of what @p parser
+/// has to come, and gives each to @p take (digits of the data, address field, bytes, line), which answers
+/// false for one that is for the parser. What it takes is what the parser would hand out.
+template <class Take>
+void take_plain_records(hex_parser& parser, Take&& take) {
+    const std::string_view lines = parser.rest();
+    std::size_t done = 0;
+    std::uint32_t expected_bytes = 0;
+    kvr::hex_record record;
+    while (true) {
+        const std::size_t size = kvr::take_fast_hex_record(lines.substr(done), record, expected_bytes);
+        if (size == 0 || record.kind != kvr::hex_record_type::data ||
+            !take(record, span{parser.offset() + done, record.text.size() + 1})) {
+            break;
+        }
+        expected_bytes = record.data_bytes;
+        done += size;
+    }
+    parser.skip(done);
+}
+
+/// A data record of a file, by its absolute address.
+struct hex_data {
+    std::uint64_t address; ///< of the first cell
+    std::uint32_t bytes;
+    std::string_view digits; ///< of the data
+    const hex_line* line;    ///< null: a plain one, whose digits are in place
+    span where;
+
+    /// True when something is wrong with its digits, but not with their number.
+    [[nodiscard]] bool is_in_doubt() const noexcept {
+        return line != nullptr && line->fault != hex_fault::none;
+    }
+    /// Where @p count digits of the data from number @p first on are.
+    [[nodiscard]] span span_of(std::string_view contents, std::size_t first, std::size_t count) const {
+        const std::size_t index = hex_record::header + first;
+        return line != nullptr ? line->record.span_of(contents, index, count)
+                               : span{where.offset + 1 + index, count};
+    }
+};
+
+/// True for a data record that sets known addresses, though its digits or checksum are at fault.
+[[nodiscard]] inline bool has_known_addresses(const hex_line& line) {
+    const hex_record& record = line.record;
+    return (line.fault == hex_fault::checksum || line.fault == hex_fault::bad_digit) &&
+           record.type == hex_record_type::data &&
+           record.digits.size() == hex_record::shortest + std::size_t{2} * record.data_bytes;
+}
+
+/// Calls @p take with each data record before the end record, those among them whose digits are in doubt, and
+/// leaves out what else is at fault. Returns the parser where the end record was found; its line is that
+/// record, or the last line.
+/// @param offset starts at 0, and is the one in force at the end
+template <class Take>
+hex_parser for_each_data_record(std::string_view contents, hex_offset& offset, Take&& take) {
+    hex_parser parser(contents);
+    while (true) {
+        take_plain_records(parser, [&](const kvr::hex_record& plain, const span& where) {
+            take(hex_data{offset.value() + plain.word_address, plain.data_bytes, plain.data(), nullptr,
+                          where});
+            return true;
+        });
+        if (!parser.next()) {
+            return parser;
+        }
+        const hex_line& line = parser.line();
+        const hex_record& record = line.record;
+        const bool is_right = line.what == hex_line::kind::record && line.fault == hex_fault::none;
+        if (is_right && record.type == hex_record_type::end) {
+            return parser;
+        }
+        if (is_right && sets_offset(record.type)) {
+            offset.take(record.type, record.data());
+        } else if (record.type == hex_record_type::data && (is_right || has_known_addresses(line))) {
+            take(hex_data{offset.value() + record.address, record.data_bytes, record.data(), &line,
+                          record.where});
+        }
+    }
+}
+
+} // namespace kvrimage

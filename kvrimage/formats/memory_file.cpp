@@ -1,0 +1,253 @@
+#include "kvrimage/formats/memory_file.h"
+
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/files/input_file.h"
+#include "kvrimage/files/replacement_file.h"
+#include "kvrimage/formats/edited_text.h"
+#include "kvrimage/formats/foreign_content.h"
+#include "kvrimage/formats/registry.h"
+#include "kvrimage/formats/string_sink.h"
+#include "kvrimage/formats/unset_words.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <stdexcept>
+#include <utility>
+
+namespace kvrimage {
+
+namespace {
+
+/// The format in which a file is read, and one that it surely has instead.
+struct chosen_format {
+    const format* as = nullptr; ///< null: there is none
+    const format* surely = nullptr;
+};
+
+std::vector<sniffed> readable_ones(std::vector<sniffed> found) {
+    std::erase_if(found, [](const sniffed& each) { return each.as->read == nullptr; });
+    return found;
+}
+
+/// Whether @p contents are so surely of @p expected that no other format matters.
+bool are_certainly(const format& expected, std::string_view contents) {
+    constexpr std::size_t sniffed_bytes = std::size_t{64} << 10U; // see format::sniff
+    return expected.sniff != nullptr &&
+           expected.sniff(contents.substr(0, sniffed_bytes)) == certainty::certain;
+}
+
+chosen_format choose_format(std::string_view contents, const std::string& path, const read_options& options) {
+    const format* const expected = options.as != nullptr ? options.as : format_of_path(path);
+    if (expected != nullptr && are_certainly(*expected, contents)) {
+        return {expected, nullptr};
+    }
+    const std::vector<sniffed> found = readable_ones(sniff(contents, path));
+    if (expected == nullptr) {
+        return {found.empty() ? nullptr : found.front().as, nullptr};
+    }
+    const bool is_other = !found.empty() && found.front().how_sure == certainty::certain;
+    return {expected, is_other ? found.front().as : nullptr};
+}
+
+std::string titles_of_formats() {
+    std::string titles;
+    for (const format* each : formats()) {
+        titles += titles.empty() ? "" : ", ";
+        titles += each->title;
+    }
+    return titles;
+}
+
+read_result of_no_format(std::string_view contents) {
+    diagnostic_list list;
+    list.add(foreign_content(contents).value_or(diagnose::unknown_format(places(), titles_of_formats())));
+    read_result result;
+    result.diagnostics = list.finish(contents);
+    return result;
+}
+
+bool is_broken(const read_result& result) {
+    return std::ranges::any_of(result.diagnostics, [](const diagnostic& found) {
+        return about(found.id).level == diagnostic_class::broken;
+    });
+}
+
+/// One message says what is wrong with a file of another format; the faults that it has in ours are none.
+void note_other_format(const format& as, const format& surely, read_result& result) {
+    if (is_broken(result)) {
+        result.diagnostics = {diagnose::other_format(places(), surely.title, as.title, surely.id)};
+        result.facts.diagnostics_left_out = 0;
+    } else {
+        result.diagnostics.push_back(
+            diagnose::read_as_other_format(places(), surely.title, as.title, surely.id));
+    }
+}
+
+read_result read_as(const chosen_format& chosen, std::string_view contents, const read_options& options) {
+    if (chosen.as == nullptr) {
+        return of_no_format(contents);
+    }
+    if (chosen.as->read == nullptr) {
+        throw std::invalid_argument(fmt::format("{} cannot be read", chosen.as->title));
+    }
+    read_result result = chosen.as->read(contents, options);
+    result.facts.as = chosen.as;
+    if (chosen.surely != nullptr) {
+        note_other_format(*chosen.as, *chosen.surely, result);
+    }
+    return result;
+}
+
+/// The consumers of the file's format that are asked for.
+std::vector<consumer> consumers_of(const read_result& result, const check_options& options) {
+    std::vector<consumer> asked;
+    std::ranges::copy_if(
+        result.facts.as->consumers, std::back_inserter(asked), [&options](const consumer& each) {
+            return std::ranges::find(options.consumers, each.name) != options.consumers.end();
+        });
+    return asked;
+}
+
+/// What becomes of words that are not set, for the first consumer that does something with them.
+std::string consequence_of_gaps(std::span<const consumer> consumers) {
+    const auto found =
+        std::ranges::find_if(consumers, [](const consumer& each) { return !each.unset_words.empty(); });
+    return found != consumers.end() ? fmt::format("{} {}", found->title, found->unset_words) : "";
+}
+
+bool has(const std::vector<diagnostic>& found, diagnostic_id id) {
+    return std::ranges::find(found, id, &diagnostic::id) != found.end();
+}
+
+void add_gaps(read_result& result, std::span<const consumer> consumers) {
+    const unset_words unset = count_unset(*result.image);
+    if (unset.count == result.image->depth()) {
+        if (!has(result.diagnostics, diagnostic_id::no_words)) {
+            result.diagnostics.push_back(diagnose::no_words(places()));
+        }
+    } else if (unset.count != 0) {
+        result.diagnostics.push_back(diagnose::gap(places(), unset.count, result.image->depth(),
+                                                   unset.count == 1 ? "is" : "are", unset.first,
+                                                   consequence_of_gaps(consumers)));
+    }
+}
+
+read_result check_as(const chosen_format& chosen, std::string_view contents, const check_options& options) {
+    read_result result = read_as(chosen, contents, options.read);
+    if (is_broken(result)) {
+        return result;
+    }
+    std::erase_if(result.diagnostics, [&options](const diagnostic& found) {
+        return !found.consumer.empty() &&
+               std::ranges::find(options.consumers, found.consumer) == options.consumers.end();
+    });
+    const std::vector<consumer> consumers = consumers_of(result, options);
+    for (const consumer& each : consumers) {
+        std::ranges::move(each.check(contents, options.read, result), std::back_inserter(result.diagnostics));
+    }
+    if (result.image) {
+        add_gaps(result, consumers);
+    }
+    sort_by_place(result.diagnostics);
+    return result;
+}
+
+/// One round of repairs: those that can be made at once. False when there is none.
+bool repair_once(const chosen_format& chosen, const check_options& options, repaired& file) {
+    read_result found = check_as(chosen, file.contents, options);
+    std::vector<bool> taken;
+    const std::vector<text_edit> edits = fixes_at_once(found.diagnostics, taken);
+    file.contents = with_edits(std::move(file.contents), edits);
+    for (std::size_t i = 0; i < taken.size(); ++i) {
+        if (taken[i]) {
+            file.repairs.push_back(std::move(found.diagnostics[i]));
+        }
+    }
+    return !edits.empty();
+}
+
+/// @p options with the format of @p path where they name none.
+write_options with_format(write_options options, const std::string& path) {
+    if (options.as == nullptr) {
+        options.as = format_of_path(path);
+    }
+    if (options.as == nullptr) {
+        throw std::invalid_argument(fmt::format("nothing says in which format {} is to be written", path));
+    }
+    return options;
+}
+
+void require_writable(const memory_image& image, const write_options& options) {
+    const std::vector<diagnostic> obstacles = can_write(image, options);
+    if (!obstacles.empty()) {
+        throw std::invalid_argument(obstacles.front().message);
+    }
+}
+
+} // namespace
+
+read_result read(const std::filesystem::path& file, const read_options& options) {
+    const std::string path = file.string();
+    const input_file input(path);
+    return read_as(choose_format(input.contents(), path, options), input.contents(), options);
+}
+
+read_result parse(std::string_view contents, const read_options& options) {
+    return read_as(choose_format(contents, "", options), contents, options);
+}
+
+read_result check(std::string_view contents, const check_options& options) {
+    return check_as(choose_format(contents, "", options.read), contents, options);
+}
+
+repaired repair(std::string contents, const check_options& options) {
+    constexpr int most_rounds =
+        1000; // a repair can bring the next one to light; this is only for a mistake of ours
+    const chosen_format chosen = choose_format(contents, "", options.read);
+    if (chosen.as == nullptr || chosen.as->read == nullptr) {
+        throw std::invalid_argument(chosen.as == nullptr
+                                        ? "no format was named, and the contents fit none"
+                                        : fmt::format("{} cannot be read", chosen.as->title));
+    }
+    check_options with_repairs = options;
+    with_repairs.read.wants_repairs = true;
+    repaired file{std::move(contents), {}, {}};
+    for (int round = 0; round < most_rounds && repair_once(chosen, with_repairs, file); ++round) {
+    }
+    file.left = check_as(chosen, file.contents, options);
+    return file;
+}
+
+std::vector<diagnostic> can_write(const memory_image& image, const write_options& options) {
+    if (options.as == nullptr) {
+        throw std::invalid_argument("no format was named");
+    }
+    if (options.as->write == nullptr) {
+        throw std::invalid_argument(fmt::format("{} cannot be written", options.as->title));
+    }
+    return options.as->can_write != nullptr ? options.as->can_write(image, options)
+                                            : std::vector<diagnostic>();
+}
+
+void write(const memory_image& image, const std::filesystem::path& file, const write_options& options) {
+    const write_options chosen = with_format(options, file.string());
+    require_writable(image, chosen);
+    replacement_file output(file.string());
+    chosen.as->write(image, chosen, output);
+    output.commit();
+}
+
+std::string to_text(const memory_image& image, const write_options& options) {
+    require_writable(image, options);
+    string_sink output;
+    if (options.as->written_size != nullptr) {
+        output.text.reserve(options.as->written_size(image, options));
+    }
+    options.as->write(image, options, output);
+    return std::move(output.text);
+}
+
+} // namespace kvrimage

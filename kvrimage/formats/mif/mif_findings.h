@@ -1,0 +1,31 @@
+#pragma once
+
+#include "kvrimage/formats/mif/mif_cause.h"
+#include "kvrimage/formats/mif/mif_parser.h"
+
+namespace kvrimage {
+
+/// Makes one diagnostic of all findings of a kind; settings that a MIF does not have are named one by one.
+class mif_findings {
+public:
+    mif_findings(std::string_view contents, bool wants_repairs)
+        : text(contents),
+          all_repairs(wants_repairs) {}
+
+    void add(const mif_finding& found, diagnostic_list& list);
+    void forget(mif_syntax what) { causes[static_cast<std::size_t>(what)] = {}; }
+    void report(diagnostic_list& list);
+
+private:
+    struct cause {
+        mif_cause found;
+        std::string text;    ///< of the first place
+        std::string instead; ///< of the first place
+    };
+
+    std::string_view text;
+    bool all_repairs;
+    std::array<cause, mif_syntax_count> causes;
+};
+
+} // namespace kvrimage

@@ -1,0 +1,329 @@
+#include "kvrimage/formats/mif/mif_reader.h"
+
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/foreign_content.h"
+#include "kvrimage/formats/mif/mif_examiner.h"
+#include "kvrimage/formats/mif/mif_findings.h"
+#include "kvrimage/formats/mif/mif_format.h"
+#include "kvrimage/formats/mif/mif_header.h"
+#include "kvrimage/formats/mif/mif_header_parser.h"
+#include "kvrimage/formats/mif/mif_words.h"
+#include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_text.h"
+
+#include <algorithm>
+#include <limits>
+#include <memory>
+
+namespace kvrimage {
+
+namespace {
+
+/// Reads a MIF into the texts of its words, and finds what is wrong with its form and its settings.
+class mif_text_reader : public mif_sink {
+public:
+    mif_text_reader(std::string_view contents, const read_options& given, mif_fast_path path)
+        : text(contents),
+          options(given),
+          uses_fast_path(path == mif_fast_path::used),
+          findings(contents, given.wants_repairs),
+          list(given.wants_repairs ? std::numeric_limits<std::size_t>::max() : given.most_diagnostics),
+          header(contents) {}
+
+    void comment(const span& /*whole*/) override { has_comments = true; }
+    void finding(const mif_finding& found) override { findings.add(found, list); }
+    void setting(const mif_setting& found) override {
+        has_structure = true;
+        header.take(found, list);
+    }
+    void content(const span& keyword) override {
+        has_structure = has_structure || keyword.length != 0;
+        content_at = keyword;
+        if (!list.has_broken() && header.has(mif_keyword::width) && header.has(mif_keyword::depth)) {
+            header.compare_with_kvr(keyword.offset, list);
+        }
+        form = {header.radix_of(mif_keyword::address_radix), header.radix_of(mif_keyword::data_radix),
+                depth().value_or(deepest_mif)};
+        words.emplace(text, form);
+    }
+    void statement(const mif_statement& found) override {
+        has_unsound = has_unsound || !found.sound;
+        if (found.sound) {
+            words->set(found);
+        }
+    }
+    std::size_t read_lines(std::size_t offset) override {
+        return uses_fast_path && header.knows_radix(mif_keyword::address_radix) ? words->set_lines(offset)
+                                                                                : 0;
+    }
+
+    read_result finish();
+
+private:
+    [[nodiscard]] std::optional<std::uint64_t> depth() const {
+        return options.depth ? options.depth : header.number(mif_keyword::depth);
+    }
+    [[nodiscard]] std::optional<std::uint32_t> width() const {
+        const auto stated = header.number(mif_keyword::width);
+        return options.width || !stated ? options.width : std::optional(static_cast<std::uint32_t>(*stated));
+    }
+    void find_missing_settings(const image_words& all);
+    bool is_proportionate(const image_words& all);
+    bool make_words(image_words& all);
+    void examine();
+    [[nodiscard]] static std::uint64_t lowest_depth(const image_words& all);
+    void hand_out(read_result& result, std::unique_ptr<image_words> all);
+
+    std::string_view text;
+    const read_options& options;
+    bool uses_fast_path;
+    mif_findings findings;
+    diagnostic_list list;
+    mif_header header;
+    mif_number_form form;
+    std::optional<mif_words> words;
+    span content_at;
+    bool has_comments = false;
+    bool has_structure = false; ///< a setting or CONTENT
+    bool has_unsound = false;
+    bool has_unsigned = false;
+    bool is_unsigned = false; ///< all values are, though the radix that is stated is signed
+    std::vector<address_range> in_doubt;
+};
+
+void mif_text_reader::find_missing_settings(const image_words& all) {
+    const places where = content_at.length != 0 ? places(content_at) : places();
+    if (!header.has(mif_keyword::width) && !options.width) {
+        list.add(diagnose::missing_width(where));
+    }
+    if (!header.has(mif_keyword::depth) && !options.depth) {
+        list.add(diagnose::missing_depth(where, lowest_depth(all)));
+    }
+}
+
+/// The depth that the addresses need; 256 where there are none.
+std::uint64_t mif_text_reader::lowest_depth(const image_words& all) {
+    constexpr std::uint64_t usual = 256;
+    std::uint64_t depth = 0;
+    for_each_row_cycle_or_run(
+        all,
+        [&depth](const kvr::word_row& row, std::uint64_t first) {
+            depth = first + row.count;
+            return row.count;
+        },
+        [&depth](const text_cycle& cycle) {
+            depth = cycle.last + 1;
+            return cycle.length();
+        },
+        [&depth](const text_run& run) { depth = run.last + 1; });
+    return depth != 0 ? depth : usual;
+}
+
+/// False when the words would take much more memory than the file does.
+bool mif_text_reader::is_proportionate(const image_words& all) {
+    constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
+    constexpr std::uint64_t always_granted = std::uint64_t{16} << 20U;
+    constexpr std::uint64_t most_growth = 4;
+    const std::uint32_t bits = *width();
+    if (bits <= usual_width) {
+        return true;
+    }
+    std::uint64_t count = 0;
+    for_each_row_cycle_or_run(
+        all,
+        [&count](const kvr::word_row& row, std::uint64_t) {
+            count += row.count;
+            return row.count;
+        },
+        [&count](const text_cycle& cycle) {
+            count += cycle.period;
+            return cycle.length();
+        },
+        [&count](const text_run&) { ++count; });
+    const std::uint64_t size = count * (bits / bits_per_hex_digit);
+    if (size <= always_granted || size / most_growth <= text.size()) {
+        return true;
+    }
+    list.add(diagnose::too_large({}, count, bits, size >> 20U, text.size()));
+    return false;
+}
+
+/// Turns the texts into words. False when some are none, which are not set then.
+bool mif_text_reader::make_words(image_words& all) {
+    const std::uint32_t bits = *width();
+    bool all_words = true;
+    const auto convert = [&](std::string_view value, std::string& word) {
+        if (value.empty()) {
+            word.clear();
+            return true;
+        }
+        auto error = make_word(value, form.data, bits, word);
+        if (error && form.data == radix::dec && error->what == word_fault::kind::too_wide) {
+            error = make_word(value, radix::uns, bits, word);
+            has_unsigned = has_unsigned || !error;
+        }
+        if (error) {
+            word.clear();
+            all_words = false;
+        }
+        return true;
+    };
+    const auto keeps = [&](const kvr::word_row& row) {
+        return form.data == radix::hex && are_words(row, bits);
+    };
+    all.transform(convert, keeps);
+    return all_words;
+}
+
+/// Goes over the file again to say what is wrong with its numbers.
+void mif_text_reader::examine() {
+    const bool knows_data = header.knows_radix(mif_keyword::data_radix);
+    mif_examiner examiner(text, header, form, knows_data ? width() : std::nullopt, options.wants_repairs);
+    if (header.knows_radix(mif_keyword::address_radix)) {
+        parse_mif(text, examiner);
+        examiner.report(list);
+        in_doubt = std::move(examiner).in_doubt();
+        is_unsigned = has_unsigned && !examiner.has_negative();
+    }
+}
+
+void mif_text_reader::hand_out(read_result& result, std::unique_ptr<image_words> all) {
+    result.image.emplace(*width(), std::move(all));
+    for (const address_range& range : in_doubt) {
+        result.image->words().fill(range.first, range.last, {""});
+    }
+    // A later statement may have set what an earlier one left in doubt; that is in doubt, too.
+    std::ranges::sort(in_doubt, {}, &address_range::first);
+    for (const address_range& range : in_doubt) {
+        if (!result.unreadable.empty() && range.first <= result.unreadable.back().last + 1) {
+            result.unreadable.back().last = std::max(result.unreadable.back().last, range.last);
+        } else {
+            result.unreadable.push_back(range);
+        }
+    }
+}
+
+read_result mif_text_reader::finish() {
+    read_result result;
+    result.facts.as = &mif_format;
+    result.facts.address_radix = form.addresses;
+    result.facts.has_comments = has_comments;
+    if (!has_structure) {
+        if (auto foreign = foreign_content(text)) {
+            diagnostic_list only;
+            only.add(*std::move(foreign));
+            result.diagnostics = only.finish(text);
+            return result;
+        }
+        findings.forget(mif_syntax::header_text); // there is no header
+    }
+    const bool has_content = words.has_value();
+    if (!words) {
+        words.emplace(text, mif_number_form{radix::hex, radix::hex, 1});
+    }
+    const bool has_numbers = depth() && width() && header.knows_radix(mif_keyword::data_radix);
+    const bool has_doubts = has_unsound || words->has_bad_statement() || words->has_overlap();
+    auto all = std::make_unique<image_words>(words->take());
+    if (has_structure || has_content) {
+        find_missing_settings(*all);
+    }
+    bool all_words = true;
+    bool fits_memory = has_numbers;
+    if (has_numbers) {
+        fits_memory = is_proportionate(*all);
+        all_words = !fits_memory || make_words(*all);
+    }
+    if (has_doubts || !all_words || has_unsigned) {
+        examine();
+    }
+    findings.report(list);
+    result.facts.data_radix = is_unsigned ? radix::uns : form.data;
+    if (fits_memory && (!list.has_broken() || options.keep_going)) {
+        hand_out(result, std::move(all));
+    }
+    result.facts.diagnostics_left_out = list.left_out();
+    result.diagnostics = list.finish(text);
+    return result;
+}
+
+/// The last statement that sets an address.
+class mif_word_finder : public mif_sink {
+public:
+    mif_word_finder(std::string_view contents, std::uint64_t wanted)
+        : text(contents),
+          address(wanted),
+          header(contents) {}
+
+    void setting(const mif_setting& found) override { header.take(found, ignored); }
+    void statement(const mif_statement& found) override {
+        const mif_number_form form{header.radix_of(mif_keyword::address_radix), radix::hex, deepest_mif};
+        const mif_addresses addresses = addresses_of(found, text, form);
+        if (addresses.what == mif_addresses::fault::none && addresses.first <= address &&
+            address <= addresses.last) {
+            last = found.whole;
+        }
+    }
+    [[nodiscard]] std::optional<place> found() const {
+        if (!last) {
+            return std::nullopt;
+        }
+        const std::string_view before = text.substr(0, last->offset);
+        return place{static_cast<std::uint64_t>(std::ranges::count(before, '\n')) + 1,
+                     last->offset - (before.rfind('\n') + 1) + 1, last->offset, last->length};
+    }
+
+private:
+    std::string_view text;
+    std::uint64_t address;
+    mif_header header;
+    diagnostic_list ignored{0};
+    std::optional<span> last;
+};
+
+/// Counts what only a MIF has.
+class mif_trait_counter : public mif_sink {
+public:
+    explicit mif_trait_counter(std::string_view head) : text(head) {}
+
+    void setting(const mif_setting& found) override { settings += found.value.length != 0 ? 1 : 0; }
+    void content(const span& keyword) override { has_content = keyword.length != 0; }
+    /// Skips the lines that cannot change the answer any more.
+    std::size_t read_lines(std::size_t offset) override {
+        const std::size_t end = text.rfind('\n') + 1;
+        return how_sure() == certainty::certain && end > offset ? end - offset : 0;
+    }
+    [[nodiscard]] certainty how_sure() const {
+        if (settings + (has_content ? 1 : 0) >= 2) {
+            return certainty::certain;
+        }
+        return settings != 0 || has_content ? certainty::likely : certainty::no;
+    }
+
+private:
+    std::string_view text;
+    int settings = 0;
+    bool has_content = false;
+};
+
+} // namespace
+
+read_result read_mif(std::string_view contents, const read_options& options, mif_fast_path path) {
+    mif_text_reader reader(contents, options, path);
+    parse_mif(contents, reader);
+    return reader.finish();
+}
+
+std::optional<place> find_mif_word(std::string_view contents, const read_options& /*options*/,
+                                   std::uint64_t address) {
+    mif_word_finder finder(contents, address);
+    parse_mif(contents, finder);
+    return finder.found();
+}
+
+certainty sniff_mif(std::string_view head) {
+    mif_trait_counter traits(head);
+    parse_mif(head, traits);
+    return traits.how_sure();
+}
+
+} // namespace kvrimage

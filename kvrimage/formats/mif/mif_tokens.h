@@ -1,0 +1,104 @@
+#pragma once
+
+#include "kvrimage/formats/mif/mif_parser.h"
+
+namespace kvrimage {
+
+/// The longest line that the library kvr takes, its line end not counted.
+inline constexpr std::size_t longest_kvr_line = 511;
+
+struct mif_token {
+    enum class kind : std::uint8_t { word, equals, semicolon, colon, open, close, comma, dots, end };
+
+    kind what = kind::end;
+    span at;
+    bool starts_line = false;   ///< only blanks and comments precede it in its line
+    bool after_comment = false; ///< a "%" precedes it in its line
+    bool is_glued = false;      ///< nothing but line ends and comments is between it and the word before it
+
+    [[nodiscard]] bool is(kind one) const noexcept { return what == one; }
+};
+
+/// The part of a file that is being read. What a comment may hide differs from part to part.
+enum class mif_section : std::uint8_t { header, content, behind_end };
+
+/// Cuts a MIF into tokens, and hands its comments to the sink.
+class mif_tokens {
+public:
+    mif_tokens(std::string_view contents, mif_sink& comments_and_findings)
+        : text(contents),
+          sink(comments_and_findings) {}
+
+    /// A place between two tokens.
+    struct cursor {
+        std::size_t at = 0;
+        std::size_t line_begin = 0;
+        bool percent_in_line = false;
+        bool token_in_line = false;
+        bool separated = true; ///< since the last token
+        bool after_word = false;
+    };
+
+    /// The next token, which stays ahead until it is taken.
+    const mif_token& peek();
+    mif_token take();
+    [[nodiscard]] const cursor& place() const noexcept { return has_ahead ? before_ahead : here; }
+    void go_back_to(const cursor& earlier);
+    /// Skips the rest of a line that has not ended, up to the first ";" on it, which is taken too. What was
+    /// skipped, blanks at its end not counted.
+    span skip_statement();
+
+    /// The begin of the line at hand when no token of it was taken; nothing else.
+    [[nodiscard]] std::optional<std::size_t> line_without_tokens();
+    /// Where the line begins that the last token, be it ahead, is in.
+    [[nodiscard]] std::size_t line() const noexcept { return here.line_begin; }
+    /// Skips the first @p bytes of the file.
+    void skip_mark(std::size_t bytes) { here.at = bytes; }
+    /// Skips whole lines from there on.
+    void skip_lines(std::size_t bytes);
+
+    void enter(mif_section next) { section = next; }
+    [[nodiscard]] std::string_view contents() const noexcept { return text; }
+    [[nodiscard]] std::string_view in(const span& where) const { return where.in(text); }
+    /// True when a line ends between the two offsets.
+    [[nodiscard]] bool has_line_end(std::uint64_t from, std::uint64_t to) const;
+
+private:
+    void skip_blanks();
+    void measure_line(std::size_t end);
+    [[nodiscard]] std::optional<text_edit> shortened(const span& line) const;
+    void skip_line_end();
+    void skip_percent_comment();
+    void skip_comment_of_lines(std::size_t close);
+    void take_comment(std::size_t end);
+    void find_once(mif_syntax what, const span& where, std::optional<text_edit> repair = {});
+    [[nodiscard]] std::size_t end_of_line(std::size_t from) const;
+    [[nodiscard]] std::size_t end_of_word(std::size_t from) const;
+    [[nodiscard]] bool is_read_by_kvr(std::string_view line) const;
+    mif_token read();
+
+    std::string_view text;
+    mif_sink& sink;
+    mif_section section = mif_section::header;
+    cursor here;
+    std::size_t reported = 0;       ///< comments that begin before this are known
+    std::size_t measured_lines = 0; ///< lines that begin before this, too
+    mif_token ahead;
+    cursor before_ahead;
+    bool has_ahead = false;
+};
+
+[[nodiscard]] inline text_edit insertion_at(std::uint64_t offset, std::string text) {
+    return {offset, 0, std::move(text)};
+}
+
+/// True for what begins a statement, a setting, or the content: "0 :", "[", "WIDTH", "CONTENT", "END".
+[[nodiscard]] bool looks_like_mif(std::string_view line);
+
+/// True when the library makes something of @p line, one of the header, though it may be no setting.
+[[nodiscard]] bool is_read_as_header(std::string_view line);
+
+/// True when @p text is @p upper_case_word in any letter case.
+[[nodiscard]] bool is_keyword(std::string_view text, std::string_view upper_case_word) noexcept;
+
+} // namespace kvrimage

@@ -1,0 +1,69 @@
+#pragma once
+
+#include "kvr/memory/mif/fast_mif_lines.h"
+#include "kvr/memory/mif/mif_memory.h"
+#include "kvr/memory/store/address_set.h"
+#include "kvrimage/formats/mif/mif_parser.h"
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/radix.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace kvrimage {
+
+/// How the numbers of a MIF are read.
+struct mif_number_form {
+    radix addresses = radix::hex;
+    radix data = radix::hex;
+    std::uint64_t depth = 0;
+};
+
+/// Which addresses a statement sets.
+struct mif_addresses {
+    enum class fault : std::uint8_t { none, no_number, negative, beyond, goes_down };
+
+    fault what = fault::none;
+    bool at_last = false; ///< the fault is that of the upper end
+    std::uint64_t first = 0;
+    std::uint64_t last = 0; ///< that the values reach, where there is none or the fault is `beyond`
+};
+[[nodiscard]] mif_addresses addresses_of(const mif_statement& statement, std::string_view contents,
+                                         const mif_number_form& form);
+
+/// Collects the words of a MIF, as the texts that they are in the file.
+class mif_words {
+public:
+    mif_words(std::string_view contents, const mif_number_form& numbers);
+
+    void set(const mif_statement& statement);
+    /// Reads regular lines from @p offset, the begin of a line, on. How many bytes it has read.
+    std::size_t set_lines(std::size_t offset);
+
+    /// True when a statement was not taken, since its addresses are none.
+    [[nodiscard]] bool has_bad_statement() const noexcept { return bad_statement; }
+    /// True when an address may have been set twice other than by a single address after a range.
+    [[nodiscard]] bool has_overlap() const noexcept { return overlap; }
+    [[nodiscard]] kvr::word_store take() { return std::move(memory.data_words); }
+
+private:
+    void note_single(std::uint32_t address);
+    void note_list(std::uint32_t first, std::uint64_t count);
+    void note_range(std::uint32_t first, std::uint32_t last);
+    void note_lists_of(std::string_view lines);
+
+    std::string_view text;
+    mif_number_form form;
+    kvr::mif_memory memory; ///< its set of addresses is those of single values
+    kvr::fast_mif_lines fast_lines;
+    kvr::address_set listed; ///< addresses that lists have set
+    bool has_lists = false;
+    std::size_t whole_lines_end;
+    std::vector<std::string_view> values;
+    bool bad_statement = false;
+    bool overlap = false;
+};
+
+} // namespace kvrimage

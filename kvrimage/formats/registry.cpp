@@ -1,0 +1,80 @@
+#include "kvrimage/formats/registry.h"
+
+#include "kvr/util/letter_case.h"
+#include "kvrimage/formats/hex/hex_format.h"
+#include "kvrimage/formats/mif/mif_format.h"
+#include "kvrimage/formats/rif/rif_format.h"
+
+#include <algorithm>
+
+namespace kvrimage {
+
+namespace {
+
+/// A line for each format.
+std::vector<const format*>& registered() {
+    static std::vector<const format*> all = {
+        &mif_format,
+        &hex_format,
+        &rif_format,
+    };
+    return all;
+}
+
+bool has_extension(const format& one, std::string_view extension) {
+    return std::ranges::any_of(one.extensions, [extension](std::string_view name) {
+        return kvr::equal_ignoring_case(name, extension);
+    });
+}
+
+/// What follows the last dot of the file's name; "" when there is none.
+std::string_view extension_of(std::string_view path) {
+    const std::size_t dot = path.find_last_of("./");
+    return dot != std::string_view::npos && path[dot] == '.' ? path.substr(dot + 1) : std::string_view();
+}
+
+const format* find_format(std::string_view name, bool by_id) {
+    const auto found = std::ranges::find_if(registered(), [name, by_id](const format* one) {
+        return has_extension(*one, name) || (by_id && kvr::equal_ignoring_case(one->id, name));
+    });
+    return found != registered().end() ? *found : nullptr;
+}
+
+} // namespace
+
+std::span<const format* const> formats() {
+    return registered();
+}
+
+void add_format(const format& added) {
+    registered().push_back(&added);
+}
+
+const format* format_of_name(std::string_view name) {
+    return find_format(name, true);
+}
+
+const format* format_of_path(std::string_view path) {
+    return find_format(extension_of(path), false);
+}
+
+std::vector<sniffed> sniff(std::string_view head, std::string_view file_name) {
+    constexpr std::size_t most_sniffed = 65536;
+    const std::string_view extension = extension_of(file_name);
+    std::vector<sniffed> found;
+    for (const format* one : registered()) {
+        const certainty how_sure =
+            one->sniff != nullptr ? one->sniff(head.substr(0, most_sniffed)) : certainty::no;
+        if (how_sure != certainty::no) {
+            found.push_back({one, how_sure});
+        }
+    }
+    std::ranges::stable_sort(found, [extension](const sniffed& left, const sniffed& right) {
+        return left.how_sure != right.how_sure
+                   ? left.how_sure > right.how_sure
+                   : has_extension(*left.as, extension) && !has_extension(*right.as, extension);
+    });
+    return found;
+}
+
+} // namespace kvrimage

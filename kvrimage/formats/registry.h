@@ -1,0 +1,35 @@
+#pragma once
+
+#include "kvrimage/export.h"
+#include "kvrimage/formats/format.h"
+
+#include <span>
+#include <string_view>
+#include <vector>
+
+namespace kvrimage {
+
+/// All formats, in the order in which people should see them.
+[[nodiscard]] KVRIMAGE_API std::span<const format* const> formats();
+
+/// Adds a format of the program's own, which must live as long as the program, behind the others.
+KVRIMAGE_API void add_format(const format& added);
+
+/// The format called @p name, by its identifier or an extension, letter case ignored; null for other names.
+[[nodiscard]] KVRIMAGE_API const format* format_of_name(std::string_view name);
+
+/// The first format that has the extension of @p path; null when none has it.
+[[nodiscard]] KVRIMAGE_API const format* format_of_path(std::string_view path);
+
+/// A format that a file may have.
+struct sniffed {
+    const format* as;
+    certainty how_sure;
+};
+
+/// The formats that @p head, the first bytes of a file (up to 64 KiB of it are looked at), may have, the
+/// surest first; among equally sure ones those that have the extension of @p file_name first. None: it looks
+/// like no format.
+[[nodiscard]] KVRIMAGE_API std::vector<sniffed> sniff(std::string_view head, std::string_view file_name = {});
+
+} // namespace kvrimage

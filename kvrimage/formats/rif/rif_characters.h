@@ -1,0 +1,28 @@
+#pragma once
+
+#include "kvr/numeric/digit_value.h"
+
+namespace kvrimage {
+
+// Characters of a RIF file.
+
+[[nodiscard]] inline bool is_hex_digit(char character) noexcept {
+    return kvr::digit_value(character) < 16;
+}
+
+/// A hexadecimal digit, or "X" or "x" for four don't-care bits.
+[[nodiscard]] inline bool is_rif_digit(char character) noexcept {
+    return kvr::digit_value(character) <= kvr::dont_care_digit;
+}
+
+/// "U" or "u", which the library kvr lets pass in words though it is no digit.
+[[nodiscard]] inline bool is_unknown_digit(char character) noexcept {
+    return character == 'U' || character == 'u';
+}
+
+[[nodiscard]] inline bool is_letter_or_digit(char character) noexcept {
+    return (character >= '0' && character <= '9') || (character >= 'A' && character <= 'Z') ||
+           (character >= 'a' && character <= 'z');
+}
+
+} // namespace kvrimage

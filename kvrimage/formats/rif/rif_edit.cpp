@@ -1,0 +1,198 @@
+#include "kvrimage/formats/rif/rif_edit.h"
+
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/edit/digit_style.h"
+#include "kvrimage/edit/touched_places.h"
+#include "kvrimage/formats/rif/rif_diagnostics.h"
+#include "kvrimage/formats/rif/rif_parser.h"
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/word_text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace kvrimage {
+
+namespace {
+
+/// @p word, which RIF can hold, as the file shows it.
+std::string rif_text(const word& value, const digit_style& style) {
+    std::string text = in_style(value.to_text(radix::hex).value(), style);
+    if (text.starts_with("0x")) {
+        std::ranges::replace(text, 'x', 'X'); // what looks like a prefix is none
+    }
+    return text;
+}
+
+/// The words of a line that have neighbouring addresses.
+struct word_line {
+    std::uint64_t number; ///< counts them
+    std::uint64_t first;  ///< address
+    std::vector<span> words;
+
+    [[nodiscard]] address_range addresses() const { return {first, first + words.size() - 1}; }
+};
+
+/// Calls @p take_words with every word_line of @p contents, and @p take_address with the digits of every
+/// address.
+template <class TakeWords, class TakeAddress>
+void for_each_word_line(std::string_view contents, TakeWords&& take_words, TakeAddress&& take_address) {
+    word_line line{0, 0, {}};
+    const auto end_line = [&] {
+        if (!line.words.empty()) {
+            take_words(std::as_const(line));
+            ++line.number;
+            line.words.clear();
+        }
+    };
+    for_each_rif_piece(contents, [&](const rif_piece& piece) {
+        if (piece.what == rif_piece::kind::word && piece.address != no_rif_address) {
+            line.first = line.words.empty() ? piece.address : line.first;
+            line.words.push_back(piece.where);
+        } else if (piece.what == rif_piece::kind::line_end ||
+                   piece.what == rif_piece::kind::carriage_return) {
+            end_line();
+        } else if (piece.what == rif_piece::kind::address) {
+            end_line();
+            take_address(piece.digits.in(contents));
+        }
+    });
+    end_line();
+}
+
+/// What one look at the lines finds.
+struct line_survey {
+    std::vector<setting_place> places;
+    std::size_t words_a_line = 1; ///< of the longest line
+    digit_style address{1, true}; ///< lower-case, as the library kvr writes them
+    digit_style value;
+};
+
+line_survey survey_lines(std::string_view contents, const edit_pieces& pieces) {
+    line_survey survey;
+    style_finder values;
+    for_each_word_line(
+        contents,
+        [&](const word_line& line) {
+            if (pieces.touch(line.addresses())) {
+                survey.places.push_back({line.number, line.addresses()});
+            }
+            survey.words_a_line = std::max(survey.words_a_line, line.words.size());
+            for (const span& word : line.words) {
+                values.see(word.in(contents));
+            }
+        },
+        [&](std::string_view digits) {
+            const bool has_upper = std::ranges::any_of(digits, [](char c) { return c >= 'A' && c <= 'F'; });
+            survey.address = {digits.starts_with('0') ? digits.size() : 1, !has_upper};
+        });
+    survey.value = values.found();
+    return survey;
+}
+
+/// The text of the word that the file has for @p address; "" when it has none that can be read.
+std::string_view old_text(const memory_image& image, std::uint64_t address) {
+    return address < image.depth() ? image.words()[address] : "";
+}
+
+/// Replaces the words of @p line that @p pieces give another value.
+void change_line(std::string_view contents, const memory_image& image, const word_line& line,
+                 const std::vector<edit_piece>& pieces, std::vector<text_edit>& edits) {
+    for (const edit_piece& piece : pieces) {
+        for (std::uint64_t address = piece.first; address <= piece.last; ++address) {
+            if (old_text(image, address) != piece.text_at(address)) {
+                const span& where = line.words[address - line.first];
+                edits.push_back({where.offset, where.length,
+                                 rif_text(piece.word_at(address), style_of(where.in(contents)))});
+            }
+        }
+    }
+}
+
+void change_words(std::string_view contents, const memory_image& image,
+                  const std::vector<touched_place>& places, std::vector<text_edit>& edits) {
+    auto next = places.begin();
+    for_each_word_line(
+        contents,
+        [&](const word_line& line) {
+            if (next != places.end() && next->number == line.number) {
+                change_line(contents, image, line, next->pieces, edits);
+                ++next;
+            }
+        },
+        [](std::string_view) {});
+}
+
+/// Address lines and lines of words for @p pieces, each line after @p line_end.
+std::string lines_for_unset(const std::vector<edit_piece>& pieces, const line_survey& survey,
+                            std::string_view line_end) {
+    std::string lines;
+    std::uint64_t next = ~std::uint64_t{0};
+    std::size_t words_in_line = 0;
+    for (const edit_piece& piece : pieces) {
+        if (piece.first != next) {
+            lines.append(line_end).append("@");
+            lines.append(in_style(fmt::format("{:X}", piece.first), survey.address));
+            words_in_line = 0;
+        }
+        for (std::uint64_t address = piece.first; address <= piece.last; ++address) {
+            lines.append(words_in_line == 0 ? line_end : " ");
+            lines.append(rif_text(piece.word_at(address), survey.value));
+            words_in_line = (words_in_line + 1) % survey.words_a_line;
+        }
+        next = piece.last + 1;
+    }
+    return lines;
+}
+
+/// Where lines are added: a final line end, or that there is none, stays as it is.
+std::size_t end_of_last_line(std::string_view contents) {
+    if (!contents.ends_with('\n')) {
+        return contents.size();
+    }
+    return contents.size() - (contents.ends_with("\r\n") ? 2 : 1);
+}
+
+/// Why RIF cannot hold what @p made sets.
+std::optional<diagnostic> find_unwritable(const assignment& made) {
+    if (made.addresses.last > highest_rif_address) {
+        return diagnose::address_outside({}, fmt::format("{:X}", made.addresses.last),
+                                         highest_rif_address_text);
+    }
+    for (std::size_t index = 0; index < made.words.size(); ++index) {
+        if (!made.words[index].to_text(radix::hex)) {
+            return diagnose::dont_care_bit({}, text_of_word(made.words[index]), made.addresses.first + index);
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace
+
+edit_result edit_rif(std::string_view contents, const read_result& ours,
+                     std::span<const assignment> assignments) {
+    edit_result result;
+    for (const assignment& made : assignments) {
+        if (auto unwritable = find_unwritable(made)) {
+            result.diagnostics.push_back(std::move(*unwritable));
+        }
+    }
+    if (!result.diagnostics.empty()) {
+        return result;
+    }
+    edit_pieces pieces(assignments);
+    const line_survey survey = survey_lines(contents, pieces);
+    change_words(contents, *ours.image, find_touched_places(survey.places, pieces), result.edits);
+    if (!pieces.empty()) {
+        const std::string lines = lines_for_unset(pieces.all(), survey, rif_line_end(contents));
+        result.edits.push_back({end_of_last_line(contents), 0, lines});
+    }
+    return result;
+}
+
+} // namespace kvrimage

@@ -1,0 +1,14 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <string_view>
+#include <vector>
+
+namespace kvrimage {
+
+/// consumer::check() of the library kvr for RIF.
+[[nodiscard]] std::vector<diagnostic> check_rif_for_kvr(std::string_view contents,
+                                                        const read_options& options, const read_result& ours);
+
+} // namespace kvrimage

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <string_view>
+
+namespace kvrimage {
+
+/// format::read() for RIF. Without a width it is that of the digits of the longest word.
+[[nodiscard]] read_result read_rif(std::string_view contents, const read_options& options);
+
+} // namespace kvrimage

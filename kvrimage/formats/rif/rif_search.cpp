@@ -1,0 +1,73 @@
+#include "kvrimage/formats/rif/rif_search.h"
+
+#include "kvrimage/formats/rif/fast_rif_lines.h"
+#include "kvrimage/formats/rif/rif_parser.h"
+
+#include <algorithm>
+
+namespace kvrimage {
+
+namespace {
+
+/// Looks for the words of one address.
+class rif_search final : public rif_sink {
+public:
+    rif_search(std::string_view contents, std::uint64_t of)
+        : text(contents),
+          parser(contents, *this),
+          address(of) {}
+
+    std::optional<place> find(bool only_first) {
+        while (!parser.at_end() && !(only_first && found)) {
+            if (!skip_fast_line()) {
+                first_only = only_first;
+                parser.parse_line();
+            }
+        }
+        return found;
+    }
+    void take(const rif_piece& piece) override {
+        const bool is_it = piece.what == rif_piece::kind::word && piece.address == address;
+        if (is_it && !(first_only && found)) {
+            found = place{0, 0, piece.where.offset, piece.where.length};
+        }
+    }
+
+private:
+    /// False for a line that may have the word.
+    bool skip_fast_line() {
+        const fast_rif_line line = find_fast_rif_line(text, parser.position());
+        const std::uint64_t first = parser.next_address();
+        if (line.end == 0 || (first <= address && address - first < line.count)) {
+            return false;
+        }
+        const std::uint64_t next = first != no_rif_address ? first + line.count : first;
+        parser.skip_to(line.end, line.is_address ? line.address : next);
+        return true;
+    }
+
+    std::string_view text;
+    rif_parser parser;
+    std::uint64_t address;
+    bool first_only = false;
+    std::optional<place> found;
+};
+
+} // namespace
+
+std::optional<place> first_rif_word(std::string_view contents, std::uint64_t address) {
+    return rif_search(contents, address).find(true);
+}
+
+std::optional<place> find_rif_word(std::string_view contents, const read_options& /*options*/,
+                                   std::uint64_t address) {
+    std::optional<place> found = rif_search(contents, address).find(false);
+    if (found) {
+        const std::string_view before = contents.substr(0, found->offset);
+        found->line = static_cast<std::uint64_t>(std::ranges::count(before, '\n')) + 1;
+        found->column = before.size() - (before.rfind('\n') + 1) + 1;
+    }
+    return found;
+}
+
+} // namespace kvrimage

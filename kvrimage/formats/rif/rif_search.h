@@ -1,0 +1,18 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace kvrimage {
+
+/// The first word of @p contents for @p address, without its line and column.
+[[nodiscard]] std::optional<place> first_rif_word(std::string_view contents, std::uint64_t address);
+
+/// format::find_word() for RIF: the last word for @p address.
+[[nodiscard]] std::optional<place> find_rif_word(std::string_view contents, const read_options& options,
+                                                 std::uint64_t address);
+
+} // namespace kvrimage

@@ -1,0 +1,18 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <string>
+#include <string_view>
+
+namespace kvrimage {
+
+/// Keeps the text of a file in memory.
+class string_sink : public text_sink {
+public:
+    void write(std::string_view more) override { text += more; }
+
+    std::string text;
+};
+
+} // namespace kvrimage

@@ -1,0 +1,52 @@
+#include "kvrimage/formats/unset_words.h"
+
+#include "kvrimage/image/word_runs.h"
+
+namespace kvrimage {
+
+namespace {
+
+/// Follows the words that are set, in order, and keeps what lies between them.
+class gap_counter {
+public:
+    /// The @p count words from @p offset on are set.
+    std::uint64_t skip(std::uint64_t offset, std::uint64_t count) {
+        close(offset);
+        next = offset + count;
+        return count;
+    }
+
+    void close(std::uint64_t end) {
+        if (end > next && found.count == 0) {
+            found.first = next;
+        }
+        found.count += end - next;
+        next = end;
+    }
+
+    [[nodiscard]] unset_words result() const { return found; }
+
+private:
+    unset_words found;
+    std::uint64_t next = 0; ///< the first offset that nothing is known of
+};
+
+} // namespace
+
+unset_words count_unset(const memory_image& image) {
+    const image_words& words = image.words();
+    gap_counter gaps;
+    for_each_row_cycle_or_run(
+        words,
+        [&gaps](const kvr::word_row& row, std::uint64_t offset) {
+            return static_cast<std::uint32_t>(gaps.skip(offset, row.count));
+        },
+        [&gaps](const text_cycle& cycle) { return gaps.skip(cycle.first, length_of(cycle)); },
+        [&gaps](const text_run& run) { gaps.skip(run.first, length_of(run)); });
+    gaps.close(words.size());
+    unset_words found = gaps.result();
+    found.first += image.base();
+    return found;
+}
+
+} // namespace kvrimage

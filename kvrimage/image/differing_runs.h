@@ -1,0 +1,168 @@
+#pragma once
+
+#include "kvrimage/image/image_words.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <cstring>
+#include <limits>
+#include <numeric>
+
+namespace kvrimage {
+
+/// The words of a memory at their addresses. Beyond the memory no word is set.
+class placed_words {
+public:
+    explicit placed_words(const image_words& of, std::uint64_t base = 0) : words(of), lowest(base) {}
+
+    [[nodiscard]] std::uint64_t first() const noexcept { return lowest; }
+    /// The memory must not be empty.
+    [[nodiscard]] std::uint64_t last() const noexcept { return lowest + (words.size() - 1); }
+    [[nodiscard]] bool has(std::uint64_t address) const noexcept {
+        return address >= lowest && address - lowest < words.size();
+    }
+    /// The address must be one of the memory; so must that of the row and of the cycle.
+    [[nodiscard]] std::string_view operator[](std::uint64_t address) const noexcept {
+        return words[address - lowest];
+    }
+    [[nodiscard]] kvr::word_row row_at(std::uint64_t address) const noexcept {
+        return words.row_at(address - lowest);
+    }
+    [[nodiscard]] text_cycle cycle_at(std::uint64_t address) const noexcept {
+        const text_cycle found = words.cycle_at(address - lowest);
+        return {lowest + found.first, lowest + found.last, found.period};
+    }
+
+    /// The longest run from @p address on, the addresses beyond the memory among them.
+    [[nodiscard]] text_run run_at(std::uint64_t address) const noexcept {
+        if (has(address)) {
+            const text_run run = words.run_at(address - lowest);
+            if (!run.text.empty()) {
+                return {address, lowest + run.last, run.text};
+            }
+        }
+        return {address, last_unset(address), ""};
+    }
+
+private:
+    /// The end of the stretch without words from @p address on.
+    [[nodiscard]] std::uint64_t last_unset(std::uint64_t address) const noexcept {
+        const std::uint64_t begin = std::max(address, lowest);
+        if (has(begin)) {
+            const text_run run = words.run_at(begin - lowest);
+            if (!run.text.empty()) {
+                return begin - 1;
+            }
+            if (run.last != words.size() - 1) {
+                return lowest + run.last;
+            }
+        }
+        return std::numeric_limits<std::uint64_t>::max();
+    }
+
+    const image_words& words;
+    std::uint64_t lowest;
+};
+
+/// Whether two words with equal texts are the same word. They may differ where the widths do.
+enum class equal_texts { are_same, may_differ };
+
+/// How many words from @p address on, which stand in a row in both memories, have the same texts.
+[[nodiscard]] inline std::uint64_t count_same_in_rows(const placed_words& one, const placed_words& other,
+                                                      std::uint64_t address) noexcept {
+    if (!one.has(address) || !other.has(address)) {
+        return 0;
+    }
+    const kvr::word_row left = one.row_at(address);
+    const kvr::word_row right = other.row_at(address);
+    const std::size_t length = left.length;
+    const std::uint32_t count = std::min(left.count, right.count);
+    if (count == 0 || length == 0 || right.length != length) {
+        return 0;
+    }
+    if (std::memcmp(left.texts, right.texts, count * length) == 0) {
+        return count;
+    }
+    const char* const differing = std::mismatch(left.texts, left.texts + count * length, right.texts).first;
+    return static_cast<std::size_t>(differing - left.texts) / length;
+}
+
+/// Goes over two memories at once and skips what is the same cycle in both, without a look at each word.
+class same_cycle_finder {
+public:
+    same_cycle_finder(const placed_words& first_words, const placed_words& second_words)
+        : one(first_words),
+          other(second_words) {}
+
+    /// How many addresses from @p address on hold the same words in both, as @p same (one word, the other)
+    /// decides; 0 where that is not found out at once.
+    template <class Same>
+    [[nodiscard]] std::uint64_t find(std::uint64_t address, const Same& same) {
+        if (address < known_until || !one.has(address) || !other.has(address)) {
+            return 0;
+        }
+        const text_cycle in_one = one.cycle_at(address);
+        const text_cycle in_other = other.cycle_at(address);
+        known_until = std::min(in_one.last, in_other.last) + 1;
+        const std::uint64_t period = std::lcm(std::uint64_t{in_one.period}, std::uint64_t{in_other.period});
+        const std::uint64_t repeats = period != 0 ? (known_until - address) / period : 0;
+        if (repeats < 2) {
+            return 0;
+        }
+        for (std::uint64_t index = 0; index < period; ++index) {
+            if (!same(one[address + index], other[address + index])) {
+                return 0;
+            }
+        }
+        return repeats * period;
+    }
+
+private:
+    const placed_words& one;
+    const placed_words& other;
+    std::uint64_t known_until = 0;
+};
+
+/// Calls @p take (first address, last address, one word, the other) with every longest stretch over which two
+/// memories hold a word each that are not the same, as @p same (one word, the other) decides, in order, until
+/// it answers false. Beyond a memory its words are "". False when @p take has answered false.
+/// @param texts are_same: @p same is true of equal texts, and is not asked for many at once
+template <class Same, class Take>
+bool for_each_differing_run(const placed_words& one, const placed_words& other, const Same& same,
+                            equal_texts texts, Take&& take) {
+    const std::uint64_t last = std::max(one.last(), other.last());
+    same_cycle_finder cycles(one, other);
+    std::uint64_t address = std::min(one.first(), other.first());
+    for (;;) {
+        std::uint64_t alike = texts == equal_texts::are_same ? count_same_in_rows(one, other, address) : 0;
+        alike = alike != 0 ? alike : cycles.find(address, same);
+        std::uint64_t end = address + (alike - 1); // inclusive: one more may not fit 64 bits
+        if (alike == 0) {
+            const text_run in_one = one.run_at(address);
+            const text_run in_other = other.run_at(address);
+            end = std::min({in_one.last, in_other.last, last});
+            if (!same(in_one.text, in_other.text) && !take(address, end, in_one.text, in_other.text)) {
+                return false;
+            }
+        }
+        if (end == last) {
+            return true;
+        }
+        address = end + 1;
+    }
+}
+
+/// The same over all differing stretches of two memories with the lowest address 0, whose equal texts are the
+/// same words.
+template <class Same, class Take>
+void for_each_differing_run(const image_words& one, const image_words& other, Same&& same, Take&& take) {
+    const auto take_and_go_on = [&take](std::uint64_t first, std::uint64_t last, std::string_view left,
+                                        std::string_view right) {
+        take(first, last, left, right);
+        return true;
+    };
+    for_each_differing_run(placed_words(one), placed_words(other), same, equal_texts::are_same,
+                           take_and_go_on);
+}
+
+} // namespace kvrimage

@@ -1,0 +1,51 @@
+#include "kvrimage/image/hex_words.h"
+
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/word_text.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace kvrimage {
+
+namespace {
+
+/// The texts of @p words from @p offset on, at most @p most words, of @p digits each; "" where there are
+/// none.
+std::string_view hex_texts_at(const image_words& words, std::uint64_t offset, std::uint64_t most,
+                              std::size_t digits) {
+    const kvr::word_row row = words.row_at(offset);
+    if (row.count != 0 && row.length == digits) {
+        return row.part(0, static_cast<std::uint32_t>(std::min<std::uint64_t>(row.count, most))).all();
+    }
+    const std::string_view text = words[offset];
+    return text.size() == digits ? text : std::string_view();
+}
+
+} // namespace
+
+bool append_hex_words(const memory_image& image, const address_range& range, std::string& text) {
+    if (range.last < range.first) {
+        throw std::invalid_argument("the range ends before it begins");
+    }
+    if (range.first < image.base() || range.last > image.last_address()) {
+        throw std::out_of_range("an address is not in the memory");
+    }
+    const std::size_t digits = most_characters_of_word(radix::hex, image.width());
+    const std::size_t old_size = text.size();
+    std::uint64_t left = range.last - range.first + 1;
+    std::uint64_t offset = range.first - image.base();
+    while (left != 0) {
+        const std::string_view texts = hex_texts_at(image.words(), offset, left, digits);
+        if (texts.empty()) {
+            text.resize(old_size);
+            return false;
+        }
+        text.append(texts);
+        offset += texts.size() / digits;
+        left -= texts.size() / digits;
+    }
+    return true;
+}
+
+} // namespace kvrimage

@@ -1,0 +1,57 @@
+#include "kvrimage/image/image_words.h"
+
+#include "kvrimage/image/store_copy.h"
+
+namespace kvrimage {
+
+image_words::image_words(const image_words& other)
+    : halves{copy_of(other.halves[0]), copy_of(other.halves[1])} {}
+
+void image_words::resize(std::uint64_t depth) {
+    halves[0].resize(static_cast<std::uint32_t>(std::min(depth, half())), "");
+    halves[1].resize(static_cast<std::uint32_t>(depth - std::min(depth, half())), "");
+}
+
+void image_words::fill(std::uint64_t first, std::uint64_t last, const std::vector<std::string_view>& values) {
+    if (first < half()) {
+        halves[0].fill(within_half(first), within_half(std::min(last, half() - 1)), values);
+    }
+    if (last >= half()) {
+        std::vector<std::string_view> rest = values;
+        const std::uint64_t begin = std::max(first, half());
+        const auto shift = static_cast<std::ptrdiff_t>((begin - first) % rest.size());
+        std::rotate(rest.begin(), rest.begin() + shift, rest.end());
+        halves[1].fill(within_half(begin), within_half(last), rest);
+    }
+}
+
+text_run image_words::run_at(std::uint64_t offset) const noexcept {
+    const std::uint64_t base = offset - within_half(offset);
+    const kvr::word_run found = half_of(offset).run_at(within_half(offset));
+    text_run run{offset, base + found.last, found.text};
+    if (run.last == half() - 1 && !halves[1].empty() && halves[1][0] == run.text) {
+        run.last = half() + halves[1].run_at(0).last;
+    }
+    return run;
+}
+
+text_cycle image_words::cycle_at(std::uint64_t offset) const noexcept {
+    const std::uint64_t base = offset - within_half(offset);
+    const kvr::word_cycle found = half_of(offset).cycle_at(within_half(offset));
+    return {base + found.first, base + found.last, found.period};
+}
+
+bool image_words::transform(const kvr::word_conversion& conversion, const kvr::row_test& keeps) {
+    if (halves[1].empty()) {
+        return halves[0].transform(conversion, keeps);
+    }
+    // The lower half must still be as it was when a word of the upper one cannot be converted.
+    kvr::word_store lower = copy_of(halves[0]);
+    if (!lower.transform(conversion, keeps) || !halves[1].transform(conversion, keeps)) {
+        return false;
+    }
+    halves[0] = std::move(lower);
+    return true;
+}
+
+} // namespace kvrimage

@@ -1,0 +1,258 @@
+#include "kvrimage/image/memory_image.h"
+
+#include "kvrimage/image/differing_runs.h"
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_text.h"
+
+#include <fmt/format.h>
+
+#include <functional>
+#include <limits>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+namespace kvrimage {
+
+namespace {
+
+constexpr std::uint64_t highest_address = std::numeric_limits<std::uint64_t>::max();
+constexpr std::uint32_t widest_number = 64; ///< bits of what copy_to() copies
+
+void check_memory(std::uint32_t width, std::uint64_t depth, std::uint64_t base) {
+    if (width == 0 || width > widest_word) {
+        throw std::invalid_argument(
+            fmt::format("a memory with words of {} bits: the width is 1 to {}", width, widest_word));
+    }
+    if (depth == 0 || depth > deepest_memory) {
+        throw std::invalid_argument(
+            fmt::format("a memory of {} words: the depth is 1 to {}", depth, deepest_memory));
+    }
+    if (depth - 1 > highest_address - base) {
+        throw std::invalid_argument(
+            fmt::format("a memory of {} words from address 0x{:X} on: addresses have 64 bits", depth, base));
+    }
+}
+
+/// Calls @p take with the first and the last offset of every stretch of words that are set, in order.
+template <class Take>
+void for_each_set_stretch(const image_words& words, Take&& take) {
+    for_each_row_cycle_or_run(
+        words,
+        [&take](const kvr::word_row& row, std::uint64_t first) {
+            take(first, first + row.count - 1);
+            return row.count;
+        },
+        [&take](const text_cycle& cycle) {
+            take(cycle.first, cycle.last);
+            return length_of(cycle);
+        },
+        [&take](const text_run& run) { take(run.first, run.last); });
+}
+
+/// Copies words of up to 64 bits as numbers.
+class number_copier {
+public:
+    number_copier(const memory_image& of, std::uint64_t for_unset) : image(of), unset(for_unset) {}
+
+    void copy(std::uint64_t offset, std::span<std::uint64_t> out) const {
+        while (!out.empty()) {
+            const std::size_t copied = copy_some(offset, out);
+            offset += copied;
+            out = out.subspan(copied);
+        }
+    }
+
+private:
+    std::size_t copy_some(std::uint64_t offset, std::span<std::uint64_t> out) const {
+        const kvr::word_row row = image.words().row_at(offset);
+        if (row.count == 0 || row.length == 0) {
+            const text_run run = image.words().run_at(offset);
+            const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(length_of(run), out.size()));
+            std::ranges::fill(out.first(count), run.text.empty() ? unset : number_of(run.text, offset));
+            return count;
+        }
+        const std::size_t count = std::min<std::size_t>(row.count, out.size());
+        for (std::uint32_t index = 0; index < count; ++index) {
+            out[index] = number_of(row[index], offset + index);
+        }
+        return count;
+    }
+
+    [[nodiscard]] std::uint64_t number_of(std::string_view text, std::uint64_t offset) const {
+        std::uint64_t value = 0;
+        if (text.size() > most_small_digits || !read_small_word(text, value)) {
+            throw std::domain_error(fmt::format("the word at address 0x{:X} has don't-care bits: {}",
+                                                image.base() + offset, text));
+        }
+        return value;
+    }
+
+    const memory_image& image;
+    std::uint64_t unset;
+};
+
+} // namespace
+
+memory_image::memory_image(std::uint32_t width, std::uint64_t depth, std::uint64_t base)
+    : bits(width),
+      lowest(base) {
+    check_memory(width, depth, base);
+    contents = std::make_unique<image_words>(depth);
+}
+
+memory_image::memory_image(std::uint32_t width, std::unique_ptr<image_words> words, std::uint64_t base)
+    : bits(width),
+      lowest(base),
+      contents(std::move(words)) {
+    check_memory(width, contents->size(), base);
+}
+
+memory_image::memory_image(const memory_image& other)
+    : bits(other.bits),
+      lowest(other.lowest),
+      contents(std::make_unique<image_words>(*other.contents)) {}
+
+memory_image& memory_image::operator=(const memory_image& other) {
+    return *this = memory_image(other);
+}
+
+memory_image::memory_image(memory_image&& other) noexcept = default;
+memory_image& memory_image::operator=(memory_image&& other) noexcept = default;
+memory_image::~memory_image() = default;
+
+std::uint64_t memory_image::depth() const noexcept {
+    return contents->size();
+}
+
+std::uint64_t memory_image::offset_of(std::uint64_t address) const {
+    if (address < lowest || address > last_address()) {
+        throw std::out_of_range(
+            fmt::format("address 0x{:X}: the memory has 0x{:X} to 0x{:X}", address, lowest, last_address()));
+    }
+    return address - lowest;
+}
+
+address_range memory_image::offsets_of(const address_range& range) const {
+    if (range.last < range.first) {
+        throw std::invalid_argument(
+            fmt::format("the range 0x{:X} to 0x{:X} ends before it begins", range.first, range.last));
+    }
+    return {offset_of(range.first), offset_of(range.last)};
+}
+
+void memory_image::check_width(const word& value) const {
+    if (value.width() != bits) {
+        throw std::invalid_argument(
+            fmt::format("a word of {} bits: those of the memory have {}", value.width(), bits));
+    }
+}
+
+std::optional<word> memory_image::operator[](std::uint64_t address) const {
+    const std::string_view text = (*contents)[offset_of(address)];
+    return text.empty() ? std::nullopt : std::optional(word_of_text(text, bits));
+}
+
+void memory_image::set(std::uint64_t address, const word& value) {
+    const std::uint64_t offset = offset_of(address);
+    check_width(value);
+    contents->set(offset, held_text(value).view());
+}
+
+void memory_image::fill(const address_range& range, std::span<const word> pattern) {
+    const address_range offsets = offsets_of(range);
+    if (pattern.empty()) {
+        throw std::invalid_argument("a fill without a word");
+    }
+    std::ranges::for_each(pattern, [this](const word& value) { check_width(value); });
+    const std::uint64_t others =
+        offsets.last - offsets.first; // one less than the words, whose count may take 65 bits
+    const auto used = static_cast<std::size_t>(std::min<std::uint64_t>(pattern.size() - 1, others)) + 1;
+    std::vector<held_text> texts;
+    std::vector<std::string_view> values;
+    texts.reserve(used);
+    for (const word& value : pattern.first(used)) {
+        values.push_back(texts.emplace_back(value).view());
+    }
+    contents->fill(offsets.first, offsets.last, values);
+}
+
+void memory_image::unset(const address_range& range) {
+    const address_range offsets = offsets_of(range);
+    contents->fill(offsets.first, offsets.last, {""});
+}
+
+std::optional<address_range> memory_image::bounds() const {
+    std::optional<address_range> bounds;
+    for_each_set_stretch(*contents, [&](std::uint64_t first, std::uint64_t last) {
+        bounds = address_range{bounds ? bounds->first : lowest + first, lowest + last};
+    });
+    return bounds;
+}
+
+std::uint64_t memory_image::count_set() const {
+    std::uint64_t count = 0;
+    for_each_set_stretch(*contents,
+                         [&count](std::uint64_t first, std::uint64_t last) { count += last - first + 1; });
+    return count;
+}
+
+run_range memory_image::runs() const {
+    return {*this, {lowest, last_address()}};
+}
+
+run_range memory_image::runs(const address_range& range) const {
+    const address_range offsets = offsets_of(range);
+    return {*this, {lowest + offsets.first, lowest + offsets.last}};
+}
+
+void memory_image::copy_to(std::uint64_t first, std::span<std::uint64_t> out, std::uint64_t unset) const {
+    if (bits > widest_number) {
+        throw std::domain_error(
+            fmt::format("words of {} bits do not fit numbers of {}", bits, widest_number));
+    }
+    if (out.empty()) {
+        return;
+    }
+    const std::uint64_t offset = offset_of(first);
+    if (out.size() > depth() - offset) {
+        throw std::out_of_range(fmt::format("{} words from address 0x{:X} on: the memory ends with 0x{:X}",
+                                            out.size(), first, last_address()));
+    }
+    number_copier(*this, unset).copy(offset, out);
+}
+
+bool operator==(const memory_image& left, const memory_image& right) {
+    if (left.bits != right.bits || left.lowest != right.lowest || left.depth() != right.depth()) {
+        return false;
+    }
+    return for_each_differing_run(placed_words(*left.contents), placed_words(*right.contents),
+                                  std::equal_to<>(), equal_texts::are_same, [](auto&&...) { return false; });
+}
+
+run_iterator::run_iterator(const memory_image& of, const address_range& range)
+    : image(&of),
+      last(range.last) {
+    find_run(range.first);
+}
+
+void run_iterator::find_run(std::uint64_t address) {
+    const text_run found = image->words().run_at(address - image->base());
+    current.addresses = {address, std::min(image->base() + found.last, last)};
+    current.value.reset();
+    if (!found.text.empty()) {
+        current.value = word_of_text(found.text, image->width());
+    }
+}
+
+run_iterator& run_iterator::operator++() {
+    if (current.addresses.last == last) {
+        image = nullptr;
+    } else {
+        find_run(current.addresses.last + 1);
+    }
+    return *this;
+}
+
+} // namespace kvrimage

@@ -1,0 +1,14 @@
+#pragma once
+
+/// @file
+/// Memory images: words at addresses, and the files that hold them. See docs/library.md.
+
+#include "kvrimage/compare/compare.h"
+#include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/diagnostics/diagnostic_text.h"
+#include "kvrimage/formats/format.h"
+#include "kvrimage/formats/memory_file.h"
+#include "kvrimage/formats/registry.h"
+#include "kvrimage/image/memory_image.h"
+#include "kvrimage/operations/statistics.h"
+#include "kvrimage/picture/picture.h"

@@ -1,0 +1,35 @@
+#pragma once
+
+#include "kvrimage/picture/picture.h"
+
+#include <functional>
+#include <string>
+#include <string_view>
+
+namespace kvrimage::characters {
+
+/// Lines under construction, in which neighbouring characters of one style are coloured together.
+class styled_lines {
+public:
+    using painter = std::function<std::string(character_style, std::string_view)>;
+
+    /// @param colors must outlive this; may be empty, for no colours
+    explicit styled_lines(const painter& colors) : paint(colors) {}
+    void add(character_style style, std::string_view text);
+    /// Ends the line, without the blanks at its end.
+    void end_line();
+    /// A line of one style.
+    void add_line(character_style style, std::string_view text);
+    [[nodiscard]] std::string take() { return std::move(lines); }
+
+private:
+    void flush();
+
+    const painter& paint;
+    character_style current = character_style::plain;
+    std::string pending; ///< in this style
+    std::string line;
+    std::string lines;
+};
+
+} // namespace kvrimage::characters

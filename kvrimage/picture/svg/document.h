@@ -1,0 +1,41 @@
+#pragma once
+
+#include "kvrimage/picture/svg/layout.h"
+
+#include <fmt/format.h>
+
+#include <iterator>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kvrimage::svg {
+
+/// An SVG document under construction. Styles are the names of classes in its style sheet. Texts are escaped
+/// here.
+class document {
+public:
+    document(double width, double height, std::string_view title);
+
+    void add_box(std::string_view style, const box& at);
+    void add_text(std::string_view style, double x, double y, std::string_view words);
+    /// Reads upwards; its middle is at @p x and @p y.
+    void add_upright_text(double x, double y, std::string_view words);
+    /// @p path as the "d" of a path; nothing where it is empty.
+    void add_path(std::string_view style, std::string_view path);
+    /// Until end_cells(), a unit is a cell, and y is the middle of a row.
+    void begin_cells(std::string_view style, const box& at, double cell_width, double cell_height);
+    void end_cells();
+    /// The whole document; nothing may be added afterwards.
+    [[nodiscard]] std::string take();
+
+private:
+    template <class... Values>
+    void add(fmt::format_string<Values...> form, Values&&... values) {
+        fmt::format_to(std::back_inserter(text), form, std::forward<Values>(values)...);
+    }
+
+    std::string text;
+};
+
+} // namespace kvrimage::svg

@@ -1,0 +1,16 @@
+#pragma once
+
+#include "kvrimage/picture/picture_contents.h"
+
+#include <cstdint>
+#include <string>
+
+namespace kvrimage::svg {
+
+/// How fine the picture of words of @p width bits is.
+[[nodiscard]] picture_size size_for(std::uint32_t width) noexcept;
+
+/// @p contents, made for this size, as an SVG document: below 500 KB, whatever the memory holds.
+[[nodiscard]] std::string draw(const picture_contents& contents);
+
+} // namespace kvrimage::svg

@@ -1,0 +1,103 @@
+#include "kvrimage/picture/value_axis.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+
+namespace kvrimage {
+
+namespace {
+
+/// A distance between ticks: a digit times 10^exponent.
+struct tick_step {
+    std::uint64_t size;
+    std::uint32_t exponent;
+};
+
+/// The least round step of which @p span holds no more than @p most, which is 4 at least: no span of 64 bits
+/// holds more of the largest, 5 * 10^18.
+tick_step step_for(std::uint64_t span, std::uint32_t most) {
+    std::uint64_t power = 1;
+    for (std::uint32_t exponent = 0;; ++exponent, power *= 10) {
+        for (const std::uint64_t digit : {1U, 2U, 5U}) {
+            if (span / (digit * power) <= most) {
+                return {digit * power, exponent};
+            }
+        }
+    }
+}
+
+/// Large values keep the digits that distinguish them: 500000000 is 500e6.
+class tick_labels {
+public:
+    tick_labels(const tick_step& apart, std::uint64_t largest) {
+        constexpr std::uint64_t first_long_value = 10'000'000;
+        constexpr std::uint32_t group = 3;
+        if (largest >= first_long_value) {
+            exponent = apart.exponent / group * group;
+        }
+        for (std::uint32_t count = 0; count < exponent; ++count) {
+            unit *= 10;
+        }
+    }
+    [[nodiscard]] std::string label(bool is_negative, std::uint64_t size) const {
+        const char* sign = is_negative ? "-" : "";
+        return exponent == 0 || size == 0 ? fmt::format("{}{}", sign, size)
+                                          : fmt::format("{}{}e{}", sign, size / unit, exponent);
+    }
+
+private:
+    std::uint32_t exponent = 0;
+    std::uint64_t unit = 1;
+};
+
+/// @p left - @p right, 0 where that would be negative.
+std::uint64_t distance_above(std::uint64_t left, std::uint64_t right) {
+    return left > right ? left - right : 0;
+}
+
+} // namespace
+
+double value_axis::position_of(std::uint64_t key) const noexcept {
+    return static_cast<double>(key - lowest) / static_cast<double>(highest - lowest);
+}
+
+value_axis axis_for(const value_order& order, const value_bounds& bounds) {
+    const std::uint64_t zero = order.key_of_zero();
+    const std::uint64_t span = bounds.highest - bounds.lowest;
+    value_axis axis{bounds.lowest, bounds.highest};
+    if (zero < bounds.lowest && (span == 0 || bounds.lowest - zero <= span)) {
+        axis.lowest = zero;
+    }
+    if (zero > bounds.highest && (span == 0 || zero - bounds.highest <= span)) {
+        axis.highest = zero;
+    }
+    if (axis.lowest == axis.highest) { // nothing but zeros
+        axis.highest < order.highest_key() ? ++axis.highest : --axis.lowest;
+    }
+    return axis;
+}
+
+std::vector<value_tick> ticks_of(const value_order& order, const value_axis& axis, std::uint32_t most) {
+    const std::uint64_t zero = order.key_of_zero();
+    const tick_step step = step_for(axis.highest - axis.lowest, most);
+    const std::uint64_t below = distance_above(zero, axis.lowest);
+    const std::uint64_t above = distance_above(axis.highest, zero);
+    const tick_labels labels(step, std::max(below, above));
+    std::vector<value_tick> ticks;
+    const std::uint64_t least_below = std::max<std::uint64_t>(distance_above(zero, axis.highest), 1);
+    for (std::uint64_t count = below / step.size; count > 0 && count * step.size >= least_below; --count) {
+        ticks.push_back({zero - count * step.size, labels.label(true, count * step.size)});
+    }
+    if (zero > axis.highest) {
+        return ticks;
+    }
+    const std::uint64_t least_above = distance_above(axis.lowest, zero);
+    for (std::uint64_t count = (least_above + step.size - 1) / step.size; count <= above / step.size;
+         ++count) {
+        ticks.push_back({zero + count * step.size, labels.label(false, count * step.size)});
+    }
+    return ticks;
+}
+
+} // namespace kvrimage

@@ -1,0 +1,125 @@
+#include "kvrimage/edit/edit_pieces.h"
+
+#include <gtest/gtest.h>
+
+#include <limits>
+#include <map>
+#include <optional>
+#include <random>
+
+namespace {
+
+using namespace kvrimage;
+
+constexpr std::uint64_t last_of_all = std::numeric_limits<std::uint64_t>::max();
+
+assignment assigned(std::uint64_t first, std::uint64_t last, const std::vector<std::uint64_t>& values) {
+    assignment made{{first, last}, {}};
+    for (const std::uint64_t value : values) {
+        made.words.push_back(word::of(value, 8));
+    }
+    return made;
+}
+
+/// "first-last" of each.
+std::string ranges_of(const std::vector<edit_piece>& pieces) {
+    std::string text;
+    for (const edit_piece& piece : pieces) {
+        text += std::to_string(piece.first) + "-" + std::to_string(piece.last) + " ";
+    }
+    return text;
+}
+
+TEST(EditPieces, LaterAssignmentCounts) {
+    const std::vector<assignment> made = {assigned(0, 9, {1}), assigned(3, 4, {2})};
+    const edit_pieces pieces(made);
+    EXPECT_EQ(ranges_of(pieces.all()), "0-2 3-4 5-9 ");
+    EXPECT_EQ(pieces.all()[1].text_at(3), "02");
+    EXPECT_EQ(pieces.all()[2].text_at(5), "01");
+}
+
+TEST(EditPieces, UnitesNeighboursOfOneWord) {
+    const std::vector<assignment> made = {assigned(0, 1, {1}), assigned(2, 2, {1}), assigned(4, 4, {1}),
+                                          assigned(5, 5, {2})};
+    EXPECT_EQ(ranges_of(edit_pieces(made).all()), "0-2 4-4 5-5 ");
+}
+
+TEST(EditPieces, KeepsNeighboursOfSeveralWordsApart) {
+    const std::vector<assignment> made = {assigned(0, 1, {1, 2}), assigned(2, 3, {1, 2}),
+                                          assigned(4, 4, {3})};
+    EXPECT_EQ(ranges_of(edit_pieces(made).all()), "0-1 2-3 4-4 ");
+}
+
+TEST(EditPieces, WordsOfACutPieceGoOnFromTheFirstAddressOfTheAssignment) {
+    const std::vector<assignment> made = {assigned(10, 19, {1, 2, 3})};
+    edit_pieces pieces(made);
+    const std::vector<edit_piece> taken = pieces.take({14, 15});
+    ASSERT_EQ(taken.size(), 1U);
+    EXPECT_EQ(taken[0].text_at(14), "02");
+    EXPECT_EQ(taken[0].word_at(15), word::of(3, 8));
+    EXPECT_EQ(taken[0].period(), 2U);
+    EXPECT_EQ(ranges_of(pieces.all()), "10-13 16-19 ");
+    EXPECT_EQ(pieces.all()[0].period(), 3U);
+}
+
+TEST(EditPieces, TouchOnlyWhatTheyHold) {
+    const std::vector<assignment> made = {assigned(5, 6, {1})};
+    edit_pieces pieces(made);
+    EXPECT_FALSE(pieces.touch({0, 4}));
+    EXPECT_TRUE(pieces.touch({0, 5}));
+    EXPECT_TRUE(pieces.touch({6, 9}));
+    EXPECT_FALSE(pieces.touch({7, 9}));
+    EXPECT_TRUE(pieces.take({7, 9}).empty());
+    EXPECT_FALSE(pieces.empty());
+    EXPECT_EQ(pieces.take({0, 9}).size(), 1U);
+    EXPECT_TRUE(pieces.empty());
+}
+
+TEST(EditPieces, ReachTheLastOfAllAddresses) {
+    const std::vector<assignment> made = {assigned(last_of_all - 3, last_of_all, {1, 2}),
+                                          assigned(last_of_all, last_of_all, {3})};
+    edit_pieces pieces(made);
+    EXPECT_EQ(pieces.take({last_of_all - 1, last_of_all}).size(), 2U);
+    ASSERT_EQ(pieces.all().size(), 1U);
+    EXPECT_EQ(pieces.all()[0].last, last_of_all - 2);
+}
+
+TEST(EditPieces, AgreeWithAMapOfAllAddressesInRandomOperations) {
+    constexpr std::uint64_t addresses = 24;
+    std::mt19937 random(1);
+    const auto below = [&random](std::uint64_t limit) { return random() % limit; };
+    for (int round = 0; round < 2000; ++round) {
+        std::vector<assignment> made;
+        std::map<std::uint64_t, word> model;
+        for (std::uint64_t count = below(5); count > 0; --count) {
+            const std::uint64_t first = below(addresses);
+            std::vector<std::uint64_t> values(1 + below(3));
+            std::ranges::generate(values, [&] { return below(3); });
+            made.push_back(assigned(first, first + below(addresses - first), values));
+            for (std::uint64_t address = first; address <= made.back().addresses.last; ++address) {
+                model.insert_or_assign(address, made.back().words[(address - first) % values.size()]);
+            }
+        }
+        edit_pieces pieces(made);
+        const std::uint64_t first = below(addresses);
+        const address_range cut{first, first + below(addresses - first)};
+        const auto expect_word = [&model](const edit_piece& piece) {
+            for (std::uint64_t address = piece.first; address <= piece.last; ++address) {
+                const auto node = model.extract(address);
+                ASSERT_FALSE(node.empty()) << address;
+                EXPECT_EQ(node.mapped(), piece.word_at(address)) << address;
+            }
+        };
+        for (const edit_piece& piece : pieces.take(cut)) {
+            EXPECT_TRUE(cut.first <= piece.first && piece.last <= cut.last);
+            expect_word(piece);
+        }
+        for (const edit_piece& piece : pieces.all()) {
+            EXPECT_TRUE(piece.last < cut.first || piece.first > cut.last);
+            expect_word(piece);
+        }
+        EXPECT_TRUE(model.empty());
+    }
+}
+
+} // namespace

@@ -1,0 +1,241 @@
+#include "kvrimage/files/file_error.h"
+#include "kvrimage/files/input_file.h"
+#include "tests/kvrimage/files/test_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <thread>
+#include <unistd.h>
+#include <utility>
+#include <vector>
+
+namespace {
+
+using namespace kvrimage;
+
+/// What reading @p path says; "" when it is read. The error's code goes to @p code.
+std::string failure_of(const std::string& path, std::error_code& code) {
+    try {
+        const input_file file(path);
+    } catch (const std::system_error& error) {
+        code = error.code();
+        return error.what();
+    }
+    return "";
+}
+
+std::string failure_of(const std::string& path) {
+    std::error_code ignored;
+    return failure_of(path, ignored);
+}
+
+/// Lines of numbers, repeated.
+std::string text_of_size(std::size_t size) {
+    std::string text;
+    for (std::size_t number = 0; number < 1000; ++number) {
+        text += std::to_string(number) + '\n';
+    }
+    while (text.size() < size) {
+        text += text;
+    }
+    text.resize(size);
+    return text;
+}
+
+/// A pipe whose other end writes, from a thread of its own.
+class writing_pipe {
+public:
+    explicit writing_pipe(std::string contents) {
+        if (pipe(ends.data()) != 0) {
+            throw std::system_error(errno, std::generic_category());
+        }
+        writer = std::thread([this, text = std::move(contents)] {
+            std::string_view rest = text;
+            while (!rest.empty()) {
+                const ssize_t count = ::write(ends[1], rest.data(), rest.size());
+                if (count < 0) {
+                    break; // nobody reads any more
+                }
+                rest.remove_prefix(static_cast<std::size_t>(count));
+            }
+            close(ends[1]);
+        });
+    }
+    writing_pipe(const writing_pipe&) = delete;
+    writing_pipe& operator=(const writing_pipe&) = delete;
+    ~writing_pipe() {
+        close(ends[0]);
+        writer.join();
+    }
+    [[nodiscard]] int descriptor() const { return ends[0]; }
+
+private:
+    std::array<int, 2> ends{};
+    std::thread writer;
+};
+
+/// A write to a closed pipe is an answer here and not the end of the tests.
+class InputFile : public testing::Test {
+protected:
+    void SetUp() override { before = std::signal(SIGPIPE, SIG_IGN); }
+    void TearDown() override { static_cast<void>(std::signal(SIGPIPE, before)); }
+    void (*before)(int) = SIG_DFL;
+    test_folder folder;
+};
+
+TEST_F(InputFile, HasTheWholeContents) {
+    for (const std::size_t size : {0UL, 1UL, 65535UL, 65536UL, 65537UL, 5000000UL}) {
+        const std::string text = text_of_size(size);
+        EXPECT_EQ(input_file(folder.write("a", text)).contents(), text) << size;
+    }
+}
+
+TEST_F(InputFile, TakesAnyBytes) {
+    const std::string text("\0\xFF\r\n\0", 5);
+    EXPECT_EQ(input_file(folder.write("a", text)).contents(), text);
+}
+
+TEST_F(InputFile, IsNamedVisibly) {
+    const input_file file(folder.write("a\nb", "x"));
+    EXPECT_EQ(file.name(), folder.path("a\\x0Ab"));
+}
+
+TEST_F(InputFile, KeepsItsContentsWhenItIsMoved) {
+    input_file file(folder.write("a", "0 : 1;"));
+    const std::string_view before_move = file.contents();
+    const input_file moved = std::move(file);
+    EXPECT_EQ(moved.contents().data(), before_move.data());
+    EXPECT_EQ(moved.contents(), "0 : 1;");
+}
+
+TEST_F(InputFile, ReadsADescriptorFromWhereItIs) {
+    const std::string path = folder.write("a", "0123456789");
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    lseek(descriptor, 4, SEEK_SET);
+    const input_file file(descriptor, "some input");
+    EXPECT_EQ(file.contents(), "456789");
+    EXPECT_EQ(file.name(), "some input");
+    EXPECT_EQ(close(descriptor), 0) << "it stays open";
+}
+
+TEST_F(InputFile, ReadsStandardInputForADash) {
+    const std::string path = folder.write("a", "01\n");
+    const int kept = dup(STDIN_FILENO);
+    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    dup2(descriptor, STDIN_FILENO);
+    const input_file file("-");
+    dup2(kept, STDIN_FILENO);
+    close(kept);
+    close(descriptor);
+    EXPECT_EQ(file.contents(), "01\n");
+    EXPECT_EQ(file.name(), "standard input");
+}
+
+TEST_F(InputFile, ReadsAPipeUpToTheLimit) {
+    const std::string text = text_of_size(most_bytes_without_end);
+    const writing_pipe input(text);
+    EXPECT_TRUE(input_file(input.descriptor(), "pipe").contents() == text);
+}
+
+TEST_F(InputFile, RefusesAPipeBeyondTheLimit) {
+    const writing_pipe input(text_of_size(most_bytes_without_end + 1));
+    try {
+        const input_file file(input.descriptor(), "pipe");
+        FAIL();
+    } catch (const file_error& error) {
+        EXPECT_STREQ(error.what(),
+                     "pipe: error: only a file may have more than 32 MiB; copy the input to a file first");
+        EXPECT_EQ(error.code(), std::errc::file_too_large);
+    }
+}
+
+TEST_F(InputFile, RefusesADeviceWithoutEnd) {
+    std::error_code code;
+    EXPECT_EQ(failure_of("/dev/zero", code),
+              "/dev/zero: error: only a file may have more than 32 MiB; copy the input to a file first");
+    EXPECT_EQ(code, std::errc::file_too_large);
+}
+
+TEST_F(InputFile, ReadsAFileBeyondTheLimit) {
+    const std::string text = text_of_size(2 * most_bytes_without_end + 12345);
+    EXPECT_TRUE(input_file(folder.write("a", text)).contents() == text);
+}
+
+TEST_F(InputFile, ReadsALineOfTheLimitAndRefusesALongerOne) {
+    const std::string line(most_bytes_without_end, 'x');
+    EXPECT_EQ(input_file(folder.write("a", "1\n" + line + "\n2\n")).contents().size(), line.size() + 5);
+    std::error_code code;
+    EXPECT_EQ(failure_of(folder.write("a", "1\n2\n" + line + "x\n"), code),
+              folder.path("a") + ":3: error: the line is longer than 32 MiB");
+    EXPECT_EQ(code, std::errc::file_too_large);
+}
+
+TEST_F(InputFile, RefusesAHugeFileOfOneLineEarly) {
+    const std::string path = folder.write("a", "");
+    ASSERT_EQ(truncate(path.c_str(), off_t{1} << 40U), 0);
+    EXPECT_EQ(failure_of(path), path + ":1: error: the line is longer than 32 MiB");
+}
+
+TEST_F(InputFile, SaysThatAFolderIsOne) {
+    std::error_code code;
+    EXPECT_EQ(failure_of(folder.path(), code), folder.path() + ": is a folder");
+    EXPECT_EQ(code, std::errc::is_a_directory);
+}
+
+TEST_F(InputFile, SaysWhyAFileCannotBeOpened) {
+    std::error_code code;
+    EXPECT_EQ(failure_of(folder.path("none"), code),
+              folder.path("none") + ": cannot be opened: No such file or directory");
+    EXPECT_EQ(code, std::errc::no_such_file_or_directory);
+}
+
+TEST_F(InputFile, SaysWhyAFileCannotBeRead) {
+    // The memory of a process can be opened, and where nothing lies it cannot be read.
+    EXPECT_EQ(failure_of("/proc/self/mem"), "/proc/self/mem: cannot be read: Input/output error");
+}
+
+TEST_F(InputFile, RefusesADescriptorThatIsNotOpen) {
+    EXPECT_THROW(input_file(-1, "nothing"), file_error);
+}
+
+TEST_F(InputFile, ReportsThatItWasOpened) {
+    const std::string path = folder.write("a", "0123");
+    std::uint64_t size = 0;
+    std::string name;
+    const input_file file(path, [&](const std::string& title, int descriptor, std::uint64_t bytes) {
+        struct stat status {};
+        EXPECT_EQ(fstat(descriptor, &status), 0);
+        name = title;
+        size = bytes;
+    });
+    EXPECT_EQ(name, path);
+    EXPECT_EQ(size, 4U);
+}
+
+TEST_F(InputFile, IsEditedInMemoryOnly) {
+    const std::string path = folder.write("a", "0 : 1;\n2 : 3;\n");
+    input_file file(path);
+    file.edit(std::vector<text_edit>{{4, 1, "FFFF"}, {7, 4, ""}});
+    EXPECT_EQ(file.contents(), "0 : FFFF;\n3;\n");
+    EXPECT_EQ(input_file(path).contents(), "0 : 1;\n2 : 3;\n");
+}
+
+TEST_F(InputFile, GrowsBeyondItsRoomWhenItIsEdited) {
+    const std::string added(1000000, 'x');
+    input_file file(folder.write("a", "01"));
+    file.edit(std::vector<text_edit>{{1, 0, added}});
+    EXPECT_EQ(file.contents(), "0" + added + "1");
+}
+
+TEST_F(InputFile, ShrinksWhenAnEditTakesAway) {
+    input_file file(folder.write("a", "0123456789"));
+    file.edit(std::vector<text_edit>{{0, 3, ""}, {5, 4, "-"}});
+    EXPECT_EQ(file.contents(), "34-9");
+}
+
+} // namespace

@@ -1,0 +1,192 @@
+#include "kvrimage/files/file_error.h"
+#include "kvrimage/files/replacement_file.h"
+#include "tests/kvrimage/files/test_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <fcntl.h>
+#include <filesystem>
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+using namespace kvrimage;
+
+void write_to(const std::string& path, std::string_view text) {
+    replacement_file file(path);
+    file.write(text);
+    file.commit();
+}
+
+std::string failure_to_write(const std::string& path, std::string_view text = "new") {
+    try {
+        write_to(path, text);
+    } catch (const std::system_error& error) {
+        return error.what();
+    }
+    return "";
+}
+
+mode_t permissions_of(const std::string& path) {
+    struct stat status {};
+    stat(path.c_str(), &status);
+    return status.st_mode & 07777U;
+}
+
+class ReplacementFile : public testing::Test {
+protected:
+    test_folder folder;
+};
+
+TEST_F(ReplacementFile, MakesANewFile) {
+    write_to(folder.path("a"), "new");
+    EXPECT_EQ(folder.read("a"), "new");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFile, GivesANewFileThePermissionsOfTheProcess) {
+    const mode_t mask = umask(027);
+    write_to(folder.path("a"), "new");
+    umask(mask);
+    EXPECT_EQ(permissions_of(folder.path("a")), 0640U);
+}
+
+TEST_F(ReplacementFile, ReplacesAFileOnlyWhenItIsComplete) {
+    folder.write("a", "old");
+    {
+        replacement_file file(folder.path("a"));
+        file.write("ne");
+        EXPECT_EQ(folder.read("a"), "old");
+        EXPECT_EQ(folder.count_files(), 2);
+        file.write("w");
+        file.commit();
+    }
+    EXPECT_EQ(folder.read("a"), "new");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFile, LeavesTheOldFileWithoutACommit) {
+    folder.write("a", "old");
+    { replacement_file(folder.path("a")).write("new"); }
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFile, KeepsThePermissionsOfTheOldFile) {
+    folder.write("a", "old");
+    chmod(folder.path("a").c_str(), 0604);
+    write_to(folder.path("a"), "new");
+    EXPECT_EQ(permissions_of(folder.path("a")), 0604U);
+}
+
+TEST_F(ReplacementFile, KeepsTheOldContentsUnderOtherNames) {
+    folder.write("a", "old");
+    std::filesystem::create_hard_link(folder.path("a"), folder.path("b"));
+    write_to(folder.path("a"), "new");
+    EXPECT_EQ(folder.read("b"), "old");
+}
+
+TEST_F(ReplacementFile, FollowsLinksAlsoToWhereNothingIs) {
+    std::filesystem::create_symlink("b", folder.path("a"));
+    std::filesystem::create_symlink(folder.path("c"), folder.path("b"));
+    write_to(folder.path("a"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("a")));
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("b")));
+    EXPECT_EQ(folder.read("c"), "new");
+}
+
+TEST_F(ReplacementFile, RefusesLinksInACircle) {
+    std::filesystem::create_symlink("b", folder.path("a"));
+    std::filesystem::create_symlink("a", folder.path("b"));
+    EXPECT_EQ(failure_to_write(folder.path("a")),
+              folder.path("a") + ": cannot be written: Too many levels of symbolic links");
+}
+
+TEST_F(ReplacementFile, WritesADeviceDirectly) {
+    EXPECT_EQ(failure_to_write("/dev/null"), "");
+    EXPECT_EQ(failure_to_write("/dev/full"), "/dev/full: cannot be written: No space left on device");
+}
+
+TEST_F(ReplacementFile, WritesStandardOutputForADash) {
+    folder.write("a", "");
+    const int kept = dup(STDOUT_FILENO);
+    const int descriptor = open(folder.path("a").c_str(), O_WRONLY | O_CLOEXEC);
+    dup2(descriptor, STDOUT_FILENO);
+    write_to("-", "to standard output");
+    dup2(kept, STDOUT_FILENO);
+    close(kept);
+    close(descriptor);
+    EXPECT_EQ(folder.read("a"), "to standard output");
+}
+
+TEST_F(ReplacementFile, RefusesAFolder) {
+    EXPECT_EQ(failure_to_write(folder.path("")), folder.path("") + ": cannot be written: Is a directory");
+}
+
+TEST_F(ReplacementFile, NamesTheFolderThatIsNotThere) {
+    EXPECT_EQ(failure_to_write(folder.path("no/a")), folder.path("no/a") +
+                                                         ": cannot be written: no file can be made in " +
+                                                         folder.path("no") + ": No such file or directory");
+}
+
+TEST_F(ReplacementFile, SaysThisFolderForTheWorkingOne) {
+    const std::filesystem::path before = std::filesystem::current_path();
+    std::filesystem::create_directory(folder.path("gone"));
+    std::filesystem::current_path(folder.path("gone"));
+    std::filesystem::remove(folder.path("gone"));
+    EXPECT_EQ(failure_to_write("a"),
+              "a: cannot be written: no file can be made in this folder: No such file or directory");
+    std::filesystem::current_path(before);
+}
+
+TEST_F(ReplacementFile, RefusesAPathBelowAFile) {
+    folder.write("a", "old");
+    EXPECT_EQ(failure_to_write(folder.path("a/b")),
+              folder.path("a/b") + ": cannot be written: Not a directory");
+}
+
+TEST_F(ReplacementFile, RefusesAFileThatIsNotToBeWritten) {
+    if (geteuid() == 0) {
+        GTEST_SKIP() << "root may write everything";
+    }
+    folder.write("a", "old");
+    chmod(folder.path("a").c_str(), 0444);
+    EXPECT_EQ(failure_to_write(folder.path("a")),
+              folder.path("a") + ": cannot be written: Permission denied");
+}
+
+TEST_F(ReplacementFile, KeepsTheOwnerOfTheOldFile) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can give files away";
+    }
+    folder.write("a", "old");
+    ASSERT_EQ(chown(folder.path("a").c_str(), 65534, 65533), 0);
+    write_to(folder.path("a"), "new");
+    struct stat status {};
+    stat(folder.path("a").c_str(), &status);
+    EXPECT_EQ(status.st_uid, 65534U);
+    EXPECT_EQ(status.st_gid, 65533U);
+}
+
+TEST_F(ReplacementFile, ReportsThatItWasOpened) {
+    std::string name;
+    const replacement_file file(folder.path("a"),
+                                [&name](const std::string& title, int descriptor, std::uint64_t) {
+                                    EXPECT_GE(descriptor, 0);
+                                    name = title;
+                                });
+    EXPECT_EQ(name, folder.path("a"));
+}
+
+TEST_F(ReplacementFile, KeepsTheOldFileWhenTheNewOneCannotBeMovedThere) {
+    folder.write("a", "old");
+    replacement_file file(folder.path("a"));
+    file.write("new");
+    std::filesystem::remove(folder.path("a"));
+    std::filesystem::create_directory(folder.path("a"));
+    EXPECT_THROW(file.commit(), file_error);
+    EXPECT_TRUE(std::filesystem::is_directory(folder.path("a")));
+}
+
+} // namespace

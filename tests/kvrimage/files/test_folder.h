@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdlib>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <string_view>
+
+/// A folder of its own for a test, removed in the end.
+class test_folder {
+public:
+    test_folder() {
+        std::string pattern = (std::filesystem::temp_directory_path() / "kvrimage_test.XXXXXX").string();
+        root = mkdtemp(pattern.data());
+    }
+    test_folder(const test_folder&) = delete;
+    test_folder& operator=(const test_folder&) = delete;
+    ~test_folder() { std::filesystem::remove_all(root); }
+
+    [[nodiscard]] std::string path(std::string_view name = "") const { return (root / name).string(); }
+    std::string write(std::string_view name, std::string_view contents) const {
+        std::ofstream(path(name), std::ios::binary) << contents;
+        return path(name);
+    }
+    [[nodiscard]] std::string read(std::string_view name) const {
+        std::ifstream file(path(name), std::ios::binary);
+        return {std::istreambuf_iterator<char>(file), {}};
+    }
+    [[nodiscard]] std::ptrdiff_t count_files() const {
+        return std::distance(std::filesystem::directory_iterator(root), {});
+    }
+
+private:
+    std::filesystem::path root;
+};

@@ -1,0 +1,119 @@
+#include "kvrimage/formats/foreign_content.h"
+
+#include <gtest/gtest.h>
+
+#include <string>
+
+namespace {
+
+using namespace kvrimage;
+using namespace std::string_view_literals;
+
+std::string kind_of(std::string_view contents) {
+    const auto found = foreign_content(contents);
+    return found ? found->message : "";
+}
+
+std::string message_for(const std::string& what) {
+    return "this looks like " + what + ", not like a memory file";
+}
+
+TEST(ForeignContent, IsKnownByItsFirstBytes) {
+    EXPECT_EQ(kind_of("\x7F"
+                      "ELF\2\1\1"),
+              message_for("an ELF program"));
+    EXPECT_EQ(kind_of("\x89PNG\r\n\x1A\n"), message_for("a PNG picture"));
+    EXPECT_EQ(kind_of("PK\x03\x04\0\0"sv), message_for("a zip archive"));
+    EXPECT_EQ(kind_of("\x1F\x8B\x08"), message_for("a gzip archive"));
+    EXPECT_EQ(kind_of("\xFF\xFE\0\0A\0\0\0"sv), message_for("UTF-32 text"));
+}
+
+TEST(ForeignContent, IsUtf16WithOrWithoutAMark) {
+    for (const std::string_view text :
+         {"\xFF\xFEW\0I\0"sv, "\xFE\xFF\0W\0I"sv, "W\0I\0D\0T\0H\0"sv, "\0W\0I\0D\0T"sv}) {
+        EXPECT_EQ(kind_of(text), message_for("UTF-16 text"));
+    }
+    EXPECT_EQ(foreign_content("\xFF\xFE")->hint, "iconv -f UTF-16 -t UTF-8 makes plain text of it");
+}
+
+TEST(ForeignContent, IsBinaryWithANul) {
+    EXPECT_EQ(kind_of("WIDTH=8;\0"sv), message_for("a binary file"));
+    EXPECT_EQ(kind_of("\0"sv), message_for("a binary file"));
+    EXPECT_EQ(kind_of("\0\0\0\0\0\0\0\0"sv), message_for("a binary file"));
+    EXPECT_EQ(kind_of("a\0\0b"sv), message_for("a binary file"));
+}
+
+TEST(ForeignContent, IsSRecords) {
+    EXPECT_EQ(kind_of("S00600004844521B\n"), message_for("S-records"));
+    EXPECT_EQ(kind_of("\r\n  S1137AF00A0A0D0000000000000000000000000061\r\n"), message_for("S-records"));
+    EXPECT_EQ(kind_of("S00600004844521\n"), "") << "half a byte";
+    EXPECT_EQ(kind_of("S006\n"), "");
+    EXPECT_EQ(kind_of("SX0600004844521B\n"), "");
+    EXPECT_EQ(kind_of("S0060000484452XX\n"), "");
+}
+
+TEST(ForeignContent, IsMarkup) {
+    for (const std::string_view text :
+         {"<?xml version=\"1.0\"?>", "<!DOCTYPE html>", "<Book 5>\n", "\xEF\xBB\xBF<html>"}) {
+        EXPECT_EQ(kind_of(text), message_for("markup text of other software"));
+    }
+    EXPECT_EQ(kind_of("<"), "");
+    EXPECT_EQ(kind_of("< 1"), "");
+}
+
+TEST(ForeignContent, IsBareRowsOfBinaryWords) {
+    EXPECT_EQ(kind_of("01000001\n01000010\n\n 1111 0000\r\n"), message_for("bare rows of binary words"));
+    EXPECT_EQ(kind_of("0"), message_for("bare rows of binary words"));
+    EXPECT_EQ(kind_of("\xEF\xBB\xBF"
+                      "01\n"),
+              message_for("bare rows of binary words"));
+}
+
+TEST(ForeignContent, IsBareRowsOfHexadecimalWords) {
+    EXPECT_EQ(kind_of("01000001\n0100001F\n"), message_for("bare rows of hexadecimal words"));
+    EXPECT_EQ(foreign_content("AB cd\n")->hint, "--from rif reads them");
+}
+
+TEST(ForeignContent, HasTheFirstFilledLineAsItsPlace) {
+    const auto found = foreign_content("\n  AB CD \r\n");
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->where.offset, 3U);
+    EXPECT_EQ(found->where.length, 5U);
+}
+
+TEST(ForeignContent, LooksAtTheFrontOfALongText) {
+    std::string text;
+    while (text.size() < 70000) {
+        text += "0101010101\n";
+    }
+    EXPECT_EQ(kind_of(text + "Z"), message_for("bare rows of binary words"));
+    EXPECT_EQ(kind_of(std::string(70000, '1')), message_for("bare rows of binary words"));
+    EXPECT_EQ(kind_of("Z\n" + text), "");
+}
+
+TEST(ForeignContent, IsNotEveryText) {
+    EXPECT_EQ(kind_of(""), "");
+    EXPECT_EQ(kind_of(" \n\t"), "");
+    EXPECT_EQ(kind_of("Dear reader,"), "");
+    EXPECT_EQ(kind_of("WIDTH=8;\n"), "");
+    EXPECT_EQ(kind_of("0101\nDear reader,\n"), "");
+}
+
+TEST(ForeignContent, IsNoMarkupWithoutANameAfterTheBracket) {
+    for (const std::string_view markup : {"<?xml", "<!--", "<Memory>", "<zone>"}) {
+        EXPECT_TRUE(foreign_content(markup)) << markup;
+    }
+    for (const std::string_view other : {"<", "<1>", "<[", "<{", "<@"}) {
+        EXPECT_FALSE(foreign_content(other)) << other;
+    }
+}
+
+TEST(ForeignContent, IsNoSRecordWithoutDigitsOfAllItsBytes) {
+    EXPECT_TRUE(foreign_content("S00600004844521B\n"));
+    for (const std::string_view other : {"S0060000", "S00600004844521", "S:0600004844521B",
+                                         "S/0600004844521B", "S00600004844521G", "T00600004844521B"}) {
+        EXPECT_FALSE(foreign_content(other)) << other;
+    }
+}
+
+} // namespace

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+#include "kvrimage/formats/mif/mif_parser.h"
+
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <set>
+#include <string_view>
+#include <vector>
+
+namespace kvrimage_tests {
+
+/// A plain reading of a MIF that is right, from what the parser hands out: what the tests of writing and
+/// editing compare with.
+struct mif_model : kvrimage::mif_sink {
+    explicit mif_model(std::string_view file) : contents(file) { kvrimage::parse_mif(file, *this); }
+
+    void setting(const kvrimage::mif_setting& found) override;
+    void statement(const kvrimage::mif_statement& found) override;
+    void end(const kvrimage::span& keyword, const kvrimage::span& semicolon) override;
+
+    /// The same as read() gives it.
+    [[nodiscard]] kvrimage::read_result result() const;
+
+    std::string_view contents;
+    std::uint32_t width = 8;
+    std::uint64_t depth = 16;
+    kvrimage::radix address_radix = kvrimage::radix::hex;
+    kvrimage::radix data_radix = kvrimage::radix::hex;
+    std::map<std::uint64_t, kvrimage::word> words;
+    std::map<std::uint64_t, kvrimage::span> setters; ///< the statement that sets an address last
+    std::set<std::uint64_t> single_addresses;
+    bool sets_twice = false; ///< an address has two statements with one value
+    std::optional<kvrimage::span> end_keyword;
+};
+
+} // namespace kvrimage_tests

@@ -1,0 +1,406 @@
+#include "kvrimage/formats/memory_file.h"
+#include "kvrimage/formats/mif/mif_format.h"
+#include "kvrimage/formats/mif/mif_reader.h"
+#include "kvrimage/image/image_words.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <ostream>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using namespace kvrimage;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+std::string mif_of(std::string_view statements, std::string_view settings = "WIDTH=8;\nDEPTH=8;\n") {
+    return std::string(settings) + "CONTENT BEGIN\n" + std::string(statements) + "END;\n";
+}
+
+/// "too-wide 4:5+3", and "*2" where there are two places.
+std::string shown_diagnostic(const diagnostic& found) {
+    std::string text = std::string(about(found.id).code) + " " + std::to_string(found.where.line) + ":" +
+                       std::to_string(found.where.column) + "+" + std::to_string(found.where.length);
+    return found.count == 1 ? text : text + "*" + std::to_string(found.count);
+}
+
+std::vector<std::string> shown_diagnostics(const std::vector<diagnostic>& found) {
+    std::vector<std::string> texts;
+    std::ranges::transform(found, std::back_inserter(texts), shown_diagnostic);
+    return texts;
+}
+
+std::vector<std::string> words_of(const read_result& result) {
+    std::vector<std::string> texts;
+    for (std::uint64_t i = 0; result.image && i < result.image->words().size(); ++i) {
+        texts.emplace_back(result.image->words()[i]);
+    }
+    return texts;
+}
+
+/// A file, the one diagnostic that it has, and what its certain repair makes of it ("" for none).
+struct mif_case {
+    std::string_view name;
+    std::string file;
+    std::string_view found;
+    std::string repaired;
+};
+std::ostream& operator<<(std::ostream& output, const mif_case& each) {
+    return output << each.name;
+}
+
+class MifFile : public testing::TestWithParam<mif_case> {};
+
+TEST_P(MifFile, HasTheDiagnostic) {
+    const mif_case& each = GetParam();
+    const read_result result = read_mif(each.file, {.wants_repairs = true});
+    ASSERT_THAT(shown_diagnostics(result.diagnostics), ElementsAre(std::string(each.found)));
+    const diagnostic& found = result.diagnostics.front();
+    EXPECT_EQ(found.fix.empty() ? "" : with_edits(each.file, found.fix), each.repaired);
+    EXPECT_EQ(found.fix.empty(), found.repair.empty());
+}
+
+TEST_P(MifFile, HasTheDiagnosticWithoutTheFastPath) {
+    const mif_case& each = GetParam();
+    EXPECT_THAT(shown_diagnostics(read_mif(each.file, {}, mif_fast_path::unused).diagnostics),
+                ElementsAre(std::string(each.found)));
+}
+
+TEST_P(MifFile, IsCleanForKvrAfterItsRepair) {
+    const mif_case& each = GetParam();
+    if (!each.repaired.empty()) {
+        check_options options;
+        options.read.as = &mif_format;
+        const read_result result = check(each.repaired, options);
+        for (const diagnostic& found : result.diagnostics) {
+            EXPECT_EQ(about(found.id).level, diagnostic_class::suspect)
+                << shown_diagnostic(found) << found.message;
+        }
+    }
+}
+
+const std::string usual_header = "WIDTH=8;\nDEPTH=8;\n";
+
+std::string headed(std::string_view settings) {
+    return mif_of("0 : 1;\n", settings);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Header, MifFile,
+    testing::Values(
+        mif_case{"mark", "\xEF\xBB\xBF" + headed(usual_header), "byte-order-mark 1:1+3",
+                 headed(usual_header)},
+        mif_case{"no_equals", headed("WIDTH 8;\nDEPTH=8;\n"), "missing-equals 1:1+7", headed(usual_header)},
+        mif_case{"colon", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX:BIN;\n"), "missing-equals 3:1+14",
+                 headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=BIN;\n")},
+        mif_case{"misspelt", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADX=BIN;\n"), "unknown-header 3:1+9", ""},
+        mif_case{"no_setting", headed("WIDTH=8;\nDEPTH=8;\nAUTHOR=me;\n"), "unknown-header 3:1+6", ""},
+        mif_case{"text", headed("WIDTH=8;\nDEPTH=8;\nmade in May\n"), "header-text 3:1+11",
+                 headed("WIDTH=8;\nDEPTH=8;\n-- made in May\n")},
+        mif_case{"no_value", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=;\n"), "missing-setting-value 3:1+11",
+                 ""},
+        mif_case{"no_semicolon", headed("WIDTH=8\nDEPTH=8;\n"), "header-semicolon 1:8+1",
+                 headed(usual_header)},
+        mif_case{"two_semicolons", headed("WIDTH=8;;\nDEPTH=8;\n"), "empty-statement 1:9+1",
+                 headed(usual_header)},
+        mif_case{"unit", headed("WIDTH=8;\nDEPTH=4K;\n"), "header-number 2:7+2", ""},
+        mif_case{"thousands", headed("WIDTH=8;\nDEPTH=4,096;\n"), "header-number 2:7+5", ""},
+        mif_case{"too_deep", headed("WIDTH=8;\nDEPTH=2147483648;\n"), "header-range 2:7+10", ""},
+        mif_case{"too_wide", headed("WIDTH=1048577;\nDEPTH=8;\n"), "header-range 1:7+7", ""},
+        mif_case{"no_radix", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HXE;\n"), "unknown-radix 3:12+3", ""},
+        mif_case{"full_name", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=hexadecimal;\n"),
+                 "radix-spelling 3:12+11", headed("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n")},
+        mif_case{"one_line", headed("WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=UNS;DATA_RADIX=HEX;\n"),
+                 "shared-line 3:19+15", headed("WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=UNS;\nDATA_RADIX=HEX;\n")},
+        mif_case{"two_lines", headed("WIDTH\n= 8;\nDEPTH=8;\n"), "split-setting 1:1+5", headed(usual_header)},
+        mif_case{"twice", headed("WIDTH=8;\nDEPTH=8;\nDEPTH=08;\n"), "repeated-header 3:7+2", ""},
+        mif_case{"contradiction", headed("WIDTH=8;\nDEPTH=8;\nDEPTH=9;\n"), "contradicting-header 3:7+1", ""},
+        mif_case{"no_width", headed("DEPTH=8;\n"), "missing-width 2:1+7", ""},
+        mif_case{"no_depth", headed("WIDTH=8;\n"), "missing-depth 2:1+7", ""},
+        mif_case{"no_content", usual_header + "0 : 1;\nEND;\n", "missing-content 3:1+1",
+                 headed(usual_header)},
+        mif_case{"spelling", usual_header + "CONTENTS BEGIN\n0 : 1;\nEND;\n", "content-spelling 3:1+8",
+                 headed(usual_header)},
+        mif_case{"one_word", usual_header + "Content_Begin\n0 : 1;\nEND;\n", "content-spelling 3:1+13",
+                 headed(usual_header)},
+        mif_case{"semicolon", usual_header + "CONTENT BEGIN;\n0 : 1;\nEND;\n", "content-semicolon 3:14+1",
+                 headed(usual_header)},
+        mif_case{"no_begin", usual_header + "CONTENT\n0 : 1;\nEND;\n", "missing-begin 3:1+7",
+                 headed(usual_header)},
+        mif_case{"between", usual_header + "CONTENT of it\nBEGIN\n0 : 1;\nEND;\n", "before-begin 3:9+2*2",
+                 ""}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(
+    Statements, MifFile,
+    testing::Values(
+        mif_case{"on_the_line_of_begin", usual_header + "CONTENT BEGIN 0 : 1;\nEND;\n", "behind-begin 3:15+1",
+                 usual_header + "CONTENT BEGIN \n0 : 1;\nEND;\n"},
+        mif_case{"no_semicolon", mif_of("0 : 1 -- one\n1 : 2;\n"), "missing-semicolon 4:6+1",
+                 mif_of("0 : 1; -- one\n1 : 2;\n")},
+        mif_case{"no_semicolon_before_end", mif_of("0 : 1\n"), "missing-semicolon 4:6+1", mif_of("0 : 1;\n")},
+        mif_case{"no_colon", mif_of("0 1;\n"), "content-syntax 4:1+4", ""},
+        mif_case{"no_value", mif_of("0 : ;\n"), "missing-value 4:1+5", ""},
+        mif_case{"no_address", mif_of(" : 1;\n"), "missing-address 4:2+4", ""},
+        mif_case{"muddle", mif_of("[1 2 3 4] : 1;\n"), "range-syntax 4:1+14", ""},
+        mif_case{"no_bracket", mif_of("[0..3 : 0;\n"), "missing-bracket 4:1+5", mif_of("[0..3] : 0;\n")},
+        mif_case{"dash", mif_of("[3-0] : 0;\n"), "range-form 4:1+5", mif_of("[0..3] : 0;\n")},
+        mif_case{"no_brackets", mif_of("0..3 : 0;\n"), "range-form 4:1+4", mif_of("[0..3] : 0;\n")},
+        mif_case{"one_in_brackets", mif_of("[5] : 1;\n"), "one-in-brackets 4:1+3", mif_of("5 : 1;\n")},
+        mif_case{"range_of_one", mif_of("[5..5] : 1;\n"), "range-of-one 4:1+6", mif_of("5 : 1;\n")},
+        mif_case{"goes_down", mif_of("[5..4] : 1;\n"), "range-order 4:2+4", ""},
+        mif_case{"surplus", mif_of("[0..1] : 1 2 3 4;\n"), "surplus-values 4:14+3", ""},
+        mif_case{"stray", mif_of("0 : 1 = 2;\n"), "stray-character 4:7+4", ""},
+        mif_case{"comma", mif_of("0 : 1,2;\n"), "comma 4:6+1", mif_of("0 : 1 2;\n")},
+        mif_case{"dots", mif_of("0 : 1;\n.\n.\n7 : 2;\n"), "left-out 5:1+1*2", ""},
+        mif_case{"two_semicolons", mif_of("0 : 1;;\n"), "empty-statement 4:7+1", mif_of("0 : 1;\n")},
+        mif_case{"lone_semicolon", mif_of("0 : 1;\n;\n1 : 2;\n"), "lone-semicolon 5:1+1",
+                 mif_of("0 : 1;\n\n1 : 2;\n")},
+        mif_case{"two_on_a_line", mif_of("0 : 1; 1 : 2;\n"), "behind-semicolon 4:8+1",
+                 mif_of("0 : 1; \n1 : 2;\n")},
+        mif_case{"before_end", usual_header + "CONTENT BEGIN\n0 : 1; END;\n", "before-end 4:8+3",
+                 usual_header + "CONTENT BEGIN\n0 : 1; \nEND;\n"},
+        mif_case{"glued", mif_of("0 : 1\n2\n3;\n"), "split-value 5:1+1*2", mif_of("0 : 1\n 2\n 3;\n")},
+        mif_case{"bad_digit", mif_of("0 : 1G2;\n"), "bad-digit 4:5+3", ""},
+        mif_case{"too_wide", mif_of("0 : 1FF;\n1 : 3FF;\n2 : 1;\n"), "too-wide 4:5+3*2", ""},
+        mif_case{"address_digit", mif_of("1G : 1;\n2 : 0;\n3 : 0;\n4 : 0;\n"), "address-digit 4:1+2", ""},
+        mif_case{"negative_address", mif_of("-1 : 1;\n"), "negative-address 4:1+2", ""},
+        mif_case{"beyond", mif_of("8 : 1;\n9 : 1;\n"), "beyond-depth 4:1+1*2", ""},
+        mif_case{"list_beyond", mif_of("6 : 1 2 3;\n"), "beyond-depth 4:1+1", ""},
+        mif_case{"twice", mif_of("0 : 1;\n0 : 2;\n"), "set-twice 5:1+6", ""},
+        mif_case{"again", mif_of("0 : 1;\n0 : 01;\n"), "set-again 5:1+7", mif_of("0 : 1;\n\n")},
+        mif_case{"list_over_single", mif_of("1 : 1;\n0 : 1 2;\n"), "overlap 5:1+8", ""},
+        mif_case{"single_over_list", mif_of("0 : 1 2;\n1 : 1;\n"), "overlap 5:1+6", ""},
+        mif_case{"range_over_range", mif_of("[0..3] : 1;\n[2..5] : 2;\n"), "overlap 5:1+11", ""},
+        mif_case{"unsigned", mif_of("0 : 255;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"),
+                 "unsigned-in-dec 5:5+3", mif_of("0 : 255;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=UNS;\n")},
+        mif_case{"unsigned_and_negative", mif_of("0 : 255 -1;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"),
+                 "unsigned-in-dec 5:5+3", ""},
+        mif_case{"other_radix", mif_of("0 : 1F;\n1 : 2;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=BIN;\n"),
+                 "radix-mismatch 3:12+3",
+                 mif_of("0 : 1F;\n1 : 2;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n")},
+        mif_case{"other_address_radix",
+                 mif_of("A : 1;\n1 : 2;\n", "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=UNS;\n"),
+                 "radix-mismatch 3:15+3",
+                 mif_of("A : 1;\n1 : 2;\n", "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=HEX;\n")}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+INSTANTIATE_TEST_SUITE_P(
+    CommentsAndEnd, MifFile,
+    testing::Values(
+        mif_case{"behind_a_comment", mif_of("%a% 0 : 1;\n"), "behind-comment 4:5+1",
+                 mif_of("%a% \n0 : 1;\n")},
+        mif_case{"value_behind_a_comment", mif_of("0 : %a%1;\n"), "behind-comment 4:8+1",
+                 mif_of("0 : %a%\n 1;\n")},
+        mif_case{"open", mif_of("0 : 1; % one\n"), "open-comment 4:8+1", mif_of("0 : 1; % one %\n")},
+        mif_case{"lines_of_words", mif_of("%\n0 : 1;\n%\n1 : 2;\n"), "comment-of-lines 4:1+10",
+                 mif_of("--\n--0 : 1;\n--\n1 : 2;\n")},
+        mif_case{"doubtful", mif_of("% a\n0 : 1;\n% 1 : 2;\n"), "doubtful-comment 4:1+12", ""},
+        mif_case{"no_end", usual_header + "CONTENT BEGIN\n0 : 1;", "missing-end 0:0+0", mif_of("0 : 1;\n")},
+        mif_case{"end_without_semicolon", usual_header + "CONTENT BEGIN\n0 : 1;\nend", "end-semicolon 5:1+3",
+                 usual_header + "CONTENT BEGIN\n0 : 1;\nend;"},
+        mif_case{"behind_end", mif_of("0 : 1;\n") + "1 : 2;\n", "behind-end 6:1+6", ""},
+        mif_case{"text_behind_end", usual_header + "CONTENT BEGIN\n0 : 1;\nEND;s\n", "text-behind-end 5:5+1",
+                 ""},
+        mif_case{"long_line", mif_of("0 : 1;" + std::string(600, ' ') + "\n"), "line-too-long 4:512+1",
+                 mif_of("0 : 1;\n")},
+        mif_case{"long_list",
+                 mif_of("[0..7] :" + std::string(200, ' ') + "1" + std::string(200, ' ') + "2" +
+                        std::string(200, ' ') + "3;\n"),
+                 "line-too-long 4:512+1",
+                 mif_of("[0..7] :" + std::string(200, ' ') + "1" + std::string(200, ' ') + "2" +
+                        std::string(101, ' ') + "\n" + std::string(99, ' ') + "3;\n")}),
+    [](const auto& each) { return std::string(each.param.name); });
+
+TEST(MifReader, ReadsWhatIsMeant) {
+    const std::string file =
+        "-- a\r\nData_Radix = uns ;\r\nDEPTH=6;\r\n% b\r\n  c %\r\nWIDTH=4;\r\nContent\r\n Begin\r\n"
+        "[0..5]\t: 15 ;\r\n1 : 2\r\n 3;\r\n4 : 1; -- d\r\nend;\r\n";
+    const read_result result = read_mif(file, {});
+    EXPECT_THAT(result.diagnostics, IsEmpty());
+    EXPECT_THAT(words_of(result), ElementsAre("F", "2", "3", "F", "1", "F"));
+    EXPECT_EQ(result.facts.data_radix, radix::uns);
+    EXPECT_EQ(result.facts.address_radix, radix::hex);
+    EXPECT_TRUE(result.facts.has_comments);
+}
+
+TEST(MifReader, TakesWidthAndDepthFromTheOptions) {
+    const read_result result = read_mif(mif_of("0 : F;\n3 : 1;\n"), {.width = 4, .depth = 4});
+    EXPECT_THAT(result.diagnostics, IsEmpty());
+    EXPECT_THAT(words_of(result), ElementsAre("F", "", "", "1"));
+    EXPECT_THAT(shown_diagnostics(read_mif(mif_of("3 : 1;\n"), {.depth = 3}).diagnostics),
+                ElementsAre("beyond-depth 4:1+1"));
+}
+
+TEST(MifReader, HandsOutWhatCanBeReadOfABrokenFile) {
+    const read_result result = read_mif(mif_of("0 : 1G;\n1 : 2;\n2 : 3;\n2 : 4;\n"), {.keep_going = true});
+    EXPECT_THAT(words_of(result), ElementsAre("", "02", "", "", "", "", "", ""));
+    EXPECT_THAT(result.unreadable, ElementsAre(address_range{0, 0}, address_range{2, 2}));
+    EXPECT_FALSE(read_mif(mif_of("0 : 1G;\n"), {}).image);
+}
+
+TEST(MifReader, NamesACauseOnceWithTenPlaces) {
+    std::string statements;
+    for (int i = 10; i < 60; ++i) {
+        statements += std::to_string(i) + " : 1;\n";
+    }
+    const read_result result = read_mif(mif_of(statements), {});
+    ASSERT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("beyond-depth 4:1+2*50"));
+    EXPECT_EQ(result.diagnostics[0].hint, "needs DEPTH 90 or more");
+    EXPECT_EQ(result.diagnostics[0].more.size(), 9U);
+}
+
+TEST(MifReader, RefusesWordsOutOfProportion) {
+    std::string statements;
+    for (int i = 0; i < 2000; ++i) {
+        statements += std::to_string(i) + " : " + std::to_string(i % 10) + ";\n";
+    }
+    const std::string file = mif_of(statements, "WIDTH=1048576;\nDEPTH=2000;\nADDRESS_RADIX=UNS;\n");
+    EXPECT_THAT(shown_diagnostics(read_mif(file, {}).diagnostics), ElementsAre("too-large 0:0+0"));
+}
+
+TEST(MifReader, FindsTheStatementThatSetsAWord) {
+    const std::string file = mif_of("[0..3] : 1;\n\t2 : 2;\n3 : 4 5;\n");
+    EXPECT_EQ(find_mif_word(file, {}, 2), (place{5, 2, 45, 6}));
+    EXPECT_EQ(find_mif_word(file, {}, 4), (place{6, 1, 52, 8}));
+    EXPECT_EQ(find_mif_word(file, {}, 7), std::nullopt);
+}
+
+TEST(MifReader, KnowsAMifByItsContents) {
+    EXPECT_EQ(sniff_mif(mif_of("")), certainty::certain);
+    EXPECT_EQ(sniff_mif("WIDTH=8;\n"), certainty::likely);
+    EXPECT_EQ(sniff_mif(":00000001FF\n"), certainty::no);
+}
+
+TEST(MifReader, SaysWhatAFileIsThatIsNoMif) {
+    const read_result result = read_mif("01010101\n11110000\n", {});
+    ASSERT_EQ(result.diagnostics.size(), 1U) << result.diagnostics[0].message;
+    EXPECT_EQ(about(result.diagnostics[0].id).level, diagnostic_class::broken);
+}
+
+std::string hint_of(const read_result& result) {
+    return result.diagnostics.empty() ? "" : result.diagnostics.front().hint;
+}
+
+TEST(MifReader, NamesTheDepthThatTheAddressesNeed) {
+    const std::string settings = "WIDTH=8;\nADDRESS_RADIX=DEC;\nDATA_RADIX=HEX;\n";
+    EXPECT_THAT(hint_of(read_mif(mif_of("", settings), {})), testing::HasSubstr("DEPTH=256;"));
+    EXPECT_THAT(hint_of(read_mif(mif_of("41 : 1;\n", settings), {})), testing::HasSubstr("DEPTH=42;"));
+    EXPECT_THAT(hint_of(read_mif(mif_of("[0..1] : 7;\n2 : 8;\n3 : 9;\n", settings), {})),
+                testing::HasSubstr("DEPTH=4;"));
+    EXPECT_THAT(hint_of(read_mif(mif_of("[0..99999] : 7;\n", settings), {})),
+                testing::HasSubstr("DEPTH=100000;"));
+    EXPECT_THAT(hint_of(read_mif(mif_of("[0..99999] : 7 8 9;\n", settings), {})),
+                testing::HasSubstr("DEPTH=100000;"));
+}
+
+std::string settings_of_wide(std::uint32_t width) {
+    return "WIDTH=" + std::to_string(width) + ";\nDEPTH=1048576;\nADDRESS_RADIX=DEC;\nDATA_RADIX=HEX;\n";
+}
+
+std::string statements_up_to(std::size_t count) {
+    std::string text;
+    for (std::size_t address = 0; address < count; ++address) {
+        text += std::to_string(address) + " : " + std::to_string(address % 9) + ";\n";
+    }
+    return text;
+}
+
+TEST(MifReader, RefusesAFileWhoseWordsTakeMuchMoreMemoryThanItDoes) {
+    const read_result result = read_mif(mif_of(statements_up_to(1000), settings_of_wide(1048576)), {});
+    EXPECT_FALSE(result.image);
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("too-large 0:0+0"));
+}
+
+TEST(MifReader, TakesFewWordsOfTheLargestWidth) {
+    for (const std::string statements : {"0 : 1;\n", "[0..99999] : 1 2 3;\n", "[0..99999] : 1;\n"}) {
+        const read_result result = read_mif(mif_of(statements, settings_of_wide(65536)), {});
+        ASSERT_TRUE(result.image) << statements;
+        EXPECT_EQ((*result.image)[0], word::of(1, 65536)) << statements;
+    }
+}
+
+TEST(MifReader, MayReadDecimalWordsAsUnsignedOnesOrNot) {
+    const std::string settings = "WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=DEC;\nDATA_RADIX=DEC;\n";
+    EXPECT_EQ(read_mif(mif_of("0 : 127;\n", settings), {}).facts.data_radix, radix::dec);
+    EXPECT_EQ(read_mif(mif_of("0 : 255;\n", settings), {}).facts.data_radix, radix::uns);
+    EXPECT_EQ(read_mif(mif_of("0 : 255;\n1 : -1;\n", settings), {}).facts.data_radix, radix::dec);
+}
+
+TEST(MifReader, NamesEachRangeThatItCannotReadOnce) {
+    const std::string settings = "WIDTH=8;\nDEPTH=64;\nADDRESS_RADIX=DEC;\nDATA_RADIX=HEX;\n";
+    const read_result result =
+        read_mif(mif_of("[20..30] : 1 G 2;\n5 : G;\n6 : GG;\n[4..8] : 1FF;\n40 : 1;\n", settings),
+                 {.keep_going = true});
+    ASSERT_TRUE(result.image);
+    const std::vector<address_range> expected = {{4, 8}, {21, 21}, {24, 24}, {27, 27}, {30, 30}};
+    EXPECT_EQ(result.unreadable, expected);
+    EXPECT_EQ((*result.image)[5], std::nullopt);
+    EXPECT_EQ((*result.image)[20], word::of(1, 8));
+    EXPECT_EQ((*result.image)[40], word::of(1, 8));
+}
+
+TEST(MifReader, DoubtsALargePatternAsAWhole) {
+    const std::string settings = "WIDTH=8;\nDEPTH=65536;\nADDRESS_RADIX=DEC;\nDATA_RADIX=HEX;\n";
+    const read_result result = read_mif(mif_of("[10..59999] : 1 G;\n", settings), {.keep_going = true});
+    EXPECT_EQ(result.unreadable, (std::vector<address_range>{{10, 59999}}));
+}
+
+TEST(MifReader, GivesAdviceForNumbersOfTheHeader) {
+    const auto advice = [](std::string_view depth) {
+        return hint_of(read_mif(mif_of("", "WIDTH=8;\nDEPTH=" + std::string(depth) + ";\n"), {}));
+    };
+    EXPECT_EQ(advice("4K"), "write 4096");
+    EXPECT_EQ(advice("2M"), "write 2097152");
+    EXPECT_EQ(advice("4,096"), "write 4096");
+    EXPECT_EQ(advice("4_096"), "write 4096");
+    EXPECT_EQ(advice("16 words"), "write 16");
+    EXPECT_EQ(advice("0x10"), "write a decimal number");
+    EXPECT_EQ(advice("many"), "write a decimal number");
+    EXPECT_EQ(advice("9999999999K"), "write a decimal number");
+}
+
+TEST(MifReader, GivesAdviceForRadixes) {
+    const auto advice = [](std::string_view name) {
+        return hint_of(
+            read_mif(mif_of("", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=" + std::string(name) + ";\n"), {}));
+    };
+    EXPECT_THAT(advice("HXE"), testing::HasSubstr("did you mean HEX?"));
+    EXPECT_THAT(advice("bim"), testing::HasSubstr("did you mean BIN?"));
+    EXPECT_THAT(advice("myhex"), testing::HasSubstr("did you mean HEX?"));
+    EXPECT_THAT(advice("16"), testing::HasSubstr("write one of them"));
+}
+
+TEST(MifReader, ACommentOfLinesBehindTheEndIsNone) {
+    const read_result result = read_mif(mif_of("[0..7] : 1;\n") + "% one\ntwo %\n", {});
+    EXPECT_TRUE(result.image);
+    EXPECT_TRUE(result.facts.has_comments);
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), IsEmpty());
+}
+
+TEST(MifReader, NeedsNoSettingsThatTheCallerGives) {
+    const std::string text = "ADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n0 : 7;\nEND;\n";
+    const read_result result = read_mif(text, {.width = 8, .depth = 4});
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), IsEmpty());
+    EXPECT_THAT(words_of(result), ElementsAre("07", "", "", ""));
+}
+
+TEST(MifReader, SettingsStatedAgainMustSayTheSame) {
+    const auto found = [](std::string_view again) {
+        return shown_diagnostics(
+            read_mif(mif_of("", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=HEX;\n" + std::string(again)), {})
+                .diagnostics);
+    };
+    EXPECT_THAT(found("WIDTH=08;\n"), ElementsAre("repeated-header 4:7+2"));
+    EXPECT_THAT(found("WIDTH=9;\n"), ElementsAre("contradicting-header 4:7+1"));
+    EXPECT_THAT(found("WIDTH=x;\n"), ElementsAre("contradicting-header 4:7+1"));
+    EXPECT_THAT(found("DATA_RADIX=hex;\n"), ElementsAre("repeated-header 4:12+3"));
+    EXPECT_THAT(found("DATA_RADIX=DEC;\n"), ElementsAre("contradicting-header 4:12+3"));
+    EXPECT_THAT(found("DATA_RADIX=none;\n"), ElementsAre("contradicting-header 4:12+4"));
+}
+
+} // namespace

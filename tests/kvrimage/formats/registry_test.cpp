@@ -1,0 +1,47 @@
+#include "kvrimage/formats/registry.h"
+
+#include <gtest/gtest.h>
+
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using namespace kvrimage;
+
+TEST(Registry, FindsFormatsByIdAndExtension) {
+    ASSERT_NE(format_of_name("MIF"), nullptr);
+    EXPECT_EQ(format_of_name("MIF")->id, "mif");
+    EXPECT_EQ(format_of_path("a.b/boot.Hex"), format_of_name("hex"));
+    EXPECT_EQ(format_of_path("a.mif/boot"), nullptr);
+    EXPECT_EQ(format_of_name("nothing"), nullptr);
+}
+
+TEST(Registry, FindsNoFormatInOtherText) {
+    EXPECT_TRUE(sniff("").empty());
+    EXPECT_TRUE(sniff("no memory at all\n", "a.mif").empty());
+}
+
+std::vector<std::string_view> sniffed_ids(std::string_view head, std::string_view file_name) {
+    std::vector<std::string_view> ids;
+    for (const sniffed& each : sniff(head, file_name)) {
+        ids.push_back(each.as->id);
+    }
+    return ids;
+}
+
+TEST(Registry, OfEquallySureFormatsTheExtensionDecides) {
+    const std::string_view both = "WIDTH=8;\nDEPTH=8;\n:00000001FF\n";
+    const std::vector<std::string_view> mif_first = {"mif", "hex"};
+    const std::vector<std::string_view> hex_first = {"hex", "mif"};
+    EXPECT_EQ(sniffed_ids(both, ""), mif_first);
+    EXPECT_EQ(sniffed_ids(both, "a.mif"), mif_first);
+    EXPECT_EQ(sniffed_ids(both, "a.HEX"), hex_first);
+}
+
+TEST(Registry, TheSurestFormatIsFirstWhateverTheExtension) {
+    const std::vector<std::string_view> mif_first = {"mif", "hex"};
+    EXPECT_EQ(sniffed_ids("WIDTH=8;\nDEPTH=8;\n:0000000100\n", "a.hex"), mif_first);
+}
+
+} // namespace

@@ -1,0 +1,39 @@
+#pragma once
+
+#include "kvrimage/files/input_file.h"
+#include "kvrimage/formats/format.h"
+#include "tools/kvrmem/command_line/option_table.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace kvrmem {
+
+/// A file that no command takes. The message is a diagnostic in one line.
+class broken_file : public tool_error {
+public:
+    /// @param name of the file with @p contents, as messages show it
+    /// @param after lines that follow the diagnostic
+    broken_file(const arguments& given, const kvrimage::diagnostic& found, std::string_view name,
+                std::string_view contents, std::string_view after = "");
+    /// The diagnostic as `check` shows it, in lines.
+    [[nodiscard]] const std::string& shown() const noexcept { return *text; }
+
+private:
+    std::shared_ptr<const std::string> text; ///< shared: an exception is copied without an exception
+};
+
+/// The first broken diagnostic of @p result; null when there is none.
+[[nodiscard]] const kvrimage::diagnostic* first_broken(const kvrimage::read_result& result);
+
+/// The refusal of @p file, read from @p path, of whose diagnostics @p shown is the one to show.
+[[nodiscard]] broken_file refusal_of(const arguments& given, const std::string& path,
+                                     const kvrimage::input_file& file, const kvrimage::read_result& result,
+                                     const kvrimage::diagnostic& shown);
+
+/// The command line that shows all diagnostics of the file @p path, ready to be copied.
+[[nodiscard]] std::string check_line(const arguments& given, const std::string& path);
+
+} // namespace kvrmem

@@ -1,0 +1,107 @@
+#include "tools/kvrmem/files/memory_input.h"
+
+#include "kvrimage/files/file_error.h"
+#include "kvrimage/formats/memory_file.h"
+#include "tools/kvrmem/files/broken_file.h"
+#include "tools/kvrmem/files/format_choice.h"
+#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/progress.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <utility>
+
+namespace kvrmem {
+
+namespace {
+
+/// Reports what is broken, where the command goes on with the rest.
+void report_or_refuse(const arguments& given, const memory_input& input) {
+    const kvrimage::diagnostic* const broken = first_broken(input.result);
+    if (broken == nullptr) {
+        return;
+    }
+    if (!given.keep_going || !input.result.image) {
+        throw refusal_of(given, input.path, input.file, input.result, *broken);
+    }
+    tell_as_it_is(refusal_of(given, input.path, input.file, input.result, *broken).shown());
+}
+
+/// What has no end, or too long a line, is bad input.
+kvrimage::input_file read_file(const std::string& path) {
+    try {
+        return kvrimage::input_file(path, show_reading);
+    } catch (const kvrimage::file_error& error) {
+        if (error.code() == std::errc::file_too_large) {
+            throw tool_error(exit_code::bad_input, error.what());
+        }
+        throw;
+    }
+}
+
+} // namespace
+
+memory_input open_memory(const arguments& given, const std::string& path) {
+    if (path == "-") {
+        static_cast<void>(format_for(given.from, path, "--from")); // before a terminal is waited for
+    }
+    kvrimage::input_file file = read_file(path);
+    kvrimage::read_options options;
+    options.as = &format_for(given.from, path, "--from", file.contents());
+    options.width = given.width;
+    options.depth = given.depth;
+    options.unit = given.unit;
+    options.order = given.order;
+    options.keep_going = given.keep_going;
+    return {path, std::move(file), options, {}};
+}
+
+memory_input read_memory(const arguments& given, const std::string& path) {
+    memory_input input = open_memory(given, path);
+    input.result = kvrimage::parse(input.file.contents(), input.options);
+    report_or_refuse(given, input);
+    if (!given.quiet) {
+        note_suspect_ones(given, input);
+    }
+    return input;
+}
+
+void note_suspect_ones(const arguments& given, const memory_input& input) {
+    const auto count = static_cast<std::uint64_t>(
+        std::ranges::count_if(input.result.diagnostics, [](const kvrimage::diagnostic& each) {
+            return kvrimage::about(each.id).level == kvrimage::diagnostic_class::suspect;
+        }));
+    if (count != 0 && first_broken(input.result) == nullptr) {
+        tell(fmt::format("{}: note: {}; {} shows {}", input.name(), counted(count, "warning"),
+                         check_line(given, input.path), count == 1 ? "it" : "them"));
+    }
+}
+
+void note_width(const memory_input& input) {
+    if (!input.result.facts.width_source.empty()) {
+        tell(fmt::format("{}: note: width taken from {}", input.name(), input.result.facts.width_source));
+    }
+}
+
+std::string range_fault(const kvrimage::address_range& range, const kvrimage::memory_image& image) {
+    if (range.first >= image.base() && range.last <= image.last_address()) {
+        return "";
+    }
+    const std::uint64_t outside = range.first < image.base() ? range.first : range.last;
+    return fmt::format("address {} is beyond the depth {} ({} to {})", outside, image.depth(), image.base(),
+                       image.last_address());
+}
+
+kvrimage::address_range range_within(const arguments& given, const kvrimage::memory_image& image) {
+    const kvrimage::address_range all{image.base(), image.last_address()};
+    const kvrimage::address_range range = given.range.value_or(all);
+    const std::string fault = range_fault(range, image);
+    if (!fault.empty()) {
+        usage_error(fmt::format("--range: {}", fault));
+    }
+    return range;
+}
+
+} // namespace kvrmem

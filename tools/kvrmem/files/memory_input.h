@@ -1,0 +1,49 @@
+#pragma once
+
+#include "kvrimage/files/input_file.h"
+#include "kvrimage/formats/format.h"
+#include "tools/kvrmem/command_line/option_table.h"
+
+#include <string>
+
+namespace kvrmem {
+
+/// A file that a command has read.
+struct memory_input {
+    std::string path; ///< as the user gave it
+    kvrimage::input_file file;
+    kvrimage::read_options options;
+    kvrimage::read_result result;
+
+    [[nodiscard]] const std::string& name() const noexcept { return file.name(); } ///< as messages show it
+    [[nodiscard]] const kvrimage::memory_image& image() const { return result.image.value(); }
+};
+
+/// The bytes of the file @p path, and what @p given says of it.
+/// @throws kvrimage::file_error when it cannot be read; tool_error (wrong usage) when nothing tells the
+/// format
+[[nodiscard]] memory_input open_memory(const arguments& given, const std::string& path);
+
+/// Reads the file @p path, which has an image then. What was kept from the image with --keep-going, and how
+/// many diagnostics are suspect, is reported on standard error.
+/// @throws broken_file when a diagnostic is broken, without --keep-going or where nothing can be read
+/// @throws what open_memory() does
+[[nodiscard]] memory_input read_memory(const arguments& given, const std::string& path);
+
+/// Reports on standard error, in one line, how many diagnostics of @p input are suspect, if any are.
+void note_suspect_ones(const arguments& given, const memory_input& input);
+
+/// Reports on standard error where the width is from, if the file does not say it.
+void note_width(const memory_input& input);
+
+/// What is wrong with @p range: "address 8 is beyond the depth 8 (0 to 7)", when it is not in @p image; else
+/// "".
+[[nodiscard]] std::string range_fault(const kvrimage::address_range& range,
+                                      const kvrimage::memory_image& image);
+
+/// The addresses that --range names, or all of @p image.
+/// @throws tool_error (wrong usage) when they are not in it
+[[nodiscard]] kvrimage::address_range range_within(const arguments& given,
+                                                   const kvrimage::memory_image& image);
+
+} // namespace kvrmem
