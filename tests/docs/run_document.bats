@@ -234,7 +234,8 @@ DOCUMENT
 
 @test "one altered digit in a copy of the README is noticed" {
     mkdir copy
-    cp -R "$KVR_SOURCE/docs" "$KVR_SOURCE/examples" "$KVR_SOURCE/kvr" "$KVR_SOURCE"/*.md "$KVR_SOURCE/LICENSE" copy
+    cp -R "$KVR_SOURCE/docs" "$KVR_SOURCE/examples" "$KVR_SOURCE/kvr" "$KVR_SOURCE/kvrimage" "$KVR_SOURCE"/*.md \
+        "$KVR_SOURCE/LICENSE" copy
     run "$KVR_SOURCE/tests/docs/run_document" copy/README.md
     echo "$output"
     [ "$status" -eq 0 ]

@@ -115,7 +115,7 @@ TEST(Contract, HoldsForEveryFileOfTheTests) {
 }
 
 TEST(Contract, HoldsForFilesThatEndTooEarly) {
-    constexpr std::size_t parts = 8;
+    constexpr std::size_t parts = 4;
     for_each_reading([](const input& file, const read_options& options) {
         const std::size_t size = file.contents.size();
         for (std::size_t part = 1; part < parts && size < 4096; ++part) {
@@ -125,7 +125,7 @@ TEST(Contract, HoldsForFilesThatEndTooEarly) {
 }
 
 TEST(Contract, HoldsForDamagedFiles) {
-    constexpr int rounds = 10;
+    constexpr int rounds = 3;
     std::mt19937 random(11);
     for_each_reading([&random](const input& file, const read_options& options) {
         for (int round = 0; round < rounds && file.contents.size() < 4096; ++round) {

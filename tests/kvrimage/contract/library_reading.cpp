@@ -111,7 +111,8 @@ std::string difference_at(std::uint64_t address, const memory_image& ours, const
     const word_result their_word =
         text.empty() || !theirs.digits ? word_result{} : word::parse(text, *theirs.digits, ours.width());
     // In the library, words that nothing sets hold 0.
-    const bool is_zero_by_default = text.empty() && our_word == word(ours.width());
+    const bool is_zero_by_default =
+        text.empty() && address < theirs.words.size() && our_word == word(ours.width());
     if ((our_word == their_word.value && text.empty() == !our_word) || is_zero_by_default) {
         return "";
     }
