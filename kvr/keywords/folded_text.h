@@ -19,7 +19,7 @@ constexpr std::uint64_t fold_short(std::string_view text) noexcept {
 
 /// The eight bytes that start at @p position, folded.
 constexpr std::uint64_t fold_at(std::string_view text, std::size_t position) noexcept {
-    return fold_eight(load_eight(text.data() + position));
+    return fold_eight(load_characters<8>(text.data() + position));
 }
 
 constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) noexcept {

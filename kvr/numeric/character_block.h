@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
-#include <type_traits>
+#include <utility>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -19,24 +19,28 @@ namespace kvr {
 
 // ---- Eight ----
 
-/// The @p count characters at @p text, 8 at most; the bytes above are 0.
+template <std::size_t... place>
+constexpr std::uint64_t join_characters(const char* text, std::index_sequence<place...> /*places*/) noexcept {
+    return ((std::uint64_t{static_cast<unsigned char>(text[place])} << (8 * place)) | ...);
+}
+
+/// The @p count characters at @p text, 8 at most; the bytes above are 0. For the compiler, too, which makes
+/// one load of it where it can.
 template <std::size_t count>
 constexpr std::uint64_t load_characters(const char* text) noexcept {
     static_assert(count <= sizeof(std::uint64_t));
-    std::uint64_t characters = 0;
-    if (!std::is_constant_evaluated() && std::endian::native == std::endian::little) {
-        std::memcpy(&characters, text, count);
-    } else {
-        for (std::size_t at = 0; at < count; ++at) {
-            characters |= std::uint64_t{static_cast<unsigned char>(text[at])} << (8 * at);
-        }
-    }
-    return characters;
+    return join_characters(text, std::make_index_sequence<count>());
 }
 
 /// The eight characters at @p text.
-constexpr std::uint64_t load_eight(const char* text) noexcept {
-    return load_characters<8>(text);
+inline std::uint64_t load_eight(const char* text) noexcept {
+    if constexpr (std::endian::native == std::endian::little) {
+        std::uint64_t eight = 0;
+        std::memcpy(&eight, text, sizeof(eight));
+        return eight;
+    } else {
+        return load_characters<8>(text);
+    }
 }
 
 /// Writes the characters of @p eight to @p text.

@@ -23,8 +23,8 @@ struct folded_key {
         const char* const begin = text.data();
         const char* const end = begin + text.size();
         if (text.size() >= 8) {
-            front = load_eight(begin);
-            back = load_eight(end - 8);
+            front = load_characters<8>(begin);
+            back = load_characters<8>(end - 8);
         } else if (text.size() >= 4) {
             front = load_characters<4>(begin) | load_characters<4>(end - 4) << 32;
         } else {
