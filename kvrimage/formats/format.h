@@ -24,8 +24,31 @@ enum class address_unit : std::uint8_t {
     either ///< the format leaves it open, or its files differ
 };
 
+/// Bytes at the front of a file that tell its format.
+inline constexpr std::size_t sniffed_bytes = std::size_t{64} << 10U;
+
 /// How sure something is by a look at a file's contents.
 enum class certainty : std::uint8_t { no, possible, likely, certain };
+
+/// An answer to what a single format leaves open: {"section", ".text"}.
+struct choice {
+    std::string name; ///< of a choice_kind of the format
+    std::string value;
+};
+
+/// What a single format leaves open to its caller.
+struct choice_kind {
+    std::string_view name;        ///< "section": --section
+    std::string_view operand;     ///< "NAME", as help shows it; "": it has no value
+    std::string_view values;      ///< all that are possible, separated by blanks; "": any
+    std::string_view description; ///< "read only the section NAME"
+};
+
+/// What a file says beside its words.
+struct named_fact {
+    std::string name;  ///< "start address"
+    std::string value; ///< "80000000"
+};
 
 /// What a caller says of a file beyond its contents, and what is wanted of it.
 struct read_options {
@@ -34,7 +57,15 @@ struct read_options {
         std::nullopt; ///< bits a word, instead of the file's own or what it does not say
     std::optional<std::uint64_t> depth = std::nullopt; ///< words; addresses beyond it are broken
     std::optional<address_unit> unit = std::nullopt;   ///< word or byte
-    std::optional<byte_order> order = std::nullopt;
+    std::optional<byte_order> order = std::nullopt;    ///< of the bytes of a word
+    /// The address of the file that becomes word 0, in the file's own unit.
+    std::optional<std::uint64_t> base = std::nullopt;
+    /// For the missing bytes of a word, where a file of bytes has a part of it only.
+    std::optional<std::uint8_t> pad = std::nullopt;
+    /// What the format has in addition to choose from: see format::read_choices.
+    std::vector<choice> choices = {};
+    /// Its extension helps to tell the format where `as` is null; "" when there is none.
+    std::string file_name = {};
     /// Hands out what can be read of a broken file, too; see read_result::unreadable.
     bool keep_going = false;
     /// Of each class; the others are counted.
@@ -55,6 +86,9 @@ struct file_facts {
         width_source; ///< where the width is from when the file does not say ("the longest word"); else ""
     std::uint64_t diagnostics_left_out = 0;
     bool has_comments = false;
+    certainty how_sure =
+        certainty::no;            ///< that the contents are of this format, as far as they were looked at
+    std::vector<named_fact> more; ///< what the format has in addition, for people
 };
 
 struct read_result {
@@ -71,7 +105,13 @@ struct write_options {
     std::optional<radix> address_radix = std::nullopt; ///< hex where a format has the choice
     std::optional<radix> data_radix = std::nullopt;
     bool runs = true; ///< neighbouring equal words share a line where the format can
+    std::optional<byte_order> order = std::nullopt; ///< of the bytes of a word, for a file of bytes
+    std::vector<choice> choices = {};               ///< see format::write_choices
 };
+
+/// The last value that @p choices have for @p name; nothing when they have none.
+[[nodiscard]] KVRIMAGE_API std::optional<std::string_view> chosen(std::span<const choice> choices,
+                                                                  std::string_view name);
 
 /// Takes the text of a file, piece by piece.
 class text_sink {
@@ -115,7 +155,8 @@ struct format {
     bool states_depth = false;
     bool states_radix = false;
     address_unit counts = address_unit::word;
-    bool holds_unset = true;      ///< a word may be left out
+    bool holds_unset = true; ///< a word may be left out; else all are set, or all up to the last one that is
+                             ///< where it does not state the depth. The others cannot be written.
     bool holds_dont_care = false; ///< a bit may be "don't care"
     bool holds_ranges = false;    ///< neighbouring equal words may share a line (write_options::runs)
 
@@ -140,6 +181,9 @@ struct format {
     /// not what it declares.
     std::uint64_t (*written_size)(const memory_image& image, const write_options& options) = nullptr;
     std::span<const consumer> consumers = {};
+    std::span<const choice_kind> read_choices =
+        {}; ///< what a caller may say when it reads, beyond read_options
+    std::span<const choice_kind> write_choices = {}; ///< and when it writes
 };
 
 } // namespace kvrimage

@@ -4,11 +4,14 @@
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/files/input_file.h"
 #include "kvrimage/files/replacement_file.h"
+#include "kvrimage/formats/choices.h"
 #include "kvrimage/formats/edited_text.h"
 #include "kvrimage/formats/foreign_content.h"
+#include "kvrimage/formats/format_choice.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/formats/string_sink.h"
 #include "kvrimage/formats/unset_words.h"
+#include "kvrimage/formats/writable.h"
 
 #include <fmt/format.h>
 
@@ -20,37 +23,6 @@
 namespace kvrimage {
 
 namespace {
-
-/// The format in which a file is read, and one that it surely has instead.
-struct chosen_format {
-    const format* as = nullptr; ///< null: there is none
-    const format* surely = nullptr;
-};
-
-std::vector<sniffed> readable_ones(std::vector<sniffed> found) {
-    std::erase_if(found, [](const sniffed& each) { return each.as->read == nullptr; });
-    return found;
-}
-
-/// Whether @p contents are so surely of @p expected that no other format matters.
-bool are_certainly(const format& expected, std::string_view contents) {
-    constexpr std::size_t sniffed_bytes = std::size_t{64} << 10U; // see format::sniff
-    return expected.sniff != nullptr &&
-           expected.sniff(contents.substr(0, sniffed_bytes)) == certainty::certain;
-}
-
-chosen_format choose_format(std::string_view contents, const std::string& path, const read_options& options) {
-    const format* const expected = options.as != nullptr ? options.as : format_of_path(path);
-    if (expected != nullptr && are_certainly(*expected, contents)) {
-        return {expected, nullptr};
-    }
-    const std::vector<sniffed> found = readable_ones(sniff(contents, path));
-    if (expected == nullptr) {
-        return {found.empty() ? nullptr : found.front().as, nullptr};
-    }
-    const bool is_other = !found.empty() && found.front().how_sure == certainty::certain;
-    return {expected, is_other ? found.front().as : nullptr};
-}
 
 std::string titles_of_formats() {
     std::string titles;
@@ -86,17 +58,48 @@ void note_other_format(const format& as, const format& surely, read_result& resu
     }
 }
 
-read_result read_as(const chosen_format& chosen, std::string_view contents, const read_options& options) {
-    if (chosen.as == nullptr) {
+/// "mif or rif"
+std::string joined_by_or(std::span<const format* const> all, std::string_view before,
+                         std::string_view format::*what) {
+    std::string text;
+    for (const format* each : all) {
+        text += text.empty() ? "" : " or ";
+        text += before;
+        text += each->*what;
+    }
+    return text;
+}
+
+read_result of_several_formats(const format_choice& choice) {
+    const std::span<const format* const> all = choice.among;
+    read_result result;
+    result.diagnostics = {diagnose::ambiguous_format(places(), all.front()->title,
+                                                     joined_by_or(all.subspan(1), "", &format::title))};
+    result.diagnostics.front().hint = joined_by_or(all, "--from ", &format::id);
+    return result;
+}
+
+read_result read_as(const format_choice& choice, std::string_view contents, const read_options& options) {
+    if (!choice.among.empty()) {
+        return of_several_formats(choice);
+    }
+    if (choice.as == nullptr) {
         return of_no_format(contents);
     }
-    if (chosen.as->read == nullptr) {
-        throw std::invalid_argument(fmt::format("{} cannot be read", chosen.as->title));
+    if (choice.as->read == nullptr) {
+        throw std::invalid_argument(fmt::format("{} cannot be read", choice.as->title));
     }
-    read_result result = chosen.as->read(contents, options);
-    result.facts.as = chosen.as;
-    if (chosen.surely != nullptr) {
-        note_other_format(*chosen.as, *chosen.surely, result);
+    if (auto improper = improper_choice(options.choices, *choice.as, &format::read_choices)) {
+        read_result refused;
+        refused.facts.as = choice.as;
+        refused.diagnostics = {std::move(*improper)};
+        return refused;
+    }
+    read_result result = choice.as->read(contents, options);
+    result.facts.as = choice.as;
+    result.facts.how_sure = choice.how_sure;
+    if (choice.surely != nullptr) {
+        note_other_format(*choice.as, *choice.surely, result);
     }
     return result;
 }
@@ -135,8 +138,8 @@ void add_gaps(read_result& result, std::span<const consumer> consumers) {
     }
 }
 
-read_result check_as(const chosen_format& chosen, std::string_view contents, const check_options& options) {
-    read_result result = read_as(chosen, contents, options.read);
+read_result check_as(const format_choice& choice, std::string_view contents, const check_options& options) {
+    read_result result = read_as(choice, contents, options.read);
     if (is_broken(result)) {
         return result;
     }
@@ -156,8 +159,8 @@ read_result check_as(const chosen_format& chosen, std::string_view contents, con
 }
 
 /// One round of repairs: those that can be made at once. False when there is none.
-bool repair_once(const chosen_format& chosen, const check_options& options, repaired& file) {
-    read_result found = check_as(chosen, file.contents, options);
+bool repair_once(const format_choice& choice, const check_options& options, repaired& file) {
+    read_result found = check_as(choice, file.contents, options);
     std::vector<bool> taken;
     const std::vector<text_edit> edits = fixes_at_once(found.diagnostics, taken);
     file.contents = with_edits(std::move(file.contents), edits);
@@ -192,32 +195,34 @@ void require_writable(const memory_image& image, const write_options& options) {
 read_result read(const std::filesystem::path& file, const read_options& options) {
     const std::string path = file.string();
     const input_file input(path);
-    return read_as(choose_format(input.contents(), path, options), input.contents(), options);
+    read_options of_file = options;
+    of_file.file_name = of_file.file_name.empty() ? path : of_file.file_name;
+    return parse(input.contents(), of_file);
 }
 
 read_result parse(std::string_view contents, const read_options& options) {
-    return read_as(choose_format(contents, "", options), contents, options);
+    return read_as(choose_format(contents, options), contents, options);
 }
 
 read_result check(std::string_view contents, const check_options& options) {
-    return check_as(choose_format(contents, "", options.read), contents, options);
+    return check_as(choose_format(contents, options.read), contents, options);
 }
 
 repaired repair(std::string contents, const check_options& options) {
     constexpr int most_rounds =
         1000; // a repair can bring the next one to light; this is only for a mistake of ours
-    const chosen_format chosen = choose_format(contents, "", options.read);
-    if (chosen.as == nullptr || chosen.as->read == nullptr) {
-        throw std::invalid_argument(chosen.as == nullptr
+    const format_choice choice = choose_format(contents, options.read);
+    if (choice.as == nullptr || choice.as->read == nullptr) {
+        throw std::invalid_argument(choice.as == nullptr
                                         ? "no format was named, and the contents fit none"
-                                        : fmt::format("{} cannot be read", chosen.as->title));
+                                        : fmt::format("{} cannot be read", choice.as->title));
     }
     check_options with_repairs = options;
     with_repairs.read.wants_repairs = true;
     repaired file{std::move(contents), {}, {}};
-    for (int round = 0; round < most_rounds && repair_once(chosen, with_repairs, file); ++round) {
+    for (int round = 0; round < most_rounds && repair_once(choice, with_repairs, file); ++round) {
     }
-    file.left = check_as(chosen, file.contents, options);
+    file.left = check_as(choice, file.contents, options);
     return file;
 }
 
@@ -228,8 +233,14 @@ std::vector<diagnostic> can_write(const memory_image& image, const write_options
     if (options.as->write == nullptr) {
         throw std::invalid_argument(fmt::format("{} cannot be written", options.as->title));
     }
-    return options.as->can_write != nullptr ? options.as->can_write(image, options)
-                                            : std::vector<diagnostic>();
+    if (auto improper = improper_choice(options.choices, *options.as, &format::write_choices)) {
+        return {std::move(*improper)};
+    }
+    std::vector<diagnostic> found = general_obstacles(image, options);
+    if (options.as->can_write != nullptr) {
+        std::ranges::move(options.as->can_write(image, options), std::back_inserter(found));
+    }
+    return found;
 }
 
 void write(const memory_image& image, const std::filesystem::path& file, const write_options& options) {

@@ -6,6 +6,7 @@
 #include "kvrimage/formats/rif/rif_format.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace kvrimage {
 
@@ -33,11 +34,11 @@ std::string_view extension_of(std::string_view path) {
     return dot != std::string_view::npos && path[dot] == '.' ? path.substr(dot + 1) : std::string_view();
 }
 
-const format* find_format(std::string_view name, bool by_id) {
-    const auto found = std::ranges::find_if(registered(), [name, by_id](const format* one) {
-        return has_extension(*one, name) || (by_id && kvr::equal_ignoring_case(one->id, name));
-    });
-    return found != registered().end() ? *found : nullptr;
+std::vector<const format*> formats_of_extension(std::string_view extension) {
+    std::vector<const format*> found;
+    std::ranges::copy_if(registered(), std::back_inserter(found),
+                         [extension](const format* one) { return has_extension(*one, extension); });
+    return found;
 }
 
 } // namespace
@@ -51,20 +52,30 @@ void add_format(const format& added) {
 }
 
 const format* format_of_name(std::string_view name) {
-    return find_format(name, true);
+    const auto is_called_so = [name](const format* one) { return kvr::equal_ignoring_case(one->id, name); };
+    const auto found = std::ranges::find_if(registered(), is_called_so);
+    if (found != registered().end()) {
+        return *found;
+    }
+    const std::vector<const format*> by_extension = formats_of_extension(name);
+    return by_extension.empty() ? nullptr : by_extension.front();
 }
 
 const format* format_of_path(std::string_view path) {
-    return find_format(extension_of(path), false);
+    const std::vector<const format*> all = formats_of_path(path);
+    return all.empty() ? nullptr : all.front();
+}
+
+std::vector<const format*> formats_of_path(std::string_view path) {
+    return formats_of_extension(extension_of(path));
 }
 
 std::vector<sniffed> sniff(std::string_view head, std::string_view file_name) {
-    constexpr std::size_t most_sniffed = 65536;
     const std::string_view extension = extension_of(file_name);
     std::vector<sniffed> found;
     for (const format* one : registered()) {
         const certainty how_sure =
-            one->sniff != nullptr ? one->sniff(head.substr(0, most_sniffed)) : certainty::no;
+            one->sniff != nullptr ? one->sniff(head.substr(0, sniffed_bytes)) : certainty::no;
         if (how_sure != certainty::no) {
             found.push_back({one, how_sure});
         }

@@ -18,7 +18,10 @@ KVRIMAGE_API void add_format(const format& added);
 /// The format called @p name, by its identifier or an extension, letter case ignored; null for other names.
 [[nodiscard]] KVRIMAGE_API const format* format_of_name(std::string_view name);
 
-/// The first format that has the extension of @p path; null when none has it.
+/// All formats that have the extension of @p path, in the order of formats().
+[[nodiscard]] KVRIMAGE_API std::vector<const format*> formats_of_path(std::string_view path);
+
+/// The first of them, which is the one that is written under that name; null when there is none.
 [[nodiscard]] KVRIMAGE_API const format* format_of_path(std::string_view path);
 
 /// A format that a file may have.

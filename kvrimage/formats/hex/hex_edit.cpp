@@ -35,7 +35,8 @@ std::optional<diagnostic> obstacle_to(const assignment& given, const hex_layout&
         std::ranges::find_if(given.words, [](const word& each) { return each.has_dont_care(); });
     if (found != given.words.end()) {
         const auto index = static_cast<std::uint64_t>(found - given.words.begin());
-        return diagnose::hex_dont_care({}, text_of_word(*found), given.addresses.first + index);
+        return diagnose::holds_no_dont_care({}, text_of_word(*found), given.addresses.first + index,
+                                            "Intel HEX");
     }
     return std::nullopt;
 }

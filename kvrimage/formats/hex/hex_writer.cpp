@@ -5,13 +5,11 @@
 #include "kvrimage/formats/hex/hex_parser.h"
 #include "kvrimage/formats/hex/hex_rows.h"
 #include "kvrimage/image/word_runs.h"
-#include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <iterator>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -76,27 +74,6 @@ private:
     std::string record;
 };
 
-/// The first word with a don't-care bit.
-std::optional<text_run> find_dont_care(const memory_image& image) {
-    std::optional<text_run> found;
-    const auto take_row = [](const kvr::word_row& row, std::uint64_t) {
-        return is_plain(row.all()) ? row.count : 0U;
-    };
-    const auto take_cycle = [&image](const text_cycle& cycle) {
-        bool all_plain = true;
-        for (std::uint64_t index = 0; index < cycle.period; ++index) {
-            all_plain = all_plain && is_plain(image.words()[cycle.first + index]);
-        }
-        return all_plain ? cycle.length() : 0;
-    };
-    for_each_row_cycle_or_run(image.words(), take_row, take_cycle, [&found](const text_run& run) {
-        if (!found && !is_plain(run.text)) {
-            found = run;
-        }
-    });
-    return found;
-}
-
 /// Characters of the records of words and pages.
 class hex_size {
 public:
@@ -141,10 +118,6 @@ std::vector<diagnostic> can_write_hex(const memory_image& image, const write_opt
     std::vector<diagnostic> reasons;
     if (bytes_of_word(image) > most_data_bytes) {
         reasons.push_back(diagnose::record_too_small({}, image.width(), most_data_bytes * bits_per_byte));
-    }
-    if (const auto found = find_dont_care(image)) {
-        reasons.push_back(diagnose::hex_dont_care({}, found->text, image.base() + found->first));
-        reasons.back().address = image.base() + found->first;
     }
     const auto bounds = image.bounds();
     if (bounds && bounds->last >= deepest_memory) {

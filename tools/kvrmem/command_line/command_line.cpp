@@ -34,7 +34,7 @@ getopt_tables tables_for(const command& which) {
             continue;
         }
         const bool has_value = entry.value != nullptr;
-        tables.names.push_back({entry.name, has_value ? required_argument : no_argument, nullptr,
+        tables.names.push_back({entry.name.c_str(), has_value ? required_argument : no_argument, nullptr,
                                 static_cast<int>(index) + first_long_option});
         if (entry.letter != '\0') {
             tables.letters += entry.letter;
@@ -135,8 +135,9 @@ std::string refused_letter(std::string_view next) {
 }
 
 bool says_how_to_read(option_id option) {
-    constexpr std::array reading = {option_id::from, option_id::width, option_id::depth, option_id::unit,
-                                    option_id::order};
+    constexpr std::array reading = {option_id::from, option_id::width,      option_id::depth,
+                                    option_id::unit, option_id::order,      option_id::base,
+                                    option_id::pad,  option_id::read_choice};
     return std::ranges::find(reading, option) != reading.end();
 }
 
@@ -179,7 +180,8 @@ arguments parse_arguments(const command& which, int count, char** words) {
         const char* const value = optarg != nullptr ? given.restored(optarg) : nullptr;
         entry.take(parsed, entry.name, value);
         if (says_how_to_read(entry.id)) {
-            parsed.reading_options.push_back(fmt::format("--{} {}", entry.name, value));
+            parsed.reading_options.push_back(value != nullptr ? fmt::format("--{} {}", entry.name, value)
+                                                              : fmt::format("--{}", entry.name));
         }
     }
     for (int index = optind; index < count; ++index) {

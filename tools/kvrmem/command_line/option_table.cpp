@@ -11,6 +11,8 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <deque>
+#include <limits>
 
 namespace kvrmem {
 
@@ -52,6 +54,14 @@ word_radix parse_word_radix(std::string_view name, std::string_view value) {
                "a radix is bin, oct, dec, uns, hex, or fixed:I.F with I integer and F fraction bits");
     }
     return *radix;
+}
+
+std::uint64_t parse_number(std::string_view name, std::string_view value, std::uint64_t largest) {
+    const auto number = read_human_size(value, largest);
+    if (!number) {
+        refuse(name, value, fmt::format("this needs a number from 0 to {}", largest));
+    }
+    return *number;
 }
 
 std::uint64_t parse_size(std::string_view name, std::string_view value, std::uint64_t largest) {
@@ -112,6 +122,57 @@ std::string parse_file_name(std::string_view name, std::string_view value) {
     return std::string(value);
 }
 
+/// What the formats leave open when they are read, or written, and the arguments that take it.
+struct choice_side {
+    option_id id;
+    std::span<const kvrimage::choice_kind> format::*kinds;
+    void (*take)(arguments& into, std::string_view name, const char* value);
+};
+
+constexpr std::array<choice_side, 2> choice_sides = {{
+    {option_id::read_choice, &format::read_choices,
+     [](arguments& into, std::string_view name, const char* value) {
+         into.read_choices.push_back({std::string(name), value != nullptr ? value : ""});
+     }},
+    {option_id::write_choice, &format::write_choices,
+     [](arguments& into, std::string_view name, const char* value) {
+         into.write_choices.push_back({std::string(name), value != nullptr ? value : ""});
+     }},
+}};
+
+/// "ELF, CSV: read only the section NAME"
+std::string help_of(const kvrimage::choice_kind& kind, const choice_side& side) {
+    std::vector<std::string_view> titles;
+    for (const format* each : kvrimage::formats()) {
+        if (std::ranges::find(each->*side.kinds, kind.name, &kvrimage::choice_kind::name) !=
+            (each->*side.kinds).end()) {
+            titles.push_back(each->title);
+        }
+    }
+    return fmt::format("{}: {}", fmt::join(titles, ", "), kind.description);
+}
+
+/// Adds an option for each thing that a format leaves open; what several formats leave open is one option.
+void add_choices(std::vector<option_entry>& table) {
+    static std::deque<std::string> value_names;
+    for (const choice_side& side : choice_sides) {
+        const auto begin = static_cast<std::ptrdiff_t>(table.size());
+        for (const format* each : kvrimage::formats()) {
+            for (const kvrimage::choice_kind& kind : each->*side.kinds) {
+                const auto known =
+                    std::find_if(table.begin() + begin, table.end(),
+                                 [&kind](const option_entry& entry) { return entry.name == kind.name; });
+                if (known == table.end()) {
+                    const char* const value =
+                        kind.operand.empty() ? nullptr : value_names.emplace_back(kind.operand).c_str();
+                    table.push_back({side.id, '\0', std::string(kind.name), value, std::string(kind.values),
+                                     help_of(kind, side), side.take});
+                }
+            }
+        }
+    }
+}
+
 std::string listed_formats() {
     return replaced(format_choices(), " ", ", ");
 }
@@ -161,6 +222,14 @@ std::vector<option_entry> make_table() {
          "order of the bytes of a word, where the file does not say: little, big",
          [](arguments& into, std::string_view name, const char* value) {
              into.order = parse_order(name, value);
+         }},
+        {option_id::base, '\0', "base", "ADDRESS", "", "address of the file that becomes word 0",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.base = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
+         }},
+        {option_id::pad, '\0', "pad", "BYTE", "", "value for the missing bytes of a word",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.pad = static_cast<std::uint8_t>(parse_number(name, value, 0xFF));
          }},
         {option_id::keep_going, '\0', "keep-going", nullptr, "",
          "read a broken file as far as it can be; words in doubt are marked",
@@ -247,7 +316,15 @@ std::string with_letter(fmt::format_string<char> format, const option_entry& ent
 }
 
 std::span<const option_entry> option_table() {
-    static const std::vector<option_entry> table = make_table();
+    static const std::vector<option_entry> table = [] {
+        std::vector<option_entry> made = make_table();
+        const auto help = made.end() - 2; // the options of all commands come last
+        std::vector<option_entry> last(std::make_move_iterator(help), std::make_move_iterator(made.end()));
+        made.erase(help, made.end());
+        add_choices(made);
+        std::ranges::move(last, std::back_inserter(made));
+        return made;
+    }();
     return table;
 }
 

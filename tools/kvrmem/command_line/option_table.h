@@ -28,6 +28,10 @@ enum class option_id : std::uint8_t {
     depth,
     unit,
     order,
+    base,
+    pad,
+    read_choice,  ///< one of several options: what the formats leave open; see kvrimage::choice_kind
+    write_choice, ///< the same for the output
     keep_going,
     data_radix,
     address_radix,
@@ -63,6 +67,10 @@ struct arguments {
     std::optional<std::uint64_t> depth;
     std::optional<kvrimage::address_unit> unit;
     std::optional<kvrimage::byte_order> order;
+    std::optional<std::uint64_t> base;
+    std::optional<std::uint8_t> pad;
+    std::vector<kvrimage::choice> read_choices;
+    std::vector<kvrimage::choice> write_choices;
     std::optional<kvrimage::radix> data_radix;
     std::optional<kvrimage::radix> address_radix;
     std::optional<std::string> fill;
@@ -91,7 +99,7 @@ struct arguments {
 struct option_entry {
     option_id id;
     char letter; ///< its short form, or NUL
-    const char* name;
+    std::string name;
     const char* value; ///< what the help calls its value; null when it takes none
     std::string
         choices; ///< the values that a completion offers, separated by blanks, "FILE" for a path, or ""

@@ -192,10 +192,12 @@ exit_code check(const arguments& given) {
     return given.json ? check_files(given, json_output()) : check_files(given, text_output(given));
 }
 
-constexpr std::array check_options_taken = {option_id::from,   option_id::width,  option_id::depth,
-                                            option_id::unit,   option_id::order,  option_id::consumer,
-                                            option_id::strict, option_id::quiet,  option_id::json,
-                                            option_id::fix,    option_id::output, option_id::force_overwrite};
+constexpr std::array check_options_taken = {
+    option_id::from,   option_id::width,       option_id::depth,
+    option_id::unit,   option_id::order,       option_id::base,
+    option_id::pad,    option_id::read_choice, option_id::consumer,
+    option_id::strict, option_id::quiet,       option_id::json,
+    option_id::fix,    option_id::output,      option_id::force_overwrite};
 
 } // namespace
 

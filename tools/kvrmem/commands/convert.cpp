@@ -29,6 +29,8 @@ write_options options_for_output(const arguments& given, const kvrimage::file_fa
     options.address_radix = given.address_radix ? given.address_radix : facts.address_radix;
     options.data_radix = given.data_radix ? given.data_radix : facts.data_radix;
     options.runs = !given.no_runs;
+    options.order = given.order;
+    options.choices = given.write_choices;
     return options;
 }
 
@@ -110,9 +112,11 @@ exit_code convert(const arguments& given) {
 }
 
 constexpr std::array convert_options = {
-    option_id::from, option_id::to,      option_id::width,           option_id::depth,
-    option_id::unit, option_id::order,   option_id::data_radix,      option_id::address_radix,
-    option_id::fill, option_id::no_runs, option_id::force_conversion};
+    option_id::from,         option_id::to,         option_id::width,
+    option_id::depth,        option_id::unit,       option_id::order,
+    option_id::base,         option_id::pad,        option_id::read_choice,
+    option_id::write_choice, option_id::data_radix, option_id::address_radix,
+    option_id::fill,         option_id::no_runs,    option_id::force_conversion};
 
 } // namespace
 

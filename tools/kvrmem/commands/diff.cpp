@@ -159,8 +159,9 @@ exit_code diff(const arguments& given) {
 }
 
 constexpr std::array diff_options = {
-    option_id::from,       option_id::width, option_id::depth, option_id::unit,  option_id::order,
-    option_id::keep_going, option_id::radix, option_id::json,  option_id::quiet, option_id::git};
+    option_id::from, option_id::width, option_id::depth,       option_id::unit,       option_id::order,
+    option_id::base, option_id::pad,   option_id::read_choice, option_id::keep_going, option_id::radix,
+    option_id::json, option_id::quiet, option_id::git};
 
 } // namespace
 

@@ -256,9 +256,10 @@ exit_code dump(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array dump_options = {option_id::from,    option_id::width, option_id::depth,
-                                     option_id::unit,    option_id::order, option_id::radix,
-                                     option_id::columns, option_id::range, option_id::keep_going};
+constexpr std::array dump_options = {option_id::from,    option_id::width,       option_id::depth,
+                                     option_id::unit,    option_id::order,       option_id::base,
+                                     option_id::pad,     option_id::read_choice, option_id::radix,
+                                     option_id::columns, option_id::range,       option_id::keep_going};
 
 } // namespace
 

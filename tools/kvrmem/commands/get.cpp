@@ -59,8 +59,9 @@ exit_code get(const arguments& given) {
     return all_set ? exit_code::fine : exit_code::negative;
 }
 
-constexpr std::array get_options = {option_id::from,  option_id::width, option_id::depth,     option_id::unit,
-                                    option_id::order, option_id::radix, option_id::keep_going};
+constexpr std::array get_options = {
+    option_id::from, option_id::width, option_id::depth,       option_id::unit,  option_id::order,
+    option_id::base, option_id::pad,   option_id::read_choice, option_id::radix, option_id::keep_going};
 
 } // namespace
 

@@ -130,9 +130,9 @@ exit_code info(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array info_options = {option_id::from,      option_id::width, option_id::depth,
-                                     option_id::unit,      option_id::order, option_id::json,
-                                     option_id::keep_going};
+constexpr std::array info_options = {
+    option_id::from, option_id::width, option_id::depth,       option_id::unit, option_id::order,
+    option_id::base, option_id::pad,   option_id::read_choice, option_id::json, option_id::keep_going};
 
 } // namespace
 

@@ -83,9 +83,10 @@ exit_code plot(const arguments& given) {
     return exit_code::fine;
 }
 
-constexpr std::array plot_options = {option_id::from,   option_id::width,     option_id::depth,
-                                     option_id::unit,   option_id::order,     option_id::range,
-                                     option_id::output, option_id::is_signed, option_id::columns};
+constexpr std::array plot_options = {option_id::from,   option_id::width,       option_id::depth,
+                                     option_id::unit,   option_id::order,       option_id::base,
+                                     option_id::pad,    option_id::read_choice, option_id::range,
+                                     option_id::output, option_id::is_signed,   option_id::columns};
 
 } // namespace
 

@@ -51,7 +51,7 @@ exit_code repair_file(const arguments& given) {
     write_text(*given.output, repaired.contents);
     report_repairs(name, repaired);
     tell_as_it_is(report);
-    note_other_extension(*given.output, *input.options.as);
+    note_other_extension(*given.output, *repaired.left.facts.as);
     return exit_code::fine;
 }
 

@@ -53,7 +53,7 @@ std::vector<known_fault> known_faults(const arguments& given, const memory_input
 memory_input read_for_edit(const arguments& given) {
     memory_input input = open_memory(given, given.files[0]);
     input.options.keep_going = true;
-    input.result = kvrimage::parse(input.file.contents(), input.options);
+    parse(input);
     if (!input.result.image) {
         throw refusal_of(given, input.path, input.file, input.result, *first_broken(input.result));
     }

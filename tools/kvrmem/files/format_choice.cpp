@@ -8,37 +8,48 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <string>
 #include <vector>
 
 namespace kvrmem {
 
 namespace {
 
-/// "--from mif, which it looks like", if @p contents say so.
-std::string likely_option(std::string_view option, std::string_view contents) {
-    const std::vector<kvrimage::sniffed> found = kvrimage::sniff(contents);
-    const bool is_likely = !found.empty() && found.front().how_sure >= kvrimage::certainty::likely;
-    return is_likely ? fmt::format("{} {}, which it looks like", option, found.front().as->id)
-                     : std::string(option);
+[[noreturn]] void refuse_name(const std::string& path, std::string_view advice) {
+    usage_error(fmt::format("{}: the name does not tell the format ({}); give {}", path,
+                            format_extensions(", "), advice));
 }
 
 } // namespace
 
 const kvrimage::format& format_for(const kvrimage::format* given, const std::string& path,
-                                   std::string_view option, std::string_view contents) {
+                                   std::string_view option) {
     const kvrimage::format* const found = given != nullptr ? given : kvrimage::format_of_path(path);
     if (found == nullptr) {
-        usage_error(fmt::format("{}: the name does not tell the format ({}); give {}", path,
-                                format_extensions(", "), likely_option(option, contents)));
+        refuse_name(path, option);
     }
     return *found;
 }
 
+void require_known_format(const kvrimage::format* given, const std::string& path, std::string_view contents) {
+    if (given != nullptr || kvrimage::format_of_path(path) != nullptr) {
+        return;
+    }
+    const std::vector<kvrimage::sniffed> found = kvrimage::sniff(contents);
+    const kvrimage::certainty best = found.empty() ? kvrimage::certainty::no : found.front().how_sure;
+    if (best != kvrimage::certainty::certain) {
+        refuse_name(path, best == kvrimage::certainty::likely
+                              ? fmt::format("--from {}, which it looks like", found.front().as->id)
+                              : "--from");
+    }
+}
+
 void note_other_extension(const std::string& path, const kvrimage::format& written) {
-    const kvrimage::format* const named = kvrimage::format_of_path(path);
-    if (named != nullptr && named != &written) {
+    const std::vector<const kvrimage::format*> named = kvrimage::formats_of_path(path);
+    if (!named.empty() && std::ranges::find(named, &written) == named.end()) {
         tell(fmt::format("{}: note: the name says {}, what was written is {}",
-                         kvrimage::title_of_output(path), named->title, written.title));
+                         kvrimage::title_of_output(path), named.front()->title, written.title));
     }
 }
 

@@ -48,19 +48,29 @@ memory_input open_memory(const arguments& given, const std::string& path) {
         static_cast<void>(format_for(given.from, path, "--from")); // before a terminal is waited for
     }
     kvrimage::input_file file = read_file(path);
+    require_known_format(given.from, path, file.contents());
     kvrimage::read_options options;
-    options.as = &format_for(given.from, path, "--from", file.contents());
+    options.as = given.from;
+    options.file_name = path;
     options.width = given.width;
     options.depth = given.depth;
     options.unit = given.unit;
     options.order = given.order;
+    options.base = given.base;
+    options.pad = given.pad;
+    options.choices = given.read_choices;
     options.keep_going = given.keep_going;
     return {path, std::move(file), options, {}};
 }
 
+void parse(memory_input& input) {
+    input.result = kvrimage::parse(input.file.contents(), input.options);
+    input.options.as = input.result.facts.as;
+}
+
 memory_input read_memory(const arguments& given, const std::string& path) {
     memory_input input = open_memory(given, path);
-    input.result = kvrimage::parse(input.file.contents(), input.options);
+    parse(input);
     report_or_refuse(given, input);
     if (!given.quiet) {
         note_suspect_ones(given, input);

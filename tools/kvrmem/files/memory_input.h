@@ -12,7 +12,7 @@ namespace kvrmem {
 struct memory_input {
     std::string path; ///< as the user gave it
     kvrimage::input_file file;
-    kvrimage::read_options options;
+    kvrimage::read_options options; ///< `as` is null until the file is parsed, unless the user gave it
     kvrimage::read_result result;
 
     [[nodiscard]] const std::string& name() const noexcept { return file.name(); } ///< as messages show it
@@ -23,6 +23,9 @@ struct memory_input {
 /// @throws kvrimage::file_error when it cannot be read; tool_error (wrong usage) when nothing tells the
 /// format
 [[nodiscard]] memory_input open_memory(const arguments& given, const std::string& path);
+
+/// Reads what open_memory() has opened into @p input.result, and notes the format.
+void parse(memory_input& input);
 
 /// Reads the file @p path, which has an image then. What was kept from the image with --keep-going, and how
 /// many diagnostics are suspect, is reported on standard error.

@@ -1,0 +1,107 @@
+#include "kvrimage/bytes/bytes_of_words.h"
+
+#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_text.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <string>
+
+namespace kvrimage {
+
+namespace {
+
+using take_block = std::function<void(std::uint64_t address, std::string_view bytes)>;
+
+class byte_gatherer {
+public:
+    byte_gatherer(const memory_image& image, byte_order in_order, const take_block& to)
+        : base(image.base()),
+          bytes_per_word(bytes_of_width(image.width())),
+          has_odd_digits(((image.width() + bits_per_hex_digit - 1) / bits_per_hex_digit) % 2 != 0),
+          reverses(in_order == byte_order::little && bytes_per_word > 1),
+          take(to) {}
+
+    void add_row(const kvr::word_row& row, std::uint64_t offset) {
+        for (std::uint32_t first = 0; first < row.count;) {
+            begin(offset + first);
+            const auto room = static_cast<std::uint32_t>(most - buffer.size()) / bytes_per_word;
+            const std::uint32_t count = std::min(row.count - first, std::max(room, 1U));
+            add_digits(row.part(first, count).all(), count);
+            first += count;
+        }
+    }
+    void add_run(const text_run& run) {
+        for (std::uint64_t offset = run.first; offset <= run.last; ++offset) {
+            begin(offset);
+            add_digits(run.text, 1);
+        }
+    }
+    void flush() {
+        if (!buffer.empty()) {
+            take(address, buffer);
+            buffer.clear();
+        }
+    }
+
+private:
+    static constexpr std::size_t most = std::size_t{64} << 10U;
+
+    void begin(std::uint64_t offset) {
+        const std::uint64_t first = (base + offset) * bytes_per_word;
+        if (first != address + buffer.size() || buffer.size() + bytes_per_word > most) {
+            flush();
+            address = first;
+        }
+    }
+    /// Adds the bytes of @p count words, whose digits stand side by side.
+    void add_digits(std::string_view digits, std::uint32_t count) {
+        const std::size_t begin = buffer.size();
+        buffer.resize(begin + std::size_t{count} * bytes_per_word);
+        if (has_odd_digits) {
+            const std::size_t length = digits.size() / count;
+            for (std::size_t at = begin; !digits.empty();
+                 digits.remove_prefix(length), at += bytes_per_word) {
+                even.assign(1, '0').append(digits.substr(0, length));
+                static_cast<void>(decode_hex(even, &buffer[at]));
+            }
+        } else {
+            static_cast<void>(decode_hex(digits, &buffer[begin]));
+        }
+        if (reverses) {
+            reverse_words(begin);
+        }
+    }
+    void reverse_words(std::size_t begin) {
+        for (auto word = buffer.begin() + static_cast<std::ptrdiff_t>(begin); word != buffer.end();
+             word += bytes_per_word) {
+            std::reverse(word, word + bytes_per_word);
+        }
+    }
+
+    std::uint64_t base;
+    std::uint32_t bytes_per_word;
+    bool has_odd_digits;
+    bool reverses;
+    const take_block& take;
+    std::uint64_t address = 0; ///< of the first byte gathered
+    std::string buffer;
+    std::string even;
+};
+
+} // namespace
+
+void for_each_byte_block(const memory_image& image, byte_order order, const take_block& take) {
+    byte_gatherer bytes(image, order, take);
+    for_each_row_or_run(
+        image.words(),
+        [&bytes](const kvr::word_row& row, std::uint64_t offset) {
+            bytes.add_row(row, offset);
+            return row.count;
+        },
+        [&bytes](const text_run& run) { bytes.add_run(run); });
+    bytes.flush();
+}
+
+} // namespace kvrimage

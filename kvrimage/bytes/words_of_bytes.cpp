@@ -1,0 +1,327 @@
+#include "kvrimage/bytes/words_of_bytes.h"
+
+#include "kvr/memory/store/word_batch.h"
+#include "kvr/numeric/digit_value.h"
+#include "kvrimage/bytes/bytes_of_words.h"
+#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/diagnostics/places.h"
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/word_text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <memory>
+#include <optional>
+#include <string>
+#include <utility>
+
+namespace kvrimage {
+
+namespace {
+
+/// The digits of the word whose bytes in a file are @p bytes.
+std::string digits_of_word(std::string_view bytes, byte_order order) {
+    std::string ordered(bytes);
+    if (order == byte_order::little) {
+        std::ranges::reverse(ordered);
+    }
+    std::string digits(2 * ordered.size(), '0');
+    encode_hex(ordered, digits.data());
+    return digits;
+}
+
+/// Makes words of neighbouring bytes that come in the order of their addresses.
+class byte_joiner {
+public:
+    byte_joiner(std::uint32_t width, byte_order in_order, std::optional<std::uint8_t> pad_byte,
+                image_words& to)
+        : bits(width),
+          bytes_per_word(bytes_of_width(width)),
+          digits((width + bits_per_hex_digit - 1) / bits_per_hex_digit),
+          order(in_order),
+          pad(pad_byte),
+          words(to),
+          batch(to.lower_half()) {}
+
+    /// @param address counts bytes from the first word on
+    void take(std::uint64_t address, std::string_view bytes) {
+        const std::size_t head = std::min<std::size_t>(bytes.size(), bytes_to_border(address));
+        take_part(address, bytes.substr(0, head));
+        address += head;
+        bytes.remove_prefix(head);
+        const std::size_t whole = bytes.size() - bytes.size() % bytes_per_word;
+        if (whole != 0) {
+            store(address / bytes_per_word, bytes.substr(0, whole));
+        }
+        take_part(address + whole, bytes.substr(whole));
+    }
+    void finish() {
+        finish_part();
+        batch.flush();
+    }
+
+    /// A word of which some bytes are missing.
+    struct partial_word {
+        std::uint64_t address; ///< of the word
+        std::uint64_t byte;    ///< address of one that is there
+        std::size_t found;     ///< bytes
+    };
+    [[nodiscard]] const std::vector<partial_word>& partial() const noexcept { return partial_words; }
+    /// Words with surplus bits that are not 0, which are not stored.
+    [[nodiscard]] const std::vector<std::uint64_t>& too_wide() const noexcept { return wide_words; }
+    [[nodiscard]] const std::string& first_too_wide() const noexcept { return first_wide; }
+
+private:
+    [[nodiscard]] std::uint64_t bytes_to_border(std::uint64_t address) const {
+        const std::uint64_t over = address % bytes_per_word;
+        return over == 0 ? 0 : bytes_per_word - over;
+    }
+
+    void take_part(std::uint64_t address, std::string_view bytes) {
+        if (bytes.empty()) {
+            return;
+        }
+        const std::uint64_t word = address / bytes_per_word;
+        if (part.empty() || word != part_word) {
+            finish_part();
+            part_word = word;
+            part.assign(bytes_per_word, static_cast<char>(pad.value_or(0)));
+            part_byte = address;
+        }
+        bytes.copy(&part[address % bytes_per_word], bytes.size());
+        part_found += bytes.size();
+    }
+    void finish_part() {
+        if (part_found == bytes_per_word || (part_found != 0 && pad)) {
+            store(part_word, part);
+        } else if (part_found != 0) {
+            partial_words.push_back({part_word, part_byte, part_found});
+        }
+        part.clear();
+        part_found = 0;
+    }
+
+    /// Stores whole words.
+    void store(std::uint64_t address, std::string_view bytes) {
+        while (!bytes.empty()) {
+            const std::size_t stored = store_some(address, bytes);
+            address += stored;
+            bytes.remove_prefix(stored * bytes_per_word);
+        }
+    }
+    std::size_t store_some(std::uint64_t address, std::string_view bytes) {
+        if (address < image_words::half() && bits % bits_per_byte == 0) {
+            const auto room = batch.room_for_some(static_cast<std::uint32_t>(address), digits);
+            const std::size_t count =
+                std::min({room.count, bytes.size() / bytes_per_word, image_words::half() - address});
+            if (count != 0) {
+                encode_hex(in_order_of_digits(bytes.substr(0, count * bytes_per_word)), room.place);
+                batch.take(count);
+                return count;
+            }
+        }
+        store_one(address, bytes.substr(0, bytes_per_word));
+        return 1;
+    }
+    std::string_view in_order_of_digits(std::string_view bytes) {
+        if (order == byte_order::big || bytes_per_word == 1) {
+            return bytes;
+        }
+        reversed.assign(bytes);
+        for (std::size_t at = 0; at < reversed.size(); at += bytes_per_word) {
+            std::reverse(&reversed[at], &reversed[at] + bytes_per_word);
+        }
+        return reversed;
+    }
+    void store_one(std::uint64_t address, std::string_view bytes) {
+        const std::string all = digits_of_word(bytes, order);
+        if (make_word(all, radix::hex, bits, text)) {
+            first_wide = wide_words.empty() ? all : first_wide;
+            wide_words.push_back(address);
+            return;
+        }
+        batch.flush();
+        words.set(address, text);
+    }
+
+    std::uint32_t bits;
+    std::uint32_t bytes_per_word;
+    std::size_t digits; ///< of a word
+    byte_order order;
+    std::optional<std::uint8_t> pad;
+    image_words& words;
+    kvr::word_batch batch;
+
+    std::string part; ///< the bytes of a word that comes in parts, those that are missing being the pad
+    std::uint64_t part_word = 0;
+    std::uint64_t part_byte = 0;
+    std::size_t part_found = 0;
+
+    std::vector<partial_word> partial_words;
+    std::vector<std::uint64_t> wide_words;
+    std::string first_wide;
+    std::string reversed;
+    std::string text;
+};
+
+class byte_reading {
+public:
+    byte_reading(byte_blocks& of, const read_options& given, const byte_finder& finder, diagnostic_list& to,
+                 read_result& into)
+        : blocks(of),
+          options(given),
+          find(finder),
+          list(to),
+          result(into),
+          width(given.width.value_or(bits_per_byte)),
+          bytes_per_word(bytes_of_width(width)),
+          base(given.base.value_or(0)) {}
+
+    void read() {
+        result.facts.unit = address_unit::byte;
+        result.facts.order = options.order;
+        report_overlaps(blocks.sort());
+        if (blocks.empty()) {
+            make_empty_image();
+        } else if (has_order() && has_base()) {
+            make_image();
+        }
+    }
+
+private:
+    void report_overlaps(const std::vector<byte_overlap>& overlaps) {
+        places where;
+        std::uint64_t first = 0;
+        for (const byte_overlap& each : overlaps) {
+            if (each.differ) {
+                first = where.empty() ? each.first : first;
+                where.add(where.count() < places::kept ? find(each.first) : span());
+            }
+        }
+        if (!where.empty()) {
+            list.add(diagnose::overwritten_byte(where, fmt::format("{:X}", first)));
+        }
+    }
+
+    void make_empty_image() {
+        if (options.depth) {
+            result.image.emplace(width, *options.depth);
+        }
+        list.add(diagnose::no_words({}));
+    }
+
+    [[nodiscard]] bool has_order() {
+        if (bytes_per_word == 1 || options.order) {
+            return true;
+        }
+        std::string first(blocks.all().front().bytes.substr(0, bytes_per_word));
+        first.resize(bytes_per_word);
+        diagnostic found = diagnose::byte_order({}, width);
+        found.hint =
+            fmt::format("add --endian little (first word {}) or big ({})",
+                        digits_of_word(first, byte_order::little), digits_of_word(first, byte_order::big));
+        list.add(std::move(found));
+        return false;
+    }
+
+    /// Nobody means a memory that begins so far below its contents.
+    [[nodiscard]] bool has_base() {
+        constexpr std::uint64_t highest_plain_start = std::uint64_t{1} << 24U;
+        const std::uint64_t lowest = blocks.all().front().address;
+        const std::string shown = fmt::format("{:X}", lowest);
+        if (!options.base && lowest >= highest_plain_start && !options.depth) {
+            list.add(diagnose::base_needed(find(lowest), shown));
+            return false;
+        }
+        if (lowest < base) {
+            list.add(diagnose::below_base(find(lowest), shown, fmt::format("{:X}", base)));
+            return false;
+        }
+        return true;
+    }
+
+    void make_image() {
+        const std::uint64_t highest = blocks.all().back().end() - 1 - base;
+        const std::uint64_t needed = highest / bytes_per_word + 1;
+        const std::uint64_t depth = std::min(options.depth.value_or(needed), deepest_memory);
+        if (needed > depth) {
+            report_beyond(depth, needed);
+        }
+        auto words = std::make_unique<image_words>(depth);
+        byte_joiner joiner(width, options.order.value_or(byte_order::big), options.pad, *words);
+        for (const byte_block& block : blocks.all()) {
+            take(joiner, block, depth * bytes_per_word);
+        }
+        joiner.finish();
+        report_partial(joiner);
+        report_too_wide(joiner);
+        result.image.emplace(width, std::move(words));
+    }
+
+    void take(byte_joiner& joiner, const byte_block& block, std::uint64_t end) const {
+        const std::uint64_t first = block.address - base;
+        if (first < end) {
+            joiner.take(first, block.bytes.substr(0, static_cast<std::size_t>(std::min<std::uint64_t>(
+                                                         end - first, block.bytes.size()))));
+        }
+    }
+
+    void report_beyond(std::uint64_t depth, std::uint64_t needed) {
+        const std::uint64_t end = base + depth * bytes_per_word;
+        const auto beyond =
+            std::ranges::find_if(blocks.all(), [end](const byte_block& each) { return each.end() > end; });
+        const std::uint64_t first = std::max(beyond->address, end);
+        if (options.depth) {
+            list.add(diagnose::beyond_depth(find(first), (first - base) / bytes_per_word, depth, depth - 1,
+                                            needed));
+        } else {
+            list.add(diagnose::address_outside(find(first), fmt::format("{:X}", first),
+                                               fmt::format("{:X}", end - 1)));
+        }
+    }
+
+    void report_partial(const byte_joiner& joiner) {
+        places where;
+        for (const byte_joiner::partial_word& each : joiner.partial()) {
+            where.add(where.count() < places::kept ? find(base + each.byte) : span());
+            result.unreadable.push_back({each.address, each.address});
+        }
+        if (!where.empty()) {
+            const auto& first = joiner.partial().front();
+            list.add(diagnose::incomplete_word(where, first.address, first.found, bytes_per_word));
+        }
+    }
+
+    void report_too_wide(const byte_joiner& joiner) {
+        places where;
+        for (const std::uint64_t address : joiner.too_wide()) {
+            where.add(where.count() < places::kept ? find(base + address * bytes_per_word) : span());
+            result.unreadable.push_back({address, address});
+        }
+        if (!where.empty()) {
+            list.add(
+                diagnose::surplus_bits(where, joiner.too_wide().front(), joiner.first_too_wide(), width));
+        }
+        std::ranges::sort(result.unreadable, {}, &address_range::first);
+    }
+
+    byte_blocks& blocks;
+    const read_options& options;
+    const byte_finder& find;
+    diagnostic_list& list;
+    read_result& result;
+    std::uint32_t width;
+    std::uint32_t bytes_per_word;
+    std::uint64_t base;
+};
+
+} // namespace
+
+void make_words_of_bytes(byte_blocks& blocks, const read_options& options, const byte_finder& find,
+                         diagnostic_list& diagnostics, read_result& result) {
+    byte_reading(blocks, options, find, diagnostics, result).read();
+}
+
+} // namespace kvrimage

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "kvrimage/bytes/byte_blocks.h"
+#include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/diagnostics/span.h"
+#include "kvrimage/formats/format.h"
+
+#include <cstdint>
+#include <functional>
+
+namespace kvrimage {
+
+/// Where in the file the byte at an address is set (the last time, if it is so several times).
+using byte_finder = std::function<span(std::uint64_t address)>;
+
+/// Makes the words of a file of bytes, for the reader of a format whose addresses count bytes, and fills in
+/// the image and the facts of @p result: a word takes ceil(width / 8) bytes in the order of the options
+/// (where the width is above 8; they are asked for it), the surplus high bits 0. Word 0 begins at the base of
+/// the options.
+///
+/// @param blocks are sorted here
+/// @param options width (8 without it), depth, base, order and pad
+/// @param find for the places of diagnostics; called for those only
+/// @param diagnostics takes what is wrong: the order or the base that is missing, words of which bytes are
+/// missing, addresses beyond the memory, bytes that are set twice with other values, surplus bits that are
+/// not 0
+/// @param result gets no image when nothing can be made of the bytes; the caller drops it where something is
+/// broken
+void make_words_of_bytes(byte_blocks& blocks, const read_options& options, const byte_finder& find,
+                         diagnostic_list& diagnostics, read_result& result);
+
+} // namespace kvrimage

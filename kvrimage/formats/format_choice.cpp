@@ -1,0 +1,79 @@
+#include "kvrimage/formats/format_choice.h"
+
+#include "kvrimage/formats/registry.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kvrimage {
+
+namespace {
+
+using candidates = std::vector<sniffed>;
+
+/// How sure each of @p of is; those that cannot be read are left out.
+candidates judged(std::span<const format* const> of, std::string_view contents) {
+    candidates found;
+    for (const format* one : of) {
+        if (one->read != nullptr) {
+            const auto head = contents.substr(0, sniffed_bytes);
+            found.push_back({one, one->sniff != nullptr ? one->sniff(head) : certainty::no});
+        }
+    }
+    std::ranges::stable_sort(found, std::greater<>(), &sniffed::how_sure);
+    return found;
+}
+
+bool can_read(const format& one, std::string_view contents, read_options options) {
+    options.as = &one;
+    return one.read(contents, options).image.has_value();
+}
+
+/// The first of @p found, which are the surest first, unless others that are as sure read other words.
+format_choice choose_among(const candidates& found, std::string_view contents, const read_options& options) {
+    const certainty best = found.front().how_sure;
+    std::vector<const format*> tied;
+    for (const sniffed& each : found) {
+        if (each.how_sure == best) {
+            tied.push_back(each.as);
+        }
+    }
+    if (tied.size() > 1 && best != certainty::no) {
+        std::vector<const format*> readers = tied;
+        std::erase_if(readers, [&](const format* each) { return !can_read(*each, contents, options); });
+        if (readers.size() > 1) {
+            return {nullptr, nullptr, std::move(readers), best};
+        }
+        tied = readers.empty() ? tied : readers;
+    }
+    return {tied.front(), nullptr, {}, best};
+}
+
+/// Notes another format that @p contents surely have.
+format_choice with_surer_one(format_choice choice, std::string_view contents) {
+    if (choice.how_sure != certainty::certain) {
+        const candidates all = judged(formats(), contents);
+        const bool is_other = !all.empty() && all.front().how_sure == certainty::certain;
+        choice.surely = is_other ? all.front().as : nullptr;
+    }
+    return choice;
+}
+
+} // namespace
+
+format_choice choose_format(std::string_view contents, const read_options& options) {
+    if (options.as != nullptr) {
+        const auto head = contents.substr(0, sniffed_bytes);
+        const certainty sure = options.as->sniff != nullptr ? options.as->sniff(head) : certainty::no;
+        return with_surer_one({options.as, nullptr, {}, sure}, contents);
+    }
+    const candidates named = judged(formats_of_path(options.file_name), contents);
+    if (!named.empty()) {
+        return with_surer_one(choose_among(named, contents, options), contents);
+    }
+    const candidates all = judged(formats(), contents);
+    return all.empty() || all.front().how_sure == certainty::no ? format_choice()
+                                                                : choose_among(all, contents, options);
+}
+
+} // namespace kvrimage

@@ -1,0 +1,230 @@
+#include "kvrimage/formats/word_list.h"
+
+#include "kvr/util/letter_case.h"
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <limits>
+
+namespace kvrimage {
+
+namespace {
+
+/// Stands in the list for a word that cannot be read.
+constexpr std::string_view unreadable_text = "?";
+
+/// Nobody means a memory that begins so far below its contents.
+constexpr std::uint64_t highest_plain_start = std::uint64_t{1} << 24U;
+
+/// Bits that a word needs by its digits, leading zeros included, but for decimal ones.
+std::uint64_t bits_by_digits(std::string_view digits, radix digits_radix, std::string& scratch) {
+    switch (digits_radix) {
+    case radix::bin:
+        return digits.size();
+    case radix::oct:
+        return digits.size() * 3;
+    case radix::hex:
+        return digits.size() * bits_per_hex_digit;
+    case radix::dec:
+    case radix::uns:
+        break;
+    }
+    const auto fault = make_word(digits, digits_radix, 1, scratch);
+    return fault ? fault->bits_needed : 1;
+}
+
+} // namespace
+
+void word_list::cause::add(const span& place, std::uint64_t at, std::uint64_t value) {
+    if (where.empty()) {
+        first = place;
+        address = at;
+    }
+    most = std::max(most, value);
+    where.add(place);
+}
+
+word_list::word_list(std::string_view contents, const read_options& given, radix digits_radix,
+                     const stated_sizes& stated)
+    : text(contents),
+      options(given),
+      digits_are(digits_radix),
+      known_width(given.width ? given.width : stated.width),
+      known_depth(given.depth ? given.depth : stated.depth),
+      width_setting(given.width ? "--width" : stated.width_setting),
+      base(given.base.value_or(0)),
+      words(std::make_unique<image_words>(std::min(known_depth.value_or(deepest_memory), deepest_memory))),
+      batch(words->lower_half()),
+      lowest(std::numeric_limits<std::uint64_t>::max()) {}
+
+void word_list::add(const address_range& addresses, std::string_view digits, const span& where) {
+    const bool readable = fits(digits, where);
+    add_raw(addresses, readable ? in_upper_case(digits) : unreadable_text, where);
+}
+
+void word_list::add_unreadable(std::uint64_t address, const span& where) {
+    add_raw({address, address}, unreadable_text, where);
+}
+
+void word_list::add_raw(const address_range& addresses, std::string_view raw, const span& where) {
+    lowest = std::min(lowest, addresses.first);
+    if (!is_within(addresses, where)) {
+        return;
+    }
+    has_unreadable = has_unreadable || raw == unreadable_text;
+    const address_range offsets{addresses.first - base, std::min(addresses.last - base, words->size() - 1)};
+    if (offsets.first < set_end) {
+        note_set_twice(offsets, raw, where);
+    }
+    set(offsets, raw);
+    set_end = std::max(set_end, offsets.last + 1);
+}
+
+/// False when no address is in the memory. Those that are not are noted.
+bool word_list::is_within(const address_range& addresses, const span& where) {
+    if (addresses.first < base) {
+        below.add(where, addresses.first, 0);
+        return false;
+    }
+    const std::uint64_t last = addresses.last - base;
+    if (last >= words->size()) {
+        beyond.add(where, std::max(addresses.first, base + words->size()), last);
+    }
+    return addresses.first - base < words->size();
+}
+
+bool word_list::fits(std::string_view digits, const span& where) {
+    const std::uint64_t bits = bits_by_digits(digits, digits_are, scratch);
+    if (bits > known_width.value_or(widest_word)) {
+        const auto fault = make_word(digits, digits_are, known_width.value_or(widest_word), scratch);
+        if (fault) {
+            too_wide.add(where, fault->bits_needed, fault->bits_needed);
+            return false;
+        }
+    }
+    longest_bits =
+        std::max(longest_bits, static_cast<std::uint32_t>(std::min<std::uint64_t>(bits, widest_word)));
+    return true;
+}
+
+void word_list::note_set_twice(const address_range& offsets, std::string_view raw, const span& where) {
+    batch.flush();
+    bool is_set = false;
+    for_each_run(
+        *words, offsets.first, std::min(offsets.last, set_end - 1),
+        [&is_set, raw](const text_run& run) { is_set = is_set || (!run.text.empty() && run.text != raw); });
+    if (is_set) {
+        set_twice.add(where, base + offsets.first, 0);
+    }
+}
+
+void word_list::set(const address_range& offsets, std::string_view raw) {
+    if (offsets.first == offsets.last && offsets.first < image_words::half()) {
+        batch.set(static_cast<std::uint32_t>(offsets.first), raw);
+    } else {
+        batch.flush();
+        words->fill(offsets.first, offsets.last, {raw});
+    }
+}
+
+std::string_view word_list::in_upper_case(std::string_view digits) {
+    if (std::ranges::none_of(digits, [](char c) { return c >= 'a'; })) {
+        return digits;
+    }
+    scratch.resize(digits.size());
+    std::ranges::transform(digits, scratch.begin(), kvr::upper_case_of);
+    return scratch;
+}
+
+std::uint32_t word_list::width() const {
+    return known_width.value_or(std::max(longest_bits, 1U));
+}
+
+void word_list::finish(diagnostic_list& diagnostics, read_result& result) {
+    batch.flush();
+    report(diagnostics);
+    result.facts.width_source = known_width || longest_bits == 0 ? "" : "the longest word";
+    const bool has_size = !empty() || (known_width && known_depth);
+    if (empty() && !diagnostics.has_broken()) {
+        diagnostics.add(has_size ? diagnose::no_words({}) : diagnose::size_unknown({}));
+    }
+    if (has_size && (options.keep_going || !diagnostics.has_broken())) {
+        result.image = make_image(result.unreadable);
+    }
+}
+
+void word_list::report(diagnostic_list& diagnostics) const {
+    if (!too_wide.where.empty()) {
+        diagnostics.add(diagnose::too_wide(too_wide.where, too_wide.first.in(text), too_wide.address,
+                                           known_width.value_or(widest_word), width_setting, too_wide.most));
+    }
+    report_addresses(diagnostics);
+    if (!set_twice.where.empty()) {
+        diagnostics.add(diagnose::word_set_again(set_twice.where, set_twice.address));
+    }
+    require_proportion(diagnostics);
+}
+
+void word_list::report_addresses(diagnostic_list& diagnostics) const {
+    if (!below.where.empty()) {
+        diagnostics.add(
+            diagnose::below_base(below.where, fmt::format("{:X}", below.address), fmt::format("{:X}", base)));
+    }
+    if (!options.base && !known_depth && lowest >= highest_plain_start && lowest != ~std::uint64_t{0}) {
+        diagnostics.add(diagnose::base_needed({}, fmt::format("{:X}", lowest)));
+    } else if (!beyond.where.empty() && known_depth) {
+        diagnostics.add(diagnose::beyond_depth(beyond.where, beyond.address - base, *known_depth,
+                                               *known_depth - 1, beyond.most + 1));
+    } else if (!beyond.where.empty()) {
+        diagnostics.add(diagnose::address_outside(beyond.where, fmt::format("{:X}", beyond.address),
+                                                  fmt::format("{:X}", base + (deepest_memory - 1))));
+    }
+}
+
+/// Refuses a memory that a few long words make out of proportion to its file.
+void word_list::require_proportion(diagnostic_list& diagnostics) const {
+    constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
+    constexpr std::uint64_t always_granted = std::uint64_t{16} << 20U;
+    constexpr std::uint64_t most_growth = 4;
+    if (width() <= usual_width || empty()) {
+        return;
+    }
+    std::uint64_t count = 0;
+    for_each_row_or_run(
+        *words,
+        [&count](const kvr::word_row& row, std::uint64_t) {
+            count += row.count;
+            return row.count;
+        },
+        [&count](const text_run&) { ++count; });
+    const std::uint64_t size = count * (width() / bits_per_hex_digit);
+    if (size > always_granted && size / most_growth > text.size()) {
+        diagnostics.add(diagnose::out_of_proportion({}, count, width(), size >> 20U, text.size()));
+    }
+}
+
+memory_image word_list::make_image(std::vector<address_range>& unreadable) {
+    words->resize(known_depth.value_or(set_end));
+    if (has_unreadable) {
+        for_each_run(*words, 0, words->size() - 1, [&unreadable](const text_run& run) {
+            if (run.text == unreadable_text) {
+                unreadable.push_back({run.first, run.last});
+            }
+        });
+    }
+    const std::uint32_t bits = width();
+    words->transform(
+        [bits, this](std::string_view word, std::string& made) {
+            made.clear();
+            // Each of them is a word: it was judged when it was added.
+            return word.empty() || word == unreadable_text || !make_word(word, digits_are, bits, made);
+        },
+        [bits, this](const kvr::word_row& row) { return digits_are == radix::hex && are_words(row, bits); });
+    return {bits, std::move(words)};
+}
+
+} // namespace kvrimage

@@ -1,0 +1,101 @@
+#pragma once
+
+#include "kvr/memory/store/word_batch.h"
+#include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/diagnostics/places.h"
+#include "kvrimage/diagnostics/span.h"
+#include "kvrimage/formats/format.h"
+#include "kvrimage/image/address_range.h"
+#include "kvrimage/image/image_words.h"
+
+#include <cstdint>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvrimage {
+
+/// What the file itself says of its words.
+struct stated_sizes {
+    std::optional<std::uint32_t> width;         ///< bits
+    std::optional<std::uint64_t> depth;         ///< words
+    std::string_view width_setting = "--width"; ///< what says the width, for messages
+};
+
+/// Gathers the words of a file that is a list of them, for its reader: finds the width where nobody says it,
+/// and words that are too wide, beyond the depth, or set twice. The width is that of the options, else the
+/// stated one, else that of the longest word: 4, 3 or 1 bits a digit, in decimal the bits of the widest
+/// value. The depth is that of the options, else the stated one, else up to the highest address. Addresses
+/// count words, from the base of the options on.
+class word_list {
+public:
+    /// @param contents and @p given are kept alive by the caller
+    word_list(std::string_view contents, const read_options& given, radix digits_radix,
+              const stated_sizes& stated = {});
+    word_list(const word_list&) = delete;
+    word_list& operator=(const word_list&) = delete;
+    ~word_list() = default;
+
+    /// Adds the word whose digits, in the radix of the list and of either case, are @p digits: each was found
+    /// to be one
+    /// ("X" and "x" are don't care). In `dec` a "-" may come first.
+    /// @param address as the file counts words
+    /// @param where of the word in the file
+    void add(std::uint64_t address, std::string_view digits, const span& where) {
+        add(address_range{address, address}, digits, where);
+    }
+    /// The same for all addresses of a range, at the cost of one.
+    void add(const address_range& addresses, std::string_view digits, const span& where);
+    /// Notes a word that cannot be read.
+    void add_unreadable(std::uint64_t address, const span& where);
+
+    [[nodiscard]] bool empty() const noexcept { return set_end == 0; }
+
+    /// Reports what is wrong with the words, and makes the image and the facts of @p result. There is no
+    /// image for a list without words, unless width and depth are known.
+    void finish(diagnostic_list& diagnostics, read_result& result);
+
+private:
+    struct cause {
+        places where;
+        span first;
+        std::uint64_t address = 0; ///< the first one; bits of the first word that is too wide
+        std::uint64_t most = 0;
+        void add(const span& place, std::uint64_t at, std::uint64_t value);
+    };
+
+    void add_raw(const address_range& addresses, std::string_view raw, const span& where);
+    [[nodiscard]] bool is_within(const address_range& addresses, const span& where);
+    [[nodiscard]] bool fits(std::string_view digits, const span& where);
+    void note_set_twice(const address_range& offsets, std::string_view raw, const span& where);
+    void set(const address_range& offsets, std::string_view raw);
+    [[nodiscard]] std::string_view in_upper_case(std::string_view digits);
+    [[nodiscard]] std::uint32_t width() const;
+    void report(diagnostic_list& diagnostics) const;
+    void report_addresses(diagnostic_list& diagnostics) const;
+    void require_proportion(diagnostic_list& diagnostics) const;
+    memory_image make_image(std::vector<address_range>& unreadable);
+
+    std::string_view text;
+    const read_options& options;
+    radix digits_are;
+    std::optional<std::uint32_t> known_width;
+    std::optional<std::uint64_t> known_depth;
+    std::string_view width_setting;
+    std::uint64_t base;
+    std::unique_ptr<image_words> words;
+    kvr::word_batch batch;
+    std::uint64_t set_end = 0;      ///< offset after the highest word that was set
+    std::uint32_t longest_bits = 0; ///< that a word needs by its digits
+    std::uint64_t lowest;           ///< address
+    bool has_unreadable = false;
+    std::string scratch;
+    cause too_wide;
+    cause beyond;
+    cause below;
+    cause set_twice;
+};
+
+} // namespace kvrimage
