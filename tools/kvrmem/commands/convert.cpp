@@ -41,7 +41,8 @@ void require_words(const memory_input& input) {
     }
 }
 
-/// "MIF in HEX"; "RIF" for a format without radixes; "Intel HEX, word addresses" where addresses may count bytes.
+/// "MIF in HEX"; "RIF" for a format without radixes; "Intel HEX, word addresses" where addresses may count
+/// bytes.
 std::string title_of_file(const format& as, const std::optional<kvrimage::radix>& radix,
                           kvrimage::address_unit unit) {
     std::string title(as.title);
@@ -115,8 +116,8 @@ exit_code convert(const arguments& given) {
     write_image(target, image, options);
     note_width(input);
     tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(),
-                     title_of_file(*facts.as, facts.data_radix, facts.unit.value_or(facts.as->counts)), target,
-                     title_of_file(*options.as, options.data_radix, options.as->counts),
+                     title_of_file(*facts.as, facts.data_radix, facts.unit.value_or(facts.as->counts)),
+                     target, title_of_file(*options.as, options.data_radix, options.as->counts),
                      written_words(image, *options.as)));
     note_other_extension(target, *options.as);
     return exit_code::fine;
