@@ -52,6 +52,9 @@ std::vector<known_fault> known_faults(const arguments& given, const memory_input
 /// Reads the file also where it is broken, as far as it can be read.
 memory_input read_for_edit(const arguments& given) {
     memory_input input = open_memory(given, given.files[0]);
+    if (input.options.as->edit == nullptr) {
+        usage_error(fmt::format("{}: {} cannot be edited", input.name(), input.options.as->title));
+    }
     input.options.keep_going = true;
     input.result = kvrimage::parse(input.file.contents(), input.options);
     if (!input.result.image) {

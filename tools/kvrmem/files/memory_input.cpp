@@ -7,6 +7,7 @@
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 
@@ -50,6 +51,9 @@ memory_input open_memory(const arguments& given, const std::string& path) {
     kvrimage::input_file file = read_file(path);
     kvrimage::read_options options;
     options.as = &format_for(given.from, path, "--from", file.contents());
+    if (options.as->read == nullptr) {
+        usage_error(fmt::format("{}: {} cannot be read", file.name(), options.as->title));
+    }
     options.width = given.width;
     options.depth = given.depth;
     options.unit = given.unit;
