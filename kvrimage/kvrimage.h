@@ -7,6 +7,7 @@
 #include "kvrimage/diagnostics/diagnostic.h"
 #include "kvrimage/diagnostics/diagnostic_text.h"
 #include "kvrimage/edit/edit.h"
+#include "kvrimage/files/unfinished_files.h"
 #include "kvrimage/formats/format.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
