@@ -71,7 +71,7 @@ std::string excessive_size(const memory_input& input, const write_options& optio
     constexpr std::uint64_t most_growth = 100;
     constexpr std::uint64_t most_characters_beside_word = 96;
     const std::uint64_t longest_line = most_characters_beside_word + input.image().width();
-    if (input.image().count_set() <= gibibyte / longest_line) {
+    if (input.image().count_set() <= gibibyte / longest_line || options.as->written_size == nullptr) {
         return "";
     }
     if (options.as->written_size == nullptr) {

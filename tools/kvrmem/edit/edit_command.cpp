@@ -57,6 +57,11 @@ memory_input read_for_edit(const arguments& given) {
     if (!input.result.image) {
         throw refusal_of(given, input.path, input.file, input.result, *first_broken(input.result));
     }
+    if (input.options.as->edit == nullptr) {
+        usage_error(fmt::format("{}: {} cannot be edited in place; convert the file to MIF, edit that, and convert it "
+                                "back",
+                                input.name(), input.options.as->title));
+    }
     return input;
 }
 
@@ -205,18 +210,8 @@ void verify(const memory_input& input, const std::vector<known_fault>& faults) {
 
 } // namespace
 
-void require_edits(const memory_input& input) {
-    const kvrimage::format& as = *input.options.as;
-    if (as.edit == nullptr) {
-        usage_error(fmt::format("{}: {} files cannot be edited in place; convert the file to MIF, edit that, and "
-                                "convert it back",
-                                input.name(), as.title));
-    }
-}
-
 void edit_file(const arguments& given, const edit_kind& kind) {
     memory_input input = read_for_edit(given);
-    require_edits(input);
     const std::vector<known_fault> faults = known_faults(given, input);
     const std::vector<assignment> assignments = read_assignments(given, kind, input);
     require_reasonable_size(input, assignments);
