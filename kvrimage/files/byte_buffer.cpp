@@ -8,10 +8,11 @@ namespace kvrimage {
 
 namespace {
 
+constexpr std::size_t large_page = std::size_t{2} << 20U;
+
 /// Asks for large pages: most of the time of a read goes into the faults of small ones.
 void prefer_large_pages([[maybe_unused]] char* block, [[maybe_unused]] std::size_t size) {
 #if defined(MADV_HUGEPAGE)
-    constexpr std::size_t large_page = std::size_t{2} << 20U;
     const auto address = reinterpret_cast<std::uintptr_t>(block);
     const std::size_t before = (large_page - address % large_page) % large_page;
     if (size >= before + large_page) {
@@ -20,13 +21,24 @@ void prefer_large_pages([[maybe_unused]] char* block, [[maybe_unused]] std::size
 #endif
 }
 
+/// The first block of @p count bytes. A large one begins with a large page: no small ones precede it.
+char* new_block(std::size_t count) {
+    void* block = nullptr;
+    if (count < large_page) {
+        block = std::malloc(count);
+    } else if (posix_memalign(&block, large_page, count) != 0) {
+        block = nullptr;
+    }
+    return static_cast<char*>(block);
+}
+
 } // namespace
 
 void byte_buffer::reserve(std::size_t count) {
     if (count <= capacity) {
         return;
     }
-    auto* const grown = static_cast<char*>(std::realloc(bytes.get(), count));
+    char* const grown = bytes ? static_cast<char*>(std::realloc(bytes.get(), count)) : new_block(count);
     if (grown == nullptr) {
         throw std::bad_alloc();
     }
