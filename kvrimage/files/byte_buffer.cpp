@@ -21,15 +21,12 @@ void prefer_large_pages([[maybe_unused]] char* block, [[maybe_unused]] std::size
 #endif
 }
 
-/// The first block of @p count bytes. A large one begins with a large page: no small ones precede it.
+/// The first block of @p count bytes; null where there is no memory. A large one begins with a large page, so
+/// that no small ones precede it.
 char* new_block(std::size_t count) {
+    const std::size_t alignment = count < large_page ? alignof(std::max_align_t) : large_page;
     void* block = nullptr;
-    if (count < large_page) {
-        block = std::malloc(count);
-    } else if (posix_memalign(&block, large_page, count) != 0) {
-        block = nullptr;
-    }
-    return static_cast<char*>(block);
+    return posix_memalign(&block, alignment, count) == 0 ? static_cast<char*>(block) : nullptr;
 }
 
 } // namespace
@@ -38,6 +35,7 @@ void byte_buffer::reserve(std::size_t count) {
     if (count <= capacity) {
         return;
     }
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): what grows must not be copied
     char* const grown = bytes ? static_cast<char*>(std::realloc(bytes.get(), count)) : new_block(count);
     if (grown == nullptr) {
         throw std::bad_alloc();

@@ -43,8 +43,8 @@ std::string xml_escaped(std::string_view text) {
 }
 
 std::string attributes_of(const box& at) {
-    return fmt::format("x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\"", coordinate(at.left),
-                       coordinate(at.top), coordinate(at.width), coordinate(at.height));
+    return fmt::format(R"(x="{}" y="{}" width="{}" height="{}")", coordinate(at.left), coordinate(at.top),
+                       coordinate(at.width), coordinate(at.height));
 }
 
 } // namespace
