@@ -5,6 +5,7 @@
 #include "kvrimage/export.h"
 #include "kvrimage/image/memory_image.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -26,6 +27,9 @@ enum class address_unit : std::uint8_t {
 
 /// How sure something is by a look at a file's contents.
 enum class certainty : std::uint8_t { no, possible, likely, certain };
+
+/// As much of the beginning of a file as format::sniff looks at.
+inline constexpr std::size_t sniffed_bytes = std::size_t{64} << 10U;
 
 /// What a caller says of a file beyond its contents, and what is wanted of it.
 struct read_options {
@@ -95,7 +99,7 @@ struct edit_result {
 /// A program or library that reads files of a format in its own way.
 struct consumer {
     std::string_view name;  ///< "kvr": --for kvr
-    std::string_view title; ///< "the kvr library"
+    std::string_view title; ///< "the library kvr"
     /// What it refuses or reads otherwise of @p contents, of which @p ours is our reading, with an image and
     /// with `consumer` diagnostics of what our reader knows already, which are not to be repeated.
     std::vector<diagnostic> (*check)(std::string_view contents, const read_options& options,
@@ -119,7 +123,8 @@ struct format {
     bool holds_dont_care = false; ///< a bit may be "don't care"
     bool holds_ranges = false;    ///< neighbouring equal words may share a line (write_options::runs)
 
-    /// How sure it is that @p head, the first bytes of a file (all of it up to 64 KiB), is of this format.
+    /// How sure it is that @p head, the first bytes of a file (all of it up to sniffed_bytes), is of this
+    /// format.
     certainty (*sniff)(std::string_view head) = nullptr;
     read_result (*read)(std::string_view contents, const read_options& options) = nullptr;
     /// The line of the file that sets the word at @p address last; nothing when none does. After read() has

@@ -59,12 +59,11 @@ const format* format_of_path(std::string_view path) {
 }
 
 std::vector<sniffed> sniff(std::string_view head, std::string_view file_name) {
-    constexpr std::size_t most_sniffed = 65536;
     const std::string_view extension = extension_of(file_name);
     std::vector<sniffed> found;
     for (const format* one : registered()) {
         const certainty how_sure =
-            one->sniff != nullptr ? one->sniff(head.substr(0, most_sniffed)) : certainty::no;
+            one->sniff != nullptr ? one->sniff(head.substr(0, sniffed_bytes)) : certainty::no;
         if (how_sure != certainty::no) {
             found.push_back({one, how_sure});
         }
