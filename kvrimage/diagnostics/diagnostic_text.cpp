@@ -43,7 +43,8 @@ std::string excerpt_text(const place& where, std::string_view contents, const te
                        painted(paint, text_part::mark, shown.mark));
 }
 
-/// The first lines of the places after the first one, and the number of places that they have not.
+/// The first lines that hold a place, that of the first one aside, and the number of places that are neither
+/// there nor the first one.
 struct further_lines {
     std::vector<std::uint64_t> lines;
     std::uint64_t places_beyond = 0;
@@ -54,6 +55,9 @@ further_lines further_lines_of(const diagnostic& found) {
     further_lines further;
     further.places_beyond = found.count - 1;
     for (const place& each : found.more) {
+        if (each.line == found.where.line) {
+            continue;
+        }
         const bool is_new = further.lines.empty() || further.lines.back() != each.line;
         if (is_new && further.lines.size() == most_lines) {
             break;

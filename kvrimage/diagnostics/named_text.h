@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <utility>
 
 namespace kvrimage {
 
@@ -17,6 +18,19 @@ public:
     named_text(const char* text) : named_text(std::string_view(text)) {}
     named_text(const std::string& text) : named_text(std::string_view(text)) {}
     named_text(std::integral auto number) : shown(std::to_string(number)) {}
+
+    [[nodiscard]] const std::string& text() const noexcept { return shown; }
+
+private:
+    std::string shown;
+};
+
+/// A text of the program's own, such as the {advice} of a hint: never cut.
+class whole_text {
+public:
+    whole_text(std::string_view text) : shown(text) {}
+    whole_text(const char* text) : shown(text) {}
+    whole_text(std::string text) : shown(std::move(text)) {}
 
     [[nodiscard]] const std::string& text() const noexcept { return shown; }
 

@@ -1,10 +1,14 @@
 #include "kvrimage/formats/foreign_content.h"
 
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/formats/registry.h"
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <string>
+#include <utility>
 
 namespace kvrimage {
 
@@ -13,15 +17,15 @@ namespace {
 using namespace std::string_view_literals;
 
 constexpr std::string_view blanks = " \t\r\f\v";
-/// Enough of a file to know its kind.
-constexpr std::size_t most_looked_at = 65536;
+constexpr std::string_view name_characters =
+    "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
 
 /// The lines of the front of a text that hold something, without the blanks around them.
 class filled_lines {
 public:
     explicit filled_lines(std::string_view contents)
-        : rest(contents.substr(0, most_looked_at)),
-          is_cut(contents.size() > most_looked_at) {
+        : rest(contents.substr(0, sniffed_bytes)),
+          is_cut(contents.size() > sniffed_bytes) {
         if (rest.starts_with("\xEF\xBB\xBF")) {
             rest.remove_prefix(3);
         }
@@ -95,6 +99,16 @@ bool has_markup(std::string_view contents) {
             (line[1] >= 'a' && line[1] <= 'z'));
 }
 
+/// "VERSION 300" or "radix=16;": a name, and the beginning of a number or a "=" after it.
+bool has_other_settings(std::string_view contents) {
+    const std::string_view line = first_line(contents);
+    const std::size_t name = std::min(line.find_first_not_of(name_characters), line.size());
+    const std::size_t next = std::min(line.find_first_not_of(blanks, name), line.size());
+    const std::string_view follows = line.substr(next, 1);
+    return name > 1 && (line.front() < '0' || line.front() > '9') &&
+           (follows == "=" || (next > name && !follows.empty() && follows <= "9" && follows >= "0"));
+}
+
 /// Every other byte of the front is NUL.
 bool is_utf16_without_mark(std::string_view contents) {
     constexpr std::size_t shortest = 4;
@@ -108,7 +122,7 @@ bool is_utf16_without_mark(std::string_view contents) {
 }
 
 bool has_nul(std::string_view contents) {
-    return contents.substr(0, most_looked_at).find('\0') != std::string_view::npos;
+    return contents.substr(0, sniffed_bytes).find('\0') != std::string_view::npos;
 }
 
 constexpr std::string_view to_utf8_16 = "iconv -f UTF-16 -t UTF-8 makes plain text of it";
@@ -156,13 +170,29 @@ constexpr auto foreign_kinds = std::to_array<foreign_kind>({
     {has_s_records, "S-records", ""},
     {has_markup, "markup text of other software", ""},
     {has_binary_rows, "bare rows of binary words",
-     "MIF holds them: DATA_RADIX=BIN; and an address and \":\" before each word, \";\" after it"},
+     R"(MIF holds them: DATA_RADIX=BIN; and an address and ":" before each word, ";" after it)"},
     {has_hexadecimal_rows, "bare rows of hexadecimal words", "--from rif reads them"},
 });
 
+/// What another format surely or probably makes of @p contents.
+std::optional<diagnostic> content_of_other_format(std::string_view contents, const format& expected) {
+    const std::vector<sniffed> all = sniff(contents);
+    const auto found = std::ranges::find_if(all, [&expected](const sniffed& each) {
+        return each.as != &expected && each.as->read != nullptr && each.how_sure >= certainty::likely;
+    });
+    return found != all.end()
+               ? std::optional(diagnose::other_format({}, found->as->title, expected.title, found->as->id))
+               : std::nullopt;
+}
+
 } // namespace
 
-std::optional<diagnostic> foreign_content(std::string_view contents) {
+std::optional<diagnostic> foreign_content(std::string_view contents, const format* expected) {
+    if (expected != nullptr) {
+        if (auto found = content_of_other_format(contents, *expected)) {
+            return found;
+        }
+    }
     const auto begun = std::ranges::find_if(foreign_beginnings, [contents](const foreign_beginning& each) {
         return contents.starts_with(each.bytes);
     });
@@ -171,14 +201,25 @@ std::optional<diagnostic> foreign_content(std::string_view contents) {
     }
     const auto found = std::ranges::find_if(
         foreign_kinds, [contents](const foreign_kind& each) { return each.fits(contents); });
-    if (found == foreign_kinds.end()) {
-        return std::nullopt;
-    }
     const std::string_view line = first_line(contents);
-    return diagnose::foreign_content(
-        span{line.empty() ? 0 : static_cast<std::uint64_t>(line.data() - contents.data()),
-             std::max<std::size_t>(line.size(), 1)},
-        found->what, found->advice);
+    const span where{line.empty() ? 0 : static_cast<std::uint64_t>(line.data() - contents.data()),
+                     std::max<std::size_t>(line.size(), 1)};
+    if (found != foreign_kinds.end()) {
+        return diagnose::foreign_content(where, found->what, found->advice);
+    }
+    if (expected != nullptr && has_other_settings(contents)) {
+        return diagnose::foreign_content(where, "text of other software", "");
+    }
+    return std::nullopt;
+}
+
+read_result only_finding(const format& as, std::string_view contents, diagnostic only) {
+    diagnostic_list list;
+    list.add(std::move(only));
+    read_result result;
+    result.facts.as = &as;
+    result.diagnostics = list.finish(contents);
+    return result;
 }
 
 } // namespace kvrimage

@@ -5,6 +5,7 @@
 #include "kvrimage/export.h"
 #include "kvrimage/image/memory_image.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <optional>
@@ -138,7 +139,7 @@ struct edit_result {
 /// A program or library that reads files of a format in its own way.
 struct consumer {
     std::string_view name;  ///< "kvr": --for kvr
-    std::string_view title; ///< "the kvr library"
+    std::string_view title; ///< "the library kvr"
     /// What it refuses or reads otherwise of @p contents, of which @p ours is our reading, with an image and
     /// with `consumer` diagnostics of what our reader knows already, which are not to be repeated.
     std::vector<diagnostic> (*check)(std::string_view contents, const read_options& options,
@@ -163,7 +164,8 @@ struct format {
     bool holds_dont_care = false; ///< a bit may be "don't care"
     bool holds_ranges = false;    ///< neighbouring equal words may share a line (write_options::runs)
 
-    /// How sure it is that @p head, the first bytes of a file (all of it up to 64 KiB), is of this format.
+    /// How sure it is that @p head, the first bytes of a file (all of it up to sniffed_bytes), is of this
+    /// format.
     certainty (*sniff)(std::string_view head) = nullptr;
     /// Reads a whole file.
     read_result (*read)(std::string_view contents, const read_options& options) = nullptr;

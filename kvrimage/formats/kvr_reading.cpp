@@ -124,7 +124,9 @@ private:
         if (our_text == their_text && (texts_radix == radix::hex || our_text.empty())) {
             return true;
         }
-        if (their_text.empty() || make_word(their_text, texts_radix, width, word_of_theirs)) {
+        bool is_unsigned = false;
+        if (their_text.empty() ||
+            make_word_of_any_sign(their_text, texts_radix, width, word_of_theirs, is_unsigned)) {
             return false;
         }
         return our_text.empty() ? word_of_theirs.find_first_not_of('0') == std::string::npos
@@ -154,7 +156,9 @@ std::string shown_word(std::string_view text, const read_result& ours) {
 /// @p text, which the library holds, for a message: like our words where it is one.
 std::string shown_text_of_kvr(std::string_view text, radix texts_radix, const read_result& ours) {
     std::string word;
-    const bool is_word = !text.empty() && !make_word(text, texts_radix, ours.image->width(), word);
+    bool is_unsigned = false;
+    const bool is_word =
+        !text.empty() && !make_word_of_any_sign(text, texts_radix, ours.image->width(), word, is_unsigned);
     return is_word || text.empty() ? shown_word(word, ours) : std::string(text);
 }
 

@@ -16,7 +16,7 @@ struct kvr_reading {
     radix texts_radix = radix::hex; ///< of these
     bool refused = false;
     span where;         ///< refused: the place that it does not take; empty: none in the file
-    std::string reason; ///< refused: follows "the kvr library refuses the file: "
+    std::string reason; ///< refused: follows "the library kvr refuses the file: "
 };
 
 /// What @p theirs has otherwise than @p ours, our reading of @p contents: that the file is refused, or the

@@ -121,23 +121,6 @@ std::string consequence_of_gaps(std::span<const consumer> consumers) {
     return found != consumers.end() ? fmt::format("{} {}", found->title, found->unset_words) : "";
 }
 
-bool has(const std::vector<diagnostic>& found, diagnostic_id id) {
-    return std::ranges::find(found, id, &diagnostic::id) != found.end();
-}
-
-void add_gaps(read_result& result, std::span<const consumer> consumers) {
-    const unset_words unset = count_unset(*result.image);
-    if (unset.count == result.image->depth()) {
-        if (!has(result.diagnostics, diagnostic_id::no_words)) {
-            result.diagnostics.push_back(diagnose::no_words(places()));
-        }
-    } else if (unset.count != 0) {
-        result.diagnostics.push_back(diagnose::gap(places(), unset.count, result.image->depth(),
-                                                   unset.count == 1 ? "is" : "are", unset.first,
-                                                   consequence_of_gaps(consumers)));
-    }
-}
-
 read_result check_as(const format_choice& choice, std::string_view contents, const check_options& options) {
     read_result result = read_as(choice, contents, options.read);
     if (is_broken(result)) {
@@ -151,8 +134,8 @@ read_result check_as(const format_choice& choice, std::string_view contents, con
     for (const consumer& each : consumers) {
         std::ranges::move(each.check(contents, options.read, result), std::back_inserter(result.diagnostics));
     }
-    if (result.image) {
-        add_gaps(result, consumers);
+    if (auto unset = find_unset_words(result, consequence_of_gaps(consumers))) {
+        result.diagnostics.push_back(*std::move(unset));
     }
     sort_by_place(result.diagnostics);
     return result;

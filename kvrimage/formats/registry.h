@@ -12,7 +12,7 @@ namespace kvrimage {
 /// All formats, in the order in which people should see them.
 [[nodiscard]] KVRIMAGE_API std::span<const format* const> formats();
 
-/// Adds a format of the program's own, which must live as long as the program, behind the others.
+/// Adds a format of the program's own, which must live as long as the program, after the others.
 KVRIMAGE_API void add_format(const format& added);
 
 /// The format called @p name, by its identifier or an extension, letter case ignored; null for other names.
@@ -30,7 +30,7 @@ struct sniffed {
     certainty how_sure; ///< never `no`
 };
 
-/// The formats that @p head, the first bytes of a file (up to 64 KiB of it are looked at), may have, the
+/// The formats that @p head, the first bytes of a file (sniffed_bytes of it are looked at), may have, the
 /// surest first; among equally sure ones those that have the extension of @p file_name first. None: it looks
 /// like no format.
 [[nodiscard]] KVRIMAGE_API std::vector<sniffed> sniff(std::string_view head, std::string_view file_name = {});

@@ -1,6 +1,9 @@
 #include "kvrimage/formats/unset_words.h"
 
+#include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/image/word_runs.h"
+
+#include <algorithm>
 
 namespace kvrimage {
 
@@ -47,6 +50,20 @@ unset_words count_unset(const memory_image& image) {
     unset_words found = gaps.result();
     found.first += image.base();
     return found;
+}
+
+std::optional<diagnostic> find_unset_words(const read_result& result, const std::string& consequence) {
+    const unset_words unset = result.image ? count_unset(*result.image) : unset_words{};
+    if (unset.count == 0) {
+        return std::nullopt;
+    }
+    if (unset.count != result.image->depth()) {
+        return diagnose::gap({}, unset.count, result.image->depth(), unset.count == 1 ? "is" : "are",
+                             unset.first, consequence);
+    }
+    const bool is_reported = std::ranges::find(result.diagnostics, diagnostic_id::no_words,
+                                               &diagnostic::id) != result.diagnostics.end();
+    return is_reported ? std::nullopt : std::optional(diagnose::no_words({}));
 }
 
 } // namespace kvrimage

@@ -1,8 +1,10 @@
 #pragma once
 
-#include "kvrimage/image/memory_image.h"
+#include "kvrimage/formats/format.h"
 
 #include <cstdint>
+#include <optional>
+#include <string>
 
 namespace kvrimage {
 
@@ -14,5 +16,10 @@ struct unset_words {
 
 /// The cost depends on what is set, and not on how many addresses there are.
 [[nodiscard]] unset_words count_unset(const memory_image& image);
+
+/// What check() reports of words of @p result that are not set, with @p consequence as its hint; nothing
+/// where all are set, there is no image, or read() has reported it already.
+[[nodiscard]] std::optional<diagnostic> find_unset_words(const read_result& result,
+                                                         const std::string& consequence);
 
 } // namespace kvrimage

@@ -8,7 +8,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Copies the words in the order of their addresses. What is behind those copied already may hold anything.
+/// Copies the words in the order of their addresses. What is after those copied already may hold anything.
 class store_copier {
 public:
     explicit store_copier(const kvr::word_store& words) : from(words) { to.resize(from.size(), ""); }

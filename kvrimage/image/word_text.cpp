@@ -31,6 +31,17 @@ std::optional<word_fault> make_word(std::string_view text, radix digits_radix, s
     return error ? std::optional(fault_of(*error)) : std::nullopt;
 }
 
+std::optional<word_fault> make_word_of_any_sign(std::string_view text, radix digits_radix,
+                                                std::uint32_t width, std::string& word, bool& is_unsigned) {
+    const auto error = make_word(text, digits_radix, width, word);
+    if (!error || digits_radix != radix::dec || error->what != word_fault::kind::too_wide) {
+        return error;
+    }
+    const auto without_sign = make_word(text, radix::uns, width, word);
+    is_unsigned = is_unsigned || !without_sign;
+    return !without_sign || without_sign->what == word_fault::kind::too_wide ? without_sign : error;
+}
+
 bool are_words(const kvr::word_row& row, std::uint32_t width) noexcept {
     if (row.length != kvr::digit_count(width, bits_per_hex_digit) || !kvr::are_upper_hex_digits(row.all())) {
         return false;

@@ -35,6 +35,16 @@ inline constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
 std::optional<word_fault> make_word(std::string_view text, radix digits_radix, std::uint32_t width,
                                     std::string& word);
 
+/// make_word(), which also takes a number in `dec` that is too large to be signed and not to be unsigned (200
+/// in 8 bits); it sets @p is_unsigned then. How many bits a larger one needs is said for one without a sign.
+std::optional<word_fault> make_word_of_any_sign(std::string_view text, radix digits_radix,
+                                                std::uint32_t width, std::string& word, bool& is_unsigned);
+
+/// True for what is a word with a don't-care digit, and may be a number with a prefix: "0x1F".
+[[nodiscard]] inline bool looks_prefixed(std::string_view text) noexcept {
+    return text.starts_with("0x") && text.size() > 2;
+}
+
 /// True when the texts of @p row are words of @p width bits without don't-care digits, in the form that the
 /// image holds: what make_word() makes of such a text in `hex` is the text itself.
 [[nodiscard]] bool are_words(const kvr::word_row& row, std::uint32_t width) noexcept;

@@ -5,6 +5,7 @@
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/hex/hex_bytes.h"
 #include "kvrimage/formats/hex/hex_faults.h"
+#include "kvrimage/image/united_ranges.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>
@@ -216,19 +217,6 @@ std::optional<memory_image> hex_cells::finish(diagnostic_list& diagnostics) {
 
 std::vector<address_range> hex_cells::unreadable() const {
     return united(in_doubt);
-}
-
-std::vector<address_range> united(std::vector<address_range> ranges) {
-    std::ranges::sort(ranges, {}, [](const address_range& range) { return range.first; });
-    std::vector<address_range> result;
-    for (const address_range& range : ranges) {
-        if (!result.empty() && range.first <= result.back().last + 1) {
-            result.back().last = std::max(result.back().last, range.last);
-        } else {
-            result.push_back(range);
-        }
-    }
-    return result;
 }
 
 } // namespace kvrimage

@@ -75,7 +75,4 @@ private:
     std::vector<address_range> in_doubt; ///< words
 };
 
-/// @p ranges in order, with neighbours as one.
-[[nodiscard]] std::vector<address_range> united(std::vector<address_range> ranges);
-
 } // namespace kvrimage

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::array<std::string_view, 2> hex_extensions = {"hex", "ihex"};
 constexpr std::array<consumer, 1> hex_consumers = {
-    {{"kvr", "the kvr library", check_hex_for_kvr, "holds 0 there"}}};
+    {{"kvr", "the library kvr", check_hex_for_kvr, "holds 0 there"}}};
 
 } // namespace
 

@@ -40,7 +40,7 @@ enum class hex_fault : std::uint8_t {
     address_length, ///< an extended address of other than 2 bytes
 };
 
-/// A record, from its colon on. The fields behind the first digit at fault have no meaning.
+/// A record, from its colon on. The fields after the first digit at fault have no meaning.
 struct hex_record {
     span where;                   ///< colon to last digit, with the blanks between
     std::string_view digits;      ///< after the colon, without blanks; valid until the parser goes on

@@ -9,6 +9,7 @@
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/hex/hex_layout.h"
 #include "kvrimage/formats/hex/hex_records.h"
+#include "kvrimage/formats/line_ends.h"
 
 #include <fmt/format.h>
 
@@ -123,7 +124,8 @@ public:
             take_line(parser.line());
         }
         if (!has_record) {
-            return foreign();
+            return only_finding(hex_format, contents,
+                                foreign_content(contents, &hex_format).value_or(diagnose::not_hex({})));
         }
         report_lines();
         report_end();
@@ -324,7 +326,7 @@ private:
             list.add(diagnose::commented_record(commented));
         }
         if (!text_after_end.empty()) {
-            list.add(diagnose::behind_end_record(text_after_end));
+            list.add(diagnose::after_end_record(text_after_end));
         }
         if (!records_after_end.empty()) {
             const auto line = 1 + std::ranges::count(contents.substr(0, end_line->offset), '\n');
@@ -347,7 +349,9 @@ private:
     void report_words() {
         if (!has_data) {
             if (end_line && !list.has_broken() && !(options.depth && options.width)) {
-                list.add(diagnose::no_data(*end_line));
+                list.add(diagnose::no_data(*end_line, !options.width
+                                                          ? options.depth ? "--width" : "--width and --depth"
+                                                          : "--depth"));
             }
             return;
         }
@@ -366,6 +370,9 @@ private:
         read_result made;
         if (cells) {
             made.image = cells->finish(list);
+            if (!made.image && !has_data && options.width && options.keep_going) {
+                made.image.emplace(*options.width, 1); // what is edited needs no word before
+            }
             made.unreadable = options.keep_going ? cells->unreadable() : std::vector<address_range>();
         }
         if (list.has_broken() && !options.keep_going) {
@@ -377,21 +384,10 @@ private:
         }
         made.facts.width_source = options.width ? "" : "the records";
         made.facts.has_comments = !text.empty() || !commented.empty() || !text_after_end.empty();
-        return finished(std::move(made));
-    }
-
-    read_result finished(read_result made) {
         made.facts.as = &hex_format;
         made.facts.diagnostics_left_out = list.left_out();
         made.diagnostics = list.finish(contents);
         return made;
-    }
-
-    /// Of a file without a single record nothing else is worth a message.
-    read_result foreign() {
-        list = diagnostic_list(options.most_diagnostics);
-        list.add(foreign_content(contents).value_or(diagnose::not_hex({})));
-        return finished({});
     }
 
     std::string_view contents;
@@ -416,6 +412,9 @@ private:
 } // namespace
 
 read_result read_hex(std::string_view contents, const read_options& options) {
+    if (auto found = lines_without_lf(contents, options)) {
+        return only_finding(hex_format, contents, *std::move(found));
+    }
     return hex_reading(contents, options).read();
 }
 

@@ -20,9 +20,7 @@ bool is_digits(std::string_view text) {
 /// True when the digits @p left are a smaller number than @p right, in any radix.
 bool precedes(std::string_view left, std::string_view right) {
     const auto significant = [](std::string_view digits) {
-        std::string result(digits.substr(std::min(digits.find_first_not_of('0'), digits.size())));
-        kvr::to_upper(result);
-        return result;
+        return kvr::to_upper_case(digits.substr(std::min(digits.find_first_not_of('0'), digits.size())));
     };
     const std::string a = significant(left);
     const std::string b = significant(right);
@@ -88,7 +86,7 @@ bool mif_content_parser::read_one() {
         take_statement();
         return true;
     case mif_token::kind::word:
-        if (is_keyword(tokens.in(next.at), "END")) {
+        if (kvr::equal_ignoring_case(tokens.in(next.at), "END")) {
             take_end();
             return false;
         }
@@ -147,11 +145,11 @@ void mif_content_parser::find_missing_end() {
 void mif_content_parser::find_line_faults(const mif_token& first) {
     if (!first.starts_line) {
         line_with_comment = tokens.line();
-        find(line_has == before::begin ? mif_syntax::behind_begin : mif_syntax::behind_semicolon, first.at,
+        find(line_has == before::begin ? mif_syntax::after_begin : mif_syntax::after_semicolon, first.at,
              insertion_at(first.at.offset, "\n"));
     } else if (first.after_comment) {
         line_with_comment = tokens.line();
-        find(mif_syntax::behind_comment, first.at, insertion_at(first.at.offset, "\n"));
+        find(mif_syntax::after_comment, first.at, insertion_at(first.at.offset, "\n"));
     }
 }
 
@@ -160,7 +158,7 @@ mif_token mif_content_parser::take() {
     const mif_token token = tokens.take();
     if (token.after_comment && line_with_comment != tokens.line()) {
         line_with_comment = tokens.line();
-        find(mif_syntax::behind_comment, token.at, insertion_at(token.at.offset, "\n "));
+        find(mif_syntax::after_comment, token.at, insertion_at(token.at.offset, "\n "));
     }
     last_end = token.at.end();
     return token;
@@ -232,7 +230,7 @@ bool mif_content_parser::take_range() {
         const mif_token& next = tokens.peek();
         return !next.is(mif_token::kind::close) && !next.is(mif_token::kind::semicolon) &&
                !next.is(mif_token::kind::end) && !next.is(mif_token::kind::open) &&
-               !is_keyword(tokens.in(next.at), "END");
+               !kvr::equal_ignoring_case(tokens.in(next.at), "END");
     };
     while (goes_on()) {
         const mif_token token = tokens.peek();
@@ -326,7 +324,7 @@ bool mif_content_parser::take_colon() {
         stray = stray.length == 0 ? at : between(stray.offset, at.end());
     }
     if (tokens.peek().is(mif_token::kind::word) && tokens.peek().starts_line && stray.length == 0 &&
-        is_keyword(tokens.in(statement.first), "BEGIN")) {
+        kvr::equal_ignoring_case(tokens.in(statement.first), "BEGIN")) {
         find_in_statement(mif_syntax::stray_text, address);
         statement.first = {};
         return false;
@@ -354,7 +352,7 @@ bool mif_content_parser::take_value_or_end() {
     const mif_token next = tokens.peek();
     switch (next.what) {
     case mif_token::kind::word:
-        if (is_keyword(tokens.in(next.at), "END")) {
+        if (kvr::equal_ignoring_case(tokens.in(next.at), "END")) {
             end_without_semicolon(next.at.offset);
             return false;
         }
@@ -426,7 +424,7 @@ void mif_content_parser::end_without_semicolon(std::uint64_t next) {
         return;
     }
     const bool is_at_line_end = tokens.has_line_end(last_end, next) || next == tokens.contents().size() ||
-                                is_keyword(tokens.contents().substr(next).substr(0, 3), "END");
+                                kvr::equal_ignoring_case(tokens.contents().substr(next).substr(0, 3), "END");
     sink.finding({mif_syntax::missing_semicolon,
                   {last_end, 1},
                   between(last_line_begin(statement.whole.offset, last_end), last_end),
@@ -439,12 +437,12 @@ void mif_content_parser::take_end() {
     const mif_token word = tokens.take();
     if (!word.starts_line) {
         const bool is_begin = line_has == before::begin;
-        find(is_begin ? mif_syntax::behind_begin : mif_syntax::before_end, word.at,
+        find(is_begin ? mif_syntax::after_begin : mif_syntax::before_end, word.at,
              insertion_at(word.at.offset, "\n"));
     } else if (word.after_comment) {
-        find(mif_syntax::behind_comment, word.at, insertion_at(word.at.offset, "\n"));
+        find(mif_syntax::after_comment, word.at, insertion_at(word.at.offset, "\n"));
     }
-    tokens.enter(mif_section::behind_end);
+    tokens.enter(mif_section::after_end);
     span semicolon{word.at.end(), 0};
     if (tokens.peek().is(mif_token::kind::semicolon)) {
         semicolon = tokens.take().at;
@@ -452,18 +450,17 @@ void mif_content_parser::take_end() {
         find(mif_syntax::end_semicolon, word.at, insertion_at(word.at.end(), ";"));
     }
     sink.end(word.at, semicolon);
-    take_behind_end();
+    take_after_end();
 }
 
-void mif_content_parser::take_behind_end() {
+void mif_content_parser::take_after_end() {
     while (!tokens.peek().is(mif_token::kind::end)) {
         const std::uint64_t begin = tokens.peek().at.offset;
         const mif_token first = tokens.take();
         const span rest = tokens.skip_statement();
         if (!first.is(mif_token::kind::semicolon)) {
             const span text = between(begin, std::max(rest.end(), first.at.end()));
-            find(looks_like_mif(tokens.in(text)) ? mif_syntax::behind_end : mif_syntax::text_behind_end,
-                 text);
+            find(looks_like_mif(tokens.in(text)) ? mif_syntax::after_end : mif_syntax::text_after_end, text);
         }
     }
 }

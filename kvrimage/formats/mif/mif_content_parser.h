@@ -24,7 +24,7 @@ private:
     void find_missing_end();
     void take_statement();
     void take_end();
-    void take_behind_end();
+    void take_after_end();
 
     // The parts of a statement. False when it ends with the part.
     bool take_address();

@@ -1,10 +1,16 @@
 #include "kvrimage/formats/mif/mif_examiner.h"
 
+#include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/diagnostics/utf8_character.h"
 #include "kvrimage/formats/mif/mif_header_parser.h"
+#include "kvrimage/formats/mif/mif_numbers.h"
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>
+#include <initializer_list>
+#include <iterator>
+#include <string>
 #include <utility>
 
 namespace kvrimage {
@@ -60,15 +66,14 @@ void mif_examiner::statement(const mif_statement& found) {
         }
         return;
     }
-    address_trial.take(found.first.in(text), read);
-    if (found.is_range()) {
-        address_trial.take(found.last.in(text), read);
+    for (const span& number : {found.first, found.last}) {
+        if (number.length != 0 && !prefixed_number_of(number.in(text))) {
+            address_trial.take(number.in(text), read);
+        }
     }
     take_addresses(found, addresses);
-    if (width) {
-        take_values(found, addresses);
-    }
-    if (has_addresses) {
+    const bool are_words = !width || take_values(found, addresses);
+    if (has_addresses && are_words) {
         overlaps.take(found, addresses);
     }
 }
@@ -87,7 +92,9 @@ void mif_examiner::take_addresses(const mif_statement& found, const mif_addresse
         take_range(found, addresses);
         break;
     case fault::no_number:
-        take(no_number);
+        if (!take_prefixed(where, address_radix_of(form.addresses))) {
+            take(no_number);
+        }
         break;
     case fault::negative:
         take(negative);
@@ -136,84 +143,140 @@ void mif_examiner::take_range(const mif_statement& found, const mif_addresses& a
     }
 }
 
-void mif_examiner::take_values(const mif_statement& found, const mif_addresses& addresses) {
+bool mif_examiner::take_values(const mif_statement& found, const mif_addresses& addresses) {
+    bool are_words = true;
     for (std::size_t i = 0; i < found.values.size(); ++i) {
-        if (!take_value(found.values[i])) {
-            doubt(found, addresses, i);
+        const std::uint64_t maybes = maybe_prefixed.found.where().count();
+        const bool is_word = take_value(found.values[i]);
+        are_words = are_words && is_word;
+        if (!is_word) {
+            doubt(found, addresses, i, doubtful);
+        } else if (maybe_prefixed.found.where().count() != maybes) {
+            doubt(found, addresses, i, doubtful_if_prefixed);
         }
     }
+    return are_words;
 }
 
 /// Value number @p value of a statement is none: so are the words that it sets.
-void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value) {
+void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value,
+                         std::vector<address_range>& in) const {
     const bool has_addresses = addresses.what == fault::none || addresses.what == fault::beyond;
     if (!has_addresses || addresses.first >= form.depth) {
         return;
     }
     const std::uint64_t step = found.values.size();
     const std::uint64_t last = std::min(addresses.last, form.depth - 1);
-    if (step == 1) {
-        doubtful.push_back({addresses.first, last});
-        return;
-    }
     // A pattern over very many words is in doubt as a whole.
     constexpr std::uint64_t most_ranges = 4096;
-    if ((last - addresses.first) / step > most_ranges) {
-        doubtful.push_back({addresses.first, last});
+    if (step == 1 || (last - addresses.first) / step > most_ranges) {
+        in.push_back({addresses.first, last});
         return;
     }
     for (std::uint64_t address = addresses.first + value; address <= last; address += step) {
-        doubtful.push_back({address, address});
+        in.push_back({address, address});
     }
+}
+
+/// True for a number with a prefix; the repair is certain where the prefix agrees with @p stated.
+bool mif_examiner::take_prefixed(const span& number, radix stated) {
+    const auto found = prefixed_number_of(number.in(text));
+    if (!found) {
+        return false;
+    }
+    const bool agrees = found->base == stated || (found->base == radix::uns && stated == radix::dec);
+    const auto repair =
+        agrees ? std::optional(text_edit{number.offset, number.length, std::string(found->digits)})
+               : std::nullopt;
+    if (prefixed.found.add(number, repair, all_repairs)) {
+        prefixed.text = number.in(text).substr(0, named_text::longest + 1);
+        prefixed_advice = agrees ? "write " + named_text(found->digits).text()
+                                 : "write it as a number in " + std::string(title_of(stated));
+    }
+    return true;
 }
 
 bool mif_examiner::take_value(const span& where) {
     const std::string_view value = where.in(text);
-    const auto read = [this](std::string_view number, radix tried) {
-        const auto error = make_word(number, tried, *width, word);
-        return !error                                      ? reading::fits
-               : error->what == word_fault::kind::too_wide ? reading::too_large
-                                                           : reading::no_number;
-    };
-    data_trial.take(value, read);
-    values.has_negative = values.has_negative || value.starts_with('-');
-    const auto error = make_word(value, form.data, *width, word);
-    if (!error) {
-        return true;
+    bool is_unsigned = false;
+    const auto error = make_word_of_any_sign(value, form.data, *width, word, is_unsigned);
+    const bool may_have_prefix = error || (form.data == radix::hex && looks_prefixed(value));
+    ++value_count;
+    if (may_have_prefix && take_prefixed(where, form.data)) {
+        if (!error && maybe_prefixed.found.add(where, {}, all_repairs)) {
+            maybe_prefixed.text = value.substr(0, named_text::longest + 1);
+        }
+        return !error;
     }
-    switch (error->what) {
+    data_trial.take(value, [this](std::string_view number, radix tried) {
+        const auto fault_there = make_word(number, tried, *width, word);
+        return !fault_there                                      ? reading::fits
+               : fault_there->what == word_fault::kind::too_wide ? reading::too_large
+                                                                 : reading::no_number;
+    });
+    values.has_negative = values.has_negative || value.starts_with('-');
+    if (is_unsigned) {
+        take_unsigned(where);
+    }
+    if (error) {
+        take_bad_value(where, *error);
+    }
+    return !error;
+}
+
+/// A value that is too large for the signed number that it should be.
+void mif_examiner::take_unsigned(const span& where) {
+    const std::string_view value = where.in(text);
+    values.signed_bits =
+        std::max(values.signed_bits, make_word(value, radix::dec, *width, word)->bits_needed);
+    if (values.as_unsigned.add(where, {}, all_repairs)) {
+        values.unsigned_value = value;
+    }
+}
+
+void mif_examiner::take_bad_value(const span& where, const word_fault& error) {
+    const std::string_view value = where.in(text);
+    switch (error.what) {
     case word_fault::kind::empty:
         values.empty.add(where, {}, all_repairs);
-        return false;
+        break;
     case word_fault::kind::too_wide:
-        if (form.data == radix::dec && !make_word(value, radix::uns, *width, word)) {
-            if (values.as_unsigned.add(where, {}, all_repairs)) {
-                values.unsigned_value = value;
-            }
-            return true;
-        }
         if (values.too_wide.add(where, {}, all_repairs)) {
             values.wide_value = value;
-            values.wide_bits = error->bits_needed;
+            values.wide_bits = error.bits_needed;
         }
-        values.most_bits = std::max(values.most_bits, error->bits_needed);
-        return false;
+        values.most_bits = std::max(values.most_bits, error.bits_needed);
+        break;
     case word_fault::kind::invalid_digit:
     case word_fault::kind::dont_care:
+        if (values.bad_digit.add(where, {}, all_repairs)) {
+            values.bad_value = value.substr(0, named_text::longest + 1);
+            values.bad_character = first_character(value.substr(error.position)).bytes;
+        }
         break;
     }
-    if (values.bad_digit.add(where, {}, all_repairs)) {
-        values.bad_value = value.substr(0, named_text::longest + 1);
-        values.bad_character = value.substr(error->position, 1);
-    }
-    return false;
 }
 
 void mif_examiner::report(diagnostic_list& list) {
+    report_prefixes(list);
     report_addresses(list);
     report_values(list);
     overlaps.report(list);
     std::ranges::copy(overlaps.in_doubt(), std::back_inserter(doubtful));
+}
+
+/// Where one number cannot be meant otherwise, or all values look so, "0x" is a prefix everywhere.
+void mif_examiner::report_prefixes(diagnostic_list& list) {
+    const places& all = prefixed.found.where();
+    const places& maybe = maybe_prefixed.found.where();
+    if (all.count() != maybe.count() || (!maybe.empty() && maybe.count() == value_count)) {
+        std::ranges::copy(doubtful_if_prefixed, std::back_inserter(doubtful));
+        prefixed.found.report(diagnose::number_prefix(all, prefixed.text, prefixed_advice),
+                              "prefixes removed", list);
+    } else if (!maybe.empty()) {
+        list.add(diagnose::prefix_or_dont_care(maybe, maybe_prefixed.text, maybe_prefixed.text.substr(2),
+                                               kvr::to_upper_case(maybe_prefixed.text)));
+    }
 }
 
 /// True when the numbers are of another radix, which is the cause of all that seems wrong with them.
@@ -291,15 +354,22 @@ void mif_examiner::report_values(diagnostic_list& list) {
                                "", list);
     }
     if (!values.as_unsigned.empty()) {
-        diagnostic made =
-            diagnose::unsigned_in_dec(values.as_unsigned.where(), values.unsigned_value, *width);
-        if (!values.has_negative) {
-            const span& value = header.value_of(mif_keyword::data_radix);
-            made.fix = {{value.offset, value.length, "UNS"}};
-            made.repair = std::string(value.in(text)) + " is now UNS";
-        }
-        list.add(std::move(made));
+        report_unsigned(list);
     }
+}
+
+void mif_examiner::report_unsigned(diagnostic_list& list) {
+    const std::string advice = values.has_negative
+                                   ? "a signed one needs WIDTH=" + std::to_string(values.signed_bits)
+                                   : "write DATA_RADIX=UNS;";
+    diagnostic made =
+        diagnose::unsigned_in_dec(values.as_unsigned.where(), values.unsigned_value, *width, advice);
+    if (!values.has_negative) {
+        const span& value = header.value_of(mif_keyword::data_radix);
+        made.fix = {{value.offset, value.length, "UNS"}};
+        made.repair = std::string(value.in(text)) + " is now UNS";
+    }
+    list.add(std::move(made));
 }
 
 } // namespace kvrimage

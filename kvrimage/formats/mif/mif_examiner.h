@@ -7,6 +7,7 @@
 #include "kvrimage/formats/mif/mif_radix_trial.h"
 #include "kvrimage/formats/mif/mif_words.h"
 #include "kvrimage/image/address_range.h"
+#include "kvrimage/image/word.h"
 
 #include <optional>
 
@@ -40,18 +41,26 @@ private:
         mif_cause as_unsigned;
         std::string bad_value, bad_character, wide_value, unsigned_value;
         std::uint64_t wide_bits = 0;
+        std::uint64_t signed_bits = 0; ///< that the unsigned values need as signed ones
         std::uint64_t most_bits = 0;
         bool has_negative = false;
     };
 
     void take_addresses(const mif_statement& found, const mif_addresses& addresses);
-    void take_values(const mif_statement& found, const mif_addresses& addresses);
+    /// False when one of them is no word.
+    bool take_values(const mif_statement& found, const mif_addresses& addresses);
     /// False when @p value is no word.
     bool take_value(const span& value);
+    void take_unsigned(const span& where);
+    void take_bad_value(const span& where, const word_fault& error);
+    bool take_prefixed(const span& number, radix stated);
     void take_range(const mif_statement& found, const mif_addresses& addresses);
-    void doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value);
+    void doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value,
+               std::vector<address_range>& in) const;
     void report_addresses(diagnostic_list& list);
     void report_values(diagnostic_list& list);
+    void report_unsigned(diagnostic_list& list);
+    void report_prefixes(diagnostic_list& list);
     bool report_mismatch(mif_keyword keyword, const mif_radix_trial& trial, std::string_view numbers,
                          diagnostic_list& list);
 
@@ -65,6 +74,9 @@ private:
     mif_radix_trial address_trial;
     mif_radix_trial data_trial;
     quoted_cause no_number, negative, beyond;
+    quoted_cause prefixed;       ///< numbers with a prefix
+    quoted_cause maybe_prefixed; ///< those of them that are words with a don't-care digit, too
+    std::string prefixed_advice;
     std::uint64_t beyond_address = 0; ///< the first one
     std::uint64_t needed_depth = 0;
     mif_cause goes_down, range_of_one, surplus;
@@ -74,6 +86,8 @@ private:
     value_causes values;
     mif_overlaps overlaps;
     std::vector<address_range> doubtful;
+    std::vector<address_range> doubtful_if_prefixed;
+    std::uint64_t value_count = 0;
     std::string word;
 };
 

@@ -2,152 +2,80 @@
 
 #include "kvrimage/diagnostics/diagnose.h"
 
+#include <type_traits>
+
 namespace kvrimage {
 
 namespace {
 
 struct mif_syntax_kind {
-    diagnostic (*make)(const places& w, const named_text& text, const named_text& instead);
+    diagnostic (*make)(const places& where, const named_text& text, const named_text& instead);
     std::string_view repair;
 };
 
+/// Calls @p Make with as much as its message needs.
+template <auto Make>
+diagnostic one_of(const places& where, const named_text& text, const named_text& instead) {
+    if constexpr (std::is_invocable_v<decltype(Make), const places&>) {
+        return Make(where);
+    } else if constexpr (std::is_invocable_v<decltype(Make), const places&, const named_text&>) {
+        return Make(where, text);
+    } else {
+        return Make(where, text, instead);
+    }
+}
+
 /// In the order of mif_syntax.
 constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
-    // byte_order_mark
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::byte_order_mark(w); },
-     "byte-order mark removed"},
-    // missing_equals
-    {[](const places& w, const named_text& t, const named_text& i) {
-         return diagnose::missing_equals(w, t, i);
-     },
-     "'=' put after the name"},
-    // unknown_setting
-    {[](const places& w, const named_text& t, const named_text& i) {
-         return diagnose::unknown_header(w, t, i);
-     },
-     ""},
-    // header_text
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::header_text(w, t); },
-     "'--' put before the text"},
-    // missing_value_of_setting
-    {[](const places& w, const named_text& t, const named_text&) {
-         return diagnose::missing_setting_value(w, t);
-     },
-     ""},
-    // missing_semicolon_of_setting
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::header_semicolon(w, t); },
-     "';' put after the setting"},
-    // empty_statement
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::empty_statement(w); },
-     "';' removed"},
-    // lone_semicolon
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::lone_semicolon(w); },
-     "';' removed"},
-    // missing_content
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::missing_content(w); },
-     "CONTENT BEGIN put before the first statement"},
-    // content_spelling
-    {[](const places& w, const named_text& t, const named_text& i) {
-         return diagnose::content_spelling(w, t, i);
-     },
-     "CONTENT BEGIN spelt right"},
-    // content_semicolon
-    {[](const places& w, const named_text& t, const named_text&) {
-         return diagnose::content_semicolon(w, t);
-     },
-     "';' removed"},
-    // missing_begin
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::missing_begin(w); },
-     "BEGIN put after CONTENT"},
-    // text_before_begin
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::before_begin(w, t); },
-     ""},
-    // behind_begin
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::behind_begin(w, t); },
-     "line break put after BEGIN"},
-    // missing_semicolon
-    {[](const places& w, const named_text& t, const named_text&) {
-         return diagnose::missing_semicolon(w, t);
-     },
-     "';' put after the last value"},
-    // missing_colon
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::content_syntax(w, t); },
-     ""},
-    // missing_value
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::missing_value(w, t); },
-     ""},
-    // missing_address
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::missing_address(w, t); },
-     ""},
-    // range_syntax
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::range_syntax(w, t); },
-     ""},
-    // missing_bracket
-    {[](const places& w, const named_text& t, const named_text& i) {
-         return diagnose::missing_bracket(w, t, i);
-     },
-     "']' put after the range"},
-    // range_separator
-    {[](const places& w, const named_text& t, const named_text& i) { return diagnose::range_form(w, t, i); },
-     "range written with '..'"},
-    // one_in_brackets
-    {[](const places& w, const named_text& t, const named_text& i) {
-         return diagnose::one_in_brackets(w, t, i);
-     },
-     "brackets removed"},
-    // stray_text
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::stray_character(w, t); },
-     ""},
-    // comma
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::comma(w); },
-     "',' is now a blank"},
-    // left_out
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::left_out(w, t); }, ""},
-    // behind_semicolon
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::behind_semicolon(w, t); },
-     "line break put between two statements"},
-    // before_end
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::before_end(w); },
-     "END put into a line of its own"},
-    // split_value
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::split_value(w, t); },
-     "blank put before the value"},
-    // line_too_long
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::line_too_long(w); },
-     "line broken at a blank"},
-    // behind_comment
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::behind_comment(w, t); },
-     "line break put after the comment"},
-    // open_comment
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::open_comment(w); },
-     "'%' put at the end of the comment"},
-    // comment_of_lines
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::comment_of_lines(w, t); },
-     "'--' put before each line of the comment"},
-    // doubtful_comment
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::doubtful_comment(w, t); },
-     ""},
-    // end_semicolon
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::end_semicolon(w, t); },
-     "';' put after END"},
-    // behind_end
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::behind_end(w, t); }, ""},
-    // text_behind_end
-    {[](const places& w, const named_text& t, const named_text&) { return diagnose::text_behind_end(w, t); },
-     ""},
-    // missing_end
-    {[](const places& w, const named_text&, const named_text&) { return diagnose::missing_end(w); },
-     "END; put after the last line"},
+    {one_of<diagnose::byte_order_mark>, "byte-order mark removed"},
+    {one_of<diagnose::missing_equals>, "'=' put after the name"},
+    {one_of<diagnose::unknown_header>, ""},
+    {one_of<diagnose::header_text>, "'--' put before the text"},
+    {one_of<diagnose::missing_setting_value>, ""},
+    {one_of<diagnose::header_semicolon>, "';' put after the setting"},
+    {one_of<diagnose::empty_statement>, "';' removed"},
+    {one_of<diagnose::lone_semicolon>, "';' removed"},
+    {one_of<diagnose::missing_content>, "CONTENT BEGIN put before the first statement"},
+    {one_of<diagnose::content_spelling>, "CONTENT BEGIN spelt right"},
+    {one_of<diagnose::content_semicolon>, "';' removed"},
+    {one_of<diagnose::missing_begin>, "BEGIN put after CONTENT"},
+    {one_of<diagnose::before_begin>, ""},
+    {one_of<diagnose::after_begin>, "line break put after BEGIN"},
+    {one_of<diagnose::missing_semicolon>, "';' put after the last value"},
+    {one_of<diagnose::content_syntax>, ""},
+    {one_of<diagnose::missing_value>, ""},
+    {one_of<diagnose::missing_address>, ""},
+    {one_of<diagnose::range_syntax>, ""},
+    {one_of<diagnose::missing_bracket>, "']' put after the range"},
+    {one_of<diagnose::range_form>, "range written with '..'"},
+    {one_of<diagnose::one_in_brackets>, "brackets removed"},
+    {one_of<diagnose::stray_character>, ""},
+    {one_of<diagnose::comma>, "',' is now a blank"},
+    {one_of<diagnose::left_out>, ""},
+    {one_of<diagnose::after_semicolon>, "line break put between two statements"},
+    {one_of<diagnose::before_end>, "END put into a line of its own"},
+    {one_of<diagnose::split_value>, "blank put before the value"},
+    {one_of<diagnose::line_too_long>, "line broken at a blank"},
+    {one_of<diagnose::after_comment>, "line break put after the comment"},
+    {one_of<diagnose::open_comment>, "'%' put at the end of the comment"},
+    {one_of<diagnose::comment_of_lines>, "'--' put before each line of the comment"},
+    {one_of<diagnose::doubtful_comment>, ""},
+    {one_of<diagnose::end_semicolon>, "';' put after END"},
+    {one_of<diagnose::after_end>, ""},
+    {one_of<diagnose::text_after_end>, ""},
+    {one_of<diagnose::missing_end>, "END; put after the last line"},
+    {one_of<diagnose::mif_comment>, "comments begin with '--' now"},
 }};
 
 } // namespace
 
 void mif_findings::add(const mif_finding& found, diagnostic_list& list) {
+    const auto index = static_cast<std::size_t>(found.what);
     if (found.what == mif_syntax::unknown_setting) {
-        list.add(diagnose::unknown_header(found.where, found.text.in(text), found.instead));
+        list.add(mif_syntax_kinds[index].make(found.where, found.text.in(text), found.instead));
         return;
     }
-    cause& one = causes[static_cast<std::size_t>(found.what)];
+    cause& one = causes[index];
     if (one.found.add(found.where, found.repair, all_repairs)) {
         one.text = found.text.in(text).substr(0, named_text::longest + 1);
         one.instead = found.instead;

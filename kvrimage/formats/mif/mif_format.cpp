@@ -15,7 +15,7 @@ namespace {
 constexpr std::array<std::string_view, 1> mif_extensions = {"mif"};
 
 constexpr std::array<consumer, 1> mif_consumers = {
-    {{"kvr", "the kvr library", check_mif_with_kvr, "holds 0 there"}}};
+    {{"kvr", "the library kvr", check_mif_with_kvr, "holds 0 there"}}};
 
 read_result read_whole_mif(std::string_view contents, const read_options& options) {
     return read_mif(contents, options);

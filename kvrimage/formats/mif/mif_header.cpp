@@ -6,7 +6,7 @@
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/mif/mif_cause.h"
 #include "kvrimage/formats/mif/mif_header_parser.h"
-#include "kvrimage/image/word.h"
+#include "kvrimage/image/word_text.h"
 
 #include <algorithm>
 #include <string>
@@ -40,9 +40,9 @@ std::string number_hint(std::string_view value) {
         return "write a decimal number";
     }
     std::uint64_t number = std::stoull(digits);
-    if (is_keyword(unit, "K")) {
+    if (kvr::equal_ignoring_case(unit, "K")) {
         number <<= 10U;
-    } else if (is_keyword(unit, "M")) {
+    } else if (kvr::equal_ignoring_case(unit, "M")) {
         number <<= 20U;
     } else if (!unit.empty() && !unit.starts_with(' ')) {
         return "write a decimal number";
@@ -137,7 +137,7 @@ void mif_header::compare_with_kvr(std::uint64_t content, diagnostic_list& list) 
     };
     const auto same_radix = [this, &memory](mif_keyword keyword, KVR_MEMORY_RADIXES library) {
         return memory.word_size == 0 || memory.number_of_words == 0 || !at(keyword).meaning ||
-               to_kvr(*at(keyword).meaning) == library;
+               kvr_radix(*at(keyword).meaning) == library;
     };
     const std::array<bool, mif_keyword_count> same = {
         same_number(mif_keyword::width, memory.word_size),

@@ -36,9 +36,8 @@ std::size_t letters_apart(std::string_view left, std::string_view right) {
 std::optional<mif_keyword> nearest_keyword(std::string_view name) {
     constexpr std::size_t longest = 20;
     constexpr std::size_t most_apart = 2;
-    std::string upper(name.substr(0, longest));
+    std::string upper = kvr::to_upper_case(name.substr(0, longest));
     kvr::strip_blanks(upper);
-    kvr::to_upper(upper);
     std::optional<mif_keyword> nearest;
     std::size_t least = most_apart + 1;
     for (std::size_t i = 0; i < keyword_names.size(); ++i) {
@@ -66,8 +65,9 @@ constexpr std::array<content_spelling, 6> content_spellings = {{
 }};
 
 const content_spelling* find_content_spelling(std::string_view word) {
-    const auto* const found = std::ranges::find_if(
-        content_spellings, [word](const content_spelling& each) { return is_keyword(word, each.text); });
+    const auto* const found = std::ranges::find_if(content_spellings, [word](const content_spelling& each) {
+        return kvr::equal_ignoring_case(word, each.text);
+    });
     return found != content_spellings.end() ? found : nullptr;
 }
 
@@ -88,7 +88,7 @@ std::optional<mif_keyword> keyword_with_digits(std::string_view word) {
 
 std::optional<mif_keyword> mif_keyword_of(std::string_view name) noexcept {
     for (std::size_t i = 0; i < keyword_names.size(); ++i) {
-        if (is_keyword(name, keyword_names[i])) {
+        if (kvr::equal_ignoring_case(name, keyword_names[i])) {
             return static_cast<mif_keyword>(i);
         }
     }
@@ -97,6 +97,12 @@ std::optional<mif_keyword> mif_keyword_of(std::string_view name) noexcept {
 
 std::string_view name_of(mif_keyword keyword) noexcept {
     return keyword_names[static_cast<std::size_t>(keyword)];
+}
+
+/// Comments after BEGIN are read as those of the content.
+void mif_header_parser::begin(const span& keyword) {
+    tokens.enter(mif_section::content);
+    sink.begin(keyword);
 }
 
 bool mif_header_parser::read() {
@@ -115,14 +121,18 @@ bool mif_header_parser::read_one() {
     if (next.is(mif_token::kind::semicolon)) {
         const span at = tokens.take().at;
         sink.finding({mif_syntax::empty_statement, at, at, {}, text_edit{at.offset, 1, ""}});
-    } else if (next.is(mif_token::kind::word) && find_content_spelling(text) != nullptr) {
-        take_content();
+    } else if (const content_spelling* const known = find_content_spelling(text);
+               next.is(mif_token::kind::word) && known != nullptr) {
+        take_content({next.at, known->meant});
         return false;
-    } else if (next.is(mif_token::kind::word) && is_keyword(text, "BEGIN")) {
+    } else if (next.is(mif_token::kind::word) && kvr::equal_ignoring_case(text, "BEGIN")) {
         sink.finding(
             {mif_syntax::missing_content, next.at, next.at, {}, insertion_at(next.at.offset, "CONTENT ")});
         sink.content({next.at.offset, 0});
         take_begin();
+        return false;
+    } else if (const auto spelt = keyword_with_blanks(); spelt.meant.starts_with("CONTENT")) {
+        take_content(spelt);
         return false;
     } else if (is_statement_ahead()) {
         const mif_token first = tokens.peek();
@@ -133,7 +143,7 @@ bool mif_header_parser::read_one() {
                       first.starts_line ? std::optional(insertion_at(first.at.offset, "CONTENT BEGIN\n"))
                                         : std::nullopt});
         sink.content({first.at.offset, 0});
-        sink.begin({first.at.offset, 0});
+        begin({first.at.offset, 0});
         return false;
     } else if (const auto keyword = mif_keyword_of(text); next.is(mif_token::kind::word) && keyword) {
         take_setting(*keyword);
@@ -153,7 +163,7 @@ bool mif_header_parser::is_statement_ahead() {
         return true;
     }
     const std::string_view text = tokens.in(next.at);
-    if (!next.is(mif_token::kind::word) || is_keyword(text, "END")) {
+    if (!next.is(mif_token::kind::word) || kvr::equal_ignoring_case(text, "END")) {
         return next.is(mif_token::kind::word);
     }
     if (!std::ranges::all_of(text, kvr::is_value_character)) {
@@ -295,18 +305,48 @@ void mif_header_parser::find_header_text(const mif_token& first, std::uint64_t e
                       : std::nullopt});
 }
 
-void mif_header_parser::take_content() {
-    const span word = tokens.take().at;
-    const content_spelling& spelling = *find_content_spelling(tokens.in(word));
-    if (!spelling.meant.empty()) {
-        sink.finding({mif_syntax::content_spelling, word, word, std::string(spelling.meant),
-                      text_edit{word.offset, word.length, std::string(spelling.meant)}});
+/// "CON TENT BE GIN": what the words ahead are together, as many of them as possible.
+mif_header_parser::spelling mif_header_parser::keyword_with_blanks() {
+    constexpr std::size_t longest = std::string_view("CONTENTSBEGIN").size();
+    const mif_tokens::cursor place = tokens.place();
+    spelling found;
+    std::string joined;
+    std::uint64_t begin = 0;
+    while (tokens.peek().is(mif_token::kind::word) && joined.size() < longest &&
+           (joined.empty() || !tokens.peek().starts_line)) {
+        const bool is_first = joined.empty();
+        const span at = tokens.take().at;
+        begin = is_first ? at.offset : begin;
+        joined += tokens.in(at).substr(0, longest);
+        const content_spelling* const known = find_content_spelling(joined);
+        if (!is_first && known != nullptr) {
+            found = {{begin, at.end() - begin}, known->meant.empty() ? known->text : known->meant};
+        } else if (!is_first && kvr::equal_ignoring_case(joined, "BEGIN")) {
+            found = {{begin, at.end() - begin}, "BEGIN"};
+        }
     }
-    sink.content(word);
-    if (spelling.meant.ends_with("BEGIN")) {
-        sink.begin({word.end(), 0});
+    tokens.go_back_to(place);
+    return found;
+}
+
+/// CONTENT, BEGIN or both, which are ahead.
+void mif_header_parser::take_content(const spelling& found) {
+    while (!tokens.peek().is(mif_token::kind::end) && tokens.peek().at.offset < found.where.end()) {
+        tokens.take();
+    }
+    if (!found.meant.empty()) {
+        sink.finding({mif_syntax::content_spelling, found.where, found.where, std::string(found.meant),
+                      text_edit{found.where.offset, found.where.length, std::string(found.meant)}});
+    }
+    if (found.meant == "BEGIN") {
+        begin(found.where);
+        return;
+    }
+    sink.content(found.where);
+    if (found.meant.ends_with("BEGIN")) {
+        begin({found.where.end(), 0});
     } else {
-        find_begin(word);
+        find_begin(found.where);
     }
 }
 
@@ -314,8 +354,12 @@ void mif_header_parser::take_content() {
 void mif_header_parser::find_begin(const span& content) {
     while (!tokens.peek().is(mif_token::kind::end) && !is_statement_ahead()) {
         const mif_token& next = tokens.peek();
-        if (next.is(mif_token::kind::word) && is_keyword(tokens.in(next.at), "BEGIN")) {
+        if (next.is(mif_token::kind::word) && kvr::equal_ignoring_case(tokens.in(next.at), "BEGIN")) {
             take_begin();
+            return;
+        }
+        if (const auto spelt = keyword_with_blanks(); spelt.meant == "BEGIN") {
+            take_content(spelt);
             return;
         }
         const span at = tokens.take().at;
@@ -326,12 +370,12 @@ void mif_header_parser::find_begin(const span& content) {
         }
     }
     sink.finding({mif_syntax::missing_begin, content, content, {}, insertion_at(content.end(), " BEGIN")});
-    sink.begin({content.end(), 0});
+    begin({content.end(), 0});
 }
 
 void mif_header_parser::take_begin() {
     const span word = tokens.take().at;
-    sink.begin(word);
+    begin(word);
     if (tokens.peek().is(mif_token::kind::semicolon) && !tokens.peek().starts_line) {
         const span at = tokens.take().at;
         sink.finding({mif_syntax::content_semicolon, at, word, {}, text_edit{at.offset, 1, ""}});

@@ -14,6 +14,12 @@ public:
     bool read();
 
 private:
+    /// A way to write CONTENT or BEGIN, and the right one; "" where it is right.
+    struct spelling {
+        span where;
+        std::string_view meant;
+    };
+
     bool read_one();
     void take_setting(mif_keyword keyword);
     void take_glued_setting(mif_keyword keyword, std::size_t name_length);
@@ -22,7 +28,9 @@ private:
     void take_unknown();
     void find_header_text(const mif_token& first, std::uint64_t end);
     [[nodiscard]] bool ends_after_word();
-    void take_content();
+    [[nodiscard]] spelling keyword_with_blanks();
+    void take_content(const spelling& found);
+    void begin(const span& keyword);
     void take_begin();
     void find_begin(const span& content);
     [[nodiscard]] bool is_statement_ahead();

@@ -5,7 +5,7 @@
 #include "kvr/memory/mif/mif_reader.h"
 #include "kvrimage/formats/kvr_reading.h"
 #include "kvrimage/formats/mif/mif_format.h"
-#include "kvrimage/formats/mif/mif_numbers.h"
+#include "kvrimage/image/word_text.h"
 
 #include <algorithm>
 #include <array>
@@ -62,14 +62,14 @@ span place_in_mif(const kvr::read_fault& reported, std::string_view contents) {
 
 radix radix_of(KVR_MEMORY_RADIXES library, radix otherwise) {
     for (const radix each : {radix::bin, radix::oct, radix::dec, radix::uns, radix::hex}) {
-        if (to_kvr(each) == library) {
+        if (kvr_radix(each) == library) {
             return each;
         }
     }
     return otherwise;
 }
 
-kvr_reading read_with_library(std::string_view contents, const read_result& ours) {
+kvr_reading read_with_library(std::string_view contents) {
     kvr::mif_memory memory(nullptr);
     kvr::fill_radix_names(memory);
     memory.memory_initialize_value.clear();
@@ -83,10 +83,6 @@ kvr_reading read_with_library(std::string_view contents, const read_result& ours
     }
     theirs.words = std::move(memory.data_words);
     theirs.texts_radix = radix_of(memory.memory_radix, radix::hex);
-    // The library keeps the texts; which of them are unsigned is the reader's finding.
-    if (theirs.texts_radix == radix::dec && ours.facts.data_radix == radix::uns) {
-        theirs.texts_radix = radix::uns;
-    }
     return theirs;
 }
 
@@ -94,7 +90,7 @@ kvr_reading read_with_library(std::string_view contents, const read_result& ours
 
 std::vector<diagnostic> check_mif_with_kvr(std::string_view contents, const read_options& options,
                                            const read_result& ours) {
-    return compare_with_kvr(mif_format, contents, options, ours, read_with_library(contents, ours));
+    return compare_with_kvr(mif_format, contents, options, ours, read_with_library(contents));
 }
 
 } // namespace kvrimage

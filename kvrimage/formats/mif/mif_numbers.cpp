@@ -5,6 +5,7 @@
 #include "kvr/numeric/digit_value.h"
 #include "kvr/util/letter_case.h"
 #include "kvrimage/formats/mif/mif_tokens.h"
+#include "kvrimage/image/word_text.h"
 
 #include <algorithm>
 #include <array>
@@ -41,6 +42,21 @@ constexpr std::array<mif_radix_name, 5> kvr_radix_names = {{{"BIN", radix::bin},
                                                             {"HEX", radix::hex},
                                                             {"OCT", radix::oct}}};
 
+/// What a prefix ends with, and the radix that it says.
+struct radix_prefix {
+    std::string_view mark;
+    radix base;
+};
+constexpr std::array<radix_prefix, 9> radix_prefixes = {{{"0x", radix::hex},
+                                                         {"$", radix::hex},
+                                                         {"&h", radix::hex},
+                                                         {"'h", radix::hex},
+                                                         {"0b", radix::bin},
+                                                         {"'b", radix::bin},
+                                                         {"0o", radix::oct},
+                                                         {"'o", radix::oct},
+                                                         {"'d", radix::uns}}};
+
 std::size_t letters_that_differ(std::string_view left, std::string_view right) {
     std::size_t number = 0;
     for (std::size_t i = 0; i < left.size(); ++i) {
@@ -53,7 +69,7 @@ std::size_t letters_that_differ(std::string_view left, std::string_view right) {
 
 mif_number mif_number_of(std::string_view text, radix digits_radix) noexcept {
     constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
-    const unsigned base = kvr::radix_base(to_kvr(digits_radix));
+    const unsigned base = kvr::radix_base(kvr_radix(digits_radix));
     mif_number result;
     const bool has_sign = text.starts_with('-');
     text.remove_prefix(has_sign ? 1 : 0);
@@ -67,9 +83,25 @@ mif_number mif_number_of(std::string_view text, radix digits_radix) noexcept {
     return result;
 }
 
+std::optional<prefixed_number> prefixed_number_of(std::string_view text) noexcept {
+    const std::size_t apostrophe = text.find('\'');
+    const bool has_size = apostrophe != std::string_view::npos &&
+                          mif_number_of(text.substr(0, apostrophe), radix::uns).is_number;
+    text.remove_prefix(has_size ? apostrophe : 0);
+    for (const radix_prefix& each : radix_prefixes) {
+        const std::string_view digits = text.substr(std::min(each.mark.size(), text.size()));
+        if (kvr::equal_ignoring_case(text.substr(0, each.mark.size()), each.mark) &&
+            !digits.starts_with('-') && mif_number_of(digits, each.base).is_number) {
+            return prefixed_number{digits, each.base};
+        }
+    }
+    return std::nullopt;
+}
+
 std::optional<radix> mif_radix_of(std::string_view name) noexcept {
-    const auto* const found = std::ranges::find_if(
-        mif_radix_names, [name](const mif_radix_name& each) { return is_keyword(name, each.name); });
+    const auto* const found = std::ranges::find_if(mif_radix_names, [name](const mif_radix_name& each) {
+        return kvr::equal_ignoring_case(name, each.name);
+    });
     return found != mif_radix_names.end() ? std::optional(found->meant) : std::nullopt;
 }
 
@@ -91,11 +123,6 @@ std::string_view nearest_radix_name(std::string_view name) {
     }
     const std::optional<radix> inside = kvr_radix_of(name);
     return inside ? title_of(*inside) : std::string_view();
-}
-
-KVR_MEMORY_RADIXES to_kvr(radix of) noexcept {
-    constexpr std::array radixes = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
-    return radixes[static_cast<std::size_t>(of)];
 }
 
 } // namespace kvrimage

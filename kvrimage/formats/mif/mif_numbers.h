@@ -1,6 +1,5 @@
 #pragma once
 
-#include "kvr/memory/memory_types.h"
 #include "kvrimage/image/radix.h"
 
 #include <cstdint>
@@ -22,6 +21,13 @@ struct mif_number {
 /// The number @p text in @p digits_radix, of which `dec` and `uns` are the same here.
 [[nodiscard]] mif_number mif_number_of(std::string_view text, radix digits_radix) noexcept;
 
+/// A number with the prefix of another language: "0x1F", "8'hFF", "$1F".
+struct prefixed_number {
+    std::string_view digits;
+    radix base; ///< `uns` for decimal ones
+};
+[[nodiscard]] std::optional<prefixed_number> prefixed_number_of(std::string_view text) noexcept;
+
 /// The radix called @p name in a MIF, by its short or its full name, in any letter case.
 [[nodiscard]] std::optional<radix> mif_radix_of(std::string_view name) noexcept;
 /// What the library kvr takes the text after the "=" for; nothing: for no radix.
@@ -29,7 +35,5 @@ struct mif_number {
 /// "HEX" for "HXE": the short name that differs from @p name in one letter, or has the same letters; "" for
 /// none.
 [[nodiscard]] std::string_view nearest_radix_name(std::string_view name);
-
-[[nodiscard]] KVR_MEMORY_RADIXES to_kvr(radix of) noexcept;
 
 } // namespace kvrimage

@@ -14,7 +14,7 @@ namespace {
 /// @p address as the file would write it.
 std::string address_text(std::uint64_t address, radix shown_in) {
     std::string digits;
-    const unsigned base = kvr::radix_base(to_kvr(shown_in));
+    const unsigned base = kvr::radix_base(kvr_radix(shown_in));
     do {
         digits.push_back("0123456789ABCDEF"[address % base]);
         address /= base;
@@ -55,9 +55,9 @@ bool mif_overlaps::differ(std::string_view left, std::string_view right) const {
     }
     std::string left_word;
     std::string right_word;
-    const auto is_word = [this](std::string_view one, std::string& word) {
-        return width != 0 && (!make_word(one, form.data, width, word) ||
-                              (form.data == radix::dec && !make_word(one, radix::uns, width, word)));
+    bool is_unsigned = false;
+    const auto is_word = [&](std::string_view one, std::string& word) {
+        return width != 0 && !make_word_of_any_sign(one, form.data, width, word, is_unsigned);
     };
     return !is_word(left, left_word) || !is_word(right, right_word) || left_word != right_word;
 }
@@ -67,7 +67,7 @@ void mif_overlaps::take_single(const mif_statement& found, std::uint32_t address
     const bool is_other = differ(before, values.front());
     if (singles.insert(address)) {
         if (is_other && lists.contains(address)) {
-            find_overlap(found, address);
+            find_overlap(found, address, address);
         }
         return;
     }
@@ -93,14 +93,14 @@ void mif_overlaps::take_list(const mif_statement& found, std::uint32_t first, st
         const bool is_set = !lists.insert(at) || singles.contains(at);
         if (is_set && is_new && differ(words[at], values[at - first])) {
             is_new = false;
-            find_overlap(found, at);
+            find_overlap(found, first, at);
         }
     }
 }
 
 void mif_overlaps::take_range(const mif_statement& found, std::uint32_t first, std::uint32_t last) {
     if (const auto address = first_difference(first, last)) {
-        find_overlap(found, *address);
+        find_overlap(found, first, *address);
     }
 }
 
@@ -131,10 +131,11 @@ std::optional<std::uint32_t> mif_overlaps::first_difference(std::uint32_t first,
     return std::nullopt;
 }
 
-void mif_overlaps::find_overlap(const mif_statement& found, std::uint32_t address) {
+void mif_overlaps::find_overlap(const mif_statement& found, std::uint32_t first, std::uint32_t address) {
     if (over.add(found.whole, {}, all_repairs)) {
         over_address = address_text(address, form.addresses);
         over_earlier = words[address];
+        over_value = values[(address - first) % values.size()];
     }
 }
 
@@ -147,7 +148,7 @@ void mif_overlaps::report(diagnostic_list& list) {
                      "statement removed that repeats another", list);
     }
     if (!over.empty()) {
-        over.report(diagnose::overlap(over.where(), over_address, over_earlier), "", list);
+        over.report(diagnose::overlap(over.where(), over_address, over_earlier, over_value), "", list);
     }
 }
 

@@ -32,7 +32,7 @@ private:
     [[nodiscard]] bool differ(std::string_view left, std::string_view right) const;
     [[nodiscard]] std::optional<std::uint32_t> first_difference(std::uint32_t first,
                                                                 std::uint32_t last) const;
-    void find_overlap(const mif_statement& found, std::uint32_t address);
+    void find_overlap(const mif_statement& found, std::uint32_t first, std::uint32_t address);
 
     std::string_view text;
     mif_number_form form;
@@ -43,7 +43,8 @@ private:
     kvr::address_set lists;
     std::vector<std::string_view> values;
     mif_cause twice, again, over;
-    std::string twice_address, twice_earlier, twice_value, again_address, over_address, over_earlier;
+    std::string twice_address, twice_earlier, twice_value, again_address, over_address, over_earlier,
+        over_value;
     std::vector<address_range> doubtful;
 };
 

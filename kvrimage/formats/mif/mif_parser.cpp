@@ -23,7 +23,6 @@ void parse_mif(std::string_view contents, mif_sink& sink) {
         sink.finding({mif_syntax::missing_content, {}, {}, {}, {}});
         return;
     }
-    tokens.enter(mif_section::content);
     mif_content_parser(tokens, sink).read();
 }
 

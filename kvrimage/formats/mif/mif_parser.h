@@ -54,7 +54,7 @@ enum class mif_syntax : std::uint8_t {
     content_semicolon,
     missing_begin,
     text_before_begin,
-    behind_begin,
+    after_begin,
     missing_semicolon,
     missing_colon,
     missing_value,
@@ -66,20 +66,21 @@ enum class mif_syntax : std::uint8_t {
     stray_text,
     comma,
     left_out,
-    behind_semicolon,
+    after_semicolon,
     before_end,
     split_value,
     line_too_long,
-    behind_comment,
+    after_comment,
     open_comment,
     comment_of_lines,
     doubtful_comment,
     end_semicolon,
-    behind_end,
-    text_behind_end,
+    after_end,
+    text_after_end,
     missing_end,
+    other_comment,
 };
-inline constexpr std::size_t mif_syntax_count = static_cast<std::size_t>(mif_syntax::missing_end) + 1;
+inline constexpr std::size_t mif_syntax_count = static_cast<std::size_t>(mif_syntax::other_comment) + 1;
 
 struct mif_finding {
     mif_syntax what;

@@ -1,19 +1,24 @@
 #include "kvrimage/formats/mif/mif_reader.h"
 
+#include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/foreign_content.h"
+#include "kvrimage/formats/line_ends.h"
 #include "kvrimage/formats/mif/mif_examiner.h"
 #include "kvrimage/formats/mif/mif_findings.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/mif/mif_header.h"
 #include "kvrimage/formats/mif/mif_header_parser.h"
+#include "kvrimage/formats/mif/mif_numbers.h"
 #include "kvrimage/formats/mif/mif_words.h"
+#include "kvrimage/image/united_ranges.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <utility>
 
 namespace kvrimage {
 
@@ -68,6 +73,7 @@ private:
         return options.width || !stated ? options.width : std::optional(static_cast<std::uint32_t>(*stated));
     }
     void find_missing_settings(const image_words& all);
+    std::unique_ptr<image_words> find_faults();
     bool is_proportionate(const image_words& all);
     bool make_words(image_words& all);
     void examine();
@@ -87,6 +93,7 @@ private:
     bool has_structure = false; ///< a setting or CONTENT
     bool has_unsound = false;
     bool has_unsigned = false;
+    bool has_prefix = false;  ///< values that begin with "0x", which are words with a don't-care digit
     bool is_unsigned = false; ///< all values are, though the radix that is stated is signed
     std::vector<address_range> in_doubt;
 };
@@ -157,12 +164,9 @@ bool mif_text_reader::make_words(image_words& all) {
             word.clear();
             return true;
         }
-        auto error = make_word(value, form.data, bits, word);
-        if (error && form.data == radix::dec && error->what == word_fault::kind::too_wide) {
-            error = make_word(value, radix::uns, bits, word);
-            has_unsigned = has_unsigned || !error;
-        }
-        if (error) {
+        has_prefix = has_prefix || (form.data == radix::hex && value.size() > 2 && value[0] == '0' &&
+                                    kvr::upper_case_of(value[1]) == 'X'); // the fast path has capitals
+        if (make_word_of_any_sign(value, form.data, bits, word, has_unsigned)) {
             word.clear();
             all_words = false;
         }
@@ -182,8 +186,8 @@ void mif_text_reader::examine() {
     if (header.knows_radix(mif_keyword::address_radix)) {
         parse_mif(text, examiner);
         examiner.report(list);
-        in_doubt = std::move(examiner).in_doubt();
         is_unsigned = has_unsigned && !examiner.has_negative();
+        in_doubt = std::move(examiner).in_doubt();
     }
 }
 
@@ -193,57 +197,50 @@ void mif_text_reader::hand_out(read_result& result, std::unique_ptr<image_words>
         result.image->words().fill(range.first, range.last, {""});
     }
     // A later statement may have set what an earlier one left in doubt; that is in doubt, too.
-    std::ranges::sort(in_doubt, {}, &address_range::first);
-    for (const address_range& range : in_doubt) {
-        if (!result.unreadable.empty() && range.first <= result.unreadable.back().last + 1) {
-            result.unreadable.back().last = std::max(result.unreadable.back().last, range.last);
-        } else {
-            result.unreadable.push_back(range);
-        }
-    }
+    result.unreadable = united(std::move(in_doubt));
 }
 
 read_result mif_text_reader::finish() {
-    read_result result;
-    result.facts.as = &mif_format;
-    result.facts.address_radix = form.addresses;
-    result.facts.has_comments = has_comments;
     if (!has_structure) {
-        if (auto foreign = foreign_content(text)) {
-            diagnostic_list only;
-            only.add(*std::move(foreign));
-            result.diagnostics = only.finish(text);
-            return result;
+        if (auto foreign = foreign_content(text, &mif_format)) {
+            return only_finding(mif_format, text, *std::move(foreign));
         }
         findings.forget(mif_syntax::header_text); // there is no header
     }
-    const bool has_content = words.has_value();
-    if (!words) {
-        words.emplace(text, mif_number_form{radix::hex, radix::hex, 1});
-    }
-    const bool has_numbers = depth() && width() && header.knows_radix(mif_keyword::data_radix);
-    const bool has_doubts = has_unsound || words->has_bad_statement() || words->has_overlap();
-    auto all = std::make_unique<image_words>(words->take());
-    if (has_structure || has_content) {
-        find_missing_settings(*all);
-    }
-    bool all_words = true;
-    bool fits_memory = has_numbers;
-    if (has_numbers) {
-        fits_memory = is_proportionate(*all);
-        all_words = !fits_memory || make_words(*all);
-    }
-    if (has_doubts || !all_words || has_unsigned) {
-        examine();
-    }
-    findings.report(list);
+    std::unique_ptr<image_words> all = find_faults();
+    read_result result;
+    result.facts.as = &mif_format;
+    result.facts.address_radix = form.addresses;
     result.facts.data_radix = is_unsigned ? radix::uns : form.data;
-    if (fits_memory && (!list.has_broken() || options.keep_going)) {
+    result.facts.has_comments = has_comments;
+    if (all != nullptr && (!list.has_broken() || options.keep_going)) {
         hand_out(result, std::move(all));
     }
     result.facts.diagnostics_left_out = list.left_out();
     result.diagnostics = list.finish(text);
     return result;
+}
+
+/// Completes the list. The words, those that are none unset; null where the file does not say what they are,
+/// or they are too many.
+std::unique_ptr<image_words> mif_text_reader::find_faults() {
+    const bool has_content = words.has_value();
+    if (!has_content) {
+        words.emplace(text, mif_number_form{radix::hex, radix::hex, 1});
+    }
+    const bool has_doubts = has_unsound || words->has_bad_statement() || words->has_overlap();
+    auto all = std::make_unique<image_words>(words->take());
+    if (has_structure || has_content) {
+        find_missing_settings(*all);
+    }
+    const bool has_numbers = depth() && width() && header.knows_radix(mif_keyword::data_radix);
+    const bool can_be_words = has_numbers && is_proportionate(*all);
+    const bool all_words = !can_be_words || make_words(*all);
+    if (has_doubts || !all_words || has_unsigned || has_prefix) {
+        examine();
+    }
+    findings.report(list);
+    return can_be_words ? std::move(all) : nullptr;
 }
 
 /// The last statement that sets an address.
@@ -308,6 +305,9 @@ private:
 } // namespace
 
 read_result read_mif(std::string_view contents, const read_options& options, mif_fast_path path) {
+    if (auto found = lines_without_lf(contents, options)) {
+        return only_finding(mif_format, contents, *std::move(found));
+    }
     mif_text_reader reader(contents, options, path);
     parse_mif(contents, reader);
     return reader.finish();

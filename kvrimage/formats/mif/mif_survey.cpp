@@ -4,6 +4,7 @@
 #include "kvrimage/formats/mif/mif_numbers.h"
 #include "kvrimage/formats/mif/mif_parser.h"
 #include "kvrimage/formats/mif/regular_mif_line.h"
+#include "kvrimage/image/word_text.h"
 
 namespace kvrimage {
 
@@ -15,7 +16,7 @@ public:
                 mif_survey& result)
         : contents(file),
           form(numbers),
-          base(kvr::radix_base(to_kvr(form.addresses))),
+          base(kvr::radix_base(kvr_radix(form.addresses))),
           pieces(wanted),
           survey(result) {}
 

@@ -2,6 +2,7 @@
 
 #include "kvr/memory/mif/mif_header.h"
 #include "kvr/memory/mif/mif_line.h"
+#include "kvrimage/diagnostics/utf8_character.h"
 
 #include <algorithm>
 #include <array>
@@ -45,10 +46,30 @@ mif_token::kind kind_of(char character) noexcept {
 
 /// @p line in upper case, without blanks: what the library looks for the words of the header in.
 std::string squeezed(std::string_view line) {
-    std::string result(kvr::without_comments(line));
+    std::string result = kvr::to_upper_case(kvr::without_comments(line));
     kvr::strip_blanks(result);
-    kvr::to_upper(result);
     return result;
+}
+
+/// @p comment in lines that the library takes. Nothing where one that does not begin with "--" looks like a
+/// statement or a setting.
+std::optional<std::string> lines_of_comment(std::string_view comment, bool has_marks) {
+    const std::string_view mark = has_marks ? "--" : "";
+    const std::size_t most = longest_kvr_line - mark.size();
+    std::string lines;
+    while (!comment.empty()) {
+        const std::size_t blank =
+            comment.size() <= most ? comment.size() : comment.find_last_of(" \t", most - 1);
+        const std::size_t end =
+            blank == 0 || blank == std::string_view::npos ? character_start(comment, most) : blank;
+        lines.append(mark).append(comment.substr(0, end));
+        comment.remove_prefix(end);
+        lines.append(comment.empty() ? "" : "\n");
+        if (!has_marks && looks_like_mif(comment)) {
+            return std::nullopt;
+        }
+    }
+    return lines;
 }
 
 } // namespace
@@ -58,11 +79,6 @@ bool is_read_as_header(std::string_view line) {
     return kvr::contains(found, "CONTENT") ||
            std::ranges::any_of(kvr::header_keywords,
                                [&found](const auto& entry) { return kvr::contains(found, entry.keyword); });
-}
-
-bool is_keyword(std::string_view text, std::string_view upper_case_word) noexcept {
-    const auto upper = [](char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; };
-    return std::ranges::equal(text, upper_case_word, {}, upper);
 }
 
 bool looks_like_mif(std::string_view line) {
@@ -77,7 +93,7 @@ bool looks_like_mif(std::string_view line) {
     if (word.empty()) {
         return follows == '[';
     }
-    const auto is_word = [word](std::string_view one) { return is_keyword(word, one); };
+    const auto is_word = [word](std::string_view one) { return kvr::equal_ignoring_case(word, one); };
     constexpr std::array<std::string_view, 4> settings = {"WIDTH", "DEPTH", "ADDRESS_RADIX", "DATA_RADIX"};
     constexpr std::array<std::string_view, 3> others = {"CONTENT", "BEGIN", "END"};
     return (follows == ':' && std::ranges::all_of(word, kvr::is_value_character)) ||
@@ -155,10 +171,28 @@ void mif_tokens::skip_blanks() {
             take_comment(end_of_line(here.at));
         } else if (c == '%') {
             skip_percent_comment();
+        } else if (const std::size_t mark = other_comment_mark(); mark != 0) {
+            find_once(mif_syntax::other_comment, {here.at, mark}, text_edit{here.at, mark, "--"});
+            take_comment(end_of_line(here.at));
         } else {
             return;
         }
     }
+}
+
+/// The length of the "//" or "#" at hand that begins a comment of another language; 0 where there is none.
+std::size_t mif_tokens::other_comment_mark() const {
+    const char c = text[here.at];
+    if ((c != '/' && c != '#') || section == mif_section::after_end) {
+        return 0;
+    }
+    const std::string_view before = text.substr(here.line_begin, here.at - here.line_begin);
+    if (c == '/') {
+        return text.substr(here.at).starts_with("//") && !before.ends_with(':') ? 2 : 0;
+    }
+    const std::size_t last = before.find_last_not_of(" \t");
+    const bool is_apart = here.at + 1 == text.size() || text[here.at + 1] == ' ' || text[here.at + 1] == '\t';
+    return !here.token_in_line || is_apart || before[last] == ';' ? 1 : 0;
 }
 
 /// Ends the line at @p end, where a LF is or the file ends.
@@ -176,29 +210,63 @@ void mif_tokens::measure_line(std::size_t end) {
     }
 }
 
-/// Leaves out the blanks at the end of a line, or breaks it where blanks are between values.
+/// Leaves out the blanks at the end of a line, or breaks it where that changes nothing.
 std::optional<text_edit> mif_tokens::shortened(const span& line) const {
     const std::string_view whole = line.in(text);
     const std::size_t used = whole.find_last_not_of(" \t") + 1;
     if (used <= longest_kvr_line) {
         return text_edit{line.offset + used, line.length - used, ""};
     }
+    const bool has_comment =
+        line.offset < latest_lines.end() || kvr::without_comments(whole).size() != whole.size();
+    return has_comment ? comment_in_lines({line.offset, used}) : statement_in_lines(line);
+}
+
+/// Breaks a line where blanks are between values.
+std::optional<text_edit> mif_tokens::statement_in_lines(const span& line) const {
+    const std::string_view whole = line.in(text);
     const std::size_t colon = whole.find(':');
-    if (section != mif_section::content || kvr::without_comments(whole).size() != whole.size()) {
+    if (section != mif_section::content) {
         return std::nullopt;
     }
+    const std::size_t earliest = colon != std::string_view::npos ? colon : 0;
     std::string lines;
     std::size_t begin = 0;
     while (whole.size() - begin > longest_kvr_line) {
         const std::size_t blank = whole.find_last_of(" \t", begin + longest_kvr_line - 1);
-        if (blank == std::string_view::npos || blank < begin ||
-            (colon != std::string_view::npos && blank < colon)) {
+        if (blank == std::string_view::npos || blank < begin || blank < earliest) {
             return std::nullopt;
         }
         lines.append(whole.substr(begin, blank + 1 - begin)).append("\n");
         begin = blank + 1;
     }
     return text_edit{line.offset, line.length, lines.append(whole.substr(begin))};
+}
+
+/// Breaks the comment of a line that ends with it. One that was alone in its line, or follows a statement,
+/// becomes lines of its own that begin with "--".
+std::optional<text_edit> mif_tokens::comment_in_lines(const span& line) const {
+    const bool is_inner = latest_lines.offset < line.end() && line.offset < latest_lines.end();
+    std::size_t begin = is_inner ? std::max(latest_lines.offset, line.offset)
+                                 : line.offset + kvr::without_comments(line.in(text)).size();
+    std::string_view comment = text.substr(begin, line.end() - begin);
+    if (is_inner && latest_lines.end() < line.end()) {
+        return std::nullopt;
+    }
+    if (!is_inner && comment.starts_with('%')) {
+        const std::size_t close = comment.find('%', 1);
+        if (close != comment.size() - 1 && close != std::string_view::npos) {
+            return std::nullopt;
+        }
+        comment = comment.substr(1, close - 1);
+    } else if (!is_inner) {
+        comment.remove_prefix(2);
+    }
+    const auto lines = lines_of_comment(comment, !is_inner);
+    if (!lines) {
+        return std::nullopt;
+    }
+    return text_edit{begin, line.end() - begin, (begin == line.offset ? "" : "\n") + *lines};
 }
 
 /// Leaves the place at the line end.
@@ -260,6 +328,7 @@ void mif_tokens::skip_percent_comment() {
 void mif_tokens::skip_comment_of_lines(std::size_t close) {
     const std::size_t begin = here.at;
     const bool is_new = begin >= reported;
+    latest_lines = {begin, close + 1 - begin};
     take_comment(close + 1);
     std::string lines = "--";
     bool is_read = false;
@@ -304,7 +373,7 @@ bool mif_tokens::is_read_by_kvr(std::string_view line) const {
         return is_read_as_header(line);
     case mif_section::content:
         return kvr::without_comments(line).find_first_not_of(" \t\r") != std::string_view::npos;
-    case mif_section::behind_end:
+    case mif_section::after_end:
         break;
     }
     return false;

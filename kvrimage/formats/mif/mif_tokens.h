@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvr/util/letter_case.h"
 #include "kvrimage/formats/mif/mif_parser.h"
 
 namespace kvrimage {
@@ -20,7 +21,7 @@ struct mif_token {
 };
 
 /// The part of a file that is being read. What a comment may hide differs from part to part.
-enum class mif_section : std::uint8_t { header, content, behind_end };
+enum class mif_section : std::uint8_t { header, content, after_end };
 
 /// Cuts a MIF into tokens, and hands its comments to the sink.
 class mif_tokens {
@@ -67,6 +68,9 @@ private:
     void skip_blanks();
     void measure_line(std::size_t end);
     [[nodiscard]] std::optional<text_edit> shortened(const span& line) const;
+    [[nodiscard]] std::optional<text_edit> statement_in_lines(const span& line) const;
+    [[nodiscard]] std::optional<text_edit> comment_in_lines(const span& line) const;
+    [[nodiscard]] std::size_t other_comment_mark() const;
     void skip_line_end();
     void skip_percent_comment();
     void skip_comment_of_lines(std::size_t close);
@@ -83,6 +87,7 @@ private:
     cursor here;
     std::size_t reported = 0;       ///< comments that begin before this are known
     std::size_t measured_lines = 0; ///< lines that begin before this, too
+    span latest_lines;              ///< the last comment that goes over several lines
     mif_token ahead;
     cursor before_ahead;
     bool has_ahead = false;
@@ -97,8 +102,5 @@ private:
 
 /// True when the library makes something of @p line, one of the header, though it may be no setting.
 [[nodiscard]] bool is_read_as_header(std::string_view line);
-
-/// True when @p text is @p upper_case_word in any letter case.
-[[nodiscard]] bool is_keyword(std::string_view text, std::string_view upper_case_word) noexcept;
 
 } // namespace kvrimage

@@ -5,6 +5,7 @@
 #include "kvr/numeric/digit_value.h"
 #include "kvrimage/formats/mif/mif_numbers.h"
 #include "kvrimage/formats/mif/mif_tokens.h"
+#include "kvrimage/image/word_text.h"
 
 #include <algorithm>
 
@@ -66,7 +67,7 @@ mif_words::mif_words(std::string_view contents, const mif_number_form& numbers)
       fast_lines(memory, longest_kvr_line),
       whole_lines_end(contents.rfind('\n') + 1) {
     memory.memory_initialize_value.clear();
-    memory.address_radix = to_kvr(form.addresses);
+    memory.address_radix = kvr_radix(form.addresses);
     memory.resize_words(static_cast<std::uint32_t>(form.depth));
 }
 
@@ -136,7 +137,7 @@ std::size_t mif_words::set_lines(std::size_t offset) {
 
 /// Notes which addresses regular lines have set, some of which are lists, or follow lists.
 void mif_words::note_lists_of(std::string_view lines) {
-    const unsigned base = kvr::radix_base(to_kvr(form.addresses));
+    const unsigned base = kvr::radix_base(kvr_radix(form.addresses));
     while (!lines.empty()) {
         const std::string_view line = lines.substr(0, lines.find('\n'));
         lines.remove_prefix(line.size() + 1);

@@ -30,12 +30,12 @@ struct mif_layout {
           runs(options.runs),
           width(image.width()),
           address_width(
-              kvr::address_length(static_cast<std::uint32_t>(image.depth() - 1), to_kvr(address_radix))) {}
+              kvr::address_length(static_cast<std::uint32_t>(image.depth() - 1), kvr_radix(address_radix))) {}
 
     /// The line that gives @p data to addresses; its LF is part of it.
     void append_line(std::string& out, std::uint64_t first, std::uint64_t last, std::string_view data) const {
         kvr::append_content_line(out, static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(last),
-                                 data, to_kvr(address_radix), address_width, {});
+                                 data, kvr_radix(address_radix), address_width, {});
     }
     /// True when the image holds the words of @p row as they are written.
     [[nodiscard]] bool shows(const kvr::word_row& row) const noexcept {
@@ -125,7 +125,7 @@ public:
     mif_writing(const memory_image& written, const mif_layout& of_lines, text_sink& sink)
         : image(written),
           layout(of_lines),
-          rows(to_kvr(layout.address_radix), layout.address_width,
+          rows(kvr_radix(layout.address_radix), layout.address_width,
                layout.runs ? kvr::equal_words::share_a_line : kvr::equal_words::have_lines_of_their_own),
           output(sink) {}
 

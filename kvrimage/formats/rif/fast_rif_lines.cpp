@@ -7,7 +7,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Characters that are looked at behind a word at most.
+/// Characters that are looked at after a word at most.
 constexpr std::size_t slack = 16;
 
 /// Longer words are left to the parser, so that a look ahead stays within the text.

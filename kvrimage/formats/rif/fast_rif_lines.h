@@ -10,7 +10,7 @@ namespace kvrimage {
 /// length, with one blank after each, which the last one may lack, and LF or CR LF. A rif_parser, which knows
 /// every rule, finds the same in it.
 struct fast_rif_line {
-    std::size_t end = 0; ///< behind its line end; 0: the line is not regular
+    std::size_t end = 0; ///< after its line end; 0: the line is not regular
     bool is_address = false;
     std::uint64_t address = 0;   ///< of an address line
     const char* words = nullptr; ///< each `length` digits, at intervals of one character more

@@ -3,6 +3,7 @@
 #include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/rif/rif_characters.h"
+#include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>
 
@@ -30,11 +31,6 @@ diagnostic illegal_text(const places& where, std::string_view characters) {
 
 diagnostic bad_address_text(const places& where, std::string_view address) {
     return diagnose::address_syntax(where, address, "");
-}
-
-/// True for a word that looks like one of another language: "0x56".
-bool looks_prefixed(std::string_view word) {
-    return word.starts_with("0x") && word.size() > 2;
 }
 
 } // namespace

@@ -17,7 +17,7 @@ namespace {
 constexpr std::array<std::string_view, 1> rif_extensions = {"rif"};
 
 const std::array<consumer, 1> rif_consumers = {
-    consumer{.name = "kvr", .title = "the kvr library", .check = check_rif_for_kvr}};
+    consumer{.name = "kvr", .title = "the library kvr", .check = check_rif_for_kvr}};
 
 } // namespace
 

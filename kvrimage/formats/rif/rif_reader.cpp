@@ -1,13 +1,16 @@
 #include "kvrimage/formats/rif/rif_reader.h"
 
 #include "kvr/numeric/digit_value.h"
+#include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/foreign_content.h"
 #include "kvrimage/formats/rif/fast_rif_lines.h"
 #include "kvrimage/formats/rif/rif_characters.h"
 #include "kvrimage/formats/rif/rif_diagnostics.h"
 #include "kvrimage/formats/rif/rif_format.h"
 #include "kvrimage/formats/rif/rif_parser.h"
 #include "kvrimage/formats/rif/rif_search.h"
+#include "kvrimage/formats/rif/rif_sniff.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
@@ -83,6 +86,11 @@ private:
 read_result rif_reading::read() {
     read_lines();
     add_diagnostics();
+    if (list.has_broken() && is_hardly_rif(text.substr(0, sniffed_bytes))) {
+        if (auto foreign = foreign_content(text, &rif_format)) {
+            return only_finding(rif_format, text, *std::move(foreign));
+        }
+    }
     read_result result;
     result.facts.as = &rif_format;
     result.facts.width_source = options.width || longest == 0 ? "" : "the longest word";
@@ -207,8 +215,7 @@ bool rif_reading::is_word(const rif_piece& piece) {
 
 std::string_view rif_reading::in_upper_case(std::string_view word) {
     scratch.assign(word);
-    std::ranges::transform(scratch, scratch.begin(),
-                           [](char c) { return c >= 'a' ? static_cast<char>(c - 'a' + 'A') : c; });
+    kvr::to_upper(scratch);
     return scratch;
 }
 

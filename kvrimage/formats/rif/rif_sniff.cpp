@@ -25,16 +25,26 @@ struct piece_counts {
 
 /// Without the last line when it may have been cut.
 std::string_view whole_lines(std::string_view head) {
-    constexpr std::size_t most = std::size_t{64} * 1024;
     const std::size_t newline = head.rfind('\n');
-    return head.size() < most || newline == std::string_view::npos ? head : head.substr(0, newline + 1);
+    return head.size() < sniffed_bytes || newline == std::string_view::npos ? head
+                                                                            : head.substr(0, newline + 1);
+}
+
+piece_counts counts_of(std::string_view head) {
+    piece_counts counts;
+    for_each_rif_piece(whole_lines(head), [&counts](const rif_piece& piece) { counts.take(piece); });
+    return counts;
 }
 
 } // namespace
 
+bool is_hardly_rif(std::string_view head) {
+    const piece_counts counts = counts_of(head);
+    return counts.faults > counts.words + counts.addresses;
+}
+
 certainty sniff_rif(std::string_view head) {
-    piece_counts counts;
-    for_each_rif_piece(whole_lines(head), [&counts](const rif_piece& piece) { counts.take(piece); });
+    const piece_counts counts = counts_of(head);
     if (counts.words == 0 || counts.faults > counts.words) {
         return certainty::no;
     }

@@ -6,6 +6,9 @@
 
 namespace kvrimage {
 
+/// True when more of @p head is at fault than not.
+[[nodiscard]] bool is_hardly_rif(std::string_view head);
+
 /// format::sniff() for RIF.
 [[nodiscard]] certainty sniff_rif(std::string_view head);
 

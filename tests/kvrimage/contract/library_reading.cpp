@@ -108,8 +108,11 @@ std::string difference_at(std::uint64_t address, const memory_image& ours, const
     const std::string_view text = address < theirs.words.size()
                                       ? theirs.words[static_cast<std::uint32_t>(address)]
                                       : std::string_view();
-    const word_result their_word =
+    word_result their_word =
         text.empty() || !theirs.digits ? word_result{} : word::parse(text, *theirs.digits, ours.width());
+    if (!text.empty() && !their_word.value && theirs.digits == radix::dec) {
+        their_word = word::parse(text, radix::uns, ours.width()); // what is too large to be signed
+    }
     // In the library, words that nothing sets hold 0.
     const bool is_zero_by_default =
         text.empty() && address < theirs.words.size() && our_word == word(ours.width());

@@ -107,7 +107,7 @@ TEST(DiagnosticText, ListsTheLinesOfFurtherPlaces) {
 }
 
 TEST(DiagnosticText, ListsEachLineOnce) {
-    EXPECT_EQ(further_places({7, 7}), "  also in line 7\n");
+    EXPECT_EQ(further_places({6, 7, 7}), "  also in line 7\n");
     EXPECT_EQ(further_places({7, 8, 8, 9, 9, 9}), "  also in lines 8 and 9\n");
 }
 
@@ -116,6 +116,11 @@ TEST(DiagnosticText, CountsThePlacesThatItDoesNotList) {
     EXPECT_EQ(further_places({1, 2, 3, 4, 5, 6, 6, 7}), "  also in lines 2, 3, 4, 5, 6 and 1 more place\n");
     EXPECT_EQ(further_places({1, 2, 3}, 50), "  also in lines 2, 3 and 50 more places\n");
     EXPECT_EQ(further_places({1, 2}, 49999), "  also in line 2 and 49999 more places\n");
+}
+
+TEST(DiagnosticText, DoesNotListTheLineOfTheFirstPlace) {
+    EXPECT_EQ(further_places({7, 7}), "  also in 1 more place\n");
+    EXPECT_EQ(further_places({7, 8, 7}), "  also in line 8 and 1 more place\n");
 }
 
 TEST(DiagnosticText, CountsPlacesThatAreNotKnown) {

@@ -1,4 +1,6 @@
 #include "kvrimage/formats/foreign_content.h"
+#include "kvrimage/formats/hex/hex_format.h"
+#include "kvrimage/formats/mif/mif_format.h"
 
 #include <gtest/gtest.h>
 
@@ -89,6 +91,26 @@ TEST(ForeignContent, LooksAtTheFrontOfALongText) {
     EXPECT_EQ(kind_of(text + "Z"), message_for("bare rows of binary words"));
     EXPECT_EQ(kind_of(std::string(70000, '1')), message_for("bare rows of binary words"));
     EXPECT_EQ(kind_of("Z\n" + text), "");
+}
+
+TEST(ForeignContent, IsAnotherFormatForItsReader) {
+    const auto found = foreign_content("WIDTH=8;\nDEPTH=4;\nCONTENT BEGIN\n", &hex_format);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->id, diagnostic_id::other_format);
+    EXPECT_EQ(found->message, "this looks like MIF, not like Intel HEX");
+    EXPECT_EQ(found->hint, "read it with --from mif");
+}
+
+TEST(ForeignContent, IsSettingsOfOtherSoftwareForAReader) {
+    for (const std::string_view text : {"VERSION 300\n", "\n memory_radix=16;\n", "_a = b"}) {
+        const auto found = foreign_content(text, &mif_format);
+        ASSERT_TRUE(found) << text;
+        EXPECT_EQ(found->message, message_for("text of other software"));
+    }
+    for (const std::string_view text :
+         {"0 : 1;\n", "300 VERSION\n", "VERSION\n", "VERSION a\n", "Dear reader,\n"}) {
+        EXPECT_FALSE(foreign_content(text, &mif_format)) << text;
+    }
 }
 
 TEST(ForeignContent, IsNotEveryText) {

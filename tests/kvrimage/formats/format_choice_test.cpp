@@ -31,7 +31,7 @@ read_result read_twin(std::string_view contents, char letter) {
     if (contents.find(letter) != std::string_view::npos) {
         result.image.emplace(8, 1);
     } else {
-        result.diagnostics.push_back(diagnose::no_data({}));
+        result.diagnostics.push_back(diagnose::no_words({}));
     }
     return result;
 }

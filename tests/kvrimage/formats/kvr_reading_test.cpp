@@ -80,7 +80,7 @@ TEST(KvrReading, OfOtherWordsHasTheFirstOfThem) {
                                 their_reading({{0, "0A"}, {3, "FE"}, {5, "02"}}, 6));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(about(found[0].id).code, "kvr-reads-other-words");
-    EXPECT_EQ(found[0].message, "the kvr library reads FE at address 3, the file has FF");
+    EXPECT_EQ(found[0].message, "the library kvr reads FE at address 3, the file has FF");
     EXPECT_EQ(found[0].consumer, "kvr");
     EXPECT_EQ(found[0].count, 2U);
     EXPECT_EQ(found[0].where, (place{4, 1, 6, 1}));
@@ -92,14 +92,14 @@ TEST(KvrReading, ShowsWordsInTheRadixOfTheFile) {
     read_result ours = our_reading({{0, "0A"}}, 1);
     ours.facts.data_radix = radix::dec;
     EXPECT_EQ(compared(ours, their_reading({{0, "FF"}}, 1))[0].message,
-              "the kvr library reads -1 at address 0, the file has 10");
+              "the library kvr reads -1 at address 0, the file has 10");
     EXPECT_EQ(compared(our_reading({{0, "XA"}}, 1), their_reading({}, 1))[0].message,
-              "the kvr library reads no word at address 0, the file has XA");
+              "the library kvr reads no word at address 0, the file has XA");
     EXPECT_EQ(compared(our_reading({}, 1), their_reading({{0, "1FF"}}, 1))[0].message,
-              "the kvr library reads 1FF at address 0, the file has no word");
+              "the library kvr reads 1FF at address 0, the file has no word");
     ours.image->words().set(0, "XA");
     EXPECT_EQ(compared(ours, their_reading({{0, "FF"}}, 1))[0].message,
-              "the kvr library reads -1 at address 0, the file has XA");
+              "the library kvr reads -1 at address 0, the file has XA");
 }
 
 TEST(KvrReading, KeepsTenPlacesAndCountsAll) {
@@ -148,7 +148,7 @@ TEST(KvrReading, OfARefusedFileHasTheReason) {
     const auto found = compared(our_reading({{0, "01"}}, 1), theirs);
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(about(found[0].id).code, "kvr-refuses");
-    EXPECT_EQ(found[0].message, "the kvr library refuses the file: a line has more than 511 characters");
+    EXPECT_EQ(found[0].message, "the library kvr refuses the file: a line has more than 511 characters");
     EXPECT_EQ(found[0].where, (place{3, 1, 4, 1}));
     kvr_reading without_place;
     without_place.refused = true;

@@ -123,7 +123,7 @@ TEST_F(MemoryFile, OfSurelyAnotherFormatHasThatAsItsOneFault) {
     const read_result result = parse("toy 8\n", {.as = &refusing_format});
     ASSERT_EQ(codes_of(result.diagnostics), std::vector<std::string>{"other-format"});
     EXPECT_EQ(result.diagnostics[0].message, "this looks like Toy, not like No");
-    EXPECT_EQ(result.diagnostics[0].hint, "--from toy reads it as that");
+    EXPECT_EQ(result.diagnostics[0].hint, "read it with --from toy");
     EXPECT_EQ(result.facts.diagnostics_left_out, 0U);
     EXPECT_EQ(result.facts.as, &refusing_format);
 }
@@ -151,7 +151,7 @@ TEST_F(MemoryFile, WithGapsIsSuspect) {
     const read_result result = check("toy 8\n0 01\n2 02\n");
     ASSERT_EQ(codes_of(result.diagnostics), std::vector<std::string>{"gap"});
     EXPECT_EQ(result.diagnostics[0].message, "14 of 16 words are never set, the first at address 1");
-    EXPECT_EQ(result.diagnostics[0].hint, "the kvr library holds 0 there");
+    EXPECT_EQ(result.diagnostics[0].hint, "the library kvr holds 0 there");
 }
 
 TEST_F(MemoryFile, WithOneGapSaysIs) {
@@ -172,7 +172,7 @@ TEST_F(MemoryFile, ThatConsumersReadOtherwiseHasThatInFileOrder) {
     EXPECT_EQ(codes_of(check(contents).diagnostics), (std::vector<std::string>{"kvr-refuses", "gap"}));
     const read_result result = check("toy 8\n0 00\n5 66\n");
     ASSERT_EQ(codes_of(result.diagnostics), (std::vector<std::string>{"kvr-reads-other-words", "gap"}));
-    EXPECT_EQ(result.diagnostics[0].message, "the kvr library reads 00 at address 5, the file has 66");
+    EXPECT_EQ(result.diagnostics[0].message, "the library kvr reads 00 at address 5, the file has 66");
     EXPECT_EQ(result.diagnostics[0].where, (place{3, 1, 11, 4}));
     EXPECT_EQ(codes_of(check("toy 8\n0 00\n5 66\n", {.read = {}, .consumers = {"another"}}).diagnostics),
               std::vector<std::string>{"gap"});

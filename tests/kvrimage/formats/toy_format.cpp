@@ -108,7 +108,7 @@ std::uint64_t written_size_of_toy(const memory_image& image, const write_options
 } // namespace
 
 const format& toy_format() {
-    static const consumer consumers[] = {{"kvr", "the kvr library", check_toy, "holds 0 there"}};
+    static const consumer consumers[] = {{"kvr", "the library kvr", check_toy, "holds 0 there"}};
     static const format made = {.id = "toy",
                                 .title = "Toy",
                                 .extensions = toy_extensions,

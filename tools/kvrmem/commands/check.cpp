@@ -213,7 +213,7 @@ kvrimage::check_options check_options_for(const arguments& given, const kvrimage
 const command check_command = {
     "check",
     "FILE...",
-    "Tell every fault of memory files, with its place and the likely repair.",
+    "Report every fault of memory files, with its place and the likely repair.",
     "  $ kvrmem check boot.mif\n"
     "  $ kvrmem check --width 16 --depth 4096 *.hex\n"
     "  $ kvrmem check --fix -o boot_fixed.hex boot.hex\n"

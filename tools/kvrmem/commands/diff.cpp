@@ -1,5 +1,6 @@
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/formats/registry.h"
+#include "kvrimage/image/united_ranges.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/compare/diff_report.h"
 #include "tools/kvrmem/files/memory_input.h"
@@ -13,6 +14,7 @@
 #include <memory>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace kvrmem {
 
@@ -22,12 +24,13 @@ using kvrimage::address_range;
 
 constexpr std::size_t git_operands = 7;
 
-/// Takes the parts of @p range that both files say for certain.
+/// Calls @p report with the parts of @p found that both files say for certain.
+template <class Report>
 void take_certain_parts(const kvrimage::difference& found, const diff_side& left, const diff_side& right,
-                        diff_report& report) {
+                        Report&& report) {
     const auto take = [&](const address_range& part, bool is_unreadable) {
         if (!is_unreadable) {
-            report.take({part, found.left, found.right});
+            report({part, found.left, found.right});
         }
     };
     for_each_part(found.addresses, left.result.unreadable,
@@ -38,31 +41,28 @@ void take_certain_parts(const kvrimage::difference& found, const diff_side& left
                   });
 }
 
-std::uint64_t count_unreadable(const diff_side& left, const diff_side& right) {
-    std::uint64_t count = 0;
-    for (const address_range& range : left.result.unreadable) {
-        count += range.last - range.first + 1;
-    }
-    for (const address_range& range : right.result.unreadable) {
-        for_each_part(range, left.result.unreadable, [&count](const address_range& part, bool is_counted) {
-            count += is_counted ? 0 : part.last - part.first + 1;
-        });
-    }
-    return count;
+/// Addresses that one of the two does not say for certain.
+std::vector<address_range> unreadable_in(const diff_side& left, const diff_side& right) {
+    std::vector<address_range> all = left.result.unreadable;
+    all.insert(all.end(), right.result.unreadable.begin(), right.result.unreadable.end());
+    return kvrimage::united(std::move(all));
 }
 
-/// True when the two memories are the same: their words, and how many there are of which width.
-bool compare(const diff_side& left, const diff_side& right, diff_report& report) {
-    const std::uint64_t unreadable = count_unreadable(left, right);
-    bool equal = left.image().width() == right.image().width() &&
-                 left.image().depth() == right.image().depth() &&
-                 left.image().base() == right.image().base() && unreadable == 0;
+/// fine: the two memories are the same, in their words, and how many there are of which width. bad_input:
+/// they are as far as they can be compared.
+exit_code compare(const diff_side& left, const diff_side& right, diff_report& report) {
+    const std::vector<address_range> unreadable = unreadable_in(left, right);
+    bool differ = left.image().width() != right.image().width() ||
+                  left.image().depth() != right.image().depth() ||
+                  left.image().base() != right.image().base();
     kvrimage::for_each_difference(left.image(), right.image(), [&](const kvrimage::difference& found) {
-        equal = false;
-        take_certain_parts(found, left, right, report);
+        take_certain_parts(found, left, right, [&](const kvrimage::difference& certain) {
+            differ = true;
+            report.take(certain);
+        });
     });
-    report.finish(equal, unreadable);
-    return equal;
+    report.finish(!differ && unreadable.empty(), unreadable);
+    return differ ? exit_code::negative : unreadable.empty() ? exit_code::fine : exit_code::bad_input;
 }
 
 std::unique_ptr<diff_report> report_as_asked(const arguments& given, const diff_side& left,
@@ -75,7 +75,7 @@ std::unique_ptr<diff_report> report_as_asked(const arguments& given, const diff_
                         : make_text_report(left, right, radix, painter_for(stdout, given.color));
 }
 
-bool compare_as_asked(const arguments& given, const diff_side& left, const diff_side& right) {
+exit_code compare_as_asked(const arguments& given, const diff_side& left, const diff_side& right) {
     return compare(left, right, *report_as_asked(given, left, right));
 }
 
@@ -120,10 +120,10 @@ void compare_for_git(const arguments& given) {
     if (is_gone) {
         right.result = empty_like(left.result);
     }
-    compare_as_asked(given, left, right);
+    static_cast<void>(compare_as_asked(given, left, right));
 }
 
-/// git takes an exit code other than 0 for a crash and shows nothing of the files behind this one.
+/// git takes an exit code other than 0 for a crash and shows nothing of the files after this one.
 exit_code be_a_diff_driver(const arguments& given) {
     const std::size_t count = given.files.size();
     if (count == 1) {
@@ -155,7 +155,7 @@ exit_code diff(const arguments& given) {
     }
     const diff_side left = read_side(given, given.files[0]);
     const diff_side right = read_side(given, given.files[1]);
-    return compare_as_asked(given, left, right) ? exit_code::fine : exit_code::negative;
+    return compare_as_asked(given, left, right);
 }
 
 constexpr std::array diff_options = {
@@ -165,20 +165,22 @@ constexpr std::array diff_options = {
 
 } // namespace
 
-const command diff_command = {"diff",
-                              "A B",
-                              "Compare two memories word by word, whatever their formats and radixes.",
-                              "  $ kvrmem diff sine.mif sine.hex\n"
-                              "  $ kvrmem diff --quiet old.mif new.mif && echo same\n"
-                              "  $ kvrmem diff --json old.mif new.mif\n"
-                              "  $ git config diff.memory.command 'kvrmem diff --git'\n",
-                              "Each line is a range of addresses with the word of A and the word of B; a\n"
-                              "word that is not set is 'unset', which is not equal to 0. --from is for a\n"
-                              "name that does not tell its format. The exit code is\n"
-                              "0 when the memories are the same in words, width and depth, else 1.\n",
-                              1,
-                              9,
-                              diff_options,
-                              diff};
+const command diff_command = {
+    "diff",
+    "A B",
+    "Compare two memories word by word, whatever their formats and radixes.",
+    "  $ kvrmem diff sine.mif sine.hex\n"
+    "  $ kvrmem diff --quiet old.mif new.mif && echo same\n"
+    "  $ kvrmem diff --json old.mif new.mif\n"
+    "  $ git config diff.memory.command 'kvrmem diff --git'\n",
+    "Each line is a range of addresses with the word of A and the word of B; a\n"
+    "word that is not set is 'unset', which is not equal to 0. --from is for a\n"
+    "name that does not tell its format. The exit code is\n"
+    "0 when the memories are the same in words, width and depth, 1 when they differ,\n"
+    "and 2 when no difference was found, but words are in doubt (--keep-going).\n",
+    1,
+    9,
+    diff_options,
+    diff};
 
 } // namespace kvrmem

@@ -169,7 +169,7 @@ constexpr std::array info_options = {
 
 const command info_command = {"info",
                               "FILE",
-                              "Tell what a memory file holds: sizes, radixes, addresses, distinct words.",
+                              "Show what a memory file holds: sizes, radixes, addresses, distinct words.",
                               "  $ kvrmem info sine.mif\n"
                               "  $ kvrmem info --width 16 boot.hex\n"
                               "  $ kvrmem info --json sine.mif | jq .words.set\n",

@@ -220,7 +220,7 @@ const command radix_command = {
     "  $ kvrmem radix 0.625 --from fixed:1.7 --to hex\n",
     "With --width, signed decimal (dec) is two's complement of that width; without\n"
     "it a number has as many bits as its digits say, and no sign but '-'.\n"
-    "fixed:I.F is two's complement with F of its I+F bits behind the point.\n"
+    "fixed:I.F is two's complement with F of its I+F bits after the point.\n"
     "--library shows what the library's own conversion gives, which other\n"
     "programs rely on: decimal digits reversed, ones' complement, higher bits cut.\n",
     1,

@@ -6,19 +6,43 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
+#include <numeric>
 #include <string>
 
 namespace kvrmem {
 
 namespace {
 
+using kvrimage::address_range;
 using kvrimage::difference;
 using kvrimage::word;
+
+std::string text_of(const address_range& range) {
+    return range.first == range.last ? fmt::format("0x{:X}", range.first)
+                                     : fmt::format("0x{:X}..0x{:X}", range.first, range.last);
+}
+
+/// The first of @p ranges.
+std::string listed(const std::vector<address_range>& ranges) {
+    constexpr std::size_t most = 8;
+    std::string text;
+    for (std::size_t i = 0; i < std::min(ranges.size(), most); ++i) {
+        text += (i == 0 ? "" : ", ") + text_of(ranges[i]);
+    }
+    return ranges.size() > most ? text + ", ..." : text;
+}
+
+std::uint64_t count_words(const std::vector<address_range>& ranges) {
+    return std::accumulate(
+        ranges.begin(), ranges.end(), std::uint64_t{0},
+        [](std::uint64_t sum, const address_range& range) { return sum + (range.last - range.first + 1); });
+}
 
 class quiet_report : public diff_report {
 public:
     void take(const difference& /*found*/) override {}
-    void finish(bool /*equal*/, std::uint64_t /*unreadable*/) override {}
+    void finish(bool /*equal*/, const std::vector<address_range>& /*unreadable*/) override {}
 };
 
 class text_report : public diff_report {
@@ -33,21 +57,19 @@ public:
     void take(const difference& found) override {
         print_head();
         ++ranges;
-        const auto [first, last] = found.addresses;
-        words += last - first + 1;
-        const std::string place =
-            first == last ? fmt::format("0x{:X}", first) : fmt::format("0x{:X}..0x{:X}", first, last);
-        output.write(fmt::format("{:<{}} {} -> {}\n", place, place_size,
+        words += found.addresses.last - found.addresses.first + 1;
+        output.write(fmt::format("{:<{}} {} -> {}\n", text_of(found.addresses), place_size,
                                  paint.paint(style::red, shown_or_gap(found.left, radix)),
                                  paint.paint(style::green, shown_or_gap(found.right, radix))));
     }
-    void finish(bool equal, std::uint64_t unreadable) override {
+    void finish(bool equal, const std::vector<address_range>& unreadable) override {
         if (!equal) {
             print_head();
-            output.write(summary(unreadable != 0));
+            output.write(summary(!unreadable.empty()));
         }
-        if (unreadable != 0) {
-            output.write(counted(unreadable, "word") + " in doubt, not compared\n");
+        if (!unreadable.empty()) {
+            output.write(fmt::format("{} in doubt, not compared: {}\n",
+                                     counted(count_words(unreadable), "word"), listed(unreadable)));
         }
         output.finish();
     }
@@ -101,9 +123,9 @@ public:
         output.write(fmt::format("{}\n    {}", is_first ? "" : ",", json_text(entry)));
         is_first = false;
     }
-    void finish(bool equal, std::uint64_t unreadable) override {
+    void finish(bool equal, const std::vector<address_range>& unreadable) override {
         const std::string left_out =
-            unreadable == 0 ? "" : fmt::format("  \"unreadable\": {},\n", unreadable);
+            unreadable.empty() ? "" : fmt::format("  \"unreadable\": {},\n", count_words(unreadable));
         output.write(fmt::format("{}],\n{}  \"equal\": {}\n}}\n", is_first ? "" : "\n  ", left_out, equal));
         output.finish();
     }

@@ -8,6 +8,7 @@
 #include <cstdint>
 #include <memory>
 #include <string>
+#include <vector>
 
 namespace kvrmem {
 
@@ -29,8 +30,8 @@ public:
     diff_report(const diff_report&) = delete;
     diff_report& operator=(const diff_report&) = delete;
     virtual void take(const kvrimage::difference& found) = 0;
-    /// @param unreadable addresses that were not compared
-    virtual void finish(bool equal, std::uint64_t unreadable) = 0;
+    /// @param unreadable addresses that were not compared, in order
+    virtual void finish(bool equal, const std::vector<kvrimage::address_range>& unreadable) = 0;
 };
 
 /// Nothing.

@@ -2,6 +2,7 @@
 
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/formats/memory_file.h"
+#include "kvrimage/formats/unset_words.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/surroundings/counted.h"
@@ -80,11 +81,12 @@ memory_input read_memory(const arguments& given, const std::string& path) {
 }
 
 void note_suspect_ones(const arguments& given, const memory_input& input) {
-    const auto count = static_cast<std::uint64_t>(
+    auto count = static_cast<std::uint64_t>(
         std::ranges::count_if(input.result.diagnostics, [](const kvrimage::diagnostic& each) {
             return kvrimage::about(each.id).level == kvrimage::diagnostic_class::suspect;
         }));
     if (count != 0 && first_broken(input.result) == nullptr) {
+        count += kvrimage::find_unset_words(input.result, "") ? 1U : 0U;
         tell(fmt::format("{}: note: {}; {} shows {}", input.name(), counted(count, "warning"),
                          check_line(given, input.path), count == 1 ? "it" : "them"));
     }

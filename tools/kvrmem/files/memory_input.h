@@ -33,7 +33,8 @@ void parse(memory_input& input);
 /// @throws what open_memory() does
 [[nodiscard]] memory_input read_memory(const arguments& given, const std::string& path);
 
-/// Reports on standard error, in one line, how many diagnostics of @p input are suspect, if any are.
+/// Reports on standard error, in one line, how many suspect diagnostics check has of @p input, if reading it
+/// has found one: that words are not set is no news of its own.
 void note_suspect_ones(const arguments& given, const memory_input& input);
 
 /// Reports on standard error where the width is from, if the file does not say it.

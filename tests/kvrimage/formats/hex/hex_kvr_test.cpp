@@ -42,7 +42,7 @@ TEST(HexForKvr, BytesAreReadAsWords) {
     options.unit = address_unit::byte;
     options.order = byte_order::little;
     EXPECT_THAT(kvr_check_of(record("080000000102030405060708") + end_record, options),
-                testing::StartsWith("kvr-reads-other-words: the kvr library reads 01020304 at address 0"));
+                testing::StartsWith("kvr-reads-other-words: the library kvr reads 01020304 at address 0"));
 }
 
 TEST(HexForKvr, TheHighestAddressIsDropped) {
@@ -54,7 +54,7 @@ TEST(HexForKvr, AFileWithoutDataIsRefused) {
     read_options options = of_width(8);
     options.depth = 4;
     EXPECT_EQ(kvr_check_of(end_record, options),
-              "kvr-refuses: the kvr library refuses the file: it has no data");
+              "kvr-refuses: the library kvr refuses the file: it has no data");
 }
 
 TEST(HexForKvr, WhatIsKnownIsNotRepeated) {
@@ -78,7 +78,7 @@ TEST(HexForKvr, ReportsTheLineThatIsNoRecord) {
     ours.diagnostics.clear(); // as if our reading had not found it
     const std::vector<diagnostic> found = check_hex_for_kvr(text, options, ours);
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found.front().message, "the kvr library refuses the file: line 3 is no record");
+    EXPECT_EQ(found.front().message, "the library kvr refuses the file: line 3 is no record");
     EXPECT_EQ(found.front().where, (place{3, 2, 16, 2}));
 }
 

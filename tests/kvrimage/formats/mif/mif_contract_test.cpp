@@ -121,8 +121,10 @@ bool kvr_agrees(const std::string& file, const read_result& ours) {
     std::string word;
     for (std::uint32_t i = 0; i < std::min<std::uint32_t>(memory.number_of_words, 64); ++i) {
         word.clear();
+        bool is_unsigned = false;
         if (!memory.data_words[i].empty() &&
-            make_word(memory.data_words[i], *ours.facts.data_radix, ours.image->width(), word)) {
+            make_word_of_any_sign(memory.data_words[i], *ours.facts.data_radix, ours.image->width(), word,
+                                  is_unsigned)) {
             return false;
         }
         if (word != ours.image->words()[i]) {

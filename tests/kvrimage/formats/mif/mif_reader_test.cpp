@@ -127,6 +127,16 @@ INSTANTIATE_TEST_SUITE_P(
                  headed(usual_header)},
         mif_case{"one_word", usual_header + "Content_Begin\n0 : 1;\nEND;\n", "content-spelling 3:1+13",
                  headed(usual_header)},
+        mif_case{"blanks_in_both", usual_header + "CON TENT BE GIN\n0 : 1;\nEND;\n",
+                 "content-spelling 3:1+15", headed(usual_header)},
+        mif_case{"blanks_in_begin", usual_header + "CON TENT\nBEGIN\n0 : 1;\nEND;\n",
+                 "content-spelling 3:1+8", usual_header + "CONTENT\nBEGIN\n0 : 1;\nEND;\n"},
+        mif_case{"blanks_in_content", usual_header + "CONTENT\nBE GIN\n0 : 1;\nEND;\n",
+                 "content-spelling 4:1+6", usual_header + "CONTENT\nBEGIN\n0 : 1;\nEND;\n"},
+        mif_case{"lines_of_cr", "WIDTH=8;\rDEPTH=8;\rCONTENT BEGIN\r0 : 1;\rEND;\r",
+                 "lines-of-carriage-return 1:9+1*5", headed(usual_header)},
+        mif_case{"other_comment", headed("WIDTH=8; // bits\n# words\nDEPTH=8;#\n"), "mif-comment 1:10+2*3",
+                 headed("WIDTH=8; -- bits\n-- words\nDEPTH=8;--\n")},
         mif_case{"semicolon", usual_header + "CONTENT BEGIN;\n0 : 1;\nEND;\n", "content-semicolon 3:14+1",
                  headed(usual_header)},
         mif_case{"no_begin", usual_header + "CONTENT\n0 : 1;\nEND;\n", "missing-begin 3:1+7",
@@ -138,7 +148,7 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Statements, MifFile,
     testing::Values(
-        mif_case{"on_the_line_of_begin", usual_header + "CONTENT BEGIN 0 : 1;\nEND;\n", "behind-begin 3:15+1",
+        mif_case{"on_the_line_of_begin", usual_header + "CONTENT BEGIN 0 : 1;\nEND;\n", "after-begin 3:15+1",
                  usual_header + "CONTENT BEGIN \n0 : 1;\nEND;\n"},
         mif_case{"no_semicolon", mif_of("0 : 1 -- one\n1 : 2;\n"), "missing-semicolon 4:6+1",
                  mif_of("0 : 1; -- one\n1 : 2;\n")},
@@ -156,11 +166,25 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"surplus", mif_of("[0..1] : 1 2 3 4;\n"), "surplus-values 4:14+3", ""},
         mif_case{"stray", mif_of("0 : 1 = 2;\n"), "stray-character 4:7+4", ""},
         mif_case{"comma", mif_of("0 : 1,2;\n"), "comma 4:6+1", mif_of("0 : 1 2;\n")},
+        mif_case{"prefixes", mif_of("0 : 0x1F;\n0x1 : 8'h2;\n$2 : 3;\n"), "number-prefix 4:5+4*4",
+                 mif_of("0 : 1F;\n1 : 2;\n2 : 3;\n")},
+        mif_case{"prefix_of_all_that_may_be_dont_care",
+                 mif_of("0 : 0x10;\n1 : 0x11;\n", "WIDTH=16;\nDEPTH=8;\n"), "number-prefix 4:5+4*2",
+                 mif_of("0 : 10;\n1 : 11;\n", "WIDTH=16;\nDEPTH=8;\n")},
+        mif_case{"prefix_of_some_that_may_be_dont_care",
+                 mif_of("0 : 0x10;\n1 : 12;\n", "WIDTH=16;\nDEPTH=8;\n"), "prefix-or-dont-care 4:5+4", ""},
+        mif_case{"prefix_of_another_radix",
+                 mif_of("0 : 0x10;\n1 : 12;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=UNS;\n"),
+                 "number-prefix 5:5+4", ""},
+        mif_case{"prefix_of_decimal_numbers",
+                 mif_of("0 : 8'd10;\n1 : -12;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"),
+                 "number-prefix 5:5+5",
+                 mif_of("0 : 10;\n1 : -12;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n")},
         mif_case{"dots", mif_of("0 : 1;\n.\n.\n7 : 2;\n"), "left-out 5:1+1*2", ""},
         mif_case{"two_semicolons", mif_of("0 : 1;;\n"), "empty-statement 4:7+1", mif_of("0 : 1;\n")},
         mif_case{"lone_semicolon", mif_of("0 : 1;\n;\n1 : 2;\n"), "lone-semicolon 5:1+1",
                  mif_of("0 : 1;\n\n1 : 2;\n")},
-        mif_case{"two_on_a_line", mif_of("0 : 1; 1 : 2;\n"), "behind-semicolon 4:8+1",
+        mif_case{"two_on_a_line", mif_of("0 : 1; 1 : 2;\n"), "after-semicolon 4:8+1",
                  mif_of("0 : 1; \n1 : 2;\n")},
         mif_case{"before_end", usual_header + "CONTENT BEGIN\n0 : 1; END;\n", "before-end 4:8+3",
                  usual_header + "CONTENT BEGIN\n0 : 1; \nEND;\n"},
@@ -171,6 +195,8 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"negative_address", mif_of("-1 : 1;\n"), "negative-address 4:1+2", ""},
         mif_case{"beyond", mif_of("8 : 1;\n9 : 1;\n"), "beyond-depth 4:1+1*2", ""},
         mif_case{"list_beyond", mif_of("6 : 1 2 3;\n"), "beyond-depth 4:1+1", ""},
+        mif_case{"bad_digit_set_again", mif_of("0 : 1G;\n0 : 2;\n"), "bad-digit 4:5+2", ""},
+        mif_case{"bad_digit_of_several_bytes", mif_of("0 : \xE6\x97\xA5;\n"), "bad-digit 4:5+3", ""},
         mif_case{"twice", mif_of("0 : 1;\n0 : 2;\n"), "set-twice 5:1+6", ""},
         mif_case{"again", mif_of("0 : 1;\n0 : 01;\n"), "set-again 5:1+7", mif_of("0 : 1;\n\n")},
         mif_case{"list_over_single", mif_of("1 : 1;\n0 : 1 2;\n"), "overlap 5:1+8", ""},
@@ -192,9 +218,8 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     CommentsAndEnd, MifFile,
     testing::Values(
-        mif_case{"behind_a_comment", mif_of("%a% 0 : 1;\n"), "behind-comment 4:5+1",
-                 mif_of("%a% \n0 : 1;\n")},
-        mif_case{"value_behind_a_comment", mif_of("0 : %a%1;\n"), "behind-comment 4:8+1",
+        mif_case{"behind_a_comment", mif_of("%a% 0 : 1;\n"), "after-comment 4:5+1", mif_of("%a% \n0 : 1;\n")},
+        mif_case{"value_behind_a_comment", mif_of("0 : %a%1;\n"), "after-comment 4:8+1",
                  mif_of("0 : %a%\n 1;\n")},
         mif_case{"open", mif_of("0 : 1; % one\n"), "open-comment 4:8+1", mif_of("0 : 1; % one %\n")},
         mif_case{"lines_of_words", mif_of("%\n0 : 1;\n%\n1 : 2;\n"), "comment-of-lines 4:1+10",
@@ -203,11 +228,31 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"no_end", usual_header + "CONTENT BEGIN\n0 : 1;", "missing-end 0:0+0", mif_of("0 : 1;\n")},
         mif_case{"end_without_semicolon", usual_header + "CONTENT BEGIN\n0 : 1;\nend", "end-semicolon 5:1+3",
                  usual_header + "CONTENT BEGIN\n0 : 1;\nend;"},
-        mif_case{"behind_end", mif_of("0 : 1;\n") + "1 : 2;\n", "behind-end 6:1+6", ""},
-        mif_case{"text_behind_end", usual_header + "CONTENT BEGIN\n0 : 1;\nEND;s\n", "text-behind-end 5:5+1",
+        mif_case{"after_end", mif_of("0 : 1;\n") + "1 : 2;\n", "after-end 6:1+6", ""},
+        mif_case{"text_after_end", usual_header + "CONTENT BEGIN\n0 : 1;\nEND;s\n", "text-after-end 5:5+1",
                  ""},
         mif_case{"long_line", mif_of("0 : 1;" + std::string(600, ' ') + "\n"), "line-too-long 4:512+1",
                  mif_of("0 : 1;\n")},
+        mif_case{"comment_of_lines_after_begin", mif_of("% a\n b %\n0 : 1;\n"), "comment-of-lines 4:1+8",
+                 mif_of("-- a\n-- b \n0 : 1;\n")},
+        mif_case{"other_comment", mif_of("// a\n0 : 1; # b\n"), "mif-comment 4:1+2*2",
+                 mif_of("-- a\n0 : 1; -- b\n")},
+        mif_case{"long_comment",
+                 mif_of("0 : 1; -- " + std::string(300, 'a') + " " + std::string(300, 'b') + "\n"),
+                 "line-too-long 4:512+1",
+                 mif_of("0 : 1; \n-- " + std::string(300, 'a') + "\n-- " + std::string(300, 'b') + "\n")},
+        mif_case{"long_comment_without_a_blank", mif_of("--" + std::string(600, '=') + "\n0 : 1;\n"),
+                 "line-too-long 4:512+1",
+                 mif_of("--" + std::string(509, '=') + "\n--" + std::string(91, '=') + "\n0 : 1;\n")},
+        mif_case{"long_comment_with_percent",
+                 mif_of("%" + std::string(300, 'a') + " " + std::string(300, 'b') + "%  \n0 : 1;\n"),
+                 "line-too-long 4:512+1",
+                 mif_of("--" + std::string(300, 'a') + "\n-- " + std::string(300, 'b') + "  \n0 : 1;\n")},
+        mif_case{"long_comment_of_lines",
+                 "% a\n" + std::string(300, 'a') + " " + std::string(300, 'b') + "\n%\n" + mif_of("0 : 1;\n"),
+                 "line-too-long 2:512+1",
+                 "% a\n" + std::string(300, 'a') + "\n " + std::string(300, 'b') + "\n%\n" +
+                     mif_of("0 : 1;\n")},
         mif_case{"long_list",
                  mif_of("[0..7] :" + std::string(200, ' ') + "1" + std::string(200, ' ') + "2" +
                         std::string(200, ' ') + "3;\n"),
@@ -234,6 +279,38 @@ TEST(MifReader, TakesWidthAndDepthFromTheOptions) {
     EXPECT_THAT(words_of(result), ElementsAre("F", "", "", "1"));
     EXPECT_THAT(shown_diagnostics(read_mif(mif_of("3 : 1;\n"), {.depth = 3}).diagnostics),
                 ElementsAre("beyond-depth 4:1+1"));
+}
+
+TEST(MifReader, ReportsSignedAndUnsignedValuesOnce) {
+    const auto found = read_mif(mif_of("0 : 255 -1 200;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"), {});
+    ASSERT_THAT(shown_diagnostics(found.diagnostics), ElementsAre("unsigned-in-dec 5:5+3*2"));
+    EXPECT_EQ(found.diagnostics[0].hint, "it is read as an unsigned one; a signed one needs WIDTH=9");
+    EXPECT_THAT(words_of(found), ElementsAre("FF", "FF", "C8", "", "", "", "", ""));
+    const auto wide = read_mif(mif_of("0 : 300 -1;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"), {});
+    ASSERT_THAT(shown_diagnostics(wide.diagnostics), ElementsAre("too-wide 5:5+3"));
+    EXPECT_EQ(wide.diagnostics[0].hint, "needs WIDTH 9");
+}
+
+TEST(MifReader, ReportsOtherSoftwareOnce) {
+    for (const std::string_view file : {"VERSION 300\nBEGIN\n 1 2\nEND\n", "radix=16;\nvector=\n1,2;\n"}) {
+        EXPECT_THAT(shown_diagnostics(read_mif(file, {}).diagnostics), testing::SizeIs(1)) << file;
+        EXPECT_EQ(read_mif(file, {}).diagnostics[0].id, diagnostic_id::foreign_content) << file;
+    }
+}
+
+TEST(MifReader, LeavesWordsInDoubtThatMayHaveAPrefixWhereOthersHaveOne) {
+    const read_result result = read_mif(mif_of("0 : 0x1;\n1 : 0x1F;\n2 : 3;\n"), {.keep_going = true});
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("number-prefix 4:5+3*2"));
+    EXPECT_THAT(result.unreadable, ElementsAre(address_range{0, 1}));
+}
+
+TEST(MifReader, LeavesSlashesAndHashesThatBeginNoComment) {
+    EXPECT_THAT(shown_diagnostics(read_mif(mif_of("0 : #10;\n"), {}).diagnostics),
+                ElementsAre("bad-digit 4:5+3"));
+    EXPECT_THAT(shown_diagnostics(read_mif("see http://a/b\n" + mif_of("0 : 1;\n"), {}).diagnostics),
+                ElementsAre("header-text 1:1+14"));
+    EXPECT_THAT(shown_diagnostics(read_mif(mif_of("0 : 1;\n") + "// a\n", {}).diagnostics),
+                ElementsAre("text-after-end 6:1+4"));
 }
 
 TEST(MifReader, HandsOutWhatCanBeReadOfABrokenFile) {
