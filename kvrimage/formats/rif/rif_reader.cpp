@@ -271,7 +271,7 @@ bool rif_reading::require_proportionate_words() {
 memory_image rif_reading::make_image(std::vector<address_range>& unreadable) {
     words->resize(options.depth.value_or(set_end));
     if (has_unreadable) {
-        for_each_run(*words, 0, words->size() - 1, [&unreadable](const text_run& run) {
+        for_each_run(*words, [&unreadable](const text_run& run) {
             if (run.text == unreadable_word) {
                 unreadable.push_back({run.first, run.last});
             }
