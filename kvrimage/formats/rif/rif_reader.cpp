@@ -281,8 +281,10 @@ memory_image rif_reading::make_image(std::vector<address_range>& unreadable) {
     words->transform(
         [bits](std::string_view word, std::string& made) {
             made.clear();
-            // Each of them is a word: it was judged when it was read.
-            return word.empty() || word == unreadable_word || !make_word(word, radix::hex, bits, made);
+            if (!word.empty() && word != unreadable_word) {
+                make_word(word, radix::hex, bits, made); // it was judged when it was read
+            }
+            return true;
         },
         [bits](const kvr::word_row& row) { return are_words(row, bits); });
     return {bits, std::move(words)};
