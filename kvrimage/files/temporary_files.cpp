@@ -30,8 +30,8 @@ static_assert(std::atomic<list_state>::is_always_lock_free);
 /// Files beyond these are removed by their owners only.
 constexpr std::size_t most_listed = 8;
 
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): there is no other way to a signal
-// handler
+// There is no other way to a signal handler.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::array<list_entry, most_listed> temporary_list;
 
 /// The number of the entry that holds @p path now; most_listed where there is none for it.
