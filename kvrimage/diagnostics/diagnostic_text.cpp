@@ -102,15 +102,11 @@ std::string hint_text(const diagnostic& found) {
 } // namespace
 
 std::string level_of(const diagnostic& found) {
-    switch (about(found.id).level) {
-    case diagnostic_class::consumer:
+    const diagnostic_class level = about(found.id).level;
+    if (level == diagnostic_class::consumer) {
         return fmt::format("error for {}", found.consumer);
-    case diagnostic_class::suspect:
-        return "warning";
-    case diagnostic_class::broken:
-        break;
     }
-    return "error";
+    return level == diagnostic_class::suspect ? "warning" : "error";
 }
 
 std::string diagnostic_text(const diagnostic& found, std::string_view name, std::string_view contents,

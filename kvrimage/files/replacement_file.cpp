@@ -2,6 +2,7 @@
 
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/files/open_descriptor.h"
 
 #include <fmt/format.h>
 
@@ -30,17 +31,14 @@ bool is_there(int answer, int& reason) {
 std::string without_links(const std::string& path, int& reason) {
     constexpr int most_links = 40; // as the system follows
     std::filesystem::path place = path;
-    for (int links = 0; links < most_links; ++links) {
+    for (int links = 0; reason == 0 && links < most_links; ++links) {
         struct stat status {};
         if (!is_there(lstat(place.c_str(), &status), reason) || !S_ISLNK(status.st_mode)) {
             break;
         }
         std::error_code error;
         place = place.parent_path() / std::filesystem::read_symlink(place, error);
-        if (error) {
-            reason = error.value();
-            break;
-        }
+        reason = error.value();
     }
     return place.string();
 }
@@ -59,9 +57,8 @@ bool take_after(int descriptor, const struct stat& old) {
 
 /// Makes sure that what was written is on the disk before its name is.
 bool is_stored(const std::string& path) {
-    const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    const bool stored = descriptor >= 0 && fsync(descriptor) == 0;
-    return (descriptor < 0 || close(descriptor) == 0) && stored;
+    const open_descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    return file.get() >= 0 && fsync(file.get()) == 0;
 }
 
 } // namespace
@@ -110,7 +107,7 @@ void replacement_file::open_beside(const struct stat& old, const file_observer& 
                                              std::strerror(reason)));
     }
     file = kvr::output_file(fdopen(descriptor, "wb"));
-    if (!file.is_open() || (replaces && !take_after(descriptor, old))) {
+    if (replaces && !take_after(descriptor, old)) {
         fail(errno);
     }
     if (opened) {
@@ -148,9 +145,8 @@ void replacement_file::commit() {
     if (temporary.path().empty()) {
         return;
     }
-    errno = 0;
     if (replaces && !is_stored(temporary.path())) {
-        fail(errno != 0 ? errno : EIO);
+        fail(errno);
     }
     const signal_pause pause;
     if (std::rename(temporary.path().c_str(), place.c_str()) != 0) {

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <atomic>
+#include <cassert>
 #include <cerrno>
 #include <climits>
 #include <cstddef>
@@ -29,13 +30,14 @@ static_assert(std::atomic<list_state>::is_always_lock_free);
 /// Files beyond these are removed by their owners only.
 constexpr std::size_t most_listed = 8;
 
-// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables): there is no other way to a signal
-// handler
+// There is no other way to a signal handler.
+// NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::array<list_entry, most_listed> temporary_list;
 
 /// The number of the entry that holds @p path now; most_listed where there is none for it.
 std::size_t enlist(const std::string& path) noexcept {
-    for (std::size_t number = 0; number < most_listed && path.size() < PATH_MAX; ++number) {
+    assert(path.size() < PATH_MAX); // or it would not have been opened
+    for (std::size_t number = 0; number < most_listed; ++number) {
         list_entry& entry = temporary_list[number];
         list_state expected = list_state::free;
         if (entry.state.compare_exchange_strong(expected, list_state::taken)) {
@@ -91,13 +93,15 @@ temporary_file::~temporary_file() {
 int temporary_file::make_in(const std::string& folder, bool is_private) {
     constexpr mode_t for_everybody = 0666; // less the mask of the process
     constexpr mode_t for_the_owner = 0600;
+    constexpr int most_attempts = 1000; // a name that is taken is a rare accident
     const signal_pause pause;
     int descriptor = -1;
+    int attempts = 0;
     do {
         name = (std::filesystem::path(folder) / random_name()).string();
         descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC,
                           is_private ? for_the_owner : for_everybody);
-    } while (descriptor < 0 && errno == EEXIST);
+    } while (descriptor < 0 && errno == EEXIST && ++attempts < most_attempts);
     if (descriptor < 0) {
         name.clear();
     } else {

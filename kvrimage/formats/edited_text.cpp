@@ -124,7 +124,7 @@ std::vector<text_edit> fixes_at_once(std::span<const diagnostic> found, std::vec
         if (!taken[edit.owner]) {
             continue;
         }
-        if (last != nullptr && taken[last->owner] && last->owner != edit.owner && touch(*last, edit)) {
+        if (last != nullptr && last->owner != edit.owner && touch(*last, edit)) {
             taken[std::max(last->owner, edit.owner)] = false;
         }
         if (taken[edit.owner]) {

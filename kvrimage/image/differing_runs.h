@@ -77,7 +77,7 @@ enum class equal_texts { are_same, may_differ };
     const kvr::word_row right = other.row_at(address);
     const std::size_t length = left.length;
     const std::uint32_t count = std::min(left.count, right.count);
-    if (count == 0 || length == 0 || right.length != length) {
+    if (count == 0 || right.length != length) {
         return 0;
     }
     if (std::memcmp(left.texts, right.texts, count * length) == 0) {

@@ -66,9 +66,10 @@ public:
     [[nodiscard]] text_run run_at(std::uint64_t offset) const noexcept;
     /// See kvr::word_store::cycle_at(). A cycle ends with its half.
     [[nodiscard]] text_cycle cycle_at(std::uint64_t offset) const noexcept;
-    /// See kvr::word_store::row_at().
+    /// See kvr::word_store::row_at(). The words of a row are set.
     [[nodiscard]] kvr::word_row row_at(std::uint64_t offset) const noexcept {
-        return half_of(offset).row_at(within_half(offset));
+        const kvr::word_row row = half_of(offset).row_at(within_half(offset));
+        return row.length != 0 ? row : kvr::word_row();
     }
     /// See kvr::word_store::transform(): false, with the words of both halves as they were, when @p
     /// conversion answers false.

@@ -67,7 +67,7 @@ public:
 private:
     std::size_t copy_some(std::uint64_t offset, std::span<std::uint64_t> out) const {
         const kvr::word_row row = image.words().row_at(offset);
-        if (row.count == 0 || row.length == 0) {
+        if (row.count == 0) {
             const text_run run = image.words().run_at(offset);
             const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(length_of(run), out.size()));
             std::ranges::fill(out.first(count), run.text.empty() ? unset : number_of(run.text, offset));

@@ -55,8 +55,7 @@ private:
     }
 
     [[nodiscard]] bool is_copied(const kvr::word_cycle& cycle) const {
-        const kvr::word_cycle there = to.cycle_at(cycle.first);
-        if (there.period != cycle.period || there.last < cycle.last) {
+        if (to.cycle_at(cycle.first).period != cycle.period) { // it goes on to the end
             return false;
         }
         const std::uint32_t length = std::min(cycle.last - cycle.first, cycle.period - 1) + 1;

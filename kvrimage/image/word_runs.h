@@ -9,14 +9,15 @@
 
 namespace kvrimage {
 
-/// Calls @p take with every run of equal words of the addresses @p first to @p last (inclusive), in order and
-/// cut to them. Words that are not set make runs too: their text is "". Addresses after the end of
-/// @p words are left out. @p take may change the words of its run.
+/// Calls @p take with every run of equal words of the addresses from @p first to before @p end, which all are
+/// in
+/// @p words, in order and cut to them. Words that are not set make runs too: their text is "". @p take may
+/// change the words of its run.
 template <class Take>
-void for_each_run(const image_words& words, std::uint64_t first, std::uint64_t last, Take&& take) {
-    for (std::uint64_t address = first; address <= last && address < words.size();) {
+void for_each_run(const image_words& words, std::uint64_t first, std::uint64_t end, Take&& take) {
+    for (std::uint64_t address = first; address < end;) {
         text_run run = words.run_at(address);
-        run.last = std::min(run.last, last);
+        run.last = std::min(run.last, end - 1);
         address = run.last + 1;
         take(run);
     }
@@ -104,10 +105,8 @@ void for_each_row_cycle_or_run(const image_words& words, TakeRow&& take_row, Tak
     cycle_finder cycles(words);
     const auto take_some = [&](std::uint64_t first) -> std::uint64_t {
         const kvr::word_row row = words.row_at(first);
-        if (row.count != 0 && row.length != 0) {
-            if (const std::uint32_t taken = take_row(row, first)) {
-                return taken;
-            }
+        if (row.count != 0) {
+            return take_row(row, first); // it is in no cycle
         }
         const auto cycle = cycles.find(first);
         return cycle ? take_cycle(*cycle) : 0;

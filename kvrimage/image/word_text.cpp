@@ -76,10 +76,9 @@ std::size_t most_characters_of_word(radix digits_radix, std::uint32_t width) {
         return decimal_digits + 1;
     case radix::uns:
         return decimal_digits;
-    case radix::hex:
-        break;
+    default:
+        return (std::size_t{width} + 3) / 4;
     }
-    return (std::size_t{width} + 3) / 4;
 }
 
 } // namespace kvrimage

@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <functional>
 #include <string_view>
+#include <tuple>
 #include <vector>
 
 namespace kvrimage {
@@ -78,9 +79,8 @@ private:
     /// for each, and so would a comparison of texts.
     void join_texts() {
         const auto order = [](const counted_text& left, const counted_text& right) {
-            return left.hash != right.hash   ? left.hash < right.hash
-                   : left.text != right.text ? left.text < right.text
-                                             : left.counted.last_turn < right.counted.last_turn;
+            return std::tie(left.hash, left.text, left.counted.last_turn) <
+                   std::tie(right.hash, right.text, right.counted.last_turn);
         };
         std::ranges::sort(texts, order);
         std::size_t kept = 0;
@@ -131,10 +131,10 @@ word_statistics count_words(const memory_image& image) {
     word_counter counter;
     cycle_finder cycles(words);
     const auto take_row = [&](const kvr::word_row& row) -> std::uint64_t {
-        for (std::uint32_t index = 0; row.length != 0 && index < row.count; ++index) {
+        for (std::uint32_t index = 0; index < row.count; ++index) {
             counter.take(row[index], 1);
         }
-        return row.length != 0 ? row.count : 0;
+        return row.count;
     };
     const auto take_cycle = [&](const text_cycle& cycle) -> std::uint64_t {
         // The first turn follows other words; all others follow one like themselves.

@@ -63,7 +63,7 @@ void for_each_sample(const image_words& words, const column_grid& grid,
                      const std::optional<run_samples>& samples,
                      const std::function<void(const text_run&)>& take) {
     if (!samples) {
-        for_each_run(words, grid.first(), grid.last(), take);
+        for_each_run(words, grid.first(), grid.last() + 1, take);
         return;
     }
     std::uint64_t offset = grid.first();

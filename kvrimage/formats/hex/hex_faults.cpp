@@ -81,7 +81,7 @@ std::string count_of(std::uint64_t number, std::string_view noun) {
 
 std::string as_last_line(std::string_view contents, std::string_view text) {
     const std::string_view line_end = line_end_of(contents);
-    const bool is_open = !contents.empty() && contents.back() != '\n';
+    const bool is_open = !contents.ends_with('\n');
     return fmt::format("{}{}{}", is_open ? line_end : "", text, line_end);
 }
 
@@ -102,12 +102,10 @@ diagnostic describe_hex_fault(std::string_view contents, const hex_line& line) {
         return describe_checksum(contents, line);
     case hex_fault::type:
         return diagnose::record_type(line.fault_place, record.digits.substr(6, 2));
-    case hex_fault::address_length:
-    case hex_fault::none:
-        break;
+    default: // hex_fault::address_length
+        return diagnose::address_record_length(line.fault_place, record.digits.substr(6, 2),
+                                               count_of(record.data_bytes, "byte"));
     }
-    return diagnose::address_record_length(line.fault_place, record.digits.substr(6, 2),
-                                           count_of(record.data_bytes, "byte"));
 }
 
 } // namespace kvrimage

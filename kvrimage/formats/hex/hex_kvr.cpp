@@ -15,11 +15,8 @@ namespace kvrimage {
 
 namespace {
 
-/// The bytes of @p contents that @p fault is about; none where it is about the whole file.
+/// The bytes of @p contents that @p fault is about.
 span place_in_records(const kvr::read_fault& fault, std::string_view contents) {
-    if (fault.column == 0) {
-        return {};
-    }
     std::size_t begin = 0;
     for (std::uint64_t line = 1; line < fault.line; ++line) {
         begin = contents.find('\n', begin) + 1;

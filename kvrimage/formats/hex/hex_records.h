@@ -71,7 +71,6 @@ struct hex_data {
 [[nodiscard]] inline bool has_known_addresses(const hex_line& line) {
     const hex_record& record = line.record;
     return (line.fault == hex_fault::checksum || line.fault == hex_fault::bad_digit) &&
-           record.type == hex_record_type::data &&
            record.digits.size() == hex_record::shortest + std::size_t{2} * record.data_bytes;
 }
 

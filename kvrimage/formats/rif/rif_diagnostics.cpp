@@ -77,7 +77,7 @@ void rif_diagnostics::take(const rif_piece& piece) {
         comments.where.add(piece.where);
         add_edit(comments, {piece.where.offset, piece.where.length, ""});
         break;
-    case rif_kind::stray:
+    default: // rif_kind::stray
         add_illegal(piece.where);
         line.blanks_begin = piece.where.end();
         break;
@@ -165,7 +165,7 @@ void rif_diagnostics::take_address(const rif_piece& piece) {
     case rif_address_fault::syntax:
         add_grouped(bad_addresses, piece.where, bad_address_text);
         break;
-    case rif_address_fault::outside:
+    default: // rif_address_fault::outside
         first_outside = outside.empty() ? piece.digits : first_outside;
         outside.add(piece.where);
         break;

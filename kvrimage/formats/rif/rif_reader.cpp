@@ -278,7 +278,7 @@ bool rif_reading::require_proportionate_words() {
 memory_image rif_reading::make_image(std::vector<address_range>& unreadable) {
     words->resize(options.depth.value_or(set_end));
     if (has_unreadable) {
-        for_each_run(*words, 0, words->size() - 1, [&unreadable](const text_run& run) {
+        for_each_run(*words, [&unreadable](const text_run& run) {
             if (run.text == unreadable_word) {
                 unreadable.push_back({run.first, run.last});
             }
@@ -288,8 +288,10 @@ memory_image rif_reading::make_image(std::vector<address_range>& unreadable) {
     words->transform(
         [bits](std::string_view word, std::string& made) {
             made.clear();
-            // Each of them is a word: it was judged when it was read.
-            return word.empty() || word == unreadable_word || !make_word(word, radix::hex, bits, made);
+            if (!word.empty() && word != unreadable_word) {
+                make_word(word, radix::hex, bits, made); // it was judged when it was read
+            }
+            return true;
         },
         [bits](const kvr::word_row& row) { return are_words(row, bits); });
     return {bits, std::move(words)};

@@ -152,9 +152,6 @@ void write_rif(const memory_image& image, const write_options& /*options*/, text
     for_each_row_or_run(
         image.words(),
         [&](const kvr::word_row& row, std::uint64_t first) {
-            if (!is_as_written(row.length, image.width())) {
-                return 0U;
-            }
             for (std::uint32_t index = 0; index < row.count; ++index) {
                 writer.write(image.base() + first + index, row[index]);
             }

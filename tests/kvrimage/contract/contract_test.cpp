@@ -1,4 +1,5 @@
 #include "tests/kvrimage/contract/contract.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -125,10 +126,9 @@ TEST(Contract, HoldsForFilesThatEndTooEarly) {
 }
 
 TEST(Contract, HoldsForDamagedFiles) {
-    constexpr int rounds = 3;
     std::mt19937 random(11);
     for_each_reading([&random](const input& file, const read_options& options) {
-        for (int round = 0; round < rounds && file.contents.size() < 4096; ++round) {
+        for (int round = 0; round < rounds(3) && file.contents.size() < 4096; ++round) {
             expect_kept(file, damaged(file.contents, random), options);
         }
     });

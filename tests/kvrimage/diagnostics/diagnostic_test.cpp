@@ -32,6 +32,15 @@ TEST(NamedText, KeepsMostOfWhatIsNoUtf8) {
               std::string(named_text::longest - 3, '\x80') + "...");
 }
 
+TEST(Place, IsAnotherWhenOneOfItsNumbersIs) {
+    const place one{1, 2, 3, 4};
+    EXPECT_TRUE((one == place{1, 2, 3, 4}));
+    EXPECT_FALSE((one == place{9, 2, 3, 4}));
+    EXPECT_FALSE((one == place{1, 9, 3, 4}));
+    EXPECT_FALSE((one == place{1, 2, 9, 4}));
+    EXPECT_FALSE((one == place{1, 2, 3, 9}));
+}
+
 TEST(Diagnose, FillsInTheNames) {
     const diagnostic made = diagnose::too_wide(span{4, 3}, "1FF", 9, 8, "WIDTH", 9);
     EXPECT_EQ(made.message, "value 1FF needs 9 bits, the words have 8");

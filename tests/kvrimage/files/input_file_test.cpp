@@ -1,5 +1,6 @@
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/input_file.h"
+#include "tests/kvrimage/files/interrupting_signals.h"
 #include "tests/kvrimage/files/test_folder.h"
 
 #include <gtest/gtest.h>
@@ -121,6 +122,17 @@ TEST_F(InputFile, ReadsADescriptorFromWhereItIs) {
     EXPECT_EQ(file.contents(), "456789");
     EXPECT_EQ(file.name(), "some input");
     EXPECT_EQ(close(descriptor), 0) << "it stays open";
+}
+
+TEST_F(InputFile, TakesUpAReadThatASignalInterrupts) {
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    const interrupting_signals signals([&ends] {
+        EXPECT_EQ(::write(ends[1], "01\n", 3), 3);
+        close(ends[1]);
+    });
+    EXPECT_EQ(input_file(ends[0], "a pipe").contents(), "01\n");
+    close(ends[0]);
 }
 
 TEST_F(InputFile, ReadsStandardInputForADash) {

@@ -1,9 +1,12 @@
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/replacement_file.h"
+#include "tests/kvrimage/files/failing_call.h"
+#include "tests/kvrimage/files/interrupting_signals.h"
 #include "tests/kvrimage/files/test_folder.h"
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/stat.h>
@@ -12,6 +15,12 @@
 namespace {
 
 using namespace kvrimage;
+
+#ifdef SYS_access
+constexpr long access_call = SYS_access;
+#else
+constexpr long access_call = SYS_faccessat;
+#endif
 
 void write_to(const std::string& path, std::string_view text) {
     replacement_file file(path);
@@ -120,6 +129,30 @@ TEST_F(ReplacementFile, WritesStandardOutputForADash) {
     EXPECT_EQ(folder.read("a"), "to standard output");
 }
 
+TEST_F(ReplacementFile, TakesUpAWriteThatASignalInterrupts) {
+    const std::string text(std::size_t{4} << 20U, 'x');
+    std::array<int, 2> ends{};
+    ASSERT_EQ(pipe(ends.data()), 0);
+    const int kept = dup(STDOUT_FILENO);
+    dup2(ends[1], STDOUT_FILENO);
+    close(ends[1]);
+    std::size_t received = 0;
+    {
+        const interrupting_signals signals([&] {
+            std::array<char, 65536> block{};
+            while (received < text.size()) {
+                const ssize_t count = read(ends[0], block.data(), block.size());
+                received += count > 0 ? static_cast<std::size_t>(count) : 0;
+            }
+        });
+        write_to("-", text);
+        dup2(kept, STDOUT_FILENO);
+    }
+    close(kept);
+    close(ends[0]);
+    EXPECT_EQ(received, text.size());
+}
+
 TEST_F(ReplacementFile, RefusesAFolder) {
     EXPECT_EQ(failure_to_write(folder.path("")), folder.path("") + ": cannot be written: Is a directory");
 }
@@ -154,6 +187,81 @@ TEST_F(ReplacementFile, RefusesAFileThatIsNotToBeWritten) {
     chmod(folder.path("a").c_str(), 0444);
     EXPECT_EQ(failure_to_write(folder.path("a")),
               folder.path("a") + ": cannot be written: Permission denied");
+}
+
+/// Replaces a file while @p calls fail; the child ends with the message of the failure.
+class ReplacementFileThatFails : public ReplacementFile {
+protected:
+    void SetUp() override {
+        folder.write("a", "old");
+        chmod(folder.path("a").c_str(), 04755);
+    }
+    void replace(std::initializer_list<failing_call> calls) {
+        end_with_answer(calls, [this] { return "<" + failure_to_write(folder.path("a")) + ">"; });
+    }
+};
+
+TEST_F(ReplacementFileThatFails, RefusesAFileThatMayNotBeWritten) {
+    EXPECT_EXIT(replace({{SYS_faccessat, EACCES}, {access_call, EACCES}}), testing::ExitedWithCode(0),
+                "a: cannot be written: Permission denied>$");
+    EXPECT_EQ(folder.read("a"), "old");
+}
+
+TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenThePermissionsCannotBeKept) {
+    EXPECT_EXIT(replace({{SYS_fchmod, EPERM}}), testing::ExitedWithCode(0),
+                "a: cannot be written: Operation not permitted>$");
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenTheNewOneIsNotStored) {
+    EXPECT_EXIT(replace({{SYS_fsync, EIO}}), testing::ExitedWithCode(0),
+                "a: cannot be written: Input/output error>$");
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
+    const int next = dup(STDIN_FILENO);
+    close(next);
+    const auto descriptor = static_cast<std::uint32_t>(next);
+    const auto replace_and_take_descriptor = [&] {
+        const std::string failure = failure_to_write(folder.path("a"));
+        dup2(STDIN_FILENO, next); // what is opened at the end of the process has another one
+        return "<" + failure + ">";
+    };
+    EXPECT_EXIT(end_with_answer({{SYS_newfstatat, EIO, 0, ~0U, descriptor},
+                                 {SYS_fstat, EIO, 0, ~0U, descriptor},
+                                 {SYS_fchown, EPERM}},
+                                replace_and_take_descriptor),
+                testing::ExitedWithCode(0), "^<>");
+    EXPECT_EQ(folder.read("a"), "new");
+    EXPECT_EQ(permissions_of(folder.path("a")), 0755U);
+}
+
+TEST_F(ReplacementFile, LeavesTheOldFileWhenTheNewOneIsGone) {
+    folder.write("a", "old");
+    replacement_file file(folder.path("a"));
+    file.write("new");
+    for (const auto& entry : std::filesystem::directory_iterator(folder.path())) {
+        if (entry.path().filename() != "a") {
+            std::filesystem::remove(entry.path());
+        }
+    }
+    EXPECT_THROW(file.commit(), file_error);
+    EXPECT_EQ(folder.read("a"), "old");
+}
+
+TEST_F(ReplacementFile, KeepsTheGroupOfTheOldFile) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can give files away";
+    }
+    folder.write("a", "old");
+    ASSERT_EQ(chown(folder.path("a").c_str(), geteuid(), 65533), 0);
+    write_to(folder.path("a"), "new");
+    struct stat status {};
+    stat(folder.path("a").c_str(), &status);
+    EXPECT_EQ(status.st_gid, 65533U);
 }
 
 TEST_F(ReplacementFile, KeepsTheOwnerOfTheOldFile) {

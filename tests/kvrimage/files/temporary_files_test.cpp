@@ -1,10 +1,13 @@
 #include "kvrimage/files/temporary_files.h"
+#include "tests/kvrimage/files/failing_call.h"
 #include "tests/kvrimage/files/test_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <cstring>
 #include <deque>
+#include <fcntl.h>
 #include <filesystem>
 #include <unistd.h>
 
@@ -83,6 +86,16 @@ TEST_F(TemporaryFiles, CannotBeMadeWhereNoFolderIs) {
     EXPECT_EQ(file.make_in(folder.path("none"), false), -1);
     EXPECT_EQ(errno, ENOENT);
     EXPECT_EQ(file.path(), "");
+}
+
+TEST_F(TemporaryFiles, CannotBeMadeWhereEveryNameIsTaken) {
+    const auto answer = [&] {
+        temporary_file file;
+        const int descriptor = file.make_in(folder.path(), false);
+        return std::to_string(descriptor) + " " + std::strerror(errno) + file.path();
+    };
+    EXPECT_EXIT(end_with_answer({{SYS_openat, EEXIST, 2, O_EXCL, O_EXCL}}, answer),
+                testing::ExitedWithCode(0), "^-1 File exists$");
 }
 
 TEST(SignalPause, LetsSignalsWait) {

@@ -1,5 +1,6 @@
 #include "kvrimage/formats/comments.h"
 #include "kvrimage/formats/mif/mif_writer.h"
+#include "tests/kvrimage/formats/toy_format.h"
 
 #include <gtest/gtest.h>
 
@@ -39,6 +40,18 @@ TEST(Comments, AreThoseOfTheFirstFormatThatFindsAnyWhereNothingSaysWhichItIs) {
     EXPECT_EQ(comments_of("-- one\n-- two\n", "a.txt"), (std::vector<std::string>{"-- one", "-- two"}));
     EXPECT_EQ(comments_of("// one\n", "a.txt"), std::vector<std::string>{"// one"});
     EXPECT_EQ(comments_of("", "a.txt"), std::vector<std::string>{});
+}
+
+TEST(Comments, OfAFormatThatHasNoneAreNone) {
+    static_cast<void>(toy_format());
+    EXPECT_EQ(comments_of("toy 8\n0 11 -- one\n", "a.toy"), std::vector<std::string>{});
+    EXPECT_EQ(comments_of("-- one\n", "a.txt"), std::vector<std::string>{"-- one"}) << "it is passed over";
+}
+
+TEST(Comments, AreThoseOfTheNameWhereTheContentsAreOnlyPossible) {
+    const std::string_view unknown_type = ":00000009F7\nx % one %\n";
+    EXPECT_EQ(comments_of(unknown_type, "a.mif"), std::vector<std::string>{"% one %"});
+    EXPECT_EQ(comments_of(unknown_type, "a.hex"), std::vector<std::string>{"x % one %"});
 }
 
 TEST(MissingComments, AreNoneWhenAllAreThereInAnyOrder) {

@@ -88,6 +88,21 @@ TEST(KvrReading, OfOtherWordsHasTheFirstOfThem) {
     EXPECT_EQ(found[0].more[0], (place{6, 1, 10, 1}));
 }
 
+TEST(KvrReading, OfOtherWordsAmidManyHasTheirPlaces) {
+    words_by_address words;
+    for (std::uint32_t address = 0; address < 1024; ++address) {
+        words[address] = address % 2 == 0 ? "0A" : "0B";
+    }
+    words_by_address other_words = words;
+    other_words[3] = "0C";
+    other_words[700] = "0D";
+    const auto found = compared(our_reading(words, 1024), their_reading(other_words, 1024));
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].message, "the kvr library reads 0C at address 3, the file has 0B");
+    EXPECT_EQ(found[0].count, 2U);
+    EXPECT_EQ(found[0].where, (place{4, 1, 6, 1}));
+}
+
 TEST(KvrReading, ShowsWordsInTheRadixOfTheFile) {
     read_result ours = our_reading({{0, "0A"}}, 1);
     ours.facts.data_radix = radix::dec;

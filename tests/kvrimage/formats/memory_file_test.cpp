@@ -223,6 +223,13 @@ TEST_F(MemoryFile, IsRepairedBeyondTheLimitOfDiagnostics) {
     EXPECT_EQ(file.repairs.size(), 16U);
 }
 
+TEST_F(MemoryFile, IsRepairedAThousandTimesAtMost) {
+    const repaired file = repair("toy 8\n0 01" + std::string(1002, '?') + "\n");
+    EXPECT_EQ(file.contents, "toy 8\n0 01??\n");
+    EXPECT_EQ(file.repairs.size(), 1000U);
+    EXPECT_EQ(codes_of(file.left.diagnostics), (std::vector<std::string>{"kvr-refuses", "gap"}));
+}
+
 TEST_F(MemoryFile, WithoutRepairsStaysAsItIs) {
     const repaired file = repair("toy 8\nno\n");
     EXPECT_EQ(file.contents, "toy 8\nno\n");

@@ -22,6 +22,42 @@ TEST(Registry, FindsNoFormatInOtherText) {
     EXPECT_TRUE(sniff("no memory at all\n", "a.mif").empty());
 }
 
+/// Formats of a program's own; the ones that others have are not theirs.
+struct own_formats {
+    format bare = {.id = "bare", .title = "Bare", .extensions = {}};
+    format twin = {
+        .id = "twin", .title = "Twin", .extensions = twin_extensions, .sniff = [](std::string_view head) {
+            return head.starts_with("twin!") ? certainty::likely : certainty::no;
+        }};
+    format second_twin = {
+        .id = "second_twin", .title = "Second twin", .extensions = twin_extensions, .sniff = twin.sniff};
+
+    own_formats() {
+        for (const format* each : {&bare, &twin, &second_twin}) {
+            add_format(*each);
+        }
+    }
+    static constexpr std::string_view twin_extensions[] = {"twin_file"};
+};
+
+const own_formats& added_formats() {
+    static const own_formats added;
+    return added;
+}
+
+TEST(Registry, FindsAFormatWithoutExtensionsByItsId) {
+    EXPECT_EQ(format_of_name("BARE"), &added_formats().bare);
+    EXPECT_EQ(format_of_path("a.bare"), nullptr);
+}
+
+TEST(Registry, OfEquallySureFormatsWithOneExtensionTheFirstIsFirst) {
+    const own_formats& added = added_formats();
+    const std::vector<sniffed> found = sniff("twin! WIDTH", "a.twin_file");
+    ASSERT_EQ(found.size(), 2U);
+    EXPECT_EQ(found[0].as, &added.twin);
+    EXPECT_EQ(found[1].as, &added.second_twin);
+}
+
 std::vector<std::string_view> sniffed_ids(std::string_view head, std::string_view file_name) {
     std::vector<std::string_view> ids;
     for (const sniffed& each : sniff(head, file_name)) {

@@ -41,6 +41,17 @@ TEST(HexWords, LeaveTheTextWhereADontCareBitHasPlainOnesBesideIt) {
     EXPECT_EQ(text, "");
 }
 
+TEST(HexWords, LeaveTheTextWhereAWholePageHasSuchBits) {
+    memory_image image(8, 1024);
+    for (std::uint64_t address = 0; address < 1024; ++address) {
+        image.set(address,
+                  word::parse(address % 2 == 0 ? "0000000X" : "X0000000", radix::bin, 8).value.value());
+    }
+    std::string text = "before";
+    EXPECT_FALSE(append_hex_words(image, {0, 1023}, text));
+    EXPECT_EQ(text, "before");
+}
+
 TEST(HexWords, RefuseAddressesBeyondTheMemory) {
     const memory_image image(8, 2, 4);
     std::string text;

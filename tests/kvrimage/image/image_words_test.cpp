@@ -92,6 +92,27 @@ TEST(ImageWords, CyclesEndWithTheirHalf) {
     EXPECT_EQ(upper.length(), words_of_half - 1);
 }
 
+TEST(ImageWords, RowsAreOfWordsThatAreSet) {
+    image_words words(100);
+    words.fill(0, 99, {"A"});
+    for (std::uint64_t offset = 0; offset < 40; offset += 2) {
+        words.set(offset, "");
+    }
+    EXPECT_EQ(words.row_at(38).count, 0U);
+    std::string seen;
+    for_each_row_or_run(
+        words,
+        [&seen](const kvr::word_row& row, std::uint64_t first) {
+            seen += std::to_string(first) + "(" + std::string(row.all()) + ")";
+            return row.count;
+        },
+        [&seen](const text_run& run) {
+            seen += std::to_string(run.first) + "-" + std::to_string(run.last) + std::string(run.text) + " ";
+        });
+    EXPECT_EQ(seen, "1-1A 3-3A 5-5A 7-7A 9-9A 11-11A 13-13A 15-15A 17-17A 19-19A 21-21A 23-23A 25-25A 27-27A "
+                    "29-29A 31-31A 33-33A 35-35A 37-37A 39-99A ");
+}
+
 TEST(ImageWords, TakesAStoreAsItsLowerHalf) {
     kvr::word_store store;
     store.resize(5, "A");
@@ -152,6 +173,44 @@ TEST(StoreCopy, TakesPiecesOfAFillThatAreShorterThanItsPattern) {
     }
 }
 
+TEST(StoreCopy, TakesWordsThatWereUnsetOneByOneWithinAFill) {
+    kvr::word_store store;
+    store.resize(100, "A");
+    for (std::uint32_t address = 0; address < 40; address += 2) {
+        store.set(address, "");
+    }
+    const kvr::word_store copy = copy_of(store);
+    EXPECT_EQ(copy[38], "");
+    EXPECT_EQ(copy[39], "A");
+    EXPECT_EQ(copy[99], "A");
+}
+
+TEST(StoreCopy, TakesAFillOfAsManyWordsAfterAnother) {
+    kvr::word_store store;
+    store.resize(1 << 16, "");
+    store.fill(0, 9999, {"A", "B"});
+    store.fill(10000, 40000, {"A", "C"});
+    store.fill(40001, (1 << 16) - 1, {"A", "C"});
+    const kvr::word_store copy = copy_of(store);
+    EXPECT_EQ(copy[9999], "B");
+    EXPECT_EQ(copy[20000], "A");
+    EXPECT_EQ(copy[20001], "C");
+    EXPECT_EQ(copy[60001], "A");
+    EXPECT_EQ(copy[60002], "C");
+    EXPECT_EQ(copy.cycle_at(50000).period, 2U);
+}
+
+TEST(StoreCopy, TakesARunThatBeginsLikeTheFillBeforeIt) {
+    kvr::word_store store;
+    store.resize(1 << 16, "");
+    store.fill(0, 9999, {"A", "B"});
+    store.fill(10000, 30000, {"A"});
+    const kvr::word_store copy = copy_of(store);
+    EXPECT_EQ(copy[9999], "B");
+    EXPECT_EQ(copy.run_at(10000).last, 30000U);
+    EXPECT_EQ(copy[30001], "");
+}
+
 TEST(StoreCopy, OfNothingIsNothing) {
     EXPECT_EQ(copy_of(kvr::word_store()).size(), 0U);
 }
@@ -160,7 +219,7 @@ TEST(ForEachRun, CutsTheRunsToTheRange) {
     image_words words(100);
     words.fill(10, 20, {"A"});
     std::string seen;
-    for_each_run(words, 15, 500, [&seen](const text_run& run) {
+    for_each_run(words, 15, 100, [&seen](const text_run& run) {
         seen += std::to_string(run.first) + '-' + std::to_string(run.last) + std::string(run.text) + ' ';
     });
     EXPECT_EQ(seen, "15-20A 21-99 ");

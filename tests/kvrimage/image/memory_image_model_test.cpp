@@ -1,4 +1,5 @@
 #include "kvrimage/image/memory_image.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -222,7 +223,7 @@ private:
 TEST(MemoryImageModel, RandomOperationsDoWhatTheyDoToAVector) {
     std::uint32_t seed = 0;
     for (const memory_part& where : memory_parts) {
-        for (int round = 0; round < 4 && !testing::Test::HasFatalFailure(); ++round) {
+        for (int round = 0; round < rounds(4) && !testing::Test::HasFatalFailure(); ++round) {
             modelled_image modelled(where, ++seed);
             for (int operation = 0; operation < 60 && !testing::Test::HasFatalFailure(); ++operation) {
                 modelled.operate();

@@ -311,6 +311,31 @@ TEST(MemoryImage, RepetitionsBeyondItAreRefused) {
     EXPECT_THROW((void)image.repetition_at(14), std::out_of_range);
 }
 
+TEST(MemoryImage, DiffersFromOneWithDontCareBitsInAllItsWords) {
+    memory_image plain(8, 1024);
+    memory_image with_dont_care(8, 1024);
+    for (std::uint64_t address = 0; address < 1024; ++address) {
+        plain.set(address, byte_word(address % 100));
+        with_dont_care.set(
+            address, word::parse(address % 2 == 0 ? "0000000X" : "X0000000", radix::bin, 8).value.value());
+    }
+    EXPECT_NE(plain, with_dont_care);
+    const memory_image copy = with_dont_care;
+    EXPECT_EQ(with_dont_care, copy);
+}
+
+TEST(MemoryImage, CopiesWordsThatStandBetweenUnsetOnes) {
+    memory_image image(8, 40);
+    image.fill({0, 39}, std::array{byte_word(7)});
+    for (std::uint64_t address = 0; address < 40; address += 2) {
+        image.unset({address, address});
+    }
+    std::array<std::uint64_t, 4> copied{};
+    image.copy_to(36, copied, 99);
+    EXPECT_EQ(copied, (std::array<std::uint64_t, 4>{99, 7, 99, 7}));
+    EXPECT_EQ(image.count_set(), 20U);
+}
+
 TEST(MemoryImage, CopiesAreIndependent) {
     memory_image image(8, 16);
     image.set(3, byte_word(1));

@@ -90,6 +90,26 @@ TEST(CountWords, TakesWideWords) {
     expect_statistics(count_words(image), {3, 2, 2, word::of(2, 100), 2});
 }
 
+TEST(CountWords, TakesHundredThousandsOfWideWordsThatAlternate) {
+    constexpr std::uint64_t depth = 300000;
+    memory_image image(100, depth);
+    const std::array<word, 2> words = {word::of(1, 100), word::of(2, 100)};
+    for (std::uint64_t address = 0; address < depth; ++address) {
+        image.set(address, words[address % 2]);
+    }
+    expect_statistics(count_words(image), {depth, depth, 2, words[0], depth / 2});
+}
+
+TEST(CountWords, TakesHundredThousandsOfDistinctWideWords) {
+    constexpr std::uint64_t depth = 300000;
+    memory_image image(100, depth);
+    for (std::uint64_t address = 0; address < depth; ++address) {
+        image.set(address, word::of(address, 100));
+    }
+    image.set(depth - 1, word::of(7, 100));
+    expect_statistics(count_words(image), {depth, depth, depth - 1, word::of(7, 100), 2});
+}
+
 TEST(CountWords, OfRandomMemoriesAreThoseOfAPlainCount) {
     std::mt19937 engine(1);
     for (const std::uint32_t width : {1U, 7U, 16U, 32U, 61U, 64U, 65U, 100U}) {

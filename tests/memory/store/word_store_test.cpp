@@ -496,6 +496,21 @@ TEST(WordStore, TransformThatMayKeepRowsGivesTheSameWords) {
     EXPECT_GT(rows, 100);
 }
 
+TEST(WordStore, TransformWithoutARowTestConvertsEachWordOfARow) {
+    kvr::word_store words;
+    words.resize(1024, "");
+    for (std::uint32_t address = 0; address < words.size(); ++address) {
+        words.set(address, std::to_string(1000 + address));
+    }
+    ASSERT_EQ(words.row_at(0).count, 1024U);
+    EXPECT_TRUE(words.transform([](std::string_view text, std::string& made) {
+        made = text.substr(2);
+        return true;
+    }));
+    EXPECT_EQ(words[0], "00");
+    EXPECT_EQ(words[1023], "23");
+}
+
 TEST(WordStore, TransformThatMayKeepRowsAsksOnlyForTheOtherWords) {
     kvr::word_store words;
     words.resize(1024 * 100 + 50, "");

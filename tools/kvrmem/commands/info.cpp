@@ -44,9 +44,8 @@ std::string_view title_of(const std::optional<kvrimage::radix>& radix) {
 
 std::string most_frequent(const kvrimage::read_result& result, const word_statistics& statistics) {
     const kvrimage::word& word = *statistics.most_frequent;
-    const std::optional<std::string> text =
-        word.to_text(result.facts.data_radix.value_or(kvrimage::radix::hex));
-    return text ? *text : shown_or_gap(word, {kvrimage::radix::hex});
+    const kvrimage::radix radix = result.facts.data_radix.value_or(kvrimage::radix::hex);
+    return word.to_text(radix).value(); // the file has it in this radix
 }
 
 std::string width_of(const kvrimage::read_result& result) {

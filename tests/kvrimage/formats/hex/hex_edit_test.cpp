@@ -63,6 +63,25 @@ TEST(HexEdit, NewWordsGoBeforeTheEndRecord) {
               ":0400000000010002F9\r\n:0400050000070007E9\r\n:020007000007F0\r\n:00000001FF\r\n");
 }
 
+TEST(HexEdit, ARecordWithoutDataStays) {
+    EXPECT_EQ(edited16(":020000000001FD\n:00000500FB\n" + end_record, 5, 5, {7}),
+              ":020000000001FD\n:00000500FB\n:020005000007F2\n" + end_record);
+}
+
+TEST(HexEdit, AFileWithoutDataGetsRecordsOfSixteenBytes) {
+    read_options options = of_width(8);
+    options.depth = 20;
+    EXPECT_EQ(edited(end_record, options, {assign(0, 16, {1}, 8)}),
+              record("1000000001010101010101010101010101010101") + record("0100100001") + end_record);
+}
+
+TEST(HexEdit, NewWordsOfAFileThatIsCutOffBeginALine) {
+    read_options options = of_width(8);
+    options.keep_going = true;
+    options.depth = 4;
+    EXPECT_EQ(edited(":0100000001FE", options, {assign(1, 1, {2}, 8)}), ":0100000001FE\n:0100010002FC\n");
+}
+
 TEST(HexEdit, NewPagesGetExtendedAddresses) {
     EXPECT_EQ(edited(":020000040001F9\n:020000000001FD\n" + end_record, of_width(16),
                      {assign(6, 6, {1}, 16), assign(0x10006, 0x10006, {1}, 16)}),

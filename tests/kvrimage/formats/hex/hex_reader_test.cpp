@@ -67,6 +67,10 @@ const std::vector<hex_rule>& hex_rules() {
          "broken checksum 3:10+2 x1\nbroken checksum 4:13+2 x1\n",
          two_words + end_record + " :0000 000 1FF\n"},
         {"AnEndRecordAloneHasNoData", end_record, "broken no-data 1:1+11 x1\n"},
+        {"AByteOrderMarkAmidTheFileIsText", ":0100000001FE\n\xEF\xBB\xBF:0100010002FC\n" + end_record,
+         "broken before-record 2:1+3 x1\n"},
+        {"ADataRecordWithoutDataAfterTheEndIsText", two_words + end_record + ":0000000000\n",
+         "suspect behind-end-record 4:1+11 x1\n"},
         {"ALineOfTextIsIgnored", "boot loader\n" + two_words + "  more \n" + end_record,
          "suspect not-a-record 1:1+11 x2\n"},
         {"ARecordWithoutColonGetsIt", ":0100000001FE\n0100010002FC\n" + end_record,
@@ -398,6 +402,36 @@ TEST(HexReader, FindsTheRecordThatSetsAWordLast) {
     EXPECT_EQ(find_hex_word(text, of_width(8), 2), std::nullopt);
     EXPECT_EQ(find_hex_word(":020000000102FB\n:00000001FF\n", {}, 0), std::nullopt);
     EXPECT_EQ(find_hex_word(bytes_file(), of_bytes(32, byte_order::big), 2)->line, 2U);
+}
+
+TEST(HexReader, FindsWordsInRecordsOfAnotherPage) {
+    const std::string text = two_words + record("020000040001") + record("0100000005") + end_record;
+    EXPECT_EQ(find_hex_word(text, {}, 0x10000), (place{4, 1, 44, 13}));
+    EXPECT_EQ(find_hex_word(text, of_width(8), 0x10000), (place{4, 1, 44, 13}));
+}
+
+TEST(HexReader, FindsNoWordInARecordWithAWrongChecksum) {
+    const std::string text = two_words + ":0100000002FF\n" + end_record;
+    EXPECT_EQ(find_hex_word(text, {}, 0), (place{1, 1, 0, 13}));
+    EXPECT_EQ(find_hex_word(text, of_width(8), 0), (place{1, 1, 0, 13}));
+}
+
+TEST(HexReader, AWordThatIsTooLargeIsAtItsDigits) {
+    EXPECT_EQ(report_of(read_hex(record("02000000F123") + record("020001000123") + end_record, of_width(12))),
+              "broken too-wide 1:10+4 x1\n");
+}
+
+TEST(HexReader, AnEmptyFileIsNoHex) {
+    EXPECT_EQ(report_of(read_hex("", of_width(8))), "broken not-hex 0:0+0 x1\n");
+}
+
+TEST(HexReader, OfAFileWithoutDataNoWordsAreMissingWhereItsSizeIsGiven) {
+    read_options options = of_width(8);
+    EXPECT_EQ(report_of(read_hex(end_record, options)), "broken no-data 1:1+11 x1\n");
+    options.depth = 4;
+    EXPECT_EQ(report_of(read_hex(end_record, options)), "");
+    options.width.reset();
+    EXPECT_EQ(report_of(read_hex(end_record, options)), "broken no-data 1:1+11 x1\n");
 }
 
 TEST(HexReader, SniffsByTheFirstRecords) {

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <array>
 #include <random>
 
 namespace {
@@ -45,6 +46,16 @@ TEST(HexWriter, WritesARecordAWordAndPages) {
         ":020000000ABC38\n:020002000001FB\n:020000040001F9\n:020001000002FB\n:00000001FF\n";
     EXPECT_EQ(written_hex(image), text);
     EXPECT_EQ(size_of_hex(image, {}), text.size());
+}
+
+TEST(HexWriter, RefusesAFillWithADontCareBitInOneOfItsWords) {
+    memory_image image(8, 100000);
+    const std::array words = {word::of(1, 8), *word::parse("XXXX0001", radix::bin, 8).value, word::of(2, 8)};
+    image.fill({0, 99999}, words);
+    const std::vector<diagnostic> found = can_write_hex(image, {});
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(about(found[0].id).code, "hex-dont-care");
+    EXPECT_EQ(found[0].address, 1U);
 }
 
 TEST(HexWriter, AddressesCountFromTheBase) {

@@ -1,5 +1,6 @@
 #include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/formats/mif/mif_writer.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -177,7 +178,7 @@ memory_image random_image(std::mt19937& random) {
 
 TEST(MifWriter, RandomMemoriesComeBackAndHaveTheSizeThatWasTold) {
     std::mt19937 random(7);
-    for (int round = 0; round < 1000; ++round) {
+    for (int round = 0; round < rounds(1000); ++round) {
         SCOPED_TRACE(round);
         const memory_image image = random_image(random);
         const write_options options =

@@ -35,6 +35,14 @@ std::string edited(std::string_view text, const std::vector<assignment>& assignm
     return with_text_edits(std::string(text), result.edits);
 }
 
+TEST(RifEdit, ReplacesAWordBeyondTheDepthThatWasRead) {
+    read_options options;
+    options.width = 8;
+    options.depth = 2;
+    options.keep_going = true;
+    EXPECT_EQ(edited("01 02 03\n", {to(1, 1, {"0A"}, 8), to(2, 2, {"0B"}, 8)}, options), "01 0A 0B\n");
+}
+
 /// @p text, words of 8 bits, with one @p word.
 std::string with_word(std::string_view text, std::uint64_t address, const std::string& word) {
     read_options options;

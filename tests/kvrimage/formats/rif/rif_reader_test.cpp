@@ -54,6 +54,18 @@ TEST(RifReader, TakesTheWidthFromTheLongestWord) {
     EXPECT_EQ(result.facts.width_source, "the longest word");
 }
 
+TEST(RifReader, TakesManyWordsThatAreShorterThanTheLongest) {
+    constexpr std::uint64_t count = 2400000;
+    std::string text = "12345678";
+    for (std::uint64_t word = 1; word < count; ++word) {
+        text += " 1";
+    }
+    const read_result result = read_rif(text, {});
+    ASSERT_TRUE(result.image);
+    EXPECT_EQ(result.image->depth(), count);
+    EXPECT_EQ(result.image->words()[count - 1], "00000001");
+}
+
 TEST(RifReader, TakesTheWidthThatIsGiven) {
     const read_result result = read_rif("1FF 001FF 0XF ff", with_width(9));
     EXPECT_EQ(shown(result), "9 bits, 4 words: 1FF 1FF 0XF 0FF");
