@@ -115,7 +115,7 @@ void word_list::note_set_twice(const address_range& offsets, std::string_view ra
     batch.flush();
     bool is_set = false;
     for_each_run(
-        *words, offsets.first, std::min(offsets.last, set_end - 1),
+        *words, offsets.first, std::min(offsets.last + 1, set_end),
         [&is_set, raw](const text_run& run) { is_set = is_set || (!run.text.empty() && run.text != raw); });
     if (is_set) {
         set_twice.add(where, base + offsets.first, 0);
@@ -210,7 +210,7 @@ void word_list::require_proportion(diagnostic_list& diagnostics) const {
 memory_image word_list::make_image(std::vector<address_range>& unreadable) {
     words->resize(known_depth.value_or(set_end));
     if (has_unreadable) {
-        for_each_run(*words, 0, words->size() - 1, [&unreadable](const text_run& run) {
+        for_each_run(*words, 0, words->size(), [&unreadable](const text_run& run) {
             if (run.text == unreadable_text) {
                 unreadable.push_back({run.first, run.last});
             }

@@ -115,7 +115,7 @@ TEST_F(AddedFormat, IsFoundByTheContentsOfAFile) {
     const answer wrong = run({"info", folder.write("b.mif", "toy 8\n0 0A\n")});
     EXPECT_EQ(wrong.code, 2);
     EXPECT_THAT(wrong.errors, HasSubstr("this looks like Toy, not like MIF"));
-    EXPECT_THAT(wrong.errors, HasSubstr("hint: --from toy reads it as that"));
+    EXPECT_THAT(wrong.errors, HasSubstr("hint: read it with --from toy"));
 }
 
 TEST_F(AddedFormat, ThatCannotDoSomethingIsRefusedForThatAlone) {

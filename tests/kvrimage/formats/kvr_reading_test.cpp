@@ -98,7 +98,7 @@ TEST(KvrReading, OfOtherWordsAmidManyHasTheirPlaces) {
     other_words[700] = "0D";
     const auto found = compared(our_reading(words, 1024), their_reading(other_words, 1024));
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].message, "the kvr library reads 0C at address 3, the file has 0B");
+    EXPECT_EQ(found[0].message, "the library kvr reads 0C at address 3, the file has 0B");
     EXPECT_EQ(found[0].count, 2U);
     EXPECT_EQ(found[0].where, (place{4, 1, 6, 1}));
 }

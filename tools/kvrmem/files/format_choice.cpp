@@ -45,7 +45,8 @@ void require_known_format(const kvrimage::format* given, const std::string& path
     }
     const std::vector<const kvrimage::format*> named = kvrimage::formats_of_path(path);
     if (!named.empty()) {
-        const auto readable = std::ranges::find_if(named, [](const auto* each) { return each->read != nullptr; });
+        const auto readable =
+            std::ranges::find_if(named, [](const auto* each) { return each->read != nullptr; });
         require_readable(path, readable != named.end() ? **readable : *named.front());
         return;
     }

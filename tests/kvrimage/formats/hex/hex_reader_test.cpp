@@ -70,7 +70,7 @@ const std::vector<hex_rule>& hex_rules() {
         {"AByteOrderMarkAmidTheFileIsText", ":0100000001FE\n\xEF\xBB\xBF:0100010002FC\n" + end_record,
          "broken before-record 2:1+3 x1\n"},
         {"ADataRecordWithoutDataAfterTheEndIsText", two_words + end_record + ":0000000000\n",
-         "suspect behind-end-record 4:1+11 x1\n"},
+         "suspect after-end-record 4:1+11 x1\n"},
         {"ALineOfTextIsIgnored", "boot loader\n" + two_words + "  more \n" + end_record,
          "suspect not-a-record 1:1+11 x2\n"},
         {"ARecordWithoutColonGetsIt", ":0100000001FE\n0100010002FC\n" + end_record,

@@ -48,16 +48,6 @@ TEST(HexWriter, WritesARecordAWordAndPages) {
     EXPECT_EQ(size_of_hex(image, {}), text.size());
 }
 
-TEST(HexWriter, RefusesAFillWithADontCareBitInOneOfItsWords) {
-    memory_image image(8, 100000);
-    const std::array words = {word::of(1, 8), *word::parse("XXXX0001", radix::bin, 8).value, word::of(2, 8)};
-    image.fill({0, 99999}, words);
-    const std::vector<diagnostic> found = can_write_hex(image, {});
-    ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(about(found[0].id).code, "hex-dont-care");
-    EXPECT_EQ(found[0].address, 1U);
-}
-
 TEST(HexWriter, AddressesCountFromTheBase) {
     memory_image image(8, 2, 0x1FFFF);
     image.fill({0x1FFFF, 0x20000}, std::vector<word>{word::of(7, 8)});
