@@ -10,9 +10,9 @@ namespace kvrimage {
 
 /// Neighbouring addresses at which two memories hold the same two words that differ.
 struct difference {
-    address_range addresses;
-    std::optional<word> left; ///< nothing: not set, or beyond that memory
-    std::optional<word> right;
+    address_range addresses;   ///< in which both memories repeat one word each
+    std::optional<word> left;  ///< nothing: not set, or beyond that memory
+    std::optional<word> right; ///< as `left`
 };
 
 /// Calls @p take with every difference of the words, in order of addresses. An unset word is not 0, and words

@@ -20,8 +20,8 @@ enum class diagnostic_class : std::uint8_t {
 
 /// What diagnostics of one kind have in common; from the tables diagnostics.txt.
 struct diagnostic_kind {
-    std::string_view code; ///< "too-wide": stays the same from version to version
-    diagnostic_class level;
+    std::string_view code;          ///< "too-wide": stays the same from version to version
+    diagnostic_class level;         ///< what each of the kind means
     std::string_view documentation; ///< one sentence
     std::string_view example;       ///< what a file with it may hold
 };
@@ -35,21 +35,23 @@ struct place {
     std::uint64_t offset = 0; ///< bytes before it in the file
     std::uint64_t length = 0; ///< bytes
 
+    /// The same in all four.
     friend bool operator==(const place&, const place&) = default;
 };
 
 /// New text for `length` bytes of a file from `offset` on.
 struct text_edit {
-    std::uint64_t offset = 0;
-    std::uint64_t length = 0;
-    std::string replacement;
+    std::uint64_t offset = 0; ///< bytes before what goes
+    std::uint64_t length = 0; ///< bytes that go; 0: nothing does
+    std::string replacement;  ///< what stands there instead; "": nothing
 
+    /// The same in all three.
     friend bool operator==(const text_edit&, const text_edit&) = default;
 };
 
 /// Something that is wrong with a file, or that its author hardly meant.
 struct diagnostic {
-    diagnostic_id id = {};
+    diagnostic_id id = {};                ///< its kind; about() says more
     place where;                          ///< the first place of this cause
     std::vector<place> more;              ///< further ones, up to ten with the first
     std::uint64_t count = 1;              ///< of all places

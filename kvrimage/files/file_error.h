@@ -1,7 +1,5 @@
 #pragma once
 
-#include "kvrimage/export.h"
-
 #include <string>
 #include <system_error>
 #include <utility>
@@ -11,7 +9,7 @@ namespace kvrimage {
 /// A file that cannot be opened, read or written. what() is a whole sentence that names the file ("boot.mif:
 /// cannot be opened: No such file or directory"), code() the reason: of the system, or
 /// std::errc::file_too_large for an input that has no end or too long a line.
-class KVRIMAGE_API file_error : public std::system_error {
+class file_error : public std::system_error {
 public:
     file_error(std::error_code reason, std::string message)
         : std::system_error(reason),

@@ -1,17 +1,12 @@
 #pragma once
 
-#include "kvrimage/export.h"
+#include "kvrimage/files/unfinished_files.h"
 
 #include <array>
 #include <csignal>
 #include <string>
 
 namespace kvrimage {
-
-/// Removes the files that are being written beside their places (see write()) and not complete yet. The
-/// library installs no signal handler; a program's own, which ends the program, may call this: it is safe in
-/// a handler. What is written on after it is lost.
-KVRIMAGE_API void remove_temporary_files() noexcept;
 
 /// Signals that end a program and that it may handle; while a temporary file is made or moved to its place,
 /// they wait.

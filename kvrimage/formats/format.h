@@ -76,34 +76,36 @@ struct read_options {
 
 /// What a file says of itself.
 struct file_facts {
-    const format* as = nullptr;
+    const format* as = nullptr;         ///< the format in which it was read; null: it fits none
     std::optional<radix> address_radix; ///< nothing where the format has no choice
-    std::optional<radix> data_radix;
+    std::optional<radix> data_radix;    ///< as `address_radix`
     std::optional<address_unit>
         unit; ///< word or byte, as the addresses were taken; nothing where the format has no choice
     std::optional<byte_order> order; ///< of the bytes of a word, where the addresses count bytes
     std::string
         width_source; ///< where the width is from when the file does not say ("the longest word"); else ""
-    std::uint64_t diagnostics_left_out = 0;
-    bool has_comments = false;
+    std::uint64_t diagnostics_left_out = 0; ///< those beyond read_options::most_diagnostics
+    bool has_comments = false;              ///< there is a comment in it
     certainty how_sure =
         certainty::no;            ///< that the contents are of this format, as far as they were looked at
     std::vector<named_fact> more; ///< what the format has in addition, for people
 };
 
+/// What a file holds, and what is wrong with it.
 struct read_result {
     /// Nothing when a diagnostic is of class broken, unless keep_going.
     std::optional<memory_image> image;
-    file_facts facts;
+    file_facts facts;                    ///< also of a file without an image, as far as they are known
     std::vector<diagnostic> diagnostics; ///< in file order, those of the file as a whole last
     std::vector<address_range>
         unreadable; ///< with keep_going: addresses whose words are in doubt, and not set
 };
 
+/// How an image is written.
 struct write_options {
     const format* as = nullptr;                        ///< null: by the file's name
     std::optional<radix> address_radix = std::nullopt; ///< hex where a format has the choice
-    std::optional<radix> data_radix = std::nullopt;
+    std::optional<radix> data_radix = std::nullopt;    ///< as `address_radix`
     bool runs = true; ///< neighbouring equal words share a line where the format can
     std::optional<byte_order> order = std::nullopt; ///< of the bytes of a word, for a file of bytes
     std::vector<choice> choices = {};               ///< see format::write_choices
@@ -117,19 +119,20 @@ struct write_options {
 class text_sink {
 public:
     virtual ~text_sink() = default;
+    /// Takes the next piece. What it throws ends the writing, and reaches the caller.
     virtual void write(std::string_view text) = 0;
 };
 
 /// New words for addresses.
 struct assignment {
-    address_range addresses;
+    address_range addresses; ///< those that get new words
     std::vector<word> words; ///< in order, from the first again when they are used up
 };
 
 /// What changes in a file, or why that is not possible.
 struct edit_result {
-    std::vector<text_edit> edits; ///< in order, not overlapping; none when there are diagnostics
-    std::vector<diagnostic> diagnostics;
+    std::vector<text_edit> edits;        ///< in order, not overlapping; none when there are diagnostics
+    std::vector<diagnostic> diagnostics; ///< what is in the way; none when the edits can be made
 };
 
 /// A program or library that reads files of a format in its own way.
@@ -152,10 +155,10 @@ struct format {
     std::span<const std::string_view>
         extensions; ///< without the dot, in lower case; `id` is one more name for --from
 
-    bool states_width = false; ///< a file says how many bits a word has; and so on
-    bool states_depth = false;
-    bool states_radix = false;
-    address_unit counts = address_unit::word;
+    bool states_width = false;                ///< a file says how many bits a word has
+    bool states_depth = false;                ///< a file says how many words there are
+    bool states_radix = false;                ///< a file says how its numbers are written
+    address_unit counts = address_unit::word; ///< what its addresses count
     bool holds_unset = true; ///< a word may be left out; else all are set, or all up to the last one that is
                              ///< where it does not state the depth. The others cannot be written.
     bool holds_dont_care = false; ///< a bit may be "don't care"
@@ -163,6 +166,7 @@ struct format {
 
     /// How sure it is that @p head, the first bytes of a file (all of it up to 64 KiB), is of this format.
     certainty (*sniff)(std::string_view head) = nullptr;
+    /// Reads a whole file.
     read_result (*read)(std::string_view contents, const read_options& options) = nullptr;
     /// The line of the file that sets the word at @p address last; nothing when none does. After read() has
     /// taken it.
@@ -177,11 +181,12 @@ struct format {
                         std::span<const assignment> assignments) = nullptr;
     /// Why @p image cannot be written; broken diagnostics without a place. Empty when write() may be called.
     std::vector<diagnostic> (*can_write)(const memory_image& image, const write_options& options) = nullptr;
+    /// Writes @p image, which can_write() has nothing against.
     void (*write)(const memory_image& image, const write_options& options, text_sink& output) = nullptr;
     /// Bytes that write() makes, about: an upper bound within a few per cent. It costs what the image holds,
     /// not what it declares.
     std::uint64_t (*written_size)(const memory_image& image, const write_options& options) = nullptr;
-    std::span<const consumer> consumers = {};
+    std::span<const consumer> consumers = {}; ///< those whose reading check() can compare with ours
     std::span<const choice_kind> read_choices =
         {}; ///< what a caller may say when it reads, beyond read_options
     std::span<const choice_kind> write_choices = {}; ///< and when it writes

@@ -20,8 +20,9 @@ namespace kvrimage {
 /// Reads the contents of a file; without a format in @p options, they say which it is.
 [[nodiscard]] KVRIMAGE_API read_result parse(std::string_view contents, const read_options& options = {});
 
+/// How a file is checked.
 struct check_options {
-    read_options read = {};
+    read_options read = {}; ///< how it is read
     /// Names of consumers ("kvr") whose reading is compared with ours; a name that the format does not know
     /// is left out.
     std::vector<std::string> consumers = {"kvr"};
@@ -33,7 +34,7 @@ struct check_options {
 
 /// A file after all certain repairs.
 struct repaired {
-    std::string contents;
+    std::string contents;            ///< with the repairs
     std::vector<diagnostic> repairs; ///< what was repaired, in the order in which it was done
     read_result left;                ///< what check() finds now
 };

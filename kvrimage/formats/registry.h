@@ -26,8 +26,8 @@ KVRIMAGE_API void add_format(const format& added);
 
 /// A format that a file may have.
 struct sniffed {
-    const format* as;
-    certainty how_sure;
+    const format* as;   ///< never null
+    certainty how_sure; ///< never `no`
 };
 
 /// The formats that @p head, the first bytes of a file (up to 64 KiB of it are looked at), may have, the

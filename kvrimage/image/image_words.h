@@ -54,6 +54,10 @@ public:
         return half_of(offset)[within_half(offset)];
     }
     void set(std::uint64_t offset, std::string_view text) { half_of(offset).set(within_half(offset), text); }
+    /// See kvr::word_store::set_side_by_side(). All offsets are in one half.
+    void set_side_by_side(std::uint64_t first, std::string_view texts, std::size_t length) {
+        half_of(first).set_side_by_side(within_half(first), texts, length);
+    }
     /// Sets the offsets from @p first to @p last to @p values in order, from the first again when they are
     /// used up.
     void fill(std::uint64_t first, std::uint64_t last, const std::vector<std::string_view>& values);

@@ -21,7 +21,7 @@ inline constexpr std::uint64_t deepest_memory = std::uint64_t{1} << 32U;
 /// Neighbouring addresses with the same word, or all without one. No run ends where a longer one would have
 /// been possible.
 struct run {
-    address_range addresses;
+    address_range addresses;   ///< where it is
     std::optional<word> value; ///< nothing: not set
 };
 
@@ -45,14 +45,20 @@ public:
     /// @param base the lowest address; base + depth - 1 must fit 64 bits
     /// @throws std::invalid_argument
     memory_image(std::uint32_t width, std::uint64_t depth, std::uint64_t base = 0);
+    /// Copied and moved as a value. A copy costs what the memory holds, not its depth.
+    ///@{
     memory_image(const memory_image& other);
     memory_image(memory_image&& other) noexcept;
     memory_image& operator=(const memory_image& other);
     memory_image& operator=(memory_image&& other) noexcept;
+    ///@}
     ~memory_image();
 
+    /// Bits of each word.
     [[nodiscard]] std::uint32_t width() const noexcept { return bits; }
+    /// Words, set or not.
     [[nodiscard]] std::uint64_t depth() const noexcept;
+    /// The lowest address.
     [[nodiscard]] std::uint64_t base() const noexcept { return lowest; }
     /// base() + depth() - 1
     [[nodiscard]] std::uint64_t last_address() const noexcept { return lowest + (depth() - 1); }
@@ -68,6 +74,7 @@ public:
     /// ends before it
     ///         begins; so do all that take a range
     void fill(const address_range& range, std::span<const word> pattern);
+    /// Takes the words of @p range away.
     void unset(const address_range& range);
     /// Sets all addresses that are not set. The cost follows what was set one by one.
     /// @throws std::invalid_argument when @p value has another width than the memory
@@ -100,9 +107,11 @@ public:
     friend KVRIMAGE_API bool operator==(const memory_image& left, const memory_image& right);
 
     /// For the library's own parts.
+    ///@{
     [[nodiscard]] image_words& words() noexcept { return *contents; }
     [[nodiscard]] const image_words& words() const noexcept { return *contents; }
     memory_image(std::uint32_t width, std::unique_ptr<image_words> words, std::uint64_t base = 0);
+    ///@}
 
 private:
     [[nodiscard]] std::uint64_t offset_of(std::uint64_t address) const;
@@ -114,9 +123,11 @@ private:
     std::unique_ptr<image_words> contents;
 };
 
-/// Goes over the runs of an image, one after the other.
+/// Goes over the runs of an image, one after the other: an input iterator, which equals
+/// std::default_sentinel at the end.
 class KVRIMAGE_API run_iterator {
 public:
+    /// @cond what every input iterator has
     using value_type = run;
     using difference_type = std::ptrdiff_t;
     using iterator_category = std::input_iterator_tag;
@@ -133,6 +144,7 @@ public:
     friend bool operator==(const run_iterator& left, std::default_sentinel_t) noexcept {
         return left.image == nullptr;
     }
+    /// @endcond
 
 private:
     void find_run(std::uint64_t address);
@@ -142,11 +154,14 @@ private:
     run current;
 };
 
+/// The runs of an image; see memory_image::runs().
 class run_range {
 public:
+    /// @cond what every range has
     run_range(const memory_image& of, const address_range& runs_of) : image(&of), range(runs_of) {}
     [[nodiscard]] run_iterator begin() const { return {*image, range}; }
     [[nodiscard]] static std::default_sentinel_t end() noexcept { return {}; }
+    /// @endcond
 
 private:
     const memory_image* image;

@@ -17,15 +17,17 @@ inline constexpr std::uint32_t widest_word = 1U << 20U;
 
 /// Why a text is no word of the radix and width that were asked for.
 struct word_fault {
+    /// What is wrong with it.
     enum class kind : std::uint8_t {
-        empty,         ///< no digit in it
-        invalid_digit, ///< a character that is no digit of the radix
-        too_wide,      ///< a value that does not fit the width
-        dont_care      ///< a don't-care digit in a decimal text
-    } what = kind::empty;
+        empty,                ///< no digit in it
+        invalid_digit,        ///< a character that is no digit of the radix
+        too_wide,             ///< a value that does not fit the width
+        dont_care             ///< a don't-care digit in a decimal text
+    } what = kind::empty;     ///< what is wrong with this text
     std::size_t position = 0; ///< of the character at fault; for too_wide, of the first digit that counts
     std::uint64_t bits_needed = 0; ///< for too_wide: the smallest width that the value fits; else 0
 
+    /// The same in all three.
     friend bool operator==(const word_fault&, const word_fault&) = default;
 };
 
@@ -54,7 +56,9 @@ public:
     /// @throws std::invalid_argument for another number of bytes
     [[nodiscard]] static word of_bytes(std::string_view bytes, byte_order order, std::uint32_t width);
 
+    /// How many bits it has.
     [[nodiscard]] std::uint32_t width() const noexcept { return bits_of_word; }
+    /// True when at least one bit is don't care.
     [[nodiscard]] bool has_dont_care() const noexcept;
     /// '0', '1' or 'X'. Bit 0 is the least significant one.
     /// @throws std::out_of_range
@@ -78,8 +82,10 @@ public:
     friend bool operator==(const word&, const word&) = default;
 
     /// For the library's own parts: the word that image_words holds as @p text, and the reverse.
+    ///@{
     [[nodiscard]] static word of_held_text(std::string_view text, std::uint32_t width);
     void append_held_text(std::string& text) const;
+    ///@}
 
 private:
     struct part {
@@ -107,8 +113,8 @@ private:
 
 /// A word, or why there is none: one of the two.
 struct word_result {
-    std::optional<word> value;
-    std::optional<word_fault> fault;
+    std::optional<word> value;       ///< the word
+    std::optional<word_fault> fault; ///< why there is none
 };
 
 } // namespace kvrimage

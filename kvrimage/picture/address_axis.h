@@ -32,8 +32,6 @@ public:
     [[nodiscard]] std::vector<address_tick> ticks(double least_step) const;
 
 private:
-    [[nodiscard]] address_tick tick_at(std::uint64_t offset, std::size_t digits) const;
-
     column_grid grid;
     std::uint64_t base;
 };

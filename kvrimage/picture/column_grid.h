@@ -13,7 +13,10 @@ class column_grid {
 public:
     /// Offsets from @p first to @p last, both included.
     /// @param most_columns at least 1
-    column_grid(std::uint64_t first, std::uint64_t last, std::uint32_t most_columns);
+    column_grid(std::uint64_t first, std::uint64_t last, std::uint32_t most_columns)
+        : first_offset(first),
+          last_offset(last),
+          column_words((words() + most_columns - 1) / most_columns) {}
 
     [[nodiscard]] std::uint64_t first() const noexcept { return first_offset; }
     /// Inclusive.

@@ -17,6 +17,7 @@ namespace kvrimage {
 /// where neighbours hold the same word.
 inline constexpr std::uint32_t widest_waveform = 64;
 
+/// What a picture shows.
 struct picture_options {
     std::optional<address_range> range = std::nullopt; ///< the addresses to draw; nothing: all of the memory
     bool is_signed = false; ///< values are two's complement; without effect on a bit map

@@ -1,5 +1,6 @@
 #include "kvrimage/picture/picture_contents.h"
 
+#include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/picture/run_samples.h"
 #include "kvrimage/picture/shown_text.h"
@@ -13,11 +14,6 @@
 namespace kvrimage {
 
 namespace {
-
-/// "1 word", "2 words".
-std::string counted(std::uint64_t count, std::string_view noun) {
-    return fmt::format("{} {}{}", count, noun, count == 1 ? "" : "s");
-}
 
 address_range drawn_addresses(const memory_image& image, const picture_options& options) {
     const address_range all{image.base(), image.last_address()};

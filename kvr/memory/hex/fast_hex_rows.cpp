@@ -69,6 +69,9 @@ std::uint32_t byte_sum(const char* word, std::size_t length, std::uint64_t last_
 /// The same for few digits, an even number of them.
 template <std::size_t length>
 std::uint32_t short_byte_sum(const char* word) noexcept {
+    if constexpr (length == sizeof(std::uint64_t)) {
+        return sum_of_four(four_bytes(load_eight(word)));
+    }
     std::uint32_t sum = 0;
     for (std::size_t i = 0; i < length; i += 2) {
         sum += digit_value(word[i]) * 16U + digit_value(word[i + 1]);
@@ -90,9 +93,8 @@ char* format_records(const record_block& block, const char* words, std::uint32_t
         pairs.put(low, end + low_address);
         end += head_size;
         copy_padded(words, length, end);
-        constexpr bool is_short = known_length != 0 && known_length <= 4;
         const std::uint32_t word_sum =
-            is_short ? short_byte_sum<known_length>(words) : byte_sum(words, length, last_mask);
+            known_length != 0 ? short_byte_sum<known_length>(words) : byte_sum(words, length, last_mask);
         const std::uint32_t sum = block.head_sum + low + word_sum;
         pairs.put((0 - sum) & 0xFF, end + length);
         end[length + 2] = '\n';

@@ -30,10 +30,13 @@ void predicted_address::learn(std::string_view before, std::string_view digits, 
         const std::size_t compared = std::clamp<std::size_t>(length, 8 * i, 8 * i + 8) - 8 * i;
         masks[i] = compared == 8 ? ~std::uint64_t{0} : (std::uint64_t{1} << (8 * compared)) - 1;
     }
+    for (std::size_t i = 0; i < words.size(); ++i) {
+        words[i] = load_eight(text.data() + 8 * i);
+    }
     add_to_digits(count);
 }
 
-/// Adds @p count to the digits in the text; predicts nothing when that takes more digits.
+/// Adds @p count, at least 1, to the digits in the text; predicts nothing when that takes more digits.
 void predicted_address::add_to_digits(std::uint64_t count) noexcept {
     std::uint64_t carry = count;
     for (std::size_t at = last_digit + 1; carry != 0 && at-- > first_digit;) {
@@ -47,16 +50,21 @@ void predicted_address::add_to_digits(std::uint64_t count) noexcept {
             value -= base;
         }
         const char digit = upper_case_digits[value];
-        text[at] = lower_case ? lower_case_of(digit) : digit;
+        put_digit(at, lower_case ? lower_case_of(digit) : digit);
     }
     if (carry != 0) {
         length = 0;
     }
     const std::uint64_t last_value = digit_value(text[last_digit]);
     steps = steps_left = (last_value < 10 ? std::min(base, 10U) : base) - 1 - last_value;
-    for (std::size_t i = 0; i < words.size(); ++i) {
-        words[i] = load_eight(text.data() + 8 * i);
-    }
+}
+
+/// To load the words anew would have to wait until the characters are stored.
+void predicted_address::put_digit(std::size_t at, char digit) noexcept {
+    text[at] = digit;
+    const std::size_t bit = at % 8 * 8;
+    std::uint64_t& word = words[at / 8];
+    word = (word & ~(std::uint64_t{0xFF} << bit)) | (std::uint64_t{static_cast<unsigned char>(digit)} << bit);
 }
 
 } // namespace kvr

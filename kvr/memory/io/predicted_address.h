@@ -78,6 +78,7 @@ public:
 
 private:
     void add_to_digits(std::uint64_t count) noexcept;
+    void put_digit(std::size_t at, char digit) noexcept;
 
     std::uint64_t next = 0; ///< the address behind the values of the line before
     std::size_t length = 0; ///< 0 when nothing is predicted

@@ -55,6 +55,7 @@ inline digit_run value_of_digits(const char* value) noexcept {
 
 fast_mif_lines::amount fast_mif_lines::read(std::string_view lines, bool with_comments) {
     takes_comments = with_comments;
+    has_lists = false;
     address_base = radix_base(memory.address_radix);
     const char* const begin = lines.data();
     lines_end = begin + lines.size();
@@ -79,7 +80,7 @@ fast_mif_lines::amount fast_mif_lines::read(std::string_view lines, bool with_co
         ++count;
     }
     words.flush();
-    return {static_cast<std::size_t>(at - begin), count};
+    return {static_cast<std::size_t>(at - begin), count, has_lists};
 }
 
 /// Reads lines that are as long as the line before, begin as was predicted and have a value as long as the
@@ -98,11 +99,13 @@ std::uint64_t fast_mif_lines::read_equal_lines(const char*& line, const char* co
     }
     const auto address = static_cast<std::uint32_t>(first);
     const word_batch::word_room room = words.room_for_some(address, expected_length);
-    const std::size_t lines_ahead = static_cast<std::size_t>(end - line) / line_size;
     const std::size_t free =
         std::min(memory.number_of_words - address, memory.address_set.count_free(address));
-    const std::size_t most =
-        std::min({std::size_t{predicted.lines_at_once()}, lines_ahead, room.count, free});
+    std::size_t most = std::min({predicted.lines_at_once(), room.count, free});
+    const auto bytes_ahead = static_cast<std::size_t>(end - line);
+    if (most * line_size > bytes_ahead) { // seldom; a division takes as long as half a line
+        most = bytes_ahead / line_size;
+    }
     const std::size_t length = expected_length;
     char* place = room.place;
     const std::size_t count = predicted.count_predicted(line, line_size, most, [&](const char* value) {
@@ -267,6 +270,7 @@ bool fast_mif_lines::can_be_stored(std::uint64_t address) {
     if (value_count == 0 || value_count > memory.number_of_words - address) {
         return false;
     }
+    has_lists = has_lists || value_count > 1;
     return value_count > 1 || memory.address_set.insert(static_cast<std::uint32_t>(address));
 }
 

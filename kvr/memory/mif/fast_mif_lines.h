@@ -26,6 +26,7 @@ public:
     struct amount {
         std::size_t bytes;
         std::uint64_t lines;
+        bool has_lists; ///< one of them has more values than one
     };
 
     /// Reads @p lines, whole lines, up to the first that is not regular.
@@ -48,6 +49,7 @@ private:
     word_batch words;
     std::size_t line_limit;
     bool takes_comments = false;
+    bool has_lists = false;
     unsigned address_base = 16;
     const char* lines_end = nullptr;
     predicted_address predicted;

@@ -27,42 +27,6 @@ address_fault fault_of(const mif_number& number, std::uint64_t depth) {
     return number.value >= depth ? address_fault::beyond : address_fault::none;
 }
 
-/// Characters that are looked at together; at most half of them begin a token, and so their count fits eight
-/// bits.
-constexpr std::size_t counted_at_once = 256;
-
-/// In regular lines, which have no comments and ASCII only, tokens are addresses and values.
-constexpr bool is_in_token(char character) noexcept {
-    constexpr signed char semicolon = ';'; // the successor of ':'
-    const auto c = static_cast<signed char>(character);
-    return static_cast<int>(c > ' ') & static_cast<int>((c | 1) != semicolon);
-}
-
-/// Tokens that begin in the @p count characters, at most counted_at_once, after the first of @p text.
-inline std::uint8_t count_begins(const char* text, std::size_t count) noexcept {
-    std::uint8_t begins = 0;
-    for (std::size_t i = 0; i < count; ++i) {
-        const int is_begin =
-            static_cast<int>(is_in_token(text[i + 1])) & static_cast<int>(!is_in_token(text[i]));
-        begins = static_cast<std::uint8_t>(begins + is_begin);
-    }
-    return begins;
-}
-
-/// The same for counted_at_once. Compilers turn it into vector instructions, but not where it is inlined.
-[[gnu::noinline]] std::uint8_t count_begins(const char* text) noexcept {
-    return count_begins(text, counted_at_once);
-}
-
-/// The number of addresses and values in @p lines, which are regular and not empty.
-std::size_t count_tokens_of(std::string_view lines) noexcept {
-    std::size_t count = is_in_token(lines.front()) ? 1 : 0;
-    for (; lines.size() > counted_at_once; lines.remove_prefix(counted_at_once)) {
-        count += count_begins(lines.data());
-    }
-    return count + count_begins(lines.data(), lines.size() - 1);
-}
-
 } // namespace
 
 mif_addresses addresses_of(const mif_statement& statement, std::string_view contents,
@@ -159,8 +123,7 @@ std::size_t mif_words::set_lines(std::size_t offset) {
         }
         const kvr::fast_mif_lines::amount read = fast_lines.read(text.substr(at, end - at), false);
         const std::string_view lines = text.substr(at, read.bytes);
-        const bool has_single_ones = lines.empty() || count_tokens_of(lines) == 2 * read.lines;
-        if (has_lists || !has_single_ones) {
+        if (has_lists || read.has_lists) {
             note_lists_of(lines);
         }
         at += read.bytes;

@@ -39,7 +39,7 @@ public:
     character_picture(const picture_contents& drawn, std::uint32_t width, const character_screen& shown_on)
         : contents(drawn),
           screen(shown_on),
-          glyphs(glyphs_for(screen.has_blocks)),
+          glyphs(screen.has_blocks ? block_glyphs : ascii_glyphs),
           lines(screen.paint),
           label_size(label_size_for(width)),
           repeat(std::max(1U, size_for(screen.columns, width).most_columns / contents.grid.columns())) {}

@@ -32,7 +32,29 @@ struct glyph_set {
     }
 };
 
-[[nodiscard]] const glyph_set& glyphs_for(bool has_blocks) noexcept;
+inline constexpr glyph_set block_glyphs = {{" ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"},
+                                           "▒",
+                                           {"·", "▒", "█", "━"},
+                                           "┣",
+                                           {"·", " ", "░", "▒", "▓", "█", "x"},
+                                           "│",
+                                           "┤",
+                                           "└",
+                                           "─",
+                                           "┬",
+                                           "…"};
+
+inline constexpr glyph_set ascii_glyphs = {{" ", ".", ".", ".", ":", ":", ":", "#", "#"},
+                                           "|",
+                                           {".", "+", "#", "="},
+                                           "[",
+                                           {".", " ", "-", "+", "*", "#", "x"},
+                                           "|",
+                                           "+",
+                                           "+",
+                                           "-",
+                                           "+",
+                                           "..."};
 
 /// A glyph, and what it shows.
 struct cell {

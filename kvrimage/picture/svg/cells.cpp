@@ -1,8 +1,5 @@
-#include "kvrimage/picture/svg/cells.h"
-
-#include "kvrimage/picture/svg/axes.h"
-#include "kvrimage/picture/svg/legend.h"
-#include "kvrimage/picture/svg/strip.h"
+#include "kvrimage/picture/svg/margins.h"
+#include "kvrimage/picture/svg/plot.h"
 
 #include <fmt/format.h>
 
@@ -76,7 +73,7 @@ void draw_cells(document& page, const picture_contents& contents, const bit_map&
 }
 
 void draw_shade_legend(document& page) {
-    draw_legend(page, shade_legend, legend_top + legend_line);
+    page.add_legend(shade_legend, legend_top + legend_line);
 }
 
 } // namespace kvrimage::svg

@@ -1,6 +1,5 @@
-#include "kvrimage/picture/svg/curves.h"
-
-#include "kvrimage/picture/svg/axes.h"
+#include "kvrimage/picture/svg/margins.h"
+#include "kvrimage/picture/svg/plot.h"
 
 #include <fmt/format.h>
 

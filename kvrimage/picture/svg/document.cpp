@@ -43,8 +43,8 @@ std::string xml_escaped(std::string_view text) {
 }
 
 std::string attributes_of(const box& at) {
-    return fmt::format("x=\"{}\" y=\"{}\" width=\"{}\" height=\"{}\"", coordinate(at.left),
-                       coordinate(at.top), coordinate(at.width), coordinate(at.height));
+    return fmt::format(R"(x="{}" y="{}" width="{}" height="{}")", coordinate(at.left), coordinate(at.top),
+                       coordinate(at.width), coordinate(at.height));
 }
 
 } // namespace
@@ -84,6 +84,19 @@ void document::begin_cells(std::string_view style, const box& at, double cell_wi
 
 void document::end_cells() {
     add("</g></svg>\n");
+}
+
+void document::add_legend(std::span<const legend_entry> entries, double top) {
+    constexpr double swatch_size = 12;
+    constexpr double text_offset = swatch_size + 6;
+    constexpr double gap = 24;
+    constexpr double character_width = 6.2; // on average
+    double x = plot_box.left;
+    for (const legend_entry& entry : entries) {
+        add_box(fmt::format("{} swatch", entry.style), {x, top, swatch_size, swatch_size});
+        add_text("legend", x + text_offset, top + swatch_size - 2, entry.text);
+        x += text_offset + gap + character_width * static_cast<double>(entry.text.size());
+    }
 }
 
 std::string document::take() {

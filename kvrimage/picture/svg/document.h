@@ -5,11 +5,17 @@
 #include <fmt/format.h>
 
 #include <iterator>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
 
 namespace kvrimage::svg {
+
+struct legend_entry {
+    std::string_view style;
+    std::string_view text;
+};
 
 /// An SVG document under construction. Styles are the names of classes in its style sheet. Texts are escaped
 /// here.
@@ -26,6 +32,8 @@ public:
     /// Until end_cells(), a unit is a cell, and y is the middle of a row.
     void begin_cells(std::string_view style, const box& at, double cell_width, double cell_height);
     void end_cells();
+    /// @p entries side by side.
+    void add_legend(std::span<const legend_entry> entries, double top);
     /// The whole document; nothing may be added afterwards.
     [[nodiscard]] std::string take();
 

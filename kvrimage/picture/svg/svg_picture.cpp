@@ -1,11 +1,8 @@
 #include "kvrimage/picture/svg/svg_picture.h"
 
 #include "kvrimage/picture/shown_text.h"
-#include "kvrimage/picture/svg/axes.h"
-#include "kvrimage/picture/svg/cells.h"
-#include "kvrimage/picture/svg/curves.h"
-#include "kvrimage/picture/svg/document.h"
-#include "kvrimage/picture/svg/strip.h"
+#include "kvrimage/picture/svg/margins.h"
+#include "kvrimage/picture/svg/plot.h"
 
 #include <variant>
 

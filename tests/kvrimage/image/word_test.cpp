@@ -102,6 +102,7 @@ TEST(Word, ParseReportsWhatIsWrong) {
         {"-129", radix::dec, 8, {kind::too_wide, 1, 9}},
         {"256", radix::uns, 8, {kind::too_wide, 0, 9}},
         {"1X", radix::uns, 8, {kind::dont_care, 1, 0}},
+        {"-x", radix::dec, 80, {kind::dont_care, 1, 0}},
         {"99999999999999999999", radix::uns, 64, {kind::too_wide, 0, 67}},
     };
     for (const auto& one : cases) {

@@ -82,6 +82,23 @@ TEST_F(FastMifLinesAmount, ManyLinesWithSeveralValuesAreRead) {
     EXPECT_EQ(memory.data_words[999], "FF");
 }
 
+TEST_F(FastMifLinesAmount, SeveralValuesInALineAreReported) {
+    const auto has_lists = [this](const std::string& lines) {
+        memory.address_set.clear();
+        return kvr::fast_mif_lines(memory, longest_line).read(lines, true).has_lists;
+    };
+    EXPECT_FALSE(has_lists("0 : 1;\n1 : 2 ;\n2 : 3;\n"));
+    EXPECT_TRUE(has_lists("0 : 1 2;\n2 : 3;\n"));
+    EXPECT_TRUE(has_lists("0 : 1;\n1 : 2 3;\n3 : 4 5;\n"));
+    EXPECT_FALSE(has_lists("0 : 1;\n1 : 2;\n2 : 3 ? 4;\n")); // the last line is not read
+}
+
+TEST_F(FastMifLinesAmount, AReadStartsWithoutLists) {
+    kvr::fast_mif_lines lines(memory, longest_line);
+    EXPECT_TRUE(lines.read("0 : 1 2;\n", true).has_lists);
+    EXPECT_FALSE(lines.read("2 : 3;\n", true).has_lists);
+}
+
 TEST_F(FastMifLinesAmount, LinesAlikeAreReadUpToTheDepth) {
     for (const std::string values : {"11", "1 22"}) {
         std::string lines;

@@ -191,6 +191,9 @@ void refuse_idle_options(const command& which, const arguments& given) {
 }
 
 void refuse_idle_options(const command& which, const arguments& given, std::uint32_t width) {
+    if (given.files.empty()) {
+        return;
+    }
     const format* const input = given.from != nullptr ? given.from : kvrimage::format_of_path(given.files[0]);
     const run_facts run{given, input, output_format(which, given), width};
     for (const idle_option& rule : rules) {

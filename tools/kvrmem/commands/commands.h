@@ -12,6 +12,7 @@ extern const command convert_command;
 extern const command diff_command;
 extern const command dump_command;
 extern const command fill_command;
+extern const command formats_command;
 extern const command get_command;
 extern const command info_command;
 extern const command new_command;

@@ -41,11 +41,18 @@ void require_words(const memory_input& input) {
     }
 }
 
-/// "MIF in HEX"; "RIF" for a format without radixes.
-std::string title_with_radix(const format& written, const std::optional<kvrimage::radix>& radix) {
-    return written.states_radix ? fmt::format("{} in {}", written.title,
-                                              kvrimage::title_of(radix.value_or(kvrimage::radix::hex)))
-                                : std::string(written.title);
+/// "MIF in HEX"; "RIF" for a format without radixes; "Intel HEX, word addresses" where addresses may count
+/// bytes.
+std::string title_of_file(const format& as, const std::optional<kvrimage::radix>& radix,
+                          kvrimage::address_unit unit) {
+    std::string title(as.title);
+    if (as.states_radix) {
+        title += fmt::format(" in {}", kvrimage::title_of(radix.value_or(kvrimage::radix::hex)));
+    }
+    if (as.counts != kvrimage::address_unit::word) {
+        title += unit == kvrimage::address_unit::byte ? ", byte addresses" : ", word addresses";
+    }
+    return title;
 }
 
 /// "16 words of 8 bits". A format that does not state the depth holds the words that are set, "2 of 16 words
@@ -64,7 +71,10 @@ std::string excessive_size(const memory_input& input, const write_options& optio
     constexpr std::uint64_t most_growth = 100;
     constexpr std::uint64_t most_characters_beside_word = 96;
     const std::uint64_t longest_line = most_characters_beside_word + input.image().width();
-    if (input.image().count_set() <= gibibyte / longest_line) {
+    if (input.image().count_set() <= gibibyte / longest_line || options.as->written_size == nullptr) {
+        return "";
+    }
+    if (options.as->written_size == nullptr) {
         return "";
     }
     const std::uint64_t size = options.as->written_size(input.image(), options);
@@ -95,7 +105,8 @@ exit_code convert(const arguments& given) {
     if (given.fill) {
         image.fill_unset(word_of_user(*given.fill, image.width(), "--fill " + *given.fill));
     }
-    const write_options options = options_for_output(given, input.result.facts);
+    const kvrimage::file_facts& facts = input.result.facts;
+    const write_options options = options_for_output(given, facts);
     require_words(input);
     require_writable(given, input, options);
     const std::string& target = given.files[1];
@@ -105,8 +116,9 @@ exit_code convert(const arguments& given) {
     write_image(target, image, options);
     note_width(input);
     tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(),
-                     title_with_radix(*input.result.facts.as, input.result.facts.data_radix), target,
-                     title_with_radix(*options.as, options.data_radix), written_words(image, *options.as)));
+                     title_of_file(*facts.as, facts.data_radix, facts.unit.value_or(facts.as->counts)),
+                     target, title_of_file(*options.as, options.data_radix, options.as->counts),
+                     written_words(image, *options.as)));
     note_other_extension(target, *options.as);
     return exit_code::fine;
 }

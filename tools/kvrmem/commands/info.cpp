@@ -1,6 +1,8 @@
+#include "kvrimage/diagnostics/visible_text.h"
 #include "kvrimage/operations/statistics.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/unit_title.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/json.h"
@@ -74,6 +76,29 @@ std::string words_as_text(const kvrimage::read_result& result, const word_facts&
                        counted(statistics.most_frequent_count, "time"));
 }
 
+/// "MIF", or "readmemh (likely, by its contents)" where only these say so, and not for certain.
+std::string format_of(const kvrimage::file_facts& facts) {
+    return fmt::format("{}{}", facts.as->title,
+                       facts.how_sure == kvrimage::certainty::likely     ? " (likely, by the contents)"
+                       : facts.how_sure == kvrimage::certainty::possible ? " (possible, by the contents)"
+                                                                         : "");
+}
+
+/// What the format leaves open, or has in addition: what an address counts, start addresses.
+std::string more_as_text(const kvrimage::read_result& result) {
+    std::string text;
+    const auto add = [&text](std::string_view name, std::string_view value) {
+        text += fmt::format("{:<17}{}\n", name, value);
+    };
+    if (result.facts.unit) {
+        add("address unit", unit_title(*result.facts.unit, result.image->width(), result.facts.order));
+    }
+    for (const kvrimage::named_fact& each : result.facts.more) {
+        add(each.name, kvrimage::make_visible(each.value).text);
+    }
+    return text;
+}
+
 std::string as_text(const memory_input& input) {
     const kvrimage::read_result& result = input.result;
     return fmt::format("file             {}\n"
@@ -81,10 +106,10 @@ std::string as_text(const memory_input& input) {
                        "width            {}\n"
                        "depth            {}\n"
                        "address radix    {}\n"
-                       "data radix       {}\n{}",
-                       input.name(), result.facts.as->title, width_of(result), result.image->depth(),
+                       "data radix       {}\n{}{}",
+                       input.name(), format_of(result.facts), width_of(result), result.image->depth(),
                        title_of(result.facts.address_radix), title_of(result.facts.data_radix),
-                       words_as_text(result, facts_of(result)));
+                       more_as_text(result), words_as_text(result, facts_of(result)));
 }
 
 json_value words_as_json(const kvrimage::read_result& result) {
@@ -116,6 +141,12 @@ json_value as_json(const memory_input& input) {
     document["depth"] = result.image->depth();
     document["address_radix"] = title_of(result.facts.address_radix);
     document["data_radix"] = title_of(result.facts.data_radix);
+    if (result.facts.unit) {
+        document["address_unit"] = *result.facts.unit == kvrimage::address_unit::byte ? "byte" : "word";
+    }
+    for (const kvrimage::named_fact& each : result.facts.more) {
+        document["more"].push_back({{"name", each.name}, {"value", kvrimage::make_visible(each.value).text}});
+    }
     document["words"] = words_as_json(result);
     return document;
 }

@@ -21,6 +21,12 @@ namespace {
                             format_extensions(", "), advice));
 }
 
+void require_readable(const std::string& path, const kvrimage::format& as) {
+    if (as.read == nullptr) {
+        usage_error(fmt::format("{}: {} cannot be read", kvrimage::title_of_input(path), as.title));
+    }
+}
+
 } // namespace
 
 const kvrimage::format& format_for(const kvrimage::format* given, const std::string& path,
@@ -33,7 +39,14 @@ const kvrimage::format& format_for(const kvrimage::format* given, const std::str
 }
 
 void require_known_format(const kvrimage::format* given, const std::string& path, std::string_view contents) {
-    if (given != nullptr || kvrimage::format_of_path(path) != nullptr) {
+    if (given != nullptr) {
+        require_readable(path, *given);
+        return;
+    }
+    const std::vector<const kvrimage::format*> named = kvrimage::formats_of_path(path);
+    if (!named.empty()) {
+        const auto readable = std::ranges::find_if(named, [](const auto* each) { return each->read != nullptr; });
+        require_readable(path, readable != named.end() ? **readable : *named.front());
         return;
     }
     const std::vector<kvrimage::sniffed> found = kvrimage::sniff(contents);

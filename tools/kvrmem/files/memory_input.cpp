@@ -7,6 +7,7 @@
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 

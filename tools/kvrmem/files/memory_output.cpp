@@ -5,6 +5,9 @@
 #include "kvrimage/formats/memory_file.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
 
 #include <optional>
 #include <sys/stat.h>
@@ -18,6 +21,9 @@ namespace {
 /// Why @p image cannot be written; nothing when it can.
 std::optional<kvrimage::diagnostic> obstacle_to(const kvrimage::memory_image& image,
                                                 const kvrimage::write_options& options) {
+    if (options.as->write == nullptr) {
+        usage_error(fmt::format("{} cannot be written", options.as->title));
+    }
     std::vector<kvrimage::diagnostic> obstacles = kvrimage::can_write(image, options);
     return obstacles.empty() ? std::nullopt : std::optional(std::move(obstacles.front()));
 }
@@ -30,7 +36,7 @@ void require_writable(const arguments& given, const memory_input& input,
     if (!obstacle) {
         return;
     }
-    if (obstacle->address) {
+    if (obstacle->address && input.options.as->find_word != nullptr) {
         const auto line =
             input.options.as->find_word(input.file.contents(), input.options, *obstacle->address);
         obstacle->where = line.value_or(kvrimage::place{});

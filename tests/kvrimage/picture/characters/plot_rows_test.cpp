@@ -26,7 +26,7 @@ std::string column_of(const Rows& rows, std::uint32_t column) {
 
 TEST(WaveformRows, ColumnIsFilledUpToItsValueInEighths) {
     const waveform wave = waveform_of(8, false, 5, words_of(5, {{0, 3, {"00", "7F", "81", "FF"}}}));
-    const waveform_rows rows(wave, glyphs_for(true));
+    const waveform_rows rows(wave, block_glyphs);
     EXPECT_EQ(column_of(rows, 0), "▁               ");
     EXPECT_EQ(column_of(rows, 1), "████████        ");
     EXPECT_EQ(column_of(rows, 2), "████████▁       ");
@@ -38,7 +38,7 @@ TEST(WaveformRows, ColumnIsFilledUpToItsValueInEighths) {
 TEST(WaveformRows, AsciiHasThreeHeightsInARow) {
     const waveform wave = waveform_of(
         7, false, 9, words_of(9, {{0, 8, {"00", "01", "02", "03", "04", "05", "06", "07", "7F"}}}));
-    const waveform_rows rows(wave, glyphs_for(false));
+    const waveform_rows rows(wave, ascii_glyphs);
     std::string lowest;
     for (std::uint32_t column = 0; column < 9; ++column) {
         lowest += rows.at(0, column).glyph;
@@ -48,7 +48,7 @@ TEST(WaveformRows, AsciiHasThreeHeightsInARow) {
 
 TEST(WaveformRows, ColumnOfSeveralValuesIsShadedBetweenThem) {
     const waveform wave = waveform_of(8, false, 2, words_of(4, {{0, 3, {"80", "FF", "00", "00"}}}));
-    const waveform_rows rows(wave, glyphs_for(false));
+    const waveform_rows rows(wave, ascii_glyphs);
     EXPECT_EQ(column_of(rows, 0), "########||||||||");
     EXPECT_EQ(rows.at(7, 0).style, character_style::value);
     EXPECT_EQ(rows.at(8, 0).style, character_style::envelope);
@@ -56,14 +56,14 @@ TEST(WaveformRows, ColumnOfSeveralValuesIsShadedBetweenThem) {
 
 TEST(WaveformRows, EndsAreLabelledExactlyAndNothingBesideThem) {
     const waveform wave = waveform_of(8, false, 2, words_of(2, {{0, 1, {"00", "FF"}}}));
-    const row_labels labels = waveform_rows(wave, glyphs_for(false)).labels();
+    const row_labels labels = waveform_rows(wave, ascii_glyphs).labels();
     EXPECT_EQ(labels,
               (row_labels{"0", "", "", "50", "", "", "100", "", "", "150", "", "", "200", "", "", "255"}));
 }
 
 TEST(WaveformRows, SignedValuesHaveZeroAmongTheirLabels) {
     const waveform wave = waveform_of(8, true, 2, words_of(2, {{0, 1, {"80", "7F"}}}));
-    const row_labels labels = waveform_rows(wave, glyphs_for(false)).labels();
+    const row_labels labels = waveform_rows(wave, ascii_glyphs).labels();
     EXPECT_EQ(labels,
               (row_labels{"-128", "", "", "", "-50", "", "", "", "0", "", "", "50", "", "", "", "127"}));
 }
@@ -72,7 +72,7 @@ TEST(BitRows, CellsHaveTheirShadesAndStyles) {
     bit_map map(column_grid(0, 2, 3), 68, plot_rows);
     map.take({0, 0, "FFFFFFFFF00000000"});
     map.take({1, 1, "XXXXXXXXXXXXXXXXX"});
-    const bit_rows rows(map, glyphs_for(false));
+    const bit_rows rows(map, ascii_glyphs);
     EXPECT_EQ(column_of(rows, 0), "       +########");
     EXPECT_EQ(column_of(rows, 1), "xxxxxxxxxxxxxxxx");
     EXPECT_EQ(column_of(rows, 2), "................");
@@ -84,7 +84,7 @@ TEST(BitRows, CellsHaveTheirShadesAndStyles) {
 TEST(BitRows, PowersOfTwoAndTheHighestBitAreLabelled) {
     const bit_map map(column_grid(0, 0, 1), 1024, plot_rows);
     EXPECT_EQ(
-        bit_rows(map, glyphs_for(false)).labels(),
+        bit_rows(map, ascii_glyphs).labels(),
         (row_labels{"0", "", "128", "", "256", "", "384", "", "512", "", "640", "", "768", "", "", "1023"}));
 }
 
