@@ -89,7 +89,7 @@ constexpr auto readmem_rules = std::to_array<readmem_rule>({
 struct readmem_advice {
     readmem_trigger trigger;
     std::string_view advice;
-    std::string_view repair = ""; ///< what the edits of the trigger do
+    std::string_view repair = {}; ///< what the edits of the trigger do
 };
 
 // What is broken has a hint in the diagnostic of the reader.

@@ -11,18 +11,18 @@ struct readmem_counts {
     std::uint64_t addresses = 0;
     std::uint64_t words = 0;
     std::uint64_t faults = 0;
-    bool is_simple = true; ///< nothing but addresses and words
+    bool is_simple = true; ///< nothing but what RIF has, too
 
     void take(const readmem_piece& piece, std::string_view text) {
         switch (piece.what) {
         case readmem_piece::kind::blanks:
+            is_simple = is_simple && piece.where.in(text).find('\f') == std::string_view::npos;
             break;
         case readmem_piece::kind::word:
             take_word(piece.where.in(text), piece.fault.length == 0);
             break;
         case readmem_piece::kind::address:
-            addresses += piece.address_fault == readmem_address_fault::none ? 1 : 0;
-            faults += piece.address_fault == readmem_address_fault::none ? 0 : 1;
+            take_address(piece);
             break;
         case readmem_piece::kind::byte_order_mark:
         case readmem_piece::kind::line_comment:
@@ -39,6 +39,13 @@ struct readmem_counts {
     }
 
 private:
+    void take_address(const readmem_piece& address) {
+        constexpr std::uint64_t highest_of_rif = 0xFFFFFFFF;
+        const bool is_proper = address.address_fault == readmem_address_fault::none;
+        addresses += is_proper ? 1 : 0;
+        faults += is_proper ? 0 : 1;
+        is_simple = is_simple && address.address <= highest_of_rif;
+    }
     void take_word(std::string_view word, bool is_proper) {
         words += is_proper ? 1 : 0;
         faults += is_proper ? 0 : 1;

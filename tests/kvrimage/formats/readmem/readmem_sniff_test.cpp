@@ -29,6 +29,9 @@ TEST(ReadmemSniff, ZerosAndOnesAreEquallyLikelyBoth) {
 TEST(ReadmemSniff, AddressesAndWordsAloneAreAsSureAsRif) {
     EXPECT_EQ(sniff_readmemh("@0\n01 AB\n"), certainty::certain);
     EXPECT_EQ(sniff_readmemh("@0\n0_1 AB\n"), certainty::likely);
+    EXPECT_EQ(sniff_readmemh("@FFFFFFFF\n01\n"), certainty::certain);
+    EXPECT_EQ(sniff_readmemh("@100000000\n01\n"), certainty::likely);
+    EXPECT_EQ(sniff_readmemh("@0\f01\n"), certainty::likely);
     EXPECT_EQ(sniff_readmemh("\xEF\xBB\xBF@0\n01 AB\n"), certainty::likely);
     EXPECT_EQ(sniff_readmemh("/* a */ @0\n01\n"), certainty::likely);
     EXPECT_EQ(sniff_readmemh("@0\n01 /* a"), certainty::likely);
