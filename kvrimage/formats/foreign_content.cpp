@@ -170,8 +170,8 @@ constexpr auto foreign_kinds = std::to_array<foreign_kind>({
     {has_s_records, "S-records", ""},
     {has_markup, "markup text of other software", ""},
     {has_binary_rows, "bare rows of binary words",
-     R"(MIF holds them: DATA_RADIX=BIN; and an address and ":" before each word, ";" after it)"},
-    {has_hexadecimal_rows, "bare rows of hexadecimal words", "--from rif reads them"},
+     "--from readmemb reads them; --from readmemh does where the digits are hexadecimal"},
+    {has_hexadecimal_rows, "bare rows of hexadecimal words", "--from readmemh reads them"},
 });
 
 /// What another format surely or probably makes of @p contents.

@@ -145,7 +145,8 @@ struct consumer {
     std::vector<diagnostic> (*check)(std::string_view contents, const read_options& options,
                                      const read_result& ours);
     std::string_view unset_words =
-        ""; ///< what becomes of words that are not set: "holds 0 there"; "": they stay so
+        "";                    ///< what becomes of words that are not set: "holds 0 there"; "": they stay so
+    bool takes_broken = false; ///< check() has something to say of a file with broken diagnostics, too
 };
 
 /// A file format: what it says of itself, and what it can do. Functions that it does not have are null.

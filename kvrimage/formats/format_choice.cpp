@@ -3,6 +3,7 @@
 #include "kvrimage/formats/registry.h"
 
 #include <algorithm>
+#include <optional>
 #include <utility>
 
 namespace kvrimage {
@@ -24,9 +25,20 @@ candidates judged(std::span<const format* const> of, std::string_view contents) 
     return found;
 }
 
-bool can_read(const format& one, std::string_view contents, read_options options) {
-    options.as = &one;
-    return one.read(contents, options).image.has_value();
+/// Those of @p tied that can read the contents; of several that read the same words the first.
+std::vector<const format*> different_readers(const std::vector<const format*>& tied,
+                                             std::string_view contents, read_options options) {
+    std::vector<const format*> readers;
+    std::vector<memory_image> images;
+    for (const format* each : tied) {
+        options.as = each;
+        std::optional<memory_image> image = each->read(contents, options).image;
+        if (image && std::ranges::find(images, *image) == images.end()) {
+            readers.push_back(each);
+            images.push_back(std::move(*image));
+        }
+    }
+    return readers;
 }
 
 /// The first of @p found, which are the surest first, unless others that are as sure read other words.
@@ -39,8 +51,7 @@ format_choice choose_among(const candidates& found, std::string_view contents, c
         }
     }
     if (tied.size() > 1 && best != certainty::no) {
-        std::vector<const format*> readers = tied;
-        std::erase_if(readers, [&](const format* each) { return !can_read(*each, contents, options); });
+        std::vector<const format*> readers = different_readers(tied, contents, options);
         if (readers.size() > 1) {
             return {nullptr, nullptr, std::move(readers), best};
         }

@@ -121,9 +121,26 @@ std::string consequence_of_gaps(std::span<const consumer> consumers) {
     return found != consumers.end() ? fmt::format("{} {}", found->title, found->unset_words) : "";
 }
 
+void add_what_consumers_make_of_broken(read_result& result, std::string_view contents,
+                                       const check_options& options) {
+    const std::size_t own = result.diagnostics.size();
+    for (const consumer& each : consumers_of(result, options)) {
+        if (each.takes_broken) {
+            std::ranges::move(each.check(contents, options.read, result),
+                              std::back_inserter(result.diagnostics));
+        }
+    }
+    if (result.diagnostics.size() != own) {
+        sort_by_place(result.diagnostics);
+    }
+}
+
 read_result check_as(const format_choice& choice, std::string_view contents, const check_options& options) {
     read_result result = read_as(choice, contents, options.read);
     if (is_broken(result)) {
+        if (result.facts.as != nullptr && choice.surely == nullptr) {
+            add_what_consumers_make_of_broken(result, contents, options);
+        }
         return result;
     }
     std::erase_if(result.diagnostics, [&options](const diagnostic& found) {

@@ -3,6 +3,7 @@
 #include "kvr/util/letter_case.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
+#include "kvrimage/formats/readmem/readmem_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
 
 #include <algorithm>
@@ -15,9 +16,7 @@ namespace {
 /// A line for each format.
 std::vector<const format*>& registered() {
     static std::vector<const format*> all = {
-        &mif_format,
-        &hex_format,
-        &rif_format,
+        &mif_format, &hex_format, &rif_format, &readmemh_format, &readmemb_format,
     };
     return all;
 }

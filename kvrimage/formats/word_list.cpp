@@ -57,6 +57,7 @@ word_list::word_list(std::string_view contents, const read_options& given, radix
       known_depth(given.depth ? given.depth : stated.depth),
       width_setting(given.width ? "--width" : stated.width_setting),
       base(given.base.value_or(0)),
+      step(stated.address_step),
       words(std::make_unique<image_words>(std::min(known_depth.value_or(deepest_memory), deepest_memory))),
       batch(words->lower_half()),
       lowest(std::numeric_limits<std::uint64_t>::max()) {}
@@ -171,18 +172,22 @@ void word_list::report(diagnostic_list& diagnostics) const {
 
 void word_list::report_addresses(diagnostic_list& diagnostics) const {
     if (!below.where.empty()) {
-        diagnostics.add(
-            diagnose::below_base(below.where, fmt::format("{:X}", below.address), fmt::format("{:X}", base)));
+        diagnostics.add(diagnose::below_base(below.where, in_file(below.address), in_file(base)));
     }
     if (!options.base && !known_depth && lowest >= highest_plain_start && lowest != ~std::uint64_t{0}) {
-        diagnostics.add(diagnose::base_needed({}, fmt::format("{:X}", lowest)));
+        diagnostics.add(diagnose::base_needed({}, in_file(lowest)));
     } else if (!beyond.where.empty() && known_depth) {
         diagnostics.add(diagnose::beyond_depth(beyond.where, beyond.address - base, *known_depth,
                                                *known_depth - 1, beyond.most + 1));
     } else if (!beyond.where.empty()) {
-        diagnostics.add(diagnose::address_outside(beyond.where, fmt::format("{:X}", beyond.address),
-                                                  fmt::format("{:X}", base + (deepest_memory - 1))));
+        diagnostics.add(diagnose::address_outside(beyond.where, in_file(beyond.address),
+                                                  in_file(base + (deepest_memory - 1))));
     }
+}
+
+/// @p address, which counts words, as the file has it.
+std::string word_list::in_file(std::uint64_t address) const {
+    return fmt::format("{:X}", address * step);
 }
 
 /// Refuses a memory that a few long words make out of proportion to its file.

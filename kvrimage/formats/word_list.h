@@ -19,9 +19,10 @@ namespace kvrimage {
 
 /// What the file itself says of its words.
 struct stated_sizes {
-    std::optional<std::uint32_t> width;         ///< bits
-    std::optional<std::uint64_t> depth;         ///< words
-    std::string_view width_setting = "--width"; ///< what says the width, for messages
+    std::optional<std::uint32_t> width = std::nullopt; ///< bits
+    std::optional<std::uint64_t> depth = std::nullopt; ///< words
+    std::string_view width_setting = "--width";        ///< what says the width, for messages
+    std::uint64_t address_step = 1;                    ///< what the file counts for a word, for messages
 };
 
 /// Gathers the words of a file that is a list of them, for its reader: finds the width where nobody says it,
@@ -75,6 +76,7 @@ private:
     [[nodiscard]] std::uint32_t width() const;
     void report(diagnostic_list& diagnostics) const;
     void report_addresses(diagnostic_list& diagnostics) const;
+    [[nodiscard]] std::string in_file(std::uint64_t address) const;
     void require_proportion(diagnostic_list& diagnostics) const;
     memory_image make_image(std::vector<address_range>& unreadable);
 
@@ -85,6 +87,7 @@ private:
     std::optional<std::uint64_t> known_depth;
     std::string_view width_setting;
     std::uint64_t base;
+    std::uint64_t step;
     std::unique_ptr<image_words> words;
     kvr::word_batch batch;
     std::uint64_t set_end = 0;      ///< offset after the highest word that was set

@@ -73,7 +73,7 @@ TEST(ForeignContent, IsBareRowsOfBinaryWords) {
 
 TEST(ForeignContent, IsBareRowsOfHexadecimalWords) {
     EXPECT_EQ(kind_of("01000001\n0100001F\n"), message_for("bare rows of hexadecimal words"));
-    EXPECT_EQ(foreign_content("AB cd\n")->hint, "--from rif reads them");
+    EXPECT_EQ(foreign_content("AB cd\n")->hint, "--from readmemh reads them");
 }
 
 TEST(ForeignContent, HasTheFirstFilledLineAsItsPlace) {

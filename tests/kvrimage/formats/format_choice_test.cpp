@@ -25,11 +25,11 @@ certainty sniff_right_twin(std::string_view head) {
                                       : certainty::no;
 }
 
-/// Takes what has @p letter in it.
+/// Takes what has @p letter in it; the words are different ones but for the "same".
 read_result read_twin(std::string_view contents, char letter) {
     read_result result;
     if (contents.find(letter) != std::string_view::npos) {
-        result.image.emplace(8, 1);
+        result.image.emplace(letter == 'l' || contents.ends_with("same") ? 8 : 16, 1);
     } else {
         result.diagnostics.push_back(diagnose::no_words({}));
     }
@@ -101,6 +101,11 @@ TEST_F(FormatChoice, BetweenTwoThatCanReadTheFileIsLeftToTheCaller) {
     EXPECT_EQ(result.diagnostics[0].message, "this may be Left twin or Right twin");
     EXPECT_EQ(result.diagnostics[0].hint, "--from left-twin or --from right-twin");
     EXPECT_EQ(parse("twin l r", {.as = &right}).facts.as, &right);
+}
+
+TEST_F(FormatChoice, BetweenTwoThatReadTheSameWordsTakesTheFirst) {
+    EXPECT_EQ(choice_of("twin l r same").as, &left);
+    EXPECT_TRUE(choice_of("twin l r same").among.empty());
 }
 
 TEST_F(FormatChoice, WithoutAKnownExtensionGoesByTheContents) {

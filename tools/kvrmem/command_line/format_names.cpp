@@ -52,7 +52,10 @@ std::string format_extensions(const char* last) {
     std::vector<std::string> extensions;
     for (const format* one : kvrimage::formats()) {
         for (const std::string_view extension : one->extensions) {
-            extensions.push_back(fmt::format(".{}", extension));
+            if (std::string word = fmt::format(".{}", extension);
+                std::ranges::find(extensions, word) == extensions.end()) {
+                extensions.push_back(std::move(word));
+            }
         }
     }
     return listed(extensions, last);

@@ -99,12 +99,17 @@ byte_order parse_order(std::string_view name, std::string_view value) {
     return value == "little" ? byte_order::little : byte_order::big;
 }
 
-std::string parse_consumer(std::string_view name, std::string_view value) {
+/// Names, separated by commas.
+std::vector<std::string> parse_consumers(std::string_view name, std::string_view value) {
     const std::vector<std::string> choices = consumer_choices();
-    if (std::ranges::find(choices, value) == choices.end()) {
-        refuse(name, value, fmt::format("this is one of {}", fmt::join(choices, ", ")));
+    std::vector<std::string> names;
+    for (std::size_t begin = 0; begin <= value.size(); begin += names.back().size() + 1) {
+        names.emplace_back(value.substr(begin, value.find(',', begin) - begin));
+        if (std::ranges::find(choices, names.back()) == choices.end()) {
+            refuse(name, names.back(), fmt::format("this is one of {}", fmt::join(choices, ", ")));
+        }
     }
-    return std::string(value);
+    return names;
 }
 
 color_choice parse_color(std::string_view name, std::string_view value) {
@@ -260,10 +265,10 @@ std::vector<option_entry> make_table() {
         {option_id::fix, '\0', "fix", nullptr, "",
          "write a repaired file to --output FILE, where the repair is certain",
          [](arguments& into, std::string_view, const char*) { into.fix = true; }},
-        {option_id::consumer, '\0', "for", "READER", fmt::format("{}", fmt::join(consumer_choices(), " ")),
-         "whose reading of the file is compared: kvr (the library), none (default: kvr)",
+        {option_id::consumer, '\0', "for", "READERS", fmt::format("{}", fmt::join(consumer_choices(), " ")),
+         "whose reading of the file is compared, as in icarus,yosys: kvr is the library (default: kvr)",
          [](arguments& into, std::string_view name, const char* value) {
-             into.consumer = parse_consumer(name, value);
+             into.consumers = parse_consumers(name, value);
          }},
         {option_id::strict, '\0', "strict", nullptr, "", "let warnings count for the exit code, too",
          [](arguments& into, std::string_view, const char*) { into.strict = true; }},

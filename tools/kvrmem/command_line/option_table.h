@@ -80,7 +80,7 @@ struct arguments {
     std::optional<word_radix> to_radix;
     std::optional<std::uint32_t> columns;
     std::optional<kvrimage::address_range> range;
-    std::optional<std::string> consumer; ///< "none" for none
+    std::optional<std::vector<std::string>> consumers; ///< "none" for none
     color_choice color = color_choice::automatic;
     bool no_runs = false;
     bool json = false;

@@ -204,8 +204,8 @@ constexpr std::array check_options_taken = {
 kvrimage::check_options check_options_for(const arguments& given, const kvrimage::read_options& reading) {
     kvrimage::check_options options;
     options.read = reading;
-    if (given.consumer) {
-        options.consumers = {*given.consumer}; // no reader is called "none"
+    if (given.consumers) {
+        options.consumers = *given.consumers; // no reader is called "none"
     }
     return options;
 }
@@ -221,7 +221,8 @@ const command check_command = {
     "  $ kvrmem check --from mif - < table.txt\n",
     "An error is where the meaning of a file is in doubt, so that no command takes\n"
     "it. An error for kvr is what the library kvr refuses or reads otherwise; --for\n"
-    "none leaves these out. A warning is what is read though it is hardly meant so.\n"
+    "none leaves these out, --for icarus,verilator,yosys asks for those of simulators\n"
+    "instead. A warning is what is read though it is hardly meant so.\n"
     "A --width or --depth is a limit, and what breaks it is an error. The exit code\n"
     "is 1 when a file has errors, with --strict also when it has warnings.\n"
     "\n"

@@ -1,0 +1,261 @@
+#include "kvrimage/formats/readmem/readmem_writer.h"
+
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/readmem/readmem_banner.h"
+#include "kvrimage/formats/sink_buffer.h"
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_text.h"
+
+#include <fmt/format.h>
+
+#include <charconv>
+#include <iterator>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace kvrimage {
+
+namespace {
+
+constexpr std::uint64_t most_readmem_words_per_line = 1024;
+
+/// The number that `words-per-line` gives; nothing when it is none.
+std::optional<std::uint64_t> readmem_words_per_line_of(std::string_view value) {
+    std::uint64_t number = 0;
+    const char* const end = value.data() + value.size();
+    const auto parsed = std::from_chars(value.data(), end, number);
+    const bool is_number = parsed.ec == std::errc() && parsed.ptr == end;
+    return is_number && number >= 1 && number <= most_readmem_words_per_line ? std::optional(number)
+                                                                             : std::nullopt;
+}
+
+/// Up to eight words, as long as they fit the line.
+std::uint64_t usual_readmem_words_per_line(std::size_t digits) {
+    constexpr std::size_t line_length = 80;
+    std::uint64_t count = 8;
+    while (count > 1 && count * (digits + 1) > line_length + 1) {
+        count /= 2;
+    }
+    return count;
+}
+
+/// How a file looks.
+struct readmem_layout {
+    std::uint64_t words_per_line;
+    std::size_t digits;         ///< of a word
+    std::size_t address_digits; ///< of an address
+    bool has_every_address;
+    std::string banner; ///< "" for none
+
+    readmem_layout(const memory_image& image, const write_options& options, radix digits_radix)
+        : digits(most_characters_of_word(digits_radix, image.width())),
+          address_digits(fmt::formatted_size("{:X}", image.bounds().value_or(address_range{0, 0}).last)),
+          has_every_address(chosen(options.choices, "every-address").has_value()),
+          banner(chosen(options.choices, "banner") ? readmem_banner(image) : "") {
+        const auto given = chosen(options.choices, "words-per-line");
+        words_per_line = (given ? readmem_words_per_line_of(*given) : std::nullopt)
+                             .value_or(usual_readmem_words_per_line(digits));
+    }
+};
+
+/// Where lines and addresses come among the words.
+class readmem_lines {
+public:
+    explicit readmem_lines(const readmem_layout& made) : layout(made) {}
+
+    /// What comes before the word at @p address is appended to @p text.
+    void begin_word(std::uint64_t address, std::string& text) {
+        const bool is_next = address == next;
+        if (is_next && address % layout.words_per_line != 0) {
+            text += ' ';
+        } else {
+            text += has_words ? "\n" : "";
+            if (!is_next || layout.has_every_address) {
+                fmt::format_to(std::back_inserter(text), "@{:0{}X} ", address, layout.address_digits);
+            }
+        }
+        has_words = true;
+        next = address + 1;
+    }
+
+private:
+    const readmem_layout& layout;
+    std::uint64_t next = 0;
+    bool has_words = false;
+};
+
+class readmem_file_writer {
+public:
+    readmem_file_writer(const readmem_layout& layout, text_sink& target) : lines(layout), output(target) {
+        output.write(layout.banner);
+    }
+    void write(std::uint64_t address, std::string_view word) {
+        text.clear();
+        lines.begin_word(address, text);
+        text.append(word);
+        output.write(text);
+    }
+    void finish() {
+        output.write("\n");
+        output.flush();
+    }
+
+private:
+    readmem_lines lines;
+    sink_buffer output;
+    std::string text;
+};
+
+/// True when the image holds words of @p length characters as they are written.
+bool is_as_readmem_has_it(std::size_t length, std::uint32_t width, radix digits_radix) {
+    return length == most_characters_of_word(digits_radix, width);
+}
+
+/// The first word that no hexadecimal digits hold, by its offset.
+std::optional<std::uint64_t> find_unwritable_readmem(const memory_image& image) {
+    std::optional<std::uint64_t> found;
+    std::string text;
+    const auto can_show = [&](std::string_view word) {
+        return is_as_readmem_has_it(word.size(), image.width(), radix::hex) ||
+               show_word(word, radix::hex, image.width(), text);
+    };
+    const image_words& words = image.words();
+    for_each_row_cycle_or_run(
+        words,
+        [&](const kvr::word_row& row, std::uint64_t) {
+            return is_as_readmem_has_it(row.length, image.width(), radix::hex) ? row.count : 0U;
+        },
+        [&](const text_cycle& cycle) {
+            bool all = true;
+            for (std::uint64_t index = 0; index < cycle.period; ++index) {
+                all = all && can_show(words[cycle.first + index]);
+            }
+            return all ? cycle.length() : 0;
+        },
+        [&](const text_run& run) {
+            if (!found && !can_show(run.text)) {
+                found = run.first;
+            }
+        });
+    return found;
+}
+
+std::vector<diagnostic> can_write_readmem(const memory_image& image, const write_options& options,
+                                          radix digits_radix) {
+    std::vector<diagnostic> found;
+    const auto given = chosen(options.choices, "words-per-line");
+    if (given && !readmem_words_per_line_of(*given)) {
+        found.push_back(diagnose::choice_value({}, "words-per-line", *given,
+                                               fmt::format("1 to {}", most_readmem_words_per_line)));
+    }
+    if (!image.bounds()) {
+        found.push_back(diagnose::readmem_nothing_to_write({}));
+    }
+    if (const auto offset = digits_radix == radix::hex ? find_unwritable_readmem(image) : std::nullopt) {
+        const std::uint64_t address = image.base() + *offset;
+        found.push_back(diagnose::readmem_dont_care_bit({}, image.words()[*offset], address));
+        found.back().address = address;
+    }
+    return found;
+}
+
+void write_readmem(const memory_image& image, const write_options& options, text_sink& output,
+                   radix digits_radix) {
+    const readmem_layout layout(image, options, digits_radix);
+    readmem_file_writer writer(layout, output);
+    std::string text;
+    for_each_row_or_run(
+        image.words(),
+        [&](const kvr::word_row& row, std::uint64_t first) {
+            if (!is_as_readmem_has_it(row.length, image.width(), digits_radix)) {
+                return 0U;
+            }
+            for (std::uint32_t index = 0; index < row.count; ++index) {
+                writer.write(image.base() + first + index, row[index]);
+            }
+            return row.count;
+        },
+        [&](const text_run& run) {
+            show_word(run.text, digits_radix, image.width(), text);
+            for (std::uint64_t offset = run.first; offset <= run.last; ++offset) {
+                writer.write(image.base() + offset, text);
+            }
+        });
+    writer.finish();
+}
+
+/// The characters that a file takes.
+class readmem_size {
+public:
+    readmem_size(const readmem_layout& made, std::uint64_t first_address)
+        : layout(made),
+          base(first_address),
+          size(made.banner.size() + 1) {}
+
+    void take(std::uint64_t first_offset, std::uint64_t last_offset) {
+        const std::uint64_t first = base + first_offset;
+        const std::uint64_t last = base + last_offset;
+        const bool is_next = first == next;
+        const bool goes_on = is_next && first % layout.words_per_line != 0;
+        const std::uint64_t lines =
+            last / layout.words_per_line - first / layout.words_per_line + (goes_on ? 0 : 1);
+        const std::uint64_t addresses = layout.has_every_address ? lines : (is_next ? 0 : 1);
+        size += (last - first + 1) * (layout.digits + 1) + addresses * (layout.address_digits + 2);
+        next = last + 1;
+    }
+    [[nodiscard]] std::uint64_t result() const { return size; }
+
+private:
+    const readmem_layout& layout;
+    std::uint64_t base;
+    std::uint64_t size;
+    std::uint64_t next = 0;
+};
+
+std::uint64_t written_readmem_size(const memory_image& image, const write_options& options,
+                                   radix digits_radix) {
+    const readmem_layout layout(image, options, digits_radix);
+    readmem_size size(layout, image.base());
+    for_each_row_cycle_or_run(
+        image.words(),
+        [&size](const kvr::word_row& row, std::uint64_t first) {
+            size.take(first, first + row.count - 1);
+            return row.count;
+        },
+        [&size](const text_cycle& cycle) {
+            size.take(cycle.first, cycle.last);
+            return cycle.length();
+        },
+        [&size](const text_run& run) { size.take(run.first, run.last); });
+    return size.result();
+}
+
+} // namespace
+
+std::vector<diagnostic> can_write_readmemh(const memory_image& image, const write_options& options) {
+    return can_write_readmem(image, options, radix::hex);
+}
+
+void write_readmemh(const memory_image& image, const write_options& options, text_sink& output) {
+    write_readmem(image, options, output, radix::hex);
+}
+
+std::uint64_t written_readmemh_size(const memory_image& image, const write_options& options) {
+    return written_readmem_size(image, options, radix::hex);
+}
+
+std::vector<diagnostic> can_write_readmemb(const memory_image& image, const write_options& options) {
+    return can_write_readmem(image, options, radix::bin);
+}
+
+void write_readmemb(const memory_image& image, const write_options& options, text_sink& output) {
+    write_readmem(image, options, output, radix::bin);
+}
+
+std::uint64_t written_readmemb_size(const memory_image& image, const write_options& options) {
+    return written_readmem_size(image, options, radix::bin);
+}
+
+} // namespace kvrimage
