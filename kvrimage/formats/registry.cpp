@@ -1,6 +1,7 @@
 #include "kvrimage/formats/registry.h"
 
 #include "kvr/util/letter_case.h"
+#include "kvrimage/formats/coe/coe_format.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
@@ -18,6 +19,7 @@ std::vector<const format*>& registered() {
         &mif_format,
         &hex_format,
         &rif_format,
+        &coe_format,
     };
     return all;
 }
