@@ -3,6 +3,7 @@
 #include "kvr/util/letter_case.h"
 #include "kvrimage/formats/coe/coe_format.h"
 #include "kvrimage/formats/hex/hex_format.h"
+#include "kvrimage/formats/logisim/logisim_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
 
@@ -20,6 +21,7 @@ std::vector<const format*>& registered() {
         &hex_format,
         &rif_format,
         &coe_format,
+        &logisim_format,
     };
     return all;
 }
