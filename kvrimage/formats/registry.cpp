@@ -4,6 +4,7 @@
 #include "kvrimage/formats/coe/coe_format.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/logisim/logisim_format.h"
+#include "kvrimage/formats/memheader/memheader_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
 
@@ -22,6 +23,7 @@ std::vector<const format*>& registered() {
         &rif_format,
         &coe_format,
         &logisim_format,
+        &memheader_format,
     };
     return all;
 }
