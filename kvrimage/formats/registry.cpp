@@ -2,6 +2,7 @@
 
 #include "kvr/util/letter_case.h"
 #include "kvrimage/formats/coe/coe_format.h"
+#include "kvrimage/formats/csv/csv_format.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/logisim/logisim_format.h"
 #include "kvrimage/formats/memheader/memheader_format.h"
@@ -24,6 +25,7 @@ std::vector<const format*>& registered() {
         &coe_format,
         &logisim_format,
         &memheader_format,
+        &csv_format,
     };
     return all;
 }
