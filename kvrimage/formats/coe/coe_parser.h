@@ -20,7 +20,7 @@ struct coe_piece {
         no_semicolon, ///< the last value of a statement that has no ";"; its name where it has no value
         stray,        ///< a line that begins no statement
         after_end     ///< the same after the vector
-    } what;
+    } what = kind::comment;
     span where;
 };
 

@@ -22,10 +22,10 @@ struct csv_cell {
         extra,       ///< the first field that is one too many; its row has no other cells
         after_quote, ///< see csv_piece
         open_quote
-    } what;
+    } what = kind::value;
     span where;
     std::optional<std::uint64_t> address; ///< of a value; nothing after an address that cannot be read
-    std::size_t number;                   ///< of the column, from 0; for `extra` the number of fields
+    std::size_t number = 0;               ///< of the column, from 0; for `extra` the number of fields
 };
 
 /// Calls @p take with the cells of @p contents, in order.

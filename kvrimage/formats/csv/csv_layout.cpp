@@ -31,11 +31,11 @@ public:
             row.push_back(piece.where.in(text));
         }
     }
-
-    csv_row row;
+    [[nodiscard]] csv_row take_row() { return std::exchange(row, {}); }
 
 private:
     std::string_view text;
+    csv_row row;
 };
 
 /// The first two rows, as far as there are so many.
@@ -45,7 +45,7 @@ std::array<csv_row, 2> first_csv_rows(std::string_view contents) {
     csv_parser parser(contents, sink);
     for (csv_row& each : rows) {
         parser.parse_row();
-        each = std::exchange(sink.row, {});
+        each = sink.take_row();
     }
     return rows;
 }

@@ -15,7 +15,7 @@ struct csv_piece {
         after_quote, ///< what follows the end of a quoted field, up to the separator
         open_quote,  ///< the first line of a quoted field that does not end
         row_end      ///< at the end of a row; rows without any character but blanks are none
-    } what;
+    } what = kind::field;
     span where;
 };
 

@@ -19,7 +19,7 @@ struct logisim_piece {
         word,        ///< or a byte; the digits were not looked at
         bad_run,     ///< a word with a "*" that is no run
         bad_address, ///< what stands where an address should be
-    } what;
+    } what = kind::header;
     span where;
     span digits = {};        ///< of a word, without the count of a run
     std::uint64_t count = 1; ///< words of a run

@@ -19,7 +19,7 @@ struct memheader_piece {
         bad_address, ///< what stands where an address should be
         stray_word,  ///< a line without "#" before the words
         late_setting ///< a line with "#" after "#Data"
-    } what;
+    } what = kind::setting;
     span where;
     span name = {}; ///< of a setting, and its value
     span value = {};
