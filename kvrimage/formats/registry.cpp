@@ -19,13 +19,7 @@ namespace {
 /// A line for each format.
 std::vector<const format*>& registered() {
     static std::vector<const format*> all = {
-        &mif_format,
-        &hex_format,
-        &rif_format,
-        &coe_format,
-        &logisim_format,
-        &memheader_format,
-        &csv_format,
+        &mif_format, &hex_format, &rif_format, &coe_format, &logisim_format, &memheader_format, &csv_format,
     };
     return all;
 }
