@@ -1,7 +1,11 @@
 #include "kvrimage/formats/registry.h"
 
 #include "kvr/util/letter_case.h"
+#include "kvrimage/formats/coe/coe_format.h"
+#include "kvrimage/formats/csv/csv_format.h"
 #include "kvrimage/formats/hex/hex_format.h"
+#include "kvrimage/formats/logisim/logisim_format.h"
+#include "kvrimage/formats/memheader/memheader_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/readmem/readmem_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
@@ -16,7 +20,9 @@ namespace {
 /// A line for each format.
 std::vector<const format*>& registered() {
     static std::vector<const format*> all = {
-        &mif_format, &hex_format, &rif_format, &readmemh_format, &readmemb_format,
+        &mif_format,       &hex_format, &rif_format,     &readmemh_format,
+        &readmemb_format,  &coe_format, &logisim_format, &memheader_format,
+        &csv_format,
     };
     return all;
 }

@@ -16,6 +16,7 @@ import unittest
 import interactive_shell
 
 NO_TERMINAL = 77
+FORMATS = ["mif", "hex", "rif", "coe", "logisim", "memheader", "csv"]
 
 
 @functools.cache
@@ -136,13 +137,13 @@ class Completions:
     # Values of options.
 
     def test_values_in_the_next_word(self):
-        self.assert_offered("kvrmem convert --to ", ["mif", "hex", "rif"])
-        self.assert_completed("kvrmem convert --to m", "kvrmem convert --to mif ")
+        self.assert_offered("kvrmem convert --to ", FORMATS)
+        self.assert_completed("kvrmem convert --to mi", "kvrmem convert --to mif ")
         self.assert_nothing("kvrmem convert --to s")
 
     def test_values_in_the_same_word(self):
-        self.assert_offered("kvrmem convert --to=", ["mif", "hex", "rif"])
-        self.assert_completed("kvrmem convert --to=m", "kvrmem convert --to=mif ")
+        self.assert_offered("kvrmem convert --to=", FORMATS)
+        self.assert_completed("kvrmem convert --to=mi", "kvrmem convert --to=mif ")
         self.assert_nothing("kvrmem convert --to=s")
 
     def test_values_are_shown(self):

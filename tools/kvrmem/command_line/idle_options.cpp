@@ -121,7 +121,7 @@ struct idle_option {
 
 constexpr const char* no_radixes = "on {}, which have no radixes";
 constexpr const char* no_ranges = "on {}, which have no ranges";
-constexpr const char* own_sizes = "on a {}, which says its width and depth itself";
+constexpr const char* own_sizes = "on {}, which say their width and depth themselves";
 
 constexpr const char* comments_stay = "without --output: FILE keeps its comments";
 constexpr const char* comments_of_input_stay = "when --output names FILE, which keeps its comments";

@@ -1,0 +1,199 @@
+#include "kvrimage/formats/coe/coe_reader.h"
+
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/coe/coe_parser.h"
+#include "kvrimage/formats/word_digits.h"
+#include "kvrimage/formats/word_list.h"
+
+#include <optional>
+#include <utility>
+
+namespace kvrimage {
+
+namespace {
+
+class coe_reading final : public coe_sink {
+public:
+    coe_reading(std::string_view contents, const read_options& given)
+        : text(contents),
+          options(given),
+          list(given.most_diagnostics, given.wants_repairs) {}
+
+    read_result read() {
+        coe_parser(text, *this).parse();
+        report();
+        result.facts.data_radix = digits;
+        if (words) {
+            words->finish(list, result);
+        }
+        result.diagnostics = list.finish(text);
+        result.facts.diagnostics_left_out = list.left_out();
+        return std::move(result);
+    }
+
+    void take(const coe_piece& piece) override {
+        switch (piece.what) {
+        case coe_piece::kind::word:
+            take_word(piece.where);
+            break;
+        case coe_piece::kind::comma:
+            take_comma(piece.where);
+            break;
+        case coe_piece::kind::end:
+            take_end();
+            break;
+        case coe_piece::kind::comment:
+            result.facts.has_comments = true;
+            break;
+        case coe_piece::kind::radix:
+            take_radix(piece.where);
+            break;
+        case coe_piece::kind::vector:
+            take_vector(piece.where);
+            break;
+        case coe_piece::kind::no_semicolon:
+            take_no_semicolon(piece.where);
+            break;
+        case coe_piece::kind::stray:
+            note(stray, piece.where);
+            break;
+        case coe_piece::kind::after_end:
+            note(after_end, piece.where);
+            break;
+        }
+    }
+
+private:
+    /// The places of one cause, with the first one, which a message names.
+    struct coe_cause {
+        places where;
+        span first;
+    };
+
+    static void note(coe_cause& cause, const span& where) {
+        if (cause.where.empty()) {
+            cause.first = where;
+        }
+        cause.where.add(where);
+    }
+
+    void take_radix(const span& value) {
+        if (has_radix) {
+            list.add(diagnose::coe_radix_again(value));
+            return;
+        }
+        has_radix = true;
+        digits = coe_radix_of(value.in(text));
+        if (!digits) {
+            list.add(diagnose::coe_radix(value, value.in(text)));
+        }
+    }
+    void take_vector(const span& name) {
+        has_vector = true;
+        if (digits) {
+            words.emplace(text, options, *digits);
+        } else if (!has_radix) {
+            list.add(diagnose::coe_no_radix(name));
+        }
+    }
+    void take_word(const span& where) {
+        after_comma = false;
+        if (!words) {
+            return;
+        }
+        const std::string_view word = where.in(text);
+        const std::size_t fault = find_bad_digit(word, *digits);
+        if (fault == std::string_view::npos) {
+            words->add(address, word, where);
+        } else {
+            note(bad_digits, where);
+            words->add_unreadable(address, where);
+        }
+        ++address;
+        has_value = true;
+    }
+    void take_comma(const span& where) {
+        if (after_comma || (words && !has_value)) {
+            empty_values.add(where);
+        }
+        after_comma = true;
+        last_comma = where;
+    }
+    void take_end() {
+        if (after_comma) {
+            diagnostic found = diagnose::coe_last_comma(last_comma);
+            found.fix = {{last_comma.offset, last_comma.length, ""}};
+            found.repair = "the last ',' is gone";
+            list.add(std::move(found));
+        }
+    }
+    void take_no_semicolon(const span& last) {
+        diagnostic found = diagnose::coe_no_semicolon(last, last.in(text));
+        found.fix = {{last.end(), 0, ";"}};
+        found.repair = "a ';' is added";
+        list.add(std::move(found));
+    }
+
+    void report() {
+        if (!stray.where.empty()) {
+            list.add(diagnose::coe_stray(stray.where, stray.first.in(text)));
+        }
+        if (!after_end.where.empty()) {
+            list.add(diagnose::coe_after_end(after_end.where, after_end.first.in(text)));
+        }
+        if (!empty_values.empty()) {
+            list.add(diagnose::coe_empty_value(empty_values));
+        }
+        if (!bad_digits.where.empty()) {
+            report_bad_digits();
+        }
+        if (!has_vector) {
+            list.add(diagnose::coe_no_vector({}));
+        }
+    }
+    void report_bad_digits() {
+        const std::string_view word = bad_digits.first.in(text);
+        const std::size_t fault = find_bad_digit(word, *digits);
+        diagnostic found =
+            diagnose::bad_digit(bad_digits.where, word.substr(fault, 1), word, adjective_of(*digits));
+        if (fault == 0 && word.front() == '-' && *digits == radix::uns) {
+            found.hint = "decimal values are unsigned here: write what the bits of the word are worth";
+        }
+        list.add(std::move(found));
+    }
+
+    std::string_view text;
+    const read_options& options;
+    diagnostic_list list;
+    read_result result;
+    std::optional<word_list> words;
+    std::optional<radix> digits;
+    std::uint64_t address = 0;
+    span last_comma;
+    bool has_radix = false;
+    bool has_vector = false;
+    bool has_value = false;
+    bool after_comma = false;
+    coe_cause stray;
+    coe_cause after_end;
+    coe_cause bad_digits;
+    places empty_values;
+};
+
+} // namespace
+
+std::optional<radix> coe_radix_of(std::string_view value) noexcept {
+    if (value == "2") {
+        return radix::bin;
+    }
+    if (value == "10") {
+        return radix::uns;
+    }
+    return value == "16" ? std::optional(radix::hex) : std::nullopt;
+}
+
+read_result read_coe(std::string_view contents, const read_options& options) {
+    return coe_reading(contents, options).read();
+}
+
+} // namespace kvrimage

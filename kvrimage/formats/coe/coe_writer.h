@@ -1,0 +1,20 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <cstdint>
+#include <vector>
+
+namespace kvrimage {
+
+/// format::can_write() for COE.
+[[nodiscard]] std::vector<diagnostic> can_write_coe(const memory_image& image, const write_options& options);
+
+/// format::write() for COE: the radix of the options (signed decimal is written unsigned, octal as
+/// hexadecimal), one word a line.
+void write_coe(const memory_image& image, const write_options& options, text_sink& output);
+
+/// format::written_size() for COE.
+[[nodiscard]] std::uint64_t written_coe_size(const memory_image& image, const write_options& options);
+
+} // namespace kvrimage

@@ -1,0 +1,27 @@
+#include "kvrimage/formats/csv/csv_search.h"
+
+#include "kvrimage/formats/csv/csv_cells.h"
+#include "kvrimage/formats/line_place.h"
+
+namespace kvrimage {
+
+certainty sniff_csv(std::string_view head) {
+    return names_csv_columns(head) ? certainty::likely : certainty::no;
+}
+
+std::optional<place> find_csv_word(std::string_view contents, const read_options& options,
+                                   std::uint64_t address) {
+    std::optional<diagnostic> fault;
+    const csv_value_rules rules = csv_rules_of(options, fault);
+    const csv_layout layout = csv_layout_of(contents, options, rules, fault);
+    const std::uint64_t in_file = address + options.base.value_or(0);
+    std::optional<span> found;
+    for_each_csv_cell(contents, layout, [&](const csv_cell& cell) {
+        if (cell.what == csv_cell::kind::value && cell.address == in_file) {
+            found = cell.where;
+        }
+    });
+    return found ? std::optional(line_place(contents, *found)) : std::nullopt;
+}
+
+} // namespace kvrimage

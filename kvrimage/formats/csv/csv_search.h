@@ -1,0 +1,18 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace kvrimage {
+
+/// format::sniff() for CSV: likely where the first row names an address and a value.
+[[nodiscard]] certainty sniff_csv(std::string_view head);
+
+/// format::find_word() for CSV.
+[[nodiscard]] std::optional<place> find_csv_word(std::string_view contents, const read_options& options,
+                                                 std::uint64_t address);
+
+} // namespace kvrimage

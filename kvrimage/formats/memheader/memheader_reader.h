@@ -1,0 +1,13 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <string_view>
+
+namespace kvrimage {
+
+/// format::read() for memory files with a header. "#Format" decides how digits are read, and the radixes of
+/// the header do not.
+[[nodiscard]] read_result read_memheader(std::string_view contents, const read_options& options);
+
+} // namespace kvrimage
