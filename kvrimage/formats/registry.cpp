@@ -1,6 +1,7 @@
 #include "kvrimage/formats/registry.h"
 
 #include "kvr/util/letter_case.h"
+#include "kvrimage/formats/binary/binary_format.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
@@ -15,9 +16,7 @@ namespace {
 /// A line for each format.
 std::vector<const format*>& registered() {
     static std::vector<const format*> all = {
-        &mif_format,
-        &hex_format,
-        &rif_format,
+        &mif_format, &hex_format, &rif_format, &binary_format, &srec_format, &hexbytes_format, &titxt_format,
     };
     return all;
 }

@@ -74,6 +74,15 @@ std::string words_as_text(const kvrimage::read_result& result, const word_facts&
                        counted(statistics.most_frequent_count, "time"));
 }
 
+/// What the format has in addition.
+std::string facts_as_text(const kvrimage::read_result& result) {
+    std::string text;
+    for (const kvrimage::named_fact& each : result.facts.more) {
+        text += fmt::format("{:<16} {}\n", each.name, each.value);
+    }
+    return text;
+}
+
 std::string as_text(const memory_input& input) {
     const kvrimage::read_result& result = input.result;
     return fmt::format("file             {}\n"
@@ -81,10 +90,10 @@ std::string as_text(const memory_input& input) {
                        "width            {}\n"
                        "depth            {}\n"
                        "address radix    {}\n"
-                       "data radix       {}\n{}",
+                       "data radix       {}\n{}{}",
                        input.name(), result.facts.as->title, width_of(result), result.image->depth(),
                        title_of(result.facts.address_radix), title_of(result.facts.data_radix),
-                       words_as_text(result, facts_of(result)));
+                       facts_as_text(result), words_as_text(result, facts_of(result)));
 }
 
 json_value words_as_json(const kvrimage::read_result& result) {
@@ -116,6 +125,9 @@ json_value as_json(const memory_input& input) {
     document["depth"] = result.image->depth();
     document["address_radix"] = title_of(result.facts.address_radix);
     document["data_radix"] = title_of(result.facts.data_radix);
+    for (const kvrimage::named_fact& each : result.facts.more) {
+        document["facts"].push_back({{"name", each.name}, {"value", each.value}});
+    }
     document["words"] = words_as_json(result);
     return document;
 }

@@ -30,7 +30,7 @@ void require_writable(const arguments& given, const memory_input& input,
     if (!obstacle) {
         return;
     }
-    if (obstacle->address) {
+    if (obstacle->address && input.options.as->find_word != nullptr) {
         const auto line =
             input.options.as->find_word(input.file.contents(), input.options, *obstacle->address);
         obstacle->where = line.value_or(kvrimage::place{});
