@@ -5,6 +5,7 @@
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
+#include "kvrimage/formats/srec/srec_format.h"
 
 #include <algorithm>
 #include <iterator>
