@@ -6,6 +6,7 @@
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
 #include "kvrimage/formats/srec/srec_format.h"
+#include "kvrimage/formats/titxt/titxt_format.h"
 
 #include <algorithm>
 #include <iterator>
