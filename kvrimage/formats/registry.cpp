@@ -2,6 +2,7 @@
 
 #include "kvr/util/letter_case.h"
 #include "kvrimage/formats/binary/binary_format.h"
+#include "kvrimage/formats/elf/elf_format.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
@@ -19,6 +20,9 @@ namespace {
 std::vector<const format*>& registered() {
     static std::vector<const format*> all = {
         &mif_format, &hex_format, &rif_format, &binary_format, &srec_format, &hexbytes_format, &titxt_format,
+#ifdef KVRIMAGE_READS_ELF
+        &elf_format,
+#endif
     };
     return all;
 }
