@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <span>
+#include <utility>
 
 namespace kvrmem {
 
@@ -52,7 +53,10 @@ std::string format_extensions(const char* last) {
     std::vector<std::string> extensions;
     for (const format* one : kvrimage::formats()) {
         for (const std::string_view extension : one->extensions) {
-            extensions.push_back(fmt::format(".{}", extension));
+            std::string shown = fmt::format(".{}", extension);
+            if (std::ranges::find(extensions, shown) == extensions.end()) {
+                extensions.push_back(std::move(shown));
+            }
         }
     }
     return listed(extensions, last);
