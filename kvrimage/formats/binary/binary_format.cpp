@@ -64,7 +64,7 @@ void write_binary(const memory_image& image, const write_options& options, text_
                         [&output](std::uint64_t, std::string_view bytes) { output.write(bytes); });
 }
 
-std::uint64_t size_of_binary(const memory_image& image, const write_options&) {
+std::uint64_t size_of_binary(const memory_image& image, const write_options& /*options*/) {
     return count_byte_rows(image, byte_page_size).bytes;
 }
 

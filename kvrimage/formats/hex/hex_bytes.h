@@ -3,7 +3,9 @@
 #include "kvrimage/bytes/byte_blocks.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/diagnostics/places.h"
+#include "kvrimage/formats/format.h"
 #include "kvrimage/formats/hex/hex_records.h"
+#include "kvrimage/image/address_range.h"
 
 #include <cstdint>
 #include <string_view>

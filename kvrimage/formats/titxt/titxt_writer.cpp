@@ -49,7 +49,7 @@ private:
 
 } // namespace
 
-std::vector<diagnostic> can_write_titxt(const memory_image& image, const write_options&) {
+std::vector<diagnostic> can_write_titxt(const memory_image& image, const write_options& /*options*/) {
     std::vector<diagnostic> found;
     if (auto beyond = byte_address_obstacle(image, largest_byte_of_titxt, "TI-TXT")) {
         found.push_back(std::move(*beyond));
@@ -68,7 +68,7 @@ void write_titxt(const memory_image& image, const write_options& options, text_s
     lines.finish();
 }
 
-std::uint64_t size_of_titxt(const memory_image& image, const write_options&) {
+std::uint64_t size_of_titxt(const memory_image& image, const write_options& /*options*/) {
     const byte_row_counts counts = count_byte_rows(image, titxt_bytes_a_line);
     const std::uint64_t address_line = fmt::formatted_size("@{:04X}\n", last_byte_address(image).value_or(0));
     return characters_a_byte * counts.bytes + address_line * counts.stretches + 2;
