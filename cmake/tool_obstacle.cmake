@@ -9,6 +9,16 @@ function(kvr_kvrimage_obstacle out)
     endif()
 endfunction()
 
+# The same for the reader of ELF files.
+function(kvr_elf_obstacle out)
+    find_path(KVR_ELF_HEADERS gelf.h)
+    find_library(KVR_ELF_LIBRARY elf)
+    set(${out} "" PARENT_SCOPE)
+    if(NOT KVR_ELF_HEADERS OR NOT KVR_ELF_LIBRARY)
+        set(${out} "the library libelf is not found" PARENT_SCOPE)
+    endif()
+endfunction()
+
 # The same for kvrmem, which is built with kvrimage.
 function(kvr_kvrmem_obstacle out)
     find_package(nlohmann_json QUIET)

@@ -33,10 +33,31 @@ public:
         }
     }
     void add_run(const text_run& run) {
+        if (length_of(run) * bytes_per_word > most) {
+            begin(run.first);
+            flush();
+            add_digits(run.text, 1);
+            repeat(run.first, length_of(run));
+            return;
+        }
         for (std::uint64_t offset = run.first; offset <= run.last; ++offset) {
             begin(offset);
             add_digits(run.text, 1);
         }
+    }
+    /// How many words were taken: none of a cycle that is too long, or too short to be worth it.
+    std::uint64_t add_cycle(const image_words& words, const text_cycle& cycle) {
+        if (std::uint64_t{cycle.period} * bytes_per_word > most ||
+            cycle.length() * bytes_per_word <= 2 * most) {
+            return 0;
+        }
+        begin(cycle.first);
+        flush();
+        for (std::uint64_t index = 0; index < cycle.period; ++index) {
+            add_digits(words[cycle.first + index], 1);
+        }
+        repeat(cycle.first, cycle.length());
+        return cycle.length();
     }
     void flush() {
         if (!buffer.empty()) {
@@ -54,6 +75,21 @@ private:
             flush();
             address = first;
         }
+    }
+    /// Hands out @p count words from @p offset on that repeat those in the buffer, which is empty then.
+    void repeat(std::uint64_t offset, std::uint64_t count) {
+        const std::string once = buffer;
+        while (buffer.size() + once.size() <= most) {
+            buffer += once;
+        }
+        address = (base + offset) * bytes_per_word;
+        for (std::uint64_t left = count * bytes_per_word; left != 0;) {
+            const std::uint64_t length = std::min<std::uint64_t>(left, buffer.size());
+            take(address, std::string_view(buffer).substr(0, static_cast<std::size_t>(length)));
+            address += length;
+            left -= length;
+        }
+        buffer.clear();
     }
     /// Adds the bytes of @p count words, whose digits stand side by side.
     void add_digits(std::string_view digits, std::uint32_t count) {
@@ -94,12 +130,13 @@ private:
 
 void for_each_byte_block(const memory_image& image, byte_order order, const take_block& take) {
     byte_gatherer bytes(image, order, take);
-    for_each_row_or_run(
+    for_each_row_cycle_or_run(
         image.words(),
         [&bytes](const kvr::word_row& row, std::uint64_t offset) {
             bytes.add_row(row, offset);
             return row.count;
         },
+        [&](const text_cycle& cycle) { return bytes.add_cycle(image.words(), cycle); },
         [&bytes](const text_run& run) { bytes.add_run(run); });
     bytes.flush();
 }

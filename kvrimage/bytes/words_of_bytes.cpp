@@ -92,6 +92,9 @@ private:
         }
         bytes.copy(&part[address % bytes_per_word], bytes.size());
         part_found += bytes.size();
+        if (part_found == bytes_per_word) {
+            finish_part();
+        }
     }
     void finish_part() {
         if (part_found == bytes_per_word || (part_found != 0 && pad)) {
@@ -206,9 +209,11 @@ private:
     }
 
     void make_empty_image() {
-        if (options.depth) {
-            result.image.emplace(width, *options.depth);
+        if (!options.depth) {
+            list.add(diagnose::no_bytes({}));
+            return;
         }
+        result.image.emplace(width, *options.depth);
         list.add(diagnose::no_words({}));
     }
 
@@ -274,8 +279,10 @@ private:
             std::ranges::find_if(blocks.all(), [end](const byte_block& each) { return each.end() > end; });
         const std::uint64_t first = std::max(beyond->address, end);
         if (options.depth) {
-            list.add(diagnose::beyond_depth(find(first), (first - base) / bytes_per_word, depth, depth - 1,
-                                            needed));
+            diagnostic found = diagnose::beyond_depth(find(first), (first - base) / bytes_per_word, depth,
+                                                      depth - 1, needed);
+            found.hint = fmt::format("needs --depth {} or more", needed);
+            list.add(std::move(found));
         } else {
             list.add(diagnose::address_outside(find(first), fmt::format("{:X}", first),
                                                fmt::format("{:X}", end - 1)));
@@ -322,6 +329,18 @@ private:
 void make_words_of_bytes(byte_blocks& blocks, const read_options& options, const byte_finder& find,
                          diagnostic_list& diagnostics, read_result& result) {
     byte_reading(blocks, options, find, diagnostics, result).read();
+}
+
+void finish_byte_reading(std::string_view contents, const read_options& options, diagnostic_list& diagnostics,
+                         read_result& result) {
+    if (!options.keep_going) {
+        result.unreadable.clear();
+        if (diagnostics.has_broken()) {
+            result.image.reset();
+        }
+    }
+    result.facts.diagnostics_left_out = diagnostics.left_out();
+    result.diagnostics = diagnostics.finish(contents);
 }
 
 } // namespace kvrimage

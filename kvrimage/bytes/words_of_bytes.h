@@ -7,6 +7,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <string_view>
 
 namespace kvrimage {
 
@@ -28,5 +29,10 @@ using byte_finder = std::function<span(std::uint64_t address)>;
 /// broken
 void make_words_of_bytes(byte_blocks& blocks, const read_options& options, const byte_finder& find,
                          diagnostic_list& diagnostics, read_result& result);
+
+/// The end of format::read for a file of bytes: puts @p diagnostics into @p result, which loses its image
+/// where something is broken, unless the options say to go on.
+void finish_byte_reading(std::string_view contents, const read_options& options, diagnostic_list& diagnostics,
+                         read_result& result);
 
 } // namespace kvrimage

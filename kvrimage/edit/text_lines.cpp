@@ -26,4 +26,10 @@ std::string_view line_end_at(std::string_view text, std::size_t line_start) {
     return has_carriage_return ? "\r\n" : "\n";
 }
 
+std::string as_last_line(std::string_view text, std::string_view line) {
+    const std::string_view line_end = line_end_at(text, 0);
+    std::string result(!text.empty() && text.back() != '\n' ? line_end : "");
+    return result.append(line).append(line_end);
+}
+
 } // namespace kvrimage

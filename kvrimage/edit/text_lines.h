@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <string>
 #include <string_view>
 
 namespace kvrimage {
@@ -18,5 +19,8 @@ namespace kvrimage {
 /// none before it;
 /// "\n" in a text without line ends.
 [[nodiscard]] std::string_view line_end_at(std::string_view text, std::size_t line_start);
+
+/// @p line as a last line of @p text, with the line end that the others have.
+[[nodiscard]] std::string as_last_line(std::string_view text, std::string_view line);
 
 } // namespace kvrimage

@@ -75,38 +75,48 @@ std::size_t read_some(const std::string& title, int descriptor, char* to, std::s
 /// Follows the lines of a text that grows. Looks at few of its bytes: only for a line end within the limit.
 class line_guard {
 public:
+    explicit line_guard(const any_lines& asked) : is_free(asked) {}
+
     void see(const std::string& title, std::string_view text) {
-        while (text.size() - line_begin > most_bytes_without_end) {
+        while (!any && text.size() - line_begin > most_bytes_without_end) {
             const std::string_view window = text.substr(line_begin, most_bytes_without_end + 1);
             const std::size_t line_end = window.rfind('\n');
             if (line_end == std::string_view::npos) {
-                refuse_long_line(title, text, line_begin);
+                any = is_free && is_free(text);
+                if (!any) {
+                    refuse_long_line(title, text, line_begin);
+                }
+                return;
             }
             line_begin += line_end + 1;
         }
     }
 
 private:
+    const any_lines& is_free;
+    bool any = false;
     std::size_t line_begin = 0; ///< of the last line known to begin
 };
 
 } // namespace
 
-input_file::input_file(const std::string& path, const file_observer& opened) : title(title_of_input(path)) {
+input_file::input_file(const std::string& path, const file_observer& opened, const any_lines& is_free)
+    : title(title_of_input(path)) {
     if (path == "-") {
-        read(STDIN_FILENO, opened);
+        read(STDIN_FILENO, opened, is_free);
         return;
     }
     file = open_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (file.get() < 0) {
         fail_to_open(title, errno);
     }
-    read(file.get(), opened);
+    read(file.get(), opened, is_free);
 }
 
-input_file::input_file(int descriptor, std::string name, const file_observer& opened)
+input_file::input_file(int descriptor, std::string name, const file_observer& opened,
+                       const any_lines& is_free)
     : title(std::move(name)) {
-    read(descriptor, opened);
+    read(descriptor, opened, is_free);
 }
 
 void input_file::edit(std::span<const text_edit> edits) {
@@ -120,19 +130,19 @@ void input_file::edit(std::span<const text_edit> edits) {
     bytes.resize(edit_in_place({bytes.begin(), std::max(old_size, new_size)}, old_size, edits));
 }
 
-void input_file::read(int descriptor, const file_observer& opened) {
+void input_file::read(int descriptor, const file_observer& opened, const any_lines& is_free) {
     const std::uint64_t size = size_of_regular_file(title, descriptor);
     if (opened) {
         opened(title, descriptor, size);
     }
-    read_blocks(descriptor, size);
+    read_blocks(descriptor, size, is_free);
 }
 
-void input_file::read_blocks(int descriptor, std::uint64_t size) {
+void input_file::read_blocks(int descriptor, std::uint64_t size, const any_lines& is_free) {
     // One byte more: the read that finds the end needs room.
     const std::size_t expected = std::max<std::size_t>(size + 1, first_block);
     bytes.reserve(std::min(expected, most_room_at_once));
-    line_guard lines;
+    line_guard lines(is_free);
     for (;;) {
         if (bytes.room() == 0) {
             const std::size_t most = size == 0 ? most_bytes_without_end + 1 : bytes.size() * 2;

@@ -21,17 +21,24 @@ inline constexpr std::size_t most_bytes_without_end = std::size_t{32} << 20U;
 /// open until the work on it is done, and its bytes (0: not known).
 using file_observer = std::function<void(const std::string& title, int descriptor, std::uint64_t size)>;
 
+/// Says, by the bytes read so far, that the lines of a file may have any length. Asked only about one that
+/// has a longer line than most_bytes_without_end.
+using any_lines = std::function<bool(std::string_view bytes)>;
+
 /// A file, read into memory as a whole.
 class input_file {
 public:
     /// Reads the file @p path, or standard input when that is "-".
     /// @throws file_error when it cannot be opened or read; std::errc::file_too_large when a line has more
     /// than
-    ///         most_bytes_without_end bytes, or the whole where that is no regular file with a size
-    explicit input_file(const std::string& path, const file_observer& opened = {});
+    ///         most_bytes_without_end bytes, unless @p is_free says that it may, or the whole where that is
+    ///         no regular file with a size
+    explicit input_file(const std::string& path, const file_observer& opened = {},
+                        const any_lines& is_free = {});
     /// Reads the rest of @p descriptor, which stays open. @p title: as messages name it.
     /// @throws file_error as above
-    input_file(int descriptor, std::string title, const file_observer& opened = {});
+    input_file(int descriptor, std::string title, const file_observer& opened = {},
+               const any_lines& is_free = {});
 
     /// As messages name it.
     [[nodiscard]] const std::string& name() const noexcept { return title; }
@@ -43,8 +50,8 @@ public:
     void edit(std::span<const text_edit> edits);
 
 private:
-    void read(int descriptor, const file_observer& opened);
-    void read_blocks(int descriptor, std::uint64_t size);
+    void read(int descriptor, const file_observer& opened, const any_lines& is_free);
+    void read_blocks(int descriptor, std::uint64_t size, const any_lines& is_free);
 
     std::string title;
     open_descriptor file; ///< stays open: the observer may look at it while the contents are parsed

@@ -84,14 +84,6 @@ bool has_hexadecimal_rows(std::string_view contents) {
     return has_rows_of(contents, "0123456789ABCDEFabcdef");
 }
 
-/// "S", a digit, and pairs of hexadecimal digits: at least a count, an address and a checksum.
-bool has_s_records(std::string_view contents) {
-    constexpr std::size_t shortest = 10;
-    const std::string_view line = first_line(contents);
-    return line.size() >= shortest && line.size() % 2 == 0 && line.front() == 'S' && line[1] >= '0' &&
-           line[1] <= '9' && line.find_first_not_of("0123456789ABCDEFabcdef", 1) == std::string_view::npos;
-}
-
 bool has_markup(std::string_view contents) {
     const std::string_view line = first_line(contents);
     return line.size() > 1 && line.front() == '<' &&
@@ -167,7 +159,6 @@ struct foreign_kind {
 constexpr auto foreign_kinds = std::to_array<foreign_kind>({
     {is_utf16_without_mark, "UTF-16 text", to_utf8_16},
     {has_nul, "a binary file", ""},
-    {has_s_records, "S-records", ""},
     {has_markup, "markup text of other software", ""},
     {has_binary_rows, "bare rows of binary words",
      "--from readmemb reads them; --from readmemh does where the digits are hexadecimal"},

@@ -163,6 +163,8 @@ struct format {
     bool holds_unset = true; ///< a word may be left out; else all are set, or all up to the last one that is
                              ///< where it does not state the depth. The others cannot be written.
     bool holds_dont_care = false; ///< a bit may be "don't care"
+    bool has_lines = true;        ///< false: a file of bytes, between whose line ends anything may be
+    bool fits_anything = false;   ///< any contents can be read: never chosen by them, only by name
     bool holds_ranges = false;    ///< neighbouring equal words may share a line (write_options::runs)
 
     /// How sure it is that @p head, the first bytes of a file (all of it up to sniffed_bytes), is of this

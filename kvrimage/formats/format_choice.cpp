@@ -60,11 +60,18 @@ format_choice choose_among(const candidates& found, std::string_view contents, c
     return {tied.front(), nullptr, {}, best};
 }
 
+/// True when @p one, which does not look at contents, leaves them to @p other, of the same extension.
+bool has_same_files(const format& one, const format& other) {
+    return one.sniff == nullptr &&
+           std::ranges::find_first_of(one.extensions, other.extensions) != one.extensions.end();
+}
+
 /// Notes another format that @p contents surely have.
 format_choice with_surer_one(format_choice choice, std::string_view contents) {
     if (choice.how_sure != certainty::certain) {
         const candidates all = judged(formats(), contents);
-        const bool is_other = !all.empty() && all.front().how_sure == certainty::certain;
+        const bool is_other = !all.empty() && all.front().how_sure == certainty::certain &&
+                              !has_same_files(*choice.as, *all.front().as);
         choice.surely = is_other ? all.front().as : nullptr;
     }
     return choice;
@@ -82,9 +89,23 @@ format_choice choose_format(std::string_view contents, const read_options& optio
     if (!named.empty()) {
         return with_surer_one(choose_among(named, contents, options), contents);
     }
-    const candidates all = judged(formats(), contents);
+    candidates all = judged(formats(), contents);
+    std::erase_if(all, [](const sniffed& each) { return each.as->fits_anything; });
     return all.empty() || all.front().how_sure == certainty::no ? format_choice()
                                                                 : choose_among(all, contents, options);
+}
+
+bool may_have_any_lines(std::string_view head, const read_options& options) {
+    const auto is_of_bytes = [](const format* each) { return !each->has_lines; };
+    if (options.as != nullptr) {
+        return is_of_bytes(options.as);
+    }
+    const std::vector<const format*> named = formats_of_path(options.file_name);
+    if (!named.empty()) {
+        return std::ranges::any_of(named, is_of_bytes);
+    }
+    const candidates all = judged(formats(), head);
+    return !all.empty() && all.front().how_sure == certainty::certain && is_of_bytes(all.front().as);
 }
 
 } // namespace kvrimage

@@ -20,4 +20,8 @@ struct format_choice {
 /// likely it is the one that can read the file, if there is only one.
 [[nodiscard]] format_choice choose_format(std::string_view contents, const read_options& options);
 
+/// True for a file of bytes, whose lines, if it has any, may be of any length: by the format of the options,
+/// else by the file's name, else by @p head, the first bytes of the file.
+[[nodiscard]] bool may_have_any_lines(std::string_view head, const read_options& options);
+
 } // namespace kvrimage

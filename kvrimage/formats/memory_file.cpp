@@ -194,9 +194,10 @@ void require_writable(const memory_image& image, const write_options& options) {
 
 read_result read(const std::filesystem::path& file, const read_options& options) {
     const std::string path = file.string();
-    const input_file input(path);
     read_options of_file = options;
     of_file.file_name = of_file.file_name.empty() ? path : of_file.file_name;
+    const input_file input(path, {},
+                           [&of_file](std::string_view bytes) { return may_have_any_lines(bytes, of_file); });
     return parse(input.contents(), of_file);
 }
 

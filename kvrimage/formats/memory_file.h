@@ -13,7 +13,8 @@
 namespace kvrimage {
 
 /// Reads a file of any format.
-/// @throws std::system_error when the file cannot be read, or has a line of more than 32 MiB (of what has no
+/// @throws std::system_error when the file cannot be read, or has a line of more than 32 MiB in a
+/// format that has lines (of what has no
 /// end, a pipe or a device, at most 32 MiB are read); what() is a sentence that names the file
 [[nodiscard]] KVRIMAGE_API read_result read(const std::filesystem::path& file,
                                             const read_options& options = {});

@@ -1,14 +1,18 @@
 #include "kvrimage/formats/registry.h"
 
 #include "kvr/util/letter_case.h"
+#include "kvrimage/formats/binary/binary_format.h"
 #include "kvrimage/formats/coe/coe_format.h"
 #include "kvrimage/formats/csv/csv_format.h"
+#include "kvrimage/formats/elf/elf_format.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/logisim/logisim_format.h"
 #include "kvrimage/formats/memheader/memheader_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/readmem/readmem_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
+#include "kvrimage/formats/srec/srec_format.h"
+#include "kvrimage/formats/titxt/titxt_format.h"
 
 #include <algorithm>
 #include <iterator>
@@ -20,9 +24,22 @@ namespace {
 /// A line for each format.
 std::vector<const format*>& registered() {
     static std::vector<const format*> all = {
-        &mif_format,       &hex_format, &rif_format,     &readmemh_format,
-        &readmemb_format,  &coe_format, &logisim_format, &memheader_format,
+        &mif_format,
+        &hex_format,
+        &rif_format,
+        &readmemh_format,
+        &readmemb_format,
+        &coe_format,
+        &hexbytes_format,
+        &srec_format,
+        &binary_format,
+#ifdef KVRIMAGE_READS_ELF
+        &elf_format,
+#endif
         &csv_format,
+        &logisim_format,
+        &titxt_format,
+        &memheader_format,
     };
     return all;
 }

@@ -35,22 +35,6 @@ void check_memory(std::uint32_t width, std::uint64_t depth, std::uint64_t base) 
     }
 }
 
-/// Calls @p take with the first and the last offset of every stretch of words that are set, in order.
-template <class Take>
-void for_each_set_stretch(const image_words& words, Take&& take) {
-    for_each_row_cycle_or_run(
-        words,
-        [&take](const kvr::word_row& row, std::uint64_t first) {
-            take(first, first + row.count - 1);
-            return row.count;
-        },
-        [&take](const text_cycle& cycle) {
-            take(cycle.first, cycle.last);
-            return length_of(cycle);
-        },
-        [&take](const text_run& run) { take(run.first, run.last); });
-}
-
 /// Copies words of up to 64 bits as numbers.
 class number_copier {
 public:

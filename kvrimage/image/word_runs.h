@@ -125,4 +125,20 @@ void for_each_row_or_run(const image_words& words, TakeRow&& take_row, TakeRun&&
         words, take_row, [](const text_cycle&) { return std::uint64_t{0}; }, take_run);
 }
 
+/// Calls @p take with the offsets of the first and last word of stretches that are set, in order. Neighbours
+/// may be two stretches.
+template <class Take>
+void for_each_set_stretch(const image_words& words, Take&& take) {
+    const auto take_row = [&take](const kvr::word_row& row, std::uint64_t first) {
+        take(first, first + row.count - 1);
+        return row.count;
+    };
+    const auto take_cycle = [&take](const text_cycle& cycle) {
+        take(cycle.first, cycle.last);
+        return cycle.length();
+    };
+    for_each_row_cycle_or_run(words, take_row, take_cycle,
+                              [&take](const text_run& run) { take(run.first, run.last); });
+}
+
 } // namespace kvrimage

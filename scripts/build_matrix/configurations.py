@@ -62,7 +62,7 @@ CONFIGURATIONS = (
         "memory-sanitizer",
         "clang, memory sanitizer",
         ("replay",),
-        CLANG | LIGHT | REPLAY | {"KVR_SANITIZERS": "memory"} | flags("-D_GLIBCXX_EXTERN_TEMPLATE=0"),
+        CLANG | LIGHT | REPLAY | {"KVR_SANITIZERS": "memory", "KVR_BUILD_ELF": "OFF"} | flags("-D_GLIBCXX_EXTERN_TEMPLATE=0"),
     ),
     Configuration(
         "unsigned-char",
@@ -75,7 +75,14 @@ CONFIGURATIONS = (
         "32-bit",
         "g++, programs of 32 bits",
         ("unit", "models", "interface", "cli"),
-        GCC | LIGHT | flags("-m32") | {"fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"), "KVR_STATIC_TOOL": "ON"},
+        GCC
+        | LIGHT
+        | flags("-m32")
+        | {
+            "fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"),
+            "KVR_BUILD_ELF": "OFF",
+            "KVR_STATIC_TOOL": "ON",
+        },
         builds_googletest=True,
     ),
     Configuration(

@@ -1,87 +1,101 @@
 #include "kvrimage/formats/hex/hex_bytes.h"
 
+#include "kvrimage/bytes/bytes_of_words.h"
+#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/diagnose.h"
-#include "kvrimage/formats/hex/hex_faults.h"
-#include "kvrimage/formats/hex/hex_records.h"
-#include "kvrimage/image/word_runs.h"
+#include "kvrimage/formats/hex/hex_cells.h"
+
+#include <fmt/format.h>
 
 #include <algorithm>
 
 namespace kvrimage {
 
-hex_word_joiner::hex_word_joiner(std::string_view file, const hex_layout& of, image_words& to)
-    : contents(file),
-      layout(of),
-      words(to),
-      bytes_per_word(of.bytes_per_word()),
-      digits_of_word(2 * std::size_t{bytes_per_word}, '0') {}
+namespace {
 
-void hex_word_joiner::join(const image_words& bytes) {
-    const auto take_row = [this](const kvr::word_row& row, std::uint64_t first) {
-        for (std::uint32_t index = 0; index < row.count; ++index) {
-            put(first + index, row[index]);
-        }
-        return row.count;
-    };
-    for_each_row_or_run(bytes, take_row, [this](const text_run& run) {
-        for (std::uint64_t address = run.first; address <= run.last; ++address) {
-            put(address, run.text);
-        }
-    });
-    finish_word();
+constexpr std::uint64_t last_hex_byte = 0xFFFFFFFF;
+
+/// How many of the @p bytes bytes of a record at @p address come before its segment begins again.
+std::uint32_t bytes_before_wrap(const hex_offset& offset, std::uint32_t address, std::uint32_t bytes) {
+    const auto left = static_cast<std::uint32_t>(hex_page_size - address);
+    return offset.counts_segments() ? std::min(bytes, left) : bytes;
 }
 
-void hex_word_joiner::put(std::uint64_t address, std::string_view digits) {
-    const std::uint64_t word = address / bytes_per_word;
-    if (word != current) {
-        finish_word();
-        current = word;
+} // namespace
+
+void hex_bytes::take(const hex_offset& offset, std::uint32_t address, std::string_view digits,
+                     const span& where) {
+    const auto bytes = static_cast<std::uint32_t>(digits.size() / 2);
+    const std::uint32_t before = bytes_before_wrap(offset, address, bytes);
+    add(offset.value() + address, digits.substr(0, 2 * std::size_t{before}), where);
+    if (before != bytes) {
+        first_wrapped = wrapped.empty() ? offset.value() : first_wrapped;
+        wrapped.add(where);
+        add(offset.value(), digits.substr(2 * std::size_t{before}), where);
     }
-    const std::uint64_t index = address % bytes_per_word;
-    const std::uint64_t place = layout.order == byte_order::big ? index : bytes_per_word - 1 - index;
-    digits.copy(&digits_of_word[2 * place], 2);
-    ++bytes_found;
 }
 
-void hex_word_joiner::finish_word() {
-    if (bytes_found == bytes_per_word) {
-        words.set(current, digits_of_word);
-    } else if (bytes_found != 0) {
-        bytes_of_first_partial = partial_words.empty() ? bytes_found : bytes_of_first_partial;
-        partial_words.push_back({current, current});
-    }
-    bytes_found = 0;
-}
-
-void hex_word_joiner::report(diagnostic_list& diagnostics) const {
-    if (partial_words.empty()) {
+void hex_bytes::add(std::uint64_t address, std::string_view digits, const span& where) {
+    if (digits.empty()) {
         return;
     }
-    const std::size_t shown = std::min(partial_words.size(), places::kept);
-    std::vector<span> found(partial_words.size());
-    hex_offset offset;
-    static_cast<void>(for_each_data_record(contents, offset, [&](const hex_data& data) {
-        for (std::size_t number = 0; number < shown; ++number) {
-            const std::uint64_t first = partial_words[number].first * bytes_per_word;
-            if (data.address < first + bytes_per_word && first < data.address + data.bytes) {
-                found[number] = data.where;
-            }
-        }
-    }));
-    places where;
-    std::ranges::for_each(found, [&where](const span& each) { where.add(each); });
-    diagnostics.add(diagnose::partial_word(where, partial_words.front().first, bytes_of_first_partial,
-                                           count_of(bytes_per_word, "byte")));
+    const std::size_t count = digits.size() / 2;
+    if (address + count - 1 > last_hex_byte) {
+        first_outside = outside.empty() ? address + count - 1 : first_outside;
+        outside.add(where);
+    }
+    static_cast<void>(decode_hex(digits, blocks.room_for(address, count))); // the parser has seen digits
 }
 
-std::string in_byte_order(std::string_view digits, byte_order order) {
-    std::string result(digits);
-    if (order == byte_order::little) {
-        for (std::size_t at = 0; at < digits.size(); at += 2) {
-            digits.substr(digits.size() - 2 - at, 2).copy(&result[at], 2);
+void hex_bytes::mark_unreadable(std::uint64_t address, std::uint32_t bytes) {
+    in_doubt.push_back({address, address + std::max(bytes, 1U) - 1});
+}
+
+void hex_bytes::finish(const read_options& options, diagnostic_list& diagnostics, read_result& result) {
+    if (!wrapped.empty()) {
+        diagnostics.add(diagnose::address_wrapped(wrapped, fmt::format("{:X}", first_wrapped)));
+    }
+    if (!outside.empty()) {
+        diagnostics.add(diagnose::address_outside(outside, fmt::format("{:X}", first_outside),
+                                                  fmt::format("{:X}", last_hex_byte)));
+    }
+    if (blocks.empty() && !options.depth) {
+        return; // reported by what the records are, or are not
+    }
+    make_words_of_bytes(
+        blocks, options, [this](std::uint64_t address) { return find_hex_byte(contents, address); },
+        diagnostics, result);
+    const std::uint64_t base = options.base.value_or(0);
+    const std::uint64_t bytes_per_word = bytes_of_width(options.width.value_or(bits_per_byte));
+    for (const address_range& each : in_doubt) {
+        const std::uint64_t first = (each.first - base) / bytes_per_word;
+        if (each.first >= base && result.image && first < result.image->depth()) {
+            const std::uint64_t last = (each.last - base) / bytes_per_word;
+            result.unreadable.push_back({first, std::min(last, result.image->depth() - 1)});
         }
     }
-    return result;
+    result.unreadable = united(result.unreadable);
+}
+
+span find_hex_byte(std::string_view contents, std::uint64_t address) {
+    span found;
+    hex_offset offset;
+    static_cast<void>(for_each_data_record(contents, offset, [&](const hex_data& data) {
+        if (data.is_in_doubt()) {
+            return;
+        }
+        const auto field = static_cast<std::uint32_t>(data.address - offset.value());
+        const std::uint32_t before = bytes_before_wrap(offset, field, data.bytes);
+        const bool is_before = address >= data.address && address - data.address < before;
+        const bool is_after = address >= offset.value() && address - offset.value() < data.bytes - before;
+        if (is_before || is_after) {
+            const std::uint64_t index =
+                is_before ? address - data.address : before + (address - offset.value());
+            found = data.span_of(contents, 2 * static_cast<std::size_t>(index), 2);
+        }
+    }));
+    return found;
 }
 
 } // namespace kvrimage

@@ -1,47 +1,44 @@
 #pragma once
 
+#include "kvrimage/bytes/byte_blocks.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
-#include "kvrimage/formats/hex/hex_layout.h"
+#include "kvrimage/diagnostics/places.h"
+#include "kvrimage/formats/format.h"
+#include "kvrimage/formats/hex/hex_records.h"
 #include "kvrimage/image/address_range.h"
-#include "kvrimage/image/image_words.h"
 
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
 namespace kvrimage {
 
-/// Makes words of the bytes of a file whose addresses count these.
-class hex_word_joiner {
+/// Takes the data records of a file whose addresses count bytes.
+class hex_bytes {
 public:
-    /// @param to takes the words, and is as large as they need
-    hex_word_joiner(std::string_view file, const hex_layout& of, image_words& to);
+    explicit hex_bytes(std::string_view file) : contents(file), blocks(file.size() / 2 + 1) {}
 
-    /// @param bytes two digits each
-    void join(const image_words& bytes);
-    /// Reports the words of which only some bytes are set.
-    void report(diagnostic_list& diagnostics) const;
-    /// Their addresses, in order.
-    [[nodiscard]] const std::vector<address_range>& partial() const noexcept { return partial_words; }
+    /// Takes a record without a fault.
+    /// @param bytes of the data; those that go beyond the end of a segment are at its begin
+    void take(const hex_offset& offset, std::uint32_t address, std::string_view digits, const span& where);
+    /// Notes that @p bytes bytes from @p address on are in doubt.
+    void mark_unreadable(std::uint64_t address, std::uint32_t bytes);
+
+    /// Reports what is wrong with the addresses, and makes the words.
+    void finish(const read_options& options, diagnostic_list& diagnostics, read_result& result);
 
 private:
-    void put(std::uint64_t address, std::string_view digits);
-    void finish_word();
+    void add(std::uint64_t address, std::string_view digits, const span& where);
 
     std::string_view contents;
-    hex_layout layout;
-    image_words& words;
-    std::uint32_t bytes_per_word;
-    std::uint64_t current = 0; ///< the word whose bytes are being taken
-    std::string digits_of_word;
-    std::uint32_t bytes_found = 0;
-    std::uint32_t bytes_of_first_partial = 0;
-    std::vector<address_range> partial_words;
+    byte_blocks blocks;
+    places wrapped, outside;
+    std::uint64_t first_wrapped = 0;
+    std::uint64_t first_outside = 0;
+    std::vector<address_range> in_doubt; ///< bytes
 };
 
-/// The digits of the bytes of a word, two each, most significant first, as @p order puts them in a file, and
-/// the reverse.
-[[nodiscard]] std::string in_byte_order(std::string_view digits, byte_order order);
+/// Where the byte at @p address is set last, in the file of a memory whose addresses count bytes.
+[[nodiscard]] span find_hex_byte(std::string_view contents, std::uint64_t address);
 
 } // namespace kvrimage

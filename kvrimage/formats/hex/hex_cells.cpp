@@ -3,7 +3,6 @@
 #include "kvr/memory/io/hex_digit_block.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvrimage/diagnostics/diagnose.h"
-#include "kvrimage/formats/hex/hex_bytes.h"
 #include "kvrimage/formats/hex/hex_faults.h"
 #include "kvrimage/image/united_ranges.h"
 #include "kvrimage/image/word_text.h"
@@ -14,16 +13,6 @@
 #include <utility>
 
 namespace kvrimage {
-
-namespace {
-
-/// The cells that a memory of @p depth words has.
-std::uint64_t cells_of(const hex_layout& layout, std::optional<std::uint64_t> depth) {
-    const std::uint64_t most = deepest_memory;
-    return depth ? std::min(*depth, most / layout.cells_per_word()) * layout.cells_per_word() : most;
-}
-
-} // namespace
 
 void hex_cells::cause::add(const span& place, std::uint64_t first_address, std::string_view first_text,
                            std::uint64_t value) {
@@ -39,10 +28,10 @@ hex_cells::hex_cells(std::string_view file, const hex_layout& of, std::optional<
     : contents(file),
       layout(of),
       given_depth(depth),
-      cell_bytes(of.bytes_per_cell()),
+      cell_bytes(of.bytes_per_word()),
       cell_digits(2 * std::size_t{cell_bytes}),
-      stored_digits((of.cell_width() + bits_per_hex_digit - 1) / bits_per_hex_digit),
-      limit(cells_of(of, depth)),
+      stored_digits((of.width + bits_per_hex_digit - 1) / bits_per_hex_digit),
+      limit(std::min(depth.value_or(deepest_memory), deepest_memory)),
       words(limit),
       batch(words.lower_half()) {}
 
@@ -64,7 +53,7 @@ bool hex_cells::store_plain(std::string_view digits, std::uint64_t address, std:
         digits = {upper.digits.data(), digits.size()};
     }
     const auto first = static_cast<std::uint32_t>(address);
-    if (layout.cell_width() % bits_per_byte != 0) {
+    if (layout.width % bits_per_byte != 0) {
         return store_cut(digits, first, count);
     }
     if (count == 1) {
@@ -111,8 +100,7 @@ void hex_cells::note_addresses(const hex_data& data, std::uint32_t count) {
     if (last >= deepest_memory) {
         outside.add(data.where, last, "", last);
     } else if (last >= limit) {
-        beyond_depth.add(data.where, std::max(data.address, limit) / layout.cells_per_word(), "",
-                         last / layout.cells_per_word());
+        beyond_depth.add(data.where, std::max(data.address, limit), "", last);
     }
     for (std::uint64_t address = data.address; address <= last && address < std::min(end, limit); ++address) {
         if (!words[address].empty()) {
@@ -124,7 +112,7 @@ void hex_cells::note_addresses(const hex_data& data, std::uint32_t count) {
 
 void hex_cells::store(const hex_data& data, std::uint64_t address, std::uint32_t index) {
     const std::string_view digits = data.digits.substr(index * cell_digits, cell_digits);
-    if (const auto fault = make_word(digits, radix::hex, layout.cell_width(), word)) {
+    if (const auto fault = make_word(digits, radix::hex, layout.width, word)) {
         too_wide.add(data.span_of(contents, index * cell_digits, cell_digits), address, digits,
                      fault->bits_needed);
         mark_unreadable(address, cell_bytes);
@@ -137,7 +125,7 @@ void hex_cells::mark_unreadable(std::uint64_t address, std::uint32_t bytes) {
     const std::uint64_t count = std::max<std::uint64_t>(1, (bytes + cell_bytes - 1) / cell_bytes);
     if (address < limit) {
         const std::uint64_t last = std::min(address + count, limit) - 1;
-        in_doubt.push_back({address / layout.cells_per_word(), last / layout.cells_per_word()});
+        in_doubt.push_back({address, last});
     }
 }
 
@@ -167,8 +155,7 @@ void hex_cells::report_addresses(diagnostic_list& diagnostics) const {
         diagnostics.add(diagnose::address_outside(outside.where, outside.address, deepest_memory - 1));
     }
     if (!beyond_depth.where.empty()) {
-        const std::uint64_t depth = limit / layout.cells_per_word();
-        diagnostic found = diagnose::beyond_depth(beyond_depth.where, beyond_depth.address, depth, depth - 1,
+        diagnostic found = diagnose::beyond_depth(beyond_depth.where, beyond_depth.address, limit, limit - 1,
                                                   beyond_depth.most + 1);
         found.hint = fmt::format("needs --depth {} or more", beyond_depth.most + 1);
         diagnostics.add(std::move(found));
@@ -189,30 +176,21 @@ std::uint64_t hex_cells::line_that_sets(std::uint64_t cell) const {
 }
 
 std::uint64_t hex_cells::depth_of_image() const {
-    std::uint64_t depth = (end + layout.cells_per_word() - 1) / layout.cells_per_word();
+    std::uint64_t depth = end;
     for (const address_range& range : in_doubt) {
         depth = std::max(depth, range.last + 1);
     }
     return given_depth.value_or(depth);
 }
 
-std::optional<memory_image> hex_cells::finish(diagnostic_list& diagnostics) {
+std::optional<memory_image> hex_cells::finish() {
     batch.flush();
     const std::uint64_t depth = depth_of_image();
     if (depth == 0 || depth > deepest_memory) {
         return std::nullopt;
     }
-    auto result = std::make_unique<image_words>(depth);
-    if (layout.counts_bytes()) {
-        hex_word_joiner joiner(contents, layout, *result);
-        joiner.join(words);
-        joiner.report(diagnostics);
-        in_doubt.insert(in_doubt.end(), joiner.partial().begin(), joiner.partial().end());
-    } else {
-        words.resize(depth);
-        *result = std::move(words);
-    }
-    return memory_image(layout.width, std::move(result));
+    words.resize(depth);
+    return memory_image(layout.width, std::make_unique<image_words>(std::move(words)));
 }
 
 std::vector<address_range> hex_cells::unreadable() const {

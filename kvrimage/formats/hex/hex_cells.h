@@ -17,7 +17,7 @@
 
 namespace kvrimage {
 
-/// Takes the data records of a file and keeps their cells: words, or bytes where the addresses count these.
+/// Takes the data records of a file whose addresses count words, its cells.
 class hex_cells {
 public:
     /// @param depth words, if the caller gave it
@@ -34,8 +34,7 @@ public:
     void report(diagnostic_list& diagnostics);
     /// The words; once, after which nothing else can be asked. Nothing when no address is known to be in the
     /// memory.
-    /// @param diagnostics takes what is found when bytes become words
-    [[nodiscard]] std::optional<memory_image> finish(diagnostic_list& diagnostics);
+    [[nodiscard]] std::optional<memory_image> finish();
     /// Addresses of words that were not set because something is wrong with them, in order.
     [[nodiscard]] std::vector<address_range> unreadable() const;
 

@@ -5,7 +5,6 @@
 #include "kvrimage/edit/edit_pieces.h"
 #include "kvrimage/edit/text_lines.h"
 #include "kvrimage/edit/touched_places.h"
-#include "kvrimage/formats/hex/hex_bytes.h"
 #include "kvrimage/formats/hex/hex_faults.h"
 #include "kvrimage/formats/hex/hex_layout.h"
 #include "kvrimage/formats/hex/hex_record_maker.h"
@@ -49,7 +48,9 @@ assignment by_cells(const assignment& given, const hex_layout& layout) {
     const std::uint64_t bytes = layout.cells_per_word();
     assignment result{{given.addresses.first * bytes, given.addresses.last * bytes + bytes - 1}, {}};
     for (const word& each : given.words) {
-        const std::string digits = in_byte_order(text_of_word(each), layout.order);
+        std::string digits = text_of_word(each);
+        digits.insert(0, 2 * std::size_t{layout.bytes_per_word()} - digits.size(), '0');
+        digits = in_byte_order(digits, layout.order);
         for (std::size_t at = 0; at < digits.size(); at += 2) {
             result.words.push_back(word_of_text(std::string_view(digits).substr(at, 2), bits_per_byte));
         }
@@ -61,8 +62,9 @@ assignment by_cells(const assignment& given, const hex_layout& layout) {
 struct record_survey {
     std::vector<setting_place> places; ///< by the offsets of their records
     hex_record_style style;
-    std::size_t end = 0;      ///< where new records go
-    std::uint64_t offset = 0; ///< in force there
+    std::size_t end = 0;               ///< where new records go
+    std::uint64_t offset = 0;          ///< in force there
+    std::optional<diagnostic> wrapped; ///< a record of bytes goes on where its segment begins
 };
 
 address_range cells_of(const hex_data& data, const hex_layout& layout) {
@@ -77,6 +79,10 @@ record_survey survey_records(std::string_view contents, const hex_layout& layout
         digits.see(data.where.in(contents).substr(1));
         if (data.bytes < layout.bytes_per_cell()) {
             return;
+        }
+        if (layout.counts_bytes() && offset.counts_segments() &&
+            data.address + data.bytes > offset.value() + hex_page_size) {
+            survey.wrapped = diagnose::address_wraps(data.where, offset.value() + hex_page_size - 1);
         }
         if (const address_range cells = cells_of(data, layout); pieces.touch(cells)) {
             survey.places.push_back({data.where.offset, cells});
@@ -207,6 +213,10 @@ edit_result edit_hex(std::string_view contents, const read_result& ours,
     }
     edit_pieces pieces(cells);
     const record_survey survey = survey_records(contents, layout, pieces);
+    if (survey.wrapped) {
+        result.diagnostics.push_back(*survey.wrapped);
+        return result;
+    }
     change_records(contents, layout, find_touched_places(survey.places, pieces), result);
     add_records(contents, layout, survey, pieces, result);
     if (!result.diagnostics.empty()) {

@@ -1,6 +1,7 @@
 #include "kvrimage/formats/hex/hex_faults.h"
 
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/edit/text_lines.h"
 
 #include <fmt/format.h>
 
@@ -10,12 +11,6 @@ namespace kvrimage {
 
 namespace {
 
-std::string_view line_end_of(std::string_view contents) {
-    const std::size_t newline = contents.find('\n');
-    const bool has_return = newline != std::string_view::npos && newline > 0 && contents[newline - 1] == '\r';
-    return has_return ? "\r\n" : "\n";
-}
-
 diagnostic describe_hex_digit(std::string_view contents, const hex_line& line) {
     return diagnose::bad_digit(line.fault_place, line.fault_place.in(contents),
                                line.record.where.in(contents), "hexadecimal");
@@ -23,7 +18,7 @@ diagnostic describe_hex_digit(std::string_view contents, const hex_line& line) {
 
 diagnostic describe_second_record(const hex_line& line, std::string_view contents) {
     diagnostic found = diagnose::second_record(line.fault_place);
-    found.fix = {{line.fault_place.offset, 0, std::string(line_end_of(contents))}};
+    found.fix = {{line.fault_place.offset, 0, std::string(line_end_at(contents, 0))}};
     found.repair = "the second record is now on a line of its own";
     return found;
 }
@@ -77,12 +72,6 @@ diagnostic describe_checksum(std::string_view contents, const hex_line& line) {
 
 std::string count_of(std::uint64_t number, std::string_view noun) {
     return fmt::format("{} {}{}", number, noun, number == 1 ? "" : "s");
-}
-
-std::string as_last_line(std::string_view contents, std::string_view text) {
-    const std::string_view line_end = line_end_of(contents);
-    const bool is_open = !contents.ends_with('\n');
-    return fmt::format("{}{}{}", is_open ? line_end : "", text, line_end);
 }
 
 diagnostic describe_hex_fault(std::string_view contents, const hex_line& line) {

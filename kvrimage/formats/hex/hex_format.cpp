@@ -1,10 +1,12 @@
 #include "kvrimage/formats/hex/hex_format.h"
 
+#include "kvrimage/bytes/byte_rows.h"
 #include "kvrimage/formats/hex/hex_comments.h"
 #include "kvrimage/formats/hex/hex_edit.h"
 #include "kvrimage/formats/hex/hex_kvr.h"
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "kvrimage/formats/hex/hex_writer.h"
+#include "kvrimage/formats/hex/hexbytes_writer.h"
 
 #include <array>
 
@@ -13,6 +15,8 @@ namespace kvrimage {
 namespace {
 
 constexpr std::array<std::string_view, 2> hex_extensions = {"hex", "ihex"};
+constexpr std::array<std::string_view, 3> hexbytes_extensions = {"hex", "ihex", "ihx"};
+constexpr std::array<choice_kind, 1> hexbytes_write_choices = {record_length_choice};
 constexpr std::array<consumer, 1> hex_consumers = {
     {{"kvr", "the library kvr", check_hex_for_kvr, "holds 0 there"}}};
 
@@ -32,6 +36,21 @@ const format hex_format = {
     .write = write_hex,
     .written_size = size_of_hex,
     .consumers = hex_consumers,
+};
+
+const format hexbytes_format = {
+    .id = "hexbytes",
+    .title = "Intel HEX of bytes",
+    .extensions = hexbytes_extensions,
+    .counts = address_unit::byte,
+    .read = read_hexbytes,
+    .find_word = find_hexbytes_word,
+    .find_comments = find_hex_comments,
+    .edit = edit_hex,
+    .can_write = can_write_hexbytes,
+    .write = write_hexbytes,
+    .written_size = size_of_hexbytes,
+    .write_choices = hexbytes_write_choices,
 };
 
 } // namespace kvrimage

@@ -20,6 +20,16 @@ std::uint32_t bytes_by_records(std::string_view contents) {
 
 } // namespace
 
+std::string in_byte_order(std::string_view digits, byte_order order) {
+    std::string result(digits);
+    if (order == byte_order::little) {
+        for (std::size_t at = 0; at < digits.size(); at += 2) {
+            digits.substr(digits.size() - 2 - at, 2).copy(&result[at], 2);
+        }
+    }
+    return result;
+}
+
 hex_layout layout_of(const read_result& ours) {
     return {.width = ours.image->width(),
             .unit = ours.facts.unit.value_or(address_unit::word),
@@ -30,7 +40,9 @@ hex_layout layout_of(std::string_view contents, const read_options& options) {
     hex_layout layout;
     layout.unit = options.unit == address_unit::byte ? address_unit::byte : address_unit::word;
     layout.order = layout.counts_bytes() ? options.order.value_or(byte_order::big) : byte_order::big;
-    layout.width = options.width ? *options.width : bytes_by_records(contents) * bits_per_byte;
+    layout.width = options.width           ? *options.width
+                   : layout.counts_bytes() ? bits_per_byte
+                                           : bytes_by_records(contents) * bits_per_byte;
     return layout;
 }
 

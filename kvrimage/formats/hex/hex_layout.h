@@ -5,6 +5,7 @@
 #include "kvrimage/image/word_text.h"
 
 #include <cstdint>
+#include <string>
 #include <string_view>
 
 namespace kvrimage {
@@ -72,6 +73,10 @@ private:
     bool found = false;
     bool consistent = true;
 };
+
+/// The digits of the bytes of a word, two each, most significant first, as @p order puts them in a file, and
+/// the reverse.
+[[nodiscard]] std::string in_byte_order(std::string_view digits, byte_order order);
 
 /// The layout with which read() has read a file as @p ours, which has an image.
 [[nodiscard]] hex_layout layout_of(const read_result& ours);

@@ -1,7 +1,10 @@
 #include "kvrimage/formats/hex/hex_reader.h"
 
+#include "kvrimage/bytes/found_byte.h"
+#include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/edit/text_lines.h"
 #include "kvrimage/formats/foreign_content.h"
 #include "kvrimage/formats/hex/hex_bytes.h"
 #include "kvrimage/formats/hex/hex_cells.h"
@@ -21,6 +24,7 @@ namespace kvrimage {
 namespace {
 
 constexpr std::size_t longest_line_of_kvr = 599;
+constexpr std::size_t page_digits = 4;
 
 /// What the first records say of the bytes that an address counts; 0 when none of them does. Whether the
 /// others agree is found when they are read.
@@ -55,28 +59,17 @@ public:
     }
     /// False where no width was given, and the records contradict each other, or the first ones say nothing.
     [[nodiscard]] bool knows_width() const {
-        return options.width || (!layout.counts_bytes() && finder.bytes() != 0);
+        return options.width || layout.counts_bytes() || finder.bytes() != 0;
     }
     void report(diagnostic_list& diagnostics) const {
         if (!knows_width()) {
             diagnostics.add(diagnose::width_unknown({}));
-        } else if (layout.counts_bytes()) {
-            report_bytes(diagnostics);
-        } else if (options.width && options.unit != address_unit::word) {
+        } else if (!layout.counts_bytes() && options.width && options.unit != address_unit::word) {
             report_contradiction(diagnostics);
         }
     }
 
 private:
-    void report_bytes(diagnostic_list& diagnostics) const {
-        if (layout.width % bits_per_byte != 0) {
-            diagnostics.add(diagnose::unit_width({}, layout.width));
-        } else if (layout.bytes_per_word() > 1 && !options.order) {
-            diagnostic found = diagnose::byte_order({}, layout.width);
-            found.hint = "add --endian " + orders();
-            diagnostics.add(std::move(found));
-        }
-    }
     void report_contradiction(diagnostic_list& diagnostics) const {
         const std::uint32_t found = finder.bytes();
         if (found == 0 || found >= layout.bytes_per_word()) {
@@ -85,9 +78,8 @@ private:
         const bool are_bytes = found == 1;
         const std::string counted =
             are_bytes ? "bytes" : fmt::format("words of {} bits", found * bits_per_byte);
-        const std::string other = are_bytes && layout.width % bits_per_byte == 0
-                                      ? "add --address-unit byte --endian " + orders() + "; "
-                                      : fmt::format("give --width {}; ", found * bits_per_byte);
+        const std::string other = are_bytes ? "add --address-unit byte --endian " + orders() + "; "
+                                            : fmt::format("give --width {}; ", found * bits_per_byte);
         diagnostic contradiction = diagnose::address_unit({}, counted, layout.width);
         contradiction.hint = other + "or --address-unit word if words are left out";
         diagnostics.add(std::move(contradiction));
@@ -107,14 +99,17 @@ private:
 
 class hex_reading {
 public:
-    hex_reading(std::string_view file, const read_options& given)
+    hex_reading(std::string_view file, const read_options& given, const format& read_as)
         : contents(file),
           options(given),
+          as(read_as),
           list(given.most_diagnostics, given.wants_repairs),
-          layout(first_layout(file, given)),
+          layout(first_layout(file, given, read_as)),
           judge(options, layout),
           parser(file) {
-        if (layout.width != 0 && (!layout.counts_bytes() || layout.width % bits_per_byte == 0)) {
+        if (layout.counts_bytes()) {
+            bytes.emplace(contents);
+        } else if (layout.width != 0) {
             cells.emplace(contents, layout, options.depth);
         }
     }
@@ -124,8 +119,8 @@ public:
             take_line(parser.line());
         }
         if (!has_record) {
-            return only_finding(hex_format, contents,
-                                foreign_content(contents, &hex_format).value_or(diagnose::not_hex({})));
+            return only_finding(as, contents,
+                                foreign_content(contents, &as).value_or(diagnose::not_hex({})));
         }
         report_lines();
         report_end();
@@ -134,12 +129,13 @@ public:
     }
 
 private:
-    static hex_layout first_layout(std::string_view file, const read_options& given) {
+    static hex_layout first_layout(std::string_view file, const read_options& given, const format& read_as) {
         hex_layout found;
-        found.unit = given.unit == address_unit::byte ? address_unit::byte : address_unit::word;
-        if (found.counts_bytes()) {
+        const bool counts_bytes = given.unit == address_unit::byte || read_as.counts == address_unit::byte;
+        found.unit = counts_bytes ? address_unit::byte : address_unit::word;
+        if (counts_bytes) {
             found.order = given.order.value_or(byte_order::big);
-            found.width = given.width.value_or(0);
+            found.width = given.width.value_or(bits_per_byte);
         } else {
             found.width = given.width ? *given.width : bytes_by_first_records(file) * bits_per_byte;
         }
@@ -152,8 +148,10 @@ private:
         }
         take_plain_records(parser, [this](const kvr::hex_record& record, const span& where) {
             const std::uint64_t address = offset.value() + record.word_address;
-            if (wraps(record.word_address, record.data_bytes) ||
-                (cells && !cells->take_plain(record, address))) {
+            if (bytes) {
+                bytes->take(offset, record.word_address, record.data(), where);
+            } else if (wraps(record.word_address, record.data_bytes) ||
+                       (cells && !cells->take_plain(record, address))) {
                 return false;
             }
             note_data(address, record.data_bytes, record.data(), where);
@@ -255,37 +253,52 @@ private:
             offset.take(record.type, record.data());
             break;
         default:
-            list.add(diagnose::start_address(record.where, record.data()));
+            take_start(record);
             break;
         }
+    }
+
+    void take_start(const hex_record& record) {
+        if (as.counts != address_unit::byte) {
+            list.add(diagnose::start_address(record.where, record.data()));
+            return;
+        }
+        const bool is_segment = record.type == hex_record_type::start_segment_address;
+        std::string value(record.data());
+        if (is_segment && value.size() == 2 * page_digits) {
+            value.insert(page_digits, 1, ':');
+        }
+        starts.push_back({"start address", std::move(value)});
     }
 
     void take_data(const hex_line& line) {
         const hex_record& record = line.record;
         const hex_data data{offset.value() + record.address, record.data_bytes, record.data(), &line,
                             record.where};
-        if (wraps(record.address, record.data_bytes)) {
+        if (!bytes && wraps(record.address, record.data_bytes)) {
             list.add(diagnose::address_wraps(record.where, offset.value() + hex_page_size - 1));
             mark_unreadable(line);
             return;
         }
         note_data(data.address, data.bytes, data.digits, data.where);
-        if (cells) {
+        if (bytes) {
+            bytes->take(offset, record.address, data.digits, data.where);
+        } else if (cells) {
             cells->take(data);
         }
     }
 
     /// True for a record after a segment address that does not end within 65536 addresses.
-    [[nodiscard]] bool wraps(std::uint32_t address, std::uint32_t bytes) const {
+    [[nodiscard]] bool wraps(std::uint32_t address, std::uint32_t count) const {
         return offset.counts_segments() &&
-               address + bytes / std::max(1U, layout.bytes_per_cell()) > hex_page_size;
+               address + count / std::max(1U, layout.bytes_per_word()) > hex_page_size;
     }
 
-    void note_data(std::uint64_t address, std::uint32_t bytes, std::string_view digits, const span& where) {
+    void note_data(std::uint64_t address, std::uint32_t count, std::string_view digits, const span& where) {
         has_record = true;
-        if (bytes != 0) {
+        if (count != 0) {
             has_data = true;
-            judge.take(address, bytes, digits);
+            judge.take(address, count, digits);
         }
         last_content = std::max(last_content, where.end());
         if (pending_end) {
@@ -294,8 +307,11 @@ private:
     }
 
     void mark_unreadable(const hex_line& line) {
-        if (cells) {
-            cells->mark_unreadable(offset.value() + line.record.address, line.record.data_bytes);
+        const std::uint64_t address = offset.value() + line.record.address;
+        if (bytes) {
+            bytes->mark_unreadable(address, line.record.data_bytes);
+        } else if (cells) {
+            cells->mark_unreadable(address, line.record.data_bytes);
         }
     }
 
@@ -368,36 +384,36 @@ private:
 
     read_result result() {
         read_result made;
-        if (cells) {
-            made.image = cells->finish(list);
+        if (bytes) {
+            bytes->finish(options, list, made);
+            made.facts.order = layout.order;
+        } else if (cells) {
+            made.image = cells->finish();
             if (!made.image && !has_data && options.width && options.keep_going) {
                 made.image.emplace(*options.width, 1); // what is edited needs no word before
             }
-            made.unreadable = options.keep_going ? cells->unreadable() : std::vector<address_range>();
-        }
-        if (list.has_broken() && !options.keep_going) {
-            made.image.reset();
+            made.unreadable = cells->unreadable();
         }
         made.facts.unit = layout.unit;
-        if (layout.counts_bytes()) {
-            made.facts.order = layout.order;
-        }
-        made.facts.width_source = options.width ? "" : "the records";
+        made.facts.more = std::move(starts);
+        made.facts.width_source = options.width || bytes ? "" : "the records";
         made.facts.has_comments = !text.empty() || !commented.empty() || !text_after_end.empty();
-        made.facts.as = &hex_format;
-        made.facts.diagnostics_left_out = list.left_out();
-        made.diagnostics = list.finish(contents);
+        made.facts.as = &as;
+        finish_byte_reading(contents, options, list, made);
         return made;
     }
 
     std::string_view contents;
     const read_options& options;
+    const format& as;
     diagnostic_list list;
     hex_layout layout;
     layout_judge judge;
     hex_parser parser;
     hex_offset offset;
-    std::optional<hex_cells> cells; ///< nothing while nobody knows how wide a word is
+    std::optional<hex_bytes> bytes; ///< where the addresses count these
+    std::optional<hex_cells> cells; ///< where they count words, whose width is known
+    std::vector<named_fact> starts;
     places text, commented, text_after_end, records_after_end;
     std::optional<span> end_line; ///< once the end record has come
     std::optional<diagnostic>
@@ -409,27 +425,37 @@ private:
     bool has_faulty_end = false;
 };
 
+read_result read_records(std::string_view contents, const read_options& options, const format& as) {
+    if (auto found = lines_without_lf(contents, options)) {
+        return only_finding(as, contents, *std::move(found));
+    }
+    return hex_reading(contents, options, as).read();
+}
+
 } // namespace
 
 read_result read_hex(std::string_view contents, const read_options& options) {
-    if (auto found = lines_without_lf(contents, options)) {
-        return only_finding(hex_format, contents, *std::move(found));
-    }
-    return hex_reading(contents, options).read();
+    return read_records(contents, options, hex_format);
+}
+
+read_result read_hexbytes(std::string_view contents, const read_options& options) {
+    return read_records(contents, options, hexbytes_format);
 }
 
 std::optional<place> find_hex_word(std::string_view contents, const read_options& options,
                                    std::uint64_t address) {
     const hex_layout layout = layout_of(contents, options);
+    if (layout.counts_bytes()) {
+        return find_hexbytes_word(contents, options, address);
+    }
     if (layout.width == 0) {
         return std::nullopt;
     }
-    const std::uint64_t first = address * layout.cells_per_word();
     std::optional<place> found;
     hex_offset offset;
     static_cast<void>(for_each_data_record(contents, offset, [&](const hex_data& data) {
-        if (!data.is_in_doubt() && data.address < first + layout.cells_per_word() &&
-            first < data.address + data.bytes / layout.bytes_per_cell()) {
+        if (!data.is_in_doubt() && data.address <= address &&
+            address < data.address + data.bytes / layout.bytes_per_word()) {
             found = place{0, 0, data.where.offset, data.where.length};
         }
     }));
@@ -439,6 +465,12 @@ std::optional<place> find_hex_word(std::string_view contents, const read_options
         found->column = before.size() - (before.rfind('\n') + 1) + 1;
     }
     return found;
+}
+
+std::optional<place> find_hexbytes_word(std::string_view contents, const read_options& options,
+                                        std::uint64_t address) {
+    return find_byte_of_word(contents, options, address,
+                             [contents](std::uint64_t byte) { return find_hex_byte(contents, byte); });
 }
 
 certainty sniff_hex(std::string_view head) {

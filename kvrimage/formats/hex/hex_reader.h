@@ -17,6 +17,11 @@ namespace kvrimage {
 [[nodiscard]] std::optional<place> find_hex_word(std::string_view contents, const read_options& options,
                                                  std::uint64_t address);
 
+/// The same for files whose addresses always count bytes.
+[[nodiscard]] read_result read_hexbytes(std::string_view contents, const read_options& options);
+[[nodiscard]] std::optional<place> find_hexbytes_word(std::string_view contents, const read_options& options,
+                                                      std::uint64_t address);
+
 /// format::sniff for Intel HEX.
 [[nodiscard]] certainty sniff_hex(std::string_view head);
 

@@ -97,21 +97,6 @@ private:
     std::uint64_t page = 0;
 };
 
-/// Calls @p take with the offsets of the first and last word of stretches that are set.
-template <class Take>
-void for_each_stretch_to_write(const image_words& words, Take&& take) {
-    const auto take_row = [&take](const kvr::word_row& row, std::uint64_t first) {
-        take(first, first + row.count - 1);
-        return row.count;
-    };
-    const auto take_cycle = [&take](const text_cycle& cycle) {
-        take(cycle.first, cycle.last);
-        return cycle.length();
-    };
-    for_each_row_cycle_or_run(words, take_row, take_cycle,
-                              [&take](const text_run& run) { take(run.first, run.last); });
-}
-
 } // namespace
 
 std::vector<diagnostic> can_write_hex(const memory_image& image, const write_options&) {
@@ -141,8 +126,8 @@ void write_hex(const memory_image& image, const write_options&, text_sink& outpu
 
 std::uint64_t size_of_hex(const memory_image& image, const write_options&) {
     hex_size size(image);
-    for_each_stretch_to_write(image.words(),
-                              [&size](std::uint64_t first, std::uint64_t last) { size.take(first, last); });
+    for_each_set_stretch(image.words(),
+                         [&size](std::uint64_t first, std::uint64_t last) { size.take(first, last); });
     return size.result();
 }
 

@@ -46,6 +46,7 @@ bool has(const std::vector<diagnostic>& all, diagnostic_class level) {
 /// the same digits.
 bool may_make_no_difference(diagnostic_id id) {
     constexpr std::array harmless = {diagnostic_id::shared_line,
+                                     diagnostic_id::lone_semicolon,
                                      diagnostic_id::after_semicolon,
                                      diagnostic_id::set_again,
                                      diagnostic_id::before_end,

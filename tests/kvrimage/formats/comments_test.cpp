@@ -37,9 +37,9 @@ TEST(Comments, AreThoseOfTheNameWhereTheContentsSayNothing) {
 }
 
 TEST(Comments, AreThoseOfTheFirstFormatThatFindsAnyWhereNothingSaysWhichItIs) {
-    EXPECT_EQ(comments_of("-- one\n-- two\n", "a.txt"), (std::vector<std::string>{"-- one", "-- two"}));
-    EXPECT_EQ(comments_of("// one\n", "a.txt"), std::vector<std::string>{"// one"});
-    EXPECT_EQ(comments_of("", "a.txt"), std::vector<std::string>{});
+    EXPECT_EQ(comments_of("-- one\n-- two\n", "a.note"), (std::vector<std::string>{"-- one", "-- two"}));
+    EXPECT_EQ(comments_of("// one\n", "a.note"), std::vector<std::string>{"// one"});
+    EXPECT_EQ(comments_of("", "a.note"), std::vector<std::string>{});
 }
 
 TEST(Comments, OfAFormatThatHasNoneAreNone) {

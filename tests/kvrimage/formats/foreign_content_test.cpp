@@ -45,15 +45,6 @@ TEST(ForeignContent, IsBinaryWithANul) {
     EXPECT_EQ(kind_of("a\0\0b"sv), message_for("a binary file"));
 }
 
-TEST(ForeignContent, IsSRecords) {
-    EXPECT_EQ(kind_of("S00600004844521B\n"), message_for("S-records"));
-    EXPECT_EQ(kind_of("\r\n  S1137AF00A0A0D0000000000000000000000000061\r\n"), message_for("S-records"));
-    EXPECT_EQ(kind_of("S00600004844521\n"), "") << "half a byte";
-    EXPECT_EQ(kind_of("S006\n"), "");
-    EXPECT_EQ(kind_of("SX0600004844521B\n"), "");
-    EXPECT_EQ(kind_of("S0060000484452XX\n"), "");
-}
-
 TEST(ForeignContent, IsMarkup) {
     for (const std::string_view text :
          {"<?xml version=\"1.0\"?>", "<!DOCTYPE html>", "<Book 5>\n", "\xEF\xBB\xBF<html>"}) {
@@ -126,14 +117,6 @@ TEST(ForeignContent, IsNoMarkupWithoutANameAfterTheBracket) {
         EXPECT_TRUE(foreign_content(markup)) << markup;
     }
     for (const std::string_view other : {"<", "<1>", "<[", "<{", "<@"}) {
-        EXPECT_FALSE(foreign_content(other)) << other;
-    }
-}
-
-TEST(ForeignContent, IsNoSRecordWithoutDigitsOfAllItsBytes) {
-    EXPECT_TRUE(foreign_content("S00600004844521B\n"));
-    for (const std::string_view other : {"S0060000", "S00600004844521", "S:0600004844521B",
-                                         "S/0600004844521B", "S00600004844521G", "T00600004844521B"}) {
         EXPECT_FALSE(foreign_content(other)) << other;
     }
 }

@@ -1,6 +1,7 @@
 #include "tools/kvrmem/files/memory_input.h"
 
 #include "kvrimage/files/file_error.h"
+#include "kvrimage/formats/format_choice.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/unset_words.h"
 #include "tools/kvrmem/files/broken_file.h"
@@ -32,9 +33,11 @@ void report_or_refuse(const arguments& given, const memory_input& input) {
 }
 
 /// What has no end, or too long a line, is bad input.
-kvrimage::input_file read_file(const std::string& path) {
+kvrimage::input_file read_file(const std::string& path, const kvrimage::read_options& options) {
     try {
-        return kvrimage::input_file(path, show_reading);
+        return kvrimage::input_file(path, show_reading, [&options](std::string_view bytes) {
+            return kvrimage::may_have_any_lines(bytes, options);
+        });
     } catch (const kvrimage::file_error& error) {
         if (error.code() == std::errc::file_too_large) {
             throw tool_error(exit_code::bad_input, error.what());
@@ -49,8 +52,6 @@ memory_input open_memory(const arguments& given, const std::string& path) {
     if (path == "-") {
         static_cast<void>(format_for(given.from, path, "--from")); // before a terminal is waited for
     }
-    kvrimage::input_file file = read_file(path);
-    require_known_format(given.from, path, file.contents());
     kvrimage::read_options options;
     options.as = given.from;
     options.file_name = path;
@@ -62,6 +63,8 @@ memory_input open_memory(const arguments& given, const std::string& path) {
     options.pad = given.pad;
     options.choices = given.read_choices;
     options.keep_going = given.keep_going;
+    kvrimage::input_file file = read_file(path, options);
+    require_known_format(given.from, path, file.contents());
     return {path, std::move(file), options, {}};
 }
 

@@ -318,16 +318,17 @@ TEST(HexReader, BytesOfAWordMayBeInSeveralRecords) {
     EXPECT_EQ(words_of(read_hex(text, of_bytes(32, byte_order::big))), "0=12345678");
 }
 
-TEST(HexReader, ByteAddressesNeedAWidthOfWholeBytesAndAnOrder) {
+TEST(HexReader, ByteAddressesNeedAnOrderForWordsOfSeveralBytes) {
     EXPECT_EQ(report_of(read_hex(bytes_file(), of_bytes(12, byte_order::big))),
-              "broken unit-width 0:0+0 x1\n");
+              "broken surplus-bits 1:10+2 x7\n");
     EXPECT_EQ(message_of(bytes_file(), of_bytes(32, std::nullopt)),
               "the order of the bytes in a word of 32 bits is not known|add --endian little (first word "
               "00500113) or big "
               "(13015000)");
     read_options no_width = of_bytes(8, byte_order::big);
     no_width.width.reset();
-    EXPECT_EQ(report_of(read_hex(bytes_file(), no_width)), "broken width-unknown 0:0+0 x1\n");
+    EXPECT_EQ(report_of(read_hex(bytes_file(), no_width)), "");
+    EXPECT_EQ(read_hex(bytes_file(), no_width).image->width(), 8U);
 }
 
 TEST(HexReader, AWordOfWhichBytesAreMissingIsBroken) {
@@ -337,8 +338,8 @@ TEST(HexReader, AWordOfWhichBytesAreMissingIsBroken) {
                                                    "02030405") +
                                             end_record,
                                         of_bytes(32, byte_order::big));
-    EXPECT_EQ(report_of(result), "broken partial-word 1:1+17 x2\n");
-    EXPECT_EQ(result.diagnostics[0].message, "word at address 0 has only 3 of 4 bytes");
+    EXPECT_EQ(report_of(result), "broken incomplete-word 1:10+2 x2\n");
+    EXPECT_EQ(result.diagnostics[0].message, "word at address 0 has 3 of 4 bytes");
     EXPECT_EQ(result.diagnostics[0].more.at(0).line, 2U);
 }
 

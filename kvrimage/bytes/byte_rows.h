@@ -1,0 +1,100 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+#include "kvrimage/image/memory_image.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+
+namespace kvrimage {
+
+inline constexpr std::uint64_t byte_page_size = std::uint64_t{1} << 16U;
+
+/// Where the row ends that has the byte at @p address: rows of @p length bytes begin at each multiple of
+/// byte_page_size, whose last one may be shorter.
+[[nodiscard]] constexpr std::uint64_t end_of_byte_row(std::uint64_t address, std::uint32_t length) {
+    const auto within = static_cast<std::uint32_t>(address % byte_page_size);
+    return address - within + std::min<std::uint64_t>((within / length + 1) * length, byte_page_size);
+}
+
+/// Cuts bytes that come in blocks of any size into rows, and gives each to a function of its address and
+/// bytes. A row is short where bytes are left out.
+template <class Take>
+class byte_row_cutter {
+public:
+    byte_row_cutter(std::uint32_t bytes_a_row, Take to) : length(bytes_a_row), take(std::move(to)) {}
+
+    /// @param address ascends from call to call
+    void add(std::uint64_t address, std::string_view bytes) {
+        if (address != part_address + part.size()) {
+            finish();
+        }
+        while (!bytes.empty()) {
+            const std::uint64_t end = end_of_byte_row(address, length);
+            const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(end - address, bytes.size()));
+            add_to_row(address, bytes.substr(0, count), address + count == end);
+            address += count;
+            bytes.remove_prefix(count);
+        }
+    }
+    /// Hands out the last row.
+    void finish() {
+        if (!part.empty()) {
+            take(part_address, std::string_view(part));
+            part.clear();
+        }
+    }
+
+private:
+    void add_to_row(std::uint64_t address, std::string_view bytes, bool ends) {
+        if (part.empty() && ends) {
+            take(address, bytes);
+            return;
+        }
+        part_address = part.empty() ? address : part_address;
+        part += bytes;
+        if (ends) {
+            finish();
+        }
+    }
+
+    std::uint32_t length;
+    Take take;
+    std::string part; ///< the begin of a row
+    std::uint64_t part_address = 0;
+};
+
+/// How the bytes of a memory are spread over addresses.
+struct byte_row_counts {
+    std::uint64_t bytes = 0;
+    std::uint64_t rows = 0;      ///< of a length
+    std::uint64_t pages = 0;     ///< of byte_page_size in which there are bytes
+    std::uint64_t stretches = 0; ///< without a gap
+};
+
+/// What byte_row_cutter will make of the words of @p image.
+[[nodiscard]] byte_row_counts count_byte_rows(const memory_image& image, std::uint32_t length);
+
+/// The address of the last byte of the words of @p image that are set, the largest number there is where it
+/// is larger; nothing when none is set.
+[[nodiscard]] std::optional<std::uint64_t> last_byte_address(const memory_image& image);
+
+/// For format::can_write: the diagnostic where a byte of @p image is beyond @p largest, its largest address.
+[[nodiscard]] std::optional<diagnostic> byte_address_obstacle(const memory_image& image,
+                                                              std::uint64_t largest, std::string_view title);
+
+/// The choice of a format of records: how many data bytes each has.
+inline constexpr choice_kind record_length_choice = {"record-length", "BYTES", "",
+                                                     "put BYTES data bytes into each record"};
+
+/// What the options say of it, @p usual where they say nothing; nothing when that is not 1 to @p most.
+[[nodiscard]] std::optional<std::uint32_t> chosen_record_length(const write_options& options,
+                                                                std::uint32_t usual, std::uint32_t most);
+/// The diagnostic for that.
+[[nodiscard]] diagnostic improper_record_length(const write_options& options, std::uint32_t most);
+
+} // namespace kvrimage

@@ -1,0 +1,10 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+namespace kvrimage {
+
+/// A file that is nothing but the bytes of a memory, from word 0 on.
+extern const format binary_format;
+
+} // namespace kvrimage

@@ -1,0 +1,133 @@
+#include "tests/kvrimage/bytes/byte_images.h"
+
+#include "kvrimage/bytes/bytes_of_words.h"
+#include "kvrimage/formats/memory_file.h"
+
+#include <algorithm>
+#include <vector>
+
+namespace kvrimage_tests {
+
+using namespace kvrimage;
+
+word random_plain_word(std::mt19937& random, std::uint32_t width) {
+    std::string bits(width, '0');
+    for (char& bit : bits) {
+        bit = random() % 2 == 0 ? '0' : '1';
+    }
+    return *word::parse(bits, radix::bin, width).value;
+}
+
+memory_image random_byte_image(std::mt19937& random, std::uint32_t width, std::uint64_t depth) {
+    memory_image image(width, depth);
+    for (auto parts = 1 + random() % 6; parts > 0; --parts) {
+        const std::uint64_t first = random() % depth;
+        const std::uint64_t last = std::min<std::uint64_t>(depth - 1, first + random() % 40);
+        if (random() % 2 == 0) {
+            std::vector<word> words;
+            for (auto count = 1 + random() % 3; count > 0; --count) {
+                words.push_back(random_plain_word(random, width));
+            }
+            image.fill({first, last}, words);
+        } else {
+            for (std::uint64_t address = first; address <= last; ++address) {
+                image.set(address, random_plain_word(random, width));
+            }
+        }
+    }
+    return image;
+}
+
+std::string set_words_of(const read_result& result) {
+    if (!result.image) {
+        return "none";
+    }
+    std::string text;
+    for (const run& each : result.image->runs()) {
+        for (std::uint64_t at = each.addresses.first; each.value && at <= each.addresses.last; ++at) {
+            text += (text.empty() ? "" : " ") + std::to_string(at) + "=" +
+                    each.value->to_text(radix::hex).value_or("?");
+        }
+    }
+    return text;
+}
+
+std::string shown_report(const read_result& result) {
+    std::string text;
+    for (const diagnostic& found : result.diagnostics) {
+        const diagnostic_class level = about(found.id).level;
+        text += level == diagnostic_class::broken ? "broken " : "suspect ";
+        text += std::string(about(found.id).code) + " " + std::to_string(found.where.line) + ":" +
+                std::to_string(found.where.column) + "+" + std::to_string(found.where.length) + " x" +
+                std::to_string(found.count) + "\n";
+    }
+    return text;
+}
+
+read_options bytes_as(std::uint32_t width, byte_order order) {
+    read_options options;
+    options.width = width;
+    options.order = order;
+    return options;
+}
+
+std::string fault_of_round_trips(const format& as, bool with_gaps) {
+    std::mt19937 random(5);
+    for (std::uint32_t width = 1; width <= 300; ++width) {
+        memory_image image = random_byte_image(random, width, 300);
+        if (!with_gaps) {
+            image.fill_unset(random_plain_word(random, width));
+        }
+        write_options to;
+        to.as = &as;
+        to.order = width % 2 == 0 ? byte_order::little : byte_order::big;
+        const std::vector<diagnostic> obstacles = can_write(image, to);
+        if (!obstacles.empty()) {
+            return "width " + std::to_string(width) + " cannot be written: " + obstacles.front().message;
+        }
+        const std::string text = to_text(image, to);
+        read_options back = bytes_as(width, *to.order);
+        back.as = &as;
+        back.depth = image.depth();
+        const read_result again = as.read(text, back);
+        if (!again.image || !(*again.image == image)) {
+            return "width " + std::to_string(width) + " reads as other words: " + shown_report(again);
+        }
+        const std::uint64_t told = as.written_size(image, to);
+        if (told < text.size() || told > text.size() + 64) {
+            return "width " + std::to_string(width) + " takes " + std::to_string(text.size()) +
+                   " bytes instead of " + std::to_string(told);
+        }
+    }
+    return "";
+}
+
+std::string fault_of_damaged(const format& as, const std::string& contents) {
+    const auto fault = [&as](const std::string& text, bool keep_going) -> std::string {
+        read_options options;
+        options.as = &as;
+        options.keep_going = keep_going;
+        const read_result result = as.read(text, options);
+        const bool is_broken = std::ranges::any_of(result.diagnostics, [](const diagnostic& found) {
+            return about(found.id).level == diagnostic_class::broken;
+        });
+        const bool is_kept = keep_going || result.image.has_value() != is_broken;
+        return is_kept ? "" : shown_report(result) + "for " + text.substr(0, 200);
+    };
+    std::string found;
+    for (std::size_t size = 0; size <= contents.size(); ++size) {
+        found += fault(contents.substr(0, size), false);
+    }
+    std::mt19937 random(3);
+    for (int round = 0; round < 3000; ++round) {
+        std::string text = contents;
+        for (auto left = 1 + random() % 3; left > 0; --left) {
+            text[random() % text.size()] =
+                random() % 2 == 0 ? static_cast<char>(random()) : contents[random() % contents.size()];
+        }
+        found += fault(text, random() % 2 == 0);
+    }
+    return found;
+}
+
+} // namespace kvrimage_tests

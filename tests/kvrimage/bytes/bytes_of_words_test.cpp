@@ -1,0 +1,131 @@
+#include "kvrimage/bytes/bytes_of_words.h"
+#include "tests/kvrimage/bytes/byte_images.h"
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace kvrimage;
+
+std::string shown_bytes(const memory_image& image, byte_order order) {
+    std::string text;
+    for_each_byte_block(image, order, [&text](std::uint64_t address, std::string_view bytes) {
+        text += std::to_string(address) + ":";
+        for (const char byte : bytes) {
+            text += std::to_string(static_cast<unsigned char>(byte)) + ",";
+        }
+    });
+    return text;
+}
+
+TEST(BytesOfWords, ComeInTheOrderThatIsGiven) {
+    memory_image image(16, 4);
+    image.set(1, word::of(0x0102, 16));
+    image.set(2, word::of(0x0304, 16));
+    EXPECT_EQ(shown_bytes(image, byte_order::big), "2:1,2,3,4,");
+    EXPECT_EQ(shown_bytes(image, byte_order::little), "2:2,1,4,3,");
+}
+
+TEST(BytesOfWords, SurplusBitsAreZero) {
+    memory_image image(12, 2);
+    image.set(0, word::of(0xABC, 12));
+    EXPECT_EQ(shown_bytes(image, byte_order::big), "0:10,188,");
+    EXPECT_EQ(shown_bytes(image, byte_order::little), "0:188,10,");
+}
+
+TEST(BytesOfWords, ABaseMovesAllAddresses) {
+    memory_image image(24, 2, 100);
+    image.set(101, word::of(7, 24));
+    EXPECT_EQ(shown_bytes(image, byte_order::big), "303:0,0,7,");
+}
+
+TEST(BytesOfWords, AreThoseOfEachWord) {
+    std::mt19937 random(4);
+    for (std::uint32_t width = 1; width <= 300; ++width) {
+        const memory_image image = kvrimage_tests::random_byte_image(random, width, 400);
+        const byte_order order = width % 2 == 0 ? byte_order::big : byte_order::little;
+        const std::uint32_t bytes = bytes_of_width(width);
+        std::map<std::uint64_t, char> expected;
+        for (std::uint64_t address = 0; address < image.depth(); ++address) {
+            const auto value = image[address];
+            if (!value) {
+                continue;
+            }
+            const std::string bits = std::string(8 * bytes - width, '0') + *value->to_text(radix::bin);
+            for (std::uint32_t index = 0; index < bytes; ++index) {
+                const std::uint32_t place = order == byte_order::big ? index : bytes - 1 - index;
+                expected[address * bytes + place] =
+                    static_cast<char>(std::stoul(bits.substr(8 * index, 8), nullptr, 2));
+            }
+        }
+        std::map<std::uint64_t, char> found;
+        for_each_byte_block(image, order, [&found](std::uint64_t address, std::string_view block) {
+            for (const char byte : block) {
+                found.emplace(address++, byte);
+            }
+        });
+        EXPECT_EQ(found, expected) << width;
+    }
+}
+
+/// Looks at a stream of blocks without keeping it.
+struct streamed {
+    std::uint64_t next = 0;
+    std::uint64_t sum = 0;
+    std::size_t largest = 0;
+    bool is_gapless = true;
+
+    void take(std::uint64_t address, std::string_view bytes) {
+        is_gapless = is_gapless && address == next;
+        next = address + bytes.size();
+        largest = std::max(largest, bytes.size());
+        sum += static_cast<unsigned char>(bytes.front());
+        sum += static_cast<unsigned char>(bytes.back());
+    }
+};
+
+TEST(BytesOfWords, AFillOfTheDeepestMemoryStreams) {
+    memory_image image(16, deepest_memory);
+    image.fill({0, deepest_memory - 1}, std::vector{word::of(0x0102, 16)});
+    streamed stream;
+    for_each_byte_block(image, byte_order::big, [&stream](std::uint64_t address, std::string_view bytes) {
+        stream.take(address, bytes);
+    });
+    EXPECT_TRUE(stream.is_gapless);
+    EXPECT_EQ(stream.next, std::uint64_t{1} << 33U);
+    EXPECT_EQ(stream.largest, std::size_t{64} << 10U);
+    EXPECT_EQ(stream.sum, 3 * (std::uint64_t{1} << 17U));
+}
+
+TEST(BytesOfWords, AFillOfSeveralWordsStreams) {
+    memory_image image(24, deepest_memory);
+    image.fill({1, deepest_memory - 1},
+               std::vector{word::of(0x010101, 24), word::of(0x020202, 24), word::of(0x030303, 24)});
+    std::uint64_t bytes = 0;
+    bool is_right = true;
+    for_each_byte_block(image, byte_order::big, [&](std::uint64_t address, std::string_view block) {
+        bytes += block.size();
+        for (const std::size_t index : {std::size_t{0}, block.size() / 2, block.size() - 1}) {
+            is_right = is_right && block[index] == static_cast<char>(1 + ((address + index) / 3 + 2) % 3);
+        }
+    });
+    EXPECT_TRUE(is_right);
+    EXPECT_EQ(bytes, 3 * (deepest_memory - 1));
+}
+
+TEST(BytesOfWords, AWordMayBeLargerThanABlock) {
+    memory_image image(widest_word, 3);
+    image.fill({0, 2}, std::vector{word(widest_word)});
+    streamed stream;
+    for_each_byte_block(image, byte_order::big, [&stream](std::uint64_t address, std::string_view bytes) {
+        stream.take(address, bytes);
+    });
+    EXPECT_TRUE(stream.is_gapless);
+    EXPECT_EQ(stream.next, 3 * (std::uint64_t{1} << 17U));
+}
+
+} // namespace

@@ -1,0 +1,241 @@
+#include "kvrimage/bytes/bytes_of_words.h"
+#include "kvrimage/bytes/words_of_bytes.h"
+#include "tests/kvrimage/bytes/byte_images.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <deque>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace {
+
+using namespace kvrimage;
+using namespace std::string_view_literals;
+using kvrimage_tests::bytes_as;
+using kvrimage_tests::set_words_of;
+using kvrimage_tests::shown_report;
+
+constexpr std::string_view file_of_bytes = "the file, of which byte address 10 is in line 1\n";
+
+struct placed {
+    std::uint64_t address;
+    std::string_view bytes;
+};
+
+read_result words_of(const std::vector<placed>& all, const read_options& options) {
+    byte_blocks blocks;
+    for (const placed& each : all) {
+        blocks.add(each.address, each.bytes);
+    }
+    diagnostic_list list;
+    read_result result;
+    make_words_of_bytes(
+        blocks, options,
+        [](std::uint64_t address) {
+            return span{address % 16, 1};
+        },
+        list, result);
+    finish_byte_reading(file_of_bytes, options, list, result);
+    return result;
+}
+
+std::string message_and_hint(const read_result& result) {
+    return result.diagnostics.at(0).message + "|" + result.diagnostics.at(0).hint;
+}
+
+TEST(WordsOfBytes, AreBytesWithoutAWidth) {
+    const read_result result = words_of({{0, "\x12\x34"}, {5, "\xFF"}}, {});
+    EXPECT_EQ(set_words_of(result), "0=12 1=34 5=FF");
+    EXPECT_EQ(result.image->depth(), 6U);
+    EXPECT_EQ(result.facts.unit, address_unit::byte);
+    EXPECT_EQ(shown_report(result), "");
+}
+
+TEST(WordsOfBytes, TakeTheOrderThatIsGiven) {
+    EXPECT_EQ(set_words_of(words_of({{2, "\x12\x34\x56\x78"}}, bytes_as(16, byte_order::big))),
+              "1=1234 2=5678");
+    EXPECT_EQ(set_words_of(words_of({{2, "\x12\x34\x56\x78"}}, bytes_as(16, byte_order::little))),
+              "1=3412 2=7856");
+}
+
+TEST(WordsOfBytes, WithoutAnOrderBothFirstWordsAreShown) {
+    read_options options;
+    options.width = 24;
+    const read_result result = words_of({{0, "\x12\x34\x56\x78\x9A\xBC"}}, options);
+    EXPECT_EQ(message_and_hint(result), "the order of the bytes in a word of 24 bits is not known|add "
+                                        "--endian little (first word 563412) or big (123456)");
+    EXPECT_FALSE(result.image);
+    EXPECT_EQ(message_and_hint(words_of({{0, "\x12"}}, options)),
+              "the order of the bytes in a word of 24 bits is not known|add "
+              "--endian little (first word 000012) or big (120000)");
+}
+
+TEST(WordsOfBytes, AHighFirstAddressNeedsABase) {
+    const std::vector<placed> high = {{0x80000002, "\x01"}};
+    EXPECT_EQ(message_and_hint(words_of(high, {})),
+              "the addresses begin at 80000002|--base 0x80000002 makes that word 0; --base 0 keeps the "
+              "addresses as they are");
+    EXPECT_EQ(set_words_of(words_of({{0xFFFFFF, "\x01"}}, {})), "16777215=01");
+    read_options options;
+    options.base = 0x80000000;
+    EXPECT_EQ(set_words_of(words_of(high, options)), "2=01");
+    options.base = 0;
+    EXPECT_EQ(set_words_of(words_of(high, options)), "2147483650=01");
+    options.base.reset();
+    options.depth = 0x80000003;
+    EXPECT_EQ(set_words_of(words_of(high, options)), "2147483650=01");
+}
+
+TEST(WordsOfBytes, NothingMayBeBelowTheBase) {
+    read_options options;
+    options.base = 0x8000;
+    const read_result result = words_of({{0x7FFF, "\x01\x02"}}, options);
+    EXPECT_EQ(shown_report(result), "broken below-base 1:16+1 x1\n");
+    EXPECT_EQ(result.diagnostics[0].message, "address 7FFF is below the base 8000");
+}
+
+TEST(WordsOfBytes, ByteThatIsSetAgainIsSuspectWhenItDiffers) {
+    const read_result result = words_of({{0, "\x01\x02\x03"}, {1, "\x02\x04"}, {9, "\x05"}}, {});
+    EXPECT_EQ(shown_report(result), "suspect overwritten-byte 1:2+1 x1\n");
+    EXPECT_EQ(message_and_hint(result), "address 1 is set twice, with different bytes|the later one counts");
+    EXPECT_EQ(set_words_of(result), "0=01 1=02 2=04 9=05");
+    EXPECT_EQ(shown_report(words_of({{0, "\x01\x02"}, {1, "\x02"}}, {})), "");
+}
+
+TEST(WordsOfBytes, AWordOfWhichBytesAreMissingIsBroken) {
+    read_options options = bytes_as(32, byte_order::big);
+    const std::vector<placed> parts = {{0, "\x01\x02"}, {3, "\x04"}, {4, "\x05\x06\x07\x08\x09"}};
+    const read_result result = words_of(parts, options);
+    EXPECT_EQ(shown_report(result), "broken incomplete-word 1:1+1 x2\n");
+    EXPECT_EQ(message_and_hint(result),
+              "word at address 0 has 3 of 4 bytes|--pad VALUE gives the missing ones a value");
+    EXPECT_FALSE(result.image);
+    EXPECT_TRUE(result.unreadable.empty());
+
+    options.keep_going = true;
+    const read_result kept = words_of(parts, options);
+    EXPECT_EQ(set_words_of(kept), "1=05060708");
+    ASSERT_EQ(kept.unreadable.size(), 2U);
+    EXPECT_EQ(kept.unreadable[0].first, 0U);
+    EXPECT_EQ(kept.unreadable[1].first, 2U);
+
+    options.pad = 0xFF;
+    EXPECT_EQ(set_words_of(words_of(parts, options)), "0=0102FF04 1=05060708 2=09FFFFFF");
+}
+
+TEST(WordsOfBytes, SurplusBitsMustBeZero) {
+    const read_result result = words_of({{0, "\x0A\xBC\x1A\xBC\xFF\xFF"}}, bytes_as(12, byte_order::big));
+    EXPECT_EQ(shown_report(result), "broken surplus-bits 1:3+1 x2\n");
+    EXPECT_EQ(message_and_hint(result), "word at address 1 is 1ABC, which words of 12 bits cannot be|the "
+                                        "bits above the width must be 0");
+    EXPECT_EQ(set_words_of(words_of({{0, "\xBC\x0A"}}, bytes_as(12, byte_order::little))), "0=ABC");
+}
+
+TEST(WordsOfBytes, ADepthIsALimit) {
+    read_options options = bytes_as(16, byte_order::big);
+    options.depth = 2;
+    const read_result result = words_of({{2, "\x01\x02\x03\x04\x05\x06"}}, options);
+    EXPECT_EQ(shown_report(result), "broken beyond-depth 1:5+1 x1\n");
+    EXPECT_EQ(message_and_hint(result), "address 2 is beyond the depth 2 (0 to 1)|needs --depth 4 or more");
+    EXPECT_EQ(words_of({{0, "\x01\x02"}}, options).image->depth(), 2U);
+}
+
+TEST(WordsOfBytes, AddressesBeyondTheDeepestMemoryAreBroken) {
+    read_options options;
+    options.base = 0;
+    const read_result result = words_of({{0xFFFFFFFF, "\x01\x02"}}, options);
+    EXPECT_EQ(shown_report(result), "broken address-outside 1:1+1 x1\n");
+    EXPECT_EQ(result.diagnostics[0].message, "address 100000000 is beyond the largest, FFFFFFFF");
+    options.base = ~std::uint64_t{0} - 4;
+    EXPECT_EQ(set_words_of(words_of({{*options.base + 1, "\x01\x02"}}, options)), "1=01 2=02");
+}
+
+TEST(WordsOfBytes, NoByteNeedsADepth) {
+    const read_result result = words_of({}, {});
+    EXPECT_EQ(message_and_hint(result),
+              "the file holds no byte|--depth WORDS makes a memory without words of it");
+    EXPECT_FALSE(result.image);
+    read_options options;
+    options.depth = 3;
+    const read_result empty = words_of({}, options);
+    EXPECT_EQ(shown_report(empty), "suspect no-words 0:0+0 x1\n");
+    EXPECT_EQ(empty.image->depth(), 3U);
+    EXPECT_EQ(empty.image->count_set(), 0U);
+}
+
+TEST(WordsOfBytes, AreThoseThatTheBytesWereMadeOf) {
+    std::mt19937 random(6);
+    for (std::uint32_t width = 1; width <= 300; ++width) {
+        const memory_image image = kvrimage_tests::random_byte_image(random, width, 300);
+        const std::uint64_t base = random() % 3 == 0 ? 0 : random() % 100000;
+        read_options options = bytes_as(width, width % 3 == 0 ? byte_order::big : byte_order::little);
+        options.base = base;
+        options.depth = image.depth();
+        byte_blocks blocks;
+        std::deque<std::string> kept;
+        for_each_byte_block(image, *options.order, [&](std::uint64_t address, std::string_view bytes) {
+            // In pieces of any size, as the records of a file hold them.
+            while (!bytes.empty()) {
+                const std::size_t size = std::min<std::size_t>(bytes.size(), 1 + random() % 50);
+                kept.emplace_back(bytes.substr(0, size));
+                blocks.add(base + address, kept.back());
+                address += size;
+                bytes.remove_prefix(size);
+            }
+        });
+        diagnostic_list list;
+        read_result result;
+        make_words_of_bytes(
+            blocks, options, [](std::uint64_t) { return span(); }, list, result);
+        ASSERT_TRUE(result.image) << width;
+        EXPECT_TRUE(*result.image == image) << width;
+        EXPECT_FALSE(list.has_broken()) << width;
+    }
+}
+
+TEST(WordsOfBytes, APadCompletesWordsAtRandom) {
+    std::mt19937 random(8);
+    for (int round = 0; round < 300; ++round) {
+        const auto bytes_per_word = static_cast<std::uint32_t>(1 + random() % 5);
+        read_options options =
+            bytes_as(8 * bytes_per_word, random() % 2 == 0 ? byte_order::big : byte_order::little);
+        options.pad = static_cast<std::uint8_t>(random());
+        std::map<std::uint64_t, char> bytes;
+        for (auto count = 1 + random() % 30; count > 0; --count) {
+            bytes[random() % 60] = static_cast<char>(random());
+        }
+        byte_blocks blocks;
+        for (const auto& [address, byte] : bytes) {
+            blocks.add(address, {&byte, 1});
+        }
+        diagnostic_list list;
+        read_result result;
+        make_words_of_bytes(
+            blocks, options, [](std::uint64_t) { return span(); }, list, result);
+        ASSERT_TRUE(result.image);
+        for (std::uint64_t address = 0; address < result.image->depth(); ++address) {
+            std::string digits;
+            bool is_set = false;
+            for (std::uint32_t index = 0; index < bytes_per_word; ++index) {
+                const auto found = bytes.find(address * bytes_per_word + index);
+                is_set = is_set || found != bytes.end();
+                const int value =
+                    found != bytes.end() ? static_cast<unsigned char>(found->second) : *options.pad;
+                constexpr std::string_view all = "0123456789ABCDEF";
+                const std::string pair = {all[static_cast<std::size_t>(value / 16)],
+                                          all[static_cast<std::size_t>(value % 16)]};
+                digits = options.order == byte_order::big ? digits + pair : pair + digits;
+            }
+            const auto value = (*result.image)[address];
+            ASSERT_EQ(value.has_value(), is_set);
+            if (is_set) {
+                EXPECT_EQ(*value->to_text(radix::hex), digits);
+            }
+        }
+    }
+}
+
+} // namespace
