@@ -24,18 +24,9 @@ namespace kvrimage {
 
 namespace {
 
-std::string titles_of_formats() {
-    std::string titles;
-    for (const format* each : formats()) {
-        titles += titles.empty() ? "" : ", ";
-        titles += each->title;
-    }
-    return titles;
-}
-
 read_result of_no_format(std::string_view contents) {
     diagnostic_list list;
-    list.add(foreign_content(contents).value_or(diagnose::unknown_format(places(), titles_of_formats())));
+    list.add(foreign_content(contents).value_or(diagnose::unknown_format({})));
     read_result result;
     result.diagnostics = list.finish(contents);
     return result;

@@ -24,22 +24,12 @@ namespace {
 /// A line for each format.
 std::vector<const format*>& registered() {
     static std::vector<const format*> all = {
-        &mif_format,
-        &hex_format,
-        &rif_format,
-        &readmemh_format,
-        &readmemb_format,
-        &coe_format,
-        &hexbytes_format,
-        &srec_format,
-        &binary_format,
+        &mif_format, &hex_format,      &rif_format,   &readmemh_format,  &readmemb_format,
+        &coe_format, &hexbytes_format, &srec_format,  &binary_format,
 #ifdef KVRIMAGE_READS_ELF
         &elf_format,
 #endif
-        &csv_format,
-        &logisim_format,
-        &titxt_format,
-        &memheader_format,
+        &csv_format, &logisim_format,  &titxt_format, &memheader_format,
     };
     return all;
 }

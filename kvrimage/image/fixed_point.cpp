@@ -12,8 +12,6 @@ namespace kvrimage {
 
 namespace {
 
-using kvr::is_decimal_digit;
-
 /// At least the decimal digits of a number of @p bits bits; 10 to the minus that is below 2 to the minus @p
 /// bits.
 constexpr std::int64_t decimal_places_of(std::uint32_t bits) {
@@ -29,7 +27,7 @@ struct scaled_digits {
 
 std::string_view digits_at(std::string_view text, std::size_t begin) {
     std::size_t end = begin;
-    while (end < text.size() && is_decimal_digit(text[end])) {
+    while (end < text.size() && kvr::is_decimal_digit(text[end])) {
         ++end;
     }
     return text.substr(begin, end - begin);

@@ -36,7 +36,7 @@ std::uint32_t checked_width(std::uint32_t width) {
     throw std::overflow_error(fmt::format("{} does not fit a word of {} bits", value, width));
 }
 
-int base_of(radix digits_radix) noexcept {
+int numeric_base_of(radix digits_radix) noexcept {
     constexpr int bases[] = {2, 8, 10, 10, 16};
     return bases[static_cast<std::size_t>(digits_radix)];
 }
@@ -48,7 +48,7 @@ std::optional<std::uint64_t> magnitude_of(std::string_view digits, radix digits_
         return read_small_word(digits, value) ? std::optional(value) : std::nullopt;
     }
     const char* const end = digits.data() + digits.size();
-    const auto read = std::from_chars(digits.data(), end, value, base_of(digits_radix));
+    const auto read = std::from_chars(digits.data(), end, value, numeric_base_of(digits_radix));
     return read.ec == std::errc() && read.ptr == end ? std::optional(value) : std::nullopt;
 }
 

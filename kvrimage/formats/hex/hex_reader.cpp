@@ -24,7 +24,7 @@ namespace kvrimage {
 namespace {
 
 constexpr std::size_t longest_line_of_kvr = 599;
-constexpr std::size_t page_digits = 4;
+constexpr std::size_t segment_digits = 4;
 
 /// What the first records say of the bytes that an address counts; 0 when none of them does. Whether the
 /// others agree is found when they are read.
@@ -265,8 +265,8 @@ private:
         }
         const bool is_segment = record.type == hex_record_type::start_segment_address;
         std::string value(record.data());
-        if (is_segment && value.size() == 2 * page_digits) {
-            value.insert(page_digits, 1, ':');
+        if (is_segment && value.size() == 2 * segment_digits) {
+            value.insert(segment_digits, 1, ':');
         }
         starts.push_back({"start address", std::move(value)});
     }

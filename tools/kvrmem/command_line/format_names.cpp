@@ -24,42 +24,28 @@ std::string listed(std::span<const std::string> names, std::string_view last) {
     return fmt::format("{}{}{}", fmt::join(names.first(names.size() - 1), ", "), last, names.back());
 }
 
-/// "hex (or ihex)"
-std::string words_of(const format& one) {
-    std::vector<std::string_view> others(one.extensions.begin(), one.extensions.end());
-    std::erase(others, one.id);
-    return others.empty() ? std::string(one.id) : fmt::format("{} (or {})", one.id, fmt::join(others, ", "));
+/// @p text in lines of at most @p columns characters, broken at blanks.
+std::string wrapped(std::string text, std::size_t columns) {
+    for (std::size_t begin = 0; text.size() - begin > columns;) {
+        const std::size_t blank = text.rfind(' ', begin + columns);
+        text[blank] = '\n';
+        begin = blank + 1;
+    }
+    return text;
 }
 
 } // namespace
 
-std::string format_choices() {
+std::vector<std::string_view> format_ids() {
     std::vector<std::string_view> ids;
     for (const format* one : kvrimage::formats()) {
         ids.push_back(one->id);
     }
-    return fmt::format("{}", fmt::join(ids, " "));
+    return ids;
 }
 
-std::string format_words() {
-    std::vector<std::string> words;
-    for (const format* one : kvrimage::formats()) {
-        words.push_back(words_of(*one));
-    }
-    return listed(words, " or ");
-}
-
-std::string format_extensions(const char* last) {
-    std::vector<std::string> extensions;
-    for (const format* one : kvrimage::formats()) {
-        for (const std::string_view extension : one->extensions) {
-            if (std::string word = fmt::format(".{}", extension);
-                std::ranges::find(extensions, word) == extensions.end()) {
-                extensions.push_back(std::move(word));
-            }
-        }
-    }
-    return listed(extensions, last);
+std::string format_choices() {
+    return fmt::format("{}", fmt::join(format_ids(), " "));
 }
 
 std::string format_titles(bool (*holds)(const format&)) {
@@ -86,8 +72,9 @@ std::vector<std::string> consumer_choices() {
 }
 
 std::string with_format_names(std::string text) {
-    text = replaced(std::move(text), "{extensions}", format_extensions(" and "));
-    return replaced(std::move(text), "{titles}", format_titles([](const format&) { return true; }));
+    constexpr std::size_t most_columns = 78; // a "." may follow
+    const std::string titles = format_titles([](const format&) { return true; });
+    return replaced(std::move(text), "{titles}", wrapped(titles, most_columns));
 }
 
 } // namespace kvrmem

@@ -31,28 +31,16 @@ bool has(const run_facts& run, option_id option) {
     return std::find(run.given.options.begin(), run.given.options.end(), option) != run.given.options.end();
 }
 
-bool has_no_radix(const format& one) {
-    return !one.states_radix;
-}
-
-bool has_no_ranges(const format& one) {
-    return !one.holds_ranges;
-}
-
-bool states_sizes(const format& one) {
-    return one.states_width && one.states_depth;
-}
-
 bool writes_no_radix(const run_facts& run) {
-    return run.output != nullptr && has_no_radix(*run.output);
+    return run.output != nullptr && !run.output->states_radix;
 }
 
 bool writes_no_ranges(const run_facts& run) {
-    return run.output != nullptr && has_no_ranges(*run.output);
+    return run.output != nullptr && !run.output->holds_ranges;
 }
 
 bool edits_what_states_sizes(const run_facts& run) {
-    return run.input != nullptr && states_sizes(*run.input);
+    return run.input != nullptr && run.input->states_width && run.input->states_depth;
 }
 
 bool writes_standard_output(const run_facts& run) {
@@ -116,30 +104,30 @@ struct idle_option {
     option_id option;
     bool (*is_idle)(const run_facts&);
     const char* reason;                            ///< completes "--… has no effect "
-    bool (*concerns)(const format& one) = nullptr; ///< those that take the place of "{}" in the reason
+    const format* run_facts::*concerned = nullptr; ///< whose title takes the place of "{}" in the reason
 };
 
-constexpr const char* no_radixes = "on {}, which have no radixes";
-constexpr const char* no_ranges = "on {}, which have no ranges";
-constexpr const char* own_sizes = "on {}, which say their width and depth themselves";
+constexpr const char* no_radixes = "on {}, which has no radixes";
+constexpr const char* no_ranges = "on {}, which has no ranges";
+constexpr const char* own_sizes = "on {}, which says its width and depth itself";
 
 constexpr const char* comments_stay = "without --output: FILE keeps its comments";
 constexpr const char* comments_of_input_stay = "when --output names FILE, which keeps its comments";
 constexpr const char* no_file_is_replaced = "on standard output, which replaces no file";
 
 constexpr std::array<idle_option, 30> rules = {{
-    {"convert", option_id::data_radix, writes_no_radix, no_radixes, has_no_radix},
-    {"convert", option_id::address_radix, writes_no_radix, no_radixes, has_no_radix},
-    {"convert", option_id::no_runs, writes_no_ranges, no_ranges, has_no_ranges},
+    {"convert", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"convert", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"convert", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
     {"check", option_id::output, fixes_nothing, "without --fix: kvrmem check --fix -o OUT FILE"},
     {"check", option_id::force_overwrite, fixes_nothing, "without --fix: it is for the repaired file"},
     {"check", option_id::json, fixes, "with --fix, which writes a file"},
     {"check", option_id::json, is_quiet, "with --quiet, which shows nothing"},
     {"check", option_id::quiet, fixes, "with --fix, which reports what it changes"},
-    {"set", option_id::width, edits_what_states_sizes, own_sizes, states_sizes},
-    {"set", option_id::depth, edits_what_states_sizes, own_sizes, states_sizes},
-    {"fill", option_id::width, edits_what_states_sizes, own_sizes, states_sizes},
-    {"fill", option_id::depth, edits_what_states_sizes, own_sizes, states_sizes},
+    {"set", option_id::width, edits_what_states_sizes, own_sizes, &run_facts::input},
+    {"set", option_id::depth, edits_what_states_sizes, own_sizes, &run_facts::input},
+    {"fill", option_id::width, edits_what_states_sizes, own_sizes, &run_facts::input},
+    {"fill", option_id::depth, edits_what_states_sizes, own_sizes, &run_facts::input},
     {"set", option_id::force_overwrite, edits_in_place, comments_stay},
     {"fill", option_id::force_overwrite, edits_in_place, comments_stay},
     {"set", option_id::force_overwrite, names_its_input, comments_of_input_stay},
@@ -154,9 +142,9 @@ constexpr std::array<idle_option, 30> rules = {{
     {"plot", option_id::columns, draws_svg, "on an SVG file, which has a size of its own"},
     {"plot", option_id::is_signed, draws_bits,
      "on words of more than 64 bits, which become a map of their bits"},
-    {"new", option_id::data_radix, writes_no_radix, no_radixes, has_no_radix},
-    {"new", option_id::address_radix, writes_no_radix, no_radixes, has_no_radix},
-    {"new", option_id::no_runs, writes_no_ranges, no_ranges, has_no_ranges},
+    {"new", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"new", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"new", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
     {"new", option_id::force, writes_standard_output, no_file_is_replaced},
     {"radix", option_id::width, library_takes_fixed_point,
      "with --library on fixed point, which says its width"},
@@ -180,8 +168,9 @@ const option_entry& entry_of(option_id option) {
                          [option](const option_entry& entry) { return entry.id == option; });
 }
 
-std::string reason_of(const idle_option& rule) {
-    return rule.concerns != nullptr ? replaced(rule.reason, "{}", format_titles(rule.concerns)) : rule.reason;
+std::string reason_of(const idle_option& rule, const run_facts& run) {
+    return rule.concerned != nullptr ? replaced(rule.reason, "{}", std::string((run.*rule.concerned)->title))
+                                     : rule.reason;
 }
 
 } // namespace
@@ -198,7 +187,8 @@ void refuse_idle_options(const command& which, const arguments& given, std::uint
     const run_facts run{given, input, output_format(which, given), width};
     for (const idle_option& rule : rules) {
         if (rule.command == which.name && has(run, rule.option) && rule.is_idle(run)) {
-            usage_error(fmt::format("--{} has no effect {}", entry_of(rule.option).name, reason_of(rule)));
+            usage_error(
+                fmt::format("--{} has no effect {}", entry_of(rule.option).name, reason_of(rule, run)));
         }
     }
 }

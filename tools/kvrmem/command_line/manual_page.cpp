@@ -54,7 +54,7 @@ constexpr const char* man_head =
     "[options] [operands]\n"
     ".SH DESCRIPTION\n"
     "The files give an on\\-chip RAM or ROM its first contents: {titles}.\n"
-    "The extensions {extensions} tell the format; \\- is standard input or output.\n"
+    "Name and contents tell the format, and kvrmem formats lists all; \\- is standard input or output.\n"
     "Numbers are written 31, \\-5, 0x1F, 0b1010 or 0o17, with _ between digits where that helps.\n"
     "Values are exact: what does not fit is refused, never cut.\n"
     ".SH COMMANDS\n";

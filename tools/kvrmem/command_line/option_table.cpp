@@ -4,6 +4,7 @@
 #include "kvrimage/image/memory_image.h"
 #include "tools/kvrmem/command_line/command_words.h"
 #include "tools/kvrmem/command_line/format_names.h"
+#include "tools/kvrmem/command_line/suggestion.h"
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -34,7 +35,10 @@ constexpr const char* word_radix_choices = "bin oct dec uns hex fixed:";
 const format* parse_format(std::string_view name, std::string_view value) {
     const format* const found = kvrimage::format_of_name(value);
     if (found == nullptr) {
-        refuse(name, value, fmt::format("a format is {}", format_words()));
+        const std::string nearest = nearest_of(value, format_ids());
+        refuse(name, value,
+               fmt::format("there is no such format; {}kvrmem formats lists them",
+                           nearest.empty() ? "" : fmt::format("did you mean {}? ", nearest)));
     }
     return found;
 }
@@ -178,21 +182,16 @@ void add_choices(std::vector<option_entry>& table) {
     }
 }
 
-std::string listed_formats() {
-    return replaced(format_choices(), " ", ", ");
-}
-
 // NOLINTNEXTLINE(readability-function-size): a table
 std::vector<option_entry> make_table() {
     const std::string with_radixes = format_titles([](const format& one) { return one.states_radix; });
     return {
         {option_id::from, '\0', "from", "FORMAT", format_choices(),
-         fmt::format("format of the input: {} (default: by extension)", listed_formats()),
+         "format of the input, as kvrmem formats lists them (default: by name and contents)",
          [](arguments& into, std::string_view name, const char* value) {
              into.from = parse_format(name, value);
          }},
-        {option_id::to, '\0', "to", "FORMAT", format_choices(),
-         "format of the output (default: by extension)",
+        {option_id::to, '\0', "to", "FORMAT", format_choices(), "format of the output (default: by name)",
          [](arguments& into, std::string_view name, const char* value) {
              into.to = parse_format(name, value);
          }},
@@ -207,9 +206,7 @@ std::vector<option_entry> make_table() {
              into.to_radix = parse_word_radix(name, value);
          }},
         {option_id::width, 'w', "width", "BITS", "",
-         fmt::format(
-             "word width, where the file does not say it ({}) or a new one",
-             replaced(format_titles([](const format& one) { return !one.states_width; }), " and", ",")),
+         "word width, where the file does not say it, or a new one",
          [](arguments& into, std::string_view name, const char* value) {
              into.width = parse_small_size(name, value, kvrimage::widest_word);
          }},

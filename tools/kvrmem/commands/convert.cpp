@@ -140,9 +140,9 @@ const command convert_command = {
     "  $ kvrmem convert --data-radix bin font.mif font_bin.mif\n"
     "  $ kvrmem convert --width 16 boot.hex boot.mif --fill 0\n"
     "  $ kvrmem convert --from mif --to rif - - < table.txt\n",
-    "The extensions {extensions} tell the formats. A file whose\n"
-    "meaning is in doubt is refused, as kvrmem check shows it, and OUT stays as it\n"
-    "was. Words that are not set stay out of OUT, unless --fill gives them a value.\n"
+    "The names and the contents tell the formats, or --from and --to; kvrmem formats\n"
+    "lists them. A file whose meaning is in doubt is refused, as kvrmem check shows it,\n"
+    "and OUT stays as it was. Words that are not set stay out of OUT, unless --fill gives them a value.\n"
     "Comments are not carried over. Where OUT is a file with comments, which would\n"
     "be lost, or would have more than 1 GiB and more than 100 times the size of IN,\n"
     "nothing is written without --force.\n",

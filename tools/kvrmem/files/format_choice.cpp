@@ -2,7 +2,6 @@
 
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/formats/registry.h"
-#include "tools/kvrmem/command_line/format_names.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -17,8 +16,8 @@ namespace kvrmem {
 namespace {
 
 [[noreturn]] void refuse_name(const std::string& path, std::string_view advice) {
-    usage_error(fmt::format("{}: the name does not tell the format ({}); give {}", path,
-                            format_extensions(", "), advice));
+    usage_error(fmt::format("{}: the name does not tell the format; give {} (kvrmem formats lists them)",
+                            path, advice));
 }
 
 void require_readable(const std::string& path, const kvrimage::format& as) {
