@@ -20,7 +20,7 @@ assignment new_word(std::uint64_t address, std::uint64_t value, std::uint32_t wi
 }
 
 /// @p contents after the edit, or the messages of why there is none.
-std::string after_edit(const std::string& contents, const std::vector<assignment>& assignments,
+std::string edited_contents(const std::string& contents, const std::vector<assignment>& assignments,
                        const read_options& options = {}) {
     const edit_result result = edit(contents, assignments, options);
     if (result.diagnostics.empty()) {
@@ -39,14 +39,14 @@ const std::string commented_mif = "-- by hand\nWIDTH=8;\nDEPTH=4;\nADDRESS_RADIX
                                   "CONTENT BEGIN\n0 : a0; % first % 1 : 0;\n[2..3] : 7;\nEND;\n";
 
 TEST(Edit, ChangesTheWordAndNothingBesideIt) {
-    EXPECT_EQ(after_edit(commented_mif, {new_word(0, 0xB1)}),
+    EXPECT_EQ(edited_contents(commented_mif, {new_word(0, 0xB1)}),
               "-- by hand\nWIDTH=8;\nDEPTH=4;\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\n"
               "CONTENT BEGIN\n0 : b1; % first % 1 : 0;\n[2..3] : 7;\nEND;\n");
 }
 
 TEST(Edit, OfTwoWordsForOneAddressTheLaterCounts) {
     EXPECT_EQ(
-        after_edit(":020000000001FD\n:00000001FF\n", {new_word(0, 5, 16), new_word(0, 6, 16)}, {.width = 16}),
+        edited_contents(":020000000001FD\n:00000001FF\n", {new_word(0, 5, 16), new_word(0, 6, 16)}, {.width = 16}),
         ":020000000006F8\n:00000001FF\n");
 }
 
@@ -58,15 +58,15 @@ TEST(Edit, OfWordsAsTheyAreHasNoEdits) {
 }
 
 TEST(Edit, ReadsTheFileInTheFormatThatIsNamed) {
-    EXPECT_EQ(after_edit("@0\n01 02\n", {new_word(1, 0x2A)}, {.as = format_of_name("rif"), .width = 8}),
+    EXPECT_EQ(edited_contents("@0\n01 02\n", {new_word(1, 0x2A)}, {.as = format_of_name("rif"), .width = 8}),
               "@0\n01 2A\n");
 }
 
 TEST(Edit, OfABrokenFileGivesWhatIsBrokenAlsoWhenItIsToBeReadAllTheSame) {
     const std::string broken = ":020000000001FD\n:020001000002FC\n:020001000002FB\n:00000001FF\n";
     const std::string fault = "checksum is FC, the record adds up to FB\n";
-    EXPECT_EQ(after_edit(broken, {new_word(0, 1, 16)}, {.width = 16}), fault);
-    EXPECT_EQ(after_edit(broken, {new_word(0, 1, 16)}, {.width = 16, .keep_going = true}), fault);
+    EXPECT_EQ(edited_contents(broken, {new_word(0, 1, 16)}, {.width = 16}), fault);
+    EXPECT_EQ(edited_contents(broken, {new_word(0, 1, 16)}, {.width = 16, .keep_going = true}), fault);
 }
 
 TEST(Edit, OfAFileOfNoFormatSaysSo) {
@@ -75,20 +75,20 @@ TEST(Edit, OfAFileOfNoFormatSaysSo) {
 }
 
 TEST(Edit, BeyondAStatedDepthIsRefused) {
-    EXPECT_EQ(after_edit(commented_mif, {new_word(4, 1)}), "address 4 is beyond the depth 4 (0 to 3)\n");
-    EXPECT_EQ(after_edit("@0\n01 02\n", {new_word(0, 1), new_word(9, 1)},
+    EXPECT_EQ(edited_contents(commented_mif, {new_word(4, 1)}), "address 4 is beyond the depth 4 (0 to 3)\n");
+    EXPECT_EQ(edited_contents("@0\n01 02\n", {new_word(0, 1), new_word(9, 1)},
                          {.as = format_of_name("rif"), .width = 8, .depth = 8}),
               "address 9 is beyond the depth 8 (0 to 7)\n");
 }
 
 TEST(Edit, BeyondTheLastWordOfAFileWithoutADepthMakesItDeeper) {
-    EXPECT_EQ(after_edit(":020000000001FD\n:00000001FF\n", {new_word(5, 7, 16)}, {.width = 16}),
+    EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {new_word(5, 7, 16)}, {.width = 16}),
               ":020000000001FD\n:020005000007F2\n:00000001FF\n");
 }
 
 TEST(Edit, OfAWordThatTheFormatCannotHoldSaysWhy) {
     const assignment dont_care = {{1, 1}, {*word::parse("XXXX", radix::hex, 16).value}};
-    EXPECT_EQ(after_edit(":020000000001FD\n:00000001FF\n", {dont_care}, {.width = 16}),
+    EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {dont_care}, {.width = 16}),
               "word XXXX at address 1 has a don't-care bit, which Intel HEX cannot hold\n");
 }
 
