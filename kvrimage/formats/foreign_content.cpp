@@ -16,7 +16,7 @@ namespace {
 
 using namespace std::string_view_literals;
 
-constexpr std::string_view blanks = " \t\r\f\v";
+constexpr std::string_view foreign_blanks = " \t\r\f\v";
 constexpr std::string_view name_characters =
     "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
 
@@ -50,9 +50,9 @@ public:
 
 private:
     static std::string_view trimmed(std::string_view line) {
-        const std::size_t begin = std::min(line.find_first_not_of(blanks), line.size());
+        const std::size_t begin = std::min(line.find_first_not_of(foreign_blanks), line.size());
         line.remove_prefix(begin);
-        return line.substr(0, line.find_last_not_of(blanks) + 1);
+        return line.substr(0, line.find_last_not_of(foreign_blanks) + 1);
     }
 
     std::string_view rest;
@@ -66,7 +66,7 @@ std::string_view first_line(std::string_view contents) {
 
 /// Whether each line that holds something has characters of @p digits and blanks only.
 bool has_rows_of(std::string_view contents, std::string_view digits) {
-    const std::string allowed = std::string(digits) + std::string(blanks);
+    const std::string allowed = std::string(digits) + std::string(foreign_blanks);
     filled_lines lines(contents);
     std::string_view line = lines.next();
     const bool has_lines = !line.empty();
@@ -95,7 +95,7 @@ bool has_markup(std::string_view contents) {
 bool has_other_settings(std::string_view contents) {
     const std::string_view line = first_line(contents);
     const std::size_t name = std::min(line.find_first_not_of(name_characters), line.size());
-    const std::size_t next = std::min(line.find_first_not_of(blanks, name), line.size());
+    const std::size_t next = std::min(line.find_first_not_of(foreign_blanks, name), line.size());
     const std::string_view follows = line.substr(next, 1);
     return name > 1 && (line.front() < '0' || line.front() > '9') &&
            (follows == "=" || (next > name && !follows.empty() && follows <= "9" && follows >= "0"));

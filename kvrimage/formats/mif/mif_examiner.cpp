@@ -18,7 +18,7 @@ namespace kvrimage {
 namespace {
 
 using reading = mif_radix_trial::reading;
-using fault = mif_addresses::fault;
+using address_fault = mif_addresses::fault;
 
 /// To an address the two decimal radixes are one.
 reading read_address(std::string_view text, radix tried, std::uint64_t depth) {
@@ -58,8 +58,8 @@ void mif_examiner::statement(const mif_statement& found) {
     const auto read = [this](std::string_view number, radix tried) {
         return read_address(number, tried, form.depth);
     };
-    const bool has_addresses =
-        addresses.what == fault::none || (addresses.what == fault::beyond && addresses.first < form.depth);
+    const bool has_addresses = addresses.what == address_fault::none ||
+                               (addresses.what == address_fault::beyond && addresses.first < form.depth);
     if (!found.sound) {
         if (has_addresses) {
             doubtful.push_back({addresses.first, std::min(addresses.last, form.depth - 1)});
@@ -88,24 +88,24 @@ void mif_examiner::take_addresses(const mif_statement& found, const mif_addresse
         return false;
     };
     switch (addresses.what) {
-    case fault::none:
+    case address_fault::none:
         take_range(found, addresses);
         break;
-    case fault::no_number:
+    case address_fault::no_number:
         if (!take_prefixed(where, address_radix_of(form.addresses))) {
             take(no_number);
         }
         break;
-    case fault::negative:
+    case address_fault::negative:
         take(negative);
         break;
-    case fault::goes_down:
+    case address_fault::goes_down:
         if (goes_down.add({found.first.offset, found.last.end() - found.first.offset}, {}, all_repairs)) {
             down_first = found.first.in(text);
             down_last = found.last.in(text);
         }
         break;
-    case fault::beyond:
+    case address_fault::beyond:
         if (take(beyond)) {
             beyond_address = addresses.at_last || addresses.first >= form.depth
                                  ? mif_number_of(beyond.text, form.addresses).value
@@ -161,7 +161,8 @@ bool mif_examiner::take_values(const mif_statement& found, const mif_addresses& 
 /// Value number @p value of a statement is none: so are the words that it sets.
 void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value,
                          std::vector<address_range>& in) const {
-    const bool has_addresses = addresses.what == fault::none || addresses.what == fault::beyond;
+    const bool has_addresses =
+        addresses.what == address_fault::none || addresses.what == address_fault::beyond;
     if (!has_addresses || addresses.first >= form.depth) {
         return;
     }
