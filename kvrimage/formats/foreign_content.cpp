@@ -165,11 +165,12 @@ constexpr auto foreign_kinds = std::to_array<foreign_kind>({
     {has_hexadecimal_rows, "bare rows of hexadecimal words", "--from readmemh reads them"},
 });
 
-/// What another format surely or probably makes of @p contents.
-std::optional<diagnostic> content_of_other_format(std::string_view contents, const format& expected) {
+/// Another format that @p contents have, as surely as @p least at least.
+std::optional<diagnostic> content_of_other_format(std::string_view contents, const format& expected,
+                                                  certainty least) {
     const std::vector<sniffed> all = sniff(contents);
-    const auto found = std::ranges::find_if(all, [&expected](const sniffed& each) {
-        return each.as != &expected && each.as->read != nullptr && each.how_sure >= certainty::likely;
+    const auto found = std::ranges::find_if(all, [&expected, least](const sniffed& each) {
+        return each.as != &expected && each.as->read != nullptr && each.how_sure >= least;
     });
     return found != all.end()
                ? std::optional(diagnose::other_format({}, found->as->title, expected.title, found->as->id))
@@ -178,9 +179,10 @@ std::optional<diagnostic> content_of_other_format(std::string_view contents, con
 
 } // namespace
 
-std::optional<diagnostic> foreign_content(std::string_view contents, const format* expected) {
+std::optional<diagnostic> foreign_content(std::string_view contents, const format* expected,
+                                          certainty least) {
     if (expected != nullptr) {
-        if (auto found = content_of_other_format(contents, *expected)) {
+        if (auto found = content_of_other_format(contents, *expected, least)) {
             return found;
         }
     }

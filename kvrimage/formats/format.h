@@ -33,8 +33,8 @@ enum class certainty : std::uint8_t { no, possible, likely, certain };
 
 /// An answer to what a single format leaves open: {"section", ".text"}.
 struct choice {
-    std::string name; ///< of a choice_kind of the format
-    std::string value;
+    std::string name;  ///< of a choice_kind of the format
+    std::string value; ///< as its user wrote it; "" for one without a value
 };
 
 /// What a single format leaves open to its caller.

@@ -69,9 +69,11 @@ protected:
 };
 
 TEST_F(AddedFormat, StandsInHelpAndManualPage) {
-    EXPECT_THAT(run({"--help"}).output, AllOf(HasSubstr("Toy"), HasSubstr("readable"), HasSubstr("writable")));
+    EXPECT_THAT(run({"--help"}).output,
+                AllOf(HasSubstr("Toy"), HasSubstr("readable"), HasSubstr("writable")));
     EXPECT_THAT(run({"formats"}).output, ContainsRegex("\ntoy +Toy +\\.toy "));
-    EXPECT_THAT(run({"--generate", "man"}).output, AllOf(HasSubstr("Toy"), HasSubstr("readable"), HasSubstr("writable")));
+    EXPECT_THAT(run({"--generate", "man"}).output,
+                AllOf(HasSubstr("Toy"), HasSubstr("readable"), HasSubstr("writable")));
 }
 
 TEST_F(AddedFormat, StandsInEveryCompletion) {

@@ -5,6 +5,7 @@
 #include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/hex/hex_cells.h"
+#include "kvrimage/image/united_ranges.h"
 
 #include <fmt/format.h>
 

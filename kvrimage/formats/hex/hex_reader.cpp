@@ -119,8 +119,7 @@ public:
             take_line(parser.line());
         }
         if (!has_record) {
-            return only_finding(as, contents,
-                                foreign_content(contents, &as).value_or(diagnose::not_hex({})));
+            return only_finding(as, contents, foreign_content(contents, &as).value_or(diagnose::not_hex({})));
         }
         report_lines();
         report_end();

@@ -56,7 +56,8 @@ std::uint32_t readmem_prefix_length(std::string_view token, radix digits_radix) 
     if (digits_radix == radix::bin) {
         return has_readmem_prefix(token, 'b', 'B') && are_readmem_digits(rest, digits_radix) ? 2 : 0;
     }
-    return has_readmem_prefix(token, 'x', 'X') && std::ranges::all_of(rest, is_readmem_hex_or_underscore) ? 2
+    // "0X" is how a word with a don't-care digit is written.
+    return has_readmem_prefix(token, 'x', 'x') && std::ranges::all_of(rest, is_readmem_hex_or_underscore) ? 2
                                                                                                           : 0;
 }
 

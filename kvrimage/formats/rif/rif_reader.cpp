@@ -87,7 +87,7 @@ read_result rif_reading::read() {
     read_lines();
     add_diagnostics();
     if (list.has_broken() && is_hardly_rif(text.substr(0, sniffed_bytes))) {
-        if (auto foreign = foreign_content(text, &rif_format)) {
+        if (auto foreign = foreign_content(text, &rif_format, certainty::certain)) {
             return only_finding(rif_format, text, *std::move(foreign));
         }
     }

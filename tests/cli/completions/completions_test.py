@@ -16,7 +16,10 @@ import unittest
 import interactive_shell
 
 NO_TERMINAL = 77
-FORMATS = ["mif", "hex", "rif", "coe", "logisim", "memheader", "csv"]
+FORMATS = [
+    "mif", "hex", "rif", "readmemh", "readmemb", "coe", "hexbytes", "srec", "binary", "elf", "csv", "logisim", "titxt",
+    "memheader",
+]
 
 
 @functools.cache
@@ -47,7 +50,7 @@ class Completions:
         cls.box = tempfile.TemporaryDirectory()
         cls.addClassCleanup(cls.home.cleanup)
         cls.addClassCleanup(cls.box.cleanup)
-        for folder in ["convert", "hex", "bash"]:
+        for folder in ["convert", "coe", "bash"]:
             os.mkdir(os.path.join(cls.box.name, folder))
         for file in ["a b.mif", "sine.mif", "dump", "3=4"]:
             with open(os.path.join(cls.box.name, file), "w", encoding="ascii"):
@@ -139,12 +142,12 @@ class Completions:
     def test_values_in_the_next_word(self):
         self.assert_offered("kvrmem convert --to ", FORMATS)
         self.assert_completed("kvrmem convert --to mi", "kvrmem convert --to mif ")
-        self.assert_nothing("kvrmem convert --to s")
+        self.assert_nothing("kvrmem convert --to q")
 
     def test_values_in_the_same_word(self):
         self.assert_offered("kvrmem convert --to=", FORMATS)
         self.assert_completed("kvrmem convert --to=mi", "kvrmem convert --to=mif ")
-        self.assert_nothing("kvrmem convert --to=s")
+        self.assert_nothing("kvrmem convert --to=q")
 
     def test_values_are_shown(self):
         for text in ["kvrmem radix --to ", "kvrmem radix --to="]:
@@ -155,8 +158,8 @@ class Completions:
                 self.assertNotIn("sine.mif", shown)
 
     def test_folder_with_the_name_of_a_value_is_no_folder_there(self):
-        self.assert_completed("kvrmem convert --to h", "kvrmem convert --to hex ")
-        self.assert_completed("kvrmem convert --to=h", "kvrmem convert --to=hex ")
+        self.assert_completed("kvrmem convert --to co", "kvrmem convert --to coe ")
+        self.assert_completed("kvrmem convert --to=co", "kvrmem convert --to=coe ")
 
     def test_values_of_one_name_depend_on_the_command(self):
         self.assert_offered("kvrmem radix --to ", ["bin", "oct", "dec", "uns", "hex", "fixed:"])
@@ -202,7 +205,7 @@ class Completions:
     def test_every_command_has_its_operand_tested(self):
         self.assertEqual(
             set(commands()),
-            {"check", "convert", "diff", "dump", "fill", "get", "info", "new", "plot", "radix", "set"},
+            {"check", "convert", "diff", "dump", "fill", "formats", "get", "info", "new", "plot", "radix", "set"},
         )
 
     def test_files_stop_where_the_command_takes_no_more(self):
@@ -212,6 +215,7 @@ class Completions:
         self.assert_nothing("kvrmem set sine.mif s")
         self.assert_nothing("kvrmem radix ")
         self.assert_nothing("kvrmem radix s")
+        self.assert_nothing("kvrmem formats s")
         self.assert_completed("kvrmem check sine.mif dump sine.mif du", "kvrmem check sine.mif dump sine.mif dump ")
 
     def test_options_are_no_operands(self):

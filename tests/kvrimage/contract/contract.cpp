@@ -45,14 +45,10 @@ bool has(const std::vector<diagnostic>& all, diagnostic_class level) {
 /// statement that it passes over can repeat what the words are anyway, and a radix that it mistakes can have
 /// the same digits.
 bool may_make_no_difference(diagnostic_id id) {
-    constexpr std::array harmless = {diagnostic_id::shared_line,
-                                     diagnostic_id::lone_semicolon,
-                                     diagnostic_id::after_semicolon,
-                                     diagnostic_id::set_again,
-                                     diagnostic_id::before_end,
-                                     diagnostic_id::after_comment,
-                                     diagnostic_id::comment_of_lines,
-                                     diagnostic_id::lone_carriage_return,
+    constexpr std::array harmless = {diagnostic_id::shared_line,        diagnostic_id::lone_semicolon,
+                                     diagnostic_id::after_semicolon,    diagnostic_id::set_again,
+                                     diagnostic_id::before_end,         diagnostic_id::after_comment,
+                                     diagnostic_id::comment_of_lines,   diagnostic_id::lone_carriage_return,
                                      diagnostic_id::rif_byte_order_mark};
     return std::ranges::find(harmless, id) != harmless.end();
 }

@@ -21,7 +21,7 @@ assignment new_word(std::uint64_t address, std::uint64_t value, std::uint32_t wi
 
 /// @p contents after the edit, or the messages of why there is none.
 std::string edited_contents(const std::string& contents, const std::vector<assignment>& assignments,
-                       const read_options& options = {}) {
+                            const read_options& options = {}) {
     const edit_result result = edit(contents, assignments, options);
     if (result.diagnostics.empty()) {
         return with_edits(contents, result.edits);
@@ -45,9 +45,9 @@ TEST(Edit, ChangesTheWordAndNothingBesideIt) {
 }
 
 TEST(Edit, OfTwoWordsForOneAddressTheLaterCounts) {
-    EXPECT_EQ(
-        edited_contents(":020000000001FD\n:00000001FF\n", {new_word(0, 5, 16), new_word(0, 6, 16)}, {.width = 16}),
-        ":020000000006F8\n:00000001FF\n");
+    EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {new_word(0, 5, 16), new_word(0, 6, 16)},
+                              {.width = 16}),
+              ":020000000006F8\n:00000001FF\n");
 }
 
 TEST(Edit, OfWordsAsTheyAreHasNoEdits) {
@@ -77,7 +77,7 @@ TEST(Edit, OfAFileOfNoFormatSaysSo) {
 TEST(Edit, BeyondAStatedDepthIsRefused) {
     EXPECT_EQ(edited_contents(commented_mif, {new_word(4, 1)}), "address 4 is beyond the depth 4 (0 to 3)\n");
     EXPECT_EQ(edited_contents("@0\n01 02\n", {new_word(0, 1), new_word(9, 1)},
-                         {.as = format_of_name("rif"), .width = 8, .depth = 8}),
+                              {.as = format_of_name("rif"), .width = 8, .depth = 8}),
               "address 9 is beyond the depth 8 (0 to 7)\n");
 }
 

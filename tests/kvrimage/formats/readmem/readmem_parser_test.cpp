@@ -95,8 +95,7 @@ TEST(ReadmemParser, FindsCharactersThatAreNoDigits) {
 }
 
 TEST(ReadmemParser, FindsPrefixes) {
-    EXPECT_EQ(readmem_pieces_of("0x12 0XaB 0x 0x1x"),
-              "word[0x12]/prefix 2 word[0XaB]/prefix 2 word[0x] word[0x1x]");
+    EXPECT_EQ(readmem_pieces_of("0x12 0XaB 0x 0x1x"), "word[0x12]/prefix 2 word[0XaB] word[0x] word[0x1x]");
     EXPECT_EQ(readmem_pieces_of("0b12"), "word[0b12]");
     EXPECT_EQ(readmem_pieces_of("0b10 0B1x 0b12 0x1", radix::bin),
               "word[0b10]/prefix 2 word[0B1x]/prefix 2 word[0b12]/b word[0x1]");
