@@ -121,7 +121,7 @@ TEST_F(AddedFormat, IsFoundByTheContentsOfAFile) {
 
 TEST_F(AddedFormat, ThatCannotDoSomethingIsRefusedForThatAlone) {
     const answer edited = run({"set", toy, "0=1"});
-    EXPECT_EQ(edited.code, 4);
+    EXPECT_EQ(edited.code, 2);
     EXPECT_THAT(edited.errors, HasSubstr("a.toy: Toy cannot be edited"));
 
     const answer read = run({"info", "--from", "writable", toy});

@@ -46,7 +46,8 @@ const own_formats& added_formats() {
 }
 
 TEST(Registry, FindsAFormatWithoutExtensionsByItsId) {
-    EXPECT_EQ(format_of_name("BARE"), &added_formats().bare);
+    const format& bare = added_formats().bare;
+    EXPECT_EQ(format_of_name("BARE"), &bare);
     EXPECT_EQ(format_of_path("a.bare"), nullptr);
 }
 

@@ -139,7 +139,8 @@ TEST(WordList, ARangeCostsOneWord) {
     const std::string contents = "A5";
     diagnostic_list diagnostics;
     read_result result;
-    word_list list(contents, {}, radix::hex);
+    const read_options options;
+    word_list list(contents, options, radix::hex);
     list.add(address_range{1, 0xFFFFFFFF}, contents, {0, 2});
     list.add(address_range{3, 4}, contents, {0, 2});
     list.finish(diagnostics, result);

@@ -58,10 +58,10 @@ memory_input read_for_edit(const arguments& given) {
         throw refusal_of(given, input.path, input.file, input.result, *first_broken(input.result));
     }
     if (input.options.as->edit == nullptr) {
-        usage_error(fmt::format(
-            "{}: {} cannot be edited in place; convert the file to MIF, edit that, and convert it "
-            "back",
-            input.name(), input.options.as->title));
+        throw tool_error(exit_code::bad_input,
+                         fmt::format("{}: {} cannot be edited in place; convert the file to MIF, edit that, "
+                                     "and convert it back",
+                                     input.name(), input.options.as->title));
     }
     return input;
 }
