@@ -96,19 +96,26 @@ void expect_kept(const input& file, const std::string& contents, const read_opti
     }
 }
 
-/// Calls @p take with each input and each format that can be read.
+/// Calls @p take with each input and each format that can be read, or with each @p step th of these pairs.
 template <class Take>
-void for_each_reading(Take&& take) {
+void for_each_reading(Take&& take, std::size_t step = 1) {
     const std::vector<input> inputs = all_inputs();
     ASSERT_GT(inputs.size(), 500U);
+    std::size_t number = 0;
     for (const input& file : inputs) {
         for (const format* as : formats_of_the_library()) {
             read_options options;
             options.as = as;
-            take(file, options);
+            if (++number % step == 0) {
+                take(file, options);
+            }
         }
     }
 }
+
+/// For tests with several variants of each file: a part of them where code is counted or checked. It has no
+/// common divisor with the number of formats, so that each format gets its share.
+constexpr std::size_t step_of_variants = rounds(4) == 4 ? 1 : 5;
 
 TEST(Contract, HoldsForEveryFileOfTheTests) {
     for_each_reading(
@@ -117,31 +124,37 @@ TEST(Contract, HoldsForEveryFileOfTheTests) {
 
 TEST(Contract, HoldsForFilesThatEndTooEarly) {
     constexpr std::size_t parts = 4;
-    for_each_reading([](const input& file, const read_options& options) {
-        const std::size_t size = file.contents.size();
-        for (std::size_t part = 1; part < parts && size < 4096; ++part) {
-            expect_kept(file, file.contents.substr(0, size * part / parts), options);
-        }
-    });
+    for_each_reading(
+        [](const input& file, const read_options& options) {
+            const std::size_t size = file.contents.size();
+            for (std::size_t part = 1; part < parts && size < 4096; ++part) {
+                expect_kept(file, file.contents.substr(0, size * part / parts), options);
+            }
+        },
+        step_of_variants);
 }
 
 TEST(Contract, HoldsForDamagedFiles) {
     std::mt19937 random(11);
-    for_each_reading([&random](const input& file, const read_options& options) {
-        for (int round = 0; round < rounds(3) && file.contents.size() < 4096; ++round) {
-            expect_kept(file, damaged(file.contents, random), options);
-        }
-    });
+    for_each_reading(
+        [&random](const input& file, const read_options& options) {
+            for (int round = 0; round < rounds(3) && file.contents.size() < 4096; ++round) {
+                expect_kept(file, damaged(file.contents, random), options);
+            }
+        },
+        step_of_variants);
 }
 
 TEST(Contract, HoldsWithAWidthAndADepth) {
-    for_each_reading([](const input& file, read_options options) {
-        for (const std::uint32_t width : {1U, 8U, 12U, 32U}) {
-            options.width = width;
-            options.depth = width == 12 ? std::optional<std::uint64_t>(16) : std::nullopt;
-            expect_kept(file, file.contents, options);
-        }
-    });
+    for_each_reading(
+        [](const input& file, read_options options) {
+            for (const std::uint32_t width : {1U, 8U, 12U, 32U}) {
+                options.width = width;
+                options.depth = width == 12 ? std::optional<std::uint64_t>(16) : std::nullopt;
+                expect_kept(file, file.contents, options);
+            }
+        },
+        step_of_variants);
 }
 
 } // namespace
