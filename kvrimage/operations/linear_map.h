@@ -1,0 +1,50 @@
+#pragma once
+
+#include "kvrimage/operations/word_mapping.h"
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <span>
+#include <vector>
+
+namespace kvrimage {
+
+/// A map of numbers of up to 128 bits to others of up to 128 in which each bit of the argument contributes
+/// its own bits, whatever the others are: permutations, checks of parity. It looks a byte of the argument up
+/// at a time.
+class linear_map {
+public:
+    /// @param columns what each bit of the argument contributes, from bit 0 on; at most 128. Further bits
+    /// contribute nothing.
+    explicit linear_map(std::span<const wide_number> columns);
+
+    [[nodiscard]] wide_number operator()(const wide_number& argument) const noexcept {
+        wide_number result;
+        std::uint64_t limb = argument.low;
+        for (std::size_t index = 0; index < tables.size(); ++index) {
+            limb = index == bytes_of_limb ? argument.high : limb;
+            const wide_number& part = tables[index][limb & (byte_values - 1)];
+            result.low ^= part.low;
+            result.high ^= part.high;
+            limb >>= bits_of_byte;
+        }
+        return result;
+    }
+
+private:
+    static constexpr std::size_t bytes_of_limb = 8;
+    static constexpr std::uint32_t bits_of_byte = 8;
+    static constexpr std::size_t byte_values = 256;
+
+    std::vector<std::array<wide_number, byte_values>> tables; ///< for each byte of the argument
+};
+
+/// The number in which bit @p index, below 128, is 1 and all others are 0.
+[[nodiscard]] constexpr wide_number single_bit(std::uint32_t index) noexcept {
+    constexpr std::uint32_t bits_of_limb = 64;
+    return index < bits_of_limb ? wide_number{std::uint64_t{1} << index, 0}
+                                : wide_number{0, std::uint64_t{1} << (index - bits_of_limb)};
+}
+
+} // namespace kvrimage

@@ -1,0 +1,74 @@
+#pragma once
+
+#include "kvrimage/image/memory_image.h"
+
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <vector>
+
+/// A memory as its words in a row, binary digits of each, most significant first; nothing for one that is not
+/// set.
+using plain_words = std::vector<std::optional<std::string>>;
+
+/// The word of the binary digits @p bits.
+inline kvrimage::word word_of_digits(const std::string& bits) {
+    return kvrimage::word::parse(bits, kvrimage::radix::bin, static_cast<std::uint32_t>(bits.size()))
+        .value.value();
+}
+
+inline plain_words plain_words_of(const kvrimage::memory_image& image) {
+    plain_words words;
+    for (std::uint64_t offset = 0; offset < image.depth(); ++offset) {
+        const auto value = image[image.base() + offset];
+        words.push_back(value ? value->to_text(kvrimage::radix::bin) : std::nullopt);
+    }
+    return words;
+}
+
+/// Makes memories in which words are set one by one, by fills, and not at all.
+class memory_maker {
+public:
+    explicit memory_maker(std::uint32_t seed) : engine(seed) {}
+
+    [[nodiscard]] std::uint64_t below(std::uint64_t end) { return engine() % end; }
+    /// Random binary digits; one in @p dont_care_share digits is "X", none for 0.
+    [[nodiscard]] std::string bits(std::uint32_t width, unsigned dont_care_share = 0) {
+        std::string digits(width, '0');
+        for (char& digit : digits) {
+            digit = (engine() & 1U) != 0 ? '1' : '0';
+            digit = dont_care_share != 0 && below(dont_care_share) == 0 ? 'X' : digit;
+        }
+        return digits;
+    }
+    [[nodiscard]] kvrimage::memory_image memory(std::uint32_t width, std::uint64_t depth,
+                                                unsigned dont_care_share = 0, std::uint64_t base = 0) {
+        kvrimage::memory_image image(width, depth, base);
+        const auto word = [&] { return word_of_digits(bits(width, dont_care_share)); };
+        for (std::uint64_t turn = 0; turn < 1 + depth / 64; ++turn) {
+            const std::uint64_t first = base + below(depth);
+            const kvrimage::address_range range = {first, first + below(base + depth - first)};
+            switch (below(4)) {
+            case 0:
+                image.fill(range, std::array{word()});
+                break;
+            case 1:
+                image.fill(range, std::array{word(), word(), word()});
+                break;
+            case 2:
+                image.unset(range);
+                break;
+            default:
+                for (std::uint64_t address = range.first; address <= range.last; ++address) {
+                    image.set(address, word());
+                }
+            }
+        }
+        return image;
+    }
+
+private:
+    std::mt19937_64 engine;
+};
