@@ -1,5 +1,6 @@
 #include "kvrimage/operations/selection.h"
 #include "tests/kvrimage/operations/plain_memory.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -88,7 +89,7 @@ TEST(WithDepth, KeepsTheWords) {
 
 TEST(Selection, OfRandomMemoriesIsThatOfTheWords) {
     memory_maker maker(2);
-    for (int round = 0; round < 40; ++round) {
+    for (int round = 0; round < rounds(12); ++round) {
         const auto width = static_cast<std::uint32_t>(1 + maker.below(40));
         const memory_image image = maker.memory(width, 3000, 20, 50);
         const std::uint64_t first = maker.below(3100);
