@@ -14,6 +14,7 @@
 #include "kvrimage/image/image_bytes.h"
 #include "kvrimage/image/memory_image.h"
 #include "kvrimage/operations/bit_operations.h"
+#include "kvrimage/operations/checksum/checksum.h"
 #include "kvrimage/operations/checksum/crc.h"
 #include "kvrimage/operations/error_correction/ecc_scheme.h"
 #include "kvrimage/operations/error_correction/protection.h"

@@ -74,9 +74,6 @@ std::string excessive_size(const memory_input& input, const write_options& optio
     if (input.image().count_set() <= gibibyte / longest_line || options.as->written_size == nullptr) {
         return "";
     }
-    if (options.as->written_size == nullptr) {
-        return "";
-    }
     const std::uint64_t size = options.as->written_size(input.image(), options);
     const std::size_t input_size = input.file.contents().size();
     if (size <= gibibyte || size / most_growth <= input_size) {

@@ -213,10 +213,6 @@ void verify(const memory_input& input, const std::vector<known_fault>& faults) {
 
 void edit_file(const arguments& given, const edit_kind& kind) {
     memory_input input = read_for_edit(given);
-    if (input.options.as->edit == nullptr) {
-        usage_error(fmt::format("{}: {} cannot be edited; convert it to another format first", input.name(),
-                                input.options.as->title));
-    }
     const std::vector<known_fault> faults = known_faults(given, input);
     const std::vector<assignment> assignments = read_assignments(given, kind, input);
     require_reasonable_size(input, assignments);

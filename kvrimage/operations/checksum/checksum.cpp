@@ -1,0 +1,134 @@
+#include "kvrimage/operations/checksum/checksum.h"
+
+#include "kvrimage/bytes/bytes_of_words.h"
+#include "kvrimage/image/word_copy.h"
+#include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_text.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstddef>
+#include <stdexcept>
+
+namespace kvrimage {
+
+namespace {
+
+constexpr std::uint32_t widest_sum = 64;
+
+/// Calls @p add with the bytes of all words in order.
+template <class Add>
+void for_all_bytes(const memory_image& image, byte_order order, Add&& add) {
+    for_each_byte_block(image, order, [&add](std::uint64_t, std::string_view bytes) { add(bytes); });
+}
+
+std::uint64_t sum_of_all_bytes(const memory_image& image) {
+    std::uint64_t sum = 0;
+    for_all_bytes(image, byte_order::little, [&sum](std::string_view bytes) {
+        for (const char byte : bytes) {
+            sum += static_cast<unsigned char>(byte);
+        }
+    });
+    return sum;
+}
+
+/// Modulo 2^64.
+std::uint64_t sum_of_all_words(const memory_image& image) {
+    const std::size_t bytes_per_word = bytes_of_width(image.width());
+    const std::size_t bytes_that_count = std::min(bytes_per_word, sizeof(std::uint64_t));
+    std::uint64_t sum = 0;
+    for_all_bytes(image, byte_order::little, [&](std::string_view bytes) {
+        for (; !bytes.empty(); bytes.remove_prefix(bytes_per_word)) {
+            std::uint64_t value = 0;
+            for (std::size_t index = bytes_that_count; index-- > 0;) {
+                value = value << bits_per_byte | static_cast<unsigned char>(bytes[index]);
+            }
+            sum += value;
+        }
+    });
+    return sum;
+}
+
+word result_of(const memory_image& image, const crc_model& model, byte_order order) {
+    crc check(model);
+    for_all_bytes(image, order, [&check](std::string_view bytes) { check.add(bytes); });
+    return word::of(check.value(), model.width);
+}
+
+word result_of(const memory_image& image, const additive_sum& what, byte_order /*order*/) {
+    if (what.width == 0 || what.width > widest_sum) {
+        throw std::invalid_argument(fmt::format("a sum of {} bits: the width is 1 to 64", what.width));
+    }
+    const std::uint64_t sum = what.of_words ? sum_of_all_words(image) : sum_of_all_bytes(image);
+    const std::uint64_t all = ~std::uint64_t{0} >> (widest_sum - what.width);
+    return word::of((what.is_complemented ? 0 - sum : sum) & all, what.width);
+}
+
+/// The words of @p image that count.
+memory_image counted_part(const memory_image& image, const checksum_options& options) {
+    const address_range all = {image.base(), image.last_address()};
+    const address_range range = options.range.value_or(all);
+    if (range.last < range.first) {
+        throw std::invalid_argument(
+            fmt::format("the range 0x{:X} to 0x{:X} ends before it begins", range.first, range.last));
+    }
+    if (range.first < all.first || range.last > all.last) {
+        throw std::out_of_range(fmt::format("the range 0x{:X} to 0x{:X}: the memory has 0x{:X} to 0x{:X}",
+                                            range.first, range.last, all.first, all.last));
+    }
+    memory_image part(image.width(), range.last - range.first + 1, range.first);
+    copy_words(image.words(), range.first - image.base(), range.last - image.base(), part.words(), 0);
+    if (options.unset) {
+        part.fill_unset(*options.unset);
+    }
+    return part;
+}
+
+void require_plain_words(const memory_image& image) {
+    for_each_set_run(image.words(), [&image](const text_run& run) {
+        if (!is_plain(run.text)) {
+            throw std::domain_error(fmt::format("the word at address 0x{:X} has don't-care bits: {}",
+                                                image.base() + run.first, run.text));
+        }
+    });
+}
+
+void add_sums(std::vector<named_checksum>& names, std::string_view kind, bool of_words,
+              bool is_complemented) {
+    for (const std::uint32_t width : {8U, 16U, 32U, 64U}) {
+        names.push_back({fmt::format("{}-{}", kind, width), additive_sum{width, of_words, is_complemented}});
+    }
+}
+
+} // namespace
+
+const std::vector<named_checksum>& named_checksums() {
+    static const std::vector<named_checksum> all = [] {
+        std::vector<named_checksum> names;
+        for (const known_crc& known : known_crcs()) {
+            names.push_back({std::string(known.name), known.model});
+        }
+        add_sums(names, "sum", false, false);
+        add_sums(names, "balance", false, true);
+        add_sums(names, "word-sum", true, false);
+        add_sums(names, "word-balance", true, true);
+        return names;
+    }();
+    return all;
+}
+
+std::optional<checksum> checksum_of_name(std::string_view name) {
+    const auto found = std::ranges::find(named_checksums(), name, &named_checksum::name);
+    return found == named_checksums().end() ? std::nullopt : std::optional(found->what);
+}
+
+word checksum_of(const memory_image& image, const checksum& what, const checksum_options& options) {
+    if (options.range || options.unset) {
+        return checksum_of(counted_part(image, options), what, {.order = options.order});
+    }
+    require_plain_words(image);
+    return std::visit([&](const auto& kind) { return result_of(image, kind, options.order); }, what);
+}
+
+} // namespace kvrimage
