@@ -17,15 +17,67 @@ namespace {
 
 constexpr std::uint32_t widest_sum = 64;
 
-/// Calls @p add with the bytes of all words in order.
-template <class Add>
-void for_all_bytes(const memory_image& image, byte_order order, Add&& add) {
-    for_each_byte_block(image, order, [&add](std::uint64_t, std::string_view bytes) { add(bytes); });
+void require_plain_words(const memory_image& image) {
+    for_each_set_run(image.words(), [&image](const text_run& run) {
+        if (!is_plain(run.text)) {
+            throw std::domain_error(fmt::format("the word at address 0x{:X} has don't-care bits: {}",
+                                                image.base() + run.first, run.text));
+        }
+    });
 }
 
-std::uint64_t sum_of_all_bytes(const memory_image& image) {
+/// The words of @p range of @p image, with @p unset for those that are not set.
+memory_image part_of(const memory_image& image, const address_range& range,
+                     const std::optional<word>& unset) {
+    if (range.last < range.first) {
+        throw std::invalid_argument(
+            fmt::format("the range 0x{:X} to 0x{:X} ends before it begins", range.first, range.last));
+    }
+    if (range.first < image.base() || range.last > image.last_address()) {
+        throw std::out_of_range(fmt::format("the range 0x{:X} to 0x{:X}: the memory has 0x{:X} to 0x{:X}",
+                                            range.first, range.last, image.base(), image.last_address()));
+    }
+    memory_image part(image.width(), range.last - range.first + 1, range.first);
+    copy_words(image.words(), range.first - image.base(), range.last - image.base(), part.words(), 0);
+    if (unset) {
+        part.fill_unset(*unset);
+    }
+    return part;
+}
+
+/// Calls a function with the bytes of all words that count, in blocks of whole words.
+class counted_bytes {
+public:
+    counted_bytes(const memory_image& of, const checksum_options& by) : image(of), options(by) {}
+
+    template <class Add>
+    void take(byte_order order, Add&& add) const {
+        if (options.ranges.empty() && !options.unset) {
+            take_all(image, order, add);
+            return;
+        }
+        const std::vector<address_range> all = {{image.base(), image.last_address()}};
+        for (const address_range& range : options.ranges.empty() ? all : options.ranges) {
+            take_all(part_of(image, range, options.unset), order, add);
+        }
+    }
+    [[nodiscard]] std::uint32_t bytes_per_word() const { return bytes_of_width(image.width()); }
+    [[nodiscard]] byte_order order() const { return options.order; }
+
+private:
+    template <class Add>
+    static void take_all(const memory_image& words, byte_order order, Add&& add) {
+        require_plain_words(words);
+        for_each_byte_block(words, order, [&add](std::uint64_t, std::string_view bytes) { add(bytes); });
+    }
+
+    const memory_image& image;
+    const checksum_options& options;
+};
+
+std::uint64_t sum_of_all_bytes(const counted_bytes& counted) {
     std::uint64_t sum = 0;
-    for_all_bytes(image, byte_order::little, [&sum](std::string_view bytes) {
+    counted.take(byte_order::little, [&sum](std::string_view bytes) {
         for (const char byte : bytes) {
             sum += static_cast<unsigned char>(byte);
         }
@@ -34,11 +86,11 @@ std::uint64_t sum_of_all_bytes(const memory_image& image) {
 }
 
 /// Modulo 2^64.
-std::uint64_t sum_of_all_words(const memory_image& image) {
-    const std::size_t bytes_per_word = bytes_of_width(image.width());
+std::uint64_t sum_of_all_words(const counted_bytes& counted) {
+    const std::size_t bytes_per_word = counted.bytes_per_word();
     const std::size_t bytes_that_count = std::min(bytes_per_word, sizeof(std::uint64_t));
     std::uint64_t sum = 0;
-    for_all_bytes(image, byte_order::little, [&](std::string_view bytes) {
+    counted.take(byte_order::little, [&](std::string_view bytes) {
         for (; !bytes.empty(); bytes.remove_prefix(bytes_per_word)) {
             std::uint64_t value = 0;
             for (std::size_t index = bytes_that_count; index-- > 0;) {
@@ -50,48 +102,19 @@ std::uint64_t sum_of_all_words(const memory_image& image) {
     return sum;
 }
 
-word result_of(const memory_image& image, const crc_model& model, byte_order order) {
+word result_of(const counted_bytes& counted, const crc_model& model) {
     crc check(model);
-    for_all_bytes(image, order, [&check](std::string_view bytes) { check.add(bytes); });
+    counted.take(counted.order(), [&check](std::string_view bytes) { check.add(bytes); });
     return word::of(check.value(), model.width);
 }
 
-word result_of(const memory_image& image, const additive_sum& what, byte_order /*order*/) {
+word result_of(const counted_bytes& counted, const additive_sum& what) {
     if (what.width == 0 || what.width > widest_sum) {
         throw std::invalid_argument(fmt::format("a sum of {} bits: the width is 1 to 64", what.width));
     }
-    const std::uint64_t sum = what.of_words ? sum_of_all_words(image) : sum_of_all_bytes(image);
+    const std::uint64_t sum = what.of_words ? sum_of_all_words(counted) : sum_of_all_bytes(counted);
     const std::uint64_t all = ~std::uint64_t{0} >> (widest_sum - what.width);
     return word::of((what.is_complemented ? 0 - sum : sum) & all, what.width);
-}
-
-/// The words of @p image that count.
-memory_image counted_part(const memory_image& image, const checksum_options& options) {
-    const address_range all = {image.base(), image.last_address()};
-    const address_range range = options.range.value_or(all);
-    if (range.last < range.first) {
-        throw std::invalid_argument(
-            fmt::format("the range 0x{:X} to 0x{:X} ends before it begins", range.first, range.last));
-    }
-    if (range.first < all.first || range.last > all.last) {
-        throw std::out_of_range(fmt::format("the range 0x{:X} to 0x{:X}: the memory has 0x{:X} to 0x{:X}",
-                                            range.first, range.last, all.first, all.last));
-    }
-    memory_image part(image.width(), range.last - range.first + 1, range.first);
-    copy_words(image.words(), range.first - image.base(), range.last - image.base(), part.words(), 0);
-    if (options.unset) {
-        part.fill_unset(*options.unset);
-    }
-    return part;
-}
-
-void require_plain_words(const memory_image& image) {
-    for_each_set_run(image.words(), [&image](const text_run& run) {
-        if (!is_plain(run.text)) {
-            throw std::domain_error(fmt::format("the word at address 0x{:X} has don't-care bits: {}",
-                                                image.base() + run.first, run.text));
-        }
-    });
 }
 
 void add_sums(std::vector<named_checksum>& names, std::string_view kind, bool of_words,
@@ -124,11 +147,8 @@ std::optional<checksum> checksum_of_name(std::string_view name) {
 }
 
 word checksum_of(const memory_image& image, const checksum& what, const checksum_options& options) {
-    if (options.range || options.unset) {
-        return checksum_of(counted_part(image, options), what, {.order = options.order});
-    }
-    require_plain_words(image);
-    return std::visit([&](const auto& kind) { return result_of(image, kind, options.order); }, what);
+    const counted_bytes counted(image, options);
+    return std::visit([&counted](const auto& kind) { return result_of(counted, kind); }, what);
 }
 
 } // namespace kvrimage

@@ -38,8 +38,8 @@ struct named_checksum {
 
 /// Which words of a memory a checksum takes in, and as which bytes.
 struct checksum_options {
-    std::optional<address_range> range = std::nullopt; ///< nothing: all of the memory
-    byte_order order = byte_order::little;             ///< of the bytes of a word
+    std::vector<address_range> ranges = {}; ///< one after the other; none: all of the memory
+    byte_order order = byte_order::little;  ///< of the bytes of a word
     /// Stands for words that are not set; nothing: they are left out.
     std::optional<word> unset = std::nullopt;
 };

@@ -79,19 +79,22 @@ TEST(ChecksumOf, TakesARangeAndWordsThatAreNotSet) {
     memory_image image(8, 16, 4);
     image.fill({6, 8}, std::array{word::of(1, 8), word::of(2, 8), word::of(3, 8)});
     EXPECT_EQ(checksum_of(image, checksum_called("sum-8")), word::of(6, 8));
-    EXPECT_EQ(checksum_of(image, checksum_called("sum-8"), {.range = address_range{7, 19}}), word::of(5, 8));
+    EXPECT_EQ(checksum_of(image, checksum_called("sum-8"), {.ranges = {address_range{7, 19}}}),
+              word::of(5, 8));
     EXPECT_EQ(checksum_of(image, checksum_called("sum-8"),
-                          {.range = address_range{7, 9}, .unset = word::of(10, 8)}),
+                          {.ranges = {address_range{7, 9}}, .unset = word::of(10, 8)}),
               word::of(15, 8));
     EXPECT_EQ(checksum_of(image, checksum_called("sum-8"), {.unset = word::of(1, 8)}), word::of(19, 8));
     EXPECT_EQ(checksum_of(memory_image(8, 4), checksum_called("crc-32")), word::of(0, 32));
+    EXPECT_EQ(checksum_of(image, checksum_called("sum-8"), {.ranges = {{8, 8}, {6, 6}, {8, 9}}}),
+              word::of(7, 8));
 }
 
 TEST(ChecksumOf, RefusesWhatItCannotTakeIn) {
     memory_image image(8, 16, 16);
     const checksum sum = checksum_called("sum-8");
     const auto over = [&](std::uint64_t first, std::uint64_t last) {
-        static_cast<void>(checksum_of(image, sum, {.range = address_range{first, last}}));
+        static_cast<void>(checksum_of(image, sum, {.ranges = {address_range{first, last}}}));
     };
     EXPECT_THROW(over(15, 20), std::out_of_range);
     EXPECT_THROW(over(20, 32), std::out_of_range);
