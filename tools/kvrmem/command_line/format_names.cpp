@@ -2,6 +2,7 @@
 
 #include "kvrimage/formats/registry.h"
 #include "tools/kvrmem/command_line/command_words.h"
+#include "tools/kvrmem/numbers/checksum_name.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>
@@ -71,10 +72,11 @@ std::vector<std::string> consumer_choices() {
     return names;
 }
 
-std::string with_format_names(std::string text) {
+std::string with_names(std::string text) {
     constexpr std::size_t most_columns = 78; // a "." may follow
     const std::string titles = format_titles([](const format&) { return true; });
-    return replaced(std::move(text), "{titles}", wrapped(titles, most_columns));
+    text = replaced(std::move(text), "{titles}", wrapped(titles, most_columns));
+    return replaced(std::move(text), "{checksums}", wrapped(checksum_choices(), most_columns));
 }
 
 } // namespace kvrmem

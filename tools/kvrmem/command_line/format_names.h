@@ -22,8 +22,8 @@ namespace kvrmem {
 /// The words that --for takes: the names of consumers, and "none".
 [[nodiscard]] std::vector<std::string> consumer_choices();
 
-/// @p text of a help with the titles of all formats in the place of "{titles}", in lines of at most 80
-/// characters.
-[[nodiscard]] std::string with_format_names(std::string text);
+/// @p text of a help with the titles of all formats in the place of "{titles}", and the names of all
+/// checksums in that of "{checksums}", in lines of at most 80 characters.
+[[nodiscard]] std::string with_names(std::string text);
 
 } // namespace kvrmem

@@ -16,7 +16,7 @@ std::string title_of(const option_entry& entry) {
 }
 
 std::string overview() {
-    std::string text = with_format_names(
+    std::string text = with_names(
         "kvrmem reads, checks, edits, compares, draws and converts memory initialization files:\n"
         "{titles}.\n\n"
         "Examples\n"
@@ -38,7 +38,7 @@ std::string overview() {
 std::string help_for(const command& which) {
     std::string text =
         fmt::format("{}\n\nExamples\n{}\nUsage\n  kvrmem {} [options] {}\n\n{}\nOptions\n", which.summary,
-                    which.examples, which.name, which.operands, with_format_names(which.description));
+                    which.examples, which.name, which.operands, with_names(which.description));
     for (const option_entry& entry : option_table()) {
         if (takes(which, entry.id)) {
             text += fmt::format("  {:<24}{}\n", title_of(entry), entry.help);

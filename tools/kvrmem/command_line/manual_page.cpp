@@ -37,7 +37,7 @@ std::string man_option(const option_entry& entry) {
 std::string man_command(const command& which) {
     std::string text = fmt::format(".SS kvrmem {0} [options] {1}\n{2}\n.PP\n{3}.PP\n.nf\n{4}.fi\n",
                                    which.name, for_man(which.operands), for_man(which.summary),
-                                   for_man(with_format_names(which.description)), for_man(which.examples));
+                                   for_man(with_names(which.description)), for_man(which.examples));
     for (const option_entry* entry : options_of(which)) {
         text += man_option(*entry);
     }
@@ -84,7 +84,7 @@ constexpr std::string_view man_foot =
 } // namespace
 
 std::string manual_page() {
-    std::string text = with_format_names(man_head);
+    std::string text = with_names(man_head);
     for (const command* which : all_commands()) {
         text += man_command(*which);
     }

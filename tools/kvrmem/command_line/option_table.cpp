@@ -5,6 +5,7 @@
 #include "tools/kvrmem/command_line/command_words.h"
 #include "tools/kvrmem/command_line/format_names.h"
 #include "tools/kvrmem/command_line/suggestion.h"
+#include "tools/kvrmem/numbers/checksum_name.h"
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -284,6 +285,18 @@ std::vector<option_entry> make_table() {
          }},
         {option_id::is_signed, '\0', "signed", nullptr, "", "take words for two's complement numbers",
          [](arguments& into, std::string_view, const char*) { into.is_signed = true; }},
+        {option_id::algorithm, 'a', "algorithm", "NAME", checksum_choices(),
+         "checksum to compute, or crc:WIDTH,POLY,INIT,REFIN,REFOUT,XOROUT (default: crc-32)",
+         [](arguments& into, std::string_view, const char* value) { into.algorithm = value; }},
+        {option_id::put, '\0', "put", "ADDRESS", "", "store the checksum at ADDRESS, which it leaves out",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.put = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
+         }},
+        {option_id::verify, '\0', "verify", "ADDRESS", "",
+         "compare with the checksum stored at ADDRESS, which it leaves out",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.verify = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
+         }},
         {option_id::quiet, 'q', "quiet", nullptr, "", "say nothing; the exit code is the answer",
          [](arguments& into, std::string_view, const char*) { into.quiet = true; }},
         {option_id::git, '\0', "git", nullptr, "", "take the seven operands that git gives a diff driver",

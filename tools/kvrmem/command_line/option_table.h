@@ -46,6 +46,9 @@ enum class option_id : std::uint8_t {
     columns,
     range,
     is_signed,
+    algorithm,
+    put,
+    verify,
     quiet,
     git,
     force,
@@ -81,6 +84,9 @@ struct arguments {
     std::optional<std::uint32_t> columns;
     std::optional<kvrimage::address_range> range;
     std::optional<std::vector<std::string>> consumers; ///< "none" for none
+    std::optional<std::string> algorithm;              ///< of a checksum
+    std::optional<std::uint64_t> put;                  ///< where a checksum goes
+    std::optional<std::uint64_t> verify;               ///< where a checksum is
     color_choice color = color_choice::automatic;
     bool no_runs = false;
     bool json = false;

@@ -19,6 +19,7 @@ extern const command new_command;
 extern const command plot_command;
 extern const command radix_command;
 extern const command set_command;
+extern const command sum_command;
 
 /// In the order in which the help shows them.
 [[nodiscard]] std::span<const command* const> all_commands() noexcept;

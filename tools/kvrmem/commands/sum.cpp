@@ -1,0 +1,255 @@
+#include "kvrimage/operations/checksum/checksum.h"
+#include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/numbers/checksum_name.h"
+#include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/json.h"
+#include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
+#include <stdexcept>
+#include <string>
+#include <variant>
+#include <vector>
+
+namespace kvrmem {
+
+namespace {
+
+using kvrimage::address_range;
+using kvrimage::memory_image;
+using kvrimage::word;
+
+/// A checksum, and the words that it took in.
+struct computed_sum {
+    word value;
+    std::uint64_t counted_words;
+    std::uint64_t left_out; ///< words that are not set
+};
+
+/// Where a checksum is stored in a memory: in one word, or cut into several.
+struct stored_place {
+    const char* option; ///< "--put"
+    std::uint64_t first;
+};
+
+std::optional<stored_place> place_of(const arguments& given) {
+    if (given.put && given.verify) {
+        usage_error("--put and --verify exclude each other");
+    }
+    if (given.put) {
+        return stored_place{"--put", *given.put};
+    }
+    return given.verify ? std::optional(stored_place{"--verify", *given.verify}) : std::nullopt;
+}
+
+std::uint32_t width_of_checksum(const kvrimage::checksum& what) {
+    return std::visit([](const auto& kind) { return kind.width; }, what);
+}
+
+/// The addresses that a checksum of @p bits takes at @p place.
+address_range addresses_of(const stored_place& place, std::uint32_t bits, const memory_image& image) {
+    if (bits > image.width() && bits % image.width() != 0) {
+        usage_error(fmt::format("{}: a checksum of {} bits cannot be cut into words of {}", place.option,
+                                bits, image.width()));
+    }
+    const std::uint64_t words = bits > image.width() ? bits / image.width() : 1;
+    const bool is_within = place.first >= image.base() && place.first <= image.last_address() &&
+                           words - 1 <= image.last_address() - place.first;
+    if (!is_within) {
+        usage_error(
+            fmt::format("{} {}: a checksum of {} bits takes {} of {}, the memory has the addresses {} to "
+                        "{}",
+                        place.option, place.first, bits, counted(words, "word"),
+                        counted(image.width(), "bit"), image.base(), image.last_address()));
+    }
+    return {place.first, place.first + words - 1};
+}
+
+/// @p all without @p hole.
+std::vector<address_range> ranges_without(const address_range& all,
+                                          const std::optional<address_range>& hole) {
+    if (!hole || hole->last < all.first || hole->first > all.last) {
+        return {all};
+    }
+    std::vector<address_range> parts;
+    if (all.first < hole->first) {
+        parts.push_back({all.first, hole->first - 1});
+    }
+    if (hole->last < all.last) {
+        parts.push_back({hole->last + 1, all.last});
+    }
+    return parts;
+}
+
+std::uint64_t count_set_words(const memory_image& image, const address_range& range) {
+    std::uint64_t count = 0;
+    for (const kvrimage::run& each : image.runs(range)) {
+        count += each.value ? each.addresses.last - each.addresses.first + 1 : 0;
+    }
+    return count;
+}
+
+computed_sum compute_sum(const arguments& given, const memory_input& input, const kvrimage::checksum& what,
+                         const std::optional<address_range>& stored) {
+    const memory_image& image = input.image();
+    kvrimage::checksum_options options;
+    options.ranges = ranges_without(range_within(given, image), stored);
+    if (options.ranges.empty()) {
+        usage_error("there is no word besides those of the checksum");
+    }
+    options.order = given.order.value_or(input.result.facts.order.value_or(kvrimage::byte_order::little));
+    if (given.fill) {
+        options.unset = word_of_user(*given.fill, image.width(), "--fill " + *given.fill);
+    }
+    std::uint64_t words = 0;
+    std::uint64_t set = 0;
+    for (const address_range& range : options.ranges) {
+        words += range.last - range.first + 1;
+        set += count_set_words(image, range);
+    }
+    try {
+        return {kvrimage::checksum_of(image, what, options), given.fill ? words : set,
+                given.fill ? 0 : words - set};
+    } catch (const std::domain_error& error) {
+        throw tool_error(exit_code::bad_input, fmt::format("{}: error: {}", input.name(), error.what()));
+    } catch (const std::invalid_argument& error) {
+        usage_error(fmt::format("--algorithm {}: {}", given.algorithm.value_or(""), error.what()));
+    }
+}
+
+std::string hex_of(const word& value) {
+    return value.to_text(kvrimage::radix::hex).value();
+}
+
+/// The words of @p stored that hold @p value, whose lowest bits are in the first one where @p order is
+/// little.
+std::vector<word> words_of_sum(const word& value, const address_range& stored, std::uint32_t width,
+                               kvrimage::byte_order order) {
+    const std::string bits = value.to_text(kvrimage::radix::bin).value();
+    const std::uint64_t count = stored.last - stored.first + 1;
+    if (count == 1) {
+        return {word::parse(bits, kvrimage::radix::bin, width).value.value()};
+    }
+    std::vector<word> words;
+    for (std::size_t begin = 0; begin < bits.size(); begin += width) {
+        words.push_back(word::parse(bits.substr(begin, width), kvrimage::radix::bin, width).value.value());
+    }
+    if (order == kvrimage::byte_order::little) {
+        std::ranges::reverse(words);
+    }
+    return words;
+}
+
+/// Stores the checksum as `set` does.
+void store_sum(const arguments& given, const std::vector<word>& words, const address_range& stored) {
+    arguments edited = given;
+    edited.files.resize(1);
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        edited.files.push_back(fmt::format("{}=0x{}", stored.first + index, hex_of(words[index])));
+    }
+    static_cast<void>(set_command.run(edited));
+}
+
+/// True when the words of @p stored are @p words. What they are is reported when they are not.
+bool is_stored(const memory_input& input, const std::vector<word>& words, const address_range& stored) {
+    for (std::size_t index = 0; index < words.size(); ++index) {
+        const std::uint64_t address = stored.first + index;
+        const std::optional<word> found = input.image()[address];
+        if (found != words[index]) {
+            tell(fmt::format("{}: error: the word at address {} is {}, expected {}", input.name(), address,
+                             shown_or_gap(found, {}), hex_of(words[index])));
+            return false;
+        }
+    }
+    return true;
+}
+
+void print_sum(const arguments& given, const memory_input& input, const computed_sum& sum) {
+    const std::string name = given.algorithm.value_or("crc-32");
+    if (given.json) {
+        print_json({{"schema", "kvrmem-sum-1"},
+                    {"file", json_name(input.path)},
+                    {"algorithm", name},
+                    {"value", hex_of(sum.value)},
+                    {"bits", sum.value.width()},
+                    {"words", sum.counted_words},
+                    {"left_out", sum.left_out}});
+        return;
+    }
+    const std::string left_out =
+        sum.left_out == 0 ? "" : fmt::format(", {} not set left out", counted(sum.left_out, "word"));
+    print(fmt::format("{} {}  {}: {} of {}{}\n", name, hex_of(sum.value), input.name(),
+                      counted(sum.counted_words, "word"), counted(input.image().width(), "bit"), left_out));
+}
+
+exit_code run_sum(const arguments& given) {
+    const kvrimage::checksum what = checksum_of_user(given.algorithm.value_or("crc-32"));
+    const std::optional<stored_place> place = place_of(given);
+    if (given.output && !given.put) {
+        usage_error("--output is where --put writes the file");
+    }
+    if (given.put && given.files[0] == "-") {
+        usage_error("--put needs a file with a name");
+    }
+    const memory_input input = read_memory(given, given.files[0]);
+    std::optional<address_range> stored;
+    if (place) {
+        stored = addresses_of(*place, width_of_checksum(what), input.image());
+    }
+    const computed_sum computed = compute_sum(given, input, what, stored);
+    print_sum(given, input, computed);
+    if (!stored) {
+        return exit_code::fine;
+    }
+    const std::vector<word> words =
+        words_of_sum(computed.value, *stored, input.image().width(),
+                     given.order.value_or(input.result.facts.order.value_or(kvrimage::byte_order::little)));
+    if (given.verify) {
+        return is_stored(input, words, *stored) ? exit_code::fine : exit_code::negative;
+    }
+    store_sum(given, words, *stored);
+    return exit_code::fine;
+}
+
+constexpr std::array sum_options = {
+    option_id::from,   option_id::width, option_id::depth,     option_id::unit,
+    option_id::order,  option_id::base,  option_id::pad,       option_id::read_choice,
+    option_id::range,  option_id::fill,  option_id::algorithm, option_id::put,
+    option_id::verify, option_id::json,  option_id::output,    option_id::force_overwrite};
+
+} // namespace
+
+const command sum_command = {
+    "sum",
+    "FILE",
+    "Compute a checksum, store it in the memory, or compare it with a stored one.",
+    "  $ kvrmem sum boot.mif\n"
+    "  $ kvrmem sum --algorithm crc-16-xmodem --range 0..0xFD boot.mif\n"
+    "  $ kvrmem sum --fill 0xFF --put 0xFC boot.mif\n"
+    "  $ kvrmem sum --fill 0xFF --verify 0xFC boot.mif\n",
+    "The bytes of the words count, in order of the addresses: (width + 7) / 8 of each\n"
+    "word, the lowest one first unless --endian says big. Words that are not set are\n"
+    "left out, unless --fill gives them a value. --put and --verify leave out the\n"
+    "words that hold the checksum: one, or as many as it has to be cut into, the\n"
+    "lowest bits first unless --endian says big. With --verify the exit code is 1 when\n"
+    "they differ.\n"
+    "\n"
+    "The names of the checksums are\n"
+    "{checksums}.\n"
+    "sum-N and balance-N add bytes modulo 2^N, word-sum-N and word-balance-N words; a\n"
+    "balance is what makes the sum 0.\n",
+    1,
+    1,
+    sum_options,
+    run_sum};
+
+} // namespace kvrmem
