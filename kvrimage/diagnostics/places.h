@@ -2,6 +2,7 @@
 
 #include "kvrimage/diagnostics/span.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -25,10 +26,28 @@ public:
     [[nodiscard]] bool empty() const noexcept { return number == 0; }
     [[nodiscard]] std::uint64_t count() const noexcept { return number; }
     [[nodiscard]] const std::vector<span>& first() const noexcept { return first_ones; }
+    /// The first of them; there is one.
+    [[nodiscard]] const span& front() const noexcept { return first_ones.front(); }
 
 private:
     std::vector<span> first_ones;
     std::uint64_t number = 0;
+};
+
+/// Places with a number each, of which a message names that of the first and the largest.
+struct numbered_places {
+    places where;
+    std::uint64_t first = 0;
+    std::uint64_t most = 0;
+
+    void add(const span& place, std::uint64_t value) { add(place, value, value); }
+    /// Of a place with several numbers, @p largest is counted.
+    void add(const span& place, std::uint64_t value, std::uint64_t largest) {
+        first = where.empty() ? value : first;
+        most = std::max(most, largest);
+        where.add(place);
+    }
+    [[nodiscard]] bool empty() const noexcept { return where.empty(); }
 };
 
 } // namespace kvrimage

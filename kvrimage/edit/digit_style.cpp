@@ -8,14 +8,6 @@ namespace kvrimage {
 
 namespace {
 
-bool is_lower_case(char character) noexcept {
-    return character >= 'a' && character <= 'z';
-}
-
-bool is_upper_case(char character) noexcept {
-    return character >= 'A' && character <= 'Z';
-}
-
 std::size_t digits_of(std::string_view number) noexcept {
     return number.size() - (number.starts_with('-') ? 1 : 0);
 }
@@ -24,13 +16,13 @@ std::size_t digits_of(std::string_view number) noexcept {
 
 digit_style style_of(std::string_view text) noexcept {
     return {digits_of(text),
-            std::ranges::any_of(text, is_lower_case) && std::ranges::none_of(text, is_upper_case)};
+            std::ranges::any_of(text, kvr::is_lower_case) && std::ranges::none_of(text, kvr::is_upper_case)};
 }
 
 void style_finder::see(std::string_view number) noexcept {
     fewest_digits = std::min(fewest_digits, digits_of(number));
-    lower = lower || std::ranges::any_of(number, is_lower_case);
-    upper = upper || std::ranges::any_of(number, is_upper_case);
+    lower = lower || std::ranges::any_of(number, kvr::is_lower_case);
+    upper = upper || std::ranges::any_of(number, kvr::is_upper_case);
 }
 
 digit_style style_finder::found() const noexcept {

@@ -18,7 +18,7 @@ namespace kvrimage {
     case radix::dec:
     case radix::uns:
         return 10;
-    case radix::hex:
+    default: // radix::hex
         break;
     }
     return 16;

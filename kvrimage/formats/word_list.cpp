@@ -2,6 +2,7 @@
 
 #include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/word_digits.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
@@ -9,29 +10,31 @@
 
 #include <algorithm>
 #include <limits>
+#include <utility>
 
 namespace kvrimage {
 
 namespace {
 
-/// Stands in the list for a word that cannot be read.
-constexpr std::string_view unreadable_text = "?";
-
 /// Nobody means a memory that begins so far below its contents.
 constexpr std::uint64_t highest_plain_start = std::uint64_t{1} << 24U;
 
+/// Bits of a digit; in decimal, where none has a number of its own, 1.
+std::uint64_t bits_per_digit(radix digits_radix) {
+    switch (digits_radix) {
+    case radix::hex:
+        return bits_per_hex_digit;
+    case radix::oct:
+        return 3;
+    default:
+        return 1;
+    }
+}
+
 /// Bits that a word needs by its digits, leading zeros included, but for decimal ones.
 std::uint64_t bits_by_digits(std::string_view digits, radix digits_radix, std::string& scratch) {
-    switch (digits_radix) {
-    case radix::bin:
-        return digits.size();
-    case radix::oct:
-        return digits.size() * 3;
-    case radix::hex:
-        return digits.size() * bits_per_hex_digit;
-    case radix::dec:
-    case radix::uns:
-        break;
+    if (digits_radix != radix::dec && digits_radix != radix::uns) {
+        return digits.size() * bits_per_digit(digits_radix);
     }
     const auto fault = make_word(digits, digits_radix, 1, scratch);
     return fault ? fault->bits_needed : 1;
@@ -39,23 +42,15 @@ std::uint64_t bits_by_digits(std::string_view digits, radix digits_radix, std::s
 
 } // namespace
 
-void word_list::cause::add(const span& place, std::uint64_t at, std::uint64_t value) {
-    if (where.empty()) {
-        first = place;
-        address = at;
-    }
-    most = std::max(most, value);
-    where.add(place);
-}
-
 word_list::word_list(std::string_view contents, const read_options& given, radix digits_radix,
-                     const stated_sizes& stated)
+                     const stated_sizes& stated, list_habits of_format)
     : text(contents),
       options(given),
       digits_are(digits_radix),
       known_width(given.width ? given.width : stated.width),
       known_depth(given.depth ? given.depth : stated.depth),
       width_setting(given.width ? "--width" : stated.width_setting),
+      habits(std::move(of_format)),
       base(given.base.value_or(0)),
       step(stated.address_step),
       words(std::make_unique<image_words>(std::min(known_depth.value_or(deepest_memory), deepest_memory))),
@@ -67,8 +62,14 @@ void word_list::add(const address_range& addresses, std::string_view digits, con
     add_raw(addresses, readable ? in_upper_case(digits) : unreadable_text, where);
 }
 
-void word_list::add_unreadable(std::uint64_t address, const span& where) {
-    add_raw({address, address}, unreadable_text, where);
+void word_list::add_unchecked(const address_range& addresses, const span& digits, const span& where) {
+    const std::string_view word = digits.in(text);
+    if (find_bad_digit(word, digits_are) == std::string_view::npos) {
+        add(addresses, word, where);
+    } else {
+        bad_digits.add(digits);
+        add_raw(addresses, unreadable_text, where);
+    }
 }
 
 void word_list::add_raw(const address_range& addresses, std::string_view raw, const span& where) {
@@ -88,7 +89,7 @@ void word_list::add_raw(const address_range& addresses, std::string_view raw, co
 /// False when no address is in the memory. Those that are not are noted.
 bool word_list::is_within(const address_range& addresses, const span& where) {
     if (addresses.first < base) {
-        below.add(where, addresses.first, 0);
+        below.add(where, addresses.first);
         return false;
     }
     const std::uint64_t last = addresses.last - base;
@@ -103,7 +104,7 @@ bool word_list::fits(std::string_view digits, const span& where) {
     if (bits > known_width.value_or(widest_word)) {
         const auto fault = make_word(digits, digits_are, known_width.value_or(widest_word), scratch);
         if (fault) {
-            too_wide.add(where, fault->bits_needed, fault->bits_needed);
+            too_wide.add(where, fault->bits_needed);
             return false;
         }
     }
@@ -114,12 +115,13 @@ bool word_list::fits(std::string_view digits, const span& where) {
 
 void word_list::note_set_twice(const address_range& offsets, std::string_view raw, const span& where) {
     batch.flush();
+    const bool also_same = habits.first_line != nullptr;
     bool is_set = false;
-    for_each_run(
-        *words, offsets.first, std::min(offsets.last + 1, set_end),
-        [&is_set, raw](const text_run& run) { is_set = is_set || (!run.text.empty() && run.text != raw); });
+    for_each_run(*words, offsets.first, std::min(offsets.last + 1, set_end), [&](const text_run& run) {
+        is_set = is_set || (!run.text.empty() && (also_same || run.text != raw));
+    });
     if (is_set) {
-        set_twice.add(where, base + offsets.first, 0);
+        set_twice.add(where, base + offsets.first);
     }
 }
 
@@ -142,45 +144,52 @@ std::string_view word_list::in_upper_case(std::string_view digits) {
 }
 
 std::uint32_t word_list::width() const {
-    return known_width.value_or(std::max(longest_bits, 1U));
+    const auto least = static_cast<std::uint32_t>(bits_per_digit(digits_are)); // where no word can be read
+    return known_width.value_or(std::max(longest_bits, least));
 }
 
 void word_list::finish(diagnostic_list& diagnostics, read_result& result) {
     batch.flush();
     report(diagnostics);
+    const bool proportionate = is_in_proportion(diagnostics);
     result.facts.width_source = known_width || longest_bits == 0 ? "" : "the longest word";
     const bool has_size = !empty() || (known_width && known_depth);
     if (empty() && !diagnostics.has_broken()) {
         diagnostics.add(has_size ? diagnose::no_words({}) : diagnose::size_unknown({}));
     }
-    if (has_size && (options.keep_going || !diagnostics.has_broken())) {
+    if (has_size && proportionate && (options.keep_going || !diagnostics.has_broken())) {
         result.image = make_image(result.unreadable);
     }
 }
 
 void word_list::report(diagnostic_list& diagnostics) const {
-    if (!too_wide.where.empty()) {
-        diagnostics.add(diagnose::too_wide(too_wide.where, too_wide.first.in(text), too_wide.address,
+    if (!bad_digits.empty()) {
+        diagnostics.add(describe_bad_digits(text, bad_digits, digits_are));
+    }
+    if (!too_wide.empty()) {
+        diagnostics.add(diagnose::too_wide(too_wide.where, too_wide.where.front().in(text), too_wide.first,
                                            known_width.value_or(widest_word), width_setting, too_wide.most));
     }
     report_addresses(diagnostics);
-    if (!set_twice.where.empty()) {
-        diagnostics.add(diagnose::word_set_again(set_twice.where, set_twice.address));
+    if (!set_twice.empty()) {
+        diagnostics.add(habits.first_line ? diagnose::overwritten_word(set_twice.where, set_twice.first,
+                                                                       habits.first_line(set_twice.first))
+                                          : diagnose::word_set_again(set_twice.where, set_twice.first));
     }
-    require_proportion(diagnostics);
 }
 
 void word_list::report_addresses(diagnostic_list& diagnostics) const {
-    if (!below.where.empty()) {
-        diagnostics.add(diagnose::below_base(below.where, in_file(below.address), in_file(base)));
+    if (!below.empty()) {
+        diagnostics.add(diagnose::below_base(below.where, in_file(below.first), in_file(base)));
     }
-    if (!options.base && !known_depth && lowest >= highest_plain_start && lowest != ~std::uint64_t{0}) {
+    const bool may_need_base = !options.base && !known_depth && !habits.may_begin_high;
+    if (may_need_base && lowest >= highest_plain_start && lowest != ~std::uint64_t{0}) {
         diagnostics.add(diagnose::base_needed({}, in_file(lowest)));
-    } else if (!beyond.where.empty() && known_depth) {
-        diagnostics.add(diagnose::beyond_depth(beyond.where, beyond.address - base, *known_depth,
+    } else if (!beyond.empty() && known_depth) {
+        diagnostics.add(diagnose::beyond_depth(beyond.where, beyond.first - base, *known_depth,
                                                *known_depth - 1, beyond.most + 1));
-    } else if (!beyond.where.empty()) {
-        diagnostics.add(diagnose::address_outside(beyond.where, in_file(beyond.address),
+    } else if (!beyond.empty()) {
+        diagnostics.add(diagnose::address_outside(beyond.where, in_file(beyond.first),
                                                   in_file(base + (deepest_memory - 1))));
     }
 }
@@ -190,13 +199,13 @@ std::string word_list::in_file(std::uint64_t address) const {
     return fmt::format("{:X}", address * step);
 }
 
-/// Refuses a memory that a few long words make out of proportion to its file.
-void word_list::require_proportion(diagnostic_list& diagnostics) const {
+/// False, with a diagnostic, for a memory that a few long words make out of proportion to its file.
+bool word_list::is_in_proportion(diagnostic_list& diagnostics) const {
     constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
     constexpr std::uint64_t always_granted = std::uint64_t{16} << 20U;
     constexpr std::uint64_t most_growth = 4;
     if (width() <= usual_width || empty()) {
-        return;
+        return true;
     }
     std::uint64_t count = 0;
     for_each_row_or_run(
@@ -207,9 +216,11 @@ void word_list::require_proportion(diagnostic_list& diagnostics) const {
         },
         [&count](const text_run&) { ++count; });
     const std::uint64_t size = count * (width() / bits_per_hex_digit);
-    if (size > always_granted && size / most_growth > text.size()) {
+    const bool proportionate = size <= always_granted || size / most_growth <= text.size();
+    if (!proportionate) {
         diagnostics.add(diagnose::out_of_proportion({}, count, width(), size >> 20U, text.size()));
     }
+    return proportionate;
 }
 
 memory_image word_list::make_image(std::vector<address_range>& unreadable) {
@@ -230,6 +241,16 @@ memory_image word_list::make_image(std::vector<address_range>& unreadable) {
         },
         [bits, this](const kvr::word_row& row) { return digits_are == radix::hex && are_words(row, bits); });
     return {bits, std::move(words)};
+}
+
+diagnostic describe_bad_digits(std::string_view contents, const places& where, radix digits_radix) {
+    const std::string_view word = where.front().in(contents);
+    const std::size_t fault = find_bad_digit(word, digits_radix);
+    diagnostic found = diagnose::bad_digit(where, word.substr(fault, 1), word, adjective_of(digits_radix));
+    if (fault == 0 && word.front() == '-' && digits_radix == radix::uns) {
+        found.hint = "decimal values are unsigned here: write what the bits of the word are worth";
+    }
+    return found;
 }
 
 } // namespace kvrimage

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kvr/memory/store/word_batch.h"
+#include "kvrimage/diagnostics/diagnostic.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/diagnostics/places.h"
 #include "kvrimage/diagnostics/span.h"
@@ -9,6 +10,7 @@
 #include "kvrimage/image/image_words.h"
 
 #include <cstdint>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <string>
@@ -25,6 +27,14 @@ struct stated_sizes {
     std::uint64_t address_step = 1;                    ///< what the file counts for a word, for messages
 };
 
+/// What a format does in its own way with the words of a list.
+struct list_habits {
+    bool may_begin_high = false; ///< addresses that begin high need no base
+    /// The line that sets the word at an address of the file first. With it a word that is set twice to the
+    /// same is reported, too, and that line with it.
+    std::function<std::uint64_t(std::uint64_t address)> first_line = {};
+};
+
 /// Gathers the words of a file that is a list of them, for its reader: finds the width where nobody says it,
 /// and words that are too wide, beyond the depth, or set twice. The width is that of the options, else the
 /// stated one, else that of the longest word: 4, 3 or 1 bits a digit, in decimal the bits of the widest
@@ -34,14 +44,13 @@ class word_list {
 public:
     /// @param contents and @p given are kept alive by the caller
     word_list(std::string_view contents, const read_options& given, radix digits_radix,
-              const stated_sizes& stated = {});
+              const stated_sizes& stated = {}, list_habits of_format = {});
     word_list(const word_list&) = delete;
     word_list& operator=(const word_list&) = delete;
     ~word_list() = default;
 
     /// Adds the word whose digits, in the radix of the list and of either case, are @p digits: each was found
-    /// to be one
-    /// ("X" and "x" are don't care). In `dec` a "-" may come first.
+    /// to be one ("X" and "x" are don't care). In `dec` a "-" may come first.
     /// @param address as the file counts words
     /// @param where of the word in the file
     void add(std::uint64_t address, std::string_view digits, const span& where) {
@@ -49,8 +58,14 @@ public:
     }
     /// The same for all addresses of a range, at the cost of one.
     void add(const address_range& addresses, std::string_view digits, const span& where);
+    /// The same where nobody has looked at the digits: one that is none of the radix, as a don't-care digit
+    /// and a sign are, is reported, and the word cannot be read.
+    /// @param where of all that the message of another fault quotes: the digits, or more
+    void add_unchecked(const address_range& addresses, const span& digits, const span& where);
     /// Notes a word that cannot be read.
-    void add_unreadable(std::uint64_t address, const span& where);
+    void add_unreadable(std::uint64_t address, const span& where) {
+        add_raw({address, address}, unreadable_text, where);
+    }
 
     [[nodiscard]] bool empty() const noexcept { return set_end == 0; }
 
@@ -59,13 +74,8 @@ public:
     void finish(diagnostic_list& diagnostics, read_result& result);
 
 private:
-    struct cause {
-        places where;
-        span first;
-        std::uint64_t address = 0; ///< the first one; bits of the first word that is too wide
-        std::uint64_t most = 0;
-        void add(const span& place, std::uint64_t at, std::uint64_t value);
-    };
+    /// Stands in the list for a word that cannot be read.
+    static constexpr std::string_view unreadable_text = "?";
 
     void add_raw(const address_range& addresses, std::string_view raw, const span& where);
     [[nodiscard]] bool is_within(const address_range& addresses, const span& where);
@@ -77,7 +87,7 @@ private:
     void report(diagnostic_list& diagnostics) const;
     void report_addresses(diagnostic_list& diagnostics) const;
     [[nodiscard]] std::string in_file(std::uint64_t address) const;
-    void require_proportion(diagnostic_list& diagnostics) const;
+    [[nodiscard]] bool is_in_proportion(diagnostic_list& diagnostics) const;
     memory_image make_image(std::vector<address_range>& unreadable);
 
     std::string_view text;
@@ -86,6 +96,7 @@ private:
     std::optional<std::uint32_t> known_width;
     std::optional<std::uint64_t> known_depth;
     std::string_view width_setting;
+    list_habits habits;
     std::uint64_t base;
     std::uint64_t step;
     std::unique_ptr<image_words> words;
@@ -95,10 +106,16 @@ private:
     std::uint64_t lowest;           ///< address
     bool has_unreadable = false;
     std::string scratch;
-    cause too_wide;
-    cause beyond;
-    cause below;
-    cause set_twice;
+    places bad_digits;
+    numbered_places too_wide; ///< by the bits that they need
+    numbered_places beyond;   ///< by their addresses; the largest is an offset
+    numbered_places below;
+    numbered_places set_twice;
 };
+
+/// What is wrong with words at @p where in @p contents, which have characters that are no digits of @p
+/// digits_radix.
+[[nodiscard]] diagnostic describe_bad_digits(std::string_view contents, const places& where,
+                                             radix digits_radix);
 
 } // namespace kvrimage

@@ -7,31 +7,19 @@
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
-#include <algorithm>
+#include <cstdint>
 #include <optional>
+#include <string_view>
 
 namespace kvrimage {
 
 namespace {
 
 /// The first word with a don't-care bit, by its offset.
-std::optional<text_run> find_dont_care_word(const image_words& words) {
-    std::optional<text_run> found;
-    for_each_row_cycle_or_run(
-        words, [](const kvr::word_row& row, std::uint64_t) { return is_plain(row.all()) ? row.count : 0U; },
-        [&words](const text_cycle& cycle) {
-            bool all_plain = true;
-            for (std::uint64_t index = 0; index < cycle.period; ++index) {
-                all_plain = all_plain && is_plain(words[cycle.first + index]);
-            }
-            return all_plain ? cycle.length() : 0;
-        },
-        [&found](const text_run& run) {
-            if (!found && !is_plain(run.text)) {
-                found = run;
-            }
-        });
-    return found;
+std::optional<std::uint64_t> find_dont_care_word(const image_words& words) {
+    return find_word(
+        words, 0, words.size(), [](const kvr::word_row& row) { return is_plain(row.all()); },
+        [](std::string_view word) { return !is_plain(word); });
 }
 
 /// The words that a format without a way to leave words out would have to make up.
@@ -57,10 +45,10 @@ std::vector<diagnostic> general_obstacles(const memory_image& image, const write
         }
     }
     if (!as.holds_dont_care) {
-        if (const auto word = find_dont_care_word(image.words())) {
-            found.push_back(
-                diagnose::holds_no_dont_care({}, word->text, image.base() + word->first, as.title));
-            found.back().address = image.base() + word->first;
+        if (const auto offset = find_dont_care_word(image.words())) {
+            const std::uint64_t address = image.base() + *offset;
+            found.push_back(diagnose::holds_no_dont_care({}, image.words()[*offset], address, as.title));
+            found.back().address = address;
         }
     }
     if (as.counts == address_unit::byte && !options.order && bytes_of_width(image.width()) > 1) {

@@ -2,7 +2,6 @@
 
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/coe/coe_parser.h"
-#include "kvrimage/formats/word_digits.h"
 #include "kvrimage/formats/word_list.h"
 
 #include <optional>
@@ -55,28 +54,15 @@ public:
             take_no_semicolon(piece.where);
             break;
         case coe_piece::kind::stray:
-            note(stray, piece.where);
+            stray.add(piece.where);
             break;
-        case coe_piece::kind::after_end:
-            note(after_end, piece.where);
+        default: // coe_piece::kind::after_end
+            after_end.add(piece.where);
             break;
         }
     }
 
 private:
-    /// The places of one cause, with the first one, which a message names.
-    struct coe_cause {
-        places where;
-        span first;
-    };
-
-    static void note(coe_cause& cause, const span& where) {
-        if (cause.where.empty()) {
-            cause.first = where;
-        }
-        cause.where.add(where);
-    }
-
     void take_radix(const span& value) {
         if (has_radix) {
             list.add(diagnose::coe_radix_again(value));
@@ -101,14 +87,7 @@ private:
         if (!words) {
             return;
         }
-        const std::string_view word = where.in(text);
-        const std::size_t fault = find_bad_digit(word, *digits);
-        if (fault == std::string_view::npos) {
-            words->add(address, word, where);
-        } else {
-            note(bad_digits, where);
-            words->add_unreadable(address, where);
-        }
+        words->add_unchecked({address, address}, where, where);
         ++address;
         has_value = true;
     }
@@ -135,31 +114,18 @@ private:
     }
 
     void report() {
-        if (!stray.where.empty()) {
-            list.add(diagnose::coe_stray(stray.where, stray.first.in(text)));
+        if (!stray.empty()) {
+            list.add(diagnose::coe_stray(stray, stray.front().in(text)));
         }
-        if (!after_end.where.empty()) {
-            list.add(diagnose::coe_after_end(after_end.where, after_end.first.in(text)));
+        if (!after_end.empty()) {
+            list.add(diagnose::coe_after_end(after_end, after_end.front().in(text)));
         }
         if (!empty_values.empty()) {
             list.add(diagnose::coe_empty_value(empty_values));
         }
-        if (!bad_digits.where.empty()) {
-            report_bad_digits();
-        }
         if (!has_vector) {
             list.add(diagnose::coe_no_vector({}));
         }
-    }
-    void report_bad_digits() {
-        const std::string_view word = bad_digits.first.in(text);
-        const std::size_t fault = find_bad_digit(word, *digits);
-        diagnostic found =
-            diagnose::bad_digit(bad_digits.where, word.substr(fault, 1), word, adjective_of(*digits));
-        if (fault == 0 && word.front() == '-' && *digits == radix::uns) {
-            found.hint = "decimal values are unsigned here: write what the bits of the word are worth";
-        }
-        list.add(std::move(found));
     }
 
     std::string_view text;
@@ -174,9 +140,8 @@ private:
     bool has_vector = false;
     bool has_value = false;
     bool after_comma = false;
-    coe_cause stray;
-    coe_cause after_end;
-    coe_cause bad_digits;
+    places stray;
+    places after_end;
     places empty_values;
 };
 

@@ -25,7 +25,7 @@ public:
             hand_out(csv_cell::kind::open_quote, piece.where, 0);
             has_open_quote = true;
             break;
-        case csv_piece::kind::row_end:
+        default: // csv_piece::kind::row_end
             if (!in_header && !has_open_quote) {
                 take_row(piece.where);
             }

@@ -2,8 +2,8 @@
 
 #include "kvr/memory/io/hex_digit_block.h"
 #include "kvr/numeric/digit_value.h"
+#include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/diagnostics/diagnose.h"
-#include "kvrimage/formats/hex/hex_faults.h"
 #include "kvrimage/image/united_ranges.h"
 #include "kvrimage/image/word_text.h"
 
@@ -13,16 +13,6 @@
 #include <utility>
 
 namespace kvrimage {
-
-void hex_cells::cause::add(const span& place, std::uint64_t first_address, std::string_view first_text,
-                           std::uint64_t value) {
-    if (where.empty()) {
-        address = first_address;
-        text = first_text;
-    }
-    where.add(place);
-    most = std::max(most, value);
-}
 
 hex_cells::hex_cells(std::string_view file, const hex_layout& of, std::optional<std::uint64_t> depth)
     : contents(file),
@@ -80,7 +70,7 @@ bool hex_cells::store_cut(std::string_view digits, std::uint32_t first, std::uin
 void hex_cells::take(const hex_data& data) {
     const std::uint32_t count = data.bytes / cell_bytes;
     if (data.bytes % cell_bytes != 0) {
-        odd_bytes.add(data.where, data.address, count_of(data.bytes, "byte"), 0);
+        odd_bytes.add(data.where, data.bytes);
         mark_unreadable(data.address, data.bytes);
         return;
     }
@@ -98,13 +88,13 @@ void hex_cells::take(const hex_data& data) {
 void hex_cells::note_addresses(const hex_data& data, std::uint32_t count) {
     const std::uint64_t last = data.address + count - 1;
     if (last >= deepest_memory) {
-        outside.add(data.where, last, "", last);
+        outside.add(data.where, last);
     } else if (last >= limit) {
-        beyond_depth.add(data.where, std::max(data.address, limit), "", last);
+        beyond_depth.add(data.where, std::max(data.address, limit), last);
     }
     for (std::uint64_t address = data.address; address <= last && address < std::min(end, limit); ++address) {
         if (!words[address].empty()) {
-            set_twice.add(data.where, address, "", 0);
+            set_twice.add(data.where, address);
             return;
         }
     }
@@ -113,8 +103,10 @@ void hex_cells::note_addresses(const hex_data& data, std::uint32_t count) {
 void hex_cells::store(const hex_data& data, std::uint64_t address, std::uint32_t index) {
     const std::string_view digits = data.digits.substr(index * cell_digits, cell_digits);
     if (const auto fault = make_word(digits, radix::hex, layout.width, word)) {
-        too_wide.add(data.span_of(contents, index * cell_digits, cell_digits), address, digits,
-                     fault->bits_needed);
+        if (too_wide.empty()) {
+            first_too_wide = digits;
+        }
+        too_wide.add(data.span_of(contents, index * cell_digits, cell_digits), fault->bits_needed);
         mark_unreadable(address, cell_bytes);
         return;
     }
@@ -130,32 +122,31 @@ void hex_cells::mark_unreadable(std::uint64_t address, std::uint32_t bytes) {
 }
 
 void hex_cells::report(diagnostic_list& diagnostics) {
-    if (!odd_bytes.where.empty()) {
-        diagnostics.add(diagnose::odd_bytes(odd_bytes.where, odd_bytes.text, count_of(cell_bytes, "byte")));
+    if (!odd_bytes.empty()) {
+        diagnostics.add(diagnose::odd_bytes(odd_bytes.where, counted(odd_bytes.first, "byte"),
+                                            counted(cell_bytes, "byte")));
     }
     report_too_wide(diagnostics);
     report_addresses(diagnostics);
-    if (!set_twice.where.empty()) {
-        diagnostics.add(diagnose::overwritten_word(set_twice.where, set_twice.address,
-                                                   line_that_sets(set_twice.address)));
+    if (!set_twice.empty()) {
+        diagnostics.add(
+            diagnose::overwritten_word(set_twice.where, set_twice.first, line_that_sets(set_twice.first)));
     }
 }
 
 void hex_cells::report_too_wide(diagnostic_list& diagnostics) const {
-    if (!too_wide.where.empty()) {
-        std::string needed;
-        const auto fault = make_word(too_wide.text, radix::hex, layout.width, needed);
-        diagnostics.add(diagnose::too_wide(too_wide.where, too_wide.text, fault->bits_needed, layout.width,
+    if (!too_wide.empty()) {
+        diagnostics.add(diagnose::too_wide(too_wide.where, first_too_wide, too_wide.first, layout.width,
                                            "--width", too_wide.most));
     }
 }
 
 void hex_cells::report_addresses(diagnostic_list& diagnostics) const {
-    if (!outside.where.empty()) {
-        diagnostics.add(diagnose::address_outside(outside.where, outside.address, deepest_memory - 1));
+    if (!outside.empty()) {
+        diagnostics.add(diagnose::address_outside(outside.where, outside.first, deepest_memory - 1));
     }
-    if (!beyond_depth.where.empty()) {
-        diagnostic found = diagnose::beyond_depth(beyond_depth.where, beyond_depth.address, limit, limit - 1,
+    if (!beyond_depth.empty()) {
+        diagnostic found = diagnose::beyond_depth(beyond_depth.where, beyond_depth.first, limit, limit - 1,
                                                   beyond_depth.most + 1);
         found.hint = fmt::format("needs --depth {} or more", beyond_depth.most + 1);
         diagnostics.add(std::move(found));

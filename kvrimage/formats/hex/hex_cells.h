@@ -48,16 +48,6 @@ private:
     void report_too_wide(diagnostic_list& diagnostics) const;
     void report_addresses(diagnostic_list& diagnostics) const;
 
-    /// Places of one cause, and what its message says of the first.
-    struct cause {
-        places where;
-        std::uint64_t address = 0; ///< of the first
-        std::string text;          ///< of the first
-        std::uint64_t most = 0;    ///< of all
-        void add(const span& place, std::uint64_t first_address, std::string_view first_text,
-                 std::uint64_t value);
-    };
-
     std::string_view contents;
     hex_layout layout;
     std::optional<std::uint64_t> given_depth;
@@ -70,8 +60,11 @@ private:
     kvr::word_batch batch;
     kvr::hex_digit_block upper; ///< takes a record with small letters
     std::string word;
-    cause odd_bytes, too_wide, beyond_depth, outside, set_twice;
-    std::vector<address_range> in_doubt; ///< words
+    numbered_places odd_bytes; ///< by how many bytes there are
+    numbered_places too_wide;  ///< by the bits that they need
+    std::string first_too_wide;
+    numbered_places beyond_depth, outside, set_twice; ///< by their addresses
+    std::vector<address_range> in_doubt;              ///< words
 };
 
 } // namespace kvrimage

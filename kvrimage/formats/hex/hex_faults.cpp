@@ -1,5 +1,6 @@
 #include "kvrimage/formats/hex/hex_faults.h"
 
+#include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/edit/text_lines.h"
 
@@ -45,11 +46,11 @@ diagnostic describe_length(const hex_line& line) {
     const std::size_t all = record.digits.size();
     const std::size_t digits = all > hex_record::shortest ? all - hex_record::shortest : 0;
     const std::string_view length = record.digits.substr(0, 2);
-    const std::string stated = count_of(record.data_bytes, "byte");
+    const std::string stated = counted(record.data_bytes, "byte");
     if (digits % 2 != 0) {
         return diagnose::record_length(
             line.fault_place, length, stated,
-            fmt::format("{} {}, an odd number", digits == 1 ? "is" : "are", count_of(digits, "digit")),
+            fmt::format("{} {}, an odd number", digits == 1 ? "is" : "are", counted(digits, "digit")),
             "a digit is missing or too much");
     }
     const char* advice = record.data_bytes == digits / 2 + 1 ? "one byte is missing, or the checksum" : "";
@@ -70,10 +71,6 @@ diagnostic describe_checksum(std::string_view contents, const hex_line& line) {
 
 } // namespace
 
-std::string count_of(std::uint64_t number, std::string_view noun) {
-    return fmt::format("{} {}{}", number, noun, number == 1 ? "" : "s");
-}
-
 diagnostic describe_hex_fault(std::string_view contents, const hex_line& line) {
     const hex_record& record = line.record;
     switch (line.fault) {
@@ -82,7 +79,7 @@ diagnostic describe_hex_fault(std::string_view contents, const hex_line& line) {
     case hex_fault::second_record:
         return describe_second_record(line, contents);
     case hex_fault::too_short:
-        return diagnose::record_short(line.fault_place, count_of(record.digits.size(), "digit"));
+        return diagnose::record_short(line.fault_place, counted(record.digits.size(), "digit"));
     case hex_fault::no_checksum:
         return describe_missing_checksum(line);
     case hex_fault::length:
@@ -93,7 +90,7 @@ diagnostic describe_hex_fault(std::string_view contents, const hex_line& line) {
         return diagnose::record_type(line.fault_place, record.digits.substr(6, 2));
     default: // hex_fault::address_length
         return diagnose::address_record_length(line.fault_place, record.digits.substr(6, 2),
-                                               count_of(record.data_bytes, "byte"));
+                                               counted(record.data_bytes, "byte"));
     }
 }
 

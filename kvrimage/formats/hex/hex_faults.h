@@ -11,7 +11,4 @@ namespace kvrimage {
 /// @param line of which `fault` is not none
 [[nodiscard]] diagnostic describe_hex_fault(std::string_view contents, const hex_line& line);
 
-/// "1 byte", "2 bytes".
-[[nodiscard]] std::string count_of(std::uint64_t number, std::string_view noun);
-
 } // namespace kvrimage

@@ -2,6 +2,7 @@
 
 #include "kvrimage/bytes/found_byte.h"
 #include "kvrimage/bytes/words_of_bytes.h"
+#include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/edit/text_lines.h"
@@ -244,7 +245,7 @@ private:
         case hex_record_type::end:
             end_line = record.where;
             if (record.data_bytes != 0) {
-                list.add(diagnose::end_record_data(record.where, count_of(record.data_bytes, "byte")));
+                list.add(diagnose::end_record_data(record.where, counted(record.data_bytes, "byte")));
             }
             break;
         case hex_record_type::segment_address:

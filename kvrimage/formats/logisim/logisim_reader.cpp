@@ -19,19 +19,6 @@ namespace {
 /// No memory has more.
 constexpr std::uint64_t highest_logisim_address = ~std::uint64_t{0} >> 1U;
 
-/// The places of one cause, with the first one, which a message names.
-struct logisim_cause {
-    places where;
-    span first;
-
-    void add(const span& place) {
-        if (where.empty()) {
-            first = place;
-        }
-        where.add(place);
-    }
-};
-
 class logisim_reading final : public logisim_sink {
 public:
     logisim_reading(std::string_view contents, const read_options& given)
@@ -71,7 +58,7 @@ public:
             bad_runs.add(piece.where);
             note_unreadable(piece);
             break;
-        case logisim_piece::kind::bad_address:
+        default: // logisim_piece::kind::bad_address
             bad_addresses.add(piece.where);
             break;
         }
@@ -88,21 +75,19 @@ private:
     }
 
     void take_word(const logisim_piece& piece) {
-        const std::string_view digits = piece.digits.in(text);
-        if (find_bad_digit(digits, radix::hex) != std::string_view::npos) {
-            bad_digits.add(piece.digits);
-            note_unreadable(piece);
-        } else if (piece.address && piece.last_address() > highest_logisim_address) {
+        if (piece.address && piece.last_address() > highest_logisim_address) {
             beyond_all.add(piece.where);
         } else if (variant->bytes) {
             take_byte(piece);
         } else if (piece.address) {
-            words.add({*piece.address, piece.last_address()}, digits, piece.where);
+            words.add_unchecked({*piece.address, piece.last_address()}, piece.digits, piece.where);
         }
     }
     void take_byte(const logisim_piece& piece) {
         const std::string_view digits = piece.digits.in(text);
-        if (piece.digits.length != piece.where.length) {
+        if (find_bad_digit(digits, radix::hex) != std::string_view::npos) {
+            bad_bytes.add(piece.digits);
+        } else if (piece.digits.length != piece.where.length) {
             bad_runs.add(piece.where);
         } else if (digits.size() > 2) {
             long_bytes.add(piece.where);
@@ -140,27 +125,25 @@ private:
     }
 
     void report() {
-        if (!bad_addresses.where.empty()) {
-            list.add(diagnose::logisim_address(bad_addresses.where, bad_addresses.first.in(text)));
+        if (!bad_addresses.empty()) {
+            list.add(diagnose::logisim_address(bad_addresses, bad_addresses.front().in(text)));
         }
-        if (!bad_runs.where.empty()) {
+        if (!bad_runs.empty()) {
             list.add(diagnose::logisim_run(
-                bad_runs.where, bad_runs.first.in(text),
+                bad_runs, bad_runs.front().in(text),
                 variant->bytes ? "bytes have no runs: write each of them"
                                : "write a decimal count of at least 1, '*' and the word: 16*00"));
         }
-        if (!long_bytes.where.empty()) {
-            list.add(diagnose::logisim_byte(long_bytes.where, long_bytes.first.in(text),
+        if (!long_bytes.empty()) {
+            list.add(diagnose::logisim_byte(long_bytes, long_bytes.front().in(text),
                                             variant->is_addressed ? "addressed" : "plain"));
         }
-        if (!beyond_all.where.empty()) {
-            list.add(diagnose::address_outside(beyond_all.where, "of this word",
+        if (!beyond_all.empty()) {
+            list.add(diagnose::address_outside(beyond_all, "of this word",
                                                fmt::format("{:X}", highest_logisim_address)));
         }
-        if (!bad_digits.where.empty()) {
-            const std::string_view word = bad_digits.first.in(text);
-            const std::size_t fault = find_bad_digit(word, radix::hex);
-            list.add(diagnose::bad_digit(bad_digits.where, word.substr(fault, 1), word, "hexadecimal"));
+        if (!bad_bytes.empty()) {
+            list.add(describe_bad_digits(text, bad_bytes, radix::hex));
         }
     }
 
@@ -171,11 +154,11 @@ private:
     byte_blocks bytes;
     read_result result;
     const logisim_variant* variant = nullptr;
-    logisim_cause bad_addresses;
-    logisim_cause bad_runs;
-    logisim_cause bad_digits;
-    logisim_cause long_bytes;
-    logisim_cause beyond_all;
+    places bad_addresses;
+    places bad_runs;
+    places bad_bytes;
+    places long_bytes;
+    places beyond_all;
 };
 
 } // namespace

@@ -32,7 +32,7 @@ std::string_view first_line_of(layout of) {
         return "v3.0 hex words plain\n";
     case layout::runs:
         return "v2.0 raw\n";
-    case layout::addressed:
+    default: // layout::addressed
         break;
     }
     return "v3.0 hex words addressed\n";
@@ -104,21 +104,13 @@ void write_runs(const memory_image& image, sink_buffer& output) {
 std::uint64_t count_addressed_lines(const memory_image& image) {
     std::uint64_t lines = 0;
     std::uint64_t next = ~std::uint64_t{0};
-    const auto take = [&](std::uint64_t first_offset, std::uint64_t last_offset) {
+    for_each_set_stretch(image.words(), [&](std::uint64_t first_offset, std::uint64_t last_offset) {
         const std::uint64_t first = image.base() + first_offset;
         const std::uint64_t last = image.base() + last_offset;
         const bool goes_on = first == next && first % words_per_logisim_line != 0;
         lines += last / words_per_logisim_line - first / words_per_logisim_line + (goes_on ? 0 : 1);
         next = last + 1;
-        return last_offset - first_offset + 1;
-    };
-    for_each_row_cycle_or_run(
-        image.words(),
-        [&take](const kvr::word_row& row, std::uint64_t first) {
-            return static_cast<std::uint32_t>(take(first, first + row.count - 1));
-        },
-        [&take](const text_cycle& cycle) { return take(cycle.first, cycle.last); },
-        [&take](const text_run& run) { take(run.first, run.last); });
+    });
     return lines;
 }
 
@@ -161,7 +153,7 @@ void write_logisim(const memory_image& image, const write_options& options, text
     case layout::plain:
         write_plain(image, buffer);
         break;
-    case layout::runs:
+    default: // layout::runs
         write_runs(image, buffer);
         break;
     }
@@ -177,7 +169,7 @@ std::uint64_t written_logisim_size(const memory_image& image, const write_option
                count_addressed_lines(image) * (address_digits_of(image) + 2);
     case layout::runs:
         return first_line + size_of_run_tokens(image, word);
-    case layout::plain:
+    default: // layout::plain
         break;
     }
     return first_line + image.count_set() * word;

@@ -62,19 +62,6 @@ std::optional<std::uint64_t> number_of(std::string_view text, const memheader_se
     return value >= setting.lowest && value <= setting.highest ? std::optional(value) : std::nullopt;
 }
 
-/// The places of one cause, with the first one, which a message names.
-struct memheader_cause {
-    places where;
-    span first;
-
-    void add(const span& place) {
-        if (where.empty()) {
-            first = place;
-        }
-        where.add(place);
-    }
-};
-
 class memheader_reading final : public memheader_sink {
 public:
     memheader_reading(std::string_view contents, const read_options& given)
@@ -112,7 +99,7 @@ public:
         case memheader_piece::kind::stray_word:
             stray_words.add(piece.where);
             break;
-        case memheader_piece::kind::late_setting:
+        default: // memheader_piece::kind::late_setting
             late_settings.add(piece.where);
             break;
         }
@@ -185,11 +172,8 @@ private:
         }
         if (*piece.address > highest_memheader_address) {
             beyond_all.add(piece.where);
-        } else if (find_bad_digit(piece.where.in(text), layout->digits) == std::string_view::npos) {
-            words->add(*piece.address, piece.where.in(text), piece.where);
         } else {
-            bad_digits.add(piece.where);
-            words->add_unreadable(*piece.address, piece.where);
+            words->add_unchecked({*piece.address, *piece.address}, piece.where, piece.where);
         }
     }
 
@@ -199,24 +183,18 @@ private:
         if (layout != nullptr && layout->is_addressed) {
             report_radix(setting_name::address_radix);
         }
-        if (!stray_words.where.empty()) {
-            list.add(diagnose::memheader_stray(stray_words.where, stray_words.first.in(text), "before"));
+        if (!stray_words.empty()) {
+            list.add(diagnose::memheader_stray(stray_words, stray_words.front().in(text), "before"));
         }
-        if (!late_settings.where.empty()) {
-            list.add(diagnose::memheader_stray(late_settings.where, late_settings.first.in(text), "after"));
+        if (!late_settings.empty()) {
+            list.add(diagnose::memheader_stray(late_settings, late_settings.front().in(text), "after"));
         }
-        if (!bad_addresses.where.empty()) {
-            list.add(diagnose::memheader_address(bad_addresses.where, bad_addresses.first.in(text)));
+        if (!bad_addresses.empty()) {
+            list.add(diagnose::memheader_address(bad_addresses, bad_addresses.front().in(text)));
         }
-        if (!beyond_all.where.empty()) {
-            list.add(diagnose::address_outside(beyond_all.where, "of this word",
+        if (!beyond_all.empty()) {
+            list.add(diagnose::address_outside(beyond_all, "of this word",
                                                fmt::format("{:X}", highest_memheader_address)));
-        }
-        if (!bad_digits.where.empty()) {
-            const std::string_view word = bad_digits.first.in(text);
-            const std::size_t fault = find_bad_digit(word, layout->digits);
-            list.add(diagnose::bad_digit(bad_digits.where, word.substr(fault, 1), word,
-                                         adjective_of(layout->digits)));
         }
     }
     void report_missing() {
@@ -256,11 +234,10 @@ private:
     std::array<seen_setting, memheader_settings.size()> settings;
     const memheader_layout* layout = nullptr;
     bool has_data = false;
-    memheader_cause stray_words;
-    memheader_cause late_settings;
-    memheader_cause bad_addresses;
-    memheader_cause beyond_all;
-    memheader_cause bad_digits;
+    places stray_words;
+    places late_settings;
+    places bad_addresses;
+    places beyond_all;
 };
 
 } // namespace

@@ -71,7 +71,7 @@ void readmem_findings::take(const readmem_piece& piece) {
     case readmem_kind::separator:
         add(separators, where, {{where.offset, 1, " "}});
         break;
-    case readmem_kind::stray:
+    default: // readmem_kind::stray
         ++faults;
         add(stray, where);
         break;
@@ -122,7 +122,7 @@ void readmem_findings::take_address(const readmem_piece& address) {
     case readmem_address_fault::syntax:
         add(bad_addresses, address.where);
         break;
-    case readmem_address_fault::outside:
+    default: // readmem_address_fault::outside
         add(outside, address.where);
         break;
     }

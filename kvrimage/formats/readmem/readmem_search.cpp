@@ -1,9 +1,8 @@
 #include "kvrimage/formats/readmem/readmem_search.h"
 
+#include "kvrimage/formats/line_place.h"
 #include "kvrimage/formats/readmem/readmem_addresses.h"
 #include "kvrimage/formats/readmem/readmem_banner.h"
-
-#include <algorithm>
 
 namespace kvrimage {
 
@@ -14,23 +13,18 @@ std::optional<place> find_readmem_word(std::string_view contents, const read_opt
     const std::uint64_t unit = readmem_unit_bytes(contents, options, digits_radix);
     const std::uint64_t wanted = address + options.base.value_or(0) / unit;
     readmem_addresses addresses(unit);
-    std::optional<place> found;
+    std::optional<span> found;
     for_each_readmem_piece(contents, digits_radix, [&](const readmem_piece& piece) {
         if (piece.what == readmem_piece::kind::address) {
             addresses.take(piece);
         } else if (piece.what == readmem_piece::kind::word) {
             if (addresses.peek() == wanted) {
-                found = place{0, 0, piece.where.offset, piece.where.length};
+                found = piece.where;
             }
             addresses.advance();
         }
     });
-    if (found) {
-        const std::string_view before = contents.substr(0, found->offset);
-        found->line = static_cast<std::uint64_t>(std::ranges::count(before, '\n')) + 1;
-        found->column = before.size() - (before.rfind('\n') + 1) + 1;
-    }
-    return found;
+    return found ? std::optional(line_place(contents, *found)) : std::nullopt;
 }
 
 } // namespace

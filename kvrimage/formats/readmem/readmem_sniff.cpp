@@ -12,6 +12,7 @@ struct readmem_counts {
     std::uint64_t words = 0;
     std::uint64_t faults = 0;
     bool is_simple = true; ///< nothing but what RIF has, too
+    bool are_bytes = true; ///< each word has two digits
 
     void take(const readmem_piece& piece, std::string_view text) {
         switch (piece.what) {
@@ -32,7 +33,7 @@ struct readmem_counts {
             break;
         case readmem_piece::kind::other_comment:
         case readmem_piece::kind::separator:
-        case readmem_piece::kind::stray:
+        default: // readmem_piece::kind::stray
             ++faults;
             break;
         }
@@ -50,6 +51,7 @@ private:
         words += is_proper ? 1 : 0;
         faults += is_proper ? 0 : 1;
         is_simple = is_simple && word.find_first_of("_zZ") == std::string_view::npos;
+        are_bytes = are_bytes && word.size() == 2;
     }
 };
 
@@ -71,7 +73,9 @@ certainty sniff_readmem(std::string_view head, radix digits_radix) {
         return certainty::possible;
     }
     // What RIF may be as well is as sure as that.
-    return counts.addresses != 0 && counts.is_simple ? certainty::certain : certainty::likely;
+    const bool may_be_titxt = counts.are_bytes && head.starts_with('@');
+    return counts.addresses != 0 && counts.is_simple && !may_be_titxt ? certainty::certain
+                                                                      : certainty::likely;
 }
 
 } // namespace

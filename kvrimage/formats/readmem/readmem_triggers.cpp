@@ -94,7 +94,7 @@ void readmem_trigger_finder::take(const readmem_piece& piece) {
     case readmem_kind::separator:
         take_separator(piece.where);
         break;
-    case readmem_kind::stray:
+    default: // readmem_kind::stray
         take_fault(piece.where);
         break;
     }
@@ -159,7 +159,7 @@ void readmem_trigger_finder::take_address(const readmem_piece& address) {
     case readmem_address_fault::underscores:
         add(readmem_trigger::underscored_address, where);
         break;
-    case readmem_address_fault::syntax:
+    default: // readmem_address_fault::syntax
         add(readmem_trigger::bad_address, where);
         break;
     }

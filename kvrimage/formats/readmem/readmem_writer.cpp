@@ -4,6 +4,7 @@
 #include "kvrimage/formats/readmem/readmem_banner.h"
 #include "kvrimage/formats/sink_buffer.h"
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/unshown_word.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
@@ -113,35 +114,6 @@ bool is_as_readmem_has_it(std::size_t length, std::uint32_t width, radix digits_
     return length == most_characters_of_word(digits_radix, width);
 }
 
-/// The first word that no hexadecimal digits hold, by its offset.
-std::optional<std::uint64_t> find_unwritable_readmem(const memory_image& image) {
-    std::optional<std::uint64_t> found;
-    std::string text;
-    const auto can_show = [&](std::string_view word) {
-        return is_as_readmem_has_it(word.size(), image.width(), radix::hex) ||
-               show_word(word, radix::hex, image.width(), text);
-    };
-    const image_words& words = image.words();
-    for_each_row_cycle_or_run(
-        words,
-        [&](const kvr::word_row& row, std::uint64_t) {
-            return is_as_readmem_has_it(row.length, image.width(), radix::hex) ? row.count : 0U;
-        },
-        [&](const text_cycle& cycle) {
-            bool all = true;
-            for (std::uint64_t index = 0; index < cycle.period; ++index) {
-                all = all && can_show(words[cycle.first + index]);
-            }
-            return all ? cycle.length() : 0;
-        },
-        [&](const text_run& run) {
-            if (!found && !can_show(run.text)) {
-                found = run.first;
-            }
-        });
-    return found;
-}
-
 std::vector<diagnostic> can_write_readmem(const memory_image& image, const write_options& options,
                                           radix digits_radix) {
     std::vector<diagnostic> found;
@@ -153,9 +125,10 @@ std::vector<diagnostic> can_write_readmem(const memory_image& image, const write
     if (!image.bounds()) {
         found.push_back(diagnose::readmem_nothing_to_write({}));
     }
-    if (const auto offset = digits_radix == radix::hex ? find_unwritable_readmem(image) : std::nullopt) {
+    const image_words& words = image.words();
+    if (const auto offset = find_unshown_word(words, image.width(), digits_radix, 0, words.size())) {
         const std::uint64_t address = image.base() + *offset;
-        found.push_back(diagnose::readmem_dont_care_bit({}, image.words()[*offset], address));
+        found.push_back(diagnose::readmem_dont_care_bit({}, words[*offset], address));
         found.back().address = address;
     }
     return found;
@@ -218,17 +191,8 @@ std::uint64_t written_readmem_size(const memory_image& image, const write_option
                                    radix digits_radix) {
     const readmem_layout layout(image, options, digits_radix);
     readmem_size size(layout, image.base());
-    for_each_row_cycle_or_run(
-        image.words(),
-        [&size](const kvr::word_row& row, std::uint64_t first) {
-            size.take(first, first + row.count - 1);
-            return row.count;
-        },
-        [&size](const text_cycle& cycle) {
-            size.take(cycle.first, cycle.last);
-            return cycle.length();
-        },
-        [&size](const text_run& run) { size.take(run.first, run.last); });
+    for_each_set_stretch(image.words(),
+                         [&size](std::uint64_t first, std::uint64_t last) { size.take(first, last); });
     return size.result();
 }
 

@@ -1,9 +1,8 @@
 #include "kvrimage/formats/rif/rif_search.h"
 
+#include "kvrimage/formats/line_place.h"
 #include "kvrimage/formats/rif/fast_rif_lines.h"
 #include "kvrimage/formats/rif/rif_parser.h"
-
-#include <algorithm>
 
 namespace kvrimage {
 
@@ -17,7 +16,7 @@ public:
           parser(contents, *this),
           address(of) {}
 
-    std::optional<place> find(bool only_first) {
+    std::optional<span> find(bool only_first) {
         while (!parser.at_end() && !(only_first && found)) {
             if (!skip_fast_line()) {
                 first_only = only_first;
@@ -29,7 +28,7 @@ public:
     void take(const rif_piece& piece) override {
         const bool is_it = piece.what == rif_piece::kind::word && piece.address == address;
         if (is_it && !(first_only && found)) {
-            found = place{0, 0, piece.where.offset, piece.where.length};
+            found = piece.where;
         }
     }
 
@@ -50,24 +49,19 @@ private:
     rif_parser parser;
     std::uint64_t address;
     bool first_only = false;
-    std::optional<place> found;
+    std::optional<span> found;
 };
 
 } // namespace
 
-std::optional<place> first_rif_word(std::string_view contents, std::uint64_t address) {
+std::optional<span> first_rif_word(std::string_view contents, std::uint64_t address) {
     return rif_search(contents, address).find(true);
 }
 
 std::optional<place> find_rif_word(std::string_view contents, const read_options& /*options*/,
                                    std::uint64_t address) {
-    std::optional<place> found = rif_search(contents, address).find(false);
-    if (found) {
-        const std::string_view before = contents.substr(0, found->offset);
-        found->line = static_cast<std::uint64_t>(std::ranges::count(before, '\n')) + 1;
-        found->column = before.size() - (before.rfind('\n') + 1) + 1;
-    }
-    return found;
+    const std::optional<span> found = rif_search(contents, address).find(false);
+    return found ? std::optional(line_place(contents, *found)) : std::nullopt;
 }
 
 } // namespace kvrimage

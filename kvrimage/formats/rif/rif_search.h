@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvrimage/diagnostics/span.h"
 #include "kvrimage/formats/format.h"
 
 #include <cstdint>
@@ -8,8 +9,8 @@
 
 namespace kvrimage {
 
-/// The first word of @p contents for @p address, without its line and column.
-[[nodiscard]] std::optional<place> first_rif_word(std::string_view contents, std::uint64_t address);
+/// The first word of @p contents for @p address.
+[[nodiscard]] std::optional<span> first_rif_word(std::string_view contents, std::uint64_t address);
 
 /// format::find_word() for RIF: the last word for @p address.
 [[nodiscard]] std::optional<place> find_rif_word(std::string_view contents, const read_options& options,

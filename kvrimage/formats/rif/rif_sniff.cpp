@@ -12,6 +12,7 @@ struct piece_counts {
     std::uint64_t words = 0;     ///< proper ones
     std::uint64_t faults = 0;
     bool has_comments = false;
+    bool are_bytes = true; ///< each word has two digits
 
     void take(const rif_piece& piece) {
         using piece_kind = rif_piece::kind;
@@ -20,6 +21,7 @@ struct piece_counts {
         words += piece.what == piece_kind::word && is_proper ? 1 : 0;
         faults += piece.what == piece_kind::stray || !is_proper ? 1 : 0;
         has_comments = has_comments || piece.what == piece_kind::comment;
+        are_bytes = are_bytes && (piece.what != piece_kind::word || piece.where.length == 2);
     }
 };
 
@@ -51,7 +53,9 @@ certainty sniff_rif(std::string_view head) {
     if (counts.addresses == 0) {
         return counts.faults == 0 ? certainty::possible : certainty::no;
     }
-    return counts.faults == 0 && !counts.has_comments ? certainty::certain : certainty::likely;
+    const bool may_be_titxt = counts.are_bytes && head.starts_with('@'); // RIF that is written begins with LF
+    return counts.faults == 0 && !counts.has_comments && !may_be_titxt ? certainty::certain
+                                                                       : certainty::likely;
 }
 
 } // namespace kvrimage

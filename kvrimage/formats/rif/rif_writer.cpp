@@ -2,15 +2,14 @@
 
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/rif/rif_parser.h"
+#include "kvrimage/formats/sink_buffer.h"
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/unshown_word.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>
 
-#include <algorithm>
-#include <iterator>
-#include <optional>
 #include <string>
 #include <string_view>
 
@@ -20,88 +19,30 @@ namespace {
 
 constexpr std::uint64_t words_per_line = 8;
 
-/// Gathers text, so that the output gets large parts of it.
-class buffered_output {
-public:
-    explicit buffered_output(text_sink& target) : output(target) { buffer.reserve(block + spare); }
-
-    /// Append to this, little at a time.
-    std::string& text() {
-        if (buffer.size() >= block) {
-            flush();
-        }
-        return buffer;
-    }
-    void flush() {
-        output.write(buffer);
-        buffer.clear();
-    }
-
-private:
-    static constexpr std::size_t block = std::size_t{64} * 1024;
-    static constexpr std::size_t spare = 1024;
-
-    text_sink& output;
-    std::string buffer;
-};
-
 class rif_line_writer {
 public:
-    explicit rif_line_writer(text_sink& output) : buffer(output) {}
+    explicit rif_line_writer(text_sink& target) : output(target) {}
 
     void write(std::uint64_t address, std::string_view word) {
-        std::string& text = buffer.text();
         if (address != next || address % words_per_line == 0) {
-            fmt::format_to(std::back_inserter(text), "{}@{:x}\n", line_open ? "\n" : "", address);
+            output.write(fmt::format("{}@{:x}\n", line_open ? "\n" : "", address));
         }
-        text.append(word);
-        text += ' ';
+        output.write(word);
+        output.write(" ");
         line_open = true;
         next = address + 1;
     }
     /// After the last word; there is one at least.
     void finish() {
-        buffer.text() += '\n';
-        buffer.flush();
+        output.write("\n");
+        output.flush();
     }
 
 private:
-    buffered_output buffer;
+    sink_buffer output;
     std::uint64_t next = ~std::uint64_t{0};
     bool line_open = false;
 };
-
-/// True for words that are written as the image holds them.
-bool is_as_written(std::size_t length, std::uint32_t width) {
-    return length == most_characters_of_word(radix::hex, width);
-}
-
-/// The first word in @p words that RIF cannot hold, by its offset.
-std::optional<std::uint64_t> find_dont_care_bit(const image_words& words, std::uint32_t width) {
-    std::optional<std::uint64_t> found;
-    std::string text;
-    const auto look_at = [&](std::uint64_t offset, std::string_view word) {
-        if (!found && !is_as_written(word.size(), width) && !show_word(word, radix::hex, width, text)) {
-            found = offset;
-        }
-    };
-    for_each_row_cycle_or_run(
-        words,
-        [&](const kvr::word_row& row, std::uint64_t first) {
-            for (std::uint32_t index = 0; !is_as_written(row.length, width) && index < row.count; ++index) {
-                look_at(first + index, row[index]);
-            }
-            return row.count;
-        },
-        [&](const text_cycle& cycle) {
-            for (std::uint32_t index = 0; index < cycle.period; ++index) {
-                look_at(cycle.first + index, words[cycle.first + index]);
-            }
-            return cycle.length();
-        },
-        [&](const text_run& run) { look_at(run.first, run.text); });
-    return found;
-}
 
 /// A word and a blank each, and address lines.
 class rif_size {
@@ -139,8 +80,9 @@ std::vector<diagnostic> can_write_rif(const memory_image& image, const write_opt
         found.push_back(
             diagnose::address_outside({}, fmt::format("{:X}", bounds->last), highest_rif_address_text));
     }
-    if (const auto offset = find_dont_care_bit(image.words(), image.width())) {
-        found.push_back(diagnose::dont_care_bit({}, image.words()[*offset], image.base() + *offset));
+    const image_words& words = image.words();
+    if (const auto offset = find_unshown_word(words, image.width(), radix::hex, 0, words.size())) {
+        found.push_back(diagnose::dont_care_bit({}, words[*offset], image.base() + *offset));
         found.back().address = image.base() + *offset;
     }
     return found;
@@ -168,17 +110,8 @@ void write_rif(const memory_image& image, const write_options& /*options*/, text
 
 std::uint64_t written_rif_size(const memory_image& image, const write_options& /*options*/) {
     rif_size size(image);
-    for_each_row_cycle_or_run(
-        image.words(),
-        [&size](const kvr::word_row& row, std::uint64_t first) {
-            size.take(first, first + row.count - 1);
-            return row.count;
-        },
-        [&size](const text_cycle& cycle) {
-            size.take(cycle.first, cycle.last);
-            return cycle.length();
-        },
-        [&size](const text_run& run) { size.take(run.first, run.last); });
+    for_each_set_stretch(image.words(),
+                         [&size](std::uint64_t first, std::uint64_t last) { size.take(first, last); });
     return size.result();
 }
 

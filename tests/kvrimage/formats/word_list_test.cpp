@@ -7,6 +7,7 @@
 #include <map>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -133,6 +134,75 @@ TEST(WordList, AFewLongWordsMayNotMakeTheOthersLong) {
     EXPECT_THAT(read_list(words, radix::hex).messages,
                 ElementsAre("1001 words of 400000 bits take 95 MiB, and the file has 102001 bytes"));
     EXPECT_THAT(read_list({{0, std::string(262145, '0')}}, radix::hex).messages, IsEmpty());
+}
+
+TEST(WordList, HasNoImageOutOfProportionAlsoWhenTheReaderKeepsGoing) {
+    std::vector<list_word> words;
+    for (std::uint64_t address = 0; address < 1000; ++address) {
+        words.push_back({address, std::string(1, "01"[address % 2])});
+    }
+    words.push_back({1000, std::string(100000, '1')});
+    EXPECT_FALSE(read_list(words, radix::hex, {.keep_going = true}).result.image);
+}
+
+TEST(WordList, HasTheWidthOfADigitWhereNoWordCanBeRead) {
+    const std::string contents = "?";
+    const read_options options = {.keep_going = true};
+    for (const auto& [digits_radix, width] :
+         {std::pair(radix::hex, 4U), std::pair(radix::oct, 3U), std::pair(radix::dec, 1U)}) {
+        diagnostic_list diagnostics;
+        read_result result;
+        word_list list(contents, options, digits_radix);
+        list.add_unreadable(0, {0, 1});
+        list.finish(diagnostics, result);
+        EXPECT_EQ(result.image->width(), width);
+    }
+}
+
+TEST(WordList, LooksAtDigitsThatNobodyHasLookedAt) {
+    const std::string contents = "1F 2G 3 -4";
+    const read_options options = {.keep_going = true};
+    diagnostic_list diagnostics;
+    read_result result;
+    word_list list(contents, options, radix::hex);
+    list.add_unchecked({0, 0}, {0, 2}, {0, 2});
+    list.add_unchecked({1, 2}, {3, 2}, {3, 2});
+    list.add_unchecked({3, 3}, {6, 1}, {6, 1});
+    list.add_unchecked({4, 4}, {8, 2}, {8, 2});
+    list.finish(diagnostics, result);
+    const std::vector<diagnostic> found = diagnostics.finish(contents);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].message, "'G' in 2G is no hexadecimal digit");
+    EXPECT_EQ(found[0].count, 2U);
+    EXPECT_THAT(texts_of(*result.image), ElementsAre("1F", "", "", "03", ""));
+    EXPECT_THAT(result.unreadable, ElementsAre(address_range{1, 2}, address_range{4, 4}));
+}
+
+TEST(WordList, NamesTheLineOfTheFirstWordWhereItsFormatFindsThat) {
+    const std::string contents = "1 1";
+    const read_options options;
+    diagnostic_list diagnostics;
+    read_result result;
+    word_list list(contents, options, radix::hex, {},
+                   {.first_line = [](std::uint64_t address) { return address + 70; }});
+    list.add(7, "1", {0, 1});
+    list.add(7, "1", {2, 1});
+    list.finish(diagnostics, result);
+    const std::vector<diagnostic> found = diagnostics.finish(contents);
+    ASSERT_EQ(found.size(), 1U);
+    EXPECT_EQ(found[0].message, "address 7 is set twice, first in line 77");
+}
+
+TEST(WordList, TakesHighAddressesWithoutABaseWhereItsFormatDoes) {
+    const std::string contents = "1";
+    const read_options options;
+    diagnostic_list diagnostics;
+    read_result result;
+    word_list list(contents, options, radix::hex, {}, {.may_begin_high = true});
+    list.add(0xFFFFFFFF, "1", {0, 1});
+    list.finish(diagnostics, result);
+    EXPECT_TRUE(diagnostics.finish(contents).empty());
+    EXPECT_EQ(result.image->depth(), std::uint64_t{1} << 32U);
 }
 
 TEST(WordList, ARangeCostsOneWord) {

@@ -1,5 +1,6 @@
 #include "kvr/numeric/digit_value.h"
 #include "kvrimage/image/hex_words.h"
+#include "kvrimage/image/unshown_word.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/shown_runs.h"
@@ -93,7 +94,7 @@ public:
           radix(shown_radix),
           paint(colors),
           digits(most_characters_of_word(radix, image.width())),
-          word_size(std::max(digits, column_title_size)),
+          word_size(std::max(most_characters(), column_title_size)),
           address_size(std::max<std::size_t>(fmt::format("{:X}", range.last + 1).size(), 4)),
           text_size(characters_of_word(image.width())),
           columns(words_a_line.value_or(fitting_columns())),
@@ -113,6 +114,13 @@ public:
     }
 
 private:
+    /// Of the words that are shown: one with a don't-care bit that the radix cannot show is "0b" and bits.
+    [[nodiscard]] std::size_t most_characters() const {
+        const auto unshown =
+            kvrimage::find_unshown_word(image.words(), image.width(), radix.digits,
+                                        range.first - image.base(), range.last - image.base() + 1);
+        return unshown ? std::max<std::size_t>(digits, image.width() + 2) : digits;
+    }
     [[nodiscard]] std::uint32_t fitting_columns() const {
         std::uint32_t fitting = most_words_a_line;
         while (fitting > 1 && address_size + fitting * (1 + word_size + text_size) + 4 > widest_line) {

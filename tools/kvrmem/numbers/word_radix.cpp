@@ -1,5 +1,6 @@
 #include "tools/kvrmem/numbers/word_radix.h"
 
+#include "kvrimage/image/fixed_point.h"
 #include "tools/kvrmem/numbers/decimal_fraction.h"
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/surroundings/counted.h"
@@ -25,23 +26,15 @@ std::size_t decimal_digits_of(std::uint32_t bits) {
 } // namespace
 
 std::optional<word_radix> word_radix_of_name(std::string_view name) {
-    constexpr std::string_view fixed = "fixed:";
-    if (!name.starts_with(fixed)) {
-        const auto digits = kvrimage::radix_of_name(name);
-        return digits ? std::optional(word_radix{*digits}) : std::nullopt;
+    if (const auto digits = kvrimage::radix_of_name(name)) {
+        return word_radix{*digits};
     }
-    const std::string_view bits = name.substr(fixed.size());
-    const std::size_t point = bits.find('.');
-    if (point == std::string_view::npos) {
+    const auto fixed = kvrimage::fixed_point_of_name(name);
+    if (!fixed || fixed->integer_bits > most_fixed_point_bits ||
+        fixed->fraction_bits > most_fixed_point_bits) {
         return std::nullopt;
     }
-    const auto integer_bits = read_human_size(bits.substr(0, point), most_fixed_point_bits);
-    const auto fraction_bits = read_human_size(bits.substr(point + 1), most_fixed_point_bits);
-    if (!integer_bits || !fraction_bits || *integer_bits == 0) {
-        return std::nullopt;
-    }
-    return word_radix{radix::dec, static_cast<std::uint32_t>(*integer_bits),
-                      static_cast<std::uint32_t>(*fraction_bits)};
+    return word_radix{radix::dec, fixed->integer_bits, fixed->fraction_bits};
 }
 
 std::optional<std::string> shown(const kvrimage::word& value, const word_radix& radix) {

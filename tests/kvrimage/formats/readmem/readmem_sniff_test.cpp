@@ -1,6 +1,7 @@
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/readmem/readmem_format.h"
 #include "kvrimage/formats/readmem/readmem_sniff.h"
+#include "kvrimage/formats/rif/rif_sniff.h"
 #include "tests/kvrimage/formats/rif/shown_diagnostics.h"
 
 #include <gmock/gmock.h>
@@ -27,14 +28,20 @@ TEST(ReadmemSniff, ZerosAndOnesAreEquallyLikelyBoth) {
 }
 
 TEST(ReadmemSniff, AddressesAndWordsAloneAreAsSureAsRif) {
-    EXPECT_EQ(sniff_readmemh("@0\n01 AB\n"), certainty::certain);
+    EXPECT_EQ(sniff_readmemh("\n@0\n01 AB\n"), certainty::certain);
+    EXPECT_EQ(sniff_readmemh("@0\n01 1AB\n"), certainty::certain);
     EXPECT_EQ(sniff_readmemh("@0\n0_1 AB\n"), certainty::likely);
-    EXPECT_EQ(sniff_readmemh("@FFFFFFFF\n01\n"), certainty::certain);
-    EXPECT_EQ(sniff_readmemh("@100000000\n01\n"), certainty::likely);
-    EXPECT_EQ(sniff_readmemh("@0\f01\n"), certainty::likely);
+    EXPECT_EQ(sniff_readmemh("\n@FFFFFFFF\n01\n"), certainty::certain);
+    EXPECT_EQ(sniff_readmemh("\n@100000000\n01\n"), certainty::likely);
+    EXPECT_EQ(sniff_readmemh("\n@0\f01\n"), certainty::likely);
     EXPECT_EQ(sniff_readmemh("\xEF\xBB\xBF@0\n01 AB\n"), certainty::likely);
     EXPECT_EQ(sniff_readmemh("/* a */ @0\n01\n"), certainty::likely);
-    EXPECT_EQ(sniff_readmemh("@0\n01 /* a"), certainty::likely);
+    EXPECT_EQ(sniff_readmemh("\n@0\n01 /* a"), certainty::likely);
+}
+
+TEST(ReadmemSniff, WhatMayBeBytesOfTiTxtIsLikely) {
+    EXPECT_EQ(sniff_readmemh("@F000\n01 AB\n"), certainty::likely);
+    EXPECT_EQ(sniff_rif("@F000\n01 AB\n"), certainty::likely);
 }
 
 TEST(ReadmemSniff, AFewFaultsArePossible) {

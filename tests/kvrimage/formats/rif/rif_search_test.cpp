@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 namespace {
@@ -13,12 +14,15 @@ TEST(RifSearch, FindsTheLastWordOfAnAddress) {
 }
 
 TEST(RifSearch, FindsTheFirstWordOfAnAddress) {
-    EXPECT_EQ(first_rif_word("@0\n00 11 @1 2\n@1\n 222", 1), (place{0, 0, 6, 2}));
+    const std::optional<span> found = first_rif_word("@0\n00 11 @1 2\n@1\n 222", 1);
+    ASSERT_TRUE(found);
+    EXPECT_EQ(found->offset, 6U);
+    EXPECT_EQ(found->length, 2U);
 }
 
 TEST(RifSearch, FindsNothingWhereNoWordIsSet) {
     EXPECT_EQ(find_rif_word("@0\n00 11", {}, 2), std::nullopt);
-    EXPECT_EQ(first_rif_word("@0\n00 11", 2), std::nullopt);
+    EXPECT_FALSE(first_rif_word("@0\n00 11", 2));
 }
 
 TEST(RifSearch, FindsWordsAmongRegularLines) {

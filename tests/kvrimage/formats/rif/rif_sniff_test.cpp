@@ -17,6 +17,12 @@ TEST(RifSniff, ThinksItLikelyWithAFault) {
     EXPECT_EQ(sniff_rif("// table\n@0\n00 11\n"), certainty::likely);
 }
 
+TEST(RifSniff, ThinksItLikelyWhereItMayBeBytesOfTiTxt) {
+    EXPECT_EQ(sniff_rif("@F000\n00 11\n"), certainty::likely);
+    EXPECT_EQ(sniff_rif("@F000\n00 111\n"), certainty::certain);
+    EXPECT_EQ(sniff_rif("\n@F000\n00 11\n"), certainty::certain);
+}
+
 TEST(RifSniff, ThinksBareWordsPossible) {
     EXPECT_EQ(sniff_rif("0011\n0101\n"), certainty::possible);
 }

@@ -1,0 +1,90 @@
+#include "kvrimage/image/unshown_word.h"
+#include "kvrimage/image/word_text.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <random>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace {
+
+using namespace kvrimage;
+
+constexpr std::uint32_t bits_of_unshown = 8;
+
+image_words words_of(const std::vector<std::string_view>& texts) {
+    image_words words(texts.size());
+    for (std::size_t offset = 0; offset < texts.size(); ++offset) {
+        words.set(offset, texts[offset]);
+    }
+    return words;
+}
+
+std::optional<std::uint64_t> first_unshown(const image_words& words, radix digits_radix) {
+    return find_unshown_word(words, bits_of_unshown, digits_radix, 0, words.size());
+}
+
+TEST(UnshownWord, IsOneWithADontCareBitBesideAPlainOne) {
+    const image_words words = words_of({"00", "", "1X", "000000X0", "0000000X"});
+    EXPECT_EQ(first_unshown(words, radix::hex), 3U);
+    EXPECT_EQ(first_unshown(words, radix::oct), 2U);
+    EXPECT_EQ(first_unshown(words, radix::uns), 2U);
+    EXPECT_EQ(first_unshown(words, radix::bin), std::nullopt);
+}
+
+TEST(UnshownWord, IsLookedForInARange) {
+    const image_words words = words_of({"000000X0", "00", "00", "000000X0"});
+    EXPECT_EQ(find_unshown_word(words, bits_of_unshown, radix::hex, 1, 3), std::nullopt);
+    EXPECT_EQ(find_unshown_word(words, bits_of_unshown, radix::hex, 1, 4), 3U);
+    EXPECT_EQ(find_unshown_word(words, bits_of_unshown, radix::hex, 0, 0), std::nullopt);
+}
+
+TEST(UnshownWord, IsFoundInRowsRunsAndCyclesOfBillions) {
+    image_words words(std::uint64_t{1} << 32U);
+    words.fill(0, 0x0FFFFFFF, {"00", "11"});
+    words.fill(0x10000000, 0x7FFFFFFF, {"22"});
+    words.fill(0x80000000, 0xFFFFFFFE, {"33", "000000X0"});
+    EXPECT_EQ(first_unshown(words, radix::hex), 0x80000001U);
+    words.fill(0x80000000, 0xFFFFFFFE, {"33", "44"});
+    EXPECT_EQ(first_unshown(words, radix::hex), std::nullopt);
+    words.fill(0x70000000, 0x70000007, {"0000000X"});
+    EXPECT_EQ(first_unshown(words, radix::hex), 0x70000000U);
+}
+
+/// Words in any order, filled and single, against a look at each.
+TEST(UnshownWord, IsTheFirstOfALookAtEachWord) {
+    std::mt19937 numbers(7);
+    const std::vector<std::string_view> texts = {"", "00", "A5", "XX", "1X", "0000000X", "X0000000"};
+    for (int round = 0; round < 300; ++round) {
+        image_words words(200);
+        for (int change = 0; change < 6; ++change) {
+            const std::uint64_t first = numbers() % 200;
+            const std::string_view one = texts[1 + numbers() % (round % 2 == 0 ? 4 : 6)];
+            const std::string_view other = texts[1 + numbers() % (round % 2 == 0 ? 4 : 6)];
+            if (numbers() % 2 == 0) {
+                words.set(first, one);
+            } else {
+                words.fill(first, std::min<std::uint64_t>(first + numbers() % 50, 199), {one, other});
+            }
+        }
+        for (const radix each : {radix::hex, radix::oct, radix::dec, radix::bin}) {
+            const std::uint64_t begin = numbers() % 200;
+            const std::uint64_t end = begin + numbers() % (201 - begin);
+            std::optional<std::uint64_t> expected;
+            std::string shown;
+            for (std::uint64_t offset = begin; offset < end && !expected; ++offset) {
+                if (!words[offset].empty() && !show_word(words[offset], each, bits_of_unshown, shown)) {
+                    expected = offset;
+                }
+            }
+            ASSERT_EQ(find_unshown_word(words, bits_of_unshown, each, begin, end), expected);
+        }
+    }
+}
+
+} // namespace
