@@ -11,11 +11,16 @@ namespace kvrimage {
 
 namespace {
 
-/// What the contents and the name say; null when they say nothing.
+/// What the contents and the name say; null when they say nothing. No contents say that they are of a format
+/// that is only written, so that the name does.
 const format* likely_format(std::string_view contents, std::string_view path) {
+    const format* const named = format_of_path(path);
+    if (named != nullptr && named->read == nullptr) {
+        return named;
+    }
     const std::vector<sniffed> found = sniff(contents, path);
     const bool is_likely = !found.empty() && found.front().how_sure >= certainty::likely;
-    return is_likely ? found.front().as : format_of_path(path);
+    return is_likely ? found.front().as : named;
 }
 
 std::uint64_t line_of(std::string_view contents, const span& where) {

@@ -110,6 +110,8 @@ struct write_options {
     bool runs = true; ///< neighbouring equal words share a line where the format can
     std::optional<byte_order> order = std::nullopt; ///< of the bytes of a word, for a file of bytes
     std::vector<choice> choices = {};               ///< see format::write_choices
+    /// What formats of source code name the memory after, where nobody names it; "" when there is no name.
+    std::string file_name = {};
 };
 
 /// The last value that @p choices have for @p name; nothing when they have none.

@@ -163,13 +163,16 @@ bool repair_once(const format_choice& choice, const check_options& options, repa
     return !edits.empty();
 }
 
-/// @p options with the format of @p path where they name none.
+/// @p options with the format of @p path, and its name, where they name none.
 write_options with_format(write_options options, const std::string& path) {
     if (options.as == nullptr) {
         options.as = format_of_path(path);
     }
     if (options.as == nullptr) {
         throw std::invalid_argument(fmt::format("nothing says in which format {} is to be written", path));
+    }
+    if (options.file_name.empty()) {
+        options.file_name = path;
     }
     return options;
 }

@@ -11,6 +11,10 @@
 #include "kvrimage/formats/mif/mif_format.h"
 #include "kvrimage/formats/readmem/readmem_format.h"
 #include "kvrimage/formats/rif/rif_format.h"
+#include "kvrimage/formats/source/c_format.h"
+#include "kvrimage/formats/source/python_format.h"
+#include "kvrimage/formats/source/verilog_format.h"
+#include "kvrimage/formats/source/vhdl_format.h"
 #include "kvrimage/formats/srec/srec_format.h"
 #include "kvrimage/formats/titxt/titxt_format.h"
 
@@ -24,12 +28,13 @@ namespace {
 /// A line for each format.
 std::vector<const format*>& registered() {
     static std::vector<const format*> all = {
-        &mif_format, &hex_format,      &rif_format,   &readmemh_format,  &readmemb_format,
-        &coe_format, &hexbytes_format, &srec_format,  &binary_format,
+        &mif_format,    &hex_format,      &rif_format,   &readmemh_format,  &readmemb_format,
+        &coe_format,    &hexbytes_format, &srec_format,  &binary_format,
 #ifdef KVRIMAGE_READS_ELF
         &elf_format,
 #endif
-        &csv_format, &logisim_format,  &titxt_format, &memheader_format,
+        &csv_format,    &logisim_format,  &titxt_format, &memheader_format, &c_format,
+        &python_format, &verilog_format,  &vhdl_format,
     };
     return all;
 }

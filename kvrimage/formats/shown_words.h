@@ -14,7 +14,8 @@ namespace kvrimage {
 /// Calls @p take with the first address, the last address and the text of the words of @p image that are set,
 /// in order: a call for each run of equal words, and one for each word where they stand in a row. The text
 /// has the digits of @p digits_radix, most significant first: all of them in binary, octal and hexadecimal
-/// (upper case), the fewest in decimal. None of the words has a don't-care bit.
+/// (upper case), the fewest in decimal. A don't-care bit is "X" in binary; in other radixes none of the words
+/// has one.
 template <class Take>
 void for_each_shown_run(const memory_image& image, radix digits_radix, Take&& take) {
     const std::uint64_t base = image.base();

@@ -3,24 +3,11 @@
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/unset_words.h"
-#include "kvrimage/image/image_words.h"
-#include "kvrimage/image/word_runs.h"
-#include "kvrimage/image/word_text.h"
-
-#include <cstdint>
-#include <optional>
-#include <string_view>
+#include "kvrimage/image/dont_care_words.h"
 
 namespace kvrimage {
 
 namespace {
-
-/// The first word with a don't-care bit, by its offset.
-std::optional<std::uint64_t> find_dont_care_word(const image_words& words) {
-    return find_word(
-        words, 0, words.size(), [](const kvr::word_row& row) { return is_plain(row.all()); },
-        [](std::string_view word) { return !is_plain(word); });
-}
 
 /// The words that a format without a way to leave words out would have to make up.
 unset_words words_to_fill(const memory_image& image, const format& as) {

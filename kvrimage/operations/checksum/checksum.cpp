@@ -1,8 +1,8 @@
 #include "kvrimage/operations/checksum/checksum.h"
 
 #include "kvrimage/bytes/bytes_of_words.h"
+#include "kvrimage/image/dont_care_words.h"
 #include "kvrimage/image/word_copy.h"
-#include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>
@@ -18,12 +18,10 @@ namespace {
 constexpr std::uint32_t widest_sum = 64;
 
 void require_plain_words(const memory_image& image) {
-    for_each_set_run(image.words(), [&image](const text_run& run) {
-        if (!is_plain(run.text)) {
-            throw std::domain_error(fmt::format("the word at address 0x{:X} has don't-care bits: {}",
-                                                image.base() + run.first, run.text));
-        }
-    });
+    if (const auto offset = find_dont_care_word(image.words())) {
+        throw std::domain_error(fmt::format("the word at address 0x{:X} has don't-care bits: {}",
+                                            image.base() + *offset, image.words()[*offset]));
+    }
 }
 
 /// The words of @p range of @p image, with @p unset for those that are not set.

@@ -16,10 +16,12 @@ import unittest
 import interactive_shell
 
 NO_TERMINAL = 77
-FORMATS = [
-    "mif", "hex", "rif", "readmemh", "readmemb", "coe", "hexbytes", "srec", "binary", "elf", "csv", "logisim", "titxt",
+READ_AND_WRITTEN = [
+    "mif", "hex", "rif", "readmemh", "readmemb", "coe", "hexbytes", "srec", "binary", "csv", "logisim", "titxt",
     "memheader",
 ]
+READ = [*READ_AND_WRITTEN, "elf"]
+WRITTEN = [*READ_AND_WRITTEN, "c", "python", "verilog", "vhdl"]
 
 
 @functools.cache
@@ -140,12 +142,13 @@ class Completions:
     # Values of options.
 
     def test_values_in_the_next_word(self):
-        self.assert_offered("kvrmem convert --to ", FORMATS)
+        self.assert_offered("kvrmem convert --from ", READ)
+        self.assert_offered("kvrmem convert --to ", WRITTEN)
         self.assert_completed("kvrmem convert --to mi", "kvrmem convert --to mif ")
         self.assert_nothing("kvrmem convert --to q")
 
     def test_values_in_the_same_word(self):
-        self.assert_offered("kvrmem convert --to=", FORMATS)
+        self.assert_offered("kvrmem convert --to=", WRITTEN)
         self.assert_completed("kvrmem convert --to=mi", "kvrmem convert --to=mif ")
         self.assert_nothing("kvrmem convert --to=q")
 

@@ -174,7 +174,8 @@ private:
         for (const format* target : formats_of_the_library()) {
             write_options to;
             to.as = target;
-            if (target->write == nullptr || !can_write(*read_one.image, to).empty()) {
+            if (target->read == nullptr || target->write == nullptr ||
+                !can_write(*read_one.image, to).empty()) {
                 continue;
             }
             read_options back;

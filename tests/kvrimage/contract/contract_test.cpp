@@ -104,6 +104,9 @@ void for_each_reading(Take&& take, std::size_t step = 1) {
     std::size_t number = 0;
     for (const input& file : inputs) {
         for (const format* as : formats_of_the_library()) {
+            if (as->read == nullptr) {
+                continue;
+            }
             read_options options;
             options.as = as;
             if (++number % step == 0) {

@@ -54,6 +54,10 @@ TEST(Comments, AreThoseOfTheNameWhereTheContentsAreOnlyPossible) {
     EXPECT_EQ(comments_of(unknown_type, "a.hex"), std::vector<std::string>{"x % one %"});
 }
 
+TEST(Comments, AreThoseOfTheNameWhereItsFormatIsOnlyWritten) {
+    EXPECT_EQ(comments_of("WIDTH = 8\nDEPTH = 1\n# one\n", "a.py"), std::vector<std::string>{"# one"});
+}
+
 TEST(MissingComments, AreNoneWhenAllAreThereInAnyOrder) {
     const missing_comments missing = find_missing_comments("-- one\n-- two\n", "-- two\n-- one\n", "a.mif");
     EXPECT_EQ(missing.count, 0U);

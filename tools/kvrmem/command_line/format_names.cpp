@@ -25,6 +25,16 @@ std::string listed(std::span<const std::string> names, std::string_view last) {
     return fmt::format("{}{}{}", fmt::join(names.first(names.size() - 1), ", "), last, names.back());
 }
 
+std::vector<std::string_view> ids_of_those(bool (*are_meant)(const format&)) {
+    std::vector<std::string_view> ids;
+    for (const format* one : kvrimage::formats()) {
+        if (are_meant(*one)) {
+            ids.push_back(one->id);
+        }
+    }
+    return ids;
+}
+
 /// @p text in lines of at most @p columns characters, broken at blanks.
 std::string wrapped(std::string text, std::size_t columns) {
     for (std::size_t begin = 0; text.size() - begin > columns;) {
@@ -38,15 +48,17 @@ std::string wrapped(std::string text, std::size_t columns) {
 } // namespace
 
 std::vector<std::string_view> format_ids() {
-    std::vector<std::string_view> ids;
-    for (const format* one : kvrimage::formats()) {
-        ids.push_back(one->id);
-    }
-    return ids;
+    return ids_of_those([](const format&) { return true; });
 }
 
-std::string format_choices() {
-    return fmt::format("{}", fmt::join(format_ids(), " "));
+std::string readable_formats() {
+    return fmt::format("{}",
+                       fmt::join(ids_of_those([](const format& one) { return one.read != nullptr; }), " "));
+}
+
+std::string writable_formats() {
+    return fmt::format("{}",
+                       fmt::join(ids_of_those([](const format& one) { return one.write != nullptr; }), " "));
 }
 
 std::string format_titles(bool (*holds)(const format&)) {

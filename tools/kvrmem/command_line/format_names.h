@@ -10,11 +10,14 @@ namespace kvrmem {
 
 // What the library's formats are called in help, messages and completions.
 
-/// The words that --from and --to take first, separated by blanks: "mif hex rif".
-[[nodiscard]] std::string format_choices();
-
-/// The same one by one.
+/// The names of all formats: "mif", "hex", "rif".
 [[nodiscard]] std::vector<std::string_view> format_ids();
+
+/// Those of the formats that can be read, and written, separated by blanks: "mif hex rif".
+///@{
+[[nodiscard]] std::string readable_formats();
+[[nodiscard]] std::string writable_formats();
+///@}
 
 /// The titles of the formats for which @p holds is true, "Intel HEX and RIF".
 [[nodiscard]] std::string format_titles(bool (*holds)(const kvrimage::format&));

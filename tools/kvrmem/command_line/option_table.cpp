@@ -187,12 +187,12 @@ void add_choices(std::vector<option_entry>& table) {
 std::vector<option_entry> make_table() {
     const std::string with_radixes = format_titles([](const format& one) { return one.states_radix; });
     return {
-        {option_id::from, '\0', "from", "FORMAT", format_choices(),
+        {option_id::from, '\0', "from", "FORMAT", readable_formats(),
          "format of the input, as kvrmem formats lists them (default: by name and contents)",
          [](arguments& into, std::string_view name, const char* value) {
              into.from = parse_format(name, value);
          }},
-        {option_id::to, '\0', "to", "FORMAT", format_choices(), "format of the output (default: by name)",
+        {option_id::to, '\0', "to", "FORMAT", writable_formats(), "format of the output (default: by name)",
          [](arguments& into, std::string_view name, const char* value) {
              into.to = parse_format(name, value);
          }},

@@ -31,6 +31,7 @@ write_options options_for_output(const arguments& given, const kvrimage::file_fa
     options.runs = !given.no_runs;
     options.order = given.order;
     options.choices = given.write_choices;
+    options.file_name = given.files[1];
     return options;
 }
 

@@ -19,8 +19,9 @@ exit_code create(const arguments& given) {
     if (!given.force && is_regular_file(path)) {
         usage_error(path + ": is there already; --force replaces it");
     }
-    const kvrimage::write_options options{&format_for(given.to, path, "--to"), given.address_radix,
-                                          given.data_radix, !given.no_runs};
+    kvrimage::write_options options{&format_for(given.to, path, "--to"), given.address_radix,
+                                    given.data_radix, !given.no_runs};
+    options.file_name = path;
     const std::string fill = given.fill.value_or("0");
     kvrimage::memory_image image(*given.width, *given.depth);
     image.fill_unset(word_of_user(fill, *given.width, "--fill " + fill));

@@ -20,10 +20,14 @@ namespace {
                             path, advice));
 }
 
-void require_readable(const std::string& path, const kvrimage::format& as) {
-    if (as.read == nullptr) {
-        usage_error(fmt::format("{}: {} cannot be read", kvrimage::title_of_input(path), as.title));
-    }
+[[noreturn]] void refuse_format(const std::string& path, const kvrimage::format& as) {
+    usage_error(fmt::format("{}: {} cannot be read, only written; if the file has another format, give "
+                            "--from (kvrmem formats lists them)",
+                            kvrimage::title_of_input(path), as.title));
+}
+
+bool is_readable(const kvrimage::format* as) {
+    return as->read != nullptr;
 }
 
 } // namespace
@@ -39,14 +43,16 @@ const kvrimage::format& format_for(const kvrimage::format* given, const std::str
 
 void require_known_format(const kvrimage::format* given, const std::string& path, std::string_view contents) {
     if (given != nullptr) {
-        require_readable(path, *given);
+        if (!is_readable(given)) {
+            refuse_format(path, *given);
+        }
         return;
     }
     const std::vector<const kvrimage::format*> named = kvrimage::formats_of_path(path);
     if (!named.empty()) {
-        const auto readable =
-            std::ranges::find_if(named, [](const auto* each) { return each->read != nullptr; });
-        require_readable(path, readable != named.end() ? **readable : *named.front());
+        if (std::ranges::none_of(named, is_readable)) {
+            refuse_format(path, *named.front());
+        }
         return;
     }
     const std::vector<kvrimage::sniffed> found = kvrimage::sniff(contents);

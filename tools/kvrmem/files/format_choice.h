@@ -14,7 +14,7 @@ namespace kvrmem {
                                                  std::string_view option);
 
 /// @throws tool_error (wrong usage) when neither the user nor the extension of @p path says the format, and
-/// @p contents are not certainly of one
+/// @p contents are not certainly of one; and when it cannot be read
 void require_known_format(const kvrimage::format* given, const std::string& path, std::string_view contents);
 
 /// Reports, as a note on standard error, when no format with the extension of @p path is @p written, in which

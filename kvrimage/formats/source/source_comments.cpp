@@ -1,0 +1,73 @@
+#include "kvrimage/formats/source/source_comments.h"
+
+#include <algorithm>
+#include <cstddef>
+
+namespace kvrimage {
+
+namespace {
+
+/// Walks over the comments of a text.
+class comment_walk {
+public:
+    comment_walk(std::string_view text, const comment_marks& language) : contents(text), marks(language) {}
+
+    /// Goes on after the next comment, and returns its place; one without length when there is none.
+    span next() {
+        while (at < contents.size()) {
+            if (begins_here(marks.line)) {
+                return take_until(end_of_line(at));
+            }
+            if (!marks.block_begin.empty() && begins_here(marks.block_begin)) {
+                return take_until(end_of_block(at + marks.block_begin.size()));
+            }
+            at = marks.quotes.find(contents[at]) != std::string_view::npos ? end_of_quoted() : at + 1;
+        }
+        return {};
+    }
+
+private:
+    [[nodiscard]] bool begins_here(std::string_view mark) const {
+        return contents.substr(at, mark.size()) == mark;
+    }
+    [[nodiscard]] std::size_t end_of_line(std::size_t from) const {
+        return std::min(contents.find('\n', from), contents.size());
+    }
+    [[nodiscard]] std::size_t end_of_block(std::size_t from) const {
+        const std::size_t found = contents.find(marks.block_end, from);
+        return found != std::string_view::npos ? found + marks.block_end.size() : contents.size();
+    }
+    /// The end of the text that begins here.
+    [[nodiscard]] std::size_t end_of_quoted() const {
+        const char quote = contents[at];
+        const std::size_t end = end_of_line(at);
+        std::size_t inside = at + 1;
+        while (inside < end && contents[inside] != quote) {
+            inside += contents[inside] == '\\' ? std::size_t{2} : std::size_t{1};
+        }
+        return std::min(inside + 1, contents.size());
+    }
+    span take_until(std::size_t end) {
+        const span found{at, end - at};
+        at = end;
+        return found;
+    }
+
+    std::string_view contents;
+    const comment_marks& marks;
+    std::size_t at = 0;
+};
+
+} // namespace
+
+void find_source_comments(std::string_view contents, const comment_marks& marks,
+                          const std::function<void(const span&)>& take) {
+    comment_walk walk(contents, marks);
+    for (span found = walk.next(); found.length != 0; found = walk.next()) {
+        if (marks.own.empty() || !found.in(contents).starts_with(marks.own)) {
+            take(found);
+        }
+    }
+}
+
+} // namespace kvrimage
