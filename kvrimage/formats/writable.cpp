@@ -4,7 +4,7 @@
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/unset_words.h"
 #include "kvrimage/image/image_words.h"
-#include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
 
 #include <cstdint>
