@@ -28,7 +28,10 @@ std::string_view line_end_at(std::string_view text, std::size_t line_start) {
 
 std::string as_last_line(std::string_view text, std::string_view line) {
     const std::string_view line_end = line_end_at(text, 0);
-    std::string result(!text.empty() && text.back() != '\n' ? line_end : "");
+    std::string result;
+    if (!text.empty() && text.back() != '\n') {
+        result = line_end;
+    }
     return result.append(line).append(line_end);
 }
 

@@ -96,9 +96,9 @@ bool has_other_settings(std::string_view contents) {
     const std::string_view line = first_line(contents);
     const std::size_t name = std::min(line.find_first_not_of(name_characters), line.size());
     const std::size_t next = std::min(line.find_first_not_of(foreign_blanks, name), line.size());
-    const std::string_view follows = line.substr(next, 1);
-    return name > 1 && (line.front() < '0' || line.front() > '9') &&
-           (follows == "=" || (next > name && !follows.empty() && follows <= "9" && follows >= "0"));
+    const char follows = next != line.size() ? line[next] : '\0';
+    return name > 1 && line.front() > '9' &&
+           (follows == '=' || (next > name && follows >= '0' && follows <= '9'));
 }
 
 /// Every other byte of the front is NUL.

@@ -12,7 +12,8 @@ namespace {
 
 using candidates = std::vector<sniffed>;
 
-/// How sure each of @p of is; those that cannot be read are left out.
+/// How sure each of @p of is, the surest first; those that cannot be read are left out. Of all formats some
+/// are left.
 candidates judged(std::span<const format* const> of, std::string_view contents) {
     candidates found;
     for (const format* one : of) {
@@ -70,8 +71,8 @@ bool has_same_files(const format& one, const format& other) {
 format_choice with_surer_one(format_choice choice, std::string_view contents) {
     if (choice.how_sure != certainty::certain) {
         const candidates all = judged(formats(), contents);
-        const bool is_other = !all.empty() && all.front().how_sure == certainty::certain &&
-                              !has_same_files(*choice.as, *all.front().as);
+        const bool is_other =
+            all.front().how_sure == certainty::certain && !has_same_files(*choice.as, *all.front().as);
         choice.surely = is_other ? all.front().as : nullptr;
     }
     return choice;
@@ -91,8 +92,7 @@ format_choice choose_format(std::string_view contents, const read_options& optio
     }
     candidates all = judged(formats(), contents);
     std::erase_if(all, [](const sniffed& each) { return each.as->fits_anything; });
-    return all.empty() || all.front().how_sure == certainty::no ? format_choice()
-                                                                : choose_among(all, contents, options);
+    return all.front().how_sure == certainty::no ? format_choice() : choose_among(all, contents, options);
 }
 
 bool may_have_any_lines(std::string_view head, const read_options& options) {
@@ -105,7 +105,7 @@ bool may_have_any_lines(std::string_view head, const read_options& options) {
         return std::ranges::any_of(named, is_of_bytes);
     }
     const candidates all = judged(formats(), head);
-    return !all.empty() && all.front().how_sure == certainty::certain && is_of_bytes(all.front().as);
+    return all.front().how_sure == certainty::certain && is_of_bytes(all.front().as);
 }
 
 } // namespace kvrimage

@@ -11,6 +11,27 @@
 
 namespace kvrimage {
 
+/// The words of a memory as texts of one radix.
+class word_shower {
+public:
+    /// @p shown is kept alive by the caller
+    word_shower(const memory_image& shown, radix digits) : image(shown), digits_radix(digits) {}
+
+    /// @return valid until the next call, or as long as @p word
+    [[nodiscard]] std::string_view show(std::string_view word) {
+        if (digits_radix == radix::hex) {
+            return word;
+        }
+        show_word(word, digits_radix, image.width(), text);
+        return text;
+    }
+
+private:
+    const memory_image& image;
+    radix digits_radix;
+    std::string text;
+};
+
 /// Calls @p take with the first address, the last address and the text of the words of @p image that are set,
 /// in order: a call for each run of equal words, and one for each word where they stand in a row. The text
 /// has the digits of @p digits_radix, most significant first: all of them in binary, octal and hexadecimal
@@ -19,24 +40,17 @@ namespace kvrimage {
 template <class Take>
 void for_each_shown_run(const memory_image& image, radix digits_radix, Take&& take) {
     const std::uint64_t base = image.base();
-    std::string text;
-    const auto show = [&](std::string_view word) -> std::string_view {
-        if (digits_radix == radix::hex) {
-            return word;
-        }
-        show_word(word, digits_radix, image.width(), text);
-        return text;
-    };
+    word_shower texts(image, digits_radix);
     for_each_row_or_run(
         image.words(),
         [&](const kvr::word_row& row, std::uint64_t first) {
             for (std::uint32_t index = 0; index < row.count; ++index) {
                 const std::uint64_t address = base + first + index;
-                take(address, address, show(row[index]));
+                take(address, address, texts.show(row[index]));
             }
             return row.count;
         },
-        [&](const text_run& run) { take(base + run.first, base + run.last, show(run.text)); });
+        [&](const text_run& run) { take(base + run.first, base + run.last, texts.show(run.text)); });
 }
 
 /// The same with a call, of an address and a text, for each word.

@@ -72,6 +72,20 @@ void word_list::add_unchecked(const address_range& addresses, const span& digits
     }
 }
 
+/// True, with the words counted as set, when they fit the width and come after all others in the memory.
+bool word_list::are_plain(std::uint64_t address, std::size_t count, std::size_t length) {
+    const std::uint64_t bits = length * bits_per_digit(digits_are);
+    const std::uint64_t end = address - base + count;
+    if (address < base + set_end || end > std::min(words->size(), image_words::half()) ||
+        bits > known_width.value_or(widest_word) || digits_are == radix::dec || digits_are == radix::uns) {
+        return false;
+    }
+    lowest = std::min(lowest, address);
+    longest_bits = std::max(longest_bits, static_cast<std::uint32_t>(bits));
+    set_end = end;
+    return true;
+}
+
 void word_list::add_raw(const address_range& addresses, std::string_view raw, const span& where) {
     lowest = std::min(lowest, addresses.first);
     if (!is_within(addresses, where)) {
@@ -135,9 +149,6 @@ void word_list::set(const address_range& offsets, std::string_view raw) {
 }
 
 std::string_view word_list::in_upper_case(std::string_view digits) {
-    if (std::ranges::none_of(digits, [](char c) { return c >= 'a'; })) {
-        return digits;
-    }
     scratch.resize(digits.size());
     std::ranges::transform(digits, scratch.begin(), kvr::upper_case_of);
     return scratch;
@@ -236,8 +247,10 @@ memory_image word_list::make_image(std::vector<address_range>& unreadable) {
     words->transform(
         [bits, this](std::string_view word, std::string& made) {
             made.clear();
-            // Each of them is a word: it was judged when it was added.
-            return word.empty() || word == unreadable_text || !make_word(word, digits_are, bits, made);
+            if (!word.empty() && word != unreadable_text) {
+                make_word(word, digits_are, bits, made); // it was judged when it was added
+            }
+            return true;
         },
         [bits, this](const kvr::word_row& row) { return digits_are == radix::hex && are_words(row, bits); });
     return {bits, std::move(words)};

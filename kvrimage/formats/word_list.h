@@ -9,6 +9,7 @@
 #include "kvrimage/image/address_range.h"
 #include "kvrimage/image/image_words.h"
 
+#include <cstddef>
 #include <cstdint>
 #include <functional>
 #include <memory>
@@ -56,7 +57,21 @@ public:
     void add(std::uint64_t address, std::string_view digits, const span& where) {
         add(address_range{address, address}, digits, where);
     }
-    /// The same for all addresses of a range, at the cost of one.
+    /// The same for @p count words from @p address on, each @p length digits without a lower-case letter,
+    /// which
+    /// @p digits_of answers for an index. False, with nothing added, where something may be wrong with them.
+    template <class DigitsOf>
+    bool add_plain(std::uint64_t address, std::size_t count, std::size_t length, DigitsOf&& digits_of) {
+        if (!are_plain(address, count, length)) {
+            return false;
+        }
+        const auto offset = static_cast<std::uint32_t>(address - base);
+        for (std::size_t index = 0; index < count; ++index) {
+            batch.set(offset + static_cast<std::uint32_t>(index), digits_of(index));
+        }
+        return true;
+    }
+    /// add() for all addresses of a range, at the cost of one.
     void add(const address_range& addresses, std::string_view digits, const span& where);
     /// The same where nobody has looked at the digits: one that is none of the radix, as a don't-care digit
     /// and a sign are, is reported, and the word cannot be read.
@@ -78,6 +93,7 @@ private:
     static constexpr std::string_view unreadable_text = "?";
 
     void add_raw(const address_range& addresses, std::string_view raw, const span& where);
+    bool are_plain(std::uint64_t address, std::size_t count, std::size_t length);
     [[nodiscard]] bool is_within(const address_range& addresses, const span& where);
     [[nodiscard]] bool fits(std::string_view digits, const span& where);
     void note_set_twice(const address_range& offsets, std::string_view raw, const span& where);

@@ -3,7 +3,7 @@
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/unset_words.h"
-#include "kvrimage/image/dont_care_words.h"
+#include "kvrimage/image/word_search.h"
 
 namespace kvrimage {
 

@@ -164,7 +164,7 @@ bool rounds_away_from_zero(const magnitude_bits& number, bool negative, rounding
         return number.has_half;
     case rounding::even:
         return number.has_half && (number.has_rest || number.bits.back() == '1');
-    case rounding::down:
+    default: // rounding::down
         break;
     }
     return negative && (number.has_half || number.has_rest);

@@ -141,40 +141,4 @@ void for_each_set_stretch(const image_words& words, Take&& take) {
                               [&take](const text_run& run) { take(run.first, run.last); });
 }
 
-/// The first word from offset @p first to before @p end that @p is_sought, which gets its text, answers true
-/// for, by its offset. Words that are not set are not asked for. A row that @p has_none answers true for is
-/// not looked through; a run takes one look, and a cycle one round.
-template <class HasNone, class IsSought>
-[[nodiscard]] std::optional<std::uint64_t> find_word(const image_words& words, std::uint64_t first,
-                                                     std::uint64_t end, HasNone&& has_none,
-                                                     IsSought&& is_sought) {
-    cycle_finder cycles(words);
-    const auto find_in = [&](std::uint64_t begin, std::uint64_t count) -> std::optional<std::uint64_t> {
-        for (std::uint64_t offset = begin; offset < std::min(begin + count, end); ++offset) {
-            if (is_sought(words[offset])) {
-                return offset;
-            }
-        }
-        return std::nullopt;
-    };
-    while (first < end) {
-        std::optional<std::uint64_t> found;
-        if (const kvr::word_row row = words.row_at(first); row.count != 0) {
-            found = has_none(row) ? std::nullopt : find_in(first, row.count);
-            first += row.count;
-        } else if (const auto cycle = cycles.find(first)) {
-            found = find_in(first, cycle->period);
-            first = cycle->last + 1;
-        } else {
-            const text_run run = words.run_at(first);
-            found = run.text.empty() ? std::nullopt : find_in(first, 1);
-            first = run.last + 1;
-        }
-        if (found) {
-            return found;
-        }
-    }
-    return std::nullopt;
-}
-
 } // namespace kvrimage

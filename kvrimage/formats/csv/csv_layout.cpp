@@ -57,7 +57,9 @@ bool begins_with_letter(std::string_view field) {
 
 bool is_csv_header(const csv_row& row, const csv_value_rules& rules) {
     return std::ranges::any_of(row, [&rules](std::string_view field) {
-        return begins_with_letter(field) && scan_csv_number(field, rules).what == csv_number::kind::none;
+        // No fraction begins with a letter.
+        return begins_with_letter(field) &&
+               (rules.fixed || scan_csv_number(field, rules).what == csv_number::kind::none);
     });
 }
 

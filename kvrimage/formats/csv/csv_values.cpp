@@ -65,11 +65,6 @@ csv_value_rules csv_rules_of(const read_options& options, std::optional<diagnost
 }
 
 csv_number scan_csv_number(std::string_view text, const csv_value_rules& rules) {
-    if (rules.fixed) {
-        std::string word;
-        const auto fault = make_fixed_point(text, {}, rounding::down, true, word);
-        return {fault ? csv_number::kind::none : csv_number::kind::number, text, radix::dec};
-    }
     if (rules.digits == radix::hex || (!rules.digits && has_prefix(text, "0x"))) {
         return scan_with_prefix(text, radix::hex, "0x");
     }

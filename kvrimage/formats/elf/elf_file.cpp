@@ -25,9 +25,9 @@ open_elf open_contents(std::string_view contents) {
 /// Takes what the library finds at fault.
 void note_damage(elf_facts& facts, std::string_view what) {
     if (facts.damaged.empty()) {
-        const char* const reason = elf_errmsg(0);
+        constexpr int latest_error = -1;
         facts.damaged = what;
-        facts.reason = reason != nullptr ? reason : "it is not in the file";
+        facts.reason = elf_errmsg(latest_error);
     }
 }
 
@@ -87,8 +87,7 @@ void read_sections(Elf* file, elf_facts& facts) {
 std::optional<elf_facts> read_elf_facts(std::string_view contents, bool with_sections) {
     const open_elf file = open_contents(contents);
     GElf_Ehdr header;
-    if (file == nullptr || elf_kind(file.get()) != ELF_K_ELF ||
-        gelf_getehdr(file.get(), &header) == nullptr) {
+    if (gelf_getehdr(file.get(), &header) == nullptr) { // also of no file, and one that is none of ELF
         return std::nullopt;
     }
     elf_facts facts;

@@ -10,9 +10,9 @@ namespace {
 
 const logisim_variant* variant_in(std::string_view contents) {
     const logisim_variant* variant = nullptr;
-    for_each_logisim_piece(contents.substr(0, contents.find('\n')), [&](const logisim_piece& piece) {
-        variant = piece.what == logisim_piece::kind::header ? logisim_variant_of(piece.where.in(contents))
-                                                            : variant;
+    // The first line is its header and nothing else.
+    for_each_logisim_piece(contents.substr(0, contents.find('\n')), [&](const logisim_piece& header) {
+        variant = logisim_variant_of(header.where.in(contents));
     });
     return variant;
 }

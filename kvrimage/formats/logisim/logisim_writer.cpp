@@ -56,7 +56,8 @@ public:
         output.write(token);
         ++on_line;
     }
-    void finish() { output.write(on_line == 0 ? "" : "\n"); }
+    /// After the last token; there is one at least.
+    void finish() { output.write("\n"); }
 
 private:
     sink_buffer& output;

@@ -317,8 +317,7 @@ public:
         if (next == end_of_places || next->number != found.whole.offset) {
             return;
         }
-        // The survey has found that there are some.
-        const address_range addresses = *set_addresses_of(file.contents, found, file.form);
+        const address_range addresses = set_addresses_of(file.contents, found, file.form);
         if (found.sound && found.values.size() > addresses.last - addresses.first) {
             edit_values(found, addresses);
         } else {

@@ -105,7 +105,7 @@ void mif_examiner::take_addresses(const mif_statement& found, const mif_addresse
             down_last = found.last.in(text);
         }
         break;
-    case address_fault::beyond:
+    default: // address_fault::beyond
         if (take(beyond)) {
             beyond_address = addresses.at_last || addresses.first >= form.depth
                                  ? mif_number_of(beyond.text, form.addresses).value
@@ -249,7 +249,7 @@ void mif_examiner::take_bad_value(const span& where, const word_fault& error) {
         values.most_bits = std::max(values.most_bits, error.bits_needed);
         break;
     case word_fault::kind::invalid_digit:
-    case word_fault::kind::dont_care:
+    default: // word_fault::kind::dont_care
         if (values.bad_digit.add(where, {}, all_repairs)) {
             values.bad_value = value.substr(0, named_text::longest + 1);
             values.bad_character = first_character(value.substr(error.position)).bytes;

@@ -21,10 +21,6 @@ public:
           survey(result) {}
 
     void statement(const mif_statement& found) override {
-        const std::optional<address_range> addresses = set_addresses_of(contents, found, form);
-        if (!addresses) {
-            return;
-        }
         survey.addresses.see(found.first.in(contents));
         if (found.is_range()) {
             survey.addresses.see(found.last.in(contents));
@@ -32,7 +28,7 @@ public:
         for (const span& value : found.values) {
             survey.values.see(value.in(contents));
         }
-        take(found.whole.offset, *addresses, found.values.size() <= 1);
+        take(found.whole.offset, set_addresses_of(contents, found, form), found.values.size() <= 1);
     }
     void end(const span& keyword, const span& /*semicolon*/) override { survey.end = keyword.offset; }
 
@@ -61,7 +57,7 @@ private:
     }
     void take(std::uint64_t offset, const address_range& addresses, bool has_one_value) {
         survey.last_statement = offset;
-        if (has_one_value && addresses.first == addresses.last && addresses.first < form.depth) {
+        if (has_one_value && addresses.first == addresses.last) {
             survey.single_addresses.insert(static_cast<std::uint32_t>(addresses.first));
         }
         if (pieces.touch(addresses)) {
@@ -78,13 +74,10 @@ private:
 
 } // namespace
 
-std::optional<address_range> set_addresses_of(std::string_view contents, const mif_statement& statement,
-                                              const mif_number_form& form) {
+address_range set_addresses_of(std::string_view contents, const mif_statement& statement,
+                               const mif_number_form& form) {
     const mif_addresses found = addresses_of(statement, contents, form);
-    const bool is_partly_beyond = found.what == mif_addresses::fault::beyond && found.first < form.depth;
-    return found.what == mif_addresses::fault::none || is_partly_beyond
-               ? std::optional(address_range{found.first, found.last})
-               : std::nullopt;
+    return {found.first, found.last};
 }
 
 void survey_mif(std::string_view contents, const mif_number_form& form, const edit_pieces& pieces,

@@ -12,9 +12,9 @@
 
 namespace kvrimage {
 
-/// The addresses that @p statement of @p contents sets; nothing when it does not say so.
-[[nodiscard]] std::optional<address_range>
-set_addresses_of(std::string_view contents, const mif_statement& statement, const mif_number_form& form);
+/// The addresses that @p statement of @p contents, which read() takes, sets.
+[[nodiscard]] address_range set_addresses_of(std::string_view contents, const mif_statement& statement,
+                                             const mif_number_form& form);
 
 /// What a first look at a MIF finds.
 struct mif_survey {

@@ -373,7 +373,7 @@ bool mif_tokens::is_read_by_kvr(std::string_view line) const {
         return is_read_as_header(line);
     case mif_section::content:
         return kvr::without_comments(line).find_first_not_of(" \t\r") != std::string_view::npos;
-    case mif_section::after_end:
+    default: // mif_section::after_end
         break;
     }
     return false;

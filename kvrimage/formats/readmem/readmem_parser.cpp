@@ -199,7 +199,7 @@ std::size_t readmem_parser::end_of_token(std::size_t begin) const noexcept {
 
 std::size_t readmem_parser::end_of_line(std::size_t begin) const noexcept {
     const std::size_t end = std::min(text.find('\n', begin), text.size());
-    return end > begin && text[end - 1] == '\r' ? end - 1 : end;
+    return text[end - 1] == '\r' ? end - 1 : end; // a comment begins with something else
 }
 
 bool readmem_parser::comment_begins_at(std::size_t offset) const noexcept {

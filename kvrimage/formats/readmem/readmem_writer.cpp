@@ -4,8 +4,8 @@
 #include "kvrimage/formats/readmem/readmem_banner.h"
 #include "kvrimage/formats/sink_buffer.h"
 #include "kvrimage/image/image_words.h"
-#include "kvrimage/image/unshown_word.h"
 #include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>

@@ -73,15 +73,22 @@ private:
             return false;
         }
         if (line.count != 0) {
-            const auto first_word = static_cast<std::uint64_t>(line.words - text.data());
-            for (std::size_t index = 0; index < line.count; ++index) {
-                words.add(address + index, line[index],
-                          {first_word + index * (line.length + 1), line.length});
-            }
+            add_words(address, line);
             diagnostics.count_regular_words(line.count);
         }
         parser.skip_to(line.end, address + line.count);
         return true;
+    }
+
+    void add_words(std::uint64_t address, const fast_rif_line& line) {
+        if (!line.has_lower_case && words.add_plain(address, line.count, line.length,
+                                                    [&line](std::size_t index) { return line[index]; })) {
+            return;
+        }
+        const auto first_word = static_cast<std::uint64_t>(line.words - text.data());
+        for (std::size_t index = 0; index < line.count; ++index) {
+            words.add(address + index, line[index], {first_word + index * (line.length + 1), line.length});
+        }
     }
 
     void take_word(const rif_piece& piece) {

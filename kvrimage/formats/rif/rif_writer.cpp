@@ -4,12 +4,13 @@
 #include "kvrimage/formats/rif/rif_parser.h"
 #include "kvrimage/formats/sink_buffer.h"
 #include "kvrimage/image/image_words.h"
-#include "kvrimage/image/unshown_word.h"
 #include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>
 
+#include <iterator>
 #include <string>
 #include <string_view>
 
@@ -25,23 +26,30 @@ public:
 
     void write(std::uint64_t address, std::string_view word) {
         if (address != next || address % words_per_line == 0) {
-            output.write(fmt::format("{}@{:x}\n", line_open ? "\n" : "", address));
+            begin_line(address);
         }
-        output.write(word);
-        output.write(" ");
-        line_open = true;
+        line.append(word);
+        line += ' ';
         next = address + 1;
     }
     /// After the last word; there is one at least.
     void finish() {
-        output.write("\n");
+        line += '\n';
+        output.write(line);
         output.flush();
     }
 
 private:
+    void begin_line(std::uint64_t address) {
+        line += line.empty() ? "" : "\n";
+        output.write(line);
+        line.clear();
+        fmt::format_to(std::back_inserter(line), "@{:x}\n", address);
+    }
+
     sink_buffer output;
+    std::string line; ///< with the address line before it
     std::uint64_t next = ~std::uint64_t{0};
-    bool line_open = false;
 };
 
 /// A word and a blank each, and address lines.

@@ -1,6 +1,6 @@
 #include "kvrimage/formats/source/literal_lines.h"
 
-#include "kvrimage/image/dont_care_words.h"
+#include "kvrimage/image/word_search.h"
 
 namespace kvrimage {
 

@@ -1,8 +1,8 @@
 #include "kvrimage/operations/checksum/checksum.h"
 
 #include "kvrimage/bytes/bytes_of_words.h"
-#include "kvrimage/image/dont_care_words.h"
 #include "kvrimage/image/word_copy.h"
+#include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>

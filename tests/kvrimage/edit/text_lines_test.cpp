@@ -36,6 +36,12 @@ TEST(TextLines, FirstLineHasItsOwnLineEnd) {
     EXPECT_EQ(line_end_at("\n", 0), "\n");
 }
 
+TEST(TextLines, TheLastOneBeginsALineOfItsOwn) {
+    EXPECT_EQ(as_last_line("", "new"), "new\n");
+    EXPECT_EQ(as_last_line("a\r\n", "new"), "new\r\n");
+    EXPECT_EQ(as_last_line("a\r\nb", "new"), "\r\nnew\r\n");
+}
+
 TEST(TextLines, EndWithLineFeedInATextWithoutLineEnds) {
     EXPECT_EQ(line_end_at("a", 0), "\n");
     EXPECT_EQ(line_end_at("", 0), "\n");

@@ -187,6 +187,15 @@ TEST_F(InputFile, ReadsALineOfTheLimitAndRefusesALongerOne) {
     EXPECT_EQ(code, std::errc::file_too_large);
 }
 
+TEST_F(InputFile, ReadsLinesOfAnyLengthWhereTheCallerTakesThem) {
+    const std::string path = folder.write("a", std::string(3 * most_bytes_without_end, 'x'));
+    int asked = 0;
+    const input_file file(path, {}, [&asked](std::string_view) { return ++asked == 1; });
+    EXPECT_EQ(file.contents().size(), 3 * most_bytes_without_end);
+    EXPECT_EQ(asked, 1);
+    EXPECT_THROW(input_file(path, {}, [](std::string_view) { return false; }), file_error);
+}
+
 TEST_F(InputFile, RefusesAHugeFileOfOneLineEarly) {
     const std::string path = folder.write("a", "");
     ASSERT_EQ(truncate(path.c_str(), off_t{1} << 40U), 0);

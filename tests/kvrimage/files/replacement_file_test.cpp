@@ -22,6 +22,12 @@ constexpr long access_call = SYS_access;
 constexpr long access_call = SYS_faccessat;
 #endif
 
+#ifdef SYS_readlink
+constexpr long readlink_call = SYS_readlink;
+#else
+constexpr long readlink_call = SYS_readlinkat;
+#endif
+
 void write_to(const std::string& path, std::string_view text) {
     replacement_file file(path);
     file.write(text);
@@ -212,6 +218,14 @@ TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenThePermissionsCannotBeKept)
                 "a: cannot be written: Operation not permitted>$");
     EXPECT_EQ(folder.read("a"), "old");
     EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFileThatFails, RefusesALinkThatCannotBeRead) {
+    std::filesystem::create_symlink("a", folder.path("link"));
+    const auto write_to_link = [this] { return "<" + failure_to_write(folder.path("link")) + ">"; };
+    EXPECT_EXIT(end_with_answer({{SYS_readlinkat, EIO}, {readlink_call, EIO}}, write_to_link),
+                testing::ExitedWithCode(0), "link: cannot be written: Input/output error>$");
+    EXPECT_EQ(folder.read("a"), "old");
 }
 
 TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenTheNewOneIsNotStored) {

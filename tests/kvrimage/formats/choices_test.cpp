@@ -29,6 +29,16 @@ std::string message_for(const std::vector<choice>& given) {
     return found ? found->message : "";
 }
 
+TEST(Choices, NameAllFormatsThatHaveThem) {
+    const format picky = format_with_choices();
+    const auto found =
+        improper_choice(std::vector<choice>{{"record-length", "4"}}, picky, &format::write_choices);
+    ASSERT_TRUE(found);
+    EXPECT_NE(found->hint.find(", "), std::string::npos);
+    EXPECT_NE(found->hint.find(format_of_name("srec")->title), std::string::npos);
+    EXPECT_NE(found->hint.find(format_of_name("hexbytes")->title), std::string::npos);
+}
+
 TEST(Choices, OfTwoForOneNameTheLastCounts) {
     const std::vector<choice> given = {{"variant", "old"}, {"name", "a"}, {"variant", "new"}};
     EXPECT_EQ(chosen(given, "variant"), "new");

@@ -98,8 +98,8 @@ TEST(ForeignContent, IsSettingsOfOtherSoftwareForAReader) {
         ASSERT_TRUE(found) << text;
         EXPECT_EQ(found->message, message_for("text of other software"));
     }
-    for (const std::string_view text :
-         {"0 : 1;\n", "300 VERSION\n", "VERSION\n", "VERSION a\n", "Dear reader,\n"}) {
+    for (const std::string_view text : {"0 : 1;\n", "300 VERSION\n", "VERSION\n", "VERSION a\n",
+                                        "VERSION -3\n", "VERSION,3\n", "Dear reader,\n"}) {
         EXPECT_FALSE(foreign_content(text, &mif_format)) << text;
     }
 }

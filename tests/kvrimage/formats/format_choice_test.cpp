@@ -121,4 +121,28 @@ TEST_F(FormatChoice, NotesAFormatThatTheContentsSurelyHave) {
     EXPECT_EQ(choose_format("left", {.as = &right}).surely, &left);
 }
 
+TEST_F(FormatChoice, AFileOfBytesMayHaveAnyLines) {
+    const format& binary = *format_of_name("binary");
+    EXPECT_TRUE(may_have_any_lines("left", {.as = &binary}));
+    EXPECT_FALSE(may_have_any_lines("left", {.as = &left}));
+    EXPECT_TRUE(may_have_any_lines("left", {.file_name = "a.bin"}));
+    EXPECT_FALSE(may_have_any_lines("left", {.file_name = "a.twin"}));
+    EXPECT_FALSE(may_have_any_lines("left", {.file_name = "a"}));
+    EXPECT_FALSE(may_have_any_lines("Dear reader,", {.file_name = "a"}));
+}
+
+TEST_F(FormatChoice, AFileThatIsSurelyOfBytesMayHaveAnyLines) {
+    static const format blob = {.id = "blob",
+                                .title = "Blob",
+                                .extensions = {},
+                                .has_lines = false,
+                                .sniff =
+                                    [](std::string_view head) {
+                                        return head.starts_with("blob") ? certainty::certain : certainty::no;
+                                    },
+                                .read = read_left_twin};
+    add_format(blob);
+    EXPECT_TRUE(may_have_any_lines("blob", {.file_name = "a"}));
+}
+
 } // namespace

@@ -136,6 +136,43 @@ TEST(WordList, AFewLongWordsMayNotMakeTheOthersLong) {
     EXPECT_THAT(read_list({{0, std::string(262145, '0')}}, radix::hex).messages, IsEmpty());
 }
 
+TEST(WordList, LongWordsOfALongFileAreInProportion) {
+    const std::string contents(std::size_t{20} << 20U, '1');
+    const read_options options;
+    diagnostic_list diagnostics;
+    read_result result;
+    word_list list(contents, options, radix::hex);
+    constexpr std::uint64_t longest = widest_word / 4;
+    for (std::uint64_t address = 0; address < 66; ++address) {
+        list.add(address, std::string_view(contents).substr(0, longest), {address * longest, longest});
+    }
+    list.finish(diagnostics, result);
+    EXPECT_TRUE(diagnostics.finish(contents).empty());
+    EXPECT_EQ(result.image->depth(), 66U);
+}
+
+TEST(WordList, TakesPlainWordsAtOnceWhereNothingCanBeWrong) {
+    const auto digit = [](std::size_t index) { return std::string_view("A1B2C3").substr(2 * index, 2); };
+    const std::string contents = "A1 B2 C3";
+    const read_options options = {.width = 8, .depth = 8, .base = 4};
+    diagnostic_list diagnostics;
+    read_result result;
+    word_list list(contents, options, radix::hex);
+    EXPECT_TRUE(list.add_plain(5, 3, 2, digit));
+    EXPECT_FALSE(list.add_plain(3, 1, 2, digit));  // below the base
+    EXPECT_FALSE(list.add_plain(7, 2, 2, digit));  // set already
+    EXPECT_FALSE(list.add_plain(10, 3, 2, digit)); // beyond the depth
+    EXPECT_FALSE(list.add_plain(8, 3, 3, digit));  // may be too wide
+    EXPECT_TRUE(list.add_plain(11, 1, 2, digit));
+    list.finish(diagnostics, result);
+    EXPECT_TRUE(diagnostics.finish(contents).empty());
+    EXPECT_THAT(texts_of(*result.image), ElementsAre("", "A1", "B2", "C3", "", "", "", "A1"));
+    for (const radix decimal : {radix::dec, radix::uns}) {
+        word_list decimals(contents, options, decimal);
+        EXPECT_FALSE(decimals.add_plain(5, 1, 2, digit));
+    }
+}
+
 TEST(WordList, HasNoImageOutOfProportionAlsoWhenTheReaderKeepsGoing) {
     std::vector<list_word> words;
     for (std::uint64_t address = 0; address < 1000; ++address) {

@@ -1,6 +1,6 @@
 #include "kvr/numeric/digit_value.h"
 #include "kvrimage/image/hex_words.h"
-#include "kvrimage/image/unshown_word.h"
+#include "kvrimage/image/word_search.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/shown_runs.h"

@@ -34,6 +34,7 @@ TEST(CsvFormat, FindsTheLineThatSetsAWordLast) {
     read_options options;
     options.base = 2;
     EXPECT_EQ(csv_format.find_word(small_csv, options, 0), (place{3, 4, 24, 1}));
+    EXPECT_EQ(csv_format.find_word("address,value\nx,1\n0,2\n", {}, 0), (place{3, 3, 20, 1}));
 }
 
 TEST(CsvFormat, KeepsThePromisesForDamagedFiles) {

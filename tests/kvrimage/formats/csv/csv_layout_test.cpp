@@ -26,6 +26,7 @@ std::string csv_layout_words(const std::string& contents, std::vector<choice> ch
 TEST(CsvLayout, OneColumnHoldsValues) {
     EXPECT_EQ(csv_layout_words("1\n2\n3\n"), "1 2 3");
     EXPECT_EQ(csv_layout_words("gain\n1\n2\n"), "1 2");
+    EXPECT_EQ(csv_layout_words("_\n1\n2\n"), "1 2");
 }
 
 TEST(CsvLayout, NamedColumnsHoldAddressesAndValues) {
@@ -37,6 +38,7 @@ TEST(CsvLayout, NamedColumnsHoldAddressesAndValues) {
 
 TEST(CsvLayout, ARowOfATableHoldsSeveralValues) {
     EXPECT_EQ(csv_layout_words("7,1\n2,3\n4\n"), "7 1 2 3 4");
+    EXPECT_EQ(csv_layout_words("7,1"), "7 1");
     EXPECT_EQ(csv_layout_words("address,0,1\n4,5,6\n"), "- - - - 5 6");
 }
 

@@ -43,6 +43,7 @@ TEST(CsvReader, TheWidthIsTheSmallestThatHoldsAllValues) {
     };
     EXPECT_EQ(width_of("255\n"), 8U);
     EXPECT_EQ(width_of("255\n-1\n"), 9U);
+    EXPECT_EQ(width_of("-1\n255\n-2\n"), 9U);
     EXPECT_EQ(width_of("0x0FF\n1\n"), 12U);
     EXPECT_EQ(width_of("0b0001\n"), 4U);
     EXPECT_EQ(width_of("-129\n"), 9U);

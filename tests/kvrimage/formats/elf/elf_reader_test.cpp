@@ -1,3 +1,4 @@
+#include "kvrimage/formats/elf/elf_file.h"
 #include "kvrimage/formats/elf/elf_format.h"
 #include "kvrimage/formats/elf/elf_reader.h"
 #include "kvrimage/formats/memory_file.h"
@@ -49,6 +50,47 @@ TEST(ElfReader, LoadsSegmentsOfBothSizesAndOrders) {
             EXPECT_EQ(shown_report(result), "");
             EXPECT_EQ(set_words_of(result), "256=63 257=6F 258=64 259=65 260=64 261=61 262=74 263=61");
             EXPECT_EQ(result.facts.order, order);
+        }
+    }
+}
+
+TEST(ElfReader, ContentsOfAnotherKindAreNone) {
+    EXPECT_EQ(read_elf_facts({}, true), std::nullopt);
+    EXPECT_EQ(read_elf_facts("Dear reader,", true), std::nullopt);
+    EXPECT_EQ(read_elf_facts("\x7F"
+                             "ELF\1\1\1",
+                             true),
+              std::nullopt);
+}
+
+TEST(ElfReader, IsCertainOfAKnownClassAndOrder) {
+    EXPECT_EQ(elf_format.sniff("\x7F"
+                               "ELF\1\2"),
+              certainty::certain);
+    EXPECT_EQ(elf_format.sniff("\x7F"
+                               "ELF\3\1"),
+              certainty::likely);
+    EXPECT_EQ(elf_format.sniff("\x7F"
+                               "ELF\2\3"),
+              certainty::likely);
+}
+
+/// With the number of the section that has the names in another section, where no section is.
+TEST(ElfReader, ATableOfSectionsThatIsNotThereIsDamaged) {
+    for (const bool is_64_bits : {false, true}) {
+        for (const byte_order order : {byte_order::little, byte_order::big}) {
+            made_elf file = small_program();
+            file.is_64_bits = is_64_bits;
+            file.order = order;
+            std::string bytes = bytes_of_elf(file);
+            const std::size_t names = is_64_bits ? 62 : 50;
+            const std::size_t table = is_64_bits ? 40 : 32;
+            bytes.replace(names, 2, "\xFF\xFF");
+            bytes.replace(table, 4, "\x7F\x7F\x7F\x7F");
+            const auto facts = read_elf_facts(bytes, true);
+            ASSERT_TRUE(facts);
+            EXPECT_EQ(facts->damaged, "the table of sections");
+            EXPECT_FALSE(facts->reason.empty());
         }
     }
 }

@@ -37,6 +37,8 @@ TEST(LogisimFormat, FindsTheLineThatSetsAWordLast) {
     options.base = 8;
     EXPECT_EQ(logisim_format.find_word(small_logisim, options, 1), (place{3, 4, 41, 3}));
     EXPECT_EQ(logisim_format.find_word("no such file", {}, 0), std::nullopt);
+    EXPECT_EQ(logisim_format.find_word("v3.0 hex words addressed\nx: 1\n0: 2\n", {}, 0),
+              (place{3, 4, 33, 1}));
 }
 
 TEST(LogisimFormat, FindsTheFirstByteOfAWord) {

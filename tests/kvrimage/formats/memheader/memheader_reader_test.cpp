@@ -114,6 +114,12 @@ TEST(MemheaderReader, ARadixThatTheDigitsDoNotHaveIsSuspect) {
                 IsEmpty());
 }
 
+TEST(MemheaderReader, AnOctalRadixIsNone) {
+    EXPECT_THAT(mem_found("#Format=Bin\n#Depth=1\n#Width=1\n#DataRadix=1\n#Data\n1\n"),
+                ElementsAre("memheader-radix 4:12+1: #DataRadix=1 says octal, and #Format=Bin has binary "
+                            "digits / they are read as binary"));
+}
+
 TEST(MemheaderReader, WordsThatDoNotFitAreBroken) {
     EXPECT_THAT(
         mem_found(mem_of("Hex", "100 0 1 2 3\n")),

@@ -1,5 +1,6 @@
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/mif/mif_format.h"
+#include "kvrimage/formats/mif/mif_numbers.h"
 #include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/image/image_words.h"
 
@@ -345,6 +346,7 @@ TEST(MifReader, FindsTheStatementThatSetsAWord) {
     EXPECT_EQ(find_mif_word(file, {}, 2), (place{5, 2, 45, 6}));
     EXPECT_EQ(find_mif_word(file, {}, 4), (place{6, 1, 52, 8}));
     EXPECT_EQ(find_mif_word(file, {}, 7), std::nullopt);
+    EXPECT_EQ(find_mif_word(mif_of("x : 1;\n1 : 2;\n"), {}, 1)->line, 5U);
 }
 
 TEST(MifReader, KnowsAMifByItsContents) {
@@ -478,6 +480,151 @@ TEST(MifReader, SettingsStatedAgainMustSayTheSame) {
     EXPECT_THAT(found("DATA_RADIX=hex;\n"), ElementsAre("repeated-header 4:12+3"));
     EXPECT_THAT(found("DATA_RADIX=DEC;\n"), ElementsAre("contradicting-header 4:12+3"));
     EXPECT_THAT(found("DATA_RADIX=none;\n"), ElementsAre("contradicting-header 4:12+4"));
+}
+
+TEST(MifReader, ASettingThatIsNoneIsContradictedByAnother) {
+    const auto found = [](std::string_view settings) {
+        return shown_diagnostics(read_mif(mif_of("", settings), {}).diagnostics);
+    };
+    EXPECT_THAT(found("WIDTH=x;\nWIDTH=8;\nDEPTH=8;\n"),
+                ElementsAre("header-number 1:7+1", "contradicting-header 2:7+1"));
+    EXPECT_THAT(found("WIDTH=8;\nDEPTH=8;\nDATA_RADIX=none;\nDATA_RADIX=HEX;\n"),
+                ElementsAre("unknown-radix 3:12+4", "contradicting-header 4:12+3"));
+}
+
+TEST(MifReader, NamesRangesOfOneAndSurplusValuesOnce) {
+    const auto found = [](std::string_view statements) {
+        return shown_diagnostics(read_mif(mif_of(statements), {}).diagnostics);
+    };
+    EXPECT_THAT(found("[1..1] : 1;\n[2..2] : 2;\n"), ElementsAre("range-of-one 4:1+6*2"));
+    EXPECT_THAT(found("3..3 : 1;\n"), ElementsAre("range-of-one 4:1+4", "range-form 4:1+4"));
+    EXPECT_THAT(found("[0..1] : 1 2 3;\n[2..3] : 1 2 3;\n"), ElementsAre("surplus-values 4:14+1*2"));
+}
+
+TEST(MifReader, AddressesThatGoBeyondAllNumbersAreBeyondTheDepth) {
+    EXPECT_THAT(shown_diagnostics(read_mif(mif_of("FFFFFFFFFFFFFFFF : 1 2;\n"), {}).diagnostics),
+                ElementsAre("beyond-depth 4:1+16"));
+    EXPECT_THAT(shown_diagnostics(read_mif(mif_of("6 : 1 2 3;\n"), {}).diagnostics),
+                ElementsAre("beyond-depth 4:1+1"));
+}
+
+TEST(MifReader, ASettingOverTwoLinesWithACommentIsLeftAsItIs) {
+    const read_result result = read_mif(mif_of("", "WIDTH -- bits\n = 8;\nDEPTH=8;\n"), {});
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("split-setting 1:1+5"));
+}
+
+TEST(MifReader, NamesSeveralSettingsOfALineOnce) {
+    EXPECT_THAT(
+        shown_diagnostics(
+            read_mif(mif_of("", "WIDTH=8; DEPTH=8; ADDRESS_RADIX=DEC; DATA_RADIX=BIN;\n"), {}).diagnostics),
+        ElementsAre("shared-line 1:10+8*3"));
+}
+
+TEST(MifReader, ReadsALineBeyondWhatItLooksAtAtOnce) {
+    const read_result result =
+        read_mif(mif_of("0 : 1;\n-- " + std::string(std::size_t{200} * 1024, 'x') + "\n1 : 2;\n"), {});
+    EXPECT_EQ(words_of(result).at(1), "02");
+}
+
+TEST(MifNumbers, APrefixComesBeforeDigits) {
+    EXPECT_EQ(prefixed_number_of("8'h1F")->digits, "1F");
+    EXPECT_FALSE(prefixed_number_of("x'h1F"));
+    EXPECT_FALSE(prefixed_number_of("0x-1F"));
+    EXPECT_FALSE(prefixed_number_of("0x"));
+    EXPECT_FALSE(prefixed_number_of("0xG"));
+}
+
+/// What is found in a MIF of these statements, whose first line is line 4; "!" for what can be repaired.
+std::vector<std::string> found_among(const std::string& statements) {
+    std::vector<std::string> texts;
+    for (const diagnostic& each :
+         read_mif("WIDTH=4096;\nDEPTH=4096;\nCONTENT BEGIN\n" + statements, {.wants_repairs = true})
+             .diagnostics) {
+        texts.push_back(shown_diagnostic(each) + (each.fix.empty() ? "" : "!"));
+    }
+    return texts;
+}
+
+TEST(MifReader, DotsOnALineOfTheirOwnStandForWordsThatAreLeftOut) {
+    EXPECT_THAT(found_among("... ...\n5 : 2;\nEND;\n"), ElementsAre("left-out 4:1+7"));
+    EXPECT_THAT(found_among("0 : 1; ...\nEND;\n"), ElementsAre("stray-character 4:8+3"));
+    EXPECT_THAT(found_among("0 : 1;\n..."), ElementsAre("left-out 5:1+3", "missing-end 0:0+0!"));
+}
+
+TEST(MifReader, FindsRangesThatAreNone) {
+    EXPECT_THAT(found_among("5\n..\n : 1;\nEND;\n"),
+                ElementsAre("content-syntax 4:1+1", "left-out 5:1+2", "missing-address 6:2+4"));
+    EXPECT_THAT(found_among("[0 .. .. 7] : 1;\nEND;\n"), ElementsAre("range-form 4:1+11!"));
+    EXPECT_THAT(found_among("[0-7,] : 1;\nEND;\n"), ElementsAre("range-syntax 4:1+11"));
+    EXPECT_THAT(found_among("[0 7] : 1;\nEND;\n"), ElementsAre("range-syntax 4:1+10"));
+}
+
+TEST(MifReader, FindsBeginAmongStatements) {
+    EXPECT_THAT(found_among("0 : 1;\nBEGIN\n1 : 2;\nEND;\n"), ElementsAre("stray-character 5:1+5"));
+    EXPECT_THAT(found_among("5 x y\n6 : 1;\nEND;\n"), ElementsAre("content-syntax 4:1+5"));
+}
+
+TEST(MifReader, FindsAValueThatALineEndSplits) {
+    EXPECT_THAT(found_among("0 : 1\n2 3 \n4 : 5;\nEND;\n"),
+                ElementsAre("split-value 5:1+1!", "missing-semicolon 5:4+1!"));
+    EXPECT_THAT(found_among("0 : 1 2\n3 : 4;\nEND;\n"), ElementsAre("missing-semicolon 4:8+1!"));
+}
+
+TEST(MifReader, FindsEndAfterAComment) {
+    EXPECT_THAT(found_among("0 : 1;\n% c % END;\n"), ElementsAre("after-comment 5:7+3!"));
+}
+
+TEST(MifReader, ACommentOfLinesEndsWhereAMifCanGoOn) {
+    EXPECT_THAT(found_among("% a\n b %  \nEND;\n"), ElementsAre("comment-of-lines 4:1+8!"));
+    EXPECT_THAT(found_among("% a\n b % -- c\nEND;\n"), ElementsAre("comment-of-lines 4:1+8!"));
+    EXPECT_THAT(found_among("0 : 1 % a\n b %;\nEND;\n"),
+                ElementsAre("comment-of-lines 4:7+8!", "after-comment 5:5+1!"));
+    EXPECT_THAT(found_among("% a\n b % 3 : 1;\nEND;\n"),
+                ElementsAre("comment-of-lines 4:1+8!", "after-comment 5:6+1!"));
+    EXPECT_THAT(found_among("% a\n b % text\nEND;\n"),
+                ElementsAre("open-comment 4:1+1*2!", "content-syntax 5:2+1"));
+}
+
+TEST(MifReader, ACommentOfLinesIsFoundOnceWhereTheParserGoesBackBeforeIt) {
+    EXPECT_THAT(found_among("0 : 1 2\n%\n5 : 6;\n% 3 : 4;\nEND;\n"),
+                ElementsAre("missing-semicolon 4:8+1!", "doubtful-comment 5:1+10"));
+}
+
+TEST(MifReader, BreaksALongLineWhereThatChangesNothing) {
+    const std::string values =
+        "1 2 3 4 5 6 7 8 9 0 1 2 3 4 5 6 7 8 9 0 1 2 3 4 5 6 7 8 9 0 1 2 3 4 5 6 7 8 9 0 ";
+    std::string many;
+    for (int part = 0; part < 8; ++part) {
+        many += values;
+    }
+    const std::string digits(600, '1');
+    EXPECT_THAT(found_among("0 : 1\n" + many + ";\nEND;\n"),
+                ElementsAre("split-value 5:1+1!", "line-too-long 5:512+1!"));
+    EXPECT_THAT(found_among("0 : " + digits + ";\nEND;\n"), ElementsAre("line-too-long 4:512+1"));
+    EXPECT_THAT(found_among("0 :" + digits + ";\nEND;\n"), ElementsAre("line-too-long 4:512+1"));
+    EXPECT_THAT(found_among("0:" + digits + ";\nEND;\n"), ElementsAre("line-too-long 4:512+1"));
+}
+
+TEST(MifReader, BreaksALongCommentWhereThatChangesNothing) {
+    const std::string text(600, 'x');
+    EXPECT_THAT(found_among("-- " + text + "\nEND;\n"), ElementsAre("line-too-long 4:512+1!"));
+    EXPECT_THAT(found_among("%\na\n%\n-- " + text + "\nEND;\n"),
+                ElementsAre("comment-of-lines 4:1+5!", "line-too-long 7:512+1!"));
+    EXPECT_THAT(found_among("%\n" + std::string(500, 'x') + " 5 : 3;\n%\nEND;\n"),
+                ElementsAre("comment-of-lines 4:1+511!"));
+    EXPECT_THAT(found_among("%\n" + text + "% 0 : 1;\nEND;\n"),
+                ElementsAre("comment-of-lines 4:1+603!", "line-too-long 5:512+1", "after-comment 5:603+1!"));
+    EXPECT_THAT(found_among("%" + text + "% 0 : 1;\nEND;\n"),
+                ElementsAre("line-too-long 4:512+1", "after-comment 4:604+1!"));
+    EXPECT_THAT(found_among("%" + text + "%\nEND;\n"), ElementsAre("line-too-long 4:512+1!"));
+    EXPECT_THAT(found_among("%" + text + "\nEND;\n"),
+                ElementsAre("open-comment 4:1+1!", "line-too-long 4:512+1!"));
+}
+
+TEST(MifReader, AHashAtTheEndBeginsAComment) {
+    EXPECT_THAT(found_among("0 : 1; END; #"), ElementsAre("before-end 4:8+3!", "text-after-end 4:13+1"));
+    EXPECT_THAT(found_among("0 : 1 #"),
+                ElementsAre("missing-semicolon 4:6+1!", "mif-comment 4:7+1!", "missing-end 0:0+0!"));
 }
 
 } // namespace

@@ -5,6 +5,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <string>
 #include <vector>
 
@@ -45,6 +46,25 @@ TEST(ReadmemConsumers, SayWhatTheyMakeOfBrokenFiles) {
     EXPECT_THAT(other_readings("01 # 2\n", for_simulators()),
                 ElementsAre("icarus: Icarus Verilog 11.0 refuses '#'",
                             "yosys: Yosys 0.23 reads the comment as words"));
+}
+
+TEST(ReadmemConsumers, RepairOnlyWhatTheyKnowEachPlaceOf) {
+    std::string few = "01@1 ";
+    std::string many;
+    for (int joined = 0; joined < 11; ++joined) {
+        many += few;
+    }
+    const auto has_fix = [](std::string_view contents, bool wants_repairs) {
+        check_options options = for_simulators();
+        options.read.wants_repairs = wants_repairs;
+        const std::vector<diagnostic> found = check(contents, options).diagnostics;
+        return std::ranges::any_of(found, [](const diagnostic& each) {
+            return each.id == diagnostic_id::readmem_other_reading && !each.fix.empty();
+        });
+    };
+    EXPECT_TRUE(has_fix(few, false));
+    EXPECT_FALSE(has_fix(many, false));
+    EXPECT_TRUE(has_fix(many, true));
 }
 
 TEST(ReadmemConsumers, OnlyThoseThatAreAskedForSaySomething) {

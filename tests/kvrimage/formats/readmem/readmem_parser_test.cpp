@@ -108,4 +108,18 @@ TEST(ReadmemParser, FindsAByteOrderMarkAtTheFrontOnly) {
     EXPECT_EQ(readmem_pieces_of("12 \xEF\xBB\xBF"), "word[12] stray[\xEF\xBB\xBF]");
 }
 
+TEST(ReadmemParser, APrefixComesBeforeDigitsOnly) {
+    const auto prefix_of = [](std::string_view word) {
+        std::uint32_t prefix = 0;
+        for_each_readmem_piece(word, radix::bin, [&](const readmem_piece& piece) { prefix = piece.prefix; });
+        return prefix;
+    };
+    EXPECT_EQ(prefix_of("0b1_x"), 2U);
+    EXPECT_EQ(prefix_of("0B10"), 2U);
+    EXPECT_EQ(prefix_of("0b12"), 0U);
+    EXPECT_EQ(prefix_of("0c10"), 0U);
+    EXPECT_EQ(prefix_of("1b10"), 0U);
+    EXPECT_EQ(prefix_of("0b"), 0U);
+}
+
 } // namespace

@@ -29,6 +29,25 @@ TEST(ReadmemReader, ReadsWordsAndAddresses) {
     EXPECT_EQ(readmemb("0001 11x0\n@3 0000"), "4 bits, 4 words: 1 11X0 - 0");
 }
 
+TEST(ReadmemReader, AWordThatCannotBeReadSaysNothingOfTheWidth) {
+    read_options options;
+    options.unit = address_unit::byte;
+    options.keep_going = true;
+    EXPECT_EQ(readmemh("00000g 1234\n@4 56\n", options), "16 bits, 3 words: - 1234 0056");
+}
+
+TEST(ReadmemReader, RegularLinesAfterAnAddressThatIsNotKnownHaveNoWords) {
+    std::string lines;
+    for (int line = 0; line < 20; ++line) {
+        lines += "01 02 03 04\n";
+    }
+    read_options options;
+    options.keep_going = true;
+    EXPECT_EQ(readmemh("05\n@x\n" + lines, options), "8 bits, 1 words: 05");
+    options.base = 0xFFFFFFFFFFFFFFFF;
+    EXPECT_EQ(readmemh("@FFFFFFFFFFFFFFFF\n" + lines, options), "8 bits, 1 words: 01");
+}
+
 TEST(ReadmemReader, TheAddressesOfBinaryListsAreHexadecimal) {
     EXPECT_EQ(readmemb("@A 1\n@10 0\n").substr(0, 16), "1 bits, 17 words");
 }

@@ -33,6 +33,15 @@ TEST(ReadmemTriggers, APlainListHasNone) {
     EXPECT_THAT(readmem_triggers_in("// words\n01 23\n@A 45 /* x */ 67\r\n"), IsEmpty());
 }
 
+TEST(ReadmemTriggers, BlanksAroundASeparatorMatter) {
+    EXPECT_THAT(readmem_triggers_in("01 , 02\n"),
+                ElementsAre(readmem_trigger::separator, readmem_trigger::separator_alone));
+    EXPECT_THAT(readmem_triggers_in("01,02\n"),
+                ElementsAre(readmem_trigger::separator, readmem_trigger::separator_within));
+    EXPECT_THAT(readmem_triggers_in("01, 02\n"), ElementsAre(readmem_trigger::separator));
+    EXPECT_THAT(readmem_triggers_in("01 ,02\n"), ElementsAre(readmem_trigger::separator));
+}
+
 TEST(ReadmemTriggers, TheLastWordNeedsSomethingAfterIt) {
     EXPECT_THAT(readmem_triggers_in("01 23"), ElementsAre(readmem_trigger::word_at_end));
     for (const std::string_view text : {"01 23 ", "01 23 // x", "01 23/* x */", "01\n@3", "01 /* 2"}) {

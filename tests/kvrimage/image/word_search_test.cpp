@@ -1,4 +1,4 @@
-#include "kvrimage/image/unshown_word.h"
+#include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
 
 #include <gtest/gtest.h>
@@ -17,7 +17,7 @@ using namespace kvrimage;
 
 constexpr std::uint32_t bits_of_unshown = 8;
 
-image_words words_of(const std::vector<std::string_view>& texts) {
+image_words searched_words(const std::vector<std::string_view>& texts) {
     image_words words(texts.size());
     for (std::size_t offset = 0; offset < texts.size(); ++offset) {
         words.set(offset, texts[offset]);
@@ -30,7 +30,7 @@ std::optional<std::uint64_t> first_unshown(const image_words& words, radix digit
 }
 
 TEST(UnshownWord, IsOneWithADontCareBitBesideAPlainOne) {
-    const image_words words = words_of({"00", "", "1X", "000000X0", "0000000X"});
+    const image_words words = searched_words({"00", "", "1X", "000000X0", "0000000X"});
     EXPECT_EQ(first_unshown(words, radix::hex), 3U);
     EXPECT_EQ(first_unshown(words, radix::oct), 2U);
     EXPECT_EQ(first_unshown(words, radix::uns), 2U);
@@ -38,7 +38,7 @@ TEST(UnshownWord, IsOneWithADontCareBitBesideAPlainOne) {
 }
 
 TEST(UnshownWord, IsLookedForInARange) {
-    const image_words words = words_of({"000000X0", "00", "00", "000000X0"});
+    const image_words words = searched_words({"000000X0", "00", "00", "000000X0"});
     EXPECT_EQ(find_unshown_word(words, bits_of_unshown, radix::hex, 1, 3), std::nullopt);
     EXPECT_EQ(find_unshown_word(words, bits_of_unshown, radix::hex, 1, 4), 3U);
     EXPECT_EQ(find_unshown_word(words, bits_of_unshown, radix::hex, 0, 0), std::nullopt);
@@ -58,23 +58,23 @@ TEST(UnshownWord, IsFoundInRowsRunsAndCyclesOfBillions) {
 
 /// Words in any order, filled and single, against a look at each.
 TEST(UnshownWord, IsTheFirstOfALookAtEachWord) {
-    std::mt19937 numbers(7);
+    std::mt19937 engine(7);
     const std::vector<std::string_view> texts = {"", "00", "A5", "XX", "1X", "0000000X", "X0000000"};
     for (int round = 0; round < 300; ++round) {
         image_words words(200);
         for (int change = 0; change < 6; ++change) {
-            const std::uint64_t first = numbers() % 200;
-            const std::string_view one = texts[1 + numbers() % (round % 2 == 0 ? 4 : 6)];
-            const std::string_view other = texts[1 + numbers() % (round % 2 == 0 ? 4 : 6)];
-            if (numbers() % 2 == 0) {
+            const std::uint64_t first = engine() % 200;
+            const std::string_view one = texts[1 + engine() % (round % 2 == 0 ? 4 : 6)];
+            const std::string_view other = texts[1 + engine() % (round % 2 == 0 ? 4 : 6)];
+            if (engine() % 2 == 0) {
                 words.set(first, one);
             } else {
-                words.fill(first, std::min<std::uint64_t>(first + numbers() % 50, 199), {one, other});
+                words.fill(first, std::min<std::uint64_t>(first + engine() % 50, 199), {one, other});
             }
         }
         for (const radix each : {radix::hex, radix::oct, radix::dec, radix::bin}) {
-            const std::uint64_t begin = numbers() % 200;
-            const std::uint64_t end = begin + numbers() % (201 - begin);
+            const std::uint64_t begin = engine() % 200;
+            const std::uint64_t end = begin + engine() % (201 - begin);
             std::optional<std::uint64_t> expected;
             std::string shown;
             for (std::uint64_t offset = begin; offset < end && !expected; ++offset) {
