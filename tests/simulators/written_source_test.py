@@ -162,8 +162,9 @@ def test_verilog(kvrmem, folder, memories):
     icarus = printed(require(["vvp", "-n", "icarus"], folder))
     # Each as the top module of a design of its own would take a process each.
     require_silent(["verilator", "--lint-only", "-Wall", "-Wno-MULTITOP"] + files, folder)
-    require(["verilator", "--binary", "--timing", "--Mdir", "verilated", "-CFLAGS", "-O0", "-o", "bench", "bench.v"] +
-            files, folder)
+    quickly = "OPT_FAST=-O0 OPT_GLOBAL=-O0 OPT_SLOW=-O0 VM_PARALLEL_BUILDS=0"
+    require(["verilator", "--binary", "--timing", "--Mdir", "verilated", "-MAKEFLAGS", quickly, "-o", "bench",
+             "bench.v"] + files, folder)
     verilator = printed(require(["./verilated/bench"], folder))
     require(["yosys", "-q", "-p", "read_verilog -sv %s; proc; memory_collect; write_rtlil yosys.il" % " ".join(files)],
             folder)

@@ -76,8 +76,10 @@ c_frame c_frame_of(const memory_image& image, const write_options& options) {
     const std::string prefix = kvr::to_upper_case(name);
     const bool is_source = is_c_source(options.file_name);
     const bool has_limbs = image.width() > limb_bits;
-    const std::string array = fmt::format("const uint{}_t {}[{}_DEPTH]{}", type_bits_of(image.width()), name,
-                                          prefix, has_limbs ? fmt::format("[{}_LIMBS]", prefix) : "");
+    std::string array = fmt::format("const uint{}_t {}[{}_DEPTH]", type_bits_of(image.width()), name, prefix);
+    if (has_limbs) {
+        array += fmt::format("[{}_LIMBS]", prefix);
+    }
     c_frame frame;
     if (!is_source) {
         frame.before = fmt::format("#ifndef {0}_H\n#define {0}_H\n\n", prefix);
@@ -128,9 +130,10 @@ void write_c(const memory_image& image, const write_options& options, text_sink&
     const c_frame frame = c_frame_of(image, options);
     sink_buffer buffer(output);
     buffer.write(frame.before);
-    write_literals(
-        image, radix::hex, c_lines(image), buffer,
-        [&image](std::string& text, std::string_view digits) { append_c_word(text, digits, image.width()); });
+    const auto append = [&image](std::string& text, std::string_view digits) {
+        append_c_word(text, digits, image.width());
+    };
+    write_literals(image, radix::hex, c_lines(image), buffer, append);
     buffer.write(frame.after);
     buffer.flush();
 }

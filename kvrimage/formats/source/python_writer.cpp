@@ -49,11 +49,11 @@ std::vector<diagnostic> can_write_python(const memory_image& /*image*/, const wr
 void write_python(const memory_image& image, const write_options& options, text_sink& output) {
     sink_buffer buffer(output);
     buffer.write(python_head(image, options));
-    write_literals(image, radix::hex, python_lines(image), buffer,
-                   [](std::string& text, std::string_view digits) {
-                       text += python_prefix;
-                       text += digits;
-                   });
+    const auto append = [](std::string& text, std::string_view digits) {
+        text += python_prefix;
+        text += digits;
+    };
+    write_literals(image, radix::hex, python_lines(image), buffer, append);
     buffer.write(python_end);
     buffer.flush();
 }

@@ -77,7 +77,10 @@ std::string source_name(const write_options& options, const naming& rules, std::
     if (const auto given = chosen(options.choices, "name")) {
         return std::string(*given);
     }
-    return usual.empty() ? possible_name(stem_of(options.file_name), rules) : std::string(usual);
+    if (!usual.empty()) {
+        return std::string(usual);
+    }
+    return possible_name(stem_of(options.file_name), rules);
 }
 
 void refuse_source_name(const write_options& options, const naming& rules, std::vector<diagnostic>& found) {

@@ -120,13 +120,13 @@ void write_vhdl(const memory_image& image, const write_options& options, text_si
     const vhdl_frame frame = vhdl_frame_of(image, options);
     sink_buffer buffer(output);
     buffer.write(frame.before);
-    write_literals(image, digits_radix, vhdl_lines(image, digits_radix, prefix), buffer,
-                   [&prefix](std::string& text, std::string_view digits) {
-                       text += prefix;
-                       text += digits;
-                       std::ranges::replace(text, 'X', '-');
-                       text += '"';
-                   });
+    const auto append = [&prefix](std::string& text, std::string_view digits) {
+        text += prefix;
+        text += digits;
+        std::ranges::replace(text, 'X', '-');
+        text += '"';
+    };
+    write_literals(image, digits_radix, vhdl_lines(image, digits_radix, prefix), buffer, append);
     buffer.write(frame.after);
     buffer.flush();
 }

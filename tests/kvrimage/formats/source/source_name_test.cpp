@@ -88,6 +88,10 @@ TEST(SourceName, ThatIsNoNameIsRefused) {
                 ElementsAre("source-name: '' is no name in Loose / --name rom is one"));
     EXPECT_THAT(refusals_of("a-b", loose),
                 ElementsAre("source-name: 'a-b' is no name in Loose / --name a_b is one"));
+    for (const std::string name : {"a@b", "a[b", "a`b", "a{b", "a/b", "a:b"}) {
+        EXPECT_THAT(refusals_of(name, loose),
+                    ElementsAre("source-name: '" + name + "' is no name in Loose / --name a_b is one"));
+    }
     EXPECT_THAT(refusals_of("a__b", strict),
                 ElementsAre("source-name: 'a__b' is no name in Strict / --name a_b is one"));
     EXPECT_THAT(refusals_of("a_", strict),
