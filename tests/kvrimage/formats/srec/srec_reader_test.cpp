@@ -119,6 +119,10 @@ TEST(SrecReader, FaultsOfRecordsNameWhatIsWrong) {
               "the record goes beyond address FFFFFFFF, the largest of S-records|");
 }
 
+TEST(SrecReader, ACountThatIsNoNumberIsReportedWhateverItsLine) {
+    EXPECT_EQ(first_message("S1GG" + std::string(512, 'A') + "\n").substr(0, 6), "'G' in");
+}
+
 TEST(SrecReader, ARecordMayEndAtTheLargestAddressOfItsType) {
     EXPECT_EQ(set_words_of(read_srec("S105FFFE0102FA\n" + end_of_s1, {})), "65534=01 65535=02");
 }
