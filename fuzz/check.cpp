@@ -10,31 +10,90 @@
 #include "tests/kvrimage/contract/contract.h"
 #include "tools/kvrmem/files/check_report.h"
 
+#include <algorithm>
 #include <array>
+#include <cstdint>
+#include <iterator>
 #include <optional>
+#include <sstream>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace kvr_fuzz {
 
 namespace {
 
-constexpr std::array<std::string_view, 3> tried_formats = {"mif", "hex", "rif"};
+using kvrimage::address_unit;
+using kvrimage::byte_order;
 
-struct limits_of_person {
-    std::optional<std::uint32_t> width;
-    std::optional<std::uint64_t> depth;
+struct options_of_person {
+    std::optional<std::uint32_t> width = std::nullopt;
+    std::optional<std::uint64_t> depth = std::nullopt;
+    std::optional<byte_order> order = std::nullopt;
+    std::optional<std::uint64_t> base = std::nullopt;
+    std::optional<std::uint8_t> pad = std::nullopt;
+    std::optional<address_unit> unit = std::nullopt;
+    bool has_choices = false; ///< the first line of the text
 };
-constexpr std::array<limits_of_person, 8> said_by_person = {{
+constexpr std::array<options_of_person, 16> said_by_person = {{
     {},
-    {8, {}},
-    {16, {}},
-    {12, {}},
-    {{}, 16},
-    {32, 256},
-    {1, 1},
-    {1U << 20U, 0xFFFFFFFF},
+    {.width = 8},
+    {.width = 16},
+    {.width = 12},
+    {.depth = 16},
+    {.width = 32, .depth = 256},
+    {.width = 1, .depth = 1},
+    {.width = 1U << 20U, .depth = 0xFFFFFFFF},
+    {.width = 16, .order = byte_order::little},
+    {.width = 32, .order = byte_order::big, .base = 0x100},
+    {.width = 8, .base = 0},
+    {.width = 24, .depth = 64, .order = byte_order::little, .pad = 0xFF},
+    {.width = 16, .order = byte_order::little, .unit = address_unit::byte},
+    {.width = 300, .depth = 4096, .order = byte_order::big, .base = 1, .pad = 0},
+    {.has_choices = true},
+    {.width = 16, .order = byte_order::big, .has_choices = true},
 }};
+
+/// The format that @p number chooses of those that can be read, "0" the first of the registry, "1" the
+/// second.
+const kvrimage::format& format_number(unsigned number) {
+    static const std::vector<const kvrimage::format*> readable = [] {
+        std::vector<const kvrimage::format*> found;
+        std::ranges::copy_if(kvrimage::formats(), std::back_inserter(found),
+                             [](const kvrimage::format* each) { return each->read != nullptr; });
+        return found;
+    }();
+    constexpr unsigned all_bytes = 256;
+    return *readable[(number + all_bytes - '0') % all_bytes % readable.size()];
+}
+
+/// "name=value" and "name", separated by blanks.
+std::vector<kvrimage::choice> choices_in(const std::string& line) {
+    std::vector<kvrimage::choice> choices;
+    std::istringstream words(line);
+    for (std::string each; words >> each;) {
+        const std::size_t equals = std::min(each.find('='), each.size());
+        choices.push_back({each.substr(0, equals), each.substr(std::min(equals + 1, each.size()))});
+    }
+    return choices;
+}
+
+kvrimage::read_options take_options(input_bytes& settings) {
+    kvrimage::read_options options;
+    options.as = &format_number(settings.number());
+    const options_of_person& said = settings.choose(said_by_person);
+    options.width = said.width;
+    options.depth = said.depth;
+    options.order = said.order;
+    options.base = said.base;
+    options.pad = said.pad;
+    options.unit = said.unit;
+    if (said.has_choices) {
+        options.choices = choices_in(settings.line());
+    }
+    return options;
+}
 
 kvrimage::read_result checked_within_limits(std::string_view text, const kvrimage::read_options& options,
                                             std::size_t input_size) {
@@ -55,11 +114,7 @@ void expect_shown(const kvrimage::read_result& checked, std::string_view text) {
 
 void try_check(std::string_view input) {
     input_bytes settings(input);
-    kvrimage::read_options options;
-    options.as = kvrimage::format_of_name(settings.choose(tried_formats));
-    const limits_of_person& said = settings.choose(said_by_person);
-    options.width = said.width;
-    options.depth = said.depth;
+    const kvrimage::read_options options = take_options(settings);
     const std::string text(settings.rest());
 
     expect_shown(checked_within_limits(text, options, input.size()), text);

@@ -188,7 +188,10 @@ public:
         report_overlaps(blocks.sort());
         if (blocks.empty()) {
             make_empty_image();
-        } else if (has_order() && has_base()) {
+            return;
+        }
+        const bool knows_order = has_order();
+        if (has_base() && knows_order) {
             make_image();
         }
     }
@@ -227,6 +230,7 @@ private:
         found.hint =
             fmt::format("add --endian little (first word {}) or big ({})",
                         digits_of_word(first, byte_order::little), digits_of_word(first, byte_order::big));
+        found.option = "--endian little";
         list.add(std::move(found));
         return false;
     }
@@ -236,8 +240,11 @@ private:
         constexpr std::uint64_t highest_plain_start = std::uint64_t{1} << 24U;
         const std::uint64_t lowest = blocks.all().front().address;
         const std::string shown = fmt::format("{:X}", lowest);
-        if (!options.base && lowest >= highest_plain_start && !options.depth) {
-            list.add(diagnose::base_needed(find(lowest), shown));
+        const bool keeps_addresses = options.base == 0U || options.depth;
+        if (!keeps_addresses && lowest >= base && lowest - base >= highest_plain_start) {
+            diagnostic found = diagnose::base_needed(find(lowest), shown);
+            found.option = "--base 0x" + shown;
+            list.add(std::move(found));
             return false;
         }
         if (lowest < base) {
@@ -297,7 +304,9 @@ private:
         }
         if (!where.empty()) {
             const auto& first = joiner.partial().front();
-            list.add(diagnose::incomplete_word(where, first.address, first.found, bytes_per_word));
+            diagnostic found = diagnose::incomplete_word(where, first.address, first.found, bytes_per_word);
+            found.option = "--pad 0";
+            list.add(std::move(found));
         }
     }
 

@@ -59,6 +59,7 @@ struct diagnostic {
     /// Quotes the file's bytes as they are, also control characters; long quotes are cut.
     std::string message;
     std::string hint;           ///< what to write instead, or what a consumer makes of it; may be ""
+    std::string option;         ///< of the tool, "--endian little", where giving it is a way out; else ""
     std::string consumer;       ///< of class `consumer`: its name ("kvr"); else ""
     std::string repair;         ///< what `fix` does ("checksum E9 is now E8"); "" without a fix
     std::vector<text_edit> fix; ///< in order, not overlapping; empty unless the repair is certain

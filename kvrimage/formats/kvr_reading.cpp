@@ -1,5 +1,6 @@
 #include "kvrimage/formats/kvr_reading.h"
 
+#include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/image/image_words.h"
@@ -24,10 +25,12 @@ constexpr std::string_view kvr_name = "kvr";
 /// Our words and those of the library, by their addresses.
 class word_comparison {
 public:
-    word_comparison(const memory_image& image, const kvr::word_store& words_of_kvr, radix radix_of_kvr)
+    /// @param first the address of the file that is the lowest one of @p image
+    word_comparison(const memory_image& image, std::uint64_t first, const kvr::word_store& words_of_kvr,
+                    radix radix_of_kvr)
         : ours(image.words()),
           theirs(words_of_kvr),
-          base(image.base()),
+          base(first),
           width(image.width()),
           texts_radix(radix_of_kvr) {}
 
@@ -166,10 +169,11 @@ std::string shown_text_of_kvr(std::string_view text, radix texts_radix, const re
 class difference_report {
 public:
     difference_report(const format& format_of_file, std::string_view file,
-                      const read_options& options_for_file)
+                      const read_options& options_for_file, std::uint64_t first_address)
         : as(format_of_file),
           contents(file),
-          options(options_for_file) {}
+          options(options_for_file),
+          base(first_address) {}
 
     void add(std::uint64_t first, std::uint64_t last) {
         count += last - first + 1;
@@ -188,7 +192,9 @@ public:
 
 private:
     void add_place(std::uint64_t address) {
-        const auto found = as.find_word != nullptr ? as.find_word(contents, options, address) : std::nullopt;
+        const auto found = as.find_word != nullptr && address >= base
+                               ? as.find_word(contents, options, address - base)
+                               : std::nullopt;
         if (found) {
             where.add({found->offset, found->length});
         }
@@ -197,15 +203,24 @@ private:
     const format& as;
     std::string_view contents;
     const read_options& options;
+    std::uint64_t base; ///< the address of the file that is word 0
     places where;
     std::uint64_t count = 0;
     std::size_t looked_for = 0;
 };
 
+/// The address of the file that is word 0 of @p ours, counted in words.
+std::uint64_t first_word_address(const read_options& options, const read_result& ours) {
+    const std::uint64_t step =
+        ours.facts.unit == address_unit::byte ? bytes_of_width(ours.image->width()) : 1;
+    return ours.image->base() + options.base.value_or(0) / step;
+}
+
 std::optional<diagnostic> words_that_differ(const format& as, std::string_view contents,
                                             const read_options& options, const read_result& ours,
                                             const kvr_reading& theirs) {
-    difference_report report(as, contents, options);
+    const std::uint64_t base = first_word_address(options, ours);
+    difference_report report(as, contents, options, base);
     std::optional<std::uint64_t> first_address;
     std::string first_of_ours;
     std::string first_of_theirs;
@@ -218,7 +233,7 @@ std::optional<diagnostic> words_that_differ(const format& as, std::string_view c
         }
         report.add(first, last);
     };
-    word_comparison(*ours.image, theirs.words, theirs.texts_radix).for_each_difference(take);
+    word_comparison(*ours.image, base, theirs.words, theirs.texts_radix).for_each_difference(take);
     return first_address ? std::optional(report.made(*first_address, first_of_ours, first_of_theirs))
                          : std::nullopt;
 }

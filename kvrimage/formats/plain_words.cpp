@@ -18,6 +18,7 @@ void refuse_gaps(const memory_image& image, std::string_view target, std::vector
     if (unset.count != 0) {
         found.push_back(diagnose::fill_needed({}, unset.count, unset.count == 1 ? "word is" : "words are",
                                               unset.first, target));
+        found.back().option = "--fill 0";
     }
 }
 

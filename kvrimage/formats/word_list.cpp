@@ -40,6 +40,11 @@ std::uint64_t bits_by_digits(std::string_view digits, radix digits_radix, std::s
     return fault ? fault->bits_needed : 1;
 }
 
+/// What is left of the words of a file from @p base on; all of them where the base is beyond them.
+std::optional<std::uint64_t> depth_from(std::uint64_t base, std::optional<std::uint64_t> stated) {
+    return stated && base < *stated ? std::optional(*stated - base) : stated;
+}
+
 } // namespace
 
 word_list::word_list(std::string_view contents, const read_options& given, radix digits_radix,
@@ -48,7 +53,7 @@ word_list::word_list(std::string_view contents, const read_options& given, radix
       options(given),
       digits_are(digits_radix),
       known_width(given.width ? given.width : stated.width),
-      known_depth(given.depth ? given.depth : stated.depth),
+      known_depth(given.depth ? given.depth : depth_from(given.base.value_or(0), stated.depth)),
       width_setting(given.width ? "--width" : stated.width_setting),
       habits(std::move(of_format)),
       base(given.base.value_or(0)),
@@ -193,9 +198,11 @@ void word_list::report_addresses(diagnostic_list& diagnostics) const {
     if (!below.empty()) {
         diagnostics.add(diagnose::below_base(below.where, in_file(below.first), in_file(base)));
     }
-    const bool may_need_base = !options.base && !known_depth && !habits.may_begin_high;
-    if (may_need_base && lowest >= highest_plain_start && lowest != ~std::uint64_t{0}) {
-        diagnostics.add(diagnose::base_needed({}, in_file(lowest)));
+    const bool is_far = lowest != ~std::uint64_t{0} && lowest >= base && lowest - base >= highest_plain_start;
+    if (options.base != 0U && !known_depth && !habits.may_begin_high && is_far) {
+        diagnostic found = diagnose::base_needed({}, in_file(lowest));
+        found.option = "--base 0x" + in_file(lowest);
+        diagnostics.add(std::move(found));
     } else if (!beyond.empty() && known_depth) {
         diagnostics.add(diagnose::beyond_depth(beyond.where, beyond.first - base, *known_depth,
                                                *known_depth - 1, beyond.most + 1));

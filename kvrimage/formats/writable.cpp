@@ -29,6 +29,7 @@ std::vector<diagnostic> general_obstacles(const memory_image& image, const write
         if (unset.count != 0) {
             found.push_back(diagnose::fill_needed({}, unset.count, unset.count == 1 ? "word is" : "words are",
                                                   unset.first, as.title));
+            found.back().option = "--fill 0";
         }
     }
     if (!as.holds_dont_care) {
@@ -41,6 +42,7 @@ std::vector<diagnostic> general_obstacles(const memory_image& image, const write
     if (as.counts == address_unit::byte && !options.order && bytes_of_width(image.width()) > 1) {
         found.push_back(diagnose::byte_order({}, image.width()));
         found.back().hint = "add --endian little or --endian big";
+        found.back().option = "--endian little";
     }
     return found;
 }

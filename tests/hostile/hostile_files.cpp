@@ -73,6 +73,59 @@ std::string hex(const std::string& records) {
     return records + ":00000001FF\n";
 }
 
+/// An S-record of @p type with the bytes that @p data spells in hexadecimal digits.
+std::string srec(unsigned type, std::uint64_t address, const std::string& data) {
+    const unsigned address_bytes = type == 0 || type == 1 || type == 9 ? 2 : (type == 2 || type == 8 ? 3 : 4);
+    const std::string bytes = hexadecimal(address_bytes + data.size() / 2 + 1, 2) +
+                              hexadecimal(address, static_cast<int>(2 * address_bytes)) + data;
+    unsigned sum = 0;
+    for (std::size_t index = 0; index < bytes.size(); index += 2) {
+        sum += static_cast<unsigned>(std::stoul(bytes.substr(index, 2), nullptr, 16));
+    }
+    return "S" + std::to_string(type) + bytes + hexadecimal(0xFFU - sum % 0x100U, 2) + "\n";
+}
+
+/// A number of an ELF file of 32 bits, lowest byte first.
+std::string number_of_elf(std::uint64_t value, unsigned bytes) {
+    std::string text;
+    for (unsigned index = 0; index < bytes; ++index) {
+        text += static_cast<char>(value >> (8 * index));
+    }
+    return text;
+}
+
+struct elf_segment {
+    std::uint64_t offset;
+    std::uint64_t address;
+    std::uint64_t size; ///< in the file
+};
+
+/// The head of an ELF file of 32 bits whose header says that there are @p segments segments and @p sections
+/// sections, at @p segments_at and @p sections_at.
+std::string elf_head(std::uint64_t segments_at, std::uint64_t segments, std::uint64_t sections_at,
+                     std::uint64_t sections) {
+    return std::string("\x7F"
+                       "ELF\1\1\1") +
+           std::string(9, '\0') + number_of_elf(2, 2) + number_of_elf(243, 2) + number_of_elf(1, 4) +
+           number_of_elf(0, 4) + number_of_elf(segments_at, 4) + number_of_elf(sections_at, 4) +
+           number_of_elf(0, 4) + number_of_elf(52, 2) + number_of_elf(32, 2) + number_of_elf(segments, 2) +
+           number_of_elf(40, 2) + number_of_elf(sections, 2) + number_of_elf(0, 2);
+}
+
+std::string segment_of_elf(const elf_segment& one) {
+    return number_of_elf(1, 4) + number_of_elf(one.offset, 4) + number_of_elf(one.address, 4) +
+           number_of_elf(one.address, 4) + number_of_elf(one.size, 4) + number_of_elf(one.size, 4) +
+           number_of_elf(7, 4) + number_of_elf(1, 4);
+}
+
+/// An ELF file of @p count segments, which @p make makes of their numbers, and a hundred bytes of contents.
+template <class Make>
+std::string elf(unsigned count, Make make) {
+    return elf_head(52, count, 0, 0) +
+           for_each_below(count, [make](unsigned number) { return segment_of_elf(make(number)); }) +
+           std::string(100, 'x');
+}
+
 std::string noise(unsigned seed, std::size_t size) {
     std::mt19937 random(seed);
     std::string text(size, '\0');
@@ -80,6 +133,16 @@ std::string noise(unsigned seed, std::size_t size) {
         character = static_cast<char>(random());
     }
     return text;
+}
+
+std::string coe(const std::string& words) {
+    return "memory_initialization_radix=16;\nmemory_initialization_vector=\n" + words;
+}
+
+std::string memheader(std::string_view digits, std::string_view depth, std::string_view width,
+                      const std::string& rows) {
+    return "#Format=" + std::string(digits) + "\n#Depth=" + std::string(depth) +
+           "\n#Width=" + std::string(width) + "\n#AddrRadix=3\n#DataRadix=3\n#Data\n" + rows;
 }
 
 struct hostile_file {
@@ -240,6 +303,136 @@ constexpr hostile_file files[] = {
     {"nul_bytes.rif", [] { return "@0\n" + std::string(million, '\0'); }},
     {"noise.rif", [] { return "@0\n" + noise(4, million); }},
     {"empty.rif", [] { return std::string(); }},
+    // Lists of words for simulators
+    {"last_address_of_64_bits.vmem", [] { return std::string("@FFFFFFFFFFFFFFFF 12 34\n"); }},
+    {"addresses_everywhere.vmem",
+     [] {
+         return for_each_below(
+             20000, [](unsigned number) { return "@" + hexadecimal(number * 107000ULL) + " 5\n"; });
+     }},
+    {"word_of_four_million_digits.vmem", [] { return std::string(4 * million, 'A') + "\n"; }},
+    {"widest_word.vmem", [] { return std::string(262144, 'A') + " 1 2 3\n"; }},
+    {"comment_without_end.vmem", [] { return "01 /*" + repeated(" * ", many); }},
+    {"many_comments.vmem", [] { return "01\n" + repeated("/**/", many) + "02\n"; }},
+    {"underscores.vmem", [] { return "1" + std::string(million, '_') + "2\n"; }},
+    {"noise.vmem", [] { return "01 02\n" + noise(5, million); }},
+    // COE
+    {"many_commas.coe", [] { return coe(std::string(million, ',') + ";\n"); }},
+    {"many_words.coe", [] { return coe(repeated("1,2\n", many / 2) + ";\n"); }},
+    {"decimal_of_a_million_digits.coe",
+     [] {
+         return "memory_initialization_radix=10;\nmemory_initialization_vector=" + std::string(million, '9') +
+                ";\n";
+     }},
+    {"vector_again_and_again.coe", [] { return repeated(coe("1;\n"), many / 16); }},
+    {"noise.coe", [] { return coe(noise(6, million)); }},
+    // S-records
+    {"first_and_last_address.srec", [] { return srec(3, 0, "01") + srec(3, 0xFFFFFFFF, "02"); }},
+    {"beyond_the_last_address.srec", [] { return srec(3, 0xFFFFFFFF, "0102"); }},
+    {"records_everywhere.srec",
+     [] { return for_each_below(20000, [](unsigned number) { return srec(3, number * 107000ULL, "05"); }); }},
+    {"records_over_each_other.srec",
+     [] {
+         return for_each_below(20000, [](unsigned number) { return srec(3, number, "0102030405060708"); });
+     }},
+    {"records_backwards.srec",
+     [] { return for_each_below(60000, [](unsigned number) { return srec(3, 60000 - number, "05"); }); }},
+    {"many_headers.srec", [] { return repeated(srec(0, 0, "41"), many / 4); }},
+    {"line_without_end.srec", [] { return "S1" + std::string(4 * million, '0'); }},
+    {"noise.srec", [] { return srec(1, 0, "01") + noise(7, million); }},
+    // Intel HEX of bytes
+    {"first_and_last_address.ihx",
+     [] { return hex(record(0, 0, "01") + record(0, 4, "FFFF") + record(0xFFFF, 0, "02")); }},
+    {"over_the_last_address.ihx",
+     [] { return hex(record(0, 4, "FFFF") + record(0xFFFF, 0, repeated("5A", 255))); }},
+    {"pages_everywhere.ihx",
+     [] {
+         return hex(for_each_below(20000, [](unsigned number) {
+             return record(0, 4, hexadecimal(number * 40503U % 0x10000U, 4)) + record(number, 0, "05");
+         }));
+     }},
+    {"segments_that_wrap.ihx",
+     [] {
+         return hex(for_each_below(20000, [](unsigned number) {
+             return record(0, 2, hexadecimal(number, 4)) + record(0xFFFF, 0, "0506");
+         }));
+     }},
+    // TI-TXT
+    {"first_and_last_address.txt", [] { return std::string("@0\n01\n@FFFFFFFF\n02\nq\n"); }},
+    {"over_the_last_address.txt", [] { return "@FFFFFFF0\n" + repeated("5A ", 255) + "\nq\n"; }},
+    {"addresses_everywhere.txt",
+     [] {
+         return for_each_below(
+                    20000, [](unsigned number) { return "@" + hexadecimal(number * 107000ULL) + "\n05\n"; }) +
+                "q\n";
+     }},
+    {"at_signs.txt", [] { return "@0\n" + std::string(million, '@') + "\nq\n"; }},
+    // Raw binary
+    {"nul_bytes.bin", [] { return std::string(million, '\0'); }},
+    {"noise.bin", [] { return noise(8, million); }},
+    {"empty.bin", [] { return std::string(); }},
+    // ELF
+    {"tables_beyond_the_file.elf", [] { return elf_head(0xFFFFFFF0, 0xFFFE, 0xFFFFFFF0, 0xFFFE); }},
+    {"count_in_a_section_that_is_not_there.elf", [] { return elf_head(52, 0xFFFF, 0xFFFFFF00, 0); }},
+    {"header_alone.elf", [] { return elf_head(0, 0, 0, 0); }},
+    {"contents_beyond_the_file.elf",
+     [] { return elf(1, [](unsigned) {
+              return elf_segment{0xFFFFFF00, 0, 0xFFFFFF00};
+          }); }},
+    {"contents_over_the_last_address.elf",
+     [] { return elf(1, [](unsigned) {
+              return elf_segment{84, 0xFFFFFFFF, 100};
+          }); }},
+    {"segments_that_overlap.elf",
+     [] { return elf(60000, [](unsigned number) {
+              return elf_segment{52, number, 100};
+          }); }},
+    {"one_place_again_and_again.elf",
+     [] { return elf(60000, [](unsigned) {
+              return elf_segment{0, 0, 1900000};
+          }); }},
+    {"segments_everywhere.elf",
+     [] { return elf(40000, [](unsigned number) {
+              return elf_segment{52, number * 107000ULL, 1};
+          }); }},
+    {"noise.elf", [] { return elf_head(52, 30000, 52, 30000) + noise(9, million); }},
+    // CSV
+    {"fifty_thousand_columns.csv",
+     [] { return repeated("1,", many / 5) + "1\n" + repeated("2,", many / 5) + "2\n"; }},
+    {"columns_without_end.csv", [] { return std::string(million, ','); }},
+    {"column_of_a_name_without_end.csv", [] { return "address," + std::string(million, 'v') + "\n0,1\n"; }},
+    {"quote_without_end.csv", [] { return "address,value\n0,\"" + repeated("1\n", many); }},
+    {"value_of_a_million_digits.csv", [] { return "address,value\n0," + std::string(million, '9') + "\n"; }},
+    {"addresses_everywhere.csv",
+     [] {
+         return "address,value\n" + for_each_below(20000, [](unsigned number) {
+                    return "0x" + hexadecimal(number * 107000ULL) + ",5\n";
+                });
+     }},
+    {"last_address_of_64_bits.csv", [] { return std::string("address,value\n0xFFFFFFFFFFFFFFFF,1\n"); }},
+    {"noise.csv", [] { return "address,value\n" + noise(10, million); }},
+    // Logisim
+    {"run_of_four_billion.logisim", [] { return std::string("v2.0 raw\n4294967295*00\n"); }},
+    {"runs_of_four_billion.logisim", [] { return "v2.0 raw\n" + repeated("4294967295*1 ", 1000) + "\n"; }},
+    {"run_of_64_bits.logisim", [] { return std::string("v2.0 raw\n18446744073709551615*1 1\n"); }},
+    {"run_of_wide_words.logisim", [] { return "v2.0 raw\n4000000000*" + std::string(262144, 'A') + "\n"; }},
+    {"last_address.logisim",
+     [] { return std::string("v3.0 hex words addressed\nffffffffffffffff: 1 2\n0: 3\n"); }},
+    {"bytes_everywhere.logisim",
+     [] {
+         return "v3.0 hex bytes addressed little-endian\n" + for_each_below(20000, [](unsigned number) {
+                    return hexadecimal(number * 107000ULL) + ": 05\n";
+                });
+     }},
+    {"noise.logisim", [] { return "v3.0 hex words plain\n" + noise(11, million); }},
+    // MEM with header
+    {"deepest.mem", [] { return memheader("Hex", "4294967296", "8", "1 2 3\n"); }},
+    {"depth_beyond_all.mem", [] { return memheader("Hex", "99999999999999999999", "8", "1\n"); }},
+    {"widest.mem", [] { return memheader("Bin", "4294967296", "1048576", "1 0 1\n"); }},
+    {"wide_words.mem",
+     [] { return memheader("AddrHex", "4294967296", "1048576", repeated("0: 1\nFFFFFFFF: 2\n", 9000)); }},
+    {"settings_again_and_again.mem", [] { return repeated("#Depth=16\n", many / 4) + "#Data\n1\n"; }},
+    {"noise.mem", [] { return memheader("Hex", "16", "8", noise(12, million)); }},
 };
 
 /// A small file of each format; each "?" is a place for every byte value.
@@ -254,6 +447,15 @@ constexpr small_file small_files[] = {
             "5?] : A B;\n6 : 1; -- ?\n% ? %\n?END?;?\n"},
     {"hex", "?:?0?2?0?000?00?0?1?02?FB\n:00000001F?F?\n?"},
     {"rif", "?@?1?0?\n?0?1? ?02 \n?"},
+    {"vmem", "?@?1?0\n0?1 ?0X /?*? c *?/ ?0_2 /?/?\n?"},
+    {"coe", "?memory_?initialization_radix?=?16?;\nmemory_initialization_vector?=?\n1?F?,? 2?;?\n?"},
+    {"srec", "?S?1?0?5?1234?A?ABB4?F?\nS503?0001FB\nS?9030000FC?\n?"},
+    {"ihx", "?:?0?2?0?000?00?0?1?02?FB\n:0?2?0?0?0?0?0?2?1000EC\n:00000001F?F?\n?"},
+    {"txt", "?@?F?000\n?3?1? 4?0? ?\n@?FFFE?\n0?0 F0\n?q?\n?"},
+    {"csv", "?address?,?value?\n?0?,?0?x?1F?\n1?,?\"-?5?\"?\n?"},
+    {"logisim", "?v?3.?0 hex words addressed?\n?0?0?:? 1?0 ?4?*?F?F? #?\n?"},
+    {"mem",
+     "?#?Format?=?Addr?Hex\n#Depth=?16?\n#?Width=?8\n#AddrRadix=?3\n#DataRadix=3\n#?Data?\n?0?:?1?0?\n?"},
 };
 
 std::string without_marks(std::string text) {

@@ -6,11 +6,13 @@
 #include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/formats/plain_words.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
+#include <vector>
 
 namespace kvrimage {
 
@@ -64,6 +66,12 @@ void write_binary(const memory_image& image, const write_options& options, text_
                         [&output](std::uint64_t, std::string_view bytes) { output.write(bytes); });
 }
 
+std::vector<diagnostic> can_write_binary(const memory_image& image, const write_options& /*options*/) {
+    std::vector<diagnostic> found;
+    refuse_base(image, "a binary file", found);
+    return found;
+}
+
 std::uint64_t size_of_binary(const memory_image& image, const write_options& /*options*/) {
     return count_byte_rows(image, byte_page_size).bytes;
 }
@@ -80,6 +88,7 @@ const format binary_format = {
     .fits_anything = true,
     .sniff = sniff_binary,
     .read = read_binary,
+    .can_write = can_write_binary,
     .write = write_binary,
     .written_size = size_of_binary,
 };

@@ -1,8 +1,13 @@
 #include "kvrimage/formats/coe/coe_reader.h"
 
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/coe/coe_format.h"
 #include "kvrimage/formats/coe/coe_parser.h"
+#include "kvrimage/formats/foreign_content.h"
+#include "kvrimage/formats/word_digits.h"
 #include "kvrimage/formats/word_list.h"
+
+#include <fmt/format.h>
 
 #include <optional>
 #include <utility>
@@ -158,6 +163,10 @@ std::optional<radix> coe_radix_of(std::string_view value) noexcept {
 }
 
 read_result read_coe(std::string_view contents, const read_options& options) {
+    if (options.base.value_or(0) != 0) {
+        return only_finding(coe_format, contents,
+                            diagnose::no_addresses({}, "a COE file", fmt::format("{:X}", *options.base)));
+    }
     return coe_reading(contents, options).read();
 }
 

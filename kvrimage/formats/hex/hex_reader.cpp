@@ -14,6 +14,7 @@
 #include "kvrimage/formats/hex/hex_layout.h"
 #include "kvrimage/formats/hex/hex_records.h"
 #include "kvrimage/formats/line_ends.h"
+#include "kvrimage/formats/reading_from_base.h"
 
 #include <fmt/format.h>
 
@@ -82,6 +83,9 @@ private:
         const std::string other = are_bytes ? "add --address-unit byte --endian " + orders() + "; "
                                             : fmt::format("give --width {}; ", found * bits_per_byte);
         diagnostic contradiction = diagnose::address_unit({}, counted, layout.width);
+        if (are_bytes) {
+            contradiction.option = "--address-unit byte --endian little";
+        }
         contradiction.hint = other + "or --address-unit word if words are left out";
         diagnostics.add(std::move(contradiction));
     }
@@ -432,22 +436,14 @@ read_result read_records(std::string_view contents, const read_options& options,
     return hex_reading(contents, options, as).read();
 }
 
-} // namespace
-
-read_result read_hex(std::string_view contents, const read_options& options) {
+read_result read_word_records(std::string_view contents, const read_options& options) {
     return read_records(contents, options, hex_format);
 }
 
-read_result read_hexbytes(std::string_view contents, const read_options& options) {
-    return read_records(contents, options, hexbytes_format);
-}
-
-std::optional<place> find_hex_word(std::string_view contents, const read_options& options,
-                                   std::uint64_t address) {
+/// format::find_word where addresses count words.
+std::optional<place> find_record_of_word(std::string_view contents, const read_options& options,
+                                         std::uint64_t address) {
     const hex_layout layout = layout_of(contents, options);
-    if (layout.counts_bytes()) {
-        return find_hexbytes_word(contents, options, address);
-    }
     if (layout.width == 0) {
         return std::nullopt;
     }
@@ -465,6 +461,25 @@ std::optional<place> find_hex_word(std::string_view contents, const read_options
         found->column = before.size() - (before.rfind('\n') + 1) + 1;
     }
     return found;
+}
+
+constexpr reading_from_zero words_from_zero = {read_word_records, find_record_of_word};
+
+} // namespace
+
+read_result read_hex(std::string_view contents, const read_options& options) {
+    return options.unit == address_unit::byte ? read_records(contents, options, hex_format)
+                                              : read_from_base(contents, options, words_from_zero);
+}
+
+read_result read_hexbytes(std::string_view contents, const read_options& options) {
+    return read_records(contents, options, hexbytes_format);
+}
+
+std::optional<place> find_hex_word(std::string_view contents, const read_options& options,
+                                   std::uint64_t address) {
+    return options.unit == address_unit::byte ? find_hexbytes_word(contents, options, address)
+                                              : find_from_base(contents, options, address, words_from_zero);
 }
 
 std::optional<place> find_hexbytes_word(std::string_view contents, const read_options& options,

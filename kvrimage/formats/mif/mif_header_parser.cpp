@@ -131,8 +131,12 @@ bool mif_header_parser::read_one() {
         sink.content({next.at.offset, 0});
         take_begin();
         return false;
-    } else if (const auto spelt = keyword_with_blanks(); spelt.meant.starts_with("CONTENT")) {
-        take_content(spelt);
+    } else if (const auto spelt = keyword_with_blanks(); !spelt.meant.empty()) {
+        if (spelt.meant == "BEGIN") {
+            take_begin_with_blanks(spelt.where);
+        } else {
+            take_content(spelt);
+        }
         return false;
     } else if (is_statement_ahead()) {
         const mif_token first = tokens.peek();
@@ -371,6 +375,20 @@ void mif_header_parser::find_begin(const span& content) {
     }
     sink.finding({mif_syntax::missing_begin, content, content, {}, insertion_at(content.end(), " BEGIN")});
     begin({content.end(), 0});
+}
+
+/// "BE GIN" where nothing said CONTENT: both faults are one, and so is their repair.
+void mif_header_parser::take_begin_with_blanks(const span& where) {
+    sink.finding({mif_syntax::missing_content,
+                  where,
+                  where,
+                  {},
+                  text_edit{where.offset, where.length, "CONTENT BEGIN"}});
+    sink.content({where.offset, 0});
+    while (!tokens.peek().is(mif_token::kind::end) && tokens.peek().at.offset < where.end()) {
+        tokens.take();
+    }
+    begin(where);
 }
 
 void mif_header_parser::take_begin() {

@@ -32,6 +32,7 @@ private:
     void take_content(const spelling& found);
     void begin(const span& keyword);
     void take_begin();
+    void take_begin_with_blanks(const span& where);
     void find_begin(const span& content);
     [[nodiscard]] bool is_statement_ahead();
 

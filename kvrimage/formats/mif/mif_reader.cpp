@@ -15,9 +15,12 @@
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <limits>
 #include <memory>
+#include <string>
 #include <utility>
 
 namespace kvrimage {
@@ -36,7 +39,12 @@ public:
           header(contents) {}
 
     void comment(const span& /*whole*/) override { has_comments = true; }
-    void finding(const mif_finding& found) override { findings.add(found, list); }
+    void finding(const mif_finding& found) override {
+        if (found.what == mif_syntax::missing_content && found.where.length != 0) {
+            unframed = found.where;
+        }
+        findings.add(found, list);
+    }
     void setting(const mif_setting& found) override {
         has_structure = true;
         header.take(found, list);
@@ -50,6 +58,11 @@ public:
         form = {header.radix_of(mif_keyword::address_radix), header.radix_of(mif_keyword::data_radix),
                 depth().value_or(deepest_mif)};
         words.emplace(text, form);
+    }
+    void begin(const span& keyword) override {
+        if (keyword.length != 0) {
+            unframed.reset(); // a BEGIN without CONTENT is a fault of its own
+        }
     }
     void statement(const mif_statement& found) override {
         has_unsound = has_unsound || !found.sound;
@@ -73,11 +86,13 @@ private:
         return options.width || !stated ? options.width : std::optional(static_cast<std::uint32_t>(*stated));
     }
     void find_missing_settings(const image_words& all);
+    void judge_frame(const image_words& all);
     std::unique_ptr<image_words> find_faults();
     bool is_proportionate(const image_words& all);
     bool make_words(image_words& all);
     void examine();
     [[nodiscard]] static std::uint64_t lowest_depth(const image_words& all);
+    [[nodiscard]] static std::uint64_t bits_of_digits(const image_words& all);
     void hand_out(read_result& result, std::unique_ptr<image_words> all);
 
     std::string_view text;
@@ -90,7 +105,8 @@ private:
     std::optional<mif_words> words;
     span content_at;
     bool has_comments = false;
-    bool has_structure = false; ///< a setting or CONTENT
+    bool has_structure = false;   ///< a setting or CONTENT
+    std::optional<span> unframed; ///< the first statement, where there is no CONTENT BEGIN
     bool has_unsound = false;
     bool has_unsigned = false;
     bool has_prefix = false;  ///< values that begin with "0x", which are words with a don't-care digit
@@ -106,6 +122,27 @@ void mif_text_reader::find_missing_settings(const image_words& all) {
     if (!header.has(mif_keyword::depth) && !options.depth) {
         list.add(diagnose::missing_depth(where, lowest_depth(all)));
     }
+}
+
+/// Statements without CONTENT BEGIN can be read where the caller gives what a header would say; without a
+/// header they lack just that, which is one cause.
+void mif_text_reader::judge_frame(const image_words& all) {
+    if (options.width && options.depth) {
+        list.add(diagnose::bare_statements(*unframed));
+    } else if (!has_structure) {
+        std::string missing = options.width ? "" : fmt::format("--width {}", bits_of_digits(all));
+        if (!options.depth) {
+            missing += fmt::format("{}--depth {}", missing.empty() ? "" : " ", lowest_depth(all));
+        }
+        diagnostic found = diagnose::missing_frame(*unframed, missing);
+        found.option = missing;
+        list.add(std::move(found));
+    } else {
+        find_missing_settings(all);
+        return;
+    }
+    findings.forget(mif_syntax::missing_content);
+    findings.forget(mif_syntax::missing_end);
 }
 
 /// The depth that the addresses need; 256 where there are none.
@@ -124,6 +161,19 @@ std::uint64_t mif_text_reader::lowest_depth(const image_words& all) {
         },
         [&depth](const text_run& run) { depth = run.last + 1; });
     return depth != 0 ? depth : usual;
+}
+
+/// The width that the longest word has by its hexadecimal digits; 8 where there is none.
+std::uint64_t mif_text_reader::bits_of_digits(const image_words& all) {
+    std::uint64_t longest = 0;
+    for_each_row_or_run(
+        all,
+        [&longest](const kvr::word_row& row, std::uint64_t) {
+            longest = std::max<std::uint64_t>(longest, row.length);
+            return row.count;
+        },
+        [&longest](const text_run& run) { longest = std::max<std::uint64_t>(longest, run.text.size()); });
+    return longest != 0 ? longest * bits_per_hex_digit : bits_per_byte;
 }
 
 /// False when the words would take much more memory than the file does.
@@ -230,7 +280,9 @@ std::unique_ptr<image_words> mif_text_reader::find_faults() {
     }
     const bool has_doubts = has_unsound || words->has_bad_statement() || words->has_overlap();
     auto all = std::make_unique<image_words>(words->take());
-    if (has_structure || has_content) {
+    if (unframed) {
+        judge_frame(*all);
+    } else if (has_structure || has_content) {
         find_missing_settings(*all);
     }
     const bool has_numbers = depth() && width() && header.knows_radix(mif_keyword::data_radix);

@@ -17,17 +17,11 @@ namespace kvrimage {
 
 namespace {
 
-/// RIF has no base: its addresses begin at 0.
-read_options without_base(read_options options) {
-    options.base.reset();
-    return options;
-}
-
 class rif_reading final : public rif_sink {
 public:
     rif_reading(std::string_view contents, const read_options& given)
         : text(contents),
-          options(without_base(given)),
+          options(given),
           list(given.most_diagnostics),
           diagnostics(contents, options, list),
           parser(contents, *this),

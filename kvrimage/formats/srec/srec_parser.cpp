@@ -70,6 +70,9 @@ bool srec_parser::take_plain_record() {
         return false;
     }
     const unsigned count = value_of_pair(&text[digits_from]);
+    if (count >= bytes.size()) { // it is no number
+        return false;
+    }
     const std::size_t length = before_bytes + 2 * std::size_t{count};
     const std::size_t line_end = text.size() > length && text[length] == '\r' ? length + 1 : length;
     if (text.size() <= line_end || text[line_end] != '\n') {

@@ -32,10 +32,15 @@ std::uint64_t largest_srec_address(unsigned type) {
     return (std::uint64_t{1} << (bits_per_byte * srec_address_bytes[type])) - 1;
 }
 
-/// True for a record whose data are at known addresses.
+/// That of the last byte of a record that has data.
+std::uint64_t last_address_of(const srec_line& line) {
+    return line.address + line.data.size() - 1;
+}
+
+/// True for a record whose data are at addresses of a file.
 bool has_data_of_file(const srec_line& line) {
     return line.what == srec_line::kind::record && line.fault == srec_fault::none && line.is_data() &&
-           !line.data.empty() && line.address + line.data.size() - 1 <= largest_srec_address(line.type);
+           !line.data.empty() && last_address_of(line) <= largest_srec_address(3);
 }
 
 /// Where the byte at @p address is set last.
@@ -205,9 +210,11 @@ private:
             return;
         }
         if (!has_data_of_file(line)) {
-            list.add(diagnose::srec_beyond(line.content, fmt::format("{:X}", largest_srec_address(line.type)),
-                                           fmt::format("S{}", line.type)));
+            list.add(diagnose::srec_beyond(line.content, fmt::format("{:X}", largest_srec_address(3))));
             return;
+        }
+        if (last_address_of(line) > largest_srec_address(line.type)) { // as some writers make it
+            beyond_type[line.type].add(line.content);
         }
         line.data.copy(blocks.room_for(line.address, line.data.size()), line.data.size());
     }
@@ -222,6 +229,13 @@ private:
     void report_lines() {
         if (!text.empty()) {
             list.add(diagnose::srec_text(text));
+        }
+        for (unsigned type = 1; type < beyond_type.size(); ++type) {
+            if (!beyond_type[type].empty()) {
+                list.add(diagnose::srec_beyond_type(beyond_type[type],
+                                                    fmt::format("{:X}", largest_srec_address(type)),
+                                                    fmt::format("S{}", type)));
+            }
         }
         if (!records_after_end.empty()) {
             const auto line = 1 + std::ranges::count(contents.substr(0, end_line->offset), '\n');
@@ -274,7 +288,8 @@ private:
     byte_blocks blocks;
     read_result result;
     places text, records_after_end;
-    std::optional<span> end_line; ///< once the last record has come
+    std::array<places, 3> beyond_type; ///< by the type, S1 and S2
+    std::optional<span> end_line;      ///< once the last record has come
     unsigned end_type = 0;
     std::array<bool, 4> types_used{}; ///< of data records, by their types
     std::uint64_t data_records = 0;

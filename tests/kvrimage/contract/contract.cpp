@@ -131,7 +131,7 @@ private:
     }
 
     void compare_with_library() {
-        if (!checked.image) {
+        if (!checked.image || options.base.value_or(0) != 0) { // the library knows no base
             return;
         }
         const std::string other =
@@ -174,6 +174,9 @@ private:
         for (const format* target : formats_of_the_library()) {
             write_options to;
             to.as = target;
+            if (target->counts == address_unit::byte) {
+                to.order = options.order.value_or(byte_order::big);
+            }
             if (target->read == nullptr || target->write == nullptr ||
                 !can_write(*read_one.image, to).empty()) {
                 continue;
@@ -182,7 +185,10 @@ private:
             back.as = target;
             back.width = read_one.image->width();
             back.depth = read_one.image->depth();
-            back.unit = address_unit::word;
+            back.order = to.order;
+            if (target->counts == address_unit::either) {
+                back.unit = address_unit::word;
+            }
             const read_result again = parse(to_text(*read_one.image, to), back);
             if (!again.image) {
                 say("what was written as " + std::string(target->title) + " cannot be read: " +

@@ -3,7 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
+#include <iterator>
+#include <optional>
 #include <random>
 #include <string>
 #include <vector>
@@ -15,8 +18,8 @@ namespace {
 /// By how much written_size() may be wrong, beside the lines around the words: in hexadecimal, and in radixes
 /// in which numbers of one memory have different numbers of digits.
 constexpr double in_hexadecimal = 0.01;
-constexpr double in_any_radix = 0.06;
-constexpr double frame = 200;
+constexpr double in_any_radix = 0.08;
+constexpr double frame = 250;
 
 word random_word(std::mt19937& random, std::uint32_t width) {
     return word::of(random() % (std::uint64_t{1} << width), width);
@@ -72,42 +75,71 @@ constexpr image_kind kinds[] = {{"different words", different_words},
                                 {"runs", runs_of_words},
                                 {"cycles", cycles_of_words}};
 
-void expect_close_estimates(const write_options& options, double tolerance) {
+/// Those of the library itself that can be written, as they are before any test adds one of its own.
+const std::vector<const format*>& written_formats() {
+    static const std::vector<const format*> found = [] {
+        std::vector<const format*> written;
+        std::ranges::copy_if(formats(), std::back_inserter(written), [](const format* as) {
+            return as->write != nullptr && as->written_size != nullptr;
+        });
+        return written;
+    }();
+    return found;
+}
+
+[[maybe_unused]] const bool known_before_any_test = !written_formats().empty();
+
+void expect_close_estimate(const memory_image& image, const write_options& options, double tolerance,
+                           const char* kind) {
+    const auto written = static_cast<double>(to_text(image, options).size());
+    const auto estimated = static_cast<double>(options.as->written_size(image, options));
+    ASSERT_GT(written, 10 * frame) << options.as->title << ", " << kind;
+    EXPECT_GE(estimated + frame, written) << options.as->title << ", " << kind;
+    EXPECT_NEAR(estimated, written, written * tolerance + frame)
+        << options.as->title << ", " << kind << " of " << image.width() << " bits";
+}
+
+/// Of every kind of memory that the format holds.
+void expect_close_estimates(write_options options, double tolerance) {
+    options.order =
+        options.as->counts == address_unit::byte ? std::optional(byte_order::little) : std::nullopt;
+    int held = 0;
     for (const image_kind& kind : kinds) {
         for (const std::uint32_t width : {1U, 8U, 13U, 32U}) {
             const memory_image image = kind.make(width);
-            const auto written = static_cast<double>(to_text(image, options).size());
-            const auto estimated = static_cast<double>(options.as->written_size(image, options));
-            ASSERT_GT(written, 10 * frame);
-            EXPECT_GE(estimated + frame, written) << options.as->title << ", " << kind.name;
-            EXPECT_NEAR(estimated, written, written * tolerance + frame)
-                << options.as->title << ", " << kind.name << " of " << width << " bits";
+            if (can_write(image, options).empty()) {
+                ++held;
+                expect_close_estimate(image, options, tolerance, kind.name);
+            }
         }
     }
+    EXPECT_GE(held, 4) << options.as->title;
 }
 
-constexpr const char* ids[] = {"mif", "hex", "rif"};
-
 TEST(WrittenSize, IsCloseToWhatIsWrittenInEveryFormat) {
-    for (const char* id : ids) {
-        expect_close_estimates({.as = format_of_name(id)}, in_hexadecimal);
+    for (const format* as : written_formats()) {
+        expect_close_estimates({.as = as}, in_hexadecimal);
     }
 }
 
 TEST(WrittenSize, IsCloseInEveryRadix) {
-    for (const char* id : ids) {
+    const memory_image probe = different_words(8);
+    for (const format* as : written_formats()) {
         for (const radix digits : {radix::bin, radix::oct, radix::dec, radix::uns, radix::hex}) {
-            SCOPED_TRACE(title_of(digits));
-            expect_close_estimates({.as = format_of_name(id), .address_radix = digits, .data_radix = digits},
-                                   in_any_radix);
+            const write_options options{.as = as, .address_radix = digits, .data_radix = digits};
+            if (as->states_radix && can_write(probe, options).empty()) {
+                SCOPED_TRACE(title_of(digits));
+                expect_close_estimates(options, in_any_radix);
+            }
         }
     }
 }
 
 TEST(WrittenSize, IsCloseWithoutRuns) {
-    for (const char* id : ids) {
-        expect_close_estimates({.as = format_of_name(id), .data_radix = radix::uns, .runs = false},
-                               in_hexadecimal);
+    for (const format* as : written_formats()) {
+        if (as->holds_ranges) {
+            expect_close_estimates({.as = as, .data_radix = radix::uns, .runs = false}, in_hexadecimal);
+        }
     }
 }
 

@@ -1,3 +1,4 @@
+#include "kvrimage/image/memory_image.h"
 #include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
 
@@ -85,6 +86,31 @@ TEST(UnshownWord, IsTheFirstOfALookAtEachWord) {
             ASSERT_EQ(find_unshown_word(words, bits_of_unshown, each, begin, end), expected);
         }
     }
+}
+
+word searched_word(std::string_view text) {
+    return word::parse(text, radix::hex, 8).value.value();
+}
+
+TEST(DontCareWord, IsFoundAmongSingleWords) {
+    memory_image image(8, 100);
+    for (std::uint64_t address = 0; address < 100; ++address) {
+        image.set(address, word::of(address, 8));
+    }
+    EXPECT_FALSE(find_dont_care_word(image.words()));
+    image.set(70, searched_word("4X"));
+    image.set(90, searched_word("XX"));
+    EXPECT_EQ(find_dont_care_word(image.words()), 70U);
+}
+
+TEST(DontCareWord, IsFoundInCyclesAndRuns) {
+    memory_image image(8, 1000000);
+    image.fill({0, 399999}, std::vector{searched_word("01"), searched_word("02"), searched_word("03")});
+    EXPECT_FALSE(find_dont_care_word(image.words()));
+    image.fill({700000, 799999}, std::vector{searched_word("XX")});
+    EXPECT_EQ(find_dont_care_word(image.words()), 700000U);
+    image.fill({500000, 599999}, std::vector{searched_word("01"), searched_word("0X"), searched_word("XX")});
+    EXPECT_EQ(find_dont_care_word(image.words()), 500001U);
 }
 
 } // namespace

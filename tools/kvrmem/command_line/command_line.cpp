@@ -2,6 +2,7 @@
 
 #include "kvrimage/diagnostics/utf8_character.h"
 #include "tools/kvrmem/command_line/suggestion.h"
+#include "tools/kvrmem/command_line/whole_command.h"
 
 #include <fmt/format.h>
 
@@ -114,8 +115,8 @@ std::string refused_letter(std::string_view next) {
                                   : std::string_view(&byte, 1));
 }
 
-/// After getopt_long() has refused an option.
-[[noreturn]] void refuse_option(const command& which, option_words& words) {
+/// After getopt_long() has refused an option of the command line @p all.
+[[noreturn]] void refuse_option(const command& which, option_words& words, std::span<const std::string> all) {
     if (optopt >= first_long_option) {
         usage_error(fmt::format("--{} takes no value", entry_of(optopt).name));
     }
@@ -124,14 +125,15 @@ std::string refused_letter(std::string_view next) {
     if (optopt == 0) { // a long one
         const std::string_view word = words[optind - 1];
         given = word.substr(0, word.find('='));
-        nearest = nearest_option(which, given);
+        nearest = option_meant_by(which, given).value_or(nearest_option(which, given));
     } else {
         const char* const next = words[optind];
         given = refused_letter(next != nullptr ? next : "");
     }
     usage_error(nearest.empty()
                     ? fmt::format("{} has no option {}; see kvrmem {} --help", which.name, given, which.name)
-                    : fmt::format("{} has no option {}; did you mean {}?", which.name, given, nearest));
+                    : fmt::format("{} has no option {}; try: {}", which.name, given,
+                                  command_with_replaced(all, given, nearest)));
 }
 
 bool says_how_to_read(option_id option) {
@@ -163,6 +165,8 @@ bool takes(const command& which, option_id option) noexcept {
 
 arguments parse_arguments(const command& which, int count, char** words) {
     arguments parsed;
+    parsed.which = &which;
+    parsed.words.assign(words, words + count);
     option_words given(count, words);
     const getopt_tables tables = tables_for(which);
     opterr = 0;
@@ -173,7 +177,7 @@ arguments parse_arguments(const command& which, int count, char** words) {
             usage_error(fmt::format("{} needs a value", given[optind - 1]));
         }
         if (found == '?') {
-            refuse_option(which, given);
+            refuse_option(which, given, parsed.words);
         }
         const option_entry& entry = entry_of(found);
         parsed.options.push_back(entry.id);

@@ -17,6 +17,8 @@
 
 namespace kvrmem {
 
+struct command;
+
 /// One name for each line of the option table. An option that means one thing to one command and another
 /// thing to the next has two.
 enum class option_id : std::uint8_t {
@@ -61,6 +63,8 @@ enum class option_id : std::uint8_t {
 
 /// What the user may write after a command, whichever command it is.
 struct arguments {
+    const command* which = nullptr;           ///< the command itself
+    std::vector<std::string> words;           ///< all of them as they were given, the command's name first
     std::vector<std::string> files;           ///< and the other operands
     std::vector<option_id> options;           ///< those that were given
     std::vector<std::string> reading_options; ///< "--width 8": those that say how a file is to be read

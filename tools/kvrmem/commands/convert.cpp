@@ -1,4 +1,6 @@
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/formats/registry.h"
+#include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/files/lost_comments.h"
@@ -11,9 +13,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <optional>
 #include <string>
+#include <vector>
 
 namespace kvrmem {
 
@@ -23,9 +27,26 @@ using kvrimage::format;
 using kvrimage::memory_image;
 using kvrimage::write_options;
 
+/// The first format that can be written and is another one than that of the input.
+const format& some_other_format(const format& of_input) {
+    const auto all = kvrimage::formats();
+    return **std::ranges::find_if(
+        all, [&of_input](const format* each) { return each->write != nullptr && each != &of_input; });
+}
+
+const format& format_of_output(const arguments& given, const format& of_input) {
+    if (given.to != nullptr || kvrimage::format_of_path(given.files[1]) != nullptr) {
+        return format_for(given.to, given.files[1], "--to");
+    }
+    const std::vector<std::string> example = {fmt::format("--to {}", some_other_format(of_input).id)};
+    const std::string line = command_with(given, example);
+    usage_error(fmt::format("{}: the name does not tell the format; give --to (kvrmem formats lists them){}",
+                            given.files[1], line.empty() ? "" : ", for example " + line));
+}
+
 write_options options_for_output(const arguments& given, const kvrimage::file_facts& facts) {
     write_options options;
-    options.as = &format_for(given.to, given.files[1], "--to");
+    options.as = &format_of_output(given, *facts.as);
     options.address_radix = given.address_radix ? given.address_radix : facts.address_radix;
     options.data_radix = given.data_radix ? given.data_radix : facts.data_radix;
     options.runs = !given.no_runs;
@@ -97,6 +118,23 @@ void require_harmless(const memory_input& input, const write_options& options, c
                             size, lost.empty() ? "" : fmt::format(", and lose {}", lost)));
 }
 
+/// A file of bytes does not say how wide its words are: each byte is one where the user does not say it
+/// either, which is hardly meant where the words go into a file of words.
+void note_words_of_bytes(const arguments& given, const memory_input& input, const format& written) {
+    const kvrimage::file_facts& facts = input.result.facts;
+    if (given.width || facts.unit != kvrimage::address_unit::byte ||
+        written.counts == kvrimage::address_unit::byte) {
+        return;
+    }
+    std::vector<std::string> options = {"--width 32"};
+    if (!facts.order) {
+        options.emplace_back("--endian little");
+    }
+    const std::string line = command_with(given, options);
+    tell(fmt::format("{}: note: each byte is a word; for wider ones give --width{}", input.name(),
+                     line.empty() ? "" : ", as in " + line));
+}
+
 exit_code convert(const arguments& given) {
     memory_input input = read_memory(given, given.files[0]);
     memory_image& image = *input.result.image;
@@ -113,6 +151,7 @@ exit_code convert(const arguments& given) {
     }
     write_image(target, image, options);
     note_width(input);
+    note_words_of_bytes(given, input, *options.as);
     tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(),
                      title_of_file(*facts.as, facts.data_radix, facts.unit.value_or(facts.as->counts)),
                      target, title_of_file(*options.as, options.data_radix, options.as->counts),

@@ -1,7 +1,7 @@
 #include "tools/kvrmem/files/broken_file.h"
 
 #include "kvrimage/diagnostics/diagnostic_text.h"
-#include "tools/kvrmem/command_line/command_words.h"
+#include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/files/diagnostic_colors.h"
 
 #include <fmt/format.h>
@@ -9,19 +9,11 @@
 #include <algorithm>
 #include <cstdio>
 #include <string_view>
+#include <vector>
 
 namespace kvrmem {
 
 namespace {
-
-/// @p word as a shell takes it.
-std::string shell_word(const std::string& word) {
-    const auto is_plain = [](char c) {
-        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
-               std::string_view("_-+=:,./@%").find(c) != std::string_view::npos;
-    };
-    return std::ranges::all_of(word, is_plain) ? word : fmt::format("'{}'", replaced(word, "'", R"('\'')"));
-}
 
 std::string first_line(const std::string& text) {
     return text.substr(0, text.find('\n'));
@@ -48,7 +40,24 @@ broken_file refusal_of(const arguments& given, const std::string& path, const kv
     const std::uint64_t more = result.diagnostics.size() - 1 + result.facts.diagnostics_left_out;
     const std::string note =
         more == 0 ? "" : fmt::format("{} more; {} shows all\n", more, check_line(given, path));
-    return {given, shown, file.name(), file.contents(), note};
+    return {given, shown, file.name(), file.contents(), note + remedy_of(given, result.diagnostics)};
+}
+
+std::string remedy_of(const arguments& given, std::span<const kvrimage::diagnostic> found) {
+    std::vector<std::string> options;
+    for (const kvrimage::diagnostic& each : found) {
+        if (kvrimage::about(each.id).level != kvrimage::diagnostic_class::broken) {
+            continue;
+        }
+        if (each.option.empty()) {
+            return "";
+        }
+        if (std::ranges::find(options, each.option) == options.end()) {
+            options.push_back(each.option);
+        }
+    }
+    const std::string line = options.empty() ? "" : command_with(given, options);
+    return line.empty() ? "" : fmt::format("try: {}\n", line);
 }
 
 std::string check_line(const arguments& given, const std::string& path) {

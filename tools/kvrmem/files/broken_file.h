@@ -6,6 +6,7 @@
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <memory>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -32,6 +33,10 @@ private:
 [[nodiscard]] broken_file refusal_of(const arguments& given, const std::string& path,
                                      const kvrimage::input_file& file, const kvrimage::read_result& result,
                                      const kvrimage::diagnostic& shown);
+
+/// "try: kvrmem ...\n": the command line of @p given with what it lacks, where options are all that the
+/// broken ones of @p found ask for; else "".
+[[nodiscard]] std::string remedy_of(const arguments& given, std::span<const kvrimage::diagnostic> found);
 
 /// The command line that shows all diagnostics of the file @p path, ready to be copied.
 [[nodiscard]] std::string check_line(const arguments& given, const std::string& path);

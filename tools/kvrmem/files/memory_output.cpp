@@ -9,7 +9,6 @@
 
 #include <fmt/format.h>
 
-#include <optional>
 #include <sys/stat.h>
 #include <utility>
 #include <vector>
@@ -18,36 +17,37 @@ namespace kvrmem {
 
 namespace {
 
-/// Why @p image cannot be written; nothing when it can.
-std::optional<kvrimage::diagnostic> obstacle_to(const kvrimage::memory_image& image,
-                                                const kvrimage::write_options& options) {
+/// Why @p image cannot be written; none when it can.
+std::vector<kvrimage::diagnostic> obstacles_to(const kvrimage::memory_image& image,
+                                               const kvrimage::write_options& options) {
     if (options.as->write == nullptr) {
         usage_error(fmt::format("{} cannot be written", options.as->title));
     }
-    std::vector<kvrimage::diagnostic> obstacles = kvrimage::can_write(image, options);
-    return obstacles.empty() ? std::nullopt : std::optional(std::move(obstacles.front()));
+    return kvrimage::can_write(image, options);
 }
 
 } // namespace
 
 void require_writable(const arguments& given, const memory_input& input,
                       const kvrimage::write_options& options) {
-    std::optional<kvrimage::diagnostic> obstacle = obstacle_to(input.image(), options);
-    if (!obstacle) {
+    std::vector<kvrimage::diagnostic> obstacles = obstacles_to(input.image(), options);
+    if (obstacles.empty()) {
         return;
     }
-    if (obstacle->address && input.options.as->find_word != nullptr) {
-        const auto line =
-            input.options.as->find_word(input.file.contents(), input.options, *obstacle->address);
-        obstacle->where = line.value_or(kvrimage::place{});
+    kvrimage::diagnostic& first = obstacles.front();
+    if (first.address && input.options.as->find_word != nullptr) {
+        const auto line = input.options.as->find_word(input.file.contents(), input.options, *first.address);
+        first.where = line.value_or(kvrimage::place{});
     }
-    throw broken_file(given, *obstacle, input.name(), input.file.contents());
+    throw broken_file(given, first, input.name(), input.file.contents(), remedy_of(given, obstacles));
 }
 
 void require_writable(const arguments& given, const kvrimage::memory_image& image, const std::string& target,
                       const kvrimage::write_options& options) {
-    if (const auto obstacle = obstacle_to(image, options)) {
-        throw broken_file(given, *obstacle, kvrimage::title_of_output(target), "");
+    const std::vector<kvrimage::diagnostic> obstacles = obstacles_to(image, options);
+    if (!obstacles.empty()) {
+        throw broken_file(given, obstacles.front(), kvrimage::title_of_output(target), "",
+                          remedy_of(given, obstacles));
     }
 }
 

@@ -36,6 +36,15 @@ TEST(BinaryFormat, APartOfAWordNeedsAPad) {
     EXPECT_EQ(set_words_of(read_as_binary("\x01\x02\x03"sv, options)), "0=0102 1=0300");
 }
 
+TEST(BinaryFormat, AnImageWithALowestAddressIsNotWritten) {
+    memory_image image(8, 1, 0x100);
+    image.set(0x100, word::of(1, 8));
+    write_options options;
+    options.as = &binary_format;
+    EXPECT_EQ(can_write(image, options).at(0).message,
+              "the addresses begin at 256, and a binary file holds those from 0 on");
+}
+
 TEST(BinaryFormat, ABaseHasNoMeaning) {
     read_options options;
     options.base = 0x8000;
@@ -43,7 +52,7 @@ TEST(BinaryFormat, ABaseHasNoMeaning) {
     EXPECT_EQ(shown_report(result), "broken no-addresses 0:0+0 x1\n");
     EXPECT_EQ(result.diagnostics[0].message,
               "a binary file has no addresses, so that base 8000 means nothing");
-    EXPECT_EQ(result.diagnostics[0].hint, "leave it out: the first byte of the file belongs to word 0");
+    EXPECT_EQ(result.diagnostics[0].hint, "leave it out: the file begins with word 0");
 }
 
 TEST(BinaryFormat, AnEmptyFileNeedsADepth) {

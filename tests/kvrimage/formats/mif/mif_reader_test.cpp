@@ -7,6 +7,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <cstdint>
 #include <ostream>
 #include <string>
 #include <string_view>
@@ -124,6 +125,10 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"no_depth", headed("WIDTH=8;\n"), "missing-depth 2:1+7", ""},
         mif_case{"no_content", usual_header + "0 : 1;\nEND;\n", "missing-content 3:1+1",
                  headed(usual_header)},
+        mif_case{"begin_with_a_blank_and_no_content", usual_header + "BE GIN\n0 : 1;\nEND;\n",
+                 "missing-content 3:1+6", headed(usual_header)},
+        mif_case{"statements_alone", "0 : 1F; -- one\n", "missing-frame 1:1+1", ""},
+        mif_case{"statements_and_an_end", "[0..7] : 1F;\nEND;\n", "missing-frame 1:1+1", ""},
         mif_case{"spelling", usual_header + "CONTENTS BEGIN\n0 : 1;\nEND;\n", "content-spelling 3:1+8",
                  headed(usual_header)},
         mif_case{"one_word", usual_header + "Content_Begin\n0 : 1;\nEND;\n", "content-spelling 3:1+13",
@@ -625,6 +630,45 @@ TEST(MifReader, AHashAtTheEndBeginsAComment) {
     EXPECT_THAT(found_among("0 : 1; END; #"), ElementsAre("before-end 4:8+3!", "text-after-end 4:13+1"));
     EXPECT_THAT(found_among("0 : 1 #"),
                 ElementsAre("missing-semicolon 4:6+1!", "mif-comment 4:7+1!", "missing-end 0:0+0!"));
-}
+
+    read_options sizes_of(std::uint32_t width, std::uint64_t depth) {
+        read_options options;
+        options.width = width;
+        options.depth = depth;
+        return options;
+    }
+
+    TEST(MifReader, StatementsAloneAreReadWithWidthAndDepth) {
+        const read_result result = read_mif("0 : 1F; [1..3] : 0;\n", sizes_of(8, 4));
+        EXPECT_THAT(words_of(result), ElementsAre("1F", "00", "00", "00"));
+        EXPECT_THAT(shown_diagnostics(result.diagnostics),
+                    ElementsAre("bare-statements 1:1+1", "after-semicolon 1:9+1"));
+        EXPECT_EQ(about(result.diagnostics.front().id).level, diagnostic_class::consumer);
+    }
+
+    TEST(MifReader, StatementsWithoutContentHaveTheRadixesOfTheSettings) {
+        const read_result result =
+            read_mif("WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=DEC;\n10 : 1F;\nEND;\n", sizes_of(8, 16));
+        EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("bare-statements 4:1+2"));
+        EXPECT_EQ(words_of(result).at(10), "1F");
+    }
+
+    TEST(MifReader, ABeginWithoutContentIsNoBareStatement) {
+        const read_result result = read_mif(usual_header + "BEGIN\n0 : 1;\nEND;\n", sizes_of(8, 8));
+        EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("missing-content 3:1+5"));
+    }
+
+    TEST(MifReader, WhatStatementsAloneLackIsInTheHint) {
+        const diagnostic neither = read_mif("[0..3] : 1FF 2;\n5 : 3;\n", {}).diagnostics.at(0);
+        EXPECT_EQ(neither.hint, "add --width 12 --depth 6 to read them, if their numbers are HEX");
+        EXPECT_EQ(neither.option, "--width 12 --depth 6");
+        read_options only_width;
+        only_width.width = 12;
+        EXPECT_EQ(read_mif("0 : 1;\n", only_width).diagnostics.at(0).option, "--depth 1");
+        read_options only_depth;
+        only_depth.depth = 1;
+        EXPECT_EQ(read_mif("0 : 1;\n", only_depth).diagnostics.at(0).option, "--width 4");
+        EXPECT_EQ(read_mif("END;\n", {}).diagnostics.at(0).option, "--width 8 --depth 256");
+    }
 
 } // namespace

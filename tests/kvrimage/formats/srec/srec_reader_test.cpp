@@ -115,11 +115,24 @@ TEST(SrecReader, FaultsOfRecordsNameWhatIsWrong) {
     EXPECT_EQ(first_message("S10200FD\n"), "count 02 does not fit S1, which has at least 3 bytes|");
     EXPECT_EQ(first_message("S9040000AA51\n"), "count 04 does not fit S9, which has 3 bytes|");
     EXPECT_EQ(first_message("S4030000FC\n"), "record type S4 is reserved|write S1, S2 or S3 if it has data");
-    EXPECT_EQ(first_message("S105FFFF0102F9\n"), "the record goes beyond address FFFF, the largest of S1|");
+    EXPECT_EQ(first_message("S307FFFFFFFF0102F9\n"),
+              "the record goes beyond address FFFFFFFF, the largest of S-records|");
+}
+
+TEST(SrecReader, ACountThatIsNoNumberIsReportedWhateverItsLine) {
+    EXPECT_EQ(first_message("S1GG" + std::string(512, 'A') + "\n").substr(0, 6), "'G' in");
 }
 
 TEST(SrecReader, ARecordMayEndAtTheLargestAddressOfItsType) {
     EXPECT_EQ(set_words_of(read_srec("S105FFFE0102FA\n" + end_of_s1, {})), "65534=01 65535=02");
+}
+
+TEST(SrecReader, ARecordBeyondItsTypeIsReadOn) {
+    const read_result result = read_srec("S105FFFF0102F9\n" + end_of_s1, bytes_from(0xFFFF));
+    EXPECT_EQ(set_words_of(result), "0=01 1=02");
+    EXPECT_EQ(shown_report(result), "suspect srec-beyond-type 1:1+14 x1\n");
+    EXPECT_EQ(result.diagnostics.at(0).message, "the record goes beyond address FFFF, the largest of S1");
+    EXPECT_EQ(find_srec_word("S105FFFF0102F9\n" + end_of_s1, bytes_from(0xFFFF), 1)->offset, 10U);
 }
 
 TEST(SrecReader, ALongRecordHas250Bytes) {

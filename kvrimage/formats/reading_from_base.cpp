@@ -1,0 +1,157 @@
+#include "kvrimage/formats/reading_from_base.h"
+
+#include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/diagnostics/places.h"
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/word_runs.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <iterator>
+#include <limits>
+#include <memory>
+#include <utility>
+#include <vector>
+
+namespace kvrimage {
+
+namespace {
+
+/// @p options for the file as it is.
+read_options from_zero(const read_options& options) {
+    read_options whole = options;
+    whole.base.reset();
+    if (whole.depth) {
+        const std::uint64_t below = std::min(*options.base, deepest_memory - 1);
+        whole.depth = std::min(below + *whole.depth, deepest_memory);
+    }
+    return whole;
+}
+
+/// The words of @p all from @p base on, of which those before are not set.
+std::unique_ptr<image_words> moved_down(const image_words& all, std::uint64_t base) {
+    auto moved = std::make_unique<image_words>(all.size() - base);
+    std::vector<std::string_view> values;
+    const auto take_row = [&](const kvr::word_row& row, std::uint64_t first) {
+        for (std::uint32_t index = 0; index < row.count; ++index) {
+            moved->set(first - base + index, row[index]);
+        }
+        return row.count;
+    };
+    const auto take_cycle = [&](const text_cycle& cycle) {
+        values.clear();
+        for (std::uint32_t index = 0; index < cycle.period; ++index) {
+            values.push_back(all[cycle.first + index]);
+        }
+        moved->fill(cycle.first - base, cycle.last - base, values);
+        return cycle.length();
+    };
+    const auto take_run = [&](const text_run& run) {
+        moved->fill(run.first - base, run.last - base, {run.text});
+    };
+    for_each_row_cycle_or_run(all, take_row, take_cycle, take_run);
+    return moved;
+}
+
+std::vector<address_range> moved_down(const std::vector<address_range>& ranges, std::uint64_t base) {
+    std::vector<address_range> moved;
+    for (const address_range& range : ranges) {
+        if (range.last >= base) {
+            moved.push_back({std::max(range.first, base) - base, range.last - base});
+        }
+    }
+    return moved;
+}
+
+/// How many words of @p words are set before @p end, and the address of the first.
+std::pair<std::uint64_t, std::uint64_t> words_before(const image_words& words, std::uint64_t end) {
+    std::uint64_t count = 0;
+    std::uint64_t lowest = end;
+    for_each_run(words, 0, end, [&](const text_run& run) {
+        if (!run.text.empty()) {
+            lowest = std::min(lowest, run.first);
+            count += length_of(run);
+        }
+    });
+    return {count, lowest};
+}
+
+/// Moves the words of one file down.
+class base_shift {
+public:
+    base_shift(std::string_view file, const read_options& options_of_file,
+               const reading_from_zero& format_of_file)
+        : contents(file),
+          options(options_of_file),
+          as(format_of_file),
+          base(*options_of_file.base) {}
+
+    void shift(read_result& result) const {
+        diagnostic_list list(options.most_diagnostics, options.wants_repairs);
+        const std::uint64_t depth = result.image->depth();
+        const auto [count, lowest] = words_before(result.image->words(), std::min(base, depth));
+        if (count != 0) {
+            list.add(words_below(count, lowest));
+        } else if (base >= depth) {
+            list.add(diagnose::beyond_depth({}, base, depth, depth - 1, base + 1));
+        }
+        if (base >= depth || (list.has_broken() && !options.keep_going)) {
+            result.image.reset();
+            result.unreadable.clear();
+        } else {
+            move_down(result);
+        }
+        std::ranges::move(list.finish(contents), std::back_inserter(result.diagnostics));
+        sort_by_place(result.diagnostics);
+    }
+
+private:
+    void move_down(read_result& result) const {
+        result.image->unset({0, base - 1});
+        result.image.emplace(result.image->width(), moved_down(result.image->words(), base));
+        if (options.depth) {
+            result.image->resize(*options.depth);
+        }
+        result.unreadable = moved_down(result.unreadable, base);
+    }
+
+    [[nodiscard]] diagnostic words_below(std::uint64_t count, std::uint64_t lowest) const {
+        const auto found = as.find_word(contents, options, lowest);
+        diagnostic below = diagnose::below_base(found ? places(span{found->offset, found->length}) : places(),
+                                                fmt::format("{:X}", lowest), fmt::format("{:X}", base));
+        below.count = count;
+        return below;
+    }
+
+    std::string_view contents;
+    const read_options& options;
+    const reading_from_zero& as;
+    std::uint64_t base;
+};
+
+} // namespace
+
+read_result read_from_base(std::string_view contents, const read_options& options,
+                           const reading_from_zero& as) {
+    if (options.base.value_or(0) == 0) {
+        return as.read(contents, options);
+    }
+    const read_options whole = from_zero(options);
+    read_result result = as.read(contents, whole);
+    if (result.image) {
+        base_shift(contents, options, as).shift(result);
+    }
+    return result;
+}
+
+std::optional<place> find_from_base(std::string_view contents, const read_options& options,
+                                    std::uint64_t address, const reading_from_zero& as) {
+    const std::uint64_t base = options.base.value_or(0);
+    return address <= std::numeric_limits<std::uint64_t>::max() - base
+               ? as.find_word(contents, options, base + address)
+               : std::nullopt;
+}
+
+} // namespace kvrimage

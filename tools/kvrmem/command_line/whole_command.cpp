@@ -1,0 +1,141 @@
+#include "tools/kvrmem/command_line/whole_command.h"
+
+#include "tools/kvrmem/command_line/command_words.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <cstddef>
+
+namespace kvrmem {
+
+namespace {
+
+struct other_name {
+    std::string_view given;
+    std::string_view meant;
+};
+
+/// As other tools call what these options say.
+constexpr std::array<other_name, 33> other_names = {{
+    {"--bits", "--width"},
+    {"--word-width", "--width"},
+    {"--word-size", "--width"},
+    {"--wordsize", "--width"},
+    {"--data-width", "--width"},
+    {"--word-bits", "--width"},
+    {"--words", "--depth"},
+    {"--size", "--depth"},
+    {"--length", "--depth"},
+    {"--byte-order", "--endian"},
+    {"--endianness", "--endian"},
+    {"--byteorder", "--endian"},
+    {"--little-endian", "--endian little"},
+    {"--little", "--endian little"},
+    {"--le", "--endian little"},
+    {"--big-endian", "--endian big"},
+    {"--big", "--endian big"},
+    {"--be", "--endian big"},
+    {"--offset", "--base"},
+    {"--start", "--base"},
+    {"--origin", "--base"},
+    {"--base-address", "--base"},
+    {"--start-address", "--base"},
+    {"--load-address", "--base"},
+    {"--format", "--to"},
+    {"--output-format", "--to"},
+    {"--output-type", "--to"},
+    {"--input-format", "--from"},
+    {"--fill-value", "--fill"},
+    {"--default", "--fill"},
+    {"--gap-fill", "--fill"},
+    {"--padding", "--pad"},
+    {"--radix", "--data-radix"},
+}};
+
+/// The name in "--width 32", without its hyphens.
+std::string_view name_in(std::string_view option) {
+    const std::string_view name = option.substr(0, option.find_first_of(" ="));
+    return name.substr(std::min(name.find_first_not_of('-'), name.size()));
+}
+
+const option_entry* entry_called(std::string_view name) {
+    const auto table = option_table();
+    const auto found = std::ranges::find(table, name, &option_entry::name);
+    return found != table.end() ? &*found : nullptr;
+}
+
+/// True where @p word is @p option itself, of whose value the rest of it may be a part.
+bool says(std::string_view word, const option_entry& option) {
+    const bool is_short =
+        option.letter != '\0' && word.size() > 1 && word[0] == '-' && word[1] == option.letter;
+    return is_short || (word.starts_with("--") && name_in(word) == option.name);
+}
+
+/// True where the value of @p option is the next word.
+bool has_value_behind(std::string_view word, const option_entry& option) {
+    return option.value != nullptr &&
+           (word.starts_with("--") ? word.find('=') == std::string_view::npos : word.size() == 2);
+}
+
+} // namespace
+
+std::string shell_word(const std::string& word) {
+    const auto is_plain = [](char c) {
+        return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z') || (c >= '0' && c <= '9') ||
+               std::string_view("_-+=:,./@%").find(c) != std::string_view::npos;
+    };
+    return !word.empty() && std::ranges::all_of(word, is_plain)
+               ? word
+               : fmt::format("'{}'", replaced(word, "'", R"('\'')"));
+}
+
+std::string command_with(const arguments& given, std::span<const std::string> added) {
+    if (given.words.empty() || std::ranges::find(given.files, "-") != given.files.end()) {
+        return "";
+    }
+    std::string line = "kvrmem " + given.words.front();
+    std::vector<const option_entry*> replaced_ones;
+    for (const std::string& option : added) {
+        const option_entry* const entry = entry_called(name_in(option));
+        if (entry == nullptr || !takes(*given.which, entry->id)) {
+            return "";
+        }
+        replaced_ones.push_back(entry);
+        line += " " + option;
+    }
+    for (std::size_t index = 1; index < given.words.size(); ++index) {
+        const std::string& word = given.words[index];
+        const auto found = std::ranges::find_if(
+            replaced_ones, [&word](const option_entry* option) { return says(word, *option); });
+        if (found == replaced_ones.end()) {
+            line += " " + shell_word(word);
+        } else if (has_value_behind(word, **found)) {
+            ++index;
+        }
+    }
+    return line;
+}
+
+std::string command_with_replaced(std::span<const std::string> words, std::string_view wrong,
+                                  std::string_view right) {
+    std::string line = "kvrmem";
+    for (const std::string& word : words) {
+        const bool is_it = word == wrong || (word.starts_with(wrong) && word[wrong.size()] == '=');
+        line += " " + (is_it ? std::string(right) + word.substr(wrong.size()) : shell_word(word));
+    }
+    return line;
+}
+
+std::optional<std::string_view> option_meant_by(const command& which, std::string_view given) {
+    for (const other_name& each : other_names) {
+        const option_entry* const entry = entry_called(name_in(each.meant));
+        if (each.given == given && entry != nullptr && takes(which, entry->id)) {
+            return each.meant;
+        }
+    }
+    return std::nullopt;
+}
+
+} // namespace kvrmem
