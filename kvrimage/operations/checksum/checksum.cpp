@@ -139,12 +139,12 @@ const std::vector<named_checksum>& named_checksums() {
     return all;
 }
 
-std::optional<checksum> checksum_of_name(std::string_view name) {
+std::optional<checksum_kind> checksum_of_name(std::string_view name) {
     const auto found = std::ranges::find(named_checksums(), name, &named_checksum::name);
     return found == named_checksums().end() ? std::nullopt : std::optional(found->what);
 }
 
-word checksum_of(const memory_image& image, const checksum& what, const checksum_options& options) {
+word checksum_of(const memory_image& image, const checksum_kind& what, const checksum_options& options) {
     const counted_bytes counted(image, options);
     return std::visit([&counted](const auto& kind) { return result_of(counted, kind); }, what);
 }

@@ -21,12 +21,12 @@ struct additive_sum {
 };
 
 /// A way to make a few bits of all bits of a memory.
-using checksum = std::variant<crc_model, additive_sum>;
+using checksum_kind = std::variant<crc_model, additive_sum>;
 
 /// A checksum that has a name.
 struct named_checksum {
-    std::string name; ///< "crc-32", "sum-16", "word-balance-32"
-    checksum what;    ///< how it is computed
+    std::string name;   ///< "crc-32", "sum-16", "word-balance-32"
+    checksum_kind what; ///< how it is computed
 };
 
 /// All of them: those of known_crcs(); sum-N and balance-N of bytes, word-sum-N and word-balance-N of words,
@@ -34,7 +34,7 @@ struct named_checksum {
 [[nodiscard]] KVRIMAGE_API const std::vector<named_checksum>& named_checksums();
 
 /// The checksum called @p name; nothing when there is none.
-[[nodiscard]] KVRIMAGE_API std::optional<checksum> checksum_of_name(std::string_view name);
+[[nodiscard]] KVRIMAGE_API std::optional<checksum_kind> checksum_of_name(std::string_view name);
 
 /// Which words of a memory a checksum takes in, and as which bytes.
 struct checksum_options {
@@ -52,7 +52,7 @@ struct checksum_options {
 /// @throws std::out_of_range for a range beyond the memory
 /// @throws std::invalid_argument for a range that ends before it begins, where `unset` has another width than
 /// the memory, and for parameters of @p what that do not fit
-[[nodiscard]] KVRIMAGE_API word checksum_of(const memory_image& image, const checksum& what,
+[[nodiscard]] KVRIMAGE_API word checksum_of(const memory_image& image, const checksum_kind& what,
                                             const checksum_options& options = {});
 
 } // namespace kvrimage

@@ -18,7 +18,7 @@ using testing::ThrowsMessage;
 
 constexpr std::string_view nine_digits = "123456789";
 
-checksum checksum_called(std::string_view name) {
+checksum_kind checksum_called(std::string_view name) {
     return checksum_of_name(name).value();
 }
 
@@ -92,7 +92,7 @@ TEST(ChecksumOf, TakesARangeAndWordsThatAreNotSet) {
 
 TEST(ChecksumOf, RefusesWhatItCannotTakeIn) {
     memory_image image(8, 16, 16);
-    const checksum sum = checksum_called("sum-8");
+    const checksum_kind sum = checksum_called("sum-8");
     const auto over = [&](std::uint64_t first, std::uint64_t last) {
         static_cast<void>(checksum_of(image, sum, {.ranges = {address_range{first, last}}}));
     };

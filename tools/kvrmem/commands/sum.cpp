@@ -51,7 +51,7 @@ std::optional<stored_place> place_of(const arguments& given) {
     return given.verify ? std::optional(stored_place{"--verify", *given.verify}) : std::nullopt;
 }
 
-std::uint32_t width_of_checksum(const kvrimage::checksum& what) {
+std::uint32_t width_of_checksum(const kvrimage::checksum_kind& what) {
     return std::visit([](const auto& kind) { return kind.width; }, what);
 }
 
@@ -98,8 +98,8 @@ std::uint64_t count_set_words(const memory_image& image, const address_range& ra
     return count;
 }
 
-computed_sum compute_sum(const arguments& given, const memory_input& input, const kvrimage::checksum& what,
-                         const std::optional<address_range>& stored) {
+computed_sum compute_sum(const arguments& given, const memory_input& input,
+                         const kvrimage::checksum_kind& what, const std::optional<address_range>& stored) {
     const memory_image& image = input.image();
     kvrimage::checksum_options options;
     options.ranges = ranges_without(range_within(given, image), stored);
@@ -192,7 +192,7 @@ void print_sum(const arguments& given, const memory_input& input, const computed
 }
 
 exit_code run_sum(const arguments& given) {
-    const kvrimage::checksum what = checksum_of_user(given.algorithm.value_or("crc-32"));
+    const kvrimage::checksum_kind what = checksum_of_user(given.algorithm.value_or("crc-32"));
     const std::optional<stored_place> place = place_of(given);
     if (given.output && !given.put) {
         usage_error("--output is where --put writes the file");

@@ -69,7 +69,7 @@ std::optional<kvrimage::crc_model> model_of_parameters(std::string_view text) {
 
 } // namespace
 
-kvrimage::checksum checksum_of_user(std::string_view text) {
+kvrimage::checksum_kind checksum_of_user(std::string_view text) {
     if (text.starts_with(own_parameters)) {
         const auto model = model_of_parameters(text.substr(own_parameters.size()));
         if (!model) {
