@@ -13,10 +13,9 @@ namespace {
 class gap_counter {
 public:
     /// The @p count words from @p offset on are set.
-    std::uint64_t skip(std::uint64_t offset, std::uint64_t count) {
+    void skip(std::uint64_t offset, std::uint64_t count) {
         close(offset);
         next = offset + count;
-        return count;
     }
 
     void close(std::uint64_t end) {
@@ -39,13 +38,8 @@ private:
 unset_words count_unset(const memory_image& image) {
     const image_words& words = image.words();
     gap_counter gaps;
-    for_each_row_cycle_or_run(
-        words,
-        [&gaps](const kvr::word_row& row, std::uint64_t offset) {
-            return static_cast<std::uint32_t>(gaps.skip(offset, row.count));
-        },
-        [&gaps](const text_cycle& cycle) { return gaps.skip(cycle.first, length_of(cycle)); },
-        [&gaps](const text_run& run) { gaps.skip(run.first, length_of(run)); });
+    for_each_set_stretch(
+        words, [&gaps](std::uint64_t first, std::uint64_t last) { gaps.skip(first, last - first + 1); });
     gaps.close(words.size());
     unset_words found = gaps.result();
     found.first += image.base();

@@ -25,6 +25,18 @@ struct stated_sizes {
     std::uint64_t address_step = 1;                    ///< what the file counts for a word, for messages
 };
 
+/// Words of one length in a text, with a blank between neighbours.
+struct spaced_words {
+    const char* first; ///< of the first word; 16 characters after the last one can be read
+    std::size_t length;
+    std::size_t count;
+    bool has_lower_case;
+
+    [[nodiscard]] std::string_view operator[](std::size_t index) const noexcept {
+        return {first + index * (length + 1), length};
+    }
+};
+
 /// Gathers the words of a file that is a list of them, for its reader: finds the width where nobody says it,
 /// and words that are too wide, beyond the depth, or set twice. The width is that of the options, else the
 /// stated one, else that of the longest word: 4, 3 or 1 bits a digit, in decimal the bits of the widest
@@ -49,6 +61,9 @@ public:
     }
     /// The same for all addresses of a range, at the cost of one.
     void add(const address_range& addresses, std::string_view digits, const span& where);
+    /// Adds words from @p address on of a hexadecimal or binary list, if nothing can be wrong with them;
+    /// false, with nothing added, when each is for add(), which would do the same with them.
+    bool add_spaced(std::uint64_t address, const spaced_words& all);
     /// Notes a word that cannot be read.
     void add_unreadable(std::uint64_t address, const span& where);
 
@@ -71,6 +86,7 @@ private:
     [[nodiscard]] bool is_within(const address_range& addresses, const span& where);
     [[nodiscard]] bool fits(std::string_view digits, const span& where);
     void note_set_twice(const address_range& offsets, std::string_view raw, const span& where);
+    void copy_spaced(std::uint32_t offset, const spaced_words& all);
     void set(const address_range& offsets, std::string_view raw);
     [[nodiscard]] std::string_view in_upper_case(std::string_view digits);
     [[nodiscard]] std::uint32_t width() const;

@@ -3,36 +3,11 @@
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/unset_words.h"
-#include "kvrimage/image/image_words.h"
-#include "kvrimage/image/word_runs.h"
-#include "kvrimage/image/word_text.h"
-
-#include <algorithm>
-#include <optional>
+#include "kvrimage/image/dont_care_words.h"
 
 namespace kvrimage {
 
 namespace {
-
-/// The first word with a don't-care bit, by its offset.
-std::optional<text_run> find_dont_care_word(const image_words& words) {
-    std::optional<text_run> found;
-    for_each_row_cycle_or_run(
-        words, [](const kvr::word_row& row, std::uint64_t) { return is_plain(row.all()) ? row.count : 0U; },
-        [&words](const text_cycle& cycle) {
-            bool all_plain = true;
-            for (std::uint64_t index = 0; index < cycle.period; ++index) {
-                all_plain = all_plain && is_plain(words[cycle.first + index]);
-            }
-            return all_plain ? cycle.length() : 0;
-        },
-        [&found](const text_run& run) {
-            if (!found && !is_plain(run.text)) {
-                found = run;
-            }
-        });
-    return found;
-}
 
 /// The words that a format without a way to leave words out would have to make up.
 unset_words words_to_fill(const memory_image& image, const format& as) {
