@@ -1,6 +1,7 @@
 #include "bench/speed/corpus.h"
 
 #include <cstdio>
+#include <cstdlib>
 #include <string_view>
 
 namespace speed {
@@ -107,17 +108,31 @@ std::string text_of(const corpus_file& file) {
     return extension == ".mif" ? mif_text(file) : extension == ".hex" ? hex_text(file) : rif_text(file);
 }
 
-} // namespace
-
-std::string make_file(const std::string& folder, const corpus_file& file) {
-    std::string path = folder + "/" + file.name;
-    const std::string text = text_of(file);
+void write_text(const std::string& path, std::string_view text) {
     std::FILE* stream = std::fopen(path.c_str(), "wb");
     if (stream == nullptr || std::fwrite(text.data(), 1, text.size(), stream) != text.size() ||
         std::fclose(stream) != 0) {
         std::perror(path.c_str());
         std::exit(1);
     }
+}
+
+} // namespace
+
+std::string make_file(const std::string& folder, const corpus_file& file) {
+    std::string path = folder + "/" + file.name;
+    write_text(path, text_of(file));
+    return path;
+}
+
+std::string make_bytes(const std::string& path, std::uint32_t count) {
+    std::string bytes;
+    std::uint32_t state = 20261121;
+    while (bytes.size() < count) {
+        state = state * 1664525U + 1013904223U;
+        bytes += static_cast<char>(state >> 24U);
+    }
+    write_text(path, bytes);
     return path;
 }
 

@@ -24,4 +24,7 @@ struct corpus_file {
 /// Writes @p file into @p folder, the same bytes every time, and answers with its path.
 std::string make_file(const std::string& folder, const corpus_file& file);
 
+/// Writes @p count bytes that look like data, the same every time, to @p path, and answers with it.
+std::string make_bytes(const std::string& path, std::uint32_t count);
+
 } // namespace speed

@@ -1,7 +1,7 @@
 // speed_table TOOL FOLDER [GROUP]
 // Prints how long the library takes in units of what the machine cannot do without: docs/performance.md tells
 // what the rows mean. TOOL is kvrmem, built for speed; FOLDER lies on a memory file system; GROUP is one of
-// files, tool, memory, numbers, words.
+// files, tool, memory, numbers, words, bytes.
 
 #include "bench/speed/table.h"
 #include "bench/speed/work.h"
@@ -35,7 +35,7 @@ int main(int count, char** words) {
         }
     }
     if (count < 3) {
-        std::fputs("usage: speed_table TOOL FOLDER [files|tool|memory|numbers|words]\n", stderr);
+        std::fputs("usage: speed_table TOOL FOLDER [files|tool|memory|numbers|words|bytes]\n", stderr);
         return 4;
     }
     const std::string_view group = count > 3 ? words[3] : "";
@@ -55,6 +55,9 @@ int main(int count, char** words) {
     }
     if (group.empty() || group == "words") {
         speed::word_rows(settings);
+    }
+    if (group.empty() || group == "bytes") {
+        speed::byte_rows(settings);
     }
     return 0;
 }

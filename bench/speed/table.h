@@ -34,5 +34,6 @@ void memory_rows();
 void tool_rows(const table_settings& settings);
 void number_rows(const table_settings& settings);
 void word_rows(const table_settings& settings);
+void byte_rows(const table_settings& settings);
 
 } // namespace speed

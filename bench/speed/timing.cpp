@@ -50,31 +50,55 @@ std::vector<char*> argument_pointers(std::vector<std::string>& command) {
     return pointers;
 }
 
-double time_of_process(const std::vector<std::string>& command) {
+namespace {
+
+/// Starts @p command, its output thrown away, and waits for its end. Ends the program when it cannot be
+/// started or does not end with 0.
+rusage run_process(const std::vector<std::string>& command) {
     std::vector<std::string> words = command;
     const std::vector<char*> pointers = argument_pointers(words);
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
     posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0);
     posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
-    const double begin = now();
     pid_t child = 0;
     int status = -1;
+    rusage usage{};
     if (posix_spawn(&child, pointers[0], &actions, nullptr, pointers.data(), environ) == 0) {
-        waitpid(child, &status, 0);
+        wait4(child, &status, 0, &usage);
     }
-    const double time = now() - begin;
     posix_spawn_file_actions_destroy(&actions);
     if (status != 0) {
         std::fprintf(stderr, "%s %s failed\n", words[0].c_str(), words.size() > 1 ? words[1].c_str() : "");
         std::exit(1);
     }
-    return time;
+    return usage;
+}
+
+double seconds_of(const timeval& time) {
+    constexpr double microseconds = 1e6;
+    return static_cast<double>(time.tv_sec) + static_cast<double>(time.tv_usec) / microseconds;
+}
+
+} // namespace
+
+double time_of_process(const std::vector<std::string>& command) {
+    const double begin = now();
+    static_cast<void>(run_process(command));
+    return now() - begin;
+}
+
+double processor_time_of_process(const std::vector<std::string>& command) {
+    const rusage usage = run_process(command);
+    return seconds_of(usage.ru_utime) + seconds_of(usage.ru_stime);
 }
 
 double peak_of_process(const std::vector<std::string>& command) {
     const pid_t child = fork();
     if (child == 0) {
+        const int nowhere = open("/dev/null", O_WRONLY);
+        dup2(nowhere, STDOUT_FILENO);
+        dup2(nowhere, STDERR_FILENO);
         std::vector<std::string> words = command;
         const std::vector<char*> pointers = argument_pointers(words);
         execv(pointers[0], pointers.data());

@@ -28,7 +28,10 @@ struct comparison {
 /// program when it cannot be started or does not end with 0.
 [[nodiscard]] double time_of_process(const std::vector<std::string>& command);
 
-/// The most memory that the process @p command holds, in MB. What it prints is not thrown away.
+/// The same in seconds of the processor, of the user and the system together.
+[[nodiscard]] double processor_time_of_process(const std::vector<std::string>& command);
+
+/// The most memory that the process @p command holds, in MB, its output thrown away.
 [[nodiscard]] double peak_of_process(const std::vector<std::string>& command);
 
 /// "15.3 ms / 7.3 ms": the work and the floor.

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "kvrimage/files/byte_buffer.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <memory>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace kvrimage {
@@ -27,18 +30,27 @@ struct byte_overlap {
 /// the other become one.
 class byte_blocks {
 public:
-    byte_blocks() = default;
-    /// @param most_bytes that room_for() will hand out in all
-    explicit byte_blocks(std::size_t most_bytes) : owned(new char[most_bytes]) {}
+    /// For bytes that are added.
+    /// @param keeps_bytes as long as a copy of it exists those bytes stay as they are; null: they do only as
+    /// long as the blocks
+    explicit byte_blocks(std::shared_ptr<const void> keeps_bytes = nullptr)
+        : bytes_keeper(std::move(keeps_bytes)) {}
+    /// @param most_bytes that room_for() will hand out in all; no others are added
+    explicit byte_blocks(std::size_t most_bytes) : owned(std::make_shared<byte_buffer>()) {
+        owned->reserve(most_bytes);
+        bytes_keeper = owned;
+    }
 
     /// Where the next @p count bytes (at least one), at @p address, are to be put, at once. address + count
     /// must not be beyond 2^64 - 1.
     [[nodiscard]] char* room_for(std::uint64_t address, std::size_t count) {
-        char* const place = owned.get() + used;
-        used += count;
+        char* const place = owned->end();
+        owned->used(count);
         add(address, {place, count});
         return place;
     }
+    /// Where room_for() will put the next bytes, which may be put there before it is asked.
+    [[nodiscard]] char* next_room() noexcept { return owned->end(); }
     /// Adds @p bytes (at least one), which stay valid as long as the blocks, without a copy.
     void add(std::uint64_t address, std::string_view bytes);
 
@@ -49,10 +61,12 @@ public:
     /// In the order of the file, and after sort() in that of the addresses.
     [[nodiscard]] const std::vector<byte_block>& all() const noexcept { return blocks; }
     [[nodiscard]] bool empty() const noexcept { return blocks.empty(); }
+    /// As long as a copy of it exists the bytes stay as they are; null: they do only as long as the blocks.
+    [[nodiscard]] const std::shared_ptr<const void>& keeper() const noexcept { return bytes_keeper; }
 
 private:
-    std::unique_ptr<char[]> owned;
-    std::size_t used = 0;
+    std::shared_ptr<byte_buffer> owned;
+    std::shared_ptr<const void> bytes_keeper;
     std::vector<byte_block> blocks;
 };
 

@@ -39,6 +39,7 @@ public:
             add_to_row(address, bytes.substr(0, count), address + count == end);
             address += count;
             bytes.remove_prefix(count);
+            add_whole_rows(address, bytes);
         }
     }
     /// Hands out the last row.
@@ -50,6 +51,18 @@ public:
     }
 
 private:
+    /// Hands out rows from @p address on, where one begins, up to the end of the page, and goes on after
+    /// them.
+    void add_whole_rows(std::uint64_t& address, std::string_view& bytes) {
+        const std::uint64_t in_page = (byte_page_size - address % byte_page_size) % byte_page_size;
+        const auto end = static_cast<std::size_t>(std::min<std::uint64_t>(in_page, bytes.size()));
+        std::size_t done = 0;
+        for (; part.empty() && end - done >= length; done += length) {
+            take(address + done, bytes.substr(done, length));
+        }
+        address += done;
+        bytes.remove_prefix(done);
+    }
     void add_to_row(std::uint64_t address, std::string_view bytes, bool ends) {
         if (part.empty() && ends) {
             take(address, bytes);

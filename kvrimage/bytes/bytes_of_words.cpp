@@ -1,11 +1,14 @@
 #include "kvrimage/bytes/bytes_of_words.h"
 
 #include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/byte_texts.h"
+#include "kvrimage/image/byte_words.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>
 #include <cstddef>
+#include <span>
 #include <string>
 
 namespace kvrimage {
@@ -14,12 +17,15 @@ namespace {
 
 using take_block = std::function<void(std::uint64_t address, std::string_view bytes)>;
 
+/// Bytes that are gathered at once, if these are several words.
+constexpr std::size_t most = std::size_t{64} << 10U;
+
 class byte_gatherer {
 public:
     byte_gatherer(const memory_image& image, byte_order in_order, const take_block& to)
         : base(image.base()),
           bytes_per_word(bytes_of_width(image.width())),
-          has_odd_digits(((image.width() + bits_per_hex_digit - 1) / bits_per_hex_digit) % 2 != 0),
+          has_odd_digits(word_shape(image.width()).has_odd_digit()),
           reverses(in_order == byte_order::little && bytes_per_word > 1),
           take(to) {}
 
@@ -67,8 +73,6 @@ public:
     }
 
 private:
-    static constexpr std::size_t most = std::size_t{64} << 10U;
-
     void begin(std::uint64_t offset) {
         const std::uint64_t first = (base + offset) * bytes_per_word;
         if (first != address + buffer.size() || buffer.size() + bytes_per_word > most) {
@@ -106,13 +110,7 @@ private:
             static_cast<void>(decode_hex(digits, &buffer[begin]));
         }
         if (reverses) {
-            reverse_words(begin);
-        }
-    }
-    void reverse_words(std::size_t begin) {
-        for (auto word = buffer.begin() + static_cast<std::ptrdiff_t>(begin); word != buffer.end();
-             word += bytes_per_word) {
-            std::reverse(word, word + bytes_per_word);
+            reverse_words(std::span(buffer).subspan(begin), bytes_per_word);
         }
     }
 
@@ -126,9 +124,35 @@ private:
     std::string even;
 };
 
+/// Hands out words that are bytes already.
+void take_held_bytes(const byte_words& words, std::uint64_t base, byte_order order, const take_block& take) {
+    const std::uint32_t size = words.bytes_per_word();
+    const bool as_they_are = size == 1 || words.order() == order;
+    const std::size_t at_once = std::max<std::size_t>(most / size, 1) * size;
+    std::string reversed;
+    for (const byte_words::block& block : words.blocks()) {
+        std::uint64_t address = (base + block.first) * size;
+        if (as_they_are) {
+            take(address, block.bytes);
+            continue;
+        }
+        for (std::string_view left = block.bytes; !left.empty();) {
+            reversed.assign(left.substr(0, at_once));
+            left.remove_prefix(reversed.size());
+            reverse_words(reversed, size);
+            take(address, reversed);
+            address += reversed.size();
+        }
+    }
+}
+
 } // namespace
 
 void for_each_byte_block(const memory_image& image, byte_order order, const take_block& take) {
+    if (const byte_words* const bytes = image.words().bytes()) {
+        take_held_bytes(*bytes, image.base(), order, take);
+        return;
+    }
     byte_gatherer bytes(image, order, take);
     for_each_row_cycle_or_run(
         image.words(),

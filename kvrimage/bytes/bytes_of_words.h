@@ -15,8 +15,8 @@ namespace kvrimage {
 
 /// Calls @p take with the bytes of the words of @p image that are set, none of which has a don't-care bit, in
 /// blocks of neighbouring addresses that ascend. A word at address A has the byte addresses from A *
-/// bytes_of_width() on, its bytes in @p order, the surplus high bits 0. A block has at most 64 KiB, or one
-/// word.
+/// bytes_of_width() on, its bytes in @p order, the surplus high bits 0. A block is valid during the call, and
+/// may be of any size.
 void for_each_byte_block(const memory_image& image, byte_order order,
                          const std::function<void(std::uint64_t address, std::string_view bytes)>& take);
 

@@ -12,4 +12,7 @@ void encode_hex(std::string_view bytes, char* digits) noexcept;
 /// with any bytes, when a character is no hexadecimal digit (of either case). @p digits has an even length.
 [[nodiscard]] bool decode_hex(std::string_view digits, char* bytes) noexcept;
 
+/// The sum of the numbers that @p bytes are, modulo 2^32.
+[[nodiscard]] unsigned sum_of_bytes(std::string_view bytes) noexcept;
+
 } // namespace kvrimage

@@ -1,11 +1,11 @@
 #include "kvrimage/bytes/words_of_bytes.h"
 
-#include "kvr/memory/store/word_batch.h"
-#include "kvr/numeric/digit_value.h"
 #include "kvrimage/bytes/bytes_of_words.h"
-#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/places.h"
+#include "kvrimage/files/byte_buffer.h"
+#include "kvrimage/image/byte_texts.h"
+#include "kvrimage/image/byte_words.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_text.h"
 
@@ -16,34 +16,20 @@
 #include <optional>
 #include <string>
 #include <utility>
+#include <vector>
 
 namespace kvrimage {
 
 namespace {
 
-/// The digits of the word whose bytes in a file are @p bytes.
-std::string digits_of_word(std::string_view bytes, byte_order order) {
-    std::string ordered(bytes);
-    if (order == byte_order::little) {
-        std::ranges::reverse(ordered);
-    }
-    std::string digits(2 * ordered.size(), '0');
-    encode_hex(ordered, digits.data());
-    return digits;
-}
-
 /// Makes words of neighbouring bytes that come in the order of their addresses.
 class byte_joiner {
 public:
-    byte_joiner(std::uint32_t width, byte_order in_order, std::optional<std::uint8_t> pad_byte,
-                image_words& to)
-        : bits(width),
-          bytes_per_word(bytes_of_width(width)),
-          digits((width + bits_per_hex_digit - 1) / bits_per_hex_digit),
-          order(in_order),
+    byte_joiner(std::uint32_t width, byte_order order, std::optional<std::uint8_t> pad_byte, image_words& to)
+        : bytes_per_word(bytes_of_width(width)),
           pad(pad_byte),
-          words(to),
-          batch(to.lower_half()) {}
+          texts(width, order),
+          words(width, order, to) {}
 
     /// @param address counts bytes from the first word on
     void take(std::uint64_t address, std::string_view bytes) {
@@ -59,7 +45,7 @@ public:
     }
     void finish() {
         finish_part();
-        batch.flush();
+        words.flush();
     }
 
     /// A word of which some bytes are missing.
@@ -108,54 +94,24 @@ private:
 
     /// Stores whole words.
     void store(std::uint64_t address, std::string_view bytes) {
-        while (!bytes.empty()) {
-            const std::size_t stored = store_some(address, bytes);
-            address += stored;
+        for (;;) {
+            const std::uint64_t stored = words.set(address, bytes);
             bytes.remove_prefix(stored * bytes_per_word);
-        }
-    }
-    std::size_t store_some(std::uint64_t address, std::string_view bytes) {
-        if (address < image_words::half() && bits % bits_per_byte == 0) {
-            const auto room = batch.room_for_some(static_cast<std::uint32_t>(address), digits);
-            const std::size_t count =
-                std::min({room.count, bytes.size() / bytes_per_word, image_words::half() - address});
-            if (count != 0) {
-                encode_hex(in_order_of_digits(bytes.substr(0, count * bytes_per_word)), room.place);
-                batch.take(count);
-                return count;
+            if (bytes.empty()) {
+                return;
             }
+            address += stored;
+            const std::string_view wide = bytes.substr(0, bytes_per_word);
+            first_wide = wide_words.empty() ? texts.all_digits(wide) : first_wide;
+            wide_words.push_back(address++);
+            bytes.remove_prefix(bytes_per_word);
         }
-        store_one(address, bytes.substr(0, bytes_per_word));
-        return 1;
-    }
-    std::string_view in_order_of_digits(std::string_view bytes) {
-        if (order == byte_order::big || bytes_per_word == 1) {
-            return bytes;
-        }
-        reversed.assign(bytes);
-        for (std::size_t at = 0; at < reversed.size(); at += bytes_per_word) {
-            std::reverse(&reversed[at], &reversed[at] + bytes_per_word);
-        }
-        return reversed;
-    }
-    void store_one(std::uint64_t address, std::string_view bytes) {
-        const std::string all = digits_of_word(bytes, order);
-        if (make_word(all, radix::hex, bits, text)) {
-            first_wide = wide_words.empty() ? all : first_wide;
-            wide_words.push_back(address);
-            return;
-        }
-        batch.flush();
-        words.set(address, text);
     }
 
-    std::uint32_t bits;
     std::uint32_t bytes_per_word;
-    std::size_t digits; ///< of a word
-    byte_order order;
     std::optional<std::uint8_t> pad;
-    image_words& words;
-    kvr::word_batch batch;
+    byte_texts texts;
+    byte_word_setter words;
 
     std::string part; ///< the bytes of a word that comes in parts, those that are missing being the pad
     std::uint64_t part_word = 0;
@@ -165,8 +121,29 @@ private:
     std::vector<partial_word> partial_words;
     std::vector<std::uint64_t> wide_words;
     std::string first_wide;
-    std::string reversed;
-    std::string text;
+};
+
+/// Copies bytes side by side.
+class byte_copy {
+public:
+    explicit byte_copy(const std::vector<byte_block>& of) {
+        std::size_t size = 0;
+        for (const byte_block& each : of) {
+            size += each.bytes.size();
+        }
+        copies->reserve(size);
+    }
+    /// A view of the copy of @p bytes, which are some of those.
+    std::string_view add(std::string_view bytes) {
+        char* const place = copies->end();
+        bytes.copy(place, bytes.size());
+        copies->used(bytes.size());
+        return {place, bytes.size()};
+    }
+    [[nodiscard]] std::shared_ptr<const void> keeper() const { return copies; }
+
+private:
+    std::shared_ptr<byte_buffer> copies = std::make_shared<byte_buffer>();
 };
 
 class byte_reading {
@@ -227,9 +204,9 @@ private:
         std::string first(blocks.all().front().bytes.substr(0, bytes_per_word));
         first.resize(bytes_per_word);
         diagnostic found = diagnose::byte_order({}, width);
-        found.hint =
-            fmt::format("add --endian little (first word {}) or big ({})",
-                        digits_of_word(first, byte_order::little), digits_of_word(first, byte_order::big));
+        found.hint = fmt::format("add --endian little (first word {}) or big ({})",
+                                 byte_texts(width, byte_order::little).all_digits(first),
+                                 byte_texts(width, byte_order::big).all_digits(first));
         found.option = "--endian little";
         list.add(std::move(found));
         return false;
@@ -261,6 +238,42 @@ private:
         if (needed > depth) {
             report_beyond(depth, needed);
         }
+        if (needed <= depth && are_whole_words()) {
+            keep_bytes(depth);
+        } else {
+            join_words(depth);
+        }
+    }
+
+    [[nodiscard]] bool are_whole_words() const {
+        return width % bits_per_byte == 0 &&
+               std::ranges::all_of(blocks.all(), [this](const byte_block& each) {
+                   return (each.address - base) % bytes_per_word == 0 &&
+                          each.bytes.size() % bytes_per_word == 0;
+               });
+    }
+
+    /// The words stay what they are in the file.
+    void keep_bytes(std::uint64_t depth) {
+        std::shared_ptr<const void> keeper = blocks.keeper();
+        std::optional<byte_copy> copy;
+        if (keeper == nullptr) {
+            copy.emplace(blocks.all());
+            keeper = copy->keeper();
+        }
+        std::vector<byte_words::block> in_words;
+        in_words.reserve(blocks.all().size());
+        for (const byte_block& each : blocks.all()) {
+            in_words.push_back(
+                {(each.address - base) / bytes_per_word, copy ? copy->add(each.bytes) : each.bytes});
+        }
+        result.image.emplace(
+            width, std::make_unique<image_words>(depth, byte_words(std::move(in_words), bytes_per_word,
+                                                                   options.order.value_or(byte_order::big),
+                                                                   std::move(keeper))));
+    }
+
+    void join_words(std::uint64_t depth) {
         auto words = std::make_unique<image_words>(depth);
         byte_joiner joiner(width, options.order.value_or(byte_order::big), options.pad, *words);
         for (const byte_block& block : blocks.all()) {

@@ -17,7 +17,8 @@ using byte_finder = std::function<span(std::uint64_t address)>;
 /// Makes the words of a file of bytes, for the reader of a format whose addresses count bytes, and fills in
 /// the image and the facts of @p result: a word takes ceil(width / 8) bytes in the order of the options
 /// (where the width is above 8; they are asked for it), the surplus high bits 0. Word 0 begins at the base of
-/// the options.
+/// the options. Whole words of whole bytes stay the bytes of @p blocks, as long as those have a keeper, and
+/// else become a copy of them.
 ///
 /// @param blocks are sorted here
 /// @param options width (8 without it), depth, base, order and pad

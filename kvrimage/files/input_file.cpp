@@ -120,14 +120,14 @@ input_file::input_file(int descriptor, std::string name, const file_observer& op
 }
 
 void input_file::edit(std::span<const text_edit> edits) {
-    std::size_t new_size = bytes.size();
+    std::size_t new_size = bytes->size();
     for (const text_edit& each : edits) {
         new_size += each.replacement.size();
         new_size -= each.length;
     }
-    const std::size_t old_size = bytes.size();
-    bytes.reserve(std::max(old_size, new_size));
-    bytes.resize(edit_in_place({bytes.begin(), std::max(old_size, new_size)}, old_size, edits));
+    const std::size_t old_size = bytes->size();
+    bytes->reserve(std::max(old_size, new_size));
+    bytes->resize(edit_in_place({bytes->begin(), std::max(old_size, new_size)}, old_size, edits));
 }
 
 void input_file::read(int descriptor, const file_observer& opened, const any_lines& is_free) {
@@ -141,24 +141,24 @@ void input_file::read(int descriptor, const file_observer& opened, const any_lin
 void input_file::read_blocks(int descriptor, std::uint64_t size, const any_lines& is_free) {
     // One byte more: the read that finds the end needs room.
     const std::size_t expected = std::max<std::size_t>(size + 1, first_block);
-    bytes.reserve(std::min(expected, most_room_at_once));
+    bytes->reserve(std::min(expected, most_room_at_once));
     line_guard lines(is_free);
     for (;;) {
-        if (bytes.room() == 0) {
-            const std::size_t most = size == 0 ? most_bytes_without_end + 1 : bytes.size() * 2;
-            const std::size_t doubled = std::min(bytes.size() * 2, most);
-            bytes.reserve(bytes.size() < expected ? std::min(expected, doubled) : doubled);
+        if (bytes->room() == 0) {
+            const std::size_t most = size == 0 ? most_bytes_without_end + 1 : bytes->size() * 2;
+            const std::size_t doubled = std::min(bytes->size() * 2, most);
+            bytes->reserve(bytes->size() < expected ? std::min(expected, doubled) : doubled);
         }
         const std::size_t got =
-            read_some(title, descriptor, bytes.end(), std::min(bytes.room(), most_bytes_a_read));
+            read_some(title, descriptor, bytes->end(), std::min(bytes->room(), most_bytes_a_read));
         if (got == 0) {
             return;
         }
-        bytes.used(got);
-        if (size == 0 && bytes.size() > most_bytes_without_end) {
+        bytes->used(got);
+        if (size == 0 && bytes->size() > most_bytes_without_end) {
             refuse_endless_input(title);
         }
-        lines.see(title, bytes.text());
+        lines.see(title, bytes->text());
     }
 }
 

@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
@@ -43,7 +44,9 @@ public:
     /// As messages name it.
     [[nodiscard]] const std::string& name() const noexcept { return title; }
     /// Valid as long as this object, also after a move.
-    [[nodiscard]] std::string_view contents() const noexcept { return bytes.text(); }
+    [[nodiscard]] std::string_view contents() const noexcept { return bytes->text(); }
+    /// See read_options::keeper. It keeps the contents beyond this object, but not from edit().
+    [[nodiscard]] std::shared_ptr<const void> keeper() const noexcept { return bytes; }
 
     /// Makes @p edits, which are in order and do not overlap, in the contents, without a second copy of them.
     /// The file stays as it is.
@@ -55,7 +58,7 @@ private:
 
     std::string title;
     open_descriptor file; ///< stays open: the observer may look at it while the contents are parsed
-    byte_buffer bytes;
+    std::shared_ptr<byte_buffer> bytes = std::make_shared<byte_buffer>();
 };
 
 } // namespace kvrimage

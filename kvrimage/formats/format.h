@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <functional>
+#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -73,6 +74,9 @@ struct read_options {
     std::size_t most_diagnostics = 100;
     /// Every diagnostic with a repair is kept, whatever the limit, with all of its edits.
     bool wants_repairs = false;
+    /// As long as a copy of it exists, the contents stay as they are: the memory of a file of bytes then
+    /// refers to them. Null: it gets a copy.
+    std::shared_ptr<const void> keeper = nullptr;
 };
 
 /// What a file says of itself.

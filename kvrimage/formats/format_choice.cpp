@@ -3,7 +3,7 @@
 #include "kvrimage/formats/registry.h"
 
 #include <algorithm>
-#include <optional>
+#include <iterator>
 #include <utility>
 
 namespace kvrimage {
@@ -26,20 +26,33 @@ candidates judged(std::span<const format* const> of, std::string_view contents) 
     return found;
 }
 
+struct tried_format {
+    const format* as;
+    read_result result;
+};
+
 /// Those of @p tied that can read the contents; of several that read the same words the first.
-std::vector<const format*> different_readers(const std::vector<const format*>& tied,
-                                             std::string_view contents, read_options options) {
-    std::vector<const format*> readers;
-    std::vector<memory_image> images;
+std::vector<tried_format> different_readers(const std::vector<const format*>& tied, std::string_view contents,
+                                            read_options options) {
+    std::vector<tried_format> readers;
     for (const format* each : tied) {
         options.as = each;
-        std::optional<memory_image> image = each->read(contents, options).image;
-        if (image && std::ranges::find(images, *image) == images.end()) {
-            readers.push_back(each);
-            images.push_back(std::move(*image));
+        read_result result = each->read(contents, options);
+        const auto has_its_words = [&result](const tried_format& other) {
+            return *other.result.image == *result.image;
+        };
+        if (result.image && std::ranges::none_of(readers, has_its_words)) {
+            readers.push_back({each, std::move(result)});
         }
     }
     return readers;
+}
+
+/// What @p readers, more than one, leave to the caller.
+format_choice choice_for_caller(const std::vector<tried_format>& readers, certainty how_sure) {
+    format_choice choice{.how_sure = how_sure};
+    std::ranges::transform(readers, std::back_inserter(choice.among), &tried_format::as);
+    return choice;
 }
 
 /// The first of @p found, which are the surest first, unless others that are as sure read other words.
@@ -52,13 +65,15 @@ format_choice choose_among(const candidates& found, std::string_view contents, c
         }
     }
     if (tied.size() > 1 && best != certainty::no) {
-        std::vector<const format*> readers = different_readers(tied, contents, options);
+        std::vector<tried_format> readers = different_readers(tied, contents, options);
         if (readers.size() > 1) {
-            return {nullptr, nullptr, std::move(readers), best};
+            return choice_for_caller(readers, best);
         }
-        tied = readers.empty() ? tied : readers;
+        if (!readers.empty()) {
+            return {.as = readers.front().as, .how_sure = best, .result = std::move(readers.front().result)};
+        }
     }
-    return {tied.front(), nullptr, {}, best};
+    return {.as = tied.front(), .how_sure = best};
 }
 
 /// True when @p one, which does not look at contents, leaves them to @p other, of the same extension.
@@ -84,7 +99,7 @@ format_choice choose_format(std::string_view contents, const read_options& optio
     if (options.as != nullptr) {
         const auto head = contents.substr(0, sniffed_bytes);
         const certainty sure = options.as->sniff != nullptr ? options.as->sniff(head) : certainty::no;
-        return with_surer_one({options.as, nullptr, {}, sure}, contents);
+        return with_surer_one({.as = options.as, .how_sure = sure}, contents);
     }
     const candidates named = judged(formats_of_path(options.file_name), contents);
     if (!named.empty()) {

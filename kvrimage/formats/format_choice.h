@@ -2,6 +2,7 @@
 
 #include "kvrimage/formats/format.h"
 
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -9,10 +10,11 @@ namespace kvrimage {
 
 /// In which format a file is read.
 struct format_choice {
-    const format* as = nullptr;       ///< null: there is none, or there are several
-    const format* surely = nullptr;   ///< one that it surely has instead
-    std::vector<const format*> among; ///< several that it may have, and whose words differ
+    const format* as = nullptr;            ///< null: there is none, or there are several
+    const format* surely = nullptr;        ///< one that it surely has instead
+    std::vector<const format*> among = {}; ///< several that it may have, and whose words differ
     certainty how_sure = certainty::no;
+    std::optional<read_result> result = std::nullopt; ///< what the format reads, where that was tried
 };
 
 /// The format of the options; without one, of those with the file's extension the one that the contents look

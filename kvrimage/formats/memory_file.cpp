@@ -70,7 +70,8 @@ read_result of_several_formats(const format_choice& choice) {
     return result;
 }
 
-read_result read_as(const format_choice& choice, std::string_view contents, const read_options& options) {
+/// @param choice gives up the result that it may have
+read_result read_as(format_choice& choice, std::string_view contents, const read_options& options) {
     if (!choice.among.empty()) {
         return of_several_formats(choice);
     }
@@ -86,7 +87,8 @@ read_result read_as(const format_choice& choice, std::string_view contents, cons
         refused.diagnostics = {std::move(*improper)};
         return refused;
     }
-    read_result result = choice.as->read(contents, options);
+    read_result result = choice.result ? std::move(*choice.result) : choice.as->read(contents, options);
+    choice.result.reset();
     result.facts.as = choice.as;
     result.facts.how_sure = choice.how_sure;
     if (choice.surely != nullptr) {
@@ -126,7 +128,7 @@ void add_what_consumers_make_of_broken(read_result& result, std::string_view con
     }
 }
 
-read_result check_as(const format_choice& choice, std::string_view contents, const check_options& options) {
+read_result check_as(format_choice& choice, std::string_view contents, const check_options& options) {
     read_result result = read_as(choice, contents, options.read);
     if (is_broken(result)) {
         if (result.facts.as != nullptr && choice.surely == nullptr) {
@@ -150,7 +152,7 @@ read_result check_as(const format_choice& choice, std::string_view contents, con
 }
 
 /// One round of repairs: those that can be made at once. False when there is none.
-bool repair_once(const format_choice& choice, const check_options& options, repaired& file) {
+bool repair_once(format_choice& choice, const check_options& options, repaired& file) {
     read_result found = check_as(choice, file.contents, options);
     std::vector<bool> taken;
     const std::vector<text_edit> edits = fixes_at_once(found.diagnostics, taken);
@@ -192,21 +194,25 @@ read_result read(const std::filesystem::path& file, const read_options& options)
     of_file.file_name = of_file.file_name.empty() ? path : of_file.file_name;
     const input_file input(path, {},
                            [&of_file](std::string_view bytes) { return may_have_any_lines(bytes, of_file); });
+    of_file.keeper = input.keeper();
     return parse(input.contents(), of_file);
 }
 
 read_result parse(std::string_view contents, const read_options& options) {
-    return read_as(choose_format(contents, options), contents, options);
+    format_choice choice = choose_format(contents, options);
+    return read_as(choice, contents, options);
 }
 
 read_result check(std::string_view contents, const check_options& options) {
-    return check_as(choose_format(contents, options.read), contents, options);
+    format_choice choice = choose_format(contents, options.read);
+    return check_as(choice, contents, options);
 }
 
 repaired repair(std::string contents, const check_options& options) {
     constexpr int most_rounds =
         1000; // a repair can bring the next one to light; this is only for a mistake of ours
-    const format_choice choice = choose_format(contents, options.read);
+    format_choice choice = choose_format(contents, options.read);
+    choice.result.reset(); // it was not asked for all repairs
     if (choice.as == nullptr || choice.as->read == nullptr) {
         throw std::invalid_argument(choice.as == nullptr
                                         ? "no format was named, and the contents fit none"

@@ -1,5 +1,6 @@
 #include "kvrimage/formats/word_list.h"
 
+#include "kvr/numeric/digit_run.h"
 #include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/word_digits.h"
@@ -77,18 +78,36 @@ void word_list::add_unchecked(const address_range& addresses, const span& digits
     }
 }
 
-/// True, with the words counted as set, when they fit the width and come after all others in the memory.
-bool word_list::are_plain(std::uint64_t address, std::size_t count, std::size_t length) {
-    const std::uint64_t bits = length * bits_per_digit(digits_are);
-    const std::uint64_t end = address - base + count;
-    if (address < base + set_end || end > std::min(words->size(), image_words::half()) ||
-        bits > known_width.value_or(widest_word) || digits_are == radix::dec || digits_are == radix::uns) {
+bool word_list::add_spaced(std::uint64_t address, const spaced_words& all) {
+    const std::uint64_t end = std::min(words->size(), image_words::half());
+    const std::uint64_t offset = address - base;
+    const std::uint64_t bits = bits_by_digits({all.first, all.length}, digits_are, scratch);
+    if (address < base || offset < set_end || offset > end || end - offset < all.count ||
+        bits > known_width.value_or(widest_word)) {
         return false;
     }
+    copy_spaced(static_cast<std::uint32_t>(offset), all);
     lowest = std::min(lowest, address);
     longest_bits = std::max(longest_bits, static_cast<std::uint32_t>(bits));
-    set_end = end;
+    set_end = offset + all.count;
     return true;
+}
+
+void word_list::copy_spaced(std::uint32_t offset, const spaced_words& all) {
+    for (std::size_t index = 0; index < all.count;) {
+        const auto address = static_cast<std::uint32_t>(offset + index);
+        const auto room = batch.room_for_some(address, all.length);
+        if (room.count == 0) {
+            batch.set_apart(address, in_upper_case(all[index++]));
+            continue;
+        }
+        const std::size_t count = std::min(room.count, all.count - index);
+        char* place = room.place;
+        for (const std::size_t last = index + count; index < last; ++index, place += all.length) {
+            kvr::copy_digits(all[index].data(), all.length, all.has_lower_case, place);
+        }
+        batch.take(count);
+    }
 }
 
 void word_list::add_raw(const address_range& addresses, std::string_view raw, const span& where) {

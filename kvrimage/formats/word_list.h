@@ -36,6 +36,18 @@ struct list_habits {
     std::function<std::uint64_t(std::uint64_t address)> first_line = {};
 };
 
+/// Words of one length in a text, with a blank between neighbours.
+struct spaced_words {
+    const char* first; ///< of the first word; 16 characters after the last one can be read
+    std::size_t length;
+    std::size_t count;
+    bool has_lower_case;
+
+    [[nodiscard]] std::string_view operator[](std::size_t index) const noexcept {
+        return {first + index * (length + 1), length};
+    }
+};
+
 /// Gathers the words of a file that is a list of them, for its reader: finds the width where nobody says it,
 /// and words that are too wide, beyond the depth, or set twice. The width is that of the options, else the
 /// stated one, else that of the longest word: 4, 3 or 1 bits a digit, in decimal the bits of the widest
@@ -57,26 +69,15 @@ public:
     void add(std::uint64_t address, std::string_view digits, const span& where) {
         add(address_range{address, address}, digits, where);
     }
-    /// The same for @p count words from @p address on, each @p length digits without a lower-case letter,
-    /// which
-    /// @p digits_of answers for an index. False, with nothing added, where something may be wrong with them.
-    template <class DigitsOf>
-    bool add_plain(std::uint64_t address, std::size_t count, std::size_t length, DigitsOf&& digits_of) {
-        if (!are_plain(address, count, length)) {
-            return false;
-        }
-        const auto offset = static_cast<std::uint32_t>(address - base);
-        for (std::size_t index = 0; index < count; ++index) {
-            batch.set(offset + static_cast<std::uint32_t>(index), digits_of(index));
-        }
-        return true;
-    }
-    /// add() for all addresses of a range, at the cost of one.
+    /// The same for all addresses of a range, at the cost of one.
     void add(const address_range& addresses, std::string_view digits, const span& where);
     /// The same where nobody has looked at the digits: one that is none of the radix, as a don't-care digit
     /// and a sign are, is reported, and the word cannot be read.
     /// @param where of all that the message of another fault quotes: the digits, or more
     void add_unchecked(const address_range& addresses, const span& digits, const span& where);
+    /// Adds words from @p address on of a hexadecimal or binary list, if nothing can be wrong with them;
+    /// false, with nothing added, when each is for add(), which would do the same with them.
+    bool add_spaced(std::uint64_t address, const spaced_words& all);
     /// Notes a word that cannot be read.
     void add_unreadable(std::uint64_t address, const span& where) {
         add_raw({address, address}, unreadable_text, where);
@@ -93,10 +94,10 @@ private:
     static constexpr std::string_view unreadable_text = "?";
 
     void add_raw(const address_range& addresses, std::string_view raw, const span& where);
-    bool are_plain(std::uint64_t address, std::size_t count, std::size_t length);
     [[nodiscard]] bool is_within(const address_range& addresses, const span& where);
     [[nodiscard]] bool fits(std::string_view digits, const span& where);
     void note_set_twice(const address_range& offsets, std::string_view raw, const span& where);
+    void copy_spaced(std::uint32_t offset, const spaced_words& all);
     void set(const address_range& offsets, std::string_view raw);
     [[nodiscard]] std::string_view in_upper_case(std::string_view digits);
     [[nodiscard]] std::uint32_t width() const;

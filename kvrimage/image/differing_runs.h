@@ -22,19 +22,15 @@ public:
         return address >= lowest && address - lowest < words.size();
     }
     /// The address must be one of the memory; so must that of the row and of the cycle.
-    [[nodiscard]] std::string_view operator[](std::uint64_t address) const noexcept {
-        return words[address - lowest];
-    }
-    [[nodiscard]] kvr::word_row row_at(std::uint64_t address) const noexcept {
-        return words.row_at(address - lowest);
-    }
-    [[nodiscard]] text_cycle cycle_at(std::uint64_t address) const noexcept {
+    [[nodiscard]] std::string_view operator[](std::uint64_t address) const { return words[address - lowest]; }
+    [[nodiscard]] kvr::word_row row_at(std::uint64_t address) const { return words.row_at(address - lowest); }
+    [[nodiscard]] text_cycle cycle_at(std::uint64_t address) const {
         const text_cycle found = words.cycle_at(address - lowest);
         return {lowest + found.first, lowest + found.last, found.period};
     }
 
     /// The longest run from @p address on, the addresses beyond the memory among them.
-    [[nodiscard]] text_run run_at(std::uint64_t address) const noexcept {
+    [[nodiscard]] text_run run_at(std::uint64_t address) const {
         if (has(address)) {
             const text_run run = words.run_at(address - lowest);
             if (!run.text.empty()) {
@@ -46,7 +42,7 @@ public:
 
 private:
     /// The end of the stretch without words from @p address on.
-    [[nodiscard]] std::uint64_t last_unset(std::uint64_t address) const noexcept {
+    [[nodiscard]] std::uint64_t last_unset(std::uint64_t address) const {
         const std::uint64_t begin = std::max(address, lowest);
         if (has(begin)) {
             const text_run run = words.run_at(begin - lowest);
@@ -69,7 +65,7 @@ enum class equal_texts { are_same, may_differ };
 
 /// How many words from @p address on, which stand in a row in both memories, have the same texts.
 [[nodiscard]] inline std::uint64_t count_same_in_rows(const placed_words& one, const placed_words& other,
-                                                      std::uint64_t address) noexcept {
+                                                      std::uint64_t address) {
     if (!one.has(address) || !other.has(address)) {
         return 0;
     }

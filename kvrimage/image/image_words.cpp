@@ -5,14 +5,24 @@
 namespace kvrimage {
 
 image_words::image_words(const image_words& other)
-    : halves{copy_of(other.halves[0]), copy_of(other.halves[1])} {}
+    : halves{copy_of(other.halves[0]), copy_of(other.halves[1])},
+      held_bytes(other.held_bytes) {}
+
+void image_words::make_texts_of_bytes() const {
+    image_words made(held_bytes->depth);
+    held_bytes->words.set_in(made);
+    halves = std::move(made.halves);
+    held_bytes.reset();
+}
 
 void image_words::resize(std::uint64_t depth) {
+    make_texts();
     halves[0].resize(static_cast<std::uint32_t>(std::min(depth, half())), "");
     halves[1].resize(static_cast<std::uint32_t>(depth - std::min(depth, half())), "");
 }
 
 void image_words::fill(std::uint64_t first, std::uint64_t last, const std::vector<std::string_view>& values) {
+    make_texts();
     if (first < half()) {
         halves[0].fill(within_half(first), within_half(std::min(last, half() - 1)), values);
     }
@@ -25,7 +35,7 @@ void image_words::fill(std::uint64_t first, std::uint64_t last, const std::vecto
     }
 }
 
-text_run image_words::run_at(std::uint64_t offset) const noexcept {
+text_run image_words::run_at(std::uint64_t offset) const {
     const std::uint64_t base = offset - within_half(offset);
     const kvr::word_run found = half_of(offset).run_at(within_half(offset));
     text_run run{offset, base + found.last, found.text};
@@ -35,13 +45,14 @@ text_run image_words::run_at(std::uint64_t offset) const noexcept {
     return run;
 }
 
-text_cycle image_words::cycle_at(std::uint64_t offset) const noexcept {
+text_cycle image_words::cycle_at(std::uint64_t offset) const {
     const std::uint64_t base = offset - within_half(offset);
     const kvr::word_cycle found = half_of(offset).cycle_at(within_half(offset));
     return {base + found.first, base + found.last, found.period};
 }
 
 bool image_words::transform(const kvr::word_conversion& conversion, const kvr::row_test& keeps) {
+    make_texts();
     if (halves[1].empty()) {
         return halves[0].transform(conversion, keeps);
     }

@@ -1,5 +1,6 @@
 #include "kvrimage/image/memory_image.h"
 
+#include "kvrimage/image/byte_words.h"
 #include "kvrimage/image/differing_runs.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_runs.h"
@@ -7,9 +8,11 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <functional>
 #include <limits>
 #include <stdexcept>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -77,6 +80,47 @@ private:
     std::uint64_t unset;
 };
 
+/// Finds the runs of words that are held as bytes.
+class byte_run_finder {
+public:
+    /// @param end where to look no further
+    byte_run_finder(const byte_words& of, std::uint64_t end) : words(of), limit(end) {}
+
+    /// The last offset of the longest run from @p offset on, the limit being the end.
+    [[nodiscard]] std::uint64_t last_of_run(std::uint64_t offset) const {
+        const auto& blocks = words.blocks();
+        auto block = std::ranges::upper_bound(blocks, offset, {}, &byte_words::block::first);
+        const std::uint64_t next_block = block != blocks.end() ? std::min(block->first, limit) : limit;
+        if (block == blocks.begin() || offset > last_of(*--block)) {
+            return next_block - 1;
+        }
+        const std::uint64_t begin = (offset - block->first) * words.bytes_per_word();
+        const std::string_view word = block->bytes.substr(begin, words.bytes_per_word());
+        std::uint64_t end = offset + count_equal(word, block->bytes.substr(begin), limit - offset);
+        while (end == last_of(*block) + 1 && ++block != blocks.end() && block->first == end && end < limit) {
+            end += count_equal(word, block->bytes, limit - end);
+        }
+        return end - 1;
+    }
+
+private:
+    [[nodiscard]] std::uint64_t last_of(const byte_words::block& block) const {
+        return block.last(words.bytes_per_word());
+    }
+    /// How many words at the front of @p bytes are @p word, at most @p most.
+    static std::uint64_t count_equal(std::string_view word, std::string_view bytes, std::uint64_t most) {
+        std::uint64_t count = 0;
+        while (count < most && bytes.starts_with(word)) {
+            bytes.remove_prefix(word.size());
+            ++count;
+        }
+        return count;
+    }
+
+    const byte_words& words;
+    std::uint64_t limit;
+};
+
 } // namespace
 
 memory_image::memory_image(std::uint32_t width, std::uint64_t depth, std::uint64_t base)
@@ -134,7 +178,11 @@ void memory_image::check_width(const word& value) const {
 }
 
 std::optional<word> memory_image::operator[](std::uint64_t address) const {
-    const std::string_view text = (*contents)[offset_of(address)];
+    const std::uint64_t offset = offset_of(address);
+    if (const byte_words* const bytes = contents->bytes()) {
+        return bytes->word_at(offset);
+    }
+    const std::string_view text = (*contents)[offset];
     return text.empty() ? std::nullopt : std::optional(word_of_text(text, bits));
 }
 
@@ -222,6 +270,11 @@ run_iterator::run_iterator(const memory_image& of, const address_range& range)
 }
 
 void run_iterator::find_run(std::uint64_t address) {
+    if (const byte_words* const bytes = image->words().bytes()) {
+        const byte_run_finder runs(*bytes, last - image->base() + 1);
+        current = {{address, image->base() + runs.last_of_run(address - image->base())}, (*image)[address]};
+        return;
+    }
     const text_run found = image->words().run_at(address - image->base());
     current.addresses = {address, std::min(image->base() + found.last, last)};
     current.value.reset();

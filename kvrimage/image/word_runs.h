@@ -129,6 +129,12 @@ void for_each_row_or_run(const image_words& words, TakeRow&& take_row, TakeRun&&
 /// may be two stretches.
 template <class Take>
 void for_each_set_stretch(const image_words& words, Take&& take) {
+    if (const byte_words* const bytes = words.bytes()) {
+        for (const byte_words::block& block : bytes->blocks()) {
+            take(block.first, block.last(bytes->bytes_per_word()));
+        }
+        return;
+    }
     const auto take_row = [&take](const kvr::word_row& row, std::uint64_t first) {
         take(first, first + row.count - 1);
         return row.count;

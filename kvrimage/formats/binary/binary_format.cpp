@@ -49,7 +49,7 @@ read_result read_binary(std::string_view contents, const read_options& options) 
     if (options.base) {
         list.add(diagnose::no_addresses({}, "a binary file", fmt::format("{:X}", *options.base)));
     } else {
-        byte_blocks blocks;
+        byte_blocks blocks(options.keeper);
         if (!contents.empty()) {
             blocks.add(0, contents);
         }

@@ -39,7 +39,8 @@ public:
           options(given),
           sections_wanted(chosen(given.choices, "section")),
           is_virtual(chosen(given.choices, "address").value_or("") == "virtual"),
-          list(given.most_diagnostics, given.wants_repairs) {}
+          list(given.most_diagnostics, given.wants_repairs),
+          blocks(given.keeper) {}
 
     read_result read() {
         result.facts.as = &elf_format;

@@ -16,6 +16,8 @@ namespace kvrimage {
 namespace {
 
 constexpr std::uint64_t last_hex_byte = 0xFFFFFFFF;
+constexpr record_style hex_data_style = {
+    .mark = ":", .address_bytes = 2, .type = std::string_view("\0", 1), .counted = 0, .sum = 0};
 
 /// How many of the @p bytes bytes of a record at @p address come before its segment begins again.
 std::uint32_t bytes_before_wrap(const hex_offset& offset, std::uint32_t address, std::uint32_t bytes) {
@@ -35,6 +37,15 @@ void hex_bytes::take(const hex_offset& offset, std::uint32_t address, std::strin
         wrapped.add(where);
         add(offset.value(), digits.substr(2 * std::size_t{before}), where);
     }
+}
+
+record_run hex_bytes::take_run(const hex_offset& offset, std::string_view lines) {
+    // They end within 65536 addresses, and so with the segment at the latest.
+    const record_run run = take_record_run(lines, hex_data_style, blocks.next_room());
+    if (run.records != 0) {
+        static_cast<void>(blocks.room_for(offset.value() + run.address, run.bytes)); // they are there
+    }
+    return run;
 }
 
 void hex_bytes::add(std::uint64_t address, std::string_view digits, const span& where) {

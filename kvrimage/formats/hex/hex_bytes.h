@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kvrimage/bytes/byte_blocks.h"
+#include "kvrimage/bytes/record_run.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/diagnostics/places.h"
 #include "kvrimage/formats/format.h"
@@ -21,6 +22,8 @@ public:
     /// Takes a record without a fault.
     /// @param bytes of the data; those that go beyond the end of a segment are at its begin
     void take(const hex_offset& offset, std::uint32_t address, std::string_view digits, const span& where);
+    /// Takes the records at the front of @p lines that are as nearly all are.
+    record_run take_run(const hex_offset& offset, std::string_view lines);
     /// Notes that @p bytes bytes from @p address on are in doubt.
     void mark_unreadable(std::uint64_t address, std::uint32_t bytes);
 

@@ -91,25 +91,19 @@ span hex_record::span_of(std::string_view contents, std::size_t first, std::size
 }
 
 bool hex_parser::next() {
-    if (position >= contents.size()) {
+    current = {};
+    if (!lines.next(current.whole)) {
         return false;
     }
-    const std::size_t end = std::min(contents.find('\n', position), contents.size());
-    current = {};
-    current.whole = {position, end - position};
-    position = std::min(end + 1, contents.size());
     find_parts();
     return true;
 }
 
 void hex_parser::find_parts() {
-    const std::string_view text = current.whole.in(contents);
-    const std::size_t first = text.find_first_not_of(hex_blanks);
-    if (first == none) {
+    current.content = lines.without_blanks(current.whole, hex_blanks);
+    if (current.content.length == 0) {
         return;
     }
-    const std::size_t last = text.find_last_not_of(hex_blanks);
-    current.content = {current.whole.offset + first, last - first + 1};
     current.what = hex_line::kind::text;
     const std::string_view content = current.content.in(contents);
     if (content.starts_with(':')) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kvrimage/diagnostics/span.h"
+#include "kvrimage/formats/line_walk.h"
 
 #include <cstddef>
 #include <cstdint>
@@ -85,16 +86,14 @@ class hex_parser {
 public:
     /// @param of kept alive by the caller
     /// @param offset where a line begins
-    explicit hex_parser(std::string_view of, std::size_t offset = 0) : contents(of), position(offset) {}
+    explicit hex_parser(std::string_view of, std::size_t offset = 0) : contents(of), lines(of, offset) {}
 
     /// Goes to the next line; false at the end.
     bool next();
     [[nodiscard]] const hex_line& line() const noexcept { return current; }
 
-    /// The lines to come, for a fast path, which skips the whole lines that it has read.
-    [[nodiscard]] std::string_view rest() const { return contents.substr(position); }
-    [[nodiscard]] std::size_t offset() const noexcept { return position; }
-    void skip(std::size_t bytes) noexcept { position += bytes; }
+    /// The lines to come.
+    [[nodiscard]] line_walk& to_come() noexcept { return lines; }
 
 private:
     void find_parts();
@@ -105,7 +104,7 @@ private:
     void find_length_fault();
 
     std::string_view contents;
-    std::size_t position;
+    line_walk lines;
     hex_line current;
     std::string buffer; ///< holds the digits of a record with blanks
 };

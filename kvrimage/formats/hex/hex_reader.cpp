@@ -150,6 +150,8 @@ private:
         if (end_line) {
             return;
         }
+        while (bytes && take_record_run()) {
+        }
         take_plain_records(parser, [this](const kvr::hex_record& record, const span& where) {
             const std::uint64_t address = offset.value() + record.word_address;
             if (bytes) {
@@ -161,6 +163,20 @@ private:
             note_data(address, record.data_bytes, record.data(), where);
             return true;
         });
+    }
+
+    /// Takes neighbouring records of bytes, if there are some.
+    bool take_record_run() {
+        line_walk& lines = parser.to_come();
+        const record_run run = bytes->take_run(offset, lines.rest());
+        if (run.records == 0) {
+            return false;
+        }
+        const span last{lines.offset() + run.last, run.size - run.last};
+        note_data(offset.value() + run.address, static_cast<std::uint32_t>(run.bytes), "",
+                  {last.offset, last.in(contents).find_last_not_of(hex_blanks) + 1});
+        lines.skip(run.size);
+        return true;
     }
 
     void take_line(const hex_line& line) {

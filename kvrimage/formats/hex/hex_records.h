@@ -31,20 +31,20 @@ private:
 /// false for one that is for the parser. What it takes is what the parser would hand out.
 template <class Take>
 void take_plain_records(hex_parser& parser, Take&& take) {
-    const std::string_view lines = parser.rest();
+    const std::string_view lines = parser.to_come().rest();
     std::size_t done = 0;
     std::uint32_t expected_bytes = 0;
     kvr::hex_record record;
     while (true) {
         const std::size_t size = kvr::take_fast_hex_record(lines.substr(done), record, expected_bytes);
         if (size == 0 || record.kind != kvr::hex_record_type::data ||
-            !take(record, span{parser.offset() + done, record.text.size() + 1})) {
+            !take(record, span{parser.to_come().offset() + done, record.text.size() + 1})) {
             break;
         }
         expected_bytes = record.data_bytes;
         done += size;
     }
-    parser.skip(done);
+    parser.to_come().skip(done);
 }
 
 /// A data record of a file, by its absolute address.

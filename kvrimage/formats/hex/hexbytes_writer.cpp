@@ -1,5 +1,6 @@
 #include "kvrimage/formats/hex/hexbytes_writer.h"
 
+#include "kvr/memory/io/digit_pairs.h"
 #include "kvrimage/bytes/byte_rows.h"
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/bytes/hex_text.h"
@@ -18,6 +19,7 @@ constexpr std::uint64_t largest_byte_of_hex = 0xFFFFFFFF;
 constexpr std::uint32_t usual_hexbytes = 16;
 constexpr std::uint64_t frame_of_hexbytes = 12; ///< colon, length, address, type, checksum, line end
 constexpr std::uint64_t page_record_size = frame_of_hexbytes + 4;
+constexpr std::size_t longest_hexbytes_record = frame_of_hexbytes + 2 * std::size_t{most_data_bytes};
 constexpr std::string_view hexbytes_end = ":00000001FF\n";
 
 std::uint32_t hexbytes_a_record(const write_options& options) {
@@ -44,35 +46,29 @@ public:
 
 private:
     static constexpr char linear_address = 4;
-    static constexpr std::size_t before_data = 4;
 
     void add_record(std::uint32_t address, char type, std::string_view data) {
-        record[0] = static_cast<char>(data.size());
-        record[1] = static_cast<char>(address >> bits_per_byte);
-        record[2] = static_cast<char>(address);
-        record[3] = type;
-        const std::size_t size = before_data + data.copy(&record[before_data], data.size());
-        unsigned sum = 0;
-        for (const char byte : std::string_view(record.data(), size)) {
-            sum += static_cast<unsigned char>(byte);
-        }
-        record[size] = static_cast<char>(0U - sum);
-        write({record.data(), size + 1});
-    }
-    void write(std::string_view bytes) {
-        output.write_with([bytes](kvr::output_file& file) {
-            const std::size_t length = 1 + 2 * bytes.size() + 1;
-            char* const place = file.room(length);
-            place[0] = ':';
-            encode_hex(bytes, place + 1);
-            place[length - 1] = '\n';
-            file.used(length);
+        const std::array<char, 4> first = {static_cast<char>(data.size()),
+                                           static_cast<char>(address >> bits_per_byte),
+                                           static_cast<char>(address), type};
+        output.write_with([&first, data](kvr::output_file& file) {
+            const std::string_view fields(first.data(), first.size());
+            char* const begin = file.room(longest_hexbytes_record);
+            begin[0] = ':';
+            char* place = begin + 1;
+            encode_hex(fields, place);
+            place += 2 * fields.size();
+            encode_hex(data, place);
+            place += 2 * data.size();
+            const unsigned sum = sum_of_bytes(fields) + sum_of_bytes(data);
+            place = kvr::upper_hex_pairs.put(-sum & 0xFFU, place);
+            *place++ = '\n';
+            file.used(static_cast<std::size_t>(place - begin));
             return true;
         });
     }
 
     sink_buffer output;
-    std::array<char, before_data + most_data_bytes + 1> record{};
     std::uint64_t page = 0;
 };
 

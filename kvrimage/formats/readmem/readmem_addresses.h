@@ -30,6 +30,8 @@ public:
     [[nodiscard]] std::optional<std::uint64_t> peek() const noexcept { return next; }
     /// True when the next word is beyond all addresses.
     [[nodiscard]] bool at_end() const noexcept { return ended; }
+    /// Goes on after @p count words, which all have addresses.
+    void skip(std::uint64_t count) { *next += count; }
     /// Goes on after a word.
     void advance() {
         if (next) {

@@ -147,13 +147,13 @@ bool readmem_reading::read_fast_line() {
         address.address = line.address;
         addresses.take(address);
     }
-    const auto first_word = static_cast<std::uint64_t>(line.count != 0 ? line.words - text.data() : 0);
-    for (std::size_t index = 0; index < line.count; ++index) {
-        const span where{first_word + index * (line.length + 1), line.length};
-        if (addresses.peek()) {
-            words.add(*addresses.peek(), line[index], where);
+    if (line.count != 0) {
+        if (!words.add_spaced(*addresses.peek(),
+                              {line.words, line.length, line.count, line.has_lower_case})) {
+            return false;
         }
-        advance(where);
+        addresses.skip(line.count);
+        words_seen += line.count;
     }
     parser.skip_to(line.end);
     return true;

@@ -1,5 +1,6 @@
 #include "kvrimage/formats/readmem/readmem_writer.h"
 
+#include "kvr/memory/store/packed_words.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/readmem/readmem_banner.h"
 #include "kvrimage/formats/sink_buffer.h"
@@ -10,6 +11,7 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <charconv>
 #include <iterator>
 #include <optional>
@@ -77,8 +79,23 @@ public:
                 fmt::format_to(std::back_inserter(text), "@{:0{}X} ", address, layout.address_digits);
             }
         }
+        go_on(address, 1);
+    }
+    /// True when nothing but one character, separator(), comes before the word at @p address.
+    [[nodiscard]] bool is_in_stretch(std::uint64_t address) const {
+        return has_words && address == next &&
+               (!layout.has_every_address || address % layout.words_per_line != 0);
+    }
+    /// How many words of the line are before the one at @p address.
+    [[nodiscard]] std::uint64_t place_in_line(std::uint64_t address) const {
+        return address % layout.words_per_line;
+    }
+    [[nodiscard]] std::uint64_t words_per_line() const { return layout.words_per_line; }
+    [[nodiscard]] bool has_every_address() const { return layout.has_every_address; }
+    /// Goes on after @p count words from @p address on.
+    void go_on(std::uint64_t address, std::uint64_t count) {
         has_words = true;
-        next = address + 1;
+        next = address + count;
     }
 
 private:
@@ -98,12 +115,47 @@ public:
         text.append(word);
         output.write(text);
     }
+    /// The words of @p row from @p address on, which the image has as they are written.
+    void write(std::uint64_t address, const kvr::word_row& row) {
+        for (std::uint32_t index = 0; index < row.count;) {
+            if (lines.is_in_stretch(address + index)) {
+                index += write_stretch(address + index, row.part(index, row.count - index));
+            } else {
+                write(address + index, row[index]);
+                ++index;
+            }
+        }
+    }
     void finish() {
         output.write("\n");
         output.flush();
     }
 
 private:
+    /// The words at the front of @p row, with a blank or a line end before each: as many as there is room
+    /// for, or up to a line that begins with its address.
+    std::uint32_t write_stretch(std::uint64_t address, const kvr::word_row& row) {
+        const std::uint64_t in_line = lines.place_in_line(address);
+        std::uint64_t most = std::max<std::uint64_t>(kvr::output_file::room_limit / (row.length + 1), 1);
+        if (lines.has_every_address()) {
+            most = std::min(most, lines.words_per_line() - in_line);
+        }
+        const auto count = static_cast<std::uint32_t>(std::min<std::uint64_t>(most, row.count));
+        output.write_with([this, in_line, &row, count](kvr::output_file& file) {
+            char* place = file.room(std::size_t{count} * (row.length + 1));
+            std::uint64_t left = lines.words_per_line() - in_line;
+            for (std::uint32_t index = 0; index < count; ++index, place += row.length) {
+                *place++ = left == lines.words_per_line() ? '\n' : ' ';
+                left = left == 1 ? lines.words_per_line() : left - 1;
+                kvr::copy_characters(row[index].data(), row.length, place);
+            }
+            file.used(std::size_t{count} * (row.length + 1));
+            return true;
+        });
+        lines.go_on(address, count);
+        return count;
+    }
+
     readmem_lines lines;
     sink_buffer output;
     std::string text;
@@ -145,9 +197,7 @@ void write_readmem(const memory_image& image, const write_options& options, text
             if (!is_as_readmem_has_it(row.length, image.width(), digits_radix)) {
                 return 0U;
             }
-            for (std::uint32_t index = 0; index < row.count; ++index) {
-                writer.write(image.base() + first + index, row[index]);
-            }
+            writer.write(image.base() + first, row);
             return row.count;
         },
         [&](const text_run& run) {

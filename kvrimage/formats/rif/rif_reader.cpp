@@ -75,8 +75,7 @@ private:
     }
 
     void add_words(std::uint64_t address, const fast_rif_line& line) {
-        if (!line.has_lower_case && words.add_plain(address, line.count, line.length,
-                                                    [&line](std::size_t index) { return line[index]; })) {
+        if (words.add_spaced(address, {line.words, line.length, line.count, line.has_lower_case})) {
             return;
         }
         const auto first_word = static_cast<std::uint64_t>(line.words - text.data());

@@ -4,15 +4,14 @@
 #include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/image/word_text.h"
 
-#include <algorithm>
-
 namespace kvrimage {
 
 namespace {
 
 constexpr std::size_t srec_none = std::string_view::npos;
 constexpr std::string_view srec_blanks = " \t\r";
-constexpr std::size_t digits_from = 2; ///< after "S" and the type
+constexpr std::string_view mark_before_records = "\xEF\xBB\xBF"; ///< the byte-order mark
+constexpr std::size_t digits_from = 2;                           ///< after "S" and the type
 
 bool is_decimal_digit(char character) {
     return character >= '0' && character <= '9';
@@ -35,71 +34,27 @@ bool fits_type(unsigned type, std::size_t count) {
 } // namespace
 
 unsigned srec_checksum(std::string_view bytes) noexcept {
-    unsigned sum = 0;
-    for (const char byte : bytes) {
-        sum += static_cast<unsigned char>(byte);
-    }
-    return ~sum & 0xFFU;
+    return ~sum_of_bytes(bytes) & 0xFFU;
 }
 
-srec_parser::srec_parser(std::string_view of) : contents(of) {
-    constexpr std::string_view byte_order_mark = "\xEF\xBB\xBF";
-    position = contents.starts_with(byte_order_mark) ? byte_order_mark.size() : 0;
-}
+srec_parser::srec_parser(std::string_view of)
+    : contents(of),
+      lines(of, of.starts_with(mark_before_records) ? mark_before_records.size() : 0) {}
 
 bool srec_parser::next() {
-    if (position >= contents.size()) {
+    current = {};
+    if (!lines.next(current.whole)) {
         return false;
     }
-    if (take_plain_record()) {
-        return true;
-    }
-    const std::size_t end = std::min(contents.find('\n', position), contents.size());
-    current = {};
-    current.whole = {position, end - position};
-    position = std::min(end + 1, contents.size());
     find_parts();
     return true;
 }
 
-/// What nearly every line is: a record without a fault, and nothing else before LF or CR LF.
-bool srec_parser::take_plain_record() {
-    constexpr std::size_t before_bytes = 4;
-    const std::string_view text = contents.substr(position);
-    if (text.size() < before_bytes || text[0] != 'S' || !is_decimal_digit(text[1])) {
-        return false;
-    }
-    const unsigned count = value_of_pair(&text[digits_from]);
-    if (count >= bytes.size()) { // it is no number
-        return false;
-    }
-    const std::size_t length = before_bytes + 2 * std::size_t{count};
-    const std::size_t line_end = text.size() > length && text[length] == '\r' ? length + 1 : length;
-    if (text.size() <= line_end || text[line_end] != '\n') {
-        return false;
-    }
-    const std::string_view digits = text.substr(digits_from, length - digits_from);
-    current.type = static_cast<unsigned>(text[1] - '0');
-    if (current.type == 4 || !decode_hex(digits, bytes.data()) || !fits_type(current.type, count) ||
-        !take_fields(digits)) {
-        return false;
-    }
-    current.whole = {position, line_end};
-    current.content = {position, length};
-    current.what = srec_line::kind::record;
-    current.fault = srec_fault::none;
-    position += line_end + 1;
-    return true;
-}
-
 void srec_parser::find_parts() {
-    const std::string_view text = current.whole.in(contents);
-    const std::size_t first = text.find_first_not_of(srec_blanks);
-    if (first == srec_none) {
+    current.content = lines.without_blanks(current.whole, srec_blanks);
+    if (current.content.length == 0) {
         return;
     }
-    const std::size_t last = text.find_last_not_of(srec_blanks);
-    current.content = {current.whole.offset + first, last - first + 1};
     const std::string_view content = current.content.in(contents);
     const bool is_record =
         content.size() >= 2 && (content[0] == 'S' || content[0] == 's') && is_decimal_digit(content[1]);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kvrimage/diagnostics/span.h"
+#include "kvrimage/formats/line_walk.h"
 
 #include <array>
 #include <cstddef>
@@ -61,10 +62,10 @@ public:
     /// Goes to the next line; false at the end.
     bool next();
     [[nodiscard]] const srec_line& line() const noexcept { return current; }
-    [[nodiscard]] std::string_view rest() const { return contents.substr(position); }
+    /// The lines to come.
+    [[nodiscard]] line_walk& to_come() noexcept { return lines; }
 
 private:
-    bool take_plain_record();
     void find_parts();
     void parse_record();
     void find_fault(std::string_view digits);
@@ -72,7 +73,7 @@ private:
     void set_fault(srec_fault what, std::size_t first, std::size_t count);
 
     std::string_view contents;
-    std::size_t position = 0;
+    line_walk lines;
     srec_line current;
     std::array<char, 256> bytes{}; ///< of the record, from its count on
 };

@@ -3,6 +3,7 @@
 #include "kvrimage/bytes/byte_blocks.h"
 #include "kvrimage/bytes/found_byte.h"
 #include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/bytes/record_run.h"
 #include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
@@ -22,6 +23,12 @@
 namespace kvrimage {
 
 namespace {
+
+/// S1, S2 and S3.
+constexpr std::array<record_style, 3> srec_data_styles = {
+    {{.mark = "S1", .address_bytes = 2, .type = "", .counted = 3, .sum = 0xFF},
+     {.mark = "S2", .address_bytes = 3, .type = "", .counted = 4, .sum = 0xFF},
+     {.mark = "S3", .address_bytes = 4, .type = "", .counted = 5, .sum = 0xFF}}};
 
 std::string counted_bytes(std::size_t count) {
     return fmt::format("{} byte{}", count, count == 1 ? "" : "s");
@@ -145,9 +152,10 @@ public:
           blocks(file.size() / 2 + 1) {}
 
     read_result read() {
-        while (parser.next()) {
-            take_line(parser.line());
-        }
+        do {
+            while (!end_line && take_record_run()) {
+            }
+        } while (take_next_line());
         result.facts.as = &srec_format;
         if (!has_record) {
             list = diagnostic_list(options.most_diagnostics);
@@ -162,6 +170,34 @@ public:
     }
 
 private:
+    /// Takes neighbouring data records, if there are some.
+    bool take_record_run() {
+        line_walk& lines = parser.to_come();
+        const std::string_view rest = lines.rest();
+        if (rest.size() < 2 || rest[1] < '1' || rest[1] > '3') {
+            return false;
+        }
+        const auto type = static_cast<unsigned>(rest[1] - '0');
+        const record_run run =
+            kvrimage::take_record_run(rest, srec_data_styles[type - 1], blocks.next_room());
+        if (run.records == 0) {
+            return false;
+        }
+        static_cast<void>(blocks.room_for(run.address, run.bytes)); // they are there
+        types_used[type] = has_record = true;
+        data_records += run.records;
+        lines.skip(run.size);
+        return true;
+    }
+
+    bool take_next_line() {
+        const bool is_there = parser.next();
+        if (is_there) {
+            take_line(parser.line());
+        }
+        return is_there;
+    }
+
     void take_line(const srec_line& line) {
         if (line.what == srec_line::kind::text) {
             text.add(line.content);
@@ -182,8 +218,8 @@ private:
             end_type = line.type;
         }
         if (line.fault != srec_fault::none) {
-            const bool is_last =
-                !line.is_end() || parser.rest().find_first_not_of(" \t\r\n") == std::string_view::npos;
+            const bool is_last = !line.is_end() || parser.to_come().rest().find_first_not_of(" \t\r\n") ==
+                                                       std::string_view::npos;
             list.add(describe_srec_fault(line, contents, is_last));
             has_fault = true;
             return;

@@ -1,5 +1,6 @@
 #include "kvrimage/formats/srec/srec_writer.h"
 
+#include "kvr/memory/io/digit_pairs.h"
 #include "kvrimage/bytes/byte_rows.h"
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/bytes/hex_text.h"
@@ -45,34 +46,42 @@ public:
 
     void add_text(std::string_view text) { output.write(text); }
     void add(unsigned type, std::uint64_t address, std::string_view data) {
+        std::array<char, 1 + most_address_bytes> first{};
         const std::uint32_t address_bytes = srec_address_bytes[type];
-        std::size_t size = 0;
-        record[size++] = static_cast<char>(address_bytes + data.size() + 1);
-        for (std::uint32_t left = address_bytes; left > 0; --left) {
-            record[size++] = static_cast<char>(address >> (bits_per_byte * (left - 1)));
+        first[0] = static_cast<char>(address_bytes + data.size() + 1);
+        for (std::uint32_t index = 1; index <= address_bytes; ++index) {
+            first[index] = static_cast<char>(address >> (bits_per_byte * (address_bytes - index)));
         }
-        size += data.copy(&record[size], data.size());
-        record[size] = static_cast<char>(srec_checksum({record.data(), size}));
-        write({record.data(), size + 1}, type);
+        write({first.data(), 1 + address_bytes}, data, type);
     }
     void finish() { output.flush(); }
 
 private:
-    void write(std::string_view bytes, unsigned type) {
-        output.write_with([bytes, type](kvr::output_file& file) {
-            const std::size_t length = 2 + 2 * bytes.size() + 1;
-            char* const place = file.room(length);
-            place[0] = 'S';
-            place[1] = static_cast<char>('0' + type);
-            encode_hex(bytes, place + 2);
-            place[length - 1] = '\n';
-            file.used(length);
+    static constexpr std::size_t most_address_bytes = 4;
+
+    /// @param first count and address
+    void write(std::string_view first, std::string_view data, unsigned type) {
+        output.write_with([first, data, type](kvr::output_file& file) {
+            char* const begin = file.room(longest_record);
+            begin[0] = 'S';
+            begin[1] = static_cast<char>('0' + type);
+            char* place = begin + 2;
+            encode_hex(first, place);
+            place += 2 * first.size();
+            encode_hex(data, place);
+            place += 2 * data.size();
+            const unsigned sum = sum_of_bytes(first) + sum_of_bytes(data);
+            place = kvr::upper_hex_pairs.put(~sum & 0xFFU, place);
+            *place++ = '\n';
+            file.used(static_cast<std::size_t>(place - begin));
             return true;
         });
     }
 
+    /// With its line end: count, address, data and checksum are 256 bytes at most.
+    static constexpr std::size_t longest_record = 2 + 2 * std::size_t{256} + 1;
+
     sink_buffer output;
-    std::array<char, 256> record{};
 };
 
 std::uint64_t size_of_srec_record(unsigned type) {

@@ -2,6 +2,7 @@
 
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/formats/memory_file.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <algorithm>
 #include <vector>
@@ -128,6 +129,59 @@ std::string fault_of_damaged(const format& as, const std::string& contents) {
         found += fault(text, random() % 2 == 0);
     }
     return found;
+}
+
+namespace {
+
+/// Records that mostly follow each other, some of them damaged.
+std::string
+random_records(std::mt19937& random,
+               const std::function<std::string(std::uint64_t address, const std::string& data)>& record) {
+    std::string text;
+    std::uint64_t address = random() % 3 == 0 ? 0xFFB0 : random() % 0x300;
+    std::size_t length = 1 + random() % 40;
+    for (auto left = 1 + random() % 12; left > 0; --left) {
+        length = random() % 5 == 0 ? random() % 40 : length;
+        address = (random() % 7 == 0 ? random() % 0x10000 : address) % 0x10000;
+        std::string data(length, '\0');
+        std::ranges::generate(data, [&random] { return static_cast<char>(random()); });
+        std::string line = record(address, data);
+        if (random() % 12 == 0) {
+            line[random() % line.size()] = "0Gs:S \r"[random() % 7];
+        }
+        text += line + (random() % 9 == 0 ? "\r\n" : "\n");
+        address += length;
+    }
+    return text;
+}
+
+} // namespace
+
+std::string fault_of_fast_records(
+    const format& as,
+    const std::function<std::string(std::uint64_t address, const std::string& data)>& record,
+    const std::string& end) {
+    std::mt19937 random(11);
+    for (int round = 0; round < rounds(400); ++round) {
+        const std::string text = random_records(random, record) + end;
+        std::string with_blanks;
+        for (const char character : text) {
+            with_blanks += character == '\n' ? " \n" : std::string(1, character);
+        }
+        read_options options;
+        options.as = &as;
+        options.keep_going = random() % 2 == 0;
+        const read_result fast = as.read(text, options);
+        const read_result parsed = as.read(with_blanks, options);
+        const bool is_same = shown_report(fast) == shown_report(parsed) &&
+                             set_words_of(fast) == set_words_of(parsed) &&
+                             fast.unreadable == parsed.unreadable;
+        if (!is_same) {
+            return text + shown_report(fast) + set_words_of(fast) + "\n" + shown_report(parsed) +
+                   set_words_of(parsed);
+        }
+    }
+    return "";
 }
 
 } // namespace kvrimage_tests

@@ -4,6 +4,7 @@
 #include "kvrimage/image/memory_image.h"
 
 #include <cstdint>
+#include <functional>
 #include <random>
 #include <string>
 
@@ -32,5 +33,12 @@ namespace kvrimage_tests {
 /// What is wrong when @p contents are cut at every byte, and when characters are changed at random: each
 /// reading must have an image or something broken. "" for nothing.
 [[nodiscard]] std::string fault_of_damaged(const kvrimage::format& as, const std::string& contents);
+
+/// What differs when a blank is put before the end of each line of random files of records, where it means
+/// nothing and leaves every record to the parser; "" for nothing. @p record makes one of address and data.
+[[nodiscard]] std::string fault_of_fast_records(
+    const kvrimage::format& as,
+    const std::function<std::string(std::uint64_t address, const std::string& data)>& record,
+    const std::string& end);
 
 } // namespace kvrimage_tests

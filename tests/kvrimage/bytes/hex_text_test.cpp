@@ -66,4 +66,16 @@ TEST(HexText, ACharacterThatIsNoDigitIsFoundAtEveryPlace) {
     }
 }
 
+TEST(HexText, TheSumIsThatOfAllBytes) {
+    for (std::size_t length = 0; length <= 70; ++length) {
+        const std::string bytes = all_bytes(200).substr(0, length);
+        unsigned sum = 0;
+        for (const char byte : bytes) {
+            sum += static_cast<unsigned char>(byte);
+        }
+        EXPECT_EQ(sum_of_bytes(bytes), sum);
+    }
+    EXPECT_EQ(sum_of_bytes(std::string(256, '\xFF')), 65280U);
+}
+
 } // namespace

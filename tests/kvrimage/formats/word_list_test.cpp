@@ -151,26 +151,25 @@ TEST(WordList, LongWordsOfALongFileAreInProportion) {
     EXPECT_EQ(result.image->depth(), 66U);
 }
 
-TEST(WordList, TakesPlainWordsAtOnceWhereNothingCanBeWrong) {
-    const auto digit = [](std::size_t index) { return std::string_view("A1B2C3").substr(2 * index, 2); };
-    const std::string contents = "A1 B2 C3";
+TEST(WordList, TakesWordsWithBlanksBetweenAtOnceWhereNothingCanBeWrong) {
+    const std::string contents = "A1 b2 C3" + std::string(16, ' ');
+    const auto some = [&contents](std::size_t count, std::size_t length) {
+        return spaced_words{contents.data(), length, count, true};
+    };
     const read_options options = {.width = 8, .depth = 8, .base = 4};
     diagnostic_list diagnostics;
     read_result result;
     word_list list(contents, options, radix::hex);
-    EXPECT_TRUE(list.add_plain(5, 3, 2, digit));
-    EXPECT_FALSE(list.add_plain(3, 1, 2, digit));  // below the base
-    EXPECT_FALSE(list.add_plain(7, 2, 2, digit));  // set already
-    EXPECT_FALSE(list.add_plain(10, 3, 2, digit)); // beyond the depth
-    EXPECT_FALSE(list.add_plain(8, 3, 3, digit));  // may be too wide
-    EXPECT_TRUE(list.add_plain(11, 1, 2, digit));
+    EXPECT_TRUE(list.add_spaced(5, some(3, 2)));
+    EXPECT_FALSE(list.add_spaced(3, some(1, 2)));  // below the base
+    EXPECT_FALSE(list.add_spaced(7, some(2, 2)));  // set already
+    EXPECT_FALSE(list.add_spaced(10, some(3, 2))); // beyond the depth
+    EXPECT_FALSE(list.add_spaced(13, some(1, 2)));
+    EXPECT_FALSE(list.add_spaced(8, some(1, 3))); // may be too wide
+    EXPECT_TRUE(list.add_spaced(11, some(1, 2)));
     list.finish(diagnostics, result);
     EXPECT_TRUE(diagnostics.finish(contents).empty());
     EXPECT_THAT(texts_of(*result.image), ElementsAre("", "A1", "B2", "C3", "", "", "", "A1"));
-    for (const radix decimal : {radix::dec, radix::uns}) {
-        word_list decimals(contents, options, decimal);
-        EXPECT_FALSE(decimals.add_plain(5, 1, 2, digit));
-    }
 }
 
 TEST(WordList, HasNoImageOutOfProportionAlsoWhenTheReaderKeepsGoing) {

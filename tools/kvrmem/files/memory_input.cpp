@@ -64,6 +64,7 @@ memory_input open_memory(const arguments& given, const std::string& path) {
     options.choices = given.read_choices;
     options.keep_going = given.keep_going;
     kvrimage::input_file file = read_file(path, options);
+    options.keeper = file.keeper();
     require_known_format(given.from, path, file.contents());
     return {path, std::move(file), options, {}};
 }

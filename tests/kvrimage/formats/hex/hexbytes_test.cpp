@@ -1,3 +1,4 @@
+#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/formats/hex/hex_edit.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/hex/hex_reader.h"
@@ -175,6 +176,19 @@ TEST(Hexbytes, WritingRefusesHighAddressesAndImpossibleLengths) {
 
 TEST(Hexbytes, WhatIsWrittenIsRead) {
     EXPECT_EQ(fault_of_round_trips(hexbytes_format, true), "");
+}
+
+TEST(Hexbytes, TheFastPathReadsWhatTheParserReads) {
+    const auto data_record = [](std::uint64_t address, const std::string& data) {
+        const std::string bytes = {static_cast<char>(data.size()), static_cast<char>(address >> 8U),
+                                   static_cast<char>(address), '\0'};
+        std::string fields(2 * (bytes.size() + data.size()), '0');
+        encode_hex(bytes + data, fields.data());
+        std::string line = record(fields);
+        line.pop_back();
+        return line;
+    };
+    EXPECT_EQ(fault_of_fast_records(hexbytes_format, data_record, end_record), "");
 }
 
 TEST(Hexbytes, DamagedFilesAreBrokenOrHaveAnImage) {

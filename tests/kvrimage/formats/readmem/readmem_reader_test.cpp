@@ -3,6 +3,7 @@
 #include "kvrimage/formats/readmem/readmem_reader.h"
 #include "tests/kvrimage/formats/readmem/shown_readmem.h"
 #include "tests/kvrimage/formats/rif/shown_diagnostics.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -120,6 +121,60 @@ TEST(ReadmemReader, RegularLinesAndOthersReadTheSame) {
     }
     EXPECT_EQ(readmemb(binary), readmemb(spaced));
     EXPECT_THAT(readmemb_diagnostics_of(binary + "0121 0000\n" + binary), ElementsAre("bad-digit 31:3+1"));
+}
+
+/// A list most of whose lines are regular.
+std::string random_readmem_list(std::mt19937& random, radix digits_radix) {
+    const std::string digits = digits_radix == radix::hex ? "0123456789abcdefABCDEF" : "01";
+    std::string text;
+    for (auto lines = 1 + random() % 30; lines > 0; --lines) {
+        if (random() % 8 == 0) {
+            text += "@" + std::to_string(random() % 200) + (random() % 2 == 0 ? "\n" : " ");
+        }
+        const std::size_t length = random() % 6 == 0 ? random() % 20 : 4;
+        for (auto words = 1 + random() % 8; words > 0; --words) {
+            for (std::size_t digit = 0; digit < length; ++digit) {
+                text += digits[random() % digits.size()];
+            }
+            text += random() % 40 == 0 ? "x" : "";
+            text += words > 1 ? " " : "";
+        }
+        text += random() % 5 == 0 ? "\r\n" : "\n";
+    }
+    return text + std::string(100, '\n');
+}
+
+TEST(ReadmemReader, TheFastPathReadsWhatTheParserReads) {
+    std::mt19937 random(19);
+    for (int round = 0; round < rounds(700); ++round) {
+        const radix digits_radix = random() % 3 == 0 ? radix::bin : radix::hex;
+        const std::string fast = random_readmem_list(random, digits_radix);
+        std::string parsed = fast; // a tab after a word is for the parser
+        for (std::size_t at = 0; at < parsed.size(); ++at) {
+            parsed[at] = parsed[at] == ' ' ? '\t' : parsed[at];
+            if (parsed[at] == '\n') {
+                parsed.insert(at++, "\t");
+            }
+        }
+        read_options options;
+        options.keep_going = random() % 2 == 0;
+        if (random() % 2 == 0) {
+            options.width = 4 + random() % 20;
+        }
+        if (random() % 4 == 0) {
+            options.depth = 1 + random() % 200;
+        }
+        if (random() % 4 == 0) {
+            options.base = random() % 30;
+        }
+        const auto read = digits_radix == radix::hex ? read_readmemh : read_readmemb;
+        const read_result one = read(fast, options);
+        const read_result other = read(parsed, options);
+        EXPECT_EQ(shown_image(one), shown_image(other)) << fast;
+        EXPECT_EQ(shown(one.diagnostics), shown(other.diagnostics)) << fast;
+        EXPECT_EQ(one.unreadable, other.unreadable) << fast;
+        EXPECT_EQ(one.facts.width_source, other.facts.width_source);
+    }
 }
 
 TEST(ReadmemReader, ByteAddressesAreThoseOfWords) {

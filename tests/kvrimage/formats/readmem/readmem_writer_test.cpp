@@ -2,13 +2,17 @@
 #include "kvrimage/formats/readmem/readmem_format.h"
 #include "kvrimage/formats/readmem/readmem_reader.h"
 #include "kvrimage/formats/readmem/readmem_writer.h"
+#include "tests/kvrimage/rounds.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <random>
 #include <string>
+#include <vector>
 
 namespace {
 
@@ -149,6 +153,50 @@ memory_image random_readmem_image(std::uint32_t width, std::mt19937& random, rad
         }
     }
     return image;
+}
+
+/// The text of @p image, all of whose words are hexadecimal digits, one word at a time.
+std::string plain_readmemh(const memory_image& image, std::uint64_t words_per_line, bool every_address) {
+    const std::size_t digits = fmt::formatted_size("{:X}", image.bounds()->last);
+    std::string text;
+    std::uint64_t next = 0;
+    for (std::uint64_t address = 0; address < image.depth(); ++address) {
+        if (!image[address]) {
+            continue;
+        }
+        const bool goes_on = address == next && address % words_per_line != 0;
+        text += goes_on ? " " : (text.empty() ? "" : "\n");
+        if (address != next || (every_address && !goes_on)) {
+            text += fmt::format("@{:0{}X} ", address, digits);
+        }
+        text += image[address]->to_text(radix::hex).value();
+        next = address + 1;
+    }
+    return text + "\n";
+}
+
+TEST(ReadmemWriter, RowsAreWrittenAsWordsAre) {
+    std::mt19937 random(23);
+    for (int round = 0; round < rounds(60); ++round) {
+        const auto width = static_cast<std::uint32_t>(4 * (1 + random() % (random() % 8 == 0 ? 300 : 10)));
+        memory_image image(width, 3000);
+        std::uint64_t address = random() % 3 * 5;
+        for (int part = 0; part < 3; ++part) {
+            for (auto count = 1 + random() % 900; count > 0 && address < image.depth(); --count) {
+                std::string digits(width / 4, '0');
+                std::ranges::generate(digits, [&random] { return "0123456789ABCDEF"[random() % 16]; });
+                image.set(address++, *word::parse(digits, radix::hex, width).value);
+            }
+            address += random() % 50;
+        }
+        const std::uint64_t per_line = 1 + random() % (random() % 4 == 0 ? 1024 : 10);
+        const bool every_address = random() % 3 == 0;
+        std::vector<choice> choices = {{"words-per-line", std::to_string(per_line)}};
+        if (every_address) {
+            choices.push_back({"every-address", ""});
+        }
+        EXPECT_EQ(as_readmemh(image, choices), plain_readmemh(image, per_line, every_address));
+    }
 }
 
 TEST(ReadmemWriter, WhatIsWrittenReadsAsTheSameWords) {

@@ -1,6 +1,8 @@
+#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/formats/srec/srec_format.h"
+#include "kvrimage/formats/srec/srec_parser.h"
 #include "kvrimage/formats/srec/srec_reader.h"
 #include "tests/kvrimage/bytes/byte_images.h"
 
@@ -201,6 +203,23 @@ TEST(SrecReader, ContentsTellTheFormat) {
     EXPECT_EQ(sniff_srec("\n"), certainty::no);
     EXPECT_EQ(format_of_path("a.s19"), &srec_format);
     EXPECT_EQ(format_of_path("a.mot"), &srec_format);
+}
+
+TEST(SrecReader, TheFastPathReadsWhatTheParserReads) {
+    for (const unsigned type : {1U, 2U, 3U}) {
+        const auto data_record = [type](std::uint64_t address, const std::string& data) {
+            std::string bytes(1, static_cast<char>(data.size() + type + 2));
+            for (unsigned left = type + 1; left > 0; --left) {
+                bytes += static_cast<char>(address >> (8 * (left - 1)));
+            }
+            bytes += data;
+            bytes += static_cast<char>(srec_checksum(bytes));
+            std::string digits(2 * bytes.size(), '0');
+            encode_hex(bytes, digits.data());
+            return "S" + std::to_string(type) + digits;
+        };
+        EXPECT_EQ(fault_of_fast_records(srec_format, data_record, end_of_s1), "");
+    }
 }
 
 TEST(SrecReader, DamagedFilesAreBrokenOrHaveAnImage) {

@@ -1,0 +1,71 @@
+#include "kvrimage/bytes/record_run.h"
+
+#include <gtest/gtest.h>
+
+#include <array>
+#include <cstdio>
+#include <string>
+#include <string_view>
+
+namespace {
+
+using namespace kvrimage;
+using namespace std::string_view_literals;
+
+constexpr record_style hex_style = {.mark = ":", .address_bytes = 2, .type = "\0"sv, .counted = 0, .sum = 0};
+constexpr record_style s1_style = {.mark = "S1", .address_bytes = 2, .type = "", .counted = 3, .sum = 0xFF};
+
+/// "2 records of 4 characters, the last from 2 on: 10 AB CD": address and bytes.
+std::string shown_run(const std::string& lines, const record_style& style) {
+    std::string data(lines.size() / 2 + 1, '\0');
+    const record_run run = take_record_run(lines, style, data.data());
+    if (run.records == 0) {
+        return "none";
+    }
+    std::array<char, 8> text{};
+    const auto in_hex = [&text](unsigned value) {
+        std::snprintf(text.data(), text.size(), "%02X", value);
+        return " " + std::string(text.data());
+    };
+    std::string shown = std::to_string(run.records) + " records of " + std::to_string(run.size) +
+                        " characters, the last from " + std::to_string(run.last) +
+                        " on:" + in_hex(static_cast<unsigned>(run.address));
+    for (const char byte : data.substr(0, run.bytes)) {
+        shown += in_hex(static_cast<unsigned char>(byte));
+    }
+    return shown;
+}
+
+TEST(RecordRun, TakesRecordsThatFollowEachOther) {
+    EXPECT_EQ(shown_run(":020010001234A8\n:020012005678 1E\n", hex_style),
+              "1 records of 16 characters, the last from 0 on: 10 12 34");
+    EXPECT_EQ(shown_run(":020010001234A8\r\n:02001200abCD74\n", hex_style),
+              "2 records of 33 characters, the last from 17 on: 10 12 34 AB CD");
+    EXPECT_EQ(shown_run("S1051234AABB4F\nS1051236AABB4D\nS9030000FC\n", s1_style),
+              "2 records of 30 characters, the last from 15 on: 1234 AA BB AA BB");
+}
+
+TEST(RecordRun, EndsWithTheLengthTheAddressesOrTheType) {
+    const std::string first = ":020010001234A8\n";
+    const std::string only = "1 records of 16 characters, the last from 0 on: 10 12 34";
+    EXPECT_EQ(shown_run(first + ":010012005697\n", hex_style), only);
+    EXPECT_EQ(shown_run(first + ":0200130056781D\n", hex_style), only);
+    EXPECT_EQ(shown_run(first + ":020012041234A2\n", hex_style), only);
+    EXPECT_EQ(shown_run(":02FFFE001234BB\n:020000001234B8\n", hex_style),
+              "1 records of 16 characters, the last from 0 on: FFFE 12 34");
+}
+
+TEST(RecordRun, LeavesFaultsToTheParser) {
+    for (const char* line :
+         {"", ":", ":0", ":02", ":G20010001234A8\n", ":020010001234A9\n", ":02001000123GA8\n",
+          ":020010001234A8", ":020010001234A8\r", ":020010001234A8 \n", ":020010001234A8\r \n",
+          " :020010001234A8\n", ":00001000F0\n", ":02FFFF001234BA\n", ":020010001234G8\n", ":0200100012\n",
+          "S1051234AABB4F\n"}) {
+        EXPECT_EQ(shown_run(line, hex_style), "none") << line;
+    }
+    for (const char* line : {"S1031234B6\n", "S1021234B6\n", "s1051234AABB4F\n", "S2051234AABB4F\n"}) {
+        EXPECT_EQ(shown_run(line, s1_style), "none") << line;
+    }
+}
+
+} // namespace
