@@ -36,7 +36,7 @@ std::vector<std::string> shown_diagnostics(const std::vector<diagnostic>& found)
     return texts;
 }
 
-std::vector<std::string> words_of(const read_result& result) {
+std::vector<std::string> texts_of_mif(const read_result& result) {
     std::vector<std::string> texts;
     for (std::uint64_t i = 0; result.image && i < result.image->words().size(); ++i) {
         texts.emplace_back(result.image->words()[i]);
@@ -273,7 +273,7 @@ TEST(MifReader, ReadsWhatIsMeant) {
         "[0..5]\t: 15 ;\r\n1 : 2\r\n 3;\r\n4 : 1; -- d\r\nend;\r\n";
     const read_result result = read_mif(file, {});
     EXPECT_THAT(result.diagnostics, IsEmpty());
-    EXPECT_THAT(words_of(result), ElementsAre("F", "2", "3", "F", "1", "F"));
+    EXPECT_THAT(texts_of_mif(result), ElementsAre("F", "2", "3", "F", "1", "F"));
     EXPECT_EQ(result.facts.data_radix, radix::uns);
     EXPECT_EQ(result.facts.address_radix, radix::hex);
     EXPECT_TRUE(result.facts.has_comments);
@@ -282,7 +282,7 @@ TEST(MifReader, ReadsWhatIsMeant) {
 TEST(MifReader, TakesWidthAndDepthFromTheOptions) {
     const read_result result = read_mif(mif_of("0 : F;\n3 : 1;\n"), {.width = 4, .depth = 4});
     EXPECT_THAT(result.diagnostics, IsEmpty());
-    EXPECT_THAT(words_of(result), ElementsAre("F", "", "", "1"));
+    EXPECT_THAT(texts_of_mif(result), ElementsAre("F", "", "", "1"));
     EXPECT_THAT(shown_diagnostics(read_mif(mif_of("3 : 1;\n"), {.depth = 3}).diagnostics),
                 ElementsAre("beyond-depth 4:1+1"));
 }
@@ -291,7 +291,7 @@ TEST(MifReader, ReportsSignedAndUnsignedValuesOnce) {
     const auto found = read_mif(mif_of("0 : 255 -1 200;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"), {});
     ASSERT_THAT(shown_diagnostics(found.diagnostics), ElementsAre("unsigned-in-dec 5:5+3*2"));
     EXPECT_EQ(found.diagnostics[0].hint, "it is read as an unsigned one; a signed one needs WIDTH=9");
-    EXPECT_THAT(words_of(found), ElementsAre("FF", "FF", "C8", "", "", "", "", ""));
+    EXPECT_THAT(texts_of_mif(found), ElementsAre("FF", "FF", "C8", "", "", "", "", ""));
     const auto wide = read_mif(mif_of("0 : 300 -1;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"), {});
     ASSERT_THAT(shown_diagnostics(wide.diagnostics), ElementsAre("too-wide 5:5+3"));
     EXPECT_EQ(wide.diagnostics[0].hint, "needs WIDTH 9");
@@ -321,7 +321,7 @@ TEST(MifReader, LeavesSlashesAndHashesThatBeginNoComment) {
 
 TEST(MifReader, HandsOutWhatCanBeReadOfABrokenFile) {
     const read_result result = read_mif(mif_of("0 : 1G;\n1 : 2;\n2 : 3;\n2 : 4;\n"), {.keep_going = true});
-    EXPECT_THAT(words_of(result), ElementsAre("", "02", "", "", "", "", "", ""));
+    EXPECT_THAT(texts_of_mif(result), ElementsAre("", "02", "", "", "", "", "", ""));
     EXPECT_THAT(result.unreadable, ElementsAre(address_range{0, 0}, address_range{2, 2}));
     EXPECT_FALSE(read_mif(mif_of("0 : 1G;\n"), {}).image);
 }
@@ -470,7 +470,7 @@ TEST(MifReader, NeedsNoSettingsThatTheCallerGives) {
     const std::string text = "ADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n0 : 7;\nEND;\n";
     const read_result result = read_mif(text, {.width = 8, .depth = 4});
     EXPECT_THAT(shown_diagnostics(result.diagnostics), IsEmpty());
-    EXPECT_THAT(words_of(result), ElementsAre("07", "", "", ""));
+    EXPECT_THAT(texts_of_mif(result), ElementsAre("07", "", "", ""));
 }
 
 TEST(MifReader, SettingsStatedAgainMustSayTheSame) {
@@ -528,7 +528,7 @@ TEST(MifReader, NamesSeveralSettingsOfALineOnce) {
 TEST(MifReader, ReadsALineBeyondWhatItLooksAtAtOnce) {
     const read_result result =
         read_mif(mif_of("0 : 1;\n-- " + std::string(std::size_t{200} * 1024, 'x') + "\n1 : 2;\n"), {});
-    EXPECT_EQ(words_of(result).at(1), "02");
+    EXPECT_EQ(texts_of_mif(result).at(1), "02");
 }
 
 TEST(MifNumbers, APrefixComesBeforeDigits) {
@@ -630,45 +630,46 @@ TEST(MifReader, AHashAtTheEndBeginsAComment) {
     EXPECT_THAT(found_among("0 : 1; END; #"), ElementsAre("before-end 4:8+3!", "text-after-end 4:13+1"));
     EXPECT_THAT(found_among("0 : 1 #"),
                 ElementsAre("missing-semicolon 4:6+1!", "mif-comment 4:7+1!", "missing-end 0:0+0!"));
+}
 
-    read_options sizes_of(std::uint32_t width, std::uint64_t depth) {
-        read_options options;
-        options.width = width;
-        options.depth = depth;
-        return options;
-    }
+read_options sizes_of(std::uint32_t width, std::uint64_t depth) {
+    read_options options;
+    options.width = width;
+    options.depth = depth;
+    return options;
+}
 
-    TEST(MifReader, StatementsAloneAreReadWithWidthAndDepth) {
-        const read_result result = read_mif("0 : 1F; [1..3] : 0;\n", sizes_of(8, 4));
-        EXPECT_THAT(words_of(result), ElementsAre("1F", "00", "00", "00"));
-        EXPECT_THAT(shown_diagnostics(result.diagnostics),
-                    ElementsAre("bare-statements 1:1+1", "after-semicolon 1:9+1"));
-        EXPECT_EQ(about(result.diagnostics.front().id).level, diagnostic_class::consumer);
-    }
+TEST(MifReader, StatementsAloneAreReadWithWidthAndDepth) {
+    const read_result result = read_mif("0 : 1F; [1..3] : 0;\n", sizes_of(8, 4));
+    EXPECT_THAT(texts_of_mif(result), ElementsAre("1F", "00", "00", "00"));
+    EXPECT_THAT(shown_diagnostics(result.diagnostics),
+                ElementsAre("bare-statements 1:1+1", "after-semicolon 1:9+1"));
+    EXPECT_EQ(about(result.diagnostics.front().id).level, diagnostic_class::consumer);
+}
 
-    TEST(MifReader, StatementsWithoutContentHaveTheRadixesOfTheSettings) {
-        const read_result result =
-            read_mif("WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=DEC;\n10 : 1F;\nEND;\n", sizes_of(8, 16));
-        EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("bare-statements 4:1+2"));
-        EXPECT_EQ(words_of(result).at(10), "1F");
-    }
+TEST(MifReader, StatementsWithoutContentHaveTheRadixesOfTheSettings) {
+    const read_result result =
+        read_mif("WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=DEC;\n10 : 1F;\nEND;\n", sizes_of(8, 16));
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("bare-statements 4:1+2"));
+    EXPECT_EQ(texts_of_mif(result).at(10), "1F");
+}
 
-    TEST(MifReader, ABeginWithoutContentIsNoBareStatement) {
-        const read_result result = read_mif(usual_header + "BEGIN\n0 : 1;\nEND;\n", sizes_of(8, 8));
-        EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("missing-content 3:1+5"));
-    }
+TEST(MifReader, ABeginWithoutContentIsNoBareStatement) {
+    const read_result result = read_mif(usual_header + "BEGIN\n0 : 1;\nEND;\n", sizes_of(8, 8));
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("missing-content 3:1+5"));
+}
 
-    TEST(MifReader, WhatStatementsAloneLackIsInTheHint) {
-        const diagnostic neither = read_mif("[0..3] : 1FF 2;\n5 : 3;\n", {}).diagnostics.at(0);
-        EXPECT_EQ(neither.hint, "add --width 12 --depth 6 to read them, if their numbers are HEX");
-        EXPECT_EQ(neither.option, "--width 12 --depth 6");
-        read_options only_width;
-        only_width.width = 12;
-        EXPECT_EQ(read_mif("0 : 1;\n", only_width).diagnostics.at(0).option, "--depth 1");
-        read_options only_depth;
-        only_depth.depth = 1;
-        EXPECT_EQ(read_mif("0 : 1;\n", only_depth).diagnostics.at(0).option, "--width 4");
-        EXPECT_EQ(read_mif("END;\n", {}).diagnostics.at(0).option, "--width 8 --depth 256");
-    }
+TEST(MifReader, WhatStatementsAloneLackIsInTheHint) {
+    const diagnostic neither = read_mif("[0..3] : 1FF 2;\n5 : 3;\n", {}).diagnostics.at(0);
+    EXPECT_EQ(neither.hint, "add --width 12 --depth 6 to read them, if their numbers are HEX");
+    EXPECT_EQ(neither.option, "--width 12 --depth 6");
+    read_options only_width;
+    only_width.width = 12;
+    EXPECT_EQ(read_mif("0 : 1;\n", only_width).diagnostics.at(0).option, "--depth 1");
+    read_options only_depth;
+    only_depth.depth = 1;
+    EXPECT_EQ(read_mif("0 : 1;\n", only_depth).diagnostics.at(0).option, "--width 4");
+    EXPECT_EQ(read_mif("END;\n", {}).diagnostics.at(0).option, "--width 8 --depth 256");
+}
 
 } // namespace
