@@ -82,7 +82,8 @@ bool word_list::add_spaced(std::uint64_t address, const spaced_words& all) {
     const std::uint64_t end = std::min(words->size(), image_words::half());
     const std::uint64_t offset = address - base;
     const std::uint64_t bits = bits_by_digits({all.first, all.length}, digits_are, scratch);
-    if (address < base || offset < set_end || offset > end || end - offset < all.count ||
+    const bool has_next_address = all.count <= std::numeric_limits<std::uint64_t>::max() - address;
+    if (address < base || offset < set_end || offset > end || end - offset < all.count || !has_next_address ||
         bits > known_width.value_or(widest_word)) {
         return false;
     }

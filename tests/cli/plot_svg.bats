@@ -43,10 +43,12 @@ steps() {
 
 @test "every example is well-formed and names its file" {
     for file in "$examples"/*.*; do
-        plot "$file"
+        options=()
+        case $file in *boot_32bit.s37) options=(--base 0x80000000) ;; esac
+        plot "$file" "${options[@]}"
         [ "$(text '//*[@class="name"]')" = "${file##*/}" ]
-        if [ "$(kvrmem info "$file" | awk '$1 == "width" { print $2 }')" -le 64 ]; then # else a map of bits
-            plot "$file" --signed
+        if [ "$(kvrmem info "$file" "${options[@]}" | awk '$1 == "width" { print $2 }')" -le 64 ]; then # else a map of bits
+            plot "$file" "${options[@]}" --signed
             [ "$(text '//*[@class="name"]')" = "${file##*/}" ]
         fi
     done

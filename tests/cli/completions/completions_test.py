@@ -201,14 +201,14 @@ class Completions:
         self.assert_completed("kvrmem plot -o si", "kvrmem plot -o sine.mif ")
 
     def test_file_operands(self):
-        for command in ["check", "convert", "diff", "dump", "fill", "get", "info", "new", "plot", "set"]:
+        for command in ["check", "convert", "diff", "dump", "fill", "get", "info", "new", "plot", "set", "sum"]:
             with self.subTest(command):
                 self.assert_completed(f"kvrmem {command} si", f"kvrmem {command} sine.mif ")
 
     def test_every_command_has_its_operand_tested(self):
         self.assertEqual(
             set(commands()),
-            {"check", "convert", "diff", "dump", "fill", "formats", "get", "info", "new", "plot", "radix", "set"},
+            {"check", "convert", "diff", "dump", "fill", "formats", "get", "info", "new", "plot", "radix", "set", "sum"},
         )
 
     def test_files_stop_where_the_command_takes_no_more(self):

@@ -16,16 +16,16 @@ std::string title_of(const option_entry& entry) {
 }
 
 std::string overview() {
-    std::string text = with_names(
-        "kvrmem reads, checks, edits, compares, draws and converts memory initialization files:\n"
-        "{titles}.\n\n"
-        "Examples\n"
-        "  $ kvrmem convert sine.mif sine.hex\n"
-        "  $ kvrmem check boot.mif\n"
-        "  $ kvrmem dump sine.mif\n"
-        "  $ kvrmem set boot.mif 0x10=0xDEAD\n"
-        "  $ kvrmem diff old.mif new.hex\n\n"
-        "Commands\n");
+    std::string text =
+        with_names("kvrmem reads, checks, edits, compares, draws and converts memory initialization files:\n"
+                   "{titles}.\n\n"
+                   "Examples\n"
+                   "  $ kvrmem convert sine.mif sine.hex\n"
+                   "  $ kvrmem check boot.mif\n"
+                   "  $ kvrmem dump sine.mif\n"
+                   "  $ kvrmem set boot.mif 0x10=0xDEAD\n"
+                   "  $ kvrmem diff old.mif new.hex\n\n"
+                   "Commands\n");
     for (const command* entry : all_commands()) {
         text += fmt::format("  {:<10}{}\n", entry->name, entry->summary);
     }
