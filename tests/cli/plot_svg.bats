@@ -43,8 +43,13 @@ steps() {
 
 @test "every example is well-formed and names its file" {
     for file in "$examples"/*.*; do
-        options=()
-        case $file in *boot_32bit.s37) options=(--base 0x80000000) ;; esac
+        # What a user has to say of some.
+        case ${file##*/} in
+            boot_32bit.s37 | firmware_32bit.elf) options=(--base 0x80000000) ;;
+            digits_7bit.dat) options=(--from readmemb) ;;
+            window_12bit.csv) options=(--width 12 --value-radix fixed:1.11) ;;
+            *) options=() ;;
+        esac
         plot "$file" "${options[@]}"
         [ "$(text '//*[@class="name"]')" = "${file##*/}" ]
         if [ "$(kvrmem info "$file" "${options[@]}" | awk '$1 == "width" { print $2 }')" -le 64 ]; then # else a map of bits
