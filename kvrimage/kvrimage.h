@@ -16,6 +16,7 @@
 #include "kvrimage/operations/bit_operations.h"
 #include "kvrimage/operations/error_correction/ecc_scheme.h"
 #include "kvrimage/operations/error_correction/protection.h"
+#include "kvrimage/operations/reshape.h"
 #include "kvrimage/operations/selection.h"
 #include "kvrimage/operations/statistics.h"
 #include "kvrimage/picture/picture.h"
