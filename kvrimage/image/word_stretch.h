@@ -3,6 +3,7 @@
 #include "kvrimage/image/image_words.h"
 
 #include <cstdint>
+#include <string_view>
 
 namespace kvrimage {
 
@@ -25,5 +26,25 @@ struct word_stretch {
     const text_run run = words.run_at(offset);
     return {run.last, 1, !run.text.empty()};
 }
+
+/// Reads words one after the other, a row at a time where there is one.
+class row_reader {
+public:
+    explicit row_reader(const image_words& read) : words(&read) {}
+
+    /// The text of the word at @p offset; valid until the words change, as is the reader.
+    [[nodiscard]] std::string_view operator[](std::uint64_t offset) {
+        if (offset - first >= row.count) {
+            row = words->row_at(offset);
+            first = offset;
+        }
+        return row.count != 0 ? row[static_cast<std::uint32_t>(offset - first)] : (*words)[offset];
+    }
+
+private:
+    const image_words* words;
+    kvr::word_row row;
+    std::uint64_t first = 0; ///< offset of the row
+};
 
 } // namespace kvrimage
