@@ -2,11 +2,8 @@
 
 #include "kvrimage/image/word_text.h"
 
-#include <algorithm>
-#include <array>
 #include <cstddef>
 #include <cstdint>
-#include <string>
 #include <string_view>
 #include <vector>
 
@@ -35,19 +32,15 @@ public:
         return put_limb(position, digits);
     }
 
-    /// Appends the @p width bits from @p position on as hexadecimal digits.
-    void append_to(std::string& text, std::uint64_t position, std::uint32_t width) const {
-        const std::size_t digits = (width + bits_per_hex_digit - 1) / bits_per_hex_digit;
-        const std::size_t begin = text.size();
-        text.resize(begin + digits);
-        std::size_t left = digits;
+    /// Writes the @p width bits from @p position on as hexadecimal digits to @p place, all that the width
+    /// needs.
+    void write_to(char* place, std::uint64_t position, std::uint32_t width) const noexcept {
+        std::size_t left = (width + bits_per_hex_digit - 1) / bits_per_hex_digit;
         for (; left > most_small_digits; left -= most_small_digits, position += bits_of_limb) {
-            kvr::write_hex_limb(text.data() + begin + left - most_small_digits, limb_at(position));
+            kvr::write_hex_limb(place + left - most_small_digits, limb_at(position));
             width -= bits_of_limb;
         }
-        std::array<char, most_small_digits> top;
-        kvr::write_hex_limb(top.data(), limb_at(position) & low_ones(width));
-        std::copy(top.end() - static_cast<std::ptrdiff_t>(left), top.end(), text.data() + begin);
+        write_small(place, left, limb_at(position) & low_ones(width));
     }
 
 private:
@@ -56,6 +49,15 @@ private:
     /// @param count 1 to 64
     [[nodiscard]] static std::uint64_t low_ones(std::uint32_t count) noexcept {
         return ~std::uint64_t{0} >> (bits_of_limb - count);
+    }
+    /// Writes the lowest @p digits digits of @p value.
+    static void write_small(char* place, std::size_t digits, std::uint64_t value) noexcept {
+        for (; digits >= 2; digits -= 2, value >>= bits_per_byte) {
+            kvr::write_hex_pair(place + digits - 2, value);
+        }
+        if (digits != 0) {
+            *place = kvr::upper_case_digits[value & 0xFU];
+        }
     }
     [[nodiscard]] bool put_limb(std::uint64_t position, std::string_view digits) noexcept {
         std::uint64_t value = 0;

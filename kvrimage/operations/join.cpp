@@ -8,6 +8,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <bit>
 #include <cstddef>
 #include <numeric>
 #include <optional>
@@ -64,11 +65,12 @@ std::vector<row_reader> readers_of(parts joined) {
 }
 
 /// Calls @p take with the first offset and the one after the last of blocks of the @p count offsets from @p
-/// offset on. Each is so short that what is made of it stays in the processor, and begins and ends at
-/// multiples of a power of two where it can.
+/// offset on, whose joint words have @p width bits. Each is so short that what is made of it stays in the
+/// processor, and no block but one of a single word goes over a multiple of its length, a power of two.
 template <class Take>
-void for_each_block(std::uint64_t offset, std::uint64_t count, Take&& take) {
-    constexpr std::uint64_t block = 1024;
+void for_each_block(std::uint64_t offset, std::uint64_t count, std::uint64_t width, Take&& take) {
+    constexpr std::uint64_t usual_bits = std::uint64_t{1} << 16U;
+    const std::uint64_t block = std::bit_floor(std::max<std::uint64_t>(usual_bits / width, 1));
     for (const std::uint64_t end = offset + count; offset < end;) {
         const std::uint64_t block_end = std::min(end, (offset / block + 1) * block);
         take(offset, block_end);
@@ -133,7 +135,7 @@ public:
 private:
     void join_stretch(const joint_stretch& stretch, std::uint64_t offset) {
         if (stretch.set == lanes.size()) {
-            for_each_block(offset, repeats(stretch) ? stretch.period : stretch.length,
+            for_each_block(offset, repeats(stretch) ? stretch.period : stretch.length, width,
                            [this](std::uint64_t first, std::uint64_t end) { join_block(first, end); });
             if (repeats(stretch)) {
                 repeat(offset, stretch);
@@ -154,28 +156,32 @@ private:
         made.words().fill(offset, offset + stretch.length - 1, {pattern.begin(), pattern.end()});
     }
     void join_block(std::uint64_t offset, std::uint64_t end) {
-        texts.clear();
-        for (std::uint64_t each = offset; each < end; ++each) {
-            if (!append_number(each)) {
-                for (std::uint64_t one = offset; one < end; ++one) {
-                    made.words().set(one, word_at(one));
-                }
-                return;
+        if (!gather_numbers(offset, end)) {
+            for (; offset < end; ++offset) {
+                made.words().set(offset, word_at(offset));
             }
+            return;
+        }
+        texts.resize((end - offset) * digits);
+        for (std::uint64_t index = 0; index < end - offset; ++index) {
+            numbers.write_to(texts.data() + index * digits, index * width, width);
         }
         made.words().set_side_by_side(offset, texts, digits);
     }
-    /// Appends the joint word to `texts`; false, with anything there, when it is not plain.
-    bool append_number(std::uint64_t offset) {
-        number.clear(width);
+    /// Puts the joint words from @p offset to before @p end into `numbers`; false, with anything there, when
+    /// not all are plain.
+    bool gather_numbers(std::uint64_t offset, std::uint64_t end) {
+        const std::size_t length = most_characters_of_word(radix::hex, lane_width);
+        numbers.clear((end - offset) * width);
         for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
-            const std::string_view text = readers[lane][offset];
-            if (text.size() != most_characters_of_word(radix::hex, lane_width) ||
-                !number.put(lane * lane_width, text)) {
-                return false;
+            for (std::uint64_t each = offset; each < end; ++each) {
+                const std::string_view text = readers[lane][each];
+                if (text.size() != length ||
+                    !numbers.put((each - offset) * width + lane * lane_width, text)) {
+                    return false;
+                }
             }
         }
-        number.append_to(texts, 0, width);
         return true;
     }
     [[nodiscard]] const std::string& word_at(std::uint64_t offset) {
@@ -194,7 +200,7 @@ private:
     std::size_t digits; ///< of a joint word
     memory_image made;
     std::vector<row_reader> readers;
-    bit_block number;
+    bit_block numbers;
     std::string texts;
     std::string bits;
     std::string lane_bits;
@@ -226,7 +232,7 @@ private:
         if (stretch.set == banks.size() && repeats(stretch)) {
             repeat(stretch, offset);
         } else if (stretch.set != 0) {
-            for_each_block(offset, stretch.length,
+            for_each_block(offset, stretch.length, made.width() * banks.size(),
                            [this](std::uint64_t first, std::uint64_t end) { join_block(first, end); });
         }
     }

@@ -1,5 +1,6 @@
 #include "kvrimage/operations/reshape.h"
 
+#include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_stretch.h"
@@ -47,8 +48,8 @@ std::uint64_t base_in_words_of(std::uint32_t width, const memory_image& image) {
 std::uint64_t depth_in_words_of(std::uint32_t width, const memory_image& image) {
     const std::uint64_t depth = (image.depth() * image.width() + width - 1) / width;
     if (depth > deepest_memory) {
-        throw std::out_of_range(
-            fmt::format("the memory would have {} words of {} bits, more than 2^32", depth, width));
+        throw std::out_of_range(fmt::format("the memory would have {} words of {}, more than 2^32", depth,
+                                            counted(width, "bit")));
     }
     return depth;
 }
@@ -204,11 +205,14 @@ private:
         });
     }
     void set_numbers(const block& at) {
-        texts.clear();
-        for (std::uint64_t index = 0; index < at.end_new - at.first_new; ++index) {
-            numbers.append_to(texts, position_of(at, at.skipped + index * width, width), width);
+        const std::size_t length = most_characters_of_word(radix::hex, width);
+        const std::uint64_t count = at.end_new - at.first_new;
+        texts.resize(count * length);
+        for (std::uint64_t index = 0; index < count; ++index) {
+            numbers.write_to(texts.data() + index * length,
+                             position_of(at, at.skipped + index * width, width), width);
         }
-        made->set_side_by_side(at.first_new, texts, most_characters_of_word(radix::hex, width));
+        made->set_side_by_side(at.first_new, texts, length);
     }
 
     /// Puts the old words into `digits`, the most significant bit first.

@@ -88,14 +88,17 @@ private:
     /// Sets `texts` to the words of each lane, side by side; false, with anything there, when not all words
     /// of @p row are plain.
     bool cut_numbers(const kvr::word_row& row) {
-        std::ranges::for_each(texts, [](std::string& text) { text.clear(); });
+        numbers.clear(std::uint64_t{row.count} * image.width());
         for (std::uint32_t index = 0; index < row.count; ++index) {
-            number.clear(image.width());
-            if (!number.put(0, row[index])) {
+            if (!numbers.put(std::uint64_t{index} * image.width(), row[index])) {
                 return false;
             }
-            for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
-                number.append_to(texts[lane], lane * lane_width, lane_width);
+        }
+        for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
+            texts[lane].resize(row.count * digits);
+            for (std::uint32_t index = 0; index < row.count; ++index) {
+                numbers.write_to(texts[lane].data() + index * digits,
+                                 std::uint64_t{index} * image.width() + lane * lane_width, lane_width);
             }
         }
         return true;
@@ -115,7 +118,7 @@ private:
     std::size_t digits; ///< of a word of a lane
     std::vector<memory_image> lanes;
     word_texts texts; ///< of each lane
-    bit_block number;
+    bit_block numbers;
     std::string bits;
 };
 

@@ -12,9 +12,10 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::array<const command*, 12> commands = {
-    &convert_command, &check_command, &info_command, &get_command, &dump_command,  &set_command,
-    &fill_command,    &diff_command,  &plot_command, &new_command, &radix_command, &formats_command,
+constexpr std::array<const command*, 15> commands = {
+    &convert_command, &check_command, &info_command,  &get_command,   &dump_command,
+    &set_command,     &fill_command,  &split_command, &join_command,  &merge_command,
+    &diff_command,    &plot_command,  &new_command,   &radix_command, &formats_command,
 };
 
 } // namespace
