@@ -70,7 +70,9 @@ private:
     }
     void append_number(const wide_number& value) {
         std::array<char, 2 * most_small_digits> written;
-        kvr::write_hex_limb(written.data(), value.high);
+        if (digits > most_small_digits) {
+            kvr::write_hex_limb(written.data(), value.high);
+        }
         kvr::write_hex_limb(written.data() + most_small_digits, value.low);
         texts.append(written.end() - digits, written.end());
     }

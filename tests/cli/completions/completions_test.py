@@ -78,7 +78,7 @@ class Completions:
         self.assert_completed("kvrmem rad", "kvrmem radix ")
 
     def test_first_word_is_no_file(self):
-        self.assert_nothing("kvrmem si")
+        self.assert_nothing("kvrmem sin")
 
     def test_folder_with_the_name_of_a_command_is_no_folder_there(self):
         self.assert_completed("kvrmem conv", "kvrmem convert ")
@@ -106,7 +106,7 @@ class Completions:
     def test_topics_of_help(self):
         self.assert_offered("kvrmem help ", commands())
         self.assert_completed("kvrmem help conv", "kvrmem help convert ")
-        self.assert_nothing("kvrmem help si")
+        self.assert_nothing("kvrmem help sin")
         self.assert_nothing("kvrmem help radix ")
 
     def test_kinds_that_are_generated(self):
@@ -201,14 +201,19 @@ class Completions:
         self.assert_completed("kvrmem plot -o si", "kvrmem plot -o sine.mif ")
 
     def test_file_operands(self):
-        for command in ["check", "convert", "diff", "dump", "fill", "get", "info", "new", "plot", "set", "sum"]:
+        for command in [
+            "check", "convert", "diff", "dump", "fill", "get", "info", "join", "merge", "new", "plot", "set", "split", "sum"
+        ]:
             with self.subTest(command):
                 self.assert_completed(f"kvrmem {command} si", f"kvrmem {command} sine.mif ")
 
     def test_every_command_has_its_operand_tested(self):
         self.assertEqual(
             set(commands()),
-            {"check", "convert", "diff", "dump", "fill", "formats", "get", "info", "new", "plot", "radix", "set", "sum"},
+            {
+                "check", "convert", "diff", "dump", "fill", "formats", "get", "info", "join", "merge", "new", "plot",
+                "radix", "set", "split", "sum"
+            },
         )
 
     def test_files_stop_where_the_command_takes_no_more(self):

@@ -46,14 +46,15 @@ getopt_tables tables_for(const command& which) {
     return tables;
 }
 
-/// The option that getopt_long() has answered with @p found; a letter stands for one option only.
-const option_entry& entry_of(int found) {
+/// The option of @p which that getopt_long() has answered with @p found; a letter stands for one option only.
+const option_entry& entry_of(const command& which, int found) {
     const auto table = option_table();
     if (found >= first_long_option) {
         return table[static_cast<std::size_t>(found - first_long_option)];
     }
-    return *std::find_if(table.begin(), table.end(),
-                         [found](const option_entry& entry) { return entry.letter == found; });
+    return *std::ranges::find_if(table, [&which, found](const option_entry& entry) {
+        return entry.letter == found && takes(which, entry.id);
+    });
 }
 
 /// The words behind the command's name. getopt_long() takes "-5" for options; while it looks, another
@@ -118,7 +119,7 @@ std::string refused_letter(std::string_view next) {
 /// After getopt_long() has refused an option of the command line @p all.
 [[noreturn]] void refuse_option(const command& which, option_words& words, std::span<const std::string> all) {
     if (optopt >= first_long_option) {
-        usage_error(fmt::format("--{} takes no value", entry_of(optopt).name));
+        usage_error(fmt::format("--{} takes no value", entry_of(which, optopt).name));
     }
     std::string nearest;
     std::string given;
@@ -136,7 +137,14 @@ std::string refused_letter(std::string_view next) {
                                   command_with_replaced(all, given, nearest)));
 }
 
-bool says_how_to_read(option_id option) {
+/// Whether @p option, which comes after @p before, says how a file is read.
+bool says_how_to_read(option_id option, std::vector<operation>& before) {
+    if (option == option_id::depth_in_order) {
+        return !change_words(before);
+    }
+    if (option == option_id::pad_in_order) {
+        return last_reshape(before) == nullptr;
+    }
     constexpr std::array reading = {option_id::from, option_id::width,      option_id::depth,
                                     option_id::unit, option_id::order,      option_id::base,
                                     option_id::pad,  option_id::read_choice};
@@ -179,11 +187,12 @@ arguments parse_arguments(const command& which, int count, char** words) {
         if (found == '?') {
             refuse_option(which, given, parsed.words);
         }
-        const option_entry& entry = entry_of(found);
+        const option_entry& entry = entry_of(which, found);
         parsed.options.push_back(entry.id);
         const char* const value = optarg != nullptr ? given.restored(optarg) : nullptr;
+        const bool is_for_reading = says_how_to_read(entry.id, parsed.operations);
         entry.take(parsed, entry.name, value);
-        if (says_how_to_read(entry.id)) {
+        if (is_for_reading) {
             parsed.reading_options.push_back(value != nullptr ? fmt::format("--{} {}", entry.name, value)
                                                               : fmt::format("--{}", entry.name));
         }

@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <array>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 
@@ -115,13 +116,14 @@ constexpr const char* comments_stay = "without --output: FILE keeps its comments
 constexpr const char* comments_of_input_stay = "when --output names FILE, which keeps its comments";
 constexpr const char* no_file_is_replaced = "on standard output, which replaces no file";
 
-constexpr std::array<idle_option, 30> rules = {{
+constexpr std::array<idle_option, 40> rules = {{
     {"convert", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"convert", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"convert", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
     {"check", option_id::output, fixes_nothing, "without --fix: kvrmem check --fix -o OUT FILE"},
     {"check", option_id::force_overwrite, fixes_nothing, "without --fix: it is for the repaired file"},
     {"check", option_id::json, fixes, "with --fix, which writes a file"},
+    {"check", option_id::check_protection, fixes, "with --fix, which mends the text of a file"},
     {"check", option_id::json, is_quiet, "with --quiet, which shows nothing"},
     {"check", option_id::quiet, fixes, "with --fix, which reports what it changes"},
     {"set", option_id::width, edits_what_states_sizes, own_sizes, &run_facts::input},
@@ -146,20 +148,39 @@ constexpr std::array<idle_option, 30> rules = {{
     {"new", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"new", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
     {"new", option_id::force, writes_standard_output, no_file_is_replaced},
+    {"split", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"split", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"split", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
+    {"join", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"join", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"join", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
+    {"merge", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"merge", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
+    {"merge", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
     {"radix", option_id::width, library_takes_fixed_point,
      "with --library on fixed point, which says its width"},
 }};
 
-/// The format of the operand that @p which writes; null when it has none, or nothing tells it.
-const format* output_format(const command& which, const arguments& given) {
-    constexpr std::array<std::pair<std::string_view, std::size_t>, 2> outputs = {
-        {{"convert", 1}, {"new", 0}}};
-    for (const auto& [name, operand] : outputs) {
+/// The file that @p which writes; nothing when it writes none.
+std::optional<std::string> target_of(const command& which, const arguments& given) {
+    constexpr std::array<std::pair<std::string_view, std::size_t>, 3> operands = {
+        {{"convert", 1}, {"new", 0}, {"split", 1}}};
+    for (const auto& [name, operand] : operands) {
         if (name == which.name) {
-            return given.to != nullptr ? given.to : kvrimage::format_of_path(given.files[operand]);
+            return given.files[operand];
         }
     }
-    return nullptr;
+    constexpr std::array<std::string_view, 2> with_output = {"join", "merge"};
+    return std::ranges::find(with_output, which.name) != with_output.end() ? given.output : std::nullopt;
+}
+
+/// The format of that file; null when there is none, or nothing tells it.
+const format* output_format(const command& which, const arguments& given) {
+    const std::optional<std::string> target = target_of(which, given);
+    if (!target) {
+        return nullptr;
+    }
+    return given.to != nullptr ? given.to : kvrimage::format_of_path(*target);
 }
 
 const option_entry& entry_of(option_id option) {

@@ -2,6 +2,7 @@
 
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/image/memory_image.h"
+#include "kvrimage/operations/error_correction/ecc_scheme.h"
 #include "tools/kvrmem/command_line/command_words.h"
 #include "tools/kvrmem/command_line/format_names.h"
 #include "tools/kvrmem/command_line/suggestion.h"
@@ -13,8 +14,10 @@
 #include <fmt/ranges.h>
 
 #include <algorithm>
+#include <array>
 #include <deque>
 #include <limits>
+#include <utility>
 
 namespace kvrmem {
 
@@ -88,6 +91,71 @@ kvrimage::address_range parse_range(std::string_view name, std::string_view valu
         refuse(name, value, "a range is FIRST..LAST, for example 0x10..0x1F, or one address");
     }
     return *range;
+}
+
+/// Ranges, separated by commas.
+std::vector<kvrimage::address_range> parse_ranges(std::string_view name, std::string_view value) {
+    std::vector<kvrimage::address_range> ranges;
+    for (std::size_t begin = 0; begin <= value.size();) {
+        const std::size_t end = std::min(value.find(',', begin), value.size());
+        ranges.push_back(parse_range(name, value.substr(begin, end - begin)));
+        begin = end + 1;
+    }
+    return ranges;
+}
+
+std::uint64_t parse_address(std::string_view name, std::string_view value) {
+    return parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
+}
+
+kvrimage::bit_order parse_bit_order(std::string_view name, std::string_view value) {
+    if (value != "low-first" && value != "high-first") {
+        refuse(name, value, "the bits of words come low-first or high-first");
+    }
+    return value == "low-first" ? kvrimage::bit_order::low_first : kvrimage::bit_order::high_first;
+}
+
+kvrimage::overlap_rule parse_overlap(std::string_view name, std::string_view value) {
+    // In the order of overlap_rule.
+    constexpr std::array<std::string_view, 4> rules = {"error", "same", "first", "last"};
+    const auto found = std::ranges::find(rules, value);
+    if (found == rules.end()) {
+        refuse(name, value, fmt::format("this is one of {}", fmt::join(rules, ", ")));
+    }
+    return static_cast<kvrimage::overlap_rule>(found - rules.begin());
+}
+
+std::vector<std::string_view> scheme_names() {
+    std::vector<std::string_view> names;
+    for (const kvrimage::ecc_scheme_name& each : kvrimage::ecc_scheme::known()) {
+        names.push_back(each.name);
+    }
+    return names;
+}
+
+std::string parse_scheme(std::string_view name, std::string_view value) {
+    const std::vector<std::string_view> names = scheme_names();
+    if (!value.starts_with("masks:") && std::ranges::find(names, value) == names.end()) {
+        refuse(name, value, fmt::format("a scheme is masks:FILE or one of {}", fmt::join(names, ", ")));
+    }
+    return std::string(value);
+}
+
+/// Appends an operation to those of @p into.
+template <class Operation>
+void add_operation(arguments& into, std::string_view name, const char* value, Operation&& what) {
+    into.operations.push_back(
+        {value != nullptr ? fmt::format("--{} {}", name, value) : fmt::format("--{}", name),
+         std::forward<Operation>(what)});
+}
+
+/// The --reshape that option @p name belongs to.
+reshape_words& reshape_before(arguments& into, std::string_view name) {
+    reshape_words* const found = last_reshape(into.operations);
+    if (found == nullptr) {
+        usage_error(fmt::format("--{} belongs to a --reshape before it", name));
+    }
+    return *found;
 }
 
 address_unit parse_unit(std::string_view name, std::string_view value) {
@@ -185,6 +253,7 @@ void add_choices(std::vector<option_entry>& table) {
 
 // NOLINTNEXTLINE(readability-function-size): a table
 std::vector<option_entry> make_table() {
+    const std::string schemes = fmt::format("{}", fmt::join(scheme_names(), " "));
     const std::string with_radixes = format_titles([](const format& one) { return one.states_radix; });
     return {
         {option_id::from, '\0', "from", "FORMAT", readable_formats(),
@@ -216,6 +285,16 @@ std::vector<option_entry> make_table() {
          [](arguments& into, std::string_view name, const char* value) {
              into.depth = parse_size(name, value, kvrimage::deepest_memory);
          }},
+        {option_id::depth_in_order, 'd', "depth", "WORDS", "",
+         "words of IN (default: its own, or up to its highest address); after an operation, of OUT",
+         [](arguments& into, std::string_view name, const char* value) {
+             const std::uint64_t depth = parse_size(name, value, kvrimage::deepest_memory);
+             if (change_words(into.operations)) {
+                 add_operation(into, name, value, change_depth{depth});
+             } else {
+                 into.depth = depth;
+             }
+         }},
         {option_id::unit, '\0', "address-unit", "UNIT", "byte word",
          "what the file's addresses count, where it does not say: byte, word",
          [](arguments& into, std::string_view name, const char* value) {
@@ -234,6 +313,15 @@ std::vector<option_entry> make_table() {
          [](arguments& into, std::string_view name, const char* value) {
              into.pad = static_cast<std::uint8_t>(parse_number(name, value, 0xFF));
          }},
+        {option_id::pad_in_order, '\0', "pad", "VALUE", "",
+         "value for missing bytes of a word of IN; after --reshape, for missing bits of its words",
+         [](arguments& into, std::string_view name, const char* value) {
+             if (reshape_words* const reshape = last_reshape(into.operations)) {
+                 reshape->pad = value;
+             } else {
+                 into.pad = static_cast<std::uint8_t>(parse_number(name, value, 0xFF));
+             }
+         }},
         {option_id::keep_going, '\0', "keep-going", nullptr, "",
          "read a broken file as far as it can be; words in doubt are marked",
          [](arguments& into, std::string_view, const char*) { into.keep_going = true; }},
@@ -250,6 +338,87 @@ std::vector<option_entry> make_table() {
         {option_id::fill, '\0', "fill", "VALUE", "",
          "value for words that are never set: 31, -5, 0x1F, 0b1010, 0o17",
          [](arguments& into, std::string_view, const char* value) { into.fill = value; }},
+        {option_id::only, '\0', "only", "A..B,...", "", "keep these addresses only: 0x10..0x1F, 5..9,12",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, only_words{parse_ranges(name, value)});
+         }},
+        {option_id::except, '\0', "except", "A..B,...", "", "leave these addresses out",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, except_words{parse_ranges(name, value)});
+         }},
+        {option_id::move_to, '\0', "move-to", "ADDRESS", "",
+         "move the first address of the last --only, or the lowest word, to ADDRESS, all others with it",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, move_words{parse_address(name, value)});
+         }},
+        {option_id::fill_rest, '\0', "fill", "VALUE", "",
+         "value for words that are not set: 31, -5, 0x1F, 0b1010, 0o17",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, fill_rest{value});
+         }},
+        {option_id::mask, '\0', "mask", "BITS", "", "clear the bits of each word that are 0 in BITS",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, mask_words{value});
+         }},
+        {option_id::reverse_bits, '\0', "reverse-bits", nullptr, "", "turn the bits of each word around",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, reverse_bits{});
+         }},
+        {option_id::swap_bytes, '\0', "swap-bytes", nullptr, "", "turn the bytes of each word around",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, swap_bytes{});
+         }},
+        {option_id::invert, '\0', "invert", nullptr, "", "make each 0 a 1 and each 1 a 0",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, invert_words{});
+         }},
+        {option_id::reshape, '\0', "reshape", "BITS", "", "join or cut the words to words of BITS bits",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value,
+                           reshape_words{parse_small_size(name, value, kvrimage::widest_word)});
+         }},
+        {option_id::bit_order, '\0', "order", "ORDER", "low-first high-first",
+         "of --reshape: the first word is the low end (low-first) or the high end (high-first)",
+         [](arguments& into, std::string_view name, const char* value) {
+             reshape_before(into, name).order = parse_bit_order(name, value);
+         }},
+        {option_id::protect, '\0', "ecc", "SCHEME", schemes,
+         "add check bits: hamming, hsiao-39-32, even-parity or another scheme, or masks:FILE",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, protect_words{parse_scheme(name, value)});
+         }},
+        {option_id::strip_protection, '\0', "ecc-strip", "SCHEME", schemes,
+         "remove check bits, with single wrong bits corrected",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_operation(into, name, value, strip_protection{parse_scheme(name, value)});
+         }},
+        {option_id::check_protection, '\0', "ecc", "SCHEME", schemes,
+         "check the check bits of each word: the schemes are those of kvrmem convert",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.protection = parse_scheme(name, value);
+         }},
+        {option_id::lane_bits, '\0', "bits", "N", "", "lanes: each file has N bits of the words",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.lane_bits = parse_size(name, value, kvrimage::widest_word);
+         }},
+        {option_id::banks, '\0', "every", "N", "", "banks: N files take the words in turn",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.banks = parse_size(name, value, kvrimage::deepest_memory);
+         }},
+        {option_id::blocks, '\0', "blocks", "N", "", "blocks: N files of neighbouring words",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.blocks = parse_size(name, value, kvrimage::deepest_memory);
+         }},
+        {option_id::manifest, '\0', "manifest", "FILE", "FILE",
+         "JSON that says what the files are and how the memory was split",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.manifest = parse_file_name(name, value);
+         }},
+        {option_id::overlap, '\0', "overlap", "RULE", "error same first last",
+         "addresses that several files set: error (default), same, first, last",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.overlap = parse_overlap(name, value);
+         }},
         {option_id::no_runs, '\0', "no-runs", nullptr, "",
          fmt::format("give every address of a {} a line of its own",
                      format_titles([](const format& one) { return one.holds_ranges; })),

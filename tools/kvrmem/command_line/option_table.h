@@ -3,7 +3,9 @@
 #include "kvrimage/formats/format.h"
 #include "kvrimage/image/address_range.h"
 #include "kvrimage/image/radix.h"
+#include "kvrimage/operations/merge.h"
 #include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/operations/operation.h"
 #include "tools/kvrmem/surroundings/terminal.h"
 
 #include <fmt/format.h>
@@ -28,16 +30,36 @@ enum class option_id : std::uint8_t {
     to_radix,
     width,
     depth,
+    depth_in_order, ///< how deep the file is, or, after an operation, one more of them
     unit,
     order,
     base,
     pad,
+    pad_in_order, ///< for bytes of the file, or, after --reshape, for bits of its words
     read_choice,  ///< one of several options: what the formats leave open; see kvrimage::choice_kind
     write_choice, ///< the same for the output
     keep_going,
     data_radix,
     address_radix,
     fill,
+    only,
+    except,
+    move_to,
+    fill_rest,
+    mask,
+    reverse_bits,
+    swap_bytes,
+    invert,
+    reshape,
+    bit_order,
+    protect,
+    strip_protection,
+    check_protection,
+    lane_bits,
+    banks,
+    blocks,
+    manifest,
+    overlap,
     no_runs,
     output,
     json,
@@ -81,6 +103,13 @@ struct arguments {
     std::optional<kvrimage::radix> data_radix;
     std::optional<kvrimage::radix> address_radix;
     std::optional<std::string> fill;
+    std::vector<operation> operations;     ///< in the order of the command line
+    std::optional<std::string> protection; ///< the scheme to check
+    std::optional<std::uint64_t> lane_bits;
+    std::optional<std::uint64_t> banks;
+    std::optional<std::uint64_t> blocks;
+    std::optional<std::string> manifest;
+    kvrimage::overlap_rule overlap = kvrimage::overlap_rule::refuse;
     std::optional<std::string> output;
     std::optional<word_radix> radix;
     std::optional<word_radix> from_radix;

@@ -7,6 +7,7 @@
 #include "tools/kvrmem/files/check_report.h"
 #include "tools/kvrmem/files/diagnostic_colors.h"
 #include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/protection_report.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -18,31 +19,50 @@
 #include <cstdio>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace kvrmem {
 
 namespace {
 
+/// What was found in a file.
+struct checked_file {
+    memory_input input;
+    std::optional<protection_result> protection; ///< with --ecc, of a file that could be read
+
+    [[nodiscard]] std::uint64_t wrong_words() const { return protection ? protection->wrong() : 0; }
+};
+
 /// What a run has found in all its files.
 struct check_totals {
     diagnostic_counts found;
+    std::uint64_t wrong_words = 0;       ///< with bits that the check bits do not agree to
     std::uint64_t files = 0;             ///< that could be checked
     std::uint64_t faulty = 0;            ///< of these, with diagnostics
     std::uint64_t refused = 0;           ///< that could not be checked
     exit_code refusal = exit_code::fine; ///< the worst reason why a file could not be checked
 
-    void add(const diagnostic_counts& of_file) {
+    void add(const checked_file& file) {
+        const diagnostic_counts of_file(file.input.result);
         found.add(of_file);
+        wrong_words += file.wrong_words();
         ++files;
-        faulty += of_file.none() ? 0U : 1U;
+        faulty += of_file.none() && file.wrong_words() == 0 ? 0U : 1U;
     }
     void refuse(exit_code reason) {
         ++refused;
         refusal = std::max(refusal, reason);
     }
     [[nodiscard]] exit_code verdict(bool strict) const {
-        return std::max(refusal, found.fail(strict) ? exit_code::negative : exit_code::fine);
+        return std::max(refusal,
+                        found.fail(strict) || wrong_words != 0 ? exit_code::negative : exit_code::fine);
+    }
+    /// "1 error, 2 words with wrong bits"
+    [[nodiscard]] std::string faults() const {
+        const std::string words =
+            wrong_words != 0 ? counted(wrong_words, "word") + " with wrong bits" : std::string();
+        return found.none() ? words : found.text() + (words.empty() ? "" : ", ") + words;
     }
 };
 
@@ -53,11 +73,11 @@ std::string summary(const check_totals& totals, const std::string& only) {
     }
     if (!only.empty()) {
         return totals.faulty == 0 ? fmt::format("{}: no faults\n", only)
-                                  : fmt::format("{} in {}\n", totals.found.text(), only);
+                                  : fmt::format("{} in {}\n", totals.faults(), only);
     }
     const std::string left_out = totals.refused == 0 ? "" : fmt::format(", {} not checked", totals.refused);
     return totals.faulty == 0 ? fmt::format("{}: no faults{}\n", counted(totals.files, "file"), left_out)
-                              : fmt::format("{} in {} of {}{}\n", totals.found.text(), totals.faulty,
+                              : fmt::format("{} in {} of {}{}\n", totals.faults(), totals.faulty,
                                             counted(totals.files + totals.refused, "file"), left_out);
 }
 
@@ -71,7 +91,7 @@ public:
 
     /// How many diagnostics of a class are kept.
     [[nodiscard]] virtual std::size_t most_diagnostics() const = 0;
-    virtual void take(const memory_input& input) = 0;
+    virtual void take(const checked_file& file) = 0;
     virtual void take_refused(const std::string& path, std::string_view reason) = 0;
     virtual void finish(const check_totals& totals) = 0;
 };
@@ -79,7 +99,7 @@ public:
 class quiet_output : public check_output {
 public:
     [[nodiscard]] std::size_t most_diagnostics() const override { return 1; }
-    void take(const memory_input& /*input*/) override {}
+    void take(const checked_file& /*file*/) override {}
     void take_refused(const std::string& /*path*/, std::string_view /*reason*/) override {}
     void finish(const check_totals& /*totals*/) override {}
 };
@@ -91,8 +111,12 @@ public:
           paint(diagnostic_painter(stdout, arguments_given.color)) {}
 
     [[nodiscard]] std::size_t most_diagnostics() const override { return most_shown; }
-    void take(const memory_input& input) override {
+    void take(const checked_file& file) override {
+        const memory_input& input = file.input;
         print(report_as_text(input.name(), input.file.contents(), input.result, paint));
+        if (file.protection) {
+            print(protection_as_text(input.name(), *file.protection));
+        }
     }
     void take_refused(const std::string& path, std::string_view /*reason*/) override {
         refused.append(refused.empty() ? "" : ", ").append(kvrimage::title_of_input(path));
@@ -114,8 +138,12 @@ private:
 class json_output : public check_output {
 public:
     [[nodiscard]] std::size_t most_diagnostics() const override { return most_in_json; }
-    void take(const memory_input& input) override {
-        files.push_back(report_as_json(input.path, input.result));
+    void take(const checked_file& file) override {
+        json_value report = report_as_json(file.input.path, file.input.result);
+        if (file.protection) {
+            report["ecc"] = protection_as_json(*file.protection);
+        }
+        files.push_back(std::move(report));
     }
     void take_refused(const std::string& path, std::string_view reason) override {
         refused.push_back({{"file", json_name(path)}, {"message", kvrimage::make_visible(reason).text}});
@@ -134,16 +162,20 @@ private:
     json_value refused = json_value::array();
 };
 
-memory_input check_file(const arguments& given, const std::string& path, std::size_t most_diagnostics) {
+checked_file check_file(const arguments& given, const std::string& path, std::size_t most_diagnostics) {
     memory_input input = open_memory(given, path);
     kvrimage::check_options options = check_options_for(given, input.options);
     options.read.most_diagnostics = most_diagnostics;
     input.result = kvrimage::check(input.file.contents(), options);
-    return input;
+    std::optional<protection_result> protection;
+    if (given.protection && input.result.image) {
+        protection = check_protection(input, *given.protection);
+    }
+    return {std::move(input), std::move(protection)};
 }
 
 /// Nothing for a file that cannot be checked, which is reported: the others are checked all the same.
-std::optional<memory_input> check_or_report(const arguments& given, const std::string& path,
+std::optional<checked_file> check_or_report(const arguments& given, const std::string& path,
                                             check_totals& totals, check_output& output) {
     const auto refuse = [&](exit_code code, std::string_view reason) {
         totals.refuse(code);
@@ -163,9 +195,9 @@ std::optional<memory_input> check_or_report(const arguments& given, const std::s
 exit_code check_files(const arguments& given, check_output&& output) {
     check_totals totals;
     for (const std::string& path : given.files) {
-        if (const std::optional<memory_input> input = check_or_report(given, path, totals, output)) {
-            totals.add(diagnostic_counts(input->result));
-            output.take(*input);
+        if (const std::optional<checked_file> file = check_or_report(given, path, totals, output)) {
+            totals.add(*file);
+            output.take(*file);
         }
     }
     output.finish(totals);
@@ -192,12 +224,22 @@ exit_code check(const arguments& given) {
     return given.json ? check_files(given, json_output()) : check_files(given, text_output(given));
 }
 
-constexpr std::array check_options_taken = {
-    option_id::from,   option_id::width,       option_id::depth,
-    option_id::unit,   option_id::order,       option_id::base,
-    option_id::pad,    option_id::read_choice, option_id::consumer,
-    option_id::strict, option_id::quiet,       option_id::json,
-    option_id::fix,    option_id::output,      option_id::force_overwrite};
+constexpr std::array check_options_taken = {option_id::from,
+                                            option_id::width,
+                                            option_id::depth,
+                                            option_id::unit,
+                                            option_id::order,
+                                            option_id::base,
+                                            option_id::pad,
+                                            option_id::read_choice,
+                                            option_id::consumer,
+                                            option_id::strict,
+                                            option_id::check_protection,
+                                            option_id::quiet,
+                                            option_id::json,
+                                            option_id::fix,
+                                            option_id::output,
+                                            option_id::force_overwrite};
 
 } // namespace
 
@@ -217,6 +259,7 @@ const command check_command = {
     "  $ kvrmem check boot.mif\n"
     "  $ kvrmem check --width 16 --depth 4096 *.hex\n"
     "  $ kvrmem check --fix -o boot_fixed.hex boot.hex\n"
+    "  $ kvrmem check --ecc hamming protected.mif\n"
     "  $ kvrmem check --json boot.mif | jq '.files[].diagnostics[].message'\n"
     "  $ kvrmem check --from mif - < table.txt\n",
     "An error is where the meaning of a file is in doubt, so that no command takes\n"
@@ -225,6 +268,11 @@ const command check_command = {
     "instead. A warning is what is read though it is hardly meant so.\n"
     "A --width or --depth is a limit, and what breaks it is an error. The exit code\n"
     "is 1 when a file has errors, with --strict also when it has warnings.\n"
+    "\n"
+    "--ecc checks the words against their check bits and says which bits are wrong. That\n"
+    "is an error. masks:FILE is a scheme whose masks stand in FILE, one hexadecimal\n"
+    "number a line, that of check bit 0 first, and a line invert HEX for check bits to\n"
+    "invert.\n"
     "\n"
     "Of each file the first 100 of each kind are shown, in JSON 10000. What has one\n"
     "cause is reported once, with its first places. --fix mends what is certain and\n"

@@ -12,10 +12,10 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::array<const command*, 13> commands = {
-    &convert_command, &check_command, &info_command,    &get_command,  &dump_command,
-    &set_command,     &fill_command,  &diff_command,    &plot_command, &sum_command,
-    &new_command,     &radix_command, &formats_command,
+constexpr std::array<const command*, 16> commands = {
+    &convert_command, &check_command, &info_command,  &get_command,     &dump_command, &set_command,
+    &fill_command,    &split_command, &join_command,  &merge_command,   &sum_command,  &diff_command,
+    &plot_command,    &new_command,   &radix_command, &formats_command,
 };
 
 } // namespace

@@ -15,10 +15,13 @@ extern const command fill_command;
 extern const command formats_command;
 extern const command get_command;
 extern const command info_command;
+extern const command join_command;
+extern const command merge_command;
 extern const command new_command;
 extern const command plot_command;
 extern const command radix_command;
 extern const command set_command;
+extern const command split_command;
 extern const command sum_command;
 
 /// In the order in which the help shows them.

@@ -1,0 +1,126 @@
+#include "kvrimage/files/file_name.h"
+#include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/files/format_choice.h"
+#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/memory_output.h"
+#include "tools/kvrmem/files/output_files.h"
+#include "tools/kvrmem/files/written_memory.h"
+#include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/split/manifest.h"
+#include "tools/kvrmem/split/split_plan.h"
+#include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvrmem {
+
+namespace {
+
+constexpr std::string_view number_place = "%d";
+
+/// @throws tool_error (wrong usage) when @p pattern has not exactly one place for a number
+void require_pattern(const std::string& pattern) {
+    const std::size_t place = pattern.find(number_place);
+    if (place == std::string::npos || pattern.find('%') != place ||
+        pattern.find('%', place + 1) != std::string::npos) {
+        usage_error(fmt::format("{}: the pattern needs one %d for the number of a file, and no other %",
+                                kvrimage::title_of_output(pattern)));
+    }
+}
+
+std::vector<std::string> names_by(const std::string& pattern, std::size_t count) {
+    std::vector<std::string> names;
+    for (std::size_t index = 0; index < count; ++index) {
+        names.push_back(std::string(pattern).replace(pattern.find(number_place), number_place.size(),
+                                                     fmt::format("{}", index)));
+    }
+    return names;
+}
+
+/// @throws tool_error when one of @p parts cannot be written to its file, or not without harm
+void require_writable_parts(const arguments& given, const memory_input& input,
+                            const std::vector<kvrimage::memory_image>& parts,
+                            const std::vector<std::string>& names, const kvrimage::write_options& options) {
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        if (!parts[index].bounds()) {
+            throw tool_error(
+                exit_code::bad_input,
+                fmt::format("{}: error: no word of {} is set; --fill VALUE gives all of them one",
+                            input.name(), kvrimage::title_of_output(names[index])));
+        }
+        require_writable(given, parts[index], names[index], options);
+        if (!given.force) {
+            require_harmless(parts[index], {input.name(), input.file.contents().size()}, options,
+                             names[index]);
+        }
+    }
+}
+
+exit_code split(const arguments& given) {
+    const std::string& pattern = given.files[1];
+    require_pattern(pattern);
+    const split_plan plan = plan_of(given);
+    memory_input input = read_memory(given, given.files[0]);
+    kvrimage::memory_image& image = *input.result.image;
+    if (given.fill) {
+        image.fill_unset(word_of_user(*given.fill, image.width(), "--fill " + *given.fill));
+    }
+    const kvrimage::write_options options = write_options_for(given, pattern, input.result.facts);
+    const std::vector<kvrimage::memory_image> parts = parts_of(image, plan);
+    const std::vector<std::string> names = names_by(pattern, parts.size());
+    require_writable_parts(given, input, parts, names, options);
+    output_files files;
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        files.add(names[index], parts[index], options);
+    }
+    if (given.manifest) {
+        const manifest what = {plan, image.width(), image.depth(), std::string(options.as->id), names};
+        files.add(*given.manifest, manifest_text(what, *given.manifest));
+    }
+    files.commit();
+    note_width(input);
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(), title_of_read(input), names[index],
+                         title_of_written(options), written_words(parts[index], *options.as)));
+    }
+    note_other_extension(pattern, *options.as);
+    return exit_code::fine;
+}
+
+constexpr std::array split_options = {
+    option_id::lane_bits,       option_id::banks,         option_id::blocks,
+    option_id::manifest,        option_id::from,          option_id::to,
+    option_id::width,           option_id::depth,         option_id::unit,
+    option_id::order,           option_id::base,          option_id::pad,
+    option_id::read_choice,     option_id::fill,          option_id::write_choice,
+    option_id::data_radix,      option_id::address_radix, option_id::no_runs,
+    option_id::force_conversion};
+
+} // namespace
+
+const command split_command = {
+    "split",
+    "FILE PATTERN",
+    "Split a memory into files: lanes of its words, banks or blocks of its addresses.",
+    "  $ kvrmem split --bits 8 boot.mif lane%d.mif\n"
+    "  $ kvrmem split --every 2 --manifest boot.json boot.mif bank%d.hex\n"
+    "  $ kvrmem split --blocks 4 --fill 0 boot.mif part%d.mif\n",
+    "--bits N makes a file for each N bits of the words, the lowest ones first; --every N\n"
+    "makes N files that take the words in turn; --blocks N makes N files of neighbouring\n"
+    "words. Widths and depths that do not divide are refused. In PATTERN %d is the number\n"
+    "of a file, from 0 on; its extension says the format, or --to. --manifest FILE says in\n"
+    "JSON what the files are, from which kvrmem join makes the memory again. All files are\n"
+    "written, or none.\n",
+    2,
+    2,
+    split_options,
+    split};
+
+} // namespace kvrmem

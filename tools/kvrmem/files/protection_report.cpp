@@ -1,0 +1,88 @@
+#include "tools/kvrmem/files/protection_report.h"
+
+#include "tools/kvrmem/operations/named_scheme.h"
+#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <functional>
+#include <numeric>
+#include <stdexcept>
+#include <utility>
+
+namespace kvrmem {
+
+namespace {
+
+using kvrimage::ecc_finding;
+
+/// "address 0x5", "addresses 0x5..0x8", "addresses 0x5, 0x7..0xB (4 words)"
+std::string addresses_of(const ecc_finding& found) {
+    if (found.count == 1) {
+        return fmt::format("address 0x{:X}", found.address);
+    }
+    const std::uint64_t last = found.address + (found.count - 1) * found.step;
+    if (found.step == 1) {
+        return fmt::format("addresses 0x{:X}..0x{:X}", found.address, last);
+    }
+    return fmt::format("addresses 0x{:X}, 0x{:X}..0x{:X} ({})", found.address, found.address + found.step,
+                       last, counted(found.count, "word"));
+}
+
+std::uint64_t words_of(const std::vector<ecc_finding>& findings) {
+    return std::transform_reduce(findings.begin(), findings.end(), std::uint64_t{0}, std::plus<>(),
+                                 [](const ecc_finding& each) { return each.count; });
+}
+
+} // namespace
+
+protection_result check_protection(const memory_input& input, const std::string& scheme) {
+    const std::string title = fmt::format("{}: --ecc {}", input.name(), scheme);
+    try {
+        const kvrimage::ecc_scheme bits = scheme_of_protected(scheme, input.image().width());
+        return {scheme, kvrimage::check_protection(input.image(), bits), weakness_of(scheme, bits)};
+    } catch (const std::invalid_argument& error) {
+        usage_error(fmt::format("{}: {}", title, error.what()));
+    } catch (const std::domain_error& error) {
+        throw tool_error(exit_code::bad_input, fmt::format("{}: {}", title, error.what()));
+    }
+}
+
+std::string protection_as_text(const std::string& name, const protection_result& result) {
+    std::string text;
+    for (const ecc_finding& each : result.report.findings) {
+        text += fmt::format("{}: error: {}: {}\n", name, addresses_of(each),
+                            each.bit ? fmt::format("bit {} is wrong", *each.bit)
+                                     : std::string("bits are wrong, and the check bits do not say which"));
+    }
+    if (const std::uint64_t shown = words_of(result.report.findings); shown != result.wrong()) {
+        text += fmt::format("{}: {} with wrong bits beyond these\n", name,
+                            counted(result.wrong() - shown, "word"));
+    }
+    return text + fmt::format("{}: {} checked by {}: {}{}\n", name, counted(result.report.checked, "word"),
+                              result.scheme,
+                              result.wrong() == 0
+                                  ? std::string("no wrong bit")
+                                  : fmt::format("{} can be corrected, {} cannot", result.report.corrected,
+                                                result.report.damaged),
+                              result.weakness);
+}
+
+json_value protection_as_json(const protection_result& result) {
+    json_value findings = json_value::array();
+    for (const ecc_finding& each : result.report.findings) {
+        findings.push_back({{"address", each.address},
+                            {"count", each.count},
+                            {"step", each.step},
+                            {"bit", each.bit ? json_value(*each.bit) : json_value(nullptr)}});
+    }
+    return {{"scheme", json_name(result.scheme)},
+            {"checked", result.report.checked},
+            {"corrected", result.report.corrected},
+            {"damaged", result.report.damaged},
+            {"findings", std::move(findings)}};
+}
+
+} // namespace kvrmem

@@ -1,0 +1,120 @@
+#include "tools/kvrmem/files/written_memory.h"
+
+#include "kvrimage/files/file_name.h"
+#include "kvrimage/formats/registry.h"
+#include "tools/kvrmem/command_line/whole_command.h"
+#include "tools/kvrmem/files/format_choice.h"
+#include "tools/kvrmem/files/lost_comments.h"
+#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <vector>
+
+namespace kvrmem {
+
+namespace {
+
+using kvrimage::format;
+using kvrimage::memory_image;
+using kvrimage::write_options;
+
+/// "MIF in HEX"; "RIF" for a format without radixes; "Intel HEX, word addresses" where addresses may count
+/// bytes.
+std::string title_of_file(const format& as, const std::optional<kvrimage::radix>& radix,
+                          kvrimage::address_unit unit) {
+    std::string title(as.title);
+    if (as.states_radix) {
+        title += fmt::format(" in {}", kvrimage::title_of(radix.value_or(kvrimage::radix::hex)));
+    }
+    if (as.counts != kvrimage::address_unit::word) {
+        title += unit == kvrimage::address_unit::byte ? ", byte addresses" : ", word addresses";
+    }
+    return title;
+}
+
+/// A few bytes can stand for billions of words, which a user who mistyped a number does not want on the disk.
+/// @return "28.0 GiB, from the 65 bytes of in.mif" when the output would be huge, and out of proportion to
+/// the input; else "".
+std::string excessive_size(const memory_image& image, const output_source& source,
+                           const write_options& options) {
+    constexpr std::uint64_t gibibyte = std::uint64_t{1} << 30U;
+    constexpr std::uint64_t most_growth = 100;
+    constexpr std::uint64_t most_characters_beside_word = 96;
+    const std::uint64_t longest_line = most_characters_beside_word + image.width();
+    if (image.count_set() <= gibibyte / longest_line || options.as->written_size == nullptr) {
+        return "";
+    }
+    const std::uint64_t size = options.as->written_size(image, options);
+    if (size <= gibibyte || size / most_growth <= source.file_size) {
+        return "";
+    }
+    return fmt::format("{:.1f} GiB, from the {} of {}",
+                       static_cast<double>(size) / static_cast<double>(gibibyte),
+                       counted(source.file_size, "byte"), source.name);
+}
+
+/// The first format that can be written and is another one than that of the input.
+const format& some_other_format(const format& of_input) {
+    const auto all = kvrimage::formats();
+    return **std::ranges::find_if(
+        all, [&of_input](const format* each) { return each->write != nullptr && each != &of_input; });
+}
+
+const format& format_of_output(const arguments& given, const std::string& target, const format& of_input) {
+    if (given.to != nullptr || kvrimage::format_of_path(target) != nullptr) {
+        return format_for(given.to, target, "--to");
+    }
+    const std::vector<std::string> example = {fmt::format("--to {}", some_other_format(of_input).id)};
+    const std::string line = command_with(given, example);
+    usage_error(fmt::format("{}: the name does not tell the format; give --to (kvrmem formats lists them){}",
+                            target, line.empty() ? "" : ", for example " + line));
+}
+
+} // namespace
+
+write_options write_options_for(const arguments& given, const std::string& target,
+                                const kvrimage::file_facts& like) {
+    write_options options;
+    options.as = &format_of_output(given, target, *like.as);
+    options.address_radix = given.address_radix ? given.address_radix : like.address_radix;
+    options.data_radix = given.data_radix ? given.data_radix : like.data_radix;
+    options.runs = !given.no_runs;
+    options.order = given.order;
+    options.choices = given.write_choices;
+    options.file_name = target;
+    return options;
+}
+
+std::string title_of_read(const memory_input& input) {
+    const kvrimage::file_facts& facts = input.result.facts;
+    return title_of_file(*facts.as, facts.data_radix, facts.unit.value_or(facts.as->counts));
+}
+
+std::string title_of_written(const write_options& options) {
+    return title_of_file(*options.as, options.data_radix, options.as->counts);
+}
+
+std::string written_words(const memory_image& image, const format& written) {
+    const std::uint64_t count = written.states_depth ? image.depth() : image.count_set();
+    const std::string part = count < image.depth() ? fmt::format("{} of ", count) : std::string();
+    return fmt::format("{}{} of {}", part, counted(image.depth(), "word"), counted(image.width(), "bit"));
+}
+
+void require_harmless(const memory_image& image, const output_source& source, const write_options& options,
+                      const std::string& target) {
+    const std::string size = excessive_size(image, source, options);
+    if (size.empty()) {
+        require_no_lost_comments(target, "");
+        return;
+    }
+    const std::string lost = lost_comments(target, "");
+    usage_error(fmt::format("{}: would write {}{}; --force writes it", kvrimage::title_of_output(target),
+                            size, lost.empty() ? "" : fmt::format(", and lose {}", lost)));
+}
+
+} // namespace kvrmem

@@ -1,0 +1,133 @@
+#include "tools/kvrmem/operations/named_scheme.h"
+
+#include "kvrimage/files/input_file.h"
+#include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <optional>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+namespace kvrmem {
+
+namespace {
+
+using kvrimage::ecc_scheme;
+using kvrimage::word;
+
+constexpr std::string_view prefix_of_file = "masks:";
+constexpr std::string_view blanks = " \t\r";
+
+bool names_file(std::string_view name) {
+    return name.starts_with(prefix_of_file);
+}
+
+/// A number of a file of masks.
+struct mask_line {
+    std::string_view digits;
+    std::uint64_t line;
+};
+
+/// What a file of masks holds, as texts: which width they have is not known before all are counted.
+struct mask_texts {
+    std::vector<mask_line> masks;
+    std::optional<mask_line> inverted;
+};
+
+std::string_view without_blanks(std::string_view text) {
+    const std::size_t first = text.find_first_not_of(blanks);
+    return first == std::string_view::npos ? ""
+                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+}
+
+/// The text of a line without what is around it.
+std::string_view statement_of(std::string_view line) {
+    return without_blanks(line.substr(0, line.find('#')));
+}
+
+std::string_view without_prefix(std::string_view digits) {
+    return digits.starts_with("0x") || digits.starts_with("0X") ? digits.substr(2) : digits;
+}
+
+mask_texts split_masks(std::string_view contents) {
+    constexpr std::string_view keyword = "invert";
+    mask_texts found;
+    for (std::uint64_t line = 1; !contents.empty(); ++line) {
+        const std::size_t end = std::min(contents.find('\n'), contents.size());
+        const std::string_view statement = statement_of(contents.substr(0, end));
+        contents.remove_prefix(std::min(end + 1, contents.size()));
+        if (statement.starts_with(keyword)) {
+            found.inverted = {without_prefix(without_blanks(statement.substr(keyword.size()))), line};
+        } else if (!statement.empty()) {
+            found.masks.push_back({without_prefix(statement), line});
+        }
+    }
+    return found;
+}
+
+/// The word of @p width bits that @p number is.
+word word_of_line(const std::string& file, const mask_line& number, std::uint32_t width) {
+    const kvrimage::word_result parsed = word::parse(number.digits, kvrimage::radix::hex, width);
+    if (!parsed.value) {
+        throw tool_error(exit_code::bad_input,
+                         fmt::format("{}:{}: error: {}", file, number.line,
+                                     describe(*parsed.fault, number.digits, kvrimage::radix::hex, width)));
+    }
+    return *parsed.value;
+}
+
+/// @param has_checks whether words of @p width bits have their check bits already
+ecc_scheme scheme_of_file(const std::string& path, std::uint32_t width, bool has_checks) {
+    const kvrimage::input_file file(path);
+    const mask_texts texts = split_masks(file.contents());
+    const auto checks = static_cast<std::uint32_t>(texts.masks.size());
+    if (checks == 0) {
+        throw tool_error(exit_code::bad_input, fmt::format("{}: error: no mask in it", file.name()));
+    }
+    if (has_checks && checks >= width) {
+        throw tool_error(exit_code::bad_input, fmt::format("{}: error: {} masks, where a word has {} bits",
+                                                           file.name(), checks, width));
+    }
+    std::vector<word> masks;
+    for (const mask_line& each : texts.masks) {
+        masks.push_back(word_of_line(file.name(), each, has_checks ? width - checks : width));
+    }
+    const word inverted = texts.inverted ? word_of_line(file.name(), *texts.inverted, checks) : word(checks);
+    if (inverted.has_dont_care()) {
+        throw tool_error(exit_code::bad_input, fmt::format("{}:{}: error: don't-care bits in a mask",
+                                                           file.name(), texts.inverted->line));
+    }
+    // Of more than 64 masks no scheme is made.
+    return ecc_scheme::of_masks(masks, inverted.to_unsigned().value_or(0));
+}
+
+std::string path_of(const std::string& name) {
+    return name.substr(prefix_of_file.size());
+}
+
+} // namespace
+
+ecc_scheme scheme_for_data(const std::string& name, std::uint32_t width) {
+    return names_file(name) ? scheme_of_file(path_of(name), width, false) : ecc_scheme::named(name, width);
+}
+
+ecc_scheme scheme_of_protected(const std::string& name, std::uint32_t width) {
+    return names_file(name) ? scheme_of_file(path_of(name), width, true)
+                            : ecc_scheme::of_protected(name, width);
+}
+
+std::string weakness_of(const std::string& name, const ecc_scheme& scheme) {
+    const kvrimage::ecc_strength strength = scheme.strength();
+    if (!names_file(name) || (strength.corrects_single && strength.finds_double)) {
+        return "";
+    }
+    const char* const no_single = strength.finds_single ? "correct each wrong bit" : "find each wrong bit";
+    return fmt::format("; these masks do not {}{}{}", strength.corrects_single ? "" : no_single,
+                       strength.corrects_single || strength.finds_double ? "" : ", nor ",
+                       strength.finds_double ? "" : "find each two wrong bits");
+}
+
+} // namespace kvrmem

@@ -1,0 +1,136 @@
+#include "tools/kvrmem/split/manifest.h"
+
+#include "kvrimage/files/file_name.h"
+#include "kvrimage/files/input_file.h"
+#include "kvrimage/formats/registry.h"
+#include "kvrimage/image/word.h"
+#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/json.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
+
+#include <fmt/format.h>
+
+#include <algorithm>
+#include <array>
+#include <filesystem>
+#include <string_view>
+
+namespace kvrmem {
+
+namespace {
+
+constexpr std::string_view schema = "kvrmem-split-1";
+
+/// In the order of split_plan::kind.
+constexpr std::array<std::string_view, 3> kinds = {"lanes", "banks", "blocks"};
+
+std::filesystem::path folder_of(const std::string& path) {
+    return path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path();
+}
+
+[[noreturn]] void refuse_manifest(const std::string& path, std::string_view what) {
+    throw tool_error(exit_code::bad_input,
+                     fmt::format("{}: error: {}", kvrimage::title_of_input(path), what));
+}
+
+/// Takes the members of a document, each of which must be there and of its kind.
+class manifest_reader {
+public:
+    manifest_reader(const json_value& read, const std::string& path) : document(read), file(path) {}
+
+    [[nodiscard]] manifest take() const {
+        if (!document.is_object() || text("schema") != schema) {
+            refuse_manifest(file, fmt::format("it is no {}", schema));
+        }
+        const auto width = static_cast<std::uint32_t>(number("width", kvrimage::widest_word));
+        const std::uint64_t depth = number("depth", kvrimage::deepest_memory);
+        const split_plan plan = {kind(), number("n", kvrimage::deepest_memory)};
+        const manifest found = {plan, width, depth, format(), files()};
+        const std::uint64_t divided = plan.how == split_plan::kind::lanes ? width : depth;
+        if (divided % plan.number != 0) {
+            refuse_manifest(file, fmt::format("\"n\": {} is no divisor of {}", plan.number, divided));
+        }
+        if (found.files.size() != plan.part_count(width)) {
+            refuse_manifest(file, fmt::format("\"files\" has {}, where {} are needed",
+                                              counted(found.files.size(), "name"), plan.part_count(width)));
+        }
+        return found;
+    }
+
+private:
+    [[nodiscard]] const json_value& member(const char* name) const {
+        const auto found = document.find(name);
+        if (found == document.end()) {
+            refuse_manifest(file, fmt::format("\"{}\" is missing", name));
+        }
+        return *found;
+    }
+    [[nodiscard]] std::string text(const char* name) const {
+        const json_value& found = member(name);
+        return found.is_string() ? found.get<std::string>() : std::string();
+    }
+    [[nodiscard]] std::uint64_t number(const char* name, std::uint64_t largest) const {
+        const json_value& found = member(name);
+        const std::uint64_t value = found.is_number_unsigned() ? found.get<std::uint64_t>() : 0;
+        if (value == 0 || value > largest) {
+            refuse_manifest(file, fmt::format("\"{}\" is no number from 1 to {}", name, largest));
+        }
+        return value;
+    }
+    [[nodiscard]] split_plan::kind kind() const {
+        const auto found = std::ranges::find(kinds, text("kind"));
+        if (found == kinds.end()) {
+            refuse_manifest(file, "\"kind\" is none of lanes, banks and blocks");
+        }
+        return static_cast<split_plan::kind>(found - kinds.begin());
+    }
+    [[nodiscard]] std::string format() const {
+        const std::string id = text("format");
+        if (kvrimage::format_of_name(id) == nullptr) {
+            refuse_manifest(file, "\"format\" is none that kvrmem formats lists");
+        }
+        return id;
+    }
+    [[nodiscard]] std::vector<std::string> files() const {
+        const json_value& names = member("files");
+        std::vector<std::string> paths;
+        for (const json_value& name : names) {
+            if (!names.is_array() || !name.is_string() || name.get_ref<const std::string&>().empty()) {
+                refuse_manifest(file, "\"files\" is no list of names");
+            }
+            paths.push_back((folder_of(file) / name.get<std::string>()).string());
+        }
+        return paths;
+    }
+
+    const json_value& document;
+    const std::string& file;
+};
+
+} // namespace
+
+std::string manifest_text(const manifest& what, const std::string& path) {
+    constexpr int indentation = 2;
+    json_value names = json_value::array();
+    for (const std::string& file : what.files) {
+        const std::string name = std::filesystem::path(file).lexically_proximate(folder_of(path)).string();
+        if (json_name(name) != name) {
+            usage_error(fmt::format("--manifest: the name {} is not UTF-8", kvrimage::title_of_output(name)));
+        }
+        names.push_back(name);
+    }
+    const json_value document = {
+        {"schema", schema},      {"kind", kinds[static_cast<std::size_t>(what.plan.how)]},
+        {"n", what.plan.number}, {"width", what.width},
+        {"depth", what.depth},   {"format", what.format},
+        {"files", names}};
+    return document.dump(indentation) + "\n";
+}
+
+manifest read_manifest(const std::string& path) {
+    const kvrimage::input_file file(path);
+    const json_value document = json_value::parse(file.contents(), nullptr, false);
+    return manifest_reader(document, path).take();
+}
+
+} // namespace kvrmem

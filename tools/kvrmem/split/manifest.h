@@ -1,0 +1,28 @@
+#pragma once
+
+#include "tools/kvrmem/split/split_plan.h"
+
+#include <cstdint>
+#include <string>
+#include <vector>
+
+namespace kvrmem {
+
+/// What a file says of the parts of a memory, in the schema kvrmem-split-1.
+struct manifest {
+    split_plan plan;
+    std::uint32_t width;            ///< of the whole memory
+    std::uint64_t depth;            ///< likewise
+    std::string format;             ///< of the files: its identifier
+    std::vector<std::string> files; ///< as paths from the working directory
+};
+
+/// The text of the file @p path, which names its files as paths from its own folder.
+/// @throws tool_error (wrong usage) for a name that is not UTF-8
+[[nodiscard]] std::string manifest_text(const manifest& what, const std::string& path);
+
+/// Reads the file @p path.
+/// @throws kvrimage::file_error when that cannot be read; tool_error (bad input) when it is no manifest
+[[nodiscard]] manifest read_manifest(const std::string& path);
+
+} // namespace kvrmem
