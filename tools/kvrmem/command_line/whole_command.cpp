@@ -60,9 +60,12 @@ std::string_view name_in(std::string_view option) {
     return name.substr(std::min(name.find_first_not_of('-'), name.size()));
 }
 
-const option_entry* entry_called(std::string_view name) {
+/// The option of @p which that is called @p name; null where there is none.
+const option_entry* entry_called(const command& which, std::string_view name) {
     const auto table = option_table();
-    const auto found = std::ranges::find(table, name, &option_entry::name);
+    const auto found = std::ranges::find_if(table, [&which, name](const option_entry& entry) {
+        return entry.name == name && takes(which, entry.id);
+    });
     return found != table.end() ? &*found : nullptr;
 }
 
@@ -96,15 +99,19 @@ std::string command_with(const arguments& given, std::span<const std::string> ad
         return "";
     }
     std::string line = "kvrmem " + given.words.front();
+    std::string options;
     std::vector<const option_entry*> replaced_ones;
     for (const std::string& option : added) {
-        const option_entry* const entry = entry_called(name_in(option));
-        if (entry == nullptr || !takes(*given.which, entry->id)) {
+        const option_entry* const entry = entry_called(*given.which, name_in(option));
+        if (entry == nullptr) {
             return "";
         }
         replaced_ones.push_back(entry);
-        line += " " + option;
+        options += " " + option;
     }
+    // Operations are made in the order of the command line: those before must have been made.
+    const bool comes_last = !given.operations.empty();
+    line += comes_last ? "" : options;
     for (std::size_t index = 1; index < given.words.size(); ++index) {
         const std::string& word = given.words[index];
         const auto found = std::ranges::find_if(
@@ -115,7 +122,7 @@ std::string command_with(const arguments& given, std::span<const std::string> ad
             ++index;
         }
     }
-    return line;
+    return comes_last ? line + options : line;
 }
 
 std::string command_with_replaced(std::span<const std::string> words, std::string_view wrong,
@@ -130,8 +137,7 @@ std::string command_with_replaced(std::span<const std::string> words, std::strin
 
 std::optional<std::string_view> option_meant_by(const command& which, std::string_view given) {
     for (const other_name& each : other_names) {
-        const option_entry* const entry = entry_called(name_in(each.meant));
-        if (each.given == given && entry != nullptr && takes(which, entry->id)) {
+        if (each.given == given && entry_called(which, name_in(each.meant)) != nullptr) {
             return each.meant;
         }
     }
