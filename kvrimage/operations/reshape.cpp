@@ -208,9 +208,10 @@ private:
         const std::size_t length = most_characters_of_word(radix::hex, width);
         const std::uint64_t count = at.end_new - at.first_new;
         texts.resize(count * length);
-        for (std::uint64_t index = 0; index < count; ++index) {
-            numbers.write_to(texts.data() + index * length,
-                             position_of(at, at.skipped + index * width, width), width);
+        const std::uint64_t step = order == bit_order::low_first ? width : -std::uint64_t{width};
+        std::uint64_t position = position_of(at, at.skipped, width);
+        for (std::uint64_t index = 0; index < count; ++index, position += step) {
+            numbers.write_to(texts.data() + index * length, position, width);
         }
         made->set_side_by_side(at.first_new, texts, length);
     }

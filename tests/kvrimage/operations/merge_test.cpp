@@ -106,6 +106,21 @@ TEST(Merged, KeepsTheFirstRangesAndOverlapsOnly) {
     EXPECT_EQ(result.parts[1].words, 1000U - 336U);
 }
 
+TEST(Merged, CountsALongOverlapOnceWhereItIsNotKept) {
+    memory_image all(8, 8000);
+    memory_image most(8, 8000);
+    for (std::uint64_t address = 0; address < 8000; ++address) {
+        all.set(address, word::of(address % 250, 8));
+        if (address % 2 == 0 || address > 400) {
+            most.set(address, word::of(address % 250, 8));
+        }
+    }
+    const merge_result result = merged(std::array{all, most}, overlap_rule::same);
+    EXPECT_EQ(result.image, all);
+    EXPECT_EQ(result.overlap_count, 201U); // 0, 2 ... 398, and 400..7999
+    EXPECT_EQ(result.overlaps.back(), (merge_overlap{{198, 198}, 0, 1, std::nullopt}));
+}
+
 TEST(Merged, TakesFillsOfBillionsAtOnce) {
     memory_image left(8, deepest_memory);
     left.fill({0, deepest_memory - 1}, std::array{word::of(1, 8), word::of(2, 8)});

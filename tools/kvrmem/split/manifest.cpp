@@ -45,7 +45,7 @@ public:
         const auto width = static_cast<std::uint32_t>(number("width", kvrimage::widest_word));
         const std::uint64_t depth = number("depth", kvrimage::deepest_memory);
         const split_plan plan = {kind(), number("n", kvrimage::deepest_memory)};
-        const manifest found = {plan, width, depth, format(), files()};
+        manifest found = {plan, width, depth, format(), files()};
         const std::uint64_t divided = plan.how == split_plan::kind::lanes ? width : depth;
         if (divided % plan.number != 0) {
             refuse_manifest(file, fmt::format("\"n\": {} is no divisor of {}", plan.number, divided));
@@ -85,7 +85,7 @@ private:
         return static_cast<split_plan::kind>(found - kinds.begin());
     }
     [[nodiscard]] std::string format() const {
-        const std::string id = text("format");
+        std::string id = text("format");
         if (kvrimage::format_of_name(id) == nullptr) {
             refuse_manifest(file, "\"format\" is none that kvrmem formats lists");
         }
