@@ -58,8 +58,7 @@ class reshaper {
 public:
     reshaper(const memory_image& of, std::uint32_t new_width, bit_order bits_in,
              const std::optional<word>& pad)
-        : image(of),
-          words(of.words()),
+        : words(of.words()),
           old_width(of.width()),
           width(new_width),
           order(bits_in),
@@ -259,7 +258,6 @@ private:
         }
     }
 
-    const memory_image& image;
     const image_words& words; ///< the old ones
     std::uint32_t old_width;
     std::uint32_t width;
