@@ -40,18 +40,18 @@ TEST(Merged, HasTheAddressesOfAllMemories) {
     EXPECT_EQ(result.image, memory_with(12, {{9, 2}, {0x13, 1}}, 8));
 }
 
-const std::array overlapping = {memory_with(4, {{0, 1}, {1, 2}, {2, 3}}),
-                                memory_with(4, {{1, 2}, {2, 9}, {3, 4}})};
+const std::array overlapping_memories = {memory_with(4, {{0, 1}, {1, 2}, {2, 3}}),
+                                         memory_with(4, {{1, 2}, {2, 9}, {3, 4}})};
 
 TEST(Merged, IsNoneWhereNoOverlapIsAllowed) {
-    const merge_result result = merged(overlapping, overlap_rule::refuse);
+    const merge_result result = merged(overlapping_memories, overlap_rule::refuse);
     EXPECT_FALSE(result.image);
     EXPECT_EQ(result.overlaps, (std::vector<merge_overlap>{{{1, 2}, 0, 1, 2}}));
     EXPECT_EQ(result.overlap_count, 1U);
 }
 
 TEST(Merged, IsNoneWhereWordsMustBeTheSameAndAreNot) {
-    EXPECT_FALSE(merged(overlapping, overlap_rule::same).image);
+    EXPECT_FALSE(merged(overlapping_memories, overlap_rule::same).image);
     const merge_result same =
         merged(std::array{memory_with(4, {{1, 2}}), memory_with(4, {{1, 2}})}, overlap_rule::same);
     EXPECT_EQ(same.image, memory_with(4, {{1, 2}}));
@@ -59,13 +59,13 @@ TEST(Merged, IsNoneWhereWordsMustBeTheSameAndAreNot) {
 }
 
 TEST(Merged, TakesTheFirstWord) {
-    const merge_result result = merged(overlapping, overlap_rule::first);
+    const merge_result result = merged(overlapping_memories, overlap_rule::first);
     EXPECT_EQ(result.image, memory_with(4, {{0, 1}, {1, 2}, {2, 3}, {3, 4}}));
     EXPECT_EQ(result.parts[1].words, 1U);
 }
 
 TEST(Merged, TakesTheLastWord) {
-    const merge_result result = merged(overlapping, overlap_rule::last);
+    const merge_result result = merged(overlapping_memories, overlap_rule::last);
     EXPECT_EQ(result.image, memory_with(4, {{0, 1}, {1, 2}, {2, 9}, {3, 4}}));
     EXPECT_EQ(result.parts[0].words, 1U);
     EXPECT_EQ(result.overlaps, (std::vector<merge_overlap>{{{1, 2}, 1, 0, 2}}));
