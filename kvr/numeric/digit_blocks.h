@@ -76,4 +76,14 @@ inline void write_hex_limb(char* place, std::uint64_t limb) {
     }
 }
 
+/// Writes the lowest @p count upper-case hexadecimal digits of @p value.
+inline void write_hex_digits(char* place, std::size_t count, std::uint64_t value) {
+    for (; count >= 2; count -= 2, value >>= 8) {
+        write_hex_pair(place + count - 2, value);
+    }
+    if (count != 0) {
+        *place = upper_case_digits[value & 15];
+    }
+}
+
 } // namespace kvr

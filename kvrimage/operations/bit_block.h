@@ -40,7 +40,7 @@ public:
             kvr::write_hex_limb(place + left - most_small_digits, limb_at(position));
             width -= bits_of_limb;
         }
-        write_small(place, left, limb_at(position) & low_ones(width));
+        kvr::write_hex_digits(place, left, limb_at(position) & low_ones(width));
     }
 
 private:
@@ -49,15 +49,6 @@ private:
     /// @param count 1 to 64
     [[nodiscard]] static std::uint64_t low_ones(std::uint32_t count) noexcept {
         return ~std::uint64_t{0} >> (bits_of_limb - count);
-    }
-    /// Writes the lowest @p digits digits of @p value.
-    static void write_small(char* place, std::size_t digits, std::uint64_t value) noexcept {
-        for (; digits >= 2; digits -= 2, value >>= bits_per_byte) {
-            kvr::write_hex_pair(place + digits - 2, value);
-        }
-        if (digits != 0) {
-            *place = kvr::upper_case_digits[value & 0xFU];
-        }
     }
     [[nodiscard]] bool put_limb(std::uint64_t position, std::string_view digits) noexcept {
         std::uint64_t value = 0;

@@ -22,9 +22,9 @@ namespace kvrimage {
 
 namespace {
 
-using joined_parts = std::span<const memory_image>;
+using image_span = std::span<const memory_image>;
 
-void require_alike(joined_parts joined, std::string_view name) {
+void require_alike(image_span joined, std::string_view name) {
     if (joined.empty()) {
         throw std::invalid_argument("nothing to join");
     }
@@ -46,7 +46,7 @@ void require_alike(joined_parts joined, std::string_view name) {
     }
 }
 
-std::uint64_t joint_depth(joined_parts joined, std::string_view name) {
+std::uint64_t joint_depth(image_span joined, std::string_view name) {
     require_alike(joined, name);
     const std::uint64_t depth = joined.front().depth();
     if (joined.size() > deepest_memory / depth) {
@@ -56,7 +56,7 @@ std::uint64_t joint_depth(joined_parts joined, std::string_view name) {
     return depth * joined.size();
 }
 
-std::vector<row_reader> readers_of(joined_parts joined) {
+std::vector<row_reader> readers_of(image_span joined) {
     std::vector<row_reader> readers;
     for (const memory_image& each : joined) {
         readers.emplace_back(each.words());
@@ -86,7 +86,7 @@ struct joint_stretch {
     std::optional<std::size_t> gap = std::nullopt; ///< the first part that has none
 };
 
-joint_stretch joint_stretch_at(joined_parts joined, std::uint64_t offset) {
+joint_stretch joint_stretch_at(image_span joined, std::uint64_t offset) {
     joint_stretch all = {deepest_memory, 1};
     for (std::size_t index = 0; index < joined.size(); ++index) {
         const word_stretch one = stretch_at(joined[index].words(), offset);
@@ -109,7 +109,7 @@ bool repeats(const joint_stretch& stretch) {
 
 class lane_joiner {
 public:
-    lane_joiner(joined_parts joined, std::uint32_t joint_width)
+    lane_joiner(image_span joined, std::uint32_t joint_width)
         : lanes(joined),
           lane_width(joined.front().width()),
           width(joint_width),
@@ -194,7 +194,7 @@ private:
         return made_word;
     }
 
-    joined_parts lanes;
+    image_span lanes;
     std::uint32_t lane_width;
     std::uint32_t width;
     std::size_t digits; ///< of a joint word
@@ -212,7 +212,7 @@ private:
 
 class bank_joiner {
 public:
-    bank_joiner(joined_parts joined, std::uint64_t depth)
+    bank_joiner(image_span joined, std::uint64_t depth)
         : banks(joined),
           digits(most_characters_of_word(radix::hex, joined.front().width())),
           made(joined.front().width(), depth, joined.front().base()),
@@ -275,7 +275,7 @@ private:
         return true;
     }
 
-    joined_parts banks;
+    image_span banks;
     std::size_t digits; ///< of most words
     memory_image made;
     std::vector<row_reader> readers;
@@ -284,7 +284,7 @@ private:
 
 } // namespace
 
-memory_image join_lanes(joined_parts lanes) {
+memory_image join_lanes(image_span lanes) {
     require_alike(lanes, "lane");
     const std::uint32_t width = lanes.front().width();
     if (lanes.size() > widest_word / width) {
@@ -294,12 +294,12 @@ memory_image join_lanes(joined_parts lanes) {
     return lane_joiner(lanes, static_cast<std::uint32_t>(lanes.size()) * width).result();
 }
 
-memory_image join_banks(joined_parts banks) {
+memory_image join_banks(image_span banks) {
     const std::uint64_t depth = joint_depth(banks, "bank");
     return bank_joiner(banks, depth).result();
 }
 
-memory_image join_blocks(joined_parts blocks) {
+memory_image join_blocks(image_span blocks) {
     const std::uint64_t depth = joint_depth(blocks, "block");
     memory_image made(blocks.front().width(), depth, blocks.front().base());
     for (std::size_t index = 0; index < blocks.size(); ++index) {

@@ -58,8 +58,7 @@ class reshaper {
 public:
     reshaper(const memory_image& of, std::uint32_t new_width, bit_order bits_in,
              const std::optional<word>& pad)
-        : image(of),
-          words(of.words()),
+        : words(of.words()),
           old_width(of.width()),
           width(new_width),
           order(bits_in),
@@ -208,9 +207,10 @@ private:
         const std::size_t length = most_characters_of_word(radix::hex, width);
         const std::uint64_t count = at.end_new - at.first_new;
         texts.resize(count * length);
-        for (std::uint64_t index = 0; index < count; ++index) {
-            numbers.write_to(texts.data() + index * length,
-                             position_of(at, at.skipped + index * width, width), width);
+        const std::uint64_t step = order == bit_order::low_first ? width : -std::uint64_t{width};
+        std::uint64_t position = position_of(at, at.skipped, width);
+        for (std::uint64_t index = 0; index < count; ++index, position += step) {
+            numbers.write_to(texts.data() + index * length, position, width);
         }
         made->set_side_by_side(at.first_new, texts, length);
     }
@@ -258,7 +258,6 @@ private:
         }
     }
 
-    const memory_image& image;
     const image_words& words; ///< the old ones
     std::uint32_t old_width;
     std::uint32_t width;

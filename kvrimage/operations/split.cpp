@@ -37,7 +37,8 @@ void require_whole_parts(const memory_image& image, std::uint64_t count, std::st
 }
 
 std::vector<memory_image> empty_parts(const memory_image& image, std::uint64_t count) {
-    return std::vector<memory_image>(count, memory_image(image.width(), image.depth() / count, image.base()));
+    const memory_image part(image.width(), image.depth() / count, image.base());
+    return {count, part};
 }
 
 class lane_splitter {

@@ -7,7 +7,6 @@
 
 #include <fmt/format.h>
 
-#include <array>
 #include <cstddef>
 #include <memory>
 #include <stdexcept>
@@ -69,12 +68,11 @@ private:
         return true;
     }
     void append_number(const wide_number& value) {
-        std::array<char, 2 * most_small_digits> written;
-        if (digits > most_small_digits) {
-            kvr::write_hex_limb(written.data(), value.high);
-        }
-        kvr::write_hex_limb(written.data() + most_small_digits, value.low);
-        texts.append(written.end() - digits, written.end());
+        texts.resize(texts.size() + digits);
+        char* const place = texts.data() + texts.size() - digits;
+        const std::size_t above = digits > most_small_digits ? digits - most_small_digits : 0;
+        kvr::write_hex_digits(place, above, value.high);
+        kvr::write_hex_digits(place + above, digits - above, value.low);
     }
     /// Sets the words before @p end to those gathered.
     void set_texts(std::uint64_t end) {

@@ -40,18 +40,18 @@ TEST(Merged, HasTheAddressesOfAllMemories) {
     EXPECT_EQ(result.image, memory_with(12, {{9, 2}, {0x13, 1}}, 8));
 }
 
-const std::array overlapping = {memory_with(4, {{0, 1}, {1, 2}, {2, 3}}),
-                                memory_with(4, {{1, 2}, {2, 9}, {3, 4}})};
+const std::array overlapping_memories = {memory_with(4, {{0, 1}, {1, 2}, {2, 3}}),
+                                         memory_with(4, {{1, 2}, {2, 9}, {3, 4}})};
 
 TEST(Merged, IsNoneWhereNoOverlapIsAllowed) {
-    const merge_result result = merged(overlapping, overlap_rule::refuse);
+    const merge_result result = merged(overlapping_memories, overlap_rule::refuse);
     EXPECT_FALSE(result.image);
     EXPECT_EQ(result.overlaps, (std::vector<merge_overlap>{{{1, 2}, 0, 1, 2}}));
     EXPECT_EQ(result.overlap_count, 1U);
 }
 
 TEST(Merged, IsNoneWhereWordsMustBeTheSameAndAreNot) {
-    EXPECT_FALSE(merged(overlapping, overlap_rule::same).image);
+    EXPECT_FALSE(merged(overlapping_memories, overlap_rule::same).image);
     const merge_result same =
         merged(std::array{memory_with(4, {{1, 2}}), memory_with(4, {{1, 2}})}, overlap_rule::same);
     EXPECT_EQ(same.image, memory_with(4, {{1, 2}}));
@@ -59,13 +59,13 @@ TEST(Merged, IsNoneWhereWordsMustBeTheSameAndAreNot) {
 }
 
 TEST(Merged, TakesTheFirstWord) {
-    const merge_result result = merged(overlapping, overlap_rule::first);
+    const merge_result result = merged(overlapping_memories, overlap_rule::first);
     EXPECT_EQ(result.image, memory_with(4, {{0, 1}, {1, 2}, {2, 3}, {3, 4}}));
     EXPECT_EQ(result.parts[1].words, 1U);
 }
 
 TEST(Merged, TakesTheLastWord) {
-    const merge_result result = merged(overlapping, overlap_rule::last);
+    const merge_result result = merged(overlapping_memories, overlap_rule::last);
     EXPECT_EQ(result.image, memory_with(4, {{0, 1}, {1, 2}, {2, 9}, {3, 4}}));
     EXPECT_EQ(result.parts[0].words, 1U);
     EXPECT_EQ(result.overlaps, (std::vector<merge_overlap>{{{1, 2}, 1, 0, 2}}));
@@ -104,6 +104,21 @@ TEST(Merged, KeepsTheFirstRangesAndOverlapsOnly) {
     EXPECT_EQ(result.overlaps[1], (merge_overlap{{3, 3}, 0, 1, 3}));
     EXPECT_EQ(result.parts[1].ranges.size(), most_merge_ranges);
     EXPECT_EQ(result.parts[1].words, 1000U - 336U);
+}
+
+TEST(Merged, CountsALongOverlapOnceWhereItIsNotKept) {
+    memory_image all(8, 8000);
+    memory_image most(8, 8000);
+    for (std::uint64_t address = 0; address < 8000; ++address) {
+        all.set(address, word::of(address % 250, 8));
+        if (address % 2 == 0 || address > 400) {
+            most.set(address, word::of(address % 250, 8));
+        }
+    }
+    const merge_result result = merged(std::array{all, most}, overlap_rule::same);
+    EXPECT_EQ(result.image, all);
+    EXPECT_EQ(result.overlap_count, 201U); // 0, 2 ... 398, and 400..7999
+    EXPECT_EQ(result.overlaps.back(), (merge_overlap{{198, 198}, 0, 1, std::nullopt}));
 }
 
 TEST(Merged, TakesFillsOfBillionsAtOnce) {

@@ -42,6 +42,22 @@ TEST(SplitLanes, GivesTheLowestBitsFirst) {
     EXPECT_EQ(lanes[1], memory_of_numbers(8, {0x11, 0x33}));
 }
 
+TEST(SplitLanes, KeepsDigitsThatAreDontCare) {
+    memory_image image(16, 64);
+    memory_image low(8, 64);
+    memory_image high(8, 64);
+    for (std::uint64_t address = 0; address < 64; ++address) {
+        image.set(address, word_of_digits("00010010XXXX0100"));
+        low.set(address, word_of_digits("XXXX0100"));
+        high.set(address, word::of(0x12, 8));
+    }
+    image.set(5, word::of(0, 16));
+    low.set(5, word(8));
+    high.set(5, word(8));
+    EXPECT_EQ(split_lanes(image, 8), (std::vector{low, high}));
+    EXPECT_EQ(join_lanes(std::array{low, high}), image);
+}
+
 TEST(SplitLanes, RefusesAWidthThatDoesNotDivide) {
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_lanes(memory_image(16, 1), 5)); }),
               "words of 16 bits are no lanes of 5 bits");

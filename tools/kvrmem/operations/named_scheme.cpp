@@ -19,7 +19,7 @@ using kvrimage::ecc_scheme;
 using kvrimage::word;
 
 constexpr std::string_view prefix_of_file = "masks:";
-constexpr std::string_view blanks = " \t\r";
+constexpr std::string_view blanks_of_line = " \t\r";
 
 bool names_file(std::string_view name) {
     return name.starts_with(prefix_of_file);
@@ -38,9 +38,10 @@ struct mask_texts {
 };
 
 std::string_view without_blanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? ""
-                                           : text.substr(first, text.find_last_not_of(blanks) - first + 1);
+    const std::size_t first = text.find_first_not_of(blanks_of_line);
+    return first == std::string_view::npos
+               ? ""
+               : text.substr(first, text.find_last_not_of(blanks_of_line) - first + 1);
 }
 
 /// The text of a line without what is around it.

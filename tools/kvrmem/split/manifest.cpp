@@ -19,10 +19,10 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::string_view schema = "kvrmem-split-1";
+constexpr std::string_view manifest_schema = "kvrmem-split-1";
 
 /// In the order of split_plan::kind.
-constexpr std::array<std::string_view, 3> kinds = {"lanes", "banks", "blocks"};
+constexpr std::array<std::string_view, 3> plan_kinds = {"lanes", "banks", "blocks"};
 
 std::filesystem::path folder_of(const std::string& path) {
     return path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path();
@@ -39,13 +39,13 @@ public:
     manifest_reader(const json_value& read, const std::string& path) : document(read), file(path) {}
 
     [[nodiscard]] manifest take() const {
-        if (!document.is_object() || text("schema") != schema) {
-            refuse_manifest(file, fmt::format("it is no {}", schema));
+        if (!document.is_object() || text("schema") != manifest_schema) {
+            refuse_manifest(file, fmt::format("it is no {}", manifest_schema));
         }
         const auto width = static_cast<std::uint32_t>(number("width", kvrimage::widest_word));
         const std::uint64_t depth = number("depth", kvrimage::deepest_memory);
         const split_plan plan = {kind(), number("n", kvrimage::deepest_memory)};
-        const manifest found = {plan, width, depth, format(), files()};
+        manifest found = {plan, width, depth, format(), files()};
         const std::uint64_t divided = plan.how == split_plan::kind::lanes ? width : depth;
         if (divided % plan.number != 0) {
             refuse_manifest(file, fmt::format("\"n\": {} is no divisor of {}", plan.number, divided));
@@ -78,14 +78,14 @@ private:
         return value;
     }
     [[nodiscard]] split_plan::kind kind() const {
-        const auto found = std::ranges::find(kinds, text("kind"));
-        if (found == kinds.end()) {
+        const auto found = std::ranges::find(plan_kinds, text("kind"));
+        if (found == plan_kinds.end()) {
             refuse_manifest(file, "\"kind\" is none of lanes, banks and blocks");
         }
-        return static_cast<split_plan::kind>(found - kinds.begin());
+        return static_cast<split_plan::kind>(found - plan_kinds.begin());
     }
     [[nodiscard]] std::string format() const {
-        const std::string id = text("format");
+        std::string id = text("format");
         if (kvrimage::format_of_name(id) == nullptr) {
             refuse_manifest(file, "\"format\" is none that kvrmem formats lists");
         }
@@ -119,11 +119,13 @@ std::string manifest_text(const manifest& what, const std::string& path) {
         }
         names.push_back(name);
     }
-    const json_value document = {
-        {"schema", schema},      {"kind", kinds[static_cast<std::size_t>(what.plan.how)]},
-        {"n", what.plan.number}, {"width", what.width},
-        {"depth", what.depth},   {"format", what.format},
-        {"files", names}};
+    const json_value document = {{"schema", manifest_schema},
+                                 {"kind", plan_kinds[static_cast<std::size_t>(what.plan.how)]},
+                                 {"n", what.plan.number},
+                                 {"width", what.width},
+                                 {"depth", what.depth},
+                                 {"format", what.format},
+                                 {"files", names}};
     return document.dump(indentation) + "\n";
 }
 

@@ -15,34 +15,33 @@ namespace kvrmem {
 namespace {
 
 using kvrimage::memory_image;
-using kind = split_plan::kind;
 
 /// In the order of split_plan::kind.
-constexpr std::array<std::string_view, 3> options = {"--bits", "--every", "--blocks"};
+constexpr std::array<std::string_view, 3> plan_options = {"--bits", "--every", "--blocks"};
 
 std::vector<memory_image> split(const memory_image& image, const split_plan& plan) {
-    if (plan.how == kind::lanes) {
+    if (plan.how == split_plan::kind::lanes) {
         return kvrimage::split_lanes(image, static_cast<std::uint32_t>(plan.number));
     }
-    return plan.how == kind::banks ? kvrimage::split_banks(image, plan.number)
-                                   : kvrimage::split_blocks(image, plan.number);
+    return plan.how == split_plan::kind::banks ? kvrimage::split_banks(image, plan.number)
+                                               : kvrimage::split_blocks(image, plan.number);
 }
 
 memory_image join(std::span<const memory_image> parts, const split_plan& plan) {
-    if (plan.how == kind::lanes) {
+    if (plan.how == split_plan::kind::lanes) {
         return kvrimage::join_lanes(parts);
     }
-    return plan.how == kind::banks ? kvrimage::join_banks(parts) : kvrimage::join_blocks(parts);
+    return plan.how == split_plan::kind::banks ? kvrimage::join_banks(parts) : kvrimage::join_blocks(parts);
 }
 
 } // namespace
 
 std::string split_plan::title() const {
-    return fmt::format("{} {}", options[static_cast<std::size_t>(how)], number);
+    return fmt::format("{} {}", plan_options[static_cast<std::size_t>(how)], number);
 }
 
 std::uint64_t split_plan::part_count(std::uint32_t width) const noexcept {
-    return how == kind::lanes ? width / number : number;
+    return how == split_plan::kind::lanes ? width / number : number;
 }
 
 split_plan plan_of(const arguments& given) {
@@ -53,7 +52,7 @@ split_plan plan_of(const arguments& given) {
             usage_error("only one of --bits, --every and --blocks says how");
         }
         if (numbers[index]) {
-            plan = split_plan{static_cast<kind>(index), *numbers[index]};
+            plan = split_plan{static_cast<split_plan::kind>(index), *numbers[index]};
         }
     }
     if (!plan) {
