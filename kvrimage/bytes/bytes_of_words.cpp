@@ -18,7 +18,7 @@ namespace {
 using take_block = std::function<void(std::uint64_t address, std::string_view bytes)>;
 
 /// Bytes that are gathered at once, if these are several words.
-constexpr std::size_t most = std::size_t{64} << 10U;
+constexpr std::size_t most_at_once = std::size_t{64} << 10U;
 
 class byte_gatherer {
 public:
@@ -32,14 +32,14 @@ public:
     void add_row(const kvr::word_row& row, std::uint64_t offset) {
         for (std::uint32_t first = 0; first < row.count;) {
             begin(offset + first);
-            const auto room = static_cast<std::uint32_t>(most - buffer.size()) / bytes_per_word;
+            const auto room = static_cast<std::uint32_t>(most_at_once - buffer.size()) / bytes_per_word;
             const std::uint32_t count = std::min(row.count - first, std::max(room, 1U));
             add_digits(row.part(first, count).all(), count);
             first += count;
         }
     }
     void add_run(const text_run& run) {
-        if (length_of(run) * bytes_per_word > most) {
+        if (length_of(run) * bytes_per_word > most_at_once) {
             begin(run.first);
             flush();
             add_digits(run.text, 1);
@@ -53,8 +53,8 @@ public:
     }
     /// How many words were taken: none of a cycle that is too long, or too short to be worth it.
     std::uint64_t add_cycle(const image_words& words, const text_cycle& cycle) {
-        if (std::uint64_t{cycle.period} * bytes_per_word > most ||
-            cycle.length() * bytes_per_word <= 2 * most) {
+        if (std::uint64_t{cycle.period} * bytes_per_word > most_at_once ||
+            cycle.length() * bytes_per_word <= 2 * most_at_once) {
             return 0;
         }
         begin(cycle.first);
@@ -75,7 +75,7 @@ public:
 private:
     void begin(std::uint64_t offset) {
         const std::uint64_t first = (base + offset) * bytes_per_word;
-        if (first != address + buffer.size() || buffer.size() + bytes_per_word > most) {
+        if (first != address + buffer.size() || buffer.size() + bytes_per_word > most_at_once) {
             flush();
             address = first;
         }
@@ -83,7 +83,7 @@ private:
     /// Hands out @p count words from @p offset on that repeat those in the buffer, which is empty then.
     void repeat(std::uint64_t offset, std::uint64_t count) {
         const std::string once = buffer;
-        while (buffer.size() + once.size() <= most) {
+        while (buffer.size() + once.size() <= most_at_once) {
             buffer += once;
         }
         address = (base + offset) * bytes_per_word;
@@ -128,7 +128,7 @@ private:
 void take_held_bytes(const byte_words& words, std::uint64_t base, byte_order order, const take_block& take) {
     const std::uint32_t size = words.bytes_per_word();
     const bool as_they_are = size == 1 || words.order() == order;
-    const std::size_t at_once = std::max<std::size_t>(most / size, 1) * size;
+    const std::size_t at_once = std::max<std::size_t>(most_at_once / size, 1) * size;
     std::string reversed;
     for (const byte_words::block& block : words.blocks()) {
         std::uint64_t address = (base + block.first) * size;

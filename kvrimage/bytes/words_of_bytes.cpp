@@ -4,6 +4,7 @@
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/places.h"
 #include "kvrimage/files/byte_buffer.h"
+#include "kvrimage/formats/far_start.h"
 #include "kvrimage/image/byte_texts.h"
 #include "kvrimage/image/byte_words.h"
 #include "kvrimage/image/image_words.h"
@@ -214,11 +215,10 @@ private:
 
     /// Nobody means a memory that begins so far below its contents.
     [[nodiscard]] bool has_base() {
-        constexpr std::uint64_t highest_plain_start = std::uint64_t{1} << 24U;
         const std::uint64_t lowest = blocks.all().front().address;
         const std::string shown = fmt::format("{:X}", lowest);
         const bool keeps_addresses = options.base == 0U || options.depth;
-        if (!keeps_addresses && lowest >= base && lowest - base >= highest_plain_start) {
+        if (!keeps_addresses && lowest >= base && lowest - base >= least_far_start) {
             diagnostic found = diagnose::base_needed(find(lowest), shown);
             found.option = "--base 0x" + shown;
             list.add(std::move(found));

@@ -18,14 +18,14 @@ const choice_kind* find_kind(std::string_view name, std::span<const choice_kind>
 
 /// "ELF, CSV": the formats that leave @p name open.
 std::string formats_with(std::string_view name, std::span<const choice_kind> format::*kinds) {
-    std::string titles;
+    std::string listed_titles;
     for (const format* each : formats()) {
         if (find_kind(name, each->*kinds) != nullptr) {
-            titles += titles.empty() ? "" : ", ";
-            titles += each->title;
+            listed_titles += listed_titles.empty() ? "" : ", ";
+            listed_titles += each->title;
         }
     }
-    return titles;
+    return listed_titles;
 }
 
 bool is_among(std::string_view value, std::string_view values) {

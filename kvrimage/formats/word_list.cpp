@@ -3,6 +3,7 @@
 #include "kvr/numeric/digit_run.h"
 #include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/far_start.h"
 #include "kvrimage/formats/word_digits.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
@@ -16,9 +17,6 @@
 namespace kvrimage {
 
 namespace {
-
-/// Nobody means a memory that begins so far below its contents.
-constexpr std::uint64_t highest_plain_start = std::uint64_t{1} << 24U;
 
 /// Bits of a digit; in decimal, where none has a number of its own, 1.
 std::uint64_t bits_per_digit(radix digits_radix) {
@@ -218,7 +216,7 @@ void word_list::report_addresses(diagnostic_list& diagnostics) const {
     if (!below.empty()) {
         diagnostics.add(diagnose::below_base(below.where, in_file(below.first), in_file(base)));
     }
-    const bool is_far = lowest != ~std::uint64_t{0} && lowest >= base && lowest - base >= highest_plain_start;
+    const bool is_far = lowest != ~std::uint64_t{0} && lowest >= base && lowest - base >= least_far_start;
     if (options.base != 0U && !known_depth && !habits.may_begin_high && is_far) {
         diagnostic found = diagnose::base_needed({}, in_file(lowest));
         found.option = "--base 0x" + in_file(lowest);

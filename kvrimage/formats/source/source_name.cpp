@@ -9,38 +9,39 @@ namespace kvrimage {
 
 namespace {
 
-constexpr std::string_view blanks = " \n";
+constexpr std::string_view blanks_between_names = " \n";
 
-bool is_letter(char c) {
+bool is_letter_of_name(char c) {
     return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
 }
 
-bool is_letter_or_digit(char c) {
-    return is_letter(c) || (c >= '0' && c <= '9');
+bool is_letter_or_digit_of_name(char c) {
+    return is_letter_of_name(c) || (c >= '0' && c <= '9');
 }
 
-/// True when @p name is one of @p words, which blanks separate.
+/// True when @p name is one of @p words, which blanks_between_names separate.
 bool is_one_of(std::string_view name, std::string_view words, bool ignores_case) {
-    for (std::size_t begin = words.find_first_not_of(blanks); begin < words.size();) {
-        const std::size_t end = std::min(words.find_first_of(blanks, begin), words.size());
+    for (std::size_t begin = words.find_first_not_of(blanks_between_names); begin < words.size();) {
+        const std::size_t end = std::min(words.find_first_of(blanks_between_names, begin), words.size());
         const std::string_view word = words.substr(begin, end - begin);
         if (ignores_case ? kvr::equal_ignoring_case(word, name) : word == name) {
             return true;
         }
-        begin = words.find_first_not_of(blanks, end);
+        begin = words.find_first_not_of(blanks_between_names, end);
     }
     return false;
 }
 
 bool is_name(std::string_view text, const naming& rules) {
-    const auto may_be_in_it = [](char c) { return is_letter_or_digit(c) || c == '_'; };
+    const auto may_be_in_it = [](char c) { return is_letter_or_digit_of_name(c) || c == '_'; };
     if (text.empty() || !std::ranges::all_of(text, may_be_in_it)) {
         return false;
     }
     if (rules.parts_with_words) {
-        return is_letter(text.front()) && text.back() != '_' && text.find("__") == std::string_view::npos;
+        return is_letter_of_name(text.front()) && text.back() != '_' &&
+               text.find("__") == std::string_view::npos;
     }
-    return is_letter(text.front()) || text.front() == '_';
+    return is_letter_of_name(text.front()) || text.front() == '_';
 }
 
 bool is_taken(std::string_view name, const naming& rules) {
@@ -58,7 +59,7 @@ std::string_view stem_of(std::string_view path) {
 std::string possible_name(std::string_view text, const naming& rules) {
     std::string name;
     for (const char c : text) {
-        if (is_letter_or_digit(c)) {
+        if (is_letter_or_digit_of_name(c)) {
             name += c;
         } else if (!name.empty() && name.back() != '_') {
             name += '_';
@@ -68,7 +69,7 @@ std::string possible_name(std::string_view text, const naming& rules) {
     if (name.empty()) {
         return "rom";
     }
-    return is_letter(name.front()) && !is_taken(name, rules) ? name : "rom_" + name;
+    return is_letter_of_name(name.front()) && !is_taken(name, rules) ? name : "rom_" + name;
 }
 
 } // namespace

@@ -44,9 +44,9 @@ memory_image part_of(const memory_image& image, const address_range& range,
 }
 
 /// Calls a function with the bytes of all words that count, in blocks of whole words.
-class counted_bytes {
+class counted_words {
 public:
-    counted_bytes(const memory_image& of, const checksum_options& by) : image(of), options(by) {}
+    counted_words(const memory_image& of, const checksum_options& by) : image(of), options(by) {}
 
     template <class Add>
     void take(byte_order order, Add&& add) const {
@@ -73,9 +73,9 @@ private:
     const checksum_options& options;
 };
 
-std::uint64_t sum_of_all_bytes(const counted_bytes& counted) {
+std::uint64_t sum_of_all_bytes(const counted_words& words) {
     std::uint64_t sum = 0;
-    counted.take(byte_order::little, [&sum](std::string_view bytes) {
+    words.take(byte_order::little, [&sum](std::string_view bytes) {
         for (const char byte : bytes) {
             sum += static_cast<unsigned char>(byte);
         }
@@ -84,11 +84,11 @@ std::uint64_t sum_of_all_bytes(const counted_bytes& counted) {
 }
 
 /// Modulo 2^64.
-std::uint64_t sum_of_all_words(const counted_bytes& counted) {
-    const std::size_t bytes_per_word = counted.bytes_per_word();
+std::uint64_t sum_of_all_words(const counted_words& words) {
+    const std::size_t bytes_per_word = words.bytes_per_word();
     const std::size_t bytes_that_count = std::min(bytes_per_word, sizeof(std::uint64_t));
     std::uint64_t sum = 0;
-    counted.take(byte_order::little, [&](std::string_view bytes) {
+    words.take(byte_order::little, [&](std::string_view bytes) {
         for (; !bytes.empty(); bytes.remove_prefix(bytes_per_word)) {
             std::uint64_t value = 0;
             for (std::size_t index = bytes_that_count; index-- > 0;) {
@@ -100,17 +100,17 @@ std::uint64_t sum_of_all_words(const counted_bytes& counted) {
     return sum;
 }
 
-word result_of(const counted_bytes& counted, const crc_model& model) {
+word result_of(const counted_words& words, const crc_model& model) {
     crc check(model);
-    counted.take(counted.order(), [&check](std::string_view bytes) { check.add(bytes); });
+    words.take(words.order(), [&check](std::string_view bytes) { check.add(bytes); });
     return word::of(check.value(), model.width);
 }
 
-word result_of(const counted_bytes& counted, const additive_sum& what) {
+word result_of(const counted_words& words, const additive_sum& what) {
     if (what.width == 0 || what.width > widest_sum) {
         throw std::invalid_argument(fmt::format("a sum of {} bits: the width is 1 to 64", what.width));
     }
-    const std::uint64_t sum = what.of_words ? sum_of_all_words(counted) : sum_of_all_bytes(counted);
+    const std::uint64_t sum = what.of_words ? sum_of_all_words(words) : sum_of_all_bytes(words);
     const std::uint64_t all = ~std::uint64_t{0} >> (widest_sum - what.width);
     return word::of((what.is_complemented ? 0 - sum : sum) & all, what.width);
 }
@@ -145,8 +145,8 @@ std::optional<checksum_kind> checksum_of_name(std::string_view name) {
 }
 
 word checksum_of(const memory_image& image, const checksum_kind& what, const checksum_options& options) {
-    const counted_bytes counted(image, options);
-    return std::visit([&counted](const auto& kind) { return result_of(counted, kind); }, what);
+    const counted_words words(image, options);
+    return std::visit([&words](const auto& kind) { return result_of(words, kind); }, what);
 }
 
 } // namespace kvrimage

@@ -1,5 +1,6 @@
 #include "kvrimage/operations/error_correction/protection.h"
 
+#include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 #include "kvrimage/operations/error_correction/ecc_bits.h"
@@ -187,11 +188,12 @@ void require_not_damaged(const ecc_report& report) {
     const auto damaged =
         std::ranges::find_if(report.findings, [](const ecc_finding& one) { return !one.bit; });
     if (report.damaged != 0) {
-        throw std::domain_error(fmt::format(
-            "the check bits of {} words do not say which of their bits are wrong{}", report.damaged,
-            damaged == report.findings.end()
-                ? ""
-                : fmt::format(", the first at address 0x{:X}", damaged->address)));
+        throw std::domain_error(
+            fmt::format("the check bits of {} do not say which of their bits are wrong{}",
+                        counted(report.damaged, "word"),
+                        damaged == report.findings.end()
+                            ? ""
+                            : fmt::format(", the first at address 0x{:X}", damaged->address)));
     }
 }
 

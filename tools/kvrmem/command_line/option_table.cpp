@@ -117,12 +117,12 @@ kvrimage::bit_order parse_bit_order(std::string_view name, std::string_view valu
 
 kvrimage::overlap_rule parse_overlap(std::string_view name, std::string_view value) {
     // In the order of overlap_rule.
-    constexpr std::array<std::string_view, 4> rules = {"error", "same", "first", "last"};
-    const auto found = std::ranges::find(rules, value);
-    if (found == rules.end()) {
-        refuse(name, value, fmt::format("this is one of {}", fmt::join(rules, ", ")));
+    constexpr std::array<std::string_view, 4> overlap_names = {"error", "same", "first", "last"};
+    const auto found = std::ranges::find(overlap_names, value);
+    if (found == overlap_names.end()) {
+        refuse(name, value, fmt::format("this is one of {}", fmt::join(overlap_names, ", ")));
     }
-    return static_cast<kvrimage::overlap_rule>(found - rules.begin());
+    return static_cast<kvrimage::overlap_rule>(found - overlap_names.begin());
 }
 
 std::vector<std::string_view> scheme_names() {

@@ -32,7 +32,7 @@ void require_words(const memory_input& input, bool was_changed) {
 
 /// A file of bytes does not say how wide its words are: each byte is one where the user does not say it
 /// either, which is hardly meant where the words go into a file of words.
-void note_words_of_bytes(const arguments& given, const memory_input& input, const format& written) {
+void note_words_of_bytes(const arguments& given, const memory_input& input, const kvrimage::format& written) {
     const kvrimage::file_facts& facts = input.result.facts;
     constexpr std::uint32_t bits_of_byte = 8;
     if (given.width || facts.unit != kvrimage::address_unit::byte || input.image().width() != bits_of_byte ||
