@@ -218,12 +218,14 @@ repaired repair(std::string contents, const check_options& options) {
                                         ? "no format was named, and the contents fit none"
                                         : fmt::format("{} cannot be read", choice.as->title));
     }
-    check_options with_repairs = options;
+    check_options last = options;
+    last.read.keeper.reset(); // the contents change
+    check_options with_repairs = last;
     with_repairs.read.wants_repairs = true;
     repaired file{std::move(contents), {}, {}};
     for (int round = 0; round < most_rounds && repair_once(choice, with_repairs, file); ++round) {
     }
-    file.left = check_as(choice, file.contents, options);
+    file.left = check_as(choice, file.contents, last);
     return file;
 }
 

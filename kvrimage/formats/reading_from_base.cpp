@@ -4,6 +4,7 @@
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/diagnostics/places.h"
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/word_copy.h"
 #include "kvrimage/image/word_runs.h"
 
 #include <fmt/format.h>
@@ -30,28 +31,10 @@ read_options from_zero(const read_options& options) {
     return whole;
 }
 
-/// The words of @p all from @p base on, of which those before are not set.
+/// The words of @p all from @p base on.
 std::unique_ptr<image_words> moved_down(const image_words& all, std::uint64_t base) {
     auto moved = std::make_unique<image_words>(all.size() - base);
-    std::vector<std::string_view> values;
-    const auto take_row = [&](const kvr::word_row& row, std::uint64_t first) {
-        for (std::uint32_t index = 0; index < row.count; ++index) {
-            moved->set(first - base + index, row[index]);
-        }
-        return row.count;
-    };
-    const auto take_cycle = [&](const text_cycle& cycle) {
-        values.clear();
-        for (std::uint32_t index = 0; index < cycle.period; ++index) {
-            values.push_back(all[cycle.first + index]);
-        }
-        moved->fill(cycle.first - base, cycle.last - base, values);
-        return cycle.length();
-    };
-    const auto take_run = [&](const text_run& run) {
-        moved->fill(run.first - base, run.last - base, {run.text});
-    };
-    for_each_row_cycle_or_run(all, take_row, take_cycle, take_run);
+    copy_words(all, base, all.size() - 1, *moved, 0);
     return moved;
 }
 
@@ -69,10 +52,10 @@ std::vector<address_range> moved_down(const std::vector<address_range>& ranges, 
 std::pair<std::uint64_t, std::uint64_t> words_before(const image_words& words, std::uint64_t end) {
     std::uint64_t count = 0;
     std::uint64_t lowest = end;
-    for_each_run(words, 0, end, [&](const text_run& run) {
-        if (!run.text.empty()) {
-            lowest = std::min(lowest, run.first);
-            count += length_of(run);
+    for_each_set_stretch(words, [&](std::uint64_t first, std::uint64_t last) {
+        if (first < end) {
+            lowest = std::min(lowest, first);
+            count += std::min(last, end - 1) - first + 1;
         }
     });
     return {count, lowest};
@@ -109,7 +92,6 @@ public:
 
 private:
     void move_down(read_result& result) const {
-        result.image->unset({0, base - 1});
         result.image.emplace(result.image->width(), moved_down(result.image->words(), base));
         if (options.depth) {
             result.image->resize(*options.depth);

@@ -3,6 +3,7 @@
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
+#include <limits>
 #include <stdexcept>
 #include <string>
 
@@ -24,6 +25,9 @@ void memory_image::fill_unset(const word& value) {
 void memory_image::resize(std::uint64_t depth) {
     if (depth == 0 || depth > deepest_memory) {
         throw std::invalid_argument("a memory has 1 to 2^32 words");
+    }
+    if (depth - 1 > std::numeric_limits<std::uint64_t>::max() - lowest) {
+        throw std::invalid_argument("addresses have 64 bits");
     }
     contents->resize(depth);
 }

@@ -80,7 +80,7 @@ public:
     /// @throws std::invalid_argument when @p value has another width than the memory
     void fill_unset(const word& value);
     /// Makes the memory @p depth words deep, 1 to deepest_memory. New words are not set.
-    /// @throws std::invalid_argument
+    /// @throws std::invalid_argument, also when base + depth - 1 does not fit 64 bits
     void resize(std::uint64_t depth);
 
     /// The addresses from the lowest to the highest one that is set; nothing when none is.

@@ -9,7 +9,7 @@
 
 namespace kvrimage {
 
-/// Calls @p take with every run of equal words of the addresses from @p first to before @p end, which all are
+/// Calls @p take with every run of equal words of the addresses from @p first to before @p end, which are all
 /// in
 /// @p words, in order and cut to them. Words that are not set make runs too: their text is "". @p take may
 /// change the words of its run.

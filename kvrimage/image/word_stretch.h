@@ -2,6 +2,7 @@
 
 #include "kvrimage/image/image_words.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <string_view>
 

@@ -54,6 +54,9 @@ std::optional<std::uint64_t> first_difference(const memory_image& left, const me
                 return each;
             }
         }
+        if (last == range.last) {
+            break; // it may be the last one of all
+        }
         address = last + 1;
     }
     return std::nullopt;
@@ -100,6 +103,9 @@ private:
                 note_overlap({{address, last}, part_of(free), part_of(rank), std::nullopt});
             } else {
                 take(rank, {address, last}, free + 1);
+            }
+            if (last == range.last) {
+                break; // it may be the last one of all
             }
             address = last + 1;
         }

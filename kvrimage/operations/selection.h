@@ -23,14 +23,15 @@ namespace kvrimage {
 
 /// The memory in which the word at address @p from has moved to address @p to, and all others with it. It has
 /// the same base; its depth is that of @p image, or as much larger as the highest word that is set needs.
-/// Where @p to is below the base, that becomes the base, and the last address stays.
+/// Where the lowest word that is set comes to an address below the base, that becomes the base, and the last
+/// address stays.
 /// @throws std::out_of_range when a word that is set would come to an address below 0 or above 2^64 - 1, or
 /// the memory would have more than deepest_memory words
 [[nodiscard]] KVRIMAGE_API memory_image moved(const memory_image& image, std::uint64_t from,
                                               std::uint64_t to);
 
 /// The same memory, @p depth words deep; new words are not set.
-/// @throws std::invalid_argument when @p depth is not 1 to deepest_memory
+/// @throws std::invalid_argument when memory_image::resize() does not take @p depth
 /// @throws std::out_of_range when a word that is set has no room in it; what() names the highest one
 [[nodiscard]] KVRIMAGE_API memory_image with_depth(const memory_image& image, std::uint64_t depth);
 

@@ -32,6 +32,7 @@ constexpr naming c_naming = {
         "uint_least8 uint_least16 uint_least32 uint_least64 intmax intptr ptrdiff sig_atomic size uintmax "
         "uintptr wchar wint",
     .library = names_of_c_library,
+    .reserves_underscores = true,
 };
 
 bool is_c_source(std::string_view file_name) {
@@ -144,7 +145,7 @@ std::uint64_t written_c_size(const memory_image& image, const write_options& opt
 }
 
 void find_c_comments(std::string_view contents, const std::function<void(const span&)>& take) {
-    find_source_comments(contents, {"//", "/*", "*/", "\"'", c_limb_comment}, take);
+    find_source_comments(contents, {"//", "/*", "*/", "\"", c_limb_comment, true}, take);
 }
 
 } // namespace kvrimage

@@ -25,6 +25,13 @@ inline constexpr std::string_view words_of_c = R"(
 /// Functions and variables of the C library: those that gcc and clang know without a header, but for the
 /// variants of other types (sinf), and common ones that would clash with a header.
 inline constexpr std::string_view names_of_c_library = R"(
+    INT16_C INT16_MAX INT16_MIN INT32_C INT32_MAX INT32_MIN INT64_C INT64_MAX INT64_MIN INT8_C INT8_MAX INT8_MIN
+    INTMAX_C INTMAX_MAX INTMAX_MIN INTPTR_MAX INTPTR_MIN INT_FAST16_MAX INT_FAST16_MIN INT_FAST32_MAX INT_FAST32_MIN
+    INT_FAST64_MAX INT_FAST64_MIN INT_FAST8_MAX INT_FAST8_MIN INT_LEAST16_MAX INT_LEAST16_MIN INT_LEAST32_MAX
+    INT_LEAST32_MIN INT_LEAST64_MAX INT_LEAST64_MIN INT_LEAST8_MAX INT_LEAST8_MIN PTRDIFF_MAX PTRDIFF_MIN
+    SIG_ATOMIC_MAX SIG_ATOMIC_MIN SIZE_MAX UINT16_C UINT16_MAX UINT32_C UINT32_MAX UINT64_C UINT64_MAX UINT8_C
+    UINT8_MAX UINTMAX_C UINTMAX_MAX UINTPTR_MAX UINT_FAST16_MAX UINT_FAST32_MAX UINT_FAST64_MAX UINT_FAST8_MAX
+    UINT_LEAST16_MAX UINT_LEAST32_MAX UINT_LEAST64_MAX UINT_LEAST8_MAX WCHAR_MAX WCHAR_MIN WINT_MAX WINT_MIN
     abort abs acos acosh aligned_alloc alloca asin asinh atan atan2 atanh atexit atof atoi atol bcmp bcopy
     bsearch bzero cabs cacos cacosh calloc carg casin casinh catan catanh cbrt ccos ccosh ceil cexp cimag clock
     clog clog10 conj copysign cos cosh cpow cproj creal csin csinh csqrt ctan ctanh ctime dgettext difftime div

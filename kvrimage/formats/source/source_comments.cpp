@@ -21,7 +21,7 @@ public:
             if (!marks.block_begin.empty() && begins_here(marks.block_begin)) {
                 return take_until(end_of_block(at + marks.block_begin.size()));
             }
-            at = marks.quotes.find(contents[at]) != std::string_view::npos ? end_of_quoted() : at + 1;
+            at = end_of_other();
         }
         return {};
     }
@@ -36,6 +36,17 @@ private:
     [[nodiscard]] std::size_t end_of_block(std::size_t from) const {
         const std::size_t found = contents.find(marks.block_end, from);
         return found != std::string_view::npos ? found + marks.block_end.size() : contents.size();
+    }
+    /// The end of the text or character that begins here, or the next place.
+    [[nodiscard]] std::size_t end_of_other() const {
+        if (marks.has_characters && contents[at] == '\'') {
+            return end_of_character();
+        }
+        return marks.quotes.find(contents[at]) != std::string_view::npos ? end_of_quoted() : at + 1;
+    }
+    [[nodiscard]] std::size_t end_of_character() const {
+        const std::size_t end = contents.substr(at + 1, 1) == "\\" ? at + 3 : at + 2;
+        return end < contents.size() && contents[end] == '\'' ? end + 1 : at + 1;
     }
     /// The end of the text that begins here.
     [[nodiscard]] std::size_t end_of_quoted() const {
@@ -58,13 +69,19 @@ private:
     std::size_t at = 0;
 };
 
+/// True for a comment that write() makes.
+bool is_own(std::string_view comment, std::string_view own) {
+    return !own.empty() && comment.starts_with(own) &&
+           comment.find_first_not_of("0123456789ABCDEF", own.size()) == std::string_view::npos;
+}
+
 } // namespace
 
 void find_source_comments(std::string_view contents, const comment_marks& marks,
                           const std::function<void(const span&)>& take) {
     comment_walk walk(contents, marks);
     for (span found = walk.next(); found.length != 0; found = walk.next()) {
-        if (marks.own.empty() || !found.in(contents).starts_with(marks.own)) {
+        if (!is_own(found.in(contents), marks.own)) {
             take(found);
         }
     }

@@ -45,6 +45,9 @@ bool is_name(std::string_view text, const naming& rules) {
 }
 
 bool is_taken(std::string_view name, const naming& rules) {
+    if (rules.reserves_underscores && (name.starts_with('_') || name.find("__") != std::string_view::npos)) {
+        return true;
+    }
     return is_one_of(name, rules.reserved, rules.ignores_case) || is_one_of(name, rules.library, false) ||
            is_one_of(name, rules.taken, true);
 }

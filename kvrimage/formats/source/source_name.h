@@ -13,12 +13,13 @@ namespace kvrimage {
 
 /// The rules of a language.
 struct naming {
-    std::string_view language;     ///< "VHDL"
-    std::string_view reserved;     ///< its reserved words, as in reserved_words.h
-    std::string_view taken;        ///< names, in either case, that the file needs for something else
-    std::string_view library = ""; ///< names of its standard library that an array cannot have
-    bool ignores_case = false;     ///< of letters
-    bool parts_with_words = false; ///< '_' stands between letters and digits only, one at a time
+    std::string_view language;         ///< "VHDL"
+    std::string_view reserved;         ///< its reserved words, as in reserved_words.h
+    std::string_view taken;            ///< names, in either case, that the file needs for something else
+    std::string_view library = "";     ///< names of its standard library that an array cannot have
+    bool reserves_underscores = false; ///< names that begin with '_', or have two of them side by side
+    bool ignores_case = false;         ///< of letters
+    bool parts_with_words = false;     ///< '_' stands between letters and digits only, one at a time
 };
 
 /// The choice --name.

@@ -139,7 +139,7 @@ std::uint64_t written_vhdl_size(const memory_image& image, const write_options& 
 }
 
 void find_vhdl_comments(std::string_view contents, const std::function<void(const span&)>& take) {
-    find_source_comments(contents, {"--", "", "", "\"", vhdl_comment}, take);
+    find_source_comments(contents, {"--", "/*", "*/", "\"", vhdl_comment, true}, take);
 }
 
 } // namespace kvrimage

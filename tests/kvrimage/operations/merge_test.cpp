@@ -188,4 +188,12 @@ TEST(Merged, OfRandomMemoriesIsThatOfTheirWords) {
     }
 }
 
+TEST(Merged, EndsWithTheLastAddressOf64Bits) {
+    constexpr std::uint64_t highest = ~std::uint64_t{0};
+    const std::array parts = {memory_image(8, 1, highest), memory_with(1, {{highest, 5}}, highest)};
+    EXPECT_EQ(merged(parts, overlap_rule::refuse).image, parts[1]);
+    const std::array equal = {parts[1], parts[1]};
+    EXPECT_EQ(merged(equal, overlap_rule::same).image, parts[1]);
+}
+
 } // namespace

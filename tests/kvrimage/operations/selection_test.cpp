@@ -141,4 +141,9 @@ TEST(Selection, MovesWordsOfPagesAcrossTheMiddle) {
     }
 }
 
+TEST(WithDepth, RefusesAddressesBeyond64Bits) {
+    EXPECT_THROW(static_cast<void>(with_depth(memory_image(8, 1, highest), 2)), std::invalid_argument);
+    EXPECT_EQ(with_depth(memory_image(8, 1, highest - 1), 2).last_address(), highest);
+}
+
 } // namespace

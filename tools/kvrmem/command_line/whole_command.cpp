@@ -130,7 +130,9 @@ std::string command_with_replaced(std::span<const std::string> words, std::strin
     std::string line = "kvrmem";
     for (const std::string& word : words) {
         const bool is_it = word == wrong || (word.starts_with(wrong) && word[wrong.size()] == '=');
-        line += " " + (is_it ? std::string(right) + word.substr(wrong.size()) : shell_word(word));
+        line += " " + (is_it && word == wrong ? std::string(right)
+                       : is_it                ? shell_word(std::string(right) + word.substr(wrong.size()))
+                                              : shell_word(word));
     }
     return line;
 }

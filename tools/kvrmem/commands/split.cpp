@@ -15,8 +15,10 @@
 
 #include <algorithm>
 #include <array>
+#include <filesystem>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace kvrmem {
@@ -63,6 +65,31 @@ void require_writable_parts(const arguments& given, const memory_input& input,
     }
 }
 
+/// True when both names are of one file, which may not be there yet.
+bool name_one_file(const std::string& left, const std::string& right) {
+    std::error_code error;
+    const auto place = [&error](const std::string& name) {
+        return std::filesystem::weakly_canonical(name, error);
+    };
+    return left == right || (!place(left).empty() && place(left) == place(right));
+}
+
+/// @throws tool_error (wrong usage) when a file would replace the input, or another file of the same split
+void require_distinct_files(const arguments& given, const std::vector<std::string>& names) {
+    for (const std::string& name : names) {
+        if (name_one_file(name, given.files[0])) {
+            usage_error(fmt::format("{}: a file of the split would replace the input",
+                                    kvrimage::title_of_output(name)));
+        }
+        if (given.manifest && name_one_file(name, *given.manifest)) {
+            usage_error(fmt::format("--manifest {}: a file of the split has this name", *given.manifest));
+        }
+    }
+    if (given.manifest && name_one_file(*given.manifest, given.files[0])) {
+        usage_error(fmt::format("--manifest {}: it would replace the input", *given.manifest));
+    }
+}
+
 exit_code split(const arguments& given) {
     const std::string& pattern = given.files[1];
     require_pattern(pattern);
@@ -75,6 +102,7 @@ exit_code split(const arguments& given) {
     const kvrimage::write_options options = write_options_for(given, pattern, input.result.facts);
     const std::vector<kvrimage::memory_image> parts = parts_of(image, plan);
     const std::vector<std::string> names = names_by(pattern, parts.size());
+    require_distinct_files(given, names);
     require_writable_parts(given, input, parts, names, options);
     output_files files;
     for (std::size_t index = 0; index < parts.size(); ++index) {

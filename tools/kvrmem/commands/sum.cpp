@@ -1,4 +1,5 @@
 #include "kvrimage/operations/checksum/checksum.h"
+#include "tools/kvrmem/command_line/idle_options.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/numbers/checksum_name.h"
@@ -31,8 +32,8 @@ using kvrimage::word;
 /// A checksum, and the words that it took in.
 struct computed_sum {
     word value;
-    std::uint64_t counted_words;
-    std::uint64_t left_out; ///< words that are not set
+    std::uint64_t counted_words = 0;
+    std::uint64_t left_out = 0; ///< words that are not set
 };
 
 /// Where a checksum is stored in a memory: in one word, or cut into several.
@@ -191,14 +192,25 @@ void print_sum(const arguments& given, const memory_input& input, const computed
                       counted(sum.counted_words, "word"), counted(input.image().width(), "bit"), left_out));
 }
 
+/// The options of set and of sum say how a file is read, but the former leaves out some of the latter.
+void require_editable(const arguments& given) {
+    if (given.files[0] == "-") {
+        usage_error("--put needs a file with a name");
+    }
+    if (given.base) {
+        usage_error("--put and --base exclude each other: addresses are those of the file then");
+    }
+    refuse_idle_options(set_command, given);
+}
+
 exit_code run_sum(const arguments& given) {
     const kvrimage::checksum_kind what = checksum_of_user(given.algorithm.value_or("crc-32"));
     const std::optional<stored_place> place = place_of(given);
     if (given.output && !given.put) {
         usage_error("--output is where --put writes the file");
     }
-    if (given.put && given.files[0] == "-") {
-        usage_error("--put needs a file with a name");
+    if (given.put) {
+        require_editable(given);
     }
     const memory_input input = read_memory(given, given.files[0]);
     std::optional<address_range> stored;

@@ -6,7 +6,9 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <optional>
+#include <string>
 #include <string_view>
 #include <utility>
 #include <vector>
@@ -53,13 +55,17 @@ std::string_view without_prefix(std::string_view digits) {
     return digits.starts_with("0x") || digits.starts_with("0X") ? digits.substr(2) : digits;
 }
 
-mask_texts split_masks(std::string_view contents) {
+mask_texts split_masks(const std::string& file, std::string_view contents) {
     constexpr std::string_view keyword = "invert";
     mask_texts found;
     for (std::uint64_t line = 1; !contents.empty(); ++line) {
         const std::size_t end = std::min(contents.find('\n'), contents.size());
         const std::string_view statement = statement_of(contents.substr(0, end));
         contents.remove_prefix(std::min(end + 1, contents.size()));
+        if (statement.starts_with(keyword) && found.inverted) {
+            throw tool_error(exit_code::bad_input, fmt::format("{}:{}: error: line {} has an invert already",
+                                                               file, line, found.inverted->line));
+        }
         if (statement.starts_with(keyword)) {
             found.inverted = {without_prefix(without_blanks(statement.substr(keyword.size()))), line};
         } else if (!statement.empty()) {
@@ -83,7 +89,7 @@ word word_of_line(const std::string& file, const mask_line& number, std::uint32_
 /// @param has_checks whether words of @p width bits have their check bits already
 ecc_scheme scheme_of_file(const std::string& path, std::uint32_t width, bool has_checks) {
     const kvrimage::input_file file(path);
-    const mask_texts texts = split_masks(file.contents());
+    const mask_texts texts = split_masks(file.name(), file.contents());
     const auto checks = static_cast<std::uint32_t>(texts.masks.size());
     if (checks == 0) {
         throw tool_error(exit_code::bad_input, fmt::format("{}: error: no mask in it", file.name()));

@@ -43,7 +43,16 @@ TEST(SourceComments, AreNotInTexts) {
 }
 
 TEST(SourceComments, ThatAreWrittenAnywayAreLeftOut) {
-    EXPECT_THAT(comments_in("// made by a tool\n// mine\n", with_blocks), ElementsAre("// mine"));
+    EXPECT_THAT(comments_in("// made\n// made1F\n// made by me\n// mine\n", with_blocks),
+                ElementsAre("// made by me", "// mine"));
+}
+
+TEST(SourceComments, FollowCharactersAndWhatElseHasTheirMark) {
+    constexpr comment_marks with_characters = {"//", "/*", "*/", "\"", "", true};
+    EXPECT_THAT(comments_in("c = '\"'; // a\nd = '\\''; // b\nn = 1'000; // c", with_characters),
+                ElementsAre("// a", "// b", "// c"));
+    EXPECT_THAT(comments_in("x'", with_characters), IsEmpty());
+    EXPECT_THAT(comments_in("x'\\", with_characters), IsEmpty());
 }
 
 } // namespace

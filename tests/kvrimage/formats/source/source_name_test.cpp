@@ -112,4 +112,11 @@ TEST(SourceName, WithAnotherMeaningIsRefused) {
                             "Strict / --name rom_SIGNAL is free"));
 }
 
+TEST(SourceName, MayNotHaveTheUnderscoresThatALanguageReserves) {
+    constexpr naming reserving = {.language = "C", .reserved = "", .taken = "", .reserves_underscores = true};
+    EXPECT_THAT(refusals_of("_rom", reserving), testing::SizeIs(1));
+    EXPECT_THAT(refusals_of("my__rom", reserving), testing::SizeIs(1));
+    EXPECT_THAT(refusals_of("my_rom_", reserving), IsEmpty());
+}
+
 } // namespace
