@@ -14,30 +14,31 @@ using std::string_literals::operator""s;
 
 /// The words of a memory of up to 64 bits.
 std::vector<std::uint64_t> numbers_of(const memory_image& image) {
-    std::vector<std::uint64_t> numbers(image.depth());
-    image.copy_to(image.base(), numbers);
-    return numbers;
+    std::vector<std::uint64_t> word_values(image.depth());
+    image.copy_to(image.base(), word_values);
+    return word_values;
 }
 
-using numbers = std::vector<std::uint64_t>;
+using word_values = std::vector<std::uint64_t>;
 
 TEST(ImageBytes, AreWordsInEitherOrder) {
-    EXPECT_EQ(numbers_of(image_of_bytes("\x01\x02\xFE"s)), (numbers{1, 2, 0xFE}));
+    EXPECT_EQ(numbers_of(image_of_bytes("\x01\x02\xFE"s)), (word_values{1, 2, 0xFE}));
     const std::string bytes = "\x01\x02\x03\x04\xF5\xF6\xF7\xF8"s;
-    EXPECT_EQ(numbers_of(image_of_bytes(bytes, {.width = 16})), (numbers{0x0201, 0x0403, 0xF6F5, 0xF8F7}));
+    EXPECT_EQ(numbers_of(image_of_bytes(bytes, {.width = 16})),
+              (word_values{0x0201, 0x0403, 0xF6F5, 0xF8F7}));
     EXPECT_EQ(numbers_of(image_of_bytes(bytes, {.width = 16, .order = byte_order::big})),
-              (numbers{0x0102, 0x0304, 0xF5F6, 0xF7F8}));
-    EXPECT_EQ(numbers_of(image_of_bytes(bytes, {.width = 32})), (numbers{0x04030201, 0xF8F7F6F5}));
-    EXPECT_EQ(numbers_of(image_of_bytes(bytes, {.width = 64})), (numbers{0xF8F7F6F504030201}));
+              (word_values{0x0102, 0x0304, 0xF5F6, 0xF7F8}));
+    EXPECT_EQ(numbers_of(image_of_bytes(bytes, {.width = 32})), (word_values{0x04030201, 0xF8F7F6F5}));
+    EXPECT_EQ(numbers_of(image_of_bytes(bytes, {.width = 64})), (word_values{0xF8F7F6F504030201}));
     EXPECT_EQ(numbers_of(image_of_bytes(bytes, {.width = 64, .order = byte_order::big})),
-              (numbers{0x01020304F5F6F7F8}));
+              (word_values{0x01020304F5F6F7F8}));
 }
 
 TEST(ImageBytes, OfAWidthOfNoWholeBytesHaveSurplusHighBits) {
-    EXPECT_EQ(numbers_of(image_of_bytes("\x34\x02\xFF\x0F"s, {.width = 12})), (numbers{0x234, 0xFFF}));
+    EXPECT_EQ(numbers_of(image_of_bytes("\x34\x02\xFF\x0F"s, {.width = 12})), (word_values{0x234, 0xFFF}));
     EXPECT_EQ(numbers_of(image_of_bytes("\x12\x34"s, {.width = 13, .order = byte_order::big})),
-              (numbers{0x1234}));
-    EXPECT_EQ(numbers_of(image_of_bytes("\x01\x00\x01"s, {.width = 1})), (numbers{1, 0, 1}));
+              (word_values{0x1234}));
+    EXPECT_EQ(numbers_of(image_of_bytes("\x01\x00\x01"s, {.width = 1})), (word_values{1, 0, 1}));
     EXPECT_EQ(bytes_of_image(image_of_bytes("\x34\x02\xFF\x0F"s, {.width = 12}), byte_order::big),
               "\x02\x34\x0F\xFF"s);
 }
@@ -65,11 +66,11 @@ TEST(ImageBytes, BeginAtTheBase) {
 TEST(ImageBytes, OfNoWholeWordsNeedAPad) {
     EXPECT_THROW(static_cast<void>(image_of_bytes("abc", {.width = 16})), std::invalid_argument);
     EXPECT_EQ(numbers_of(image_of_bytes("\x01\x02\x03"s, {.width = 16, .pad = 0xFF})),
-              (numbers{0x0201, 0xFF03}));
+              (word_values{0x0201, 0xFF03}));
     EXPECT_EQ(numbers_of(image_of_bytes("\x01\x02\x03"s, {.width = 16, .order = byte_order::big, .pad = 0})),
-              (numbers{0x0102, 0x0300}));
-    EXPECT_EQ(numbers_of(image_of_bytes("\x01"s, {.width = 32, .pad = 0xEE})), (numbers{0xEEEEEE01}));
-    EXPECT_EQ(numbers_of(image_of_bytes("\x01\x02"s, {.width = 16, .pad = 0xEE})), (numbers{0x0201}));
+              (word_values{0x0102, 0x0300}));
+    EXPECT_EQ(numbers_of(image_of_bytes("\x01"s, {.width = 32, .pad = 0xEE})), (word_values{0xEEEEEE01}));
+    EXPECT_EQ(numbers_of(image_of_bytes("\x01\x02"s, {.width = 16, .pad = 0xEE})), (word_values{0x0201}));
     EXPECT_THROW(static_cast<void>(image_of_bytes("\x01"s, {.width = 12, .pad = 0xFF})), std::overflow_error);
 }
 

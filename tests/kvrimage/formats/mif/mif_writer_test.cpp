@@ -12,14 +12,14 @@ namespace {
 
 using namespace kvrimage;
 
-struct string_sink : text_sink {
+struct mif_text_sink : text_sink {
     void write(std::string_view part) override { text.append(part); }
     std::string text;
 };
 
-std::string written(const memory_image& image, const write_options& options = {}) {
+std::string written_mif(const memory_image& image, const write_options& options = {}) {
     EXPECT_TRUE(can_write_mif(image, options).empty());
-    string_sink sink;
+    mif_text_sink sink;
     write_mif(image, options, sink);
     return sink.text;
 }
@@ -30,7 +30,7 @@ word parsed(std::string_view text, std::uint32_t width, radix digits_radix = rad
 
 /// What follows "CONTENT BEGIN".
 std::string lines_of(const memory_image& image, const write_options& options = {}) {
-    const std::string text = written(image, options);
+    const std::string text = written_mif(image, options);
     const std::string_view begin = "CONTENT BEGIN\n";
     return text.substr(text.find(begin) + begin.size());
 }
@@ -44,13 +44,13 @@ write_options shown_in(radix addresses, radix data, bool runs = true) {
 }
 
 TEST(MifWriter, StatesWidthDepthAndRadixes) {
-    EXPECT_EQ(written(memory_image(8, 16), shown_in(radix::oct, radix::dec)),
+    EXPECT_EQ(written_mif(memory_image(8, 16), shown_in(radix::oct, radix::dec)),
               "-- Memory Initialization File, written by kvrmem\n\nWIDTH=8;\nDEPTH=16;\n\n"
               "ADDRESS_RADIX=OCT;\nDATA_RADIX=DEC;\n\nCONTENT BEGIN\nEND;\n");
 }
 
 TEST(MifWriter, IsHexadecimalUnlessAsked) {
-    const std::string text = written(memory_image(8, 16));
+    const std::string text = written_mif(memory_image(8, 16));
     EXPECT_NE(text.find("ADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\n"), std::string::npos);
 }
 
@@ -79,7 +79,7 @@ TEST(MifWriter, LongTurnsGoOnInFurtherLines) {
     const std::vector<word> turn = {word::of(1, 256), word::of(2, 256), word::of(3, 256), word::of(4, 256),
                                     word::of(5, 256), word::of(6, 256), word::of(7, 256), word::of(8, 256)};
     image.fill({0, 1023}, turn);
-    std::string text = written(image);
+    std::string text = written_mif(image);
     for (std::size_t begin = 0, end = text.find('\n'); end != std::string::npos;
          end = text.find('\n', begin)) {
         EXPECT_LE(end - begin, 511U);
@@ -146,7 +146,7 @@ TEST(MifWriter, MemoriesOfManyBlocksComeBack) {
         image.set(address, turn.back());
     }
     image.fill({60000, 199999}, turn);
-    const std::string text = written(image);
+    const std::string text = written_mif(image);
     EXPECT_GT(text.size(), 900000U);
     EXPECT_TRUE(*read_mif(text, {}).image == image);
 }
@@ -183,7 +183,7 @@ TEST(MifWriter, RandomMemoriesComeBackAndHaveTheSizeThatWasTold) {
         const memory_image image = random_image(random);
         const write_options options =
             shown_in(static_cast<radix>(random() % 5), static_cast<radix>(random() % 5), random() % 2 == 0);
-        const std::string text = written(image, options);
+        const std::string text = written_mif(image, options);
         const read_result found = read_mif(text, {});
         ASSERT_TRUE(found.image && *found.image == image) << text.substr(0, 2000);
         const std::uint64_t size = written_size_of_mif(image, options);

@@ -19,7 +19,7 @@ using testing::ElementsAre;
 /// Enough regular lines that a line before them may be fast.
 const std::string rest(100, '\n');
 
-std::vector<std::string> words_of(std::string_view line) {
+std::vector<std::string> words_of_line(std::string_view line) {
     const std::string text = std::string(line) + rest;
     const fast_rif_line found = find_fast_rif_line(text, 0);
     if (found.end == 0) {
@@ -39,19 +39,19 @@ std::uint64_t address_of(std::string_view line) {
 }
 
 TEST(FastRifLines, TakesWordsOfOneLength) {
-    EXPECT_THAT(words_of("01 Af\n"), ElementsAre("01", "Af"));
-    EXPECT_THAT(words_of("01 23 \r\n"), ElementsAre("01", "23"));
-    EXPECT_THAT(words_of(std::string(64, '1') + "\n"), ElementsAre(std::string(64, '1')));
-    EXPECT_THAT(words_of("\n"), ElementsAre());
-    EXPECT_THAT(words_of("\r\n"), ElementsAre());
+    EXPECT_THAT(words_of_line("01 Af\n"), ElementsAre("01", "Af"));
+    EXPECT_THAT(words_of_line("01 23 \r\n"), ElementsAre("01", "23"));
+    EXPECT_THAT(words_of_line(std::string(64, '1') + "\n"), ElementsAre(std::string(64, '1')));
+    EXPECT_THAT(words_of_line("\n"), ElementsAre());
+    EXPECT_THAT(words_of_line("\r\n"), ElementsAre());
 }
 
 TEST(FastRifLines, LeavesOtherLinesToTheParser) {
     for (const char* line : {"01 2\n", "01  23\n", " 01\n", "01\t23\n", "0X\n", "01\r23\n", "01 @4\n",
                              "01 23  \n", "01 2G\n", "//\n", "\r01\n"}) {
-        EXPECT_THAT(words_of(line), ElementsAre("not regular")) << line;
+        EXPECT_THAT(words_of_line(line), ElementsAre("not regular")) << line;
     }
-    EXPECT_THAT(words_of(std::string(65, '1') + "\n"), ElementsAre("not regular"));
+    EXPECT_THAT(words_of_line(std::string(65, '1') + "\n"), ElementsAre("not regular"));
 }
 
 TEST(FastRifLines, TakesAddresses) {

@@ -16,14 +16,14 @@ using namespace kvrimage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-class string_sink final : public text_sink {
+class rif_text_sink final : public text_sink {
 public:
     void write(std::string_view part) override { text += part; }
     std::string text;
 };
 
-std::string written(const memory_image& image) {
-    string_sink sink;
+std::string written_rif(const memory_image& image) {
+    rif_text_sink sink;
     write_rif(image, {}, sink);
     return sink.text;
 }
@@ -37,27 +37,27 @@ memory_image image_of(std::uint32_t width, const std::vector<std::string>& words
 }
 
 TEST(RifWriter, WritesEightWordsALine) {
-    EXPECT_EQ(written(image_of(4, {"0", "1", "2", "3", "4", "5", "6", "7", "8"})),
+    EXPECT_EQ(written_rif(image_of(4, {"0", "1", "2", "3", "4", "5", "6", "7", "8"})),
               "@0\n0 1 2 3 4 5 6 7 \n@8\n8 \n");
 }
 
 TEST(RifWriter, WritesAnAddressAfterAGap) {
-    EXPECT_EQ(written(image_of(8, {"", "01", "", "", "02", "03"})), "@1\n01 \n@4\n02 03 \n");
+    EXPECT_EQ(written_rif(image_of(8, {"", "01", "", "", "02", "03"})), "@1\n01 \n@4\n02 03 \n");
 }
 
 TEST(RifWriter, WritesAddressesFromTheBaseOnInLowerCase) {
-    EXPECT_EQ(written(image_of(4, {"A", "B"}, 0xFE)), "@fe\nA B \n");
+    EXPECT_EQ(written_rif(image_of(4, {"A", "B"}, 0xFE)), "@fe\nA B \n");
 }
 
 TEST(RifWriter, WritesRunsWordByWord) {
     memory_image image(8, 12);
     image.words().fill(3, 11, {"AB"});
-    EXPECT_EQ(written(image), "@3\nAB AB AB AB AB \n@8\nAB AB AB AB \n");
+    EXPECT_EQ(written_rif(image), "@3\nAB AB AB AB AB \n@8\nAB AB AB AB \n");
 }
 
 TEST(RifWriter, WritesDontCareDigits) {
-    EXPECT_EQ(written(image_of(8, {"1X", "XXXX0000"})), "@0\n1X X0 \n");
-    EXPECT_EQ(written(image_of(5, {"X1", "X0001"})), "@0\nX1 X1 \n");
+    EXPECT_EQ(written_rif(image_of(8, {"1X", "XXXX0000"})), "@0\n1X X0 \n");
+    EXPECT_EQ(written_rif(image_of(5, {"X1", "X0001"})), "@0\nX1 X1 \n");
 }
 
 TEST(RifWriter, RefusesADontCareBitBesideAPlainOne) {
@@ -128,7 +128,7 @@ TEST(RifWriter, WritesWhatIsReadAsTheSameWords) {
             read_options options;
             options.width = width;
             options.depth = image.depth();
-            const read_result again = read_rif(written(image), options);
+            const read_result again = read_rif(written_rif(image), options);
             ASSERT_THAT(shown(again.diagnostics), IsEmpty());
             for (std::uint64_t address = 0; address < image.depth(); ++address) {
                 ASSERT_EQ(again.image->words()[address], image.words()[address]) << width;
@@ -142,7 +142,7 @@ TEST(RifWriter, KnowsTheSizeOfWhatItWrites) {
     for (const std::uint32_t width : {1U, 8U, 33U}) {
         for (int round = 0; round < 10; ++round) {
             const memory_image image = random_image(random, width);
-            const std::uint64_t size = written(image).size();
+            const std::uint64_t size = written_rif(image).size();
             const std::uint64_t expected = written_rif_size(image, {});
             ASSERT_GE(expected, size);
             ASSERT_LE(expected, size + size / 10 + 8);
@@ -153,14 +153,14 @@ TEST(RifWriter, KnowsTheSizeOfWhatItWrites) {
 TEST(RifWriter, WritesLargeMemoriesInParts) {
     memory_image image(32, 100000);
     image.words().fill(0, 99999, {"0123ABCD"});
-    const std::string text = written(image);
+    const std::string text = written_rif(image);
     EXPECT_EQ(read_rif(text, {}).image->words().run_at(0).last, 99999U);
 }
 
 TEST(RifWriter, SizesAndWritesALargeFill) {
     memory_image image(8, 200000);
     image.words().fill(1, 199998, {"AB", "CD", "EF"});
-    const std::string text = written(image);
+    const std::string text = written_rif(image);
     EXPECT_TRUE(text.starts_with("@1\nAB CD EF AB CD EF AB \n@8\nCD ")) << text.substr(0, 40);
     EXPECT_TRUE(text.ends_with("@30d38\nEF AB CD EF AB CD EF \n")) << text.substr(text.size() - 40);
     EXPECT_GE(written_rif_size(image, {}), text.size());
@@ -190,7 +190,7 @@ TEST(RifWriter, TakesALargeFillWithDontCareDigits) {
     memory_image image(8, 200000);
     image.words().fill(0, 199999, {"AB", "CD", "XXXX0000"});
     EXPECT_TRUE(can_write_rif(image, {}).empty());
-    EXPECT_TRUE(written(image).starts_with("@0\nAB CD X0 AB CD X0 AB CD \n"));
+    EXPECT_TRUE(written_rif(image).starts_with("@0\nAB CD X0 AB CD X0 AB CD \n"));
 }
 
 } // namespace
