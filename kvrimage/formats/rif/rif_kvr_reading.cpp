@@ -4,6 +4,8 @@
 #include "kvrimage/formats/kvr_reading.h"
 #include "kvrimage/formats/rif/rif_format.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <limits>
 #include <string>
@@ -60,7 +62,7 @@ std::vector<diagnostic> check_rif_for_kvr(std::string_view contents, const read_
     theirs.refused = memory.error_state != ERROR_STATE_NONE;
     if (theirs.refused) {
         theirs.where = find_refusal(contents);
-        theirs.reason = "'" + std::string(theirs.where.in(contents)) + "' is no part of a RIF file";
+        theirs.reason = fmt::format("'{}' is no part of a RIF file", theirs.where.in(contents));
     }
     return compare_with_kvr(rif_format, contents, options, ours, std::move(theirs));
 }
