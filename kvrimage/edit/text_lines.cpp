@@ -28,10 +28,8 @@ std::string_view line_end_at(std::string_view text, std::size_t line_start) {
 
 std::string as_last_line(std::string_view text, std::string_view line) {
     const std::string_view line_end = line_end_at(text, 0);
-    std::string result;
-    if (!text.empty() && text.back() != '\n') {
-        result = line_end;
-    }
+    const bool is_open = !text.empty() && text.back() != '\n';
+    std::string result(is_open ? line_end : std::string_view());
     return result.append(line).append(line_end);
 }
 
