@@ -27,10 +27,10 @@ struct ecc_strength {
 struct ecc_result {
     /// In what state it is.
     enum class state : std::uint8_t {
-        intact,    ///< the check bits are those of the data
-        corrected, ///< one bit was wrong
-        damaged    ///< the data are not known
-    } what = state::intact;
+        intact,                       ///< the check bits are those of the data
+        corrected,                    ///< one bit was wrong
+        damaged                       ///< the data are not known
+    } what = state::intact;           ///< the state of this word
     word data;                        ///< for `damaged` as they stand
     std::optional<std::uint32_t> bit; ///< of the protected word, for `corrected`: which one was wrong
 };
