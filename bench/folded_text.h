@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// What a look-up that folds its text would allocate: @p text in lower case.
+/// The allocation of a look-up that folds its text: @p text in lower case.
 inline std::string folded(std::string_view text) {
     std::string result(text);
     for (char& character : result) {

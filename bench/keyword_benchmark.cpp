@@ -11,7 +11,7 @@
 #include <unordered_set>
 #include <vector>
 
-// Each pair asks the registry and, for comparison, an unordered_set of the same names in lower case.
+// Each pair queries the registry and, for comparison, an unordered_set of the same names in lower case.
 
 namespace {
 

@@ -12,7 +12,7 @@ namespace {
 
 constexpr unsigned file_depth = 1U << 20;
 
-/// Words that look like data: a fixed sequence of pseudo-random numbers.
+/// Words that resemble data: a fixed sequence of pseudo-random numbers.
 class word_sequence {
 public:
     explicit word_sequence(unsigned bits) : digits(bits / 4) {}

@@ -1,4 +1,4 @@
-// A width-ratio check against what its two texts would cost to look up in hash maps: both folded to lower
+// A width-ratio check against the cost of a look-up of its two texts in hash maps: both folded to lower
 // case into a temporary string, then found in an unordered_map.
 
 #include "bench/folded_text.h"
@@ -22,9 +22,9 @@ using text_map = std::unordered_map<std::string, int>;
 const char* const block_names[] = {"AUTO",   "KBLK-A", "KBLK-B", "KBLK-C", "KBLK-D",
                                    "KBLK-E", "KBLK-F", "KBLK-G", "KBLK-L"};
 
-const char* const unknown_families[] = {
-    "", "SERIES", "SERIES_Z9", "SERIES  A5", "SERIES A5 (LPX)", "a family that nobody has ever heard of"};
-const char* const unknown_blocks[] = {"", "KBLK-H", "KBLK-BB", "a block that nobody has ever heard of"};
+const char* const unknown_families[] = {"",           "SERIES",          "SERIES_Z9",
+                                        "SERIES  A5", "SERIES A5 (LPX)", "an unknown family"};
+const char* const unknown_blocks[] = {"", "KBLK-H", "KBLK-BB", "an unknown block"};
 
 // The texts of one check: block type and family.
 using question = std::pair<std::string, std::string>;

@@ -19,7 +19,7 @@ namespace {
 constexpr std::uint32_t depth = 1U << 20;
 constexpr std::size_t samples = 4096;
 
-/// Texts in an order that has no two equal neighbours.
+/// Texts in an order without equal adjacent ones.
 std::vector<std::string> sample_texts(std::int64_t length) {
     std::vector<std::string> texts;
     std::minstd_rand random(1);

@@ -14,10 +14,15 @@ endif()
 if(TARGET kvrmem)
     install(TARGETS kvrmem)
     get_target_property(texts kvrmem KVRMEM_TEXTS)
-    install(FILES ${texts}/man DESTINATION ${CMAKE_INSTALL_MANDIR}/man1 RENAME kvrmem.1)
+    install(DIRECTORY ${texts}/man1 DESTINATION ${CMAKE_INSTALL_MANDIR})
     install(FILES ${texts}/bash DESTINATION ${CMAKE_INSTALL_DATADIR}/bash-completion/completions RENAME kvrmem)
     install(FILES ${texts}/zsh DESTINATION ${CMAKE_INSTALL_DATADIR}/zsh/site-functions RENAME _kvrmem)
     install(FILES ${texts}/fish DESTINATION ${CMAKE_INSTALL_DATADIR}/fish/vendor_completions.d RENAME kvrmem.fish)
+    # Of the JSON that the tool prints.
+    install(DIRECTORY docs/schemas DESTINATION ${CMAKE_INSTALL_DATADIR}/kvr)
+    # A folder as "pack/NAME/start" of vim and neovim holds it.
+    install(DIRECTORY editors/vim DESTINATION ${CMAKE_INSTALL_DATADIR}/kvr PATTERN doc/tags EXCLUDE)
+    install(FILES editors/emacs/kvrmem.el DESTINATION ${CMAKE_INSTALL_DATADIR}/kvr/emacs)
 endif()
 
 set(package_directory ${CMAKE_INSTALL_LIBDIR}/cmake/kvr)
@@ -25,7 +30,7 @@ configure_package_config_file(
     cmake/kvr-config.cmake.in kvr-config.cmake
     INSTALL_DESTINATION ${package_directory}
     NO_SET_AND_CHECK_MACRO)
-# As long as the major version is 0, a minor one may break what the one before it had.
+# While the major version is 0, a minor version may break what the previous one had.
 set(compatibility SameMajorVersion)
 if(PROJECT_VERSION_MAJOR EQUAL 0)
     set(compatibility SameMinorVersion)
@@ -65,7 +70,7 @@ if(TARGET kvrimage)
     install(FILES ${PROJECT_BINARY_DIR}/kvrimage.pc DESTINATION ${CMAKE_INSTALL_LIBDIR}/pkgconfig)
 endif()
 
-# Side by side as in the tree, so that the documents find each other.
+# In the same relative places as in the tree, so that the links between the documents work.
 install(FILES README.md CHANGELOG.md CONTRIBUTING.md LICENSE DESTINATION ${CMAKE_INSTALL_DOCDIR})
 install(DIRECTORY docs/ DESTINATION ${CMAKE_INSTALL_DOCDIR}/docs
         FILES_MATCHING PATTERN "*.md" PATTERN "*.svg" PATTERN api.md EXCLUDE)

@@ -12,7 +12,7 @@ if(CMAKE_CXX_CLANG_TIDY)
     list(APPEND CMAKE_CXX_CLANG_TIDY --extra-arg=-DKVR_LINTED_WITH=${checks_hash})
 endif()
 
-# The checks of a folder that has its own ones: a batch does not stand there, so they would not be found.
+# The checks of a folder that has its own ones: a batch is in another folder, so they would not be found.
 macro(kvr_use_checks_of_this_folder)
     if(CMAKE_CXX_CLANG_TIDY)
         list(APPEND CMAKE_CXX_CLANG_TIDY --config-file=${CMAKE_CURRENT_SOURCE_DIR}/.clang-tidy)

@@ -10,7 +10,7 @@ function(kvr_add_test_suites target prefix)
                 -D "PROPERTIES=${ARGN}" -P "${script}"
         VERBATIM)
     if(NOT EXISTS "${tests}")
-        # As long as the program is not built, its test fails.
+        # Until the program is built, its test fails.
         file(WRITE "${tests}" "add_test(${target} ${target}_is_not_built)\n")
     endif()
     set_property(DIRECTORY APPEND PROPERTY TEST_INCLUDE_FILES "${tests}")

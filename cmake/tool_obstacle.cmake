@@ -19,18 +19,51 @@ function(kvr_elf_obstacle out)
     endif()
 endfunction()
 
+# The same for SHA-256 in kvrmem.
+function(kvr_sha256_obstacle out)
+    find_path(KVR_NETTLE_HEADERS nettle/sha2.h)
+    find_library(KVR_NETTLE_LIBRARY nettle)
+    set(${out} "" PARENT_SCOPE)
+    if(NOT KVR_NETTLE_HEADERS OR NOT KVR_NETTLE_LIBRARY)
+        set(${out} "the library nettle is not found" PARENT_SCOPE)
+    endif()
+endfunction()
+
+# The same for the formulas of kvrmem.
+function(kvr_expr_obstacle out)
+    find_path(KVR_LUA_HEADERS lua.hpp PATH_SUFFIXES lua5.4)
+    find_library(KVR_LUA_LIBRARY lua5.4)
+    set(${out} "" PARENT_SCOPE)
+    if(NOT KVR_LUA_HEADERS OR NOT KVR_LUA_LIBRARY)
+        set(${out} "the library lua5.4 is not found" PARENT_SCOPE)
+    endif()
+endfunction()
+
+# The same for the JPEG pictures of kvrmem.
+function(kvr_jpeg_obstacle out)
+    find_path(KVR_JPEG_HEADERS jpeglib.h)
+    find_library(KVR_JPEG_LIBRARY jpeg)
+    set(${out} "" PARENT_SCOPE)
+    if(NOT KVR_JPEG_HEADERS OR NOT KVR_JPEG_LIBRARY)
+        set(${out} "the library libjpeg is not found" PARENT_SCOPE)
+    endif()
+endfunction()
+
 # The same for kvrmem, which is built with kvrimage.
 function(kvr_kvrmem_obstacle out)
     find_package(nlohmann_json QUIET)
     kvr_kvrimage_obstacle(obstacle)
+    find_path(KVR_STB_HEADERS stb/stb_image.h)
     if(NOT obstacle AND NOT nlohmann_json_FOUND)
         set(obstacle "the library nlohmann_json is not found")
+    elseif(NOT obstacle AND NOT KVR_STB_HEADERS)
+        set(obstacle "the library stb is not found")
     endif()
     set(${out} "${obstacle}" PARENT_SCOPE)
 endfunction()
 
 # Adds the option KVR_BUILD_<part>, for <name>, which is <description>. Without a value for it, <name> is built where it
-# can be, and nothing is kept for the next time. What is asked for and cannot be built is an error.
+# can be, and no cached value is kept. If it is requested explicitly and cannot be built, that is an error.
 macro(kvr_option_to_build part name description)
     cmake_language(CALL kvr_${name}_obstacle obstacle)
     if(obstacle AND KVR_BUILD_${part})

@@ -1,5 +1,5 @@
 # The warnings that the whole tree is free of, with g++ 12 and clang 14. They become errors in the presets
-# that check (CMAKE_COMPILE_WARNING_AS_ERROR), not for somebody who builds kvr with another compiler.
+# that check (CMAKE_COMPILE_WARNING_AS_ERROR), not for a user who builds kvr with another compiler.
 add_library(kvr_warnings INTERFACE)
 target_compile_options(
     kvr_warnings
@@ -24,7 +24,7 @@ target_compile_options(
               $<$<CXX_COMPILER_ID:Clang>:-Wimplicit-fallthrough -Wmissing-prototypes>)
 
 # For the tests, benchmarks and fuzzers of a folder, where a line would have to be excepted in dozens of places: g++ 12
-# takes an optimised std::string = "literal" or "literal" + std::string for an overlapping copy or one out of bounds,
+# takes an optimized std::string = "literal" or "literal" + std::string for an overlapping copy or one out of bounds,
 # and the value of a std::optional that was tested for uninitialized. What is shipped has these warnings.
 macro(kvr_leave_out_false_warnings_in_this_folder)
     if(CMAKE_CXX_COMPILER_ID STREQUAL GNU AND CMAKE_CXX_COMPILER_VERSION VERSION_LESS 13)

@@ -2,11 +2,11 @@
 #
 # Turns the tables of diagnostics into OUTPUT/diagnostic_id.h (the enumeration), OUTPUT/diagnose.h (a function for each
 # that fills in its message), OUTPUT/diagnostic_kinds.h (what they have in common) and OUTPUT/diagnostics.md (the table
-# of the documents). kvrimage/diagnostics/diagnostics.txt tells how a table is written.
+# of the documents). kvrimage/diagnostics/diagnostics.txt describes the form of a table.
 
 cmake_policy(VERSION 3.24)
 
-# A list of CMake is split at semicolons, and not within brackets. In the lines of a table these take their places.
+# A list of CMake is split at semicolons, and not within brackets. These placeholders replace them in lines of a table.
 string(ASCII 1 for_semicolon)
 string(ASCII 2 for_open)
 string(ASCII 3 for_close)
@@ -34,7 +34,7 @@ function(expression_of text out)
     string(REPLACE "\"" "\\\"" text "${text}")
     string(REGEX REPLACE "{([a-z_]+)}" "\" + \\1.text() + \"" text "${text}")
     set(result "std::string(\"${text}\")")
-    # Only the first literal is a string object; empty ones are left out.
+    # Only the first literal is a string object; empty ones are omitted.
     string(REGEX REPLACE "^std::string\\(\"(([^\"\\\\]|\\\\.)*)\" \\+ " "std::string(\"\\1\") + " result "${result}")
     string(REGEX REPLACE "\"\\)$" "\"" result "${result}")
     string(REGEX REPLACE "^std::string\\(\"([^\"]*)\"$" "std::string(\"\\1\")" result "${result}")

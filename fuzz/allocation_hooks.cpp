@@ -1,4 +1,4 @@
-// The meter of allocations where a sanitizer has its own allocator, and tells what that does.
+// The meter of allocations where a sanitizer has its own allocator, which reports allocations to it.
 
 #include "fuzz/expectation.h"
 #include "tests/allocation.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-// The hooks are plain functions: what they count stands where they find it.
+// The hooks are free functions: their counts are global.
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
 bool counts = false;
 std::int64_t counted_bytes = 0; // negative when older blocks are freed

@@ -1,4 +1,4 @@
-// Command lines, run as the tool would, in a folder with a file of each format.
+// Command lines, run as by the tool, in a folder with a file of each format.
 
 #include "fuzz/expectation.h"
 #include "fuzz/scratch.h"
@@ -34,7 +34,7 @@ constexpr std::array<sample_file, 4> samples = {{
     {"b.mif", "WIDTH=12;\nDEPTH=4;\nDATA_RADIX=DEC;\nCONTENT BEGIN\n0 : -5 7;\n3 : 2048\nEND;\n"},
 }};
 
-/// The working directory while a command runs: nothing outside of it can be named there.
+/// The working directory while a command runs: no command can name a file outside of it.
 class command_folder {
 public:
     command_folder() : before(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
@@ -55,7 +55,7 @@ public:
         }
     }
     void leave() const { expect(fchdir(before) == 0, "the working directory cannot be entered again"); }
-    /// True when no command has left a file behind that it should have removed.
+    /// True when no command has left a file that it should have removed.
     [[nodiscard]] static bool is_clean() {
         const auto is_temporary = [](const std::filesystem::directory_entry& entry) {
             return entry.path().filename().string().starts_with(".kvrmem.");
@@ -69,7 +69,7 @@ private:
     int before;
 };
 
-/// Standard input without anything in it.
+/// Empty standard input.
 void close_standard_input() {
     const int nothing = open("/dev/null", O_RDONLY | O_CLOEXEC);
     expect(nothing >= 0 && dup2(nothing, STDIN_FILENO) == STDIN_FILENO, "standard input cannot be replaced");
@@ -98,9 +98,8 @@ bool is_digit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// True for more than five digits in a row, and for a digit with a unit behind it.
-bool holds_large_number(std::string_view word) {
-    constexpr std::size_t most_digits = 5;
+/// True for more than @p most_digits digits in a row, and for a digit with a unit after it.
+bool holds_large_number(std::string_view word, std::size_t most_digits) {
     std::size_t digits = 0;
     for (const char character : word) {
         const bool counts =
@@ -116,12 +115,16 @@ bool holds_large_number(std::string_view word) {
     return false;
 }
 
-/// A number of billions makes a command write as many words: that is what was asked for.
+/// A number of billions makes a command write as many words, as requested. The words that "new" makes by
+/// a rule cost their number times their width in bits.
 bool asks_for_too_much(const std::vector<std::string>& words) {
-    return std::any_of(words.begin(), words.end(), holds_large_number);
+    const std::size_t most_digits = words.size() > 1 && words[1] == "new" ? 3 : 5;
+    return std::any_of(words.begin(), words.end(), [most_digits](const std::string& word) {
+        return holds_large_number(word, most_digits);
+    });
 }
 
-/// getopt() remembers where it stood when a command line was refused; a new program would not.
+/// getopt() keeps its position after a command line was refused; a new program would not.
 void forget_options() {
     std::array<char, 2> name = {"x"};
     std::array<char*, 2> words = {name.data(), nullptr};
@@ -150,10 +153,10 @@ void try_arguments(std::string_view input) {
     }
     folder.enter();
     const int answer = run(words);
-    expect(command_folder::is_clean(), "a temporary file was left behind");
+    expect(command_folder::is_clean(), "a temporary file was left");
     folder.leave();
     expect(answer >= 0 && answer < static_cast<int>(kvrmem::exit_code::internal),
-           "the tool tells a mistake of its own");
+           "the tool reports an internal error");
 }
 
 } // namespace kvr_fuzz

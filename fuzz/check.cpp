@@ -1,4 +1,4 @@
-// What the tool's check says of a file, and how long that takes, against what is promised of every file.
+// The diagnostics of the tool's check for a file, and their cost, against the promises for every file.
 
 #include "fuzz/expectation.h"
 #include "fuzz/input_bytes.h"
@@ -14,7 +14,6 @@
 #include <array>
 #include <cstdint>
 #include <iterator>
-#include <optional>
 #include <sstream>
 #include <string>
 #include <string_view>
@@ -28,34 +27,33 @@ using kvrimage::address_unit;
 using kvrimage::byte_order;
 
 struct options_of_person {
-    std::optional<std::uint32_t> width = std::nullopt;
-    std::optional<std::uint64_t> depth = std::nullopt;
-    std::optional<byte_order> order = std::nullopt;
-    std::optional<std::uint64_t> base = std::nullopt;
-    std::optional<std::uint8_t> pad = std::nullopt;
-    std::optional<address_unit> unit = std::nullopt;
-    bool has_choices = false; ///< the first line of the text
+    kvrimage::read_options read = {}; ///< except for format and choices
+    bool has_choices = false;         ///< the first line of the text
 };
-constexpr std::array<options_of_person, 16> said_by_person = {{
-    {},
-    {.width = 8},
-    {.width = 16},
-    {.width = 12},
-    {.depth = 16},
-    {.width = 32, .depth = 256},
-    {.width = 1, .depth = 1},
-    {.width = 1U << 20U, .depth = 0xFFFFFFFF},
-    {.width = 16, .order = byte_order::little},
-    {.width = 32, .order = byte_order::big, .base = 0x100},
-    {.width = 8, .base = 0},
-    {.width = 24, .depth = 64, .order = byte_order::little, .pad = 0xFF},
-    {.width = 16, .order = byte_order::little, .unit = address_unit::byte},
-    {.width = 300, .depth = 4096, .order = byte_order::big, .base = 1, .pad = 0},
-    {.has_choices = true},
-    {.width = 16, .order = byte_order::big, .has_choices = true},
-}};
 
-/// The format that @p number chooses of those that can be read, "0" the first of the registry, "1" the
+const std::array<options_of_person, 16>& said_by_person() {
+    static const std::array<options_of_person, 16> all = {{
+        {},
+        {.read = {.width = 8}},
+        {.read = {.width = 16}},
+        {.read = {.width = 12}},
+        {.read = {.depth = 16}},
+        {.read = {.width = 32, .depth = 256}},
+        {.read = {.width = 1, .depth = 1}},
+        {.read = {.width = 1U << 20U, .depth = 0xFFFFFFFF}},
+        {.read = {.width = 16, .order = byte_order::little}},
+        {.read = {.width = 32, .order = byte_order::big, .base = 0x100}},
+        {.read = {.width = 8, .base = 0}},
+        {.read = {.width = 24, .depth = 64, .order = byte_order::little, .pad = 0xFF}},
+        {.read = {.width = 16, .unit = address_unit::byte, .order = byte_order::little}},
+        {.read = {.width = 300, .depth = 4096, .order = byte_order::big, .base = 1, .pad = 0}},
+        {.has_choices = true},
+        {.read = {.width = 16, .order = byte_order::big}, .has_choices = true},
+    }};
+    return all;
+}
+
+/// The format that @p number selects of those that can be read, "0" the first of the registry, "1" the
 /// second.
 const kvrimage::format& format_number(unsigned number) {
     static const std::vector<const kvrimage::format*> readable = [] {
@@ -80,15 +78,10 @@ std::vector<kvrimage::choice> choices_in(const std::string& line) {
 }
 
 kvrimage::read_options take_options(input_bytes& settings) {
-    kvrimage::read_options options;
-    options.as = &format_number(settings.number());
-    const options_of_person& said = settings.choose(said_by_person);
-    options.width = said.width;
-    options.depth = said.depth;
-    options.order = said.order;
-    options.base = said.base;
-    options.pad = said.pad;
-    options.unit = said.unit;
+    const kvrimage::format& as = format_number(settings.number());
+    const options_of_person& said = settings.choose(said_by_person());
+    kvrimage::read_options options = said.read;
+    options.as = &as;
     if (said.has_choices) {
         options.choices = choices_in(settings.line());
     }
@@ -101,7 +94,7 @@ kvrimage::read_result checked_within_limits(std::string_view text, const kvrimag
     return kvrimage::check(text, {options});
 }
 
-/// A diagnostic that cannot be shown is none.
+/// A diagnostic that cannot be shown is a fault.
 void expect_shown(const kvrimage::read_result& checked, std::string_view text) {
     for (const kvrimage::diagnostic& found : checked.diagnostics) {
         expect(found.count != 0, "a diagnostic has no place");

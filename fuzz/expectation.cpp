@@ -8,15 +8,15 @@ namespace kvr_fuzz {
 
 namespace {
 
-/// A copy, made when the program starts: where the tool runs inside, standard error itself is closed.
+/// A copy, made when the program starts: where the tool runs in the process, standard error itself is closed.
 // NOLINTNEXTLINE(cert-err58-cpp): dup throws nothing
 const int report_descriptor = dup(STDERR_FILENO);
 
 } // namespace
 
-void tell_finding(std::string_view what) {
+void report_finding(std::string_view what) {
     const std::string message = "FINDING: " + std::string(what) + "\n";
-    // There is nobody to tell that it cannot be told.
+    // A failure to report cannot be reported.
     [[maybe_unused]] const ssize_t written = write(report_descriptor, message.data(), message.size());
     std::abort();
 }

@@ -5,12 +5,12 @@
 namespace kvr_fuzz {
 
 /// Ends the program with @p what on the standard error that it was started with: a finding.
-[[noreturn]] void tell_finding(std::string_view what);
+[[noreturn]] void report_finding(std::string_view what);
 
-/// @param what says what does not hold.
+/// @param what says what is wrong.
 inline void expect(bool holds, std::string_view what) {
     if (!holds) {
-        tell_finding(what);
+        report_finding(what);
     }
 }
 

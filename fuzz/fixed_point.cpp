@@ -1,4 +1,4 @@
-// Fixed-point texts against a second reading of them.
+// Fixed-point texts against a second implementation.
 
 #include "kvr/numeric/fixed_point.h"
 

@@ -1,4 +1,4 @@
-// The detection of generated files and the making of legal names against a second reading.
+// The detection of generated files and the making of legal names against a second implementation.
 
 #include "fuzz/expectation.h"
 #include "fuzz/library_targets.h"

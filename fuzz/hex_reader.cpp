@@ -25,10 +25,10 @@ namespace {
 constexpr std::array<std::uint32_t, 12> hex_word_sizes = {8, 16, 32, 128, 1, 7, 12, 24, 64, 256, 264, 0};
 constexpr std::array<std::uint32_t, 4> address_offsets = {0, 16, 0xFFFFFF00, 3};
 
-/// Wants to know of every record, and gives up at the first fault as a reader without an observer does.
-class hex_onlooker : public kvr::read_observer {
+/// Requests every record, and stops at the first fault as a reader without an observer does.
+class hex_observer : public kvr::read_observer {
 public:
-    explicit hex_onlooker(bool goes_on_after_faults) : goes_on(goes_on_after_faults) {}
+    explicit hex_observer(bool goes_on_after_faults) : goes_on(goes_on_after_faults) {}
     bool fault(const kvr::read_fault& fault, std::string_view /*text*/) override {
         expect(fault.line != 0, "a fault has no line");
         return goes_on;
@@ -61,7 +61,7 @@ void expect_same_reading(const hex_reading& left, const hex_reading& right) {
     expect(left.memory.address_offset == right.memory.address_offset, "the address offsets differ");
 }
 
-/// The same file with a blank at the end of every line, which takes each of them off the short ways; "" when
+/// The same file with a blank at the end of every line, which excludes the fast paths; "" when
 /// that makes a line too long.
 std::string with_blanks(std::string_view text) {
     std::string result;
@@ -82,7 +82,7 @@ bool is_hexadecimal(std::string_view word) {
                        [](unsigned char character) { return std::isxdigit(character) != 0; });
 }
 
-/// What the writer makes of a word.
+/// The digits that the writer makes of a word.
 std::string in_a_record(std::string_view word, std::size_t digits) {
     std::string text(digits - std::min(digits, word.size()), '0');
     for (const char character : word) {
@@ -91,7 +91,7 @@ std::string in_a_record(std::string_view word, std::size_t digits) {
     return text;
 }
 
-/// Records hold whole bytes, and their checksum says something of digits only.
+/// Records hold whole bytes, and their checksum covers digits only.
 bool can_be_compared(const kvr::hex_memory& memory) {
     constexpr std::uint32_t few_words = 1024;
     if (memory.word_size == 0 || memory.word_size % 8 != 0 || memory.data_words.empty() ||
@@ -139,7 +139,7 @@ void try_hex_reader(std::string_view input) {
     expect_same_reading(once, twice);
     expect_same_messages(once.owner, twice.owner);
 
-    hex_onlooker stopping(false);
+    hex_observer stopping(false);
     hex_reading watched(word_size, offset);
     expect(watched.read(bytes.view(), &stopping) == complete, "an observer changes the verdict");
     expect_same_reading(once, watched);
@@ -150,7 +150,7 @@ void try_hex_reader(std::string_view input) {
         expect_same_messages(once.owner, plain.owner);
     }
     if (!complete) {
-        hex_onlooker going_on(true);
+        hex_observer going_on(true);
         hex_reading whole(word_size, offset);
         whole.read(bytes.view(), &going_on);
     }

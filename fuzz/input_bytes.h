@@ -7,8 +7,8 @@
 
 namespace kvr_fuzz {
 
-/// Takes settings off the front of an input, where a person finds them; what is left is the text that is
-/// tried.
+/// Consumes settings at the front of an input, where they are easy to find and to edit; the rest is the text
+/// under test.
 class input_bytes {
 public:
     explicit input_bytes(std::string_view input) noexcept : left(input) {}
@@ -23,13 +23,13 @@ public:
         return byte;
     }
 
-    /// The one of @p choices that the first byte chooses.
+    /// The choice of @p choices that the first byte selects.
     template <class Value, std::size_t count>
     const Value& choose(const std::array<Value, count>& choices) noexcept {
         return choices[number() % count];
     }
 
-    /// What stands before the first LF, which goes, too; everything when there is none.
+    /// The text before the first LF, which is consumed, too; everything when there is none.
     std::string line() {
         const std::size_t end = left.find('\n');
         std::string taken(left.substr(0, end));

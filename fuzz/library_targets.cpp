@@ -8,7 +8,7 @@ namespace kvr_fuzz {
 
 namespace {
 
-// Where an input reaches thousands of features, it takes longer to weigh them than to run it: no entropic
+// Where an input reaches thousands of features, weighing them takes longer than running it: no entropic
 // scheduling there.
 constexpr std::array targets = {
     target{"mif_reader", try_mif_reader, "-max_len=1024 -entropic=0"},

@@ -4,23 +4,23 @@
 
 namespace kvr_fuzz {
 
-// What is fuzzed of the library. Where an input begins with settings, the function says so.
+// The fuzz targets of the library. Where an input begins with settings, the function documents them.
 
 /// The input is a MIF file.
 void try_mif_reader(std::string_view input);
-/// Two bytes choose the word size and the address offset that an earlier read has left; the rest is an Intel
+/// Two bytes choose the word size and the address offset of an earlier read; the rest is an Intel
 /// HEX file.
 void try_hex_reader(std::string_view input);
 /// Two bytes choose the word size and the depth; the rest is a RIF file.
 void try_rif_reader(std::string_view input);
 /// Two bytes choose the radixes, two are the width; the rest is the word.
 void try_radix_conversion(std::string_view input);
-/// Two bytes choose the radixes, the rest of the first line is the format; behind it stands the word.
+/// Two bytes choose the radixes, the rest of the first line is the format; the word follows.
 void try_fixed_point(std::string_view input);
-/// The first byte is the index of a token, the rest of the first line the delimiters; behind it stands the
-/// text.
+/// The first byte is the index of a token, the rest of the first line the delimiters; the text
+/// follows.
 void try_tokenizer(std::string_view input);
-/// One byte chooses what keys the maps; the rest is a list file.
+/// One byte chooses the keys of the maps; the rest is a list file.
 void try_list_file(std::string_view input);
 /// The input is a design file, and a name.
 void try_generated_file(std::string_view input);

@@ -1,4 +1,4 @@
-// A MIF file, read by the short ways and by the plain one, then written and read again.
+// A MIF file, read by the fast paths and by the exact one, then written and read again.
 
 #include "kvr/memory/mif/mif_reader.h"
 
@@ -18,10 +18,10 @@ namespace kvr_fuzz {
 
 namespace {
 
-/// Makes the reader take every line the plain way, and learns which addresses the lines have set.
-class plain_way : public kvr::mif_observer {
+/// Makes the reader take the exact path for every line, and records the addresses that the lines have set.
+class exact_path_observer : public kvr::mif_observer {
 public:
-    explicit plain_way(bool goes_on_after_faults) : goes_on(goes_on_after_faults) {}
+    explicit exact_path_observer(bool goes_on_after_faults) : goes_on(goes_on_after_faults) {}
 
     [[nodiscard]] bool wants_every_line() const override { return true; }
     void content_line(const kvr::mif_content& /*content*/) override {}
@@ -40,7 +40,7 @@ public:
     std::deque<std::uint64_t> lasts;
 };
 
-/// A memory and whoever takes its messages.
+/// A memory and the file that takes its messages.
 struct mif_reading {
     mif_reading() : memory(&owner) { kvr::fill_radix_names(memory); }
 
@@ -67,8 +67,8 @@ void expect_same_comments(const kvr::mif_memory& left, const kvr::mif_memory& ri
     }
 }
 
-/// Looks around @p places, where lines begin and end: the readers can differ there, behind the runs that were
-/// looked at already, and in the addresses that they have noted.
+/// Compares around @p places, where lines begin and end: the readers can differ there, after the runs that
+/// were compared already, and in the addresses that they have recorded.
 void expect_same_around(const std::deque<std::uint64_t>& places, const kvr::mif_memory& left,
                         const kvr::mif_memory& right) {
     constexpr int few_runs = 4;
@@ -96,7 +96,7 @@ bool has_long_line(std::string_view text) {
     return text.size() - begin > kvr::mif_reader::line_limit;
 }
 
-/// Runs have a line each; comments give every address one, also in a memory of billions of words.
+/// Each run has its own line; comments give every address one, also in a memory of billions of words.
 bool can_be_written(const kvr::mif_memory& memory) {
     constexpr std::uint32_t few_words = 4096;
     return memory.number_of_words > 0 && memory.word_size > 0 && memory.address_radix != RADIX_NONE &&
@@ -105,8 +105,8 @@ bool can_be_written(const kvr::mif_memory& memory) {
            !has_many_runs(memory.data_words);
 }
 
-/// Writes @p memory and reads that. Header comments and joined values can make lines that are too long to be
-/// read.
+/// Writes @p memory and reads the result. Header comments and joined values can make lines that are too long
+/// to read.
 void expect_same_after_writing(kvr::mif_memory& memory) {
     static const scratch_file file;
     memory.file_name = file.path();
@@ -124,10 +124,10 @@ void expect_same_after_writing(kvr::mif_memory& memory) {
     expect(same_words(again.memory.data_words, memory.data_words), "the words are other ones after writing");
 }
 
-/// What a reader that stops at the first fault does not read, one that goes on does not call read either.
+/// A file that a reader refuses at the first fault is not accepted by one that goes on after faults either.
 void go_through_all_faults(std::string_view text) {
     mif_reading reading;
-    plain_way observer(true);
+    exact_path_observer observer(true);
     expect(!reading.read(text, &observer), "going on after faults changes the verdict");
 }
 
@@ -139,7 +139,7 @@ void try_mif_reader(std::string_view input) {
     mif_reading fast;
     const bool complete = fast.read(bytes.view(), nullptr);
     mif_reading exact;
-    plain_way observer(false);
+    exact_path_observer observer(false);
     expect(exact.read(bytes.view(), &observer) == complete, "only one way reads the file to its end");
     expect_same_state(fast.memory, exact.memory);
     expect_same_messages(fast.owner, exact.owner);

@@ -8,7 +8,7 @@
 
 namespace kvr_fuzz {
 
-/// Changes a store and its model as @p input says, up to the end of the input. A step takes one byte at
+/// Changes a store and its model according to @p input, up to the end of the input. A step takes one byte at
 /// least; the limit is for inputs of thousands.
 template <class Operations>
 void run_steps(std::string_view input) {
@@ -21,7 +21,7 @@ void run_steps(std::string_view input) {
         }
         operations.compare_all();
     } catch (const std::logic_error& difference) {
-        tell_finding(difference.what());
+        report_finding(difference.what());
     }
 }
 

@@ -8,12 +8,12 @@
 
 namespace kvr_fuzz {
 
-/// A second reading of fixed-point texts, bit by bit, with the conversions of the C library.
+/// A second implementation of fixed-point texts, bit by bit, with the conversions of the C library.
 struct plain_fixed_point {
     int integer_bits;
     int fraction_bits;
 
-    /// The format "I.F"; nothing when it is broken.
+    /// The format "I.F"; no value when it is broken.
     static std::optional<plain_fixed_point> of(const std::string& format);
 
     [[nodiscard]] std::int64_t word_bits() const { return std::int64_t{integer_bits} + fraction_bits; }
@@ -22,7 +22,7 @@ struct plain_fixed_point {
 
     struct reading {
         std::string text;
-        bool uniform; ///< all integer bits are alike
+        bool uniform; ///< all integer bits are equal
     };
     /// The decimal fraction of @p bits, which are not empty.
     [[nodiscard]] reading fraction_of(const std::string& bits) const;

@@ -7,7 +7,7 @@
 
 namespace kvr_fuzz {
 
-/// What a list file says.
+/// The contents of a list file.
 struct list_file_reading {
     bool well_formed = true;
     KVR_STRING_MAP libraries;
@@ -17,7 +17,7 @@ struct list_file_reading {
     friend bool operator==(const list_file_reading&, const list_file_reading&) = default;
 };
 
-/// A second reading of the list file @p text that stands at @p list_path in @p folder, which ends in a slash.
+/// A second reader of the list file @p text, which is at @p list_path in @p folder, which ends in a slash.
 [[nodiscard]] list_file_reading read_list_plainly(std::string_view text, const std::string& folder,
                                                   const std::string& list_path, bool key_by_path);
 

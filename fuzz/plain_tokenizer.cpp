@@ -26,7 +26,7 @@ plain_token token_before_whole(const std::string& text, const std::string& delim
         return whole;
     }
     const char first = delimiter.front();
-    const std::string behind_first = delimiter.substr(1);
+    const std::string after_first = delimiter.substr(1);
     std::string work = text;
     std::string prefix;
     while (!work.empty()) {
@@ -36,8 +36,8 @@ plain_token token_before_whole(const std::string& text, const std::string& delim
         }
         const std::string piece = work.substr(0, place);
         work.erase(0, place + 1);
-        if (work.compare(0, behind_first.size(), behind_first) == 0) {
-            return {prefix + piece, work.substr(behind_first.size()), ""};
+        if (work.compare(0, after_first.size(), after_first) == 0) {
+            return {prefix + piece, work.substr(after_first.size()), ""};
         }
         prefix = piece + first;
     }

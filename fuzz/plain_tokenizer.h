@@ -4,7 +4,7 @@
 
 namespace kvr_fuzz {
 
-/// A token and what is left of the text behind its delimiter.
+/// A token and the rest of the text after its delimiter.
 struct plain_token {
     std::string token;
     std::string rest;
@@ -17,7 +17,7 @@ struct plain_token {
 [[nodiscard]] plain_token token_before_any_of(const std::string& text, const std::string& delimiters);
 
 /// The token before the first occurrence of all of @p delimiter, found piece by piece: each piece ends at the
-/// delimiter's first character, and only the piece before the last one is kept in front.
+/// delimiter's first character, and only the piece before the last one is kept before the token.
 [[nodiscard]] plain_token token_before_whole(const std::string& text, const std::string& delimiter);
 
 } // namespace kvr_fuzz

@@ -9,7 +9,7 @@ namespace kvr_fuzz {
 
 namespace {
 
-/// Takes the next line off the front of @p file.
+/// Removes the next line from the front of @p file.
 std::string take_line(std::string_view& file) {
     constexpr std::size_t longest = 4095;
     const std::size_t end = std::min({file.find('\n'), file.size(), longest});
@@ -22,7 +22,7 @@ std::string take_line(std::string_view& file) {
     return line;
 }
 
-/// The words of a line. One that ends with a blank has no word behind it.
+/// The words of a line. A line that ends with a blank has no word after it.
 std::vector<std::string> words_of(const std::string& line) {
     std::vector<std::string> words;
     std::size_t begin = 0;

@@ -5,7 +5,7 @@
 
 namespace kvr_fuzz {
 
-/// A second reading of the first lines of a design file.
+/// A second reader of the first lines of a design file.
 struct wizard_header {
     bool generated = false;
     std::string name;
@@ -17,7 +17,7 @@ struct wizard_header {
 
 [[nodiscard]] wizard_header read_wizard_header_plainly(std::string_view file);
 
-/// A second making of a legal name.
+/// A second implementation of legal names.
 [[nodiscard]] std::string legal_name_plainly(std::string_view name);
 
 } // namespace kvr_fuzz

@@ -1,4 +1,4 @@
-// The conversion of words against a second one, digit by digit, and the exact one against its own way back.
+// The conversion of words against a second one, digit by digit, and the exact one against its own inverse.
 
 #include "kvr/numeric/radix_conversion.h"
 
@@ -21,7 +21,7 @@ namespace {
 
 using literal_radix_conversion::outcome;
 
-/// Those that exist, those that no conversion knows, and one that nobody knows.
+/// Those that exist, those that no conversion supports, and an unknown value.
 constexpr std::array<KVR_MEMORY_RADIXES, 8> all_radixes = {
     RADIX_BIN, RADIX_DEC,         RADIX_UNS,  RADIX_HEX,
     RADIX_OCT, RADIX_FIXED_POINT, RADIX_NONE, static_cast<KVR_MEMORY_RADIXES>(9)};
@@ -34,7 +34,7 @@ struct word_conversion {
     std::string text;
 };
 
-/// What the library makes of it, as the second conversion tells it.
+/// The result of the library, in the form of the second conversion.
 outcome converted(const word_conversion& asked) {
     const std::string before = "before";
     std::string output = before;
@@ -77,7 +77,7 @@ std::optional<std::string> literal_bits_of(const word_conversion& asked) {
     }
 }
 
-/// The fast ways of the exact conversion against its plain one, and the word against itself on its way back.
+/// The fast paths of the exact conversion against its exact path, and the word against its inverse.
 void try_exact_conversion(const word_conversion& asked) {
     if (asked.from >= exact_radixes || asked.to >= exact_radixes || asked.width == 0) {
         return;
@@ -88,7 +88,7 @@ void try_exact_conversion(const word_conversion& asked) {
     const auto fast_error = kvr::append_exact_word(fast, asked.text, {from, to, asked.width});
     std::string plain;
     const auto plain_error = kvr::append_exact_word_plainly(plain, asked.text, {from, to, asked.width});
-    expect(fast_error == plain_error, "the fast exact conversion tells another error");
+    expect(fast_error == plain_error, "the fast exact conversion gives another error");
     expect(fast == plain, "the fast exact conversion gives another word");
     if (fast_error) {
         return;
@@ -107,7 +107,7 @@ std::size_t bits_of_literal(const word_conversion& asked) {
     return std::max<std::size_t>(asked.text.size() * digit_bits, asked.width);
 }
 
-/// Its decimal arithmetic takes the square of the length in time.
+/// Its decimal arithmetic takes quadratic time.
 bool takes_long(const word_conversion& asked) {
     constexpr std::size_t few_bits = 200;
     const auto is_decimal = [](KVR_MEMORY_RADIXES radix) { return radix == RADIX_DEC || radix == RADIX_UNS; };

@@ -6,9 +6,9 @@
 
 namespace kvr_fuzz {
 
-/// Holds what runs while it lives to the limits that hostile input must not break: 32 MiB and a hundred times
-/// the input in memory, a second and 20 microseconds for each byte of the input in time of the processor. One
-/// may live at a time.
+/// Checks that the code that runs during its lifetime respects the limits for hostile input: 32 MiB and a
+/// hundred times the input in memory, a second and 20 microseconds for each byte of the input in processor
+/// time. One may exist at a time.
 class resource_limits {
 public:
     /// @param input_size in bytes.

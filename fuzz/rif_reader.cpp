@@ -1,4 +1,4 @@
-// A RIF file, read by the short way and by the plain one, then written, read and written again.
+// A RIF file, read by the fast path and by the exact one, then written, read and written again.
 
 #include "kvr/memory/rif/rif_reader.h"
 
@@ -22,9 +22,9 @@ namespace {
 constexpr std::array<std::uint32_t, 8> rif_word_sizes = {16, 8, 1, 5, 32, 64, 100, 0};
 constexpr std::array<std::uint32_t, 8> rif_depths = {64, 8, 0, 1, 300, 1100, 70000, 0xFFFFFFFF};
 
-class rif_onlooker : public kvr::read_observer {
+class rif_word_observer : public kvr::read_observer {
 public:
-    explicit rif_onlooker(bool goes_on_after_faults) : goes_on(goes_on_after_faults) {}
+    explicit rif_word_observer(bool goes_on_after_faults) : goes_on(goes_on_after_faults) {}
     bool fault(const kvr::read_fault& fault, std::string_view text) override {
         expect(fault.column != 0 && fault.column - 1 + fault.length <= text.size(),
                "a fault lies outside of its line");
@@ -82,14 +82,14 @@ void try_rif_reader(std::string_view input) {
 
     rif_reading fast(word_size, depth);
     fast.read(bytes.view(), nullptr);
-    rif_onlooker stopping(false);
+    rif_word_observer stopping(false);
     rif_reading exact(word_size, depth);
     exact.read(bytes.view(), &stopping);
     expect_same_state(fast.memory, exact.memory);
     expect(fast.owner.has_error_messages() == stopping.saw_faults(), "only one way finds a fault");
 
     if (stopping.saw_faults()) {
-        rif_onlooker going_on(true);
+        rif_word_observer going_on(true);
         rif_reading whole(word_size, depth);
         whole.read(bytes.view(), &going_on);
         expect(going_on.saw_faults(), "going on after faults changes whether there are some");

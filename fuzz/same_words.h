@@ -7,7 +7,7 @@
 
 namespace kvr_fuzz {
 
-/// So many runs of equal words are looked at: a line of two values that alternate makes a billion of them.
+/// The number of runs of equal words that are compared: a line of two alternating values makes a billion.
 inline constexpr int most_runs = 200;
 
 /// True when @p words are more than `most_runs` runs.

@@ -5,10 +5,10 @@
 
 namespace kvr_fuzz {
 
-/// Something that is fuzzed.
+/// A fuzz target.
 struct target {
     std::string_view name;
-    void (*run)(std::string_view input); ///< tells a finding when something does not hold
+    void (*run)(std::string_view input); ///< reports a finding when an expectation fails
     const char* options; ///< of libFuzzer, separated by blanks; the command line overrides them
 };
 

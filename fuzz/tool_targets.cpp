@@ -8,12 +8,13 @@ namespace kvr_fuzz {
 
 namespace {
 
-// Where an input reaches thousands of features, it takes longer to weigh them than to run it: no entropic
+// Where an input reaches thousands of features, weighing them takes longer than running it: no entropic
 // scheduling there.
 constexpr std::array targets = {
     target{"check", try_check, "-max_len=1024 -entropic=0"},
-    // What the tool says goes nowhere.
+    // The output of the tool is discarded.
     target{"arguments", try_arguments, "-max_len=300 -entropic=0 -close_fd_mask=3"},
+    target{"language_server", try_language_server, "-max_len=2048 -entropic=0"},
 };
 
 } // namespace

@@ -13,7 +13,7 @@
 #define KVR_VERSION_MINOR 1
 /// Its third number, below 100.
 #define KVR_VERSION_PATCH 0
-/// One number that grows with every version: `#if KVR_VERSION >= 102` asks for 0.1.2 or later.
+/// One number that grows with every version: `#if KVR_VERSION >= 102` tests for 0.1.2 or later.
 #define KVR_VERSION (KVR_VERSION_MAJOR * 10000 + KVR_VERSION_MINOR * 100 + KVR_VERSION_PATCH)
 /// Its text.
 #define KVR_VERSION_STRING "0.1.0"

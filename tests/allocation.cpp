@@ -71,8 +71,8 @@ void release(void* block) noexcept {
 
 } // namespace
 
-// Every form without alignment is replaced, so that no block comes from one implementation and goes back
-// to another: sanitizers bring their own.
+// Every form without alignment is replaced, so that no block is allocated by one implementation and freed by
+// another: sanitizers bring their own.
 
 // Some compilers declare these two only when they call them.
 void operator delete(void* block, std::size_t size) noexcept;

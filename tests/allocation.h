@@ -2,14 +2,14 @@
 
 #include <cstddef>
 
-// The test program's operator new can be told to fail, and to count. Both are off until one of these
-// objects lives; of each kind one may live at a time.
+// The test program's operator new can be made to fail, and to count. Both are off until one of these
+// objects exists; of each kind one may exist at a time.
 
-/// How often the program has allocated.
+/// The number of allocations of the program so far.
 [[nodiscard]] std::size_t allocation_count() noexcept;
 
 /// While it lives, the allocation with the given number, counted from 1, throws std::bad_alloc: that one
-/// only, or that one and all behind it.
+/// only, or that one and all after it.
 class failing_allocation {
 public:
     enum class extent { one, all_from_there };
@@ -19,12 +19,12 @@ public:
     failing_allocation(const failing_allocation&) = delete;
     failing_allocation& operator=(const failing_allocation&) = delete;
 
-    /// True when so many allocations were asked for that at least one failed.
+    /// True when the program made so many allocations that at least one failed.
     [[nodiscard]] static bool happened() noexcept;
 };
 
-/// Counts the memory that is allocated while it lives: what the allocator hands out, which may be more
-/// than was asked for, and one word for each block.
+/// Counts the memory that is allocated during its lifetime: the bytes that the allocator provides, which may
+/// be more than requested, and one word for each block.
 class allocation_meter {
 public:
     allocation_meter() noexcept;

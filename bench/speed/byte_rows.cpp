@@ -1,4 +1,4 @@
-// Files of bytes and lists of words, as whole processes of the tool, against programs that do the same.
+// Files of bytes and lists of words, as whole processes of the tool, against programs with the same function.
 
 #include "bench/speed/corpus.h"
 #include "bench/speed/table.h"
@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::uint32_t bytes_measured = 1U << 24;
 
-/// A format in which the tool holds the memory, and the faster one of two other programs that know it.
+/// A format in which the tool holds the memory, and the faster of two other programs that support it.
 struct byte_format {
     const char* id;
     const char* peer;      ///< a program
@@ -32,7 +32,7 @@ std::string path_of(const char* program) {
     return std::string("/usr/bin/") + program;
 }
 
-/// The command by which the peer of a format makes @p output, in the format @p to, of @p input.
+/// The command with which the peer of a format makes @p output, in the format @p to, from @p input.
 std::vector<std::string> peer_command(const byte_format& from, const byte_format& to,
                                       const std::string& input, const std::string& output) {
     const byte_format& known = from.peer == std::string("srec_cat") ? from : to;
@@ -45,7 +45,7 @@ std::vector<std::string> peer_command(const byte_format& from, const byte_format
     return {path_of("srec_cat"), input, name(from), "-o", output, name(to)};
 }
 
-/// Converts between a format and binary, against the peer and against what the machine needs for the bytes.
+/// Converts between a format and binary, against the peer and against the floor of the machine for the bytes.
 class conversion {
 public:
     conversion(const table_settings& with, const byte_format& input_format, const byte_format& output_format)
@@ -55,7 +55,7 @@ public:
           input(settings.folder + "/bytes." + from.id),
           output(settings.folder + "/made." + to.id) {}
 
-    /// Makes @p path of the file of the other format.
+    /// Makes @p path from the file of the other format.
     static std::vector<std::string> command(const table_settings& settings, const std::string& input,
                                             const std::string& from, const std::string& output,
                                             const std::string& to) {
@@ -98,6 +98,26 @@ void print_peak_of_bytes(const table_settings& settings, const std::string& path
                1.1, ""});
 }
 
+/// Writing alone: a binary file, which costs almost nothing to read, becomes the same list.
+void print_list_writing(const table_settings& settings, const std::string& list) {
+    const std::string binary = settings.folder + "/list.binary";
+    const std::string made = settings.folder + "/written.mem";
+    static_cast<void>(processor_time_of_process({settings.tool, "convert", "--force", "--from", "readmemh",
+                                                 "--to", "binary", "--endian", "little", list, binary}));
+    const std::vector<std::string> ours = {settings.tool, "convert", "--force",  "--from", "binary",
+                                           "--width",     "32",      "--endian", "little", "--to",
+                                           "readmemh",    binary,    made};
+    static_cast<void>(processor_time_of_process(ours));
+    const std::string size = std::to_string(std::filesystem::file_size(made));
+    const comparison write =
+        compare([&] { return processor_time_of_process(ours); },
+                [&] {
+                    return processor_time_of_process({settings.self, "floor-convert", binary, size, made});
+                },
+                settings.rounds);
+    print_row({"write readmemh, 32 bits, from binary, against RW", write.ratio, 2, 1.3, milliseconds(write)});
+}
+
 void print_list_rows(const table_settings& settings) {
     const corpus_file file{"m32.mif", file_shape::one_word_a_line, 32, words_measured};
     const std::string source = make_file(settings.folder, file);
@@ -117,6 +137,7 @@ void print_list_rows(const table_settings& settings) {
         },
         settings.rounds);
     print_row({"read readmemh, 32 bits", read.ratio, 3, 1.5, milliseconds(read)});
+    print_list_writing(settings, list);
     const comparison both =
         compare([&] { return processor_time_of_process(ours); },
                 [&] {

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::string_view hex_digits = "0123456789ABCDEF";
 
-/// Words that look like data: a fixed sequence of pseudo-random digits.
+/// Words that resemble data: a fixed sequence of pseudo-random digits.
 class word_sequence {
 public:
     explicit word_sequence(std::uint32_t bits) : length(bits / 4) {}

@@ -5,7 +5,7 @@
 
 namespace speed {
 
-/// What a file of the corpus looks like.
+/// The shape of a file of the corpus.
 enum class file_shape : std::uint8_t {
     one_word_a_line, ///< or one word a record; RIF: a page of words a line
     eight_values_a_line,
@@ -15,16 +15,16 @@ enum class file_shape : std::uint8_t {
 };
 
 struct corpus_file {
-    const char* name; ///< its extension tells the format
+    const char* name; ///< its extension gives the format
     file_shape shape;
     std::uint32_t bits;
     std::uint32_t words;
 };
 
-/// Writes @p file into @p folder, the same bytes every time, and answers with its path.
+/// Writes @p file into @p folder, the same bytes every time, and returns its path.
 std::string make_file(const std::string& folder, const corpus_file& file);
 
-/// Writes @p count bytes that look like data, the same every time, to @p path, and answers with it.
+/// Writes @p count bytes that resemble data, the same every time, to @p path, and returns it.
 std::string make_bytes(const std::string& path, std::uint32_t count);
 
 } // namespace speed

@@ -1,7 +1,7 @@
 // speed_table TOOL FOLDER [GROUP]
-// Prints how long the library takes in units of what the machine cannot do without: docs/performance.md tells
-// what the rows mean. TOOL is kvrmem, built for speed; FOLDER lies on a memory file system; GROUP is one of
-// files, tool, memory, numbers, words, bytes.
+// Prints the time of the library in units of what the machine needs at least: docs/performance.md explains
+// the rows. TOOL is kvrmem, built for speed; FOLDER is on a memory file system; GROUP is one of
+// files, tool, memory, numbers, words, bytes, operations.
 
 #include "bench/speed/table.h"
 #include "bench/speed/work.h"
@@ -35,7 +35,8 @@ int main(int count, char** words) {
         }
     }
     if (count < 3) {
-        std::fputs("usage: speed_table TOOL FOLDER [files|tool|memory|numbers|words|bytes]\n", stderr);
+        std::fputs("usage: speed_table TOOL FOLDER [files|tool|memory|numbers|words|bytes|operations]\n",
+                   stderr);
         return 4;
     }
     const std::string_view group = count > 3 ? words[3] : "";
@@ -58,6 +59,9 @@ int main(int count, char** words) {
     }
     if (group.empty() || group == "bytes") {
         speed::byte_rows(settings);
+    }
+    if (group.empty() || group == "operations") {
+        speed::operation_rows(settings);
     }
     return 0;
 }

@@ -1,4 +1,4 @@
-// What a word takes in memory: what the allocator has handed out, divided by the words.
+// The memory of a word: the bytes that the allocator has allocated, divided by the words.
 
 #include "bench/speed/table.h"
 #include "kvr/kvr.h"

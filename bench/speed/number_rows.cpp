@@ -44,7 +44,7 @@ std::vector<std::string> random_numbers(std::size_t digits, unsigned base) {
     return numbers;
 }
 
-/// Seconds of a conversion, each number of @p numbers once and again until enough time has passed.
+/// Seconds of a conversion: the numbers of @p numbers are converted repeatedly until enough time has passed.
 template <class Convert>
 double time_of_each(const std::vector<std::string>& numbers, Convert convert) {
     constexpr double enough = 0.02;

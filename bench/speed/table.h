@@ -8,19 +8,19 @@ namespace speed {
 /// Of each memory that is measured.
 inline constexpr std::uint32_t words_measured = 1U << 20;
 
-/// A line of the table: what was reached, and what was aimed at, both in units of the yardstick.
+/// A line of the table: the ratio reached and the target, both in units of the yardstick.
 struct table_row {
     std::string work;
     double reached;
     double target;
     double stretch;
-    std::string absolute; ///< the figures behind the ratio
+    std::string absolute; ///< the figures of the ratio
 };
 
 void print_head();
 void print_row(const table_row& row);
 
-/// What the rows need to know of the surroundings.
+/// The environment of the rows.
 struct table_settings {
     std::string self;   ///< this program, for the child processes
     std::string tool;   ///< kvrmem, built for speed
@@ -35,5 +35,6 @@ void tool_rows(const table_settings& settings);
 void number_rows(const table_settings& settings);
 void word_rows(const table_settings& settings);
 void byte_rows(const table_settings& settings);
+void operation_rows(const table_settings& settings);
 
 } // namespace speed

@@ -52,7 +52,7 @@ std::vector<char*> argument_pointers(std::vector<std::string>& command) {
 
 namespace {
 
-/// Starts @p command, its output thrown away, and waits for its end. Ends the program when it cannot be
+/// Starts @p command, its output discarded, and waits for its end. Ends the program when it cannot be
 /// started or does not end with 0.
 rusage run_process(const std::vector<std::string>& command) {
     std::vector<std::string> words = command;

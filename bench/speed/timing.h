@@ -9,11 +9,11 @@ namespace speed {
 /// Seconds that one run of something takes.
 using measurement = std::function<double()>;
 
-/// What two things cost that were run in turn.
+/// The cost of two things that were run in turn.
 struct comparison {
     double work;  ///< median, in seconds
     double floor; ///< median of the yardstick, in seconds
-    double ratio; ///< median of the ratios of neighbouring runs
+    double ratio; ///< median of the ratios of adjacent runs
 };
 
 /// Runs @p work and @p floor in turn, once uncounted and then @p rounds times.
@@ -21,23 +21,23 @@ struct comparison {
 
 [[nodiscard]] double median(std::vector<double> values);
 
-/// What exec wants: pointers to the words of @p command, which must outlive them, and a null pointer.
+/// The arguments of exec: pointers to the words of @p command, which must outlive them, and a null pointer.
 [[nodiscard]] std::vector<char*> argument_pointers(std::vector<std::string>& command);
 
-/// Seconds that the process @p command takes from its start to its end, its output thrown away. Ends the
+/// Seconds that the process @p command takes from its start to its end, its output discarded. Ends the
 /// program when it cannot be started or does not end with 0.
 [[nodiscard]] double time_of_process(const std::vector<std::string>& command);
 
 /// The same in seconds of the processor, of the user and the system together.
 [[nodiscard]] double processor_time_of_process(const std::vector<std::string>& command);
 
-/// The most memory that the process @p command holds, in MB, its output thrown away.
+/// The peak memory of the process @p command, in MB, its output discarded.
 [[nodiscard]] double peak_of_process(const std::vector<std::string>& command);
 
 /// "15.3 ms / 7.3 ms": the work and the floor.
 [[nodiscard]] std::string milliseconds(const comparison& result);
 
-/// Seconds by a clock that only goes forward.
+/// Seconds by a monotonic clock.
 [[nodiscard]] double now();
 
 } // namespace speed

@@ -5,15 +5,15 @@
 
 namespace speed {
 
-/// Runs what a child process of the table is started for: the name of the work and its arguments. The exit
+/// Runs the work of a child process of the table: the name of the work and its arguments. Returns the exit
 /// code of the process; -1 when there is no such work.
 ///
-///     floor-read FILE STORE_BYTES   reads FILE in blocks, then touches so many bytes in pages
-///     floor-convert IN OUT_BYTES OUT  reads IN in blocks, then writes so many bytes to OUT
+/// floor-read FILE STORE_BYTES   reads FILE in blocks, then touches STORE_BYTES bytes in pages
+/// floor-convert IN OUT_BYTES OUT  reads IN in blocks, then writes OUT_BYTES bytes to OUT
 ///     read FILE BITS                reads FILE with the library
 [[nodiscard]] int run_work(std::span<char*> words);
 
-/// Writes @p bytes bytes to @p path in blocks, as the floor of what writes a file.
+/// Writes @p bytes bytes to @p path in blocks, as the floor of writing a file.
 void write_blocks(const std::string& path, unsigned long long bytes);
 
 } // namespace speed

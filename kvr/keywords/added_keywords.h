@@ -10,14 +10,14 @@
 
 namespace kvr {
 
-/// The keywords that a registry has beside the fixed ones, and the new values of fixed ones. Keys compare
-/// as in KVR_STRING_MAP: up to their first NUL, ASCII letter case ignored.
+/// The keywords that a registry has in addition to the fixed ones, and the new values of fixed ones. Keys
+/// compare as in KVR_STRING_MAP: up to their first NUL, ASCII letter case ignored.
 class added_keywords {
 public:
     /// Allocates nothing.
     [[nodiscard]] bool contains(std::string_view name) const noexcept { return values_.contains(name); }
 
-    /// A key that is there keeps its spelling; its value becomes @p spelling. Without effect when it throws.
+    /// An existing key keeps its spelling; its value becomes @p spelling. No effect when it throws.
     void set(std::string_view spelling) {
         values_.insert_or_assign(std::string(spelling), std::string(spelling));
     }
@@ -28,7 +28,7 @@ public:
         }
     }
 
-    /// Adds every entry to @p map; keys that are there keep their spelling and take the value.
+    /// Adds every entry to @p map; existing keys keep their spelling and take the value.
     void copy_to(KVR_STRING_MAP& map) const {
         for (const auto& [key, value] : values_) {
             map[key] = value;

@@ -11,19 +11,19 @@
 
 namespace kvr {
 
-/// Where each of Count names stands, ASCII letter case ignored. Made at compile time: a hash table with
+/// The place of each of Count names, ASCII letter case ignored. Made at compile time: a hash table with
 /// open addressing, filled to half at most, that holds places in the array of names.
 template <std::size_t Count>
 class keyword_index {
 public:
-    /// @p names must live as long as the index. Those that differ in letter case only are one keyword.
+    /// @p names must outlive the index. Names that differ in letter case only are one keyword.
     constexpr explicit keyword_index(const std::array<std::string_view, Count>& names) : names_(names) {
         for (std::size_t place = 0; place < Count; ++place) {
             add(place);
         }
     }
 
-    /// The number of keywords; counted anew with each call.
+    /// The number of keywords; counted at each call.
     [[nodiscard]] constexpr std::size_t size() const noexcept {
         std::size_t used = 0;
         for (const slot& each : slots_) {
@@ -32,7 +32,7 @@ public:
         return used;
     }
 
-    /// The place where @p text stands for the first time; Count when it stands nowhere.
+    /// The first place of @p text; Count when it is not there.
     [[nodiscard]] constexpr std::size_t find(std::string_view text) const noexcept {
         if (text.size() > longest_) {
             return Count;
@@ -41,14 +41,14 @@ public:
         return place_plus_1 == 0 ? Count : place_plus_1 - 1;
     }
 
-    /// The last spelling of the name whose first one stands at @p place, a result of find().
+    /// The last spelling of the name whose first one is at @p place, a result of find().
     [[nodiscard]] constexpr std::string_view last_spelling(std::size_t place) const noexcept {
         return names_[last_place_[place]];
     }
 
 private:
     /// All zero when free: of a constant array, g++ 12 turns other initial values into zeros in the
-    /// elements that the constructor leaves alone.
+    /// elements that the constructor does not set.
     struct slot {
         std::uint32_t hash = 0;
         std::uint32_t place_plus_1 = 0;

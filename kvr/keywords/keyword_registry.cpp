@@ -17,7 +17,7 @@ constexpr std::size_t first_primitive = plexfunction_names.size();
 constexpr std::size_t first_wysiwyg = first_primitive + velkora_primitive_names.size();
 constexpr std::size_t fixed_count = first_wysiwyg + wysiwyg_names.size();
 
-/// The lists one after the other, in the order in which a registry takes them in.
+/// The lists one after the other, in the order in which a registry adds them.
 constexpr std::array<std::string_view, fixed_count> fixed_names = [] {
     std::array<std::string_view, fixed_count> names;
     auto end = std::copy(plexfunction_names.begin(), plexfunction_names.end(), names.begin());

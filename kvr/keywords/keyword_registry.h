@@ -13,7 +13,7 @@ class KVR_UTIL_KEYWORD_REGR;
 
 namespace kvr {
 class added_keywords;
-/// The registry as the ordered map that it stands for: under each keyword in its first spelling, the
+/// The registry as the ordered map that it represents: under each keyword in its first spelling, the
 /// spelling it was last added with. For inspection inside the library; not exported.
 KVR_STRING_MAP keyword_map(const KVR_UTIL_KEYWORD_REGR& registry);
 } // namespace kvr
@@ -22,8 +22,8 @@ KVR_STRING_MAP keyword_map(const KVR_UTIL_KEYWORD_REGR& registry);
 /// with their sub-modules, netlist primitives, device atoms, and those that the caller adds.
 ///
 /// ASCII letter case never counts, bytes above 127 count as they are, and a name ends at its first NUL.
-/// The fixed names are constants that all registries share, so a registry costs next to nothing to make,
-/// and a copy only what was added. Several threads may ask one registry at once; adding needs it alone.
+/// The fixed names are constants that all registries share, so a registry costs almost nothing to make,
+/// and a copy only what was added. Several threads may query one registry at once; adding needs it alone.
 class KVR_API KVR_UTIL_KEYWORD_REGR {
 public:
     /// Holds all fixed names from the start.
@@ -34,7 +34,7 @@ public:
     KVR_UTIL_KEYWORD_REGR& operator=(const KVR_UTIL_KEYWORD_REGR& other);
     ~KVR_UTIL_KEYWORD_REGR();
 
-    /// Makes @p keyword, which may be empty, a reserved name. One that is there already keeps its first
+    /// Makes @p keyword, which may be empty, a reserved name. An existing keyword keeps its first
     /// spelling as the key and takes the new one as its value. Without effect when it throws.
     /// @throws std::bad_alloc
     void add_keyword(const std::string& keyword);

@@ -174,7 +174,7 @@ void KVR_MEMORY_FILE::set_number_of_words(unsigned int number_of_words) {
 }
 
 std::string KVR_MEMORY_FILE::get_data_word(unsigned int address, KVR_MEMORY_RADIXES radix) {
-    // What is asked for most goes past the handlers, which would answer the same.
+    // The most frequent call bypasses the handlers, which would return the same.
     const kvr::memory_state* memory = active();
     if (memory == nullptr) {
         return {};

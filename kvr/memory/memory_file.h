@@ -23,11 +23,11 @@ struct memory_state;
 ///
 /// It owns at most one handler per format, created by set_file_type() and kept, with its words and
 /// settings, until the object is destroyed. Every call is forwarded to the handler of the current type,
-/// the *active* one; without one it does nothing and answers with its default. Setters write into every
+/// the *active* one; without one it does nothing and returns its default. Setters write into every
 /// handler that exists at that time: choose the type first and set the properties after it.
 ///
-/// What a read needs depends on the format. MIF: nothing but the file name. Intel HEX: the word size too,
-/// which is 8 unless it is set and which no such file tells. RIF: the word size and the number of words, both
+/// What a read needs depends on the format. MIF: only the file name. Intel HEX: the word size too, which
+/// is 8 unless it is set and which no such file contains. RIF: the word size and the number of words, both
 /// 0 unless they are set.
 ///
 /// Nothing throws on bad input; what can escape are the standard containers' own errors
@@ -71,18 +71,18 @@ public:
     /// number of words itself, not one less; callers rely on it.
     [[nodiscard]] unsigned int get_highest_address() const;
 
-    /// Width of a word in bits. Words that are there stay as they are. A read of MIF sets it to what the file
-    /// says; a read of Intel HEX or RIF takes it as it is.
+    /// Width of a word in bits. Existing words stay as they are. A read of MIF sets it to the value in the
+    /// file; a read of Intel HEX or RIF uses it as it is.
     void set_word_size(unsigned int word_size);
-    /// Radix in which words are held and written. Words that are there are not converted.
+    /// Radix in which words are held and written. Existing words are not converted.
     void set_memory_radix(KVR_MEMORY_RADIXES radix);
     /// Reaches the MIF handler only; the others always use RADIX_HEX.
     void set_address_radix(KVR_MEMORY_RADIXES radix);
     /// Path of the file that is read and written next. The operating system gets its bytes as they are, up
-    /// to the first NUL: on POSIX systems any encoding will do; on Windows they are characters of the
+    /// to the first NUL: on POSIX systems any encoding is valid; on Windows they are characters of the
     /// process's active code page, which is UTF-8 only where the program's manifest asks for it.
     void set_file_name(std::string file_name);
-    /// The text that words get which are created from now on; MIF and Intel HEX only, initially "0".
+    /// The text of words that are created from now on; MIF and Intel HEX only, initially "0".
     void set_memory_initialize_value(const std::string& value);
     /// MIF only: true makes the writer give every address its own line.
     void set_dont_consolidate_data(bool dont_consolidate);
@@ -95,13 +95,13 @@ public:
     ///
     /// A word that is held in another radix is converted by kvr_radix_conversion() at the word size. To
     /// RADIX_UNS or RADIX_DEC its digits then come out *least significant first*, and RADIX_DEC is ones'
-    /// complement: the HEX word "0C" is "21". Callers rely on it; take RADIX_HEX or RADIX_BIN for a value to
-    /// compute with. A word that is held in @p radix comes as it is, whatever its length.
+    /// complement: the HEX word "0C" is "21". Callers rely on it; use RADIX_HEX or RADIX_BIN for a value to
+    /// compute with. A word that is held in @p radix is returned as it is, whatever its length.
     std::string get_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
     /// Stores @p value, which is taken to be written in the memory radix and is converted from there to
     /// @p radix (RADIX_NONE: the memory radix) at the word size; give it in the memory radix and pass that
     /// one. True when it was stored, false and an error message when the address is not below the number
-    /// of words. RIF answers false in either case. False without a handler.
+    /// of words. RIF returns false in either case. False without a handler.
     bool set_data_word(unsigned int address, std::string value, KVR_MEMORY_RADIXES radix);
     /// MIF only, else false: set_data_word(), then inserts @p comment at index @p address of the data
     /// comments, moving those from there on up by one.
@@ -114,7 +114,7 @@ public:
     bool set_data_comments(std::deque<std::string>* comments);
     /// MIF only, else false and @p comments untouched: replaces @p comments by header comment list
     /// @p index (0 before the first header keyword, 1 to 4 after width, depth, address radix and data
-    /// radix, 5 behind the content); true when it is not empty. Another index empties @p comments.
+    /// radix, 5 after the content); true when it is not empty. Another index empties @p comments.
     bool get_comment_deque(int index, std::deque<std::string>* comments);
     /// MIF only, else false: replaces header comment list @p index by @p comments; true when it is not
     /// empty afterwards. Another index changes nothing and gives false.
@@ -126,12 +126,12 @@ public:
     /// except for Intel HEX, a word size and an address radix.
     [[nodiscard]] bool can_proceed_with_write() const;
     /// Reads the file into the active handler. False at once, without a message, when
-    /// can_proceed_with_read() is false. True when the file was read; RIF answers true even when it was
-    /// not: look at get_file_not_found(), get_error_state() and the error messages.
+    /// can_proceed_with_read() is false. True when the file was read; RIF returns true even when it was
+    /// not: check get_file_not_found(), get_error_state() and the error messages.
     ///
     /// A read adds to what is held: words that the file does not set keep their texts, also those of an
-    /// earlier read and those that a failed one stored; the comments of a MIF come on top of those that are
-    /// there, and an Intel HEX read begins with the address offset that the last one ended with. Use a new
+    /// earlier read and those that a failed one stored; the comments of a MIF are added to the existing
+    /// ones, and an Intel HEX read begins with the address offset that the last one ended with. Use a new
     /// object for each file.
     ///
     /// A line of a MIF may have 511 characters and one of Intel HEX 599, the line end not counted; a longer
@@ -140,17 +140,17 @@ public:
     [[nodiscard]] bool read_file();
     /// Writes the active handler's words to its file. False at once, without a message, when
     /// can_proceed_with_write() is false; false with a message when the file cannot be opened, or (MIF,
-    /// Intel HEX) cannot be written to the end. RIF is true as soon as the file is open: look at the
+    /// Intel HEX) cannot be written to the end. RIF is true as soon as the file is open: check the
     /// messages.
     ///
-    /// The file is overwritten in place: what it held is gone as soon as it is open, also when the write then
-    /// fails or throws, which leaves what was written so far. To keep the old one until the new one is whole,
-    /// write to another name and rename that.
+    /// The file is overwritten in place: its old contents are gone as soon as it is open, also when the write
+    /// then fails or throws, which leaves what was written so far. To keep the old file until the new one is
+    /// complete, write to another name and rename that.
     [[nodiscard]] bool write_file();
 
     /// @name Messages
-    /// Three lists, alike but independent. Reading one: has_…, reset_…, then get_next_… until it answers "".
-    /// Messages stay until the object is destroyed; reading does not consume them.
+    /// Three independent lists with the same functions. To read one: has_…, reset_…, then get_next_… until it
+    /// returns "". Messages stay until the object is destroyed; reading does not consume them.
     /// @{
 
     /// Appends a message.
@@ -171,11 +171,11 @@ public:
     void reset_warning_message_list();
     /// Makes the first message the next one.
     void reset_info_message_list();
-    /// The next message; "" behind the last one.
+    /// The next message; "" after the last one.
     std::string get_next_error_message();
-    /// The next message; "" behind the last one.
+    /// The next message; "" after the last one.
     std::string get_next_warning_message();
-    /// The next message; "" behind the last one.
+    /// The next message; "" after the last one.
     std::string get_next_info_message();
     /// @}
 

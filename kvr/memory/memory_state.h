@@ -12,7 +12,7 @@ class KVR_MEMORY_FILE;
 namespace kvr {
 
 /// What every handler holds and the façade reads and writes: the settings of one memory, its words, and
-/// what the last read or write left behind. The formats add their own fields to it.
+/// the result of the last read or write. The formats add their own fields to it.
 struct memory_state {
     explicit memory_state(KVR_MEMORY_FILE* owner) : memory_file(owner) {}
 
@@ -32,19 +32,19 @@ struct memory_state {
     /// Stores @p count as the depth and sizes `data_words` to it.
     void resize_words(std::uint32_t count);
 
-    /// True when there is a word at @p address and @p radix asks for it as it stands.
+    /// True when there is a word at @p address and @p radix requests it as it is stored.
     [[nodiscard]] bool holds_word_in(std::uint32_t address, KVR_MEMORY_RADIXES radix) const noexcept {
         return address < number_of_words && address < data_words.size() &&
                (radix == memory_radix || radix == RADIX_NONE);
     }
 
-    /// The word at @p address converted from the memory radix to @p radix, or as it stands when @p radix
+    /// The word at @p address converted from the memory radix to @p radix, or as it is stored when @p radix
     /// is RADIX_NONE or the memory radix. @p address must be below the size of `data_words`.
     [[nodiscard]] std::string word_in_radix(std::uint32_t address, KVR_MEMORY_RADIXES radix) const;
 
     /// Stores @p value converted *from the memory radix to @p radix* (RADIX_NONE: the memory radix), cut
-    /// or padded to the word size. The direction is what callers rely on: a value in the memory radix is
-    /// normalised, a value in another radix is taken for text in the memory radix.
+    /// or padded to the word size. Callers rely on the direction: a value in the memory radix is
+    /// normalized, a value in another radix is taken for text in the memory radix.
     void set_word_from_memory_radix(std::uint32_t address, const std::string& value,
                                     KVR_MEMORY_RADIXES radix);
 

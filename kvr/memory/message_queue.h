@@ -11,7 +11,7 @@ namespace kvr {
 class message_queue {
 public:
     void add(const std::string& message) {
-        // At the end the cursor stays at the end, behind the new message too.
+        // A cursor at the end stays at the end, after the new message.
         const bool at_end = cursor == messages.size();
         messages.push_back(message);
         if (at_end) {
@@ -20,7 +20,7 @@ public:
     }
     [[nodiscard]] bool empty() const noexcept { return messages.empty(); }
     void reset() noexcept { cursor = 0; }
-    /// The message under the cursor, which moves on; "" at the end.
+    /// The message under the cursor, which advances; "" at the end.
     std::string next() { return cursor < messages.size() ? messages[cursor++] : std::string(); }
 
 private:

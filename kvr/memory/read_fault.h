@@ -22,13 +22,13 @@ enum class fault_code : std::uint8_t {
     missing_end,
     // Intel HEX
     record_too_short, ///< the fields of a record end early
-    record_length,    ///< data and checksum are not as long as the record length says
+    record_length,    ///< the length of data and checksum is not the one that the record length says
     checksum,         ///< the bytes of a record do not add up to 0 modulo 256
     record_type,      ///< a record type that is not 00 to 05
     record_too_long,  ///< a line beyond the length limit that begins with ":"
     word_size_zero,   ///< words of no bits cannot be read
     missing_end_record,
-    no_data, ///< the end record stands before any data
+    no_data, ///< the end record precedes any data
     // RIF
     illegal_character,
 };
@@ -41,7 +41,7 @@ struct read_fault {
     std::uint32_t length; ///< bytes from there on that are at fault, at least 1 when there is a column
 };
 
-/// Looks on while a file is read. The readers of the library run without one and stop at the first fault.
+/// Observes the reading of a file. The readers of the library run without one and stop at the first fault.
 class read_observer {
 public:
     read_observer() = default;
@@ -50,15 +50,15 @@ public:
     virtual ~read_observer() = default;
 
     /// Called for every fault. @p text is the line or record at fault, as the reader has it. True makes
-    /// the reader leave that line out and go on with the next one.
+    /// the reader skip that line and go on with the next one.
     virtual bool fault(const read_fault& fault, std::string_view text) = 0;
 
     /// Called after the words from @p first to @p last (inclusive) were stored by the line numbered
-    /// @p line, or were dropped because they lie outside the store.
+    /// @p line, or were dropped because they are outside the store.
     virtual void words(std::uint64_t first, std::uint64_t last, std::uint64_t line) = 0;
 
     /// RIF: called for every "@" line, before any word that it places. @p text is the line as the reader
-    /// has it, @p address what it takes from it.
+    /// has it, @p address the value that it parses.
     virtual void address_line([[maybe_unused]] std::uint64_t address, [[maybe_unused]] std::uint64_t line,
                               [[maybe_unused]] std::string_view text) {}
 };

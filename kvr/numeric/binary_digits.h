@@ -5,7 +5,7 @@
 
 namespace kvr {
 
-// Binary digit strings, most significant bit first: what every radix conversion goes through. Nothing
+// Binary digit strings, most significant bit first: the intermediate form of every radix conversion. Nothing
 // checks digits here.
 
 /// The @p width lowest bits of the absolute value of @p value; a width of 0 counts as 1. "" for the value
@@ -16,7 +16,7 @@ std::string int_to_binary_string(int value, int width);
 void invert_binary_string(std::string& bits);
 
 /// The shortest binary digit string of a decimal text, "0" for zero and for no digits at all. Signed: one
-/// "0" in front as a sign bit, and after a leading "-" the inversion of all that (ones' complement).
+/// leading "0" as a sign bit, and after a leading "-" the inversion of all that (ones' complement).
 ///
 /// A character that is no digit counts by its code: see the exact path in the source.
 /// @throws std::out_of_range for an empty signed text.
@@ -28,7 +28,7 @@ std::string decimal_to_binary_string(std::string_view text, bool is_signed);
 /// @throws std::out_of_range for an empty signed digit string.
 std::string binary_to_decimal_string(std::string_view bits, bool is_signed);
 
-/// One upper-case digit for each group of bits counted from the right, the leftmost one filled up with
+/// One upper-case digit for each group of bits counted from the right, the leftmost group padded with
 /// zeros; "X" for a group that has an "X" or "x" in it. @p bits_per_digit: 4 for hexadecimal, anything else
 /// for octal.
 std::string binary_to_grouped_radix_string(std::string_view bits, int bits_per_digit);

@@ -24,8 +24,8 @@ constexpr std::uint64_t join_characters(const char* text, std::index_sequence<pl
     return ((std::uint64_t{static_cast<unsigned char>(text[place])} << (8 * place)) | ...);
 }
 
-/// The @p count characters at @p text, 8 at most; the bytes above are 0. For the compiler, too, which makes
-/// one load of it where it can.
+/// The @p count characters at @p text, 8 at most; the bytes above are 0. Works at compile time, too; the
+/// compiler makes one load of it where it can.
 template <std::size_t count>
 constexpr std::uint64_t load_characters(const char* text) noexcept {
     static_assert(count <= sizeof(std::uint64_t));
@@ -68,7 +68,7 @@ constexpr std::uint64_t which_are_between(std::uint64_t eight, char first, char 
     return from_first & ~above_last & ~eight & eight_of(0x80);
 }
 
-/// What eight characters are: in either number the highest bit of a byte belongs to its character, and the
+/// The classes of eight characters: in either number the highest bit of a byte belongs to its character, and
 /// other bits are 0.
 struct eight_classes {
     std::uint64_t other;      ///< no hexadecimal digit
@@ -81,8 +81,8 @@ constexpr eight_classes classes_of_eight(std::uint64_t eight) noexcept {
     return {(decimal | letter) ^ eight_of(0x80), letter & eight << 2U};
 }
 
-/// True when all of @p eight are decimal digits. The lowest byte that is none gets neither carry nor borrow
-/// from below, and so sets its highest bit in one of the two terms.
+/// True when all of @p eight are decimal digits. The lowest byte that is no digit gets neither carry nor
+/// borrow from below, and so sets its highest bit in one of the two terms.
 constexpr bool are_decimal(std::uint64_t eight) noexcept {
     return (((eight + eight_of(0x7F - '9')) | (eight - eight_of('0'))) & eight_of(0x80)) == 0;
 }
@@ -97,18 +97,18 @@ constexpr std::uint64_t fold_eight(std::uint64_t eight) noexcept {
     return eight | which_are_between(eight, 'A', 'Z') >> 2U;
 }
 
-/// What each of eight hexadecimal digits is worth, in its byte; 0 for a byte that is 0.
+/// The value of each of eight hexadecimal digits, in its byte; 0 for a byte that is 0.
 constexpr std::uint64_t values_of_eight(std::uint64_t digits) noexcept {
     return (digits & eight_of(0x0F)) + 9 * (digits >> 6U & eight_of(0x01));
 }
 
-/// The four bytes that eight hexadecimal digits spell, each in 16 bits of its own, the first in the lowest.
+/// The four bytes that eight hexadecimal digits encode, each in 16 bits of its own, the first in the lowest.
 constexpr std::uint64_t four_bytes(std::uint64_t digits) noexcept {
     const std::uint64_t values = values_of_eight(digits);
     return (values << 4U | values >> 8U) & 0x00FF00FF00FF00FFU;
 }
 
-/// The sum of four numbers of 16 bits, modulo 2^16.
+/// The sum of four numbers of 16 bits. Precondition: it is below 2^16.
 constexpr std::uint32_t sum_of_four(std::uint64_t four) noexcept {
     return static_cast<std::uint32_t>(four * 0x0001000100010001U >> 48U);
 }
@@ -119,7 +119,7 @@ constexpr std::uint64_t reversed_bytes(std::uint64_t eight) noexcept {
     return eight << 32U | eight >> 32U;
 }
 
-/// Reads eight hexadecimal digits of either case into the low half of @p value. False if one is none.
+/// Reads eight hexadecimal digits of either case into the low half of @p value. False if one is invalid.
 constexpr bool read_eight(std::uint64_t digits, std::uint64_t& value) noexcept {
     const std::uint64_t bytes = four_bytes(digits);
     const std::uint64_t pairs = (bytes << 8U | bytes >> 16U) & 0x0000FFFF0000FFFFU;
@@ -129,17 +129,17 @@ constexpr bool read_eight(std::uint64_t digits, std::uint64_t& value) noexcept {
 
 // ---- Sixteen ----
 
-/// What sixteen characters are. Which bits of a number belong to which character is not part of the
-/// interface: the number is 0 when there is none of the kind.
+/// The classes of sixteen characters. Which bits of a number belong to which character is not part of the
+/// interface: the number is 0 when there is no character of the class.
 struct sixteen_classes {
     std::uint64_t other;      ///< no hexadecimal digit
     std::uint64_t lower_case; ///< "a" to "f"
 };
 
-/// What the digits among sixteen characters are worth.
+/// The sum of the digits among sixteen characters.
 struct sixteen_sum {
     std::uint64_t other; ///< 0 when all are hexadecimal digits
-    std::uint32_t sum;   ///< of the eight bytes that the digits spell
+    std::uint32_t sum;   ///< of the eight bytes that the digits encode
 };
 
 namespace portable {
@@ -163,7 +163,7 @@ inline sixteen_sum sum_of_sixteen(const char* text, std::size_t count) noexcept 
     return result;
 }
 
-/// The number that sixteen hexadecimal digits write, first the most significant one. False if one is none.
+/// The value of sixteen hexadecimal digits, most significant first. False if one is invalid.
 inline bool read_sixteen(const char* text, std::uint64_t& value) noexcept {
     std::uint64_t high = 0;
     std::uint64_t low = 0;
@@ -204,13 +204,13 @@ inline std::uint64_t bits_of(__m128i mask) noexcept {
     return static_cast<std::uint32_t>(_mm_movemask_epi8(mask));
 }
 
-/// What each digit is worth.
+/// The value of each digit.
 inline __m128i values_of(__m128i digits, const digit_masks& masks) noexcept {
     return _mm_add_epi8(_mm_and_si128(digits, _mm_set1_epi8(0x0F)),
                         _mm_and_si128(masks.letter, _mm_set1_epi8(9)));
 }
 
-/// The bytes that the digits worth @p values spell, each in 16 bits of its own.
+/// The bytes that the digits of @p values encode, each in 16 bits of its own.
 inline __m128i bytes_of(__m128i values) noexcept {
     return _mm_and_si128(_mm_or_si128(_mm_slli_epi16(values, 4), _mm_srli_epi16(values, 8)),
                          _mm_set1_epi16(0x00FF));
@@ -219,7 +219,7 @@ inline __m128i bytes_of(__m128i values) noexcept {
 inline sixteen_classes classes_of_sixteen(const char* text) noexcept {
     const __m128i characters = load(text);
     const digit_masks masks = masks_of(characters);
-    // Bit 5 of a letter is what makes it lower case; shifted by two it is the highest.
+    // Bit 5 of a letter makes it lower case; shifted by two it is the highest.
     const __m128i lower_case = _mm_and_si128(masks.letter, _mm_slli_epi16(characters, 2));
     return {bits_of(masks.all()) ^ 0xFFFF, bits_of(lower_case)};
 }

@@ -16,10 +16,10 @@ namespace kvr {
 
 namespace {
 
-/// From so many chunks on, joining them in halves is faster than one by one.
+/// From this many chunks on, joining them in halves is faster than one by one.
 constexpr std::size_t join_chunks_in_halves = 64;
 
-/// Chunks in whole steps that halve again and again to at most base_chunks of them.
+/// Chunks in whole steps that are halved repeatedly until at most base_chunks of them are left.
 struct halving {
     std::size_t chunks; ///< in the smallest step
     std::size_t doublings;
@@ -37,7 +37,7 @@ halving halving_of(std::size_t chunks) {
 /// and then each multiplication by 10^19 makes the next chunk, the highest first, come out on top. A limb
 /// less is needed after each.
 ///
-/// The chunks are exact as long as the fraction stays between the exact quotient and 10^(-19 * count) above
+/// The chunks are exact while the fraction is between the exact quotient and 10^(-19 * count) above
 /// it, which is more than 2^(-64 * count), the unit of the lowest limb but one. That unit is added. It
 /// outweighs what was rounded down: the reciprocal's part, number / 2^(128 * count), is below
 /// 2^(-64.8 * count), and the products and limbs that are left out add up to less than 2^20 units of the
@@ -46,7 +46,7 @@ void split_by_fraction(limb_span chunks, limb_view number) {
     const std::size_t count = chunks.size();
     assert(count >= 2 && count <= base_chunks);
     const power_of_ten divisor = short_power_of_ten(count);
-    // One column more at the bottom gathers most of what is carried into the fraction.
+    // One column more at the bottom includes most of what is carried into the fraction.
     std::array<std::uint64_t, base_chunks + 2> space; // NOLINT(cppcoreguidelines-pro-type-member-init)
     const limb_span columns = limb_span(space).first(count + 2);
     multiply_columns(columns, without_leading_zeros(number), divisor.reciprocal, count - 2);
@@ -194,7 +194,7 @@ constexpr auto powers_within_a_chunk = [] {
     return powers;
 }();
 
-/// The digits of a chunk, least significant one first, with zeros behind them.
+/// The digits of a chunk, least significant one first, with zeros after them.
 struct chunk_digits {
     std::uint64_t low;
     std::uint64_t middle;

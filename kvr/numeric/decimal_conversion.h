@@ -12,7 +12,7 @@ namespace kvr {
 // converted limb by limb, long ones in halves: that takes somewhat more than twice the time of Karatsuba's
 // multiplication of two numbers of their length.
 
-/// The chunks that are enough for a number of so many bits.
+/// A sufficient number of chunks for a number of @p bits bits.
 constexpr std::size_t chunks_for_bits(std::size_t bits) {
     // A chunk holds 63.1166 bits; 1 / 63.1166 is a little below 1039 / 65536.
     return bits / 65536 * 1039 + bits % 65536 * 1039 / 65536 + 1;
@@ -22,7 +22,7 @@ constexpr std::size_t chunks_for_bits(std::size_t bits) {
 /// that are above the number become 0.
 void split_into_chunks(limb_span chunks, limb_view number);
 
-/// Sets @p number to what @p chunks stand for. Precondition: both have the same length, which is enough.
+/// Sets @p number to the value of @p chunks. Precondition: both have the same length, which is enough.
 void join_chunks(limb_span number, limb_view chunks);
 
 /// Sets @p chunks to the values of @p digits. Precondition: only "0" to "9", and exactly as many chunks as

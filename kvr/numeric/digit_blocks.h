@@ -34,7 +34,7 @@ inline bool are_decimal_digits(std::string_view text) {
     return are_decimal(load_eight(last));
 }
 
-/// The value of eight decimal digits: neighbours are joined to pairs, pairs to fours, fours to the whole.
+/// The value of eight decimal digits: digits are joined to pairs, pairs to fours, fours to the whole.
 constexpr std::uint64_t decimal_block_value(std::uint64_t block) {
     block = (block & eight_of(0x0F)) * (10 * 256 + 1) >> 8;
     block = (block & 0x00FF00FF00FF00FFU) * (100 * 65536 + 1) >> 16;

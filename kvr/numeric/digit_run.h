@@ -6,8 +6,8 @@
 #include <cstddef>
 #include <cstdint>
 
-// Runs of hexadecimal digits, looked at eight characters or more at a time. Who asks makes sure that as many
-// characters as are looked at can be read.
+// Runs of hexadecimal digits, read eight characters or more at a time. The caller makes sure that as many
+// characters as are read are readable.
 
 namespace kvr {
 
@@ -17,11 +17,11 @@ constexpr std::uint64_t bits_before_first(std::uint64_t bits) noexcept {
 }
 
 struct digit_run {
-    const char* end; ///< behind the last digit
+    const char* end; ///< after the last digit
     bool has_lower_case;
 };
 
-/// Finds the end of the hexadecimal digits that begin at @p begin. Looks at up to eight characters from the
+/// Finds the end of the hexadecimal digits that begin at @p begin. Reads up to eight characters from the
 /// end on.
 [[nodiscard]] inline digit_run digits_from(const char* begin) noexcept {
     std::uint64_t lower_case = 0;
@@ -36,8 +36,8 @@ struct digit_run {
 }
 
 /// True when the @p length characters at @p text are hexadecimal digits; @p has_lower_case is set to true
-/// when there are lower-case ones among them, else left alone. To ask for a length that is known beforehand
-/// is faster than to find it: what is behind the digits need not wait for the answer. Looks at up to seven
+/// when there are lower-case ones among them, else unchanged. A check of a length that is known beforehand
+/// is faster than a search for the end: code that follows need not wait for the result. Reads up to seven
 /// characters more.
 [[nodiscard]] inline bool are_digits(const char* text, std::size_t length, bool& has_lower_case) noexcept {
     eight_classes found{};
@@ -64,7 +64,7 @@ struct digit_run {
 }
 
 /// Copies the @p length characters at @p from to @p to, the digits "a" to "f" in upper case if there are any.
-/// Up to seven characters more are looked at, and overwritten behind the copy.
+/// Up to seven characters more are read, and overwritten after the copy.
 inline void copy_digits(const char* from, std::size_t length, bool has_lower_case, char* to) noexcept {
     for (std::size_t at = 0; at < length; at += 8) {
         const std::uint64_t eight = load_eight(from + at);

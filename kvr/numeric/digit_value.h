@@ -8,10 +8,10 @@
 
 namespace kvr {
 
-/// What digit_value() answers for "X" and "x".
+/// The result of digit_value() for "X" and "x".
 inline constexpr unsigned char dont_care_digit = 16;
 
-/// What digit_value() answers for a character that is no digit in any radix.
+/// The result of digit_value() for a character that is no digit in any radix.
 inline constexpr unsigned char no_digit = 255;
 
 inline constexpr std::string_view upper_case_digits = "0123456789ABCDEF";
@@ -39,7 +39,7 @@ constexpr bool is_decimal_digit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// The bits that one digit stands for: 1, 4 and 3 for RADIX_BIN, RADIX_HEX and RADIX_OCT, 0 for any
+/// The bits that one digit encodes: 1, 4 and 3 for RADIX_BIN, RADIX_HEX and RADIX_OCT, 0 for any
 /// other radix.
 constexpr unsigned bits_per_digit(KVR_MEMORY_RADIXES radix) {
     switch (radix) {
@@ -58,7 +58,7 @@ constexpr bool is_decimal(KVR_MEMORY_RADIXES radix) {
     return radix == RADIX_DEC || radix == RADIX_UNS;
 }
 
-/// The digits that a word of @p width bits has where each stands for @p bits of them.
+/// The digits that a word of @p width bits has where each encodes @p bits of them.
 constexpr std::size_t digit_count(std::size_t width, unsigned bits) {
     return width / bits + (width % bits != 0 ? 1 : 0);
 }

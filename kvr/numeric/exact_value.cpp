@@ -30,7 +30,7 @@ fault fault_at(kind what, std::size_t position) {
     return exact_word_error{what, position, 0};
 }
 
-/// What is wrong with one character, which is no known digit of the radix.
+/// The fault of one character, which is no known digit of the radix.
 fault check_odd_digit(char digit, std::size_t position, const exact_conversion& conversion) {
     if (digit_value(digit) != dont_care_digit || is_decimal(conversion.from)) {
         return fault_at(kind::invalid_digit, position);
@@ -114,7 +114,7 @@ fault append_from_decimal(std::string& result, const digit_text& scanned,
     return std::nullopt;
 }
 
-/// From a radix to itself: each digit stays what it is.
+/// From a radix to itself: each digit is unchanged.
 void append_same_digits(std::string& result, std::string_view digits, std::size_t count) {
     const std::size_t kept = std::min(digits.size(), count);
     result.append(count - kept, '0');

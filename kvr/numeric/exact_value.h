@@ -14,7 +14,7 @@ namespace kvr {
 // most significant digit first. Radixes here are RADIX_BIN, RADIX_DEC, RADIX_UNS, RADIX_HEX and RADIX_OCT;
 // any other one is a mistake of the caller.
 
-/// Why a text is no word of the width and radix that were asked for.
+/// Why a text is no word of the requested width and radix.
 struct exact_word_error {
     enum class kind {
         empty,         ///< no digit in it
@@ -40,10 +40,10 @@ struct exact_conversion {
 
 /// Appends to @p result the word whose text in the radix `from` is @p text, as text in the radix `to`.
 ///
-/// Letter case does not matter, and any number of leading zeros is fine. RADIX_DEC takes a leading "-" and
+/// Letter case does not matter, and any number of leading zeros is valid. RADIX_DEC takes a leading "-" and
 /// the values from -2^(width-1) to 2^(width-1)-1; the others take what has no "1" above the width.
-/// "X" and "x" are don't-care digits in binary, octal and hexadecimal text; one that stands across the top
-/// of the word stands for the bits that it has there.
+/// "X" and "x" are don't-care digits in binary, octal and hexadecimal text; one that extends past the top
+/// of the word stands for the bits that it has in the word.
 ///
 /// The result is upper-case: exactly width binary digits, as many hexadecimal or octal ones as the width
 /// needs (rounded up), or the shortest decimal text. A don't-care bit can be shown as "X" where all bits of

@@ -16,7 +16,7 @@
 
 namespace {
 
-// The smallest double is 2^-1074: bits below it add nothing to a sum, and no digit follows behind it.
+// The smallest double is 2^-1074: bits below it add nothing to a sum, and no digit follows.
 constexpr int max_fraction_digits = 1074;
 
 struct fixed_point_format {

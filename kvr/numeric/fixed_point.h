@@ -18,14 +18,14 @@
 /// To bits: the first character "-" makes the value negative, the rest reads like std::atof() in the C
 /// locale, 1 is taken off once if it is reached, and the fraction is cut, never rounded; from 2 on every
 /// fraction bit is set. From bits: too long ones lose their front, too short ones repeat their first
-/// character; the text has a "." and behind it as few digits as it takes, one at least.
+/// character; the text has a "." and after it as few digits as it takes, one at least.
 ///
 /// @param output may be @p input itself. Not touched if a radix is RADIX_NONE, nor if the result would be
 ///               in RADIX_FIXED_POINT and the format is broken; otherwise overwritten.
 /// @param format "I.F", the numbers of integer and fraction bits, read like std::atoi() does; broken when
 ///               either is below 1.
 /// @return false where output is not touched, and for fixed-point text of integer bits that differ (the
-///         sign is then that of the first bit that differs from the one before). From RADIX_FIXED_POINT a
+///         sign is then that of the first bit that differs from its predecessor). From RADIX_FIXED_POINT a
 ///         broken format gives true and the conversion of no bits at all; callers rely on it.
 /// @throws std::out_of_range for an empty fixed-point or signed-decimal text, and for an empty digit string
 ///         on its way to fixed point or signed decimal.
@@ -37,7 +37,7 @@ KVR_API bool kvr_radix_conversion_fixed_point(const std::string& input, std::str
                                               const std::string& format);
 
 /// Writes the binary digit string of @p input into @p output, most significant bit first: what follows
-/// "0b", unchecked; 4 digits for each hexadecimal digit behind "0x" ("X" gives "XXXX"); else the shortest
+/// "0b", unchecked; 4 digits for each hexadecimal digit after "0x" ("X" gives "XXXX"); else the shortest
 /// form of an unsigned decimal. The prefixes are lower case, and something must follow them.
 /// @return always true: digits are never checked.
 KVR_API bool kvr_convert_numeric_string_to_binary_format(const std::string& input, std::string& output);

@@ -7,7 +7,7 @@
 
 #include <string>
 
-/// Writes @p value as text in @p radix (2 to 36, digits "0" to "9" and "a" to "z") with a NUL behind it
+/// Writes @p value as text in @p radix (2 to 36, digits "0" to "9" and "a" to "z") with a NUL after it
 /// into @p buffer, which the caller owns: 33 bytes hold any result. Radix 10 writes "-" before a negative
 /// value; every other radix writes the 32-bit pattern (-1 in radix 16 gives "ffffffff"). A radix above 36
 /// runs past "z" in the character code; 0 and 1, in which nothing can be written, give "0".

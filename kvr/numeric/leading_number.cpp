@@ -26,7 +26,7 @@ signed_text split_sign(std::string_view text) {
     return {negative, text};
 }
 
-// "0x" counts as a prefix only with a digit behind it, else the number is the "0".
+// "0x" counts as a prefix only with a digit after it, else the number is the "0".
 bool has_hexadecimal_prefix(std::string_view text) {
     if (text.size() < 3 || text[0] != '0' || (text[1] != 'x' && text[1] != 'X')) {
         return false;
@@ -35,7 +35,7 @@ bool has_hexadecimal_prefix(std::string_view text) {
     return !digits.empty() && digit_value(digits.front()) < 16;
 }
 
-// The exponent that ends a number, 0 without one. One that is too large for int counts as the nearest int.
+// The exponent at the end of a number, 0 without one. One that is too large for int gives the nearest int.
 int trailing_exponent(std::string_view number, std::string_view markers) {
     const std::size_t marker = number.find_first_of(markers);
     return marker == std::string_view::npos ? 0 : leading_integer(number.substr(marker + 1));
@@ -58,7 +58,7 @@ double magnitude_of(std::string_view text) {
         format = std::chars_format::hex;
         text.remove_prefix(2);
     }
-    // std::from_chars takes a "-" where no second sign may stand: in front, and in "p+-1".
+    // std::from_chars accepts a "-" where a second sign is invalid: at the start, and in "p+-1".
     if (!text.empty() && text.front() == '-') {
         return 0;
     }

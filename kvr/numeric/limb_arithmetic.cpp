@@ -12,11 +12,11 @@ namespace kvr {
 
 namespace {
 
-/// From so many limbs on, three products of half the length are faster than one of the whole.
+/// From this many limbs on, three products of half the length are faster than one of the whole.
 constexpr std::size_t karatsuba_limbs = 44;
 
-/// distance = |left - right|; returns whether left < right. Precondition: left, as long as distance, is not
-/// shorter than right.
+/// distance = |left - right|; returns whether left < right. Precondition: left has the length of distance and
+/// is not shorter than right.
 bool set_distance(limb_span distance, limb_view left, limb_view right) {
     const bool is_negative = is_less(left, right);
     if (!is_negative) {
@@ -31,8 +31,8 @@ bool set_distance(limb_span distance, limb_view left, limb_view right) {
     return true;
 }
 
-/// The limbs that multiply_by_karatsuba() needs beside the product: twice the longer half, once for each
-/// level, and as much again on the last one.
+/// The limbs that multiply_by_karatsuba() needs in addition to the product: twice the longer half, once for
+/// each level, and as much again on the last one.
 std::size_t scratch_size(std::size_t size) {
     return 2 * size + 4 * karatsuba_limbs + 128;
 }

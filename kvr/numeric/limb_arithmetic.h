@@ -5,7 +5,7 @@
 
 namespace kvr {
 
-// Numbers as rows of 64-bit limbs, least significant limb first. Leading zero limbs are fine everywhere.
+// Numbers as rows of 64-bit limbs, least significant limb first. Leading zero limbs are allowed everywhere.
 
 using limb_span = std::span<std::uint64_t>;
 using limb_view = std::span<const std::uint64_t>;
@@ -32,8 +32,8 @@ std::uint64_t multiply_by_limb(limb_span number, std::uint64_t factor, std::uint
 /// product = left * right. Precondition: product has as many limbs as both together and overlaps neither.
 void multiply_limbs(limb_span product, limb_view left, limb_view right);
 
-/// The plain rule: sets @p columns to the limbs of left * right from the limb @p first on, as many as there
-/// are columns, each product of two limbs in the column of its low half. Products that belong to columns
+/// The schoolbook rule: sets @p columns to the limbs of left * right from the limb @p first on, as many
+/// as there are columns, each product of two limbs in the column of its low half. Products of columns
 /// below the first one do not count. Neither number is empty, and the columns overlap none.
 void multiply_columns(limb_span columns, limb_view left, limb_view right, std::size_t first = 0);
 

@@ -25,7 +25,7 @@ std::uint64_t low_mask(std::size_t count) {
 }
 
 /// Fills the characters from @p begin to @p end with the lowest digits of a number, whatever their size;
-/// zeros in front of a shorter number.
+/// leading zeros for a shorter number.
 void write_digits_one_by_one(char* begin, char* end, limb_view number, unsigned bits_per_digit) {
     std::size_t index = 0;
     unsigned shift = 0;
@@ -184,8 +184,8 @@ void magnitude::write_low_digits(char* place, unsigned bits_per_digit, std::size
     }
 }
 
-/// The fast path of reading: whole limbs from the end, as long as all their characters are hexadecimal
-/// digits. Returns what is left in front.
+/// The fast path of reading: whole limbs from the end, while all their characters are hexadecimal
+/// digits. Returns the digits before them.
 std::string_view magnitude::read_blocks(std::string_view digits, unsigned bits_per_digit) {
     const std::size_t size = limbs_for_bits(digits.size() * bits_per_digit);
     buffer_.resize(size);
@@ -201,7 +201,7 @@ std::string_view magnitude::read_blocks(std::string_view digits, unsigned bits_p
     return digits;
 }
 
-/// The exact path, for any characters: the digits in front of whole limbs, which have been read.
+/// The exact path, for any characters: the digits before the whole limbs, which have been read.
 void magnitude::read_one_by_one(std::string_view digits, unsigned bits_per_digit) {
     if (digits.empty()) {
         drop_leading_zero_limbs();

@@ -48,7 +48,7 @@ private:
     std::vector<std::uint64_t> long_; ///< in use from the first size above inline_limbs on; never shrinks
 };
 
-/// An unsigned integer of any length, on its way between digit strings. All digit strings have their most
+/// An unsigned integer of any length, used between digit strings. All digit strings have their most
 /// significant digit first.
 ///
 /// Conversions from and to decimal take somewhat more than the time of Karatsuba's multiplication, so that
@@ -60,7 +60,7 @@ public:
     static magnitude of_decimal(std::string_view digits);                         ///< read_decimal()
     static magnitude of_digits(std::string_view digits, unsigned bits_per_digit); ///< read_digits()
 
-    // All that read leave nothing of the number that was there before.
+    // The read functions replace the previous number.
 
     /// Precondition: only "0" to "9". Without any digit: zero.
     void read_decimal(std::string_view digits);
@@ -89,8 +89,8 @@ public:
     limb_buffer decimal_chunks() const;
     /// Appends the shortest decimal text.
     void append_decimal(std::string& text) const;
-    /// Appends the @p count lowest digits of @p bits_per_digit (1, 3 or 4) bits, upper-case, with zeros in
-    /// front of a shorter number.
+    /// Appends the @p count lowest digits of @p bits_per_digit (1, 3 or 4) bits, upper-case, with leading
+    /// zeros for a shorter number.
     void append_digits(std::string& text, unsigned bits_per_digit, std::size_t count) const;
     /// Writes what append_digits() appends.
     void write_low_digits(char* place, unsigned bits_per_digit, std::size_t count) const;

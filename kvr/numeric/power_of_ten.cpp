@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t most_short_chunks = 2 * base_chunks;
 
-/// The power in a limb for each chunk: 10^(19 * chunks) has exactly `chunks` limbs as long as the bits that
-/// a chunk lacks of a limb, less than 0.884 each, do not add up to a limb.
+/// The power in a limb for each chunk: 10^(19 * chunks) has exactly `chunks` limbs while the bits that
+/// a chunk is short of a limb, less than 0.884 each, do not add up to a limb.
 static_assert(most_short_chunks * 884 < std::size_t{64} * 1000);
 
 struct short_limbs {
@@ -28,7 +28,7 @@ void divide_by_chunk(limb_span number) {
     }
 }
 
-/// Dividing by 10^19 again and again rounds down to what one division by the power gives.
+/// Repeated division by 10^19 rounds down to what one division by the power gives.
 short_limbs limbs_of_short_power(std::size_t chunks) {
     short_limbs limbs{};
     limbs.power[0] = 1;
@@ -59,8 +59,8 @@ short_powers all_short_powers() {
     return powers;
 }
 
-/// 2^(128 * n) - reciprocal * power for n limbs of power, below the power. A reciprocal that is a little too
-/// small is made exact for that.
+/// 2^(128 * n) - reciprocal * power for n limbs of power, below the power. A reciprocal that is slightly too
+/// small is made exact first.
 std::vector<std::uint64_t> make_exact(limb_span reciprocal, limb_view power) {
     const std::size_t size = power.size();
     std::vector<std::uint64_t> rest(2 * size + 1);
@@ -76,8 +76,8 @@ std::vector<std::uint64_t> make_exact(limb_span reciprocal, limb_view power) {
     return rest;
 }
 
-/// A reciprocal of the square of a power, of which it falls short by a few units at most. With b = 2^64, n
-/// limbs of the power p, its reciprocal r and the rest d = b^2n - r * p, b^4n / p^2 is
+/// A reciprocal of the square of a power, too small by a few units at most. With b = 2^64, n
+/// limbs of the power p, its reciprocal r and the remainder d = b^2n - r * p, b^4n / p^2 is
 /// r^2 * (1 + 2 * d / b^2n) and a few units.
 std::vector<std::uint64_t> reciprocal_of_square(const power_of_ten& root, std::size_t square_size) {
     const std::size_t size = root.power.size();
@@ -97,7 +97,7 @@ std::vector<std::uint64_t> reciprocal_of_square(const power_of_ten& root, std::s
     return result;
 }
 
-/// Below so many limbs, half of the columns of a product are faster than all of it by Karatsuba's rule.
+/// Below this many limbs, half of the columns of a product are faster than all of it by Karatsuba's rule.
 constexpr std::size_t half_products_limbs = 56;
 
 /// Sets @p quotient, of n limbs, to those of top * reciprocal, of n + 1 limbs each, from the limb n + 1 on.
@@ -152,14 +152,14 @@ long_power_of_ten square_with_reciprocal(const power_of_ten& root) {
 }
 
 /// Barrett's division: with b = 2^64 and n limbs, (number / b^(n-1)) * reciprocal / b^(n+1) is the quotient
-/// or a little below it: by at most 3 and what the reciprocal falls short.
+/// or slightly below it: by at most 3 and the error of the reciprocal.
 void divide_by_power(limb_view number, const power_of_ten& divisor, limb_span quotient, limb_span remainder,
                      limb_span scratch) {
     const std::size_t size = divisor.power.size();
     assert(number.size() == 2 * size && quotient.size() == size && remainder.size() == size);
     estimate_quotient(quotient, number.subspan(size - 1), divisor.reciprocal, scratch);
     const limb_span rest = low_product(quotient, divisor.power, scratch);
-    // rest = number - product, which is a few times power: one limb above the power's is enough.
+    // remainder = number - product, which is a few times power: one limb above the power's is enough.
     negate_limbs(rest);
     add_limbs(rest, number.first(size + 1));
     const std::uint64_t one = 1;

@@ -10,10 +10,10 @@
 
 namespace kvr {
 
-/// The chunks of 19 decimal digits that a number is converted in without cutting it into halves.
+/// The chunks of 19 decimal digits that a number is converted in without splitting it into halves.
 inline constexpr std::size_t base_chunks = 20;
 
-/// What dividing by a power of ten takes: power = 10^(19 * chunks), in exactly as many limbs as it has, and
+/// What a division by a power of ten needs: power = 10^(19 * chunks), in exactly as many limbs as it has, and
 /// reciprocal = floor(2^(128 * power.size()) / power) or a few units less, in one limb more.
 struct power_of_ten {
     std::size_t chunks = 0;
@@ -30,7 +30,7 @@ struct long_power_of_ten {
     power_of_ten view() const { return {chunks, power, reciprocal}; }
 };
 
-/// The power for 1 to base_chunks chunks, and for twice as many as that if the number is even; worked out on
+/// The power for 1 to base_chunks chunks, and for twice as many as that if the number is even; computed on
 /// first use and kept. No allocation.
 power_of_ten short_power_of_ten(std::size_t chunks);
 
@@ -46,7 +46,7 @@ long_power_of_ten square_with_reciprocal(const power_of_ten& root);
 void divide_by_power(limb_view number, const power_of_ten& divisor, limb_span quotient, limb_span remainder,
                      limb_span scratch);
 
-/// The limbs of scratch that dividing by a power of so many limbs takes.
+/// The limbs of scratch that a division by a power of @p power_limbs limbs needs.
 constexpr std::size_t division_scratch(std::size_t power_limbs) {
     return 2 * power_limbs + 2;
 }

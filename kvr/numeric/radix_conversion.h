@@ -13,14 +13,14 @@
 /// The text becomes a binary digit string (most significant bit first), is cut or padded to the width,
 /// and becomes text in the target radix. Signed decimal is ones' complement ("-5" gives "1010"), and
 /// decimal results come out least significant digit first ("1100" gives "21"); callers rely on both.
-/// Decimal text is read most significant digit first, so a decimal result is not read back as it was.
+/// Decimal text is read most significant digit first, so a decimal result does not read back to its input.
 ///
-/// @param output overwritten in every case, also when the result is false; left alone when an exception
+/// @param output overwritten in every case, also when the result is false; unchanged when an exception
 ///               escapes. It may be @p input itself.
 /// @param width  word width in bits; higher bits are cut silently, missing ones are "0" (no sign
 ///               extension). 0 leaves the length as it comes.
-/// @return false if either radix is RADIX_NONE, else true: digits are never checked here. A digit that
-///         is none in its radix counts as 0 (hexadecimal, octal), by its character code (decimal), or
+/// @return false if either radix is RADIX_NONE, else true: digits are never checked here. A character that
+///         is no digit of its radix counts as 0 (hexadecimal, octal), by its code (decimal), or
 ///         passes through (binary). "X" and "x" are don't-care digits in hexadecimal and octal text.
 /// Any other radix reads as no digits at all, and writes "".
 /// @throws std::out_of_range for an empty signed-decimal text, and for an empty digit string on its way
@@ -30,7 +30,7 @@ KVR_API bool kvr_radix_conversion(const std::string& input, std::string* output,
 
 /// The binary digit string of @p text, a number in @p radix (a KVR_MEMORY_RADIXES value), most significant
 /// bit first. Hexadecimal and octal give 4 and 3 digits for each one, decimal the shortest form (signed:
-/// with a sign bit in front, all bits inverted after "-"). A decimal text without digits is 0. "" for any
+/// with a leading sign bit, all bits inverted after "-"). A decimal text without digits is 0. "" for any
 /// other radix.
 /// @throws std::out_of_range for an empty signed-decimal text.
 KVR_API std::string convert_to_binary_string(const std::string& text, int radix);

@@ -14,7 +14,7 @@ namespace kvr {
 namespace {
 
 constexpr unsigned most_bits = 64;
-/// Any number of so many digits fits 64 bits.
+/// Any number of this many digits fits 64 bits.
 constexpr std::size_t most_decimal_digits = 19;
 
 struct small_word {
@@ -27,7 +27,7 @@ constexpr std::uint64_t low_bits(unsigned count) {
     return ~std::uint64_t{0} >> (most_bits - count);
 }
 
-/// Precondition: neither an empty text nor one of more than 64 bits.
+/// Precondition: the text is not empty and has at most 64 bits.
 bool read_grouped(small_word& word, std::string_view text, unsigned bits) {
     std::uint64_t value = 0;
     unsigned seen = 0;
@@ -146,7 +146,7 @@ bool is_small_target(KVR_MEMORY_RADIXES radix) {
     return is_decimal(radix) || bits_per_digit(radix) > 1;
 }
 
-/// Two's complement: the value that a signed decimal text stands for. Nothing is set where it does not fit
+/// Two's complement: the value of a signed decimal text. Nothing is set where it does not fit
 /// the width.
 bool read_exact_decimal(std::uint64_t& bits, std::string_view text, bool is_signed, unsigned width) {
     const bool is_negative = is_signed && text.starts_with('-');

@@ -10,9 +10,9 @@
 namespace kvr {
 
 /// The fast path of kvr_radix_conversion() for words of a machine word: sets @p output, which may be what
-/// @p text looks at, and allocates nothing but its characters.
+/// @p text refers to, and allocates nothing but its characters.
 ///
-/// It assumes two radixes out of hexadecimal, octal and decimal, a text of known digits only (behind the
+/// It assumes two radixes out of hexadecimal, octal and decimal, a text of known digits only (after the
 /// sign) and no more than 64 bits before and after the width is applied, the sign bit included. False, with
 /// the output as it was, for all the rest.
 bool convert_small_word(std::string& output, std::string_view text, KVR_MEMORY_RADIXES from,
@@ -20,7 +20,7 @@ bool convert_small_word(std::string& output, std::string_view text, KVR_MEMORY_R
 
 /// The fast path of append_exact_word() for words of a machine word.
 ///
-/// It assumes a width of no more than 64 bits, a text of known digits only (behind the sign), no longer than
+/// It assumes a width of no more than 64 bits, a text of known digits only (after the sign), no longer than
 /// 64 bits or 19 decimal digits take, and a value that fits the width. False, with the result as it was, for
 /// all the rest.
 bool append_small_exact_word(std::string& result, std::string_view text, const exact_conversion& conversion);

@@ -1,7 +1,7 @@
 #pragma once
 
 /// @file
-/// What a text looks like: integer, float, hexadecimal or binary number.
+/// The syntax of a text: integer, float, hexadecimal or binary number.
 
 #include "kvr/export.h"
 
@@ -11,7 +11,7 @@
 /// integers too; callers rely on it. No "+", no blanks.
 KVR_API bool kvr_is_integer_value(const std::string& text);
 
-/// True for decimal digits with exactly one "." and at least one digit behind it (".5", "12.0"). No sign,
+/// True for decimal digits with exactly one "." and at least one digit after it (".5", "12.0"). No sign,
 /// no exponent.
 KVR_API bool kvr_is_float_value(const std::string& text);
 

@@ -54,7 +54,7 @@ constexpr wide_limb multiply_add(std::uint64_t left, std::uint64_t right, std::u
 #endif
 }
 
-/// The sum of up to 2^64 products, one column of a long multiplication. The portable way.
+/// The sum of up to 2^64 products, one column of a long multiplication. The portable form.
 class column_sum_by_limbs {
 public:
     constexpr void add_product(std::uint64_t left, std::uint64_t right) {
@@ -64,7 +64,7 @@ public:
         carries_ += high_ < product.high ? 1U : 0U;
     }
 
-    /// The lowest limb, which is taken away: the sum becomes that of the next column.
+    /// The lowest limb, which is removed: the sum becomes that of the next column.
     constexpr std::uint64_t take_limb() {
         const std::uint64_t limb = low_;
         low_ = high_;
@@ -124,7 +124,7 @@ static_assert(multiply_add(decimal_chunk_reciprocal, decimal_chunk, decimal_chun
 /// Divides (high, low) by decimal_chunk. Precondition: high < decimal_chunk.
 ///
 /// A division by a constant, with two multiplications: the reciprocal gives a quotient that is one too
-/// large at most half of the time and one too small hardly ever. It needs a divisor whose top bit is set,
+/// large at most half of the time and one too small rarely. It needs a divisor whose top bit is set,
 /// as that of decimal_chunk is.
 constexpr chunk_division divide_by_decimal_chunk(std::uint64_t high, std::uint64_t low) {
     const wide_limb estimate = multiply_add(decimal_chunk_reciprocal, high, low);

@@ -14,13 +14,13 @@ namespace kvr {
 
 namespace {
 
-/// A word all of whose bits are known.
+/// A word whose bits are all known.
 struct plain_word {
     magnitude bits;
     std::size_t length = 0; ///< leading zero bits count; never 0 after it has been read
 };
 
-/// The zeros in front of a short word that its text in @p radix tells: one of them shows that a decimal
+/// The leading zeros of a short word that its text in @p radix needs: one of them shows that a decimal
 /// number is not negative, and the others would only cost memory.
 std::size_t telling_zeros(std::size_t missing_bits, KVR_MEMORY_RADIXES radix) {
     if (is_decimal(radix)) {
@@ -29,7 +29,7 @@ std::size_t telling_zeros(std::size_t missing_bits, KVR_MEMORY_RADIXES radix) {
     return bits_per_digit(radix) != 0 ? missing_bits : 0;
 }
 
-/// Cuts on the left or fills up with "0"; never a sign extension.
+/// Cuts on the left or pads with "0"; never a sign extension.
 void resize_binary_string(std::string& bits, std::size_t width, KVR_MEMORY_RADIXES target) {
     if (width < bits.size()) {
         bits.erase(0, bits.size() - width);
@@ -114,8 +114,8 @@ char upper_case_digit(char digit, unsigned bits) {
     return value < 1U << bits ? upper_case_digits[value] : '0';
 }
 
-/// From a radix to itself. Groups are counted from the right on both sides, so each digit stays what it is;
-/// only that at the top of the word may lose bits.
+/// From a radix to itself. Groups are counted from the right on both sides, so each digit is unchanged;
+/// only the one at the top of the word may lose bits.
 std::string resize_digits(std::string_view text, unsigned bits, std::size_t width) {
     const std::size_t count = width == 0 ? text.size() : digit_count(width, bits);
     const std::size_t kept = std::min(count, text.size());
@@ -140,7 +140,7 @@ void write_low_bits_of_word(char* place, std::string_view text, unsigned bits, s
     write_bits_of_digits(place, text, bits);
 }
 
-/// The bits of hexadecimal or octal digits of any kind, each by itself; the one at the top of the word may
+/// The bits of hexadecimal or octal digits of any kind, one by one; the digit at the top of the word may
 /// lose bits.
 void write_bits_of_word(std::string& output, std::string_view text, unsigned bits, unsigned int width) {
     if (text.data() == output.data()) {

@@ -6,10 +6,10 @@
 
 namespace kvr {
 
-/// What the width-ratio rules want to know of a device family; a family may be in several groups.
+/// The properties of a device family in the width-ratio rules; a family may be in several groups.
 enum class family_group : std::uint8_t {
     none = 0,
-    early = 1,        ///< byte enables narrow the choice of ratios whichever port is the wider one
+    early = 1,        ///< byte enables restrict the ratios whichever port is the wider one
     newer = 2,        ///< every family outside this group, and every unknown one, is an older family
     bidir_ratio8 = 4, ///< two-way ports take ratio 8 with byte enables on the narrower port
 };

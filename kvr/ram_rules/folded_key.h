@@ -8,8 +8,8 @@
 
 namespace kvr {
 
-/// A short text in two machine words, so that texts are compared and hashed without walking their
-/// characters. Two keys are equal exactly when their texts differ in nothing but the case of ASCII letters.
+/// A short text in two machine words, so that texts are compared and hashed without a loop over their
+/// characters. Two keys are equal exactly when their texts differ in the case of ASCII letters only.
 struct folded_key {
     static constexpr std::size_t longest_text = 16;
 

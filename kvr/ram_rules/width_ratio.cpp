@@ -12,7 +12,7 @@ namespace kvr {
 
 namespace {
 
-// A set of ratios below 64: bit r stands for the ratio r.
+// A set of ratios below 64: bit r represents the ratio r.
 using ratio_set = std::uint64_t;
 
 constexpr ratio_set ratios(std::initializer_list<int> members) {
@@ -92,7 +92,7 @@ ram_block find_ram_block(std::string_view text, bool large_block_possible) noexc
     return ram_block::unknown;
 }
 
-// A rule for each block type, found by the block type.
+// A rule for each block type, indexed by the block type.
 template <class rule>
 constexpr bool in_block_order(const rule (&rules)[ram_block_count]) {
     for (std::size_t i = 0; i < ram_block_count; ++i) {
@@ -108,7 +108,7 @@ constexpr const rule& rule_of(ram_block block, const rule (&rules)[ram_block_cou
     return rules[static_cast<std::size_t>(block)];
 }
 
-// What narrows the choice of ratios once byte enables are on.
+// What restricts the ratios once byte enables are on.
 enum class narrowing : std::uint8_t {
     wider_a,          // port A is the wider one
     wider_a_or_early, // the same, and an early family always

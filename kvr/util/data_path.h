@@ -8,8 +8,8 @@ namespace kvr {
 /// @throws std::out_of_range if there is none.
 std::string directory_of_path(const std::string& path);
 
-/// Where the data directory @p relative, which is given from the binary directory, lies for an executable in
-/// @p executable_directory (with its separator). A path that does not exist when it is nowhere.
+/// The place of the data directory @p relative, given from the binary directory, for an executable in
+/// @p executable_directory (with its separator). A path that does not exist when there is none.
 std::string find_data_path(const std::string& executable_directory, const std::string& relative);
 
 } // namespace kvr

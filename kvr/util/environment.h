@@ -15,5 +15,5 @@ KVR_API std::string kvr_get_env_var_value(const char* name);
 /// either one is found itself when @p wanted is empty. Callers rely on it. An empty list holds nothing.
 KVR_API bool kvr_env_var_has_value(std::string list, std::string wanted);
 
-/// The number by which the system knows the running process.
+/// The process id of the running process.
 KVR_API int kvr_get_process_id();

@@ -10,7 +10,7 @@ namespace kvr {
 
 namespace {
 
-// What stands before the last separator; all of a pattern that has none.
+// The part before the last separator; all of a pattern without one.
 std::string directory_part(const std::string& pattern) {
     const std::size_t slash = pattern.rfind('/');
     const std::size_t separator = slash != std::string::npos ? slash : pattern.rfind('\\');
@@ -37,7 +37,7 @@ bool remove_entry(const platform::directory_entry& entry, const platform::direct
     return target.remove_file(entry.name);
 }
 
-// Entries are listed in one directory and removed in another one, which is nearly always the same.
+// Entries are listed in one directory and removed in another one, which is usually the same.
 bool remove_matching(const platform::directory& listed, const std::string& wildcard,
                      const platform::directory& target, bool recursive) {
     const platform::directory_listing found = listed.find(wildcard);

@@ -34,25 +34,25 @@ KVR_API bool kvr_remove_file(const char* path);
 /// Removes the files that @p pattern names: a directory, a separator and a wildcard in which "*" is any
 /// text, "?" any character and "*.*" every name ("dir/*.*"). On POSIX systems letter case counts.
 ///
-/// The directory is what stands before the last "/", or before the last backslash if there is no "/". A
+/// The directory is the text before the last "/", or before the last backslash if there is no "/". A
 /// pattern with neither finds its files in the working directory but removes them in a directory of the
 /// pattern's own name, which fails where there is none; callers rely on it.
 ///
 /// Symbolic links found there are removed, never followed; "." and ".." are never touched. A tree may be as
 /// deep as the process may have files open.
 ///
-/// @param recursive subdirectories go with all that is in them, unless they carry an attribute such as being
-///                  read-only. Those, and all subdirectories without this flag, are taken for files, whose
-///                  removal fails.
+/// @param recursive subdirectories are removed with their contents, unless they have an attribute such as
+///                  being read-only. Those, and all subdirectories without this flag, are taken for files,
+///                  whose removal fails.
 /// @return true when all that was found was removed, and when nothing was found, also because there is no
 ///         such directory or it may not be listed. False when something that it lists stays, for whatever
-///         reason: it cannot be looked at or removed, or the directory may be listed but not searched. The
-///         first failure ends the call: what comes after it is left alone, what came before is gone.
-/// @throws std::out_of_range for an empty pattern, and if nothing stands before its only separator.
+///         reason: its attributes cannot be read, it cannot be removed, or the directory may be listed but
+///         not searched. The first failure ends the call: what follows stays, what came before is gone.
+/// @throws std::out_of_range for an empty pattern, and if its only separator is its first character.
 KVR_API bool kvr_remove_all_files(const char* pattern, bool recursive);
 
 /// Copies the bytes of a file, replacing what @p destination holds. The destination is not touched when the
 /// source cannot be opened. A file copied onto itself is left empty.
 /// @return false if a file cannot be opened, if the source is a directory, and for an error that shows while
-///         bytes are read or written; what is still buffered then is written later, unwatched.
+///         bytes are read or written; what is still buffered then is written later, without a check.
 KVR_API bool kvr_file_copy(const char* source, const char* destination);

@@ -34,7 +34,7 @@ bool looks_like_version(std::string_view word) {
     return !word.empty() && fold_case(word.front()) == 'v' && word.back() == '%';
 }
 
-// What a header line says behind "wizard:".
+// The text of a header line after "wizard:".
 struct wizard {
     std::string name;
     std::string version;

@@ -5,7 +5,7 @@
 #include <string>
 
 /// @file
-/// A wizard tells in the first lines of a design file that it wrote the file:
+/// A wizard marks a design file that it wrote in the first lines of the file:
 ///
 ///     -- plexfunction wizard: %RAM: 2-PORT% v7.2%
 ///     -- generation: deferred
@@ -13,7 +13,7 @@
 /// Words are separated by exactly one blank each; ASCII letter case does not count.
 
 /// True when the third word of the file's first line is "wizard:".
-/// @param wizard_name    the text between the "%" behind it; "" in any other case.
+/// @param wizard_name    the text between the "%" after it; "" in any other case.
 /// @param wizard_version "7.2" for a last word of the form "v7.2%", also where that word is part of the
 ///                       name; "" in any other case.
 /// @return false also for a null path and for a file of which that line cannot be read to its end.

@@ -14,8 +14,8 @@ namespace {
 
 constexpr char any_separator[] = "/\\";
 
-// Where the executable's directory lies in an installation that runs it from its own runtime environment;
-// npos when it does not.
+// The position of the executable's directory in an installation that runs it from its own runtime
+// environment; npos when it is in none.
 std::size_t find_runtime_directory(const std::string& executable_directory) {
     const std::size_t position = executable_directory.find("jre/bin");
     return position != std::string::npos ? position : executable_directory.find("jre\\bin");

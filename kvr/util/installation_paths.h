@@ -14,13 +14,13 @@
 KVR_API std::string kvr_get_module_path();
 
 /// The tool's binary directory: the value of VELKORA_BINDIR if that path exists, else "bin64" below the value
-/// of VELKORA_ROOTDIR if that one exists ("bin64" itself is not looked for), else "".
+/// of VELKORA_ROOTDIR if that one exists ("bin64" itself is not checked), else "".
 KVR_API std::string kvr_get_velkora_module_path();
 
-// The data directories lie beside the binary directory. The first of these that exists is the answer: beside
-// the executable's directory; beside kvr_get_velkora_module_path(), which without the variables means the
-// working directory; relative to what stands before "jre/bin" in the executable's directory. If none of them
-// exists, the answer is the first. All three raise the error of kvr_get_module_path().
+// The data directories are siblings of the binary directory. The result is the first of these that exists:
+// a sibling of the executable's directory; one of kvr_get_velkora_module_path(), which without the variables
+// is the working directory; relative to the text before "jre/bin" in the executable's directory. If none
+// exists, the result is the first. All three raise the error of kvr_get_module_path().
 
 /// "../libraries/plexfunctions/xml_info/", from the binary directory.
 KVR_API std::string kvr_get_library_module_path();

@@ -22,7 +22,7 @@ int wrapping_multiply(int factor, int other) {
 }
 
 // The powers of an odd base modulo 2^32 are all the residues that equal 1 or the base modulo the greatest
-// power of two that divides base^2 - 1. That tells the largest of them at once, where trying them all
+// power of two that divides base^2 - 1. That gives the largest of them at once, where trying them all
 // would take up to 2^30 products.
 template <typename Word>
 std::int64_t largest_power_of_odd(Word base) {

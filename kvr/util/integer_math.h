@@ -11,7 +11,7 @@
 /// The smallest k with 2^k >= @p x; 0 for @p x of 0 or 1, and above 2^31.
 KVR_API unsigned int kvr_ceil_log2(unsigned int x);
 
-/// How often 1 is multiplied by @p base until the product is at least @p x; 0 for @p x of 0 or 1.
+/// How many factors @p base make a product of at least @p x; 0 for @p x of 0 or 1.
 KVR_API unsigned int kvr_ceil_log(unsigned int x, unsigned int base);
 
 /// The same as kvr_ceil_log2(), the ceiling (5 gives 3); callers rely on it.

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Letter case of ASCII text. Only "A" to "Z" and "a" to "z" have one, whatever the locale says.
+/// Letter case of ASCII text. Only "A" to "Z" and "a" to "z" have one, whatever the locale.
 namespace kvr {
 
 constexpr bool is_upper_case(char character) noexcept {
@@ -28,7 +28,7 @@ constexpr unsigned char fold_case(char character) noexcept {
     return static_cast<unsigned char>(lower_case_of(character));
 }
 
-/// True when both texts have the same length and the same characters, letter case aside.
+/// True when both texts have the same length and the same characters except for letter case.
 bool equal_ignoring_case(std::string_view left, std::string_view right);
 
 /// Upper-cases @p text in place, from the character @p from on.

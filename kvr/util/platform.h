@@ -6,17 +6,17 @@
 #include <string>
 #include <vector>
 
-/// All that differs between operating systems; platform_posix.cpp and platform_windows.cpp are the only
-/// sources that know one. Paths are texts of bytes as the system's own narrow calls take them.
+/// Everything that differs between operating systems; platform_posix.cpp and platform_windows.cpp are the
+/// only sources that depend on one. Paths are texts of bytes as the system's own narrow calls take them.
 namespace kvr::platform {
 
-/// The characters that end a directory's name in a path of this system.
+/// The characters that may end a directory's name in a path of this system.
 extern const char* const separators;
 
 /// True for a file, a directory or anything else that @p path leads to.
 bool exists(const char* path) noexcept;
 
-/// Writes the working directory with a NUL behind it. False when @p size characters do not hold it.
+/// Writes the working directory with a NUL after it. False when @p size characters do not hold it.
 bool get_current_directory(char* buffer, std::size_t size) noexcept;
 
 /// 0, or -1 when it failed.
@@ -36,10 +36,10 @@ file_stream open_to_read(const char* path) noexcept;
 
 int process_id() noexcept;
 
-/// The path of the running executable, however long; "" when the system does not tell.
+/// The path of the running executable, however long; "" when the system does not provide it.
 std::string executable_path();
 
-/// The attribute word of a plain subdirectory. Any further property, such as being read-only, adds to it.
+/// The attribute word of a bare subdirectory. Any further property, such as being read-only, adds to it.
 constexpr unsigned subdirectory_attribute = 16;
 
 struct directory_entry {
@@ -53,11 +53,11 @@ struct directory_listing {
 };
 
 /// A directory whose entries are found and removed by name. Where the system can do it, the object stays
-/// with the directory that it was opened on, whatever happens to the path meanwhile.
+/// with the directory that it was opened on, even if the path changes meanwhile.
 class directory {
 public:
-    /// What @p path leads to, "" to the working directory. A path that leads to no directory gives one
-    /// without entries, in which every removal fails.
+    /// The directory that @p path leads to, "" for the working directory. A path that leads to none gives
+    /// an object without entries, in which every removal fails.
     explicit directory(const std::string& path);
     directory(const directory&) = delete;
     directory& operator=(const directory&) = delete;
@@ -67,7 +67,7 @@ public:
     [[nodiscard]] directory subdirectory(const std::string& name) const;
 
     /// The entries whose names match @p wildcard ("*" is any text, "?" any character, "*.*" every name), as
-    /// they are now; never "." and "..". One that cannot be looked at has no attributes.
+    /// they are now; never "." and "..". One whose attributes cannot be read has no attributes.
     [[nodiscard]] directory_listing find(const std::string& wildcard) const;
 
     /// Removes the file @p name, or a symbolic link itself; never a directory.

@@ -60,9 +60,9 @@ bool is_dot_or_dots(const char* name) noexcept {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
 }
 
-// A second descriptor, because a stream takes its own along when it is closed. It is a copy: to open "."
-// takes the right to search the directory, which not every directory that can be listed gives. Copies share
-// their place in the directory.
+// A second descriptor, because a stream closes its own. It is a copy: opening "." would
+// need the right to search the directory, which a directory that can be listed may not give. Copies share
+// their position in the directory.
 directory_stream open_stream(int descriptor) noexcept {
     const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
     directory_stream stream(fdopendir(own));
@@ -74,13 +74,13 @@ directory_stream open_stream(int descriptor) noexcept {
     return stream;
 }
 
-// Null at the end, with errno 0, and when the directory cannot be read on.
+// Null at the end, with errno 0, and when the directory cannot be read further.
 const dirent* next_entry(DIR* stream) noexcept {
     errno = 0;
     return readdir(stream);
 }
 
-// The attributes are those of a file where the entry cannot be looked at: removing it then fails or not.
+// The attributes are those of a file where the entry's own cannot be read: removing it then fails or not.
 directory_entry entry_of(int descriptor, const char* name) {
     struct stat status = {};
     static_cast<void>(fstatat(descriptor, name, &status, AT_SYMLINK_NOFOLLOW));
@@ -146,7 +146,7 @@ struct directory::handle {
 directory::directory(std::unique_ptr<handle> subdirectory) noexcept : opened(std::move(subdirectory)) {}
 directory::~directory() = default;
 
-// What closes a descriptor is there before the descriptor is.
+// The object that closes a descriptor exists before the descriptor.
 directory::directory(const std::string& path) : opened(std::make_unique<handle>()) {
     opened->descriptor = open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }

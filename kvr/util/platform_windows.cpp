@@ -73,7 +73,7 @@ std::string executable_path() {
     }
 }
 
-// Entries are reached by their paths. A link to a directory carries an attribute of its own beside the one
+// Entries are reached by their paths. A link to a directory has an attribute of its own in addition to that
 // of a subdirectory and is therefore never entered.
 struct directory::handle {
     std::string path; // with its separator

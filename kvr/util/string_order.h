@@ -11,7 +11,7 @@
 /// Less-than that ignores ASCII letter case, whatever the locale: bytes compare as unsigned numbers after
 /// "A" to "Z" are folded to "a" to "z", and a proper prefix is less. A text ends at its first NUL.
 struct LESS_C_STRING {
-    /// True when @p left stands before @p right.
+    /// True when @p left comes before @p right.
     KVR_API bool operator()(const std::string& left, const std::string& right) const;
 };
 

@@ -17,8 +17,8 @@ public:
     [[nodiscard]] bool is_open() const noexcept { return stream != nullptr; }
 
     /// The next line, or the first @p limit characters of a longer one, whose rest is the next line then.
-    /// @return false after the last line, which leaves @p line empty. A line that a failure of the file cuts
-    ///         off is none.
+    /// @return false after the last line, which leaves @p line empty. A line that a read error cuts
+    ///         off is not returned.
     bool next(std::string& line, std::size_t limit);
 
     /// True when the lines, which are open, ended because the file could not be read to its end.

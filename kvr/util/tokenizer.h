@@ -7,7 +7,7 @@
 
 #include <string>
 
-/// Cuts the next token off the front of @p rest, so that repeated calls walk through a delimited list.
+/// Removes the next token from the front of @p rest, so that repeated calls iterate over a delimited list.
 /// Nothing is trimmed, quoted or escaped, and letter case counts.
 ///
 /// @param rest       left with what follows the delimiter; "" when none was found.
@@ -15,7 +15,7 @@
 ///                   ones enclose an empty token. "" is never found.
 /// @param multi_char_delimiter true: the whole of @p delimiters is one delimiter instead.
 /// @return the text before the delimiter, or all of @p rest when there is none. With a delimiter of several
-///         characters, occurrences of its first character in the text matter: the token begins behind the
+///         characters, occurrences of its first character in the text matter: the token begins after the
 ///         last but one of those before the delimiter ("a,b,c,xd" at ",x" gives "b,c"); callers rely on it.
 KVR_API std::string kvr_get_token(std::string& rest, const std::string& delimiters,
                                   bool multi_char_delimiter);

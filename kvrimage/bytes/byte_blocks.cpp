@@ -2,20 +2,25 @@
 
 #include <algorithm>
 #include <iterator>
+#include <limits>
 #include <map>
 
 namespace kvrimage {
 
 namespace {
 
+constexpr std::uint64_t last_address_of_all = std::numeric_limits<std::uint64_t>::max();
+
 /// Blocks by their addresses, without overlaps, into which later blocks are laid.
 class laid_blocks {
 public:
     void lay(const byte_block& block) {
         cut_at(block.address);
-        cut_at(block.end());
+        if (block.last() != last_address_of_all) {
+            cut_at(block.last() + 1);
+        }
         const auto first = laid.lower_bound(block.address);
-        const auto last = laid.lower_bound(block.end());
+        const auto last = laid.upper_bound(block.last());
         for (auto covered = first; covered != last; ++covered) {
             note(*covered, block);
         }
@@ -59,7 +64,7 @@ private:
 
 bool overlap(const std::vector<byte_block>& sorted) {
     return std::ranges::adjacent_find(sorted, [](const byte_block& left, const byte_block& right) {
-               return left.end() > right.address;
+               return left.last() >= right.address;
            }) != sorted.end();
 }
 
@@ -72,7 +77,8 @@ bool is_before(const byte_block& left, const byte_block& right) {
 void byte_blocks::add(std::uint64_t address, std::string_view bytes) {
     if (!blocks.empty()) {
         byte_block& last = blocks.back();
-        if (last.end() == address && last.bytes.data() + last.bytes.size() == bytes.data()) {
+        if (address != 0 && last.last() == address - 1 &&
+            last.bytes.data() + last.bytes.size() == bytes.data()) {
             last.bytes = {last.bytes.data(), last.bytes.size() + bytes.size()};
             return;
         }

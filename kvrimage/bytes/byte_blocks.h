@@ -16,7 +16,8 @@ struct byte_block {
     std::uint64_t address;  ///< of the first one
     std::string_view bytes; ///< at least one
 
-    [[nodiscard]] std::uint64_t end() const noexcept { return address + bytes.size(); }
+    /// The address of the last one; the one after it may be beyond 2^64 - 1.
+    [[nodiscard]] std::uint64_t last() const noexcept { return address + (bytes.size() - 1); }
 };
 
 /// Bytes that a file sets more than once.
@@ -41,7 +42,7 @@ public:
         bytes_keeper = owned;
     }
 
-    /// Where the next @p count bytes (at least one), at @p address, are to be put, at once. address + count
+    /// Where the next @p count bytes (at least one), at @p address, are to be put, at once. The last one
     /// must not be beyond 2^64 - 1.
     [[nodiscard]] char* room_for(std::uint64_t address, std::size_t count) {
         char* const place = owned->end();

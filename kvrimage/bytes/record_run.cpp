@@ -1,114 +1,141 @@
 #include "kvrimage/bytes/record_run.h"
 
+#include "kvr/numeric/character_block.h"
+#include "kvrimage/bytes/hex_block.h"
 #include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/image/word_text.h"
 
-#include <algorithm>
 #include <array>
 
 namespace kvrimage {
 
 namespace {
 
-/// Takes one record after the other.
-class record_run_reader {
-public:
-    record_run_reader(std::string_view all, const record_style& looks, char* to) noexcept
-        : lines(all),
-          style(looks),
-          data(to),
-          header_bytes(1 + looks.address_bytes + looks.type.size()) {}
+/// The line end at @p text, of which at least one character is there, LF or CR LF: its length, 0 for anything
+/// else.
+std::size_t length_of_line_end(const char* text, std::size_t left) noexcept {
+    if (*text == '\n') {
+        return 1;
+    }
+    return left > 1 && text[0] == '\r' && text[1] == '\n' ? 2 : 0;
+}
 
-    record_run read() noexcept {
-        if (!find_data_bytes()) {
-            return run;
+/// The first records of a run, by the header of the first one.
+struct run_shape {
+    std::uint64_t most = 0; ///< records that the addresses have room for; 0: there is no record
+    std::size_t data_bytes = 0;
+    std::uint64_t address = 0;
+};
+
+run_shape shape_of_run(std::string_view lines, const record_style& style) noexcept {
+    const std::size_t digits = 2 * style.header_bytes();
+    std::array<char, 2 * sizeof(std::uint64_t)> bytes{}; // what follows the count is loaded as a limb
+    if (lines.size() < style.mark.size() + digits ||
+        !decode_hex(lines.substr(style.mark.size(), digits), bytes.data())) {
+        return {};
+    }
+    const std::size_t count = static_cast<unsigned char>(bytes.front());
+    if (count <= style.counted) {
+        return {};
+    }
+    const std::size_t data_bytes = count - style.counted;
+    const std::uint64_t end = std::uint64_t{1} << (bits_per_byte * style.address_bytes);
+    const std::uint64_t address = kvr::reversed_bytes(kvr::load_eight(bytes.data() + 1)) >>
+                                  (bits_per_limb - bits_per_byte * style.address_bytes);
+    return {(end - address) / data_bytes, data_bytes, address};
+}
+
+/// Knows the records of a run. It is a value that the loop over them can hold in registers.
+class record_reader {
+public:
+    record_reader(const record_style& style, std::size_t data_bytes) noexcept
+        : first_of_mark(style.mark.front()),
+          last_of_mark(style.mark.back()),
+          mark_size(style.mark.size()),
+          header_bytes(style.header_bytes()),
+          length(style.length(data_bytes)),
+          sum(style.sum) {}
+
+    /// Reads the record at @p text, of which @p left characters are there, if it begins with @p header.
+    /// @param data takes its bytes, and another one
+    /// @return its characters with the line end; 0 where it is another one
+    [[nodiscard]] std::size_t read(const char* text, std::size_t left, std::uint64_t header,
+                                   char* data) const noexcept {
+        if (left <= length || text[0] != first_of_mark || text[mark_size - 1] != last_of_mark) {
+            return 0;
         }
-        while (take_record()) {
-        }
-        return run;
+        const std::size_t line_end = length_of_line_end(text + length, left - length);
+        return line_end != 0 && read_fields({text + mark_size, length - mark_size}, header, data)
+                   ? length + line_end
+                   : 0;
     }
 
 private:
-    static constexpr std::size_t most_header_bytes = 6;
-
-    /// Reads the count of the first record, which holds for all.
-    [[nodiscard]] bool find_data_bytes() noexcept {
-        unsigned char count = 0;
-        if (lines.size() < style.mark.size() + 2 ||
-            !decode_hex(lines.substr(style.mark.size(), 2), reinterpret_cast<char*>(&count)) ||
-            count <= style.counted) {
-            return false;
-        }
-        data_bytes = count - style.counted;
-        length = style.mark.size() + 2 * (header_bytes + data_bytes + 1);
-        return true;
-    }
-
-    [[nodiscard]] bool take_record() noexcept {
-        const std::size_t left = lines.size() - run.size;
-        if (left <= length) {
-            return false;
-        }
-        const char* const text = lines.data() + run.size;
-        const char* const end = text + length;
-        const std::size_t line_end =
-            *end == '\n' ? 1 : (left > length + 1 && *end == '\r' && end[1] == '\n' ? 2 : 0);
-        if (line_end == 0 || !std::equal(style.mark.begin(), style.mark.end(), text) ||
-            !take_fields(text + style.mark.size())) {
-            return false;
-        }
-        run.last = run.size;
-        run.size += length + line_end;
-        run.bytes += data_bytes;
-        ++run.records;
-        return true;
-    }
+    static constexpr std::size_t block_digits = 16;
 
     /// @param digits from the count to the checksum
-    [[nodiscard]] bool take_fields(const char* digits) noexcept {
-        std::array<char, most_header_bytes> header{};
-        char checksum = 0;
-        char* const bytes = data + run.bytes;
-        const char* const data_digits = digits + 2 * header_bytes;
-        const bool are_digits = decode_hex({digits, 2 * header_bytes}, header.data()) &&
-                                decode_hex({data_digits, 2 * data_bytes}, bytes) &&
-                                decode_hex({data_digits + 2 * data_bytes, 2}, &checksum);
-        const std::string_view fields(header.data(), header_bytes);
-        const unsigned sum =
-            sum_of_bytes(fields) + sum_of_bytes({bytes, data_bytes}) + static_cast<unsigned char>(checksum);
-        return are_digits && (sum & 0xFFU) == style.sum && goes_on(fields);
-    }
-
-    /// True for the length of the others, and the address after theirs.
-    [[nodiscard]] bool goes_on(std::string_view header) noexcept {
-        std::uint64_t address = 0;
-        for (const char byte : header.substr(1, style.address_bytes)) {
-            address = address << bits_per_byte | static_cast<unsigned char>(byte);
-        }
-        const std::uint64_t end = std::uint64_t{1} << (bits_per_byte * style.address_bytes);
-        if (static_cast<unsigned char>(header.front()) != data_bytes + style.counted ||
-            !header.ends_with(style.type) || address + data_bytes > end) {
+    [[nodiscard]] bool read_fields(std::string_view digits, std::uint64_t header, char* data) const noexcept {
+        const std::string_view rest = digits.substr(2 * header_bytes);
+        const bool is_long = rest.size() >= block_digits;
+        if (header != (is_long ? header_of_long(digits.data()) : header_of_short(digits))) {
             return false;
         }
-        if (run.records == 0) {
-            run.address = address;
-        }
-        return address == run.address + run.bytes;
+        const decoded_hex spelt = is_long ? decode_blocks(rest, data) : decode_and_sum(rest, data);
+        constexpr unsigned byte_values = 256;
+        return spelt.are_digits && (sum_of_limb(header) + spelt.sum) % byte_values == sum;
+    }
+    /// Nothing that a header can be where the digits are none.
+    [[nodiscard]] std::uint64_t header_of_long(const char* digits) const noexcept {
+        std::uint64_t value = 0;
+        return kvr::read_sixteen(digits, value) ? value >> surplus_bits() : ~std::uint64_t{0};
+    }
+    [[nodiscard]] std::uint64_t header_of_short(std::string_view digits) const noexcept {
+        std::array<char, sizeof(std::uint64_t)> bytes{};
+        return decode_hex(digits.substr(0, 2 * header_bytes), bytes.data())
+                   ? kvr::reversed_bytes(kvr::load_eight(bytes.data())) >> surplus_bits()
+                   : ~std::uint64_t{0};
+    }
+    [[nodiscard]] std::size_t surplus_bits() const noexcept {
+        return bits_per_limb - bits_per_byte * header_bytes;
     }
 
-    std::string_view lines;
-    const record_style& style;
-    char* data;
-    std::size_t header_bytes; ///< count, address and type
-    std::size_t data_bytes = 0;
-    std::size_t length = 0; ///< of a record, without its line end
-    record_run run;
+    char first_of_mark;
+    char last_of_mark;
+    std::size_t mark_size;
+    std::size_t header_bytes;
+    std::size_t length; ///< of a record, without its line end
+    unsigned sum;       ///< of all bytes
 };
 
 } // namespace
 
 record_run take_record_run(std::string_view lines, const record_style& style, char* data) noexcept {
-    return record_run_reader(lines, style, data).read();
+    record_run run;
+    const run_shape shape = shape_of_run(lines, style);
+    const record_reader reader(style, shape.data_bytes);
+    std::uint64_t header = style.header(shape.data_bytes, shape.address);
+    const std::uint64_t step = style.header(shape.data_bytes, shape.address + shape.data_bytes) - header;
+    const char* const begin = lines.data();
+    const char* const end = begin + lines.size();
+    const char* place = begin;
+    std::size_t records = 0;
+    std::size_t size = 0;
+    for (; records < shape.most; ++records) {
+        const std::size_t next = reader.read(place, static_cast<std::size_t>(end - place), header,
+                                             data + records * shape.data_bytes);
+        if (next == 0) {
+            break;
+        }
+        size = next;
+        place += next;
+        header += step;
+    }
+    run.address = shape.address;
+    run.records = records;
+    run.bytes = records * shape.data_bytes;
+    run.size = static_cast<std::size_t>(place - begin);
+    run.last = run.size - size;
+    return run;
 }
 
 } // namespace kvrimage

@@ -1,20 +1,12 @@
 #pragma once
 
+#include "kvrimage/bytes/record_style.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
 
 namespace kvrimage {
-
-/// How the data records of a format look: a mark, then hexadecimal digits of the count of bytes, the address,
-/// the type, the data, and a checksum.
-struct record_style {
-    std::string_view mark;     ///< before the digits
-    std::size_t address_bytes; ///< 4 at most
-    std::string_view type;     ///< the bytes between address and data, 1 at most
-    std::size_t counted;       ///< what the count has beyond the bytes of the data
-    unsigned sum;              ///< of all bytes, modulo 256
-};
 
 /// Neighbouring data records of one length, each of which goes on where the one before it ends.
 struct record_run {

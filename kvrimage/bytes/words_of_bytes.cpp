@@ -232,7 +232,7 @@ private:
     }
 
     void make_image() {
-        const std::uint64_t highest = blocks.all().back().end() - 1 - base;
+        const std::uint64_t highest = blocks.all().back().last() - base;
         const std::uint64_t needed = highest / bytes_per_word + 1;
         const std::uint64_t depth = std::min(options.depth.value_or(needed), deepest_memory);
         if (needed > depth) {
@@ -245,12 +245,13 @@ private:
         }
     }
 
+    /// True where no word lacks a byte or is too wide.
     [[nodiscard]] bool are_whole_words() const {
-        return width % bits_per_byte == 0 &&
-               std::ranges::all_of(blocks.all(), [this](const byte_block& each) {
-                   return (each.address - base) % bytes_per_word == 0 &&
-                          each.bytes.size() % bytes_per_word == 0;
-               });
+        const byte_texts texts(width, options.order.value_or(byte_order::big));
+        return std::ranges::all_of(blocks.all(), [&](const byte_block& each) {
+            return (each.address - base) % bytes_per_word == 0 && each.bytes.size() % bytes_per_word == 0 &&
+                   texts.count_fitting(each.bytes) == each.bytes.size() / bytes_per_word;
+        });
     }
 
     /// The words stay what they are in the file.
@@ -268,7 +269,7 @@ private:
                 {(each.address - base) / bytes_per_word, copy ? copy->add(each.bytes) : each.bytes});
         }
         result.image.emplace(
-            width, std::make_unique<image_words>(depth, byte_words(std::move(in_words), bytes_per_word,
+            width, std::make_unique<image_words>(depth, byte_words(std::move(in_words), width,
                                                                    options.order.value_or(byte_order::big),
                                                                    std::move(keeper))));
     }
@@ -296,13 +297,11 @@ private:
     void report_beyond(std::uint64_t depth, std::uint64_t needed) {
         const std::uint64_t end = base + depth * bytes_per_word;
         const auto beyond =
-            std::ranges::find_if(blocks.all(), [end](const byte_block& each) { return each.end() > end; });
+            std::ranges::find_if(blocks.all(), [end](const byte_block& each) { return each.last() >= end; });
         const std::uint64_t first = std::max(beyond->address, end);
         if (options.depth) {
-            diagnostic found = diagnose::beyond_depth(find(first), (first - base) / bytes_per_word, depth,
-                                                      depth - 1, needed);
-            found.hint = fmt::format("needs --depth {} or more", needed);
-            list.add(std::move(found));
+            list.add(diagnose::beyond_depth(find(first), (first - base) / bytes_per_word, depth, depth - 1,
+                                            "--depth", needed));
         } else {
             list.add(diagnose::address_outside(find(first), fmt::format("{:X}", first),
                                                fmt::format("{:X}", end - 1)));
@@ -351,6 +350,13 @@ private:
 void make_words_of_bytes(byte_blocks& blocks, const read_options& options, const byte_finder& find,
                          diagnostic_list& diagnostics, read_result& result) {
     byte_reading(blocks, options, find, diagnostics, result).read();
+}
+
+void make_words_beside_faults(bool has_fault, byte_blocks& blocks, const read_options& options,
+                              const byte_finder& find, diagnostic_list& diagnostics, read_result& result) {
+    if (!has_fault || (options.keep_going && !blocks.empty())) {
+        make_words_of_bytes(blocks, options, find, diagnostics, result);
+    }
 }
 
 void finish_byte_reading(std::string_view contents, const read_options& options, diagnostic_list& diagnostics,

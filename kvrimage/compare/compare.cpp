@@ -3,6 +3,10 @@
 #include "kvrimage/image/differing_runs.h"
 #include "kvrimage/image/word_text.h"
 
+#include <algorithm>
+#include <string>
+#include <string_view>
+
 namespace kvrimage {
 
 namespace {
@@ -52,16 +56,25 @@ std::optional<word> word_or_none(std::string_view text, std::uint32_t width) {
 
 void for_each_difference(const memory_image& left, const memory_image& right,
                          const std::function<void(const difference&)>& take) {
+    const address_range all = {std::min(left.base(), right.base()),
+                               std::max(left.last_address(), right.last_address())};
+    for_each_difference(left, right, std::span(&all, 1), take);
+}
+
+void for_each_difference(const memory_image& left, const memory_image& right,
+                         std::span<const address_range> where,
+                         const std::function<void(const difference&)>& take) {
     const word_equality same(left.width(), right.width());
-    for_each_differing_run(placed_words(left.words(), left.base()), placed_words(right.words(), right.base()),
-                           same, same.of_equal_texts(),
-                           [&](std::uint64_t first, std::uint64_t last, std::string_view left_word,
-                               std::string_view right_word) {
-                               take({{first, last},
-                                     word_or_none(left_word, left.width()),
-                                     word_or_none(right_word, right.width())});
-                               return true;
-                           });
+    const placed_words left_words(left.words(), left.base());
+    const placed_words right_words(right.words(), right.base());
+    for (const address_range& range : where) {
+        differing_run_finder runs(left_words, right_words, range, same, same.of_equal_texts());
+        while (const auto run = runs.next()) {
+            take({{run->first, run->last},
+                  word_or_none(run->one, left.width()),
+                  word_or_none(run->other, right.width())});
+        }
+    }
 }
 
 } // namespace kvrimage

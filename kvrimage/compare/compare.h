@@ -5,6 +5,7 @@
 
 #include <functional>
 #include <optional>
+#include <span>
 
 namespace kvrimage {
 
@@ -18,6 +19,11 @@ struct difference {
 /// Calls @p take with every difference of the words, in order of addresses. An unset word is not 0, and words
 /// of different widths are the same when their values are. Stretches that one fill set in both cost nothing.
 KVRIMAGE_API void for_each_difference(const memory_image& left, const memory_image& right,
+                                      const std::function<void(const difference&)>& take);
+
+/// The same at the addresses of @p where only, which are in order and apart; a difference is cut to each.
+KVRIMAGE_API void for_each_difference(const memory_image& left, const memory_image& right,
+                                      std::span<const address_range> where,
                                       const std::function<void(const difference&)>& take);
 
 } // namespace kvrimage

@@ -40,6 +40,20 @@ private:
     std::size_t line_begin = 0;
 };
 
+bool ends_lines_with_cr_lf(std::string_view contents) {
+    const std::size_t first = contents.find('\n');
+    return first != std::string_view::npos && first > 0 && contents[first - 1] == '\r';
+}
+
+/// Puts CR LF for each LF alone.
+void use_cr_lf(std::string& text) {
+    for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1)) {
+        if (at == 0 || text[at - 1] != '\r') {
+            text.insert(at++, 1, '\r');
+        }
+    }
+}
+
 } // namespace
 
 void sort_by_place(std::vector<diagnostic>& found) {
@@ -79,6 +93,11 @@ std::vector<diagnostic> diagnostic_list::finish(std::string_view contents) {
     std::ranges::stable_sort(all, {}, [](const place* each) { return each->offset; });
     line_counter lines(contents);
     std::ranges::for_each(all, [&lines](place* each) { lines.complete(*each); });
+    if (ends_lines_with_cr_lf(contents)) {
+        for (diagnostic& found : kept_ones) {
+            std::ranges::for_each(found.fix, [](text_edit& each) { use_cr_lf(each.replacement); });
+        }
+    }
     return std::exchange(kept_ones, {});
 }
 

@@ -31,8 +31,8 @@ public:
     /// True when one of that class may still be kept; always so where all repairs are.
     [[nodiscard]] bool has_room(diagnostic_class level) const noexcept;
 
-    /// Those kept, in the order of the file, with lines and columns; those of the whole file come last. The
-    /// list is empty then but for its counts.
+    /// Those kept, in the order of the file, with lines and columns; those of the whole file come last.
+    /// Repairs end lines as the first line of the file does. The list is empty then but for its counts.
     [[nodiscard]] std::vector<diagnostic> finish(std::string_view contents);
 
 private:

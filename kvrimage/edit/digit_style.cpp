@@ -25,6 +25,12 @@ void style_finder::see(std::string_view number) noexcept {
     upper = upper || std::ranges::any_of(number, kvr::is_upper_case);
 }
 
+void style_finder::see_all(std::string_view numbers, std::size_t digits, bool has_lower_case) noexcept {
+    fewest_digits = std::min(fewest_digits, digits);
+    lower = lower || has_lower_case;
+    upper = upper || std::ranges::any_of(numbers, kvr::is_upper_case);
+}
+
 digit_style style_finder::found() const noexcept {
     return {fewest_digits != static_cast<std::size_t>(-1) ? fewest_digits : 1, lower && !upper};
 }

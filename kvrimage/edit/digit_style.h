@@ -22,6 +22,8 @@ struct digit_style {
 class style_finder {
 public:
     void see(std::string_view number) noexcept;
+    /// The same for @p numbers of @p digits digits each, with characters between them that are no letters.
+    void see_all(std::string_view numbers, std::size_t digits, bool has_lower_case) noexcept;
     /// As it is when no number was seen: one digit.
     [[nodiscard]] digit_style found() const noexcept;
 

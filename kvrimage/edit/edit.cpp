@@ -2,6 +2,7 @@
 
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/memory_file.h"
+#include "kvrimage/image/range_check.h"
 
 #include <fmt/format.h>
 
@@ -14,12 +15,9 @@ namespace kvrimage {
 namespace {
 
 void require_words_of(std::uint32_t width, const assignment& given) {
-    if (given.addresses.last < given.addresses.first) {
-        throw std::invalid_argument(fmt::format("the range 0x{:X} to 0x{:X} ends before it begins",
-                                                given.addresses.first, given.addresses.last));
-    }
+    require_ascending(given.addresses);
     if (given.words.empty()) {
-        throw std::invalid_argument("an assignment without a word");
+        throw std::invalid_argument("an assignment has no word");
     }
     for (const word& each : given.words) {
         if (each.width() != width) {
@@ -55,7 +53,7 @@ edit_result edit(std::string_view contents, std::span<const assignment> assignme
         if (options.depth && each.addresses.last > image.last_address()) {
             return {{},
                     {diagnose::beyond_depth({}, each.addresses.last, image.depth(), image.last_address(),
-                                            each.addresses.last + 1)}};
+                                            "--depth", each.addresses.last + 1)}};
         }
     }
     return ours.facts.as->edit(contents, ours, assignments);

@@ -3,6 +3,7 @@
 #include "kvrimage/diagnostics/diagnostic.h"
 #include "kvrimage/diagnostics/span.h"
 #include "kvrimage/export.h"
+#include "kvrimage/formats/text_piece.h"
 #include "kvrimage/image/memory_image.h"
 
 #include <cstddef>
@@ -94,6 +95,8 @@ struct file_facts {
     certainty how_sure =
         certainty::no;            ///< that the contents are of this format, as far as they were looked at
     std::vector<named_fact> more; ///< what the format has in addition, for people
+    /// Where a program starts, a byte address of the file; nothing where the file does not say it.
+    std::optional<std::uint64_t> start_address = std::nullopt;
 };
 
 /// What a file holds, and what is wrong with it.
@@ -114,8 +117,11 @@ struct write_options {
     bool runs = true; ///< neighbouring equal words share a line where the format can
     std::optional<byte_order> order = std::nullopt; ///< of the bytes of a word, for a file of bytes
     std::vector<choice> choices = {};               ///< see format::write_choices
-    /// What formats of source code name the memory after, where nobody names it; "" when there is no name.
+    /// What formats of source code name the memory after, where nobody names it, and whose extension may say
+    /// how a list is separated; "" when there is no name.
     std::string file_name = {};
+    /// Where a program starts, a byte address; only for a format with a `largest_start` that reaches it.
+    std::optional<std::uint64_t> start_address = std::nullopt;
 };
 
 /// The last value that @p choices have for @p name; nothing when they have none.
@@ -185,10 +191,19 @@ struct format {
     /// Calls a function with the place of each comment, in order, except those that write() itself makes. @p
     /// contents may be anything.
     void (*find_comments)(std::string_view contents, const std::function<void(const span&)>& take) = nullptr;
+    /// Hands out the pieces of @p contents in order, as far as they are understood; @p contents may be
+    /// broken.
+    /// @param ours what read() made of them with @p options
+    void (*find_pieces)(std::string_view contents, const read_options& options, const read_result& ours,
+                        const piece_taker& take) = nullptr;
     /// The edits that make @p contents, which read() takes as @p ours, hold the words of @p assignments; of
     /// two for one address the later counts. Comments and layout stay.
     edit_result (*edit)(std::string_view contents, const read_result& ours,
                         std::span<const assignment> assignments) = nullptr;
+    /// @p contents, which read() takes with @p options as @p ours, in the canonical layout: the same words,
+    /// the same comments, and itself when it is laid out already, as what write() makes is.
+    std::string (*lay_out)(std::string_view contents, const read_options& options,
+                           const read_result& ours) = nullptr;
     /// Why @p image cannot be written; broken diagnostics without a place. Empty when write() may be called.
     std::vector<diagnostic> (*can_write)(const memory_image& image, const write_options& options) = nullptr;
     /// Writes @p image, which can_write() has nothing against.
@@ -200,6 +215,13 @@ struct format {
     std::span<const choice_kind> read_choices =
         {}; ///< what a caller may say when it reads, beyond read_options
     std::span<const choice_kind> write_choices = {}; ///< and when it writes
+    /// The radixes in which write() writes words and addresses, the usual one first; empty: all, where the
+    /// format has the choice. It takes another one for the usual one.
+    ///@{
+    std::span<const radix> data_radixes = {};
+    std::span<const radix> address_radixes = {};
+    ///@}
+    std::uint64_t largest_start = 0; ///< of the addresses where a program starts; 0: it holds none
 };
 
 } // namespace kvrimage

@@ -31,13 +31,14 @@ struct tried_format {
     read_result result;
 };
 
-/// Those of @p tied that can read the contents; of several that read the same words the first.
+/// Those of @p tied that can read all of the contents; of several that read the same words the first.
 std::vector<tried_format> different_readers(const std::vector<const format*>& tied, std::string_view contents,
-                                            read_options options) {
+                                            const read_options& options) {
     std::vector<tried_format> readers;
+    read_options whole = options;
+    whole.keep_going = false;
     for (const format* each : tied) {
-        options.as = each;
-        read_result result = each->read(contents, options);
+        read_result result = each->read(contents, whole);
         const auto has_its_words = [&result](const tried_format& other) {
             return *other.result.image == *result.image;
         };
@@ -86,8 +87,8 @@ bool has_same_files(const format& one, const format& other) {
 format_choice with_surer_one(format_choice choice, std::string_view contents) {
     if (choice.how_sure != certainty::certain) {
         const candidates all = judged(formats(), contents);
-        const bool is_other =
-            all.front().how_sure == certainty::certain && !has_same_files(*choice.as, *all.front().as);
+        const bool is_other = all.front().how_sure == certainty::certain &&
+                              (choice.as == nullptr || !has_same_files(*choice.as, *all.front().as));
         choice.surely = is_other ? all.front().as : nullptr;
     }
     return choice;

@@ -254,6 +254,12 @@ void write(const memory_image& image, const std::filesystem::path& file, const w
     output.commit();
 }
 
+void write_contents(std::string_view contents, const std::filesystem::path& file) {
+    replacement_file output(file.string());
+    output.write(contents);
+    output.commit();
+}
+
 std::string to_text(const memory_image& image, const write_options& options) {
     require_writable(image, options);
     string_sink output;

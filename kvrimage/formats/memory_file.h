@@ -55,6 +55,9 @@ struct repaired {
 /// format
 KVRIMAGE_API void write(const memory_image& image, const std::filesystem::path& file,
                         const write_options& options = {});
+/// Writes @p contents as a file, whole or not at all, as write() does.
+/// @throws std::system_error when the file cannot be written
+KVRIMAGE_API void write_contents(std::string_view contents, const std::filesystem::path& file);
 /// The text of the file.
 [[nodiscard]] KVRIMAGE_API std::string to_text(const memory_image& image, const write_options& options);
 

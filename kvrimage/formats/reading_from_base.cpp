@@ -23,10 +23,9 @@ namespace {
 /// @p options for the file as it is.
 read_options from_zero(const read_options& options) {
     read_options whole = options;
-    whole.base.reset();
+    whole.base = std::min(*options.base, deepest_memory - 1);
     if (whole.depth) {
-        const std::uint64_t below = std::min(*options.base, deepest_memory - 1);
-        whole.depth = std::min(below + *whole.depth, deepest_memory);
+        whole.depth = std::min(*whole.base + *whole.depth, deepest_memory);
     }
     return whole;
 }
@@ -77,8 +76,10 @@ public:
         const auto [count, lowest] = words_before(result.image->words(), std::min(base, depth));
         if (count != 0) {
             list.add(words_below(count, lowest));
-        } else if (base >= depth) {
-            list.add(diagnose::beyond_depth({}, base, depth, depth - 1, base + 1));
+        } else if (base >= deepest_memory) {
+            list.add(diagnose::address_outside({}, base, deepest_memory - 1));
+        } else if (base >= depth) { // which the file states: one that is given is counted from the base
+            list.add(diagnose::beyond_depth({}, base, depth, depth - 1, "DEPTH", base + 1));
         }
         if (base >= depth || (list.has_broken() && !options.keep_going)) {
             result.image.reset();
@@ -100,9 +101,10 @@ private:
     }
 
     [[nodiscard]] diagnostic words_below(std::uint64_t count, std::uint64_t lowest) const {
-        const auto found = as.find_word(contents, options, lowest);
-        diagnostic below = diagnose::below_base(found ? places(span{found->offset, found->length}) : places(),
-                                                fmt::format("{:X}", lowest), fmt::format("{:X}", base));
+        // A word that was read is found.
+        const place at = as.find_word(contents, options, lowest).value_or(place());
+        diagnostic below = diagnose::below_base(span{at.offset, at.length}, fmt::format("{:X}", lowest),
+                                                fmt::format("{:X}", base));
         below.count = count;
         return below;
     }

@@ -9,7 +9,7 @@
 namespace kvrimage {
 
 /// What a format does with addresses as they are in the file: its format::read and format::find_word but for
-/// the base of the options, which they do not know.
+/// the base of the options. Reading gets the depth with the base, and takes it off in its messages.
 struct reading_from_zero {
     read_result (*read)(std::string_view contents, const read_options& options);
     std::optional<place> (*find_word)(std::string_view contents, const read_options& options,

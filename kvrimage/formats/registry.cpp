@@ -26,8 +26,8 @@ namespace kvrimage {
 namespace {
 
 /// A line for each format.
-std::vector<const format*>& registered() {
-    static std::vector<const format*> all = {
+std::vector<const format*> built_in_formats() {
+    return {
         &mif_format,    &hex_format,      &rif_format,   &readmemh_format,  &readmemb_format,
         &coe_format,    &hexbytes_format, &srec_format,  &binary_format,
 #ifdef KVRIMAGE_READS_ELF
@@ -36,6 +36,10 @@ std::vector<const format*>& registered() {
         &csv_format,    &logisim_format,  &titxt_format, &memheader_format, &c_format,
         &python_format, &verilog_format,  &vhdl_format,
     };
+}
+
+std::vector<const format*>& registered() {
+    static std::vector<const format*> all = built_in_formats();
     return all;
 }
 

@@ -2,6 +2,7 @@
 
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/memory_image.h"
+#include "kvrimage/image/text_rows.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
@@ -41,7 +42,7 @@ template <class Take>
 void for_each_shown_run(const memory_image& image, radix digits_radix, Take&& take) {
     const std::uint64_t base = image.base();
     word_shower texts(image, digits_radix);
-    for_each_row_or_run(
+    for_each_text(
         image.words(),
         [&](const kvr::word_row& row, std::uint64_t first) {
             for (std::uint32_t index = 0; index < row.count; ++index) {

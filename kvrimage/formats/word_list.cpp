@@ -223,7 +223,8 @@ void word_list::report_addresses(diagnostic_list& diagnostics) const {
         diagnostics.add(std::move(found));
     } else if (!beyond.empty() && known_depth) {
         diagnostics.add(diagnose::beyond_depth(beyond.where, beyond.first - base, *known_depth,
-                                               *known_depth - 1, beyond.most + 1));
+                                               *known_depth - 1, options.depth ? "--depth" : "DEPTH",
+                                               beyond.most + 1));
     } else if (!beyond.empty()) {
         diagnostics.add(diagnose::address_outside(beyond.where, in_file(beyond.first),
                                                   in_file(base + (deepest_memory - 1))));
@@ -252,7 +253,7 @@ bool word_list::is_in_proportion(diagnostic_list& diagnostics) const {
         },
         [&count](const text_run&) { ++count; });
     const std::uint64_t size = count * (width() / bits_per_hex_digit);
-    const bool proportionate = size <= always_granted || size / most_growth <= text.size();
+    const bool proportionate = size <= std::max(always_granted, most_growth * text.size());
     if (!proportionate) {
         diagnostics.add(diagnose::out_of_proportion({}, count, width(), size >> 20U, text.size()));
     }

@@ -38,6 +38,8 @@ word_shape::word_shape(std::uint32_t width) noexcept
 void reverse_words(std::span<char> bytes, std::size_t size) noexcept {
     const std::size_t count = bytes.size() / size;
     switch (size) {
+    case sizeof(std::uint8_t):
+        return;
     case sizeof(std::uint16_t):
         return reverse_each<sizeof(std::uint16_t)>(bytes.data(), count);
     case sizeof(std::uint32_t):
@@ -58,9 +60,18 @@ std::size_t byte_texts::count_fitting(std::string_view bytes) const noexcept {
     }
     const std::size_t top = order == byte_order::big ? 0 : shape.bytes - 1;
     const unsigned used_bits = bits_per_byte - shape.surplus_bits;
+    const auto is_wide = [&](std::size_t index) {
+        return static_cast<unsigned char>(bytes[index * shape.bytes + top]) >> used_bits != 0;
+    };
+    // Many at once: hardly any file has a word that is too wide.
+    constexpr std::size_t at_once = 64;
     std::size_t fitting = 0;
-    while (fitting < count &&
-           static_cast<unsigned char>(bytes[fitting * shape.bytes + top]) >> used_bits == 0) {
+    for (bool any = false; !any && count - fitting >= at_once; fitting += any ? 0 : at_once) {
+        for (std::size_t index = fitting; index < fitting + at_once; ++index) {
+            any |= is_wide(index);
+        }
+    }
+    while (fitting < count && !is_wide(fitting)) {
         ++fitting;
     }
     return fitting;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvrimage/image/address_range.h"
 #include "kvrimage/image/image_words.h"
 
 #include <algorithm>
@@ -7,6 +8,8 @@
 #include <cstring>
 #include <limits>
 #include <numeric>
+#include <optional>
+#include <string_view>
 
 namespace kvrimage {
 
@@ -15,9 +18,6 @@ class placed_words {
 public:
     explicit placed_words(const image_words& of, std::uint64_t base = 0) : words(of), lowest(base) {}
 
-    [[nodiscard]] std::uint64_t first() const noexcept { return lowest; }
-    /// The memory must not be empty.
-    [[nodiscard]] std::uint64_t last() const noexcept { return lowest + (words.size() - 1); }
     [[nodiscard]] bool has(std::uint64_t address) const noexcept {
         return address >= lowest && address - lowest < words.size();
     }
@@ -119,46 +119,72 @@ private:
     std::uint64_t known_until = 0;
 };
 
-/// Calls @p take (first address, last address, one word, the other) with every longest stretch over which two
-/// memories hold a word each that are not the same, as @p same (one word, the other) decides, in order, until
-/// it answers false. Beyond a memory its words are "". False when @p take has answered false.
-/// @param texts are_same: @p same is true of equal texts, and is not asked for many at once
-template <class Same, class Take>
-bool for_each_differing_run(const placed_words& one, const placed_words& other, const Same& same,
-                            equal_texts texts, Take&& take) {
-    const std::uint64_t last = std::max(one.last(), other.last());
-    same_cycle_finder cycles(one, other);
-    std::uint64_t address = std::min(one.first(), other.first());
-    for (;;) {
-        std::uint64_t alike = texts == equal_texts::are_same ? count_same_in_rows(one, other, address) : 0;
-        alike = alike != 0 ? alike : cycles.find(address, same);
-        std::uint64_t end = address + (alike - 1); // inclusive: one more may not fit 64 bits
-        if (alike == 0) {
-            const text_run in_one = one.run_at(address);
-            const text_run in_other = other.run_at(address);
-            end = std::min({in_one.last, in_other.last, last});
-            if (!same(in_one.text, in_other.text) && !take(address, end, in_one.text, in_other.text)) {
-                return false;
+/// A stretch over which two memories hold a word each; beyond a memory its words are "".
+struct differing_run {
+    std::uint64_t first;
+    std::uint64_t last;
+    std::string_view one;
+    std::string_view other;
+};
+
+/// Finds every longest stretch of addresses over which two memories hold a word each that are not the same,
+/// in order.
+/// @tparam Same decides (one word, the other) whether two words are the same
+template <class Same>
+class differing_run_finder {
+public:
+    /// @param texts_that_are_equal are_same: @p decide is true of equal texts, and is not asked for many at
+    /// once
+    differing_run_finder(const placed_words& first_words, const placed_words& second_words,
+                         const address_range& where, const Same& decide, equal_texts texts_that_are_equal)
+        : one(first_words),
+          other(second_words),
+          same(decide),
+          texts(texts_that_are_equal),
+          cycles(first_words, second_words),
+          address(where.first),
+          last(where.last) {}
+
+    /// Nothing when there are no more.
+    [[nodiscard]] std::optional<differing_run> next() {
+        while (!at_end) {
+            const std::uint64_t first = address;
+            const std::uint64_t alike = count_same(first);
+            if (alike != 0) {
+                advance(first + (alike - 1));
+                continue;
+            }
+            const text_run in_one = one.run_at(first);
+            const text_run in_other = other.run_at(first);
+            const std::uint64_t end = std::min({in_one.last, in_other.last, last});
+            advance(end);
+            if (!same(in_one.text, in_other.text)) {
+                return differing_run{first, end, in_one.text, in_other.text};
             }
         }
-        if (end == last) {
-            return true;
-        }
+        return std::nullopt;
+    }
+
+private:
+    /// How many words from @p from on are the same; 0 where that is not found out at once.
+    [[nodiscard]] std::uint64_t count_same(std::uint64_t from) {
+        const std::uint64_t alike = texts == equal_texts::are_same ? count_same_in_rows(one, other, from) : 0;
+        return alike != 0 ? alike : cycles.find(from, same);
+    }
+    /// @param end inclusive: one more may not fit 64 bits
+    void advance(std::uint64_t end) {
+        at_end = end >= last;
         address = end + 1;
     }
-}
 
-/// The same over all differing stretches of two memories with the lowest address 0, whose equal texts are the
-/// same words.
-template <class Same, class Take>
-void for_each_differing_run(const image_words& one, const image_words& other, Same&& same, Take&& take) {
-    const auto take_and_go_on = [&take](std::uint64_t first, std::uint64_t last, std::string_view left,
-                                        std::string_view right) {
-        take(first, last, left, right);
-        return true;
-    };
-    for_each_differing_run(placed_words(one), placed_words(other), same, equal_texts::are_same,
-                           take_and_go_on);
-}
+    const placed_words& one;
+    const placed_words& other;
+    const Same& same;
+    equal_texts texts;
+    same_cycle_finder cycles;
+    std::uint64_t address;
+    std::uint64_t last;
+    bool at_end = false;
+};
 
 } // namespace kvrimage

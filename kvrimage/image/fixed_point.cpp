@@ -6,6 +6,8 @@
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>
+#include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace kvrimage {
@@ -252,6 +254,18 @@ std::optional<fixed_point_fault> make_fixed_point(std::string_view text, const f
     }
     make_word(bits, radix::bin, format.bits(), word);
     return std::nullopt;
+}
+
+fixed_point_result parse_fixed_point(std::string_view text, const fixed_point& format, rounding how,
+                                     bool saturate) {
+    if (format.integer_bits == 0 || std::uint64_t{format.integer_bits} + format.fraction_bits > widest_word) {
+        throw std::invalid_argument("a fixed-point word has at least 1 integer bit, and at most 2^20 bits");
+    }
+    std::string held;
+    if (const auto fault = make_fixed_point(text, format, how, saturate, held)) {
+        return {std::nullopt, fault};
+    }
+    return {word::of_held_text(held, format.bits()), std::nullopt};
 }
 
 } // namespace kvrimage

@@ -1,10 +1,10 @@
 #include "kvrimage/image/hex_words.h"
 
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/range_check.h"
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>
-#include <stdexcept>
 
 namespace kvrimage {
 
@@ -25,12 +25,7 @@ std::string_view hex_texts_at(const image_words& words, std::uint64_t offset, st
 } // namespace
 
 bool append_hex_words(const memory_image& image, const address_range& range, std::string& text) {
-    if (range.last < range.first) {
-        throw std::invalid_argument("the range ends before it begins");
-    }
-    if (range.first < image.base() || range.last > image.last_address()) {
-        throw std::out_of_range("an address is not in the memory");
-    }
+    require_within(image, range);
     const std::size_t digits = most_characters_of_word(radix::hex, image.width());
     const std::size_t old_size = text.size();
     std::uint64_t left = range.last - range.first + 1;

@@ -34,6 +34,14 @@ std::uint64_t words_in(std::string_view bytes, const word_shape& shape, const by
     return bytes.size() / shape.bytes + (rest != 0 ? 1 : 0);
 }
 
+void require_fitting(std::string_view words, std::uint64_t depth, const byte_options& options) {
+    const std::uint64_t fitting = byte_texts(options.width, options.order).count_fitting(words);
+    if (fitting != depth) {
+        throw std::overflow_error(fmt::format("the bytes of address 0x{:X} do not fit a word of {} bits",
+                                              options.base + fitting, options.width));
+    }
+}
+
 /// The bytes, with the pad for those that the last word lacks, as the words that they are.
 image_words held_as_bytes(std::string_view bytes, std::uint64_t depth, const word_shape& shape,
                           const byte_options& options) {
@@ -43,27 +51,9 @@ image_words held_as_bytes(std::string_view bytes, std::uint64_t depth, const wor
     bytes.copy(copy->end(), bytes.size());
     std::fill_n(copy->end() + bytes.size(), size - bytes.size(), static_cast<char>(options.pad.value_or(0)));
     copy->used(size);
+    require_fitting(copy->text(), depth, options);
     std::vector<byte_words::block> blocks = {{0, copy->text()}};
-    return {depth,
-            byte_words(std::move(blocks), static_cast<std::uint32_t>(shape.bytes), options.order, copy)};
-}
-
-/// Sets the words of @p bytes, which have surplus bits.
-void set_words(memory_image& image, std::string_view bytes, const word_shape& shape,
-               const byte_options& options) {
-    byte_word_setter setter(options.width, options.order, image.words());
-    const std::size_t whole = bytes.size() / shape.bytes;
-    std::string last(bytes.substr(whole * shape.bytes));
-    std::uint64_t set = setter.set(0, bytes.substr(0, whole * shape.bytes));
-    if (set == whole && !last.empty()) {
-        last.resize(shape.bytes, static_cast<char>(options.pad.value_or(0)));
-        set += setter.set(whole, last);
-    }
-    if (set != image.depth()) {
-        throw std::overflow_error(fmt::format("the bytes of address 0x{:X} do not fit a word of {} bits",
-                                              options.base + set, options.width));
-    }
-    setter.flush();
+    return {depth, byte_words(std::move(blocks), options.width, options.order, copy)};
 }
 
 /// The offset of the first word that is not set; the depth when there is none.
@@ -142,11 +132,7 @@ private:
 memory_image image_of_bytes(std::string_view bytes, const byte_options& options) {
     const word_shape shape(word(options.width).width());
     memory_image image(options.width, words_in(bytes, shape, options), options.base);
-    if (shape.surplus_bits == 0) {
-        image.words() = held_as_bytes(bytes, image.depth(), shape, options);
-    } else {
-        set_words(image, bytes, shape, options);
-    }
+    image.words() = held_as_bytes(bytes, image.depth(), shape, options);
     return image;
 }
 

@@ -16,7 +16,12 @@ void image_words::make_texts_of_bytes() const {
 }
 
 void image_words::resize(std::uint64_t depth) {
-    make_texts();
+    if (held_bytes) {
+        const byte_words& words = held_bytes->words;
+        const address_range kept = {0, depth - 1};
+        held_bytes = held{depth, words.with_blocks(words.blocks_at({&kept, 1}))};
+        return;
+    }
     halves[0].resize(static_cast<std::uint32_t>(std::min(depth, half())), "");
     halves[1].resize(static_cast<std::uint32_t>(depth - std::min(depth, half())), "");
 }

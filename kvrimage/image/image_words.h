@@ -59,7 +59,7 @@ public:
     [[nodiscard]] const byte_words* bytes() const noexcept {
         return held_bytes ? &held_bytes->words : nullptr;
     }
-    /// Keeps the words that stay; new ones are not set.
+    /// Keeps the words that stay, as bytes where they are; new ones are not set. Bytes need a depth above 0.
     void resize(std::uint64_t depth);
 
     [[nodiscard]] std::string_view operator[](std::uint64_t offset) const {

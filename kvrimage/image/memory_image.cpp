@@ -3,6 +3,8 @@
 #include "kvrimage/image/byte_words.h"
 #include "kvrimage/image/differing_runs.h"
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/numbers.h"
+#include "kvrimage/image/range_check.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 
@@ -21,7 +23,6 @@ namespace kvrimage {
 namespace {
 
 constexpr std::uint64_t highest_address = std::numeric_limits<std::uint64_t>::max();
-constexpr std::uint32_t widest_number = 64; ///< bits of what copy_to() copies
 
 void check_memory(std::uint32_t width, std::uint64_t depth, std::uint64_t base) {
     if (width == 0 || width > widest_word) {
@@ -37,89 +38,6 @@ void check_memory(std::uint32_t width, std::uint64_t depth, std::uint64_t base) 
             fmt::format("a memory of {} words from address 0x{:X} on: addresses have 64 bits", depth, base));
     }
 }
-
-/// Copies words of up to 64 bits as numbers.
-class number_copier {
-public:
-    number_copier(const memory_image& of, std::uint64_t for_unset) : image(of), unset(for_unset) {}
-
-    void copy(std::uint64_t offset, std::span<std::uint64_t> out) const {
-        while (!out.empty()) {
-            const std::size_t copied = copy_some(offset, out);
-            offset += copied;
-            out = out.subspan(copied);
-        }
-    }
-
-private:
-    std::size_t copy_some(std::uint64_t offset, std::span<std::uint64_t> out) const {
-        const kvr::word_row row = image.words().row_at(offset);
-        if (row.count == 0) {
-            const text_run run = image.words().run_at(offset);
-            const auto count = static_cast<std::size_t>(std::min<std::uint64_t>(length_of(run), out.size()));
-            std::ranges::fill(out.first(count), run.text.empty() ? unset : number_of(run.text, offset));
-            return count;
-        }
-        const std::size_t count = std::min<std::size_t>(row.count, out.size());
-        for (std::uint32_t index = 0; index < count; ++index) {
-            out[index] = number_of(row[index], offset + index);
-        }
-        return count;
-    }
-
-    [[nodiscard]] std::uint64_t number_of(std::string_view text, std::uint64_t offset) const {
-        std::uint64_t value = 0;
-        if (text.size() > most_small_digits || !read_small_word(text, value)) {
-            throw std::domain_error(fmt::format("the word at address 0x{:X} has don't-care bits: {}",
-                                                image.base() + offset, text));
-        }
-        return value;
-    }
-
-    const memory_image& image;
-    std::uint64_t unset;
-};
-
-/// Finds the runs of words that are held as bytes.
-class byte_run_finder {
-public:
-    /// @param end where to look no further
-    byte_run_finder(const byte_words& of, std::uint64_t end) : words(of), limit(end) {}
-
-    /// The last offset of the longest run from @p offset on, the limit being the end.
-    [[nodiscard]] std::uint64_t last_of_run(std::uint64_t offset) const {
-        const auto& blocks = words.blocks();
-        auto block = std::ranges::upper_bound(blocks, offset, {}, &byte_words::block::first);
-        const std::uint64_t next_block = block != blocks.end() ? std::min(block->first, limit) : limit;
-        if (block == blocks.begin() || offset > last_of(*--block)) {
-            return next_block - 1;
-        }
-        const std::uint64_t begin = (offset - block->first) * words.bytes_per_word();
-        const std::string_view word = block->bytes.substr(begin, words.bytes_per_word());
-        std::uint64_t end = offset + count_equal(word, block->bytes.substr(begin), limit - offset);
-        while (end == last_of(*block) + 1 && ++block != blocks.end() && block->first == end && end < limit) {
-            end += count_equal(word, block->bytes, limit - end);
-        }
-        return end - 1;
-    }
-
-private:
-    [[nodiscard]] std::uint64_t last_of(const byte_words::block& block) const {
-        return block.last(words.bytes_per_word());
-    }
-    /// How many words at the front of @p bytes are @p word, at most @p most.
-    static std::uint64_t count_equal(std::string_view word, std::string_view bytes, std::uint64_t most) {
-        std::uint64_t count = 0;
-        while (count < most && bytes.starts_with(word)) {
-            bytes.remove_prefix(word.size());
-            ++count;
-        }
-        return count;
-    }
-
-    const byte_words& words;
-    std::uint64_t limit;
-};
 
 } // namespace
 
@@ -163,10 +81,7 @@ std::uint64_t memory_image::offset_of(std::uint64_t address) const {
 }
 
 address_range memory_image::offsets_of(const address_range& range) const {
-    if (range.last < range.first) {
-        throw std::invalid_argument(
-            fmt::format("the range 0x{:X} to 0x{:X} ends before it begins", range.first, range.last));
-    }
+    require_ascending(range);
     return {offset_of(range.first), offset_of(range.last)};
 }
 
@@ -195,7 +110,7 @@ void memory_image::set(std::uint64_t address, const word& value) {
 void memory_image::fill(const address_range& range, std::span<const word> pattern) {
     const address_range offsets = offsets_of(range);
     if (pattern.empty()) {
-        throw std::invalid_argument("a fill without a word");
+        throw std::invalid_argument("a fill has no word");
     }
     std::ranges::for_each(pattern, [this](const word& value) { check_width(value); });
     const std::uint64_t others =
@@ -240,27 +155,18 @@ run_range memory_image::runs(const address_range& range) const {
 }
 
 void memory_image::copy_to(std::uint64_t first, std::span<std::uint64_t> out, std::uint64_t unset) const {
-    if (bits > widest_number) {
-        throw std::domain_error(
-            fmt::format("words of {} bits do not fit numbers of {}", bits, widest_number));
-    }
-    if (out.empty()) {
-        return;
-    }
-    const std::uint64_t offset = offset_of(first);
-    if (out.size() > depth() - offset) {
-        throw std::out_of_range(fmt::format("{} words from address 0x{:X} on: the memory ends with 0x{:X}",
-                                            out.size(), first, last_address()));
-    }
-    number_copier(*this, unset).copy(offset, out);
+    copy_numbers(*this, first, out, unset);
 }
 
 bool operator==(const memory_image& left, const memory_image& right) {
     if (left.bits != right.bits || left.lowest != right.lowest || left.depth() != right.depth()) {
         return false;
     }
-    return for_each_differing_run(placed_words(*left.contents), placed_words(*right.contents),
-                                  std::equal_to<>(), equal_texts::are_same, [](auto&&...) { return false; });
+    const placed_words left_words(*left.contents);
+    const placed_words right_words(*right.contents);
+    const std::equal_to<> same;
+    differing_run_finder runs(left_words, right_words, {0, left.depth() - 1}, same, equal_texts::are_same);
+    return !runs.next();
 }
 
 run_iterator::run_iterator(const memory_image& of, const address_range& range)
@@ -271,8 +177,9 @@ run_iterator::run_iterator(const memory_image& of, const address_range& range)
 
 void run_iterator::find_run(std::uint64_t address) {
     if (const byte_words* const bytes = image->words().bytes()) {
-        const byte_run_finder runs(*bytes, last - image->base() + 1);
-        current = {{address, image->base() + runs.last_of_run(address - image->base())}, (*image)[address]};
+        const std::uint64_t last_offset =
+            bytes->last_of_run(address - image->base(), last - image->base() + 1);
+        current = {{address, image->base() + last_offset}, (*image)[address]};
         return;
     }
     const text_run found = image->words().run_at(address - image->base());

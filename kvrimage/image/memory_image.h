@@ -90,6 +90,8 @@ public:
     [[nodiscard]] repetition repetition_at(std::uint64_t address) const;
     /// How many words are set.
     [[nodiscard]] std::uint64_t count_set() const;
+    /// How many of @p range are.
+    [[nodiscard]] std::uint64_t count_set(const address_range& range) const;
 
     /// The runs of all addresses, in order, words that are not set among them:
     /// `for (const run& r : image.runs())`. Valid until the image changes.

@@ -1,6 +1,7 @@
 #include "kvrimage/image/word_copy.h"
 
 #include "kvrimage/image/word_runs.h"
+#include "kvrimage/image/work_position.h"
 
 #include <algorithm>
 #include <string_view>
@@ -62,6 +63,7 @@ void copy_words(const image_words& from, std::uint64_t first, std::uint64_t last
                 std::uint64_t at) {
     word_copier copier(from, to);
     for (std::uint64_t offset = first; offset <= last;) {
+        note_work(offset - first, last - first + 1);
         offset += copier.copy_some(offset, last, at + (offset - first));
     }
 }

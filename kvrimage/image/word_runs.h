@@ -2,9 +2,11 @@
 
 #include "kvrimage/image/differing_runs.h"
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/work_position.h"
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <optional>
 
 namespace kvrimage {
@@ -52,14 +54,7 @@ public:
 
     /// The cycle from @p address on, if it repeats at least once in full and was not found before. All its
     /// words are set, since "" is set in whole ranges only.
-    [[nodiscard]] std::optional<text_cycle> find(std::uint64_t address) {
-        if (address < known_until) {
-            return std::nullopt;
-        }
-        const text_cycle cycle = words.cycle_at(address);
-        known_until = cycle.last + 1;
-        return cycle.period > 1 && length_of(cycle) / cycle.period >= 2 ? std::optional(cycle) : std::nullopt;
-    }
+    [[nodiscard]] std::optional<text_cycle> find(std::uint64_t address);
 
 private:
     const image_words& words;
@@ -72,6 +67,7 @@ private:
 template <class TakeSome, class TakeRun>
 void for_each_part(const image_words& words, TakeSome&& take_some, TakeRun&& take_run) {
     for (std::uint64_t address = 0; address < words.size();) {
+        note_work(address, words.size());
         if (const std::uint64_t taken = take_some(address)) {
             address += taken;
             continue;
@@ -95,6 +91,24 @@ void for_each_cycle_or_run(const image_words& words, TakeCycle&& take_cycle, Tak
     for_each_part(words, take_some, take_run);
 }
 
+/// Takes a row and the offset of its first word, or a cycle, and answers how many of the words it has taken.
+using row_taker = std::function<std::uint64_t(const kvr::word_row& row, std::uint64_t first)>;
+using cycle_taker = std::function<std::uint64_t(const text_cycle& cycle)>;
+
+/// How many words from @p first on @p take_row has taken, where they stand in a row, or @p take_cycle, where
+/// they are a cycle; 0 where they are neither.
+[[nodiscard]] std::uint64_t take_row_or_cycle(const image_words& words, cycle_finder& cycles,
+                                              std::uint64_t first, const row_taker& take_row,
+                                              const cycle_taker& take_cycle);
+
+/// Calls @p take with @p run if its words are set.
+template <class Take>
+void take_set_run(const text_run& run, Take& take) {
+    if (!run.text.empty()) {
+        take(run);
+    }
+}
+
 /// Goes over the words that are set, in order. Where they stand in a row it calls @p take_row with the row
 /// and the address of its first word, and where they are a cycle @p take_cycle with it, which answer how many
 /// of the words they have taken; where these took none, and everywhere else, @p take_run with the run of
@@ -103,19 +117,12 @@ template <class TakeRow, class TakeCycle, class TakeRun>
 void for_each_row_cycle_or_run(const image_words& words, TakeRow&& take_row, TakeCycle&& take_cycle,
                                TakeRun&& take_run) {
     cycle_finder cycles(words);
-    const auto take_some = [&](std::uint64_t first) -> std::uint64_t {
-        const kvr::word_row row = words.row_at(first);
-        if (row.count != 0) {
-            return take_row(row, first); // it is in no cycle
-        }
-        const auto cycle = cycles.find(first);
-        return cycle ? take_cycle(*cycle) : 0;
+    const row_taker rows = std::ref(take_row);
+    const cycle_taker all_of_cycle = std::ref(take_cycle);
+    const auto take_some = [&](std::uint64_t first) {
+        return take_row_or_cycle(words, cycles, first, rows, all_of_cycle);
     };
-    for_each_part(words, take_some, [&take_run](const text_run& run) {
-        if (!run.text.empty()) {
-            take_run(run);
-        }
-    });
+    for_each_part(words, take_some, [&take_run](const text_run& run) { take_set_run(run, take_run); });
 }
 
 /// The same where cycles are of no interest.
@@ -125,13 +132,15 @@ void for_each_row_or_run(const image_words& words, TakeRow&& take_row, TakeRun&&
         words, take_row, [](const text_cycle&) { return std::uint64_t{0}; }, take_run);
 }
 
-/// Calls @p take with the offsets of the first and last word of stretches that are set, in order. Neighbours
-/// may be two stretches.
+/// Calls @p take, which may ask @p words for texts, with the offsets of the first and last word of stretches
+/// that are set, in order. Neighbours may be two stretches.
 template <class Take>
 void for_each_set_stretch(const image_words& words, Take&& take) {
     if (const byte_words* const bytes = words.bytes()) {
-        for (const byte_words::block& block : bytes->blocks()) {
-            take(block.first, block.last(bytes->bytes_per_word()));
+        const std::uint32_t bytes_per_word = bytes->bytes_per_word();
+        const auto blocks = bytes->blocks(); // a copy: the first call may turn the words into texts
+        for (const byte_words::block& block : blocks) {
+            take(block.first, block.last(bytes_per_word));
         }
         return;
     }

@@ -4,6 +4,9 @@
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/exact_value.h"
 
+#include <algorithm>
+#include <bit>
+
 namespace kvrimage {
 
 namespace {
@@ -62,6 +65,13 @@ bool show_word(std::string_view word, radix digits_radix, std::uint32_t width, s
 
 bool is_plain(std::string_view word) noexcept {
     return word.find('X') == std::string_view::npos;
+}
+
+std::optional<std::size_t> find_wide_byte(std::string_view bytes, std::uint32_t width) noexcept {
+    const auto wide = std::ranges::find_if(bytes, [width](char byte) {
+        return static_cast<std::uint32_t>(std::bit_width(static_cast<unsigned char>(byte))) > width;
+    });
+    return wide != bytes.end() ? std::optional(static_cast<std::size_t>(wide - bytes.begin())) : std::nullopt;
 }
 
 std::size_t most_characters_of_word(radix digits_radix, std::uint32_t width) {

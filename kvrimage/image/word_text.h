@@ -17,6 +17,7 @@ namespace kvrimage {
 
 inline constexpr std::uint32_t bits_per_byte = 8;
 inline constexpr std::uint32_t bits_per_hex_digit = 4;
+inline constexpr std::uint32_t bits_per_limb = 64; ///< of numbers of several
 inline constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
 
 // Words as image_words holds them.
@@ -56,6 +57,9 @@ bool show_word(std::string_view word, radix digits_radix, std::uint32_t width, s
 
 /// True when every bit of @p word is 0 or 1.
 [[nodiscard]] bool is_plain(std::string_view word) noexcept;
+
+/// The index of the first of @p bytes that a word of @p width bits does not hold; nothing when it holds all.
+[[nodiscard]] std::optional<std::size_t> find_wide_byte(std::string_view bytes, std::uint32_t width) noexcept;
 
 /// Characters that a word of @p width bits takes at most in @p digits_radix.
 [[nodiscard]] std::size_t most_characters_of_word(radix digits_radix, std::uint32_t width);

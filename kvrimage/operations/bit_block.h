@@ -15,7 +15,7 @@ public:
     /// Makes it @p bits long, all of them 0.
     void clear(std::uint64_t bits) {
         // What is read or written across the last limb needs no test.
-        limbs.assign(bits / bits_of_limb + 2, 0);
+        limbs.assign(bits / bits_per_limb + 2, 0);
     }
 
     /// Sets the bits from @p position on, which are 0, to the number of the hexadecimal @p digits; false,
@@ -27,7 +27,7 @@ public:
                 return false;
             }
             digits = digits.substr(0, above);
-            position += bits_of_limb;
+            position += bits_per_limb;
         }
         return put_limb(position, digits);
     }
@@ -36,35 +36,33 @@ public:
     /// needs.
     void write_to(char* place, std::uint64_t position, std::uint32_t width) const noexcept {
         std::size_t left = (width + bits_per_hex_digit - 1) / bits_per_hex_digit;
-        for (; left > most_small_digits; left -= most_small_digits, position += bits_of_limb) {
+        for (; left > most_small_digits; left -= most_small_digits, position += bits_per_limb) {
             kvr::write_hex_limb(place + left - most_small_digits, limb_at(position));
-            width -= bits_of_limb;
+            width -= bits_per_limb;
         }
         kvr::write_hex_digits(place, left, limb_at(position) & low_ones(width));
     }
 
 private:
-    static constexpr std::uint32_t bits_of_limb = 64;
-
     /// @param count 1 to 64
     [[nodiscard]] static std::uint64_t low_ones(std::uint32_t count) noexcept {
-        return ~std::uint64_t{0} >> (bits_of_limb - count);
+        return ~std::uint64_t{0} >> (bits_per_limb - count);
     }
     [[nodiscard]] bool put_limb(std::uint64_t position, std::string_view digits) noexcept {
         std::uint64_t value = 0;
         if (!read_small_word(digits, value)) {
             return false;
         }
-        const std::uint64_t shift = position % bits_of_limb;
-        std::uint64_t* const limb = limbs.data() + position / bits_of_limb;
+        const std::uint64_t shift = position % bits_per_limb;
+        std::uint64_t* const limb = limbs.data() + position / bits_per_limb;
         limb[0] |= value << shift;
-        limb[1] |= value >> 1U >> (bits_of_limb - 1 - shift); // no shift by 64
+        limb[1] |= value >> 1U >> (bits_per_limb - 1 - shift); // no shift by 64
         return true;
     }
     [[nodiscard]] std::uint64_t limb_at(std::uint64_t position) const noexcept {
-        const std::uint64_t shift = position % bits_of_limb;
-        const std::uint64_t* const limb = limbs.data() + position / bits_of_limb;
-        return limb[0] >> shift | limb[1] << 1U << (bits_of_limb - 1 - shift);
+        const std::uint64_t shift = position % bits_per_limb;
+        const std::uint64_t* const limb = limbs.data() + position / bits_per_limb;
+        return limb[0] >> shift | limb[1] << 1U << (bits_per_limb - 1 - shift);
     }
 
     std::vector<std::uint64_t> limbs; ///< the least significant one first

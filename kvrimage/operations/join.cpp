@@ -2,7 +2,9 @@
 #include "kvrimage/image/word_copy.h"
 #include "kvrimage/image/word_stretch.h"
 #include "kvrimage/image/word_text.h"
+#include "kvrimage/image/work_position.h"
 #include "kvrimage/operations/bit_block.h"
+#include "kvrimage/operations/byte_parts.h"
 #include "kvrimage/operations/split.h"
 
 #include <fmt/format.h>
@@ -119,6 +121,7 @@ public:
 
     [[nodiscard]] memory_image result() {
         for (std::uint64_t offset = 0; offset < made.depth();) {
+            note_work(offset, made.depth());
             const joint_stretch stretch = joint_stretch_at(lanes, offset);
             join_stretch(stretch, offset);
             offset += stretch.length;
@@ -220,6 +223,7 @@ public:
 
     [[nodiscard]] memory_image result() {
         for (std::uint64_t offset = 0; offset < banks.front().depth();) {
+            note_work(offset, banks.front().depth());
             const joint_stretch stretch = joint_stretch_at(banks, offset);
             join_stretch(stretch, offset);
             offset += stretch.length;
@@ -291,16 +295,25 @@ memory_image join_lanes(image_span lanes) {
         throw std::invalid_argument(
             fmt::format("{} lanes of {} bits are wider than {}", lanes.size(), width, widest_word));
     }
+    if (auto joined = join_lanes_of_bytes(lanes)) {
+        return std::move(*joined);
+    }
     return lane_joiner(lanes, static_cast<std::uint32_t>(lanes.size()) * width).result();
 }
 
 memory_image join_banks(image_span banks) {
     const std::uint64_t depth = joint_depth(banks, "bank");
+    if (auto joined = join_banks_of_bytes(banks)) {
+        return std::move(*joined);
+    }
     return bank_joiner(banks, depth).result();
 }
 
 memory_image join_blocks(image_span blocks) {
     const std::uint64_t depth = joint_depth(blocks, "block");
+    if (auto joined = join_blocks_of_bytes(blocks)) {
+        return std::move(*joined);
+    }
     memory_image made(blocks.front().width(), depth, blocks.front().base());
     for (std::size_t index = 0; index < blocks.size(); ++index) {
         const std::uint64_t length = blocks[index].depth();

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvrimage/image/word_text.h"
 #include "kvrimage/operations/word_mapping.h"
 
 #include <array>
@@ -27,14 +28,13 @@ public:
             const wide_number& part = tables[index][limb & (byte_values - 1)];
             result.low ^= part.low;
             result.high ^= part.high;
-            limb >>= bits_of_byte;
+            limb >>= bits_per_byte;
         }
         return result;
     }
 
 private:
-    static constexpr std::size_t bytes_of_limb = 8;
-    static constexpr std::uint32_t bits_of_byte = 8;
+    static constexpr std::size_t bytes_of_limb = bits_per_limb / bits_per_byte;
     static constexpr std::size_t byte_values = 256;
 
     std::vector<std::array<wide_number, byte_values>> tables; ///< for each byte of the argument
@@ -42,9 +42,8 @@ private:
 
 /// The number in which bit @p index, below 128, is 1 and all others are 0.
 [[nodiscard]] constexpr wide_number single_bit(std::uint32_t index) noexcept {
-    constexpr std::uint32_t bits_of_limb = 64;
-    return index < bits_of_limb ? wide_number{std::uint64_t{1} << index, 0}
-                                : wide_number{0, std::uint64_t{1} << (index - bits_of_limb)};
+    return index < bits_per_limb ? wide_number{std::uint64_t{1} << index, 0}
+                                 : wide_number{0, std::uint64_t{1} << (index - bits_per_limb)};
 }
 
 } // namespace kvrimage

@@ -16,7 +16,7 @@ namespace kvrimage {
 
 namespace {
 
-/// The memory of all addresses of @p parts, without a word.
+/// The memory of all addresses of @p parts; no word is set.
 memory_image room_for(std::span<const memory_image> parts) {
     if (parts.empty()) {
         throw std::invalid_argument("nothing to merge");
@@ -42,7 +42,7 @@ std::optional<std::uint64_t> first_difference(const memory_image& left, const me
                                               const address_range& range) {
     row_reader left_words(left.words());
     row_reader right_words(right.words());
-    for (std::uint64_t address = range.first; address <= range.last;) {
+    for (std::uint64_t address = range.first;;) {
         const word_stretch of_left = stretch_at(left.words(), address - left.base());
         const word_stretch of_right = stretch_at(right.words(), address - right.base());
         const std::uint64_t last =
@@ -55,11 +55,10 @@ std::optional<std::uint64_t> first_difference(const memory_image& left, const me
             }
         }
         if (last == range.last) {
-            break; // it may be the last one of all
+            return std::nullopt; // it may be the last one of all
         }
         address = last + 1;
     }
-    return std::nullopt;
 }
 
 class merger {
@@ -97,7 +96,7 @@ private:
             copy(part_of(rank), range);
             return;
         }
-        for (std::uint64_t address = range.first; address <= range.last;) {
+        for (std::uint64_t address = range.first;;) {
             const auto [last, is_set] = part_stretch(parts[part_of(free)], {address, range.last});
             if (is_set) {
                 note_overlap({{address, last}, part_of(free), part_of(rank), std::nullopt});
@@ -105,7 +104,7 @@ private:
                 take(rank, {address, last}, free + 1);
             }
             if (last == range.last) {
-                break; // it may be the last one of all
+                return; // it may be the last one of all
             }
             address = last + 1;
         }

@@ -5,7 +5,9 @@
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_stretch.h"
 #include "kvrimage/image/word_text.h"
+#include "kvrimage/image/work_position.h"
 #include "kvrimage/operations/bit_block.h"
+#include "kvrimage/operations/byte_reshape.h"
 
 #include <fmt/format.h>
 
@@ -62,13 +64,18 @@ public:
           old_width(of.width()),
           width(new_width),
           order(bits_in),
+          given_pad(pad),
           pad_bits(pad ? pad->to_text(radix::bin) : std::nullopt),
           base(base_in_words_of(new_width, of)),
           depth(depth_in_words_of(new_width, of)),
           made(std::make_unique<image_words>(depth)) {}
 
     [[nodiscard]] memory_image result() {
+        if (auto bytes = reshaped_bytes(words, {width, depth, order, given_pad})) {
+            return {width, std::make_unique<image_words>(depth, std::move(*bytes)), base};
+        }
         for (std::uint64_t index = 0; index < depth;) {
+            note_work(index, depth);
             index += make_some(index);
         }
         if (incomplete != 0) {
@@ -174,10 +181,9 @@ private:
         }
     }
 
-    /// Calls @p take with the text of each old word that there is, and its place in the string of the block,
-    /// as long as it answers true; whether it always did.
+    /// Calls @p take with the text of each old word that there is, and its place in the string of the block.
     template <class Take>
-    [[nodiscard]] bool each_old_word(const block& at, Take&& take) const {
+    void each_old_word(const block& at, Take&& take) const {
         const std::uint64_t end = std::min(at.end_old, words.size());
         for (std::uint64_t offset = at.first_old; offset < end;) {
             const kvr::word_row row = words.row_at(offset);
@@ -186,22 +192,22 @@ private:
             for (std::uint64_t index = 0; index < count; ++index) {
                 const std::string_view text =
                     row.count != 0 ? row[static_cast<std::uint32_t>(index)] : run.text;
-                if (!take(text, (offset + index - at.first_old) * old_width)) {
-                    return false;
-                }
+                take(text, (offset + index - at.first_old) * old_width);
             }
             offset += count;
         }
-        return true;
     }
 
     /// Puts the old words into `numbers`; false, with anything there, when not all are plain words.
     [[nodiscard]] bool gather_numbers(const block& at) {
         numbers.clear(bits_of(at));
         const std::size_t length = most_characters_of_word(radix::hex, old_width);
-        return each_old_word(at, [&](std::string_view text, std::uint64_t begin) {
-            return text.size() == length && numbers.put(position_of(at, begin, old_width), text);
+        bool are_plain = true;
+        each_old_word(at, [&](std::string_view text, std::uint64_t begin) {
+            are_plain =
+                are_plain && text.size() == length && numbers.put(position_of(at, begin, old_width), text);
         });
+        return are_plain;
     }
     void set_numbers(const block& at) {
         const std::size_t length = most_characters_of_word(radix::hex, width);
@@ -218,13 +224,12 @@ private:
     /// Puts the old words into `digits`, the most significant bit first.
     void gather_digits(const block& at) {
         digits.assign(bits_of(at), missing_bit);
-        static_cast<void>(each_old_word(at, [&](std::string_view text, std::uint64_t begin) {
+        each_old_word(at, [&](std::string_view text, std::uint64_t begin) {
             if (!text.empty()) {
                 static_cast<void>(show_word(text, radix::bin, old_width, shown_word));
                 shown_word.copy(digit_of(at, begin, old_width), old_width);
             }
-            return true;
-        }));
+        });
     }
     void set_digits(const block& at) {
         for (std::uint64_t index = 0; index < at.end_new - at.first_new; ++index) {
@@ -262,6 +267,7 @@ private:
     std::uint32_t old_width;
     std::uint32_t width;
     bit_order order;
+    const std::optional<word>& given_pad;
     std::optional<std::string> pad_bits;
     std::uint64_t base;
     std::uint64_t depth; ///< of the new memory

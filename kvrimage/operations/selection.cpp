@@ -1,13 +1,20 @@
 #include "kvrimage/operations/selection.h"
 
+#include "kvrimage/image/byte_words.h"
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/range_check.h"
+#include "kvrimage/image/united_ranges.h"
 #include "kvrimage/image/word_copy.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <limits>
+#include <memory>
 #include <optional>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 namespace kvrimage {
 
@@ -15,13 +22,45 @@ namespace {
 
 /// The part of @p range that is in @p image; nothing when none is.
 std::optional<address_range> part_within(const memory_image& image, const address_range& range) {
-    if (range.last < range.first) {
-        throw std::invalid_argument(
-            fmt::format("the range 0x{:X} to 0x{:X} ends before it begins", range.first, range.last));
-    }
+    require_ascending(range);
     const address_range part = {std::max(range.first, image.base()),
                                 std::min(range.last, image.last_address())};
     return part.first <= part.last ? std::optional(part) : std::nullopt;
+}
+
+/// The offsets of the words of @p image that are in @p ranges, in order.
+std::vector<address_range> offsets_within(const memory_image& image, std::span<const address_range> ranges) {
+    std::vector<address_range> offsets;
+    for (const address_range& range : ranges) {
+        if (const auto part = part_within(image, range)) {
+            offsets.push_back({part->first - image.base(), part->last - image.base()});
+        }
+    }
+    return united(std::move(offsets));
+}
+
+/// The offsets below @p depth that are not in @p ranges, which are in order.
+std::vector<address_range> offsets_between(std::span<const address_range> ranges, std::uint64_t depth) {
+    std::vector<address_range> offsets;
+    std::uint64_t next = 0;
+    for (const address_range& range : ranges) {
+        if (next < range.first) {
+            offsets.push_back({next, range.first - 1});
+        }
+        next = range.last + 1;
+    }
+    if (next < depth) {
+        offsets.push_back({next, depth - 1});
+    }
+    return offsets;
+}
+
+/// The words of @p image at @p offsets, which are held as bytes.
+memory_image bytes_at(const memory_image& image, std::span<const address_range> offsets) {
+    const byte_words& words = *image.words().bytes();
+    return {image.width(),
+            std::make_unique<image_words>(image.depth(), words.with_blocks(words.blocks_at(offsets))),
+            image.base()};
 }
 
 /// Where the word at @p address is when that at @p from has moved to @p to.
@@ -39,22 +78,25 @@ std::uint64_t moved_address(std::uint64_t address, std::uint64_t from, std::uint
 } // namespace
 
 memory_image only(const memory_image& image, std::span<const address_range> ranges) {
+    const std::vector<address_range> offsets = offsets_within(image, ranges);
+    if (image.words().bytes() != nullptr) {
+        return bytes_at(image, offsets);
+    }
     memory_image kept(image.width(), image.depth(), image.base());
-    for (const address_range& range : ranges) {
-        if (const auto part = part_within(image, range)) {
-            copy_words(image.words(), part->first - image.base(), part->last - image.base(), kept.words(),
-                       part->first - image.base());
-        }
+    for (const address_range& range : offsets) {
+        copy_words(image.words(), range.first, range.last, kept.words(), range.first);
     }
     return kept;
 }
 
 memory_image except(const memory_image& image, std::span<const address_range> ranges) {
+    const std::vector<address_range> offsets = offsets_within(image, ranges);
+    if (image.words().bytes() != nullptr) {
+        return bytes_at(image, offsets_between(offsets, image.depth()));
+    }
     memory_image kept = image;
-    for (const address_range& range : ranges) {
-        if (const auto part = part_within(image, range)) {
-            kept.unset(*part);
-        }
+    for (const address_range& range : offsets) {
+        kept.words().fill(range.first, range.last, {""});
     }
     return kept;
 }
@@ -71,6 +113,14 @@ memory_image moved(const memory_image& image, std::uint64_t from, std::uint64_t 
     if (last - base >= deepest_memory) {
         throw std::out_of_range(
             fmt::format("the memory would have the addresses 0x{:X} to 0x{:X}, more than 2^32", base, last));
+    }
+    if (const byte_words* const bytes = image.words().bytes()) {
+        std::vector<byte_words::block> blocks = bytes->blocks();
+        for (byte_words::block& each : blocks) {
+            each.first = moved_address(image.base() + each.first, from, to) - base;
+        }
+        return {image.width(),
+                std::make_unique<image_words>(last - base + 1, bytes->with_blocks(std::move(blocks))), base};
     }
     memory_image made(image.width(), last - base + 1, base);
     copy_words(image.words(), words->first - image.base(), words->last - image.base(), made.words(),

@@ -1,10 +1,12 @@
 #include "kvrimage/operations/split.h"
 
+#include "kvrimage/image/byte_words.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_copy.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 #include "kvrimage/operations/bit_block.h"
+#include "kvrimage/operations/byte_parts.h"
 
 #include <fmt/format.h>
 
@@ -188,12 +190,21 @@ std::vector<memory_image> split_lanes(const memory_image& image, std::uint32_t b
         throw std::invalid_argument(
             fmt::format("words of {} bits are no lanes of {} bits", image.width(), bits));
     }
+    if (auto lanes = lanes_of_bytes(image, bits)) {
+        return std::move(*lanes);
+    }
     return split_by(lane_splitter(image, bits), image);
 }
 
 std::vector<memory_image> split_banks(const memory_image& image, std::uint64_t count) {
     require_whole_parts(image, count, "banks");
-    return count == 1 ? std::vector{image} : split_by(bank_splitter(image, count), image);
+    if (count == 1) {
+        return {image};
+    }
+    if (auto banks = banks_of_bytes(image, count)) {
+        return std::move(*banks);
+    }
+    return split_by(bank_splitter(image, count), image);
 }
 
 std::vector<memory_image> split_blocks(const memory_image& image, std::uint64_t count) {
@@ -201,7 +212,12 @@ std::vector<memory_image> split_blocks(const memory_image& image, std::uint64_t 
     std::vector<memory_image> blocks = empty_parts(image, count);
     const std::uint64_t length = image.depth() / count;
     for (std::uint64_t index = 0; index < count; ++index) {
-        copy_words(image.words(), index * length, (index + 1) * length - 1, blocks[index].words(), 0);
+        const std::uint64_t first = index * length;
+        if (const byte_words* const bytes = image.words().bytes()) {
+            blocks[index].words() = image_words(length, bytes->part(first, first + length - 1));
+        } else {
+            copy_words(image.words(), first, first + length - 1, blocks[index].words(), 0);
+        }
     }
     return blocks;
 }

@@ -4,6 +4,7 @@
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
+#include "kvrimage/operations/byte_mapping.h"
 
 #include <fmt/format.h>
 
@@ -118,6 +119,9 @@ std::optional<wide_number> wide_number_of(std::string_view digits) noexcept {
 }
 
 memory_image mapped_words(const memory_image& image, const word_mapping& mapping) {
+    if (auto bytes = mapped_bytes(image.words(), mapping)) {
+        return {mapping.width, std::make_unique<image_words>(image.depth(), std::move(*bytes)), image.base()};
+    }
     word_mapper mapper(image, mapping);
     for_each_row_cycle_or_run(
         image.words(),

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <functional>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,7 +22,7 @@ struct wide_number {
 /// The bits of words that are handled as numbers.
 inline constexpr std::uint32_t widest_number_word = 128;
 
-/// How a new word is made of each word of a memory, in two forms that must agree.
+/// How a new word is made of each word of a memory, in forms that must agree.
 struct word_mapping {
     std::uint32_t width; ///< of the new words
     /// The new word of any word, both as binary digits ('0', '1', 'X'), most significant first, as many as
@@ -29,6 +30,9 @@ struct word_mapping {
     std::function<std::optional<std::string>(std::string_view bits)> bits;
     /// The new word of one without don't-care bits, where neither has more than widest_number_word bits.
     std::function<wide_number(const wide_number& value)> number;
+    /// Makes the new words, which are as wide, in place of old ones of whole bytes that are held as bytes, in
+    /// their order. May be empty: the numbers serve as well.
+    std::function<void(std::span<char> words)> bytes = {};
 };
 
 /// The memory that @p mapping makes of @p image: the same addresses, and the same words not set. Words that a

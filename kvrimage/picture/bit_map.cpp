@@ -6,19 +6,33 @@
 
 namespace kvrimage {
 
+namespace {
+
+constexpr std::uint32_t rows_needed(std::uint32_t dividend, std::uint32_t divisor) noexcept {
+    return (dividend - 1) / divisor + 1;
+}
+
+/// Bits of a row: one where there is room for all of them, else a byte, or the least power of two of bytes.
+std::uint32_t row_bits_for(std::uint32_t word_width, std::uint32_t most_rows) noexcept {
+    std::uint32_t row_bits = word_width <= most_rows ? 1 : bits_per_byte;
+    while (rows_needed(word_width, row_bits) > most_rows) {
+        row_bits *= 2;
+    }
+    return row_bits;
+}
+
+} // namespace
+
 bit_map::bit_map(const column_grid& columns_of_picture, std::uint32_t word_width, std::uint32_t most_rows)
     : grid(columns_of_picture),
       bits_a_word(word_width),
-      row_count(std::min(word_width, most_rows)),
+      bits_a_row(row_bits_for(word_width, most_rows)),
+      row_count(rows_needed(word_width, bits_a_row)),
       cells(std::size_t{row_count} * grid.columns()),
       word_counts(row_count) {}
 
-std::uint32_t bit_map::row_of(std::uint32_t bit) const noexcept {
-    return static_cast<std::uint32_t>(std::uint64_t{bit} * row_count / bits_a_word);
-}
-
 std::uint32_t bit_map::first_bit_of(std::uint32_t row) const noexcept {
-    return static_cast<std::uint32_t>((std::uint64_t{row} * bits_a_word + row_count - 1) / row_count);
+    return std::min(row * bits_a_row, bits_a_word);
 }
 
 void bit_map::count_bits(std::string_view word) {

@@ -23,13 +23,15 @@ enum class bit_shade : std::uint8_t {
 /// Rows of bit positions, columns of addresses.
 class bit_map {
 public:
-    /// @param most_rows at least 1; where words have more bits, a row stands for several
+    /// @param most_rows at least 1; where words have more bits, a row stands for a byte, or for 2, 4, 8 and
+    /// so on: the fewest that make no more rows
     bit_map(const column_grid& columns_of_picture, std::uint32_t word_width, std::uint32_t most_rows);
     void take(const text_run& run);
     [[nodiscard]] std::uint32_t width() const noexcept { return bits_a_word; }
     [[nodiscard]] std::uint32_t rows() const noexcept { return row_count; }
     /// The row of bit @p bit, 0 being the least significant one; rows count from there, too.
-    [[nodiscard]] std::uint32_t row_of(std::uint32_t bit) const noexcept;
+    [[nodiscard]] std::uint32_t row_of(std::uint32_t bit) const noexcept { return bit / bits_a_row; }
+    [[nodiscard]] std::uint32_t row_bits() const noexcept { return bits_a_row; }
     [[nodiscard]] bit_shade shade(std::uint32_t row, std::uint32_t column) const noexcept;
     /// Bit positions to label, the lowest first: multiples of the least power of two of which at most @p most
     /// are needed, and the highest bit where there is room for it.
@@ -49,6 +51,7 @@ private:
 
     column_grid grid;
     std::uint32_t bits_a_word;
+    std::uint32_t bits_a_row;
     std::uint32_t row_count;
     std::vector<bit_count> cells;       ///< column by column
     std::vector<bit_count> word_counts; ///< of the word in hand, by row

@@ -11,8 +11,9 @@ namespace kvrimage {
 enum class occupancy : std::uint8_t {
     unset,
     partly_set,
-    set, ///< all of them, but not to one and the same word
-    run  ///< all of them and a neighbour at least: the same word
+    set,      ///< all of them, but not to one and the same word
+    run,      ///< all of them and a neighbour at least: the same word
+    dont_care ///< a word that has don't-care bits
 };
 
 /// What is known of the words in a column.
@@ -21,6 +22,7 @@ struct word_column {
     std::uint64_t set = 0;  ///< those of them that are set
     bool is_in_run = false;
     bool begins_run = false; ///< the run's first column
+    bool has_dont_care = false;
 
     [[nodiscard]] occupancy state() const noexcept;
 };
@@ -42,9 +44,11 @@ public:
         : cells(columns_of_strip),
           counted(cells.columns()) {}
     void take(const text_run& run);
+    /// The words from @p first to @p last, which it has taken as unset, are set.
+    void add_set(std::uint64_t first, std::uint64_t last);
     [[nodiscard]] const column_grid& grid() const noexcept { return cells; }
     [[nodiscard]] const std::vector<word_column>& columns() const noexcept { return counted; }
-    /// All columns, in order; no stretch ends where a longer one would have been possible.
+    /// All columns, in order. A stretch ends with its state, or with a part of the grid.
     [[nodiscard]] std::vector<occupancy_stretch> stretches() const;
 
 private:

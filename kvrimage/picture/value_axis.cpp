@@ -8,15 +8,15 @@ namespace kvrimage {
 
 namespace {
 
-/// A distance between ticks: a digit times 10^exponent.
+/// A distance between ticks: a digit times 10^exponent, or a power of two.
 struct tick_step {
     std::uint64_t size;
-    std::uint32_t exponent;
+    std::uint32_t exponent; ///< of ten; 0 for a power of two
 };
 
 /// The least round step of which @p span holds no more than @p most, which is 4 at least: no span of 64 bits
 /// holds more of the largest, 5 * 10^18.
-tick_step step_for(std::uint64_t span, std::uint32_t most) {
+tick_step decimal_step(std::uint64_t span, std::uint32_t most) {
     std::uint64_t power = 1;
     for (std::uint32_t exponent = 0;; ++exponent, power *= 10) {
         for (const std::uint64_t digit : {1U, 2U, 5U}) {
@@ -27,26 +27,44 @@ tick_step step_for(std::uint64_t span, std::uint32_t most) {
     }
 }
 
-/// Large values keep the digits that distinguish them: 500000000 is 500e6.
+tick_step binary_step(std::uint64_t span, std::uint32_t most) {
+    std::uint64_t size = 1;
+    while (span / size > most) {
+        size *= 2;
+    }
+    return {size, 0};
+}
+
+/// Integers of a sign are round in decimal; hexadecimal numbers and fractions are in binary.
+tick_step step_for(const value_order& order, std::uint64_t span, std::uint32_t most) {
+    return order.is_signed() && order.fraction_bits() == 0 ? decimal_step(span, most)
+                                                           : binary_step(span, most);
+}
+
+/// Large integers keep the digits that distinguish them: 500000000 is 500e6.
 class tick_labels {
 public:
-    tick_labels(const tick_step& apart, std::uint64_t largest) {
+    tick_labels(const value_order& values, const tick_step& apart, std::uint64_t largest) : order(values) {
         constexpr std::uint64_t first_long_value = 10'000'000;
         constexpr std::uint32_t group = 3;
         if (largest >= first_long_value) {
             exponent = apart.exponent / group * group;
         }
-        for (std::uint32_t count = 0; count < exponent; ++count) {
+        for (std::uint32_t power = 0; power < exponent; ++power) {
             unit *= 10;
         }
     }
-    [[nodiscard]] std::string label(bool is_negative, std::uint64_t size) const {
-        const char* sign = is_negative ? "-" : "";
-        return exponent == 0 || size == 0 ? fmt::format("{}{}", sign, size)
-                                          : fmt::format("{}{}e{}", sign, size / unit, exponent);
+    [[nodiscard]] std::string label(std::uint64_t key) const {
+        const std::uint64_t zero = order.key_of_zero();
+        if (exponent == 0 || key == zero) {
+            return order.text_of(key);
+        }
+        return fmt::format("{}{}e{}", key < zero ? "-" : "", (key < zero ? zero - key : key - zero) / unit,
+                           exponent);
     }
 
 private:
+    const value_order& order;
     std::uint32_t exponent = 0;
     std::uint64_t unit = 1;
 };
@@ -60,6 +78,10 @@ std::uint64_t distance_above(std::uint64_t left, std::uint64_t right) {
 
 double value_axis::position_of(std::uint64_t key) const noexcept {
     return static_cast<double>(key - lowest) / static_cast<double>(highest - lowest);
+}
+
+std::uint64_t value_axis::bar_base(const value_order& order) const noexcept {
+    return std::clamp(order.key_of_zero(), lowest, highest);
 }
 
 value_axis axis_for(const value_order& order, const value_bounds& bounds) {
@@ -80,22 +102,23 @@ value_axis axis_for(const value_order& order, const value_bounds& bounds) {
 
 std::vector<value_tick> ticks_of(const value_order& order, const value_axis& axis, std::uint32_t most) {
     const std::uint64_t zero = order.key_of_zero();
-    const tick_step step = step_for(axis.highest - axis.lowest, most);
+    const tick_step step = step_for(order, axis.highest - axis.lowest, most);
     const std::uint64_t below = distance_above(zero, axis.lowest);
     const std::uint64_t above = distance_above(axis.highest, zero);
-    const tick_labels labels(step, std::max(below, above));
+    const tick_labels labels(order, step, std::max(below, above));
     std::vector<value_tick> ticks;
+    const auto add = [&](std::uint64_t key) { ticks.push_back({key, labels.label(key)}); };
     const std::uint64_t least_below = std::max<std::uint64_t>(distance_above(zero, axis.highest), 1);
     for (std::uint64_t count = below / step.size; count > 0 && count * step.size >= least_below; --count) {
-        ticks.push_back({zero - count * step.size, labels.label(true, count * step.size)});
+        add(zero - count * step.size);
     }
     if (zero > axis.highest) {
         return ticks;
     }
     const std::uint64_t least_above = distance_above(axis.lowest, zero);
-    for (std::uint64_t count = (least_above + step.size - 1) / step.size; count <= above / step.size;
-         ++count) {
-        ticks.push_back({zero + count * step.size, labels.label(false, count * step.size)});
+    for (std::uint64_t count = least_above / step.size + (least_above % step.size == 0 ? 0 : 1);
+         count <= above / step.size; ++count) {
+        add(zero + count * step.size);
     }
     return ticks;
 }

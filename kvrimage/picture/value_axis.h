@@ -24,6 +24,9 @@ struct value_axis {
     /// 0 for the lowest, 1 for the highest, and between them in proportion.
     [[nodiscard]] double position_of(std::uint64_t key) const noexcept;
 
+    /// From where the bars of values grow: from zero, or from the end of the axis that is nearer to it.
+    [[nodiscard]] std::uint64_t bar_base(const value_order& order) const noexcept;
+
     friend bool operator==(const value_axis&, const value_axis&) = default;
 };
 
@@ -39,8 +42,9 @@ struct value_tick {
     friend bool operator==(const value_tick&, const value_tick&) = default;
 };
 
-/// At most @p most + 1 ticks at the multiples of 1, 2 or 5 times a power of ten, from the lowest to the
-/// highest. Labels are exact; large ones end in a power of ten ("500e6").
+/// At most @p most + 1 ticks, from the lowest to the highest: where values are signed integers at the
+/// multiples of 1, 2 or 5 times a power of ten, else at those of a power of two. Labels are as of
+/// value_order::text_of(); large integers end in a power of ten ("500e6").
 /// @param most at least 4
 [[nodiscard]] std::vector<value_tick> ticks_of(const value_order& order, const value_axis& axis,
                                                std::uint32_t most);

@@ -14,11 +14,17 @@ void widen(std::optional<value_bounds>& bounds, const value_bounds& by) {
 } // namespace
 
 void waveform::take(const text_run& run) {
-    if (const std::optional<std::uint64_t> key = ordered.key_of(run.text)) {
-        grid.for_each_column(run, [&](std::uint32_t column, std::uint64_t /*words*/) {
-            widen(found[column], {*key, *key});
-        });
+    if (run.text.empty()) {
+        return;
     }
+    const std::optional<std::uint64_t> key = ordered.key_of(run.text);
+    grid.for_each_column(run, [&](std::uint32_t column, std::uint64_t /*words*/) {
+        if (key) {
+            widen(found[column], {*key, *key});
+        } else {
+            dont_cares[column] = true;
+        }
+    });
 }
 
 value_axis waveform::axis() const {

@@ -15,11 +15,11 @@ DEBUG: Options = {"CMAKE_BUILD_TYPE": "Debug"}
 RELEASE: Options = {"CMAKE_BUILD_TYPE": "Release"}
 # The tool takes the objects, not the library.
 SHARED: Options = {"BUILD_SHARED_LIBS": "ON", "KVR_BUILD_TOOL": "OFF"}
-# Optimised as little as lets the tests end soon, with the lines of what is reported.
+# The least optimization with which the tests end soon, with line numbers for reports.
 LIGHT = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O1", "KVR_BUILD_QUICKLY": "ON"}
-OPTIMISED = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O2"}
+OPTIMIZED = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O2"}
 THOROUGH: Options = {"KVR_TEST_THOROUGHLY": "ON", "KVR_STATIC_TOOL": "ON"}
-# Nothing but kvr.
+# Only kvr.
 LIBRARY_KVR: Options = {"KVR_BUILD_IMAGE": "OFF", "KVR_BUILD_TOOL": "OFF"}
 REPLAY: Options = {"KVR_BUILD_FUZZERS": "ON", "KVR_BUILD_TESTS": "OFF", **LIBRARY_KVR}
 
@@ -40,19 +40,19 @@ class Configuration:
 CONFIGURATIONS = (
     Configuration("gcc-debug", "g++", ("unit", "models", "interface"), GCC | DEBUG),
     Configuration("gcc-debug-shared", "g++, shared library", ("unit", "models", "interface"), GCC | DEBUG | SHARED),
-    Configuration("gcc-release", "g++, optimised", ("unit", "shuffled", "any_order"), GCC | RELEASE | THOROUGH),
+    Configuration("gcc-release", "g++, optimized", ("unit", "shuffled", "any_order", "sarif"), GCC | RELEASE | THOROUGH),
     Configuration(
-        "gcc-release-shared", "g++, optimised, shared library", ("unit", "models", "interface"), GCC | RELEASE | SHARED
+        "gcc-release-shared", "g++, optimized, shared library", ("unit", "models", "interface"), GCC | RELEASE | SHARED
     ),
     Configuration("clang-debug", "clang", ("unit", "models", "interface", "cli"), CLANG | DEBUG),
     Configuration("clang-debug-shared", "clang, shared library", ("unit", "models", "interface"), CLANG | DEBUG | SHARED),
-    Configuration("clang-release", "clang, optimised", ("unit", "models", "interface"), CLANG | RELEASE),
+    Configuration("clang-release", "clang, optimized", ("unit", "models", "interface"), CLANG | RELEASE),
     Configuration(
-        "clang-release-shared", "clang, optimised, shared library", ("unit", "models", "interface"), CLANG | RELEASE | SHARED
+        "clang-release-shared", "clang, optimized, shared library", ("unit", "models", "interface"), CLANG | RELEASE | SHARED
     ),
     Configuration(
         "gcc-sanitizers",
-        "g++, address and undefined-behaviour sanitizers",
+        "g++, address and undefined-behavior sanitizers",
         ("unit", "models", "interface", "cli"),
         GCC | LIGHT | {"KVR_SANITIZERS": "address,undefined"},
     ),
@@ -81,6 +81,9 @@ CONFIGURATIONS = (
         | {
             "fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"),
             "KVR_BUILD_ELF": "OFF",
+            "KVR_BUILD_SHA256": "OFF",
+            "KVR_BUILD_EXPR": "OFF",
+            "KVR_BUILD_JPEG": "OFF",
             "KVR_STATIC_TOOL": "ON",
         },
         builds_googletest=True,
@@ -96,6 +99,6 @@ CONFIGURATIONS = (
         "memcheck",
         "g++, valgrind, fewer cases",
         ("memcheck", "memcheck_models"),
-        GCC | OPTIMISED | flags("-DKVR_TEST_FEWER_CASES") | LIBRARY_KVR,
+        GCC | OPTIMIZED | flags("-DKVR_TEST_FEWER_CASES") | LIBRARY_KVR,
     ),
 )

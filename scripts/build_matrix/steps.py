@@ -51,6 +51,15 @@ STEPS = {
     "cli": ctest("-R", "^cli"),
     "any_order": ctest("--schedule-random"),
     "replay": ctest("-R", "^fuzz.*replay"),
+    "sarif": Command(
+        (
+            "python3",
+            "-B",
+            str(ROOT / "tests" / "cli" / "sarif_schema.py"),
+            "tools/kvrmem/kvrmem",
+            str(ROOT / "build" / "sarif_validator"),
+        )
+    ),
     "memcheck": Command((*VALGRIND, "./kvr_tests", "--gtest_brief=1"), "tests"),
     "memcheck_models": Command((*VALGRIND, "./kvr_model_tests", "--gtest_brief=1"), "tests/models"),
 }

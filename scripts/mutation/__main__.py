@@ -67,7 +67,7 @@ def try_all(project: Project, mutants: list[Mutant], report: Report) -> None:
 
 
 def main() -> int:
-    signal.signal(signal.SIGTERM, signal.default_int_handler)  # what was tried until then is still told
+    signal.signal(signal.SIGTERM, signal.default_int_handler)  # the results until then are still reported
     arguments = parse_command_line()
     project = Project(arguments.root)
     places = [place_of(project, text) for text in arguments.files]

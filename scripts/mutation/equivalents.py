@@ -23,7 +23,7 @@ def read_equivalents(path: Path) -> set[Key]:
             raise EquivalentsError(f"{path}: not a file, a line, its mutant and a reason:\n{entry}")
         key = Key(file, function, lines[0][2:], lines[1][1:].strip())
         if key in found:
-            raise EquivalentsError(f"{path}: told twice:\n{entry}")
+            raise EquivalentsError(f"{path}: listed twice:\n{entry}")
         found.add(key)
     return found
 

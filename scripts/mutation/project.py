@@ -75,7 +75,7 @@ class Project:
         return users
 
     def parse_arguments(self, file: str) -> list[str]:
-        """What libclang must be told to understand a source or header as the compiler does."""
+        """The arguments with which libclang parses a source or header as the compiler does."""
         source = file if file in self.commands else self.users[file][0]
         defines = [each for each in self.commands[source] if each.startswith(("-D", "-I", "-std="))]
         return ["-xc++", *defines]

@@ -19,7 +19,7 @@ SUITE_DEFINITION = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\((\w+),", re.MULTILIN
 
 @dataclass(frozen=True)
 class Suite:
-    name: str  # with what stands before and behind it for parameters
+    name: str  # with the prefix and suffix of parameterized tests
     seconds: float
     file: str  # from tests/
 

@@ -107,7 +107,9 @@ TEST_F(AddedFormat, IsCheckedAndComparedWithItsConsumer) {
 TEST_F(AddedFormat, IsNamedWhereAnUnknownOneIs) {
     const answer wrong = run({"info", "--from", "tpy", toy});
     EXPECT_EQ(wrong.code, 4);
-    EXPECT_THAT(wrong.errors, HasSubstr("did you mean toy? kvrmem formats lists them"));
+    EXPECT_THAT(wrong.errors, HasSubstr("a.toy looks like Toy; try: kvrmem info --from toy "));
+    EXPECT_THAT(run({"info", "--from", "tpy", folder.path("absent")}).errors,
+                HasSubstr("did you mean toy? kvrmem formats lists them"));
     EXPECT_THAT(run({"info", folder.write("a", "-")}).errors,
                 HasSubstr("the name does not tell the format; give --from"));
 }

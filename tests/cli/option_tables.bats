@@ -1,4 +1,4 @@
-# Help and manual page are made from one table: what they say of each command is the same. What the completions do is
+# Help and manual pages are made from one table: what they say of each command is the same. What the completions do is
 # tested in completions/.
 
 setup_file() {
@@ -13,7 +13,7 @@ commands() {
 
 # The options that the help of COMMAND lists: the first "--name" of each line, whatever its help says.
 help_options() { # COMMAND
-    "$KVRMEM" "$1" --help | sed -n '/^Options$/,$p' | grep -o '^  \(-[a-z], \)\?--[a-z-]*' | grep -o -e '--[a-z-]*' | sort
+    "$KVRMEM" "$1" --help | sed -n '/^Options$/,$p' | grep -o '^  \(-[a-z], \)\?--[a-z0-9-]*' | grep -o -e '--[a-z0-9-]*' | sort
 }
 
 @test "there are commands, and each has options" {
@@ -23,20 +23,98 @@ help_options() { # COMMAND
     done
 }
 
-@test "the manual page has the options of the help" {
+@test "the manual page of each command has the options of its help" {
     for command in $(commands); do
-        awk -v name="$command" '/^\.S[HS]/ { inside = $2 == "kvrmem" && $3 == name } inside' "$BATS_FILE_TMPDIR/man" |
+        "$KVRMEM" --generate man "$command" |
             sed -n 's/^\(\\fB\\-[a-z]\\fR, \)\?\\fB\\-\\-\([^\\]*\(\\-[^\\]*\)*\)\\fR.*/--\2/p' | sed 's/\\-/-/g' |
             sort >"$BATS_TEST_TMPDIR/man"
         diff <(help_options "$command") "$BATS_TEST_TMPDIR/man"
     done
 }
 
-@test "the manual page is rendered without a warning" {
-    run --separate-stderr groff -ww -man -Tutf8 -z "$BATS_FILE_TMPDIR/man"
+# The manual page of the tool, and those of its commands.
+each_page() { # FUNCTION
+    "$1" KVRMEM "$BATS_FILE_TMPDIR/man"
+    for command in $(commands); do
+        "$KVRMEM" --generate man "$command" >"$BATS_TEST_TMPDIR/page"
+        "$1" "KVRMEM-${command^^}" "$BATS_TEST_TMPDIR/page"
+    done
+}
+
+renders_without_a_warning() { # NAME PAGE
+    run --separate-stderr groff -ww -man -Tutf8 "$2"
     [ "$status" -eq 0 ]
     [ -z "$stderr" ]
-    groff -man -Tutf8 "$BATS_FILE_TMPDIR/man" | grep -q 'KVRMEM(1)'
+    grep -q "$1(1)" <<<"$output"
+}
+
+@test "every manual page is rendered without a warning" {
+    each_page renders_without_a_warning
+}
+
+passes_the_linter() { # NAME PAGE
+    mandoc -T lint -W warning "$2"
+}
+
+@test "every manual page passes a linter" {
+    each_page passes_the_linter
+}
+
+@test "every manual page has the date of the release" {
+    date=$(sed -n 's/^set(KVR_RELEASE_DATE \(.*\))$/\1/p' "$KVR_SOURCE/CMakeLists.txt")
+    [ "$date" = "$(date -u -d "$(sed -n 's/^ -- .*>  //p' "$KVR_SOURCE/debian/changelog" | head -n 1)" +%F)" ]
+    has_the_date() {
+        grep -q "^\.TH [^ ]* 1 \"$date\" " "$2"
+    }
+    each_page has_the_date
+}
+
+@test "the main manual page refers to that of each command, and those to it" {
+    for command in $(commands); do
+        sed -n '/^\.SH SEE ALSO/,$p' "$BATS_FILE_TMPDIR/man" | grep -q "^\.BR kvrmem\\\\-$command (1)"
+        "$KVRMEM" --generate man "$command" | sed -n '/^\.SH SEE ALSO/,$p' | grep -q '^\.BR kvrmem (1)$'
+    done
+}
+
+@test "the build makes the manual page of each command" {
+    pages=$(dirname "$KVRMEM")/texts/man1
+    [ "$(commands | sed 's/.*/kvrmem-&.1/' | sort)" = "$(cd "$pages" && ls kvrmem-*.1 | sort)" ]
+}
+
+@test "help shows what --help of a command shows" {
+    for command in $(commands); do
+        diff <("$KVRMEM" help "$command") <("$KVRMEM" "$command" --help)
+    done
+}
+
+topics() {
+    "$KVRMEM" help | sed -n '/^Topics$/,/^$/s/^  \([a-z]*\) .*/\1/p'
+}
+
+@test "help has a page for each topic, which the manual has too" {
+    [ "$(topics | tr '\n' ' ')" = "formats numbers check " ]
+    for topic in $(topics); do
+        "$KVRMEM" help "$topic" >"$BATS_TEST_TMPDIR/help"
+        title=$(case $topic in
+            formats) echo "Choice of the format" ;;
+            numbers) echo "Numbers" ;;
+            check) echo "Classes, readers and exit codes" ;;
+            esac)
+        grep -qx "$title" "$BATS_TEST_TMPDIR/help"
+        if commands | grep -qx "$topic"; then
+            "$KVRMEM" --generate man "$topic" | grep -qx "\.SH ${title^^}"
+        else
+            grep -qx "\.SH ${title^^}" "$BATS_FILE_TMPDIR/man"
+        fi
+    done
+    [ "$("$KVRMEM" help numbers | grep -c '.\{101\}')" -eq 0 ]
+}
+
+@test "the topic of the formats has each of them" {
+    "$KVRMEM" help formats >"$BATS_TEST_TMPDIR/help"
+    for name in $("$KVRMEM" formats | awk 'NR > 1 { print $1 }'); do
+        grep -q "^$name " "$BATS_TEST_TMPDIR/help"
+    done
 }
 
 @test "the completion for bash passes shellcheck" {
@@ -53,6 +131,7 @@ help_options() { # COMMAND
     for kind in bash zsh fish man; do
         "$KVRMEM" --generate "$kind"
     done
+    "$KVRMEM" --generate man convert
 }
 
 @test "every example of the help begins with the tool or with git" {

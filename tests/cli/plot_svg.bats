@@ -61,11 +61,11 @@ steps() {
 
 @test "title and axes say what is shown" {
     plot "$examples/sine_16bit.mif" --signed
-    [ "$(text '//*[local-name()="title"]')" = "sine_16bit.mif: MIF, 256 words of 16 bits" ]
-    [ "$(text '//*[@class="title"]')" = "MIF, 256 words of 16 bits" ]
+    [ "$(text '//*[local-name()="title"]')" = "sine_16bit.mif: MIF, 256 words of 16 bits, all set" ]
+    [ "$(text '//*[@class="title"]')" = "MIF, 256 words of 16 bits, all set" ]
     [ "$(count '//*[.="value (signed, 16 bits)"]')" = 1 ]
     [ "$(count '//*[.="address (words)"]')" = 1 ]
-    [ "$(count '//*[@class="legend"]')" = 4 ]
+    [ "$(count '//*[@class="legend"]')" = 2 ]
 }
 
 @test "ticks are round values and hexadecimal addresses" {
@@ -73,7 +73,7 @@ steps() {
     [ "$(xmllint --xpath '//*[@class="end value"]/text()' out.svg | tr '\n' ' ')" = \
         "-30000 -20000 -10000 0 10000 20000 30000 " ]
     [ "$(xmllint --xpath '//*[@class="middle address"]/text()' out.svg | tr '\n' ' ')" = \
-        "0x00 0x20 0x40 0x60 0x80 0xA0 0xC0 0xE0 " ]
+        "0x00 0x10 0x20 0x30 0x40 0x50 0x60 0x70 0x80 0x90 0xA0 0xB0 0xC0 0xD0 0xE0 0xF0 0xFF " ]
 }
 
 @test "the sine has its maximum and its minimum where they belong" {
@@ -112,16 +112,53 @@ steps() {
     [ "$(path begin)" = "M508 336v14" ]
 }
 
-@test "a lone word in a large memory is to be seen in the strip" {
+@test "a lone word in a large memory is between two breaks" {
     memory in.mif 8 2000000000 '3B9ACA00 : 1;'
     plot in.mif
-    [ -n "$(path partly)" ]
+    [ -n "$(path set)" ]
+    [ "$(text '//*[@class="note"]')" = "2 breaks leave out 1999999997 unset words" ]
+    [ "$(xmllint --xpath '//*[@class="middle address"]/text()' out.svg | tr '\n' ' ')" = \
+        "0x00000000 0x3B9ACA00 0x773593FF " ]
+    [ "$(path break | tr M '\n' | grep -c l)" = 2 ]
+}
+
+@test "bars of signed values grow from zero" {
+    memory in.mif 8 2 '0 : 80 7F;'
+    plot in.mif --signed
+    [ "$(path zero)" = "M96 195.51H920" ]
+    [ "$(path bar)" = "M96 195.51V322H508V70H920V195.51Z" ]
+}
+
+@test "dark colours are for those who prefer them" {
+    plot "$examples/sine_16bit.mif"
+    [[ $(text '//*[local-name()="style"]') == *"@media (prefers-color-scheme:dark){"*".page{fill:#1c1c1c}"*"}" ]]
+    [ "$(count '//*[@class="page"]')" = 1 ]
+    [ "$(count '//@fill')" = 0 ] # all colours are those of the style sheet
+}
+
+@test "the differences of two memories have a lane for each kind" {
+    memory a.mif 8 8 '[0..3] : 1;'
+    memory b.mif 8 8 '[2..5] : 2;'
+    plot a.mif b.mif
+    [ "$(text '//*[@class="name"]')" = "A: a.mif  B: b.mif" ]
+    [ "$(text '//*[@class="title"]')" = "2 words changed, 2 only in A, 2 only in B" ]
+    [ "$(path changed)" = "M302 144v-80H508v80z" ]
+    [ "$(path left)" = "M96 236v-80H302v80z" ]
+    [ "$(path right)" = "M508 328v-80H714v80z" ]
+}
+
+@test "a word of don't-care bits has a band of its own" {
+    memory in.mif 8 4 '0 : 1 XX 2 3;'
+    plot in.mif
+    [ "$(text '//*[@class="care"][1]/@d')" = "M302 64H508v264H302z" ]
+    [ "$(path care)" = "M302 64H508v264H302z" ] # the first; the other one is in the strip
+    [ "$(count '//*[@class="care"]')" = 2 ]
 }
 
 @test "a memory of which nothing is set says so" {
     memory in.mif 16 256 ''
     plot in.mif
-    [ "$(text '//*[@class="title"]')" = "MIF, 256 words of 16 bits; no word is set" ]
+    [ "$(text '//*[@class="title"]')" = "MIF, 256 words of 16 bits, none set" ]
     [ "$(count '//*[@class="wave"]')" = 0 ]
 }
 
@@ -154,7 +191,7 @@ steps() {
     plot in.mif
     [ "$(count '//*[@class="wave"]')" = 0 ]
     [ "$(path all)" = "M1 0h1M0 65h1" ] # bit 65 is the first row, bit 0 the last
-    [ "$(count '//*[@class="legend"]')" = 10 ]
+    [ "$(count '//*[@class="legend"]')" = 3 ] # none, all, and set
 }
 
 @test "don't-care bits have a shade of their own" {
@@ -183,12 +220,12 @@ steps() {
     memory in.mif 16 2147483647 '[0..7FFFFFFE] : 1234;'
     timeout 5 kvrmem plot in.mif --depth 4294967295 -o out.svg
     is_sound out.svg
-    [ "$(text '//*[@class="title"]')" = "MIF, 4294967295 words of 16 bits" ]
+    [ "$(text '//*[@class="title"]')" = "MIF, 4294967295 words of 16 bits, 2147483647 set" ]
     memory in.mif 16 2147483647 '[0..7FFFFFFE] : 1 2 3;'
     timeout 60 kvrmem plot in.mif -o out.svg
     is_sound out.svg
-    [ "$(text '//*[@class="title"]')" = \
-        "MIF, 2147483647 words of 16 bits; sampled: 64 runs at each of 16 places a column" ]
+    [ "$(text '//*[@class="title"]')" = "MIF, 2147483647 words of 16 bits, all set" ]
+    [ "$(text '//*[@class="note"]')" = "sampled: 64 runs at each of 16 places a column" ]
 }
 
 @test "names of any bytes make well-formed files" {
@@ -225,7 +262,7 @@ NAMES
     first=$(printf '\303\244%.0s' {1..40})
     last=$(printf '\303\244%.0s' {1..39})
     [ "$(text '//*[@class="name"]')" = "$first…$last" ]
-    [ "$(text '//*[local-name()="title"]')" = "$name: MIF, 1 word of 8 bits" ]
+    [ "$(text '//*[local-name()="title"]')" = "$name: MIF, 1 word of 8 bits, all set" ]
 }
 
 @test "standard output gets what a file gets" {

@@ -94,9 +94,64 @@ END
     needs_a_terminal
     "$KVRMEM" new big.mif --width 8 --depth 0x7FFFF --no-runs
     paused_on_a_terminal big.mif "'$KVRMEM' info big.mif" >shown
-    grep -Eq 'reading big.mif [0-9]+ %' shown
+    grep -Eq 'reading big.mif [0-9]+ %, [0-9]+ s left' shown
     paused_on_a_terminal big.mif "'$KVRMEM' info --from mif - <big.mif" >shown
     grep -Eq 'reading standard input [0-9]+ %' shown
+}
+
+# The same, but the tool has read all of FILE.
+paused_after_reading() { # FILE COMMAND
+    cat >pause.sh <<'END'
+eval "exec $2" &
+tool=$!
+is_reading() {
+    for descriptor in /proc/"$tool"/fd/*; do
+        [ "$descriptor" -ef "$1" ] && return 0
+    done
+    return 1
+}
+until is_reading "$1"; do :; done
+while is_reading "$1"; do :; done
+kill -STOP "$tool"
+sleep 1.2
+kill -CONT "$tool"
+wait "$tool"
+END
+    on_a_terminal "bash pause.sh '$1' \"$2\""
+}
+
+@test "operations tell their progress, too" {
+    needs_a_terminal
+    head -c 8000000 /dev/urandom >big.bin
+    paused_after_reading big.bin "'$KVRMEM' convert --from binary --reshape 12 --pad 0 big.bin big.mif" >shown
+    grep -Eq -e '--reshape 12 of big.bin [0-9]+ %, [0-9]+ s left' shown
+}
+
+# COMMAND reads the pipe slow.bin, and its progress is due again and again from when it has opened the pipe.
+shows_the_progress_of() { # TITLE COMMAND
+    mkfifo slow.bin
+    cat >alarmed.sh <<'END'
+eval "exec $1" &
+tool=$!
+exec 3>slow.bin
+while kill -ALRM "$tool" 2>/dev/null; do :; done 3>&- &
+cat big.bin >&3
+exec 3>&-
+wait "$tool"
+END
+    on_a_terminal "timeout 60 bash alarmed.sh \"$2\"" >shown || true # the result of the operation does not matter
+    rm slow.bin
+    grep -Eq -e "$1 of slow.bin[^%]* [0-9]+ %, [0-9]+ s left" shown
+}
+
+@test "split, join, merge and the check of check bits report their progress, too" {
+    needs_a_terminal
+    head -c 300000 /dev/urandom >big.bin
+    printf '@0\nFF\nq\n' >near.txt
+    shows_the_progress_of '--bits 4' "'$KVRMEM' split --bits 4 slow.bin half%d.mif"
+    shows_the_progress_of '--every 2' "'$KVRMEM' join --every 2 --depth 300000 -o both.mif slow.bin near.txt"
+    shows_the_progress_of 'merge' "'$KVRMEM' merge -o all.mif slow.bin near.txt"
+    shows_the_progress_of '--ecc even-parity' "'$KVRMEM' check --quiet --ecc even-parity slow.bin"
 }
 
 @test "a picture is as wide as its terminal" {
@@ -122,9 +177,12 @@ END
 @test "Ctrl-C leaves neither a file nor a temporary" {
     mkdir box
     set -m
-    "$KVRMEM" new box/out.mif --width 8 --depth 0x7FFFFFFF --no-runs 3>&- &
+    "$KVRMEM" new box/out.mif --force --width 8 --depth 0x7FFFFFFF --no-runs 3>&- &
     tool=$!
-    until [ -n "$(ls -A box)" ]; do sleep 0.01; done
+    until [ -n "$(ls -A box)" ]; do
+        kill -0 "$tool"
+        sleep 0.01
+    done
     kill -INT "$tool"
     status=0
     wait "$tool" || status=$?
@@ -138,7 +196,10 @@ END
     set -m
     "$KVRMEM" new box/out.mif --force --width 8 --depth 0x7FFFFFFF --no-runs 3>&- &
     tool=$!
-    until [ "$(ls -A box)" != out.mif ]; do sleep 0.01; done
+    until [ "$(ls -A box)" != out.mif ]; do
+        kill -0 "$tool"
+        sleep 0.01
+    done
     kill -INT "$tool"
     wait "$tool" || true
     [ "$(ls -A box)" = out.mif ]

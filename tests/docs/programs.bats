@@ -1,5 +1,5 @@
 # The programs of examples/programs, with the tool and the library as they are installed in KVR_STAGE/static. What the
-# scripts print is held against the README beside them, by a test of its own.
+# scripts print is compared with their README by a test of its own.
 
 setup() {
     programs=$KVR_SOURCE/examples/programs
@@ -47,12 +47,12 @@ setup() {
     cp "$KVR_SOURCE/examples/palette_16bit.rif" 'in folder'
     run "$programs/convert_folder" 'in folder' 'out folder' hex
     [ "$status" -eq 1 ]
-    [[ $output == *"palette_16bit.rif:7:1: error:"* ]]
+    [[ $output == *"palette_16bit.rif:6:1: error:"* ]]
     [ "$(ls 'out folder')" = "a sine.hex" ]
     kvrmem diff --width 16 'in folder/a sine.mif' 'out folder/a sine.hex'
 }
 
-@test "options of the conversion are handed on" {
+@test "options of the conversion are passed on" {
     mkdir in
     printf ':0200000012AB41\n:0200020034CDFB\n:00000001FF\n' >in/a.hex
     run "$programs/convert_folder" in out mif --width 16 --address-unit word --fill 7
@@ -61,7 +61,7 @@ setup() {
     [ "$(kvrmem get out/a.mif 0..2 | tr '\n' ' ')" = "12AB 0007 34CD " ]
 }
 
-@test "a job is green when all memories are right, also with blanks in their names" {
+@test "a job succeeds when all memories are valid, also with blanks in their names" {
     mkdir 'a folder'
     cp "$KVR_SOURCE/examples/sine_16bit.mif" 'a folder/a sine.mif'
     run "$programs/check_memories"
@@ -69,7 +69,7 @@ setup() {
     [ "$output" = "./a folder/a sine.mif: no faults" ]
 }
 
-@test "a job is red when a memory is broken, and when there is none" {
+@test "a job fails when a memory is broken, and when there is none" {
     mkdir empty deep deep/er
     printf ':00000001FE\n' >deep/er/boot.hex
     run "$programs/check_memories" deep

@@ -1,10 +1,10 @@
-# run_document notices what is wrong: with documents made for it, and with a copy of the README.
+# run_document notices faults: in documents made for it, and in a copy of the README.
 
 setup() {
     cd "$BATS_TEST_TMPDIR"
 }
 
-# The document is what stands on the standard input, with ~~~ for ```, which would end a block here.
+# The document is the standard input, with ~~~ for ```, which would end a block here.
 document() {
     sed 's/^~~~/```/' >document.md
     run "$KVR_SOURCE/tests/docs/run_document" document.md
@@ -148,7 +148,7 @@ DOCUMENT
     is_wrong_because "document.md:15: a program needs a name"
 }
 
-@test "statements are compiled and print what stands behind them" {
+@test "statements are compiled and print what their comments say" {
     document <<'DOCUMENT'
 ~~~cpp
 std::cout << kvr_ceil_log2(9) << "\n"; // 4
@@ -162,7 +162,7 @@ DOCUMENT
     is_right "0 commands, 0 programs, 2 blocks of statements, 0 links, 0 marked as not run"
 }
 
-@test "statements that print something else, or do not tell what, are wrong" {
+@test "statements that print something else, or do not say what, are wrong" {
     document <<'DOCUMENT'
 ~~~cpp
 std::cout << kvr_ceil_log2(9) << "\n"; // 3
@@ -174,7 +174,7 @@ kvr_ceil_log2(9);
 ~~~
 DOCUMENT
     is_wrong_because '-3'
-    is_wrong_because "document.md:3: prints without telling what"
+    is_wrong_because "document.md:3: prints without the expected output"
     is_wrong_because "document.md:6: statements that print nothing"
 }
 
@@ -216,7 +216,7 @@ output without a command
 ~~~
 DOCUMENT
     is_wrong_because "document.md:1: a command in a block that is not run"
-    is_wrong_because 'document.md:5: nothing tells what to do with a block of "sh"'
+    is_wrong_because 'document.md:5: there is no rule for a block of "sh"'
     is_wrong_because "document.md:9: an indented command"
     is_wrong_because 'document.md:12: a console block begins with "$ "'
 }

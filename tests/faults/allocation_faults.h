@@ -13,8 +13,8 @@
 
 namespace kvr_test {
 
-/// One call of the library whose allocations are made to fail. A Subject holds what the call works on, and
-/// what it answers; its outcome() is all of that as a text.
+/// One call of the library whose allocations are made to fail. A Subject holds the objects of the call and
+/// its result; its outcome() is all of that as a text.
 template <class Subject>
 struct faulty_call {
     const char* name;
@@ -23,7 +23,7 @@ struct faulty_call {
     bool allocates = true; ///< false: it must not allocate at all
 };
 
-/// How many files the process has open; 0 where the system does not tell.
+/// The number of files that the process has open; 0 where the system does not provide it.
 inline std::size_t open_file_count() {
     std::error_code ignored;
     std::size_t count = 0;
@@ -39,7 +39,7 @@ class allocation_faults {
 public:
     explicit allocation_faults(const faulty_call<Subject>& which) : tried(which) {}
 
-    /// How many points of failure there are: each is tried twice, alone and with all that follow it.
+    /// The number of points of failure: each is tried twice, alone and with all that follow it.
     std::size_t count() {
         const std::size_t files_before = open_file_count();
         undisturbed = outcome_of_undisturbed_call();
@@ -69,7 +69,7 @@ private:
     /// False when the call has no such allocation, and when something is wrong: once is enough.
     [[nodiscard]] bool is_failed_and_survived(std::size_t number, failing_allocation::extent which) const {
         SCOPED_TRACE(std::string(tried.name) + ", allocation " + std::to_string(number) +
-                     (which == failing_allocation::extent::one ? "" : " and those behind it"));
+                     (which == failing_allocation::extent::one ? "" : " and those after it"));
         trial_result result;
         const allocation_meter meter;
         {
@@ -92,10 +92,10 @@ private:
                                      failing_allocation::extent which) const {
         const ending end = call_with_fault(subject, number, which);
         if (end == ending::bad_alloc) {
-            // The object goes on as if nothing had been.
+            // The object can be used further.
             tried.call(subject);
         }
-        // Whoever can do without the memory (unnoticed) may, but then does it rightly.
+        // A call that can do without the memory (unnoticed) may succeed, but then its result must be right.
         const std::string outcome = subject.outcome();
         if (outcome != undisturbed) {
             EXPECT_EQ(outcome, undisturbed);

@@ -25,19 +25,19 @@ struct memory_trial {
     std::deque<std::string> texts;
 
     memory_trial() {
-        // Nothing of an earlier trial is taken for what this one wrote.
+        // A file of an earlier trial is not taken for the result of this one.
         std::remove("memory.txt");
     }
     std::string outcome();
 
 private:
-    void tell_settings(std::ostream& out) const;
-    void tell_words(std::ostream& out);
-    void tell_comments(std::ostream& out);
-    void tell_messages(std::ostream& out);
+    void print_settings(std::ostream& out) const;
+    void print_words(std::ostream& out);
+    void print_comments(std::ostream& out);
+    void print_messages(std::ostream& out);
 };
 
-void memory_trial::tell_settings(std::ostream& out) const {
+void memory_trial::print_settings(std::ostream& out) const {
     out << file.get_file_type() << ' ' << file.get_number_of_words() << ' ' << file.get_word_size() << ' '
         << file.get_memory_radix() << ' ' << file.get_address_radix() << ' ' << file.get_error_occurred()
         << ' ' << file.get_file_not_found() << ' ' << file.get_invalid_line_number() << ' '
@@ -46,7 +46,7 @@ void memory_trial::tell_settings(std::ostream& out) const {
         << '\n';
 }
 
-void memory_trial::tell_words(std::ostream& out) {
+void memory_trial::print_words(std::ostream& out) {
     constexpr unsigned most = 5000;
     const unsigned count = file.get_number_of_words();
     for (unsigned address = 0; address < std::min(count, most); ++address) {
@@ -55,7 +55,7 @@ void memory_trial::tell_words(std::ostream& out) {
     out << (count > most ? file.get_data_word(count - 1, RADIX_NONE) : "") << '\n';
 }
 
-void memory_trial::tell_comments(std::ostream& out) {
+void memory_trial::print_comments(std::ostream& out) {
     std::deque<std::string> comments;
     for (int index = 0; index < 6; ++index) {
         out << file.get_comment_deque(index, &comments) << ':';
@@ -71,7 +71,7 @@ void memory_trial::tell_comments(std::ostream& out) {
     out << '\n';
 }
 
-void memory_trial::tell_messages(std::ostream& out) {
+void memory_trial::print_messages(std::ostream& out) {
     file.reset_error_message_list();
     file.reset_warning_message_list();
     file.reset_info_message_list();
@@ -89,15 +89,15 @@ std::string memory_trial::outcome() {
     for (const std::string& one : texts) {
         out << one << '|';
     }
-    tell_settings(out);
-    tell_words(out);
-    tell_comments(out);
-    tell_messages(out);
+    print_settings(out);
+    print_words(out);
+    print_comments(out);
+    print_messages(out);
     out << kvr_test::content_of("memory.txt");
     return std::move(out).str();
 }
 
-// Texts that no string holds inside of itself.
+// Texts that no string holds without an allocation.
 const std::string text_of_its_own = "a text that is longer than what a string holds inside of itself";
 const std::string long_word = "0123456789ABCDEF0123456789ABCDEF0123456789ABCDEF";
 
@@ -114,7 +114,7 @@ void empty_memory(memory_trial& trial) {
     trial.file.set_address_radix(RADIX_HEX);
 }
 
-/// Words that are alike, that differ, and that have several lengths.
+/// Words that are equal, that differ, and that have several lengths.
 template <KVR_FILE_TYPES Type>
 void filled_memory(memory_trial& trial) {
     empty_memory<Type>(trial);
@@ -180,7 +180,7 @@ void mif_file(memory_trial& trial) {
             ";\n1 : 1 2 3;\n[8..F] : A B C;\n10 :\n11;\n[20..3F] : 7;\nEND;\n-- " + text_of_its_own + "\n");
 }
 
-/// Line by line as a writer makes it: read by runs of lines.
+/// Line by line as a writer formats it: read by runs of lines.
 void regular_mif_file(memory_trial& trial) {
     std::string lines = "WIDTH=16;\nDEPTH=1500;\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n";
     for (unsigned address = 0; address < 1500; ++address) {
@@ -208,7 +208,7 @@ void huge_mif_file(memory_trial& trial) {
 }
 
 void hex_file(memory_trial& trial) {
-    // The offset of one read is the first of the next: a file that says its first one reads the same again.
+    // The offset of one read is the first of the next: a file that sets its first offset reads the same.
     file_of(trial, FILE_TYPE_HEX,
             text_of_its_own +
                 "\n:020000040000FA\n:0100000001FE\n:0100010002FC\n:020000040001F9\n:01000000AA55\n" +
@@ -270,7 +270,7 @@ void without_folder(memory_trial& trial) {
     trial.file.set_file_name("no such folder/" + text_of_its_own);
 }
 
-/// Comments gather over reads: who starts over takes them away.
+/// Comments accumulate over reads: a trial that starts over removes them.
 void take_comments_away(memory_trial& trial) {
     for (int index = 0; index < 6; ++index) {
         trial.file.set_comment_deque(index, &trial.texts);
@@ -326,7 +326,7 @@ const kvr_test::faulty_call<memory_trial> construction_and_settings[] = {
      [](memory_trial& trial) { trial.file.set_memory_initialize_value(long_word); }},
     {"set_number_of_words, growing", all_handlers,
      [](memory_trial& trial) { trial.file.set_number_of_words(100000); }},
-    {"set_number_of_words, growing behind words", filled_memory<FILE_TYPE_MIF>,
+    {"set_number_of_words, growing after words", filled_memory<FILE_TYPE_MIF>,
      [](memory_trial& trial) { trial.file.set_number_of_words(100000); }},
     {"set_number_of_words, shrinking", packed_memory<FILE_TYPE_MIF>,
      [](memory_trial& trial) { trial.file.set_number_of_words(1100); }, false},

@@ -1,4 +1,4 @@
-// Writes files that mean no good: hostile_files FOLDER
+// Writes hostile files: hostile_files FOLDER
 //
 // FOLDER/single gets one file for each idea below, FOLDER/bytes one for each byte value in each field of each
 // format.
@@ -15,8 +15,8 @@
 
 namespace {
 
-constexpr std::size_t million = 1000000;
-constexpr std::size_t many = million / 4;
+constexpr std::size_t large = 250000;
+constexpr std::size_t many = large / 4;
 
 std::string repeated(std::string_view text, std::size_t count) {
     std::string all;
@@ -27,7 +27,7 @@ std::string repeated(std::string_view text, std::size_t count) {
     return all;
 }
 
-/// @p text of every number below @p count, one behind the other.
+/// @p text of every number below @p count, one after the other.
 template <class Text>
 std::string for_each_below(unsigned count, Text text) {
     std::string all;
@@ -73,7 +73,7 @@ std::string hex(const std::string& records) {
     return records + ":00000001FF\n";
 }
 
-/// An S-record of @p type with the bytes that @p data spells in hexadecimal digits.
+/// An S-record of @p type with the bytes that @p data encodes in hexadecimal digits.
 std::string srec(unsigned type, std::uint64_t address, const std::string& data) {
     const unsigned address_bytes = type == 0 || type == 1 || type == 9 ? 2 : (type == 2 || type == 8 ? 3 : 4);
     const std::string bytes = hexadecimal(address_bytes + data.size() / 2 + 1, 2) +
@@ -118,7 +118,7 @@ std::string segment_of_elf(const elf_segment& one) {
            number_of_elf(7, 4) + number_of_elf(1, 4);
 }
 
-/// An ELF file of @p count segments, which @p make makes of their numbers, and a hundred bytes of contents.
+/// An ELF file of @p count segments, which @p make makes from their numbers, and a hundred bytes of contents.
 template <class Make>
 std::string elf(unsigned count, Make make) {
     return elf_head(52, count, 0, 0) +
@@ -195,52 +195,52 @@ constexpr hostile_file files[] = {
     {"addresses_of_64_bits.mif",
      [] { return mif(deepest, "FFFFFFFFFFFFFFFF : 1;\n[0..FFFFFFFFFFFFFFFF] : 1;\n80000000 : 1;\n"); }},
     {"range_backwards.mif", [] { return mif(deepest, "[7FFFFFFE..0] : 1;\n"); }},
-    {"address_of_a_million_digits.mif", [] { return mif(small, std::string(million, '1') + " : 1;\n"); }},
-    {"value_of_a_million_digits.mif", [] { return mif(small, "0 : " + std::string(million, '1') + ";\n"); }},
-    {"range_of_a_million_digits.mif",
-     [] { return mif(small, "[0.." + std::string(million, '1') + "] : 1;\n"); }},
+    {"address_of_many_digits.mif", [] { return mif(small, std::string(large, '1') + " : 1;\n"); }},
+    {"value_of_many_digits.mif", [] { return mif(small, "0 : " + std::string(large, '1') + ";\n"); }},
+    {"range_of_many_digits.mif", [] { return mif(small, "[0.." + std::string(large, '1') + "] : 1;\n"); }},
     // Lines and statements without end.
-    {"value_over_400000_lines.mif", [] { return mif(small, "0 :\n" + repeated("1\n", 400000) + ";\n"); }},
+    {"value_over_many_lines.mif", [] { return mif(small, "0 :\n" + repeated("1\n", 2 * many) + ";\n"); }},
     {"empty_continuations.mif", [] { return mif(small, "0\n" + repeated("\n", many) + ": 1;\n"); }},
-    {"statement_without_end.mif", [] { return std::string(small) + "0 : " + repeated("1 2 3 4\n", 100000); }},
+    {"statement_without_end.mif",
+     [] { return std::string(small) + "0 : " + repeated("1 2 3 4\n", many / 2); }},
     {"many_values.mif",
      [] {
          return mif("WIDTH=8;\nDEPTH=2000000;\nCONTENT BEGIN\n",
                     "0 :\n" + repeated(" 1 2 3 4 5 6 7 8\n", 40000) + ";\n");
      }},
-    {"line_without_end.mif", [] { return std::string(small) + std::string(4 * million, '1'); }},
-    {"header_without_end.mif", [] { return "WIDTH=" + std::string(4 * million, ' ') + "8;"; }},
-    {"a_million_comments.mif", [] { return repeated("-- x\n", million) + mif(small, "0 : 1;\n"); }},
+    {"line_without_end.mif", [] { return std::string(small) + std::string(4 * large, '1'); }},
+    {"header_without_end.mif", [] { return "WIDTH=" + std::string(4 * large, ' ') + "8;"; }},
+    {"many_leading_comments.mif", [] { return repeated("-- x\n", large) + mif(small, "0 : 1;\n"); }},
     {"many_comments_in_the_content.mif", [] { return mif(small, repeated("-- x\n", many) + "0 : 1;\n"); }},
     {"many_percent_comments.mif", [] { return mif(small, repeated("% x %\n", many) + "0 : 1;\n"); }},
     {"comment_without_end.mif", [] { return std::string(small) + "% " + repeated("x\n", many); }},
     {"many_percent_signs.mif", [] { return mif(small, repeated("%%%%\n", many / 4)); }},
     {"many_semicolons.mif", [] { return mif(small, repeated(";\n", many)); }},
     {"many_brackets.mif", [] { return mif(small, repeated("[[[[\n", many / 4)); }},
-    {"many_inner_statements.mif", [] { return mif(deepest, "0:" + repeated("1]:\n", 200000) + "1;\n"); }},
-    {"many_stray_characters.mif", [] { return mif(deepest, "0 : " + repeated("1$\n", 200000) + ";\n"); }},
+    {"many_inner_statements.mif", [] { return mif(deepest, "0:" + repeated("1]:\n", many) + "1;\n"); }},
+    {"many_stray_characters.mif", [] { return mif(deepest, "0 : " + repeated("1$\n", many) + ";\n"); }},
     {"many_words_of_no_header.mif",
      [] { return repeated(std::string(490, 'A') + "=1;\n", 4000) + mif(small, "0 : 1;\n"); }},
     {"many_keywords_without_equals.mif",
-     [] { return repeated("DATA_RADIX BIN;\n", 100000) + mif(small, "0 : 1;\n"); }},
+     [] { return repeated("DATA_RADIX BIN;\n", many / 2) + mif(small, "0 : 1;\n"); }},
     {"many_empty_lines.mif", [] { return repeated("\n", many) + mif(small, "0 : 1;\n"); }},
-    {"carriage_returns_only.mif", [] { return std::string(million, '\r'); }},
+    {"carriage_returns_only.mif", [] { return std::string(large, '\r'); }},
     {"many_headers.mif",
      [] { return repeated("WIDTH=8;\nDEPTH=4096;\nDATA_RADIX=HEX;\n", 50000) + mif(small, ""); }},
-    {"many_ends.mif", [] { return mif(small, repeated("END;\n", 200000)); }},
-    {"nul_bytes.mif", [] { return std::string(million, '\0'); }},
+    {"many_ends.mif", [] { return mif(small, repeated("END;\n", many)); }},
+    {"nul_bytes.mif", [] { return std::string(large, '\0'); }},
     {"nul_in_a_value.mif", [] { return mif(small, std::string("0 : 1") + '\0' + "2;\n"); }},
-    {"noise.mif", [] { return noise(1, million); }},
-    {"noise_in_the_content.mif", [] { return mif(small, noise(2, million)); }},
+    {"noise.mif", [] { return noise(1, large); }},
+    {"noise_in_the_content.mif", [] { return mif(small, noise(2, large)); }},
     {"empty.mif", [] { return std::string(); }},
     {"one_newline.mif", [] { return std::string("\n"); }},
     // Intel HEX
-    {"line_without_end.hex", [] { return ":" + std::string(4 * million, '0'); }},
-    {"text_without_end.hex", [] { return std::string(4 * million, 'x'); }},
-    {"blanks_without_end.hex", [] { return std::string(4 * million, ' ') + hex(record(0, 0, "01")); }},
+    {"line_without_end.hex", [] { return ":" + std::string(4 * large, '0'); }},
+    {"text_without_end.hex", [] { return std::string(4 * large, 'x'); }},
+    {"blanks_without_end.hex", [] { return std::string(4 * large, ' ') + hex(record(0, 0, "01")); }},
     {"many_text_lines.hex", [] { return repeated("no record\n", many) + hex(record(0, 0, "01")); }},
-    {"many_end_records.hex", [] { return record(0, 0, "01") + repeated(":00000001FF\n", 200000); }},
-    {"empty_records.hex", [] { return hex(repeated(":0000000000\n", 200000)); }},
+    {"many_end_records.hex", [] { return record(0, 0, "01") + repeated(":00000001FF\n", many); }},
+    {"empty_records.hex", [] { return hex(repeated(":0000000000\n", many)); }},
     {"first_and_last_address.hex",
      [] { return hex(record(0, 0, "01") + record(0, 4, "FFFF") + record(0xFFFE, 0, "02")); }},
     {"pages_back_and_forth.hex",
@@ -273,13 +273,13 @@ constexpr hostile_file files[] = {
              return record(0, 2, hexadecimal(0xFFFF - number, 4)) + record(0xFFFF, 0, "05");
          }));
      }},
-    {"nul_bytes.hex", [] { return std::string(million, '\0') + hex(record(0, 0, "01")); }},
-    {"noise.hex", [] { return ":" + noise(3, million); }},
+    {"nul_bytes.hex", [] { return std::string(large, '\0') + hex(record(0, 0, "01")); }},
+    {"noise.hex", [] { return ":" + noise(3, large); }},
     {"empty.hex", [] { return std::string(); }},
     // RIF
-    {"word_of_four_million_digits.rif", [] { return "@0\n" + std::string(4 * million, 'A') + " \n"; }},
+    {"word_of_most_digits.rif", [] { return "@0\n" + std::string(4 * large, 'A') + " \n"; }},
     {"widest_word.rif", [] { return "@0\n" + std::string(262144, 'A') + " 1 \n"; }},
-    {"blanks_without_end.rif", [] { return "@0\n" + std::string(4 * million, ' ') + "1"; }},
+    {"blanks_without_end.rif", [] { return "@0\n" + std::string(4 * large, ' ') + "1"; }},
     {"many_words.rif", [] { return "@0\n" + repeated("1 2 ", many / 2); }},
     {"many_addresses.rif",
      [] {
@@ -298,10 +298,10 @@ constexpr hostile_file files[] = {
      }},
     {"addresses_of_64_bits.rif",
      [] { return std::string("@FFFFFFFFFFFFFFFFFF\n1 \n@-5\n2 \n@7FFFFFFFFFFFFFFF\n3 \n"); }},
-    {"address_of_a_million_digits.rif", [] { return "@" + std::string(million, '1') + "\n1 \n"; }},
-    {"at_signs.rif", [] { return std::string(million, '@'); }},
-    {"nul_bytes.rif", [] { return "@0\n" + std::string(million, '\0'); }},
-    {"noise.rif", [] { return "@0\n" + noise(4, million); }},
+    {"address_of_many_digits.rif", [] { return "@" + std::string(large, '1') + "\n1 \n"; }},
+    {"at_signs.rif", [] { return std::string(large, '@'); }},
+    {"nul_bytes.rif", [] { return "@0\n" + std::string(large, '\0'); }},
+    {"noise.rif", [] { return "@0\n" + noise(4, large); }},
     {"empty.rif", [] { return std::string(); }},
     // Lists of words for simulators
     {"last_address_of_64_bits.vmem", [] { return std::string("@FFFFFFFFFFFFFFFF 12 34\n"); }},
@@ -310,22 +310,22 @@ constexpr hostile_file files[] = {
          return for_each_below(
              20000, [](unsigned number) { return "@" + hexadecimal(number * 107000ULL) + " 5\n"; });
      }},
-    {"word_of_four_million_digits.vmem", [] { return std::string(4 * million, 'A') + "\n"; }},
+    {"word_of_most_digits.vmem", [] { return std::string(4 * large, 'A') + "\n"; }},
     {"widest_word.vmem", [] { return std::string(262144, 'A') + " 1 2 3\n"; }},
     {"comment_without_end.vmem", [] { return "01 /*" + repeated(" * ", many); }},
     {"many_comments.vmem", [] { return "01\n" + repeated("/**/", many) + "02\n"; }},
-    {"underscores.vmem", [] { return "1" + std::string(million, '_') + "2\n"; }},
-    {"noise.vmem", [] { return "01 02\n" + noise(5, million); }},
+    {"underscores.vmem", [] { return "1" + std::string(large, '_') + "2\n"; }},
+    {"noise.vmem", [] { return "01 02\n" + noise(5, large); }},
     // COE
-    {"many_commas.coe", [] { return coe(std::string(million, ',') + ";\n"); }},
+    {"many_commas.coe", [] { return coe(std::string(large, ',') + ";\n"); }},
     {"many_words.coe", [] { return coe(repeated("1,2\n", many / 2) + ";\n"); }},
-    {"decimal_of_a_million_digits.coe",
+    {"decimal_of_many_digits.coe",
      [] {
-         return "memory_initialization_radix=10;\nmemory_initialization_vector=" + std::string(million, '9') +
+         return "memory_initialization_radix=10;\nmemory_initialization_vector=" + std::string(large, '9') +
                 ";\n";
      }},
     {"vector_again_and_again.coe", [] { return repeated(coe("1;\n"), many / 16); }},
-    {"noise.coe", [] { return coe(noise(6, million)); }},
+    {"noise.coe", [] { return coe(noise(6, large)); }},
     // S-records
     {"first_and_last_address.srec", [] { return srec(3, 0, "01") + srec(3, 0xFFFFFFFF, "02"); }},
     {"beyond_the_last_address.srec", [] { return srec(3, 0xFFFFFFFF, "0102"); }},
@@ -338,8 +338,8 @@ constexpr hostile_file files[] = {
     {"records_backwards.srec",
      [] { return for_each_below(60000, [](unsigned number) { return srec(3, 60000 - number, "05"); }); }},
     {"many_headers.srec", [] { return repeated(srec(0, 0, "41"), many / 4); }},
-    {"line_without_end.srec", [] { return "S1" + std::string(4 * million, '0'); }},
-    {"noise.srec", [] { return srec(1, 0, "01") + noise(7, million); }},
+    {"line_without_end.srec", [] { return "S1" + std::string(4 * large, '0'); }},
+    {"noise.srec", [] { return srec(1, 0, "01") + noise(7, large); }},
     // Intel HEX of bytes
     {"first_and_last_address.ihx",
      [] { return hex(record(0, 0, "01") + record(0, 4, "FFFF") + record(0xFFFF, 0, "02")); }},
@@ -366,10 +366,10 @@ constexpr hostile_file files[] = {
                     20000, [](unsigned number) { return "@" + hexadecimal(number * 107000ULL) + "\n05\n"; }) +
                 "q\n";
      }},
-    {"at_signs.txt", [] { return "@0\n" + std::string(million, '@') + "\nq\n"; }},
+    {"at_signs.txt", [] { return "@0\n" + std::string(large, '@') + "\nq\n"; }},
     // Raw binary
-    {"nul_bytes.bin", [] { return std::string(million, '\0'); }},
-    {"noise.bin", [] { return noise(8, million); }},
+    {"nul_bytes.bin", [] { return std::string(large, '\0'); }},
+    {"noise.bin", [] { return noise(8, large); }},
     {"empty.bin", [] { return std::string(); }},
     // ELF
     {"tables_beyond_the_file.elf", [] { return elf_head(0xFFFFFFF0, 0xFFFE, 0xFFFFFFF0, 0xFFFE); }},
@@ -395,14 +395,14 @@ constexpr hostile_file files[] = {
      [] { return elf(40000, [](unsigned number) {
               return elf_segment{52, number * 107000ULL, 1};
           }); }},
-    {"noise.elf", [] { return elf_head(52, 30000, 52, 30000) + noise(9, million); }},
+    {"noise.elf", [] { return elf_head(52, 30000, 52, 30000) + noise(9, large); }},
     // CSV
     {"fifty_thousand_columns.csv",
      [] { return repeated("1,", many / 5) + "1\n" + repeated("2,", many / 5) + "2\n"; }},
-    {"columns_without_end.csv", [] { return std::string(million, ','); }},
-    {"column_of_a_name_without_end.csv", [] { return "address," + std::string(million, 'v') + "\n0,1\n"; }},
+    {"columns_without_end.csv", [] { return std::string(large, ','); }},
+    {"column_of_a_name_without_end.csv", [] { return "address," + std::string(large, 'v') + "\n0,1\n"; }},
     {"quote_without_end.csv", [] { return "address,value\n0,\"" + repeated("1\n", many); }},
-    {"value_of_a_million_digits.csv", [] { return "address,value\n0," + std::string(million, '9') + "\n"; }},
+    {"value_of_many_digits.csv", [] { return "address,value\n0," + std::string(large, '9') + "\n"; }},
     {"addresses_everywhere.csv",
      [] {
          return "address,value\n" + for_each_below(20000, [](unsigned number) {
@@ -410,7 +410,7 @@ constexpr hostile_file files[] = {
                 });
      }},
     {"last_address_of_64_bits.csv", [] { return std::string("address,value\n0xFFFFFFFFFFFFFFFF,1\n"); }},
-    {"noise.csv", [] { return "address,value\n" + noise(10, million); }},
+    {"noise.csv", [] { return "address,value\n" + noise(10, large); }},
     // Logisim
     {"run_of_four_billion.logisim", [] { return std::string("v2.0 raw\n4294967295*00\n"); }},
     {"runs_of_four_billion.logisim", [] { return "v2.0 raw\n" + repeated("4294967295*1 ", 1000) + "\n"; }},
@@ -424,7 +424,7 @@ constexpr hostile_file files[] = {
                     return hexadecimal(number * 107000ULL) + ": 05\n";
                 });
      }},
-    {"noise.logisim", [] { return "v3.0 hex words plain\n" + noise(11, million); }},
+    {"noise.logisim", [] { return "v3.0 hex words plain\n" + noise(11, large); }},
     // MEM with header
     {"deepest.mem", [] { return memheader("Hex", "4294967296", "8", "1 2 3\n"); }},
     {"depth_beyond_all.mem", [] { return memheader("Hex", "99999999999999999999", "8", "1\n"); }},
@@ -432,7 +432,7 @@ constexpr hostile_file files[] = {
     {"wide_words.mem",
      [] { return memheader("AddrHex", "4294967296", "1048576", repeated("0: 1\nFFFFFFFF: 2\n", 9000)); }},
     {"settings_again_and_again.mem", [] { return repeated("#Depth=16\n", many / 4) + "#Data\n1\n"; }},
-    {"noise.mem", [] { return memheader("Hex", "16", "8", noise(12, million)); }},
+    {"noise.mem", [] { return memheader("Hex", "16", "8", noise(12, large)); }},
 };
 
 /// A small file of each format; each "?" is a place for every byte value.
@@ -472,10 +472,10 @@ void write_all_bytes(const std::filesystem::path& folder, const small_file& file
     for (std::size_t mark = file.text.find('?'); mark != file.text.npos;
          mark = file.text.find('?', mark + 1)) {
         const std::string before = without_marks(std::string(file.text.substr(0, mark)));
-        const std::string behind = without_marks(std::string(file.text.substr(mark)));
+        const std::string after = without_marks(std::string(file.text.substr(mark)));
         for (unsigned byte = 0; byte < 256; ++byte) {
             const std::string name = "place" + std::to_string(place) + "_byte" + std::to_string(byte);
-            write(folder / (name + "." + file.name), before + static_cast<char>(byte) + behind);
+            write(folder / (name + "." + file.name), before + static_cast<char>(byte) + after);
         }
         ++place;
     }

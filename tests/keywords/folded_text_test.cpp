@@ -68,7 +68,7 @@ TEST(FoldedText, EmptyTextsAreEqual) {
     EXPECT_TRUE(kvr::equal_folded("", std::string_view()));
 }
 
-TEST(FoldedText, NoByteBehindTheTextIsRead) {
+TEST(FoldedText, NoByteAfterTheTextIsRead) {
     for (std::size_t size = 0; size <= 40; ++size) {
         const std::vector<char> left(size, 'x');
         const std::vector<char> right(size, 'X');

@@ -82,7 +82,7 @@ constexpr kvr::keyword_index primitive_index(primitive_names);
 
 TEST(KeywordIndex, HasTheSameFreeSlotsInTheProgramAsInTheCompiler) {
     static_assert(primitive_index.size() == primitive_names.size());
-    // Through a volatile pointer, because the compiler answers for a constant by itself.
+    // Through a volatile pointer, because the compiler computes the result for a constant itself.
     const kvr::keyword_index<primitive_names.size()>* volatile index = &primitive_index;
     EXPECT_EQ(index->size(), primitive_names.size());
 }

@@ -28,7 +28,7 @@ struct keyword_lists {
           primitives(read_list(folder, "velkora_primitive_names")),
           wysiwygs(read_list(folder, "wysiwyg_names")) {}
 
-    /// Every line of the three lists, in the order in which a registry takes them in.
+    /// Every line of the three lists, in the order in which a registry adds them.
     [[nodiscard]] std::vector<std::string> all() const {
         std::vector<std::string> names = plexfunctions;
         names.insert(names.end(), primitives.begin(), primitives.end());

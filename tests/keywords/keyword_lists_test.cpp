@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-// The lists that come with the library, as they stand in their text files.
+// The lists of the library, as in their text files.
 
 namespace {
 

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Lets @p successes allocations succeed and all further ones fail, for as long as it lives.
+/// Lets @p successes allocations succeed and all further ones fail, during its lifetime.
 class failure_after : failing_allocation {
 public:
     explicit failure_after(std::size_t successes)
@@ -18,7 +18,7 @@ public:
 
 const std::string long_name = "a_name_that_is_longer_than_what_a_string_holds_inside_itself";
 
-/// How often @p action allocates.
+/// The number of allocations of @p action.
 template <class Action>
 std::size_t allocations_of(Action action) {
     const std::size_t before = allocation_count();
@@ -32,7 +32,7 @@ TEST(KeywordRegistryAllocation, ConstructionAllocatesNothing) {
 
 TEST(KeywordRegistryAllocation, CopyOfAFreshRegistryAllocatesNothing) {
     const KVR_UTIL_KEYWORD_REGR registry;
-    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the copy is what is looked at
+    // NOLINTNEXTLINE(performance-unnecessary-copy-initialization): the test is about the copy
     EXPECT_EQ(allocations_of([&] { const KVR_UTIL_KEYWORD_REGR copy(registry); }), 0U);
 }
 

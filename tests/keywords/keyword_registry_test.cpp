@@ -21,7 +21,7 @@ const keyword_lists& built_in() {
     return lists;
 }
 
-/// The ordered map that a registry stands for, filled the plain way.
+/// The ordered map that a registry represents, filled entry by entry.
 struct plain_registry {
     plain_registry() { add(built_in().all()); }
 
@@ -104,7 +104,7 @@ TEST(KeywordRegistry, AnExtensionOfAKeywordIsNoKeyword) {
     }
 }
 
-TEST(KeywordRegistry, AKeywordWithABlankBeforeOrBehindIsNoKeyword) {
+TEST(KeywordRegistry, AKeywordWithALeadingOrTrailingBlankIsNoKeyword) {
     KVR_UTIL_KEYWORD_REGR registry;
     for (const std::string& name : built_in().all()) {
         EXPECT_FALSE(registry.is_keyword((name + " ").c_str())) << name;
@@ -360,9 +360,9 @@ TEST(KeywordRegistry, BehavesAsThePlainMapUnderRandomUse) {
 }
 
 TEST(KeywordRegistry, ATextWithTheHashOfAKeywordIsNoKeyword) {
-    // Found by turning the hash round: where the index begins to look, and what it keeps of the hash.
-    constexpr std::uint64_t looked_at = 0xFFF80000FFFFFFFF;
-    ASSERT_EQ(kvr::folded_hash("vk3_pll") & looked_at, kvr::folded_hash("o6_luqzu") & looked_at);
+    // Found by inverting the hash: where the index begins to search, and what it keeps of the hash.
+    constexpr std::uint64_t hash_bits_used = 0xFFF80000FFFFFFFF;
+    ASSERT_EQ(kvr::folded_hash("vk3_pll") & hash_bits_used, kvr::folded_hash("o6_luqzu") & hash_bits_used);
     KVR_UTIL_KEYWORD_REGR registry;
     EXPECT_TRUE(registry.is_keyword("vk3_pll"));
     EXPECT_FALSE(registry.is_keyword("o6_luqzu"));

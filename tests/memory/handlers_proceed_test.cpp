@@ -1,4 +1,4 @@
-// When a handler that is used by itself can read.
+// When a handler without a memory file can read.
 
 #include "tests/memory/hex/hex_steps.h"
 #include "tests/memory/mif/mif_steps.h"

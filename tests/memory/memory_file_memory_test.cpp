@@ -1,5 +1,5 @@
-// What reading, editing and writing cost in memory: guards against a cost that follows what a file
-// declares rather than what it spells out.
+// The memory that reading, editing and writing take: guards against a cost in proportion to what a file
+// declares instead of its size.
 
 #include "kvr/memory/memory_file.h"
 #include "tests/allocation.h"

@@ -320,7 +320,7 @@ TEST_F(MemoryFile, AMifFileIsReadAndWrittenAsIntelHex) {
               ":01000000a55a\n:01000100a559\n:01000200a558\n:0100030001fb\n:00000001ff\n");
 }
 
-/// What get_data_word() answers for words that it can copy is what the rules make of them.
+/// The words that get_data_word() copies are those that the rules give.
 TEST_F(MemoryFile, WordsOfEveryLengthAndKindOfPageComeBackAsTheyAre) {
     for (const KVR_FILE_TYPES type : {FILE_TYPE_HEX, FILE_TYPE_MIF, FILE_TYPE_RIF}) {
         KVR_MEMORY_FILE each;

@@ -56,7 +56,7 @@ TEST(MemoryUse, RangeUpToTheLastWordIsASingleNode) {
     EXPECT_LE(allocation_meter::live(), before + 128);
 }
 
-TEST(MemoryUse, RangesThatMeetAndAreAlikeBecomeASingleNode) {
+TEST(MemoryUse, AdjacentRangesOfEqualWordsBecomeASingleNode) {
     const allocation_meter meter;
     word_store words;
     words.resize(2147483647, "0");
@@ -237,7 +237,7 @@ TEST(MemoryUse, DroppedWordsAreGivenBack) {
     EXPECT_EQ(words[998], "ABCDEFGH");
 }
 
-TEST(MemoryUse, CommentsPushedInFrontCostTheirCharactersAndLittleMore) {
+TEST(MemoryUse, PrependedCommentsCostTheirCharactersAndLittleMore) {
     constexpr std::size_t count = 1000000;
     const allocation_meter meter;
     kvr::comment_store comments;
@@ -274,7 +274,7 @@ TEST(MemoryUse, AddressSetOverTheWholeRangeIsSmall) {
     EXPECT_LE(allocation_meter::live(), 9 * mebibyte);
 }
 
-TEST(MemoryUse, AddressSetOfNeighboursCostsOneBitEach) {
+TEST(MemoryUse, AddressSetOfNeighborsCostsOneBitEach) {
     const allocation_meter meter;
     kvr::address_set addresses;
     for (std::uint32_t address = 0; address < 8 * mebi_words; ++address) {

@@ -15,7 +15,7 @@ TEST(MessageQueue, MessagesComeOutInTheOrderInWhichTheyWereAdded) {
     EXPECT_EQ(file.get_next_error_message(), "");
 }
 
-TEST(MessageQueue, AMessageAddedBehindAFinishedWalkIsSeenAfterTheNextResetOnly) {
+TEST(MessageQueue, AMessageAddedAfterAFinishedWalkIsSeenAfterTheNextResetOnly) {
     KVR_MEMORY_FILE file;
     file.add_error_message("A");
     file.add_error_message("B");

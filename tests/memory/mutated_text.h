@@ -8,10 +8,10 @@
 
 namespace kvr_test {
 
-/// Changes regular texts a little, here and there: what a reader that expects the regular must not overlook.
+/// Makes small random changes to regular texts: irregularities that a fast path must not overlook.
 class text_mutator {
 public:
-    /// @param alphabet what is put into the texts.
+    /// @param alphabet the characters that are inserted.
     text_mutator(std::mt19937& random_numbers, std::string_view alphabet)
         : random(random_numbers),
           characters(alphabet) {}
@@ -58,7 +58,7 @@ private:
     std::string_view characters;
 };
 
-/// The characters of @p text in memory that ends right behind them, so that a sanitizer sees who reads on.
+/// The characters of @p text in memory that ends directly after them: a sanitizer detects a read past it.
 inline std::vector<char> exactly(std::string_view text) {
     return {text.begin(), text.end()};
 }

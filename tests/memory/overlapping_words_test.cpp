@@ -1,5 +1,5 @@
 // Files in which words are set several times: single words, lists and ranges of mixed lengths that overlap.
-// What is read must be what a plain list of texts would hold, through every page and form of the word store.
+// The result must be that of a simple list of texts, through every page and form of the word store.
 
 #include "tests/memory/hex/hex_record_texts.h"
 #include "tests/memory/memory_fixture.h"
@@ -31,14 +31,14 @@ public:
           longest(chosen.one_of(std::array<std::uint32_t, 6>{1, 2, 2, 4, 8, 20})),
           mixed_once_in(chosen.one_of(std::array<std::uint32_t, 4>{1, 3, 40, 500})) {}
 
-    /// Hexadecimal digits, now and then fewer than the longest.
+    /// Hexadecimal digits, sometimes fewer than the longest.
     std::string text() {
         const std::uint32_t length = chosen.once_in(mixed_once_in) ? chosen.between(1, longest) : longest;
         std::string digits = hex_digits(chosen.below(chosen.once_in(20) ? 2 : 1U << 31U), length);
         return digits.substr(digits.size() - length);
     }
 
-    /// Neighbouring addresses, at most @p most.
+    /// Adjacent addresses, at most @p most.
     std::pair<std::uint32_t, std::uint32_t> stretch(std::uint32_t most) {
         const std::uint32_t first = chosen.below(depth());
         return {first, std::min(depth(), first + chosen.between(1, most))};
@@ -81,7 +81,7 @@ protected:
         KVR_MEMORY_FILE file;
         file.set_file_type(type);
         file.set_word_size(word_size);
-        if (type == FILE_TYPE_RIF) { // the others say it themselves
+        if (type == FILE_TYPE_RIF) { // the others contain it themselves
             file.set_number_of_words(all.depth());
         }
         file.set_file_name(path);
@@ -96,7 +96,7 @@ protected:
     std::string path = folder.path("words");
 };
 
-/// Content lines of all kinds. A single address may be set once only, but ranges and lists may overlap it.
+/// Content lines of all kinds. A single address may be set only once, but ranges and lists may overlap it.
 class mif_lines {
 public:
     explicit mif_lines(overlapping_words& target) : all(target) {}
@@ -218,7 +218,7 @@ TEST_F(OverlappingWords, OfIntelHexLeaveThoseThatWereSetLast) {
     const std::uint32_t files = kvr_test::fewer(kvr_test::is_sanitized ? 10U : 60U);
     for (std::uint32_t seed = 1; seed <= files; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        // What no record sets is the initialize value, which is shorter than the words.
+        // A word that no record sets has the initialize value, which is shorter than the words.
         overlapping_words all(seed, "0");
         const std::uint32_t digits = all.chosen.one_of(std::array<std::uint32_t, 4>{2, 4, 8, 16});
         std::string text;

@@ -10,8 +10,8 @@
 
 namespace kvr_test {
 
-/// Words of one length side by side, as a page holds them, from a fixed start value. Some words equal the one
-/// before; @p spoilt of 1000 characters are drawn from what no digit is.
+/// Contiguous words of one length, as a page holds them, from a fixed start value. Some words equal the
+/// previous one; @p spoilt of 1000 characters are drawn from characters that are no digits.
 class random_row {
 public:
     random_row(random_numbers& numbers, std::uint32_t length, std::uint32_t count, unsigned spoilt = 0) {

@@ -16,7 +16,7 @@ inline void write_content(const std::string& path, std::string_view content) {
     std::ofstream(path, std::ios::binary) << content;
 }
 
-/// A directory of its own for one test, removed with all that is in it at the end.
+/// A directory for one test, removed with its contents at the end.
 class temporary_directory {
 public:
     temporary_directory() {
@@ -35,7 +35,7 @@ public:
     /// The path of the entry named @p name, which need not exist.
     [[nodiscard]] std::string path(const std::string& name) const { return (root / name).string(); }
 
-    /// Writes a file byte for byte and answers with its path.
+    /// Writes a file byte for byte and returns its path.
     [[nodiscard]] std::string file(const std::string& name, std::string_view content) const {
         write_content(path(name), content);
         return path(name);

@@ -7,7 +7,7 @@
 
 namespace kvr_test {
 
-/// What decides which operations a test of a store makes: random numbers or the bytes of a fuzzer's input.
+/// The source of the random decisions of a test of a store: random numbers or the bytes of a fuzzer's input.
 class choices {
 public:
     choices() = default;
@@ -41,7 +41,7 @@ private:
     std::mt19937 engine; // NOLINT(cert-msc51-cpp): seeded above
 };
 
-/// The choices that an input makes: a byte each, or as many as the number takes; 0 when it is used up.
+/// The choices of an input: a byte each, or as many as the number takes; 0 when it is used up.
 class input_choices final : public choices {
 public:
     explicit input_choices(std::string_view input) noexcept : left(input) {}

@@ -1,4 +1,4 @@
-// Long random sequences of changes to a comment store, held against a plain model.
+// Long random sequences of changes to a comment store, compared with a plain model.
 
 #include "tests/models/choices.h"
 #include "tests/models/comment_store_operations.h"

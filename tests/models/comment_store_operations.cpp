@@ -10,7 +10,7 @@ namespace kvr_test {
 
 namespace {
 
-/// Up to so many comments are compared as a whole after each change.
+/// Up to this many comments are compared as a whole after each change.
 constexpr std::size_t few = 40;
 constexpr std::uint64_t steps_between_full_reads = 16;
 
@@ -112,7 +112,7 @@ std::size_t comment_store_operations::insert_descending() {
 }
 
 std::size_t comment_store_operations::assign() {
-    if (chosen.once_in(2)) { // what the store itself says
+    if (chosen.once_in(2)) { // the store's own count
         std::deque<std::string> copy = {"before"};
         comments.copy_to(copy);
         copy.pop_front();

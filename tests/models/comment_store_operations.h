@@ -11,14 +11,14 @@
 
 namespace kvr_test {
 
-/// Makes random changes to a comment store and to a std::deque<std::string>, and holds all ways to read the
-/// store against that.
+/// Makes random changes to a comment store and to a std::deque<std::string>, and compares all ways to read
+/// the store with that.
 class comment_store_operations {
 public:
     /// @p source must outlive it.
     explicit comment_store_operations(choices& source);
 
-    /// Makes one change and compares what is around it; every 16th time, and each time when there are few
+    /// Makes one change and compares what is near it; every 16th time, and each time when there are few
     /// comments, everything.
     /// @throws std::logic_error that says what differs, and after which change.
     void step();

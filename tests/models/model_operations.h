@@ -19,8 +19,8 @@ inline std::uint64_t number_in_environment(const char* name, std::uint64_t other
     return text != nullptr ? std::stoull(text) : otherwise;
 }
 
-/// Runs sequences of random operations on a store and its model. The environment may say how many operations
-/// there are in sum (KVR_MODEL_OPERATIONS) and with which seed the first sequence begins (KVR_MODEL_SEED; the
+/// Runs sequences of random operations on a store and its model. The environment may set the total number of
+/// operations (KVR_MODEL_OPERATIONS) and the seed of the first sequence (KVR_MODEL_SEED; the
 /// next sequences count on from it): the seed that a failure names repeats it.
 template <class Operations>
 void run_model_operations() {

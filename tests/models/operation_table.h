@@ -13,7 +13,7 @@ template <class Run>
 struct table_operation {
     std::string_view name;
     Run run;             ///< a member function
-    std::uint32_t share; ///< how often it is chosen, in proportion to those of the others
+    std::uint32_t share; ///< its weight among the operations
 };
 
 /// One of @p operations, which must not be empty.

@@ -1,4 +1,4 @@
-// Long random sequences of changes to a word store, held against a plain model.
+// Long random sequences of changes to a word store, compared with a plain model.
 
 #include "tests/models/choices.h"
 #include "tests/models/model_operations.h"

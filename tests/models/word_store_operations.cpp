@@ -18,12 +18,12 @@ namespace {
 constexpr std::uint32_t branch_words = 32 * kvr::page_words;
 constexpr std::uint32_t largest_store = std::numeric_limits<std::uint32_t>::max();
 
-/// Stores of up to so many words are compared as a whole after each change.
+/// Stores of up to this many words are compared as a whole after each change.
 constexpr std::size_t small = 16;
 constexpr std::uint64_t steps_between_comparisons = 16;
 
-// A change to a store of few words takes a hundredth of the time that a page full of words takes, which is
-// where a store changes its forms.
+// A change to a store of few words takes a hundredth of the time that a page full of words takes, at which
+// a store changes its forms.
 constexpr std::array<std::uint32_t, 12> few_words = {1, 2, 5, 8, 12, 16, 20, 30, 40, 60, 100, 300};
 constexpr std::array<std::uint32_t, 6> many_words = {1024, 1025, 1200, 2048, 2100, 6000};
 
@@ -32,7 +32,7 @@ constexpr std::array<std::uint32_t, 6> many_words = {1024, 1025, 1200, 2048, 210
 constexpr std::array<std::uint32_t, 5> edges = {6 * kvr::page_words, branch_words, 3 * branch_words,
                                                 static_cast<std::uint32_t>(kvr::root_words), largest_store};
 
-/// Whether a conversion is to refuse a text. A function of the text alone, as conversions are.
+/// Whether a conversion must refuse a text. A function of the text alone, as conversions are.
 bool is_refused(std::string_view text) {
     return text.size() == 7 || text.ends_with('7');
 }
@@ -59,7 +59,7 @@ void word_store_operations::step() {
     using operation = stretch (word_store_operations::*)();
     static constexpr std::array operations = {
         table_operation<operation>{"set", &word_store_operations::set, 24},
-        table_operation<operation>{"set neighbours", &word_store_operations::set_neighbours, 6},
+        table_operation<operation>{"set neighbors", &word_store_operations::set_neighbors, 6},
         table_operation<operation>{"set side by side", &word_store_operations::set_side_by_side, 5},
         table_operation<operation>{"set page", &word_store_operations::set_page, 3},
         table_operation<operation>{"set in batch", &word_store_operations::set_in_batch, 3},
@@ -87,7 +87,7 @@ word_store_operations::stretch word_store_operations::set() {
     return {address, 1};
 }
 
-word_store_operations::stretch word_store_operations::set_neighbours() {
+word_store_operations::stretch word_store_operations::set_neighbors() {
     const stretch part = any_stretch(200);
     const std::uint32_t distance = chosen.between(1, 3);
     for (std::uint32_t i = 0; i < part.count; i += distance) {
@@ -143,7 +143,7 @@ word_store_operations::stretch word_store_operations::set_in_batch() {
     return changed;
 }
 
-/// Puts words into @p batch, in one of its ways; @p changed then reaches over them.
+/// Puts words into @p batch, in one of its ways; @p changed then covers them.
 void word_store_operations::batch_some(kvr::word_batch& batch, stretch& changed) {
     const stretch part = any_stretch(chosen.once_in(6) ? 3000 : 40);
     const std::uint32_t after = std::max(changed.first + changed.count, part.first + part.count);
@@ -203,7 +203,7 @@ word_store_operations::stretch word_store_operations::fill() {
     return part;
 }
 
-/// Fills what lies before the origin, and some words after it.
+/// Fills the words before the origin, and some words after it.
 word_store_operations::stretch word_store_operations::fill_from_start() {
     before = some_values();
     const std::uint32_t last = any_address();
@@ -261,7 +261,7 @@ word_store_operations::stretch word_store_operations::transform() {
         return true;
     };
     const auto refused = [&](const std::string& text) { return may_refuse && is_refused(text); };
-    // What repeats before the origin may be longer than that.
+    // The words that repeat before the origin may be longer than that.
     const auto before_end = before.begin() + std::min<std::ptrdiff_t>(std::ssize(before), origin);
     const bool succeeds = std::none_of(model.begin(), model.end(), refused) &&
                           std::none_of(before.begin(), before_end, refused);

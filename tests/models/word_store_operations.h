@@ -13,11 +13,11 @@
 
 namespace kvr_test {
 
-/// Makes random changes to a word store and to a plain model of it, and holds all ways to read the store
-/// against the model.
+/// Makes random changes to a word store and to a plain model of it, and compares all ways to read the store
+/// with the model.
 ///
-/// The model is a std::deque<std::string>, which has no room for billions of words. What lies before the
-/// first address of the deque, the origin, repeats a few values from address 0 on.
+/// The model is a std::deque<std::string>, which has no room for billions of words. The words before the
+/// first address of the deque, the origin, repeat a few values from address 0 on.
 class word_store_operations {
 public:
     /// @p source must outlive it.
@@ -31,7 +31,7 @@ public:
     /// @throws std::logic_error
     void compare_all();
 
-    /// Rows of several words, and cycles of several values, that the store has handed out: it need not find
+    /// Rows of several words, and cycles of several values, that the store has returned: it need not find
     /// any.
     [[nodiscard]] std::uint64_t rows() const noexcept { return rows_seen; }
     [[nodiscard]] std::uint64_t cycles() const noexcept { return cycles_seen; }
@@ -44,7 +44,7 @@ private:
 
     // The changes. Each gives the addresses that it may have changed.
     stretch set();
-    stretch set_neighbours();
+    stretch set_neighbors();
     stretch set_side_by_side();
     stretch set_page();
     stretch set_in_batch();
@@ -88,7 +88,7 @@ private:
     kvr::word_store words;
     std::deque<std::string> model;
     std::uint32_t origin = 0;
-    std::vector<std::string> before = {"0"}; ///< what repeats before the origin
+    std::vector<std::string> before = {"0"}; ///< the words that repeat before the origin
     std::uint32_t most_words = 0;            ///< of the model
     std::string_view change;                 ///< the latest one
     std::uint64_t steps = 0;

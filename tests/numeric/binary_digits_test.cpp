@@ -80,7 +80,7 @@ TEST(DecimalToBinaryString, CodesOfLettersCount) {
 }
 
 TEST(DecimalToBinaryString, CharactersFrom128OnAreNegativeDigits) {
-    // 0x80 is 176 below "0": even four times over, and then nothing is above zero.
+    // 0x80 is 176 below "0": even four times in a row, and then nothing is above zero.
     EXPECT_EQ(kvr::decimal_to_binary_string("\x80", false), "0");
     EXPECT_EQ(kvr::decimal_to_binary_string("\xFF", false), "1");
 }

@@ -22,7 +22,7 @@ std::string sixteen_with(char character, std::size_t at) {
     return text;
 }
 
-/// What each way of reading a limb must answer.
+/// The expected result of each way of reading a limb.
 void expect_hex_limb(const std::string& text) {
     const bool is_valid = text.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
     std::uint64_t limb = 0;
@@ -126,7 +126,7 @@ TEST(SixteenCharacters, AreReadAsANumberWhenAllAreDigits) {
     }
 }
 
-TEST(SixteenCharacters, RandomOnesAreReadAlikeInBothWays) {
+TEST(SixteenCharacters, RandomOnesAreReadEquallyInBothWays) {
     std::mt19937_64 random(42);
     const std::string digits = "0123456789abcdefABCDEF";
     for (int count = 0; count < 100000; ++count) {

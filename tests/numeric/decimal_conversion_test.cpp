@@ -114,7 +114,7 @@ TEST(DecimalConversion, DigitsOfPowersOfTenAreCounted) {
 }
 
 TEST(DecimalConversion, ChunksWhoseUpperHalfIsShortAreJoined) {
-    // 256 times 11 chunks would be 255 more: halved again and again, the upper half has less than half of
+    // 256 times 11 chunks would be 255 more: halved repeatedly, the upper half has less than half of
     // them.
     std::mt19937_64 random(63);
     limbs chunks(11 * 256 - 255);

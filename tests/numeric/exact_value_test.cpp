@@ -38,7 +38,7 @@ exact_word_error error(kind what, std::size_t position, std::uint64_t bits_neede
     return {what, position, bits_needed};
 }
 
-/// The error of a conversion, which must leave the result alone.
+/// The error of a conversion, which must not change the result.
 std::optional<exact_word_error> error_of(const std::string& text, const exact_conversion& conversion) {
     std::string result = "untouched";
     const auto found = append_exact_word(result, text, conversion);
@@ -100,7 +100,7 @@ std::string random_bits(std::mt19937_64& random, std::size_t width) {
     return bits;
 }
 
-/// The exact decimal text of a binary one, most significant digit first, by slow means.
+/// The exact decimal text of a binary one, most significant digit first, by a slow method.
 std::string literal_unsigned(const std::string& bits) {
     const std::string reversed = literal_radix_conversion::binary_to_decimal(bits, false);
     return {reversed.rbegin(), reversed.rend()};
@@ -134,10 +134,10 @@ std::vector<std::string> ternary_texts(std::size_t length) {
     return texts;
 }
 
-/// The text of bits that may be don't-care, or nothing when a digit would be a mixture.
+/// The text of bits that may be don't-care, or no value when a digit would be mixed.
 std::optional<std::string> expected_ternary_text(std::string bits, std::size_t group_size) {
     while (bits.size() % group_size != 0) {
-        // A short group is what its bits are: fill it with don't-care only if it is don't-care.
+        // A short group follows its bits: pad it with don't-care only if it is don't-care.
         bits.insert(0, 1, bits.front() == 'X' ? 'X' : '0');
     }
     std::string text;
@@ -268,7 +268,7 @@ TEST(ExactBits, NoByteIsADigitByMistake) {
     }
 }
 
-TEST(ExactBits, TooWideTellsTheFirstDigitThatCountsAndTheWidthNeeded) {
+TEST(ExactBits, TooWideReportsTheFirstDigitThatCountsAndTheWidthNeeded) {
     EXPECT_EQ(error_of("0012", {RADIX_HEX, RADIX_BIN, 4}), error(kind::too_wide, 2, 5));
     EXPECT_EQ(error_of("0072", {RADIX_OCT, RADIX_HEX, 5}), error(kind::too_wide, 2, 6));
     EXPECT_EQ(error_of("128", {RADIX_DEC, RADIX_DEC, 8}), error(kind::too_wide, 0, 9));

@@ -162,7 +162,7 @@ TEST(FixedPoint, EmptyInputIsOutOfRange) {
     EXPECT_THROW(convert("", RADIX_DEC, RADIX_FIXED_POINT, "1.3"), std::out_of_range);
 }
 
-TEST(FixedPoint, EmptySignedDecimalIsOutOfRangeBeforeTheFormatIsLookedAt) {
+TEST(FixedPoint, EmptySignedDecimalIsOutOfRangeBeforeTheFormatIsChecked) {
     EXPECT_THROW(convert("", RADIX_DEC, RADIX_FIXED_POINT, ""), std::out_of_range);
 }
 
@@ -226,7 +226,7 @@ TEST(FixedPoint, NumberIsReadLeniently) {
     EXPECT_EQ(from_fixed("0x.8", RADIX_BIN, "1.3"), (conversion{true, "0100"}));
 }
 
-TEST(FixedPoint, OnlyAMinusInFrontMakesTheSignBits) {
+TEST(FixedPoint, OnlyALeadingMinusMakesTheSignBits) {
     EXPECT_EQ(from_fixed(" -0.5", RADIX_BIN, "2.2"), (conversion{true, "0000"}));
     EXPECT_EQ(from_fixed("--0.5", RADIX_BIN, "2.2"), (conversion{true, "1100"}));
     EXPECT_EQ(from_fixed("-+0.5", RADIX_BIN, "2.2"), (conversion{true, "1110"}));
@@ -274,7 +274,7 @@ TEST(FixedPoint, BitsTooSmallForADoubleAreSetInAWord) {
               (conversion{true, "01" + std::string(1073, '0') + "111"}));
 }
 
-TEST(FixedPoint, MillionsOfFractionBitsAreFine) {
+TEST(FixedPoint, MillionsOfFractionBitsAreExact) {
     const conversion word = from_fixed("-0.75", RADIX_BIN, "1.3000000");
     EXPECT_TRUE(word.result);
     EXPECT_EQ(word.output.size(), 3000001U);
@@ -314,12 +314,12 @@ TEST(FixedPoint, FractionsAreReadFromWordsOfAnyWidth) {
     EXPECT_EQ(to_fixed("0101", "2147483647.3"), (conversion{true, "0.625"}));
 }
 
-TEST(FixedPoint, IntegerBitsAreCheckedBehindTheRepeatedOnes) {
+TEST(FixedPoint, IntegerBitsAreCheckedAfterTheRepeatedOnes) {
     EXPECT_EQ(to_fixed("0101", "2000000000.2"), (conversion{false, "-0.25"}));
     EXPECT_EQ(to_fixed("1001", "2000000000.2"), (conversion{false, "0.25"}));
 }
 
-// The conversion to a fraction as it would be done by hand, on a word of full width.
+// The conversion to a fraction as done by hand, on a word of full width.
 conversion fraction_step_by_step(std::string bits, std::size_t integer_bits, std::size_t fraction_bits) {
     const std::size_t width = integer_bits + fraction_bits;
     bits = width < bits.size() ? bits.substr(bits.size() - width)

@@ -12,7 +12,7 @@ using limbs = std::vector<std::uint64_t>;
 constexpr std::uint64_t ones_of_a_limb = ~std::uint64_t{0};
 
 /// Random limbs, or long runs of ones and zeros, which carry far.
-limbs telling_number(std::mt19937_64& random, std::size_t size) {
+limbs carrying_number(std::mt19937_64& random, std::size_t size) {
     limbs number(size);
     const bool has_runs = random() % 2 == 0;
     std::uint64_t run = 0;
@@ -49,8 +49,8 @@ TEST(LimbArithmetic, CarryRunsThroughAllLimbs) {
 TEST(LimbArithmetic, SumAndDifferenceUndoEachOther) {
     std::mt19937_64 random(51);
     for (int count = 0; count < 2000; ++count) {
-        const limbs left = telling_number(random, 1 + random() % 12);
-        const limbs right = telling_number(random, random() % (left.size() + 1));
+        const limbs left = carrying_number(random, 1 + random() % 12);
+        const limbs right = carrying_number(random, random() % (left.size() + 1));
         limbs sum = left;
         const std::uint64_t carry = kvr::add_limbs(sum, right);
         ASSERT_EQ(carry != 0, kvr::is_less(sum, left) || (carry != 0 && sum == left));
@@ -62,7 +62,7 @@ TEST(LimbArithmetic, SumAndDifferenceUndoEachOther) {
 TEST(LimbArithmetic, NegationIsTheDifferenceFromZero) {
     std::mt19937_64 random(52);
     for (int count = 0; count < 500; ++count) {
-        const limbs number = telling_number(random, 1 + random() % 6);
+        const limbs number = carrying_number(random, 1 + random() % 6);
         limbs negated = number;
         kvr::negate_limbs(negated);
         limbs difference(number.size());
@@ -83,8 +83,8 @@ TEST(LimbArithmetic, ProductsOfAllLengthsAreThoseOfThePlainRows) {
     for (const std::size_t left_size : {1U, 2U, 17U, 43U, 44U, 45U, 46U, 87U, 88U, 91U, 178U, 400U}) {
         for (const std::size_t right_size : {1U, 3U, 43U, 44U, 45U, 89U, 100U, 177U}) {
             for (int count = 0; count < 6; ++count) {
-                const limbs left = telling_number(random, left_size);
-                const limbs right = telling_number(random, right_size);
+                const limbs left = carrying_number(random, left_size);
+                const limbs right = carrying_number(random, right_size);
                 limbs product(left_size + right_size, 7);
                 kvr::multiply_limbs(product, left, right);
                 ASSERT_EQ(product, plain_product(left, right)) << left_size << " " << right_size;
@@ -96,8 +96,8 @@ TEST(LimbArithmetic, ProductsOfAllLengthsAreThoseOfThePlainRows) {
 TEST(LimbArithmetic, ColumnsFromTheFirstOneOnAreTheProduct) {
     std::mt19937_64 random(54);
     for (int count = 0; count < 500; ++count) {
-        const limbs left = telling_number(random, 1 + random() % 10);
-        const limbs right = telling_number(random, 1 + random() % 10);
+        const limbs left = carrying_number(random, 1 + random() % 10);
+        const limbs right = carrying_number(random, 1 + random() % 10);
         limbs columns(1 + random() % (left.size() + right.size()));
         kvr::multiply_columns(columns, left, right);
         limbs expected = plain_product(left, right);

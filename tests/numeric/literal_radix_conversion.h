@@ -3,13 +3,13 @@
 #include <optional>
 #include <string>
 
-/// The conversion of one word text, digit by digit on lists of decimal digits, as slow as that is: what the
-/// library's results are compared with. It shares no code with the library.
+/// The conversion of one word text, digit by digit on lists of decimal digits, and accordingly slow: the
+/// reference for the library's results. It shares no code with the library.
 namespace literal_radix_conversion {
 
 struct outcome {
     bool result = false;
-    std::optional<std::string> output; ///< nothing when the conversion raised std::out_of_range
+    std::optional<std::string> output; ///< no value when the conversion raised std::out_of_range
 
     friend bool operator==(const outcome&, const outcome&) = default;
 };

@@ -1,4 +1,4 @@
-// Numbers of which inverting leaves fewer limbs.
+// Numbers that have fewer limbs after an inversion.
 
 #include "kvr/numeric/magnitude.h"
 

@@ -1,4 +1,4 @@
-// How long a number is that is read with zeros in front, or cut to more bits than it has.
+// The length of a number that is read with leading zeros, or cut to more bits than it has.
 
 #include "kvr/numeric/magnitude.h"
 
@@ -12,7 +12,7 @@ namespace {
 
 using kvr::magnitude;
 
-TEST(MagnitudeLength, DoesNotCountZerosInFront) {
+TEST(MagnitudeLength, DoesNotCountLeadingZeros) {
     for (const std::size_t zeros : {1U, 15U, 16U, 17U, 32U, 400U}) {
         const std::string text(zeros, '0');
         EXPECT_EQ(magnitude::of_digits(text, 4).bit_length(), 0U) << zeros;

@@ -45,7 +45,7 @@ TEST(ScannedNumber, ThatDoesNotFit32BitsSaturates) {
     EXPECT_EQ(scan_number(std::string(100000, '0') + "7", 10).magnitude, 7U);
 }
 
-TEST(ScannedNumber, BehindAMinusIsAnAddressOnlyIfZero) {
+TEST(ScannedNumber, AfterAMinusIsAnAddressOnlyIfZero) {
     EXPECT_EQ(scan_number("-5", 10).as_strtoul(), 0xFFFFFFFBU);
     EXPECT_FALSE(scan_number("-5", 10).is_address());
     EXPECT_FALSE(scan_number("-FFFFFFFF", 16).is_address());

@@ -31,7 +31,7 @@ std::string hostile_text(std::mt19937_64& random) {
     return random() % 3 == 0 ? "-" + text : text;
 }
 
-std::size_t telling_width(std::mt19937_64& random) {
+std::size_t critical_width(std::mt19937_64& random) {
     constexpr std::size_t widths[] = {1, 2, 3, 4, 5, 7, 8, 9, 31, 32, 33, 62, 63, 64, 65, 100};
     return widths[random() % std::size(widths)];
 }
@@ -45,7 +45,7 @@ TEST(SmallWord, ConversionIsThatOfTheExactPath) {
         const std::string text = hostile_text(random);
         const KVR_MEMORY_RADIXES from = radixes_of_small_words[random() % std::size(radixes_of_small_words)];
         const KVR_MEMORY_RADIXES to = radixes_of_small_words[random() % std::size(radixes_of_small_words)];
-        const auto width = static_cast<unsigned>(random() % 2 == 0 ? 0 : telling_width(random));
+        const auto width = static_cast<unsigned>(random() % 2 == 0 ? 0 : critical_width(random));
         std::string output = "untouched";
         if (!kvr::convert_small_word(output, text, from, to, width)) {
             ASSERT_EQ(output, "untouched");
@@ -81,7 +81,7 @@ TEST(SmallExactWord, WordIsThatOfTheExactPath) {
         kvr::exact_conversion conversion;
         conversion.from = exact_radixes[random() % std::size(exact_radixes)];
         conversion.to = exact_radixes[random() % std::size(exact_radixes)];
-        conversion.width = telling_width(random);
+        conversion.width = critical_width(random);
         std::string expected = "before ";
         const auto fault = kvr::append_exact_word_plainly(expected, text, conversion);
         std::string actual = "before ";

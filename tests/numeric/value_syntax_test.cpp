@@ -55,7 +55,7 @@ TEST(IntegerValue, OnlyDigitsAndALeadingMinusPassAmongAllBytes) {
         });
 }
 
-TEST(FloatValue, DotWithADigitBehindItIsAFloat) {
+TEST(FloatValue, DotWithADigitAfterItIsAFloat) {
     for (const syntax_case& test : {syntax_case{".5", true}, {"0.25", true}, {"12.0", true}}) {
         EXPECT_EQ(kvr_is_float_value(test.text), test.expected) << test.text;
     }

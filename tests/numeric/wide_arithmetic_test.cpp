@@ -12,7 +12,7 @@ namespace {
 constexpr std::uint64_t all_ones = std::numeric_limits<std::uint64_t>::max();
 
 /// The numbers at which carries and corrections turn, and random ones.
-std::vector<std::uint64_t> telling_limbs() {
+std::vector<std::uint64_t> critical_limbs() {
     std::vector<std::uint64_t> numbers = {0,
                                           1,
                                           2,
@@ -43,7 +43,7 @@ TEST(WideArithmetic, LargestProductIsWhole) {
 }
 
 TEST(WideArithmetic, ProductByHalvesIsTheProduct) {
-    const std::vector<std::uint64_t> numbers = telling_limbs();
+    const std::vector<std::uint64_t> numbers = critical_limbs();
     for (const std::uint64_t left : numbers) {
         for (const std::uint64_t right : numbers) {
             ASSERT_EQ(kvr::multiply_by_halves(left, right), kvr::multiply(left, right))
@@ -59,7 +59,7 @@ TEST(WideArithmetic, AddendCarriesIntoTheHighLimb) {
 }
 
 TEST(WideArithmetic, ColumnSumsAreTheSameInBothWays) {
-    const std::vector<std::uint64_t> numbers = telling_limbs();
+    const std::vector<std::uint64_t> numbers = critical_limbs();
     kvr::column_sum sum;
     kvr::column_sum_by_limbs sum_by_limbs;
     for (const std::uint64_t left : numbers) {
@@ -81,7 +81,7 @@ TEST(WideArithmetic, ColumnSumCarriesIntoTheThirdLimb) {
 }
 
 TEST(WideArithmetic, QuotientAndRemainderMakeTheDividend) {
-    const std::vector<std::uint64_t> numbers = telling_limbs();
+    const std::vector<std::uint64_t> numbers = critical_limbs();
     for (const std::uint64_t limb : numbers) {
         const std::uint64_t high = limb % kvr::decimal_chunk;
         for (const std::uint64_t low : numbers) {
@@ -95,7 +95,7 @@ TEST(WideArithmetic, QuotientAndRemainderMakeTheDividend) {
 }
 
 TEST(WideArithmetic, DividendsNextToAMultipleOfTheDivisorAreDividedExactly) {
-    for (const std::uint64_t quotient : telling_limbs()) {
+    for (const std::uint64_t quotient : critical_limbs()) {
         const kvr::wide_limb exact = kvr::multiply(quotient, kvr::decimal_chunk);
         const kvr::wide_limb largest =
             kvr::multiply_add(quotient, kvr::decimal_chunk, kvr::decimal_chunk - 1);

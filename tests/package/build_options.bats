@@ -1,4 +1,4 @@
-# What CMake makes of the options of the tool, in KVR_SOURCE. Nothing is built.
+# The effect of the options of the tool on CMake, in KVR_SOURCE. Nothing is built.
 
 bats_require_minimum_version 1.5.0
 
@@ -26,6 +26,21 @@ target_exists() { # NAME
     done
 }
 
+@test "without Lua the tool is built without formulas, and the reason is shown" {
+    configure --fresh -DCMAKE_FIND_ROOT_PATH="$BATS_TEST_TMPDIR" -DCMAKE_FIND_ROOT_PATH_MODE_LIBRARY=ONLY
+    [ "$status" -eq 0 ]
+    [[ $output == *"-- expr is not built: the library lua5.4 is not found"* ]]
+    target_exists kvrmem
+    grep -q 'no_expression.cpp' "$BATS_TEST_TMPDIR/build/build.ninja"
+}
+
+@test "without stb the tool is left out, and the reason is shown" {
+    configure --fresh -DCMAKE_FIND_ROOT_PATH="$BATS_TEST_TMPDIR" -DCMAKE_FIND_ROOT_PATH_MODE_INCLUDE=ONLY
+    [ "$status" -eq 0 ]
+    [[ $output == *"-- kvrmem is not built: the library stb is not found"* ]]
+    run ! target_exists kvrmem
+}
+
 @test "without fmt the library of memory images is left out, and the reason is shown" {
     configure -DCMAKE_DISABLE_FIND_PACKAGE_fmt=ON
     [ "$status" -eq 0 ]
@@ -39,7 +54,7 @@ target_exists() { # NAME
     target_exists kvrimage
 }
 
-@test "a library of memory images that is asked for and cannot be built is an error" {
+@test "a library of memory images that is requested and cannot be built is an error" {
     configure -DKVR_BUILD_IMAGE=ON -DCMAKE_DISABLE_FIND_PACKAGE_fmt=ON
     [ "$status" -ne 0 ]
     [[ $output == *"kvrimage cannot be built: the library fmt is not found."* ]]
@@ -52,13 +67,13 @@ target_exists() { # NAME
     target_exists kvrmem
 }
 
-@test "a tool that is asked for and cannot be built is an error" {
+@test "a tool that is requested and cannot be built is an error" {
     configure -DKVR_BUILD_TOOL=ON -DCMAKE_DISABLE_FIND_PACKAGE_fmt=ON
     [ "$status" -ne 0 ]
     [[ $output == *"kvrmem cannot be built: the library fmt is not found."* ]]
 }
 
-@test "the tool is linked statically only if that is asked for" {
+@test "the tool is linked statically only on request" {
     configure
     run ! grep -E 'LINK_FLAGS = .*-static( |$)' "$BATS_TEST_TMPDIR/build/build.ninja"
     configure -DKVR_STATIC_TOOL=ON

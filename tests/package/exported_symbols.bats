@@ -1,11 +1,11 @@
-# What the shared library in KVR_STAGE shows to a linker. That every name of the interface is there, is
-# held by the test of the installed package, which links them all.
+# The symbols that the shared library in KVR_STAGE exports. The presence of every name of the interface is
+# checked by the test of the installed package, which links them all.
 
 setup() {
     library=$(find "$KVR_STAGE/shared" -name 'libkvr.so')
 }
 
-# Behind a class comes "::", behind a function its arguments.
+# A class is followed by "::", a function by its arguments.
 interface='^((KVR_MEMORY_(FILE|HEX_FILE|MIF_FILE|RIF_FILE)|KVR_UTIL_KEYWORD_REGR|LESS_C_STRING)::'
 interface+='|(kvr_[a-z0-9_]+|add_trailing_slashes_to_directory_name|convert_(from|to)_binary_string'
 interface+='|convert_name_to_kvr_form|is_valid_(bidir_)?dual_port_memory_width_ratio(_in_hardware)?'
@@ -16,11 +16,11 @@ shown() { # [OPTION...]
     nm --dynamic --defined-only --demangle "$@" "$library" | cut -d ' ' -f 3- | grep -vE '^KVR_0(@@KVR_0)?$'
 }
 
-@test "the interface is shown" {
+@test "the interface is exported" {
     shown --without-symbol-versions | grep -F 'KVR_MEMORY_FILE::read_file()'
 }
 
-@test "nothing else is shown" {
+@test "nothing else is exported" {
     run grep -vE "$interface" <(shown --without-symbol-versions)
     echo "$output"
     [ "$status" -eq 1 ]
@@ -41,7 +41,7 @@ images_shown() { # [OPTION...]
         cut -d ' ' -f 3- | grep -vE '^KVRIMAGE_0(@@KVRIMAGE_0)?$'
 }
 
-@test "the library of memory images shows its namespace and nothing else" {
+@test "the library of memory images exports its namespace and nothing else" {
     images_shown --without-symbol-versions | grep -F 'kvrimage::parse('
     run grep -vE '^(typeinfo (name )?for |vtable for )?kvrimage::' <(images_shown --without-symbol-versions)
     echo "$output"
@@ -51,7 +51,7 @@ images_shown() { # [OPTION...]
     [ "$status" -eq 1 ]
 }
 
-@test "what the library of memory images takes of kvr, it has in itself" {
+@test "the library of memory images contains what it uses of kvr" {
     run grep -F 'libkvr.so' <(objdump --private-headers "$(find "$KVR_STAGE/shared" -name 'libkvrimage.so')")
     [ "$status" -eq 1 ]
 }

@@ -1,7 +1,8 @@
-# KVR_STAGE holds the installed packages "static" and "shared", KVR_SOURCE the tree that they come from.
+# KVR_STAGE holds the installed packages "static" and "shared", KVR_SOURCE the tree that they come from, and
+# KVR_TREE_CONSUMER programs that have it in their own tree.
 
 setup_file() {
-    # From here on nothing is left where it was installed: what still points there fails.
+    # From here on the place of installation is empty: a path that still leads there fails.
     first=$BATS_FILE_TMPDIR/first
     moved="$BATS_FILE_TMPDIR/moved elsewhere"
     mkdir "$first" "$moved"
@@ -45,22 +46,9 @@ uses_it_through_pkg_config() { # PREFIX
     says_what_is_in_the_memory "$BATS_TEST_TMPDIR/image_consumer"
 }
 
-uses_it_through_add_subdirectory() { # [OPTION...]
-    build=$BATS_TEST_TMPDIR/consumer
-    # In batches and without optimization: for speed, and because that it can be optimized is known.
-    cmake -S "$KVR_SOURCE/tests/consumer/add_subdirectory" -B "$build" -G Ninja -DCMAKE_CXX_COMPILER=g++ \
-        -DCMAKE_COMPILE_WARNING_AS_ERROR=ON -DCMAKE_UNITY_BUILD=ON -DCMAKE_CXX_FLAGS=-O0 "$@"
-    cmake --build "$build"
-    says_what_is_in_the_memory "$build/consumer"
-    says_what_is_in_the_memory "$build/image_consumer"
-}
-
-@test "the tree is used through add_subdirectory, static" {
-    uses_it_through_add_subdirectory
-}
-
-@test "the tree is used through add_subdirectory, shared" {
-    uses_it_through_add_subdirectory -DBUILD_SHARED_LIBS=ON
+@test "the tree is used through add_subdirectory" {
+    says_what_is_in_the_memory "$KVR_TREE_CONSUMER/consumer"
+    says_what_is_in_the_memory "$KVR_TREE_CONSUMER/image_consumer"
 }
 
 @test "a static package is used through find_package" {
@@ -130,13 +118,28 @@ uses_it_through_add_subdirectory() { # [OPTION...]
     [ "$status" -eq 0 ]
 }
 
-@test "the manual page and the completions are installed" {
+@test "the manual pages and the completions are installed" {
     cd "$first/static/share"
     groff -ww -man -Tutf8 man/man1/kvrmem.1 | grep -q 'KVRMEM(1)'
+    commands=$("$first/static/bin/kvrmem" --help | sed -n '/^Commands$/,/^$/s/^  \([a-z]*\) .*/\1/p')
+    [ -n "$commands" ]
+    for command in $commands; do
+        "$first/static/bin/kvrmem" --generate man "$command" | cmp - "man/man1/kvrmem-$command.1"
+    done
     for kind in man:man/man1/kvrmem.1 bash:bash-completion/completions/kvrmem zsh:zsh/site-functions/_kvrmem \
         fish:fish/vendor_completions.d/kvrmem.fish; do
         "$first/static/bin/kvrmem" --generate "${kind%%:*}" | cmp - "${kind#*:}"
     done
+}
+
+@test "the schemas of the JSON are installed" {
+    cd "$first/static/share/kvr/schemas"
+    diff -r . "$KVR_SOURCE/docs/schemas"
+}
+
+@test "the files for vim and emacs are installed" {
+    diff -r "$first/static/share/kvr/emacs" "$KVR_SOURCE/editors/emacs"
+    diff -r --exclude=tags "$first/static/share/kvr/vim" "$KVR_SOURCE/editors/vim"
 }
 
 @test "the documents are installed and find each other and the examples" {

@@ -1,4 +1,4 @@
-// The library's answers against the plain reading of the rules, over every combination that can matter.
+// The library's results against the plain implementation of the rules, over every relevant combination.
 
 #include "kvr/ram_rules/device_families.h"
 #include "kvr/ram_rules/width_ratio.h"
@@ -15,7 +15,7 @@ namespace {
 
 struct block_text {
     std::string given;
-    std::string known_as; // for the plain reading
+    std::string known_as; // for the plain implementation
 };
 
 const std::vector<block_text> named_blocks = {
@@ -36,7 +36,7 @@ const std::vector<block_text> odd_blocks = {
     {"KBLK-GG", ""},
 };
 
-// The number of questions asked, so that a sweep cannot pass by asking none.
+// The number of checks made, so that a sweep cannot pass without any.
 struct sweep {
     long long asked = 0;
     long long valid = 0;
@@ -95,7 +95,7 @@ INSTANTIATE_TEST_SUITE_P(EachGroup, WidthRatioOfFamily,
                              return std::string(parameter.param);
                          });
 
-// Every pair of widths for every block; the flags and byte sizes go round.
+// Every pair of widths for every block; the flags and byte sizes rotate.
 TEST_P(WidthRatioOfFamily, AllWidthsTo600AgreeWithThePlainReading) {
     const std::string family = GetParam();
     sweep sweep;

@@ -40,7 +40,7 @@ constexpr char unset_byte = '\xA5';
 constexpr std::array<std::uint64_t, 7> edges = {0x400,     0x10000,    0x10200,      0x1000000,
                                                 0x1010000, 0x80000000, address_space};
 
-/// A memory, and how its bytes are in a file.
+/// A memory, and the form of its bytes in a file.
 struct sample {
     memory_image image;
     std::uint64_t first_byte; ///< address
@@ -49,7 +49,7 @@ struct sample {
 
 std::uint32_t width_of(std::string_view format_name, unsigned number, std::mt19937& random) {
     constexpr std::array<std::uint32_t, 4> usual = {8, 16, 32, 64};
-    if (format_name == "readmemh") { // wider words are not read by the others
+    if (format_name == "readmemh") { // wider words are not read by the other programs
         return usual[number % 3];
     }
     const bool is_any = number % 5 == 4;
@@ -71,7 +71,7 @@ memory_image joined(const memory_image& low, const memory_image& high, std::uint
     return all;
 }
 
-/// The words that are set first and last are those at the ends, so that files say all.
+/// The words that are set first and last are those at the ends, so that files contain all.
 memory_image without_ends(const memory_image& image) {
     const address_range all = image.bounds().value_or(address_range{0, 0});
     memory_image cut(image.width(), all.last - all.first + 1);
@@ -117,7 +117,7 @@ sample make_sample(std::string_view format_name, unsigned number) {
     return {at(image, base), base * bytes, order};
 }
 
-/// The bytes of a word, by its digits.
+/// The bytes of a word from its digits.
 std::string bytes_of(const word& value, byte_order order) {
     std::string digits = *value.to_text(radix::hex);
     if (digits.size() % 2 != 0) {

@@ -1,5 +1,5 @@
-# scripts/install-packages against a system that only pretends: its dpkg-query knows the packages in
-# $system/installed, its apt-get and sudo write down how they were called.
+# scripts/install-packages against a simulated system: its dpkg-query knows the packages in
+# $system/installed, its apt-get and sudo record how they were called.
 
 setup() {
     system=$BATS_TEST_TMPDIR
@@ -53,7 +53,7 @@ calls_are() {
     [ "$output" = "Installing alpha beta gamma" ]
 }
 
-@test "somebody who is not root installs through sudo" {
+@test "a user who is not root installs through sudo" {
     command_of_the_system id 'echo 1000'
     command_of_the_system sudo 'echo "sudo $*" >>"'"$system"'/calls"'
     install_packages test
@@ -83,6 +83,28 @@ calls_are() {
     command_of_the_system apt-get 'case $* in *update) exit 100 ;; esac'
     install_packages test
     [ "$status" -eq 0 ]
+}
+
+@test "a package is not needed where its command has the version that is asked for, wherever it comes from" {
+    printf '%s\n' '[all]' 'delta unless runner 18' 'omega' >>"$checkout/scripts/packages.txt"
+    echo '<omega installed>' >"$system/installed"
+    for version in v18.0.0 v20.1 22.3.4; do
+        command_of_the_system runner "[ \"\$*\" = --version ] && echo $version"
+        install_packages all
+        [ "$status" -eq 0 ]
+        [ ! -s "$system/calls" ]
+    done
+}
+
+@test "a package is installed where its command is too old, is missing, or fails" {
+    printf '%s\n' '[all]' 'delta unless runner 18' >>"$checkout/scripts/packages.txt"
+    install_packages all
+    [ "$output" = "Installing delta" ]
+    for script in 'echo v9.8.7' 'echo unknown' 'echo v20.0; exit 1' ':'; do
+        command_of_the_system runner "$script"
+        install_packages all
+        [ "$output" = "Installing delta" ]
+    done
 }
 
 @test "a system without dpkg is left alone" {

@@ -1,4 +1,4 @@
-# scripts/kvrmem in a checkout of its own whose tool tells how it was called: what is at stake here is the
+# scripts/kvrmem in a checkout of its own whose tool reports how it was called: the tests are about the
 # way to the tool, not the tool.
 
 setup() {
@@ -93,7 +93,7 @@ kvrmem() {
 }
 
 @test "a copied checkout builds its own sources" {
-    # setup() has copied this one; the tool of the checkout that it comes from stays what it is.
+    # setup() has copied this one; the tool of the original checkout is unchanged.
     tool_says two
     kvrmem
     [ "${lines[0]}" = "two" ]

@@ -1,4 +1,4 @@
-# scripts/matrix as far as it builds nothing.
+# The parts of scripts/matrix that build nothing.
 
 @test "every configuration is listed once, with what is done in it" {
     run "$KVR_SOURCE/scripts/matrix" --list
@@ -10,7 +10,7 @@
     done
 }
 
-@test "a configuration that there is not is refused, whatever stands beside it" {
+@test "an unknown configuration is refused, whatever else is named" {
     run "$KVR_SOURCE/scripts/matrix" gcc-debug no-such
     [ "$status" -eq 4 ]
     [ "$output" = "matrix: there is no configuration 'no-such'; see matrix --list" ]

@@ -10,7 +10,7 @@ HEX = {
     "lower case and an address": (b"@a ab cd\n", "A:AB B:CD"),
     "comments": (b"01 /* 02\n */ 03 // 04\n05/**/06 /***/ 07\n", "0:01 1:03 2:05 3:06 4:07"),
     "comment in comment, closed": (b"01 // /* x */ 05\n03 /* // */ 04\n", "0:01 1:03 2:04"),
-    "comment beside an address": (b"01/*c*/@2 02 @4/*c*/ 05\n", "0:01 2:02 4:05"),
+    "comment next to an address": (b"01/*c*/@2 02 @4/*c*/ 05\n", "0:01 2:02 4:05"),
     "comment that ends the line": (b"01//\n02 // x\r\n03\n", "0:01 1:02 2:03"),
     "underscores": (b"0_1 2_3\n", "0:01 1:23"),
     "underscores outside": (b"_01 23_\n", "0:01 1:23"),

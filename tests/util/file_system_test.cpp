@@ -175,7 +175,7 @@ TEST(FileSystem, NullIsAPathThatDoesNotExist) {
 
 class RemoveAllFiles : public testing::Test {
 protected:
-    // A directory to remove from, with a neighbour that no call may touch.
+    // A directory to remove files from, with a sibling that no call may touch.
     RemoveAllFiles() {
         fs::create_directories(here.path("tree"));
         fs::create_directories(here.path("outside/deep"));
@@ -470,7 +470,7 @@ TEST(FileCopy, FileOntoItselfIsLeftEmpty) {
 
 TEST(FileCopy, SourceThatCannotBeReadIsAFailure) {
     const temporary_directory here;
-    // The memory of a process can be opened, but where nothing lies it cannot be read.
+    // The memory of a process can be opened, but an unmapped place cannot be read.
     EXPECT_FALSE(kvr_file_copy("/proc/self/mem", here.path("destination").c_str()));
 }
 

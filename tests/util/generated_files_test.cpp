@@ -129,7 +129,7 @@ TEST(WizardFile, NullPathIsNone) {
     EXPECT_FALSE(is_wizard_deferred_generation_file(nullptr));
 }
 
-TEST(DeferredGeneration, IsToldByTheSecondLine) {
+TEST(DeferredGeneration, IsGivenByTheSecondLine) {
     EXPECT_TRUE(is_deferred("-- plexfunction wizard: %FIFO%\n-- generation: deferred\n"));
     EXPECT_TRUE(is_deferred("-- plexfunction wizard: %FIFO%\n-- generation: deferred and more"));
     EXPECT_FALSE(is_deferred("-- plexfunction wizard: %FIFO%\n-- generation: standard\n"));

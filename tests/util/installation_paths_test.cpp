@@ -97,7 +97,7 @@ TEST_F(InstallationPaths, EmptyAndMissingValuesGiveNothing) {
     EXPECT_EQ(kvr_get_velkora_module_path(), "");
 }
 
-TEST_F(InstallationPaths, DataBesideTheExecutableComesFirst) {
+TEST_F(InstallationPaths, SiblingDataOfTheExecutableComesFirst) {
     fs::create_directories("t/bin64");
     fs::create_directories("t/libraries/plexfunctions");
     fs::create_directories("tool/bin");
@@ -106,21 +106,21 @@ TEST_F(InstallationPaths, DataBesideTheExecutableComesFirst) {
     EXPECT_EQ(find_data_path("t/bin64/", functions), "t/bin64/../libraries/plexfunctions/");
 }
 
-TEST_F(InstallationPaths, DataBesideTheToolComesSecond) {
+TEST_F(InstallationPaths, SiblingDataOfTheToolComesSecond) {
     fs::create_directories("tool/bin");
     fs::create_directories("tool/libraries/plexfunctions");
     const environment_variable binary("VELKORA_BINDIR", "tool/bin");
     EXPECT_EQ(find_data_path("t/jre/bin/", functions), "tool/bin/../libraries/plexfunctions/");
 }
 
-TEST_F(InstallationPaths, WithoutVariablesTheWorkingDirectoryIsLookedAt) {
+TEST_F(InstallationPaths, WithoutVariablesTheWorkingDirectoryIsChecked) {
     fs::create_directories("libraries/plexfunctions");
     fs::create_directories("bin");
     const working_directory binary("bin");
     EXPECT_EQ(find_data_path("/none/bin64/", functions), functions);
 }
 
-TEST_F(InstallationPaths, NowhereGivesThePathBesideTheExecutable) {
+TEST_F(InstallationPaths, NowhereGivesTheSiblingPathOfTheExecutable) {
     EXPECT_EQ(find_data_path("/opt/t/bin64/", functions), "/opt/t/bin64/../libraries/plexfunctions/");
     EXPECT_EQ(find_data_path("D:\\t\\jre\\bin\\", functions), "D:\\t\\jre\\bin\\../libraries/plexfunctions/");
 }
@@ -159,7 +159,7 @@ TEST_F(InstallationPaths, EachDataDirectoryHasItsOwnRelativePath) {
     EXPECT_EQ(kvr_get_common_misc_path(), "tool/bin/../common/misc/");
 }
 
-TEST_F(InstallationPaths, MissingDataIsSoughtBesideTheRunningExecutable) {
+TEST_F(InstallationPaths, MissingDataHasTheSiblingPathOfTheRunningExecutable) {
     EXPECT_EQ(kvr_get_library_module_path(), kvr_get_module_path() + "../libraries/plexfunctions/xml_info/");
 }
 

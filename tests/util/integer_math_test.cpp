@@ -104,7 +104,7 @@ struct logarithms {
     unsigned floor;
 };
 
-// The products one by one; they have come full circle at 0 or 1. Few bits, so that circles are short.
+// The products one by one; they cycle at 0 or 1. Few bits, so that cycles are short.
 logarithms logarithms_by_trial(unsigned x, unsigned base) {
     logarithms result{0, 0};
     unsigned product = 1;
@@ -237,7 +237,7 @@ TEST(IsPowerOf, KnowsEveryPowerThatAnIntHolds) {
     EXPECT_TRUE(kvr_is_power_of(INT_MAX, INT_MAX));
 }
 
-TEST(IsPowerOf, RefusesTheNeighboursOfThePowersOfTwo) {
+TEST(IsPowerOf, RefusesTheNeighborsOfThePowersOfTwo) {
     for (const int value : {3, 5, 127, 129, two_to_30 - 1, two_to_30 + 1, INT_MAX}) {
         EXPECT_FALSE(kvr_is_power_of(2, value)) << value;
         EXPECT_FALSE(kvr_is_power_of(4, value)) << value;
@@ -425,7 +425,7 @@ std::int32_t wrap(std::int64_t value) {
     return static_cast<std::int32_t>(value);
 }
 
-// The search written down a second time, with wide numbers that are wrapped at each step.
+// The search implemented a second time, with wide numbers that are wrapped at each step.
 fraction find_step_by_step(int numerator, int denominator, int max_denominator, int max_terms) {
     fraction found = untouched_fraction;
     std::vector<std::int64_t> term(static_cast<std::size_t>(max_terms));

@@ -23,7 +23,7 @@ TEST(LetterCase, WholeTextsAreCompared) {
     EXPECT_FALSE(equal_ignoring_case("a\0b"s, "a\0c"s));
 }
 
-TEST(LetterCase, NeighboursOfTheLettersHaveNoCase) {
+TEST(LetterCase, NeighborsOfTheLettersHaveNoCase) {
     EXPECT_FALSE(equal_ignoring_case("@[", "`{"));
     EXPECT_FALSE(equal_ignoring_case("_", "\x7F"));
 }
@@ -39,7 +39,7 @@ TEST(LetterCase, ConvertsEveryLetterAndNothingElse) {
     EXPECT_EQ(to_upper_case("AMZ amz 09@[`{"), "AMZ AMZ 09@[`{");
 }
 
-TEST(LetterCase, ConvertsBehindANul) {
+TEST(LetterCase, ConvertsAfterANul) {
     EXPECT_EQ(to_lower_case("A\0B"s), "a\0b"s);
     EXPECT_EQ(to_upper_case("a\0b"s), "A\0B"s);
 }

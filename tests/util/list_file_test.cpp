@@ -35,7 +35,7 @@ protected:
         add("modules.lst", list);
         return kvr_process_lst_file(directory, "modules.lst", libraries, origins, extras, key_by_tdf_path);
     }
-    // What an accepted line with this library says for the module ram.
+    // The result of an accepted line with this library for the module ram.
     std::string library_of_ram(const std::string& library) {
         libraries.clear();
         EXPECT_TRUE(process("ram=" + library)) << library;
@@ -122,7 +122,7 @@ TEST_F(ListFile, KeyMayBeThePathOfTheDesignFile) {
     EXPECT_THAT(extras, ElementsAre(Pair("lib/ram.tdf", "x")));
 }
 
-TEST_F(ListFile, ExtensionIsLookedForBehindTheFirstDotAndWithOneOfItsOwn) {
+TEST_F(ListFile, ExtensionIsSearchedAfterTheFirstDotAndWithADotOfItsOwn) {
     add("ram.dll", "");
     EXPECT_EQ(library_of_ram("ram.dll"), "ram.dll"); // because ram.dll.dll does not exist
     add("ram.dll.dll", "");
@@ -191,7 +191,7 @@ TEST_F(ListFile, EmptyDirectoryIsOutOfRange) {
 }
 
 TEST_F(ListFile, FileThatCannotBeReadToItsEndFails) {
-    // The memory of a process can be opened, but where nothing lies it cannot be read.
+    // The memory of a process can be opened, but an unmapped place cannot be read.
     EXPECT_FALSE(kvr_process_lst_file("/proc/self", "mem", libraries, origins, extras, false));
 }
 

@@ -51,7 +51,7 @@ TEST(PlatformDirectory, LinkIsNoSubdirectory) {
     EXPECT_EQ(content_of(kept), "outside");
 }
 
-TEST(PlatformDirectory, AttributesTellPlainDirectories) {
+TEST(PlatformDirectory, AttributesDistinguishPlainDirectories) {
     const temporary_directory here;
     fs::create_directories(here.path("plain"));
     fs::create_directories(here.path("read_only"));
@@ -98,7 +98,7 @@ TEST(PlatformDirectory, ListingThatCannotBeginIsIncomplete) {
 }
 
 TEST(PlatformDirectory, ListingThatBreaksOffIsIncomplete) {
-    // What memory a process maps is listed for those only who may look into it, each time they read on.
+    // Each read of the list of a process's mapped memory needs the right to inspect the process.
     const platform::directory directory("/proc/" + std::to_string(getpid()) + "/map_files");
     const auto listing_is_complete = [&directory] { return directory.find("*").complete; };
     if (geteuid() != 0 || directory.find("*").entries.empty()) {
@@ -111,7 +111,7 @@ TEST(PlatformDirectory, ListingThatBreaksOffIsIncomplete) {
     EXPECT_FALSE(*complete);
 }
 
-TEST(PlatformDirectory, EntryThatCannotBeLookedAtIsListedWithoutAttributes) {
+TEST(PlatformDirectory, EntryThatCannotBeInspectedIsListedWithoutAttributes) {
     const temporary_directory here;
     fs::create_directories(here.path("tree/sub"));
     fs::permissions(here.path("tree"),

@@ -118,7 +118,7 @@ TEST(Tokenizer, EmptyRestGivesAnEmptyToken) {
     EXPECT_EQ(cut_at_whole("", ",x"), (cut{"", ""}));
 }
 
-// The search as it would be done by hand: a piece at a time, with the last piece that failed in front.
+// The search as done by hand: a piece at a time, with the last piece that failed kept before it.
 cut cut_step_by_step(const std::string& rest, const std::string& delimiter) {
     std::string work = rest;
     std::string prefix;
@@ -182,7 +182,7 @@ TEST(Tokenizer, WholeDelimiterAgreesWithAStepByStepSearchOfRandomTexts) {
     }
 }
 
-TEST(TokenizerWithDelimiter, TellsWhichDelimiterWasFound) {
+TEST(TokenizerWithDelimiter, ReportsWhichDelimiterWasFound) {
     std::string rest = "key=val";
     std::string found = "before";
     EXPECT_EQ(kvr_get_token_with_delimiter(rest, "=:", found), "key");
@@ -190,7 +190,7 @@ TEST(TokenizerWithDelimiter, TellsWhichDelimiterWasFound) {
     EXPECT_EQ(rest, "val");
 }
 
-TEST(TokenizerWithDelimiter, TellsThatNoneWasFound) {
+TEST(TokenizerWithDelimiter, ReportsThatNoneWasFound) {
     std::string rest = "key";
     std::string found = "before";
     EXPECT_EQ(kvr_get_token_with_delimiter(rest, "=:", found), "key");

@@ -8,8 +8,8 @@
 
 namespace kvr_test {
 
-/// Calls @p question in a child process, which is a user without any rights of its own if this one is the
-/// superuser. Nothing when the child cannot become one.
+/// Calls @p question in a child process, as a user without any rights of its own if this one is the
+/// superuser. No value when the child cannot become one.
 template <class Question>
 std::optional<bool> answer_without_privileges(Question question) {
     constexpr uid_t nobody = 65534;
@@ -28,7 +28,7 @@ std::optional<bool> answer_without_privileges(Question question) {
     return WEXITSTATUS(status) == 1;
 }
 
-/// Calls @p question with @p path as a user who may list that directory and not search it. Nothing when
+/// Calls @p question with @p path as a user who may list that directory and not search it. No value when
 /// there is no such user.
 template <class Question>
 std::optional<bool> answer_about_unsearchable(const std::string& path, Question question) {

@@ -10,7 +10,7 @@
 
 namespace kvr {
 
-/// The sum of the bytes that the @p count digits at @p digits, an even number, spell. Looks at up to
+/// The sum of the bytes that the @p count digits at @p digits, an even number, encode. Reads up to
 /// fifteen characters more.
 inline sixteen_sum sum_of_plain_bytes(const char* digits, std::size_t count) noexcept {
     sixteen_sum result{0, 0};
@@ -22,7 +22,7 @@ inline sixteen_sum sum_of_plain_bytes(const char* digits, std::size_t count) noe
     return result;
 }
 
-/// The same where nothing behind the digits can be read.
+/// The same where no character after the digits may be read.
 inline sixteen_sum sum_of_last_bytes(std::string_view digits) noexcept {
     sixteen_sum result{0, 0};
     while (!digits.empty()) {
@@ -44,12 +44,12 @@ inline std::size_t line_end_size(std::string_view text) noexcept {
     return text.starts_with("\r\n") ? 2 : 0;
 }
 
-/// The fast way past split_hex_record() and check_hex_record() for what nearly every line is. It assumes
+/// The fast path for split_hex_record() and check_hex_record(), for what nearly every line is. It assumes
 /// that the record begins with the first character of @p lines, is hexadecimal digits all through, has a
 /// known type and a valid checksum, and ends with LF or CR LF, without a blank in it. For every other line
-/// it answers 0 and leaves the verdict to the exact way; for such a line both give the same record.
+/// it returns 0, and the exact path decides; for a line that it accepts, both give the same record.
 ///
-/// @param expected_bytes the record length that is likely. To be right about it is faster: the next record
+/// @param expected_bytes the record length that is likely. A correct one is faster: the next record
 ///                       need not wait for the digits of this one.
 /// @return number of bytes of the line with its LF, or 0; @p record is set only when it is not 0.
 [[nodiscard]] inline std::size_t take_fast_hex_record(std::string_view lines, hex_record& record,
@@ -58,7 +58,7 @@ inline std::size_t line_end_size(std::string_view text) noexcept {
     if (lines.size() < shortest || lines.front() != ':') {
         return 0;
     }
-    // Whether these are digits is tested with all the others.
+    // A later test covers these digits with all the others.
     const std::uint64_t fields = four_bytes(load_eight(lines.data() + 1));
     std::uint32_t data_bytes = expected_bytes;
     if ((fields & 0xFF) != expected_bytes) [[unlikely]] {

@@ -8,7 +8,7 @@ namespace kvr {
 
 namespace {
 
-/// Characters behind a record that may be looked at, but not used.
+/// Characters after a record that may be read, but not consumed.
 constexpr std::size_t slack_of_records = 32;
 static_assert(slack_of_records >= predicted_address::readable && slack_of_records >= 16 &&
               word_batch::slack >= 8);

@@ -10,12 +10,12 @@
 
 namespace kvr {
 
-/// The fast path of the hex_reader: reads data records of one word that follow each other, each like the
-/// record before it, with the next address. The header of such a record is compared with the expected one,
+/// The fast path of the hex_reader: reads data records of one word that follow each other, each with the form
+/// previous record and the next address. The header of a record is compared with the expected one,
 /// and only data and checksum are parsed.
 class fast_hex_records {
 public:
-    /// @param early_words takes the words and is kept alive by the caller.
+    /// @param early_words takes the words; must outlive this object.
     fast_hex_records(fast_hex_words& early_words, std::uint32_t word_size) noexcept
         : early(early_words),
           word_digits(word_size % 8 == 0 ? word_size / 4 : 0) {}
@@ -28,10 +28,10 @@ public:
     };
 
     /// Reads records at the front of @p lines, whole lines, whose addresses are relative to @p
-    /// address_offset. None when the first one is no plain record that is like the one before.
+    /// address_offset. None when the first one is no plain record with the form of the previous one.
     [[nodiscard]] run read(std::string_view lines, std::uint32_t address_offset);
 
-    /// Tells of a plain data record that read() has not read, with @p line, the line with its line end.
+    /// Reports a plain data record that read() has not read, with @p line, the line with its line end.
     void learn(const hex_record& record, std::string_view line) noexcept {
         if (record.data_bytes * std::size_t{2} == word_digits && word_digits <= longest_word) {
             line_size = line.size();
@@ -45,7 +45,7 @@ private:
     fast_hex_words& early;
     std::size_t word_digits; ///< 0 when the words are not whole bytes
     std::size_t line_size = 0;
-    predicted_address predicted; ///< what stands before the data
+    predicted_address predicted; ///< the text before the data
 };
 
 } // namespace kvr

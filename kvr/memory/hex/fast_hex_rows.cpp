@@ -13,9 +13,9 @@ namespace kvr {
 
 namespace {
 
-// A record is a head (colon, record length, address, type "00", zeros in front of the word), the word and a
-// tail (checksum, LF). The head is the same for all records that share the high byte of the address, but
-// for the two digits of the low one.
+// A record is a head (colon, record length, address, type "00", leading zeros of the word), the word and a
+// tail (checksum, LF). The head is the same for all records that share the high byte of the address, except
+// for the two digits of the low byte.
 constexpr std::size_t plain_head = 1 + 2 + 4 + 2;
 constexpr std::size_t low_address = 1 + 2 + 2;
 constexpr std::size_t record_tail = 2 + 1;
@@ -24,7 +24,7 @@ constexpr std::size_t longest_head = plain_head + 2 * std::size_t{255};
 constexpr std::uint32_t most_bytes = 255;
 constexpr std::uint32_t low_addresses = 256;
 
-/// What the records of some neighbouring words have in common.
+/// What the records of some adjacent words have in common.
 struct record_block {
     std::array<char, longest_head + copy_padding> head;
     std::size_t head_size;
@@ -33,7 +33,7 @@ struct record_block {
     const digit_pairs* pairs;
 };
 
-/// Keeps the last part of a word of @p length characters, its length behind a multiple of 8, of eight
+/// Keeps the last 1 to 8 characters of a word of @p length characters, which is read in blocks of eight
 /// characters.
 constexpr std::uint64_t mask_of_last(std::size_t length) noexcept {
     const std::size_t last = (length - 1) % sizeof(std::uint64_t) + 1;
@@ -54,8 +54,8 @@ struct lane_sums {
     }
 };
 
-/// The sum of the bytes that the @p length digits at @p word stand for, with copy_padding behind them. Of an
-/// odd number of digits the first is a byte of its own.
+/// The sum of the bytes that the @p length digits at @p word encode, with copy_padding after them. Of an odd
+/// number of digits the first is a byte of its own.
 std::uint32_t byte_sum(const char* word, std::size_t length, std::uint64_t last_mask) noexcept {
     lane_sums sums;
     constexpr std::size_t eight = 8;
@@ -79,8 +79,8 @@ std::uint32_t short_byte_sum(const char* word) noexcept {
     return sum;
 }
 
-/// Formats @p count records for the words at @p words. A @p known_length other than 0 is that of the words,
-/// which then have no zeros in front.
+/// Formats @p count records for the words at @p words. A @p known_length other than 0 is the length of the
+/// words, which then have no leading zeros.
 template <std::size_t known_length>
 char* format_records(const record_block& block, const char* words, std::uint32_t count, std::uint32_t low,
                      char* end) noexcept {

@@ -18,8 +18,8 @@ struct hex_memory;
 struct hex_steps;
 } // namespace kvr
 
-/// The Intel HEX handler of a KVR_MEMORY_FILE, which creates, owns and forwards to it. Read its operations
-/// there; what is told here is what the handler adds. Addresses count words, not bytes.
+/// The Intel HEX handler of a KVR_MEMORY_FILE, which creates and owns it and forwards calls to it. The façade
+/// documents the operations; this header documents what the handler adds. Addresses count words, not bytes.
 class KVR_API KVR_MEMORY_HEX_FILE {
 public:
     /// @param memory_file takes the error messages; not owned; may be null, then they are dropped.
@@ -30,9 +30,9 @@ public:
 
     /// Sizes the words to @p count; new ones hold the initialize value.
     void set_number_of_words(unsigned int count);
-    /// The address is held against the words that are there, in set_hex_data_word() against the number
-    /// of words; the two differ only after a failed read. A word that is not there is then dropped, with true
-    /// as the answer.
+    /// The address is compared with the existing words, in set_hex_data_word() with the number of
+    /// words; the two differ only after a failed read. A word that does not exist is then dropped, and the
+    /// result is true.
     std::string get_hex_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
     /// KVR_MEMORY_FILE::set_data_word().
     bool set_hex_data_word(unsigned int address, const std::string& value, KVR_MEMORY_RADIXES radix);
@@ -42,7 +42,7 @@ public:
     [[nodiscard]] bool can_proceed_with_write() const;
     /// Reads the file named by the handler in two passes: the first checks every record and finds the
     /// number of words, the second stores the words. Words that no record sets keep their text. Records do
-    /// not say how wide a word is: set the word size before, or it is 8. A record may have 599 characters.
+    /// not contain the word width: set the word size before, or it is 8. A record may have 599 characters.
     [[nodiscard]] bool read_in_hex_file();
     /// Writes one record for each word that is not empty, over what the file holds; true when every byte was
     /// written.

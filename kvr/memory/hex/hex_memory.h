@@ -22,7 +22,7 @@ struct hex_memory : memory_state {
     std::uint32_t lowest_address = 0;
     std::uint32_t highest_address = 0;
     /// Added to record addresses. It outlives a read: a file without extended address records is read at
-    /// the offset that the file before it has left behind.
+    /// the offset that the previous file set.
     std::uint32_t address_offset = 0;
 };
 

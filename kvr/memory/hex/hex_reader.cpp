@@ -71,7 +71,7 @@ private:
     bool higher_linear_pending = false;
 };
 
-/// What a file needs that is to be read only once.
+/// The state of a file that is read only once.
 struct early_reading {
     explicit early_reading(const hex_memory& memory) noexcept
         : words(memory),
@@ -144,8 +144,8 @@ hex_read_stop stop_at(const read_fault& fault, const hex_record_walk& walk) {
     return {fault, std::string(walk.text())};
 }
 
-/// Walks through the file and enters its records into @p space; @p early, if there is one, takes their
-/// words. Nothing when it got to the end record.
+/// Iterates over the file and enters its records into @p space; @p early, if there is one, takes their
+/// words. No value when it reached the end record.
 std::optional<hex_read_stop> measure(address_space& space, hex_record_walk& walk,
                                      std::uint32_t bytes_per_word, read_observer* observer,
                                      early_reading* early) {
@@ -233,8 +233,8 @@ std::optional<hex_read_stop> read_early(hex_memory& memory, line_source& source,
     return std::nullopt;
 }
 
-/// @param may_read_once whether to read the file in one pass where that leaves what two leave. Two passes
-/// differ only for words that the memory holds already, for an observer, which there must not be then, and
+/// @param may_read_once whether to read the file in one pass where the result is that of two passes. They
+/// differ only for words that the memory holds already, for an observer, which must not exist then, and
 /// for a file that changes meanwhile.
 bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* observer, bool may_read_once) {
     memory.file_not_found = false;

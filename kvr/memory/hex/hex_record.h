@@ -15,15 +15,15 @@ namespace kvr {
 [[nodiscard]] std::uint32_t hex_number(std::string_view text) noexcept;
 
 /// The sum, modulo 2^32, of the bytes that @p text encodes. The text is read in pieces of 8 characters
-/// from the left, each as a hex_number(): of a last piece with an odd number of digits it is the first one
-/// that makes a byte of its own.
+/// from the left, each as a hex_number(): in a last piece with an odd number of digits the first digit
+/// is a byte of its own.
 [[nodiscard]] std::uint32_t sum_of_bytes(std::string_view text) noexcept;
 
-/// The characters that mean nothing in an Intel HEX file, wherever they stand in a line.
+/// The characters that are ignored in an Intel HEX file, at any position of a line.
 inline constexpr std::string_view hex_blanks = " \t\n\r";
 
-/// @p line without blanks: the line itself when it has none, else a view of @p buffer, which takes the
-/// rest of it.
+/// @p line without blanks: the line itself when it has none, else a view of @p buffer, which then holds
+/// the other characters.
 [[nodiscard]] std::string_view without_blanks(std::string_view line, std::string& buffer);
 
 enum class hex_record_type : std::uint8_t {
@@ -36,11 +36,11 @@ enum class hex_record_type : std::uint8_t {
     unknown,
 };
 
-/// A record that is as long as its record length says. All texts are views of the line it was found in,
-/// with the digits as they stand there.
+/// A record of the length that its record length says. All texts are views of the line it was found in,
+/// with the digits as the line has them.
 struct hex_record {
-    std::string_view text; ///< from behind the colon to the end of the checksum, at least 10 characters
-    std::uint32_t data_bytes = 0;   ///< value of the record length
+    std::string_view text;        ///< from after the colon to the end of the checksum, at least 10 characters
+    std::uint32_t data_bytes = 0; ///< value of the record length
     std::uint32_t word_address = 0; ///< value of the address
     hex_record_type kind = hex_record_type::unknown;
 
@@ -58,8 +58,8 @@ struct hex_record_fault {
     std::size_t length;
 };
 
-/// Splits @p line, which begins with a colon and has no blanks, into its fields. Digits are not looked at
-/// one by one: the numbers are hex_number()s. Checksum and type are not looked at either.
+/// Splits @p line, which begins with a colon and has no blanks, into its fields. Digits are not checked
+/// one by one: the numbers are hex_number()s. Checksum and type are not checked either.
 [[nodiscard]] std::variant<hex_record, hex_record_fault> split_hex_record(std::string_view line);
 
 /// True when the bytes of @p record, with the checksum, add up to 0 modulo 256.

@@ -25,7 +25,7 @@ hex_record_walk::step hex_record_walk::next() {
         if (line_text.starts_with(':')) {
             return take_record_in_line();
         }
-        // Blanks may fill all that the limit lets through, with the colon behind it.
+        // Blanks may fill all that the limit allows, with the colon after them.
         if (line_text.empty() && source.line_was_cut() && source.first_of_rest(hex_blanks) == ':') {
             return refuse({fault_code::record_too_long, 0, 0});
         }
@@ -33,7 +33,7 @@ hex_record_walk::step hex_record_walk::next() {
     return step::end;
 }
 
-/// Takes the next line in place when it is a plain record.
+/// Reads the next line in place when it is a plain record.
 bool hex_record_walk::take_plain_line() {
     const std::string_view lines = source.whole_lines();
     const std::size_t size = take_fast_hex_record(lines, current);
@@ -46,7 +46,7 @@ bool hex_record_walk::take_plain_line() {
     return true;
 }
 
-/// Takes the next line, whatever it holds.
+/// Reads the next line, whatever it holds.
 void hex_record_walk::take_line() {
     line_in_file = source.next_line();
     line_text = without_blanks(line_in_file, buffer);

@@ -12,9 +12,9 @@
 
 namespace kvr {
 
-/// Walks over the records of an Intel HEX file, in the order of the file, up to its end record. Lines
-/// that do not begin with a colon are passed over, blanks are left out, and what is wrong is handed out
-/// as a value: whoever walks decides whether to go on.
+/// Iterates over the records of an Intel HEX file, in the order of the file, up to its end record. Lines
+/// that do not begin with a colon are skipped, blanks are removed, and a fault is returned as a value:
+/// the caller decides whether to go on.
 ///
 /// @code
 /// kvr::line_source source = kvr::line_source::open(path, kvr::hex_record_walk::longest_line);
@@ -24,29 +24,29 @@ namespace kvr {
 class hex_record_walk {
 public:
     /// The limit of the lines of the source, without the LF. A record in a longer line is a fault; a
-    /// longer line of text is passed over.
+    /// longer line of text is skipped.
     static constexpr std::size_t longest_line = 599;
 
     enum class step : std::uint8_t {
-        record, ///< record() is the next one; the end record is handed out too
-        fault,  ///< fault() tells what is wrong; next() goes on behind it
-        end,    ///< behind the end record, or at the end of the file
+        record, ///< record() is the next one; the end record is returned too
+        fault,  ///< fault() says what is wrong; next() continues after it
+        end,    ///< after the end record, or at the end of the file
     };
     enum class checksums : std::uint8_t { tested, untested };
 
-    /// @param source         stands at the first line; must live as long as this object.
+    /// @param source         is at the first line; must outlive this object.
     /// @param address_offset word address to which records are relative before the first extended address
     ///                       record.
     explicit hex_record_walk(line_source& source, std::uint32_t address_offset = 0,
                              checksums test = checksums::tested);
 
-    /// Goes on to the next record or fault. A file that ends without an end record is the last fault. A
-    /// file that could not be read to its end just ends: see line_source::failed().
+    /// Moves to the next record or fault. A file that ends without an end record is the last fault. A
+    /// file that could not be read to its end ends without a fault: see line_source::failed().
     step next();
 
-    /// Goes over the data records that come next as long as they are plain ones, which is what next() does
-    /// one by one. @p read_run is called with the whole lines to come and answers with the records that it
-    /// has read itself (fast_hex_records::run), if any; otherwise @p visit is called with the next record
+    /// Iterates over the data records that follow while they are plain ones, as next() does one by one.
+    /// @p read_run is called with the whole lines that follow and returns the records that it has read
+    /// itself (fast_hex_records::run), if any; otherwise @p visit is called with the next record
     /// and with its line.
     template <class ReadRun, class Visit>
     void each_plain_data_record(ReadRun read_run, Visit visit);
@@ -65,7 +65,7 @@ public:
     /// Number of lines read, which is the number of the line of the last step, from 1.
     [[nodiscard]] std::uint64_t line() const noexcept { return line_number; }
     /// The word address to which the address of the record is relative. Each extended address record
-    /// replaces what the one before it has set, also one of the other type: the value times 16 (segment)
+    /// replaces what the previous one has set, also one of the other type: the value times 16 (segment)
     /// or times 65536 (linear), modulo 2^32.
     [[nodiscard]] std::uint32_t address_offset() const noexcept { return offset; }
 
@@ -108,7 +108,7 @@ void hex_record_walk::each_plain_data_record(ReadRun read_run, Visit visit) {
             line_number += run.count;
             continue;
         }
-        // A record of its own each time stays in registers.
+        // A new record each time stays in registers.
         hex_record record;
         const std::size_t size = take_fast_hex_record(rest, record, expected_bytes);
         if (size == 0 || record.kind != hex_record_type::data) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t most_addresses = std::numeric_limits<std::uint32_t>::max();
 
-/// Digits of @p data without those by which it is longer than @p record_bytes taken up to whole words.
+/// Digits of @p data without those beyond @p record_bytes rounded up to whole words.
 std::string_view cut_to_record_length(std::string_view data, std::uint32_t record_bytes,
                                       std::uint64_t word_bits) {
     const std::uint64_t record_bits =

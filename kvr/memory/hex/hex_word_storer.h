@@ -17,15 +17,15 @@ struct hex_memory;
 /// Stores the words of data records one record after the other. The store has all of them after flush().
 class hex_word_storer {
 public:
-    /// @param target takes the words and is kept alive by the caller; it may be resized after flush().
+    /// @param target takes the words and must outlive this object; it may be resized after flush().
     hex_word_storer(word_store& target, std::uint32_t word_size) noexcept;
 
-    /// Stores the words of a record as store_hex_words() tells it.
+    /// Stores the words of a record by the rules of store_hex_words().
     std::uint32_t store(std::uint32_t first, std::string_view data, std::uint32_t record_bytes) {
         if (record_bytes != known_bytes) {
             learn_record_length(record_bytes);
         }
-        // The words of whole bytes that fill a record stand in it as they are stored.
+        // The words of whole bytes that fill a record have the digits that are stored.
         const bool fits = known_words != 0 && data.size() == std::size_t{2} * record_bytes &&
                           std::uint64_t{first} + known_words <= words.size();
         if (!fits) {
@@ -39,7 +39,7 @@ public:
         return known_words;
     }
 
-    /// Room for words of @p digits digits from @p first on; see word_batch. What take() tells of is stored.
+    /// Room for words of @p digits digits from @p first on; see word_batch. take() stores them.
     [[nodiscard]] word_batch::word_room room_for_some(std::uint32_t first, std::size_t digits) {
         return batch.room_for_some(first, digits);
     }
@@ -57,14 +57,14 @@ private:
     std::uint32_t word_size;
     std::uint32_t bytes_per_word;
     std::uint32_t known_bytes = 0; ///< the record length for which the next field is known
-    std::uint32_t known_words = 0; ///< words of such a record when they fill it without a rest, else 0
+    std::uint32_t known_words = 0; ///< words of such a record when they fill it exactly, else 0
 };
 
 /// The words of a file whose number of words is not known yet, so that it need not be read twice. That
-/// works while the records ascend; when they do not, the words are given up and the file is read again.
+/// works while the records ascend; when they do not, the words are dropped and the file is read again.
 class fast_hex_words {
 public:
-    /// @param memory tells the word size and the initialize value and must not change meanwhile.
+    /// @param memory gives the word size and the initialize value and must not change meanwhile.
     explicit fast_hex_words(const hex_memory& memory) noexcept;
 
     /// Takes the words, @p count at most, of a data record.
@@ -86,7 +86,7 @@ public:
         const word_batch::word_room room = storer.room_for_some(static_cast<std::uint32_t>(first), digits);
         return {room.place, std::min<std::size_t>(room.count, words.size() - first)};
     }
-    /// Takes the @p count words from @p first on that were put where there was room for them.
+    /// Takes the @p count words from @p first on that were written into the room for them.
     void take(std::uint64_t first, std::size_t count) noexcept {
         storer.take(count);
         end = first + count;
@@ -105,7 +105,7 @@ private:
     const std::string& initialize_value;
     word_store words;
     hex_word_storer storer;
-    std::uint64_t end = 0; ///< behind the highest word
+    std::uint64_t end = 0; ///< the address after the highest word
     bool given_up = false;
 };
 

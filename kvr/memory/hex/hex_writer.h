@@ -11,14 +11,14 @@ class output_file;
 struct hex_memory;
 
 /// Writes the words of @p memory to its file: one data record for each word that is not empty, an extended
-/// linear address record in front of every 65536 words but the first ones, and the end record. An empty
-/// word takes no address, so those behind it move down; callers rely on it. What goes wrong is reported to
+/// linear address record before every 65536 words except the first ones, and the end record. An empty
+/// word takes no address, so the words after it move down; callers rely on it. Errors are reported to
 /// the owner of the memory and left in its status fields.
 ///
 /// @return true when every byte was written.
 bool write_hex_file(hex_memory& memory);
 
-/// Replaces @p out by @p value in base 16, in lower case, with zeros in front up to @p width digits, and
+/// Replaces @p out by @p value in base 16, in lower case, with leading zeros up to @p width digits, and
 /// returns the sum of its pieces of 2 digits, taken from the left: for an even number of digits the sum of
 /// the bytes that they encode.
 std::int32_t format_hex_value(std::uint32_t value, std::string& out, std::uint32_t width);
@@ -33,9 +33,9 @@ struct hex_record_layout {
     const char* data_digits;   ///< for each character the one that is written for it in a word
 };
 
-/// Formats the data record of @p word into @p room. It assumes that the word is hexadecimal digits all
-/// through, that with the zeros in front it has an even number of them, and that the record fits: for any
-/// other word it answers 0, and the record is left to write_hex_record().
+/// Formats the data record of @p word into @p room. It assumes that the word has hexadecimal digits only,
+/// that with its leading zeros it has an even number of them, and that the record fits: for any
+/// other word it returns 0, and write_hex_record() must write the record.
 ///
 /// @param address word address within the page, below 65536.
 /// @param room    takes output_file::room_limit characters.

@@ -10,18 +10,18 @@ namespace kvr {
 
 enum class letter_case { lower, upper };
 
-/// Room for some thousand digits, with what copy_padded() may read behind them.
+/// Room for some thousand digits, followed by what copy_padded() may read after them.
 struct hex_digit_block {
     static constexpr std::size_t capacity = 2048;
     std::array<char, capacity + copy_padding> digits;
 };
 
 /// Copies @p text, of at most hex_digit_block::capacity characters, to @p block with its letters in
-/// @p letters. True when it is hexadecimal digits all through; what is copied has no meaning otherwise.
+/// @p letters. True when all characters are hexadecimal digits; otherwise the copy has no meaning.
 [[nodiscard]] bool copy_hex_digits(std::string_view text, letter_case letters,
                                    hex_digit_block& block) noexcept;
 
-/// True when @p text is nothing but "0" to "9" and "A" to "F".
+/// True when @p text consists of "0" to "9" and "A" to "F" only.
 [[nodiscard]] bool are_upper_hex_digits(std::string_view text) noexcept;
 
 } // namespace kvr

@@ -9,24 +9,24 @@
 
 namespace kvr {
 
-/// Hands out the lines of a file, or of a text in memory, as views, and shows a caller what a text stream
-/// that is read line by line would show: behind a final newline one more, empty, line is read; without
+/// Provides the lines of a file, or of a text in memory, as views. A caller sees the same lines as from a
+/// text stream that is read line by line: after a final newline one more, empty, line is read; without
 /// one the last line is the one that meets the end. An empty file has one empty line.
 ///
 /// The file is read in big blocks into one buffer that grows only when a line does not fit into it, so a
-/// line longer than the limit costs no memory. What cannot be sought in (a pipe) is read whole when it is
+/// line longer than the limit costs no memory. A file without random access (a pipe) is read whole when it is
 /// opened. A source that was moved from can only be assigned to or destroyed.
 class line_source {
 public:
     static constexpr std::size_t unlimited = static_cast<std::size_t>(-1);
-    /// Bytes that are read from the file in one go.
+    /// Bytes that one read from the file takes.
     static constexpr std::size_t block_size = std::size_t{256} * 1024;
 
-    /// A source over @p text, which the caller keeps alive. @p limit: longest line in characters.
+    /// A source over @p text, which must outlive it. @p limit: longest line in characters.
     explicit line_source(std::string_view text, std::size_t limit = unlimited);
     /// A source over the file named @p path; see is_open().
     static line_source open(const std::string& path, std::size_t limit = unlimited);
-    /// A source over what @p stream still holds; see is_open(). The stream, which may be null, is owned
+    /// A source over the rest of @p stream; see is_open(). The stream, which may be null, is owned
     /// from now on, and its own buffer is switched off.
     explicit line_source(std::FILE* stream, std::size_t limit = unlimited);
 
@@ -45,14 +45,14 @@ public:
 
     /// The next line without its LF, at most `limit` characters of it; valid until the next call of
     /// next_line() or rewind(). What is beyond the limit is skipped by the next call of any of the
-    /// functions that read on.
+    /// functions that read further.
     std::string_view next_line();
-    /// True when the line handed out last is longer than the limit.
+    /// True when the line returned last is longer than the limit.
     [[nodiscard]] bool line_was_cut() const noexcept;
-    /// True when the line handed out last was followed by a LF: not by the end of the file, nor by what
+    /// True when the line returned last was followed by a LF: not by the end of the file, nor by what
     /// was cut off.
     [[nodiscard]] bool line_had_newline() const noexcept;
-    /// Skips the rest of a line that was cut and answers with the first character of that rest that is
+    /// Skips the rest of a line that was cut and returns the first character of that rest that is
     /// not in @p ignored, or NUL when there is none or the rest was skipped before.
     char first_of_rest(std::string_view ignored);
 
@@ -60,9 +60,9 @@ public:
     bool rewind();
 
     /// The bytes from the read position up to and including the last LF in the buffer, for a scanner that
-    /// reads many lines in one go; empty when the buffer holds no whole line (next_line() then fetches
-    /// more, or meets the end). The scanner tells with skip() how many of them (whole lines) it has read.
-    /// The limit does not hold here.
+    /// reads many lines at once; empty when the buffer holds no whole line (next_line() then fetches
+    /// more, or meets the end). The scanner calls skip() with the size of the whole lines that it has read.
+    /// The limit does not apply here.
     std::string_view whole_lines() noexcept {
         finish_cut_line({});
         return newline_ahead() ? std::string_view(data + position, whole_lines_end - position)
@@ -86,19 +86,19 @@ private:
     std::size_t read_block(char* block, std::size_t size) noexcept;
 
     std::unique_ptr<std::FILE, file_closer> file;
-    long file_start = 0; ///< where the file stood when it was handed over
+    long file_start = 0; ///< the position of the file when this object took it
     std::unique_ptr<char[]> buffer;
     std::size_t capacity = 0;
 
     const char* data = nullptr; ///< the buffer, or the caller's text
     std::size_t position = 0;
-    std::size_t whole_lines_end = 0; ///< behind the last LF of the data
+    std::size_t whole_lines_end = 0; ///< after the last LF of the data
     std::size_t end = 0;
     std::size_t limit = unlimited;
     std::string cut_text; ///< keeps a line that was cut while its rest is skipped
 
     bool opened = false;
-    bool exhausted = true;          ///< there is nothing behind the data
+    bool exhausted = true;          ///< no bytes follow the data
     bool data_is_from_start = true; ///< the first byte of the data is the first of the file
     bool read_failed = false;
     bool end_met = true;
@@ -107,12 +107,12 @@ private:
     bool had_newline = false;
 };
 
-/// @p line without the CR that stands directly before its LF, where that belongs to the line end.
+/// @p line without the CR directly before its LF, where that belongs to the line end.
 [[nodiscard]] std::string_view without_carriage_return(std::string_view line, bool had_newline) noexcept;
 
 /// The length of those of the whole lines @p lines, from the first on, that end @p slack characters or more
-/// before the end of them all: behind these so many characters may be looked at. 0 when there is none, or
-/// when that takes a look at more than @p longest_line characters, which is what it costs at most.
+/// before the end of @p lines: this many characters after them may be read. 0 when there are none, or when
+/// finding them takes a scan of more than @p longest_line characters, which bounds the cost.
 [[nodiscard]] std::size_t size_before_slack(std::string_view lines, std::size_t slack,
                                             std::size_t longest_line = line_source::unlimited) noexcept;
 

@@ -10,11 +10,11 @@
 namespace kvr {
 
 /// A file that is written through one large buffer in big blocks. A failure (disk full) is kept until
-/// close() tells it; what is written after a failure is dropped. An object that was moved from can only be
+/// close() returns it; what is written after a failure is dropped. An object that was moved from can only be
 /// assigned to or destroyed.
 class output_file {
 public:
-    /// Bytes that are written to the file in one go.
+    /// Bytes that one write to the file takes.
     static constexpr std::size_t block_size = std::size_t{256} * 1024;
 
     /// Opens @p path for writing, replacing what it holds; see is_open().
@@ -42,7 +42,7 @@ public:
         used(1);
     }
 
-    /// At least @p count bytes of the buffer to format into; used() tells how many of them were filled.
+    /// At least @p count bytes of the buffer to format into; used() takes the number of bytes filled.
     /// @p count is at most `room_limit`.
     static constexpr std::size_t room_limit = 4096;
     char* room(std::size_t count) {
@@ -53,10 +53,10 @@ public:
     }
     void used(std::size_t count) noexcept { filled += count; }
 
-    /// Writes out what is buffered and closes the file. True when every byte was written; false as well
+    /// Writes the buffered bytes and closes the file. True when every byte was written; false as well
     /// when there is no open file.
     [[nodiscard]] bool close();
-    /// Why the first write, or the close, failed, as errno tells it; 0 when none has failed.
+    /// The errno of the first write, or of the close, that failed; 0 when none has failed.
     [[nodiscard]] int failure() const noexcept { return first_failure; }
 
 private:

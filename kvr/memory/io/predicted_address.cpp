@@ -14,7 +14,7 @@ void predicted_address::learn(std::string_view before, std::string_view digits, 
     next = address + count;
     length = 0;
     if (!goes_on || before.size() > readable) {
-        return; // addresses that jump are not worth predicting
+        return; // addresses that jump are not worth a prediction
     }
     length = before.size();
     first_digit = static_cast<std::size_t>(digits.data() - before.data());
@@ -59,7 +59,7 @@ void predicted_address::add_to_digits(std::uint64_t count) noexcept {
     steps = steps_left = (last_value < 10 ? std::min(base, 10U) : base) - 1 - last_value;
 }
 
-/// To load the words anew would have to wait until the characters are stored.
+/// A load of the words from memory would have to wait until the characters are stored.
 void predicted_address::put_digit(std::size_t at, char digit) noexcept {
     text[at] = digit;
     const std::size_t bit = at % 8 * 8;

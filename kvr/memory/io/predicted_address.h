@@ -10,17 +10,17 @@
 
 namespace kvr {
 
-/// What stands before the values of the next content line of a MIF file, if that line is written like the
-/// one before it and goes on with the next address. To compare a line with it is much less work than to read
-/// its address; what does not match is read.
+/// The text before the values of the next content line of a MIF file, if that line is written like the
+/// previous one and has the next address. A comparison with it is much less work than reading
+/// the address; a line that does not match is parsed.
 class predicted_address {
 public:
-    /// As many characters from the line that is asked about on must be readable.
+    /// This many characters from the line passed on must be readable.
     static constexpr std::size_t readable = 24;
 
     /// True when the line at @p line begins as was predicted.
     [[nodiscard]] bool matches(const char* line) const noexcept {
-        // One after the other: what advance() has just stored is slow to load together with its neighbour.
+        // One by one: what advance() has just stored is slow to load together with the adjacent word.
         for (std::size_t i = 0; i < words.size(); ++i) {
             if (((load_eight(line + 8 * i) ^ words[i]) & masks[i]) != 0) {
                 return false;
@@ -30,7 +30,7 @@ public:
     }
     /// The address of a line that matches.
     [[nodiscard]] std::uint64_t address() const noexcept { return next; }
-    /// The length of what stands before the values of a line that matches.
+    /// The length of the text before the values of a line that matches.
     [[nodiscard]] std::size_t size() const noexcept { return length; }
 
     /// The number of lines, at least one, that can be compared at once when the first matches: up to the next
@@ -38,8 +38,8 @@ public:
     [[nodiscard]] std::size_t lines_at_once() const noexcept { return steps_left + 1; }
 
     /// The number of lines from @p lines on, all of them @p line_size characters long and @p most at most (no
-    /// more than lines_at_once()), of which each matches, has one value, and has behind the prediction what
-    /// @p is_rest, which is called with that, accepts. Something must be predicted: size() is not 0.
+    /// more than lines_at_once()), that match, have one value each, and continue after the prediction with
+    /// what @p is_rest accepts. Something must be predicted: size() is not 0.
     template <class IsRest>
     [[nodiscard]] std::size_t count_predicted(const char* lines, std::size_t line_size, std::size_t most,
                                               IsRest is_rest) const {
@@ -60,12 +60,12 @@ public:
         return count;
     }
 
-    /// Tells of a line that did not match: @p before is what stands before its values, @p digits are the
+    /// Reports a line that did not match: @p before is the text before its values, @p digits are the
     /// digits of its address in it, in @p number_base, and the values are @p count.
     void learn(std::string_view before, std::string_view digits, unsigned number_base, std::uint64_t address,
                std::uint64_t count) noexcept;
 
-    /// Tells of a line that did match and has @p count values.
+    /// Reports a line that did match and has @p count values.
     void advance(std::uint64_t count) noexcept {
         next += count;
         if (count <= steps_left) {
@@ -80,15 +80,15 @@ private:
     void add_to_digits(std::uint64_t count) noexcept;
     void put_digit(std::size_t at, char digit) noexcept;
 
-    std::uint64_t next = 0; ///< the address behind the values of the line before
+    std::uint64_t next = 0; ///< the address after the values of the previous line
     std::size_t length = 0; ///< 0 when nothing is predicted
     std::size_t first_digit = 0;
     std::size_t last_digit = 0;
     unsigned base = 16;
     bool lower_case = false; ///< the letters among the digits
     std::array<char, readable> text{};
-    std::uint64_t steps = 0; ///< that the last digit of `text` can go up without a carry, or from "9" to "A"
-    std::uint64_t steps_left = 0;                    ///< of these
+    std::uint64_t steps = 0;      ///< steps that the last digit can take without a carry, or from "9" to "A"
+    std::uint64_t steps_left = 0; ///< of these
     std::array<std::uint64_t, readable / 8> words{}; ///< `text` with the steps that were made
     std::array<std::uint64_t, readable / 8> masks{}; ///< all bits of the characters that are compared
 };

@@ -12,14 +12,14 @@ namespace kvr {
 
 namespace {
 
-/// Bytes behind a line that may be looked at, but not used, where digits are read eight at a time.
+/// Bytes after a line that may be read, but not consumed, where digits are read eight at a time.
 constexpr std::size_t slack_of_lines = 64;
 
 /// A value up to this length is expected again in the next line.
 constexpr std::size_t longest_expected = 32;
 static_assert(slack_of_lines >= predicted_address::readable + longest_expected + 8);
 
-/// Where lines differ in length, it is not worth trying to read them together.
+/// Where lines differ in length, the attempt to read them together costs more than it saves.
 constexpr std::uint32_t lines_before_next_try = 32;
 
 const char* skip_blanks(const char* at) noexcept {
@@ -43,7 +43,7 @@ std::size_t safe_digits(unsigned base) noexcept {
     }
 }
 
-/// Finds the end of the hexadecimal digits that begin at @p value, and of the "-" that may stand before
+/// Finds the end of the hexadecimal digits that begin at @p value, and of the "-" that may precede
 /// them; @p value itself when there is no digit.
 inline digit_run value_of_digits(const char* value) noexcept {
     const char* const first_digit = value + (*value == '-' ? 1 : 0);
@@ -83,9 +83,9 @@ fast_mif_lines::amount fast_mif_lines::read(std::string_view lines, bool with_co
     return {static_cast<std::size_t>(at - begin), count, has_lists};
 }
 
-/// Reads lines that are as long as the line before, begin as was predicted and have a value as long as the
-/// one before, of hexadecimal digits, then ";" and LF. Answers with their number and moves @p line behind
-/// them; 0, having changed nothing, when the first is not like that. Assumes that the lines up to @p end can
+/// Reads lines that are as long as the previous line, begin as predicted and have a value as long as the
+/// previous one, of hexadecimal digits, then ";" and LF. Returns their number and moves @p line after them;
+/// returns 0 without a change when the first line has another form. Assumes that the lines up to @p end can
 /// be read eight characters at a time.
 std::uint64_t fast_mif_lines::read_equal_lines(const char*& line, const char* const end) {
     const std::uint64_t first = predicted.address();
@@ -103,7 +103,7 @@ std::uint64_t fast_mif_lines::read_equal_lines(const char*& line, const char* co
         std::min(memory.number_of_words - address, memory.address_set.count_free(address));
     std::size_t most = std::min({predicted.lines_at_once(), room.count, free});
     const auto bytes_ahead = static_cast<std::size_t>(end - line);
-    if (most * line_size > bytes_ahead) { // seldom; a division takes as long as half a line
+    if (most * line_size > bytes_ahead) { // rare; a division takes as much time as half a line
         most = bytes_ahead / line_size;
     }
     const std::size_t length = expected_length;
@@ -129,8 +129,8 @@ std::uint64_t fast_mif_lines::read_equal_lines(const char*& line, const char* co
     return count;
 }
 
-/// Reads a line that begins as was predicted and has values of hexadecimal digits only, "-" at the front
-/// allowed, and answers with what follows its LF; or with null, having changed nothing, for any other line.
+/// Reads a line that begins as predicted and has values of hexadecimal digits only, a leading "-"
+/// allowed, and returns the position after its LF; or null, without a change, for any other line.
 /// Assumes that the line ends at least `slack_of_lines` before the end of the lines.
 const char* fast_mif_lines::read_line_as_predicted(const char* const begin) {
     if (!predicted.matches(begin)) {
@@ -164,7 +164,7 @@ const char* fast_mif_lines::read_line_as_predicted(const char* const begin) {
     return next;
 }
 
-/// The same for a line with more values than one.
+/// The same for a line with several values.
 const char* fast_mif_lines::read_values_as_predicted(const char* const begin) {
     bool has_lower_case = false;
     const char* at = begin + predicted.size();
@@ -193,8 +193,8 @@ const char* fast_mif_lines::read_values_as_predicted(const char* const begin) {
     return next;
 }
 
-/// Reads "<address> : <value> <value> … ;" and answers with what follows the LF, or with null, having
-/// changed nothing, for any other line. Assumes that a LF lies ahead; it ends every loop, since it is
+/// Reads "<address> : <value> <value> … ;" and returns the position after the LF, or null, without a
+/// change, for any other line. Assumes that a LF follows; it ends every loop, since it is
 /// neither blank nor digit nor value character.
 const char* fast_mif_lines::read_line(const char* const begin) {
     const char* at = skip_blanks(begin);
@@ -225,7 +225,7 @@ const char* fast_mif_lines::read_line(const char* const begin) {
     return next;
 }
 
-/// Collects the values from @p at up to the ";" and answers with what follows it; null when there is
+/// Collects the values from @p at up to the ";" and returns the position after it; null when there is
 /// anything but values, or a "--", which starts a comment.
 const char* fast_mif_lines::read_values(const char* at) {
     value_count = 0;
@@ -246,8 +246,8 @@ const char* fast_mif_lines::read_values(const char* at) {
     return *at == ';' ? at + 1 : nullptr;
 }
 
-/// What follows the LF of the line at @p begin, of which @p at is what follows the ";". Finds its comment.
-/// Null when there is anything else or the line is too long.
+/// The position after the LF of the line at @p begin, where @p at is the position after the ";". Finds its
+/// comment. Null when there is anything else or the line is too long.
 const char* fast_mif_lines::find_next_line(const char* const begin, const char* at) {
     comment = {};
     at = skip_blanks(at);
@@ -264,7 +264,7 @@ const char* fast_mif_lines::find_next_line(const char* const begin, const char* 
     return at + carriage_return + 1;
 }
 
-/// False, having changed nothing, when the values do not fit in from @p address on, which is below the
+/// False, without a change, when the values do not fit from @p address on, which is below the
 /// depth, or the address was set before; otherwise it is set now.
 bool fast_mif_lines::can_be_stored(std::uint64_t address) {
     if (value_count == 0 || value_count > memory.number_of_words - address) {
@@ -274,7 +274,7 @@ bool fast_mif_lines::can_be_stored(std::uint64_t address) {
     return value_count > 1 || memory.address_set.insert(static_cast<std::uint32_t>(address));
 }
 
-/// Stores the word @p value of hexadecimal digits, or with a "-" before them, in upper case.
+/// Stores the word @p value of hexadecimal digits, or with a leading "-", in upper case.
 void fast_mif_lines::set_digits(std::uint32_t address, std::string_view value, bool has_lower_case) {
     char* const place = words.room_for(address, value.size());
     if (place == nullptr) {

@@ -12,9 +12,9 @@
 
 namespace kvr {
 
-/// The fast path of the mif_reader: reads regular content lines straight from the buffer. A regular line has
+/// The fast path of the mif_reader: parses regular content lines in the buffer. A regular line has
 /// one address, ":", values, ";", and then at most blanks and a comment that begins with "--". It is read
-/// exactly as the mif_reader reads it, which knows every rule and every fault, and gets all other lines.
+/// exactly as the mif_reader reads it, which has every rule and every fault, and gets all other lines.
 class fast_mif_lines {
 public:
     /// @param longest_line longest line in characters, its line end not counted.
@@ -26,7 +26,7 @@ public:
     struct amount {
         std::size_t bytes;
         std::uint64_t lines;
-        bool has_lists; ///< one of them has more values than one
+        bool has_lists; ///< one of them has several values
     };
 
     /// Reads @p lines, whole lines, up to the first that is not regular.
@@ -53,10 +53,10 @@ private:
     unsigned address_base = 16;
     const char* lines_end = nullptr;
     predicted_address predicted;
-    std::size_t expected_length = 0; ///< of the value of a line with a single one; 0 when there is none
+    std::size_t expected_length = 0; ///< of the value of a line with a single value; 0 when there is none
     std::uint32_t lines_apart = 0;   ///< so many lines to come are read one by one
 
-    // The line at hand.
+    // The current line.
     std::array<std::string_view, 256> values; ///< more than a line has room for
     std::size_t value_count = 0;
     std::string_view comment; ///< from its "--" on

@@ -12,20 +12,20 @@ namespace kvr {
 
 class output_file;
 
-/// Whether equal neighbours share a content line.
+/// Whether adjacent equal words share a content line.
 enum class equal_words { share_a_line, have_lines_of_their_own };
 
 /// Writes the MIF content lines of many words at once: lines of one address, without a comment. Any other
-/// line is for append_content_line(), whose lines these are.
+/// line is for append_content_line(), which gives the same lines.
 class fast_mif_rows {
 public:
     fast_mif_rows(KVR_MEMORY_RADIXES address_radix, std::size_t address_width, equal_words equal);
 
     /// Writes a line for each word from the first of @p row on, the first with the address @p address. Where
-    /// equal words share a line it stops in front of a word that the next one equals, and of the last one of
-    /// the row, of which that cannot be known. It takes addresses of two digits and more only.
+    /// equal words share a line it stops before a word that equals the next one, and before the last word of
+    /// the row, whose successor is unknown. It takes addresses of two digits and more only.
     ///
-    /// @return how many words were written.
+    /// @return the number of words that were written.
     std::uint32_t write(const word_row& row, std::uint32_t address, output_file& file);
 
 private:
@@ -37,7 +37,7 @@ private:
     equal_words equals;
     digit_pairs pairs; ///< the last two digits of an address
 
-    // What stands in a line in front of the word. It is the same for all addresses that differ in their last
+    // The part of a line before the word. It is the same for all addresses that differ in their last
     // two digits only.
     std::string head;
     std::size_t head_size = 0;

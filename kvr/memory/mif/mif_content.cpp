@@ -23,7 +23,7 @@ bool read_address(const mif_memory& memory, std::string_view token, std::uint32_
     return number.is_address() && address < memory.number_of_words;
 }
 
-/// Finds the first ":" and the first value behind it; false when one of them is missing.
+/// Finds the first ":" and the first value after it; false when one of them is missing.
 bool find_data(mif_content& content, std::size_t& colon) {
     colon = content.text.find(':');
     if (colon == std::string_view::npos) {
@@ -33,7 +33,7 @@ bool find_data(mif_content& content, std::size_t& colon) {
     return content.data != std::string_view::npos;
 }
 
-/// Finds the parts of "[<first>..<last>] : <values>" and tells whether all are there in this order.
+/// Finds the parts of "[<first>..<last>] : <values>" and returns whether all are present in this order.
 bool find_range_parts(mif_content& content) {
     const std::string_view text = content.text;
     content.first_address = find_token(text, 0);

@@ -22,7 +22,7 @@ struct line_place {
     std::uint32_t column;
 };
 
-/// A content line taken apart. The text is without comments and upper-cased, and holds every line up to
+/// The parts of a content line. The text is without comments and upper-cased, and holds every line up to
 /// the first ";".
 struct mif_content {
     std::string_view text;
@@ -34,11 +34,11 @@ struct mif_content {
     std::uint32_t first = 0;
     std::uint32_t last = 0; ///< inclusive
 
-    /// Where the character at @p offset of the text stands in the file.
+    /// The place in the file of the character at @p offset of the text.
     [[nodiscard]] line_place place(std::size_t offset) const;
 };
 
-/// Takes the content line `content.text` apart and stores its words: a range when it contains "[", else
+/// Parses the content line `content.text` and stores its words: a range when it contains "[", else
 /// words from a single address on. On a fault nothing is stored.
 std::optional<text_fault> take_content_line(mif_memory& memory, mif_content& content);
 
@@ -50,8 +50,8 @@ std::optional<text_fault> take_single_address(mif_memory& memory, mif_content& c
 std::optional<text_fault> take_range(mif_memory& memory, mif_content& content);
 
 /// Stores the values of `content.text` from `content.data` on at the addresses from `first` to `last`.
-/// When these are equal, further values go on behind them, and a single value marks its address, which
-/// must not be marked yet.
+/// When these are equal, further values go to the addresses after them, and a single value marks its
+/// address, which must not be marked yet.
 std::optional<text_fault> fill_addresses(mif_memory& memory, mif_content& content);
 
 } // namespace kvr

@@ -39,7 +39,7 @@ bool KVR_MEMORY_MIF_FILE::set_mif_data_word(unsigned int address, const std::str
     return true;
 }
 
-/// The comment is inserted, not put in place of the one that is there: callers rely on it.
+/// The comment is inserted and does not replace an existing one: callers rely on it.
 bool KVR_MEMORY_MIF_FILE::set_mif_data_word_with_comments(unsigned int address, const std::string& value,
                                                           const std::string& comment,
                                                           KVR_MEMORY_RADIXES radix) {

@@ -19,8 +19,8 @@ struct mif_steps;
 struct mif_memory;
 } // namespace kvr
 
-/// The MIF handler of a KVR_MEMORY_FILE, which creates, owns and forwards to it. Read its operations
-/// there; what is told here is what the handler adds.
+/// The MIF handler of a KVR_MEMORY_FILE, which creates and owns it and forwards calls to it. The façade
+/// documents the operations; this header documents what the handler adds.
 class KVR_API KVR_MEMORY_MIF_FILE {
 public:
     /// @param memory_file takes the error messages; not owned; may be null, then they are dropped.
@@ -50,9 +50,9 @@ public:
     [[nodiscard]] bool can_proceed_with_read() const;
     /// KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
-    /// Reads the file named by the handler; true when it was read up to and beyond its END line. Settings are
-    /// those of the file from then on, comments come on top of those that are there, and words that it does
-    /// not set keep their text. A line may have 511 characters.
+    /// Reads the file named by the handler; true when it was read up to and beyond its END line. The settings
+    /// are then those of the file, comments are added to the existing ones, and words that it does not set
+    /// keep their text. A line may have 511 characters.
     [[nodiscard]] bool read_in_mif_file();
     /// Writes the words, settings and comments over what the file holds; true when every byte was written.
     [[nodiscard]] bool write_out_mif_file();
@@ -61,7 +61,7 @@ private:
     friend class KVR_MEMORY_FILE;
     friend struct kvr::mif_steps;
 
-    // The steps of reading, writing and editing one by one. The parsers answer true on failure.
+    // The steps of reading, writing and editing one by one. The parsers return true on failure.
     void read_radix_information();
     void remove_comment_from_string(std::string& line, bool strip_blanks);
     bool parse_width_depth(const std::string& line);

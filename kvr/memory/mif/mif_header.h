@@ -10,7 +10,7 @@
 
 namespace kvr {
 
-/// A fault at a place of a text that a reader has already taken out of its line.
+/// A fault at a place of a text that a reader has already extracted from its line.
 struct text_fault {
     fault_code code;
     std::size_t offset;
@@ -39,13 +39,13 @@ inline constexpr std::size_t data_radix_keyword = 3;
 /// Fills the table of radix keywords; its last entry stays empty.
 void fill_radix_names(mif_memory& memory);
 
-/// Takes the number of a width or depth line: the first run of decimal digits, above 0 and at most
-/// 2,147,483,647, with the first ";" behind it. Any line with "WIDTH" gives the word size; another one the
-/// depth, which sizes the words and forgets which addresses were set.
+/// Reads the number of a width or depth line: the first run of decimal digits, above 0 and at most
+/// 2,147,483,647, with the first ";" after it. Any line with "WIDTH" sets the word size; another one the
+/// depth, which sizes the words and clears the record of the addresses that were set.
 std::optional<text_fault> take_size_line(mif_memory& memory, std::string_view line);
 
-/// Takes the radix of an address or data radix line: the first radix name that occurs anywhere in it, with
-/// the first ";" behind it. A line that has both keywords sets both.
+/// Reads the radix of an address or data radix line: the first radix name that occurs anywhere in it, with
+/// the first ";" after it. A line that has both keywords sets both.
 std::optional<text_fault> take_radix_line(mif_memory& memory, std::string_view line);
 
 } // namespace kvr

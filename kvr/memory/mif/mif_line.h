@@ -34,7 +34,7 @@ inline constexpr std::array<bool, 256> value_characters = [] {
     return value_characters[static_cast<unsigned char>(character)];
 }
 
-/// The first maximal run of value characters at or behind @p from.
+/// The first maximal run of value characters at or after @p from.
 [[nodiscard]] text_span find_token(std::string_view text, std::size_t from) noexcept;
 
 /// Splits @p text into its tokens, up to the first comment mark ("--" or "%"). @p values is overwritten
@@ -44,7 +44,7 @@ void split_values(std::string_view text, std::vector<std::string_view>& values);
 /// Number of tokens in @p text, comment marks or not.
 [[nodiscard]] std::size_t count_tokens(std::string_view text) noexcept;
 
-/// True for the characters that separate what stands in a line.
+/// True for the characters that separate the parts of a line.
 [[nodiscard]] constexpr bool is_mif_blank(char character) noexcept {
     return character == ' ' || character == '\t';
 }

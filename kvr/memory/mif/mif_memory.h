@@ -33,11 +33,11 @@ struct mif_memory : memory_state {
     comment_store data_comments;
     kvr::address_set address_set; ///< addresses that a single-address line with one value has set
 
-    /// Walked in order by the header parser, which takes the first name that occurs in the line. The last
+    /// Searched in order by the header parser, which takes the first name that occurs in the line. The last
     /// entry keeps its empty name, so that an unknown radix name is not refused but yields RADIX_NONE.
     std::array<radix_name, 6> radix_names;
     /// 0 before any header keyword, 1 after the width line, 2 depth, 3 address radix, 4 data radix,
-    /// 5 behind the content.
+    /// 5 after the content.
     std::array<header_comment_list, 6> header_comments;
 };
 

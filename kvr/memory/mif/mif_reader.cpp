@@ -48,7 +48,7 @@ bool mif_reader::read(line_source& lines) {
     while (valid && !lines.at_end()) {
         valid = read_header_line();
     }
-    // A line that a read error has cut short says nothing of the file's contents.
+    // A line that a read error has cut short does not show what the file contains.
     if (lines.failed()) {
         return report_not_opened();
     }
@@ -175,7 +175,7 @@ bool mif_reader::read_content() {
     return valid;
 }
 
-/// True when the line at hand holds "BEGIN".
+/// True when the current line holds "BEGIN".
 bool mif_reader::find_begin() {
     constexpr std::string_view keyword = "BEGIN";
     const std::size_t found = text.find(keyword);
@@ -234,7 +234,7 @@ void mif_reader::append_line(std::string_view raw) {
     remove_comments(raw, begin);
 }
 
-/// Removes the comments of the line @p raw, which was put behind @p from in the text.
+/// Removes the comments of the line @p raw, which was appended at @p from in the text.
 void mif_reader::remove_comments(std::string_view raw, std::size_t from) {
     move_comment(text, from, memory.data_comments);
     const std::size_t left = text.size() - from;
@@ -257,16 +257,16 @@ bool mif_reader::take_statement() {
 }
 
 /// Reads the whole lines in the buffer up to the first that the fast path does not take, which is left to
-/// read_statement(): only that one knows every rule and every fault.
+/// read_statement(): only that function has every rule and every fault.
 void mif_reader::read_fast_lines() {
-    // An observer is told of comments.
+    // Comments are reported to an observer.
     const fast_mif_lines::amount read = fast_lines.read(source->whole_lines(), observer == nullptr);
     line_counter += static_cast<std::int64_t>(read.lines);
     physical_line += read.lines;
     source->skip(read.bytes);
 }
 
-/// Reports the line at hand. False when the read must stop.
+/// Reports the current line. False when the read must stop.
 bool mif_reader::invalid_line(const text_fault& fault) {
     return report_invalid_line(place_in_statement(fault));
 }
@@ -294,8 +294,8 @@ read_fault mif_reader::place_in_statement(const text_fault& fault) const {
             static_cast<std::uint32_t>(std::max<std::size_t>(fault.length, 1))};
 }
 
-/// The line at hand, at a character of which the fault begins, lacks the blanks of @p raw, which the column
-/// counts.
+/// The fault begins at a character of the current line, which lacks the blanks of @p raw; the column
+/// counts them.
 read_fault mif_reader::place_in_header(const text_fault& fault, std::string_view raw) const {
     std::size_t column = 0;
     for (std::size_t kept = 0; is_mif_blank(raw[column]) || kept != fault.offset; ++column) {

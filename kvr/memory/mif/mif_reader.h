@@ -15,11 +15,11 @@
 
 namespace kvr {
 
-/// Looks on while a MIF file is read.
+/// Observes the reading of a MIF file.
 class mif_observer : public read_observer {
 public:
-    /// True makes the reader tell about every content line. Otherwise it does not report those of the fast
-    /// path: one address, ":", values, ";", with nothing behind it and every address digit one of its radix.
+    /// True makes the reader report every content line. Otherwise it does not report those of the fast
+    /// path: one address, ":", values, ";", with nothing after it and every address digit one of its radix.
     [[nodiscard]] virtual bool wants_every_line() const = 0;
 
     /// Called after the content line @p content was stored.
@@ -29,29 +29,29 @@ public:
     /// without the "%".
     virtual void cut_at_percent(std::string_view rest, std::uint64_t line) = 0;
 
-    /// Called with what stands behind "BEGIN", comments removed, in the line numbered @p line. The reader
-    /// passes over it.
+    /// Called with the text after "BEGIN", comments removed, in the line numbered @p line. The reader
+    /// ignores it.
     virtual void behind_begin([[maybe_unused]] std::string_view rest, [[maybe_unused]] std::uint64_t line) {}
 
-    /// Called with the statement that holds "END": only its text and its pieces are set. The reader passes
-    /// over what else stands in it.
+    /// Called with the statement that holds "END": only its text and its pieces are set. The reader ignores
+    /// everything else in it.
     virtual void end_statement([[maybe_unused]] const mif_content& statement) {}
 
-    /// Called with each line behind that statement that holds more than comments, which are removed. Nothing
-    /// is read of it but a header keyword that was not seen yet.
+    /// Called with each line after that statement that holds more than comments, which are removed. The
+    /// reader takes nothing from it but a header keyword that it has not seen yet.
     virtual void behind_end([[maybe_unused]] std::string_view rest, [[maybe_unused]] std::uint64_t line) {}
 };
 
-/// Reads a MIF file into a mif_memory, which keeps what it holds already: comments are added to, words are
+/// Reads a MIF file into a mif_memory, which keeps its contents: comments are added, words are
 /// resized and overwritten. It stops at the first fault, unless an observer makes it go on.
 class mif_reader {
 public:
     /// Longest line in characters, its line end not counted.
     static constexpr std::size_t line_limit = 511;
-    /// The limit for a line_source: the CR that may stand before the LF has room.
+    /// The limit for a line_source: includes the CR that may precede the LF.
     static constexpr std::size_t source_limit = line_limit + 1;
 
-    /// Both are kept alive by the caller.
+    /// Both must outlive this object.
     explicit mif_reader(mif_memory& target, mif_observer* onlooker = nullptr)
         : memory(target),
           observer(onlooker),
@@ -69,14 +69,14 @@ private:
     [[nodiscard]] bool find_begin();
     std::string_view next_physical_line();
 
-    // The header: every line before the content section, and every line behind it.
+    // The header: every line before the content section, and every line after it.
     bool read_header_line();
     bool try_keywords(std::string_view raw);
     void take_keyword(std::size_t index, std::string_view raw);
     void default_radixes();
     void keep_as_comment(std::string_view raw);
 
-    // The content section. A statement is what ends with ";", on one line or on several.
+    // The content section. A statement ends with ";", on one line or on several.
     bool read_content();
     bool read_statement();
     void join_continuation_lines();
@@ -105,11 +105,11 @@ private:
     bool end_seen = false;
     bool begin_seen = false;
     bool line_failed = false; ///< result of the last header keyword that was parsed
-    bool too_long = false;    ///< the physical line at hand is beyond the limit
+    bool too_long = false;    ///< the current physical line is beyond the limit
     bool went_on = false;     ///< an observer made the reader go on after a fault
     std::size_t comment_slot = 0;
 
-    std::string text; ///< the line at hand: comments removed, upper-cased
+    std::string text; ///< the current line: comments removed, upper-cased
     mif_content content;
     fast_mif_lines fast_lines;
 };

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t longest_address = 32;
 
-/// Hands out the data comments, one for each line; "" when they are used up.
+/// Returns the data comments, one for each line; "" when they are used up.
 class comment_walk {
 public:
     explicit comment_walk(const comment_store& all) : comments(all) {}
@@ -23,8 +23,8 @@ private:
     std::size_t index = 0;
 };
 
-/// Writes the header up to and including the "CONTENT BEGIN" line. The comments of each list stand behind
-/// the line that they were found behind; where the layout has an empty line, they replace it.
+/// Writes the header up to and including the "CONTENT BEGIN" line. The comments of each list follow the
+/// line that they followed in the file; where the layout has an empty line, they replace it.
 void write_header(const mif_memory& memory, output_file& output) {
     output.write('\n');
     if (!write_header_comments(memory, 0, output)) {

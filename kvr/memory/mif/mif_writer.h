@@ -32,7 +32,7 @@ void append_content_line(std::string& out, std::uint32_t first, std::uint32_t la
 [[nodiscard]] std::string address_radix_line(const mif_memory& memory);
 [[nodiscard]] std::string data_radix_line(const mif_memory& memory);
 
-/// Writes the lines of header comment list @p index, each behind "-- "; true when there were any.
+/// Writes the lines of header comment list @p index, each after "-- "; true when there were any.
 bool write_header_comments(const mif_memory& memory, std::size_t index, output_file& output);
 
 /// Writes the file named by @p memory. True when every byte was written; else `error_occurred` is set and

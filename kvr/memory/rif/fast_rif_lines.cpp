@@ -11,7 +11,7 @@ namespace kvr {
 
 namespace {
 
-/// Characters behind a line that may be looked at, but not used.
+/// Characters after a line that may be read, but not consumed.
 constexpr std::size_t slack_of_words = 64;
 
 /// A word up to this length is expected again.
@@ -54,8 +54,8 @@ fast_rif_lines::amount fast_rif_lines::read(std::string_view lines, std::uint64_
     return {static_cast<std::size_t>(at - begin), count};
 }
 
-/// Reads "@" with up to eight hexadecimal digits and answers with what follows the LF right behind them, or
-/// with null, having changed nothing, for any other line.
+/// Reads "@" with up to eight hexadecimal digits and returns the position after the LF that follows them.
+/// Returns null without a change for any other line.
 const char* fast_rif_lines::read_address(const char* begin) noexcept {
     constexpr std::ptrdiff_t safe_digits = 8;
     const char* const first_digit = begin + 1;
@@ -72,7 +72,7 @@ const char* fast_rif_lines::read_address(const char* begin) noexcept {
     return at + 1;
 }
 
-/// read_words() for a line whose words are as long as the word before and go into one page.
+/// read_words() for a line whose words have the length of the previous word and go into one page.
 const char* fast_rif_lines::read_words_of_one_length(const char* begin) {
     const std::size_t length = expected_length;
     if (length == 0 || address >= words.size()) {
@@ -96,8 +96,8 @@ const char* fast_rif_lines::read_words_of_one_length(const char* begin) {
     return at + 1;
 }
 
-/// Reads words of hexadecimal digits, with one blank or the LF behind each, and answers with what follows the
-/// LF; or with null, having changed nothing, for any other line.
+/// Reads words of hexadecimal digits, with one blank or the LF after each, and returns the position after the
+/// LF; or null, without a change, for any other line.
 const char* fast_rif_lines::read_words(const char* begin) {
     std::array<std::string_view, most_fast_words> found;
     std::size_t count = 0;
@@ -118,7 +118,7 @@ const char* fast_rif_lines::read_words(const char* begin) {
     return at + 1;
 }
 
-/// Behind the hexadecimal digits that begin at @p word, which are mostly as many as those of the word before.
+/// The end of the hexadecimal digits that begin at @p word, mostly as many as those of the previous word.
 const char* fast_rif_lines::find_word_end(const char* word, bool& has_lower_case) noexcept {
     const char* const expected = word + expected_length;
     if (ends_word(*expected) && are_digits(word, expected_length, has_lower_case)) {

@@ -10,16 +10,16 @@
 
 namespace kvr {
 
-/// The fast path of the rif_reader: reads regular lines straight from the buffer. A regular line has "@" and
+/// The fast path of the rif_reader: parses regular lines in the buffer. A regular line has "@" and
 /// an address of a few digits, or words of hexadecimal digits, each followed by one blank or the LF. It is
-/// read exactly as the rif_reader reads it, which knows every rule and every fault, and gets all other lines.
+/// read exactly as the rif_reader reads it, which has every rule and every fault, and gets all other lines.
 class fast_rif_lines {
 public:
-    /// @param target takes the words and is kept alive by the caller.
+    /// @param target takes the words and must outlive this object.
     explicit fast_rif_lines(word_store& target) noexcept : words(target), batch(target) {}
 
-    /// How much of the whole lines @p lines read() may be asked for: it looks at characters behind a line.
-    /// Costs a look at the last lines.
+    /// The size of the whole lines @p lines that read() may be called with: it reads characters after a line.
+    /// The cost is a scan of the last lines.
     [[nodiscard]] static std::size_t readable_size(std::string_view lines) noexcept;
 
     struct amount {
@@ -27,8 +27,8 @@ public:
         std::uint64_t lines;
     };
 
-    /// Reads @p lines, which end within the readable size of theirs, up to the first that is not regular.
-    /// @param next_address that of the next word; set to that behind the lines that were read.
+    /// Reads @p lines, which end within their readable size, up to the first that is not regular.
+    /// @param next_address that of the next word; set to the address after the lines that were read.
     amount read(std::string_view lines, std::uint64_t& next_address);
 
 private:

@@ -17,8 +17,8 @@ struct rif_steps;
 struct rif_memory;
 } // namespace kvr
 
-/// The RIF handler of a KVR_MEMORY_FILE, which creates, owns and forwards to it. Read its operations
-/// there; what is told here is what the handler adds.
+/// The RIF handler of a KVR_MEMORY_FILE, which creates and owns it and forwards calls to it. The façade
+/// documents the operations; this header documents what the handler adds.
 class KVR_API KVR_MEMORY_RIF_FILE {
 public:
     /// @param memory_file takes the error messages; not owned; may be null, then they are dropped.
@@ -40,12 +40,12 @@ public:
     /// KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
     /// True in every case; failures show in get_file_not_found(), get_error_state() and the messages of
-    /// the KVR_MEMORY_FILE. Words go into the store as it is sized, those outside it are dropped: set the
-    /// number of words before, and the word size, which the file does not say either. Words that the file
-    /// does not set keep their text.
+    /// the KVR_MEMORY_FILE. Words go into the store at its current size, those outside it are dropped: set
+    /// the number of words before, and the word size, which the file does not contain either. Words that the
+    /// file does not set keep their text.
     [[nodiscard]] bool read_in_rif_file();
     /// Writes the words over what the file holds. True when the file could be opened, also when it could not
-    /// be written to the end. An empty word of a RADIX_DEC memory, as a word that was never set is, throws
+    /// be written to the end. An empty word of a RADIX_DEC memory, as an unset word is, throws
     /// std::out_of_range; the words before it are in the file then.
     [[nodiscard]] bool write_out_rif_file();
 

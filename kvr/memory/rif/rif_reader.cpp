@@ -10,9 +10,9 @@ namespace kvr {
 
 namespace {
 
-/// What a character is in a line; a set of bits, so that those of a line can be gathered.
+/// The class of a character in a line; a set of bits, so that those of a line can be combined.
 enum character_class : std::uint8_t {
-    plain = 0, ///< belongs to a data line as it stands
+    plain = 0, ///< belongs to a data line unchanged
     lower_case = 1,
     not_data = 2,
 };
@@ -80,10 +80,10 @@ void rif_reader::read(line_source& source) {
     memory.file_not_found = memory.file_not_found || source.failed();
 }
 
-/// Reads the lines that the source has ready. False when one of them ends the read.
+/// Reads the lines that the source has buffered. False when one of them ends the read.
 bool rif_reader::read_whole_lines(line_source& source) {
     const std::string_view lines = source.whole_lines();
-    // An observer is told of every line, which takes the long way.
+    // Every line is reported to an observer, which excludes the fast path.
     const std::string_view short_way =
         lines.substr(0, observer == nullptr ? fast_rif_lines::readable_size(lines) : 0);
     std::size_t first = read_fast_lines(short_way);
@@ -100,7 +100,7 @@ bool rif_reader::read_whole_lines(line_source& source) {
     return go_on;
 }
 
-/// Reads the regular lines at the front of @p lines, and answers with their length.
+/// Reads the regular lines at the front of @p lines, and returns their length.
 std::size_t rif_reader::read_fast_lines(std::string_view lines) {
     const fast_rif_lines::amount read = fast_lines.read(lines, address);
     line_number += read.lines;
@@ -163,7 +163,7 @@ void rif_reader::store_word(std::string_view word) {
     ++address;
 }
 
-/// Tells of an illegal line. True when the read goes on.
+/// Reports an illegal line. True when the read goes on.
 bool rif_reader::refuse(std::string_view line) {
     memory.error_state = ERROR_STATE_INVALID_LINE;
     if (observer == nullptr) {

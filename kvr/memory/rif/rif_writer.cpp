@@ -19,7 +19,7 @@ namespace {
 constexpr std::uint32_t words_a_group = 8;
 constexpr std::string_view upper_digits = "0123456789ABCDEF";
 
-/// How each character of a hexadecimal word is written: what is no digit is "0".
+/// The character written for each character of a hexadecimal word: one that is no digit becomes "0".
 constexpr std::array<char, 256> make_written_digits() {
     std::array<char, 256> written{};
     written.fill('0');
@@ -51,7 +51,7 @@ bool format_word(const rif_memory& memory, std::string_view word, std::string& t
 
 constexpr std::size_t longest_header = 16;
 
-/// Formats the header of the group that begins at @p address and gives what is behind it.
+/// Formats the header of the group that begins at @p address and returns the position after it.
 char* put_group_header(std::uint32_t address, char* end) noexcept {
     char* const limit = end + longest_header;
     *end++ = '\n';
@@ -61,7 +61,7 @@ char* put_group_header(std::uint32_t address, char* end) noexcept {
     return end;
 }
 
-/// Formats the headers of groups one behind the other: what they have in common is formatted once.
+/// Formats the headers of groups one after the other: what they have in common is formatted once.
 class group_headers {
 public:
     char* put(std::uint32_t address, char* end) noexcept {
@@ -78,7 +78,7 @@ public:
     }
 
 private:
-    /// @p shared is not 0: of that, which no digit stands for, there is nothing at the front but "@".
+    /// Formats the digits that addresses share. @p shared is not 0: for 0, the front is "@" without a digit.
     void take_number(std::uint32_t shared) noexcept {
         number = shared;
         const char* const end = put_group_header(number, front.data());
@@ -98,14 +98,14 @@ void begin_group_at(std::uint32_t address, output_file& file) {
     }
 }
 
-/// True for words that format_hexadecimal_word() would write as they are, but for the case of their letters,
-/// if they are hexadecimal digits.
+/// True for words of hexadecimal digits that format_hexadecimal_word() would write unchanged except for
+/// letter case.
 bool is_plain_row(const rif_memory& memory, const word_row& row) {
     return row.count != 0 && memory.memory_radix == RADIX_HEX && memory.word_size % 4 == 0 &&
            row.length != 0 && (memory.word_size == 0 || row.length == memory.word_size / 4);
 }
 
-/// Formats @p count words of @p length characters, which stand side by side, with a blank behind each.
+/// Formats @p count packed words of @p length characters, with a blank after each.
 template <std::size_t known_length>
 char* put_words(const char* words, std::size_t word_length, std::uint32_t count, char* end) noexcept {
     const std::size_t length = known_length != 0 ? known_length : word_length;
@@ -139,7 +139,7 @@ void report_unwritten_word(const rif_memory& memory, std::uint32_t address, std:
                   decimal(memory.word_size));
 }
 
-/// Writes words one behind the other with the exact rule.
+/// Writes words one after the other by the exact rule.
 void write_words(const rif_memory& memory, const word_row& row, std::uint32_t address, output_file& file) {
     std::string text;
     for (std::uint32_t i = 0; i < row.count; ++i, ++address) {
@@ -150,7 +150,7 @@ void write_words(const rif_memory& memory, const word_row& row, std::uint32_t ad
     }
 }
 
-/// Writes words of which nothing but the case of their letters changes.
+/// Writes words of which only the letter case changes.
 void write_digits(const char* digits, const word_row& row, std::uint32_t address, output_file& file) {
     const std::size_t longest_group =
         longest_header + words_a_group * (std::size_t{row.length} + 1) + 2 * copy_padding;

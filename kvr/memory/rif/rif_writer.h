@@ -14,19 +14,19 @@ namespace kvr {
 /// KVR_MEMORY_RIF_FILE::write_out_rif_file(). True when the file could be opened.
 bool write_rif_file(rif_memory& memory);
 
-/// Writes the words of @p memory as RIF text to @p file. A word in an unknown radix is left out, with an
+/// Writes the words of @p memory as RIF text to @p file. A word in an unknown radix is omitted, with an
 /// error message of the memory.
-/// @throws std::out_of_range for an empty signed-decimal word; what stands before it, the header of its group
+/// @throws std::out_of_range for an empty signed-decimal word; the text before it, the header of its group
 ///         included, is written.
 void write_rif_words(const rif_memory& memory, output_file& file);
 
 /// Sets @p text to the upper-case hexadecimal text of @p word at @p width bits (0: all its bits): higher
-/// bits are cut, missing digits are "0", "X" and "x" give "X", and what is no digit counts as 0.
-/// This one takes a word of a hexadecimal memory and works digit by digit.
+/// bits are cut, missing digits are "0", "X" and "x" give "X", and a character that is no digit counts as 0.
+/// This function takes a word of a hexadecimal memory and works digit by digit.
 void format_hexadecimal_word(std::string_view word, std::uint32_t width, std::string& text);
 
-/// The same for a word in any @p radix, by way of its bits. False for RADIX_NONE, where no bits come out
-/// and @p text is what the padding alone gives.
+/// The same for a word in any @p radix, through its bits. False for RADIX_NONE, which gives no bits;
+/// @p text is then only the padding.
 /// @throws std::out_of_range for an empty signed-decimal word.
 bool convert_word_to_hexadecimal(std::string_view word, KVR_MEMORY_RADIXES radix, std::uint32_t width,
                                  std::string& text);

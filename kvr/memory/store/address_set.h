@@ -29,8 +29,8 @@ public:
         const std::uint64_t before = std::exchange(cell, cell | bit_of(address));
         return cell != before;
     }
-    /// The number of neighbouring addresses from @p address on that are not in the set, as far as that is
-    /// told at once: at least one unless @p address is in the set, and no more than insert_run() takes.
+    /// The number of adjacent addresses from @p address on that are not in the set, as far as that is
+    /// known in constant time: at least one unless @p address is in the set, at most what insert_run() takes.
     [[nodiscard]] std::uint32_t count_free(std::uint32_t address) {
         if (address / block_addresses != found_number) {
             find_block(address);
@@ -39,7 +39,7 @@ public:
         return behind != 0 ? static_cast<std::uint32_t>(std::countr_zero(behind))
                            : cell_addresses - address % cell_addresses;
     }
-    /// Adds the @p count addresses from @p address on, at least one, of which count_free() has just told.
+    /// Adds the @p count addresses from @p address on: at least one, no more than count_free() just returned.
     void insert_run(std::uint32_t address, std::uint32_t count) noexcept {
         const std::uint64_t bits = ~std::uint64_t{0} >> (cell_addresses - count);
         (*found_block)[cell_number(address)] |= bits << (address % cell_addresses);
@@ -54,7 +54,7 @@ private:
 
     /// One bit for each of its addresses.
     using block = std::array<std::uint64_t, block_addresses / cell_addresses>;
-    /// Blocks in the order of their addresses; none for those that hold nothing.
+    /// Blocks in the order of their addresses; null for those that hold no address.
     using directory = std::array<std::unique_ptr<block>, directory_addresses / block_addresses>;
 
     [[nodiscard]] static std::size_t cell_number(std::uint32_t address) noexcept {
@@ -67,7 +67,7 @@ private:
 
     std::vector<std::unique_ptr<directory>> directories; ///< up to the highest one in use
 
-    // The block that took the address before: addresses are mostly inserted in order.
+    // The block of the previous address: addresses are mostly inserted in order.
     std::uint32_t found_number = no_block; ///< its first address / block_addresses
     block* found_block = nullptr;
 

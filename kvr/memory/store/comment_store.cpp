@@ -9,7 +9,7 @@
 namespace kvr {
 
 std::string_view comment_store::entry::text() const noexcept {
-    // It was made from this very pointer.
+    // The number was made from this pointer.
     // NOLINTNEXTLINE(performance-no-int-to-ptr)
     return is_gap() ? std::string_view() : text_arena::text_at(reinterpret_cast<const char*>(value));
 }
@@ -28,7 +28,7 @@ public:
     [[nodiscard]] std::uint32_t room() const noexcept { return capacity - size(); }
     [[nodiscard]] entry& operator[](std::uint32_t index) noexcept { return window()[index]; }
 
-    /// Inserts before the entry @p index, moving the fewer entries if there is room on that side.
+    /// Inserts before the entry @p index, moving the smaller part of them if there is room on that side.
     void insert(std::uint32_t index, entry added) noexcept {
         const bool nearer_front = index < size() - index;
         if (begin > 0 && (nearer_front || end == capacity)) {
@@ -186,7 +186,7 @@ bool comment_store::has_room_for_two(std::size_t number) const noexcept {
     return segments[number].entries->room() >= 2;
 }
 
-/// Cuts the segment of @p place in two halves; @p place follows its entry.
+/// Splits the segment of @p place in two halves; @p place follows its entry.
 void comment_store::split(cursor& place) {
     constexpr std::uint32_t half = segment::capacity / 2;
     const auto behind = segments.begin() + static_cast<std::ptrdiff_t>(place.segment) + 1;
@@ -204,8 +204,8 @@ void comment_store::split(cursor& place) {
     }
 }
 
-/// A place with room for two entries right before the one at @p next, which follows its entry. If the segment
-/// of @p next has no such room, the entry must be its first.
+/// A place with room for two entries directly before the one at @p next, which follows its entry. If the
+/// segment of @p next has no such room, the entry must be its first.
 comment_store::cursor comment_store::room_before(cursor& next) {
     cursor place = next;
     if (has_room_for_two(next.segment)) {

@@ -12,7 +12,7 @@
 namespace kvr {
 
 /// The comments of a MIF file by index, with the meaning of a double-ended queue of strings. Built for
-/// its three uses: a reader puts each new comment in front, an editor inserts at ascending addresses into
+/// its three uses: a reader prepends each new comment, an editor inserts at ascending addresses into
 /// billions of empty comments, a writer walks from the first to the last. Each of them takes constant time;
 /// a jump to a far index takes one step for each 256 kept comments on the way. A kept comment costs its text
 /// and about nine bytes, a gap of empty ones between two others eight.
@@ -52,7 +52,7 @@ private:
     public:
         /// Leaves the entry open; none is read before it is assigned.
         entry() noexcept = default;
-        /// The comment that the arena keeps at @p place.
+        /// The comment that the arena holds at @p place.
         static entry text(const char* place) noexcept {
             return entry(reinterpret_cast<std::uintptr_t>(place));
         }
@@ -99,9 +99,9 @@ private:
 
     std::deque<segment_slot> segments; ///< none empty
     std::uint64_t listed = 0;          ///< comments that the entries stand for
-    std::uint64_t empties_behind = 0;  ///< empty comments behind the last entry
+    std::uint64_t empties_behind = 0;  ///< empty comments after the last entry
     text_arena texts;
-    mutable cursor found; ///< where the comment asked for last is
+    mutable cursor found; ///< the place of the comment read last
 };
 
 } // namespace kvr

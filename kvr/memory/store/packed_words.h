@@ -36,8 +36,8 @@ inline void copy_characters(const char* from, std::size_t length, char* to) noex
     }
 }
 
-/// The words of a page side by side in places of the same length, the stride. Words that all have this
-/// length, as in most memories, cost their characters and nothing else. A page with shorter or unset words
+/// The words of a page in contiguous slots of the same length, the stride. Words that all have this
+/// length, as in most memories, cost their characters only. A page with shorter or unset words
 /// has one byte more for each word, its padding. Only assign() adds or drops the padding, before the first
 /// word and after the last one that it writes, so that no length can be lost between two words.
 class packed_words {
@@ -55,7 +55,7 @@ public:
         return padding == nullptr || padding[index] != absent;
     }
 
-    /// True when every word is set and as long as the stride.
+    /// True when every word is set and has the length of the stride.
     [[nodiscard]] bool is_complete() const noexcept { return padding == nullptr; }
 
     /// The text at @p index, which must be set.
@@ -64,13 +64,13 @@ public:
         return {place(index), length};
     }
 
-    /// True when the places suit texts of @p length characters.
+    /// True when the slots suit texts of @p length characters.
     [[nodiscard]] bool suits(std::size_t length) const noexcept {
         return length <= stride && stride - length <= longest_padding;
     }
 
-    /// Sets @p index to @p text if that neither takes a padding nor completes the page; false, and nothing
-    /// done, otherwise.
+    /// Sets @p index to @p text if that neither takes a padding nor completes the page; false, without a
+    /// change, otherwise.
     bool copy_in(std::uint32_t index, std::string_view text) noexcept {
         if (padding == nullptr) {
             if (text.size() != stride) {
@@ -86,7 +86,7 @@ public:
         return true;
     }
 
-    /// copy_in() for the @p count words from @p index on, which stand side by side in @p texts, each
+    /// copy_in() for the @p count words from @p index on, which are contiguous in @p texts, each
     /// @p length characters long.
     bool copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
                               std::uint32_t count) noexcept;
@@ -104,10 +104,10 @@ public:
         }
     }
 
-    /// A copy with places of @p longest characters, at most `longest_padding` more than now.
+    /// A copy with slots of @p longest characters, at most `longest_padding` more than now.
     [[nodiscard]] packed_words widened(std::uint32_t longest) const;
 
-    /// The words from @p index on, as far as they are set and as long as the stride.
+    /// The words from @p index on, up to the first that is unset or does not have the length of the stride.
     [[nodiscard]] word_row row_at(std::uint32_t index) const noexcept {
         std::uint32_t end = is_complete() ? page_words : index;
         while (end < page_words && padding[end] == 0) {
@@ -143,7 +143,7 @@ private:
 
     std::unique_ptr<char[]> chars;
     std::unique_ptr<std::uint8_t[]>
-        padding; ///< unused characters of each place, or `absent`; none when complete
+        padding; ///< unused characters of each slot, or `absent`; none when complete
     std::uint32_t stride;
     std::uint32_t incomplete; ///< words that are shorter than the stride or not set
 };

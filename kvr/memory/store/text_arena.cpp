@@ -10,7 +10,7 @@ namespace {
 constexpr std::size_t first_block_size = 1024;
 constexpr std::size_t largest_block_size = 65536;
 
-/// A longer text has a block of its own, so that hardly any room is lost at the end of a block.
+/// A longer text has a block of its own, so that little room is lost at the end of a block.
 constexpr std::size_t longest_shared = largest_block_size / 16;
 
 // A length is written seven bits a byte, the low ones first; a byte with the flag is not the last.
@@ -25,7 +25,7 @@ constexpr std::size_t bytes_of_length(std::size_t length) noexcept {
     return bytes;
 }
 
-/// Writes @p length to @p place; what follows it begins at the result.
+/// Writes @p length to @p place and returns the position after it.
 char* put_length(std::size_t length, char* place) noexcept {
     for (; length >= more_follow; length >>= length_bits) {
         *place++ = static_cast<char>(length | more_follow);

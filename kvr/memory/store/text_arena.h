@@ -7,11 +7,11 @@
 
 namespace kvr {
 
-/// Keeps copies of texts side by side, each behind its length, until all are given up at once.
+/// Keeps copies of texts in blocks, each after its length, until all are released at once.
 class text_arena {
 public:
     /// Keeps a copy of @p text until clear() or the destruction of the arena.
-    /// @return where it is, for text_at().
+    /// @return its place, for text_at().
     const char* keep(std::string_view text);
     /// The text that keep() has put at @p place.
     [[nodiscard]] static std::string_view text_at(const char* place) noexcept;

@@ -8,8 +8,8 @@ namespace kvr {
 
 namespace {
 
-/// Texts that no word has any more are dropped when the list would hold more texts than this, or when the
-/// characters would have doubled; not before there are some, to spare short lists the search.
+/// Texts that no word uses any more are dropped when the list would hold more texts than this, or when the
+/// characters would have doubled; not in short lists, which saves them the search.
 constexpr std::size_t most_entries = std::size_t{4} * page_words;
 constexpr std::size_t least_chars_to_tidy = std::size_t{8} * page_words;
 
@@ -55,7 +55,7 @@ std::size_t varied_words::longest() const noexcept {
         ->length;
 }
 
-/// Makes sure that add() works for @p count texts of @p length characters together.
+/// Makes sure that add() has room for @p count texts of @p length characters together.
 void varied_words::make_room(std::size_t count, std::size_t length) {
     if (is_worth_tidying(count, length)) {
         varied_words tidy = tidied();
@@ -71,7 +71,7 @@ bool varied_words::is_worth_tidying(std::size_t count, std::size_t length) const
            chars.size() + length > std::max(least_chars_to_tidy, 2 * tidy_size);
 }
 
-/// A copy without the texts that no word has any more.
+/// A copy without the texts that no word uses any more.
 varied_words varied_words::tidied() const {
     varied_words tidy;
     std::vector<std::uint16_t> places(entries.size(), absent);

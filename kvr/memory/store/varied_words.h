@@ -11,7 +11,7 @@
 
 namespace kvr {
 
-/// The words of a page whose texts have all kinds of lengths: a list of texts, and for each word its
+/// The words of a page whose texts have different lengths: a list of texts, and for each word its
 /// place in the list. Words that one range line set share their texts.
 class varied_words {
 public:
@@ -28,11 +28,11 @@ public:
     /// @throws std::length_error when the texts of the page would have more than 2^32 - 1 characters.
     void set(std::uint32_t index, std::string_view text);
 
-    /// Sets the words from @p first to @p last to what @p texts says for the address @p address of the
-    /// first one and those behind it. Throws like set().
+    /// Sets the words from @p first to @p last to the texts that @p texts has for @p address, the address of
+    /// the first one, and the addresses that follow. Throws like set().
     void assign(std::uint32_t first, std::uint32_t last, const word_pattern& texts, std::uint32_t address);
 
-    /// The number of texts in the list; those that no word has any more may be among them.
+    /// The number of texts in the list; those that no word uses any more may be among them.
     [[nodiscard]] std::size_t texts() const noexcept { return entries.size(); }
 
     /// The lengths of the shortest and the longest text in the list, which must not be empty.
@@ -59,8 +59,8 @@ private:
 
     std::array<std::uint16_t, page_words> chosen{}; ///< index into `entries`, or `absent`
     std::vector<entry> entries;
-    std::vector<char> chars;   ///< a string would double when it is to grow a little
-    std::size_t tidy_size = 0; ///< of `chars` when texts that no word had any more were last dropped
+    std::vector<char> chars;   ///< a string would double to grow by a little
+    std::size_t tidy_size = 0; ///< of `chars` when texts that no word used any more were last dropped
 };
 
 } // namespace kvr

@@ -10,7 +10,7 @@ namespace {
 /// Longer words are not packed.
 constexpr std::size_t longest_gathered = 256;
 
-// To gather is more work than it saves where the lengths differ or the addresses jump.
+// Gathering is more work than it saves where the lengths differ or the addresses jump.
 constexpr std::size_t least_words_worth_gathering = 8;
 constexpr std::uint32_t words_set_apart = 32;
 
@@ -20,7 +20,7 @@ word_batch::~word_batch() {
     try {
         flush();
     } catch (...) {
-        // The exception that ends the batch tells the caller.
+        // The exception that ends the batch reports the failure to the caller.
     }
 }
 
@@ -67,7 +67,7 @@ bool word_batch::begin(std::uint32_t address, std::size_t length) {
     if (length == 0 || length > longest_gathered) {
         return false;
     }
-    // A page is given to the store as it is, so there must be no more room than it takes.
+    // The store takes over a page as it is, so the buffer must have no more room than the page needs.
     const bool may_become_page = address % page_words == 0;
     if (texts == nullptr || length > length_in_texts || (may_become_page && length != length_in_texts)) {
         texts = std::make_unique_for_overwrite<char[]>(length * page_words + slack);

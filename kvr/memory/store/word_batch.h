@@ -12,15 +12,15 @@
 namespace kvr {
 
 /// Sets the words of a store in the order of the calls, but gathers words of one length at ascending
-/// addresses and sets a page of them in one go. The store, which must outlive the batch, has all words only
-/// after flush(), which whoever reads the store, changes it on another way, or resizes it calls first. Only
-/// when an exception ends the batch need nobody call it: see the destructor.
+/// addresses and sets a page of them at once. The store, which must outlive the batch, has all words only
+/// after flush(), which must be called before the store is read, resized, or changed in another way. Only
+/// when an exception ends the batch may the call be omitted: see the destructor.
 class word_batch {
 public:
     static constexpr std::size_t slack = 8;
 
     explicit word_batch(word_store& target) noexcept : words(&target) {}
-    /// Brings what is still gathered into the store, as far as there is memory for it: the words that came
+    /// Brings the words still gathered into the store, as far as there is memory for it: the words that came
     /// before an exception are there.
     ~word_batch();
     word_batch(const word_batch&) = delete;
@@ -38,9 +38,9 @@ public:
     /// set() for a word for which there is no room_for().
     void set_apart(std::uint32_t address, std::string_view text) { words->set(address, text); }
 
-    /// Where the characters of the word at @p address, which must be below the size of the store, are to be
-    /// put, @p length of them and at once; `slack` more may be overwritten. Null when that word takes a
-    /// set().
+    /// The place for the characters of the word at @p address, which must be below the size of the store:
+    /// exactly @p length of them, written at once; `slack` more may be overwritten. Null when that word
+    /// needs set().
     char* room_for(std::uint32_t address, std::size_t length) {
         if (!is_next(address, length) && !begin(address, length)) {
             return nullptr;
@@ -51,20 +51,20 @@ public:
         return place;
     }
 
-    /// Where words can be put side by side: `count` of them at most, from `place` on.
+    /// Room for contiguous words: at most `count` of them, from `place` on.
     struct word_room {
         char* place;
         std::size_t count;
     };
-    /// room_for() for words of @p length characters from @p address on; none when these take a set(). They
-    /// are gathered when take() says how many were put there.
+    /// room_for() for words of @p length characters from @p address on; none when these need set(). They
+    /// are gathered when take() gives the number of words written.
     [[nodiscard]] word_room room_for_some(std::uint32_t address, std::size_t length) {
         if (!is_next(address, length) && !begin(address, length)) {
             return {nullptr, 0};
         }
         return {texts.get() + used, (limit - used) / length};
     }
-    /// Gathers the first @p count words in the room that room_for_some() has told last.
+    /// Gathers the first @p count words in the room that room_for_some() has returned last.
     void take(std::size_t count) noexcept {
         used += count * word_length;
         next += count;
@@ -76,14 +76,14 @@ public:
 
     /// Brings everything into the store. The words stay gathered when it throws.
     void flush();
-    /// Drops the words that are gathered.
+    /// Drops the gathered words.
     void drop() noexcept {
         used = limit = 0;
         next = no_address;
     }
 
 private:
-    /// True when a word of @p length characters at @p address goes right behind those that are gathered.
+    /// True when a word of @p length characters at @p address directly follows the gathered ones.
     [[nodiscard]] bool is_next(std::uint32_t address, std::size_t length) const noexcept {
         return address == next && length == word_length && used != limit;
     }
@@ -92,10 +92,10 @@ private:
     word_store* words;
     std::uint64_t next = no_address; ///< address of the next word that can be gathered
     std::size_t word_length = 0;
-    std::uint32_t apart = 0;         ///< so many words to come are not worth gathering
+    std::uint32_t apart = 0;         ///< this many words to come are not worth gathering
     std::size_t used = 0;            ///< characters of words that were gathered
     std::size_t limit = 0;           ///< characters up to the end of the page
-    std::unique_ptr<char[]> texts;   ///< room for a page of words and the slack; the store takes it as it is
+    std::unique_ptr<char[]> texts;   ///< room for a page of words and the slack; the store takes it over
     std::size_t length_in_texts = 0; ///< of the words for which there is room
 
     static constexpr std::uint64_t no_address = ~std::uint64_t{0};

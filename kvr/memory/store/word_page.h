@@ -17,8 +17,8 @@
 
 namespace kvr {
 
-/// The words of neighbouring addresses, of which some may not be set: those follow the pattern that the
-/// page began with. It keeps its words in the form that suits them: a few pieces at first, then packed
+/// The words of adjacent addresses, some of which may be unset: those follow the initial pattern of the
+/// page. It keeps its words in the form that suits them: a few pieces at first, then packed
 /// when they have one length or nearly so, else as a list of texts.
 class word_page {
 public:
@@ -35,23 +35,23 @@ public:
         return packed != nullptr && packed->has(index) ? (*packed)[index] : find(index);
     }
 
-    /// The words from @p index on that stand side by side as words of one length; none if that is not how
-    /// the page keeps them.
+    /// The contiguous words of one length from @p index on; none if the page keeps its words in another
+    /// form.
     [[nodiscard]] word_row row_at(std::uint32_t index) const noexcept {
         const auto* packed = std::get_if<packed_words>(&form);
         return packed != nullptr ? packed->row_at(index) : word_row();
     }
 
-    /// Sets the word at @p index if that is a matter of copying its characters; false, and nothing done,
-    /// when it takes set().
+    /// Sets the word at @p index if that only takes a copy of its characters; false, without a change,
+    /// when it needs set().
     bool copy_in(std::uint32_t index, std::string_view text) noexcept {
         auto* packed = std::get_if<packed_words>(&form);
         return packed != nullptr && !is_edge(index) && packed->copy_in(index, text);
     }
 
-    /// Sets the @p count words from @p index on, of which the last word of the page is none, to @p texts,
-    /// each @p length characters long, if that is a matter of copying them; false, and nothing done, when it
-    /// takes set() for one word at least.
+    /// Sets the @p count words from @p index on, not including the last word of the page, to @p texts,
+    /// each @p length characters long, if that only takes a copy; false, without a change, when at least one
+    /// word needs set().
     bool copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
                               std::uint32_t count) noexcept {
         auto* packed = std::get_if<packed_words>(&form);
@@ -60,20 +60,20 @@ public:
     }
 
     /// True when all words of a page that are @p texts, each @p length (not 0) characters long, are best
-    /// kept side by side, and not as a few pieces.
+    /// packed, and not kept as a few pieces.
     [[nodiscard]] static bool is_best_packed(const char* texts, std::size_t length) noexcept;
     /// Sets all words of the page to @p texts, which are best packed.
     void pack(std::unique_ptr<char[]> texts, std::size_t length) noexcept;
 
-    /// Sets the word at @p index. True when it is worth asking whole() now. Every word is as before when
+    /// Sets the word at @p index. True when it is worth calling whole() now. Every word is as before when
     /// it throws.
     bool set(std::uint32_t index, std::string_view text);
 
-    /// Sets the words from @p begin to @p end (inclusive) to what @p texts says for their addresses. Every
+    /// Sets the words from @p begin to @p end (inclusive) to the texts of @p texts for their addresses. Every
     /// word is as before when it throws.
     void assign(std::uint32_t begin, std::uint32_t end, const pattern_ref& texts);
 
-    /// The pattern that says the same as the page, if there is one that is found (and, where it must be
+    /// The pattern that gives the same words as the page, if one is found (and, where it must be
     /// made, memory for it).
     [[nodiscard]] pattern_ref whole() const noexcept;
 
@@ -83,13 +83,13 @@ public:
                                            std::string_view text) const noexcept;
 
 private:
-    /// The lengths of texts that are to come.
+    /// The lengths of texts to come.
     struct length_range {
         std::size_t shortest;
         std::size_t longest;
     };
 
-    /// Where somebody who goes over the words in order ends: the time to look whether all are the same.
+    /// Where a caller that sets the words in order ends: the time to check whether all are the same.
     static constexpr bool is_edge(std::uint32_t index) noexcept {
         return index == 0 || index == page_words - 1;
     }
@@ -111,7 +111,7 @@ private:
 
     std::uint32_t first;
     bool keeps_varied = false; ///< the list of texts was found not to suit packing
-    pattern_ref backing;       ///< what words follow that are not set
+    pattern_ref backing;       ///< the pattern of unset words
     std::variant<word_pieces, packed_words, std::unique_ptr<varied_words>> form;
 };
 

@@ -37,7 +37,7 @@ word_pattern::word_pattern(std::uint32_t first_address, const std::string_view* 
 
 void word_pattern::count_equal_values() {
     const std::uint32_t count = period();
-    // Twice around: the last values are equal to the first ones of the next turn.
+    // Two turns: the last values are equal to the first ones of the next turn.
     std::uint32_t equal = 1;
     for (std::uint32_t left = 2 * count; left > 0; --left) {
         const std::uint32_t index = (left - 1) % count;

@@ -16,7 +16,7 @@ class pattern_ref;
 using word_conversion = std::function<bool(std::string_view, std::string&)>;
 
 /// Texts that repeat over the addresses: the word at `first` has the first text, the next word the next
-/// one, and behind the last text the first one follows again. A pattern never changes, and which text an
+/// one, and after the last text the first one follows again. A pattern never changes, and which text an
 /// address has depends on nothing but the address, so one pattern stands for any number of words, pages
 /// and subtrees at once.
 class word_pattern {
@@ -28,7 +28,7 @@ public:
     /// @throws std::length_error when they have more than 2^32 - 1 characters together.
     static pattern_ref repeating(std::uint32_t first, const std::string_view* values, std::size_t count);
 
-    /// The text of the word at @p address, which must not lie below `first` unless the pattern is uniform.
+    /// The text of the word at @p address, which must not be below `first` unless the pattern is uniform.
     [[nodiscard]] std::string_view text_at(std::uint32_t address) const noexcept {
         return is_uniform() ? std::string_view(texts) : value((address - first) % period());
     }
@@ -46,7 +46,7 @@ public:
     [[nodiscard]] std::uint64_t find_other(std::uint32_t from, std::uint32_t last,
                                            std::string_view text) const noexcept;
 
-    /// The pattern in which every text is what @p conversion makes of it; none when that answers false.
+    /// The pattern in which every text is the result of @p conversion; none when that returns false.
     [[nodiscard]] pattern_ref converted(const word_conversion& conversion) const;
 
 private:
@@ -73,7 +73,7 @@ private:
     std::string texts;
 };
 
-/// A counted reference to a pattern, or none. One word wide and counted without atomics, because there
+/// A counted reference to a pattern, or none. It is one word wide and counts without atomics, because there
 /// is one for each page of a memory, and a memory is used from one thread at a time.
 class pattern_ref {
 public:
@@ -107,7 +107,7 @@ private:
     const word_pattern* pattern = nullptr;
 };
 
-/// True when both stand for the same texts at every address, as far as that can be told at once: they
+/// True when both have the same texts at every address, as far as that is known in constant time: they
 /// are the same pattern, or both are uniform with the same text.
 [[nodiscard]] bool same_texts(const pattern_ref& left, const pattern_ref& right) noexcept;
 

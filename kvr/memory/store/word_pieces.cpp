@@ -61,7 +61,7 @@ void word_pieces::assign(std::uint32_t first, std::uint32_t last, pattern_ref te
     }
 }
 
-/// Takes the indexes out of the pieces and gives the first piece behind them. Needs room for one piece.
+/// Removes the indexes from the pieces and returns the first piece after them. Needs room for one piece.
 word_pieces::iterator word_pieces::cut_out(std::uint32_t first, std::uint32_t last) noexcept {
     iterator next = reaching(pieces, first);
     if (next != pieces.end() && next->first < first) {

@@ -9,21 +9,21 @@
 
 namespace kvr {
 
-/// The words of a page of which little is set: stretches of words, each with its pattern. A single word
-/// is a stretch of one, and neighbouring stretches of the same texts are one, so that a word here and
-/// there, a part of a range line and words that are all alike cost next to nothing.
+/// The words of a page with few words set: stretches of words, each with its pattern. A single word
+/// is a stretch of one, and adjacent stretches of the same texts are one, so that a single word here and
+/// there, a part of a range line and equal words cost next to nothing.
 class word_pieces {
 public:
-    /// Neighbouring indexes, from `first` to `last` (inclusive), whose words follow `texts`.
+    /// Adjacent indexes, from `first` to `last` (inclusive), whose words follow `texts`.
     struct piece {
         std::uint16_t first;
         std::uint16_t last;
         pattern_ref texts;
     };
 
-    /// What holds for the indexes from the one asked for to `last`.
+    /// What applies to the indexes from the given one to `last`.
     struct stretch {
-        const word_pattern* texts; ///< none where no piece lies
+        const word_pattern* texts; ///< none where there is no piece
         std::uint32_t last;
     };
 
@@ -32,12 +32,12 @@ public:
 
     [[nodiscard]] stretch stretch_at(std::uint32_t index) const noexcept;
 
-    /// Lets the piece that ends right before @p index, if all its words are @p text, reach one word further
-    /// into what no piece holds; false, and nothing done, when that is not how things are.
+    /// Extends the piece that ends directly before @p index, if all its words are @p text, by one word
+    /// that no piece holds; false, without a change, when there is no such piece or word.
     bool extend(std::uint32_t index, std::string_view text) noexcept;
 
-    /// Gives the indexes from @p first to @p last to @p texts, or to no piece when there are none. Takes
-    /// two pieces more at most. Nothing has changed when it throws.
+    /// Assigns @p texts to the indexes from @p first to @p last, or no piece when there are none. Adds at
+    /// most two pieces. Nothing has changed when it throws.
     void assign(std::uint32_t first, std::uint32_t last, pattern_ref texts);
 
     /// The pattern of a piece that touches @p index and has @p text in all its words; none when there is

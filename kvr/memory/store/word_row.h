@@ -6,10 +6,10 @@
 
 namespace kvr {
 
-/// Neighbouring words of one length whose texts stand side by side in memory, for those who would rather go
-/// over many words at once than ask for each. Valid until the store that it comes from changes.
+/// Adjacent words of one length whose texts are contiguous in memory, for callers that process many words
+/// at once instead of one by one. Valid until the store that it comes from changes.
 struct word_row {
-    static constexpr std::uint32_t longest = 256; ///< what `length` may be
+    static constexpr std::uint32_t longest = 256; ///< type of `length`
 
     const char* texts = nullptr;
     std::uint32_t length = 0; ///< characters of each word
@@ -19,7 +19,7 @@ struct word_row {
         return {texts + std::size_t{index} * length, length};
     }
 
-    /// The texts of all words, one behind the other.
+    /// The texts of all words, one after the other.
     [[nodiscard]] std::string_view all() const noexcept { return {texts, std::size_t{count} * length}; }
 
     /// @p words of its words from number @p first on.

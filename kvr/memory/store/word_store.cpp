@@ -144,7 +144,7 @@ void word_store::fill(std::uint32_t first, std::uint32_t last, const std::vector
     assign_range({first, end}, word_pattern::repeating(first, values.data(), count));
 }
 
-/// Makes the words of @p range follow @p texts, as far as there are roots for them.
+/// Makes the words of @p range follow @p texts, as far as the roots reach.
 void word_store::assign_range(const address_range& range, const pattern_ref& texts) {
     found_number = no_page;
     const std::uint64_t end = std::min<std::uint64_t>(range.last / root_words + 1, roots.size());
@@ -158,7 +158,7 @@ word_run word_store::run_at(std::uint32_t address) const noexcept {
     std::uint64_t next = std::uint64_t{address} + 1;
     if (next < word_count && is_in_found_page(address + 1) &&
         (*found_page)[(address + 1) % page_words] != text) {
-        return {address, address, text}; // what most runs are, without a way through the tree
+        return {address, address, text}; // most runs, without a search of the tree
     }
     while (next < word_count) {
         const word_leaf leaf = leaf_at(roots[next / root_words], static_cast<std::uint32_t>(next));
@@ -219,8 +219,8 @@ bool word_store::transform(const word_conversion& conversion, const row_test& ke
     return true;
 }
 
-/// The fast way of transform(), for words that are what they should become. False at the first word of
-/// which that cannot be said, and transform() does it all.
+/// The fast path of transform(), for words that are already their result. False at the first word for
+/// which that is not known; transform() then converts all of them.
 bool word_store::is_kept(const word_conversion& conversion, const row_test& keeps) const {
     for (std::uint64_t address = 0; address < size();) {
         const word_leaf leaf = leaf_at(roots[address / root_words], static_cast<std::uint32_t>(address));
@@ -259,7 +259,7 @@ bool word_store::is_kept(const word_leaf& leaf, const word_conversion& conversio
     return true;
 }
 
-/// Sets the words of @p leaf, which is another store's, to what @p conversion makes of them.
+/// Sets the words of @p leaf, which belongs to another store, to the results of @p conversion.
 /// One pattern over several leaves stays one.
 bool word_store::take_converted(const word_leaf& leaf, const word_conversion& conversion,
                                 const row_test& keeps, converted_pattern& latest) {
@@ -294,12 +294,12 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
     return true;
 }
 
-/// The same for words of a pattern of which some text cannot be converted: one that none of them may have,
-/// when the words that had it were dropped or set since.
+/// The same for words of a pattern with a text that cannot be converted: possibly one that no word uses,
+/// when the words that used it were dropped or set since.
 bool word_store::take_converted_part(const word_leaf& leaf, const word_conversion& conversion) {
     const std::uint32_t last = std::min(leaf.last, size() - 1);
     if (last - leaf.first >= leaf.texts->period() - 1) {
-        return false; // the words have all texts
+        return false; // the words use all texts
     }
     for (std::uint32_t address = leaf.first; address <= last; ++address) {
         if (!take_converted_run({address, address, leaf.texts->text_at(address)}, conversion)) {
@@ -309,7 +309,7 @@ bool word_store::take_converted_part(const word_leaf& leaf, const word_conversio
     return true;
 }
 
-/// The same for words that stand side by side, the first of them at @p address.
+/// The same for contiguous words, the first of them at @p address.
 bool word_store::take_converted_row(std::uint32_t address, const word_row& row,
                                     const word_conversion& conversion, const row_test& keeps) {
     const bool kept = keeps && keeps(row);

@@ -14,7 +14,7 @@
 
 namespace kvr {
 
-/// A run of neighbouring addresses that hold the same text.
+/// A run of adjacent addresses that hold the same text.
 struct word_run {
     std::uint32_t first;
     std::uint32_t last;    ///< inclusive
@@ -22,7 +22,7 @@ struct word_run {
 };
 
 /// A stretch of addresses over which words repeat: the words at an address and `period` addresses on are the
-/// same, as long as both lie in it.
+/// same, provided that both are in it.
 struct word_cycle {
     std::uint32_t first;
     std::uint32_t last;   ///< inclusive
@@ -33,11 +33,11 @@ struct word_cycle {
 using row_test = std::function<bool(const word_row&)>;
 
 /// The words of a memory: one text per address, kept exactly (length, letter case, any byte), with the
-/// meaning of a double-ended queue of strings. Built for what memories look like: words that nobody has
-/// set and range lines over billions of addresses cost a handful of bytes, and words of one length are
-/// packed side by side without an object each.
+/// meaning of a double-ended queue of strings. Built for what memories look like: unset words and
+/// range lines over billions of addresses cost a handful of bytes, and words of one length are
+/// packed contiguously without an object each.
 ///
-/// Every view that the store hands out is valid until the next call that changes the store. Texts that
+/// Every view that the store returns is valid until the next call that changes the store. Texts that
 /// are passed in must not be views of the same store. Reading, too, is for one thread at a time. An operation
 /// that throws (std::bad_alloc, std::length_error) leaves the store usable, with the size and the words that
 /// it had before, except that a fill() may have set some of its addresses already.
@@ -71,12 +71,12 @@ public:
         }
     }
 
-    /// Sets the words from @p first on to @p texts in order, which stand side by side, @p length characters
+    /// Sets the words from @p first on to @p texts in order, which are contiguous, @p length characters
     /// each (at least one). The last address must be below size(). Does what set() does for each of them.
     void set_side_by_side(std::uint32_t first, std::string_view texts, std::size_t length);
 
     /// The same for the words of a whole page (`page_words`, the first address a multiple of it). The page
-    /// may keep @p texts for good, which are then gone.
+    /// may take over @p texts, which is then null.
     void set_page(std::uint32_t first, std::unique_ptr<char[]>& texts, std::size_t length);
 
     /// Sets the words from @p first to @p last (inclusive, below size()) to @p values in order, starting
@@ -85,25 +85,25 @@ public:
     void fill(std::uint32_t first, std::uint32_t last, const std::vector<std::string_view>& values);
 
     /// The longest run of equal words that starts at @p address (below size()): every address from
-    /// `first` == @p address to `last` holds the same text, and the word behind it, if there is one, does
+    /// `first` == @p address to `last` holds the same text, and the word after it, if there is one, does
     /// not. Stretches that one fill or range set are skipped as a whole.
     [[nodiscard]] word_run run_at(std::uint32_t address) const noexcept;
 
-    /// The cycle that starts at @p address (below size()), where one fill or range set the words. It is found
-    /// without a look at them: words that were set one by one are none, and a cycle may go on behind it.
+    /// The cycle that starts at @p address (below size()), where one fill or range set the words. Finding it
+    /// reads no words: words that were set one by one are no cycle, and the words after one may continue it.
     [[nodiscard]] word_cycle cycle_at(std::uint32_t address) const noexcept;
 
-    /// The words from @p address (below size()) on that stand side by side as words of one length, none
-    /// when they are not kept so. A row ends with its page at the latest, and the next row may begin right
-    /// behind it. Unlike a run it costs nothing to find.
+    /// The words from @p address (below size()) on that are contiguous words of one length, none when they
+    /// are not kept so. A row ends with its page at the latest, and the next row may begin directly
+    /// after it. Unlike a run, it is found in constant time.
     [[nodiscard]] word_row row_at(std::uint32_t address) const noexcept;
 
-    /// Replaces every text by what @p conversion makes of it. The cost depends on what was set, not on the
+    /// Replaces every text by the result of @p conversion. The cost depends on what was set, not on the
     /// number of words: a text that stands for many of them is converted once. False, with the words as
-    /// they were, when @p conversion answers false.
+    /// they were, when @p conversion returns false.
     ///
-    /// @param keeps tells of a whole row of words at once that @p conversion takes them and makes each of
-    ///              the same text; words for which it answers false are converted.
+    /// @param keeps returns true for a whole row of words when @p conversion accepts them and makes each of
+    ///              the same text; words for which it returns false are converted.
     bool transform(const word_conversion& conversion, const row_test& keeps = {});
 
 private:
@@ -134,8 +134,8 @@ private:
     std::uint32_t word_count = 0;
     std::vector<word_root> roots;
 
-    // The page found last, because words are mostly asked for in order. Two fields on their own: kept as
-    // one object, they make every read wait for the one before.
+    // The page found last, because words are mostly read in order. Two separate fields: kept as
+    // one object, they make every read wait for the previous one.
     mutable std::uint32_t found_number = no_page; ///< its first address / page_words
     mutable word_page* found_page = nullptr;
 

@@ -12,9 +12,9 @@
 #include <variant>
 
 // The tree over the addresses of a memory: pages, branches of 32 pages, branches of 64 of those. At any
-// level a pattern may stand in for what is below, so that billions of words that one value or one range
+// level a pattern may replace what is below, so that billions of words that one value or one range
 // line set are a single node. Addresses are absolute everywhere; the end of a range is 64 bits wide where
-// the address behind the last one is reckoned with.
+// the address after the last one is needed.
 
 namespace kvr {
 
@@ -23,7 +23,7 @@ namespace kvr {
 template <class Inner>
 using word_subtree = std::variant<pattern_ref, std::unique_ptr<Inner>>;
 
-/// The branch or the page in @p tree; none where a pattern stands in for it.
+/// The branch or the page in @p tree; none where a pattern replaces it.
 template <class Inner>
 Inner* inner_of(const word_subtree<Inner>& tree) noexcept {
     const auto* inner = std::get_if<std::unique_ptr<Inner>>(&tree);
@@ -34,7 +34,7 @@ template <class Inner, std::size_t count>
 struct word_branch {
     static constexpr std::uint64_t words = count * Inner::words;
 
-    /// Built like a page; where it begins makes no difference to a branch.
+    /// Constructed like a page; its first address makes no difference to a branch.
     word_branch(std::uint32_t /*first_address*/, const pattern_ref& texts) noexcept {
         for (word_subtree<Inner>& child : children) {
             child = texts;
@@ -99,18 +99,18 @@ template <class Inner>
     return leaf;
 }
 
-/// The page that holds @p address; made, without changing a word, where a pattern stood in for it.
+/// The page that holds @p address; made, without changing a word, where a pattern replaced it.
 word_page& page_at(word_root& root, std::uint32_t address);
 
-/// Puts a pattern in the place of the page that holds @p address, and of the branches above it, where one
-/// says the same. True when the page is gone.
+/// Replaces the page that holds @p address, and the branches above it, by a pattern where one has the
+/// same words. True when the page was replaced.
 bool fold(word_root& root, std::uint32_t address) noexcept;
 
 /// Makes the words of @p range that are below @p root, whose first address is @p root_first, follow
 /// @p texts. When it throws, each of them has its old or its new text.
 void assign(word_root& root, std::uint64_t root_first, const address_range& range, const pattern_ref& texts);
 
-/// Gives up what lies wholly from address @p end on.
+/// Drops what is entirely from address @p end on.
 void drop_from(word_root& root, std::uint64_t root_first, std::uint64_t end) noexcept;
 
 } // namespace kvr

@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::string_view coe_byte_order_mark = "\xEF\xBB\xBF";
 constexpr std::string_view coe_blanks = " \t\r\n\v\f";
-constexpr std::string_view radix_name = "memory_initialization_radix";
+constexpr std::string_view radix_setting = "memory_initialization_radix";
 constexpr std::string_view vector_name = "memory_initialization_vector";
 
 /// Characters that end a value.
@@ -49,7 +49,7 @@ void coe_parser::parse() {
 void coe_parser::parse_statement() {
     const span name = parse_value();
     skip_blanks();
-    const bool is_radix = kvr::equal_ignoring_case(name.in(text), radix_name);
+    const bool is_radix = kvr::equal_ignoring_case(name.in(text), radix_setting);
     const bool is_vector = kvr::equal_ignoring_case(name.in(text), vector_name);
     if (!is_at('=') || !(is_radix || is_vector)) {
         parse_stray(name.offset);
@@ -65,6 +65,7 @@ void coe_parser::parse_statement() {
 }
 
 void coe_parser::parse_radix(const span& name) {
+    sink.take({coe_piece::kind::radix_name, name});
     const span value = parse_value();
     sink.take({coe_piece::kind::radix, value});
     skip_blanks();

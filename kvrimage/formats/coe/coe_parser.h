@@ -12,6 +12,7 @@ namespace kvrimage {
 struct coe_piece {
     enum class kind : std::uint8_t {
         comment,      ///< from ";" to the end of the line
+        radix_name,   ///< memory_initialization_radix
         radix,        ///< the value of memory_initialization_radix
         vector,       ///< the name memory_initialization_vector
         word,         ///< a value of the vector

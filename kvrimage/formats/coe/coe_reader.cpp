@@ -49,6 +49,8 @@ public:
         case coe_piece::kind::comment:
             result.facts.has_comments = true;
             break;
+        case coe_piece::kind::radix_name:
+            break;
         case coe_piece::kind::radix:
             take_radix(piece.where);
             break;

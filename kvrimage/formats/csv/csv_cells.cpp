@@ -56,9 +56,7 @@ private:
     }
     void take_address(const span& where) {
         address = csv_address_of(where.in(text));
-        if (!address) {
-            hand_out(csv_cell::kind::bad_address, where, *layout.address);
-        }
+        hand_out(address ? csv_cell::kind::address : csv_cell::kind::bad_address, where, *layout.address);
     }
     void take_value(const span& where, std::size_t column) {
         hand_out(where.length != 0 ? csv_cell::kind::value : csv_cell::kind::empty, where, column);

@@ -17,6 +17,7 @@ namespace kvrimage {
 struct csv_cell {
     enum class kind : std::uint8_t {
         value,       ///< its characters were not looked at
+        address,     ///< the field of the address, its number given
         bad_address, ///< a field that is no address
         empty,       ///< where a value should be
         extra,       ///< the first field that is one too many; its row has no other cells
@@ -24,8 +25,9 @@ struct csv_cell {
         open_quote
     } what = kind::value;
     span where;
-    std::optional<std::uint64_t> address; ///< of a value; nothing after an address that cannot be read
-    std::size_t number = 0;               ///< of the column, from 0; for `extra` the number of fields
+    std::optional<std::uint64_t>
+        address;            ///< of a value, or that it is; nothing after an address that cannot be read
+    std::size_t number = 0; ///< of the column, from 0; for `extra` the number of fields
 };
 
 /// Calls @p take with the cells of @p contents, in order.

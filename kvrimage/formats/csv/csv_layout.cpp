@@ -97,7 +97,7 @@ std::optional<std::size_t> find_csv_column(std::string_view wanted, const csv_ro
 
 /// Whether the first of several columns counts words, as addresses do.
 bool counts_words(const csv_row& first, const csv_row& second) {
-    if (first.size() < 2 || second.empty()) {
+    if (second.empty()) {
         return false;
     }
     const auto one = csv_address_of(first.front());

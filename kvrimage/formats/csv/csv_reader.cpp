@@ -128,6 +128,9 @@ private:
     }
 
     void take(const csv_cell& cell) {
+        if (cell.what == csv_cell::kind::address) {
+            return;
+        }
         if (cell.what != csv_cell::kind::value) {
             causes[static_cast<std::size_t>(cell.what)].add(cell);
         } else if (rules.fixed ? make_fixed(cell) : make_whole(cell)) {
@@ -224,7 +227,7 @@ private:
     std::uint32_t bits = 1;
     std::optional<word_list> words;
     std::string word;
-    std::array<csv_cause, 6> causes; ///< by csv_cell::kind
+    std::array<csv_cause, 7> causes; ///< by csv_cell::kind
     csv_cause bad_values;
     csv_cause fractions;
     csv_cause out_of_range;

@@ -15,4 +15,8 @@ namespace kvrimage {
 [[nodiscard]] std::optional<place> find_csv_word(std::string_view contents, const read_options& options,
                                                  std::uint64_t address);
 
+/// format::find_pieces() for tables.
+void find_csv_pieces(std::string_view contents, const read_options& options, const read_result& ours,
+                     const piece_taker& take);
+
 } // namespace kvrimage

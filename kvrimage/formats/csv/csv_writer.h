@@ -6,8 +6,8 @@
 
 namespace kvrimage {
 
-/// format::write() for CSV: the header "address,value" and one word a line. Hexadecimal and binary numbers
-/// have their prefix; octal is written as hexadecimal.
+/// format::write() for CSV: the header "address,value" and one word a line, with tabs for the commas in a
+/// file called .tsv. Hexadecimal and binary numbers have their prefix; octal is written as hexadecimal.
 void write_csv(const memory_image& image, const write_options& options, text_sink& output);
 
 /// format::written_size() for CSV.

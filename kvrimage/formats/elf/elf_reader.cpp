@@ -73,6 +73,9 @@ private:
         result.facts.more.push_back(
             {"class", fmt::format("{} bits, {}", facts.is_64_bits ? 64 : 32, title_of_order(facts.order))});
         result.facts.more.push_back({"start address", fmt::format("{:X}", facts.entry)});
+        if (facts.entry != 0) { // which is what stands there where there is none
+            result.facts.start_address = facts.entry;
+        }
     }
 
     std::vector<elf_part> loaded_segments(const elf_facts& facts) {
@@ -144,7 +147,7 @@ private:
                 continue;
             }
             const std::uint64_t address = is_virtual ? each.virtual_address : each.physical_address;
-            if (each.size > std::numeric_limits<std::uint64_t>::max() - address) {
+            if (each.size - 1 > std::numeric_limits<std::uint64_t>::max() - address) {
                 list.add(diagnose::elf_address_wraps({}, name));
                 continue;
             }

@@ -16,8 +16,7 @@ namespace kvrimage {
 namespace {
 
 constexpr std::uint64_t last_hex_byte = 0xFFFFFFFF;
-constexpr record_style hex_data_style = {
-    .mark = ":", .address_bytes = 2, .type = std::string_view("\0", 1), .counted = 0, .sum = 0};
+constexpr record_style hex_data_style = hex_style_of_type(std::string_view("\0", 1));
 
 /// How many of the @p bytes bytes of a record at @p address come before its segment begins again.
 std::uint32_t bytes_before_wrap(const hex_offset& offset, std::uint32_t address, std::uint32_t bytes) {

@@ -7,21 +7,20 @@
 #include "kvrimage/image/united_ranges.h"
 #include "kvrimage/image/word_text.h"
 
-#include <fmt/format.h>
-
 #include <algorithm>
 #include <utility>
 
 namespace kvrimage {
 
-hex_cells::hex_cells(std::string_view file, const hex_layout& of, std::optional<std::uint64_t> depth)
+hex_cells::hex_cells(std::string_view file, const hex_layout& of, const read_options& options)
     : contents(file),
       layout(of),
-      given_depth(depth),
+      given_depth(options.depth),
+      base(options.base.value_or(0)),
       cell_bytes(of.bytes_per_word()),
       cell_digits(2 * std::size_t{cell_bytes}),
       stored_digits((of.width + bits_per_hex_digit - 1) / bits_per_hex_digit),
-      limit(std::min(depth.value_or(deepest_memory), deepest_memory)),
+      limit(std::min(given_depth.value_or(deepest_memory), deepest_memory)),
       words(limit),
       batch(words.lower_half()) {}
 
@@ -146,18 +145,18 @@ void hex_cells::report_addresses(diagnostic_list& diagnostics) const {
         diagnostics.add(diagnose::address_outside(outside.where, outside.first, deepest_memory - 1));
     }
     if (!beyond_depth.empty()) {
-        diagnostic found = diagnose::beyond_depth(beyond_depth.where, beyond_depth.first, limit, limit - 1,
-                                                  beyond_depth.most + 1);
-        found.hint = fmt::format("needs --depth {} or more", beyond_depth.most + 1);
-        diagnostics.add(std::move(found));
+        const std::uint64_t depth = limit - base;
+        const std::uint64_t needed = beyond_depth.most + 1 - base;
+        diagnostics.add(diagnose::beyond_depth(beyond_depth.where, beyond_depth.first - base, depth,
+                                               depth - 1, "--depth", needed));
     }
 }
 
 /// The line that sets @p cell first.
 std::uint64_t hex_cells::line_that_sets(std::uint64_t cell) const {
     std::optional<std::uint64_t> offset;
-    hex_offset base;
-    static_cast<void>(for_each_data_record(contents, base, [&](const hex_data& data) {
+    hex_offset page;
+    static_cast<void>(for_each_data_record(contents, page, [&](const hex_data& data) {
         if (!offset && !data.is_in_doubt() && data.address <= cell &&
             cell < data.address + data.bytes / cell_bytes) {
             offset = data.where.offset;
@@ -171,13 +170,13 @@ std::uint64_t hex_cells::depth_of_image() const {
     for (const address_range& range : in_doubt) {
         depth = std::max(depth, range.last + 1);
     }
-    return given_depth.value_or(depth);
+    return given_depth ? limit : depth;
 }
 
 std::optional<memory_image> hex_cells::finish() {
     batch.flush();
     const std::uint64_t depth = depth_of_image();
-    if (depth == 0 || depth > deepest_memory) {
+    if (depth == 0) {
         return std::nullopt;
     }
     words.resize(depth);

@@ -20,8 +20,8 @@ namespace kvrimage {
 /// Takes the data records of a file whose addresses count words, its cells.
 class hex_cells {
 public:
-    /// @param depth words, if the caller gave it
-    hex_cells(std::string_view file, const hex_layout& layout, std::optional<std::uint64_t> depth);
+    /// @param options their depth is that of the file from address 0 on; messages count it from their base
+    hex_cells(std::string_view file, const hex_layout& layout, const read_options& options);
 
     /// Takes a plain record at @p address if nothing can be wrong with it, which nearly always is so. False:
     /// it is for take().
@@ -51,6 +51,7 @@ private:
     std::string_view contents;
     hex_layout layout;
     std::optional<std::uint64_t> given_depth;
+    std::uint64_t base;
     std::uint32_t cell_bytes;
     std::size_t cell_digits;   ///< in the file
     std::size_t stored_digits; ///< in the image, at most one less

@@ -23,8 +23,8 @@ namespace {
 
 /// Why no record can hold the words of @p given.
 std::optional<diagnostic> obstacle_to(const assignment& given, const hex_layout& layout) {
-    if (layout.bytes_per_cell() > most_data_bytes) {
-        return diagnose::record_too_small({}, layout.width, most_data_bytes * bits_per_byte);
+    if (layout.bytes_per_cell() > most_record_bytes) {
+        return diagnose::record_too_small({}, layout.width, most_record_bytes * bits_per_byte);
     }
     const std::uint64_t largest = deepest_memory / layout.cells_per_word() - 1;
     if (given.addresses.last > largest) {

@@ -3,7 +3,9 @@
 #include "kvrimage/bytes/byte_rows.h"
 #include "kvrimage/formats/hex/hex_comments.h"
 #include "kvrimage/formats/hex/hex_edit.h"
+#include "kvrimage/formats/hex/hex_formatter.h"
 #include "kvrimage/formats/hex/hex_kvr.h"
+#include "kvrimage/formats/hex/hex_pieces.h"
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "kvrimage/formats/hex/hex_writer.h"
 #include "kvrimage/formats/hex/hexbytes_writer.h"
@@ -31,7 +33,9 @@ const format hex_format = {
     .read = read_hex,
     .find_word = find_hex_word,
     .find_comments = find_hex_comments,
+    .find_pieces = find_hex_pieces,
     .edit = edit_hex,
+    .lay_out = lay_out_hex,
     .can_write = can_write_hex,
     .write = write_hex,
     .written_size = size_of_hex,
@@ -46,11 +50,14 @@ const format hexbytes_format = {
     .read = read_hexbytes,
     .find_word = find_hexbytes_word,
     .find_comments = find_hex_comments,
+    .find_pieces = find_hex_pieces,
     .edit = edit_hex,
+    .lay_out = lay_out_hex,
     .can_write = can_write_hexbytes,
     .write = write_hexbytes,
     .written_size = size_of_hexbytes,
     .write_choices = hexbytes_write_choices,
+    .largest_start = 0xFFFFFFFF,
 };
 
 } // namespace kvrimage

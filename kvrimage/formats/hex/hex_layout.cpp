@@ -36,14 +36,8 @@ hex_layout layout_of(const read_result& ours) {
             .order = ours.facts.order.value_or(byte_order::big)};
 }
 
-hex_layout layout_of(std::string_view contents, const read_options& options) {
-    hex_layout layout;
-    layout.unit = options.unit == address_unit::byte ? address_unit::byte : address_unit::word;
-    layout.order = layout.counts_bytes() ? options.order.value_or(byte_order::big) : byte_order::big;
-    layout.width = options.width           ? *options.width
-                   : layout.counts_bytes() ? bits_per_byte
-                                           : bytes_by_records(contents) * bits_per_byte;
-    return layout;
+hex_layout layout_of_words(std::string_view contents, const read_options& options) {
+    return {.width = options.width ? *options.width : bytes_by_records(contents) * bits_per_byte};
 }
 
 } // namespace kvrimage

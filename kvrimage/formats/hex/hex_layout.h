@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvrimage/bytes/record_style.h"
 #include "kvrimage/formats/format.h"
 #include "kvrimage/image/radix.h"
 #include "kvrimage/image/word_text.h"
@@ -10,9 +11,13 @@
 
 namespace kvrimage {
 
-inline constexpr std::uint32_t most_data_bytes = 255; ///< of a record
-inline constexpr std::uint32_t hex_page_shift = 16;   ///< the address field counts within a page
+inline constexpr std::uint32_t hex_page_shift = 16; ///< the address field counts within a page
 inline constexpr std::uint64_t hex_page_size = std::uint64_t{1} << hex_page_shift;
+
+/// How the records of @p type, a byte, look.
+[[nodiscard]] constexpr record_style hex_style_of_type(std::string_view type) {
+    return {.mark = ":", .address_bytes = 2, .type = type, .counted = 0, .sum = 0};
+}
 
 /// How words are in the records of an Intel HEX file. Each word takes whole bytes. What an address counts is
 /// a cell: a word, or a byte of one.
@@ -25,7 +30,6 @@ struct hex_layout {
         return (width + bits_per_byte - 1) / bits_per_byte;
     }
     [[nodiscard]] bool counts_bytes() const noexcept { return unit == address_unit::byte; }
-    [[nodiscard]] std::uint32_t cell_width() const noexcept { return counts_bytes() ? bits_per_byte : width; }
     [[nodiscard]] std::uint32_t bytes_per_cell() const noexcept {
         return counts_bytes() ? 1 : bytes_per_word();
     }
@@ -80,8 +84,8 @@ private:
 
 /// The layout with which read() has read a file as @p ours, which has an image.
 [[nodiscard]] hex_layout layout_of(const read_result& ours);
-/// That with which read() takes @p contents, a file without broken diagnostics; a width of 0 where it does
-/// not.
-[[nodiscard]] hex_layout layout_of(std::string_view contents, const read_options& options);
+/// That with which read() takes @p contents, a file without broken diagnostics whose addresses count words; a
+/// width of 0 where it does not.
+[[nodiscard]] hex_layout layout_of_words(std::string_view contents, const read_options& options);
 
 } // namespace kvrimage

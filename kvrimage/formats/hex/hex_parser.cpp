@@ -1,6 +1,6 @@
 #include "kvrimage/formats/hex/hex_parser.h"
 
-#include "kvr/numeric/digit_value.h"
+#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>
@@ -53,14 +53,6 @@ hex_record_type type_of(std::string_view digits) {
 }
 
 } // namespace
-
-std::uint32_t hex_value(std::string_view digits) noexcept {
-    std::uint32_t value = 0;
-    for (const char digit : digits) {
-        value = value * 16 + kvr::digit_value(digit);
-    }
-    return value;
-}
 
 std::uint32_t sum_of_hex_bytes(std::string_view digits) noexcept {
     std::uint32_t sum = 0;

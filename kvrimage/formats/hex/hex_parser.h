@@ -109,8 +109,6 @@ private:
     std::string buffer; ///< holds the digits of a record with blanks
 };
 
-/// The value of hexadecimal digits, eight at most.
-[[nodiscard]] std::uint32_t hex_value(std::string_view digits) noexcept;
 /// The sum of the bytes that an even number of hexadecimal digits spell.
 [[nodiscard]] std::uint32_t sum_of_hex_bytes(std::string_view digits) noexcept;
 /// The two digits that make the bytes of a record add up to 0 modulo 256, of which @p fields are all others.

@@ -1,12 +1,14 @@
 #include "kvrimage/formats/hex/hex_reader.h"
 
 #include "kvrimage/bytes/found_byte.h"
+#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/edit/text_lines.h"
 #include "kvrimage/formats/foreign_content.h"
+#include "kvrimage/formats/hex/hex_address_unit.h"
 #include "kvrimage/formats/hex/hex_bytes.h"
 #include "kvrimage/formats/hex/hex_cells.h"
 #include "kvrimage/formats/hex/hex_faults.h"
@@ -15,6 +17,7 @@
 #include "kvrimage/formats/hex/hex_records.h"
 #include "kvrimage/formats/line_ends.h"
 #include "kvrimage/formats/reading_from_base.h"
+#include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>
 
@@ -115,7 +118,7 @@ public:
         if (layout.counts_bytes()) {
             bytes.emplace(contents);
         } else if (layout.width != 0) {
-            cells.emplace(contents, layout, options.depth);
+            cells.emplace(contents, layout, options);
         }
     }
 
@@ -285,10 +288,20 @@ private:
         }
         const bool is_segment = record.type == hex_record_type::start_segment_address;
         std::string value(record.data());
+        start = start_of(value, is_segment);
         if (is_segment && value.size() == 2 * segment_digits) {
             value.insert(segment_digits, 1, ':');
         }
         starts.push_back({"start address", std::move(value)});
+    }
+    /// The byte address that the digits of a start record mean; nothing where some are missing.
+    static std::optional<std::uint64_t> start_of(std::string_view digits, bool is_segment) {
+        if (digits.size() != 2 * segment_digits) {
+            return std::nullopt;
+        }
+        const std::uint64_t value = hex_value(digits);
+        constexpr std::uint64_t paragraph = 16;
+        return is_segment ? (value >> hex_page_shift) * paragraph + value % hex_page_size : value;
     }
 
     void take_data(const hex_line& line) {
@@ -406,16 +419,19 @@ private:
         read_result made;
         if (bytes) {
             bytes->finish(options, list, made);
-            made.facts.order = layout.order;
+            if (layout.bytes_per_word() > 1) {
+                made.facts.order = layout.order;
+            }
         } else if (cells) {
             made.image = cells->finish();
-            if (!made.image && !has_data && options.width && options.keep_going) {
+            if (!made.image && options.width && options.keep_going) {
                 made.image.emplace(*options.width, 1); // what is edited needs no word before
             }
             made.unreadable = cells->unreadable();
         }
         made.facts.unit = layout.unit;
         made.facts.more = std::move(starts);
+        made.facts.start_address = start;
         made.facts.width_source = options.width || bytes ? "" : "the records";
         made.facts.has_comments = !text.empty() || !commented.empty() || !text_after_end.empty();
         made.facts.as = &as;
@@ -434,6 +450,7 @@ private:
     std::optional<hex_bytes> bytes; ///< where the addresses count these
     std::optional<hex_cells> cells; ///< where they count words, whose width is known
     std::vector<named_fact> starts;
+    std::optional<std::uint64_t> start; ///< of the last of them
     places text, commented, text_after_end, records_after_end;
     std::optional<span> end_line; ///< once the end record has come
     std::optional<diagnostic>
@@ -459,7 +476,7 @@ read_result read_word_records(std::string_view contents, const read_options& opt
 /// format::find_word where addresses count words.
 std::optional<place> find_record_of_word(std::string_view contents, const read_options& options,
                                          std::uint64_t address) {
-    const hex_layout layout = layout_of(contents, options);
+    const hex_layout layout = layout_of_words(contents, options);
     if (layout.width == 0) {
         return std::nullopt;
     }
@@ -481,11 +498,26 @@ std::optional<place> find_record_of_word(std::string_view contents, const read_o
 
 constexpr reading_from_zero words_from_zero = {read_word_records, find_record_of_word};
 
+bool can_be_read(const read_result& result) {
+    return result.image && std::ranges::none_of(result.diagnostics, [](const diagnostic& found) {
+               return about(found.id).level == diagnostic_class::broken;
+           });
+}
+
 } // namespace
 
 read_result read_hex(std::string_view contents, const read_options& options) {
-    return options.unit == address_unit::byte ? read_records(contents, options, hex_format)
-                                              : read_from_base(contents, options, words_from_zero);
+    if (options.unit == address_unit::byte) {
+        return read_records(contents, options, hex_format);
+    }
+    read_result result = read_from_base(contents, options, words_from_zero);
+    if (can_be_read(result)) {
+        if (auto doubt = doubt_of_address_unit(contents, options)) {
+            result.diagnostics.push_back(*std::move(doubt));
+            result.image.reset(); // there is no word that is not in doubt
+        }
+    }
+    return result;
 }
 
 read_result read_hexbytes(std::string_view contents, const read_options& options) {

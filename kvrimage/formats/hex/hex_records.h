@@ -1,6 +1,7 @@
 #pragma once
 
 #include "kvr/memory/hex/fast_hex_record.h"
+#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/formats/hex/hex_parser.h"
 
 #include <cstdint>

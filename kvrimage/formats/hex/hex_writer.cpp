@@ -4,6 +4,7 @@
 #include "kvrimage/formats/hex/hex_layout.h"
 #include "kvrimage/formats/hex/hex_parser.h"
 #include "kvrimage/formats/hex/hex_rows.h"
+#include "kvrimage/image/text_rows.h"
 #include "kvrimage/image/word_runs.h"
 
 #include <fmt/format.h>
@@ -101,8 +102,8 @@ private:
 
 std::vector<diagnostic> can_write_hex(const memory_image& image, const write_options&) {
     std::vector<diagnostic> reasons;
-    if (bytes_of_word(image) > most_data_bytes) {
-        reasons.push_back(diagnose::record_too_small({}, image.width(), most_data_bytes * bits_per_byte));
+    if (bytes_of_word(image) > most_record_bytes) {
+        reasons.push_back(diagnose::record_too_small({}, image.width(), most_record_bytes * bits_per_byte));
     }
     const auto bounds = image.bounds();
     if (bounds && bounds->last >= deepest_memory) {
@@ -116,7 +117,7 @@ void write_hex(const memory_image& image, const write_options&, text_sink& outpu
     const auto write_row = [&writer](const kvr::word_row& row, std::uint64_t offset) {
         return writer.write(row, offset);
     };
-    for_each_row_or_run(image.words(), write_row, [&writer](const text_run& run) {
+    for_each_text(image.words(), write_row, [&writer](const text_run& run) {
         for (std::uint64_t offset = run.first; offset <= run.last; ++offset) {
             writer.write(offset, run.text);
         }

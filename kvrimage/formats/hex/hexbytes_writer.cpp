@@ -1,9 +1,8 @@
 #include "kvrimage/formats/hex/hexbytes_writer.h"
 
-#include "kvr/memory/io/digit_pairs.h"
 #include "kvrimage/bytes/byte_rows.h"
 #include "kvrimage/bytes/bytes_of_words.h"
-#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/bytes/record_text.h"
 #include "kvrimage/formats/hex/hex_layout.h"
 #include "kvrimage/formats/sink_buffer.h"
 #include "kvrimage/image/word_text.h"
@@ -19,11 +18,11 @@ constexpr std::uint64_t largest_byte_of_hex = 0xFFFFFFFF;
 constexpr std::uint32_t usual_hexbytes = 16;
 constexpr std::uint64_t frame_of_hexbytes = 12; ///< colon, length, address, type, checksum, line end
 constexpr std::uint64_t page_record_size = frame_of_hexbytes + 4;
-constexpr std::size_t longest_hexbytes_record = frame_of_hexbytes + 2 * std::size_t{most_data_bytes};
+constexpr std::uint64_t start_record_size = frame_of_hexbytes + 8;
 constexpr std::string_view hexbytes_end = ":00000001FF\n";
 
 std::uint32_t hexbytes_a_record(const write_options& options) {
-    return chosen_record_length(options, usual_hexbytes, most_data_bytes).value_or(usual_hexbytes);
+    return chosen_record_length(options, usual_hexbytes, most_record_bytes).value_or(usual_hexbytes);
 }
 
 class hexbytes_lines {
@@ -33,37 +32,34 @@ public:
     void add(std::uint64_t address, std::string_view data) {
         if (address >> hex_page_shift != page) {
             page = address >> hex_page_shift;
-            const std::array<char, 2> upper = {static_cast<char>(page >> bits_per_byte),
-                                               static_cast<char>(page)};
-            add_record(0, linear_address, {upper.data(), upper.size()});
+            add_number(linear_address, page, 2);
         }
-        add_record(static_cast<std::uint32_t>(address % hex_page_size), 0, data);
+        add_record(data_record, address % hex_page_size, data);
     }
+    void add_start(std::uint64_t address) { add_number(start_linear_address, address, 4); }
     void finish() {
         output.write(hexbytes_end);
         output.flush();
     }
 
 private:
+    static constexpr char data_record = 0;
     static constexpr char linear_address = 4;
+    static constexpr char start_linear_address = 5;
 
-    void add_record(std::uint32_t address, char type, std::string_view data) {
-        const std::array<char, 4> first = {static_cast<char>(data.size()),
-                                           static_cast<char>(address >> bits_per_byte),
-                                           static_cast<char>(address), type};
-        output.write_with([&first, data](kvr::output_file& file) {
-            const std::string_view fields(first.data(), first.size());
-            char* const begin = file.room(longest_hexbytes_record);
-            begin[0] = ':';
-            char* place = begin + 1;
-            encode_hex(fields, place);
-            place += 2 * fields.size();
-            encode_hex(data, place);
-            place += 2 * data.size();
-            const unsigned sum = sum_of_bytes(fields) + sum_of_bytes(data);
-            place = kvr::upper_hex_pairs.put(-sum & 0xFFU, place);
-            *place++ = '\n';
-            file.used(static_cast<std::size_t>(place - begin));
+    /// Adds a record of @p type whose data are the lowest @p count bytes of @p number, 4 at most.
+    void add_number(char type, std::uint64_t number, std::size_t count) {
+        std::array<char, 4> bytes{};
+        for (std::size_t index = count; index-- > 0; number >>= bits_per_byte) {
+            bytes[index] = static_cast<char>(number);
+        }
+        add_record(type, 0, {bytes.data(), count});
+    }
+    void add_record(char type, std::uint64_t address, std::string_view data) {
+        const record_style style = hex_style_of_type({&type, 1});
+        output.write_with([&](kvr::output_file& file) {
+            char* const begin = file.room(longest_record);
+            file.used(static_cast<std::size_t>(put_record(style, address, data, begin) - begin));
             return true;
         });
     }
@@ -79,8 +75,8 @@ std::vector<diagnostic> can_write_hexbytes(const memory_image& image, const writ
     if (auto beyond = byte_address_obstacle(image, largest_byte_of_hex, "Intel HEX")) {
         found.push_back(std::move(*beyond));
     }
-    if (!chosen_record_length(options, usual_hexbytes, most_data_bytes)) {
-        found.push_back(improper_record_length(options, most_data_bytes));
+    if (!chosen_record_length(options, usual_hexbytes, most_record_bytes)) {
+        found.push_back(improper_record_length(options, most_record_bytes));
     }
     return found;
 }
@@ -93,13 +89,16 @@ void write_hexbytes(const memory_image& image, const write_options& options, tex
     for_each_byte_block(image, options.order.value_or(byte_order::big),
                         [&rows](std::uint64_t address, std::string_view bytes) { rows.add(address, bytes); });
     rows.finish();
+    if (options.start_address) {
+        lines.add_start(*options.start_address);
+    }
     lines.finish();
 }
 
 std::uint64_t size_of_hexbytes(const memory_image& image, const write_options& options) {
     const byte_row_counts counts = count_byte_rows(image, hexbytes_a_record(options));
     return hexbytes_end.size() + 2 * counts.bytes + frame_of_hexbytes * counts.rows +
-           page_record_size * counts.pages;
+           page_record_size * counts.pages + (options.start_address ? start_record_size : 0);
 }
 
 } // namespace kvrimage

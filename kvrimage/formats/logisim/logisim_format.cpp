@@ -1,5 +1,7 @@
 #include "kvrimage/formats/logisim/logisim_format.h"
 
+#include "kvrimage/formats/logisim/logisim_formatter.h"
+#include "kvrimage/formats/logisim/logisim_pieces.h"
 #include "kvrimage/formats/logisim/logisim_reader.h"
 #include "kvrimage/formats/logisim/logisim_search.h"
 #include "kvrimage/formats/logisim/logisim_writer.h"
@@ -26,6 +28,8 @@ const format logisim_format = {
     .read = read_logisim,
     .find_word = find_logisim_word,
     .find_comments = find_logisim_comments,
+    .find_pieces = find_logisim_pieces,
+    .lay_out = lay_out_logisim,
     .can_write = can_write_logisim,
     .write = write_logisim,
     .written_size = written_logisim_size,

@@ -39,7 +39,7 @@ std::string_view first_line_of(layout of) {
 }
 
 std::size_t address_digits_of(const memory_image& image) {
-    return fmt::formatted_size("{:x}", image.last_address());
+    return fmt::formatted_size("{:x}", image.bounds().value_or(address_range{0, 0}).last);
 }
 
 /// Writes the tokens of a file without addresses.

@@ -1,8 +1,8 @@
 #include "kvrimage/formats/memheader/memheader_reader.h"
 
-#include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/memheader/memheader_parser.h"
+#include "kvrimage/formats/memheader/memheader_settings.h"
 #include "kvrimage/formats/word_digits.h"
 #include "kvrimage/formats/word_list.h"
 
@@ -18,37 +18,7 @@ namespace {
 /// No memory has more.
 constexpr std::uint64_t highest_memheader_address = ~std::uint64_t{0} >> 1U;
 
-enum class setting_name : std::uint8_t { format, depth, width, address_radix, data_radix };
-
-/// A setting of the header, and the numbers that its value may be; none for a name.
-struct memheader_setting {
-    std::string_view name;
-    std::uint64_t lowest;
-    std::uint64_t highest;
-    std::string_view values; ///< for a message
-};
-
-constexpr auto memheader_settings = std::to_array<memheader_setting>({
-    {"Format", 0, 0, "Bin, Hex or AddrHex"},
-    {"Depth", 1, deepest_memory, "a decimal number from 1 to 4294967296"},
-    {"Width", 1, widest_word, "a decimal number from 1 to 1048576"},
-    {"AddrRadix", 0, 3, "0 (binary), 1 (octal), 2 (decimal) or 3 (hexadecimal)"},
-    {"DataRadix", 0, 3, "0 (binary), 1 (octal), 2 (decimal) or 3 (hexadecimal)"},
-});
-
 constexpr std::array memheader_radixes = {radix::bin, radix::oct, radix::uns, radix::hex};
-
-struct memheader_layout {
-    std::string_view name;
-    radix digits;
-    bool is_addressed;
-};
-
-constexpr auto memheader_layouts = std::to_array<memheader_layout>({
-    {"Bin", radix::bin, false},
-    {"Hex", radix::hex, false},
-    {"AddrHex", radix::hex, true},
-});
 
 /// The decimal number @p text, if it is one that @p setting may have.
 std::optional<std::uint64_t> number_of(std::string_view text, const memheader_setting& setting) {
@@ -112,41 +82,30 @@ private:
         std::optional<std::uint64_t> number;
     };
 
-    [[nodiscard]] const seen_setting& seen(setting_name of) const {
+    [[nodiscard]] const seen_setting& seen(memheader_setting_name of) const {
         return settings[static_cast<std::size_t>(of)];
     }
 
     void take_setting(const memheader_piece& piece) {
         const std::string_view name = piece.name.in(text);
-        for (std::size_t index = 0; index < memheader_settings.size(); ++index) {
-            if (kvr::equal_ignoring_case(name, memheader_settings[index].name)) {
-                set(index, piece);
-                return;
-            }
+        if (const memheader_setting* const setting = memheader_setting_of(name)) {
+            set(*setting, piece);
+        } else {
+            list.add(diagnose::memheader_unknown(piece.where, name));
         }
-        list.add(diagnose::memheader_unknown(piece.where, name));
     }
-    void set(std::size_t index, const memheader_piece& piece) {
-        const memheader_setting& setting = memheader_settings[index];
+    void set(const memheader_setting& setting, const memheader_piece& piece) {
         const std::string_view value = piece.value.in(text);
-        seen_setting& into = settings[index];
+        const bool is_layout = setting.is == memheader_setting_name::format;
+        seen_setting& into = settings[static_cast<std::size_t>(setting.is)];
         if (into.is_there) {
             list.add(diagnose::memheader_again(piece.where, setting.name));
             return;
         }
         into = {true, piece.value, number_of(value, setting)};
-        if (static_cast<setting_name>(index) == setting_name::format) {
-            set_layout(value);
-        }
-        if (static_cast<setting_name>(index) == setting_name::format ? layout == nullptr : !into.number) {
+        layout = is_layout ? memheader_layout_of(value) : layout;
+        if (is_layout ? layout == nullptr : !into.number) {
             list.add(diagnose::memheader_setting(piece.where, setting.name, value, setting.values));
-        }
-    }
-    void set_layout(std::string_view value) {
-        for (const memheader_layout& each : memheader_layouts) {
-            if (kvr::equal_ignoring_case(value, each.name)) {
-                layout = &each;
-            }
         }
     }
 
@@ -157,8 +116,8 @@ private:
         }
         stated_sizes stated;
         stated.width_setting = "#Width";
-        stated.depth = seen(setting_name::depth).number;
-        if (const auto& width = seen(setting_name::width).number) {
+        stated.depth = seen(memheader_setting_name::depth).number;
+        if (const auto& width = seen(memheader_setting_name::width).number) {
             stated.width = static_cast<std::uint32_t>(*width);
         }
         words.emplace(text, options, layout->digits, stated);
@@ -179,9 +138,9 @@ private:
 
     void report() {
         report_missing();
-        report_radix(setting_name::data_radix);
+        report_radix(memheader_setting_name::data_radix);
         if (layout != nullptr && layout->is_addressed) {
-            report_radix(setting_name::address_radix);
+            report_radix(memheader_setting_name::address_radix);
         }
         if (!stray_words.empty()) {
             list.add(diagnose::memheader_stray(stray_words, stray_words.front().in(text), "before"));
@@ -198,14 +157,14 @@ private:
         }
     }
     void report_missing() {
-        if (!seen(setting_name::format).is_there) {
+        if (!seen(memheader_setting_name::format).is_there) {
             list.add(
                 diagnose::memheader_missing({}, "Format", "write #Format=Hex if the words are hexadecimal"));
         }
-        if (!seen(setting_name::depth).is_there && !options.depth) {
+        if (!seen(memheader_setting_name::depth).is_there && !options.depth) {
             list.add(diagnose::memheader_missing({}, "Depth", "write #Depth= and the number of words"));
         }
-        if (!seen(setting_name::width).is_there && !options.width) {
+        if (!seen(memheader_setting_name::width).is_there && !options.width) {
             list.add(diagnose::memheader_missing({}, "Width", "write #Width= and the bits of a word"));
         }
         if (!has_data) {
@@ -213,16 +172,16 @@ private:
         }
     }
     /// A radix that the digits do not have.
-    void report_radix(setting_name of) {
+    void report_radix(memheader_setting_name of) {
         const seen_setting& setting = seen(of);
         if (layout == nullptr || !setting.number) {
             return;
         }
         const radix said = memheader_radixes[*setting.number];
         if (said != layout->digits) {
-            list.add(diagnose::memheader_radix(
-                setting.value, memheader_settings[static_cast<std::size_t>(of)].name, setting.value.in(text),
-                adjective_of(said), layout->name, adjective_of(layout->digits)));
+            list.add(diagnose::memheader_radix(setting.value, memheader_setting_of(of).name,
+                                               setting.value.in(text), adjective_of(said), layout->name,
+                                               adjective_of(layout->digits)));
         }
     }
 
@@ -231,7 +190,7 @@ private:
     diagnostic_list list;
     read_result result;
     std::optional<word_list> words;
-    std::array<seen_setting, memheader_settings.size()> settings;
+    std::array<seen_setting, memheader_setting_count> settings;
     const memheader_layout* layout = nullptr;
     bool has_data = false;
     places stray_words;

@@ -323,7 +323,8 @@ bool mif_content_parser::take_colon() {
         const span at = take().at;
         stray = stray.length == 0 ? at : between(stray.offset, at.end());
     }
-    if (tokens.peek().is(mif_token::kind::word) && tokens.peek().starts_line && stray.length == 0 &&
+    // A word that is left begins a line.
+    if (tokens.peek().is(mif_token::kind::word) && stray.length == 0 &&
         kvr::equal_ignoring_case(tokens.in(statement.first), "BEGIN")) {
         find_in_statement(mif_syntax::stray_text, address);
         statement.first = {};
@@ -360,7 +361,8 @@ bool mif_content_parser::take_value_or_end() {
         last_starts_line = next.starts_line;
         statement.values.push_back(next.at);
         value_places.push_back(place);
-        if (next.is_glued && statement.values.size() > 1) {
+        // After a comment the line break that it needs separates it, too.
+        if (next.is_glued && !next.after_comment) {
             glued.push_back(next.at);
         }
         return true;

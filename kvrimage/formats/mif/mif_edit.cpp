@@ -102,12 +102,10 @@ public:
     }
 
 private:
-    /// In the place of a statement of wrong form, if it can be understood.
+    /// In the place of a statement of wrong form, if it sets a single word and has a line of its own.
     void write_anew(const std::vector<mif_line>& lines) {
         const std::string_view text = statement.whole.in(file.contents);
-        const bool is_understood =
-            addresses.first == addresses.last || !file.image.words()[addresses.first].empty();
-        if (!is_understood || text.find('\n') != std::string_view::npos) {
+        if (addresses.first != addresses.last || text.find('\n') != std::string_view::npos) {
             file.refuse(diagnose::mif_edit_statement(statement.whole, text));
             return;
         }
@@ -400,15 +398,14 @@ std::optional<span> line_made_too_long(std::string_view contents, const std::vec
     std::size_t copied = 0;
     for (const text_edit& edit : edits) {
         const std::size_t line = start_of_line(contents, edit.offset);
-        length = line > copied || copied == 0 ? edit.offset - line : length + edit.offset - copied;
+        length = line > copied ? edit.offset - line : length + edit.offset - copied;
         const std::size_t break_at = edit.replacement.rfind('\n');
         length = break_at == std::string::npos ? length + edit.replacement.size()
                                                : edit.replacement.size() - break_at - 1;
         copied = edit.offset + edit.length;
         const std::size_t end = end_of_line(contents, copied);
         const std::size_t old_start = start_of_line(contents, copied);
-        if (length + end - copied > longest_kvr_line && end - old_start <= longest_kvr_line &&
-            edit.replacement.size() > edit.length) {
+        if (length + end - copied > longest_kvr_line && end - old_start <= longest_kvr_line) {
             return span{old_start, end - old_start};
         }
     }
@@ -423,7 +420,7 @@ std::vector<diagnostic> faults_of(const memory_image& image, std::span<const ass
     if (last <= image.last_address()) {
         return {};
     }
-    return {diagnose::beyond_depth({}, last, image.depth(), image.last_address(), last + 1)};
+    return {diagnose::beyond_depth({}, last, image.depth(), image.last_address(), "DEPTH", last + 1)};
 }
 
 } // namespace

@@ -120,7 +120,7 @@ void mif_examiner::take_range(const mif_statement& found, const mif_addresses& a
     if (!found.is_range()) {
         return;
     }
-    const span whole = found.open.length != 0 && found.close.length != 0
+    const span whole = found.open.length != 0 // and so has the other bracket, the statement being sound
                            ? span{found.open.offset, found.close.end() - found.open.offset}
                            : span{found.first.offset, found.last.end() - found.first.offset};
     if (addresses.first == addresses.last &&
@@ -313,14 +313,15 @@ void mif_examiner::report_addresses(diagnostic_list& list) {
         negative.found.report(diagnose::negative_address(negative.found.where(), negative.text), "", list);
     }
     if (!beyond.found.empty()) {
-        const std::string decimal = std::to_string(beyond_address);
+        const std::string decimal = std::to_string(beyond_address - form.base);
         // The last value of a list has an address that is not written.
-        const bool is_plain =
-            beyond.text == decimal || mif_number_of(beyond.text, form.addresses).value != beyond_address;
+        const bool is_plain = form.base != 0 || beyond.text == decimal ||
+                              mif_number_of(beyond.text, form.addresses).value != beyond_address;
+        const std::uint64_t depth = form.depth - form.base;
         beyond.found.report(
-            diagnose::beyond_depth(beyond.found.where(),
-                                   is_plain ? decimal : beyond.text + " (decimal " + decimal + ")",
-                                   form.depth, form.depth - 1, needed_depth + 1),
+            diagnose::beyond_depth(
+                beyond.found.where(), is_plain ? decimal : beyond.text + " (decimal " + decimal + ")", depth,
+                depth - 1, form.has_given_depth ? "--depth" : "DEPTH", needed_depth + 1 - form.base),
             "", list);
     }
     if (!goes_down.empty()) {

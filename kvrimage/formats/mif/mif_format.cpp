@@ -2,7 +2,9 @@
 
 #include "kvrimage/formats/mif/mif_comments.h"
 #include "kvrimage/formats/mif/mif_edit.h"
+#include "kvrimage/formats/mif/mif_formatter.h"
 #include "kvrimage/formats/mif/mif_kvr.h"
+#include "kvrimage/formats/mif/mif_pieces.h"
 #include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/formats/mif/mif_writer.h"
 #include "kvrimage/formats/reading_from_base.h"
@@ -50,7 +52,9 @@ const format mif_format = {
     .read = read_mif_from_base,
     .find_word = find_mif_word_from_base,
     .find_comments = find_mif_comments,
+    .find_pieces = find_mif_pieces,
     .edit = edit_mif,
+    .lay_out = lay_out_mif,
     .can_write = can_write_mif,
     .write = write_mif,
     .written_size = written_size_of_mif,

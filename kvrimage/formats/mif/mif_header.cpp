@@ -103,8 +103,8 @@ void mif_header::take_radix(stated& one, const mif_setting& found, diagnostic_li
                                                          : "did you mean " + std::string(nearest) + "?"));
         return;
     }
-    const std::optional<radix> library = kvr_radix_of(value);
-    if (library && *library != *one.meaning) {
+    const std::optional<radix> library = kvr_radix_of(value); // each name has one of the library's in it
+    if (*library != *one.meaning) {
         diagnostic made = diagnose::radix_spelling(found.value, name_of(found.keyword), value,
                                                    title_of(*library), title_of(*one.meaning));
         made.fix = {{found.value.offset, found.value.length, std::string(title_of(*one.meaning))}};

@@ -385,7 +385,7 @@ void mif_header_parser::take_begin_with_blanks(const span& where) {
                   {},
                   text_edit{where.offset, where.length, "CONTENT BEGIN"}});
     sink.content({where.offset, 0});
-    while (!tokens.peek().is(mif_token::kind::end) && tokens.peek().at.offset < where.end()) {
+    while (tokens.peek().at.offset < where.end()) {
         tokens.take();
     }
     begin(where);

@@ -50,7 +50,7 @@ mif_line_style style_of(std::string_view contents, const mif_statement& statemen
     const std::size_t line = start_of_line(contents, statement.whole.offset);
     style.indent = gap(contents, line, statement.whole.offset, "");
     style.address = style_of_addresses(contents, statement);
-    if (!statement.sound || statement.values.empty()) {
+    if (!statement.sound) { // it may have no values
         return style;
     }
     if (statement.is_range() && statement.open.length != 0) {

@@ -53,13 +53,14 @@ bool mif_overlaps::differ(std::string_view left, std::string_view right) const {
     if (left == right) {
         return false;
     }
-    std::string left_word;
-    std::string right_word;
-    bool is_unsigned = false;
-    const auto is_word = [&](std::string_view one, std::string& word) {
-        return width != 0 && !make_word_of_any_sign(one, form.data, width, word, is_unsigned);
+    const auto word_of = [this](std::string_view one) {
+        std::string word;
+        bool is_unsigned = false;
+        const bool is_word = width != 0 && !make_word_of_any_sign(one, form.data, width, word, is_unsigned);
+        return is_word ? std::optional(word) : std::nullopt;
     };
-    return !is_word(left, left_word) || !is_word(right, right_word) || left_word != right_word;
+    const std::optional<std::string> left_word = word_of(left);
+    return !left_word || left_word != word_of(right);
 }
 
 void mif_overlaps::take_single(const mif_statement& found, std::uint32_t address) {

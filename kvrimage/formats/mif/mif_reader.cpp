@@ -56,7 +56,7 @@ public:
             header.compare_with_kvr(keyword.offset, list);
         }
         form = {header.radix_of(mif_keyword::address_radix), header.radix_of(mif_keyword::data_radix),
-                depth().value_or(deepest_mif)};
+                depth().value_or(deepest_mif), options.depth ? base() : 0, options.depth.has_value()};
         words.emplace(text, form);
     }
     void begin(const span& keyword) override {
@@ -81,6 +81,7 @@ private:
     [[nodiscard]] std::optional<std::uint64_t> depth() const {
         return options.depth ? options.depth : header.number(mif_keyword::depth);
     }
+    [[nodiscard]] std::uint64_t base() const { return options.base.value_or(0); }
     [[nodiscard]] std::optional<std::uint32_t> width() const {
         const auto stated = header.number(mif_keyword::width);
         return options.width || !stated ? options.width : std::optional(static_cast<std::uint32_t>(*stated));
@@ -132,7 +133,9 @@ void mif_text_reader::judge_frame(const image_words& all) {
     } else if (!has_structure) {
         std::string missing = options.width ? "" : fmt::format("--width {}", bits_of_digits(all));
         if (!options.depth) {
-            missing += fmt::format("{}--depth {}", missing.empty() ? "" : " ", lowest_depth(all));
+            const std::uint64_t end = lowest_depth(all);
+            missing +=
+                fmt::format("{}--depth {}", missing.empty() ? "" : " ", end > base() ? end - base() : end);
         }
         diagnostic found = diagnose::missing_frame(*unframed, missing);
         found.option = missing;

@@ -246,7 +246,7 @@ std::optional<text_edit> mif_tokens::statement_in_lines(const span& line) const 
 /// Breaks the comment of a line that ends with it. One that was alone in its line, or follows a statement,
 /// becomes lines of its own that begin with "--".
 std::optional<text_edit> mif_tokens::comment_in_lines(const span& line) const {
-    const bool is_inner = latest_lines.offset < line.end() && line.offset < latest_lines.end();
+    const bool is_inner = line.offset < latest_lines.end();
     std::size_t begin = is_inner ? std::max(latest_lines.offset, line.offset)
                                  : line.offset + kvr::without_comments(line.in(text)).size();
     std::string_view comment = text.substr(begin, line.end() - begin);
@@ -348,7 +348,7 @@ void mif_tokens::skip_comment_of_lines(std::size_t close) {
     const std::string_view follows = text.substr(close + 1, end_of_line(close + 1) - close - 1);
     const bool is_doubtful = gives_words && looks_like_mif(follows);
     here.percent_in_line = !is_doubtful; // what follows is no fault of its own then
-    if (!is_new || !(is_read || gives_words)) {
+    if (!is_new || !(is_read || is_doubtful)) {
         return;
     }
     lines.append(text.substr(line, close - line));

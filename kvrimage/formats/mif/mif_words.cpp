@@ -103,7 +103,7 @@ void mif_words::note_single(std::uint32_t address) {
 
 void mif_words::note_list(std::uint32_t first, std::uint64_t count) {
     has_lists = true;
-    for (std::uint64_t address = first; address < first + count && address < form.depth; ++address) {
+    for (std::uint64_t address = first; address < first + count; ++address) {
         const auto at = static_cast<std::uint32_t>(address);
         overlap = !listed.insert(at) || memory.address_set.contains(at) || overlap;
     }

@@ -19,6 +19,8 @@ struct mif_number_form {
     radix addresses = radix::hex;
     radix data = radix::hex;
     std::uint64_t depth = 0;
+    std::uint64_t base = 0;       ///< the address from which messages count the depth
+    bool has_given_depth = false; ///< by the caller, whatever the file states
 };
 
 /// Which addresses a statement sets.

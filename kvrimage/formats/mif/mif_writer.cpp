@@ -2,7 +2,6 @@
 
 #include "kvr/memory/mif/fast_mif_rows.h"
 #include "kvr/memory/mif/mif_writer.h"
-#include "kvr/numeric/digit_value.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/mif/mif_numbers.h"
 #include "kvrimage/formats/mif/mif_tokens.h"
@@ -37,10 +36,9 @@ struct mif_layout {
         kvr::append_content_line(out, static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(last),
                                  data, kvr_radix(address_radix), address_width, {});
     }
-    /// True when the image holds the words of @p row as they are written.
-    [[nodiscard]] bool shows(const kvr::word_row& row) const noexcept {
-        return data_radix == radix::hex && row.length == kvr::digit_count(width, bits_per_hex_digit);
-    }
+    /// True when the image holds its words as they are written: can_write_mif() has refused the ones that it
+    /// holds as binary digits, which have don't-care bits beside others.
+    [[nodiscard]] bool shows_words() const noexcept { return data_radix == radix::hex; }
 
     radix address_radix;
     radix data_radix;
@@ -148,7 +146,7 @@ private:
                         title_of(layout.data_radix)));
     }
     std::uint32_t write_row(const kvr::word_row& row, std::uint64_t address) {
-        if (!layout.shows(row)) {
+        if (!layout.shows_words()) {
             return 0;
         }
         const std::size_t most_lines = sink_buffer::room_limit / (row_line + row.length);
@@ -180,23 +178,26 @@ private:
         }
         line.clear();
         layout.append_line(line, cycle.first, cycle.last, {});
-        write_line(cycle.first, cycle.last, words_of_turn(cycle, line.size()));
+        write_line(cycle.first, cycle.last,
+                   words_of_turn(cycle, line.size() - std::string_view(";\n").size()));
         return cycle.length();
     }
     /// The words of one turn of @p cycle, as a range repeats them. They go on in further lines where one
-    /// would be too long;
-    /// @p line_begin characters come before them in the first line.
+    /// would be too long, in the column of the first one;
+    /// @p line_begin characters come before them in each line.
     std::string words_of_turn(const text_cycle& cycle, std::size_t line_begin) {
+        const std::string next_line = fmt::format("\n\t{:{}}", "", line_begin - 1);
         std::string words;
         std::size_t line_length = line_begin;
         for (std::uint32_t index = 0; index < cycle.period; ++index) {
             show_word(image.words()[cycle.first + index], layout.data_radix, layout.width, text);
-            // The ";" needs a place, too.
-            const bool fits = line_length + 1 + text.size() + 1 <= longest_kvr_line;
             if (index != 0) {
-                words.append(fits ? " " : "\n\t");
+                // The ";" needs a place, too.
+                const bool fits = line_length + 1 + text.size() + 1 <= longest_kvr_line;
+                words.append(fits ? " " : next_line);
+                line_length = fits ? line_length + 1 : line_begin;
             }
-            line_length = (fits ? line_length : 0) + 1 + text.size();
+            line_length += text.size();
             words.append(text);
         }
         return words;
@@ -243,7 +244,7 @@ private:
     }
     /// The words up to one that the next word equals, or the last, whose next is not known.
     std::uint32_t take_row(const kvr::word_row& row) {
-        if (!layout.shows(row)) {
+        if (!layout.shows_words()) {
             return 0;
         }
         std::uint32_t count = layout.runs ? 0 : row.count;

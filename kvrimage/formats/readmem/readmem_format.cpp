@@ -1,6 +1,8 @@
 #include "kvrimage/formats/readmem/readmem_format.h"
 
 #include "kvrimage/formats/readmem/readmem_consumers.h"
+#include "kvrimage/formats/readmem/readmem_formatter.h"
+#include "kvrimage/formats/readmem/readmem_pieces.h"
 #include "kvrimage/formats/readmem/readmem_reader.h"
 #include "kvrimage/formats/readmem/readmem_search.h"
 #include "kvrimage/formats/readmem/readmem_sniff.h"
@@ -38,6 +40,8 @@ const format readmemh_format = {
     .read = read_readmemh,
     .find_word = find_readmemh_word,
     .find_comments = find_readmem_comments,
+    .find_pieces = find_readmemh_pieces,
+    .lay_out = lay_out_readmemh,
     .can_write = can_write_readmemh,
     .write = write_readmemh,
     .written_size = written_readmemh_size,
@@ -56,6 +60,8 @@ const format readmemb_format = {
     .read = read_readmemb,
     .find_word = find_readmemb_word,
     .find_comments = find_readmem_comments,
+    .find_pieces = find_readmemb_pieces,
+    .lay_out = lay_out_readmemb,
     .can_write = can_write_readmemb,
     .write = write_readmemb,
     .written_size = written_readmemb_size,

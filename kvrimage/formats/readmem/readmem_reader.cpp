@@ -12,6 +12,7 @@
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <limits>
 #include <utility>
 
 namespace kvrimage {
@@ -32,19 +33,25 @@ bool every_readmem_word_has_prefix(std::string_view contents, radix digits_radix
     return all;
 }
 
-/// Bits of the digits of the longest word.
-std::uint64_t longest_readmem_bits(std::string_view contents, radix digits_radix) {
+/// Bits of the digits of words.
+struct readmem_lengths {
+    std::uint64_t shortest = std::numeric_limits<std::uint64_t>::max(); ///< the same without a word
+    std::uint64_t longest = 0;
+};
+
+readmem_lengths lengths_of_readmem_words(std::string_view contents, radix digits_radix) {
     const bool has_prefixes =
         digits_radix == radix::bin || every_readmem_word_has_prefix(contents, digits_radix);
-    std::uint64_t longest = 0;
+    readmem_lengths found;
     for_each_readmem_piece(contents, digits_radix, [&](const readmem_piece& piece) {
         if (piece.what == readmem_kind::word && piece.fault.length == 0) {
             const std::string_view word = piece.where.in(contents).substr(has_prefixes ? piece.prefix : 0);
             const auto underscores = static_cast<std::uint64_t>(std::ranges::count(word, '_'));
-            longest = std::max(longest, word.size() - underscores);
+            const std::uint64_t bits = (word.size() - underscores) * bits_of_readmem_digit(digits_radix);
+            found = {std::min(found.shortest, bits), std::max(found.longest, bits)};
         }
     });
-    return longest * bits_of_readmem_digit(digits_radix);
+    return found;
 }
 
 read_options with_base_in_words(read_options options, std::uint64_t unit) {
@@ -83,6 +90,7 @@ private:
     [[nodiscard]] bool is_prefix(const readmem_piece& piece);
     void advance(const span& where);
     [[nodiscard]] bool is_foreign(read_result& result) const;
+    void report_bytes();
 
     std::string_view text;
     radix digits_are;
@@ -111,10 +119,22 @@ read_result readmem_reading::read() {
         return result;
     }
     findings.report(list, unit);
+    report_bytes();
     words.finish(list, result);
     result.facts.diagnostics_left_out = list.left_out();
     result.diagnostics = list.finish(text);
     return result;
+}
+
+/// Bytes whose addresses count bytes are no words of several bytes each.
+void readmem_reading::report_bytes() {
+    if (unit == 1) {
+        return;
+    }
+    const readmem_lengths lengths = lengths_of_readmem_words(text, digits_are);
+    if (lengths.shortest == bits_per_byte && lengths.longest == bits_per_byte) {
+        list.add(diagnose::readmem_bytes({}, *options.width)); // without it the unit is that of the words
+    }
 }
 
 /// Contents most of which are no words may be of a known kind, which is all that is reported then.
@@ -235,7 +255,8 @@ std::uint64_t readmem_unit_bytes(std::string_view contents, const read_options& 
     if (options.unit != address_unit::byte) {
         return 1;
     }
-    const std::uint64_t bits = options.width ? *options.width : longest_readmem_bits(contents, digits_radix);
+    const std::uint64_t bits =
+        options.width ? *options.width : lengths_of_readmem_words(contents, digits_radix).longest;
     return std::max<std::uint64_t>((bits + bits_per_byte - 1) / bits_per_byte, 1);
 }
 

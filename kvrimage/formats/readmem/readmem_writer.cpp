@@ -5,6 +5,7 @@
 #include "kvrimage/formats/readmem/readmem_banner.h"
 #include "kvrimage/formats/sink_buffer.h"
 #include "kvrimage/image/image_words.h"
+#include "kvrimage/image/text_rows.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
@@ -191,7 +192,7 @@ void write_readmem(const memory_image& image, const write_options& options, text
     const readmem_layout layout(image, options, digits_radix);
     readmem_file_writer writer(layout, output);
     std::string text;
-    for_each_row_or_run(
+    for_each_text(
         image.words(),
         [&](const kvr::word_row& row, std::uint64_t first) {
             if (!is_as_readmem_has_it(row.length, image.width(), digits_radix)) {

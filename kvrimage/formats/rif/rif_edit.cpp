@@ -3,6 +3,7 @@
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/edit/digit_style.h"
 #include "kvrimage/edit/touched_places.h"
+#include "kvrimage/formats/rif/fast_rif_lines.h"
 #include "kvrimage/formats/rif/rif_diagnostics.h"
 #include "kvrimage/formats/rif/rif_parser.h"
 #include "kvrimage/image/image_words.h"
@@ -31,38 +32,87 @@ std::string rif_text(const word& value, const digit_style& style) {
 
 /// The words of a line that have neighbouring addresses.
 struct word_line {
-    std::uint64_t number; ///< counts them
-    std::uint64_t first;  ///< address
-    std::vector<span> words;
+    std::uint64_t number = 0; ///< counts them
+    std::uint64_t first = 0;  ///< address
+    fast_rif_line regular;    ///< without words where they are `spans`
+    std::vector<span> spans;
 
-    [[nodiscard]] address_range addresses() const { return {first, first + words.size() - 1}; }
+    [[nodiscard]] std::size_t count() const { return regular.count != 0 ? regular.count : spans.size(); }
+    [[nodiscard]] address_range addresses() const { return {first, first + count() - 1}; }
+    [[nodiscard]] span word(std::string_view contents, std::size_t index) const {
+        if (regular.count == 0) {
+            return spans[index];
+        }
+        return {static_cast<std::size_t>(regular[index].data() - contents.data()), regular.length};
+    }
 };
 
-/// Calls @p take_words with every word_line of @p contents, and @p take_address with the digits of every
-/// address.
+/// Calls @p TakeWords with every word_line of a file, and @p TakeAddress with the digits of every address.
 template <class TakeWords, class TakeAddress>
-void for_each_word_line(std::string_view contents, TakeWords&& take_words, TakeAddress&& take_address) {
-    word_line line{0, 0, {}};
-    const auto end_line = [&] {
-        if (!line.words.empty()) {
-            take_words(std::as_const(line));
-            ++line.number;
-            line.words.clear();
+class word_line_walk final : public rif_sink {
+public:
+    word_line_walk(std::string_view contents, TakeWords words, TakeAddress address)
+        : text(contents),
+          parser(contents, *this),
+          take_words(std::move(words)),
+          take_address(std::move(address)) {}
+
+    void walk() {
+        while (!parser.at_end()) {
+            if (!take_fast_line()) {
+                parser.parse_line();
+                end_line();
+            }
         }
-    };
-    for_each_rif_piece(contents, [&](const rif_piece& piece) {
+    }
+    void take(const rif_piece& piece) override {
         if (piece.what == rif_piece::kind::word && piece.address != no_rif_address) {
-            line.first = line.words.empty() ? piece.address : line.first;
-            line.words.push_back(piece.where);
-        } else if (piece.what == rif_piece::kind::line_end ||
-                   piece.what == rif_piece::kind::carriage_return) {
-            end_line();
+            line.first = line.spans.empty() ? piece.address : line.first;
+            line.spans.push_back(piece.where);
         } else if (piece.what == rif_piece::kind::address) {
             end_line();
-            take_address(piece.digits.in(contents));
+            take_address(piece.digits.in(text));
         }
-    });
-    end_line();
+    }
+
+private:
+    /// False, with nothing changed, when the line at hand is not regular.
+    bool take_fast_line() {
+        const fast_rif_line found = find_fast_rif_line(text, parser.position());
+        const std::uint64_t address = found.is_address ? found.address : parser.next_address();
+        if (found.end == 0 || address > deepest_memory - found.count) {
+            return false;
+        }
+        if (found.is_address) {
+            const std::string_view digits = text.substr(parser.position() + 1);
+            take_address(digits.substr(0, digits.find_first_of("\r\n")));
+        }
+        line.first = address;
+        line.regular = found;
+        end_line();
+        line.regular = {};
+        parser.skip_to(found.end, address + found.count);
+        return true;
+    }
+
+    void end_line() {
+        if (line.count() != 0) {
+            take_words(std::as_const(line));
+            ++line.number;
+            line.spans.clear();
+        }
+    }
+
+    std::string_view text;
+    rif_parser parser;
+    TakeWords take_words;
+    TakeAddress take_address;
+    word_line line;
+};
+
+template <class TakeWords, class TakeAddress>
+void for_each_word_line(std::string_view contents, TakeWords take_words, TakeAddress take_address) {
+    word_line_walk(contents, std::move(take_words), std::move(take_address)).walk();
 }
 
 /// What one look at the lines finds.
@@ -82,8 +132,12 @@ line_survey survey_lines(std::string_view contents, const edit_pieces& pieces) {
             if (pieces.touch(line.addresses())) {
                 survey.places.push_back({line.number, line.addresses()});
             }
-            survey.words_a_line = std::max(survey.words_a_line, line.words.size());
-            for (const span& word : line.words) {
+            survey.words_a_line = std::max(survey.words_a_line, line.count());
+            if (line.regular.count != 0) {
+                values.see_all({line.regular.words, line.regular.count * (line.regular.length + 1) - 1},
+                               line.regular.length, line.regular.has_lower_case);
+            }
+            for (const span& word : line.spans) {
                 values.see(word.in(contents));
             }
         },
@@ -106,7 +160,7 @@ void change_line(std::string_view contents, const memory_image& image, const wor
     for (const edit_piece& piece : pieces) {
         for (std::uint64_t address = piece.first; address <= piece.last; ++address) {
             if (old_text(image, address) != piece.text_at(address)) {
-                const span& where = line.words[address - line.first];
+                const span where = line.word(contents, address - line.first);
                 edits.push_back({where.offset, where.length,
                                  rif_text(piece.word_at(address), style_of(where.in(contents)))});
             }

@@ -54,7 +54,8 @@ std::vector<diagnostic> check_rif_for_kvr(std::string_view contents, const read_
     }
     constexpr std::uint64_t most_words = std::numeric_limits<std::uint32_t>::max();
     kvr::rif_memory memory(nullptr);
-    memory.data_words.resize(static_cast<std::uint32_t>(std::min(ours.image->depth(), most_words)), "");
+    const std::uint64_t depth = options.base.value_or(0) + ours.image->depth();
+    memory.data_words.resize(static_cast<std::uint32_t>(std::min(depth, most_words)), "");
     kvr::line_source source(contents);
     kvr::rif_reader(memory).read(source);
     kvr_reading theirs;

@@ -58,9 +58,13 @@ std::optional<span> first_rif_word(std::string_view contents, std::uint64_t addr
     return rif_search(contents, address).find(true);
 }
 
-std::optional<place> find_rif_word(std::string_view contents, const read_options& /*options*/,
+std::optional<place> find_rif_word(std::string_view contents, const read_options& options,
                                    std::uint64_t address) {
-    const std::optional<span> found = rif_search(contents, address).find(false);
+    const std::uint64_t base = options.base.value_or(0);
+    if (base > highest_rif_address || address > highest_rif_address - base) {
+        return std::nullopt;
+    }
+    const std::optional<span> found = rif_search(contents, base + address).find(false);
     return found ? std::optional(line_place(contents, *found)) : std::nullopt;
 }
 

@@ -16,8 +16,7 @@ namespace kvrimage {
 
 namespace {
 
-constexpr std::uint32_t limb_bits = 64;
-constexpr std::size_t limb_digits = limb_bits / bits_per_hex_digit;
+constexpr std::size_t limb_digits = bits_per_limb / bits_per_hex_digit;
 
 constexpr std::string_view c_limb_comment =
     "/* Each word is limbs of 64 bits, the least significant first. */";
@@ -42,13 +41,13 @@ bool is_c_source(std::string_view file_name) {
 }
 
 std::uint32_t limbs_of(std::uint32_t width) {
-    return (width + limb_bits - 1) / limb_bits;
+    return (width + bits_per_limb - 1) / bits_per_limb;
 }
 
 /// The bits of the smallest type that holds a word, or a limb.
 std::uint32_t type_bits_of(std::uint32_t width) {
     std::uint32_t bits = bits_per_byte;
-    while (bits < std::min(width, limb_bits)) {
+    while (bits < std::min(width, bits_per_limb)) {
         bits *= 2;
     }
     return bits;
@@ -66,7 +65,7 @@ std::string c_constants(const memory_image& image, std::string_view prefix) {
     if (image.base() != 0) {
         text += fmt::format("#define {}_BASE 0x{:X}\n", prefix, image.base());
     }
-    if (image.width() > limb_bits) {
+    if (image.width() > bits_per_limb) {
         text += fmt::format("#define {}_LIMBS {}\n", prefix, limbs_of(image.width()));
     }
     return text;
@@ -76,7 +75,7 @@ c_frame c_frame_of(const memory_image& image, const write_options& options) {
     const std::string name = source_name(options, c_naming);
     const std::string prefix = kvr::to_upper_case(name);
     const bool is_source = is_c_source(options.file_name);
-    const bool has_limbs = image.width() > limb_bits;
+    const bool has_limbs = image.width() > bits_per_limb;
     std::string array = fmt::format("const uint{}_t {}[{}_DEPTH]", type_bits_of(image.width()), name, prefix);
     if (has_limbs) {
         array += fmt::format("[{}_LIMBS]", prefix);
@@ -98,7 +97,7 @@ c_frame c_frame_of(const memory_image& image, const write_options& options) {
 
 /// 0x12, or { 0x..., 0x12 } of limbs.
 void append_c_word(std::string& text, std::string_view digits, std::uint32_t width) {
-    if (width <= limb_bits) {
+    if (width <= bits_per_limb) {
         text += "0x";
         text += digits;
         return;

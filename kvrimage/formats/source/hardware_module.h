@@ -1,10 +1,11 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/formats/format.h"
+#include "kvrimage/formats/source/source_name.h"
 #include "kvrimage/image/memory_image.h"
 
 #include <cstdint>
-#include <string_view>
 #include <vector>
 
 namespace kvrimage {
@@ -14,8 +15,9 @@ namespace kvrimage {
 /// Bits of the address input, at least 1.
 [[nodiscard]] std::uint32_t address_bits(const memory_image& image);
 
-/// Adds a diagnostic to @p found when an array of @p language cannot have so many words.
-void refuse_source_depth(const memory_image& image, std::string_view language,
-                         std::vector<diagnostic>& found);
+/// format::can_write() for a language with @p rules for names: a name that is not possible, and more words
+/// than an array can have.
+[[nodiscard]] std::vector<diagnostic> can_write_module(const memory_image& image,
+                                                       const write_options& options, const naming& rules);
 
 } // namespace kvrimage

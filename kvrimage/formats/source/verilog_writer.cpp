@@ -51,7 +51,7 @@ std::string verilog_literal_prefix(const memory_image& image, radix digits_radix
     return fmt::format("{}'{}", image.width(), digits_radix == radix::bin ? 'b' : 'h');
 }
 
-/// A process for each word: tools take time that grows with the square of the statements in one.
+/// A process for each word: tools take quadratic time for the statements of one process.
 void append_verilog_word(std::string& text, std::uint64_t index, std::string_view prefix,
                          std::string_view digits) {
     fmt::format_to(std::back_inserter(text), "    initial words[{}] = {}", index, prefix);
@@ -62,10 +62,7 @@ void append_verilog_word(std::string& text, std::uint64_t index, std::string_vie
 } // namespace
 
 std::vector<diagnostic> can_write_verilog(const memory_image& image, const write_options& options) {
-    std::vector<diagnostic> found;
-    refuse_source_name(options, verilog_naming, found);
-    refuse_source_depth(image, verilog_naming.language, found);
-    return found;
+    return can_write_module(image, options, verilog_naming);
 }
 
 void write_verilog(const memory_image& image, const write_options& options, text_sink& output) {

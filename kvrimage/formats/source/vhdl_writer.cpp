@@ -108,10 +108,7 @@ literal_lines vhdl_lines(const memory_image& image, radix digits_radix, std::str
 } // namespace
 
 std::vector<diagnostic> can_write_vhdl(const memory_image& image, const write_options& options) {
-    std::vector<diagnostic> found;
-    refuse_source_name(options, vhdl_naming, found);
-    refuse_source_depth(image, vhdl_naming.language, found);
-    return found;
+    return can_write_module(image, options, vhdl_naming);
 }
 
 void write_vhdl(const memory_image& image, const write_options& options, text_sink& output) {

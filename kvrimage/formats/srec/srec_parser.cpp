@@ -1,7 +1,7 @@
 #include "kvrimage/formats/srec/srec_parser.h"
 
-#include "kvr/numeric/digit_value.h"
 #include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/number_of_bytes.h"
 #include "kvrimage/image/word_text.h"
 
 namespace kvrimage {
@@ -15,14 +15,6 @@ constexpr std::size_t digits_from = 2;                           ///< after "S" 
 
 bool is_decimal_digit(char character) {
     return character >= '0' && character <= '9';
-}
-
-/// What the two hexadecimal digits at @p digits are worth; more than 255 when one of them is none.
-unsigned value_of_pair(const char* digits) {
-    constexpr unsigned no_byte = 256;
-    const unsigned high = kvr::digit_value(digits[0]);
-    const unsigned low = kvr::digit_value(digits[1]);
-    return (high | low) < 16 ? high << bits_per_hex_digit | low : no_byte;
 }
 
 /// True when the sizes of a record whose count is @p count are those of its type.
@@ -82,7 +74,7 @@ void srec_parser::find_fault(std::string_view digits) {
         set_fault(srec_fault::too_short, 0, digits_from + digits.size());
         return;
     }
-    const std::size_t count = value_of_pair(digits.data());
+    const std::size_t count = hex_value(digits.substr(0, 2));
     if (digits.size() != 2 + 2 * count) {
         set_fault(srec_fault::count, digits_from, 2);
     } else if (current.type == 4) {
@@ -100,11 +92,9 @@ void srec_parser::find_fault(std::string_view digits) {
 /// Takes address and data from the bytes of @p digits, which were decoded; false for a wrong checksum.
 bool srec_parser::take_fields(std::string_view digits) {
     const std::string_view all(bytes.data(), digits.size() / 2);
-    current.address = 0;
     const std::size_t address_bytes = srec_address_bytes[current.type];
-    for (const char byte : all.substr(1, address_bytes)) {
-        current.address = current.address << bits_per_byte | static_cast<unsigned char>(byte);
-    }
+    current.address =
+        static_cast<std::uint32_t>(number_of_bytes(all.substr(1, address_bytes), byte_order::big));
     current.data = all.substr(1 + address_bytes, all.size() - address_bytes - 2);
     return srec_checksum(all.substr(0, all.size() - 1)) == static_cast<unsigned char>(all.back());
 }

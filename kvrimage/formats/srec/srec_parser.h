@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvrimage/bytes/record_style.h"
 #include "kvrimage/diagnostics/span.h"
 #include "kvrimage/formats/line_walk.h"
 
@@ -24,6 +25,21 @@ enum class srec_fault : std::uint8_t {
 
 /// Bytes of the address of a record, by its type; 0 for S4.
 inline constexpr std::array<std::uint32_t, 10> srec_address_bytes = {2, 2, 3, 4, 0, 2, 3, 4, 3, 2};
+
+/// How the records look, by their types.
+inline constexpr std::array<record_style, 10> srec_styles = [] {
+    constexpr std::string_view marks = "S0S1S2S3S4S5S6S7S8S9";
+    std::array<record_style, 10> styles{};
+    for (std::size_t type = 0; type < styles.size(); ++type) {
+        const std::size_t address_bytes = srec_address_bytes[type];
+        styles[type] = {.mark = marks.substr(2 * type, 2),
+                        .address_bytes = address_bytes,
+                        .type = "",
+                        .counted = address_bytes + 1,
+                        .sum = 0xFF};
+    }
+    return styles;
+}();
 
 /// A line of a file of S-records.
 struct srec_line {

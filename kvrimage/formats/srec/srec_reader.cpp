@@ -24,12 +24,6 @@ namespace kvrimage {
 
 namespace {
 
-/// S1, S2 and S3.
-constexpr std::array<record_style, 3> srec_data_styles = {
-    {{.mark = "S1", .address_bytes = 2, .type = "", .counted = 3, .sum = 0xFF},
-     {.mark = "S2", .address_bytes = 3, .type = "", .counted = 4, .sum = 0xFF},
-     {.mark = "S3", .address_bytes = 4, .type = "", .counted = 5, .sum = 0xFF}}};
-
 std::string counted_bytes(std::size_t count) {
     return fmt::format("{} byte{}", count, count == 1 ? "" : "s");
 }
@@ -135,11 +129,9 @@ diagnostic describe_srec_fault(const srec_line& line, std::string_view contents,
         return describe_srec_fields(line, contents);
     case srec_fault::type:
         return diagnose::srec_type(line.fault_place);
-    case srec_fault::checksum:
-    case srec_fault::none:
-        break;
+    default: // srec_fault::checksum
+        return describe_srec_checksum(line, contents, is_certain);
     }
-    return describe_srec_checksum(line, contents, is_certain);
 }
 
 class srec_reading {
@@ -163,7 +155,9 @@ public:
         } else {
             report_lines();
             make_facts();
-            make_words();
+            make_words_beside_faults(
+                has_fault, blocks, options,
+                [this](std::uint64_t address) { return find_srec_byte(contents, address); }, list, result);
         }
         finish_byte_reading(contents, options, list, result);
         return std::move(result);
@@ -178,8 +172,7 @@ private:
             return false;
         }
         const auto type = static_cast<unsigned>(rest[1] - '0');
-        const record_run run =
-            kvrimage::take_record_run(rest, srec_data_styles[type - 1], blocks.next_room());
+        const record_run run = kvrimage::take_record_run(rest, srec_styles[type], blocks.next_room());
         if (run.records == 0) {
             return false;
         }
@@ -234,6 +227,9 @@ private:
             compare_count(line);
         } else if (line.is_end()) {
             start = fmt::format("{:0{}X}", line.address, 2 * srec_address_bytes[line.type]);
+            if (line.address != 0) { // what is written where there is none
+                result.facts.start_address = line.address;
+            }
         } else {
             headers += 1;
             header = headers == 1 ? shown_header(line.data) : header;
@@ -305,16 +301,6 @@ private:
             result.facts.more.push_back({"start address", start});
         }
         result.facts.has_comments = !text.empty();
-    }
-
-    /// Records at fault may be what the words lack: their faults are reported, and no lack of words.
-    void make_words() {
-        if (has_fault && (blocks.empty() || !options.keep_going)) {
-            return;
-        }
-        make_words_of_bytes(
-            blocks, options, [this](std::uint64_t address) { return find_srec_byte(contents, address); },
-            list, result);
     }
 
     std::string_view contents;

@@ -1,16 +1,14 @@
 #include "kvrimage/formats/srec/srec_writer.h"
 
-#include "kvr/memory/io/digit_pairs.h"
 #include "kvrimage/bytes/byte_rows.h"
 #include "kvrimage/bytes/bytes_of_words.h"
-#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/bytes/record_text.h"
 #include "kvrimage/formats/sink_buffer.h"
 #include "kvrimage/formats/srec/srec_parser.h"
-#include "kvrimage/image/word_text.h"
 
-#include <array>
-#include <optional>
+#include <algorithm>
 #include <string_view>
+#include <vector>
 
 namespace kvrimage {
 
@@ -30,14 +28,28 @@ unsigned type_for(std::uint64_t last) {
     return last <= last_of_s1 ? 1 : (last <= last_of_s2 ? 2 : 3);
 }
 
-unsigned data_type_of(const memory_image& image) {
-    return type_for(last_byte_address(image).value_or(0));
+/// The last record, which has the start address, has as many address bytes as the data records.
+unsigned data_type_of(const memory_image& image, const write_options& options) {
+    return type_for(std::max(last_byte_address(image).value_or(0), options.start_address.value_or(0)));
 }
 
-/// The type of the record that says how many data records there are; nothing where none can.
-std::optional<unsigned> count_type(std::uint64_t records) {
-    return records <= most_in_s5 ? std::optional(5U)
-                                 : (records <= most_in_s6 ? std::optional(6U) : std::nullopt);
+/// A record without data.
+struct closing_record {
+    unsigned type;
+    std::uint64_t address;
+};
+
+/// What follows @p records data records of @p type: how many they are, where a record can say it, and the
+/// start address.
+std::vector<closing_record> closing_records(std::uint64_t records, unsigned type,
+                                            const write_options& options) {
+    std::vector<closing_record> found;
+    if (records <= most_in_s6) {
+        found.push_back({records <= most_in_s5 ? 5U : 6U, records});
+    }
+    constexpr unsigned types = 10; // of data records, and of the last one after them
+    found.push_back({types - type, options.start_address.value_or(0)});
+    return found;
 }
 
 class srec_lines {
@@ -46,41 +58,15 @@ public:
 
     void add_text(std::string_view text) { output.write(text); }
     void add(unsigned type, std::uint64_t address, std::string_view data) {
-        std::array<char, 1 + most_address_bytes> first{};
-        const std::uint32_t address_bytes = srec_address_bytes[type];
-        first[0] = static_cast<char>(address_bytes + data.size() + 1);
-        for (std::uint32_t index = 1; index <= address_bytes; ++index) {
-            first[index] = static_cast<char>(address >> (bits_per_byte * (address_bytes - index)));
-        }
-        write({first.data(), 1 + address_bytes}, data, type);
+        output.write_with([=](kvr::output_file& file) {
+            char* const begin = file.room(longest_record);
+            file.used(static_cast<std::size_t>(put_record(srec_styles[type], address, data, begin) - begin));
+            return true;
+        });
     }
     void finish() { output.flush(); }
 
 private:
-    static constexpr std::size_t most_address_bytes = 4;
-
-    /// @param first count and address
-    void write(std::string_view first, std::string_view data, unsigned type) {
-        output.write_with([first, data, type](kvr::output_file& file) {
-            char* const begin = file.room(longest_record);
-            begin[0] = 'S';
-            begin[1] = static_cast<char>('0' + type);
-            char* place = begin + 2;
-            encode_hex(first, place);
-            place += 2 * first.size();
-            encode_hex(data, place);
-            place += 2 * data.size();
-            const unsigned sum = sum_of_bytes(first) + sum_of_bytes(data);
-            place = kvr::upper_hex_pairs.put(~sum & 0xFFU, place);
-            *place++ = '\n';
-            file.used(static_cast<std::size_t>(place - begin));
-            return true;
-        });
-    }
-
-    /// With its line end: count, address, data and checksum are 256 bytes at most.
-    static constexpr std::size_t longest_record = 2 + 2 * std::size_t{256} + 1;
-
     sink_buffer output;
 };
 
@@ -105,7 +91,7 @@ std::vector<diagnostic> can_write_srec(const memory_image& image, const write_op
 void write_srec(const memory_image& image, const write_options& options, text_sink& output) {
     const std::uint32_t length =
         chosen_record_length(options, usual_srec_bytes, most_srec_bytes).value_or(usual_srec_bytes);
-    const unsigned type = data_type_of(image);
+    const unsigned type = data_type_of(image, options);
     srec_lines lines(output);
     std::uint64_t records = 0;
     lines.add_text(header_record);
@@ -116,11 +102,9 @@ void write_srec(const memory_image& image, const write_options& options, text_si
     for_each_byte_block(image, options.order.value_or(byte_order::big),
                         [&rows](std::uint64_t address, std::string_view bytes) { rows.add(address, bytes); });
     rows.finish();
-    if (const auto counting = count_type(records)) {
-        lines.add(*counting, records, "");
+    for (const closing_record& each : closing_records(records, type, options)) {
+        lines.add(each.type, each.address, "");
     }
-    constexpr unsigned types = 10; // of data records, and of the last one after them
-    lines.add(types - type, 0, "");
     lines.finish();
 }
 
@@ -128,10 +112,12 @@ std::uint64_t size_of_srec(const memory_image& image, const write_options& optio
     const std::uint32_t length =
         chosen_record_length(options, usual_srec_bytes, most_srec_bytes).value_or(usual_srec_bytes);
     const byte_row_counts counts = count_byte_rows(image, length);
-    const unsigned type = data_type_of(image);
-    const auto counting = count_type(counts.rows);
-    return header_record.size() + 2 * counts.bytes + counts.rows * size_of_srec_record(type) +
-           (counting ? size_of_srec_record(*counting) : 0) + size_of_srec_record(type);
+    const unsigned type = data_type_of(image, options);
+    std::uint64_t size = header_record.size() + 2 * counts.bytes + counts.rows * size_of_srec_record(type);
+    for (const closing_record& each : closing_records(counts.rows, type, options)) {
+        size += size_of_srec_record(each.type);
+    }
+    return size;
 }
 
 } // namespace kvrimage

@@ -11,7 +11,8 @@ namespace kvrimage {
 [[nodiscard]] std::vector<diagnostic> can_write_srec(const memory_image& image, const write_options& options);
 
 /// format::write for S-records: a header without text, data records of the type that the highest address
-/// needs, their number, and the last record with start address 0. Words that are not set are left out.
+/// needs, their number, and the last record with the start address, or 0. Words that are not set are left
+/// out.
 void write_srec(const memory_image& image, const write_options& options, text_sink& output);
 
 /// format::written_size for S-records; exact.

@@ -1,6 +1,7 @@
 #include "kvrimage/formats/titxt/titxt_parser.h"
 
 #include "kvr/numeric/digit_value.h"
+#include "kvrimage/formats/titxt/fast_titxt_bytes.h"
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>
@@ -11,10 +12,6 @@ namespace kvrimage {
 namespace {
 
 constexpr std::string_view titxt_blanks = " \t\n\v\f\r";
-
-bool is_titxt_blank(char character) {
-    return character == ' ' || (character >= '\t' && character <= '\r');
-}
 
 } // namespace
 
@@ -38,6 +35,15 @@ bool titxt_parser::take_bytes() {
     std::size_t count = 0;
     std::size_t at = position;
     std::size_t end = position;
+    while (count + 8 <= decoded.size() && at + 16 <= size &&
+           take_five_titxt_bytes(text + at, decoded.data() + count)) {
+        count += 5;
+        at += 15;
+        end = at - 1;
+    }
+    while (at < size && is_titxt_blank(text[at])) {
+        ++at;
+    }
     while (count < decoded.size() && at + 2 <= size) {
         const unsigned high = kvr::digit_value(text[at]);
         const unsigned low = kvr::digit_value(text[at + 1]);

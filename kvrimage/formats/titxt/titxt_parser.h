@@ -4,6 +4,7 @@
 
 #include <array>
 #include <cstdint>
+#include <optional>
 #include <string_view>
 
 namespace kvrimage {
@@ -43,6 +44,28 @@ private:
     std::size_t position = 0;
     titxt_piece current;
     std::array<char, 256> decoded{};
+};
+
+/// The address of each piece of bytes.
+class titxt_address {
+public:
+    /// The address of @p piece, which is made known; nothing when it has none.
+    std::optional<std::uint64_t> take(const titxt_piece& piece) {
+        if (piece.what == titxt_piece::kind::address) {
+            next = piece.address;
+        } else if (piece.what == titxt_piece::kind::bad_address) {
+            next = std::nullopt;
+        }
+        const std::optional<std::uint64_t> its = next;
+        if (next) {
+            *next += piece.what == titxt_piece::kind::bytes ? piece.bytes.size() : 0;
+            *next += piece.what == titxt_piece::kind::bad_byte ? 1 : 0;
+        }
+        return its;
+    }
+
+private:
+    std::optional<std::uint64_t> next;
 };
 
 /// Where byte number @p index of @p piece, which has it, is in @p contents.

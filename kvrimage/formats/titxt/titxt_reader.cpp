@@ -17,28 +17,6 @@ namespace kvrimage {
 
 namespace {
 
-/// The address of each piece of bytes.
-class titxt_address {
-public:
-    /// The address of @p piece, which is made known; nothing when it has none.
-    std::optional<std::uint64_t> take(const titxt_piece& piece) {
-        if (piece.what == titxt_piece::kind::address) {
-            next = piece.address;
-        } else if (piece.what == titxt_piece::kind::bad_address) {
-            next = std::nullopt;
-        }
-        const std::optional<std::uint64_t> its = next;
-        if (next) {
-            *next += piece.what == titxt_piece::kind::bytes ? piece.bytes.size() : 0;
-            *next += piece.what == titxt_piece::kind::bad_byte ? 1 : 0;
-        }
-        return its;
-    }
-
-private:
-    std::optional<std::uint64_t> next;
-};
-
 /// Where the byte at @p address is set last.
 span find_titxt_byte(std::string_view contents, std::uint64_t address) {
     span found;
@@ -74,7 +52,10 @@ public:
             list.add(foreign_content(contents).value_or(diagnose::not_titxt({})));
         } else {
             report();
-            make_words(result);
+            const bool has_fault = !bad_addresses.empty() || !bad_bytes.empty() || !homeless.empty();
+            make_words_beside_faults(
+                has_fault, blocks, options,
+                [this](std::uint64_t address) { return find_titxt_byte(contents, address); }, list, result);
         }
         finish_byte_reading(contents, options, list, result);
         return result;
@@ -102,7 +83,7 @@ private:
             has_address = true;
             bad_addresses.add(piece.where);
             break;
-        case titxt_piece::kind::bad_byte:
+        default: // titxt_piece::kind::bad_byte
             bad_bytes.add(piece.where);
             break;
         }
@@ -139,16 +120,6 @@ private:
 
     [[nodiscard]] std::string_view text_of_first(const places& all) const {
         return all.first().front().in(contents);
-    }
-
-    /// Faults may be what the words lack: they are reported, and no lack of words.
-    void make_words(read_result& result) {
-        const bool has_fault = !bad_addresses.empty() || !bad_bytes.empty() || !homeless.empty();
-        if (!has_fault || (options.keep_going && !blocks.empty())) {
-            make_words_of_bytes(
-                blocks, options, [this](std::uint64_t address) { return find_titxt_byte(contents, address); },
-                list, result);
-        }
     }
 
     std::string_view contents;
@@ -191,7 +162,7 @@ certainty sniff_titxt(std::string_view head) {
             return has_bytes && is_cut ? certainty::possible : certainty::no;
         case titxt_piece::kind::address:
             break;
-        case titxt_piece::kind::bytes:
+        default: // titxt_piece::kind::bytes
             has_bytes = true;
             break;
         }

@@ -1,6 +1,10 @@
 #include "kvrimage/operations/checksum/checksum.h"
 
 #include "kvrimage/bytes/bytes_of_words.h"
+#include "kvrimage/image/byte_words.h"
+#include "kvrimage/image/image_words.h"
+#include "kvrimage/image/number_of_bytes.h"
+#include "kvrimage/image/range_check.h"
 #include "kvrimage/image/word_copy.h"
 #include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
@@ -27,16 +31,14 @@ void require_plain_words(const memory_image& image) {
 /// The words of @p range of @p image, with @p unset for those that are not set.
 memory_image part_of(const memory_image& image, const address_range& range,
                      const std::optional<word>& unset) {
-    if (range.last < range.first) {
-        throw std::invalid_argument(
-            fmt::format("the range 0x{:X} to 0x{:X} ends before it begins", range.first, range.last));
-    }
-    if (range.first < image.base() || range.last > image.last_address()) {
-        throw std::out_of_range(fmt::format("the range 0x{:X} to 0x{:X}: the memory has 0x{:X} to 0x{:X}",
-                                            range.first, range.last, image.base(), image.last_address()));
-    }
+    require_within(image, range);
+    const address_range offsets = {range.first - image.base(), range.last - image.base()};
     memory_image part(image.width(), range.last - range.first + 1, range.first);
-    copy_words(image.words(), range.first - image.base(), range.last - image.base(), part.words(), 0);
+    if (const byte_words* const bytes = image.words().bytes()) {
+        part.words() = image_words(part.depth(), bytes->part(offsets.first, offsets.last));
+    } else {
+        copy_words(image.words(), offsets.first, offsets.last, part.words(), 0);
+    }
     if (unset) {
         part.fill_unset(*unset);
     }
@@ -50,13 +52,14 @@ public:
 
     template <class Add>
     void take(byte_order order, Add&& add) const {
-        if (options.ranges.empty() && !options.unset) {
+        if (!options.ranges.empty()) {
+            for (const address_range& range : options.ranges) {
+                take_all(part_of(image, range, options.unset), order, add);
+            }
+        } else if (options.unset) {
+            take_all(part_of(image, {image.base(), image.last_address()}, options.unset), order, add);
+        } else {
             take_all(image, order, add);
-            return;
-        }
-        const std::vector<address_range> all = {{image.base(), image.last_address()}};
-        for (const address_range& range : options.ranges.empty() ? all : options.ranges) {
-            take_all(part_of(image, range, options.unset), order, add);
         }
     }
     [[nodiscard]] std::uint32_t bytes_per_word() const { return bytes_of_width(image.width()); }
@@ -90,11 +93,7 @@ std::uint64_t sum_of_all_words(const counted_words& words) {
     std::uint64_t sum = 0;
     words.take(byte_order::little, [&](std::string_view bytes) {
         for (; !bytes.empty(); bytes.remove_prefix(bytes_per_word)) {
-            std::uint64_t value = 0;
-            for (std::size_t index = bytes_that_count; index-- > 0;) {
-                value = value << bits_per_byte | static_cast<unsigned char>(bytes[index]);
-            }
-            sum += value;
+            sum += number_of_bytes(bytes.substr(0, bytes_that_count), byte_order::little);
         }
     });
     return sum;
@@ -122,20 +121,22 @@ void add_sums(std::vector<named_checksum>& names, std::string_view kind, bool of
     }
 }
 
+std::vector<named_checksum> make_named_checksums() {
+    std::vector<named_checksum> names;
+    for (const known_crc& known : known_crcs()) {
+        names.push_back({std::string(known.name), known.model});
+    }
+    add_sums(names, "sum", false, false);
+    add_sums(names, "balance", false, true);
+    add_sums(names, "word-sum", true, false);
+    add_sums(names, "word-balance", true, true);
+    return names;
+}
+
 } // namespace
 
 const std::vector<named_checksum>& named_checksums() {
-    static const std::vector<named_checksum> all = [] {
-        std::vector<named_checksum> names;
-        for (const known_crc& known : known_crcs()) {
-            names.push_back({std::string(known.name), known.model});
-        }
-        add_sums(names, "sum", false, false);
-        add_sums(names, "balance", false, true);
-        add_sums(names, "word-sum", true, false);
-        add_sums(names, "word-balance", true, true);
-        return names;
-    }();
+    static const std::vector<named_checksum> all = make_named_checksums();
     return all;
 }
 
@@ -147,6 +148,11 @@ std::optional<checksum_kind> checksum_of_name(std::string_view name) {
 word checksum_of(const memory_image& image, const checksum_kind& what, const checksum_options& options) {
     const counted_words words(image, options);
     return std::visit([&words](const auto& kind) { return result_of(words, kind); }, what);
+}
+
+void for_each_counted_block(const memory_image& image, const checksum_options& options,
+                            const std::function<void(std::string_view bytes)>& take) {
+    counted_words(image, options).take(options.order, take);
 }
 
 } // namespace kvrimage

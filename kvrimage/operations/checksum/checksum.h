@@ -5,6 +5,7 @@
 #include "kvrimage/operations/checksum/crc.h"
 
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -46,7 +47,7 @@ struct checksum_options {
 
 /// The checksum of the words of @p image in order of their addresses, each in (width + 7) / 8 bytes, the
 /// surplus high bits 0. It takes time in proportion to the bytes; a part of a memory, or one whose unset
-/// words count, is copied first.
+/// words count, is copied first unless it is held as bytes.
 /// @return a word as wide as the checksum
 /// @throws std::domain_error for a word with don't-care bits; what() names its address
 /// @throws std::out_of_range for a range beyond the memory
@@ -54,5 +55,11 @@ struct checksum_options {
 /// the memory, and for parameters of @p what that do not fit
 [[nodiscard]] KVRIMAGE_API word checksum_of(const memory_image& image, const checksum_kind& what,
                                             const checksum_options& options = {});
+
+/// Calls @p take with the bytes that a checksum takes in, in order, for a check that is not among the ones
+/// here. A block may be of any size, and is valid during the call.
+/// @throws what checksum_of() throws for the memory and the options, and what @p take does
+KVRIMAGE_API void for_each_counted_block(const memory_image& image, const checksum_options& options,
+                                         const std::function<void(std::string_view bytes)>& take);
 
 } // namespace kvrimage

@@ -1,12 +1,12 @@
 #include "kvrimage/operations/error_correction/ecc_bits.h"
 
+#include "kvrimage/image/word_text.h"
+
 #include <cstddef>
 
 namespace kvrimage {
 
 namespace {
-
-constexpr std::size_t bits_of_text_limb = 64;
 
 /// Bit @p bit of @p digits.
 template <class Text>
@@ -17,10 +17,9 @@ auto& digit_at(Text& digits, std::uint32_t bit) {
 } // namespace
 
 std::vector<std::uint64_t> limbs_of_bits(std::string_view bits) {
-    std::vector<std::uint64_t> limbs((bits.size() + bits_of_text_limb - 1) / bits_of_text_limb);
+    std::vector<std::uint64_t> limbs((bits.size() + bits_per_limb - 1) / bits_per_limb);
     for (std::uint32_t bit = 0; bit < bits.size(); ++bit) {
-        limbs[bit / bits_of_text_limb] |= std::uint64_t{digit_at(bits, bit) == '1'}
-                                          << bit % bits_of_text_limb;
+        limbs[bit / bits_per_limb] |= std::uint64_t{digit_at(bits, bit) == '1'} << bit % bits_per_limb;
     }
     return limbs;
 }
@@ -64,7 +63,7 @@ decoded_bits ecc_decoder::decode(std::string_view word) const {
         const ecc_check& check = code.checks[index];
         const bool fails = (digit_at(word, check.position) == '1') != (check_bit(check, limbs) != 0);
         // Codes of more checks correct nothing: it only matters that one fails.
-        syndrome |= std::uint64_t{fails} << index % bits_of_text_limb;
+        syndrome |= std::uint64_t{fails} << index % bits_per_limb;
     }
     if (syndrome == 0) {
         return result;

@@ -1,5 +1,7 @@
 #include "kvrimage/operations/error_correction/ecc_code.h"
 
+#include "kvrimage/image/word_text.h"
+
 #include <algorithm>
 #include <bit>
 #include <cassert>
@@ -7,15 +9,9 @@
 
 namespace kvrimage {
 
-namespace {
-
-constexpr std::uint32_t bits_of_ecc_limb = 64;
-
-} // namespace
-
 bool ecc_check::covers(std::uint32_t bit) const noexcept {
-    const std::uint32_t limb = bit / bits_of_ecc_limb - first_limb; // large where it is below the mask
-    return limb < mask.size() && (mask[limb] >> bit % bits_of_ecc_limb & 1U) != 0;
+    const std::uint32_t limb = bit / bits_per_limb - first_limb; // large where it is below the mask
+    return limb < mask.size() && (mask[limb] >> bit % bits_per_limb & 1U) != 0;
 }
 
 unsigned check_bit(const ecc_check& check, std::span<const std::uint64_t> data) noexcept {
@@ -27,7 +23,7 @@ unsigned check_bit(const ecc_check& check, std::span<const std::uint64_t> data) 
 }
 
 std::vector<std::uint64_t> syndromes(const ecc_code& code) {
-    assert(code.checks.size() <= bits_of_ecc_limb);
+    assert(code.checks.size() <= bits_per_limb);
     std::vector<std::uint64_t> all(code.width());
     for (std::size_t index = 0; index < code.checks.size(); ++index) {
         const ecc_check& check = code.checks[index];

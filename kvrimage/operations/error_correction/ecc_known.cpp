@@ -1,5 +1,7 @@
 #include "kvrimage/operations/error_correction/ecc_known.h"
 
+#include "kvrimage/image/word_text.h"
+
 #include <algorithm>
 #include <array>
 #include <bit>
@@ -11,7 +13,6 @@ namespace kvrimage {
 
 namespace {
 
-constexpr std::uint32_t bits_of_mask_limb = 64;
 constexpr std::uint32_t bits_of_group = 8;
 
 constexpr ecc_strength parity_strength = {true, false, false};
@@ -19,10 +20,10 @@ constexpr ecc_strength corrects_one_finds_two = {true, true, true};
 
 /// A check of the data bits from @p first to before @p end.
 ecc_check check_of_bits(std::uint32_t first, std::uint32_t end, std::uint32_t position, bool is_inverted) {
-    ecc_check check = {position, is_inverted, first / bits_of_mask_limb, {}};
-    check.mask.resize((end - 1) / bits_of_mask_limb - check.first_limb + 1);
+    ecc_check check = {position, is_inverted, first / bits_per_limb, {}};
+    check.mask.resize((end - 1) / bits_per_limb - check.first_limb + 1);
     for (std::uint32_t bit = first; bit < end; ++bit) {
-        check.mask[bit / bits_of_mask_limb - check.first_limb] |= std::uint64_t{1} << bit % bits_of_mask_limb;
+        check.mask[bit / bits_per_limb - check.first_limb] |= std::uint64_t{1} << bit % bits_per_limb;
     }
     return check;
 }
@@ -74,7 +75,7 @@ std::uint32_t hamming_checks(std::uint32_t data_width) {
 
 ecc_code make_hamming(std::uint32_t data_width) {
     const std::uint32_t bits = hamming_bits(data_width);
-    const std::size_t limbs = (data_width + bits_of_mask_limb - 1) / bits_of_mask_limb;
+    const std::size_t limbs = (data_width + bits_per_limb - 1) / bits_per_limb;
     ecc_code code = {{}, std::vector<ecc_check>(bits + 1), corrects_one_finds_two};
     for (std::uint32_t index = 0; index <= bits; ++index) {
         code.checks[index].position = index == bits ? 0 : std::uint32_t{1} << index;
@@ -85,13 +86,13 @@ ecc_code make_hamming(std::uint32_t data_width) {
             continue;
         }
         const std::uint32_t bit = code.data_width();
-        const std::uint64_t in_limb = std::uint64_t{1} << bit % bits_of_mask_limb;
+        const std::uint64_t in_limb = std::uint64_t{1} << bit % bits_per_limb;
         code.data_positions.push_back(position);
         for (std::uint32_t index = 0; index < bits; ++index) {
-            code.checks[index].mask[bit / bits_of_mask_limb] |= (position >> index & 1U) != 0 ? in_limb : 0;
+            code.checks[index].mask[bit / bits_per_limb] |= (position >> index & 1U) != 0 ? in_limb : 0;
         }
         // The parity of all takes the bit in, and each of the checks that do so.
-        code.checks[bits].mask[bit / bits_of_mask_limb] |= std::popcount(position) % 2 == 0 ? in_limb : 0;
+        code.checks[bits].mask[bit / bits_per_limb] |= std::popcount(position) % 2 == 0 ? in_limb : 0;
     }
     return code;
 }

@@ -65,6 +65,14 @@ void require_masks(std::span<const word> masks) {
     }
 }
 
+std::vector<ecc_scheme_name> names_of_known_schemes() {
+    std::vector<ecc_scheme_name> all;
+    for (const known_ecc_scheme& one : known_ecc_schemes()) {
+        all.push_back(one.called);
+    }
+    return all;
+}
+
 } // namespace
 
 ecc_scheme::ecc_scheme(ecc_code&& of) : code(std::make_shared<const ecc_code>(std::move(of))) {}
@@ -105,13 +113,7 @@ ecc_scheme ecc_scheme::of_masks(std::span<const word> masks, std::uint64_t inver
 }
 
 std::span<const ecc_scheme_name> ecc_scheme::known() {
-    static const std::vector<ecc_scheme_name> names = [] {
-        std::vector<ecc_scheme_name> all;
-        for (const known_ecc_scheme& one : known_ecc_schemes()) {
-            all.push_back(one.called);
-        }
-        return all;
-    }();
+    static const std::vector<ecc_scheme_name> names = names_of_known_schemes();
     return names;
 }
 

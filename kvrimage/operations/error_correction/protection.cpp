@@ -1,8 +1,12 @@
 #include "kvrimage/operations/error_correction/protection.h"
 
 #include "kvrimage/diagnostics/counted.h"
+#include "kvrimage/image/byte_words.h"
+#include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
+#include "kvrimage/image/work_position.h"
+#include "kvrimage/operations/byte_numbers.h"
 #include "kvrimage/operations/error_correction/ecc_bits.h"
 #include "kvrimage/operations/error_correction/ecc_code.h"
 #include "kvrimage/operations/linear_map.h"
@@ -83,6 +87,8 @@ public:
     [[nodiscard]] std::optional<std::uint32_t> wrong_bit(std::uint64_t syndrome) const {
         return decoder.wrong_bit(syndrome);
     }
+    /// The data of @p word, which is intact.
+    [[nodiscard]] wide_number data_of_intact(const wide_number& word) const { return data_map(word); }
     /// The data of @p word, which is not damaged.
     [[nodiscard]] wide_number data_of(const wide_number& word) const {
         const std::uint64_t syndrome = syndrome_of(word);
@@ -126,6 +132,22 @@ public:
         }
     }
 
+    /// Takes words that are held as bytes, and numbers.
+    void take_bytes(const byte_words& words) {
+        byte_number_reader reader(words);
+        const std::size_t size = words.bytes_per_word();
+        const std::size_t part = byte_number_reader::most_at_once / size * size;
+        for (const byte_words::block& each : words.blocks()) {
+            std::uint64_t offset = each.first;
+            for (std::string_view left = each.bytes; !left.empty();
+                 left.remove_prefix(std::min(part, left.size()))) {
+                note_work(offset, image.depth());
+                reader.read(left.substr(0, part), [&](const wide_number& value) {
+                    take_number(value, {offset++, 1, 1});
+                });
+            }
+        }
+    }
     std::uint64_t take_row(const kvr::word_row& row, std::uint64_t offset) {
         for (std::uint32_t index = 0; index < row.count; ++index) {
             take(row[index], {offset + index, 1, 1});
@@ -148,18 +170,22 @@ public:
 
 private:
     void take(std::string_view text, const word_places& places) {
-        report.checked += places.count;
         const auto value = numbers ? wide_number_of(text) : std::nullopt;
         if (value) {
-            const std::uint64_t syndrome = numbers->syndrome_of(*value);
-            if (syndrome != 0) {
-                add(places, numbers->wrong_bit(syndrome));
-            }
-            return;
+            take_number(*value, places);
+        } else {
+            take_bits(text, places);
         }
-        take_bits(text, places);
+    }
+    void take_number(const wide_number& value, const word_places& places) {
+        report.checked += places.count;
+        const std::uint64_t syndrome = numbers->syndrome_of(value);
+        if (syndrome != 0) {
+            add(places, numbers->wrong_bit(syndrome));
+        }
     }
     void take_bits(std::string_view text, const word_places& places) {
+        report.checked += places.count;
         static_cast<void>(show_word(text, radix::bin, image.width(), bits));
         if (!is_plain(bits)) {
             throw std::domain_error(fmt::format("the word at address 0x{:X} has don't-care bits: {}",
@@ -214,6 +240,11 @@ memory_image protected_by(const memory_image& image, const ecc_scheme& scheme) {
 ecc_report check_protection(const memory_image& image, const ecc_scheme& scheme) {
     require_width(image, scheme.width());
     protection_checker checker(image, scheme.as_code());
+    if (const byte_words* const bytes = image.words().bytes();
+        bytes != nullptr && fits_numbers(scheme.as_code())) {
+        checker.take_bytes(*bytes);
+        return std::move(checker.result());
+    }
     for_each_row_cycle_or_run(
         image.words(),
         [&checker](const kvr::word_row& row, std::uint64_t offset) { return checker.take_row(row, offset); },
@@ -223,7 +254,12 @@ ecc_report check_protection(const memory_image& image, const ecc_scheme& scheme)
 }
 
 memory_image unprotected(const memory_image& image, const ecc_scheme& scheme) {
-    require_not_damaged(check_protection(image, scheme));
+    return unprotected(image, scheme, check_protection(image, scheme));
+}
+
+memory_image unprotected(const memory_image& image, const ecc_scheme& scheme, const ecc_report& checked) {
+    require_width(image, scheme.width());
+    require_not_damaged(checked);
     const ecc_code& code = scheme.as_code();
     const ecc_decoder decoder(code);
     const auto decode_bits = [&decoder](std::string_view bits) {
@@ -233,6 +269,11 @@ memory_image unprotected(const memory_image& image, const ecc_scheme& scheme) {
         return mapped_words(image, {code.data_width(), decode_bits, {}});
     }
     const number_decoder numbers(code);
+    if (checked.corrected == 0) {
+        return mapped_words(image, {code.data_width(), decode_bits, [&numbers](const wide_number& value) {
+                                        return numbers.data_of_intact(value);
+                                    }});
+    }
     return mapped_words(image, {code.data_width(), decode_bits,
                                 [&numbers](const wide_number& value) { return numbers.data_of(value); }});
 }

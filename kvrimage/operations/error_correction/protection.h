@@ -49,5 +49,8 @@ inline constexpr std::size_t ecc_most_findings = 100;
 /// @throws std::invalid_argument and std::domain_error as check_protection() does, and std::domain_error when
 /// a word is damaged; what() names the first address
 [[nodiscard]] KVRIMAGE_API memory_image unprotected(const memory_image& image, const ecc_scheme& scheme);
+/// The same with what check_protection() has said of @p image and @p scheme, which is not checked again.
+[[nodiscard]] KVRIMAGE_API memory_image unprotected(const memory_image& image, const ecc_scheme& scheme,
+                                                    const ecc_report& checked);
 
 } // namespace kvrimage

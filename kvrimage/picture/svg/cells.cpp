@@ -3,36 +3,37 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
-#include <utility>
 
 namespace kvrimage::svg {
 
 namespace {
 
-/// The shades that are drawn; what is left out is white, or was never set.
-constexpr std::array<std::pair<bit_shade, const char*>, 5> drawn_shades = {{{bit_shade::low, "low"},
-                                                                            {bit_shade::half, "half"},
-                                                                            {bit_shade::high, "high"},
-                                                                            {bit_shade::all, "all"},
-                                                                            {bit_shade::dont_care, "care"}}};
+struct shade_look {
+    bit_shade shade;
+    legend_entry entry;
+};
 
-constexpr std::array<legend_entry, 6> shade_legend = {{{"none", "ones: none"},
-                                                       {"low", "less than 30 %"},
-                                                       {"half", "30 to 70 %"},
-                                                       {"high", "more"},
-                                                       {"all", "all"},
-                                                       {"care", "don't care (half or more)"}}};
+/// What is left out was never set.
+constexpr std::array<shade_look, 6> shade_looks = {{{bit_shade::none, {"none", "ones: none"}},
+                                                    {bit_shade::low, {"low", "ones: less than 30 %"}},
+                                                    {bit_shade::half, {"half", "ones: 30 to 70 %"}},
+                                                    {bit_shade::high, {"high", "ones: more"}},
+                                                    {bit_shade::all, {"all", "ones: all"}},
+                                                    {bit_shade::dont_care, {"care", "don't care"}}}};
 
 /// Strokes for the cells of one shade in a row, which is @p line from the top. The first is placed from the
 /// corner, the others from the end of the one before.
-std::string strokes_of_row(const bit_map& map, bit_shade shade, std::uint32_t line, std::uint32_t columns) {
+std::string strokes_of_row(const bit_map& map, bit_shade shade, std::uint32_t line,
+                           const column_grid::part& part) {
     const std::uint32_t row = map.rows() - 1 - line;
+    const std::uint32_t columns = part.columns();
     std::string path;
     std::uint32_t pen = 0;
     for (std::uint32_t begin = 0; begin < columns;) {
         std::uint32_t end = begin;
-        while (end < columns && map.shade(row, end) == shade) {
+        while (end < columns && map.shade(row, part.first_column + end) == shade) {
             ++end;
         }
         if (end == begin) {
@@ -46,34 +47,48 @@ std::string strokes_of_row(const bit_map& map, bit_shade shade, std::uint32_t li
     return path;
 }
 
-std::string strokes_of(const bit_map& map, bit_shade shade, std::uint32_t columns) {
+std::string strokes_of(const bit_map& map, bit_shade shade, const column_grid::part& part) {
     std::string path;
     for (std::uint32_t line = 0; line < map.rows(); ++line) {
-        path += strokes_of_row(map, shade, line, columns);
+        path += strokes_of_row(map, shade, line, part);
     }
     return path;
 }
 
 } // namespace
 
-void draw_cells(document& page, const picture_contents& contents, const bit_map& map) {
+plot_margins draw_cells(document& page, const picture_contents& contents, const bit_map& map) {
     constexpr std::uint32_t most_ticks = 9;
     const double cell_height = plot_box.height / map.rows();
+    const column_scale scale(contents.grid);
+    plot_margins margins;
     page.add_path("unset", stretches_path(contents.strip, occupancy::unset, plot_box));
-    page.begin_cells("bits", plot_box, column_scale(contents.grid).column_width(), cell_height);
-    for (const auto& [shade, style] : drawn_shades) {
-        page.add_path(style, strokes_of(map, shade, contents.grid.columns()));
+    std::array<bool, shade_looks.size()> occurs{};
+    for (const column_grid::part& part : contents.grid.parts()) {
+        page.begin_cells("bits", scale.box_of(part, plot_box), scale.column_width(part), cell_height);
+        for (std::size_t index = 0; index < shade_looks.size(); ++index) {
+            const std::string strokes = strokes_of(map, shade_looks[index].shade, part);
+            occurs[index] |= !strokes.empty();
+            // The page shows where no bit is set.
+            if (shade_looks[index].shade != bit_shade::none) {
+                page.add_path(shade_looks[index].entry.style, strokes);
+            }
+        }
+        page.end_cells();
     }
-    page.end_cells();
+    for (std::size_t index = 0; index < shade_looks.size(); ++index) {
+        if (occurs[index]) {
+            margins.legend.push_back(shade_looks[index].entry);
+        }
+    }
     for (const std::uint32_t bit : map.ticks(most_ticks)) {
         const double middle = map.row_of(bit) + 0.5;
-        draw_vertical_tick(page, plot_box.bottom() - middle * cell_height, fmt::format("{}", bit));
+        margins.left =
+            std::min(margins.left, draw_vertical_tick(page, plot_box.bottom() - middle * cell_height,
+                                                      fmt::format("{}", bit)));
     }
-    page.add_box("frame", plot_box);
-}
-
-void draw_shade_legend(document& page) {
-    page.add_legend(shade_legend, legend_top + legend_line);
+    draw_frames(page, contents.grid, plot_box);
+    return margins;
 }
 
 } // namespace kvrimage::svg

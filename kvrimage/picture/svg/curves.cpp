@@ -29,12 +29,14 @@ struct curve {
     bool is_line;      ///< all columns have one value each; else it is an area
 };
 
-std::vector<curve> curves_of(const waveform& wave) {
+/// Each is within a stretch of @p grid.
+std::vector<curve> curves_of(const waveform& wave, const column_grid& grid) {
     const auto& columns = wave.columns();
     std::vector<curve> found;
     for (std::uint32_t column = 0; column < columns.size(); ++column) {
         if (columns[column]) {
-            if (found.empty() || found.back().end != column) {
+            if (found.empty() || found.back().end != column ||
+                grid.part_of_column(column).first_column == column) {
                 found.push_back({column, column, true});
             }
             found.back().end = column + 1;
@@ -81,41 +83,104 @@ public:
         return path + "H" + x.begin(part.begin) + "Z";
     }
 
+    /// From the value with the key @p base to the nearest one of each column.
+    [[nodiscard]] std::string bars(const curve& part, std::uint64_t base) const {
+        const std::string floor = coordinate(y.y_of(base));
+        std::string path = fmt::format("M{} {}", x.begin(part.begin), floor);
+        std::string before = floor;
+        for (std::uint32_t column = part.begin; column < part.end; ++column) {
+            const value_bounds& bounds = *wave.columns()[column];
+            const std::string height = coordinate(y.y_of(std::clamp(base, bounds.lowest, bounds.highest)));
+            if (height != before) {
+                path += column > part.begin ? fmt::format("H{}V{}", x.begin(column), height)
+                                            : fmt::format("V{}", height);
+            }
+            before = height;
+        }
+        return path + "H" + x.end(part.end - 1) + "V" + floor + "Z";
+    }
+
 private:
     const waveform& wave;
     column_scale x;
     value_scale y;
 };
 
-void draw_grid(document& page, const picture_contents& contents, const waveform& wave,
-               const value_scale& heights) {
-    constexpr std::uint32_t most_ticks = 8;
-    for (const address_tick& tick : address_ticks(contents)) {
-        page.add_path("grid", fmt::format("M{} {}V{}", coordinate(x_of_tick(contents, tick)),
-                                          coordinate(plot_box.top), coordinate(plot_box.bottom())));
+/// Columns that have nothing but words with don't-care bits, as high as the plot.
+std::string dont_care_bands(const picture_contents& contents, const waveform& wave) {
+    const column_scale x(contents.grid);
+    std::string path;
+    for (std::uint32_t column = 0; column < contents.grid.columns(); ++column) {
+        if (wave.is_dont_care(column)) {
+            path += fmt::format("M{0} {1}H{2}v{3}H{0}z", x.begin(column), coordinate(plot_box.top),
+                                x.end(column), coordinate(plot_box.height));
+        }
     }
+    return path;
+}
+
+/// A line at the height @p y through all stretches.
+std::string line_at(double y, const column_grid& grid) {
+    std::string path;
+    for (const column_grid::part& part : grid.parts()) {
+        const box within = column_scale(grid).box_of(part, plot_box);
+        path += fmt::format("M{} {}H{}", coordinate(within.left), coordinate(y), coordinate(within.right()));
+    }
+    return path;
+}
+
+/// Returns where the labels begin.
+double draw_grid(document& page, const picture_contents& contents, const waveform& wave,
+                 const value_scale& heights) {
+    constexpr std::uint32_t most_ticks = 8;
+    for (const address_label& label : address_labels(contents)) {
+        page.add_path("grid", fmt::format("M{} {}V{}", coordinate(label.mark), coordinate(plot_box.top),
+                                          coordinate(plot_box.bottom())));
+    }
+    double left = plot_box.left;
     for (const value_tick& tick : ticks_of(wave.order(), wave.axis(), most_ticks)) {
         const double y = heights.y_of(tick.key);
-        page.add_path("grid", fmt::format("M{} {}H{}", coordinate(plot_box.left), coordinate(y),
-                                          coordinate(plot_box.right())));
-        draw_vertical_tick(page, y, tick.label);
+        page.add_path("grid", line_at(y, contents.grid));
+        left = std::min(left, draw_vertical_tick(page, y, tick.label));
     }
+    return left;
 }
 
 } // namespace
 
-void draw_curves(document& page, const picture_contents& contents, const waveform& wave) {
-    const value_scale heights(wave.axis());
+plot_margins draw_curves(document& page, const picture_contents& contents, const waveform& wave) {
+    const value_axis axis = wave.axis();
+    const std::uint64_t base = axis.bar_base(wave.order());
+    const value_scale heights(axis);
     const curve_paths paths(contents, wave, heights);
+    std::string bars;
     std::string lines;
     std::string areas;
-    for (const curve& part : curves_of(wave)) {
+    for (const curve& part : curves_of(wave, contents.grid)) {
+        bars += paths.bars(part, base);
         (part.is_line ? lines : areas) += part.is_line ? paths.greatest_values(part) : paths.envelope(part);
     }
-    draw_grid(page, contents, wave, heights);
-    page.add_box("frame", plot_box);
+    const std::string bands = dont_care_bands(contents, wave);
+    plot_margins margins;
+    page.add_path("bar", bars);
+    page.add_path("care", bands);
+    margins.left = draw_grid(page, contents, wave, heights);
+    if (base == wave.order().key_of_zero()) {
+        page.add_path("zero", line_at(heights.y_of(base), contents.grid));
+    }
+    draw_frames(page, contents.grid, plot_box);
     page.add_path("envelope", areas);
     page.add_path("wave", lines);
+    if (!bars.empty()) {
+        margins.legend.push_back({"bar", "value"});
+    }
+    if (!areas.empty()) {
+        margins.legend.push_back({"envelope", "least to greatest"});
+    }
+    if (!bands.empty()) {
+        margins.legend.push_back({"care", "don't care"});
+    }
+    return margins;
 }
 
 } // namespace kvrimage::svg

@@ -5,28 +5,26 @@
 #include <algorithm>
 #include <array>
 #include <utility>
+#include <variant>
 
 namespace kvrimage::svg {
 
 namespace {
 
 constexpr double label_line = 370;
-constexpr double title_line = 390;
+constexpr double line_height = 16;
 
-/// Of the labels of addresses, at most.
-double label_width(const picture_contents& contents) {
-    constexpr double digit_width = 7;
-    return static_cast<double>(contents.addresses.label_size()) * digit_width;
-}
+struct strip_look {
+    occupancy state;
+    legend_entry entry;
+};
 
-constexpr std::array<std::pair<occupancy, const char*>, 4> strip_classes = {
-    {{occupancy::unset, "unset"},
-     {occupancy::partly_set, "partly"},
-     {occupancy::set, "set"},
-     {occupancy::run, "run"}}};
-
-constexpr std::array<legend_entry, 4> strip_legend = {
-    {{"set", "set, words differ"}, {"run", "run of one word"}, {"partly", "partly set"}, {"unset", "unset"}}};
+/// In the order of the legend; a style that a plot explains is not explained again.
+constexpr std::array<strip_look, 5> strip_looks = {{{occupancy::set, {"set", "set, words differ"}},
+                                                    {occupancy::run, {"run", "run of one word"}},
+                                                    {occupancy::partly_set, {"partly", "partly set"}},
+                                                    {occupancy::dont_care, {"care", "don't care"}},
+                                                    {occupancy::unset, {"unset", "unset"}}}};
 
 /// A line between two runs side by side.
 std::string run_begins(const occupancy_strip& strip) {
@@ -41,35 +39,70 @@ std::string run_begins(const occupancy_strip& strip) {
     return path;
 }
 
+/// A zigzag from the top of the plot to the bottom of the strip, in the middle of each break.
+std::string break_marks(const column_grid& grid) {
+    constexpr double half_width = 4;
+    constexpr double tooth = 11;
+    constexpr int teeth = 13; // 286 pixels
+    const column_scale scale(grid);
+    std::string path;
+    for (std::size_t index = 1; index < grid.parts().size(); ++index) {
+        const double left = scale.box_of(grid.parts()[index - 1], plot_box).right();
+        const double right = scale.box_of(grid.parts()[index], plot_box).left;
+        path +=
+            fmt::format("M{} {}", coordinate((left + right) / 2 - half_width / 2), coordinate(plot_box.top));
+        for (int count = 0; count < teeth; ++count) {
+            path += fmt::format("l{0} {1}l-{0} {1}", coordinate(half_width), coordinate(tooth));
+        }
+    }
+    return path;
+}
+
 } // namespace
 
-std::vector<address_tick> address_ticks(const picture_contents& contents) {
-    constexpr double gap = 24;
-    return contents.addresses.ticks((label_width(contents) + gap) *
-                                    column_scale(contents.grid).words_a_pixel());
+std::vector<address_label> address_labels(const picture_contents& contents) {
+    constexpr double digit_width = 7.7;
+    constexpr double gap = 16;
+    const column_scale scale(contents.grid);
+    return contents.addresses.labels(
+        {[&scale](std::uint64_t offset) { return scale.middle_of(offset); }, plot_box.left, scale.unit(),
+         static_cast<double>(contents.addresses.label_size()) * digit_width, gap, 0, picture_width});
 }
 
-double x_of_tick(const picture_contents& contents, const address_tick& tick) {
-    return column_scale(contents.grid).x_of(static_cast<double>(tick.offset) + 0.5);
-}
-
-void draw_address_axis(document& page, const picture_contents& contents) {
-    const double last_middle = picture_width - label_width(contents) / 2; // of a label that is not cut
-    for (const address_tick& tick : address_ticks(contents)) {
-        const double x = x_of_tick(contents, tick);
-        page.add_path("tick", fmt::format("M{} {}v{}", coordinate(x), coordinate(strip_box.bottom()),
+double draw_address_axis(document& page, const picture_contents& contents) {
+    constexpr double digit_width = 7.7;
+    const double half_width = static_cast<double>(contents.addresses.label_size()) * digit_width / 2;
+    double line = label_line;
+    for (const address_label& label : address_labels(contents)) {
+        const double y = label_line + line_height * label.line;
+        page.add_path("tick", fmt::format("M{} {}v{}", coordinate(label.mark), coordinate(strip_box.bottom()),
                                           coordinate(tick_size)));
-        page.add_text("middle address", std::min(x, last_middle), label_line, tick.label);
+        page.add_text("middle address", label.begin + half_width, y, label.text);
+        line = std::max(line, y);
     }
-    page.add_text("middle", plot_box.middle(), title_line, "address (words)");
+    page.add_path("break", break_marks(contents.grid));
+    page.add_text("middle", plot_box.middle(), line + legend_line, "address (words)");
+    return line + legend_line + line_height;
 }
 
-void draw_vertical_tick(document& page, double y, std::string_view label) {
+void draw_frames(document& page, const column_grid& grid, const box& within) {
+    for (const column_grid::part& part : grid.parts()) {
+        page.add_box("frame", column_scale(grid).box_of(part, within));
+    }
+}
+
+double draw_side_text(document& page, double y, std::string_view text) {
     constexpr double gap = 4;
     constexpr double half_a_digit = 4;
+    const double right = plot_box.left - tick_size - gap;
+    page.add_text("end value", right, y + half_a_digit, text);
+    return right - text_width(text, text_size);
+}
+
+double draw_vertical_tick(document& page, double y, std::string_view label) {
     page.add_path("tick",
                   fmt::format("M{} {}h-{}", coordinate(plot_box.left), coordinate(y), coordinate(tick_size)));
-    page.add_text("end value", plot_box.left - tick_size - gap, y + half_a_digit, label);
+    return draw_side_text(page, y, label);
 }
 
 std::string stretches_path(const occupancy_strip& strip, occupancy state, const box& within) {
@@ -85,15 +118,26 @@ std::string stretches_path(const occupancy_strip& strip, occupancy state, const 
 }
 
 void draw_strip(document& page, const occupancy_strip& strip) {
-    page.add_box("frame", strip_box);
-    for (const auto& [state, style] : strip_classes) {
-        page.add_path(style, stretches_path(strip, state, strip_box));
+    draw_frames(page, strip.grid(), strip_box);
+    for (const strip_look& look : strip_looks) {
+        page.add_path(look.entry.style, stretches_path(strip, look.state, strip_box));
     }
     page.add_path("begin", run_begins(strip));
 }
 
-void draw_strip_legend(document& page) {
-    page.add_legend(strip_legend, legend_top);
+void add_strip_legend(std::vector<legend_entry>& legend, const picture_contents& contents) {
+    const bool is_difference = std::holds_alternative<difference_map>(contents.words);
+    for (const strip_look& look : strip_looks) {
+        const bool occurs = std::ranges::any_of(contents.strip.columns(), [&look](const word_column& column) {
+            return column.state() == look.state;
+        });
+        if (!occurs || std::ranges::find(legend, look.entry.style, &legend_entry::style) != legend.end()) {
+            continue;
+        }
+        legend.push_back(is_difference && look.state == occupancy::set
+                             ? legend_entry{look.entry.style, "set in A or B"}
+                             : look.entry);
+    }
 }
 
 } // namespace kvrimage::svg

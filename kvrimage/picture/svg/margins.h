@@ -11,22 +11,25 @@
 
 namespace kvrimage::svg {
 
-/// The ticks of the axis of addresses, as many as its labels have room for.
-[[nodiscard]] std::vector<address_tick> address_ticks(const picture_contents& contents);
+/// The labels of the axis of addresses, in pixels.
+[[nodiscard]] std::vector<address_label> address_labels(const picture_contents& contents);
 
-/// Ticks are in the middle of their words.
-[[nodiscard]] double x_of_tick(const picture_contents& contents, const address_tick& tick);
+/// Below the strip, with the marks of breaks. Returns where the legend can begin.
+[[nodiscard]] double draw_address_axis(document& page, const picture_contents& contents);
 
-/// Below the strip.
-void draw_address_axis(document& page, const picture_contents& contents);
+/// A frame for each stretch of @p grid, as high as @p within.
+void draw_frames(document& page, const column_grid& grid, const box& within);
 
-/// A label on the left side of the plot, with its tick.
-void draw_vertical_tick(document& page, double y, std::string_view label);
+/// A label on the left side of the plot, with its tick. Returns where it begins.
+double draw_vertical_tick(document& page, double y, std::string_view label);
+
+/// A text beside the plot, which ends where the labels do. Returns where it begins.
+double draw_side_text(document& page, double y, std::string_view text);
 
 void draw_strip(document& page, const occupancy_strip& strip);
 
-/// What the colours of the strip mean.
-void draw_strip_legend(document& page);
+/// Adds what the colours of the strip mean that occur in it and are not in @p legend.
+void add_strip_legend(std::vector<legend_entry>& legend, const picture_contents& contents);
 
 /// A box for each stretch of columns with @p state, as high as @p within.
 [[nodiscard]] std::string stretches_path(const occupancy_strip& strip, occupancy state, const box& within);

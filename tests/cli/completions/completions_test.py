@@ -36,7 +36,7 @@ def commands():
 
 def options_in_help(command):
     section = tool(command, "--help").split("\nOptions\n")[1]
-    return set(re.findall(r"^  (?:-[a-zA-Z], )?(--[a-z-]+)", section, re.MULTILINE))
+    return set(re.findall(r"^  (?:-[a-zA-Z], )?(--[a-z0-9-]+)", section, re.MULTILINE))
 
 
 class Completions:
@@ -104,7 +104,8 @@ class Completions:
     # Words with their own list.
 
     def test_topics_of_help(self):
-        self.assert_offered("kvrmem help ", commands())
+        self.assert_offered("kvrmem help ", commands() + ["numbers"])
+        self.assert_completed("kvrmem help num", "kvrmem help numbers ")
         self.assert_completed("kvrmem help conv", "kvrmem help convert ")
         self.assert_nothing("kvrmem help sin")
         self.assert_nothing("kvrmem help radix ")
@@ -181,7 +182,7 @@ class Completions:
     def test_words_after_a_value_with_a_colon(self):
         self.assert_completed("kvrmem dump --radix fixed:1.7 si", "kvrmem dump --radix fixed:1.7 sine.mif ")
         self.assert_completed("kvrmem dump --radix=fixed:1.7 si", "kvrmem dump --radix=fixed:1.7 sine.mif ")
-        self.assert_nothing("kvrmem dump --radix=fixed:1.7 --js")
+        self.assert_nothing("kvrmem dump --radix=fixed:1.7 --manif")
         self.assert_completed("kvrmem diff --radix=fixed:1.7 --js", "kvrmem diff --radix=fixed:1.7 --json ")
 
     def test_values_of_short_options(self):
@@ -202,7 +203,8 @@ class Completions:
 
     def test_file_operands(self):
         for command in [
-            "check", "convert", "diff", "dump", "fill", "get", "info", "join", "merge", "new", "plot", "set", "split", "sum"
+            "check", "convert", "diff", "dump", "fill", "format", "get", "info", "join", "merge", "new", "plot", "set", "split",
+            "sum"
         ]:
             with self.subTest(command):
                 self.assert_completed(f"kvrmem {command} si", f"kvrmem {command} sine.mif ")
@@ -211,8 +213,8 @@ class Completions:
         self.assertEqual(
             set(commands()),
             {
-                "check", "convert", "diff", "dump", "fill", "formats", "get", "info", "join", "merge", "new", "plot",
-                "radix", "set", "split", "sum"
+                "check", "convert", "diff", "dump", "fill", "format", "formats", "get", "info", "join", "lsp", "merge", "new",
+                "plot", "radix", "set", "split", "sum"
             },
         )
 
@@ -224,6 +226,7 @@ class Completions:
         self.assert_nothing("kvrmem radix ")
         self.assert_nothing("kvrmem radix s")
         self.assert_nothing("kvrmem formats s")
+        self.assert_nothing("kvrmem lsp s")
         self.assert_completed("kvrmem check sine.mif dump sine.mif du", "kvrmem check sine.mif dump sine.mif dump ")
 
     def test_options_are_no_operands(self):

@@ -1,5 +1,5 @@
 // What a program does with the library, for a run in which system calls fail: library_steps STEP FILE...
-// Prints what the library answers. The exit code is 0 when it reports success, else 3, with a word on
+// Prints the results of the library. The exit code is 0 when it reports success, else 3, with a message on
 // standard error.
 
 #include "kvr/memory/memory_file.h"
@@ -23,7 +23,7 @@ KVR_FILE_TYPES type_of(std::string_view path) {
     return path.ends_with(".rif") ? FILE_TYPE_RIF : FILE_TYPE_HEX;
 }
 
-/// RIF answers true whatever happens; the flags and messages tell.
+/// RIF returns true in every case; the flags and messages show a failure.
 bool all_went_well(KVR_MEMORY_FILE& file, bool answer) {
     return answer && !file.get_file_not_found() && !file.get_error_occurred() && !file.has_error_messages();
 }
@@ -42,11 +42,11 @@ bool read_words(const std::string& path, std::string& answer_text) {
     if (type_of(path) == FILE_TYPE_RIF) {
         file.set_number_of_words(16);
     }
-    const bool fine = all_went_well(file, file.read_file());
-    for (unsigned address = 0; fine && address < file.get_number_of_words(); ++address) {
+    const bool succeeded = all_went_well(file, file.read_file());
+    for (unsigned address = 0; succeeded && address < file.get_number_of_words(); ++address) {
         answer_text += file.get_data_word(address, RADIX_HEX) + ' ';
     }
-    return fine;
+    return succeeded;
 }
 
 bool write_words(const std::string& path, std::string& /*answer_text*/) {
@@ -79,8 +79,8 @@ bool process_list(const std::string& path, std::string& answer_text) {
     return answer;
 }
 
-/// Writes @p text whatever interrupts it.
-bool tell(int descriptor, std::string_view text) {
+/// Writes @p text despite interruptions.
+bool print_text(int descriptor, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor, text.data(), text.size());
         if (written < 0 && errno != EINTR) {
@@ -102,7 +102,7 @@ constexpr step steps[] = {
 } // namespace
 
 int main(int count, char** words) {
-    // The word by which the driver knows that the program's own work begins.
+    // The call by which the driver recognizes that the program's own work begins.
     static_cast<void>(std::signal(SIGINT, SIG_DFL));
     const auto* const found = std::find_if(std::begin(steps), std::end(steps), [&](const step& candidate) {
         return count == 3 && candidate.name == words[1];
@@ -111,13 +111,13 @@ int main(int count, char** words) {
         return 4;
     }
     std::string text;
-    const bool fine = found->take(words[2], text);
-    if (!fine) {
-        tell(STDERR_FILENO, "the library reports a failure\n");
+    const bool succeeded = found->take(words[2], text);
+    if (!succeeded) {
+        print_text(STDERR_FILENO, "the library reports a failure\n");
         return 3;
     }
-    if (!tell(STDOUT_FILENO, text + "\n")) {
-        tell(STDERR_FILENO, "the answer cannot be printed\n");
+    if (!print_text(STDOUT_FILENO, text + "\n")) {
+        print_text(STDERR_FILENO, "the answer cannot be printed\n");
         return 3;
     }
     return 0;

@@ -68,9 +68,23 @@ TEST(ByteBlocks, EqualBytesThatAreSetAgainDoNotDiffer) {
     EXPECT_EQ(shown_blocks(blocks), "5:abc ");
 }
 
+TEST(ByteBlocks, EndWithTheLastAddress) {
+    const std::string text = "abcd";
+    byte_blocks blocks;
+    blocks.add(~std::uint64_t{0} - 1, std::string_view(text).substr(0, 2));
+    blocks.add(0, std::string_view(text).substr(2, 2));
+    EXPECT_TRUE(blocks.sort().empty());
+    EXPECT_EQ(shown_blocks(blocks), "0:cd 18446744073709551614:ab ");
+    blocks.add(~std::uint64_t{0}, "X");
+    ASSERT_EQ(blocks.sort().size(), 1U);
+    EXPECT_EQ(shown_blocks(blocks), "0:cd 18446744073709551614:a 18446744073709551615:X ");
+}
+
 TEST(ByteBlocks, AreAMapOfBytesAfterRandomAdds) {
     std::mt19937 random(1);
     for (int round = 0; round < 2000; ++round) {
+        // Every other time up to the last address, 79 after the first one.
+        const std::uint64_t first = round % 2 == 0 ? 0 : ~std::uint64_t{0} - 79;
         std::vector<std::string> texts;
         for (auto count = random() % 12; count > 0; --count) {
             std::string text(1 + random() % 20, ' ');
@@ -83,7 +97,7 @@ TEST(ByteBlocks, AreAMapOfBytesAfterRandomAdds) {
         std::map<std::uint64_t, char> bytes;
         std::map<std::uint64_t, bool> set_again;
         for (const std::string& text : texts) {
-            const std::uint64_t address = random() % 60;
+            const std::uint64_t address = first + random() % (81 - text.size());
             blocks.add(address, text);
             for (std::size_t index = 0; index < text.size(); ++index) {
                 const auto [found, is_new] = bytes.emplace(address + index, text[index]);
@@ -95,10 +109,10 @@ TEST(ByteBlocks, AreAMapOfBytesAfterRandomAdds) {
         }
         const std::vector<byte_overlap> overlaps = blocks.sort();
         std::map<std::uint64_t, char> in_blocks;
-        std::uint64_t end = 0;
+        std::uint64_t next = 0;
         for (const byte_block& each : blocks.all()) {
-            ASSERT_GE(each.address, end);
-            end = each.end();
+            ASSERT_GE(each.address, next);
+            next = each.last() + 1;
             for (std::size_t index = 0; index < each.bytes.size(); ++index) {
                 in_blocks.emplace(each.address + index, each.bytes[index]);
             }
@@ -106,8 +120,8 @@ TEST(ByteBlocks, AreAMapOfBytesAfterRandomAdds) {
         EXPECT_EQ(in_blocks, bytes);
         std::map<std::uint64_t, bool> in_overlaps;
         for (const byte_overlap& each : overlaps) {
-            for (std::uint64_t address = each.first; address <= each.last; ++address) {
-                in_overlaps.emplace(address, false);
+            for (std::uint64_t index = 0; index <= each.last - each.first; ++index) {
+                in_overlaps.emplace(each.first + index, false);
             }
         }
         EXPECT_EQ(in_overlaps, set_again);

@@ -43,6 +43,22 @@ TEST(BytesOfWords, ABaseMovesAllAddresses) {
     EXPECT_EQ(shown_bytes(image, byte_order::big), "303:0,0,7,");
 }
 
+TEST(BytesOfWords, LongWordsRepeat) {
+    constexpr std::uint32_t width = 80000;
+    memory_image image(width, 21);
+    std::vector<word> pattern;
+    std::string once;
+    for (std::uint64_t value = 1; value <= 7; ++value) {
+        pattern.push_back(word::of(value, width));
+        once += std::string(width / 8 - 1, '\0') + static_cast<char>(value);
+    }
+    image.fill({0, 20}, pattern);
+    std::string found;
+    for_each_byte_block(image, byte_order::big,
+                        [&found](std::uint64_t, std::string_view bytes) { found += bytes; });
+    EXPECT_TRUE(found == once + once + once);
+}
+
 TEST(BytesOfWords, AreThoseOfEachWord) {
     std::mt19937 random(4);
     for (std::uint32_t width = 1; width <= 300; ++width) {

@@ -53,6 +53,13 @@ TEST(HexText, DigitsOfEitherCaseBecomeBytesAtEveryPlace) {
     }
 }
 
+TEST(HexText, UpToEightDigitsAreANumber) {
+    EXPECT_EQ(hex_value(""), 0U);
+    EXPECT_EQ(hex_value("0a"), 10U);
+    EXPECT_EQ(hex_value("1F"), 31U);
+    EXPECT_EQ(hex_value("89aBCdEf"), 0x89ABCDEFU);
+}
+
 TEST(HexText, ACharacterThatIsNoDigitIsFoundAtEveryPlace) {
     for (std::size_t place = 0; place < 36; ++place) {
         for (int character = 0; character < 256; ++character) {
@@ -63,6 +70,18 @@ TEST(HexText, ACharacterThatIsNoDigitIsFoundAtEveryPlace) {
                                   lower_digits.find(digits[place]) != std::string_view::npos;
             EXPECT_EQ(decode_hex(digits, bytes.data()), is_digit) << place << " " << character;
         }
+    }
+}
+
+TEST(HexText, TheSumOfWhatIsCodedIsThatOfAllBytes) {
+    for (std::size_t length = 0; length <= 70; ++length) {
+        const std::string bytes = all_bytes(200).substr(0, length);
+        std::string digits(2 * length, '#');
+        EXPECT_EQ(encode_hex(bytes, digits.data()), sum_of_bytes(bytes));
+        std::string decoded(length, '#');
+        const decoded_hex result = decode_and_sum(digits, decoded.data());
+        EXPECT_TRUE(result.are_digits);
+        EXPECT_EQ(result.sum, sum_of_bytes(bytes));
     }
 }
 

@@ -1,4 +1,5 @@
 #include "kvrimage/bytes/record_run.h"
+#include "kvrimage/bytes/record_text.h"
 
 #include <gtest/gtest.h>
 
@@ -65,6 +66,50 @@ TEST(RecordRun, LeavesFaultsToTheParser) {
     }
     for (const char* line : {"S1031234B6\n", "S1021234B6\n", "s1051234AABB4F\n", "S2051234AABB4F\n"}) {
         EXPECT_EQ(shown_run(line, s1_style), "none") << line;
+    }
+}
+
+/// Of the middle one of three records, each character becomes every other one.
+void expect_exact_characters(const std::string& first, const std::string& middle, const std::string& last,
+                             const record_style& style) {
+    const std::string lines = first + middle + last;
+    std::string data(lines.size() / 2, '\0');
+    ASSERT_EQ(take_record_run(lines, style, data.data()).records, 3U) << lines;
+    for (std::size_t place = 0; place < middle.size(); ++place) {
+        for (int character = 0; character < 256; ++character) {
+            std::string changed = lines;
+            char& one = changed[first.size() + place];
+            one = static_cast<char>(character);
+            // Letters of either case spell the same, but not in the mark.
+            const bool is_same =
+                one == middle[place] ||
+                (place >= style.mark.size() && middle[place] >= 'A' && one == middle[place] - 'A' + 'a');
+            const record_run run = take_record_run(changed, style, data.data());
+            ASSERT_EQ(run.records, is_same ? 3U : 1U) << changed;
+            ASSERT_EQ(run.size, is_same ? lines.size() : first.size()) << changed;
+        }
+    }
+}
+
+TEST(RecordRun, NoCharacterMayDiffer) {
+    const std::array styles = {
+        hex_style, s1_style,
+        record_style{.mark = "S2", .address_bytes = 3, .type = "", .counted = 4, .sum = 0xFF},
+        record_style{.mark = "S3", .address_bytes = 4, .type = "", .counted = 5, .sum = 0xFF}};
+    for (const record_style& style : styles) {
+        for (const std::size_t length : {1U, 4U, 5U, 6U, 7U, 8U, 16U, 24U, 33U}) {
+            std::array<std::string, 3> records;
+            for (std::size_t index = 0; index < records.size(); ++index) {
+                std::string data;
+                while (data.size() < length) {
+                    data += static_cast<char>(0xAE + 29 * data.size() + index);
+                }
+                std::string text(longest_record, '\0');
+                const char* const end = put_record(style, 0xABF8 + index * length, data, text.data());
+                records[index] = text.substr(0, static_cast<std::size_t>(end - text.data()));
+            }
+            expect_exact_characters(records[0], records[1], records[2], style);
+        }
     }
 }
 

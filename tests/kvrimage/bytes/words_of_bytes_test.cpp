@@ -1,5 +1,6 @@
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/bytes/words_of_bytes.h"
+#include "kvrimage/image/image_words.h"
 #include "tests/kvrimage/bytes/byte_images.h"
 
 #include <gtest/gtest.h>
@@ -52,6 +53,23 @@ TEST(WordsOfBytes, AreBytesWithoutAWidth) {
     EXPECT_EQ(result.image->depth(), 6U);
     EXPECT_EQ(result.facts.unit, address_unit::byte);
     EXPECT_EQ(shown_report(result), "");
+}
+
+TEST(WordsOfBytes, BeyondTheDepthAreLeftOut) {
+    read_options options;
+    options.depth = 2;
+    options.keep_going = true;
+    EXPECT_EQ(set_words_of(words_of({{0, "\x12"}, {1, "\x34\x56"}, {5, "\xFF"}}, options)), "0=12 1=34");
+}
+
+TEST(WordsOfBytes, ThatAreIncompleteAreOneDiagnostic) {
+    std::vector<placed> halves;
+    for (std::uint64_t address = 0; address < 12; ++address) {
+        halves.push_back({2 * address, "\x12"});
+    }
+    const read_result result = words_of(halves, bytes_as(16, byte_order::big));
+    EXPECT_EQ(shown_report(result), "broken incomplete-word 1:1+1 x12\n");
+    EXPECT_EQ(result.diagnostics.at(0).more.size(), 9U);
 }
 
 TEST(WordsOfBytes, TakeTheOrderThatIsGiven) {
@@ -132,6 +150,16 @@ TEST(WordsOfBytes, SurplusBitsMustBeZero) {
     EXPECT_EQ(message_and_hint(result), "word at address 1 is 1ABC, which words of 12 bits cannot be|the "
                                         "bits above the width must be 0");
     EXPECT_EQ(set_words_of(words_of({{0, "\xBC\x0A"}}, bytes_as(12, byte_order::little))), "0=ABC");
+}
+
+TEST(WordsOfBytes, WholeWordsStayBytesWhereTheSurplusBitsAreZero) {
+    const std::vector<placed> all = {{0, "\x01\x23\x0F\xFF"sv}, {8, "\x04\x56"sv}};
+    const read_result result = words_of(all, {.width = 12, .order = byte_order::big});
+    ASSERT_TRUE(result.image);
+    EXPECT_NE(result.image->words().bytes(), nullptr);
+    EXPECT_EQ((*result.image)[1], word::of(0xFFF, 12));
+    EXPECT_EQ((*result.image)[2], std::nullopt);
+    EXPECT_EQ((*result.image)[4], word::of(0x456, 12));
 }
 
 TEST(WordsOfBytes, ADepthIsALimit) {

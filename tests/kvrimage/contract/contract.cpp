@@ -53,6 +53,18 @@ bool may_make_no_difference(diagnostic_id id) {
     return std::ranges::find(harmless, id) != harmless.end();
 }
 
+/// Without the blanks at the ends of their lines.
+std::vector<std::string> comments_of(std::string_view contents, const read_options& options) {
+    std::vector<std::string> comments;
+    if (options.as->find_comments != nullptr) {
+        options.as->find_comments(contents, [&](const span& where) {
+            const std::string_view text = where.in(contents);
+            comments.emplace_back(text.substr(0, text.find_last_not_of(" \t\r\f\v") + 1));
+        });
+    }
+    return comments;
+}
+
 class promise_keeper {
 public:
     promise_keeper(std::string_view file, const read_options& read_with)
@@ -66,6 +78,7 @@ public:
         look_at_places();
         compare_with_library();
         look_at_repairs();
+        look_at_layout();
         write_and_read();
         return broken;
     }
@@ -164,6 +177,34 @@ private:
             say("a file that could be read cannot be read after its repair");
         } else if (checked.image && !(*checked.image == *done.left.image)) {
             say("a repair changed the words of a file that could be read");
+        }
+    }
+
+    void look_at_layout() {
+        if (!read_one.image || options.as->lay_out == nullptr) {
+            return;
+        }
+        const std::string text = options.as->lay_out(contents, options, read_one);
+        const read_result again = check(text, {options, {"kvr"}});
+        if (!again.image) {
+            say("the layout cannot be read: " + shown(again.diagnostics.front()) + "\n" + text);
+            return;
+        }
+        if (!(*again.image == *read_one.image)) {
+            say("the layout has other words:\n" + text);
+        }
+        if (comments_of(text, options) != comments_of(contents, options)) {
+            say("the layout has other comments:\n" + text);
+        }
+        if (options.as->lay_out(text, options, again) != text) {
+            say("the layout changes again:\n" + text + "\nto\n" + options.as->lay_out(text, options, again));
+        }
+        for (const diagnostic& found : again.diagnostics) {
+            const auto is_known = [&found](const diagnostic& old) { return old.id == found.id; };
+            if (about(found.id).level != diagnostic_class::suspect &&
+                std::ranges::none_of(checked.diagnostics, is_known)) {
+                say("the layout has a new fault: " + shown(found));
+            }
         }
     }
 

@@ -18,6 +18,7 @@ namespace kvrimage_tests {
 /// - every place lies in the file, and line and column belong to the offset;
 /// - repairs do what they say: none of what is repaired is left, and what was not broken reads as the same
 /// words;
+/// - its canonical layout has the same words and comments, no fault of its own, and is its own layout;
 /// - what is written in any format that can hold the image reads back as the same words.
 [[nodiscard]] std::vector<std::string> broken_promises(std::string_view contents,
                                                        const kvrimage::read_options& options);

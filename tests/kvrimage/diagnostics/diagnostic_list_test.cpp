@@ -40,6 +40,22 @@ TEST(DiagnosticList, KeepsALimitOfEachClassAndCountsAll) {
     EXPECT_TRUE(list.finish("").empty());
 }
 
+/// The repair of a file with an edit that puts @p inserted.
+std::string repair_in(const std::string& contents, const std::string& inserted) {
+    diagnostic found = broken_at(0);
+    found.fix = {{0, 0, inserted}};
+    diagnostic_list list;
+    list.add(found);
+    return list.finish(contents)[0].fix[0].replacement;
+}
+
+TEST(DiagnosticList, RepairsEndLinesAsTheFileDoes) {
+    EXPECT_EQ(repair_in("a\r\nb\n", "\nx\r\ny\n"), "\r\nx\r\ny\r\n");
+    EXPECT_EQ(repair_in("a\nb\r\n", "x\n"), "x\n");
+    EXPECT_EQ(repair_in("\na\r\n", "x\n"), "x\n");
+    EXPECT_EQ(repair_in("a\rb", "x\n"), "x\n");
+}
+
 TEST(DiagnosticList, KnowsWhetherTheFileIsBroken) {
     diagnostic_list list(0);
     list.add(suspect());

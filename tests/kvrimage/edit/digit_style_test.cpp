@@ -38,6 +38,14 @@ TEST(StyleFinder, OneUpperCaseLetterMakesAllUpperCase) {
     EXPECT_FALSE(finder.found().lower_case);
 }
 
+TEST(StyleFinder, TakesSeveralNumbersAtOnce) {
+    style_finder finder;
+    finder.see_all("0a 1b", 2, true);
+    EXPECT_EQ(finder.found(), (digit_style{2, true}));
+    finder.see_all("012 3AB", 3, false);
+    EXPECT_EQ(finder.found(), (digit_style{2, false}));
+}
+
 TEST(InStyle, AddsAndLeavesOutLeadingZeros) {
     EXPECT_EQ(in_style("1F", {4, false}), "001F");
     EXPECT_EQ(in_style("001F", {1, false}), "1F");

@@ -35,6 +35,7 @@ std::string edited_contents(const std::string& contents, const std::vector<assig
     return messages;
 }
 
+const read_options words_of_16 = {.width = 16, .unit = address_unit::word};
 const std::string commented_mif = "-- by hand\nWIDTH=8;\nDEPTH=4;\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\n"
                                   "CONTENT BEGIN\n0 : a0; % first % 1 : 0;\n[2..3] : 7;\nEND;\n";
 
@@ -46,7 +47,7 @@ TEST(Edit, ChangesTheWordAndNothingBesideIt) {
 
 TEST(Edit, OfTwoWordsForOneAddressTheLaterCounts) {
     EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {new_word(0, 5, 16), new_word(0, 6, 16)},
-                              {.width = 16}),
+                              words_of_16),
               ":020000000006F8\n:00000001FF\n");
 }
 
@@ -82,13 +83,13 @@ TEST(Edit, BeyondAStatedDepthIsRefused) {
 }
 
 TEST(Edit, BeyondTheLastWordOfAFileWithoutADepthMakesItDeeper) {
-    EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {new_word(5, 7, 16)}, {.width = 16}),
+    EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {new_word(5, 7, 16)}, words_of_16),
               ":020000000001FD\n:020005000007F2\n:00000001FF\n");
 }
 
 TEST(Edit, OfAWordThatTheFormatCannotHoldSaysWhy) {
     const assignment dont_care = {{1, 1}, {*word::parse("XXXX", radix::hex, 16).value}};
-    EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {dont_care}, {.width = 16}),
+    EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {dont_care}, words_of_16),
               "word XXXX at address 1 has a don't-care bit, which Intel HEX cannot hold\n");
 }
 

@@ -118,6 +118,18 @@ TEST_F(ReplacementFile, RefusesLinksInACircle) {
               folder.path("a") + ": cannot be written: Too many levels of symbolic links");
 }
 
+TEST_F(ReplacementFile, FollowsAsManyLinksAsTheSystem) {
+    folder.write("0", "old");
+    for (int link = 1; link <= 41; ++link) {
+        std::filesystem::create_symlink(std::to_string(link - 1), folder.path(std::to_string(link)));
+    }
+    write_to(folder.path("40"), "new");
+    EXPECT_EQ(folder.read("0"), "new");
+    EXPECT_TRUE(std::filesystem::is_symlink(folder.path("1")));
+    EXPECT_EQ(failure_to_write(folder.path("41")),
+              folder.path("41") + ": cannot be written: Too many levels of symbolic links");
+}
+
 TEST_F(ReplacementFile, WritesADeviceDirectly) {
     EXPECT_EQ(failure_to_write("/dev/null"), "");
     EXPECT_EQ(failure_to_write("/dev/full"), "/dev/full: cannot be written: No space left on device");
@@ -231,6 +243,17 @@ TEST_F(ReplacementFileThatFails, RefusesALinkThatCannotBeRead) {
 TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenTheNewOneIsNotStored) {
     EXPECT_EXIT(replace({{SYS_fsync, EIO}}), testing::ExitedWithCode(0),
                 "a: cannot be written: Input/output error>$");
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenALargeTextCannotBeWritten) {
+    constexpr std::uint32_t size = 0x100000;
+    const auto write_large = [this] {
+        return "<" + failure_to_write(folder.path("a"), std::string(size, 'x')) + ">";
+    };
+    EXPECT_EXIT(end_with_answer({{SYS_write, ENOSPC, 2, ~std::uint32_t{0}, size}}, write_large),
+                testing::ExitedWithCode(0), "a: cannot be written: No space left on device>$");
     EXPECT_EQ(folder.read("a"), "old");
     EXPECT_EQ(folder.count_files(), 1);
 }

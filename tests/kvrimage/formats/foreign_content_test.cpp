@@ -1,6 +1,7 @@
 #include "kvrimage/formats/foreign_content.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/mif/mif_format.h"
+#include "kvrimage/formats/registry.h"
 
 #include <gtest/gtest.h>
 
@@ -28,6 +29,15 @@ TEST(ForeignContent, IsKnownByItsFirstBytes) {
     EXPECT_EQ(kind_of("PK\x03\x04\0\0"sv), message_for("a zip archive"));
     EXPECT_EQ(kind_of("\x1F\x8B\x08"), message_for("a gzip archive"));
     EXPECT_EQ(kind_of("\xFF\xFE\0\0A\0\0\0"sv), message_for("UTF-32 text"));
+}
+
+TEST(ForeignContent, IsNotThatOfAFormatThatCannotBeRead) {
+    static const format written_only = {
+        .id = "written_only", .title = "Written only", .extensions = {}, .sniff = [](std::string_view head) {
+            return head.starts_with("written only!") ? certainty::certain : certainty::no;
+        }};
+    add_format(written_only);
+    EXPECT_EQ(foreign_content("written only!\n", &mif_format), std::nullopt);
 }
 
 TEST(ForeignContent, IsUtf16WithOrWithoutAMark) {

@@ -103,6 +103,18 @@ TEST_F(FormatChoice, BetweenTwoThatCanReadTheFileIsLeftToTheCaller) {
     EXPECT_EQ(parse("twin l r", {.as = &right}).facts.as, &right);
 }
 
+TEST_F(FormatChoice, ABrokenFileIsReadByNoneOfThoseThatAreEquallySure) {
+    for (const char* const text :
+         {"x/*\nPTH=6\nCONTENTBEGIN\n", "10 11\n/*\n:0400000012345678E8\n:00000001FF\n"}) {
+        for (const char* const name : {"a.txt", "a.mem", "a.dat", "a.mif", ""}) {
+            read_options options;
+            options.file_name = name;
+            options.keep_going = true;
+            EXPECT_FALSE(parse(text, options).diagnostics.empty()) << name;
+        }
+    }
+}
+
 TEST_F(FormatChoice, BetweenTwoThatReadTheSameWordsTakesTheFirst) {
     EXPECT_EQ(choice_of("twin l r same").as, &left);
     EXPECT_TRUE(choice_of("twin l r same").among.empty());
@@ -119,6 +131,13 @@ TEST_F(FormatChoice, NotesAFormatThatTheContentsSurelyHave) {
     EXPECT_EQ(choice_of("left", "a.mif").surely, &left);
     EXPECT_EQ(choice_of("left").surely, nullptr);
     EXPECT_EQ(choose_format("left", {.as = &right}).surely, &left);
+}
+
+TEST_F(FormatChoice, NotesSuchAFormatWhereTheChoiceIsLeftToTheCaller) {
+    const format_choice choice = choice_of("twin l r\n:00000001FF\n");
+    EXPECT_EQ(choice.as, nullptr);
+    EXPECT_EQ(choice.among.size(), 2U);
+    EXPECT_EQ(choice.surely, format_of_name("hex"));
 }
 
 TEST_F(FormatChoice, AFileOfBytesMayHaveAnyLines) {

@@ -69,6 +69,25 @@ TEST_F(MemoryFile, IsReadByItsExtension) {
     EXPECT_THAT(result.diagnostics, IsEmpty());
 }
 
+TEST_F(MemoryFile, IsReadByTheNameThatTheCallerGivesIt) {
+    const std::string path = folder.write("a", "00\n01\n");
+    EXPECT_EQ(read(path, {}).facts.as, nullptr);
+    EXPECT_EQ(read(path, {.file_name = "a.vmem"}).facts.as, format_of_name("readmemh"));
+}
+
+TEST_F(MemoryFile, OfNoKnownFormatIsBroken) {
+    const read_result result = check("Dear reader,\n", {});
+    EXPECT_FALSE(result.image);
+    EXPECT_EQ(result.facts.as, nullptr);
+    EXPECT_THAT(codes_of(result.diagnostics), ElementsAre("unknown-format"));
+}
+
+TEST_F(MemoryFile, IsFreeOfWhatConcernsConsumersThatAreNotAskedFor) {
+    const std::string text = "WIDTH=8;\nDEPTH=1;\nCONTENT BEGIN\n[0..0] : 1;\nEND;\n";
+    EXPECT_THAT(codes_of(check(text, {}).diagnostics), ElementsAre("range-of-one"));
+    EXPECT_THAT(codes_of(check(text, {.consumers = {}}).diagnostics), IsEmpty());
+}
+
 TEST_F(MemoryFile, IsReadByItsContentsWithoutAnExtension) {
     EXPECT_EQ(read(folder.write("a", "toy 8\n3 0A\n")).facts.as, &toy);
     EXPECT_EQ(parse("toy 8\n").facts.as, &toy);
@@ -278,6 +297,14 @@ TEST_F(MemoryFile, IsWrittenByAFormatWithoutLimits) {
 
 TEST_F(MemoryFile, CannotBeWrittenWhereNoFolderIs) {
     EXPECT_THROW(write(image_of(8, {"0A"}), folder.path("none/a.toy")), std::system_error);
+    EXPECT_THROW(write_contents("text", folder.path("none/a.toy")), std::system_error);
+}
+
+TEST_F(MemoryFile, IsReplacedByOtherContents) {
+    folder.write("a.toy", "old");
+    write_contents("new\n", folder.path("a.toy"));
+    EXPECT_EQ(folder.read("a.toy"), "new\n");
+    EXPECT_EQ(folder.count_files(), 1);
 }
 
 } // namespace

@@ -83,6 +83,16 @@ TEST(ReadingFromBase, ABaseBeyondTheMemoryIsBroken) {
               "broken below-base 4:1+7 x7\n");
 }
 
+TEST(ReadingFromBase, ABaseBeyondEveryMemoryIsBroken) {
+    read_options options = from_base(hex_format, deepest_memory, 4);
+    options.width = 8;
+    options.unit = address_unit::word;
+    const read_result result = parse(":00000001FF\n", options);
+    EXPECT_FALSE(result.image);
+    ASSERT_EQ(result.diagnostics.size(), 1U);
+    EXPECT_EQ(result.diagnostics.front().message, "address 4294967296 is beyond the largest, 4294967295");
+}
+
 TEST(ReadingFromBase, FindsWordsAtTheirNewAddresses) {
     const read_options options = from_base(mif_format, 4);
     EXPECT_EQ(mif_format.find_word(mif_with_words, options, 0)->line, 4U);
@@ -92,7 +102,33 @@ TEST(ReadingFromBase, FindsWordsAtTheirNewAddresses) {
 
 TEST(ReadingFromBase, HoldsForRif) {
     EXPECT_EQ(words_from("@8\n05 06 \n", from_base(rif_format, 8)), "0=05 1=06");
-    EXPECT_EQ(rif_format.find_word("@8\n05 06 \n", from_base(rif_format, 8), 1)->offset, 6U);
+    const std::string text = "@8\n05 06 \n";
+    EXPECT_EQ(rif_format.find_word(text, from_base(rif_format, 8), 1)->offset, 6U);
+    EXPECT_FALSE(rif_format.find_word(text, from_base(rif_format, 8), 0xFFFFFFF8));
+    EXPECT_FALSE(rif_format.find_word(text, from_base(rif_format, 0x100000008), 0));
+    check_options options;
+    options.read = from_base(rif_format, 8);
+    EXPECT_EQ(shown_report(check(text, options)), "");
+}
+
+TEST(ReadingFromBase, MessagesCountTheDepthFromTheBase) {
+    const std::string records = ":0400100012345678D8\n:00000001FF\n";
+    read_options of_bytes = from_base(hex_format, 0xF, 3);
+    of_bytes.width = 8;
+    const auto message = [](const std::string& text, const read_options& options) {
+        return parse(text, options).diagnostics.front().message;
+    };
+    EXPECT_EQ(message(mif_with_words, from_base(mif_format, 4, 5)),
+              "address 5 is beyond the depth 5 (0 to 4)");
+    EXPECT_EQ(message("@4\n1 2 3 4 5 \n", from_base(rif_format, 4, 4)),
+              "address 4 is beyond the depth 4 (0 to 3)");
+    EXPECT_EQ(message(records, of_bytes), "address 3 is beyond the depth 3 (0 to 2)");
+}
+
+TEST(ReadingFromBase, ADepthThatIsAskedForCountsFromTheBase) {
+    const std::string bare = "1 : 1;\n5 : 2;\n";
+    EXPECT_EQ(parse(bare, from_base(mif_format, 2)).diagnostics.front().option, "--width 4 --depth 4");
+    EXPECT_EQ(parse(bare, from_base(mif_format, 6)).diagnostics.front().option, "--width 4 --depth 6");
 }
 
 TEST(ReadingFromBase, HoldsForRecordsWhoseAddressesCountWords) {

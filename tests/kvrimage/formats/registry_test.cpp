@@ -15,6 +15,7 @@ TEST(Registry, FindsFormatsByIdAndExtension) {
     EXPECT_EQ(format_of_path("a.b/boot.Hex"), format_of_name("hex"));
     EXPECT_EQ(format_of_path("a.mif/boot"), nullptr);
     EXPECT_EQ(format_of_name("nothing"), nullptr);
+    EXPECT_EQ(format_of_name("S19"), format_of_name("srec"));
 }
 
 TEST(Registry, FindsNoFormatInOtherText) {

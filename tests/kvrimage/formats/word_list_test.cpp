@@ -284,4 +284,26 @@ TEST(WordList, IsWhatAMapOfItsWordsIs) {
     }
 }
 
+TEST(WordList, MayBeLargeWhereItsFileIs) {
+    std::vector<list_word> words;
+    for (std::uint64_t address = 0; address < 1030; ++address) {
+        words.push_back({address, std::string(65536 / 4, '1')});
+    }
+    const list_reading made = read_list(words, radix::hex);
+    EXPECT_THAT(made.messages, IsEmpty());
+    ASSERT_TRUE(made.result.image);
+    EXPECT_EQ(made.result.image->depth(), 1030U);
+}
+
+TEST(WordList, MayBeLargeWhereTheFileIs) {
+    constexpr std::size_t digits = widest_word / 4;
+    std::vector<list_word> words;
+    for (std::uint64_t address = 0; address < 65; ++address) { // more than 16 MiB
+        words.push_back({address, std::string(digits, 'A')});
+    }
+    const list_reading large = read_list(words, radix::hex);
+    EXPECT_THAT(large.messages, IsEmpty());
+    EXPECT_EQ(large.result.image->words()[64], words[64].digits);
+}
+
 } // namespace

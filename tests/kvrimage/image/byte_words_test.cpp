@@ -33,7 +33,7 @@ byte_words held_words(const std::shared_ptr<const std::string>& bytes,
         blocks.push_back({each.first, std::string_view(*bytes).substr(begin, each.words * word_bytes)});
         begin += each.words * word_bytes;
     }
-    return {std::move(blocks), word_bytes, order, bytes};
+    return {std::move(blocks), word_bytes * 8, order, bytes};
 }
 
 memory_image image_of(std::uint64_t depth, byte_words&& words) {
@@ -53,6 +53,9 @@ TEST(ByteWords, StayBytesUntilATextIsAskedFor) {
     EXPECT_EQ(image.bounds()->last, 7U);
     EXPECT_EQ(in_hex(image[1]) + in_hex(image[2]) + in_hex(image[3]) + in_hex(image[7]) + in_hex(image[8]),
               "-3412-7856-");
+    EXPECT_EQ(image.repetition_at(3).last, 6U);
+    EXPECT_EQ(image.repetition_at(7).last, 7U);
+    EXPECT_EQ(image.repetition_at(7).period, 1U);
     EXPECT_NE(image.words().bytes(), nullptr);
     EXPECT_EQ(image.words()[7], "7856");
     EXPECT_EQ(image.words().bytes(), nullptr);

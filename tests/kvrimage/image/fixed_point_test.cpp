@@ -6,6 +6,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <random>
+#include <stdexcept>
 #include <string>
 
 namespace {
@@ -35,6 +36,20 @@ TEST(FixedPoint, ReadsItsName) {
           "fixed:1.1048576", "fixed:12345678.1", "fixed:1.12345678", "dec", ""}) {
         EXPECT_FALSE(fixed_point_of_name(name)) << name;
     }
+}
+
+TEST(FixedPoint, BecomesAWord) {
+    EXPECT_EQ(parse_fixed_point("-0.5", {1, 15}).value, word::of(0xC000, 16));
+    EXPECT_EQ(parse_fixed_point("9", {1, 15}, rounding::nearest, true).value, word::of(0x7FFF, 16));
+    const fixed_point_result refused = parse_fixed_point("1", {1, 15});
+    EXPECT_FALSE(refused.value);
+    EXPECT_EQ(refused.fault, fixed_point_fault::out_of_range);
+    EXPECT_EQ(parse_fixed_point("one", {1, 15}).fault, fixed_point_fault::syntax);
+}
+
+TEST(FixedPoint, WithoutIntegerBitOrWithTooManyBitsIsRefused) {
+    EXPECT_THROW(static_cast<void>(parse_fixed_point("0", {0, 8})), std::invalid_argument);
+    EXPECT_THROW(static_cast<void>(parse_fixed_point("0", {1, widest_word})), std::invalid_argument);
 }
 
 TEST(FixedPoint, TakesWholeNumbersAndFractions) {

@@ -1,16 +1,21 @@
 #include "kvrimage/image/image_bytes.h"
 
+#include <fmt/format.h>
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <limits>
+#include <optional>
 #include <random>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 namespace {
 
 using namespace kvrimage;
 using std::string_literals::operator""s;
+using testing::ThrowsMessage;
 
 /// The words of a memory of up to 64 bits.
 std::vector<std::uint64_t> numbers_of(const memory_image& image) {
@@ -52,6 +57,19 @@ TEST(ImageBytes, SurplusBitsThatAreNotZeroAreRefusedWithTheirAddress) {
     }
     EXPECT_THROW(static_cast<void>(image_of_bytes("\x40\x00"s, {.width = 14, .order = byte_order::big})),
                  std::overflow_error);
+}
+
+TEST(ImageBytes, AWordThatIsTooWideIsFoundAnywhere) {
+    for (const std::size_t words : {1U, 63U, 64U, 65U, 128U, 200U}) {
+        for (std::size_t wide = 0; wide < words; ++wide) {
+            std::string bytes(3 * words, '\x01');
+            bytes[3 * wide] = '\x10';
+            EXPECT_THAT(
+                [&] { static_cast<void>(image_of_bytes(bytes, {.width = 20, .order = byte_order::big})); },
+                ThrowsMessage<std::overflow_error>(
+                    fmt::format("the bytes of address 0x{:X} do not fit a word of 20 bits", wide)));
+        }
+    }
 }
 
 TEST(ImageBytes, BeginAtTheBase) {
@@ -119,6 +137,29 @@ TEST(ImageBytes, OfDontCareBitsDoNotExist) {
     memory_image narrow(4, 1);
     narrow.set(0, *word::parse("X", radix::hex, 4).value);
     EXPECT_EQ(refusal_of_bytes(narrow), "the word at address 0x0 has don't-care bits: X");
+}
+
+TEST(ImageBytes, OfAGapNeedAValueWithoutDontCareBits) {
+    memory_image image(8, 4);
+    image.set(0, word::of(1, 8));
+    image.set(2, *word::parse("1X", radix::hex, 8).value);
+    const auto refusal = [&image](const std::optional<word>& unset) {
+        try {
+            return bytes_of_image(image, byte_order::little, unset);
+        } catch (const std::domain_error& error) {
+            return std::string(error.what());
+        }
+    };
+    EXPECT_EQ(refusal(std::nullopt), "the word at address 0x1 is not set");
+    EXPECT_EQ(refusal(*word::parse("X2", radix::hex, 8).value),
+              "the word at address 0x1 has don't-care bits: X2");
+    EXPECT_EQ(refusal(word::of(3, 8)), "the word at address 0x2 has don't-care bits: 1X");
+    image.set(1, *word::parse("X3", radix::hex, 8).value);
+    EXPECT_EQ(refusal(std::nullopt), "the word at address 0x1 has don't-care bits: X3");
+    image.set(1, word::of(4, 8));
+    image.set(2, word::of(5, 8));
+    EXPECT_EQ(refusal(*word::parse("X2", radix::hex, 8).value),
+              "the word at address 0x3 has don't-care bits: X2");
 }
 
 TEST(ImageBytes, OfFillsRepeat) {

@@ -1,3 +1,5 @@
+#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/image/image_words.h"
 #include "kvrimage/image/memory_image.h"
 #include "kvrimage/image/word_search.h"
 #include "kvrimage/image/word_text.h"
@@ -36,6 +38,12 @@ TEST(UnshownWord, IsOneWithADontCareBitBesideAPlainOne) {
     EXPECT_EQ(first_unshown(words, radix::oct), 2U);
     EXPECT_EQ(first_unshown(words, radix::uns), 2U);
     EXPECT_EQ(first_unshown(words, radix::bin), std::nullopt);
+}
+
+TEST(UnshownWord, IsNoneWhereTheWordsAreBytes) {
+    const memory_image bytes = image_of_bytes("ab");
+    ASSERT_NE(bytes.words().bytes(), nullptr);
+    EXPECT_EQ(first_unshown(bytes.words(), radix::hex), std::nullopt);
 }
 
 TEST(UnshownWord, IsLookedForInARange) {

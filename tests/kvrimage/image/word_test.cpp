@@ -10,7 +10,7 @@
 namespace {
 
 using namespace kvrimage;
-using kind = word_fault::kind;
+using fault_kind = word_fault::kind;
 
 word parsed_word(std::string_view text, radix of, std::uint32_t width) {
     const word_result result = word::parse(text, of, width);
@@ -90,20 +90,20 @@ TEST(Word, ParseReportsWhatIsWrong) {
         std::uint32_t width;
         word_fault fault;
     } const cases[] = {
-        {"", radix::hex, 8, {kind::empty, 0, 0}},
-        {"-", radix::dec, 8, {kind::empty, 1, 0}},
-        {"1G", radix::hex, 8, {kind::invalid_digit, 1, 0}},
-        {"-1", radix::hex, 8, {kind::invalid_digit, 0, 0}},
-        {"--1", radix::dec, 8, {kind::invalid_digit, 1, 0}},
-        {"+1", radix::dec, 8, {kind::invalid_digit, 0, 0}},
-        {"0102", radix::bin, 8, {kind::invalid_digit, 3, 0}},
-        {"00FFF", radix::hex, 8, {kind::too_wide, 2, 12}},
-        {"128", radix::dec, 8, {kind::too_wide, 0, 9}},
-        {"-129", radix::dec, 8, {kind::too_wide, 1, 9}},
-        {"256", radix::uns, 8, {kind::too_wide, 0, 9}},
-        {"1X", radix::uns, 8, {kind::dont_care, 1, 0}},
-        {"-x", radix::dec, 80, {kind::dont_care, 1, 0}},
-        {"99999999999999999999", radix::uns, 64, {kind::too_wide, 0, 67}},
+        {"", radix::hex, 8, {fault_kind::empty, 0, 0}},
+        {"-", radix::dec, 8, {fault_kind::empty, 1, 0}},
+        {"1G", radix::hex, 8, {fault_kind::invalid_digit, 1, 0}},
+        {"-1", radix::hex, 8, {fault_kind::invalid_digit, 0, 0}},
+        {"--1", radix::dec, 8, {fault_kind::invalid_digit, 1, 0}},
+        {"+1", radix::dec, 8, {fault_kind::invalid_digit, 0, 0}},
+        {"0102", radix::bin, 8, {fault_kind::invalid_digit, 3, 0}},
+        {"00FFF", radix::hex, 8, {fault_kind::too_wide, 2, 12}},
+        {"128", radix::dec, 8, {fault_kind::too_wide, 0, 9}},
+        {"-129", radix::dec, 8, {fault_kind::too_wide, 1, 9}},
+        {"256", radix::uns, 8, {fault_kind::too_wide, 0, 9}},
+        {"1X", radix::uns, 8, {fault_kind::dont_care, 1, 0}},
+        {"-x", radix::dec, 80, {fault_kind::dont_care, 1, 0}},
+        {"99999999999999999999", radix::uns, 64, {fault_kind::too_wide, 0, 67}},
     };
     for (const auto& one : cases) {
         const word_result result = word::parse(one.text, one.of, one.width);
@@ -256,8 +256,8 @@ TEST(Word, ParseFindsTheFaultsThatMakeWordFinds) {
         const std::string text = random.digits(static_cast<std::uint32_t>(random.engine() % 20),
                                                round % 3 == 0 ? "01" : "0123456789aF-X");
         auto fault = make_word(text, of, width, held);
-        if (fault && fault->what == kind::invalid_digit && text[fault->position] == 'X') {
-            fault->what = kind::dont_care;
+        if (fault && fault->what == fault_kind::invalid_digit && text[fault->position] == 'X') {
+            fault->what = fault_kind::dont_care;
         }
         const word_result result = word::parse(text, of, width);
         ASSERT_EQ(result.fault, fault) << text << ' ' << width << ' ' << title_of(of);

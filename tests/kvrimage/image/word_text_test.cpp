@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <optional>
 #include <string>
 
 namespace {
@@ -45,6 +46,14 @@ TEST(WordOfAnySign, OfOtherFaultsHasThatOfTheSignedOne) {
               word_fault::kind::invalid_digit);
     EXPECT_EQ(make_word_of_any_sign("1FF", radix::hex, 8, word, is_unsigned)->what,
               word_fault::kind::too_wide);
+}
+
+TEST(FindWideByte, FindsTheFirstThatAWordDoesNotHold) {
+    EXPECT_EQ(find_wide_byte("AB\x7F\x80\xFF", 7), 3U);
+    EXPECT_EQ(find_wide_byte("AB\x7F\x80\xFF", 8), std::nullopt);
+    EXPECT_EQ(find_wide_byte("\xFF", 100), std::nullopt);
+    EXPECT_EQ(find_wide_byte("\x01\x02", 1), 1U);
+    EXPECT_EQ(find_wide_byte("", 1), std::nullopt);
 }
 
 } // namespace

@@ -126,4 +126,35 @@ TEST(ChecksumOf, RandomMemoriesIsThatOfTheirBytes) {
     }
 }
 
+TEST(ChecksumOf, EveryKindTakesRangesAndWordsThatAreNotSet) {
+    memory_image image(16, 6);
+    image.set(1, word::of(0x0102, 16));
+    image.set(2, word::of(0x0304, 16));
+    image.set(4, word::of(0x0506, 16));
+    memory_image some(16, 3);
+    some.fill({0, 2}, std::array{word::of(0x0102, 16), word::of(0x0304, 16), word::of(0x0506, 16)});
+    memory_image all = image;
+    all.fill_unset(word::of(7, 16));
+    for (const std::string_view name : {"crc-32", "sum-16", "word-sum-16"}) {
+        const checksum_kind kind = checksum_called(name);
+        EXPECT_EQ(checksum_of(image, kind, {.ranges = {{1, 2}, {4, 4}}}), checksum_of(some, kind)) << name;
+        EXPECT_EQ(checksum_of(image, kind, {.unset = word::of(7, 16)}), checksum_of(all, kind)) << name;
+        EXPECT_NE(checksum_of(image, kind), checksum_of(all, kind)) << name;
+    }
+}
+
+TEST(ForEachCountedBlock, TakesRangesAndWordsThatAreNotSet) {
+    memory_image image(16, 4);
+    image.set(1, word::of(0x4142, 16));
+    image.set(2, word::of(0x4344, 16));
+    const auto bytes_by = [&image](const checksum_options& options) {
+        std::string bytes;
+        for_each_counted_block(image, options, [&bytes](std::string_view some) { bytes += some; });
+        return bytes;
+    };
+    EXPECT_EQ(bytes_by({}), "BADC");
+    EXPECT_EQ(bytes_by({.ranges = {{2, 3}, {1, 1}}, .order = byte_order::big}), "CDAB");
+    EXPECT_EQ(bytes_by({.order = byte_order::big, .unset = word::of(0x2E2D, 16)}), ".-ABCD.-");
+}
+
 } // namespace

@@ -1,3 +1,4 @@
+#include "kvrimage/operations/error_correction/ecc_code.h"
 #include "kvrimage/operations/error_correction/ecc_scheme.h"
 #include "kvrimage/operations/error_correction/protection.h"
 #include "tests/kvrimage/operations/plain_memory.h"
@@ -14,6 +15,14 @@ namespace {
 using namespace kvrimage;
 using testing::HasSubstr;
 using testing::ThrowsMessage;
+
+TEST(EccCheck, CoversNoBitOutsideOfItsMask) {
+    const ecc_check check{.first_limb = 1, .mask = {0b10}};
+    EXPECT_TRUE(check.covers(65));
+    EXPECT_FALSE(check.covers(64));
+    EXPECT_FALSE(check.covers(1));
+    EXPECT_FALSE(check.covers(129));
+}
 
 /// @p value with bit @p bit changed.
 word with_wrong_bit(const word& value, std::uint32_t bit) {
@@ -270,6 +279,17 @@ TEST(Protection, WordsThatAreDamagedHaveNoData) {
     EXPECT_EQ(report.findings, (std::vector<ecc_finding>{{18, 1, 1, std::nullopt}}));
     EXPECT_THAT([&] { static_cast<void>(unprotected(image, scheme)); },
                 ThrowsMessage<std::domain_error>(HasSubstr("the first at address 0x12")));
+}
+
+TEST(Protection, MemoryThatWasCheckedIsNotCheckedAgain) {
+    const ecc_scheme scheme = ecc_scheme::named("hamming", 8);
+    memory_image image(scheme.width(), 4);
+    image.set(0, with_wrong_bit(scheme.encoded(word::of(0x12, 8)), 3));
+    EXPECT_EQ(unprotected(image, scheme, check_protection(image, scheme)), unprotected(image, scheme));
+    ecc_report damaged = check_protection(image, scheme);
+    damaged.damaged = 1;
+    EXPECT_THROW(static_cast<void>(unprotected(image, scheme, damaged)), std::domain_error);
+    EXPECT_THROW(static_cast<void>(unprotected(memory_image(9, 1), scheme, {})), std::invalid_argument);
 }
 
 TEST(Protection, KeepsTheFirstFindings) {

@@ -1,3 +1,6 @@
+#include "kvrimage/image/byte_words.h"
+#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/image/image_words.h"
 #include "kvrimage/operations/merge.h"
 #include "tests/kvrimage/operations/plain_memory.h"
 
@@ -6,8 +9,11 @@
 #include <algorithm>
 #include <array>
 #include <map>
+#include <memory>
 #include <stdexcept>
 #include <string>
+#include <string_view>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -56,6 +62,31 @@ TEST(Merged, IsNoneWhereWordsMustBeTheSameAndAreNot) {
         merged(std::array{memory_with(4, {{1, 2}}), memory_with(4, {{1, 2}})}, overlap_rule::same);
     EXPECT_EQ(same.image, memory_with(4, {{1, 2}}));
     EXPECT_EQ(same.overlaps, (std::vector<merge_overlap>{{{1, 1}, 0, 1, std::nullopt}}));
+}
+
+TEST(Merged, NamesTheFirstDifferenceWhereverItIs) {
+    memory_image zeros(8, 4000);
+    zeros.fill({0, 3999}, std::vector{word::of(0, 8)});
+    const memory_image bytes = image_of_bytes(std::string(3000, '\0') + "\1\2" + std::string(998, '\0'));
+    EXPECT_EQ(merged(std::array{zeros, bytes}, overlap_rule::first).overlaps,
+              (std::vector<merge_overlap>{{{0, 3999}, 0, 1, 3000}}));
+}
+
+TEST(Merged, TakesMemoriesThatAreHeldAsBytesWithGaps) {
+    const auto held = [](const std::string& bytes, std::uint64_t first) {
+        const auto keeper = std::make_shared<std::string>(bytes);
+        std::vector<byte_words::block> blocks;
+        for (std::size_t at = 0; at < keeper->size(); ++at) {
+            blocks.push_back({first + 4 * at, std::string_view(*keeper).substr(at, 1)});
+        }
+        return memory_image(
+            8, std::make_unique<image_words>(16, byte_words(std::move(blocks), 8, byte_order::big, keeper)));
+    };
+    const merge_result result =
+        merged(std::array{held("\1\2\3", 0), held("\4\5\6", 2)}, overlap_rule::refuse);
+    EXPECT_EQ(result.image, memory_with(16, {{0, 1}, {2, 4}, {4, 2}, {6, 5}, {8, 3}, {10, 6}}));
+    const merge_result same = merged(std::array{held("\1\2\3", 0), held("\1\2\3", 0)}, overlap_rule::same);
+    EXPECT_EQ(same.image, memory_with(16, {{0, 1}, {4, 2}, {8, 3}}));
 }
 
 TEST(Merged, TakesTheFirstWord) {

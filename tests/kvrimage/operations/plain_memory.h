@@ -1,12 +1,15 @@
 #pragma once
 
+#include "kvrimage/image/image_words.h"
 #include "kvrimage/image/memory_image.h"
 
 #include <array>
+#include <cstddef>
 #include <cstdint>
 #include <optional>
 #include <random>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// A memory as its words in a row, binary digits of each, most significant first; nothing for one that is not
@@ -26,6 +29,28 @@ inline plain_words plain_words_of(const kvrimage::memory_image& image) {
         words.push_back(value ? value->to_text(kvrimage::radix::bin) : std::nullopt);
     }
     return words;
+}
+
+/// As many different words of hexadecimal @p digits as a page has, which is held as a row of them.
+inline std::vector<std::string> page_of_words(std::size_t digits) {
+    std::vector<std::string> words;
+    for (std::size_t index = 0; index < 1024; ++index) {
+        constexpr std::size_t odd = 40503;
+        std::string word(digits, '0');
+        for (std::size_t rest = index * odd, place = digits; place-- > 0; rest /= 16) {
+            word[place] = "0123456789ABCDEF"[rest % 16];
+        }
+        words.push_back(std::move(word));
+    }
+    return words;
+}
+
+/// Sets the words of @p image from @p offset on to @p texts, side by side.
+inline void set_in_row(kvrimage::memory_image& image, std::uint64_t offset,
+                       const std::vector<std::string>& texts) {
+    for (const std::string& text : texts) {
+        image.words().set(offset++, text);
+    }
 }
 
 /// Makes memories in which words are set one by one, by fills, and not at all.

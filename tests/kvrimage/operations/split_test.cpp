@@ -1,3 +1,4 @@
+#include "kvrimage/image/image_words.h"
 #include "kvrimage/operations/split.h"
 #include "tests/kvrimage/operations/plain_memory.h"
 
@@ -58,6 +59,24 @@ TEST(SplitLanes, KeepsDigitsThatAreDontCare) {
     EXPECT_EQ(join_lanes(std::array{low, high}), image);
 }
 
+TEST(SplitLanes, KeepsDontCareDigitsOfWordsInARow) {
+    for (const std::size_t digits : {4U, 32U}) {
+        std::vector<std::string> texts = page_of_words(digits);
+        texts[5].back() = 'X';
+        const auto width = static_cast<std::uint32_t>(4 * digits);
+        memory_image image(width, texts.size());
+        memory_image low(width / 2, texts.size());
+        memory_image high(width / 2, texts.size());
+        set_in_row(image, 0, texts);
+        ASSERT_EQ(image.words().row_at(0).count, texts.size());
+        for (std::size_t address = 0; address < texts.size(); ++address) {
+            low.words().set(address, texts[address].substr(digits / 2));
+            high.words().set(address, texts[address].substr(0, digits / 2));
+        }
+        EXPECT_EQ(split_lanes(image, width / 2), (std::vector{low, high}));
+    }
+}
+
 TEST(SplitLanes, RefusesAWidthThatDoesNotDivide) {
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_lanes(memory_image(16, 1), 5)); }),
               "words of 16 bits are no lanes of 5 bits");
@@ -89,6 +108,40 @@ TEST(SplitBlocks, GivesNeighbours) {
 TEST(SplitBlocks, RefusesADepthThatDoesNotDivide) {
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_blocks(memory_image(8, 14), 5)); }),
               "14 words are no 5 blocks of one length: 4 left over");
+}
+
+TEST(JoinBanks, GoesOnInTheUpperHalf) {
+    constexpr std::uint64_t quarter = std::uint64_t{1} << 30U;
+    memory_image even(8, quarter + 2);
+    memory_image odd(8, quarter + 2);
+    for (std::uint64_t address = quarter - 2; address < quarter + 2; ++address) {
+        even.set(address, word::of(address & 0xFU, 8));
+        odd.set(address, word::of(0x10 + (address & 0xFU), 8));
+    }
+    const memory_image joined = join_banks(std::array{even, odd});
+    for (std::uint64_t address = quarter - 2; address < quarter + 2; ++address) {
+        EXPECT_EQ(joined[2 * address], even[address]);
+        EXPECT_EQ(joined[2 * address + 1], odd[address]);
+    }
+    EXPECT_EQ(joined[2 * quarter - 5], std::nullopt);
+}
+
+TEST(JoinBanks, WordsOfOneOffsetMayGoToBothHalves) {
+    constexpr std::uint64_t at =
+        (std::uint64_t{1} << 31U) / 3; // the last of its words is the first of the upper half
+    std::vector<memory_image> banks(3, memory_image(8, at + 10));
+    for (std::uint64_t bank = 0; bank < banks.size(); ++bank) {
+        for (std::uint64_t offset = at - 5; offset < at + 5; ++offset) {
+            banks[bank].set(offset, word::of((17 * offset + 101 * bank) & 0xFFU, 8));
+        }
+    }
+    const memory_image joined = join_banks(banks);
+    EXPECT_EQ(joined.count_set(), 30U);
+    for (std::uint64_t bank = 0; bank < banks.size(); ++bank) {
+        for (std::uint64_t offset = at - 5; offset < at + 5; ++offset) {
+            EXPECT_EQ(joined[3 * offset + bank], banks[bank][offset]);
+        }
+    }
 }
 
 TEST(Join, RefusesPartsThatAreNone) {

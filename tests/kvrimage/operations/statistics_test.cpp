@@ -1,4 +1,5 @@
 #include "kvrimage/operations/statistics.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -91,7 +92,7 @@ TEST(CountWords, TakesWideWords) {
 }
 
 TEST(CountWords, TakesHundredThousandsOfWideWordsThatAlternate) {
-    constexpr std::uint64_t depth = 300000;
+    const auto depth = static_cast<std::uint64_t>(rounds(300000));
     memory_image image(100, depth);
     const std::array<word, 2> words = {word::of(1, 100), word::of(2, 100)};
     for (std::uint64_t address = 0; address < depth; ++address) {
@@ -101,7 +102,7 @@ TEST(CountWords, TakesHundredThousandsOfWideWordsThatAlternate) {
 }
 
 TEST(CountWords, TakesHundredThousandsOfDistinctWideWords) {
-    constexpr std::uint64_t depth = 300000;
+    const auto depth = static_cast<std::uint64_t>(rounds(300000));
     memory_image image(100, depth);
     for (std::uint64_t address = 0; address < depth; ++address) {
         image.set(address, word::of(address, 100));

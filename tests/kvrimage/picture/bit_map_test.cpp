@@ -57,6 +57,27 @@ TEST(BitMap, DontCareBitsCountFromHalfOfTheBitsOn) {
     EXPECT_EQ(map.shade(1, 0), bit_shade::none);
 }
 
+TEST(BitMap, RowIsABitOrAByteOrAPowerOfTwoOfBytes) {
+    const auto map_for = [](std::uint32_t width, std::uint32_t most_rows) {
+        return bit_map(column_grid(0, 0, 1), width, most_rows);
+    };
+    EXPECT_EQ(map_for(128, 128).row_bits(), 1);
+    EXPECT_EQ(map_for(129, 128).row_bits(), 8);
+    EXPECT_EQ(map_for(129, 128).rows(), 17);
+    EXPECT_EQ(map_for(300, 38).row_bits(), 8);
+    EXPECT_EQ(map_for(300, 37).row_bits(), 16);
+    EXPECT_EQ(map_for(300, 16).row_bits(), 32);
+    EXPECT_EQ(map_for(300, 16).rows(), 10);
+    EXPECT_EQ(map_for(1U << 20U, 1).rows(), 1);
+}
+
+TEST(BitMap, TopRowHasTheBitsThatAreLeft) {
+    const bit_map map = map_of(words_of(1, {{0, 0, {"1" + std::string(16, '0')}}}), 65, 1, 16);
+    EXPECT_EQ(map.rows(), 9);
+    EXPECT_EQ(map.shade(7, 0), bit_shade::none);
+    EXPECT_EQ(map.shade(8, 0), bit_shade::all); // bit 64 alone
+}
+
 TEST(BitMap, RowOfWideWordsIsForSeveralBits) {
     const std::string high_half = std::string(128, 'F') + std::string(128, '0');
     const bit_map map = map_of(words_of(1, {{0, 0, {high_half}}}), 1024, 1, 16);
@@ -73,15 +94,19 @@ TEST(BitMap, AgreesWithALookAtEachBit) {
     for (int round = 0; round < 100; ++round) {
         const auto width = static_cast<std::uint32_t>(random() % 100 + 2);
         const auto most_rows = static_cast<std::uint32_t>(random() % 20 + 1);
-        const std::uint32_t rows = std::min(width, most_rows);
+        std::uint32_t row_bits = width <= most_rows ? 1 : 8;
+        while ((width + row_bits - 1) / row_bits > most_rows) {
+            row_bits *= 2;
+        }
+        const std::uint32_t rows = (width + row_bits - 1) / row_bits;
         const column_grid grid(0, random() % 30, static_cast<std::uint32_t>(random() % 8 + 1));
-        image_words words(grid.words());
+        image_words words(grid.last() + 1);
         std::vector<std::array<std::uint64_t, 3>> counts(std::size_t{rows} * grid.columns());
-        for (std::uint64_t offset = 0; offset < grid.words(); ++offset) {
+        for (std::uint64_t offset = 0; offset <= grid.last(); ++offset) {
             const std::string text = random_text(random, round % 2 == 0 ? "01" : "01X", width);
             words.set(offset, text);
             for (std::uint32_t bit = 0; bit < width; ++bit) {
-                const std::size_t row = bit * rows / width;
+                const std::size_t row = bit / row_bits;
                 ++counts[grid.column_of(offset) * rows + row]
                         [std::string_view("01X").find(text[width - 1 - bit])];
             }

@@ -45,4 +45,26 @@ TEST(OccupancyStrip, EqualNeighboursOfOneColumnEachAreARunAndALoneWordIsNone) {
     EXPECT_TRUE(strip.columns()[3].begins_run);
 }
 
+TEST(OccupancyStrip, WordsWithDontCareBitsHaveAStateOfTheirOwn) {
+    const occupancy_strip strip =
+        strip_of(words_of(6, {{0, 1, {"XX"}}, {2, 3, {"01", "0000000X"}}, {4, 4, {"X1"}}}), 3);
+    EXPECT_EQ(strip.stretches(), (std::vector<occupancy_stretch>{{occupancy::dont_care, 0, 3}}));
+}
+
+TEST(OccupancyStrip, StretchEndsWithItsPartOfTheGrid) {
+    occupancy_strip strip(column_grid(std::vector<shown_stretch>{{0, 1, 0, 2}, {8, 9, 3, 2}}));
+    strip.take({0, 9, ""});
+    EXPECT_EQ(strip.stretches(),
+              (std::vector<occupancy_stretch>{{occupancy::unset, 0, 2}, {occupancy::unset, 2, 4}}));
+}
+
+TEST(OccupancyStrip, WordsAreSetLater) {
+    occupancy_strip strip(column_grid(0, 5, 3));
+    strip.take({0, 5, ""});
+    strip.add_set(1, 3);
+    EXPECT_EQ(strip.stretches(),
+              (std::vector<occupancy_stretch>{
+                  {occupancy::partly_set, 0, 1}, {occupancy::set, 1, 2}, {occupancy::unset, 2, 3}}));
+}
+
 } // namespace

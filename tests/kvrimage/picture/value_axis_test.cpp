@@ -14,8 +14,8 @@ struct axis_case {
 };
 
 TEST(ValueAxis, HasZeroWhereItIsNearOrTheOnlyOtherValue) {
-    const value_order plain(8, false);
-    const value_order with_sign(8, true); // zero has the key 128
+    const value_order plain(8, {});
+    const value_order with_sign(8, {.is_signed = true}); // zero has the key 128
     const axis_case cases[] = {
         {plain, {100, 110}, {100, 110}},
         {plain, {5, 10}, {0, 10}},
@@ -28,7 +28,7 @@ TEST(ValueAxis, HasZeroWhereItIsNearOrTheOnlyOtherValue) {
         {with_sign, {100, 100}, {100, 128}},
         {with_sign, {128, 128}, {128, 129}},
         {with_sign, {0, 255}, {0, 255}},
-        {value_order(1, true), {1, 1}, {0, 1}},
+        {value_order(1, {.is_signed = true}), {1, 1}, {0, 1}},
     };
     for (const axis_case& each : cases) {
         EXPECT_EQ(axis_for(each.order, each.bounds), each.axis)
@@ -51,14 +51,30 @@ struct tick_case {
 };
 
 TEST(ValueAxis, TicksAreRoundValues) {
-    const value_order eight(8, false);
-    const value_order sixteen(16, true);
+    const value_order eight(8, {});
+    const value_order sixteen(16, {.is_signed = true});
     const std::uint64_t zero = 32768;
+    const std::uint64_t half = std::uint64_t{1} << 63U;
+    const std::uint64_t two_31 = std::uint64_t{1} << 31U;
     const std::uint64_t exa = 1'000'000'000'000'000'000;
     const tick_case cases[] = {
-        {eight, {0, 255}, 8, {{0, "0"}, {50, "50"}, {100, "100"}, {150, "150"}, {200, "200"}, {250, "250"}}},
-        {eight, {0, 1}, 8, {{0, "0"}, {1, "1"}}},
-        {eight, {101, 110}, 5, {{102, "102"}, {104, "104"}, {106, "106"}, {108, "108"}, {110, "110"}}},
+        {eight,
+         {0, 255},
+         8,
+         {{0, "0x0"},
+          {0x20, "0x20"},
+          {0x40, "0x40"},
+          {0x60, "0x60"},
+          {0x80, "0x80"},
+          {0xA0, "0xA0"},
+          {0xC0, "0xC0"},
+          {0xE0, "0xE0"}}},
+        {eight, {0, 1}, 8, {{0, "0x0"}, {1, "0x1"}}},
+        {eight, {101, 110}, 5, {{102, "0x66"}, {104, "0x68"}, {106, "0x6A"}, {108, "0x6C"}, {110, "0x6E"}}},
+        {value_order(16, {.is_signed = true, .fraction_bits = 8}),
+         {zero - 300, zero + 200},
+         4,
+         {{zero - 256, "-1"}, {zero - 128, "-0.5"}, {zero, "0"}, {zero + 128, "0.5"}}},
         {sixteen,
          {zero - 25, zero + 12},
          4,
@@ -75,19 +91,29 @@ TEST(ValueAxis, TicksAreRoundValues) {
          {zero - 20, zero},
          4,
          {{zero - 20, "-20"}, {zero - 15, "-15"}, {zero - 10, "-10"}, {zero - 5, "-5"}, {zero, "0"}}},
-        {value_order(64, false),
+        {value_order(64, {}),
          {0, ~std::uint64_t{0}},
          4,
-         {{0, "0"}, {5 * exa, "5e18"}, {10 * exa, "10e18"}, {15 * exa, "15e18"}}},
-        {value_order(32, false), {0, 10'000'000}, 4, {{0, "0"}, {5'000'000, "5e6"}, {10'000'000, "10e6"}}},
-        {value_order(32, false),
-         {0, 8'999'999},
+         {{0, "0x0"},
+          {std::uint64_t{1} << 62U, "0x4000000000000000"},
+          {std::uint64_t{2} << 62U, "0x8000000000000000"},
+          {std::uint64_t{3} << 62U, "0xC000000000000000"}}},
+        {value_order(64, {.is_signed = true}),
+         {0, ~std::uint64_t{0}},
          4,
-         {{0, "0"},
-          {2'000'000, "2000000"},
-          {4'000'000, "4000000"},
-          {6'000'000, "6000000"},
-          {8'000'000, "8000000"}}},
+         {{half - 5 * exa, "-5e18"}, {half, "0"}, {half + 5 * exa, "5e18"}}},
+        {value_order(32, {.is_signed = true}),
+         {two_31, two_31 + 10'000'000},
+         4,
+         {{two_31, "0"}, {two_31 + 5'000'000, "5e6"}, {two_31 + 10'000'000, "10e6"}}},
+        {value_order(32, {.is_signed = true}),
+         {two_31, two_31 + 8'999'999},
+         4,
+         {{two_31, "0"},
+          {two_31 + 2'000'000, "2000000"},
+          {two_31 + 4'000'000, "4000000"},
+          {two_31 + 6'000'000, "6000000"},
+          {two_31 + 8'000'000, "8000000"}}},
     };
     for (const tick_case& each : cases) {
         const auto ticks = ticks_of(each.order, each.axis, each.most);
@@ -100,9 +126,18 @@ TEST(ValueAxis, TicksAreRoundValues) {
 }
 
 TEST(ValueAxis, LongValuesThatAreCloseKeepTheirDigits) {
-    const auto ticks = ticks_of(value_order(32, false), {4'000'000'000, 4'000'000'003}, 4);
+    const std::uint64_t far = (std::uint64_t{1} << 63U) + 4'000'000'000;
+    const auto ticks = ticks_of(value_order(64, {.is_signed = true}), {far, far + 3}, 4);
     ASSERT_EQ(ticks.size(), 4);
     EXPECT_EQ(ticks[3].label, "4000000003");
+}
+
+TEST(ValueAxis, BarsGrowFromZeroOrFromWhatIsNearestToIt) {
+    const value_order with_sign(8, {.is_signed = true});
+    EXPECT_EQ((value_axis{100, 200}.bar_base(with_sign)), 128);
+    EXPECT_EQ((value_axis{130, 200}.bar_base(with_sign)), 130);
+    EXPECT_EQ((value_axis{0, 100}.bar_base(with_sign)), 100);
+    EXPECT_EQ((value_axis{0, 100}.bar_base(value_order(8, {}))), 0);
 }
 
 } // namespace

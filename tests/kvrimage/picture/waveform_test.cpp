@@ -8,7 +8,7 @@ namespace {
 using namespace kvrimage;
 
 waveform waveform_of(const image_words& words, std::uint32_t width, std::uint32_t columns) {
-    waveform wave(column_grid(0, words.size() - 1, columns), value_order(width, false));
+    waveform wave(column_grid(0, words.size() - 1, columns), value_order(width, {}));
     take_all(words, wave);
     return wave;
 }
@@ -26,6 +26,13 @@ TEST(Waveform, WordsWithoutAValueLeaveAGap) {
     EXPECT_EQ(wave.columns()[1], std::nullopt);
     EXPECT_EQ(wave.columns()[2], std::nullopt);
     EXPECT_EQ(wave.columns()[3], (value_bounds{9, 9}));
+}
+
+TEST(Waveform, ColumnWithoutAValueIsMarkedWhereWordsHaveDontCareBits) {
+    const waveform wave = waveform_of(words_of(6, {{0, 3, {"XX", "01", "0000000X", "X1"}}}), 8, 3);
+    EXPECT_FALSE(wave.is_dont_care(0)); // it has a value, too
+    EXPECT_TRUE(wave.is_dont_care(1));
+    EXPECT_FALSE(wave.is_dont_care(2));
 }
 
 TEST(Waveform, AxisWithoutValuesHasAllThatAWordCanHave) {
@@ -48,7 +55,7 @@ TEST(Waveform, AgreesWithALookAtEachWord) {
             words.set(offset, random_text(random, "08F", 1));
             const std::uint64_t value =
                 words[offset] == "F" ? 15 : static_cast<std::uint64_t>(words[offset][0] - '0');
-            auto& column = expected[offset / grid.words_a_column()];
+            auto& column = expected[offset / grid.parts().front().words_a_column];
             column = column ? value_bounds{std::min(column->lowest, value), std::max(column->highest, value)}
                             : value_bounds{value, value};
         }

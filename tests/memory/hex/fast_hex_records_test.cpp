@@ -47,7 +47,7 @@ struct hex_reading {
 
 class FastHexRecords : public testing::Test {
 protected:
-    /// Reads @p text twice, once as a file, and expects that nobody can tell the difference.
+    /// Reads @p text twice, once as a file, and expects equal results.
     void expect_same(const std::string& text, std::uint32_t word_size, std::uint32_t address_offset) {
         const hex_reading in_one_pass = read(text, word_size, address_offset, true);
         const hex_reading in_two = read(text, word_size, address_offset, false);
@@ -192,7 +192,7 @@ TEST_F(FastHexRecords, RecordsUpToTheLastAddressOfAllLeaveWhatTwoPassesLeave) {
     for (std::uint32_t address = 0xFFE0; address < 0x10000; ++address) {
         text += hex_record_line(0, address, "AB") + "\n";
     }
-    // Nobody reads on behind the end record, but records are read together only where lines follow.
+    // No reader reads past the end record, but records are read together only where lines follow.
     expect_same(text + ":00000001FF\n" + std::string(1000, '\n'), 8, 0);
 }
 

@@ -27,7 +27,7 @@ std::string upper(std::string text) {
 
 class FastHexRows : public testing::Test {
 protected:
-    /// What the rows of @p letters write for the first words of @p row; the words are counted in `written`.
+    /// The text of the rows of @p letters for the first words of @p row; `written` counts the words.
     std::string at_once(const word_row& row, std::uint32_t bytes, std::uint32_t address,
                         letter_case letters) {
         output_file file = output_file::create(directory.path("rows"));
@@ -76,7 +76,7 @@ TEST_F(FastHexRows, TakeTheLongestWordsAndRecords) {
     }
 }
 
-TEST_F(FastHexRows, StopInFrontOfWordsThatAreNotHexadecimal) {
+TEST_F(FastHexRows, StopBeforeWordsThatAreNotHexadecimal) {
     kvr_test::random_numbers numbers(3);
     std::uint32_t taken = 0;
     for (int i = 0; i < kvr_test::fewer(100); ++i) {

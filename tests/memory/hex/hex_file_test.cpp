@@ -222,13 +222,13 @@ TEST_F(HexFile, SecondReadKeepsTheAddressOffset) {
     EXPECT_THAT(words(), ElementsAre("0", "AB", "0", "0"));
 }
 
-TEST_F(HexFile, DataBehindASegmentAddressIsStoredThere) {
+TEST_F(HexFile, DataAfterASegmentAddressIsStoredThere) {
     ASSERT_TRUE(read(":020000021000EC\n:01000100AB53\n:00000001FF\n"));
     EXPECT_EQ(memory.get_number_of_words(), 0x10002U);
     EXPECT_EQ(memory.get_data_word(0x10001, RADIX_HEX), "AB");
 }
 
-TEST_F(HexFile, DataBehindALinearAddressIsStoredThere) {
+TEST_F(HexFile, DataAfterALinearAddressIsStoredThere) {
     ASSERT_TRUE(read(":02000004000AF0\n:01000100AB53\n:00000001FF\n"));
     EXPECT_EQ(memory.get_number_of_words(), 0xA0002U);
     EXPECT_EQ(memory.get_data_word(0xA0001, RADIX_HEX), "AB");
@@ -324,7 +324,7 @@ TEST_F(HexFile, GetWordBeyondTheStoreReportsTheAddress) {
     EXPECT_EQ(memory.get_error_state(), ERROR_STATE_NONE);
 }
 
-TEST_F(HexFile, SetWordInTheMemoryRadixNormalisesIt) {
+TEST_F(HexFile, SetWordInTheMemoryRadixNormalizesIt) {
     ASSERT_TRUE(read(four_byte_file));
     EXPECT_TRUE(memory.set_data_word(0, "a", RADIX_HEX));
     EXPECT_TRUE(memory.set_data_word(1, "1ff", RADIX_NONE));
@@ -514,7 +514,7 @@ protected:
     KVR_MEMORY_HEX_FILE handler{nullptr};
 };
 
-TEST_F(HexSteps, GetTotalAddressSpaceIsTrueAndTellsTheLineWhenItFailed) {
+TEST_F(HexSteps, GetTotalAddressSpaceIsTrueAndReportsTheLineWhenItFailed) {
     line_source source(":0100000012ED\n:broken\n");
     int line_number = 77;
     EXPECT_TRUE(hex_steps{handler}.get_total_address_space(source, &line_number));

@@ -192,7 +192,7 @@ TEST(HexReader, SegmentsAreUnitsOf16Words) {
     EXPECT_EQ(reader.memory.data_words[32], "22");
 }
 
-TEST(HexReader, DataOnALowerPageBehindTheTopOneIsStoredWhereItFits) {
+TEST(HexReader, DataOnALowerPageAfterTheTopOneIsStoredWhereItFits) {
     text_reader reader(8);
     reader.read(":020000020002FA\n:0100000022DD\n:020000020001FB\n:01000100AB53\n:00000001FF");
     ASSERT_EQ(reader.memory.data_words.size(), 33U);
@@ -250,7 +250,7 @@ TEST(HexReader, StartAddressesAreIgnored) {
                 ElementsAre("12"));
 }
 
-TEST(HexReader, LinesBehindTheEndRecordAreNotRead) {
+TEST(HexReader, LinesAfterTheEndRecordAreNotRead) {
     EXPECT_THAT(words_of(":0100000012ED\n:00000001FF\n:01000100AB53\n:broken\n", 8), ElementsAre("12"));
 }
 
@@ -309,7 +309,7 @@ INSTANTIATE_TEST_SUITE_P(WithoutData, HexReaderStops,
                                          stop_case{":020000040001F9\n:00000001FF\n:0100000012ED",
                                                    {fault_code::no_data, 2, 1, 11}}));
 
-TEST(HexReader, ColonBehindAnythingButBlanksIsNoRecord) {
+TEST(HexReader, ColonAfterAnythingButBlanksIsNoRecord) {
     EXPECT_THAT(words_of(" \t:0100000012ED\nx:01000100AB53\n :00000001FF", 8), ElementsAre("12"));
 }
 
@@ -392,7 +392,7 @@ INSTANTIATE_TEST_SUITE_P(
                     trimming_case{24, 4, "12345678", {"345678"}}, trimming_case{32, 2, "1234", {}},
                     trimming_case{10, 2, "03FF", {"3FF"}}, trimming_case{11, 2, "07FF", {"7FF"}},
                     trimming_case{13, 2, "1FFF", {"1FFF"}}));
-// Only texts that no well-formed record has get here.
+// Only texts that no well-formed record has reach this function.
 INSTANTIATE_TEST_SUITE_P(MoreDigitsThanTheRecordSays, StoreHexWords,
                          testing::Values(trimming_case{8, 1, "123456", {"56"}},
                                          trimming_case{16, 1, "12345678", {"5678"}},
@@ -407,7 +407,7 @@ INSTANTIATE_TEST_SUITE_P(ExtremeWidths, StoreHexWords,
                                          trimming_case{0xFFFFFFFF, 2, "1234", {}},
                                          trimming_case{0xFFFFFFF8, 255, "1234", {}}));
 
-/// Notes what it is told and answers faults as it was made to.
+/// Records the calls and returns the given answer for faults.
 class noting_observer : public read_observer {
 public:
     explicit noting_observer(bool go_on) : answer(go_on) {}
@@ -430,7 +430,7 @@ private:
     bool answer;
 };
 
-TEST(HexReaderWithObserver, StopsAtTheFirstFaultWhenToldSo) {
+TEST(HexReaderWithObserver, StopsAtTheFirstFaultOnRequest) {
     text_reader reader(8);
     noting_observer observer(false);
     EXPECT_EQ(reader.first_pass(":0100000012EE\n:broken\n:00000001FF", &observer),
@@ -453,7 +453,7 @@ TEST(HexReaderWithObserver, LeavesOutLinesAtFaultInBothPasses) {
     EXPECT_EQ(reader.memory.address_offset, 0U);
 }
 
-TEST(HexReaderWithObserver, IsToldTheWordsAndTheirLines) {
+TEST(HexReaderWithObserver, GetsTheWordsAndTheirLines) {
     constexpr std::string_view text =
         ":0400000012345678E8\n\n:0000000000\n:020000020001FB\n:0100000011EE\n:00000001FF";
     text_reader reader(16);
@@ -568,7 +568,7 @@ TEST(HexReaderOfAFileThatFails, LinesBeforeTheFailureAreCheckedFirst) {
     hex_memory memory(&owner);
     memory.word_size = 8;
     noting_observer observer(true);
-    // Blanks: no line is taken in place.
+    // Blanks: no line is read in place.
     failing_file file{.content = ": 01 0000 00 12 ED\n: 01 0001 00 AB 54\n: 01", .error_at = 40};
     EXPECT_FALSE(read_failing_file(memory, file, &observer));
     EXPECT_TRUE(memory.file_not_found);
@@ -583,7 +583,7 @@ TEST(HexReaderOfAFileThatFails, SameFileIsReadWhenNothingFails) {
     EXPECT_EQ(memory.number_of_words, 4U);
 }
 
-TEST(HexReaderOfAFileThatFails, ObserverIsNotToldOfLinesThatTheFailureCutsShort) {
+TEST(HexReaderOfAFileThatFails, ObserverDoesNotGetLinesThatTheFailureCutsShort) {
     hex_memory memory(nullptr);
     noting_observer observer(true);
     for (const std::string content : {":0400000012345678E8\n", ":0400000012345678E8\n:04000", ":"}) {
@@ -615,7 +615,7 @@ TEST(HexReaderWithObserver, ReadSucceedsWithoutTheLinesThatWereLeftOut) {
     EXPECT_EQ(memory.invalid_line_number, 0);
 }
 
-/// The steps of storing one record, digit by digit on copies, to hold the reader against.
+/// The steps of storing one record, digit by digit on copies, to compare the reader with.
 std::vector<std::string> words_by_the_steps(std::string data, std::uint64_t word_size, std::uint64_t bytes) {
     const std::uint64_t word_bits = (word_size + 7) / 8 * 8;
     const std::uint64_t record_bits = (word_bits + 8 * bytes - 1) / word_bits * word_bits;
@@ -651,13 +651,13 @@ TEST(StoreHexWordsByTheSteps, GivesTheSameWordsAtEveryWidthAndLength) {
     }
 }
 
-TEST(HexReader, SegmentsOneBehindTheOtherCountWithTheLast) {
+TEST(HexReader, OfConsecutiveSegmentsTheLastCounts) {
     text_reader reader(8);
     reader.read(":020000021000EC\n:020000022000DC\n:020000021000EC\n:0100000012ED\n:00000001FF\n");
     EXPECT_EQ(reader.words().size(), 0x1000U * 16 + 1);
 }
 
-TEST(HexReader, DataBehindALowerLinearAddressDoNotLowerTheEnd) {
+TEST(HexReader, DataAfterALowerLinearAddressDoNotLowerTheEnd) {
     text_reader reader(8);
     reader.read(":020000040001F9\n:0100000012ED\n:020000040000FA\n:01FFFF0033CE\n:00000001FF\n");
     EXPECT_EQ(reader.words().size(), 0x10001U);

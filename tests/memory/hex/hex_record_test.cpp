@@ -233,7 +233,7 @@ TEST(CheckHexRecord, ChecksumIsTestedBeforeTheType) {
     EXPECT_EQ(check_hex_record_type(std::get<hex_record>(split))->code, fault_code::record_type);
 }
 
-TEST(TakePlainHexRecord, TakesTheFirstLineAndNothingBehindIt) {
+TEST(TakePlainHexRecord, TakesTheFirstLineAndNothingAfterIt) {
     hex_record record;
     const std::string_view lines = ":01000100Ab53\n:00000001FF\n";
     EXPECT_EQ(take_fast_hex_record(lines, record), 14U);
@@ -258,7 +258,7 @@ TEST(TakePlainHexRecord, LongestRecordIsTaken) {
     EXPECT_EQ(record.data_bytes, 255U);
 }
 
-TEST(TakePlainHexRecord, EveryOtherLineIsLeftToTheExactWay) {
+TEST(TakePlainHexRecord, EveryOtherLineIsLeftToTheExactPath) {
     hex_record record;
     for (const std::string_view lines : {
              "",
@@ -289,7 +289,7 @@ TEST(TakePlainHexRecord, EveryOtherLineIsLeftToTheExactWay) {
     EXPECT_EQ(record.text, "");
 }
 
-/// The record of @p line the exact way.
+/// The record of @p line by the exact path.
 std::optional<hex_record> exact_record(std::string_view line, std::string& buffer) {
     const std::string_view text = without_blanks(line, buffer);
     if (!text.starts_with(':')) {
@@ -311,7 +311,7 @@ void expect_same_record(const hex_record& plain, const std::optional<hex_record>
     EXPECT_EQ(plain.kind, exact->kind) << line;
 }
 
-TEST(TakePlainHexRecord, TakesEveryGoodRecordAsTheExactWayDoes) {
+TEST(TakePlainHexRecord, TakesEveryGoodRecordAsTheExactPathDoes) {
     kvr_test::random_record_lines lines(2);
     for (int i = 0; i < 20000; ++i) {
         const std::string line = lines.good();
@@ -323,7 +323,7 @@ TEST(TakePlainHexRecord, TakesEveryGoodRecordAsTheExactWayDoes) {
     }
 }
 
-TEST(TakePlainHexRecord, TakesNoBrokenRecordThatTheExactWayRefuses) {
+TEST(TakePlainHexRecord, TakesNoBrokenRecordThatTheExactPathRefuses) {
     kvr_test::random_record_lines lines(3);
     int taken = 0;
     int left_to_the_exact_way = 0;

@@ -28,7 +28,7 @@ inline std::string hex_record_line(unsigned type, unsigned address, const std::s
     return ":" + line + hex_digits((256 - sum % 256) % 256, 2, upper);
 }
 
-/// Record lines as they come in files, good and broken ones, from a fixed start value.
+/// Random record lines, good and broken ones, from a fixed start value.
 class random_record_lines {
 public:
     explicit random_record_lines(std::uint32_t start) : numbers(start) {}
@@ -51,7 +51,7 @@ public:
         return record(below(4) == 0 ? types[below(4)] : 0);
     }
 
-    /// A record that was changed in up to three places, some with what confuses number readers.
+    /// A record that was changed in up to three places, some with characters that confuse number readers.
     std::string broken() {
         using namespace std::string_view_literals;
         constexpr std::string_view odd_characters = "0123456789ABCDEFabcdef:xX+-gG \t\r\v\f\0\x7F\x80\xFF"sv;
@@ -75,7 +75,7 @@ public:
 
 private:
     std::string record(unsigned type) {
-        // Drawn one after the other: compilers differ in the order in which they work out arguments.
+        // Drawn one after the other: compilers differ in the order in which they evaluate arguments.
         const std::size_t bytes = below(8) == 0 ? below(256) : below(9);
         const auto address = static_cast<unsigned>(below(65536));
         const std::string data = digits(2 * bytes);

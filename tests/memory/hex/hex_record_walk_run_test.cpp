@@ -1,4 +1,4 @@
-// What a walk over plain data records leaves for what comes behind them.
+// What a walk over plain data records leaves for the next walk.
 
 #include "kvr/memory/hex/fast_hex_records.h"
 #include "kvr/memory/hex/hex_record_walk.h"
@@ -82,7 +82,7 @@ TEST(HexRecordWalkRun, PassesOverTheRecordsOfARun) {
     EXPECT_EQ(walk.record().kind, kvr::hex_record_type::end_of_file);
 }
 
-TEST(HexRecordWalkRun, StopsBeforeWhatIsNoPlainDataRecord) {
+TEST(HexRecordWalkRun, StopsBeforeAnythingButAPlainDataRecord) {
     const std::string text = first_record + "\n" + hex_record_line(4, 0, "0001") + "\n" + third_record + "\n";
     kvr::line_source source(text, hex_record_walk::longest_line);
     hex_record_walk walk(source, 5);

@@ -21,7 +21,7 @@ using kvr_test::seen_fault;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// All that a walk gives: records as "line@offset text", and faults.
+/// All results of a walk: records as "line@offset text", and faults.
 struct walked {
     std::vector<std::string> records;
     std::vector<seen_fault> faults;
@@ -52,7 +52,7 @@ walked walk_through(std::string_view text) {
     return walk_through(source);
 }
 
-/// A line of @p size characters whose rest behind @p front is blanks, or @p filler.
+/// A line of @p size characters that begins with @p front and continues with blanks, or @p filler.
 std::string padded(std::string front, std::size_t size, char filler = ' ') {
     front.resize(size, filler);
     return front;
@@ -65,7 +65,7 @@ TEST(HexRecordWalk, HandsOutRecordsUpToTheEndRecord) {
     EXPECT_EQ(result.lines, 3U);
 }
 
-TEST(HexRecordWalk, LinesBehindTheEndRecordAreNotRead) {
+TEST(HexRecordWalk, LinesAfterTheEndRecordAreNotRead) {
     EXPECT_THAT(walk_through(":00000001FF\n:broken\n").faults, IsEmpty());
 }
 
@@ -81,7 +81,7 @@ TEST(HexRecordWalk, BlankLinesAndLinesOfTextArePassedOverAndCounted) {
     EXPECT_THAT(result.faults, IsEmpty());
 }
 
-TEST(HexRecordWalk, BlanksInFrontOfTheColonAreRemovedFirst) {
+TEST(HexRecordWalk, BlanksBeforeTheColonAreRemovedFirst) {
     EXPECT_THAT(walk_through(" :00000001FF").records, ElementsAre("1@0 00000001FF"));
 }
 
@@ -126,7 +126,7 @@ TEST(HexRecordWalk, StartAddressesAreHandedOutAndChangeNothing) {
                 ElementsAre("1@0 0400000300003800C1", "2@0 04000005000000CD2A", "3@0 00000001FF"));
 }
 
-TEST(HexRecordWalk, MissingEndRecordBehindAFinalNewlineCountsTheEmptyLine) {
+TEST(HexRecordWalk, MissingEndRecordAfterAFinalNewlineCountsTheEmptyLine) {
     const walked result = walk_through(":0100000012ED\n");
     EXPECT_THAT(result.faults, ElementsAre(seen_fault{fault_code::missing_end_record, 2, 0, 0}));
     EXPECT_THAT(result.fault_texts, ElementsAre(""));
@@ -160,7 +160,7 @@ struct fault_case {
 
 class HexRecordWalkRefuses : public testing::TestWithParam<fault_case> {};
 
-TEST_P(HexRecordWalkRefuses, LineAndGoesOnBehindIt) {
+TEST_P(HexRecordWalkRefuses, LineAndGoesOnAfterIt) {
     const walked result = walk_through("text\n" + std::string(GetParam().line) + "\n:00000001FF\n");
     EXPECT_THAT(result.faults, ElementsAre(GetParam().fault));
     EXPECT_THAT(result.fault_texts, ElementsAre(GetParam().text));
@@ -184,7 +184,7 @@ INSTANTIATE_TEST_SUITE_P(
                     fault_case{":01 0000 00 12 E E\r", {fault_code::checksum, 2, 16, 3}, ":0100000012EE"},
                     fault_case{": 01 0000 06 00 F9", {fault_code::record_type, 2, 11, 2}, ":0100000600F9"}));
 
-TEST(HexRecordWalk, GoesOnAsOftenAsTold) {
+TEST(HexRecordWalk, GoesOnAsOftenAsRequested) {
     const walked result = walk_through(":1\n:0100000012ED\n:0100000012EE\n:0100000600F9\n");
     EXPECT_THAT(result.records, ElementsAre("2@0 0100000012ED"));
     EXPECT_THAT(result.faults, ElementsAre(seen_fault{fault_code::record_too_short, 1, 1, 2},
@@ -247,14 +247,14 @@ TEST(HexRecordWalk, LongLineOfTextIsPassedOverAsOneLine) {
     EXPECT_THAT(result.faults, IsEmpty());
 }
 
-TEST(HexRecordWalk, ColonBehindNothingBut599BlanksMakesTheLineTooLong) {
+TEST(HexRecordWalk, ColonAfterNothingBut599BlanksMakesTheLineTooLong) {
     const walked result = walk_through(padded("", 700, '\t') + ":00000001FF\n:00000001FF\n");
     EXPECT_THAT(result.faults, ElementsAre(seen_fault{fault_code::record_too_long, 1, 600, 1}));
     EXPECT_THAT(result.fault_texts, ElementsAre(""));
     EXPECT_THAT(result.records, ElementsAre("2@0 00000001FF"));
 }
 
-TEST(HexRecordWalk, TextBehind599BlanksIsPassedOver) {
+TEST(HexRecordWalk, TextAfter599BlanksIsSkipped) {
     const walked result =
         walk_through(padded("", 700) + "x:00000001FF\n" + padded("", 700) + "\n:00000001FF");
     EXPECT_THAT(result.records, ElementsAre("3@0 00000001FF"));
@@ -274,8 +274,8 @@ TEST(HexRecordWalk, NulAndHighBytesAreCharactersLikeOthers) {
     EXPECT_THAT(result.faults, testing::SizeIs(1));
 }
 
-/// Every line of @p text with a blank in front, so that none is taken in place.
-std::string with_blanks_in_front(const std::vector<std::string>& lines) {
+/// Every line of @p text with a leading blank, so that none is read in place.
+std::string with_leading_blanks(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) {
         text += "\t" + line + "\n";
@@ -310,7 +310,7 @@ TEST(HexRecordWalk, TakingLinesInPlaceGivesWhatReadingThemExactlyGives) {
         for (int i = 0; i < 60; ++i) {
             lines.push_back(random.below(3) == 0 ? random.broken() : random.good());
         }
-        expect_same_walk(walk_through(as_they_are(lines)), walk_through(with_blanks_in_front(lines)), start);
+        expect_same_walk(walk_through(as_they_are(lines)), walk_through(with_leading_blanks(lines)), start);
         if (HasFailure()) {
             break;
         }

@@ -9,7 +9,7 @@
 
 namespace kvr {
 
-/// Reaches the steps of the Intel HEX handler one by one.
+/// Access to the single steps of the Intel HEX handler.
 struct hex_steps {
     KVR_MEMORY_HEX_FILE& file;
 

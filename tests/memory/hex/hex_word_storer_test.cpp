@@ -15,7 +15,7 @@ using kvr::fast_hex_words;
 using kvr::hex_word_storer;
 using kvr::word_store;
 
-/// A record as far as words are taken from it.
+/// A record, as far as its words are stored.
 struct data_record {
     data_record(std::uint32_t address, std::string_view data)
         : line(kvr_test::hex_record_line(0, address, std::string(data))) {
@@ -78,7 +78,7 @@ TEST_F(EarlyHexWords, AreGivenUpBeyondTheLargestStore) {
     EXPECT_FALSE(words.complete());
 }
 
-TEST_F(EarlyHexWords, HaveRoomBehindTheLastWordOnly) {
+TEST_F(EarlyHexWords, HaveRoomAfterTheLastWordOnly) {
     fast_hex_words words(memory);
     EXPECT_EQ(words.room_for_some(0, 4).count, 0U);
     take(words, 8, "1111");

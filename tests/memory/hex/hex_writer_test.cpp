@@ -29,7 +29,7 @@ void set_words(hex_memory& memory, const std::vector<std::string>& words) {
     }
 }
 
-/// What is written for @p words, without the end record, which must be there.
+/// The text written for @p words, without the end record, which must be there.
 std::string records_of(const std::vector<std::string>& words, std::uint32_t word_size,
                        KVR_MEMORY_RADIXES radix = RADIX_HEX) {
     const temporary_directory directory;
@@ -190,7 +190,7 @@ TEST(HexWriter, EveryPageHasItsNumber) {
     EXPECT_EQ(line_at(text, 17 * 65537 - 1), ":020000040011e9");
 }
 
-/// The records that the rules say, word by word.
+/// The records by the rules, word by word.
 std::string plain_records_of(const std::vector<std::string>& words, std::uint32_t word_size) {
     const temporary_directory directory;
     output_file file = output_file::create(directory.path("plain.hex"));

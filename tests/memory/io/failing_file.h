@@ -10,8 +10,8 @@
 
 namespace kvr {
 
-/// A file in memory whose reads fail from `error_at` on, once it has been gone back in `rewinds` times, and
-/// that may hold something else after it was gone back in.
+/// A file in memory whose reads fail from `error_at` on, once it has been rewound `rewinds` times, and
+/// that may hold something else after a rewind.
 struct failing_file {
     std::string content;
     std::size_t error_at = std::numeric_limits<std::size_t>::max();
@@ -19,7 +19,7 @@ struct failing_file {
     std::string content_after_rewind = {}; ///< "" where it stays the same
     std::size_t position = 0;
 
-    /// A stream over it, which the caller closes before the file goes away.
+    /// A stream over it, which the caller closes before the file is destroyed.
     std::FILE* open() { return fopencookie(this, "rb", {read, nullptr, seek, nullptr}); }
 
 private:

@@ -28,7 +28,7 @@ using kvr_test::temporary_directory;
 using testing::ElementsAre;
 using namespace std::string_view_literals;
 
-/// All that a source tells about one line.
+/// All properties of one line of a source.
 struct line {
     std::string text;
     bool cut;
@@ -59,7 +59,7 @@ std::vector<std::string> texts_of(std::string_view content) {
     return texts;
 }
 
-/// What a source has to hand out, split in the plainest way.
+/// The lines that a source must return, split in the simplest way.
 std::vector<line> model_lines(std::string_view content, std::size_t limit) {
     std::vector<line> lines;
     std::size_t first = 0;
@@ -384,7 +384,7 @@ TEST(LineSource, RewindFromTheMiddleOfAFile) {
     EXPECT_EQ(rest_of(source), model_lines(content, line_source::unlimited));
 }
 
-TEST(LineSource, WholeLinesEndBehindTheLastNewline) {
+TEST(LineSource, WholeLinesEndAfterTheLastNewline) {
     line_source source("one\ntwo\nthree"sv);
     EXPECT_EQ(source.whole_lines(), "one\ntwo\n");
     source.skip(4);
@@ -402,7 +402,7 @@ TEST(LineSource, SkippingAllWholeLinesLeavesTheEmptyLastOne) {
     EXPECT_THAT(rest_of(source), ElementsAre(line{"", false, false}));
 }
 
-TEST(LineSource, WholeLinesStartBehindALineThatWasCut) {
+TEST(LineSource, WholeLinesStartAfterALineThatWasCut) {
     line_source source("abcdef\nnext\n"sv, 2);
     source.next_line();
     EXPECT_EQ(source.whole_lines(), "next\n");
@@ -434,7 +434,7 @@ std::string random_content(std::mt19937& random, std::size_t size) {
     return content;
 }
 
-/// Reads all lines, now and then in one go through whole_lines().
+/// Reads all lines, sometimes many at once through whole_lines().
 std::vector<line> lines_read_in_turns(line_source& source, std::mt19937& random) {
     std::vector<line> lines;
     while (!source.at_end()) {
@@ -442,7 +442,7 @@ std::vector<line> lines_read_in_turns(line_source& source, std::mt19937& random)
         if (random() % 2 == 0 && !ahead.empty()) {
             const std::string_view taken = ahead.substr(0, ahead.find('\n', random() % ahead.size()) + 1);
             std::vector<line> more = model_lines(taken, line_source::unlimited);
-            more.pop_back(); // the empty line behind the last LF
+            more.pop_back(); // the empty line after the last LF
             lines.insert(lines.end(), more.begin(), more.end());
             source.skip(taken.size());
         } else {
@@ -520,7 +520,7 @@ TEST(LineSourcePipe, WithoutContentHasOneEmptyLine) {
 /// A stream whose reads are interrupted or fail.
 struct scripted_file {
     std::string content;
-    int error_at_end = 0; ///< errno behind the content; 0: end of file
+    int error_at_end = 0; ///< errno after the content; 0: end of file
     bool interrupt_every_other_read = false;
     bool seekable = true;
     std::size_t position = 0;

@@ -1,4 +1,4 @@
-// Which failure an output_file tells of.
+// Which failure an output_file reports.
 
 #include "kvr/memory/io/output_file.h"
 
@@ -46,7 +46,7 @@ TEST(OutputFileFailure, ThereIsNoneWhenAllIsWritten) {
     EXPECT_EQ(file.failure(), 0);
 }
 
-TEST(OutputFileFailure, OfACloseIsTold) {
+TEST(OutputFileFailure, OfACloseIsReported) {
     failing_stream stream{.close_error = EDQUOT, .close_fails = true};
     output_file file = file_over(stream);
     file.write("text");

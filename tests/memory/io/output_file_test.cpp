@@ -206,7 +206,7 @@ TEST(OutputFileOnFullDisk, FailureIsKeptUntilTheEnd) {
 
 #if defined(__GLIBC__)
 
-/// A stream that is interrupted after some bytes of a write and refuses what is beyond its capacity.
+/// A stream that is interrupted after some bytes of a write and refuses the bytes beyond its capacity.
 struct scripted_disk {
     std::size_t capacity;
     std::string content = {};
@@ -228,7 +228,7 @@ std::FILE* stream_over(scripted_disk& disk) {
     return fopencookie(&disk, "wb", {nullptr, write_scripted, nullptr, nullptr});
 }
 
-TEST(OutputFileWrites, InterruptedWritesAreTakenUpAgain) {
+TEST(OutputFileWrites, InterruptedWritesAreContinued) {
     std::mt19937 random(6);
     const std::string text = random_text(random, 3 * whole_block + 17);
     scripted_disk disk{.capacity = 10 * whole_block};
@@ -245,15 +245,15 @@ struct silent_disk {
 };
 
 std::FILE* stream_over(silent_disk& disk, int reason) {
-    static int reason_told = 0;
-    reason_told = reason;
+    static int reason_given = 0;
+    reason_given = reason;
     const auto write = [](void* cookie, const char* /*bytes*/, std::size_t size) {
-        errno = reason_told;
+        errno = reason_given;
         return static_cast<silent_disk*>(cookie)->takes_writes ? static_cast<ssize_t>(size) : ssize_t{0};
     };
     const auto close = [](void* cookie) {
         ++static_cast<silent_disk*>(cookie)->closing;
-        errno = reason_told;
+        errno = reason_given;
         return -1;
     };
     return fopencookie(&disk, "wb", {nullptr, write, nullptr, close});
@@ -270,7 +270,7 @@ TEST(OutputFileWrites, FailureOfTheCloseIsAFailure) {
     }
 }
 
-TEST(OutputFileWrites, FirstFailureIsTheOneThatIsTold) {
+TEST(OutputFileWrites, FirstFailureIsReported) {
     for (const int reason : {ENOSPC, 0}) {
         silent_disk disk{.takes_writes = false};
         output_file file(stream_over(disk, reason));

@@ -14,17 +14,17 @@ using kvr::predicted_address;
 
 struct line_style {
     std::string before;
-    std::string behind;
+    std::string after;
     unsigned base;
     std::size_t digits;
     bool lower_case;
 
     [[nodiscard]] std::string line(std::uint64_t address) const {
-        return before + kvr_test::number_text(address, base, digits, !lower_case) + behind;
+        return before + kvr_test::number_text(address, base, digits, !lower_case) + after;
     }
 };
 
-/// What follows a line where it is asked about.
+/// The text after a line.
 const std::string rest_of_lines(predicted_address::readable, '.');
 
 void learn(predicted_address& predicted, const line_style& style, std::uint64_t address,
@@ -101,7 +101,7 @@ TEST(PredictedAddress, LinesUpToTheNextCarryAreCounted) {
     }
 }
 
-TEST(PredictedAddress, NothingIsPredictedBehindTheLastAddressOfTheDigits) {
+TEST(PredictedAddress, NothingIsPredictedAfterTheLastAddressOfTheDigits) {
     predicted_address predicted;
     const line_style style{"", ":", 16, 2, false};
     learn(predicted, style, 0, 0xFF);

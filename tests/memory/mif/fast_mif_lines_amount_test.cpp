@@ -1,4 +1,4 @@
-// Which lines fast_mif_lines reads: what it leaves is read all the same, only slower.
+// Which lines fast_mif_lines reads: the other reader reads the rest, only slower.
 
 #include "kvr/memory/mif/fast_mif_lines.h"
 #include "kvr/memory/mif/mif_reader.h"
@@ -11,8 +11,8 @@
 
 namespace {
 
-/// As many characters as are looked at behind a line, and more.
-const std::string ordinary_lines_behind = [] {
+/// At least as many characters as are read after a line.
+const std::string regular_lines_after = [] {
     std::string lines;
     for (unsigned address = 0x100; address < 0x120; ++address) {
         lines += kvr_test::number_text(address, 16, 3) + " : 5;\n";
@@ -42,7 +42,7 @@ protected:
         memory.address_set.clear();
         const std::string before = "0 : 1;\n";
         const auto read = kvr::fast_mif_lines(memory, longest_line)
-                              .read(before + line + "\n" + ordinary_lines_behind, with_comments);
+                              .read(before + line + "\n" + regular_lines_after, with_comments);
         EXPECT_EQ(read.bytes, before.size());
         EXPECT_EQ(read.lines, 1U);
     }
@@ -60,7 +60,7 @@ TEST_F(FastMifLinesAmount, ALineMayEndWithCarriageReturn) {
     expect_read("0 : 1; -- a comment\r\n1 : 2;-- b\r\n2 : 3; --\r\n", 3);
 }
 
-TEST_F(FastMifLinesAmount, ManyLinesAlikeAreRead) {
+TEST_F(FastMifLinesAmount, ManyEqualLinesAreRead) {
     std::string lines;
     for (unsigned address = 0; address < 1000; ++address) {
         lines +=
@@ -99,7 +99,7 @@ TEST_F(FastMifLinesAmount, AReadStartsWithoutLists) {
     EXPECT_FALSE(lines.read("2 : 3;\n", true).has_lists);
 }
 
-TEST_F(FastMifLinesAmount, LinesAlikeAreReadUpToTheDepth) {
+TEST_F(FastMifLinesAmount, EqualLinesAreReadUpToTheDepth) {
     for (const std::string values : {"11", "1 22"}) {
         std::string lines;
         std::size_t size_to_the_depth = 0;

@@ -1,4 +1,4 @@
-// The short ways through a MIF file against the plain one, which an observer that wants every line asks for.
+// The fast paths of a MIF file against the exact one, which an observer that wants every line requests.
 
 #include "kvr/memory/io/line_source.h"
 #include "kvr/memory/memory_file.h"
@@ -37,7 +37,7 @@ public:
     void words(std::uint64_t /*first*/, std::uint64_t /*last*/, std::uint64_t /*line*/) override {}
 };
 
-/// What a read leaves behind.
+/// The result of a read.
 struct mif_reading {
     bool complete = false;
     bool error_occurred = false;
@@ -81,7 +81,7 @@ struct named_radix {
     unsigned base;
 };
 
-/// A regular file: all its content lines are written in the same way.
+/// A regular file: all its content lines have the same form.
 std::string regular_mif(std::mt19937& random) {
     const named_radix address_radix =
         one_of(std::array<named_radix, 4>{{{"HEX", 16}, {"UNS", 10}, {"OCT", 8}, {"BIN", 2}}}, random);
@@ -89,7 +89,7 @@ std::string regular_mif(std::mt19937& random) {
     const std::string before =
         one_of(std::array<std::string, 4>{"\t", "", "  ", "                 "}, random);
     const std::string between = one_of(std::array<std::string, 4>{"  :   ", ":", " :\t", " : "}, random);
-    const std::string behind =
+    const std::string ending =
         one_of(std::array<std::string, 5>{"", " ", "  -- a comment", " --x % y", "\t"}, random);
     const std::string line_end = random() % 4 == 0 ? "\r\n" : "\n";
     const std::size_t value_length = one_of(std::array<std::size_t, 9>{1, 2, 3, 7, 8, 9, 16, 32, 40}, random);
@@ -109,7 +109,7 @@ std::string regular_mif(std::mt19937& random) {
                     number_text(random() % (random() % 8 == 0 ? 2 : 65536), 16, length, !lower_case)
                         .substr(0, length);
         }
-        text += ";" + behind + line_end;
+        text += ";" + ending + line_end;
     }
     return text + "END;" + line_end;
 }
@@ -179,8 +179,8 @@ TEST(FastMifLines, WordsBeforeAnExceptionAreStored) {
     EXPECT_GT(most_comments, 1024U);
 }
 
-/// Content lines, read in the short way and in the plain one; true when they are complete.
-bool read_alike(const std::string& content, unsigned width = 8, unsigned depth = 64) {
+/// Content lines, read by the fast path and by the exact one; true when they are complete.
+bool read_equally(const std::string& content, unsigned width = 8, unsigned depth = 64) {
     const std::string text = "WIDTH=" + std::to_string(width) + ";\nDEPTH=" + std::to_string(depth) +
                              ";\nCONTENT BEGIN\n" + content + "END;\n" +
                              std::string(100, '\n'); // lines are read together only where some follow
@@ -189,7 +189,7 @@ bool read_alike(const std::string& content, unsigned width = 8, unsigned depth =
 }
 
 /// Lines from @p first on, one word each, that make the next one expected.
-std::string lines_alike(unsigned first, unsigned count, const std::string& value) {
+std::string uniform_lines(unsigned first, unsigned count, const std::string& value) {
     std::string text;
     for (unsigned address = first; address < first + count; ++address) {
         text += number_text(address, 16, 4, true) + " : " + value + ";\n";
@@ -197,25 +197,25 @@ std::string lines_alike(unsigned first, unsigned count, const std::string& value
     return text;
 }
 
-TEST(FastMifLines, LinesBehindTheDepthEndTheRead) {
-    EXPECT_TRUE(read_alike(lines_alike(0, 48, "5A"), 8, 48));
-    EXPECT_FALSE(read_alike(lines_alike(0, 120, "5A"), 8, 48));
-    std::string lines_apart;
+TEST(FastMifLines, LinesBeyondTheDepthEndTheRead) {
+    EXPECT_TRUE(read_equally(uniform_lines(0, 48, "5A"), 8, 48));
+    EXPECT_FALSE(read_equally(uniform_lines(0, 120, "5A"), 8, 48));
+    std::string uneven_lines;
     for (unsigned address = 0; address < 120; ++address) {
-        lines_apart += number_text(address, 16, 4, true) + " : " + std::string(1 + address % 2, '5') + ";\n";
+        uneven_lines += number_text(address, 16, 4, true) + " : " + std::string(1 + address % 2, '5') + ";\n";
     }
-    EXPECT_FALSE(read_alike(lines_apart, 8, 48));
+    EXPECT_FALSE(read_equally(uneven_lines, 8, 48));
     std::string values;
     for (unsigned address = 0; address < 120; address += 2) {
         values += number_text(address, 16, 4, true) + " : 5 A;\n";
     }
-    EXPECT_FALSE(read_alike(values, 8, 48));
+    EXPECT_FALSE(read_equally(values, 8, 48));
 }
 
 TEST(FastMifLines, AnEmptyValueEndsTheRead) {
-    EXPECT_FALSE(read_alike("0 : 5;\n1 : ;\n"));
-    EXPECT_FALSE(read_alike("0 : 5;\n1 : 5;\n2 : ;\n"));
-    EXPECT_FALSE(read_alike("0 : 5;\n1 : 5 5;\n3 : ;\n"));
+    EXPECT_FALSE(read_equally("0 : 5;\n1 : ;\n"));
+    EXPECT_FALSE(read_equally("0 : 5;\n1 : 5;\n2 : ;\n"));
+    EXPECT_FALSE(read_equally("0 : 5;\n1 : 5 5;\n3 : ;\n"));
 }
 
 TEST(FastMifLines, AnExpectedLineMayBeTooLong) {
@@ -224,20 +224,20 @@ TEST(FastMifLines, AnExpectedLineMayBeTooLong) {
         const std::string front = number_text(address, 16, 4, true) + ":";
         return front + std::string(length - front.size() - 1, '1') + ";\n";
     };
-    EXPECT_TRUE(read_alike(line_of(0, longest) + line_of(1, longest), 2048));
-    EXPECT_FALSE(read_alike(line_of(0, longest) + line_of(1, longest) + line_of(2, longest + 1), 2048));
+    EXPECT_TRUE(read_equally(line_of(0, longest) + line_of(1, longest), 2048));
+    EXPECT_FALSE(read_equally(line_of(0, longest) + line_of(1, longest) + line_of(2, longest + 1), 2048));
     std::string many_values;
     for (int value = 0; value < 300; ++value) {
         many_values += " 1";
     }
-    EXPECT_FALSE(read_alike("0 : 1;\n1 :" + many_values + ";\n", 8, 1000));
+    EXPECT_FALSE(read_equally("0 : 1;\n1 :" + many_values + ";\n", 8, 1000));
 }
 
-TEST(FastMifLines, TheEndBehindAnAddressThatJumpsIsNoValue) {
-    std::string content = lines_alike(0, 40, "ABC");
+TEST(FastMifLines, TheEndAfterAnAddressThatJumpsIsNoValue) {
+    std::string content = uniform_lines(0, 40, "ABC");
     for (unsigned address = 41; address < 200; address += 2) {
-        EXPECT_TRUE(read_alike(content, 12, 256)) << address;
-        content += lines_alike(address, 1, "ABC");
+        EXPECT_TRUE(read_equally(content, 12, 256)) << address;
+        content += uniform_lines(address, 1, "ABC");
     }
 }
 

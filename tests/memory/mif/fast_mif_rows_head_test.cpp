@@ -1,4 +1,4 @@
-// Lines on both sides of an address from which on the front of the line is another one.
+// Lines on both sides of an address from which on the head of the line changes.
 
 #include "kvr/memory/io/output_file.h"
 #include "kvr/memory/mif/fast_mif_rows.h"
@@ -32,7 +32,7 @@ std::string lines_of(std::uint32_t first, std::uint32_t count) {
     return lines;
 }
 
-TEST(FastMifRowsHead, ChangesWithTheDigitsInFront) {
+TEST(FastMifRowsHead, ChangesWithTheLeadingDigits) {
     for (const std::uint32_t first : {0x10U, 0xFFU, 0xFF01U, 0xFFFF01U, 0xFF00FF01U, 0xFFFF0001U}) {
         constexpr std::uint32_t count = 700;
         const std::string texts = word_texts(count);
@@ -45,8 +45,8 @@ TEST(FastMifRowsHead, ChangesWithTheDigitsInFront) {
     }
 }
 
-// Behind the first row, the number of its head is that of no other address.
-TEST(FastMifRowsHead, IsMadeAnewForARowFarAway) {
+// After the first row, the number of its head is that of no other address.
+TEST(FastMifRowsHead, IsMadeAgainForARowFarAway) {
     for (const std::uint32_t far : {0x1000U, 0x100000U, 0x10000000U}) {
         constexpr std::uint32_t count = 5;
         const std::string texts = word_texts(count);

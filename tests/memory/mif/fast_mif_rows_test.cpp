@@ -29,7 +29,7 @@ std::string one_by_one(const word_row& row, std::uint32_t address, std::uint32_t
     return text;
 }
 
-/// How many words have a line before one equals the next, or the row ends.
+/// The number of words with a line before one equals the next, or the row ends.
 std::uint32_t words_before_equal_ones(const word_row& row) {
     std::uint32_t count = 0;
     while (count + 1 < row.count && row[count] != row[count + 1]) {

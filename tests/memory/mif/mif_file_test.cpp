@@ -47,7 +47,7 @@ TEST_F(MifFile, AWordIsConvertedToTheRadixAskedFor) {
     EXPECT_EQ(file.get_data_word(3, RADIX_FIXED_POINT), "");
 }
 
-TEST_F(MifFile, AValueInTheMemoryRadixIsNormalisedToTheWidth) {
+TEST_F(MifFile, AValueInTheMemoryRadixIsNormalizedToTheWidth) {
     ASSERT_TRUE(file.set_data_word(0, "a", RADIX_HEX));
     ASSERT_TRUE(file.set_data_word(1, "1ff", RADIX_NONE));
     EXPECT_EQ(words(0, 1), (strings{"0A", "FF"}));

@@ -1,4 +1,4 @@
-// What the MIF reader leaves of a file whose reads fail behind the first block.
+// The result of the MIF reader for a file whose reads fail after the first block.
 
 #include "kvr/memory/mif/mif_reader.h"
 #include "tests/memory/io/failing_file.h"

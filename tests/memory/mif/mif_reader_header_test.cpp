@@ -1,4 +1,4 @@
-// Which header lines still count behind the content section.
+// Which header lines still count after the content section.
 
 #include "kvr/memory/mif/mif_reader.h"
 
@@ -20,14 +20,14 @@ protected:
     kvr::mif_memory memory{nullptr};
 };
 
-TEST_F(MifReaderHeader, RadixLinesBehindTheContentComeTooLate) {
+TEST_F(MifReaderHeader, RadixLinesAfterTheContentComeTooLate) {
     ASSERT_TRUE(read("WIDTH=8;\nDEPTH=2;\nCONTENT BEGIN\nEND;\nADDRESS_RADIX=BIN;\nDATA_RADIX=OCT;\n"));
     EXPECT_EQ(memory.address_radix, RADIX_HEX);
     EXPECT_EQ(memory.memory_radix, RADIX_HEX);
     EXPECT_EQ(memory.header_comments[5].count, 2U);
 }
 
-TEST_F(MifReaderHeader, ARadixThatIsNotToldIsHexadecimal) {
+TEST_F(MifReaderHeader, AMissingRadixIsHexadecimal) {
     memory.memory_radix = RADIX_OCT;
     memory.address_radix = RADIX_OCT;
     ASSERT_TRUE(read("WIDTH=8;\nDEPTH=20;\nADDRESS_RADIX=UNS;\nCONTENT BEGIN\n10 : 1;\nEND;\n"));

@@ -1,4 +1,4 @@
-// What an observer of the MIF reader is told, and where the faults are that it is told of.
+// The calls that an observer of the MIF reader gets, and the places of the faults that are reported to it.
 
 #include "kvr/memory/mif/mif_reader.h"
 
@@ -46,7 +46,7 @@ public:
         events.push_back("end " + joined_place(statement.pieces.front().line, statement.text));
     }
     void behind_end(std::string_view rest, std::uint64_t line) override {
-        events.push_back("behind " + joined_place(line, rest));
+        events.push_back("after " + joined_place(line, rest));
     }
 
     std::vector<kvr::read_fault> faults;
@@ -72,7 +72,7 @@ void expect_one_fault(const std::string& text, const kvr::read_fault& expected) 
     EXPECT_EQ(recorder.faults[0].length, expected.length);
 }
 
-TEST(MifReaderFaultPlace, ALineTooLongIsAtFaultBehindTheLimit) {
+TEST(MifReaderFaultPlace, ALineTooLongIsAtFaultBeyondTheLimit) {
     const std::string long_line(512, ' ');
     expect_one_fault(long_line + "\n" + begin_of_four_words + "END;\n",
                      {fault_code::line_too_long, 1, 512, 1});
@@ -113,7 +113,7 @@ TEST(MifReaderFaultPlace, AMissingEndHasTheLastLineAndNoColumn) {
     expect_one_fault(begin_of_four_words + "0 : 1;\n", {fault_code::missing_end, 5, 0, 0});
 }
 
-TEST(MifReaderEvents, TellWhatIsReadAndWhatIsPassedOver) {
+TEST(MifReaderEvents, ReportWhatIsReadAndWhatIsSkipped) {
     mif_event_recorder recorder;
     read_observed("% top\n" + header_of_four_words +
                       "CONTENT\nBEGIN tail -- note\n0 : 1;\n[1..2] :\n 3 4; % cut\n 3 : a;\nEND; more\n"
@@ -123,16 +123,16 @@ TEST(MifReaderEvents, TellWhatIsReadAndWhatIsPassedOver) {
     EXPECT_EQ(recorder.events, (event_list{"percent 1  top", "begin 5  TAIL ", "line 6 0 : 1;", "words 6 0-0",
                                            "percent 8  cut", "line 7 [1..2] : 3 4; ", "words 7 1-2",
                                            "line 9  3 : A;", "words 9 3-3", "end 10 END; MORE",
-                                           "percent 12  rest", "behind 12 last ", "behind 13 WIDTH"}));
+                                           "percent 12  rest", "after 12 last ", "after 13 WIDTH"}));
 }
 
-TEST(MifReaderEvents, BeginInTheLineOfContentTellsWhatFollowsIt) {
+TEST(MifReaderEvents, BeginInTheLineOfContentReportsWhatFollowsIt) {
     mif_event_recorder recorder;
     read_observed(header_of_four_words + "CONTENT BEGIN 0 : 1;\nEND;\n", recorder);
     EXPECT_EQ(recorder.events, (event_list{"begin 3 0:1;", "end 4 END;"}));
 }
 
-TEST(MifReaderEvents, AFaultTellsTheTextOfItsLine) {
+TEST(MifReaderEvents, AFaultHasTheTextOfItsLine) {
     mif_event_recorder recorder;
     read_observed("WIDTH = x ;\n" + begin_of_four_words + "9 :\n b;\nEND;\n", recorder);
     EXPECT_EQ(recorder.texts, (event_list{"WIDTH=X;", "9 : B;"}));

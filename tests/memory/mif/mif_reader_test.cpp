@@ -176,7 +176,7 @@ TEST_F(MifReader, WidthAndDepthOnOneLineSetTheWidthTwiceAndLeaveTheDepthUnseen) 
     EXPECT_EQ(header_comments(2), (std::deque<std::string>{"CONTENT BEGIN", "END;"}));
 }
 
-TEST_F(MifReader, ADepthLineBehindSuchALineIsStillTaken) {
+TEST_F(MifReader, ADepthLineAfterSuchALineIsStillRead) {
     ASSERT_TRUE(read("WIDTH=8;DEPTH=16;\nDEPTH=4;\nCONTENT BEGIN\nEND;\n"));
     EXPECT_EQ(file.get_number_of_words(), 4U);
 }
@@ -195,17 +195,17 @@ TEST_F(MifReader, OfALineWithSeveralKeywordsOnlyTheLastDecidesWhetherItIsReadOn)
 TEST_F(MifReader, HeaderLinesThatAreNoKeywordsAreKeptByTheirPlace) {
     ASSERT_TRUE(read("  Title line -- with comment\nWIDTH=8;\nafter Width\nDEPTH=2;\nafter depth\n\n"
                      "ADDRESS_RADIX=HEX;\nafter address\nDATA_RADIX=HEX;\nafter data\nWIDTH=9;\n"
-                     "CONTENT BEGIN\nEND;\nbehind\n-- only a comment\n  last\n"));
+                     "CONTENT BEGIN\nEND;\nafter\n-- only a comment\n  last\n"));
     EXPECT_EQ(header_comments(0), std::deque<std::string>{"  Title line -- with comment"});
     EXPECT_EQ(header_comments(1), std::deque<std::string>{"after Width"});
     EXPECT_EQ(header_comments(2), std::deque<std::string>{"after depth"});
     EXPECT_EQ(header_comments(3), std::deque<std::string>{"after address"});
     EXPECT_EQ(header_comments(4), (std::deque<std::string>{"after data", "WIDTH=9;"}));
-    EXPECT_EQ(header_comments(5), (std::deque<std::string>{"behind", "  last"}));
+    EXPECT_EQ(header_comments(5), (std::deque<std::string>{"after", "  last"}));
     EXPECT_EQ(file.get_word_size(), 8U);
 }
 
-TEST_F(MifReader, LinesBehindEndGoToTheLastHeaderCommentList) {
+TEST_F(MifReader, LinesAfterEndGoToTheLastHeaderCommentList) {
     ASSERT_TRUE(read_content("") && read_content("END;\nmore\n"));
     EXPECT_EQ(header_comments(5), (std::deque<std::string>{"more", "END;"}));
 }
@@ -216,7 +216,7 @@ TEST_F(MifReader, AContentLineBeforeTheDepthIsAHeaderComment) {
     EXPECT_EQ(file.get_memory_radix(), RADIX_HEX);
 }
 
-TEST_F(MifReader, ARadixLineBehindAContentLineComesTooLate) {
+TEST_F(MifReader, ARadixLineAfterAContentLineComesTooLate) {
     ASSERT_TRUE(read("WIDTH=8;\nCONTENT first\nDATA_RADIX=BIN;\nDEPTH=2;\nCONTENT BEGIN\nEND;\n"));
     EXPECT_EQ(file.get_memory_radix(), RADIX_HEX);
     EXPECT_EQ(header_comments(1), (std::deque<std::string>{"CONTENT first", "DATA_RADIX=BIN;"}));
@@ -246,7 +246,7 @@ TEST_F(MifReader, ADepthFailureOnTheContentLineEndsTheRead) {
 }
 
 TEST_F(MifReader, AHeaderCommentForgivesAKeywordFailureOnTheContentLine) {
-    EXPECT_TRUE(read("WIDTH=8;\nDEPTH=2;\nDATA_RADIX=HEX CONTENT BEGIN\n0:1;\nEND;\nbehind\n"));
+    EXPECT_TRUE(read("WIDTH=8;\nDEPTH=2;\nDATA_RADIX=HEX CONTENT BEGIN\n0:1;\nEND;\nafter\n"));
     EXPECT_EQ(file.get_error_state(), ERROR_STATE_INVALID_DATA_RADIX);
     EXPECT_EQ(errors().size(), 1U);
 }
@@ -337,7 +337,7 @@ TEST_F(MifReader, ARangeBeyondTheDepthIsRefused) {
     EXPECT_EQ(word(0), "0");
 }
 
-TEST_F(MifReader, SeveralValuesBehindASingleAddressGoToTheNextAddresses) {
+TEST_F(MifReader, SeveralValuesAfterASingleAddressGoToTheNextAddresses) {
     ASSERT_TRUE(read_content("2 : A B C;\n"));
     EXPECT_EQ(words(1, 5), (strings{"0", "A", "B", "C", "0"}));
 }
@@ -387,7 +387,7 @@ TEST_F(MifReader, ADoubleDashThatJoiningMakesCutsTheValuesButNotTheirNumber) {
     EXPECT_EQ(words(0, 3), (strings{"1", "2", "1", "0"}));
 }
 
-TEST_F(MifReader, TextBehindTheFirstSemicolonBelongsToTheLine) {
+TEST_F(MifReader, TextAfterTheFirstSemicolonBelongsToTheLine) {
     ASSERT_TRUE(read_content("0 : 1; 1 : 2;\n"));
     EXPECT_EQ(words(0, 3), (strings{"1", "1", "2", "0"}));
 }
@@ -577,9 +577,9 @@ TEST_F(MifReader, EveryTruncationOfAFileIsRefusedOrWhole) {
     }
 }
 
-// --- the fast path beside the exact one, and places of faults ---
+// --- the fast path and the exact one, and places of faults ---
 
-/// Remembers what it is told and goes on after every fault.
+/// Records the calls and goes on after every fault.
 class recording_observer : public kvr::mif_observer {
 public:
     bool fault(const kvr::read_fault& fault, std::string_view text) override {
@@ -706,20 +706,20 @@ TEST_F(MifReader, AnObserverSeesEveryFaultWithItsPlace) {
     EXPECT_EQ(observer.stretches.back().line, 13U);
 }
 
-TEST_F(MifReader, ContentBehindTheEndIsAComment) {
+TEST_F(MifReader, ContentAfterTheEndIsAComment) {
     ASSERT_TRUE(read("WIDTH=8;\nDEPTH=2;\nCONTENT BEGIN\n0:1;\nEND;\nCONTENT BEGIN\n0:2;\nEND;\n"));
     EXPECT_EQ(words(0, 1), (strings{"1", "0"}));
     EXPECT_EQ(header_comments(5), (std::deque<std::string>{"CONTENT BEGIN", "0:2;", "END;"}));
 }
 
-TEST(MifReaderWithObserver, TextBehindTheEndNeedNotBeOfInterest) {
+TEST(MifReaderWithObserver, TextAfterTheEndMayBeIgnored) {
     kvr::mif_memory memory(nullptr);
-    kvr::line_source lines("WIDTH=8;\nDEPTH=1;\nCONTENT BEGIN\n0:1;\nEND;\nbehind\n",
+    kvr::line_source lines("WIDTH=8;\nDEPTH=1;\nCONTENT BEGIN\n0:1;\nEND;\nafter\n",
                            kvr::mif_reader::source_limit);
     recording_observer observer;
     EXPECT_TRUE(kvr::mif_reader(memory, &observer).read(lines));
     EXPECT_TRUE(observer.faults.empty());
-    EXPECT_EQ(memory.header_comments[5].lines, std::deque<std::string>{"behind"});
+    EXPECT_EQ(memory.header_comments[5].lines, std::deque<std::string>{"after"});
 }
 
 } // namespace

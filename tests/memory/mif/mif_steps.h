@@ -9,7 +9,7 @@
 
 namespace kvr {
 
-/// Reaches the steps of the MIF handler one by one.
+/// Access to the single steps of the MIF handler.
 struct mif_steps {
     KVR_MEMORY_MIF_FILE& file;
 

@@ -22,7 +22,7 @@ protected:
         file.set_address_radix(address_radix);
         file.set_number_of_words(depth);
     }
-    /// What stands between "CONTENT BEGIN" and "END;" of the written file.
+    /// The text between "CONTENT BEGIN" and "END;" of the written file.
     std::string written_content() {
         EXPECT_TRUE(file.write_file());
         return content_lines_of(written());
@@ -42,7 +42,7 @@ TEST_F(MifWriter, WithoutCommentsAFileHasTheBannerAndEmptyLines) {
     EXPECT_FALSE(file.get_error_occurred());
 }
 
-TEST_F(MifWriter, HeaderCommentsStandBehindTheirLines) {
+TEST_F(MifWriter, HeaderCommentsFollowTheirLines) {
     configure(1, RADIX_HEX);
     for (int slot = 0; slot < 6; ++slot) {
         std::deque<std::string> comments{"slot " + std::to_string(slot), "more"};
@@ -74,7 +74,7 @@ TEST_F(MifWriter, HexadecimalAddressesAreLowerCaseAndPaddedToTheDepth) {
     EXPECT_EQ(written_content(), "\t[00..03]  :   FF;\n\t[04..0f]  :   0;\n");
 }
 
-TEST_F(MifWriter, DecimalAddressesArePaddedWithBlanksBehind) {
+TEST_F(MifWriter, DecimalAddressesArePaddedWithTrailingBlanks) {
     configure(100, RADIX_DEC);
     ASSERT_TRUE(file.set_data_word(5, "A", RADIX_HEX));
     ASSERT_TRUE(file.set_data_word(42, "B", RADIX_HEX));
@@ -88,7 +88,7 @@ TEST_F(MifWriter, OctalAddressesArePadded) {
     EXPECT_EQ(written_content(), "\t[00..07]  :   0;\n\t10  :   01;\n");
 }
 
-/// The content lines that the rules say.
+/// The content lines by the rules.
 std::string plain_lines_of(const strings& words, KVR_MEMORY_RADIXES radix, bool with_runs) {
     const auto depth = static_cast<std::uint32_t>(words.size());
     const std::size_t width = kvr::address_length(depth, radix);

@@ -1,4 +1,4 @@
-// Which lines fast_rif_lines reads: what it leaves is read all the same, only slower.
+// Which lines fast_rif_lines reads: the other reader reads the rest, only slower.
 
 #include "kvr/memory/rif/fast_rif_lines.h"
 
@@ -10,8 +10,8 @@
 
 namespace {
 
-/// Lines behind those that are read, as many as are looked at.
-const std::string lines_behind = [] {
+/// Lines after those that are read, as many as are scanned.
+const std::string scanned_lines_after = [] {
     std::string lines;
     for (int i = 0; i < 100; ++i) {
         lines += "-\n";
@@ -25,7 +25,7 @@ protected:
 
     void expect_read(const std::string& lines, std::uint64_t count, std::uint64_t next_address) {
         SCOPED_TRACE(lines.substr(0, 200));
-        const std::string text = lines + lines_behind;
+        const std::string text = lines + scanned_lines_after;
         std::uint64_t address = 2;
         const auto read = kvr::fast_rif_lines(words).read(text, address);
         EXPECT_EQ(read.bytes, lines.size());
@@ -36,7 +36,7 @@ protected:
         SCOPED_TRACE(line.substr(0, 200));
         const std::string before = "5\n";
         std::uint64_t address = 2;
-        const std::string text = before + line + "\n" + lines_behind;
+        const std::string text = before + line + "\n" + scanned_lines_after;
         const auto read = kvr::fast_rif_lines(words).read(text, address);
         EXPECT_EQ(read.bytes, before.size());
         EXPECT_EQ(read.lines, 1U);

@@ -1,4 +1,4 @@
-// The short way through a RIF file against the plain one, which an observer asks for.
+// The fast path of a RIF file against the exact one, which an observer requests.
 
 #include "kvr/memory/io/line_source.h"
 #include "kvr/memory/rif/rif_reader.h"
@@ -116,7 +116,7 @@ TEST(FastRifLines, WordsBeforeAnExceptionAreStored) {
         }
         most_stored = thrown ? std::max(most_stored, stored) : most_stored;
     }
-    // The last allocation is for the last page, when all ordinary lines were read.
+    // The last allocation is for the last page, when all regular lines were read.
     EXPECT_GT(most_stored, count - 100);
 }
 

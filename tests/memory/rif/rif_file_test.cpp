@@ -186,7 +186,7 @@ TEST_F(RifFile, WriteNeedsEverySetting) {
     EXPECT_THAT(error_messages(file), IsEmpty());
 }
 
-/// A handler with all that a write needs.
+/// A handler with everything that a write needs.
 class RifHandler : public testing::Test {
 protected:
     RifHandler() {

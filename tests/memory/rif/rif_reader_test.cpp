@@ -182,7 +182,7 @@ TEST_F(RifReader, CarriageReturnAtTheEndOfTheFileIsIllegal) {
     expect_illegal_line("AB\r");
 }
 
-TEST_F(RifReader, LastWordNeedsNoBlankBehindIt) {
+TEST_F(RifReader, LastWordNeedsNoBlankAfterIt) {
     read("AB CD\nEF");
     EXPECT_THAT(words(), ElementsAre("AB", "CD", "EF", ""));
     expect_success();
@@ -233,7 +233,7 @@ TEST_F(RifReader, DepthAndRadixStayAsTheyAre) {
     EXPECT_EQ(memory.memory_radix, RADIX_BIN);
 }
 
-TEST_F(RifReader, WordsBehindTheStoreAreDropped) {
+TEST_F(RifReader, WordsBeyondTheStoreAreDropped) {
     read("1 2 3 4 5 6 \n7 ");
     EXPECT_THAT(words(), ElementsAre("1", "2", "3", "4"));
     expect_success();
@@ -357,7 +357,7 @@ INSTANTIATE_TEST_SUITE_P(
                     address_case{"@FFFFFFFFFFFFFFFF", rif_address_outside},
                     address_case{"@10000000000000000000000000001", rif_address_outside}));
 
-TEST_P(RifAddress, IsTheNumberThatTheTextBehindTheSignStartsWith) {
+TEST_P(RifAddress, IsTheNumberAtTheStartOfTheTextAfterTheSign) {
     EXPECT_EQ(rif_address(GetParam().line), GetParam().address);
 }
 
@@ -373,7 +373,7 @@ TEST(RifData, IsNothingElse) {
     }
 }
 
-/// Notes all that it is told, and wants to go on after every fault, or after none.
+/// Records all calls, and requests to go on after every fault, or after none.
 class noting_observer : public kvr::read_observer {
 public:
     explicit noting_observer(bool go_on) : goes_on(go_on) {}
@@ -411,15 +411,15 @@ protected:
     }
 };
 
-TEST_F(RifReaderObserver, IsToldOfTheWordsOfEveryLine) {
+TEST_F(RifReaderObserver, GetsTheWordsOfEveryLine) {
     EXPECT_THAT(notes_of("1 2 \n\n   \n3"), ElementsAre("words 0-1 line 1", "words 2-2 line 4"));
 }
 
-TEST_F(RifReaderObserver, IsToldOfWordsThatAreDropped) {
+TEST_F(RifReaderObserver, GetsWordsThatAreDropped) {
     EXPECT_THAT(notes_of("1 2 3 4 5\n6 "), ElementsAre("words 0-4 line 1", "words 5-5 line 2"));
 }
 
-TEST_F(RifReaderObserver, IsToldOfAddressLines) {
+TEST_F(RifReaderObserver, GetsAddressLines) {
     EXPECT_THAT(
         notes_of("\r\n12 @ 0x1f junk\r\n1 \n@xyz"),
         ElementsAre("address 31 line 2 12 @ 0X1F JUNK", "words 31-31 line 3", "address 0 line 4 @XYZ"));
@@ -430,7 +430,7 @@ TEST_F(RifReaderObserver, SeesAddressesOutsideEveryStoreGoOn) {
                 ElementsAre("address 4294967296 line 1 @-1", "words 4294967296-4294967297 line 2"));
 }
 
-TEST_F(RifReaderObserver, IsToldWhereALineIsIllegal) {
+TEST_F(RifReaderObserver, GetsThePlaceOfAnIllegalLine) {
     EXPECT_THAT(notes_of("1 \n2 xyz0- 3 "),
                 ElementsAre("words 0-0 line 1", "fault line 2 column 4 length 2 2 XYZ0- 3 "));
 }
@@ -449,12 +449,12 @@ TEST_F(RifReaderObserver, CanStopAtAFault) {
     EXPECT_THAT(words(), ElementsAre("1", "", "", ""));
 }
 
-TEST_F(RifReaderObserver, IsToldInsteadOfTheMessages) {
+TEST_F(RifReaderObserver, GetsFaultsInsteadOfMessages) {
     notes_of("!");
     EXPECT_THAT(error_messages(owner), IsEmpty());
 }
 
-/// The words that a text leaves in an empty store when illegal lines are left out, in the plainest way.
+/// The words of a text in an empty store when illegal lines are skipped, computed in the simplest way.
 std::vector<std::string> model_words(const std::string& text, std::uint32_t depth) {
     std::vector<std::string> words(depth);
     long long address = 0;

@@ -8,7 +8,7 @@
 
 namespace kvr {
 
-/// Reaches the steps of the RIF handler one by one.
+/// Access to the single steps of the RIF handler.
 struct rif_steps {
     KVR_MEMORY_RIF_FILE& file;
 

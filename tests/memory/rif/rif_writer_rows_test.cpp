@@ -1,4 +1,4 @@
-// Words that stand side by side, which the RIF writer takes many at a time where it may.
+// Contiguous words, many of which the RIF writer formats at once where it may.
 
 #include "kvr/memory/io/output_file.h"
 #include "kvr/memory/rif/rif_writer.h"
@@ -18,7 +18,7 @@ using kvr_test::number_text;
 
 class RifWriterRows : public testing::Test {
 protected:
-    /// What is written of @p count different words of @p digits digits.
+    /// The text written for @p count different words of @p digits digits.
     std::string written(std::uint32_t width, std::uint32_t count, std::size_t digits, std::uint32_t first = 0,
                         KVR_MEMORY_RADIXES radix = RADIX_HEX) {
         kvr::rif_memory memory(nullptr);

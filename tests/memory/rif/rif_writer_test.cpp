@@ -143,7 +143,7 @@ TEST_F(RifWriter, NegativeSignedWordsAreInvertedButNotSignExtended) {
     EXPECT_EQ(written(RADIX_DEC, 8, {"5", "-5", "-0"}), "\n@0\n05 0A 03 ");
 }
 
-/// What is in the file when writing these signed words has thrown.
+/// The contents of the file when writing these signed words has thrown.
 std::string left_of_signed_words(rif_memory& memory, const std::vector<std::string>& words) {
     memory.memory_radix = RADIX_DEC;
     memory.resize_words(static_cast<std::uint32_t>(words.size()));
@@ -154,7 +154,7 @@ std::string left_of_signed_words(rif_memory& memory, const std::vector<std::stri
     return content_of(memory.file_name);
 }
 
-TEST_F(RifWriter, EmptySignedWordRaisesOutOfRangeBehindTheHeaderOfItsGroup) {
+TEST_F(RifWriter, EmptySignedWordRaisesOutOfRangeAfterTheHeaderOfItsGroup) {
     EXPECT_EQ(left_of_signed_words(memory, {""}), "\n@0\n");
     EXPECT_EQ(left_of_signed_words(memory, std::vector<std::string>(20, "")), "\n@0\n");
     EXPECT_EQ(left_of_signed_words(memory, {"1", "2", "", "4"}), "\n@0\n01 02 ");
@@ -304,7 +304,7 @@ TEST(FormatHexadecimalWord, AgreesWithTheConversionForRandomWords) {
     }
 }
 
-/// @p count random words of @p digits digits, which the store keeps side by side.
+/// @p count random words of @p digits digits, which the store packs.
 std::vector<std::string> random_words(std::size_t count, std::size_t digits) {
     kvr_test::random_numbers numbers(10);
     std::vector<std::string> words(count);
@@ -316,7 +316,7 @@ std::vector<std::string> random_words(std::size_t count, std::size_t digits) {
     return words;
 }
 
-/// What is written for words that have all their digits.
+/// The text written for words that have all their digits.
 std::string groups_of(const std::vector<std::string>& words) {
     std::ostringstream text;
     for (std::size_t address = 0; address < words.size(); ++address) {

@@ -26,7 +26,7 @@ TEST(AddressSet, FirstInsertionOfAnAddressIsTrueAndTheSecondFalse) {
     EXPECT_TRUE(addresses.contains(7));
 }
 
-TEST(AddressSet, NeighboursOfAnInsertedAddressAreNotInTheSet) {
+TEST(AddressSet, NeighborsOfAnInsertedAddressAreNotInTheSet) {
     for (const std::uint32_t address : {1U, 63U, 64U, 4095U, 4096U, 4194303U, 4194304U, 4294967294U}) {
         address_set addresses;
         addresses.insert(address);
@@ -129,7 +129,7 @@ TEST(AddressSet, InsertionThatFailsLeavesTheSetAsItWas) {
     }
 }
 
-TEST(AddressSet, FreeNeighboursAreCountedAndInsertedTogether) {
+TEST(AddressSet, FreeNeighborsAreCountedAndInsertedTogether) {
     std::mt19937 random(3);
     address_set addresses;
     std::set<std::uint32_t> model;

@@ -1,4 +1,4 @@
-// A comment store remembers the place that was asked for last.
+// A comment store remembers the place of the last access.
 
 #include "kvr/memory/store/comment_store.h"
 

@@ -36,7 +36,7 @@ TEST(CommentStore, NewStoreIsEmpty) {
     expect_equal(comment_store(), {});
 }
 
-TEST(CommentStore, LastCommentPushedInFrontComesFirst) {
+TEST(CommentStore, LastPrependedCommentComesFirst) {
     comment_store comments;
     comments.push_front("one");
     comments.push_front("two");
@@ -92,13 +92,13 @@ TEST(CommentStore, InsertsBetweenEmptyComments) {
     expect_equal(comments, {"", "", "a", "", "", "b", ""});
 }
 
-TEST(CommentStore, InsertsRightBeforeAndRightBehindAComment) {
+TEST(CommentStore, InsertsDirectlyBeforeAndAfterAComment) {
     comment_store comments;
     comments.append_empty_up_to(2);
     comments.insert(1, "middle");
     comments.insert(1, "before");
-    comments.insert(3, "behind");
-    expect_equal(comments, {"", "before", "middle", "behind", ""});
+    comments.insert(3, "after");
+    expect_equal(comments, {"", "before", "middle", "after", ""});
 }
 
 TEST(CommentStore, InsertsAtTheEnd) {
@@ -270,8 +270,8 @@ TEST(CommentStore, InsertionsAtOneIndexOfALongStoreKeepTheOrder) {
     }
 }
 
-/// Lets every allocation of a call fail in turn, checks each time that the comments are as before, and at
-/// last makes the call without a failure.
+/// Lets every allocation of a call fail in turn, checks each time that the comments are as before, and
+/// finally makes the call without a failure.
 template <class Call>
 void call_with_failures(comment_store& comments, const std::deque<std::string>& before, const Call& call) {
     for (std::size_t number = 1;; ++number) {

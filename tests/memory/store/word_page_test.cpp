@@ -30,8 +30,8 @@ std::string none_to_forty_digits(std::uint32_t index) {
     return std::string("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789AB").substr(index % 7, index % 41);
 }
 
-/// A page of words "0", what it is to hold, and what it has allocated: that tells in which form it keeps
-/// its words.
+/// A page of words "0", its expected contents, and its allocated memory, which shows the form in which it
+/// keeps its words.
 class WordPage : public testing::Test {
 protected:
     void set(std::uint32_t index, const std::string& text) {
@@ -70,7 +70,7 @@ protected:
         }
     }
 
-    /// The text of the uniform pattern that the page amounts to.
+    /// The text of the uniform pattern that is equivalent to the page.
     [[nodiscard]] std::string whole() const {
         const pattern_ref pattern = page.whole();
         return pattern ? std::string(pattern->text_at(page_first)) : "none";
@@ -79,10 +79,10 @@ protected:
     allocation_meter meter;
     word_page page{page_first, word_pattern::uniform("0")};
     std::vector<std::string> model = std::vector<std::string>(page_words, "0");
-    std::size_t bytes = 0; ///< allocated by changes of the page, less those given back
+    std::size_t bytes = 0; ///< allocated by changes of the page, less the bytes freed
 };
 
-/// What an allocator may add to a block: large ones are rounded up to its pages.
+/// The bytes that an allocator may add to a block: large ones are rounded up to its pages.
 constexpr std::size_t allocator_slack(std::size_t block) {
     constexpr std::size_t large_block = 128 * 1024;
     return block < large_block ? 64 : 64 + 4096;
@@ -317,7 +317,7 @@ TEST_F(WordPage, PartlyPackedPageKeepsFollowingItsPatternElsewhere) {
     expect_words();
 }
 
-TEST_F(WordPage, PackedWordsThatBecomeAllAlikeAreAPattern) {
+TEST_F(WordPage, PackedWordsThatAllBecomeEqualAreAPattern) {
     set_from(0, page_words - 1, two_digits);
     EXPECT_EQ(whole(), "none");
     for (std::uint32_t index = 0; index < page_words; ++index) {
@@ -326,7 +326,7 @@ TEST_F(WordPage, PackedWordsThatBecomeAllAlikeAreAPattern) {
     EXPECT_EQ(whole(), "FF");
 }
 
-TEST_F(WordPage, WordsOfManyLengthsThatBecomeAllAlikeAreAPattern) {
+TEST_F(WordPage, WordsOfManyLengthsThatAllBecomeEqualAreAPattern) {
     for (const text_maker text_of : {&one_to_three_digits, &none_to_forty_digits}) {
         set_from(0, page_words - 1, text_of);
         EXPECT_EQ(whole(), "none");
@@ -337,7 +337,7 @@ TEST_F(WordPage, WordsOfManyLengthsThatBecomeAllAlikeAreAPattern) {
     }
 }
 
-TEST_F(WordPage, SettingTheLastWordThatIsMissingTellsToAskForThePattern) {
+TEST_F(WordPage, SettingTheLastMissingWordSuggestsToLookForAPattern) {
     for (std::uint32_t index = 0; index < page_words; index += 2) {
         set(index, "AA");
     }

@@ -1,4 +1,4 @@
-// How far a piece grows word by word in front of the next piece.
+// How far a piece grows word by word before the next piece.
 
 #include "kvr/memory/store/word_pieces.h"
 
@@ -10,7 +10,7 @@ namespace {
 
 using kvr::word_pattern;
 
-TEST(WordPiecesGrowth, LeavesOneWordInFrontOfTheNextPiece) {
+TEST(WordPiecesGrowth, LeavesOneWordBeforeTheNextPiece) {
     kvr::word_pieces pieces;
     pieces.assign(0, 7, word_pattern::uniform("a"));
     pieces.assign(10, 12, word_pattern::uniform("b"));

@@ -71,7 +71,7 @@ TEST_F(WordPieces, AreTakenOutWhereThereIsToBeNone) {
     EXPECT_EQ(shown(pieces), "100-149a 161-200a");
 }
 
-TEST_F(WordPieces, AreJoinedWithNeighboursOfTheSameText) {
+TEST_F(WordPieces, AreJoinedWithNeighborsOfTheSameText) {
     pieces.assign(201, 250, text("a"));
     pieces.assign(251, 299, text("b"));
     EXPECT_EQ(shown(pieces), "100-250a 251-400b");
@@ -115,7 +115,7 @@ TEST_F(WordPieces, DoNotGrowOtherwise) {
     EXPECT_FALSE(pieces.extend(299, "c")) << "up to another piece";
 }
 
-TEST_F(WordPieces, NameTheNeighbourWithAText) {
+TEST_F(WordPieces, NameTheNeighborWithAText) {
     EXPECT_EQ(pieces.neighbour_with(99, "a")->text_at(0), "a");
     EXPECT_EQ(pieces.neighbour_with(401, "b")->text_at(0), "b");
     EXPECT_FALSE(pieces.neighbour_with(401, "a"));

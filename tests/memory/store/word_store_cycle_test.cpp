@@ -1,4 +1,4 @@
-// What a cycle and a pattern say of words that are none, and of texts that are too many.
+// The results of a cycle and a pattern for words that are none, and for texts that are too many.
 
 #include "kvr/memory/store/word_pattern.h"
 #include "kvr/memory/store/word_store.h"
@@ -27,7 +27,7 @@ TEST(WordStoreCycle, OfAWordInAPageIsThatWordWithoutAPeriod) {
 
 TEST(WordPatternLength, OfAllTextsTogetherIsLimited) {
     constexpr std::size_t longest = std::numeric_limits<std::uint32_t>::max();
-    // No character is looked at before the lengths are added up.
+    // No character is read before the lengths are added up.
     const std::string text = "x";
     const std::string_view values[] = {{text.data(), longest}, {text.data(), 1}};
     EXPECT_THROW(static_cast<void>(kvr::word_pattern::repeating(0, values, 2)), std::length_error);

@@ -9,7 +9,7 @@
 #include <string_view>
 #include <vector>
 
-/// What a word store is to hold, kept as plainly as billions of words allow: stretches of addresses, each
+/// The expected contents of a word store, as simple as billions of words allow: stretches of addresses, each
 /// with the values that repeat in it.
 class word_store_model {
 public:
@@ -32,7 +32,7 @@ private:
     std::map<std::uint64_t, stretch> stretches; ///< by first address; each reaches up to the next one
 };
 
-/// Changes a store and its model alike.
+/// Changes a store and its model in the same way.
 struct compared_stores {
     kvr::word_store words;
     word_store_model model;

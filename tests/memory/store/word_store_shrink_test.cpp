@@ -1,4 +1,4 @@
-// A store that is made smaller gives back the memory of the words that it loses.
+// A store that shrinks frees the memory of the words that it loses.
 
 #include "kvr/memory/store/word_store.h"
 #include "kvr/memory/store/word_tree.h"
@@ -29,7 +29,7 @@ TEST(WordStoreShrink, GivesBackTheMemoryOfWordsThatAreLost) {
     EXPECT_EQ(words[299999], "1");
 }
 
-TEST(WordStoreShrink, GivesBackTheMemoryOfWordsFarBehindThoseThatStay) {
+TEST(WordStoreShrink, FreesTheMemoryOfWordsFarAfterThoseThatStay) {
     constexpr auto far = static_cast<std::uint32_t>(kvr::root_words);
     const allocation_meter meter;
     const std::size_t before = allocation_meter::live();

@@ -214,7 +214,7 @@ TEST(WordStore, FillOverManyPagesKeepsThePhaseOfItsValues) {
     expect_same_words(stores, 0, 9999);
 }
 
-TEST(WordStore, FillUpToTheLastWordLeavesNothingBehindForLaterGrowth) {
+TEST(WordStore, FillUpToTheLastWordLeavesNothingForLaterGrowth) {
     compared_stores stores;
     stores.resize(1500, "0");
     stores.fill(100, 1499, {"1", "2"});
@@ -242,7 +242,7 @@ TEST(WordStore, RunsStopAtAWordOfAnotherText) {
     expect_run(words.run_at(51), 51, 99, "0");
 }
 
-TEST(WordStore, RunsTellTextsOfDifferentLengthApart) {
+TEST(WordStore, RunsDistinguishTextsOfDifferentLength) {
     word_store words = store_of(3, "0");
     words.set(1, "00");
     expect_run(words.run_at(0), 0, 0, "0");
@@ -294,7 +294,7 @@ TEST(WordStore, StoreThatWasMovedFromIsEmptyAndCanBeUsedAgain) {
     EXPECT_EQ(taken[1], "A");
 }
 
-#if SIZE_MAX > UINT32_MAX // else no text is that long
+#if SIZE_MAX > UINT32_MAX // else no text has that length
 TEST(WordStore, TextOfFourGibibytesIsRefusedAndChangesNothing) {
     constexpr std::size_t length = 4294967296;
     const std::unique_ptr<char, decltype(&std::free)> text(static_cast<char*>(std::calloc(length, 1)),
@@ -316,7 +316,7 @@ TEST(WordStore, TextOfFourGibibytesIsRefusedAndChangesNothing) {
 }
 #endif
 
-/// Texts of one kind; what kinds come after each other decides which ways of keeping them are gone through.
+/// Texts of one kind; the order of the kinds decides which forms of storage are used.
 class random_texts {
 public:
     explicit random_texts(std::mt19937& generator) : random(generator) {}
@@ -599,8 +599,8 @@ std::deque<std::string> all_words(const word_store& words) {
     return copy;
 }
 
-/// Lets every allocation of a call fail in turn, calls @p check after each failure, and at last makes the
-/// call without one. Gives the number of failures.
+/// Lets every allocation of a call fail in turn, calls @p check after each failure, and finally makes the
+/// call without one. Returns the number of failures.
 template <class Call, class Check>
 std::size_t call_with_failures(const Call& call, const Check& check) {
     for (std::size_t number = 1;; ++number) {
@@ -614,7 +614,7 @@ std::size_t call_with_failures(const Call& call, const Check& check) {
         if (!failing_allocation::happened()) {
             return number - 1;
         }
-        // The failure was got over: the call has done its work, and there is nothing left that fails.
+        // The call has recovered from the failure and succeeded, and no allocation is left that fails.
         return number;
     }
 }
@@ -759,8 +759,8 @@ TEST(WordStore, APageOfLongWordsIsKeptAsTheyAre) {
               std::string(length, static_cast<char>('A' + (kvr::page_words - 1) % 26)));
 }
 
-// The addresses are those that the number of the page would be taken for when it is multiplied.
-TEST(WordStore, AWordFarBehindAPageThatWasSetGoesToAPageOfItsOwn) {
+// The number of the far page is the address of the other page multiplied, not divided, by the page size.
+TEST(WordStore, AWordFarAfterAPageThatWasSetGoesToAPageOfItsOwn) {
     constexpr std::size_t length = 4;
     kvr::word_store words;
     words.resize(4294967295, "0");

@@ -1,14 +1,17 @@
 #include "tools/kvrmem/command_line/command_line.h"
 
 #include "kvrimage/diagnostics/utf8_character.h"
+#include "kvrimage/formats/registry.h"
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/command_line/suggestion.h"
+#include "tools/kvrmem/command_line/unknown_format.h"
 #include "tools/kvrmem/command_line/whole_command.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
-#include <array>
 #include <getopt.h>
+#include <optional>
 #include <string_view>
 #include <vector>
 
@@ -145,10 +148,19 @@ bool says_how_to_read(option_id option, std::vector<operation>& before) {
     if (option == option_id::pad_in_order) {
         return last_reshape(before) == nullptr;
     }
-    constexpr std::array reading = {option_id::from, option_id::width,      option_id::depth,
-                                    option_id::unit, option_id::order,      option_id::base,
-                                    option_id::pad,  option_id::read_choice};
-    return std::ranges::find(reading, option) != reading.end();
+    return option == option_id::layout_choice ||
+           std::ranges::find(reading_options, option) != reading_options.end();
+}
+
+/// The value of an option that takes the name of a format.
+struct format_name {
+    std::string option;
+    std::string name;
+};
+
+bool is_unknown_format(const option_entry& entry, const char* value) {
+    return (entry.id == option_id::from || entry.id == option_id::to) &&
+           kvrimage::format_of_name(value) == nullptr;
 }
 
 void require_operands(const command& which, const std::vector<std::string>& operands) {
@@ -177,6 +189,7 @@ arguments parse_arguments(const command& which, int count, char** words) {
     parsed.words.assign(words, words + count);
     option_words given(count, words);
     const getopt_tables tables = tables_for(which);
+    std::optional<format_name> unknown_format; // refused when the operands are known, too
     opterr = 0;
     optind = 1;
     for (int found = 0; (found = getopt_long(count, given.pointers(), tables.letters.c_str(),
@@ -190,6 +203,10 @@ arguments parse_arguments(const command& which, int count, char** words) {
         const option_entry& entry = entry_of(which, found);
         parsed.options.push_back(entry.id);
         const char* const value = optarg != nullptr ? given.restored(optarg) : nullptr;
+        if (is_unknown_format(entry, value)) {
+            unknown_format = {entry.name, value};
+            continue;
+        }
         const bool is_for_reading = says_how_to_read(entry.id, parsed.operations);
         entry.take(parsed, entry.name, value);
         if (is_for_reading) {
@@ -199,6 +216,9 @@ arguments parse_arguments(const command& which, int count, char** words) {
     }
     for (int index = optind; index < count; ++index) {
         parsed.files.emplace_back(given[index]);
+    }
+    if (unknown_format) {
+        refuse_format_name(unknown_format->option, unknown_format->name, parsed);
     }
     if (!parsed.help) {
         require_operands(which, parsed.files);

@@ -1,6 +1,7 @@
 #include "tools/kvrmem/command_line/command_words.h"
 
 #include "tools/kvrmem/command_line/generated_text.h"
+#include "tools/kvrmem/command_line/help_topics.h"
 #include "tools/kvrmem/commands/commands.h"
 
 #include <fmt/format.h>
@@ -30,11 +31,11 @@ bool is_path_name(std::string_view operand) {
 } // namespace
 
 std::vector<program_word> program_words() {
-    return {{"help", "COMMAND", command_names(), "show the help of a command"},
+    return {{"help", "SUBJECT", names_with_help(), "show the help of a command, or a page about a topic"},
             {"--help", "", "", "show the commands"},
             {"--version", "", "", "show the version"},
             {"--generate", "KIND", fmt::format("{}", fmt::join(generated_kinds(), " ")),
-             "print the manual page (man), or a completion (bash, zsh, fish)"}};
+             "print a manual page (man, man COMMAND), or a completion (bash, zsh, fish)"}};
 }
 
 std::string command_names() {
@@ -86,6 +87,15 @@ std::vector<std::string> spellings_of(const option_entry& entry) {
 std::string replaced(std::string text, std::string_view what, std::string_view with) {
     for (std::size_t at = text.find(what); at != std::string::npos; at = text.find(what, at + with.size())) {
         text.replace(at, what.size(), with);
+    }
+    return text;
+}
+
+std::string wrapped(std::string text, std::size_t columns) {
+    for (std::size_t begin = 0; text.size() - begin > columns;) {
+        const std::size_t blank = text.rfind(' ', begin + columns);
+        text[blank] = '\n';
+        begin = blank + 1;
     }
     return text;
 }

@@ -43,4 +43,7 @@ struct operand_words {
 /// @p text with @p with in the place of each @p what.
 [[nodiscard]] std::string replaced(std::string text, std::string_view what, std::string_view with);
 
+/// @p text in lines of at most @p columns characters, broken at blanks; no word of it is longer.
+[[nodiscard]] std::string wrapped(std::string text, std::size_t columns);
+
 } // namespace kvrmem

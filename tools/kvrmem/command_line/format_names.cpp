@@ -35,16 +35,6 @@ std::vector<std::string_view> ids_of_those(bool (*are_meant)(const format&)) {
     return ids;
 }
 
-/// @p text in lines of at most @p columns characters, broken at blanks.
-std::string wrapped(std::string text, std::size_t columns) {
-    for (std::size_t begin = 0; text.size() - begin > columns;) {
-        const std::size_t blank = text.rfind(' ', begin + columns);
-        text[blank] = '\n';
-        begin = blank + 1;
-    }
-    return text;
-}
-
 } // namespace
 
 std::vector<std::string_view> format_ids() {

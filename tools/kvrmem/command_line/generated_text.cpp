@@ -4,8 +4,10 @@
 #include "tools/kvrmem/command_line/fish_completion.h"
 #include "tools/kvrmem/command_line/manual_page.h"
 #include "tools/kvrmem/command_line/zsh_completion.h"
+#include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kvrmem {
@@ -17,8 +19,14 @@ struct generator {
     std::string (*make)();
 };
 
-constexpr std::array<generator, 4> generators = {
-    {{"man", manual_page}, {"bash", bash_completion}, {"zsh", zsh_completion}, {"fish", fish_completion}}};
+std::string main_manual_page() {
+    return manual_page();
+}
+
+constexpr std::array<generator, 4> generators = {{{"man", main_manual_page},
+                                                  {"bash", bash_completion},
+                                                  {"zsh", zsh_completion},
+                                                  {"fish", fish_completion}}};
 
 } // namespace
 
@@ -31,13 +39,19 @@ std::vector<std::string_view> generated_kinds() {
     return kinds;
 }
 
-std::string generated_text(std::string_view kind) {
-    for (const generator& entry : generators) {
-        if (kind == entry.kind) {
-            return entry.make();
-        }
+std::string generated_text(std::span<const std::string> words) {
+    const std::string_view kind = words.empty() ? std::string_view() : words.front();
+    const auto* const found = std::ranges::find(generators, kind, &generator::kind);
+    if (found == generators.end()) {
+        usage_error("--generate makes man, bash, zsh or fish");
     }
-    throw tool_error(exit_code::wrong_usage, "--generate makes man, bash, zsh or fish");
+    if (words.size() == 1) {
+        return found->make();
+    }
+    if (kind != "man" || words.size() > 2) {
+        usage_error(kind == "man" ? "--generate man takes one command" : "--generate takes one operand");
+    }
+    return manual_page(find_command(words.subspan(1)));
 }
 
 } // namespace kvrmem

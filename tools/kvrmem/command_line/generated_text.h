@@ -1,5 +1,6 @@
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -12,7 +13,8 @@ namespace kvrmem {
 
 /// What other programs want to know of the tool's commands and options, made from the tables that the
 /// parser uses.
-/// @throws tool_error (wrong usage) for a @p kind that is not one of generated_kinds().
-[[nodiscard]] std::string generated_text(std::string_view kind);
+/// @param words a kind, or "man" and the name of a command, for the page of that command
+/// @throws tool_error (wrong usage) for other words
+[[nodiscard]] std::string generated_text(std::span<const std::string> words);
 
 } // namespace kvrmem

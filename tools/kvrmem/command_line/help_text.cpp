@@ -1,6 +1,7 @@
 #include "tools/kvrmem/command_line/help_text.h"
 
 #include "tools/kvrmem/command_line/format_names.h"
+#include "tools/kvrmem/command_line/help_topics.h"
 #include "tools/kvrmem/commands/commands.h"
 
 #include <fmt/format.h>
@@ -29,16 +30,24 @@ std::string overview() {
     for (const command* entry : all_commands()) {
         text += fmt::format("  {:<10}{}\n", entry->name, entry->summary);
     }
-    return text + "\nkvrmem COMMAND --help tells more about a command, kvrmem --version the version.\n"
-                  "kvrmem --generate man, bash, zsh or fish prints the manual page or a completion.\n"
-                  "Exit codes: 0 success, 1 negative answer, 2 bad input, 3 input/output failure,\n"
-                  "4 wrong usage, 5 internal or out of memory.\n";
+    text += "\nTopics\n";
+    for (const help_topic& topic : help_topics()) {
+        text += fmt::format("  {:<10}{}\n", topic.name, topic.summary);
+    }
+    return text +
+           "\nkvrmem help COMMAND (or COMMAND --help) tells more about a command, kvrmem help TOPIC about a\n"
+           "topic, kvrmem --version the version.\n"
+           "kvrmem --generate man, bash, zsh or fish prints a manual page or a completion.\n"
+           "Exit codes: 0 success, 1 negative answer, 2 bad input, 3 input/output failure,\n"
+           "4 wrong usage, 5 internal or out of memory.\n";
 }
 
 std::string help_for(const command& which) {
+    const help_topic* const topic = topic_called(which.name);
     std::string text =
-        fmt::format("{}\n\nExamples\n{}\nUsage\n  kvrmem {} [options] {}\n\n{}\nOptions\n", which.summary,
-                    which.examples, which.name, which.operands, with_names(which.description));
+        fmt::format("{}\n\nExamples\n{}\nUsage\n  kvrmem {} [options] {}\n\n{}\n{}Options\n", which.summary,
+                    which.examples, which.name, which.operands, with_names(which.description),
+                    topic != nullptr ? page_of(*topic) + "\n" : "");
     for (const option_entry& entry : option_table()) {
         if (takes(which, entry.id)) {
             text += fmt::format("  {:<24}{}\n", title_of(entry), entry.help);

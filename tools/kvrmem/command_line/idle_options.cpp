@@ -23,7 +23,6 @@ using kvrimage::format;
 /// What a rule can ask for.
 struct run_facts {
     const arguments& given;
-    const format* input = nullptr;  ///< of the first operand, as far as name and --from tell it; else null
     const format* output = nullptr; ///< of OUT, as far as name and --to tell it; else null
     std::uint32_t width = 0;        ///< bits of a word; 0 before the file is read
 };
@@ -40,10 +39,6 @@ bool writes_no_ranges(const run_facts& run) {
     return run.output != nullptr && !run.output->holds_ranges;
 }
 
-bool edits_what_states_sizes(const run_facts& run) {
-    return run.input != nullptr && run.input->states_width && run.input->states_depth;
-}
-
 bool writes_standard_output(const run_facts& run) {
     return run.given.files[0] == "-";
 }
@@ -54,6 +49,14 @@ bool fixes_nothing(const run_facts& run) {
 
 bool fixes(const run_facts& run) {
     return run.given.fix;
+}
+
+bool prints_no_json(const run_facts& run) {
+    return has(run, option_id::report) && run.given.report != report_format::json;
+}
+
+bool checks_layout(const run_facts& run) {
+    return run.given.only_checks_layout;
 }
 
 bool edits_in_place(const run_facts& run) {
@@ -76,12 +79,54 @@ bool draws_bits(const run_facts& run) {
     return run.width > kvrimage::widest_waveform;
 }
 
+bool draws_difference(const run_facts& run) {
+    return run.given.files.size() == 2;
+}
+
+bool has_fixed_rows(const run_facts& run) {
+    const bool is_waveform = run.width != 0 && !draws_bits(run);
+    return draws_svg(run) && (is_waveform || draws_difference(run));
+}
+
+bool writes_no_bytes(const run_facts& run) {
+    return run.output != nullptr && run.output->counts == kvrimage::address_unit::word;
+}
+
+template <option_id... Options>
+bool has_none_of(const run_facts& run) {
+    return !(has(run, Options) || ...);
+}
+
+bool makes_every_word(const run_facts& run) {
+    return !has_none_of<option_id::expression, option_id::ramp_start, option_id::random>(run);
+}
+
+bool draws_pixels(const run_facts& run) {
+    return run.given.picture_columns.has_value();
+}
+
+bool draws_no_pixels(const run_facts& run) {
+    return !draws_pixels(run);
+}
+
 bool is_quiet(const run_facts& run) {
     return run.given.quiet;
 }
 
+bool shows_blocks(const run_facts& run) {
+    return run.given.stat;
+}
+
+bool shows_figures(const run_facts& run) {
+    return run.given.summary || run.given.stat;
+}
+
 bool is_for_git(const run_facts& run) {
     return run.given.git;
+}
+
+bool has_radix(const run_facts& run) {
+    return run.given.radix.has_value();
 }
 
 /// git's own names differ from run to run, so one --from goes with all of them.
@@ -110,13 +155,15 @@ struct idle_option {
 
 constexpr const char* no_radixes = "on {}, which has no radixes";
 constexpr const char* no_ranges = "on {}, which has no ranges";
-constexpr const char* own_sizes = "on {}, which says its width and depth itself";
 
 constexpr const char* comments_stay = "without --output: FILE keeps its comments";
 constexpr const char* comments_of_input_stay = "when --output names FILE, which keeps its comments";
 constexpr const char* no_file_is_replaced = "on standard output, which replaces no file";
 
-constexpr std::array<idle_option, 40> rules = {{
+constexpr const char* no_values_of_two = "on two files, of which no values are drawn";
+constexpr const char* no_values_of_bits = "on words of more than 64 bits, which become a map of their bits";
+
+constexpr std::array<idle_option, 70> idle_rules = {{
     {"convert", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"convert", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"convert", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
@@ -125,11 +172,14 @@ constexpr std::array<idle_option, 40> rules = {{
     {"check", option_id::json, fixes, "with --fix, which writes a file"},
     {"check", option_id::check_protection, fixes, "with --fix, which mends the text of a file"},
     {"check", option_id::json, is_quiet, "with --quiet, which shows nothing"},
+    {"check", option_id::json, prints_no_json, "with --format, which asks for another report"},
+    {"check", option_id::report, fixes, "with --fix, which writes a file"},
+    {"check", option_id::report, is_quiet, "with --quiet, which shows nothing"},
+    {"format", option_id::output, checks_layout, "with --check, which writes nothing"},
+    {"format", option_id::force_overwrite, edits_in_place, comments_stay},
+    {"format", option_id::force_overwrite, names_its_input, comments_of_input_stay},
+    {"format", option_id::force_overwrite, outputs_to_standard_output, no_file_is_replaced},
     {"check", option_id::quiet, fixes, "with --fix, which reports what it changes"},
-    {"set", option_id::width, edits_what_states_sizes, own_sizes, &run_facts::input},
-    {"set", option_id::depth, edits_what_states_sizes, own_sizes, &run_facts::input},
-    {"fill", option_id::width, edits_what_states_sizes, own_sizes, &run_facts::input},
-    {"fill", option_id::depth, edits_what_states_sizes, own_sizes, &run_facts::input},
     {"set", option_id::force_overwrite, edits_in_place, comments_stay},
     {"fill", option_id::force_overwrite, edits_in_place, comments_stay},
     {"set", option_id::force_overwrite, names_its_input, comments_of_input_stay},
@@ -140,14 +190,42 @@ constexpr std::array<idle_option, 40> rules = {{
     {"diff", option_id::from, names_tell_formats, "when both names tell their format"},
     {"diff", option_id::radix, is_quiet, "with --quiet, which shows no words"},
     {"diff", option_id::json, is_quiet, "with --quiet, which shows nothing"},
+    {"diff", option_id::summary, is_quiet, "with --quiet, which shows nothing"},
+    {"diff", option_id::stat, is_quiet, "with --quiet, which shows nothing"},
+    {"diff", option_id::summary, shows_blocks, "with --stat, which ends with it"},
+    {"diff", option_id::radix, shows_figures, "with --summary and --stat, which show no words"},
     {"diff", option_id::quiet, is_for_git, "with --git, whose answer is a text"},
+    {"dump", option_id::json, is_for_git, "with --git, whose answer is a text"},
     {"plot", option_id::columns, draws_svg, "on an SVG file, which has a size of its own"},
-    {"plot", option_id::is_signed, draws_bits,
-     "on words of more than 64 bits, which become a map of their bits"},
+    {"plot", option_id::rows, draws_pixels, "with --image"},
+    {"plot", option_id::rows, has_fixed_rows, "on an SVG file, unless it shows a map of bits"},
+    {"plot", option_id::radix, draws_difference, no_values_of_two},
+    {"plot", option_id::is_signed, draws_difference, no_values_of_two},
+    {"plot", option_id::picture_columns, draws_difference, "on two files, whose differences are drawn"},
+    {"plot", option_id::radix, draws_bits, no_values_of_bits},
+    {"plot", option_id::is_signed, draws_bits, no_values_of_bits},
+    {"plot", option_id::radix, draws_pixels, "with --image"},
+    {"plot", option_id::is_signed, has_radix, "with --radix, which says how values are read"},
     {"new", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"new", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"new", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
     {"new", option_id::force, writes_standard_output, no_file_is_replaced},
+    {"new", option_id::order, writes_no_bytes, "on {}, whose addresses count words", &run_facts::output},
+    {"new", option_id::fill, makes_every_word, "with --expr, --ramp and --random, which make every word"},
+    {"new", option_id::ramp_step, has_none_of<option_id::ramp_start>, "without --ramp"},
+    {"new", option_id::seed, has_none_of<option_id::random>, "without --random"},
+    {"new", option_id::pixel, has_none_of<option_id::picture_file>, "without --image"},
+    {"new", option_id::palette_colors, has_none_of<option_id::picture_file>, "without --image"},
+    {"new", option_id::palette_file, has_none_of<option_id::picture_file>, "without --image"},
+    {"new", option_id::dither, has_none_of<option_id::picture_file>, "without --image"},
+    {"new", option_id::channel, has_none_of<option_id::sound_file>, "without --wav"},
+    {"new", option_id::rounding, has_none_of<option_id::expression, option_id::sound_file>,
+     "without --expr or --wav"},
+    {"new", option_id::saturate, has_none_of<option_id::expression, option_id::sound_file>,
+     "without --expr or --wav"},
+    {"new", option_id::is_signed, has_none_of<option_id::expression>, "without --expr"},
+    {"plot", option_id::pixel, draws_no_pixels, "without --image"},
+    {"plot", option_id::is_signed, draws_pixels, "with --image"},
     {"split", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"split", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"split", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
@@ -204,9 +282,8 @@ void refuse_idle_options(const command& which, const arguments& given, std::uint
     if (given.files.empty()) {
         return;
     }
-    const format* const input = given.from != nullptr ? given.from : kvrimage::format_of_path(given.files[0]);
-    const run_facts run{given, input, output_format(which, given), width};
-    for (const idle_option& rule : rules) {
+    const run_facts run{given, output_format(which, given), width};
+    for (const idle_option& rule : idle_rules) {
         if (rule.command == which.name && has(run, rule.option) && rule.is_idle(run)) {
             usage_error(
                 fmt::format("--{} has no effect {}", entry_of(rule.option).name, reason_of(rule, run)));

@@ -1,10 +1,17 @@
 #pragma once
 
+#include "tools/kvrmem/command_line/command_line.h"
+
 #include <string>
 
 namespace kvrmem {
 
-/// The manual page, for man(7).
+// Pages for man(7), dated with the release.
+
+/// kvrmem(1), which refers to the pages of the commands.
 [[nodiscard]] std::string manual_page();
+
+/// The page of a command, kvrmem-convert(1).
+[[nodiscard]] std::string manual_page(const command& which);
 
 } // namespace kvrmem

@@ -1,11 +1,11 @@
 #include "tools/kvrmem/command_line/option_table.h"
 
 #include "kvrimage/formats/registry.h"
+#include "kvrimage/generate/picture_words.h"
 #include "kvrimage/image/memory_image.h"
 #include "kvrimage/operations/error_correction/ecc_scheme.h"
 #include "tools/kvrmem/command_line/command_words.h"
 #include "tools/kvrmem/command_line/format_names.h"
-#include "tools/kvrmem/command_line/suggestion.h"
 #include "tools/kvrmem/numbers/checksum_name.h"
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -28,23 +28,14 @@ using kvrimage::byte_order;
 using kvrimage::format;
 
 constexpr std::uint32_t largest_column_count = 4096;
+constexpr std::uint32_t largest_row_count = 1024;
+constexpr std::uint32_t largest_picture_row = 1U << 16U;
 
 constexpr const char* radix_choices = "bin oct dec uns hex";
 constexpr const char* word_radix_choices = "bin oct dec uns hex fixed:";
 
 [[noreturn]] void refuse(std::string_view name, std::string_view value, std::string_view what) {
     throw tool_error(exit_code::wrong_usage, fmt::format("--{} {}: {}", name, value, what));
-}
-
-const format* parse_format(std::string_view name, std::string_view value) {
-    const format* const found = kvrimage::format_of_name(value);
-    if (found == nullptr) {
-        const std::string nearest = nearest_of(value, format_ids());
-        refuse(name, value,
-               fmt::format("there is no such format; {}kvrmem formats lists them",
-                           nearest.empty() ? "" : fmt::format("did you mean {}? ", nearest)));
-    }
-    return found;
 }
 
 kvrimage::radix parse_radix(std::string_view name, std::string_view value) {
@@ -88,7 +79,8 @@ std::uint32_t parse_small_size(std::string_view name, std::string_view value, st
 kvrimage::address_range parse_range(std::string_view name, std::string_view value) {
     const auto range = read_address_range(value);
     if (!range) {
-        refuse(name, value, "a range is FIRST..LAST, for example 0x10..0x1F, or one address");
+        refuse(name, value,
+               advice_on_range(value, "a range is FIRST..LAST, for example 0x10..0x1F, or one address"));
     }
     return *range;
 }
@@ -104,6 +96,12 @@ std::vector<kvrimage::address_range> parse_ranges(std::string_view name, std::st
     return ranges;
 }
 
+/// The same, after the ranges of the option's earlier uses.
+void add_ranges(std::vector<kvrimage::address_range>& ranges, std::string_view name, std::string_view value) {
+    const std::vector<kvrimage::address_range> more = parse_ranges(name, value);
+    ranges.insert(ranges.end(), more.begin(), more.end());
+}
+
 std::uint64_t parse_address(std::string_view name, std::string_view value) {
     return parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
 }
@@ -113,6 +111,17 @@ kvrimage::bit_order parse_bit_order(std::string_view name, std::string_view valu
         refuse(name, value, "the bits of words come low-first or high-first");
     }
     return value == "low-first" ? kvrimage::bit_order::low_first : kvrimage::bit_order::high_first;
+}
+
+report_format parse_report_format(std::string_view name, std::string_view value) {
+    // In the order of report_format.
+    constexpr std::array<std::string_view, 6> report_names = {"text",   "json",  "sarif",
+                                                              "github", "junit", "gitlab"};
+    const auto found = std::ranges::find(report_names, value);
+    if (found == report_names.end()) {
+        refuse(name, value, fmt::format("this is one of {}", fmt::join(report_names, ", ")));
+    }
+    return static_cast<report_format>(found - report_names.begin());
 }
 
 kvrimage::overlap_rule parse_overlap(std::string_view name, std::string_view value) {
@@ -185,6 +194,16 @@ std::vector<std::string> parse_consumers(std::string_view name, std::string_view
     return names;
 }
 
+kvrimage::rounding parse_rounding(std::string_view name, std::string_view value) {
+    // In the order of rounding.
+    constexpr std::array<std::string_view, 3> rounding_names = {"nearest", "even", "down"};
+    const auto found = std::ranges::find(rounding_names, value);
+    if (found == rounding_names.end()) {
+        refuse(name, value, fmt::format("this is one of {}", fmt::join(rounding_names, ", ")));
+    }
+    return static_cast<kvrimage::rounding>(found - rounding_names.begin());
+}
+
 color_choice parse_color(std::string_view name, std::string_view value) {
     const auto color = color_choice_of_name(value);
     if (!color) {
@@ -200,19 +219,41 @@ std::string parse_file_name(std::string_view name, std::string_view value) {
     return std::string(value);
 }
 
+kvrimage::pixel_format parse_pixel(std::string_view name, std::string_view value) {
+    const auto pixel = kvrimage::pixel_format_of_name(value);
+    if (!pixel) {
+        refuse(name, value,
+               fmt::format("a pixel is one of {}", fmt::join(kvrimage::pixel_format_names, ", ")));
+    }
+    return *pixel;
+}
+
+std::uint32_t parse_palette_size(std::string_view name, std::string_view value) {
+    const auto colors = read_human_size(value, kvrimage::most_palette_colors);
+    if (!colors || *colors < 2) {
+        refuse(name, value, fmt::format("this needs a number from 2 to {}", kvrimage::most_palette_colors));
+    }
+    return static_cast<std::uint32_t>(*colors);
+}
+
 /// What the formats leave open when they are read, or written, and the arguments that take it.
 struct choice_side {
     option_id id;
     std::span<const kvrimage::choice_kind> format::*kinds;
+    bool (*is_for)(const format& one);
     void (*take)(arguments& into, std::string_view name, const char* value);
 };
 
-constexpr std::array<choice_side, 2> choice_sides = {{
-    {option_id::read_choice, &format::read_choices,
-     [](arguments& into, std::string_view name, const char* value) {
-         into.read_choices.push_back({std::string(name), value != nullptr ? value : ""});
-     }},
-    {option_id::write_choice, &format::write_choices,
+void take_read_choice(arguments& into, std::string_view name, const char* value) {
+    into.read_choices.push_back({std::string(name), value != nullptr ? value : ""});
+}
+
+constexpr std::array<choice_side, 3> choice_sides = {{
+    {option_id::read_choice, &format::read_choices, [](const format& /*one*/) { return true; },
+     take_read_choice},
+    {option_id::layout_choice, &format::read_choices,
+     [](const format& one) { return one.lay_out != nullptr; }, take_read_choice},
+    {option_id::write_choice, &format::write_choices, [](const format& /*one*/) { return true; },
      [](arguments& into, std::string_view name, const char* value) {
          into.write_choices.push_back({std::string(name), value != nullptr ? value : ""});
      }},
@@ -222,8 +263,9 @@ constexpr std::array<choice_side, 2> choice_sides = {{
 std::string help_of(const kvrimage::choice_kind& kind, const choice_side& side) {
     std::vector<std::string_view> titles;
     for (const format* each : kvrimage::formats()) {
-        if (std::ranges::find(each->*side.kinds, kind.name, &kvrimage::choice_kind::name) !=
-            (each->*side.kinds).end()) {
+        if (side.is_for(*each) &&
+            std::ranges::find(each->*side.kinds, kind.name, &kvrimage::choice_kind::name) !=
+                (each->*side.kinds).end()) {
             titles.push_back(each->title);
         }
     }
@@ -236,6 +278,9 @@ void add_choices(std::vector<option_entry>& table) {
     for (const choice_side& side : choice_sides) {
         const auto begin = static_cast<std::ptrdiff_t>(table.size());
         for (const format* each : kvrimage::formats()) {
+            if (!side.is_for(*each)) {
+                continue;
+            }
             for (const kvrimage::choice_kind& kind : each->*side.kinds) {
                 const auto known =
                     std::find_if(table.begin() + begin, table.end(),
@@ -258,12 +303,12 @@ std::vector<option_entry> make_table() {
     return {
         {option_id::from, '\0', "from", "FORMAT", readable_formats(),
          "format of the input, as kvrmem formats lists them (default: by name and contents)",
-         [](arguments& into, std::string_view name, const char* value) {
-             into.from = parse_format(name, value);
+         [](arguments& into, std::string_view, const char* value) {
+             into.from = kvrimage::format_of_name(value);
          }},
         {option_id::to, '\0', "to", "FORMAT", writable_formats(), "format of the output (default: by name)",
-         [](arguments& into, std::string_view name, const char* value) {
-             into.to = parse_format(name, value);
+         [](arguments& into, std::string_view, const char* value) {
+             into.to = kvrimage::format_of_name(value);
          }},
         {option_id::from_radix, '\0', "from", "RADIX", word_radix_choices,
          "radix of VALUE: bin, oct, dec, uns, hex, fixed:I.F (default: by its prefix)",
@@ -338,6 +383,63 @@ std::vector<option_entry> make_table() {
         {option_id::fill, '\0', "fill", "VALUE", "",
          "value for words that are never set: 31, -5, 0x1F, 0b1010, 0o17",
          [](arguments& into, std::string_view, const char* value) { into.fill = value; }},
+        {option_id::expression, '\0', "expr", "FORMULA", "",
+         "make each word of a formula of its address a, the depth n and the width w",
+         [](arguments& into, std::string_view, const char* value) { into.generator.expression = value; }},
+        {option_id::ramp_start, '\0', "ramp", "START", "",
+         "make words that count up from START; after the highest word comes the lowest",
+         [](arguments& into, std::string_view, const char* value) { into.generator.ramp_start = value; }},
+        {option_id::ramp_step, '\0', "step", "STEP", "", "of --ramp: count by STEP, such as -2 (default: 1)",
+         [](arguments& into, std::string_view, const char* value) { into.generator.ramp_step = value; }},
+        {option_id::random, '\0', "random", nullptr, "", "make random words, the same for a seed everywhere",
+         [](arguments&, std::string_view, const char*) {}},
+        {option_id::seed, '\0', "seed", "S", "", "of --random: which ones (default: 0)",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.generator.seed = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
+         }},
+        {option_id::text, '\0', "text", "TEXT", "", "make a word of each byte of TEXT",
+         [](arguments& into, std::string_view, const char* value) { into.generator.text = value; }},
+        {option_id::text_file, '\0', "text-file", "FILE", "FILE", "make a word of each byte of FILE",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.generator.text_file = parse_file_name(name, value);
+         }},
+        {option_id::picture_file, '\0', "image", "FILE", "FILE",
+         "make a word of each pixel of a PNG, BMP or JPEG, row by row",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.generator.picture_file = parse_file_name(name, value);
+         }},
+        {option_id::picture_columns, '\0', "image", "W", "",
+         "show the words as the pixels of a picture, W of them a row",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.picture_columns = parse_small_size(name, value, largest_picture_row);
+         }},
+        {option_id::pixel, '\0', "pixel", "FORMAT",
+         fmt::format("{}", fmt::join(kvrimage::pixel_format_names, " ")),
+         fmt::format("of --image: what a pixel is: {}", fmt::join(kvrimage::pixel_format_names, ", ")),
+         [](arguments& into, std::string_view name, const char* value) {
+             into.generator.pixel = parse_pixel(name, value);
+         }},
+        {option_id::palette_colors, '\0', "palette", "N", "",
+         "of --image: words are numbers of the N colours of a palette",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.generator.palette_colors = parse_palette_size(name, value);
+         }},
+        {option_id::palette_file, '\0', "palette-out", "FILE", "FILE",
+         "of --palette: write the colours as a memory, too",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.generator.palette_file = parse_file_name(name, value);
+         }},
+        {option_id::dither, '\0', "dither", nullptr, "",
+         "of --image: spread what a pixel cannot show over its neighbours",
+         [](arguments& into, std::string_view, const char*) { into.generator.dither = true; }},
+        {option_id::sound_file, '\0', "wav", "FILE", "FILE", "make a word of each sample of a WAV file",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.generator.sound_file = parse_file_name(name, value);
+         }},
+        {option_id::channel, '\0', "channel", "N", "", "of --wav: which channel, from 1 on",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.generator.channel = parse_small_size(name, value, 0xFFFF);
+         }},
         {option_id::only, '\0', "only", "A..B,...", "", "keep these addresses only: 0x10..0x1F, 5..9,12",
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, only_words{parse_ranges(name, value)});
@@ -429,6 +531,14 @@ std::vector<option_entry> make_table() {
          }},
         {option_id::json, '\0', "json", nullptr, "", "answer in JSON",
          [](arguments& into, std::string_view, const char*) { into.json = true; }},
+        {option_id::report, '\0', "format", "HOW", "text json sarif github junit gitlab",
+         "what is printed: text (default), json, sarif, github, junit, gitlab",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.report = parse_report_format(name, value);
+         }},
+        {option_id::layout_check, '\0', "check", nullptr, "",
+         "change nothing, and say which files would change",
+         [](arguments& into, std::string_view, const char*) { into.only_checks_layout = true; }},
         {option_id::fix, '\0', "fix", nullptr, "",
          "write a repaired file to --output FILE, where the repair is certain",
          [](arguments& into, std::string_view, const char*) { into.fix = true; }},
@@ -439,6 +549,18 @@ std::vector<option_entry> make_table() {
          }},
         {option_id::strict, '\0', "strict", nullptr, "", "let warnings count for the exit code, too",
          [](arguments& into, std::string_view, const char*) { into.strict = true; }},
+        {option_id::from_file, '\0', "from-file", "FILE", "FILE",
+         "make the assignments of FILE, one a line, first; - is standard input",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.assignment_files.push_back(parse_file_name(name, value));
+         }},
+        {option_id::rounding, '\0', "round", "HOW", "nearest even down",
+         "how fractions are rounded: nearest (default), even, down",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.round = parse_rounding(name, value);
+         }},
+        {option_id::saturate, '\0', "saturate", nullptr, "", "values out of range become the nearest word",
+         [](arguments& into, std::string_view, const char*) { into.saturate = true; }},
         {option_id::radix, 'r', "radix", "RADIX", word_radix_choices,
          "show words in bin, oct, dec (signed), uns, hex or fixed:I.F",
          [](arguments& into, std::string_view name, const char* value) {
@@ -448,15 +570,38 @@ std::vector<option_entry> make_table() {
          [](arguments& into, std::string_view name, const char* value) {
              into.columns = parse_small_size(name, value, largest_column_count);
          }},
+        {option_id::rows, '\0', "rows", "N", "",
+         "N rows of the picture (default: 16), or at most N of a map of bits",
+         [](arguments& into, std::string_view name, const char* value) {
+             into.rows = parse_small_size(name, value, largest_row_count);
+         }},
         {option_id::range, '\0', "range", "A..B", "", "only the addresses A to B: 0x10..0x1F, 5..9, 7",
          [](arguments& into, std::string_view name, const char* value) {
              into.range = parse_range(name, value);
          }},
+        {option_id::compared_ranges, '\0', "range", "A..B,...", "", "compare these addresses only",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_ranges(into.compared_ranges, name, value);
+         }},
+        {option_id::ignored_ranges, '\0', "ignore", "A..B,...", "", "do not compare these addresses",
+         [](arguments& into, std::string_view name, const char* value) {
+             add_ranges(into.ignored_ranges, name, value);
+         }},
+        {option_id::summary, '\0', "summary", nullptr, "", "one line: how many words and bits differ",
+         [](arguments& into, std::string_view, const char*) { into.summary = true; }},
+        {option_id::stat, '\0', "stat", nullptr, "",
+         "how many words and bits differ in which blocks of addresses, and at which bits",
+         [](arguments& into, std::string_view, const char*) { into.stat = true; }},
+        {option_id::statistics, '\0', "statistics", nullptr, "",
+         "also the most frequent values, entropy, toggle rate, longest run, width needed, repetition",
+         [](arguments& into, std::string_view, const char*) { into.statistics = true; }},
         {option_id::is_signed, '\0', "signed", nullptr, "", "take words for two's complement numbers",
          [](arguments& into, std::string_view, const char*) { into.is_signed = true; }},
         {option_id::algorithm, 'a', "algorithm", "NAME", checksum_choices(),
          "checksum to compute, or crc:WIDTH,POLY,INIT,REFIN,REFOUT,XOROUT (default: crc-32)",
          [](arguments& into, std::string_view, const char* value) { into.algorithm = value; }},
+        {option_id::sha256, '\0', "sha256", nullptr, "", "the same as --algorithm sha-256",
+         [](arguments& into, std::string_view, const char*) { into.algorithm = "sha-256"; }},
         {option_id::put, '\0', "put", "ADDRESS", "", "store the checksum at ADDRESS, which it leaves out",
          [](arguments& into, std::string_view name, const char* value) {
              into.put = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
@@ -469,6 +614,9 @@ std::vector<option_entry> make_table() {
         {option_id::quiet, 'q', "quiet", nullptr, "", "say nothing; the exit code is the answer",
          [](arguments& into, std::string_view, const char*) { into.quiet = true; }},
         {option_id::git, '\0', "git", nullptr, "", "take the seven operands that git gives a diff driver",
+         [](arguments& into, std::string_view, const char*) { into.git = true; }},
+        {option_id::git_text, '\0', "git", nullptr, "",
+         "convert to text for git: what cannot be read is shown as it is, and the exit code is 0",
          [](arguments& into, std::string_view, const char*) { into.git = true; }},
         {option_id::force, '\0', "force", nullptr, "", "replace a file that is there already",
          [](arguments& into, std::string_view, const char*) { into.force = true; }},

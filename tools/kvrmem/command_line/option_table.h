@@ -2,8 +2,10 @@
 
 #include "kvrimage/formats/format.h"
 #include "kvrimage/image/address_range.h"
+#include "kvrimage/image/fixed_point.h"
 #include "kvrimage/image/radix.h"
 #include "kvrimage/operations/merge.h"
+#include "tools/kvrmem/generate/generator_options.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/operations/operation.h"
 #include "tools/kvrmem/surroundings/terminal.h"
@@ -35,13 +37,29 @@ enum class option_id : std::uint8_t {
     order,
     base,
     pad,
-    pad_in_order, ///< for bytes of the file, or, after --reshape, for bits of its words
-    read_choice,  ///< one of several options: what the formats leave open; see kvrimage::choice_kind
-    write_choice, ///< the same for the output
+    pad_in_order,  ///< for bytes of the file, or, after --reshape, for bits of its words
+    read_choice,   ///< one of several options: what the formats leave open; see kvrimage::choice_kind
+    layout_choice, ///< the same of formats with rules for their layout
+    write_choice,  ///< the same for the output
     keep_going,
     data_radix,
     address_radix,
     fill,
+    expression,
+    ramp_start,
+    ramp_step,
+    random,
+    seed,
+    text,
+    text_file,
+    picture_file,
+    picture_columns, ///< of a drawing
+    pixel,
+    palette_colors,
+    palette_file,
+    dither,
+    sound_file,
+    channel,
     only,
     except,
     move_to,
@@ -63,18 +81,31 @@ enum class option_id : std::uint8_t {
     no_runs,
     output,
     json,
+    report, ///< of check
     fix,
+    layout_check, ///< of format
     consumer,
     strict,
+    from_file,
+    rounding,
+    saturate,
     radix,
     columns,
+    rows, ///< of a drawing
     range,
+    compared_ranges, ///< of diff: several
+    ignored_ranges,
+    summary,
+    stat,
+    statistics,
     is_signed,
     algorithm,
+    sha256,
     put,
     verify,
     quiet,
     git,
+    git_text, ///< of dump
     force,
     force_conversion,
     force_overwrite,
@@ -82,6 +113,9 @@ enum class option_id : std::uint8_t {
     color,
     help,
 };
+
+/// What `check` prints.
+enum class report_format : std::uint8_t { text, json, sarif, github, junit, gitlab };
 
 /// What the user may write after a command, whichever command it is.
 struct arguments {
@@ -103,6 +137,8 @@ struct arguments {
     std::optional<kvrimage::radix> data_radix;
     std::optional<kvrimage::radix> address_radix;
     std::optional<std::string> fill;
+    generator_options generator;
+    std::optional<std::uint32_t> picture_columns;
     std::vector<operation> operations;     ///< in the order of the command line
     std::optional<std::string> protection; ///< the scheme to check
     std::optional<std::uint64_t> lane_bits;
@@ -115,12 +151,20 @@ struct arguments {
     std::optional<word_radix> from_radix;
     std::optional<word_radix> to_radix;
     std::optional<std::uint32_t> columns;
+    std::optional<std::uint32_t> rows;
     std::optional<kvrimage::address_range> range;
+    std::vector<kvrimage::address_range> compared_ranges; ///< none: all
+    std::vector<kvrimage::address_range> ignored_ranges;
     std::optional<std::vector<std::string>> consumers; ///< "none" for none
-    std::optional<std::string> algorithm;              ///< of a checksum
-    std::optional<std::uint64_t> put;                  ///< where a checksum goes
-    std::optional<std::uint64_t> verify;               ///< where a checksum is
+    std::vector<std::string> assignment_files;
+    std::optional<kvrimage::rounding> round; ///< of fractions
+    std::optional<std::string> algorithm;    ///< of a checksum
+    std::optional<std::uint64_t> put;        ///< where a checksum goes
+    std::optional<std::uint64_t> verify;     ///< where a checksum is
     color_choice color = color_choice::automatic;
+    report_format report = report_format::text;
+    bool only_checks_layout = false;
+    bool saturate = false;
     bool no_runs = false;
     bool json = false;
     bool fix = false;
@@ -131,6 +175,9 @@ struct arguments {
     bool force = false;
     bool library = false;
     bool is_signed = false;
+    bool statistics = false;
+    bool summary = false;
+    bool stat = false;
     bool help = false;
 };
 

@@ -1,12 +1,15 @@
 #include "tools/kvrmem/command_line/whole_command.h"
 
 #include "tools/kvrmem/command_line/command_words.h"
+#include "tools/kvrmem/numbers/human_number.h"
+#include "tools/kvrmem/operations/operation.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
 #include <cstddef>
+#include <variant>
 
 namespace kvrmem {
 
@@ -123,6 +126,49 @@ std::string command_with(const arguments& given, std::span<const std::string> ad
         }
     }
     return comes_last ? line + options : line;
+}
+
+arguments with_options(arguments given, std::span<const std::string> added) {
+    for (const std::string& option : added) {
+        std::string_view rest = option;
+        while (!rest.empty()) {
+            const std::size_t end = std::min(rest.find(" --"), rest.size());
+            const std::string_view one = rest.substr(0, end);
+            rest.remove_prefix(std::min(end + 1, rest.size()));
+            const option_entry* const entry = entry_called(*given.which, name_in(one));
+            if (entry != nullptr) {
+                const std::string value(one.substr(std::min(one.find(' ') + 1, one.size())));
+                given.options.push_back(entry->id);
+                entry->take(given, entry->name, value.c_str());
+            }
+        }
+    }
+    return given;
+}
+
+std::vector<kvrimage::address_range> asked_addresses(const arguments& given) {
+    std::vector<kvrimage::address_range> asked;
+    for (const auto& each : {given.put, given.verify}) {
+        if (each) {
+            asked.push_back({*each, *each});
+        }
+    }
+    if (given.range) {
+        asked.push_back(*given.range);
+    }
+    for (const operation& each : given.operations) {
+        if (const auto* const only = std::get_if<only_words>(&each.what)) {
+            asked.insert(asked.end(), only->ranges.begin(), only->ranges.end());
+        } else if (const auto* const except = std::get_if<except_words>(&each.what)) {
+            asked.insert(asked.end(), except->ranges.begin(), except->ranges.end());
+        }
+    }
+    for (std::size_t index = operands_of(*given.which).paths; index < given.files.size(); ++index) {
+        if (const auto range = read_address_range(given.files[index])) {
+            asked.push_back(*range);
+        }
+    }
+    return asked;
 }
 
 std::string command_with_replaced(std::span<const std::string> words, std::string_view wrong,

@@ -2,13 +2,14 @@
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/formats/memory_file.h"
+#include "tools/kvrmem/check/outputs.h"
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/commands/repair.h"
 #include "tools/kvrmem/files/check_report.h"
 #include "tools/kvrmem/files/diagnostic_colors.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/protection_report.h"
-#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 
@@ -17,6 +18,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <memory>
 #include <optional>
 #include <string>
 #include <utility>
@@ -25,76 +27,6 @@
 namespace kvrmem {
 
 namespace {
-
-/// What was found in a file.
-struct checked_file {
-    memory_input input;
-    std::optional<protection_result> protection; ///< with --ecc, of a file that could be read
-
-    [[nodiscard]] std::uint64_t wrong_words() const { return protection ? protection->wrong() : 0; }
-};
-
-/// What a run has found in all its files.
-struct check_totals {
-    diagnostic_counts found;
-    std::uint64_t wrong_words = 0;       ///< with bits that the check bits do not agree to
-    std::uint64_t files = 0;             ///< that could be checked
-    std::uint64_t faulty = 0;            ///< of these, with diagnostics
-    std::uint64_t refused = 0;           ///< that could not be checked
-    exit_code refusal = exit_code::fine; ///< the worst reason why a file could not be checked
-
-    void add(const checked_file& file) {
-        const diagnostic_counts of_file(file.input.result);
-        found.add(of_file);
-        wrong_words += file.wrong_words();
-        ++files;
-        faulty += of_file.none() && file.wrong_words() == 0 ? 0U : 1U;
-    }
-    void refuse(exit_code reason) {
-        ++refused;
-        refusal = std::max(refusal, reason);
-    }
-    [[nodiscard]] exit_code verdict(bool strict) const {
-        return std::max(refusal,
-                        found.fail(strict) || wrong_words != 0 ? exit_code::negative : exit_code::fine);
-    }
-    /// "1 error, 2 words with wrong bits"
-    [[nodiscard]] std::string faults() const {
-        const std::string words =
-            wrong_words != 0 ? counted(wrong_words, "word") + " with wrong bits" : std::string();
-        return found.none() ? words : found.text() + (words.empty() ? "" : ", ") + words;
-    }
-};
-
-/// What was found in the files that could be checked. @p only: the name of the only one, "" for several.
-std::string summary(const check_totals& totals, const std::string& only) {
-    if (totals.files == 0) {
-        return "";
-    }
-    if (!only.empty()) {
-        return totals.faulty == 0 ? fmt::format("{}: no faults\n", only)
-                                  : fmt::format("{} in {}\n", totals.faults(), only);
-    }
-    const std::string left_out = totals.refused == 0 ? "" : fmt::format(", {} not checked", totals.refused);
-    return totals.faulty == 0 ? fmt::format("{}: no faults{}\n", counted(totals.files, "file"), left_out)
-                              : fmt::format("{} in {} of {}{}\n", totals.faults(), totals.faulty,
-                                            counted(totals.files + totals.refused, "file"), left_out);
-}
-
-/// Where what is found goes.
-class check_output {
-public:
-    virtual ~check_output() = default;
-    check_output() = default;
-    check_output(const check_output&) = delete;
-    check_output& operator=(const check_output&) = delete;
-
-    /// How many diagnostics of a class are kept.
-    [[nodiscard]] virtual std::size_t most_diagnostics() const = 0;
-    virtual void take(const checked_file& file) = 0;
-    virtual void take_refused(const std::string& path, std::string_view reason) = 0;
-    virtual void finish(const check_totals& totals) = 0;
-};
 
 class quiet_output : public check_output {
 public:
@@ -123,7 +55,7 @@ public:
     }
     void finish(const check_totals& totals) override {
         const bool is_one = given.files.size() == 1;
-        print(summary(totals, is_one ? kvrimage::title_of_input(given.files[0]) : ""));
+        print(summary_of(totals, is_one ? kvrimage::title_of_input(given.files[0]) : ""));
         if (!is_one && !refused.empty()) {
             print(fmt::format("not checked: {}\n", refused));
         }
@@ -192,7 +124,7 @@ std::optional<checked_file> check_or_report(const arguments& given, const std::s
     return std::nullopt;
 }
 
-exit_code check_files(const arguments& given, check_output&& output) {
+exit_code check_files(const arguments& given, check_output& output) {
     check_totals totals;
     for (const std::string& path : given.files) {
         if (const std::optional<checked_file> file = check_or_report(given, path, totals, output)) {
@@ -213,33 +145,39 @@ void require_fix_arguments(const arguments& given) {
     }
 }
 
+std::unique_ptr<check_output> output_of(const arguments& given) {
+    if (given.quiet) {
+        return std::make_unique<quiet_output>();
+    }
+    switch (given.json ? report_format::json : given.report) {
+    case report_format::json:
+        return std::make_unique<json_output>();
+    case report_format::sarif:
+        return make_sarif_output(given);
+    case report_format::github:
+        return make_github_output(given);
+    case report_format::junit:
+        return make_junit_output(given);
+    case report_format::gitlab:
+        return make_gitlab_output(given);
+    default: // report_format::text
+        break;
+    }
+    return std::make_unique<text_output>(given);
+}
+
 exit_code check(const arguments& given) {
     require_fix_arguments(given);
     if (given.fix) {
         return repair_file(given);
     }
-    if (given.quiet) {
-        return check_files(given, quiet_output());
-    }
-    return given.json ? check_files(given, json_output()) : check_files(given, text_output(given));
+    return check_files(given, *output_of(given));
 }
 
-constexpr std::array check_options_taken = {option_id::from,
-                                            option_id::width,
-                                            option_id::depth,
-                                            option_id::unit,
-                                            option_id::order,
-                                            option_id::base,
-                                            option_id::pad,
-                                            option_id::read_choice,
-                                            option_id::consumer,
-                                            option_id::strict,
-                                            option_id::check_protection,
-                                            option_id::quiet,
-                                            option_id::json,
-                                            option_id::fix,
-                                            option_id::output,
-                                            option_id::force_overwrite};
+constexpr auto check_options_taken = united_options(
+    reading_options, std::array{option_id::consumer, option_id::strict, option_id::check_protection,
+                                option_id::quiet, option_id::report, option_id::json, option_id::fix,
+                                option_id::output, option_id::force_overwrite});
 
 } // namespace
 
@@ -261,6 +199,7 @@ const command check_command = {
     "  $ kvrmem check --fix -o boot_fixed.hex boot.hex\n"
     "  $ kvrmem check --ecc hamming protected.mif\n"
     "  $ kvrmem check --json boot.mif | jq '.files[].diagnostics[].message'\n"
+    "  $ kvrmem check --format sarif boot.mif > kvrmem.sarif\n"
     "  $ kvrmem check --from mif - < table.txt\n",
     "An error is where the meaning of a file is in doubt, so that no command takes\n"
     "it. An error for kvr is what the library kvr refuses or reads otherwise; --for\n"
@@ -274,7 +213,12 @@ const command check_command = {
     "number a line, that of check bit 0 first, and a line invert HEX for check bits to\n"
     "invert.\n"
     "\n"
-    "Of each file the first 100 of each kind are shown, in JSON 10000. What has one\n"
+    "--format says what is printed: text, json (the same as --json), sarif (SARIF 2.1.0),\n"
+    "github (commands for the log of a workflow), junit (JUnit XML) or gitlab (a report on\n"
+    "the quality of code). The exit code is the same for all of them.\n"
+    "\n"
+    "Of each file the first 100 of each kind are shown, also with --format github, and\n"
+    "10000 in the others. What has one\n"
     "cause is reported once, with its first places. --fix mends what is certain and\n"
     "leaves every other byte alone; OUT is written only when no error is left.\n",
     1,

@@ -3,6 +3,7 @@
 #include "tools/kvrmem/command_line/command_line.h"
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace kvrmem {
@@ -12,10 +13,12 @@ extern const command convert_command;
 extern const command diff_command;
 extern const command dump_command;
 extern const command fill_command;
+extern const command format_command;
 extern const command formats_command;
 extern const command get_command;
 extern const command info_command;
 extern const command join_command;
+extern const command lsp_command;
 extern const command merge_command;
 extern const command new_command;
 extern const command plot_command;
@@ -27,9 +30,12 @@ extern const command sum_command;
 /// In the order in which the help shows them.
 [[nodiscard]] std::span<const command* const> all_commands() noexcept;
 
-/// @param other_words what @p name can be beside a command, for the suggestion.
-/// @throws tool_error (wrong usage), with a suggestion, when there is no such command.
-[[nodiscard]] const command& find_command(std::string_view name,
+[[nodiscard]] bool is_command(std::string_view name) noexcept;
+
+/// @param words the command line from the name on, which comes first
+/// @param other_words what the name can be beside a command, for the suggestion
+/// @throws tool_error (wrong usage), with a suggestion, when there is no such command
+[[nodiscard]] const command& find_command(std::span<const std::string> words,
                                           std::span<const std::string_view> other_words = {});
 
 } // namespace kvrmem

@@ -1,9 +1,16 @@
+#include "kvrimage/diagnostics/visible_text.h"
+#include "kvrimage/formats/memory_file.h"
+#include "kvrimage/formats/registry.h"
+#include "kvrimage/image/word_runs.h"
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/memory_output.h"
+#include "tools/kvrmem/files/shown_runs.h"
 #include "tools/kvrmem/files/written_memory.h"
+#include "tools/kvrmem/files/written_report.h"
 #include "tools/kvrmem/operations/apply.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -12,6 +19,8 @@
 
 #include <algorithm>
 #include <array>
+#include <cstdint>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -21,8 +30,12 @@ namespace {
 
 void require_words(const memory_input& input, bool was_changed) {
     if (!input.image().bounds() && was_changed) {
-        throw tool_error(exit_code::bad_input,
-                         input.name() + ": error: no word is left; --fill VALUE gives all of them one");
+        const kvrimage::read_result before = kvrimage::parse(input.file.contents(), input.options);
+        throw tool_error(
+            exit_code::bad_input,
+            fmt::format("{}: error: no word is left of those at {}; --fill VALUE gives all words "
+                        "a value",
+                        input.name(), set_addresses(before.image.value())));
     }
     if (!input.image().bounds()) {
         throw tool_error(exit_code::bad_input,
@@ -30,30 +43,93 @@ void require_words(const memory_input& input, bool was_changed) {
     }
 }
 
+/// True when each word of @p bytes bytes has all of them set, or none.
+bool makes_whole_words(const kvrimage::memory_image& image, std::uint64_t bytes) {
+    bool is_whole = true;
+    std::uint64_t end = 0; // of what is set, up to the stretch at hand
+    kvrimage::for_each_set_stretch(image.words(), [&](std::uint64_t first, std::uint64_t last) {
+        const bool goes_on = image.base() + first == end;
+        is_whole = is_whole && (goes_on || (end % bytes == 0 && (image.base() + first) % bytes == 0));
+        end = image.base() + last + 1;
+    });
+    return is_whole && end % bytes == 0;
+}
+
+constexpr std::uint32_t width_of_bytes = 8;
+
+/// Options that make wider words of the bytes of @p input, as it was read; none where these are no words, or
+/// the user says how wide words are.
+std::vector<std::string> options_for_wider_words(const arguments& given, const memory_input& input) {
+    if (given.width || input.result.facts.unit != kvrimage::address_unit::byte ||
+        input.image().width() != width_of_bytes) {
+        return {};
+    }
+    const bool makes_fours = makes_whole_words(input.image(), 4);
+    const bool makes_pairs = makes_whole_words(input.image(), 2);
+    std::vector<std::string> options = {makes_pairs && !makes_fours ? "--width 16" : "--width 32"};
+    if (!input.result.facts.order) {
+        options.emplace_back("--endian little");
+    }
+    if (!makes_pairs && !input.options.pad) {
+        options.emplace_back("--pad 0");
+    }
+    return options;
+}
+
 /// A file of bytes does not say how wide its words are: each byte is one where the user does not say it
 /// either, which is hardly meant where the words go into a file of words.
-void note_words_of_bytes(const arguments& given, const memory_input& input, const kvrimage::format& written) {
-    const kvrimage::file_facts& facts = input.result.facts;
-    constexpr std::uint32_t bits_of_byte = 8;
-    if (given.width || facts.unit != kvrimage::address_unit::byte || input.image().width() != bits_of_byte ||
+/// @param wider options for that
+void note_words_of_bytes(const arguments& given, const memory_input& input,
+                         const std::vector<std::string>& wider, const kvrimage::format& written) {
+    if (wider.empty() || input.image().width() != width_of_bytes ||
         written.counts == kvrimage::address_unit::byte) {
         return;
     }
-    std::vector<std::string> options = {"--width 32"};
-    if (!facts.order) {
-        options.emplace_back("--endian little");
-    }
-    const std::string line = command_with(given, options);
+    const std::string line = command_with(given, wider);
     tell(fmt::format("{}: note: each byte is a word; for wider ones give --width{}", input.name(),
                      line.empty() ? "" : ", as in " + line));
 }
 
+/// What would be in the way of writing the words of @p result as they are.
+std::vector<kvrimage::diagnostic> obstacles_to_output(const arguments& given,
+                                                      const kvrimage::read_result& result) {
+    if (!given.operations.empty() ||
+        (given.to == nullptr && kvrimage::format_of_path(given.files[1]) == nullptr)) {
+        return {};
+    }
+    const kvrimage::write_options options = write_options_for(given, given.files[1], result.facts);
+    return options.as->write != nullptr ? kvrimage::can_write(*result.image, options)
+                                        : std::vector<kvrimage::diagnostic>();
+}
+
+void report_conversion(const arguments& given, const memory_input& input,
+                       const std::vector<std::string>& done, const kvrimage::write_options& options) {
+    const std::string& target = given.files[1];
+    if (given.json) {
+        json_value document = report_on_inputs("kvrmem-convert-1", std::span(&input, 1));
+        document["operations"] = json_value::array();
+        for (const std::string& each : done) {
+            document["operations"].push_back(kvrimage::make_visible(each).text);
+        }
+        document["output"] = output_as_json(target, input.image(), options);
+        print_json(document);
+        return;
+    }
+    std::ranges::for_each(done, tell);
+    tell(fmt::format("{} ({}) -> {} ({}): {}{}", input.name(), title_of_read(input), target,
+                     title_of_written(options), written_words(input.image(), *options.as),
+                     lost_start_address(input.result.facts, options)));
+}
+
 exit_code convert(const arguments& given) {
-    memory_input input = read_memory(given, given.files[0]);
+    require_json_apart(given, given.files[1]);
+    memory_input input = read_memory(given, given.files[0], obstacles_to_output);
     kvrimage::memory_image& image = *input.result.image;
+    const std::vector<std::string> wider = options_for_wider_words(given, input);
     const std::vector<std::string> done = apply(given.operations, image, input.name());
     const std::string& target = given.files[1];
-    const kvrimage::write_options options = write_options_for(given, target, input.result.facts);
+    kvrimage::write_options options = write_options_for(given, target, input.result.facts);
+    keep_start_address(given, input.result.facts, options);
     const bool was_changed = change_words(given.operations);
     require_words(input, was_changed);
     if (was_changed) { // no line of the file is at fault then
@@ -66,29 +142,20 @@ exit_code convert(const arguments& given) {
     }
     write_image(target, image, options);
     note_width(input);
-    note_words_of_bytes(given, input, *options.as);
-    if (was_changed) {
-        std::ranges::for_each(done, tell);
-    }
-    tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(), title_of_read(input), target,
-                     title_of_written(options), written_words(image, *options.as)));
+    note_words_of_bytes(given, input, wider, *options.as);
+    report_conversion(given, input, was_changed ? done : std::vector<std::string>(), options);
     note_other_extension(target, *options.as);
     return exit_code::fine;
 }
 
-constexpr std::array convert_options = {option_id::from,        option_id::to,
-                                        option_id::width,       option_id::depth_in_order,
-                                        option_id::unit,        option_id::order,
-                                        option_id::base,        option_id::pad_in_order,
-                                        option_id::read_choice, option_id::write_choice,
-                                        option_id::data_radix,  option_id::address_radix,
-                                        option_id::only,        option_id::except,
-                                        option_id::move_to,     option_id::fill_rest,
-                                        option_id::mask,        option_id::reverse_bits,
-                                        option_id::swap_bytes,  option_id::invert,
-                                        option_id::reshape,     option_id::bit_order,
-                                        option_id::protect,     option_id::strip_protection,
-                                        option_id::no_runs,     option_id::force_conversion};
+constexpr auto convert_options = united_options(
+    writing_options,
+    // Depth and padding are options for reading until an operation comes.
+    std::array{option_id::from, option_id::width, option_id::depth_in_order, option_id::unit,
+               option_id::order, option_id::base, option_id::pad_in_order, option_id::read_choice},
+    std::array{option_id::only, option_id::except, option_id::move_to, option_id::fill_rest, option_id::mask,
+               option_id::reverse_bits, option_id::swap_bytes, option_id::invert, option_id::reshape,
+               option_id::bit_order, option_id::protect, option_id::strip_protection, option_id::json});
 
 } // namespace
 

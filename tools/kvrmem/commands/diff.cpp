@@ -1,8 +1,13 @@
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/image/united_ranges.h"
+#include "tools/kvrmem/command_line/option_lists.h"
+#include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/compare/diff_figures.h"
 #include "tools/kvrmem/compare/diff_report.h"
+#include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/shown_runs.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -12,6 +17,7 @@
 #include <array>
 #include <cstdio>
 #include <memory>
+#include <optional>
 #include <string>
 #include <utility>
 #include <vector>
@@ -41,32 +47,65 @@ void take_certain_parts(const kvrimage::difference& found, const diff_side& left
                   });
 }
 
-/// Addresses that one of the two does not say for certain.
-std::vector<address_range> unreadable_in(const diff_side& left, const diff_side& right) {
+/// The addresses that are compared: those that the user names, or all; in order.
+std::vector<address_range> compared_addresses(const arguments& given, const diff_side& left,
+                                              const diff_side& right) {
+    const address_range all = {std::min(left.image().base(), right.image().base()),
+                               std::max(left.image().last_address(), right.image().last_address())};
+    for (const address_range& range : given.compared_ranges) {
+        if (range.last < all.first || range.first > all.last) {
+            usage_error(fmt::format("--range {}: the memories have the addresses {}", shown_range(range),
+                                    shown_range(all)));
+        }
+    }
+    std::vector<address_range> compared = kvrimage::ranges_without(
+        given.compared_ranges.empty() ? std::vector{all} : given.compared_ranges, given.ignored_ranges);
+    if (compared.empty()) {
+        usage_error("--ignore leaves no address to compare");
+    }
+    return compared;
+}
+
+/// Addresses of @p compared that one of the two does not say for certain.
+std::vector<address_range> unreadable_in(const diff_side& left, const diff_side& right,
+                                         const std::vector<address_range>& compared) {
     std::vector<address_range> all = left.result.unreadable;
     all.insert(all.end(), right.result.unreadable.begin(), right.result.unreadable.end());
-    return kvrimage::united(std::move(all));
+    return kvrimage::ranges_without(all, kvrimage::ranges_without(all, compared));
+}
+
+/// Whether the words of the two have other forms, or other addresses where all are compared.
+bool have_other_forms(const arguments& given, const diff_side& left, const diff_side& right) {
+    const bool are_all_compared = given.compared_ranges.empty() && given.ignored_ranges.empty();
+    return left.image().width() != right.image().width() ||
+           (are_all_compared && !difference_in_size(left, right).empty());
 }
 
 /// fine: the two memories are the same, in their words, and how many there are of which width. bad_input:
 /// they are as far as they can be compared.
-exit_code compare(const diff_side& left, const diff_side& right, diff_report& report) {
-    const std::vector<address_range> unreadable = unreadable_in(left, right);
-    bool differ = left.image().width() != right.image().width() ||
-                  left.image().depth() != right.image().depth() ||
-                  left.image().base() != right.image().base();
-    kvrimage::for_each_difference(left.image(), right.image(), [&](const kvrimage::difference& found) {
+exit_code compare(const arguments& given, const diff_side& left, const diff_side& right,
+                  diff_report& report) {
+    const std::vector<address_range> compared = compared_addresses(given, left, right);
+    const std::vector<address_range> unreadable = unreadable_in(left, right, compared);
+    bool differ = have_other_forms(given, left, right);
+    const auto take = [&](const kvrimage::difference& found) {
         take_certain_parts(found, left, right, [&](const kvrimage::difference& certain) {
             differ = true;
             report.take(certain);
         });
-    });
+    };
+    kvrimage::for_each_difference(left.image(), right.image(), compared, take);
     report.finish(!differ && unreadable.empty(), unreadable);
     return differ ? exit_code::negative : unreadable.empty() ? exit_code::fine : exit_code::bad_input;
 }
 
 std::unique_ptr<diff_report> report_as_asked(const arguments& given, const diff_side& left,
                                              const diff_side& right) {
+    if (given.summary || given.stat) {
+        const diff_figures what = given.stat ? diff_figures::blocks : diff_figures::summary;
+        return given.json ? make_json_figures_report(left, right, what)
+                          : make_figures_report(left, right, what, painter_for(stdout, given.color));
+    }
     const word_radix radix = given.radix.value_or(word_radix{});
     require_fitting(radix, left.image().width());
     require_fitting(radix, right.image().width());
@@ -76,18 +115,44 @@ std::unique_ptr<diff_report> report_as_asked(const arguments& given, const diff_
 }
 
 exit_code compare_as_asked(const arguments& given, const diff_side& left, const diff_side& right) {
-    return compare(left, right, *report_as_asked(given, left, right));
+    return compare(given, left, right, *report_as_asked(given, left, right));
 }
 
-/// --from is for a name that does not tell its format.
+/// Refuses a file that cannot be read because --address-unit, which holds for both files, is for the other
+/// one.
+/// @throws tool_error (bad input) with @p refusal and what helps; returns where the unit is not the reason
+void refuse_unit_of_other_file(const arguments& given, const std::string& path, const broken_file& refusal) {
+    using kvrimage::address_unit;
+    if (!given.unit) {
+        return;
+    }
+    memory_input input = open_memory(given, path);
+    const bool are_bytes = *given.unit == address_unit::byte;
+    input.options.unit = are_bytes ? address_unit::word : address_unit::byte;
+    input.options.order = are_bytes ? std::nullopt : given.order;
+    const kvrimage::read_result other = kvrimage::parse(input.file.contents(), input.options);
+    if (!other.image || other.facts.as->counts != address_unit::either) {
+        return;
+    }
+    const std::string unit = are_bytes ? "word" : "byte";
+    throw tool_error(exit_code::bad_input,
+                     fmt::format("{}; its addresses count {}s, and --address-unit is for both files: kvrmem "
+                                 "convert --width {} --address-unit {} {} {} makes one that needs none",
+                                 refusal.message(), unit, other.image->width(), unit, shell_word(path),
+                                 shell_word(path + ".mif")));
+}
+
 diff_side read_side(const arguments& given, const std::string& path) {
-    arguments of_side = given;
-    of_side.from = kvrimage::format_of_path(path) != nullptr ? nullptr : given.from;
-    memory_input input = read_memory(of_side, path);
-    return {input.name(), path, std::move(input.result)};
+    try {
+        memory_input input = read_compared_memory(given, path);
+        return {input.name(), path, std::move(input.result)};
+    } catch (const broken_file& refusal) {
+        refuse_unit_of_other_file(for_compared_file(given, path), path, refusal);
+        throw;
+    }
 }
 
-/// What git calls a file that is not there is a memory of the other one's form without a word.
+/// What git calls a file that is not there is a memory of the other one's form with no word set.
 kvrimage::read_result empty_like(const kvrimage::read_result& other) {
     const kvrimage::memory_image& image = *other.image;
     return {kvrimage::memory_image(image.width(), image.depth(), image.base()), other.facts, {}, {}};
@@ -137,7 +202,7 @@ exit_code be_a_diff_driver(const arguments& given) {
     try {
         compare_for_git(given);
     } catch (const tool_error& error) {
-        if (error.code() != exit_code::bad_input) {
+        if (error.code() != exit_code::bad_input && error.code() != exit_code::wrong_usage) {
             throw;
         }
         print(fmt::format("* {} cannot be compared: {}\n", kvrimage::title_of_input(given.files[0]),
@@ -158,10 +223,10 @@ exit_code diff(const arguments& given) {
     return compare_as_asked(given, left, right);
 }
 
-constexpr std::array diff_options = {
-    option_id::from, option_id::width, option_id::depth,       option_id::unit,       option_id::order,
-    option_id::base, option_id::pad,   option_id::read_choice, option_id::keep_going, option_id::radix,
-    option_id::json, option_id::quiet, option_id::git};
+constexpr auto diff_options = united_options(
+    reading_options,
+    std::array{option_id::keep_going, option_id::radix, option_id::compared_ranges, option_id::ignored_ranges,
+               option_id::summary, option_id::stat, option_id::json, option_id::quiet, option_id::git});
 
 } // namespace
 
@@ -172,12 +237,18 @@ const command diff_command = {
     "  $ kvrmem diff sine.mif sine.hex\n"
     "  $ kvrmem diff --quiet old.mif new.mif && echo same\n"
     "  $ kvrmem diff --json old.mif new.mif\n"
+    "  $ kvrmem diff --ignore 0xFC..0xFF,0x200 --stat old.mif new.mif\n"
     "  $ git config diff.memory.command 'kvrmem diff --git'\n",
     "Each line is a range of addresses with the word of A and the word of B; a\n"
     "word that is not set is 'unset', which is not equal to 0. --from is for a\n"
     "name that does not tell its format. The exit code is\n"
     "0 when the memories are the same in words, width and depth, 1 when they differ,\n"
-    "and 2 when no difference was found, but words are in doubt (--keep-going).\n",
+    "and 2 when no difference was found, but words are in doubt (--keep-going).\n"
+    "With --range or --ignore the depths do not count, but the widths do.\n"
+    "\n"
+    "--summary is one line, for scripts and logs. --stat counts the words and bits that\n"
+    "differ, in up to 16 blocks of addresses and at each bit; bits are those of words that\n"
+    "both memories have set.\n",
     1,
     9,
     diff_options,

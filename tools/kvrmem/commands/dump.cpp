@@ -1,12 +1,18 @@
 #include "kvr/numeric/digit_value.h"
+#include "kvrimage/files/file_name.h"
+#include "kvrimage/files/input_file.h"
 #include "kvrimage/image/hex_words.h"
 #include "kvrimage/image/word_search.h"
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/shown_runs.h"
+#include "tools/kvrmem/files/words_as_json.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 
@@ -15,6 +21,7 @@
 #include <cstdio>
 #include <iterator>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 #include <utility>
@@ -254,20 +261,64 @@ void require_short_lines(const arguments& given, const word_radix& radix, std::u
     }
 }
 
-exit_code dump(const arguments& given) {
-    const memory_input input = read_memory(given, given.files[0]);
+exit_code dump_memory(const arguments& given, const memory_input& input) {
     const word_radix radix = given.radix.value_or(word_radix{});
     require_fitting(radix, input.image().width());
+    if (given.json) {
+        const address_range range = range_within(given, input.image());
+        static_cast<void>(print_words_as_json("kvrmem-dump-1", input, std::span(&range, 1), radix));
+        return exit_code::fine;
+    }
     require_short_lines(given, radix, input.image().width());
     const painter paint = painter_for(stdout, given.color);
     dump_table(input.result, range_within(given, input.image()), radix, given.columns, paint).print();
     return exit_code::fine;
 }
 
-constexpr std::array dump_options = {option_id::from,    option_id::width,       option_id::depth,
-                                     option_id::unit,    option_id::order,       option_id::base,
-                                     option_id::pad,     option_id::read_choice, option_id::radix,
-                                     option_id::columns, option_id::range,       option_id::keep_going};
+/// " at 6:5: error: ...": the name of git's temporary file differs from run to run, and is left out.
+std::string without_name(const std::string& message, const std::string& path) {
+    const std::string name = kvrimage::title_of_input(path) + ":";
+    const std::string rest = message.starts_with(name) ? message.substr(name.size()) : " " + message;
+    return (rest.starts_with(' ') ? ":" : " at ") + rest;
+}
+
+/// Whether @p error is about the file, and not about what the user wants of it.
+bool is_about_the_file(const arguments& given, const tool_error& error) {
+    // Where nobody says the format, name and contents do not.
+    const bool may_be_unknown = given.from == nullptr && dynamic_cast<const broken_file*>(&error) == nullptr;
+    return error.code() == exit_code::bad_input || (error.code() == exit_code::wrong_usage && may_be_unknown);
+}
+
+/// The memory of the file; nothing where it cannot be read as one, which is printed with the file as it is:
+/// git takes an exit code other than 0 for a crash, and shows nothing of the files after this one.
+std::optional<memory_input> read_or_print(const arguments& given) {
+    try {
+        return read_memory(given, given.files[0]);
+    } catch (const tool_error& error) {
+        if (!is_about_the_file(given, error)) {
+            throw;
+        }
+        print(fmt::format("* cannot be read as a memory{}\n", without_name(error.message(), given.files[0])));
+    }
+    const kvrimage::input_file file(given.files[0]);
+    const std::string_view contents = file.contents();
+    if (contents.find('\0') == std::string_view::npos) {
+        print(contents);
+    }
+    return std::nullopt;
+}
+
+exit_code dump(const arguments& given) {
+    if (!given.git) {
+        return dump_memory(given, read_memory(given, given.files[0]));
+    }
+    const std::optional<memory_input> input = read_or_print(given);
+    return input ? dump_memory(given, *input) : exit_code::fine;
+}
+
+constexpr auto dump_options =
+    united_options(reading_options, std::array{option_id::radix, option_id::columns, option_id::range,
+                                               option_id::json, option_id::keep_going, option_id::git_text});
 
 } // namespace
 
@@ -278,11 +329,11 @@ const command dump_command = {
     "  $ kvrmem dump sine.mif\n"
     "  $ kvrmem dump --radix dec --columns 8 sine.mif\n"
     "  $ kvrmem dump --range 0x40..0x7F boot.hex\n"
-    "  $ git config diff.memory.textconv 'kvrmem dump'\n",
+    "  $ git config diff.memory.textconv 'kvrmem dump --git'\n",
     "Addresses are hexadecimal, words too unless --radix says otherwise; '--' is a\n"
     "word that is not set, and with --keep-going '?' marks one in doubt. Rows\n"
     "like the one above are folded into '*'. The last line is the address after the\n"
-    "last word.\n",
+    "last word. --json has an entry for each run of equal words instead.\n",
     1,
     1,
     dump_options,

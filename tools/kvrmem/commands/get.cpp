@@ -1,6 +1,8 @@
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/shown_runs.h"
+#include "tools/kvrmem/files/words_as_json.h"
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -19,7 +21,8 @@ namespace {
 kvrimage::address_range range_of_operand(const std::string& text, const kvrimage::memory_image& image) {
     const auto range = read_address_range(text);
     if (!range) {
-        usage_error(fmt::format("'{}' is no address and no range FIRST..LAST", text));
+        usage_error(
+            fmt::format("'{}': {}", text, advice_on_range(text, "no address and no range FIRST..LAST")));
     }
     const std::string fault = range_fault(*range, image);
     if (!fault.empty()) {
@@ -50,6 +53,10 @@ exit_code get(const arguments& given) {
     std::vector<kvrimage::address_range> ranges;
     std::transform(given.files.begin() + 1, given.files.end(), std::back_inserter(ranges),
                    [&input](const std::string& text) { return range_of_operand(text, input.image()); });
+    if (given.json) {
+        return print_words_as_json("kvrmem-get-1", input, ranges, radix) ? exit_code::fine
+                                                                         : exit_code::negative;
+    }
     output_stream output;
     bool all_set = true;
     for (const kvrimage::address_range& range : ranges) {
@@ -59,9 +66,8 @@ exit_code get(const arguments& given) {
     return all_set ? exit_code::fine : exit_code::negative;
 }
 
-constexpr std::array get_options = {
-    option_id::from, option_id::width, option_id::depth,       option_id::unit,  option_id::order,
-    option_id::base, option_id::pad,   option_id::read_choice, option_id::radix, option_id::keep_going};
+constexpr auto get_options =
+    united_options(reading_options, std::array{option_id::radix, option_id::json, option_id::keep_going});
 
 } // namespace
 
@@ -74,7 +80,8 @@ const command get_command = {
     "  $ kvrmem get --radix fixed:1.15 filter.mif 0..31\n",
     "Words are shown in the file's own radix unless --radix says otherwise. For a\n"
     "word that is not set the line is 'unset', and the exit code 1; with --keep-going\n"
-    "the line is 'unreadable' for a word that is in doubt.\n",
+    "the line is 'unreadable' for a word that is in doubt. --json has an entry for\n"
+    "each run of equal words.\n",
     2,
     any_number,
     get_options,

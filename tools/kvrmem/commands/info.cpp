@@ -1,9 +1,11 @@
 #include "kvrimage/diagnostics/visible_text.h"
 #include "kvrimage/operations/statistics.h"
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/unit_title.h"
 #include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/statistics/statistics_report.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -44,8 +46,7 @@ std::string_view title_of(const std::optional<kvrimage::radix>& radix) {
 
 std::string most_frequent(const kvrimage::read_result& result, const word_statistics& statistics) {
     const kvrimage::word& word = *statistics.most_frequent;
-    const kvrimage::radix radix = result.facts.data_radix.value_or(kvrimage::radix::hex);
-    return word.to_text(radix).value(); // the file has it in this radix
+    return shown_or_gap(word, {result.facts.data_radix.value_or(kvrimage::radix::hex)});
 }
 
 std::string width_of(const kvrimage::read_result& result) {
@@ -152,31 +153,43 @@ json_value as_json(const memory_input& input) {
 
 exit_code info(const arguments& given) {
     const memory_input input = read_memory(given, given.files[0]);
+    const word_radix radix = {input.result.facts.data_radix.value_or(kvrimage::radix::hex)};
     if (given.json) {
-        print_json(as_json(input));
+        json_value document = as_json(input);
+        if (given.statistics) {
+            document["statistics"] = statistics_as_json(input.image(), radix);
+        }
+        print_json(document);
     } else {
-        print(as_text(input));
+        print(as_text(input) + (given.statistics ? statistics_as_text(input.image(), radix) : ""));
     }
     return exit_code::fine;
 }
 
-constexpr std::array info_options = {
-    option_id::from, option_id::width, option_id::depth,       option_id::unit, option_id::order,
-    option_id::base, option_id::pad,   option_id::read_choice, option_id::json, option_id::keep_going};
+constexpr auto info_options = united_options(
+    reading_options, std::array{option_id::statistics, option_id::json, option_id::keep_going});
 
 } // namespace
 
-const command info_command = {"info",
-                              "FILE",
-                              "Show what a memory file holds: sizes, radixes, addresses, distinct words.",
-                              "  $ kvrmem info sine.mif\n"
-                              "  $ kvrmem info --width 16 boot.hex\n"
-                              "  $ kvrmem info --json sine.mif | jq .words.set\n",
-                              "Words that were never set do not count. A run is a stretch of neighbouring\n"
-                              "addresses with the same word.\n",
-                              1,
-                              1,
-                              info_options,
-                              info};
+const command info_command = {
+    "info",
+    "FILE",
+    "Show what a memory file holds: sizes, radixes, addresses, distinct words.",
+    "  $ kvrmem info sine.mif\n"
+    "  $ kvrmem info --width 16 boot.hex\n"
+    "  $ kvrmem info --json sine.mif | jq .words.set\n"
+    "  $ kvrmem info --statistics sine.mif\n",
+    "Words that were never set do not count. A run is a stretch of neighbouring\n"
+    "addresses with the same word.\n"
+    "\n"
+    "--statistics adds the ten most frequent values with their shares; the entropy; the\n"
+    "toggle rate, which is the share of bits that change from one address to the next; the\n"
+    "smallest widths that hold all values; and after how many words the contents repeat.\n"
+    "Don't-care bits are not compared for the toggle rate, and the widths hold both values\n"
+    "of them; elsewhere a word with such bits is one of its own.\n",
+    1,
+    1,
+    info_options,
+    info};
 
 } // namespace kvrmem

@@ -1,20 +1,23 @@
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/formats/registry.h"
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/format_choice.h"
-#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/memory_inputs.h"
 #include "tools/kvrmem/files/memory_output.h"
 #include "tools/kvrmem/files/written_memory.h"
+#include "tools/kvrmem/files/written_report.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/split/manifest.h"
 #include "tools/kvrmem/split/split_plan.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdint>
 #include <optional>
@@ -44,37 +47,28 @@ arguments with_manifest(arguments given) {
     given.files = what.files;
     given.from = given.from != nullptr ? given.from : kvrimage::format_of_name(what.format);
     given.width = given.width.value_or(has_lanes ? static_cast<std::uint32_t>(what.plan.number) : what.width);
+    given.unit = given.unit ? given.unit : what.unit;
+    given.order = given.order ? given.order : what.order;
     given.depth = given.depth.value_or(has_lanes ? what.depth : what.depth / what.plan.number);
     (has_lanes ? given.lane_bits : (what.plan.how == split_plan::kind::banks ? given.banks : given.blocks)) =
         what.plan.number;
     return given;
 }
 
-/// The files that are joined.
-struct join_inputs {
-    std::vector<memory_input> files; ///< without their images
-    std::vector<kvrimage::memory_image> images;
-    std::size_t size = 0; ///< of all files
-};
-
-join_inputs read_parts(const arguments& given) {
-    join_inputs inputs;
-    for (const std::string& path : given.files) {
-        memory_input& input = inputs.files.emplace_back(read_memory(given, path));
-        kvrimage::memory_image& image = *input.result.image;
-        if (given.fill) {
+memory_inputs read_parts(const arguments& given) {
+    memory_inputs inputs = read_memories(given);
+    if (given.fill) {
+        for (kvrimage::memory_image& image : inputs.images) {
             image.fill_unset(word_of_user(*given.fill, image.width(), "--fill " + *given.fill));
         }
-        inputs.images.push_back(std::move(image));
-        inputs.size += input.file.contents().size();
     }
     return inputs;
 }
 
-void require_count(const split_plan& plan, const join_inputs& inputs) {
+void require_count(const split_plan& plan, const memory_inputs& inputs) {
     const kvrimage::memory_image& first = inputs.images.front();
     if (plan.how == split_plan::kind::lanes && first.width() != plan.number) {
-        usage_error(fmt::format("{}: {} has words of {}", plan.title(), inputs.files.front().name(),
+        usage_error(fmt::format("{}: {} has words of {}", plan.title(), inputs.name(0),
                                 counted(first.width(), "bit")));
     }
     if (plan.how != split_plan::kind::lanes && inputs.images.size() != plan.number) {
@@ -82,51 +76,52 @@ void require_count(const split_plan& plan, const join_inputs& inputs) {
     }
 }
 
-std::string names_of(const join_inputs& inputs) {
-    std::vector<std::string> names;
-    for (const memory_input& each : inputs.files) {
-        names.push_back(each.name());
+/// @param reading how the files are read; @p given says how the memory is written
+exit_code join_files(const arguments& given, arguments reading) {
+    const split_plan plan = plan_of(reading);
+    if (plan.how == split_plan::kind::lanes && !reading.width) {
+        reading.width = static_cast<std::uint32_t>(plan.number);
     }
-    return fmt::format("{}", fmt::join(names, ", "));
-}
-
-exit_code join_files(arguments given) {
-    const split_plan plan = plan_of(given);
-    if (plan.how == split_plan::kind::lanes && !given.width) {
-        given.width = static_cast<std::uint32_t>(plan.number);
-    }
-    const join_inputs inputs = read_parts(given);
+    const memory_inputs inputs = read_parts(reading);
     require_count(plan, inputs);
+    const std::string names = inputs.names();
+    show_operation(plan.title(), names);
     const kvrimage::memory_image image = joined(inputs.images, plan);
     const std::string& target = *given.output;
     const kvrimage::write_options options =
         write_options_for(given, target, inputs.files.front().result.facts);
     if (!image.bounds()) {
         throw tool_error(exit_code::bad_input,
-                         names_of(inputs) + ": error: no word is set; --fill VALUE gives all of them one");
+                         names + ": error: no word is set; --fill VALUE gives all of them one");
     }
     require_writable(given, image, target, options);
     if (!given.force) {
-        require_harmless(image, {names_of(inputs), inputs.size}, options, target);
+        require_harmless(image, {names, inputs.size}, options, target);
     }
     write_image(target, image, options);
-    tell(fmt::format("{} -> {} ({}): {}", names_of(inputs), target, title_of_written(options),
-                     written_words(image, *options.as)));
+    std::ranges::for_each(inputs.files, note_lost_start);
+    if (given.json) {
+        json_value document = report_on_inputs("kvrmem-join-1", inputs.files);
+        document["output"] = output_as_json(target, image, options);
+        print_json(document);
+    } else {
+        tell(fmt::format("{} -> {} ({}): {}", names, target, title_of_written(options),
+                         written_words(image, *options.as)));
+    }
     note_other_extension(target, *options.as);
     return exit_code::fine;
 }
 
 exit_code join(const arguments& given) {
     require_arguments(given);
-    return join_files(given.manifest ? with_manifest(given) : given);
+    require_json_apart(given, *given.output);
+    return join_files(given, given.manifest ? with_manifest(given) : given);
 }
 
-constexpr std::array join_options = {
-    option_id::output,     option_id::lane_bits,     option_id::banks,   option_id::blocks,
-    option_id::manifest,   option_id::from,          option_id::to,      option_id::width,
-    option_id::depth,      option_id::unit,          option_id::order,   option_id::base,
-    option_id::pad,        option_id::read_choice,   option_id::fill,    option_id::write_choice,
-    option_id::data_radix, option_id::address_radix, option_id::no_runs, option_id::force_conversion};
+constexpr auto join_options =
+    united_options(reading_options, writing_options,
+                   std::array{option_id::output, option_id::lane_bits, option_id::banks, option_id::blocks,
+                              option_id::manifest, option_id::fill, option_id::json});
 
 } // namespace
 

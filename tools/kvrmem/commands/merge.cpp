@@ -1,16 +1,20 @@
 #include "kvrimage/operations/merge.h"
 
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/format_choice.h"
-#include "tools/kvrmem/files/memory_input.h"
+#include "tools/kvrmem/files/memory_inputs.h"
 #include "tools/kvrmem/files/memory_output.h"
+#include "tools/kvrmem/files/shown_runs.h"
 #include "tools/kvrmem/files/written_memory.h"
+#include "tools/kvrmem/files/written_report.h"
+#include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
-#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <array>
@@ -31,69 +35,64 @@ using kvrimage::merge_overlap;
 using kvrimage::merge_result;
 using kvrimage::overlap_rule;
 
-/// The files that are merged.
-struct merge_inputs {
-    std::vector<memory_input> files; ///< without their images
-    std::vector<kvrimage::memory_image> images;
-    std::size_t size = 0; ///< of all files
-
-    [[nodiscard]] const std::string& name(std::size_t index) const { return files[index].name(); }
-    [[nodiscard]] std::string names() const {
-        std::vector<std::string> all;
-        for (const memory_input& each : files) {
-            all.push_back(each.name());
-        }
-        return fmt::format("{}", fmt::join(all, ", "));
-    }
-};
-
-merge_inputs read_inputs(const arguments& given) {
-    merge_inputs inputs;
-    for (const std::string& path : given.files) {
-        memory_input& input = inputs.files.emplace_back(read_memory(given, path));
-        inputs.images.push_back(std::move(*input.result.image));
-        inputs.size += input.file.contents().size();
-        const std::uint32_t width = inputs.images.back().width();
-        if (width != inputs.images.front().width()) {
+void require_equal_widths(const memory_inputs& inputs) {
+    const std::uint32_t first = inputs.images.front().width();
+    for (std::size_t index = 1; index < inputs.images.size(); ++index) {
+        const std::uint32_t width = inputs.images[index].width();
+        if (width != first) {
             usage_error(fmt::format("{} has words of {}, {} of {}; --width BITS reads all of them alike",
-                                    inputs.name(0), counted(inputs.images.front().width(), "bit"),
-                                    input.name(), width));
+                                    inputs.name(0), counted(first, "bit"), inputs.name(index), width));
         }
     }
-    return inputs;
-}
-
-/// "0x5", "0x5..0x8"
-std::string shown(const address_range& range) {
-    return range.first == range.last ? fmt::format("0x{:X}", range.first)
-                                     : fmt::format("0x{:X}..0x{:X}", range.first, range.last);
 }
 
 /// "a.mif: 16 words, at 0x0..0x7, 0x10..0x17"
 std::string line_on_part(const std::string& name, const kvrimage::merged_part& part) {
-    constexpr std::size_t most_shown_ranges = 8;
-    std::vector<std::string> ranges;
-    for (const address_range& range : part.ranges) {
-        ranges.push_back(shown(range));
-    }
-    const bool are_more = ranges.size() > most_shown_ranges;
-    ranges.resize(std::min(ranges.size(), most_shown_ranges));
-    return fmt::format("{}: {}{}{}{}", name, counted(part.words, "word"), ranges.empty() ? "" : ", at ",
-                       fmt::join(ranges, ", "), are_more ? " ..." : "");
+    return fmt::format("{}: {}{}{}", name, counted(part.words, "word"), part.ranges.empty() ? "" : ", at ",
+                       shown_ranges(part.ranges));
 }
 
 /// "0x8..0xF (8 words) in a.mif and b.mif, the same words"
-std::string line_on_overlap(const merge_inputs& inputs, const merge_overlap& overlap) {
+std::string line_on_overlap(const memory_inputs& inputs, const merge_overlap& overlap) {
     const std::uint64_t words = overlap.addresses.last - overlap.addresses.first + 1;
-    return fmt::format("{} ({}) in {} and {}, {}", shown(overlap.addresses), counted(words, "word"),
+    return fmt::format("{} ({}) in {} and {}, {}", shown_range(overlap.addresses), counted(words, "word"),
                        inputs.name(std::min(overlap.kept, overlap.other)),
                        inputs.name(std::max(overlap.kept, overlap.other)),
                        overlap.difference ? fmt::format("other words from 0x{:X} on", *overlap.difference)
                                           : std::string("the same words"));
 }
 
+/// The ranges and overlaps that the library keeps; there may be more of both.
+json_value as_json(const memory_inputs& inputs, const merge_result& result, json_value output) {
+    json_value document = report_on_inputs("kvrmem-merge-1", inputs.files);
+    for (std::size_t index = 0; index < inputs.files.size(); ++index) {
+        document["inputs"][index]["words"] = result.parts[index].words;
+        json_value& ranges = document["inputs"][index]["ranges"] = json_value::array();
+        for (const address_range& range : result.parts[index].ranges) {
+            ranges.push_back({{"first", range.first}, {"last", range.last}});
+        }
+    }
+    json_value& overlaps = document["overlaps"] = json_value::array();
+    for (const merge_overlap& each : result.overlaps) {
+        overlaps.push_back({{"first", each.addresses.first},
+                            {"last", each.addresses.last},
+                            {"kept", json_name(inputs.files[each.kept].path)},
+                            {"other", json_name(inputs.files[each.other].path)},
+                            {"difference", each.difference ? json_value(*each.difference) : json_value()}});
+    }
+    document["overlap_count"] = result.overlap_count;
+    document["output"] = std::move(output);
+    return document;
+}
+
+void report_parts(const memory_inputs& inputs, const merge_result& result) {
+    for (std::size_t index = 0; index < inputs.files.size(); ++index) {
+        tell(line_on_part(inputs.name(index), result.parts[index]));
+    }
+}
+
 /// Reports the first overlaps of @p result, and how many there are beyond these.
-void report_overlaps(const merge_inputs& inputs, const merge_result& result) {
+void report_overlaps(const memory_inputs& inputs, const merge_result& result) {
     constexpr std::size_t most_shown_overlaps = 8;
     const std::size_t count = std::min(result.overlaps.size(), most_shown_overlaps);
     for (const merge_overlap& each : std::span(result.overlaps).first(count)) {
@@ -107,7 +106,7 @@ void report_overlaps(const merge_inputs& inputs, const merge_result& result) {
 }
 
 /// @throws tool_error (bad input) with the first overlap that @p rule does not allow
-void require_merged(const merge_inputs& inputs, const merge_result& result, overlap_rule rule) {
+void require_merged(const memory_inputs& inputs, const merge_result& result, overlap_rule rule) {
     if (result.image) {
         return;
     }
@@ -116,13 +115,18 @@ void require_merged(const merge_inputs& inputs, const merge_result& result, over
     });
     const std::string which = culprit != result.overlaps.end() ? line_on_overlap(inputs, *culprit)
                                                                : std::string("one that is not shown");
+    const bool are_equal = result.overlaps.size() == result.overlap_count &&
+                           std::ranges::none_of(result.overlaps, [](const merge_overlap& each) {
+                               return each.difference.has_value();
+                           });
     throw tool_error(exit_code::bad_input,
-                     fmt::format("{}{} {}; --overlap first or last says whose words count",
-                                 counted(result.overlap_count, "overlap"),
-                                 result.overlap_count == 1 ? ":" : ", such as", which));
+                     fmt::format("{}{} {}; --overlap {}", counted(result.overlap_count, "overlap"),
+                                 result.overlap_count == 1 ? ":" : ", such as", which,
+                                 are_equal ? "same takes words that are the same in all files"
+                                           : "first or last says whose words count"));
 }
 
-merge_result merged_or_refused(const merge_inputs& inputs, overlap_rule rule) {
+merge_result merged_or_refused(const memory_inputs& inputs, overlap_rule rule) {
     try {
         return kvrimage::merged(inputs.images, rule);
     } catch (const std::out_of_range& error) {
@@ -130,11 +134,16 @@ merge_result merged_or_refused(const merge_inputs& inputs, overlap_rule rule) {
     }
 }
 
-merge_result merge_images(const merge_inputs& inputs, overlap_rule rule) {
-    merge_result result = merged_or_refused(inputs, rule);
-    require_merged(inputs, result, rule);
+merge_result merge_images(const arguments& given, const memory_inputs& inputs) {
+    show_operation("merge", inputs.names());
+    merge_result result = merged_or_refused(inputs, given.overlap);
+    require_merged(inputs, result, given.overlap);
+    if (given.fill) {
+        result.image->fill_unset(word_of_user(*given.fill, result.image->width(), "--fill " + *given.fill));
+    }
     if (!result.image->bounds()) {
-        throw tool_error(exit_code::bad_input, inputs.names() + ": error: no word is set");
+        throw tool_error(exit_code::bad_input,
+                         inputs.names() + ": error: no word is set; --fill VALUE gives all of them one");
     }
     return result;
 }
@@ -144,8 +153,10 @@ exit_code merge(const arguments& given) {
         usage_error("merge needs --output OUT");
     }
     const std::string& target = *given.output;
-    const merge_inputs inputs = read_inputs(given);
-    const merge_result result = merge_images(inputs, given.overlap);
+    require_json_apart(given, target);
+    const memory_inputs inputs = read_memories(given);
+    require_equal_widths(inputs);
+    const merge_result result = merge_images(given, inputs);
     const kvrimage::write_options options =
         write_options_for(given, target, inputs.files.front().result.facts);
     require_writable(given, *result.image, target, options);
@@ -153,21 +164,22 @@ exit_code merge(const arguments& given) {
         require_harmless(*result.image, {inputs.names(), inputs.size}, options, target);
     }
     write_image(target, *result.image, options);
-    for (std::size_t index = 0; index < inputs.files.size(); ++index) {
-        tell(line_on_part(inputs.name(index), result.parts[index]));
+    std::ranges::for_each(inputs.files, note_lost_start);
+    if (given.json) {
+        print_json(as_json(inputs, result, output_as_json(target, *result.image, options)));
+    } else {
+        report_parts(inputs, result);
+        report_overlaps(inputs, result);
+        tell(fmt::format("{} -> {} ({}): {}", inputs.names(), target, title_of_written(options),
+                         written_words(*result.image, *options.as)));
     }
-    report_overlaps(inputs, result);
-    tell(fmt::format("{} -> {} ({}): {}", inputs.names(), target, title_of_written(options),
-                     written_words(*result.image, *options.as)));
     note_other_extension(target, *options.as);
     return exit_code::fine;
 }
 
-constexpr std::array merge_options = {
-    option_id::output,     option_id::overlap,       option_id::from,        option_id::to,
-    option_id::width,      option_id::depth,         option_id::unit,        option_id::order,
-    option_id::base,       option_id::pad,           option_id::read_choice, option_id::write_choice,
-    option_id::data_radix, option_id::address_radix, option_id::no_runs,     option_id::force_conversion};
+constexpr auto merge_options =
+    united_options(reading_options, writing_options,
+                   std::array{option_id::output, option_id::overlap, option_id::fill, option_id::json});
 
 } // namespace
 

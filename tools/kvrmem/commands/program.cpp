@@ -3,6 +3,7 @@
 #include "kvrimage/files/file_error.h"
 #include "tools/kvrmem/command_line/generated_text.h"
 #include "tools/kvrmem/command_line/help_text.h"
+#include "tools/kvrmem/command_line/help_topics.h"
 #include "tools/kvrmem/command_line/idle_options.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/broken_file.h"
@@ -14,15 +15,29 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
 using kvrmem::exit_code;
+
+/// Standard input can be read once.
+void require_one_standard_input(const kvrmem::command& which, const kvrmem::arguments& given) {
+    constexpr std::array<std::string_view, 4> readers_of_all = {"check", "diff", "join", "merge"};
+    const bool reads_all = std::ranges::find(readers_of_all, which.name) != readers_of_all.end();
+    const auto end = reads_all || given.files.empty() ? given.files.end() : given.files.begin() + 1;
+    const auto times = std::count(given.files.begin(), end, "-") + (given.manifest == "-" ? 1 : 0);
+    if (times > 1 && which.name != std::string_view("split")) { // which writes the manifest
+        kvrmem::usage_error("- is given more than once: standard input can be read only once");
+    }
+}
 
 /// @param color left with what the command line says of it.
 exit_code run_command(const kvrmem::command& which, int count, char** words, kvrmem::color_choice& color) {
@@ -33,6 +48,7 @@ exit_code run_command(const kvrmem::command& which, int count, char** words, kvr
         return exit_code::fine;
     }
     kvrmem::refuse_idle_options(which, given);
+    require_one_standard_input(which, given);
     kvrmem::start_progress();
     const exit_code answer = which.run(given);
     kvrmem::end_progress();
@@ -45,7 +61,12 @@ bool asks_for_help(std::string_view word) {
 
 /// Help itself has no other help than the overview.
 std::string help_on(std::string_view subject) {
-    return asks_for_help(subject) ? kvrmem::overview() : kvrmem::help_for(kvrmem::find_command(subject));
+    const kvrmem::help_topic* const topic = kvrmem::topic_called(subject);
+    if (topic != nullptr && !kvrmem::is_command(subject)) {
+        return kvrmem::page_of(*topic);
+    }
+    const std::array<std::string, 1> words = {std::string(subject)};
+    return asks_for_help(subject) ? kvrmem::overview() : kvrmem::help_for(kvrmem::find_command(words));
 }
 
 /// @param count words of the command line, the program's name and @p first among them.
@@ -71,12 +92,12 @@ exit_code run(int count, char** words, kvrmem::color_choice& color) {
         return exit_code::fine;
     }
     if (first == "--generate") {
-        require_at_most(1, count, first);
-        kvrmem::print(kvrmem::generated_text(count > 2 ? words[2] : ""));
+        kvrmem::print(kvrmem::generated_text(std::vector<std::string>(words + 2, words + count)));
         return exit_code::fine;
     }
     constexpr std::array<std::string_view, 2> other_first_words = {"--help", "--version"};
-    return run_command(kvrmem::find_command(first, other_first_words), count - 1, words + 1, color);
+    const std::vector<std::string> line(words + 1, words + count);
+    return run_command(kvrmem::find_command(line, other_first_words), count - 1, words + 1, color);
 }
 
 int report(exit_code code, std::string_view message, kvrmem::color_choice color) {

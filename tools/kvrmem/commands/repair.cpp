@@ -1,5 +1,6 @@
 #include "tools/kvrmem/commands/repair.h"
 
+#include "kvrimage/files/file_name.h"
 #include "tools/kvrmem/files/check_report.h"
 #include "tools/kvrmem/files/diagnostic_colors.h"
 #include "tools/kvrmem/files/format_choice.h"
@@ -10,8 +11,10 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <cstdio>
 #include <string>
+#include <vector>
 
 namespace kvrmem {
 
@@ -29,13 +32,34 @@ void report_repairs(const std::string& name, const kvrimage::repaired& repaired)
     }
 }
 
+/// True for what is no fault of the file: it leaves open what the user has to say.
+bool asks_user(const kvrimage::diagnostic& found) {
+    return kvrimage::about(found.id).level == kvrimage::diagnostic_class::broken &&
+           (found.id == kvrimage::diagnostic_id::width_unknown || !found.option.empty());
+}
+
+/// Removes what asks the user from @p diagnostics, and reports it for the file @p name once that is written.
+std::vector<std::string> notes_instead_of_questions(const std::string& name,
+                                                    std::vector<kvrimage::diagnostic>& diagnostics) {
+    std::vector<std::string> notes;
+    for (const kvrimage::diagnostic& each : diagnostics) {
+        if (asks_user(each)) {
+            notes.push_back(fmt::format("{}: note: {}; {}", name, each.message, each.hint));
+        }
+    }
+    std::erase_if(diagnostics, asks_user);
+    return notes;
+}
+
 } // namespace
 
 exit_code repair_file(const arguments& given) {
     const memory_input input = open_memory(given, given.files[0]);
     const std::string& name = input.name();
-    const kvrimage::repaired repaired =
+    kvrimage::repaired repaired =
         kvrimage::repair(std::string(input.file.contents()), check_options_for(given, input.options));
+    const std::vector<std::string> notes =
+        notes_instead_of_questions(kvrimage::title_of_output(*given.output), repaired.left.diagnostics);
     const diagnostic_counts left(repaired.left);
     const std::string report =
         report_as_text(name, repaired.contents, repaired.left, diagnostic_painter(stderr, given.color));
@@ -51,6 +75,7 @@ exit_code repair_file(const arguments& given) {
     write_text(*given.output, repaired.contents);
     report_repairs(name, repaired);
     tell_as_it_is(report);
+    std::ranges::for_each(notes, tell);
     note_other_extension(*given.output, *repaired.left.facts.as);
     return exit_code::fine;
 }

@@ -1,24 +1,27 @@
 #include "kvrimage/files/file_name.h"
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/memory_output.h"
 #include "tools/kvrmem/files/output_files.h"
 #include "tools/kvrmem/files/written_memory.h"
+#include "tools/kvrmem/files/written_report.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/split/manifest.h"
 #include "tools/kvrmem/split/split_plan.h"
 #include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
 #include <array>
-#include <filesystem>
+#include <span>
 #include <string>
 #include <string_view>
-#include <system_error>
+#include <utility>
 #include <vector>
 
 namespace kvrmem {
@@ -65,15 +68,6 @@ void require_writable_parts(const arguments& given, const memory_input& input,
     }
 }
 
-/// True when both names are of one file, which may not be there yet.
-bool name_one_file(const std::string& left, const std::string& right) {
-    std::error_code error;
-    const auto place = [&error](const std::string& name) {
-        return std::filesystem::weakly_canonical(name, error);
-    };
-    return left == right || (!place(left).empty() && place(left) == place(right));
-}
-
 /// @throws tool_error (wrong usage) when a file would replace the input, or another file of the same split
 void require_distinct_files(const arguments& given, const std::vector<std::string>& names) {
     for (const std::string& name : names) {
@@ -90,7 +84,40 @@ void require_distinct_files(const arguments& given, const std::vector<std::strin
     }
 }
 
+/// What has to be known to read @p names, which are written with @p options, again.
+manifest manifest_of(const kvrimage::memory_image& image, const split_plan& plan,
+                     const kvrimage::write_options& options, const std::vector<std::string>& names) {
+    manifest made = {plan, image.width(), image.depth(), std::string(options.as->id), names, {}, {}};
+    if (options.as->counts == kvrimage::address_unit::byte) {
+        made.order = options.order;
+    }
+    if (options.as->counts == kvrimage::address_unit::either) {
+        made.unit = kvrimage::address_unit::word;
+    }
+    return made;
+}
+
+void report_parts(const arguments& given, const memory_input& input,
+                  const std::vector<kvrimage::memory_image>& parts, const std::vector<std::string>& names,
+                  const kvrimage::write_options& options) {
+    json_value outputs = json_value::array();
+    for (std::size_t index = 0; index < parts.size(); ++index) {
+        if (given.json) {
+            outputs.push_back(output_as_json(names[index], parts[index], options));
+        } else {
+            tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(), title_of_read(input), names[index],
+                             title_of_written(options), written_words(parts[index], *options.as)));
+        }
+    }
+    if (given.json) {
+        json_value document = report_on_inputs("kvrmem-split-report-1", std::span(&input, 1));
+        document["outputs"] = std::move(outputs);
+        print_json(document);
+    }
+}
+
 exit_code split(const arguments& given) {
+    require_json_apart(given, given.manifest.value_or(""));
     const std::string& pattern = given.files[1];
     require_pattern(pattern);
     const split_plan plan = plan_of(given);
@@ -100,6 +127,7 @@ exit_code split(const arguments& given) {
         image.fill_unset(word_of_user(*given.fill, image.width(), "--fill " + *given.fill));
     }
     const kvrimage::write_options options = write_options_for(given, pattern, input.result.facts);
+    show_operation(plan.title(), input.name());
     const std::vector<kvrimage::memory_image> parts = parts_of(image, plan);
     const std::vector<std::string> names = names_by(pattern, parts.size());
     require_distinct_files(given, names);
@@ -109,27 +137,20 @@ exit_code split(const arguments& given) {
         files.add(names[index], parts[index], options);
     }
     if (given.manifest) {
-        const manifest what = {plan, image.width(), image.depth(), std::string(options.as->id), names};
-        files.add(*given.manifest, manifest_text(what, *given.manifest));
+        files.add(*given.manifest, manifest_text(manifest_of(image, plan, options, names), *given.manifest));
     }
     files.commit();
     note_width(input);
-    for (std::size_t index = 0; index < parts.size(); ++index) {
-        tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(), title_of_read(input), names[index],
-                         title_of_written(options), written_words(parts[index], *options.as)));
-    }
+    note_lost_start(input);
+    report_parts(given, input, parts, names, options);
     note_other_extension(pattern, *options.as);
     return exit_code::fine;
 }
 
-constexpr std::array split_options = {
-    option_id::lane_bits,       option_id::banks,         option_id::blocks,
-    option_id::manifest,        option_id::from,          option_id::to,
-    option_id::width,           option_id::depth,         option_id::unit,
-    option_id::order,           option_id::base,          option_id::pad,
-    option_id::read_choice,     option_id::fill,          option_id::write_choice,
-    option_id::data_radix,      option_id::address_radix, option_id::no_runs,
-    option_id::force_conversion};
+constexpr auto split_options =
+    united_options(reading_options, writing_options,
+                   std::array{option_id::lane_bits, option_id::banks, option_id::blocks, option_id::manifest,
+                              option_id::fill, option_id::json});
 
 } // namespace
 

@@ -1,12 +1,15 @@
 #include "kvrimage/operations/checksum/checksum.h"
 #include "tools/kvrmem/command_line/idle_options.h"
+#include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/edit/edit_command.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/numbers/checksum_name.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -18,7 +21,6 @@
 #include <optional>
 #include <stdexcept>
 #include <string>
-#include <variant>
 #include <vector>
 
 namespace kvrmem {
@@ -42,6 +44,15 @@ struct stored_place {
     std::uint64_t first;
 };
 
+void require_one_algorithm(const arguments& given) {
+    const auto has = [&given](option_id id) {
+        return std::ranges::find(given.options, id) != given.options.end();
+    };
+    if (has(option_id::sha256) && has(option_id::algorithm)) {
+        usage_error("--sha256 and --algorithm exclude each other");
+    }
+}
+
 std::optional<stored_place> place_of(const arguments& given) {
     if (given.put && given.verify) {
         usage_error("--put and --verify exclude each other");
@@ -50,10 +61,6 @@ std::optional<stored_place> place_of(const arguments& given) {
         return stored_place{"--put", *given.put};
     }
     return given.verify ? std::optional(stored_place{"--verify", *given.verify}) : std::nullopt;
-}
-
-std::uint32_t width_of_checksum(const kvrimage::checksum_kind& what) {
-    return std::visit([](const auto& kind) { return kind.width; }, what);
 }
 
 /// The addresses that a checksum of @p bits takes at @p place.
@@ -91,16 +98,8 @@ std::vector<address_range> ranges_without(const address_range& all,
     return parts;
 }
 
-std::uint64_t count_set_words(const memory_image& image, const address_range& range) {
-    std::uint64_t count = 0;
-    for (const kvrimage::run& each : image.runs(range)) {
-        count += each.value ? each.addresses.last - each.addresses.first + 1 : 0;
-    }
-    return count;
-}
-
-computed_sum compute_sum(const arguments& given, const memory_input& input,
-                         const kvrimage::checksum_kind& what, const std::optional<address_range>& stored) {
+computed_sum compute_sum(const arguments& given, const memory_input& input, const sum_algorithm& what,
+                         const std::optional<address_range>& stored) {
     const memory_image& image = input.image();
     kvrimage::checksum_options options;
     options.ranges = ranges_without(range_within(given, image), stored);
@@ -115,11 +114,11 @@ computed_sum compute_sum(const arguments& given, const memory_input& input,
     std::uint64_t set = 0;
     for (const address_range& range : options.ranges) {
         words += range.last - range.first + 1;
-        set += count_set_words(image, range);
+        set += image.count_set(range);
     }
+    show_operation("checksum", input.name());
     try {
-        return {kvrimage::checksum_of(image, what, options), given.fill ? words : set,
-                given.fill ? 0 : words - set};
+        return {what.compute(image, options), given.fill ? words : set, given.fill ? 0 : words - set};
     } catch (const std::domain_error& error) {
         throw tool_error(exit_code::bad_input, fmt::format("{}: error: {}", input.name(), error.what()));
     } catch (const std::invalid_argument& error) {
@@ -150,16 +149,6 @@ std::vector<word> words_of_sum(const word& value, const address_range& stored, s
     return words;
 }
 
-/// Stores the checksum as `set` does.
-void store_sum(const arguments& given, const std::vector<word>& words, const address_range& stored) {
-    arguments edited = given;
-    edited.files.resize(1);
-    for (std::size_t index = 0; index < words.size(); ++index) {
-        edited.files.push_back(fmt::format("{}=0x{}", stored.first + index, hex_of(words[index])));
-    }
-    static_cast<void>(set_command.run(edited));
-}
-
 /// True when the words of @p stored are @p words. What they are is reported when they are not.
 bool is_stored(const memory_input& input, const std::vector<word>& words, const address_range& stored) {
     for (std::size_t index = 0; index < words.size(); ++index) {
@@ -174,16 +163,19 @@ bool is_stored(const memory_input& input, const std::vector<word>& words, const 
     return true;
 }
 
-void print_sum(const arguments& given, const memory_input& input, const computed_sum& sum) {
+/// @param verified whether the stored words are those of the checksum, where that is asked for
+void print_sum(const arguments& given, const memory_input& input, const computed_sum& sum,
+               std::optional<bool> verified) {
     const std::string name = given.algorithm.value_or("crc-32");
     if (given.json) {
-        print_json({{"schema", "kvrmem-sum-1"},
-                    {"file", json_name(input.path)},
-                    {"algorithm", name},
-                    {"value", hex_of(sum.value)},
-                    {"bits", sum.value.width()},
-                    {"words", sum.counted_words},
-                    {"left_out", sum.left_out}});
+        json_value answer = {{"schema", "kvrmem-sum-1"},  {"file", json_name(input.path)},
+                             {"algorithm", name},         {"value", hex_of(sum.value)},
+                             {"bits", sum.value.width()}, {"words", sum.counted_words},
+                             {"left_out", sum.left_out}};
+        if (verified) {
+            answer["verified"] = *verified;
+        }
+        print_json(answer);
         return;
     }
     const std::string left_out =
@@ -197,6 +189,9 @@ void require_editable(const arguments& given) {
     if (given.files[0] == "-") {
         usage_error("--put needs a file with a name");
     }
+    if (given.output == "-") {
+        usage_error("--output -: standard output has the checksum");
+    }
     if (given.base) {
         usage_error("--put and --base exclude each other: addresses are those of the file then");
     }
@@ -204,7 +199,8 @@ void require_editable(const arguments& given) {
 }
 
 exit_code run_sum(const arguments& given) {
-    const kvrimage::checksum_kind what = checksum_of_user(given.algorithm.value_or("crc-32"));
+    require_one_algorithm(given);
+    const sum_algorithm what = checksum_of_user(given.algorithm.value_or("crc-32"));
     const std::optional<stored_place> place = place_of(given);
     if (given.output && !given.put) {
         usage_error("--output is where --put writes the file");
@@ -212,31 +208,37 @@ exit_code run_sum(const arguments& given) {
     if (given.put) {
         require_editable(given);
     }
-    const memory_input input = read_memory(given, given.files[0]);
+    memory_input input = read_memory(given, given.files[0]);
+    if (given.put) {
+        require_edits(input);
+        refuse_sizes_said_twice(given, input);
+    }
     std::optional<address_range> stored;
     if (place) {
-        stored = addresses_of(*place, width_of_checksum(what), input.image());
+        stored = addresses_of(*place, what.bits, input.image());
     }
     const computed_sum computed = compute_sum(given, input, what, stored);
-    print_sum(given, input, computed);
     if (!stored) {
+        print_sum(given, input, computed, std::nullopt);
         return exit_code::fine;
     }
     const std::vector<word> words =
         words_of_sum(computed.value, *stored, input.image().width(),
                      given.order.value_or(input.result.facts.order.value_or(kvrimage::byte_order::little)));
     if (given.verify) {
-        return is_stored(input, words, *stored) ? exit_code::fine : exit_code::negative;
+        const bool is_right = is_stored(input, words, *stored);
+        print_sum(given, input, computed, is_right);
+        return is_right ? exit_code::fine : exit_code::negative;
     }
-    store_sum(given, words, *stored);
+    print_sum(given, input, computed, std::nullopt);
+    store_words(given, input, stored->first, words);
     return exit_code::fine;
 }
 
-constexpr std::array sum_options = {
-    option_id::from,   option_id::width, option_id::depth,     option_id::unit,
-    option_id::order,  option_id::base,  option_id::pad,       option_id::read_choice,
-    option_id::range,  option_id::fill,  option_id::algorithm, option_id::put,
-    option_id::verify, option_id::json,  option_id::output,    option_id::force_overwrite};
+constexpr auto sum_options = united_options(
+    reading_options,
+    std::array{option_id::range, option_id::fill, option_id::algorithm, option_id::sha256, option_id::put,
+               option_id::verify, option_id::json, option_id::output, option_id::force_overwrite});
 
 } // namespace
 

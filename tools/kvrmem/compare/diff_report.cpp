@@ -1,5 +1,6 @@
 #include "tools/kvrmem/compare/diff_report.h"
 
+#include "tools/kvrmem/files/shown_runs.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/standard_output.h"
@@ -18,25 +19,14 @@ using kvrimage::address_range;
 using kvrimage::difference;
 using kvrimage::word;
 
-std::string text_of(const address_range& range) {
-    return range.first == range.last ? fmt::format("0x{:X}", range.first)
-                                     : fmt::format("0x{:X}..0x{:X}", range.first, range.last);
-}
-
 /// The first of @p ranges.
 std::string listed(const std::vector<address_range>& ranges) {
     constexpr std::size_t most = 8;
     std::string text;
     for (std::size_t i = 0; i < std::min(ranges.size(), most); ++i) {
-        text += (i == 0 ? "" : ", ") + text_of(ranges[i]);
+        text += (i == 0 ? "" : ", ") + shown_range(ranges[i]);
     }
     return ranges.size() > most ? text + ", ..." : text;
-}
-
-std::uint64_t count_words(const std::vector<address_range>& ranges) {
-    return std::accumulate(
-        ranges.begin(), ranges.end(), std::uint64_t{0},
-        [](std::uint64_t sum, const address_range& range) { return sum + (range.last - range.first + 1); });
 }
 
 class quiet_report : public diff_report {
@@ -58,7 +48,7 @@ public:
         print_head();
         ++ranges;
         words += found.addresses.last - found.addresses.first + 1;
-        output.write(fmt::format("{:<{}} {} -> {}\n", text_of(found.addresses), place_size,
+        output.write(fmt::format("{:<{}} {} -> {}\n", shown_range(found.addresses), place_size,
                                  paint.paint(style::red, shown_or_gap(found.left, radix)),
                                  paint.paint(style::green, shown_or_gap(found.right, radix))));
     }
@@ -77,7 +67,9 @@ public:
 private:
     [[nodiscard]] std::string summary(bool is_partial) const {
         if (words == 0) {
-            return fmt::format("the {}words are the same\n", is_partial ? "other " : "");
+            const std::string sizes = difference_in_size(left, right);
+            return fmt::format("the {}words are the same{}{}\n", is_partial ? "other " : "",
+                               sizes.empty() ? "" : "; the memories differ in ", sizes);
         }
         return fmt::format("{} {} in {}\n", counted(words, "word"), words == 1 ? "differs" : "differ",
                            counted(ranges, "range"));
@@ -85,15 +77,9 @@ private:
     void print_head() {
         if (!head_printed) {
             head_printed = true;
-            output.write(paint.paint(style::bold, head("---", left)) + "\n");
-            output.write(paint.paint(style::bold, head("+++", right)) + "\n");
+            output.write(diff_heads(left, right, paint));
         }
     }
-    static std::string head(std::string_view mark, const diff_side& side) {
-        return fmt::format("{} {} ({}, {} x {})", mark, side.name, side.result.facts.as->title,
-                           side.image().depth(), counted(side.image().width(), "bit"));
-    }
-
     static constexpr int place_size = 16;
     const diff_side& left;
     const diff_side& right;
@@ -109,9 +95,9 @@ class json_report : public diff_report {
 public:
     json_report(const diff_side& left, const diff_side& right, const word_radix& shown_radix)
         : radix(shown_radix) {
-        output.write(fmt::format("{{\n  \"schema\": \"kvrmem-diff-1\",\n  \"left\": {},\n  \"right\": {},\n"
+        output.write(fmt::format("{{\n  \"schema\": \"{}\",\n  \"left\": {},\n  \"right\": {},\n"
                                  "  \"differences\": [",
-                                 json_text(described(left)), json_text(described(right))));
+                                 diff_schema, json_text(side_as_json(left)), json_text(side_as_json(right))));
     }
 
     void take(const difference& found) override {
@@ -131,14 +117,6 @@ public:
     }
 
 private:
-    static json_value described(const diff_side& side) {
-        json_value document;
-        document["file"] = json_name(side.path);
-        document["format"] = side.result.facts.as->title;
-        document["width"] = side.image().width();
-        document["depth"] = side.image().depth();
-        return document;
-    }
     [[nodiscard]] json_value shown(const std::optional<word>& value) const {
         return value ? json_value(shown_or_gap(value, radix)) : json_value(nullptr);
     }
@@ -148,7 +126,50 @@ private:
     bool is_first = true;
 };
 
+/// "--- a.mif (MIF, 256 x 16 bits)"
+std::string head(std::string_view mark, const diff_side& side) {
+    return fmt::format("{} {} ({}, {})", mark, side.name, side.result.facts.as->title, form_of(side));
+}
+
 } // namespace
+
+std::string difference_in_size(const diff_side& left, const diff_side& right) {
+    const kvrimage::memory_image& one = left.image();
+    const kvrimage::memory_image& other = right.image();
+    if (one.width() != other.width()) {
+        return fmt::format("width: {} and {} bits", one.width(), other.width());
+    }
+    if (one.base() != other.base()) {
+        return fmt::format("their first address: 0x{:X} and 0x{:X}", one.base(), other.base());
+    }
+    if (one.depth() != other.depth() && left.result.facts.as->states_depth &&
+        right.result.facts.as->states_depth) {
+        return fmt::format("depth: {} and {} words", one.depth(), other.depth());
+    }
+    return "";
+}
+
+std::string form_of(const diff_side& side) {
+    return fmt::format("{} x {}", side.image().depth(), counted(side.image().width(), "bit"));
+}
+
+std::string diff_heads(const diff_side& left, const diff_side& right, const painter& paint) {
+    return paint.paint(style::bold, head("---", left)) + "\n" + paint.paint(style::bold, head("+++", right)) +
+           "\n";
+}
+
+json_value side_as_json(const diff_side& side) {
+    return {{"file", json_name(side.path)},
+            {"format", side.result.facts.as->title},
+            {"width", side.image().width()},
+            {"depth", side.image().depth()}};
+}
+
+std::uint64_t count_words(const std::vector<address_range>& ranges) {
+    return std::accumulate(
+        ranges.begin(), ranges.end(), std::uint64_t{0},
+        [](std::uint64_t sum, const address_range& range) { return sum + (range.last - range.first + 1); });
+}
 
 std::unique_ptr<diff_report> make_quiet_report() {
     return std::make_unique<quiet_report>();

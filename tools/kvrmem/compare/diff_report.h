@@ -3,6 +3,7 @@
 #include "kvrimage/compare/compare.h"
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/surroundings/json.h"
 #include "tools/kvrmem/surroundings/terminal.h"
 
 #include <cstdint>
@@ -20,6 +21,24 @@ struct diff_side {
 
     [[nodiscard]] const kvrimage::memory_image& image() const { return result.image.value(); }
 };
+
+/// How the sizes of two memories differ: "depth: 16 and 32 words"; "" where they do not. The depth of a file
+/// that does not say it is no difference.
+[[nodiscard]] std::string difference_in_size(const diff_side& left, const diff_side& right);
+
+/// The schema of all that `diff --json` prints.
+inline constexpr const char* diff_schema = "kvrmem-diff-1";
+
+// What reports have in common.
+
+/// "256 x 16 bits"
+[[nodiscard]] std::string form_of(const diff_side& side);
+/// "--- a.mif (MIF, 256 x 16 bits)", and a line with "+++" for the right one.
+[[nodiscard]] std::string diff_heads(const diff_side& left, const diff_side& right, const painter& paint);
+/// File, format, width and depth.
+[[nodiscard]] json_value side_as_json(const diff_side& side);
+/// How many addresses @p ranges have together.
+[[nodiscard]] std::uint64_t count_words(const std::vector<kvrimage::address_range>& ranges);
 
 /// What a comparison of two memories prints on the standard output. Reports view the memories that they are
 /// made for.

@@ -1,21 +1,28 @@
 #include "tools/kvrmem/edit/edit_command.h"
 
+#include "kvrimage/compare/fingerprint.h"
+#include "kvrimage/edit/field_edit.h"
 #include "kvrimage/formats/memory_file.h"
+#include "tools/kvrmem/command_line/command_line.h"
+#include "tools/kvrmem/edit/assignment_file.h"
+#include "tools/kvrmem/edit/edit_operand.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/files/lost_comments.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/memory_output.h"
-#include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstddef>
 #include <optional>
-#include <string_view>
+#include <span>
+#include <string>
 #include <utility>
 
 namespace kvrmem {
@@ -49,30 +56,31 @@ std::vector<known_fault> known_faults(const arguments& given, const memory_input
     return faults;
 }
 
+/// True where a base is all that @p result lacks.
+bool has_far_addresses(const kvrimage::read_result& result) {
+    return std::ranges::all_of(result.diagnostics, [](const diagnostic& each) {
+        return kvrimage::about(each.id).level != kvrimage::diagnostic_class::broken ||
+               each.id == kvrimage::diagnostic_id::base_needed;
+    });
+}
+
 /// Reads the file also where it is broken, as far as it can be read.
 memory_input read_for_edit(const arguments& given) {
     memory_input input = open_memory(given, given.files[0]);
     input.options.keep_going = true;
     parse(input);
+    if (input.options.as != nullptr) {
+        require_edits(input);
+    }
+    if (!input.result.image && has_far_addresses(input.result)) {
+        input.options.base = 0; // they are named as the file has them
+        parse(input);
+    }
     if (!input.result.image) {
         throw refusal_of(given, input.path, input.file, input.result, *first_broken(input.result));
     }
-    if (input.options.as->edit == nullptr) {
-        throw tool_error(exit_code::bad_input,
-                         fmt::format("{}: {} cannot be edited in place; convert the file to MIF, edit that, "
-                                     "and convert it back",
-                                     input.name(), input.options.as->title));
-    }
+    refuse_sizes_said_twice(given, input);
     return input;
-}
-
-edit_operand read_operand(const std::string& text, const char* example) {
-    const std::size_t equals = text.find('=');
-    const auto addresses = read_address_range(std::string_view(text).substr(0, equals));
-    if (equals == std::string::npos || !addresses) {
-        usage_error(fmt::format("'{}' is not of the form {}", text, example));
-    }
-    return {text, *addresses, text.substr(equals + 1)};
 }
 
 /// A file that does not say its depth gets deeper where an edit reaches beyond it.
@@ -85,18 +93,141 @@ void make_room(memory_input& input, std::uint64_t last) {
     }
 }
 
-std::vector<assignment> read_assignments(const arguments& given, const edit_kind& kind, memory_input& input) {
+/// What the operands of a command come to.
+struct planned_edits {
     std::vector<assignment> assignments;
-    for (auto text = given.files.begin() + 1; text != given.files.end(); ++text) {
-        const edit_operand operand = read_operand(*text, kind.example);
-        make_room(input, operand.addresses.last);
-        const std::string fault = range_fault(operand.addresses, input.image());
-        if (!fault.empty()) {
-            usage_error(fmt::format("{}: {}", operand.text, fault));
+    std::vector<kvrimage::address_range> addresses; ///< of each operand
+};
+
+/// Makes assignments of operands, in order: bits of a word are set in what the operands before have made of
+/// it.
+class edit_planner {
+public:
+    edit_planner(const arguments& given, const edit_kind& what, memory_input& edited)
+        : kind(what),
+          input(edited),
+          rules{given.round.value_or(kvrimage::rounding::nearest), given.saturate, what.takes_ranges} {}
+
+    void take(const std::string& text) {
+        const edit_operand operand = parse_edit_operand(text, kind.example);
+        if (!kind.takes_ranges && operand.addresses.first != operand.addresses.last) {
+            usage_error(fmt::format("{}: set takes single addresses; fill takes ranges", text));
         }
-        assignments.push_back(kind.make(operand, input.image().width()));
+        edit_values values = values_of(operand, input.image().width(), rules);
+        has_fraction = has_fraction || values.has_fraction;
+        const kvrimage::address_range addresses = addresses_for(operand, values.words.size());
+        make_room(input, addresses.last);
+        const std::string fault = range_fault(addresses, input.image());
+        if (!fault.empty()) {
+            usage_error(fmt::format("{}: {}", text, fault));
+        }
+        if (operand.field) {
+            add_fields(operand, {addresses, *operand.field, std::move(values.words)});
+        } else {
+            edits.assignments.push_back({addresses, without_repetition(std::move(values.words))});
+        }
+        edits.addresses.push_back(addresses);
     }
-    return assignments;
+
+    [[nodiscard]] bool has_seen_fraction() const noexcept { return has_fraction; }
+    [[nodiscard]] planned_edits& result() noexcept { return edits; }
+
+private:
+    /// A text reaches as far as it is long.
+    [[nodiscard]] kvrimage::address_range addresses_for(const edit_operand& operand,
+                                                        std::uint64_t values) const {
+        const auto [first, last] = operand.addresses;
+        if (!kind.takes_ranges) {
+            // Beyond the last of all addresses, the one that is compared with the memory is beyond it, too.
+            return {first, first + std::min(values - 1, ~first)};
+        }
+        if (values - 1 > last - first) {
+            usage_error(fmt::format("{}: {} values are too many for {}", operand.text, values,
+                                    counted(last - first + 1, "word")));
+        }
+        return {first, last};
+    }
+    static std::vector<kvrimage::word> without_repetition(std::vector<kvrimage::word> words) {
+        if (std::ranges::all_of(words, [&words](const auto& each) { return each == words.front(); })) {
+            words.erase(words.begin() + 1, words.end());
+        }
+        return words;
+    }
+    void add_fields(const edit_operand& operand, const kvrimage::field_change& change) {
+        kvrimage::field_assignments made = kvrimage::assignments_of(image_so_far(), change);
+        if (made.not_set) {
+            usage_error(fmt::format("{}: the word at address {} is not {}; give it a whole value first",
+                                    operand.text, *made.not_set,
+                                    is_unreadable(*made.not_set) ? "readable" : "set"));
+        }
+        if (made.are_too_many) {
+            usage_error(fmt::format("{}: more than {} words that do not repeat", operand.text,
+                                    kvrimage::most_words_with_fields));
+        }
+        std::ranges::move(made.assignments, std::back_inserter(edits.assignments));
+    }
+    [[nodiscard]] bool is_unreadable(std::uint64_t address) const {
+        return std::ranges::any_of(input.result.unreadable, [address](const auto& each) {
+            return each.first <= address && address <= each.last;
+        });
+    }
+    /// The memory after the assignments so far. Without one it is that of the file.
+    const memory_image& image_so_far() {
+        if (edits.assignments.empty()) {
+            return input.image();
+        }
+        if (!changed) {
+            changed.emplace(input.image());
+        }
+        changed->resize(input.image().depth());
+        for (; changed_by < edits.assignments.size(); ++changed_by) {
+            const assignment& each = edits.assignments[changed_by];
+            changed->fill(each.addresses, each.words);
+        }
+        return *changed;
+    }
+
+    const edit_kind& kind;
+    memory_input& input;
+    edit_value_rules rules;
+    planned_edits edits;
+    bool has_fraction = false;
+    std::optional<memory_image> changed; ///< nothing before it is needed
+    std::size_t changed_by = 0;          ///< assignments
+};
+
+void take_file(edit_planner& planner, const std::string& path) {
+    for (const assignment_line& line : read_assignment_file(path)) {
+        try {
+            planner.take(line.operand);
+        } catch (const tool_error& error) {
+            throw tool_error(exit_code::bad_input, fmt::format("{}: error: {}", line.place, error.message()));
+        }
+    }
+}
+
+void require_assignments(const arguments& given) {
+    if (given.files.size() < 2 && given.assignment_files.empty()) {
+        usage_error(fmt::format("too few operands: kvrmem {} {}", given.which->name, given.which->operands));
+    }
+    const auto streams = std::ranges::count(given.assignment_files, "-") + (given.files[0] == "-" ? 1 : 0);
+    if (streams > 1) {
+        usage_error("standard input cannot be read twice");
+    }
+}
+
+planned_edits plan_edits(const arguments& given, const edit_kind& kind, memory_input& input) {
+    edit_planner planner(given, kind, input);
+    for (const std::string& path : given.assignment_files) {
+        take_file(planner, path);
+    }
+    std::for_each(given.files.begin() + 1, given.files.end(),
+                  [&planner](const std::string& text) { planner.take(text); });
+    if ((given.round || given.saturate) && !planner.has_seen_fraction()) {
+        usage_error(fmt::format("--{} has no effect without a fraction, such as 0=fixed:1.15:0.5",
+                                given.round ? "round" : "saturate"));
+    }
+    return std::move(planner.result());
 }
 
 void require_reasonable_size(const memory_input& input, const std::vector<assignment>& assignments) {
@@ -143,9 +274,9 @@ bool apply(memory_input& input, const std::vector<assignment>& assignments,
     return !edit.edits.empty();
 }
 
-/// How the text of @p input is read after the edit: as every command would, but for what the file does not
-/// say itself.
-kvrimage::read_options options_for_verifying(const memory_input& input) {
+/// How the text of @p input is read after the edit: as every command would with the options of @p given, but
+/// for what the file does not say itself.
+kvrimage::read_options options_for_verifying(const arguments& given, const memory_input& input) {
     kvrimage::read_options options = input.options;
     options.keep_going = false;
     if (!options.as->states_width) {
@@ -154,6 +285,7 @@ kvrimage::read_options options_for_verifying(const memory_input& input) {
     if (!options.as->states_depth) {
         options.depth = input.image().depth();
     }
+    options.as = given.from;
     return options;
 }
 
@@ -181,12 +313,37 @@ std::string address_options(const kvrimage::file_facts& facts) {
     return options;
 }
 
-/// Reads the text of @p input, which was edited, and compares.
-void verify(const memory_input& input, const std::vector<known_fault>& faults) {
-    kvrimage::read_options options = options_for_verifying(input);
+/// The words that an edited file must hold. Where it lists them one by one, it is hardly larger than they are
+/// in memory: there only their fingerprint is kept. Ranges can be of billions of words, which are few in
+/// memory.
+class expected_words {
+public:
+    expected_words(memory_image&& image, bool has_ranges) {
+        if (has_ranges) {
+            whole.emplace(std::move(image));
+        } else {
+            const memory_image gone = std::move(image);
+            fingerprint = kvrimage::fingerprint_of(gone);
+        }
+    }
+    [[nodiscard]] bool are_those_of(const memory_image& found) const {
+        return whole ? *whole == found : kvrimage::fingerprint_of(found) == fingerprint;
+    }
+
+private:
+    std::optional<memory_image> whole;
+    std::uint64_t fingerprint = 0;
+};
+
+/// Reads the text of @p input, which was edited, and compares. The image of @p input is then what was read.
+void verify(const arguments& given, memory_input& input, const std::vector<known_fault>& faults) {
+    kvrimage::read_options options = options_for_verifying(given, input);
+    const expected_words expected(*std::move(input.result.image), input.options.as->holds_ranges);
+    input.result.image.reset();
     kvrimage::read_result found = kvrimage::parse(input.file.contents(), options);
     const diagnostic* broken = first_broken(found);
-    if (broken != nullptr && !options.unit && input.result.facts.unit) {
+    const bool is_new = broken != nullptr && known_refusal(faults, *broken) == nullptr;
+    if (is_new && !options.unit && input.result.facts.unit) {
         // New words can leave open what the addresses count, which the old ones have said.
         options.unit = input.result.facts.unit;
         options.order = input.result.facts.order;
@@ -200,40 +357,90 @@ void verify(const memory_input& input, const std::vector<known_fault>& faults) {
     if (broken != nullptr) {
         refuse_edit(input, *broken, faults);
     }
-    if (found.image != input.image()) {
+    if (!expected.are_those_of(*found.image)) {
         if (!faults.empty()) { // words beside the new ones were in doubt
             throw faults.front().refusal;
         }
         throw tool_error(exit_code::internal,
                          input.name() + ": the edit would change other words too, nothing was written");
     }
+    input.result.image = std::move(found.image);
+}
+
+bool is_in_place(const arguments& given, const memory_input& input) {
+    return !given.output || *given.output == input.path;
+}
+
+/// Makes the edits of @p assignments in the text of @p input, and writes it.
+/// @return false when the words are as they were already
+bool write_edits(const arguments& given, memory_input& input, const std::vector<assignment>& assignments,
+                 const std::vector<known_fault>& faults) {
+    require_reasonable_size(input, assignments);
+    const bool has_changed = apply(input, assignments, faults);
+    verify(given, input, faults);
+    const bool in_place = is_in_place(given, input);
+    if (!in_place && !given.force) {
+        require_no_lost_comments(*given.output, input.file.contents());
+    }
+    if (has_changed || !in_place || input.path == "-") {
+        write_text(given.output.value_or(input.path), input.file.contents());
+    }
+    return has_changed;
+}
+
+/// @param summary "2 words set"
+void report_edits(const arguments& given, const memory_input& input, const std::string& summary,
+                  bool has_changed) {
+    note_width(input);
+    const bool in_place = is_in_place(given, input);
+    const std::string target = in_place ? "" : " -> " + *given.output;
+    tell(fmt::format("{}{}: {}{}", input.name(), target, summary,
+                     has_changed ? "" : ", as they were already"));
+    if (!in_place) {
+        note_other_extension(*given.output, *input.options.as);
+    }
 }
 
 } // namespace
 
+void require_edits(const memory_input& input) {
+    if (input.options.as->edit == nullptr) {
+        throw tool_error(exit_code::bad_input,
+                         fmt::format("{}: {} cannot be edited in place; convert the file to MIF, edit that, "
+                                     "and convert it back",
+                                     input.name(), input.options.as->title));
+    }
+}
+
+void refuse_sizes_said_twice(const arguments& given, const memory_input& input) {
+    const kvrimage::format& as = *input.options.as;
+    if ((!given.width && !given.depth) || !as.states_width || !as.states_depth) {
+        return;
+    }
+    kvrimage::read_options alone = input.options;
+    alone.width.reset();
+    alone.depth.reset();
+    if (kvrimage::parse(input.file.contents(), alone).image) {
+        usage_error(fmt::format("{} has no effect on {}, which says its width and depth itself",
+                                given.width ? "--width" : "--depth", as.title));
+    }
+}
+
 void edit_file(const arguments& given, const edit_kind& kind) {
+    require_assignments(given);
+    require_replaceable(given, given.files[0]);
     memory_input input = read_for_edit(given);
     const std::vector<known_fault> faults = known_faults(given, input);
-    const std::vector<assignment> assignments = read_assignments(given, kind, input);
-    require_reasonable_size(input, assignments);
-    const bool has_changed = apply(input, assignments, faults);
-    verify(input, faults);
-
-    const bool is_in_place = !given.output || *given.output == input.path;
-    if (!is_in_place && !given.force) {
-        require_no_lost_comments(*given.output, input.file.contents());
-    }
-    if (has_changed || !is_in_place || input.path == "-") {
-        write_text(given.output.value_or(input.path), input.file.contents());
-    }
+    const planned_edits edits = plan_edits(given, kind, input);
+    const bool has_changed = write_edits(given, input, edits.assignments, faults);
     note_suspect_ones(given, input);
-    note_width(input);
-    const std::string target = is_in_place ? "" : " -> " + *given.output;
-    tell(fmt::format("{}{}: {}{}", input.name(), target, kind.summarize(assignments),
-                     has_changed ? "" : ", as they were already"));
-    if (!is_in_place) {
-        note_other_extension(*given.output, *input.options.as);
-    }
+    report_edits(given, input, kind.summarize(edits.addresses), has_changed);
+}
+
+void store_words(const arguments& given, memory_input& input, std::uint64_t first,
+                 const std::vector<kvrimage::word>& words) {
+    const bool has_changed = write_edits(given, input, {{{first, first + words.size() - 1}, words}}, {});
+    report_edits(given, input, counted(words.size(), "word") + " set", has_changed);
 }
 
 } // namespace kvrmem

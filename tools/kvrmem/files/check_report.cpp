@@ -109,7 +109,8 @@ json_value report_as_json(const std::string& path, const kvrimage::read_result& 
     const diagnostic_counts counts(result);
     json_value document;
     document["file"] = json_name(path);
-    document["format"] = result.facts.as->title;
+    document["format"] =
+        result.facts.as != nullptr ? json_value(result.facts.as->title) : json_value(nullptr);
     for (std::size_t level = 0; level < class_names.size(); ++level) {
         document[class_names[level]] = counts.of(static_cast<diagnostic_class>(level));
     }

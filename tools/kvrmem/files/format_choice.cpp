@@ -2,6 +2,7 @@
 
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/formats/registry.h"
+#include "tools/kvrmem/command_line/unknown_format.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
@@ -16,14 +17,22 @@ namespace kvrmem {
 namespace {
 
 [[noreturn]] void refuse_name(const std::string& path, std::string_view advice) {
-    usage_error(fmt::format("{}: the name does not tell the format; give {} (kvrmem formats lists them)",
-                            path, advice));
+    usage_error(fmt::format("{}: {} not tell the format; give {} (kvrmem formats lists them)",
+                            kvrimage::title_of_input(path), path == "-" ? "the contents do" : "the name does",
+                            advice));
 }
 
 [[noreturn]] void refuse_format(const std::string& path, const kvrimage::format& as) {
     usage_error(fmt::format("{}: {} cannot be read, only written; if the file has another format, give "
                             "--from (kvrmem formats lists them)",
                             kvrimage::title_of_input(path), as.title));
+}
+
+/// @p option, and what it takes where the extension of @p path is one of another tool's.
+std::string advice_for(const std::string& path, std::string_view option) {
+    const kvrimage::format* const meant = format_meant_by_extension(path);
+    return meant != nullptr ? fmt::format("{} {}, if it is {}", option, meant->id, meant->title)
+                            : std::string(option);
 }
 
 bool is_readable(const kvrimage::format* as) {
@@ -36,7 +45,7 @@ const kvrimage::format& format_for(const kvrimage::format* given, const std::str
                                    std::string_view option) {
     const kvrimage::format* const found = given != nullptr ? given : kvrimage::format_of_path(path);
     if (found == nullptr) {
-        refuse_name(path, option);
+        refuse_name(path, advice_for(path, option));
     }
     return *found;
 }
@@ -60,7 +69,7 @@ void require_known_format(const kvrimage::format* given, const std::string& path
     if (best != kvrimage::certainty::certain) {
         refuse_name(path, best == kvrimage::certainty::likely
                               ? fmt::format("--from {}, which it looks like", found.front().as->id)
-                              : "--from");
+                              : advice_for(path, "--from"));
     }
 }
 

@@ -3,31 +3,68 @@
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/formats/format_choice.h"
 #include "kvrimage/formats/memory_file.h"
+#include "kvrimage/formats/registry.h"
 #include "kvrimage/formats/unset_words.h"
+#include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/surroundings/counted.h"
 #include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/surroundings/terminal.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
 
 #include <algorithm>
+#include <cstdio>
 #include <utility>
+#include <vector>
 
 namespace kvrmem {
 
 namespace {
 
+kvrimage::read_options read_options_of(const arguments& given, const std::string& path) {
+    kvrimage::read_options options;
+    options.as = given.from;
+    options.file_name = path;
+    options.width = given.width;
+    options.depth = given.depth;
+    options.unit = given.unit;
+    options.order = given.order;
+    options.base = given.base;
+    options.pad = given.pad;
+    options.choices = given.read_choices;
+    options.keep_going = given.keep_going;
+    return options;
+}
+
+/// What is broken in @p input when it is read with the options that its diagnostics ask for, or what @p later
+/// says of it then: with the options for that, too, the command can be tried once instead of twice.
+std::vector<kvrimage::diagnostic> next_obstacles(const arguments& given, const memory_input& input,
+                                                 const later_obstacles& later) {
+    const std::vector<std::string> asked = options_asked_for(given, input.result.diagnostics);
+    if (asked.empty()) {
+        return {};
+    }
+    const arguments then = with_options(given, asked);
+    kvrimage::read_options options = read_options_of(then, input.path);
+    options.keep_going = false;
+    const kvrimage::read_result result = kvrimage::parse(input.file.contents(), options);
+    return result.image ? (later ? later(then, result) : std::vector<kvrimage::diagnostic>())
+                        : result.diagnostics;
+}
+
 /// Reports what is broken, where the command goes on with the rest.
-void report_or_refuse(const arguments& given, const memory_input& input) {
+void report_or_refuse(const arguments& given, const memory_input& input, const later_obstacles& later) {
     const kvrimage::diagnostic* const broken = first_broken(input.result);
     if (broken == nullptr) {
         return;
     }
     if (!given.keep_going || !input.result.image) {
-        throw refusal_of(given, input.path, input.file, input.result, *broken);
+        throw refusal_of(given, input.path, input.file, input.result, *broken,
+                         next_obstacles(given, input, later));
     }
     tell_as_it_is(refusal_of(given, input.path, input.file, input.result, *broken).shown());
 }
@@ -49,20 +86,10 @@ kvrimage::input_file read_file(const std::string& path, const kvrimage::read_opt
 } // namespace
 
 memory_input open_memory(const arguments& given, const std::string& path) {
-    if (path == "-") {
-        static_cast<void>(format_for(given.from, path, "--from")); // before a terminal is waited for
+    if (path == "-" && is_terminal(stdin)) {
+        static_cast<void>(format_for(given.from, path, "--from")); // before somebody types a file
     }
-    kvrimage::read_options options;
-    options.as = given.from;
-    options.file_name = path;
-    options.width = given.width;
-    options.depth = given.depth;
-    options.unit = given.unit;
-    options.order = given.order;
-    options.base = given.base;
-    options.pad = given.pad;
-    options.choices = given.read_choices;
-    options.keep_going = given.keep_going;
+    kvrimage::read_options options = read_options_of(given, path);
     kvrimage::input_file file = read_file(path, options);
     options.keeper = file.keeper();
     require_known_format(given.from, path, file.contents());
@@ -74,14 +101,24 @@ void parse(memory_input& input) {
     input.options.as = input.result.facts.as;
 }
 
-memory_input read_memory(const arguments& given, const std::string& path) {
+memory_input read_memory(const arguments& given, const std::string& path, const later_obstacles& later) {
     memory_input input = open_memory(given, path);
     parse(input);
-    report_or_refuse(given, input);
+    report_or_refuse(given, input, later);
     if (!given.quiet) {
         note_suspect_ones(given, input);
     }
     return input;
+}
+
+arguments for_compared_file(const arguments& given, const std::string& path) {
+    arguments of_file = given;
+    of_file.from = kvrimage::format_of_path(path) != nullptr ? nullptr : given.from;
+    return of_file;
+}
+
+memory_input read_compared_memory(const arguments& given, const std::string& path) {
+    return read_memory(for_compared_file(given, path), path);
 }
 
 void note_suspect_ones(const arguments& given, const memory_input& input) {

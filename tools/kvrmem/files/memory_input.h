@@ -4,7 +4,9 @@
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/command_line/option_table.h"
 
+#include <functional>
 #include <string>
+#include <vector>
 
 namespace kvrmem {
 
@@ -27,11 +29,23 @@ struct memory_input {
 /// Reads what open_memory() has opened into @p input.result, and notes the format.
 void parse(memory_input& input);
 
+/// What a command will have against a file that was read with @p given as @p result.
+using later_obstacles = std::function<std::vector<kvrimage::diagnostic>(const arguments& given,
+                                                                        const kvrimage::read_result& result)>;
+
 /// Reads the file @p path, which has an image then. What was kept from the image with --keep-going, and how
 /// many diagnostics are suspect, is reported on standard error.
 /// @throws broken_file when a diagnostic is broken, without --keep-going or where nothing can be read
 /// @throws what open_memory() does
-[[nodiscard]] memory_input read_memory(const arguments& given, const std::string& path);
+/// @param later for a command line to try, which has the options for that then
+[[nodiscard]] memory_input read_memory(const arguments& given, const std::string& path,
+                                       const later_obstacles& later = {});
+
+/// What is given, for one of two files that are compared: --from is for a name that does not show its format.
+[[nodiscard]] arguments for_compared_file(const arguments& given, const std::string& path);
+
+/// read_memory() of one of two files that are compared.
+[[nodiscard]] memory_input read_compared_memory(const arguments& given, const std::string& path);
 
 /// Reports on standard error, in one line, how many suspect diagnostics check has of @p input, if reading it
 /// has found one: that words are not set is no news of its own.

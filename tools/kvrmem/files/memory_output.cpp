@@ -1,8 +1,10 @@
 #include "tools/kvrmem/files/memory_output.h"
 
+#include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/files/replacement_file.h"
 #include "kvrimage/formats/memory_file.h"
+#include "kvrimage/operations/selection.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
@@ -26,6 +28,28 @@ std::vector<kvrimage::diagnostic> obstacles_to(const kvrimage::memory_image& ima
     return kvrimage::can_write(image, options);
 }
 
+/// The memory from its first word on, at address 0.
+kvrimage::memory_image from_first_word(const kvrimage::memory_image& image,
+                                       const kvrimage::address_range& bounds) {
+    return kvrimage::with_depth(kvrimage::moved(image, bounds.first, image.base()),
+                                bounds.last - bounds.first + 1);
+}
+
+/// Adds --base to an obstacle that nothing else helps against, where with it the image could be written.
+void offer_base(const arguments& given, const memory_input& input, const kvrimage::write_options& options,
+                kvrimage::diagnostic& obstacle) {
+    const auto bounds = input.image().bounds();
+    if (!obstacle.hint.empty() || given.base || !bounds || bounds->first == input.image().base() ||
+        !kvrimage::can_write(from_first_word(input.image(), *bounds), options).empty()) {
+        return;
+    }
+    const std::uint64_t units = input.result.facts.unit == kvrimage::address_unit::byte
+                                    ? kvrimage::bytes_of_width(input.image().width())
+                                    : 1;
+    obstacle.option = fmt::format("--base 0x{:X}", bounds->first * units);
+    obstacle.hint = obstacle.option + " makes the first word that is set word 0";
+}
+
 } // namespace
 
 void require_writable(const arguments& given, const memory_input& input,
@@ -35,6 +59,7 @@ void require_writable(const arguments& given, const memory_input& input,
         return;
     }
     kvrimage::diagnostic& first = obstacles.front();
+    offer_base(given, input, options, first);
     if (first.address && input.options.as->find_word != nullptr) {
         const auto line = input.options.as->find_word(input.file.contents(), input.options, *first.address);
         first.where = line.value_or(kvrimage::place{});
@@ -64,9 +89,30 @@ void write_text(const std::string& target, std::string_view text) {
     file.commit();
 }
 
+void require_replaceable(const arguments& given, const std::string& path) {
+    std::error_code error;
+    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    if (given.output || path == "-" || !std::filesystem::is_other(status)) {
+        return;
+    }
+    usage_error(fmt::format("{}: a pipe or a device cannot be changed in place; add --output FILE",
+                            kvrimage::title_of_input(path)));
+}
+
 bool is_regular_file(const std::string& path) {
     struct stat status {};
     return path != "-" && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+}
+
+bool name_one_file(const std::string& left, const std::string& right) {
+    if (left == "-" || right == "-") {
+        return false;
+    }
+    std::error_code error;
+    const auto place = [&error](const std::string& name) {
+        return std::filesystem::weakly_canonical(std::filesystem::absolute(name, error), error);
+    };
+    return left == right || (!place(left).empty() && place(left) == place(right));
 }
 
 } // namespace kvrmem

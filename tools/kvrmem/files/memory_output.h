@@ -26,7 +26,15 @@ void write_image(const std::string& target, const kvrimage::memory_image& image,
 /// The same for a text.
 void write_text(const std::string& target, std::string_view text);
 
+/// Makes sure that the file @p path can take a changed text of its own: a pipe or a device cannot. Standard
+/// input is written to standard output, and --output names another file.
+/// @throws tool_error (wrong usage)
+void require_replaceable(const arguments& given, const std::string& path);
+
 /// True when @p path names a regular file that is there.
 [[nodiscard]] bool is_regular_file(const std::string& path);
+
+/// True when both names are of one file, which may not be there yet. Standard input and output are none.
+[[nodiscard]] bool name_one_file(const std::string& left, const std::string& right);
 
 } // namespace kvrmem

@@ -2,6 +2,7 @@
 
 #include "tools/kvrmem/operations/named_scheme.h"
 #include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -42,6 +43,7 @@ protection_result check_protection(const memory_input& input, const std::string&
     const std::string title = fmt::format("{}: --ecc {}", input.name(), scheme);
     try {
         const kvrimage::ecc_scheme bits = scheme_of_protected(scheme, input.image().width());
+        show_operation("--ecc " + scheme, input.name());
         return {scheme, kvrimage::check_protection(input.image(), bits), weakness_of(scheme, bits)};
     } catch (const std::invalid_argument& error) {
         usage_error(fmt::format("{}: {}", title, error.what()));
@@ -50,16 +52,27 @@ protection_result check_protection(const memory_input& input, const std::string&
     }
 }
 
+std::vector<std::string> wrong_bits_of(const protection_result& result) {
+    std::vector<std::string> texts;
+    for (const ecc_finding& each : result.report.findings) {
+        texts.push_back(fmt::format("{}: {}", addresses_of(each),
+                                    each.bit ? fmt::format("bit {} is wrong", *each.bit)
+                                             : "bits are wrong, and the check bits do not say which"));
+    }
+    return texts;
+}
+
+std::uint64_t words_beyond(const protection_result& result) {
+    return result.wrong() - words_of(result.report.findings);
+}
+
 std::string protection_as_text(const std::string& name, const protection_result& result) {
     std::string text;
-    for (const ecc_finding& each : result.report.findings) {
-        text += fmt::format("{}: error: {}: {}\n", name, addresses_of(each),
-                            each.bit ? fmt::format("bit {} is wrong", *each.bit)
-                                     : std::string("bits are wrong, and the check bits do not say which"));
+    for (const std::string& each : wrong_bits_of(result)) {
+        text += fmt::format("{}: error: {}\n", name, each);
     }
-    if (const std::uint64_t shown = words_of(result.report.findings); shown != result.wrong()) {
-        text += fmt::format("{}: {} with wrong bits beyond these\n", name,
-                            counted(result.wrong() - shown, "word"));
+    if (const std::uint64_t beyond = words_beyond(result); beyond != 0) {
+        text += fmt::format("{}: {} with wrong bits beyond these\n", name, counted(beyond, "word"));
     }
     return text + fmt::format("{}: {} checked by {}: {}{}\n", name, counted(result.report.checked, "word"),
                               result.scheme,

@@ -6,6 +6,7 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 namespace kvrmem {
 
@@ -23,6 +24,12 @@ struct protection_result {
 /// @throws tool_error (wrong usage) when the scheme is not for words of that width; (bad input) for a word
 /// with don't-care bits
 [[nodiscard]] protection_result check_protection(const memory_input& input, const std::string& scheme);
+
+/// "address 0x5: bit 3 is wrong", and so on: what is kept of the words with wrong bits.
+[[nodiscard]] std::vector<std::string> wrong_bits_of(const protection_result& result);
+
+/// Words with wrong bits that are not among these.
+[[nodiscard]] std::uint64_t words_beyond(const protection_result& result);
 
 /// Lines on the words of the file @p name with wrong bits, and one on all.
 [[nodiscard]] std::string protection_as_text(const std::string& name, const protection_result& result);

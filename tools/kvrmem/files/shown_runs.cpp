@@ -1,9 +1,48 @@
 #include "tools/kvrmem/files/shown_runs.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
+#include <cstddef>
 #include <cstdint>
 
 namespace kvrmem {
+
+namespace {
+
+constexpr std::size_t most_shown_ranges = 8;
+
+} // namespace
+
+std::string shown_range(const kvrimage::address_range& range) {
+    return range.first == range.last ? fmt::format("0x{:X}", range.first)
+                                     : fmt::format("0x{:X}..0x{:X}", range.first, range.last);
+}
+
+std::string shown_ranges(std::span<const kvrimage::address_range> ranges) {
+    std::string text;
+    for (const kvrimage::address_range& range : ranges.first(std::min(ranges.size(), most_shown_ranges))) {
+        text += (text.empty() ? "" : ", ") + shown_range(range);
+    }
+    return text + (ranges.size() > most_shown_ranges ? " ..." : "");
+}
+
+std::string set_addresses(const kvrimage::memory_image& image) {
+    std::vector<kvrimage::address_range> ranges;
+    for (const kvrimage::run& each : image.runs()) {
+        if (!each.value) {
+            continue;
+        }
+        if (!ranges.empty() && ranges.back().last + 1 == each.addresses.first) {
+            ranges.back().last = each.addresses.last;
+        } else if (ranges.size() > most_shown_ranges) {
+            break;
+        } else {
+            ranges.push_back(each.addresses);
+        }
+    }
+    return ranges.empty() ? "no address" : shown_ranges(ranges);
+}
 
 using kvrimage::address_range;
 

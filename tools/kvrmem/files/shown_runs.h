@@ -4,6 +4,8 @@
 
 #include <functional>
 #include <optional>
+#include <span>
+#include <string>
 #include <vector>
 
 namespace kvrmem {
@@ -13,6 +15,15 @@ namespace kvrmem {
 void for_each_part(const kvrimage::address_range& range,
                    const std::vector<kvrimage::address_range>& unreadable,
                    const std::function<void(const kvrimage::address_range&, bool)>& take);
+
+/// "0x5", "0x5..0x8"
+[[nodiscard]] std::string shown_range(const kvrimage::address_range& range);
+
+/// "0x0..0x7, 0x10": the first eight of @p ranges, and " ..." where there are more.
+[[nodiscard]] std::string shown_ranges(std::span<const kvrimage::address_range> ranges);
+
+/// Where @p image has words, as shown_ranges() shows it; "no address" where it has none.
+[[nodiscard]] std::string set_addresses(const kvrimage::memory_image& image);
 
 /// Neighbouring addresses that a command shows alike.
 struct shown_run {

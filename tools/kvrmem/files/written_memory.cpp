@@ -2,17 +2,22 @@
 
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/formats/registry.h"
+#include "tools/kvrmem/command_line/unknown_format.h"
 #include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/files/lost_comments.h"
 #include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/message.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include <algorithm>
 #include <cstdint>
 #include <optional>
+#include <span>
+#include <string_view>
 #include <vector>
 
 namespace kvrmem {
@@ -38,8 +43,8 @@ std::string title_of_file(const format& as, const std::optional<kvrimage::radix>
 }
 
 /// A few bytes can stand for billions of words, which a user who mistyped a number does not want on the disk.
-/// @return "28.0 GiB, from the 65 bytes of in.mif" when the output would be huge, and out of proportion to
-/// the input; else "".
+/// @return "28.0 GiB, from the 65 bytes of in.mif", or "28.0 GiB" alone without an input, when the output
+/// would be huge, and out of proportion to the input; else "".
 std::string excessive_size(const memory_image& image, const output_source& source,
                            const write_options& options) {
     constexpr std::uint64_t gibibyte = std::uint64_t{1} << 30U;
@@ -53,9 +58,11 @@ std::string excessive_size(const memory_image& image, const output_source& sourc
     if (size <= gibibyte || size / most_growth <= source.file_size) {
         return "";
     }
-    return fmt::format("{:.1f} GiB, from the {} of {}",
-                       static_cast<double>(size) / static_cast<double>(gibibyte),
-                       counted(source.file_size, "byte"), source.name);
+    const std::string in_gibibytes =
+        fmt::format("{:.1f} GiB", static_cast<double>(size) / static_cast<double>(gibibyte));
+    return source.name.empty() ? in_gibibytes
+                               : fmt::format("{}, from the {} of {}", in_gibibytes,
+                                             counted(source.file_size, "byte"), source.name);
 }
 
 /// The first format that can be written and is another one than that of the input.
@@ -69,10 +76,43 @@ const format& format_of_output(const arguments& given, const std::string& target
     if (given.to != nullptr || kvrimage::format_of_path(target) != nullptr) {
         return format_for(given.to, target, "--to");
     }
-    const std::vector<std::string> example = {fmt::format("--to {}", some_other_format(of_input).id)};
+    const format* const meant = format_meant_by_extension(target);
+    const bool is_writable = meant != nullptr && meant->write != nullptr;
+    const format& proposed = is_writable ? *meant : some_other_format(of_input);
+    const std::vector<std::string> example = {fmt::format("--to {}", proposed.id)};
     const std::string line = command_with(given, example);
-    usage_error(fmt::format("{}: the name does not tell the format; give --to (kvrmem formats lists them){}",
-                            target, line.empty() ? "" : ", for example " + line));
+    usage_error(fmt::format(
+        "{}: the name does not tell the format; give --to (kvrmem formats lists them){}{}", target,
+        line.empty()  ? ""
+        : is_writable ? fmt::format(", for {}: ", proposed.title)
+                      : ", for example ",
+        line));
+}
+
+/// The radix in which words or addresses are written, one of @p possible unless that is empty.
+/// @param wanted by option @p option; @param usual where it is not given
+std::optional<kvrimage::radix> radix_of_output(std::string_view option, const format& as,
+                                               std::span<const kvrimage::radix> possible,
+                                               const std::optional<kvrimage::radix>& wanted,
+                                               const std::optional<kvrimage::radix>& usual) {
+    const auto is_possible = [possible](kvrimage::radix each) {
+        return possible.empty() || std::ranges::find(possible, each) != possible.end();
+    };
+    if (wanted && !is_possible(*wanted)) {
+        std::vector<std::string_view> titles;
+        for (const kvrimage::radix each : possible) {
+            titles.push_back(kvrimage::title_of(each));
+        }
+        usage_error(fmt::format("--{} {}: {} is written in {}{}", option, kvrimage::title_of(*wanted),
+                                as.title, titles.size() == 1 ? "" : "one of ", fmt::join(titles, ", ")));
+    }
+    const std::optional<kvrimage::radix> chosen = wanted ? wanted : usual;
+    if (!chosen || is_possible(*chosen)) {
+        return chosen;
+    }
+    // Decimal numbers stay decimal.
+    return *chosen == kvrimage::radix::dec && is_possible(kvrimage::radix::uns) ? kvrimage::radix::uns
+                                                                                : possible.front();
 }
 
 } // namespace
@@ -81,8 +121,11 @@ write_options write_options_for(const arguments& given, const std::string& targe
                                 const kvrimage::file_facts& like) {
     write_options options;
     options.as = &format_of_output(given, target, *like.as);
-    options.address_radix = given.address_radix ? given.address_radix : like.address_radix;
-    options.data_radix = given.data_radix ? given.data_radix : like.data_radix;
+    const format& as = *options.as;
+    options.address_radix =
+        radix_of_output("address-radix", as, as.address_radixes, given.address_radix, like.address_radix);
+    options.data_radix =
+        radix_of_output("data-radix", as, as.data_radixes, given.data_radix, like.data_radix);
     options.runs = !given.no_runs;
     options.order = given.order;
     options.choices = given.write_choices;
@@ -97,6 +140,28 @@ std::string title_of_read(const memory_input& input) {
 
 std::string title_of_written(const write_options& options) {
     return title_of_file(*options.as, options.data_radix, options.as->counts);
+}
+
+void keep_start_address(const arguments& given, const kvrimage::file_facts& facts, write_options& options) {
+    const std::uint64_t base = given.base.value_or(0);
+    const bool is_kept =
+        facts.start_address && !move_addresses(given.operations) && *facts.start_address >= base &&
+        *facts.start_address - base <= options.as->largest_start && options.as->largest_start != 0;
+    if (is_kept) {
+        options.start_address = *facts.start_address - base;
+    }
+}
+
+std::string lost_start_address(const kvrimage::file_facts& facts, const write_options& options) {
+    return facts.start_address && !options.start_address
+               ? fmt::format("; start address {:X} is left out", *facts.start_address)
+               : "";
+}
+
+void note_lost_start(const memory_input& input) {
+    if (const auto& start = input.result.facts.start_address) {
+        tell(fmt::format("{}: note: start address {:X} is left out", input.name(), *start));
+    }
 }
 
 std::string written_words(const memory_image& image, const format& written) {

@@ -14,6 +14,20 @@ namespace kvrmem {
 [[nodiscard]] kvrimage::write_options write_options_for(const arguments& given, const std::string& target,
                                                         const kvrimage::file_facts& like);
 
+/// Lets @p options keep the start address of the file with @p facts, as far as the format holds it and the
+/// operations of @p given leave the addresses as they are.
+void keep_start_address(const arguments& given, const kvrimage::file_facts& facts,
+                        kvrimage::write_options& options);
+
+/// Reports on standard error where the file @p input has a start address, which the memory that is made of it
+/// and others, or of a part of it, has not.
+void note_lost_start(const memory_input& input);
+
+/// "; start address 80000000 is left out" where the file with @p facts has one and @p options do not; else
+/// "".
+[[nodiscard]] std::string lost_start_address(const kvrimage::file_facts& facts,
+                                             const kvrimage::write_options& options);
+
 /// "MIF in HEX", "Intel HEX, byte addresses": what @p input was read as, and what is written with @p options.
 ///@{
 [[nodiscard]] std::string title_of_read(const memory_input& input);
@@ -26,8 +40,8 @@ namespace kvrmem {
 
 /// What an output is made from, for messages.
 struct output_source {
-    std::string name;      ///< "in.mif"
-    std::size_t file_size; ///< bytes of all inputs
+    std::string name;          ///< "in.mif"; "" where there is no input
+    std::size_t file_size = 0; ///< bytes of all inputs
 };
 
 /// Makes sure that writing @p image to @p target neither loses comments there, nor takes more space than its

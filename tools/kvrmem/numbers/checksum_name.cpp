@@ -2,6 +2,7 @@
 
 #include "tools/kvrmem/command_line/suggestion.h"
 #include "tools/kvrmem/numbers/human_number.h"
+#include "tools/kvrmem/numbers/sha256.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -11,6 +12,7 @@
 #include <cstddef>
 #include <limits>
 #include <optional>
+#include <variant>
 #include <vector>
 
 namespace kvrmem {
@@ -20,9 +22,45 @@ namespace {
 constexpr std::string_view own_parameters = "crc:";
 constexpr std::uint32_t widest_check = 64;
 
+/// A checksum that kvrimage does not have.
+struct own_sum {
+    std::string_view name;
+    std::uint32_t bits;
+    kvrimage::word (*compute)(const kvrimage::memory_image&, const kvrimage::checksum_options&);
+};
+
+const std::vector<own_sum>& own_sums() {
+    static const std::vector<own_sum> all = {
+#ifdef KVRMEM_HAS_SHA256
+        {"sha-256", bits_of_sha256, sha256_of},
+#endif
+    };
+    return all;
+}
+
+sum_algorithm algorithm_of(const kvrimage::checksum_kind& what) {
+    return {std::visit([](const auto& kind) { return kind.width; }, what),
+            [what](const kvrimage::memory_image& image, const kvrimage::checksum_options& options) {
+                return kvrimage::checksum_of(image, what, options);
+            }};
+}
+
+std::optional<sum_algorithm> algorithm_of_name(std::string_view name) {
+    for (const own_sum& one : own_sums()) {
+        if (one.name == name) {
+            return sum_algorithm{one.bits, one.compute};
+        }
+    }
+    const auto known = kvrimage::checksum_of_name(name);
+    return known ? std::optional(algorithm_of(*known)) : std::nullopt;
+}
+
 std::vector<std::string_view> checksum_names() {
     std::vector<std::string_view> names;
     for (const kvrimage::named_checksum& one : kvrimage::named_checksums()) {
+        names.emplace_back(one.name);
+    }
+    for (const own_sum& one : own_sums()) {
         names.emplace_back(one.name);
     }
     return names;
@@ -69,7 +107,7 @@ std::optional<kvrimage::crc_model> model_of_parameters(std::string_view text) {
 
 } // namespace
 
-kvrimage::checksum_kind checksum_of_user(std::string_view text) {
+sum_algorithm checksum_of_user(std::string_view text) {
     if (text.starts_with(own_parameters)) {
         const auto model = model_of_parameters(text.substr(own_parameters.size()));
         if (!model) {
@@ -78,9 +116,9 @@ kvrimage::checksum_kind checksum_of_user(std::string_view text) {
                             "crc:16,0x8005,0,true,true,0",
                             text));
         }
-        return *model;
+        return algorithm_of(*model);
     }
-    const auto named = kvrimage::checksum_of_name(text);
+    const auto named = algorithm_of_name(text);
     if (!named) {
         const std::string nearest = nearest_of(text, checksum_names());
         usage_error(fmt::format("--algorithm {}: there is no such checksum; {}kvrmem help sum lists them",

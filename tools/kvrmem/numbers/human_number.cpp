@@ -1,10 +1,13 @@
 #include "tools/kvrmem/numbers/human_number.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <array>
 #include <charconv>
 #include <limits>
 #include <system_error>
+#include <utility>
 
 namespace kvrmem {
 
@@ -26,6 +29,14 @@ constexpr std::array<prefix, 6> prefixes = {{{"0x", radix::hex},
 
 /// In the order of radix.
 constexpr std::array<int, 5> bases = {2, 8, 10, 10, 16};
+
+/// The ends of "FIRST..LAST", or twice one address; nothing for one that is no number of 64 bits.
+std::pair<std::optional<std::uint64_t>, std::optional<std::uint64_t>> ends_of_range(std::string_view text) {
+    constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
+    const std::size_t dots = text.find("..");
+    const auto first = read_human_size(text.substr(0, dots), largest);
+    return {first, dots == std::string_view::npos ? first : read_human_size(text.substr(dots + 2), largest)};
+}
 
 } // namespace
 
@@ -66,15 +77,21 @@ std::optional<std::uint64_t> read_human_size(std::string_view text, std::uint64_
 }
 
 std::optional<kvrimage::address_range> read_address_range(std::string_view text) {
-    constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
-    const std::size_t dots = text.find("..");
-    const auto first = read_human_size(text.substr(0, dots), largest);
-    const auto last =
-        dots == std::string_view::npos ? first : read_human_size(text.substr(dots + 2), largest);
+    const auto [first, last] = ends_of_range(text);
     if (!first || !last || *first > *last) {
         return std::nullopt;
     }
     return kvrimage::address_range{*first, *last};
+}
+
+std::string advice_on_range(std::string_view text, std::string_view otherwise) {
+    const auto [first, last] = ends_of_range(text);
+    if (!first || !last) {
+        return std::string(otherwise);
+    }
+    const std::size_t dots = text.find("..");
+    return fmt::format("the range ends before it begins; write {}..{}", text.substr(dots + 2),
+                       text.substr(0, dots));
 }
 
 } // namespace kvrmem

@@ -35,4 +35,8 @@ struct human_value {
 /// "FIRST..LAST", or one address; nothing when @p text is neither, descends, or exceeds 64 bits.
 [[nodiscard]] std::optional<kvrimage::address_range> read_address_range(std::string_view text);
 
+/// Why @p text, for which there is no range, is none: "the range ends before it begins; write 3..5" for
+/// "5..3", else @p otherwise.
+[[nodiscard]] std::string advice_on_range(std::string_view text, std::string_view otherwise);
+
 } // namespace kvrmem

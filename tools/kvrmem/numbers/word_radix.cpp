@@ -80,13 +80,13 @@ void require_fitting(const word_radix& radix, std::uint32_t width) {
 }
 
 std::string describe(const kvrimage::word_fault& fault, std::string_view text, radix digits,
-                     std::uint32_t width) {
+                     std::uint32_t width, std::string_view holder) {
     using kind = kvrimage::word_fault::kind;
     switch (fault.what) {
     case kind::empty:
         return fmt::format("value '{}' has no digit", text);
     case kind::too_wide:
-        return fmt::format("value {} needs {} bits, the word has {}", text, fault.bits_needed, width);
+        return fmt::format("value {} needs {} bits, the {} has {}", text, fault.bits_needed, holder, width);
     case kind::invalid_digit:
     case kind::dont_care: // in a decimal text, which has no such digit
         break;

@@ -41,8 +41,10 @@ struct word_radix {
 void require_fitting(const word_radix& radix, std::uint32_t width);
 
 /// What is wrong with @p text, for a message: "value 1FF needs 9 bits, the word has 8".
+/// @param holder what has @p width bits
 [[nodiscard]] std::string describe(const kvrimage::word_fault& fault, std::string_view text,
-                                   kvrimage::radix digits, std::uint32_t width);
+                                   kvrimage::radix digits, std::uint32_t width,
+                                   std::string_view holder = "word");
 
 /// The word of @p width bits that the user wrote as @p text: 31, -5, 0x1F. @p subject begins the message when
 /// it is none: "--fill 300".

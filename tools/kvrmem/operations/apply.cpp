@@ -6,6 +6,7 @@
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/operations/named_scheme.h"
 #include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/surroundings/progress.h"
 #include "tools/kvrmem/surroundings/tool_error.h"
 
 #include <fmt/format.h>
@@ -112,10 +113,10 @@ private:
     std::string run(const strip_protection& what) {
         const std::string before = size_of(image);
         const kvrimage::ecc_scheme scheme = scheme_of_protected(what.scheme, image.width());
-        const std::uint64_t corrected = kvrimage::check_protection(image, scheme).corrected;
-        image = kvrimage::unprotected(image, scheme);
-        return fmt::format("{} -> {}, {} corrected{}", before, size_of(image), counted(corrected, "word"),
-                           weakness_of(what.scheme, scheme));
+        const kvrimage::ecc_report checked = kvrimage::check_protection(image, scheme);
+        image = kvrimage::unprotected(image, scheme, checked);
+        return fmt::format("{} -> {}, {} corrected{}", before, size_of(image),
+                           counted(checked.corrected, "word"), weakness_of(what.scheme, scheme));
     }
 
     memory_image& image;
@@ -130,6 +131,7 @@ std::vector<std::string> apply(std::span<const operation> operations, memory_ima
     std::vector<std::string> lines;
     operator_on_memory memory(image);
     for (const operation& each : operations) {
+        show_operation(each.title, name);
         try {
             lines.push_back(fmt::format("{}: {}", each.title, memory.apply(each)));
         } catch (const std::invalid_argument& error) {

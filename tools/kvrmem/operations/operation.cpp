@@ -16,4 +16,13 @@ bool change_words(const std::vector<operation>& operations) {
         operations, [](const operation& each) { return std::holds_alternative<fill_rest>(each.what); });
 }
 
+bool move_addresses(const std::vector<operation>& operations) {
+    return std::ranges::any_of(operations, [](const operation& each) {
+        return std::holds_alternative<move_words>(each.what) ||
+               std::holds_alternative<reshape_words>(each.what) ||
+               std::holds_alternative<protect_words>(each.what) ||
+               std::holds_alternative<strip_protection>(each.what);
+    });
+}
+
 } // namespace kvrmem

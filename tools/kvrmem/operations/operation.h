@@ -63,4 +63,7 @@ struct operation {
 /// One after --fill alone says how the file is read.
 [[nodiscard]] bool change_words(const std::vector<operation>& operations);
 
+/// True when after @p operations a byte of the memory may have another address.
+[[nodiscard]] bool move_addresses(const std::vector<operation>& operations);
+
 } // namespace kvrmem

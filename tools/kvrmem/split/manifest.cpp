@@ -13,6 +13,7 @@
 #include <algorithm>
 #include <array>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
 namespace kvrmem {
@@ -23,6 +24,12 @@ constexpr std::string_view manifest_schema = "kvrmem-split-1";
 
 /// In the order of split_plan::kind.
 constexpr std::array<std::string_view, 3> plan_kinds = {"lanes", "banks", "blocks"};
+
+/// In the order of address_unit.
+constexpr std::array<std::string_view, 2> unit_names = {"word", "byte"};
+
+/// In the order of byte_order.
+constexpr std::array<std::string_view, 2> order_names = {"little", "big"};
 
 std::filesystem::path folder_of(const std::string& path) {
     return path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path();
@@ -45,7 +52,13 @@ public:
         const auto width = static_cast<std::uint32_t>(number("width", kvrimage::widest_word));
         const std::uint64_t depth = number("depth", kvrimage::deepest_memory);
         const split_plan plan = {kind(), number("n", kvrimage::deepest_memory)};
-        manifest found = {plan, width, depth, format(), files()};
+        manifest found = {plan,
+                          width,
+                          depth,
+                          format(),
+                          files(),
+                          name_of<kvrimage::address_unit>("address_unit", unit_names),
+                          name_of<kvrimage::byte_order>("endian", order_names)};
         const std::uint64_t divided = plan.how == split_plan::kind::lanes ? width : depth;
         if (divided % plan.number != 0) {
             refuse_manifest(file, fmt::format("\"n\": {} is no divisor of {}", plan.number, divided));
@@ -84,6 +97,19 @@ private:
         }
         return static_cast<split_plan::kind>(found - plan_kinds.begin());
     }
+    /// The value of @p Kind, whose names are @p names in order; nothing where the member is missing.
+    template <class Kind>
+    [[nodiscard]] std::optional<Kind> name_of(const char* name,
+                                              const std::array<std::string_view, 2>& names) const {
+        if (!document.contains(name)) {
+            return std::nullopt;
+        }
+        const auto found = std::ranges::find(names, text(name));
+        if (found == names.end()) {
+            refuse_manifest(file, fmt::format("\"{}\" is neither {} nor {}", name, names[0], names[1]));
+        }
+        return static_cast<Kind>(found - names.begin());
+    }
     [[nodiscard]] std::string format() const {
         std::string id = text("format");
         if (kvrimage::format_of_name(id) == nullptr) {
@@ -119,13 +145,17 @@ std::string manifest_text(const manifest& what, const std::string& path) {
         }
         names.push_back(name);
     }
-    const json_value document = {{"schema", manifest_schema},
-                                 {"kind", plan_kinds[static_cast<std::size_t>(what.plan.how)]},
-                                 {"n", what.plan.number},
-                                 {"width", what.width},
-                                 {"depth", what.depth},
-                                 {"format", what.format},
-                                 {"files", names}};
+    json_value document = {
+        {"schema", manifest_schema}, {"kind", plan_kinds[static_cast<std::size_t>(what.plan.how)]},
+        {"n", what.plan.number},     {"width", what.width},
+        {"depth", what.depth},       {"format", what.format}};
+    if (what.unit) {
+        document["address_unit"] = unit_names[static_cast<std::size_t>(*what.unit)];
+    }
+    if (what.order) {
+        document["endian"] = order_names[static_cast<std::size_t>(*what.order)];
+    }
+    document["files"] = names;
     return document.dump(indentation) + "\n";
 }
 

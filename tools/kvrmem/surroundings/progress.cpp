@@ -1,5 +1,6 @@
 #include "tools/kvrmem/surroundings/progress.h"
 
+#include "kvrimage/image/work_position.h"
 #include "tools/kvrmem/surroundings/terminal.h"
 #include "tools/kvrmem/surroundings/write_all.h"
 
@@ -10,6 +11,8 @@
 #include <charconv>
 #include <csignal>
 #include <cstdio>
+#include <ctime>
+#include <initializer_list>
 #include <string_view>
 #include <sys/time.h>
 #include <unistd.h>
@@ -18,16 +21,25 @@ namespace kvrmem {
 
 namespace {
 
+constexpr int no_descriptor = -1;
+
 /// What the signal handler shows. It is filled while no handler looks at it.
-struct watched_file {
+struct watched_work {
     std::array<char, 200> text{};
     std::size_t length = 0;
-    int descriptor = -1;
-    long long size = 0;
+    int descriptor = no_descriptor; ///< of a file; none: an operation on a memory
+    long long size = 0;             ///< of the file
+    timespec begin{};
+};
+
+/// How far something has come.
+struct work_share {
+    long long done = 0;
+    long long all = 0; ///< 0: not known
 };
 
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): there is no other way to a handler
-std::array<watched_file, 2> watched;
+std::array<watched_work, 2> watched;
 std::atomic<int> current = -1; ///< index of the one to look at
 std::atomic<bool> line_shown = false;
 std::atomic<int> pauses = 0;
@@ -60,27 +72,54 @@ private:
     std::size_t used = 0;
 };
 
+work_share share_of(const watched_work& work) noexcept {
+    if (work.descriptor >= 0) {
+        return {lseek(work.descriptor, 0, SEEK_CUR), work.size};
+    }
+    // Both change while we look at them.
+    const auto all = static_cast<long long>(kvrimage::current_work.all.load(std::memory_order_relaxed));
+    const auto done = static_cast<long long>(kvrimage::current_work.done.load(std::memory_order_relaxed));
+    return {std::min(done, all), all};
+}
+
+/// Seconds from the begin of @p work until now.
+double age_of(const watched_work& work) noexcept {
+    constexpr double nanoseconds = 1e9;
+    timespec now{};
+    clock_gettime(CLOCK_MONOTONIC, &now);
+    return static_cast<double>(now.tv_sec - work.begin.tv_sec) +
+           static_cast<double>(now.tv_nsec - work.begin.tv_nsec) / nanoseconds;
+}
+
+void add_share(line_buffer& line, const watched_work& work, const work_share& share) noexcept {
+    constexpr long long percent = 100;
+    constexpr long long mebibyte = 1LL << 20;
+    if (share.done <= 0) {
+        return;
+    }
+    line.add(" ");
+    if (share.all <= 0) {
+        line.add(share.done / mebibyte);
+        line.add(" MiB");
+        return;
+    }
+    const double part = static_cast<double>(std::min(share.done, share.all)) / static_cast<double>(share.all);
+    line.add(static_cast<long long>(part * percent));
+    line.add(" %, ");
+    line.add(static_cast<long long>(age_of(work) * (1 / part - 1) + 1));
+    line.add(" s left");
+}
+
 void show_line(int /*signal*/) {
     const int saved_error = errno;
     const int index = current.load();
     if (index >= 0 && pauses.load() == 0) {
-        constexpr long long percent = 100;
-        constexpr long long mebibyte = 1LL << 20;
-        const watched_file& file = watched[static_cast<std::size_t>(index)];
-        const long long position = lseek(file.descriptor, 0, SEEK_CUR);
+        const watched_work& work = watched[static_cast<std::size_t>(index)];
         line_buffer line;
         line.add(erase_line);
         constexpr std::size_t figures = 24;
-        line.add({file.text.data(), std::min(file.length, line_limit - std::min(line_limit, figures))});
-        if (position > 0 && file.size > 0) {
-            line.add(" ");
-            line.add(std::min(position, file.size) * percent / file.size);
-            line.add(" %");
-        } else if (position > 0) {
-            line.add(" ");
-            line.add(position / mebibyte);
-            line.add(" MiB");
-        }
+        line.add({work.text.data(), std::min(work.length, line_limit - std::min(line_limit, figures))});
+        add_share(line, work, share_of(work));
         write_to_terminal(line.text());
         line_shown.store(true);
     }
@@ -100,17 +139,18 @@ void arm_timer(long first_seconds, long every_microseconds) {
     setitimer(ITIMER_REAL, &timer, nullptr);
 }
 
-void show_progress(std::string_view doing, std::string_view name, int descriptor, std::uint64_t size) {
+void show_progress(std::initializer_list<std::string_view> title, int descriptor, std::uint64_t size) {
     const int next = current.load() == 0 ? 1 : 0;
-    watched_file& file = watched[static_cast<std::size_t>(next)];
-    file.length = 0;
-    for (const std::string_view part : {doing, std::string_view(" "), name}) {
-        const std::size_t count = std::min(part.size(), file.text.size() - file.length);
-        std::copy_n(part.data(), count, file.text.data() + file.length);
-        file.length += count;
+    watched_work& work = watched[static_cast<std::size_t>(next)];
+    work.length = 0;
+    for (const std::string_view part : title) {
+        const std::size_t count = std::min(part.size(), work.text.size() - work.length);
+        std::copy_n(part.data(), count, work.text.data() + work.length);
+        work.length += count;
     }
-    file.descriptor = descriptor;
-    file.size = static_cast<long long>(size);
+    work.descriptor = descriptor;
+    work.size = static_cast<long long>(size);
+    clock_gettime(CLOCK_MONOTONIC, &work.begin);
     current.store(next);
 }
 
@@ -130,11 +170,16 @@ void start_progress() {
 }
 
 void show_reading(const std::string& name, int descriptor, std::uint64_t size) {
-    show_progress("reading", name, descriptor, size);
+    show_progress({"reading ", name}, descriptor, size);
 }
 
 void show_writing(const std::string& name, int descriptor, std::uint64_t size) {
-    show_progress("writing", name, descriptor, size);
+    show_progress({"writing ", name}, descriptor, size);
+}
+
+void show_operation(const std::string& operation, const std::string& name) {
+    kvrimage::note_work(0, 0);
+    show_progress({operation, " of ", name}, no_descriptor, 0);
 }
 
 progress_pause::progress_pause() {

@@ -63,6 +63,7 @@ TEST(BinaryFormat, IsPossibleForWhatIsNoText) {
     EXPECT_EQ(binary_format.sniff("a\0b"sv), certainty::possible);
     EXPECT_EQ(binary_format.sniff("\x01"sv), certainty::possible);
     EXPECT_EQ(binary_format.sniff("\xC0"sv), certainty::possible);
+    EXPECT_EQ(binary_format.sniff("\xC1"sv), certainty::possible);
     EXPECT_EQ(binary_format.sniff("\xF5"sv), certainty::possible);
     EXPECT_EQ(binary_format.sniff("text \t\r\n\x1B[0m gr\xC3\xBC\xC3\x9F"sv), certainty::no);
     EXPECT_EQ(binary_format.sniff(""), certainty::no);

@@ -15,8 +15,8 @@ using testing::IsEmpty;
 
 /// "radix 16", "word 00" and so on.
 std::vector<std::string> coe_pieces(std::string_view contents) {
-    static constexpr std::array names = {"comment", "radix",        "vector", "word",     "comma",
-                                         "end",     "no-semicolon", "stray",  "after-end"};
+    static constexpr std::array names = {"comment", "radix-name", "radix",        "vector", "word",
+                                         "comma",   "end",        "no-semicolon", "stray",  "after-end"};
     std::vector<std::string> pieces;
     for_each_coe_piece(contents, [&](const coe_piece& piece) {
         pieces.push_back(names.at(static_cast<std::size_t>(piece.what)) + std::string(" ") +
@@ -28,13 +28,15 @@ std::vector<std::string> coe_pieces(std::string_view contents) {
 TEST(CoeParser, SplitsStatementsAndWords) {
     EXPECT_THAT(
         coe_pieces("memory_initialization_radix = 16 ;\nmemory_initialization_vector =\n00, 1f\nA;\n"),
-        ElementsAre("radix 16", "vector memory_initialization_vector", "word 00", "comma ,", "word 1f",
-                    "word A", "end ;"));
+        ElementsAre("radix-name memory_initialization_radix", "radix 16",
+                    "vector memory_initialization_vector", "word 00", "comma ,", "word 1f", "word A",
+                    "end ;"));
 }
 
 TEST(CoeParser, ASemicolonBeginsACommentWhereNoStatementEnds) {
     EXPECT_THAT(coe_pieces("; table; of 2\r\nmemory_initialization_radix=2; ; binary\n; more\n"),
-                ElementsAre("comment ; table; of 2", "radix 2", "comment ; binary", "comment ; more"));
+                ElementsAre("comment ; table; of 2", "radix-name memory_initialization_radix", "radix 2",
+                            "comment ; binary", "comment ; more"));
     EXPECT_THAT(
         coe_pieces("memory_initialization_vector=1;;\n; end"),
         ElementsAre("vector memory_initialization_vector", "word 1", "end ;", "comment ;", "comment ; end"));
@@ -42,7 +44,8 @@ TEST(CoeParser, ASemicolonBeginsACommentWhereNoStatementEnds) {
 
 TEST(CoeParser, TakesKeywordsInAnyLetterCase) {
     EXPECT_THAT(coe_pieces("Memory_Initialization_RADIX=2;MEMORY_INITIALIZATION_VECTOR=1;"),
-                ElementsAre("radix 2", "vector MEMORY_INITIALIZATION_VECTOR", "word 1", "end ;"));
+                ElementsAre("radix-name Memory_Initialization_RADIX", "radix 2",
+                            "vector MEMORY_INITIALIZATION_VECTOR", "word 1", "end ;"));
 }
 
 TEST(CoeParser, OtherTextIsStrayUpToTheEndOfItsLine) {
@@ -58,13 +61,14 @@ TEST(CoeParser, TextAfterTheVectorIsNoWord) {
 
 TEST(CoeParser, AStatementWithoutSemicolonIsReportedAfterItsLastValue) {
     EXPECT_THAT(coe_pieces("memory_initialization_radix=16\nmemory_initialization_vector=0,\n"),
-                ElementsAre("radix 16", "no-semicolon 16", "vector memory_initialization_vector", "word 0",
-                            "comma ,", "no-semicolon ,"));
+                ElementsAre("radix-name memory_initialization_radix", "radix 16", "no-semicolon 16",
+                            "vector memory_initialization_vector", "word 0", "comma ,", "no-semicolon ,"));
     EXPECT_THAT(
         coe_pieces("memory_initialization_vector="),
         ElementsAre("vector memory_initialization_vector", "no-semicolon memory_initialization_vector"));
     EXPECT_THAT(coe_pieces("memory_initialization_radix=,"),
-                ElementsAre("radix ", "no-semicolon memory_initialization_radix", "stray ,"));
+                ElementsAre("radix-name memory_initialization_radix", "radix ",
+                            "no-semicolon memory_initialization_radix", "stray ,"));
 }
 
 TEST(CoeParser, AnEqualsSignAmongTheWordsIsOne) {
@@ -73,7 +77,8 @@ TEST(CoeParser, AnEqualsSignAmongTheWordsIsOne) {
 }
 
 TEST(CoeParser, SkipsAByteOrderMark) {
-    EXPECT_THAT(coe_pieces("\xEF\xBB\xBFmemory_initialization_radix=2;"), ElementsAre("radix 2"));
+    EXPECT_THAT(coe_pieces("\xEF\xBB\xBFmemory_initialization_radix=2;"),
+                ElementsAre("radix-name memory_initialization_radix", "radix 2"));
 }
 
 TEST(CoeParser, AFileWithoutTextHasNoPieces) {

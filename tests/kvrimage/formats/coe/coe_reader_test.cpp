@@ -49,7 +49,7 @@ TEST(CoeReader, TheDepthIsTheNumberOfWordsOrOfTheCaller) {
     EXPECT_EQ(coe_words("16", "1;", options), "1 - -");
     options.depth = 1;
     EXPECT_EQ(coe_words("16", "1,2;", options),
-              "beyond-depth 3:3+1: address 1 is beyond the depth 1 (0 to 0) / needs DEPTH 2 or more");
+              "beyond-depth 3:3+1: address 1 is beyond the depth 1 (0 to 0) / needs --depth 2 or more");
 }
 
 TEST(CoeReader, AnotherRadixIsBroken) {

@@ -30,6 +30,17 @@ TEST(CsvWriter, WritesTheRadixesThatAreAskedFor) {
     EXPECT_EQ(to_text(two_words_of_csv(), to_csv(radix::dec, radix::uns)), "address,value\n3,63\n17,5\n");
 }
 
+TEST(CsvWriter, WritesTabsIntoATsv) {
+    const auto written_to = [](const char* name) {
+        return to_text(two_words_of_csv(), {.as = &csv_format, .file_name = name});
+    };
+    const char* const with_tabs = "address\tvalue\n0x03\t0x3F\n0x11\t0x05\n";
+    EXPECT_EQ(written_to("a.tsv"), with_tabs);
+    EXPECT_EQ(written_to("folder/a.TSV"), with_tabs);
+    EXPECT_EQ(written_to(".tsv"), to_text(two_words_of_csv(), {.as = &csv_format}));
+    EXPECT_EQ(written_to("a.tsv.csv"), to_text(two_words_of_csv(), {.as = &csv_format}));
+}
+
 TEST(CsvWriter, WritesOctalAsHexadecimal) {
     EXPECT_EQ(to_text(two_words_of_csv(), to_csv(radix::oct, radix::oct)),
               to_text(two_words_of_csv(), {.as = &csv_format}));

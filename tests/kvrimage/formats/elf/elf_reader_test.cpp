@@ -95,12 +95,27 @@ TEST(ElfReader, ATableOfSectionsThatIsNotThereIsDamaged) {
     }
 }
 
+TEST(ElfReader, ATableOfSectionsThatIsCutOffHasNone) {
+    for (const bool is_64_bits : {false, true}) {
+        made_elf file = small_program();
+        file.is_64_bits = is_64_bits;
+        file.order = byte_order::big;
+        std::string bytes = bytes_of_elf(file);
+        bytes.pop_back();
+        const auto facts = read_elf_facts(bytes, true);
+        ASSERT_TRUE(facts);
+        EXPECT_EQ(facts->segments.size(), 2U);
+        EXPECT_TRUE(facts->sections.empty());
+    }
+}
+
 TEST(ElfReader, WhatIsLoadedWhereIsAFactEach) {
     const read_result result = read_made_elf(small_program());
     ASSERT_EQ(result.facts.more.size(), 4U);
     EXPECT_EQ(result.facts.more[0].value, "32 bits, little endian");
     EXPECT_EQ(result.facts.more[1].name, "start address");
     EXPECT_EQ(result.facts.more[1].value, "104");
+    EXPECT_EQ(result.facts.start_address, 0x104U);
     EXPECT_EQ(result.facts.more[2].name, "segment 0");
     EXPECT_EQ(result.facts.more[2].value, "100..103, 4 bytes from offset 116");
     EXPECT_EQ(result.facts.more[3].value, "104..107, 4 bytes from offset 120, 8 more are not set");
@@ -227,13 +242,28 @@ TEST(ElfReader, ContentsMustBeInTheFile) {
 TEST(ElfReader, AddressesHave64Bits) {
     made_elf file = small_program();
     file.is_64_bits = true;
-    file.segments[0].physical_address = ~std::uint64_t{0} - 3;
+    file.segments[0].physical_address = ~std::uint64_t{0} - 2;
     EXPECT_EQ(elf_message(read_made_elf(file)), "segment 0 goes beyond the last address, FFFFFFFFFFFFFFFF|");
     file.segments[1].physical_address = ~std::uint64_t{0} - 100;
     file.segments[0].physical_address = ~std::uint64_t{0} - 50;
     read_options options;
     options.base = ~std::uint64_t{0} - 100;
     EXPECT_EQ(set_words_of(read_made_elf(file, options)), "0=64 1=61 2=74 3=61 50=63 51=6F 52=64 53=65");
+}
+
+TEST(ElfReader, ASegmentMayEndWithTheLastAddress) {
+    made_elf file = small_program();
+    file.is_64_bits = true;
+    file.segments.pop_back();
+    file.segments[0].physical_address = ~std::uint64_t{0} - 3;
+    read_options options;
+    options.base = ~std::uint64_t{0} - 3;
+    EXPECT_EQ(set_words_of(read_made_elf(file, options)), "0=63 1=6F 2=64 3=65");
+    options.width = 32;
+    EXPECT_EQ(read_made_elf(file, options).image->depth(), 1U);
+    options.width = 8;
+    options.depth = 3;
+    EXPECT_EQ(shown_report(read_made_elf(file, options)), "broken beyond-depth 0:0+0 x1\n");
 }
 
 TEST(ElfReader, LoadingTheSameBytesAgainAndAgainIsRefused) {

@@ -13,6 +13,13 @@ namespace {
 using namespace kvrimage;
 using namespace kvrimage::hex_test;
 
+/// Records of few words do not say what their addresses count.
+read_options words_of_width(std::uint32_t width) {
+    read_options options = of_width(width);
+    options.unit = address_unit::word;
+    return options;
+}
+
 assignment assign(std::uint64_t first, std::uint64_t last, std::vector<std::uint64_t> values,
                   std::uint32_t width) {
     assignment made{{first, last}, {}};
@@ -32,7 +39,7 @@ std::string edited(const std::string& text, const read_options& options,
 
 std::string edited16(const std::string& text, std::uint64_t first, std::uint64_t last,
                      const std::vector<std::uint64_t>& values) {
-    return edited(text, of_width(16), {assign(first, last, values, 16)});
+    return edited(text, words_of_width(16), {assign(first, last, values, 16)});
 }
 
 TEST(HexEdit, ReplacesTheDigitsAndTheChecksum) {
@@ -43,7 +50,7 @@ TEST(HexEdit, ReplacesTheDigitsAndTheChecksum) {
 TEST(HexEdit, AWordThatIsThereAlreadyChangesNothing) {
     const std::string text = ":020000000001FD\n" + end_record;
     EXPECT_TRUE(
-        edit_hex(text, read_hex(text, of_width(16)), std::vector{assign(0, 0, {1}, 16)}).edits.empty());
+        edit_hex(text, read_hex(text, words_of_width(16)), std::vector{assign(0, 0, {1}, 16)}).edits.empty());
 }
 
 TEST(HexEdit, OfTwoRecordsTheLastOneChanges) {
@@ -69,21 +76,21 @@ TEST(HexEdit, ARecordWithoutDataStays) {
 }
 
 TEST(HexEdit, AFileWithoutDataGetsRecordsOfSixteenBytes) {
-    read_options options = of_width(8);
+    read_options options = words_of_width(8);
     options.depth = 20;
     EXPECT_EQ(edited(end_record, options, {assign(0, 16, {1}, 8)}),
               record("1000000001010101010101010101010101010101") + record("0100100001") + end_record);
 }
 
 TEST(HexEdit, NewWordsOfAFileThatIsCutOffBeginALine) {
-    read_options options = of_width(8);
+    read_options options = words_of_width(8);
     options.keep_going = true;
     options.depth = 4;
     EXPECT_EQ(edited(":0100000001FE", options, {assign(1, 1, {2}, 8)}), ":0100000001FE\n:0100010002FC\n");
 }
 
 TEST(HexEdit, NewPagesGetExtendedAddresses) {
-    EXPECT_EQ(edited(":020000040001F9\n:020000000001FD\n" + end_record, of_width(16),
+    EXPECT_EQ(edited(":020000040001F9\n:020000000001FD\n" + end_record, words_of_width(16),
                      {assign(6, 6, {1}, 16), assign(0x10006, 0x10006, {1}, 16)}),
               ":020000040001F9\n:020000000001FD\n:020000040000FA\n:020006000001F7\n:020000040001F9\n:"
               "020006000001F7\n" +
@@ -91,13 +98,14 @@ TEST(HexEdit, NewPagesGetExtendedAddresses) {
 }
 
 TEST(HexEdit, ARecordDoesNotCrossItsPage) {
-    EXPECT_EQ(edited(record("020000000001") + end_record, of_width(8), {assign(0xFFFF, 0x10000, {1}, 8)}),
-              record("020000000001") + record("01FFFF0001") + record("020000040001") + record("0100000001") +
-                  end_record);
+    EXPECT_EQ(
+        edited(record("020000000001") + end_record, words_of_width(8), {assign(0xFFFF, 0x10000, {1}, 8)}),
+        record("020000000001") + record("01FFFF0001") + record("020000040001") + record("0100000001") +
+            end_record);
 }
 
 TEST(HexEdit, OfTwoAssignmentsTheLaterCounts) {
-    EXPECT_EQ(edited(":020000000001FD\n" + end_record, of_width(16),
+    EXPECT_EQ(edited(":020000000001FD\n" + end_record, words_of_width(16),
                      {assign(0, 0, {2}, 16), assign(0, 0, {3}, 16)}),
               ":020000000003FB\n" + end_record);
 }
@@ -105,18 +113,18 @@ TEST(HexEdit, OfTwoAssignmentsTheLaterCounts) {
 TEST(HexEdit, SaysWhatARecordCannotHold) {
     const std::string text = ":020000000001FD\n" + end_record;
     assignment dont_care{{0, 0}, {*word::parse("000X", radix::hex, 16).value}};
-    EXPECT_EQ(edited(text, of_width(16), {dont_care}),
+    EXPECT_EQ(edited(text, words_of_width(16), {dont_care}),
               "word 000X at address 0 has a don't-care bit, which Intel HEX cannot hold");
     EXPECT_EQ(edited16(text, deepest_memory, deepest_memory, {1}),
               "address 4294967296 is beyond 4294967295, the largest of Intel HEX");
-    read_options wide = of_width(4096);
+    read_options wide = words_of_width(4096);
     wide.depth = 1;
     EXPECT_EQ(edited(end_record, wide, {assign(0, 0, {1}, 4096)}),
               "words of 4096 bits do not fit an Intel HEX record, which holds 2040 bits");
 }
 
 TEST(HexEdit, BytesOfAWordAreReplacedWhereTheyAre) {
-    read_options options = of_width(32);
+    read_options options = words_of_width(32);
     options.unit = address_unit::byte;
     options.order = byte_order::little;
     const std::string text = record("0300000001"
@@ -129,7 +137,7 @@ TEST(HexEdit, BytesOfAWordAreReplacedWhereTheyAre) {
 }
 
 TEST(HexEdit, AWordThatIsBadIsReplaced) {
-    read_options options = of_width(16);
+    read_options options = words_of_width(16);
     options.keep_going = true;
     const std::string bad_digit = ":02000000GG01FD\n";
     EXPECT_EQ(edited(bad_digit + end_record, options, {assign(0, 0, {1}, 16)}),
@@ -142,9 +150,11 @@ TEST(HexEdit, AWordThatIsBadIsReplaced) {
 }
 
 TEST(HexEdit, AFileWithoutEndRecordGetsWordsAtItsEnd) {
-    read_options options = of_width(16);
+    read_options options = words_of_width(16);
     options.keep_going = true;
     EXPECT_EQ(edited(":020000000001FD", options, {assign(1, 1, {1}, 16)}),
+              ":020000000001FD\n:020001000001FC\n");
+    EXPECT_EQ(edited(":020000000001FD\n", options, {assign(1, 1, {1}, 16)}),
               ":020000000001FD\n:020001000001FC\n");
 }
 
@@ -167,7 +177,7 @@ TEST(HexEdit, RandomEditsAreReadAgain) {
     std::mt19937 numbers(3);
     for (int round = 0; round < 2000; ++round) {
         const bool counts_bytes = round % 2 == 0;
-        read_options options = of_width(counts_bytes ? 16 : 8);
+        read_options options = words_of_width(counts_bytes ? 16 : 8);
         options.unit = counts_bytes ? address_unit::byte : address_unit::word;
         options.order = numbers() % 2 == 0 ? byte_order::big : byte_order::little;
         options.keep_going = true;

@@ -1,6 +1,7 @@
 #include "kvrimage/formats/hex/hex_parser.h"
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "tests/kvrimage/formats/hex/hex_files.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -88,7 +89,7 @@ std::string random_records(std::mt19937& numbers) {
 
 TEST(HexParser, TheFastPathMakesNoDifference) {
     std::mt19937 numbers(11);
-    for (int round = 0; round < 4000; ++round) {
+    for (int round = 0; round < rounds(4000); ++round) {
         const std::string text = random_records(numbers);
         read_options options;
         options.keep_going = true;

@@ -194,6 +194,22 @@ TEST(HexReader, TheHighestAddressHasAWord) {
     EXPECT_EQ(words_of(result), "4294967295=01");
 }
 
+TEST(HexReader, BeyondTheHighestAddressThereAreNoWords) {
+    read_options options = of_width(8);
+    options.keep_going = true;
+    const read_result result =
+        read_hex(record("02000004FFFF") + record("02FFFF001122") + end_record, options);
+    EXPECT_EQ(report_of(result), "broken address-outside 2:1+15 x1\n");
+    EXPECT_EQ(words_of(result), "4294967295=11");
+}
+
+TEST(HexReader, ARecordThatWrapsDoesNotSayHowWideTheWordsAre) {
+    read_options options;
+    options.keep_going = true;
+    EXPECT_EQ(words_of(read_hex(record("020000021000") + record("04FFFF0011223344") + end_record, options)),
+              "none");
+}
+
 TEST(HexReader, TheWidthIsFoundInTheRecords) {
     const read_result result = read_hex(":0400000012345678E8\n:020002009ABCA6\n:00000001FF\n", {});
     EXPECT_EQ(report_of(result), "");
@@ -411,6 +427,16 @@ TEST(HexReader, FindsWordsInRecordsOfAnotherPage) {
     EXPECT_EQ(find_hex_word(text, of_width(8), 0x10000), (place{4, 1, 44, 13}));
 }
 
+TEST(HexReader, FindsWordsOfBytesAtByteAddresses) {
+    read_options options = of_bytes(16, byte_order::little);
+    const std::string text = record("0400000011223344") + record("020004005566") + end_record;
+    EXPECT_EQ(find_hex_word(text, options, 2)->line, 2U);
+    options.order.reset();
+    EXPECT_EQ(find_hex_word(text, options, 2)->line, 2U);
+    options.width.reset();
+    EXPECT_EQ(find_hex_word(text, options, 5)->line, 2U);
+}
+
 TEST(HexReader, FindsNoWordInARecordWithAWrongChecksum) {
     const std::string text = two_words + ":0100000002FF\n" + end_record;
     EXPECT_EQ(find_hex_word(text, {}, 0), (place{1, 1, 0, 13}));
@@ -440,8 +466,29 @@ TEST(HexReader, SniffsByTheFirstRecords) {
     EXPECT_EQ(sniff_hex("; text\n\n" + two_words), certainty::certain);
     EXPECT_EQ(sniff_hex(":0100000001FF\n:00000001FE\n"), certainty::likely);
     EXPECT_EQ(sniff_hex(":hello"), certainty::possible);
+    EXPECT_EQ(sniff_hex("data:0100000001FE\n"), certainty::likely);
     EXPECT_EQ(sniff_hex("0 : 12;"), certainty::no);
     EXPECT_EQ(sniff_hex(""), certainty::no);
+}
+
+TEST(HexReader, ADepthBeyondEveryMemoryIsTheLargest) {
+    read_options options = of_width(8);
+    options.depth = deepest_memory + 1;
+    const read_result result = read_hex(two_words + end_record, options);
+    ASSERT_TRUE(result.image);
+    EXPECT_EQ(result.image->depth(), deepest_memory);
+}
+
+TEST(HexReader, RecordsAfterTheEndGiveNoMemory) {
+    const std::string text = end_record + two_words;
+    read_options options;
+    options.keep_going = true;
+    EXPECT_FALSE(read_hex(text, options).image);
+    options.width = 8;
+    const read_result result = read_hex(text, options);
+    ASSERT_TRUE(result.image); // for what is edited
+    EXPECT_EQ(result.image->depth(), 1U);
+    EXPECT_EQ(result.image->count_set(), 0U);
 }
 
 } // namespace

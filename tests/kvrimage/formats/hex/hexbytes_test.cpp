@@ -2,6 +2,7 @@
 #include "kvrimage/formats/hex/hex_edit.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/hex/hex_reader.h"
+#include "kvrimage/formats/hex/hexbytes_writer.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
 #include "tests/kvrimage/bytes/byte_images.h"
@@ -61,6 +62,48 @@ TEST(Hexbytes, StartAddressesAreFacts) {
     EXPECT_EQ(result.facts.more[0].name, "start address");
     EXPECT_EQ(result.facts.more[0].value, "12345678");
     EXPECT_EQ(result.facts.more[1].value, "0000:3800");
+    EXPECT_EQ(result.facts.start_address, 0x3800U);
+}
+
+TEST(Hexbytes, AStartAddressThatLacksDigitsIsShownAsItIs) {
+    const read_result result = read_hexbytes(record("0100000012") + record("020000031234") + end_record, {});
+    ASSERT_EQ(result.facts.more.size(), 1U);
+    EXPECT_EQ(result.facts.more[0].value, "1234");
+    EXPECT_EQ(result.facts.start_address, std::nullopt);
+}
+
+TEST(Hexbytes, RecordsBeyondAllAddressesAreOneDiagnostic) {
+    const read_result result = read_hexbytes(
+        record("02000004FFFF") + record("02FFFF001122") + record("03FFFF00334455") + end_record, {});
+    EXPECT_EQ(shown_report(result), "broken address-outside 2:1+15 x2\n"
+                                    "suspect overwritten-byte 3:10+2 x1\n"
+                                    "broken base-needed 3:10+2 x1\n");
+}
+
+TEST(Hexbytes, ARecordInDoubtBelowTheBaseConcernsNoWord) {
+    read_options options;
+    options.base = 0x10;
+    options.keep_going = true;
+    const read_result result = read_hexbytes(":01000000120F\n" + record("0100100034") + end_record, options);
+    EXPECT_EQ(set_words_of(result), "0=34");
+    EXPECT_TRUE(result.unreadable.empty());
+}
+
+TEST(Hexbytes, TheStartAddressIsLinear) {
+    const auto start_in = [](const std::string& start) {
+        return read_hexbytes(record("0100000012") + start + end_record, {}).facts.start_address;
+    };
+    EXPECT_EQ(start_in(record("0400000512345678")), 0x12345678U);
+    EXPECT_EQ(start_in(record("0400000312340010")), 0x12350U);
+    EXPECT_EQ(start_in(""), std::nullopt);
+}
+
+TEST(Hexbytes, TheStartAddressIsWrittenBeforeTheEnd) {
+    memory_image image(8, 1);
+    image.set(0, word::of(0x12, 8));
+    const write_options options{.as = &hexbytes_format, .start_address = 0x12345678};
+    EXPECT_EQ(to_text(image, options), record("0100000012") + record("0400000512345678") + end_record);
+    EXPECT_EQ(size_of_hexbytes(image, options) - size_of_hexbytes(image, {.as = &hexbytes_format}), 20U);
 }
 
 TEST(Hexbytes, BothKindsOfOffsetMoveTheAddresses) {
@@ -79,6 +122,15 @@ TEST(Hexbytes, ARecordWrapsWithinItsSegment) {
     EXPECT_EQ(find_hexbytes_word(text, {}, 65536)->column, 14U);
     EXPECT_EQ(find_hexbytes_word(text, {}, 131071)->column, 12U);
     EXPECT_FALSE(find_hexbytes_word(text, {}, 131072));
+}
+
+TEST(Hexbytes, RecordsThatWrapAreOneDiagnosticWithTheFirstAddress) {
+    const std::string text = record("020000021000") + record("04FFFE00AABBCCDD") + record("020000022000") +
+                             record("02FFFF001122") + end_record;
+    const read_result result = read_hexbytes(text, {});
+    EXPECT_EQ(set_words_of(result), "65536=CC 65537=DD 131070=AA 131071=BB 131072=22 196607=11");
+    EXPECT_EQ(shown_report(result), "suspect address-wrapped 2:1+19 x2\n");
+    EXPECT_EQ(result.diagnostics[0].message, "the record goes on at address 10000, where its segment begins");
 }
 
 TEST(Hexbytes, ARecordGoesOnAfterAPageOfLinearAddresses) {

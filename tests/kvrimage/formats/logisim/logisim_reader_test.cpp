@@ -11,6 +11,7 @@ namespace {
 using namespace kvrimage;
 using kvrimage_tests::found_in;
 using testing::ElementsAre;
+using testing::HasSubstr;
 using testing::IsEmpty;
 
 std::string logisim_words(const std::string& contents, const read_options& options = {}) {
@@ -29,6 +30,11 @@ TEST(LogisimReader, ReadsRawWordsAndRuns) {
 
 TEST(LogisimReader, ReadsWordsWithAddresses) {
     EXPECT_EQ(logisim_words("v3.0 hex words addressed\n0: 1 2\n4: 3 2*4\n"), "1 2 - - 3 4 4");
+}
+
+TEST(LogisimReader, ARunAfterABadAddressHasNone) {
+    EXPECT_THAT(found_in(logisim_format, "v3.0 hex words addressed\nz: x*2\n"),
+                ElementsAre(HasSubstr("logisim-address 2:1+1"), HasSubstr("logisim-run 2:4+3")));
 }
 
 TEST(LogisimReader, ReadsWordsWithoutAddresses) {

@@ -71,4 +71,11 @@ TEST(MifParser, GoesOnBehindWhatItDoesNotUnderstand) {
                             "end END;"));
 }
 
+TEST(MifParser, AStatementWithoutAColonEndsWithItsLine) {
+    const std::string where = std::to_string(static_cast<int>(mif_syntax::missing_colon));
+    EXPECT_THAT(pieces_of("CONTENT BEGIN\n0 1\n2 : 3;\n4 : 5;\nEND;\n"),
+                ElementsAre("content CONTENT", "begin BEGIN", "finding " + where + " 14",
+                            "statement 0 unsound", "statement 2 3", "statement 4 5", "end END;"));
+}
+
 } // namespace

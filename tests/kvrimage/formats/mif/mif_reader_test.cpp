@@ -44,6 +44,13 @@ std::vector<std::string> texts_of_mif(const read_result& result) {
     return texts;
 }
 
+read_options sizes_of(std::uint32_t width, std::uint64_t depth) {
+    read_options options;
+    options.width = width;
+    options.depth = depth;
+    return options;
+}
+
 /// A file, the one diagnostic that it has, and what its certain repair makes of it ("" for none).
 struct mif_case {
     std::string_view name;
@@ -195,6 +202,8 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"before_end", usual_header + "CONTENT BEGIN\n0 : 1; END;\n", "before-end 4:8+3",
                  usual_header + "CONTENT BEGIN\n0 : 1; \nEND;\n"},
         mif_case{"glued", mif_of("0 : 1\n2\n3;\n"), "split-value 5:1+1*2", mif_of("0 : 1\n 2\n 3;\n")},
+        mif_case{"glued_after_a_comment", mif_of("0 : 1\n%%2;\n"), "after-comment 5:3+1",
+                 mif_of("0 : 1\n%%\n 2;\n")},
         mif_case{"bad_digit", mif_of("0 : 1G2;\n"), "bad-digit 4:5+3", ""},
         mif_case{"too_wide", mif_of("0 : 1FF;\n1 : 3FF;\n2 : 1;\n"), "too-wide 4:5+3*2", ""},
         mif_case{"address_digit", mif_of("1G : 1;\n2 : 0;\n3 : 0;\n4 : 0;\n"), "address-digit 4:1+2", ""},
@@ -208,6 +217,9 @@ INSTANTIATE_TEST_SUITE_P(
         mif_case{"list_over_single", mif_of("1 : 1;\n0 : 1 2;\n"), "overlap 5:1+8", ""},
         mif_case{"single_over_list", mif_of("0 : 1 2;\n1 : 1;\n"), "overlap 5:1+6", ""},
         mif_case{"range_over_range", mif_of("[0..3] : 1;\n[2..5] : 2;\n"), "overlap 5:1+11", ""},
+        mif_case{"range_over_a_long_range_of_several_values",
+                 mif_of("[0..FFFFF] : 1 2;\n[0..FFFFF] : 1 2 1 3;\n", "WIDTH=8;\nDEPTH=1048576;\n"),
+                 "overlap 5:1+21", ""},
         mif_case{"unsigned", mif_of("0 : 255;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"),
                  "unsigned-in-dec 5:5+3", mif_of("0 : 255;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=UNS;\n")},
         mif_case{"unsigned_and_negative", mif_of("0 : 255 -1;\n", "WIDTH=8;\nDEPTH=8;\nDATA_RADIX=DEC;\n"),
@@ -337,6 +349,20 @@ TEST(MifReader, NamesACauseOnceWithTenPlaces) {
     EXPECT_EQ(result.diagnostics[0].more.size(), 9U);
 }
 
+TEST(MifReader, NamesManyCarriageReturnsOnce) {
+    std::string text = "WIDTH=8;\rDEPTH=16;\rCONTENT BEGIN\r";
+    for (const char digit : std::string_view("0123456789ABCDEF")) {
+        text += std::string{digit} + " : 1;\r";
+    }
+    text += "END;\r";
+    const read_result result = read_mif(text, {});
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("lines-of-carriage-return 1:9+1*20"));
+    EXPECT_EQ(result.diagnostics.at(0).more.size(), 9U);
+    EXPECT_THAT(result.diagnostics.at(0).fix, IsEmpty()); // all or none
+    EXPECT_EQ(result.diagnostics.at(0).repair, "");
+    EXPECT_EQ(read_mif(text, {.wants_repairs = true}).diagnostics.at(0).fix.size(), 20U);
+}
+
 TEST(MifReader, RefusesWordsOutOfProportion) {
     std::string statements;
     for (int i = 0; i < 2000; ++i) {
@@ -398,6 +424,16 @@ TEST(MifReader, RefusesAFileWhoseWordsTakeMuchMoreMemoryThanItDoes) {
     const read_result result = read_mif(mif_of(statements_up_to(1000), settings_of_wide(1048576)), {});
     EXPECT_FALSE(result.image);
     EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("too-large 0:0+0"));
+}
+
+TEST(MifReader, TakesMoreWordsOfALargerFile) {
+    std::string comment;
+    for (int line = 0; line < 8500; ++line) {
+        comment += "--" + std::string(500, 'c') + "\n";
+    }
+    const std::string statements = statements_up_to(1030);
+    EXPECT_FALSE(read_mif(mif_of(statements, settings_of_wide(65536)), {}).image);
+    EXPECT_TRUE(read_mif(comment + mif_of(statements, settings_of_wide(65536)), {}).image);
 }
 
 TEST(MifReader, TakesFewWordsOfTheLargestWidth) {
@@ -466,6 +502,14 @@ TEST(MifReader, ACommentOfLinesBehindTheEndIsNone) {
     EXPECT_THAT(shown_diagnostics(result.diagnostics), IsEmpty());
 }
 
+TEST(MifReader, ACommentOfLinesAmongTheSettingsMayHoldAStatement) {
+    const std::string rest = "DEPTH=8;\nCONTENT BEGIN\n0 : 1;\nEND;\n";
+    EXPECT_THAT(shown_diagnostics(read_mif("WIDTH=8;\n% was:\n0 : 1;\n%\n" + rest, {}).diagnostics),
+                IsEmpty());
+    EXPECT_THAT(shown_diagnostics(read_mif("WIDTH=8;\n% was:\n0 : 1;\n% " + rest, {}).diagnostics),
+                ElementsAre("doubtful-comment 2:1+15"));
+}
+
 TEST(MifReader, NeedsNoSettingsThatTheCallerGives) {
     const std::string text = "ADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n0 : 7;\nEND;\n";
     const read_result result = read_mif(text, {.width = 8, .depth = 4});
@@ -506,6 +550,11 @@ TEST(MifReader, NamesRangesOfOneAndSurplusValuesOnce) {
     EXPECT_THAT(found("[0..1] : 1 2 3;\n[2..3] : 1 2 3;\n"), ElementsAre("surplus-values 4:14+1*2"));
 }
 
+TEST(MifReader, ARangeOfOneAddressMayLackItsBrackets) {
+    EXPECT_THAT(shown_diagnostics(read_mif(mif_of("2..2 : 5;\n"), {}).diagnostics),
+                ElementsAre("range-of-one 4:1+4", "range-form 4:1+4"));
+}
+
 TEST(MifReader, AddressesThatGoBeyondAllNumbersAreBeyondTheDepth) {
     EXPECT_THAT(shown_diagnostics(read_mif(mif_of("FFFFFFFFFFFFFFFF : 1 2;\n"), {}).diagnostics),
                 ElementsAre("beyond-depth 4:1+16"));
@@ -516,6 +565,19 @@ TEST(MifReader, AddressesThatGoBeyondAllNumbersAreBeyondTheDepth) {
 TEST(MifReader, ASettingOverTwoLinesWithACommentIsLeftAsItIs) {
     const read_result result = read_mif(mif_of("", "WIDTH -- bits\n = 8;\nDEPTH=8;\n"), {});
     EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("split-setting 1:1+5"));
+}
+
+TEST(MifReader, NoSettingGoesOnInALineThatBeginsWithASign) {
+    const std::string rest = "DEPTH=8;\nCONTENT BEGIN\n0 : 1;\nEND;\n";
+    EXPECT_THAT(shown_diagnostics(read_mif("WIDTH\n: 8;\n" + rest, sizes_of(8, 8)).diagnostics),
+                ElementsAre("missing-setting-value 1:1+5", "header-text 2:1+4"));
+    EXPECT_THAT(shown_diagnostics(read_mif("WIDTH=\n=8;\n" + rest, sizes_of(8, 8)).diagnostics),
+                ElementsAre("missing-setting-value 1:1+6", "header-text 2:1+3"));
+}
+
+TEST(MifReader, ASettingMayBeAllThereIs) {
+    EXPECT_THAT(shown_diagnostics(read_mif("WIDTH8", sizes_of(8, 8)).diagnostics),
+                ElementsAre("missing-equals 1:1+6", "header-semicolon 1:7+1", "missing-content 0:0+0"));
 }
 
 TEST(MifReader, NamesSeveralSettingsOfALineOnce) {
@@ -529,6 +591,12 @@ TEST(MifReader, ReadsALineBeyondWhatItLooksAtAtOnce) {
     const read_result result =
         read_mif(mif_of("0 : 1;\n-- " + std::string(std::size_t{200} * 1024, 'x') + "\n1 : 2;\n"), {});
     EXPECT_EQ(texts_of_mif(result).at(1), "02");
+}
+
+TEST(MifNumbers, ZeroIsNotNegative) {
+    EXPECT_TRUE(mif_number_of("-1", radix::dec).is_negative);
+    EXPECT_TRUE(mif_number_of("-0", radix::dec).is_number);
+    EXPECT_FALSE(mif_number_of("-0", radix::dec).is_negative);
 }
 
 TEST(MifNumbers, APrefixComesBeforeDigits) {
@@ -562,6 +630,10 @@ TEST(MifReader, FindsRangesThatAreNone) {
     EXPECT_THAT(found_among("[0 .. .. 7] : 1;\nEND;\n"), ElementsAre("range-form 4:1+11!"));
     EXPECT_THAT(found_among("[0-7,] : 1;\nEND;\n"), ElementsAre("range-syntax 4:1+11"));
     EXPECT_THAT(found_among("[0 7] : 1;\nEND;\n"), ElementsAre("range-syntax 4:1+10"));
+}
+
+TEST(MifReader, FindsAStatementThatLacksColonAndValue) {
+    EXPECT_THAT(found_among("5 x\n1 : 2;\nEND;\n"), ElementsAre("content-syntax 4:1+3"));
 }
 
 TEST(MifReader, FindsBeginAmongStatements) {
@@ -617,6 +689,9 @@ TEST(MifReader, BreaksALongCommentWhereThatChangesNothing) {
                 ElementsAre("comment-of-lines 4:1+5!", "line-too-long 7:512+1!"));
     EXPECT_THAT(found_among("%\n" + std::string(500, 'x') + " 5 : 3;\n%\nEND;\n"),
                 ElementsAre("comment-of-lines 4:1+511!"));
+    EXPECT_THAT(found_among("%\n" + std::string(509, 'x') + " 5 : 3;\n%\nEND;\n"),
+                ElementsAre("comment-of-lines 4:1+520!", "line-too-long 5:512+1"))
+        << "its second line would be a statement";
     EXPECT_THAT(found_among("%\n" + text + "% 0 : 1;\nEND;\n"),
                 ElementsAre("comment-of-lines 4:1+603!", "line-too-long 5:512+1", "after-comment 5:603+1!"));
     EXPECT_THAT(found_among("%" + text + "% 0 : 1;\nEND;\n"),
@@ -626,17 +701,14 @@ TEST(MifReader, BreaksALongCommentWhereThatChangesNothing) {
                 ElementsAre("open-comment 4:1+1!", "line-too-long 4:512+1!"));
 }
 
+TEST(MifReader, AHashBeforeATabBeginsAComment) {
+    EXPECT_THAT(found_among("0 : 1 #\tone\n;\nEND;\n"), ElementsAre("mif-comment 4:7+1!"));
+}
+
 TEST(MifReader, AHashAtTheEndBeginsAComment) {
     EXPECT_THAT(found_among("0 : 1; END; #"), ElementsAre("before-end 4:8+3!", "text-after-end 4:13+1"));
     EXPECT_THAT(found_among("0 : 1 #"),
                 ElementsAre("missing-semicolon 4:6+1!", "mif-comment 4:7+1!", "missing-end 0:0+0!"));
-}
-
-read_options sizes_of(std::uint32_t width, std::uint64_t depth) {
-    read_options options;
-    options.width = width;
-    options.depth = depth;
-    return options;
 }
 
 TEST(MifReader, StatementsAloneAreReadWithWidthAndDepth) {
@@ -657,6 +729,21 @@ TEST(MifReader, StatementsWithoutContentHaveTheRadixesOfTheSettings) {
 TEST(MifReader, ABeginWithoutContentIsNoBareStatement) {
     const read_result result = read_mif(usual_header + "BEGIN\n0 : 1;\nEND;\n", sizes_of(8, 8));
     EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("missing-content 3:1+5"));
+}
+
+TEST(MifReader, ABeginIsNoBareStatementWhereThereAreNoSettingsEither) {
+    const read_result result = read_mif("BEGIN\n0 : 1;\nEND;\n", sizes_of(8, 8));
+    EXPECT_THAT(shown_diagnostics(result.diagnostics), ElementsAre("missing-content 1:1+5"));
+}
+
+TEST(MifReader, StatementsAloneAreAsWideAsTheirLongestValue) {
+    std::string statements;
+    for (const std::string high : {"0", "1", "2", "3", "4", "5", "6", "7"}) {
+        for (const char low : std::string("0123456789ABCDEF")) {
+            statements += high + low + " : 0" + high + low + ";\n";
+        }
+    }
+    EXPECT_EQ(read_mif(statements, {}).diagnostics.at(0).option, "--width 12 --depth 128");
 }
 
 TEST(MifReader, WhatStatementsAloneLackIsInTheHint) {

@@ -192,6 +192,15 @@ TEST(ReadmemReader, WithoutAWidthByteAddressesFollowTheLongestWord) {
     EXPECT_EQ(readmemh("@4 0x1_234\n", options), "16 bits, 3 words: - - 1234");
 }
 
+TEST(ReadmemReader, BytesWithAWidthOfSeveralAreBroken) {
+    const std::string bytes = "@0 13 00 50 00\n@4 9_3 00 10 00\n";
+    EXPECT_THAT(readmemh_diagnostics_of(bytes, counting_bytes(32)),
+                ElementsAre("word-set-again 2:4+3 x3", "readmem-bytes 0:0+0"));
+    EXPECT_EQ(readmemh(bytes, counting_bytes(8)).substr(0, 15), "8 bits, 8 words");
+    EXPECT_THAT(readmemh_diagnostics_of("@0 13 0 50 00\n", counting_bytes(32)), testing::IsEmpty());
+    EXPECT_THAT(readmemh_diagnostics_of("@0 13 00500\n", counting_bytes(32)), testing::IsEmpty());
+}
+
 TEST(ReadmemReader, ByteAddressesWithinAWordAreBroken) {
     const read_result result = read_readmemh("@6 1\n@8 2\n@9 3\n", counting_bytes(32));
     EXPECT_THAT(shown(result.diagnostics), ElementsAre("readmem-address-multiple 1:1+2 x2"));

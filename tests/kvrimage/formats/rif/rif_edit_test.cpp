@@ -4,9 +4,11 @@
 #include "kvrimage/image/word_text.h"
 #include "tests/kvrimage/formats/rif/shown_diagnostics.h"
 
+#include <fmt/format.h>
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <map>
 #include <random>
 #include <string>
@@ -43,6 +45,26 @@ TEST(RifEdit, ReplacesAWordBeyondTheDepthThatWasRead) {
     EXPECT_EQ(edited("01 02 03\n", {to(1, 1, {"0A"}, 8), to(2, 2, {"0B"}, 8)}, options), "01 0A 0B\n");
 }
 
+TEST(RifEdit, ReplacesTheLastWordOfAll) {
+    read_options options;
+    options.width = 8;
+    options.keep_going = true;
+    EXPECT_EQ(edited("@FFFFFFFF\n00 11 \n", {to(0xFFFFFFFF, 0xFFFFFFFF, {"0A"}, 8)}, options),
+              "@FFFFFFFF\n0A 11 \n");
+}
+
+TEST(RifEdit, ReplacesTheLastWordOfAllInALongFile) {
+    read_options options;
+    options.width = 8;
+    options.keep_going = true;
+    std::string more = "@0\n";
+    for (int line = 0; line < 40; ++line) {
+        more += "22 33\n";
+    }
+    EXPECT_EQ(edited("@FFFFFFFF\n00 11\n" + more, {to(0xFFFFFFFF, 0xFFFFFFFF, {"0A"}, 8)}, options),
+              "@FFFFFFFF\n0A 11\n" + more);
+}
+
 /// @p text, words of 8 bits, with one @p word.
 std::string with_word(std::string_view text, std::uint64_t address, const std::string& word) {
     read_options options;
@@ -61,6 +83,24 @@ TEST(RifEdit, ChangesTheLastWordOfAnAddress) {
 
 TEST(RifEdit, LeavesAWordThatHasTheValueAlone) {
     EXPECT_EQ(with_word("@0\n00 1\n", 1, "01"), "@0\n00 1\n");
+}
+
+TEST(RifEdit, RegularLinesAreEditedAsOthersAre) {
+    std::string regular;
+    for (int line = 0; line < 40; ++line) {
+        regular += line % 10 == 0 ? fmt::format("@{:x}\n", line * 8) : "";
+        regular += line < 39 ? fmt::format("{:02x} 1f 2a 0c 3d 4e 5b 6a \n", line) : "77 88 \n";
+    }
+    std::string others = regular; // the parser reads what has tabs
+    std::ranges::replace(others, ' ', '\t');
+    read_options options;
+    options.width = 8;
+    const std::vector<assignment> changes = {to(3, 3, {"0C"}, 8), to(9, 18, {"AB", "CD"}, 8),
+                                             to(304, 304, {"E"}, 8), to(0x200, 0x200, {"F"}, 8)};
+    std::string expected = edited(others, changes, options);
+    std::ranges::replace(expected, '\t', ' ');
+    EXPECT_EQ(edited(regular, changes, options), expected);
+    EXPECT_TRUE(expected.ends_with("\n0E 1f 2a 0c 3d 4e 5b 6a \n77 88 \n@200\n0f\n")) << expected;
 }
 
 TEST(RifEdit, AddsWordsThatAreNotSetAtTheEnd) {

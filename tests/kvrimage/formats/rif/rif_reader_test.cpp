@@ -94,7 +94,7 @@ TEST(RifReader, NamesAddressesBeyondTheDepthOnce) {
     EXPECT_EQ(shown(result), "none");
     EXPECT_THAT(kvrimage::shown(result.diagnostics), ElementsAre("beyond-depth 1:5+1 x3"));
     EXPECT_EQ(result.diagnostics.front().message, "address 2 is beyond the depth 2 (0 to 1)");
-    EXPECT_EQ(result.diagnostics.front().hint, "needs DEPTH 17 or more");
+    EXPECT_EQ(result.diagnostics.front().hint, "needs --depth 17 or more");
 }
 
 TEST(RifReader, NamesWordsThatAreTooWideOnce) {

@@ -1,3 +1,4 @@
+#include "kvrimage/formats/rif/rif_comments.h"
 #include "kvrimage/formats/rif/rif_search.h"
 
 #include <gtest/gtest.h>
@@ -11,6 +12,13 @@ using namespace kvrimage;
 
 TEST(RifSearch, FindsTheLastWordOfAnAddress) {
     EXPECT_EQ(find_rif_word("@0\n00 11\n@1\n 222", {}, 1), (place{4, 2, 13, 3}));
+}
+
+TEST(RifSearch, FindsTheComments) {
+    const std::string_view text = "// one\n@0\n00 11 # two\n";
+    std::string found;
+    find_rif_comments(text, [&](const span& where) { found += std::string(where.in(text)) + "|"; });
+    EXPECT_EQ(found, "// one|# two|");
 }
 
 TEST(RifSearch, FindsTheFirstWordOfAnAddress) {

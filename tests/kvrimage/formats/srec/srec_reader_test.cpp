@@ -56,9 +56,15 @@ TEST(SrecReader, HeaderAndStartAddressAreFacts) {
     EXPECT_EQ(result.facts.more[0].value, "AB");
     EXPECT_EQ(result.facts.more[1].name, "start address");
     EXPECT_EQ(result.facts.more[1].value, "1234");
+    EXPECT_EQ(result.facts.start_address, 0x1234U);
+    EXPECT_EQ(read_srec(header + two_bytes + end_of_s1, {}).facts.start_address, std::nullopt);
     const read_result odd = read_srec("S0050000010CED\n" + header + two_bytes + end_of_s1, {});
     EXPECT_EQ(odd.facts.more.at(0).value, "0x010C (the first of 2 headers)");
     EXPECT_EQ(read_srec("S00700004142000075\n" + two_bytes + end_of_s1, {}).facts.more.at(0).value, "AB");
+}
+
+TEST(SrecReader, AHeaderThatIsNoTextIsShownInDigits) {
+    EXPECT_EQ(read_srec("S00400007F7C\n" + two_bytes + end_of_s1, {}).facts.more.at(0).value, "0x7F");
 }
 
 TEST(SrecReader, CountRecordsAreCompared) {
@@ -184,6 +190,14 @@ TEST(SrecReader, FindsTheLineOfAWord) {
     EXPECT_EQ(find_srec_word(text, options, 0)->line, 3U);
     EXPECT_EQ(find_srec_word(text, options, 0)->column, 9U);
     EXPECT_FALSE(find_srec_word(text, options, 1));
+}
+
+TEST(SrecReader, FindsTheLineOfAWordAmongLinesWithoutData) {
+    const std::string text =
+        "; boot\n\nS1031000EC\n" + header + "S1051000AABB85\n" + "S1051000CCDD00\n" + end_of_s1;
+    read_options options;
+    options.base = 0x1000;
+    EXPECT_EQ(find_srec_word(text, options, 1)->line, 5U);
 }
 
 TEST(SrecReader, TextIsACommentOfTheFile) {

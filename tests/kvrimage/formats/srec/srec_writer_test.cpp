@@ -31,6 +31,16 @@ TEST(SrecWriter, WritesHeaderDataCountAndEnd) {
     EXPECT_EQ(written_srec(image), "S0030000FC\nS1051234AABB4F\nS5030001FB\nS9030000FC\n");
 }
 
+TEST(SrecWriter, TheLastRecordHasTheStartAddressAndRoomForIt) {
+    memory_image image(8, 1, 0x1234);
+    image.set(0x1234, word::of(0xAA, 8));
+    write_options options{.as = &srec_format, .start_address = 0x1234};
+    EXPECT_EQ(to_text(image, options), "S0030000FC\nS1041234AA0B\nS5030001FB\nS9031234B6\n");
+    options.start_address = 0x80000010;
+    EXPECT_EQ(to_text(image, options), "S0030000FC\nS30600001234AA09\nS5030001FB\nS705800000106A\n");
+    EXPECT_EQ(size_of_srec(image, options), to_text(image, options).size());
+}
+
 TEST(SrecWriter, TheHighestAddressSaysWhichRecordsAreUsed) {
     memory_image image(8, 1, 0xFFFF);
     image.set(0xFFFF, word::of(1, 8));
@@ -54,6 +64,23 @@ TEST(SrecWriter, ManyRecordsAreCountedInS6) {
     memory_image image(8, 0x10000);
     image.fill({0, 0xFFFF}, std::vector{word(8)});
     EXPECT_NE(written_srec(image, "1").find("\nS604010000FA\nS9030000FC\n"), std::string::npos);
+}
+
+TEST(SrecWriter, MoreRecordsThanS6CountsAreNotCounted) {
+    constexpr std::uint64_t frame_of_s2 = 13;
+    constexpr std::uint64_t frame_of_s3 = 15;
+    constexpr std::uint64_t header_size = 11;
+    write_options options{.as = &srec_format, .choices = {{"record-length", "1"}}};
+    memory_image counted(8, 0xFFFFFF);
+    counted.fill({0, 0xFFFFFE}, std::vector{word(8)});
+    // A byte each, the count and the end.
+    EXPECT_EQ(size_of_srec(counted, options), header_size + 0xFFFFFF * (frame_of_s2 + 2) + 2 * frame_of_s2);
+    memory_image uncounted(8, 0x1000000);
+    uncounted.fill({0, 0xFFFFFF}, std::vector{word(8)});
+    EXPECT_EQ(size_of_srec(uncounted, options), header_size + 0x1000000 * (frame_of_s2 + 2) + frame_of_s2);
+    uncounted.resize(0x1000001);
+    uncounted.set(0x1000000, word(8));
+    EXPECT_EQ(size_of_srec(uncounted, options), header_size + 0x1000001 * (frame_of_s3 + 2) + frame_of_s3);
 }
 
 TEST(SrecWriter, RefusesAddressesBeyond32BitsAndImpossibleLengths) {

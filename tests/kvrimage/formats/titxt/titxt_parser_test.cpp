@@ -1,8 +1,12 @@
+#include "kvrimage/formats/titxt/fast_titxt_bytes.h"
 #include "kvrimage/formats/titxt/titxt_parser.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <array>
 #include <string>
+#include <string_view>
 
 namespace {
 
@@ -49,6 +53,53 @@ TEST(TitxtParser, EveryByteHasItsPlace) {
     EXPECT_EQ(span_of_titxt_byte(text, parser.piece(), 0).offset, 0U);
     EXPECT_EQ(span_of_titxt_byte(text, parser.piece(), 2).in(text), "03");
     EXPECT_EQ(span_of_titxt_byte(text, parser.piece(), 3).offset, 12U);
+}
+
+/// The bytes at the front of @p text that stand alone, up to the first word that is none.
+std::string plain_bytes_of(const std::string& text) {
+    std::string bytes;
+    std::size_t at = text.find_first_not_of(" \t\n\v\f\r");
+    while (at != std::string::npos) {
+        const std::size_t end = std::min(text.find_first_of(" \t\n\v\f\r", at), text.size());
+        const std::string one = text.substr(at, end - at);
+        if (one.size() != 2 || one.find_first_not_of("0123456789ABCDEFabcdef") != std::string::npos) {
+            break;
+        }
+        bytes += static_cast<char>(std::stoul(one, nullptr, 16));
+        at = text.find_first_not_of(" \t\n\v\f\r", end);
+    }
+    return bytes;
+}
+
+TEST(TitxtParser, EveryCharacterCountsInLinesThatAreTakenAtOnce) {
+    const std::string line = "01 23 45 67 89 ab CD ef\n10 32 54 76\r\n98 BA dc FE 0F\n";
+    for (std::size_t place = 0; place < line.size(); ++place) {
+        for (int character = 0; character < 256; ++character) {
+            std::string text = line;
+            text[place] = static_cast<char>(character);
+            const std::string expected = plain_bytes_of(text);
+            titxt_parser parser(text);
+            if (parser.next() && parser.piece().what == titxt_piece::kind::bytes) {
+                ASSERT_EQ(parser.piece().bytes, expected) << text;
+            } else {
+                ASSERT_EQ(expected, "") << text;
+            }
+        }
+    }
+}
+
+TEST(TitxtParser, FiveBytesAtOnceAreThoseOfEachDigit) {
+    for (int value = 0; value < 256; ++value) {
+        for (std::size_t place = 0; place < 16; ++place) {
+            std::string text = "12 34\t56\n78\r9a b";
+            text[place] = static_cast<char>(value);
+            std::array<char, 8> bytes{};
+            std::array<char, 8> portable_bytes{};
+            const bool is_taken = take_five_titxt_bytes(text.data(), bytes.data());
+            ASSERT_EQ(is_taken, portable::take_five_titxt_bytes(text.data(), portable_bytes.data())) << text;
+            ASSERT_TRUE(!is_taken || std::equal(bytes.begin(), bytes.begin() + 5, portable_bytes.begin()));
+        }
+    }
 }
 
 TEST(TitxtParser, ManyBytesComeInSeveralPieces) {

@@ -31,6 +31,10 @@ TEST(TitxtReader, BytesFollowTheirAddress) {
               "1=4031 2=0300");
 }
 
+TEST(TitxtReader, FindsNoWordAmongBytesWithoutAnAddress) {
+    EXPECT_EQ(find_titxt_word("01 02\n@0\n03 04\nq\n", {}, 1), (place{3, 4, 12, 2}));
+}
+
 TEST(TitxtReader, AnAddressMustBeOne) {
     EXPECT_EQ(report_of_titxt("@1Z\n55\n@ 1\n10\nq\n"), "broken titxt-address 1:1+3 x2\n"
                                                         "broken titxt-byte 3:3+1 x1\n");

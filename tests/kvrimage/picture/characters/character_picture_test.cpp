@@ -28,29 +28,30 @@ TEST(CharacterPicture, WaveformInBlocks) {
     EXPECT_EQ("\n" + draw(memory_of(8, 5, {{0, 3, {"00", "55", "AA", "AA"}}}),
                           {.name = "a/b.mif", .format_title = "MIF"}, true),
               R"(
-b.mif  MIF, 5 words of 8 bits
+b.mif  MIF, 5 words of 8 bits, 4 set
 value (unsigned, 8 bits) over address (words), 6 characters a word
 
-     170 ┤            ████████████
+    0xAA ┤            ████████████
          │            ████████████
          │            ████████████
+    0x80 ┤            ████████████
          │            ████████████
          │            ████████████
-         │            ████████████
-     100 ┤            ████████████
+    0x60 ┤            ████████████
          │      ▁▁▁▁▁▁████████████
          │      ██████████████████
+    0x40 ┤      ██████████████████
          │      ██████████████████
          │      ██████████████████
-      50 ┤      ██████████████████
+    0x20 ┤      ██████████████████
          │      ██████████████████
          │      ██████████████████
-         │      ██████████████████
-       0 ┤▁▁▁▁▁▁██████████████████
-   words │████████████┣━━━━━━━━━━━······
+     0x0 ┤▁▁▁▁▁▁██████████████████
+   words │■■■■■■■■■■■■╞═══════════······
          └──┬─────┬─────┬─────┬─────┬───
            0x0   0x1   0x2   0x3   0x4
-          █ set  ┣━ run of one word  ▒ partly set  · unset
+          ▁▄█ value  ■ set
+          ╞═ run of one word  · unset
 )");
 }
 
@@ -58,29 +59,31 @@ TEST(CharacterPicture, WaveformInAsciiOverAddressesOfTheBase) {
     EXPECT_EQ("\n" + draw(memory_of(8, 60, {{0, 29, {"F0", "0F"}}, {32, 47, {"00"}}}, 0x8000'0000),
                           {.is_signed = true}),
               R"(
-60 words of 8 bits, addresses 0x80000000 to 0x8000003B
+60 words of 8 bits, addresses 0x80000000 to 0x8000003B, 46 set
 value (signed, 8 bits) over address (words), 2 words a character
 
-      15 +|||||||||||||||
-         ||||||||||||||||
-      10 +|||||||||||||||
-         ||||||||||||||||
-         ||||||||||||||||
-         ||||||||||||||||
-         ||||||||||||||||
-       0 +||||||||||||||| ........
-         |||||||||||||||| ########
-         |||||||||||||||| ########
-         |||||||||||||||| ########
-         |||||||||||||||| ########
-     -10 +||||||||||||||| ########
-         |||||||||||||||| ########
-         |||||||||||||||| ########
-     -16 +||||||||||||||| ########
-   words |###############.[=======......
-         ++---------------+-------------
-      0x80000000      0x80000020
-          # set  [= run of one word  + partly set  . unset
+      15 +%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+      10 +%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+       0 +%%%%%%%%%%%%%%% ........
+         |%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+     -10 +%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+         |%%%%%%%%%%%%%%%
+     -16 +%%%%%%%%%%%%%%%
+   words |@@@@@@@@@@@@@@@~[=======~~~~~~
+         ++----------------------------+
+      0x80000000              0x8000003B
+          .:# value  % least to greatest
+          @ set  [= run of one word
+          ~ unset
 )");
 }
 
@@ -91,44 +94,40 @@ TEST(CharacterPicture, BitMap) {
                                       {"FFFFFFFFF00000000", "XXXXXXXXXXXXXXXXX", "00000000000000001",
                                        "00000000000000001"}}})),
               R"(
-5 words of 68 bits
-bit position over address (words), 6 characters a word
+5 words of 68 bits, 4 set
+bit position, 1 byte a row over address (words), 6 characters a word
 
-      67 +######xxxxxx            ......
-         |######xxxxxx            ......
-         |######xxxxxx            ......
-         |######xxxxxx            ......
-      48 +######xxxxxx            ......
-         |######xxxxxx            ......
-         |######xxxxxx            ......
-         |######xxxxxx            ......
-      32 +++++++xxxxxx            ......
-         |      xxxxxx            ......
-         |      xxxxxx            ......
-         |      xxxxxx            ......
-      16 +      xxxxxx            ......
-         |      xxxxxx            ......
-         |      xxxxxx            ......
-       0 +      xxxxxx------------......
-   words |############[===========......
+      67 +######xxxxxx            ~~~~~~
+         |######xxxxxx            ~~~~~~
+         |######xxxxxx            ~~~~~~
+         |######xxxxxx            ~~~~~~
+      32 +######xxxxxx            ~~~~~~
+         |      xxxxxx            ~~~~~~
+         |      xxxxxx            ~~~~~~
+         |      xxxxxx            ~~~~~~
+       0 +      xxxxxx::::::::::::~~~~~~
+   words |@@@@@@xxxxxx[===========~~~~~~
          +--+-----+-----+-----+-----+---
            0x0   0x1   0x2   0x3   0x4
-          # set  [= run of one word  + partly set  . unset
-          ones: ' ' none  -+* some  # all   x don't care
+          ' ' no ones  :*% some  # all
+          @ set  [= run of one word
+          x don't care  ~ unset
 )");
 }
 
-TEST(CharacterPicture, NoteHasALineOfItsOwn) {
-    EXPECT_THAT(lines_of(draw(memory_of(1, 1, {}))).at(2), "no word is set");
+TEST(CharacterPicture, EachNoteHasALineOfItsOwn) {
+    EXPECT_EQ(lines_of(draw(memory_of(8, 1000, {{0, 9, {"01"}}}))).at(2),
+              "1 break leaves out 989 unset words");
 }
 
 TEST(CharacterPicture, LongNameLeavesRoomForTheTitle) {
     const std::string name(100, 'n');
     EXPECT_EQ(lines_of(draw(memory_of(8, 4, {}), {.name = name})).front(),
-              "nnnnnnnnn...nnnnnnnnn  4 words of 8 bits");
+              "nnnnnnnnn...nnnnnnnn  4 words of 8 bits, none set");
     EXPECT_EQ(lines_of(draw(memory_of(8, 4, {}), {.name = name}, true)).front(),
-              "nnnnnnnnnn…nnnnnnnnnn  4 words of 8 bits");
-    EXPECT_EQ(lines_of(draw(memory_of(8, 4, {}), {.name = "\xC3\xA4"})).front(), "?  4 words of 8 bits");
+              "nnnnnnnnnn…nnnnnnnnn  4 words of 8 bits, none set");
+    EXPECT_EQ(lines_of(draw(memory_of(8, 4, {}), {.name = "\xC3\xA4"})).front(),
+              "?  4 words of 8 bits, none set");
 }
 
 TEST(CharacterPicture, LinesFitTheScreen) {
@@ -156,13 +155,49 @@ TEST(CharacterPicture, PiecesAreColouredByWhatTheyShow) {
         return std::ranges::count(painted, std::pair(style, text)) != 0;
     };
     EXPECT_TRUE(is_painted(character_style::name, "n"));
-    EXPECT_TRUE(is_painted(character_style::plain, "  3 words of 1 bit"));
-    EXPECT_TRUE(is_painted(character_style::faint, "       1 +"));
+    EXPECT_TRUE(is_painted(character_style::plain, "  3 words of 1 bit, 2 set"));
+    EXPECT_TRUE(is_painted(character_style::faint, "     0x1 +"));
     EXPECT_TRUE(is_painted(character_style::value, "####################"));
     EXPECT_TRUE(is_painted(character_style::same, "[==================="));
-    EXPECT_TRUE(is_painted(character_style::faint, ".........."));
-    EXPECT_TRUE(is_painted(character_style::partly_set, "+"));
-    EXPECT_TRUE(is_painted(character_style::set, "#"));
+    EXPECT_TRUE(is_painted(character_style::faint, "~~~~~~~~~~"));
+    // The legend.
+    EXPECT_TRUE(is_painted(character_style::value, ".:#"));
+    EXPECT_TRUE(is_painted(character_style::same, "[="));
+    EXPECT_TRUE(is_painted(character_style::faint, "~"));
+}
+
+TEST(CharacterPicture, StretchesAreSideBySideWithBreaksBetweenThem) {
+    EXPECT_EQ("\n" + draw(memory_of(8, 1000, {{0, 3, {"10", "20", "30", "40"}}, {500, 503, {"40", "XX"}}}),
+                          {.rows = 4}),
+              R"(
+1000 words of 8 bits, 8 set
+value (unsigned, 8 bits) over address (words)
+2 breaks leave out 991 unset words
+
+    0x40 +      ##  / ##xx##xx  /
+         |  ..####  / ##xx##xx  /
+         |..######  / ##xx##xx  /
+     0x0 +########  / ##xx##xx  /
+   words |@@@@@@@@  / @@xx@@xx  / ~~~~~~
+         ++-----+---/-+-----+---/---+---
+          0x000       0x1F4       0x3E7
+              0x003       0x1F7
+          .:# value  @ set  x don't care
+          ~ unset  / left out
+)");
+}
+
+TEST(CharacterPicture, LegendHasWhatOccursAndFitsTheScreen) {
+    const memory_image image = memory_of(
+        64, 2000, {{0, 199, {"0000000000000001", "8000000000000000"}}, {300, 330, {"XXXXXXXXXXXXXXXX"}}});
+    const std::string drawn = draw(image, {.is_signed = true, .rows = 4});
+    for (const std::string& line : lines_of(drawn)) {
+        EXPECT_LE(line.size(), 80) << line;
+    }
+    EXPECT_NE(drawn.find("% least to greatest\n"), std::string::npos) << drawn;
+    EXPECT_NE(drawn.find("/ left out"), std::string::npos) << drawn;
+    EXPECT_NE(drawn.find("x don't care"), std::string::npos) << drawn;
+    EXPECT_EQ(drawn.find("run of one word"), std::string::npos) << drawn;
 }
 
 } // namespace

@@ -5,6 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <functional>
+
 namespace {
 
 using namespace kvrimage;
@@ -16,16 +19,16 @@ TEST(SvgPicture, NameAndTitleAreShownEscaped) {
     const std::string svg =
         draw_svg(memory_of(8, 2, {}), {.name = "dir/<a> & \"b\".mif", .format_title = "MIF"});
     EXPECT_EQ(fault_of_xml(svg), std::nullopt);
-    EXPECT_NE(svg.find("<title>&lt;a&gt; &amp; &quot;b&quot;.mif: MIF, 2 words of 8 bits</title>"),
+    EXPECT_NE(svg.find("<title>&lt;a&gt; &amp; &quot;b&quot;.mif: MIF, 2 words of 8 bits, none set</title>"),
               std::string::npos);
     EXPECT_THAT(texts_of(svg, "name"), ElementsAre("&lt;a&gt; &amp; &quot;b&quot;.mif"));
-    EXPECT_THAT(texts_of(svg, "title"), ElementsAre("MIF, 2 words of 8 bits; no word is set"));
+    EXPECT_THAT(texts_of(svg, "title"), ElementsAre("MIF, 2 words of 8 bits, none set"));
     EXPECT_NE(svg.find(">value (unsigned, 8 bits)</text>"), std::string::npos);
 }
 
 TEST(SvgPicture, WithoutANameTheTitleStandsAlone) {
     const std::string svg = draw_svg(memory_of(8, 2, {}));
-    EXPECT_NE(svg.find("<title>2 words of 8 bits</title>"), std::string::npos);
+    EXPECT_NE(svg.find("<title>2 words of 8 bits, none set</title>"), std::string::npos);
     EXPECT_THAT(texts_of(svg, "name"), ElementsAre());
 }
 
@@ -59,17 +62,20 @@ TEST(SvgPicture, TicksAreRoundValuesAndAddresses) {
     EXPECT_THAT(texts_of(svg, "end value"),
                 ElementsAre("-30000", "-20000", "-10000", "0", "10000", "20000", "30000"));
     EXPECT_THAT(texts_of(svg, "middle address"),
-                ElementsAre("0x00", "0x20", "0x40", "0x60", "0x80", "0xA0", "0xC0", "0xE0"));
+                ElementsAre("0x00", "0x10", "0x20", "0x30", "0x40", "0x50", "0x60", "0x70", "0x80", "0x90",
+                            "0xA0", "0xB0", "0xC0", "0xD0", "0xE0", "0xF0", "0xFF"));
     EXPECT_THAT(attributes_of(svg, "middle address", "x"),
-                ElementsAre("97.61", "200.61", "303.61", "406.61", "509.61", "612.61", "715.61", "818.61"));
+                ElementsAre("97.61", "149.11", "200.61", "252.11", "303.61", "355.11", "406.61", "458.11",
+                            "509.61", "561.11", "612.61", "664.11", "715.61", "767.11", "818.61", "870.11",
+                            "918.39"));
 }
 
 TEST(SvgPicture, LabelsFollowTheBase) {
     const memory_image at_0 = memory_of(16, 256, {{0, 255, {"8000", "7FFF"}}});
     const memory_image at_base = memory_of(16, 256, {{0, 255, {"8000", "7FFF"}}}, 0x1'0000'0010);
     EXPECT_THAT(texts_of(draw_svg(at_base), "middle address"),
-                ElementsAre("0x100000020", "0x100000040", "0x100000060", "0x100000080", "0x1000000A0",
-                            "0x1000000C0", "0x1000000E0", "0x100000100"));
+                ElementsAre("0x100000010", "0x100000040", "0x100000060", "0x100000080", "0x1000000A0",
+                            "0x1000000C0", "0x1000000E0", "0x10000010F"));
     EXPECT_EQ(attribute_of(draw_svg(at_base), "wave", "d"), attribute_of(draw_svg(at_0), "wave", "d"));
 }
 
@@ -81,7 +87,7 @@ TEST(SvgPicture, LongLabelsStayInThePicture) {
     EXPECT_THAT(attributes_of(last, "middle address", "x"), ElementsAre("233.33", "508", "782.67"));
     const std::string close = draw_svg(memory_of(8, 33, {}, 0x1000'0000'0000'0000));
     EXPECT_THAT(attributes_of(close, "middle address", "x"),
-                ElementsAre("108.48", "308.24", "508", "707.76", "897"));
+                ElementsAre("108.48", "308.24", "508", "707.76", "890.7"));
 }
 
 TEST(SvgPicture, StripShowsWhatIsSet) {
@@ -90,7 +96,7 @@ TEST(SvgPicture, StripShowsWhatIsSet) {
     EXPECT_EQ(attribute_of(svg, "unset", "d"), "M508 336H714v14H508z");
     EXPECT_EQ(attribute_of(svg, "set", "d"), "M714 336H920v14H714z");
     EXPECT_THAT(texts_of(svg, "legend"),
-                ElementsAre("set, words differ", "run of one word", "partly set", "unset"));
+                ElementsAre("value", "set, words differ", "run of one word", "unset"));
 }
 
 TEST(SvgPicture, LineSeparatesTwoRuns) {
@@ -99,9 +105,12 @@ TEST(SvgPicture, LineSeparatesTwoRuns) {
     EXPECT_EQ(attribute_of(draw_svg(memory_of(8, 4, {{0, 0, {"01"}}, {2, 3, {"02"}}})), "begin", "d"), "");
 }
 
-TEST(SvgPicture, LoneWordInALargeMemoryIsSeenInTheStrip) {
+TEST(SvgPicture, LoneWordInALargeMemoryIsBetweenTwoBreaks) {
     const std::string svg = draw_svg(memory_of(8, 2'000'000'000, {{1'000'000'000, 1'000'000'000, {"01"}}}));
-    EXPECT_EQ(attributes_of(svg, "partly", "d").size(), 1);
+    EXPECT_THAT(texts_of(svg, "note"), ElementsAre("2 breaks leave out 1999999997 unset words"));
+    EXPECT_THAT(texts_of(svg, "middle address"), ElementsAre("0x00000000", "0x3B9ACA00", "0x773593FF"));
+    EXPECT_EQ(attributes_of(svg, "frame", "x").size(), 6); // of the plot and of the strip
+    EXPECT_EQ(std::ranges::count(attribute_of(svg, "break", "d"), 'M'), 2);
 }
 
 TEST(SvgPicture, MapShowsEachBitInItsPlace) {
@@ -113,13 +122,26 @@ TEST(SvgPicture, MapShowsEachBitInItsPlace) {
     EXPECT_EQ(attribute_of(svg, "unset", "d"), "several"); // a column of the map, and of the strip
     EXPECT_EQ(attributes_of(svg, "unset", "d").front(), "M755.2 64H920v264H755.2z");
     EXPECT_THAT(texts_of(svg, "end value"), ElementsAre("0", "8", "16", "24", "32", "40", "48", "56", "64"));
-    EXPECT_EQ(texts_of(svg, "legend").size(), 10);
+    EXPECT_EQ(texts_of(svg, "legend").size(), 4);
     EXPECT_NE(svg.find(">bit position</text>"), std::string::npos);
+}
+
+TEST(SvgPicture, LegendThatIsWiderThanThePictureGoesOnInAnotherLine) {
+    const std::string svg = draw_svg(memory_of(
+        66, 4000,
+        {{0, 799, {"3FFFFFFFFFFFFFFFF", "3FFFFFFFFFFFF0000", "3FFFFFFFF00000000", "3FFFF000000000000"}},
+         {1000, 1799, {std::string(17, '0')}},
+         {2000, 2399, {std::string(16, '0') + 'X'}}}));
+    const std::vector<std::string> lines = attributes_of(svg, "legend", "y");
+    ASSERT_GT(lines.size(), 8U);
+    EXPECT_EQ(std::ranges::adjacent_find(lines, std::not_equal_to()) - lines.begin(), 5);
+    EXPECT_EQ(attributes_of(svg, "legend", "x")[6], attributes_of(svg, "legend", "x").front());
 }
 
 TEST(SvgPicture, DontCareBitsHaveAShadeOfTheirOwn) {
     const std::string svg = draw_svg(memory_of(68, 1, {{0, 0, {std::string(16, '0') + 'X'}}}));
-    EXPECT_EQ(attribute_of(svg, "care", "d"), "M0 64h1M0 65h1M0 66h1M0 67h1");
+    EXPECT_THAT(attributes_of(svg, "care", "d"),
+                ElementsAre("M0 64h1M0 65h1M0 66h1M0 67h1", "M96 336H920v14H96z")); // and in the strip
 }
 
 TEST(SvgPicture, WaveformOfRandomWordsIsASmallFile) {
@@ -159,6 +181,59 @@ TEST(SvgPicture, MapOfCellsThatAllDifferIsASmallFile) {
     EXPECT_EQ(fault_of_xml(svg), std::nullopt);
     EXPECT_GT(svg.size(), 300'000); // or the memory is not what makes the file large
     EXPECT_LT(svg.size(), 500'000);
+}
+
+TEST(SvgPicture, BarsGrowFromZero) {
+    const std::string svg = draw_svg(memory_of(8, 3, {{0, 2, {"80", "80", "7F"}}}), {.is_signed = true});
+    EXPECT_EQ(attribute_of(svg, "zero", "d"), "M96 195.51H920");
+    EXPECT_EQ(attribute_of(svg, "bar", "d"), "M96 195.51V322H645.33V70H920V195.51Z");
+    const std::string far = draw_svg(memory_of(8, 2, {{0, 1, {"C0", "C1"}}}));
+    EXPECT_EQ(attribute_of(far, "zero", "d"), "");
+    EXPECT_EQ(attribute_of(far, "bar", "d"), "M96 322H508V70H920V322Z");
+}
+
+TEST(SvgPicture, AreaAcrossZeroHasNoBar) {
+    const std::string svg = draw_svg(memory_of(8, 3296, {{0, 3295, {"80", "7F"}}}), {.is_signed = true});
+    EXPECT_EQ(attribute_of(svg, "bar", "d"), "M96 195.51H920V195.51Z");
+    EXPECT_THAT(texts_of(svg, "legend"), ElementsAre("value", "least to greatest", "set, words differ"));
+}
+
+TEST(SvgPicture, WordsWithDontCareBitsHaveABand) {
+    const std::string svg = draw_svg(memory_of(8, 4, {{0, 3, {"01", "XX", "02", "03"}}}));
+    EXPECT_THAT(attributes_of(svg, "care", "d"), ElementsAre("M302 64H508v264H302z", "M302 336H508v14H302z"));
+    EXPECT_THAT(texts_of(svg, "legend"), ElementsAre("value", "don't care", "set, words differ"));
+}
+
+TEST(SvgPicture, StretchesHaveFramesAndCellsOfTheirOwn) {
+    const std::string word(32, 'F');
+    const std::string svg = draw_svg(memory_of(128, 100'000, {{0, 3, {word}}, {50'000, 50'003, {word}}}));
+    EXPECT_EQ(fault_of_xml(svg), std::nullopt);
+    EXPECT_EQ(attributes_of(svg, "bits", "transform").size(), 3);
+    EXPECT_EQ(attributes_of(svg, "all", "d").size(), 2);
+    EXPECT_EQ(attributes_of(svg, "all", "d")[0], attributes_of(svg, "all", "d")[1]);
+}
+
+TEST(SvgPicture, LongLabelsOfValuesMakeThePageWider) {
+    const auto page_left = [](std::uint32_t width, std::string_view greatest) {
+        return attribute_of(draw_svg(memory_of(width, 2, {{0, 1, {"0", greatest}}})), "page", "x");
+    };
+    EXPECT_EQ(page_left(8, "FF"), "0");
+    EXPECT_LT(std::stod(page_left(64, "FFFFFFFFFFFFFFFF")), -50);
+}
+
+TEST(SvgPicture, LinesThatAreTooLongHaveSmallerLetters) {
+    const std::string wide = draw_svg(memory_of(8, 2, {}), {.name = std::string(80, 'W')});
+    EXPECT_NE(wide.find("style=\"font-size:"), std::string::npos);
+    const std::string narrow = draw_svg(memory_of(8, 2, {}), {.name = "\xC3\xA4 1.mif"});
+    EXPECT_EQ(narrow.find("font-size:", narrow.find("</style>")), std::string::npos);
+    EXPECT_THAT(texts_of(narrow, "name"), ElementsAre("\xC3\xA4 1.mif"));
+}
+
+TEST(SvgPicture, AllColoursAreThoseOfTheStyleSheetWhichHasDarkOnes) {
+    const std::string svg = draw_svg(memory_of(8, 2, {{0, 1, {"01"}}}));
+    EXPECT_NE(svg.find("@media (prefers-color-scheme:dark){"), std::string::npos);
+    EXPECT_EQ(svg.find("fill=\""), std::string::npos);
+    EXPECT_EQ(svg.find("stroke=\""), std::string::npos);
 }
 
 } // namespace

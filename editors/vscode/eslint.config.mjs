@@ -1,0 +1,13 @@
+import tseslint from "typescript-eslint";
+
+export default tseslint.config(
+  { ignores: ["out/", "*.mjs"] },
+  tseslint.configs.strictTypeChecked,
+  tseslint.configs.stylisticTypeChecked,
+  { languageOptions: { parserOptions: { projectService: true, tsconfigRootDir: new URL(".", import.meta.url).pathname } } },
+  {
+    files: ["test/unit/**"],
+    // node:test waits by itself for what describe() and test() return.
+    rules: { "@typescript-eslint/no-floating-promises": "off" },
+  },
+);

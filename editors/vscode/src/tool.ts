@@ -1,0 +1,32 @@
+import { execFile } from "node:child_process";
+
+/** A run of the tool that did not succeed. The message is what the tool printed to standard error. */
+export class ToolError extends Error {
+  constructor(
+    message: string,
+    /** True where the program could not be started at all. */
+    readonly isMissing: boolean,
+  ) {
+    super(message);
+  }
+}
+
+/**
+ * Runs the tool in FOLDER and waits for its end.
+ *
+ * @returns what it printed to standard output
+ * @throws ToolError when it cannot be started, or ends with another exit code than 0
+ */
+export function runTool(path: string, options: readonly string[], folder: string): Promise<string> {
+  return new Promise((resolve, reject) => {
+    execFile(path, options, { cwd: folder, maxBuffer: 64 * 1024 * 1024 }, (error, output, errors) => {
+      if (error === null) {
+        resolve(output);
+        return;
+      }
+      const isMissing = error.code === "ENOENT" || error.code === "EACCES";
+      const message = isMissing ? `${path} cannot be started` : errors.trim() || error.message;
+      reject(new ToolError(message, isMissing));
+    });
+  });
+}

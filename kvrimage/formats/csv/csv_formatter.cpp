@@ -1,0 +1,215 @@
+#include "kvrimage/formats/csv/csv_formatter.h"
+
+#include "kvrimage/edit/text_lines.h"
+#include "kvrimage/formats/csv/csv_layout.h"
+#include "kvrimage/formats/csv/csv_parser.h"
+#include "kvrimage/formats/csv/csv_values.h"
+#include "kvrimage/layout/aligned_lines.h"
+#include "kvrimage/layout/canonical_digits.h"
+#include "kvrimage/layout/source_lines.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
+#include <utility>
+
+namespace kvrimage {
+
+namespace {
+
+/// A number of a table, or of an address of one: "0x1F" in its parts. A table in which another text stands in
+/// the place of a number is broken and is not laid out.
+struct csv_digits {
+    std::string_view prefix; ///< as it is written: "0x", "0b" or ""
+    csv_number number;
+
+    /// Hexadecimal and binary numbers have zeros in front; decimal ones have none.
+    [[nodiscard]] bool has_length() const {
+        return number.digits_radix == radix::hex || number.digits_radix == radix::bin;
+    }
+};
+
+csv_digits csv_digits_of(std::string_view text, const csv_value_rules& rules) {
+    csv_digits found{"", scan_csv_number(text, rules)};
+    if (found.has_length() && found.number.digits.size() != text.size()) {
+        found.prefix = found.number.digits_radix == radix::hex ? "0x" : "0b";
+    }
+    return found;
+}
+
+/// The most digits of the hexadecimal and of the binary numbers of a column.
+class csv_lengths {
+public:
+    void see(const csv_digits& found) {
+        if (found.has_length()) {
+            std::size_t& longest = of(found);
+            longest = std::max(longest, found.number.digits.size());
+        }
+    }
+    /// Digits that a number gets. Those of the longest one, since they may be what says the width of a word.
+    [[nodiscard]] std::size_t digits_of(const csv_digits& found) const {
+        if (!found.has_length()) {
+            return 1;
+        }
+        const std::size_t longest = found.number.digits_radix == radix::hex ? hexadecimal : binary;
+        return longest <= most_canonical_digits ? longest : digits_of_the_text;
+    }
+
+private:
+    [[nodiscard]] std::size_t& of(const csv_digits& found) {
+        return found.number.digits_radix == radix::hex ? hexadecimal : binary;
+    }
+
+    std::size_t hexadecimal = 0;
+    std::size_t binary = 0;
+};
+
+/// What the columns of a table hold, and how long their numbers are.
+class csv_columns_in_use {
+public:
+    csv_columns_in_use(const csv_layout& of_file, const csv_value_rules& of_file_values)
+        : layout(of_file),
+          rules(of_file_values) {}
+
+    void see(std::size_t column, std::string_view field) {
+        if (const auto found = digits_of(column, field)) {
+            lengths_of(column).see(*found);
+        }
+    }
+    /// @p field as it is written; its own text where it is no number of the memory.
+    [[nodiscard]] std::string written(std::size_t column, std::string_view field) {
+        const auto found = digits_of(column, field);
+        if (!found) {
+            return std::string(field);
+        }
+        const std::size_t digits = lengths_of(column).digits_of(*found);
+        return std::string(found->prefix) + canonical_number(found->number.digits, digits);
+    }
+
+private:
+    /// Nothing for a field of another column, and for fractions, which keep their form.
+    [[nodiscard]] std::optional<csv_digits> digits_of(std::size_t column, std::string_view field) const {
+        if (column == layout.address) {
+            return csv_digits_of(field, {});
+        }
+        const bool is_value = layout.value.value_or(column) == column;
+        return is_value && !rules.fixed ? std::optional(csv_digits_of(field, rules)) : std::nullopt;
+    }
+    [[nodiscard]] csv_lengths& lengths_of(std::size_t column) {
+        return column == layout.address ? of_addresses : of_values;
+    }
+
+    const csv_layout& layout;
+    const csv_value_rules& rules;
+    csv_lengths of_addresses;
+    csv_lengths of_values;
+};
+
+/// Calls a function with the column and the place of each field, and with the end of each row.
+template <class Field, class Row>
+class csv_walk final : public csv_sink {
+public:
+    csv_walk(Field&& of_field, Row&& of_row) : field(of_field), row(of_row) {}
+
+    void take(const csv_piece& piece) override {
+        if (piece.what == csv_piece::kind::field) {
+            field(column, piece.where);
+            ++column;
+        } else { // csv_piece::kind::row_end; a table with the others is broken
+            row();
+            column = 0;
+        }
+    }
+
+private:
+    Field& field;
+    Row& row;
+    std::size_t column = 0;
+};
+
+template <class Field, class Row>
+void for_each_csv_field(std::string_view contents, Field&& field, Row&& row) {
+    csv_walk<Field, Row> walk(std::forward<Field>(field), std::forward<Row>(row));
+    csv_parser(contents, walk).parse();
+}
+
+bool has_quotes(std::string_view contents, const span& field) {
+    return field.offset != 0 && contents[field.offset - 1] == '"';
+}
+
+/// Whether @p field would mean something else without its quotation marks.
+bool needs_quotes(std::string_view field) {
+    return field.empty() || field.starts_with(' ') || field.ends_with(' ') ||
+           field.find_first_of("\t;,\r\n\"") != std::string_view::npos;
+}
+
+class csv_formatter {
+public:
+    csv_formatter(std::string_view contents, const csv_layout& layout, const csv_value_rules& rules)
+        : text(contents),
+          columns(layout, rules),
+          has_header(layout.has_header),
+          separator(1, csv_separator(contents)),
+          source(contents),
+          lines(line_end_at(contents, 0)) {}
+
+    std::string lay_out() {
+        bool in_header = has_header;
+        for_each_csv_field(
+            text,
+            [&](std::size_t column, const span& where) {
+                if (!in_header) {
+                    columns.see(column, where.in(text));
+                }
+            },
+            [&] { in_header = false; });
+        in_header = has_header;
+        for_each_csv_field(
+            text,
+            [&](std::size_t column, const span& where) {
+                begin_field(column, where);
+                const std::string_view field = where.in(text);
+                add(in_header ? std::string(field) : columns.written(column, field),
+                    has_quotes(text, where) && needs_quotes(field));
+            },
+            [&] { in_header = false; });
+        return std::string(byte_order_mark_of(text)) + lines.finish();
+    }
+
+private:
+    void begin_field(std::size_t column, const span& where) {
+        if (column != 0) {
+            lines.append(separator);
+        } else {
+            if (source.gap_before(where.offset) == line_gap::blank) {
+                lines.separate();
+            }
+            lines.begin_line("");
+        }
+        source.pass(where);
+    }
+    void add(const std::string& field, bool with_quotes) {
+        lines.append(with_quotes ? "\"" : "");
+        lines.append(field);
+        lines.append(with_quotes ? "\"" : "");
+    }
+
+    std::string_view text;
+    csv_columns_in_use columns;
+    bool has_header;
+    std::string separator;
+    source_lines source;
+    aligned_lines lines;
+};
+
+} // namespace
+
+std::string lay_out_csv(std::string_view contents, const read_options& options, const read_result& /*ours*/) {
+    std::optional<diagnostic> fault;
+    const csv_value_rules rules = csv_rules_of(options, fault);
+    const csv_layout layout = csv_layout_of(contents, options, rules, fault);
+    return csv_formatter(contents, layout, rules).lay_out();
+}
+
+} // namespace kvrimage

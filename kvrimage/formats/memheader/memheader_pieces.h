@@ -1,0 +1,13 @@
+#pragma once
+
+#include "kvrimage/formats/format.h"
+
+#include <string_view>
+
+namespace kvrimage {
+
+/// format::find_pieces() for memory files with a header.
+void find_memheader_pieces(std::string_view contents, const read_options& options, const read_result& ours,
+                           const piece_taker& take);
+
+} // namespace kvrimage

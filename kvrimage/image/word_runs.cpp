@@ -1,0 +1,24 @@
+#include "kvrimage/image/word_runs.h"
+
+namespace kvrimage {
+
+std::optional<text_cycle> cycle_finder::find(std::uint64_t address) {
+    if (address < known_until) {
+        return std::nullopt;
+    }
+    const text_cycle cycle = words.cycle_at(address);
+    known_until = cycle.last + 1;
+    return cycle.period > 1 && length_of(cycle) / cycle.period >= 2 ? std::optional(cycle) : std::nullopt;
+}
+
+std::uint64_t take_row_or_cycle(const image_words& words, cycle_finder& cycles, std::uint64_t first,
+                                const row_taker& take_row, const cycle_taker& take_cycle) {
+    const kvr::word_row row = words.row_at(first);
+    if (row.count != 0) {
+        return take_row(row, first); // it is in no cycle
+    }
+    const auto cycle = cycles.find(first);
+    return cycle ? take_cycle(*cycle) : 0;
+}
+
+} // namespace kvrimage

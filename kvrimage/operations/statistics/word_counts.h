@@ -1,0 +1,63 @@
+#pragma once
+
+#include "kvrimage/image/word.h"
+#include "kvrimage/operations/number_counts.h"
+
+#include <cstddef>
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace kvrimage {
+
+/// One of the different words that were counted.
+struct distinct_word {
+    std::string_view text; ///< "" for a number
+    std::uint64_t number = 0;
+    std::uint64_t count = 0;
+    std::uint32_t last_turn = 0; ///< the call of add() that counted it last
+
+    /// The word of @p width bits.
+    [[nodiscard]] word made(std::uint32_t width) const;
+};
+
+/// True when @p left occurs more often than @p right, or as often and reached its count before it.
+[[nodiscard]] bool is_more_frequent(const distinct_word& left, const distinct_word& right) noexcept;
+
+/// Counts how often words occur, which come as the texts that image_words holds and that must stay as long.
+/// The memory follows the distinct ones of them.
+class word_counts {
+public:
+    /// Counts @p word, which is set, @p times (at least 1) more.
+    void add(std::string_view word, std::uint64_t times);
+
+    /// Calls @p take with every distinct_word. Nothing is added afterwards.
+    template <class Take>
+    void for_each(Take&& take) {
+        for (const number_count& one : numbers.sorted()) {
+            take(distinct_word{{}, one.value, std::uint64_t{one.repeats} + 1, one.last_turn});
+        }
+        join_texts();
+        for (const counted_text& one : texts) {
+            take(distinct_word{one.text, 0, one.count, one.last_turn});
+        }
+    }
+
+private:
+    struct counted_text {
+        std::size_t hash;
+        std::string_view text;
+        std::uint64_t count;
+        std::uint32_t last_turn;
+    };
+
+    void add_text(std::string_view word, std::uint64_t times);
+    void join_texts();
+
+    number_counts numbers;           ///< words of up to 64 bits without don't-care bits
+    std::vector<counted_text> texts; ///< all others, joined from time to time as number_counts does
+    std::size_t most_texts = std::size_t{1} << 18U; ///< before they are joined
+    std::uint32_t turn = 0;                         ///< calls of add()
+};
+
+} // namespace kvrimage

@@ -1,0 +1,97 @@
+"""Words with don't-care bits."""
+
+from __future__ import annotations
+
+from typing import Any, Optional, Union
+
+from kvr import _kvr
+
+
+class Word:
+    """A word of which each bit is 0, 1 or don't care. Immutable; it equals words of the same bits.
+
+    Memories give an ``int`` for words without don't-care bits, and take either.
+
+    >>> Word("01XX")
+    Word('01XX')
+    >>> Word.parse("FX", "hex", width=8).bits
+    '1111XXXX'
+    """
+
+    __slots__ = ("_bits",)
+    _bits: str
+
+    def __init__(self, bits: str) -> None:
+        """The word whose bits, the most significant one first, are the digits "0", "1" and "X" of ``bits``."""
+        self._bits = _kvr.bits_of_text(bits, "bin", len(bits))
+
+    @classmethod
+    def parse(cls, text: str, radix: str, width: int) -> Word:
+        """The word of ``width`` bits that ``text`` writes in ``radix`` ("bin", "oct", "dec", "uns", "hex").
+
+        Raises ValueError for what is no number, and OverflowError for one that is too large.
+        """
+        made = cls.__new__(cls)
+        made._bits = _kvr.bits_of_text(text, radix, width)
+        return made
+
+    @property
+    def bits(self) -> str:
+        """The digits "0", "1" and "X" of all bits, the most significant one first."""
+        return self._bits
+
+    @property
+    def width(self) -> int:
+        """Bits of the word."""
+        return len(self._bits)
+
+    @property
+    def dont_care(self) -> int:
+        """The number whose bits are 1 where those of the word are don't care."""
+        return int("".join("1" if bit == "X" else "0" for bit in self._bits), 2)
+
+    @property
+    def value(self) -> int:
+        """The number of the word, without a sign, with 0 for don't-care bits."""
+        return int(self._bits.replace("X", "0"), 2)
+
+    def __int__(self) -> int:
+        if "X" in self._bits:
+            raise ValueError(f"{self._bits} has don't-care bits")
+        return int(self._bits, 2)
+
+    def __eq__(self, other: object) -> bool:
+        if not isinstance(other, Word):
+            return NotImplemented
+        return self._bits == other._bits
+
+    def __hash__(self) -> int:
+        return hash((Word, self._bits))
+
+    def __repr__(self) -> str:
+        return f"Word({self._bits!r})"
+
+    def __str__(self) -> str:
+        return self._bits
+
+    def __reduce__(self) -> tuple[Any, ...]:
+        return Word, (self._bits,)
+
+
+WordLike = Union[int, Word]
+"""What a memory takes as a word: an int, negative ones in two's complement, or a Word."""
+
+
+def from_library(word: Union[int, str, None]) -> Union[int, Word, None]:
+    """The word that the library gives."""
+    return Word(word) if isinstance(word, str) else word
+
+
+def to_library(word: Optional[WordLike]) -> Union[int, str, None]:
+    """The word as the library takes it."""
+    return word.bits if isinstance(word, Word) else word
+
+
+def required(word: WordLike) -> Union[int, str]:
+    """The same of a word that is set."""
+    return word.bits if isinstance(word, Word) else word

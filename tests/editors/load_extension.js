@@ -1,0 +1,19 @@
+// load_extension.js FOLDER
+// Loads the extension in FOLDER as the editor does, from nothing but what is packaged: a module that is missing there
+// is found. An object that takes every name for a class stands in for the editor.
+"use strict";
+
+const Module = require("node:module");
+const path = require("node:path");
+
+const editor = new Proxy({}, { get: () => class {} });
+const load = Module._load;
+Module._load = (request, ...rest) => (request === "vscode" ? editor : load(request, ...rest));
+
+const folder = path.resolve(process.argv[2]);
+const extension = require(path.join(folder, require(path.join(folder, "package.json")).main));
+for (const name of ["activate", "deactivate"]) {
+  if (typeof extension[name] !== "function") {
+    throw new Error(`the extension has no ${name}()`);
+  }
+}

@@ -1,0 +1,107 @@
+#include "kvrimage/files/file_error.h"
+#include "tools/kvrmem/command_line/option_lists.h"
+#include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/lsp/server.h"
+#include "tools/kvrmem/surroundings/standard_output.h"
+
+#include <fmt/format.h>
+
+#include <array>
+#include <cerrno>
+#include <cstring>
+#include <poll.h>
+#include <string_view>
+#include <unistd.h>
+#include <vector>
+
+namespace kvrmem {
+
+namespace {
+
+/// Bytes that are read at once.
+constexpr std::size_t block_size = std::size_t{64} << 10U;
+
+/// True when there are bytes to read, or the end was reached.
+/// @param milliseconds to wait for that; -1 without an end
+bool input_is_waiting(int milliseconds = 0) {
+    pollfd input{STDIN_FILENO, POLLIN, 0};
+    return poll(&input, 1, milliseconds) > 0;
+}
+
+void wait_for_input() {
+    static_cast<void>(input_is_waiting(-1)); // a signal is as good: the caller looks again
+}
+
+/// Reads into @p block, and waits for that. The bytes read; "" at the end.
+std::string_view read_block(std::vector<char>& block) {
+    while (true) {
+        const ssize_t size = read(STDIN_FILENO, block.data(), block.size());
+        if (size >= 0) {
+            return {block.data(), static_cast<std::size_t>(size)};
+        }
+        if (errno != EINTR) {
+            throw kvrimage::file_error(
+                errno, fmt::format("standard input: cannot be read: {}", std::strerror(errno)));
+        }
+    }
+}
+
+lsp::file_settings settings_of(const arguments& given) {
+    lsp::file_settings settings;
+    kvrimage::read_options& reading = settings.check.read;
+    reading.as = given.from;
+    reading.width = given.width;
+    reading.depth = given.depth;
+    reading.unit = given.unit;
+    reading.order = given.order;
+    reading.base = given.base;
+    reading.pad = given.pad;
+    reading.choices = given.read_choices;
+    settings.check.consumers = given.consumers.value_or(settings.check.consumers);
+    settings.shown_radix = given.radix;
+    return settings;
+}
+
+exit_code serve(const arguments& given) {
+    lsp::server server([](const std::string& message) { print(message); }, settings_of(given));
+    std::vector<char> block(block_size);
+    bool is_at_end = false;
+    while (!server.has_ended() && !(is_at_end && !server.has_waiting())) {
+        // What has arrived is read before the next request is worked on: it may cancel that.
+        if (!is_at_end && !server.is_full() && input_is_waiting()) {
+            const std::string_view bytes = read_block(block);
+            is_at_end = bytes.empty();
+            server.receive(bytes);
+        } else if (!server.handle_next()) {
+            server.check_changed();
+            wait_for_input();
+        }
+    }
+    if (!server.has_ended()) {
+        server.check_changed();
+    }
+    return server.was_shut_down() ? exit_code::fine : exit_code::negative;
+}
+
+constexpr auto lsp_options =
+    united_options(reading_options, std::array{option_id::consumer, option_id::radix});
+
+} // namespace
+
+const command lsp_command = {
+    "lsp",
+    "",
+    "Serve editors: a language server on standard input and standard output.",
+    "  $ kvrmem lsp\n"
+    "  $ kvrmem lsp --width 32 --for kvr,icarus\n",
+    "An editor starts it, and speaks the Language Server Protocol with it: diagnostics\n"
+    "while typing, repairs, hovers with a word in all radixes, symbols, folds, addresses\n"
+    "beside lines that have none, and changes of words. The options hold for all files\n"
+    "until the editor sends settings. The exit code is 1 when the editor ends it without\n"
+    "having asked it to shut down.\n",
+    0,
+    0,
+    lsp_options,
+    serve};
+
+} // namespace kvrmem
