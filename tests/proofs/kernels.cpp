@@ -158,7 +158,7 @@ void write_hex_limb(char* place, std::uint64_t limb) {
 // kvrimage/bytes/hex_block.h
 
 std::uint32_t sum_of_limb(std::uint64_t limb) {
-    return kvrimage::portable::sum_of_limb(limb);
+    return kvrimage::sum_of_limb(limb);
 }
 
 #define HEX_BLOCKS(form)                                                                                     \

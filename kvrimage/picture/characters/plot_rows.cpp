@@ -141,7 +141,7 @@ row_labels bit_rows::labels() const {
         labels[rows() - 2].clear();
     }
     labels.back() = fmt::format("{}", map.width() - 1);
-    labels.front() = "0";
+    labels.front().assign(1, '0');
     return labels;
 }
 
