@@ -87,7 +87,7 @@ sleep 1.2
 kill -CONT "$tool"
 wait "$tool"
 END
-    on_a_terminal "bash pause.sh '$1' \"$2\""
+    on_a_terminal "timeout 60 bash pause.sh '$1' \"$2\""
 }
 
 @test "progress is told in percent, also that of a file that is standard input" {
@@ -117,7 +117,7 @@ sleep 1.2
 kill -CONT "$tool"
 wait "$tool"
 END
-    on_a_terminal "bash pause.sh '$1' \"$2\""
+    on_a_terminal "timeout 60 bash pause.sh '$1' \"$2\""
 }
 
 @test "operations tell their progress, too" {
