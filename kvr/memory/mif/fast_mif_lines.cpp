@@ -174,7 +174,7 @@ const char* fast_mif_lines::read_values_as_predicted(const char* const begin) {
         const digit_run read = value_of_digits(value);
         has_lower_case = has_lower_case || read.has_lower_case;
         at = read.end;
-        if (at == value || !(is_mif_blank(*at) || *at == ';') || value_count == values.size()) {
+        if (at == value || (!is_mif_blank(*at) && *at != ';') || value_count == values.size()) {
             return nullptr;
         }
         values[value_count++] = {value, static_cast<std::size_t>(at - value)};

@@ -224,7 +224,10 @@ pattern_ref word_page::whole() const noexcept {
             return backing;
         }
         const word_pieces::piece& only = pieces->all().front();
-        return only.first == 0 && only.last == page_words - 1 ? only.texts : pattern_ref();
+        if (only.first == 0 && only.last == page_words - 1) {
+            return only.texts;
+        }
+        return {};
     }
     if (!is_uniform()) {
         return {};

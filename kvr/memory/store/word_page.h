@@ -32,7 +32,10 @@ public:
     /// The text of the word at @p index, counted from the first of the page.
     [[nodiscard]] std::string_view operator[](std::uint32_t index) const noexcept {
         const auto* packed = std::get_if<packed_words>(&form);
-        return packed != nullptr && packed->has(index) ? (*packed)[index] : find(index);
+        if (packed != nullptr && packed->has(index)) {
+            return (*packed)[index];
+        }
+        return find(index);
     }
 
     /// The contiguous words of one length from @p index on; none if the page keeps its words in another

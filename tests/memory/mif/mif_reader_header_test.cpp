@@ -40,6 +40,12 @@ TEST_F(MifReaderHeader, AMissingRadixIsHexadecimal) {
     EXPECT_EQ(memory.data_words[16], "11");
 }
 
+TEST_F(MifReaderHeader, AContentSectionBeforeTheWidthIsNotRead) {
+    ASSERT_TRUE(read("DEPTH=2;\nCONTENT BEGIN\n0 : 1;\nEND;\nWIDTH=8;\nCONTENT BEGIN\n1 : 2;\nEND;\n"));
+    EXPECT_EQ(memory.data_words[0], "0");
+    EXPECT_EQ(memory.data_words[1], "2");
+}
+
 TEST_F(MifReaderHeader, ASecondContentSectionIsNotRead) {
     ASSERT_TRUE(read("WIDTH=8;\nDEPTH=2;\nCONTENT BEGIN\n0 : 1;\nEND;\nCONTENT BEGIN\n1 : 2;\nEND;\n"));
     EXPECT_EQ(memory.data_words[0], "1");
