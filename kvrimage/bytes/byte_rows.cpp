@@ -90,7 +90,10 @@ std::optional<std::uint32_t> chosen_record_length(const write_options& options, 
     std::uint32_t length = 0;
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), length);
     const bool is_number = error == std::errc() && end == text.data() + text.size();
-    return is_number && length >= 1 && length <= most ? std::optional(length) : std::nullopt;
+    if (is_number && length >= 1 && length <= most) {
+        return length;
+    }
+    return std::nullopt;
 }
 
 diagnostic improper_record_length(const write_options& options, std::uint32_t most) {

@@ -162,7 +162,10 @@ std::string shown_text_of_kvr(std::string_view text, radix texts_radix, const re
     bool is_unsigned = false;
     const bool is_word =
         !text.empty() && !make_word_of_any_sign(text, texts_radix, ours.image->width(), word, is_unsigned);
-    return is_word || text.empty() ? shown_word(word, ours) : std::string(text);
+    if (is_word || text.empty()) {
+        return shown_word(word, ours);
+    }
+    return std::string(text);
 }
 
 /// What differs, in one diagnostic.
@@ -192,10 +195,10 @@ public:
 
 private:
     void add_place(std::uint64_t address) {
-        const auto found = as.find_word != nullptr && address >= base
-                               ? as.find_word(contents, options, address - base)
-                               : std::nullopt;
-        if (found) {
+        if (as.find_word == nullptr || address < base) {
+            return;
+        }
+        if (const auto found = as.find_word(contents, options, address - base)) {
             where.add({found->offset, found->length});
         }
     }

@@ -52,7 +52,10 @@ bool has_extension(const format& one, std::string_view extension) {
 /// What follows the last dot of the file's name; "" when there is none.
 std::string_view extension_of(std::string_view path) {
     const std::size_t dot = path.find_last_of("./");
-    return dot != std::string_view::npos && path[dot] == '.' ? path.substr(dot + 1) : std::string_view();
+    if (dot != std::string_view::npos && path[dot] == '.') {
+        return path.substr(dot + 1);
+    }
+    return {};
 }
 
 std::vector<const format*> formats_of_extension(std::string_view extension) {

@@ -41,7 +41,10 @@ std::uint64_t bits_by_digits(std::string_view digits, radix digits_radix, std::s
 
 /// What is left of the words of a file from @p base on; all of them where the base is beyond them.
 std::optional<std::uint64_t> depth_from(std::uint64_t base, std::optional<std::uint64_t> stated) {
-    return stated && base < *stated ? std::optional(*stated - base) : stated;
+    if (stated && base < *stated) {
+        return *stated - base;
+    }
+    return stated;
 }
 
 } // namespace

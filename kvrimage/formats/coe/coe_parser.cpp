@@ -51,7 +51,7 @@ void coe_parser::parse_statement() {
     skip_blanks();
     const bool is_radix = kvr::equal_ignoring_case(name.in(text), radix_setting);
     const bool is_vector = kvr::equal_ignoring_case(name.in(text), vector_name);
-    if (!is_at('=') || !(is_radix || is_vector)) {
+    if (!is_at('=') || (!is_radix && !is_vector)) {
         parse_stray(name.offset);
         return;
     }

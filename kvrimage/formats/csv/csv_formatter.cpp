@@ -94,7 +94,10 @@ private:
             return csv_digits_of(field, {});
         }
         const bool is_value = layout.value.value_or(column) == column;
-        return is_value && !rules.fixed ? std::optional(csv_digits_of(field, rules)) : std::nullopt;
+        if (is_value && !rules.fixed) {
+            return csv_digits_of(field, rules);
+        }
+        return std::nullopt;
     }
     [[nodiscard]] csv_lengths& lengths_of(std::size_t column) {
         return column == layout.address ? of_addresses : of_values;

@@ -92,7 +92,10 @@ std::optional<std::size_t> find_csv_column(std::string_view wanted, const csv_ro
         return named;
     }
     const auto number = csv_address_of(wanted);
-    return number && *number != 0 && *number <= first.size() ? std::optional(*number - 1) : std::nullopt;
+    if (number && *number != 0 && *number <= first.size()) {
+        return *number - 1;
+    }
+    return std::nullopt;
 }
 
 /// Whether the first of several columns counts words, as addresses do.

@@ -352,7 +352,8 @@ private:
         const bool is_data = line.what == hex_line::kind::record &&
                              (line.fault != hex_fault::none ||
                               (line.record.type == hex_record_type::data && line.record.data_bytes != 0));
-        (is_data || line.lacks_colon ? records_after_end : text_after_end).add(line.content);
+        places& after_end = is_data || line.lacks_colon ? records_after_end : text_after_end;
+        after_end.add(line.content);
     }
 
     /// @param is_last no record follows
@@ -397,7 +398,7 @@ private:
 
     void report_words() {
         if (!has_data) {
-            if (end_line && !list.has_broken() && !(options.depth && options.width)) {
+            if (end_line && !list.has_broken() && (!options.depth || !options.width)) {
                 list.add(diagnose::no_data(*end_line, !options.width
                                                           ? options.depth ? "--width" : "--width and --depth"
                                                           : "--depth"));

@@ -29,7 +29,10 @@ std::optional<std::uint64_t> number_of(std::string_view text, const memheader_se
     for (const char digit : text) {
         value = value > setting.highest ? value : value * 10 + kvr::digit_value(digit);
     }
-    return value >= setting.lowest && value <= setting.highest ? std::optional(value) : std::nullopt;
+    if (value >= setting.lowest && value <= setting.highest) {
+        return value;
+    }
+    return std::nullopt;
 }
 
 class memheader_reading final : public memheader_sink {

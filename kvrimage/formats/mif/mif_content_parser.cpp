@@ -264,13 +264,14 @@ bool mif_content_parser::take_range() {
         }
         return true;
     }
-    if (words.size() == 1 && is_closed && !has_dots && !has_other && is_digits(text(words[0]))) {
+    const bool has_separator = has_dots || has_other;
+    if (words.size() == 1 && is_closed && !has_separator && is_digits(text(words[0]))) {
         statement.first = words[0];
         find(mif_syntax::one_in_brackets, whole, text_edit{whole.offset, whole.length, text(words[0])},
              text(words[0]));
         return true;
     }
-    if (is_closed && find_misspelt_range(words, has_dots || has_other)) {
+    if (is_closed && find_misspelt_range(words, has_separator)) {
         const bool is_down = precedes(text(statement.last), text(statement.first));
         if (is_down) {
             std::swap(statement.first, statement.last);

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <utility>
 #include <vector>
 
@@ -300,13 +301,11 @@ void mif_header_parser::find_header_text(const mif_token& first, std::uint64_t e
     const span whole{first.at.offset, end - first.at.offset};
     const bool is_line =
         first.starts_line && (tokens.peek().starts_line || tokens.peek().is(mif_token::kind::end));
-    sink.finding({mif_syntax::header_text,
-                  whole,
-                  whole,
-                  {},
-                  is_line && !is_read_as_header(tokens.in(whole))
-                      ? std::optional(insertion_at(whole.offset, "-- "))
-                      : std::nullopt});
+    std::optional<text_edit> fix;
+    if (is_line && !is_read_as_header(tokens.in(whole))) {
+        fix = insertion_at(whole.offset, "-- ");
+    }
+    sink.finding({mif_syntax::header_text, whole, whole, {}, std::move(fix)});
 }
 
 /// "CON TENT BE GIN": what the words ahead are together, as many of them as possible.

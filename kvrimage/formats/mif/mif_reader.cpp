@@ -84,7 +84,10 @@ private:
     [[nodiscard]] std::uint64_t base() const { return options.base.value_or(0); }
     [[nodiscard]] std::optional<std::uint32_t> width() const {
         const auto stated = header.number(mif_keyword::width);
-        return options.width || !stated ? options.width : std::optional(static_cast<std::uint32_t>(*stated));
+        if (options.width || !stated) {
+            return options.width;
+        }
+        return static_cast<std::uint32_t>(*stated);
     }
     void find_missing_settings(const image_words& all);
     void judge_frame(const image_words& all);

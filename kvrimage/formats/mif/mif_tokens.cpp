@@ -348,7 +348,7 @@ void mif_tokens::skip_comment_of_lines(std::size_t close) {
     const std::string_view follows = text.substr(close + 1, end_of_line(close + 1) - close - 1);
     const bool is_doubtful = gives_words && looks_like_mif(follows);
     here.percent_in_line = !is_doubtful; // what follows is no fault of its own then
-    if (!is_new || !(is_read || is_doubtful)) {
+    if (!is_new || (!is_read && !is_doubtful)) {
         return;
     }
     lines.append(text.substr(line, close - line));
@@ -397,7 +397,10 @@ std::optional<std::size_t> mif_tokens::line_without_tokens() {
         go_back_to(before_ahead);
     }
     skip_blanks();
-    return here.token_in_line || here.percent_in_line ? std::nullopt : std::optional(here.line_begin);
+    if (here.token_in_line || here.percent_in_line) {
+        return std::nullopt;
+    }
+    return here.line_begin;
 }
 
 void mif_tokens::skip_lines(std::size_t bytes) {

@@ -22,7 +22,10 @@ public:
         const bool is_known = address.address_fault != readmem_address_fault::syntax &&
                               address.address_fault != readmem_address_fault::outside;
         const bool begins_word = !is_known || address.address % unit == 0;
-        next = is_known && begins_word ? std::optional(address.address / unit) : std::nullopt;
+        next.reset();
+        if (is_known && begins_word) {
+            next = address.address / unit;
+        }
         ended = false;
         return begins_word;
     }

@@ -58,7 +58,10 @@ private:
 /// Without the last word where it may have been cut.
 std::string_view whole_readmem_words(std::string_view head) {
     const std::size_t blank = head.find_last_of(readmem_blanks);
-    return head.size() < sniffed_bytes || blank == std::string_view::npos ? head : head.substr(0, blank + 1);
+    if (head.size() < sniffed_bytes || blank == std::string_view::npos) {
+        return head;
+    }
+    return head.substr(0, blank + 1);
 }
 
 certainty sniff_readmem(std::string_view head, radix digits_radix) {

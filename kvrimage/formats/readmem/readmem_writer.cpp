@@ -31,8 +31,10 @@ std::optional<std::uint64_t> readmem_words_per_line_of(std::string_view value) {
     const char* const end = value.data() + value.size();
     const auto parsed = std::from_chars(value.data(), end, number);
     const bool is_number = parsed.ec == std::errc() && parsed.ptr == end;
-    return is_number && number >= 1 && number <= most_readmem_words_per_line ? std::optional(number)
-                                                                             : std::nullopt;
+    if (is_number && number >= 1 && number <= most_readmem_words_per_line) {
+        return number;
+    }
+    return std::nullopt;
 }
 
 /// Up to eight words, as long as they fit the line.

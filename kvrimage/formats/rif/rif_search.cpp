@@ -17,7 +17,7 @@ public:
           address(of) {}
 
     std::optional<span> find(bool only_first) {
-        while (!parser.at_end() && !(only_first && found)) {
+        while (!parser.at_end() && (!only_first || !found)) {
             if (!skip_fast_line()) {
                 first_only = only_first;
                 parser.parse_line();
@@ -27,7 +27,7 @@ public:
     }
     void take(const rif_piece& piece) override {
         const bool is_it = piece.what == rif_piece::kind::word && piece.address == address;
-        if (is_it && !(first_only && found)) {
+        if (is_it && (!first_only || !found)) {
             found = piece.where;
         }
     }

@@ -28,8 +28,10 @@ struct piece_counts {
 /// Without the last line when it may have been cut.
 std::string_view whole_lines(std::string_view head) {
     const std::size_t newline = head.rfind('\n');
-    return head.size() < sniffed_bytes || newline == std::string_view::npos ? head
-                                                                            : head.substr(0, newline + 1);
+    if (head.size() < sniffed_bytes || newline == std::string_view::npos) {
+        return head;
+    }
+    return head.substr(0, newline + 1);
 }
 
 piece_counts counts_of(std::string_view head) {

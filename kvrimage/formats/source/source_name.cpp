@@ -72,7 +72,10 @@ std::string possible_name(std::string_view text, const naming& rules) {
     if (name.empty()) {
         return "rom";
     }
-    return is_letter_of_name(name.front()) && !is_taken(name, rules) ? name : "rom_" + name;
+    if (!is_letter_of_name(name.front()) || is_taken(name, rules)) {
+        name.insert(0, "rom_");
+    }
+    return name;
 }
 
 } // namespace

@@ -28,7 +28,7 @@ struct own_formats {
     format bare = {.id = "bare", .title = "Bare", .extensions = {}};
     format twin = {
         .id = "twin", .title = "Twin", .extensions = twin_extensions, .sniff = [](std::string_view head) {
-            return head.starts_with("twin!") ? certainty::likely : certainty::no;
+            return head.starts_with("own twin!") ? certainty::likely : certainty::no;
         }};
     format second_twin = {
         .id = "second_twin", .title = "Second twin", .extensions = twin_extensions, .sniff = twin.sniff};
@@ -54,7 +54,7 @@ TEST(Registry, FindsAFormatWithoutExtensionsByItsId) {
 
 TEST(Registry, OfEquallySureFormatsWithOneExtensionTheFirstIsFirst) {
     const own_formats& added = added_formats();
-    const std::vector<sniffed> found = sniff("twin! WIDTH", "a.twin_file");
+    const std::vector<sniffed> found = sniff("own twin! WIDTH", "a.twin_file");
     ASSERT_EQ(found.size(), 2U);
     EXPECT_EQ(found[0].as, &added.twin);
     EXPECT_EQ(found[1].as, &added.second_twin);
