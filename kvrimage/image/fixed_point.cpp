@@ -224,7 +224,10 @@ std::optional<fixed_point> fixed_point_of_name(std::string_view name) noexcept {
         return number;
     };
     const fixed_point format{value(whole), value(fraction)};
-    return format.integer_bits != 0 && format.bits() <= widest_word ? std::optional(format) : std::nullopt;
+    if (format.integer_bits != 0 && format.bits() <= widest_word) {
+        return format;
+    }
+    return std::nullopt;
 }
 
 std::optional<fixed_point_fault> make_fixed_point(std::string_view text, const fixed_point& format,

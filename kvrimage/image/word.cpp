@@ -49,7 +49,10 @@ std::optional<std::uint64_t> magnitude_of(std::string_view digits, radix digits_
     }
     const char* const end = digits.data() + digits.size();
     const auto read = std::from_chars(digits.data(), end, value, numeric_base_of(digits_radix));
-    return read.ec == std::errc() && read.ptr == end ? std::optional(value) : std::nullopt;
+    if (read.ec == std::errc() && read.ptr == end) {
+        return value;
+    }
+    return std::nullopt;
 }
 
 /// The bits of a word of @p width, at most 64, of the common texts: known digits, and a value that fits.
@@ -168,7 +171,10 @@ char word::bit(std::uint32_t index) const {
 
 std::optional<std::uint64_t> word::to_unsigned() const noexcept {
     const bool is_small = std::ranges::all_of(above, [](const part& one) { return one == part(); });
-    return is_small && low.dont_care == 0 ? std::optional(low.value) : std::nullopt;
+    if (is_small && low.dont_care == 0) {
+        return low.value;
+    }
+    return std::nullopt;
 }
 
 /// True when the bits from 63 on are the same; words of up to 64 bits have no others.

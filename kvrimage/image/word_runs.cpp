@@ -8,7 +8,10 @@ std::optional<text_cycle> cycle_finder::find(std::uint64_t address) {
     }
     const text_cycle cycle = words.cycle_at(address);
     known_until = cycle.last + 1;
-    return cycle.period > 1 && length_of(cycle) / cycle.period >= 2 ? std::optional(cycle) : std::nullopt;
+    if (cycle.period > 1 && length_of(cycle) / cycle.period >= 2) {
+        return cycle;
+    }
+    return std::nullopt;
 }
 
 std::uint64_t take_row_or_cycle(const image_words& words, cycle_finder& cycles, std::uint64_t first,

@@ -42,7 +42,10 @@ std::optional<word_fault> make_word_of_any_sign(std::string_view text, radix dig
     }
     const auto without_sign = make_word(text, radix::uns, width, word);
     is_unsigned = is_unsigned || !without_sign;
-    return !without_sign || without_sign->what == word_fault::kind::too_wide ? without_sign : error;
+    if (!without_sign || without_sign->what == word_fault::kind::too_wide) {
+        return without_sign;
+    }
+    return error;
 }
 
 bool are_words(const kvr::word_row& row, std::uint32_t width) noexcept {

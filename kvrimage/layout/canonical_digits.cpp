@@ -24,7 +24,10 @@ std::string canonical_number(std::string_view text, std::size_t digits) {
     const bool is_plain_number = !number.empty() && std::ranges::all_of(number, [](char character) {
         return kvr::digit_value(character) < most_digit;
     });
-    return is_plain_number && digits != digits_of_the_text ? in_style(upper, {digits, false}) : upper;
+    if (is_plain_number && digits != digits_of_the_text) {
+        return in_style(upper, {digits, false});
+    }
+    return upper;
 }
 
 } // namespace kvrimage

@@ -62,10 +62,9 @@ public:
         made->reserve(room_for(parts, !pad.empty()));
         for (const string_part& part : parts) {
             const bool goes_on = !blocks.empty() && part.begin < end_of_words();
-            if (!goes_on && !(complete(pad) && begin_block(part.begin, pad))) {
-                return false;
-            }
-            if (goes_on && !add_pad(part.begin, pad)) {
+            const bool has_place =
+                goes_on ? add_pad(part.begin, pad) : complete(pad) && begin_block(part.begin, pad);
+            if (!has_place) {
                 return false;
             }
             add(part.bytes);

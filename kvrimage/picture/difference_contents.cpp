@@ -67,7 +67,10 @@ std::string counts_of(const difference_map& map) {
 std::string name_of_pair(const difference_options& options) {
     const std::string left = shown_name(options.left.name);
     const std::string right = shown_name(options.right.name);
-    return left.empty() && right.empty() ? "" : fmt::format("A: {}  B: {}", left, right);
+    if (left.empty() && right.empty()) {
+        return "";
+    }
+    return fmt::format("A: {}  B: {}", left, right);
 }
 
 /// "A: MIF, 256 words of 16 bits, 12 set"

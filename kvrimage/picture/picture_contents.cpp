@@ -20,9 +20,10 @@ namespace {
 std::string vertical_title_of(const waveform& wave) {
     const value_order& order = wave.order();
     const std::string bits = counted(order.width(), "bit");
-    return order.is_signed() && order.fraction_bits() != 0
-               ? fmt::format("value (fixed point, {}, {} of a fraction)", bits, order.fraction_bits())
-               : fmt::format("value ({}, {})", order.is_signed() ? "signed" : "unsigned", bits);
+    if (order.is_signed() && order.fraction_bits() != 0) {
+        return fmt::format("value (fixed point, {}, {} of a fraction)", bits, order.fraction_bits());
+    }
+    return fmt::format("value ({}, {})", order.is_signed() ? "signed" : "unsigned", bits);
 }
 
 std::string vertical_title_of(const bit_map& map) {

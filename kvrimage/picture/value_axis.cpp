@@ -37,8 +37,10 @@ tick_step binary_step(std::uint64_t span, std::uint32_t most) {
 
 /// Integers of a sign are round in decimal; hexadecimal numbers and fractions are in binary.
 tick_step step_for(const value_order& order, std::uint64_t span, std::uint32_t most) {
-    return order.is_signed() && order.fraction_bits() == 0 ? decimal_step(span, most)
-                                                           : binary_step(span, most);
+    if (order.is_signed() && order.fraction_bits() == 0) {
+        return decimal_step(span, most);
+    }
+    return binary_step(span, most);
 }
 
 /// Large integers keep the digits that distinguish them: 500000000 is 500e6.

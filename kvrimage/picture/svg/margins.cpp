@@ -134,9 +134,10 @@ void add_strip_legend(std::vector<legend_entry>& legend, const picture_contents&
         if (!occurs || std::ranges::find(legend, look.entry.style, &legend_entry::style) != legend.end()) {
             continue;
         }
-        legend.push_back(is_difference && look.state == occupancy::set
-                             ? legend_entry{look.entry.style, "set in A or B"}
-                             : look.entry);
+        legend.push_back(look.entry);
+        if (is_difference && look.state == occupancy::set) {
+            legend.back().text = "set in A or B";
+        }
     }
 }
 

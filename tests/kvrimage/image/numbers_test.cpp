@@ -134,6 +134,14 @@ TEST(Numbers, DontCareDigitsAmongShortWordsAreRefused) {
     EXPECT_EQ(numbers_of<std::uint16_t>(image, 0x13, 3), (std::vector<std::uint16_t>{4, 5, 6}));
 }
 
+TEST(Numbers, DontCareDigitsInTheLastShortWordAreRefused) {
+    memory_image image = image_with_words(12, {1, 2, 3, 4, 5, 6});
+    image.set(0x15, *word::parse("XXX", radix::hex, 12).value);
+    std::array<std::uint16_t, 6> out = {9, 9, 9, 9, 9, 9};
+    EXPECT_THROW(copy_numbers(image, 0x10, std::span(out)), std::domain_error);
+    EXPECT_EQ(out[4], 5);
+}
+
 /// What copying @p count numbers of @p image from @p first on says.
 template <class Number>
 std::string refusal_of_numbers(const memory_image& image, std::uint64_t first, std::size_t count) {

@@ -48,6 +48,9 @@ TEST(DifferencePicture, StripShowsWhereEitherIsSet) {
     EXPECT_EQ(part.title, "0 words changed, 0 only in A, 1 only in B");
     const picture_contents before = difference_of(left, right, {.range = address_range{4, 5}});
     EXPECT_EQ(before.title, "0 words changed, 2 only in A, 0 only in B");
+    const picture_contents border = difference_of(left, right, {.range = address_range{6, 6}});
+    EXPECT_THAT(border.strip.stretches(), ElementsAre(occupancy_stretch{occupancy::set, 0, 1}));
+    EXPECT_EQ(border.title, "0 words changed, 1 only in A, 0 only in B");
 }
 
 TEST(DifferencePicture, MemoriesFarApartAreShownSideBySide) {

@@ -63,6 +63,12 @@ TEST(WaveformRows, EndsAreLabelledExactlyAndNothingBesideThem) {
                                   "0xFF"}));
 }
 
+TEST(WaveformRows, ValuesFarFromZeroHaveTheirOwnLabels) {
+    const waveform wave = waveform_of(8, false, 2, words_of(2, {{0, 1, {"64", "66"}}}));
+    const row_labels labels = waveform_rows(wave, ascii_glyphs, 4).labels();
+    EXPECT_EQ(labels, (row_labels{"0x64", "", "", "0x66"}));
+}
+
 TEST(WaveformRows, SignedValuesHaveZeroAmongTheirLabels) {
     const waveform wave = waveform_of(8, true, 2, words_of(2, {{0, 1, {"80", "7F"}}}));
     const row_labels labels = waveform_rows(wave, ascii_glyphs, 16).labels();

@@ -113,6 +113,12 @@ TEST(SvgPicture, LoneWordInALargeMemoryIsBetweenTwoBreaks) {
     EXPECT_EQ(std::ranges::count(attribute_of(svg, "break", "d"), 'M'), 2);
 }
 
+TEST(SvgPicture, LineIsInterruptedAtABreak) {
+    const std::string svg = draw_svg(memory_of(8, 1'000'000, {{0, 3, {"01"}}, {999'996, 999'999, {"01"}}}));
+    EXPECT_THAT(texts_of(svg, "note"), ElementsAre("1 break leaves out 999992 unset words"));
+    EXPECT_EQ(std::ranges::count(attribute_of(svg, "wave", "d"), 'M'), 2);
+}
+
 TEST(SvgPicture, MapShowsEachBitInItsPlace) {
     const std::string svg = draw_svg(memory_of(
         66, 5,
