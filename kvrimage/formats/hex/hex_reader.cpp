@@ -352,8 +352,11 @@ private:
         const bool is_data = line.what == hex_line::kind::record &&
                              (line.fault != hex_fault::none ||
                               (line.record.type == hex_record_type::data && line.record.data_bytes != 0));
-        places& after_end = is_data || line.lacks_colon ? records_after_end : text_after_end;
-        after_end.add(line.content);
+        if (is_data || line.lacks_colon) {
+            records_after_end.add(line.content);
+        } else {
+            text_after_end.add(line.content);
+        }
     }
 
     /// @param is_last no record follows

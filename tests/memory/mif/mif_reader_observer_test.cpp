@@ -4,6 +4,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <string>
 #include <string_view>
@@ -70,6 +71,27 @@ void expect_one_fault(const std::string& text, const kvr::read_fault& expected) 
     EXPECT_EQ(recorder.faults[0].line, expected.line);
     EXPECT_EQ(recorder.faults[0].column, expected.column);
     EXPECT_EQ(recorder.faults[0].length, expected.length);
+}
+
+class mif_recorder_without_fast_lines final : public mif_event_recorder {
+public:
+    [[nodiscard]] bool wants_every_line() const override { return false; }
+};
+
+TEST(MifReaderObserver, FastLinesAreReportedOnlyWhereEveryLineIsWanted) {
+    const std::string text = begin_of_four_words + "0 : 1;\n[1..2] : 3;\nEND;\n";
+    mif_event_recorder every;
+    read_observed(text, every);
+    mif_recorder_without_fast_lines others;
+    read_observed(text, others);
+    const auto has_line = [](const mif_event_recorder& recorder, std::string_view line) {
+        return std::ranges::any_of(recorder.events,
+                                   [line](const std::string& event) { return event.starts_with(line); });
+    };
+    EXPECT_TRUE(has_line(every, "line 4 "));
+    EXPECT_TRUE(has_line(every, "line 5 "));
+    EXPECT_FALSE(has_line(others, "line 4 "));
+    EXPECT_TRUE(has_line(others, "line 5 "));
 }
 
 TEST(MifReaderFaultPlace, ALineTooLongIsAtFaultBeyondTheLimit) {
