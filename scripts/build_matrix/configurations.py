@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import os
 from dataclasses import dataclass
 from pathlib import Path
 
@@ -22,6 +23,17 @@ THOROUGH: Options = {"KVR_TEST_THOROUGHLY": "ON", "KVR_STATIC_TOOL": "ON"}
 # Only kvr.
 LIBRARY_KVR: Options = {"KVR_BUILD_IMAGE": "OFF", "KVR_BUILD_TOOL": "OFF"}
 REPLAY: Options = {"KVR_BUILD_FUZZERS": "ON", "KVR_BUILD_TESTS": "OFF", **LIBRARY_KVR}
+
+# A launcher of the user, ccache for example, stays.
+MEASURING_LAUNCHER = ";".join(
+    filter(
+        None,
+        (
+            str(ROOT / "scripts" / "build_matrix" / "with_measured_decisions"),
+            os.environ.get("CMAKE_CXX_COMPILER_LAUNCHER"),
+        ),
+    )
+)
 
 
 def flags(text: str) -> Options:
@@ -112,5 +124,24 @@ CONFIGURATIONS = (
         "g++, valgrind, fewer cases",
         ("memcheck", "memcheck_models"),
         GCC | OPTIMIZED | flags("-DKVR_TEST_FEWER_CASES") | LIBRARY_KVR,
+    ),
+    # Without assertions, whose conditions are never false. clang warns of what the standard library of g++ 12 has.
+    Configuration(
+        "mcdc",
+        "clang 19, modified condition/decision coverage",
+        ("mcdc",),
+        DEBUG
+        | {
+            "CMAKE_CXX_COMPILER": "clang++-19",
+            "CMAKE_CXX_COMPILER_LAUNCHER": MEASURING_LAUNCHER,
+            "CMAKE_CXX_FLAGS_DEBUG": "-O0 -DNDEBUG",
+            "CMAKE_UNITY_BUILD_BATCH_SIZE": "48",
+            "KVR_BUILD_QUICKLY": "ON",
+            "KVR_BUILD_IMAGE": "ON",
+            "KVR_BUILD_TOOL": "OFF",
+        }
+        | flags(
+            "-fprofile-instr-generate -fcoverage-mapping -fcoverage-mcdc -DKVR_SLOW_BUILD -Wno-deprecated-declarations"
+        ),
     ),
 )

@@ -60,6 +60,7 @@ STEPS = {
             str(ROOT / "build" / "sarif_validator"),
         )
     ),
+    "mcdc": Command(("python3", "-B", str(ROOT / "scripts" / "build_matrix" / "mcdc.py"))),
     "memcheck": Command((*VALGRIND, "./kvr_tests", "--gtest_brief=1"), "tests"),
     "memcheck_models": Command((*VALGRIND, "./kvr_model_tests", "--gtest_brief=1"), "tests/models"),
 }

@@ -6,7 +6,7 @@
     [ "${#lines[@]}" -gt 10 ]
     [ -z "$(printf '%s\n' "${lines[@]}" | awk '{ print $1 }' | sort | uniq --repeated)" ]
     for line in "${lines[@]}"; do
-        [[ $line =~ (unit|replay|memcheck) ]]
+        [[ $line =~ (unit|replay|memcheck|mcdc) ]]
     done
 }
 
@@ -31,4 +31,42 @@ counts_in() { # OUTPUT SUCCEEDED
 @test "a program that fails without a failing test counts as a failure" {
     [ "$(counts_in '[==========] 1 test from 1 test suite ran. (0 ms total)' False)" = "Counts(tests=1, failures=1)" ]
     [ "$(counts_in '[==========] 1 test from 1 test suite ran. (0 ms total)' True)" = "Counts(tests=1, failures=0)" ]
+}
+
+mcdc() { # CODE
+    PYTHONPATH=$KVR_SOURCE/scripts/build_matrix python3 -B -c "from mcdc import *; $1"
+}
+
+# What llvm-cov shows of a template in a header: the first instance leaves conditions 2 and 3 uncovered, the second has
+# condition 1 as a constant and covers condition 2.
+shown_header() {
+    printf '%s\n' "$KVR_SOURCE/kvr/export.h:" '    1|       |#pragma once' '  | _Z1fILi1EEbbb:' \
+        '  |  |---> MC/DC Decision Region (1:2) to (1:8)' '  |  |  C1-Pair: covered: (1,2)' \
+        '  |  |  C2-Pair: not covered' '  |  |  C3-Pair: not covered' \
+        '  |  |---> MC/DC Decision Region (1:2) to (1:8)' '  |  |  C1-Pair: constant folded' \
+        '  |  |  C2-Pair: covered: (1,2)' '  |  |  C3-Pair: not covered'
+}
+
+@test "a condition is covered when at least one instance of its decision covers it" {
+    run mcdc "import sys; print([(place.path, place.text, each.missing) for place, each in decisions_in(sys.stdin).items()])" \
+        < <(shown_header)
+    [ "$output" = "[('kvr/export.h', 'pragma', [3])]" ]
+}
+
+report_with() { # EXCEPTIONS
+    mcdc "import sys; print(report(decisions_in(sys.stdin), exceptions_in('''$1''')))" < <(shown_header)
+}
+
+@test "a decision that is not covered is reported, unless it is excepted" {
+    run report_with ''
+    [ "${lines[0]}" = "kvr/export.h:1: condition 3 is not covered: pragma" ]
+    [ "${lines[1]}" = False ]
+    run report_with "$(printf '%s\n' '# a list' 'kvr/export.h' pragma 'the reason')"
+    [ "$output" = True ]
+}
+
+@test "an exception that is not needed is reported" {
+    run report_with "$(printf '%s\n' 'kvr/export.h' pragma 'the reason' '' 'kvr/kvr.h' 'a && b' 'the reason')"
+    [ "${lines[0]}" = "kvr/kvr.h: an exception that is not needed: a && b" ]
+    [ "${lines[1]}" = False ]
 }
