@@ -70,6 +70,18 @@ CONFIGURATIONS = (
         ("unit", "models", "interface", "cli"),
         GCC | LIGHT | flags("-funsigned-char"),
     ),
+    Configuration(
+        "each-source",
+        "g++, each source alone: no #include is missing",
+        ("unit",),
+        GCC
+        | DEBUG
+        | {
+            "CMAKE_CXX_FLAGS_DEBUG": "-O0",
+            "CMAKE_UNITY_BUILD": "OFF",
+            "CMAKE_DISABLE_PRECOMPILE_HEADERS": "ON",
+        },
+    ),
     # An installed fmt declares itself to be for programs of 64 bits.
     Configuration(
         "32-bit",

@@ -79,5 +79,5 @@ def build_commands(configuration: Configuration, build: Path) -> Iterator[Comman
         yield Command(("cmake", "--build", "googletest", *parallel, "--target", "install"))
     batches = {"CMAKE_UNITY_BUILD": "ON", "CMAKE_UNITY_BUILD_BATCH_SIZE": "16"}
     fixed = {"CMAKE_COMPILE_WARNING_AS_ERROR": "ON", "GTest_ROOT": str(installed)}
-    yield configure(ROOT, ".", configuration.options | batches | fixed)
+    yield configure(ROOT, ".", batches | configuration.options | fixed)
     yield Command(("cmake", "--build", ".", *parallel, "--", "-k", "0"))
