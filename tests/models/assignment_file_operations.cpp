@@ -2,7 +2,7 @@
 
 #include "tools/kvrmem/edit/assignment_file.h"
 #include "tools/kvrmem/edit/edit_operand.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 
