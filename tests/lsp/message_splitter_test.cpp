@@ -81,4 +81,15 @@ TEST(MessageSplitter, BoundsHeaders) {
     }
 }
 
+TEST(MessageSplitter, TakesAHeaderOfTheLimitWhereverItIsCut) {
+    const std::string header = "Content-Length: 1\r\nA: bbbbbb";
+    const message_limits limits{100, 1000, header.size()};
+    const std::string good = header + "\r\n\r\nx";
+    const std::string too_long = header + "b\r\n\r\n";
+    for (std::size_t block = 1; block <= good.size(); ++block) {
+        EXPECT_THAT(split(good, block, limits), ElementsAre("x")) << block;
+        EXPECT_THAT(split(too_long, block, limits), ElementsAre("<bad header>")) << block;
+    }
+}
+
 } // namespace

@@ -22,10 +22,11 @@ inline std::uint64_t number_in_environment(const char* name, std::uint64_t other
 /// Runs sequences of random operations on a store and its model. The environment may set the total number of
 /// operations (KVR_MODEL_OPERATIONS) and the seed of the first sequence (KVR_MODEL_SEED; the
 /// next sequences count on from it): the seed that a failure names repeats it.
+/// @param otherwise how many operations without the variable
 template <class Operations>
-void run_model_operations() {
+void run_model_operations(std::uint64_t otherwise = 100'000) {
     constexpr std::uint64_t longest_sequence = 500;
-    const std::uint64_t all = number_in_environment("KVR_MODEL_OPERATIONS", 100'000);
+    const std::uint64_t all = number_in_environment("KVR_MODEL_OPERATIONS", otherwise);
     ASSERT_GT(all, 0U);
     auto seed = static_cast<std::uint32_t>(number_in_environment("KVR_MODEL_SEED", 1));
     for (std::uint64_t done = 0; done < all; ++seed) {

@@ -3,9 +3,8 @@
 #include <gtest/gtest.h>
 
 #include <limits>
-#include <map>
-#include <optional>
-#include <random>
+#include <string>
+#include <vector>
 
 namespace {
 
@@ -82,44 +81,6 @@ TEST(EditPieces, ReachTheLastOfAllAddresses) {
     EXPECT_EQ(pieces.take({last_of_all - 1, last_of_all}).size(), 2U);
     ASSERT_EQ(pieces.all().size(), 1U);
     EXPECT_EQ(pieces.all()[0].last, last_of_all - 2);
-}
-
-TEST(EditPieces, AgreeWithAMapOfAllAddressesInRandomOperations) {
-    constexpr std::uint64_t addresses = 24;
-    std::mt19937 random(1);
-    const auto below = [&random](std::uint64_t limit) { return random() % limit; };
-    for (int round = 0; round < 2000; ++round) {
-        std::vector<assignment> made;
-        std::map<std::uint64_t, word> model;
-        for (std::uint64_t count = below(5); count > 0; --count) {
-            const std::uint64_t first = below(addresses);
-            std::vector<std::uint64_t> values(1 + below(3));
-            std::ranges::generate(values, [&] { return below(3); });
-            made.push_back(assigned(first, first + below(addresses - first), values));
-            for (std::uint64_t address = first; address <= made.back().addresses.last; ++address) {
-                model.insert_or_assign(address, made.back().words[(address - first) % values.size()]);
-            }
-        }
-        edit_pieces pieces(made);
-        const std::uint64_t first = below(addresses);
-        const address_range cut{first, first + below(addresses - first)};
-        const auto expect_word = [&model](const edit_piece& piece) {
-            for (std::uint64_t address = piece.first; address <= piece.last; ++address) {
-                const auto node = model.extract(address);
-                ASSERT_FALSE(node.empty()) << address;
-                EXPECT_EQ(node.mapped(), piece.word_at(address)) << address;
-            }
-        };
-        for (const edit_piece& piece : pieces.take(cut)) {
-            EXPECT_TRUE(cut.first <= piece.first && piece.last <= cut.last);
-            expect_word(piece);
-        }
-        for (const edit_piece& piece : pieces.all()) {
-            EXPECT_TRUE(piece.last < cut.first || piece.first > cut.last);
-            expect_word(piece);
-        }
-        EXPECT_TRUE(model.empty());
-    }
 }
 
 } // namespace

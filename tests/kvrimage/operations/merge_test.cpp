@@ -3,6 +3,7 @@
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/operations/merge.h"
 #include "tests/kvrimage/operations/plain_memory.h"
+#include "tests/kvrimage/operations/plain_operations.h"
 
 #include <gtest/gtest.h>
 
@@ -161,33 +162,6 @@ TEST(Merged, TakesFillsOfBillionsAtOnce) {
     const merge_result result = merged(std::array{left, right}, overlap_rule::same);
     EXPECT_EQ(result.image, left);
     EXPECT_EQ(result.overlaps, (std::vector<merge_overlap>{{{5, deepest_memory - 2}, 0, 1, std::nullopt}}));
-}
-
-struct plain_merge {
-    plain_words words;
-    std::vector<std::uint64_t> taken; ///< words from each memory
-    bool overlaps = false;
-    bool differs = false;
-};
-
-plain_merge plainly_merged(const std::vector<memory_image>& parts, overlap_rule rule) {
-    plain_merge made = {{}, std::vector<std::uint64_t>(parts.size())};
-    for (std::uint64_t address = parts[0].base(); address <= parts[0].last_address(); ++address) {
-        std::optional<std::size_t> taken;
-        for (std::size_t index = 0; index < parts.size(); ++index) {
-            const auto value = parts[index][address];
-            if (value && taken) {
-                made.overlaps = true;
-                made.differs = made.differs || *value != parts[*taken][address];
-            }
-            if (value && (!taken || rule == overlap_rule::last)) {
-                taken = index;
-            }
-        }
-        made.words.push_back(taken ? parts[*taken][address]->to_text(radix::bin) : std::nullopt);
-        made.taken[taken.value_or(0)] += taken ? 1U : 0U;
-    }
-    return made;
 }
 
 TEST(Merged, OfRandomMemoriesIsThatOfTheirWords) {

@@ -2,6 +2,7 @@
 
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/memory_image.h"
+#include "tests/models/choices.h"
 
 #include <array>
 #include <cstddef>
@@ -57,14 +58,20 @@ inline void set_in_row(kvrimage::memory_image& image, std::uint64_t offset,
 class memory_maker {
 public:
     explicit memory_maker(std::uint32_t seed) : engine(seed) {}
+    /// Random as @p choices are, which must outlive it. The digits of a word are one choice: an input of a
+    /// fuzzer is short.
+    explicit memory_maker(kvr_test::choices& choices) : source(&choices) {}
 
-    [[nodiscard]] std::uint64_t below(std::uint64_t end) { return engine() % end; }
+    [[nodiscard]] std::uint64_t below(std::uint64_t end) {
+        return source != nullptr ? source->below(static_cast<std::uint32_t>(end)) : engine() % end;
+    }
     /// Random binary digits; one in @p dont_care_share digits is "X", none for 0.
     [[nodiscard]] std::string bits(std::uint32_t width, unsigned dont_care_share = 0) {
         std::string digits(width, '0');
+        state = source != nullptr ? source->below(different_words) : 0;
         for (char& digit : digits) {
-            digit = (engine() & 1U) != 0 ? '1' : '0';
-            digit = dont_care_share != 0 && below(dont_care_share) == 0 ? 'X' : digit;
+            digit = (number() & 1U) != 0 ? '1' : '0';
+            digit = dont_care_share != 0 && number() % dont_care_share == 0 ? 'X' : digit;
         }
         return digits;
     }
@@ -95,5 +102,21 @@ public:
     }
 
 private:
-    std::mt19937_64 engine;
+    static constexpr std::uint32_t different_words = 1U << 16U;
+
+    /// A number for a digit of a word: with a source the next of a sequence that the word's choice begins.
+    std::uint64_t number() {
+        if (source == nullptr) {
+            return engine();
+        }
+        constexpr std::uint64_t step = 0x9E3779B97F4A7C15;
+        constexpr std::uint64_t factor = 0xBF58476D1CE4E5B9;
+        state += step;
+        const std::uint64_t mixed = (state ^ (state >> 30U)) * factor;
+        return mixed ^ (mixed >> 31U);
+    }
+
+    kvr_test::choices* source = nullptr;
+    std::mt19937_64 engine; // NOLINT(cert-msc51-cpp): seeded, or not used
+    std::uint64_t state = 0;
 };

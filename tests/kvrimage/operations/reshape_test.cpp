@@ -1,5 +1,6 @@
 #include "kvrimage/operations/reshape.h"
 #include "tests/kvrimage/operations/plain_memory.h"
+#include "tests/kvrimage/operations/plain_operations.h"
 
 #include <gtest/gtest.h>
 
@@ -148,43 +149,6 @@ TEST(Reshaped, GoesOverTheMiddleOfTheAddresses) {
     EXPECT_EQ(made.count_set(), 1200U);
     EXPECT_EQ(made[middle - 600], word::of((middle / 2 - 300) & 0xFFU, 8));
     EXPECT_EQ(made[middle + 599], word::of((middle / 2 + 299) >> 8U & 0xFFU, 8));
-}
-
-/// The bits of @p words in a row, nothing for those of words that are not set.
-std::vector<std::optional<char>> plain_bits(const plain_words& words, std::uint32_t width, bit_order order) {
-    std::vector<std::optional<char>> bits;
-    for (const auto& value : words) {
-        for (std::uint32_t index = 0; index < width; ++index) {
-            const std::uint32_t digit = order == bit_order::low_first ? width - 1 - index : index;
-            bits.push_back(value ? std::optional((*value)[digit]) : std::nullopt);
-        }
-    }
-    return bits;
-}
-
-struct plain_reshape {
-    plain_words words;
-    bool lacks_bits = false;
-};
-
-plain_reshape plainly_reshaped(const plain_words& old, std::uint32_t old_width, std::uint32_t width,
-                               bit_order order, const std::string& pad) {
-    std::vector<std::optional<char>> bits = plain_bits(old, old_width, order);
-    bits.resize((bits.size() + width - 1) / width * width);
-    plain_reshape made;
-    for (std::size_t begin = 0; begin < bits.size(); begin += width) {
-        std::string value = pad;
-        std::uint32_t set = 0;
-        for (std::uint32_t index = 0; index < width; ++index) {
-            if (const auto& bit = bits[begin + index]) {
-                value[order == bit_order::low_first ? width - 1 - index : index] = *bit;
-                ++set;
-            }
-        }
-        made.words.push_back(set != 0 ? std::optional(value) : std::nullopt);
-        made.lacks_bits = made.lacks_bits || (set != 0 && set != width);
-    }
-    return made;
 }
 
 /// Where @p expected has a word, @p actual has the same one.

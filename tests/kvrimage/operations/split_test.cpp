@@ -1,6 +1,7 @@
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/operations/split.h"
 #include "tests/kvrimage/operations/plain_memory.h"
+#include "tests/kvrimage/operations/plain_operations.h"
 
 #include <gtest/gtest.h>
 
@@ -223,14 +224,6 @@ TEST(Join, GoesOverTheMiddleOfTheAddresses) {
     EXPECT_EQ(join_blocks(split_blocks(image, 2)), image);
 }
 
-/// The lane @p lane of @p words, digit by digit.
-plain_words plain_lane(plain_words words, std::uint32_t lane, std::uint32_t bits) {
-    for (auto& value : words) {
-        value = value ? std::optional(value->substr(value->size() - (lane + 1) * bits, bits)) : std::nullopt;
-    }
-    return words;
-}
-
 void expect_plain_lanes(const memory_image& image, std::uint32_t bits) {
     const auto lanes = split_lanes(image, bits);
     for (std::uint32_t lane = 0; lane < lanes.size(); ++lane) {
@@ -244,11 +237,7 @@ void expect_plain_banks(const memory_image& image, std::uint64_t count) {
     const auto banks = split_banks(image, count);
     const plain_words words = plain_words_of(image);
     for (std::uint64_t bank = 0; bank < count; ++bank) {
-        plain_words expected;
-        for (std::uint64_t index = bank; index < words.size(); index += count) {
-            expected.push_back(words[index]);
-        }
-        ASSERT_EQ(plain_words_of(banks[bank]), expected);
+        ASSERT_EQ(plain_words_of(banks[bank]), plain_bank(words, bank, count));
     }
     ASSERT_EQ(join_banks(banks), image);
 }

@@ -69,9 +69,10 @@ std::optional<framed_message> message_splitter::take_header() {
     const std::string_view text = waiting();
     const std::size_t size = text.find(end_of_header);
     if (size == std::string_view::npos) {
-        if (text.size() > limits.header) { // its end may have begun
+        constexpr std::size_t begun_end = end_of_header.size() - 1; // of the last bytes, these may be its end
+        if (text.size() > limits.header + begun_end) {
             header_is_too_long = true;
-            done = buffer.size() - (end_of_header.size() - 1);
+            done = buffer.size() - begun_end;
         }
         return std::nullopt;
     }

@@ -1,0 +1,59 @@
+// Edits and layouts of files in all formats: words and comments against a model, the reverse, and the same
+// again.
+
+#include "fuzz/expectation.h"
+#include "fuzz/file_input.h"
+#include "fuzz/tool_targets.h"
+#include "kvrimage/formats/memory_file.h"
+#include "tests/models/edit_operations.h"
+
+#include <cstdint>
+#include <stdexcept>
+#include <string>
+
+namespace kvr_fuzz {
+
+namespace {
+
+/// A number that differs for most inputs (FNV-1a).
+std::uint32_t number_of(std::string_view bytes) {
+    constexpr std::uint32_t factor = 16777619;
+    std::uint32_t number = 2166136261;
+    for (const char byte : bytes) {
+        number = (number ^ static_cast<unsigned char>(byte)) * factor;
+    }
+    return number;
+}
+
+} // namespace
+
+void try_edit(std::string_view input) {
+    // The edits follow from the bytes of the input: so the inputs are those of "check".
+    kvr_test::random_choices choices(number_of(input));
+    input_bytes settings(input);
+    const kvrimage::read_options options = take_read_options(settings);
+    const std::string text(settings.rest());
+    const kvrimage::read_result read = parse(text, options);
+    // An edit takes addresses as the file has them: with another base they are not those of the image.
+    if (!read.image || read.facts.as->edit == nullptr || options.base.value_or(0) != 0) {
+        return;
+    }
+    try {
+        static_cast<void>(
+            kvr_test::compare_edit(text, options, kvr_test::any_assignments(choices, *read.image)));
+    } catch (const std::logic_error& difference) {
+        report_finding(difference.what());
+    }
+}
+
+void try_layout(std::string_view input) {
+    input_bytes settings(input);
+    const kvrimage::read_options options = take_read_options(settings);
+    try {
+        static_cast<void>(kvr_test::compare_layout(std::string(settings.rest()), options));
+    } catch (const std::logic_error& difference) {
+        report_finding(difference.what());
+    }
+}
+
+} // namespace kvr_fuzz

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "kvrimage/edit/edit_pieces.h"
+#include "tests/models/choices.h"
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+#include <vector>
+
+namespace kvr_test {
+
+/// Makes edit pieces of random assignments, takes some away, and compares them with a word for each address.
+class edit_pieces_operations {
+public:
+    /// @p source must outlive it.
+    explicit edit_pieces_operations(choices& source);
+
+    /// Takes pieces away, or makes new ones where none are left.
+    /// @throws std::logic_error that says what differs, and after which step.
+    void step();
+
+    /// @throws std::logic_error
+    void compare_all() const;
+
+private:
+    void start();
+    void assign_some();
+    void take();
+    void touch() const;
+    void take_places();
+
+    [[nodiscard]] kvrimage::address_range any_range() const;
+    [[nodiscard]] std::uint64_t index_of(std::uint64_t address) const noexcept { return address - base; }
+    /// Compares a piece that is handed out within @p range with the model, from which it is taken away.
+    void take_from_model(const kvrimage::edit_piece& piece, const kvrimage::address_range& range);
+    void expect(bool holds, std::string_view what) const;
+
+    choices& chosen;
+    std::uint64_t base = 0; ///< the first address of the model
+    std::vector<kvrimage::assignment> assignments;
+    kvrimage::edit_pieces pieces;
+    std::vector<std::optional<kvrimage::word>> model;
+    std::uint64_t steps = 0;
+};
+
+} // namespace kvr_test

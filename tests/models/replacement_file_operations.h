@@ -1,0 +1,64 @@
+#pragma once
+
+#include "kvrimage/files/replacement_file.h"
+#include "tests/kvrimage/files/test_folder.h"
+#include "tests/models/choices.h"
+
+#include <map>
+#include <memory>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <sys/types.h>
+#include <vector>
+
+namespace kvr_test {
+
+/// Writes several files of a folder at a time, completes some and gives others up, while files come and go,
+/// and compares the folder with what should be in it: at each moment the old contents or the new ones.
+class replacement_file_operations {
+public:
+    /// @p source must outlive it.
+    explicit replacement_file_operations(choices& source) : chosen(source) {}
+
+    /// @throws std::logic_error that says what differs, and after which operation
+    void step();
+    /// @throws std::logic_error
+    void compare_all() const;
+
+private:
+    struct stored_file {
+        std::string contents;
+        mode_t permissions;
+    };
+    struct unfinished {
+        std::string name;
+        std::string contents;
+        std::optional<mode_t> permissions; ///< of the file that is replaced; nothing: a new one
+        std::unique_ptr<kvrimage::replacement_file> file;
+    };
+
+    void begin();
+    void write();
+    void commit();
+    void give_up();
+    void commit_together();
+    void remove();
+    void change_permissions();
+    void write_in_place();
+
+    [[nodiscard]] std::string any_name();
+    [[nodiscard]] std::string any_contents();
+    [[nodiscard]] unfinished take_any();
+    [[nodiscard]] std::optional<mode_t> permissions_of(const std::string& name) const;
+    void store(const std::string& name, std::string contents, std::optional<mode_t> permissions);
+    void expect(bool holds, std::string_view what, std::string_view name) const;
+
+    choices& chosen;
+    test_folder folder;
+    std::map<std::string, stored_file> model;
+    std::vector<unfinished> open;
+    std::string_view change; ///< the latest one
+};
+
+} // namespace kvr_test

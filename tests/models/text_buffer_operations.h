@@ -1,0 +1,59 @@
+#pragma once
+
+#include "tests/models/choices.h"
+#include "tools/kvrmem/lsp/text_buffer.h"
+
+#include <cstddef>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace kvr_test {
+
+/// What a text_buffer answers, worked out from the first byte on each time.
+class plain_text {
+public:
+    plain_text(std::string contents, kvrmem::lsp::position_encoding unit_of_positions);
+
+    /// The position of every offset, in order.
+    [[nodiscard]] std::vector<kvrmem::lsp::text_position> positions() const;
+    /// The offset of the last character that begins at or before @p where, on its line.
+    [[nodiscard]] std::size_t offset_of(const kvrmem::lsp::text_position& where) const;
+    [[nodiscard]] kvrmem::lsp::position_encoding unit_of_positions() const noexcept { return unit; }
+    /// Whether a character begins at @p at.
+    [[nodiscard]] bool is_begin(std::size_t at) const;
+
+    std::string text;
+
+private:
+    [[nodiscard]] bool is_within_line_end(std::size_t at) const;
+    [[nodiscard]] std::uint64_t units_of(char byte) const;
+
+    kvrmem::lsp::position_encoding unit;
+};
+
+/// Makes random edits of a text_buffer and of a plain text, and compares all that the buffer answers.
+class text_buffer_operations {
+public:
+    /// @p source must outlive it.
+    explicit text_buffer_operations(choices& source);
+
+    /// Replaces a part.
+    /// @throws std::logic_error that says what differs
+    void step();
+    /// @throws std::logic_error that says what differs
+    void compare_all();
+
+private:
+    [[nodiscard]] std::string any_text();
+    [[nodiscard]] std::size_t any_offset();
+    void expect(bool holds, std::string_view what, std::size_t at) const;
+
+    choices& chosen;
+    bool takes_any_bytes; ///< and counts them; else UTF-8, in either unit
+    plain_text model;
+    kvrmem::lsp::text_buffer buffer;
+    std::size_t steps = 0;
+};
+
+} // namespace kvr_test
