@@ -4,7 +4,7 @@
 #include "fuzz/scratch.h"
 #include "fuzz/tool_targets.h"
 #include "tools/kvrmem/commands/program.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <algorithm>
 #include <array>

@@ -147,14 +147,14 @@ void write_bits_of_word(std::string& output, std::string_view text, unsigned bit
         write_bits_of_word(output, std::string(text), bits, width);
         return;
     }
-    const std::size_t told = text.size() * bits;
-    const std::size_t size = width == 0 ? told : width;
+    const std::size_t given = text.size() * bits;
+    const std::size_t size = width == 0 ? given : width;
     char* place = room_for(output, size);
-    if (told > size) {
+    if (given > size) {
         write_low_bits_of_word(place, text, bits, size);
         return;
     }
-    write_bits_of_digits(std::fill_n(place, size - told, '0'), text, bits);
+    write_bits_of_digits(std::fill_n(place, size - given, '0'), text, bits);
 }
 
 bool convert_plain_word(std::string& output, std::string_view text, KVR_MEMORY_RADIXES from,

@@ -51,7 +51,7 @@ struct repaired {
 
 /// Writes a file, whole or not at all: an old one is replaced when the new one is complete.
 /// @throws std::system_error when the file cannot be written
-/// @throws std::invalid_argument when can_write() has a diagnostic, with its message, or nothing tells the
+/// @throws std::invalid_argument when can_write() has a diagnostic, with its message, or nothing shows the
 /// format
 KVRIMAGE_API void write(const memory_image& image, const std::filesystem::path& file,
                         const write_options& options = {});

@@ -30,7 +30,7 @@ set_words set_words_within(const memory_image& image, const address_range& range
     }
     set_words set = set_words_of(image.words(), part->first - image.base(), part->last - image.base());
     const std::uint64_t ahead = part->first - range.first;
-    const std::uint64_t behind = part->last - range.first;
+    const std::uint64_t after = part->last - range.first;
     const std::uint64_t first_offset = part->first - image.base();
     for (address_range& gap : set.gaps) {
         gap = {gap.first - first_offset + ahead, gap.last - first_offset + ahead};
@@ -39,8 +39,8 @@ set_words set_words_within(const memory_image& image, const address_range& range
     if (ahead != 0) {
         set.gaps.insert(set.gaps.begin(), {0, ahead - 1});
     }
-    if (behind != end) {
-        set.gaps.push_back({behind + 1, end});
+    if (after != end) {
+        set.gaps.push_back({after + 1, end});
     }
     return set;
 }

@@ -93,6 +93,18 @@ CONFIGURATIONS = (
         GCC | LIGHT | flags("-funsigned-char"),
     ),
     Configuration(
+        "each-source",
+        "g++, each source alone: no #include is missing",
+        ("unit",),
+        GCC
+        | DEBUG
+        | {
+            "CMAKE_CXX_FLAGS_DEBUG": "-O0",
+            "CMAKE_UNITY_BUILD": "OFF",
+            "CMAKE_DISABLE_PRECOMPILE_HEADERS": "ON",
+        },
+    ),
+    Configuration(
         "32-bit",
         "g++, programs of 32 bits, without SSE2",
         ("unit", "image", "models", "interface", "server", "cli"),
@@ -114,21 +126,6 @@ CONFIGURATIONS = (
         LIGHT | linux_on("s390x"),
         builds_googletest=True,
         emulator=("qemu-s390x",),
-    ),
-    # kvrimage and the tool need a POSIX system.
-    Configuration(
-        "windows",
-        "g++, kvr for Windows, run by wine",
-        ("unit", "models", "interface"),
-        LIGHT
-        | LIBRARY_KVR
-        | {
-            "CMAKE_CXX_COMPILER": "x86_64-w64-mingw32-g++-posix",
-            "CMAKE_EXE_LINKER_FLAGS": "-static",
-            "CMAKE_SYSTEM_NAME": "Windows",
-        },
-        builds_googletest=True,
-        emulator=("env", "WINEDEBUG=-all", f"WINEPREFIX={ROOT / 'build' / 'wine'}", "wine"),
     ),
     Configuration(
         "debug-mode",

@@ -85,5 +85,5 @@ def build_commands(configuration: Configuration, build: Path) -> Iterator[Comman
     fixed = {"CMAKE_COMPILE_WARNING_AS_ERROR": "ON", "GTest_ROOT": str(installed)}
     if configuration.emulator:
         fixed["CMAKE_CROSSCOMPILING_EMULATOR"] = ";".join(configuration.emulator)
-    yield configure(ROOT, ".", configuration.options | batches | fixed)
+    yield configure(ROOT, ".", batches | configuration.options | fixed)
     yield Command(("cmake", "--build", ".", *parallel, "--", "-k", "0"))

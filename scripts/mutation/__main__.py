@@ -21,7 +21,7 @@ from trial import Outcome, Worker
 
 
 def parse_command_line() -> argparse.Namespace:
-    parser = argparse.ArgumentParser(prog="mutate", description="Tells which small changes the tests do not notice.")
+    parser = argparse.ArgumentParser(prog="mutate", description="Lists the small changes that the tests do not notice.")
     parser.add_argument("root", type=Path, help=argparse.SUPPRESS)
     parser.add_argument("--sample", type=int, metavar="N", help="try N mutants, as many of each group; else all")
     parser.add_argument("--seed", type=int, default=1, metavar="S", help="which N (default: 1)")

@@ -47,7 +47,7 @@ struct file_line {
     std::string text;          ///< without LF
     std::vector<token> tokens; ///< of a line of values
     std::size_t indent = 0;    ///< of a range line
-    std::size_t tail = 0;      ///< where what stands behind its ";" begins
+    std::size_t tail = 0;      ///< where the text after its ";" begins
     std::uint32_t first = 0;
     std::uint32_t last = 0;
 };
@@ -302,7 +302,7 @@ public:
     std::string compare(const std::string& text) {
         const std::vector<std::string> found = lines_of(text);
         std::size_t next = 0;
-        const file_line* range = nullptr; ///< the touched range behind whose first line we are
+        const file_line* range = nullptr; ///< the touched range whose first line has been passed
         for (std::size_t number = 0; number < file.lines.size(); ++number) {
             const file_line& line = file.lines[number];
             while (next < found.size() && !is_like(number, found[next])) {
@@ -320,7 +320,7 @@ public:
             range = line.what == file_line::kind::range && touched_lines.contains(number) ? &line : nullptr;
         }
         const bool ends_alike = text.ends_with('\n') == file.text().ends_with('\n');
-        return next == found.size() && ends_alike ? "" : "there is something behind the end";
+        return next == found.size() && ends_alike ? "" : "there is text after the end";
     }
 
 private:
@@ -339,18 +339,18 @@ private:
     /// Only touched tokens may differ.
     [[nodiscard]] bool has_same_frame(const file_line& line, const std::string& found) const {
         std::size_t at = 0;
-        std::size_t behind = 0;
+        std::size_t after = 0;
         for (const token& word : line.tokens) {
             if (touched_words.contains(word.address) && is_set_here(line, word.address)) {
-                const std::string before = line.text.substr(behind, word.begin - behind);
+                const std::string before = line.text.substr(after, word.begin - after);
                 if (found.compare(at, before.size(), before) != 0) {
                     return false;
                 }
                 at = found.find_first_not_of("-0123456789abcdefABCDEF", at + before.size());
-                behind = word.end;
+                after = word.end;
             }
         }
-        return at <= found.size() && found.substr(at) == line.text.substr(behind);
+        return at <= found.size() && found.substr(at) == line.text.substr(after);
     }
     [[nodiscard]] bool is_set_here(const file_line& line, std::uint32_t address) const {
         const file_line& setter = file.lines[file.setter[address]];

@@ -90,7 +90,7 @@ END
     on_a_terminal "timeout 60 bash pause.sh '$1' \"$2\""
 }
 
-@test "progress is told in percent, also that of a file that is standard input" {
+@test "progress is shown in percent, also for a file on standard input" {
     needs_a_terminal
     "$KVRMEM" new big.mif --width 8 --depth 0x7FFFF --no-runs
     paused_on_a_terminal big.mif "'$KVRMEM' info big.mif" >shown
@@ -120,7 +120,7 @@ END
     on_a_terminal "timeout 60 bash pause.sh '$1' \"$2\""
 }
 
-@test "operations tell their progress, too" {
+@test "operations show their progress, too" {
     needs_a_terminal
     head -c 8000000 /dev/urandom >big.bin
     paused_after_reading big.bin "'$KVRMEM' convert --from binary --reshape 12 --pad 0 big.bin big.mif" >shown

@@ -30,7 +30,7 @@ setup() {
     "$programs/stamp_build" "$KVR_SOURCE/examples/program_32bit.mif" out.mif 0x3F 7
     run diff "$KVR_SOURCE/examples/program_32bit.mif" out.mif
     [ "${#lines[@]}" -eq 4 ]
-    [[ ${lines[3]} == *"3F : 00000007;"* ]]
+    [[ ${lines[3]} == *"3f  :   00000007;"* ]]
 }
 
 @test "a build number that does not fit, and an address without a word, leave no file" {

@@ -1,5 +1,5 @@
 #include "tools/kvrmem/commands/program.h"
-#include "tools/kvrmem/surroundings/interruption.h"
+#include "tools/kvrmem/platform/interruption.h"
 
 int main(int count, char** words) {
     kvrmem::clean_up_when_interrupted();

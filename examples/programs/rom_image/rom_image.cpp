@@ -1,7 +1,7 @@
 // Makes the image of a ROM from a formula: rom_image FILE.mif
 //
 // The ROM holds a quarter of a sine wave, 64 words of 12 bits, from 0 to 4095. Change value_at() and the two
-// sizes for another one. CMakeLists.txt beside this file tells how to build it.
+// sizes for another one. CMakeLists.txt beside this file shows how to build it.
 
 #include "kvr/kvr.h"
 

@@ -88,7 +88,7 @@ char* format_records(const record_block& block, const char* words, std::uint32_t
     const std::size_t head_size = known_length != 0 ? plain_head : block.head_size;
     const std::uint64_t last_mask = mask_of_last(length);
     const digit_pairs& pairs = *block.pairs;
-    for (const std::uint32_t behind = low + count; low < behind; ++low, words += length) {
+    for (const std::uint32_t after = low + count; low < after; ++low, words += length) {
         copy_padded(block.head.data(), head_size, end);
         pairs.put(low, end + low_address);
         end += head_size;

@@ -56,9 +56,9 @@ bool find_range_parts(mif_content& content) {
 } // namespace
 
 line_place mif_content::place(std::size_t offset) const {
-    const auto behind = std::find_if(pieces.begin(), pieces.end(),
-                                     [offset](const line_piece& piece) { return piece.offset > offset; });
-    const line_piece& piece = *(behind - 1);
+    const auto after = std::find_if(pieces.begin(), pieces.end(),
+                                    [offset](const line_piece& piece) { return piece.offset > offset; });
+    const line_piece& piece = *(after - 1);
     return {piece.line, static_cast<std::uint32_t>(offset - piece.offset + 1)};
 }
 

@@ -84,12 +84,12 @@ const char* fast_rif_lines::read_words_of_one_length(const char* begin) {
     const char* at = begin;
     for (; *at != '\n'; ++count) {
         bool has_lower_case = false;
-        const char behind = at[length];
-        if (count == most || !ends_word(behind) || !are_digits(at, length, has_lower_case)) {
+        const char after = at[length];
+        if (count == most || !ends_word(after) || !are_digits(at, length, has_lower_case)) {
             return nullptr;
         }
         copy_digits(at, length, has_lower_case, room.place + count * length);
-        at += length + (behind == ' ' ? 1 : 0);
+        at += length + (after == ' ' ? 1 : 0);
     }
     batch.take(count);
     address += count;

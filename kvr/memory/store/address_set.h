@@ -35,9 +35,9 @@ public:
         if (address / block_addresses != found_number) {
             find_block(address);
         }
-        const std::uint64_t behind = (*found_block)[cell_number(address)] >> (address % cell_addresses);
-        return behind != 0 ? static_cast<std::uint32_t>(std::countr_zero(behind))
-                           : cell_addresses - address % cell_addresses;
+        const std::uint64_t after = (*found_block)[cell_number(address)] >> (address % cell_addresses);
+        return after != 0 ? static_cast<std::uint32_t>(std::countr_zero(after))
+                          : cell_addresses - address % cell_addresses;
     }
     /// Adds the @p count addresses from @p address on: at least one, no more than count_free() just returned.
     void insert_run(std::uint32_t address, std::uint32_t count) noexcept {

@@ -189,8 +189,8 @@ bool comment_store::has_room_for_two(std::size_t number) const noexcept {
 /// Splits the segment of @p place in two halves; @p place follows its entry.
 void comment_store::split(cursor& place) {
     constexpr std::uint32_t half = segment::capacity / 2;
-    const auto behind = segments.begin() + static_cast<std::ptrdiff_t>(place.segment) + 1;
-    segment& upper = *segments.insert(behind, {0, std::make_unique<segment>(0)})->entries;
+    const auto after = segments.begin() + static_cast<std::ptrdiff_t>(place.segment) + 1;
+    segment& upper = *segments.insert(after, {0, std::make_unique<segment>(0)})->entries;
     segment_slot& lower = segments[place.segment];
     lower.entries->move_rest(half, upper);
     for (std::uint32_t i = 0; i < upper.size(); ++i) {

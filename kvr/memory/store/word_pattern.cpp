@@ -64,10 +64,10 @@ std::uint64_t word_pattern::find_other(std::uint32_t from, std::uint32_t last,
     if (value(index) != text) {
         return from;
     }
-    const std::uint64_t behind = std::uint64_t{last} + 1;
+    const std::uint64_t after = std::uint64_t{last} + 1;
     return places[index].equal_ahead == period()
-               ? behind
-               : std::min(behind, std::uint64_t{from} + places[index].equal_ahead);
+               ? after
+               : std::min(after, std::uint64_t{from} + places[index].equal_ahead);
 }
 
 bool same_texts(const pattern_ref& left, const pattern_ref& right) noexcept {

@@ -72,11 +72,11 @@ word_pieces::iterator word_pieces::cut_out(std::uint32_t first, std::uint32_t la
             return pieces.insert(next, rest);
         }
     }
-    const iterator behind = reaching(pieces, last + 1);
-    if (behind != pieces.end() && behind->first <= last) {
-        behind->first = narrow(last + 1);
+    const iterator after = reaching(pieces, last + 1);
+    if (after != pieces.end() && after->first <= last) {
+        after->first = narrow(last + 1);
     }
-    return pieces.erase(next, behind);
+    return pieces.erase(next, after);
 }
 
 void word_pieces::join_neighbours(iterator added) noexcept {

@@ -285,11 +285,11 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
             continue;
         }
         const std::string_view word = (*leaf.page)[index];
-        const std::uint32_t behind = leaf.page->find_other(index, end - 1, word);
-        if (!take_converted_run({leaf.first + index, leaf.first + behind - 1, word}, conversion)) {
+        const std::uint32_t after = leaf.page->find_other(index, end - 1, word);
+        if (!take_converted_run({leaf.first + index, leaf.first + after - 1, word}, conversion)) {
             return false;
         }
-        index = behind;
+        index = after;
     }
     return true;
 }

@@ -129,7 +129,7 @@ void rif_parser::parse_address() {
     hand_out(piece, end);
 }
 
-/// Behind the digits at @p begin, when nothing but blanks and a comment follows them on their line; else 0.
+/// After the digits at @p begin, when nothing but blanks and a comment follows them on their line; else 0.
 std::size_t rif_parser::end_of_spaced_address(std::size_t begin) const noexcept {
     const std::size_t end = end_of_token(begin);
     const std::size_t after = std::min(text.find_first_not_of(" \t", end), text.size());

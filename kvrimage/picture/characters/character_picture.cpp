@@ -22,7 +22,7 @@ constexpr std::size_t axis_size = 2; // "┤" and the blank before it
 
 struct occupancy_look {
     character_style style;
-    meaning tells;
+    meaning means;
 };
 
 /// By occupancy.
@@ -112,7 +112,7 @@ private:
     void add_cell(const cell& shown, std::uint32_t count) {
         for (; count > 0; --count) {
             lines.add(shown.style, shown.glyph);
-            occurs.set(static_cast<std::size_t>(shown.tells));
+            occurs.set(static_cast<std::size_t>(shown.means));
         }
     }
     void add_side(std::string_view label, std::string_view side) {
@@ -167,8 +167,8 @@ private:
         const occupancy state = column.state();
         const occupancy_look& look = occupancy_looks[static_cast<std::size_t>(state)];
         const bool is_begin = state == occupancy::run && column.begins_run;
-        add_cell({look.style, is_begin ? glyphs.run_begin : glyphs.of(state), look.tells}, 1);
-        add_cell({look.style, glyphs.of(state), look.tells}, repeat - 1);
+        add_cell({look.style, is_begin ? glyphs.run_begin : glyphs.of(state), look.means}, 1);
+        add_cell({look.style, glyphs.of(state), look.means}, repeat - 1);
     }
 
     [[nodiscard]] double middle_of(std::uint64_t offset) const {

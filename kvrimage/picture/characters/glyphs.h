@@ -11,7 +11,7 @@
 
 namespace kvrimage::characters {
 
-/// What a character of a picture tells, in the order of the legend. No character has two meanings in one
+/// What a character of a picture means, in the order of the legend. No character has two meanings in one
 /// picture.
 enum class meaning : std::uint8_t {
     nothing,
@@ -93,7 +93,7 @@ inline constexpr glyph_set ascii_glyphs = {
 struct cell {
     character_style style;
     std::string_view glyph;
-    meaning tells = meaning::nothing;
+    meaning means = meaning::nothing;
 };
 
 } // namespace kvrimage::characters

@@ -95,7 +95,7 @@ double document::add_legend(std::span<const legend_entry> entries, double top) {
     double x = plot_box.left;
     for (const legend_entry& entry : entries) {
         const double width = text_offset + text_width(entry.text, text_size);
-        if (x + width > plot_box.right() && x > plot_box.left) {
+        if (x + width > plot_box.right()) {
             x = plot_box.left;
             top += legend_line;
         }

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """What Tab does to a command line of the tool, in a real shell: completions_test.py SHELL
 
-$KVRMEM is the tool. Exit code 77 tells that there are no pseudo-terminals.
+$KVRMEM is the tool. Exit code 77 means that there are no pseudo-terminals.
 """
 
 import functools

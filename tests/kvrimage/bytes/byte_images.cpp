@@ -94,10 +94,10 @@ std::string fault_of_round_trips(const format& as, bool with_gaps) {
         if (!again.image || !(*again.image == image)) {
             return "width " + std::to_string(width) + " reads as other words: " + shown_report(again);
         }
-        const std::uint64_t told = as.written_size(image, to);
-        if (told < text.size() || told > text.size() + 64) {
+        const std::uint64_t predicted = as.written_size(image, to);
+        if (predicted < text.size() || predicted > text.size() + 64) {
             return "width " + std::to_string(width) + " takes " + std::to_string(text.size()) +
-                   " bytes instead of " + std::to_string(told);
+                   " bytes instead of " + std::to_string(predicted);
         }
     }
     return "";

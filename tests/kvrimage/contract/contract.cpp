@@ -119,7 +119,7 @@ private:
         }
         // What is missing at the end of the file has its place there.
         if (where.offset > contents.size() || where.length > contents.size() + 1 - where.offset) {
-            say("a place lies behind the end: " + shown(found));
+            say("a place lies beyond the end: " + shown(found));
             return;
         }
         const std::string_view before = contents.substr(0, where.offset);
@@ -134,7 +134,7 @@ private:
         std::uint64_t end = 0;
         for (const text_edit& each : found.fix) {
             if (each.offset < end || each.offset + each.length > contents.size()) {
-                say("edits overlap or lie behind the end: " + shown(found));
+                say("edits overlap or lie beyond the end: " + shown(found));
             }
             end = each.offset + each.length;
         }

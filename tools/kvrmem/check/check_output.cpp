@@ -1,6 +1,6 @@
 #include "tools/kvrmem/check/check_output.h"
 
-#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/platform/counted.h"
 
 #include <fmt/format.h>
 

@@ -5,7 +5,7 @@
 #include "tools/kvrmem/files/check_report.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/protection_report.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,7 +1,7 @@
 #include "kvrimage/diagnostics/visible_text.h"
 #include "tools/kvrmem/check/outputs.h"
 #include "tools/kvrmem/check/reported_fault.h"
-#include "tools/kvrmem/surroundings/json.h"
+#include "tools/kvrmem/platform/json.h"
 
 #include <fmt/format.h>
 

@@ -3,7 +3,7 @@
 #include "kvrimage/diagnostics/xml_text.h"
 #include "tools/kvrmem/check/outputs.h"
 #include "tools/kvrmem/check/reported_fault.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

@@ -4,7 +4,7 @@
 #include "kvrimage/diagnostics/utf8_character.h"
 #include "kvrimage/diagnostics/visible_text.h"
 #include "kvrimage/files/file_name.h"
-#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/platform/counted.h"
 
 #include <fmt/format.h>
 

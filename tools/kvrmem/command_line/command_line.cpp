@@ -60,7 +60,7 @@ const option_entry& entry_of(const command& which, int found) {
     });
 }
 
-/// The words behind the command's name. getopt_long() takes "-5" for options; while it looks, another
+/// The words after the command's name. getopt_long() takes "-5" for options; while it looks, another
 /// character stands in for the hyphen of such words.
 class option_words {
 public:
@@ -109,7 +109,7 @@ std::string nearest_option(const command& which, std::string_view given) {
     return nearest_of(given, std::vector<std::string_view>(names.begin(), names.end()));
 }
 
-/// The letter that getopt_long() has refused. It tells one byte; the rest of a longer character stands in
+/// The letter that getopt_long() has refused. It gives one byte; the rest of a longer character stands in
 /// @p next, the word that it goes on with.
 std::string refused_letter(std::string_view next) {
     const char byte = static_cast<char>(optopt);

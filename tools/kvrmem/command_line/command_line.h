@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/kvrmem/command_line/option_table.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <cstddef>
 #include <span>
@@ -27,7 +27,7 @@ constexpr std::size_t any_number = static_cast<std::size_t>(-1);
 
 [[nodiscard]] bool takes(const command& which, option_id option) noexcept;
 
-/// Takes the words behind the command's name apart. A word such as "-5" is an operand, not an option.
+/// Parses the words after the command's name. A word such as "-5" is an operand, not an option.
 /// @throws tool_error (wrong usage) for unknown options, bad values, too few or too many operands.
 [[nodiscard]] arguments parse_arguments(const command& which, int count, char** words);
 

@@ -5,7 +5,7 @@
 #include "tools/kvrmem/command_line/manual_page.h"
 #include "tools/kvrmem/command_line/zsh_completion.h"
 #include "tools/kvrmem/commands/commands.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <algorithm>
 #include <array>

@@ -252,7 +252,7 @@ std::optional<std::string> target_of(const command& which, const arguments& give
     return std::ranges::find(with_output, which.name) != with_output.end() ? given.output : std::nullopt;
 }
 
-/// The format of that file; null when there is none, or nothing tells it.
+/// The format of that file; null when there is none, or nothing shows it.
 const format* output_format(const command& which, const arguments& given) {
     const std::optional<std::string> target = target_of(which, given);
     if (!target) {

@@ -8,7 +8,7 @@
 #include "tools/kvrmem/command_line/format_names.h"
 #include "tools/kvrmem/numbers/checksum_name.h"
 #include "tools/kvrmem/numbers/human_number.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -8,7 +8,7 @@
 #include "tools/kvrmem/generate/generator_options.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/operations/operation.h"
-#include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/platform/terminal.h"
 
 #include <fmt/format.h>
 

@@ -5,7 +5,7 @@
 #include "tools/kvrmem/command_line/format_names.h"
 #include "tools/kvrmem/command_line/suggestion.h"
 #include "tools/kvrmem/command_line/whole_command.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

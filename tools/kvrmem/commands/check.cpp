@@ -10,8 +10,8 @@
 #include "tools/kvrmem/files/diagnostic_colors.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/protection_report.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

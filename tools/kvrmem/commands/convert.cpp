@@ -12,8 +12,8 @@
 #include "tools/kvrmem/files/written_memory.h"
 #include "tools/kvrmem/files/written_report.h"
 #include "tools/kvrmem/operations/apply.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

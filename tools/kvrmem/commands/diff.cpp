@@ -10,7 +10,7 @@
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/shown_runs.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

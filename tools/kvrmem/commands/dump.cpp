@@ -10,9 +10,9 @@
 #include "tools/kvrmem/files/shown_runs.h"
 #include "tools/kvrmem/files/words_as_json.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/standard_output.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

@@ -1,8 +1,8 @@
 #include "kvrimage/formats/registry.h"
 #include "tools/kvrmem/command_line/format_table.h"
 #include "tools/kvrmem/commands/commands.h"
-#include "tools/kvrmem/surroundings/json.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/json.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <array>
 #include <string>

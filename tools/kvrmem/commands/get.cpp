@@ -5,7 +5,7 @@
 #include "tools/kvrmem/files/words_as_json.h"
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

@@ -5,10 +5,10 @@
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/unit_title.h"
 #include "tools/kvrmem/numbers/word_radix.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/json.h"
+#include "tools/kvrmem/platform/standard_output.h"
 #include "tools/kvrmem/statistics/statistics_report.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/json.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
 
 #include <fmt/format.h>
 

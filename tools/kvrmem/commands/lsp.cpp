@@ -2,7 +2,7 @@
 #include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/lsp/server.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

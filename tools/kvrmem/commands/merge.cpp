@@ -9,10 +9,10 @@
 #include "tools/kvrmem/files/written_memory.h"
 #include "tools/kvrmem/files/written_report.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/progress.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

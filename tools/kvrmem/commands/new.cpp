@@ -5,8 +5,8 @@
 #include "tools/kvrmem/files/written_memory.h"
 #include "tools/kvrmem/generate/generator.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

@@ -8,8 +8,8 @@
 #include "tools/kvrmem/files/memory_output.h"
 #include "tools/kvrmem/files/shown_runs.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

@@ -7,11 +7,11 @@
 #include "tools/kvrmem/command_line/idle_options.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/broken_file.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
-#include "tools/kvrmem/surroundings/terminal.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/progress.h"
+#include "tools/kvrmem/platform/standard_output.h"
+#include "tools/kvrmem/platform/terminal.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

@@ -4,7 +4,7 @@
 #include "tools/kvrmem/numbers/decimal_fraction.h"
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

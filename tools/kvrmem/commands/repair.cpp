@@ -7,7 +7,7 @@
 #include "tools/kvrmem/files/lost_comments.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/memory_output.h"
-#include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/platform/message.h"
 
 #include <fmt/format.h>
 

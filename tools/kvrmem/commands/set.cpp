@@ -1,6 +1,6 @@
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/edit/edit_command.h"
-#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/platform/counted.h"
 
 #include <cstdint>
 #include <set>

@@ -6,12 +6,12 @@
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/numbers/checksum_name.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/json.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/json.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/progress.h"
+#include "tools/kvrmem/platform/standard_output.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "tools/kvrmem/compare/diff_report.h"
-#include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/platform/terminal.h"
 
 #include <memory>
 

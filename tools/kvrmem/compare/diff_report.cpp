@@ -1,9 +1,9 @@
 #include "tools/kvrmem/compare/diff_report.h"
 
 #include "tools/kvrmem/files/shown_runs.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/json.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/json.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

@@ -3,8 +3,8 @@
 #include "kvrimage/compare/compare.h"
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/json.h"
-#include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/platform/json.h"
+#include "tools/kvrmem/platform/terminal.h"
 
 #include <cstdint>
 #include <memory>

@@ -12,9 +12,9 @@
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/files/memory_output.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

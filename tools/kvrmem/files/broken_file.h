@@ -3,7 +3,7 @@
 #include "kvrimage/files/input_file.h"
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/command_line/option_table.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <memory>
 #include <span>

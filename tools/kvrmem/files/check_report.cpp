@@ -1,7 +1,7 @@
 #include "tools/kvrmem/files/check_report.h"
 
 #include "kvrimage/diagnostics/visible_text.h"
-#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/platform/counted.h"
 
 #include <fmt/format.h>
 

@@ -3,8 +3,8 @@
 #include "kvrimage/diagnostics/diagnostic_text.h"
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/files/memory_input.h"
-#include "tools/kvrmem/surroundings/json.h"
-#include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/platform/json.h"
+#include "tools/kvrmem/platform/terminal.h"
 
 #include <array>
 #include <cstddef>

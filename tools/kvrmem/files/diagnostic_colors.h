@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic_text.h"
-#include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/platform/terminal.h"
 
 #include <cstdio>
 

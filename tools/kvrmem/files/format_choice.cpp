@@ -3,8 +3,8 @@
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/formats/registry.h"
 #include "tools/kvrmem/command_line/unknown_format.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

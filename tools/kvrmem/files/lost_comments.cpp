@@ -5,8 +5,8 @@
 #include "kvrimage/files/input_file.h"
 #include "kvrimage/formats/comments.h"
 #include "tools/kvrmem/files/memory_output.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

@@ -8,11 +8,11 @@
 #include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/files/format_choice.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/terminal.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/progress.h"
+#include "tools/kvrmem/platform/terminal.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

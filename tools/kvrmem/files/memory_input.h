@@ -22,7 +22,7 @@ struct memory_input {
 };
 
 /// The bytes of the file @p path, and what @p given says of it.
-/// @throws kvrimage::file_error when it cannot be read; tool_error (wrong usage) when nothing tells the
+/// @throws kvrimage::file_error when it cannot be read; tool_error (wrong usage) when nothing shows the
 /// format
 [[nodiscard]] memory_input open_memory(const arguments& given, const std::string& path);
 

@@ -6,8 +6,8 @@
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/operations/selection.h"
 #include "tools/kvrmem/files/broken_file.h"
-#include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/progress.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/files/output_files.h"
 
-#include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/platform/progress.h"
 
 namespace kvrmem {
 

@@ -2,7 +2,7 @@
 
 #include "kvrimage/operations/error_correction/protection.h"
 #include "tools/kvrmem/files/memory_input.h"
-#include "tools/kvrmem/surroundings/json.h"
+#include "tools/kvrmem/platform/json.h"
 
 #include <cstdint>
 #include <string>

@@ -1,8 +1,8 @@
 #include "tools/kvrmem/files/words_as_json.h"
 
 #include "tools/kvrmem/files/shown_runs.h"
-#include "tools/kvrmem/surroundings/json.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/json.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

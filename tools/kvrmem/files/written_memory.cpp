@@ -6,9 +6,9 @@
 #include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/files/format_choice.h"
 #include "tools/kvrmem/files/lost_comments.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/message.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/message.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -10,7 +10,7 @@
 namespace kvrmem {
 
 /// How @p given wants the file @p target written, in the radixes of @p like where it does not say them.
-/// @throws tool_error (wrong usage) when nothing tells the format
+/// @throws tool_error (wrong usage) when nothing shows the format
 [[nodiscard]] kvrimage::write_options write_options_for(const arguments& given, const std::string& target,
                                                         const kvrimage::file_facts& like);
 

@@ -1,6 +1,6 @@
 #include "tools/kvrmem/files/written_report.h"
 
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <utility>
 

@@ -3,7 +3,7 @@
 #include "kvrimage/formats/format.h"
 #include "tools/kvrmem/command_line/option_table.h"
 #include "tools/kvrmem/files/memory_input.h"
-#include "tools/kvrmem/surroundings/json.h"
+#include "tools/kvrmem/platform/json.h"
 
 #include <span>
 #include <string>

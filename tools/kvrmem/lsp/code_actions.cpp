@@ -2,7 +2,7 @@
 #include "tools/kvrmem/lsp/address_text.h"
 #include "tools/kvrmem/lsp/features.h"
 #include "tools/kvrmem/lsp/replaced_words.h"
-#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/platform/counted.h"
 
 #include <fmt/format.h>
 

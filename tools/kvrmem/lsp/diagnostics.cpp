@@ -1,6 +1,6 @@
 #include "kvrimage/diagnostics/visible_text.h"
 #include "tools/kvrmem/lsp/features.h"
-#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/platform/counted.h"
 
 #include <fmt/format.h>
 

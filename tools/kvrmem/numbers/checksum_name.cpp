@@ -3,7 +3,7 @@
 #include "tools/kvrmem/command_line/suggestion.h"
 #include "tools/kvrmem/numbers/human_number.h"
 #include "tools/kvrmem/numbers/sha256.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 #include <fmt/ranges.h>

@@ -3,8 +3,8 @@
 #include "kvrimage/image/fixed_point.h"
 #include "tools/kvrmem/numbers/decimal_fraction.h"
 #include "tools/kvrmem/numbers/human_number.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

@@ -5,9 +5,9 @@
 #include "kvrimage/operations/selection.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/operations/named_scheme.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/progress.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

@@ -4,9 +4,9 @@
 #include "kvrimage/files/input_file.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/image/word.h"
-#include "tools/kvrmem/surroundings/counted.h"
-#include "tools/kvrmem/surroundings/json.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/counted.h"
+#include "tools/kvrmem/platform/json.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

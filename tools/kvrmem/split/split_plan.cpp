@@ -1,7 +1,7 @@
 #include "tools/kvrmem/split/split_plan.h"
 
 #include "kvrimage/operations/split.h"
-#include "tools/kvrmem/surroundings/tool_error.h"
+#include "tools/kvrmem/platform/tool_error.h"
 
 #include <fmt/format.h>
 

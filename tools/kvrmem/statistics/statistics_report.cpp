@@ -6,7 +6,7 @@
 #include "kvrimage/operations/statistics/runs.h"
 #include "kvrimage/operations/statistics/toggles.h"
 #include "tools/kvrmem/files/shown_runs.h"
-#include "tools/kvrmem/surroundings/counted.h"
+#include "tools/kvrmem/platform/counted.h"
 
 #include <fmt/format.h>
 

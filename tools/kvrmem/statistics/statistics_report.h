@@ -2,7 +2,7 @@
 
 #include "kvrimage/image/memory_image.h"
 #include "tools/kvrmem/numbers/word_radix.h"
-#include "tools/kvrmem/surroundings/json.h"
+#include "tools/kvrmem/platform/json.h"
 
 #include <string>
 

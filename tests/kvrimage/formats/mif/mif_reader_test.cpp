@@ -237,7 +237,7 @@ INSTANTIATE_TEST_SUITE_P(
     CommentsAndEnd, MifFile,
     testing::Values(
         mif_case{"behind_a_comment", mif_of("%a% 0 : 1;\n"), "after-comment 4:5+1", mif_of("%a% \n0 : 1;\n")},
-        mif_case{"value_behind_a_comment", mif_of("0 : %a%1;\n"), "after-comment 4:8+1",
+        mif_case{"value_after_a_comment", mif_of("0 : %a%1;\n"), "after-comment 4:8+1",
                  mif_of("0 : %a%\n 1;\n")},
         mif_case{"open", mif_of("0 : 1; % one\n"), "open-comment 4:8+1", mif_of("0 : 1; % one %\n")},
         mif_case{"lines_of_words", mif_of("%\n0 : 1;\n%\n1 : 2;\n"), "comment-of-lines 4:1+10",

@@ -7,7 +7,7 @@
 
 namespace kvrimage {
 
-/// "bad-digit 2:5+1" each: code, line, column and length, and "x3" behind it for several places.
+/// "bad-digit 2:5+1" each: code, line, column and length, and "x3" after it for several places.
 [[nodiscard]] std::vector<std::string> shown(const std::vector<diagnostic>& diagnostics);
 
 /// What read_rif() finds in @p contents.

@@ -78,10 +78,10 @@ TEST(WaveformRows, SignedValuesGrowFromZeroInBothDirections) {
     EXPECT_EQ(column_of(rows, 2), "        ▁       ");
     EXPECT_EQ(column_of(rows, 3), "        ████▁   ");
     EXPECT_EQ(column_of(rows, 4), "        ████████");
-    EXPECT_EQ(rows.at(7, 0).tells, meaning::negative_value);
-    EXPECT_EQ(rows.at(8, 0).tells, meaning::nothing);
-    EXPECT_EQ(rows.at(8, 4).tells, meaning::value);
-    EXPECT_EQ(rows.at(7, 4).tells, meaning::nothing);
+    EXPECT_EQ(rows.at(7, 0).means, meaning::negative_value);
+    EXPECT_EQ(rows.at(8, 0).means, meaning::nothing);
+    EXPECT_EQ(rows.at(8, 4).means, meaning::value);
+    EXPECT_EQ(rows.at(7, 4).means, meaning::nothing);
 }
 
 TEST(WaveformRows, ColumnAcrossZeroIsShadedOnBothSides) {
@@ -91,8 +91,8 @@ TEST(WaveformRows, ColumnAcrossZeroIsShadedOnBothSides) {
     EXPECT_EQ(column_of(rows, 0), "%%%%%%%%%%%%%%%%");
     EXPECT_EQ(column_of(rows, 1), "%%%%####        ");
     EXPECT_EQ(column_of(rows, 2), "        ####%%%%");
-    EXPECT_EQ(rows.at(0, 1).tells, meaning::between);
-    EXPECT_EQ(rows.at(7, 1).tells, meaning::negative_value);
+    EXPECT_EQ(rows.at(0, 1).means, meaning::between);
+    EXPECT_EQ(rows.at(7, 1).means, meaning::negative_value);
 }
 
 TEST(WaveformRows, NegativeValuesAloneHangFromTheTop) {
@@ -130,7 +130,7 @@ TEST(WaveformRows, WordsWithDontCareBitsHaveAMarkAndUnsetOnesNone) {
     EXPECT_EQ(column_of(rows, 1), "####");
     EXPECT_EQ(column_of(rows, 2), "    ");
     EXPECT_EQ(rows.at(0, 0).style, character_style::dont_care);
-    EXPECT_EQ(rows.at(0, 0).tells, meaning::dont_care);
+    EXPECT_EQ(rows.at(0, 0).means, meaning::dont_care);
 }
 
 TEST(BitRows, CellsHaveTheirShadesAndStyles) {
@@ -180,7 +180,7 @@ TEST(DifferenceRows, EachKindHasALaneOfItsOwn) {
     EXPECT_EQ(rows.at(13, 0).style, character_style::changed);
     EXPECT_EQ(rows.at(5, 1).style, character_style::left_only);
     EXPECT_EQ(rows.at(0, 1).style, character_style::right_only);
-    EXPECT_EQ(rows.at(0, 1).tells, meaning::share);
+    EXPECT_EQ(rows.at(0, 1).means, meaning::share);
     EXPECT_EQ(rows.labels(),
               (row_labels{"only B", "", "", "", "", "only A", "", "", "", "", "changed", "", "", ""}));
 }

@@ -1,9 +1,9 @@
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include "kvrimage/files/file_error.h"
-#include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/terminal.h"
-#include "tools/kvrmem/surroundings/write_all.h"
+#include "tools/kvrmem/platform/progress.h"
+#include "tools/kvrmem/platform/terminal.h"
+#include "tools/kvrmem/platform/write_all.h"
 
 #include <fmt/format.h>
 

@@ -1,4 +1,4 @@
-#include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/platform/terminal.h"
 
 #include <fmt/format.h>
 

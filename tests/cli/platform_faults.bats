@@ -39,7 +39,7 @@ nothing_changed() {
     diff -r ../before .
 }
 
-# Runs each printing command with the redirection TARGET of standard output, which must fail and be told.
+# Runs each printing command with the redirection TARGET of standard output, which must fail with a message.
 every_command_tells() { # TARGET
     while read -r words; do
         status=0
@@ -52,11 +52,11 @@ every_command_tells() { # TARGET
     nothing_changed
 }
 
-@test "a full standard output is told, by every command" {
+@test "every command reports a full standard output" {
     every_command_tells '>/dev/full'
 }
 
-@test "a closed standard output is told, by every command" {
+@test "every command reports a closed standard output" {
     every_command_tells '>&-'
 }
 
@@ -105,7 +105,7 @@ make_device() { # NAME MINOR
     nothing_changed
 }
 
-@test "a device that is full is told" {
+@test "a full device is reported" {
     make_device full 7
     for words in "new ../full --to mif --width 8 --depth 4" "convert in.mif ../full --to rif" \
         "set in.mif -o ../full 1=2" "fill in.mif -o ../full 1..2=3" "check --fix -o ../full broken.mif" \
@@ -118,7 +118,7 @@ make_device() { # NAME MINOR
     nothing_changed
 }
 
-@test "a closed standard input is told" {
+@test "a closed standard input is reported" {
     # A shell of its own: "run" would give the pipe that it reads from the free number.
     run -3 bash -c "exec <&-; '$KVRMEM' info - --from mif"
     [ "$output" = "kvrmem: standard input: cannot be opened: Bad file descriptor" ]
@@ -238,7 +238,7 @@ END
         run -2 --separate-stderr bash -c "ulimit -v 200000; '$KVRMEM' ${words/INPUT/../line} --from rif"
         [ "$stderr" = "kvrmem: ../line:1: error: the line is longer than 32 MiB" ]
     done < <(reading_commands)
-    { cat in.mif && yes -- '-- a comment behind the end' | head -n 2000000; } >../big.mif
+    { cat in.mif && yes -- '-- a comment after the end' | head -n 2000000; } >../big.mif
     run -0 "$KVRMEM" get ../big.mif 3
     [ "$output" = 41 ]
     run -0 "$KVRMEM" check ../big.mif
@@ -262,7 +262,7 @@ END
     nothing_changed
 }
 
-@test "too little memory is told" {
+@test "too little memory is reported" {
     require_start_within 200000
     head -c 300000000 /dev/zero | tr '\0' '\n' >../lines.mif
     run -5 bash -c "ulimit -v 200000; '$KVRMEM' check ../lines.mif"

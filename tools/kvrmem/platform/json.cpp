@@ -1,7 +1,7 @@
-#include "tools/kvrmem/surroundings/json.h"
+#include "tools/kvrmem/platform/json.h"
 
 #include "kvrimage/diagnostics/utf8_character.h"
-#include "tools/kvrmem/surroundings/standard_output.h"
+#include "tools/kvrmem/platform/standard_output.h"
 
 #include <fmt/format.h>
 

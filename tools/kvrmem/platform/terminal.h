@@ -44,7 +44,7 @@ private:
 
 [[nodiscard]] bool is_terminal(std::FILE* stream);
 
-/// Characters a line of the terminal behind @p stream; 80 when it is none.
+/// Columns of the terminal that @p stream writes to; 80 when it is none.
 [[nodiscard]] std::uint32_t columns_of(std::FILE* stream);
 
 /// True when the environment says that the terminal shows UTF-8: the first of LC_ALL, LC_CTYPE and LANG that

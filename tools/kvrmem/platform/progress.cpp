@@ -1,8 +1,8 @@
-#include "tools/kvrmem/surroundings/progress.h"
+#include "tools/kvrmem/platform/progress.h"
 
 #include "kvrimage/image/work_position.h"
-#include "tools/kvrmem/surroundings/terminal.h"
-#include "tools/kvrmem/surroundings/write_all.h"
+#include "tools/kvrmem/platform/terminal.h"
+#include "tools/kvrmem/platform/write_all.h"
 
 #include <algorithm>
 #include <array>

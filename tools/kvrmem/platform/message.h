@@ -1,6 +1,6 @@
 #pragma once
 
-#include "tools/kvrmem/surroundings/terminal.h"
+#include "tools/kvrmem/platform/terminal.h"
 
 #include <string_view>
 
@@ -10,7 +10,7 @@ namespace kvrmem {
 /// files and names; of a very long one the end is cut off.
 void tell(std::string_view text);
 
-/// tell() behind "kvrmem:", in red where @p choice allows it.
+/// tell() after "kvrmem:", in red where @p choice allows it.
 void tell_failure(std::string_view text, color_choice choice);
 
 /// Writes @p text to standard error as it is.

@@ -1,8 +1,8 @@
-#include "tools/kvrmem/surroundings/message.h"
+#include "tools/kvrmem/platform/message.h"
 
 #include "kvrimage/diagnostics/visible_text.h"
-#include "tools/kvrmem/surroundings/progress.h"
-#include "tools/kvrmem/surroundings/write_all.h"
+#include "tools/kvrmem/platform/progress.h"
+#include "tools/kvrmem/platform/write_all.h"
 
 #include <fmt/format.h>
 

@@ -16,7 +16,7 @@ public:
     output_stream();
     void write(std::string_view text) { file.write(text); }
 
-    /// Writes out what is buffered; nothing is written behind that.
+    /// Writes out what is buffered; nothing may be written after that.
     /// @throws kvrimage::file_error when not everything could be written.
     void finish() { file.commit(); }
 

@@ -1,4 +1,4 @@
-#include "tools/kvrmem/surroundings/interruption.h"
+#include "tools/kvrmem/platform/interruption.h"
 
 #include "kvrimage/files/temporary_files.h"
 
