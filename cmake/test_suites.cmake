@@ -7,7 +7,7 @@ function(kvr_add_test_suites target prefix)
         TARGET ${target}
         POST_BUILD
         COMMAND ${CMAKE_COMMAND} -D "PROGRAM=$<TARGET_FILE:${target}>" -D "OUTPUT=${tests}" -D "PREFIX=${prefix}"
-                -D "PROPERTIES=${ARGN}" -P "${script}"
+                -D "PROPERTIES=${ARGN}" -D "EMULATOR=${CMAKE_CROSSCOMPILING_EMULATOR}" -P "${script}"
         VERBATIM)
     if(NOT EXISTS "${tests}")
         # Until the program is built, its test fails.

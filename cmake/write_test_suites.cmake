@@ -1,19 +1,21 @@
-# cmake -D PROGRAM=<program> -D OUTPUT=<file> -D PREFIX=<text> -D PROPERTIES=<list> -P write_test_suites.cmake
+# cmake -D PROGRAM=<program> -D OUTPUT=<file> -D PREFIX=<text> -D PROPERTIES=<list> [-D EMULATOR=<command>]
+#       -P write_test_suites.cmake
 #
-# Writes a file for ctest with a test for each suite of the googletest program PROGRAM.
+# Writes a file for ctest with a test for each suite of the googletest program PROGRAM, which EMULATOR runs.
 
 execute_process(
-    COMMAND "${PROGRAM}" --gtest_list_tests
+    COMMAND ${EMULATOR} "${PROGRAM}" --gtest_list_tests
     OUTPUT_VARIABLE listed COMMAND_ERROR_IS_FATAL ANY)
 # A line of a suite ends with ".", those of its tests are indented.
 string(REGEX MATCHALL "\n[A-Za-z0-9_/]+\\." suites "\n${listed}")
 if(NOT suites)
     message(FATAL_ERROR "${PROGRAM} lists no suites")
 endif()
+string(REPLACE ";" " " EMULATOR "${EMULATOR}")
 set(tests "")
 foreach(suite IN LISTS suites)
     string(REGEX REPLACE "[\n.]" "" suite "${suite}")
-    string(APPEND tests "add_test([[${PREFIX}${suite}]] [[${PROGRAM}]] --gtest_brief=1 [[--gtest_filter=${suite}.*]])\n")
+    string(APPEND tests "add_test([[${PREFIX}${suite}]] ${EMULATOR} [[${PROGRAM}]] --gtest_brief=1 [[--gtest_filter=${suite}.*]])\n")
     if(PROPERTIES)
         string(REPLACE ";" " " properties "${PROPERTIES}")
         string(APPEND tests "set_tests_properties([[${PREFIX}${suite}]] PROPERTIES ${properties})\n")

@@ -1,5 +1,8 @@
 # fmt as headers alone. The configuration that comes with an installed fmt refuses programs of another word size,
 # because its library would not link; the tool needs no library.
+if(TARGET fmt::fmt-header-only)
+    return()
+endif()
 find_path(KVR_FMT_INCLUDE_DIR fmt/format.h REQUIRED)
 add_library(fmt::fmt-header-only INTERFACE IMPORTED)
 set_target_properties(

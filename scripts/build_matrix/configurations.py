@@ -36,8 +36,29 @@ MEASURING_LAUNCHER = ";".join(
 )
 
 
+# fmt comes as headers: an installed library is for this machine alone, and declares itself to be.
+FOREIGN: Options = {
+    "fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"),
+    "KVR_BUILD_ELF": "OFF",
+    "KVR_BUILD_SHA256": "OFF",
+    "KVR_BUILD_EXPR": "OFF",
+    "KVR_BUILD_JPEG": "OFF",
+    "KVR_STATIC_TOOL": "ON",
+}
+
+
 def flags(text: str) -> Options:
     return {"CMAKE_CXX_FLAGS": text}
+
+
+def linux_on(machine: str) -> Options:
+    """Programs for another machine that load no shared library, of which none is installed."""
+    return FOREIGN | {
+        "CMAKE_CXX_COMPILER": f"{machine}-linux-gnu-g++",
+        "CMAKE_EXE_LINKER_FLAGS": "-static",
+        "CMAKE_SYSTEM_NAME": "Linux",
+        "CMAKE_SYSTEM_PROCESSOR": machine,
+    }
 
 
 @dataclass(frozen=True)
@@ -47,6 +68,7 @@ class Configuration:
     steps: tuple[str, ...]  # the tests: keys of STEPS in steps.py
     options: Options
     builds_googletest: bool = False  # the installed one would not link, or not fit
+    emulator: tuple[str, ...] = ()  # the command that runs a program for another machine
 
 
 CONFIGURATIONS = (
@@ -94,23 +116,28 @@ CONFIGURATIONS = (
             "CMAKE_DISABLE_PRECOMPILE_HEADERS": "ON",
         },
     ),
-    # An installed fmt declares itself to be for programs of 64 bits.
     Configuration(
         "32-bit",
-        "g++, programs of 32 bits",
-        ("unit", "models", "interface", "cli"),
-        GCC
-        | LIGHT
-        | flags("-m32")
-        | {
-            "fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"),
-            "KVR_BUILD_ELF": "OFF",
-            "KVR_BUILD_SHA256": "OFF",
-            "KVR_BUILD_EXPR": "OFF",
-            "KVR_BUILD_JPEG": "OFF",
-            "KVR_STATIC_TOOL": "ON",
-        },
+        "g++, programs of 32 bits, without SSE2",
+        ("unit", "image", "models", "interface", "server", "cli"),
+        LIGHT | linux_on("i686"),
         builds_googletest=True,
+    ),
+    Configuration(
+        "arm64",
+        "g++, ARM of 64 bits, emulated",
+        ("unit", "image", "models", "interface", "server", "cases"),
+        LIGHT | linux_on("aarch64"),
+        builds_googletest=True,
+        emulator=("qemu-aarch64",),
+    ),
+    Configuration(
+        "big-endian",
+        "g++, s390x, emulated",
+        ("unit", "image", "models", "interface", "server", "cases"),
+        LIGHT | linux_on("s390x"),
+        builds_googletest=True,
+        emulator=("qemu-s390x",),
     ),
     Configuration(
         "debug-mode",

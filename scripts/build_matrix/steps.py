@@ -19,10 +19,11 @@ class Command:
 
     words: tuple[str, ...]
     folder: str = "."
+    is_built: bool = False  # a program of the build, which another machine may have to run
 
 
 def unit_tests(*options: str) -> Command:
-    return Command(("./kvr_tests", "--gtest_brief=1", *options), "tests")
+    return Command(("./kvr_tests", "--gtest_brief=1", *options), "tests", is_built=True)
 
 
 def ctest(*options: str) -> Command:
@@ -46,9 +47,12 @@ VALGRIND = (
 STEPS = {
     "unit": unit_tests(),
     "shuffled": unit_tests("--gtest_shuffle", "--gtest_repeat=20", f"--gtest_random_seed={SEED}"),
+    "image": Command(("./kvrimage_tests", "--gtest_brief=1"), "tests/kvrimage", is_built=True),
+    "server": Command(("./kvrmem_lsp_tests", "--gtest_brief=1"), "tests/lsp", is_built=True),
     "models": ctest("-R", "^models"),
     "interface": ctest("-R", "^exported_interface"),
     "cli": ctest("-R", "^cli"),
+    "cases": ctest("-R", "^cli/"),
     "any_order": ctest("--schedule-random"),
     "replay": ctest("-R", "^fuzz.*replay"),
     "sarif": Command(
@@ -80,5 +84,7 @@ def build_commands(configuration: Configuration, build: Path) -> Iterator[Comman
         yield Command(("cmake", "--build", "googletest", *parallel, "--target", "install"))
     batches = {"CMAKE_UNITY_BUILD": "ON", "CMAKE_UNITY_BUILD_BATCH_SIZE": "16"}
     fixed = {"CMAKE_COMPILE_WARNING_AS_ERROR": "ON", "GTest_ROOT": str(installed)}
+    if configuration.emulator:
+        fixed["CMAKE_CROSSCOMPILING_EMULATOR"] = ";".join(configuration.emulator)
     yield configure(ROOT, ".", batches | configuration.options | fixed)
     yield Command(("cmake", "--build", ".", *parallel, "--", "-k", "0"))

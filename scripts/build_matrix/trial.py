@@ -78,8 +78,9 @@ class Trial:
             return counts_in(written.read(), succeeded)
 
     def _run(self, command: Command, log: TextIO) -> bool:
+        emulator = self.configuration.emulator if command.is_built else ()
         ended = subprocess.run(
-            command.words,
+            (*emulator, *command.words),
             cwd=self.build / command.folder,
             stdin=subprocess.DEVNULL,
             stdout=log,

@@ -33,7 +33,7 @@ void expect_of_line(bool holds, std::string_view what, std::string_view line) {
 std::size_t end_of_text(std::string_view line, std::size_t begin) {
     std::size_t at = begin + 1;
     while (at < line.size() && line[at] != '"') {
-        at += line[at] == '\\' ? 2 : 1;
+        at += line[at] == '\\' ? 2U : 1U;
     }
     return std::min(at + 1, line.size());
 }

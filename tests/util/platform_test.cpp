@@ -8,9 +8,12 @@
 #include <filesystem>
 #include <optional>
 #include <string>
+#include <utility>
+
+#if !defined(_WIN32)
 #include <sys/resource.h>
 #include <unistd.h>
-#include <utility>
+#endif
 
 namespace {
 
@@ -83,6 +86,8 @@ TEST(PlatformDirectory, ListingOfAMissingOneIsComplete) {
     EXPECT_TRUE(platform::directory(here.path("")).find("*").complete);
 }
 
+#if !defined(_WIN32)
+
 TEST(PlatformDirectory, ListingThatCannotBeginIsIncomplete) {
     const temporary_directory here;
     const platform::directory directory(here.path(""));
@@ -128,6 +133,8 @@ TEST(PlatformDirectory, EntryThatCannotBeInspectedIsListedWithoutAttributes) {
     }
     EXPECT_TRUE(*listed);
 }
+
+#endif
 
 TEST(PlatformDirectory, IsFoundThroughEachTimeItIsAsked) {
     const temporary_directory here;

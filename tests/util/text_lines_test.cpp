@@ -5,17 +5,20 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include <chrono>
-#include <csignal>
 #include <cstddef>
 #include <cstdio>
-#include <fstream>
-#include <memory>
 #include <string>
-#include <sys/stat.h>
-#include <thread>
 #include <utility>
 #include <vector>
+
+#if !defined(_WIN32)
+#include <chrono>
+#include <csignal>
+#include <fstream>
+#include <memory>
+#include <sys/stat.h>
+#include <thread>
+#endif
 
 namespace {
 
@@ -52,6 +55,8 @@ TEST(TextLines, EveryOtherByteIsKept) {
     EXPECT_THAT(lines_of(std::string("\r\0\xFF\x1A\n", 5), 10), ElementsAre(std::string("\r\0\xFF\x1A", 4)));
 }
 
+#if defined(__GLIBC__)
+
 TEST(TextLines, LineThatAFailureCutsOffIsNone) {
     kvr::failing_file file{.content = "first\nsecond\n", .error_at = 13};
     for (const std::size_t error_at : {8U, 12U}) {
@@ -69,6 +74,8 @@ TEST(TextLines, LineThatAFailureCutsOffIsNone) {
     }
 }
 
+#endif
+
 TEST(TextLines, MissingFileAndDirectoryHaveNone) {
     const temporary_directory here;
     std::string line = "old";
@@ -80,6 +87,8 @@ TEST(TextLines, MissingFileAndDirectoryHaveNone) {
     }
     EXPECT_FALSE(kvr::text_lines(nullptr).is_open());
 }
+
+#if !defined(_WIN32)
 
 void take_note_of_signal(int /*number*/) {}
 
@@ -115,5 +124,7 @@ TEST(TextLines, AreReadOnAfterAnInterruption) {
     writer.join();
     sigaction(SIGUSR1, &before, nullptr);
 }
+
+#endif
 
 } // namespace

@@ -1,5 +1,7 @@
 #pragma once
 
+#if !defined(_WIN32)
+
 #include <grp.h>
 #include <optional>
 #include <string>
@@ -42,3 +44,5 @@ std::optional<bool> answer_about_unsearchable(const std::string& path, Question 
 }
 
 } // namespace kvr_test
+
+#endif

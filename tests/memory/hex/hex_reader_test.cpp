@@ -486,6 +486,8 @@ TEST(HexReaderWithObserver, WordSize0IsAFaultOfEveryDataRecord) {
                                              seen_fault{fault_code::no_data, 3, 1, 11}));
 }
 
+#if defined(__GLIBC__)
+
 /// Reads @p file into @p memory.
 bool read_failing_file(hex_memory& memory, failing_file& file, read_observer* observer = nullptr) {
     line_source source(file.open(), hex_record_walk::longest_line);
@@ -593,6 +595,8 @@ TEST(HexReaderOfAFileThatFails, ObserverDoesNotGetLinesThatTheFailureCutsShort) 
         EXPECT_THAT(observer.faults, IsEmpty()) << content;
     }
 }
+
+#endif
 
 TEST(HexReaderWithObserver, OwnerGetsNoMessageOfAFault) {
     KVR_MEMORY_FILE owner;

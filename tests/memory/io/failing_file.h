@@ -8,6 +8,8 @@
 #include <string>
 #include <sys/types.h>
 
+#if defined(__GLIBC__)
+
 namespace kvr {
 
 /// A file in memory whose reads fail from `error_at` on, once it has been rewound `rewinds` times, and
@@ -49,3 +51,5 @@ private:
 };
 
 } // namespace kvr
+
+#endif
