@@ -516,6 +516,15 @@ TEST_F(Features, CommandsChangeTheRadix) {
               "the file does not say its radix, or is read from a base");
 }
 
+TEST_F(Features, WordsOfAFileThatIsReadFromABaseAreNotSet) {
+    const std::string uri = "file:///a.srec";
+    start(uri, "S1051000414267\nS9030000FC\n", {{"width", 8}, {"base", 0x1000}});
+    EXPECT_THAT(hover(uri, 0, 9), HasSubstr("address    0x0 (0)\n"));
+    EXPECT_THAT(titles(uri, 0, 9, {"refactor"}), IsEmpty());
+    EXPECT_EQ(failure("kvrmem.set", {uri, "0", "1"}),
+              "words of a file that is read from a base cannot be set in place");
+}
+
 TEST_F(Features, RepairsThatWouldLeaveErrorsAreRefused) {
     start(mif_uri, "WIDTH=8;\nDEPTH=4;\nCONTENT BEGIN\n[1..1] : 1F;\n1 : 20;\nEND;\n");
     EXPECT_THAT(failure("kvrmem.fixAll", {mif_uri}), HasSubstr("the repairs would leave errors: address 1"));

@@ -87,7 +87,7 @@ void add_fix_all(const action_request& request, json& all) {
 /// The word at the cursor, of a document that can be edited.
 std::optional<text_piece> editable_word(const action_request& request) {
     const kvrimage::read_result& found = request.of.result();
-    const bool can_edit = found.image && found.facts.as->edit != nullptr;
+    const bool can_edit = found.image && found.facts.as->edit != nullptr && !request.of.has_base();
     const auto piece = can_edit ? request.of.piece_at(request.cursor) : std::nullopt;
     const bool has_address =
         piece && piece->addresses && piece->addresses->last <= found.image->last_address();
@@ -159,7 +159,7 @@ constexpr std::array<named_radix, 5> named_radixes = {{{radix::bin, "bin", "bina
 void add_radix_actions(const action_request& request, json& all) {
     const kvrimage::read_result& found = request.of.result();
     const bool can_write = found.image && found.facts.data_radix && found.facts.as->write != nullptr;
-    if (!can_write || !found.facts.as->states_radix || request.of.reading().base.value_or(0) != 0) {
+    if (!can_write || !found.facts.as->states_radix || request.of.has_base()) {
         return;
     }
     const auto offered = found.facts.as->data_radixes;

@@ -73,6 +73,9 @@ kvrimage::edit_result edit_text(document& of, std::string_view text,
     if (of.result().facts.as->edit == nullptr) {
         fail(fmt::format("words of {} files cannot be set in place", of.result().facts.as->title));
     }
+    if (of.has_base()) {
+        fail("words of a file that is read from a base cannot be set in place");
+    }
     return kvrimage::edit(text, assignments, of.editing());
 }
 
@@ -171,7 +174,7 @@ std::vector<text_edit> change_radix(document& of, const json& arguments) {
     if (of.is_broken()) {
         fail("a file with errors would lose words");
     }
-    if (!facts.data_radix || of.reading().base.value_or(0) != 0) {
+    if (!facts.data_radix || of.has_base()) {
         fail("the file does not say its radix, or is read from a base");
     }
     kvrimage::write_options options;

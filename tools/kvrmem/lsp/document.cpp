@@ -104,6 +104,10 @@ kvrimage::read_options document::editing() {
     return strict;
 }
 
+bool document::has_base() {
+    return reading().base.value_or(0) != 0;
+}
+
 bool document::is_broken() {
     return first_broken(result()) != nullptr;
 }

@@ -47,6 +47,8 @@ public:
     [[nodiscard]] const kvrimage::read_options& reading();
     /// The options with which an edit of it is made.
     [[nodiscard]] kvrimage::read_options editing();
+    /// True when the addresses of the memory are not those of the text.
+    [[nodiscard]] bool has_base();
     /// True when it has errors, so that result() may lack words.
     [[nodiscard]] bool is_broken();
     /// True for a text of a format that has lines: there is something to say of it.
