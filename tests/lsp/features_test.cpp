@@ -517,11 +517,10 @@ TEST_F(Features, CommandsChangeTheRadix) {
 }
 
 TEST_F(Features, WordsOfAFileThatIsReadFromABaseAreNotSet) {
-    const std::string uri = "file:///a.srec";
-    start(uri, "S1051000414267\nS9030000FC\n", {{"width", 8}, {"base", 0x1000}});
-    EXPECT_THAT(hover(uri, 0, 9), HasSubstr("address    0x0 (0)\n"));
-    EXPECT_THAT(titles(uri, 0, 9, {"refactor"}), IsEmpty());
-    EXPECT_EQ(failure("kvrmem.set", {uri, "0", "1"}),
+    start(mif_uri, "WIDTH=8;\nDEPTH=32;\nCONTENT BEGIN\n10 : 1F;\nEND;\n", {{"base", 0x10}});
+    EXPECT_THAT(hover(mif_uri, 3, 6), HasSubstr("address    0x0 (0)\n"));
+    EXPECT_THAT(titles(mif_uri, 3, 6, {"refactor"}), IsEmpty());
+    EXPECT_EQ(failure("kvrmem.set", {mif_uri, "0", "1"}),
               "words of a file that is read from a base cannot be set in place");
 }
 
