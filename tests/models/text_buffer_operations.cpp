@@ -18,33 +18,34 @@ constexpr std::size_t longest_text = 4000;
 
 } // namespace
 
-plain_text::plain_text(std::string contents, position_encoding unit_of_positions)
-    : text(std::move(contents)),
+plain_text::plain_text(std::string initial, position_encoding unit_of_positions)
+    : contents(std::move(initial)),
       unit(unit_of_positions) {}
 
 std::vector<text_position> plain_text::positions() const {
     std::vector<text_position> all;
     text_position here;
-    for (std::size_t at = 0; at <= text.size(); ++at) {
+    for (std::size_t at = 0; at <= contents.size(); ++at) {
         all.push_back(here);
-        if (at == text.size()) {
+        if (at == contents.size()) {
             break;
         }
         const bool ends_line =
-            text[at] == '\n' || (text[at] == '\r' && (at + 1 == text.size() || text[at + 1] != '\n'));
+            contents[at] == '\n' ||
+            (contents[at] == '\r' && (at + 1 == contents.size() || contents[at + 1] != '\n'));
         here = ends_line ? text_position{here.line + 1, 0}
-                         : text_position{here.line, here.character + units_of(text[at])};
+                         : text_position{here.line, here.character + units_of(contents[at])};
     }
     return all;
 }
 
 std::size_t plain_text::offset_of(const text_position& where) const {
     const std::vector<text_position> all = positions();
-    std::size_t found = text.size();
-    for (std::size_t at = text.size() + 1; at-- > 0;) {
+    std::size_t found = contents.size();
+    for (std::size_t at = contents.size() + 1; at-- > 0;) {
         if (all[at].line == where.line) {
-            const bool is_line_end = at < text.size() && (text[at] == '\n' || text[at] == '\r');
-            const bool is_end = at == text.size() || is_line_end;
+            const bool is_line_end = at < contents.size() && (contents[at] == '\n' || contents[at] == '\r');
+            const bool is_end = at == contents.size() || is_line_end;
             found = at;
             if (is_begin(at) && all[at].character <= where.character &&
                 (!is_end || !is_within_line_end(at))) {
@@ -56,11 +57,11 @@ std::size_t plain_text::offset_of(const text_position& where) const {
 }
 
 bool plain_text::is_begin(std::size_t at) const {
-    return at == text.size() || (static_cast<unsigned char>(text[at]) & 0xC0U) != 0x80U;
+    return at == contents.size() || (static_cast<unsigned char>(contents[at]) & 0xC0U) != 0x80U;
 }
 
 bool plain_text::is_within_line_end(std::size_t at) const {
-    return at > 0 && at < text.size() && text[at] == '\n' && text[at - 1] == '\r';
+    return at > 0 && at < contents.size() && contents[at] == '\n' && contents[at - 1] == '\r';
 }
 
 std::uint64_t plain_text::units_of(char byte) const {
@@ -76,7 +77,7 @@ text_buffer_operations::text_buffer_operations(choices& source)
       takes_any_bytes(source.once_in(3)),
       model(any_text(),
             takes_any_bytes || source.once_in(2) ? position_encoding::utf8 : position_encoding::utf16),
-      buffer(model.text, model.unit_of_positions()) {
+      buffer(model.text(), model.unit_of_positions()) {
     compare_all();
 }
 
@@ -96,7 +97,7 @@ std::string text_buffer_operations::any_text() {
 
 std::size_t text_buffer_operations::any_offset() {
     if (takes_any_bytes) {
-        return chosen.below(static_cast<std::uint32_t>(model.text.size() + 1));
+        return chosen.below(static_cast<std::uint32_t>(model.text().size() + 1));
     }
     const text_position where = {chosen.below(static_cast<std::uint32_t>(buffer.line_count() + 1)),
                                  chosen.below(chosen.once_in(4) ? 300 : 8)};
@@ -108,9 +109,9 @@ std::size_t text_buffer_operations::any_offset() {
 void text_buffer_operations::step() {
     ++steps;
     const auto [begin, end] = std::minmax({any_offset(), any_offset()});
-    const std::string replacement = model.text.size() > longest_text ? "" : any_text();
+    const std::string replacement = model.text().size() > longest_text ? "" : any_text();
     buffer.replace(begin, end, replacement);
-    model.text.replace(begin, end - begin, replacement);
+    model.replace(begin, end - begin, replacement);
     // One of the ways to ask, so that what was asked before differs.
     if (chosen.once_in(2)) {
         compare_all();
@@ -127,7 +128,7 @@ void text_buffer_operations::step() {
 }
 
 void text_buffer_operations::compare_all() {
-    expect(buffer.text() == model.text, "the text", 0);
+    expect(buffer.text() == model.text(), "the text", 0);
     const std::vector<text_position> positions = model.positions();
     expect(buffer.line_count() == positions.back().line + 1, "the number of lines", positions.size());
     for (std::size_t at = 0; at < positions.size(); ++at) {
@@ -137,7 +138,7 @@ void text_buffer_operations::compare_all() {
         if (at == 0 || positions[at - 1].line != positions[at].line) {
             const std::size_t line = static_cast<std::size_t>(positions[at].line);
             expect(buffer.start_of(line) == at, "the begin of a line", at);
-            const std::size_t end = std::min(model.text.find_first_of("\r\n", at), model.text.size());
+            const std::size_t end = std::min(model.text().find_first_of("\r\n", at), model.text().size());
             expect(buffer.end_of(line) == end, "the end of a line", at);
         }
     }

@@ -13,7 +13,12 @@ namespace kvr_test {
 /// What a text_buffer answers, worked out from the first byte on each time.
 class plain_text {
 public:
-    plain_text(std::string contents, kvrmem::lsp::position_encoding unit_of_positions);
+    plain_text(std::string initial, kvrmem::lsp::position_encoding unit_of_positions);
+
+    [[nodiscard]] const std::string& text() const noexcept { return contents; }
+    void replace(std::size_t begin, std::size_t length, const std::string& with) {
+        contents.replace(begin, length, with);
+    }
 
     /// The position of every offset, in order.
     [[nodiscard]] std::vector<kvrmem::lsp::text_position> positions() const;
@@ -23,12 +28,11 @@ public:
     /// Whether a character begins at @p at.
     [[nodiscard]] bool is_begin(std::size_t at) const;
 
-    std::string text;
-
 private:
     [[nodiscard]] bool is_within_line_end(std::size_t at) const;
     [[nodiscard]] std::uint64_t units_of(char byte) const;
 
+    std::string contents;
     kvrmem::lsp::position_encoding unit;
 };
 

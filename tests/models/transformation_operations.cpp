@@ -45,47 +45,47 @@ constexpr unsigned some_dont_care = 30;
 
 std::uint64_t transformation_operations::size_up_to(std::uint32_t most) {
     constexpr std::uint32_t few = 20;
-    return chosen.between(1, chosen.once_in(8) ? most : std::min(most, few));
+    return chosen().between(1, chosen().once_in(8) ? most : std::min(most, few));
 }
 
 address_range transformation_operations::any_range(const memory_image& image) {
-    const std::uint64_t first = image.base() + maker.below(image.depth());
-    return {first, first + maker.below(image.last_address() - first + 1)};
+    const std::uint64_t first = image.base() + maker().below(image.depth());
+    return {first, first + maker().below(image.last_address() - first + 1)};
 }
 
 memory_image transformation_operations::any_memory(std::uint32_t width, std::uint64_t depth,
                                                    unsigned dont_care_share, std::uint64_t base) {
-    if (!chosen.once_in(3)) {
-        return maker.memory(width, depth, dont_care_share, base);
+    if (!chosen().once_in(3)) {
+        return maker().memory(width, depth, dont_care_share, base);
     }
-    const byte_order order = chosen.once_in(2) ? byte_order::little : byte_order::big;
+    const byte_order order = chosen().once_in(2) ? byte_order::little : byte_order::big;
     std::string bytes;
     for (std::uint64_t count = 0; count < depth; ++count) {
-        bytes += word_of_digits(maker.bits(width)).to_bytes(order).value();
+        bytes += word_of_digits(maker().bits(width)).to_bytes(order).value();
     }
     const memory_image image =
         kvrimage::image_of_bytes(bytes, {.width = width, .order = order, .base = base});
-    return chosen.once_in(2) ? image : kvrimage::except(image, std::array{any_range(image)});
+    return chosen().once_in(2) ? image : kvrimage::except(image, std::array{any_range(image)});
 }
 
 void transformation_operations::expect(bool holds, std::string_view what) const {
     if (!holds) {
-        throw std::logic_error(fmt::format("{}: {}", about, what));
+        throw std::logic_error(fmt::format("{}: {}", title, what));
     }
 }
 
 void reshape_operations::step() {
     constexpr std::uint32_t most_bits = 40'000;
-    const std::uint32_t old_width = chosen.one_of(tried_widths);
-    const std::uint32_t width = chosen.one_of(tried_widths);
-    const bit_order order = chosen.once_in(2) ? bit_order::low_first : bit_order::high_first;
-    const std::uint64_t base = chosen.once_in(2) ? 0 : std::uint64_t{width} * chosen.below(9);
+    const std::uint32_t old_width = chosen().one_of(tried_widths);
+    const std::uint32_t width = chosen().one_of(tried_widths);
+    const bit_order order = chosen().once_in(2) ? bit_order::low_first : bit_order::high_first;
+    const std::uint64_t base = chosen().once_in(2) ? 0 : std::uint64_t{width} * chosen().below(9);
     const memory_image image = any_memory(old_width, size_up_to(most_bits / old_width),
-                                          chosen.once_in(3) ? some_dont_care : 0, base);
-    about = fmt::format("{} words of {} bits as words of {}", image.depth(), old_width, width);
+                                          chosen().once_in(3) ? some_dont_care : 0, base);
+    about() = fmt::format("{} words of {} bits as words of {}", image.depth(), old_width, width);
 
     const plain_words words = plain_words_of(image);
-    const std::string pad = maker.bits(width);
+    const std::string pad = maker().bits(width);
     const plain_reshape expected = plainly_reshaped(words, old_width, width, order, pad);
     const memory_image made = reshaped(image, width, order, word_of_digits(pad));
     expect(plain_words_of(made) == expected.words, "the words");
@@ -104,7 +104,7 @@ void reshape_operations::step() {
 }
 
 void split_operations::step() {
-    switch (chosen.below(3)) {
+    switch (chosen().below(3)) {
     case 0:
         split_lanes();
         break;
@@ -117,11 +117,11 @@ void split_operations::step() {
 }
 
 void split_operations::split_lanes() {
-    const std::uint32_t bits = chosen.one_of(lane_widths);
-    const std::uint32_t count = chosen.between(1, 4);
-    const memory_image image =
-        any_memory(bits * count, size_up_to(1500), chosen.once_in(3) ? some_dont_care : 0, chosen.below(100));
-    about = fmt::format("{} words as {} lanes of {} bits", image.depth(), count, bits);
+    const std::uint32_t bits = chosen().one_of(lane_widths);
+    const std::uint32_t count = chosen().between(1, 4);
+    const memory_image image = any_memory(bits * count, size_up_to(1500),
+                                          chosen().once_in(3) ? some_dont_care : 0, chosen().below(100));
+    about() = fmt::format("{} words as {} lanes of {} bits", image.depth(), count, bits);
     const auto lanes = kvrimage::split_lanes(image, bits);
     const plain_words words = plain_words_of(image);
     expect(lanes.size() == count, "how many lanes there are");
@@ -133,10 +133,10 @@ void split_operations::split_lanes() {
 
 void split_operations::split_turns() {
     const std::uint64_t count = size_up_to(1500);
-    const std::uint64_t depth = count * chosen.between(1, static_cast<std::uint32_t>(1500 / count));
-    const memory_image image = any_memory(chosen.one_of(tried_widths), depth,
-                                          chosen.once_in(3) ? some_dont_care : 0, chosen.below(100));
-    about = fmt::format("{} words of {} bits as {} parts", depth, image.width(), count);
+    const std::uint64_t depth = count * chosen().between(1, static_cast<std::uint32_t>(1500 / count));
+    const memory_image image = any_memory(chosen().one_of(tried_widths), depth,
+                                          chosen().once_in(3) ? some_dont_care : 0, chosen().below(100));
+    about() = fmt::format("{} words of {} bits as {} parts", depth, image.width(), count);
     const auto banks = split_banks(image, count);
     const auto blocks = split_blocks(image, count);
     const plain_words words = plain_words_of(image);
@@ -153,14 +153,14 @@ void split_operations::split_turns() {
 }
 
 void split_operations::join_parts() {
-    const std::uint32_t width = chosen.one_of(tried_widths);
+    const std::uint32_t width = chosen().one_of(tried_widths);
     const std::uint64_t depth = size_up_to(1100);
-    const std::uint64_t base = chosen.below(100);
+    const std::uint64_t base = chosen().below(100);
     std::vector<memory_image> parts;
-    for (std::uint32_t count = chosen.between(1, 4); count > 0; --count) {
-        parts.push_back(any_memory(width, depth, chosen.once_in(3) ? some_dont_care : 0, base));
+    for (std::uint32_t count = chosen().between(1, 4); count > 0; --count) {
+        parts.push_back(any_memory(width, depth, chosen().once_in(3) ? some_dont_care : 0, base));
     }
-    about = fmt::format("{} parts of {} words of {} bits", parts.size(), depth, width);
+    about() = fmt::format("{} parts of {} words of {} bits", parts.size(), depth, width);
     expect(split_banks(join_banks(parts), parts.size()) == parts, "the split of joined banks");
     expect(split_blocks(join_blocks(parts), parts.size()) == parts, "the split of joined blocks");
     const bool are_alike = std::ranges::all_of(parts, [&parts](const memory_image& each) {
@@ -177,7 +177,7 @@ void split_operations::join_parts() {
 }
 
 void merge_operations::step() {
-    if (chosen.once_in(3)) {
+    if (chosen().once_in(3)) {
         merge_selections();
     } else {
         merge_memories();
@@ -185,18 +185,18 @@ void merge_operations::step() {
 }
 
 void merge_operations::merge_memories() {
-    const std::uint32_t width = chosen.one_of(tried_widths);
+    const std::uint32_t width = chosen().one_of(tried_widths);
     std::vector<memory_image> parts;
-    for (std::uint32_t count = chosen.between(1, 4); count > 0; --count) {
-        const std::uint64_t base = chosen.below(chosen.once_in(3) ? 2000 : 30);
-        parts.push_back(any_memory(width, size_up_to(1500), chosen.once_in(3) ? some_dont_care : 0, base));
+    for (std::uint32_t count = chosen().between(1, 4); count > 0; --count) {
+        const std::uint64_t base = chosen().below(chosen().once_in(3) ? 2000 : 30);
+        parts.push_back(any_memory(width, size_up_to(1500), chosen().once_in(3) ? some_dont_care : 0, base));
         parts.back().unset(any_range(parts.back()));
     }
-    if (chosen.once_in(3)) {
-        parts.push_back(chosen.one_of(parts));
+    if (chosen().once_in(3)) {
+        parts.push_back(chosen().one_of(parts));
     }
-    const overlap_rule rule = chosen.one_of(merge_rules);
-    about = fmt::format("{} memories of {} bits, rule {}", parts.size(), width, static_cast<int>(rule));
+    const overlap_rule rule = chosen().one_of(merge_rules);
+    about() = fmt::format("{} memories of {} bits, rule {}", parts.size(), width, static_cast<int>(rule));
     const plain_merge expected = plainly_merged(parts, rule);
     const kvrimage::merge_result result = merged(parts, rule);
     expect((result.overlap_count != 0) == expected.overlaps, "whether memories overlap");
@@ -216,28 +216,28 @@ void merge_operations::merge_memories() {
 
 /// What of a memory is in some ranges, and what is not, make the memory again.
 void merge_operations::merge_selections() {
-    const memory_image image = any_memory(chosen.one_of(tried_widths), size_up_to(1500),
-                                          chosen.once_in(3) ? some_dont_care : 0, chosen.below(100));
+    const memory_image image = any_memory(chosen().one_of(tried_widths), size_up_to(1500),
+                                          chosen().once_in(3) ? some_dont_care : 0, chosen().below(100));
     std::vector<address_range> ranges;
-    for (std::uint32_t count = chosen.below(4); count > 0; --count) {
+    for (std::uint32_t count = chosen().below(4); count > 0; --count) {
         ranges.push_back(any_range(image));
     }
-    about = fmt::format("{} ranges of {} words of {} bits", ranges.size(), image.depth(), image.width());
+    about() = fmt::format("{} ranges of {} words of {} bits", ranges.size(), image.depth(), image.width());
     const std::array parts = {only(image, ranges), except(image, ranges)};
     expect(merged(parts, overlap_rule::refuse).image == image, "the two selections merged");
 }
 
 void protection_operations::step() {
-    const auto& name = chosen.one_of(ecc_scheme::known()).name;
-    const std::uint32_t width = chosen.one_of(data_widths);
+    const auto& name = chosen().one_of(ecc_scheme::known()).name;
+    const std::uint32_t width = chosen().one_of(data_widths);
     std::optional<ecc_scheme> scheme;
     try {
         scheme = ecc_scheme::named(name, width);
     } catch (const std::invalid_argument&) {
         return; // it is not for words of this width
     }
-    const memory_image image = any_memory(width, size_up_to(1500), 0, chosen.below(100));
-    about = fmt::format("{} words of {} bits with {}", image.depth(), width, name);
+    const memory_image image = any_memory(width, size_up_to(1500), 0, chosen().below(100));
+    about() = fmt::format("{} words of {} bits with {}", image.depth(), width, name);
     memory_image made = protected_by(image, *scheme);
     for (std::uint64_t address = image.base(); address <= image.last_address(); ++address) {
         const auto data = image[address];
@@ -247,12 +247,12 @@ void protection_operations::step() {
     expect(unprotected(made, *scheme) == image, "the data again");
 
     std::set<std::uint64_t> wrong;
-    for (std::uint32_t count = chosen.below(6); count > 0; --count) {
-        const std::uint64_t address = image.base() + maker.below(image.depth());
+    for (std::uint32_t count = chosen().below(6); count > 0; --count) {
+        const std::uint64_t address = image.base() + maker().below(image.depth());
         const auto value = made[address];
         if (value && wrong.insert(address).second) {
             std::string digits = value->to_text(kvrimage::radix::bin).value();
-            char& digit = digits[chosen.below(scheme->width())];
+            char& digit = digits[chosen().below(scheme->width())];
             digit = digit == '0' ? '1' : '0';
             made.set(address, word_of_digits(digits));
         }

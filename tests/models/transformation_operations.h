@@ -19,8 +19,12 @@ public:
     static void compare_all() {}
 
 protected:
-    explicit transformation_operations(choices& source) : chosen(source), maker(source) {}
+    explicit transformation_operations(choices& source) : decisions(source), memories(source) {}
 
+    [[nodiscard]] choices& chosen() noexcept { return decisions; }
+    [[nodiscard]] memory_maker& maker() noexcept { return memories; }
+    /// The latest step, for messages.
+    [[nodiscard]] std::string& about() noexcept { return title; }
     /// A number up to @p most, mostly a small one.
     std::uint64_t size_up_to(std::uint32_t most);
     /// A memory of words one by one, of fills, or of bytes; some words are not set.
@@ -30,9 +34,10 @@ protected:
     /// @throws std::logic_error with @p what when @p holds is false
     void expect(bool holds, std::string_view what) const;
 
-    choices& chosen;
-    memory_maker maker;
-    std::string about; ///< the latest step, for messages
+private:
+    choices& decisions;
+    memory_maker memories;
+    std::string title;
 };
 
 /// Words of another width.
