@@ -132,7 +132,9 @@ private:
             out[index] = static_cast<Number>(value);
         }
         for (; index < out.size(); ++index) {
-            are_digits = read_small_word(row[static_cast<std::uint32_t>(index)], value) && are_digits;
+            if (!read_small_word(row[static_cast<std::uint32_t>(index)], value)) {
+                are_digits = false;
+            }
             out[index] = static_cast<Number>(value);
         }
         return are_digits;
