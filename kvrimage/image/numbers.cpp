@@ -132,9 +132,8 @@ private:
             out[index] = static_cast<Number>(value);
         }
         for (; index < out.size(); ++index) {
-            if (!read_small_word(row[static_cast<std::uint32_t>(index)], value)) {
-                are_digits = false;
-            }
+            const bool is_word = read_small_word(row[static_cast<std::uint32_t>(index)], value);
+            are_digits = std::min(are_digits, is_word);
             out[index] = static_cast<Number>(value);
         }
         return are_digits;
