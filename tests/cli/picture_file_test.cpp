@@ -225,6 +225,12 @@ std::string png_bomb(std::size_t size) {
     return "\x89PNG\r\n\x1A\n" + png_chunk("IHDR", head) + png_chunk("IDAT", stream) + png_chunk("IEND", "");
 }
 
+TEST(PictureFile, MayHaveAnEmptyChunkBeforeItsData) {
+    std::string file = png_file(3);
+    file.insert(file.find("IDAT") - 4, png_chunk("IDAT", ""));
+    EXPECT_EQ(difference_from_soft(picture_of(file)), 0);
+}
+
 TEST(PictureFile, IsRefusedByWhatItInflatesTo) {
     EXPECT_EQ(refusal_of(png_bomb(100)), ""); // 16 KB are allowed for any picture
     EXPECT_EQ(refusal_of(png_bomb(1'000'000)), "the picture holds more data than 1 x 1 pixels need");
