@@ -74,10 +74,7 @@ kvrimage::edit_result edit_text(document& of, std::string_view text,
     if (of.result().facts.as->edit == nullptr) {
         fail(fmt::format("words of {} files cannot be set in place", of.result().facts.as->title));
     }
-    if (of.has_base()) {
-        fail("words of a file that is read from a base cannot be set in place");
-    }
-    return kvrimage::edit(text, assignments, of.editing());
+    return kvrimage::edit(text, assignments, of.reading());
 }
 
 std::vector<text_edit> set_words(document& of, const json& arguments) {
