@@ -59,12 +59,19 @@ def find_mutants(project: Project, places: list[tuple[str, int]], jobs: int) -> 
     return [mutant for file, line in places for mutant in found[file] if line in (0, mutant.line)]
 
 
+def check_libraries(project: Project, suites: Suites, mutants: list[Mutant]) -> None:
+    file_of = {project.program_of(mutant.file): mutant.file for mutant in mutants}
+    for file in file_of.values():
+        Worker(project, suites, 0).check(file)
+
+
 def try_all(project: Project, mutants: list[Mutant], jobs: int, record: Record) -> None:
     progress = Progress(len(mutants))
     suites = Suites(project)
     workers: queue.SimpleQueue[Worker] = queue.SimpleQueue()
     for number in range(jobs):
         workers.put(Worker(project, suites, number))
+    check_libraries(project, suites, mutants)
 
     def try_one(mutant: Mutant) -> Outcome:
         worker = workers.get()

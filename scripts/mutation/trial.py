@@ -6,9 +6,9 @@ import enum
 import shutil
 from pathlib import Path
 
-from mutant import Mutant
+from mutant import Mutant, make_mutant
 from project import Project, Unit
-from suites import Stage, Suites, passes
+from suites import Suites, passes
 
 
 class Outcome(enum.Enum):
@@ -24,7 +24,6 @@ class Worker:
         self.suites = suites
         self.folder = project.build / "workers" / str(number)
         self.overlay = self.folder / "overlay"
-        self.program = self.folder / "tests"
 
     def try_mutant(self, mutant: Mutant) -> Outcome:
         shutil.rmtree(self.folder, ignore_errors=True)
@@ -32,10 +31,17 @@ class Worker:
         units = self.project.units_with(mutant.file)
         if not self._make(mutant, units):
             return Outcome.NOT_COMPILED
-        if not all(map(self._passes, self.suites.stages(mutant.file))):
+        program = self._program(mutant)
+        if not all(passes(self.project.root, program, stage) for stage in self.suites.stages(mutant.file)):
             return Outcome.NOTICED
         is_same = all(self.project.is_same_code(unit, self.overlay, self.folder) for unit in units)
         return Outcome.SAME_CODE if is_same else Outcome.SURVIVED
+
+    def check(self, file: str) -> None:
+        """What is not changed must not be noticed, or all would be."""
+        unchanged = make_mutant(file, (self.project.root / file).read_bytes(), "", 0, 0, b"")
+        if (outcome := self.try_mutant(unchanged)) != Outcome.SAME_CODE:
+            raise SystemExit(f"{file} without a change: {outcome.value}")
 
     def _write(self, mutant: Mutant) -> None:
         """The name of the original goes into the messages of its assertions."""
@@ -47,7 +53,8 @@ class Worker:
     def _make(self, mutant: Mutant, units: list[Unit]) -> bool:
         changed = {unit: self.folder / f"{number}.o" for number, unit in enumerate(units)}
         is_compiled = all(self.project.compile(unit, self.overlay, path) for unit, path in changed.items())
-        return is_compiled and self.project.link(mutant.file, changed, self.program)
+        return is_compiled and self.project.link(mutant.file, changed, self._program(mutant))
 
-    def _passes(self, stage: Stage) -> bool:
-        return passes(self.project.root, self.program, stage)
+    def _program(self, mutant: Mutant) -> Path:
+        """A test looks at its name."""
+        return self.folder / self.project.program_of(mutant.file).path.name
