@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import argparse
+import fcntl
 import os
 import queue
 import signal
@@ -87,6 +88,8 @@ def try_all(project: Project, mutants: list[Mutant], jobs: int, record: Record) 
                 record.add(trials[trial], trial.result())
                 progress.add(trial.result())
         except KeyboardInterrupt:
+            pass  # what is known until then is reported
+        finally:
             executor.shutdown(wait=False, cancel_futures=True)
 
 
@@ -103,7 +106,9 @@ def main() -> int:
     untried = {None, Outcome.SURVIVED} if arguments.retry else {None}
     sample = draw_sample(mutants, arguments.sample or len(mutants), arguments.seed)
     if not arguments.report:
-        try_all(project, [each for each in sample if record.outcome_of(each) in untried], arguments.jobs, record)
+        with (project.build / "trials.lock").open("w") as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)  # two runs would try theirs in the same folders
+            try_all(project, [each for each in sample if record.outcome_of(each) in untried], arguments.jobs, record)
     report = Report(equivalents, folder_of if arguments.record or arguments.report else group_of, mutants)
     for mutant in mutants:
         if outcome := record.outcome_of(mutant):
