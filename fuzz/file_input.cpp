@@ -16,13 +16,13 @@ namespace {
 using kvrimage::address_unit;
 using kvrimage::byte_order;
 
-struct options_of_person {
+struct options_of_user {
     kvrimage::read_options read = {}; ///< except for format and choices
     bool has_choices = false;         ///< the first line of the text
 };
 
-const std::array<options_of_person, 16>& said_by_person() {
-    static const std::array<options_of_person, 16> all = {{
+const std::array<options_of_user, 16>& said_by_user() {
+    static const std::array<options_of_user, 16> all = {{
         {},
         {.read = {.width = 8}},
         {.read = {.width = 16}},
@@ -71,7 +71,7 @@ std::vector<kvrimage::choice> choices_in(const std::string& line) {
 
 kvrimage::read_options take_read_options(input_bytes& settings) {
     const kvrimage::format& as = format_number(settings.number());
-    const options_of_person& said = settings.choose(said_by_person());
+    const options_of_user& said = settings.choose(said_by_user());
     kvrimage::read_options options = said.read;
     options.as = &as;
     if (said.has_choices) {

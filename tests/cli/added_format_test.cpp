@@ -111,7 +111,7 @@ TEST_F(AddedFormat, IsNamedWhereAnUnknownOneIs) {
     EXPECT_THAT(run({"info", "--from", "tpy", folder.path("absent")}).errors,
                 HasSubstr("did you mean toy? kvrmem formats lists them"));
     EXPECT_THAT(run({"info", folder.write("a", "-")}).errors,
-                HasSubstr("the name does not tell the format; give --from"));
+                HasSubstr("the name does not determine the format; give --from"));
 }
 
 TEST_F(AddedFormat, IsFoundByTheContentsOfAFile) {

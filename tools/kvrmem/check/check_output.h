@@ -31,7 +31,7 @@ struct check_totals {
     std::uint64_t files = 0;             ///< that could be checked
     std::uint64_t faulty = 0;            ///< of these, with diagnostics
     std::uint64_t refused = 0;           ///< that could not be checked
-    exit_code refusal = exit_code::fine; ///< the worst reason why a file could not be checked as asked
+    exit_code refusal = exit_code::success; ///< the worst reason why a file could not be checked as asked
 
     void add(const checked_file& file) {
         const diagnostic_counts of_file(file.input.result);
@@ -49,7 +49,7 @@ struct check_totals {
     }
     [[nodiscard]] exit_code verdict(bool strict) const {
         return std::max(refusal,
-                        found.fail(strict) || wrong_words != 0 ? exit_code::negative : exit_code::fine);
+                        found.fail(strict) || wrong_words != 0 ? exit_code::negative : exit_code::success);
     }
     /// "1 error, 2 words with wrong bits"
     [[nodiscard]] std::string faults() const;

@@ -130,7 +130,7 @@ bool has_radix(const run_facts& run) {
 }
 
 /// git's own names differ from run to run, so one --from goes with all of them.
-bool names_tell_formats(const run_facts& run) {
+bool names_determine_formats(const run_facts& run) {
     return !run.given.git &&
            std::all_of(run.given.files.begin(), run.given.files.end(),
                        [](const auto& path) { return kvrimage::format_of_path(path) != nullptr; });
@@ -187,7 +187,7 @@ constexpr std::array<idle_option, 70> idle_rules = {{
     {"set", option_id::force_overwrite, outputs_to_standard_output, no_file_is_replaced},
     {"fill", option_id::force_overwrite, outputs_to_standard_output, no_file_is_replaced},
     {"check", option_id::force_overwrite, outputs_to_standard_output, no_file_is_replaced},
-    {"diff", option_id::from, names_tell_formats, "when both names tell their format"},
+    {"diff", option_id::from, names_determine_formats, "when both names determine their format"},
     {"diff", option_id::radix, is_quiet, "with --quiet, which shows no words"},
     {"diff", option_id::json, is_quiet, "with --quiet, which shows nothing"},
     {"diff", option_id::summary, is_quiet, "with --quiet, which shows nothing"},

@@ -112,7 +112,7 @@ std::optional<checked_file> check_or_report(const arguments& given, const std::s
     const auto refuse = [&](exit_code code, std::string_view reason) {
         totals.refuse(code);
         output.take_refused(path, reason);
-        tell_failure(reason, given.color);
+        print_failure(reason, given.color);
     };
     try {
         return check_file(given, path, output.most_diagnostics());

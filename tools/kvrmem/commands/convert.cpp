@@ -86,7 +86,7 @@ void note_words_of_bytes(const arguments& given, const memory_input& input,
         return;
     }
     const std::string line = command_with(given, wider);
-    tell(fmt::format("{}: note: each byte is a word; for wider ones give --width{}", input.name(),
+    print_message(fmt::format("{}: note: each byte is a word; for wider ones give --width{}", input.name(),
                      line.empty() ? "" : ", as in " + line));
 }
 
@@ -115,8 +115,8 @@ void report_conversion(const arguments& given, const memory_input& input,
         print_json(document);
         return;
     }
-    std::ranges::for_each(done, tell);
-    tell(fmt::format("{} ({}) -> {} ({}): {}{}", input.name(), title_of_read(input), target,
+    std::ranges::for_each(done, print_message);
+    print_message(fmt::format("{} ({}) -> {} ({}): {}{}", input.name(), title_of_read(input), target,
                      title_of_written(options), written_words(input.image(), *options.as),
                      lost_start_address(input.result.facts, options)));
 }
@@ -145,7 +145,7 @@ exit_code convert(const arguments& given) {
     note_words_of_bytes(given, input, wider, *options.as);
     report_conversion(given, input, was_changed ? done : std::vector<std::string>(), options);
     note_other_extension(target, *options.as);
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr auto convert_options = united_options(

@@ -96,7 +96,7 @@ exit_code compare(const arguments& given, const diff_side& left, const diff_side
     };
     kvrimage::for_each_difference(left.image(), right.image(), compared, take);
     report.finish(!differ && unreadable.empty(), unreadable);
-    return differ ? exit_code::negative : unreadable.empty() ? exit_code::fine : exit_code::bad_input;
+    return differ ? exit_code::negative : unreadable.empty() ? exit_code::success : exit_code::bad_input;
 }
 
 std::unique_ptr<diff_report> report_as_asked(const arguments& given, const diff_side& left,
@@ -193,7 +193,7 @@ exit_code be_a_diff_driver(const arguments& given) {
     const std::size_t count = given.files.size();
     if (count == 1) {
         print(fmt::format("* unmerged path {}\n", kvrimage::title_of_input(given.files[0])));
-        return exit_code::fine;
+        return exit_code::success;
     }
     if (count != git_operands && count != git_operands + 2) {
         throw tool_error(exit_code::wrong_usage,
@@ -208,7 +208,7 @@ exit_code be_a_diff_driver(const arguments& given) {
         print(fmt::format("* {} cannot be compared: {}\n", kvrimage::title_of_input(given.files[0]),
                           error.message()));
     }
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 exit_code diff(const arguments& given) {

@@ -267,12 +267,12 @@ exit_code dump_memory(const arguments& given, const memory_input& input) {
     if (given.json) {
         const address_range range = range_within(given, input.image());
         static_cast<void>(print_words_as_json("kvrmem-dump-1", input, std::span(&range, 1), radix));
-        return exit_code::fine;
+        return exit_code::success;
     }
     require_short_lines(given, radix, input.image().width());
     const painter paint = painter_for(stdout, given.color);
     dump_table(input.result, range_within(given, input.image()), radix, given.columns, paint).print();
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 /// " at 6:5: error: ...": the name of git's temporary file differs from run to run, and is left out.
@@ -313,7 +313,7 @@ exit_code dump(const arguments& given) {
         return dump_memory(given, read_memory(given, given.files[0]));
     }
     const std::optional<memory_input> input = read_or_print(given);
-    return input ? dump_memory(given, *input) : exit_code::fine;
+    return input ? dump_memory(given, *input) : exit_code::success;
 }
 
 constexpr auto dump_options =

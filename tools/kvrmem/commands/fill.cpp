@@ -25,7 +25,7 @@ std::string summary_of_ranges(const std::vector<kvrimage::address_range>& addres
 
 exit_code fill(const arguments& given) {
     edit_file(given, {"FIRST..LAST=VALUE[,VALUE...]", true, summary_of_ranges});
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 } // namespace

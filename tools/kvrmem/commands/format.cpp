@@ -96,7 +96,7 @@ void write_layout(const arguments& given, const memory_input& input, const std::
     if (has_changed || is_elsewhere || input.path == "-") {
         write_text(given.output.value_or(input.path), text);
     }
-    tell(fmt::format("{}{}: {}", input.name(), is_elsewhere ? " -> " + *given.output : "",
+    print_message(fmt::format("{}{}: {}", input.name(), is_elsewhere ? " -> " + *given.output : "",
                      has_changed ? "formatted" : "formatted already"));
     if (is_elsewhere) {
         note_other_extension(*given.output, *input.options.as);
@@ -106,11 +106,11 @@ void write_layout(const arguments& given, const memory_input& input, const std::
 /// What a run finds in all its files.
 struct layout_totals {
     std::uint64_t changing = 0;
-    exit_code refusal = exit_code::fine; ///< the worst reason why a file could not be laid out
+    exit_code refusal = exit_code::success; ///< the worst reason why a file could not be laid out
 
     void refuse(const arguments& given, exit_code reason, std::string_view message) {
         refusal = std::max(refusal, reason);
-        tell_failure(message, given.color);
+        print_failure(message, given.color);
     }
 };
 
@@ -121,7 +121,7 @@ void report_missing_rules(const arguments& given, const memory_input& input) {
     if (!given.only_checks_layout) {
         throw tool_error(exit_code::bad_input, fmt::format("{}: {}", input.name(), message));
     }
-    tell(fmt::format("{}: note: {}", input.name(), message));
+    print_message(fmt::format("{}: note: {}", input.name(), message));
 }
 
 void format_file(const arguments& given, const std::string& path, layout_totals& totals) {
@@ -164,7 +164,7 @@ exit_code lay_out_files(const arguments& given) {
     for (const std::string& path : given.files) {
         format_or_report(given, path, totals);
     }
-    return std::max(totals.refusal, totals.changing != 0 ? exit_code::negative : exit_code::fine);
+    return std::max(totals.refusal, totals.changing != 0 ? exit_code::negative : exit_code::success);
 }
 
 /// How a file is read, as far as its format has rules for its layout.

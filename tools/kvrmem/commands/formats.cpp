@@ -35,7 +35,7 @@ exit_code list_formats(const arguments& given) {
     } else {
         print(format_table());
     }
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr std::array formats_options = {option_id::json};

@@ -54,7 +54,7 @@ exit_code get(const arguments& given) {
     std::transform(given.files.begin() + 1, given.files.end(), std::back_inserter(ranges),
                    [&input](const std::string& text) { return range_of_operand(text, input.image()); });
     if (given.json) {
-        return print_words_as_json("kvrmem-get-1", input, ranges, radix) ? exit_code::fine
+        return print_words_as_json("kvrmem-get-1", input, ranges, radix) ? exit_code::success
                                                                          : exit_code::negative;
     }
     output_stream output;
@@ -63,7 +63,7 @@ exit_code get(const arguments& given) {
         all_set = print_words(input, range, radix, output) && all_set;
     }
     output.finish();
-    return all_set ? exit_code::fine : exit_code::negative;
+    return all_set ? exit_code::success : exit_code::negative;
 }
 
 constexpr auto get_options =

@@ -163,7 +163,7 @@ exit_code info(const arguments& given) {
     } else {
         print(as_text(input) + (given.statistics ? statistics_as_text(input.image(), radix) : ""));
     }
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr auto info_options = united_options(

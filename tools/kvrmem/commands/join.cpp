@@ -105,11 +105,11 @@ exit_code join_files(const arguments& given, arguments reading) {
         document["output"] = output_as_json(target, image, options);
         print_json(document);
     } else {
-        tell(fmt::format("{} -> {} ({}): {}", names, target, title_of_written(options),
+        print_message(fmt::format("{} -> {} ({}): {}", names, target, title_of_written(options),
                          written_words(image, *options.as)));
     }
     note_other_extension(target, *options.as);
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 exit_code join(const arguments& given) {

@@ -73,7 +73,7 @@ exit_code serve(const arguments& given) {
     if (!server.has_ended()) {
         server.check_changed();
     }
-    return server.was_shut_down() ? exit_code::fine : exit_code::negative;
+    return server.was_shut_down() ? exit_code::success : exit_code::negative;
 }
 
 constexpr auto lsp_options =

@@ -87,7 +87,7 @@ json_value as_json(const memory_inputs& inputs, const merge_result& result, json
 
 void report_parts(const memory_inputs& inputs, const merge_result& result) {
     for (std::size_t index = 0; index < inputs.files.size(); ++index) {
-        tell(line_on_part(inputs.name(index), result.parts[index]));
+        print_message(line_on_part(inputs.name(index), result.parts[index]));
     }
 }
 
@@ -96,12 +96,12 @@ void report_overlaps(const memory_inputs& inputs, const merge_result& result) {
     constexpr std::size_t most_shown_overlaps = 8;
     const std::size_t count = std::min(result.overlaps.size(), most_shown_overlaps);
     for (const merge_overlap& each : std::span(result.overlaps).first(count)) {
-        tell(fmt::format("overlap: {}{}", line_on_overlap(inputs, each),
+        print_message(fmt::format("overlap: {}{}", line_on_overlap(inputs, each),
                          each.difference ? fmt::format("; those of {} are written", inputs.name(each.kept))
                                          : std::string()));
     }
     if (const std::uint64_t more = result.overlap_count - count; more != 0) {
-        tell(fmt::format("{} beyond these", counted(more, "overlap")));
+        print_message(fmt::format("{} beyond these", counted(more, "overlap")));
     }
 }
 
@@ -170,11 +170,11 @@ exit_code merge(const arguments& given) {
     } else {
         report_parts(inputs, result);
         report_overlaps(inputs, result);
-        tell(fmt::format("{} -> {} ({}): {}", inputs.names(), target, title_of_written(options),
+        print_message(fmt::format("{} -> {} ({}): {}", inputs.names(), target, title_of_written(options),
                          written_words(*result.image, *options.as)));
     }
     note_other_extension(target, *options.as);
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr auto merge_options =

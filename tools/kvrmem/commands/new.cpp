@@ -74,7 +74,7 @@ void write_files(const arguments& given, const std::vector<new_file>& files, con
     written.commit();
     for (const new_file& file : files) {
         if (!source.empty()) {
-            tell(fmt::format("{} -> {} ({}): {}", source, file.path, title_of_written(file.options),
+            print_message(fmt::format("{} -> {} ({}): {}", source, file.path, title_of_written(file.options),
                              written_words(file.image, *file.options.as)));
         }
         note_other_extension(file.path, *file.options.as);
@@ -99,9 +99,9 @@ exit_code create(const arguments& given) {
     }
     write_files(given, files, made.source);
     if (!made.note.empty()) {
-        tell(made.note);
+        print_message(made.note);
     }
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr std::array new_options = {

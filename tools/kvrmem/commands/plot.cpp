@@ -189,7 +189,7 @@ exit_code plot_differences(const arguments& given) {
         print(
             kvrimage::draw_difference_in_characters(left.image(), right.image(), options, screen_for(given)));
     }
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 exit_code plot(const arguments& given) {
@@ -210,7 +210,7 @@ exit_code plot(const arguments& given) {
     } else {
         print(drawn_in_characters(given, input.image(), options));
     }
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr auto plot_options =

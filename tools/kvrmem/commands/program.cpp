@@ -45,7 +45,7 @@ exit_code run_command(const kvrmem::command& which, int count, char** words, kvr
     color = given.color;
     if (given.help) {
         kvrmem::print(kvrmem::help_for(which));
-        return exit_code::fine;
+        return exit_code::success;
     }
     kvrmem::refuse_idle_options(which, given);
     require_one_standard_input(which, given);
@@ -84,16 +84,16 @@ exit_code run(int count, char** words, kvrmem::color_choice& color) {
     if (asks_for_help(first)) {
         require_at_most(1, count, first);
         kvrmem::print(count > 2 ? help_on(words[2]) : kvrmem::overview());
-        return exit_code::fine;
+        return exit_code::success;
     }
     if (first == "--version" || first == "-V") {
         require_at_most(0, count, first);
         kvrmem::print("kvrmem " KVRMEM_VERSION "\n");
-        return exit_code::fine;
+        return exit_code::success;
     }
     if (first == "--generate") {
         kvrmem::print(kvrmem::generated_text(std::vector<std::string>(words + 2, words + count)));
-        return exit_code::fine;
+        return exit_code::success;
     }
     constexpr std::array<std::string_view, 2> other_first_words = {"--help", "--version"};
     const std::vector<std::string> line(words + 1, words + count);
@@ -102,7 +102,7 @@ exit_code run(int count, char** words, kvrmem::color_choice& color) {
 
 int report(exit_code code, std::string_view message, kvrmem::color_choice color) {
     kvrmem::end_progress();
-    kvrmem::tell_failure(message, color);
+    kvrmem::print_failure(message, color);
     return static_cast<int>(code);
 }
 
@@ -114,7 +114,7 @@ int kvrmem::run_program(int count, char** words) {
         return static_cast<int>(run(count, words, color));
     } catch (const kvrmem::broken_file& error) {
         kvrmem::end_progress();
-        kvrmem::tell_as_it_is(error.shown());
+        kvrmem::print_message_as_it_is(error.shown());
         return static_cast<int>(error.code());
     } catch (const kvrimage::file_error& error) {
         return report(exit_code::input_output, error.what(), color);

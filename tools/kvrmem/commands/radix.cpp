@@ -194,7 +194,7 @@ exit_code convert_number(const arguments& given) {
     const given_number number = number_of(given);
     if (given.library) {
         print(by_the_library(given, number) + "\n");
-        return exit_code::fine;
+        return exit_code::success;
     }
     const number_word read = word_of(given, number);
     if (given.to_radix) {
@@ -202,7 +202,7 @@ exit_code convert_number(const arguments& given) {
     } else {
         print(in_all_radixes(read));
     }
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr std::array radix_options = {option_id::from_radix, option_id::to_radix, option_id::width,

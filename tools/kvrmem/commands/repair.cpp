@@ -25,10 +25,10 @@ void report_repairs(const std::string& name, const kvrimage::repaired& repaired)
         const std::string place =
             each.where.line == 0 ? name : fmt::format("{}:{}:{}", name, each.where.line, each.where.column);
         const std::string times = each.count > 1 ? fmt::format(" ({} places)", each.count) : "";
-        tell(fmt::format("{}: fixed: {}{}", place, each.repair, times));
+        print_message(fmt::format("{}: fixed: {}{}", place, each.repair, times));
     }
     if (repaired.repairs.empty()) {
-        tell(fmt::format("{}: nothing to repair", name));
+        print_message(fmt::format("{}: nothing to repair", name));
     }
 }
 
@@ -64,8 +64,8 @@ exit_code repair_file(const arguments& given) {
     const std::string report =
         report_as_text(name, repaired.contents, repaired.left, diagnostic_painter(stderr, given.color));
     if (left.fail(given.strict)) {
-        tell_as_it_is(report);
-        tell(fmt::format("{} in {} cannot be repaired for certain; {} is not written", left.text(), name,
+        print_message_as_it_is(report);
+        print_message(fmt::format("{} in {} cannot be repaired for certain; {} is not written", left.text(), name,
                          *given.output));
         return exit_code::negative;
     }
@@ -74,10 +74,10 @@ exit_code repair_file(const arguments& given) {
     }
     write_text(*given.output, repaired.contents);
     report_repairs(name, repaired);
-    tell_as_it_is(report);
-    std::ranges::for_each(notes, tell);
+    print_message_as_it_is(report);
+    std::ranges::for_each(notes, print_message);
     note_other_extension(*given.output, *repaired.left.facts.as);
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 } // namespace kvrmem

@@ -23,7 +23,7 @@ std::string summary_of_words(const std::vector<kvrimage::address_range>& ranges)
 
 exit_code set(const arguments& given) {
     edit_file(given, {"ADDRESS=VALUE", false, summary_of_words});
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 } // namespace

@@ -105,7 +105,7 @@ void report_parts(const arguments& given, const memory_input& input,
         if (given.json) {
             outputs.push_back(output_as_json(names[index], parts[index], options));
         } else {
-            tell(fmt::format("{} ({}) -> {} ({}): {}", input.name(), title_of_read(input), names[index],
+            print_message(fmt::format("{} ({}) -> {} ({}): {}", input.name(), title_of_read(input), names[index],
                              title_of_written(options), written_words(parts[index], *options.as)));
         }
     }
@@ -144,7 +144,7 @@ exit_code split(const arguments& given) {
     note_lost_start(input);
     report_parts(given, input, parts, names, options);
     note_other_extension(pattern, *options.as);
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr auto split_options =

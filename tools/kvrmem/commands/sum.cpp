@@ -155,7 +155,7 @@ bool is_stored(const memory_input& input, const std::vector<word>& words, const 
         const std::uint64_t address = stored.first + index;
         const std::optional<word> found = input.image()[address];
         if (found != words[index]) {
-            tell(fmt::format("{}: error: the word at address {} is {}, expected {}", input.name(), address,
+            print_message(fmt::format("{}: error: the word at address {} is {}, expected {}", input.name(), address,
                              shown_or_gap(found, {}), hex_of(words[index])));
             return false;
         }
@@ -220,7 +220,7 @@ exit_code run_sum(const arguments& given) {
     const computed_sum computed = compute_sum(given, input, what, stored);
     if (!stored) {
         print_sum(given, input, computed, std::nullopt);
-        return exit_code::fine;
+        return exit_code::success;
     }
     const std::vector<word> words =
         words_of_sum(computed.value, *stored, input.image().width(),
@@ -228,11 +228,11 @@ exit_code run_sum(const arguments& given) {
     if (given.verify) {
         const bool is_right = is_stored(input, words, *stored);
         print_sum(given, input, computed, is_right);
-        return is_right ? exit_code::fine : exit_code::negative;
+        return is_right ? exit_code::success : exit_code::negative;
     }
     print_sum(given, input, computed, std::nullopt);
     store_words(given, input, stored->first, words);
-    return exit_code::fine;
+    return exit_code::success;
 }
 
 constexpr auto sum_options = united_options(

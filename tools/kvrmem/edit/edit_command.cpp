@@ -350,7 +350,7 @@ void verify(const arguments& given, memory_input& input, const std::vector<known
         found = kvrimage::parse(input.file.contents(), options);
         broken = first_broken(found);
         if (broken == nullptr) {
-            tell(fmt::format("{}: note: from now on it has to be read with {}", input.name(),
+            print_message(fmt::format("{}: note: from now on it has to be read with {}", input.name(),
                              address_options(input.result.facts)));
         }
     }
@@ -394,7 +394,7 @@ void report_edits(const arguments& given, const memory_input& input, const std::
     note_width(input);
     const bool in_place = is_in_place(given, input);
     const std::string target = in_place ? "" : " -> " + *given.output;
-    tell(fmt::format("{}{}: {}{}", input.name(), target, summary,
+    print_message(fmt::format("{}{}: {}{}", input.name(), target, summary,
                      has_changed ? "" : ", as they were already"));
     if (!in_place) {
         note_other_extension(*given.output, *input.options.as);

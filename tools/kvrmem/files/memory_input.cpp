@@ -51,7 +51,7 @@ void report_or_refuse(const arguments& given, const memory_input& input, const l
         throw refusal_of(given, input.path, input.file, input.result, *broken,
                          next_obstacles(given, input, later));
     }
-    tell_as_it_is(refusal_of(given, input.path, input.file, input.result, *broken).shown());
+    print_message_as_it_is(refusal_of(given, input.path, input.file, input.result, *broken).shown());
 }
 
 /// What has no end, or too long a line, is bad input.
@@ -128,14 +128,14 @@ void note_suspect_ones(const arguments& given, const memory_input& input) {
         }));
     if (count != 0 && first_broken(input.result) == nullptr) {
         count += kvrimage::find_unset_words(input.result, "") ? 1U : 0U;
-        tell(fmt::format("{}: note: {}; {} shows {}", input.name(), counted(count, "warning"),
+        print_message(fmt::format("{}: note: {}; {} shows {}", input.name(), counted(count, "warning"),
                          check_line(given, input.path), count == 1 ? "it" : "them"));
     }
 }
 
 void note_width(const memory_input& input) {
     if (!input.result.facts.width_source.empty()) {
-        tell(fmt::format("{}: note: width taken from {}", input.name(), input.result.facts.width_source));
+        print_message(fmt::format("{}: note: width taken from {}", input.name(), input.result.facts.width_source));
     }
 }
 

@@ -82,7 +82,7 @@ const format& format_of_output(const arguments& given, const std::string& target
     const std::vector<std::string> example = {fmt::format("--to {}", proposed.id)};
     const std::string line = command_with(given, example);
     usage_error(fmt::format(
-        "{}: the name does not tell the format; give --to (kvrmem formats lists them){}{}", target,
+        "{}: the name does not determine the format; give --to (kvrmem formats lists them){}{}", target,
         line.empty()  ? ""
         : is_writable ? fmt::format(", for {}: ", proposed.title)
                       : ", for example ",
@@ -160,7 +160,7 @@ std::string lost_start_address(const kvrimage::file_facts& facts, const write_op
 
 void note_lost_start(const memory_input& input) {
     if (const auto& start = input.result.facts.start_address) {
-        tell(fmt::format("{}: note: start address {:X} is left out", input.name(), *start));
+        print_message(fmt::format("{}: note: start address {:X} is left out", input.name(), *start));
     }
 }
 

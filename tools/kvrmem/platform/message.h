@@ -8,12 +8,12 @@ namespace kvrmem {
 
 /// Writes @p text and a newline to standard error, as far as a terminal may show it. It may hold bytes of
 /// files and names; of a very long one the end is cut off.
-void tell(std::string_view text);
+void print_message(std::string_view text);
 
 /// tell() after "kvrmem:", in red where @p choice allows it.
-void tell_failure(std::string_view text, color_choice choice);
+void print_failure(std::string_view text, color_choice choice);
 
 /// Writes @p text to standard error as it is.
-void tell_as_it_is(std::string_view text);
+void print_message_as_it_is(std::string_view text);
 
 } // namespace kvrmem

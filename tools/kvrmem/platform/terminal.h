@@ -10,7 +10,7 @@ namespace kvrmem {
 
 enum class color_choice : std::uint8_t { automatic, always, never };
 
-/// The choice that a person calls @p name: "auto", "always", "never".
+/// The choice that a user calls @p name: "auto", "always", "never".
 [[nodiscard]] std::optional<color_choice> color_choice_of_name(std::string_view name);
 
 enum class style : std::uint8_t {
@@ -38,7 +38,7 @@ private:
     bool on;
 };
 
-/// Where the person leaves the choice to the tool, colour is for a terminal, unless NO_COLOR is set to
+/// Where the user leaves the choice to the tool, colour is for a terminal, unless NO_COLOR is set to
 /// anything or TERM is "dumb". Each stream is judged for itself.
 [[nodiscard]] painter painter_for(std::FILE* stream, color_choice choice);
 

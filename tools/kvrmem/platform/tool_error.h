@@ -9,7 +9,7 @@ namespace kvrmem {
 
 /// What the tool answers to the shell.
 enum class exit_code {
-    fine = 0,
+    success = 0,
     negative = 1,     ///< the answer to the question asked is no
     bad_input = 2,    ///< a file holds something wrong
     input_output = 3, ///< a file cannot be opened, read or written
@@ -17,7 +17,7 @@ enum class exit_code {
     internal = 5, ///< out of memory, or a mistake of ours
 };
 
-/// Ends a command: a message for the person, and the exit code.
+/// Ends a command: a message for the user, and the exit code.
 class tool_error : public std::exception {
 public:
     tool_error(exit_code code, std::string message)
