@@ -36,7 +36,7 @@ void expect_shown(const kvrimage::read_result& checked, std::string_view text) {
 
 void try_check(std::string_view input) {
     input_bytes settings(input);
-    const kvrimage::read_options options = take_read_options(settings);
+    const kvrimage::read_options options = choose_read_options(settings);
     const std::string text(settings.rest());
 
     expect_shown(checked_within_limits(text, options, input.size()), text);

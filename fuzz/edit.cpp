@@ -31,7 +31,7 @@ void try_edit(std::string_view input) {
     // The edits follow from the bytes of the input: so the inputs are those of "check".
     kvr_test::random_choices choices(number_of(input));
     input_bytes settings(input);
-    const kvrimage::read_options options = take_read_options(settings);
+    const kvrimage::read_options options = choose_read_options(settings);
     const std::string text(settings.rest());
     const kvrimage::read_result read = parse(text, options);
     if (!read.image || read.facts.as->edit == nullptr) {
@@ -47,7 +47,7 @@ void try_edit(std::string_view input) {
 
 void try_layout(std::string_view input) {
     input_bytes settings(input);
-    const kvrimage::read_options options = take_read_options(settings);
+    const kvrimage::read_options options = choose_read_options(settings);
     try {
         static_cast<void>(kvr_test::compare_layout(std::string(settings.rest()), options));
     } catch (const std::logic_error& difference) {

@@ -69,7 +69,7 @@ std::vector<kvrimage::choice> choices_in(const std::string& line) {
 
 } // namespace
 
-kvrimage::read_options take_read_options(input_bytes& settings) {
+kvrimage::read_options choose_read_options(input_bytes& settings) {
     const kvrimage::format& as = format_number(settings.number());
     const options_of_user& said = settings.choose(said_by_user());
     kvrimage::read_options options = said.read;

@@ -29,7 +29,7 @@ namespace portable {
 class digit_block_decoder {
 public:
     /// Writes the 16 bytes that the 32 @p digits spell.
-    void take_double(const char* digits, char* bytes) noexcept {
+    void parse_double_block(const char* digits, char* bytes) noexcept {
         take(digits, bytes, 8);
         take(digits + 16, bytes + 8, 8);
     }
@@ -107,7 +107,7 @@ private:
 /// See the portable one.
 class digit_block_decoder {
 public:
-    void take_double(const char* digits, char* bytes) noexcept {
+    void parse_double_block(const char* digits, char* bytes) noexcept {
         const __m128i spelt = _mm_packus_epi16(bytes_of(digits), bytes_of(digits + 16));
         _mm_storeu_si128(reinterpret_cast<__m128i*>(bytes), spelt);
         total.add(spelt);
@@ -192,7 +192,7 @@ using portable::write_limb;
     const char* from = digits.data();
     const char* const end = from + digits.size();
     for (; end - from >= 32; from += 32, bytes += 16) {
-        decoder.take_double(from, bytes);
+        decoder.parse_double_block(from, bytes);
     }
     if (end - from >= 16) {
         decoder.take(from, bytes, 8);

@@ -109,7 +109,7 @@ private:
 
 } // namespace
 
-record_run take_record_run(std::string_view lines, const record_style& style, char* data) noexcept {
+record_run parse_record_run(std::string_view lines, const record_style& style, char* data) noexcept {
     record_run run;
     const run_shape shape = shape_of_run(lines, style);
     const record_reader reader(style, shape.data_bytes);

@@ -22,7 +22,7 @@ struct record_run {
 /// was not taken, would make the same of them.
 /// @param data takes the bytes of the data; anything may be left after them. It has room for half as many as
 /// @p lines has characters.
-[[nodiscard]] record_run take_record_run(std::string_view lines, const record_style& style,
-                                         char* data) noexcept;
+[[nodiscard]] record_run parse_record_run(std::string_view lines, const record_style& style,
+                                          char* data) noexcept;
 
 } // namespace kvrimage

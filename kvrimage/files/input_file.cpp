@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t first_block = std::size_t{64} << 10U;
 /// Room that is asked for before anything was read: a file may say that it has more bytes than it holds.
 constexpr std::size_t most_room_at_once = std::size_t{64} << 20U;
-/// Small enough that a line without end is noticed early.
+/// Small enough that an endless line is noticed soon.
 constexpr std::size_t most_bytes_a_read = most_bytes_without_end;
 
 [[noreturn]] void fail_to_open(const std::string& title, int reason) {

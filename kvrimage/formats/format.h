@@ -27,7 +27,7 @@ enum class address_unit : std::uint8_t {
     either ///< the format leaves it open, or its files differ
 };
 
-/// Bytes at the front of a file that tell its format.
+/// Bytes at the front of a file that identify its format.
 inline constexpr std::size_t sniffed_bytes = std::size_t{64} << 10U;
 
 /// How sure something is by a look at a file's contents.
@@ -67,7 +67,7 @@ struct read_options {
     std::optional<std::uint8_t> pad = std::nullopt;
     /// What the format has in addition to choose from: see format::read_choices.
     std::vector<choice> choices = {};
-    /// Its extension helps to tell the format where `as` is null; "" when there is none.
+    /// Its extension helps to determine the format where `as` is null; "" when there is none.
     std::string file_name = {};
     /// Hands out what can be read of a broken file, too; see read_result::unreadable.
     bool keep_going = false;

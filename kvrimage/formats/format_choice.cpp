@@ -14,7 +14,7 @@ using candidates = std::vector<sniffed>;
 
 /// How sure each of @p of is, the surest first; those that cannot be read are left out. Of all formats some
 /// are left.
-candidates judged(std::span<const format* const> of, std::string_view contents) {
+candidates rated(std::span<const format* const> of, std::string_view contents) {
     candidates found;
     for (const format* one : of) {
         if (one->read != nullptr) {
@@ -86,7 +86,7 @@ bool has_same_files(const format& one, const format& other) {
 /// Notes another format that @p contents surely have.
 format_choice with_surer_one(format_choice choice, std::string_view contents) {
     if (choice.how_sure != certainty::certain) {
-        const candidates all = judged(formats(), contents);
+        const candidates all = rated(formats(), contents);
         const bool is_other = all.front().how_sure == certainty::certain &&
                               (choice.as == nullptr || !has_same_files(*choice.as, *all.front().as));
         choice.surely = is_other ? all.front().as : nullptr;
@@ -102,11 +102,11 @@ format_choice choose_format(std::string_view contents, const read_options& optio
         const certainty sure = options.as->sniff != nullptr ? options.as->sniff(head) : certainty::no;
         return with_surer_one({.as = options.as, .how_sure = sure}, contents);
     }
-    const candidates named = judged(formats_of_path(options.file_name), contents);
+    const candidates named = rated(formats_of_path(options.file_name), contents);
     if (!named.empty()) {
         return with_surer_one(choose_among(named, contents, options), contents);
     }
-    candidates all = judged(formats(), contents);
+    candidates all = rated(formats(), contents);
     std::erase_if(all, [](const sniffed& each) { return each.as->fits_anything; });
     return all.front().how_sure == certainty::no ? format_choice() : choose_among(all, contents, options);
 }
@@ -120,7 +120,7 @@ bool may_have_any_lines(std::string_view head, const read_options& options) {
     if (!named.empty()) {
         return std::ranges::any_of(named, is_of_bytes);
     }
-    const candidates all = judged(formats(), head);
+    const candidates all = rated(formats(), head);
     return all.front().how_sure == certainty::certain && is_of_bytes(all.front().as);
 }
 

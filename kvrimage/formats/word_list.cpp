@@ -277,7 +277,7 @@ memory_image word_list::make_image(std::vector<address_range>& unreadable) {
         [bits, this](std::string_view word, std::string& made) {
             made.clear();
             if (!word.empty() && word != unreadable_text) {
-                make_word(word, digits_are, bits, made); // it was judged when it was added
+                make_word(word, digits_are, bits, made); // it was checked when it was added
             }
             return true;
         },

@@ -149,9 +149,9 @@ public:
     [[nodiscard]] std::optional<differing_run> next() {
         while (!at_end) {
             const std::uint64_t first = address;
-            const std::uint64_t alike = count_same(first);
-            if (alike != 0) {
-                advance(first + (alike - 1));
+            const std::uint64_t count = count_same(first);
+            if (count != 0) {
+                advance(first + (count - 1));
                 continue;
             }
             const text_run in_one = one.run_at(first);
@@ -168,8 +168,8 @@ public:
 private:
     /// How many words from @p from on are the same; 0 where that is not found out at once.
     [[nodiscard]] std::uint64_t count_same(std::uint64_t from) {
-        const std::uint64_t alike = texts == equal_texts::are_same ? count_same_in_rows(one, other, from) : 0;
-        return alike != 0 ? alike : cycles.find(from, same);
+        const std::uint64_t count = texts == equal_texts::are_same ? count_same_in_rows(one, other, from) : 0;
+        return count != 0 ? count : cycles.find(from, same);
     }
     /// @param end inclusive: one more may not fit 64 bits
     void advance(std::uint64_t end) {

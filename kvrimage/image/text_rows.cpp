@@ -15,13 +15,13 @@ namespace kvrimage {
 namespace {
 
 /// Hands out @p row, whose first word has the offset @p first.
-void take_texts(const kvr::word_row& row, std::uint64_t first, const row_taker& take_row,
-                const std::function<void(const text_run& run)>& take_run) {
+void take_texts(const kvr::word_row& row, std::uint64_t first, const row_visitor& visit_row,
+                const std::function<void(const text_run& run)>& visit_run) {
     for (std::uint32_t index = 0; index < row.count;) {
         const std::uint64_t offset = first + index;
-        const auto taken = static_cast<std::uint32_t>(take_row(row.part(index, row.count - index), offset));
+        const auto taken = static_cast<std::uint32_t>(visit_row(row.part(index, row.count - index), offset));
         if (taken == 0) {
-            take_run(text_run{offset, offset, row[index]});
+            visit_run(text_run{offset, offset, row[index]});
         }
         index += std::max(taken, 1U);
     }
@@ -29,8 +29,8 @@ void take_texts(const kvr::word_row& row, std::uint64_t first, const row_taker& 
 
 } // namespace
 
-bool for_each_text_of_bytes(const image_words& words, const row_taker& take_row,
-                            const std::function<void(const text_run& run)>& take_run) {
+bool for_each_text_of_bytes(const image_words& words, const row_visitor& visit_row,
+                            const std::function<void(const text_run& run)>& visit_run) {
     constexpr std::size_t part_size = std::size_t{1} << 14U; // bytes, whose texts stay near the processor
     const byte_words* const bytes = words.bytes();
     if (bytes == nullptr || word_shape(bytes->width()).digits > kvr::word_row::longest) {
@@ -46,7 +46,7 @@ bool for_each_text_of_bytes(const image_words& words, const row_taker& take_row,
             const std::string_view some = left.substr(0, part);
             const auto count = static_cast<std::uint32_t>(some.size() / size);
             note_work(offset, words.size());
-            take_texts({texts.make(some).data(), digits, count}, offset, take_row, take_run);
+            take_texts({texts.make(some).data(), digits, count}, offset, visit_row, visit_run);
             offset += count;
             left.remove_prefix(some.size());
         }

@@ -14,14 +14,14 @@ std::optional<text_cycle> cycle_finder::find(std::uint64_t address) {
     return std::nullopt;
 }
 
-std::uint64_t take_row_or_cycle(const image_words& words, cycle_finder& cycles, std::uint64_t first,
-                                const row_taker& take_row, const cycle_taker& take_cycle) {
+std::uint64_t visit_row_or_cycle(const image_words& words, cycle_finder& cycles, std::uint64_t first,
+                                 const row_visitor& visit_row, const cycle_visitor& visit_cycle) {
     const kvr::word_row row = words.row_at(first);
     if (row.count != 0) {
-        return take_row(row, first); // it is in no cycle
+        return visit_row(row, first); // it is in no cycle
     }
     const auto cycle = cycles.find(first);
-    return cycle ? take_cycle(*cycle) : 0;
+    return cycle ? visit_cycle(*cycle) : 0;
 }
 
 } // namespace kvrimage

@@ -52,11 +52,11 @@ public:
           lanes(split.width() / width_of_lane, memory_image(width_of_lane, split.depth(), split.base())),
           texts(lanes.size()) {}
 
-    std::uint64_t take_row(const kvr::word_row& row, std::uint64_t offset) {
+    std::uint64_t visit_row(const kvr::word_row& row, std::uint64_t offset) {
         const bool has_digits = row.length == most_characters_of_word(radix::hex, image.width());
         if (!has_digits || !cut_numbers(row)) {
             for (std::uint32_t index = 0; index < row.count; ++index) {
-                take_run({offset + index, offset + index, row[index]});
+                visit_run({offset + index, offset + index, row[index]});
             }
             return row.count;
         }
@@ -65,7 +65,7 @@ public:
         }
         return row.count;
     }
-    std::uint64_t take_cycle(const text_cycle& cycle) {
+    std::uint64_t visit_cycle(const text_cycle& cycle) {
         std::vector<word_texts> patterns(lanes.size());
         for (std::uint64_t offset = cycle.first; offset < cycle.first + cycle.period; ++offset) {
             cut(image.words()[offset]);
@@ -78,7 +78,7 @@ public:
         }
         return cycle.length();
     }
-    void take_run(const text_run& run) {
+    void visit_run(const text_run& run) {
         cut(run.text);
         for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
             lanes[lane].words().fill(run.first, run.last, {texts[lane]});
@@ -131,7 +131,7 @@ public:
         : image(split),
           banks(empty_parts(split, count)) {}
 
-    std::uint64_t take_row(const kvr::word_row& row, std::uint64_t offset) {
+    std::uint64_t visit_row(const kvr::word_row& row, std::uint64_t offset) {
         for (std::uint64_t index = 0; index < std::min<std::uint64_t>(banks.size(), row.count); ++index) {
             texts.clear();
             for (std::uint64_t each = index; each < row.count; each += banks.size()) {
@@ -141,12 +141,12 @@ public:
         }
         return row.count;
     }
-    std::uint64_t take_cycle(const text_cycle& cycle) {
+    std::uint64_t visit_cycle(const text_cycle& cycle) {
         const std::uint64_t period = cycle.period / std::gcd<std::uint64_t>(cycle.period, banks.size());
         fill_banks(cycle.first, cycle.last, period);
         return cycle.length();
     }
-    void take_run(const text_run& run) { fill_banks(run.first, run.last, 1); }
+    void visit_run(const text_run& run) { fill_banks(run.first, run.last, 1); }
 
     [[nodiscard]] std::vector<memory_image> result() { return std::move(banks); }
 
@@ -177,9 +177,9 @@ template <class Splitter>
 std::vector<memory_image> split_by(Splitter&& splitter, const memory_image& image) {
     for_each_row_cycle_or_run(
         image.words(),
-        [&](const kvr::word_row& row, std::uint64_t offset) { return splitter.take_row(row, offset); },
-        [&](const text_cycle& cycle) { return splitter.take_cycle(cycle); },
-        [&](const text_run& run) { splitter.take_run(run); });
+        [&](const kvr::word_row& row, std::uint64_t offset) { return splitter.visit_row(row, offset); },
+        [&](const text_cycle& cycle) { return splitter.visit_cycle(cycle); },
+        [&](const text_run& run) { splitter.visit_run(run); });
     return splitter.result();
 }
 

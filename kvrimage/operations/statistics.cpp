@@ -19,7 +19,7 @@ word_statistics count_words(const memory_image& image) {
             }
         },
         [&](std::uint64_t offset, std::uint32_t period, std::uint64_t turns) {
-            runs.take_turns(offset, period, turns);
+            runs.add_turns(offset, period, turns);
             for (std::uint32_t index = 0; index < period; ++index) {
                 counts.add(words[offset + index], turns);
             }

@@ -27,7 +27,7 @@ public:
           has_numbers(of.width() <= widest_number_word && by.width <= widest_number_word),
           made(std::make_unique<image_words>(of.depth())) {}
 
-    std::uint64_t take_row(const kvr::word_row& row, std::uint64_t offset) {
+    std::uint64_t visit_row(const kvr::word_row& row, std::uint64_t offset) {
         texts.clear();
         for (std::uint32_t index = 0; index < row.count; ++index) {
             if (!append_text(row[index], offset + index)) {
@@ -38,7 +38,7 @@ public:
         set_texts(offset + row.count);
         return row.count;
     }
-    std::uint64_t take_cycle(const text_cycle& cycle) {
+    std::uint64_t visit_cycle(const text_cycle& cycle) {
         std::vector<std::string> pattern;
         for (std::uint64_t offset = cycle.first; offset < cycle.first + cycle.period; ++offset) {
             pattern.push_back(text_of(image.words()[offset], offset));
@@ -47,7 +47,7 @@ public:
         made->fill(cycle.first, cycle.last, values);
         return cycle.length();
     }
-    void take_run(const text_run& run) { made->fill(run.first, run.last, {text_of(run.text, run.first)}); }
+    void visit_run(const text_run& run) { made->fill(run.first, run.last, {text_of(run.text, run.first)}); }
 
     [[nodiscard]] memory_image result() { return {mapping.width, std::move(made), image.base()}; }
 
@@ -125,9 +125,9 @@ memory_image mapped_words(const memory_image& image, const word_mapping& mapping
     word_mapper mapper(image, mapping);
     for_each_row_cycle_or_run(
         image.words(),
-        [&mapper](const kvr::word_row& row, std::uint64_t offset) { return mapper.take_row(row, offset); },
-        [&mapper](const text_cycle& cycle) { return mapper.take_cycle(cycle); },
-        [&mapper](const text_run& run) { mapper.take_run(run); });
+        [&mapper](const kvr::word_row& row, std::uint64_t offset) { return mapper.visit_row(row, offset); },
+        [&mapper](const text_cycle& cycle) { return mapper.visit_cycle(cycle); },
+        [&mapper](const text_run& run) { mapper.visit_run(run); });
     return mapper.result();
 }
 

@@ -16,7 +16,7 @@ class Identity(NamedTuple):
     place: str  # file and line
     state: str
     change: str  # from which byte to which, and what they become
-    lines: str  # before and after, for who reads the record
+    lines: str  # before and after, for the reader of the record
 
 
 class Record:

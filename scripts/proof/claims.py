@@ -336,7 +336,7 @@ def encodes_sixteen_bytes(module, name):
 # ---- kvrimage/formats/titxt/fast_titxt_bytes.h ----
 
 
-@claim(*forms("take_five_titxt_bytes"))
+@claim(*forms("parse_five_titxt_bytes"))
 def takes_five_bytes(module, name):
     text = text_of("text", 15)
     run = module.run(name, ["text", "bytes"])

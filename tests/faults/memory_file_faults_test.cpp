@@ -271,7 +271,7 @@ void without_folder(memory_trial& trial) {
 }
 
 /// Comments accumulate over reads: a trial that starts over removes them.
-void take_comments_away(memory_trial& trial) {
+void remove_comments(memory_trial& trial) {
     for (int index = 0; index < 6; ++index) {
         trial.file.set_comment_deque(index, &trial.texts);
     }
@@ -279,7 +279,7 @@ void take_comments_away(memory_trial& trial) {
 }
 
 void read_call(memory_trial& trial) {
-    take_comments_away(trial);
+    remove_comments(trial);
     trial.answer = trial.file.read_file();
 }
 void write_call(memory_trial& trial) {

@@ -100,7 +100,7 @@ void expect_sound_edits(const edit_result& made, std::string_view contents) {
     }
 }
 
-/// The words, very wide ones, take too much more memory than the file: it is read no more, whoever wrote it.
+/// The words, very wide ones, take too much more memory than the file: it is refused when it is read again.
 bool is_too_large(const read_result& read) {
     return std::ranges::any_of(read.diagnostics, [](const diagnostic& found) {
         return found.id == kvrimage::diagnostic_id::too_large;

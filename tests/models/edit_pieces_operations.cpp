@@ -74,7 +74,7 @@ void edit_pieces_operations::step() {
         start();
     }
     if (chosen.once_in(8)) {
-        take_places();
+        hand_over_places();
     } else {
         take();
     }
@@ -82,7 +82,7 @@ void edit_pieces_operations::step() {
     compare_all();
 }
 
-void edit_pieces_operations::take_from_model(const edit_piece& piece, const address_range& range) {
+void edit_pieces_operations::clear_in_model(const edit_piece& piece, const address_range& range) {
     expect(range.first <= piece.first && piece.first <= piece.last && piece.last <= range.last,
            "where a piece is");
     const std::uint64_t period = piece.period();
@@ -100,7 +100,7 @@ void edit_pieces_operations::take_from_model(const edit_piece& piece, const addr
 void edit_pieces_operations::take() {
     const address_range range = any_range();
     for (const edit_piece& piece : pieces.take(range)) {
-        take_from_model(piece, range);
+        clear_in_model(piece, range);
     }
     for (std::uint64_t index = index_of(range.first); index <= index_of(range.last); ++index) {
         expect(!model[index], "a word is not handed out");
@@ -116,7 +116,7 @@ void edit_pieces_operations::touch() const {
 }
 
 /// Hands the pieces to places of a file, of which the last one that sets an address gets it.
-void edit_pieces_operations::take_places() {
+void edit_pieces_operations::hand_over_places() {
     std::vector<setting_place> places;
     std::vector<std::optional<std::size_t>> owners(model.size());
     for (std::uint32_t count = chosen.below(8); count > 0; --count) {
@@ -131,7 +131,7 @@ void edit_pieces_operations::take_places() {
         expect(!touched.pieces.empty(), "a place that is not touched");
         before = touched.number;
         for (const edit_piece& piece : touched.pieces) {
-            take_from_model(piece, places[touched.number].addresses);
+            clear_in_model(piece, places[touched.number].addresses);
             for (std::uint64_t index = index_of(piece.first); index <= index_of(piece.last); ++index) {
                 expect(owners[index] == touched.number, "the place of a word");
             }

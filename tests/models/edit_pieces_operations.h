@@ -28,12 +28,12 @@ private:
     void assign_some();
     void take();
     void touch() const;
-    void take_places();
+    void hand_over_places();
 
     [[nodiscard]] kvrimage::address_range any_range() const;
     [[nodiscard]] std::uint64_t index_of(std::uint64_t address) const noexcept { return address - base; }
     /// Compares a piece that is handed out within @p range with the model, from which it is taken away.
-    void take_from_model(const kvrimage::edit_piece& piece, const kvrimage::address_range& range);
+    void clear_in_model(const kvrimage::edit_piece& piece, const kvrimage::address_range& range);
     void expect(bool holds, std::string_view what) const;
 
     choices& chosen;

@@ -120,19 +120,19 @@ void message_splitter_operations::step() {
         splitter.feed(rest.substr(0, size));
         rest.remove_prefix(size);
         if (!chosen.once_in(4)) { // else they wait
-            take_messages();
+            split_messages();
         }
     }
 }
 
-void message_splitter_operations::take_messages() {
+void message_splitter_operations::split_messages() {
     while (const auto message = splitter.next()) {
         found.push_back(shown_message(*message));
     }
 }
 
 void message_splitter_operations::compare_all() {
-    take_messages();
+    split_messages();
     const std::vector<std::string> expected = plain_messages();
     for (std::size_t index = 0; index < std::max(found.size(), expected.size()); ++index) {
         const std::string one = index < found.size() ? found[index] : "nothing";

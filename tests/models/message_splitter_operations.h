@@ -24,7 +24,7 @@ public:
 
 private:
     [[nodiscard]] std::string more_bytes();
-    void take_messages();
+    void split_messages();
     [[nodiscard]] std::vector<std::string> plain_messages() const;
 
     choices& chosen;

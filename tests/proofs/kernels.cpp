@@ -17,7 +17,7 @@ namespace {
 template <class Decoder>
 void decode_double(const char* digits, char* bytes, bool* are_digits, unsigned* sum) {
     Decoder decoder;
-    decoder.take_double(digits, bytes);
+    decoder.parse_double_block(digits, bytes);
     *are_digits = decoder.are_digits();
     *sum = decoder.sum();
 }
@@ -194,7 +194,7 @@ DECODE_SINGLES(sse2)
 
 #define TAKE_FIVE(form)                                                                                      \
     bool take_five_titxt_bytes_##form(const char* text, char* bytes) {                                       \
-        return kvrimage::form::take_five_titxt_bytes(text, bytes);                                           \
+        return kvrimage::form::parse_five_titxt_bytes(text, bytes);                                          \
     }
 TAKE_FIVE(portable)
 TAKE_FIVE(sse2)

@@ -90,7 +90,7 @@ TEST(TextLines, MissingFileAndDirectoryHaveNone) {
 
 #if !defined(_WIN32)
 
-void take_note_of_signal(int /*number*/) {}
+void ignore_signal(int /*number*/) {}
 
 TEST(TextLines, AreReadOnAfterAnInterruption) {
     const temporary_directory here;
@@ -98,7 +98,7 @@ TEST(TextLines, AreReadOnAfterAnInterruption) {
     ASSERT_EQ(mkfifo(pipe.c_str(), S_IRUSR | S_IWUSR), 0);
     struct sigaction interrupting = {};
     struct sigaction before = {};
-    interrupting.sa_handler = take_note_of_signal; // without SA_RESTART
+    interrupting.sa_handler = ignore_signal; // without SA_RESTART
     ASSERT_EQ(sigaction(SIGUSR1, &interrupting, &before), 0);
     const pthread_t reader = pthread_self();
     std::thread writer([&pipe, reader] {

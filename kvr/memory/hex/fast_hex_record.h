@@ -52,8 +52,8 @@ inline std::size_t line_end_size(std::string_view text) noexcept {
 /// @param expected_bytes the record length that is likely. A correct one is faster: the next record
 ///                       need not wait for the digits of this one.
 /// @return number of bytes of the line with its LF, or 0; @p record is set only when it is not 0.
-[[nodiscard]] inline std::size_t take_fast_hex_record(std::string_view lines, hex_record& record,
-                                                      std::uint32_t expected_bytes = 0) noexcept {
+[[nodiscard]] inline std::size_t parse_fast_hex_record(std::string_view lines, hex_record& record,
+                                                       std::uint32_t expected_bytes = 0) noexcept {
     constexpr std::size_t shortest = 11; // the colon, eight digits of the header and two of the checksum
     if (lines.size() < shortest || lines.front() != ':') {
         return 0;

@@ -26,7 +26,7 @@ fast_hex_records::run fast_hex_records::read(std::string_view lines, std::uint32
         return {first, 0, line_size};
     }
     const std::uint64_t first_word = std::uint64_t{first} + address_offset;
-    const word_batch::word_room room = early.room_for_some(first_word, word_digits);
+    const word_batch::word_room room = fast.room_for_some(first_word, word_digits);
     const std::size_t lines_ahead = (lines.size() - slack_of_records) / line_size;
     const std::size_t most = std::min({std::size_t{predicted.lines_at_once()}, lines_ahead, room.count});
     const std::size_t digits = word_digits + 2;
@@ -45,7 +45,7 @@ fast_hex_records::run fast_hex_records::read(std::string_view lines, std::uint32
         return true;
     });
     if (count != 0) {
-        early.take(first_word, count);
+        fast.take(first_word, count);
         predicted.advance(count);
     }
     return {first, static_cast<std::uint32_t>(count), line_size};

@@ -15,9 +15,9 @@ namespace kvr {
 /// and only data and checksum are parsed.
 class fast_hex_records {
 public:
-    /// @param early_words takes the words; must outlive this object.
-    fast_hex_records(fast_hex_words& early_words, std::uint32_t word_size) noexcept
-        : early(early_words),
+    /// @param fast_words takes the words; must outlive this object.
+    fast_hex_records(fast_hex_words& fast_words, std::uint32_t word_size) noexcept
+        : fast(fast_words),
           word_digits(word_size % 8 == 0 ? word_size / 4 : 0) {}
 
     /// Records that were read: all of them of `line_size` characters, the first at the address `first`.
@@ -42,7 +42,7 @@ public:
 private:
     static constexpr std::size_t longest_word = 64; ///< in digits
 
-    fast_hex_words& early;
+    fast_hex_words& fast;
     std::size_t word_digits; ///< 0 when the words are not whole bytes
     std::size_t line_size = 0;
     predicted_address predicted; ///< the text before the data

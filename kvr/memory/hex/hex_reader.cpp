@@ -72,8 +72,8 @@ private:
 };
 
 /// The state of a file that is read only once.
-struct early_reading {
-    explicit early_reading(const hex_memory& memory) noexcept
+struct fast_reading {
+    explicit fast_reading(const hex_memory& memory) noexcept
         : words(memory),
           fast_records(words, memory.word_size) {}
 
@@ -84,17 +84,17 @@ struct early_reading {
 /// Enters records into an address space and, when the file is to be read only once, stores their words.
 class first_pass {
 public:
-    first_pass(address_space& space_to_find, std::uint32_t bytes_per_word, early_reading* early_words)
+    first_pass(address_space& space_to_find, std::uint32_t bytes_per_word, fast_reading* fast_words)
         : space(space_to_find),
           word_bytes(bytes_per_word),
-          early(early_words) {}
+          fast(fast_words) {}
 
     /// Reads records on the fast path: see fast_hex_records.
     fast_hex_records::run read_run(std::string_view lines, std::uint32_t address_offset) {
-        if (early == nullptr) {
+        if (fast == nullptr) {
             return {0, 0, 0};
         }
-        const fast_hex_records::run run = early->fast_records.read(lines, address_offset);
+        const fast_hex_records::run run = fast->fast_records.read(lines, address_offset);
         if (run.count != 0) {
             space.add_data(run.first, run.count);
         }
@@ -102,8 +102,8 @@ public:
     }
 
     void learn(const hex_record& record, std::string_view line) noexcept {
-        if (early != nullptr) {
-            early->fast_records.learn(record, line);
+        if (fast != nullptr) {
+            fast->fast_records.learn(record, line);
         }
     }
 
@@ -123,15 +123,15 @@ public:
             known_words = known_bytes / word_bytes + (known_bytes % word_bytes != 0 ? 1 : 0);
         }
         space.add_data(record.word_address, known_words);
-        if (early != nullptr) {
-            early->words.take(record, known_words, address_offset);
+        if (fast != nullptr) {
+            fast->words.take(record, known_words, address_offset);
         }
     }
 
 private:
     address_space& space;
     std::uint32_t word_bytes;
-    early_reading* early;
+    fast_reading* fast;
     std::uint32_t known_bytes = 0; ///< the record length for which the next field is known
     std::uint32_t known_words = 0; ///< words of such a record
 };
@@ -144,12 +144,12 @@ hex_read_stop stop_at(const read_fault& fault, const hex_record_walk& walk) {
     return {fault, std::string(walk.text())};
 }
 
-/// Iterates over the file and enters its records into @p space; @p early, if there is one, takes their
+/// Iterates over the file and enters its records into @p space; @p fast, if there is one, takes their
 /// words. No value when it reached the end record.
 std::optional<hex_read_stop> measure(address_space& space, hex_record_walk& walk,
                                      std::uint32_t bytes_per_word, read_observer* observer,
-                                     early_reading* early) {
-    first_pass pass(space, bytes_per_word, early);
+                                     fast_reading* fast) {
+    first_pass pass(space, bytes_per_word, fast);
     const auto next = [&] {
         if (bytes_per_word != 0) {
             const std::uint32_t offset = walk.address_offset();
@@ -205,12 +205,12 @@ bool was_read(hex_memory& memory) {
     return true;
 }
 
-/// find_address_space(); when @p early is not null and has all words, they become those of the memory.
-std::optional<hex_read_stop> read_early(hex_memory& memory, line_source& source, read_observer* observer,
-                                        early_reading* early) {
+/// find_address_space(); when @p fast is not null and has all words, they become those of the memory.
+std::optional<hex_read_stop> read_fast(hex_memory& memory, line_source& source, read_observer* observer,
+                                       fast_reading* fast) {
     address_space space;
     hex_record_walk walk(source, memory.address_offset);
-    std::optional<hex_read_stop> stop = measure(space, walk, memory.bytes_per_word(), observer, early);
+    std::optional<hex_read_stop> stop = measure(space, walk, memory.bytes_per_word(), observer, fast);
     memory.lowest_address = space.lowest();
     memory.highest_address = space.highest();
     if (stop) {
@@ -224,8 +224,8 @@ std::optional<hex_read_stop> read_early(hex_memory& memory, line_source& source,
         goes_on(observer, fault, walk.text());
         return stop_at(fault, walk);
     }
-    if (early != nullptr && early->words.complete()) {
-        memory.data_words = early->words.finish(space.words());
+    if (fast != nullptr && fast->words.complete()) {
+        memory.data_words = fast->words.finish(space.words());
         memory.address_offset = walk.address_offset();
     } else {
         memory.data_words.resize(space.words(), memory.memory_initialize_value);
@@ -242,12 +242,12 @@ bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* obse
     if (!source.is_open()) {
         return cannot_be_read(memory);
     }
-    std::optional<early_reading> early;
+    std::optional<fast_reading> fast;
     if (may_read_once && memory.data_words.empty()) {
-        early.emplace(memory);
+        fast.emplace(memory);
     }
-    std::optional<hex_read_stop> stop = read_early(memory, source, observer, early ? &*early : nullptr);
-    const bool was_stored = !stop && early && early->words.complete();
+    std::optional<hex_read_stop> stop = read_fast(memory, source, observer, fast ? &*fast : nullptr);
+    const bool was_stored = !stop && fast && fast->words.complete();
     if (source.failed() || (!stop && !was_stored && !source.rewind())) {
         return cannot_be_read(memory);
     }
@@ -270,7 +270,7 @@ bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* obse
 
 std::optional<hex_read_stop> find_address_space(hex_memory& memory, line_source& source,
                                                 read_observer* observer) {
-    return read_early(memory, source, observer, nullptr);
+    return read_fast(memory, source, observer, nullptr);
 }
 
 std::optional<hex_read_stop> store_hex_records(hex_memory& memory, line_source& source,

@@ -12,7 +12,7 @@ hex_record_walk::hex_record_walk(line_source& lines, std::uint32_t address_offse
 
 hex_record_walk::step hex_record_walk::next() {
     while (!finished) {
-        if (take_plain_line()) {
+        if (read_fast_line()) {
             return accept();
         }
         if (source.at_end()) {
@@ -23,7 +23,7 @@ hex_record_walk::step hex_record_walk::next() {
             return finish(); // the failure may have cut the line short
         }
         if (line_text.starts_with(':')) {
-            return take_record_in_line();
+            return parse_record_in_line();
         }
         // Blanks may fill all that the limit allows, with the colon after them.
         if (line_text.empty() && source.line_was_cut() && source.first_of_rest(hex_blanks) == ':') {
@@ -34,9 +34,9 @@ hex_record_walk::step hex_record_walk::next() {
 }
 
 /// Reads the next line in place when it is a plain record.
-bool hex_record_walk::take_plain_line() {
+bool hex_record_walk::read_fast_line() {
     const std::string_view lines = source.whole_lines();
-    const std::size_t size = take_fast_hex_record(lines, current);
+    const std::size_t size = parse_fast_hex_record(lines, current);
     if (size == 0) {
         return false;
     }
@@ -53,7 +53,7 @@ void hex_record_walk::take_line() {
     ++line_number;
 }
 
-hex_record_walk::step hex_record_walk::take_record_in_line() {
+hex_record_walk::step hex_record_walk::parse_record_in_line() {
     if (source.line_was_cut()) {
         return refuse({fault_code::record_too_long, 0, 0});
     }

@@ -70,9 +70,9 @@ public:
     [[nodiscard]] std::uint32_t address_offset() const noexcept { return offset; }
 
 private:
-    bool take_plain_line();
+    bool read_fast_line();
     void take_line();
-    step take_record_in_line();
+    step parse_record_in_line();
     step accept();
     step refuse(const hex_record_fault& fault);
     step finish();
@@ -110,7 +110,7 @@ void hex_record_walk::each_plain_data_record(ReadRun read_run, Visit visit) {
         }
         // A new record each time stays in registers.
         hex_record record;
-        const std::size_t size = take_fast_hex_record(rest, record, expected_bytes);
+        const std::size_t size = parse_fast_hex_record(rest, record, expected_bytes);
         if (size == 0 || record.kind != hex_record_type::data) {
             break;
         }
@@ -121,7 +121,7 @@ void hex_record_walk::each_plain_data_record(ReadRun read_run, Visit visit) {
         ++line_number;
     }
     if (done != 0) {
-        static_cast<void>(take_fast_hex_record(lines.substr(done - last_size), current));
+        static_cast<void>(parse_fast_hex_record(lines.substr(done - last_size), current));
         line_in_file = line_text = lines.substr(done - last_size, 1 + current.text.size());
         source.skip(done);
     }

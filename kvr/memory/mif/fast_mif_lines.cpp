@@ -54,7 +54,7 @@ inline digit_run value_of_digits(const char* value) noexcept {
 } // namespace
 
 fast_mif_lines::amount fast_mif_lines::read(std::string_view lines, bool with_comments) {
-    takes_comments = with_comments;
+    accepts_comments = with_comments;
     has_lists = false;
     address_base = radix_base(memory.address_radix);
     const char* const begin = lines.data();
@@ -65,8 +65,8 @@ fast_mif_lines::amount fast_mif_lines::read(std::string_view lines, bool with_co
     while (at != lines_end) {
         if (lines_apart != 0) {
             --lines_apart;
-        } else if (const std::uint64_t alike = read_equal_lines(at, eight_readable_end); alike != 0) {
-            count += alike;
+        } else if (const std::uint64_t same = read_equal_lines(at, eight_readable_end); same != 0) {
+            count += same;
             continue;
         }
         const char* next = at < eight_readable_end ? read_line_as_predicted(at) : nullptr;
@@ -251,7 +251,7 @@ const char* fast_mif_lines::read_values(const char* at) {
 const char* fast_mif_lines::find_next_line(const char* const begin, const char* at) {
     comment = {};
     at = skip_blanks(at);
-    if (takes_comments && at[0] == '-' && at[1] == '-') {
+    if (accepts_comments && at[0] == '-' && at[1] == '-') {
         const char* const dashes = at;
         at = static_cast<const char*>(std::memchr(at, '\n', static_cast<std::size_t>(lines_end - at)));
         at -= at[-1] == '\r' ? 1 : 0;

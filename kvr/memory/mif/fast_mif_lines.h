@@ -48,7 +48,7 @@ private:
     mif_memory& memory;
     word_batch words;
     std::size_t line_limit;
-    bool takes_comments = false;
+    bool accepts_comments = false;
     bool has_lists = false;
     unsigned address_base = 16;
     const char* lines_end = nullptr;

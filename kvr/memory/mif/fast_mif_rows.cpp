@@ -76,7 +76,7 @@ bool fast_mif_rows::has_two_digits(std::uint32_t address) const noexcept {
     return address >= base || (base != 10 && width >= 2);
 }
 
-void fast_mif_rows::take_head_of(std::uint32_t address) {
+void fast_mif_rows::use_head_of(std::uint32_t address) {
     if (!head.empty() && head_number == address / pairs.count()) {
         return;
     }
@@ -94,7 +94,7 @@ std::uint32_t fast_mif_rows::write(const word_row& row, std::uint32_t address, o
     const std::uint32_t count = equals == equal_words::share_a_line ? std::max(row.count, 1U) - 1 : row.count;
     std::uint32_t written = 0;
     while (written < count && has_two_digits(address)) {
-        take_head_of(address);
+        use_head_of(address);
         const std::size_t line_size = head_size + row.length + line_tail;
         const std::size_t most_lines = (output_file::room_limit - copy_padding) / line_size;
         const std::uint32_t low = address % pairs.count();

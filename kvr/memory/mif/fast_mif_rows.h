@@ -30,7 +30,7 @@ public:
 
 private:
     [[nodiscard]] bool has_two_digits(std::uint32_t address) const noexcept;
-    void take_head_of(std::uint32_t address);
+    void use_head_of(std::uint32_t address);
 
     KVR_MEMORY_RADIXES radix;
     std::size_t width;

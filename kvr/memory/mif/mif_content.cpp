@@ -62,12 +62,12 @@ line_place mif_content::place(std::size_t offset) const {
     return {piece.line, static_cast<std::uint32_t>(offset - piece.offset + 1)};
 }
 
-std::optional<text_fault> take_content_line(mif_memory& memory, mif_content& content) {
-    return content.text.find('[') != std::string_view::npos ? take_range(memory, content)
-                                                            : take_single_address(memory, content);
+std::optional<text_fault> parse_content_line(mif_memory& memory, mif_content& content) {
+    return content.text.find('[') != std::string_view::npos ? parse_range(memory, content)
+                                                            : parse_single_address(memory, content);
 }
 
-std::optional<text_fault> take_single_address(mif_memory& memory, mif_content& content) {
+std::optional<text_fault> parse_single_address(mif_memory& memory, mif_content& content) {
     content.first_address = find_token(content.text, 0);
     content.last_address = {};
     std::size_t colon = 0;
@@ -86,7 +86,7 @@ std::optional<text_fault> take_single_address(mif_memory& memory, mif_content& c
     return fill_addresses(memory, content);
 }
 
-std::optional<text_fault> take_range(mif_memory& memory, mif_content& content) {
+std::optional<text_fault> parse_range(mif_memory& memory, mif_content& content) {
     if (!find_range_parts(content)) {
         return whole_text(fault_code::range_syntax, content);
     }

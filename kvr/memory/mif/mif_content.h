@@ -40,14 +40,14 @@ struct mif_content {
 
 /// Parses the content line `content.text` and stores its words: a range when it contains "[", else
 /// words from a single address on. On a fault nothing is stored.
-std::optional<text_fault> take_content_line(mif_memory& memory, mif_content& content);
+std::optional<text_fault> parse_content_line(mif_memory& memory, mif_content& content);
 
 /// "<address> : <value> <value> …": the values go to consecutive addresses.
-std::optional<text_fault> take_single_address(mif_memory& memory, mif_content& content);
+std::optional<text_fault> parse_single_address(mif_memory& memory, mif_content& content);
 
 /// "[<first>..<last>] : <value> <value> …": the values are repeated in order over the range; values beyond
 /// its end are ignored.
-std::optional<text_fault> take_range(mif_memory& memory, mif_content& content);
+std::optional<text_fault> parse_range(mif_memory& memory, mif_content& content);
 
 /// Stores the values of `content.text` from `content.data` on at the addresses from `first` to `last`.
 /// When these are equal, further values go to the addresses after them, and a single value marks its

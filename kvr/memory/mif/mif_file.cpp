@@ -120,29 +120,29 @@ void KVR_MEMORY_MIF_FILE::remove_comment_from_string(std::string& line, bool str
 }
 
 bool KVR_MEMORY_MIF_FILE::parse_width_depth(const std::string& line) {
-    return kvr::take_size_line(*memory, line).has_value();
+    return kvr::parse_size_line(*memory, line).has_value();
 }
 
 bool KVR_MEMORY_MIF_FILE::parse_address_data_radix(const std::string& line) {
-    return kvr::take_radix_line(*memory, line).has_value();
+    return kvr::parse_radix_line(*memory, line).has_value();
 }
 
 bool KVR_MEMORY_MIF_FILE::parse_address_data_line(const std::string& text) {
     kvr::mif_content content;
     content.text = text;
-    return kvr::take_content_line(*memory, content).has_value();
+    return kvr::parse_content_line(*memory, content).has_value();
 }
 
 bool KVR_MEMORY_MIF_FILE::parse_single_address(const std::string& text) {
     kvr::mif_content content;
     content.text = text;
-    return kvr::take_single_address(*memory, content).has_value();
+    return kvr::parse_single_address(*memory, content).has_value();
 }
 
 bool KVR_MEMORY_MIF_FILE::parse_multiple_addresses(const std::string& text) {
     kvr::mif_content content;
     content.text = text;
-    return kvr::take_range(*memory, content).has_value();
+    return kvr::parse_range(*memory, content).has_value();
 }
 
 bool KVR_MEMORY_MIF_FILE::fill_given_addresses(std::uint32_t first, std::uint32_t last,

@@ -62,7 +62,7 @@ void fill_radix_names(mif_memory& memory) {
                            {"", RADIX_NONE}}};
 }
 
-std::optional<text_fault> take_size_line(mif_memory& memory, std::string_view line) {
+std::optional<text_fault> parse_size_line(mif_memory& memory, std::string_view line) {
     constexpr std::string_view digits = "0123456789";
     const bool is_width = contains(line, "WIDTH");
     const fault_code code = is_width ? fault_code::width_syntax : fault_code::depth_syntax;
@@ -85,7 +85,7 @@ std::optional<text_fault> take_size_line(mif_memory& memory, std::string_view li
     return std::nullopt;
 }
 
-std::optional<text_fault> take_radix_line(mif_memory& memory, std::string_view line) {
+std::optional<text_fault> parse_radix_line(mif_memory& memory, std::string_view line) {
     const bool is_address = contains(line, header_keywords[address_radix_keyword].keyword);
     const bool is_data = contains(line, header_keywords[data_radix_keyword].keyword);
     const radix_choice choice = find_radix(memory, line);

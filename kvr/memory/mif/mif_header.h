@@ -42,10 +42,10 @@ void fill_radix_names(mif_memory& memory);
 /// Reads the number of a width or depth line: the first run of decimal digits, above 0 and at most
 /// 2,147,483,647, with the first ";" after it. Any line with "WIDTH" sets the word size; another one the
 /// depth, which sizes the words and clears the record of the addresses that were set.
-std::optional<text_fault> take_size_line(mif_memory& memory, std::string_view line);
+std::optional<text_fault> parse_size_line(mif_memory& memory, std::string_view line);
 
 /// Reads the radix of an address or data radix line: the first radix name that occurs anywhere in it, with
 /// the first ";" after it. A line that has both keywords sets both.
-std::optional<text_fault> take_radix_line(mif_memory& memory, std::string_view line);
+std::optional<text_fault> parse_radix_line(mif_memory& memory, std::string_view line);
 
 } // namespace kvr

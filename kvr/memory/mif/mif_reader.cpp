@@ -122,15 +122,15 @@ bool mif_reader::try_keywords(std::string_view raw) {
     for (std::size_t index = 0; index < header_keywords.size(); ++index) {
         if (!keyword_seen[index] && contains(text, header_keywords[index].keyword)) {
             matched = true;
-            take_keyword(index, raw);
+            parse_keyword(index, raw);
         }
     }
     return matched;
 }
 
-void mif_reader::take_keyword(std::size_t index, std::string_view raw) {
+void mif_reader::parse_keyword(std::size_t index, std::string_view raw) {
     const header_keyword& entry = header_keywords[index];
-    const auto fault = entry.is_size ? take_size_line(memory, text) : take_radix_line(memory, text);
+    const auto fault = entry.is_size ? parse_size_line(memory, text) : parse_radix_line(memory, text);
     comment_slot = index + 1;
     // A depth keyword on a line with "WIDTH" has set the width: the depth is still to come.
     keyword_seen[index] = index != depth_keyword || (!fault && !contains(text, "WIDTH"));
@@ -216,7 +216,7 @@ bool mif_reader::read_statement() {
         begin_seen = find_begin();
         return true;
     }
-    return take_statement();
+    return parse_statement();
 }
 
 void mif_reader::join_continuation_lines() {
@@ -243,9 +243,9 @@ void mif_reader::remove_comments(std::string_view raw, std::size_t from) {
     }
 }
 
-bool mif_reader::take_statement() {
+bool mif_reader::parse_statement() {
     content.text = text;
-    const auto fault = take_content_line(memory, content);
+    const auto fault = parse_content_line(memory, content);
     if (fault) {
         return invalid_line(*fault);
     }

@@ -52,9 +52,9 @@ public:
     static constexpr std::size_t source_limit = line_limit + 1;
 
     /// Both must outlive this object.
-    explicit mif_reader(mif_memory& target, mif_observer* onlooker = nullptr)
+    explicit mif_reader(mif_memory& target, mif_observer* watching = nullptr)
         : memory(target),
-          observer(onlooker),
+          observer(watching),
           fast_lines(target, line_limit) {}
 
     /// Reads the file named by the memory. True when it was read up to and beyond its END line.
@@ -72,7 +72,7 @@ private:
     // The header: every line before the content section, and every line after it.
     bool read_header_line();
     bool try_keywords(std::string_view raw);
-    void take_keyword(std::size_t index, std::string_view raw);
+    void parse_keyword(std::size_t index, std::string_view raw);
     void default_radixes();
     void keep_as_comment(std::string_view raw);
 
@@ -82,7 +82,7 @@ private:
     void join_continuation_lines();
     void append_line(std::string_view raw);
     void remove_comments(std::string_view raw, std::size_t from);
-    bool take_statement();
+    bool parse_statement();
 
     // Lines on the fast path.
     void read_fast_lines();

@@ -210,7 +210,7 @@ bool word_store::transform(const word_conversion& conversion, const row_test& ke
     converted_pattern latest;
     for (std::uint64_t address = 0; address < size();) {
         const word_leaf leaf = leaf_at(roots[address / root_words], static_cast<std::uint32_t>(address));
-        if (!made.take_converted(leaf, conversion, keeps, latest)) {
+        if (!made.convert_words(leaf, conversion, keeps, latest)) {
             return false;
         }
         address = std::uint64_t{leaf.last} + 1;
@@ -261,8 +261,8 @@ bool word_store::is_kept(const word_leaf& leaf, const word_conversion& conversio
 
 /// Sets the words of @p leaf, which belongs to another store, to the results of @p conversion.
 /// One pattern over several leaves stays one.
-bool word_store::take_converted(const word_leaf& leaf, const word_conversion& conversion,
-                                const row_test& keeps, converted_pattern& latest) {
+bool word_store::convert_words(const word_leaf& leaf, const word_conversion& conversion,
+                               const row_test& keeps, converted_pattern& latest) {
     if (leaf.page == nullptr) {
         if (latest.from != leaf.texts) {
             latest = {leaf.texts, leaf.texts->converted(conversion)};
@@ -271,14 +271,14 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
             assign_range({leaf.first, leaf.last}, latest.made);
             return true;
         }
-        return take_converted_part(leaf, conversion);
+        return convert_part(leaf, conversion);
     }
     const std::uint32_t end = std::min(leaf.last, size() - 1) - leaf.first + 1;
     for (std::uint32_t index = 0; index < end;) {
         word_row row = leaf.page->row_at(index);
         row.count = std::min(row.count, end - index);
         if (row.count != 0) {
-            if (!take_converted_row(leaf.first + index, row, conversion, keeps)) {
+            if (!convert_row(leaf.first + index, row, conversion, keeps)) {
                 return false;
             }
             index += row.count;
@@ -286,7 +286,7 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
         }
         const std::string_view word = (*leaf.page)[index];
         const std::uint32_t after = leaf.page->find_other(index, end - 1, word);
-        if (!take_converted_run({leaf.first + index, leaf.first + after - 1, word}, conversion)) {
+        if (!convert_run({leaf.first + index, leaf.first + after - 1, word}, conversion)) {
             return false;
         }
         index = after;
@@ -296,13 +296,13 @@ bool word_store::take_converted(const word_leaf& leaf, const word_conversion& co
 
 /// The same for words of a pattern with a text that cannot be converted: possibly one that no word uses,
 /// when the words that used it were dropped or set since.
-bool word_store::take_converted_part(const word_leaf& leaf, const word_conversion& conversion) {
+bool word_store::convert_part(const word_leaf& leaf, const word_conversion& conversion) {
     const std::uint32_t last = std::min(leaf.last, size() - 1);
     if (last - leaf.first >= leaf.texts->period() - 1) {
         return false; // the words use all texts
     }
     for (std::uint32_t address = leaf.first; address <= last; ++address) {
-        if (!take_converted_run({address, address, leaf.texts->text_at(address)}, conversion)) {
+        if (!convert_run({address, address, leaf.texts->text_at(address)}, conversion)) {
             return false;
         }
     }
@@ -310,8 +310,8 @@ bool word_store::take_converted_part(const word_leaf& leaf, const word_conversio
 }
 
 /// The same for contiguous words, the first of them at @p address.
-bool word_store::take_converted_row(std::uint32_t address, const word_row& row,
-                                    const word_conversion& conversion, const row_test& keeps) {
+bool word_store::convert_row(std::uint32_t address, const word_row& row, const word_conversion& conversion,
+                             const row_test& keeps) {
     const bool kept = keeps && keeps(row);
     std::string text;
     for (std::uint32_t index = 0; index < row.count; ++index) {
@@ -324,7 +324,7 @@ bool word_store::take_converted_row(std::uint32_t address, const word_row& row,
 }
 
 /// The same for a run of one word.
-bool word_store::take_converted_run(const word_run& run, const word_conversion& conversion) {
+bool word_store::convert_run(const word_run& run, const word_conversion& conversion) {
     std::string text;
     if (!conversion(run.text, text)) {
         return false;

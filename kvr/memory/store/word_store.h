@@ -124,12 +124,12 @@ private:
         const word_pattern* from = nullptr;
         pattern_ref made;
     };
-    bool take_converted(const word_leaf& leaf, const word_conversion& conversion, const row_test& keeps,
-                        converted_pattern& latest);
-    bool take_converted_part(const word_leaf& leaf, const word_conversion& conversion);
-    bool take_converted_row(std::uint32_t address, const word_row& row, const word_conversion& conversion,
-                            const row_test& keeps);
-    bool take_converted_run(const word_run& run, const word_conversion& conversion);
+    bool convert_words(const word_leaf& leaf, const word_conversion& conversion, const row_test& keeps,
+                       converted_pattern& latest);
+    bool convert_part(const word_leaf& leaf, const word_conversion& conversion);
+    bool convert_row(std::uint32_t address, const word_row& row, const word_conversion& conversion,
+                     const row_test& keeps);
+    bool convert_run(const word_run& run, const word_conversion& conversion);
 
     std::uint32_t word_count = 0;
     std::vector<word_root> roots;

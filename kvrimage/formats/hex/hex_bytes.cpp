@@ -40,7 +40,7 @@ void hex_bytes::take(const hex_offset& offset, std::uint32_t address, std::strin
 
 record_run hex_bytes::add_run(const hex_offset& offset, std::string_view lines) {
     // They end within 65536 addresses, and so with the segment at the latest.
-    const record_run run = take_record_run(lines, hex_data_style, blocks.next_room());
+    const record_run run = parse_record_run(lines, hex_data_style, blocks.next_room());
     if (run.records != 0) {
         static_cast<void>(blocks.room_for(offset.value() + run.address, run.bytes)); // they are there
     }

@@ -52,9 +52,9 @@ std::uint32_t bytes_by_first_records(std::string_view contents) {
 }
 
 /// Why a width other than that of the records, or the lack of one, is no reading.
-class layout_judge {
+class layout_check {
 public:
-    layout_judge(const read_options& given, const hex_layout& used) : options(given), layout(used) {}
+    layout_check(const read_options& given, const hex_layout& used) : options(given), layout(used) {}
 
     void take(std::uint64_t address, std::uint32_t bytes, std::string_view digits) {
         finder.take(address, bytes);
@@ -113,7 +113,7 @@ public:
           as(read_as),
           list(given.most_diagnostics, given.wants_repairs),
           layout(first_layout(file, given, read_as)),
-          judge(options, layout),
+          check(options, layout),
           parser(file) {
         if (layout.counts_bytes()) {
             bytes.emplace(contents);
@@ -331,7 +331,7 @@ private:
         has_record = true;
         if (count != 0) {
             has_data = true;
-            judge.take(address, count, digits);
+            check.take(address, count, digits);
         }
         last_content = std::max(last_content, where.end());
         if (pending_end) {
@@ -409,9 +409,9 @@ private:
             return;
         }
         if (!has_faulty_record) {
-            judge.report(list);
+            check.report(list);
         }
-        if (!judge.knows_width()) {
+        if (!check.knows_width()) {
             cells.reset();
         }
         if (cells) {
@@ -448,7 +448,7 @@ private:
     const format& as;
     diagnostic_list list;
     hex_layout layout;
-    layout_judge judge;
+    layout_check check;
     hex_parser parser;
     hex_offset offset;
     std::optional<hex_bytes> bytes; ///< where the addresses count these

@@ -37,7 +37,7 @@ void for_each_plain_record(hex_parser& parser, Take&& take) {
     std::uint32_t expected_bytes = 0;
     kvr::hex_record record;
     while (true) {
-        const std::size_t size = kvr::take_fast_hex_record(lines.substr(done), record, expected_bytes);
+        const std::size_t size = kvr::parse_fast_hex_record(lines.substr(done), record, expected_bytes);
         if (size == 0 || record.kind != kvr::hex_record_type::data ||
             !take(record, span{parser.to_come().offset() + done, record.text.size() + 1})) {
             break;

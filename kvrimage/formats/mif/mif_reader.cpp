@@ -91,7 +91,7 @@ private:
         return static_cast<std::uint32_t>(*stated);
     }
     void find_missing_settings(const image_words& all);
-    void judge_frame(const image_words& all);
+    void check_frame(const image_words& all);
     std::unique_ptr<image_words> find_faults();
     bool is_proportionate(const image_words& all);
     bool make_words(image_words& all);
@@ -131,7 +131,7 @@ void mif_text_reader::find_missing_settings(const image_words& all) {
 
 /// Statements without CONTENT BEGIN can be read where the caller gives what a header would say; without a
 /// header they lack just that, which is one cause.
-void mif_text_reader::judge_frame(const image_words& all) {
+void mif_text_reader::check_frame(const image_words& all) {
     if (options.width && options.depth) {
         list.add(diagnose::bare_statements(*unframed));
     } else if (!has_structure) {
@@ -288,7 +288,7 @@ std::unique_ptr<image_words> mif_text_reader::find_faults() {
     const bool has_doubts = has_unsound || words->has_bad_statement() || words->has_overlap();
     auto all = std::make_unique<image_words>(words->take());
     if (unframed) {
-        judge_frame(*all);
+        check_frame(*all);
     } else if (has_structure || has_content) {
         find_missing_settings(*all);
     }

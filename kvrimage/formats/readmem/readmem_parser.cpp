@@ -138,11 +138,11 @@ void readmem_parser::parse_address() {
             end = spaced_end;
         }
     }
-    judge_address(piece, text.substr(begin, end - begin));
+    check_address(piece, text.substr(begin, end - begin));
     hand_out(piece, end);
 }
 
-void readmem_parser::judge_address(readmem_piece& piece, std::string_view digits) const {
+void readmem_parser::check_address(readmem_piece& piece, std::string_view digits) const {
     if (has_readmem_prefix(digits, 'x', 'X')) {
         piece.address_fault = readmem_address_fault::prefix;
         digits.remove_prefix(2);

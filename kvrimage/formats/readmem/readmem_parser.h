@@ -76,7 +76,7 @@ private:
     void hand_out(readmem_piece piece, std::size_t end);
     void parse_slash_comment();
     void parse_address();
-    void judge_address(readmem_piece& piece, std::string_view digits) const;
+    void check_address(readmem_piece& piece, std::string_view digits) const;
     void parse_token();
     [[nodiscard]] std::size_t end_of_token(std::size_t begin) const noexcept;
     [[nodiscard]] std::size_t end_of_line(std::size_t begin) const noexcept;

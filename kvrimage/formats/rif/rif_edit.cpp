@@ -59,7 +59,7 @@ public:
 
     void walk() {
         while (!parser.at_end()) {
-            if (!take_fast_line()) {
+            if (!read_fast_line()) {
                 parser.parse_line();
                 end_line();
             }
@@ -77,7 +77,7 @@ public:
 
 private:
     /// False, with nothing changed, when the line at hand is not regular.
-    bool take_fast_line() {
+    bool read_fast_line() {
         const fast_rif_line found = find_fast_rif_line(text, parser.position());
         const std::uint64_t address = found.is_address ? found.address : parser.next_address();
         if (found.end == 0 || address > deepest_memory - found.count) {

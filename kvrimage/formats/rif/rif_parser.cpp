@@ -124,7 +124,7 @@ void rif_parser::parse_address() {
             end = spaced_end;
         }
     }
-    judge_address(piece);
+    check_address(piece);
     address = piece.address;
     hand_out(piece, end);
 }
@@ -138,7 +138,7 @@ std::size_t rif_parser::end_of_spaced_address(std::size_t begin) const noexcept 
     return alone && is_hexadecimal(without_prefix(text.substr(begin, end - begin))) ? end : 0;
 }
 
-void rif_parser::judge_address(rif_piece& piece) {
+void rif_parser::check_address(rif_piece& piece) {
     const std::string_view digits = without_prefix(piece.digits.in(text));
     if (digits.size() != piece.digits.length) {
         piece.address_fault = rif_address_fault::spelling;

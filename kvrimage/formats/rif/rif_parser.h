@@ -83,7 +83,7 @@ private:
     void parse_comment();
     void parse_address();
     void parse_token();
-    void judge_address(rif_piece& piece);
+    void check_address(rif_piece& piece);
     [[nodiscard]] std::size_t end_of_token(std::size_t begin) const noexcept;
     [[nodiscard]] std::size_t end_of_line(std::size_t begin) const noexcept;
     [[nodiscard]] std::size_t end_of_spaced_address(std::size_t begin) const noexcept;

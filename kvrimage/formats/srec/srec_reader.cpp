@@ -172,7 +172,7 @@ private:
             return false;
         }
         const auto type = static_cast<unsigned>(rest[1] - '0');
-        const record_run run = take_record_run(rest, srec_styles[type], blocks.next_room());
+        const record_run run = parse_record_run(rest, srec_styles[type], blocks.next_room());
         if (run.records == 0) {
             return false;
         }

@@ -20,7 +20,7 @@ namespace kvrimage {
 
 namespace portable {
 
-[[nodiscard]] inline bool take_five_titxt_bytes(const char* text, char* bytes) noexcept {
+[[nodiscard]] inline bool parse_five_titxt_bytes(const char* text, char* bytes) noexcept {
     bool is_right = true;
     for (std::size_t index = 0; index < 5; ++index, text += 3) {
         const unsigned high = kvr::digit_value(text[0]);
@@ -37,7 +37,7 @@ namespace portable {
 
 namespace sse2 {
 
-[[nodiscard]] inline bool take_five_titxt_bytes(const char* text, char* bytes) noexcept {
+[[nodiscard]] inline bool parse_five_titxt_bytes(const char* text, char* bytes) noexcept {
     constexpr unsigned digit_places = 0b011'011'011'011'011;
     constexpr unsigned blank_places = 0b100'100'100'100'100;
     const __m128i characters = kvr::sse2::load(text);
@@ -64,11 +64,11 @@ namespace sse2 {
 
 } // namespace sse2
 
-using sse2::take_five_titxt_bytes;
+using sse2::parse_five_titxt_bytes;
 
 #else
 
-using portable::take_five_titxt_bytes;
+using portable::parse_five_titxt_bytes;
 
 #endif
 

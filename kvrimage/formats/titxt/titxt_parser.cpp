@@ -36,7 +36,7 @@ bool titxt_parser::parse_bytes() {
     std::size_t at = position;
     std::size_t end = position;
     while (count + 8 <= decoded.size() && at + 16 <= size &&
-           take_five_titxt_bytes(text + at, decoded.data() + count)) {
+           parse_five_titxt_bytes(text + at, decoded.data() + count)) {
         count += 5;
         at += 15;
         end = at - 1;

@@ -148,20 +148,20 @@ public:
             }
         }
     }
-    std::uint64_t take_row(const kvr::word_row& row, std::uint64_t offset) {
+    std::uint64_t visit_row(const kvr::word_row& row, std::uint64_t offset) {
         for (std::uint32_t index = 0; index < row.count; ++index) {
             take(row[index], {offset + index, 1, 1});
         }
         return row.count;
     }
-    std::uint64_t take_cycle(const text_cycle& cycle) {
+    std::uint64_t visit_cycle(const text_cycle& cycle) {
         for (std::uint64_t index = 0; index < cycle.period; ++index) {
             const std::uint64_t count = (cycle.length() - index - 1) / cycle.period + 1;
             take(image.words()[cycle.first + index], {cycle.first + index, count, cycle.period});
         }
         return cycle.length();
     }
-    void take_run(const text_run& run) { take(run.text, {run.first, length_of(run), 1}); }
+    void visit_run(const text_run& run) { take(run.text, {run.first, length_of(run), 1}); }
 
     [[nodiscard]] ecc_report& result() {
         std::ranges::stable_sort(report.findings, {}, &ecc_finding::address);
@@ -247,9 +247,9 @@ ecc_report check_protection(const memory_image& image, const ecc_scheme& scheme)
     }
     for_each_row_cycle_or_run(
         image.words(),
-        [&checker](const kvr::word_row& row, std::uint64_t offset) { return checker.take_row(row, offset); },
-        [&checker](const text_cycle& cycle) { return checker.take_cycle(cycle); },
-        [&checker](const text_run& run) { checker.take_run(run); });
+        [&checker](const kvr::word_row& row, std::uint64_t offset) { return checker.visit_row(row, offset); },
+        [&checker](const text_cycle& cycle) { return checker.visit_cycle(cycle); },
+        [&checker](const text_run& run) { checker.visit_run(run); });
     return std::move(checker.result());
 }
 

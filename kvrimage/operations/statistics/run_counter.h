@@ -14,7 +14,7 @@ public:
     explicit run_counter(const image_words& counted) : words(counted) {}
 
     void take(std::string_view text, std::uint64_t offset, std::uint64_t length);
-    void take_turns(std::uint64_t offset, std::uint32_t period, std::uint64_t turns);
+    void add_turns(std::uint64_t offset, std::uint32_t period, std::uint64_t turns);
 
     /// How many runs of words that are set there were.
     [[nodiscard]] std::uint64_t count() const noexcept { return runs; }

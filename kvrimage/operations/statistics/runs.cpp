@@ -15,7 +15,7 @@ void run_counter::take(std::string_view text, std::uint64_t offset, std::uint64_
     keep_longest();
 }
 
-void run_counter::take_turns(std::uint64_t offset, std::uint32_t period, std::uint64_t turns) {
+void run_counter::add_turns(std::uint64_t offset, std::uint32_t period, std::uint64_t turns) {
     // The second turn shows the run that the first one's end and the second one's begin make; all that follow
     // are like it. Its words are not all equal, so that its last run begins in it.
     const std::uint64_t runs_before = runs;
@@ -43,7 +43,7 @@ run_statistics runs_of(const memory_image& image) {
             counter.take(text, offset, length);
         },
         [&counter](std::uint64_t offset, std::uint32_t period, std::uint64_t turns) {
-            counter.take_turns(offset, period, turns);
+            counter.add_turns(offset, period, turns);
         });
     run_statistics statistics{counter.count(), {}};
     if (const text_run& longest = counter.longest(); !longest.text.empty()) {

@@ -32,13 +32,13 @@ public:
     explicit toggle_counter(std::uint32_t width_of_words) : width(width_of_words) {}
 
     void take(std::string_view text, std::uint64_t length) {
-        take_next(text, 1);
+        add_next(text, 1);
         if (length > 1) {
-            take_next(text, length - 1);
+            add_next(text, length - 1);
         }
     }
     /// Compares @p text with the word before it, and counts what that gives @p times.
-    void take_next(std::string_view text, std::uint64_t times) {
+    void add_next(std::string_view text, std::uint64_t times) {
         if (!text.empty() && !previous.empty()) {
             compare(text, times);
         }
@@ -90,7 +90,7 @@ toggle_statistics toggles_of(const memory_image& image) {
         },
         [&](std::uint64_t offset, std::uint32_t period, std::uint64_t turns) {
             for (std::uint32_t index = 0; index < period; ++index) {
-                counter.take_next(words[offset + index], turns);
+                counter.add_next(words[offset + index], turns);
             }
         });
     return counter.result();

@@ -46,7 +46,7 @@ template <class Decoder>
 void expect_decoded(std::string_view digits, std::string_view bytes) {
     Decoder all;
     std::array<char, 16> made{};
-    all.take_double(digits.data(), made.data());
+    all.parse_double_block(digits.data(), made.data());
     ASSERT_TRUE(all.are_digits()) << digits;
     ASSERT_EQ(std::string_view(made.data(), made.size()), bytes);
     ASSERT_EQ(all.sum(), plain_sum(bytes));
@@ -55,7 +55,7 @@ void expect_decoded(std::string_view digits, std::string_view bytes) {
         ASSERT_EQ(std::string_view(made.data(), 8), bytes.substr(0, 8));
         ASSERT_EQ(all.sum(), plain_sum(bytes) + plain_sum(bytes.substr(8 - summed, summed)));
         all = {};
-        all.take_double(digits.data(), made.data());
+        all.parse_double_block(digits.data(), made.data());
     }
 }
 
@@ -69,7 +69,7 @@ void expect_every_digit_is_looked_at() {
                                   lower_case.find(digits[place]) != std::string_view::npos;
             std::array<char, 16> made{};
             Decoder both;
-            both.take_double(digits.data(), made.data());
+            both.parse_double_block(digits.data(), made.data());
             ASSERT_EQ(both.are_digits(), is_digit) << place << " " << character;
             Decoder one;
             one.take(digits.data(), made.data(), 1);

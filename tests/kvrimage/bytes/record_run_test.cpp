@@ -19,7 +19,7 @@ constexpr record_style s1_style = {.mark = "S1", .address_bytes = 2, .type = "",
 /// "2 records of 4 characters, the last from 2 on: 10 AB CD": address and bytes.
 std::string shown_run(const std::string& lines, const record_style& style) {
     std::string data(lines.size() / 2 + 1, '\0');
-    const record_run run = take_record_run(lines, style, data.data());
+    const record_run run = parse_record_run(lines, style, data.data());
     if (run.records == 0) {
         return "none";
     }
@@ -74,7 +74,7 @@ void expect_exact_characters(const std::string& first, const std::string& middle
                              const record_style& style) {
     const std::string lines = first + middle + last;
     std::string data(lines.size() / 2, '\0');
-    ASSERT_EQ(take_record_run(lines, style, data.data()).records, 3U) << lines;
+    ASSERT_EQ(parse_record_run(lines, style, data.data()).records, 3U) << lines;
     for (std::size_t place = 0; place < middle.size(); ++place) {
         for (int character = 0; character < 256; ++character) {
             std::string changed = lines;
@@ -84,7 +84,7 @@ void expect_exact_characters(const std::string& first, const std::string& middle
             const bool is_same =
                 one == middle[place] ||
                 (place >= style.mark.size() && middle[place] >= 'A' && one == middle[place] - 'A' + 'a');
-            const record_run run = take_record_run(changed, style, data.data());
+            const record_run run = parse_record_run(changed, style, data.data());
             ASSERT_EQ(run.records, is_same ? 3U : 1U) << changed;
             ASSERT_EQ(run.size, is_same ? lines.size() : first.size()) << changed;
         }

@@ -236,7 +236,7 @@ TEST(CheckHexRecord, ChecksumIsTestedBeforeTheType) {
 TEST(TakePlainHexRecord, TakesTheFirstLineAndNothingAfterIt) {
     hex_record record;
     const std::string_view lines = ":01000100Ab53\n:00000001FF\n";
-    EXPECT_EQ(take_fast_hex_record(lines, record), 14U);
+    EXPECT_EQ(parse_fast_hex_record(lines, record), 14U);
     EXPECT_EQ(record.text, "01000100Ab53");
     EXPECT_EQ(record.text.data(), lines.data() + 1);
     EXPECT_EQ(record.data(), "Ab");
@@ -247,14 +247,14 @@ TEST(TakePlainHexRecord, TakesTheFirstLineAndNothingAfterIt) {
 
 TEST(TakePlainHexRecord, CarriageReturnBeforeTheNewlineIsPartOfTheLineEnd) {
     hex_record record;
-    EXPECT_EQ(take_fast_hex_record(":01000100AB53\r\n", record), 15U);
+    EXPECT_EQ(parse_fast_hex_record(":01000100AB53\r\n", record), 15U);
     EXPECT_EQ(record.text, "01000100AB53");
 }
 
 TEST(TakePlainHexRecord, LongestRecordIsTaken) {
     const std::string line = kvr_test::hex_record_line(0, 0xFFFF, std::string(510, 'a')) + "\n";
     hex_record record;
-    EXPECT_EQ(take_fast_hex_record(line, record), 522U);
+    EXPECT_EQ(parse_fast_hex_record(line, record), 522U);
     EXPECT_EQ(record.data_bytes, 255U);
 }
 
@@ -284,7 +284,7 @@ TEST(TakePlainHexRecord, EveryOtherLineIsLeftToTheExactPath) {
              ":00000001FG\n",
              ":FF000000AB56\n",
          }) {
-        EXPECT_EQ(take_fast_hex_record(lines, record), 0U) << lines;
+        EXPECT_EQ(parse_fast_hex_record(lines, record), 0U) << lines;
     }
     EXPECT_EQ(record.text, "");
 }
@@ -318,7 +318,7 @@ TEST(TakePlainHexRecord, TakesEveryGoodRecordAsTheExactPathDoes) {
         const std::string ended = line + "\n";
         std::string buffer;
         hex_record record;
-        ASSERT_EQ(take_fast_hex_record(ended, record), ended.size()) << line;
+        ASSERT_EQ(parse_fast_hex_record(ended, record), ended.size()) << line;
         expect_same_record(record, exact_record(line, buffer), line);
     }
 }
@@ -332,7 +332,7 @@ TEST(TakePlainHexRecord, TakesNoBrokenRecordThatTheExactPathRefuses) {
         const std::string ended = line + "\n";
         std::string buffer;
         hex_record record;
-        const std::size_t size = take_fast_hex_record(ended, record);
+        const std::size_t size = parse_fast_hex_record(ended, record);
         if (size == 0) {
             ++left_to_the_exact_way;
             continue;

@@ -27,10 +27,10 @@ struct checked_file {
 /// What a run has found in all its files.
 struct check_totals {
     diagnostic_counts found;
-    std::uint64_t wrong_words = 0;       ///< with bits that the check bits do not agree to
-    std::uint64_t files = 0;             ///< that could be checked
-    std::uint64_t faulty = 0;            ///< of these, with diagnostics
-    std::uint64_t refused = 0;           ///< that could not be checked
+    std::uint64_t wrong_words = 0;          ///< with bits that the check bits do not agree to
+    std::uint64_t files = 0;                ///< that could be checked
+    std::uint64_t faulty = 0;               ///< of these, with diagnostics
+    std::uint64_t refused = 0;              ///< that could not be checked
     exit_code refusal = exit_code::success; ///< the worst reason why a file could not be checked as asked
 
     void add(const checked_file& file) {
@@ -66,7 +66,7 @@ public:
     /// How many diagnostics of a class are kept.
     [[nodiscard]] virtual std::size_t most_diagnostics() const = 0;
     virtual void take(const checked_file& file) = 0;
-    virtual void take_refused(const std::string& path, std::string_view reason) = 0;
+    virtual void report_refused(const std::string& path, std::string_view reason) = 0;
     virtual void finish(const check_totals& totals) = 0;
 };
 

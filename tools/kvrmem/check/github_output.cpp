@@ -61,7 +61,7 @@ public:
         }
         print(text);
     }
-    void take_refused(const std::string& path, std::string_view reason) override {
+    void report_refused(const std::string& path, std::string_view reason) override {
         print(fmt::format("::error file={},title=not checked::{}\n", as_command_property(path),
                           as_command_data(kvrimage::make_visible(reason).text)));
     }

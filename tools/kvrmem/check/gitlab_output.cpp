@@ -42,7 +42,7 @@ public:
             }
         }
     }
-    void take_refused(const std::string& path, std::string_view reason) override {
+    void report_refused(const std::string& path, std::string_view reason) override {
         const std::string text = kvrimage::make_visible(reason).text;
         add(path, 0, "not-checked", {text, text}, "blocker");
     }

@@ -46,7 +46,7 @@ public:
         }
         add(name, suite);
     }
-    void take_refused(const std::string& path, std::string_view reason) override {
+    void report_refused(const std::string& path, std::string_view reason) override {
         const std::string name = reported_name(path);
         test_suite suite;
         suite.errors = 1;

@@ -122,7 +122,7 @@ public:
             notify(file.input.path, fmt::format("{} more faults are left out", left_out), "note");
         }
     }
-    void take_refused(const std::string& path, std::string_view reason) override {
+    void report_refused(const std::string& path, std::string_view reason) override {
         notify(path, reason, "error");
     }
     void finish(const check_totals& totals) override {

@@ -118,7 +118,7 @@ complete -F _kvrmem kvrmem
 
 /// The assignment that gives the values of @p entry.
 std::string bash_values(const option_entry& entry) {
-    return takes_path(entry) ? "values=() files=yes" : fmt::format("values=({}) files=''", entry.choices);
+    return is_path_option(entry) ? "values=() files=yes" : fmt::format("values=({}) files=''", entry.choices);
 }
 
 std::string bash_value_case(const command& which, const option_entry& entry) {

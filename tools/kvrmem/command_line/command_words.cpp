@@ -56,7 +56,7 @@ std::vector<const option_entry*> options_of(const command& which) {
     return options;
 }
 
-bool takes_path(const option_entry& entry) noexcept {
+bool is_path_option(const option_entry& entry) noexcept {
     return entry.choices == "FILE";
 }
 

@@ -27,7 +27,7 @@ struct program_word {
 [[nodiscard]] std::vector<const option_entry*> options_of(const command& which);
 
 /// Whether the value of @p entry is the path of a file.
-[[nodiscard]] bool takes_path(const option_entry& entry) noexcept;
+[[nodiscard]] bool is_path_option(const option_entry& entry) noexcept;
 
 /// The operands of a command.
 struct operand_words {

@@ -77,7 +77,7 @@ std::string fish_value(const option_entry& entry) {
     if (entry.value == nullptr) {
         return "";
     }
-    if (takes_path(entry)) {
+    if (is_path_option(entry)) {
         return " -r -F";
     }
     return entry.choices.empty() ? " -x" : fmt::format(" -x -a {}", fish_quoted(entry.choices));

@@ -23,7 +23,7 @@ using kvrimage::format;
 /// What a rule can ask for.
 struct run_facts {
     const arguments& given;
-    const format* output = nullptr; ///< of OUT, as far as name and --to tell it; else null
+    const format* output = nullptr; ///< of OUT, as far as name and --to determine it; else null
     std::uint32_t width = 0;        ///< bits of a word; 0 before the file is read
 };
 

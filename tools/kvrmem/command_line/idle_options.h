@@ -7,7 +7,7 @@
 namespace kvrmem {
 
 /// Refuses options that change nothing in this run, of which the user expects something. What depends on the
-/// formats is validated as far as names and options tell these.
+/// formats is validated as far as names and options determine these.
 /// @throws tool_error (wrong usage) with the option and the reason.
 void refuse_idle_options(const command& which, const arguments& given);
 

@@ -88,7 +88,7 @@ constexpr std::string_view man_overview =
     "[options] [operands]\n"
     ".SH DESCRIPTION\n"
     "The files give an on\\-chip RAM or ROM its first contents: {titles}.\n"
-    "Name and contents tell the format, and kvrmem formats lists all; \\- is standard input or output.\n"
+    "Name and contents determine the format, and kvrmem formats lists all; \\- is standard input or output.\n"
     ".SH COMMANDS\n"
     "Each has a page of its own,\n"
     ".BI kvrmem\\- command (1).\n";
@@ -113,7 +113,7 @@ constexpr std::string_view man_environment =
     ".SH ENVIRONMENT\n"
     ".TP\n.B NO_COLOR\nset to anything: no colour, unless \\-\\-color asks for it\n"
     ".TP\n.B TERM\n\"dumb\": no colour either\n"
-    ".TP\n.B LC_ALL, LC_CTYPE, LANG\nthe first that is set tells whether a plot in the terminal may be "
+    ".TP\n.B LC_ALL, LC_CTYPE, LANG\nthe first that is set decides whether a plot in the terminal may be "
     "drawn\n"
     "in UTF\\-8\n";
 

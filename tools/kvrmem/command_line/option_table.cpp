@@ -244,15 +244,15 @@ struct choice_side {
     void (*take)(arguments& into, std::string_view name, const char* value);
 };
 
-void take_read_choice(arguments& into, std::string_view name, const char* value) {
+void set_read_choice(arguments& into, std::string_view name, const char* value) {
     into.read_choices.push_back({std::string(name), value != nullptr ? value : ""});
 }
 
 constexpr std::array<choice_side, 3> choice_sides = {{
     {option_id::read_choice, &format::read_choices, [](const format& /*one*/) { return true; },
-     take_read_choice},
+     set_read_choice},
     {option_id::layout_choice, &format::read_choices,
-     [](const format& one) { return one.lay_out != nullptr; }, take_read_choice},
+     [](const format& one) { return one.lay_out != nullptr; }, set_read_choice},
     {option_id::write_choice, &format::write_choices, [](const format& /*one*/) { return true; },
      [](arguments& into, std::string_view name, const char* value) {
          into.write_choices.push_back({std::string(name), value != nullptr ? value : ""});

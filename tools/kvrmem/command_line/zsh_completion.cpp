@@ -69,7 +69,7 @@ std::string zsh_value(const option_entry& entry) {
         return "";
     }
     std::string action = " "; // nothing to choose from
-    if (takes_path(entry)) {
+    if (is_path_option(entry)) {
         action = "_files";
     } else if (!entry.choices.empty()) {
         action = fmt::format("_kvrmem_choices - {}", zsh_escaped(entry.choices));

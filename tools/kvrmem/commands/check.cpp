@@ -32,7 +32,7 @@ class quiet_output : public check_output {
 public:
     [[nodiscard]] std::size_t most_diagnostics() const override { return 1; }
     void take(const checked_file& /*file*/) override {}
-    void take_refused(const std::string& /*path*/, std::string_view /*reason*/) override {}
+    void report_refused(const std::string& /*path*/, std::string_view /*reason*/) override {}
     void finish(const check_totals& /*totals*/) override {}
 };
 
@@ -50,7 +50,7 @@ public:
             print(protection_as_text(input.name(), *file.protection));
         }
     }
-    void take_refused(const std::string& path, std::string_view /*reason*/) override {
+    void report_refused(const std::string& path, std::string_view /*reason*/) override {
         refused.append(refused.empty() ? "" : ", ").append(kvrimage::title_of_input(path));
     }
     void finish(const check_totals& totals) override {
@@ -77,7 +77,7 @@ public:
         }
         files.push_back(std::move(report));
     }
-    void take_refused(const std::string& path, std::string_view reason) override {
+    void report_refused(const std::string& path, std::string_view reason) override {
         refused.push_back({{"file", json_name(path)}, {"message", kvrimage::make_visible(reason).text}});
     }
     void finish(const check_totals& totals) override {
@@ -111,7 +111,7 @@ std::optional<checked_file> check_or_report(const arguments& given, const std::s
                                             check_totals& totals, check_output& output) {
     const auto refuse = [&](exit_code code, std::string_view reason) {
         totals.refuse(code);
-        output.take_refused(path, reason);
+        output.report_refused(path, reason);
         print_failure(reason, given.color);
     };
     try {

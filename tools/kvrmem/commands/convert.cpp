@@ -87,7 +87,7 @@ void note_words_of_bytes(const arguments& given, const memory_input& input,
     }
     const std::string line = command_with(given, wider);
     print_message(fmt::format("{}: note: each byte is a word; for wider ones give --width{}", input.name(),
-                     line.empty() ? "" : ", as in " + line));
+                              line.empty() ? "" : ", as in " + line));
 }
 
 /// What would be in the way of writing the words of @p result as they are.
@@ -117,8 +117,8 @@ void report_conversion(const arguments& given, const memory_input& input,
     }
     std::ranges::for_each(done, print_message);
     print_message(fmt::format("{} ({}) -> {} ({}): {}{}", input.name(), title_of_read(input), target,
-                     title_of_written(options), written_words(input.image(), *options.as),
-                     lost_start_address(input.result.facts, options)));
+                              title_of_written(options), written_words(input.image(), *options.as),
+                              lost_start_address(input.result.facts, options)));
 }
 
 exit_code convert(const arguments& given) {
@@ -169,7 +169,7 @@ const command convert_command = {
     "  $ kvrmem convert --only 0x100..0x1FF --move-to 0 boot.mif part.mif\n"
     "  $ kvrmem convert --fill 0 --reshape 32 --ecc hamming bytes.mif words.hex\n"
     "  $ kvrmem convert --from mif --to rif - - < table.txt\n",
-    "The names and the contents tell the formats, or --from and --to; kvrmem formats\n"
+    "Names and contents determine the formats, or --from and --to; kvrmem formats\n"
     "lists them. A file whose meaning is in doubt is refused, as kvrmem check shows it,\n"
     "and OUT stays as it was. Words that are not set stay out of OUT, unless --fill gives them a value.\n"
     "\n"

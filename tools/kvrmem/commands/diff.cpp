@@ -32,7 +32,7 @@ constexpr std::size_t git_operands = 7;
 
 /// Calls @p report with the parts of @p found that both files say for certain.
 template <class Report>
-void take_certain_parts(const kvrimage::difference& found, const diff_side& left, const diff_side& right,
+void keep_certain_parts(const kvrimage::difference& found, const diff_side& left, const diff_side& right,
                         Report&& report) {
     const auto take = [&](const address_range& part, bool is_unreadable) {
         if (!is_unreadable) {
@@ -89,7 +89,7 @@ exit_code compare(const arguments& given, const diff_side& left, const diff_side
     const std::vector<address_range> unreadable = unreadable_in(left, right, compared);
     bool differ = have_other_forms(given, left, right);
     const auto take = [&](const kvrimage::difference& found) {
-        take_certain_parts(found, left, right, [&](const kvrimage::difference& certain) {
+        keep_certain_parts(found, left, right, [&](const kvrimage::difference& certain) {
             differ = true;
             report.take(certain);
         });
@@ -241,7 +241,7 @@ const command diff_command = {
     "  $ git config diff.memory.command 'kvrmem diff --git'\n",
     "Each line is a range of addresses with the word of A and the word of B; a\n"
     "word that is not set is 'unset', which is not equal to 0. --from is for a\n"
-    "name that does not tell its format. The exit code is\n"
+    "name that does not determine its format. The exit code is\n"
     "0 when the memories are the same in words, width and depth, 1 when they differ,\n"
     "and 2 when no difference was found, but words are in doubt (--keep-going).\n"
     "With --range or --ignore the depths do not count, but the widths do.\n"

@@ -106,11 +106,11 @@ public:
     edit_planner(const arguments& given, const edit_kind& what, memory_input& edited)
         : kind(what),
           input(edited),
-          rules{given.round.value_or(kvrimage::rounding::nearest), given.saturate, what.takes_ranges} {}
+          rules{given.round.value_or(kvrimage::rounding::nearest), given.saturate, what.accepts_ranges} {}
 
     void take(const std::string& text) {
         const edit_operand operand = parse_edit_operand(text, kind.example);
-        if (!kind.takes_ranges && operand.addresses.first != operand.addresses.last) {
+        if (!kind.accepts_ranges && operand.addresses.first != operand.addresses.last) {
             usage_error(fmt::format("{}: set takes single addresses; fill takes ranges", text));
         }
         edit_values values = values_of(operand, input.image().width(), rules);
@@ -137,7 +137,7 @@ private:
     [[nodiscard]] kvrimage::address_range addresses_for(const edit_operand& operand,
                                                         std::uint64_t values) const {
         const auto [first, last] = operand.addresses;
-        if (!kind.takes_ranges) {
+        if (!kind.accepts_ranges) {
             // Beyond the last of all addresses, the one that is compared with the memory is beyond it, too.
             return {first, first + std::min(values - 1, ~first)};
         }
@@ -351,7 +351,7 @@ void verify(const arguments& given, memory_input& input, const std::vector<known
         broken = first_broken(found);
         if (broken == nullptr) {
             print_message(fmt::format("{}: note: from now on it has to be read with {}", input.name(),
-                             address_options(input.result.facts)));
+                                      address_options(input.result.facts)));
         }
     }
     if (broken != nullptr) {
@@ -395,7 +395,7 @@ void report_edits(const arguments& given, const memory_input& input, const std::
     const bool in_place = is_in_place(given, input);
     const std::string target = in_place ? "" : " -> " + *given.output;
     print_message(fmt::format("{}{}: {}{}", input.name(), target, summary,
-                     has_changed ? "" : ", as they were already"));
+                              has_changed ? "" : ", as they were already"));
     if (!in_place) {
         note_other_extension(*given.output, *input.options.as);
     }

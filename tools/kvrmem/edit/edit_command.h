@@ -20,7 +20,7 @@ using edit_summary = std::string (*)(const std::vector<kvrimage::address_range>&
 /// What "set" and "fill" are.
 struct edit_kind {
     const char* example; ///< what an operand looks like, for the message when one does not
-    bool takes_ranges;   ///< an operand may name a range, and lists of values for it
+    bool accepts_ranges; ///< an operand may name a range, and lists of values for it
     edit_summary summarize;
 };
 

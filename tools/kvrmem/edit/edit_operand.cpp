@@ -69,28 +69,28 @@ public:
 
     edit_values parse() {
         for (bool is_more = true; is_more;) {
-            take_value();
-            is_more = take_comma();
+            parse_value();
+            is_more = skip_comma();
         }
         return std::move(found);
     }
 
 private:
-    void take_value() {
+    void parse_value() {
         if (rest.starts_with('"')) {
-            take_text();
+            parse_text();
             return;
         }
         const std::string_view value = trimmed(rest.substr(0, rules.are_lists ? rest.find(',') : rest.npos));
         if (value.starts_with(fixed_prefix)) {
-            take_fraction(value);
+            parse_fraction(value);
         } else {
             take_number(value);
         }
         rest.remove_prefix(static_cast<std::size_t>(value.data() + value.size() - rest.data()));
     }
     /// True when another value follows.
-    bool take_comma() {
+    bool skip_comma() {
         rest = trimmed(rest);
         if (rest.empty()) {
             return false;
@@ -101,7 +101,7 @@ private:
         rest = trimmed(rest.substr(1));
         return true;
     }
-    void take_text() {
+    void parse_text() {
         using fault = kvrimage::quoted_text_fault;
         const kvrimage::quoted_text text = kvrimage::parse_quoted_text(rest);
         if (text.fault == fault::not_closed) {
@@ -123,7 +123,7 @@ private:
         found.words.insert(found.words.end(), made.words.begin(), made.words.end());
         rest.remove_prefix(text.length);
     }
-    void take_fraction(std::string_view value) {
+    void parse_fraction(std::string_view value) {
         const std::size_t colon = value.find(':', fixed_prefix.size());
         const std::string_view name = value.substr(0, colon);
         const auto format = kvrimage::fixed_point_of_name(name);

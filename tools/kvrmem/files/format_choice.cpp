@@ -17,7 +17,7 @@ namespace kvrmem {
 namespace {
 
 [[noreturn]] void refuse_name(const std::string& path, std::string_view advice) {
-    usage_error(fmt::format("{}: {} not tell the format; give {} (kvrmem formats lists them)",
+    usage_error(fmt::format("{}: {} not determine the format; give {} (kvrmem formats lists them)",
                             kvrimage::title_of_input(path), path == "-" ? "the contents do" : "the name does",
                             advice));
 }
@@ -77,7 +77,7 @@ void note_other_extension(const std::string& path, const kvrimage::format& writt
     const std::vector<const kvrimage::format*> named = kvrimage::formats_of_path(path);
     if (!named.empty() && std::ranges::find(named, &written) == named.end()) {
         print_message(fmt::format("{}: note: the name says {}, what was written is {}",
-                         kvrimage::title_of_output(path), named.front()->title, written.title));
+                                  kvrimage::title_of_output(path), named.front()->title, written.title));
     }
 }
 

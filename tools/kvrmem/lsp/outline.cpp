@@ -97,7 +97,7 @@ private:
     }
 
     void take_word(const text_piece& piece, std::size_t line) {
-        take_run(piece.where.in(text), line);
+        visit_run(piece.where.in(text), line);
         const span begin = std::exchange(address, std::nullopt).value_or(piece.where);
         if (!piece.addresses) {
             return;
@@ -116,7 +116,7 @@ private:
         block.addresses.last = std::max(block.addresses.last, last);
     }
 
-    void take_run(std::string_view word, std::size_t line) {
+    void visit_run(std::string_view word, std::size_t line) {
         const bool is_equal = run_is_open && word == run_text && line <= run.last + 1;
         if (is_equal && !line_is_mixed(line)) {
             run.last = line;

@@ -52,8 +52,9 @@ json capabilities(position_encoding encoding) {
 
 position_encoding encoding_for(const json& client) {
     const json& offered = member(member(client, "general"), "positionEncodings");
-    const bool takes_utf8 = offered.is_array() && std::ranges::find(offered, json("utf-8")) != offered.end();
-    return takes_utf8 ? position_encoding::utf8 : position_encoding::utf16;
+    const bool accepts_utf8 =
+        offered.is_array() && std::ranges::find(offered, json("utf-8")) != offered.end();
+    return accepts_utf8 ? position_encoding::utf8 : position_encoding::utf16;
 }
 
 client_abilities abilities_of(const json& client) {

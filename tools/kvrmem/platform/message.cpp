@@ -27,12 +27,13 @@ void print_message(std::string_view text) {
 
 void print_failure(std::string_view text, color_choice choice) {
     const painter paint = painter_for(stderr, choice);
-    print_message_as_it_is(fmt::format("{} {}\n", paint.paint(style::bold_red, "kvrmem:"), for_message(text)));
+    print_message_as_it_is(
+        fmt::format("{} {}\n", paint.paint(style::bold_red, "kvrmem:"), for_message(text)));
 }
 
 void print_message_as_it_is(std::string_view text) {
     const progress_pause pause;
-    // There is nobody to tell that standard error cannot be written to.
+    // There is nobody to inform that standard error cannot be written to.
     static_cast<void>(write_all(STDERR_FILENO, text));
 }
 

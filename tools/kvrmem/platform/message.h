@@ -10,7 +10,7 @@ namespace kvrmem {
 /// files and names; of a very long one the end is cut off.
 void print_message(std::string_view text);
 
-/// tell() after "kvrmem:", in red where @p choice allows it.
+/// print_message() after "kvrmem:", in red where @p choice allows it.
 void print_failure(std::string_view text, color_choice choice);
 
 /// Writes @p text to standard error as it is.

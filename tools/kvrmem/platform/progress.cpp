@@ -49,7 +49,7 @@ std::size_t line_limit = 79; ///< a line that goes on in the next row could not 
 constexpr std::string_view erase_line = "\r\x1B[K";
 
 void write_to_terminal(std::string_view text) noexcept {
-    // There is nobody to tell that the terminal cannot be written to.
+    // There is nobody to inform that the terminal cannot be written to.
     static_cast<void>(write_all(STDERR_FILENO, text));
 }
 

@@ -95,8 +95,8 @@ TEST(TitxtParser, FiveBytesAtOnceAreThoseOfEachDigit) {
             text[place] = static_cast<char>(value);
             std::array<char, 8> bytes{};
             std::array<char, 8> portable_bytes{};
-            const bool is_taken = take_five_titxt_bytes(text.data(), bytes.data());
-            ASSERT_EQ(is_taken, portable::take_five_titxt_bytes(text.data(), portable_bytes.data())) << text;
+            const bool is_taken = parse_five_titxt_bytes(text.data(), bytes.data());
+            ASSERT_EQ(is_taken, portable::parse_five_titxt_bytes(text.data(), portable_bytes.data())) << text;
             ASSERT_TRUE(!is_taken || std::equal(bytes.begin(), bytes.begin() + 5, portable_bytes.begin()));
         }
     }
