@@ -1,11 +1,12 @@
 #pragma once
 
 /// @file
-/// What the shared library shows. KVRIMAGE_BUILDING_SHARED and KVRIMAGE_USING_SHARED matter on Windows only
-/// and are set by the build.
+/// @file
+/// Symbol visibility of the shared library. KVRIMAGE_BUILDING_SHARED and KVRIMAGE_USING_SHARED matter on
+/// Windows only; the build sets them.
 
 /// @def KVRIMAGE_API
-/// Marks what the shared library shows to its users; all the rest stays hidden in it.
+/// Marks a symbol that the shared library exports. All other symbols stay hidden.
 #if defined(_WIN32)
 #if defined(KVRIMAGE_BUILDING_SHARED)
 #define KVRIMAGE_API __declspec(dllexport)

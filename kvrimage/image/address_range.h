@@ -4,12 +4,12 @@
 
 namespace kvrimage {
 
-/// Addresses from `first` to `last`, both included; never empty.
+/// The addresses from `first` to `last`, both included. A range is never empty.
 struct address_range {
     std::uint64_t first = 0; ///< the lowest address
-    std::uint64_t last = 0;  ///< the highest one, at least `first`
+    std::uint64_t last = 0;  ///< the highest address, at least `first`
 
-    /// The same addresses.
+    /// Compares both addresses.
     friend bool operator==(const address_range&, const address_range&) = default;
 };
 

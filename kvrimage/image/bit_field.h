@@ -6,18 +6,19 @@
 
 namespace kvrimage {
 
-/// Neighbouring bits of a word; bit 0 is the least significant one.
+/// A field of adjacent bits of a word. Bit 0 is the least significant one.
 struct bit_field {
-    std::uint32_t high = 0; ///< its most significant bit, at least `low`
+    std::uint32_t high = 0; ///< the most significant bit, at least `low`
     std::uint32_t low = 0;
 
     [[nodiscard]] std::uint32_t width() const noexcept { return high - low + 1; }
     friend bool operator==(const bit_field&, const bit_field&) = default;
 };
 
-/// @p whole with the bits of @p value, which has the width of @p field, in @p field. All other bits stay,
-/// don't-care bits too.
-/// @throws std::invalid_argument when @p field does not lie in the word, or @p value has another width
+/// Returns @p whole with the bits of @p field replaced by @p value. All other bits keep their value,
+/// don't-care bits included.
+/// @throws std::invalid_argument if @p field exceeds the word, or the width of @p value differs from that of
+/// the field
 [[nodiscard]] word with_field(const word& whole, const bit_field& field, const word& value);
 
 } // namespace kvrimage

@@ -21,7 +21,8 @@ void reverse_each(char* words, std::size_t count) noexcept {
     }
 }
 
-/// How many words are made at once: a page of the store, but fewer of wide ones; a power of two.
+/// Returns the number of words converted in one step: at most a page of the store, fewer if they are wide; a
+/// power of two.
 std::size_t words_at_once(const word_shape& shape) noexcept {
     constexpr std::size_t most_words = 1024;
     constexpr std::size_t most_bytes = std::size_t{1} << 16U;
@@ -63,7 +64,7 @@ std::size_t byte_texts::count_fitting(std::string_view bytes) const noexcept {
     const auto is_wide = [&](std::size_t index) {
         return static_cast<unsigned char>(bytes[index * shape.bytes + top]) >> used_bits != 0;
     };
-    // Many at once: hardly any file has a word that is too wide.
+    // Test many words at once: hardly any file has a word that is too wide.
     constexpr std::size_t at_once = 64;
     std::size_t fitting = 0;
     for (bool any = false; !any && count - fitting >= at_once; fitting += any ? 0 : at_once) {
@@ -88,7 +89,7 @@ std::string_view byte_texts::make(std::string_view bytes) {
     return shape.has_odd_digit() ? without_first_digits() : texts;
 }
 
-/// The texts without the first digit of each word, which is 0.
+/// Removes the first digit of each word, which is 0.
 std::string_view byte_texts::without_first_digits() noexcept {
     const std::size_t step = shape.digits + 1;
     std::size_t made = 0;
@@ -112,7 +113,7 @@ std::uint64_t byte_word_setter::set(std::uint64_t offset, std::string_view bytes
     const std::size_t most = words_at_once(shape);
     std::uint64_t done = 0;
     while (!bytes.empty()) {
-        // Up to a multiple of the most, so that no part crosses a page or the border of the halves.
+        // Stop at a multiple of `most`, so that no part crosses a page or the border of the halves.
         const std::size_t room = most - (offset + done) % most;
         const std::string_view part = bytes.substr(0, room * shape.bytes);
         const std::size_t fitting = texts.count_fitting(part);

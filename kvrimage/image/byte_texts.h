@@ -12,33 +12,33 @@
 
 namespace kvrimage {
 
-/// How a word stands in bytes and in hexadecimal digits.
+/// Size of a word in bytes and in hexadecimal digits.
 struct word_shape {
     explicit word_shape(std::uint32_t width) noexcept;
 
-    /// Whether the most significant byte is one digit.
+    /// True if the most significant byte has one digit only.
     [[nodiscard]] bool has_odd_digit() const noexcept { return digits % 2 != 0; }
 
     std::size_t bytes;
     std::size_t digits;
-    unsigned surplus_bits; ///< of the most significant byte
+    unsigned surplus_bits; ///< high bits of the most significant byte that do not belong to the word
 };
 
-/// Reverses the byte order of the words of @p size bytes each that @p bytes are.
+/// Reverses the byte order of each word in @p bytes. @p size is the bytes of a word.
 void reverse_words(std::span<char> bytes, std::size_t size) noexcept;
 
-/// Makes the texts of words, as image_words holds them, of bytes.
+/// Converts words from bytes to the texts that image_words stores.
 class byte_texts {
 public:
     byte_texts(std::uint32_t width, byte_order in_order) : shape(width), order(in_order) {}
 
-    /// How many words at the front of @p bytes, which are whole words, have surplus bits of 0: all, or those
-    /// before the first one that is too wide.
+    /// Returns the number of words at the front of @p bytes whose surplus bits are 0. Counting stops at the
+    /// first word that is too wide. @p bytes holds whole words.
     [[nodiscard]] std::size_t count_fitting(std::string_view bytes) const noexcept;
-    /// The texts of the words that @p bytes are, side by side, without their surplus bits. Valid until the
-    /// next call.
+    /// Returns the texts of the words in @p bytes, concatenated and without surplus bits. The result is valid
+    /// until the next call.
     [[nodiscard]] std::string_view make(std::string_view bytes);
-    /// All digits of the bytes of one word, the surplus bits among them.
+    /// Returns all hexadecimal digits of one word, surplus bits included.
     [[nodiscard]] std::string all_digits(std::string_view word) const;
 
 private:
@@ -50,8 +50,8 @@ private:
     std::string texts;
 };
 
-/// Sets words of bytes in the order of the calls. The words, which must outlive it, are complete after
-/// flush().
+/// Sets words from bytes, in the order of the calls. All words are in place after flush(). The target must
+/// outlive this object.
 class byte_word_setter {
 public:
     byte_word_setter(std::uint32_t width, byte_order order, image_words& to)
@@ -60,8 +60,8 @@ public:
           words(to),
           batch(to.lower_half()) {}
 
-    /// Sets the words from @p offset on to those of @p bytes, up to the first one that is too wide.
-    /// @return how many were set
+    /// Sets the words from @p offset on from @p bytes and stops at the first word that is too wide.
+    /// @return the number of words set
     std::uint64_t set(std::uint64_t offset, std::string_view bytes);
     void flush() { batch.flush(); }
 

@@ -13,7 +13,7 @@ namespace {
 
 using byte_block_of_words = byte_words::block;
 
-/// The part of @p block that is in the offsets of @p range, which has some of it.
+/// Returns the part of @p block within @p range. They must overlap.
 byte_block_of_words part_of(const byte_block_of_words& block, const address_range& range,
                             std::uint32_t bytes_per_word) {
     const std::uint64_t first = std::max(block.first, range.first);
@@ -23,7 +23,7 @@ byte_block_of_words part_of(const byte_block_of_words& block, const address_rang
     return {first, block.bytes.substr(static_cast<std::size_t>(begin), static_cast<std::size_t>(size))};
 }
 
-/// How many words at the front of @p bytes are @p word, at most @p most.
+/// Counts the words at the front of @p bytes that equal @p word, at most @p most.
 std::uint64_t count_equal_words(std::string_view word, std::string_view bytes, std::uint64_t most) {
     std::uint64_t count = 0;
     while (count < most && bytes.starts_with(word)) {

@@ -13,7 +13,7 @@
 
 namespace kvrimage {
 
-/// The words of a memory at their addresses. Beyond the memory no word is set.
+/// The words of a memory by address. Addresses outside the memory have no word.
 class placed_words {
 public:
     explicit placed_words(const image_words& of, std::uint64_t base = 0) : words(of), lowest(base) {}
@@ -21,7 +21,7 @@ public:
     [[nodiscard]] bool has(std::uint64_t address) const noexcept {
         return address >= lowest && address - lowest < words.size();
     }
-    /// The address must be one of the memory; so must that of the row and of the cycle.
+    /// operator[], row_at() and cycle_at() require an address of the memory.
     [[nodiscard]] std::string_view operator[](std::uint64_t address) const { return words[address - lowest]; }
     [[nodiscard]] kvr::word_row row_at(std::uint64_t address) const { return words.row_at(address - lowest); }
     [[nodiscard]] text_cycle cycle_at(std::uint64_t address) const {
@@ -29,7 +29,7 @@ public:
         return {lowest + found.first, lowest + found.last, found.period};
     }
 
-    /// The longest run from @p address on, the addresses beyond the memory among them.
+    /// Returns the longest run from @p address on. Addresses outside the memory count as not set.
     [[nodiscard]] text_run run_at(std::uint64_t address) const {
         if (has(address)) {
             const text_run run = words.run_at(address - lowest);
@@ -41,7 +41,7 @@ public:
     }
 
 private:
-    /// The end of the stretch without words from @p address on.
+    /// Returns the last address of the unset stretch that begins at @p address.
     [[nodiscard]] std::uint64_t last_unset(std::uint64_t address) const {
         const std::uint64_t begin = std::max(address, lowest);
         if (has(begin)) {
@@ -60,10 +60,11 @@ private:
     std::uint64_t lowest;
 };
 
-/// Whether two words with equal texts are the same word. They may differ where the widths do.
+/// Says whether equal texts mean equal words. They may not if the two memories differ in width.
 enum class equal_texts { are_same, may_differ };
 
-/// How many words from @p address on, which stand in a row in both memories, have the same texts.
+/// Counts the words from @p address on whose texts are equal in both memories. Returns 0 unless both memories
+/// have a row there.
 [[nodiscard]] inline std::uint64_t count_same_in_rows(const placed_words& one, const placed_words& other,
                                                       std::uint64_t address) {
     if (!one.has(address) || !other.has(address)) {
@@ -83,15 +84,15 @@ enum class equal_texts { are_same, may_differ };
     return static_cast<std::size_t>(differing - left.texts) / length;
 }
 
-/// Goes over two memories at once and skips what is the same cycle in both, without a look at each word.
+/// Walks over two memories and skips the parts in which both repeat the same cycle, in one step.
 class same_cycle_finder {
 public:
     same_cycle_finder(const placed_words& first_words, const placed_words& second_words)
         : one(first_words),
           other(second_words) {}
 
-    /// How many addresses from @p address on hold the same words in both, as @p same (one word, the other)
-    /// decides; 0 where that is not found out at once.
+    /// Returns the number of addresses from @p address on at which both memories have the same words. Returns
+    /// 0 if the cycles do not tell. @p same(one word, other word) compares.
     template <class Same>
     [[nodiscard]] std::uint64_t find(std::uint64_t address, const Same& same) {
         if (address < known_until || !one.has(address) || !other.has(address)) {
@@ -119,7 +120,7 @@ private:
     std::uint64_t known_until = 0;
 };
 
-/// A stretch over which two memories hold a word each; beyond a memory its words are "".
+/// A stretch over which each memory repeats one word. Outside a memory the word is "".
 struct differing_run {
     std::uint64_t first;
     std::uint64_t last;
@@ -127,14 +128,14 @@ struct differing_run {
     std::string_view other;
 };
 
-/// Finds every longest stretch of addresses over which two memories hold a word each that are not the same,
-/// in order.
-/// @tparam Same decides (one word, the other) whether two words are the same
+/// Finds the stretches of addresses at which two memories differ, in order. Each stretch has one word in each
+/// memory and is as long as possible.
+/// @tparam Same compares two words: same(one word, other word)
 template <class Same>
 class differing_run_finder {
 public:
-    /// @param texts_that_are_equal are_same: @p decide is true of equal texts, and is not asked for many at
-    /// once
+    /// @param texts_that_are_equal are_same: @p decide returns true for equal texts, so many words are
+    /// compared at once without calling it
     differing_run_finder(const placed_words& first_words, const placed_words& second_words,
                          const address_range& where, const Same& decide, equal_texts texts_that_are_equal)
         : one(first_words),
@@ -145,7 +146,7 @@ public:
           address(where.first),
           last(where.last) {}
 
-    /// Nothing when there are no more.
+    /// Returns the next stretch, or nothing after the last one.
     [[nodiscard]] std::optional<differing_run> next() {
         while (!at_end) {
             const std::uint64_t first = address;
@@ -166,12 +167,12 @@ public:
     }
 
 private:
-    /// How many words from @p from on are the same; 0 where that is not found out at once.
+    /// Returns the number of equal words from @p from on, or 0 if only a comparison of runs can tell.
     [[nodiscard]] std::uint64_t count_same(std::uint64_t from) {
         const std::uint64_t count = texts == equal_texts::are_same ? count_same_in_rows(one, other, from) : 0;
         return count != 0 ? count : cycles.find(from, same);
     }
-    /// @param end inclusive: one more may not fit 64 bits
+    /// @param end inclusive, since end + 1 may exceed 64 bits
     void advance(std::uint64_t end) {
         at_end = end >= last;
         address = end + 1;

@@ -14,8 +14,8 @@ namespace kvrimage {
 
 namespace {
 
-/// At least the decimal digits of a number of @p bits bits; 10 to the minus that is below 2 to the minus @p
-/// bits.
+/// Returns an upper bound of the decimal digits of a number of @p bits bits. 10 to the power of minus this
+/// bound is below 2 to the power of minus @p bits.
 constexpr std::int64_t decimal_places_of(std::uint32_t bits) {
     return std::int64_t{bits} / 3 + 2;
 }
@@ -23,7 +23,7 @@ constexpr std::int64_t decimal_places_of(std::uint32_t bits) {
 /// The number 0.DIGITS * 10^point.
 struct scaled_digits {
     bool negative = false;
-    std::string digits; ///< the first one is not 0; "" for zero
+    std::string digits; ///< without leading zeros; "" for zero
     std::int64_t point = 0;
 };
 
@@ -35,7 +35,8 @@ std::string_view digits_at(std::string_view text, std::size_t begin) {
     return text.substr(begin, end - begin);
 }
 
-/// The exponent @p text, "e" and a number; nothing when it is none. Kept within bounds that no text reaches.
+/// Parses the exponent, "e" and a number; an empty text is 0. Returns nothing for any other text. The result
+/// is clamped to bounds beyond any text length.
 std::optional<std::int64_t> exponent_of(std::string_view text) {
     constexpr std::int64_t largest = std::int64_t{1} << 60U;
     if (text.empty()) {
@@ -79,10 +80,10 @@ std::optional<scaled_digits> scan_decimal(std::string_view text) {
     return number;
 }
 
-/// A fraction below 1, in chunks of nine decimal digits, the first the most significant one.
+/// A fraction below 1 in chunks of nine decimal digits, most significant chunk first.
 class decimal_chunks {
 public:
-    /// The number 0.DIGITS with @p zeros before the digits.
+    /// The number 0.DIGITS with @p zeros zeros before the digits.
     decimal_chunks(std::size_t zeros, std::string_view digits) : chunks((zeros + digits.size() + 8) / 9) {
         for (std::size_t index = 0; index < digits.size(); ++index) {
             const std::size_t place = zeros + index;
@@ -92,7 +93,7 @@ public:
 
     [[nodiscard]] bool is_zero() const noexcept { return chunks.empty(); }
 
-    /// Multiplies by 2^count, at most 32; returns what is then before the point, which is taken away.
+    /// Multiplies by 2^count, at most 2^32. Removes and returns the integer part.
     std::uint32_t shift_out(unsigned count) {
         constexpr std::uint64_t chunk = 1'000'000'000;
         std::uint64_t carry = 0;
@@ -111,14 +112,14 @@ private:
     static constexpr std::uint32_t powers[] = {1,       10,        100,        1'000,      10'000,
                                                100'000, 1'000'000, 10'000'000, 100'000'000};
 
-    std::vector<std::uint32_t> chunks; ///< without those at the end that are 0
+    std::vector<std::uint32_t> chunks; ///< without trailing zeros
 };
 
-/// The bits of a magnitude, and what is below the last of them.
+/// The bits of a magnitude, and a summary of what follows the last bit.
 struct magnitude_bits {
     std::string bits;
     bool has_half = false;
-    bool has_rest = false; ///< something beside the half
+    bool has_rest = false; ///< anything besides the half
 };
 
 void append_fraction(decimal_chunks& fraction, std::uint32_t count, magnitude_bits& number) {
@@ -135,7 +136,7 @@ void append_fraction(decimal_chunks& fraction, std::uint32_t count, magnitude_bi
     number.has_rest = !fraction.is_zero();
 }
 
-/// The magnitude of @p number with one more integer bit than the format; nothing when that is not enough.
+/// Returns the magnitude of @p number with one more integer bit than the format, or nothing if it needs more.
 std::optional<magnitude_bits> magnitude_of(const scaled_digits& number, const fixed_point& format) {
     magnitude_bits result;
     const auto size = static_cast<std::int64_t>(number.digits.size());
@@ -172,7 +173,7 @@ bool rounds_away_from_zero(const magnitude_bits& number, bool negative, rounding
     return negative && (number.has_half || number.has_rest);
 }
 
-/// Adds 1, modulo the bits that there are.
+/// Adds 1, modulo 2 to the number of bits.
 void increment(std::string& bits) {
     const std::size_t zero = bits.find_last_of('0');
     std::fill(bits.begin() + static_cast<std::ptrdiff_t>(zero == std::string::npos ? 0 : zero), bits.end(),
@@ -187,7 +188,7 @@ void negate(std::string& bits) {
     increment(bits);
 }
 
-/// Whether a magnitude with one bit more than the words is the magnitude of one of them.
+/// True if a magnitude, which has one bit more than a word, fits a word with this sign.
 bool is_held(const std::string& bits, bool negative) {
     if (bits[0] == '1' || bits[1] == '0') {
         return bits[0] == '0';
@@ -238,7 +239,7 @@ std::optional<fixed_point_fault> make_fixed_point(std::string_view text, const f
     }
     auto magnitude = magnitude_of(*number, format);
     std::string bits;
-    // Before rounding the magnitude may already be out of range, and 1 more keeps it there.
+    // A magnitude may be out of range before rounding; adding 1 does not change that.
     if (magnitude && magnitude->bits[0] == '0') {
         if (rounds_away_from_zero(*magnitude, number->negative, how)) {
             increment(magnitude->bits);

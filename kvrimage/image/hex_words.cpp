@@ -10,8 +10,8 @@ namespace kvrimage {
 
 namespace {
 
-/// The texts of @p words from @p offset on, at most @p most words, of @p digits each; "" where there are
-/// none.
+/// Returns the texts of at most @p most words from @p offset on that have @p digits digits each, or "" if
+/// there are none.
 std::string_view hex_texts_at(const image_words& words, std::uint64_t offset, std::uint64_t most,
                               std::size_t digits) {
     const kvr::word_row row = words.row_at(offset);

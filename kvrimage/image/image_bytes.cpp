@@ -42,7 +42,7 @@ void require_fitting(std::string_view words, std::uint64_t depth, const byte_opt
     }
 }
 
-/// The bytes, with the pad for those that the last word lacks, as the words that they are.
+/// Returns the words of @p bytes, stored as bytes. Missing bytes of the last word become the pad.
 image_words held_as_bytes(std::string_view bytes, std::uint64_t depth, const word_shape& shape,
                           const byte_options& options) {
     const auto copy = std::make_shared<byte_buffer>();
@@ -56,7 +56,7 @@ image_words held_as_bytes(std::string_view bytes, std::uint64_t depth, const wor
     return {depth, byte_words(std::move(blocks), options.width, options.order, copy)};
 }
 
-/// The offset of the first word that is not set; the depth when there is none.
+/// Returns the offset of the first word that is not set, or the depth if all are set.
 std::uint64_t first_unset(const memory_image& image) {
     std::uint64_t next = 0;
     for_each_set_stretch(image.words(), [&next](std::uint64_t first, std::uint64_t last) {
@@ -65,7 +65,8 @@ std::uint64_t first_unset(const memory_image& image) {
     return next;
 }
 
-/// Throws when a word has no bytes. @p unset is the text for those that are not set; "": there is none.
+/// Throws if a word cannot be written as bytes. @p unset is the text of words that are not set; "" if there
+/// is none.
 void require_bytes(const memory_image& image, std::string_view unset) {
     const std::uint64_t gap = unset.empty() || !is_plain(unset) ? first_unset(image) : image.depth();
     const auto found = find_dont_care_word(image.words());
@@ -80,7 +81,7 @@ void require_bytes(const memory_image& image, std::string_view unset) {
     }
 }
 
-/// Writes the bytes of an image, those of @p unset where no word is set.
+/// Writes the bytes of an image. Words that are not set have the bytes of @p unset.
 class byte_writer {
 public:
     byte_writer(const memory_image& of, byte_order byte_order_of_words, std::string_view text_of_unset)
@@ -107,7 +108,7 @@ public:
     }
 
 private:
-    /// Fills the gap, if there is one, with bytes that repeat.
+    /// Fills the gap before @p end, if any, by repeating the bytes of the unset word.
     void fill_up_to(std::uint64_t end) {
         const std::size_t first = bytes.size();
         if (first < end) {

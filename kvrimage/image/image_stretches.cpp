@@ -21,13 +21,13 @@ namespace kvrimage {
 
 namespace {
 
-/// Words side by side that are not set.
+/// Consecutive words that are not set.
 struct word_gap {
     std::uint64_t first;
     std::uint64_t count;
 };
 
-/// Those of @p words, which has them to before @p end.
+/// Returns the gaps of @p words below @p end.
 std::vector<word_gap> gaps_of(const byte_words& words, std::uint64_t end) {
     std::vector<word_gap> gaps;
     std::uint64_t next = 0;
@@ -44,7 +44,7 @@ std::vector<word_gap> gaps_of(const byte_words& words, std::uint64_t end) {
     return gaps;
 }
 
-/// @p count times the bytes of @p value, a plain word.
+/// Returns the bytes of @p value, a word without don't-care bits, @p count times.
 std::shared_ptr<const std::string> repeated_word(const word& value, byte_order order, std::uint64_t count) {
     const std::string bytes = value.to_bytes(order).value();
     auto repeated = std::make_shared<std::string>();
@@ -56,8 +56,8 @@ std::shared_ptr<const std::string> repeated_word(const word& value, byte_order o
     return repeated;
 }
 
-/// @p words, held as bytes, with @p value, a plain word, in their gaps; nothing where these are so much
-/// longer than what is held that they cost less as a fill.
+/// Returns @p words, stored as bytes, with their gaps filled with @p value, a word without don't-care bits.
+/// Returns nothing if the gaps are so long that a fill takes less memory.
 std::optional<byte_words> filled_bytes(const image_words& words, const word& value) {
     constexpr std::uint64_t small_gap = std::uint64_t{1} << 16U; // bytes
     constexpr std::uint64_t most_growth = 4;

@@ -61,7 +61,7 @@ bool image_words::transform(const kvr::word_conversion& conversion, const kvr::r
     if (halves[1].empty()) {
         return halves[0].transform(conversion, keeps);
     }
-    // The lower half must still be as it was when a word of the upper one cannot be converted.
+    // Transform a copy, so that the lower half is unchanged if the upper half fails.
     kvr::word_store lower = copy_of(halves[0]);
     if (!lower.transform(conversion, keeps) || !halves[1].transform(conversion, keeps)) {
         return false;

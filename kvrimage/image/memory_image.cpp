@@ -114,7 +114,7 @@ void memory_image::fill(const address_range& range, std::span<const word> patter
     }
     std::ranges::for_each(pattern, [this](const word& value) { check_width(value); });
     const std::uint64_t others =
-        offsets.last - offsets.first; // one less than the words, whose count may take 65 bits
+        offsets.last - offsets.first; // one less than the number of words, which may need 65 bits
     const auto used = static_cast<std::size_t>(std::min<std::uint64_t>(pattern.size() - 1, others)) + 1;
     std::vector<held_text> texts;
     std::vector<std::string_view> values;

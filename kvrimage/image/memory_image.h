@@ -15,37 +15,36 @@ namespace kvrimage {
 
 class image_words;
 
-/// The most words of a memory.
+/// The greatest depth of a memory, in words.
 inline constexpr std::uint64_t deepest_memory = std::uint64_t{1} << 32U;
 
-/// Neighbouring addresses with the same word, or all without one. No run ends where a longer one would have
-/// been possible.
+/// A run of adjacent addresses that have the same word or no word. It is as long as possible.
 struct run {
-    address_range addresses;   ///< where it is
-    std::optional<word> value; ///< nothing: not set
+    address_range addresses;   ///< the addresses of the run
+    std::optional<word> value; ///< the word, or nothing if the addresses are not set
 };
 
-/// A stretch of addresses over which words repeat.
+/// A stretch of addresses over which the words repeat.
 struct repetition {
     std::uint64_t last;   ///< the last address of the stretch
-    std::uint64_t period; ///< each word equals the one so many addresses before it; 1: all are equal, or all
-                          ///< are not set
+    std::uint64_t period; ///< each word equals the one `period` addresses before it; 1 if all are equal or
+                          ///< none is set
 };
 
 class run_range;
 
 /// The contents of a memory: words of one width at the addresses base() to base() + depth() - 1, each set or
-/// not. What is not set costs nothing, and a fill costs its pattern, however many words it sets. A value
-/// type; one that was moved from may only be assigned to or destroyed. Use from one thread at a time, also to
-/// read.
+/// not set. Words that are not set take no memory, and a fill takes memory proportional to its pattern, not
+/// to the words it sets. This is a value type; a moved-from object may only be assigned to or destroyed. Not
+/// thread-safe: even concurrent reads need a lock.
 class KVRIMAGE_API memory_image {
 public:
-    /// @param width bits a word, 1 to widest_word
-    /// @param depth words, 1 to deepest_memory
+    /// @param width word width in bits, 1 to widest_word
+    /// @param depth number of words, 1 to deepest_memory
     /// @param base the lowest address; base + depth - 1 must fit 64 bits
-    /// @throws std::invalid_argument
+    /// @throws std::invalid_argument if an argument is out of range
     memory_image(std::uint32_t width, std::uint64_t depth, std::uint64_t base = 0);
-    /// Copied and moved as a value. A copy costs what the memory holds, not its depth.
+    /// Copies and moves like a value. A copy takes time proportional to the stored content, not to the depth.
     ///@{
     memory_image(const memory_image& other);
     memory_image(memory_image&& other) noexcept;
@@ -54,61 +53,60 @@ public:
     ///@}
     ~memory_image();
 
-    /// Bits of each word.
+    /// Returns the word width in bits.
     [[nodiscard]] std::uint32_t width() const noexcept { return bits; }
-    /// Words, set or not.
+    /// Returns the number of words, set or not.
     [[nodiscard]] std::uint64_t depth() const noexcept;
-    /// The lowest address.
+    /// Returns the lowest address.
     [[nodiscard]] std::uint64_t base() const noexcept { return lowest; }
-    /// base() + depth() - 1
+    /// Returns the highest address, base() + depth() - 1.
     [[nodiscard]] std::uint64_t last_address() const noexcept { return lowest + (depth() - 1); }
 
-    /// The word at @p address; nothing: not set.
-    /// @throws std::out_of_range beyond the memory; so do all that take addresses
+    /// Returns the word at @p address, or nothing if it is not set.
+    /// @throws std::out_of_range if the address is outside the memory. All members that take addresses throw
+    /// this.
     [[nodiscard]] std::optional<word> operator[](std::uint64_t address) const;
-    /// @throws std::invalid_argument when @p value has another width than the memory
+    /// Sets the word at @p address.
+    /// @throws std::invalid_argument if the width of @p value differs from that of the memory
     void set(std::uint64_t address, const word& value);
-    /// Sets the addresses of @p range to the words of @p pattern in order, from its first one again when they
-    /// are used up.
-    /// @throws std::invalid_argument when @p pattern is empty or has a word of another width, or @p range
-    /// ends before it
-    ///         begins; so do all that take a range
+    /// Sets the words of @p range to @p pattern, repeated as often as needed. The last repetition may be cut.
+    /// @throws std::invalid_argument if @p pattern is empty or has a word of another width, or if @p range
+    /// ends before it begins. All members that take a range throw the latter.
     void fill(const address_range& range, std::span<const word> pattern);
-    /// Takes the words of @p range away.
+    /// Removes the words of @p range.
     void unset(const address_range& range);
-    /// Sets all addresses that are not set. The cost follows what was set one by one.
-    /// @throws std::invalid_argument when @p value has another width than the memory
+    /// Sets all words that are not set to @p value. The time depends on the words that were set one by one.
+    /// @throws std::invalid_argument if the width of @p value differs from that of the memory
     void fill_unset(const word& value);
-    /// Makes the memory @p depth words deep, 1 to deepest_memory. New words are not set.
-    /// @throws std::invalid_argument, also when base + depth - 1 does not fit 64 bits
+    /// Changes the depth to @p depth words, 1 to deepest_memory. New words are not set.
+    /// @throws std::invalid_argument if @p depth is out of range or base + depth - 1 exceeds 64 bits
     void resize(std::uint64_t depth);
 
-    /// The addresses from the lowest to the highest one that is set; nothing when none is.
+    /// Returns the range from the lowest to the highest address that is set, or nothing if no word is set.
     [[nodiscard]] std::optional<address_range> bounds() const;
-    /// The longest stretch from @p address on that is known to repeat without a look at each word: what one
-    /// fill set, or a run.
+    /// Returns the longest repetition from @p address on that is known without comparing words: a fill or a
+    /// run.
     [[nodiscard]] repetition repetition_at(std::uint64_t address) const;
-    /// How many words are set.
+    /// Returns the number of words that are set.
     [[nodiscard]] std::uint64_t count_set() const;
-    /// How many of @p range are.
+    /// Returns the number of words of @p range that are set.
     [[nodiscard]] std::uint64_t count_set(const address_range& range) const;
 
-    /// The runs of all addresses, in order, words that are not set among them:
+    /// Returns the runs of all addresses in order, including runs of words that are not set:
     /// `for (const run& r : image.runs())`. Valid until the image changes.
     [[nodiscard]] run_range runs() const;
-    /// Those of @p range, cut to it.
+    /// Returns the runs of @p range, cut to it.
     [[nodiscard]] run_range runs(const address_range& range) const;
 
-    /// Copies the words from @p first on to @p out; words that are not set become @p unset.
-    /// @throws std::domain_error for a word with don't-care bits, with the words before it copied, and for
-    /// words of more
-    ///         than 64 bits
+    /// Copies the words from address @p first on to @p out. Words that are not set become @p unset.
+    /// @throws std::domain_error for a word with don't-care bits, after the words before it were copied, and
+    /// for words of more than 64 bits
     void copy_to(std::uint64_t first, std::span<std::uint64_t> out, std::uint64_t unset = 0) const;
 
-    /// The same width, addresses, and words; an unset word equals an unset word only.
+    /// Compares width, addresses and words. A word that is not set equals only another one that is not set.
     friend KVRIMAGE_API bool operator==(const memory_image& left, const memory_image& right);
 
-    /// For the library's own parts.
+    /// For internal use.
     ///@{
     [[nodiscard]] image_words& words() noexcept { return *contents; }
     [[nodiscard]] const image_words& words() const noexcept { return *contents; }
@@ -125,11 +123,10 @@ private:
     std::unique_ptr<image_words> contents;
 };
 
-/// Goes over the runs of an image, one after the other: an input iterator, which equals
-/// std::default_sentinel at the end.
+/// Input iterator over the runs of an image. The end equals std::default_sentinel.
 class KVRIMAGE_API run_iterator {
 public:
-    /// @cond what every input iterator has
+    /// @cond members of every input iterator
     using value_type = run;
     using difference_type = std::ptrdiff_t;
     using iterator_category = std::input_iterator_tag;
@@ -156,10 +153,10 @@ private:
     run current;
 };
 
-/// The runs of an image; see memory_image::runs().
+/// The range of runs that memory_image::runs() returns.
 class run_range {
 public:
-    /// @cond what every range has
+    /// @cond members of every range
     run_range(const memory_image& of, const address_range& runs_of) : image(&of), range(runs_of) {}
     [[nodiscard]] run_iterator begin() const { return {*image, range}; }
     [[nodiscard]] static std::default_sentinel_t end() noexcept { return {}; }

@@ -8,7 +8,7 @@
 
 namespace kvrimage {
 
-/// The number that @p bytes, at most 8, are in @p order.
+/// Returns the unsigned number that @p bytes, at most 8, encode in @p order.
 [[nodiscard]] constexpr std::uint64_t number_of_bytes(std::string_view bytes, byte_order order) noexcept {
     std::uint64_t number = 0;
     const auto take = [&number](char byte) { number = number << 8U | static_cast<unsigned char>(byte); };

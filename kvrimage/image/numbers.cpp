@@ -28,7 +28,7 @@ namespace {
 constexpr byte_order native_order =
     std::endian::native == std::endian::little ? byte_order::little : byte_order::big;
 
-/// Copies words as numbers that are wide enough for them.
+/// Copies words to numbers of at least their width.
 template <class Number>
 class number_copier {
 public:
@@ -100,8 +100,8 @@ private:
         return count;
     }
 
-    /// False, with any numbers, where there is no faster way than word by word, and where a word has a
-    /// don't-care digit.
+    /// Decodes a whole row. Returns false if a word has a don't-care digit or if there is no method faster
+    /// than word by word; @p out is then unspecified.
     static bool decode(const kvr::word_row& row, std::span<Number> out) {
         constexpr std::size_t digits_of_byte = 2;
         if (row.length != digits_of_byte * sizeof(Number)) {
@@ -116,8 +116,8 @@ private:
         return true;
     }
 
-    /// The same for words of less than eight digits: the eight characters at each, those of the next words
-    /// replaced by zeros before it.
+    /// Decodes words of less than eight digits: loads eight characters and replaces those outside the word by
+    /// zeros.
     static bool decode_short_words(const kvr::word_row& row, std::span<Number> out) {
         const std::size_t surplus = kvr::block_digits - row.length;
         const auto bits = static_cast<unsigned>(surplus * bits_per_byte);

@@ -11,13 +11,14 @@
 
 namespace kvrimage {
 
-// The words of a memory as arrays of unsigned integers, many at once.
+// Bulk conversion of words to arrays of unsigned integers.
 
-/// Copies the words from address @p first on to @p out; words that are not set become @p unset, cut to the
-/// integers. The time is that of the memory's texts or bytes, not of a call for each word.
-/// @throws std::domain_error for a word with don't-care bits, with the words before it copied, and for words
-/// that are wider than the integers
-/// @throws std::out_of_range beyond the memory
+/// Copies the words from address @p first on to @p out. Words that are not set become @p unset, truncated to
+/// the integer type. The function works on whole rows of texts or bytes, much faster than a call for each
+/// word.
+/// @throws std::domain_error for a word with don't-care bits, after the words before it were copied, and for
+/// words wider than the integers
+/// @throws std::out_of_range if the addresses exceed the memory
 ///@{
 KVRIMAGE_API void copy_numbers(const memory_image& image, std::uint64_t first, std::span<std::uint8_t> out,
                                std::uint64_t unset = 0);
@@ -29,23 +30,23 @@ KVRIMAGE_API void copy_numbers(const memory_image& image, std::uint64_t first, s
                                std::uint64_t unset = 0);
 ///@}
 
-/// Sets each element of @p out, one for each word of @p image from the lowest address on, to whether the word
-/// is set.
-/// @throws std::invalid_argument when @p out has not as many elements as the memory has words
+/// Writes for each word of @p image, from the lowest address on, whether it is set.
+/// @throws std::invalid_argument if the size of @p out differs from the depth
 KVRIMAGE_API void copy_is_set(const memory_image& image, std::span<bool> out);
 
-/// An array of unsigned integers that exists already.
+/// A view of an existing array of unsigned integers.
 struct number_array {
-    const void* numbers;                ///< the first one, at any alignment
-    std::uint32_t bytes;                ///< of each: 1, 2, 4 or 8
-    byte_order order;                   ///< of these bytes
-    std::uint64_t count;                ///< how many
-    std::shared_ptr<const void> keeper; ///< as long as a copy of it exists the numbers stay as they are
+    const void* numbers;                ///< the first number, at any alignment
+    std::uint32_t bytes;                ///< bytes of a number: 1, 2, 4 or 8
+    byte_order order;                   ///< byte order of the numbers
+    std::uint64_t count;                ///< number of elements
+    std::shared_ptr<const void> keeper; ///< owner: the numbers stay valid and unchanged while a copy of it
+                                        ///< exists
 };
 
-/// All words of @p image where they stand; nothing when the memory holds them in another form. It does for
-/// words of 1, 2, 4 or 8 bytes, whose surplus bits are 0, that are all set, as long as they are those that a
-/// file of bytes had, or that image_of_bytes() was given.
+/// Returns a view of all words of @p image without copying them, or nothing if the memory stores them in
+/// another form. The words must have 1, 2, 4 or 8 bytes and must all be set. They must still be stored as
+/// bytes, as read from a byte file or passed to image_of_bytes(). Surplus bits are 0.
 [[nodiscard]] KVRIMAGE_API std::optional<number_array> numbers_in_place(const memory_image& image);
 
 } // namespace kvrimage

@@ -9,7 +9,7 @@ namespace kvrimage {
 
 namespace {
 
-/// In the order of radix.
+/// Indexed by radix.
 constexpr std::array<std::string_view, 5> titles = {"BIN", "OCT", "DEC", "UNS", "HEX"};
 
 } // namespace

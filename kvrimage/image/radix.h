@@ -8,17 +8,17 @@
 
 namespace kvrimage {
 
-/// How digits are read and shown. `dec` is two's complement, `uns` unsigned.
+/// Radix of numbers. `dec` is two's complement, `uns` is unsigned decimal.
 enum class radix : std::uint8_t { bin, oct, dec, uns, hex };
 
-/// Which byte of a word comes first: `little` the one of its lowest bits.
+/// Order of the bytes of a word. `little`: the least significant byte comes first.
 enum class byte_order : std::uint8_t { little, big };
 
-/// "BIN", "OCT", "DEC", "UNS", "HEX".
+/// Returns "BIN", "OCT", "DEC", "UNS" or "HEX".
 [[nodiscard]] KVRIMAGE_API std::string_view title_of(radix of) noexcept;
 
-/// The radix called @p name ("bin", "oct", "dec", "uns", "hex"), letter case ignored; nothing for other
-/// names.
+/// Returns the radix with @p name ("bin", "oct", "dec", "uns", "hex"), ignoring letter case, or nothing if
+/// there is none.
 [[nodiscard]] KVRIMAGE_API std::optional<radix> radix_of_name(std::string_view name) noexcept;
 
 } // namespace kvrimage

@@ -4,11 +4,11 @@
 
 namespace kvrimage {
 
-/// Which of the two numbers around one that cannot be held.
+/// How a number that cannot be represented exactly is rounded.
 enum class rounding : std::uint8_t {
-    nearest, ///< the nearer one; of two that are as near the one farther from 0
-    even,    ///< the nearer one; of two that are as near the one whose last bit is 0
-    down     ///< the lower one
+    nearest, ///< to the nearest value; ties away from 0
+    even,    ///< to the nearest value; ties to an even last bit
+    down     ///< toward negative infinity
 };
 
 } // namespace kvrimage

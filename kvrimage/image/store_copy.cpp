@@ -8,7 +8,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Copies the words in the order of their addresses. What is after those copied already may hold anything.
+/// Copies the words in order of addresses. Words beyond those copied may hold anything in the meantime.
 class store_copier {
 public:
     explicit store_copier(const kvr::word_store& words) : from(words) { to.resize(from.size(), ""); }
@@ -21,7 +21,7 @@ public:
     }
 
 private:
-    /// Copies the words from @p address on that are held as one, and answers how many these are.
+    /// Copies one stretch from @p address on and returns its length.
     std::uint64_t copy_at(std::uint32_t address) {
         const kvr::word_row row = from.row_at(address);
         if (row.count != 0 && row.length != 0) {
@@ -32,8 +32,8 @@ private:
         return in_cycle != 0 ? in_cycle : copy_run(from.run_at(address));
     }
 
-    /// Answers 0 when the words of @p cycle are to be copied one by one. A fill goes on to the end, since
-    /// words that were set within it cut it in pieces: for the next piece nothing is left to do.
+    /// Copies @p cycle, or returns 0 if its words must be copied one by one. The fill is written up to the
+    /// end: words set within a fill split it into pieces, and the later pieces are then already there.
     std::uint64_t copy_cycle(const kvr::word_cycle& cycle) {
         known_until = std::uint64_t{cycle.last} + 1;
         const std::uint64_t length = known_until - cycle.first;
@@ -55,7 +55,7 @@ private:
     }
 
     [[nodiscard]] bool is_copied(const kvr::word_cycle& cycle) const {
-        if (to.cycle_at(cycle.first).period != cycle.period) { // it goes on to the end
+        if (to.cycle_at(cycle.first).period != cycle.period) { // the copy was filled up to the end
             return false;
         }
         const std::uint32_t length = std::min(cycle.last - cycle.first, cycle.period - 1) + 1;
@@ -76,7 +76,7 @@ private:
 
     const kvr::word_store& from;
     kvr::word_store to;
-    std::uint64_t known_until = 0; ///< cycles up to here were looked at
+    std::uint64_t known_until = 0; ///< end of the cycles already examined
 };
 
 } // namespace

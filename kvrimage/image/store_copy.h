@@ -4,8 +4,8 @@
 
 namespace kvrimage {
 
-/// A store of the same texts, which costs about what @p words do: a fill stays one where other words were set
-/// within it.
+/// Returns a store with the same texts. It takes about as much memory as @p words: a fill stays a fill even
+/// if words within it were set later.
 [[nodiscard]] kvr::word_store copy_of(const kvr::word_store& words);
 
 } // namespace kvrimage

@@ -14,7 +14,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Hands out @p row, whose first word has the offset @p first.
+/// Passes @p row, whose first word has the offset @p first, to the callbacks.
 void take_texts(const kvr::word_row& row, std::uint64_t first, const row_visitor& visit_row,
                 const std::function<void(const text_run& run)>& visit_run) {
     for (std::uint32_t index = 0; index < row.count;) {
@@ -31,7 +31,7 @@ void take_texts(const kvr::word_row& row, std::uint64_t first, const row_visitor
 
 bool for_each_text_of_bytes(const image_words& words, const row_visitor& visit_row,
                             const std::function<void(const text_run& run)>& visit_run) {
-    constexpr std::size_t part_size = std::size_t{1} << 14U; // bytes, whose texts stay near the processor
+    constexpr std::size_t part_size = std::size_t{1} << 14U; // bytes whose texts fit the cache
     const byte_words* const bytes = words.bytes();
     if (bytes == nullptr || word_shape(bytes->width()).digits > kvr::word_row::longest) {
         return false;

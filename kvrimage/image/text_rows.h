@@ -7,13 +7,13 @@
 
 namespace kvrimage {
 
-/// for_each_text() where words are held as bytes, and a row has room for one.
-/// @return false, with nothing done, where they are not
+/// Implements for_each_text() for words stored as bytes, if a row can hold a word.
+/// @return false if nothing was done
 [[nodiscard]] bool for_each_text_of_bytes(const image_words& words, const row_visitor& visit_row,
                                           const std::function<void(const text_run& run)>& visit_run);
 
-/// for_each_row_or_run() for what does not ask whether neighbours are equal: words that are held as bytes
-/// stay so. @p visit_run gets these one by one where @p visit_row visits none.
+/// Like for_each_row_or_run(), but does not join equal neighbors. Words stored as bytes stay bytes. If @p
+/// visit_row visits none of them, @p visit_run gets them one by one.
 template <class VisitRow, class VisitRun>
 void for_each_text(const image_words& words, VisitRow&& visit_row, VisitRun&& visit_run) {
     if (!for_each_text_of_bytes(words, std::ref(visit_row), std::ref(visit_run))) {

@@ -9,7 +9,7 @@ std::vector<address_range> united(std::vector<address_range> ranges) {
     std::ranges::sort(ranges, {}, &address_range::first);
     std::vector<address_range> result;
     for (const address_range& range : ranges) {
-        // The lowest address comes first, so that none is before it.
+        // After sorting, the previous range of one that begins at 0 begins there too.
         if (!result.empty() && (range.first == 0 || range.first - 1 <= result.back().last)) {
             result.back().last = std::max(result.back().last, range.last);
         } else {

@@ -6,10 +6,10 @@
 
 namespace kvrimage {
 
-/// @p ranges in order, with neighbours and those that overlap as one.
+/// Returns @p ranges in order. Adjacent and overlapping ranges are merged.
 [[nodiscard]] std::vector<address_range> united(std::vector<address_range> ranges);
 
-/// The addresses of @p ranges that are in none of @p holes, in order, with neighbours as one range.
+/// Returns the addresses of @p ranges that are in none of @p holes, in order. Adjacent ranges are merged.
 [[nodiscard]] std::vector<address_range> ranges_without(std::vector<address_range> ranges,
                                                         std::vector<address_range> holes);
 

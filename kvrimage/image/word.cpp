@@ -41,7 +41,7 @@ int numeric_base_of(radix digits_radix) noexcept {
     return bases[static_cast<std::size_t>(digits_radix)];
 }
 
-/// The value of digits that are nothing else and fit 64 bits.
+/// Returns the value of @p digits, or nothing if a character is no digit or the value exceeds 64 bits.
 std::optional<std::uint64_t> magnitude_of(std::string_view digits, radix digits_radix) noexcept {
     std::uint64_t value = 0;
     if (digits_radix == radix::hex && !digits.empty() && digits.size() <= most_small_digits) {
@@ -55,7 +55,8 @@ std::optional<std::uint64_t> magnitude_of(std::string_view digits, radix digits_
     return std::nullopt;
 }
 
-/// The bits of a word of @p width, at most 64, of the common texts: known digits, and a value that fits.
+/// Fast path for words of up to 64 bits: returns their bits, or nothing if the text has other characters or
+/// does not fit.
 std::optional<std::uint64_t> small_value(std::string_view text, radix digits_radix,
                                          std::uint32_t width) noexcept {
     const bool is_negative = digits_radix == radix::dec && text.starts_with('-');
@@ -110,7 +111,7 @@ word_result word::parse(std::string_view text, radix digits_radix, std::uint32_t
     std::string held;
     if (auto fault = make_word(text, digits_radix, width, held)) {
         if (fault->what == word_fault::kind::invalid_digit && is_dont_care_digit(text[fault->position])) {
-            fault->what = word_fault::kind::dont_care; // what only decimal texts cannot have
+            fault->what = word_fault::kind::dont_care; // only decimal texts reject don't-care digits
         }
         return {std::nullopt, fault};
     }
@@ -139,7 +140,7 @@ std::uint64_t word::bits_in_part(std::size_t index) const noexcept {
     return low_bits(static_cast<std::uint32_t>(bits_of_word - index * bits_per_part));
 }
 
-/// Only the highest part may have surplus bits.
+/// Only the highest part can have surplus bits.
 bool word::fits() const noexcept {
     const std::size_t top = part_count() - 1;
     return (part_at(top).value & ~bits_in_part(top)) == 0;
@@ -177,7 +178,7 @@ std::optional<std::uint64_t> word::to_unsigned() const noexcept {
     return std::nullopt;
 }
 
-/// True when the bits from 63 on are the same; words of up to 64 bits have no others.
+/// True if all bits from 63 on are equal. Always true for words of up to 64 bits.
 bool word::is_sign_extended() const noexcept {
     const std::uint64_t sign = low.value >> (bits_per_part - 1) != 0 ? all_bits : 0;
     for (std::size_t index = 1; index < part_count(); ++index) {
@@ -249,7 +250,7 @@ word word::of_held_text(std::string_view text, std::uint32_t width) {
     return made;
 }
 
-/// True when a don't-care bit shares its hexadecimal digit with a plain one.
+/// True if a don't-care bit shares a hexadecimal digit with other bits.
 bool word::has_mixed_hex_digit() const noexcept {
     for (std::size_t index = 0; index < part_count(); ++index) {
         for (std::uint64_t digit = low_bits(bits_per_hex_digit); digit != 0; digit <<= bits_per_hex_digit) {

@@ -15,8 +15,8 @@ class word_copier {
 public:
     word_copier(const image_words& source, image_words& target) : from(source), to(target), cycles(source) {}
 
-    /// Copies the words from @p first on, at least one, none after @p last; how many it has copied or
-    /// skipped.
+    /// Copies at least one word from @p first on, but none after @p last. Returns the number of words copied
+    /// or skipped.
     std::uint64_t copy_some(std::uint64_t first, std::uint64_t last, std::uint64_t at) {
         const std::uint64_t most = last - first + 1;
         if (const kvr::word_row row = from.row_at(first); row.count != 0) {
@@ -34,7 +34,7 @@ public:
     }
 
 private:
-    /// How many offsets there are from @p at to the end of its half.
+    /// Returns the number of offsets from @p at to the end of its half.
     static std::uint64_t words_in_half(std::uint64_t at) {
         return image_words::half() - at % image_words::half();
     }

@@ -18,7 +18,7 @@ std::uint64_t visit_row_or_cycle(const image_words& words, cycle_finder& cycles,
                                  const row_visitor& visit_row, const cycle_visitor& visit_cycle) {
     const kvr::word_row row = words.row_at(first);
     if (row.count != 0) {
-        return visit_row(row, first); // it is in no cycle
+        return visit_row(row, first); // a row is never part of a cycle
     }
     const auto cycle = cycles.find(first);
     return cycle ? visit_cycle(*cycle) : 0;

@@ -11,10 +11,9 @@
 
 namespace kvrimage {
 
-/// Calls @p visit with every run of equal words of the addresses from @p first to before @p end, which are
-/// all in
-/// @p words, in order and cut to them. Words that are not set make runs too: their text is "". @p visit may
-/// change the words of its run.
+/// Calls @p visit for each run of equal words at the offsets @p first to @p end - 1, in order. The runs are
+/// cut to this range, which must lie in @p words. Words that are not set form runs with the text "". @p visit
+/// may change the words of its run.
 template <class Visit>
 void for_each_run(const image_words& words, std::uint64_t first, std::uint64_t end, Visit&& visit) {
     for (std::uint64_t address = first; address < end;) {
@@ -25,13 +24,13 @@ void for_each_run(const image_words& words, std::uint64_t first, std::uint64_t e
     }
 }
 
-/// The same over all of @p words.
+/// Calls @p visit for each run of @p words.
 template <class Visit>
 void for_each_run(const image_words& words, Visit&& visit) {
     for_each_run(words, 0, words.size(), visit);
 }
 
-/// Calls @p visit with every run of equal words of @p words that are set, in order.
+/// Calls @p visit for each run of words that are set, in order.
 template <class Visit>
 void for_each_set_run(const image_words& words, Visit&& visit) {
     for_each_run(words, [&visit](const text_run& run) {
@@ -41,19 +40,19 @@ void for_each_set_run(const image_words& words, Visit&& visit) {
     });
 }
 
-/// How many addresses @p run, or a cycle, covers.
+/// Returns the number of addresses of a run or a cycle.
 template <class Stretch>
 [[nodiscard]] std::uint64_t length_of(const Stretch& run) {
     return run.last - run.first + 1;
 }
 
-/// Finds the cycles of several words in a walk over a memory, and does not look for the same one twice.
+/// Finds the cycles of more than one word during a walk over a memory. It reports each cycle once.
 class cycle_finder {
 public:
     explicit cycle_finder(const image_words& looked_through) : words(looked_through) {}
 
-    /// The cycle from @p address on, if it repeats at least once in full and was not found before. All its
-    /// words are set, since "" is set in whole ranges only.
+    /// Returns the cycle from @p address on if it has at least two full periods and was not reported before.
+    /// All its words are set, since only whole ranges are set to "".
     [[nodiscard]] std::optional<text_cycle> find(std::uint64_t address);
 
 private:
@@ -61,9 +60,9 @@ private:
     std::uint64_t known_until = 0;
 };
 
-/// Goes over the words, in order. @p visit_some is called with an address and answers how many words it has
-/// visited from there on; where it visited none, @p visit_run gets the run of equal words. Words that were
-/// not set make runs too.
+/// Walks over the words in order. @p visit_some(address) returns the number of words it has visited from
+/// there on. If it returns 0, @p visit_run gets the run at that address. Words that are not set form runs
+/// too.
 template <class VisitSome, class VisitRun>
 void for_each_part(const image_words& words, VisitSome&& visit_some, VisitRun&& visit_run) {
     for (std::uint64_t address = 0; address < words.size();) {
@@ -78,9 +77,9 @@ void for_each_part(const image_words& words, VisitSome&& visit_some, VisitRun&& 
     }
 }
 
-/// Goes over the words, in order. Where a fill has made a cycle of several words, which may be billions, it
-/// calls @p visit_cycle, which answers how many addresses it has visited; where it visited none, and
-/// everywhere else, @p visit_run with the run of equal words. Words that are not set make runs too.
+/// Walks over the words in order. @p visit_cycle gets each cycle of several words, which may cover billions
+/// of addresses, and returns the number of addresses it has visited. @p visit_run gets the run at all other
+/// addresses, and if @p visit_cycle returns 0. Words that are not set form runs too.
 template <class VisitCycle, class VisitRun>
 void for_each_cycle_or_run(const image_words& words, VisitCycle&& visit_cycle, VisitRun&& visit_run) {
     cycle_finder cycles(words);
@@ -91,13 +90,13 @@ void for_each_cycle_or_run(const image_words& words, VisitCycle&& visit_cycle, V
     for_each_part(words, visit_some, visit_run);
 }
 
-/// Takes a row and the offset of its first word, or a cycle, and answers how many of the words it has
-/// visited.
+/// Callbacks for a row with the offset of its first word, and for a cycle. They return the number of words
+/// they have visited.
 using row_visitor = std::function<std::uint64_t(const kvr::word_row& row, std::uint64_t first)>;
 using cycle_visitor = std::function<std::uint64_t(const text_cycle& cycle)>;
 
-/// How many words from @p first on @p visit_row has visited, where they stand in a row, or @p visit_cycle,
-/// where they are a cycle; 0 where they are neither.
+/// Calls @p visit_row if there is a row at @p first, or else @p visit_cycle if there is a cycle. Returns the
+/// number of words visited, or 0 if there is neither.
 [[nodiscard]] std::uint64_t visit_row_or_cycle(const image_words& words, cycle_finder& cycles,
                                                std::uint64_t first, const row_visitor& visit_row,
                                                const cycle_visitor& visit_cycle);
@@ -110,10 +109,9 @@ void visit_set_run(const text_run& run, Visit& visit) {
     }
 }
 
-/// Goes over the words that are set, in order. Where they stand in a row it calls @p visit_row with the row
-/// and the address of its first word, and where they are a cycle @p visit_cycle with it, which answer how
-/// many of the words they have visited; where these visited none, and everywhere else, @p visit_run with the
-/// run of equal words.
+/// Walks over the words that are set, in order. @p visit_row gets each row with the address of its first
+/// word, @p visit_cycle each cycle; both return the number of words they have visited. @p visit_run gets the
+/// run of equal words at all other addresses, and if the others return 0.
 template <class VisitRow, class VisitCycle, class VisitRun>
 void for_each_row_cycle_or_run(const image_words& words, VisitRow&& visit_row, VisitCycle&& visit_cycle,
                                VisitRun&& visit_run) {
@@ -126,20 +124,20 @@ void for_each_row_cycle_or_run(const image_words& words, VisitRow&& visit_row, V
     for_each_part(words, visit_some, [&visit_run](const text_run& run) { visit_set_run(run, visit_run); });
 }
 
-/// The same where cycles are of no interest.
+/// Like for_each_row_cycle_or_run(), with cycles treated as runs.
 template <class VisitRow, class VisitRun>
 void for_each_row_or_run(const image_words& words, VisitRow&& visit_row, VisitRun&& visit_run) {
     for_each_row_cycle_or_run(
         words, visit_row, [](const text_cycle&) { return std::uint64_t{0}; }, visit_run);
 }
 
-/// Calls @p visit, which may ask @p words for texts, with the offsets of the first and last word of stretches
-/// that are set, in order. Neighbours may be two stretches.
+/// Calls @p visit with the first and last offset of each stretch of words that are set, in order. Adjacent
+/// words may belong to two stretches. @p visit may request texts from @p words.
 template <class Visit>
 void for_each_set_stretch(const image_words& words, Visit&& visit) {
     if (const byte_words* const bytes = words.bytes()) {
         const std::uint32_t bytes_per_word = bytes->bytes_per_word();
-        const auto blocks = bytes->blocks(); // a copy: the first call may turn the words into texts
+        const auto blocks = bytes->blocks(); // a copy: the first call may convert the words to texts
         for (const byte_words::block& block : blocks) {
             visit(block.first, block.last(bytes_per_word));
         }

@@ -41,7 +41,7 @@ std::optional<std::uint64_t> find_word(const image_words& words, std::uint64_t f
 std::optional<std::uint64_t> find_unshown_word(const image_words& words, std::uint32_t width,
                                                radix digits_radix, std::uint64_t first, std::uint64_t end) {
     if (words.bytes() != nullptr) {
-        return std::nullopt; // a byte has 8 bits that are 0 or 1
+        return std::nullopt; // bytes have no don't-care bits
     }
     const std::size_t hex_length = most_characters_of_word(radix::hex, width);
     std::string text;
@@ -55,7 +55,7 @@ std::optional<std::uint64_t> find_unshown_word(const image_words& words, std::ui
 
 std::optional<std::uint64_t> find_dont_care_word(const image_words& words) {
     if (words.bytes() != nullptr) {
-        return std::nullopt; // as above
+        return std::nullopt; // bytes have no don't-care bits
     }
     return find_word(
         words, 0, words.size(), [](const kvr::word_row& row) { return is_plain(row.all()); },

@@ -11,21 +11,21 @@
 
 namespace kvrimage {
 
-/// The first word from offset @p first to before @p end that @p is_sought, which gets its text, answers true
-/// for, by its offset. Words that are not set are not asked for. A row that @p has_none answers true for is
-/// not looked through; a run takes one look, and a cycle one round.
+/// Returns the offset of the first word from @p first to @p end - 1 whose text satisfies @p is_sought. Words
+/// that are not set are skipped, and so are rows for which @p has_none returns true. A run is tested once, a
+/// cycle over one period.
 [[nodiscard]] std::optional<std::uint64_t>
 find_word(const image_words& words, std::uint64_t first, std::uint64_t end,
           const std::function<bool(const kvr::word_row& row)>& has_none,
           const std::function<bool(std::string_view word)>& is_sought);
 
-/// The first word of @p words from offset @p first to before @p end that cannot be shown in @p digits_radix:
-/// a don't-care bit of it stands beside a plain one of the same digit, or the radix is decimal.
+/// Returns the offset of the first word from @p first to @p end - 1 that has no representation in @p
+/// digits_radix: a don't-care bit shares a digit with other bits, or the radix is decimal.
 [[nodiscard]] std::optional<std::uint64_t> find_unshown_word(const image_words& words, std::uint32_t width,
                                                              radix digits_radix, std::uint64_t first,
                                                              std::uint64_t end);
 
-/// The first of @p words with a don't-care bit.
+/// Returns the offset of the first word with a don't-care bit.
 [[nodiscard]] std::optional<std::uint64_t> find_dont_care_word(const image_words& words);
 
 } // namespace kvrimage

@@ -8,15 +8,15 @@
 
 namespace kvrimage {
 
-/// Words of which much is known without a look at each.
+/// A stretch of words whose repetition is known without comparing them.
 struct word_stretch {
-    std::uint64_t last;   ///< the last offset of it
-    std::uint64_t period; ///< each word equals the one so many offsets before it; at most the length
-    bool is_set;          ///< else no word of it is
+    std::uint64_t last;   ///< the last offset
+    std::uint64_t period; ///< each word equals the one `period` offsets before it; at most the length
+    bool is_set;          ///< true if all words are set, false if none is
 };
 
-/// The stretch of @p words from @p offset on: a row, what one fill has set, or a run. The next words may go
-/// on with it.
+/// Returns the stretch from @p offset on: a row, a cycle of a fill, or a run. The next stretch may continue
+/// the same repetition.
 [[nodiscard]] inline word_stretch stretch_at(const image_words& words, std::uint64_t offset) {
     if (const kvr::word_row row = words.row_at(offset); row.count != 0) {
         return {offset + row.count - 1, row.count, true};
@@ -28,12 +28,12 @@ struct word_stretch {
     return {run.last, 1, !run.text.empty()};
 }
 
-/// Reads words one after the other, a row at a time where there is one.
+/// Reads words in sequence, a row at a time if possible.
 class row_reader {
 public:
     explicit row_reader(const image_words& read) : words(&read) {}
 
-    /// The text of the word at @p offset; valid until the words change, as is the reader.
+    /// Returns the text of the word at @p offset. The text and the reader are valid until the words change.
     [[nodiscard]] std::string_view operator[](std::uint64_t offset) {
         if (offset - first >= row.count) {
             row = words->row_at(offset);
