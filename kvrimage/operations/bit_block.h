@@ -9,17 +9,17 @@
 
 namespace kvrimage {
 
-/// A number of many bits, of which words are parts.
+/// A block of many bits that holds words side by side.
 class bit_block {
 public:
-    /// Makes it @p bits long, all of them 0.
+    /// Resizes the block to @p bits bits, all 0.
     void clear(std::uint64_t bits) {
-        // What is read or written across the last limb needs no test.
+        // One extra limb, so that accesses across the last limb need no test.
         limbs.assign(bits / bits_per_limb + 2, 0);
     }
 
-    /// Sets the bits from @p position on, which are 0, to the number of the hexadecimal @p digits; false,
-    /// with any bits, when one of them is a don't-care digit.
+    /// Stores the number with the hexadecimal @p digits at the bits from @p position on, which must be 0.
+    /// Returns false if a digit is a don't-care digit; the bits are then unspecified.
     [[nodiscard]] bool put(std::uint64_t position, std::string_view digits) noexcept {
         while (digits.size() > most_small_digits) {
             const std::size_t above = digits.size() - most_small_digits;
@@ -32,8 +32,7 @@ public:
         return put_limb(position, digits);
     }
 
-    /// Writes the @p width bits from @p position on as hexadecimal digits to @p place, all that the width
-    /// needs.
+    /// Writes the @p width bits from @p position on to @p place as ceil(width / 4) hexadecimal digits.
     void write_to(char* place, std::uint64_t position, std::uint32_t width) const noexcept {
         std::size_t left = (width + bits_per_hex_digit - 1) / bits_per_hex_digit;
         for (; left > most_small_digits; left -= most_small_digits, position += bits_per_limb) {
@@ -56,7 +55,7 @@ private:
         const std::uint64_t shift = position % bits_per_limb;
         std::uint64_t* const limb = limbs.data() + position / bits_per_limb;
         limb[0] |= value << shift;
-        limb[1] |= value >> 1U >> (bits_per_limb - 1 - shift); // no shift by 64
+        limb[1] |= value >> 1U >> (bits_per_limb - 1 - shift); // avoids a shift by 64
         return true;
     }
     [[nodiscard]] std::uint64_t limb_at(std::uint64_t position) const noexcept {
@@ -65,7 +64,7 @@ private:
         return limb[0] >> shift | limb[1] << 1U << (bits_per_limb - 1 - shift);
     }
 
-    std::vector<std::uint64_t> limbs; ///< the least significant one first
+    std::vector<std::uint64_t> limbs; ///< least significant limb first
 };
 
 } // namespace kvrimage

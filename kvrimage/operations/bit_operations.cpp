@@ -26,7 +26,7 @@ namespace kvrimage {
 
 namespace {
 
-/// The lowest @p count bits, at most 128, of which each is 1.
+/// Returns a number with the lowest @p count bits set, at most 128.
 wide_number low_ones(std::uint32_t count) {
     const auto ones = [](std::uint32_t bits) {
         return bits >= bits_per_limb ? ~std::uint64_t{0} : (std::uint64_t{1} << bits) - 1;
@@ -36,8 +36,8 @@ wide_number low_ones(std::uint32_t count) {
 
 using change_of_bytes = std::function<void(std::span<char> words)>;
 
-/// Moves the bits of each word: bit i of the new word is bit @p source(i) of the old one, as @p bytes does to
-/// words held as bytes.
+/// Moves the bits of each word: bit i of the new word is bit @p source(i) of the old one. @p bytes does the
+/// same to words stored as bytes.
 template <class Source>
 memory_image with_moved_bits(const memory_image& image, Source&& source, change_of_bytes bytes) {
     const std::uint32_t width = image.width();
@@ -56,7 +56,7 @@ memory_image with_moved_bits(const memory_image& image, Source&& source, change_
                                 linear_map(columns), std::move(bytes)});
 }
 
-/// The bits of each byte value the other way round.
+/// Makes the table of byte values with reversed bits.
 constexpr std::array<char, 256> make_reversed_bytes() {
     std::array<char, 256> reversed{};
     for (std::size_t value = 0; value < reversed.size(); ++value) {
@@ -69,7 +69,7 @@ constexpr std::array<char, 256> make_reversed_bytes() {
     return reversed;
 }
 
-/// Clears the bits of words that are 0 in those of @p mask, which are repeated.
+/// Clears the bits of @p words that are 0 in @p mask, which is repeated.
 void clear_bits(std::span<char> words, std::string_view mask) {
     for (std::size_t begin = 0; begin < words.size(); begin += mask.size()) {
         const std::size_t count = std::min(mask.size(), words.size() - begin);
@@ -79,7 +79,8 @@ void clear_bits(std::span<char> words, std::string_view mask) {
     }
 }
 
-/// The bytes of @p bits as often as many instructions at a time can use; "" where @p image holds no bytes.
+/// Returns the bytes of @p bits repeated to a length that vectorizes well, or "" if @p image is not stored as
+/// bytes.
 std::string repeated_bytes(const memory_image& image, const word& bits) {
     std::string repeated;
     if (const byte_words* const held = image.words().bytes()) {

@@ -5,21 +5,21 @@
 
 namespace kvrimage {
 
-// Each makes a new memory: the same addresses, width and depth; words that are not set stay so. Time and
-// memory follow what the memory holds; what one fill has set costs its pattern.
+// Each function returns a new memory with the same addresses, width and depth. Words that are not set stay
+// unset. Time and memory are proportional to the stored content; a fill counts as its pattern only.
 
-/// Clears the bits that are 0 in @p bits, don't-care ones too.
-/// @throws std::invalid_argument when @p bits has another width than the memory, or don't-care bits
+/// Returns @p image with the bits cleared that are 0 in @p bits, including don't-care bits.
+/// @throws std::invalid_argument if @p bits has don't-care bits, or another width than the memory
 [[nodiscard]] KVRIMAGE_API memory_image masked(const memory_image& image, const word& bits);
 
-/// Bit 0 of each word becomes its highest one, and so on.
+/// Returns @p image with the bit order of each word reversed.
 [[nodiscard]] KVRIMAGE_API memory_image with_reversed_bits(const memory_image& image);
 
-/// The first byte of each word becomes its last one, and so on.
-/// @throws std::invalid_argument when the width is no multiple of 8
+/// Returns @p image with the byte order of each word reversed.
+/// @throws std::invalid_argument if the width is no multiple of 8
 [[nodiscard]] KVRIMAGE_API memory_image with_swapped_bytes(const memory_image& image);
 
-/// Each 0 becomes 1, and each 1 becomes 0. Don't-care bits stay so.
+/// Returns @p image with each bit inverted. Don't-care bits stay don't-care.
 [[nodiscard]] KVRIMAGE_API memory_image inverted(const memory_image& image);
 
 } // namespace kvrimage

@@ -28,8 +28,8 @@ public:
           new_size((by.width + bits_per_byte - 1) / bits_per_byte),
           is_big(held.order() == byte_order::big) {}
 
-    /// Writes the new words of @p words, as many as the reader takes, to @p to, which has room for further 16
-    /// bytes.
+    /// Maps @p words and writes the new words to @p to. @p words has at most the bytes that the reader takes,
+    /// and @p to needs room for 16 more bytes than the new words.
     void map(std::string_view words, char* to) {
         char* const begin = to;
         reader.read(words, [&](const wide_number& value) {
@@ -52,7 +52,7 @@ private:
     bool is_big;
 };
 
-/// Makes the blocks of new words: @p map is called with whole old words and the place for what they become.
+/// Maps all blocks. @p map gets whole old words and the place of the new ones.
 template <class Map>
 byte_words mapped_blocks(const byte_words& held, std::uint32_t width, Map&& map) {
     const std::size_t old_size = held.bytes_per_word();
@@ -63,7 +63,7 @@ byte_words mapped_blocks(const byte_words& held, std::uint32_t width, Map&& map)
         words += each.bytes.size() / old_size;
     }
     const auto made = std::make_shared<byte_buffer>();
-    made->reserve(words * new_size + 2 * bytes_per_limb); // a number is written in limbs
+    made->reserve(words * new_size + 2 * bytes_per_limb); // numbers are written as whole limbs
     std::vector<byte_words::block> blocks;
     blocks.reserve(held.blocks().size());
     for (const byte_words::block& each : held.blocks()) {

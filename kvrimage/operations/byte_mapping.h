@@ -8,9 +8,9 @@
 
 namespace kvrimage {
 
-/// The words that mapped_words() makes of @p words, as bytes in the same order.
-/// @return nothing where the words are not held as bytes, or are too wide for a mapping that has no form for
-/// bytes
+/// Returns the words that mapped_words() makes of @p words, as bytes in the same byte order.
+/// @return nothing if the words are not stored as bytes, or if they are too wide for numbers and the mapping
+/// has no form for bytes
 [[nodiscard]] std::optional<byte_words> mapped_bytes(const image_words& words, const word_mapping& mapping);
 
 } // namespace kvrimage

@@ -17,7 +17,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Pieces of equal size, one every so many bytes.
+/// Pieces of equal size at a constant distance in bytes.
 template <class Byte>
 struct piece_row {
     Byte* first;
@@ -64,7 +64,7 @@ std::shared_ptr<byte_buffer> buffer_of(std::size_t bytes) {
     return buffer;
 }
 
-/// Where the bytes of lane number @p lane begin in a word of @p lanes of them.
+/// Returns the byte offset of lane @p lane in a word of @p lanes lanes.
 std::size_t place_of_lane(std::size_t lane, std::size_t lanes, std::size_t lane_bytes, byte_order order) {
     return (order == byte_order::little ? lane : lanes - 1 - lane) * lane_bytes;
 }
@@ -123,7 +123,7 @@ bool have_bytes_in_one_order(std::span<const memory_image> parts) {
            });
 }
 
-/// True when all have bytes at the same addresses, in the same order.
+/// True if all parts have bytes at the same addresses and the same byte order.
 bool are_alike(std::span<const memory_image> parts) {
     const auto is_like_first = [&parts](const memory_image& part) {
         return std::ranges::equal(part.words().bytes()->blocks(), parts.front().words().bytes()->blocks(),
@@ -135,8 +135,8 @@ bool are_alike(std::span<const memory_image> parts) {
     return have_bytes_in_one_order(parts) && std::ranges::all_of(parts, is_like_first);
 }
 
-/// The joint words of parts that are alike: @p place_of says where in a group of one word each the one of a
-/// part begins.
+/// Joins the words of parts that match. A group has one word of each part; @p place_of returns the position
+/// of a part in its group.
 template <class PlaceOf>
 byte_words joint_bytes(std::span<const memory_image> parts, std::uint32_t width, std::uint64_t words_of_group,
                        PlaceOf&& place_of) {
@@ -174,7 +174,7 @@ std::optional<std::vector<memory_image>> lanes_of_bytes(const memory_image& imag
 
 std::optional<std::vector<memory_image>> banks_of_bytes(const memory_image& image, std::uint64_t count) {
     const byte_words* const words = image.words().bytes();
-    // Each block is looked at for each bank.
+    // Each bank visits each block.
     if (words == nullptr || words->blocks().size() * count > bytes_in(*words)) {
         return std::nullopt;
     }

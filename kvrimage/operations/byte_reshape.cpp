@@ -19,7 +19,7 @@ namespace {
 
 using byte_piece = byte_words::block;
 
-/// A block of words as bytes of the string of all of them.
+/// A block of words as a part of the byte string.
 struct string_part {
     std::uint64_t begin;
     std::string_view bytes;
@@ -27,13 +27,13 @@ struct string_part {
     [[nodiscard]] std::uint64_t end() const noexcept { return begin + bytes.size(); }
 };
 
-/// The order of the bytes of a word in which the string of bits is one of bytes.
+/// Returns the byte order in which the bit string is a byte string.
 byte_order order_of_string(bit_order order) {
     return order == bit_order::low_first ? byte_order::little : byte_order::big;
 }
 
-/// The blocks of new words over those of old ones; nothing where one of them begins or ends within a new
-/// word.
+/// Returns the blocks of new words that use the bytes of the old blocks, or nothing if a block begins or ends
+/// within a new word.
 std::optional<std::vector<byte_piece>> whole_words(std::span<const string_part> parts, std::uint64_t size) {
     std::vector<byte_piece> blocks;
     blocks.reserve(parts.size());
@@ -46,7 +46,7 @@ std::optional<std::vector<byte_piece>> whole_words(std::span<const string_part> 
     return blocks;
 }
 
-/// Copies the bytes of old words to where those of new ones are.
+/// Copies the bytes of old words to the positions of the new ones.
 class byte_reshaper {
 public:
     byte_reshaper(const byte_words& held, std::uint32_t new_size, byte_order order_to)
@@ -55,7 +55,7 @@ public:
           reverses(old_size > 1 && held.order() != order_to),
           order(order_to) {}
 
-    /// False when a word would lack bytes and @p pad, the bytes of a word, is empty.
+    /// Returns false if bytes of a word are missing and @p pad, the bytes of a word, is empty.
     [[nodiscard]] bool copy(std::span<const string_part> parts, std::string_view pad) {
         made->reserve(room_for(parts, !pad.empty()));
         for (const string_part& part : parts) {
@@ -83,10 +83,10 @@ public:
 private:
     struct begun_block {
         std::uint64_t first; ///< the new word
-        std::size_t place;   ///< of its bytes
+        std::size_t place;   ///< index of its bytes
     };
 
-    /// For the bytes of @p parts, and of the pad to whole words.
+    /// Returns the size of the bytes of @p parts, padded to whole words.
     [[nodiscard]] std::size_t room_for(std::span<const string_part> parts, bool has_pad) const {
         std::size_t all = 0;
         for (const string_part& part : parts) {
@@ -95,7 +95,7 @@ private:
         }
         return all;
     }
-    /// The end of the last new word of which bytes were copied, within the string.
+    /// Returns the end of the last new word that has bytes so far.
     [[nodiscard]] std::uint64_t end_of_words() const { return (position + size - 1) / size * size; }
     [[nodiscard]] bool complete(std::string_view pad) {
         return blocks.empty() || add_pad(end_of_words(), pad);
@@ -108,7 +108,7 @@ private:
         }
         return add_pad(begin, pad);
     }
-    /// Goes on to @p end with bytes of the pad; false when there is none, and bytes are missing.
+    /// Appends bytes of the pad up to @p end. Returns false if bytes are missing and there is no pad.
     [[nodiscard]] bool add_pad(std::uint64_t end, std::string_view pad) {
         if (position == end) {
             return true;
@@ -124,7 +124,7 @@ private:
         return true;
     }
     void add(std::string_view bytes) {
-        // So many that they stay near the processor.
+        // A part that fits the cache.
         constexpr std::size_t usual_part = std::size_t{1} << 15U;
         const std::size_t part =
             reverses ? std::max<std::size_t>(usual_part / old_size, 1) * old_size : bytes.size();
@@ -145,7 +145,7 @@ private:
     byte_order order;
     std::shared_ptr<byte_buffer> made = std::make_shared<byte_buffer>();
     std::vector<begun_block> blocks;
-    std::uint64_t position = 0; ///< in the string, after the last byte
+    std::uint64_t position = 0; ///< offset in the string, after the last byte
 };
 
 } // namespace

@@ -10,18 +10,18 @@
 
 namespace kvrimage {
 
-/// What the words of a memory become.
+/// Layout of the new words of a reshaped memory.
 struct new_words {
     std::uint32_t width;
     std::uint64_t depth;
     bit_order order;
-    const std::optional<word>& pad; ///< as wide
+    const std::optional<word>& pad; ///< of the new width
 };
 
-/// The words that reshaped() makes of @p words, as bytes: the string of all bits is one of bytes then. They
-/// are those of @p words where these follow one another in it as they are.
-/// @return nothing where the words are not held as bytes, or the new ones cannot be: a width is no
-/// multiple of 8, the pad has don't-care bits, or a word would lack bits
+/// Returns the words that reshaped() makes of @p words, as bytes. The bits of whole bytes form a string of
+/// bytes. The result shares the bytes of @p words if their order in this string is the same.
+/// @return nothing if the words are not stored as bytes, or if the new ones cannot be: a width is no multiple
+/// of 8, the pad has don't-care bits, or bits of a word are missing
 [[nodiscard]] std::optional<byte_words> reshaped_bytes(const image_words& words, const new_words& made);
 
 } // namespace kvrimage

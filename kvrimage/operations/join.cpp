@@ -66,9 +66,9 @@ std::vector<row_reader> readers_of(image_span joined) {
     return readers;
 }
 
-/// Calls @p take with the first offset and the one after the last of blocks of the @p count offsets from @p
-/// offset on, whose joint words have @p width bits. Each is so short that what is made of it stays in the
-/// processor, and no block but one of a single word goes over a multiple of its length, a power of two.
+/// Calls @p take with the first offset and the end of consecutive blocks, which cover @p count offsets from
+/// @p offset on. @p width is the width of the joined words in bits. A block is small enough for the cache. It
+/// has at most a power of two of words and never crosses a multiple of this power.
 template <class Take>
 void for_each_block(std::uint64_t offset, std::uint64_t count, std::uint64_t width, Take&& take) {
     constexpr std::uint64_t usual_bits = std::uint64_t{1} << 16U;
@@ -82,10 +82,10 @@ void for_each_block(std::uint64_t offset, std::uint64_t count, std::uint64_t wid
 
 /// What is known of the words of all parts from an offset on.
 struct joint_stretch {
-    std::uint64_t length;                          ///< over which the rest holds
-    std::uint64_t period;                          ///< after which all repeat; `length` where they do not
-    std::size_t set = 0;                           ///< how many parts have words there
-    std::optional<std::size_t> gap = std::nullopt; ///< the first part that has none
+    std::uint64_t length; ///< number of words to which the rest applies
+    std::uint64_t period; ///< period of all parts together; `length` if they do not repeat
+    std::size_t set = 0;  ///< number of parts whose words are set
+    std::optional<std::size_t> gap = std::nullopt; ///< the first part whose words are not set
 };
 
 joint_stretch joint_stretch_at(image_span joined, std::uint64_t offset) {
@@ -93,7 +93,7 @@ joint_stretch joint_stretch_at(image_span joined, std::uint64_t offset) {
     for (std::size_t index = 0; index < joined.size(); ++index) {
         const word_stretch one = stretch_at(joined[index].words(), offset);
         all.length = std::min(all.length, one.last - offset + 1);
-        // A period above 2^32 is none; until then the product fits.
+        // A period above 2^32 is useless. Below this limit the product fits 64 bits.
         all.period = std::min(std::lcm(all.period, one.period), deepest_memory);
         all.set += one.is_set ? 1U : 0U;
         if (!one.is_set && !all.gap) {
@@ -104,7 +104,7 @@ joint_stretch joint_stretch_at(image_span joined, std::uint64_t offset) {
     return all;
 }
 
-/// True when fewer words than half of @p stretch say what all of it is.
+/// True if fewer than half of the words determine all of @p stretch.
 bool repeats(const joint_stretch& stretch) {
     return stretch.length / 2 >= stretch.period;
 }
@@ -171,8 +171,8 @@ private:
         }
         made.words().set_side_by_side(offset, texts, digits);
     }
-    /// Puts the joint words from @p offset to before @p end into `numbers`; false, with anything there, when
-    /// not all are plain.
+    /// Joins the words from @p offset to @p end - 1 in `numbers`. Returns false if a word is not set or has a
+    /// don't-care digit; `numbers` is then unspecified.
     bool gather_numbers(std::uint64_t offset, std::uint64_t end) {
         const std::size_t length = most_characters_of_word(radix::hex, lane_width);
         numbers.clear((end - offset) * width);
@@ -200,7 +200,7 @@ private:
     image_span lanes;
     std::uint32_t lane_width;
     std::uint32_t width;
-    std::size_t digits; ///< of a joint word
+    std::size_t digits; ///< digits of a joined word
     memory_image made;
     std::vector<row_reader> readers;
     bit_block numbers;
@@ -208,9 +208,9 @@ private:
     std::string bits;
     std::string lane_bits;
     std::string made_word;
-    std::uint64_t incomplete = 0; ///< words that some lanes lack
+    std::uint64_t incomplete = 0; ///< number of words that some lanes lack
     std::uint64_t first_incomplete = 0;
-    std::size_t gap = 0; ///< the lane that lacks the first one
+    std::size_t gap = 0; ///< the lane that lacks the first such word
 };
 
 class bank_joiner {
@@ -263,8 +263,8 @@ private:
             }
         }
     }
-    /// Sets `texts` to the words of all banks; false, with anything there, when one is not set or of another
-    /// form.
+    /// Sets `texts` to the words of all banks. Returns false if a word is not set or has another length;
+    /// `texts` is then unspecified.
     bool gather_texts(std::uint64_t offset, std::uint64_t end) {
         texts.clear();
         for (std::uint64_t each = offset; each < end; ++each) {
@@ -280,7 +280,7 @@ private:
     }
 
     image_span banks;
-    std::size_t digits; ///< of most words
+    std::size_t digits; ///< digits of most words
     memory_image made;
     std::vector<row_reader> readers;
     std::string texts;

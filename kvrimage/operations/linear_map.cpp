@@ -7,7 +7,7 @@ linear_map::linear_map(std::span<const wide_number> columns)
     for (std::size_t bit = 0; bit < columns.size(); ++bit) {
         auto& table = tables[bit / bits_per_byte];
         const std::size_t place = std::size_t{1} << bit % bits_per_byte;
-        // The values below the new bit are complete: those with it differ by its column.
+        // The entries below the new bit are complete; those with the bit differ by its column.
         for (std::size_t value = 0; value < place; ++value) {
             table[place + value] = {table[value].low ^ columns[bit].low,
                                     table[value].high ^ columns[bit].high};

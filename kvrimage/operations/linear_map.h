@@ -11,13 +11,13 @@
 
 namespace kvrimage {
 
-/// A map of numbers of up to 128 bits to others of up to 128 in which each bit of the argument contributes
-/// its own bits, whatever the others are: permutations, checks of parity. It looks a byte of the argument up
-/// at a time.
+/// A linear map over GF(2) of numbers of up to 128 bits to numbers of up to 128 bits, for example a
+/// permutation or parity checks. Each bit of the argument contributes its column, independent of the other
+/// bits. The map uses a table for each byte of the argument.
 class linear_map {
 public:
-    /// @param columns what each bit of the argument contributes, from bit 0 on; at most 128. Further bits
-    /// contribute nothing.
+    /// @param columns the contribution of each bit of the argument, from bit 0 on, at most 128; other bits
+    /// contribute nothing
     explicit linear_map(std::span<const wide_number> columns);
 
     [[nodiscard]] wide_number operator()(const wide_number& argument) const noexcept {
@@ -37,10 +37,10 @@ private:
     static constexpr std::size_t bytes_of_limb = bits_per_limb / bits_per_byte;
     static constexpr std::size_t byte_values = 256;
 
-    std::vector<std::array<wide_number, byte_values>> tables; ///< for each byte of the argument
+    std::vector<std::array<wide_number, byte_values>> tables; ///< one for each byte of the argument
 };
 
-/// The number in which bit @p index, below 128, is 1 and all others are 0.
+/// Returns the number with only bit @p index (below 128) set.
 [[nodiscard]] constexpr wide_number single_bit(std::uint32_t index) noexcept {
     return index < bits_per_limb ? wide_number{std::uint64_t{1} << index, 0}
                                  : wide_number{0, std::uint64_t{1} << (index - bits_per_limb)};

@@ -16,7 +16,7 @@ namespace kvrimage {
 
 namespace {
 
-/// The memory of all addresses of @p parts; no word is set.
+/// Returns a memory without words that spans the addresses of @p parts.
 memory_image room_for(std::span<const memory_image> parts) {
     if (parts.empty()) {
         throw std::invalid_argument("nothing to merge");
@@ -37,7 +37,8 @@ memory_image room_for(std::span<const memory_image> parts) {
     return {first.width(), all.last - all.first + 1, all.first};
 }
 
-/// The first address of @p range where the words of @p left and @p right, which both have all of it, differ.
+/// Returns the first address of @p range at which @p left and @p right differ, or nothing. Both have words in
+/// all of @p range.
 std::optional<std::uint64_t> first_difference(const memory_image& left, const memory_image& right,
                                               const address_range& range) {
     row_reader left_words(left.words());
@@ -55,7 +56,7 @@ std::optional<std::uint64_t> first_difference(const memory_image& left, const me
             }
         }
         if (last == range.last) {
-            return std::nullopt; // it may be the last one of all
+            return std::nullopt; // `last + 1` could wrap
         }
         address = last + 1;
     }
@@ -84,12 +85,12 @@ public:
     }
 
 private:
-    /// The memory whose words come before those of all with a higher @p rank.
+    /// Returns the memory with precedence @p rank; rank 0 wins over all others.
     [[nodiscard]] std::size_t part_of(std::size_t rank) const {
         return rule == overlap_rule::last ? parts.size() - 1 - rank : rank;
     }
 
-    /// Takes the words of @p range, which are set, from the memory of @p rank; those of the ranks below @p
+    /// Adds the words of @p range, which are set, from the memory of @p rank. The memories of ranks below @p
     /// free are known to have none there.
     void take(std::size_t rank, const address_range& range, std::size_t free) {
         if (free == rank) {
@@ -104,7 +105,7 @@ private:
                 take(rank, {address, last}, free + 1);
             }
             if (last == range.last) {
-                return; // it may be the last one of all
+                return; // `last + 1` could wrap
             }
             address = last + 1;
         }
@@ -113,7 +114,7 @@ private:
         std::uint64_t last;
         bool is_set;
     };
-    /// How far from the first address of @p range on, but within it, @p part has words, or has none.
+    /// Returns the stretch at the start of @p range in which @p part has words, or has none.
     static known_stretch part_stretch(const memory_image& part, const address_range& range) {
         if (range.first > part.last_address()) {
             return {range.last, false};
@@ -154,7 +155,7 @@ private:
     }
     void lengthen_overlap(const merge_overlap& by) {
         if (result.overlap_count > most_merge_ranges) {
-            return; // the last one is not kept
+            return; // the last overlap is not listed
         }
         merge_overlap& last = result.overlaps.back();
         last.addresses.last = by.addresses.last;
@@ -166,7 +167,7 @@ private:
     memory_image made;
     merge_result result;
     bool is_allowed = true;
-    std::uint64_t overlap_end = 0; ///< after the last overlap found
+    std::uint64_t overlap_end = 0; ///< address after the last overlap
     std::pair<std::size_t, std::size_t> overlap_parts = {0, 0};
 };
 

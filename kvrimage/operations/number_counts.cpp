@@ -14,7 +14,7 @@ std::size_t byte_of(std::uint64_t value, std::size_t index) noexcept {
     return value >> (8 * index) & (byte_values - 1);
 }
 
-/// How many values have each value of each of their bytes.
+/// [index][byte]: number of values whose byte at index is byte.
 using byte_histograms = std::array<std::array<std::size_t, byte_values>, bytes_of_value>;
 
 byte_histograms histograms_of(const std::vector<number_count>& counts) {
@@ -27,7 +27,7 @@ byte_histograms histograms_of(const std::vector<number_count>& counts) {
     return histograms;
 }
 
-/// Sorts by one byte and keeps the order of those in which it is the same.
+/// Sorts by one byte. The sort is stable.
 void sort_by_byte(std::vector<number_count>& from, std::vector<number_count>& to, std::size_t index,
                   const std::array<std::size_t, byte_values>& histogram) {
     std::array<std::size_t, byte_values> places{};

@@ -6,24 +6,24 @@
 
 namespace kvrimage {
 
-/// A number, how often it was counted, and when for the last time.
+/// A number with its count and the turn that counted it last.
 struct number_count {
     std::uint64_t value;
     std::uint32_t last_turn;
-    std::uint32_t repeats; ///< times beyond the first
+    std::uint32_t repeats; ///< count minus 1
 
     friend bool operator==(const number_count&, const number_count&) = default;
 };
 
-/// Sorts @p counts by value. Numbers whose upper bytes are the same take fewer passes.
+/// Sorts @p counts by value. A byte that is equal in all values takes no pass.
 void sort_by_value(std::vector<number_count>& counts);
 
-/// Counts how often numbers occur, up to 2^32 of all together. Sorting is faster than a table where most
-/// numbers differ, since it does not go to a far place in memory for each. What was gathered is joined from
-/// time to time, so that the memory follows the distinct numbers.
+/// Counts occurrences of numbers, up to 2^32 in total. It sorts instead of using a hash table, which is
+/// faster if most numbers differ, since accesses stay local. Entries are merged from time to time, so memory
+/// is proportional to the distinct numbers.
 class number_counts {
 public:
-    /// Counts @p value @p times (at least 1) more, at @p turn, which grows from call to call.
+    /// Counts @p value @p times (at least 1) more. @p turn ascends from call to call.
     void add(std::uint64_t value, std::uint64_t times, std::uint32_t turn) {
         if (!gathered.empty() && gathered.back().value == value) {
             gathered.back().last_turn = turn;
@@ -37,7 +37,7 @@ public:
         gathered.push_back({value, turn, static_cast<std::uint32_t>(times - 1)});
     }
 
-    /// Everything counted, by value; each number once.
+    /// Returns the count of each number, sorted by value.
     [[nodiscard]] const std::vector<number_count>& sorted() {
         join();
         return gathered;
@@ -47,7 +47,7 @@ private:
     void join();
 
     std::vector<number_count> gathered;
-    std::size_t capacity = std::size_t{1} << 18U; ///< of `gathered` before it is joined
+    std::size_t capacity = std::size_t{1} << 18U; ///< size of `gathered` at which it is merged
 };
 
 } // namespace kvrimage

@@ -26,12 +26,12 @@ namespace kvrimage {
 
 namespace {
 
-/// Stands for a bit that is missing.
+/// Marks a missing bit.
 constexpr char missing_bit = '-';
 
 std::uint64_t base_in_words_of(std::uint32_t width, const memory_image& image) {
     const std::uint32_t shared = std::gcd(width, image.width());
-    const std::uint32_t old_words = width / shared; // that end where new words end
+    const std::uint32_t old_words = width / shared; // old words after which old and new words end together
     const std::uint32_t new_words = image.width() / shared;
     if (image.base() % old_words != 0) {
         throw std::invalid_argument(
@@ -89,7 +89,8 @@ public:
     }
 
 private:
-    /// Makes the new words from number @p index on of which a stretch of old ones knows the bits; how many.
+    /// Makes the new words from number @p index on whose bits lie in one stretch of old words. Returns their
+    /// number.
     std::uint64_t make_some(std::uint64_t index) {
         const std::uint64_t begin = index * width;
         const word_stretch stretch = stretch_at(words, begin / old_width);
@@ -108,7 +109,7 @@ private:
         make_block(index, end);
         return end - index;
     }
-    /// After how many new words those of @p stretch repeat, whose first old word is at @p offset.
+    /// Returns the period of the new words, in words. The first old word of @p stretch is at @p offset.
     [[nodiscard]] std::uint64_t period_of(const word_stretch& stretch, std::uint64_t offset) const {
         if (stretch.period == 1 && is_one_digit(words[offset])) {
             return 1;
@@ -116,7 +117,7 @@ private:
         const std::uint64_t bits = stretch.period * old_width;
         return bits / std::gcd(bits, std::uint64_t{width});
     }
-    /// True when all bits of @p text are equal, as those of the commonest fills are.
+    /// True if all bits of @p text are equal, as in the most common fills.
     [[nodiscard]] bool is_one_digit(std::string_view text) const {
         std::string shown;
         return text.find_first_not_of(text.substr(0, 1)) == std::string_view::npos &&
@@ -131,8 +132,8 @@ private:
         made->fill(index, index + count - 1, std::vector<std::string_view>(pattern.begin(), pattern.end()));
     }
 
-    /// Where a block ends that begins at the new word @p index, and with @p end at the latest. It is so long
-    /// that the words at its borders, which other blocks look at too, do not matter, and within a half.
+    /// Returns the end of the block of new words from @p index on, at most @p end. A block stays within a
+    /// half. It is long enough that the words at its borders, which two blocks visit, cost little.
     [[nodiscard]] std::uint64_t end_of_block(std::uint64_t index, std::uint64_t end) const {
         constexpr std::uint64_t usual_bits = std::uint64_t{1} << 16U;
         const std::uint64_t longest = std::max<std::uint64_t>(usual_bits, old_width) / width + 1;
@@ -147,13 +148,13 @@ private:
         }
     }
 
-    /// Where the bits of new words stand.
+    /// The bits of a block of new words.
     struct block {
         std::uint64_t first_new;
         std::uint64_t end_new;
-        std::uint64_t first_old; ///< the first old word that has bits of them
-        std::uint64_t end_old;   ///< after the last one, which may be beyond the memory
-        std::uint64_t skipped;   ///< bits of the first old word that belong to the new word before
+        std::uint64_t first_old; ///< the first old word with bits of the block
+        std::uint64_t end_old;   ///< the end of these old words, which may be beyond the memory
+        std::uint64_t skipped;   ///< bits of the first old word that belong to the previous new word
     };
     [[nodiscard]] block block_of(std::uint64_t index, std::uint64_t end) const {
         const std::uint64_t begin_bit = index * width;
@@ -164,13 +165,13 @@ private:
     [[nodiscard]] std::uint64_t bits_of(const block& at) const {
         return (at.end_old - at.first_old) * old_width;
     }
-    /// Where, from the least significant bit of the block on, @p bits bits lie that are the ones from number
-    /// @p begin of its string on.
+    /// Returns the position, from the least significant bit of the block on, of the @p bits bits that begin
+    /// at @p begin of its bit string.
     [[nodiscard]] std::uint64_t position_of(const block& at, std::uint64_t begin, std::uint32_t bits) const {
         return order == bit_order::low_first ? begin : bits_of(at) - begin - bits;
     }
 
-    /// Makes the new words from number @p index to before @p end.
+    /// Makes the new words @p index to @p end - 1.
     void make_block(std::uint64_t index, std::uint64_t end) {
         const block at = block_of(index, end);
         if (at.end_old <= words.size() && gather_numbers(at)) {
@@ -181,7 +182,8 @@ private:
         }
     }
 
-    /// Calls @p take with the text of each old word that there is, and its place in the string of the block.
+    /// Calls @p take with the text of each old word of the block and its position in the bit string of the
+    /// block.
     template <class Take>
     void each_old_word(const block& at, Take&& take) const {
         const std::uint64_t end = std::min(at.end_old, words.size());
@@ -198,7 +200,8 @@ private:
         }
     }
 
-    /// Puts the old words into `numbers`; false, with anything there, when not all are plain words.
+    /// Stores the old words in `numbers`. Returns false if one is not set or has don't-care bits; `numbers`
+    /// is then unspecified.
     [[nodiscard]] bool gather_numbers(const block& at) {
         numbers.clear(bits_of(at));
         const std::size_t length = most_characters_of_word(radix::hex, old_width);
@@ -221,7 +224,7 @@ private:
         made->set_side_by_side(at.first_new, texts, length);
     }
 
-    /// Puts the old words into `digits`, the most significant bit first.
+    /// Stores the old words in `digits`, most significant bit first.
     void gather_digits(const block& at) {
         digits.assign(bits_of(at), missing_bit);
         each_old_word(at, [&](std::string_view text, std::uint64_t begin) {
@@ -263,21 +266,21 @@ private:
         }
     }
 
-    const image_words& words; ///< the old ones
+    const image_words& words; ///< the old words
     std::uint32_t old_width;
     std::uint32_t width;
     bit_order order;
     const std::optional<word>& given_pad;
     std::optional<std::string> pad_bits;
     std::uint64_t base;
-    std::uint64_t depth; ///< of the new memory
+    std::uint64_t depth; ///< depth of the new memory
     std::unique_ptr<image_words> made;
     bit_block numbers;
     std::string texts;
     std::string digits;
     std::string shown_word;
     std::string made_word;
-    std::uint64_t incomplete = 0; ///< words
+    std::uint64_t incomplete = 0; ///< number of incomplete words
     std::uint64_t first_incomplete = 0;
     std::uint32_t missing_of_first = 0;
 };

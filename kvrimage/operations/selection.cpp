@@ -20,7 +20,7 @@ namespace kvrimage {
 
 namespace {
 
-/// The part of @p range that is in @p image; nothing when none is.
+/// Returns the part of @p range that lies in @p image, or nothing.
 std::optional<address_range> part_within(const memory_image& image, const address_range& range) {
     require_ascending(range);
     const address_range part = {std::max(range.first, image.base()),
@@ -28,7 +28,7 @@ std::optional<address_range> part_within(const memory_image& image, const addres
     return part.first <= part.last ? std::optional(part) : std::nullopt;
 }
 
-/// The offsets of the words of @p image that are in @p ranges, in order.
+/// Returns the offsets of the words of @p image in @p ranges, in order.
 std::vector<address_range> offsets_within(const memory_image& image, std::span<const address_range> ranges) {
     std::vector<address_range> offsets;
     for (const address_range& range : ranges) {
@@ -39,7 +39,7 @@ std::vector<address_range> offsets_within(const memory_image& image, std::span<c
     return united(std::move(offsets));
 }
 
-/// The offsets below @p depth that are not in @p ranges, which are in order.
+/// Returns the offsets below @p depth that are not in @p ranges. The ranges are in order.
 std::vector<address_range> offsets_between(std::span<const address_range> ranges, std::uint64_t depth) {
     std::vector<address_range> offsets;
     std::uint64_t next = 0;
@@ -55,7 +55,7 @@ std::vector<address_range> offsets_between(std::span<const address_range> ranges
     return offsets;
 }
 
-/// The words of @p image at @p offsets, which are held as bytes.
+/// Returns the words of @p image at @p offsets. They must be stored as bytes.
 memory_image bytes_at(const memory_image& image, std::span<const address_range> offsets) {
     const byte_words& words = *image.words().bytes();
     return {image.width(),
@@ -63,7 +63,7 @@ memory_image bytes_at(const memory_image& image, std::span<const address_range> 
             image.base()};
 }
 
-/// Where the word at @p address is when that at @p from has moved to @p to.
+/// Returns the new address of the word at @p address if the one at @p from moves to @p to.
 std::uint64_t moved_address(std::uint64_t address, std::uint64_t from, std::uint64_t to) {
     const bool is_outside =
         to >= from ? address > std::numeric_limits<std::uint64_t>::max() - (to - from) : address < from - to;

@@ -8,31 +8,30 @@
 
 namespace kvrimage {
 
-// Each makes a new memory of @p image, and costs what it holds, not its depth.
+// Each function returns a new memory and takes time proportional to the stored content, not to the depth.
 
-/// The same memory with the words of @p ranges only; all others are not set. What of a range is beyond the
-/// memory does not matter.
-/// @throws std::invalid_argument when a range ends before it begins
+/// Returns @p image with only the words of @p ranges; all others are not set. Addresses outside the memory
+/// are ignored.
+/// @throws std::invalid_argument if a range ends before it begins
 [[nodiscard]] KVRIMAGE_API memory_image only(const memory_image& image,
                                              std::span<const address_range> ranges);
 
-/// The same memory without the words of @p ranges, likewise.
-/// @throws std::invalid_argument when a range ends before it begins
+/// Returns @p image without the words of @p ranges. Addresses outside the memory are ignored.
+/// @throws std::invalid_argument if a range ends before it begins
 [[nodiscard]] KVRIMAGE_API memory_image except(const memory_image& image,
                                                std::span<const address_range> ranges);
 
-/// The memory in which the word at address @p from has moved to address @p to, and all others with it. It has
-/// the same base; its depth is that of @p image, or as much larger as the highest word that is set needs.
-/// Where the lowest word that is set comes to an address below the base, that becomes the base, and the last
-/// address stays.
-/// @throws std::out_of_range when a word that is set would come to an address below 0 or above 2^64 - 1, or
-/// the memory would have more than deepest_memory words
+/// Returns @p image with all words moved so that the word at address @p from is at @p to. The base stays the
+/// same, and the depth grows as far as the highest word requires. If the lowest word moves below the base,
+/// its address becomes the new base and the last address stays the same.
+/// @throws std::out_of_range if a word would move below address 0 or above 2^64 - 1, or if the result has
+/// more than deepest_memory words
 [[nodiscard]] KVRIMAGE_API memory_image moved(const memory_image& image, std::uint64_t from,
                                               std::uint64_t to);
 
-/// The same memory, @p depth words deep; new words are not set.
-/// @throws std::invalid_argument when memory_image::resize() does not take @p depth
-/// @throws std::out_of_range when a word that is set has no room in it; what() names the highest one
+/// Returns @p image with @p depth words. New words are not set.
+/// @throws std::invalid_argument if memory_image::resize() rejects @p depth
+/// @throws std::out_of_range if a word that is set does not fit; what() names the highest one
 [[nodiscard]] KVRIMAGE_API memory_image with_depth(const memory_image& image, std::uint64_t depth);
 
 } // namespace kvrimage

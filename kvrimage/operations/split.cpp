@@ -88,8 +88,8 @@ public:
     [[nodiscard]] std::vector<memory_image> result() { return std::move(lanes); }
 
 private:
-    /// Sets `texts` to the words of each lane, side by side; false, with anything there, when not all words
-    /// of @p row are plain.
+    /// Sets `texts` to the words of each lane. Returns false if a word of @p row has a don't-care digit;
+    /// `texts` is then unspecified.
     bool cut_numbers(const kvr::word_row& row) {
         numbers.clear(std::uint64_t{row.count} * image.width());
         for (std::uint32_t index = 0; index < row.count; ++index) {
@@ -106,7 +106,7 @@ private:
         }
         return true;
     }
-    /// Sets `texts` to the words that @p word becomes.
+    /// Sets `texts` to the parts of @p word.
     void cut(std::string_view word) {
         static_cast<void>(show_word(word, radix::bin, image.width(), bits));
         for (std::size_t lane = 0; lane < lanes.size(); ++lane) {
@@ -118,9 +118,9 @@ private:
 
     const memory_image& image;
     std::uint32_t lane_width;
-    std::size_t digits; ///< of a word of a lane
+    std::size_t digits; ///< digits of a word of a lane
     std::vector<memory_image> lanes;
-    word_texts texts; ///< of each lane
+    word_texts texts; ///< for each lane
     bit_block numbers;
     std::string bits;
 };
@@ -153,7 +153,7 @@ public:
 private:
     [[nodiscard]] image_words& words_of(std::uint64_t offset) { return banks[offset % banks.size()].words(); }
 
-    /// Fills the places of the words from @p first to @p last, which repeat in each bank after @p period
+    /// Fills the words from @p first to @p last in the banks. The words of each bank repeat after @p period
     /// words.
     void fill_banks(std::uint64_t first, std::uint64_t last, std::uint64_t period) {
         const std::uint64_t end = std::min(first + banks.size(), last + 1);

@@ -52,8 +52,8 @@ public:
     [[nodiscard]] memory_image result() { return {mapping.width, std::move(made), image.base()}; }
 
 private:
-    /// Appends the new word of @p word to `texts`; false, with it in `odd_text`, when it is not as long as
-    /// the others.
+    /// Appends the new word of @p word to `texts`. Returns false if it has another length than the others; it
+    /// is then in `odd_text`.
     bool append_text(std::string_view word, std::uint64_t offset) {
         if (has_numbers) {
             if (const auto value = wide_number_of(word)) {
@@ -75,7 +75,7 @@ private:
         kvr::write_hex_digits(place, above, value.high);
         kvr::write_hex_digits(place + above, digits - above, value.low);
     }
-    /// Sets the words before @p end to those gathered.
+    /// Sets the words before @p end to the collected texts.
     void set_texts(std::uint64_t end) {
         if (!texts.empty()) {
             made->set_side_by_side(end - texts.size() / digits, texts, digits);
@@ -86,7 +86,7 @@ private:
         texts.clear();
         return append_text(word, offset) ? std::exchange(texts, {}) : odd_text;
     }
-    /// Makes `odd_text` by way of the binary digits.
+    /// Makes `odd_text` from binary digits.
     void make_text(std::string_view word, std::uint64_t offset) {
         static_cast<void>(show_word(word, radix::bin, image.width(), bits));
         const std::optional<std::string> mapped = mapping.bits(bits);
@@ -99,10 +99,10 @@ private:
 
     const memory_image& image;
     const word_mapping& mapping;
-    std::size_t digits; ///< of a new word
+    std::size_t digits; ///< digits of a new word
     bool has_numbers;
     std::unique_ptr<image_words> made;
-    std::string texts; ///< new words side by side, not set yet
+    std::string texts; ///< collected new words, concatenated
     std::string odd_text;
     std::string bits;
 };

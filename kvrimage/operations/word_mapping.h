@@ -19,28 +19,28 @@ struct wide_number {
     friend bool operator==(const wide_number&, const wide_number&) = default;
 };
 
-/// The bits of words that are handled as numbers.
+/// The greatest width of words that are processed as numbers, in bits.
 inline constexpr std::uint32_t widest_number_word = 128;
 
-/// How a new word is made of each word of a memory, in forms that must agree.
+/// A mapping of words to new words, in several forms that must agree.
 struct word_mapping {
-    std::uint32_t width; ///< of the new words
-    /// The new word of any word, both as binary digits ('0', '1', 'X'), most significant first, as many as
-    /// the word has bits. Nothing when there is none, which may be so for words with don't-care bits only.
+    std::uint32_t width; ///< width of the new words
+    /// Maps any word. Both words are given as binary digits ('0', '1', 'X'), most significant first, one for
+    /// each bit. May return nothing for words with don't-care bits only.
     std::function<std::optional<std::string>(std::string_view bits)> bits;
-    /// The new word of one without don't-care bits, where neither has more than widest_number_word bits.
+    /// Maps a word without don't-care bits if both widths are at most widest_number_word.
     std::function<wide_number(const wide_number& value)> number;
-    /// Makes the new words, which are as wide, in place of old ones of whole bytes that are held as bytes, in
-    /// their order. May be empty: the numbers serve as well.
+    /// Maps words of whole bytes in place, in the byte order in which they are stored, to new words of the
+    /// same width. May be empty; the numbers are used instead.
     std::function<void(std::span<char> words)> bytes = {};
 };
 
-/// The memory that @p mapping makes of @p image: the same addresses, and the same words not set. Words that a
-/// fill has set cost its pattern.
-/// @throws std::domain_error for a word of which the mapping makes none; what() names its address
+/// Applies @p mapping to each word of @p image. Words that are not set stay unset. A fill takes time
+/// proportional to its pattern.
+/// @throws std::domain_error for a word that the mapping rejects; what() names its address
 [[nodiscard]] memory_image mapped_words(const memory_image& image, const word_mapping& mapping);
 
-/// The number of @p digits, 1 to 32 hexadecimal digits; nothing when one of them is a don't-care digit.
+/// Parses @p digits, 1 to 32 hexadecimal digits. Returns nothing if one of them is a don't-care digit.
 [[nodiscard]] std::optional<wide_number> wide_number_of(std::string_view digits) noexcept;
 
 } // namespace kvrimage

@@ -28,7 +28,7 @@ void require_plain_words(const memory_image& image) {
     }
 }
 
-/// The words of @p range of @p image, with @p unset for those that are not set.
+/// Returns the words of @p range of @p image. Words that are not set become @p unset.
 memory_image part_of(const memory_image& image, const address_range& range,
                      const std::optional<word>& unset) {
     require_within(image, range);
@@ -45,7 +45,7 @@ memory_image part_of(const memory_image& image, const address_range& range,
     return part;
 }
 
-/// Calls a function with the bytes of all words that count, in blocks of whole words.
+/// Passes the bytes of all covered words to a function, in blocks of whole words.
 class counted_words {
 public:
     counted_words(const memory_image& of, const checksum_options& by) : image(of), options(by) {}
@@ -86,7 +86,7 @@ std::uint64_t sum_of_all_bytes(const counted_words& words) {
     return sum;
 }
 
-/// Modulo 2^64.
+/// Returns the sum modulo 2^64.
 std::uint64_t sum_of_all_words(const counted_words& words) {
     const std::size_t bytes_per_word = words.bytes_per_word();
     const std::size_t bytes_that_count = std::min(bytes_per_word, sizeof(std::uint64_t));

@@ -13,7 +13,7 @@ namespace {
 constexpr std::uint32_t bits_of_register = 64;
 constexpr std::uint32_t bits_of_crc_byte = 8;
 
-/// Swaps neighbours of @p count bits each; @p lower has the bits of each second group.
+/// Swaps adjacent groups of @p count bits. @p lower is the mask of the lower groups.
 constexpr std::uint64_t swap_groups(std::uint64_t value, std::uint32_t count, std::uint64_t lower) {
     return (value & lower) << count | (value >> count & lower);
 }
@@ -25,7 +25,7 @@ constexpr std::uint64_t reverse_in_bytes(std::uint64_t value) {
     return swap_groups(value, 4, 0x0F0F0F0F0F0F0F0F);
 }
 
-/// Reverses the lowest @p width bits; the others are 0.
+/// Reverses the lowest @p width bits. The other bits must be 0.
 constexpr std::uint64_t reverse_bits(std::uint64_t value, std::uint32_t width) {
     value = reverse_in_bytes(value);
     value = swap_groups(value, 8, 0x00FF00FF00FF00FF);
@@ -44,7 +44,7 @@ std::uint64_t checked(std::uint64_t number, std::uint32_t width, std::string_vie
     return number;
 }
 
-/// The number of 8 bytes, the first of them lowest.
+/// Loads 8 bytes as a number, least significant byte first.
 std::uint64_t little_endian(const char* bytes) {
     std::uint64_t number = 0;
     std::memcpy(&number, bytes, sizeof(number));

@@ -11,38 +11,38 @@
 
 namespace kvrimage {
 
-/// A cyclic redundancy check, by the parameters that catalogues give for it.
+/// The parameters of a cyclic redundancy check, as CRC catalogs give them.
 struct crc_model {
-    std::uint32_t width = 32;     ///< bits, 1 to 64
-    std::uint64_t polynomial = 0; ///< without its highest term, the term of degree 0 as bit 0
-    std::uint64_t initial = 0;    ///< the register before the first byte, not reflected
-    bool reflects_input = false;  ///< the lowest bit of each byte comes first
-    bool reflects_output = false; ///< the register is reversed at the end
-    std::uint64_t final_xor = 0;  ///< added to the register at the very end
+    std::uint32_t width = 32;     ///< width in bits, 1 to 64
+    std::uint64_t polynomial = 0; ///< without the highest term; bit 0 is the term of degree 0
+    std::uint64_t initial = 0;    ///< initial register value, not reflected
+    bool reflects_input = false;  ///< bit 0 of each byte is processed first
+    bool reflects_output = false; ///< the final register is bit-reversed
+    std::uint64_t final_xor = 0;  ///< XORed with the result at the end
 
-    /// The same parameters.
+    /// Compares all parameters.
     friend bool operator==(const crc_model&, const crc_model&) = default;
 };
 
-/// A check that catalogues have a name for.
+/// A named CRC.
 struct known_crc {
     std::string_view name; ///< "crc-32", in lower case
-    crc_model model;       ///< its parameters
-    std::uint64_t check;   ///< the check of the nine bytes "123456789"
+    crc_model model;       ///< the parameters
+    std::uint64_t check;   ///< the CRC of the nine bytes "123456789"
 };
 
-/// All checks that have a name here.
+/// Returns all named CRCs.
 [[nodiscard]] KVRIMAGE_API std::span<const known_crc> known_crcs();
 
-/// Computes a check over bytes that come one after the other.
+/// Computes a CRC incrementally.
 class KVRIMAGE_API crc {
 public:
-    /// @throws std::invalid_argument for a width that is not 1 to 64, and for numbers that do not fit it
+    /// @throws std::invalid_argument if the width is not 1 to 64, or a parameter does not fit it
     explicit crc(const crc_model& of);
 
-    /// Adds @p bytes to those before.
+    /// Appends @p bytes to the message.
     void add(std::string_view bytes) noexcept;
-    /// The check of all bytes so far.
+    /// Returns the CRC of all bytes so far.
     [[nodiscard]] std::uint64_t value() const noexcept;
 
 private:
@@ -50,10 +50,9 @@ private:
     using table = std::array<std::uint64_t, 256>;
 
     crc_model model;
-    // The register and the tables are those of the reflected check, whichever the model is: bit 0 is the term
-    // of the highest degree.
+    // The register and the tables always use the reflected form: bit 0 is the term of the highest degree.
     std::uint64_t register_bits;
-    std::vector<table> tables; ///< [n]: what a byte becomes with n zero bytes after it
+    std::vector<table> tables; ///< [n][b]: the register after byte b and n zero bytes
 };
 
 } // namespace kvrimage

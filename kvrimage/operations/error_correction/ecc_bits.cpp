@@ -8,7 +8,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Bit @p bit of @p digits.
+/// Returns the digit of bit @p bit.
 template <class Text>
 auto& digit_at(Text& digits, std::uint32_t bit) {
     return digits[digits.size() - 1 - bit];
@@ -62,7 +62,7 @@ decoded_bits ecc_decoder::decode(std::string_view word) const {
     for (std::size_t index = 0; index < code.checks.size(); ++index) {
         const ecc_check& check = code.checks[index];
         const bool fails = (digit_at(word, check.position) == '1') != (check_bit(check, limbs) != 0);
-        // Codes of more checks correct nothing: it only matters that one fails.
+        // A code with more than 64 checks corrects nothing; the syndrome must only be nonzero.
         syndrome |= std::uint64_t{fails} << index % bits_per_limb;
     }
     if (syndrome == 0) {

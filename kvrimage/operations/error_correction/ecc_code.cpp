@@ -10,7 +10,8 @@
 namespace kvrimage {
 
 bool ecc_check::covers(std::uint32_t bit) const noexcept {
-    const std::uint32_t limb = bit / bits_per_limb - first_limb; // large where it is below the mask
+    const std::uint32_t limb = bit / bits_per_limb - first_limb; // wraps to a large value if the bit is below
+                                                                 // the mask
     return limb < mask.size() && (mask[limb] >> bit % bits_per_limb & 1U) != 0;
 }
 

@@ -13,39 +13,40 @@ namespace kvrimage {
 
 /// A check bit of a protected word.
 struct ecc_check {
-    std::uint32_t position = 0; ///< in the protected word
-    bool is_inverted = false;   ///< it is the opposite of the parity
+    std::uint32_t position = 0; ///< its position in the protected word
+    bool is_inverted = false;   ///< true if the check bit is the inverted parity
     std::uint32_t first_limb = 0;
-    /// The data bits whose parity it is, 64 a limb, from bit 64 * first_limb of the data on.
+    /// The data bits that the parity covers, 64 in each limb, from data bit 64 * first_limb on.
     std::vector<std::uint64_t> mask;
 
-    /// True when the parity takes the data bit @p bit in.
+    /// True if the parity covers data bit @p bit.
     [[nodiscard]] bool covers(std::uint32_t bit) const noexcept;
 };
 
-/// Where the bits of a protected word are from: each is a data bit, or the parity of some data bits.
+/// The layout of a protected word: each bit is a data bit or the parity of some data bits.
 struct ecc_code {
-    std::vector<std::uint32_t> data_positions; ///< in the protected word, of each data bit
+    std::vector<std::uint32_t> data_positions; ///< position of each data bit in the protected word
     std::vector<ecc_check> checks;
     ecc_strength strength;
 
     [[nodiscard]] std::uint32_t data_width() const noexcept {
         return static_cast<std::uint32_t>(data_positions.size());
     }
-    /// Of a protected word.
+    /// Returns the width of a protected word.
     [[nodiscard]] std::uint32_t width() const noexcept {
         return static_cast<std::uint32_t>(data_positions.size() + checks.size());
     }
 };
 
-/// The parity of the bits of @p data, 64 a limb, that @p check covers, inverted where it is: 0 or 1.
+/// Returns the value of a check bit, 0 or 1, for @p data in limbs of 64 bits. Inversion is included.
 [[nodiscard]] unsigned check_bit(const ecc_check& check, std::span<const std::uint64_t> data) noexcept;
 
-/// Which checks change when a bit of a protected word does: bit j for check j. At most 64 checks.
+/// Returns for each bit of a protected word the checks that change with it: bit j for check j. The code has
+/// at most 64 checks.
 [[nodiscard]] std::vector<std::uint64_t> syndromes(const ecc_code& code);
 
-/// What @p code makes of bits that have changed, by a look at each pair of bits. At most 64 checks; takes
-/// quadratic time.
+/// Determines the strength of @p code by testing all pairs of bits. Takes quadratic time. The code has at
+/// most 64 checks.
 [[nodiscard]] ecc_strength strength_of(const ecc_code& code);
 
 } // namespace kvrimage

@@ -18,7 +18,7 @@ constexpr std::uint32_t bits_of_group = 8;
 constexpr ecc_strength parity_strength = {true, false, false};
 constexpr ecc_strength corrects_one_finds_two = {true, true, true};
 
-/// A check of the data bits from @p first to before @p end.
+/// Makes a check of the data bits @p first to @p end - 1.
 ecc_check check_of_bits(std::uint32_t first, std::uint32_t end, std::uint32_t position, bool is_inverted) {
     ecc_check check = {position, is_inverted, first / bits_per_limb, {}};
     check.mask.resize((end - 1) / bits_per_limb - check.first_limb + 1);
@@ -60,7 +60,7 @@ ecc_code make_byte_parity(std::uint32_t data_width) {
     return code;
 }
 
-/// Check bits of the classic code, without the parity of all bits.
+/// Returns the number of check bits of the classic code, without the overall parity.
 std::uint32_t hamming_bits(std::uint32_t data_width) {
     std::uint32_t count = 2;
     while ((std::uint32_t{1} << count) < data_width + count + 1) {
@@ -91,16 +91,16 @@ ecc_code make_hamming(std::uint32_t data_width) {
         for (std::uint32_t index = 0; index < bits; ++index) {
             code.checks[index].mask[bit / bits_per_limb] |= (position >> index & 1U) != 0 ? in_limb : 0;
         }
-        // The parity of all takes the bit in, and each of the checks that do so.
+        // Include the bit in the overall parity, so that this covers its check bits as well.
         code.checks[bits].mask[bit / bits_per_limb] |= std::popcount(position) % 2 == 0 ? in_limb : 0;
     }
     return code;
 }
 
-/// Check bits on top of the data.
+/// Masks of check bits that are placed above the data.
 struct mask_table {
     std::uint32_t data_width;
-    std::array<std::uint64_t, 8> masks; ///< over the data, of check bit 0 first; 0: there is none
+    std::array<std::uint64_t, 8> masks; ///< over the data, for check bit 0 first; 0 if unused
 };
 
 constexpr mask_table hsiao_39_32 = {

@@ -8,15 +8,16 @@
 
 namespace kvrimage {
 
-/// A scheme that has a name, and makes codes for words of the widths that it takes.
+/// A named scheme that makes codes for certain word widths.
 struct known_ecc_scheme {
     ecc_scheme_name called;
-    /// Check bits of a word of @p data_width bits; 0 when the scheme does not take that width.
+    /// Returns the number of check bits for @p data_width data bits, or 0 if the scheme does not support this
+    /// width.
     std::uint32_t (*check_count)(std::uint32_t data_width);
     ecc_code (*make)(std::uint32_t data_width);
 };
 
-/// All of them.
+/// Returns all named schemes.
 [[nodiscard]] std::span<const known_ecc_scheme> known_ecc_schemes();
 
 } // namespace kvrimage

@@ -37,7 +37,7 @@ bool fits_numbers(const ecc_code& code) {
     return code.width() <= widest_number_word;
 }
 
-/// Protects words that are numbers.
+/// Protects words given as numbers.
 class number_encoder {
 public:
     explicit number_encoder(const ecc_code& code) : map(columns_of(code)) {
@@ -69,7 +69,7 @@ private:
     wide_number inverted;
 };
 
-/// Takes protected words that are numbers apart.
+/// Decodes protected words given as numbers.
 class number_decoder {
 public:
     explicit number_decoder(const ecc_code& code)
@@ -87,9 +87,9 @@ public:
     [[nodiscard]] std::optional<std::uint32_t> wrong_bit(std::uint64_t syndrome) const {
         return decoder.wrong_bit(syndrome);
     }
-    /// The data of @p word, which is intact.
+    /// Returns the data of @p word, which must be intact.
     [[nodiscard]] wide_number data_of_intact(const wide_number& word) const { return data_map(word); }
-    /// The data of @p word, which is not damaged.
+    /// Returns the data of @p word, which must not be damaged.
     [[nodiscard]] wide_number data_of(const wide_number& word) const {
         const std::uint64_t syndrome = syndrome_of(word);
         return data_map(syndrome == 0 ? word : sum_of(word, single_bit(wrong_bit(syndrome).value())));
@@ -117,7 +117,7 @@ private:
     std::uint64_t inverted = 0;
 };
 
-/// Words that are equal.
+/// Equal words at regular distances.
 struct word_places {
     std::uint64_t first;
     std::uint64_t count;
@@ -132,7 +132,7 @@ public:
         }
     }
 
-    /// Takes words that are held as bytes, and numbers.
+    /// Checks words that are stored as bytes and fit numbers.
     void take_bytes(const byte_words& words) {
         byte_number_reader reader(words);
         const std::size_t size = words.bytes_per_word();

@@ -11,7 +11,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Keeps the most frequent ones of many words.
+/// Keeps the most frequent words.
 class frequent_words {
 public:
     explicit frequent_words(std::size_t most_kept) : most(most_kept) {}
@@ -39,10 +39,10 @@ public:
 
 private:
     std::size_t most;
-    std::vector<distinct_word> kept; ///< a heap with the least frequent one in front
+    std::vector<distinct_word> kept; ///< a heap with the least frequent word at the front
 };
 
-/// @param words_by_count how many different words occur how often
+/// @param words_by_count count -> number of distinct words with this count
 double entropy_of(const std::map<std::uint64_t, std::uint64_t>& words_by_count, std::uint64_t all) {
     double entropy = 0;
     for (const auto& [count, words] : words_by_count) {

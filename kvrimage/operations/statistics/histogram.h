@@ -9,34 +9,34 @@
 
 namespace kvrimage {
 
-/// A word, and how many words of a memory equal it.
+/// A word and its count in a memory.
 struct counted_word {
-    word value;          ///< what words hold
-    std::uint64_t count; ///< how many words hold it
+    word value;          ///< the word
+    std::uint64_t count; ///< number of words with this value
 
-    /// The same in both.
+    /// Compares both members.
     friend bool operator==(const counted_word&, const counted_word&) = default;
 };
 
-/// How often each word of a memory occurs. Words that are not set do not count; a word with don't-care bits
-/// is one of its own, which equals only those with the same bits.
+/// The frequencies of the words of a memory. Words that are not set do not count. A word with don't-care bits
+/// equals only a word with the same bits.
 struct word_histogram {
-    std::uint64_t set = 0;      ///< words that are set
-    std::uint64_t distinct = 0; ///< different ones of them
-    /// The most frequent ones, in order. Of equally frequent ones that comes first whose last place is the
-    /// lowest.
+    std::uint64_t set = 0;      ///< number of words that are set
+    std::uint64_t distinct = 0; ///< number of distinct words
+    /// The most frequent words, most frequent first. Among equally frequent words, the one whose last
+    /// occurrence has the lowest address comes first.
     std::vector<counted_word> most_frequent;
-    /// Shannon's entropy of a word that is picked at random, in bits: the sum over all different words of
-    /// p * log2(1 / p), with p the share of the word. 0 when all are equal or none is set, at most
-    /// log2(distinct). (C. E. Shannon, "A Mathematical Theory of Communication", 1948, section 6.) It does
-    /// not depend on the order of the words, to the last bit.
+    /// Shannon entropy of a random word in bits: the sum of p * log2(1 / p) over all distinct words, with p
+    /// the relative frequency. It is 0 if all words are equal or none is set, and at most log2(distinct). (C.
+    /// E. Shannon, "A Mathematical Theory of Communication", 1948, section 6.) The value does not depend on
+    /// the order of the words, to the last bit.
     double entropy = 0;
 };
 
-/// @param most how many of the most frequent words are wanted
+/// Counts how often each word occurs. Takes time proportional to the words that were set one by one, not to
+/// those that fills cover, and memory proportional to the distinct ones.
 ///
-/// Time and memory follow the words that were set one by one, not what fills cover; the memory, the distinct
-/// ones of them.
+/// @param most the number of most frequent words to return
 [[nodiscard]] KVRIMAGE_API word_histogram histogram_of(const memory_image& image, std::size_t most);
 
 } // namespace kvrimage

@@ -13,12 +13,13 @@ namespace kvrimage {
 
 namespace {
 
-/// The bits from the highest one that is 1 on.
+/// Returns the number of bits of @p value without leading zeros.
 std::uint32_t bits_of(unsigned value) noexcept {
     return std::numeric_limits<unsigned>::digits - static_cast<std::uint32_t>(std::countl_zero(value));
 }
 
-/// The bits of a word that are the same as its highest one can be left out, but for one in two's complement.
+/// Finds the width without redundant high bits: bits equal to the highest one, except for one sign bit in
+/// two's complement.
 class needed_width_finder {
 public:
     explicit needed_width_finder(std::uint32_t width_of_words) : width(width_of_words) {}
@@ -27,7 +28,7 @@ public:
         const bool is_binary = radix_of_word(text, width) == radix::bin;
         digit_bits = is_binary ? 1 : bits_per_hex_digit;
         const std::uint32_t top_bits =
-            width - digit_bits * static_cast<std::uint32_t>(text.size() - 1); // of the first digit
+            width - digit_bits * static_cast<std::uint32_t>(text.size() - 1); // width of the first digit
         const unsigned top = kvr::digit_value(text.front());
         needed.as_unsigned = std::max(needed.as_unsigned, bits_beside(text, '0', 0));
         needed.as_signed = std::max(needed.as_signed, signed_bits(text, top, top_bits));
@@ -36,7 +37,7 @@ public:
     [[nodiscard]] const needed_width& result() const noexcept { return needed; }
 
 private:
-    /// @p top is the first digit of @p text, and has @p top_bits bits.
+    /// @param top the first digit of @p text, which has @p top_bits bits
     [[nodiscard]] std::uint32_t signed_bits(std::string_view text, unsigned top,
                                             std::uint32_t top_bits) const {
         if (top >= kvr::dont_care_digit) {
@@ -52,8 +53,8 @@ private:
         const unsigned ones = (1U << digit_bits) - 1;
         return std::min(bits_beside(text.substr(1), digit_bits == 1 ? '1' : 'F', ones) + 1, width);
     }
-    /// How many bits from the highest one on that differs from those of @p filler, a digit whose bits are
-    /// @p filler_bits, down to bit 0; 0 when none does.
+    /// Returns the index plus 1 of the highest bit that differs from @p filler_bits, the bits of the digit @p
+    /// filler, or 0 if there is none.
     [[nodiscard]] std::uint32_t bits_beside(std::string_view text, char filler, unsigned filler_bits) const {
         const std::size_t at = std::min(text.find_first_not_of(filler), text.size());
         if (at == text.size()) {
@@ -64,14 +65,14 @@ private:
             digit >= kvr::dont_care_digit ? digit_bits : bits_of(digit ^ filler_bits);
         return std::min(bits_of_rest(text, at) + bits_here, width);
     }
-    /// The bits of the digits after the one at @p at.
+    /// Returns the bits of the digits after the one at @p at.
     [[nodiscard]] std::uint32_t bits_of_rest(std::string_view text, std::size_t at) const {
         return digit_bits * static_cast<std::uint32_t>(text.size() - 1 - at);
     }
 
     needed_width needed = {1, 1};
     std::uint32_t width;
-    std::uint32_t digit_bits = bits_per_hex_digit; ///< of the word that is looked at
+    std::uint32_t digit_bits = bits_per_hex_digit; ///< of the current word
 };
 
 } // namespace

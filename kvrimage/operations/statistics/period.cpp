@@ -13,7 +13,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Looks for the smallest period of some neighbouring words of a memory. Places count from the first one.
+/// Finds the smallest period of adjacent words. Places count from the first of these words.
 class period_search {
 public:
     /// @param bounds offsets in @p looked_through
@@ -30,7 +30,7 @@ public:
     }
 
 private:
-    /// A word that was set by itself is one, and so is one of the pattern of a fill.
+    /// Counts the stored words: words set one by one, and the patterns of fills.
     [[nodiscard]] std::uint64_t words_held() const {
         std::uint64_t held = 0;
         for_each_word_or_turn(
@@ -42,8 +42,8 @@ private:
         return held;
     }
 
-    /// Finds the longest beginning of the words that is also their end, which the period is shorter than they
-    /// by. Both finders answer `count` when there is no smaller period.
+    /// Finds the longest proper prefix that is also a suffix (border). The period is `count` minus its
+    /// length. Both finders return `count` if there is no smaller period.
     [[nodiscard]] std::uint64_t period_by_borders() const {
         row_reader text(words);
         row_reader beginning(words);
@@ -72,23 +72,23 @@ private:
         return count;
     }
 
-    /// The words before the place `end`, at least two turns, have the period `period` and no smaller one, and
-    /// the word at `end` is another one than that.
+    /// The words before the place `end` have the smallest period `period` and at least two turns. The word at
+    /// `end` breaks the period.
     struct beginning_period {
         std::uint64_t period;
         std::uint64_t end;
     };
     struct trial_result {
         std::optional<std::uint64_t> period;
-        std::uint64_t next = 0; ///< all smaller ones are no periods
+        std::uint64_t next = 0; ///< all smaller candidates are no periods
     };
 
-    /// Tries the candidates from @p begin on: those at the places of one turn, where a fill goes on from
-    /// there for several turns, else that one.
+    /// Tries the candidates from @p begin on: all places of one turn if a fill continues for several turns,
+    /// else @p begin only.
     [[nodiscard]] trial_result try_turn(std::uint64_t begin, std::vector<beginning_period>& repeats) const {
         const word_stretch stretch = repeated_at(begin);
         const std::uint64_t end = begin + stretch.period;
-        std::uint64_t farthest = begin; // place at which a candidate turned out to be none
+        std::uint64_t farthest = begin; // the farthest place at which a candidate failed
         std::uint64_t candidate = begin;
         while (candidate < end) {
             const std::uint64_t different = first_difference(candidate, candidate);
@@ -97,8 +97,8 @@ private:
             }
             const std::uint64_t alike = different - candidate;
             if (alike >= candidate) {
-                // If the words before `different` had another period up to `alike` too, the word at
-                // `different` would be the one so many places before it.
+                // If the words before `different` had another period and this lasted up to `alike` too, the
+                // word at `different` would equal the one that many places before.
                 repeats.push_back({candidate, different});
                 return {{}, alike + 1};
             }
@@ -106,18 +106,18 @@ private:
             farthest = std::max(farthest, next.farthest);
             candidate = next.candidate;
         }
-        // A candidate some turns later meets the same words, as long as the stretch goes on.
+        // A candidate some turns later compares the same words, as long as the stretch lasts.
         const std::uint64_t turns =
             stretch.last >= farthest ? (stretch.last - farthest) / stretch.period + 1 : 0;
         return {{}, std::max(candidate, begin + turns * stretch.period)};
     }
 
     struct jump {
-        std::uint64_t candidate; ///< the next one
-        std::uint64_t farthest;  ///< where the last one that is left out meets another word
+        std::uint64_t candidate; ///< the next candidate
+        std::uint64_t farthest;  ///< the place at which the last skipped candidate fails
     };
 
-    /// The next candidate after @p candidate, of which the word at @p different shows that it is none.
+    /// Returns the next candidate after @p candidate, which failed at place @p different.
     [[nodiscard]] jump after_failure(std::uint64_t candidate, std::uint64_t different,
                                      const std::vector<beginning_period>& repeats) const {
         jump best = {candidate + 1, different};
@@ -128,9 +128,9 @@ private:
         return best;
     }
 
-    /// The words from @p candidate to before @p different are like the first ones, and have their turns: a
-    /// candidate within a turn meets another word in the next one, and a candidate at a turn meets @p
-    /// different, or the word at which these turns end.
+    /// The words from @p candidate to @p different - 1 equal the first ones and repeat with their turns. So a
+    /// candidate within a turn fails in the next turn, and a candidate at the start of a turn fails at @p
+    /// different or at the end of these turns.
     [[nodiscard]] jump jump_over_turns(std::uint64_t candidate, std::uint64_t different,
                                        const beginning_period& repeats) const {
         const std::uint64_t repeating = std::min(different - candidate, repeats.end);
@@ -142,12 +142,12 @@ private:
         if (different - candidate != repeats.end) {
             return {after_turns, different};
         }
-        // The turns may go on, where those of the first words end.
+        // The turns may continue beyond the end of those of the first words.
         const std::uint64_t turns_end = first_difference(repeats.period, different);
         return {turns_end == different ? after_turns : turns_end - repeats.end, turns_end};
     }
 
-    /// The stretch of one fill from @p place on; one word where there is none.
+    /// Returns the stretch of one fill from @p place on, or one word if there is no fill.
     [[nodiscard]] word_stretch repeated_at(std::uint64_t place) const {
         if (words.row_at(first + place).count != 0) {
             return {place, 1, true};
@@ -156,8 +156,8 @@ private:
         return {stretch.last - first, stretch.period, stretch.is_set};
     }
 
-    /// The first place from @p from on, at least @p shift, whose word is not the one @p shift places before
-    /// it; `count` when all are.
+    /// Returns the first place from @p from on (at least @p shift) whose word differs from the one @p shift
+    /// places before, or `count` if there is none.
     [[nodiscard]] std::uint64_t first_difference(std::uint64_t shift, std::uint64_t from) const {
         const placed_words unshifted(words);
         const placed_words shifted(words, shift);

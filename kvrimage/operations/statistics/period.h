@@ -8,19 +8,18 @@
 
 namespace kvrimage {
 
-/// The smallest period of what a memory holds from its lowest to its highest word that is set: the smallest
-/// number p of addresses so that each of these words equals the one p addresses before it, as far as there is
-/// one. A word that is not set equals one that is not set only, and a don't-care bit a don't-care bit.
+/// Returns the smallest period of the words from the lowest to the highest one that is set: the smallest p
+/// such that each word equals the one p addresses before it, if there is one. Words that are not set equal
+/// each other, and so do don't-care bits.
 ///
-/// Nothing when no p repeats at least once in full: up to half of the addresses. The last turn may be cut
-/// off.
+/// Returns nothing if no period repeats at least once in full, that is, if p would exceed half of the
+/// addresses. The last repetition may be cut.
 ///
-/// Where most words were set one by one, time and memory are in proportion to these (the failure function of
-/// D. E. Knuth, J. H. Morris and V. R. Pratt, "Fast pattern matching in strings", 1977). Where fills cover
-/// most of the addresses, the periods that are possible are tried, each at the cost of what was set rather
-/// than of what fills cover, and most of them are left out at once (N. J. Fine and H. S. Wilf, "Uniqueness
-/// theorems for periodic functions", 1965); fills that were chosen for it can make that quadratic in their
-/// number.
+/// If most words were set one by one, time and memory are proportional to these words (failure function of D.
+/// E. Knuth, J. H. Morris and V. R. Pratt, "Fast pattern matching in strings", 1977). If fills cover most
+/// addresses, possible periods are tried, each in time proportional to the number of stored words, not to the
+/// words that fills cover. Most candidates are excluded at once (N. J. Fine and H. S. Wilf, "Uniqueness
+/// theorems for periodic functions", 1965). In the worst case the time is quadratic in the number of fills.
 [[nodiscard]] KVRIMAGE_API std::optional<std::uint64_t> period_of(const memory_image& image);
 
 } // namespace kvrimage

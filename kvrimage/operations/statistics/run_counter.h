@@ -7,8 +7,8 @@
 
 namespace kvrimage {
 
-/// Counts the runs of words that come in order, as for_each_word_or_turn() gives them, and keeps the longest
-/// one. Its texts are views of the memory.
+/// Counts the runs of words that for_each_word_or_turn() delivers and keeps the longest one. Its texts are
+/// views of the memory.
 class run_counter {
 public:
     explicit run_counter(const image_words& counted) : words(counted) {}
@@ -16,9 +16,9 @@ public:
     void take(std::string_view text, std::uint64_t offset, std::uint64_t length);
     void add_turns(std::uint64_t offset, std::uint32_t period, std::uint64_t turns);
 
-    /// How many runs of words that are set there were.
+    /// Returns the number of runs of words that are set.
     [[nodiscard]] std::uint64_t count() const noexcept { return runs; }
-    /// The first one of the longest; its text is "" when there was none.
+    /// Returns the first of the longest runs. Its text is "" if there is none.
     [[nodiscard]] const text_run& longest() const noexcept { return best; }
 
 private:

@@ -16,8 +16,8 @@ void run_counter::take(std::string_view text, std::uint64_t offset, std::uint64_
 }
 
 void run_counter::add_turns(std::uint64_t offset, std::uint32_t period, std::uint64_t turns) {
-    // The second turn shows the run that the first one's end and the second one's begin make; all that follow
-    // are like it. Its words are not all equal, so that its last run begins in it.
+    // The second turn counts the run across the border of two turns; all further turns are like it. Since the
+    // words are not all equal, the last run of a turn begins within the turn.
     const std::uint64_t runs_before = runs;
     for (std::uint32_t index = 0; index < period; ++index) {
         take(words[offset + index], offset + period + index, 1);

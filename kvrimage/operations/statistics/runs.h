@@ -8,15 +8,16 @@
 
 namespace kvrimage {
 
-/// The runs of a memory: longest stretches of neighbouring equal words that are set. A don't-care bit equals
-/// a don't-care bit only.
+/// The runs of a memory: maximal stretches of equal adjacent words that are set. A don't-care bit equals only
+/// another don't-care bit.
 struct run_statistics {
-    std::uint64_t runs = 0;     ///< how many there are
-    std::optional<run> longest; ///< the lowest one of the longest; nothing when no word is set
+    std::uint64_t runs = 0;     ///< number of runs
+    std::optional<run> longest; ///< the longest run; the lowest one if several are equally long; nothing if
+                                ///< no word is set
 };
 
-/// Time follows the words that were set one by one, not what fills cover; the memory does not grow with
-/// either.
+/// Counts the runs of @p image. Takes time proportional to the words that were set one by one, not to those
+/// that fills cover, and constant memory.
 [[nodiscard]] KVRIMAGE_API run_statistics runs_of(const memory_image& image);
 
 } // namespace kvrimage

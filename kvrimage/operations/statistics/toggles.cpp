@@ -11,8 +11,8 @@ namespace kvrimage {
 
 namespace {
 
-/// Sets @p toggled to the bits that differ between two texts of the same number of hexadecimal digits; false
-/// when one of them is a don't-care digit.
+/// Sets @p toggled to the number of bits that differ between two texts of equal length in hexadecimal digits.
+/// Returns false if one has a don't-care digit.
 bool count_differing_bits(std::string_view left, std::string_view right, std::uint64_t& toggled) {
     toggled = 0;
     for (std::size_t at = 0; at < left.size(); at += most_small_digits) {
@@ -37,7 +37,7 @@ public:
             add_next(text, length - 1);
         }
     }
-    /// Compares @p text with the word before it, and counts what that gives @p times.
+    /// Compares @p text with the previous word and counts the result @p times.
     void add_next(std::string_view text, std::uint64_t times) {
         if (!text.empty() && !previous.empty()) {
             compare(text, times);
@@ -58,7 +58,7 @@ private:
         statistics.compared += times * compared;
         statistics.toggled += times * toggled;
     }
-    /// The same by way of the binary digits.
+    /// Compares by binary digits.
     void compare_bits(std::string_view text, std::uint64_t& compared, std::uint64_t& toggled) {
         static_cast<void>(show_word(previous, radix::bin, width, bits_before));
         static_cast<void>(show_word(text, radix::bin, width, bits));

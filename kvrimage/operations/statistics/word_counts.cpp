@@ -39,8 +39,8 @@ void word_counts::add_text(std::string_view word, std::uint64_t times) {
     texts.push_back({std::hash<std::string_view>()(word), word, times, turn});
 }
 
-/// Sorts the texts, in any order, and makes one of equal ones. A table would go to a far place in memory for
-/// each, and so would a comparison of texts.
+/// Sorts the texts by hash and merges equal ones. Unlike a hash table, and unlike comparing texts, this needs
+/// no access to distant memory for each text.
 void word_counts::join_texts() {
     const auto order = [](const counted_text& left, const counted_text& right) {
         return std::tie(left.hash, left.text, left.last_turn) <

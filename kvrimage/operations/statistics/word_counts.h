@@ -10,28 +10,28 @@
 
 namespace kvrimage {
 
-/// One of the different words that were counted.
+/// A distinct word with its count.
 struct distinct_word {
-    std::string_view text; ///< "" for a number
+    std::string_view text; ///< "" if the word is a number
     std::uint64_t number = 0;
     std::uint64_t count = 0;
     std::uint32_t last_turn = 0; ///< the call of add() that counted it last
 
-    /// The word of @p width bits.
+    /// Returns the word of @p width bits.
     [[nodiscard]] word made(std::uint32_t width) const;
 };
 
-/// True when @p left occurs more often than @p right, or as often and reached its count before it.
+/// True if @p left occurs more often than @p right, or equally often but reached its count first.
 [[nodiscard]] bool is_more_frequent(const distinct_word& left, const distinct_word& right) noexcept;
 
-/// Counts how often words occur, which come as the texts that image_words holds and that must stay as long.
-/// The memory follows the distinct ones of them.
+/// Counts occurrences of words, given as texts that image_words stores. The texts must stay valid. Takes
+/// memory proportional to the distinct words.
 class word_counts {
 public:
-    /// Counts @p word, which is set, @p times (at least 1) more.
+    /// Counts @p word, which must be set, @p times (at least 1) more.
     void add(std::string_view word, std::uint64_t times);
 
-    /// Calls @p take with every distinct_word. Nothing is added afterwards.
+    /// Calls @p take with every distinct_word. No call of add() may follow.
     template <class Take>
     void for_each(Take&& take) {
         for (const number_count& one : numbers.sorted()) {
@@ -55,9 +55,9 @@ private:
     void join_texts();
 
     number_counts numbers;           ///< words of up to 64 bits without don't-care bits
-    std::vector<counted_text> texts; ///< all others, joined from time to time as number_counts does
-    std::size_t most_texts = std::size_t{1} << 18U; ///< before they are joined
-    std::uint32_t turn = 0;                         ///< calls of add()
+    std::vector<counted_text> texts; ///< all others, merged from time to time like number_counts
+    std::size_t most_texts = std::size_t{1} << 18U; ///< size of `texts` at which it is merged
+    std::uint32_t turn = 0;                         ///< number of calls of add()
 };
 
 } // namespace kvrimage

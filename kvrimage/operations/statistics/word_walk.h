@@ -6,10 +6,10 @@
 
 namespace kvrimage {
 
-/// Goes over all words in order, those that are not set among them, whose text is "". @p take gets the text,
-/// the offset and the number of equal words. Where a fill has made a cycle of several words, which may be
-/// billions, @p take gets those of its first turn, and @p add_turns then their first offset, how many they
-/// are, and how often at least once they follow again.
+/// Walks over all words in order. @p take gets a text, its offset and the number of equal words; the text of
+/// words that are not set is "". A fill may repeat several words billions of times. For such a cycle @p take
+/// gets the words of the first turn, then @p add_turns gets the first offset, the period, and the number of
+/// further turns, at least 1.
 template <class Take, class TakeTurns>
 void for_each_word_or_turn(const image_words& words, Take&& take, TakeTurns&& add_turns) {
     cycle_finder cycles(words);
@@ -27,7 +27,7 @@ void for_each_word_or_turn(const image_words& words, Take&& take, TakeTurns&& ad
         for (std::uint32_t index = 0; index < cycle->period; ++index) {
             take(words[offset + index], offset + index, std::uint64_t{1});
         }
-        const std::uint64_t turns = cycle->length() / cycle->period; // two at least
+        const std::uint64_t turns = cycle->length() / cycle->period; // at least two
         add_turns(offset, cycle->period, turns - 1);
         return turns * cycle->period;
     };
