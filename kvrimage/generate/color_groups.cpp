@@ -12,7 +12,7 @@ namespace {
 using color_channel = std::uint8_t color::*;
 constexpr std::array<color_channel, 3> all_channels = {&color::red, &color::green, &color::blue};
 
-/// Pixels next to each other, at least one.
+/// Adjacent pixels, at least one.
 struct color_group {
     explicit color_group(std::span<color> pixels) : members(pixels) {
         for (const color_channel each : all_channels) {
@@ -26,12 +26,12 @@ struct color_group {
     }
 
     std::span<color> members;
-    int extent = 0; ///< of the widest channel; 0: one colour
+    int extent = 0; ///< extent of the widest channel; 0 if there is one color only
     color_channel widest = all_channels.front();
 };
 
-/// Where the second half of @p group begins, which is neither its first pixel nor its end: before or after
-/// the pixels that have the median of the widest channel, where the gap between two values is wider.
+/// Returns the start of the second half of @p group, which leaves at least one pixel in each half. The border
+/// is before or after the pixels with the median of the widest channel, at the wider gap between two values.
 std::size_t border_of(const color_group& group) {
     std::ranges::sort(group.members, {}, group.widest);
     const std::span<color> members = group.members;

@@ -8,16 +8,16 @@
 
 namespace kvrimage {
 
-/// Goes over a picture pixel by pixel and hands on what each could not show to its neighbours, as
-/// picture_words() says.
+/// Error diffusion as described at picture_words(). It processes a picture pixel by pixel and spreads the
+/// error of each over its neighbors.
 class dithering {
 public:
-    /// @param is_wanted false: pixels stay as they are
+    /// @param is_wanted false leaves the pixels unchanged
     dithering(std::uint32_t columns_of_picture, bool is_wanted);
 
-    /// The colour to show at the next pixel, which wants to be @p wanted.
+    /// Returns the color to show at the next pixel. @p wanted is the exact color.
     [[nodiscard]] color next(const color& wanted);
-    /// Says what is shown there.
+    /// Reports the color shown there.
     void show(const color& shown);
 
 private:
@@ -25,8 +25,8 @@ private:
 
     std::uint32_t columns;
     std::uint32_t column = 0;
-    channels exact{}; ///< of the pixel at hand, with what its neighbours have handed on
-    // With a pixel before the first and one after the last column, in sixteenths.
+    channels exact{}; ///< exact value of the current pixel, including the errors of its neighbors
+    // In sixteenths, with one extra pixel before the first column and one after the last.
     std::vector<channels> of_row;
     std::vector<channels> of_row_below;
 };

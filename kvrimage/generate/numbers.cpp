@@ -17,10 +17,10 @@ namespace kvrimage {
 namespace {
 
 constexpr std::uint32_t bits_of_integer = 64;
-/// 2^63: a whole double from minus that up to below it is an integer of 64 bits.
+/// 2^63: whole doubles from -2^63 to below 2^63 are 64-bit integers.
 constexpr double integer_end = 9223372036854775808.0;
 
-/// To the even one of two that are as near; whatever the rounding mode of the processor is.
+/// Rounds to nearest, ties to even, independent of the rounding mode of the processor.
 double to_even(double value) {
     const double lower = std::floor(value);
     const double above = value - lower; // exact
@@ -42,7 +42,7 @@ std::string text_of(const generated_number& value) {
     return whole != nullptr ? fmt::format("{}", *whole) : fmt::format("{}", std::get<double>(value));
 }
 
-/// A number without a fraction: an integer where it can be one.
+/// Rounds to an integer. The result is an int64 if the value fits.
 generated_number whole_number(const generated_number& value, rounding how, std::size_t address) {
     const auto* const fraction = std::get_if<double>(&value);
     if (fraction == nullptr) {
@@ -63,7 +63,7 @@ bool is_negative(const generated_number& value) {
     return std::visit([](auto plain) { return plain < 0; }, value);
 }
 
-/// What words of a width can hold.
+/// The range of the words of a width.
 class number_limits {
 public:
     number_limits(std::uint32_t width_of_words, bool has_negative_words)
@@ -71,7 +71,7 @@ public:
           magnitude_bits(has_negative_words ? width - 1 : width),
           has_sign(has_negative_words) {}
 
-    /// The limits are powers of two, so that doubles compare with them exactly.
+    /// The limits are powers of two, so comparisons with doubles are exact.
     [[nodiscard]] bool hold(const generated_number& value) const {
         const bool is_below = is_negative(value);
         if (const auto* const whole = std::get_if<std::int64_t>(&value)) {
@@ -82,7 +82,7 @@ public:
         const double plain = std::get<double>(value);
         return is_below ? plain >= -end : plain < end;
     }
-    /// The limit that @p value, which is not held, is beyond.
+    /// Returns the limit that @p value exceeds.
     [[nodiscard]] word nearest(const generated_number& value) const {
         std::string digits(width, is_negative(value) ? '0' : '1');
         digits.front() = has_sign && !is_negative(value) ? '0' : '1';
@@ -103,9 +103,9 @@ private:
     bool has_sign;
 };
 
-/// A whole double beyond the integers, which is held.
+/// Converts a whole double beyond the 64-bit integers. It must be in range.
 word large_word(double value, std::uint32_t width) {
-    const std::string digits = fmt::format("{:.0f}", value); // all of them
+    const std::string digits = fmt::format("{:.0f}", value); // all digits
     return word::parse(digits, value < 0 ? radix::dec : radix::uns, width).value.value();
 }
 

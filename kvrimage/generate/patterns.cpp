@@ -17,10 +17,10 @@ namespace kvrimage {
 namespace {
 
 void require_depth(std::uint64_t depth) {
-    static_cast<void>(memory_image(1, depth)); // says what is wrong with it
+    static_cast<void>(memory_image(1, depth)); // throws if the depth is invalid
 }
 
-/// Adds @p step to @p sum, both little endian and as long.
+/// Adds @p step to @p sum. Both are little-endian and have the same length.
 void add_bytes(std::string& sum, std::string_view step) {
     unsigned carry = 0;
     for (std::size_t index = 0; index < sum.size(); ++index) {
@@ -31,7 +31,7 @@ void add_bytes(std::string& sum, std::string_view step) {
     }
 }
 
-/// The limbs of a little-endian number, from the lowest on.
+/// Reads a little-endian number limb by limb, lowest first.
 class limb_reader {
 public:
     explicit limb_reader(std::string_view number) : rest(number) {}
@@ -45,7 +45,7 @@ private:
     std::string_view rest;
 };
 
-/// Number @p index of what splitmix64 makes of @p seed.
+/// Returns number @p index of the splitmix64 sequence with @p seed.
 std::uint64_t random_number(std::uint64_t seed, std::uint64_t index) noexcept {
     return mixed_bits(seed + (index + 1) * 0x9E3779B97F4A7C15U);
 }
@@ -65,7 +65,7 @@ memory_image ramp(const word& start, const word& step, std::uint64_t depth) {
     for (std::uint64_t address = 0; address < depth; ++address) {
         limb_reader limbs(current);
         words.add_limbs([&limbs] { return limbs.next(); });
-        add_bytes(current, increment); // surplus bits may get carries, which stay above the word
+        add_bytes(current, increment); // carries into surplus bits stay there
     }
     return words.take();
 }

@@ -23,7 +23,7 @@ void require_pixels(const raster& picture) {
     }
 }
 
-/// The words of all colours, in ascending order, each once.
+/// Returns the distinct pixels of @p colors in ascending order.
 std::vector<std::uint32_t> distinct_pixels(std::span<const color> colors, pixel_format format) {
     std::vector<std::uint32_t> pixels(colors.size());
     std::ranges::transform(colors, pixels.begin(),
@@ -33,7 +33,7 @@ std::vector<std::uint32_t> distinct_pixels(std::span<const color> colors, pixel_
     return pixels;
 }
 
-/// Finds the nearest colours of a palette, each once.
+/// Finds the nearest color of a palette. It computes the result once for each color.
 class palette_search {
 public:
     palette_search(std::span<const std::uint32_t> palette, pixel_format format) {
@@ -66,7 +66,7 @@ private:
     std::unordered_map<std::uint32_t, std::uint32_t> found;
 };
 
-/// Room for the words of @p picture, each of which needs @p bits.
+/// Makes an empty builder for the words of @p picture, which need @p bits bits each.
 generated_words words_for(const raster& picture, const picture_rules& rules, std::uint32_t bits) {
     const std::uint32_t width = rules.width.value_or(bits);
     if (width < bits) {

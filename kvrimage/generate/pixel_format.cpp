@@ -7,14 +7,14 @@ namespace kvrimage {
 
 namespace {
 
-/// Bits of each channel; those of a format of brightness are all in `red`.
+/// Bits of each channel. Gray formats have all bits in `red`.
 struct channel_bits {
     std::uint32_t red;
     std::uint32_t green;
     std::uint32_t blue;
 };
 
-/// In the order of pixel_format.
+/// Indexed by pixel_format.
 constexpr std::array<channel_bits, pixel_format_names.size()> channels_of_formats = {
     {{3, 3, 2}, {4, 4, 4}, {5, 6, 5}, {8, 8, 8}, {8, 0, 0}, {4, 0, 0}, {1, 0, 0}}};
 
@@ -32,7 +32,7 @@ std::uint32_t reduced(std::uint32_t channel, std::uint32_t bits) noexcept {
     return (channel * highest(bits) + full / 2) / full;
 }
 
-/// The channel above @p shift in @p pixel, in 8 bits.
+/// Returns the channel of @p bits bits at bit @p shift of @p pixel, scaled to 8 bits.
 std::uint8_t expanded(std::uint32_t pixel, std::uint32_t shift, std::uint32_t bits) noexcept {
     const std::uint32_t top = highest(bits);
     return static_cast<std::uint8_t>(((pixel >> shift & top) * full + top / 2) / top);

@@ -9,17 +9,17 @@
 
 namespace kvrimage {
 
-/// A colour in 8 bits a channel.
+/// A color with 8 bits in each channel.
 struct color {
     std::uint8_t red = 0;   ///< 0 to 255
-    std::uint8_t green = 0; ///< as `red`
-    std::uint8_t blue = 0;  ///< as `red`
+    std::uint8_t green = 0; ///< 0 to 255
+    std::uint8_t blue = 0;  ///< 0 to 255
 
-    /// The same channels.
+    /// Compares all channels.
     friend bool operator==(const color&, const color&) = default;
 };
 
-/// How a colour is held in a word. Red is above green, and green above blue.
+/// How a pixel is stored in a word. Red has the highest bits, blue the lowest.
 enum class pixel_format : std::uint8_t {
     rgb332, ///< 3, 3 and 2 bits
     rgb444, ///< 4 bits each
@@ -30,22 +30,22 @@ enum class pixel_format : std::uint8_t {
     mono    ///< 1: bright, 0: dark
 };
 
-/// Their names, in the order of pixel_format: "rgb332".
+/// Names of the formats, indexed by pixel_format.
 inline constexpr std::array<std::string_view, 7> pixel_format_names = {"rgb332", "rgb444", "rgb565", "rgb888",
                                                                        "gray8",  "gray4",  "mono"};
 
-/// The format called @p name; nothing when there is none.
+/// Returns the format with @p name, or nothing if there is none.
 [[nodiscard]] KVRIMAGE_API std::optional<pixel_format> pixel_format_of_name(std::string_view name) noexcept;
 
-/// Bits of a pixel.
+/// Returns the bits of a pixel.
 [[nodiscard]] KVRIMAGE_API std::uint32_t bits_of(pixel_format format) noexcept;
 
-/// The nearest pixel: each channel of n bits is v * (2^n - 1) / 255, rounded. The brightness of a colour is
+/// Returns the pixel nearest to a color. A channel of n bits is v * (2^n - 1) / 255, rounded. Brightness is
 /// (299 * red + 587 * green + 114 * blue) / 1000, rounded.
 [[nodiscard]] KVRIMAGE_API std::uint32_t pixel_of(const color& of, pixel_format format) noexcept;
 
-/// The colour of @p pixel, of which the lowest bits count: each channel of n bits is v * 255 / (2^n - 1),
-/// rounded.
+/// Returns the color of @p pixel; bits above those of the format are ignored. A channel of n bits becomes v *
+/// 255 / (2^n - 1), rounded.
 [[nodiscard]] KVRIMAGE_API color color_of(std::uint32_t pixel, pixel_format format) noexcept;
 
 } // namespace kvrimage

@@ -23,7 +23,7 @@ namespace {
     throw std::invalid_argument(what);
 }
 
-/// A field of a head; the bytes must be there.
+/// Returns a field of a header, which must be long enough.
 std::uint32_t field(std::string_view head, std::size_t at, std::size_t size) noexcept {
     return static_cast<std::uint32_t>(number_of_bytes(head.substr(at, size), byte_order::little));
 }
@@ -33,7 +33,7 @@ struct wave_chunk {
     std::string_view body;
 };
 
-/// Takes the next chunk off @p rest; nothing at the end.
+/// Removes the next chunk from @p rest and returns it, or nothing at the end.
 std::optional<wave_chunk> take_chunk(std::string_view& rest) {
     constexpr std::size_t head_size = 8;
     constexpr std::size_t name_size = 4;
@@ -48,16 +48,16 @@ std::optional<wave_chunk> take_chunk(std::string_view& rest) {
         refuse(fmt::format("the file is cut off: a chunk of {} bytes has {}", size, rest.size() - head_size));
     }
     const wave_chunk chunk = {rest.substr(0, name_size), rest.substr(head_size, size)};
-    rest.remove_prefix(std::min(rest.size(), head_size + size + size % 2)); // chunks begin at even bytes
+    rest.remove_prefix(std::min(rest.size(), head_size + size + size % 2)); // chunks are padded to even sizes
     return chunk;
 }
 
-/// Sets what the chunk "fmt " says.
+/// Parses the chunk "fmt ".
 void take_format(wave_file& sound, std::string_view body) {
     constexpr std::size_t least_size = 16;
     constexpr std::uint32_t whole_numbers = 1;
     constexpr std::uint32_t fractions = 3;
-    constexpr std::uint32_t extensible = 0xFFFE; // the kind is further on
+    constexpr std::uint32_t extensible = 0xFFFE; // the kind is in a later field
     constexpr std::size_t kind_of_extensible = 24;
     if (body.size() < least_size) {
         refuse(fmt::format("the format of the samples has {} bytes; it needs {}", body.size(), least_size));
@@ -85,7 +85,7 @@ void take_format(wave_file& sound, std::string_view body) {
     }
 }
 
-/// The value of a sample times 2^@p shift.
+/// Returns the value of a sample times 2^@p shift.
 generated_number scaled_sample(const wave_file& sound, std::string_view bytes, int shift) {
     const std::uint64_t bits = number_of_bytes(bytes, byte_order::little);
     if (sound.has_fractions) {
@@ -94,12 +94,12 @@ generated_number scaled_sample(const wave_file& sound, std::string_view bytes, i
                                  : std::bit_cast<double>(bits);
         return std::ldexp(value, shift);
     }
-    // Those of 8 bits are the only ones without a sign: 128 is silence.
+    // Samples of 8 bits are the only unsigned ones: 128 is silence.
     const std::uint64_t sign = std::uint64_t{1} << (sound.sample_bits - 1);
     const auto value = static_cast<std::int64_t>(sound.sample_bits == bits_per_byte ? bits : bits ^ sign) -
                        static_cast<std::int64_t>(sign);
     if (shift < 0) {
-        return std::ldexp(static_cast<double>(value), shift); // exact: 32 bits of 53
+        return std::ldexp(static_cast<double>(value), shift); // exact: at most 32 of 53 bits
     }
     return value * (std::int64_t{1} << shift);
 }

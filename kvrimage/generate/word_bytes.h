@@ -10,19 +10,19 @@
 
 namespace kvrimage {
 
-/// Words under construction, in order of addresses from 0 on.
+/// Builds a memory from words in order of addresses, from 0 on.
 class generated_words {
 public:
-    /// @param words as many as there will be about
-    /// @throws std::invalid_argument when a word cannot have @p width bits
+    /// @param words the expected number of words
+    /// @throws std::invalid_argument if @p width is no valid word width
     generated_words(std::uint32_t width, std::uint64_t words);
 
-    /// Appends a word: the lowest bits of @p value, which is extended with zeros.
+    /// Appends a word: the lowest bits of @p value, zero-extended.
     void add(std::uint64_t value);
-    /// The same, extended with the sign.
+    /// Appends a word: the lowest bits of @p value, sign-extended.
     void add_signed(std::int64_t value);
     void add(const word& value);
-    /// Appends the lowest bits of @p limbs() numbers, which @p next hands out from the lowest on.
+    /// Appends a word of several limbs. @p next returns 64 bits at each call, lowest limb first.
     template <class Next>
     void add_limbs(const Next& next) {
         for (std::size_t rest = word_size; rest > 0;) {
@@ -32,7 +32,7 @@ public:
         }
         clear_surplus();
     }
-    /// The memory of these words, at least one.
+    /// Returns the memory. At least one word must have been appended.
     [[nodiscard]] memory_image take() const;
 
 private:
@@ -41,7 +41,7 @@ private:
 
     std::uint32_t bits;
     std::size_t word_size;
-    std::string bytes; ///< little endian
+    std::string bytes; ///< in little-endian order
 };
 
 } // namespace kvrimage
