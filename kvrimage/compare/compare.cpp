@@ -11,7 +11,7 @@ namespace kvrimage {
 
 namespace {
 
-/// @p text without leading zeros.
+/// Returns @p text without leading zeros, but with at least one digit.
 std::string_view significant(std::string_view text) {
     return text.substr(std::min(text.find_first_not_of('0'), text.size() - 1));
 }
@@ -22,7 +22,7 @@ std::string bits_of(std::string_view word, std::uint32_t width) {
     return bits;
 }
 
-/// Compares words as their images hold them.
+/// Compares words in the form that images store.
 class word_equality {
 public:
     word_equality(std::uint32_t width_of_left, std::uint32_t width_of_right)

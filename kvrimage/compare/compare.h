@@ -9,19 +9,21 @@
 
 namespace kvrimage {
 
-/// Neighbouring addresses at which two memories hold the same two words that differ.
+/// A range of addresses over which each memory repeats one word, and the two words differ.
 struct difference {
-    address_range addresses;   ///< in which both memories repeat one word each
-    std::optional<word> left;  ///< nothing: not set, or beyond that memory
-    std::optional<word> right; ///< as `left`
+    address_range addresses;   ///< the addresses
+    std::optional<word> left;  ///< nothing if not set or outside the memory
+    std::optional<word> right; ///< like `left`
 };
 
-/// Calls @p take with every difference of the words, in order of addresses. An unset word is not 0, and words
-/// of different widths are the same when their values are. Stretches that one fill set in both cost nothing.
+/// Calls @p take with each difference in order of addresses. A word that is not set differs from 0. Words of
+/// different widths are equal if their values are. Stretches that one fill set in each memory take time
+/// proportional to the patterns.
 KVRIMAGE_API void for_each_difference(const memory_image& left, const memory_image& right,
                                       const std::function<void(const difference&)>& take);
 
-/// The same at the addresses of @p where only, which are in order and apart; a difference is cut to each.
+/// Does the same for the addresses of @p where only. The ranges are in order and apart; differences
+/// are cut to them.
 KVRIMAGE_API void for_each_difference(const memory_image& left, const memory_image& right,
                                       std::span<const address_range> where,
                                       const std::function<void(const difference&)>& take);

@@ -7,12 +7,12 @@ namespace kvrimage {
 
 namespace {
 
-/// The word's bit @p index; '0' beyond the word.
+/// Returns bit @p index of the word, or '0' beyond its width.
 char bit_or_zero(const word& value, std::uint32_t index) {
     return index < value.width() ? value.bit(index) : '0';
 }
 
-/// How many bits the block size has: addresses of one block differ in these only.
+/// Returns the base-2 logarithm of the block size.
 unsigned block_bits_for(const address_range& all) {
     unsigned bits = 0;
     while ((all.last >> bits) - (all.first >> bits) >= difference_figures::most_blocks) {

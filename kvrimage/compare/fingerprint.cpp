@@ -27,7 +27,7 @@ std::uint64_t number_of(std::string_view text) noexcept {
 } // namespace
 
 std::uint64_t fingerprint_of(const memory_image& image) {
-    // A sum, so that it does not matter in which pieces the words are held.
+    // A sum, since it must not depend on how the words are divided into rows and runs.
     std::uint64_t sum = mixed_bits(mixed_bits(mixed_bits(image.width()) + image.depth()) + image.base());
     for_each_row_or_run(
         image.words(),

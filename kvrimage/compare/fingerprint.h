@@ -6,9 +6,9 @@
 
 namespace kvrimage {
 
-/// A number for the width, the depth, the addresses and the words of @p image, by which a memory that is not
-/// kept is compared: that of another memory is another one, but for a chance of 1 in 2^64. It costs a step
-/// for each word that is set, also where a fill has set billions.
+/// Returns a hash of the width, depth, addresses and words of @p image, to compare it with a memory that is
+/// no longer stored. Different memories have equal fingerprints with a probability of 1 in 2^64. Takes time
+/// proportional to the words that are set, even if a fill has set billions.
 [[nodiscard]] std::uint64_t fingerprint_of(const memory_image& image);
 
 } // namespace kvrimage
