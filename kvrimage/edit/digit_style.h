@@ -6,7 +6,7 @@
 
 namespace kvrimage {
 
-/// How many digits a number has, and in which letter case.
+/// Number of digits and letter case of a number.
 struct digit_style {
     std::size_t digits = 1;
     bool lower_case = false;
@@ -14,17 +14,17 @@ struct digit_style {
     friend bool operator==(const digit_style&, const digit_style&) = default;
 };
 
-/// The style of the number @p text: its letters are lower-case when there are some, and no others.
+/// Returns the style of the number @p text. It is lower case if the number has lower-case letters only.
 [[nodiscard]] digit_style style_of(std::string_view text) noexcept;
 
-/// Finds the style that many numbers have in common: the fewest digits, and lower-case letters when there are
-/// no others.
+/// Finds the common style of many numbers: the fewest digits, and lower case if there are lower-case letters
+/// only.
 class style_finder {
 public:
     void see(std::string_view number) noexcept;
-    /// The same for @p numbers of @p digits digits each, with characters between them that are no letters.
+    /// Adds @p numbers with @p digits digits each. The characters between them must not be letters.
     void see_all(std::string_view numbers, std::size_t digits, bool has_lower_case) noexcept;
-    /// As it is when no number was seen: one digit.
+    /// Returns the common style, or one digit if there were no numbers.
     [[nodiscard]] digit_style found() const noexcept;
 
 private:
@@ -33,8 +33,8 @@ private:
     bool upper = false;
 };
 
-/// @p number, digits with "-" before a negative one, in @p style: leading zeros are added or left out as far
-/// as the value lets.
+/// Returns @p number, digits with an optional "-", in @p style. Leading zeros are added or removed to match
+/// the number of digits; significant digits always stay.
 [[nodiscard]] std::string in_style(std::string_view number, const digit_style& style);
 
 } // namespace kvrimage

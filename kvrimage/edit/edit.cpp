@@ -27,7 +27,7 @@ void require_words_of(std::uint32_t width, const assignment& given) {
     }
 }
 
-/// Those of a file that has no image.
+/// Returns the diagnostics of a file that has no image.
 edit_result refused(std::vector<diagnostic> found) {
     std::erase_if(found,
                   [](const diagnostic& each) { return about(each.id).level != diagnostic_class::broken; });

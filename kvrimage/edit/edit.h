@@ -8,21 +8,21 @@
 
 namespace kvrimage {
 
-/// The edits that make a file hold new words, with its comments and its layout as they are: with_edits()
-/// makes them. A word within a range gets a line of its own, and so does one that was not set; checksums are
-/// put right. There are no edits when the words are as they are to be already.
+/// Computes the edits by which a file gets new words; with_edits() applies them. Comments and layout are
+/// preserved. A word within a range, or one that was not set, gets a line of its own. Checksums are updated.
+/// There are no edits if the file already has the words.
 ///
-/// Where a file does not say by itself how wide its words are, or what its addresses count, the new words may
-/// let it be read otherwise: then read it with the width and the unit that parse() found before.
+/// If a file does not declare its word width or address unit, the new words may change how it is interpreted.
+/// Parse the result with the width and unit that parse() found before.
 ///
 /// @param contents of the file
-/// @param assignments of two for one address the later counts; an address beyond the last word makes the
-/// memory deeper where neither the file nor @p options say its depth
-/// @param options as for parse(), but a broken file is never edited; with a base the addresses of @p
-/// assignments count from it, as those of the words that parse() finds do
-/// @return diagnostics, all of class broken, when parse() finds the file broken, or it cannot hold the words
-/// @throws std::invalid_argument when the format cannot be edited, an assignment has no word or one of
-/// another width than the file, or its range ends before it begins
+/// @param assignments the new words; of two for one address the later one wins. An address beyond the last
+/// word increases the depth, unless the file or @p options determine it
+/// @param options as for parse(), but a broken file is never edited. With a base, the addresses of @p
+/// assignments count from it, like those of the words that parse() returns
+/// @return the edits, or diagnostics of class broken if the file is broken or cannot hold the words
+/// @throws std::invalid_argument if the format cannot be edited, if an assignment has no word or a word of
+/// another width than the file, or if its range ends before it begins
 [[nodiscard]] KVRIMAGE_API edit_result edit(std::string_view contents,
                                             std::span<const assignment> assignments,
                                             const read_options& options = {});

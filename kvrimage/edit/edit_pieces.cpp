@@ -66,8 +66,8 @@ std::vector<edit_piece> edit_pieces::all() const {
     return result;
 }
 
-/// Makes two of the piece that @p address and the address before it lie in. Nothing lies before address 0,
-/// which is also what follows the last one.
+/// Splits the piece that contains both @p address and the address before it. Does nothing for address 0,
+/// which is also the wrapped address after the last one.
 void edit_pieces::split_at(std::uint64_t address) {
     const auto after = pieces.lower_bound(address);
     if (after == pieces.begin() || std::prev(after)->second.last < address) {

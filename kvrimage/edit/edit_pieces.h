@@ -11,7 +11,7 @@
 
 namespace kvrimage {
 
-/// Neighbouring addresses that one assignment gives their words. Valid as long as the assignment is.
+/// A range of addresses that get their words from one assignment. Valid while the assignment is.
 struct edit_piece {
     std::uint64_t first;
     std::uint64_t last; ///< inclusive
@@ -20,34 +20,35 @@ struct edit_piece {
 
     [[nodiscard]] std::uint64_t size() const noexcept { return last - first + 1; }
     [[nodiscard]] bool is_constant() const noexcept { return source->words.size() == 1; }
-    /// After how many addresses the words repeat, at most size().
+    /// Returns the period of the words in addresses, at most size().
     [[nodiscard]] std::uint64_t period() const noexcept;
-    /// The word for @p address, which lies in the piece.
+    /// Returns the word for @p address, which must lie in the piece.
     [[nodiscard]] const word& word_at(std::uint64_t address) const noexcept;
-    /// The same as image_words holds it.
+    /// Returns the word for @p address in the form that image_words stores.
     [[nodiscard]] std::string text_at(std::uint64_t address) const;
 };
 
-/// Pieces that do not overlap, in the order of their addresses.
+/// Pieces without overlaps, in order of addresses.
 class edit_pieces {
 public:
-    /// The pieces of @p assignments, which are kept alive by the caller, and which have a word each. Of two
-    /// for one address the later counts; neighbours that hold one and the same word throughout are one piece.
-    /// @param base the address of a piece for address 0 of an assignment; the sums fit 64 bits
+    /// Makes the pieces of @p assignments, which must outlive this object and have at least one word each. Of
+    /// two assignments for one address the later one wins. Adjacent pieces with the same constant word are
+    /// merged.
+    /// @param base added to the addresses of the assignments; the sums must fit 64 bits
     explicit edit_pieces(std::span<const assignment> assignments, std::uint64_t base = 0);
 
     [[nodiscard]] bool empty() const noexcept { return pieces.empty(); }
     [[nodiscard]] bool touch(const address_range& addresses) const;
-    /// Removes what lies within @p addresses, and hands it out.
+    /// Removes and returns the parts of pieces within @p addresses.
     std::vector<edit_piece> take(const address_range& addresses);
-    /// What is left, in order.
+    /// Returns the remaining pieces in order.
     [[nodiscard]] std::vector<edit_piece> all() const;
 
 private:
     void split_at(std::uint64_t address);
     void unite();
 
-    std::map<std::uint64_t, edit_piece> pieces; ///< by their first addresses
+    std::map<std::uint64_t, edit_piece> pieces; ///< by first address
 };
 
 } // namespace kvrimage

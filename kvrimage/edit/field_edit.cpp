@@ -8,7 +8,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Makes the assignments, one stretch of repeating words after the other.
+/// Makes the assignments, one for each stretch of repeating words.
 class field_editor {
 public:
     field_editor(const memory_image& of, const field_change& made) : image(of), change(made) {}
@@ -33,16 +33,16 @@ public:
     }
 
 private:
-    /// After how many of a stretch's words old and new bits begin anew, where that is within the stretch;
-    /// else how many words it has, which is one more than @p more.
+    /// Returns the number of words after which old and new bits repeat together, if that is within the
+    /// stretch. Otherwise it returns the length of the stretch, which is @p more + 1.
     [[nodiscard]] std::uint64_t words_before_repeat(std::uint64_t more, std::uint64_t period) const {
         const std::uint64_t values = change.values.size();
         const std::uint64_t turns = values / std::gcd(values, period);
         return period <= more / turns ? period * turns : more + 1;
     }
-    /// @return the first address that has no word
+    /// @return the first address without a word
     std::optional<std::uint64_t> add(const address_range& stretch, std::uint64_t words) {
-        // Words that do not repeat share an assignment with those before them.
+        // Adjacent words without repetition share an assignment.
         const bool repeat = words - 1 < stretch.last - stretch.first;
         if (repeat || !open) {
             result.assignments.push_back({stretch, {}});
@@ -68,7 +68,7 @@ private:
     const field_change& change;
     field_assignments result;
     std::uint64_t word_count = 0;
-    bool open = false; ///< the last assignment can go on
+    bool open = false; ///< the last assignment can be continued
 };
 
 } // namespace

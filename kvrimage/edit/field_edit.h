@@ -12,29 +12,28 @@
 
 namespace kvrimage {
 
-/// New bits for a field of words.
+/// New values for a bit field of words.
 struct field_change {
     address_range addresses;
     bit_field field;
-    std::vector<word> values; ///< in order, from the first again when they are used up
+    std::vector<word> values; ///< in order, repeated as often as needed
 };
 
-/// What a field_change comes to.
+/// The result of a field_change.
 struct field_assignments {
-    std::vector<assignment> assignments; ///< whole words, in the order of their addresses
-    std::optional<std::uint64_t>
-        not_set;               ///< the first address that has no word; there are no assignments then
-    bool are_too_many = false; ///< words that do not repeat; there are no assignments then
+    std::vector<assignment> assignments;  ///< whole words, in order of addresses
+    std::optional<std::uint64_t> not_set; ///< the first address without a word; there are no assignments then
+    bool are_too_many = false; ///< too many words without repetition; then there are no assignments
 };
 
-/// Words of assignments that do not repeat, at most.
+/// The most words without repetition in all assignments.
 inline constexpr std::uint64_t most_words_with_fields = std::uint64_t{1} << 24U;
 
-/// The words of @p image with the new bits. Where the words of a stretch repeat, so do those of its
-/// assignment: the cost follows what the image holds, not the number of addresses.
-/// @throws std::out_of_range when the addresses are beyond the memory
-/// @throws std::invalid_argument when there are no values, they have another width than the field, or it does
-/// not lie in the words
+/// Returns assignments that set the field in the words of @p image. If the words of a stretch repeat, so do
+/// those of its assignment. So the time depends on the stored content, not on the number of addresses.
+/// @throws std::out_of_range if the addresses exceed the memory
+/// @throws std::invalid_argument if there are no values, if their width differs from that of the field, or if
+/// the field exceeds the words
 [[nodiscard]] field_assignments assignments_of(const memory_image& image, const field_change& change);
 
 } // namespace kvrimage

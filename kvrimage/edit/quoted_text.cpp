@@ -14,7 +14,7 @@ namespace {
 constexpr std::array<std::pair<char, char>, 6> escapes = {
     {{'n', '\n'}, {'r', '\r'}, {'t', '\t'}, {'0', '\0'}, {'\\', '\\'}, {'"', '"'}}};
 
-/// The byte of two hexadecimal digits; nothing when @p text does not begin with them.
+/// Returns the byte with two hexadecimal digits, or nothing if @p text does not begin with them.
 std::optional<char> byte_of_digits(std::string_view text) {
     const std::string_view digits = text.substr(0, 2);
     if (digits.size() < 2 || digits.find_first_not_of(hex_digits) != std::string_view::npos) {
@@ -23,13 +23,13 @@ std::optional<char> byte_of_digits(std::string_view text) {
     return static_cast<char>(hex_value(digits));
 }
 
-/// What a backslash stands for with the characters after it.
+/// A decoded escape sequence.
 struct escape {
     char byte;
-    std::size_t length; ///< with the backslash
+    std::size_t length; ///< including the backslash
 };
 
-/// @param after what follows the backslash
+/// @param after the characters after the backslash
 std::optional<escape> escape_of(std::string_view after) {
     if (after.starts_with('x')) {
         const auto byte = byte_of_digits(after.substr(1));
