@@ -9,7 +9,7 @@ namespace {
 
 constexpr std::size_t blanks_before_comment = 2;
 
-/// A comment that goes to the end of its line, without the blanks there.
+/// Removes trailing blanks from a comment that extends to the end of its line.
 std::string_view without_last_blanks(std::string_view comment) {
     return comment.substr(0, comment.find_last_not_of(" \t\r\f\v") + 1);
 }
@@ -59,7 +59,7 @@ void aligned_lines::open(line next) {
     is_separated = false;
 }
 
-/// A line without a comment at its end, and one whose comment has no room there, ends the column.
+/// The column ends at a line without a comment and at a line whose comment does not fit.
 void aligned_lines::close() {
     if (!is_open) {
         return;

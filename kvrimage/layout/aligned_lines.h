@@ -8,43 +8,43 @@
 
 namespace kvrimage {
 
-/// Makes the lines of a file. The comments at the ends of neighbouring lines stand in one column.
+/// Builds the lines of a file. Comments at the ends of adjacent lines are aligned in one column.
 class aligned_lines {
 public:
-    /// @param ending of each line, "\n" or "\r\n"; kept alive by the caller
-    /// @param longest characters that a line may have where a comment would make it longer
+    /// @param ending line end, "\n" or "\r\n"; must outlive this object
+    /// @param longest maximum line length with comments; longer lines get their comment on a line of its own
     explicit aligned_lines(std::string_view ending,
                            std::size_t longest = std::numeric_limits<std::size_t>::max())
         : line_end(ending),
           limit(longest) {}
 
-    /// Puts a blank line before the next line, unless it is the first one.
+    /// Inserts a blank line before the next line, unless that is the first one.
     void separate() { is_separated = true; }
-    /// A line that says something.
-    /// @param comment_indent of its comments where they have no room at its end, and come before it
+    /// Begins a line with text.
+    /// @param comment_indent indent of its comments if they do not fit at its end and precede it
     void begin_line(std::string text, std::string_view comment_indent = "");
-    /// Goes on with the line at hand; its comments stay at its end. A line begins where there is none, or
-    /// nothing but comments.
+    /// Appends to the current line; its comments stay at its end. Begins a line if there is none or it has
+    /// comments only.
     void append(std::string_view text);
-    /// Adds a comment at the end of the line at hand. False when there is none, or its comments go on to its
-    /// end.
-    /// @param goes_to_end nothing may follow it on its line
+    /// Adds a comment at the end of the current line. Returns false if there is no line, or if its last
+    /// comment extends to the end of the line.
+    /// @param goes_to_end true if nothing may follow the comment on its line
     [[nodiscard]] bool add_comment(std::string_view comment, bool goes_to_end);
-    /// A line with nothing but a comment.
+    /// Begins a line that has a comment only.
     void begin_comment_line(std::string_view indent, std::string_view comment, bool goes_to_end);
 
-    /// True when the line at hand is there, and says something.
+    /// True if there is a current line and it has text.
     [[nodiscard]] bool has_open_text() const noexcept { return is_open && !current.is_comment; }
-    /// Characters of the line at hand, comments aside.
+    /// Returns the length of the current line without comments.
     [[nodiscard]] std::size_t length() const noexcept { return current.text.size(); }
-    /// All lines; once.
+    /// Returns all lines. May be called once only.
     [[nodiscard]] std::string finish();
 
 private:
     struct line {
         std::string text;
         std::string comment_indent;
-        std::string comment; ///< of all that are at its end
+        std::string comment; ///< all comments at the end of the line
         bool is_comment = false;
         bool is_complete = false; ///< nothing may follow its comment
         bool is_separated = false;
@@ -60,7 +60,7 @@ private:
     std::string_view line_end;
     std::size_t limit;
     std::string out;
-    std::vector<line> run; ///< neighbouring lines with comments at their ends
+    std::vector<line> run; ///< adjacent lines with comments at their ends
     line current;
     bool is_open = false;
     bool is_separated = false;

@@ -10,31 +10,30 @@
 
 namespace kvrimage {
 
-/// A file in the canonical layout of its format, or why there is none.
+/// A file in the canonical layout, or the reason why there is none.
 struct formatted_text {
-    std::string text;                    ///< the whole file; "" when there are diagnostics
-    std::vector<diagnostic> diagnostics; ///< all of class broken; none when the file could be laid out
+    std::string text;                    ///< the whole file; "" if there are diagnostics
+    std::vector<diagnostic> diagnostics; ///< all of class broken; empty on success
 };
 
-/// A file in the canonical layout of its format: columns, letter case, leading zeros, blank lines. It holds
-/// the same words at the same addresses and the same comments in the same order, blanks at the ends of
-/// comment lines aside, and its line ends are those of the first line. What is laid out already comes back as
-/// it is.
+/// Returns a file in the canonical layout of its format: columns, letter case, leading zeros and blank lines.
+/// It has the same words at the same addresses, and the same comments in the same order; only blanks at the
+/// ends of comment lines are dropped. All line ends become those of the first line. Formatting a formatted
+/// file changes nothing.
 ///
-/// Where a file does not say by itself how its addresses count or how wide its words are, read both texts
-/// with the same options.
+/// If a file does not declare its address unit or word width, parse both texts with the same options.
 ///
 /// @param contents of the file
-/// @param options as for parse(), but a broken file is never laid out
-/// @throws std::invalid_argument when the format has no rules (format::lay_out)
-/// @throws std::logic_error when the layout, read again, does not hold the same words: a mistake in the rules
+/// @param options as for parse(), but a broken file is never formatted
+/// @throws std::invalid_argument if the format has no layout rules (format::lay_out)
+/// @throws std::logic_error if the result, parsed again, has other words: a bug in the rules
 [[nodiscard]] KVRIMAGE_API formatted_text format_text(std::string_view contents,
                                                       const read_options& options = {});
 
-/// The same for a file that was read already.
+/// Does the same for a file that was already parsed.
 ///
-/// @param read what parse() gives for @p contents and @p options, with an image
-/// @throws what the other one does
+/// @param read the result of parse() for @p contents and @p options; it must have an image
+/// @throws as the function above
 [[nodiscard]] KVRIMAGE_API std::string format_text(std::string_view contents, const read_options& options,
                                                    const read_result& read);
 

@@ -9,22 +9,22 @@
 
 namespace kvrimage {
 
-/// Lays out a list of words and addresses: what shares a line goes on to do so, and of blank lines one is
-/// left. The pieces come in the order of the file.
+/// Formats a list of words and addresses. Pieces on one line stay on one line, and several blank lines become
+/// one. The pieces must come in the order of the file.
 class list_layout {
 public:
-    /// @param contents kept alive by the caller, as is @p between
-    /// @param between what shares a line
+    /// @param contents must outlive this object, as must @p between
+    /// @param between separates pieces on one line
     explicit list_layout(std::string_view contents, std::string_view between = " ");
 
-    /// Writes @p text for @p piece. @param begins_line it never shares a line with what comes before it
+    /// Writes @p text for @p piece. @param begins_line true if the piece always begins a line
     void add(const span& piece, std::string_view text, bool begins_line = false);
-    /// A comment that follows what shares its line, or has a line of its own. @param goes_to_end it ends with
-    /// its line
+    /// Adds a comment after the piece on its line, or on a line of its own. @param goes_to_end true if it
+    /// extends to the end of its line
     void add_comment(const span& comment, bool goes_to_end);
-    /// More for the piece that was added last.
+    /// Appends to the piece that was added last.
     void append(std::string_view text) { lines.append(text); }
-    /// The whole file; once.
+    /// Returns the whole file. May be called once only.
     [[nodiscard]] std::string finish();
 
 private:

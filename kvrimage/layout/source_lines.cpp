@@ -13,7 +13,7 @@ line_gap source_lines::gap_before(std::uint64_t offset) const {
     if (first == std::string_view::npos) {
         return line_gap::none;
     }
-    // A CR alone ends a line of some formats.
+    // A CR alone ends a line in some formats.
     const std::size_t next = first + (between.substr(first, 2) == "\r\n" ? 2 : 1);
     const bool has_blank_line = between.find_first_of("\r\n", next) != std::string_view::npos;
     return has_blank_line ? line_gap::blank : line_gap::line;

@@ -7,21 +7,21 @@
 
 namespace kvrimage {
 
-/// How far apart two pieces of a text are.
+/// The distance between two pieces of a text.
 enum class line_gap : std::uint8_t {
-    none,  ///< they share a line
-    line,  ///< they are in neighbouring lines
-    blank, ///< there is a blank line between them, or more
+    none,  ///< on the same line
+    line,  ///< on adjacent lines
+    blank, ///< with at least one blank line between them
 };
 
-/// Goes over the pieces of a text in their order, and says how far apart they are.
+/// Tracks the pieces of a text in order and measures the distance between them.
 class source_lines {
 public:
-    /// @param contents kept alive by the caller
+    /// @param contents must outlive this object
     explicit source_lines(std::string_view contents) : text(contents) {}
 
-    /// Between the end of the last piece that was passed, or the front of the text, and @p offset; none when
-    /// that comes first.
+    /// Returns the gap between the end of the last piece, or the start of the text, and @p offset. It is
+    /// `none` if @p offset comes first.
     [[nodiscard]] line_gap gap_before(std::uint64_t offset) const;
     void pass(const span& piece) { last_end = piece.end(); }
     [[nodiscard]] std::uint64_t end() const noexcept { return last_end; }
@@ -31,7 +31,7 @@ private:
     std::uint64_t last_end = 0;
 };
 
-/// The mark of UTF-8 that @p contents begin with; "" for none.
+/// Returns the UTF-8 byte order mark of @p contents, or "" if there is none.
 [[nodiscard]] std::string_view byte_order_mark_of(std::string_view contents);
 
 } // namespace kvrimage
