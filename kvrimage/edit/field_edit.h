@@ -21,8 +21,9 @@ struct field_change {
 
 /// The result of a field_change.
 struct field_assignments {
-    std::vector<assignment> assignments;  ///< whole words, in order of addresses
-    std::optional<std::uint64_t> not_set; ///< the first address without a word; there are no assignments then
+    std::vector<assignment> assignments; ///< whole words, in order of addresses
+    std::optional<std::uint64_t>
+        not_set;               ///< the first address that has no word; there are no assignments then
     bool are_too_many = false; ///< too many words without repetition; then there are no assignments
 };
 
