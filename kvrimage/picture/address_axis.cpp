@@ -8,12 +8,13 @@ namespace kvrimage {
 
 namespace {
 
-/// Labels that do not touch each other.
+/// Labels without overlaps.
 class label_lines {
 public:
     explicit label_lines(const axis_scale& drawn) : scale(drawn) {}
 
-    /// Adds a label for the word at @p offset between @p left and @p right. False when another one is there.
+    /// Adds a label for the word at @p offset between @p left and @p right. Returns false if it would overlap
+    /// another one.
     bool add(std::uint64_t offset, std::uint32_t line, double left, double right) {
         const double middle = scale.middle_of(offset);
         const double begin =
@@ -37,7 +38,7 @@ private:
     std::vector<address_label> labels;
 };
 
-/// The least power of two of words that a label and the gap after it have room for.
+/// Returns the smallest power of two of words whose room fits a label and its gap.
 std::uint64_t step_of_labels(const column_grid::part& part, const axis_scale& scale) {
     const double words_a_unit = (static_cast<double>(part.last - part.first) + 1) / (part.room * scale.unit);
     const double least = (scale.text_width + scale.gap) * words_a_unit;
@@ -72,7 +73,7 @@ std::vector<address_label> address_axis::labels(const axis_scale& scale) const {
         const std::uint64_t step = step_of_labels(part, scale);
         const std::uint64_t end = part.last - part.first;
         for (std::uint64_t ahead = (step - (base + part.first) % step) % step;
-             ahead<end; ahead = end - ahead> step ? ahead + step : end) { // never beyond 64 bits
+             ahead<end; ahead = end - ahead> step ? ahead + step : end) { // no overflow of 64 bits
             lines.add(part.first + ahead, 0, left, right);
         }
     }

@@ -10,43 +10,43 @@
 
 namespace kvrimage {
 
-/// An address beside the axis, and the word that it is of.
+/// An address on the axis, with the word it belongs to.
 struct address_label {
     std::uint64_t offset;
     std::string text; ///< hexadecimal
     double mark;      ///< the middle of the word
-    double begin;     ///< where the text begins
+    double begin;     ///< the start of the text
     std::uint32_t line;
 
     friend bool operator==(const address_label&, const address_label&) = default;
 };
 
-/// Where words and labels are, in the unit of the drawing: characters or pixels.
+/// Positions of words and labels, in units of the drawing: characters or pixels.
 struct axis_scale {
-    std::function<double(std::uint64_t offset)> middle_of; ///< of a word
-    double origin;                                         ///< where the room of the grid begins
-    double unit;                                           ///< how much a unit of room is
-    double text_width;                                     ///< of a label
-    double gap;                                            ///< between two labels of a line, at least
-    double left;                                           ///< before which no label begins
-    double right;                                          ///< after which none ends
+    std::function<double(std::uint64_t offset)> middle_of; ///< the middle of a word
+    double origin;                                         ///< the start of the grid
+    double unit;                                           ///< size of a unit of room
+    double text_width;                                     ///< width of a label
+    double gap;                                            ///< the smallest gap between two labels on a line
+    double left;                                           ///< the left limit of labels
+    double right;                                          ///< the right limit of labels
 };
 
 /// Labels the offsets of a picture with the addresses of its memory.
 class address_axis {
 public:
-    /// @param base_address of offset 0
+    /// @param base_address the address of offset 0
     address_axis(const column_grid& columns, std::uint64_t base_address)
         : grid(columns),
           base(base_address) {}
 
-    /// The characters of a label; all have as many.
+    /// Returns the number of characters of a label, which is the same for all.
     [[nodiscard]] std::size_t label_size() const;
-    /// The addresses of the first and the last word of each stretch, and between them multiples of a power of
-    /// two as far as there is room, which no two labels share. A label is beside its word, or as near as the
-    /// sides of the drawing let it, in a picture of several stretches those of its own. The last address of
-    /// one of several stretches has a second line; so has that of a single one that is too close to the
-    /// first.
+    /// Returns labels for the first and the last word of each stretch and, if there is room, for multiples of
+    /// a power of two between them. Labels never overlap. A label is centered on its word, or as close as the
+    /// sides of the drawing, or of its stretch if there are several, permit. The last address of one of
+    /// several stretches goes to a second line. So does that of a single stretch if it is too close to the
+    /// first address.
     [[nodiscard]] std::vector<address_label> labels(const axis_scale& scale) const;
 
 private:

@@ -12,7 +12,7 @@ constexpr std::uint32_t rows_needed(std::uint32_t dividend, std::uint32_t diviso
     return (dividend - 1) / divisor + 1;
 }
 
-/// Bits of a row: one where there is room for all of them, else a byte, or the least power of two of bytes.
+/// Returns the bits of a row: 1 if all rows fit, else the smallest power of two of bytes that fits.
 std::uint32_t row_bits_for(std::uint32_t word_width, std::uint32_t most_rows) noexcept {
     std::uint32_t row_bits = word_width <= most_rows ? 1 : bits_per_byte;
     while (rows_needed(word_width, row_bits) > most_rows) {
@@ -77,7 +77,7 @@ bit_shade bit_map::shade(std::uint32_t row, std::uint32_t column) const noexcept
     if (cell.ones == 0 || cell.zeros == 0) {
         return cell.ones == 0 ? bit_shade::none : bit_shade::all;
     }
-    // Borders where shares seldom are: not at thirds or quarters.
+    // Limits at unusual shares, not at thirds or quarters.
     constexpr double least_half = 0.3;
     constexpr double most_half = 0.7;
     const double share = static_cast<double>(cell.ones) / static_cast<double>(plain);

@@ -9,7 +9,7 @@
 
 namespace kvrimage {
 
-/// How a cell of the bit map looks: the share of ones among its bits.
+/// The shade of a cell of the bit map: the share of ones among its bits.
 enum class bit_shade : std::uint8_t {
     unset,
     none,
@@ -17,34 +17,34 @@ enum class bit_shade : std::uint8_t {
     half,
     high, ///< more than 70 %
     all,
-    dont_care ///< half of the bits or more
+    dont_care ///< at least half of the bits
 };
 
-/// Rows of bit positions, columns of addresses.
+/// Bit positions as rows, addresses as columns.
 class bit_map {
 public:
-    /// @param most_rows at least 1; where words have more bits, a row stands for a byte, or for 2, 4, 8 and
-    /// so on: the fewest that make no more rows
+    /// @param most_rows at least 1. If words have more bits, a row covers 1, 2, 4, 8 ... bytes: the fewest
+    /// that need no more rows
     bit_map(const column_grid& columns_of_picture, std::uint32_t word_width, std::uint32_t most_rows);
     void take(const text_run& run);
     [[nodiscard]] std::uint32_t width() const noexcept { return bits_a_word; }
     [[nodiscard]] std::uint32_t rows() const noexcept { return row_count; }
-    /// The row of bit @p bit, 0 being the least significant one; rows count from there, too.
+    /// Returns the row of bit @p bit. Bits and rows count from the least significant bit.
     [[nodiscard]] std::uint32_t row_of(std::uint32_t bit) const noexcept { return bit / bits_a_row; }
     [[nodiscard]] std::uint32_t row_bits() const noexcept { return bits_a_row; }
     [[nodiscard]] bit_shade shade(std::uint32_t row, std::uint32_t column) const noexcept;
-    /// Bit positions to label, the lowest first: multiples of the least power of two of which at most @p most
-    /// are needed, and the highest bit where there is room for it.
+    /// Returns the bit positions to label, lowest first: the multiples of the smallest power of two that
+    /// needs at most @p most labels, and the highest bit if there is room for it.
     [[nodiscard]] std::vector<std::uint32_t> ticks(std::uint32_t most) const;
 
 private:
-    /// Bits of one cell or, of a single word, of one row.
+    /// The bits of a cell, or of a row of a single word.
     struct bit_count {
         std::uint64_t ones = 0;
         std::uint64_t zeros = 0;
         std::uint64_t dont_cares = 0;
     };
-    /// The least significant bit of @p row; of the row after the last one, the width.
+    /// Returns the lowest bit of @p row, or the width for the row after the last one.
     [[nodiscard]] std::uint32_t first_bit_of(std::uint32_t row) const noexcept;
     void count_bits(std::string_view word);
     void add_words(std::uint32_t column, std::uint64_t words);
@@ -54,8 +54,8 @@ private:
     std::uint32_t bits_a_row;
     std::uint32_t row_count;
     std::vector<bit_count> cells;       ///< column by column
-    std::vector<bit_count> word_counts; ///< of the word in hand, by row
-    std::string bits;                   ///< of the word in hand
+    std::vector<bit_count> word_counts; ///< of the current word, by row
+    std::string bits;                   ///< of the current word
 };
 
 } // namespace kvrimage

@@ -12,22 +12,22 @@
 
 namespace kvrimage {
 
-/// A stretch of offsets that a picture shows without a gap, and the room that it has there. The unit of room
-/// is what the picture is made of: a character, or some pixels.
+/// A stretch of offsets that a picture shows without a gap, and its room. The unit of room is a character or
+/// some pixels.
 struct shown_stretch {
-    std::uint64_t first; ///< offset
-    std::uint64_t last;  ///< inclusive
-    std::uint32_t begin; ///< units before it
-    std::uint32_t room;  ///< units that it has, at least 1
+    std::uint64_t first; ///< first offset
+    std::uint64_t last;  ///< last offset, inclusive
+    std::uint32_t begin; ///< units before the stretch
+    std::uint32_t room;  ///< units of the stretch, at least 1
 
     friend bool operator==(const shown_stretch&, const shown_stretch&) = default;
 };
 
-/// Shares out the offsets of a picture among its columns. Each column of a stretch gets the same number of
-/// words, except the last, which may get fewer.
+/// Distributes the offsets of a picture to its columns. The columns of a stretch have the same number of
+/// words, except the last one, which may have fewer.
 class column_grid {
 public:
-    /// A stretch with the columns that it is made of.
+    /// A stretch with its columns.
     struct part : shown_stretch {
         std::uint64_t words_a_column = 1;
         std::uint32_t first_column = 0;
@@ -37,12 +37,13 @@ public:
         }
     };
 
-    /// One stretch from @p first to @p last, both included, with all the room.
+    /// Makes a grid of one stretch from @p first to @p last, inclusive.
     /// @param most_columns at least 1
     column_grid(std::uint64_t first, std::uint64_t last, std::uint32_t most_columns)
         : column_grid(std::vector<shown_stretch>{{first, last, 0, most_columns}}) {}
 
-    /// @p stretches, at least one, in order and apart. No stretch has more columns than units of room.
+    /// Makes a grid of @p stretches: at least one, in order and apart. A stretch has at most one column for
+    /// each unit of room.
     explicit column_grid(std::span<const shown_stretch> stretches) {
         for (const shown_stretch& stretch : stretches) {
             part next{stretch};
@@ -53,12 +54,12 @@ public:
     }
 
     [[nodiscard]] const std::vector<part>& parts() const noexcept { return shown; }
-    /// The first offset of all, and the last one, which is inclusive.
+    /// Returns the first and the last offset, both inclusive.
     ///@{
     [[nodiscard]] std::uint64_t first() const noexcept { return shown.front().first; }
     [[nodiscard]] std::uint64_t last() const noexcept { return shown.back().last; }
     ///@}
-    /// Units of all stretches, and of what is between them.
+    /// Returns the units of all stretches and of the breaks between them.
     [[nodiscard]] std::uint32_t room() const noexcept { return shown.back().begin + shown.back().room; }
     [[nodiscard]] std::uint32_t columns() const noexcept {
         return shown.back().first_column + shown.back().columns();
@@ -66,7 +67,7 @@ public:
     [[nodiscard]] const part& part_of_column(std::uint32_t column) const noexcept {
         return *std::prev(std::ranges::upper_bound(shown, column, {}, &part::first_column));
     }
-    /// The column of @p offset, which must be in a stretch.
+    /// Returns the column of @p offset, which must be in a stretch.
     [[nodiscard]] std::uint32_t column_of(std::uint64_t offset) const noexcept {
         const part& of = *std::prev(std::ranges::upper_bound(shown, offset, {}, &part::first));
         return of.first_column + static_cast<std::uint32_t>((offset - of.first) / of.words_a_column);
@@ -75,7 +76,7 @@ public:
         const part& of = part_of_column(column);
         return of.first + (column - of.first_column) * of.words_a_column;
     }
-    /// Inclusive.
+    /// Returns the last offset of a column, inclusive.
     [[nodiscard]] std::uint64_t last_of(std::uint32_t column) const noexcept {
         const part& of = part_of_column(column);
         const std::uint64_t first = first_of(column);
@@ -85,8 +86,8 @@ public:
         return last_of(column) - first_of(column) + 1;
     }
 
-    /// Calls @p take (column, number of words) for each column that has words of the offsets from @p first to
-    /// @p last, of which some may be in no stretch.
+    /// Calls @p take(column, number of words) for each column with words at the offsets from @p first to @p
+    /// last. Offsets outside the stretches are ignored.
     template <class Take>
     void for_each_column(std::uint64_t first, std::uint64_t last, Take&& take) const {
         for (const part& of : shown) {
@@ -97,7 +98,7 @@ public:
             }
         }
     }
-    /// The same for the words of @p run.
+    /// Does the same for the words of @p run.
     template <class Take>
     void for_each_column(const text_run& run, Take&& take) const {
         for_each_column(run.first, run.last, std::forward<Take>(take));

@@ -15,13 +15,13 @@ namespace kvrimage {
 
 namespace {
 
-/// The part of @p range that @p image has; nothing when it has none of it.
+/// Returns the part of @p range that lies in @p image, or nothing.
 std::optional<address_range> part_in(const memory_image& image, const address_range& range) {
     const address_range part{std::max(range.first, image.base()), std::min(range.last, image.last_address())};
     return part.first <= part.last ? std::optional(part) : std::nullopt;
 }
 
-/// What is set of @p range, as offsets from its first address.
+/// Returns the summary of @p range, with offsets from its first address.
 set_words set_words_within(const memory_image& image, const address_range& range) {
     const std::uint64_t end = range.last - range.first;
     const std::optional<address_range> part = part_in(image, range);
@@ -35,7 +35,7 @@ set_words set_words_within(const memory_image& image, const address_range& range
     for (address_range& gap : set.gaps) {
         gap = {gap.first - first_offset + ahead, gap.last - first_offset + ahead};
     }
-    // Beyond the memory nothing is set either.
+    // Addresses outside the memory are gaps too.
     if (ahead != 0) {
         set.gaps.insert(set.gaps.begin(), {0, ahead - 1});
     }
@@ -45,7 +45,7 @@ set_words set_words_within(const memory_image& image, const address_range& range
     return set;
 }
 
-/// Neighbouring gaps as one.
+/// Merges adjacent gaps.
 std::vector<address_range> without_borders(const std::vector<address_range>& gaps) {
     std::vector<address_range> whole;
     for (const address_range& gap : gaps) {
@@ -73,7 +73,7 @@ std::string name_of_pair(const difference_options& options) {
     return fmt::format("A: {}  B: {}", left, right);
 }
 
-/// "A: MIF, 256 words of 16 bits, 12 set"
+/// Returns "A: MIF, 256 words of 16 bits, 12 set".
 std::string title_of_side(char side, const memory_image& image, const compared_memory& shown) {
     return fmt::format("{}: {}{}", side,
                        title_of_picture(image, shown.format_title, {image.base(), image.last_address()}),
@@ -104,7 +104,7 @@ picture_contents contents_of_difference(const memory_image& left, const memory_i
             strip.add_set(offsets.first, offsets.last);
         }
     });
-    // What only A has is counted already.
+    // Words set in A only were counted above.
     for_each_set_stretch(right.words(), [&](std::uint64_t first, std::uint64_t last) {
         if (const auto part = part_in(right, range);
             part && right.base() + last >= part->first && right.base() + first <= part->last) {

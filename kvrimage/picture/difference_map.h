@@ -10,11 +10,11 @@
 
 namespace kvrimage {
 
-/// What is different at an address.
+/// The kind of difference at an address.
 enum class difference_kind : std::uint8_t {
-    changed,   ///< both memories have a word there
-    left_only, ///< only the first one has
-    right_only ///< only the second one has
+    changed,   ///< both memories have a word
+    left_only, ///< only the first memory has a word
+    right_only ///< only the second memory has a word
 };
 
 inline constexpr std::array difference_kinds = {difference_kind::changed, difference_kind::left_only,
@@ -22,23 +22,23 @@ inline constexpr std::array difference_kinds = {difference_kind::changed, differ
 
 [[nodiscard]] difference_kind kind_of(const difference& found) noexcept;
 
-/// How many words of each column differ.
+/// Counts the differing words of each column.
 class difference_map {
 public:
     explicit difference_map(const column_grid& columns_of_picture)
         : grid(columns_of_picture),
           counted(grid.columns()) {}
 
-    /// @p offsets of the addresses of @p found
+    /// @param offsets offsets of the addresses of @p found
     void take(const difference& found, const address_range& offsets);
-    /// Of all columns.
+    /// Returns the total of all columns.
     [[nodiscard]] std::uint64_t total(difference_kind kind) const noexcept {
         return totals[static_cast<std::size_t>(kind)];
     }
     [[nodiscard]] std::uint64_t count(difference_kind kind, std::uint32_t column) const noexcept {
         return counted[column][static_cast<std::size_t>(kind)];
     }
-    /// 0 for none of the words of the column, 1 for all.
+    /// Returns the share of the words of the column, from 0 to 1.
     [[nodiscard]] double share(difference_kind kind, std::uint32_t column) const noexcept {
         return static_cast<double>(count(kind, column)) / static_cast<double>(grid.words_of(column));
     }

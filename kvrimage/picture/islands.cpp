@@ -18,7 +18,7 @@ bool is_longer(const address_range& left, const address_range& right) {
                                                    : left.first < right.first;
 }
 
-/// Keeps the longest gaps of those that it is given.
+/// Keeps the longest gaps.
 class longest_gaps {
 public:
     void add(std::uint64_t first, std::uint64_t last) {
@@ -35,10 +35,10 @@ public:
     }
 
 private:
-    std::vector<address_range> gaps; ///< the shortest one first: a heap
+    std::vector<address_range> gaps; ///< a heap with the shortest gap first
 };
 
-/// The gaps that are left out: long ones, without the first and the last offset.
+/// Returns the gaps to leave out: long ones, without the first and the last offset.
 std::vector<address_range> gaps_to_leave_out(std::uint64_t first, std::uint64_t last, const set_words& set,
                                              const picture_room& room) {
     constexpr std::uint64_t by_far = 4;
@@ -124,7 +124,7 @@ std::vector<shown_stretch> shown_stretches(std::uint64_t first, std::uint64_t la
     std::uint32_t begin = 0;
     double words_before = 0;
     for (const address_range& part : parts) {
-        // Rounded sums, so that all of the room is used.
+        // Round the running sums, so that all room is used.
         const double share_before = std::floor(spare * words_before / all_words);
         words_before += words_in(part);
         const double share = std::floor(spare * words_before / all_words) - share_before;

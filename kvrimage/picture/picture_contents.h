@@ -17,21 +17,21 @@
 
 namespace kvrimage {
 
-/// How fine a picture can be.
+/// The resolution of a picture.
 struct picture_size {
     std::uint32_t most_columns;
-    std::uint32_t most_bit_rows;      ///< of a bit map
-    std::uint32_t most_strip_columns; ///< a part of most_columns
-    double columns_a_character;       ///< of the strip, for a character of an address
-    std::uint32_t break_columns;      ///< of the strip, for a break
+    std::uint32_t most_bit_rows;      ///< rows of a bit map
+    std::uint32_t most_strip_columns; ///< a divisor of most_columns
+    double columns_a_character;       ///< columns of the strip for a character of an address
+    std::uint32_t break_columns;      ///< columns of the strip for a break
 };
 
-/// What is in a picture, in whatever way it is drawn.
+/// The contents of a picture, independent of how it is drawn.
 struct picture_contents {
-    std::string name;               ///< fit to be shown; may be ""
+    std::string name;               ///< ready to be shown; may be ""
     std::string title;              ///< "MIF, 256 words of 16 bits, all set"
     std::string vertical_title;     ///< "value (unsigned, 16 bits)", "bit position" or "words that differ"
-    std::vector<std::string> notes; ///< what a user needs to know to understand the picture; a line each
+    std::vector<std::string> notes; ///< explanations for the user, one for each line
     column_grid grid;
     address_axis addresses;
     occupancy_strip strip;
@@ -44,26 +44,25 @@ struct picture_grids {
     column_grid strip;
 };
 
-/// @param base_address of offset 0
+/// @param base_address the address of offset 0
 [[nodiscard]] picture_grids grids_for(std::uint64_t first, std::uint64_t last, const set_words& set,
                                       std::uint64_t base_address, const picture_size& size);
 
-/// "2 breaks leave out 65536 unset words"; "" when there is no break.
+/// Returns "2 breaks leave out 65536 unset words", or "" if there is no break.
 [[nodiscard]] std::string note_on_breaks(const column_grid& grid);
 
-/// ", 12 set", ", all set" or ", none set", of @p words.
+/// Returns ", 12 set", ", all set" or ", none set", of @p words words.
 [[nodiscard]] std::string set_note(std::uint64_t set, std::uint64_t words);
 
-/// The addresses to draw.
+/// Returns the addresses to draw.
 /// @throws std::out_of_range as draw_svg() does
 [[nodiscard]] address_range drawn_addresses(const memory_image& image, const picture_options& options);
 
-/// @throws std::out_of_range when @p range is not within @p all, or ends before it begins
+/// @throws std::out_of_range if @p range exceeds @p all, or ends before it begins
 [[nodiscard]] address_range drawn_addresses(const address_range& all,
                                             const std::optional<address_range>& range);
 
-/// "MIF, 256 words of 16 bits". The addresses are part of it unless they are what the number of words lets
-/// expect.
+/// Returns "MIF, 256 words of 16 bits". The addresses are included unless the number of words implies them.
 [[nodiscard]] std::string title_of_picture(const memory_image& image, std::string_view format_title,
                                            const address_range& range);
 

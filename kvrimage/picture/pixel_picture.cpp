@@ -23,7 +23,7 @@ namespace {
 constexpr std::uint64_t most_svg_pixels = std::uint64_t{1} << 18U;
 constexpr std::uint64_t most_character_pixels = std::uint64_t{1} << 16U;
 
-/// "16 words of 8 bits, rows of 4 pixels rgb332"
+/// Returns "16 words of 8 bits, rows of 4 pixels rgb332".
 std::string title_of_pixels(const memory_image& image, const picture_options& options,
                             const pixel_layout& layout) {
     return fmt::format(
@@ -35,7 +35,7 @@ std::string note_on(const sampled_pixels& shown) {
     return shown.step == 1 ? "" : fmt::format("one pixel of each {0} x {0} is shown", shown.step);
 }
 
-/// As large as fits the width of the page; whole pixels of it for each where there is room.
+/// Returns the largest box that fits the page. If there is room, pixels are scaled by an integer.
 svg::box box_for(const sampled_pixels& shown) {
     const double columns = shown.columns;
     const double rows = shown.rows();
@@ -44,7 +44,7 @@ svg::box box_for(const sampled_pixels& shown) {
     return {svg::plot_box.left, svg::plot_box.top, columns * scale, rows * scale};
 }
 
-/// The addresses of the first and of the last row, beside them.
+/// Draws the addresses of the first and the last row next to them.
 void draw_row_addresses(svg::document& page, const sampled_pixels& shown, const svg::box& at) {
     constexpr double gap = 6;
     constexpr double text_height = 10;
@@ -54,7 +54,7 @@ void draw_row_addresses(svg::document& page, const sampled_pixels& shown, const 
     }
 }
 
-/// 0 for black to @p levels - 1 for white.
+/// Returns the brightness, from 0 for black to @p levels - 1 for white.
 std::size_t level_of(const std::optional<color>& upper, const std::optional<color>& lower,
                      std::size_t levels) {
     const color above = upper.value_or(lower.value_or(color()));

@@ -9,12 +9,12 @@ namespace kvrimage {
 
 namespace {
 
-/// More work than this is avoided by samples. Where bits are counted one by one, a run costs its bits.
+/// Limits of work without sampling. If bits are counted one by one, each bit of a run counts.
 constexpr std::uint64_t most_runs = std::uint64_t{1} << 24U;
 constexpr std::uint64_t most_bits = std::uint64_t{1} << 28U;
 constexpr run_samples full_samples = {64, 16};
 
-/// True when the offsets of @p grid hold more than @p limit runs.
+/// True if the offsets of @p grid have more than @p limit runs.
 bool has_more_runs(const image_words& words, const column_grid& grid, std::uint64_t limit) {
     std::uint64_t runs = 0;
     for (std::uint64_t offset = grid.first(); offset <= grid.last(); ++runs) {
@@ -27,15 +27,14 @@ bool has_more_runs(const image_words& words, const column_grid& grid, std::uint6
     return false;
 }
 
-/// No more samples than the bits of wide words allow, but one run a column in any case.
+/// Limits the samples to the bits allowed for wide words, but to no less than one run for each column.
 run_samples samples_of_wide_words(std::uint32_t width, std::uint32_t columns) {
     const auto runs = static_cast<std::uint32_t>(std::max<std::uint64_t>(most_bits / width / columns, 1));
     const std::uint32_t places = std::min(runs, full_samples.places);
     return {std::min(runs / places, full_samples.runs), places};
 }
 
-/// Takes the first runs, at most @p most of them, from @p offset to @p end (exclusive); returns the offset
-/// after them.
+/// Passes at most @p most runs from @p offset to @p end (exclusive). Returns the offset after them.
 std::uint64_t take_runs(const image_words& words, const column_grid& grid, std::uint64_t offset,
                         std::uint64_t end, std::uint32_t most,
                         const std::function<void(const text_run&)>& take) {

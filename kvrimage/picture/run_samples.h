@@ -9,8 +9,8 @@
 
 namespace kvrimage {
 
-/// What to look at where there is too much: in each column this many runs from each of this many places on,
-/// which are spread evenly over it.
+/// Sampling for memories with too many runs: each column is sampled at `places` places, spread evenly over
+/// it, with `runs` runs at each place.
 struct run_samples {
     std::uint32_t runs;
     std::uint32_t places;
@@ -18,13 +18,13 @@ struct run_samples {
     friend bool operator==(const run_samples&, const run_samples&) = default;
 };
 
-/// The samples that a picture of words of @p width bits rests on; nothing where it can rest on all runs.
-/// Takes the time of a look at 2^24 runs at most.
+/// Returns the sampling for a picture of words of @p width bits, or nothing if all runs can be used. Examines
+/// at most 2^24 runs.
 [[nodiscard]] std::optional<run_samples> samples_for(const image_words& words, std::uint32_t width,
                                                      const column_grid& grid);
 
-/// Calls @p take with the runs of the grid's range, cut to it, in order: all of them, or @p samples. The cost
-/// follows the runs that are taken, not the number of words.
+/// Calls @p take with the runs of the grid in order, cut to its range: all runs, or those of @p samples.
+/// Takes time proportional to the runs passed, not to the number of words.
 void for_each_sample(const image_words& words, const column_grid& grid,
                      const std::optional<run_samples>& samples,
                      const std::function<void(const text_run&)>& take);

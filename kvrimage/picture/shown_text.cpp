@@ -15,7 +15,7 @@ std::size_t characters_of(std::string_view text) noexcept {
         std::ranges::count_if(text, [](char byte) { return !is_continuation(byte); }));
 }
 
-/// Where the character with the number @p index begins.
+/// Returns the byte offset of the character @p index.
 std::size_t place_of_character(std::string_view text, std::size_t index) {
     std::size_t at = 0;
     for (; at < text.size(); ++at) {

@@ -8,14 +8,14 @@ namespace kvrimage {
 
 namespace {
 
-/// A distance between ticks: a digit times 10^exponent, or a power of two.
+/// The distance between ticks: a digit times 10^exponent, or a power of two.
 struct tick_step {
     std::uint64_t size;
-    std::uint32_t exponent; ///< of ten; 0 for a power of two
+    std::uint32_t exponent; ///< exponent of ten; 0 for a power of two
 };
 
-/// The least round step of which @p span holds no more than @p most, which is 4 at least: no span of 64 bits
-/// holds more of the largest, 5 * 10^18.
+/// Returns the smallest round step that @p span contains at most @p most times. @p most is at least 4; no
+/// span of 64 bits contains the largest step, 5 * 10^18, more often.
 tick_step decimal_step(std::uint64_t span, std::uint32_t most) {
     std::uint64_t power = 1;
     for (std::uint32_t exponent = 0;; ++exponent, power *= 10) {
@@ -35,7 +35,7 @@ tick_step binary_step(std::uint64_t span, std::uint32_t most) {
     return {size, 0};
 }
 
-/// Integers of a sign are round in decimal; hexadecimal numbers and fractions are in binary.
+/// Signed integers are round in decimal, hexadecimal numbers and fractions in binary.
 tick_step step_for(const value_order& order, std::uint64_t span, std::uint32_t most) {
     if (order.is_signed() && order.fraction_bits() == 0) {
         return decimal_step(span, most);
@@ -43,7 +43,7 @@ tick_step step_for(const value_order& order, std::uint64_t span, std::uint32_t m
     return binary_step(span, most);
 }
 
-/// Large integers keep the digits that distinguish them: 500000000 is 500e6.
+/// Labels of large integers keep only the digits that distinguish them: 500000000 is 500e6.
 class tick_labels {
 public:
     tick_labels(const value_order& values, const tick_step& apart, std::uint64_t largest) : order(values) {
@@ -71,7 +71,7 @@ private:
     std::uint64_t unit = 1;
 };
 
-/// @p left - @p right, 0 where that would be negative.
+/// Returns @p left - @p right, or 0 if that is negative.
 std::uint64_t distance_above(std::uint64_t left, std::uint64_t right) {
     return left > right ? left - right : 0;
 }
@@ -96,7 +96,7 @@ value_axis axis_for(const value_order& order, const value_bounds& bounds) {
     if (zero > bounds.highest && (span == 0 || zero - bounds.highest <= span)) {
         axis.highest = zero;
     }
-    if (axis.lowest == axis.highest) { // nothing but zeros
+    if (axis.lowest == axis.highest) { // all values are zero
         axis.highest < order.highest_key() ? ++axis.highest : --axis.lowest;
     }
     return axis;

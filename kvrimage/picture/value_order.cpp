@@ -17,7 +17,7 @@ std::optional<std::uint64_t> value_order::key_of(std::string_view text) const {
     }
     std::uint64_t word = 0;
     std::from_chars(text.data(), text.data() + text.size(), word, hexadecimal);
-    return word ^ key_of_zero(); // two's complement with its sign bit inverted orders like a number
+    return word ^ key_of_zero(); // two's complement with inverted sign bit has the order of unsigned numbers
 }
 
 std::uint64_t value_order::key_of_zero() const noexcept {

@@ -8,14 +8,14 @@
 
 namespace kvrimage {
 
-/// What words are taken for.
+/// How words are interpreted as numbers.
 struct number_form {
     bool is_signed = false;          ///< two's complement
-    std::uint32_t fraction_bits = 0; ///< of signed numbers, right of the binary point
+    std::uint32_t fraction_bits = 0; ///< bits after the binary point of signed numbers
 };
 
-/// The values of words of up to 64 bits as keys: numbers that compare as the values do, signed or not. A key
-/// is the distance from the least value that a word can have.
+/// Maps the values of words of up to 64 bits to keys: unsigned numbers in the order of the values, signed or
+/// not. A key is the distance from the least value of a word.
 class value_order {
 public:
     /// @param width 1 to widest_waveform
@@ -24,15 +24,15 @@ public:
     [[nodiscard]] std::uint32_t width() const noexcept { return bits; }
     [[nodiscard]] bool is_signed() const noexcept { return form.is_signed; }
     [[nodiscard]] std::uint32_t fraction_bits() const noexcept { return form.fraction_bits; }
-    /// The key of the word @p text, in the form that image_words holds; nothing for one that is not set or
-    /// has don't-care bits.
+    /// Returns the key of the word @p text, in the form that image_words stores, or nothing if it is not set
+    /// or has don't-care bits.
     [[nodiscard]] std::optional<std::uint64_t> key_of(std::string_view text) const;
     [[nodiscard]] std::uint64_t key_of_zero() const noexcept;
     [[nodiscard]] std::uint64_t highest_key() const noexcept;
-    /// The value: exact in decimal where it is signed and in hexadecimal ("0x1F") where it is not; a fraction
-    /// rounded to six digits.
+    /// Returns the value: exact in decimal if signed, exact in hexadecimal ("0x1F") if unsigned; fractions
+    /// are rounded to six digits.
     [[nodiscard]] std::string text_of(std::uint64_t key) const;
-    /// Characters of the longest text, at most.
+    /// Returns an upper bound of the length of texts.
     [[nodiscard]] std::size_t text_size() const;
 
 private:

@@ -9,7 +9,7 @@
 
 namespace kvrimage {
 
-/// The values of each column: nothing where it has no word with a value.
+/// The range of values in each column; nothing if no word of the column has a value.
 class waveform {
 public:
     waveform(const column_grid& columns_of_picture, const value_order& values)
@@ -20,11 +20,11 @@ public:
     void take(const text_run& run);
     [[nodiscard]] const value_order& order() const noexcept { return ordered; }
     [[nodiscard]] const std::vector<std::optional<value_bounds>>& columns() const noexcept { return found; }
-    /// True where a column has words, and none without don't-care bits.
+    /// True if the column has words, all of them with don't-care bits.
     [[nodiscard]] bool is_dont_care(std::uint32_t column) const {
         return !found[column] && dont_cares[column];
     }
-    /// For the values of all columns; of all values that a word can have when no word has one.
+    /// Returns the axis for the values of all columns, or for all possible values if no word has one.
     [[nodiscard]] value_axis axis() const;
 
 private:

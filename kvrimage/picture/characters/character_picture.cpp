@@ -26,7 +26,7 @@ struct occupancy_look {
     meaning means;
 };
 
-/// By occupancy.
+/// Indexed by occupancy.
 constexpr std::array<occupancy_look, 5> occupancy_looks = {
     {{character_style::faint, meaning::unset},
      {character_style::partly_set, meaning::partly_set},
@@ -34,12 +34,12 @@ constexpr std::array<occupancy_look, 5> occupancy_looks = {
      {character_style::same, meaning::run},
      {character_style::dont_care, meaning::dont_care}}};
 
-/// By meaning.
+/// Indexed by meaning.
 constexpr std::array<std::string_view, meanings> legend_texts = {
     "",    "value", "below zero",      "least to greatest", "part of the words", "no ones", "some",
     "all", "set",   "run of one word", "partly set",        "don't care",        "unset",   "left out"};
 
-/// Characters as which @p text, valid UTF-8, is shown.
+/// Returns the number of characters of @p text, valid UTF-8.
 std::size_t shown_size(std::string_view text) {
     return in_ascii(text).size();
 }
@@ -89,13 +89,14 @@ private:
         }
         add_faint_line("");
     }
-    /// The name, cut to what the title leaves of the line, but to no less than half of it.
+    /// Returns the name, shortened to the room that the title leaves, but to no less than half of the line.
     [[nodiscard]] std::string shown_name() const {
         const std::size_t room =
             screen.columns - std::min<std::size_t>(screen.columns / 2, contents.title.size() + 2);
         return shortened(screen.has_blocks ? contents.name : in_ascii(contents.name), room, glyphs.ellipsis);
     }
-    /// Of a picture of several stretches, each has a scale of its own.
+    /// Returns the note on the scale. With several stretches each has a scale of its own, so there is no
+    /// note.
     [[nodiscard]] std::string scale_note() const {
         const part& first = contents.grid.parts().front();
         if (contents.grid.parts().size() > 1) {
@@ -106,7 +107,7 @@ private:
         }
         return repeat_of(first) > 1 ? fmt::format(", {} characters a word", repeat_of(first)) : "";
     }
-    /// Characters a column.
+    /// Returns the characters of a column.
     [[nodiscard]] static std::uint32_t repeat_of(const part& of) { return of.room / of.columns(); }
 
     void add_faint_line(std::string_view text) { lines.add_line(character_style::faint, text); }
@@ -120,13 +121,13 @@ private:
         lines.add(character_style::faint, fmt::format("{:>{}} {}", label, label_size, side));
     }
 
-    /// A break of @p wide columns, with @p mark in the last but one.
+    /// Adds a break of @p wide columns with @p mark in the second to last one.
     void add_break(const cell& mark, const cell& beside, std::uint32_t wide) {
         add_cell(beside, wide - 2);
         add_cell(mark, 1);
         add_cell(beside, 1);
     }
-    /// Calls @p add_part with each stretch; between them there is a break, with @p mark in its middle.
+    /// Calls @p add_part with each stretch and adds a break with @p mark between stretches.
     void add_parts(const cell& mark, const cell& beside, const std::function<void(const part&)>& add_part) {
         std::uint32_t at = 0;
         for (const part& of : contents.grid.parts()) {
@@ -212,7 +213,7 @@ private:
         });
     }
 
-    /// Of what occurs, in as many lines as it takes.
+    /// Adds the legend of what occurs in the picture, in as many lines as needed.
     void add_legend() {
         constexpr std::size_t longest_entry = 21;
         const std::size_t left = std::min(label_size + axis_size, screen.columns - longest_entry);
@@ -234,7 +235,7 @@ private:
         lines.end_line();
     }
 
-    /// By meaning.
+    /// Indexed by meaning.
     static constexpr std::array<character_style, meanings> styles_of_legend = {
         character_style::plain,    character_style::value,      character_style::value,
         character_style::envelope, character_style::plain,      character_style::value,

@@ -11,14 +11,14 @@
 
 namespace kvrimage::characters {
 
-/// What a character of a picture means, in the order of the legend. No character has two meanings in one
-/// picture.
+/// The meanings of characters in a picture, in the order of the legend. Within a picture, each character has
+/// one meaning.
 enum class meaning : std::uint8_t {
     nothing,
     value,
-    negative_value, ///< of a bar that hangs from zero
-    between,        ///< the least and the greatest value of a column
-    share,          ///< of the words of a column
+    negative_value, ///< in a bar below zero
+    between,        ///< between the least and the greatest value of a column
+    share,          ///< share of the words of a column
     no_ones,
     some_ones,
     all_ones,
@@ -32,11 +32,11 @@ enum class meaning : std::uint8_t {
 
 inline constexpr std::size_t meanings = static_cast<std::size_t>(meaning::left_out) + 1;
 
-/// What a picture is drawn with. Each is one character, except the ellipsis and the samples.
+/// The characters of pictures. Each is one character, except the ellipsis and the samples.
 struct glyph_set {
-    std::array<std::string_view, 9> eighths; ///< of a cell filled from below: none to all
-    std::array<std::string_view, 9> hanging; ///< the same from above
-    std::string_view between;                ///< least and greatest value of a column
+    std::array<std::string_view, 9> eighths; ///< a cell filled from below, from 0 to 8 eighths
+    std::array<std::string_view, 9> hanging; ///< a cell filled from above
+    std::string_view between;                ///< between the least and the greatest value of a column
     std::array<std::string_view, 5> strip;   ///< by occupancy
     std::string_view run_begin;
     std::array<std::string_view, 7> shades; ///< by bit_shade
@@ -47,7 +47,7 @@ struct glyph_set {
     std::string_view floor;
     std::string_view floor_tick;
     std::string_view ellipsis;
-    std::array<std::string_view, meanings> samples; ///< of the legend, by meaning
+    std::array<std::string_view, meanings> samples; ///< samples in the legend, by meaning
 
     [[nodiscard]] std::string_view of(occupancy state) const noexcept {
         return strip[static_cast<std::size_t>(state)];
@@ -89,7 +89,7 @@ inline constexpr glyph_set ascii_glyphs = {
     "...",
     {"", ".:#", "'\"#", "%", ".:#", "' '", ":*%", "#", "@", "[=", "o", "x", "~", "/"}};
 
-/// A glyph, and what it shows.
+/// A glyph with its style and meaning.
 struct cell {
     character_style style;
     std::string_view glyph;

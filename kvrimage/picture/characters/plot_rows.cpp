@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint32_t kinds = difference_kinds.size();
 
-/// The row border nearest to @p key; where there are keys on both sides, so are rows.
+/// Returns the row border nearest to @p key. If there are keys on both sides, so are rows.
 std::uint32_t border_at(const value_axis& axis, std::uint64_t key, std::uint32_t rows) {
     if (key == axis.lowest || key == axis.highest) {
         return key == axis.lowest ? 0 : rows;
@@ -20,12 +20,12 @@ std::uint32_t border_at(const value_axis& axis, std::uint64_t key, std::uint32_t
     return std::clamp(static_cast<std::uint32_t>(std::lround(axis.position_of(key) * rows)), 1U, rows - 1);
 }
 
-/// Which part of @p all @p distance is; exact at both ends, however large the numbers are.
+/// Returns @p distance / @p all, exact at both ends for any numbers.
 double part_of(std::uint64_t distance, std::uint64_t all) {
     return static_cast<double>(distance) / static_cast<double>(all);
 }
 
-/// Eighths for @p share, in 0 to 1, of @p all: one for none, all for all.
+/// Scales @p share, 0 to 1, to 1 to @p all eighths.
 std::uint32_t eighths_for(double share, std::uint32_t all) {
     return 1 + static_cast<std::uint32_t>(std::lround(share * (all - 1)));
 }
@@ -40,7 +40,7 @@ waveform_rows::waveform_rows(const waveform& drawn, const glyph_set& characters,
       row_count(count),
       base(border_at(axis, base_key, count)) {}
 
-/// Where all values are below zero, zero hangs, too.
+/// If all values are below zero, zero hangs too.
 bool waveform_rows::hangs(std::uint64_t key) const noexcept {
     return key < base_key || base_key == axis.highest;
 }
@@ -58,7 +58,7 @@ std::uint32_t waveform_rows::row_of(std::uint64_t key) const {
     return (end_of_bar(key) - (hangs(key) ? 0 : 1)) / eighths_a_row;
 }
 
-/// A cell above the border.
+/// Returns a cell above the border.
 cell waveform_rows::standing(std::uint32_t row, const value_bounds& bounds) const {
     const std::uint32_t floor = row * eighths_a_row;
     const std::uint32_t ceiling = floor + eighths_a_row;
@@ -71,7 +71,7 @@ cell waveform_rows::standing(std::uint32_t row, const value_bounds& bounds) cons
     return {character_style::value, glyphs.eighths[filled], filled == 0 ? meaning::nothing : meaning::value};
 }
 
-/// A cell below it.
+/// Returns a cell below the border.
 cell waveform_rows::hanging(std::uint32_t row, const value_bounds& bounds) const {
     const std::uint32_t floor = row * eighths_a_row;
     const std::uint32_t ceiling = floor + eighths_a_row;
@@ -103,7 +103,7 @@ row_labels waveform_rows::labels() const {
     for (const value_tick& tick : ticks_of(wave.order(), axis, most_ticks)) {
         labels[row_of(tick.key)] = tick.label;
     }
-    // The ends are exact, and no other label is beside them, but for zero.
+    // The ends are exact. No other label may be next to them, except zero.
     const std::uint64_t zero = wave.order().key_of_zero();
     const auto clear = [&](std::uint32_t row) {
         if (base_key != zero || row != row_of(zero)) {
@@ -118,7 +118,7 @@ row_labels waveform_rows::labels() const {
 }
 
 cell bit_rows::at(std::uint32_t row, std::uint32_t column) const {
-    // By bit_shade.
+    // Indexed by bit_shade.
     constexpr std::array<cell, 7> kinds_of_cells = {{{character_style::faint, "", meaning::unset},
                                                      {character_style::value, "", meaning::no_ones},
                                                      {character_style::value, "", meaning::some_ones},

@@ -11,13 +11,13 @@
 
 namespace kvrimage::characters {
 
-// Rows are counted from below.
+// Rows count from the bottom.
 
-/// The text of each row's label, "" for a row without one.
+/// The label of each row; "" if it has none.
 using row_labels = std::vector<std::string>;
 
-/// The rows of a waveform. Heights are eighths of a row. Bars grow from the row border that is nearest to
-/// zero; a value takes an eighth at least.
+/// The rows of a waveform. Heights are in eighths of a row. Bars grow from the row border nearest to zero;
+/// each value has at least one eighth.
 class waveform_rows {
 public:
     /// @param count at least least_picture_rows
@@ -38,7 +38,7 @@ private:
     const waveform& wave;
     const glyph_set& glyphs;
     value_axis axis;
-    std::uint64_t base_key; ///< from where bars grow
+    std::uint64_t base_key; ///< the key from which bars grow
     std::uint32_t row_count;
     std::uint32_t base; ///< the row above the border from which bars grow
 };
@@ -56,8 +56,7 @@ private:
     const glyph_set& glyphs;
 };
 
-/// The rows of a difference map: bars for each kind of difference, one below the other, with a row between
-/// them.
+/// The rows of a difference map: bars for each kind of difference, one below the other, separated by a row.
 class difference_rows {
 public:
     /// @param most at least least_picture_rows

@@ -8,17 +8,17 @@
 
 namespace kvrimage::characters {
 
-/// Lines under construction, in which neighbouring characters of one style are coloured together.
+/// Builds lines. Adjacent characters of one style are colored together.
 class styled_lines {
 public:
     using painter = std::function<std::string(character_style, std::string_view)>;
 
-    /// @param colors must outlive this; may be empty, for no colours
+    /// @param colors must outlive this object; empty: no colors
     explicit styled_lines(const painter& colors) : paint(colors) {}
     void add(character_style style, std::string_view text);
-    /// Ends the line, without the blanks at its end.
+    /// Ends the line and removes trailing blanks.
     void end_line();
-    /// A line of one style.
+    /// Adds a line of one style.
     void add_line(character_style style, std::string_view text);
     [[nodiscard]] std::string take() { return std::move(lines); }
 
@@ -27,7 +27,7 @@ private:
 
     const painter& paint;
     character_style current = character_style::plain;
-    std::string pending; ///< in this style
+    std::string pending; ///< in the current style
     std::string line;
     std::string lines;
 };

@@ -15,7 +15,7 @@ struct shade_look {
     legend_entry entry;
 };
 
-/// What is left out was never set.
+/// All shades except that of unset cells.
 constexpr std::array<shade_look, 6> shade_looks = {{{bit_shade::none, {"none", "ones: none"}},
                                                     {bit_shade::low, {"low", "ones: less than 30 %"}},
                                                     {bit_shade::half, {"half", "ones: 30 to 70 %"}},
@@ -23,8 +23,8 @@ constexpr std::array<shade_look, 6> shade_looks = {{{bit_shade::none, {"none", "
                                                     {bit_shade::all, {"all", "ones: all"}},
                                                     {bit_shade::dont_care, {"care", "don't care"}}}};
 
-/// Strokes for the cells of one shade in a row, which is @p line from the top. The first is placed from the
-/// corner, the others from the end of the one before.
+/// Returns strokes for the cells of one shade in a row, which is @p line from the top. The first stroke is
+/// positioned relative to the corner, each other one relative to the end of the previous one.
 std::string strokes_of_row(const bit_map& map, bit_shade shade, std::uint32_t line,
                            const column_grid::part& part) {
     const std::uint32_t row = map.rows() - 1 - line;
@@ -69,7 +69,7 @@ plot_margins draw_cells(document& page, const picture_contents& contents, const 
         for (std::size_t index = 0; index < shade_looks.size(); ++index) {
             const std::string strokes = strokes_of(map, shade_looks[index].shade, part);
             occurs[index] |= !strokes.empty();
-            // The page shows where no bit is set.
+            // Cells without ones show the background.
             if (shade_looks[index].shade != bit_shade::none) {
                 page.add_path(shade_looks[index].entry.style, strokes);
             }

@@ -9,7 +9,7 @@ namespace kvrimage::svg {
 
 namespace {
 
-/// The heights of values in the plot.
+/// Maps values to y coordinates in the plot.
 class value_scale {
 public:
     explicit value_scale(const value_axis& values) : axis(values) {}
@@ -22,14 +22,14 @@ private:
     value_axis axis;
 };
 
-/// Neighbouring columns with values.
+/// Adjacent columns with values.
 struct curve {
     std::uint32_t begin;
     std::uint32_t end; ///< exclusive
-    bool is_line;      ///< all columns have one value each; else it is an area
+    bool is_line;      ///< all columns have one value each; otherwise it is an area
 };
 
-/// Each is within a stretch of @p grid.
+/// Returns the curves. Each lies within a stretch of @p grid.
 std::vector<curve> curves_of(const waveform& wave, const column_grid& grid) {
     const auto& columns = wave.columns();
     std::vector<curve> found;
@@ -54,7 +54,7 @@ public:
           x(contents.grid),
           y(heights) {}
 
-    /// The steps from column to column.
+    /// Returns the steps from column to column.
     [[nodiscard]] std::string greatest_values(const curve& part) const {
         std::string path;
         std::string before;
@@ -69,7 +69,7 @@ public:
         }
         return path + "H" + x.end(part.end - 1);
     }
-    /// Along the greatest values and back along the least.
+    /// Returns the outline along the greatest values and back along the least.
     [[nodiscard]] std::string envelope(const curve& part) const {
         std::string path = greatest_values(part);
         std::string before;
@@ -83,7 +83,7 @@ public:
         return path + "H" + x.begin(part.begin) + "Z";
     }
 
-    /// From the value with the key @p base to the nearest one of each column.
+    /// Returns bars from the value with the key @p base to the nearest value of each column.
     [[nodiscard]] std::string bars(const curve& part, std::uint64_t base) const {
         const std::string floor = coordinate(y.y_of(base));
         std::string path = fmt::format("M{} {}", x.begin(part.begin), floor);
@@ -106,7 +106,7 @@ private:
     value_scale y;
 };
 
-/// Columns that have nothing but words with don't-care bits, as high as the plot.
+/// Returns bands with the height of the plot for columns whose words all have don't-care bits.
 std::string dont_care_bands(const picture_contents& contents, const waveform& wave) {
     const column_scale x(contents.grid);
     std::string path;
@@ -119,7 +119,7 @@ std::string dont_care_bands(const picture_contents& contents, const waveform& wa
     return path;
 }
 
-/// A line at the height @p y through all stretches.
+/// Returns a horizontal line at @p y through all stretches.
 std::string line_at(double y, const column_grid& grid) {
     std::string path;
     for (const column_grid::part& part : grid.parts()) {
@@ -129,7 +129,7 @@ std::string line_at(double y, const column_grid& grid) {
     return path;
 }
 
-/// Returns where the labels begin.
+/// Draws the grid and returns the left side of the labels.
 double draw_grid(document& page, const picture_contents& contents, const waveform& wave,
                  const value_scale& heights) {
     constexpr std::uint32_t most_ticks = 8;

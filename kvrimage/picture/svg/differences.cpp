@@ -16,7 +16,7 @@ struct lane_look {
     const char* name;
 };
 
-/// By difference_kind.
+/// Indexed by difference_kind.
 constexpr std::array<lane_look, difference_kinds.size()> lane_looks = {
     {{"changed", "changed"}, {"left", "only A"}, {"right", "only B"}}};
 
@@ -26,12 +26,12 @@ box box_of_lane(std::size_t lane) {
     return {plot_box.left, plot_box.top + static_cast<double>(lane) * (height + gap), plot_box.width, height};
 }
 
-/// How high the bar of a column is: a pixel at least where a word differs.
+/// Returns the height of the bar of a column, at least one pixel if a word differs.
 double height_of(const difference_map& map, difference_kind kind, std::uint32_t column, const box& lane) {
     return map.count(kind, column) == 0 ? 0 : std::max(1.0, map.share(kind, column) * lane.height);
 }
 
-/// Bars from the bottom of @p lane; neighbours of one height are one.
+/// Returns bars from the bottom of @p lane. Adjacent bars of the same height are merged.
 std::string bars_of(const difference_map& map, difference_kind kind, const column_grid& grid,
                     const box& lane) {
     const column_scale x(grid);

@@ -25,7 +25,7 @@ constexpr const char* style_sheet =
     ".high{fill:#525252;stroke:#525252}.all{fill:#111;stroke:#111}.care{fill:#d77fae}"
     ".bits .care{stroke:#d77fae}.swatch{stroke:#777;stroke-width:.6}";
 
-/// The colours that a dark page has instead.
+/// The colors of the dark style.
 constexpr const char* dark_colors =
     "text{fill:#ccc}.page{fill:#1c1c1c}.name{fill:#eee}"
     ".frame,.tick{stroke:#999}.grid{stroke:#383838}.zero{stroke:#ccc}.break{stroke:#888}"

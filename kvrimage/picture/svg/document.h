@@ -17,27 +17,27 @@ struct legend_entry {
     std::string_view text;
 };
 
-/// An SVG document under construction. Styles are the names of classes in its style sheet, which has light
-/// colours and, for readers who prefer them, dark ones. Texts are escaped here.
+/// Builds an SVG document. Styles are class names of its style sheet, which has light and dark colors. Texts
+/// are escaped here.
 class document {
 public:
     void add_box(std::string_view style, const box& at);
     void add_text(std::string_view style, double x, double y, std::string_view words);
-    /// A line of text in letters of @p size pixels, or of less where it were wider than @p room.
+    /// Adds a line of text with a font size of @p size pixels, or less if it would be wider than @p room.
     void add_fitted_text(std::string_view style, double x, double y, std::string_view words, double size,
                          double room);
-    /// Reads upwards; its middle is at @p x and @p y.
+    /// Adds a text that reads upward, centered at @p x and @p y.
     void add_upright_text(double x, double y, std::string_view words);
-    /// @p path as the "d" of a path; nothing where it is empty.
+    /// Adds a path with @p path as its "d" attribute, or nothing if it is empty.
     void add_path(std::string_view style, std::string_view path);
-    /// The picture that the URL @p source is, its pixels with sharp borders.
+    /// Adds the image with the URL @p source. Its pixels keep sharp edges.
     void add_pixels(const box& at, std::string_view source);
     /// Until end_cells(), a unit is a cell, and y is the middle of a row.
     void begin_cells(std::string_view style, const box& at, double cell_width, double cell_height);
     void end_cells();
-    /// @p entries side by side, in as many lines as they need. Returns the top of a line after them.
+    /// Adds @p entries side by side, in as many lines as needed. Returns the top of the line after them.
     double add_legend(std::span<const legend_entry> entries, double top);
-    /// The whole document, of which @p page is seen; nothing may be added afterwards.
+    /// Returns the document with @p page as its visible area. May be called once only, as the last call.
     [[nodiscard]] std::string take(const box& page, std::string_view title);
 
 private:

@@ -8,7 +8,7 @@ namespace kvrimage::svg {
 
 namespace {
 
-/// Of a character, by the size of its font.
+/// Returns the width of a character in units of the font size.
 double width_of_character(char character) {
     constexpr std::string_view wide = "mwMW@%";
     constexpr std::string_view narrow = "ijl|!.,:;'`I()[] ";

@@ -8,7 +8,7 @@
 
 namespace kvrimage::svg {
 
-/// A rectangle, in pixels.
+/// A rectangle in pixels.
 struct box {
     double left;
     double top;
@@ -28,37 +28,36 @@ inline constexpr double legend_line = 20;
 inline constexpr double text_size = 12;
 inline constexpr double name_size = 16;
 
-// Above the plot, from below: the notes, the title and the name. Where there are notes the page begins
-// higher.
+// Above the plot, from the bottom up: the notes, the title and the name. Notes extend the page upward.
 inline constexpr double last_title_line = 48;
 inline constexpr double note_height = 18;
 inline constexpr double name_height = 20;
 
-/// A coordinate: at most two digits after the point, and none that is not needed.
+/// Returns a coordinate with at most two decimals and no trailing zeros.
 [[nodiscard]] std::string coordinate(double pixels);
 
-/// The width of @p text, valid UTF-8, in letters of @p size pixels: no less than it is in the usual fonts.
+/// Returns an upper bound of the width of @p text, valid UTF-8, in common fonts of @p size pixels.
 [[nodiscard]] double text_width(std::string_view text, double size);
 
-/// Where the words of a grid are, from the left to the right side of the plot.
+/// Maps the words of a grid to positions between the left and the right side of the plot.
 class column_scale {
 public:
     explicit column_scale(const column_grid& columns) : grid(columns) {}
 
-    /// The left side of @p column.
+    /// Returns the left side of @p column.
     [[nodiscard]] std::string begin(std::uint32_t column) const;
-    /// The right side of @p column.
+    /// Returns the right side of @p column.
     [[nodiscard]] std::string end(std::uint32_t column) const;
     [[nodiscard]] double middle_of(std::uint64_t offset) const;
-    /// Of a column of @p part with all its words.
+    /// Returns the width of a full column of @p part.
     [[nodiscard]] double column_width(const column_grid::part& part) const;
-    /// As wide as @p part, as high as @p within.
+    /// Returns the box with the width of @p part and the height of @p within.
     [[nodiscard]] box box_of(const column_grid::part& part, const box& within) const;
-    /// Pixels for a unit of the grid's room.
+    /// Returns the pixels of a unit of room.
     [[nodiscard]] double unit() const;
 
 private:
-    /// Where the word at @p offset of @p part begins; fractions are within the word.
+    /// Returns the position of the word at @p offset of @p part. A fraction is a position within the word.
     [[nodiscard]] double x_of(const column_grid::part& part, double offset) const;
 
     column_grid grid;

@@ -19,14 +19,14 @@ struct strip_look {
     legend_entry entry;
 };
 
-/// In the order of the legend; a style that a plot explains is not explained again.
+/// In the order of the legend. A style that the plot explains is not explained again.
 constexpr std::array<strip_look, 5> strip_looks = {{{occupancy::set, {"set", "set, words differ"}},
                                                     {occupancy::run, {"run", "run of one word"}},
                                                     {occupancy::partly_set, {"partly", "partly set"}},
                                                     {occupancy::dont_care, {"care", "don't care"}},
                                                     {occupancy::unset, {"unset", "unset"}}}};
 
-/// A line between two runs side by side.
+/// Returns lines between adjacent runs.
 std::string run_begins(const occupancy_strip& strip) {
     const auto& columns = strip.columns();
     std::string path;
@@ -39,7 +39,7 @@ std::string run_begins(const occupancy_strip& strip) {
     return path;
 }
 
-/// A zigzag from the top of the plot to the bottom of the strip, in the middle of each break.
+/// Returns a zigzag in the middle of each break, from the top of the plot to the bottom of the strip.
 std::string break_marks(const column_grid& grid) {
     constexpr double half_width = 4;
     constexpr double tooth = 11;

@@ -7,20 +7,20 @@
 
 namespace kvrimage::svg {
 
-/// What a plot leaves to be drawn around it.
+/// What a plot reports for the parts around it.
 struct plot_margins {
-    double left = plot_box.left;      ///< where the labels on its left side begin
-    std::vector<legend_entry> legend; ///< of what occurs in it
+    double left = plot_box.left;      ///< left side of the labels
+    std::vector<legend_entry> legend; ///< entries for what occurs in the plot
 };
 
-/// The plot of @p wave, which is that of @p contents, with its grid and its labels.
+/// Draws the plot of @p wave, the waveform of @p contents, with its grid and labels.
 [[nodiscard]] plot_margins draw_curves(document& page, const picture_contents& contents,
                                        const waveform& wave);
 
-/// The plot of @p map, which is that of @p contents, with its labels.
+/// Draws the plot of @p map, the bit map of @p contents, with its labels.
 [[nodiscard]] plot_margins draw_cells(document& page, const picture_contents& contents, const bit_map& map);
 
-/// The plot of @p map, which is that of @p contents: a lane for each kind of difference, with its count.
+/// Draws the plot of @p map, the differences of @p contents: a lane for each kind, with its count.
 [[nodiscard]] plot_margins draw_differences(document& page, const picture_contents& contents,
                                             const difference_map& map);
 

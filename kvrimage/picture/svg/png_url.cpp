@@ -25,7 +25,7 @@ void append_little_16(std::string& to, std::uint32_t value) {
     to += static_cast<char>(value >> bits_per_byte & byte_mask);
 }
 
-/// The check of PNG.
+/// Returns the CRC that PNG uses.
 std::uint32_t crc_of(std::string_view bytes) {
     crc check({32, 0x04C11DB7, 0xFFFFFFFF, true, true, 0xFFFFFFFF});
     check.add(bytes);
@@ -50,7 +50,7 @@ std::uint32_t adler_of(std::string_view bytes) {
     return high << 16U | low;
 }
 
-/// A stream of zlib whose blocks are stored as they are.
+/// Returns a zlib stream of stored (uncompressed) blocks.
 std::string stored(std::string_view bytes) {
     constexpr std::size_t longest_block = 0xFFFF;
     const std::uint32_t adler = adler_of(bytes);
@@ -59,7 +59,7 @@ std::string stored(std::string_view bytes) {
         const std::string_view block = bytes.substr(0, longest_block);
         bytes.remove_prefix(block.size());
         const auto size = static_cast<std::uint32_t>(block.size());
-        stream += bytes.empty() ? '\1' : '\0'; // the last one
+        stream += bytes.empty() ? '\1' : '\0'; // set for the final block
         append_little_16(stream, size);
         append_little_16(stream, ~size);
         stream += block;
@@ -68,7 +68,7 @@ std::string stored(std::string_view bytes) {
     return stream;
 }
 
-/// Rows of red, green, blue and opacity, each after the filter 0, which is none.
+/// Returns rows of red, green, blue and alpha, each preceded by the filter type 0 (none).
 std::string scanlines(std::span<const std::optional<color>> pixels, std::uint32_t columns) {
     std::string lines;
     for (std::size_t index = 0; index < pixels.size(); ++index) {
@@ -110,7 +110,7 @@ std::string png_url(std::span<const std::optional<color>> pixels, std::uint32_t 
     std::string head;
     append_big(head, columns);
     append_big(head, static_cast<std::uint32_t>(pixels.size() / columns));
-    head.append("\x08\x06\0\0\0", 5); // 8 bits a channel, colours with opacity
+    head.append("\x08\x06\0\0\0", 5); // 8 bits per channel, RGB with alpha
     std::string file = "\x89PNG\r\n\x1A\n";
     append_chunk(file, "IHDR", head);
     append_chunk(file, "IDAT", stored(scanlines(pixels, columns)));

@@ -11,12 +11,12 @@ namespace kvrimage::svg {
 
 namespace {
 
-constexpr std::uint32_t waveform_columns = 1648; // two a pixel
-constexpr std::uint32_t map_columns = 412;       // two pixels each; of the strip, too
+constexpr std::uint32_t waveform_columns = 1648; // two for each pixel
+constexpr std::uint32_t map_columns = 412;       // two pixels each, also in the strip
 constexpr double columns_a_character = 4;
 constexpr std::uint32_t break_columns = 12;
 
-/// Where the lowest line of the titles is, the others are above it.
+/// Draws the lines of titles upward from the lowest one.
 void draw_titles(document& page, const picture_contents& contents) {
     constexpr std::size_t longest_name = 80;
     constexpr double margin = 8;
