@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint64_t last_address_of_all = std::numeric_limits<std::uint64_t>::max();
 
-/// Blocks by their addresses, without overlaps, into which later blocks are laid.
+/// Blocks by address without overlaps. Later blocks overwrite earlier ones.
 class laid_blocks {
 public:
     void lay(const byte_block& block) {

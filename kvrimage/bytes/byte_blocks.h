@@ -11,58 +11,60 @@
 
 namespace kvrimage {
 
-/// Bytes at neighbouring addresses.
+/// Bytes at consecutive addresses.
 struct byte_block {
-    std::uint64_t address;  ///< of the first one
+    std::uint64_t address;  ///< the address of the first byte
     std::string_view bytes; ///< at least one
 
-    /// The address of the last one; the one after it may be beyond 2^64 - 1.
+    /// Returns the address of the last byte. The address after it may exceed 2^64 - 1.
     [[nodiscard]] std::uint64_t last() const noexcept { return address + (bytes.size() - 1); }
 };
 
 /// Bytes that a file sets more than once.
 struct byte_overlap {
-    std::uint64_t first; ///< the lowest address of them
+    std::uint64_t first; ///< the lowest address
     std::uint64_t last;
-    bool differ; ///< the later value is another one
+    bool differ; ///< true if a later value differs
 };
 
-/// What a file of bytes holds: blocks at addresses of 64 bits. Neighbouring blocks that are added one after
-/// the other become one.
+/// The contents of a byte file: blocks at 64-bit addresses. Consecutive blocks that are added one after the
+/// other are merged.
 class byte_blocks {
 public:
-    /// For bytes that are added.
-    /// @param keeps_bytes as long as a copy of it exists those bytes stay as they are; null: they do only as
-    /// long as the blocks
+    /// For bytes passed to add().
+    /// @param keeps_bytes owner of these bytes: they stay valid and unchanged while a copy of it exists. With
+    /// null they are valid only as long as this object
     explicit byte_blocks(std::shared_ptr<const void> keeps_bytes = nullptr)
         : bytes_keeper(std::move(keeps_bytes)) {}
-    /// @param most_bytes that room_for() will hand out in all; no others are added
+    /// For bytes written to room_for().
+    /// @param most_bytes the total that room_for() returns at most; add() must not be called
     explicit byte_blocks(std::size_t most_bytes) : owned(std::make_shared<byte_buffer>()) {
         owned->reserve(most_bytes);
         bytes_keeper = owned;
     }
 
-    /// Where the next @p count bytes (at least one), at @p address, are to be put, at once. The last one
-    /// must not be beyond 2^64 - 1.
+    /// Returns the place for the next @p count bytes (at least one) at @p address. The caller must write them
+    /// at once. The last byte must not be beyond 2^64 - 1.
     [[nodiscard]] char* room_for(std::uint64_t address, std::size_t count) {
         char* const place = owned->end();
         owned->used(count);
         add(address, {place, count});
         return place;
     }
-    /// Where room_for() will put the next bytes, which may be put there before it is asked.
+    /// Returns the place that room_for() will return next. Bytes may be written there before that call.
     [[nodiscard]] char* next_room() noexcept { return owned->end(); }
-    /// Adds @p bytes (at least one), which stay valid as long as the blocks, without a copy.
+    /// Adds @p bytes (at least one) without copying them. They must outlive the blocks.
     void add(std::uint64_t address, std::string_view bytes);
 
-    /// Puts the blocks in the order of their addresses, without overlaps: of two values the later one counts.
-    /// @return what was set more than once, in the order of the addresses
+    /// Sorts the blocks by address and resolves overlaps: the later value wins.
+    /// @return the overlaps in order of addresses
     std::vector<byte_overlap> sort();
 
-    /// In the order of the file, and after sort() in that of the addresses.
+    /// Returns the blocks in the order of the file; after sort() in order of addresses.
     [[nodiscard]] const std::vector<byte_block>& all() const noexcept { return blocks; }
     [[nodiscard]] bool empty() const noexcept { return blocks.empty(); }
-    /// As long as a copy of it exists the bytes stay as they are; null: they do only as long as the blocks.
+    /// Returns the owner of the bytes; see the constructor. Null: the bytes are valid only as long as this
+    /// object.
     [[nodiscard]] const std::shared_ptr<const void>& keeper() const noexcept { return bytes_keeper; }
 
 private:

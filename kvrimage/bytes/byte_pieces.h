@@ -7,25 +7,25 @@
 
 namespace kvrimage {
 
-/// Where @p count bytes of the data from number @p first on are in a file.
+/// Returns the place in a file of @p count data bytes, starting with byte number @p first.
 using byte_spans = std::function<span(std::uint64_t first, std::uint64_t count)>;
 
-/// Hands out the words of a file whose addresses count bytes.
+/// Reports the words of a file whose addresses count bytes.
 class byte_pieces {
 public:
-    /// @param taker kept alive by the caller
-    /// @param base_of_file the address of the byte that is the first of word 0
+    /// @param taker must outlive this object
+    /// @param base_of_file the byte address of word 0
     byte_pieces(const piece_taker& taker, std::uint64_t base_of_file, std::uint32_t bytes_of_word)
         : take(taker),
           base(base_of_file),
           word_bytes(bytes_of_word) {}
 
-    /// The address of @p count bytes of data.
+    /// Reports an address that applies to @p count bytes of data.
     void add_address(const span& where, std::uint64_t address, std::uint64_t count) const;
-    /// The data at @p address, a piece for each word that it has bytes of.
+    /// Reports the data at @p address, one piece for each word that they touch.
     void add_data(std::uint64_t address, std::uint64_t count, const byte_spans& span_of) const;
 
-    /// The same byte from address @p first to @p last, in one place.
+    /// Reports a byte that is repeated from address @p first to @p last by one place of the file.
     void add_run(const span& where, std::uint64_t first, std::uint64_t last) const;
 
 private:

@@ -14,7 +14,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Counts the rows of stretches that ascend.
+/// Counts the rows of ascending stretches.
 class row_counter {
 public:
     explicit row_counter(std::uint32_t bytes_a_row)

@@ -14,15 +14,15 @@ namespace kvrimage {
 
 inline constexpr std::uint64_t byte_page_size = std::uint64_t{1} << 16U;
 
-/// Where the row ends that has the byte at @p address: rows of @p length bytes begin at each multiple of
-/// byte_page_size, whose last one may be shorter.
+/// Returns the end of the row that contains @p address. Rows of @p length bytes begin at each multiple of
+/// byte_page_size; the last row of a page may be shorter.
 [[nodiscard]] constexpr std::uint64_t end_of_byte_row(std::uint64_t address, std::uint32_t length) {
     const auto within = static_cast<std::uint32_t>(address % byte_page_size);
     return address - within + std::min<std::uint64_t>((within / length + 1) * length, byte_page_size);
 }
 
-/// Cuts bytes that come in blocks of any size into rows, and gives each to a function of its address and
-/// bytes. A row is short where bytes are left out.
+/// Cuts blocks of bytes of any size into rows and passes each with its address to a function. Rows are short
+/// at gaps.
 template <class Take>
 class byte_row_cutter {
 public:
@@ -42,7 +42,7 @@ public:
             add_whole_rows(address, bytes);
         }
     }
-    /// Hands out the last row.
+    /// Passes the last row on.
     void finish() {
         if (!part.empty()) {
             take(part_address, std::string_view(part));
@@ -51,8 +51,8 @@ public:
     }
 
 private:
-    /// Hands out rows from @p address on, where one begins, up to the end of the page, and goes on after
-    /// them.
+    /// Passes whole rows from @p address on, if a row begins there, up to the end of the page. Advances both
+    /// arguments.
     void add_whole_rows(std::uint64_t& address, std::string_view& bytes) {
         const std::uint64_t in_page = (byte_page_size - address % byte_page_size) % byte_page_size;
         const auto end = static_cast<std::size_t>(std::min<std::uint64_t>(in_page, bytes.size()));
@@ -77,37 +77,39 @@ private:
 
     std::uint32_t length;
     Take take;
-    std::string part; ///< the begin of a row
+    std::string part; ///< the start of a row
     std::uint64_t part_address = 0;
 };
 
-/// How the bytes of a memory are spread over addresses.
+/// Numbers of bytes, rows and pages of a memory.
 struct byte_row_counts {
     std::uint64_t bytes = 0;
-    std::uint64_t rows = 0;      ///< of a length
-    std::uint64_t pages = 0;     ///< of byte_page_size in which there are bytes
-    std::uint64_t stretches = 0; ///< without a gap
+    std::uint64_t rows = 0;      ///< rows of the given length
+    std::uint64_t pages = 0;     ///< pages of byte_page_size that have bytes
+    std::uint64_t stretches = 0; ///< stretches without a gap
 };
 
-/// What byte_row_cutter will make of the words of @p image.
+/// Counts what byte_row_cutter will make of the words of @p image.
 [[nodiscard]] byte_row_counts count_byte_rows(const memory_image& image, std::uint32_t length);
 
-/// The address of the last byte of the words of @p image that are set, the largest number there is where it
-/// is larger; nothing when none is set.
+/// Returns the address of the last byte of the words of @p image that are set, saturated at 2^64 - 1, or
+/// nothing if none is set.
 [[nodiscard]] std::optional<std::uint64_t> last_byte_address(const memory_image& image);
 
-/// For format::can_write: the diagnostic where a byte of @p image is beyond @p largest, its largest address.
+/// Implements format::can_write: returns the diagnostic for bytes of @p image beyond @p largest, the largest
+/// address.
 [[nodiscard]] std::optional<diagnostic> byte_address_obstacle(const memory_image& image,
                                                               std::uint64_t largest, std::string_view title);
 
-/// The choice of a format of records: how many data bytes each has.
+/// The choice of formats with records: the number of data bytes in each.
 inline constexpr choice_kind record_length_choice = {"record-length", "BYTES", "",
                                                      "put BYTES data bytes into each record"};
 
-/// What the options say of it, @p usual where they say nothing; nothing when that is not 1 to @p most.
+/// Returns the record length in @p options, or @p usual if they have none. Returns nothing if it is not 1 to
+/// @p most.
 [[nodiscard]] std::optional<std::uint32_t> chosen_record_length(const write_options& options,
                                                                 std::uint32_t usual, std::uint32_t most);
-/// The diagnostic for that.
+/// Returns the diagnostic for an invalid record length.
 [[nodiscard]] diagnostic improper_record_length(const write_options& options, std::uint32_t most);
 
 } // namespace kvrimage

@@ -17,7 +17,7 @@ namespace {
 
 using take_block = std::function<void(std::uint64_t address, std::string_view bytes)>;
 
-/// Bytes that are gathered at once, if these are several words.
+/// The most bytes collected before they are passed on, unless one word is larger.
 constexpr std::size_t most_at_once = std::size_t{64} << 10U;
 
 class byte_gatherer {
@@ -51,7 +51,8 @@ public:
             add_digits(run.text, 1);
         }
     }
-    /// How many words were taken: none of a cycle that is too long, or too short to be worth it.
+    /// Adds a cycle and returns the number of words added: 0 if its period is too long or the cycle is too
+    /// short to benefit.
     std::uint64_t add_cycle(const image_words& words, const text_cycle& cycle) {
         if (std::uint64_t{cycle.period} * bytes_per_word > most_at_once ||
             cycle.length() * bytes_per_word <= 2 * most_at_once) {
@@ -80,7 +81,7 @@ private:
             address = first;
         }
     }
-    /// Hands out @p count words from @p offset on that repeat those in the buffer, which is empty then.
+    /// Passes on @p count words from @p offset on that repeat those in the buffer, which is empty afterwards.
     void repeat(std::uint64_t offset, std::uint64_t count) {
         const std::string once = buffer;
         while (buffer.size() + once.size() <= most_at_once) {
@@ -95,7 +96,7 @@ private:
         }
         buffer.clear();
     }
-    /// Adds the bytes of @p count words, whose digits stand side by side.
+    /// Adds the bytes of @p count words with concatenated digits.
     void add_digits(std::string_view digits, std::uint32_t count) {
         const std::size_t begin = buffer.size();
         buffer.resize(begin + std::size_t{count} * bytes_per_word);
@@ -119,12 +120,12 @@ private:
     bool has_odd_digits;
     bool reverses;
     const take_block& take;
-    std::uint64_t address = 0; ///< of the first byte gathered
+    std::uint64_t address = 0; ///< of the first byte in the buffer
     std::string buffer;
     std::string even;
 };
 
-/// Hands out words that are bytes already.
+/// Passes on words stored as bytes.
 void take_held_bytes(const byte_words& words, std::uint64_t base, byte_order order, const take_block& take) {
     const std::uint32_t size = words.bytes_per_word();
     const bool as_they_are = size == 1 || words.order() == order;

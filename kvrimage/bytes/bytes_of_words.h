@@ -8,15 +8,15 @@
 
 namespace kvrimage {
 
-/// Bytes that a word of @p width bits takes.
+/// Returns the number of bytes of a word of @p width bits.
 [[nodiscard]] constexpr std::uint32_t bytes_of_width(std::uint32_t width) {
     return (width + 7) / 8;
 }
 
-/// Calls @p take with the bytes of the words of @p image that are set, none of which has a don't-care bit, in
-/// blocks of neighbouring addresses that ascend. A word at address A has the byte addresses from A *
-/// bytes_of_width() on, its bytes in @p order, the surplus high bits 0. A block is valid during the call, and
-/// may be of any size.
+/// Calls @p take with the bytes of all words of @p image that are set, in blocks of consecutive ascending
+/// addresses. No word may have don't-care bits. The word at address A begins at byte address A *
+/// bytes_of_width(). Its bytes are in @p order, with surplus high bits 0. A block has any size and is valid
+/// during the call only.
 void for_each_byte_block(const memory_image& image, byte_order order,
                          const std::function<void(std::uint64_t address, std::string_view bytes)>& take);
 

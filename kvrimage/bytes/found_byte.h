@@ -8,8 +8,8 @@
 
 namespace kvrimage {
 
-/// format::find_word for a file of bytes: the place of the first byte of the word at @p address that @p find
-/// finds, an empty span being none.
+/// Implements format::find_word for a byte file: returns the place of the first byte of the word at
+/// @p address. @p find gives this place; returns nothing if it is empty.
 [[nodiscard]] std::optional<place> find_byte_of_word(std::string_view contents, const read_options& options,
                                                      std::uint64_t address, const byte_finder& find);
 

@@ -12,12 +12,13 @@
 #include <emmintrin.h>
 #endif
 
-// The kernels of hex_text.h: blocks of bytes from and to hexadecimal digits, summed up on the way. Both forms
-// do the same; which one is used follows from the machine that the compiler builds for.
+// The kernels of hex_text.h: conversion between blocks of bytes and hexadecimal digits, with the sum of the
+// bytes. The portable and the SSE2 form give the same results; the target machine selects one at compile
+// time.
 
 namespace kvrimage {
 
-/// The sum of the bytes of @p limb.
+/// Returns the sum of the bytes of @p limb.
 [[nodiscard]] constexpr unsigned sum_of_limb(std::uint64_t limb) noexcept {
     constexpr std::uint64_t every_second = 0x00FF00FF00FF00FF;
     return kvr::sum_of_four((limb & every_second) + (limb >> 8U & every_second));
@@ -25,16 +26,15 @@ namespace kvrimage {
 
 namespace portable {
 
-/// Makes bytes of blocks of digits.
+/// Converts blocks of digits to bytes.
 class digit_block_decoder {
 public:
-    /// Writes the 16 bytes that the 32 @p digits spell.
+    /// Converts 32 digits to 16 bytes.
     void parse_double_block(const char* digits, char* bytes) noexcept {
         take(digits, bytes, 8);
         take(digits + 16, bytes + 8, 8);
     }
-    /// Writes the 8 bytes that the 16 @p digits spell, of which the last @p summed, at least one, count for
-    /// the sum.
+    /// Converts 16 digits to 8 bytes. Only the last @p summed bytes, at least one, are added to the sum.
     void take(const char* digits, char* bytes, std::size_t summed) noexcept {
         std::uint64_t value = 0;
         is_valid = kvr::portable::read_sixteen(digits, value) && is_valid;
@@ -42,7 +42,7 @@ public:
         total += sum_of_limb(value << 8 * (8 - summed));
     }
 
-    /// False when a character was no digit; the bytes and the sum have no meaning then.
+    /// False if a character was no digit; bytes and sum are then unspecified.
     [[nodiscard]] bool are_digits() const noexcept { return is_valid; }
     [[nodiscard]] unsigned sum() const noexcept { return total; }
 
@@ -51,10 +51,10 @@ private:
     unsigned total = 0;
 };
 
-/// Makes upper-case digits of blocks of bytes.
+/// Converts blocks of bytes to upper-case digits.
 class digit_block_encoder {
 public:
-    /// Writes the 32 digits of the 16 @p bytes.
+    /// Writes the 32 digits of 16 bytes.
     void take(const char* bytes, char* digits) noexcept {
         for (std::size_t at = 0; at < 16; at += 4) {
             kvr::store_eight(digits_of_four(bytes + at), digits + 2 * at);
@@ -62,18 +62,18 @@ public:
         total += sum_of_limb(kvr::load_eight(bytes)) + sum_of_limb(kvr::load_eight(bytes + 8));
     }
 
-    /// Of the bytes.
+    /// Returns the sum of the bytes.
     [[nodiscard]] unsigned sum() const noexcept { return total; }
 
 private:
-    /// In the order of the text.
+    /// Returns the digits in the order of the text.
     static std::uint64_t digits_of_four(const char* bytes) noexcept {
         constexpr std::uint64_t low_digits = 0x000F000F000F000F;
         const std::uint64_t four = kvr::load_characters<4>(bytes);
         const std::uint64_t pairs = (four | four << 16U) & 0x0000FFFF0000FFFFU;
         const std::uint64_t spread = (pairs | pairs << 8U) & 0x00FF00FF00FF00FFU;
         const std::uint64_t values = (spread >> 4U & low_digits) | (spread & low_digits) << 8U;
-        // 6 more carries a value of ten or more into the bit above its digit.
+        // Adding 6 to a value of ten or more carries into the bit above its digit.
         const std::uint64_t letters = (values + kvr::eight_of(6)) >> 4U & kvr::eight_of(1);
         return values + kvr::eight_of('0') + letters * ('A' - '0' - 10);
     }
@@ -92,7 +92,7 @@ inline void write_limb(std::uint64_t limb, char* digits) noexcept {
 
 namespace sse2 {
 
-/// Sums up bytes.
+/// Sums bytes.
 class byte_sum {
 public:
     void add(__m128i bytes) noexcept { sums = _mm_add_epi64(sums, _mm_sad_epu8(bytes, _mm_setzero_si128())); }
@@ -104,7 +104,7 @@ private:
     __m128i sums = _mm_setzero_si128();
 };
 
-/// See the portable one.
+/// See the portable form.
 class digit_block_decoder {
 public:
     void parse_double_block(const char* digits, char* bytes) noexcept {
@@ -122,7 +122,7 @@ public:
     [[nodiscard]] unsigned sum() const noexcept { return total.total(); }
 
 private:
-    /// Of sixteen digits, each byte in 16 bits.
+    /// Returns the bytes of sixteen digits, each in a lane of 16 bits.
     __m128i bytes_of(const char* digits) noexcept {
         const __m128i characters = kvr::sse2::load(digits);
         const kvr::sse2::digit_masks masks = kvr::sse2::masks_of(characters);
@@ -134,7 +134,7 @@ private:
     byte_sum total;
 };
 
-/// The digits worth @p values.
+/// Returns the digits with the given values.
 inline __m128i digits_of(__m128i values) noexcept {
     const __m128i letters = _mm_cmpgt_epi8(values, _mm_set1_epi8(9));
     return _mm_add_epi8(_mm_add_epi8(values, _mm_set1_epi8('0')),
@@ -147,7 +147,7 @@ inline __m128i high_digits(__m128i bytes) noexcept {
     return low_digits(_mm_srli_epi16(bytes, 4));
 }
 
-/// See the portable one.
+/// See the portable form.
 class digit_block_encoder {
 public:
     void take(const char* bytes, char* digits) noexcept {
@@ -165,7 +165,7 @@ private:
     byte_sum total;
 };
 
-/// See the portable one.
+/// See the portable form.
 inline void write_limb(std::uint64_t limb, char* digits) noexcept {
     const __m128i bytes = _mm_set_epi64x(0, static_cast<long long>(kvr::reversed_bytes(limb)));
     _mm_storeu_si128(reinterpret_cast<__m128i*>(digits),
@@ -186,7 +186,7 @@ using portable::write_limb;
 
 #endif
 
-/// decode_and_sum() for at least 16 digits, to be part of the loop that calls it.
+/// decode_and_sum() for at least 16 digits, inlined into the loop of the caller.
 [[nodiscard]] inline decoded_hex decode_blocks(std::string_view digits, char* bytes) noexcept {
     digit_block_decoder decoder;
     const char* from = digits.data();
@@ -200,14 +200,14 @@ using portable::write_limb;
         bytes += 8;
     }
     if (from != end) {
-        // The last ones once more, with some of those before them.
+        // Decode the last 16 digits, which overlap those before.
         const auto left = static_cast<std::size_t>(end - from) / 2;
         decoder.take(end - 16, bytes + left - 8, left);
     }
     return {decoder.are_digits(), decoder.sum()};
 }
 
-/// encode_hex(), to be part of the loop that calls it.
+/// encode_hex(), inlined into the loop of the caller.
 inline unsigned encode_blocks(std::string_view bytes, char* digits) noexcept {
     digit_block_encoder encoder;
     const char* from = bytes.data();

@@ -7,7 +7,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Digits that are too few for a block.
+/// Decodes fewer digits than a block.
 decoded_hex decode_few(std::string_view digits, char* bytes) noexcept {
     unsigned wrong = 0;
     unsigned sum = 0;

@@ -11,8 +11,8 @@ namespace kvrimage {
 
 namespace {
 
-/// The line end at @p text, of which at least one character is there, LF or CR LF: its length, 0 for anything
-/// else.
+/// Returns the length of the line end, LF or CR LF, at @p text, or 0 if there is none. @p left, at least 1,
+/// is the number of characters left.
 std::size_t length_of_line_end(const char* text, std::size_t left) noexcept {
     if (*text == '\n') {
         return 1;
@@ -20,16 +20,17 @@ std::size_t length_of_line_end(const char* text, std::size_t left) noexcept {
     return left > 1 && text[0] == '\r' && text[1] == '\n' ? 2 : 0;
 }
 
-/// The first records of a run, by the header of the first one.
+/// The layout of the records of a run, taken from the header of the first one.
 struct run_shape {
-    std::uint64_t most = 0; ///< records that the addresses have room for; 0: there is no record
+    std::uint64_t most = 0; ///< the most records within the address range; 0 if there is no record
     std::size_t data_bytes = 0;
     std::uint64_t address = 0;
 };
 
 run_shape shape_of_run(std::string_view lines, const record_style& style) noexcept {
     const std::size_t digits = 2 * style.header_bytes();
-    std::array<char, 2 * sizeof(std::uint64_t)> bytes{}; // what follows the count is loaded as a limb
+    std::array<char, 2 * sizeof(std::uint64_t)> bytes{}; // zero-padded, since the bytes after the count are
+                                                         // loaded as a limb
     if (lines.size() < style.mark.size() + digits ||
         !decode_hex(lines.substr(style.mark.size(), digits), bytes.data())) {
         return {};
@@ -45,7 +46,7 @@ run_shape shape_of_run(std::string_view lines, const record_style& style) noexce
     return {(end - address) / data_bytes, data_bytes, address};
 }
 
-/// Knows the records of a run. It is a value that the loop over them can hold in registers.
+/// Parses the records of a run. Its members are values, so that a loop can hold them in registers.
 class record_reader {
 public:
     record_reader(const record_style& style, std::size_t data_bytes) noexcept
@@ -56,9 +57,9 @@ public:
           length(style.length(data_bytes)),
           sum(style.sum) {}
 
-    /// Reads the record at @p text, of which @p left characters are there, if it begins with @p header.
-    /// @param data takes its bytes, and another one
-    /// @return its characters with the line end; 0 where it is another one
+    /// Parses the record at @p text, with @p left characters left, if it begins with @p header.
+    /// @param data receives its bytes and one more
+    /// @return its length with the line end, or 0 if it is another kind of record
     [[nodiscard]] std::size_t read(const char* text, std::size_t left, std::uint64_t header,
                                    char* data) const noexcept {
         if (left <= length || text[0] != first_of_mark || text[mark_size - 1] != last_of_mark) {
@@ -84,7 +85,7 @@ private:
         constexpr unsigned byte_values = 256;
         return spelt.are_digits && (sum_of_limb(header) + spelt.sum) % byte_values == sum;
     }
-    /// Nothing that a header can be where the digits are none.
+    /// Returns a value that no header has if a character is no digit.
     [[nodiscard]] std::uint64_t header_of_long(const char* digits) const noexcept {
         std::uint64_t value = 0;
         return kvr::read_sixteen(digits, value) ? value >> surplus_bits() : ~std::uint64_t{0};
@@ -103,8 +104,8 @@ private:
     char last_of_mark;
     std::size_t mark_size;
     std::size_t header_bytes;
-    std::size_t length; ///< of a record, without its line end
-    unsigned sum;       ///< of all bytes
+    std::size_t length; ///< of a record without its line end
+    unsigned sum;       ///< required sum of all bytes
 };
 
 } // namespace

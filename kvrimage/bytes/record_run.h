@@ -8,20 +8,20 @@
 
 namespace kvrimage {
 
-/// Neighbouring data records of one length, each of which goes on where the one before it ends.
+/// Consecutive data records of equal length with consecutive addresses.
 struct record_run {
-    std::uint64_t address = 0; ///< of the first one
-    std::size_t records = 0;   ///< 0: none was taken
-    std::size_t bytes = 0;     ///< of the data
-    std::size_t size = 0;      ///< characters, line ends included
-    std::size_t last = 0;      ///< where the last record begins
+    std::uint64_t address = 0; ///< address of the first record
+    std::size_t records = 0;   ///< number of records; 0 if none was consumed
+    std::size_t bytes = 0;     ///< number of data bytes
+    std::size_t size = 0;      ///< number of characters with line ends
+    std::size_t last = 0;      ///< offset of the last record
 };
 
-/// Takes the records at the front of @p lines that are as nearly all are: each in a line of its own that ends
-/// with LF or CR LF, without a fault, with data that end within the addresses. The parser, which gets what
-/// was not taken, would make the same of them.
-/// @param data takes the bytes of the data; anything may be left after them. It has room for half as many as
-/// @p lines has characters.
+/// Fast path for common records: parses the records at the front of @p lines that have a line of their own
+/// with LF or CR LF, no fault, and data within the address range. The general parser gets the rest and would
+/// parse these records identically.
+/// @param data receives the data bytes; bytes after them may be overwritten. It must have room for half as
+/// many bytes as @p lines has characters
 [[nodiscard]] record_run parse_record_run(std::string_view lines, const record_style& style,
                                           char* data) noexcept;
 

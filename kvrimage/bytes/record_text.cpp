@@ -13,7 +13,8 @@ char* put_record(const record_style& style, std::uint64_t address, std::string_v
     const std::uint64_t header = style.header(data.size(), address);
     const std::size_t header_bytes = style.header_bytes();
     const unsigned sum = style.sum - sum_of_limb(header);
-    write_limb(header << 8 * (sizeof(header) - header_bytes), place); // what is beyond the header goes
+    write_limb(header << 8 * (sizeof(header) - header_bytes), place); // digits after the header are
+                                                                      // overwritten
     place += 2 * header_bytes;
     const unsigned checksum = sum - encode_blocks(data, place);
     place += 2 * data.size();

@@ -23,7 +23,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Makes words of neighbouring bytes that come in the order of their addresses.
+/// Joins consecutive bytes, which come in order of addresses, to words.
 class byte_joiner {
 public:
     byte_joiner(std::uint32_t width, byte_order order, std::optional<std::uint8_t> pad_byte, image_words& to)
@@ -32,7 +32,7 @@ public:
           texts(width, order),
           words(width, order, to) {}
 
-    /// @param address counts bytes from the first word on
+    /// @param address in bytes from the first word
     void take(std::uint64_t address, std::string_view bytes) {
         const std::size_t head = std::min<std::size_t>(bytes.size(), bytes_to_border(address));
         take_part(address, bytes.substr(0, head));
@@ -49,14 +49,14 @@ public:
         words.flush();
     }
 
-    /// A word of which some bytes are missing.
+    /// A word with missing bytes.
     struct partial_word {
         std::uint64_t address; ///< of the word
-        std::uint64_t byte;    ///< address of one that is there
-        std::size_t found;     ///< bytes
+        std::uint64_t byte;    ///< address of a byte that is present
+        std::size_t found;     ///< number of bytes present
     };
     [[nodiscard]] const std::vector<partial_word>& partial() const noexcept { return partial_words; }
-    /// Words with surplus bits that are not 0, which are not stored.
+    /// Returns the words with nonzero surplus bits, which were not stored.
     [[nodiscard]] const std::vector<std::uint64_t>& too_wide() const noexcept { return wide_words; }
     [[nodiscard]] const std::string& first_too_wide() const noexcept { return first_wide; }
 
@@ -114,7 +114,7 @@ private:
     byte_texts texts;
     byte_word_setter words;
 
-    std::string part; ///< the bytes of a word that comes in parts, those that are missing being the pad
+    std::string part; ///< the bytes of an incomplete word; missing ones are the pad
     std::uint64_t part_word = 0;
     std::uint64_t part_byte = 0;
     std::size_t part_found = 0;
@@ -124,7 +124,7 @@ private:
     std::string first_wide;
 };
 
-/// Copies bytes side by side.
+/// Copies blocks of bytes to one buffer.
 class byte_copy {
 public:
     explicit byte_copy(const std::vector<byte_block>& of) {
@@ -134,7 +134,7 @@ public:
         }
         copies->reserve(size);
     }
-    /// A view of the copy of @p bytes, which are some of those.
+    /// Copies @p bytes, a part of these blocks, and returns a view of the copy.
     std::string_view add(std::string_view bytes) {
         char* const place = copies->end();
         bytes.copy(place, bytes.size());
@@ -213,7 +213,7 @@ private:
         return false;
     }
 
-    /// Nobody means a memory that begins so far below its contents.
+    /// Requires a base if the contents begin so far above 0 that a memory from address 0 cannot be intended.
     [[nodiscard]] bool has_base() {
         const std::uint64_t lowest = blocks.all().front().address;
         const std::string shown = fmt::format("{:X}", lowest);
@@ -245,7 +245,7 @@ private:
         }
     }
 
-    /// True where no word lacks a byte or is too wide.
+    /// True if no word has missing bytes or is too wide.
     [[nodiscard]] bool are_whole_words() const {
         const byte_texts texts(width, options.order.value_or(byte_order::big));
         return std::ranges::all_of(blocks.all(), [&](const byte_block& each) {
@@ -254,7 +254,7 @@ private:
         });
     }
 
-    /// The words stay what they are in the file.
+    /// Keeps the words as bytes of the file.
     void keep_bytes(std::uint64_t depth) {
         std::shared_ptr<const void> keeper = blocks.keeper();
         std::optional<byte_copy> copy;

@@ -11,33 +11,32 @@
 
 namespace kvrimage {
 
-/// Where in the file the byte at an address is set (the last time, if it is so several times).
+/// Returns the place in the file that sets the byte at an address, the last one if there are several.
 using byte_finder = std::function<span(std::uint64_t address)>;
 
-/// Makes the words of a file of bytes, for the reader of a format whose addresses count bytes, and fills in
-/// the image and the facts of @p result: a word takes ceil(width / 8) bytes in the order of the options
-/// (where the width is above 8; they are asked for it), the surplus high bits 0. Word 0 begins at the base of
-/// the options. Whole words whose surplus bits are 0 stay the bytes of @p blocks, as long as those have a
-/// keeper, and else become a copy of them.
+/// Makes the words of a byte file, for formats whose addresses count bytes, and fills in the image and the
+/// facts of @p result. A word has ceil(width / 8) bytes with surplus high bits 0. The options give the byte
+/// order, which is required if the width is above 8, and the base, at which word 0 begins. Whole words with
+/// zero surplus bits stay the bytes of @p blocks if these have a keeper; otherwise they are copied as bytes.
 ///
-/// @param blocks are sorted here
-/// @param options width (8 without it), depth, base, order and pad
-/// @param find for the places of diagnostics; called for those only
-/// @param diagnostics takes what is wrong: the order or the base that is missing, words of which bytes are
-/// missing, addresses beyond the memory, bytes that are set twice with other values, surplus bits that are
-/// not 0
-/// @param result gets no image when nothing can be made of the bytes; the caller drops it where something is
+/// @param blocks are sorted by this function
+/// @param options width (default 8), depth, base, order and pad
+/// @param find for the places of diagnostics; not called otherwise
+/// @param diagnostics receives the faults: missing order or base, words with missing bytes, addresses outside
+/// the memory, bytes set twice to different values, nonzero surplus bits
+/// @param result gets no image if the bytes cannot be interpreted; if something is broken, the caller drops
+/// the image
 /// broken
 void make_words_of_bytes(byte_blocks& blocks, const read_options& options, const byte_finder& find,
                          diagnostic_list& diagnostics, read_result& result);
 
-/// The same for a file in which faults may have cost bytes. They are reported, and no lack of words is,
-/// unless the options say to go on with the bytes that are left.
+/// Does the same for a file in which faults may have dropped bytes. Faults are reported, missing words are
+/// not, unless the options say to continue with the remaining bytes.
 void make_words_beside_faults(bool has_fault, byte_blocks& blocks, const read_options& options,
                               const byte_finder& find, diagnostic_list& diagnostics, read_result& result);
 
-/// The end of format::read for a file of bytes: puts @p diagnostics into @p result, which loses its image
-/// where something is broken, unless the options say to go on.
+/// Completes format::read for a byte file: moves @p diagnostics to @p result. If something is broken, the
+/// image is dropped, unless the options say to continue.
 void finish_byte_reading(std::string_view contents, const read_options& options, diagnostic_list& diagnostics,
                          read_result& result);
 
