@@ -1,13 +1,13 @@
 #pragma once
 
 /// @file
-/// Formats, radixes and reasons of failure of memory files.
+/// Formats, radixes and failure reasons of memory files.
 
 #include <cstdint>
 
-/// The formats of a memory initialization file. The value 2 belongs to no format.
+/// The formats of memory initialization files. The value 2 is not used.
 enum KVR_FILE_TYPES : std::uint32_t {
-    FILE_TYPE_HEX = 0, ///< Intel HEX, addresses count words
+    FILE_TYPE_HEX = 0, ///< Intel HEX; addresses count words
     FILE_TYPE_MIF = 1, ///< Memory Initialization File
     FILE_TYPE_RIF = 3, ///< "@" address lines and lines of hexadecimal words
     FILE_TYPE_UNSET = 4
@@ -20,12 +20,12 @@ enum KVR_MEMORY_RADIXES : std::uint32_t {
     RADIX_UNS = 2, ///< unsigned decimal
     RADIX_HEX = 3,
     RADIX_OCT = 4,
-    RADIX_FIXED_POINT = 5, ///< known to the fixed-point conversion only, unknown to every other one
-    RADIX_NONE = 6         ///< no radix known: conversions report failure, writes are refused
+    RADIX_FIXED_POINT = 5, ///< valid in the fixed-point conversion only
+    RADIX_NONE = 6         ///< unknown radix: conversions fail, writes are refused
 };
 
-/// The reason of the last failed read. Only a read sets it, and nothing sets it back to
-/// ERROR_STATE_NONE: a later read that succeeds leaves an earlier reason in place.
+/// The reason of the last failed read. Only a read sets it, and nothing resets it to ERROR_STATE_NONE: a
+/// successful read leaves an earlier reason in place.
 enum KVR_ERROR_STATES : std::uint32_t {
     ERROR_STATE_NONE = 0,
     ERROR_STATE_INVALID_LINE = 1,

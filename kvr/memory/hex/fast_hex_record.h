@@ -10,8 +10,8 @@
 
 namespace kvr {
 
-/// The sum of the bytes that the @p count digits at @p digits, an even number, encode. Reads up to
-/// fifteen characters more.
+/// Returns the sum of the bytes that @p count digits encode, an even number of them. Reads up to fifteen
+/// characters more.
 inline sixteen_sum sum_of_plain_bytes(const char* digits, std::size_t count) noexcept {
     sixteen_sum result{0, 0};
     for (std::size_t at = 0; at < count; at += 16) {
@@ -22,7 +22,7 @@ inline sixteen_sum sum_of_plain_bytes(const char* digits, std::size_t count) noe
     return result;
 }
 
-/// The same where no character after the digits may be read.
+/// Does the same without reading beyond the digits.
 inline sixteen_sum sum_of_last_bytes(std::string_view digits) noexcept {
     sixteen_sum result{0, 0};
     while (!digits.empty()) {
@@ -36,7 +36,7 @@ inline sixteen_sum sum_of_last_bytes(std::string_view digits) noexcept {
     return result;
 }
 
-/// Length of the line end at the front of @p text: 1 for LF, 2 for CR LF, 0 for anything else.
+/// Returns the length of the line end at the front of @p text: 1 for LF, 2 for CR LF, otherwise 0.
 inline std::size_t line_end_size(std::string_view text) noexcept {
     if (text.starts_with('\n')) {
         return 1;
@@ -44,21 +44,21 @@ inline std::size_t line_end_size(std::string_view text) noexcept {
     return text.starts_with("\r\n") ? 2 : 0;
 }
 
-/// The fast path for split_hex_record() and check_hex_record(), for what nearly every line is. It assumes
-/// that the record begins with the first character of @p lines, is hexadecimal digits all through, has a
-/// known type and a valid checksum, and ends with LF or CR LF, without a blank in it. For every other line
-/// it returns 0, and the exact path decides; for a line that it accepts, both give the same record.
+/// Fast path for split_hex_record() and check_hex_record(). It accepts the usual line: a record that begins
+/// with the first character of @p lines, has hexadecimal digits only, a known type and a valid checksum, and
+/// ends with LF or CR LF, without blanks. For any other line it returns 0, and the exact path decides. For an
+/// accepted line both paths give the same record.
 ///
-/// @param expected_bytes the record length that is likely. A correct one is faster: the next record
-///                       need not wait for the digits of this one.
-/// @return number of bytes of the line with its LF, or 0; @p record is set only when it is not 0.
+/// @param expected_bytes the likely record length. If it is correct, the next record need not wait for the
+/// digits of this one
+/// @return the number of bytes of the line with its LF, or 0; @p record is set only if it is not 0
 [[nodiscard]] inline std::size_t parse_fast_hex_record(std::string_view lines, hex_record& record,
                                                        std::uint32_t expected_bytes = 0) noexcept {
     constexpr std::size_t shortest = 11; // the colon, eight digits of the header and two of the checksum
     if (lines.size() < shortest || lines.front() != ':') {
         return 0;
     }
-    // A later test covers these digits with all the others.
+    // The check of all digits below covers these too.
     const std::uint64_t fields = four_bytes(load_eight(lines.data() + 1));
     std::uint32_t data_bytes = expected_bytes;
     if ((fields & 0xFF) != expected_bytes) [[unlikely]] {

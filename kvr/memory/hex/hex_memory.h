@@ -6,7 +6,7 @@
 
 namespace kvr {
 
-/// What the Intel HEX handler holds.
+/// The state of the Intel HEX handler.
 struct hex_memory : memory_state {
     explicit hex_memory(KVR_MEMORY_FILE* owner) : memory_state(owner) {
         word_size = 8;
@@ -14,15 +14,15 @@ struct hex_memory : memory_state {
         memory_initialize_value.assign(1, '0');
     }
 
-    /// Whole bytes that a word takes in a record; 0 for words of no bits.
+    /// Returns the bytes of a word in a record; 0 for words of 0 bits.
     [[nodiscard]] std::uint32_t bytes_per_word() const noexcept {
         return word_size / 8 + (word_size % 8 != 0 ? 1 : 0);
     }
 
     std::uint32_t lowest_address = 0;
     std::uint32_t highest_address = 0;
-    /// Added to record addresses. It outlives a read: a file without extended address records is read at
-    /// the offset that the previous file set.
+    /// Added to record addresses. It persists after a read: a file without extended address records is read
+    /// at the offset that the previous file set.
     std::uint32_t address_offset = 0;
 };
 

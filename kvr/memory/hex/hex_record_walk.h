@@ -12,9 +12,9 @@
 
 namespace kvr {
 
-/// Iterates over the records of an Intel HEX file, in the order of the file, up to its end record. Lines
-/// that do not begin with a colon are skipped, blanks are removed, and a fault is returned as a value:
-/// the caller decides whether to go on.
+/// Iterates over the records of an Intel HEX file in the order of the file, up to the end record. Lines that
+/// do not begin with a colon are skipped, and blanks are removed. Faults are returned as values, so the
+/// caller decides whether to continue.
 ///
 /// @code
 /// kvr::line_source source = kvr::line_source::open(path, kvr::hex_record_walk::longest_line);
@@ -23,50 +23,49 @@ namespace kvr {
 /// @endcode
 class hex_record_walk {
 public:
-    /// The limit of the lines of the source, without the LF. A record in a longer line is a fault; a
-    /// longer line of text is skipped.
+    /// The line limit of the source, without the LF. A longer record is a fault; any other longer line is
+    /// skipped.
     static constexpr std::size_t longest_line = 599;
 
     enum class step : std::uint8_t {
-        record, ///< record() is the next one; the end record is returned too
-        fault,  ///< fault() says what is wrong; next() continues after it
-        end,    ///< after the end record, or at the end of the file
+        record, ///< record() is the next record; the end record is included
+        fault,  ///< fault() describes the fault; next() continues after it
+        end,    ///< after the end record or at the end of the file
     };
     enum class checksums : std::uint8_t { tested, untested };
 
-    /// @param source         is at the first line; must outlive this object.
+    /// @param source must be at its first line and outlive this object
     /// @param address_offset word address to which records are relative before the first extended address
-    ///                       record.
+    /// record
     explicit hex_record_walk(line_source& source, std::uint32_t address_offset = 0,
                              checksums test = checksums::tested);
 
-    /// Moves to the next record or fault. A file that ends without an end record is the last fault. A
-    /// file that could not be read to its end ends without a fault: see line_source::failed().
+    /// Moves to the next record or fault. A missing end record is the last fault. A file that could not be
+    /// read to its end gives no fault at its end: see line_source::failed().
     step next();
 
-    /// Iterates over the data records that follow while they are plain ones, as next() does one by one.
-    /// @p read_run is called with the whole lines that follow and returns the records that it has read
-    /// itself (fast_hex_records::run), if any; otherwise @p visit is called with the next record
-    /// and with its line.
+    /// Iterates over the following data records as long as they are plain ones; the result is the same as
+    /// with next(). @p read_run gets the following whole lines and returns the records that it has consumed
+    /// (fast_hex_records::run), if any. Otherwise @p visit gets the next record and its line.
     template <class ReadRun, class Visit>
     void each_plain_data_record(ReadRun read_run, Visit visit);
 
-    /// The record of the last step; its views are valid until the next one.
+    /// Returns the record of the last step. Its views are valid until the next step.
     [[nodiscard]] const hex_record& record() const noexcept { return current; }
-    /// The fault of the last step.
+    /// Returns the fault of the last step.
     [[nodiscard]] const read_fault& fault() const noexcept { return current_fault; }
-    /// A fault of @p code whose place is the whole record of the last step, for a reader that does not
-    /// accept that record.
+    /// Returns a fault of @p code that covers the whole record of the last step, for readers that reject the
+    /// record.
     [[nodiscard]] read_fault fault_of_record(fault_code code) const noexcept;
 
-    /// The line of the last step without blanks (the first 599 characters of a longer one); at the end of
-    /// the file the last line. Valid until the next step.
+    /// Returns the line of the last step without blanks (of a longer line the first 599 characters), or at
+    /// the end of the file the last line. Valid until the next step.
     [[nodiscard]] std::string_view text() const noexcept { return line_text; }
-    /// Number of lines read, which is the number of the line of the last step, from 1.
+    /// Returns the line number of the last step, from 1, which is the number of lines read.
     [[nodiscard]] std::uint64_t line() const noexcept { return line_number; }
-    /// The word address to which the address of the record is relative. Each extended address record
-    /// replaces what the previous one has set, also one of the other type: the value times 16 (segment)
-    /// or times 65536 (linear), modulo 2^32.
+    /// Returns the word address to which the record address is relative. Each extended address record
+    /// replaces the previous value, even one of the other type: the value is times 16 (segment) or times
+    /// 65536 (linear), modulo 2^32.
     [[nodiscard]] std::uint32_t address_offset() const noexcept { return offset; }
 
 private:
@@ -84,9 +83,9 @@ private:
     checksums test;
     bool finished = false;
     std::uint64_t line_number = 0;
-    std::string_view line_in_file; ///< with its blanks
+    std::string_view line_in_file; ///< including blanks
     std::string_view line_text;
-    std::string buffer; ///< holds line_text where the line has blanks
+    std::string buffer; ///< holds line_text if the line has blanks
     hex_record current;
     read_fault current_fault{};
 };
@@ -108,7 +107,7 @@ void hex_record_walk::each_plain_data_record(ReadRun read_run, Visit visit) {
             line_number += run.count;
             continue;
         }
-        // A new record each time stays in registers.
+        // A new object in each iteration stays in registers.
         hex_record record;
         const std::size_t size = parse_fast_hex_record(rest, record, expected_bytes);
         if (size == 0 || record.kind != hex_record_type::data) {

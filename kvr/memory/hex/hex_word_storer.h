@@ -14,18 +14,18 @@ namespace kvr {
 
 struct hex_memory;
 
-/// Stores the words of data records one record after the other. The store has all of them after flush().
+/// Stores the words of data records in sequence. The store has all of them after flush().
 class hex_word_storer {
 public:
-    /// @param target takes the words and must outlive this object; it may be resized after flush().
+    /// @param target receives the words; must outlive this object; may be resized after flush()
     hex_word_storer(word_store& target, std::uint32_t word_size) noexcept;
 
-    /// Stores the words of a record by the rules of store_hex_words().
+    /// Stores the words of a record according to the rules of store_hex_words().
     std::uint32_t store(std::uint32_t first, std::string_view data, std::uint32_t record_bytes) {
         if (record_bytes != known_bytes) {
             learn_record_length(record_bytes);
         }
-        // The words of whole bytes that fill a record have the digits that are stored.
+        // Fast path: words of whole bytes that fill a record are stored with their digits unchanged.
         const bool fits = known_words != 0 && data.size() == std::size_t{2} * record_bytes &&
                           std::uint64_t{first} + known_words <= words.size();
         if (!fits) {
@@ -39,7 +39,7 @@ public:
         return known_words;
     }
 
-    /// Room for words of @p digits digits from @p first on; see word_batch. take() stores them.
+    /// Returns room for words of @p digits digits from @p first on; see word_batch. take() stores them.
     [[nodiscard]] word_batch::word_room room_for_some(std::uint32_t first, std::size_t digits) {
         return batch.room_for_some(first, digits);
     }
@@ -56,18 +56,18 @@ private:
     word_batch batch;
     std::uint32_t word_size;
     std::uint32_t bytes_per_word;
-    std::uint32_t known_bytes = 0; ///< the record length for which the next field is known
-    std::uint32_t known_words = 0; ///< words of such a record when they fill it exactly, else 0
+    std::uint32_t known_bytes = 0; ///< the record length to which known_words applies
+    std::uint32_t known_words = 0; ///< words of such a record if they fill it exactly, else 0
 };
 
-/// The words of a file whose number of words is not known yet, so that it need not be read twice. That
-/// works while the records ascend; when they do not, the words are dropped and the file is read again.
+/// Collects the words of a file whose number of words is not known yet, so that the file is read only once.
+/// This works only if the records ascend. Otherwise the words are dropped, and the file must be read again.
 class fast_hex_words {
 public:
-    /// @param memory gives the word size and the initialize value and must not change meanwhile.
+    /// @param memory provides the word size and the initialize value, which must not change meanwhile
     explicit fast_hex_words(const hex_memory& memory) noexcept;
 
-    /// Takes the words, @p count at most, of a data record.
+    /// Stores the words of a data record, at most @p count.
     void take(const hex_record& record, std::uint32_t count, std::uint32_t address_offset) {
         const std::uint64_t first = std::uint64_t{record.word_address} + address_offset;
         if (first < end || first + count > words.size()) {
@@ -78,7 +78,7 @@ public:
         }
     }
 
-    /// Room for words of @p digits digits from @p first on; see word_batch. There may be none.
+    /// Returns room for words of @p digits digits from @p first on; see word_batch. The room may be empty.
     [[nodiscard]] word_batch::word_room room_for_some(std::uint64_t first, std::size_t digits) {
         if (given_up || first < end || first >= words.size()) {
             return {nullptr, 0};
@@ -86,17 +86,17 @@ public:
         const word_batch::word_room room = storer.room_for_some(static_cast<std::uint32_t>(first), digits);
         return {room.place, std::min<std::size_t>(room.count, words.size() - first)};
     }
-    /// Takes the @p count words from @p first on that were written into the room for them.
+    /// Stores @p count words from @p first on that were written to the room.
     void take(std::uint64_t first, std::size_t count) noexcept {
         storer.take(count);
         end = first + count;
     }
 
-    /// True when no word was lost.
+    /// True if no word was lost.
     [[nodiscard]] bool complete() const noexcept { return !given_up; }
 
-    /// All words as a store of @p size words: those beyond it are dropped, those that no record has set hold
-    /// the initialize value. Only when complete, and once.
+    /// Returns all words as a store of @p size words. Words beyond it are dropped; words that no record has
+    /// set get the initialize value. May be called once, and only if complete().
     [[nodiscard]] word_store finish(std::uint32_t size);
 
 private:

@@ -17,36 +17,36 @@ struct rif_steps;
 struct rif_memory;
 } // namespace kvr
 
-/// The RIF handler of a KVR_MEMORY_FILE, which creates and owns it and forwards calls to it. The façade
-/// documents the operations; this header documents what the handler adds.
+/// The RIF handler of a KVR_MEMORY_FILE, which creates and owns it and forwards calls to it. See
+/// KVR_MEMORY_FILE for the operations; this header documents only what differs.
 class KVR_API KVR_MEMORY_RIF_FILE {
 public:
-    /// @param memory_file takes the error messages; not owned; may be null, then they are dropped.
+    /// @param memory_file receives the error messages; not owned; if null, they are dropped
     explicit KVR_MEMORY_RIF_FILE(KVR_MEMORY_FILE* memory_file);
     ~KVR_MEMORY_RIF_FILE();
     KVR_MEMORY_RIF_FILE(const KVR_MEMORY_RIF_FILE&) = delete;
     KVR_MEMORY_RIF_FILE& operator=(const KVR_MEMORY_RIF_FILE&) = delete;
 
-    /// Sizes the words to @p count; new ones are empty.
+    /// Resizes the words to @p count. New words are empty.
     void set_number_of_words(unsigned int count);
-    /// KVR_MEMORY_FILE::get_data_word().
+    /// See KVR_MEMORY_FILE::get_data_word().
     std::string get_rif_data_word(unsigned int address, KVR_MEMORY_RADIXES radix);
-    /// False in every case, also when the word was stored; callers rely on it.
+    /// Always returns false, even if the word was stored; callers rely on it.
     bool set_rif_data_word(unsigned int address, const std::string& value, KVR_MEMORY_RADIXES radix);
-    /// True when @p value holds nothing but hexadecimal digits, blanks and "X", "x", "U", "u".
+    /// True if @p value has only hexadecimal digits, blanks and "X", "x", "U", "u".
     bool check_if_cell_value_is_valid(const std::string& value);
-    /// KVR_MEMORY_FILE::can_proceed_with_read().
+    /// See KVR_MEMORY_FILE::can_proceed_with_read().
     [[nodiscard]] bool can_proceed_with_read() const;
-    /// KVR_MEMORY_FILE::can_proceed_with_write().
+    /// See KVR_MEMORY_FILE::can_proceed_with_write().
     [[nodiscard]] bool can_proceed_with_write() const;
-    /// True in every case; failures show in get_file_not_found(), get_error_state() and the messages of
-    /// the KVR_MEMORY_FILE. Words go into the store at its current size, those outside it are dropped: set
-    /// the number of words before, and the word size, which the file does not contain either. Words that the
-    /// file does not set keep their text.
+    /// Reads the file. Always returns true; get_file_not_found(), get_error_state() and the messages of the
+    /// KVR_MEMORY_FILE report failures. The file contains neither the number of words nor the word size: set
+    /// both before. Words outside the store are dropped, and words that the file does not set keep their
+    /// text.
     [[nodiscard]] bool read_in_rif_file();
-    /// Writes the words over what the file holds. True when the file could be opened, also when it could not
-    /// be written to the end. An empty word of a RADIX_DEC memory, as an unset word is, throws
-    /// std::out_of_range; the words before it are in the file then.
+    /// Writes the words and overwrites the file. Returns true if the file could be opened, even if it could
+    /// not be written completely. An empty word of a RADIX_DEC memory, such as an unset word, throws
+    /// std::out_of_range after the words before it were written.
     [[nodiscard]] bool write_out_rif_file();
 
 private:
