@@ -6,12 +6,12 @@
 
 namespace kvr {
 
-/// One list of messages with a reading position. The position is on a message or at the end; a message
-/// that is added while it is at the end is not seen before the next reset().
+/// A list of messages with a read position, which is at a message or at the end. If it is at the end, a
+/// message added later is not returned before the next reset().
 class message_queue {
 public:
     void add(const std::string& message) {
-        // A cursor at the end stays at the end, after the new message.
+        // A position at the end stays at the end.
         const bool at_end = cursor == messages.size();
         messages.push_back(message);
         if (at_end) {
@@ -20,7 +20,7 @@ public:
     }
     [[nodiscard]] bool empty() const noexcept { return messages.empty(); }
     void reset() noexcept { cursor = 0; }
-    /// The message under the cursor, which advances; "" at the end.
+    /// Returns the message at the position and advances; "" at the end.
     std::string next() { return cursor < messages.size() ? messages[cursor++] : std::string(); }
 
 private:

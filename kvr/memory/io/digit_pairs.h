@@ -8,7 +8,7 @@
 
 namespace kvr {
 
-/// The two-digit texts of the numbers below base * base, for code that formats many numbers in a row.
+/// The two-digit texts of all numbers below base * base, for formatting many numbers.
 class digit_pairs {
 public:
     constexpr digit_pairs(std::uint32_t base, std::string_view digits) : numbers(base * base) {
@@ -18,10 +18,10 @@ public:
         }
     }
 
-    /// The number of numbers that have a text here.
+    /// Returns the number of texts.
     [[nodiscard]] constexpr std::uint32_t count() const noexcept { return numbers; }
 
-    /// Writes the two digits of @p number, which must be below count(), and returns the position after them.
+    /// Writes the two digits of @p number, which must be below count(). Returns the position after them.
     char* put(std::uint32_t number, char* to) const noexcept {
         std::memcpy(to, pairs.data() + 2 * std::size_t{number}, 2);
         return to + 2;

@@ -9,60 +9,59 @@
 
 namespace kvr {
 
-/// Provides the lines of a file, or of a text in memory, as views. A caller sees the same lines as from a
-/// text stream that is read line by line: after a final newline one more, empty, line is read; without
-/// one the last line is the one that meets the end. An empty file has one empty line.
+/// Provides the lines of a file, or of a text in memory, as views. The lines are those of a text stream that
+/// is read line by line: a final newline is followed by one more, empty line; without it the last line ends
+/// at the end of the file. An empty file has one empty line.
 ///
-/// The file is read in big blocks into one buffer that grows only when a line does not fit into it, so a
-/// line longer than the limit costs no memory. A file without random access (a pipe) is read whole when it is
-/// opened. A source that was moved from can only be assigned to or destroyed.
+/// The file is read in large blocks into one buffer. The buffer grows only if a line does not fit, so a line
+/// beyond the limit takes no extra memory. A file without random access (a pipe) is read completely when it
+/// is opened. A moved-from source may only be assigned to or destroyed.
 class line_source {
 public:
     static constexpr std::size_t unlimited = static_cast<std::size_t>(-1);
-    /// Bytes that one read from the file takes.
+    /// The size of one read from the file, in bytes.
     static constexpr std::size_t block_size = std::size_t{256} * 1024;
 
-    /// A source over @p text, which must outlive it. @p limit: longest line in characters.
+    /// A source for @p text, which must outlive it. @p limit is the maximum line length in characters.
     explicit line_source(std::string_view text, std::size_t limit = unlimited);
-    /// A source over the file named @p path; see is_open().
+    /// Returns a source for the file @p path; see is_open().
     static line_source open(const std::string& path, std::size_t limit = unlimited);
-    /// A source over the rest of @p stream; see is_open(). The stream, which may be null, is owned
-    /// from now on, and its own buffer is switched off.
+    /// A source for the rest of @p stream, which may be null; see is_open(). Takes ownership of the stream
+    /// and disables its own buffer.
     explicit line_source(std::FILE* stream, std::size_t limit = unlimited);
 
     line_source(line_source&& other) noexcept = default;
     line_source& operator=(line_source&& other) noexcept = default;
     ~line_source() = default;
 
-    /// False when the file could not be opened or its first bytes could not be read (a directory).
+    /// False if the file could not be opened or its first bytes could not be read (a directory).
     [[nodiscard]] bool is_open() const noexcept;
-    /// True when a later read from the file failed. The source then ends as at the end of the file.
+    /// True if a later read from the file failed. The source then ends as at the end of the file.
     [[nodiscard]] bool failed() const noexcept;
 
-    /// True when a read has met the end: next_line() must not be called any more. Skips the rest of a
-    /// line that was cut, which may be what meets the end.
+    /// True if the end was reached; next_line() must not be called any more. Skips the rest of a line that
+    /// was cut, which may reach the end.
     [[nodiscard]] bool at_end() noexcept;
 
-    /// The next line without its LF, at most `limit` characters of it; valid until the next call of
-    /// next_line() or rewind(). What is beyond the limit is skipped by the next call of any of the
-    /// functions that read further.
+    /// Returns the next line without its LF, at most `limit` characters of it. The view is valid until the
+    /// next call of next_line() or rewind(). Characters beyond the limit are skipped by the next call that
+    /// reads further.
     std::string_view next_line();
-    /// True when the line returned last is longer than the limit.
+    /// True if the last line exceeded the limit.
     [[nodiscard]] bool line_was_cut() const noexcept;
-    /// True when the line returned last was followed by a LF: not by the end of the file, nor by what
-    /// was cut off.
+    /// True if the last line was followed by a LF, not by the end of the file or by characters that were cut.
     [[nodiscard]] bool line_had_newline() const noexcept;
-    /// Skips the rest of a line that was cut and returns the first character of that rest that is
-    /// not in @p ignored, or NUL when there is none or the rest was skipped before.
+    /// Skips the rest of a line that was cut. Returns its first character that is not in @p ignored, or NUL
+    /// if there is none or the rest was already skipped.
     char first_of_rest(std::string_view ignored);
 
-    /// Goes back to the first line. False when the file cannot be read again.
+    /// Goes back to the first line. Returns false if the file cannot be read again.
     bool rewind();
 
-    /// The bytes from the read position up to and including the last LF in the buffer, for a scanner that
-    /// reads many lines at once; empty when the buffer holds no whole line (next_line() then fetches
-    /// more, or meets the end). The scanner calls skip() with the size of the whole lines that it has read.
-    /// The limit does not apply here.
+    /// Returns the bytes from the read position to the last LF in the buffer, inclusive, for scanners that
+    /// parse many lines at once. The result is empty if the buffer has no whole line; next_line() then reads
+    /// more or reaches the end. The scanner calls skip() with the size of the whole lines it has consumed.
+    /// The limit does not apply.
     std::string_view whole_lines() noexcept {
         finish_cut_line({});
         return newline_ahead() ? std::string_view(data + position, whole_lines_end - position)
@@ -86,33 +85,33 @@ private:
     std::size_t read_block(char* block, std::size_t size) noexcept;
 
     std::unique_ptr<std::FILE, file_closer> file;
-    long file_start = 0; ///< the position of the file when this object took it
+    long file_start = 0; ///< position of the file when this object took it
     std::unique_ptr<char[]> buffer;
     std::size_t capacity = 0;
 
-    const char* data = nullptr; ///< the buffer, or the caller's text
+    const char* data = nullptr; ///< the buffer or the text of the caller
     std::size_t position = 0;
     std::size_t whole_lines_end = 0; ///< after the last LF of the data
     std::size_t end = 0;
     std::size_t limit = unlimited;
-    std::string cut_text; ///< keeps a line that was cut while its rest is skipped
+    std::string cut_text; ///< a line that was cut, while its rest is skipped
 
     bool opened = false;
     bool exhausted = true;          ///< no bytes follow the data
-    bool data_is_from_start = true; ///< the first byte of the data is the first of the file
+    bool data_is_from_start = true; ///< the data begins with the first byte of the file
     bool read_failed = false;
     bool end_met = true;
     bool was_cut = false;
-    bool rest_pending = false; ///< the position is in the middle of a line that was cut
+    bool rest_pending = false; ///< the position is within a line that was cut
     bool had_newline = false;
 };
 
-/// @p line without the CR directly before its LF, where that belongs to the line end.
+/// Returns @p line without a CR directly before its LF.
 [[nodiscard]] std::string_view without_carriage_return(std::string_view line, bool had_newline) noexcept;
 
-/// The length of those of the whole lines @p lines, from the first on, that end @p slack characters or more
-/// before the end of @p lines: this many characters after them may be read. 0 when there are none, or when
-/// finding them takes a scan of more than @p longest_line characters, which bounds the cost.
+/// Returns the size of the whole lines at the front of @p lines that end at least @p slack characters before
+/// the end of @p lines, so that this many characters may be read after them. Returns 0 if there are none, or
+/// if finding them requires a scan of more than @p longest_line characters, which bounds the time.
 [[nodiscard]] std::size_t size_before_slack(std::string_view lines, std::size_t slack,
                                             std::size_t longest_line = line_source::unlimited) noexcept;
 

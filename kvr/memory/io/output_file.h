@@ -9,18 +9,17 @@
 
 namespace kvr {
 
-/// A file that is written through one large buffer in big blocks. A failure (disk full) is kept until
-/// close() returns it; what is written after a failure is dropped. An object that was moved from can only be
-/// assigned to or destroyed.
+/// Writes a file through one large buffer. After a failure (disk full), further output is dropped and close()
+/// reports the failure. A moved-from object may only be assigned to or destroyed.
 class output_file {
 public:
-    /// Bytes that one write to the file takes.
+    /// The size of one write to the file, in bytes.
     static constexpr std::size_t block_size = std::size_t{256} * 1024;
 
-    /// Opens @p path for writing, replacing what it holds; see is_open().
+    /// Opens @p path for writing and discards its contents; see is_open().
     static output_file create(const std::string& path);
-    /// Writes to @p stream, which may be null, is owned from now on and closed by close() or by the
-    /// destructor, which writes out what is buffered too. Its own buffer is switched off.
+    /// Writes to @p stream, which may be null. Takes ownership of the stream and disables its own buffer.
+    /// close() or the destructor writes the buffered bytes and closes it.
     explicit output_file(std::FILE* stream);
 
     output_file(output_file&& other) noexcept = default;
@@ -42,8 +41,8 @@ public:
         used(1);
     }
 
-    /// At least @p count bytes of the buffer to format into; used() takes the number of bytes filled.
-    /// @p count is at most `room_limit`.
+    /// Returns at least @p count bytes of the buffer to format into; call used() with the number of bytes
+    /// written. @p count is at most `room_limit`.
     static constexpr std::size_t room_limit = 4096;
     char* room(std::size_t count) {
         if (count > block_size - filled) {
@@ -53,10 +52,10 @@ public:
     }
     void used(std::size_t count) noexcept { filled += count; }
 
-    /// Writes the buffered bytes and closes the file. True when every byte was written; false as well
-    /// when there is no open file.
+    /// Writes the buffered bytes and closes the file. Returns true if every byte was written, and false if no
+    /// file is open.
     [[nodiscard]] bool close();
-    /// The errno of the first write, or of the close, that failed; 0 when none has failed.
+    /// Returns the errno of the first failed write or of the close, or 0.
     [[nodiscard]] int failure() const noexcept { return first_failure; }
 
 private:

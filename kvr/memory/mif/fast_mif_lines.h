@@ -12,12 +12,12 @@
 
 namespace kvr {
 
-/// The fast path of the mif_reader: parses regular content lines in the buffer. A regular line has
-/// one address, ":", values, ";", and then at most blanks and a comment that begins with "--". It is read
-/// exactly as the mif_reader reads it, which has every rule and every fault, and gets all other lines.
+/// Fast path of the mif_reader: parses regular content lines in the buffer. A regular line has one address,
+/// ":", values and ";", followed by blanks and a comment that begins with "--" at most. The result is that of
+/// the mif_reader, which implements all rules and faults and gets all other lines.
 class fast_mif_lines {
 public:
-    /// @param longest_line longest line in characters, its line end not counted.
+    /// @param longest_line maximum line length in characters, without the line end
     fast_mif_lines(mif_memory& target, std::size_t longest_line) noexcept
         : memory(target),
           words(target.data_words),
@@ -26,11 +26,11 @@ public:
     struct amount {
         std::size_t bytes;
         std::uint64_t lines;
-        bool has_lists; ///< one of them has several values
+        bool has_lists; ///< a line has several values
     };
 
-    /// Reads @p lines, whole lines, up to the first that is not regular.
-    /// @param with_comments whether a line with a comment is regular.
+    /// Parses whole lines @p lines up to the first one that is not regular.
+    /// @param with_comments whether lines with a comment are regular
     amount read(std::string_view lines, bool with_comments);
 
 private:
@@ -53,13 +53,13 @@ private:
     unsigned address_base = 16;
     const char* lines_end = nullptr;
     predicted_address predicted;
-    std::size_t expected_length = 0; ///< of the value of a line with a single value; 0 when there is none
-    std::uint32_t lines_apart = 0;   ///< so many lines to come are read one by one
+    std::size_t expected_length = 0; ///< length of the value of a line with one value; 0 if there is none
+    std::uint32_t lines_apart = 0;   ///< number of next lines to parse one by one
 
     // The current line.
-    std::array<std::string_view, 256> values; ///< more than a line has room for
+    std::array<std::string_view, 256> values; ///< more than fit a line
     std::size_t value_count = 0;
-    std::string_view comment; ///< from its "--" on
+    std::string_view comment; ///< begins with "--"
     std::string upper_cased;
 };
 

@@ -10,48 +10,48 @@
 
 namespace kvr {
 
-/// A physical line in the text of a content line.
+/// A physical line within the text of a content line.
 struct line_piece {
-    std::size_t offset; ///< where it starts in the text
+    std::size_t offset; ///< its start in the text
     std::uint64_t line; ///< its number, from 1
 };
 
-/// A byte of a file: both count from 1.
+/// A byte of a file. Line and column count from 1.
 struct line_place {
     std::uint64_t line;
     std::uint32_t column;
 };
 
-/// The parts of a content line. The text is without comments and upper-cased, and holds every line up to
-/// the first ";".
+/// The parts of a content line. The text has no comments, is in upper case, and has all lines up to the first
+/// ";".
 struct mif_content {
     std::string_view text;
-    std::vector<line_piece> pieces; ///< the lines that the text was joined of
+    std::vector<line_piece> pieces; ///< the lines that form the text
     text_span first_address;
-    text_span last_address; ///< of a range; not found on a single-address line
-    std::size_t data = 0;   ///< where the values start
+    text_span last_address; ///< of a range; not found on a line with a single address
+    std::size_t data = 0;   ///< start of the values
     std::vector<std::string_view> values;
     std::uint32_t first = 0;
     std::uint32_t last = 0; ///< inclusive
 
-    /// The place in the file of the character at @p offset of the text.
+    /// Returns the place in the file of the character at @p offset of the text.
     [[nodiscard]] line_place place(std::size_t offset) const;
 };
 
-/// Parses the content line `content.text` and stores its words: a range when it contains "[", else
-/// words from a single address on. On a fault nothing is stored.
+/// Parses the content line `content.text` and stores its words: a range if it contains "[", otherwise words
+/// from a single address on. After a fault nothing is stored.
 std::optional<text_fault> parse_content_line(mif_memory& memory, mif_content& content);
 
-/// "<address> : <value> <value> …": the values go to consecutive addresses.
+/// Parses "<address> : <value> <value> …". The values go to consecutive addresses.
 std::optional<text_fault> parse_single_address(mif_memory& memory, mif_content& content);
 
-/// "[<first>..<last>] : <value> <value> …": the values are repeated in order over the range; values beyond
-/// its end are ignored.
+/// Parses "[<first>..<last>] : <value> <value> …". The values are repeated over the range; values beyond its
+/// end are ignored.
 std::optional<text_fault> parse_range(mif_memory& memory, mif_content& content);
 
-/// Stores the values of `content.text` from `content.data` on at the addresses from `first` to `last`.
-/// When these are equal, further values go to the addresses after them, and a single value marks its
-/// address, which must not be marked yet.
+/// Stores the values of `content.text` from `content.data` on at the addresses `first` to `last`. If the two
+/// are equal, further values go to the addresses after them. In this case a single value marks its address,
+/// which must not be marked yet.
 std::optional<text_fault> fill_addresses(mif_memory& memory, mif_content& content);
 
 } // namespace kvr

@@ -11,7 +11,7 @@
 
 namespace kvr {
 
-/// A stretch of a text; `begin` is npos when it was not found.
+/// A part of a text. `begin` is npos if it was not found.
 struct text_span {
     std::size_t begin = std::string_view::npos;
     std::size_t end = std::string_view::npos;
@@ -28,20 +28,20 @@ inline constexpr std::array<bool, 256> value_characters = [] {
     return table;
 }();
 
-/// True for the characters that addresses and words are made of: digits and letters of all radixes, "-",
-/// and the don't-care characters "X" and "U" in either case.
+/// True for the characters of addresses and words: digits and letters of all radixes, "-", and the don't-care
+/// characters "X" and "U" in either case.
 [[nodiscard]] inline bool is_value_character(char character) noexcept {
     return value_characters[static_cast<unsigned char>(character)];
 }
 
-/// The first maximal run of value characters at or after @p from.
+/// Returns the first maximal run of value characters at or after @p from.
 [[nodiscard]] text_span find_token(std::string_view text, std::size_t from) noexcept;
 
-/// Splits @p text into its tokens, up to the first comment mark ("--" or "%"). @p values is overwritten
-/// with views of @p text.
+/// Splits @p text into tokens up to the first comment mark ("--" or "%"). Overwrites @p values with views of
+/// @p text.
 void split_values(std::string_view text, std::vector<std::string_view>& values);
 
-/// Number of tokens in @p text, comment marks or not.
+/// Returns the number of tokens in @p text, ignoring comment marks.
 [[nodiscard]] std::size_t count_tokens(std::string_view text) noexcept;
 
 /// True for the characters that separate the parts of a line.
@@ -53,13 +53,13 @@ void split_values(std::string_view text, std::vector<std::string_view>& values);
     return text.find(word) != std::string_view::npos;
 }
 
-/// Position of the "--" that starts a comment in @p line; npos when there is none.
+/// Returns the position of the "--" that begins a comment in @p line, or npos.
 [[nodiscard]] std::size_t comment_position(std::string_view line) noexcept;
 
-/// @p line up to its first "%" (there is no matching of a closing one) and its first "--".
+/// Returns @p line up to its first "%" (a closing one is not matched) or "--".
 [[nodiscard]] std::string_view without_comments(std::string_view line) noexcept;
 
-/// Deletes every blank and tab.
+/// Deletes all blanks and tabs.
 void strip_blanks(std::string& text);
 
 } // namespace kvr

@@ -15,40 +15,38 @@
 
 namespace kvr {
 
-/// Observes the reading of a MIF file.
+/// Observes the parsing of a MIF file.
 class mif_observer : public read_observer {
 public:
-    /// True makes the reader report every content line. Otherwise it does not report those of the fast
-    /// path: one address, ":", values, ";", with nothing after it and every address digit one of its radix.
+    /// Returns true to get every content line. Otherwise lines on the fast path are not reported: one address
+    /// whose digits are all valid in its radix, ":", values, ";", and nothing else.
     [[nodiscard]] virtual bool wants_every_line() const = 0;
 
     /// Called after the content line @p content was stored.
     virtual void content_line(const mif_content& content) = 0;
 
-    /// Called when the physical line numbered @p line was cut at a "%". @p rest is what was cut off,
-    /// without the "%".
+    /// Called if physical line @p line was cut at a "%". @p rest is the text that was cut, without the "%".
     virtual void cut_at_percent(std::string_view rest, std::uint64_t line) = 0;
 
-    /// Called with the text after "BEGIN", comments removed, in the line numbered @p line. The reader
-    /// ignores it.
+    /// Called with the text after "BEGIN" in line @p line, without comments. The reader ignores it.
     virtual void behind_begin([[maybe_unused]] std::string_view rest, [[maybe_unused]] std::uint64_t line) {}
 
-    /// Called with the statement that holds "END": only its text and its pieces are set. The reader ignores
-    /// everything else in it.
+    /// Called with the statement that contains "END". Only its text and its pieces are set. The reader
+    /// ignores everything else in it.
     virtual void end_statement([[maybe_unused]] const mif_content& statement) {}
 
-    /// Called with each line after that statement that holds more than comments, which are removed. The
-    /// reader takes nothing from it but a header keyword that it has not seen yet.
+    /// Called with each line after that statement that has more than comments; comments are removed. The
+    /// reader ignores it, except for a header keyword that it has not seen yet.
     virtual void behind_end([[maybe_unused]] std::string_view rest, [[maybe_unused]] std::uint64_t line) {}
 };
 
-/// Reads a MIF file into a mif_memory, which keeps its contents: comments are added, words are
-/// resized and overwritten. It stops at the first fault, unless an observer makes it go on.
+/// Reads a MIF file into a mif_memory and adds to its contents: comments are appended, words are resized and
+/// overwritten. It stops at the first fault, unless an observer makes it continue.
 class mif_reader {
 public:
-    /// Longest line in characters, its line end not counted.
+    /// Maximum line length in characters, without the line end.
     static constexpr std::size_t line_limit = 511;
-    /// The limit for a line_source: includes the CR that may precede the LF.
+    /// The limit for a line_source: includes a CR before the LF.
     static constexpr std::size_t source_limit = line_limit + 1;
 
     /// Both must outlive this object.
@@ -57,9 +55,9 @@ public:
           observer(watching),
           fast_lines(target, line_limit) {}
 
-    /// Reads the file named by the memory. True when it was read up to and beyond its END line.
+    /// Reads the file of the memory. Returns true if it was read up to and beyond its END line.
     bool read();
-    /// The same from @p lines, a source with `source_limit`.
+    /// Does the same from @p lines, a source with `source_limit`.
     bool read(line_source& lines);
 
 private:
@@ -69,14 +67,14 @@ private:
     [[nodiscard]] bool find_begin();
     std::string_view next_physical_line();
 
-    // The header: every line before the content section, and every line after it.
+    // The header: the lines before and after the content section.
     bool read_header_line();
     bool try_keywords(std::string_view raw);
     void parse_keyword(std::size_t index, std::string_view raw);
     void default_radixes();
     void keep_as_comment(std::string_view raw);
 
-    // The content section. A statement ends with ";", on one line or on several.
+    // The content section. A statement ends with ";" and may span several lines.
     bool read_content();
     bool read_statement();
     void join_continuation_lines();
@@ -98,24 +96,24 @@ private:
     mif_observer* observer;
     line_source* source = nullptr;
 
-    std::int64_t line_counter = 0;   ///< as reported: continuation lines are not counted
-    std::uint64_t physical_line = 0; ///< every line counts
+    std::int64_t line_counter = 0;   ///< the line number that is reported: continuation lines are not counted
+    std::uint64_t physical_line = 0; ///< counts every line
     std::array<bool, 4> keyword_seen{};
     bool content_read = false;
     bool end_seen = false;
     bool begin_seen = false;
-    bool line_failed = false; ///< result of the last header keyword that was parsed
-    bool too_long = false;    ///< the current physical line is beyond the limit
-    bool went_on = false;     ///< an observer made the reader go on after a fault
+    bool line_failed = false; ///< result of the last header keyword parsed
+    bool too_long = false;    ///< the current physical line exceeds the limit
+    bool went_on = false;     ///< an observer made the reader continue after a fault
     std::size_t comment_slot = 0;
 
-    std::string text; ///< the current line: comments removed, upper-cased
+    std::string text; ///< the current line in upper case, without comments
     mif_content content;
     fast_mif_lines fast_lines;
 };
 
-/// Moves the comment of @p line that starts with "--", if there is one, to the front of @p comments, and
-/// cuts the line there and at its first "%".
+/// Moves the comment of @p line that begins with "--", if any, to the front of @p comments, and cuts the line
+/// there and at its first "%".
 void move_comment(std::string& line, std::size_t from, comment_store& comments);
 
 } // namespace kvr

@@ -10,16 +10,16 @@
 
 namespace kvr {
 
-/// The fast path of the rif_reader: parses regular lines in the buffer. A regular line has "@" and
-/// an address of a few digits, or words of hexadecimal digits, each followed by one blank or the LF. It is
-/// read exactly as the rif_reader reads it, which has every rule and every fault, and gets all other lines.
+/// Fast path of the rif_reader: parses regular lines in the buffer. A regular line has "@" and an address of
+/// a few digits, or words of hexadecimal digits, each followed by one blank or the LF. The result is that of
+/// the rif_reader, which implements all rules and faults and gets all other lines.
 class fast_rif_lines {
 public:
-    /// @param target takes the words and must outlive this object.
+    /// @param target receives the words and must outlive this object
     explicit fast_rif_lines(word_store& target) noexcept : words(target), batch(target) {}
 
-    /// The size of the whole lines @p lines that read() may be called with: it reads characters after a line.
-    /// The cost is a scan of the last lines.
+    /// Returns the size of the front of @p lines that may be passed to read(), which reads characters after a
+    /// line. Takes the time of a scan of the last lines.
     [[nodiscard]] static std::size_t readable_size(std::string_view lines) noexcept;
 
     struct amount {
@@ -27,8 +27,8 @@ public:
         std::uint64_t lines;
     };
 
-    /// Reads @p lines, which end within their readable size, up to the first that is not regular.
-    /// @param next_address that of the next word; set to the address after the lines that were read.
+    /// Parses @p lines, which must end within their readable size, up to the first one that is not regular.
+    /// @param next_address the address of the next word; updated to the address after the lines
     amount read(std::string_view lines, std::uint64_t& next_address);
 
 private:
@@ -42,7 +42,7 @@ private:
     word_store& words;
     word_batch batch;
     std::uint64_t address = 0;       ///< of the next word
-    std::size_t expected_length = 0; ///< of the next word; 0 when none is expected
+    std::size_t expected_length = 0; ///< of the next word; 0 if none is expected
     std::string upper_cased;
 };
 

@@ -4,7 +4,7 @@
 
 namespace kvr {
 
-/// What the RIF handler holds.
+/// The state of the RIF handler.
 struct rif_memory : memory_state {
     explicit rif_memory(KVR_MEMORY_FILE* owner) : memory_state(owner) {
         address_radix = RADIX_HEX;

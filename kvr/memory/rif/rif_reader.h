@@ -12,29 +12,28 @@
 
 namespace kvr {
 
-/// True when @p text has hexadecimal digits, blanks and "X", "x", "U", "u" only.
+/// True if @p text has only hexadecimal digits, blanks and "X", "x", "U", "u".
 [[nodiscard]] bool is_rif_data(std::string_view text) noexcept;
 
-/// The address that the "@" line @p line sets: what strtol in base 16 reads from the text after the first
-/// "@", so blanks, a sign and "0x" may come first, what follows the digits is ignored, and no digits at
-/// all are 0. A negative one, and one that does not fit 32 bits, is rif_address_outside.
+/// Returns the address of an "@" line: the number after the first "@", parsed like strtol in base 16. So
+/// blanks, a sign and "0x" may precede the digits, text after them is ignored, and no digits give 0. A
+/// negative address, or one beyond 32 bits, gives rif_address_outside.
 [[nodiscard]] std::uint64_t rif_address(std::string_view line) noexcept;
 
-/// An address outside every store; so are those that follow it.
+/// An address outside every store. So are the addresses after it.
 constexpr std::uint64_t rif_address_outside = std::uint64_t{1} << 32U;
 
-/// Reads RIF text into the words of a memory at its current size: each word is stored upper-cased, those
-/// outside the store are dropped. The words of a line are stored only when the whole line is valid.
+/// Reads RIF text into the words of a memory at its current size. Words are stored in upper case; words
+/// outside the store are dropped. The words of a line are stored only if the whole line is valid.
 class rif_reader {
 public:
-    /// @param observer gets words, address lines and faults, and decides whether to go on after a fault; the
-    ///                 memory then gets no message for it. Without one the first fault ends the read. Not
-    ///                 owned.
+    /// @param observer receives words, address lines and faults, and decides whether to continue after a
+    /// fault; the memory then gets no message. Without it the first fault ends the read. Not owned
     explicit rif_reader(rif_memory& memory, read_observer* observer = nullptr);
 
-    /// Reads @p source to its end or to the fault that ends the read. Sets "file not found" when the
-    /// source is not open or fails during the read (else it is cleared), and the error state, never cleared,
-    /// for an illegal line.
+    /// Reads @p source to its end, or to the fault that ends the read. Sets "file not found" if the source is
+    /// not open or fails, and clears it otherwise. An illegal line sets the error state, which is never
+    /// cleared.
     void read(line_source& source);
 
 private:
@@ -49,9 +48,9 @@ private:
 
     rif_memory& memory;
     read_observer* observer;
-    std::uint64_t address = 0; ///< of the next word; wider than an address so that it never wraps
+    std::uint64_t address = 0; ///< of the next word; 64 bits, so that it never wraps
     std::uint64_t line_number = 0;
-    std::string upper_line; ///< the current line, if it needs upper-casing
+    std::string upper_line; ///< the current line, if it must be converted to upper case
     fast_rif_lines fast_lines;
 };
 
