@@ -18,7 +18,7 @@ KVR_MEMORY_FILE::KVR_MEMORY_FILE()
 KVR_MEMORY_FILE::~KVR_MEMORY_FILE() = default;
 
 void KVR_MEMORY_FILE::set_file_type(KVR_FILE_TYPES type) {
-    file_type = type; // first: it stays when there is no memory for the handler
+    file_type = type; // first, so that it is set even if allocating the handler fails
     if (type == FILE_TYPE_HEX && !hex_file) {
         hex_file = std::make_unique<KVR_MEMORY_HEX_FILE>(this);
     } else if (type == FILE_TYPE_MIF && !mif_file) {
@@ -174,7 +174,7 @@ void KVR_MEMORY_FILE::set_number_of_words(unsigned int number_of_words) {
 }
 
 std::string KVR_MEMORY_FILE::get_data_word(unsigned int address, KVR_MEMORY_RADIXES radix) {
-    // The most frequent call bypasses the handlers, which would return the same.
+    // The most frequent call bypasses the handlers; the result is the same.
     const kvr::memory_state* memory = active();
     if (memory == nullptr) {
         return {};

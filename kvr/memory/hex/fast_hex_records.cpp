@@ -8,12 +8,12 @@ namespace kvr {
 
 namespace {
 
-/// Characters after a record that may be read, but not consumed.
+/// Characters after a record that may be read but not consumed.
 constexpr std::size_t slack_of_records = 32;
 static_assert(slack_of_records >= predicted_address::readable && slack_of_records >= 16 &&
               word_batch::slack >= 8);
 
-/// The sum of the bytes before the data, of which there are @p data_bytes, of a data record.
+/// Returns the sum of the bytes before the data of a data record with @p data_bytes bytes of data.
 std::uint32_t sum_of_header(std::uint32_t data_bytes, std::uint32_t address) noexcept {
     return data_bytes + (address >> 8U) + (address & 0xFFU);
 }
@@ -41,7 +41,7 @@ fast_hex_records::run fast_hex_records::read(std::string_view lines, std::uint32
         }
         copy_digits(data, word_digits, false, place);
         place += word_digits;
-        ++header_sum; // up to lines_at_once() only the last digit of the address changes
+        ++header_sum; // within lines_at_once() only the last digit of the address changes
         return true;
     });
     if (count != 0) {

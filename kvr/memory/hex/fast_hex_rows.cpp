@@ -13,8 +13,8 @@ namespace kvr {
 
 namespace {
 
-// A record is a head (colon, record length, address, type "00", leading zeros of the word), the word and a
-// tail (checksum, LF). The head is the same for all records that share the high byte of the address, except
+// A record consists of a head (colon, record length, address, type "00", leading zeros of the word), the
+// word, and a tail (checksum, LF). Records with the same high byte of the address have the same head, except
 // for the two digits of the low byte.
 constexpr std::size_t plain_head = 1 + 2 + 4 + 2;
 constexpr std::size_t low_address = 1 + 2 + 2;
@@ -24,28 +24,28 @@ constexpr std::size_t longest_head = plain_head + 2 * std::size_t{255};
 constexpr std::uint32_t most_bytes = 255;
 constexpr std::uint32_t low_addresses = 256;
 
-/// What the records of some adjacent words have in common.
+/// The common parts of the records of adjacent words.
 struct record_block {
     std::array<char, longest_head + copy_padding> head;
     std::size_t head_size;
     std::size_t word_length;
-    std::uint32_t head_sum; ///< of the head's bytes without the low one of the address
+    std::uint32_t head_sum; ///< sum of the bytes of the head without the low byte of the address
     const digit_pairs* pairs;
 };
 
-/// Keeps the last 1 to 8 characters of a word of @p length characters, which is read in blocks of eight
-/// characters.
+/// Returns the mask of the last 1 to 8 characters of a word of @p length characters, which is read in blocks
+/// of eight.
 constexpr std::uint64_t mask_of_last(std::size_t length) noexcept {
     const std::size_t last = (length - 1) % sizeof(std::uint64_t) + 1;
     return ~std::uint64_t{0} >> (8 * (sizeof(std::uint64_t) - last));
 }
 
-/// The sums of the digits with an even and with an odd index, each in four lanes of 16 bits.
+/// The sums of the digits with even and with odd index, each in four lanes of 16 bits.
 struct lane_sums {
     std::uint64_t even = 0;
     std::uint64_t odd = 0;
 
-    /// Adds eight hexadecimal digits. A blanked one counts as 0.
+    /// Adds eight hexadecimal digits. NUL characters count as 0.
     void add(std::uint64_t digits) noexcept {
         constexpr std::uint64_t low_bytes = 0x00FF00FF00FF00FF;
         const std::uint64_t values = values_of_eight(digits);
@@ -54,8 +54,8 @@ struct lane_sums {
     }
 };
 
-/// The sum of the bytes that the @p length digits at @p word encode, with copy_padding after them. Of an odd
-/// number of digits the first is a byte of its own.
+/// Returns the sum of the bytes that the @p length digits at @p word encode. If their number is odd, the
+/// first digit is a byte of its own. copy_padding characters must follow.
 std::uint32_t byte_sum(const char* word, std::size_t length, std::uint64_t last_mask) noexcept {
     lane_sums sums;
     constexpr std::size_t eight = 8;
@@ -66,7 +66,7 @@ std::uint32_t byte_sum(const char* word, std::size_t length, std::uint64_t last_
     return length % 2 == 0 ? sum_of_four(sums.even * 16 + sums.odd) : sum_of_four(sums.even + sums.odd * 16);
 }
 
-/// The same for few digits, an even number of them.
+/// Does the same for a small even number of digits.
 template <std::size_t length>
 std::uint32_t short_byte_sum(const char* word) noexcept {
     if constexpr (length == sizeof(std::uint64_t)) {
@@ -79,7 +79,7 @@ std::uint32_t short_byte_sum(const char* word) noexcept {
     return sum;
 }
 
-/// Formats @p count records for the words at @p words. A @p known_length other than 0 is the length of the
+/// Formats @p count records for the words at @p words. If @p known_length is not 0, it is the length of the
 /// words, which then have no leading zeros.
 template <std::size_t known_length>
 char* format_records(const record_block& block, const char* words, std::uint32_t count, std::uint32_t low,

@@ -32,7 +32,7 @@ bool KVR_MEMORY_HEX_FILE::set_hex_data_word(unsigned int address, const std::str
         memory->report_invalid_address(address);
         return false;
     }
-    // A failed read may leave fewer words than the number of words says: assignments to missing words are
+    // After a failed read there may be fewer words than number_of_words. Assignments to missing words are
     // dropped.
     if (address < memory->data_words.size()) {
         memory->set_word_from_memory_radix(address, value, radix);

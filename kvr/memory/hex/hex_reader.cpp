@@ -17,7 +17,8 @@ namespace {
 
 using step = hex_record_walk::step;
 
-/// The stretch of words that the data records of a file span, as its extended address records divide it.
+/// Computes the address space that the data records of a file cover, in the segments set by extended address
+/// records.
 class address_space {
 public:
     void add_data(std::uint32_t address, std::uint32_t words) noexcept {
@@ -41,12 +42,12 @@ public:
     [[nodiscard]] std::uint32_t words() const noexcept {
         return top_linear * 65536 + top_segment * 16 + maximum_end;
     }
-    /// Lowest and highest are the raw fields of the records: no extended address is added to them.
+    /// Lowest and highest address fields of the records, without extended addresses.
     [[nodiscard]] std::uint32_t lowest() const noexcept { return lowest_address; }
     [[nodiscard]] std::uint32_t highest() const noexcept { return highest_address; }
 
 private:
-    /// A higher page counts from its first data on.
+    /// A higher page counts only once it has data.
     void enter_pending_pages() noexcept {
         if (higher_segment_pending) {
             top_segment = last_segment;
@@ -62,7 +63,7 @@ private:
 
     std::uint32_t lowest_address = std::numeric_limits<std::uint32_t>::max();
     std::uint32_t highest_address = 0;
-    std::uint32_t maximum_end = 0; ///< end of the data on the top page, relative to the page
+    std::uint32_t maximum_end = 0; ///< end of the data on the highest page, relative to the page
     std::uint32_t top_segment = 0;
     std::uint32_t last_segment = 0;
     std::uint32_t top_linear = 0;
@@ -71,7 +72,7 @@ private:
     bool higher_linear_pending = false;
 };
 
-/// The state of a file that is read only once.
+/// The state of reading a file in one pass.
 struct fast_reading {
     explicit fast_reading(const hex_memory& memory) noexcept
         : words(memory),
@@ -81,7 +82,7 @@ struct fast_reading {
     fast_hex_records fast_records;
 };
 
-/// Enters records into an address space and, when the file is to be read only once, stores their words.
+/// Adds records to an address space and, if the file is read in one pass, stores their words.
 class first_pass {
 public:
     first_pass(address_space& space_to_find, std::uint32_t bytes_per_word, fast_reading* fast_words)
@@ -89,7 +90,7 @@ public:
           word_bytes(bytes_per_word),
           fast(fast_words) {}
 
-    /// Reads records on the fast path: see fast_hex_records.
+    /// Reads records on the fast path; see fast_hex_records.
     fast_hex_records::run read_run(std::string_view lines, std::uint32_t address_offset) {
         if (fast == nullptr) {
             return {0, 0, 0};
@@ -132,7 +133,7 @@ private:
     address_space& space;
     std::uint32_t word_bytes;
     fast_reading* fast;
-    std::uint32_t known_bytes = 0; ///< the record length for which the next field is known
+    std::uint32_t known_bytes = 0; ///< the record length to which known_words applies
     std::uint32_t known_words = 0; ///< words of such a record
 };
 
@@ -144,8 +145,8 @@ hex_read_stop stop_at(const read_fault& fault, const hex_record_walk& walk) {
     return {fault, std::string(walk.text())};
 }
 
-/// Iterates over the file and enters its records into @p space; @p fast, if there is one, takes their
-/// words. No value when it reached the end record.
+/// Walks over the file and adds its records to @p space. @p fast, if not null, receives their words. Returns
+/// nothing if the end record was reached.
 std::optional<hex_read_stop> measure(address_space& space, hex_record_walk& walk,
                                      std::uint32_t bytes_per_word, read_observer* observer,
                                      fast_reading* fast) {
@@ -188,7 +189,7 @@ bool invalid_line(hex_memory& memory, const hex_read_stop& stop, const read_obse
     memory.invalid_line_number = static_cast<int>(stop.fault.line);
     memory.error_occurred = true;
     if (memory.error_state == ERROR_STATE_NONE) {
-        // The state comes last: with it set, a read that is tried again would keep the message to itself.
+        // Set the state last: once it is set, a repeated read reports no message.
         if (observer == nullptr) {
             memory.report("Invalid line found in memory file.  Invalid line -- " + stop.line_text +
                           " -- found in file " + memory.file_name);
@@ -205,7 +206,7 @@ bool was_read(hex_memory& memory) {
     return true;
 }
 
-/// find_address_space(); when @p fast is not null and has all words, they become those of the memory.
+/// Like find_address_space(). If @p fast is not null and has all words, the memory gets them.
 std::optional<hex_read_stop> read_fast(hex_memory& memory, line_source& source, read_observer* observer,
                                        fast_reading* fast) {
     address_space space;
@@ -233,9 +234,9 @@ std::optional<hex_read_stop> read_fast(hex_memory& memory, line_source& source, 
     return std::nullopt;
 }
 
-/// @param may_read_once whether to read the file in one pass where the result is that of two passes. They
-/// differ only for words that the memory holds already, for an observer, which must not exist then, and
-/// for a file that changes meanwhile.
+/// @param may_read_once allows a single pass if its result is that of two passes. The two differ only if the
+/// memory already has words, if there is an observer (which is not allowed then), or if the file changes
+/// meanwhile
 bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* observer, bool may_read_once) {
     memory.file_not_found = false;
     memory.memory_radix = RADIX_HEX;
@@ -252,7 +253,7 @@ bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* obse
         return cannot_be_read(memory);
     }
     if (stop) {
-        // The text is that of the second pass, which was not made; callers rely on its absence.
+        // The text is that of the second pass, which did not run; callers rely on its absence.
         stop->line_text.clear();
         return invalid_line(memory, *stop, observer);
     }

@@ -20,12 +20,12 @@ hex_record_walk::step hex_record_walk::next() {
         }
         take_line();
         if (source.failed() && source.at_end()) {
-            return finish(); // the failure may have cut the line short
+            return finish(); // the failure may have cut the line
         }
         if (line_text.starts_with(':')) {
             return parse_record_in_line();
         }
-        // Blanks may fill all that the limit allows, with the colon after them.
+        // Blanks may fill the limit, with the colon after them.
         if (line_text.empty() && source.line_was_cut() && source.first_of_rest(hex_blanks) == ':') {
             return refuse({fault_code::record_too_long, 0, 0});
         }
@@ -33,7 +33,7 @@ hex_record_walk::step hex_record_walk::next() {
     return step::end;
 }
 
-/// Reads the next line in place when it is a plain record.
+/// Parses the next line in place if it is a plain record.
 bool hex_record_walk::read_fast_line() {
     const std::string_view lines = source.whole_lines();
     const std::size_t size = parse_fast_hex_record(lines, current);
@@ -46,7 +46,7 @@ bool hex_record_walk::read_fast_line() {
     return true;
 }
 
-/// Reads the next line, whatever it holds.
+/// Reads the next line, regardless of its form.
 void hex_record_walk::take_line() {
     line_in_file = source.next_line();
     line_text = without_blanks(line_in_file, buffer);
@@ -95,7 +95,7 @@ read_fault hex_record_walk::fault_of_record(fault_code code) const noexcept {
     return place({code, 0, line_text.size()});
 }
 
-/// The column of the character at @p index of the line without blanks.
+/// Returns the column of character @p index of the line without blanks.
 std::size_t hex_record_walk::column(std::size_t index) const noexcept {
     std::size_t position = line_in_file.find_first_not_of(hex_blanks);
     for (; index > 0; --index) {

@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::uint64_t most_addresses = std::numeric_limits<std::uint32_t>::max();
 
-/// Digits of @p data without those beyond @p record_bytes rounded up to whole words.
+/// Returns @p data without the digits beyond @p record_bytes, rounded up to whole words.
 std::string_view cut_to_record_length(std::string_view data, std::uint32_t record_bytes,
                                       std::uint64_t word_bits) {
     const std::uint64_t record_bits =
@@ -21,7 +21,7 @@ std::string_view cut_to_record_length(std::string_view data, std::uint32_t recor
     return data_bits >= record_bits + 4 ? data.substr((data_bits - record_bits) / 4) : data;
 }
 
-/// The digits of a word at the end of @p digits; none when there are fewer bits than a word has.
+/// Returns the digits of a word at the end of @p digits; empty if there are too few bits.
 std::string_view last_word_of(std::string_view digits, std::uint32_t word_size) {
     const std::uint64_t bits = std::uint64_t{4} * digits.size();
     return bits < word_size ? std::string_view() : digits.substr((bits - word_size) / 4);
@@ -69,7 +69,7 @@ fast_hex_words::fast_hex_words(const hex_memory& memory) noexcept
     : initialize_value(memory.memory_initialize_value),
       storer(words, memory.word_size) {}
 
-/// Sizes the store so that it has the addresses from @p first up to, not including, @p last, or gives up.
+/// Resizes the store for the addresses @p first to @p last - 1, or gives up.
 void fast_hex_words::make_room(std::uint64_t first, std::uint64_t last) {
     given_up = given_up || first < end || last > most_addresses;
     if (given_up) {

@@ -43,7 +43,7 @@ char* put_text(char* room, std::string_view text) noexcept {
     return std::copy(text.begin(), text.end(), room);
 }
 
-/// The digits of the checksum that makes the bytes add up to 0 modulo 256.
+/// Returns the checksum digits, which make the bytes add up to 0 modulo 256.
 std::string checksum_of(std::uint32_t sum_of_other_bytes) {
     std::string digits;
     format_hex_value((0 - sum_of_other_bytes) & 0xFF, digits, 2);
@@ -71,8 +71,8 @@ std::string mapped(std::string_view word, const char* map) {
     return text;
 }
 
-/// The hexadecimal digits of @p word, which is written in @p radix. Leading zeros up to the word size are
-/// left to the record, which adds as many and more.
+/// Returns the hexadecimal digits of @p word, which is written in @p radix. The record adds leading zeros up
+/// to the word size and more.
 std::string hex_digits_of(std::string_view word, KVR_MEMORY_RADIXES radix, std::uint32_t word_size) {
     std::string bits = convert_to_binary_string(mapped(word, to_lower.data()), static_cast<int>(radix));
     if (word_size != 0 && bits.size() > word_size) {
@@ -81,7 +81,7 @@ std::string hex_digits_of(std::string_view word, KVR_MEMORY_RADIXES radix, std::
     return convert_from_binary_string(bits, RADIX_HEX);
 }
 
-/// Writes words one after the other, from address 0 on, each as often as requested.
+/// Writes words in sequence from address 0 on, each as often as requested.
 class word_writer {
 public:
     word_writer(output_file& output, const hex_record_layout& record_layout)
@@ -247,7 +247,7 @@ void write_hex_record(const hex_record_layout& layout, std::uint32_t address, st
     constexpr std::size_t sum_piece = 8;
     const std::string data = mapped(word, layout.data_digits);
     const std::size_t zeros = missing_digits(layout, data);
-    // Whole pieces of zeros add nothing to the sum; the remaining zeros move the start of the word's pieces.
+    // Whole pieces of zeros add nothing to the sum; the remaining zeros shift the pieces of the word.
     const std::uint32_t data_sum = sum_of_bytes(std::string(zeros % sum_piece, '0') + data);
     std::string address_field;
     const std::int32_t address_sum = format_hex_value(address, address_field, 4);

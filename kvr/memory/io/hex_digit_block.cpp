@@ -4,9 +4,9 @@ namespace kvr {
 
 namespace {
 
-// The loops below have no branch and no table in them, so that compilers can vectorize them.
+// The loops below have no branches and no tables, so that compilers can vectorize them.
 
-/// Not 0 for a @p character that is neither a decimal digit nor one of the six letters from @p letter_a on.
+/// Returns nonzero if @p character is neither a decimal digit nor one of the six letters from @p letter_a on.
 constexpr unsigned char is_no_digit(unsigned char character, unsigned char folded, unsigned char letter_a) {
     const auto digit = static_cast<unsigned char>(character - '0');
     const auto letter = static_cast<unsigned char>(folded - letter_a);
@@ -16,7 +16,7 @@ constexpr unsigned char is_no_digit(unsigned char character, unsigned char folde
 
 constexpr unsigned char case_bit = 'a' - 'A';
 
-/// Of hexadecimal digits, "0" to "9" have the case bit set anyway, and only letters have the bit above it.
+/// Among hexadecimal digits, "0" to "9" always have the case bit set, and only letters have the bit above it.
 template <letter_case letters>
 bool copy_in_case(std::string_view text, char* to) noexcept {
     unsigned char wrong = 0;

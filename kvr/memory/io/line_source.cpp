@@ -88,7 +88,7 @@ char line_source::first_of_rest(std::string_view ignored) {
     return finish_cut_line(ignored);
 }
 
-/// Moves to the end of the line that was cut. Returns what first_of_rest() returns.
+/// Moves to the end of the line that was cut. Returns the result of first_of_rest().
 char line_source::skip_rest(std::string_view ignored) noexcept {
     char first = '\0';
     while (rest_pending) {
@@ -123,7 +123,7 @@ bool line_source::rewind() {
     return !read_failed;
 }
 
-/// Reads more bytes after the data, which hold no LF from the position on. False when nothing was read.
+/// Reads more bytes after the data, which have no LF from the position on. Returns false if nothing was read.
 bool line_source::fetch() {
     if (exhausted) {
         return false;
@@ -139,7 +139,7 @@ bool line_source::fetch() {
     return count != 0;
 }
 
-/// Moves the bytes not yet consumed to the front of the buffer, which grows when it is full of them.
+/// Moves the unconsumed bytes to the front of the buffer, and enlarges the buffer if they fill it.
 void line_source::make_room() {
     if (position > 0) {
         std::memmove(buffer.get(), buffer.get() + position, end - position);
@@ -158,7 +158,7 @@ void line_source::make_room() {
     data = buffer.get();
 }
 
-/// Fills @p block from the file, and returns the number of bytes read.
+/// Reads from the file into @p block and returns the number of bytes.
 std::size_t line_source::read_block(char* block, std::size_t size) noexcept {
     std::size_t count = 0;
     while (count < size && !exhausted) {

@@ -48,7 +48,7 @@ bool output_file::close() {
     return first_failure == 0;
 }
 
-/// Writes a text that does not fit after the buffered text; a big one bypasses the buffer.
+/// Writes a text that does not fit after the buffered text. A large one bypasses the buffer.
 void output_file::write_around_block(std::string_view text) {
     write_block();
     if (text.size() < block_size) {

@@ -14,7 +14,7 @@ void predicted_address::learn(std::string_view before, std::string_view digits, 
     next = address + count;
     length = 0;
     if (!goes_on || before.size() > readable) {
-        return; // addresses that jump are not worth a prediction
+        return; // addresses that jump are not predicted
     }
     length = before.size();
     first_digit = static_cast<std::size_t>(digits.data() - before.data());
@@ -36,7 +36,7 @@ void predicted_address::learn(std::string_view before, std::string_view digits, 
     add_to_digits(count);
 }
 
-/// Adds @p count, at least 1, to the digits in the text; predicts nothing when that takes more digits.
+/// Adds @p count, at least 1, to the digits in the text. Predicts nothing if the sum needs more digits.
 void predicted_address::add_to_digits(std::uint64_t count) noexcept {
     std::uint64_t carry = count;
     for (std::size_t at = last_digit + 1; carry != 0 && at-- > first_digit;) {
@@ -59,7 +59,7 @@ void predicted_address::add_to_digits(std::uint64_t count) noexcept {
     steps = steps_left = (last_value < 10 ? std::min(base, 10U) : base) - 1 - last_value;
 }
 
-/// A load of the words from memory would have to wait until the characters are stored.
+/// Updates text and words; loading the words from the text would stall until the characters are stored.
 void predicted_address::put_digit(std::size_t at, char digit) noexcept {
     text[at] = digit;
     const std::size_t bit = at % 8 * 8;

@@ -12,14 +12,14 @@ namespace kvr {
 
 namespace {
 
-/// Bytes after a line that may be read, but not consumed, where digits are read eight at a time.
+/// Bytes after a line that may be read but not consumed: digits are read eight at a time.
 constexpr std::size_t slack_of_lines = 64;
 
-/// A value up to this length is expected again in the next line.
+/// Values up to this length are expected to have the same length in the next line.
 constexpr std::size_t longest_expected = 32;
 static_assert(slack_of_lines >= predicted_address::readable + longest_expected + 8);
 
-/// Where lines differ in length, the attempt to read them together costs more than it saves.
+/// If lines differ in length, trying to read them together takes more time than it saves.
 constexpr std::uint32_t lines_before_next_try = 32;
 
 const char* skip_blanks(const char* at) noexcept {
@@ -29,7 +29,7 @@ const char* skip_blanks(const char* at) noexcept {
     return at;
 }
 
-/// Digits of an address that can never pass 32 bits, for a base.
+/// Returns the number of digits of an address that can never exceed 32 bits in @p base.
 std::size_t safe_digits(unsigned base) noexcept {
     switch (base) {
     case 2:
@@ -43,8 +43,8 @@ std::size_t safe_digits(unsigned base) noexcept {
     }
 }
 
-/// Finds the end of the hexadecimal digits that begin at @p value, and of the "-" that may precede
-/// them; @p value itself when there is no digit.
+/// Returns the end of the hexadecimal digits at @p value, which may begin with "-", or @p value itself if
+/// there is no digit.
 inline digit_run value_of_digits(const char* value) noexcept {
     const char* const first_digit = value + (*value == '-' ? 1 : 0);
     const digit_run digits = digits_from(first_digit);
@@ -83,10 +83,10 @@ fast_mif_lines::amount fast_mif_lines::read(std::string_view lines, bool with_co
     return {static_cast<std::size_t>(at - begin), count, has_lists};
 }
 
-/// Reads lines that are as long as the previous line, begin as predicted and have a value as long as the
-/// previous one, of hexadecimal digits, then ";" and LF. Returns their number and moves @p line after them;
-/// returns 0 without a change when the first line has another form. Assumes that the lines up to @p end can
-/// be read eight characters at a time.
+/// Parses consecutive lines with the length of the previous line that begin as predicted and have one value
+/// of the previous length in hexadecimal digits, then ";" and LF. Returns their number and moves @p line
+/// after them. Returns 0 and changes nothing if the first line has another form. The lines up to @p end must
+/// be readable eight characters at a time.
 std::uint64_t fast_mif_lines::read_equal_lines(const char*& line, const char* const end) {
     const std::uint64_t first = predicted.address();
     const std::size_t line_size = predicted.size() + expected_length + 2;
@@ -129,9 +129,9 @@ std::uint64_t fast_mif_lines::read_equal_lines(const char*& line, const char* co
     return count;
 }
 
-/// Reads a line that begins as predicted and has values of hexadecimal digits only, a leading "-"
-/// allowed, and returns the position after its LF; or null, without a change, for any other line.
-/// Assumes that the line ends at least `slack_of_lines` before the end of the lines.
+/// Parses a line that begins as predicted and has values of hexadecimal digits only; each may begin with "-".
+/// Returns the position after its LF. For any other line it returns null and changes nothing. The line must
+/// end at least `slack_of_lines` before the end of the lines.
 const char* fast_mif_lines::read_line_as_predicted(const char* const begin) {
     if (!predicted.matches(begin)) {
         return nullptr;
@@ -164,7 +164,7 @@ const char* fast_mif_lines::read_line_as_predicted(const char* const begin) {
     return next;
 }
 
-/// The same for a line with several values.
+/// Does the same for a line with several values.
 const char* fast_mif_lines::read_values_as_predicted(const char* const begin) {
     bool has_lower_case = false;
     const char* at = begin + predicted.size();
@@ -193,9 +193,9 @@ const char* fast_mif_lines::read_values_as_predicted(const char* const begin) {
     return next;
 }
 
-/// Reads "<address> : <value> <value> … ;" and returns the position after the LF, or null, without a
-/// change, for any other line. Assumes that a LF follows; it ends every loop, since it is
-/// neither blank nor digit nor value character.
+/// Parses "<address> : <value> <value> … ;" and returns the position after the LF. For any other line it
+/// returns null and changes nothing. A LF must follow; it ends every loop, since it is no blank, digit or
+/// value character.
 const char* fast_mif_lines::read_line(const char* const begin) {
     const char* at = skip_blanks(begin);
     const char* const first_digit = at;
@@ -225,8 +225,8 @@ const char* fast_mif_lines::read_line(const char* const begin) {
     return next;
 }
 
-/// Collects the values from @p at up to the ";" and returns the position after it; null when there is
-/// anything but values, or a "--", which starts a comment.
+/// Collects the values from @p at to the ";" and returns the position after it. Returns null if there is
+/// anything but values, or a "--", which begins a comment.
 const char* fast_mif_lines::read_values(const char* at) {
     value_count = 0;
     while (is_value_character(*at)) {
@@ -246,8 +246,8 @@ const char* fast_mif_lines::read_values(const char* at) {
     return *at == ';' ? at + 1 : nullptr;
 }
 
-/// The position after the LF of the line at @p begin, where @p at is the position after the ";". Finds its
-/// comment. Null when there is anything else or the line is too long.
+/// Finds the comment of the line at @p begin, where @p at is the position after the ";". Returns the position
+/// after the LF, or null if there is anything else or the line is too long.
 const char* fast_mif_lines::find_next_line(const char* const begin, const char* at) {
     comment = {};
     at = skip_blanks(at);
@@ -264,8 +264,8 @@ const char* fast_mif_lines::find_next_line(const char* const begin, const char* 
     return at + carriage_return + 1;
 }
 
-/// False, without a change, when the values do not fit from @p address on, which is below the
-/// depth, or the address was set before; otherwise it is set now.
+/// Returns false and changes nothing if the values do not fit from @p address (below the depth) on, or if the
+/// address was set before. Otherwise marks the address as set.
 bool fast_mif_lines::can_be_stored(std::uint64_t address) {
     if (value_count == 0 || value_count > memory.number_of_words - address) {
         return false;
@@ -274,7 +274,7 @@ bool fast_mif_lines::can_be_stored(std::uint64_t address) {
     return value_count > 1 || memory.address_set.insert(static_cast<std::uint32_t>(address));
 }
 
-/// Stores the word @p value of hexadecimal digits, or with a leading "-", in upper case.
+/// Stores the word @p value of hexadecimal digits, possibly with "-", in upper case.
 void fast_mif_lines::set_digits(std::uint32_t address, std::string_view value, bool has_lower_case) {
     char* const place = words.room_for(address, value.size());
     if (place == nullptr) {
@@ -285,9 +285,10 @@ void fast_mif_lines::set_digits(std::uint32_t address, std::string_view value, b
     copy_digits(value.data(), value.size(), has_lower_case, place);
 }
 
-/// @p value itself when it has no lower-case letter.
+/// Returns @p value itself if it has no lower-case letter.
 std::string_view fast_mif_lines::in_upper_case(std::string_view value) {
-    const auto is_lower = [](char character) { return character >= 'a'; }; // letters are the last of them
+    const auto is_lower = [](char character) { return character >= 'a'; }; // lower-case letters come after
+                                                                           // all other characters
     if (std::none_of(value.begin(), value.end(), is_lower)) {
         return value;
     }

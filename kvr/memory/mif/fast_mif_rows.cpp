@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t line_tail = 2; ///< ";" and LF
 
-/// A line head, and the change that makes it that of the address @p low further on.
+/// The start of a line, and how to change it for the address @p low further on.
 struct line_block {
     const char* head;
     std::size_t head_size;
@@ -24,8 +24,8 @@ struct line_block {
     std::size_t word_length;
 };
 
-/// Formats the lines of the first words of @p row, all of them or up to the first that equals the next word,
-/// and returns their number. A @p known_length other than 0 is the length of the words.
+/// Formats lines for the words of @p row up to the first one that equals the next word, and returns their
+/// number. If @p known_length is not 0, it is the length of the words.
 template <std::size_t known_length, equal_words equal>
 std::uint32_t format_lines(const line_block& block, const word_row& row, std::uint32_t low,
                            char* end) noexcept {
@@ -69,8 +69,8 @@ fast_mif_rows::fast_mif_rows(KVR_MEMORY_RADIXES address_radix, std::size_t addre
       equals(equal),
       pairs(radix_base(address_radix), lower_hex_digits) {}
 
-/// The last two characters of an address are digits that count up when all addresses with the same leading
-/// ones have as many: addresses that are not padded with zeros have them from the base on only.
+/// True if the last two characters of an address are digits that count up over all addresses with the same
+/// leading digits. Addresses without zero padding have two digits only from the base on.
 bool fast_mif_rows::has_two_digits(std::uint32_t address) const noexcept {
     const std::uint32_t base = radix_base(radix);
     return address >= base || (base != 10 && width >= 2);

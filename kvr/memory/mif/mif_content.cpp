@@ -16,14 +16,14 @@ text_fault whole_text(fault_code code, const mif_content& content) {
     return {code, 0, content.text.size()};
 }
 
-/// True when @p token is an address below the depth, which is then in @p address.
+/// Parses @p token as an address. Returns true if it is below the depth.
 bool read_address(const mif_memory& memory, std::string_view token, std::uint32_t& address) {
     const scanned_number number = scan_number(token, radix_base(memory.address_radix));
     address = number.magnitude;
     return number.is_address() && address < memory.number_of_words;
 }
 
-/// Finds the first ":" and the first value after it; false when one of them is missing.
+/// Finds the first ":" and the first value after it. Returns false if one is missing.
 bool find_data(mif_content& content, std::size_t& colon) {
     colon = content.text.find(':');
     if (colon == std::string_view::npos) {
@@ -33,7 +33,7 @@ bool find_data(mif_content& content, std::size_t& colon) {
     return content.data != std::string_view::npos;
 }
 
-/// Finds the parts of "[<first>..<last>] : <values>" and returns whether all are present in this order.
+/// Finds the parts of "[<first>..<last>] : <values>". Returns true if all are present in this order.
 bool find_range_parts(mif_content& content) {
     const std::string_view text = content.text;
     content.first_address = find_token(text, 0);

@@ -39,7 +39,7 @@ bool KVR_MEMORY_MIF_FILE::set_mif_data_word(unsigned int address, const std::str
     return true;
 }
 
-/// The comment is inserted and does not replace an existing one: callers rely on it.
+/// The comment is inserted and replaces none; callers rely on it.
 bool KVR_MEMORY_MIF_FILE::set_mif_data_word_with_comments(unsigned int address, const std::string& value,
                                                           const std::string& comment,
                                                           KVR_MEMORY_RADIXES radix) {
@@ -154,7 +154,7 @@ bool KVR_MEMORY_MIF_FILE::fill_given_addresses(std::uint32_t first, std::uint32_
     return kvr::fill_addresses(*memory, content).has_value();
 }
 
-/// With fewer values than @p count they are repeated in order; more than that are kept.
+/// If there are fewer values than @p count, they are repeated; surplus values are kept.
 std::uint32_t KVR_MEMORY_MIF_FILE::interpret_data_values(const std::string& data,
                                                          std::deque<std::string>* values,
                                                          std::uint32_t count) {

@@ -23,7 +23,7 @@ const std::array<header_keyword, 4> header_keywords = {{
 
 namespace {
 
-/// The number that @p digits encode; 0, which is no valid width or depth, when it is too large.
+/// Returns the value of @p digits, or 0, which is no valid width or depth, if it is too large.
 std::uint32_t size_from(std::string_view digits) {
     constexpr std::uint64_t largest = std::numeric_limits<std::int32_t>::max();
     std::uint64_t number = 0;
@@ -36,13 +36,13 @@ std::uint32_t size_from(std::string_view digits) {
     return static_cast<std::uint32_t>(number);
 }
 
-/// The radix name of a line, and its position.
+/// The radix name of a line and its position.
 struct radix_choice {
     KVR_MEMORY_RADIXES radix;
     std::size_t position;
 };
 
-/// The empty name at the end of the table occurs at the start of any line, so there is always a result.
+/// The empty name at the end of the table matches any line, so there is always a result.
 radix_choice find_radix(const mif_memory& memory, std::string_view line) {
     const auto* entry = memory.radix_names.data();
     while (line.find(entry->name) == std::string_view::npos) {

@@ -35,7 +35,7 @@ bool mif_reader::read() {
     return read(lines);
 }
 
-/// Two blanks before "not found" here, one in the writer's message: callers compare both as they are.
+/// Two blanks before "not found" here, one in the message of the writer; callers compare the exact texts.
 bool mif_reader::report_not_opened() {
     memory.file_not_found = true;
     memory.report("Memory file cannot be opened.  Memory file -- " + memory.file_name + " --  not found. ");
@@ -48,7 +48,7 @@ bool mif_reader::read(line_source& lines) {
     while (valid && !lines.at_end()) {
         valid = read_header_line();
     }
-    // A line that a read error has cut short does not show what the file contains.
+    // A line that a read error has cut says nothing about the file.
     if (lines.failed()) {
         return report_not_opened();
     }
@@ -82,7 +82,7 @@ std::string_view mif_reader::next_physical_line() {
     return line.substr(0, line_limit);
 }
 
-/// False when the read must stop with an error.
+/// Returns false if the read must stop with an error.
 bool mif_reader::read_header_line() {
     const std::string_view raw = next_physical_line();
     ++line_counter;
@@ -115,8 +115,8 @@ bool mif_reader::read_header_line() {
     return matched ? !line_failed : true;
 }
 
-/// Tests the line for every keyword that was not seen yet; true when it has one. Whether the last of them
-/// failed is in `line_failed`, which outlives the line.
+/// Tests the line for all keywords that were not seen yet. Returns true if it has one. `line_failed` tells
+/// whether the last of them failed; it keeps its value after the line.
 bool mif_reader::try_keywords(std::string_view raw) {
     bool matched = false;
     for (std::size_t index = 0; index < header_keywords.size(); ++index) {
@@ -132,7 +132,7 @@ void mif_reader::parse_keyword(std::size_t index, std::string_view raw) {
     const header_keyword& entry = header_keywords[index];
     const auto fault = entry.is_size ? parse_size_line(memory, text) : parse_radix_line(memory, text);
     comment_slot = index + 1;
-    // A depth keyword on a line with "WIDTH" has set the width: the depth is still to come.
+    // A depth keyword on a line with "WIDTH" has set the width; the depth is still missing.
     keyword_seen[index] = index != depth_keyword || (!fault && !contains(text, "WIDTH"));
     line_failed = fault.has_value();
     if (fault) {
@@ -160,7 +160,7 @@ void mif_reader::keep_as_comment(std::string_view raw) {
     line_failed = false;
 }
 
-/// False when an invalid line must stop the read.
+/// Returns false if an invalid line must stop the read.
 bool mif_reader::read_content() {
     begin_seen = find_begin();
     bool valid = true;
@@ -175,7 +175,7 @@ bool mif_reader::read_content() {
     return valid;
 }
 
-/// True when the current line holds "BEGIN".
+/// True if the current line has "BEGIN".
 bool mif_reader::find_begin() {
     constexpr std::string_view keyword = "BEGIN";
     const std::size_t found = text.find(keyword);
@@ -185,7 +185,7 @@ bool mif_reader::find_begin() {
     return found != std::string::npos;
 }
 
-/// Reads one line of the content section with its continuation lines. False when it must stop the read.
+/// Reads one line of the content section with its continuation lines. Returns false if the read must stop.
 bool mif_reader::read_statement() {
     text.clear();
     content.pieces.clear();
@@ -234,7 +234,7 @@ void mif_reader::append_line(std::string_view raw) {
     remove_comments(raw, begin);
 }
 
-/// Removes the comments of the line @p raw, which was appended at @p from in the text.
+/// Removes the comments of the line @p raw, which begins at @p from in the text.
 void mif_reader::remove_comments(std::string_view raw, std::size_t from) {
     move_comment(text, from, memory.data_comments);
     const std::size_t left = text.size() - from;
@@ -256,17 +256,17 @@ bool mif_reader::parse_statement() {
     return true;
 }
 
-/// Reads the whole lines in the buffer up to the first that the fast path does not take, which is left to
-/// read_statement(): only that function has every rule and every fault.
+/// Parses whole lines in the buffer on the fast path. read_statement() parses the first line that is not
+/// accepted: only that function implements all rules and faults.
 void mif_reader::read_fast_lines() {
-    // Comments are reported to an observer.
+    // An observer needs the comments.
     const fast_mif_lines::amount read = fast_lines.read(source->whole_lines(), observer == nullptr);
     line_counter += static_cast<std::int64_t>(read.lines);
     physical_line += read.lines;
     source->skip(read.bytes);
 }
 
-/// Reports the current line. False when the read must stop.
+/// Reports the current line. Returns false if the read must stop.
 bool mif_reader::invalid_line(const text_fault& fault) {
     return report_invalid_line(place_in_statement(fault));
 }
@@ -294,7 +294,7 @@ read_fault mif_reader::place_in_statement(const text_fault& fault) const {
             static_cast<std::uint32_t>(std::max<std::size_t>(fault.length, 1))};
 }
 
-/// The fault begins at a character of the current line, which lacks the blanks of @p raw; the column
+/// Returns the place of a fault in the header. The current line lacks the blanks of @p raw, but the column
 /// counts them.
 read_fault mif_reader::place_in_header(const text_fault& fault, std::string_view raw) const {
     std::size_t column = 0;

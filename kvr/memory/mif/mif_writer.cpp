@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::size_t longest_address = 32;
 
-/// Returns the data comments, one for each line; "" when they are used up.
+/// Returns the data comments one by one, then "".
 class comment_walk {
 public:
     explicit comment_walk(const comment_store& all) : comments(all) {}
@@ -23,8 +23,8 @@ private:
     std::size_t index = 0;
 };
 
-/// Writes the header up to and including the "CONTENT BEGIN" line. The comments of each list follow the
-/// line that they followed in the file; where the layout has an empty line, they replace it.
+/// Writes the header up to and including the "CONTENT BEGIN" line. The comments of each list follow the same
+/// line as in the file and replace an empty line of the layout there.
 void write_header(const mif_memory& memory, output_file& output) {
     output.write('\n');
     if (!write_header_comments(memory, 0, output)) {
@@ -45,7 +45,7 @@ void write_header(const mif_memory& memory, output_file& output) {
     output.write("CONTENT BEGIN\n");
 }
 
-/// A single data comment is enough to give every address its own line: only lines can carry comments.
+/// With a single data comment, every address gets a line of its own, since only lines can carry comments.
 void write_content_with_comments(const mif_memory& memory, std::size_t address_width, output_file& output) {
     comment_walk comments(memory.data_comments);
     std::string line;

@@ -11,17 +11,17 @@ namespace kvr {
 
 namespace {
 
-/// Characters after a line that may be read, but not consumed.
+/// Characters after a line that may be read but not consumed.
 constexpr std::size_t slack_of_words = 64;
 
-/// A word up to this length is expected again.
+/// Words up to this length are expected to have the same length as the previous word.
 constexpr std::size_t longest_expected_word = 32;
 static_assert(slack_of_words >= longest_expected_word + 8 && word_batch::slack >= 8);
 
-/// A line of more words is not regular, however long it is.
+/// A line with more words is not regular.
 constexpr std::size_t most_fast_words = 256;
 
-/// True when @p character may follow a word of a regular line.
+/// True if @p character may follow a word of a regular line.
 bool ends_word(char character) noexcept {
     return character == ' ' || character == '\n';
 }
@@ -54,8 +54,8 @@ fast_rif_lines::amount fast_rif_lines::read(std::string_view lines, std::uint64_
     return {static_cast<std::size_t>(at - begin), count};
 }
 
-/// Reads "@" with up to eight hexadecimal digits and returns the position after the LF that follows them.
-/// Returns null without a change for any other line.
+/// Parses "@" with up to eight hexadecimal digits and returns the position after the LF. For any other line
+/// it returns null and changes nothing.
 const char* fast_rif_lines::read_address(const char* begin) noexcept {
     constexpr std::ptrdiff_t safe_digits = 8;
     const char* const first_digit = begin + 1;
@@ -72,7 +72,7 @@ const char* fast_rif_lines::read_address(const char* begin) noexcept {
     return at + 1;
 }
 
-/// read_words() for a line whose words have the length of the previous word and go into one page.
+/// Like read_words() for a line whose words have the length of the previous word and fit into one page.
 const char* fast_rif_lines::read_words_of_one_length(const char* begin) {
     const std::size_t length = expected_length;
     if (length == 0 || address >= words.size()) {
@@ -96,8 +96,8 @@ const char* fast_rif_lines::read_words_of_one_length(const char* begin) {
     return at + 1;
 }
 
-/// Reads words of hexadecimal digits, with one blank or the LF after each, and returns the position after the
-/// LF; or null, without a change, for any other line.
+/// Parses words of hexadecimal digits, each followed by one blank or the LF, and returns the position after
+/// the LF. For any other line it returns null and changes nothing.
 const char* fast_rif_lines::read_words(const char* begin) {
     std::array<std::string_view, most_fast_words> found;
     std::size_t count = 0;
@@ -118,7 +118,7 @@ const char* fast_rif_lines::read_words(const char* begin) {
     return at + 1;
 }
 
-/// The end of the hexadecimal digits that begin at @p word, mostly as many as those of the previous word.
+/// Returns the end of the hexadecimal digits at @p word, which usually has the length of the previous word.
 const char* fast_rif_lines::find_word_end(const char* word, bool& has_lower_case) noexcept {
     const char* const expected = word + expected_length;
     if (ends_word(*expected) && are_digits(word, expected_length, has_lower_case)) {
@@ -144,7 +144,7 @@ void fast_rif_lines::store_word(std::string_view word, bool has_lower_case) {
 }
 
 std::string_view fast_rif_lines::in_upper_case(std::string_view word) {
-    upper_cased.resize(word.size() + word_batch::slack); // what a copy may overwrite
+    upper_cased.resize(word.size() + word_batch::slack); // room that a copy may overwrite
     copy_digits(word.data(), word.size(), true, upper_cased.data());
     return std::string_view(upper_cased).substr(0, word.size());
 }

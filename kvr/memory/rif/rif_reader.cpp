@@ -10,9 +10,9 @@ namespace kvr {
 
 namespace {
 
-/// The class of a character in a line; a set of bits, so that those of a line can be combined.
+/// The class of a character, as bits that can be combined for a line.
 enum character_class : std::uint8_t {
-    plain = 0, ///< belongs to a data line unchanged
+    plain = 0, ///< part of a data line, stored unchanged
     lower_case = 1,
     not_data = 2,
 };
@@ -39,7 +39,7 @@ bool is_not_data(char character) noexcept {
     return (class_of(character) & not_data) != 0;
 }
 
-/// The classes of the characters up to the first one that is not data.
+/// Returns the classes of the characters up to the first one that is not data.
 unsigned classes_in(std::string_view line) noexcept {
     unsigned found = plain;
     for (const char character : line) {
@@ -80,10 +80,10 @@ void rif_reader::read(line_source& source) {
     memory.file_not_found = memory.file_not_found || source.failed();
 }
 
-/// Reads the lines that the source has buffered. False when one of them ends the read.
+/// Parses the buffered lines. Returns false if one of them ends the read.
 bool rif_reader::read_whole_lines(line_source& source) {
     const std::string_view lines = source.whole_lines();
-    // Every line is reported to an observer, which excludes the fast path.
+    // An observer gets every line, which excludes the fast path.
     const std::string_view short_way =
         lines.substr(0, observer == nullptr ? fast_rif_lines::readable_size(lines) : 0);
     std::size_t first = read_fast_lines(short_way);
@@ -100,7 +100,7 @@ bool rif_reader::read_whole_lines(line_source& source) {
     return go_on;
 }
 
-/// Reads the regular lines at the front of @p lines, and returns their length.
+/// Parses the regular lines at the front of @p lines and returns their length.
 std::size_t rif_reader::read_fast_lines(std::string_view lines) {
     const fast_rif_lines::amount read = fast_lines.read(lines, address);
     line_number += read.lines;
@@ -163,7 +163,7 @@ void rif_reader::store_word(std::string_view word) {
     ++address;
 }
 
-/// Reports an illegal line. True when the read goes on.
+/// Reports an illegal line. Returns true if the read continues.
 bool rif_reader::refuse(std::string_view line) {
     memory.error_state = ERROR_STATE_INVALID_LINE;
     if (observer == nullptr) {

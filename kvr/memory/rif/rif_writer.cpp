@@ -19,7 +19,7 @@ namespace {
 constexpr std::uint32_t words_a_group = 8;
 constexpr std::string_view upper_digits = "0123456789ABCDEF";
 
-/// The character written for each character of a hexadecimal word: one that is no digit becomes "0".
+/// Maps each character of a hexadecimal word to the one written; characters that are no digits become "0".
 constexpr std::array<char, 256> make_written_digits() {
     std::array<char, 256> written{};
     written.fill('0');
@@ -34,13 +34,13 @@ constexpr std::array<char, 256> make_written_digits() {
 
 constexpr std::array<char, 256> written_digits = make_written_digits();
 
-/// The low @p bits (1 to 3) of a written digit, as a digit; a don't-care digit stays one.
+/// Returns the low @p bits (1 to 3) of a written digit, as a digit. A don't-care digit is unchanged.
 char low_bits(char digit, std::uint32_t bits) {
     const std::size_t value = upper_digits.find(digit);
     return value == upper_digits.npos ? digit : upper_digits[value & ((1U << bits) - 1U)];
 }
 
-/// Formats a word of @p memory in the way that fits its radix. False when there is none.
+/// Formats a word of @p memory according to its radix. Returns false if there is no text.
 bool format_word(const rif_memory& memory, std::string_view word, std::string& text) {
     if (memory.memory_radix == RADIX_HEX) {
         format_hexadecimal_word(word, memory.word_size, text);
@@ -61,7 +61,7 @@ char* put_group_header(std::uint32_t address, char* end) noexcept {
     return end;
 }
 
-/// Formats the headers of groups one after the other: what they have in common is formatted once.
+/// Formats the headers of consecutive groups. The digits they share are formatted once.
 class group_headers {
 public:
     char* put(std::uint32_t address, char* end) noexcept {
@@ -78,16 +78,16 @@ public:
     }
 
 private:
-    /// Formats the digits that addresses share. @p shared is not 0: for 0, the front is "@" without a digit.
+    /// Formats the digits that addresses share. @p shared is not 0; for 0, the front is "@" without a digit.
     void take_number(std::uint32_t shared) noexcept {
         number = shared;
         const char* const end = put_group_header(number, front.data());
         front_size = static_cast<std::size_t>(end - front.data()) - 1; // without the LF
     }
 
-    std::array<char, longest_header + copy_padding> front{'\n', '@'}; ///< up to all but two digits
+    std::array<char, longest_header + copy_padding> front{'\n', '@'}; ///< all but the last two digits
     std::size_t front_size = 2;
-    std::uint32_t number = 0; ///< of these digits
+    std::uint32_t number = 0; ///< the number that these digits encode
 };
 
 /// Writes the header of a group if one begins at @p address.
@@ -98,14 +98,14 @@ void begin_group_at(std::uint32_t address, output_file& file) {
     }
 }
 
-/// True for words of hexadecimal digits that format_hexadecimal_word() would write unchanged except for
-/// letter case.
+/// True for words of hexadecimal digits that format_hexadecimal_word() would not change, except for letter
+/// case.
 bool is_plain_row(const rif_memory& memory, const word_row& row) {
     return row.count != 0 && memory.memory_radix == RADIX_HEX && memory.word_size % 4 == 0 &&
            row.length != 0 && (memory.word_size == 0 || row.length == memory.word_size / 4);
 }
 
-/// Formats @p count packed words of @p length characters, with a blank after each.
+/// Formats @p count packed words of @p length characters, each followed by a blank.
 template <std::size_t known_length>
 char* put_words(const char* words, std::size_t word_length, std::uint32_t count, char* end) noexcept {
     const std::size_t length = known_length != 0 ? known_length : word_length;
@@ -139,7 +139,7 @@ void report_unwritten_word(const rif_memory& memory, std::uint32_t address, std:
                   decimal(memory.word_size));
 }
 
-/// Writes words one after the other by the exact rule.
+/// Writes words one by one on the exact path.
 void write_words(const rif_memory& memory, const word_row& row, std::uint32_t address, output_file& file) {
     std::string text;
     for (std::uint32_t i = 0; i < row.count; ++i, ++address) {
@@ -150,7 +150,7 @@ void write_words(const rif_memory& memory, const word_row& row, std::uint32_t ad
     }
 }
 
-/// Writes words of which only the letter case changes.
+/// Writes words in which only the letter case changes.
 void write_digits(const char* digits, const word_row& row, std::uint32_t address, output_file& file) {
     const std::size_t longest_group =
         longest_header + words_a_group * (std::size_t{row.length} + 1) + 2 * copy_padding;
@@ -219,7 +219,7 @@ void write_rif_words(const rif_memory& memory, output_file& file) {
             continue;
         }
         const word_run run = memory.data_words.run_at(address);
-        // Before the conversion: a word that throws leaves its header in the file.
+        // Before the conversion: if it throws, the header is in the file.
         begin_group_at(address, file);
         const bool written = format_word(memory, run.text, text);
         text += ' ';

@@ -16,7 +16,7 @@ void address_set::clear() noexcept {
     found_number = no_block;
 }
 
-/// Finds the block for @p address, or makes it.
+/// Finds or makes the block for @p address.
 void address_set::find_block(std::uint32_t address) {
     const std::size_t number = address / directory_addresses;
     if (number >= directories.size()) {

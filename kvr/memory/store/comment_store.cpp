@@ -14,12 +14,12 @@ std::string_view comment_store::entry::text() const noexcept {
     return is_gap() ? std::string_view() : text_arena::text_at(reinterpret_cast<const char*>(value));
 }
 
-/// Entries in a window that can grow at both ends.
+/// A window of entries that can grow at both ends.
 class comment_store::segment {
 public:
     static constexpr std::uint32_t capacity = 256;
 
-    /// An empty window at @p position: 0 to grow at the end, `capacity` to grow at the front.
+    /// Makes an empty window at @p position: 0 to grow at the end, `capacity` to grow at the front.
     // The entries outside the window are never read.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-member-init)
     explicit segment(std::uint32_t position) noexcept : begin(position), end(position) {}
@@ -28,7 +28,8 @@ public:
     [[nodiscard]] std::uint32_t room() const noexcept { return capacity - size(); }
     [[nodiscard]] entry& operator[](std::uint32_t index) noexcept { return window()[index]; }
 
-    /// Inserts before the entry @p index, moving the smaller part of them if there is room on that side.
+    /// Inserts before the entry @p index. Moves the smaller part of the entries if there is room on that
+    /// side.
     void insert(std::uint32_t index, entry added) noexcept {
         const bool nearer_front = index < size() - index;
         if (begin > 0 && (nearer_front || end == capacity)) {
@@ -41,7 +42,7 @@ public:
         (*this)[index] = added;
     }
 
-    /// Moves the entries from @p index on to @p other, which is empty.
+    /// Moves the entries from @p index on to @p other, which must be empty.
     void move_rest(std::uint32_t index, segment& other) noexcept {
         other.begin = capacity / 4;
         other.end = other.begin + (size() - index);
@@ -85,7 +86,7 @@ std::string_view comment_store::operator[](std::uint64_t index) const noexcept {
     return (*segments[found.segment].entries)[found.entry].text();
 }
 
-/// The entry that stands for the comment at @p index, below `listed`.
+/// Returns the entry of the comment at @p index, which must be below `listed`.
 comment_store::cursor comment_store::place_of(std::uint64_t index) const noexcept {
     cursor place = found;
     if (index < place.first) {
@@ -186,7 +187,7 @@ bool comment_store::has_room_for_two(std::size_t number) const noexcept {
     return segments[number].entries->room() >= 2;
 }
 
-/// Splits the segment of @p place in two halves; @p place follows its entry.
+/// Splits the segment of @p place in two halves and updates @p place to its entry.
 void comment_store::split(cursor& place) {
     constexpr std::uint32_t half = segment::capacity / 2;
     const auto after = segments.begin() + static_cast<std::ptrdiff_t>(place.segment) + 1;
@@ -204,8 +205,8 @@ void comment_store::split(cursor& place) {
     }
 }
 
-/// A place with room for two entries directly before the one at @p next, which follows its entry. If the
-/// segment of @p next has no such room, the entry must be its first.
+/// Returns a place with room for two entries directly before the one at @p next, and updates @p next to its
+/// entry. If the segment of @p next has no room, the entry must be its first.
 comment_store::cursor comment_store::room_before(cursor& next) {
     cursor place = next;
     if (has_room_for_two(next.segment)) {
@@ -244,7 +245,7 @@ void comment_store::copy_to(std::deque<std::string>& comments) const {
             }
         }
     }
-    // Too many for a std::deque are too many also where its size has 32 bits.
+    // Clamp, so that a number too large for a std::deque is also too large if sizes have 32 bits.
     comments.resize(
         std::min<std::uint64_t>(comments.size() + empties_behind, std::numeric_limits<std::size_t>::max()));
 }

@@ -11,14 +11,14 @@
 
 namespace kvr {
 
-/// The comments of a MIF file by index, with the meaning of a double-ended queue of strings. Built for
-/// its three uses: a reader prepends each new comment, an editor inserts at ascending addresses into
-/// billions of empty comments, a writer walks from the first to the last. Each of them takes constant time;
-/// a jump to a far index takes one step for each 256 kept comments on the way. A kept comment costs its text
-/// and about nine bytes, a gap of empty ones between two others eight.
+/// The comments of a MIF file by index, with the semantics of a double-ended queue of strings. It supports
+/// three uses, each in constant time for each step: a reader prepends comments, an editor inserts at
+/// ascending addresses among billions of empty comments, and a writer walks from the first to the last.
+/// Access to a distant index takes one step for every 256 entries on the way. A comment takes the memory of
+/// its text and about nine bytes; a gap of empty comments between two others takes eight.
 ///
-/// A call that throws (std::bad_alloc) has changed nothing.
-/// Reading, too, is for one thread at a time.
+/// A call that throws (std::bad_alloc) has changed nothing. Not thread-safe: even concurrent reads need a
+/// lock.
 class comment_store {
 public:
     comment_store();
@@ -30,42 +30,42 @@ public:
     [[nodiscard]] bool empty() const noexcept { return size() == 0; }
     void clear() noexcept;
 
-    /// The comment at @p index, which must be below size(); valid until the store changes.
+    /// Returns the comment at @p index, which must be below size(). Valid until the store changes.
     [[nodiscard]] std::string_view operator[](std::uint64_t index) const noexcept;
 
-    /// Puts @p text before the first comment.
+    /// Inserts @p text before the first comment.
     void push_front(std::string_view text);
-    /// Appends empty comments until the store holds @p size of them; nothing when it holds more. The cost
-    /// does not depend on their number.
+    /// Appends empty comments up to a size of @p size; does nothing if there are more already. Takes constant
+    /// time.
     void append_empty_up_to(std::uint64_t size);
-    /// Inserts @p text so that it has @p index (at most size()); the comments from there on move up by one.
+    /// Inserts @p text at @p index (at most size()). The comments from there on move up by one.
     void insert(std::uint64_t index, std::string_view text);
 
-    /// Replaces everything by @p comments.
+    /// Replaces all comments by @p comments.
     void assign(const std::deque<std::string>& comments);
-    /// Appends every comment to @p comments, in order. When it throws, some may have been appended.
+    /// Appends all comments to @p comments in order. If this throws, some may have been appended.
     void copy_to(std::deque<std::string>& comments) const;
 
 private:
-    /// A kept comment, or a gap: some empty comments. One number says which, so that it takes eight bytes.
+    /// A comment, or a gap of empty comments. One number of eight bytes encodes either.
     class entry {
     public:
-        /// Leaves the entry open; none is read before it is assigned.
+        /// Uninitialized; must be assigned before it is read.
         entry() noexcept = default;
-        /// The comment that the arena holds at @p place.
+        /// The comment in the arena at @p place.
         static entry text(const char* place) noexcept {
             return entry(reinterpret_cast<std::uintptr_t>(place));
         }
-        /// @p count empty comments.
+        /// A gap of @p count empty comments.
         static entry gap(std::uint64_t count) noexcept { return entry(count | gap_flag); }
 
-        /// The number of comments that it stands for.
+        /// Returns the number of comments.
         [[nodiscard]] std::uint64_t comments() const noexcept { return is_gap() ? value ^ gap_flag : 1; }
-        /// The text of the comments that it stands for.
+        /// Returns the text of these comments.
         [[nodiscard]] std::string_view text() const noexcept;
 
     private:
-        /// Set in no address of a text.
+        /// Never set in the address of a text.
         static constexpr std::uint64_t gap_flag = std::uint64_t{1} << 63;
 
         explicit entry(std::uint64_t bits) noexcept : value(bits) {}
@@ -75,14 +75,14 @@ private:
     };
     class segment;
     struct segment_slot {
-        std::uint64_t comments; ///< that the segment stands for
+        std::uint64_t comments; ///< number of comments in the segment
         std::unique_ptr<segment> entries;
     };
-    /// A place among the entries. The first comment of the entry has the index `first`.
+    /// A position among the entries. `first` is the index of the first comment of the entry.
     struct cursor {
         std::size_t segment = 0;
         std::uint64_t segment_first = 0; ///< index of the first comment of the segment
-        std::uint32_t entry = 0;         ///< counted in the segment
+        std::uint32_t entry = 0;         ///< index within the segment
         std::uint64_t first = 0;
     };
 
@@ -97,11 +97,11 @@ private:
     [[nodiscard]] cursor room_before(cursor& next);
     void swap(comment_store& other) noexcept;
 
-    std::deque<segment_slot> segments; ///< none empty
-    std::uint64_t listed = 0;          ///< comments that the entries stand for
+    std::deque<segment_slot> segments; ///< never empty
+    std::uint64_t listed = 0;          ///< number of comments in the entries
     std::uint64_t empties_behind = 0;  ///< empty comments after the last entry
     text_arena texts;
-    mutable cursor found; ///< the place of the comment read last
+    mutable cursor found; ///< position of the comment read last
 };
 
 } // namespace kvr

@@ -13,7 +13,7 @@
 
 namespace kvr {
 
-/// Copies @p length characters; up to 16 of them, as most words have, without a call.
+/// Copies @p length characters; up to 16, the length of most words, without a function call.
 inline void copy_characters(const char* from, std::size_t length, char* to) noexcept {
     const auto copy_both_ends = [&](auto part) {
         constexpr std::size_t size = sizeof(part);
@@ -36,41 +36,41 @@ inline void copy_characters(const char* from, std::size_t length, char* to) noex
     }
 }
 
-/// The words of a page in contiguous slots of the same length, the stride. Words that all have this
-/// length, as in most memories, cost their characters only. A page with shorter or unset words
-/// has one byte more for each word, its padding. Only assign() adds or drops the padding, before the first
-/// word and after the last one that it writes, so that no length can be lost between two words.
+/// The words of a page in contiguous slots of equal length, the stride. If all words have this length, as in
+/// most memories, only their characters take memory. Otherwise each word has an additional byte, its padding.
+/// Only assign() adds or drops the padding, before the first word it writes and after the last one, so no
+/// length is ever lost in between.
 class packed_words {
 public:
-    /// A page in which no word is set, for texts of up to @p longest characters.
+    /// Makes a page without words, for texts of up to @p longest characters.
     explicit packed_words(std::uint32_t longest);
-    /// The page of the words in @p texts, all of them @p length characters long.
+    /// Makes a page of the words in @p texts, each of @p length characters.
     packed_words(std::unique_ptr<char[]> texts, std::uint32_t length) noexcept
         : chars(std::move(texts)),
           stride(length),
           incomplete(0) {}
 
-    /// True when @p index is set.
+    /// True if the word at @p index is set.
     [[nodiscard]] bool has(std::uint32_t index) const noexcept {
         return padding == nullptr || padding[index] != absent;
     }
 
-    /// True when every word is set and has the length of the stride.
+    /// True if every word is set and as long as the stride.
     [[nodiscard]] bool is_complete() const noexcept { return padding == nullptr; }
 
-    /// The text at @p index, which must be set.
+    /// Returns the text at @p index, which must be set.
     [[nodiscard]] std::string_view operator[](std::uint32_t index) const noexcept {
         const std::size_t length = padding == nullptr ? stride : stride - std::size_t{padding[index]};
         return {place(index), length};
     }
 
-    /// True when the slots suit texts of @p length characters.
+    /// True if the slots can hold texts of @p length characters.
     [[nodiscard]] bool suits(std::size_t length) const noexcept {
         return length <= stride && stride - length <= longest_padding;
     }
 
-    /// Sets @p index to @p text if that neither takes a padding nor completes the page; false, without a
-    /// change, otherwise.
+    /// Sets the word at @p index if this neither needs a padding nor completes the page. Otherwise changes
+    /// nothing and returns false.
     bool copy_in(std::uint32_t index, std::string_view text) noexcept {
         if (padding == nullptr) {
             if (text.size() != stride) {
@@ -86,13 +86,13 @@ public:
         return true;
     }
 
-    /// copy_in() for the @p count words from @p index on, which are contiguous in @p texts, each
-    /// @p length characters long.
+    /// Does the same for @p count words from @p index on. @p texts has them contiguously, each of @p length
+    /// characters.
     bool copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
                               std::uint32_t count) noexcept;
 
-    /// Sets each index from @p begin to @p end (inclusive) to @p text_of (index), a text of a length that
-    /// suits. Nothing has changed when it throws (std::bad_alloc).
+    /// Sets each word from @p begin to @p end (inclusive) to @p text_of(index). suits() must hold for its
+    /// length. If this throws (std::bad_alloc), nothing has changed.
     template <class TextOf>
     void assign(std::uint32_t begin, std::uint32_t end, const TextOf& text_of) {
         add_padding();
@@ -104,10 +104,10 @@ public:
         }
     }
 
-    /// A copy with slots of @p longest characters, at most `longest_padding` more than now.
+    /// Returns a copy with slots of @p longest characters, at most `longest_padding` more than now.
     [[nodiscard]] packed_words widened(std::uint32_t longest) const;
 
-    /// The words from @p index on, up to the first that is unset or does not have the length of the stride.
+    /// Returns the words from @p index on up to the first one that is not set or shorter than the stride.
     [[nodiscard]] word_row row_at(std::uint32_t index) const noexcept {
         std::uint32_t end = is_complete() ? page_words : index;
         while (end < page_words && padding[end] == 0) {
@@ -116,7 +116,7 @@ public:
         return {place(index), stride, end - index};
     }
 
-    /// True when the words of the page, which is complete, are all the same.
+    /// True if all words are equal. The page must be complete.
     [[nodiscard]] bool is_uniform() const noexcept;
 
     [[nodiscard]] std::uint32_t longest() const noexcept { return stride; }
@@ -132,7 +132,7 @@ private:
 
     void add_padding();
 
-    /// Writes a word and its length, for which there must be a padding.
+    /// Writes a word and its length. There must be a padding.
     void write(std::uint32_t index, std::string_view text) noexcept {
         copy_characters(text.data(), text.size(), place(index));
         const auto unused = static_cast<std::uint8_t>(stride - text.size());
@@ -143,9 +143,9 @@ private:
 
     std::unique_ptr<char[]> chars;
     std::unique_ptr<std::uint8_t[]>
-        padding; ///< unused characters of each slot, or `absent`; none when complete
+        padding; ///< unused characters of each slot, or `absent`; null if complete
     std::uint32_t stride;
-    std::uint32_t incomplete; ///< words that are shorter than the stride or not set
+    std::uint32_t incomplete; ///< number of words that are not set or shorter than the stride
 };
 
 } // namespace kvr

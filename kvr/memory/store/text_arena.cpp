@@ -10,10 +10,10 @@ namespace {
 constexpr std::size_t first_block_size = 1024;
 constexpr std::size_t largest_block_size = 65536;
 
-/// A longer text has a block of its own, so that little room is lost at the end of a block.
+/// Longer texts have a block of their own, so that little room is wasted at the ends of blocks.
 constexpr std::size_t longest_shared = largest_block_size / 16;
 
-// A length is written seven bits a byte, the low ones first; a byte with the flag is not the last.
+// A length is encoded in seven bits per byte, low bits first. All bytes but the last have the flag.
 constexpr unsigned length_bits = 7;
 constexpr std::size_t more_follow = std::size_t{1} << length_bits;
 

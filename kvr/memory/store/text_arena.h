@@ -7,13 +7,13 @@
 
 namespace kvr {
 
-/// Keeps copies of texts in blocks, each after its length, until all are released at once.
+/// Stores copies of texts, each preceded by its length, in blocks that are released together.
 class text_arena {
 public:
-    /// Keeps a copy of @p text until clear() or the destruction of the arena.
-    /// @return its place, for text_at().
+    /// Stores a copy of @p text until clear() or destruction.
+    /// @return its position for text_at()
     const char* keep(std::string_view text);
-    /// The text that keep() has put at @p place.
+    /// Returns the text that keep() stored at @p place.
     [[nodiscard]] static std::string_view text_at(const char* place) noexcept;
     void clear() noexcept;
     void swap(text_arena& other) noexcept;
@@ -23,9 +23,9 @@ private:
     char* add_block(std::size_t size);
 
     std::vector<std::unique_ptr<char[]>> blocks;
-    char* room = nullptr;      ///< in one of the blocks
-    std::size_t room_size = 0; ///< characters
-    std::size_t next_size = 0; ///< of the next block, characters
+    char* room = nullptr;      ///< within one of the blocks
+    std::size_t room_size = 0; ///< in characters
+    std::size_t next_size = 0; ///< of the next block, in characters
 };
 
 } // namespace kvr

@@ -8,14 +8,14 @@ namespace kvr {
 
 namespace {
 
-/// Texts that no word uses any more are dropped when the list would hold more texts than this, or when the
-/// characters would have doubled; not in short lists, which saves them the search.
+/// Unused texts are dropped if the list would exceed this number of texts, or if the characters would have
+/// doubled since the last time. Short lists are not searched.
 constexpr std::size_t most_entries = std::size_t{4} * page_words;
 constexpr std::size_t least_chars_to_tidy = std::size_t{8} * page_words;
 
 constexpr std::size_t most_chars = std::numeric_limits<std::uint32_t>::max();
 
-/// A capacity for @p added more elements that keeps both the copying and the unused part small.
+/// Returns a capacity for @p added more elements that keeps both copying and unused memory small.
 std::size_t grown(std::size_t size, std::size_t added) {
     return size + std::max(added, size / 4 + 32);
 }
@@ -55,7 +55,7 @@ std::size_t varied_words::longest() const noexcept {
         ->length;
 }
 
-/// Makes sure that add() has room for @p count texts of @p length characters together.
+/// Ensures that add() has room for @p count texts with a total of @p length characters.
 void varied_words::make_room(std::size_t count, std::size_t length) {
     if (is_worth_tidying(count, length)) {
         varied_words tidy = tidied();
@@ -71,7 +71,7 @@ bool varied_words::is_worth_tidying(std::size_t count, std::size_t length) const
            chars.size() + length > std::max(least_chars_to_tidy, 2 * tidy_size);
 }
 
-/// A copy without the texts that no word uses any more.
+/// Returns a copy without unused texts.
 varied_words varied_words::tidied() const {
     varied_words tidy;
     std::vector<std::uint16_t> places(entries.size(), absent);

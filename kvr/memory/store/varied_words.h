@@ -11,31 +11,31 @@
 
 namespace kvr {
 
-/// The words of a page whose texts have different lengths: a list of texts, and for each word its
-/// place in the list. Words that one range line set share their texts.
+/// The words of a page with texts of different lengths: a list of texts, and the list index of each word.
+/// Words set by one range line share their texts.
 class varied_words {
 public:
     varied_words() noexcept { chosen.fill(absent); }
 
     [[nodiscard]] bool has(std::uint32_t index) const noexcept { return chosen[index] != absent; }
 
-    /// The text at @p index, which must be set.
+    /// Returns the text at @p index, which must be set.
     [[nodiscard]] std::string_view operator[](std::uint32_t index) const noexcept {
         return text_of(entries[chosen[index]]);
     }
 
-    /// Sets the word at @p index. Nothing has changed when it throws.
-    /// @throws std::length_error when the texts of the page would have more than 2^32 - 1 characters.
+    /// Sets the word at @p index. If this throws, nothing has changed.
+    /// @throws std::length_error if the texts of the page exceed 2^32 - 1 characters
     void set(std::uint32_t index, std::string_view text);
 
-    /// Sets the words from @p first to @p last to the texts that @p texts has for @p address, the address of
-    /// the first one, and the addresses that follow. Throws like set().
+    /// Sets the words from @p first to @p last to the texts of @p texts for @p address, the address of the
+    /// first word, and the addresses after it. Throws like set().
     void assign(std::uint32_t first, std::uint32_t last, const word_pattern& texts, std::uint32_t address);
 
-    /// The number of texts in the list; those that no word uses any more may be among them.
+    /// Returns the number of texts in the list. It may include texts that are no longer used.
     [[nodiscard]] std::size_t texts() const noexcept { return entries.size(); }
 
-    /// The lengths of the shortest and the longest text in the list, which must not be empty.
+    /// Return the lengths of the shortest and the longest text in the list, which must not be empty.
     [[nodiscard]] std::size_t shortest() const noexcept;
     [[nodiscard]] std::size_t longest() const noexcept;
 
@@ -59,8 +59,8 @@ private:
 
     std::array<std::uint16_t, page_words> chosen{}; ///< index into `entries`, or `absent`
     std::vector<entry> entries;
-    std::vector<char> chars;   ///< a string would double to grow by a little
-    std::size_t tidy_size = 0; ///< of `chars` when texts that no word used any more were last dropped
+    std::vector<char> chars;   ///< a string would double its capacity for a small growth
+    std::size_t tidy_size = 0; ///< size of `chars` when unused texts were last dropped
 };
 
 } // namespace kvr

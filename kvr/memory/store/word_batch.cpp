@@ -10,7 +10,7 @@ namespace {
 /// Longer words are not packed.
 constexpr std::size_t longest_gathered = 256;
 
-// Gathering is more work than it saves where the lengths differ or the addresses jump.
+// Collecting takes more time than it saves if lengths differ or addresses jump.
 constexpr std::size_t least_words_worth_gathering = 8;
 constexpr std::uint32_t words_set_apart = 32;
 
@@ -33,7 +33,7 @@ void word_batch::set_side_by_side(std::uint32_t first, std::string_view all, std
             ++first;
             continue;
         }
-        // Room for the first of them, and for as many more as go into the same page.
+        // room_for() has made room for the first word; as many more fit as belong to the same page.
         const std::size_t size = std::min(all.size(), limit - used + length);
         std::memcpy(place, all.data(), size);
         used += size - length;
@@ -54,7 +54,7 @@ void word_batch::flush() {
     drop();
 }
 
-/// Makes room for words of @p length from @p address on; false when such words are not gathered.
+/// Makes room for words of @p length from @p address on. Returns false if such words are not collected.
 bool word_batch::begin(std::uint32_t address, std::size_t length) {
     if (used != 0) {
         apart = used < least_words_worth_gathering * word_length ? words_set_apart : 0;
@@ -67,7 +67,7 @@ bool word_batch::begin(std::uint32_t address, std::size_t length) {
     if (length == 0 || length > longest_gathered) {
         return false;
     }
-    // The store takes over a page as it is, so the buffer must have no more room than the page needs.
+    // The store may take over a page as it is, so the buffer must have exactly the size of the page.
     const bool may_become_page = address % page_words == 0;
     if (texts == nullptr || length > length_in_texts || (may_become_page && length != length_in_texts)) {
         texts = std::make_unique_for_overwrite<char[]>(length * page_words + slack);

@@ -9,15 +9,15 @@ namespace kvr {
 
 namespace {
 
-/// Up to this many pieces a page is kept in pieces.
+/// The most pieces of a page.
 constexpr std::size_t most_pieces = 12;
 
-// A page is packed only when enough texts were set in it, so that a small file cannot allocate much memory:
-// pieces of one length when they hold this many texts, a list of texts when it holds that many.
+// A page is packed only if enough texts were set in it, so that a small file cannot allocate much memory:
+// pieces of equal length with this many texts, or a list of that many texts.
 constexpr std::size_t least_pieces_to_pack = 11;
 constexpr std::size_t least_texts_to_pack = 96;
 
-/// Texts of different lengths are packed up to this length, texts of the same length up to the next one.
+/// Texts of different lengths are packed up to this length, texts of equal length up to the next one.
 constexpr std::size_t longest_mixed = 16;
 constexpr std::size_t longest_packed = word_row::longest;
 
@@ -25,8 +25,7 @@ bool suits_packing(std::size_t shortest, std::size_t longest) {
     return longest <= longest_mixed || (shortest == longest && longest <= longest_packed);
 }
 
-/// True when the piece before @p piece in @p pieces, or the one before that, has the same pattern: a piece
-/// that was split in two.
+/// True if an earlier piece has the same pattern as @p piece: a piece that was split in two.
 bool is_repeated(const std::vector<word_pieces::piece>& pieces, const word_pieces::piece& piece) {
     return std::any_of(pieces.data(), &piece,
                        [&](const auto& earlier) { return earlier.texts.get() == piece.texts.get(); });
@@ -109,7 +108,7 @@ void word_page::assign(std::uint32_t begin, std::uint32_t end, const pattern_ref
     }
 }
 
-/// Changes the form, if needed, to one that can take texts of @p lengths next. No word changes.
+/// Changes the representation, if needed, to one that can store texts of @p lengths. No word changes.
 void word_page::prepare_for(length_range lengths) {
     if (const auto* pieces = std::get_if<word_pieces>(&form)) {
         prepare_pieces(*pieces, lengths);
@@ -203,7 +202,7 @@ word_page::length_range word_page::lengths_of(std::uint32_t begin, std::uint32_t
     return lengths;
 }
 
-/// True when the pieces hold enough texts to pack them, all of @p length.
+/// True if the pieces have enough texts to pack them, and all have the length @p length.
 bool word_page::has_enough_texts_of(std::size_t length, const word_pieces& pieces) const noexcept {
     std::size_t texts = 0;
     for (const word_pieces::piece& each : pieces.all()) {

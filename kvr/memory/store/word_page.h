@@ -17,19 +17,19 @@
 
 namespace kvr {
 
-/// The words of adjacent addresses, some of which may be unset: those follow the initial pattern of the
-/// page. It keeps its words in the form that suits them: a few pieces at first, then packed
-/// when they have one length or nearly so, else as a list of texts.
+/// The words of adjacent addresses. Words that are not set follow the initial pattern of the page. The page
+/// chooses its representation: a few pieces at first, then packed words if the lengths are equal or nearly
+/// so, otherwise a list of texts.
 class word_page {
 public:
     static constexpr std::uint64_t words = page_words;
 
-    /// The page whose first word has the address @p first_address and in which all words follow @p texts.
+    /// Makes a page with the first address @p first_address in which all words follow @p texts.
     word_page(std::uint32_t first_address, pattern_ref texts) noexcept
         : first(first_address),
           backing(std::move(texts)) {}
 
-    /// The text of the word at @p index, counted from the first of the page.
+    /// Returns the word at @p index within the page.
     [[nodiscard]] std::string_view operator[](std::uint32_t index) const noexcept {
         const auto* packed = std::get_if<packed_words>(&form);
         if (packed != nullptr && packed->has(index)) {
@@ -38,23 +38,23 @@ public:
         return find(index);
     }
 
-    /// The contiguous words of one length from @p index on; none if the page keeps its words in another
-    /// form.
+    /// Returns the contiguous words of equal length from @p index on. The row is empty if the page has
+    /// another representation.
     [[nodiscard]] word_row row_at(std::uint32_t index) const noexcept {
         const auto* packed = std::get_if<packed_words>(&form);
         return packed != nullptr ? packed->row_at(index) : word_row();
     }
 
-    /// Sets the word at @p index if that only takes a copy of its characters; false, without a change,
-    /// when it needs set().
+    /// Sets the word at @p index if this requires only a copy of its characters. Otherwise changes nothing
+    /// and returns false; use set().
     bool copy_in(std::uint32_t index, std::string_view text) noexcept {
         auto* packed = std::get_if<packed_words>(&form);
         return packed != nullptr && !is_edge(index) && packed->copy_in(index, text);
     }
 
-    /// Sets the @p count words from @p index on, not including the last word of the page, to @p texts,
-    /// each @p length characters long, if that only takes a copy; false, without a change, when at least one
-    /// word needs set().
+    /// Sets @p count words from @p index on, excluding the last word of the page, to @p texts of @p length
+    /// characters each, if this requires only a copy. Otherwise changes nothing and returns false; at least
+    /// one word needs set().
     bool copy_in_side_by_side(std::uint32_t index, const char* texts, std::size_t length,
                               std::uint32_t count) noexcept {
         auto* packed = std::get_if<packed_words>(&form);
@@ -62,37 +62,36 @@ public:
                packed->copy_in_side_by_side(index, texts, length, count);
     }
 
-    /// True when all words of a page that are @p texts, each @p length (not 0) characters long, are best
-    /// packed, and not kept as a few pieces.
+    /// True if a page of the words @p texts, each of @p length (not 0) characters, is better packed than kept
+    /// as pieces.
     [[nodiscard]] static bool is_best_packed(const char* texts, std::size_t length) noexcept;
-    /// Sets all words of the page to @p texts, which are best packed.
+    /// Sets all words of the page to @p texts, for which is_best_packed() holds.
     void pack(std::unique_ptr<char[]> texts, std::size_t length) noexcept;
 
-    /// Sets the word at @p index. True when it is worth calling whole() now. Every word is as before when
-    /// it throws.
+    /// Sets the word at @p index. Returns true if whole() is worth a call now. If this throws, no word has
+    /// changed.
     bool set(std::uint32_t index, std::string_view text);
 
-    /// Sets the words from @p begin to @p end (inclusive) to the texts of @p texts for their addresses. Every
-    /// word is as before when it throws.
+    /// Sets the words from @p begin to @p end (inclusive) to the texts of @p texts for their addresses. If
+    /// this throws, no word has changed.
     void assign(std::uint32_t begin, std::uint32_t end, const pattern_ref& texts);
 
-    /// The pattern that gives the same words as the page, if one is found (and, where it must be
-    /// made, memory for it).
+    /// Returns a pattern with the same words as the page if there is one, and enough memory to make it.
     [[nodiscard]] pattern_ref whole() const noexcept;
 
-    /// The first index from @p from to @p last (inclusive) whose word is not @p text; last + 1 when there
-    /// is none.
+    /// Returns the first index from @p from to @p last (inclusive) whose word is not @p text, or last + 1.
     [[nodiscard]] std::uint32_t find_other(std::uint32_t from, std::uint32_t last,
                                            std::string_view text) const noexcept;
 
 private:
-    /// The lengths of texts to come.
+    /// The lengths of texts to be set.
     struct length_range {
         std::size_t shortest;
         std::size_t longest;
     };
 
-    /// Where a caller that sets the words in order ends: the time to check whether all are the same.
+    /// True at the ends of the page. After setting words in order, a caller ends here: time to check for
+    /// equal words.
     static constexpr bool is_edge(std::uint32_t index) noexcept {
         return index == 0 || index == page_words - 1;
     }
@@ -113,8 +112,8 @@ private:
     [[nodiscard]] bool is_uniform() const noexcept;
 
     std::uint32_t first;
-    bool keeps_varied = false; ///< the list of texts was found not to suit packing
-    pattern_ref backing;       ///< the pattern of unset words
+    bool keeps_varied = false; ///< the list of texts was found unsuitable for packing
+    pattern_ref backing;       ///< the pattern of words that are not set
     std::variant<word_pieces, packed_words, std::unique_ptr<varied_words>> form;
 };
 

@@ -4,7 +4,7 @@
 
 namespace kvr {
 
-/// Words are kept in pages of this many adjacent addresses.
+/// Number of adjacent addresses in a page.
 inline constexpr std::uint32_t page_words = 1024;
 
 } // namespace kvr

@@ -8,7 +8,7 @@ namespace kvr {
 
 namespace {
 
-/// Where texts are addressed by 32-bit offsets, all of them together must not be longer than this.
+/// The maximum total length of texts that are addressed by 32-bit offsets.
 constexpr std::size_t longest_texts = std::numeric_limits<std::uint32_t>::max();
 
 std::size_t total_length(const std::string_view* values, std::size_t count) {
@@ -37,7 +37,7 @@ word_pattern::word_pattern(std::uint32_t first_address, const std::string_view* 
 
 void word_pattern::count_equal_values() {
     const std::uint32_t count = period();
-    // Two turns: the last values are equal to the first ones of the next turn.
+    // Two turns: the last values may equal the first ones of the next turn.
     std::uint32_t equal = 1;
     for (std::uint32_t left = 2 * count; left > 0; --left) {
         const std::uint32_t index = (left - 1) % count;

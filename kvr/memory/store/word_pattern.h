@@ -12,41 +12,40 @@ namespace kvr {
 
 class pattern_ref;
 
-/// Makes a new text (the second argument, which it overwrites) of a word's text. False when there is none.
+/// Converts the text of a word. Overwrites the second argument; returns false if there is no result.
 using word_conversion = std::function<bool(std::string_view, std::string&)>;
 
-/// Texts that repeat over the addresses: the word at `first` has the first text, the next word the next
-/// one, and after the last text the first one follows again. A pattern never changes, and which text an
-/// address has depends on nothing but the address, so one pattern stands for any number of words, pages
-/// and subtrees at once.
+/// Texts that repeat over the addresses: the word at `first` has the first text, the next word the next text,
+/// and so on cyclically. A pattern is immutable, and the text depends on the address only. So any number of
+/// words, pages and subtrees can share a pattern.
 class word_pattern {
 public:
-    /// The pattern in which every word has @p text.
+    /// Returns the pattern in which every word has @p text.
     static pattern_ref uniform(std::string_view text);
 
-    /// The pattern of the @p count texts at @p values (at least one), which starts at address @p first.
-    /// @throws std::length_error when they have more than 2^32 - 1 characters together.
+    /// Returns the pattern of the @p count texts at @p values (at least one), starting at address @p first.
+    /// @throws std::length_error if the texts exceed 2^32 - 1 characters in total
     static pattern_ref repeating(std::uint32_t first, const std::string_view* values, std::size_t count);
 
-    /// The text of the word at @p address, which must not be below `first` unless the pattern is uniform.
+    /// Returns the text of the word at @p address, which must not be below `first` unless the pattern is
+    /// uniform.
     [[nodiscard]] std::string_view text_at(std::uint32_t address) const noexcept {
         return is_uniform() ? std::string_view(texts) : value((address - first) % period());
     }
 
-    /// True when every word has the same text.
+    /// True if every word has the same text.
     [[nodiscard]] bool is_uniform() const noexcept { return places.empty(); }
 
-    /// The number of addresses after which the texts repeat.
+    /// Returns the number of addresses after which the texts repeat.
     [[nodiscard]] std::uint32_t period() const noexcept {
         return is_uniform() ? 1 : static_cast<std::uint32_t>(places.size());
     }
 
-    /// The first address from @p from to @p last (inclusive) whose word is not @p text; last + 1 when
-    /// there is none.
+    /// Returns the first address from @p from to @p last (inclusive) whose word is not @p text, or last + 1.
     [[nodiscard]] std::uint64_t find_other(std::uint32_t from, std::uint32_t last,
                                            std::string_view text) const noexcept;
 
-    /// The pattern in which every text is the result of @p conversion; none when that returns false.
+    /// Returns the pattern with every text converted, or none if @p conversion returns false.
     [[nodiscard]] pattern_ref converted(const word_conversion& conversion) const;
 
 private:
@@ -64,17 +63,17 @@ private:
     struct value_place {
         std::uint32_t end; ///< in `texts`
         std::uint32_t
-            equal_ahead; ///< values equal to it from it on, of the next turn too; at most the period
+            equal_ahead; ///< equal values from this one on, also in the next period; at most the period
     };
 
     mutable std::uint32_t references = 0;
     std::uint32_t first = 0;
-    std::vector<value_place> places; ///< none when the pattern is uniform
+    std::vector<value_place> places; ///< empty if the pattern is uniform
     std::string texts;
 };
 
-/// A counted reference to a pattern, or none. It is one word wide and counts without atomics, because there
-/// is one for each page of a memory, and a memory is used from one thread at a time.
+/// A reference-counted pointer to a pattern, or none. It has the size of a pointer and counts without
+/// atomics: every page of a memory has one, and a memory is used from one thread at a time.
 class pattern_ref {
 public:
     pattern_ref() noexcept = default;
@@ -107,8 +106,8 @@ private:
     const word_pattern* pattern = nullptr;
 };
 
-/// True when both have the same texts at every address, as far as that is known in constant time: they
-/// are the same pattern, or both are uniform with the same text.
+/// True if both are known in constant time to have the same texts at every address: they are the same
+/// pattern, or both are uniform with the same text.
 [[nodiscard]] bool same_texts(const pattern_ref& left, const pattern_ref& right) noexcept;
 
 } // namespace kvr

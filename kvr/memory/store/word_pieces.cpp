@@ -11,7 +11,7 @@ namespace {
 
 using piece = word_pieces::piece;
 
-/// The first piece that does not end before @p index.
+/// Returns the first piece that does not end before @p index.
 template <class Pieces>
 auto reaching(Pieces& pieces, std::uint32_t index) noexcept {
     return std::find_if(pieces.begin(), pieces.end(), [&](const piece& each) { return each.last >= index; });
@@ -61,7 +61,8 @@ void word_pieces::assign(std::uint32_t first, std::uint32_t last, pattern_ref te
     }
 }
 
-/// Removes the indexes from the pieces and returns the first piece after them. Needs room for one piece.
+/// Removes the indexes from all pieces and returns the first piece after them. Needs capacity for one more
+/// piece.
 word_pieces::iterator word_pieces::cut_out(std::uint32_t first, std::uint32_t last) noexcept {
     iterator next = reaching(pieces, first);
     if (next != pieces.end() && next->first < first) {

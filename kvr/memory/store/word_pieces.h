@@ -9,39 +9,38 @@
 
 namespace kvr {
 
-/// The words of a page with few words set: stretches of words, each with its pattern. A single word
-/// is a stretch of one, and adjacent stretches of the same texts are one, so that a single word here and
-/// there, a part of a range line and equal words cost next to nothing.
+/// The words of a sparse page: stretches of words, each with a pattern. A single word is a stretch of one.
+/// Adjacent stretches with the same texts are merged, so scattered words, parts of range lines and equal
+/// words take little memory.
 class word_pieces {
 public:
-    /// Adjacent indexes, from `first` to `last` (inclusive), whose words follow `texts`.
+    /// Adjacent indexes from `first` to `last` (inclusive) whose words follow `texts`.
     struct piece {
         std::uint16_t first;
         std::uint16_t last;
         pattern_ref texts;
     };
 
-    /// What applies to the indexes from the given one to `last`.
+    /// The state of the indexes from a given one to `last`.
     struct stretch {
-        const word_pattern* texts; ///< none where there is no piece
+        const word_pattern* texts; ///< null if there is no piece
         std::uint32_t last;
     };
 
-    /// In ascending order; none overlap.
+    /// Returns the pieces in ascending order, without overlaps.
     [[nodiscard]] const std::vector<piece>& all() const noexcept { return pieces; }
 
     [[nodiscard]] stretch stretch_at(std::uint32_t index) const noexcept;
 
-    /// Extends the piece that ends directly before @p index, if all its words are @p text, by one word
-    /// that no piece holds; false, without a change, when there is no such piece or word.
+    /// Extends the piece directly before @p index, if all its words are @p text, by one word that is in no
+    /// piece. Changes nothing and returns false if there is no such piece or word.
     bool extend(std::uint32_t index, std::string_view text) noexcept;
 
-    /// Assigns @p texts to the indexes from @p first to @p last, or no piece when there are none. Adds at
-    /// most two pieces. Nothing has changed when it throws.
+    /// Assigns @p texts to the indexes from @p first to @p last; null removes them from all pieces. Adds at
+    /// most two pieces. If this throws, nothing has changed.
     void assign(std::uint32_t first, std::uint32_t last, pattern_ref texts);
 
-    /// The pattern of a piece that touches @p index and has @p text in all its words; none when there is
-    /// no such piece.
+    /// Returns the pattern of a piece that touches @p index and has @p text in all its words, or none.
     [[nodiscard]] pattern_ref neighbour_with(std::uint32_t index, std::string_view text) const noexcept;
 
 private:

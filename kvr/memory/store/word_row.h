@@ -6,23 +6,23 @@
 
 namespace kvr {
 
-/// Adjacent words of one length whose texts are contiguous in memory, for callers that process many words
-/// at once instead of one by one. Valid until the store that it comes from changes.
+/// Adjacent words of equal length with contiguous texts, for processing many words at once. Valid until the
+/// store changes.
 struct word_row {
-    static constexpr std::uint32_t longest = 256; ///< type of `length`
+    static constexpr std::uint32_t longest = 256; ///< maximum of `length`
 
     const char* texts = nullptr;
     std::uint32_t length = 0; ///< characters of each word
-    std::uint32_t count = 0;  ///< words; 0: there is no row
+    std::uint32_t count = 0;  ///< number of words; 0 if there is no row
 
     [[nodiscard]] std::string_view operator[](std::uint32_t index) const noexcept {
         return {texts + std::size_t{index} * length, length};
     }
 
-    /// The texts of all words, one after the other.
+    /// Returns the concatenated texts of all words.
     [[nodiscard]] std::string_view all() const noexcept { return {texts, std::size_t{count} * length}; }
 
-    /// @p words of its words from number @p first on.
+    /// Returns @p words words from index @p first on.
     [[nodiscard]] word_row part(std::uint32_t first, std::uint32_t words) const noexcept {
         return {texts + std::size_t{first} * length, length, words};
     }

@@ -83,11 +83,11 @@ void word_store::set_page(std::uint32_t first, std::unique_ptr<char[]>& texts, s
     }
 }
 
-/// Sets words of one page, one by one until the others can be copied.
+/// Sets words of one page, one by one until the remaining ones can be copied.
 void word_store::set_in_page(std::uint32_t first, std::string_view texts, std::size_t length) {
     while (!texts.empty()) {
         const std::uint32_t index = first % page_words;
-        // The last word of a page always takes a set().
+        // The last word of a page always needs set().
         auto count =
             static_cast<std::uint32_t>(std::min<std::size_t>(texts.size() / length, page_words - 1 - index));
         if (count == 0 || !is_in_found_page(first) ||
@@ -144,7 +144,7 @@ void word_store::fill(std::uint32_t first, std::uint32_t last, const std::vector
     assign_range({first, end}, word_pattern::repeating(first, values.data(), count));
 }
 
-/// Makes the words of @p range follow @p texts, as far as the roots reach.
+/// Makes the words of @p range follow @p texts, as far as there are roots.
 void word_store::assign_range(const address_range& range, const pattern_ref& texts) {
     found_number = no_page;
     const std::uint64_t end = std::min<std::uint64_t>(range.last / root_words + 1, roots.size());
@@ -158,7 +158,7 @@ word_run word_store::run_at(std::uint32_t address) const noexcept {
     std::uint64_t next = std::uint64_t{address} + 1;
     if (next < word_count && is_in_found_page(address + 1) &&
         (*found_page)[(address + 1) % page_words] != text) {
-        return {address, address, text}; // most runs, without a search of the tree
+        return {address, address, text}; // most runs end here, without a search of the tree
     }
     while (next < word_count) {
         const word_leaf leaf = leaf_at(roots[next / root_words], static_cast<std::uint32_t>(next));
@@ -219,8 +219,8 @@ bool word_store::transform(const word_conversion& conversion, const row_test& ke
     return true;
 }
 
-/// The fast path of transform(), for words that are already their result. False at the first word for
-/// which that is not known; transform() then converts all of them.
+/// Fast path of transform() for words that do not change. Returns false at the first word for which this is
+/// not known; transform() then converts all words.
 bool word_store::is_kept(const word_conversion& conversion, const row_test& keeps) const {
     for (std::uint64_t address = 0; address < size();) {
         const word_leaf leaf = leaf_at(roots[address / root_words], static_cast<std::uint32_t>(address));
@@ -259,8 +259,8 @@ bool word_store::is_kept(const word_leaf& leaf, const word_conversion& conversio
     return true;
 }
 
-/// Sets the words of @p leaf, which belongs to another store, to the results of @p conversion.
-/// One pattern over several leaves stays one.
+/// Sets the words of @p leaf, which belongs to another store, to the results of @p conversion. A pattern
+/// shared by several leaves stays shared.
 bool word_store::convert_words(const word_leaf& leaf, const word_conversion& conversion,
                                const row_test& keeps, converted_pattern& latest) {
     if (leaf.page == nullptr) {
@@ -294,8 +294,8 @@ bool word_store::convert_words(const word_leaf& leaf, const word_conversion& con
     return true;
 }
 
-/// The same for words of a pattern with a text that cannot be converted: possibly one that no word uses,
-/// when the words that used it were dropped or set since.
+/// Does the same for words of a pattern with a text that cannot be converted. Possibly no word uses this text
+/// any more, because its words were dropped or overwritten.
 bool word_store::convert_part(const word_leaf& leaf, const word_conversion& conversion) {
     const std::uint32_t last = std::min(leaf.last, size() - 1);
     if (last - leaf.first >= leaf.texts->period() - 1) {
@@ -309,7 +309,7 @@ bool word_store::convert_part(const word_leaf& leaf, const word_conversion& conv
     return true;
 }
 
-/// The same for contiguous words, the first of them at @p address.
+/// Does the same for contiguous words, the first at @p address.
 bool word_store::convert_row(std::uint32_t address, const word_row& row, const word_conversion& conversion,
                              const row_test& keeps) {
     const bool kept = keeps && keeps(row);
@@ -323,7 +323,7 @@ bool word_store::convert_row(std::uint32_t address, const word_row& row, const w
     return true;
 }
 
-/// The same for a run of one word.
+/// Does the same for a run of equal words.
 bool word_store::convert_run(const word_run& run, const word_conversion& conversion) {
     std::string text;
     if (!conversion(run.text, text)) {

@@ -8,7 +8,7 @@ namespace kvr {
 
 namespace {
 
-/// The branch or the page in @p tree, made where a pattern replaces it.
+/// Returns the branch or page in @p tree, made first if a pattern replaces it.
 template <class Inner>
 Inner& unfolded(word_subtree<Inner>& tree, std::uint32_t address) {
     if (const auto* texts = std::get_if<pattern_ref>(&tree)) {
@@ -43,7 +43,7 @@ pattern_ref whole_of(const word_branch<Inner, count>& branch) noexcept {
     return all_same ? *first : pattern_ref();
 }
 
-/// Replaces the branch or the page in @p tree by a pattern with the same words; false when there is none.
+/// Replaces the branch or page in @p tree by a pattern with the same words. Returns false if there is none.
 template <class Inner>
 bool fold_here(word_subtree<Inner>& tree) noexcept {
     pattern_ref whole = whole_of(*inner_of(tree));
@@ -54,7 +54,7 @@ bool fold_here(word_subtree<Inner>& tree) noexcept {
     return true;
 }
 
-/// True when the page that holds @p address was replaced.
+/// Returns true if the page of @p address was replaced.
 template <class Inner>
 bool fold_in(word_subtree<Inner>& tree, std::uint32_t address) noexcept {
     if constexpr (is_page<Inner>) {

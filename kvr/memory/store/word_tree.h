@@ -11,19 +11,19 @@
 #include <type_traits>
 #include <variant>
 
-// The tree over the addresses of a memory: pages, branches of 32 pages, branches of 64 of those. At any
-// level a pattern may replace what is below, so that billions of words that one value or one range
-// line set are a single node. Addresses are absolute everywhere; the end of a range is 64 bits wide where
+// A tree over the addresses of a memory: pages, branches of 32 pages, and branches of 64 of those. At any
+// level a pattern may replace a subtree, so billions of words set by one value or one range line are a single
+// node. Addresses are absolute. The end of a range has 64 bits if the address after the last one is needed.
 // the address after the last one is needed.
 
 namespace kvr {
 
-/// A part of the tree: a pattern that all its words follow, or the branch or the page that keeps them.
-/// Beyond the end of a memory it may be no pattern at all.
+/// A subtree: a pattern that all its words follow, or the branch or page with its words. Beyond the end of a
+/// memory there may be no pattern.
 template <class Inner>
 using word_subtree = std::variant<pattern_ref, std::unique_ptr<Inner>>;
 
-/// The branch or the page in @p tree; none where a pattern replaces it.
+/// Returns the branch or page in @p tree, or null if it is a pattern.
 template <class Inner>
 Inner* inner_of(const word_subtree<Inner>& tree) noexcept {
     const auto* inner = std::get_if<std::unique_ptr<Inner>>(&tree);
@@ -34,7 +34,7 @@ template <class Inner, std::size_t count>
 struct word_branch {
     static constexpr std::uint64_t words = count * Inner::words;
 
-    /// Constructed like a page; its first address makes no difference to a branch.
+    /// Constructed like a page; the first address is not used.
     word_branch(std::uint32_t /*first_address*/, const pattern_ref& texts) noexcept {
         for (word_subtree<Inner>& child : children) {
             child = texts;
@@ -58,15 +58,15 @@ struct address_range {
     std::uint64_t last; ///< inclusive
 };
 
-/// A place where the tree ends: the page or the pattern for the addresses from `first` to `last`.
+/// A leaf of the tree: the page or pattern for the addresses from `first` to `last`.
 struct word_leaf {
     std::uint32_t first;
     std::uint32_t last;
-    const word_pattern* texts; ///< none when there is a page
+    const word_pattern* texts; ///< null if there is a page
     word_page* page;           ///< not owned
 
-    /// The first address from @p from to @p end (inclusive, both in the leaf) whose word is not @p text;
-    /// end + 1 when there is none.
+    /// Returns the first address from @p from to @p end (inclusive, both in the leaf) whose word is not @p
+    /// text, or end + 1.
     [[nodiscard]] std::uint64_t find_other(std::uint32_t from, std::uint32_t end,
                                            std::string_view text) const noexcept;
 };
@@ -99,18 +99,18 @@ template <class Inner>
     return leaf;
 }
 
-/// The page that holds @p address; made, without changing a word, where a pattern replaced it.
+/// Returns the page of @p address. If a pattern replaces it, the page is made without changing any word.
 word_page& page_at(word_root& root, std::uint32_t address);
 
-/// Replaces the page that holds @p address, and the branches above it, by a pattern where one has the
-/// same words. True when the page was replaced.
+/// Replaces the page of @p address, and the branches above it, by patterns with the same words, if there are
+/// any. Returns true if the page was replaced.
 bool fold(word_root& root, std::uint32_t address) noexcept;
 
-/// Makes the words of @p range that are below @p root, whose first address is @p root_first, follow
-/// @p texts. When it throws, each of them has its old or its new text.
+/// Makes the words of @p range below @p root, whose first address is @p root_first, follow @p texts. If this
+/// throws, each word has its old or its new text.
 void assign(word_root& root, std::uint64_t root_first, const address_range& range, const pattern_ref& texts);
 
-/// Drops what is entirely from address @p end on.
+/// Drops the nodes that lie entirely at or above address @p end.
 void drop_from(word_root& root, std::uint64_t root_first, std::uint64_t end) noexcept;
 
 } // namespace kvr
