@@ -15,8 +15,8 @@ namespace {
 
 using digit_bits = std::array<char, 4>;
 
-/// The bits of a character as a digit: "X" for each bit of a don't-care digit, "0" for each bit of a
-/// character that is no digit.
+/// Returns the bits of a character: "X" for each bit of a don't-care digit, "0" for each bit of a character
+/// that is no digit.
 constexpr digit_bits bits_of_character(std::size_t code, unsigned bits_per_digit) {
     digit_bits bits{};
     const unsigned value = digit_values[code];
@@ -44,7 +44,7 @@ void write_bits_of_one(char* place, char digit) {
 
 template <unsigned bits_per_digit>
 void write_bits_of_all(char* place, std::string_view text) {
-    // Four in a round: the loop itself would take as much time as a digit.
+    // Unrolled four times: the loop itself would take as long as a digit.
     for (; text.size() >= 4; text.remove_prefix(4)) {
         for (std::size_t index = 0; index < 4; ++index) {
             write_bits_of_one<bits_per_digit>(place + index * bits_per_digit, text[index]);
@@ -65,14 +65,14 @@ void append_shortest_binary(std::string& bits, const magnitude& number) {
     number.append_digits(bits, 1, std::max<std::size_t>(number.bit_length(), 1));
 }
 
-/// One decimal digit of a text that may hold anything: the distance of a character's code from that of "0",
-/// with codes from 128 on negative whatever the compiler makes of a plain char.
+/// Returns a decimal digit of a text with any characters: the distance of the code of the character from that
+/// of "0". Codes from 128 on are negative, regardless of the signedness of char.
 int code_distance(char character) {
     return static_cast<signed char>(character) - '0';
 }
 
-/// Halves a list of digits from its first one on, an odd digit passing 10 to the next one. C division
-/// truncates: a negative odd digit, too, passes 10 on, which differs from halving the whole number.
+/// Halves a list of digits from the first one on; an odd digit passes 10 to the next. C division truncates,
+/// so a negative odd digit also passes 10 on, which differs from halving the whole number.
 void halve_digit_by_digit(std::vector<int>& digits) {
     int carry = 0;
     for (int& digit : digits) {
@@ -82,7 +82,7 @@ void halve_digit_by_digit(std::vector<int>& digits) {
     }
 }
 
-/// The number that digits of any size from 0 on represent, each weighted by its place.
+/// Returns the number with the given digits, which may have any size from 0 on, each weighted by its place.
 magnitude number_of_large_digits(const std::vector<int>& digits) {
     std::string text(digits.size() + 1, '0');
     int carry = 0;
@@ -95,15 +95,15 @@ magnitude number_of_large_digits(const std::vector<int>& digits) {
     return magnitude::of_decimal(text);
 }
 
-/// The fast path. Assumes that every character is a digit: then repeated halving of the list of digits
-/// gives the binary form of the number, which the limbs give directly.
+/// Fast path. All characters must be digits: repeated halving of the list would then give the binary form of
+/// the number, and so do the limbs.
 void append_binary_of_number(std::string& bits, std::string_view digits) {
     append_shortest_binary(bits, magnitude::of_decimal(digits));
 }
 
-/// The exact path, for any characters: each halving gives a bit, least significant first, until no digit is
-/// above 0. At most eight halvings make every negative digit vanish, since each at least halves its
-/// distance from 0; from then on the list, however large its digits, halves like the number it represents.
+/// Exact path for any characters. Each halving gives a bit, least significant first, until no digit is above
+/// 0. At most eight halvings remove every negative digit, since each at least halves its distance from 0.
+/// From then on, the list halves like the number it represents, however large its digits are.
 void append_binary_by_halving(std::string& bits, std::string_view text) {
     std::vector<int> digits(text.size());
     std::ranges::transform(text, digits.begin(), code_distance);

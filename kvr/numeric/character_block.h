@@ -11,9 +11,9 @@
 #include <emmintrin.h>
 #endif
 
-// Eight or sixteen characters at once. Eight are the bytes of a 64-bit number, the first of them in the
-// lowest byte, on every machine; sixteen are a vector register where there is one, elsewhere and in the tests
-// two times eight.
+// Processing of eight or sixteen characters at once. Eight characters are the bytes of a 64-bit number, the
+// first in the lowest byte, on every machine. Sixteen are a vector register if available; otherwise, and in
+// the tests, two blocks of eight.
 
 namespace kvr {
 
@@ -24,15 +24,15 @@ constexpr std::uint64_t join_characters(const char* text, std::index_sequence<pl
     return ((std::uint64_t{static_cast<unsigned char>(text[place])} << (8 * place)) | ...);
 }
 
-/// The @p count characters at @p text, 8 at most; the bytes above are 0. Works at compile time, too; the
-/// compiler makes one load of it where it can.
+/// Loads @p count characters, at most 8; the bytes above are 0. Also works at compile time. The compiler
+/// combines it to one load if possible.
 template <std::size_t count>
 constexpr std::uint64_t load_characters(const char* text) noexcept {
     static_assert(count <= sizeof(std::uint64_t));
     return join_characters(text, std::make_index_sequence<count>());
 }
 
-/// The eight characters at @p text.
+/// Loads eight characters.
 inline std::uint64_t load_eight(const char* text) noexcept {
     if constexpr (std::endian::native == std::endian::little) {
         std::uint64_t eight = 0;
@@ -43,7 +43,7 @@ inline std::uint64_t load_eight(const char* text) noexcept {
     }
 }
 
-/// Writes the characters of @p eight to @p text.
+/// Stores the characters of @p eight at @p text.
 inline void store_eight(std::uint64_t eight, char* text) noexcept {
     if constexpr (std::endian::native == std::endian::little) {
         std::memcpy(text, &eight, sizeof(eight));
@@ -54,21 +54,21 @@ inline void store_eight(std::uint64_t eight, char* text) noexcept {
     }
 }
 
-/// The number in which every byte is @p byte.
+/// Returns the number in which every byte is @p byte.
 constexpr std::uint64_t eight_of(unsigned char byte) noexcept {
     return byte * std::uint64_t{0x0101010101010101};
 }
 
-/// The highest bit of each byte of @p eight that is from @p first to @p last, two ASCII characters.
+/// Returns the highest bit of each byte of @p eight that is from @p first to @p last, two ASCII characters.
 constexpr std::uint64_t which_are_between(std::uint64_t eight, char first, char last) noexcept {
-    // Without the highest bits no sum carries into the next byte; characters that have one are no ASCII.
+    // Without the highest bits no sum carries into the next byte. Characters with this bit are not ASCII.
     const std::uint64_t low = eight & ~eight_of(0x80);
     const std::uint64_t from_first = low + eight_of(static_cast<unsigned char>(0x80 - first));
     const std::uint64_t above_last = low + eight_of(static_cast<unsigned char>(0x7F - last));
     return from_first & ~above_last & ~eight & eight_of(0x80);
 }
 
-/// The classes of eight characters: in either number the highest bit of a byte belongs to its character, and
+/// The classes of eight characters. In either number, the highest bit of a byte stands for its character; all
 /// other bits are 0.
 struct eight_classes {
     std::uint64_t other;      ///< no hexadecimal digit
@@ -81,34 +81,35 @@ constexpr eight_classes classes_of_eight(std::uint64_t eight) noexcept {
     return {(decimal | letter) ^ eight_of(0x80), letter & eight << 2U};
 }
 
-/// True when all of @p eight are decimal digits. The lowest byte that is no digit gets neither carry nor
-/// borrow from below, and so sets its highest bit in one of the two terms.
+/// True if all of @p eight are decimal digits. The lowest byte that is no digit gets no carry or borrow from
+/// below, so it sets its highest bit in one of the two terms.
 constexpr bool are_decimal(std::uint64_t eight) noexcept {
     return (((eight + eight_of(0x7F - '9')) | (eight - eight_of('0'))) & eight_of(0x80)) == 0;
 }
 
-/// @p eight with "A" to "F" for "a" to "f".
+/// Returns @p eight with "a" to "f" replaced by "A" to "F".
 constexpr std::uint64_t in_upper_case(std::uint64_t eight, const eight_classes& classes) noexcept {
     return eight & ~(classes.lower_case >> 2U);
 }
 
-/// @p eight with "a" to "z" for "A" to "Z"; all other bytes stay, those above 127 too.
+/// Returns @p eight with "A" to "Z" replaced by "a" to "z". All other bytes are unchanged, including those
+/// above 127.
 constexpr std::uint64_t fold_eight(std::uint64_t eight) noexcept {
     return eight | which_are_between(eight, 'A', 'Z') >> 2U;
 }
 
-/// The value of each of eight hexadecimal digits, in its byte; 0 for a byte that is 0.
+/// Returns the value of each hexadecimal digit in its byte; a byte of 0 gives 0.
 constexpr std::uint64_t values_of_eight(std::uint64_t digits) noexcept {
     return (digits & eight_of(0x0F)) + 9 * (digits >> 6U & eight_of(0x01));
 }
 
-/// The four bytes that eight hexadecimal digits encode, each in 16 bits of its own, the first in the lowest.
+/// Returns the four bytes that eight hexadecimal digits encode, each in 16 bits, the first in the lowest.
 constexpr std::uint64_t four_bytes(std::uint64_t digits) noexcept {
     const std::uint64_t values = values_of_eight(digits);
     return (values << 4U | values >> 8U) & 0x00FF00FF00FF00FFU;
 }
 
-/// The sum of four numbers of 16 bits. Precondition: it is below 2^16.
+/// Returns the sum of four 16-bit numbers. Precondition: the sum is below 2^16.
 constexpr std::uint32_t sum_of_four(std::uint64_t four) noexcept {
     return static_cast<std::uint32_t>(four * 0x0001000100010001U >> 48U);
 }
@@ -119,7 +120,8 @@ constexpr std::uint64_t reversed_bytes(std::uint64_t eight) noexcept {
     return eight << 32U | eight >> 32U;
 }
 
-/// Reads eight hexadecimal digits of either case into the low half of @p value. False if one is invalid.
+/// Parses eight hexadecimal digits of either case into the low half of @p value. Returns false if one is
+/// invalid.
 constexpr bool read_eight(std::uint64_t digits, std::uint64_t& value) noexcept {
     const std::uint64_t bytes = four_bytes(digits);
     const std::uint64_t pairs = (bytes << 8U | bytes >> 16U) & 0x0000FFFF0000FFFFU;
@@ -129,8 +131,8 @@ constexpr bool read_eight(std::uint64_t digits, std::uint64_t& value) noexcept {
 
 // ---- Sixteen ----
 
-/// The classes of sixteen characters. Which bits of a number belong to which character is not part of the
-/// interface: the number is 0 when there is no character of the class.
+/// The classes of sixteen characters. A number is 0 if there is no character of the class; which bits stand
+/// for which character is not part of the interface.
 struct sixteen_classes {
     std::uint64_t other;      ///< no hexadecimal digit
     std::uint64_t lower_case; ///< "a" to "f"
@@ -138,8 +140,8 @@ struct sixteen_classes {
 
 /// The sum of the digits among sixteen characters.
 struct sixteen_sum {
-    std::uint64_t other; ///< 0 when all are hexadecimal digits
-    std::uint32_t sum;   ///< of the eight bytes that the digits encode
+    std::uint64_t other; ///< 0 if all are hexadecimal digits
+    std::uint32_t sum;   ///< sum of the eight bytes that the digits encode
 };
 
 namespace portable {
@@ -150,7 +152,7 @@ inline sixteen_classes classes_of_sixteen(const char* text) noexcept {
     return {first.other | second.other, first.lower_case | second.lower_case};
 }
 
-/// @param count the number of characters that count, an even one; the others are taken for "0".
+/// @param count number of characters that count, an even number; the others are treated as "0"
 inline sixteen_sum sum_of_sixteen(const char* text, std::size_t count) noexcept {
     sixteen_sum result{0, 0};
     for (std::size_t at = 0; at < 16; at += 8) {
@@ -163,7 +165,7 @@ inline sixteen_sum sum_of_sixteen(const char* text, std::size_t count) noexcept 
     return result;
 }
 
-/// The value of sixteen hexadecimal digits, most significant first. False if one is invalid.
+/// Parses sixteen hexadecimal digits, most significant first. Returns false if one is invalid.
 inline bool read_sixteen(const char* text, std::uint64_t& value) noexcept {
     std::uint64_t high = 0;
     std::uint64_t low = 0;
@@ -187,7 +189,7 @@ struct digit_masks {
     [[nodiscard]] __m128i all() const noexcept { return _mm_or_si128(decimal, letter); }
 };
 
-// The comparisons are signed, so that characters that are no ASCII are below all bounds.
+// The comparisons are signed, so characters outside ASCII are below all bounds.
 inline digit_masks masks_of(__m128i text) noexcept {
     const auto between = [](__m128i characters, char first, char last) {
         return _mm_and_si128(_mm_cmpgt_epi8(characters, _mm_set1_epi8(static_cast<char>(first - 1))),
@@ -204,13 +206,13 @@ inline std::uint64_t bits_of(__m128i mask) noexcept {
     return static_cast<std::uint32_t>(_mm_movemask_epi8(mask));
 }
 
-/// The value of each digit.
+/// Returns the value of each digit.
 inline __m128i values_of(__m128i digits, const digit_masks& masks) noexcept {
     return _mm_add_epi8(_mm_and_si128(digits, _mm_set1_epi8(0x0F)),
                         _mm_and_si128(masks.letter, _mm_set1_epi8(9)));
 }
 
-/// The bytes that the digits of @p values encode, each in 16 bits of its own.
+/// Returns the bytes that the digits of @p values encode, each in 16 bits.
 inline __m128i bytes_of(__m128i values) noexcept {
     return _mm_and_si128(_mm_or_si128(_mm_slli_epi16(values, 4), _mm_srli_epi16(values, 8)),
                          _mm_set1_epi16(0x00FF));
@@ -219,12 +221,12 @@ inline __m128i bytes_of(__m128i values) noexcept {
 inline sixteen_classes classes_of_sixteen(const char* text) noexcept {
     const __m128i characters = load(text);
     const digit_masks masks = masks_of(characters);
-    // Bit 5 of a letter makes it lower case; shifted by two it is the highest.
+    // Bit 5 of a letter means lower case; a shift by two makes it the highest bit.
     const __m128i lower_case = _mm_and_si128(masks.letter, _mm_slli_epi16(characters, 2));
     return {bits_of(masks.all()) ^ 0xFFFF, bits_of(lower_case)};
 }
 
-/// See the portable one.
+/// See the portable form.
 inline sixteen_sum sum_of_sixteen(const char* text, std::size_t count) noexcept {
     alignas(16) static constexpr std::array<unsigned char, 32> counting_first = [] {
         std::array<unsigned char, 32> mask{};
@@ -243,7 +245,7 @@ inline sixteen_sum sum_of_sixteen(const char* text, std::size_t count) noexcept 
             static_cast<std::uint32_t>(_mm_cvtsi128_si32(sum))};
 }
 
-/// See the portable one.
+/// See the portable form.
 inline bool read_sixteen(const char* text, std::uint64_t& value) noexcept {
     const __m128i characters = load(text);
     const digit_masks masks = masks_of(characters);

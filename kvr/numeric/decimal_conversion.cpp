@@ -16,12 +16,12 @@ namespace kvr {
 
 namespace {
 
-/// From this many chunks on, joining them in halves is faster than one by one.
+/// From this number of chunks on, joining by halves is faster than one by one.
 constexpr std::size_t join_chunks_in_halves = 64;
 
-/// Chunks in whole steps that are halved repeatedly until at most base_chunks of them are left.
+/// The number of chunks, rounded up so that it can be halved until at most base_chunks are left.
 struct halving {
-    std::size_t chunks; ///< in the smallest step
+    std::size_t chunks; ///< chunks in the smallest step
     std::size_t doublings;
 };
 
@@ -33,20 +33,19 @@ halving halving_of(std::size_t chunks) {
     return {digit_count(chunks, 1U << doublings), doublings};
 }
 
-/// Up to base_chunks chunks, without a division: number / 10^(19 * count) as a fraction of count + 1 limbs,
-/// and then each multiplication by 10^19 makes the next chunk, the highest first, come out on top. A limb
-/// less is needed after each.
+/// Splits up to base_chunks chunks without a division. It computes number / 10^(19 * count) as a fraction of
+/// count + 1 limbs. Each multiplication by 10^19 then produces the next chunk, highest first, above the
+/// fraction; one limb less is needed after each.
 ///
-/// The chunks are exact while the fraction is between the exact quotient and 10^(-19 * count) above
-/// it, which is more than 2^(-64 * count), the unit of the lowest limb but one. That unit is added. It
-/// outweighs what was rounded down: the reciprocal's part, number / 2^(128 * count), is below
-/// 2^(-64.8 * count), and the products and limbs that are left out add up to less than 2^20 units of the
-/// lowest limb.
+/// The chunks are exact if the fraction is at least the exact quotient and at most 10^(-19 * count) above it.
+/// This bound exceeds 2^(-64 * count), the unit of the second lowest limb. That unit is added, which
+/// outweighs what was rounded down: the error of the reciprocal, number / 2^(128 * count), is below 2^(-64.8
+/// * count), and the omitted products and limbs add up to less than 2^20 units of the lowest limb.
 void split_by_fraction(limb_span chunks, limb_view number) {
     const std::size_t count = chunks.size();
     assert(count >= 2 && count <= base_chunks);
     const power_of_ten divisor = short_power_of_ten(count);
-    // One column more at the bottom includes most of what is carried into the fraction.
+    // One more column at the bottom includes most of the carry into the fraction.
     std::array<std::uint64_t, base_chunks + 2> space; // NOLINT(cppcoreguidelines-pro-type-member-init)
     const limb_span columns = limb_span(space).first(count + 2);
     multiply_columns(columns, without_leading_zeros(number), divisor.reciprocal, count - 2);
@@ -59,7 +58,7 @@ void split_by_fraction(limb_span chunks, limb_view number) {
     }
 }
 
-/// Two limbs, of which the higher one is not 0: two divisions are faster than a reciprocal's products.
+/// Splits two limbs, the higher one not 0: two divisions are faster than multiplying by a reciprocal.
 void split_two_limbs(limb_span chunks, limb_view number) {
     const std::uint64_t above = number[1] / decimal_chunk;
     const chunk_division lowest = divide_by_decimal_chunk(number[1] % decimal_chunk, number[0]);
@@ -71,7 +70,7 @@ void split_two_limbs(limb_span chunks, limb_view number) {
     }
 }
 
-/// The powers of ten by which a number is halved, the smallest one first.
+/// The powers of ten by which a number is halved, smallest first.
 class halving_powers {
 public:
     halving_powers(const halving& steps, bool with_reciprocals) {
@@ -99,8 +98,8 @@ private:
     std::vector<power_of_ten> powers_;
 };
 
-/// Precondition: number, in twice the limbs of powers[level - 1], is below that power's square; or else, on
-/// level 0, below 10^(19 * chunks.size()).
+/// Precondition: number has twice the limbs of powers[level - 1] and is below the square of that power; on
+/// level 0 it is below 10^(19 * chunks.size()).
 void split_in_halves(limb_span chunks, limb_view number, const halving_powers& powers, std::size_t level) {
     if (level == 0) {
         split_by_fraction(chunks, number);
@@ -146,7 +145,7 @@ void join_in_halves(limb_span number, limb_view chunks, const halving_powers& po
         join_one_by_one(number, chunks);
         return;
     }
-    static_assert(join_chunks_in_halves > base_chunks); // which the smallest power has at most
+    static_assert(join_chunks_in_halves > base_chunks); // the smallest power has at most base_chunks chunks
     while (chunks.size() <= powers[level - 1].chunks) {
         --level;
     }
@@ -174,7 +173,8 @@ std::uint64_t chunk_value(std::string_view digits) {
     return value;
 }
 
-/// The value of exactly 19 digits. The last three are the top of a block that overlaps the one before.
+/// Returns the value of exactly 19 digits. The last three are the top of a block that overlaps the previous
+/// one.
 std::uint64_t whole_chunk_value(const char* digits) {
     constexpr std::size_t last_block = decimal_chunk_digits - block_digits;
     constexpr std::uint64_t last_three = 0xFFFFFF0000000000;
@@ -194,11 +194,11 @@ constexpr auto powers_within_a_chunk = [] {
     return powers;
 }();
 
-/// The digits of a chunk, least significant one first, with zeros after them.
+/// The digits of a chunk, least significant first, followed by zeros.
 struct chunk_digits {
     std::uint64_t low;
     std::uint64_t middle;
-    std::uint64_t high; ///< the last three
+    std::uint64_t high; ///< the last three digits
 };
 
 chunk_digits digits_of(std::uint64_t chunk) {
@@ -210,7 +210,7 @@ chunk_digits digits_of(std::uint64_t chunk) {
 
 constexpr std::size_t high_digits = decimal_chunk_digits - 2 * block_digits;
 
-/// Exactly 19 digits.
+/// Writes exactly 19 digits, least significant first.
 void write_reversed_chunk(char* place, std::uint64_t chunk) {
     const chunk_digits digits = digits_of(chunk);
     store_eight(digits.low, place);
@@ -220,7 +220,7 @@ void write_reversed_chunk(char* place, std::uint64_t chunk) {
     std::memcpy(place + 2 * block_digits, high.data(), high_digits);
 }
 
-/// Exactly 19 digits.
+/// Writes exactly 19 digits, most significant first.
 void write_chunk(char* place, std::uint64_t chunk) {
     const chunk_digits digits = digits_of(chunk);
     std::array<char, block_digits> high; // NOLINT(cppcoreguidelines-pro-type-member-init)
@@ -230,7 +230,7 @@ void write_chunk(char* place, std::uint64_t chunk) {
     store_eight(reversed_bytes(digits.low), place + high_digits + block_digits);
 }
 
-/// Copies less than 19 characters, without the call that an unknown count would cost.
+/// Copies less than 19 characters without the function call that an unknown count requires.
 void copy_few(char* place, const char* digits, std::size_t count) {
     std::size_t copied = 0;
     for (; copied + block_digits <= count; copied += block_digits) {
@@ -295,7 +295,7 @@ std::size_t count_digits(limb_view chunks) {
     if (chunks.empty()) {
         return 0;
     }
-    // A bit is 0.30103 of a digit: the power found is the one below the number or the one above.
+    // A bit is 0.30103 of a digit: the power found is the one just below the number or just above it.
     const std::uint64_t top = chunks.back();
     const auto estimate = static_cast<unsigned>(std::bit_width(top)) * 1233U >> 12;
     return (chunks.size() - 1) * decimal_chunk_digits + estimate +

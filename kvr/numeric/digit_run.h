@@ -6,12 +6,12 @@
 #include <cstddef>
 #include <cstdint>
 
-// Runs of hexadecimal digits, read eight characters or more at a time. The caller makes sure that as many
-// characters as are read are readable.
+// Runs of hexadecimal digits, processed eight characters or more at a time. The caller must ensure that all
+// characters read are readable.
 
 namespace kvr {
 
-/// All bits below the lowest that is set in @p bits.
+/// Returns all bits below the lowest one that is set in @p bits.
 constexpr std::uint64_t bits_before_first(std::uint64_t bits) noexcept {
     return (bits - 1) & ~bits;
 }
@@ -21,7 +21,7 @@ struct digit_run {
     bool has_lower_case;
 };
 
-/// Finds the end of the hexadecimal digits that begin at @p begin. Reads up to eight characters from the
+/// Returns the end of the hexadecimal digits that begin at @p begin. Reads up to eight characters from the
 /// end on.
 [[nodiscard]] inline digit_run digits_from(const char* begin) noexcept {
     std::uint64_t lower_case = 0;
@@ -35,10 +35,9 @@ struct digit_run {
     }
 }
 
-/// True when the @p length characters at @p text are hexadecimal digits; @p has_lower_case is set to true
-/// when there are lower-case ones among them, else unchanged. A check of a length that is known beforehand
-/// is faster than a search for the end: code that follows need not wait for the result. Reads up to seven
-/// characters more.
+/// True if the @p length characters at @p text are hexadecimal digits. @p has_lower_case is set to true if
+/// some are in lower case, otherwise it is unchanged. Checking a known length is faster than searching for
+/// the end, since the following code need not wait for the result. Reads up to seven characters more.
 [[nodiscard]] inline bool are_digits(const char* text, std::size_t length, bool& has_lower_case) noexcept {
     eight_classes found{};
     std::size_t at = 0;
@@ -63,8 +62,8 @@ struct digit_run {
     return found.other == 0;
 }
 
-/// Copies the @p length characters at @p from to @p to, the digits "a" to "f" in upper case if there are any.
-/// Up to seven characters more are read, and overwritten after the copy.
+/// Copies @p length characters from @p from to @p to. If @p has_lower_case is true, "a" to "f" become upper
+/// case. Up to seven characters after the end are also read and overwritten.
 inline void copy_digits(const char* from, std::size_t length, bool has_lower_case, char* to) noexcept {
     for (std::size_t at = 0; at < length; at += 8) {
         const std::uint64_t eight = load_eight(from + at);

@@ -30,7 +30,7 @@ inline constexpr std::array<unsigned char, 256> digit_values = [] {
     return values;
 }();
 
-/// The value of a hexadecimal digit of either case (0 to 15), dont_care_digit or no_digit.
+/// Returns the value of a hexadecimal digit of either case (0 to 15), dont_care_digit or no_digit.
 constexpr unsigned char digit_value(char character) {
     return digit_values[static_cast<unsigned char>(character)];
 }
@@ -39,8 +39,7 @@ constexpr bool is_decimal_digit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// The bits that one digit encodes: 1, 4 and 3 for RADIX_BIN, RADIX_HEX and RADIX_OCT, 0 for any
-/// other radix.
+/// Returns the bits of one digit: 1, 4 and 3 for RADIX_BIN, RADIX_HEX and RADIX_OCT, 0 for any other radix.
 constexpr unsigned bits_per_digit(KVR_MEMORY_RADIXES radix) {
     switch (radix) {
     case RADIX_BIN:
@@ -58,7 +57,7 @@ constexpr bool is_decimal(KVR_MEMORY_RADIXES radix) {
     return radix == RADIX_DEC || radix == RADIX_UNS;
 }
 
-/// The digits that a word of @p width bits has where each encodes @p bits of them.
+/// Returns the digits of a word of @p width bits if each digit has @p bits bits.
 constexpr std::size_t digit_count(std::size_t width, unsigned bits) {
     return width / bits + (width % bits != 0 ? 1 : 0);
 }

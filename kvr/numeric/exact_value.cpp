@@ -18,10 +18,10 @@ namespace {
 using kind = exact_word_error::kind;
 using fault = std::optional<exact_word_error>;
 
-/// A text whose characters are all digits.
+/// A text that has digits only, after the sign.
 struct digit_text {
     std::string_view digits; ///< without the sign
-    std::size_t position;    ///< of the first digit, in the text
+    std::size_t position;    ///< index of the first digit in the text
     bool is_negative;
     bool has_dont_care;
 };
@@ -30,7 +30,7 @@ fault fault_at(kind what, std::size_t position) {
     return exact_word_error{what, position, 0};
 }
 
-/// The fault of one character, which is no known digit of the radix.
+/// Checks a character that is no known digit of the radix. Returns its fault, if any.
 fault check_odd_digit(char digit, std::size_t position, const exact_conversion& conversion) {
     if (digit_value(digit) != dont_care_digit || is_decimal(conversion.from)) {
         return fault_at(kind::invalid_digit, position);
@@ -69,7 +69,7 @@ fault check_width(const digit_text& scanned, std::uint64_t bits_needed, std::siz
     return exact_word_error{kind::too_wide, scanned.position + first, bits_needed};
 }
 
-/// The smallest width for digits of @p bits each; of a don't-care digit one bit is enough.
+/// Returns the smallest width for digits of @p bits bits each. A don't-care digit needs one bit only.
 std::uint64_t width_of_digits(std::string_view digits, unsigned bits) {
     const std::size_t first = digits.find_first_not_of('0');
     if (first == std::string_view::npos) {
@@ -114,7 +114,7 @@ fault append_from_decimal(std::string& result, const digit_text& scanned,
     return std::nullopt;
 }
 
-/// From a radix to itself: each digit is unchanged.
+/// Appends digits from a radix to itself; each digit is unchanged.
 void append_same_digits(std::string& result, std::string_view digits, std::size_t count) {
     const std::size_t kept = std::min(digits.size(), count);
     result.append(count - kept, '0');
@@ -124,7 +124,7 @@ void append_same_digits(std::string& result, std::string_view digits, std::size_
     }
 }
 
-/// Exactly @p width of "0", "1" and "X".
+/// Returns exactly @p width characters, "0", "1" and "X".
 std::string bits_with_dont_cares(std::string_view digits, unsigned bits, std::size_t width) {
     std::string expanded;
     if (bits == 1) {
@@ -136,7 +136,8 @@ std::string bits_with_dont_cares(std::string_view digits, unsigned bits, std::si
     return std::string(width - kept, '0').append(expanded, expanded.size() - kept, kept);
 }
 
-/// The index of a don't-care bit that shares its digit of @p group_size bits with known ones, or npos.
+/// Returns the index of a don't-care bit that shares its digit of @p group_size bits with known bits, or
+/// npos.
 std::size_t find_mixed_bit(std::string_view bits, std::size_t group_size) {
     std::size_t end = (bits.size() - 1) % group_size + 1;
     for (std::size_t start = 0; start < bits.size(); start = end, end += group_size) {

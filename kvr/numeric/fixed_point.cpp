@@ -16,7 +16,7 @@
 
 namespace {
 
-// The smallest double is 2^-1074: bits below it add nothing to a sum, and no digit follows.
+// The smallest double is 2^-1074: lower bits add nothing to the sum, and no digits follow.
 constexpr int max_fraction_digits = 1074;
 
 struct fixed_point_format {
@@ -36,7 +36,7 @@ std::optional<fixed_point_format> parse_format(const std::string& text) {
     return format;
 }
 
-// Some processors compute with more bits than a double has, until it is stored.
+// Some processors compute with more precision than double until a value is stored.
 double as_stored(double value) {
 #if FLT_EVAL_METHOD == 0
     return value;
@@ -46,7 +46,7 @@ double as_stored(double value) {
 #endif
 }
 
-// A weight of 0 is reached by every value that is not negative: bits below 2^-1074 are set.
+// A weight of 0 is reached by every nonnegative value, so the bits below 2^-1074 are set.
 void append_fraction_bits(std::string& bits, double value, int count) {
     double weight = 0.5;
     int bit = 0;
@@ -74,7 +74,7 @@ std::string bits_of_decimal_fraction(const std::string& text, const fixed_point_
     return bits;
 }
 
-// Bits as a word of any width shows them: cut at the front, or led by copies of the first one.
+// Bits at any width: cut at the front or extended by copies of the first bit.
 class sign_extended_bits {
 public:
     sign_extended_bits(const std::string& bits, std::int64_t width)
@@ -87,7 +87,7 @@ public:
         return (own < 0 ? first_ : bits_[static_cast<std::size_t>(own)]) == '1';
     }
 
-    // Positions before this one all show the first bit.
+    // All positions before this one have the first bit.
     std::int64_t first_own_position() const { return std::max<std::int64_t>(leading_copies_, 0); }
 
 private:
@@ -123,7 +123,7 @@ double sum_fraction(const sign_extended_bits& word, const fixed_point_format& fo
     return sum;
 }
 
-// A sum of F bits has no more than F decimal digits, so that nothing is rounded here.
+// A sum of F bits has at most F decimal digits, so nothing is rounded here.
 std::string fraction_text(double fraction, int fraction_bits) {
     std::array<char, max_fraction_digits + 3> buffer{};
     const int digits = std::min(fraction_bits, max_fraction_digits);

@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Writes the digits of @p value and a NUL, and returns the place of the NUL.
+/// Writes the digits of @p value and a NUL. Returns the position of the NUL.
 char* write_digits(unsigned int value, char* buffer, int radix) {
     const auto base = static_cast<unsigned int>(radix);
     char* end = buffer;

@@ -26,7 +26,7 @@ signed_text split_sign(std::string_view text) {
     return {negative, text};
 }
 
-// "0x" counts as a prefix only with a digit after it, else the number is the "0".
+// "0x" is a prefix only if a digit follows; otherwise the number is the "0".
 bool has_hexadecimal_prefix(std::string_view text) {
     if (text.size() < 3 || text[0] != '0' || (text[1] != 'x' && text[1] != 'X')) {
         return false;
@@ -35,13 +35,13 @@ bool has_hexadecimal_prefix(std::string_view text) {
     return !digits.empty() && digit_value(digits.front()) < 16;
 }
 
-// The exponent at the end of a number, 0 without one. One that is too large for int gives the nearest int.
+// Returns the exponent at the end of a number; 0 if there is none, and the nearest int if it is too large.
 int trailing_exponent(std::string_view number, std::string_view markers) {
     const std::size_t marker = number.find_first_of(markers);
     return marker == std::string_view::npos ? 0 : leading_integer(number.substr(marker + 1));
 }
 
-// Of a number that no double holds: true when it is too large, false when it is too small.
+// Classifies a number that no double can represent: true if it is too large, false if it is too small.
 bool is_too_large(std::string_view number, std::chars_format format) {
     const bool hexadecimal = format == std::chars_format::hex;
     const std::string_view markers = hexadecimal ? "pP" : "eE";
@@ -58,7 +58,7 @@ double magnitude_of(std::string_view text) {
         format = std::chars_format::hex;
         text.remove_prefix(2);
     }
-    // std::from_chars accepts a "-" where a second sign is invalid: at the start, and in "p+-1".
+    // std::from_chars accepts "-" where a second sign is invalid: at the start, and in "p+-1".
     if (!text.empty() && text.front() == '-') {
         return 0;
     }

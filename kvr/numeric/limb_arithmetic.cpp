@@ -12,11 +12,11 @@ namespace kvr {
 
 namespace {
 
-/// From this many limbs on, three products of half the length are faster than one of the whole.
+/// From this number of limbs on, three products of half the length are faster than one of the whole length.
 constexpr std::size_t karatsuba_limbs = 44;
 
-/// distance = |left - right|; returns whether left < right. Precondition: left has the length of distance and
-/// is not shorter than right.
+/// distance = |left - right|. Returns left < right. Precondition: left has the length of distance and is not
+/// shorter than right.
 bool set_distance(limb_span distance, limb_view left, limb_view right) {
     const bool is_negative = is_less(left, right);
     if (!is_negative) {
@@ -24,20 +24,20 @@ bool set_distance(limb_span distance, limb_view left, limb_view right) {
         subtract_limbs(distance, right);
         return false;
     }
-    // Then the limbs that only left has are 0.
+    // In this case, the limbs that only left has are 0.
     std::ranges::fill(distance.subspan(right.size()), 0);
     std::ranges::copy(right, distance.begin());
     subtract_limbs(distance, left.first(right.size()));
     return true;
 }
 
-/// The limbs that multiply_by_karatsuba() needs in addition to the product: twice the longer half, once for
-/// each level, and as much again on the last one.
+/// Returns the scratch limbs of multiply_by_karatsuba(), in addition to the product: twice the longer half on
+/// each level, and as much again on the last level.
 std::size_t scratch_size(std::size_t size) {
     return 2 * size + 4 * karatsuba_limbs + 128;
 }
 
-/// product = left * right for two numbers of one length. With left = l1 * B + l0 and right = r1 * B + r0,
+/// product = left * right for two numbers of equal length. With left = l1 * B + l0 and right = r1 * B + r0,
 /// l1 * r0 + l0 * r1 is l0 * r0 + l1 * r1 - (l0 - l1) * (r0 - r1).
 void multiply_by_karatsuba(limb_span product, limb_view left, limb_view right, limb_span scratch) {
     const std::size_t size = left.size();
@@ -68,8 +68,8 @@ void multiply_by_karatsuba(limb_span product, limb_view left, limb_view right, l
     add_limbs(upper.subspan(2 * half), limb_view(&carry, 1));
 }
 
-/// product = left * right, where right is the shorter one and long enough for Karatsuba's rule: left is cut
-/// into pieces of its length.
+/// product = left * right. right is the shorter one and long enough for Karatsuba multiplication. left is cut
+/// into pieces of the length of right.
 void multiply_in_pieces(limb_span product, limb_view left, limb_view right) {
     const std::size_t size = right.size();
     std::vector<std::uint64_t> scratch(scratch_size(size) + 2 * size);
@@ -169,7 +169,7 @@ void multiply_columns(limb_span columns, limb_view left, limb_view right, std::s
     for (std::uint64_t& limb : columns) {
         const std::size_t begin = column < right.size() ? 0 : column - right.size() + 1;
         const std::size_t end = std::min(column + 1, left.size());
-        // Pointers: with an index each, the loop would take a third more.
+        // Pointers, since a loop with two indexes takes a third more time.
         const std::uint64_t* other = right.data() + (column - begin);
         for (const std::uint64_t* place = left.data() + begin; place < left.data() + end; ++place) {
             sum.add_product(*place, *other--);

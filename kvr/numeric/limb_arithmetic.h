@@ -5,36 +5,37 @@
 
 namespace kvr {
 
-// Numbers as rows of 64-bit limbs, least significant limb first. Leading zero limbs are allowed everywhere.
+// Numbers in 64-bit limbs, least significant limb first. Leading zero limbs are always allowed.
 
 using limb_span = std::span<std::uint64_t>;
 using limb_view = std::span<const std::uint64_t>;
 
-/// The number without its leading zero limbs.
+/// Returns the number without leading zero limbs.
 limb_view without_leading_zeros(limb_view number);
 
-/// sum += addend, in the limbs that sum has; returns the carry. Precondition: addend is not longer.
+/// sum += addend, in the limbs of sum. Returns the carry. Precondition: addend is not longer.
 std::uint64_t add_limbs(limb_span sum, limb_view addend);
 
-/// difference -= subtrahend, in the limbs that difference has; returns the borrow. Precondition: subtrahend
-/// is not longer.
+/// difference -= subtrahend, in the limbs of difference. Returns the borrow. Precondition: subtrahend is not
+/// longer.
 std::uint64_t subtract_limbs(limb_span difference, limb_view subtrahend);
 
-/// number = -number in two's complement of the limbs that it has.
+/// number = -number in two's complement, in the limbs of number.
 void negate_limbs(limb_span number);
 
-/// Whether left < right.
+/// Returns left < right.
 bool is_less(limb_view left, limb_view right);
 
-/// number = number * factor + carry, in the limbs that number has; returns what overflows them.
+/// number = number * factor + carry, in the limbs of number. Returns the overflow.
 std::uint64_t multiply_by_limb(limb_span number, std::uint64_t factor, std::uint64_t carry = 0);
 
-/// product = left * right. Precondition: product has as many limbs as both together and overlaps neither.
+/// product = left * right. Precondition: product has as many limbs as both factors together and overlaps
+/// neither.
 void multiply_limbs(limb_span product, limb_view left, limb_view right);
 
-/// The schoolbook rule: sets @p columns to the limbs of left * right from the limb @p first on, as many
-/// as there are columns, each product of two limbs in the column of its low half. Products of columns
-/// below the first one do not count. Neither number is empty, and the columns overlap none.
+/// Schoolbook multiplication: sets @p columns to the limbs of left * right from limb @p first on. Each
+/// product of two limbs is added to the column of its low half; products of columns below the first one are
+/// ignored. Neither number may be empty, and the columns must not overlap them.
 void multiply_columns(limb_span columns, limb_view left, limb_view right, std::size_t first = 0);
 
 } // namespace kvr

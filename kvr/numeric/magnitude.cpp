@@ -19,13 +19,13 @@ std::size_t limbs_for_bits(std::size_t count) {
     return digit_count(count, limb_bits);
 }
 
-/// The lowest @p count bits set. Precondition: count < limb_bits.
+/// Returns a mask of the @p count lowest bits. Precondition: count < limb_bits.
 std::uint64_t low_mask(std::size_t count) {
     return (std::uint64_t{1} << count) - 1;
 }
 
-/// Fills the characters from @p begin to @p end with the lowest digits of a number, whatever their size;
-/// leading zeros for a shorter number.
+/// Fills the characters from @p begin to @p end with the lowest digits of a number, of any size, with leading
+/// zeros.
 void write_digits_one_by_one(char* begin, char* end, limb_view number, unsigned bits_per_digit) {
     std::size_t index = 0;
     unsigned shift = 0;
@@ -50,7 +50,7 @@ limb_buffer& limb_buffer::operator=(const limb_buffer& other) { // NOLINT(bugpro
     long_ = other.long_;
     size_ = other.size_;
     if (!is_long()) {
-        std::copy_n(other.short_.begin(), size_, short_.begin()); // the others have no values
+        std::copy_n(other.short_.begin(), size_, short_.begin()); // the other elements are uninitialized
     }
     return *this;
 }
@@ -184,7 +184,7 @@ void magnitude::write_low_digits(char* place, unsigned bits_per_digit, std::size
     }
 }
 
-/// The fast path of reading: whole limbs from the end, while all their characters are hexadecimal
+/// Fast path of reading: parses whole limbs from the end as long as all their characters are hexadecimal
 /// digits. Returns the digits before them.
 std::string_view magnitude::read_blocks(std::string_view digits, unsigned bits_per_digit) {
     const std::size_t size = limbs_for_bits(digits.size() * bits_per_digit);
@@ -201,7 +201,7 @@ std::string_view magnitude::read_blocks(std::string_view digits, unsigned bits_p
     return digits;
 }
 
-/// The exact path, for any characters: the digits before the whole limbs, which have been read.
+/// Exact path for any characters: parses the digits before the whole limbs that were already read.
 void magnitude::read_one_by_one(std::string_view digits, unsigned bits_per_digit) {
     if (digits.empty()) {
         drop_leading_zero_limbs();

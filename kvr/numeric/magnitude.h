@@ -11,10 +11,10 @@
 
 namespace kvr {
 
-/// A row of 64-bit limbs that needs no allocation up to inline_limbs of them.
+/// An array of 64-bit limbs that needs no allocation for up to inline_limbs limbs.
 class limb_buffer {
 public:
-    /// Enough for numbers of 1,024 bits, their decimal chunks included.
+    /// Sufficient for numbers of 1,024 bits, including their decimal chunks.
     static constexpr std::size_t inline_limbs = 20;
 
     limb_buffer() {} // NOLINT: an inline limb is written when the size grows over it
@@ -27,7 +27,7 @@ public:
     std::span<std::uint64_t> limbs() { return {is_long() ? long_.data() : short_.data(), size_}; }
     std::span<const std::uint64_t> limbs() const { return {is_long() ? long_.data() : short_.data(), size_}; }
 
-    /// Keeps the first limbs; new ones are 0.
+    /// Keeps the existing limbs; new ones are 0.
     void resize(std::size_t size) {
         if (size > inline_limbs || is_long()) {
             resize_long(size);
@@ -45,14 +45,14 @@ private:
 
     std::size_t size_ = 0;
     std::array<std::uint64_t, inline_limbs> short_;
-    std::vector<std::uint64_t> long_; ///< in use from the first size above inline_limbs on; never shrinks
+    std::vector<std::uint64_t> long_; ///< in use once the size has exceeded inline_limbs; never shrinks
 };
 
-/// An unsigned integer of any length, used between digit strings. All digit strings have their most
+/// An unsigned integer of any length, for the conversion of digit strings. All digit strings have the most
 /// significant digit first.
 ///
-/// Conversions from and to decimal take somewhat more than the time of Karatsuba's multiplication, so that
-/// ten times the digits take 40 times as long. All others are linear.
+/// Decimal conversions take somewhat more time than a Karatsuba multiplication: ten times the digits take 40
+/// times as long. All other conversions take linear time.
 class magnitude {
 public:
     magnitude() = default; ///< zero
@@ -60,39 +60,39 @@ public:
     static magnitude of_decimal(std::string_view digits);                         ///< read_decimal()
     static magnitude of_digits(std::string_view digits, unsigned bits_per_digit); ///< read_digits()
 
-    // The read functions replace the previous number.
+    // The read functions replace the previous value.
 
-    /// Precondition: only "0" to "9". Without any digit: zero.
+    /// Precondition: only "0" to "9". No digits give zero.
     void read_decimal(std::string_view digits);
 
-    /// @p bits_per_digit: 1, 3 or 4. A character that is no digit of that size counts as 0, the don't-care
-    /// digit too.
+    /// @p bits_per_digit is 1, 3 or 4. A character that is no digit of that size counts as 0, and so does the
+    /// don't-care digit.
     void read_digits(std::string_view digits, unsigned bits_per_digit);
 
-    /// The same, but false, with any number, if there is a don't-care digit.
+    /// Does the same, but returns false if there is a don't-care digit; the value is then unspecified.
     bool read_known_digits(std::string_view digits, unsigned bits_per_digit);
 
-    /// The bits without leading zeros: 0 for zero.
+    /// Returns the number of bits without leading zeros; 0 for zero.
     std::size_t bit_length() const;
-    /// The bit of the weight 2^index, however far above the number.
+    /// Returns the bit of weight 2^index; index may exceed the number.
     bool bit(std::size_t index) const;
 
-    /// Clears all bits but the @p count lowest.
+    /// Clears all bits above the @p count lowest.
     void keep_low_bits(std::size_t count);
-    /// Inverts the @p count lowest bits. Precondition: there are none above them.
+    /// Inverts the @p count lowest bits. Precondition: all higher bits are 0.
     void invert_low_bits(std::size_t count);
     void increment();
-    /// Precondition: not zero.
+    /// Precondition: the value is not zero.
     void decrement();
 
-    /// The number in chunks of 19 decimal digits; see decimal_conversion.h.
+    /// Returns the number in chunks of 19 decimal digits; see decimal_conversion.h.
     limb_buffer decimal_chunks() const;
     /// Appends the shortest decimal text.
     void append_decimal(std::string& text) const;
-    /// Appends the @p count lowest digits of @p bits_per_digit (1, 3 or 4) bits, upper-case, with leading
-    /// zeros for a shorter number.
+    /// Appends the @p count lowest digits of @p bits_per_digit (1, 3 or 4) bits each, in upper case, with
+    /// leading zeros.
     void append_digits(std::string& text, unsigned bits_per_digit, std::size_t count) const;
-    /// Writes what append_digits() appends.
+    /// Writes the same characters as append_digits().
     void write_low_digits(char* place, unsigned bits_per_digit, std::size_t count) const;
 
 private:
@@ -100,7 +100,7 @@ private:
     void read_one_by_one(std::string_view digits, unsigned bits_per_digit);
     void drop_leading_zero_limbs();
 
-    limb_buffer buffer_; ///< least significant limb first, the last one not 0
+    limb_buffer buffer_; ///< least significant limb first; the last one is not 0
 };
 
 } // namespace kvr

@@ -9,8 +9,8 @@ namespace {
 
 constexpr std::size_t most_short_chunks = 2 * base_chunks;
 
-/// The power in a limb for each chunk: 10^(19 * chunks) has exactly `chunks` limbs while the bits that
-/// a chunk is short of a limb, less than 0.884 each, do not add up to a limb.
+/// A power needs one limb for each chunk: 10^(19 * chunks) has exactly `chunks` limbs as long as the bits
+/// that each chunk has less than a limb (below 0.884) do not add up to a limb.
 static_assert(most_short_chunks * 884 < std::size_t{64} * 1000);
 
 struct short_limbs {
@@ -18,7 +18,7 @@ struct short_limbs {
     std::array<std::uint64_t, most_short_chunks + 1> reciprocal;
 };
 
-/// floor(number / 10^19) in place.
+/// Replaces number by floor(number / 10^19).
 void divide_by_chunk(limb_span number) {
     std::uint64_t remainder = 0;
     for (std::size_t index = number.size(); index-- > 0;) {
@@ -28,7 +28,7 @@ void divide_by_chunk(limb_span number) {
     }
 }
 
-/// Repeated division by 10^19 rounds down to what one division by the power gives.
+/// Repeated division by 10^19 rounds down to the same result as one division by the power.
 short_limbs limbs_of_short_power(std::size_t chunks) {
     short_limbs limbs{};
     limbs.power[0] = 1;
@@ -42,7 +42,7 @@ short_limbs limbs_of_short_power(std::size_t chunks) {
     return limbs;
 }
 
-/// One entry for each number of chunks, the unused ones empty.
+/// Indexed by the number of chunks; unused entries are empty.
 using short_powers = std::array<short_limbs, most_short_chunks + 1>;
 
 bool is_short(std::size_t chunks) {
@@ -59,8 +59,8 @@ short_powers all_short_powers() {
     return powers;
 }
 
-/// 2^(128 * n) - reciprocal * power for n limbs of power, below the power. A reciprocal that is slightly too
-/// small is made exact first.
+/// Returns 2^(128 * n) - reciprocal * power, where power has n limbs. The result is below the power. First
+/// corrects a reciprocal that is slightly too small.
 std::vector<std::uint64_t> make_exact(limb_span reciprocal, limb_view power) {
     const std::size_t size = power.size();
     std::vector<std::uint64_t> rest(2 * size + 1);
@@ -76,9 +76,9 @@ std::vector<std::uint64_t> make_exact(limb_span reciprocal, limb_view power) {
     return rest;
 }
 
-/// A reciprocal of the square of a power, too small by a few units at most. With b = 2^64, n
-/// limbs of the power p, its reciprocal r and the remainder d = b^2n - r * p, b^4n / p^2 is
-/// r^2 * (1 + 2 * d / b^2n) and a few units.
+/// Returns the reciprocal of the square of a power, too small by a few units at most. With b = 2^64, the
+/// power p of n limbs, its reciprocal r and the remainder d = b^2n - r * p, b^4n / p^2 is r^2 * (1 + 2 * d /
+/// b^2n) and a few units.
 std::vector<std::uint64_t> reciprocal_of_square(const power_of_ten& root, std::size_t square_size) {
     const std::size_t size = root.power.size();
     std::vector<std::uint64_t> exact(root.reciprocal.begin(), root.reciprocal.end());
@@ -90,22 +90,23 @@ std::vector<std::uint64_t> reciprocal_of_square(const power_of_ten& root, std::s
     const limb_view whole_correction = limb_view(correction).subspan(size);
     add_limbs(result, whole_correction);
     add_limbs(result, whole_correction);
-    // From the unit b^4n to that of the square's own length.
+    // Convert from the unit b^4n to that of the length of the square.
     const auto unused = static_cast<std::ptrdiff_t>(4 * size - 2 * square_size);
     result.erase(result.begin(), result.begin() + unused);
     result.resize(square_size + 1);
     return result;
 }
 
-/// Below this many limbs, half of the columns of a product are faster than all of it by Karatsuba's rule.
+/// Below this number of limbs, half of the columns of a product are faster than a full Karatsuba
+/// multiplication.
 constexpr std::size_t half_products_limbs = 56;
 
-/// Sets @p quotient, of n limbs, to those of top * reciprocal, of n + 1 limbs each, from the limb n + 1 on.
-/// It may be 1 too small.
+/// Sets @p quotient, of n limbs, to the limbs of top * reciprocal from limb n + 1 on. top and reciprocal have
+/// n + 1 limbs each. The result may be 1 too small.
 void estimate_quotient(limb_span quotient, limb_view top, limb_view reciprocal, limb_span scratch) {
     const std::size_t size = quotient.size();
     const bool is_short = size < half_products_limbs;
-    // Two columns more at the bottom: what lies below them is less than one unit.
+    // Two more columns at the bottom: everything below them is less than one unit.
     const std::size_t first = is_short ? size - 1 : 0;
     const limb_span columns = scratch.first(2 * size + 2 - first);
     if (is_short) {
@@ -116,7 +117,8 @@ void estimate_quotient(limb_span quotient, limb_view top, limb_view reciprocal, 
     std::ranges::copy(columns.subspan(size + 1 - first, size), quotient.begin());
 }
 
-/// The lowest n + 1 limbs of quotient * power, of n limbs each, in the scratch.
+/// Returns the lowest n + 1 limbs of quotient * power, which have n limbs each. The result is in the scratch
+/// space.
 limb_span low_product(limb_view quotient, limb_view power, limb_span scratch) {
     const std::size_t size = power.size();
     if (size < half_products_limbs) {
@@ -151,15 +153,15 @@ long_power_of_ten square_with_reciprocal(const power_of_ten& root) {
     return square;
 }
 
-/// Barrett's division: with b = 2^64 and n limbs, (number / b^(n-1)) * reciprocal / b^(n+1) is the quotient
-/// or slightly below it: by at most 3 and the error of the reciprocal.
+/// Barrett division: with b = 2^64 and n limbs, (number / b^(n-1)) * reciprocal / b^(n+1) is the quotient or
+/// slightly less: by at most 3 and the error of the reciprocal.
 void divide_by_power(limb_view number, const power_of_ten& divisor, limb_span quotient, limb_span remainder,
                      limb_span scratch) {
     const std::size_t size = divisor.power.size();
     assert(number.size() == 2 * size && quotient.size() == size && remainder.size() == size);
     estimate_quotient(quotient, number.subspan(size - 1), divisor.reciprocal, scratch);
     const limb_span rest = low_product(quotient, divisor.power, scratch);
-    // remainder = number - product, which is a few times power: one limb above the power's is enough.
+    // remainder = number - product, which is a small multiple of power: one more limb than power is enough.
     negate_limbs(rest);
     add_limbs(rest, number.first(size + 1));
     const std::uint64_t one = 1;

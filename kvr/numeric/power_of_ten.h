@@ -10,18 +10,18 @@
 
 namespace kvr {
 
-/// The chunks of 19 decimal digits that a number is converted in without splitting it into halves.
+/// The most chunks of 19 decimal digits in a number that is converted without halving.
 inline constexpr std::size_t base_chunks = 20;
 
-/// What a division by a power of ten needs: power = 10^(19 * chunks), in exactly as many limbs as it has, and
-/// reciprocal = floor(2^(128 * power.size()) / power) or a few units less, in one limb more.
+/// The data for a division by a power of ten. power = 10^(19 * chunks), in exactly the limbs it needs.
+/// reciprocal = floor(2^(128 * power.size()) / power), or a few units less, in one limb more.
 struct power_of_ten {
     std::size_t chunks = 0;
     limb_view power;
     limb_view reciprocal;
 };
 
-/// Space for the limbs of a power_of_ten of any size.
+/// Storage for a power_of_ten of any size.
 struct long_power_of_ten {
     std::vector<std::uint64_t> power;
     std::vector<std::uint64_t> reciprocal;
@@ -30,23 +30,22 @@ struct long_power_of_ten {
     power_of_ten view() const { return {chunks, power, reciprocal}; }
 };
 
-/// The power for 1 to base_chunks chunks, and for twice as many as that if the number is even; computed on
-/// first use and kept. No allocation.
+/// Returns the power for 1 to base_chunks chunks, or for an even number up to twice as many. It is computed
+/// on first use and kept. No allocation.
 power_of_ten short_power_of_ten(std::size_t chunks);
 
-/// The square, without its reciprocal.
+/// Returns the square, without its reciprocal.
 long_power_of_ten square_of(const power_of_ten& root);
 
-/// The square with its reciprocal.
+/// Returns the square with its reciprocal.
 long_power_of_ten square_with_reciprocal(const power_of_ten& root);
 
-/// Divides @p number, below divisor.power squared and not longer than that. The quotient goes to
-/// @p quotient, the remainder to @p remainder, both of the length of divisor.power. @p scratch: see
-/// division_scratch().
+/// Divides @p number, which has twice the limbs of divisor.power and is below its square. @p quotient and
+/// @p remainder have the length of divisor.power. For @p scratch see division_scratch().
 void divide_by_power(limb_view number, const power_of_ten& divisor, limb_span quotient, limb_span remainder,
                      limb_span scratch);
 
-/// The limbs of scratch that a division by a power of @p power_limbs limbs needs.
+/// Returns the limbs of scratch space for a division by a power of @p power_limbs limbs.
 constexpr std::size_t division_scratch(std::size_t power_limbs) {
     return 2 * power_limbs + 2;
 }

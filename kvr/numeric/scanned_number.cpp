@@ -12,7 +12,7 @@ bool is_white_space(char character) noexcept {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
-/// Position of the first digit after white space, sign and hexadecimal prefix.
+/// Returns the position of the first digit after white space, sign and hexadecimal prefix.
 std::size_t skip_to_digits(std::string_view text, unsigned base, bool& negative) noexcept {
     std::size_t at = 0;
     while (at < text.size() && is_white_space(text[at])) {

@@ -6,24 +6,24 @@
 
 namespace kvr {
 
-/// A number at the start of a text, as strtoul and strtol parse it.
+/// A number at the start of a text, as parsed by strtoul and strtol.
 struct scanned_number {
-    std::uint32_t magnitude = 0; ///< 0xFFFFFFFF when it does not fit
+    std::uint32_t magnitude = 0; ///< 0xFFFFFFFF if it does not fit
     bool negative = false;
-    bool fits = true; ///< the magnitude fits 32 bits
+    bool fits = true; ///< true if the magnitude fits 32 bits
     std::size_t characters =
-        0; ///< up to the first character that does not belong to the number; 0: no number
+        0; ///< length up to the first character after the number; 0 if there is no number
 
-    /// The result of strtoul where a long has 32 bits: negated modulo 2^32 after a "-".
+    /// Returns the result of strtoul with a 32-bit long: negated modulo 2^32 after a "-".
     [[nodiscard]] std::uint32_t as_strtoul() const noexcept {
         return negative && fits ? 0U - magnitude : magnitude;
     }
-    /// True when the number is one that 32 unsigned bits can hold.
+    /// True if the number fits 32 unsigned bits.
     [[nodiscard]] bool is_address() const noexcept { return fits && (!negative || magnitude == 0); }
 };
 
-/// Reads the number at the start of @p text in @p base (2, 8, 10 or 16): white space, "+" or "-", in base
-/// 16 an optional "0x", then digits up to the first character that is no digit. No digits read as 0.
+/// Parses the number at the start of @p text in @p base (2, 8, 10 or 16): white space, "+" or "-", in base 16
+/// an optional "0x", then all digits. No digits give 0.
 [[nodiscard]] scanned_number scan_number(std::string_view text, unsigned base) noexcept;
 
 } // namespace kvr

@@ -14,15 +14,15 @@ namespace kvr {
 namespace {
 
 constexpr unsigned most_bits = 64;
-/// Any number of this many digits fits 64 bits.
+/// Any number with this number of digits fits 64 bits.
 constexpr std::size_t most_decimal_digits = 19;
 
 struct small_word {
     std::uint64_t bits;
-    unsigned length; ///< leading zero bits count; never 0
+    unsigned length; ///< including leading zero bits; never 0
 };
 
-/// The lowest @p count bits set, for a count from 1 to 64.
+/// Returns a mask of the @p count lowest bits, 1 to 64.
 constexpr std::uint64_t low_bits(unsigned count) {
     return ~std::uint64_t{0} >> (most_bits - count);
 }
@@ -91,10 +91,10 @@ bool read_word(small_word& word, std::string_view text, KVR_MEMORY_RADIXES radix
     }
 }
 
-/// The characters of a small word in any radix but binary.
+/// The characters of a small word in any radix except binary.
 using word_text = std::array<char, 32>;
 
-/// Writes the digits of @p value, least significant one first as callers rely on; returns their end.
+/// Writes the digits of @p value, least significant first as callers rely on. Returns their end.
 char* write_reversed_decimal(char* place, std::uint64_t value) {
     while (value >= decimal_block) {
         const std::uint64_t rest = value / decimal_block;
@@ -104,7 +104,7 @@ char* write_reversed_decimal(char* place, std::uint64_t value) {
     }
     const std::uint64_t block = reversed_decimal_block(value);
     store_eight(block, place);
-    // What the block has above the digit '0' ends with its most significant digit.
+    // In the block without '0', the highest nonzero byte is the most significant digit.
     const int zeros = std::countl_zero((block - eight_of('0')) | 1);
     return place + block_digits - static_cast<unsigned>(zeros) / 8;
 }
@@ -146,8 +146,7 @@ bool is_small_target(KVR_MEMORY_RADIXES radix) {
     return is_decimal(radix) || bits_per_digit(radix) > 1;
 }
 
-/// Two's complement: the value of a signed decimal text. Nothing is set where it does not fit
-/// the width.
+/// Parses decimal text; signed text gives two's complement. Sets nothing if the value does not fit the width.
 bool read_exact_decimal(std::uint64_t& bits, std::string_view text, bool is_signed, unsigned width) {
     const bool is_negative = is_signed && text.starts_with('-');
     text.remove_prefix(is_negative ? 1 : 0);
@@ -176,7 +175,7 @@ bool read_exact(std::uint64_t& bits, std::string_view text, KVR_MEMORY_RADIXES r
     return bits <= low_bits(width);
 }
 
-/// Most significant digit first.
+/// Writes the most significant digit first.
 char* write_exact(char* begin, char* end, const small_word& word, KVR_MEMORY_RADIXES radix) {
     if (!is_decimal(radix)) {
         return write_grouped(begin, word, bits_per_digit(radix));
@@ -189,7 +188,8 @@ char* write_exact(char* begin, char* end, const small_word& word, KVR_MEMORY_RAD
     return std::to_chars(begin, end, value).ptr;
 }
 
-/// Writes the upper-case digits of @p text, sixteen at a time; false if one is no hexadecimal digit.
+/// Writes @p text in upper case, sixteen digits at a time. Returns false if a character is no hexadecimal
+/// digit.
 bool write_upper_case(char* place, std::string_view text) {
     for (; text.size() >= limb_hex_digits; text.remove_prefix(limb_hex_digits)) {
         std::uint64_t limb = 0;

@@ -9,25 +9,25 @@
 
 namespace kvr {
 
-/// The fast path of kvr_radix_conversion() for words of a machine word: sets @p output, which may be what
-/// @p text refers to, and allocates nothing but its characters.
+/// Fast path of kvr_radix_conversion() for words that fit a machine word. It sets @p output, which may be the
+/// text that @p text refers to, and allocates only its characters.
 ///
-/// It assumes two radixes out of hexadecimal, octal and decimal, a text of known digits only (after the
-/// sign) and no more than 64 bits before and after the width is applied, the sign bit included. False, with
-/// the output as it was, for all the rest.
+/// Both radixes must be hexadecimal, octal or decimal. The text must have digits without don't-care digits
+/// only (after the sign) and at most 64 bits before and after the width is applied, including the sign bit.
+/// For anything else it returns false and leaves the output unchanged.
 bool convert_small_word(std::string& output, std::string_view text, KVR_MEMORY_RADIXES from,
                         KVR_MEMORY_RADIXES to, unsigned int width);
 
-/// The fast path of append_exact_word() for words of a machine word.
+/// Fast path of append_exact_word() for words that fit a machine word.
 ///
-/// It assumes a width of no more than 64 bits, a text of known digits only (after the sign), no longer than
-/// 64 bits or 19 decimal digits take, and a value that fits the width. False, with the result as it was, for
-/// all the rest.
+/// The width must be at most 64 bits. The text must have digits without don't-care digits only (after the
+/// sign), at most as many as 64 bits or 19 decimal digits require, and its value must fit the width. For
+/// anything else it returns false and leaves the result unchanged.
 bool append_small_exact_word(std::string& result, std::string_view text, const exact_conversion& conversion);
 
-/// The fast path of append_exact_word() from hexadecimal to hexadecimal, at any width. It assumes known
-/// digits only, no more of them than the width has, and a value that fits it. False, with the result as it
-/// was, for all the rest.
+/// Fast path of append_exact_word() from hexadecimal to hexadecimal at any width. There must be no don't-care
+/// digits and no more digits than the width has, and the value must fit. For anything else it returns false
+/// and leaves the result unchanged.
 bool append_same_hex_digits(std::string& result, std::string_view text, std::size_t width);
 
 } // namespace kvr

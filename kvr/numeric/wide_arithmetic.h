@@ -13,7 +13,7 @@ struct wide_limb {
     friend constexpr bool operator==(const wide_limb&, const wide_limb&) = default;
 };
 
-/// The whole product, from four products of half limbs.
+/// Returns the full product by four multiplications of half limbs.
 constexpr wide_limb multiply_by_halves(std::uint64_t left, std::uint64_t right) {
     constexpr std::uint64_t low_half = 0xFFFFFFFF;
     const std::uint64_t left_low = left & low_half;
@@ -28,10 +28,10 @@ constexpr wide_limb multiply_by_halves(std::uint64_t left, std::uint64_t right) 
             left_high * right_high + (middle >> 32) + (other_middle >> 32)};
 }
 
-/// The whole product.
+/// Returns the full product.
 constexpr wide_limb multiply(std::uint64_t left, std::uint64_t right) {
 #if defined(__SIZEOF_INT128__)
-    // Only a typedef takes the word that admits the type.
+    // Only a typedef accepts the keyword that permits the type.
     __extension__ typedef unsigned __int128 uint128; // NOLINT(modernize-use-using)
     const uint128 product = static_cast<uint128>(left) * right;
     return {static_cast<std::uint64_t>(product), static_cast<std::uint64_t>(product >> 64)};
@@ -40,7 +40,7 @@ constexpr wide_limb multiply(std::uint64_t left, std::uint64_t right) {
 #endif
 }
 
-/// left * right + addend, which cannot overflow.
+/// Returns left * right + addend, which cannot overflow.
 constexpr wide_limb multiply_add(std::uint64_t left, std::uint64_t right, std::uint64_t addend) {
 #if defined(__SIZEOF_INT128__)
     __extension__ typedef unsigned __int128 uint128; // NOLINT(modernize-use-using)
@@ -54,7 +54,7 @@ constexpr wide_limb multiply_add(std::uint64_t left, std::uint64_t right, std::u
 #endif
 }
 
-/// The sum of up to 2^64 products, one column of a long multiplication. The portable form.
+/// The sum of up to 2^64 products, one column of a long multiplication. Portable form.
 class column_sum_by_limbs {
 public:
     constexpr void add_product(std::uint64_t left, std::uint64_t right) {
@@ -64,7 +64,7 @@ public:
         carries_ += high_ < product.high ? 1U : 0U;
     }
 
-    /// The lowest limb, which is removed: the sum becomes that of the next column.
+    /// Removes and returns the lowest limb. The sum becomes that of the next column.
     constexpr std::uint64_t take_limb() {
         const std::uint64_t limb = low_;
         low_ = high_;
@@ -80,7 +80,7 @@ private:
 };
 
 #if defined(__SIZEOF_INT128__)
-/// What column_sum_by_limbs does.
+/// Same as column_sum_by_limbs.
 class column_sum {
 public:
     constexpr void add_product(std::uint64_t left, std::uint64_t right) {
@@ -103,7 +103,7 @@ private:
 using column_sum = column_sum_by_limbs;
 #endif
 
-/// The largest power of ten in a limb, and its exponent.
+/// The largest power of ten that fits a limb, and its exponent.
 inline constexpr std::uint64_t decimal_chunk = 10'000'000'000'000'000'000U;
 inline constexpr unsigned decimal_chunk_digits = 19;
 
@@ -115,17 +115,17 @@ struct chunk_division {
     std::uint64_t remainder;
 };
 
-// What divide_by_decimal_chunk() relies on: with the divisor d and the reciprocal v,
-// (2^64 + v) * d stays below 2^128, and one d more does not.
+// divide_by_decimal_chunk() requires: with divisor d and reciprocal v, (2^64 + v) * d is below 2^128, and
+// adding d once more is not.
 static_assert(std::countl_zero(decimal_chunk) == 0);
 static_assert(multiply(decimal_chunk_reciprocal, decimal_chunk).high < 0 - decimal_chunk);
 static_assert(multiply_add(decimal_chunk_reciprocal, decimal_chunk, decimal_chunk).high == 0 - decimal_chunk);
 
 /// Divides (high, low) by decimal_chunk. Precondition: high < decimal_chunk.
 ///
-/// A division by a constant, with two multiplications: the reciprocal gives a quotient that is one too
-/// large at most half of the time and one too small rarely. It needs a divisor whose top bit is set,
-/// as that of decimal_chunk is.
+/// The division by a constant takes two multiplications. The quotient estimated with the reciprocal is one
+/// too large in at most half of all cases, and rarely one too small. The top bit of the divisor must be set,
+/// as it is in decimal_chunk.
 constexpr chunk_division divide_by_decimal_chunk(std::uint64_t high, std::uint64_t low) {
     const wide_limb estimate = multiply_add(decimal_chunk_reciprocal, high, low);
     std::uint64_t quotient = estimate.high + high + 1;

@@ -14,14 +14,14 @@ namespace kvr {
 
 namespace {
 
-/// A word whose bits are all known.
+/// A word without don't-care bits.
 struct plain_word {
     magnitude bits;
-    std::size_t length = 0; ///< leading zero bits count; never 0 after it has been read
+    std::size_t length = 0; ///< including leading zero bits; never 0 once the word was read
 };
 
-/// The leading zeros of a short word that its text in @p radix needs: one of them shows that a decimal
-/// number is not negative, and the others would only cost memory.
+/// Returns the number of leading zeros that the text in @p radix needs. Decimal needs only one, which shows
+/// that the number is not negative; others would only take memory.
 std::size_t telling_zeros(std::size_t missing_bits, KVR_MEMORY_RADIXES radix) {
     if (is_decimal(radix)) {
         return std::min<std::size_t>(missing_bits, 1);
@@ -29,7 +29,7 @@ std::size_t telling_zeros(std::size_t missing_bits, KVR_MEMORY_RADIXES radix) {
     return bits_per_digit(radix) != 0 ? missing_bits : 0;
 }
 
-/// Cuts on the left or pads with "0"; never a sign extension.
+/// Cuts the bits on the left or pads them with "0"; never extends the sign.
 void resize_binary_string(std::string& bits, std::size_t width, KVR_MEMORY_RADIXES target) {
     if (width < bits.size()) {
         bits.erase(0, bits.size() - width);
@@ -69,8 +69,8 @@ void resize_plain_word(plain_word& word, std::size_t width) {
     word.length = width;
 }
 
-/// Makes room for @p size characters, for the caller to write all of them. An exception leaves the text as it
-/// was.
+/// Resizes the text to @p size characters, all of which the caller must write. If this throws, the text is
+/// unchanged.
 inline char* room_for(std::string& text, std::size_t size) {
     if (size > text.capacity()) {
         text = std::string(size, '\0');
@@ -114,8 +114,8 @@ char upper_case_digit(char digit, unsigned bits) {
     return value < 1U << bits ? upper_case_digits[value] : '0';
 }
 
-/// From a radix to itself. Groups are counted from the right on both sides, so each digit is unchanged;
-/// only the one at the top of the word may lose bits.
+/// Converts a radix to itself. Groups are counted from the right on both sides, so digits are unchanged; only
+/// the top digit may lose bits.
 std::string resize_digits(std::string_view text, unsigned bits, std::size_t width) {
     const std::size_t count = width == 0 ? text.size() : digit_count(width, bits);
     const std::size_t kept = std::min(count, text.size());
@@ -129,7 +129,7 @@ std::string resize_digits(std::string_view text, unsigned bits, std::size_t widt
     return result;
 }
 
-/// The bits of the digits of a word that loses some at its top: @p size is below that of all digits.
+/// Writes the low bits of a word that loses some at the top: @p size is below the bits of all digits.
 void write_low_bits_of_word(char* place, std::string_view text, unsigned bits, std::size_t size) {
     text.remove_prefix(text.size() - digit_count(size, bits));
     if (const std::size_t lost = text.size() * bits - size; lost > 0) {
@@ -140,7 +140,7 @@ void write_low_bits_of_word(char* place, std::string_view text, unsigned bits, s
     write_bits_of_digits(place, text, bits);
 }
 
-/// The bits of hexadecimal or octal digits of any kind, one by one; the digit at the top of the word may
+/// Writes the bits of hexadecimal or octal digits of any kind, digit by digit. The top digit of the word may
 /// lose bits.
 void write_bits_of_word(std::string& output, std::string_view text, unsigned bits, unsigned int width) {
     if (text.data() == output.data()) {
