@@ -91,7 +91,7 @@ ecc_code make_hamming(std::uint32_t data_width) {
         for (std::uint32_t index = 0; index < bits; ++index) {
             code.checks[index].mask[bit / bits_per_limb] |= (position >> index & 1U) != 0 ? in_limb : 0;
         }
-        // Include the bit in the overall parity, so that this covers its check bits as well.
+        // The overall parity covers the bit and each check that covers it.
         code.checks[bits].mask[bit / bits_per_limb] |= std::popcount(position) % 2 == 0 ? in_limb : 0;
     }
     return code;
