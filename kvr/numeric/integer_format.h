@@ -7,9 +7,9 @@
 
 #include <string>
 
-/// Writes @p value in @p radix (2 to 36, digits "0" to "9" and "a" to "z") with a terminating NUL to @p
-/// buffer, which the caller owns. 33 bytes hold any result. Radix 10 writes "-" before a negative value; any
-/// other radix writes the 32-bit pattern (-1 in radix 16 gives "ffffffff"). A radix above 36 uses the
+/// Writes @p value in @p radix (2 to 36, digits "0" to "9" and "a" to "z") with a terminating NUL to
+/// @p buffer, which the caller owns. 33 bytes hold any result. Radix 10 writes "-" before a negative value;
+/// any other radix writes the 32-bit pattern (-1 in radix 16 gives "ffffffff"). A radix above 36 uses the
 /// characters after "z"; 0 and 1, in which no number can be written, give "0".
 KVR_API void kvr_itoa(int value, char* buffer, int radix);
 

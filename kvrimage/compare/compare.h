@@ -22,8 +22,8 @@ struct difference {
 KVRIMAGE_API void for_each_difference(const memory_image& left, const memory_image& right,
                                       const std::function<void(const difference&)>& take);
 
-/// Does the same for the addresses of @p where only. The ranges are in order and apart; differences
-/// are cut to them.
+/// Does the same for the addresses of @p where only. The ranges are in order and apart;
+/// differences are cut to them.
 KVRIMAGE_API void for_each_difference(const memory_image& left, const memory_image& right,
                                       std::span<const address_range> where,
                                       const std::function<void(const difference&)>& take);

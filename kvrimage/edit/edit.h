@@ -18,8 +18,8 @@ namespace kvrimage {
 /// @param contents of the file
 /// @param assignments the new words; of two for one address the later one wins. An address beyond the last
 /// word increases the depth, unless the file or @p options determine it
-/// @param options as for parse(), but a broken file is never edited. With a base, the addresses of @p
-/// assignments count from it, like those of the words that parse() returns
+/// @param options as for parse(), but a broken file is never edited. With a base, the addresses of
+/// @p assignments count from it, like those of the words that parse() returns
 /// @return the edits, or diagnostics of class broken if the file is broken or cannot hold the words
 /// @throws std::invalid_argument if the format cannot be edited, if an assignment has no word or a word of
 /// another width than the file, or if its range ends before it begins

@@ -21,8 +21,8 @@ struct touched_place {
 };
 
 /// Finds for each piece the places of the file that determine its words. @p places are in the order of the
-/// file; the last one that sets an address determines it. Parts of pieces without such a place remain in @p
-/// pieces.
+/// file; the last one that sets an address determines it. Parts of pieces without such a place remain in
+/// @p pieces.
 [[nodiscard]] std::vector<touched_place> find_touched_places(const std::vector<setting_place>& places,
                                                              edit_pieces& pieces);
 

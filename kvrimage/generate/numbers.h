@@ -20,8 +20,8 @@ struct number_rules {
     bool is_signed = false;           ///< uses two's complement even if no number is negative
 };
 
-/// Returns a memory with the words of @p numbers from address 0 on. Fractions are rounded according to @p
-/// rules; integers are exact. If a number is negative after rounding, all words are two's complement and
+/// Returns a memory with the words of @p numbers from address 0 on. Fractions are rounded according to
+/// @p rules; integers are exact. If a number is negative after rounding, all words are two's complement and
 /// range from -2^(width-1) to 2^(width-1)-1; otherwise they range from 0 to 2^width-1. Takes time and memory
 /// proportional to the bits.
 /// @throws std::overflow_error for a number out of range, unless @p rules saturate; what() names the number,

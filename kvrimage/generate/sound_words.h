@@ -40,8 +40,8 @@ struct wave_file {
 /// @param saturate clips floating-point samples beyond -1..1 to the smallest or the largest word
 /// @throws std::out_of_range if there is no such channel
 /// @throws std::invalid_argument if there are no frames, or the width exceeds 64 bits
-/// @throws std::overflow_error for a floating-point sample beyond -1..1, infinity included, unless @p
-/// saturate is set; what() names the sample and its address
+/// @throws std::overflow_error for a floating-point sample beyond -1..1, infinity included, unless
+/// @p saturate is set; what() names the sample and its address
 /// @throws std::domain_error for a sample that is not a number, and with @p saturate for an infinite one
 [[nodiscard]] KVRIMAGE_API memory_image sound_words(const wave_file& sound, std::uint32_t channel,
                                                     std::uint32_t width, rounding how = rounding::nearest,

@@ -31,7 +31,7 @@ struct byte_options {
 [[nodiscard]] KVRIMAGE_API memory_image image_of_bytes(std::string_view bytes,
                                                        const byte_options& options = {});
 
-/// Returns the bytes of all words of @p image. Takes time and memory proportional to the depth.
+/// Returns the bytes of all words of @p image. Takes time and memory proportional to the bytes, set or not.
 /// @param unset the value written for words that are not set; without it all words must be set
 /// @throws std::domain_error for a word with don't-care bits, and for an unset word without @p unset; what()
 /// names the address of the first one

@@ -19,8 +19,8 @@ find_word(const image_words& words, std::uint64_t first, std::uint64_t end,
           const std::function<bool(const kvr::word_row& row)>& has_none,
           const std::function<bool(std::string_view word)>& is_sought);
 
-/// Returns the offset of the first word from @p first to @p end - 1 that has no representation in @p
-/// digits_radix: a don't-care bit shares a digit with other bits, or the radix is decimal.
+/// Returns the offset of the first word from @p first to @p end - 1 that has no representation in
+/// @p digits_radix: a don't-care bit shares a digit with other bits, or the radix is decimal.
 [[nodiscard]] std::optional<std::uint64_t> find_unshown_word(const image_words& words, std::uint32_t width,
                                                              radix digits_radix, std::uint64_t first,
                                                              std::uint64_t end);

@@ -35,8 +35,8 @@ inline constexpr std::string_view hex_digits = "0123456789abcdefABCDEF";
 std::optional<word_fault> make_word(std::string_view text, radix digits_radix, std::uint32_t width,
                                     std::string& word);
 
-/// Like make_word(), but `dec` also accepts a number that fits only as unsigned (200 in 8 bits); @p
-/// is_unsigned is then set. For a number that does not fit at all, the fault gives the unsigned width.
+/// Like make_word(), but `dec` also accepts a number that fits only as unsigned (200 in 8 bits);
+/// @p is_unsigned is then set. For a number that does not fit at all, the fault gives the unsigned width.
 std::optional<word_fault> make_word_of_any_sign(std::string_view text, radix digits_radix,
                                                 std::uint32_t width, std::string& word, bool& is_unsigned);
 

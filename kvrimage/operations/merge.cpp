@@ -90,8 +90,8 @@ private:
         return rule == overlap_rule::last ? parts.size() - 1 - rank : rank;
     }
 
-    /// Adds the words of @p range, which are set, from the memory of @p rank. The memories of ranks below @p
-    /// free are known to have none there.
+    /// Adds the words of @p range, which are set, from the memory of @p rank. The memories of ranks below
+    /// @p free are known to have none there.
     void take(std::size_t rank, const address_range& range, std::size_t free) {
         if (free == rank) {
             copy(part_of(rank), range);

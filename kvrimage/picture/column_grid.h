@@ -86,8 +86,8 @@ public:
         return last_of(column) - first_of(column) + 1;
     }
 
-    /// Calls @p take(column, number of words) for each column with words at the offsets from @p first to @p
-    /// last. Offsets outside the stretches are ignored.
+    /// Calls @p take(column, number of words) for each column with words at the offsets from @p first to
+    /// @p last. Offsets outside the stretches are ignored.
     template <class Take>
     void for_each_column(std::uint64_t first, std::uint64_t last, Take&& take) const {
         for (const part& of : shown) {

@@ -107,9 +107,9 @@ inline constexpr std::uint32_t least_screen_columns = 40;
 draw_in_characters(const memory_image& image, const picture_options& options, const character_screen& screen);
 
 /// Draws the differences of two memories, as for_each_difference() reports them, as an SVG document like that
-/// of draw_svg(). For each column it shows the share of addresses at which two words differ, or only A (@p
-/// left) or only B (@p right) has a word, with the total of each. Takes time proportional to the differences
-/// and the words that were set one by one.
+/// of draw_svg(). For each column it shows the share of addresses at which two words differ, or only A
+/// (@p left) or only B (@p right) has a word, with the total of each. Takes time proportional to the
+/// differences and the words that were set one by one.
 /// @throws std::out_of_range if the range of @p options exceeds the addresses of both memories, or ends
 /// before it begins
 /// @throws std::invalid_argument as draw_svg() does

@@ -27,8 +27,8 @@ public:
         std::size_t line_size;
     };
 
-    /// Reads records at the front of @p lines, which are whole lines. Their addresses are relative to @p
-    /// address_offset. Reads none if the first one does not have the form of the previous record.
+    /// Reads records at the front of @p lines, which are whole lines. Their addresses are relative to
+    /// @p address_offset. Reads none if the first one does not have the form of the previous record.
     [[nodiscard]] run read(std::string_view lines, std::uint32_t address_offset);
 
     /// Reports a plain data record that read() has not accepted. @p line includes the line end.

@@ -65,8 +65,8 @@ struct word_leaf {
     const word_pattern* texts; ///< null if there is a page
     word_page* page;           ///< not owned
 
-    /// Returns the first address from @p from to @p end (inclusive, both in the leaf) whose word is not @p
-    /// text, or end + 1.
+    /// Returns the first address from @p from to @p end (inclusive, both in the leaf) whose word is not
+    /// @p text, or end + 1.
     [[nodiscard]] std::uint64_t find_other(std::uint32_t from, std::uint32_t end,
                                            std::string_view text) const noexcept;
 };

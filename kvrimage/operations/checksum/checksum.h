@@ -46,8 +46,8 @@ struct checksum_options {
 };
 
 /// Returns the checksum of the words of @p image in order of addresses. Each word contributes (width + 7) / 8
-/// bytes, with surplus high bits 0. Takes time proportional to the bytes. Ranges and memories with @ref
-/// checksum_options::unset are copied first, unless the words are stored as bytes.
+/// bytes, with surplus high bits 0. Takes time proportional to the bytes. A range, or a memory with `unset`,
+/// is copied first unless the words are stored as bytes.
 /// @return a word of the width of the checksum
 /// @throws std::domain_error for a word with don't-care bits; what() names its address
 /// @throws std::out_of_range if a range exceeds the memory
@@ -58,7 +58,8 @@ struct checksum_options {
 
 /// Calls @p take with the bytes that a checksum covers, in order, for algorithms that are not offered here. A
 /// block has any size and is valid during the call only.
-/// @throws what checksum_of() throws for the memory and the options, and what @p take throws
+/// @throws std::domain_error, std::out_of_range, std::invalid_argument as checksum_of() does for the memory
+/// and the options. Exceptions of @p take pass through.
 KVRIMAGE_API void for_each_counted_block(const memory_image& image, const checksum_options& options,
                                          const std::function<void(std::string_view bytes)>& take);
 

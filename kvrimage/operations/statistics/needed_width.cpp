@@ -53,8 +53,8 @@ private:
         const unsigned ones = (1U << digit_bits) - 1;
         return std::min(bits_beside(text.substr(1), digit_bits == 1 ? '1' : 'F', ones) + 1, width);
     }
-    /// Returns the index plus 1 of the highest bit that differs from @p filler_bits, the bits of the digit @p
-    /// filler, or 0 if there is none.
+    /// Returns the index plus 1 of the highest bit that differs from @p filler_bits, the bits of the digit
+    /// @p filler, or 0 if there is none.
     [[nodiscard]] std::uint32_t bits_beside(std::string_view text, char filler, unsigned filler_bits) const {
         const std::size_t at = std::min(text.find_first_not_of(filler), text.size());
         if (at == text.size()) {

@@ -129,8 +129,8 @@ private:
     }
 
     /// The words from @p candidate to @p different - 1 equal the first ones and repeat with their turns. So a
-    /// candidate within a turn fails in the next turn, and a candidate at the start of a turn fails at @p
-    /// different or at the end of these turns.
+    /// candidate within a turn fails in the next turn, and a candidate at the start of a turn fails at
+    /// @p different or at the end of these turns.
     [[nodiscard]] jump jump_over_turns(std::uint64_t candidate, std::uint64_t different,
                                        const beginning_period& repeats) const {
         const std::uint64_t repeating = std::min(different - candidate, repeats.end);
