@@ -26,7 +26,6 @@ using byte_finder = std::function<span(std::uint64_t address)>;
 /// the memory, bytes set twice to different values, nonzero surplus bits
 /// @param result gets no image if the bytes cannot be interpreted; if something is broken, the caller drops
 /// the image
-/// broken
 void make_words_of_bytes(byte_blocks& blocks, const read_options& options, const byte_finder& find,
                          diagnostic_list& diagnostics, read_result& result);
 

@@ -16,7 +16,6 @@ struct hex_memory;
 /// memory and recorded in its status fields.
 ///
 /// @return true if every byte was written
-/// @return true when every byte was written.
 bool write_hex_file(hex_memory& memory);
 
 /// Overwrites @p out with @p value in base 16, in lower case, with leading zeros up to @p width digits.

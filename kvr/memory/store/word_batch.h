@@ -15,7 +15,6 @@ namespace kvr {
 /// and sets them a page at a time. The store must outlive the batch, and has all words only after flush().
 /// Call flush() before the store is read, resized or changed in another way. Only if an exception ends the
 /// batch may the call be omitted: see the destructor.
-/// when an exception ends the batch may the call be omitted: see the destructor.
 class word_batch {
 public:
     static constexpr std::size_t slack = 8;

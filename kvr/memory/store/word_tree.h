@@ -14,7 +14,6 @@
 // A tree over the addresses of a memory: pages, branches of 32 pages, and branches of 64 of those. At any
 // level a pattern may replace a subtree, so billions of words set by one value or one range line are a single
 // node. Addresses are absolute. The end of a range has 64 bits if the address after the last one is needed.
-// the address after the last one is needed.
 
 namespace kvr {
 
