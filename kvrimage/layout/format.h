@@ -33,7 +33,7 @@ struct formatted_text {
 /// Does the same for a file that was already parsed.
 ///
 /// @param read the result of parse() for @p contents and @p options; it must have an image
-/// @throws as the function above
+/// Throws like the function above.
 [[nodiscard]] KVRIMAGE_API std::string format_text(std::string_view contents, const read_options& options,
                                                    const read_result& read);
 
