@@ -84,8 +84,7 @@ void read_sections(Elf* file, elf_facts& facts) {
 std::optional<elf_facts> read_elf_facts(std::string_view contents, bool with_sections) {
     const open_elf file = open_contents(contents);
     GElf_Ehdr header;
-    if (gelf_getehdr(file.get(), &header) ==
-        nullptr) { // also fails without a file, and for a file that is not ELF
+    if (gelf_getehdr(file.get(), &header) == nullptr) { // also for a null or non-ELF file
         return std::nullopt;
     }
     elf_facts facts;

@@ -56,8 +56,7 @@ void hex_bytes::add(std::uint64_t address, std::string_view digits, const span& 
         first_outside = outside.empty() ? address + count - 1 : first_outside;
         outside.add(where);
     }
-    static_cast<void>(
-        decode_hex(digits, blocks.room_for(address, count))); // the parser has checked the digits
+    static_cast<void>(decode_hex(digits, blocks.room_for(address, count))); // the digits are valid
 }
 
 void hex_bytes::mark_unreadable(std::uint64_t address, std::uint32_t bytes) {

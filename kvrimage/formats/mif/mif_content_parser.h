@@ -54,9 +54,9 @@ private:
     std::uint64_t last_end = 0;                   ///< of the last token
     bool last_starts_line = false;                ///< of the last value
     before line_has = before::begin;
-    std::size_t line_with_comment =
-        static_cast<std::size_t>(-1); ///< line whose text after a comment was reported
-    std::uint32_t lines_alone = 0;    ///< number of statements to parse before trying regular lines again
+    /// The line whose text after a comment was reported.
+    std::size_t line_with_comment = static_cast<std::size_t>(-1);
+    std::uint32_t lines_alone = 0; ///< number of statements to parse before trying regular lines again
     std::uint32_t next_alone = 1;
 };
 

@@ -35,8 +35,7 @@ bool every_readmem_word_has_prefix(std::string_view contents, radix digits_radix
 
 /// The bits of the words by their digits.
 struct readmem_lengths {
-    std::uint64_t shortest =
-        std::numeric_limits<std::uint64_t>::max(); ///< the initial value if there is no word
+    std::uint64_t shortest = std::numeric_limits<std::uint64_t>::max(); ///< stays so without words
     std::uint64_t longest = 0;
 };
 
@@ -134,8 +133,7 @@ void readmem_reading::report_bytes() {
     }
     const readmem_lengths lengths = lengths_of_readmem_words(text, digits_are);
     if (lengths.shortest == bits_per_byte && lengths.longest == bits_per_byte) {
-        list.add(
-            diagnose::readmem_bytes({}, *options.width)); // without a width the unit is that of the words
+        list.add(diagnose::readmem_bytes({}, *options.width)); // without a width the unit fits the words
     }
 }
 
