@@ -36,9 +36,8 @@ KVR_API int kvr_get_ceil_quotient_closest_to_power_of(int base, int numerator, i
 /// Approximates @p numerator / @p denominator by a continued fraction of at most @p max_terms terms, the last
 /// one rounded.
 ///
-/// @param out_numerator, out_denominator unchanged if @p max_terms is below 1, if no candidate is accepted,
-/// and
-///        if a division has no result (by 0, or -2^31 / -1).
+/// @param out_numerator, out_denominator unchanged if @p max_terms is below 1, if no candidate is
+///        accepted, and if a division has no result (by 0, or -2^31 / -1).
 /// @param max_denominator terms are added until the fraction is exact or its denominator exceeds this; the
 ///        result is the last candidate that did not exceed it. -1: no limit.
 KVR_API void kvr_find_simple_integer_fraction(int numerator, int denominator, int& out_numerator,
