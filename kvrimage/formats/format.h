@@ -27,7 +27,7 @@ enum class address_unit : std::uint8_t {
     either ///< the format does not define it, or its files differ
 };
 
-/// The bytes at the start of a file that are examined to identify its format.
+/// Number of bytes at the start of a file that are examined to identify its format.
 inline constexpr std::size_t sniffed_bytes = std::size_t{64} << 10U;
 
 /// The confidence of a guess from a file's contents.

@@ -77,8 +77,8 @@ private:
     bool consistent = true;
 };
 
-/// Converts the digits of a word, two per byte, between most significant byte first and the byte order @p
-/// order of a file. The conversion is its own inverse.
+/// Converts the digits of a word, two per byte, between most significant byte first and the byte order
+/// @p order of a file. The conversion is its own inverse.
 [[nodiscard]] std::string in_byte_order(std::string_view digits, byte_order order);
 
 /// Returns the layout that read() used for @p ours, which must have an image.

@@ -28,8 +28,8 @@ private:
 };
 
 /// Passes the plain data records at the start of the remaining lines of @p parser to @p take (data digits,
-/// address field, bytes, line). A plain record has a line of its own and neither blanks nor faults. If @p
-/// take returns false, the parser gets that record. The parser would give the same records.
+/// address field, bytes, line). A plain record has a line of its own and neither blanks nor faults. If
+/// @p take returns false, the parser gets that record. The parser would give the same records.
 template <class Take>
 void for_each_plain_record(hex_parser& parser, Take&& take) {
     const std::string_view lines = parser.to_come().rest();

@@ -26,7 +26,7 @@ void join_with_next(std::vector<mif_line>& lines, std::size_t index) {
 }
 
 /// Extends the single line @p index by the last address of the previous line. A previous line of two
-/// addresses would become single, so it takes the address of line @p index instead.
+/// addresses would become single, so it is extended by line @p index instead.
 void join_with_previous(std::vector<mif_line>& lines, std::size_t index) {
     mif_line& line = lines[index];
     mif_line& previous = lines[index - 1];

@@ -34,8 +34,8 @@ struct mif_line_style {
 [[nodiscard]] std::string address_text(std::uint64_t address, radix address_radix, const digit_style& style);
 
 /// Appends @p values from index @p from on to @p text, each after @p style.between. @p text ends with a
-/// value, @p column characters after the start of its line. A line longer than @p limit is broken with @p
-/// line_end and the indentation.
+/// value, @p column characters after the start of its line. A line longer than @p limit is broken with
+/// @p line_end and the indentation.
 void append_values(std::string& text, const std::vector<std::string>& values, std::size_t from,
                    const mif_line_style& style, std::string_view line_end, std::size_t column,
                    std::size_t limit);

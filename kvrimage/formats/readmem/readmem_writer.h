@@ -16,7 +16,7 @@ inline constexpr std::array<choice_kind, 3> readmem_write_choices = {{
 }};
 
 // Implement format::can_write, format::write and format::written_size. Lines break at addresses that are
-// multiples of the words per line. A line begins with its address if the previous word is unset.
+// multiples of the words per line. An address precedes each word that follows an unset word.
 
 [[nodiscard]] std::vector<diagnostic> can_write_readmemh(const memory_image& image,
                                                          const write_options& options);

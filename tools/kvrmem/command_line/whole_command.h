@@ -28,8 +28,8 @@ namespace kvrmem {
 [[nodiscard]] std::vector<kvrimage::address_range> asked_addresses(const arguments& given);
 
 /// Returns the command line like command_with(), for an invalid command line @p words, which begins with the
-/// name of the command. @p wrong, one of the words or the part of one before its "=", is replaced by @p
-/// right.
+/// name of the command. @p wrong, one of the words or the part of one before its "=", is replaced by
+/// @p right.
 [[nodiscard]] std::string command_with_replaced(std::span<const std::string> words, std::string_view wrong,
                                                 std::string_view right);
 

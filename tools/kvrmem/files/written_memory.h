@@ -14,8 +14,8 @@ namespace kvrmem {
 [[nodiscard]] kvrimage::write_options write_options_for(const arguments& given, const std::string& target,
                                                         const kvrimage::file_facts& like);
 
-/// Copies the start address in @p facts to @p options, if the format supports it and the operations of @p
-/// given keep addresses unchanged.
+/// Copies the start address in @p facts to @p options, if the format supports it and the operations of
+/// @p given keep addresses unchanged.
 void keep_start_address(const arguments& given, const kvrimage::file_facts& facts,
                         kvrimage::write_options& options);
 

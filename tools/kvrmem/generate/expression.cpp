@@ -30,8 +30,8 @@ constexpr std::size_t bytes_of_step = 8;
 constexpr const char* chunk_name = "=expression";
 constexpr std::string_view place_of_fault = "expression:1: ";
 
-/// Returns whether the interpreter may have a block of @p size bytes, of which it already has @p before. @p
-/// kind is the kind of a new object.
+/// Returns whether the interpreter may have a block of @p size bytes, of which it already has @p before.
+/// @p kind is the kind of a new object.
 bool may_allocate(expression_limits& limits, std::size_t before, std::size_t size, std::size_t kind) {
     if (size <= before) {
         return true; // Lua requires that shrinking succeeds

@@ -45,7 +45,7 @@ void count_warning(j_common_ptr decoder, int level) {
 }
 
 void limit_scans(j_common_ptr decoder) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): what a decoder is
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): it is a decompressor
     if (reinterpret_cast<j_decompress_ptr>(decoder)->input_scan_number > most_scans) {
         error_of(decoder).has_too_many_scans = true;
         std::longjmp(error_of(decoder).target, 1); // NOLINT(cert-err52-cpp)

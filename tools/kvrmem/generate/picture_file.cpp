@@ -30,7 +30,7 @@ struct decoder_budget {
 // The decoder passes no context to its allocator.
 thread_local decoder_budget budget_of_picture{}; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-// NOLINTBEGIN(cppcoreguidelines-no-malloc): what a decoder in C asks for
+// NOLINTBEGIN(cppcoreguidelines-no-malloc): required by a C decoder
 void* allocate_for_picture(std::size_t size) {
     return budget_of_picture.take(size) ? std::malloc(size) : nullptr;
 }

@@ -35,8 +35,8 @@ struct human_value {
 /// Parses "FIRST..LAST" or one address; nothing if @p text is invalid, descends, or exceeds 64 bits.
 [[nodiscard]] std::optional<kvrimage::address_range> read_address_range(std::string_view text);
 
-/// Returns why @p text is not a range: "the range ends before it begins; write 3..5" for "5..3", else @p
-/// otherwise.
+/// Returns why @p text is not a range: "the range ends before it begins; write 3..5" for "5..3", else
+/// @p otherwise.
 [[nodiscard]] std::string advice_on_range(std::string_view text, std::string_view otherwise);
 
 } // namespace kvrmem
