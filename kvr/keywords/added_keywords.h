@@ -10,14 +10,15 @@
 
 namespace kvr {
 
-/// The keywords that a registry has in addition to the fixed ones, and the new values of fixed ones. Keys
-/// compare as in KVR_STRING_MAP: up to their first NUL, ASCII letter case ignored.
+/// The keywords of a registry beyond the fixed ones, and new values of fixed ones. Keys compare as in
+/// KVR_STRING_MAP: up to their first NUL, ignoring ASCII letter case.
 class added_keywords {
 public:
-    /// Allocates nothing.
+    /// Returns whether @p name is a key. Allocates nothing.
     [[nodiscard]] bool contains(std::string_view name) const noexcept { return values_.contains(name); }
 
-    /// An existing key keeps its spelling; its value becomes @p spelling. No effect when it throws.
+    /// Adds a key or sets its value to @p spelling; an existing key keeps its spelling. No effect if it
+    /// throws.
     void set(std::string_view spelling) {
         values_.insert_or_assign(std::string(spelling), std::string(spelling));
     }
@@ -28,7 +29,7 @@ public:
         }
     }
 
-    /// Adds every entry to @p map; existing keys keep their spelling and take the value.
+    /// Adds all entries to @p map; existing keys keep their spelling and get the value.
     void copy_to(KVR_STRING_MAP& map) const {
         for (const auto& [key, value] : values_) {
             map[key] = value;

@@ -8,7 +8,7 @@
 
 namespace kvr {
 
-/// A text of fewer than eight bytes, folded, as one number.
+/// Returns a folded text of fewer than eight bytes as one number.
 constexpr std::uint64_t fold_short(std::string_view text) noexcept {
     std::uint64_t bytes = 0;
     for (std::size_t index = 0; index < text.size(); ++index) {
@@ -17,7 +17,7 @@ constexpr std::uint64_t fold_short(std::string_view text) noexcept {
     return fold_eight(bytes);
 }
 
-/// The eight bytes that start at @p position, folded.
+/// Returns the eight bytes at @p position, folded.
 constexpr std::uint64_t fold_at(std::string_view text, std::size_t position) noexcept {
     return fold_eight(load_characters<8>(text.data() + position));
 }
@@ -27,8 +27,8 @@ constexpr std::uint64_t mix(std::uint64_t hash, std::uint64_t bytes) noexcept {
     return hash ^ (hash >> 32);
 }
 
-/// A hash that is the same for texts that differ in ASCII letter case only, on every machine. Its highest
-/// bits depend on all characters and suit a table of a power of two slots.
+/// Returns a hash that ignores ASCII letter case and is the same on every machine. Its highest bits depend on
+/// all characters and suit a table with a power of two slots.
 constexpr std::uint64_t folded_hash(std::string_view text) noexcept {
     const std::size_t size = text.size();
     if (size < 8) {
@@ -41,7 +41,7 @@ constexpr std::uint64_t folded_hash(std::string_view text) noexcept {
     return mix(hash, fold_at(text, size - 8));
 }
 
-/// True when the texts differ in ASCII letter case at most.
+/// Returns whether the texts are equal except for ASCII letter case.
 constexpr bool equal_folded(std::string_view left, std::string_view right) noexcept {
     const std::size_t size = left.size();
     if (size != right.size()) {

@@ -11,19 +11,19 @@
 
 namespace kvr {
 
-/// The place of each of Count names, ASCII letter case ignored. Made at compile time: a hash table with
-/// open addressing, filled to half at most, that holds places in the array of names.
+/// Finds the places of Count names, ignoring ASCII letter case. A hash table with open addressing, made at
+/// compile time and at most half full, of places in the array of names.
 template <std::size_t Count>
 class keyword_index {
 public:
-    /// @p names must outlive the index. Names that differ in letter case only are one keyword.
+    /// @p names must outlive the index. Names that differ only in letter case are one keyword.
     constexpr explicit keyword_index(const std::array<std::string_view, Count>& names) : names_(names) {
         for (std::size_t place = 0; place < Count; ++place) {
             add(place);
         }
     }
 
-    /// The number of keywords; counted at each call.
+    /// Returns the number of keywords. Takes time proportional to the slots.
     [[nodiscard]] constexpr std::size_t size() const noexcept {
         std::size_t used = 0;
         for (const slot& each : slots_) {
@@ -32,7 +32,7 @@ public:
         return used;
     }
 
-    /// The first place of @p text; Count when it is not there.
+    /// Returns the first place of @p text, or Count if it is missing.
     [[nodiscard]] constexpr std::size_t find(std::string_view text) const noexcept {
         if (text.size() > longest_) {
             return Count;
@@ -41,21 +41,21 @@ public:
         return place_plus_1 == 0 ? Count : place_plus_1 - 1;
     }
 
-    /// The last spelling of the name whose first one is at @p place, a result of find().
+    /// Returns the last spelling of the name first found at @p place, a result of find().
     [[nodiscard]] constexpr std::string_view last_spelling(std::size_t place) const noexcept {
         return names_[last_place_[place]];
     }
 
 private:
-    /// All zero when free: of a constant array, g++ 12 turns other initial values into zeros in the
-    /// elements that the constructor does not set.
+    /// All zero if free: in a constant array, g++ 12 turns other initial values of elements that the
+    /// constructor does not set into zeros.
     struct slot {
         std::uint32_t hash = 0;
         std::uint32_t place_plus_1 = 0;
     };
     static constexpr std::size_t slot_count = std::bit_ceil(2 * Count + 2);
 
-    /// The slot that holds @p text, or the free one where it would go.
+    /// Returns the slot of @p text, or the free slot where it would be inserted.
     [[nodiscard]] constexpr std::size_t slot_of(std::string_view text, std::uint64_t hash) const noexcept {
         std::size_t at = hash >> (64 - std::countr_zero(slot_count));
         while (slots_[at].place_plus_1 != 0 && !holds(slots_[at], text, hash)) {

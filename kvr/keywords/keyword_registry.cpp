@@ -17,7 +17,7 @@ constexpr std::size_t first_primitive = plexfunction_names.size();
 constexpr std::size_t first_wysiwyg = first_primitive + velkora_primitive_names.size();
 constexpr std::size_t fixed_count = first_wysiwyg + wysiwyg_names.size();
 
-/// The lists one after the other, in the order in which a registry adds them.
+/// The concatenated lists, in the order in which a registry adds them.
 constexpr std::array<std::string_view, fixed_count> fixed_names = [] {
     std::array<std::string_view, fixed_count> names;
     auto end = std::copy(plexfunction_names.begin(), plexfunction_names.end(), names.begin());
@@ -28,7 +28,7 @@ constexpr std::array<std::string_view, fixed_count> fixed_names = [] {
 
 constexpr keyword_index fixed_index(fixed_names);
 
-/// True when adding @p spelling to a fresh registry changes nothing.
+/// Returns whether adding @p spelling to a new registry changes nothing.
 bool is_fixed_spelling(std::string_view name, std::string_view spelling) {
     const std::size_t place = fixed_index.find(name);
     return place != fixed_count && fixed_index.last_spelling(place) == spelling;
@@ -48,7 +48,7 @@ void add(std::unique_ptr<added_keywords>& added, std::string_view spelling) {
     added->set(spelling);
 }
 
-/// Adds @p count of the fixed names, from @p first on.
+/// Adds @p count fixed names from @p first on.
 void add_fixed(std::unique_ptr<added_keywords>& added, std::size_t first, std::size_t count) {
     for (const std::string_view name : std::span(fixed_names).subspan(first, count)) {
         add(added, name);

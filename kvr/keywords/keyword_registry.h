@@ -13,39 +13,39 @@ class KVR_UTIL_KEYWORD_REGR;
 
 namespace kvr {
 class added_keywords;
-/// The registry as the ordered map that it represents: under each keyword in its first spelling, the
-/// spelling it was last added with. For inspection inside the library; not exported.
+/// Returns the registry as the ordered map that it represents: each keyword in its first spelling with the
+/// spelling last added. For inspection inside the library; not exported.
 KVR_STRING_MAP keyword_map(const KVR_UTIL_KEYWORD_REGR& registry);
 } // namespace kvr
 
-/// The names that a generated module must not give to its own entities: library modules (plexfunctions)
-/// with their sub-modules, netlist primitives, device atoms, and those that the caller adds.
+/// Names that a generated module must not use for its own entities: library modules (plexfunctions) with
+/// their sub-modules, netlist primitives, device atoms, and names added by the caller.
 ///
-/// ASCII letter case never counts, bytes above 127 count as they are, and a name ends at its first NUL.
-/// The fixed names are constants that all registries share, so a registry costs almost nothing to make,
-/// and a copy only what was added. Several threads may query one registry at once; adding needs it alone.
+/// ASCII letter case is ignored, bytes above 127 are compared unchanged, and a name ends at its first NUL.
+/// All registries share the fixed names, so creating a registry costs almost nothing and copying one only the
+/// added names. Several threads may query one registry concurrently; adding requires exclusive access.
 class KVR_API KVR_UTIL_KEYWORD_REGR {
 public:
-    /// Holds all fixed names from the start.
+    /// Contains all fixed names.
     KVR_UTIL_KEYWORD_REGR();
-    /// Independent of @p other from then on.
+    /// The copy is independent of @p other.
     KVR_UTIL_KEYWORD_REGR(const KVR_UTIL_KEYWORD_REGR& other);
-    /// Drops every keyword that @p other does not have. Without effect when it throws.
+    /// Drops all keywords that @p other does not have. No effect if it throws.
     KVR_UTIL_KEYWORD_REGR& operator=(const KVR_UTIL_KEYWORD_REGR& other);
     ~KVR_UTIL_KEYWORD_REGR();
 
-    /// Makes @p keyword, which may be empty, a reserved name. An existing keyword keeps its first
-    /// spelling as the key and takes the new one as its value. Without effect when it throws.
+    /// Makes @p keyword, which may be empty, a reserved name. An existing keyword keeps its first spelling as
+    /// the key and gets the new one as its value. No effect if it throws.
     /// @throws std::bad_alloc
     void add_keyword(const std::string& keyword);
 
-    /// True when @p name as a whole is a keyword: no part of one, no pattern, blanks count. False for a
+    /// Returns whether the whole @p name is a keyword; blanks count and there are no patterns. False for a
     /// null pointer. Allocates nothing.
     bool is_keyword(const char* name);
 
     /// @name Fixed names
-    /// These add the fixed names of their list once more, which were there from the start: no other name
-    /// becomes a keyword, and each has the spelling of the list as its value again.
+    /// Add the fixed names of one list again. No other name becomes a keyword, and the value of each name is
+    /// reset to its spelling in the list.
     /// @throws std::bad_alloc
     /// @{
 
@@ -60,5 +60,5 @@ public:
 private:
     friend KVR_STRING_MAP kvr::keyword_map(const KVR_UTIL_KEYWORD_REGR& registry);
 
-    std::unique_ptr<kvr::added_keywords> added; ///< what differs from the fixed names; null until needed
+    std::unique_ptr<kvr::added_keywords> added; ///< differences from the fixed names; null until needed
 };

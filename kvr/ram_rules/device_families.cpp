@@ -11,7 +11,7 @@ namespace kvr {
 
 namespace {
 
-// The accepted spellings of each family, its identifier first.
+// The accepted spellings of each family, the identifier first.
 constexpr std::string_view series_a1[] = {"SERIES_A1", "SERIES A1"};
 constexpr std::string_view series_a1x[] = {"SERIES_A1X", "SERIES A1X", "SERIESA1X", "Thimble"};
 constexpr std::string_view series_a1h[] = {"SERIES_A1H"};
@@ -128,7 +128,7 @@ constexpr auto spellings = [] {
 static_assert(std::all_of(spellings.begin(), spellings.end(),
                           [](const spelling& each) { return each.key.size <= folded_key::longest_text; }));
 
-// A closed hash table of places in `spellings`, built by the compiler.
+// A closed hash table of indexes into `spellings`, built at compile time.
 constexpr std::size_t slot_count = 1024;
 constexpr std::uint8_t empty_slot = 0xFF;
 static_assert(spelling_count < empty_slot, "the places fit a slot, and most slots are empty");

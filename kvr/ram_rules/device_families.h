@@ -6,37 +6,37 @@
 
 namespace kvr {
 
-/// The properties of a device family in the width-ratio rules; a family may be in several groups.
+/// The groups of device families in the width-ratio rules. A family may be in several groups.
 enum class family_group : std::uint8_t {
     none = 0,
-    early = 1,        ///< byte enables restrict the ratios whichever port is the wider one
-    newer = 2,        ///< every family outside this group, and every unknown one, is an older family
-    bidir_ratio8 = 4, ///< two-way ports take ratio 8 with byte enables on the narrower port
+    early = 1,        ///< byte enables restrict the ratios regardless of which port is wider
+    newer = 2,        ///< families outside this group, including unknown ones, are older families
+    bidir_ratio8 = 4, ///< bidirectional ports support ratio 8 with byte enables on the narrower port
 };
 
 constexpr family_group operator|(family_group left, family_group right) noexcept {
     return static_cast<family_group>(static_cast<unsigned>(left) | static_cast<unsigned>(right));
 }
 
-/// True when @p groups holds @p group.
+/// Returns whether @p groups contain @p group.
 constexpr bool includes(family_group groups, family_group group) noexcept {
     return (static_cast<unsigned>(groups) & static_cast<unsigned>(group)) != 0;
 }
 
-/// One device family and the texts that name it.
+/// A device family and its names.
 struct device_family {
     family_group groups;
-    std::span<const std::string_view> spellings; ///< the first one is the family's identifier
+    std::span<const std::string_view> spellings; ///< the first one is the identifier
 };
 
-/// All device families, in the order of their series.
+/// Returns all device families in the order of their series.
 [[nodiscard]] std::span<const device_family> device_families() noexcept;
 
-/// The family that @p text names: a whole spelling, ASCII letters in either case, nothing trimmed. Null for
-/// any other text. Allocates nothing.
+/// Returns the family with the spelling @p text, ignoring ASCII letter case; null for any other text. Nothing
+/// is trimmed or allocated.
 [[nodiscard]] const device_family* find_device_family(std::string_view text) noexcept;
 
-/// The groups of the family that @p text names; none for an unknown one. Allocates nothing.
+/// Returns the groups of the family with the spelling @p text; none for an unknown one. Allocates nothing.
 [[nodiscard]] family_group family_groups(std::string_view text) noexcept;
 
 } // namespace kvr

@@ -8,13 +8,13 @@
 
 namespace kvr {
 
-/// A short text in two machine words, so that texts are compared and hashed without a loop over their
-/// characters. Two keys are equal exactly when their texts differ in the case of ASCII letters only.
+/// A short text in two machine words, compared and hashed without a loop over its characters. Keys are equal
+/// exactly if their texts differ only in ASCII letter case.
 struct folded_key {
     static constexpr std::size_t longest_text = 16;
 
     std::uint64_t front = 0; ///< the first 8 characters, or all of them
-    std::uint64_t back = 0;  ///< the last 8 characters of a longer text; they may overlap the first ones
+    std::uint64_t back = 0;  ///< the last 8 characters of a longer text; may overlap `front`
     std::size_t size = 0;
 
     constexpr folded_key() = default;

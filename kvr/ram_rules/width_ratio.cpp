@@ -12,7 +12,7 @@ namespace kvr {
 
 namespace {
 
-// A set of ratios below 64: bit r represents the ratio r.
+// A set of ratios below 64: bit r represents ratio r.
 using ratio_set = std::uint64_t;
 
 constexpr ratio_set ratios(std::initializer_list<int> members) {
@@ -31,7 +31,7 @@ constexpr ratio_set s8 = ratios({1, 2, 4, 8});
 constexpr ratio_set s16 = ratios({1, 2, 4, 8, 16});
 constexpr ratio_set s32 = ratios({1, 2, 4, 8, 16, 32});
 
-// The widths of the two ports, neither of them 0. In 64 bits no quotient or remainder overflows.
+// The widths of the two ports, neither of them 0. In 64 bits, quotients and remainders do not overflow.
 struct port_widths {
     std::int64_t a;
     std::int64_t b;
@@ -53,7 +53,7 @@ bool are_multiples_of(std::int64_t size, const port_widths& widths) noexcept {
 enum class ram_block : std::uint8_t {
     unknown,
     automatic,
-    automatic_large, // "AUTO" while a large block is possible
+    automatic_large, // "AUTO" if a large block is possible
     kblk_a,
     kblk_b,
     kblk_c,
@@ -92,7 +92,7 @@ ram_block find_ram_block(std::string_view text, bool large_block_possible) noexc
     return ram_block::unknown;
 }
 
-// A rule for each block type, indexed by the block type.
+// Checks that there is one rule for each block type, at its index.
 template <class rule>
 constexpr bool in_block_order(const rule (&rules)[ram_block_count]) {
     for (std::size_t i = 0; i < ram_block_count; ++i) {
@@ -108,10 +108,10 @@ constexpr const rule& rule_of(ram_block block, const rule (&rules)[ram_block_cou
     return rules[static_cast<std::size_t>(block)];
 }
 
-// What restricts the ratios once byte enables are on.
+// The restriction of the ratios by byte enables.
 enum class narrowing : std::uint8_t {
-    wider_a,          // port A is the wider one
-    wider_a_or_early, // the same, and an early family always
+    wider_a,          // if port A is the wider one
+    wider_a_or_early, // the same, and always for an early family
 };
 
 struct one_way_rule {
@@ -119,7 +119,7 @@ struct one_way_rule {
     ratio_set narrowed;
     ratio_set otherwise;
     narrowing narrowed_by;
-    bool byte_aligned; // with byte enables the widths must be multiples of the byte size
+    bool byte_aligned; // with byte enables, widths must be multiples of the byte size
 };
 
 constexpr narrowing wider_a = narrowing::wider_a;
@@ -127,8 +127,7 @@ constexpr narrowing wider_a_or_early = narrowing::wider_a_or_early;
 constexpr bool byte_aligned = true;
 constexpr bool any_alignment = false;
 
-// An early family with "AUTO" is as free as the others, and "KBLK-A" takes any alignment; callers rely on
-// both.
+// "AUTO" is not restricted for early families, and "KBLK-A" allows any alignment; callers rely on both.
 constexpr one_way_rule older_one_way_rules[] = {
     // clang-format off
     {ram_block::unknown,         never, never, wider_a_or_early, byte_aligned},
@@ -179,15 +178,15 @@ bool one_way_allows(const one_way_rule& rule, const port_widths& widths, family_
 
 struct two_way_rule {
     ram_block block;
-    ratio_set narrowed; // byte enables on the wider port, or on any port of an early family
+    ratio_set narrowed; // for byte enables on the wider port, or on any port of an early family
     ratio_set otherwise;
-    bool ratio8_by_group; // byte enables on the narrower port take ratio 8 from the group bidir_ratio8 only
+    bool ratio8_by_group; // with byte enables on the narrower port, ratio 8 requires the group bidir_ratio8
 };
 
 constexpr bool ratio8_by_group = true;
 constexpr bool any_family = false;
 
-// A block type that is unknown or that the family does not have is no error here; callers rely on it.
+// An unknown block type, or one that the family does not have, is not an error here; callers rely on it.
 constexpr two_way_rule older_two_way_rules[] = {
     // clang-format off
     {ram_block::unknown,         s2, s16, any_family},

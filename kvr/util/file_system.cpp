@@ -10,7 +10,7 @@ namespace kvr {
 
 namespace {
 
-// The part before the last separator; all of a pattern without one.
+// Returns the part before the last separator, or the whole pattern if there is none.
 std::string directory_part(const std::string& pattern) {
     const std::size_t slash = pattern.rfind('/');
     const std::size_t separator = slash != std::string::npos ? slash : pattern.rfind('\\');
@@ -27,7 +27,7 @@ bool remove_below(const platform::directory& directory) {
 }
 
 bool remove_entry(const platform::directory_entry& entry, const platform::directory& target, bool recursive) {
-    // A directory with any further attribute is taken for a file; callers rely on it.
+    // A directory with any further attribute is treated as a file; callers rely on it.
     if (recursive && entry.attributes == platform::subdirectory_attribute) {
         if (!remove_below(target.subdirectory(entry.name))) {
             return false;
@@ -37,7 +37,7 @@ bool remove_entry(const platform::directory_entry& entry, const platform::direct
     return target.remove_file(entry.name);
 }
 
-// Entries are listed in one directory and removed in another one, which is usually the same.
+// Entries are listed in one directory and removed in another one, usually the same.
 bool remove_matching(const platform::directory& listed, const std::string& wildcard,
                      const platform::directory& target, bool recursive) {
     const platform::directory_listing found = listed.find(wildcard);

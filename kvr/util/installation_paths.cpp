@@ -14,8 +14,8 @@ namespace {
 
 constexpr char any_separator[] = "/\\";
 
-// The position of the executable's directory in an installation that runs it from its own runtime
-// environment; npos when it is in none.
+// Returns the position of "jre/bin" for an executable that an installation runs from its own runtime
+// environment; else npos.
 std::size_t find_runtime_directory(const std::string& executable_directory) {
     const std::size_t position = executable_directory.find("jre/bin");
     return position != std::string::npos ? position : executable_directory.find("jre\\bin");

@@ -5,28 +5,27 @@
 #include <string>
 
 /// @file
-/// Directories of the installation. Every result that is not empty ends in "/" or "\", so that file names are
-/// appended to it directly.
+/// Directories of the installation. Nonempty results end in "/" or "\", so that file names can be appended.
 
-/// The directory of the running executable (not of this library). An executable right below the root
-/// directory gives its own path instead; callers rely on it.
-/// @throws std::out_of_range if the executable's path holds no separator or is not known.
+/// Returns the directory of the running executable (not of this library). For an executable directly below
+/// the root directory it returns the executable's path; callers rely on it.
+/// @throws std::out_of_range if the executable's path has no separator or is unknown.
 KVR_API std::string kvr_get_module_path();
 
-/// The tool's binary directory: the value of VELKORA_BINDIR if that path exists, else "bin64" below the value
-/// of VELKORA_ROOTDIR if that one exists ("bin64" itself is not checked), else "".
+/// Returns the tool's binary directory: the value of VELKORA_BINDIR if that path exists, else "bin64" below
+/// the value of VELKORA_ROOTDIR if that exists ("bin64" itself is not checked), else "".
 KVR_API std::string kvr_get_velkora_module_path();
 
-// The data directories are siblings of the binary directory. The result is the first of these that exists:
-// a sibling of the executable's directory; one of kvr_get_velkora_module_path(), which without the variables
-// is the working directory; relative to the text before "jre/bin" in the executable's directory. If none
-// exists, the result is the first. All three raise the error of kvr_get_module_path().
+// The data directories are siblings of the binary directory. The functions return the first of these that
+// exists: a sibling of the executable's directory; one of kvr_get_velkora_module_path(), which without the
+// variables is the working directory; one relative to the text before "jre/bin" in the executable's
+// directory. If none exists, they return the first. All three throw the exceptions of kvr_get_module_path().
 
-/// "../libraries/plexfunctions/xml_info/", from the binary directory.
+/// Returns "../libraries/plexfunctions/xml_info/", relative to the binary directory.
 KVR_API std::string kvr_get_library_module_path();
 
-/// "../libraries/plexfunctions/", from the binary directory.
+/// Returns "../libraries/plexfunctions/", relative to the binary directory.
 KVR_API std::string kvr_get_plexfunctions_library_path();
 
-/// "../common/misc/", from the binary directory.
+/// Returns "../common/misc/", relative to the binary directory.
 KVR_API std::string kvr_get_common_misc_path();

@@ -21,9 +21,8 @@ int wrapping_multiply(int factor, int other) {
     return wrapping_multiply_add(factor, other, 0);
 }
 
-// The powers of an odd base modulo 2^32 are all the residues that equal 1 or the base modulo the greatest
-// power of two that divides base^2 - 1. That gives the largest of them at once, where trying them all
-// would take up to 2^30 products.
+// The powers of an odd base modulo 2^32 are all residues that equal 1 or the base modulo the greatest power
+// of two that divides base^2 - 1. This gives the largest one directly, instead of trying up to 2^30 products.
 template <typename Word>
 std::int64_t largest_power_of_odd(Word base) {
     const auto factor = static_cast<std::uint64_t>(static_cast<unsigned>(base));
@@ -47,7 +46,7 @@ std::int64_t largest_power_of_even(Word base) {
     return largest;
 }
 
-// The largest of all powers of the base modulo 2^32, read as a Word: a loop that waits for more than that
+// Returns the largest power of the base modulo 2^32, read as a Word: a loop that waits for a greater one
 // never ends.
 template <typename Word>
 std::int64_t largest_power(Word base) {
@@ -182,7 +181,7 @@ void kvr_find_simple_integer_fraction(int numerator, int denominator, int& out_n
     std::vector<int> terms;
     int dividend = numerator;
     int divisor = denominator;
-    // Euclid's remainders shrink, so that a few dozen terms exhaust any fraction whatever max_terms is.
+    // Euclid's remainders decrease, so a few dozen terms exhaust any fraction for any max_terms.
     for (int term_count = 1; term_count <= max_terms; ++term_count) {
         if (!has_quotient(dividend, divisor)) {
             return;

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Letter case of ASCII text. Only "A" to "Z" and "a" to "z" have one, whatever the locale.
+/// Letter case of ASCII text, independent of the locale: only "A" to "Z" and "a" to "z" have one.
 namespace kvr {
 
 constexpr bool is_upper_case(char character) noexcept {
@@ -23,15 +23,15 @@ constexpr char upper_case_of(char character) noexcept {
     return is_lower_case(character) ? static_cast<char>(character - 'a' + 'A') : character;
 }
 
-/// @p character with "A" to "Z" turned into "a" to "z", as an unsigned byte.
+/// Returns @p character in lower case as an unsigned byte.
 constexpr unsigned char fold_case(char character) noexcept {
     return static_cast<unsigned char>(lower_case_of(character));
 }
 
-/// True when both texts have the same length and the same characters except for letter case.
+/// Returns whether the texts are equal except for letter case.
 bool equal_ignoring_case(std::string_view left, std::string_view right);
 
-/// Upper-cases @p text in place, from the character @p from on.
+/// Converts @p text to upper case in place, from index @p from on.
 void to_upper(std::string& text, std::size_t from = 0) noexcept;
 
 std::string to_lower_case(std::string_view text);

@@ -31,7 +31,7 @@ bool says_nothing(std::string_view line) {
     return line.empty() || line.front() == '\r' || line.substr(0, 2) == "//";
 }
 
-// No value for a line that is no entry.
+// Returns nothing for a line that is not an entry.
 std::optional<list_entry> parse_entry(const std::string& line) {
     constexpr std::size_t none = std::string::npos;
     const std::size_t equals = line.find('=');
@@ -47,7 +47,7 @@ std::optional<list_entry> parse_entry(const std::string& line) {
                       semicolon == none ? "" : line.substr(semicolon + 1)};
 }
 
-// The text after the first "." of the whole path is compared with ".dll", which has a "." of its own.
+// Compares the text after the first "." of the whole path with ".dll", which has a "." of its own.
 std::string library_path(const std::string& directory, const std::string& library) {
     std::string path = directory + library;
     const std::size_t dot = path.find('.');
@@ -106,7 +106,7 @@ bool kvr_process_lst_file(const std::string& directory, const std::string& list_
     kvr::text_lines lines(list_path.c_str());
     bool well_formed = lines.is_open();
     std::string line;
-    // One character more than a line may have, to detect a longer one.
+    // One character more than allowed, to detect a longer line.
     while (well_formed && lines.next(line, kvr::longest_list_line + 1)) {
         well_formed = kvr::process_line(line, reading);
     }

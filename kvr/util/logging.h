@@ -5,10 +5,10 @@
 
 #include "kvr/export.h"
 
-/// Appends the formatted arguments to the file at @p path, which is opened and closed by each call. Nothing
-/// is added to them, neither a time nor a newline. Nothing is written, and nothing reported, when the file
-/// cannot be opened and for a null path or format.
+/// Appends the formatted arguments to the file at @p path, which each call opens and closes. Neither a time
+/// nor a newline is added. If the file cannot be opened, or for a null path or format, nothing is written or
+/// reported.
 [[gnu::format(printf, 2, 3)]] KVR_API void kvr_logprintf(const char* path, const char* format, ...);
 
-/// kvr_logprintf() into a file that is emptied first.
+/// Same as kvr_logprintf(), but empties the file first.
 [[gnu::format(printf, 2, 3)]] KVR_API void kvr_logprintf_ovrw(const char* path, const char* format, ...);

@@ -6,20 +6,20 @@
 #include <string>
 #include <vector>
 
-/// Everything that differs between operating systems; platform_posix.cpp and platform_windows.cpp are the
-/// only sources that depend on one. Paths are texts of bytes as the system's own narrow calls take them.
+/// All system-dependent functions, implemented in platform_posix.cpp and platform_windows.cpp only. Paths are
+/// bytes in the encoding of the system's narrow calls.
 namespace kvr::platform {
 
-/// The characters that may end a directory's name in a path of this system.
+/// Characters that may end a directory's name in a path of this system.
 extern const char* const separators;
 
-/// True for a file, a directory or anything else that @p path leads to.
+/// Returns whether @p path leads to a file, a directory or another object.
 bool exists(const char* path) noexcept;
 
-/// Writes the working directory with a NUL after it. False when @p size characters do not hold it.
+/// Writes the working directory and a NUL to @p buffer. Returns false if @p size characters are too few.
 bool get_current_directory(char* buffer, std::size_t size) noexcept;
 
-/// 0, or -1 when it failed.
+/// Return 0, or -1 on failure.
 int make_directory(const char* path) noexcept;
 int remove_directory(const char* path) noexcept;
 
@@ -31,15 +31,15 @@ struct close_stream {
 };
 using file_stream = std::unique_ptr<std::FILE, close_stream>;
 
-/// Opens a file to read its bytes. Null when it cannot be opened, and for a directory.
+/// Opens a file for reading bytes. Returns null if it cannot be opened, and for a directory.
 file_stream open_to_read(const char* path) noexcept;
 
 int process_id() noexcept;
 
-/// The path of the running executable, however long; "" when the system does not provide it.
+/// Returns the path of the running executable, of any length; "" if the system does not provide it.
 std::string executable_path();
 
-/// The attribute word of a bare subdirectory. Any further property, such as being read-only, adds to it.
+/// The attribute word of a subdirectory without further properties. Others, such as read-only, add to it.
 constexpr unsigned subdirectory_attribute = 16;
 
 struct directory_entry {
@@ -49,25 +49,25 @@ struct directory_entry {
 
 struct directory_listing {
     std::vector<directory_entry> entries;
-    bool complete = true; ///< false when the system could not list the directory to its end
+    bool complete = true; ///< the listing did not fail before the end of the directory
 };
 
-/// A directory whose entries are found and removed by name. Where the system can do it, the object stays
-/// with the directory that it was opened on, even if the path changes meanwhile.
+/// A directory whose entries are found and removed by name. If the system supports it, the object keeps
+/// referring to the opened directory even if the path changes.
 class directory {
 public:
-    /// The directory that @p path leads to, "" for the working directory. A path that leads to none gives
-    /// an object without entries, in which every removal fails.
+    /// Opens the directory @p path, "" for the working directory. If there is none, the object has no entries
+    /// and every removal fails.
     explicit directory(const std::string& path);
     directory(const directory&) = delete;
     directory& operator=(const directory&) = delete;
     ~directory();
 
-    /// The subdirectory @p name; never what a symbolic link of that name leads to.
+    /// Returns the subdirectory @p name; does not follow a symbolic link.
     [[nodiscard]] directory subdirectory(const std::string& name) const;
 
-    /// The entries whose names match @p wildcard ("*" is any text, "?" any character, "*.*" every name), as
-    /// they are now; never "." and "..". One whose attributes cannot be read has no attributes.
+    /// Returns the current entries whose names match @p wildcard ("*" is any text, "?" any character, "*.*"
+    /// every name), except "." and "..". An entry with unreadable attributes has no attributes.
     [[nodiscard]] directory_listing find(const std::string& wildcard) const;
 
     /// Removes the file @p name, or a symbolic link itself; never a directory.

@@ -24,7 +24,7 @@ bool matches(std::string_view name, std::string_view wildcard) noexcept {
     if (wildcard == "*.*") {
         return true;
     }
-    // One "*" is kept to return to: a later one takes over whatever an earlier one could still do.
+    // Only the last "*" is kept for backtracking: it covers all matches of the earlier ones.
     std::size_t at = 0;
     std::size_t in_wildcard = 0;
     std::size_t behind_star = std::string_view::npos;
@@ -60,27 +60,27 @@ bool is_dot_or_dots(const char* name) noexcept {
     return std::strcmp(name, ".") == 0 || std::strcmp(name, "..") == 0;
 }
 
-// A second descriptor, because a stream closes its own. It is a copy: opening "." would
-// need the right to search the directory, which a directory that can be listed may not give. Copies share
-// their position in the directory.
+// Uses a second descriptor, because a stream closes its own. It is a copy: opening "." requires the right to
+// search the directory, which a listable directory may not grant. Copies share their position in the
+// directory.
 directory_stream open_stream(int descriptor) noexcept {
     const int own = fcntl(descriptor, F_DUPFD_CLOEXEC, 0);
     directory_stream stream(fdopendir(own));
     if (stream == nullptr) {
-        close(own); // if it was opened; if not, this does nothing
+        close(own); // has no effect if it was not opened
         return nullptr;
     }
     rewinddir(stream.get());
     return stream;
 }
 
-// Null at the end, with errno 0, and when the directory cannot be read further.
+// Returns null at the end, with errno 0, and if the directory cannot be read further.
 const dirent* next_entry(DIR* stream) noexcept {
     errno = 0;
     return readdir(stream);
 }
 
-// The attributes are those of a file where the entry's own cannot be read: removing it then fails or not.
+// An entry with unreadable attributes gets those of a file; its removal then fails or succeeds.
 directory_entry entry_of(int descriptor, const char* name) {
     struct stat status = {};
     static_cast<void>(fstatat(descriptor, name, &status, AT_SYMLINK_NOFOLLOW));
@@ -116,7 +116,7 @@ file_stream open_to_read(const char* path) noexcept {
     if (stream == nullptr) {
         return nullptr;
     }
-    struct stat status = {}; // of no kind, if the call fails
+    struct stat status = {}; // of no kind if the call fails
     static_cast<void>(fstat(fileno(stream.get()), &status));
     return S_ISDIR(status.st_mode) ? nullptr : std::move(stream);
 }
@@ -140,13 +140,13 @@ struct directory::handle {
         }
     }
 
-    int descriptor = -1; // negative for no directory: every call with it fails
+    int descriptor = -1; // negative without a directory: every call with it fails
 };
 
 directory::directory(std::unique_ptr<handle> subdirectory) noexcept : opened(std::move(subdirectory)) {}
 directory::~directory() = default;
 
-// The object that closes a descriptor exists before the descriptor.
+// The object that closes the descriptor exists before the descriptor.
 directory::directory(const std::string& path) : opened(std::make_unique<handle>()) {
     opened->descriptor = open(path.empty() ? "." : path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
 }
@@ -162,7 +162,7 @@ directory_listing directory::find(const std::string& wildcard) const {
     directory_listing found;
     const directory_stream stream = open_stream(opened->descriptor);
     if (stream == nullptr) {
-        found.complete = opened->descriptor < 0; // no directory has no entries
+        found.complete = opened->descriptor < 0; // a missing directory has no entries
         return found;
     }
     while (const dirent* const entry = next_entry(stream.get())) {

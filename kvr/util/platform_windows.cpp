@@ -51,7 +51,7 @@ bool remove_file(const char* path) noexcept {
     return _unlink(path) == 0;
 }
 
-// A directory cannot be opened as a file here.
+// Directories cannot be opened as files here.
 file_stream open_to_read(const char* path) noexcept {
     return file_stream(std::fopen(path, "rb"));
 }
@@ -64,7 +64,7 @@ std::string executable_path() {
     std::string path(256, '\0');
     for (;;) {
         const DWORD length = GetModuleFileNameA(nullptr, path.data(), static_cast<DWORD>(path.size()));
-        // A path that fills the buffer has been cut.
+        // A path that fills the buffer is cut.
         if (length < path.size()) {
             path.resize(length);
             return path;
@@ -73,10 +73,10 @@ std::string executable_path() {
     }
 }
 
-// Entries are reached by their paths. A link to a directory has an attribute of its own in addition to that
-// of a subdirectory and is therefore never entered.
+// Entries are accessed by their paths. A link to a directory has an attribute of its own in addition to that
+// of a subdirectory, so it is never entered.
 struct directory::handle {
-    std::string path; // with its separator
+    std::string path; // including its separator
 };
 
 directory::directory(std::unique_ptr<handle> subdirectory) noexcept : opened(std::move(subdirectory)) {}

@@ -7,8 +7,8 @@
 
 namespace kvr {
 
-/// Reads the lines of a text file up to a limit. A line ends at its LF, which is dropped; every other byte is
-/// kept.
+/// Reads the lines of a text file up to a length limit. A line ends at its LF, which is removed; all other
+/// bytes are kept.
 class text_lines {
 public:
     explicit text_lines(const char* path);
@@ -16,12 +16,12 @@ public:
 
     [[nodiscard]] bool is_open() const noexcept { return stream != nullptr; }
 
-    /// The next line, or the first @p limit characters of a longer one, whose rest is the next line then.
-    /// @return false after the last line, which leaves @p line empty. A line that a read error cuts
-    ///         off is not returned.
+    /// Sets @p line to the next line, or to the first @p limit characters of a longer one; its rest is then
+    /// the next line.
+    /// @return false after the last line, with @p line empty. A line cut off by a read error is not returned.
     bool next(std::string& line, std::size_t limit);
 
-    /// True when the lines, which are open, ended because the file could not be read to its end.
+    /// Returns whether the opened file could not be read to its end.
     [[nodiscard]] bool failed() const;
 
 private:

@@ -26,7 +26,7 @@ std::size_t find_last_before(const std::string& text, char wanted, std::size_t e
     return end == 0 ? not_found : text.rfind(wanted, end - 1);
 }
 
-// Only the last piece that could have begun the delimiter is kept before the token.
+// Keeps only the last piece that could begin the delimiter before the token.
 std::size_t begin_of_kept_text(const std::string& text, char first_of_delimiter, std::size_t end) {
     const std::size_t last = find_last_before(text, first_of_delimiter, end);
     if (last == not_found) {

@@ -5,13 +5,13 @@
 
 namespace kvrimage {
 
-/// Characters from `first` to `last`, both included.
+/// An inclusive range of characters.
 struct character_range {
     char32_t first;
     char32_t last;
 };
 
-/// Whether each of @p ranges ends before the next one begins.
+/// Returns whether @p ranges are ascending and do not overlap.
 constexpr bool is_in_order(std::span<const character_range> ranges) {
     for (std::size_t i = 0; i < ranges.size(); ++i) {
         if (ranges[i].first > ranges[i].last || (i > 0 && ranges[i - 1].last >= ranges[i].first)) {
@@ -21,7 +21,7 @@ constexpr bool is_in_order(std::span<const character_range> ranges) {
     return true;
 }
 
-/// Whether one of @p ranges, which are in order, has @p code.
+/// Returns whether @p ranges, ascending and without overlaps, contain @p code. Takes O(log ranges).
 constexpr bool is_in(std::span<const character_range> ranges, char32_t code) {
     const auto found = std::ranges::lower_bound(ranges, code, {}, &character_range::last);
     return found != ranges.end() && found->first <= code;

@@ -8,7 +8,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Marks that combine, joiners and variation selectors.
+/// Combining marks, joiners and variation selectors.
 constexpr auto characters_without_width = std::to_array<character_range>({
     {0x0300, 0x036F}, {0x0483, 0x0489}, {0x0591, 0x05BD}, {0x05BF, 0x05BF},   {0x05C1, 0x05C2},
     {0x05C4, 0x05C5}, {0x0610, 0x061A}, {0x064B, 0x065F}, {0x0670, 0x0670},   {0x06D6, 0x06DC},
@@ -19,7 +19,7 @@ constexpr auto characters_without_width = std::to_array<character_range>({
 });
 static_assert(is_in_order(characters_without_width));
 
-/// Wide and full-width characters, and the pictures that terminals show at double width.
+/// Wide and full-width characters, and the symbols that terminals show at double width.
 constexpr auto characters_of_double_width = std::to_array<character_range>({
     {0x1100, 0x115F},   {0x231A, 0x231B},   {0x2329, 0x232A},   {0x23E9, 0x23EC},   {0x23F0, 0x23F0},
     {0x23F3, 0x23F3},   {0x25FD, 0x25FE},   {0x2614, 0x2615},   {0x2648, 0x2653},   {0x267F, 0x267F},
@@ -50,7 +50,7 @@ static_assert(is_in_order(characters_of_double_width));
 } // namespace
 
 std::size_t columns_of_character(char32_t code) {
-    // Below these ranges is nearly all of every file.
+    // Fast path: nearly all characters of a file are below these ranges.
     if (code < characters_without_width.front().first) {
         return 1;
     }

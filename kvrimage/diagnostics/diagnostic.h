@@ -11,58 +11,58 @@
 
 namespace kvrimage {
 
-/// What a diagnostic means for those who use the file.
+/// The effect of a diagnostic on the use of the file.
 enum class diagnostic_class : std::uint8_t {
-    broken,   ///< the meaning is wrong or in doubt: no command takes the file
-    consumer, ///< the meaning is clear, but a named consumer refuses the file or reads other words
-    suspect   ///< the file is read, and is probably not meant so
+    broken,   ///< the meaning is wrong or ambiguous; no command accepts the file
+    consumer, ///< the meaning is clear, but the named consumer rejects the file or reads other words
+    suspect   ///< the file is readable, but probably not as its author intended
 };
 
-/// What diagnostics of one kind have in common; from the tables diagnostics.txt.
+/// The properties of a kind of diagnostic, from the tables in diagnostics.txt.
 struct diagnostic_kind {
-    std::string_view code;          ///< "too-wide": stays the same from version to version
-    diagnostic_class level;         ///< what each of the kind means
+    std::string_view code;          ///< stable across versions, for example "too-wide"
+    diagnostic_class level;         ///< the class of each diagnostic of this kind
     std::string_view documentation; ///< one sentence
-    std::string_view example;       ///< what a file with it may hold
+    std::string_view example;       ///< contents that cause the diagnostic
 };
 
 [[nodiscard]] KVRIMAGE_API const diagnostic_kind& about(diagnostic_id id) noexcept;
 
-/// Where something is in a file. All 0: the file as a whole.
+/// A place in a file. All members are 0 for the file as a whole.
 struct place {
     std::uint64_t line = 0;   ///< from 1
-    std::uint64_t column = 0; ///< byte in the line, from 1
-    std::uint64_t offset = 0; ///< bytes before it in the file
-    std::uint64_t length = 0; ///< bytes
+    std::uint64_t column = 0; ///< byte within the line, from 1
+    std::uint64_t offset = 0; ///< of the first byte, from the start of the file
+    std::uint64_t length = 0; ///< in bytes
 
-    /// The same in all four.
+    /// Compares all members.
     friend bool operator==(const place&, const place&) = default;
 };
 
-/// New text for `length` bytes of a file from `offset` on.
+/// Replaces `length` bytes of a file from `offset` on.
 struct text_edit {
-    std::uint64_t offset = 0; ///< bytes before what goes
-    std::uint64_t length = 0; ///< bytes that go; 0: nothing does
-    std::string replacement;  ///< what stands there instead; "": nothing
+    std::uint64_t offset = 0; ///< of the first replaced byte
+    std::uint64_t length = 0; ///< bytes to replace; 0 inserts
+    std::string replacement;  ///< the new text; "" deletes
 
-    /// The same in all three.
+    /// Compares all members.
     friend bool operator==(const text_edit&, const text_edit&) = default;
 };
 
-/// Something that is wrong with a file, or that its author hardly meant.
+/// A fault in a file, or contents that its author probably did not intend.
 struct diagnostic {
-    diagnostic_id id = {};                ///< its kind; about() says more
-    place where;                          ///< the first place of this cause
-    std::vector<place> more;              ///< further ones, up to ten with the first
-    std::uint64_t count = 1;              ///< of all places
-    std::optional<std::uint64_t> address; ///< of a word of an image that cannot be written; else nothing
-    /// Quotes the file's bytes as they are, also control characters; long quotes are cut.
+    diagnostic_id id = {};                ///< see about()
+    place where;                          ///< the first place with this fault
+    std::vector<place> more;              ///< further places; with `where` at most ten
+    std::uint64_t count = 1;              ///< number of places, including those not listed
+    std::optional<std::uint64_t> address; ///< of the image word that cannot be written
+    /// Quotes bytes of the file unescaped, including control characters. Long quotes are cut.
     std::string message;
-    std::string hint;           ///< what to write instead, or what a consumer makes of it; may be ""
-    std::string option;         ///< of the tool, "--endian little", where giving it is a way out; else ""
-    std::string consumer;       ///< of class `consumer`: its name ("kvr"); else ""
-    std::string repair;         ///< what `fix` does ("checksum E9 is now E8"); "" without a fix
-    std::vector<text_edit> fix; ///< in order, not overlapping; empty unless the repair is certain
+    std::string hint;     ///< what to write instead, or what a consumer does with the text; may be ""
+    std::string option;   ///< tool option that resolves the fault, for example "--endian little"; else ""
+    std::string consumer; ///< name of the consumer ("kvr") for class `consumer`; else ""
+    std::string repair;   ///< describes `fix` ("checksum E9 is now E8"); "" without a fix
+    std::vector<text_edit> fix; ///< in order, without overlaps; empty unless the repair is certain
 };
 
 } // namespace kvrimage

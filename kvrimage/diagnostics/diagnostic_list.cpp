@@ -13,13 +13,13 @@ std::size_t index_of(const diagnostic& found) {
     return static_cast<std::size_t>(about(found.id).level);
 }
 
-/// Those of the whole file come last.
+/// Sorts diagnostics of the whole file last.
 std::tuple<std::uint64_t, std::uint64_t> order_of(const diagnostic& found) {
     const bool has_place = found.where.length != 0 || found.where.offset != 0;
     return {has_place ? found.where.offset : std::numeric_limits<std::uint64_t>::max(), found.where.length};
 }
 
-/// Finds the lines and columns of offsets that are asked for in ascending order.
+/// Finds lines and columns of offsets. Offsets must be passed in ascending order.
 class line_counter {
 public:
     explicit line_counter(std::string_view of) : text(of) {}
@@ -45,7 +45,7 @@ bool ends_lines_with_cr_lf(std::string_view contents) {
     return first != std::string_view::npos && first > 0 && contents[first - 1] == '\r';
 }
 
-/// Puts CR LF for each LF alone.
+/// Replaces each LF without a CR by CR LF.
 void use_cr_lf(std::string& text) {
     for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1)) {
         if (at == 0 || text[at - 1] != '\r') {

@@ -22,7 +22,7 @@ std::string title_of_place(std::string_view name, const place& where) {
     return fmt::format("{}:{}:{}:", name, where.line, where.column);
 }
 
-/// The line of @p where, without its line end.
+/// Returns the line that contains @p where, without its line end.
 std::string_view line_around(std::string_view contents, const place& where) {
     const std::size_t begin = where.offset - (where.column - 1);
     std::string_view line = contents.substr(begin, contents.find('\n', begin) - begin);
@@ -43,8 +43,8 @@ std::string excerpt_text(const place& where, std::string_view contents, const te
                        painted(paint, text_part::mark, shown.mark));
 }
 
-/// The first lines that hold a place, that of the first one aside, and the number of places that are neither
-/// there nor the first one.
+/// The first lines with further places, except the line of the first place. `places_beyond` counts the places
+/// outside these lines.
 struct further_lines {
     std::vector<std::uint64_t> lines;
     std::uint64_t places_beyond = 0;
@@ -82,7 +82,7 @@ std::string further_places_text(const diagnostic& found) {
     if (further.lines.empty()) {
         return fmt::format("  also in {}\n", counted_places(further.places_beyond));
     }
-    // The last item follows "and": a line, or the number of the rest.
+    // The last item, a line or the number of remaining places, follows "and".
     std::vector<std::string> items;
     std::ranges::transform(further.lines, std::back_inserter(items),
                            [](std::uint64_t line) { return fmt::format("{}", line); });

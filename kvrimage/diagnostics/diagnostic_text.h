@@ -10,7 +10,7 @@
 
 namespace kvrimage {
 
-/// What a piece of the text of a diagnostic is, for those who colour it.
+/// The parts of a diagnostic's text that can be colored.
 enum class text_part : std::uint8_t {
     place,         ///< "boot.mif:7:5:"
     error_level,   ///< "error:", "error for kvr:"
@@ -18,13 +18,13 @@ enum class text_part : std::uint8_t {
     mark           ///< "^~~~"
 };
 
-/// Returns @p text with what colours it around it.
+/// Returns @p text enclosed in the color codes of @p part.
 using text_painter = std::function<std::string(text_part part, std::string_view text)>;
 
-/// "error" for broken, "error for kvr" for what the consumer kvr does not take, "warning" for suspect.
+/// Returns "error" for class broken, "error for kvr" for the consumer kvr, "warning" for class suspect.
 [[nodiscard]] KVRIMAGE_API std::string level_of(const diagnostic& found);
 
-/// @p found for people, with a line end after each line:
+/// Formats @p found for the terminal. Each line ends with LF:
 ///
 ///     boot.mif:7:5: error: value 1FF needs 9 bits, the words have 8
 ///       0 : 1FF;
@@ -32,11 +32,11 @@ using text_painter = std::function<std::string(text_part part, std::string_view 
 ///       also in lines 8, 9, 10 and 49996 more places
 ///       hint: needs WIDTH 9
 ///
-/// Control characters and what is no UTF-8 are escaped, "\x00", and long lines are cut around the mark.
+/// Control characters and invalid UTF-8 are escaped ("\x00"). Long lines are cut around the mark.
 ///
-/// @param name of the file, as it is to be shown
-/// @param contents of the file; "" leaves the line and the mark out
-/// @param paint colours the pieces; none: plain text
+/// @param name file name to show
+/// @param contents contents of the file; "" omits the line and the mark
+/// @param paint colors the parts; if empty, the text is plain
 [[nodiscard]] KVRIMAGE_API std::string diagnostic_text(const diagnostic& found, std::string_view name,
                                                        std::string_view contents,
                                                        const text_painter& paint = {});

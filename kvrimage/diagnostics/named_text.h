@@ -8,8 +8,7 @@
 
 namespace kvrimage {
 
-/// A text or a number that stands in a message. Texts of a file are quoted as they are, cut after `longest`
-/// bytes.
+/// Text or a number to insert into a message. Text is quoted unescaped and cut after `longest` bytes.
 class named_text {
 public:
     static constexpr std::size_t longest = 64;
@@ -25,7 +24,7 @@ private:
     std::string shown;
 };
 
-/// A text of the program's own, such as the {advice} of a hint: never cut.
+/// Text of the program itself, such as the {advice} of a hint. Never cut.
 class whole_text {
 public:
     whole_text(std::string_view text) : shown(text) {}

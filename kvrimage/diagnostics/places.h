@@ -9,12 +9,12 @@
 
 namespace kvrimage {
 
-/// The places that share one cause: the first ten, and how many there are.
+/// The places with the same fault: the first ten, and the total count.
 class places {
 public:
     static constexpr std::size_t kept = 10;
 
-    places() = default; ///< none: the file as a whole
+    places() = default; ///< no place: the file as a whole
     places(const span& only) { add(only); }
 
     void add(const span& where) {
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] bool empty() const noexcept { return number == 0; }
     [[nodiscard]] std::uint64_t count() const noexcept { return number; }
     [[nodiscard]] const std::vector<span>& first() const noexcept { return first_ones; }
-    /// The first of them; there is one.
+    /// Returns the first place. Undefined if there is none.
     [[nodiscard]] const span& front() const noexcept { return first_ones.front(); }
 
 private:
@@ -34,14 +34,14 @@ private:
     std::uint64_t number = 0;
 };
 
-/// Places with a number each, of which a message names that of the first and the largest.
+/// Places with a number each. A message shows the number of the first place and the largest number.
 struct numbered_places {
     places where;
     std::uint64_t first = 0;
     std::uint64_t most = 0;
 
     void add(const span& place, std::uint64_t value) { add(place, value, value); }
-    /// Of a place with several numbers, @p largest is counted.
+    /// Adds a place with several numbers: @p value counts as the first one, @p largest as the largest.
     void add(const span& place, std::uint64_t value, std::uint64_t largest) {
         first = where.empty() ? value : first;
         most = std::max(most, largest);

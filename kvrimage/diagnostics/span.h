@@ -6,15 +6,15 @@
 
 namespace kvrimage {
 
-/// Bytes of a file.
+/// A range of bytes in a file.
 struct span {
-    std::uint64_t offset = 0; ///< of the first one
-    std::uint64_t length = 0; ///< how many
+    std::uint64_t offset = 0; ///< of the first byte
+    std::uint64_t length = 0; ///< in bytes
 
-    /// The offset of the byte after the last one.
+    /// Returns the offset after the last byte.
     [[nodiscard]] std::uint64_t end() const noexcept { return offset + length; }
-    /// These bytes of @p text, which is the contents of the file; cut where that ends.
-    /// @throws std::out_of_range when it ends before `offset`
+    /// Returns these bytes of @p text, the contents of the file, cut at its end.
+    /// @throws std::out_of_range if @p text ends before `offset`
     [[nodiscard]] std::string_view in(std::string_view text) const {
         return text.substr(static_cast<std::size_t>(offset), static_cast<std::size_t>(length));
     }

@@ -9,7 +9,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Controls, directions and line ends, and the characters that XML does not have.
+/// Control characters, direction marks, line separators, and characters that XML does not allow.
 constexpr auto hidden_characters = std::to_array<character_range>({{0x00, 0x1F},
                                                                    {0x7F, 0x9F},
                                                                    {0x200E, 0x200F},
@@ -19,7 +19,7 @@ constexpr auto hidden_characters = std::to_array<character_range>({{0x00, 0x1F},
                                                                    {0xFFFE, 0xFFFF}});
 static_assert(is_in_order(hidden_characters));
 
-/// Halves of characters, which UTF-8 does not have.
+/// UTF-16 surrogates: invalid in UTF-8.
 constexpr character_range surrogates = {0xD800, 0xDFFF};
 
 constexpr char32_t last_character = 0x10FFFF;
@@ -28,8 +28,8 @@ bool is_character(char32_t code, char32_t least) {
     return code >= least && code <= last_character && (code < surrogates.first || code > surrogates.last);
 }
 
-/// What the first byte of a character says: how many bytes it has, which of its bits belong to the character,
-/// and the least character that needs as many.
+/// The properties of a character's first byte: the length in bytes, the mask of its non-payload bits, and the
+/// smallest character that needs this length.
 struct lead_byte {
     unsigned mask;
     unsigned value;

@@ -14,7 +14,7 @@ namespace {
 constexpr std::size_t quoted_bytes = 40;
 constexpr std::size_t window_columns = 72;
 constexpr std::size_t columns_before_place = 24;
-/// Marks without a width could fill a window with any number of bytes.
+/// Limits the window if most characters have width 0.
 constexpr std::size_t most_window_bytes = 1024;
 constexpr std::size_t columns_of_escape = 4; // \xNN
 constexpr std::string_view omission = "...";
@@ -35,7 +35,7 @@ std::size_t columns_of(const utf8_character& character) {
                               : character.bytes.size() * columns_of_escape;
 }
 
-/// How many bytes of the front of @p bytes fit in @p columns.
+/// Returns how many leading bytes of @p bytes fit in @p columns.
 std::size_t front_within(std::string_view bytes, std::size_t columns) {
     std::size_t end = 0;
     while (end < bytes.size() && end < most_window_bytes) {
@@ -50,7 +50,7 @@ std::size_t front_within(std::string_view bytes, std::size_t columns) {
     return end;
 }
 
-/// How many bytes of the end of @p bytes fit in @p columns.
+/// Returns how many trailing bytes of @p bytes fit in @p columns.
 std::size_t back_within(std::string_view bytes, std::size_t columns) {
     std::size_t begin = bytes.size();
     while (begin > 0 && bytes.size() - begin < most_window_bytes) {
@@ -70,7 +70,7 @@ struct byte_window {
     std::size_t end;
 };
 
-/// What is shown of @p line around the byte @p place.
+/// Returns the part of @p line to show around the byte @p place.
 byte_window window_around(std::string_view line, std::size_t place) {
     if (front_within(line, window_columns) == line.size()) {
         return {0, line.size()};

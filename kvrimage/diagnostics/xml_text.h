@@ -5,8 +5,7 @@
 
 namespace kvrimage {
 
-/// @p text as it stands between the tags of an XML document or within double quotes of an attribute. What XML
-/// has no characters for is not replaced.
+/// Escapes @p text for XML content or a double-quoted attribute. Characters that XML does not allow stay.
 [[nodiscard]] inline std::string xml_text(std::string_view text) {
     std::string escaped;
     for (const char character : text) {

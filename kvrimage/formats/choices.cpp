@@ -16,7 +16,7 @@ const choice_kind* find_kind(std::string_view name, std::span<const choice_kind>
     return found != kinds.end() ? &*found : nullptr;
 }
 
-/// "ELF, CSV": the formats that leave @p name open.
+/// Returns the titles of the formats that offer @p name: "ELF, CSV".
 std::string formats_with(std::string_view name, std::span<const choice_kind> format::*kinds) {
     std::string listed_titles;
     for (const format* each : formats()) {

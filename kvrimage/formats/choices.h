@@ -8,9 +8,9 @@
 
 namespace kvrimage {
 
-/// The first of @p given that @p as does not leave open when it is read (format::read_choices) or written
-/// (format::write_choices), @p kinds, or whose value is none of those that are possible; nothing when all are
-/// proper.
+/// Checks @p given against @p kinds of @p as: format::read_choices or format::write_choices. Returns a
+/// diagnostic for the first option that the format does not offer or whose value is not allowed; nothing if
+/// all are valid.
 [[nodiscard]] std::optional<diagnostic> improper_choice(std::span<const choice> given, const format& as,
                                                         std::span<const choice_kind> format::*kinds);
 

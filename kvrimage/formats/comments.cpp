@@ -11,8 +11,8 @@ namespace kvrimage {
 
 namespace {
 
-/// What the contents and the name say; null when they say nothing. No contents say that they are of a format
-/// that is only written, so that the name does.
+/// Returns the format suggested by contents and name, or null. Contents cannot identify a write-only format,
+/// so its name decides.
 const format* likely_format(std::string_view contents, std::string_view path) {
     const format* const named = format_of_path(path);
     if (named != nullptr && named->read == nullptr) {

@@ -11,7 +11,7 @@ namespace kvrimage {
 
 namespace {
 
-/// The part of a text between two edits, and where it goes.
+/// The text between two edits, and its new position.
 struct kept_part {
     std::size_t from;
     std::size_t to;
@@ -37,8 +37,8 @@ void move_part(char* text, const kept_part& part) {
     std::memmove(text + part.to, text + part.from, part.length);
 }
 
-/// Moves the parts within one text. Those that go back are moved from the last to the first, and then those
-/// that go forward from the first to the last: none is written over before it was moved.
+/// Moves the parts within one text. Parts that move up are moved from the last to the first, then parts that
+/// move down from the first to the last, so no part is overwritten before it is moved.
 void move_parts(char* text, std::span<const kept_part> parts) {
     for (std::size_t i = parts.size(); i-- > 0;) {
         if (parts[i].to > parts[i].from) {
@@ -52,7 +52,7 @@ void move_parts(char* text, std::span<const kept_part> parts) {
     }
 }
 
-/// One edit of the fix of the diagnostic numbered `owner`.
+/// An edit of the fix of diagnostic number `owner`.
 struct owned_edit {
     const text_edit* edit;
     std::size_t owner;
@@ -71,7 +71,7 @@ std::vector<owned_edit> edits_in_order(std::span<const diagnostic> found) {
     return edits;
 }
 
-/// Two insertions at one place touch, too: their order would be a guess.
+/// Two insertions at one place also touch: their order is undefined.
 bool touch(const owned_edit& earlier, const owned_edit& later) {
     return later.edit->offset < earlier.end() || later.edit->offset == earlier.edit->offset;
 }

@@ -4,7 +4,7 @@
 
 namespace kvrimage {
 
-/// Nobody means a memory that begins so far below the lowest address of a file, in its own unit.
+/// Distance from the base to a file's lowest address, in its unit, that suggests a missing base.
 inline constexpr std::uint64_t least_far_start = std::uint64_t{1} << 24U;
 
 } // namespace kvrimage

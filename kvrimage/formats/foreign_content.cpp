@@ -20,7 +20,7 @@ constexpr std::string_view foreign_blanks = " \t\r\f\v";
 constexpr std::string_view name_characters =
     "0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz_";
 
-/// The lines of the front of a text that hold something, without the blanks around them.
+/// Iterates over the nonempty lines at the start of a text, without surrounding blanks.
 class filled_lines {
 public:
     explicit filled_lines(std::string_view contents)
@@ -31,7 +31,7 @@ public:
         }
     }
 
-    /// The next one; "" at the end. A last line that is cut counts only where it is the only one.
+    /// Returns the next line, or "" at the end. A cut last line is returned only if it is the only one.
     std::string_view next() {
         while (!rest.empty()) {
             const std::size_t end = rest.find('\n');
@@ -64,7 +64,7 @@ std::string_view first_line(std::string_view contents) {
     return filled_lines(contents).next();
 }
 
-/// Whether each line that holds something has characters of @p digits and blanks only.
+/// Returns whether all nonempty lines consist of @p digits and blanks.
 bool has_rows_of(std::string_view contents, std::string_view digits) {
     const std::string allowed = std::string(digits) + std::string(foreign_blanks);
     filled_lines lines(contents);
@@ -91,7 +91,7 @@ bool has_markup(std::string_view contents) {
             (line[1] >= 'a' && line[1] <= 'z'));
 }
 
-/// "VERSION 300" or "radix=16;": a name, and the beginning of a number or a "=" after it.
+/// Matches a name followed by a number or "=": "VERSION 300", "radix=16;".
 bool has_other_settings(std::string_view contents) {
     const std::string_view line = first_line(contents);
     const std::size_t name = std::min(line.find_first_not_of(name_characters), line.size());
@@ -101,7 +101,7 @@ bool has_other_settings(std::string_view contents) {
            (follows == '=' || (next > name && follows >= '0' && follows <= '9'));
 }
 
-/// Every other byte of the front is NUL.
+/// Returns whether every other byte at the start is NUL.
 bool is_utf16_without_mark(std::string_view contents) {
     constexpr std::size_t shortest = 4;
     const std::string_view front = contents.substr(0, 64);
@@ -120,7 +120,7 @@ bool has_nul(std::string_view contents) {
 constexpr std::string_view to_utf8_16 = "iconv -f UTF-16 -t UTF-8 makes plain text of it";
 constexpr std::string_view to_utf8_32 = "iconv -f UTF-32 -t UTF-8 makes plain text of it";
 
-/// Contents that begin so.
+/// Contents that begin with `bytes`.
 struct foreign_beginning {
     std::string_view bytes;
     std::string_view what;
@@ -149,7 +149,7 @@ constexpr auto foreign_beginnings = std::to_array<foreign_beginning>({
     {"\x28\xB5\x2F\xFD"sv, "a zstd archive", "unpack it first"},
 });
 
-/// Contents for which this is true; of several the first.
+/// Contents that satisfy `fits`; the first match counts.
 struct foreign_kind {
     bool (*fits)(std::string_view contents);
     std::string_view what;
@@ -165,7 +165,7 @@ constexpr auto foreign_kinds = std::to_array<foreign_kind>({
     {has_hexadecimal_rows, "bare rows of hexadecimal words", "--from readmemh reads them"},
 });
 
-/// Another format that @p contents have, as surely as @p least at least.
+/// Finds another format of @p contents with a confidence of at least @p least.
 std::optional<diagnostic> content_of_other_format(std::string_view contents, const format& expected,
                                                   certainty least) {
     const std::vector<sniffed> all = sniff(contents);

@@ -7,15 +7,15 @@
 
 namespace kvrimage {
 
-/// What @p contents, in which the reader of @p expected has found nothing of its format, are instead: a
-/// broken diagnostic, or nothing when they are of no known kind. A reader that finds nothing of its own
-/// reports this and nothing else. Null: they are of no format, and only other kinds are looked for.
-/// @param least how sure another format must be
+/// Identifies @p contents in which the reader of @p expected has found nothing of its format. Returns a
+/// broken diagnostic, or nothing for unknown contents. A reader reports it alone. If @p expected is null,
+/// other formats are not considered.
+/// @param least the least confidence in another format
 [[nodiscard]] std::optional<diagnostic> foreign_content(std::string_view contents,
                                                         const format* expected = nullptr,
                                                         certainty least = certainty::likely);
 
-/// What a reader hands out that reports @p only, and has read nothing.
+/// Returns the result of a reader that reports only @p only and has read nothing.
 [[nodiscard]] read_result only_finding(const format& as, std::string_view contents, diagnostic only);
 
 } // namespace kvrimage

@@ -12,8 +12,8 @@ namespace {
 
 using candidates = std::vector<sniffed>;
 
-/// How sure each of @p of is, the surest first; those that cannot be read are left out. Of all formats some
-/// are left.
+/// Returns the readable formats of @p of with their confidence, highest first. Not empty if @p of has all
+/// formats.
 candidates rated(std::span<const format* const> of, std::string_view contents) {
     candidates found;
     for (const format* one : of) {
@@ -31,7 +31,8 @@ struct tried_format {
     read_result result;
 };
 
-/// Those of @p tied that can read all of the contents; of several that read the same words the first.
+/// Returns the formats of @p tied that can read the contents completely. Of several that read the same words
+/// only the first is returned.
 std::vector<tried_format> different_readers(const std::vector<const format*>& tied, std::string_view contents,
                                             const read_options& options) {
     std::vector<tried_format> readers;
@@ -49,14 +50,15 @@ std::vector<tried_format> different_readers(const std::vector<const format*>& ti
     return readers;
 }
 
-/// What @p readers, more than one, leave to the caller.
+/// Leaves the choice among @p readers, at least two, to the caller.
 format_choice choice_for_caller(const std::vector<tried_format>& readers, certainty how_sure) {
     format_choice choice{.how_sure = how_sure};
     std::ranges::transform(readers, std::back_inserter(choice.among), &tried_format::as);
     return choice;
 }
 
-/// The first of @p found, which are the surest first, unless others that are as sure read other words.
+/// Returns the first of @p found, which are sorted by confidence, unless an equally likely format reads other
+/// words.
 format_choice choose_among(const candidates& found, std::string_view contents, const read_options& options) {
     const certainty best = found.front().how_sure;
     std::vector<const format*> tied;
@@ -77,13 +79,13 @@ format_choice choose_among(const candidates& found, std::string_view contents, c
     return {.as = tied.front(), .how_sure = best};
 }
 
-/// True when @p one, which does not look at contents, leaves them to @p other, of the same extension.
+/// Returns whether @p one does not examine contents and shares an extension with @p other.
 bool has_same_files(const format& one, const format& other) {
     return one.sniff == nullptr &&
            std::ranges::find_first_of(one.extensions, other.extensions) != one.extensions.end();
 }
 
-/// Notes another format that @p contents surely have.
+/// Adds the other format that @p contents certainly have, if any.
 format_choice with_surer_one(format_choice choice, std::string_view contents) {
     if (choice.how_sure != certainty::certain) {
         const candidates all = rated(formats(), contents);

@@ -15,17 +15,17 @@ namespace kvrimage {
 
 namespace {
 
-/// An address below the size of its store.
+/// Converts an address that is below the size of its store.
 std::uint32_t address_of_kvr(std::uint64_t address) {
     return static_cast<std::uint32_t>(address);
 }
 
 constexpr std::string_view kvr_name = "kvr";
 
-/// Our words and those of the library, by their addresses.
+/// Compares our words with those of the library, by address.
 class word_comparison {
 public:
-    /// @param first the address of the file that is the lowest one of @p image
+    /// @param first the file address of the lowest address of @p image
     word_comparison(const memory_image& image, std::uint64_t first, const kvr::word_store& words_of_kvr,
                     radix radix_of_kvr)
         : ours(image.words()),
@@ -34,7 +34,7 @@ public:
           width(image.width()),
           texts_radix(radix_of_kvr) {}
 
-    /// Calls @p take (first address, last address, our text, theirs) with each stretch of words that differ,
+    /// Calls @p take (first address, last address, our text, their text) for each range of different words,
     /// in order.
     template <class Take>
     void for_each_difference(Take&& take) {
@@ -59,7 +59,7 @@ private:
         return address >= base && address - base < ours.size() && address < theirs.size();
     }
 
-    /// How many words from @p address on are found to be the same without a look at each run; 0: not known.
+    /// Returns how many words from @p address on are equal without comparing each run; 0 if unknown.
     std::uint64_t equal_at_once(std::uint64_t address) {
         if (!is_in_both(address)) {
             return 0;
@@ -82,7 +82,7 @@ private:
         return same;
     }
 
-    /// Where both have words that repeat, which may be billions, one round of them speaks for all.
+    /// Compares one period of words that repeat in both memories, so billions of words cost one period.
     std::uint64_t equal_in_cycles(std::uint64_t address) {
         if (address < cycles_known_until) {
             return 0;
@@ -145,7 +145,7 @@ private:
     std::string word_of_theirs;
 };
 
-/// @p text, a word of the image, for a message.
+/// Formats @p text, a word of the image, for a message.
 std::string shown_word(std::string_view text, const read_result& ours) {
     std::string shown;
     if (text.empty()) {
@@ -156,7 +156,7 @@ std::string shown_word(std::string_view text, const read_result& ours) {
     return can_be_shown ? shown : std::string(text);
 }
 
-/// @p text, which the library holds, for a message: like our words where it is one.
+/// Formats @p text, a text of the library, for a message: like our words if it is a valid word.
 std::string shown_text_of_kvr(std::string_view text, radix texts_radix, const read_result& ours) {
     std::string word;
     bool is_unsigned = false;
@@ -168,7 +168,7 @@ std::string shown_text_of_kvr(std::string_view text, radix texts_radix, const re
     return std::string(text);
 }
 
-/// What differs, in one diagnostic.
+/// Reports all differences in one diagnostic.
 class difference_report {
 public:
     difference_report(const format& format_of_file, std::string_view file,
@@ -206,13 +206,13 @@ private:
     const format& as;
     std::string_view contents;
     const read_options& options;
-    std::uint64_t base; ///< the address of the file that is word 0
+    std::uint64_t base; ///< the file address of word 0
     places where;
     std::uint64_t count = 0;
     std::size_t looked_for = 0;
 };
 
-/// The address of the file that is word 0 of @p ours, counted in words.
+/// Returns the file address of word 0 of @p ours, counted in words.
 std::uint64_t first_word_address(const read_options& options, const read_result& ours) {
     const std::uint64_t step =
         ours.facts.unit == address_unit::byte ? bytes_of_width(ours.image->width()) : 1;

@@ -10,19 +10,19 @@
 
 namespace kvrimage {
 
-/// What the library kvr makes of a file.
+/// The result of reading a file with the library kvr.
 struct kvr_reading {
-    kvr::word_store words;          ///< by address, the texts that it holds; "" where none is set
-    radix texts_radix = radix::hex; ///< of these
+    kvr::word_store words;          ///< texts by address; "" for unset words
+    radix texts_radix = radix::hex; ///< of the texts in `words`
     bool refused = false;
-    span where;         ///< refused: the place that it does not take; empty: none in the file
-    std::string reason; ///< refused: follows "the library kvr refuses the file: "
+    span where;         ///< if rejected: the place of the fault; empty if it has none in the file
+    std::string reason; ///< if rejected: completes "the library kvr refuses the file: "
 };
 
-/// What @p theirs has otherwise than @p ours, our reading of @p contents: that the file is refused, or the
-/// words that differ, as one diagnostic for all of them. A word that we have not set may be "" or 0 there.
-/// Nothing when @p ours has no image, or a broken diagnostic, or one that says already what the library does
-/// not take. It costs little more than a comparison of bytes where the words are the same hexadecimal texts.
+/// Compares @p theirs with @p ours, our reading of @p contents. Reports that the library rejects the file, or
+/// all different words in one diagnostic. A word that is unset in @p ours may be "" or 0 in @p theirs.
+/// Returns nothing if @p ours has no image, has a broken diagnostic, or already reports what the library
+/// rejects. Takes little more than a byte comparison if the words are the same hexadecimal texts.
 [[nodiscard]] std::vector<diagnostic> compare_with_kvr(const format& as, std::string_view contents,
                                                        const read_options& options, const read_result& ours,
                                                        const kvr_reading& theirs);

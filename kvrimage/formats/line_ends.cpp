@@ -22,7 +22,7 @@ std::optional<diagnostic> lines_without_lf(std::string_view contents, const read
         }
     }
     diagnostic found = diagnose::lines_of_carriage_return(where);
-    // With LF at the ends of some lines only, the others would be one line.
+    // If only some lines ended with LF, the others would be read as one line.
     if (edits.size() == where.count()) {
         found.fix = std::move(edits);
         found.repair = "lines end with LF now";

@@ -7,8 +7,8 @@
 
 namespace kvrimage {
 
-/// A broken diagnostic when @p contents have lines, and none of them ends with LF: what is one line to a
-/// reader is not looked at. Otherwise nothing, which costs a search for the first LF.
+/// Returns a broken diagnostic if @p contents have line ends but no LF, so a reader would see a single line.
+/// Else returns nothing, after a search for the first LF.
 [[nodiscard]] std::optional<diagnostic> lines_without_lf(std::string_view contents,
                                                          const read_options& options);
 

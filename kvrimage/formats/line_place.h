@@ -8,7 +8,7 @@
 
 namespace kvrimage {
 
-/// @p where in @p contents, with its line and column.
+/// Returns @p where with its line and column in @p contents.
 [[nodiscard]] inline place line_place(std::string_view contents, const span& where) {
     const std::string_view before = contents.substr(0, where.offset);
     const auto lines_before = static_cast<std::uint64_t>(std::ranges::count(before, '\n'));

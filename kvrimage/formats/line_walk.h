@@ -8,14 +8,14 @@
 
 namespace kvrimage {
 
-/// Goes over the lines of a text, one after the other.
+/// Iterates over the lines of a text.
 class line_walk {
 public:
     /// @param of kept alive by the caller
-    /// @param begin where a line begins
+    /// @param begin offset of the start of a line
     explicit line_walk(std::string_view of, std::size_t begin = 0) : text(of), position(begin) {}
 
-    /// Sets @p line to the next one, without its LF; false at the end, with @p line as it was.
+    /// Sets @p line to the next line, without its LF. Returns false at the end and leaves @p line unchanged.
     bool next(span& line) {
         if (position >= text.size()) {
             return false;
@@ -25,8 +25,7 @@ public:
         position = std::min(end + 1, text.size());
         return true;
     }
-    /// The part of @p line from the first to the last character that is none of @p blanks; of no length when
-    /// there is none.
+    /// Returns @p line without leading and trailing @p blanks; of length 0 if nothing remains.
     [[nodiscard]] span without_blanks(const span& line, std::string_view blanks) const {
         const std::string_view all = line.in(text);
         const std::size_t first = all.find_first_not_of(blanks);
@@ -35,7 +34,7 @@ public:
                    : span{line.offset + first, all.find_last_not_of(blanks) - first + 1};
     }
 
-    /// The lines to come, for a fast path, which skips the whole lines that it has read.
+    /// Returns the remaining lines. A fast path that has read whole lines of them calls skip().
     [[nodiscard]] std::string_view rest() const { return text.substr(position); }
     [[nodiscard]] std::size_t offset() const noexcept { return position; }
     void skip(std::size_t bytes) noexcept { position += bytes; }

@@ -38,7 +38,7 @@ bool is_broken(const read_result& result) {
     });
 }
 
-/// One message says what is wrong with a file of another format; the faults that it has in ours are none.
+/// Replaces the faults of a file of another format by one message.
 void note_other_format(const format& as, const format& surely, read_result& result) {
     if (is_broken(result)) {
         result.diagnostics = {diagnose::other_format(places(), surely.title, as.title, surely.id)};
@@ -70,7 +70,7 @@ read_result of_several_formats(const format_choice& choice) {
     return result;
 }
 
-/// @param choice gives up the result that it may have
+/// @param choice its result is moved from
 read_result read_as(format_choice& choice, std::string_view contents, const read_options& options) {
     if (!choice.among.empty()) {
         return of_several_formats(choice);
@@ -97,7 +97,7 @@ read_result read_as(format_choice& choice, std::string_view contents, const read
     return result;
 }
 
-/// The consumers of the file's format that are asked for.
+/// Returns the requested consumers of the file's format.
 std::vector<consumer> consumers_of(const read_result& result, const check_options& options) {
     std::vector<consumer> asked;
     std::ranges::copy_if(
@@ -107,7 +107,7 @@ std::vector<consumer> consumers_of(const read_result& result, const check_option
     return asked;
 }
 
-/// What becomes of words that are not set, for the first consumer that does something with them.
+/// Returns how the first consumer that changes unset words treats them.
 std::string consequence_of_gaps(std::span<const consumer> consumers) {
     const auto found =
         std::ranges::find_if(consumers, [](const consumer& each) { return !each.unset_words.empty(); });
@@ -151,7 +151,7 @@ read_result check_as(format_choice& choice, std::string_view contents, const che
     return result;
 }
 
-/// One round of repairs: those that can be made at once. False when there is none.
+/// Makes all repairs that can be made at once. Returns false if there is none.
 bool repair_once(format_choice& choice, const check_options& options, repaired& file) {
     read_result found = check_as(choice, file.contents, options);
     std::vector<bool> taken;
@@ -165,7 +165,7 @@ bool repair_once(format_choice& choice, const check_options& options, repaired& 
     return !edits.empty();
 }
 
-/// @p options with the format of @p path, and its name, where they name none.
+/// Returns @p options with the format and name of @p path, if they are missing.
 write_options with_format(write_options options, const std::string& path) {
     if (options.as == nullptr) {
         options.as = format_of_path(path);
@@ -209,10 +209,10 @@ read_result check(std::string_view contents, const check_options& options) {
 }
 
 repaired repair(std::string contents, const check_options& options) {
-    constexpr int most_rounds =
-        1000; // a repair can bring the next one to light; this is only for a mistake of ours
+    // A repair can reveal the next one. The limit only guards against a bug of ours.
+    constexpr int most_rounds = 1000;
     format_choice choice = choose_format(contents, options.read);
-    choice.result.reset(); // it was not asked for all repairs
+    choice.result.reset(); // it does not have all repairs
     if (choice.as == nullptr || choice.as->read == nullptr) {
         throw std::invalid_argument(choice.as == nullptr
                                         ? "no format was named, and the contents fit none"

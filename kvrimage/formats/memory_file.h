@@ -13,52 +13,51 @@
 namespace kvrimage {
 
 /// Reads a file of any format.
-/// @throws std::system_error when the file cannot be read, or has a line of more than 32 MiB in a
-/// format that has lines (of what has no
-/// end, a pipe or a device, at most 32 MiB are read); what() is a sentence that names the file
+/// @throws std::system_error if the file cannot be read, or if it has a line of more than 32 MiB in a format
+/// that has lines. At most 32 MiB are read from a pipe or device. what() is a sentence that names the file.
 [[nodiscard]] KVRIMAGE_API read_result read(const std::filesystem::path& file,
                                             const read_options& options = {});
-/// Reads the contents of a file; without a format in @p options, they say which it is.
+/// Parses the contents of a file. Without a format in @p options, the contents determine it.
 [[nodiscard]] KVRIMAGE_API read_result parse(std::string_view contents, const read_options& options = {});
 
-/// How a file is checked.
+/// How to check a file.
 struct check_options {
-    read_options read = {}; ///< how it is read
-    /// Names of consumers ("kvr") whose reading is compared with ours; a name that the format does not know
-    /// is left out.
+    read_options read = {}; ///< how to read it
+    /// Names of the consumers ("kvr") whose reading is compared with ours. Names unknown to the format are
+    /// ignored.
     std::vector<std::string> consumers = {"kvr"};
 };
 
-/// What read() finds, what the consumers make of it, and what is missing (gaps), in file order. The image is
-/// that of read().
+/// Reads @p contents and adds the diagnostics of the consumers and the gaps (words not set), in file order.
+/// The image is that of read().
 [[nodiscard]] KVRIMAGE_API read_result check(std::string_view contents, const check_options& options = {});
 
 /// A file after all certain repairs.
 struct repaired {
-    std::string contents;            ///< with the repairs
-    std::vector<diagnostic> repairs; ///< what was repaired, in the order in which it was done
-    read_result left;                ///< what check() finds now
+    std::string contents;            ///< the repaired contents
+    std::vector<diagnostic> repairs; ///< the repaired faults, in the order of the repairs
+    read_result left;                ///< the result of check() for the repaired contents
 };
-/// @throws std::invalid_argument when there is no format that can check
+/// Makes all certain repairs of @p contents.
+/// @throws std::invalid_argument if no format can check the contents
 [[nodiscard]] KVRIMAGE_API repaired repair(std::string contents, const check_options& options = {});
 
-/// @p contents with @p edits, which are in order and do not overlap.
+/// Returns @p contents with @p edits, which must be in order and must not overlap.
 [[nodiscard]] KVRIMAGE_API std::string with_edits(std::string contents, std::span<const text_edit> edits);
 
-/// Why @p image cannot be written so; empty when it can.
+/// Returns why @p image cannot be written with @p options; empty if it can.
 [[nodiscard]] KVRIMAGE_API std::vector<diagnostic> can_write(const memory_image& image,
                                                              const write_options& options);
 
-/// Writes a file, whole or not at all: an old one is replaced when the new one is complete.
-/// @throws std::system_error when the file cannot be written
-/// @throws std::invalid_argument when can_write() has a diagnostic, with its message, or nothing shows the
-/// format
+/// Writes a file atomically: an existing file is replaced only when the new one is complete.
+/// @throws std::system_error if the file cannot be written
+/// @throws std::invalid_argument if can_write() has a diagnostic (with its message), or if no format is known
 KVRIMAGE_API void write(const memory_image& image, const std::filesystem::path& file,
                         const write_options& options = {});
-/// Writes @p contents as a file, whole or not at all, as write() does.
-/// @throws std::system_error when the file cannot be written
+/// Writes @p contents to a file atomically, as write() does.
+/// @throws std::system_error if the file cannot be written
 KVRIMAGE_API void write_contents(std::string_view contents, const std::filesystem::path& file);
-/// The text of the file.
+/// Returns the text of the file that write() would write.
 [[nodiscard]] KVRIMAGE_API std::string to_text(const memory_image& image, const write_options& options);
 
 } // namespace kvrimage

@@ -7,17 +7,17 @@
 
 namespace kvrimage {
 
-/// Hands out the pieces of a file whose addresses count words, by the addresses of the memory. What is empty
-/// is no piece.
+/// Passes on the pieces of a file whose addresses count words, with addresses of the memory. Empty pieces are
+/// ignored.
 class piece_output {
 public:
     /// @param taker kept alive by the caller
-    /// @param base_of_file the address of the file that is that of word 0
+    /// @param base_of_file the file address of word 0
     piece_output(const piece_taker& taker, std::uint64_t base_of_file) : take(taker), base(base_of_file) {}
 
-    /// A piece that is of no address.
+    /// Adds a piece without an address.
     void add(text_piece::kind what, const span& where) const { hand_out({.what = what, .where = where}); }
-    /// A piece of the addresses @p first to @p last, which is not below it, as the file counts them.
+    /// Adds a piece for the file addresses @p first to @p last, where @p first <= @p last.
     void add(text_piece::kind what, const span& where, std::uint64_t first, std::uint64_t last,
              std::uint64_t step = 1) const {
         text_piece piece{.what = what, .where = where};
@@ -28,7 +28,7 @@ public:
         }
         hand_out(piece);
     }
-    /// A piece of one address; nothing: it is not known.
+    /// Adds a piece for one file address, or without an address if that is unknown.
     void add(text_piece::kind what, const span& where, const std::optional<std::uint64_t>& address) const {
         address ? add(what, where, *address, *address) : add(what, where);
     }

@@ -8,13 +8,13 @@
 
 namespace kvrimage {
 
-// Why words cannot be written one after the other, without their addresses.
+// Obstacles to writing words one after the other without addresses.
 
-/// Adds a diagnostic to @p found when the lowest address of @p image is not 0. @p target is what is to be
-/// written, for the message.
+/// Adds a diagnostic to @p found if the lowest address of @p image is not 0. @p target names the output in
+/// the message.
 void refuse_base(const memory_image& image, std::string_view target, std::vector<diagnostic>& found);
 
-/// Adds one when a word before the last one that is set is not set, or none is.
+/// Adds a diagnostic if a word below the last set word is unset, or if no word is set.
 void refuse_gaps(const memory_image& image, std::string_view target, std::vector<diagnostic>& found);
 
 } // namespace kvrimage

@@ -20,7 +20,7 @@ namespace kvrimage {
 
 namespace {
 
-/// @p options for the file as it is.
+/// Returns @p options for reading the file without a base.
 read_options from_zero(const read_options& options) {
     read_options whole = options;
     whole.base = std::min(*options.base, deepest_memory - 1);
@@ -30,7 +30,7 @@ read_options from_zero(const read_options& options) {
     return whole;
 }
 
-/// The words of @p all from @p base on.
+/// Returns the words of @p all from @p base on.
 std::unique_ptr<image_words> moved_down(const image_words& all, std::uint64_t base) {
     auto moved = std::make_unique<image_words>(all.size() - base);
     copy_words(all, base, all.size() - 1, *moved, 0);
@@ -47,7 +47,7 @@ std::vector<address_range> moved_down(const std::vector<address_range>& ranges, 
     return moved;
 }
 
-/// How many words of @p words are set before @p end, and the address of the first.
+/// Returns the number of words set before @p end and the lowest address of them.
 std::pair<std::uint64_t, std::uint64_t> words_before(const image_words& words, std::uint64_t end) {
     std::uint64_t count = 0;
     std::uint64_t lowest = end;
@@ -60,7 +60,7 @@ std::pair<std::uint64_t, std::uint64_t> words_before(const image_words& words, s
     return {count, lowest};
 }
 
-/// Moves the words of one file down.
+/// Moves the words of a file down by the base.
 class base_shift {
 public:
     base_shift(std::string_view file, const read_options& options_of_file,
@@ -78,7 +78,7 @@ public:
             list.add(words_below(count, lowest));
         } else if (base >= deepest_memory) {
             list.add(diagnose::address_outside({}, base, deepest_memory - 1));
-        } else if (base >= depth) { // which the file states: one that is given is counted from the base
+        } else if (base >= depth) { // stated in the file: a depth in the options counts from the base
             list.add(diagnose::beyond_depth({}, base, depth, depth - 1, "DEPTH", base + 1));
         }
         if (base >= depth || (list.has_broken() && !options.keep_going)) {
@@ -101,7 +101,7 @@ private:
     }
 
     [[nodiscard]] diagnostic words_below(std::uint64_t count, std::uint64_t lowest) const {
-        // A word that was read is found.
+        // find_word finds any word that was read.
         const place at = as.find_word(contents, options, lowest).value_or(place());
         diagnostic below = diagnose::below_base(span{at.offset, at.length}, fmt::format("{:X}", lowest),
                                                 fmt::format("{:X}", base));

@@ -25,7 +25,7 @@ namespace kvrimage {
 
 namespace {
 
-/// A line for each format.
+/// One line for each format.
 std::vector<const format*> built_in_formats() {
     return {
         &mif_format,    &hex_format,      &rif_format,   &readmemh_format,  &readmemb_format,
@@ -49,7 +49,7 @@ bool has_extension(const format& one, std::string_view extension) {
     });
 }
 
-/// What follows the last dot of the file's name; "" when there is none.
+/// Returns the text after the last dot of the file name, or "".
 std::string_view extension_of(std::string_view path) {
     const std::size_t dot = path.find_last_of("./");
     if (dot != std::string_view::npos && path[dot] == '.') {

@@ -9,30 +9,30 @@
 
 namespace kvrimage {
 
-/// All formats, in the order in which people should see them.
+/// Returns all formats in the order to show them.
 [[nodiscard]] KVRIMAGE_API std::span<const format* const> formats();
 
-/// Adds a format of the program's own, which must live as long as the program, after the others.
+/// Appends a format to formats(). @p added must live as long as the program.
 KVRIMAGE_API void add_format(const format& added);
 
-/// The format called @p name, by its identifier or an extension, letter case ignored; null for other names.
+/// Returns the format with identifier or extension @p name, ignoring letter case; null if there is none.
 [[nodiscard]] KVRIMAGE_API const format* format_of_name(std::string_view name);
 
-/// All formats that have the extension of @p path, in the order of formats().
+/// Returns all formats with the extension of @p path, in the order of formats().
 [[nodiscard]] KVRIMAGE_API std::vector<const format*> formats_of_path(std::string_view path);
 
-/// The first of them, which is the one that is written under that name; null when there is none.
+/// Returns the first format with the extension of @p path, the one used for writing; null if there is none.
 [[nodiscard]] KVRIMAGE_API const format* format_of_path(std::string_view path);
 
-/// A format that a file may have.
+/// A possible format of a file.
 struct sniffed {
     const format* as;   ///< never null
     certainty how_sure; ///< never `no`
 };
 
-/// The formats that @p head, the first bytes of a file (sniffed_bytes of it are looked at), may have, the
-/// surest first; among equally sure ones those that have the extension of @p file_name first. None: it looks
-/// like no format.
+/// Returns the possible formats of a file that begins with @p head, of which sniffed_bytes are examined. They
+/// are sorted by confidence; at equal confidence, formats with the extension of @p file_name come first.
+/// Empty if no format fits.
 [[nodiscard]] KVRIMAGE_API std::vector<sniffed> sniff(std::string_view head, std::string_view file_name = {});
 
 } // namespace kvrimage

@@ -4,7 +4,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Adds up the lengths of decimal texts.
+/// Sums up the lengths of decimal texts.
 class decimal_lengths {
 public:
     decimal_lengths(const memory_image& measured, radix in) : image(measured), digits_radix(in) {}
@@ -27,7 +27,7 @@ public:
     }
 
 private:
-    /// As if it ended with a whole turn.
+    /// Adds a cycle as if it ended with a complete period.
     void add_cycle(const text_cycle& cycle) {
         const std::uint64_t turns = (cycle.length() + cycle.period - 1) / cycle.period;
         for (std::uint32_t index = 0; index < cycle.period; ++index) {

@@ -12,13 +12,13 @@
 
 namespace kvrimage {
 
-/// The words of a memory as texts of one radix.
+/// Converts the words of a memory to one radix.
 class word_shower {
 public:
     /// @p shown is kept alive by the caller
     word_shower(const memory_image& shown, radix digits) : image(shown), digits_radix(digits) {}
 
-    /// @return valid until the next call, or as long as @p word
+    /// Returns the text of @p word. It is valid until the next call, or as long as @p word.
     [[nodiscard]] std::string_view show(std::string_view word) {
         if (digits_radix == radix::hex) {
             return word;
@@ -33,11 +33,10 @@ private:
     std::string text;
 };
 
-/// Calls @p take with the first address, the last address and the text of the words of @p image that are set,
-/// in order: a call for each run of equal words, and one for each word where they stand in a row. The text
-/// has the digits of @p digits_radix, most significant first: all of them in binary, octal and hexadecimal
-/// (upper case), the fewest in decimal. A don't-care bit is "X" in binary; in other radixes none of the words
-/// has one.
+/// Calls @p take (first address, last address, text) for the set words of @p image, in order: once for each
+/// run of equal words, and once for each word in rows of different words. The text has the most significant
+/// digit first: all digits in binary, octal and hexadecimal (upper case), no leading zeros in decimal. A
+/// don't-care bit is "X" in binary; other radixes require words without don't-care bits.
 template <class Take>
 void for_each_shown_run(const memory_image& image, radix digits_radix, Take&& take) {
     const std::uint64_t base = image.base();
@@ -54,7 +53,7 @@ void for_each_shown_run(const memory_image& image, radix digits_radix, Take&& ta
         [&](const text_run& run) { take(base + run.first, base + run.last, texts.show(run.text)); });
 }
 
-/// The same with a call, of an address and a text, for each word.
+/// Calls @p take (address, text) for each set word of @p image, as for_each_shown_run() does.
 template <class Take>
 void for_each_shown_word(const memory_image& image, radix digits_radix, Take&& take) {
     for_each_shown_run(image, digits_radix,
@@ -65,7 +64,7 @@ void for_each_shown_word(const memory_image& image, radix digits_radix, Take&& t
                        });
 }
 
-/// The characters of the texts of all words, at the cost of what the image holds.
+/// Returns the total length of the texts of all words. Takes time proportional to the stored words.
 [[nodiscard]] std::uint64_t count_shown_characters(const memory_image& image, radix digits_radix);
 
 } // namespace kvrimage

@@ -16,7 +16,7 @@ void sink_buffer::write(std::string_view text) {
 
 void sink_buffer::flush() {
     sink.write({begin, filled});
-    // Without a file, the buffer that is full begins anew.
+    // Without a file, requesting room in a full buffer restarts it.
     block.used(kvr::output_file::block_size - filled);
     static_cast<void>(block.room(1));
     filled = 0;

@@ -8,8 +8,8 @@
 
 namespace kvrimage {
 
-/// Collects text in big blocks for a sink. The writers of the library kvr that format many words at once into
-/// an output_file are used through it.
+/// Collects text in large blocks for a sink. Also lets the kvr functions that format many words into an
+/// output_file write to the sink.
 class sink_buffer {
 public:
     explicit sink_buffer(text_sink& target) : sink(target), begin(block.room(0)) {}
@@ -17,10 +17,11 @@ public:
     sink_buffer& operator=(const sink_buffer&) = delete;
 
     void write(std::string_view text);
-    /// Hands the rest to the sink.
+    /// Passes the buffered text to the sink.
     void flush();
 
-    /// What @p format (kvr::output_file&) writes, at most `room_limit` bytes.
+    /// Buffers the output of @p format (kvr::output_file&), which must not exceed `room_limit` bytes. Returns
+    /// its result.
     static constexpr std::size_t room_limit = kvr::output_file::block_size / 2;
     template <class Format>
     auto write_with(Format&& format) {
@@ -38,7 +39,7 @@ private:
     }
 
     text_sink& sink;
-    kvr::output_file block{nullptr}; ///< a buffer without a file
+    kvr::output_file block{nullptr}; ///< buffer without a file
     const char* begin;
     std::size_t filled = 0;
 };

@@ -7,7 +7,7 @@
 
 namespace kvrimage {
 
-/// Keeps the text of a file in memory.
+/// Collects the text of a file in a string.
 class string_sink : public text_sink {
 public:
     void write(std::string_view more) override { text += more; }

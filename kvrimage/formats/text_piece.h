@@ -9,31 +9,30 @@
 
 namespace kvrimage {
 
-/// A piece of the text of a file that means something.
+/// A meaningful piece of a file's text.
 struct text_piece {
-    /// What it is.
+    /// The kinds of pieces.
     enum class kind : std::uint8_t {
-        comment,  ///< with its marks
-        keyword,  ///< what gives the file its form: the name of a setting, "END"
+        comment,  ///< with its delimiters
+        keyword,  ///< fixed word of the format: the name of a setting, "END"
         setting,  ///< the value of a setting
-        address,  ///< an address, as the file counts
-        word,     ///< a word, or a part of one
+        address,  ///< in the file's unit
+        word,     ///< a word or a part of it
         checksum, ///< of a line
-        record    ///< the length or the type of a record
+        record    ///< length or type of a record
     };
 
-    kind what = kind::comment; ///< what it is
-    span where;                ///< its bytes
-    /// Of a word: the addresses of the memory that it sets. Of an address: those that are set from there on
-    /// by what it belongs to, only the first one where that is open. Nothing where they are not known, or are
-    /// not in the memory.
+    kind what = kind::comment; ///< kind of the piece
+    span where;                ///< bytes of the piece
+    /// For a word: the memory addresses that it sets. For an address: the memory addresses set from there on,
+    /// or only the first one if the end is open. Empty if they are unknown or outside the memory.
     std::optional<address_range> addresses = std::nullopt;
-    std::uint64_t step = 1;    ///< a word sets the first of `addresses`, and every one so many after it
-    std::uint64_t in_file = 0; ///< of a piece with addresses: the first one, as the file counts
-    bool is_part = false; ///< a word of which another piece may set the rest: it has not all of its bytes
+    std::uint64_t step = 1; ///< distance of the addresses that a word sets, from the first of `addresses` on
+    std::uint64_t in_file = 0; ///< for a piece with addresses: the first one in the file's unit
+    bool is_part = false;      ///< the word lacks some of its bytes; another piece may set them
 };
 
-/// Takes the pieces of a text in order.
+/// Receives the pieces of a text in order.
 using piece_taker = std::function<void(const text_piece& piece)>;
 
 } // namespace kvrimage

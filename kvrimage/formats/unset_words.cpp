@@ -9,10 +9,10 @@ namespace kvrimage {
 
 namespace {
 
-/// Follows the words that are set, in order, and keeps what lies between them.
+/// Receives the set words in order and counts the gaps between them.
 class gap_counter {
 public:
-    /// The words from offset @p first to @p last are set.
+    /// Marks the words from offset @p first to @p last as set.
     void skip(std::uint64_t first, std::uint64_t last) {
         close(first);
         next = last + 1;
@@ -30,7 +30,7 @@ public:
 
 private:
     unset_words found;
-    std::uint64_t next = 0; ///< the first offset that nothing is known of
+    std::uint64_t next = 0; ///< the first offset not yet examined
 };
 
 } // namespace

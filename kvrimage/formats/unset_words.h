@@ -8,17 +8,17 @@
 
 namespace kvrimage {
 
-/// Words of a memory that are not set.
+/// The unset words of a memory.
 struct unset_words {
     std::uint64_t count = 0;
-    std::uint64_t first = 0; ///< the lowest address of them, when there is one
+    std::uint64_t first = 0; ///< the lowest address of an unset word, if there is one
 };
 
-/// The cost depends on what is set, and not on how many addresses there are.
+/// Counts the unset words. Takes time proportional to the stored words, not to the depth.
 [[nodiscard]] unset_words count_unset(const memory_image& image);
 
-/// What check() reports of words of @p result that are not set, with @p consequence as its hint; nothing
-/// where all are set, there is no image, or read() has reported it already.
+/// Returns the diagnostic of check() for unset words of @p result, with @p consequence as its hint. Returns
+/// nothing if all words are set, if there is no image, or if read() has already reported it.
 [[nodiscard]] std::optional<diagnostic> find_unset_words(const read_result& result,
                                                          const std::string& consequence);
 

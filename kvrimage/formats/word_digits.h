@@ -8,7 +8,7 @@
 
 namespace kvrimage {
 
-/// How many digits @p of has: 2, 8, 10 or 16.
+/// Returns the base of the radix @p of: 2, 8, 10 or 16.
 [[nodiscard]] constexpr unsigned base_of(radix of) noexcept {
     switch (of) {
     case radix::bin:
@@ -24,7 +24,7 @@ namespace kvrimage {
     return 16;
 }
 
-/// "binary", "octal", "decimal", "hexadecimal": for messages.
+/// Returns "binary", "octal", "decimal" or "hexadecimal", for messages.
 [[nodiscard]] constexpr std::string_view adjective_of(radix of) noexcept {
     switch (base_of(of)) {
     case 2:
@@ -38,8 +38,8 @@ namespace kvrimage {
     }
 }
 
-/// The first character of @p text that is no digit of @p digits_radix, of either case; npos when all are. A
-/// sign and a don't-care digit are none.
+/// Returns the index of the first character of @p text that is not a digit of @p digits_radix in upper or
+/// lower case, else npos. Signs and don't-care digits are not digits.
 [[nodiscard]] inline std::size_t find_bad_digit(std::string_view text, radix digits_radix) noexcept {
     const unsigned base = base_of(digits_radix);
     for (std::size_t at = 0; at < text.size(); ++at) {

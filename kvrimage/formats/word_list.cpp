@@ -18,7 +18,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Bits of a digit; in decimal, where none has a number of its own, 1.
+/// Returns the bits per digit; 1 in decimal, which has no fixed number.
 std::uint64_t bits_per_digit(radix digits_radix) {
     switch (digits_radix) {
     case radix::hex:
@@ -30,7 +30,7 @@ std::uint64_t bits_per_digit(radix digits_radix) {
     }
 }
 
-/// Bits that a word needs by its digits, leading zeros included, but for decimal ones.
+/// Returns the bits that a word needs by its digits. Leading zeros count, except in decimal.
 std::uint64_t bits_by_digits(std::string_view digits, radix digits_radix, std::string& scratch) {
     if (digits_radix != radix::dec && digits_radix != radix::uns) {
         return digits.size() * bits_per_digit(digits_radix);
@@ -39,7 +39,7 @@ std::uint64_t bits_by_digits(std::string_view digits, radix digits_radix, std::s
     return fault ? fault->bits_needed : 1;
 }
 
-/// What is left of the words of a file from @p base on; all of them where the base is beyond them.
+/// Returns the depth from @p base on, or all of @p stated if the base is beyond it.
 std::optional<std::uint64_t> depth_from(std::uint64_t base, std::optional<std::uint64_t> stated) {
     if (stated && base < *stated) {
         return *stated - base;
@@ -126,7 +126,7 @@ void word_list::add_raw(const address_range& addresses, std::string_view raw, co
     set_end = std::max(set_end, offsets.last + 1);
 }
 
-/// False when no address is in the memory. Those that are not are noted.
+/// Returns false if none of @p addresses is in the memory. Records those that are not.
 bool word_list::is_within(const address_range& addresses, const span& where) {
     if (addresses.first < base) {
         below.add(where, addresses.first);
@@ -181,7 +181,7 @@ std::string_view word_list::in_upper_case(std::string_view digits) {
 }
 
 std::uint32_t word_list::width() const {
-    const auto least = static_cast<std::uint32_t>(bits_per_digit(digits_are)); // where no word can be read
+    const auto least = static_cast<std::uint32_t>(bits_per_digit(digits_are)); // if all words are unreadable
     return known_width.value_or(std::max(longest_bits, least));
 }
 
@@ -234,14 +234,15 @@ void word_list::report_addresses(diagnostic_list& diagnostics) const {
     }
 }
 
-/// @p address, which counts words, as the file has it.
+/// Returns the word address @p address in the file's unit.
 std::string word_list::in_file(std::uint64_t address) const {
     return fmt::format("{:X}", address * step);
 }
 
-/// False, with a diagnostic, for a memory that a few long words make out of proportion to its file.
+/// Returns false, with a diagnostic, if a few long words would make the memory much larger than its file.
 bool word_list::is_in_proportion(diagnostic_list& diagnostics) const {
-    constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
+    // Memories that need only a few times the file size are not checked.
+    constexpr std::uint32_t usual_width = 256;
     constexpr std::uint64_t always_granted = std::uint64_t{16} << 20U;
     constexpr std::uint64_t most_growth = 4;
     if (width() <= usual_width || empty()) {
@@ -277,7 +278,7 @@ memory_image word_list::make_image(std::vector<address_range>& unreadable) {
         [bits, this](std::string_view word, std::string& made) {
             made.clear();
             if (!word.empty() && word != unreadable_text) {
-                make_word(word, digits_are, bits, made); // it was checked when it was added
+                make_word(word, digits_are, bits, made); // checked when it was added
             }
             return true;
         },

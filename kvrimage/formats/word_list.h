@@ -20,25 +20,25 @@
 
 namespace kvrimage {
 
-/// What the file itself says of its words.
+/// The sizes stated in the file.
 struct stated_sizes {
-    std::optional<std::uint32_t> width = std::nullopt; ///< bits
-    std::optional<std::uint64_t> depth = std::nullopt; ///< words
-    std::string_view width_setting = "--width";        ///< what says the width, for messages
-    std::uint64_t address_step = 1;                    ///< what the file counts for a word, for messages
+    std::optional<std::uint32_t> width = std::nullopt; ///< in bits
+    std::optional<std::uint64_t> depth = std::nullopt; ///< in words
+    std::string_view width_setting = "--width";        ///< name of the width setting, for messages
+    std::uint64_t address_step = 1;                    ///< address increment of one word, for messages
 };
 
-/// What a format does in its own way with the words of a list.
+/// Format-specific treatment of a word list.
 struct list_habits {
-    bool may_begin_high = false; ///< addresses that begin high need no base
-    /// The line that sets the word at an address of the file first. With it a word that is set twice to the
-    /// same is reported, too, and that line with it.
+    bool may_begin_high = false; ///< a high first address needs no base
+    /// Returns the line that first sets the word at a file address. If set, words set twice to the same value
+    /// are also reported, with that line.
     std::function<std::uint64_t(std::uint64_t address)> first_line = {};
 };
 
-/// Words of one length in a text, with a blank between neighbours.
+/// Words of equal length, separated by single blanks.
 struct spaced_words {
-    const char* first; ///< of the first word; 16 characters after the last one can be read
+    const char* first; ///< the first word; 16 bytes after the last word must be readable
     std::size_t length;
     std::size_t count;
     bool has_lower_case;
@@ -48,49 +48,49 @@ struct spaced_words {
     }
 };
 
-/// Gathers the words of a file that is a list of them, for its reader: finds the width where nobody says it,
-/// and words that are too wide, beyond the depth, or set twice. The width is that of the options, else the
-/// stated one, else that of the longest word: 4, 3 or 1 bits a digit, in decimal the bits of the widest
-/// value. The depth is that of the options, else the stated one, else up to the highest address. Addresses
-/// count words, from the base of the options on.
+/// Collects the words of a word-list file for its reader. Determines the width and finds words that are too
+/// wide, out of range or set twice. The width is that of the options, else the stated width, else that of the
+/// longest word: 4, 3 or 1 bits per digit, in decimal the bits of the largest value. The depth is that of the
+/// options, else the stated depth, else up to the highest address. Addresses count words from the base of the
+/// options on.
 class word_list {
 public:
-    /// @param contents and @p given are kept alive by the caller
+    /// @p contents and @p given are kept alive by the caller
     word_list(std::string_view contents, const read_options& given, radix digits_radix,
               const stated_sizes& stated = {}, list_habits of_format = {});
     word_list(const word_list&) = delete;
     word_list& operator=(const word_list&) = delete;
     ~word_list() = default;
 
-    /// Adds the word whose digits, in the radix of the list and of either case, are @p digits: each was found
-    /// to be one ("X" and "x" are don't care). In `dec` a "-" may come first.
-    /// @param address as the file counts words
-    /// @param where of the word in the file
+    /// Adds a word with valid digits in the radix of the list, in either case ("X" and "x" are don't care).
+    /// In `dec` a "-" may precede them.
+    /// @param address word address in the file
+    /// @param where place of the word in the file
     void add(std::uint64_t address, std::string_view digits, const span& where) {
         add(address_range{address, address}, digits, where);
     }
-    /// The same for all addresses of a range, at the cost of one.
+    /// Sets all @p addresses to one word, in the time of one add().
     void add(const address_range& addresses, std::string_view digits, const span& where);
-    /// The same where nobody has looked at the digits: one that is none of the radix, as a don't-care digit
-    /// and a sign are, is reported, and the word cannot be read.
-    /// @param where of all that the message of another fault quotes: the digits, or more
+    /// Adds a word with unchecked digits. An invalid digit, including a don't-care digit or a sign, is
+    /// reported and makes the word unreadable.
+    /// @param where the place that other faults quote: the digits, or more
     void add_unchecked(const address_range& addresses, const span& digits, const span& where);
-    /// Adds words from @p address on of a hexadecimal or binary list, if nothing can be wrong with them;
-    /// false, with nothing added, when each is for add(), which would do the same with them.
+    /// Adds words of a hexadecimal or binary list from @p address on, if none can be faulty. Otherwise
+    /// returns false and adds nothing; the caller then uses add() for each word.
     bool add_spaced(std::uint64_t address, const spaced_words& all);
-    /// Notes a word that cannot be read.
+    /// Records an unreadable word.
     void add_unreadable(std::uint64_t address, const span& where) {
         add_raw({address, address}, unreadable_text, where);
     }
 
     [[nodiscard]] bool empty() const noexcept { return set_end == 0; }
 
-    /// Reports what is wrong with the words, and makes the image and the facts of @p result. There is no
-    /// image for a list without words, unless width and depth are known.
+    /// Reports the faults of the words and sets the image and the facts of @p result. A list without words
+    /// has no image unless width and depth are known.
     void finish(diagnostic_list& diagnostics, read_result& result);
 
 private:
-    /// Stands in the list for a word that cannot be read.
+    /// Marks an unreadable word in the list.
     static constexpr std::string_view unreadable_text = "?";
 
     void add_raw(const address_range& addresses, std::string_view raw, const span& where);
@@ -118,20 +118,19 @@ private:
     std::uint64_t step;
     std::unique_ptr<image_words> words;
     kvr::word_batch batch;
-    std::uint64_t set_end = 0;      ///< offset after the highest word that was set
-    std::uint32_t longest_bits = 0; ///< that a word needs by its digits
-    std::uint64_t lowest;           ///< address
+    std::uint64_t set_end = 0;      ///< offset after the highest set word
+    std::uint32_t longest_bits = 0; ///< of a word, by its digits
+    std::uint64_t lowest;           ///< lowest address set
     bool has_unreadable = false;
     std::string scratch;
     places bad_digits;
-    numbered_places too_wide; ///< by the bits that they need
-    numbered_places beyond;   ///< by their addresses; the largest is an offset
+    numbered_places too_wide; ///< with the bits that they need
+    numbered_places beyond;   ///< with their addresses; the largest is an offset
     numbered_places below;
     numbered_places set_twice;
 };
 
-/// What is wrong with words at @p where in @p contents, which have characters that are no digits of @p
-/// digits_radix.
+/// Describes words at @p where in @p contents that have invalid digits for @p digits_radix.
 [[nodiscard]] diagnostic describe_bad_digits(std::string_view contents, const places& where,
                                              radix digits_radix);
 

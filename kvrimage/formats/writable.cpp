@@ -9,7 +9,7 @@ namespace kvrimage {
 
 namespace {
 
-/// The words that a format without a way to leave words out would have to make up.
+/// Returns the unset words that a format without unset words would have to fill.
 unset_words words_to_fill(const memory_image& image, const format& as) {
     unset_words unset = count_unset(image);
     const auto bounds = image.bounds();

@@ -7,9 +7,9 @@
 
 namespace kvrimage {
 
-/// Why @p image cannot be written in the format of the options, by what that format says of itself: words
-/// that are not set or have don't-care bits, the order of bytes that is missing. Without what the format
-/// finds itself.
+/// Returns why @p image cannot be written in the format of the options, judged by the properties of the
+/// format: unset words, don't-care bits, or a missing byte order. Obstacles that only the format itself can
+/// find are not included.
 [[nodiscard]] std::vector<diagnostic> general_obstacles(const memory_image& image,
                                                         const write_options& options);
 

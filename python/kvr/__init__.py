@@ -6,13 +6,13 @@
 >>> m[0], m[1], m[2]
 (5, 4095, None)
 
-``read()`` reads a file of any format that kvr knows (``formats()`` lists them), ``Memory.write()`` writes
-one, and the words go to and from NumPy as arrays. Addresses and depths count words, widths count bits.
+``read()`` reads a file of any supported format (``formats()`` lists them), ``Memory.write()`` writes one,
+and words are converted to and from NumPy arrays. Addresses and depths count words, widths count bits.
 
-Threads: every call on a memory is done as a whole, so that threads may share one; what takes several calls
-(a loop over ``items()``, a test and a change) is not, and neither is an array of ``to_numpy()`` that the
-memory is read into while another thread writes. Work on files, arrays and whole memories releases the
-interpreter lock. The objects of ``kvr.classic`` are for one thread at a time.
+Threads: each call on a memory is atomic, so threads may share a memory. A sequence of calls is not atomic
+(a loop over ``items()``, a test followed by a change), nor is ``to_numpy()`` while another thread writes.
+Operations on files, arrays and whole memories release the interpreter lock. The objects of ``kvr.classic``
+must be used by one thread at a time.
 """
 
 from kvr.diagnostics import Diagnostic, Edit, FileError, FileWarning

@@ -1,7 +1,7 @@
-"""What the package takes from the library kvrimage. For the package alone.
+"""Bindings of the library kvrimage, for internal use by the package.
 
-A word is an int without a sign, None where none is set, or the digits "0", "1" and "X" of all its bits
-where one is don't care.
+A word is an unsigned int, None if it is unset, or the digits "0", "1" and "X" of its bits if one is don't
+care.
 """
 
 from typing import Any, Optional, Union

@@ -1,6 +1,6 @@
-"""What the library kvr gives: the classic interface, whose results are kept also where they are unusual.
+"""The classic interface of the library kvr, including its unusual results.
 
-For scripts that ask what existing programs get. Everything else in this package is exact.
+For scripts that need the results that existing programs get. The rest of this package is exact.
 """
 
 from __future__ import annotations
@@ -14,7 +14,7 @@ __all__ = ["FileType", "MemoryFile", "Radix", "radix_conversion"]
 
 
 class Radix(IntEnum):
-    """How the words of a ``MemoryFile`` are written."""
+    """The radixes of the words of a ``MemoryFile``."""
 
     BIN = 0
     DEC = 1
@@ -35,8 +35,9 @@ class FileType(IntEnum):
 
 
 def radix_conversion(text: str, source: int, target: int, width: int = 0) -> tuple[bool, str]:
-    """Whether both radixes are known, and the text that the library makes. Signed decimals are ones' complement,
-    and decimal digits come out least significant first.
+    """Converts a word. Returns whether both radixes are known, and the text made by the library.
+
+    Signed decimals are ones' complement, and decimal digits are returned least significant first.
 
     >>> radix_conversion("0C", Radix.HEX, Radix.UNS, 8)
     (True, '21')

@@ -1,4 +1,4 @@
-"""What is wrong with a file, and how Python hears of it."""
+"""Diagnostics of files, and the exceptions and warnings that report them."""
 
 from __future__ import annotations
 
@@ -18,60 +18,60 @@ _with_number = {"base", "depth", "fill", "pad", "reshape", "width"}
 
 
 class Edit(NamedTuple):
-    """New bytes for a stretch of a file."""
+    """Replaces a range of bytes of a file."""
 
     offset: int
-    """Bytes before it in the file."""
+    """Offset of the first replaced byte."""
     length: int
-    """How many bytes go."""
+    """Number of bytes to replace."""
     replacement: bytes
-    """What stands there instead."""
+    """The new bytes."""
 
 
 class Diagnostic(NamedTuple):
-    """Something that is wrong with a file, or that its author hardly meant. ``str()`` is the whole text."""
+    """A fault in a file, or contents that its author probably did not intend. ``str()`` is the full text."""
 
     code: str
-    """``"too-wide"``: stays the same from version to version."""
+    """Stable across versions, for example ``"too-wide"``."""
     severity: str
-    """``"error"``, or ``"warning"`` for what is read and hardly meant so."""
+    """``"error"``, or ``"warning"`` for readable contents that are probably not intended."""
     line: int
-    """From 1; 0 for the file as a whole."""
+    """From 1; 0 for the whole file."""
     column: int
-    """Byte in the line, from 1; 0 for the file as a whole."""
+    """Byte within the line, from 1; 0 for the whole file."""
     length: int
-    """Bytes."""
+    """In bytes."""
     message: str
-    """What is wrong."""
+    """Describes the fault."""
     hint: str
     """What to write instead; may be ``""``."""
     fix: tuple[Edit, ...]
-    """The edits of a repair that is certain, in order; empty where there is none."""
+    """The edits of a certain repair, in order; empty if there is none."""
     offset: int
-    """Bytes before the place in the file."""
+    """Offset of the place in the file, in bytes."""
     kind: str
-    """``"broken"``: no file with it is read; ``"consumer"``: a program refuses the file or reads other
-    words; ``"suspect"``."""
+    """``"broken"``: the file is not readable; ``"consumer"``: a program rejects the file or reads other
+    words; ``"suspect"``: the file is readable, but probably not as intended."""
     consumer: str
-    """The name of that program, else ``""``."""
+    """The name of that program; else ``""``."""
     places: int
-    """How many places have this cause; the first one is given."""
+    """Number of places with this fault; only the first one is stated."""
     address: Optional[int]
-    """Of a word that cannot be written."""
+    """Address of a word that cannot be written."""
     repair: str
-    """What ``fix`` does, else ``""``."""
+    """Describes ``fix``; ``""`` without one."""
     text: str
-    """File, place, message and hint for people."""
+    """File, place, message and hint, formatted for users."""
 
     def __str__(self) -> str:
         return self.text
 
 
 class FileError(ValueError):
-    """A file whose meaning is wrong or in doubt, or a memory that a format cannot hold."""
+    """Raised for a file whose meaning is wrong or ambiguous, and for a memory that a format cannot represent."""
 
     diagnostics: list[Diagnostic]
-    """Why; at least one."""
+    """The reasons; at least one."""
 
     def __init__(self, diagnostics: Sequence[Diagnostic]) -> None:
         super().__init__(list(diagnostics))
@@ -84,10 +84,10 @@ class FileError(ValueError):
 
 
 class FileWarning(UserWarning):
-    """A file that is read and hardly meant so."""
+    """Warns of a file that is readable, but probably not as intended."""
 
     diagnostic: Diagnostic
-    """Why."""
+    """The reason."""
 
     def __init__(self, diagnostic: Diagnostic) -> None:
         super().__init__(diagnostic)
@@ -99,7 +99,7 @@ class FileWarning(UserWarning):
 
 @functools.lru_cache(maxsize=None)
 def _flags() -> dict[str, bool]:
-    """The options of the library's texts, and which of them have no value."""
+    """Returns the options in texts of the library, and whether each one has no value."""
     choices = [each for fields in _kvr.formats() for each in (*fields[9], *fields[10])]
     return {**{name: operand == "" for name, operand, *_ in choices},
             **dict.fromkeys(_with_name | _with_number, False)}
@@ -122,7 +122,7 @@ def _argument(found: re.Match[str]) -> str:
 
 
 def _with_arguments(text: str) -> str:
-    """The text with options of the library's texts as arguments of Python's functions.
+    """Replaces options in a text of the library by arguments of Python functions.
 
     >>> _with_arguments("add --endian little, or give --width BITS")
     'add endian="little", or give width=BITS'
@@ -131,7 +131,7 @@ def _with_arguments(text: str) -> str:
 
 
 def diagnostic_of(fields: Sequence[Any]) -> Diagnostic:
-    """The diagnostic of the fields that the library gives."""
+    """Returns the diagnostic with the fields from the library."""
     made = Diagnostic(*fields)
     message, hint = _with_arguments(made.message), _with_arguments(made.hint)
     if (message, hint) != (made.message, made.hint):
@@ -142,18 +142,18 @@ def diagnostic_of(fields: Sequence[Any]) -> Diagnostic:
 
 
 def diagnostics_of(all_fields: Sequence[Sequence[Any]]) -> list[Diagnostic]:
-    """The same of several."""
+    """Returns several diagnostics with their fields from the library."""
     return [diagnostic_of(fields) for fields in all_fields]
 
 
 def raise_broken(found: Sequence[Diagnostic]) -> None:
-    """Raises FileError with what is broken, if anything is."""
+    """Raises FileError with the broken diagnostics, if there are any."""
     broken = [each for each in found if each.kind == "broken"]
     if broken:
         raise FileError(broken)
 
 
 def warn_of(found: Sequence[Diagnostic], stacklevel: int) -> None:
-    """Warns of each; ``stacklevel`` as for a call of ``warnings.warn()`` by the caller."""
+    """Warns of each diagnostic. ``stacklevel`` is that of ``warnings.warn()`` called by the caller."""
     for each in found:
         warnings.warn(FileWarning(each), stacklevel=stacklevel + 1)

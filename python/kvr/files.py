@@ -20,20 +20,20 @@ _Choice = Union[str, int, bool, None]
 
 
 class Choice(NamedTuple):
-    """What a format leaves open to its caller."""
+    """An option of one format."""
 
     name: str
-    """As it is given to ``read()`` or ``write()``, "_" for "-" there."""
+    """The argument of ``read()`` or ``write()``, which has "_" for each "-"."""
     operand: str
-    """What its value is; ``""``: it has none, and is True or False."""
+    """The placeholder for its value; ``""``: it is True or False."""
     values: str
-    """All that are possible, separated by blanks; ``""``: any."""
+    """The possible values, separated by blanks; ``""`` for any value."""
     description: str
-    """For people."""
+    """One line for users."""
 
 
 class Format(NamedTuple):
-    """A file format that kvr knows."""
+    """A supported file format."""
 
     name: str
     """``format="mif"``"""
@@ -45,19 +45,19 @@ class Format(NamedTuple):
     can_write: bool
     can_edit: bool
     states_width: bool
-    """A file says how many bits a word has."""
+    """Files state the word width."""
     holds_unset: bool
-    """Words may be left out."""
+    """Words may be unset."""
     holds_dont_care: bool
     """Bits may be don't care."""
     read_choices: tuple[Choice, ...]
-    """What ``read()`` takes for it in addition."""
+    """Further arguments of ``read()`` for this format."""
     write_choices: tuple[Choice, ...]
-    """What ``Memory.write()`` takes for it in addition."""
+    """Further arguments of ``Memory.write()`` for this format."""
 
 
 def formats() -> list[Format]:
-    """All formats.
+    """Returns all formats.
 
     >>> all(each.can_read or each.can_write for each in formats())
     True
@@ -71,7 +71,7 @@ def formats() -> list[Format]:
 
 
 def _choices(given: Mapping[str, _Choice], is_for_writing: bool) -> list[tuple[str, str]]:
-    """The choices as the library takes them. Whether the format knows them is the library's to say."""
+    """Converts choices for the library, which checks them against the format."""
     if not given:
         return []
     known = {
@@ -90,12 +90,12 @@ def _choices(given: Mapping[str, _Choice], is_for_writing: bool) -> list[tuple[s
 
 
 def write_options(choices: Mapping[str, _Choice]) -> dict[str, Any]:
-    """The options of the library for what a caller of ``Memory.write()`` has chosen."""
+    """Converts the choices of a ``Memory.write()`` call to options of the library."""
     return {"choices": _choices(choices, is_for_writing=True)}
 
 
 def _path(path: Any) -> bytes:
-    """The path for the library, to which "-" is standard input."""
+    """Converts a path for the library, which treats "-" as standard input."""
     name = os.fsencode(path)
     return b"./-" if name == b"-" else name
 
@@ -105,12 +105,12 @@ def _shown(path: bytes) -> str:
 
 
 def _raise_for(path: bytes, error: OSError) -> None:
-    """Raises ``error`` as Python raises it for a file."""
+    """Raises ``error`` with the file name, as Python does."""
     raise type(error)(error.errno, error.strerror, os.fsdecode(path)) from None
 
 
 def _contents(source: Any) -> tuple[bytes, str]:
-    """Bytes and name of a path or a stream."""
+    """Returns the bytes and the name of a path or stream."""
     if hasattr(source, "read"):
         data = source.read()
         name = getattr(source, "name", "")
@@ -145,17 +145,17 @@ def read(
     """Reads a file of any format: a path, or a stream with ``read()``.
 
     Args:
-        format: a name of ``formats()``; without it, the file's name and contents say it.
-        width: bits of a word, where the file does not say, or instead of what it says.
-        depth: words.
-        unit: what addresses count where the format leaves it open: "word" or "byte".
-        endian: the order of the bytes of a word, "little" or "big", for a file of bytes.
-        base: the address of the file that becomes word 0, in the file's unit.
-        pad: for the missing bytes of a word.
-        choices: what else the format leaves open (``Format.read_choices``), with "_" for "-".
+        format: a name of ``formats()``; by default determined from the file's name and contents.
+        width: word width in bits; overrides the width of the file, or supplies a missing one.
+        depth: number of words.
+        unit: the unit of addresses, "word" or "byte", if the format does not define it.
+        endian: the byte order within a word, "little" or "big", for a file of bytes.
+        base: the file address that becomes word 0, in the file's unit.
+        pad: the value of missing bytes of a word.
+        choices: further options of the format (``Format.read_choices``), with "_" for "-".
 
-    Raises FileError for a file whose meaning is wrong or in doubt, OSError for one that cannot be read, and
-    warns with FileWarning of what is read and hardly meant so.
+    Raises FileError for a file whose meaning is wrong or ambiguous, and OSError for one that cannot be read.
+    Issues a FileWarning for contents that are readable, but probably not as intended.
     """
     options: dict[str, Any] = _read_options(format, width, depth, unit, endian, base, pad, choices)
     if hasattr(source, "read"):
@@ -171,7 +171,7 @@ def read(
 
 
 def parse(contents: Union[bytes, str], *, name: str = "", **options: Any) -> Memory:
-    """Reads the contents of a file. ``name`` stands for that of the file; the rest is that of ``read()``.
+    """Parses the contents of a file named ``name``. The other arguments are those of ``read()``.
 
     >>> parse("@0 1F 2E", format="readmemh", width=8)[1]
     46
@@ -234,15 +234,15 @@ def write(image: _kvr.Image, memory_format: Optional[str], target: Any, options:
 def _write_stream(image: _kvr.Image, stream: Any, options: dict[str, Any]) -> None:
     text, obstacles = _kvr.to_text(image, options)
     raise_broken(diagnostics_of(obstacles))
-    # A stream of text has an encoding.
+    # Text streams have an encoding.
     stream.write(text.decode() if hasattr(stream, "encoding") else text)
 
 
 def convert(source: Any, target: Any, *, write: Optional[Mapping[str, Any]] = None, **options: Any) -> Memory:
-    """Reads a file and writes another: paths or streams. Returns the memory.
+    """Reads a file and writes another one. Both are paths or streams. Returns the memory.
 
     Args:
-        write: arguments of ``Memory.write()``; all others are those of ``read()``.
+        write: arguments of ``Memory.write()``; the others are those of ``read()``.
     """
     memory = read(source, **options)
     memory.write(target, **(write or {}))
@@ -250,7 +250,7 @@ def convert(source: Any, target: Any, *, write: Optional[Mapping[str, Any]] = No
 
 
 def check(source: Any, *, consumers: Sequence[str] = ("kvr",), **options: Any) -> list[Diagnostic]:
-    """Everything that is wrong with a file, in its order; nothing is raised for it. The arguments are those of
+    """Returns all diagnostics of a file in file order, without raising them. The other arguments are those of
     ``read()``.
 
     Args:
@@ -262,14 +262,14 @@ def check(source: Any, *, consumers: Sequence[str] = ("kvr",), **options: Any) -
 
 
 def edit(path: Any, words: Mapping[Any, Union[WordLike, Sequence[WordLike]]], **options: Any) -> None:
-    """Changes words of a file; comments and layout stay. The file is replaced as a whole.
+    """Changes words of a file and keeps comments and layout. The file is replaced atomically.
 
     Args:
-        words: new words by address, ``{0x10: 5}``, or by a range of addresses, ``{range(0x20, 0x30): [1, 2]}``,
+        words: new words by address, ``{0x10: 5}``, or by range of addresses, ``{range(0x20, 0x30): [1, 2]}``,
             over which a sequence repeats.
-        options: those of ``read()``.
+        options: arguments of ``read()``.
 
-    Raises FileError for a broken file, and for one that cannot hold the words.
+    Raises FileError for a broken file, and for one that cannot represent the words.
     """
     made = _read_options_of(options)
     contents, made["file_name"] = _contents(path)

@@ -1,4 +1,4 @@
-"""Numbers with a binary point, and numbers in other radixes."""
+"""Fixed-point numbers and radix conversion."""
 
 from __future__ import annotations
 
@@ -23,8 +23,8 @@ def _raise_out_of_range(value: object, fixed: Fixed) -> None:
 
 
 class Fixed:
-    """Words that are two's complement numbers with ``integer_bits`` (with the sign) left of the binary point
-    and ``fraction_bits`` right of it.
+    """A fixed-point format: two's complement with ``integer_bits`` bits before the binary point, including
+    the sign, and ``fraction_bits`` bits after it.
 
     >>> q15 = Fixed(1, 15)
     >>> hex(q15.encode(-0.5))
@@ -43,17 +43,17 @@ class Fixed:
 
     @property
     def integer_bits(self) -> int:
-        """Bits left of the binary point, the sign among them."""
+        """Bits before the binary point, including the sign."""
         return self._integer_bits
 
     @property
     def fraction_bits(self) -> int:
-        """Bits right of the binary point."""
+        """Bits after the binary point."""
         return self._fraction_bits
 
     @property
     def width(self) -> int:
-        """Bits of a word."""
+        """The word width in bits."""
         return self._integer_bits + self._fraction_bits
 
     @property
@@ -77,11 +77,11 @@ class Fixed:
     def encode(
         self, value: Any, *, rounding: str = "nearest", saturate: bool = False
     ) -> Union[int, npt.NDArray[Any]]:
-        """The word of ``value``, as an int without a sign; of an array, an array of the same shape.
+        """Returns the word for ``value`` as an unsigned int; for an array, an array of the same shape.
 
-        A str is a decimal number of any length ("0.1", "2e-3") and is taken exactly, as all others are.
-        ``rounding``: "nearest" (of two as near the one farther from 0), "even", or "down". A number that is
-        out of range raises OverflowError, or with ``saturate`` becomes the largest or the smallest one.
+        A str is a decimal number of any length ("0.1", "2e-3"). All numbers are converted exactly, then
+        rounded: ``rounding`` is "nearest" (ties away from 0), "even", or "down". A number out of range raises
+        OverflowError, or with ``saturate`` becomes the largest or smallest number.
         """
         if isinstance(value, np.ndarray):
             return self._encode_array(value, rounding, saturate)
@@ -98,7 +98,7 @@ class Fixed:
             return np.array(words, dtype=kind).reshape(values.shape)
         if not np.isfinite(values).all():
             raise ValueError("a number is infinite or none")
-        # A float times a power of two is exact, unless it is so large that it is out of range anyway.
+        # Scaling a float by a power of two is exact, unless it overflows; then it is out of range anyway.
         with np.errstate(over="ignore"):
             scaled = np.ldexp(values.astype(np.float64), self._fraction_bits)
         bound = 2.0 ** (self.width - 1)
@@ -119,8 +119,9 @@ class Fixed:
     def decode(self, word: npt.NDArray[Any]) -> npt.NDArray[np.float64]: ...
 
     def decode(self, word: Any) -> Union[float, npt.NDArray[np.float64]]:
-        """The number of a word, with or without a sign, as a float; of an array, an array of floats. Words of
-        more than 53 bits are rounded. A word that does not fit raises OverflowError."""
+        """Returns the value of a signed or unsigned word as a float; for an array, an array of floats.
+
+        Words of more than 53 bits are rounded. A word that does not fit raises OverflowError."""
         if isinstance(word, np.ndarray):
             if word.dtype.kind not in "iu" or self.width > _widest_array:
                 return np.array([self.decode(int(each)) for each in word.ravel()]).reshape(word.shape)
@@ -171,10 +172,10 @@ def _rounded(numbers: npt.NDArray[np.float64], rounding: str) -> npt.NDArray[np.
 
 
 def convert_radix(text: str, source: str, target: str, *, width: int) -> str:
-    """The number ``text`` of the radix ``source`` in the radix ``target``, as a word of ``width`` bits.
+    """Converts the number ``text`` from radix ``source`` to radix ``target``, as a word of ``width`` bits.
 
-    Radixes are "bin", "oct", "dec" (two's complement), "uns" and "hex". Raises OverflowError where the number
-    needs more bits, and ValueError for what is no number.
+    Radixes are "bin", "oct", "dec" (two's complement), "uns" and "hex". Raises OverflowError if the number
+    needs more bits, and ValueError if it is invalid.
 
     >>> convert_radix("FFB", "hex", "dec", width=12)
     '-5'

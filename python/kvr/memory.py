@@ -1,4 +1,4 @@
-"""Memories, and what is made of them."""
+"""Memories and operations on them."""
 
 from __future__ import annotations
 
@@ -21,20 +21,20 @@ _widest_array = 64
 
 
 class Difference(NamedTuple):
-    """Neighbouring addresses at which two memories hold the same two words that differ."""
+    """Consecutive addresses with the same pair of different words in two memories."""
 
     first: int
     """The lowest address."""
     last: int
-    """The highest one."""
+    """The highest address."""
     left: Union[int, Word, None]
-    """The word of the one memory; None: not set, or beyond it."""
+    """The word of the first memory; None: unset or beyond its end."""
     right: Union[int, Word, None]
-    """That of the other."""
+    """The word of the other memory; None as for ``left``."""
 
 
 class Picture(str):
-    """An SVG document, which notebooks show."""
+    """An SVG document, shown by notebooks."""
 
     __slots__ = ()
 
@@ -43,10 +43,10 @@ class Picture(str):
 
 
 class Memory:
-    """Words of ``width`` bits at the addresses ``base`` to ``base + depth - 1``, each set or not.
+    """Words of ``width`` bits at the addresses ``base`` to ``base + depth - 1``, each set or unset.
 
-    A word is an ``int`` from 0 on, ``None`` where none is set, or a ``Word`` where a bit is don't care.
-    Addresses are those of the memory, whatever its base; a negative index counts from the end.
+    A word is a nonnegative ``int``, ``None`` if it is unset, or a ``Word`` if it has don't-care bits.
+    Indexes are addresses, which begin at ``base``; a negative index counts from the end.
 
     >>> m = Memory(width=8, depth=4, base=0x100)
     >>> m[0x100:0x103] = [1, 2, -1]
@@ -55,7 +55,7 @@ class Memory:
     >>> list(m.items())
     [(256, 1), (257, 2), (258, 255), (259, None)]
 
-    Memories are equal when width, base, depth and words are; they change, and so have no hash.
+    Memories are equal if width, base, depth and words are equal. They are mutable and thus not hashable.
     """
 
     __slots__ = ("_image", "_format", "_facts", "_diagnostics", "__weakref__")
@@ -67,10 +67,10 @@ class Memory:
     def __init__(self, width: int, depth: int, *, base: int = 0, fill: Optional[WordLike] = None) -> None:
         """
         Args:
-            width: bits of a word, 1 to 2**20.
-            depth: words, 1 to 2**32. Words that are not set cost nothing.
+            width: word width in bits, 1 to 2**20.
+            depth: number of words, 1 to 2**32. Unset words take no memory.
             base: the lowest address.
-            fill: the word of all addresses; None: none is set.
+            fill: the initial word of all addresses; None: all are unset.
         """
         self._become(_kvr.Image(width, depth, base))
         if fill is not None:
@@ -82,16 +82,16 @@ class Memory:
         self._facts = {}
         self._diagnostics = []
 
-    # ---- What it is ----
+    # ---- Properties ----
 
     @property
     def width(self) -> int:
-        """Bits of a word."""
+        """Word width in bits."""
         return self._image.width
 
     @property
     def depth(self) -> int:
-        """Words, set or not."""
+        """Number of words, set or unset."""
         return self._image.depth
 
     @property
@@ -106,26 +106,26 @@ class Memory:
 
     @property
     def format(self) -> Optional[str]:
-        """The name of the format of the file that it was read from; None when it was from none."""
+        """The format of the file that the memory was read from; None if there was no file."""
         return self._format
 
     @property
     def facts(self) -> dict[str, str]:
-        """What that file says beside its words, by name."""
+        """Further information in that file, by name."""
         return dict(self._facts)
 
     @property
     def diagnostics(self) -> list[Diagnostic]:
-        """What was found when that file was read, and does not keep it from being read."""
+        """The diagnostics of that file that did not prevent reading."""
         return list(self._diagnostics)
 
     @property
     def is_set(self) -> npt.NDArray[np.bool_]:
-        """A new array of shape (depth,): True where a word is set."""
+        """A new array of shape (depth,), True for set words."""
         return self._image.is_set()
 
     def count_set(self) -> int:
-        """How many words are set."""
+        """Returns the number of set words."""
         return self._image.count_set()
 
     # ---- Words ----
@@ -134,8 +134,8 @@ class Memory:
         return self._image.depth
 
     def __getitem__(self, key: Any) -> Any:
-        """The word at an address; of a slice of addresses, a memory of these alone, at the addresses that they
-        have. Slices end at the ends of the memory, and have no step.
+        """Returns the word at an address; for a slice of addresses, a memory with these words at the same
+        addresses. Slices are cut at the ends of the memory and have no step.
 
         >>> m = Memory(width=8, depth=16, fill=7)
         >>> m[4:8]
@@ -150,8 +150,8 @@ class Memory:
         return Word(word) if type(word) is str else word
 
     def __setitem__(self, key: Any, value: Any) -> None:
-        """Sets a word; of a slice of addresses, all of them to one word or each to that of a sequence, an array
-        or a memory with as many. None takes words away. An int that does not fit raises OverflowError.
+        """Sets a word. A slice of addresses is set to one word, or to the words of a sequence, array or memory
+        of the same length. None unsets words. An int that does not fit raises OverflowError.
         """
         if not isinstance(key, slice):
             self._image.set(key, to_library(value))
@@ -167,7 +167,7 @@ class Memory:
             self._set_each(addresses, value)
 
     def __delitem__(self, key: Any) -> None:
-        """Takes words away: they are not set any more. The depth stays."""
+        """Unsets words. The depth stays the same."""
         self[key] = None
 
     def _set_each(self, addresses: range, values: Any) -> None:
@@ -200,7 +200,7 @@ class Memory:
         return range(start, max(start, bound(key.stop, end)))
 
     def __iter__(self) -> Iterator[Union[int, Word, None]]:
-        """The words in order of their addresses."""
+        """Iterates over the words in address order."""
         for start in range(self.base, self.base + self.depth, _words_at_once):
             last = min(start + _words_at_once, self.base + self.depth) - 1
             for word in self._image.words(start, last):
@@ -211,13 +211,12 @@ class Memory:
             yield self[address]
 
     def items(self) -> Iterator[tuple[int, Union[int, Word, None]]]:
-        """(address, word) of all addresses, in order; see ``runs()`` for memories that are deep and hardly
-        set."""
+        """Iterates over (address, word) of all addresses in order. For deep, sparse memories see ``runs()``."""
         return zip(self.addresses, self)
 
     def runs(self) -> Iterator[tuple[int, int, Union[int, Word, None]]]:
-        """(first address, last address, word) for neighbours that are equal, in order, words that are not set
-        among them. A fill of billions of words is one run.
+        """Iterates over runs of equal words, also unset ones: (first address, last address, word), in order.
+        Billions of equal words are one run.
 
         >>> list(Memory(width=8, depth=2**32, fill=0).runs())
         [(0, 4294967295, 0)]
@@ -233,15 +232,15 @@ class Memory:
     def to_numpy(
         self, *, signed: bool = False, unset: int = 0, as_bytes: bool = False, endian: str = "little"
     ) -> _Array:
-        """The words as an array of shape (depth,).
+        """Returns the words as an array of shape (depth,).
 
-        Up to 64 bits it is of the smallest unsigned type that holds a word, uint8 to uint64, or of the signed
-        one with ``signed``, which takes words for two's complement; above, of Python ints (dtype object).
-        With ``as_bytes`` it is of bytes, shape (depth, (width + 7) // 8), in the order ``endian``.
+        Up to 64 bits the elements have the smallest unsigned type that holds a word, uint8 to uint64; with
+        ``signed`` words are two's complement and the type is signed. Wider words are Python ints (dtype
+        object). With ``as_bytes`` the array has bytes, shape (depth, (width + 7) // 8), in the order ``endian``.
 
-        ``unset`` stands for words that are not set: see ``is_set``. A word with don't-care bits raises
-        ValueError. Where the memory holds the words of a file of bytes as they are, the array is a view of
-        them that cannot be written; it stays as it is when the memory changes. All others are copies.
+        ``unset`` is the value of unset words (see ``is_set``). A word with don't-care bits raises ValueError.
+        If the memory refers to the unchanged words of a file of bytes, the array is a read-only view of them,
+        which stays the same when the memory changes. Otherwise it is a copy.
 
         >>> m = Memory(width=12, depth=3)
         >>> m[0:2] = [1, -1]
@@ -269,14 +268,14 @@ class Memory:
         return made
 
     def __array__(self, dtype: Any = None) -> _Array:
-        """For ``numpy.asarray()``: ``to_numpy()``."""
+        """Supports ``numpy.asarray()``; see ``to_numpy()``."""
         numbers = self.to_numpy()
         return numbers if dtype is None else numbers.astype(dtype)
 
     def to_bytes(self, *, endian: str = "little", fill: Optional[WordLike] = None) -> bytes:
-        """The words one after the other, in (width + 7) // 8 bytes each, in the order ``endian``.
+        """Returns the words in address order, in (width + 7) // 8 bytes each, in the byte order ``endian``.
 
-        ``fill`` stands for words that are not set; without it they raise ValueError, as don't-care bits do.
+        ``fill`` is the value of unset words; without it they raise ValueError, as don't-care bits do.
         """
         return self._image.to_bytes(endian, to_library(fill))
 
@@ -293,17 +292,17 @@ class Memory:
         endian: Optional[str] = None,
         **choices: Union[str, int, bool, None],
     ) -> None:
-        """Writes a file, whole or not at all, or to a stream with ``write()``.
+        """Writes a file atomically, or writes to a stream with ``write()``.
 
         Args:
-            format: a name of ``formats()``; without it, that of the file's extension, and of a stream without a
+            format: a name of ``formats()``; by default that of the file's extension, and for a stream without a
                 name that of the memory.
-            address_radix, data_radix: how numbers are written, where the format leaves it open.
-            runs: neighbouring equal words share a line, where the format can.
-            endian: the order of the bytes of a word, for a format of bytes.
-            choices: what else the format leaves open (``Format.write_choices``), with "_" for "-".
+            address_radix, data_radix: the radixes of numbers, if the format has a choice.
+            runs: put neighboring equal words on one line, if the format can.
+            endian: the byte order within a word, for a format of bytes.
+            choices: further options of the format (``Format.write_choices``), with "_" for "-".
 
-        Raises FileError when the format cannot hold the memory.
+        Raises FileError if the format cannot represent the memory.
         """
         from kvr import files
 
@@ -323,12 +322,12 @@ class Memory:
         name: str = "",
         other_name: str = "",
     ) -> Picture:
-        """A drawing of the words over the addresses as SVG, below 500 KB for any memory.
+        """Draws the words over the addresses as SVG, smaller than 500 KB for any memory.
 
         Args:
-            other: draw what differs from this memory: words that changed, and words that only one of both has.
-            start, stop: the addresses to draw, as of a slice; of a difference, addresses of either memory.
-            signed: words are two's complement; a difference has no values.
+            other: draw the differences from this memory: changed words, and words set in only one of the two.
+            start, stop: the addresses to draw, like a slice; for differences, addresses of either memory.
+            signed: words are two's complement; ignored for differences.
             name, other_name: the titles.
         """
         if other is not None:
@@ -355,10 +354,10 @@ class Memory:
     def _repr_html_(self) -> str:
         return f"<div><code>{self._description()}</code></div>{self.plot()}"
 
-    # ---- Memories of memories ----
+    # ---- Operations ----
 
     def copy(self) -> Memory:
-        """Another memory with the same words. It costs what the memory holds, not its depth."""
+        """Returns a copy. Takes time and memory proportional to the stored words, not to the depth."""
         return self._like(self._image.copy())
 
     __copy__ = copy
@@ -372,16 +371,16 @@ class Memory:
         return made
 
     def resize(self, depth: int) -> None:
-        """Makes the memory ``depth`` words deep; new words are not set, and surplus ones at the end go."""
+        """Sets the depth to ``depth`` words. New words are unset; surplus words at the end are dropped."""
         self._image.resize(depth)
 
     def reshape(self, width: int, *, order: str = "low-first", pad: Optional[WordLike] = None) -> Memory:
-        """The memory whose words of ``width`` bits are cut from the bits of these.
+        """Returns a memory with the same bits in words of ``width`` bits.
 
         Args:
-            order: "low-first", the first of two words that are joined becomes the low half; or "high-first".
-            pad: a word of the new width, whose bits complete words of which some bits are missing; without it
-                these raise ValueError.
+            order: "low-first" (the first of two joined words becomes the low half) or "high-first".
+            pad: a word of the new width that supplies missing bits of incomplete words; without it these raise
+                ValueError.
 
         >>> m = Memory(width=8, depth=4)
         >>> m[:] = [0x11, 0x22, 0x33, 0x44]
@@ -393,12 +392,12 @@ class Memory:
     def split(
         self, *, lanes: Optional[int] = None, banks: Optional[int] = None, blocks: Optional[int] = None
     ) -> list[Memory]:
-        """The memory as several; ``join()`` is the reverse. One of these is given:
+        """Splits the memory into several; ``join()`` is the inverse. Exactly one argument must be given.
 
         Args:
             lanes: bits of a lane; the lowest bits of all words become the first memory.
-            banks: how many memories take turns.
-            blocks: how many memories of neighbouring words.
+            banks: number of memories that get the words in turn.
+            blocks: number of memories with consecutive words.
         """
         given = [(how, n) for how, n in (("lanes", lanes), ("banks", banks), ("blocks", blocks)) if n is not None]
         if len(given) != 1:
@@ -413,12 +412,12 @@ class Memory:
         endian: str = "little",
         unset: Optional[WordLike] = None,
     ) -> int:
-        """The checksum ``name`` of ``checksums()``, where "-" may be left out.
+        """Returns the checksum ``name``, one of ``checksums()``; "-" in the name may be omitted.
 
         Args:
-            ranges: the addresses that count, one after the other; none: all.
-            endian: the order of the bytes of a word.
-            unset: stands for words that are not set, which are left out without it.
+            ranges: the addresses to include, in this order; if empty, all.
+            endian: the byte order within a word.
+            unset: the value of unset words; without it they are skipped.
 
         >>> kvr.from_bytes(b"123456789", width=8).sum("crc32") == 0xCBF43926
         True
@@ -431,8 +430,8 @@ class Memory:
         return _kvr.checksum(self._image, _checksum_name(name), pairs, endian, to_library(unset))
 
     def diff(self, other: Memory) -> list[Difference]:
-        """The differences of the words, in order of addresses. A word that is not set is not 0; words of
-        different widths are the same when their values are.
+        """Returns the different words in address order. An unset word differs from 0. Words of different widths
+        are equal if their values are.
 
         >>> a, b = Memory(8, 4, fill=0), Memory(8, 4, fill=0)
         >>> b[1:3] = 9
@@ -444,7 +443,7 @@ class Memory:
             for first, last, left, right in _kvr.differences(self._image, other._image)
         ]
 
-    # ---- As every object ----
+    # ---- Object protocol ----
 
     def __eq__(self, other: object) -> bool:
         if not isinstance(other, Memory):
@@ -464,7 +463,7 @@ class Memory:
 
 
 def memory_of(image: _kvr.Image) -> Memory:
-    """The memory of an image of the library."""
+    """Returns the memory for an image of the library."""
     made = Memory.__new__(Memory)
     made._become(image)
     return made
@@ -473,7 +472,7 @@ def memory_of(image: _kvr.Image) -> Memory:
 def read_memory(
     image: _kvr.Image, format: Optional[str], facts: dict[str, str], diagnostics: list[Diagnostic]
 ) -> Memory:
-    """The memory of a file."""
+    """Returns the memory read from a file."""
     made = memory_of(image)
     made._format, made._facts, made._diagnostics = format, facts, diagnostics
     return made
@@ -494,15 +493,14 @@ def _moved(state: Any, base: int) -> Any:
 def from_bytes(
     data: Any, width: int, *, endian: str = "little", base: int = 0, pad: Optional[int] = None
 ) -> Memory:
-    """The memory of bytes (or of another buffer of bytes, or an array): words one after the other, in
-    (width + 7) // 8 bytes each.
+    """Makes a memory of bytes, another buffer or an array: consecutive words in (width + 7) // 8 bytes each.
 
     Args:
-        endian: the order of the bytes of a word.
+        endian: the byte order within a word.
         base: the address of the first word.
-        pad: stands for each byte that the last word lacks; without it, missing bytes raise ValueError.
+        pad: the value of missing bytes of the last word; without it they raise ValueError.
 
-    Raises OverflowError where a surplus high bit is not 0.
+    Raises OverflowError if a surplus high bit is not 0.
 
     >>> from_bytes(bytes([0x13, 0x05, 0x50, 0x00]), width=32, endian="little")[0] == 0x00500513
     True
@@ -513,15 +511,15 @@ def from_bytes(
 def from_numpy(
     array: Any, width: Optional[int] = None, *, base: int = 0, is_set: Any = None, endian: str = "little"
 ) -> Memory:
-    """The memory of the words of an array of shape (depth,), or of bytes of shape (depth, bytes of a word).
+    """Makes a memory of an array of words, shape (depth,), or of bytes, shape (depth, bytes per word).
 
     Args:
-        width: bits of a word; without it those of an element (1 of bool). An element that does not fit raises
-            OverflowError; negative ones are two's complement.
+        width: word width in bits; by default the width of an element (1 for bool). An element that does not
+            fit raises OverflowError; negative elements are two's complement.
         base: the address of the first word.
-        is_set: an array of bool of shape (depth,): False where no word is set. The mask of a masked array and
-            None in an array of objects say the same.
-        endian: the order of the bytes of a word, for an array of bytes.
+        is_set: an array of bool of shape (depth,), False for unset words. Masked elements of a masked array and
+            None in an array of objects are also unset.
+        endian: the byte order within a word, for an array of bytes.
 
     >>> from_numpy(np.array([1, 2, 300]), width=12).to_numpy()
     array([  1,   2, 300], dtype=uint16)
@@ -584,8 +582,7 @@ def _from_numbers(numbers: _Array, width: int, base: int) -> Memory:
 
 
 def require_fit(numbers: _Array, width: int) -> None:
-    """Raises OverflowError for the first integer of an array of shape (n,) that words of ``width`` bits do not
-    hold."""
+    """Raises OverflowError for the first integer of an array of shape (n,) that does not fit ``width`` bits."""
     if numbers.dtype.kind == "b":
         return
     limits = np.iinfo(numbers.dtype)
@@ -611,7 +608,7 @@ def _from_objects(words: Sequence[Any], width: int, base: int) -> Memory:
 
 
 def _array_of(values: Any) -> _Array:
-    """An array of a sequence of words, which may be None and Word."""
+    """Converts a sequence of words, which may include None and Word, to an array."""
     if hasattr(values, "dtype"):
         return values  # type: ignore[no-any-return]
     made = np.empty(len(values), dtype=object)
@@ -637,22 +634,22 @@ def _as_signed(numbers: _Array, width: int) -> _Array:
     signed = numbers.view(np.dtype(f"i{bits // 8}"))
     if width == bits:
         return signed
-    signed = signed << (bits - width)  # a copy: the numbers may be a view of the memory's own
+    signed = signed << (bits - width)  # a copy: the numbers may be a view of the memory
     signed >>= bits - width
     return signed
 
 
 def join(parts: Sequence[Memory], how: str = "lanes") -> Memory:
-    """The memory that ``Memory.split()`` has made ``parts`` of: ``how`` is "lanes", "banks" or "blocks"."""
+    """Joins the parts of ``Memory.split()``. ``how`` is "lanes", "banks" or "blocks"."""
     return memory_of(_kvr.join([part._image for part in parts], how))
 
 
 def merge(*memories: Memory, overlap: str = "refuse") -> Memory:
-    """The memory that has the words of all at their addresses, from the lowest of all to the highest.
+    """Makes one memory with the words of all, from the lowest to the highest address of any.
 
     Args:
-        overlap: what becomes of addresses that several set: "refuse" (ValueError), "same" (ValueError unless the
-            words are the same), "first" or "last" (the word of that memory counts).
+        overlap: the rule for addresses set by several memories: "refuse" (ValueError), "same" (ValueError
+            unless the words are equal), "first" or "last" (that memory's word is used).
     """
     image, refused = _kvr.merge([memory._image for memory in memories], overlap)
     if image is None:
@@ -662,7 +659,7 @@ def merge(*memories: Memory, overlap: str = "refuse") -> Memory:
 
 
 def checksums() -> list[str]:
-    """The names of all checksums."""
+    """Returns the names of all checksums."""
     return _kvr.checksums()
 
 

@@ -8,9 +8,9 @@ from kvr import _kvr
 
 
 class Word:
-    """A word of which each bit is 0, 1 or don't care. Immutable; it equals words of the same bits.
+    """A word whose bits are 0, 1 or don't care. Immutable; words with the same bits are equal.
 
-    Memories give an ``int`` for words without don't-care bits, and take either.
+    Memories return an ``int`` for words without don't-care bits and accept both types.
 
     >>> Word("01XX")
     Word('01XX')
@@ -22,14 +22,14 @@ class Word:
     _bits: str
 
     def __init__(self, bits: str) -> None:
-        """The word whose bits, the most significant one first, are the digits "0", "1" and "X" of ``bits``."""
+        """Makes a word of ``bits``, the digits "0", "1" and "X" with the most significant one first."""
         self._bits = _kvr.bits_of_text(bits, "bin", len(bits))
 
     @classmethod
     def parse(cls, text: str, radix: str, width: int) -> Word:
-        """The word of ``width`` bits that ``text`` writes in ``radix`` ("bin", "oct", "dec", "uns", "hex").
+        """Parses ``text`` in ``radix`` ("bin", "oct", "dec", "uns", "hex") as a word of ``width`` bits.
 
-        Raises ValueError for what is no number, and OverflowError for one that is too large.
+        Raises ValueError for an invalid number, and OverflowError for one that is too large.
         """
         made = cls.__new__(cls)
         made._bits = _kvr.bits_of_text(text, radix, width)
@@ -37,22 +37,22 @@ class Word:
 
     @property
     def bits(self) -> str:
-        """The digits "0", "1" and "X" of all bits, the most significant one first."""
+        """The bits as digits "0", "1" and "X", the most significant one first."""
         return self._bits
 
     @property
     def width(self) -> int:
-        """Bits of the word."""
+        """The number of bits."""
         return len(self._bits)
 
     @property
     def dont_care(self) -> int:
-        """The number whose bits are 1 where those of the word are don't care."""
+        """A mask of the don't-care bits, as an int."""
         return int("".join("1" if bit == "X" else "0" for bit in self._bits), 2)
 
     @property
     def value(self) -> int:
-        """The number of the word, without a sign, with 0 for don't-care bits."""
+        """The unsigned value, with 0 for don't-care bits."""
         return int(self._bits.replace("X", "0"), 2)
 
     def __int__(self) -> int:
@@ -79,19 +79,19 @@ class Word:
 
 
 WordLike = Union[int, Word]
-"""What a memory takes as a word: an int, negative ones in two's complement, or a Word."""
+"""A word for a memory: an int (negative ones in two's complement) or a Word."""
 
 
 def from_library(word: Union[int, str, None]) -> Union[int, Word, None]:
-    """The word that the library gives."""
+    """Converts a word from the library."""
     return Word(word) if isinstance(word, str) else word
 
 
 def to_library(word: Optional[WordLike]) -> Union[int, str, None]:
-    """The word as the library takes it."""
+    """Converts a word for the library."""
     return word.bits if isinstance(word, Word) else word
 
 
 def required(word: WordLike) -> Union[int, str]:
-    """The same of a word that is set."""
+    """Converts a word for the library; it must be set."""
     return word.bits if isinstance(word, Word) else word

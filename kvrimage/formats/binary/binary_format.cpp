@@ -20,7 +20,7 @@ namespace {
 
 constexpr std::array<std::string_view, 3> binary_extensions = {"bin", "img", "rom"};
 
-/// Control characters that no text has.
+/// Returns whether @p character is a control character that text does not contain.
 bool is_no_text(char character) {
     const auto byte = static_cast<unsigned char>(character);
     constexpr unsigned char first_printable = 0x20;
@@ -30,7 +30,7 @@ bool is_no_text(char character) {
     return byte < first_printable && (byte < first_blank || byte > last_blank) && byte != escape;
 }
 
-/// True for bytes that no character of UTF-8 has.
+/// Returns whether @p character is a byte that UTF-8 never contains.
 bool is_in_no_utf8(char character) {
     const auto byte = static_cast<unsigned char>(character);
     return byte == 0xC0 || byte == 0xC1 || byte >= 0xF5;
@@ -53,7 +53,7 @@ read_result read_binary(std::string_view contents, const read_options& options) 
         if (!contents.empty()) {
             blocks.add(0, contents);
         }
-        // Lines mean nothing here: messages name the address instead.
+        // Lines have no meaning here; messages state the address instead.
         make_words_of_bytes(
             blocks, options, [](std::uint64_t) { return span(); }, list, result);
     }

@@ -4,7 +4,7 @@
 
 namespace kvrimage {
 
-/// A file that is nothing but the bytes of a memory, from word 0 on.
+/// A file with only the bytes of a memory, from word 0 on.
 extern const format binary_format;
 
 } // namespace kvrimage

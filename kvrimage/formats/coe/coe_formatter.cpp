@@ -39,7 +39,7 @@ public:
         case coe_piece::kind::end:
             layout.append(";");
             break;
-        default: // commas, which words have between them, and names, which come with their values
+        default: // commas, which separate words, and names, which belong to their values
             break;
         }
     }

@@ -7,8 +7,8 @@
 
 namespace kvrimage {
 
-/// format::lay_out() for COE: each statement begins a line, and so do its words, which are in upper case with
-/// all their digits and have a "," and a blank between them.
+/// Implements format::lay_out for COE: each statement and the words of a statement begin a line; words are in
+/// upper case with all their digits, separated by "," and a blank.
 [[nodiscard]] std::string lay_out_coe(std::string_view contents, const read_options& options,
                                       const read_result& ours);
 

@@ -92,7 +92,7 @@ void coe_parser::parse_vector(const span& name) {
             break;
         default:
             last = parse_value();
-            if (last.length == 0) { // "=", which ends a value, is one here
+            if (last.length == 0) { // "=", which ends a value, is a value here
                 last.length = 1;
                 ++next;
             }
@@ -102,7 +102,7 @@ void coe_parser::parse_vector(const span& name) {
     sink.take({coe_piece::kind::no_semicolon, last});
 }
 
-/// A line, or the rest of it, from @p begin on.
+/// Parses the line, or the rest of it, from @p begin on as stray text.
 void coe_parser::parse_stray(std::size_t begin) {
     next = begin;
     const std::string_view line = without_blanks_at_end(text.substr(begin, end_of_line() - begin));

@@ -8,7 +8,7 @@
 
 namespace kvrimage {
 
-/// A piece of a COE file; blanks and line ends between the pieces are none.
+/// A piece of a COE file. Blanks and line ends between pieces are not pieces.
 struct coe_piece {
     enum class kind : std::uint8_t {
         comment,      ///< from ";" to the end of the line
@@ -16,16 +16,16 @@ struct coe_piece {
         radix,        ///< the value of memory_initialization_radix
         vector,       ///< the name memory_initialization_vector
         word,         ///< a value of the vector
-        comma,        ///< one in the vector
+        comma,        ///< a comma in the vector
         end,          ///< the ";" after the vector
-        no_semicolon, ///< the last value of a statement that has no ";"; its name where it has no value
-        stray,        ///< a line that begins no statement
+        no_semicolon, ///< last value of a statement without ";", or its name if it has no value
+        stray,        ///< a line that does not begin a statement
         after_end     ///< the same after the vector
     } what = kind::comment;
     span where;
 };
 
-/// Takes the pieces of a file, in order.
+/// Receives the pieces of a file in order.
 class coe_sink {
 public:
     coe_sink() = default;
@@ -38,7 +38,7 @@ public:
 /// Splits COE text into its pieces. Every text can be split.
 class coe_parser {
 public:
-    /// Both are kept alive by the caller.
+    /// Both arguments are kept alive by the caller.
     coe_parser(std::string_view contents, coe_sink& target);
 
     void parse();
@@ -63,7 +63,7 @@ private:
     bool has_ended = false; ///< the vector is complete
 };
 
-/// The same for a function that takes each coe_piece.
+/// Calls @p take with each coe_piece.
 template <class Take>
 void for_each_coe_piece(std::string_view contents, Take&& take) {
     class function_sink final : public coe_sink {

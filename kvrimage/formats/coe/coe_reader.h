@@ -7,10 +7,10 @@
 
 namespace kvrimage {
 
-/// format::read() for COE. Without a width it is that of the longest word.
+/// Implements format::read for COE. A missing width is that of the longest word.
 [[nodiscard]] read_result read_coe(std::string_view contents, const read_options& options);
 
-/// The radix that @p value of memory_initialization_radix stands for; nothing when it is none.
+/// Returns the radix for a value of memory_initialization_radix; nothing if it is invalid.
 [[nodiscard]] std::optional<radix> coe_radix_of(std::string_view value) noexcept;
 
 } // namespace kvrimage

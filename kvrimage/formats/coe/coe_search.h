@@ -9,14 +9,14 @@
 
 namespace kvrimage {
 
-/// format::sniff() for COE.
+/// Implements format::sniff for COE.
 [[nodiscard]] certainty sniff_coe(std::string_view head);
 
-/// format::find_word() for COE.
+/// Implements format::find_word for COE.
 [[nodiscard]] std::optional<place> find_coe_word(std::string_view contents, const read_options& options,
                                                  std::uint64_t address);
 
-/// format::find_comments() for COE.
+/// Implements format::find_comments for COE.
 void find_coe_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
 } // namespace kvrimage

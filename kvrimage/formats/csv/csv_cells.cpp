@@ -64,7 +64,7 @@ private:
             ++*address;
         }
     }
-    /// The field of @p column; nothing at the end of the row where it has none.
+    /// Returns the field of @p column, or @p end if the row is too short.
     [[nodiscard]] span field_at(std::size_t column, const span& end) const {
         return column < fields.size() ? fields[column] : end;
     }

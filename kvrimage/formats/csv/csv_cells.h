@@ -13,21 +13,20 @@
 
 namespace kvrimage {
 
-/// A value of a CSV file, or something that is wrong with a row.
+/// A value of a CSV file, or a fault of a row.
 struct csv_cell {
     enum class kind : std::uint8_t {
-        value,       ///< its characters were not looked at
-        address,     ///< the field of the address, its number given
-        bad_address, ///< a field that is no address
-        empty,       ///< where a value should be
-        extra,       ///< the first field that is one too many; its row has no other cells
+        value,       ///< not yet checked
+        address,     ///< a valid address field
+        bad_address, ///< an invalid address field
+        empty,       ///< empty field for a value
+        extra,       ///< the first surplus field; its row has no other cells
         after_quote, ///< see csv_piece
         open_quote
     } what = kind::value;
     span where;
-    std::optional<std::uint64_t>
-        address;            ///< of a value, or that it is; nothing after an address that cannot be read
-    std::size_t number = 0; ///< of the column, from 0; for `extra` the number of fields
+    std::optional<std::uint64_t> address; ///< of a value or address cell; nothing after an unreadable address
+    std::size_t number = 0;               ///< of the column, from 0; for `extra` the number of fields
 };
 
 /// Calls @p take with the cells of @p contents, in order.

@@ -18,13 +18,14 @@ namespace kvrimage {
 
 namespace {
 
-/// A number of a table, or of an address of one: "0x1F" in its parts. A table in which another text stands in
-/// the place of a number is broken and is not laid out.
+/// The parts of a number of a table or address: "0x1F". A table with invalid numbers is broken and not laid
+/// out.
 struct csv_digits {
-    std::string_view prefix; ///< as it is written: "0x", "0b" or ""
+    std::string_view prefix; ///< as written: "0x", "0b" or ""
     csv_number number;
 
-    /// Hexadecimal and binary numbers have zeros in front; decimal ones have none.
+    /// Returns whether numbers of this radix are padded with zeros: hexadecimal and binary ones, not decimal
+    /// ones.
     [[nodiscard]] bool has_length() const {
         return number.digits_radix == radix::hex || number.digits_radix == radix::bin;
     }
@@ -38,7 +39,7 @@ csv_digits csv_digits_of(std::string_view text, const csv_value_rules& rules) {
     return found;
 }
 
-/// The most digits of the hexadecimal and of the binary numbers of a column.
+/// The maximum digits of the hexadecimal and binary numbers of a column.
 class csv_lengths {
 public:
     void see(const csv_digits& found) {
@@ -47,7 +48,7 @@ public:
             longest = std::max(longest, found.number.digits.size());
         }
     }
-    /// Digits that a number gets. Those of the longest one, since they may be what says the width of a word.
+    /// Returns the digits of the longest number, since they may determine the word width.
     [[nodiscard]] std::size_t digits_of(const csv_digits& found) const {
         if (!found.has_length()) {
             return 1;
@@ -65,7 +66,7 @@ private:
     std::size_t binary = 0;
 };
 
-/// What the columns of a table hold, and how long their numbers are.
+/// The roles of the columns of a table and the lengths of their numbers.
 class csv_columns_in_use {
 public:
     csv_columns_in_use(const csv_layout& of_file, const csv_value_rules& of_file_values)
@@ -77,7 +78,7 @@ public:
             lengths_of(column).see(*found);
         }
     }
-    /// @p field as it is written; its own text where it is no number of the memory.
+    /// Returns the laid-out text of @p field; unchanged if it is not a number of the memory.
     [[nodiscard]] std::string written(std::size_t column, std::string_view field) {
         const auto found = digits_of(column, field);
         if (!found) {
@@ -88,7 +89,7 @@ public:
     }
 
 private:
-    /// Nothing for a field of another column, and for fractions, which keep their form.
+    /// Returns nothing for fields of other columns, and for fractions, which stay unchanged.
     [[nodiscard]] std::optional<csv_digits> digits_of(std::size_t column, std::string_view field) const {
         if (column == layout.address) {
             return csv_digits_of(field, {});
@@ -109,7 +110,7 @@ private:
     csv_lengths of_values;
 };
 
-/// Calls a function with the column and the place of each field, and with the end of each row.
+/// Calls functions with the column and place of each field, and with the end of each row.
 template <class Field, class Row>
 class csv_walk final : public csv_sink {
 public:
@@ -119,7 +120,7 @@ public:
         if (piece.what == csv_piece::kind::field) {
             field(column, piece.where);
             ++column;
-        } else { // csv_piece::kind::row_end; a table with the others is broken
+        } else { // csv_piece::kind::row_end; a table with other pieces is broken
             row();
             column = 0;
         }
@@ -141,7 +142,7 @@ bool has_quotes(std::string_view contents, const span& field) {
     return field.offset != 0 && contents[field.offset - 1] == '"';
 }
 
-/// Whether @p field would mean something else without its quotation marks.
+/// Returns whether @p field has another meaning without quotation marks.
 bool needs_quotes(std::string_view field) {
     return field.empty() || field.starts_with(' ') || field.ends_with(' ') ||
            field.find_first_of("\t;,\r\n\"") != std::string_view::npos;

@@ -7,9 +7,9 @@
 
 namespace kvrimage {
 
-/// format::lay_out() for CSV: no blanks or quotation marks around fields that need none; in the columns of
-/// addresses and values upper-case digits after "0x", and numbers with a prefix of one length. The header and
-/// the other columns keep their texts.
+/// Implements format::lay_out for CSV. Removes unnecessary blanks and quotation marks around fields. In the
+/// address and value columns digits become upper case after "0x", and numbers with a prefix get equal length.
+/// The header and other columns keep their text.
 [[nodiscard]] std::string lay_out_csv(std::string_view contents, const read_options& options,
                                       const read_result& ours);
 

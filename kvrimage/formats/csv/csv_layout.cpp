@@ -22,7 +22,7 @@ constexpr std::array<std::string_view, 3> value_names = {"value", "data", "word"
 
 using csv_row = std::vector<std::string_view>;
 
-/// Keeps the fields of a row.
+/// Collects the fields of a row.
 class csv_row_sink final : public csv_sink {
 public:
     explicit csv_row_sink(std::string_view contents) : text(contents) {}
@@ -38,7 +38,7 @@ private:
     csv_row row;
 };
 
-/// The first two rows, as far as there are so many.
+/// Returns the first two rows; missing rows are empty.
 std::array<csv_row, 2> first_csv_rows(std::string_view contents) {
     std::array<csv_row, 2> rows;
     csv_row_sink sink(contents);
@@ -57,7 +57,7 @@ bool begins_with_letter(std::string_view field) {
 
 bool is_csv_header(const csv_row& row, const csv_value_rules& rules) {
     return std::ranges::any_of(row, [&rules](std::string_view field) {
-        // No fraction begins with a letter.
+        // Fractions do not begin with a letter.
         return begins_with_letter(field) &&
                (rules.fixed || scan_csv_number(field, rules).what == csv_number::kind::none);
     });
@@ -85,7 +85,7 @@ diagnostic no_column(std::string_view wanted, const csv_row& first, bool has_hea
     return diagnose::csv_column({}, wanted, columns);
 }
 
-/// The column that is called @p wanted, or has that number from 1 on.
+/// Returns the column named @p wanted, or with this number, counted from 1.
 std::optional<std::size_t> find_csv_column(std::string_view wanted, const csv_row& first, bool has_header) {
     if (const auto named =
             has_header ? column_of_name(first, std::span(&wanted, 1)) : std::optional<std::size_t>()) {
@@ -98,7 +98,7 @@ std::optional<std::size_t> find_csv_column(std::string_view wanted, const csv_ro
     return std::nullopt;
 }
 
-/// Whether the first of several columns counts words, as addresses do.
+/// Returns whether the first of several columns counts words, like addresses.
 bool counts_words(const csv_row& first, const csv_row& second) {
     if (second.empty()) {
         return false;
@@ -108,7 +108,7 @@ bool counts_words(const csv_row& first, const csv_row& second) {
     return one && next && *next == *one + (first.size() - 1);
 }
 
-/// Finds the columns by their names where nobody says them.
+/// Finds the columns by name if the options do not state them.
 class csv_columns {
 public:
     csv_columns(const std::array<csv_row, 2>& first_rows, const read_options& given, bool header)
@@ -144,7 +144,7 @@ private:
         }
         return found;
     }
-    /// Whether several columns may hold the values, or one of them addresses.
+    /// Returns whether several columns may hold the values, or one of them addresses.
     [[nodiscard]] bool is_unclear(bool address_is_said) const {
         const std::size_t others = layout.columns - (layout.address ? 1 : 0);
         if (layout.columns < 2 || others == 1) {
@@ -155,7 +155,7 @@ private:
         }
         return !address_is_said && counts_words(rows[0], rows[1]);
     }
-    /// True for a table whose columns are named by what they add to the address.
+    /// Returns whether the columns are named by their offsets from the address.
     [[nodiscard]] bool has_numbered_columns() const {
         for (std::size_t column = 0; column < layout.columns; ++column) {
             if (column != layout.address && !csv_address_of(rows[0][column])) {

@@ -11,15 +11,15 @@ namespace kvrimage {
 /// A piece of a CSV file.
 struct csv_piece {
     enum class kind : std::uint8_t {
-        field,       ///< without the blanks and the quotation marks around it
-        after_quote, ///< what follows the end of a quoted field, up to the separator
-        open_quote,  ///< the first line of a quoted field that does not end
-        row_end      ///< at the end of a row; rows without any character but blanks are none
+        field,       ///< without surrounding blanks and quotation marks
+        after_quote, ///< text after the end of a quoted field, up to the separator
+        open_quote,  ///< first line of a quoted field without an end
+        row_end      ///< end of a row; rows of blanks only are skipped
     } what = kind::field;
     span where;
 };
 
-/// Takes the pieces of a file, in order.
+/// Receives the pieces of a file in order.
 class csv_sink {
 public:
     csv_sink() = default;
@@ -29,17 +29,17 @@ public:
     virtual void take(const csv_piece& piece) = 0;
 };
 
-/// What separates the fields of @p contents: a tab, ";" or ",", the first of these that its first row has
-/// outside of quotation marks; "," where it has none.
+/// Returns the separator of @p contents: the first of tab, ";" and "," that its first row has outside of
+/// quotation marks, else ",".
 [[nodiscard]] char csv_separator(std::string_view contents) noexcept;
 
 /// Splits CSV text into its pieces. Every text can be split.
 class csv_parser {
 public:
-    /// Both are kept alive by the caller.
+    /// Both arguments are kept alive by the caller.
     csv_parser(std::string_view contents, csv_sink& target);
 
-    /// Splits the next row; false when there is none.
+    /// Parses the next row. Returns false if there is none.
     bool parse_row();
     void parse() {
         while (parse_row()) {

@@ -18,7 +18,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Finds the smallest width that all values of a file fit.
+/// Determines the smallest width for all values of a file.
 class csv_widths {
 public:
     explicit csv_widths(const csv_value_rules& value_rules) : rules(value_rules) {}
@@ -43,7 +43,7 @@ public:
             has_negative = has_negative || number.digits.front() == '-';
         }
     }
-    /// Nothing when there is no value.
+    /// Returns nothing without values.
     [[nodiscard]] std::optional<std::uint32_t> width() const {
         if (widest == 0 && widest_unsigned == 0) {
             return std::nullopt;
@@ -65,7 +65,7 @@ private:
     std::string scratch;
 };
 
-/// The places of one cause, with the first cell.
+/// The places with the same fault, and the first cell.
 struct csv_cause {
     places where;
     csv_cell first = {};
@@ -232,7 +232,7 @@ private:
     csv_cause fractions;
     csv_cause out_of_range;
     csv_cause too_wide;
-    std::uint64_t first_bits = 0; ///< that the first value that is too wide needs
+    std::uint64_t first_bits = 0; ///< needed by the first value that is too wide
     std::uint64_t most_bits = 0;
 };
 

@@ -31,7 +31,7 @@ void find_csv_pieces(std::string_view contents, const read_options& options, con
     const csv_value_rules rules = csv_rules_of(options, fault);
     const csv_layout layout = csv_layout_of(contents, options, rules, fault);
     const piece_output pieces(take, options.base.value_or(0));
-    std::optional<csv_cell> waiting; // an address that words of its row precede
+    std::optional<csv_cell> waiting; // an address preceded by words of its row
     const auto hand_out_waiting = [&] {
         if (waiting) {
             pieces.add(text_piece::kind::address, waiting->where, waiting->address);

@@ -8,14 +8,14 @@
 
 namespace kvrimage {
 
-/// format::sniff() for CSV: likely where the first row names an address and a value.
+/// Implements format::sniff for CSV: likely if the first row names an address and a value.
 [[nodiscard]] certainty sniff_csv(std::string_view head);
 
-/// format::find_word() for CSV.
+/// Implements format::find_word for CSV.
 [[nodiscard]] std::optional<place> find_csv_word(std::string_view contents, const read_options& options,
                                                  std::uint64_t address);
 
-/// format::find_pieces() for tables.
+/// Implements format::find_pieces for CSV.
 void find_csv_pieces(std::string_view contents, const read_options& options, const read_result& ours,
                      const piece_taker& take);
 

@@ -16,14 +16,14 @@ bool are_digits_of(std::string_view digits, radix digits_radix) {
     return !digits.empty() && find_bad_digit(digits, digits_radix) == std::string_view::npos;
 }
 
-/// A number in a radix that its prefix may repeat.
+/// Parses a number in a known radix, with or without its prefix.
 csv_number scan_with_prefix(std::string_view text, radix digits_radix, std::string_view prefix) {
     const std::string_view digits = text.substr(has_prefix(text, prefix) ? prefix.size() : 0);
     return {are_digits_of(digits, digits_radix) ? csv_number::kind::number : csv_number::kind::none, digits,
             digits_radix};
 }
 
-/// A whole decimal number with a sign.
+/// Parses a decimal integer with an optional sign.
 csv_number scan_signed(std::string_view text, bool may_be_negative, radix of_positive) {
     std::string word;
     const bool has_sign = text.starts_with('-') || text.starts_with('+');

@@ -11,31 +11,31 @@
 
 namespace kvrimage {
 
-/// How the values of a CSV file become words, by the choices of its caller.
+/// How to convert the values of a CSV file to words, according to the options.
 struct csv_value_rules {
-    std::optional<radix> digits;      ///< nothing: each value says it, 31, -5, 0x1F, 0b101
-    std::optional<fixed_point> fixed; ///< values are fractions
+    std::optional<radix> digits;      ///< nothing: each value shows its radix: 31, -5, 0x1F, 0b101
+    std::optional<fixed_point> fixed; ///< if set, values are fractions
     rounding how = rounding::nearest;
     bool saturate = false;
 };
 
-/// The rules of @p options; @p fault is set where a choice is none.
+/// Returns the rules of @p options. Sets @p fault if an option is invalid.
 [[nodiscard]] csv_value_rules csv_rules_of(const read_options& options, std::optional<diagnostic>& fault);
 
-/// What a value is, by its characters.
+/// The number that a text represents.
 struct csv_number {
     enum class kind : std::uint8_t {
         number,
-        fraction, ///< a decimal number with a point or an exponent where a whole one is expected
+        fraction, ///< a decimal number with a point or an exponent, if an integer is expected
         none
     } what = kind::none;
-    std::string_view digits;         ///< as make_word() takes them, with a "-" where there is one
-    radix digits_radix = radix::uns; ///< `dec` where it is negative, or all are signed
+    std::string_view digits;         ///< for make_word(), including a "-"
+    radix digits_radix = radix::uns; ///< `dec` if it is negative or if all values are signed
 };
 
 [[nodiscard]] csv_number scan_csv_number(std::string_view text, const csv_value_rules& rules);
 
-/// The address that @p text is; nothing when it is none, or needs more than 63 bits.
+/// Parses an address. Returns nothing if @p text is invalid or needs more than 63 bits.
 [[nodiscard]] std::optional<std::uint64_t> csv_address_of(std::string_view text);
 
 } // namespace kvrimage

@@ -15,7 +15,7 @@ namespace kvrimage {
 
 namespace {
 
-/// A file called .tsv has tabs.
+/// .tsv files have tabs.
 char separator_of(const write_options& options) {
     constexpr std::string_view extension = ".tsv";
     const std::string_view name = options.file_name;
@@ -43,7 +43,7 @@ std::string_view prefix_in_csv(radix of) {
     }
 }
 
-/// The address that begins a line; hexadecimal and binary ones have @p digits digits.
+/// Appends the address at the start of a line. Hexadecimal and binary addresses have @p digits digits.
 void append_csv_address(std::string& line, std::uint64_t address, radix in, std::size_t digits) {
     line += prefix_in_csv(in);
     switch (in) {
@@ -58,7 +58,7 @@ void append_csv_address(std::string& line, std::uint64_t address, radix in, std:
     }
 }
 
-/// The largest address that is written.
+/// Returns the largest address to write.
 std::uint64_t last_csv_address(const memory_image& image) {
     return image.bounds().value_or(address_range{0, 0}).last;
 }

@@ -17,12 +17,12 @@ using open_elf = std::unique_ptr<Elf, elf_closer>;
 
 open_elf open_contents(std::string_view contents) {
     static_cast<void>(elf_version(EV_CURRENT));
-    // The library only reads what is opened so, though its interface does not say it.
+    // The library only reads the memory, although its interface takes a non-const pointer.
     // NOLINTNEXTLINE(cppcoreguidelines-pro-type-const-cast)
     return open_elf(elf_memory(const_cast<char*>(contents.data()), contents.size()));
 }
 
-/// Takes what the library finds at fault.
+/// Records the damage that the library reports.
 void note_damage(elf_facts& facts, std::string_view what) {
     if (facts.damaged.empty()) {
         constexpr int latest_error = -1;
@@ -50,7 +50,7 @@ void read_segments(Elf* file, elf_facts& facts) {
     }
 }
 
-/// Where a section with this header is loaded: as far after its segment as in the file.
+/// Returns the load address of a section: it has the same distance to its segment as in the file.
 std::uint64_t physical_address_of(const GElf_Shdr& header, const std::vector<elf_part>& segments) {
     const auto found = std::ranges::find_if(segments, [&header](const elf_part& each) {
         return header.sh_offset >= each.offset && header.sh_offset - each.offset < each.size;
@@ -66,7 +66,7 @@ void read_sections(Elf* file, elf_facts& facts) {
         return;
     }
     for (Elf_Scn* section = nullptr; (section = elf_nextscn(file, section)) != nullptr;) {
-        GElf_Shdr header{}; // without a name where there is no memory for it
+        GElf_Shdr header{}; // stays unnamed if the library is out of memory
         static_cast<void>(gelf_getshdr(section, &header));
         const char* const name = elf_strptr(file, names, header.sh_name);
         if (name == nullptr) {
@@ -84,7 +84,7 @@ void read_sections(Elf* file, elf_facts& facts) {
 std::optional<elf_facts> read_elf_facts(std::string_view contents, bool with_sections) {
     const open_elf file = open_contents(contents);
     GElf_Ehdr header;
-    if (gelf_getehdr(file.get(), &header) == nullptr) { // also of no file, and one that is none of ELF
+    if (gelf_getehdr(file.get(), &header) == nullptr) { // also for a null or non-ELF file
         return std::nullopt;
     }
     elf_facts facts;

@@ -4,7 +4,7 @@
 
 namespace kvrimage {
 
-/// ELF files, which are read only.
+/// ELF files (read only).
 extern const format elf_format;
 
 } // namespace kvrimage

@@ -20,14 +20,14 @@ namespace kvrimage {
 namespace {
 
 constexpr std::uint64_t widest_span = std::uint64_t{256} << 20U;
-/// How often the bytes of a file may be loaded: neighbouring segments share some.
+/// How often the bytes of a file may be loaded: neighboring segments share some.
 constexpr std::uint64_t most_loads = 4;
 
 std::string_view title_of_order(byte_order order) {
     return order == byte_order::big ? "big endian" : "little endian";
 }
 
-/// "segment 0", "section .text"
+/// Returns "segment 0" or "section .text".
 std::string shown_part(const elf_part& part, bool is_section) {
     return (is_section ? "section " : "") + part.name;
 }
@@ -73,7 +73,7 @@ private:
         result.facts.more.push_back(
             {"class", fmt::format("{} bits, {}", facts.is_64_bits ? 64 : 32, title_of_order(facts.order))});
         result.facts.more.push_back({"start address", fmt::format("{:X}", facts.entry)});
-        if (facts.entry != 0) { // which is what stands there where there is none
+        if (facts.entry != 0) { // 0 means that there is none
             result.facts.start_address = facts.entry;
         }
     }
@@ -102,7 +102,7 @@ private:
         return parts;
     }
 
-    /// Several sections may have one name.
+    /// Several sections may have the same name.
     void choose_section(std::string_view name, const elf_facts& facts, std::vector<elf_part>& parts) {
         const std::size_t before = parts.size();
         std::ranges::copy_if(facts.sections, std::back_inserter(parts),
@@ -129,7 +129,7 @@ private:
         return names;
     }
 
-    /// True for a damaged file, which is reported.
+    /// Returns whether the file is damaged, and reports it.
     bool require_undamaged(const elf_facts& facts) {
         if (facts.damaged.empty()) {
             return false;
@@ -189,7 +189,7 @@ private:
         if (*with_order.order != facts.order) {
             list.add(diagnose::elf_order({}, title_of_order(facts.order), title_of_order(*with_order.order)));
         }
-        // Lines mean nothing here: messages name the address instead.
+        // Lines have no meaning here; messages state the address instead.
         make_words_of_bytes(
             blocks, with_order, [](std::uint64_t) { return span(); }, list, result);
     }

@@ -6,11 +6,11 @@
 
 namespace kvrimage {
 
-/// format::read for ELF: the bytes of the segments that are loaded, at the addresses where they are loaded,
-/// or of the sections that the options choose.
+/// Implements format::read for ELF: reads the loadable segments at their load addresses, or the sections
+/// chosen in the options.
 [[nodiscard]] read_result read_elf(std::string_view contents, const read_options& options);
 
-/// format::sniff for ELF.
+/// Implements format::sniff for ELF.
 [[nodiscard]] certainty sniff_elf(std::string_view head);
 
 } // namespace kvrimage

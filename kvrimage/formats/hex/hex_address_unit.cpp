@@ -18,18 +18,18 @@ namespace kvrimage {
 
 namespace {
 
-/// Follows records that can be read as words, for as long as their addresses can count bytes as well.
+/// Follows records that are readable with word addresses while their addresses can also count bytes.
 class byte_reading_trial {
 public:
-    /// @param order_of_bytes nothing: not known
+    /// @param order_of_bytes nothing: unknown
     byte_reading_trial(std::uint32_t bytes_of_word, std::uint64_t first_address,
                        std::optional<byte_order> order_of_bytes)
         : bytes_per_word(bytes_of_word),
           base(first_address),
           order(order_of_bytes) {}
 
-    /// Takes the data of a record that holds whole words.
-    /// @return false when its address counts no bytes
+    /// Adds the data of a record with whole words.
+    /// @return false if its address cannot count bytes
     bool take(std::uint64_t address, std::string_view digits) {
         if (digits.empty()) {
             return true;
@@ -48,7 +48,7 @@ public:
         return true;
     }
 
-    /// Whether all that was taken can be bytes, which then are other words. Ends the trial.
+    /// Returns whether all records can have byte addresses and give different words then. Ends the trial.
     [[nodiscard]] bool makes_other_words() {
         std::ranges::sort(taken, {}, &address_range::first);
         const auto overlap =
@@ -58,8 +58,8 @@ public:
         return overlap == taken.end() && !first_digits.empty();
     }
 
-    /// "--address-unit word (word 8 is 00500113), --address-unit byte --endian little (word 2 is 13015000) or
-    /// --address-unit byte --endian big (word 2 is 00500113)"
+    /// Returns "--address-unit word (word 8 is 00500113), --address-unit byte --endian little (word 2 is
+    /// 13015000) or --address-unit byte --endian big (word 2 is 00500113)".
     [[nodiscard]] std::string readings() const {
         std::string text =
             fmt::format("add --address-unit word (word {} is {})", word_in_words, first_digits);
@@ -75,7 +75,7 @@ public:
     }
 
 private:
-    /// Notes the first word that differs, if it is in these.
+    /// Records the first different word, if @p digits contain it.
     void note_difference(std::uint64_t first, std::string_view digits) {
         const std::size_t digits_per_word = 2 * std::size_t{bytes_per_word};
         for (std::uint64_t index = 0; !digits.empty(); ++index, digits.remove_prefix(digits_per_word)) {
@@ -97,13 +97,13 @@ private:
     std::uint32_t bytes_per_word;
     std::uint64_t base;
     std::optional<byte_order> order;
-    std::vector<address_range> taken; ///< bytes, in the order of the file
-    std::uint64_t word_in_words = 0;  ///< address of the first word that differs, where addresses count words
-    std::uint64_t word_in_bytes = 0;  ///< the same where they count bytes
-    std::string first_digits;         ///< of that word, as in the file; "": none differs
+    std::vector<address_range> taken; ///< byte ranges in file order
+    std::uint64_t word_in_words = 0;  ///< address of the first different word if addresses count words
+    std::uint64_t word_in_bytes = 0;  ///< the same if they count bytes
+    std::string first_digits;         ///< of that word, as in the file; "" if there is none
 };
 
-/// Gives the data records before the end record to @p trial; false when it takes one not.
+/// Passes the data records before the end record to @p trial. Returns false if it rejects one.
 bool takes_all_records(byte_reading_trial& trial, std::string_view contents) {
     hex_offset offset;
     for (hex_parser parser(contents); parser.next();) {

@@ -8,9 +8,10 @@
 
 namespace kvrimage {
 
-/// Says that the addresses of an Intel HEX file, which can be read where they count words, can count bytes as
-/// well, and that the words differ then: with the width of @p options every record begins and ends at a word
-/// of bytes, and none overlap. Nothing where the options say what the addresses count, or name the format.
+/// Reports an Intel HEX file whose addresses can count words or bytes, with different words: with the width
+/// of @p options each record begins and ends at a word boundary in bytes, and no records overlap. Requires a
+/// file that is readable with word addresses. Returns nothing if the options state the address unit or name
+/// the format.
 [[nodiscard]] std::optional<diagnostic> doubt_of_address_unit(std::string_view contents,
                                                               const read_options& options);
 

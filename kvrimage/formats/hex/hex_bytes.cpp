@@ -18,7 +18,7 @@ namespace {
 constexpr std::uint64_t last_hex_byte = 0xFFFFFFFF;
 constexpr record_style hex_data_style = hex_style_of_type(std::string_view("\0", 1));
 
-/// How many of the @p bytes bytes of a record at @p address come before its segment begins again.
+/// Returns how many of the @p bytes bytes of a record at @p address precede the end of its segment.
 std::uint32_t bytes_before_wrap(const hex_offset& offset, std::uint32_t address, std::uint32_t bytes) {
     const auto left = static_cast<std::uint32_t>(hex_page_size - address);
     return offset.counts_segments() ? std::min(bytes, left) : bytes;
@@ -39,10 +39,10 @@ void hex_bytes::take(const hex_offset& offset, std::uint32_t address, std::strin
 }
 
 record_run hex_bytes::add_run(const hex_offset& offset, std::string_view lines) {
-    // They end within 65536 addresses, and so with the segment at the latest.
+    // A run ends within 65536 addresses, so at the end of the segment at the latest.
     const record_run run = parse_record_run(lines, hex_data_style, blocks.next_room());
     if (run.records != 0) {
-        static_cast<void>(blocks.room_for(offset.value() + run.address, run.bytes)); // they are there
+        static_cast<void>(blocks.room_for(offset.value() + run.address, run.bytes)); // the bytes are in place
     }
     return run;
 }
@@ -56,7 +56,7 @@ void hex_bytes::add(std::uint64_t address, std::string_view digits, const span& 
         first_outside = outside.empty() ? address + count - 1 : first_outside;
         outside.add(where);
     }
-    static_cast<void>(decode_hex(digits, blocks.room_for(address, count))); // the parser has seen digits
+    static_cast<void>(decode_hex(digits, blocks.room_for(address, count))); // the digits are valid
 }
 
 void hex_bytes::mark_unreadable(std::uint64_t address, std::uint32_t bytes) {
@@ -72,7 +72,7 @@ void hex_bytes::finish(const read_options& options, diagnostic_list& diagnostics
                                                   fmt::format("{:X}", last_hex_byte)));
     }
     if (blocks.empty() && !options.depth) {
-        return; // reported by what the records are, or are not
+        return; // other diagnostics report it
     }
     make_words_of_bytes(
         blocks, options, [this](std::uint64_t address) { return find_hex_byte(contents, address); },

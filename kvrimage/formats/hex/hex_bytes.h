@@ -14,20 +14,20 @@
 
 namespace kvrimage {
 
-/// Takes the data records of a file whose addresses count bytes.
+/// Collects the data records of a file whose addresses count bytes.
 class hex_bytes {
 public:
     explicit hex_bytes(std::string_view file) : contents(file), blocks(file.size() / 2 + 1) {}
 
-    /// Takes a record without a fault.
-    /// @param bytes of the data; those that go beyond the end of a segment are at its begin
+    /// Adds a valid record.
+    /// @param bytes data bytes; those beyond the end of a segment wrap to its start
     void take(const hex_offset& offset, std::uint32_t address, std::string_view digits, const span& where);
-    /// Takes the records at the front of @p lines that are as nearly all are.
+    /// Adds the regular records at the start of @p lines.
     record_run add_run(const hex_offset& offset, std::string_view lines);
-    /// Notes that @p bytes bytes from @p address on are in doubt.
+    /// Marks @p bytes bytes from @p address on as ambiguous.
     void mark_unreadable(std::uint64_t address, std::uint32_t bytes);
 
-    /// Reports what is wrong with the addresses, and makes the words.
+    /// Reports faults of the addresses and makes the words.
     void finish(const read_options& options, diagnostic_list& diagnostics, read_result& result);
 
 private:
@@ -38,10 +38,10 @@ private:
     places wrapped, outside;
     std::uint64_t first_wrapped = 0;
     std::uint64_t first_outside = 0;
-    std::vector<address_range> in_doubt; ///< bytes
+    std::vector<address_range> in_doubt; ///< byte addresses
 };
 
-/// Where the byte at @p address is set last, in the file of a memory whose addresses count bytes.
+/// Returns the place that sets the byte at @p address last, in a file whose addresses count bytes.
 [[nodiscard]] span find_hex_byte(std::string_view contents, std::uint64_t address);
 
 } // namespace kvrimage

@@ -53,7 +53,7 @@ bool hex_cells::store_plain(std::string_view digits, std::uint64_t address, std:
     return true;
 }
 
-/// Stores words without the surplus bits in front, which must be 0.
+/// Stores words without their surplus leading bits. Returns false if one of these bits is not 0.
 bool hex_cells::store_cut(std::string_view digits, std::uint32_t first, std::uint32_t count) {
     const std::size_t surplus = cell_digits - stored_digits;
     const unsigned top_bits = (layout.width - 1) % bits_per_hex_digit + 1;
@@ -152,7 +152,7 @@ void hex_cells::report_addresses(diagnostic_list& diagnostics) const {
     }
 }
 
-/// The line that sets @p cell first.
+/// Returns the line that first sets @p cell.
 std::uint64_t hex_cells::line_that_sets(std::uint64_t cell) const {
     std::optional<std::uint64_t> offset;
     hex_offset page;

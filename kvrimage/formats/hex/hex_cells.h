@@ -17,25 +17,24 @@
 
 namespace kvrimage {
 
-/// Takes the data records of a file whose addresses count words, its cells.
+/// Collects the data records of a file whose addresses count words (its cells).
 class hex_cells {
 public:
-    /// @param options their depth is that of the file from address 0 on; messages count it from their base
+    /// @param options their depth counts from address 0 of the file; messages count it from their base
     hex_cells(std::string_view file, const hex_layout& layout, const read_options& options);
 
-    /// Takes a plain record at @p address if nothing can be wrong with it, which nearly always is so. False:
-    /// it is for take().
+    /// Fast path: adds a plain record at @p address if nothing can be wrong with it, which holds for nearly
+    /// all records. If it returns false, use take().
     bool add_plain(const kvr::hex_record& record, std::uint64_t address);
     void take(const hex_data& data);
-    /// Notes that the words of @p bytes bytes from @p address on are in doubt.
+    /// Marks the words of @p bytes bytes from @p address on as ambiguous.
     void mark_unreadable(std::uint64_t address, std::uint32_t bytes);
 
-    /// What is wrong with the words.
+    /// Reports the faults of the words.
     void report(diagnostic_list& diagnostics);
-    /// The words; once, after which nothing else can be asked. Nothing when no address is known to be in the
-    /// memory.
+    /// Returns the words, or nothing if no address is in the memory. Call once, as the last function.
     [[nodiscard]] std::optional<memory_image> finish();
-    /// Addresses of words that were not set because something is wrong with them, in order.
+    /// Returns the addresses of faulty words, which are not set, in order.
     [[nodiscard]] std::vector<address_range> unreadable() const;
 
 private:
@@ -55,17 +54,17 @@ private:
     std::uint32_t cell_bytes;
     std::size_t cell_digits;   ///< in the file
     std::size_t stored_digits; ///< in the image, at most one less
-    std::uint64_t end = 0;     ///< after the highest cell that is set
-    std::uint64_t limit;       ///< cells of the memory
+    std::uint64_t end = 0;     ///< after the highest cell set
+    std::uint64_t limit;       ///< cells in the memory
     image_words words;
     kvr::word_batch batch;
-    kvr::hex_digit_block upper; ///< takes a record with small letters
+    kvr::hex_digit_block upper; ///< converts a record with lower-case digits
     std::string word;
-    numbered_places odd_bytes; ///< by how many bytes there are
-    numbered_places too_wide;  ///< by the bits that they need
+    numbered_places odd_bytes; ///< with the number of bytes
+    numbered_places too_wide;  ///< with the bits that they need
     std::string first_too_wide;
-    numbered_places beyond_depth, outside, set_twice; ///< by their addresses
-    std::vector<address_range> in_doubt;              ///< words
+    numbered_places beyond_depth, outside, set_twice; ///< with their addresses
+    std::vector<address_range> in_doubt;              ///< word addresses
 };
 
 } // namespace kvrimage

@@ -6,7 +6,7 @@ namespace kvrimage {
 
 namespace {
 
-/// A file without a record is none of this format, and its lines are no comments.
+/// A file without records is not Intel HEX, so its lines are not comments.
 bool holds_record(std::string_view contents) {
     hex_parser lines(contents);
     bool found = false;

@@ -7,7 +7,7 @@
 
 namespace kvrimage {
 
-/// See format::find_comments.
+/// Implements format::find_comments for Intel HEX.
 void find_hex_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
 } // namespace kvrimage

@@ -21,14 +21,14 @@ namespace kvrimage {
 
 namespace {
 
-/// Why no record can hold the words of @p given, of a file that is read from @p base.
+/// Returns why no record can hold the words of @p given in a file read from @p base.
 std::optional<diagnostic> obstacle_to(const assignment& given, const hex_layout& layout, std::uint64_t base) {
     if (layout.bytes_per_cell() > most_record_bytes) {
         return diagnose::record_too_small({}, layout.width, most_record_bytes * bits_per_byte);
     }
     const std::uint64_t cells = deepest_memory - std::min(base, deepest_memory);
     const std::uint64_t words = cells / layout.cells_per_word();
-    if (words == 0) { // the last cell of word 0 is beyond the addresses of the file
+    if (words == 0) { // the last cell of word 0 exceeds the address range of the file
         const std::uint64_t last = base + layout.cells_per_word() - 1;
         return diagnose::hex_address({}, std::max(base, last), deepest_memory - 1);
     }
@@ -45,7 +45,7 @@ std::optional<diagnostic> obstacle_to(const assignment& given, const hex_layout&
     return std::nullopt;
 }
 
-/// @p given by the cells that the addresses of the file count, from its base on.
+/// Converts @p given to cell addresses of the file, including the base.
 assignment by_cells(const assignment& given, const hex_layout& layout) {
     if (!layout.counts_bytes()) {
         return given;
@@ -63,13 +63,13 @@ assignment by_cells(const assignment& given, const hex_layout& layout) {
     return result;
 }
 
-/// What one walk over the records finds.
+/// The result of one pass over the records.
 struct record_survey {
-    std::vector<setting_place> places; ///< by the offsets of their records
+    std::vector<setting_place> places; ///< with the offsets of their records
     hex_record_style style;
-    std::size_t end = 0;               ///< where new records go
-    std::uint64_t offset = 0;          ///< in force there
-    std::optional<diagnostic> wrapped; ///< a record of bytes goes on where its segment begins
+    std::size_t end = 0;               ///< offset for new records
+    std::uint64_t offset = 0;          ///< address offset in force there
+    std::optional<diagnostic> wrapped; ///< a record of bytes wraps at the end of its segment
 };
 
 address_range cells_of(const hex_data& data, const hex_layout& layout) {
@@ -102,13 +102,13 @@ record_survey survey_records(std::string_view contents, const hex_layout& layout
     return survey;
 }
 
-/// The letter case of @p digits, or that of the whole @p record when they have no letter.
+/// Returns the letter case of @p digits, or that of the whole @p record if they contain no letter.
 bool is_lower_case(std::string_view digits, std::string_view record) {
     const bool has_letter = digits.find_first_not_of("0123456789") != std::string_view::npos;
     return style_of(has_letter ? digits : record).lower_case;
 }
 
-/// Puts the words of pieces into one record.
+/// Writes the words of pieces into one record.
 class record_edit {
 public:
     record_edit(std::string_view file, const hex_layout& of, const hex_data& record)
@@ -130,7 +130,7 @@ public:
         cells_set += piece.size();
     }
     [[nodiscard]] bool changes() const { return data.is_in_doubt() || digits != before; }
-    /// True when no word that is in doubt stays.
+    /// Returns whether no ambiguous word remains.
     [[nodiscard]] bool is_certain() const {
         return !data.is_in_doubt() || cells_set * cell_digits == data.digits.size();
     }

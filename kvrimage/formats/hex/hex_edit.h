@@ -7,10 +7,10 @@
 
 namespace kvrimage {
 
-/// format::edit for Intel HEX. The digits of a word are replaced in the last record that sets it, and the
-/// checksum of that record; words that no record sets get records before the end record. A record whose
-/// digits or checksum are at fault is right afterwards if all of its words are given, and cannot be edited
-/// otherwise.
+/// Implements format::edit for Intel HEX. Replaces the digits of a word in the last record that sets it, and
+/// the checksum of that record. Words that no record sets get new records before the end record. A record
+/// with faulty digits or checksum can be edited only if all of its words are assigned; it is valid
+/// afterwards.
 [[nodiscard]] edit_result edit_hex(std::string_view contents, const read_options& options,
                                    const read_result& ours, std::span<const assignment> assignments);
 

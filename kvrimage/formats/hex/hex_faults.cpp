@@ -24,7 +24,7 @@ diagnostic describe_second_record(const hex_line& line, std::string_view content
     return found;
 }
 
-/// The digits of the record up to where the checksum should be are all there.
+/// All digits before the checksum are present.
 diagnostic describe_missing_checksum(const hex_line& line) {
     const std::string_view digits = line.record.digits;
     const std::string fields(digits.substr(0, hex_record::header));

@@ -7,8 +7,8 @@
 
 namespace kvrimage {
 
-/// The diagnostic of a record at fault, with the repair where that is certain.
-/// @param line of which `fault` is not none
+/// Describes a faulty record, with the repair if that is certain.
+/// @param line its `fault` must not be none
 [[nodiscard]] diagnostic describe_hex_fault(std::string_view contents, const hex_line& line);
 
 } // namespace kvrimage

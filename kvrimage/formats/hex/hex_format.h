@@ -5,7 +5,7 @@
 namespace kvrimage {
 
 extern const format hex_format;
-/// The same files where addresses always count bytes.
+/// Intel HEX whose addresses always count bytes.
 extern const format hexbytes_format;
 
 } // namespace kvrimage

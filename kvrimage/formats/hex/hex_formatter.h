@@ -7,7 +7,7 @@
 
 namespace kvrimage {
 
-/// format::lay_out() for Intel HEX: the digits of the records become upper case, and nothing else changes.
+/// Implements format::lay_out for Intel HEX: changes the digits of records to upper case, and nothing else.
 [[nodiscard]] std::string lay_out_hex(std::string_view contents, const read_options& options,
                                       const read_result& ours);
 

@@ -15,7 +15,7 @@ namespace kvrimage {
 
 namespace {
 
-/// The bytes of @p contents that @p fault is about.
+/// Returns the bytes of @p contents that @p fault refers to.
 span place_in_records(const kvr::read_fault& fault, std::string_view contents) {
     std::size_t begin = 0;
     for (std::uint64_t line = 1; line < fault.line; ++line) {
@@ -47,7 +47,7 @@ std::vector<diagnostic> check_hex_for_kvr(std::string_view contents, const read_
     } else {
         static_cast<void>(lines.rewind());
         static_cast<void>(
-            kvr::store_hex_records(memory, lines)); // finds no fault that the first pass has not found
+            kvr::store_hex_records(memory, lines)); // the first pass has already found every fault
         theirs.words = std::move(memory.data_words);
     }
     return compare_with_kvr(hex_format, contents, options, ours, std::move(theirs));

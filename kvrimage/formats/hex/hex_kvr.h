@@ -7,7 +7,7 @@
 
 namespace kvrimage {
 
-/// consumer::check for Intel HEX and the library kvr, which gets the width that @p ours has.
+/// Implements consumer::check for Intel HEX and the library kvr, which uses the width of @p ours.
 [[nodiscard]] std::vector<diagnostic> check_hex_for_kvr(std::string_view contents,
                                                         const read_options& options, const read_result& ours);
 

@@ -6,7 +6,7 @@ namespace kvrimage {
 
 namespace {
 
-/// The bytes of a word by all records; 0 when they do not say.
+/// Returns the bytes per word according to all records; 0 if they do not show it.
 std::uint32_t bytes_by_records(std::string_view contents) {
     width_finder finder;
     hex_offset offset;

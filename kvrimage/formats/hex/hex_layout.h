@@ -14,17 +14,17 @@ namespace kvrimage {
 inline constexpr std::uint32_t hex_page_shift = 16; ///< the address field counts within a page
 inline constexpr std::uint64_t hex_page_size = std::uint64_t{1} << hex_page_shift;
 
-/// How the records of @p type, a byte, look.
+/// Returns the record style of @p type, a byte in hex digits.
 [[nodiscard]] constexpr record_style hex_style_of_type(std::string_view type) {
     return {.mark = ":", .address_bytes = 2, .type = type, .counted = 0, .sum = 0};
 }
 
-/// How words are in the records of an Intel HEX file. Each word takes whole bytes. What an address counts is
-/// a cell: a word, or a byte of one.
+/// The layout of words in the records of an Intel HEX file. Each word has whole bytes. A cell is the unit of
+/// the addresses: a word, or one byte of it.
 struct hex_layout {
-    std::uint32_t width = 0; ///< bits a word; 0: not known
+    std::uint32_t width = 0; ///< in bits; 0: unknown
     address_unit unit = address_unit::word;
-    byte_order order = byte_order::big; ///< of the bytes of a word; big where addresses count words
+    byte_order order = byte_order::big; ///< byte order within a word; big if addresses count words
 
     [[nodiscard]] std::uint32_t bytes_per_word() const noexcept {
         return (width + bits_per_byte - 1) / bits_per_byte;
@@ -38,21 +38,20 @@ struct hex_layout {
     }
 };
 
-/// Finds how many bytes an address counts, where one record goes on at the address at which the one before it
-/// ends.
+/// Determines how many bytes an address counts, from records that continue at the end of the previous one.
 class width_finder {
 public:
-    /// Takes a data record of @p bytes bytes at @p address.
+    /// Adds a data record of @p bytes bytes at @p address.
     void take(std::uint64_t address, std::uint32_t bytes) {
         const std::uint64_t step = address - previous_address;
-        // Nearly all records are like the one before.
+        // Fast path: nearly all records resemble the previous one.
         if ((step != known_step || previous_bytes != known_bytes) && address > previous_address) {
             see(step);
         }
         previous_address = address;
         previous_bytes = bytes;
     }
-    /// Bytes an address; 0 when the records do not say, or contradict each other.
+    /// Returns the bytes per address; 0 if the records do not show it or contradict each other.
     [[nodiscard]] std::uint32_t bytes() const { return found && consistent ? found_bytes : 0; }
 
 private:
@@ -71,21 +70,21 @@ private:
 
     std::uint64_t previous_address = ~std::uint64_t{0};
     std::uint32_t previous_bytes = 0;
-    std::uint64_t known_step = 0; ///< what was seen last
+    std::uint64_t known_step = 0; ///< of the last record examined
     std::uint32_t known_bytes = 0;
     std::uint32_t found_bytes = 0;
     bool found = false;
     bool consistent = true;
 };
 
-/// The digits of the bytes of a word, two each, most significant first, as @p order puts them in a file, and
-/// the reverse.
+/// Converts the digits of a word, two per byte, between most significant byte first and the byte order
+/// @p order of a file. The conversion is its own inverse.
 [[nodiscard]] std::string in_byte_order(std::string_view digits, byte_order order);
 
-/// The layout with which read() has read a file as @p ours, which has an image.
+/// Returns the layout that read() used for @p ours, which must have an image.
 [[nodiscard]] hex_layout layout_of(const read_result& ours);
-/// That with which read() takes @p contents, a file without broken diagnostics whose addresses count words; a
-/// width of 0 where it does not.
+/// Returns the layout that read() uses for @p contents, a file without broken diagnostics. The width is 0 if
+/// read() cannot determine it.
 [[nodiscard]] hex_layout layout_of_words(std::string_view contents, const read_options& options);
 
 } // namespace kvrimage

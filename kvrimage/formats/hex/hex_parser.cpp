@@ -19,7 +19,7 @@ bool is_hex_blank(char character) {
     return hex_blanks.find(character) != none;
 }
 
-/// @p text without blanks: itself, or a view of @p buffer.
+/// Returns @p text without blanks: @p text itself or a view of @p buffer.
 std::string_view digits_of(std::string_view text, std::string& buffer) {
     if (text.find_first_of(hex_blanks) == none) {
         return text;
@@ -33,7 +33,7 @@ bool are_all_hex(std::string_view digits) {
     return digits.find_first_not_of(hex_digits) == none;
 }
 
-/// True when @p digits have the length that they say, and their checksum is right.
+/// Returns whether @p digits have the stated length and a valid checksum.
 bool is_complete_record(std::string_view digits) {
     return digits.size() >= hex_record::shortest && are_all_hex(digits) &&
            digits.size() == hex_record::shortest + std::size_t{2} * hex_value(digits.substr(0, 2)) &&

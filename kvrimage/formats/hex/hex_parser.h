@@ -10,41 +10,41 @@
 
 namespace kvrimage {
 
-/// The characters that mean nothing in a record, wherever they are.
+/// Characters that are ignored anywhere in a record.
 inline constexpr std::string_view hex_blanks = " \t\r\n";
 
 enum class hex_record_type : std::uint8_t {
     data,
     end,
-    segment_address, ///< the addresses that follow count from 16 times its value
+    segment_address, ///< following addresses count from 16 times its value
     start_segment_address,
-    linear_address, ///< the addresses that follow count from 65536 times its value
+    linear_address, ///< following addresses count from 65536 times its value
     start_linear_address,
     unknown,
 };
 
-/// True for an extended address record.
+/// Returns whether @p type is an extended address record.
 [[nodiscard]] constexpr bool sets_offset(hex_record_type type) {
     return type == hex_record_type::segment_address || type == hex_record_type::linear_address;
 }
 
-/// What is wrong with a record.
+/// The faults of a record.
 enum class hex_fault : std::uint8_t {
     none,
     bad_digit,
     second_record,  ///< another record begins in the line of a complete one
-    too_short,      ///< the length, address and type have 8 digits
-    no_checksum,    ///< of a record without data, the checksum or a digit of it is missing
-    length,         ///< the data is not as long as the record length
-    checksum,       ///< the bytes do not add up to 0 modulo 256
-    type,           ///< none of 00 to 05
-    address_length, ///< an extended address of other than 2 bytes
+    too_short,      ///< fewer than 8 digits for length, address and type
+    no_checksum,    ///< the checksum or one of its digits is missing, in a record without data
+    length,         ///< the data does not have the record length
+    checksum,       ///< the bytes do not sum to 0 modulo 256
+    type,           ///< not 00 to 05
+    address_length, ///< the data of an extended address is not 2 bytes
 };
 
-/// A record, from its colon on. The fields after the first digit at fault have no meaning.
+/// A record from its colon on. Fields after the first faulty digit are undefined.
 struct hex_record {
-    span where;                   ///< colon to last digit, with the blanks between
-    std::string_view digits;      ///< after the colon, without blanks; valid until the parser goes on
+    span where;                   ///< colon to last digit, including blanks between them
+    std::string_view digits;      ///< after the colon, without blanks; valid until the parser advances
     std::uint32_t data_bytes = 0; ///< the record length
     std::uint32_t address = 0;    ///< the address field
     hex_record_type type = hex_record_type::unknown;
@@ -54,8 +54,8 @@ struct hex_record {
 
     [[nodiscard]] std::string_view data() const { return digits.substr(header, digits.size() - shortest); }
     [[nodiscard]] bool has_blanks() const noexcept { return where.length != digits.size() + 1; }
-    /// Where @p count digits (at least one) from number @p first on are in @p contents, with the blanks
-    /// between.
+    /// Returns the place in @p contents of @p count digits (at least one) from index @p first on, including
+    /// blanks between them.
     [[nodiscard]] span span_of(std::string_view contents, std::size_t first, std::size_t count) const;
 };
 
@@ -63,36 +63,36 @@ struct hex_record {
 struct hex_line {
     enum class kind : std::uint8_t {
         blank,
-        text,   ///< no record: the place is `content`
-        record, ///< `fault` says whether it is right
+        text,   ///< not a record; `content` is the place
+        record, ///< valid or not, see `fault`
     };
     span whole;   ///< without LF
-    span content; ///< from the first to the last character that is no blank
+    span content; ///< without leading and trailing blanks
     kind what = kind::blank;
     hex_record record;
     hex_fault fault = hex_fault::none;
     span fault_place;
-    /// What comes before the colon; empty where the colon comes first.
+    /// The text before the colon; may be empty.
     span before;
-    /// A text that is a record but for the colon.
+    /// The text is a record without its colon.
     bool lacks_colon = false;
-    /// A text that begins as comments do, and ends with a record.
+    /// The text begins like a comment and ends with a record.
     bool hides_record = false;
 };
 
-/// Goes over the lines of an Intel HEX file, each of which it hands out with the place of every part. It
-/// reports what a line is and decides nothing: a line after the end record is parsed like any other.
+/// Iterates over the lines of an Intel HEX file and gives the place of each part. It does not interpret them:
+/// lines after the end record are parsed like any other.
 class hex_parser {
 public:
     /// @param of kept alive by the caller
-    /// @param offset where a line begins
+    /// @param offset start of a line
     explicit hex_parser(std::string_view of, std::size_t offset = 0) : contents(of), lines(of, offset) {}
 
-    /// Goes to the next line; false at the end.
+    /// Advances to the next line. Returns false at the end.
     bool next();
     [[nodiscard]] const hex_line& line() const noexcept { return current; }
 
-    /// The lines to come.
+    /// Returns the remaining lines.
     [[nodiscard]] line_walk& to_come() noexcept { return lines; }
 
 private:
@@ -106,12 +106,13 @@ private:
     std::string_view contents;
     line_walk lines;
     hex_line current;
-    std::string buffer; ///< holds the digits of a record with blanks
+    std::string buffer; ///< the digits of a record that contains blanks
 };
 
-/// The sum of the bytes that an even number of hexadecimal digits spell.
+/// Returns the sum of the bytes given by an even number of hexadecimal digits.
 [[nodiscard]] std::uint32_t sum_of_hex_bytes(std::string_view digits) noexcept;
-/// The two digits that make the bytes of a record add up to 0 modulo 256, of which @p fields are all others.
+/// Returns the two checksum digits for @p fields, all other digits of a record: its bytes then sum to 0
+/// modulo 256.
 [[nodiscard]] std::string hex_checksum(std::string_view fields);
 
 } // namespace kvrimage

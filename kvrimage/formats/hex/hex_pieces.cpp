@@ -13,7 +13,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Digits of a record by their first and their number, from the colon on.
+/// Digits of a record, counted from the colon on.
 struct hex_field {
     std::size_t first;
     std::size_t count;
@@ -98,7 +98,7 @@ private:
     piece_output plain;
     byte_pieces bytes;
     hex_offset offset;
-    bool has_record = false; ///< text before the first one may be anything
+    bool has_record = false; ///< the text before the first record may be anything
 };
 
 } // namespace
@@ -106,7 +106,7 @@ private:
 void find_hex_pieces(std::string_view contents, const read_options& options, const read_result& ours,
                      const piece_taker& take) {
     if (!ours.image) {
-        return; // what its addresses count, or how wide its words are, is not known
+        return; // the address unit or the word width is unknown
     }
     hex_piece_finder finder(contents, layout_of(ours), options.base.value_or(0), take);
     for (hex_parser parser(contents); parser.next();) {

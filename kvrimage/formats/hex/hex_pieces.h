@@ -6,7 +6,7 @@
 
 namespace kvrimage {
 
-/// format::find_pieces() for Intel HEX of words and of bytes.
+/// Implements format::find_pieces for Intel HEX with word or byte addresses.
 void find_hex_pieces(std::string_view contents, const read_options& options, const read_result& ours,
                      const piece_taker& take);
 

@@ -31,8 +31,8 @@ namespace {
 constexpr std::size_t longest_line_of_kvr = 599;
 constexpr std::size_t segment_digits = 4;
 
-/// What the first records say of the bytes that an address counts; 0 when none of them does. Whether the
-/// others agree is found when they are read.
+/// Returns the bytes per address according to the first records; 0 if they do not show it. Contradicting
+/// records are found during reading.
 std::uint32_t bytes_by_first_records(std::string_view contents) {
     width_finder finder;
     hex_offset offset;
@@ -51,7 +51,7 @@ std::uint32_t bytes_by_first_records(std::string_view contents) {
     return finder.bytes();
 }
 
-/// Why a width other than that of the records, or the lack of one, is no reading.
+/// Determines why the file cannot be read with the given width, or without one.
 class layout_check {
 public:
     layout_check(const read_options& given, const hex_layout& used) : options(given), layout(used) {}
@@ -62,7 +62,8 @@ public:
             first_digits = digits;
         }
     }
-    /// False where no width was given, and the records contradict each other, or the first ones say nothing.
+    /// Returns false if no width was given and the records contradict each other or the first ones do not
+    /// show it.
     [[nodiscard]] bool knows_width() const {
         return options.width || layout.counts_bytes() || finder.bytes() != 0;
     }
@@ -92,7 +93,7 @@ private:
         contradiction.hint = other + "or --address-unit word if words are left out";
         diagnostics.add(std::move(contradiction));
     }
-    /// "little (first word 00500113) or big (13015000)"
+    /// Returns "little (first word 00500113) or big (13015000)".
     [[nodiscard]] std::string orders() const {
         const std::string word(first_digits.substr(0, 2 * std::size_t{layout.bytes_per_word()}));
         return fmt::format("little (first word {}) or big ({})", in_byte_order(word, byte_order::little),
@@ -168,7 +169,7 @@ private:
         });
     }
 
-    /// Takes neighbouring records of bytes, if there are some.
+    /// Reads a run of neighboring byte records, if there is one.
     bool read_record_run() {
         line_walk& lines = parser.to_come();
         const record_run run = bytes->add_run(offset, lines.rest());
@@ -294,7 +295,7 @@ private:
         }
         starts.push_back({"start address", std::move(value)});
     }
-    /// The byte address that the digits of a start record mean; nothing where some are missing.
+    /// Returns the byte address given by the digits of a start record; nothing if digits are missing.
     static std::optional<std::uint64_t> start_of(std::string_view digits, bool is_segment) {
         if (digits.size() != 2 * segment_digits) {
             return std::nullopt;
@@ -321,7 +322,7 @@ private:
         }
     }
 
-    /// True for a record after a segment address that does not end within 65536 addresses.
+    /// Returns whether a record after a segment address extends beyond 65536 addresses.
     [[nodiscard]] bool wraps(std::uint32_t address, std::uint32_t count) const {
         return offset.counts_segments() &&
                address + count / std::max(1U, layout.bytes_per_word()) > hex_page_size;
@@ -370,7 +371,7 @@ private:
         has_faulty_end = is_last;
     }
 
-    /// The diagnostics that are one for all lines.
+    /// Reports the diagnostics that cover several lines.
     void report_lines() {
         if (!text.empty()) {
             list.add(diagnose::not_a_record(text));
@@ -429,7 +430,7 @@ private:
         } else if (cells) {
             made.image = cells->finish();
             if (!made.image && options.width && options.keep_going) {
-                made.image.emplace(*options.width, 1); // what is edited needs no word before
+                made.image.emplace(*options.width, 1); // an edit needs no existing word
             }
             made.unreadable = cells->unreadable();
         }
@@ -451,15 +452,15 @@ private:
     layout_check check;
     hex_parser parser;
     hex_offset offset;
-    std::optional<hex_bytes> bytes; ///< where the addresses count these
-    std::optional<hex_cells> cells; ///< where they count words, whose width is known
+    std::optional<hex_bytes> bytes; ///< if addresses count bytes
+    std::optional<hex_cells> cells; ///< if addresses count words of known width
     std::vector<named_fact> starts;
-    std::optional<std::uint64_t> start; ///< of the last of them
+    std::optional<std::uint64_t> start; ///< from the last start record
     places text, commented, text_after_end, records_after_end;
-    std::optional<span> end_line; ///< once the end record has come
-    std::optional<diagnostic>
-        pending_end;                ///< of an end record at fault, until it is known whether a record follows
-    std::uint64_t last_content = 0; ///< where the last line that holds something ends
+    std::optional<span> end_line; ///< set after the end record
+    /// Reports a faulty end record. Kept until it is known whether a record follows.
+    std::optional<diagnostic> pending_end;
+    std::uint64_t last_content = 0; ///< end of the last nonempty line
     bool has_record = false;
     bool has_data = false;
     bool has_faulty_record = false;
@@ -477,7 +478,7 @@ read_result read_word_records(std::string_view contents, const read_options& opt
     return read_records(contents, options, hex_format);
 }
 
-/// format::find_word where addresses count words.
+/// Implements format::find_word for word addresses.
 std::optional<place> find_record_of_word(std::string_view contents, const read_options& options,
                                          std::uint64_t address) {
     const hex_layout layout = layout_of_words(contents, options);
@@ -518,7 +519,7 @@ read_result read_hex(std::string_view contents, const read_options& options) {
     if (can_be_read(result)) {
         if (auto doubt = doubt_of_address_unit(contents, options)) {
             result.diagnostics.push_back(*std::move(doubt));
-            result.image.reset(); // there is no word that is not in doubt
+            result.image.reset(); // all words are ambiguous
         }
     }
     return result;

@@ -8,12 +8,11 @@
 
 namespace kvrimage {
 
-/// format::read for Intel HEX. Each word takes a whole number of bytes, and a record holds whole words.
-/// Addresses count words unless the caller says that they count bytes; without a width it is taken from the
-/// records.
+/// Implements format::read for Intel HEX. Each word has whole bytes, and a record has whole words. Addresses
+/// count words unless the options state bytes. A missing width is determined from the records.
 [[nodiscard]] read_result read_hex(std::string_view contents, const read_options& options);
 
-/// format::find_word for Intel HEX.
+/// Implements format::find_word for Intel HEX.
 [[nodiscard]] std::optional<place> find_hex_word(std::string_view contents, const read_options& options,
                                                  std::uint64_t address);
 
@@ -22,7 +21,7 @@ namespace kvrimage {
 [[nodiscard]] std::optional<place> find_hexbytes_word(std::string_view contents, const read_options& options,
                                                       std::uint64_t address);
 
-/// format::sniff for Intel HEX.
+/// Implements format::sniff for Intel HEX.
 [[nodiscard]] certainty sniff_hex(std::string_view head);
 
 } // namespace kvrimage

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::uint32_t usual_data_bytes = 16;
 
-/// As many cells as the largest record has, but whole words.
+/// Returns the cells of the largest record, rounded down to whole words, at least one word.
 std::uint64_t cells_of_record(const hex_layout& layout, std::uint32_t largest_record) {
     const std::uint32_t bytes = largest_record != 0 ? largest_record : usual_data_bytes;
     return std::max(1U, bytes / layout.bytes_per_word()) * std::uint64_t{layout.cells_per_word()};

@@ -9,17 +9,17 @@
 
 namespace kvrimage {
 
-/// What the records of a file look like.
+/// The style of the records of a file.
 struct hex_record_style {
-    std::uint32_t largest_record = 0; ///< bytes of data; 0: there is none
+    std::uint32_t largest_record = 0; ///< data bytes; 0: no record
     bool lower_case = false;
     std::string_view line_end = "\n";
 };
 
-/// Makes data records, and the extended linear address records that they need.
+/// Makes data records and the required extended linear address records.
 class hex_record_maker {
 public:
-    /// @param offset in force where the records go
+    /// @param offset the offset in force where the records are inserted
     hex_record_maker(const hex_layout& of, const hex_record_style& like, std::uint64_t offset);
 
     /// Adds records for the cells of @p piece.

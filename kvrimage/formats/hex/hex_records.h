@@ -9,8 +9,8 @@
 
 namespace kvrimage {
 
-/// The word or byte address to which the addresses of records are relative. Each extended address record
-/// replaces what the one before it has set, also one of the other type.
+/// The offset that is added to the addresses of records, in words or bytes. Each extended address record
+/// replaces the previous offset, also one of the other type.
 class hex_offset {
 public:
     void take(hex_record_type type, std::string_view data) {
@@ -27,9 +27,9 @@ private:
     bool is_segment = false;
 };
 
-/// Takes plain data records, of a line of their own without blanks or faults, at the front of what @p parser
-/// has to come, and gives each to @p take (digits of the data, address field, bytes, line), which answers
-/// false for one that is for the parser. What it takes is what the parser would hand out.
+/// Passes the plain data records at the start of the remaining lines of @p parser to @p take (data digits,
+/// address field, bytes, line). A plain record has a line of its own and neither blanks nor faults. If
+/// @p take returns false, the parser gets that record. The parser would give the same records.
 template <class Take>
 void for_each_plain_record(hex_parser& parser, Take&& take) {
     const std::string_view lines = parser.to_come().rest();
@@ -48,19 +48,19 @@ void for_each_plain_record(hex_parser& parser, Take&& take) {
     parser.to_come().skip(done);
 }
 
-/// A data record of a file, by its absolute address.
+/// A data record with its absolute address.
 struct hex_data {
     std::uint64_t address; ///< of the first cell
     std::uint32_t bytes;
     std::string_view digits; ///< of the data
-    const hex_line* line;    ///< null: a plain one, whose digits are in place
+    const hex_line* line;    ///< null for a plain record, whose digits lie in the contents
     span where;
 
-    /// True when something is wrong with its digits, but not with their number.
+    /// Returns whether its digits are faulty, although their number is right.
     [[nodiscard]] bool is_in_doubt() const noexcept {
         return line != nullptr && line->fault != hex_fault::none;
     }
-    /// Where @p count digits of the data from number @p first on are.
+    /// Returns the place of @p count data digits from index @p first on.
     [[nodiscard]] span span_of(std::string_view contents, std::size_t first, std::size_t count) const {
         const std::size_t index = hex_record::header + first;
         return line != nullptr ? line->record.span_of(contents, index, count)
@@ -68,17 +68,16 @@ struct hex_data {
     }
 };
 
-/// True for a data record that sets known addresses, though its digits or checksum are at fault.
+/// Returns whether the line is a data record with known addresses, even if its digits or checksum are faulty.
 [[nodiscard]] inline bool has_known_addresses(const hex_line& line) {
     const hex_record& record = line.record;
     return (line.fault == hex_fault::checksum || line.fault == hex_fault::bad_digit) &&
            record.digits.size() == hex_record::shortest + std::size_t{2} * record.data_bytes;
 }
 
-/// Calls @p take with each data record before the end record, those among them whose digits are in doubt, and
-/// leaves out what else is at fault. Returns the parser where the end record was found; its line is that
-/// record, or the last line.
-/// @param offset starts at 0, and is the one in force at the end
+/// Calls @p take with each data record before the end record, including those with ambiguous digits. Other
+/// faulty records are skipped. Returns the parser at the end record, or at the last line if there is none.
+/// @param offset must be 0 at first; holds the last offset afterwards
 template <class Take>
 hex_parser for_each_data_record(std::string_view contents, hex_offset& offset, Take&& take) {
     hex_parser parser(contents);

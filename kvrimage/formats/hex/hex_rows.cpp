@@ -38,7 +38,7 @@ void hex_rows::add(std::string_view text) {
 void hex_rows::flush() {
     char* const end = buffer.room(0);
     output.write({begin, static_cast<std::size_t>(end - begin)});
-    // The buffer begins again when it is full.
+    // The buffer restarts when it is full.
     buffer.used(kvr::output_file::block_size - static_cast<std::size_t>(end - begin));
     begin = buffer.room(1);
 }

@@ -33,8 +33,8 @@ public:
           bytes(bytes_of_word(image)),
           rows(bytes, to) {}
 
-    /// Writes the first words of @p row, of which the first is @p offset words from the lowest one; how many
-    /// is the result.
+    /// Writes the first words of @p row, which begins @p offset words above the lowest address. Returns the
+    /// number of words written.
     std::uint32_t write(const kvr::word_row& row, std::uint64_t offset) {
         const std::uint64_t address = base + offset;
         begin_page_of(address);
@@ -75,7 +75,7 @@ private:
     std::string record;
 };
 
-/// Characters of the records of words and pages.
+/// Counts the characters of word and page records.
 class hex_size {
 public:
     explicit hex_size(const memory_image& image)
@@ -94,7 +94,7 @@ public:
 private:
     std::uint64_t base;
     std::uint64_t record;
-    std::uint64_t size = record_frame; ///< the end record
+    std::uint64_t size = record_frame; ///< begins with the end record
     std::uint64_t page = 0;
 };
 

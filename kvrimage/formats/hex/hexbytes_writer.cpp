@@ -47,7 +47,7 @@ private:
     static constexpr char linear_address = 4;
     static constexpr char start_linear_address = 5;
 
-    /// Adds a record of @p type whose data are the lowest @p count bytes of @p number, 4 at most.
+    /// Adds a record of @p type with the lowest @p count bytes of @p number, at most 4.
     void add_number(char type, std::uint64_t number, std::size_t count) {
         std::array<char, 4> bytes{};
         for (std::size_t index = count; index-- > 0; number >>= bits_per_byte) {

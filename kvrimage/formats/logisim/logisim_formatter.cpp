@@ -12,7 +12,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Digits of the largest address that has a word, or is stated.
+/// Returns the digits of the largest address of a word or in the file.
 std::size_t address_digits_of_logisim(std::string_view contents) {
     std::uint64_t largest = 0;
     for_each_logisim_piece(contents, [&largest](const logisim_piece& piece) {
@@ -25,7 +25,7 @@ std::size_t address_digits_of_logisim(std::string_view contents) {
     return fmt::formatted_size("{:x}", largest);
 }
 
-/// A word, or a run of one.
+/// Returns the text of a word, or of a run of a word.
 std::string logisim_word(const logisim_piece& piece, std::string_view contents, std::size_t digits) {
     const std::string word = canonical_number(piece.digits.in(contents), digits);
     return piece.digits.length == piece.where.length ? word : fmt::format("{}*{}", piece.count, word);

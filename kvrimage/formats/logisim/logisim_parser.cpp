@@ -20,8 +20,8 @@ constexpr std::array<bool, 256> ends_logisim_token = [] {
     return ends;
 }();
 
-/// The value of @p digits in @p base; the largest one where it needs more than 64 bits, nothing where one is
-/// no digit, or there is none.
+/// Returns the value of @p digits in @p base, or 2^64 - 1 if it needs more than 64 bits; nothing if they are
+/// empty or invalid.
 std::optional<std::uint64_t> logisim_number(std::string_view digits, unsigned base) noexcept {
     constexpr std::uint64_t largest = ~std::uint64_t{0};
     std::uint64_t value = 0;
@@ -85,7 +85,7 @@ void logisim_parser::parse_address() {
     sink.take(piece);
 }
 
-/// A word or a run.
+/// Parses a word or a run.
 void logisim_parser::parse_token() {
     logisim_piece piece{logisim_piece::kind::word, {next, end_of_token() - next}};
     piece.digits = piece.where;
@@ -102,7 +102,7 @@ void logisim_parser::parse_token() {
     sink.take(piece);
 }
 
-/// False when what is around the "*" at @p star is no count and a word.
+/// Returns false unless a count precedes the "*" at @p star and a word follows it.
 bool logisim_parser::parse_count(logisim_piece& piece, std::size_t star) const {
     const auto count = logisim_number(piece.where.in(text).substr(0, star), 10);
     piece.digits = {piece.where.offset + star + 1, piece.where.length - star - 1};

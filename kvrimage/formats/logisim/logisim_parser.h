@@ -10,29 +10,29 @@
 
 namespace kvrimage {
 
-/// A piece of a Logisim file; blanks and line ends between the pieces are none.
+/// A piece of a Logisim file. Blanks and line ends between pieces are not pieces.
 struct logisim_piece {
     enum class kind : std::uint8_t {
         header,      ///< the first line
         comment,     ///< from "#" to the end of the line
         address,     ///< of a row, without its ":"
-        word,        ///< or a byte; the digits were not looked at
-        bad_run,     ///< a word with a "*" that is no run
-        bad_address, ///< what stands where an address should be
+        word,        ///< or a byte; its digits are not checked
+        bad_run,     ///< a word with a "*" that is not a valid run
+        bad_address, ///< other text in place of an address
     } what = kind::header;
     span where;
     span digits = {};        ///< of a word, without the count of a run
-    std::uint64_t count = 1; ///< words of a run
-    /// Of an address, and the first one of a word; nothing after an address that cannot be read.
+    std::uint64_t count = 1; ///< number of words of a run
+    /// For an address: its value. For a word: its first address. Nothing after an unreadable address.
     std::optional<std::uint64_t> address = std::nullopt;
 
-    /// The last address of a word that has one.
+    /// Returns the last address of a word that has one.
     [[nodiscard]] std::uint64_t last_address() const noexcept {
         return *address > ~std::uint64_t{0} - (count - 1) ? ~std::uint64_t{0} : *address + (count - 1);
     }
 };
 
-/// Takes the pieces of a file, in order.
+/// Receives the pieces of a file in order.
 class logisim_sink {
 public:
     logisim_sink() = default;
@@ -42,10 +42,10 @@ public:
     virtual void take(const logisim_piece& piece) = 0;
 };
 
-/// Splits the text of a Logisim file into its pieces. After a first line that is not known there are none.
+/// Splits a Logisim file into its pieces. There are none after an unknown first line.
 class logisim_parser {
 public:
-    /// Both are kept alive by the caller.
+    /// Both arguments are kept alive by the caller.
     logisim_parser(std::string_view contents, logisim_sink& target) : text(contents), sink(target) {}
 
     void parse();
@@ -69,7 +69,7 @@ private:
     std::optional<std::uint64_t> address = 0; ///< of the next word
 };
 
-/// The same for a function that takes each logisim_piece.
+/// Calls @p take with each logisim_piece.
 template <class Take>
 void for_each_logisim_piece(std::string_view contents, Take&& take) {
     class function_sink final : public logisim_sink {

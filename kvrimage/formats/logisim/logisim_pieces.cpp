@@ -32,7 +32,7 @@ public:
     }
 
 private:
-    /// One that cannot be read is a piece of another kind.
+    /// Unreadable addresses are pieces of another kind.
     void add_address(const logisim_piece& piece) const {
         if (holds_bytes) {
             bytes.add_address(piece.where, *piece.address, 1);
@@ -40,7 +40,7 @@ private:
             words.add(text_piece::kind::address, piece.where, piece.address);
         }
     }
-    /// A run of bytes is one piece of the words that it touches.
+    /// A run of bytes is one piece for all words that it touches.
     void add_word(const logisim_piece& piece) const {
         if (!piece.address) {
             words.add(text_piece::kind::word, piece.where);

@@ -6,7 +6,7 @@
 
 namespace kvrimage {
 
-/// format::find_pieces() for Logisim images.
+/// Implements format::find_pieces for Logisim files.
 void find_logisim_pieces(std::string_view contents, const read_options& options, const read_result& ours,
                          const piece_taker& take);
 

@@ -16,7 +16,7 @@ namespace kvrimage {
 
 namespace {
 
-/// No memory has more.
+/// The highest address of any memory.
 constexpr std::uint64_t highest_logisim_address = ~std::uint64_t{0} >> 1U;
 
 class logisim_reading final : public logisim_sink {

@@ -10,7 +10,7 @@ namespace {
 
 const logisim_variant* variant_in(std::string_view contents) {
     const logisim_variant* variant = nullptr;
-    // The first line is its header and nothing else.
+    // The first line contains only the header.
     for_each_logisim_piece(contents.substr(0, contents.find('\n')), [&](const logisim_piece& header) {
         variant = logisim_variant_of(header.where.in(contents));
     });

@@ -9,17 +9,17 @@
 
 namespace kvrimage {
 
-/// format::sniff() for Logisim files.
+/// Implements format::sniff for Logisim files.
 [[nodiscard]] certainty sniff_logisim(std::string_view head);
 
-/// The last word, run or byte that is set at @p address of the file.
+/// Returns the last word, run or byte at the file address @p address.
 [[nodiscard]] std::optional<span> find_in_logisim(std::string_view contents, std::uint64_t address);
 
-/// format::find_word() for Logisim files.
+/// Implements format::find_word for Logisim files.
 [[nodiscard]] std::optional<place> find_logisim_word(std::string_view contents, const read_options& options,
                                                      std::uint64_t address);
 
-/// format::find_comments() for Logisim files.
+/// Implements format::find_comments for Logisim files.
 void find_logisim_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
 } // namespace kvrimage

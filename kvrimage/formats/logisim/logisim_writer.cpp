@@ -11,7 +11,7 @@ namespace kvrimage {
 namespace {
 
 constexpr std::uint64_t words_per_logisim_line = 16;
-/// A shorter run takes less as single words.
+/// Shorter runs are written as single words, which take less space.
 constexpr std::uint64_t shortest_logisim_run = 4;
 
 constexpr std::string_view target_without_addresses = "a file without addresses";
@@ -56,7 +56,7 @@ public:
         output.write(token);
         ++on_line;
     }
-    /// After the last token; there is one at least.
+    /// Ends the file. Requires at least one token.
     void finish() { output.write("\n"); }
 
 private:
@@ -101,7 +101,7 @@ void write_runs(const memory_image& image, sink_buffer& output) {
     lines.finish();
 }
 
-/// Addresses of the lines of a file with addresses.
+/// Counts the lines of a file with addresses.
 std::uint64_t count_addressed_lines(const memory_image& image) {
     std::uint64_t lines = 0;
     std::uint64_t next = ~std::uint64_t{0};
@@ -115,7 +115,7 @@ std::uint64_t count_addressed_lines(const memory_image& image) {
     return lines;
 }
 
-/// With a blank or a line end after each token.
+/// Returns the size of the tokens, each with a blank or line end.
 std::uint64_t size_of_run_tokens(const memory_image& image, std::uint64_t word) {
     std::uint64_t size = 0;
     for_each_cycle_or_run(

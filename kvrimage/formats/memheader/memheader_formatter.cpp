@@ -13,7 +13,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Digits of the last address, and of the largest one that has a word.
+/// Returns the digits of the larger of the last address and the largest address of a word.
 std::size_t address_digits_of_memheader(std::string_view contents, const memory_image& image) {
     std::uint64_t largest = image.depth() - 1;
     for_each_memheader_piece(contents, [&largest](const memheader_piece& piece) {
@@ -22,7 +22,7 @@ std::size_t address_digits_of_memheader(std::string_view contents, const memory_
     return fmt::formatted_size("{:X}", largest);
 }
 
-/// "#Width=8". One that is not known keeps its text.
+/// Returns "#Width=8". Unknown settings keep their text.
 std::string memheader_line(const memheader_piece& setting, std::string_view contents) {
     const memheader_setting* const known = memheader_setting_of(setting.name.in(contents));
     if (known == nullptr) {
@@ -62,7 +62,7 @@ public:
     [[nodiscard]] std::string finish() { return layout.finish(); }
 
 private:
-    /// The first one of a row follows its address without a blank.
+    /// The first word of a row follows its address without a blank.
     void add_word(const memheader_piece& piece) {
         const std::string word = canonical_number(piece.where.in(text), word_digits);
         if (is_after_address) {

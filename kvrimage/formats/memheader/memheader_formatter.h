@@ -7,8 +7,8 @@
 
 namespace kvrimage {
 
-/// format::lay_out() for memory files with a header: settings as the format spells them, words in upper case
-/// with all their digits, addresses with those of the last one; lines end where they did.
+/// Implements format::lay_out for memory files with a header: settings in the spelling of the format, words
+/// in upper case with all their digits, addresses with as many digits as the last one; line breaks are kept.
 [[nodiscard]] std::string lay_out_memheader(std::string_view contents, const read_options& options,
                                             const read_result& ours);
 

@@ -12,7 +12,7 @@ namespace {
 constexpr std::string_view memheader_byte_order_mark = "\xEF\xBB\xBF";
 constexpr std::string_view memheader_blanks = " \t\v\f";
 
-/// @p of without the blanks around it.
+/// Returns @p of without surrounding blanks.
 span trimmed_in(std::string_view text, const span& of) {
     const std::string_view line = of.in(text);
     const std::size_t first = std::min(line.find_first_not_of(memheader_blanks), line.size());
@@ -20,8 +20,7 @@ span trimmed_in(std::string_view text, const span& of) {
     return {of.offset + first, std::max(first, last) - first};
 }
 
-/// The address whose digits are @p digits; the largest one where it needs more than 64 bits, nothing where
-/// they are none.
+/// Parses the address @p digits. Returns 2^64 - 1 if it needs more than 64 bits; nothing if they are invalid.
 std::optional<std::uint64_t> memheader_address(std::string_view digits) noexcept {
     constexpr std::uint64_t largest = ~std::uint64_t{0};
     if (digits.empty() || find_bad_digit(digits, radix::hex) != std::string_view::npos) {
@@ -95,7 +94,7 @@ void memheader_parser::parse_row(const span& line) {
     }
 }
 
-/// @return where the words of the row begin
+/// @return the start of the words of the row
 std::size_t memheader_parser::parse_address(std::size_t begin, std::size_t line_end) {
     const std::string_view row = text.substr(begin, line_end - begin);
     const std::size_t colon = row.find(':');

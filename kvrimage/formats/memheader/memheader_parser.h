@@ -9,25 +9,25 @@
 
 namespace kvrimage {
 
-/// A piece of a memory file with a header; blanks and line ends between the pieces are none.
+/// A piece of a memory file with a header. Blanks and line ends between pieces are not pieces.
 struct memheader_piece {
     enum class kind : std::uint8_t {
         setting,     ///< a line "#Name=Value" before the words, without "#"
         data,        ///< the line "#Data"
         address,     ///< of a row, without its ":"
-        word,        ///< its digits were not looked at
-        bad_address, ///< what stands where an address should be
+        word,        ///< its digits are not checked
+        bad_address, ///< other text in place of an address
         stray_word,  ///< a line without "#" before the words
         late_setting ///< a line with "#" after "#Data"
     } what = kind::setting;
     span where;
     span name = {}; ///< of a setting, and its value
     span value = {};
-    /// Of an address, and of a word; nothing after an address that cannot be read.
+    /// For an address or word: its address. Nothing after an unreadable address.
     std::optional<std::uint64_t> address = std::nullopt;
 };
 
-/// Takes the pieces of a file, in order.
+/// Receives the pieces of a file in order.
 class memheader_sink {
 public:
     memheader_sink() = default;
@@ -37,10 +37,10 @@ public:
     virtual void take(const memheader_piece& piece) = 0;
 };
 
-/// Splits the text of such a file into its pieces. Every text can be split.
+/// Splits such a file into its pieces. Every text can be split.
 class memheader_parser {
 public:
-    /// Both are kept alive by the caller.
+    /// Both arguments are kept alive by the caller.
     memheader_parser(std::string_view contents, memheader_sink& target);
 
     void parse();
@@ -59,7 +59,7 @@ private:
     std::optional<std::uint64_t> address = 0; ///< of the next word
 };
 
-/// The same for a function that takes each memheader_piece.
+/// Calls @p take with each memheader_piece.
 template <class Take>
 void for_each_memheader_piece(std::string_view contents, Take&& take) {
     class function_sink final : public memheader_sink {

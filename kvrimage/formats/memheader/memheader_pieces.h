@@ -6,7 +6,7 @@
 
 namespace kvrimage {
 
-/// format::find_pieces() for memory files with a header.
+/// Implements format::find_pieces for memory files with a header.
 void find_memheader_pieces(std::string_view contents, const read_options& options, const read_result& ours,
                            const piece_taker& take);
 

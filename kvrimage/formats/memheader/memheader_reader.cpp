@@ -15,12 +15,12 @@ namespace kvrimage {
 
 namespace {
 
-/// No memory has more.
+/// The highest address of any memory.
 constexpr std::uint64_t highest_memheader_address = ~std::uint64_t{0} >> 1U;
 
 constexpr std::array memheader_radixes = {radix::bin, radix::oct, radix::uns, radix::hex};
 
-/// The decimal number @p text, if it is one that @p setting may have.
+/// Parses the decimal number @p text. Returns nothing if @p setting does not allow it.
 std::optional<std::uint64_t> number_of(std::string_view text, const memheader_setting& setting) {
     if (text.empty() || find_bad_digit(text, radix::uns) != std::string_view::npos) {
         return std::nullopt;
@@ -174,7 +174,7 @@ private:
             list.add(diagnose::memheader_missing({}, "Data", "write it before the words"));
         }
     }
-    /// A radix that the digits do not have.
+    /// Reports a radix that differs from that of the digits.
     void report_radix(memheader_setting_name of) {
         const seen_setting& setting = seen(of);
         if (layout == nullptr || !setting.number) {

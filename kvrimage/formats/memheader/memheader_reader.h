@@ -6,8 +6,8 @@
 
 namespace kvrimage {
 
-/// format::read() for memory files with a header. "#Format" decides how digits are read, and the radixes of
-/// the header do not.
+/// Implements format::read for memory files with a header. "#Format" determines the radix of digits; the
+/// radix settings of the header do not.
 [[nodiscard]] read_result read_memheader(std::string_view contents, const read_options& options);
 
 } // namespace kvrimage

@@ -8,10 +8,10 @@
 
 namespace kvrimage {
 
-/// format::sniff() for memory files with a header.
+/// Implements format::sniff for memory files with a header.
 [[nodiscard]] certainty sniff_memheader(std::string_view head);
 
-/// format::find_word() for memory files with a header.
+/// Implements format::find_word for memory files with a header.
 [[nodiscard]] std::optional<place> find_memheader_word(std::string_view contents, const read_options& options,
                                                        std::uint64_t address);
 

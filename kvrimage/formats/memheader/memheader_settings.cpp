@@ -28,7 +28,7 @@ constexpr auto memheader_layouts = std::to_array<memheader_layout>({
     {"AddrHex", radix::hex, true},
 });
 
-/// The one of @p table that is called @p name.
+/// Returns the entry of @p table with this name.
 template <class Table>
 const typename Table::value_type* of_memheader_name(const Table& table, std::string_view name) noexcept {
     const auto* const found = std::ranges::find_if(

@@ -12,7 +12,7 @@ enum class memheader_setting_name : std::uint8_t { format, depth, width, address
 inline constexpr std::size_t memheader_setting_count =
     static_cast<std::size_t>(memheader_setting_name::data_radix) + 1;
 
-/// A setting of the header, and the numbers that its value may be; none for a name.
+/// A setting of the header and its numeric range; none for a name.
 struct memheader_setting {
     memheader_setting_name is;
     std::string_view name;
@@ -21,7 +21,7 @@ struct memheader_setting {
     std::string_view values; ///< for a message
 };
 
-/// How the words are written: what "#Format" says.
+/// The notation of words according to "#Format".
 struct memheader_layout {
     std::string_view name;
     radix digits;
@@ -29,10 +29,10 @@ struct memheader_layout {
 };
 
 [[nodiscard]] const memheader_setting& memheader_setting_of(memheader_setting_name name) noexcept;
-/// The setting called @p name, letter case ignored; null for other names.
+/// Returns the setting with this name, ignoring letter case; null if there is none.
 [[nodiscard]] const memheader_setting* memheader_setting_of(std::string_view name) noexcept;
 
-/// The layout called @p name, letter case ignored; null for other names.
+/// Returns the layout with this name, ignoring letter case; null if there is none.
 [[nodiscard]] const memheader_layout* memheader_layout_of(std::string_view name) noexcept;
 
 } // namespace kvrimage

@@ -11,16 +11,16 @@
 
 namespace kvrimage {
 
-/// The places of one cause, and the edits that repair them. Without `wants_repairs` the edits are those of
-/// the places that are kept.
+/// The places with the same fault and the edits that repair them. Without `wants_repairs` only the edits of
+/// the kept places are stored.
 class mif_cause {
 public:
-    /// True for the first place.
+    /// Adds a place. Returns true for the first one.
     bool add(const span& where, std::optional<text_edit> repair, bool wants_repairs);
 
     [[nodiscard]] bool empty() const noexcept { return all.empty(); }
     [[nodiscard]] const places& where() const noexcept { return all; }
-    /// Adds @p made, the diagnostic of these places, to @p list, with the edits, which are @p repair.
+    /// Adds @p made, the diagnostic of these places, to @p list. Its edits get the description @p repair.
     void report(diagnostic made, std::string_view repair, diagnostic_list& list);
 
 private:

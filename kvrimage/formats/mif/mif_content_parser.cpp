@@ -9,15 +9,15 @@ namespace kvrimage {
 
 namespace {
 
-/// Where regular lines are rare, they are not looked for before every statement.
+/// Limits the search for regular lines where they are rare.
 constexpr std::uint32_t most_lines_alone = 64;
 
-/// True for what may be an address in some radix.
+/// Returns whether @p text may be an address in some radix.
 bool is_digits(std::string_view text) {
     return !text.empty() && text.find_first_not_of("0123456789abcdefABCDEF") == std::string_view::npos;
 }
 
-/// True when the digits @p left are a smaller number than @p right, in any radix.
+/// Returns whether @p left is less than @p right, in any radix.
 bool precedes(std::string_view left, std::string_view right) {
     const auto significant = [](std::string_view digits) {
         return kvr::to_upper_case(digits.substr(std::min(digits.find_first_not_of('0'), digits.size())));
@@ -66,7 +66,7 @@ void mif_content_parser::read_regular_lines() {
     lines_alone = next_alone;
 }
 
-/// False at the end of the content.
+/// Parses one statement. Returns false at the end of the content.
 bool mif_content_parser::read_one() {
     const mif_token& next = tokens.peek();
     switch (next.what) {
@@ -98,7 +98,7 @@ bool mif_content_parser::read_one() {
     }
 }
 
-/// The library passes over one that follows a statement on its line, and refuses one with a line of its own.
+/// The library ignores a ";" after a statement on the same line, and rejects one on a line of its own.
 void mif_content_parser::parse_semicolon() {
     const mif_token token = tokens.take();
     line_has = token.starts_line ? before::statement : line_has;
@@ -106,7 +106,7 @@ void mif_content_parser::parse_semicolon() {
          text_edit{token.at.offset, 1, ""});
 }
 
-/// A line of dots stands for words that are not shown.
+/// Parses a line of dots, which stands for omitted words.
 void mif_content_parser::parse_left_out() {
     const mif_token first = tokens.take();
     std::uint64_t end = first.at.end();
@@ -127,21 +127,21 @@ void mif_content_parser::parse_stray() {
     find(mif_syntax::stray_text, between(first.at.offset, std::max(first.at.end(), rest.end())));
 }
 
-/// ": 1;"
+/// Parses a statement without an address: ": 1;".
 void mif_content_parser::parse_without_address() {
     const mif_token first = tokens.take();
     const span rest = tokens.skip_statement();
     find(mif_syntax::missing_address, between(first.at.offset, std::max(first.at.end(), rest.end())));
 }
 
-/// Of the file as a whole.
+/// Reports a missing END, for the file as a whole.
 void mif_content_parser::find_missing_end() {
     const std::string_view contents = tokens.contents();
     find(mif_syntax::missing_end, {},
          insertion_at(contents.size(), contents.ends_with('\n') ? "END;\n" : "\nEND;\n"));
 }
 
-/// What the library does not see where it is: the second statement on a line, and what follows a comment.
+/// Reports text that the library does not see: a second statement on a line, and text after a comment.
 void mif_content_parser::find_line_faults(const mif_token& first) {
     if (!first.starts_line) {
         line_with_comment = tokens.line();
@@ -153,7 +153,7 @@ void mif_content_parser::find_line_faults(const mif_token& first) {
     }
 }
 
-/// The next token of a statement.
+/// Consumes the next token of a statement.
 mif_token mif_content_parser::take() {
     const mif_token token = tokens.take();
     if (token.after_comment && line_with_comment != tokens.line()) {
@@ -188,7 +188,7 @@ void mif_content_parser::parse_statement() {
     }
 }
 
-/// Skips what cannot be understood.
+/// Skips text that cannot be parsed.
 void mif_content_parser::give_up() {
     statement.sound = false;
     last_end = std::max(last_end, tokens.skip_statement().end());
@@ -205,7 +205,7 @@ bool mif_content_parser::parse_address() {
     return true;
 }
 
-/// "0..7 : 1;"
+/// Parses "0..7 : 1;".
 void mif_content_parser::parse_range_without_brackets() {
     take();
     if (tokens.peek().is(mif_token::kind::word)) {
@@ -220,7 +220,7 @@ void mif_content_parser::parse_range_without_brackets() {
          instead);
 }
 
-/// "[0..7]", and what people write for it.
+/// Parses "[0..7]" and its common misspellings.
 bool mif_content_parser::parse_range() {
     statement.open = take().at;
     std::vector<span> words;
@@ -240,7 +240,7 @@ bool mif_content_parser::parse_range() {
         }
         const bool is_first_dots =
             token.is(mif_token::kind::dots) && token.at.length == 2 && words.size() == 1 && !has_dots;
-        // ":" ends a range without "]" unless a "]" follows on the line.
+        // ":" ends a range without "]", unless a "]" follows on the line.
         if (token.is(mif_token::kind::colon) && has_dots) {
             break;
         }
@@ -324,7 +324,7 @@ bool mif_content_parser::parse_colon() {
         const span at = take().at;
         stray = stray.length == 0 ? at : between(stray.offset, at.end());
     }
-    // A word that is left begins a line.
+    // A remaining word begins a line.
     if (tokens.peek().is(mif_token::kind::word) && stray.length == 0 &&
         kvr::equal_ignoring_case(tokens.in(statement.first), "BEGIN")) {
         find_in_statement(mif_syntax::stray_text, address);
@@ -348,7 +348,7 @@ void mif_content_parser::parse_values() {
     }
 }
 
-/// False when the statement has ended.
+/// Returns false at the end of the statement.
 bool mif_content_parser::parse_value_or_end() {
     const mif_tokens::cursor place = tokens.place();
     const mif_token next = tokens.peek();
@@ -362,7 +362,7 @@ bool mif_content_parser::parse_value_or_end() {
         last_starts_line = next.starts_line;
         statement.values.push_back(next.at);
         value_places.push_back(place);
-        // After a comment the line break that it needs separates it, too.
+        // After a comment the required line break also separates it.
         if (next.is_glued && !next.after_comment) {
             glued.push_back(next.at);
         }
@@ -396,8 +396,8 @@ bool mif_content_parser::parse_value_or_end() {
     return false;
 }
 
-/// At a ":" among the values: the last of them is the address of the next statement. Goes back to before
-/// that.
+/// At a ":" among the values, the last value is the address of the next statement. Goes back to before that
+/// address.
 bool mif_content_parser::begins_another_statement() {
     if (statement.values.empty() || (statement.values.size() == 1 && !last_starts_line)) {
         return false;
@@ -413,14 +413,14 @@ bool mif_content_parser::begins_another_statement() {
     return true;
 }
 
-/// Where the text from @p begin to @p end has its last line, blanks left out.
+/// Returns the start of the last line of the text from @p begin to @p end, without blanks.
 std::uint64_t mif_content_parser::last_line_begin(std::uint64_t begin, std::uint64_t end) const {
     const std::string_view text = between(begin, end).in(tokens.contents());
     const std::size_t newline = text.find_last_of('\n');
     return newline == std::string_view::npos ? begin : begin + text.find_first_not_of(" \t\r\n", newline);
 }
 
-/// @p next begins what follows.
+/// @p next is the start of the following text.
 void mif_content_parser::end_without_semicolon(std::uint64_t next) {
     if (statement.values.empty()) {
         find_in_statement(mif_syntax::missing_value, between(statement.whole.offset, last_end));

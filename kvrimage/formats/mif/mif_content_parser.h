@@ -4,7 +4,7 @@
 
 namespace kvrimage {
 
-/// Reads the statements of a MIF, END, and what follows it.
+/// Parses the statements of a MIF, END, and the text after END.
 class mif_content_parser {
 public:
     mif_content_parser(mif_tokens& of, mif_sink& to) : tokens(of), sink(to) {}
@@ -12,7 +12,7 @@ public:
     void read();
 
 private:
-    /// What the line at hand has had so far.
+    /// What the current line contains so far.
     enum class before : std::uint8_t { begin, statement };
 
     bool read_one();
@@ -26,7 +26,7 @@ private:
     void parse_end();
     void parse_after_end();
 
-    // The parts of a statement. False when it ends with the part.
+    // Parsers of the parts of a statement. They return false if the statement ends with the part.
     bool parse_address();
     bool parse_range();
     void parse_range_without_brackets();
@@ -49,13 +49,14 @@ private:
     mif_tokens& tokens;
     mif_sink& sink;
     mif_statement statement;
-    std::vector<mif_tokens::cursor> value_places; ///< before each of the values
-    std::vector<span> glued;                      ///< values that go on with one of the line before
-    std::uint64_t last_end = 0;                   ///< of the token taken last
-    bool last_starts_line = false;                ///< that of the value taken last
+    std::vector<mif_tokens::cursor> value_places; ///< before each value
+    std::vector<span> glued;                      ///< values that continue one on the previous line
+    std::uint64_t last_end = 0;                   ///< of the last token
+    bool last_starts_line = false;                ///< of the last value
     before line_has = before::begin;
-    std::size_t line_with_comment = static_cast<std::size_t>(-1); ///< whose text after a comment was found
-    std::uint32_t lines_alone = 0; ///< so many more statements are read before regular lines are tried
+    /// The line whose text after a comment was reported.
+    std::size_t line_with_comment = static_cast<std::size_t>(-1);
+    std::uint32_t lines_alone = 0; ///< number of statements to parse before trying regular lines again
     std::uint32_t next_alone = 1;
 };
 

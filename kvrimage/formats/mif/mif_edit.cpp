@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::string_view line_blanks = " \t\r";
 
-/// The file that is edited, and the memory that it holds.
+/// The file to edit and its memory.
 class edited_mif {
 public:
     edited_mif(std::string_view file, std::uint64_t base_of_image, const read_result& ours)
@@ -32,11 +32,12 @@ public:
           form{ours.facts.address_radix.value_or(radix::hex), ours.facts.data_radix.value_or(radix::hex),
                base + image.depth()} {}
 
-    /// True when @p piece changes the word at @p address.
+    /// Returns whether @p piece changes the word at @p address.
     [[nodiscard]] bool changes(const edit_piece& piece, std::uint64_t address) const {
         return image.words()[address - base] != piece.text_at(address);
     }
-    /// The word of @p piece at @p address as the file shows it. One that it cannot show is noted.
+    /// Returns the word of @p piece at @p address as text of the file. Records a word that cannot be
+    /// represented.
     [[nodiscard]] std::string shown(const edit_piece& piece, std::uint64_t address,
                                     const digit_style& style) {
         const std::string word = piece.text_at(address);
@@ -47,13 +48,13 @@ public:
         refuse(diagnose::mif_dont_care({}, word, address - base, title_of(form.data), ""));
         return word;
     }
-    /// There are no edits because of @p reason, the first of them.
+    /// Rejects all edits. Only the first reason is kept.
     void refuse(diagnostic reason) {
         if (result.diagnostics.empty()) {
             result.diagnostics.push_back(std::move(reason));
         }
     }
-    /// @p replacement for what @p where covers, unless it is there already. In the order of the file.
+    /// Replaces @p where by @p replacement if they differ. Call in file order.
     void change(const span& where, std::string replacement) {
         if (where.in(contents) != replacement) {
             result.edits.push_back({where.offset, where.length, std::move(replacement)});
@@ -62,14 +63,14 @@ public:
 
     std::string_view contents;
     const memory_image& image;
-    std::uint64_t base; ///< the address that the file has for word 0; addresses are those of the file
+    std::uint64_t base; ///< file address of word 0; all addresses are those of the file
     mif_number_form form;
     edit_result result;
 };
 
-// --- a range that is split ---
+// Splitting a range
 
-/// Makes several statements of a range.
+/// Splits a range into several statements.
 class range_split {
 public:
     range_split(edited_mif& edited, const mif_statement& range, const address_range& of_range,
@@ -104,7 +105,7 @@ public:
     }
 
 private:
-    /// In the place of a statement of wrong form, if it sets a single word and has a line of its own.
+    /// Replaces a malformed statement, if it sets a single word and has a line of its own.
     void write_anew(const std::vector<mif_line>& lines) {
         const std::string_view text = statement.whole.in(file.contents);
         if (addresses.first != addresses.last || text.find('\n') != std::string_view::npos) {
@@ -114,8 +115,8 @@ private:
         file.change(statement.whole, lines_text(lines, 0).substr(line_end.size() + style.indent.size()));
     }
 
-    /// Those of @p pieces that change a word. Two neighbours of one assignment are one: what is between them
-    /// is set by a later statement.
+    /// Returns the pieces that change a word. Two neighbors from one assignment are joined if a later
+    /// statement sets the words between them.
     [[nodiscard]] std::vector<edit_piece> changed(const std::vector<edit_piece>& pieces) const {
         std::vector<edit_piece> result;
         bool previous_is_changed = false;
@@ -142,7 +143,7 @@ private:
         return false;
     }
 
-    /// The lines that the range becomes; none when no word changes.
+    /// Returns the lines that replace the range; empty if no word changes.
     [[nodiscard]] std::vector<mif_line> lines_for(const std::vector<edit_piece>& pieces) {
         std::vector<mif_line> lines;
         std::uint64_t address = addresses.first;
@@ -180,7 +181,7 @@ private:
         return line;
     }
 
-    /// The addresses with their brackets.
+    /// Returns the addresses with their brackets.
     [[nodiscard]] span range_text() const {
         const std::uint64_t begin =
             statement.open.length != 0 ? statement.open.offset : statement.first.offset;
@@ -189,7 +190,7 @@ private:
     [[nodiscard]] bool is_on_one_line() const {
         return range_text().in(file.contents).find_first_of("\n%") == std::string_view::npos;
     }
-    /// The ".." between the addresses; nothing where a comment of "%" may hide it.
+    /// Returns the ".." between the addresses; nothing if a "%" comment may hide it.
     [[nodiscard]] std::optional<span> find_dots() const {
         std::uint64_t at = statement.first.end();
         while (file.contents[at] != '.') {
@@ -200,9 +201,9 @@ private:
         }
         return span{at, 2};
     }
-    /// False where the brackets cannot be removed.
+    /// Returns false if the brackets cannot be removed.
     [[nodiscard]] bool can_become_single() const { return is_on_one_line() || find_dots(); }
-    /// Over several lines, what is between (line ends and comments) stays.
+    /// In a range over several lines, the line ends and comments between the addresses stay.
     void change_to_single() {
         if (is_on_one_line()) {
             file.change(range_text(), std::string(statement.first.in(file.contents)));
@@ -212,8 +213,8 @@ private:
             file.change(part, "");
         }
     }
-    /// Puts the addresses of @p line, the first that the range becomes, in the place of those there. Their
-    /// first address is the same.
+    /// Replaces the addresses by those of @p line, the first line of the split range, which has the same
+    /// first address.
     void change_addresses(const mif_line& line) {
         if (!line.is_range()) {
             change_to_single();
@@ -222,7 +223,7 @@ private:
         }
     }
 
-    /// Puts the values of @p line, the first that the range becomes, in the place of those there.
+    /// Replaces the values by those of @p line, the first line of the split range.
     void change_values(const mif_line& line) {
         std::uint64_t after_previous = 0;
         std::size_t growth = 0;
@@ -239,14 +240,15 @@ private:
             after_previous = value.end();
         }
     }
-    /// With the blanks before it, unless a comment or a line end is among them.
+    /// Removes the value and the blanks before it, unless a comment or a line end is among them.
     void remove_value(std::uint64_t after_previous, const span& value) {
         const std::string_view before = span{after_previous, value.offset - after_previous}.in(file.contents);
         const bool removes_blanks = before.find_first_not_of(" \t,") == std::string_view::npos;
         const std::uint64_t begin = removes_blanks ? after_previous : value.offset;
         file.change({begin, value.end() - begin}, "");
     }
-    /// The value @p index of @p line, the last that the range has, and those that follow it.
+    /// Returns value @p index of @p line, which replaces the last value of the range, and all values after
+    /// it.
     [[nodiscard]] std::string with_further_values(const mif_line& line, std::size_t index,
                                                   std::size_t growth) const {
         std::string text = line.values[index];
@@ -265,7 +267,7 @@ private:
         }
         return text;
     }
-    /// After the comment on the statement's line, where nothing but a comment follows it there.
+    /// Adds lines after the comment on the statement's line, if only a comment follows the statement there.
     void add_lines(const std::string& text) {
         const std::uint64_t end = statement.whole.end();
         if (statement.semicolon.length == 0) {
@@ -277,7 +279,7 @@ private:
         const std::size_t begin = std::min(rest.find_first_not_of(line_blanks), rest.size());
         file.change({is_comment_alone(rest.substr(begin)) ? line : end, 0}, text);
     }
-    /// True when @p rest, up to the end of a line, is "", or one comment that ends with the line.
+    /// Returns whether @p rest, up to the end of a line, is "" or one comment that ends with the line.
     static bool is_comment_alone(std::string_view rest) {
         const std::string_view inside = rest.substr(std::min<std::size_t>(rest.size(), 1));
         const std::size_t close = inside.find('%');
@@ -294,9 +296,9 @@ private:
     std::string_view line_end;
 };
 
-// --- the second look ---
+// Second pass
 
-/// Goes to the statements that hold the words, and nowhere else.
+/// Visits only the statements that set the words to edit.
 class touched_statements : public mif_sink {
 public:
     touched_statements(edited_mif& edited, const std::vector<touched_place>& places, const mif_survey& survey)
@@ -305,7 +307,7 @@ public:
           end_of_places(places.end()),
           taken(survey.single_addresses) {}
 
-    /// The style of the statement at @p offset is wanted.
+    /// Requests the style of the statement at @p offset.
     void want_style_of(std::uint64_t offset) { example = offset; }
     [[nodiscard]] const mif_line_style& example_style() const noexcept { return style; }
 
@@ -336,7 +338,7 @@ public:
     }
 
 private:
-    /// A value for each address.
+    /// Edits a statement with one value per address.
     void edit_values(const mif_statement& found, const address_range& addresses) {
         for (const edit_piece& piece : next->pieces) {
             for (std::uint64_t address = piece.first; address <= piece.last; ++address) {
@@ -357,7 +359,7 @@ private:
     mif_line_style style;
 };
 
-// --- words that no statement sets ---
+// Words that no statement sets
 
 std::string lines_for_unset(edited_mif& file, const std::vector<edit_piece>& pieces,
                             const mif_line_style& style, std::string_view line_end) {
@@ -372,7 +374,7 @@ std::string lines_for_unset(edited_mif& file, const std::vector<edit_piece>& pie
     return lines;
 }
 
-/// The style for a file that has no statement to follow: all digits of the word.
+/// Returns the style for a file without statements: all digits of the word.
 mif_line_style style_without_example(const edited_mif& file) {
     mif_line_style style;
     std::string text;
@@ -381,7 +383,7 @@ mif_line_style style_without_example(const edited_mif& file) {
     return style;
 }
 
-/// Adds lines for @p pieces before END, which may share its line with other things, or be missing.
+/// Adds lines for @p pieces before END. Other text may precede END on its line, or END may be missing.
 void add_unset(edited_mif& file, const std::vector<edit_piece>& pieces, const mif_line_style& style,
                std::uint64_t end) {
     const std::size_t line = start_of_line(file.contents, end);
@@ -392,9 +394,9 @@ void add_unset(edited_mif& file, const std::vector<edit_piece>& pieces, const mi
     file.change({has_line ? line : end, 0}, has_line ? lines : std::string(line_end) + lines);
 }
 
-// --- what cannot be done ---
+// Unsupported edits
 
-/// The first line that @p edits make longer than the library takes; nothing when there is none.
+/// Returns the first line that @p edits make longer than the library allows.
 std::optional<span> line_made_too_long(std::string_view contents, const std::vector<text_edit>& edits) {
     std::size_t length = 0; // of the new line so far
     std::size_t copied = 0;

@@ -20,7 +20,7 @@ namespace {
 using reading = mif_radix_trial::reading;
 using address_fault = mif_addresses::fault;
 
-/// To an address the two decimal radixes are one.
+/// For addresses the two decimal radixes are equivalent.
 reading read_address(std::string_view text, radix tried, std::uint64_t depth) {
     const mif_number number = mif_number_of(text, tried);
     if (tried == radix::dec || !number.is_number) {
@@ -120,7 +120,7 @@ void mif_examiner::examine_range(const mif_statement& found, const mif_addresses
     if (!found.is_range()) {
         return;
     }
-    const span whole = found.open.length != 0 // and so has the other bracket, the statement being sound
+    const span whole = found.open.length != 0 // the other bracket is present, since the statement is sound
                            ? span{found.open.offset, found.close.end() - found.open.offset}
                            : span{found.first.offset, found.last.end() - found.first.offset};
     if (addresses.first == addresses.last &&
@@ -158,7 +158,7 @@ bool mif_examiner::examine_values(const mif_statement& found, const mif_addresse
     return are_words;
 }
 
-/// Value number @p value of a statement is none: so are the words that it sets.
+/// Marks the words of value number @p value of a statement as ambiguous.
 void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value,
                          std::vector<address_range>& in) const {
     const bool has_addresses =
@@ -168,7 +168,7 @@ void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addres
     }
     const std::uint64_t step = found.values.size();
     const std::uint64_t last = std::min(addresses.last, form.depth - 1);
-    // A pattern over very many words is in doubt as a whole.
+    // A pattern with very many repetitions is ambiguous as a whole.
     constexpr std::uint64_t most_ranges = 4096;
     if (step == 1 || (last - addresses.first) / step > most_ranges) {
         in.push_back({addresses.first, last});
@@ -179,7 +179,7 @@ void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addres
     }
 }
 
-/// True for a number with a prefix; the repair is certain where the prefix agrees with @p stated.
+/// Returns whether the number has a prefix. The repair is certain if the prefix agrees with @p stated.
 bool mif_examiner::examine_prefixed(const span& number, radix stated) {
     const auto found = prefixed_number_of(number.in(text));
     if (!found) {
@@ -225,7 +225,7 @@ bool mif_examiner::examine_value(const span& where) {
     return !error;
 }
 
-/// A value that is too large for the signed number that it should be.
+/// Records a value that exceeds the range of signed numbers.
 void mif_examiner::note_unsigned(const span& where) {
     const std::string_view value = where.in(text);
     values.signed_bits =
@@ -266,7 +266,7 @@ void mif_examiner::report(diagnostic_list& list) {
     std::ranges::copy(overlaps.in_doubt(), std::back_inserter(doubtful));
 }
 
-/// Where one number cannot be meant otherwise, or all values look so, "0x" is a prefix everywhere.
+/// "0x" is a prefix everywhere if one number has no other meaning, or if all values begin with it.
 void mif_examiner::report_prefixes(diagnostic_list& list) {
     const places& all = prefixed.found.where();
     const places& maybe = maybe_prefixed.found.where();
@@ -280,7 +280,7 @@ void mif_examiner::report_prefixes(diagnostic_list& list) {
     }
 }
 
-/// True when the numbers are of another radix, which is the cause of all that seems wrong with them.
+/// Returns whether the numbers are in another radix, which explains all their faults.
 bool mif_examiner::report_mismatch(mif_keyword keyword, const mif_radix_trial& trial,
                                    std::string_view numbers, diagnostic_list& list) {
     const std::optional<radix> meant = trial.other();
@@ -314,7 +314,7 @@ void mif_examiner::report_addresses(diagnostic_list& list) {
     }
     if (!beyond.found.empty()) {
         const std::string decimal = std::to_string(beyond_address - form.base);
-        // The last value of a list has an address that is not written.
+        // The file does not contain the address of the last value of a list.
         const bool is_plain = form.base != 0 || beyond.text == decimal ||
                               mif_number_of(beyond.text, form.addresses).value != beyond_address;
         const std::string address = is_plain ? decimal : beyond.text + " (decimal " + decimal + ")";

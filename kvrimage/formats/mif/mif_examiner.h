@@ -13,10 +13,10 @@
 
 namespace kvrimage {
 
-/// Goes over a file of which it is known that something is wrong with its numbers, to say what and where.
+/// Parses a file with faulty numbers again to describe the faults.
 class mif_examiner : public mif_sink {
 public:
-    /// @param bits width of the words; nothing: not known, values are not looked at
+    /// @param bits word width; if nothing, it is unknown and values are not checked
     mif_examiner(std::string_view contents, const mif_header& header, const mif_number_form& numbers,
                  std::optional<std::uint32_t> bits, bool wants_repairs);
 
@@ -25,7 +25,7 @@ public:
 
     void report(diagnostic_list& list);
     [[nodiscard]] bool has_negative() const noexcept { return values.has_negative; }
-    /// Addresses whose values are none, or that are set to two values.
+    /// Returns addresses with invalid values or with two different values.
     [[nodiscard]] std::vector<address_range> in_doubt() && { return std::move(doubtful); }
 
 private:
@@ -33,7 +33,7 @@ private:
         mif_cause found;
         std::string text;
     };
-    /// A value of each kind of fault.
+    /// One entry for each kind of value fault.
     struct value_causes {
         mif_cause bad_digit;
         mif_cause empty;
@@ -41,15 +41,15 @@ private:
         mif_cause as_unsigned;
         std::string bad_value, bad_character, wide_value, unsigned_value;
         std::uint64_t wide_bits = 0;
-        std::uint64_t signed_bits = 0; ///< that the unsigned values need as signed ones
+        std::uint64_t signed_bits = 0; ///< needed to hold the unsigned values as signed ones
         std::uint64_t most_bits = 0;
         bool has_negative = false;
     };
 
     void examine_addresses(const mif_statement& found, const mif_addresses& addresses);
-    /// False when one of them is no word.
+    /// Returns false if one of the values is not a valid word.
     bool examine_values(const mif_statement& found, const mif_addresses& addresses);
-    /// False when @p value is no word.
+    /// Returns false if @p value is not a valid word.
     bool examine_value(const span& value);
     void note_unsigned(const span& where);
     void note_bad_value(const span& where, const word_fault& error);
@@ -75,7 +75,7 @@ private:
     mif_radix_trial data_trial;
     quoted_cause no_number, negative, beyond;
     quoted_cause prefixed;       ///< numbers with a prefix
-    quoted_cause maybe_prefixed; ///< those of them that are words with a don't-care digit, too
+    quoted_cause maybe_prefixed; ///< those that are also words with a don't-care digit
     std::string prefixed_advice;
     std::uint64_t beyond_address = 0; ///< the first one
     std::uint64_t needed_depth = 0;

@@ -13,7 +13,7 @@ struct mif_syntax_kind {
     std::string_view repair;
 };
 
-/// Calls @p Make with as much as its message needs.
+/// Calls @p Make with the arguments that its message needs.
 template <auto Make>
 diagnostic one_of(const places& where, const named_text& text, const named_text& instead) {
     if constexpr (std::is_invocable_v<decltype(Make), const places&>) {

@@ -5,7 +5,7 @@
 
 namespace kvrimage {
 
-/// Makes one diagnostic of all findings of a kind; settings that a MIF does not have are named one by one.
+/// Combines all findings of one kind into one diagnostic. Unknown settings are reported one by one.
 class mif_findings {
 public:
     mif_findings(std::string_view contents, bool wants_repairs)
@@ -19,8 +19,8 @@ public:
 private:
     struct cause {
         mif_cause found;
-        std::string text;    ///< of the first place
-        std::string instead; ///< of the first place
+        std::string text;    ///< at the first place
+        std::string instead; ///< for the first place
     };
 
     std::string_view text;

@@ -27,22 +27,24 @@ bool is_decimal(radix digits_radix) {
     return digits_radix == radix::dec || digits_radix == radix::uns;
 }
 
-/// How the numbers of a file are written.
+/// The notation of the numbers of a file.
 class mif_digits {
 public:
-    /// @param base_of_file the address of the file that is that of word 0
+    /// @param base_of_file the file address of word 0
     mif_digits(const read_result& ours, std::uint64_t base_of_file)
         : addresses(ours.facts.address_radix.value_or(radix::hex)),
           length(length_of_address(base_of_file + ours.image->depth() - 1, addresses)),
           value_length(
               canonical_word_digits(ours.facts.data_radix.value_or(radix::hex), ours.image->width())) {}
 
-    /// In lower case; hexadecimal, octal and binary ones have the digits of the last address of the memory.
+    /// Returns the address in lower case. Hexadecimal, octal and binary addresses have as many digits as the
+    /// last address of the memory.
     [[nodiscard]] std::string address(std::string_view text) const {
         return kvr::to_lower_case(canonical_number(text, is_decimal(addresses) ? 1 : length));
     }
     [[nodiscard]] std::size_t address_length() const { return length; }
-    /// @param head_length characters before the first value of the line: the value has to fit it with a ";"
+    /// @param head_length characters before the first value of the line, which must also hold the value and a
+    /// ";"
     [[nodiscard]] std::string value(std::string_view text, std::size_t head_length) const {
         const bool fits = head_length + value_length < longest_kvr_line;
         return canonical_number(text, fits ? value_length : digits_of_the_text);
@@ -103,17 +105,17 @@ private:
 
     std::string_view text;
     const mif_digits& digits;
-    std::size_t head_length = 0; ///< of the statement at hand, up to its first value
+    std::size_t head_length = 0; ///< of the current statement, up to its first value
     source_lines source;
     aligned_lines lines;
-    std::deque<span> comments; ///< that have no place yet
+    std::deque<span> comments; ///< not yet placed
     span content_keyword;
-    std::string_view indent;    ///< of lines with nothing but a comment
-    bool follows_begin = false; ///< no blank line comes next
+    std::string_view indent;    ///< of lines with only a comment
+    bool follows_begin = false; ///< no blank line follows
     std::optional<std::uint64_t> end_at;
 };
 
-/// A line for @p piece, after the comments before it.
+/// Begins a line for @p piece, after the comments before it.
 void mif_formatter::begin_line(const span& piece, std::string line) {
     place_comments(piece.offset);
     if (source.gap_before(piece.offset) == line_gap::blank && !std::exchange(follows_begin, false)) {
@@ -131,7 +133,7 @@ void mif_formatter::place_comments(std::uint64_t before) {
     }
 }
 
-/// At the end of the line at hand, as far as they have a place there: those between ":" and the first value.
+/// Places the comments between ":" and the first value at the end of the current line, if they fit.
 void mif_formatter::place_comments_of_head(std::uint64_t first_value) {
     while (!comments.empty() && comments.front().offset < first_value) {
         place(comments.front(), line_gap::none);
@@ -139,12 +141,12 @@ void mif_formatter::place_comments_of_head(std::uint64_t first_value) {
     }
 }
 
-/// At the end of the line that it shares, or in a line of its own.
-/// @param gap before it
+/// Places a comment at the end of its line or on a line of its own.
+/// @param gap before the comment
 void mif_formatter::place(const span& comment, line_gap gap) {
     const std::string_view found = comment.in(text);
     const bool is_closed = found.size() > 1 && found.starts_with('%') && found.ends_with('%');
-    // What follows one of several lines decides whether it is one.
+    // The text after a comment of several lines decides whether it is a comment.
     const bool goes_to_end = !is_closed || found.find('\n') != std::string_view::npos;
     source.pass(comment);
     if (gap == line_gap::none && lines.add_comment(found, goes_to_end)) {
@@ -157,7 +159,7 @@ void mif_formatter::place(const span& comment, line_gap gap) {
     lines.begin_comment_line(indent, found, goes_to_end);
 }
 
-/// The blank line before the content comes before the comments that belong to it.
+/// Puts the blank line that precedes the content before the comments that belong to the content.
 void mif_formatter::separate_content() {
     while (!comments.empty() && source.gap_before(comments.front().offset) == line_gap::none &&
            comments.front().offset < content_keyword.offset) {
@@ -180,8 +182,8 @@ void mif_formatter::separate_content() {
     lines.separate();
 }
 
-/// Those over several lines, and what comes before them, go before CONTENT BEGIN: after it, the library kvr
-/// reads their lines as statements.
+/// Moves comments of several lines, and the comments before them, before CONTENT BEGIN: after it, the library
+/// kvr reads their lines as statements.
 void mif_formatter::place_comments_of_lines(std::uint64_t before) {
     const auto last = std::find_if(comments.rbegin(), comments.rend(), [&](const span& one) {
         return one.offset < before && one.in(text).find('\n') != std::string_view::npos;
@@ -206,7 +208,7 @@ void mif_formatter::begin(const span& keyword) {
 }
 
 void mif_formatter::statement(const mif_statement& found) {
-    // What is on the line of the first value goes to its end; comments in lines before it go before the
+    // Comments on the line of the first value go to its end; comments on lines before it go before the
     // statement.
     source_lines inside(text);
     const std::uint64_t first_value = found.values.front().offset;
@@ -229,7 +231,7 @@ void mif_formatter::statement(const mif_statement& found) {
     source.pass(found.semicolon);
 }
 
-/// With the ";" after the last one. Comments that go to the end of their line come after it.
+/// Places the values, the last one with its ";". Comments up to the end of their line follow the ";".
 void mif_formatter::place_values(const mif_statement& found) {
     const span& first = found.values.front();
     const span& last = found.values.back();
@@ -251,7 +253,7 @@ void mif_formatter::place_values(const mif_statement& found) {
     }
 }
 
-/// One that is not the first of its statement.
+/// Places a value that is not the first of its statement.
 void mif_formatter::place_later_value(const span& value) {
     const std::string shown = value_text(value);
     const bool has_room = lines.length() + 1 + shown.size() + 1 <= longest_kvr_line;
@@ -285,7 +287,7 @@ void mif_formatter::end(const span& keyword, const span& semicolon) {
     end_at = std::max(keyword.end(), semicolon.end());
 }
 
-/// What follows END is no part of the memory, and nobody knows what it is.
+/// Text after END is not part of the memory and is kept unchanged.
 std::string mif_formatter::finish() {
     std::string result(byte_order_mark_of(text));
     if (!end_at) {

@@ -23,7 +23,7 @@ std::uint64_t most_of(mif_keyword keyword) {
     return keyword == mif_keyword::width ? widest_word : deepest_mif;
 }
 
-/// "write 4096" for "4K", "4,096", "16 bits" and the like; "" where that is not clear.
+/// Returns "write 4096" for "4K", "4,096", "16 bits" and the like; "" if the meaning is unclear.
 std::string number_hint(std::string_view value) {
     std::string digits;
     std::size_t end = 0;
@@ -50,7 +50,7 @@ std::string number_hint(std::string_view value) {
     return "write " + std::to_string(number);
 }
 
-/// What the library makes of the header of a file.
+/// Reads the header with the library.
 void read_with_kvr(std::string_view header, kvr::mif_memory& memory) {
     const std::string file = std::string(header) + "\nCONTENT BEGIN\nEND;\n";
     kvr::fill_radix_names(memory);
@@ -72,7 +72,7 @@ void mif_header::take(const mif_setting& found, diagnostic_list& list) {
     one.is_stated = true;
     one.first = found;
     if (found.value.length == 0) {
-        return; // which the parser has found
+        return; // reported by the parser
     }
     if (is_size(found.keyword)) {
         read_number(one, found, list);
@@ -103,7 +103,7 @@ void mif_header::read_radix(stated& one, const mif_setting& found, diagnostic_li
                                                          : "did you mean " + std::string(nearest) + "?"));
         return;
     }
-    const std::optional<radix> library = kvr_radix_of(value); // each name has one of the library's in it
+    const std::optional<radix> library = kvr_radix_of(value); // each name contains a name of the library
     if (*library != *one.meaning) {
         diagnostic made = diagnose::radix_spelling(found.value, name_of(found.keyword), value,
                                                    title_of(*library), title_of(*one.meaning));
@@ -113,7 +113,7 @@ void mif_header::read_radix(stated& one, const mif_setting& found, diagnostic_li
     }
 }
 
-/// Says whether @p found, a setting that was there before, says the same.
+/// Reports a repeated setting, and whether @p found has the same value.
 void mif_header::report_repetition(const mif_setting& found, diagnostic_list& list) const {
     const stated& one = at(found.keyword);
     const std::string_view value = found.value.in(text);
@@ -170,14 +170,14 @@ bool mif_header::has_line_end(const mif_setting& one) const {
 diagnostic mif_header::split_setting_of(const mif_setting& one) const {
     const std::string instead = std::string(one.name.in(text)) + "=" + std::string(one.value.in(text)) + ";";
     diagnostic made = diagnose::split_setting(one.name, name_of(one.keyword), instead);
-    if (one.whole.in(text).find_first_of("%-") == std::string_view::npos) { // no comment in it
+    if (one.whole.in(text).find_first_of("%-") == std::string_view::npos) { // it contains no comment
         made.fix = {{one.whole.offset, one.whole.length, instead}};
         made.repair = "setting put into one line";
     }
     return made;
 }
 
-/// True when another setting precedes it on its line.
+/// Returns whether another setting precedes it on its line.
 bool mif_header::follows_on_line(const mif_setting& one) const {
     const std::uint64_t line = text.substr(0, one.whole.offset).rfind('\n') + 1;
     return std::ranges::any_of(settings, [&one, line](const stated& other) {

@@ -8,28 +8,28 @@
 
 namespace kvrimage {
 
-/// What the settings of a MIF mean.
+/// The values of the settings of a MIF.
 class mif_header {
 public:
     explicit mif_header(std::string_view contents) : text(contents) {}
 
-    /// Takes a setting that the parser has found, and puts what is wrong with it into @p list.
+    /// Adds a setting from the parser and reports its faults in @p list.
     void take(const mif_setting& found, diagnostic_list& list);
-    /// Finds what the library reads otherwise in the settings, which all are known, up to CONTENT at @p
-    /// content.
+    /// Reports settings that the library reads differently. Call after the last setting; @p content is the
+    /// offset of CONTENT.
     void compare_with_kvr(std::uint64_t content, diagnostic_list& list) const;
 
-    /// True when the setting is there, whatever is wrong with it.
+    /// Returns whether the setting is present, valid or not.
     [[nodiscard]] bool has(mif_keyword keyword) const { return at(keyword).is_stated; }
     [[nodiscard]] const span& value_of(mif_keyword keyword) const { return at(keyword).first.value; }
-    /// Nothing: not stated, or not to be understood.
+    /// Returns the number of a setting; nothing if it is missing or invalid.
     [[nodiscard]] std::optional<std::uint64_t> number(mif_keyword keyword) const {
         return at(keyword).number;
     }
     [[nodiscard]] radix radix_of(mif_keyword keyword) const {
         return at(keyword).meaning.value_or(radix::hex);
     }
-    /// False for a radix that is stated and is none.
+    /// Returns false if a radix is stated but invalid.
     [[nodiscard]] bool knows_radix(mif_keyword keyword) const {
         return at(keyword).meaning || !at(keyword).is_stated;
     }
@@ -38,8 +38,8 @@ private:
     struct stated {
         bool is_stated = false;
         mif_setting first;
-        std::optional<std::uint64_t> number; ///< of a width or depth
-        std::optional<radix> meaning;        ///< of a radix
+        std::optional<std::uint64_t> number; ///< for a width or depth
+        std::optional<radix> meaning;        ///< for a radix
     };
 
     [[nodiscard]] const stated& at(mif_keyword keyword) const {

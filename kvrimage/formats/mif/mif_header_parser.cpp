@@ -16,7 +16,7 @@ namespace {
 constexpr std::array<std::string_view, mif_keyword_count> keyword_names = {"WIDTH", "DEPTH", "ADDRESS_RADIX",
                                                                            "DATA_RADIX"};
 
-/// How often a character has to be changed, added or left out to make @p right of @p left.
+/// Returns the edit distance of @p left and @p right.
 std::size_t letters_apart(std::string_view left, std::string_view right) {
     std::vector<std::size_t> costs(right.size() + 1);
     for (std::size_t i = 0; i < costs.size(); ++i) {
@@ -33,7 +33,7 @@ std::size_t letters_apart(std::string_view left, std::string_view right) {
     return costs.back();
 }
 
-/// The keyword that is most like @p name; nothing when none is.
+/// Returns the keyword most similar to @p name, if any is similar.
 std::optional<mif_keyword> nearest_keyword(std::string_view name) {
     constexpr std::size_t longest = 20;
     constexpr std::size_t most_apart = 2;
@@ -51,10 +51,10 @@ std::optional<mif_keyword> nearest_keyword(std::string_view name) {
     return nearest;
 }
 
-/// Ways to write CONTENT, alone or with BEGIN.
+/// A spelling of CONTENT, with or without BEGIN.
 struct content_spelling {
     std::string_view text;
-    std::string_view meant; ///< "" where it is right
+    std::string_view meant; ///< "" if it is correct
 };
 constexpr std::array<content_spelling, 6> content_spellings = {{
     {"CONTENT", ""},
@@ -72,14 +72,14 @@ const content_spelling* find_content_spelling(std::string_view word) {
     return found != content_spellings.end() ? found : nullptr;
 }
 
-/// True for what can only be the value of the setting.
+/// Returns whether @p value can only be the value of the setting.
 bool is_value_of(mif_keyword keyword, std::string_view value) {
     return keyword == mif_keyword::width || keyword == mif_keyword::depth
                ? value.find_first_not_of("0123456789") == std::string_view::npos
                : mif_radix_of(value).has_value();
 }
 
-/// The keyword that @p word begins with where nothing but digits follows it, "WIDTH8".
+/// Returns the keyword of a word that is a keyword followed by digits: "WIDTH8".
 std::optional<mif_keyword> keyword_with_digits(std::string_view word) {
     const std::size_t digits = word.find_last_not_of("0123456789") + 1;
     return digits < word.size() ? mif_keyword_of(word.substr(0, digits)) : std::nullopt;
@@ -100,7 +100,7 @@ std::string_view name_of(mif_keyword keyword) noexcept {
     return keyword_names[static_cast<std::size_t>(keyword)];
 }
 
-/// Comments after BEGIN are read as those of the content.
+/// Comments after BEGIN belong to the content.
 void mif_header_parser::begin(const span& keyword) {
     tokens.enter(mif_section::content);
     sink.begin(keyword);
@@ -115,7 +115,7 @@ bool mif_header_parser::read() {
     return false;
 }
 
-/// False when the header ends.
+/// Returns false at the end of the header.
 bool mif_header_parser::read_one() {
     const mif_token& next = tokens.peek();
     const std::string_view text = tokens.in(next.at);
@@ -161,7 +161,7 @@ bool mif_header_parser::read_one() {
     return true;
 }
 
-/// True before "0 :", "[", and END.
+/// Returns whether "0 :", "[" or END follows.
 bool mif_header_parser::is_statement_ahead() {
     const mif_token& next = tokens.peek();
     if (next.is(mif_token::kind::open)) {
@@ -181,7 +181,7 @@ bool mif_header_parser::is_statement_ahead() {
     return found;
 }
 
-/// True when the word ahead is followed by ";" or a line end.
+/// Returns whether the next word is followed by ";" or a line end.
 bool mif_header_parser::ends_after_word() {
     const mif_tokens::cursor place = tokens.place();
     tokens.take();
@@ -227,7 +227,7 @@ void mif_header_parser::parse_setting(mif_keyword keyword) {
     find_end_of_setting(found);
 }
 
-/// "WIDTH8;"
+/// Parses "WIDTH8;".
 void mif_header_parser::parse_glued_setting(mif_keyword keyword, std::size_t name_length) {
     const span word = tokens.take().at;
     mif_setting found{
@@ -262,7 +262,7 @@ void mif_header_parser::find_end_of_setting(mif_setting& found) {
     sink.setting(found);
 }
 
-/// A setting that is misspelt, or any other text.
+/// Parses a misspelled setting or other text.
 void mif_header_parser::parse_unknown() {
     const mif_token first = tokens.peek();
     std::uint64_t name_end = first.at.offset;
@@ -296,7 +296,7 @@ void mif_header_parser::parse_unknown() {
     find_header_text(first, std::max({rest.end(), name.end(), first.at.end()}));
 }
 
-/// Text from @p first to @p end, of which the token ahead is what follows.
+/// Reports text from @p first to @p end, where the next token begins.
 void mif_header_parser::find_header_text(const mif_token& first, std::uint64_t end) {
     const span whole{first.at.offset, end - first.at.offset};
     const bool is_line =
@@ -308,7 +308,7 @@ void mif_header_parser::find_header_text(const mif_token& first, std::uint64_t e
     sink.finding({mif_syntax::header_text, whole, whole, {}, std::move(fix)});
 }
 
-/// "CON TENT BE GIN": what the words ahead are together, as many of them as possible.
+/// Returns the keywords that the following words form together, as many as possible: "CON TENT BE GIN".
 mif_header_parser::spelling mif_header_parser::keyword_with_blanks() {
     constexpr std::size_t longest = std::string_view("CONTENTSBEGIN").size();
     const mif_tokens::cursor place = tokens.place();
@@ -332,7 +332,7 @@ mif_header_parser::spelling mif_header_parser::keyword_with_blanks() {
     return found;
 }
 
-/// CONTENT, BEGIN or both, which are ahead.
+/// Parses CONTENT, BEGIN or both.
 void mif_header_parser::parse_content(const spelling& found) {
     while (!tokens.peek().is(mif_token::kind::end) && tokens.peek().at.offset < found.where.end()) {
         tokens.take();
@@ -353,7 +353,7 @@ void mif_header_parser::parse_content(const spelling& found) {
     }
 }
 
-/// Skips what is between CONTENT and BEGIN.
+/// Skips the text between CONTENT and BEGIN.
 void mif_header_parser::find_begin(const span& content) {
     while (!tokens.peek().is(mif_token::kind::end) && !is_statement_ahead()) {
         const mif_token& next = tokens.peek();
@@ -376,7 +376,7 @@ void mif_header_parser::find_begin(const span& content) {
     begin({content.end(), 0});
 }
 
-/// "BE GIN" where nothing said CONTENT: both faults are one, and so is their repair.
+/// Parses "BE GIN" without CONTENT: both faults have one diagnostic and one repair.
 void mif_header_parser::parse_begin_with_blanks(const span& where) {
     sink.finding({mif_syntax::missing_content,
                   where,

@@ -4,17 +4,17 @@
 
 namespace kvrimage {
 
-/// Reads what precedes the statements of a MIF: settings, CONTENT, BEGIN.
+/// Parses the part of a MIF before the statements: settings, CONTENT, BEGIN.
 class mif_header_parser {
 public:
     mif_header_parser(mif_tokens& of, mif_sink& to) : tokens(of), sink(to) {}
 
-    /// Ends before the first statement or END. False when the file ends before there is a CONTENT, BEGIN, or
+    /// Parses up to the first statement or END. Returns false if the file ends before CONTENT, BEGIN or a
     /// statement.
     bool read();
 
 private:
-    /// A way to write CONTENT or BEGIN, and the right one; "" where it is right.
+    /// A spelling of CONTENT or BEGIN and its correction; "" if it is correct.
     struct spelling {
         span where;
         std::string_view meant;
@@ -40,9 +40,9 @@ private:
     mif_sink& sink;
 };
 
-/// The keyword called @p name, in any letter case; nothing for other names.
+/// Returns the keyword with this name, ignoring letter case.
 [[nodiscard]] std::optional<mif_keyword> mif_keyword_of(std::string_view name) noexcept;
-/// "WIDTH" and the like.
+/// Returns the name of a keyword, such as "WIDTH".
 [[nodiscard]] std::string_view name_of(mif_keyword keyword) noexcept;
 
 } // namespace kvrimage

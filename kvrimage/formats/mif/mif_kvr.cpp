@@ -15,7 +15,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Why the library refuses a MIF, in the order of kvr::fault_code.
+/// Why the library rejects a MIF, in the order of kvr::fault_code.
 constexpr std::array<std::string_view, 12> kvr_reasons = {
     "the line is longer than 511 characters",
     "it finds no width in the line",
@@ -46,7 +46,7 @@ public:
     std::optional<kvr::read_fault> first;
 };
 
-/// Where a fault of the library is in the file; an empty span for one without a column.
+/// Returns the place of a fault of the library; empty for a fault without a column.
 span place_in_mif(const kvr::read_fault& reported, std::string_view contents) {
     if (reported.column == 0) {
         return {};

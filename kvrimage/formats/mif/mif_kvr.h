@@ -4,7 +4,7 @@
 
 namespace kvrimage {
 
-/// What the library kvr refuses or reads otherwise of a MIF; see consumer::check.
+/// Implements consumer::check for MIF and the library kvr.
 [[nodiscard]] std::vector<diagnostic>
 check_mif_with_kvr(std::string_view contents, const read_options& options, const read_result& ours);
 

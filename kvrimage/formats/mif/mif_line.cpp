@@ -12,7 +12,7 @@ std::ptrdiff_t index_of_line(std::size_t index) {
     return static_cast<std::ptrdiff_t>(index);
 }
 
-/// Gives the single line @p index the first address of the line after it.
+/// Extends the single line @p index by the first address of the next line.
 void join_with_next(std::vector<mif_line>& lines, std::size_t index) {
     mif_line& line = lines[index];
     mif_line& next = lines[index + 1];
@@ -25,8 +25,8 @@ void join_with_next(std::vector<mif_line>& lines, std::size_t index) {
     }
 }
 
-/// Gives the single line @p index the last address of the line before it; one of two addresses, which would
-/// become a single one, takes the line's address instead.
+/// Extends the single line @p index by the last address of the previous line. A previous line of two
+/// addresses would become single, so it is extended by line @p index instead.
 void join_with_previous(std::vector<mif_line>& lines, std::size_t index) {
     mif_line& line = lines[index];
     mif_line& previous = lines[index - 1];

@@ -9,21 +9,20 @@
 
 namespace kvrimage {
 
-/// What a statement that is to be written says: addresses and the texts of their words, which are repeated
-/// over them.
+/// A statement to write: addresses and the texts of the words, which repeat over the addresses.
 struct mif_line {
     std::uint64_t first;
     std::uint64_t last; ///< inclusive
     std::vector<std::string> values;
 
     [[nodiscard]] bool is_range() const noexcept { return first != last; }
-    /// Takes the first address off, which must not be the only one.
+    /// Removes the first address, which must not be the only one.
     std::string take_first();
-    /// Takes the last address off, which must not be the only one.
+    /// Removes the last address, which must not be the only one.
     std::string take_last();
 };
 
-/// Addresses that may not get a statement with one value, since they have one.
+/// Addresses that must not get a second statement with a single value.
 class taken_addresses {
 public:
     explicit taken_addresses(const kvr::address_set& of_file) : file(of_file) {}
@@ -37,9 +36,9 @@ private:
     std::set<std::uint64_t> added;
 };
 
-/// Makes lines of two addresses and more from the single ones among @p lines, which follow upon each other,
-/// whose addresses are taken; those that stay single are then taken too. There must be two addresses at
-/// least.
+/// Combines single-address lines whose address is taken with their neighbors into lines of at least two
+/// addresses. Addresses that remain single become taken. @p lines must be consecutive and cover at least two
+/// addresses.
 void join_taken(std::vector<mif_line>& lines, taken_addresses& taken);
 
 } // namespace kvrimage

@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::string_view blanks_of_style = " \t,";
 
-/// The part of @p contents from @p begin to @p end when it stands there for the looks (blanks, and commas
-/// between values, all on one line), else @p otherwise.
+/// Returns the text of @p contents from @p begin to @p end if it is only spacing (blanks, and commas between
+/// values, all on one line), else @p otherwise.
 std::string gap(std::string_view contents, std::uint64_t begin, std::uint64_t end,
                 std::string_view otherwise) {
     const std::string_view found = span{begin, end - begin}.in(contents);
@@ -32,7 +32,7 @@ digit_style style_of_addresses(std::string_view contents, const mif_statement& s
     return {std::min(first.digits, last.digits), first.lower_case || last.lower_case};
 }
 
-/// What stands within "[0..7]" and before the ":".
+/// Sets the style of the text within "[0..7]" and before the ":".
 void take_range_style(mif_line_style& style, std::string_view contents, const mif_statement& statement) {
     const std::string_view inside =
         span{statement.first.end(), statement.last.offset - statement.first.end()}.in(contents);
@@ -87,7 +87,7 @@ void append_values(std::string& text, const std::vector<std::string>& values, st
         if (column <= limit) {
             text.append(style.between).append(values[index]);
         } else {
-            // The blank keeps the value apart from the one in the line before.
+            // The blank separates the value from the one on the previous line.
             const std::string_view blank = style.indent.empty() ? " " : "";
             text.append(line_end).append(style.indent).append(blank).append(values[index]);
             column = style.indent.size() + blank.size() + values[index].size();

@@ -35,14 +35,14 @@ constexpr std::array<mif_radix_name, 11> mif_radix_names = {{
     {"HEXADECIMAL", radix::hex},
 }};
 
-/// In the order in which the library looks for them anywhere in a line.
+/// In the order in which the library searches a line for them.
 constexpr std::array<mif_radix_name, 5> kvr_radix_names = {{{"BIN", radix::bin},
                                                             {"DEC", radix::dec},
                                                             {"UNS", radix::uns},
                                                             {"HEX", radix::hex},
                                                             {"OCT", radix::oct}}};
 
-/// What a prefix ends with, and the radix that it says.
+/// The end of a prefix and its radix.
 struct radix_prefix {
     std::string_view mark;
     radix base;

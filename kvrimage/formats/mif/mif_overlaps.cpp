@@ -11,7 +11,7 @@ namespace kvrimage {
 
 namespace {
 
-/// @p address as the file would write it.
+/// Returns @p address in the notation of the file.
 std::string address_text(std::uint64_t address, radix shown_in) {
     std::string digits;
     const unsigned base = kvr::radix_base(kvr_radix(shown_in));
@@ -48,7 +48,7 @@ void mif_overlaps::take(const mif_statement& found, const mif_addresses& address
     words.fill(first, last, values);
 }
 
-/// True when the two texts are different words; texts that are none are different when they are.
+/// Returns whether the texts are different words. Invalid words are compared as texts.
 bool mif_overlaps::differ(std::string_view left, std::string_view right) const {
     if (left == right) {
         return false;
@@ -73,7 +73,7 @@ void mif_overlaps::add_single(const mif_statement& found, std::uint32_t address)
         return;
     }
     if (!is_other) {
-        // The line goes with the statement where it holds nothing else.
+        // A line that holds only the statement is removed with it.
         if (again.add(found.whole, text_edit{found.whole.offset, found.whole.length, ""}, all_repairs)) {
             again_address = found.first.in(text);
         }
@@ -105,8 +105,8 @@ void mif_overlaps::add_range(const mif_statement& found, std::uint32_t first, st
     }
 }
 
-/// The first address from @p first to @p last that holds another word than the values at hand, repeated from
-/// @p first on, give it. Stretches that one statement has set are not gone over word by word.
+/// Returns the first address from @p first to @p last whose word differs from the current values, repeated
+/// from @p first on. Ranges set by one statement are not compared word by word.
 std::optional<std::uint32_t> mif_overlaps::first_difference(std::uint32_t first, std::uint32_t last) const {
     std::uint64_t address = first;
     while (address <= last) {

@@ -9,20 +9,19 @@
 
 namespace kvrimage {
 
-/// Finds the statements of a file that set words which an earlier one has set. A single address after a range
-/// that holds it is meant so; every other one is found when it sets another value, and a single address that
-/// is set twice in any case.
+/// Finds statements that set words again. A single address after a range that contains it is legitimate.
+/// Other repetitions are reported if the value differs, repeated single addresses always.
 class mif_overlaps {
 public:
     mif_overlaps(std::string_view contents, const mif_number_form& numbers, bool wants_repairs);
 
-    /// Takes a statement of which the addresses are below the depth.
+    /// Adds a statement whose addresses are below the depth.
     void take(const mif_statement& found, const mif_addresses& addresses);
-    /// @param width of the words, at which values are compared; 0: as texts
+    /// Sets the word width at which values are compared; 0: they are compared as texts.
     void compare_at(std::uint32_t bits) { width = bits; }
 
     void report(diagnostic_list& list);
-    /// Single addresses that are set to two values.
+    /// Returns single addresses that are set to two values.
     [[nodiscard]] const std::vector<address_range>& in_doubt() const noexcept { return doubtful; }
 
 private:

@@ -12,34 +12,33 @@
 
 namespace kvrimage {
 
-/// What a MIF states before its words.
+/// The settings of a MIF.
 enum class mif_keyword : std::uint8_t { width, depth, address_radix, data_radix };
 inline constexpr std::size_t mif_keyword_count = 4;
 
-/// "WIDTH=8;" and the like.
+/// A setting such as "WIDTH=8;".
 struct mif_setting {
     mif_keyword keyword;
-    span whole; ///< from the name to the ";", or to the end of the value where there is none
+    span whole; ///< from the name to the ";", or to the end of the value if the ";" is missing
     span name;
-    span value; ///< as it stands between "=" and ";", blanks around it not counted; may be empty
+    span value; ///< between "=" and ";", without surrounding blanks; may be empty
 };
 
-/// "0 : 1 2;" or "[0..7] : 1 2;".
+/// A statement: "0 : 1 2;" or "[0..7] : 1 2;".
 struct mif_statement {
-    span whole;       ///< from the address to the ";", or to the last value where there is none
-    span first;       ///< the digits of the address, or of the lower end of a range
-    span last;        ///< the digits of the upper end; empty for a single address
-    span open, close; ///< the brackets; empty where there is none
+    span whole;       ///< from the address to the ";", or to the last value if the ";" is missing
+    span first;       ///< digits of the address or of the lower end of a range
+    span last;        ///< digits of the upper end; empty for a single address
+    span open, close; ///< brackets; empty if missing
     span colon;
-    span semicolon;           ///< empty where it is missing, which has been found and is certain
-    std::vector<span> values; ///< everything between separators, whether it is a number or not
-    bool sound = true;        ///< false: something is wrong with its form, which has been found
+    span semicolon;           ///< empty if it is missing, which was reported and is certain
+    std::vector<span> values; ///< all text between separators, numeric or not
+    bool sound = true;        ///< false: its syntax is faulty, which was reported
 
     [[nodiscard]] bool is_range() const noexcept { return last.length != 0; }
 };
 
-/// What can be found in the text of a MIF without knowing what its numbers mean. diagnostics.txt explains
-/// each.
+/// Syntax faults, which can be found without interpreting numbers. Described in diagnostics.txt.
 enum class mif_syntax : std::uint8_t {
     byte_order_mark,
     missing_equals,
@@ -85,34 +84,34 @@ inline constexpr std::size_t mif_syntax_count = static_cast<std::size_t>(mif_syn
 struct mif_finding {
     mif_syntax what;
     span where;
-    span text;                       ///< what the message quotes
-    std::string instead;             ///< what to write; for unknown_setting the name that is meant; may be ""
+    span text;                       ///< text to quote in the message
+    std::string instead;             ///< the correction, for unknown_setting the intended name; may be ""
     std::optional<text_edit> repair; ///< nothing unless it is certain
 };
 
-/// Takes the pieces of a MIF in the order of the file. What is in none of them is blanks and line ends, and
-/// text that was found not to be understood.
+/// Receives the pieces of a MIF in file order. The text outside of them is blanks, line ends, and text
+/// reported as a fault.
 class mif_sink {
 public:
     virtual ~mif_sink() = default;
-    /// With its marks, without the line end.
+    /// Receives a comment with its delimiters, without the line end.
     virtual void comment([[maybe_unused]] const span& whole) {}
     virtual void setting([[maybe_unused]] const mif_setting& found) {}
-    /// CONTENT and BEGIN, which may be one word. Where one of them is missing it is an empty span.
+    /// Receive CONTENT and BEGIN, which may be one word. The span of a missing keyword is empty.
     virtual void content([[maybe_unused]] const span& keyword) {}
     virtual void begin([[maybe_unused]] const span& keyword) {}
-    /// Valid during the call.
+    /// @p found is valid during the call only.
     virtual void statement([[maybe_unused]] const mif_statement& found) {}
-    /// @p semicolon is empty where it is missing.
+    /// @p semicolon is empty if it is missing.
     virtual void end([[maybe_unused]] const span& keyword, [[maybe_unused]] const span& semicolon) {}
     virtual void finding([[maybe_unused]] const mif_finding& found) {}
-    /// Called where a line begins with a statement, or may do so. The bytes of whole lines from @p offset on
-    /// that the sink has read by itself; 0: none.
+    /// Called at the start of a line that may begin with a statement. Returns the bytes of whole lines that
+    /// the sink has read itself from @p offset on; 0 for none.
     virtual std::size_t read_lines([[maybe_unused]] std::size_t offset) { return 0; }
 };
 
-/// Goes once over @p contents, a whole file, and hands its pieces to @p sink. Linear in time; needs the
-/// memory of one statement. Nothing escapes but what the sink throws.
+/// Parses @p contents, a whole file, in one pass and passes its pieces to @p sink. Takes linear time and the
+/// memory of one statement. Throws only what the sink throws.
 void parse_mif(std::string_view contents, mif_sink& sink);
 
 } // namespace kvrimage

@@ -22,7 +22,7 @@ public:
           pieces(take, base),
           header(contents) {}
 
-    /// One within a statement comes before it.
+    /// A comment within a statement is passed on before it.
     void comment(const span& whole) override { comments.push_back(whole); }
     void setting(const mif_setting& found) override {
         header.take(found, ignored);
@@ -44,7 +44,7 @@ public:
         }
     }
 
-    /// Hands out the comments that are left.
+    /// Passes on the remaining comments.
     void finish() { add_comments_before(text.size()); }
 
 private:
@@ -90,7 +90,7 @@ private:
     piece_output pieces;
     mif_header header;
     std::vector<span> comments;
-    std::size_t handed_out = 0; ///< of the comments
+    std::size_t handed_out = 0; ///< number of comments passed on
     diagnostic_list ignored{0};
 };
 

@@ -12,8 +12,7 @@ void mif_radix_trial::note(std::string_view text, radix tried, reading found) {
     }
 }
 
-/// A single number that is none is a mistake of its own. Of the numbers 0 to 1F, three in eight have a
-/// letter.
+/// A single invalid number is a fault of its own. Of the numbers 0 to 1F, three in eight contain a letter.
 std::optional<radix> mif_radix_trial::other() const {
     const bool are_many = misfits != 0 && misfits * 3 >= numbers;
     if (!are_many || std::ranges::count(fits, true) != 1) {

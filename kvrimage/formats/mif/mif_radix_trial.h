@@ -11,15 +11,15 @@
 
 namespace kvrimage {
 
-/// Finds out whether numbers are all of another radix than the one that is stated.
+/// Detects that all numbers are written in another radix than the stated one.
 class mif_radix_trial {
 public:
-    /// What a text is in a radix.
+    /// The result of parsing a text in a radix.
     enum class reading : std::uint8_t { fits, too_large, no_number };
 
     explicit mif_radix_trial(radix stated) : declared(stated) {}
 
-    /// Takes the next number. @p read(text, radix) says what it is.
+    /// Adds the next number. @p read (text, radix) returns its reading.
     template <class Read>
     void take(std::string_view text, Read&& read) {
         ++numbers;
@@ -33,9 +33,9 @@ public:
         }
     }
 
-    /// The radix that all numbers fit, where no other one does and many are none in the radix that is stated.
+    /// Returns the only radix that fits all numbers, if many numbers are invalid in the stated radix.
     [[nodiscard]] std::optional<radix> other() const;
-    /// A number that is none in the radix that is stated.
+    /// Returns a number that is invalid in the stated radix.
     [[nodiscard]] const std::string& example() const noexcept { return first_misfit; }
 
 private:

@@ -27,7 +27,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Reads a MIF into the texts of its words, and finds what is wrong with its form and its settings.
+/// Reads a MIF into the texts of its words and finds faults of its syntax and settings.
 class mif_text_reader : public mif_sink {
 public:
     mif_text_reader(std::string_view contents, const read_options& given, mif_fast_path path)
@@ -62,7 +62,7 @@ public:
     }
     void begin(const span& keyword) override {
         if (keyword.length != 0) {
-            unframed.reset(); // a BEGIN without CONTENT is a fault of its own
+            unframed.reset(); // BEGIN without CONTENT is a separate fault
         }
     }
     void statement(const mif_statement& found) override {
@@ -110,12 +110,12 @@ private:
     std::optional<mif_words> words;
     span content_at;
     bool has_comments = false;
-    bool has_structure = false;   ///< a setting or CONTENT
-    std::optional<span> unframed; ///< the first statement, where there is no CONTENT BEGIN
+    bool has_structure = false;   ///< a setting or CONTENT was found
+    std::optional<span> unframed; ///< the first statement, if there is no CONTENT BEGIN
     bool has_unsound = false;
     bool has_unsigned = false;
-    bool has_prefix = false;  ///< values that begin with "0x", which are words with a don't-care digit
-    bool is_unsigned = false; ///< all values are, though the radix that is stated is signed
+    bool has_prefix = false;  ///< some values begin with "0x", which is a word with a don't-care digit
+    bool is_unsigned = false; ///< all values are unsigned, although the stated radix is signed
     std::vector<address_range> in_doubt;
 };
 
@@ -129,8 +129,8 @@ void mif_text_reader::find_missing_settings(const image_words& all) {
     }
 }
 
-/// Statements without CONTENT BEGIN can be read where the caller gives what a header would say; without a
-/// header they lack just that, which is one cause.
+/// Statements without CONTENT BEGIN are readable if the caller gives the header settings. A missing header is
+/// one fault.
 void mif_text_reader::check_frame(const image_words& all) {
     if (options.width && options.depth) {
         list.add(diagnose::bare_statements(*unframed));
@@ -152,7 +152,7 @@ void mif_text_reader::check_frame(const image_words& all) {
     findings.forget(mif_syntax::missing_end);
 }
 
-/// The depth that the addresses need; 256 where there are none.
+/// Returns the depth that the addresses need; 256 without addresses.
 std::uint64_t mif_text_reader::lowest_depth(const image_words& all) {
     constexpr std::uint64_t usual = 256;
     std::uint64_t depth = 0;
@@ -170,7 +170,7 @@ std::uint64_t mif_text_reader::lowest_depth(const image_words& all) {
     return depth != 0 ? depth : usual;
 }
 
-/// The width that the longest word has by its hexadecimal digits; 8 where there is none.
+/// Returns the width of the longest word by its hexadecimal digits; 8 without words.
 std::uint64_t mif_text_reader::bits_of_digits(const image_words& all) {
     std::uint64_t longest = 0;
     for_each_row_or_run(
@@ -183,9 +183,10 @@ std::uint64_t mif_text_reader::bits_of_digits(const image_words& all) {
     return longest != 0 ? longest * bits_per_hex_digit : bits_per_byte;
 }
 
-/// False when the words would take much more memory than the file does.
+/// Returns false if the words would take much more memory than the file.
 bool mif_text_reader::is_proportionate(const image_words& all) {
-    constexpr std::uint32_t usual_width = 256; // what takes a few times the file is not looked at
+    // Memories that need only a few times the file size are not checked.
+    constexpr std::uint32_t usual_width = 256;
     constexpr std::uint64_t always_granted = std::uint64_t{16} << 20U;
     constexpr std::uint64_t most_growth = 4;
     const std::uint32_t bits = *width();
@@ -212,7 +213,7 @@ bool mif_text_reader::is_proportionate(const image_words& all) {
     return false;
 }
 
-/// Turns the texts into words. False when some are none, which are not set then.
+/// Converts the texts to words. Returns false if some are invalid; those become unset.
 bool mif_text_reader::make_words(image_words& all) {
     const std::uint32_t bits = *width();
     bool all_words = true;
@@ -222,7 +223,7 @@ bool mif_text_reader::make_words(image_words& all) {
             return true;
         }
         has_prefix = has_prefix || (form.data == radix::hex && value.size() > 2 && value[0] == '0' &&
-                                    kvr::upper_case_of(value[1]) == 'X'); // the fast path has capitals
+                                    kvr::upper_case_of(value[1]) == 'X'); // the fast path makes upper case
         if (make_word_of_any_sign(value, form.data, bits, word, has_unsigned)) {
             word.clear();
             all_words = false;
@@ -236,7 +237,7 @@ bool mif_text_reader::make_words(image_words& all) {
     return all_words;
 }
 
-/// Goes over the file again to say what is wrong with its numbers.
+/// Parses the file again to describe the faults of its numbers.
 void mif_text_reader::examine() {
     const bool knows_data = header.knows_radix(mif_keyword::data_radix);
     mif_examiner examiner(text, header, form, knows_data ? width() : std::nullopt, options.wants_repairs);
@@ -253,7 +254,7 @@ void mif_text_reader::hand_out(read_result& result, std::unique_ptr<image_words>
     for (const address_range& range : in_doubt) {
         result.image->words().fill(range.first, range.last, {""});
     }
-    // A later statement may have set what an earlier one left in doubt; that is in doubt, too.
+    // Words that an earlier statement left ambiguous stay so, even if a later one sets them.
     result.unreadable = united(std::move(in_doubt));
 }
 
@@ -278,8 +279,8 @@ read_result mif_text_reader::finish() {
     return result;
 }
 
-/// Completes the list. The words, those that are none unset; null where the file does not say what they are,
-/// or they are too many.
+/// Completes the diagnostics. Returns the words, invalid ones unset; null if the file does not determine them
+/// or they need too much memory.
 std::unique_ptr<image_words> mif_text_reader::find_faults() {
     const bool has_content = words.has_value();
     if (!has_content) {
@@ -296,7 +297,7 @@ std::unique_ptr<image_words> mif_text_reader::find_faults() {
     const bool can_be_words = has_numbers && is_proportionate(*all);
     const bool all_words = !can_be_words || make_words(*all);
     if (can_be_words && all->size() < *depth()) {
-        all->resize(*depth()); // which the caller gave: no MIF has as many
+        all->resize(*depth()); // the caller gave it: no MIF is this deep
     }
     if (has_doubts || !all_words || has_unsigned || has_prefix) {
         examine();
@@ -305,7 +306,7 @@ std::unique_ptr<image_words> mif_text_reader::find_faults() {
     return can_be_words ? std::move(all) : nullptr;
 }
 
-/// The last statement that sets an address.
+/// Finds the last statement that sets an address.
 class mif_word_finder : public mif_sink {
 public:
     mif_word_finder(std::string_view contents, std::uint64_t wanted)
@@ -339,14 +340,14 @@ private:
     std::optional<span> last;
 };
 
-/// Counts what only a MIF has.
+/// Counts features that only a MIF has.
 class mif_trait_counter : public mif_sink {
 public:
     explicit mif_trait_counter(std::string_view head) : text(head) {}
 
     void setting(const mif_setting& found) override { settings += found.value.length != 0 ? 1 : 0; }
     void content(const span& keyword) override { has_content = keyword.length != 0; }
-    /// Skips the lines that cannot change the answer any more.
+    /// Skips lines that cannot change the result.
     std::size_t read_lines(std::size_t offset) override {
         const std::size_t end = text.rfind('\n') + 1;
         return how_sure() == certainty::certain && end > offset ? end - offset : 0;

@@ -4,18 +4,18 @@
 
 namespace kvrimage {
 
-/// Whether regular lines may take the fast path; the result is the same.
+/// Selects the fast path for regular lines. It does not change the result.
 enum class mif_fast_path : std::uint8_t { used, unused };
 
-/// The memory that @p contents hold, and what is wrong with them. See format::read().
+/// Implements format::read for MIF.
 [[nodiscard]] read_result read_mif(std::string_view contents, const read_options& options,
                                    mif_fast_path path = mif_fast_path::used);
 
-/// See format::find_word().
+/// Implements format::find_word for MIF.
 [[nodiscard]] std::optional<place> find_mif_word(std::string_view contents, const read_options& options,
                                                  std::uint64_t address);
 
-/// See format::sniff().
+/// Implements format::sniff for MIF.
 [[nodiscard]] certainty sniff_mif(std::string_view head);
 
 } // namespace kvrimage

@@ -12,23 +12,22 @@
 
 namespace kvrimage {
 
-/// The addresses that @p statement of @p contents, which read() takes, sets.
+/// Returns the addresses that @p statement sets. @p contents must be readable.
 [[nodiscard]] address_range set_addresses_of(std::string_view contents, const mif_statement& statement,
                                              const mif_number_form& form);
 
-/// What a first look at a MIF finds.
+/// The result of the first pass over a MIF.
 struct mif_survey {
-    std::vector<setting_place>
-        places; ///< the statements that set words to be edited; numbers are their offsets
-    kvr::address_set single_addresses; ///< that have a statement with one value
+    /// The statements that set words to edit, with their offsets.
+    std::vector<setting_place> places;
+    kvr::address_set single_addresses; ///< set by a statement with one value
     style_finder addresses;
     style_finder values;
-    std::optional<std::uint64_t> last_statement; ///< its offset
-    std::uint64_t end; ///< the offset of END; of the end of the file where it is missing
+    std::optional<std::uint64_t> last_statement; ///< offset
+    std::uint64_t end; ///< offset of END, or of the end of the file if END is missing
 };
 
-/// Looks at @p contents, whose numbers are as @p form says. One pass, which goes over regular lines about as
-/// fast as reading them does.
+/// Surveys @p contents with numbers of @p form in one pass. Regular lines take about as long as reading them.
 void survey_mif(std::string_view contents, const mif_number_form& form, const edit_pieces& pieces,
                 mif_survey& survey);
 

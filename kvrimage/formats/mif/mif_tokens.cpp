@@ -11,7 +11,7 @@ namespace kvrimage {
 
 namespace {
 
-/// What ends a word; "-" only where another follows it.
+/// Characters that end a word; "-" only before another "-".
 constexpr std::string_view word_ends = " \t\r\n=;:[],.%";
 
 constexpr std::array<bool, 256> ends_word = [] {
@@ -44,15 +44,15 @@ mif_token::kind kind_of(char character) noexcept {
     }
 }
 
-/// @p line in upper case, without blanks: what the library looks for the words of the header in.
+/// Returns @p line in upper case without blanks, as the library searches it for header keywords.
 std::string squeezed(std::string_view line) {
     std::string result = kvr::to_upper_case(kvr::without_comments(line));
     kvr::strip_blanks(result);
     return result;
 }
 
-/// @p comment in lines that the library takes. Nothing where one that does not begin with "--" looks like a
-/// statement or a setting.
+/// Splits @p comment into lines short enough for the library. Returns nothing if a line without "--" looks
+/// like a statement or a setting.
 std::optional<std::string> lines_of_comment(std::string_view comment, bool has_marks) {
     const std::string_view mark = has_marks ? "--" : "";
     const std::size_t most = longest_kvr_line - mark.size();
@@ -180,7 +180,7 @@ void mif_tokens::skip_blanks() {
     }
 }
 
-/// The length of the "//" or "#" at hand that begins a comment of another language; 0 where there is none.
+/// Returns the length of a "//" or "#" here that begins a comment of another language; 0 if there is none.
 std::size_t mif_tokens::other_comment_mark() const {
     const char c = text[here.at];
     if ((c != '/' && c != '#') || section == mif_section::after_end) {
@@ -195,7 +195,7 @@ std::size_t mif_tokens::other_comment_mark() const {
     return !here.token_in_line || is_apart || before[last] == ';' ? 1 : 0;
 }
 
-/// Ends the line at @p end, where a LF is or the file ends.
+/// Ends the line at @p end, at its LF or at the end of the file.
 void mif_tokens::measure_line(std::size_t end) {
     if (here.line_begin < measured_lines) {
         return;
@@ -210,7 +210,7 @@ void mif_tokens::measure_line(std::size_t end) {
     }
 }
 
-/// Leaves out the blanks at the end of a line, or breaks it where that changes nothing.
+/// Removes trailing blanks, or breaks the line if that does not change its meaning.
 std::optional<text_edit> mif_tokens::shortened(const span& line) const {
     const std::string_view whole = line.in(text);
     const std::size_t used = whole.find_last_not_of(" \t") + 1;
@@ -222,7 +222,7 @@ std::optional<text_edit> mif_tokens::shortened(const span& line) const {
     return has_comment ? comment_in_lines({line.offset, used}) : statement_in_lines(line);
 }
 
-/// Breaks a line where blanks are between values.
+/// Breaks a line at the blanks between values.
 std::optional<text_edit> mif_tokens::statement_in_lines(const span& line) const {
     const std::string_view whole = line.in(text);
     const std::size_t colon = whole.find(':');
@@ -243,8 +243,8 @@ std::optional<text_edit> mif_tokens::statement_in_lines(const span& line) const 
     return text_edit{line.offset, line.length, lines.append(whole.substr(begin))};
 }
 
-/// Breaks the comment of a line that ends with it. One that was alone in its line, or follows a statement,
-/// becomes lines of its own that begin with "--".
+/// Breaks the comment at the end of a line. A comment alone on its line or after a statement becomes lines
+/// that begin with "--".
 std::optional<text_edit> mif_tokens::comment_in_lines(const span& line) const {
     const bool is_inner = line.offset < latest_lines.end();
     std::size_t begin = is_inner ? std::max(latest_lines.offset, line.offset)
@@ -269,7 +269,7 @@ std::optional<text_edit> mif_tokens::comment_in_lines(const span& line) const {
     return text_edit{begin, line.end() - begin, (begin == line.offset ? "" : "\n") + *lines};
 }
 
-/// Leaves the place at the line end.
+/// Leaves the position at the line end.
 void mif_tokens::skip_line_end() {
     measure_line(here.at);
     here.line_begin = here.at + 1;
@@ -277,7 +277,7 @@ void mif_tokens::skip_line_end() {
     here.token_in_line = false;
 }
 
-/// Leaves the place at the last byte of a comment that goes on to @p end.
+/// Leaves the position at the last byte of a comment that extends to @p end.
 void mif_tokens::take_comment(std::size_t end) {
     if (here.at >= reported) {
         sink.comment({here.at, end - here.at});
@@ -292,15 +292,15 @@ void mif_tokens::find_once(mif_syntax what, const span& where, std::optional<tex
     }
 }
 
-/// Where the characters of the line at @p from end: before its LF, and a CR before that.
+/// Returns the end of the characters of the line at @p from, before its LF or CR LF.
 std::size_t mif_tokens::end_of_line(std::size_t from) const {
     const std::size_t end = std::min(text.find('\n', from), text.size());
     return end > from && end < text.size() && text[end - 1] == '\r' ? end - 1 : end;
 }
 
-/// A "%" that no other one on its line closes may open a comment of several lines, or one that ends with the
-/// line. It is the former, unless what follows the "%" that would close it is neither the end of a line nor
-/// something that a MIF can go on with: then that one opens the next comment.
+/// Skips the comment that a "%" opens. Without a second "%" on its line it extends over several lines to the
+/// next "%", if a line end or a valid continuation of a MIF follows that. Otherwise the comment ends with the
+/// line, and the next "%" opens another one.
 void mif_tokens::skip_percent_comment() {
     const std::size_t line_end = end_of_line(here.at);
     const std::size_t close = text.find('%', here.at + 1);
@@ -347,7 +347,7 @@ void mif_tokens::skip_comment_of_lines(std::size_t close) {
     }
     const std::string_view follows = text.substr(close + 1, end_of_line(close + 1) - close - 1);
     const bool is_doubtful = gives_words && looks_like_mif(follows);
-    here.percent_in_line = !is_doubtful; // what follows is no fault of its own then
+    here.percent_in_line = !is_doubtful; // faults in the following text are not reported
     if (!is_new || (!is_read && !is_doubtful)) {
         return;
     }
@@ -365,8 +365,7 @@ void mif_tokens::skip_comment_of_lines(std::size_t close) {
     }
 }
 
-/// True when the library, for which a "%" hides no more than the rest of its line, makes something of @p
-/// line.
+/// Returns whether the library interprets @p line. To the library a "%" hides only the rest of its line.
 bool mif_tokens::is_read_by_kvr(std::string_view line) const {
     switch (section) {
     case mif_section::header:

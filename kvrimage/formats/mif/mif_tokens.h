@@ -5,7 +5,7 @@
 
 namespace kvrimage {
 
-/// The longest line that the library kvr takes, its line end not counted.
+/// The longest line that the library kvr reads, without its line end.
 inline constexpr std::size_t longest_kvr_line = 511;
 
 struct mif_token {
@@ -13,24 +13,24 @@ struct mif_token {
 
     kind what = kind::end;
     span at;
-    bool starts_line = false;   ///< only blanks and comments precede it in its line
-    bool after_comment = false; ///< a "%" precedes it in its line
-    bool is_glued = false;      ///< nothing but line ends and comments is between it and the word before it
+    bool starts_line = false;   ///< only blanks and comments precede it on its line
+    bool after_comment = false; ///< a "%" precedes it on its line
+    bool is_glued = false;      ///< only line ends and comments separate it from the previous word
 
     [[nodiscard]] bool is(kind one) const noexcept { return what == one; }
 };
 
-/// The part of a file that is being read. What a comment may hide differs from part to part.
+/// The current section of the file. It determines how comments are recognized.
 enum class mif_section : std::uint8_t { header, content, after_end };
 
-/// Cuts a MIF into tokens, and hands its comments to the sink.
+/// Splits a MIF into tokens and passes its comments to the sink.
 class mif_tokens {
 public:
     mif_tokens(std::string_view contents, mif_sink& comments_and_findings)
         : text(contents),
           sink(comments_and_findings) {}
 
-    /// A place between two tokens.
+    /// A position between two tokens.
     struct cursor {
         std::size_t at = 0;
         std::size_t line_begin = 0;
@@ -40,28 +40,28 @@ public:
         bool after_word = false;
     };
 
-    /// The next token, which stays ahead until it is taken.
+    /// Returns the next token without consuming it.
     const mif_token& peek();
     mif_token take();
     [[nodiscard]] const cursor& place() const noexcept { return has_ahead ? before_ahead : here; }
     void go_back_to(const cursor& earlier);
-    /// Skips the rest of a line that has not ended, up to the first ";" on it, which is taken too. What was
-    /// skipped, blanks at its end not counted.
+    /// Skips the rest of the line, up to and including its first ";". Returns the skipped text without
+    /// trailing blanks.
     span skip_statement();
 
-    /// The begin of the line at hand when no token of it was taken; nothing else.
+    /// Returns the start of the current line if no token of it was consumed; else nothing.
     [[nodiscard]] std::optional<std::size_t> line_without_tokens();
-    /// Where the line begins that the last token, be it ahead, is in.
+    /// Returns the start of the line of the last token, consumed or not.
     [[nodiscard]] std::size_t line() const noexcept { return here.line_begin; }
-    /// Skips the first @p bytes of the file.
+    /// Skips the first @p bytes bytes of the file.
     void skip_mark(std::size_t bytes) { here.at = bytes; }
-    /// Skips whole lines from there on.
+    /// Skips whole lines from the current position on.
     void skip_lines(std::size_t bytes);
 
     void enter(mif_section next) { section = next; }
     [[nodiscard]] std::string_view contents() const noexcept { return text; }
     [[nodiscard]] std::string_view in(const span& where) const { return where.in(text); }
-    /// True when a line ends between the two offsets.
+    /// Returns whether a line ends between the two offsets.
     [[nodiscard]] bool has_line_end(std::uint64_t from, std::uint64_t to) const;
 
 private:
@@ -85,9 +85,9 @@ private:
     mif_sink& sink;
     mif_section section = mif_section::header;
     cursor here;
-    std::size_t reported = 0;       ///< comments that begin before this are known
-    std::size_t measured_lines = 0; ///< lines that begin before this, too
-    span latest_lines;              ///< the last comment that goes over several lines
+    std::size_t reported = 0;       ///< comments that begin before this offset were reported
+    std::size_t measured_lines = 0; ///< lines that begin before this offset were measured
+    span latest_lines;              ///< the last comment of several lines
     mif_token ahead;
     cursor before_ahead;
     bool has_ahead = false;
@@ -97,10 +97,11 @@ private:
     return {offset, 0, std::move(text)};
 }
 
-/// True for what begins a statement, a setting, or the content: "0 :", "[", "WIDTH", "CONTENT", "END".
+/// Returns whether @p line begins like a statement, a setting, or the content: "0 :", "[", "WIDTH",
+/// "CONTENT", "END".
 [[nodiscard]] bool looks_like_mif(std::string_view line);
 
-/// True when the library makes something of @p line, one of the header, though it may be no setting.
+/// Returns whether the library interprets the header line @p line, even if it is not a setting.
 [[nodiscard]] bool is_read_as_header(std::string_view line);
 
 } // namespace kvrimage

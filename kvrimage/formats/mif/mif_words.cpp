@@ -13,7 +13,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Regular lines are read in parts that stay in the cache of the processor.
+/// Regular lines are read in parts that fit the processor cache.
 constexpr std::size_t bytes_at_once = std::size_t{128} * 1024;
 
 using address_fault = mif_addresses::fault;
@@ -135,7 +135,7 @@ std::size_t mif_words::set_lines(std::size_t offset) {
     return at - offset;
 }
 
-/// Notes which addresses regular lines have set, some of which are lists, or follow lists.
+/// Records the addresses that regular lines have set, if some lines are lists or follow lists.
 void mif_words::note_lists_of(std::string_view lines) {
     const unsigned base = kvr::radix_base(kvr_radix(form.addresses));
     while (!lines.empty()) {

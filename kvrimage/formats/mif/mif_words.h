@@ -14,39 +14,39 @@
 
 namespace kvrimage {
 
-/// How the numbers of a MIF are read.
+/// How to read the numbers of a MIF.
 struct mif_number_form {
     radix addresses = radix::hex;
     radix data = radix::hex;
     std::uint64_t depth = 0;
-    std::uint64_t base = 0;       ///< the address from which messages count the depth
-    bool has_given_depth = false; ///< by the caller, whatever the file states
+    std::uint64_t base = 0;       ///< address from which messages count the depth
+    bool has_given_depth = false; ///< the caller states the depth, overriding the file
 };
 
-/// Which addresses a statement sets.
+/// The addresses that a statement sets.
 struct mif_addresses {
     enum class fault : std::uint8_t { none, no_number, negative, beyond, goes_down };
 
     fault what = fault::none;
-    bool at_last = false; ///< the fault is that of the upper end
+    bool at_last = false; ///< the fault is in the upper end
     std::uint64_t first = 0;
-    std::uint64_t last = 0; ///< that the values reach, where there is none or the fault is `beyond`
+    std::uint64_t last = 0; ///< the last address set; valid if `fault` is none or `beyond`
 };
 [[nodiscard]] mif_addresses addresses_of(const mif_statement& statement, std::string_view contents,
                                          const mif_number_form& form);
 
-/// Collects the words of a MIF, as the texts that they are in the file.
+/// Collects the words of a MIF as their texts in the file.
 class mif_words {
 public:
     mif_words(std::string_view contents, const mif_number_form& numbers);
 
     void set(const mif_statement& statement);
-    /// Reads regular lines from @p offset, the begin of a line, on. How many bytes it has read.
+    /// Reads regular lines from @p offset, the start of a line, on. Returns the number of bytes read.
     std::size_t set_lines(std::size_t offset);
 
-    /// True when a statement was not taken, since its addresses are none.
+    /// Returns whether a statement was skipped because of invalid addresses.
     [[nodiscard]] bool has_bad_statement() const noexcept { return bad_statement; }
-    /// True when an address may have been set twice other than by a single address after a range.
+    /// Returns whether an address may have been set twice, except by a single address after a range.
     [[nodiscard]] bool has_overlap() const noexcept { return overlap; }
     [[nodiscard]] kvr::word_store take() { return std::move(memory.data_words); }
 
@@ -58,9 +58,9 @@ private:
 
     std::string_view text;
     mif_number_form form;
-    kvr::mif_memory memory; ///< its set of addresses is those of single values
+    kvr::mif_memory memory; ///< its address set contains addresses of single values
     kvr::fast_mif_lines fast_lines;
-    kvr::address_set listed; ///< addresses that lists have set
+    kvr::address_set listed; ///< addresses set by lists
     bool has_lists = false;
     std::size_t whole_lines_end;
     std::vector<std::string_view> values;

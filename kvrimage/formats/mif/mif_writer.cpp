@@ -21,7 +21,7 @@ namespace kvrimage {
 
 namespace {
 
-/// How the lines of a MIF look.
+/// The layout of the lines of a MIF.
 struct mif_layout {
     mif_layout(const memory_image& image, const write_options& options)
         : address_radix(options.address_radix.value_or(radix::hex)),
@@ -31,13 +31,13 @@ struct mif_layout {
           address_width(
               kvr::address_length(static_cast<std::uint32_t>(image.depth() - 1), kvr_radix(address_radix))) {}
 
-    /// The line that gives @p data to addresses; its LF is part of it.
+    /// Appends the line that assigns @p data to the addresses, including its LF.
     void append_line(std::string& out, std::uint64_t first, std::uint64_t last, std::string_view data) const {
         kvr::append_content_line(out, static_cast<std::uint32_t>(first), static_cast<std::uint32_t>(last),
                                  data, kvr_radix(address_radix), address_width, {});
     }
-    /// True when the image holds its words as they are written: can_write_mif() has refused the ones that it
-    /// holds as binary digits, which have don't-care bits beside others.
+    /// Returns whether the image stores words as they are written. Words stored as binary digits mix
+    /// don't-care bits with others in a digit; can_write_mif() has rejected them.
     [[nodiscard]] bool shows_words() const noexcept { return data_radix == radix::hex; }
 
     radix address_radix;
@@ -47,9 +47,9 @@ struct mif_layout {
     std::size_t address_width;
 };
 
-// --- can it be written? ---
+// Obstacles to writing
 
-/// Characters of the longest line with words in @p data_radix, without its LF.
+/// Returns the length of the longest line with words in @p data_radix, without its LF.
 std::size_t longest_line(const memory_image& image, const mif_layout& layout, radix data_radix) {
     std::string line;
     const std::string word(most_characters_of_word(data_radix, image.width()), '0');
@@ -67,7 +67,7 @@ void add_fault_of_lines(std::vector<diagnostic>& faults, const memory_image& ima
     }
 }
 
-/// Looks for a word that the data radix cannot show.
+/// Finds a word that the data radix cannot represent.
 class dont_care_search {
 public:
     dont_care_search(const memory_image& searched, radix shown_in) : image(searched), data_radix(shown_in) {}
@@ -81,7 +81,7 @@ public:
     }
 
 private:
-    /// Words without don't-care digits are shown in every radix.
+    /// Words without don't-care digits are valid in every radix.
     static std::uint32_t pass_row(const kvr::word_row& row) {
         const std::size_t dont_care = row.all().find('X');
         return dont_care == std::string_view::npos ? row.count
@@ -116,7 +116,7 @@ void add_fault_of_words(std::vector<diagnostic>& faults, const memory_image& ima
     }
 }
 
-// --- writing ---
+// Writing
 
 class mif_writing {
 public:
@@ -171,7 +171,7 @@ private:
             write_line(address, address, text);
         }
     }
-    /// Returns how many words were written: none where a range is not wanted.
+    /// Returns the number of words written; 0 if ranges are not wanted.
     std::uint64_t write_cycle(const text_cycle& cycle) {
         if (!layout.runs) {
             return 0;
@@ -182,9 +182,8 @@ private:
                    words_of_turn(cycle, line.size() - std::string_view(";\n").size()));
         return cycle.length();
     }
-    /// The words of one turn of @p cycle, as a range repeats them. They go on in further lines where one
-    /// would be too long, in the column of the first one;
-    /// @p line_begin characters come before them in each line.
+    /// Returns the words of one period of @p cycle for a range. Words that do not fit continue on further
+    /// lines, in the column of the first word, after @p line_begin characters.
     std::string words_of_turn(const text_cycle& cycle, std::size_t line_begin) {
         const std::string next_line = fmt::format("\n\t{:{}}", "", line_begin - 1);
         std::string words;
@@ -192,7 +191,7 @@ private:
         for (std::uint32_t index = 0; index < cycle.period; ++index) {
             show_word(image.words()[cycle.first + index], layout.data_radix, layout.width, text);
             if (index != 0) {
-                // The ";" needs a place, too.
+                // Keeps room for the ";".
                 const bool fits = line_length + 1 + text.size() + 1 <= longest_kvr_line;
                 words.append(fits ? " " : next_line);
                 line_length = fits ? line_length + 1 : line_begin;
@@ -207,13 +206,13 @@ private:
     const mif_layout& layout;
     kvr::fast_mif_rows rows;
     sink_buffer output;
-    /// At least the characters of the line of one address, without its word.
+    /// Lower bound of the length of a line with one address, without its word.
     std::size_t row_line = layout.address_width + 16;
     std::string line;
     std::string text;
 };
 
-// --- size ---
+// Size
 
 class mif_size {
 public:
@@ -232,7 +231,7 @@ public:
     }
 
 private:
-    /// Without a word.
+    /// Returns the length without the word.
     [[nodiscard]] std::uint64_t length_of_line(std::uint64_t first, std::uint64_t last) const {
         std::string line;
         layout.append_line(line, first, last, {});
@@ -242,7 +241,8 @@ private:
         show_word(word, layout.data_radix, layout.width, text);
         return text.size();
     }
-    /// The words up to one that the next word equals, or the last, whose next is not known.
+    /// Adds the words up to one that equals its successor, or up to the last word, whose successor is
+    /// unknown.
     std::uint32_t add_row(const kvr::word_row& row) {
         if (!layout.shows_words()) {
             return 0;

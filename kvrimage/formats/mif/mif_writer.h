@@ -8,19 +8,19 @@
 
 namespace kvrimage {
 
-/// What write_mif() begins with: a comment that says who has written the file.
+/// The first line that write_mif() writes, a comment that names the program.
 inline constexpr std::string_view mif_first_line = "-- Memory Initialization File, written by kvrmem";
 
-/// Why @p image cannot be written as MIF: it does not begin at address 0, is deeper than a header can say,
-/// has words too wide for a line, or don't-care bits that the data radix cannot show (the first such word is
-/// reported). See format.h.
+/// Implements format::can_write for MIF. Rejects images that do not begin at address 0, that are deeper than
+/// a header can state, with words too wide for a line, or with don't-care bits that the data radix cannot
+/// represent (the first such word is reported).
 [[nodiscard]] std::vector<diagnostic> can_write_mif(const memory_image& image, const write_options& options);
 
-/// Writes @p image, which can_write_mif() has passed. Words that are not set are left out; a fill that
-/// repeats several words is one range with @p options.runs.
+/// Writes @p image, which can_write_mif() has accepted. Unset words are omitted. With @p options.runs a
+/// repeated sequence of words becomes one range.
 void write_mif(const memory_image& image, const write_options& options, text_sink& output);
 
-/// The bytes that write_mif() makes; addresses of decimal ranges count with all of their digits.
+/// Returns the output size of write_mif() in bytes. Decimal addresses of ranges count with their full length.
 [[nodiscard]] std::uint64_t written_size_of_mif(const memory_image& image, const write_options& options);
 
 } // namespace kvrimage

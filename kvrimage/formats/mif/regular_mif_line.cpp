@@ -18,7 +18,7 @@ constexpr std::array<bool, 256> is_value_digit = [] {
     return table;
 }();
 
-/// Goes over one line, character by character.
+/// Scans one line character by character.
 class line_scan {
 public:
     line_scan(std::string_view contents, std::size_t offset) : text(contents), at(offset) {}
@@ -34,7 +34,7 @@ public:
         at += is_there ? 1 : 0;
         return is_there;
     }
-    /// The number; nothing without a digit, and from 2^32 on.
+    /// Parses a number. Returns nothing without a digit or from 2^32 on.
     std::optional<std::uint64_t> parse_number(unsigned base) noexcept {
         const std::size_t begin = at;
         std::uint64_t number = 0;
@@ -50,7 +50,7 @@ public:
         }
         return at != begin ? std::optional(number) : std::nullopt;
     }
-    /// A value, and the blanks that end it unless a ";" does.
+    /// Parses a value and the blanks after it; a ";" may follow it directly.
     bool parse_value(regular_mif_line& line) noexcept {
         take('-');
         const std::size_t begin = at;
@@ -66,7 +66,7 @@ public:
         ++line.value_count;
         return true;
     }
-    /// Goes to the next line. False when something but a comment precedes it.
+    /// Advances to the next line. Returns false if anything but a comment precedes the line end.
     bool parse_line_end() noexcept {
         skip_blanks();
         if (text.substr(at, 2) == "--") {
@@ -82,7 +82,7 @@ private:
     std::size_t at;
 };
 
-/// Values up to the ";".
+/// Parses values up to the ";".
 bool parse_regular_values(line_scan& scan, regular_mif_line& line) noexcept {
     scan.skip_blanks();
     line.values_begin = scan.place();

@@ -7,7 +7,7 @@
 
 namespace kvrimage {
 
-/// A line of one statement of one address and values, and at most a comment of "--": the fast path beside the
+/// A line with one statement of one address and its values, and at most a "--" comment. Fast path beside the
 /// parser.
 struct regular_mif_line {
     std::uint64_t address;
@@ -19,8 +19,9 @@ struct regular_mif_line {
     std::size_t next_line;
 };
 
-/// The line of @p contents at @p offset, a line's begin where a statement may begin, when it is regular;
-/// addresses are numbers to the base @p address_base and below 2^32. The parser finds the same in it.
+/// Parses the line of @p contents at @p offset, the start of a line where a statement may begin. Returns
+/// nothing if the line is not regular. Addresses are numbers to the base @p address_base below 2^32. The
+/// parser gives the same result.
 [[nodiscard]] std::optional<regular_mif_line>
 regular_mif_line_at(std::string_view contents, std::size_t offset, unsigned address_base) noexcept;
 

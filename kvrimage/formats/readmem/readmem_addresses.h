@@ -10,14 +10,14 @@
 
 namespace kvrimage {
 
-/// The addresses of the words of a list, as they follow from its '@'.
+/// Tracks the addresses of the words of a list according to its '@' addresses.
 class readmem_addresses {
 public:
-    /// @param unit_bytes what an '@' counts for each word
+    /// @param unit_bytes the increment of an '@' address per word
     explicit readmem_addresses(std::uint64_t unit_bytes) : unit(unit_bytes) {}
 
-    /// False for an address within a word. After that one, and one that is not readable, the address of the
-    /// next word is not known.
+    /// Sets the address of the next word. Returns false if @p address is within a word; then, or if it is
+    /// unreadable, the next address is unknown.
     bool take(const readmem_piece& address) {
         const bool is_known = address.address_fault != readmem_address_fault::syntax &&
                               address.address_fault != readmem_address_fault::outside;
@@ -29,13 +29,13 @@ public:
         ended = false;
         return begins_word;
     }
-    /// The address of the next word; nothing when it is not known.
+    /// Returns the address of the next word; nothing if it is unknown.
     [[nodiscard]] std::optional<std::uint64_t> peek() const noexcept { return next; }
-    /// True when the next word is beyond all addresses.
+    /// Returns whether the next word is beyond the highest possible address.
     [[nodiscard]] bool at_end() const noexcept { return ended; }
-    /// Goes on after @p count words, which all have addresses.
+    /// Advances by @p count words, which must all have addresses.
     void skip(std::uint64_t count) { *next += count; }
-    /// Goes on after a word.
+    /// Advances by one word.
     void advance() {
         if (next) {
             ended = *next == std::numeric_limits<std::uint64_t>::max();
@@ -49,8 +49,8 @@ private:
     bool ended = false;
 };
 
-/// What an '@' of @p contents counts for each word: 1, or with addresses that count bytes, those of a word.
-/// Where no width is given, it is that of the longest word.
+/// Returns the increment of an '@' address per word: 1, or the bytes of a word if addresses count bytes. A
+/// missing width is that of the longest word.
 [[nodiscard]] std::uint64_t readmem_unit_bytes(std::string_view contents, const read_options& options,
                                                radix digits_radix);
 

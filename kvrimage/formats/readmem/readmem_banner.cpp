@@ -8,7 +8,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Removes the digits at the front of @p text; false when there are none.
+/// Removes leading digits of @p text. Returns false if there are none.
 bool skip_banner_number(std::string_view& text) {
     const std::size_t digits = std::min(text.find_first_not_of("0123456789"), text.size());
     text.remove_prefix(digits);

@@ -8,10 +8,10 @@
 
 namespace kvrimage {
 
-/// The comment that a file begins with where that is wanted: "// 16 words of 8 bits", with its line end.
+/// Returns the optional comment at the start of a file, with its line end: "// 16 words of 8 bits".
 [[nodiscard]] std::string readmem_banner(const memory_image& image);
 
-/// True when the comment at @p where of @p contents is one that readmem_banner() makes.
+/// Returns whether readmem_banner() makes the comment at @p where in @p contents.
 [[nodiscard]] bool is_readmem_banner(std::string_view contents, const span& where);
 
 } // namespace kvrimage

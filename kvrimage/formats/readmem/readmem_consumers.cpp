@@ -13,7 +13,7 @@ namespace kvrimage {
 
 namespace {
 
-/// A program, and the version that was measured.
+/// A program and its tested version.
 struct measured_reader {
     std::string_view name;
     std::string_view title;
@@ -23,11 +23,11 @@ constexpr measured_reader icarus = {"icarus", "Icarus Verilog 11.0"};
 constexpr measured_reader verilator = {"verilator", "Verilator 5.006"};
 constexpr measured_reader yosys = {"yosys", "Yosys 0.23"};
 
-/// What a reader makes of a trigger. tests/simulators holds each rule against the programs.
+/// The effect of a trigger on a reader. tests/simulators compares each rule with the programs.
 struct readmem_rule {
     const measured_reader* reader;
     readmem_trigger trigger;
-    std::string_view effect; ///< follows the reader's title; "refuses" first where it reads no words
+    std::string_view effect; ///< follows the reader's title; begins with "refuses" if it reads no words
 };
 
 constexpr auto readmem_rules = std::to_array<readmem_rule>({
@@ -89,10 +89,10 @@ constexpr auto readmem_rules = std::to_array<readmem_rule>({
 struct readmem_advice {
     readmem_trigger trigger;
     std::string_view advice;
-    std::string_view repair = {}; ///< what the edits of the trigger do
+    std::string_view repair = {}; ///< describes the edits of the trigger
 };
 
-// What is broken has a hint in the diagnostic of the reader.
+// Broken contents get their hint in the diagnostic of the reader.
 constexpr auto readmem_advices = std::to_array<readmem_advice>({
     {readmem_trigger::word_at_end, "end the file with a line end", "the file ends with a line end now"},
     {readmem_trigger::form_feed, "separate words by blanks or line ends", "form feeds are blanks now"},

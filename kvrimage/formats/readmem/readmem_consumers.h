@@ -7,8 +7,8 @@
 
 namespace kvrimage {
 
-// See consumer::check. What these programs refuse or read otherwise, of either format; files that are broken
-// included.
+// Implement consumer::check for both formats: what these programs reject or read differently, also in broken
+// files.
 
 [[nodiscard]] std::vector<diagnostic>
 check_readmem_for_icarus(std::string_view contents, const read_options& options, const read_result& ours);

@@ -17,7 +17,7 @@ using readmem_kind = readmem_piece::kind;
 constexpr std::string_view highest_readmem_address = "FFFFFFFFFFFFFFFF";
 constexpr std::string_view address_after_all = "10000000000000000";
 
-/// "@1F" for an address whose meaning is clear.
+/// Returns "@1F" for an address of clear meaning.
 std::string proper_readmem_address(const readmem_piece& address) {
     return fmt::format("@{:X}", address.address);
 }

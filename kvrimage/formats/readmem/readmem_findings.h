@@ -12,34 +12,34 @@
 
 namespace kvrimage {
 
-/// Gathers what is wrong with the pieces of a list of words, one cause in one diagnostic.
+/// Collects the faults of a word list, with one diagnostic for each cause.
 class readmem_findings {
 public:
     /// @p contents are kept alive by the caller
     readmem_findings(std::string_view contents, const read_options& options, radix digits_radix);
 
-    /// Notes what the piece itself shows.
+    /// Records the faults of a piece.
     void take(const readmem_piece& piece);
-    /// A word whose prefix is none of its digits, or may be.
+    /// Records a word whose prefix is not part of its digits, or may not be.
     void add_prefix(const readmem_piece& word, bool may_be_digits);
-    /// An address, as the file has it, that is within a word.
+    /// Records a file address that is within a word.
     void add_within_word(const readmem_piece& address);
-    /// A word after the highest address of all.
+    /// Records a word beyond the highest possible address.
     void add_beyond_all(const span& word) { beyond_all.add(word); }
 
     [[nodiscard]] bool has_comments() const noexcept { return any_comments; }
-    /// Words and other pieces that cannot be read.
+    /// Returns the number of unreadable words and other pieces.
     [[nodiscard]] std::uint64_t unreadable() const noexcept { return faults; }
 
-    /// Reports all. @param unit_bytes that the addresses count for a word
+    /// Reports all faults. @param unit_bytes the increment of addresses per word
     void report(diagnostic_list& list, std::uint64_t unit_bytes) const;
 
 private:
     struct cause {
         places where;
-        span first; ///< the text that the message quotes
+        span first; ///< text to quote in the message
         std::vector<text_edit> edits;
-        bool is_complete = true; ///< each place has its edits
+        bool is_complete = true; ///< every place has its edits
     };
 
     void on_word(const readmem_piece& word);
@@ -69,8 +69,8 @@ private:
     cause underscores;
     cause high_impedance;
     cause stray;
-    std::map<char, cause> bad_digits; ///< by the digit; the first text is the word
-    cause misspelled;                 ///< addresses
+    std::map<char, cause> bad_digits; ///< by digit; the first text is the word
+    cause misspelled;                 ///< of addresses
     cause bad_addresses;
     cause outside;
     cause within_word;

@@ -4,7 +4,7 @@
 
 namespace kvrimage {
 
-// Lists of words for Verilog's $readmemh and $readmemb.
+// Word lists for Verilog's $readmemh and $readmemb.
 
 extern const format readmemh_format;
 extern const format readmemb_format;

@@ -12,7 +12,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Digits of the largest address that has a word, or is stated.
+/// Returns the digits of the largest address of a word or in an '@'.
 std::size_t address_digits_of_readmem(std::string_view contents, radix digits_radix) {
     std::uint64_t largest = 0;
     std::uint64_t next = 0;

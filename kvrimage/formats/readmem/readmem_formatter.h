@@ -7,8 +7,8 @@
 
 namespace kvrimage {
 
-/// format::lay_out() for lists of words: words in upper case with all their digits, one blank between them,
-/// addresses of one length at the front of lines, comments in columns.
+/// Implement format::lay_out for word lists: words in upper case with all their digits, separated by one
+/// blank; addresses of equal length at the start of lines; comments aligned in columns.
 ///@{
 [[nodiscard]] std::string lay_out_readmemh(std::string_view contents, const read_options& options,
                                            const read_result& ours);

@@ -14,7 +14,7 @@ using readmem_kind = readmem_piece::kind;
 
 constexpr std::string_view mark_of_utf8_list = "\xEF\xBB\xBF";
 
-/// How a character may end a token.
+/// How a character ends a token.
 enum class ends_readmem_token : std::uint8_t { no, yes, if_comment };
 
 constexpr std::array<ends_readmem_token, 256> readmem_token_ends = [] {
@@ -50,13 +50,13 @@ bool are_readmem_digits(std::string_view token, radix digits_radix) {
         token, [digits_radix](char c) { return c == '_' || is_readmem_digit(c, digits_radix); });
 }
 
-/// Characters at the front of a word that look like a prefix.
+/// Returns the length of an apparent prefix of a word.
 std::uint32_t readmem_prefix_length(std::string_view token, radix digits_radix) {
     const std::string_view rest = token.substr(std::min<std::size_t>(token.size(), 2));
     if (digits_radix == radix::bin) {
         return has_readmem_prefix(token, 'b', 'B') && are_readmem_digits(rest, digits_radix) ? 2 : 0;
     }
-    // "0X" is how a word with a don't-care digit is written.
+    // "0X" begins a word with a don't-care digit.
     return has_readmem_prefix(token, 'x', 'x') && std::ranges::all_of(rest, is_readmem_hex_or_underscore) ? 2
                                                                                                           : 0;
 }
@@ -167,7 +167,7 @@ void readmem_parser::check_address(readmem_piece& piece, std::string_view digits
     }
 }
 
-/// A word, or stray characters.
+/// Parses a word or stray characters.
 void readmem_parser::parse_token() {
     const std::size_t end = end_of_token(next);
     const std::string_view token = text.substr(next, end - next);
@@ -199,7 +199,7 @@ std::size_t readmem_parser::end_of_token(std::size_t begin) const noexcept {
 
 std::size_t readmem_parser::end_of_line(std::size_t begin) const noexcept {
     const std::size_t end = std::min(text.find('\n', begin), text.size());
-    return text[end - 1] == '\r' ? end - 1 : end; // a comment begins with something else
+    return text[end - 1] == '\r' ? end - 1 : end; // a comment has other first characters
 }
 
 bool readmem_parser::comment_begins_at(std::size_t offset) const noexcept {

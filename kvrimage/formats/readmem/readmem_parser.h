@@ -8,42 +8,42 @@
 
 namespace kvrimage {
 
-/// What is wrong with an address.
+/// The faults of an address.
 enum class readmem_address_fault : std::uint8_t {
     none,
     blanks,      ///< between "@" and the digits
     prefix,      ///< "0x" before the digits
     underscores, ///< among the digits
-    syntax,      ///< no hexadecimal digits, or more than these
+    syntax,      ///< not hexadecimal digits only
     outside      ///< more than 64 bits
 };
 
-/// A piece of a list of words. The pieces cover every byte of the file.
+/// A piece of a word list. The pieces cover every byte of the file.
 struct readmem_piece {
     enum class kind : std::uint8_t {
-        byte_order_mark, ///< at the very front
+        byte_order_mark, ///< at the start of the file
         blanks,          ///< blanks, tabs, form feeds and line ends
-        word,            ///< digits and letters, maybe among other characters
-        address,         ///< "@" and what follows it
+        word,            ///< digits and letters, possibly with other characters
+        address,         ///< "@" and the text after it
         line_comment,    ///< from "//" to the end of the line
         block_comment,   ///< "/*" to "*/"
         open_comment,    ///< "/*" without an end
         other_comment,   ///< from "#" or "--" to the end of the line
         separator,       ///< "," or ";"
-        stray            ///< characters without a digit or letter among them
+        stray            ///< characters without digits and letters
     } what;
     span where;
-    /// Word: the first characters that are no digits. Empty: there are none.
+    /// For a word: its first invalid characters; empty if there are none.
     span fault = {};
-    /// Word, without a fault: characters before its digits that look like a prefix, 0 or 2. "0x" may be two
-    /// digits as well, "0b" of a binary word may not.
+    /// For a valid word: length of an apparent prefix before its digits, 0 or 2. "0x" may also be two digits;
+    /// "0b" of a binary word may not.
     std::uint32_t prefix = 0;
     readmem_address_fault address_fault = readmem_address_fault::none;
-    /// Address: its value, as the file counts, where the fault is none of syntax and outside.
+    /// For an address: its value in the file's unit, if the fault is neither syntax nor outside.
     std::uint64_t address = 0;
 };
 
-/// Takes the pieces of a file, in order.
+/// Receives the pieces of a file in order.
 class readmem_sink {
 public:
     readmem_sink() = default;
@@ -53,7 +53,7 @@ public:
     virtual void take(const readmem_piece& piece) = 0;
 };
 
-/// Splits a list of words into its pieces. Every text can be split: what is wrong with a piece stands in it.
+/// Splits a word list into its pieces. Every text can be split; each piece states its fault.
 class readmem_parser {
 public:
     /// Text and sink are kept alive by the caller. @param digits_radix hex or bin
@@ -62,14 +62,15 @@ public:
           digits_are(digits_radix),
           sink(target) {}
 
-    /// Splits all that is left.
+    /// Parses the remaining text.
     void parse();
-    /// Hands out the next piece; there must be one.
+    /// Passes on the next piece. Requires that there is one.
     void parse_piece();
 
     [[nodiscard]] bool at_end() const noexcept { return next == text.size(); }
     [[nodiscard]] std::size_t position() const noexcept { return next; }
-    /// Goes on at @p offset, where a piece begins: for a caller that has read those before it in another way.
+    /// Continues at @p offset, the start of a piece. For callers that have read the pieces before it
+    /// themselves.
     void skip_to(std::size_t offset) noexcept { next = offset; }
 
 private:
@@ -102,10 +103,10 @@ void for_each_readmem_piece(std::string_view contents, radix digits_radix, Take&
     readmem_parser(contents, digits_radix, sink).parse();
 }
 
-/// True for a digit of a word: of the radix, or "x" or "z" of either case.
+/// Returns whether @p character is a digit of a word: one of the radix, or "x" or "z" in either case.
 [[nodiscard]] bool is_readmem_digit(char character, radix digits_radix) noexcept;
 
-/// True for "z" and "Z".
+/// Returns whether @p character is "z" or "Z".
 [[nodiscard]] inline bool is_high_impedance(char character) noexcept {
     return character == 'z' || character == 'Z';
 }

@@ -33,9 +33,9 @@ bool every_readmem_word_has_prefix(std::string_view contents, radix digits_radix
     return all;
 }
 
-/// Bits of the digits of words.
+/// The bits of the words by their digits.
 struct readmem_lengths {
-    std::uint64_t shortest = std::numeric_limits<std::uint64_t>::max(); ///< this where there is no word
+    std::uint64_t shortest = std::numeric_limits<std::uint64_t>::max(); ///< stays so without words
     std::uint64_t longest = 0;
 };
 
@@ -126,18 +126,18 @@ read_result readmem_reading::read() {
     return result;
 }
 
-/// Bytes whose addresses count bytes are no words of several bytes each.
+/// If addresses count bytes, single bytes are not words of several bytes.
 void readmem_reading::report_bytes() {
     if (unit == 1) {
         return;
     }
     const readmem_lengths lengths = lengths_of_readmem_words(text, digits_are);
     if (lengths.shortest == bits_per_byte && lengths.longest == bits_per_byte) {
-        list.add(diagnose::readmem_bytes({}, *options.width)); // without it the unit is that of the words
+        list.add(diagnose::readmem_bytes({}, *options.width)); // without a width the unit fits the words
     }
 }
 
-/// Contents most of which are no words may be of a known kind, which is all that is reported then.
+/// Mostly invalid contents may be of a known kind; then only that is reported.
 bool readmem_reading::is_foreign(read_result& result) const {
     if (findings.unreadable() == 0 || findings.unreadable() < words_seen / 2) {
         return false;
@@ -151,7 +151,7 @@ bool readmem_reading::is_foreign(read_result& result) const {
     return foreign.has_value();
 }
 
-/// False, with nothing changed, when no regular line begins here.
+/// Returns false and changes nothing if no regular line begins here.
 bool readmem_reading::read_fast_line() {
     const std::size_t begin = parser.position();
     if (begin != 0 && text[begin - 1] != '\n') {
@@ -179,7 +179,7 @@ bool readmem_reading::read_fast_line() {
     return true;
 }
 
-/// True for a line whose digits are all of the radix.
+/// Returns whether all digits of the line are of the radix.
 bool readmem_reading::are_binary(const fast_rif_line& line) const {
     const std::string_view all(line.words, line.count * (line.length + 1) - 1);
     return digits_are == radix::hex ||
@@ -210,7 +210,7 @@ void readmem_reading::add_word(const readmem_piece& piece) {
     }
 }
 
-/// Goes on after the word at @p where.
+/// Advances past the word at @p where.
 void readmem_reading::advance(const span& where) {
     ++words_seen;
     if (addresses.at_end()) {
@@ -219,7 +219,7 @@ void readmem_reading::advance(const span& where) {
     addresses.advance();
 }
 
-/// The digits of a word as a list takes them.
+/// Returns the digits of a word for the list.
 std::string_view readmem_reading::digits_of(const readmem_piece& piece) {
     std::string_view digits = piece.where.in(text);
     if (piece.prefix != 0 && is_prefix(piece)) {
@@ -234,8 +234,8 @@ std::string_view readmem_reading::digits_of(const readmem_piece& piece) {
     return scratch;
 }
 
-/// True when "0x" is no digits of the word: where all words have it, or it makes the word longer than it can
-/// be. What is in doubt, or none, is reported.
+/// Returns whether "0x" is a prefix, not digits: if all words have it, or if it makes the word too long.
+/// Reports ambiguous and invalid prefixes.
 bool readmem_reading::is_prefix(const readmem_piece& piece) {
     if (!all_have_prefixes) {
         all_have_prefixes = words_seen == 0 && every_readmem_word_has_prefix(text, digits_are);

@@ -6,8 +6,8 @@
 
 namespace kvrimage {
 
-/// format::read() for $readmemh and for $readmemb. Without a width it is that of the digits of the longest
-/// word.
+/// Implement format::read for $readmemh and $readmemb. A missing width is that of the longest word by its
+/// digits.
 [[nodiscard]] read_result read_readmemh(std::string_view contents, const read_options& options);
 [[nodiscard]] read_result read_readmemb(std::string_view contents, const read_options& options);
 

@@ -10,7 +10,7 @@
 
 namespace kvrimage {
 
-// See format::find_word and format::find_comments.
+// Implement format::find_word and format::find_comments.
 
 [[nodiscard]] std::optional<place> find_readmemh_word(std::string_view contents, const read_options& options,
                                                       std::uint64_t address);

@@ -6,12 +6,12 @@ namespace kvrimage {
 
 namespace {
 
-/// What the pieces are.
+/// Counts of the pieces.
 struct readmem_counts {
     std::uint64_t addresses = 0;
     std::uint64_t words = 0;
     std::uint64_t faults = 0;
-    bool is_simple = true; ///< nothing but what RIF has, too
+    bool is_simple = true; ///< only constructs that RIF also has
     bool are_bytes = true; ///< each word has two digits
 
     void take(const readmem_piece& piece, std::string_view text) {
@@ -55,7 +55,7 @@ private:
     }
 };
 
-/// Without the last word where it may have been cut.
+/// Returns @p head without its last word if that may be cut.
 std::string_view whole_readmem_words(std::string_view head) {
     const std::size_t blank = head.find_last_of(readmem_blanks);
     if (head.size() < sniffed_bytes || blank == std::string_view::npos) {
@@ -75,7 +75,7 @@ certainty sniff_readmem(std::string_view head, radix digits_radix) {
     if (counts.faults != 0) {
         return certainty::possible;
     }
-    // What RIF may be as well is as sure as that.
+    // If RIF fits as well, both have the same confidence.
     const bool may_be_titxt = counts.are_bytes && head.starts_with('@');
     return counts.addresses != 0 && counts.is_simple && !may_be_titxt ? certainty::certain
                                                                       : certainty::likely;

@@ -6,7 +6,7 @@
 
 namespace kvrimage {
 
-// See format::sniff. A list of zeros and ones is equally likely both.
+// Implement format::sniff. A list of zeros and ones fits both formats equally.
 
 [[nodiscard]] certainty sniff_readmemh(std::string_view head);
 [[nodiscard]] certainty sniff_readmemb(std::string_view head);

@@ -51,7 +51,7 @@ private:
     bool wants_edits;
     bool counts_bytes;
     readmem_triggers found;
-    readmem_kind before = readmem_kind::blanks; ///< the piece before this one
+    readmem_kind before = readmem_kind::blanks; ///< kind of the previous piece
     span last_word;
 };
 
@@ -108,7 +108,7 @@ void readmem_trigger_finder::on_mark(const span& where) {
     }
 }
 
-/// A form feed is harmless at the front of a word that a blank comes before.
+/// A form feed is harmless directly before a word if a blank precedes it.
 void readmem_trigger_finder::on_blanks(const span& where) {
     const std::string_view blanks = where.in(text);
     for (std::size_t offset = blanks.find('\f'); offset != std::string_view::npos;
@@ -206,7 +206,7 @@ span span_of_readmem(const place& where) {
     return {where.offset, where.length};
 }
 
-/// What our reader has found already.
+/// Adds the faults that our reader has found.
 void add_readmem_diagnostics(const read_result& ours, diagnostic_id id, readmem_trigger trigger,
                              readmem_trigger_finder& finder) {
     for (const diagnostic& each : ours.diagnostics) {

@@ -25,7 +25,7 @@ namespace {
 
 constexpr std::uint64_t most_readmem_words_per_line = 1024;
 
-/// The number that `words-per-line` gives; nothing when it is none.
+/// Returns the value of `words-per-line`; nothing if it is invalid.
 std::optional<std::uint64_t> readmem_words_per_line_of(std::string_view value) {
     std::uint64_t number = 0;
     const char* const end = value.data() + value.size();
@@ -37,7 +37,7 @@ std::optional<std::uint64_t> readmem_words_per_line_of(std::string_view value) {
     return std::nullopt;
 }
 
-/// Up to eight words, as long as they fit the line.
+/// Returns the default: up to eight words, as many as fit the line.
 std::uint64_t usual_readmem_words_per_line(std::size_t digits) {
     constexpr std::size_t line_length = 80;
     std::uint64_t count = 8;
@@ -47,13 +47,13 @@ std::uint64_t usual_readmem_words_per_line(std::size_t digits) {
     return count;
 }
 
-/// How a file looks.
+/// The layout of a file.
 struct readmem_layout {
     std::uint64_t words_per_line;
     std::size_t digits;         ///< of a word
     std::size_t address_digits; ///< of an address
     bool has_every_address;
-    std::string banner; ///< "" for none
+    std::string banner; ///< "" for no banner
 
     readmem_layout(const memory_image& image, const write_options& options, radix digits_radix)
         : digits(most_characters_of_word(digits_radix, image.width())),
@@ -66,12 +66,12 @@ struct readmem_layout {
     }
 };
 
-/// Where lines and addresses come among the words.
+/// Places line breaks and addresses among the words.
 class readmem_lines {
 public:
     explicit readmem_lines(const readmem_layout& made) : layout(made) {}
 
-    /// What comes before the word at @p address is appended to @p text.
+    /// Appends the text before the word at @p address to @p text.
     void begin_word(std::uint64_t address, std::string& text) {
         const bool is_next = address == next;
         if (is_next && address % layout.words_per_line != 0) {
@@ -84,18 +84,18 @@ public:
         }
         go_on(address, 1);
     }
-    /// True when nothing but one character, separator(), comes before the word at @p address.
+    /// Returns whether only one character, separator(), precedes the word at @p address.
     [[nodiscard]] bool is_in_stretch(std::uint64_t address) const {
         return has_words && address == next &&
                (!layout.has_every_address || address % layout.words_per_line != 0);
     }
-    /// How many words of the line are before the one at @p address.
+    /// Returns the number of words on the line before the one at @p address.
     [[nodiscard]] std::uint64_t place_in_line(std::uint64_t address) const {
         return address % layout.words_per_line;
     }
     [[nodiscard]] std::uint64_t words_per_line() const { return layout.words_per_line; }
     [[nodiscard]] bool has_every_address() const { return layout.has_every_address; }
-    /// Goes on after @p count words from @p address on.
+    /// Advances past @p count words from @p address on.
     void go_on(std::uint64_t address, std::uint64_t count) {
         has_words = true;
         next = address + count;
@@ -118,7 +118,7 @@ public:
         text.append(word);
         output.write(text);
     }
-    /// The words of @p row from @p address on, which the image has as they are written.
+    /// Writes the words of @p row from @p address on, which the image stores as they are written.
     void write(std::uint64_t address, const kvr::word_row& row) {
         for (std::uint32_t index = 0; index < row.count;) {
             if (lines.is_in_stretch(address + index)) {
@@ -135,8 +135,8 @@ public:
     }
 
 private:
-    /// The words at the front of @p row, with a blank or a line end before each: as many as there is room
-    /// for, or up to a line that begins with its address.
+    /// Writes the first words of @p row, each after a blank or line end: as many as the room allows, up to a
+    /// line that begins with its address.
     std::uint32_t write_stretch(std::uint64_t address, const kvr::word_row& row) {
         const std::uint64_t in_line = lines.place_in_line(address);
         std::uint64_t most = std::max<std::uint64_t>(kvr::output_file::room_limit / (row.length + 1), 1);
@@ -164,7 +164,7 @@ private:
     std::string text;
 };
 
-/// True when the image holds words of @p length characters as they are written.
+/// Returns whether the image stores words of @p length characters as they are written.
 bool is_as_readmem_has_it(std::size_t length, std::uint32_t width, radix digits_radix) {
     return length == most_characters_of_word(digits_radix, width);
 }
@@ -212,7 +212,7 @@ void write_readmem(const memory_image& image, const write_options& options, text
     writer.finish();
 }
 
-/// The characters that a file takes.
+/// Counts the characters of a file.
 class readmem_size {
 public:
     readmem_size(const readmem_layout& made, std::uint64_t first_address)

@@ -8,15 +8,15 @@
 
 namespace kvrimage {
 
-/// What a caller may say of the layout: format::write_choices.
+/// The layout options; see format::write_choices.
 inline constexpr std::array<choice_kind, 3> readmem_write_choices = {{
     {"words-per-line", "N", "", "words a line (default: up to 8, in 80 columns)"},
     {"every-address", "", "", "begin each line with its address"},
     {"banner", "", "", "begin with a comment on depth and width"},
 }};
 
-// See format::can_write, format::write and format::written_size. Lines break at addresses that are multiples
-// of the words a line; an address comes first where the one before it has no word.
+// Implement format::can_write, format::write and format::written_size. Lines break at addresses that are
+// multiples of the words per line. An address precedes each word that follows an unset word.
 
 [[nodiscard]] std::vector<diagnostic> can_write_readmemh(const memory_image& image,
                                                          const write_options& options);

@@ -7,13 +7,13 @@ namespace kvrimage {
 
 namespace {
 
-/// Characters that are looked at after a word at most.
+/// Number of characters examined after a word at most.
 constexpr std::size_t slack = 16;
 
-/// Longer words are left to the parser, so that a look ahead stays within the text.
+/// Longer words are left to the parser, so that lookahead stays within the text.
 constexpr std::size_t longest_fast_word = 64;
 
-/// The length of the line end at @p at; 0 when there is none.
+/// Returns the length of the line end at @p at; 0 if there is none.
 std::size_t line_end_length(const char* at) noexcept {
     if (*at == '\n') {
         return 1;
@@ -37,7 +37,7 @@ fast_rif_line find_address(std::string_view text, std::size_t begin) noexcept {
     return line;
 }
 
-/// @param last where a word may begin at most
+/// @param last the last position at which a word may begin
 fast_rif_line find_words(std::string_view text, std::size_t begin, const char* last) noexcept {
     fast_rif_line line;
     line.words = text.data() + begin;

@@ -10,12 +10,13 @@ namespace kvrimage {
     return kvr::digit_value(character) < 16;
 }
 
-/// A hexadecimal digit, or "X" or "x" for four don't-care bits.
+/// Returns whether @p character is a hexadecimal digit, or "X" or "x" for four don't-care bits.
 [[nodiscard]] inline bool is_rif_digit(char character) noexcept {
     return kvr::digit_value(character) <= kvr::dont_care_digit;
 }
 
-/// "U" or "u", which the library kvr lets pass in words though it is no digit.
+/// Returns whether @p character is "U" or "u", which the library kvr accepts in words although it is not a
+/// digit.
 [[nodiscard]] inline bool is_unknown_digit(char character) noexcept {
     return character == 'U' || character == 'u';
 }

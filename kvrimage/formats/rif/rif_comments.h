@@ -7,7 +7,7 @@
 
 namespace kvrimage {
 
-/// See format::find_comments.
+/// Implements format::find_comments for RIF.
 void find_rif_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
 } // namespace kvrimage

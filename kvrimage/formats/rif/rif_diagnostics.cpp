@@ -14,7 +14,7 @@ namespace kvrimage {
 
 namespace {
 
-/// What to write instead of characters that are no digits; "" where nobody can know.
+/// Returns what to write instead of invalid characters; "" if unknown.
 std::string instead_of(std::string_view characters) {
     if (characters.find_first_not_of(",;|") == std::string_view::npos) {
         return "separate words by blanks";
@@ -91,7 +91,7 @@ void rif_diagnostics::add_edit(rif_repair& cause, text_edit edit) const {
     }
 }
 
-/// @p where is one more place of its text.
+/// Adds @p where to the group of its text.
 void rif_diagnostics::add_grouped(grouped_places& groups, const span& where, diagnose_text diagnose) const {
     const std::string_view found = where.in(text).substr(0, named_text::longest + 1);
     if (const auto group = groups.find(found); group != groups.end()) {
@@ -120,7 +120,7 @@ void rif_diagnostics::on_item(const rif_piece& piece) {
     line.blanks_begin = piece.where.end();
 }
 
-/// A line should end before @p piece.
+/// Reports that a line should end before @p piece.
 void rif_diagnostics::add_not_alone(const rif_piece& piece) {
     const span address = piece.what == rif_piece::kind::address ? piece.where : line.latest_address;
     if (not_alone.where.empty() || address.offset != latest_not_alone.offset) {
@@ -172,11 +172,11 @@ void rif_diagnostics::on_address(const rif_piece& piece) {
     }
 }
 
-/// In a line with an "@" the library overlooks tabs, as it does all but the address.
+/// In a line with an "@" the library ignores tabs and all other text except the address.
 void rif_diagnostics::on_tabs(const span& where) {
     if (where.offset >= tab_line_end) {
         const auto offset = static_cast<std::size_t>(where.offset);
-        const std::size_t begin = text.rfind('\n', offset) + 1; // 0 without one
+        const std::size_t begin = text.rfind('\n', offset) + 1; // 0 in the first line
         tab_line_end = std::min(text.find('\n', offset), text.size());
         tab_line_has_address = text.substr(begin, tab_line_end - begin).find('@') != std::string_view::npos;
     }

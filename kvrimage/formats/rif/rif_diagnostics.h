@@ -12,32 +12,32 @@
 
 namespace kvrimage {
 
-/// The places of one cause and what repairs them.
+/// The places with the same fault, and the edits that repair them.
 struct rif_repair {
     places where;
     std::vector<text_edit> edits; ///< in order
-    bool is_complete = true;      ///< false: some edits were left out, since nobody wants them
+    bool is_complete = true;      ///< false: unwanted edits were omitted
 };
 
-/// Finds what is wrong with the pieces of a RIF file, whatever its words are.
+/// Finds the syntax faults of a RIF file from its pieces.
 class rif_diagnostics {
 public:
-    /// All are kept alive by the caller.
+    /// All arguments are kept alive by the caller.
     rif_diagnostics(std::string_view contents, const read_options& options, diagnostic_list& found);
 
     void take(const rif_piece& piece);
-    /// For words that were read in another way and have no fault.
+    /// Adds words that were read on the fast path without a fault.
     void count_regular_words(std::uint64_t number) noexcept { words += number; }
-    /// Adds what is known when the file has ended.
+    /// Reports the faults that are known at the end of the file.
     void finish();
 
     [[nodiscard]] bool has_comments() const noexcept { return !comments.where.empty(); }
 
 private:
-    /// The words and addresses of a line, as far as they were seen.
+    /// The words and addresses seen on a line so far.
     struct line_state {
         bool has_item = false;
-        bool ends_with_address = false; ///< one that can be read
+        bool ends_with_address = false; ///< a readable address
         span latest_address;
         std::uint64_t blanks_begin = 0; ///< of the blanks directly before the next item
     };
@@ -63,25 +63,25 @@ private:
     line_state line;
     std::uint64_t words = 0;
     span latest_not_alone;
-    std::uint64_t tab_line_end = 0; ///< of the line that was looked at last for a tab
+    std::uint64_t tab_line_end = 0; ///< of the line last searched for a tab
     bool tab_line_has_address = false;
 
     grouped_places illegal;
     grouped_places bad_addresses;
-    places unknown_digits; ///< the words with "U"
+    places unknown_digits; ///< words with "U"
     span first_unknown_word;
     places outside;
     span first_outside;
     rif_repair comments;
     rif_repair spellings;
-    std::string first_spelling; ///< as it should be
+    std::string first_spelling; ///< the correct spelling
     rif_repair not_alone;
     rif_repair prefixes;
     rif_repair tabs;
     rif_repair carriage_returns;
 };
 
-/// The line end that new lines of @p text get: that of its first line.
+/// Returns the line end for new lines of @p text: that of its first line.
 [[nodiscard]] std::string_view rif_line_end(std::string_view text);
 
 } // namespace kvrimage

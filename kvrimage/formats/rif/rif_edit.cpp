@@ -21,20 +21,20 @@ namespace kvrimage {
 
 namespace {
 
-/// @p word, which RIF can hold, as the file shows it.
+/// Returns the text of @p word, which RIF must be able to represent, in the style of the file.
 std::string rif_text(const word& value, const digit_style& style) {
     std::string text = in_style(value.to_text(radix::hex).value(), style);
     if (text.starts_with("0x")) {
-        std::ranges::replace(text, 'x', 'X'); // what looks like a prefix is none
+        std::ranges::replace(text, 'x', 'X'); // the word must not look like it has a prefix
     }
     return text;
 }
 
-/// The words of a line that have neighbouring addresses.
+/// The words of a line that have consecutive addresses.
 struct word_line {
-    std::uint64_t number = 0; ///< counts them
+    std::uint64_t number = 0; ///< sequence number
     std::uint64_t first = 0;  ///< address
-    fast_rif_line regular;    ///< without words where they are `spans`
+    fast_rif_line regular;    ///< empty if the words are in `spans`
     std::vector<span> spans;
 
     [[nodiscard]] std::size_t count() const { return regular.count != 0 ? regular.count : spans.size(); }
@@ -76,7 +76,7 @@ public:
     }
 
 private:
-    /// False, with nothing changed, when the line at hand is not regular.
+    /// Returns false and changes nothing if the current line is not regular.
     bool read_fast_line() {
         const fast_rif_line found = find_fast_rif_line(text, parser.position());
         const std::uint64_t address = found.is_address ? found.address : parser.next_address();
@@ -115,11 +115,11 @@ void for_each_word_line(std::string_view contents, TakeWords take_words, TakeAdd
     word_line_walk(contents, std::move(take_words), std::move(take_address)).walk();
 }
 
-/// What one look at the lines finds.
+/// The result of one pass over the lines.
 struct line_survey {
     std::vector<setting_place> places;
-    std::size_t words_a_line = 1; ///< of the longest line
-    digit_style address{1, true}; ///< lower-case, as the library kvr writes them
+    std::size_t words_a_line = 1; ///< on the longest line
+    digit_style address{1, true}; ///< lower case, as the library kvr writes them
     digit_style value;
 };
 
@@ -149,18 +149,18 @@ line_survey survey_lines(std::string_view contents, const edit_pieces& pieces) {
     return survey;
 }
 
-/// The words of a file before the edit, by the addresses that it has for them.
+/// The words of a file before the edit, by file address.
 struct old_words {
     const memory_image& image;
-    std::uint64_t base; ///< the address of word 0
+    std::uint64_t base; ///< file address of word 0
 
-    /// The text of the word at @p address; "" when the file has none there that can be read.
+    /// Returns the text of the word at @p address; "" if the file has no readable word there.
     [[nodiscard]] std::string_view operator[](std::uint64_t address) const {
         return address - base < image.depth() ? image.words()[address - base] : "";
     }
 };
 
-/// Replaces the words of @p line that @p pieces give another value.
+/// Replaces the words of @p line whose value @p pieces change.
 void change_line(std::string_view contents, const old_words& old, const word_line& line,
                  const std::vector<edit_piece>& pieces, std::vector<text_edit>& edits) {
     for (const edit_piece& piece : pieces) {
@@ -188,7 +188,7 @@ void change_words(std::string_view contents, const old_words& old, const std::ve
         [](std::string_view) {});
 }
 
-/// Address lines and lines of words for @p pieces, each line after @p line_end.
+/// Returns address lines and word lines for @p pieces, each after @p line_end.
 std::string lines_for_unset(const std::vector<edit_piece>& pieces, const line_survey& survey,
                             std::string_view line_end) {
     std::string lines;
@@ -210,7 +210,7 @@ std::string lines_for_unset(const std::vector<edit_piece>& pieces, const line_su
     return lines;
 }
 
-/// Where lines are added: a final line end, or that there is none, stays as it is.
+/// Returns where to add lines, so that the file keeps its final line end or the lack of one.
 std::size_t end_of_last_line(std::string_view contents) {
     if (!contents.ends_with('\n')) {
         return contents.size();
@@ -218,7 +218,7 @@ std::size_t end_of_last_line(std::string_view contents) {
     return contents.size() - (contents.ends_with("\r\n") ? 2 : 1);
 }
 
-/// Why RIF cannot hold what @p made sets, where @p highest is the last address of all.
+/// Returns why RIF cannot represent @p made. @p highest is the last possible address.
 std::optional<diagnostic> find_unwritable(const assignment& made, std::uint64_t highest) {
     if (made.addresses.last > highest) {
         return diagnose::address_outside({}, fmt::format("{:X}", made.addresses.last),

@@ -7,8 +7,8 @@
 
 namespace kvrimage {
 
-/// format::edit() for RIF. A word is replaced where it stands, or where it stands last; words that the file
-/// does not set go to its end, after address lines.
+/// Implements format::edit for RIF. Replaces a word at the last place that sets it. Words that the file does
+/// not set are appended, after address lines.
 [[nodiscard]] edit_result edit_rif(std::string_view contents, const read_options& options,
                                    const read_result& ours, std::span<const assignment> assignments);
 

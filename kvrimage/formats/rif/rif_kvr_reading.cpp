@@ -15,7 +15,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Keeps where the library gives up.
+/// Records where the library stops.
 class refusal_finder final : public kvr::read_observer {
 public:
     explicit refusal_finder(std::string_view contents) : text(contents) {}
@@ -36,7 +36,7 @@ private:
     std::string_view text;
 };
 
-/// An observer makes the library slow, so that it looks on only when there is something to see.
+/// The library is slow with an observer, so the observer is used only if there is a fault.
 span find_refusal(std::string_view contents) {
     kvr::rif_memory nowhere(nullptr);
     refusal_finder finder(contents);

@@ -7,7 +7,7 @@
 
 namespace kvrimage {
 
-/// consumer::check() of the library kvr for RIF.
+/// Implements consumer::check for RIF and the library kvr.
 [[nodiscard]] std::vector<diagnostic> check_rif_for_kvr(std::string_view contents,
                                                         const read_options& options, const read_result& ours);
 

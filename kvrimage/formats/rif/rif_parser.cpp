@@ -12,7 +12,7 @@ namespace {
 
 constexpr std::string_view byte_order_mark_bytes = "\xEF\xBB\xBF";
 
-/// How a character may end a token.
+/// How a character ends a token.
 enum class token_end : std::uint8_t { no, yes, if_comment };
 
 constexpr std::array<token_end, 256> token_ends = [] {
@@ -35,8 +35,8 @@ std::string_view without_prefix(std::string_view digits) {
     return digits.substr(has_prefix ? 2 : 0);
 }
 
-/// The first characters of @p token that are no digits: a letter "U", which the library takes, stands for
-/// itself.
+/// Returns the first characters of @p token that are not digits. A letter "U", which the library accepts, is
+/// returned separately.
 span first_fault(std::string_view token, std::size_t offset) {
     const auto first = std::ranges::find_if_not(token, is_rif_digit);
     auto last = first;
@@ -89,7 +89,7 @@ void rif_parser::hand_out(rif_piece piece, std::size_t end) {
     sink.take(piece);
 }
 
-/// False when no line ends here.
+/// Returns false if no line ends here.
 bool rif_parser::parse_line_end() {
     if (text[next] == '\n') {
         hand_out({rif_piece::kind::line_end, {}}, next + 1);
@@ -129,7 +129,7 @@ void rif_parser::parse_address() {
     hand_out(piece, end);
 }
 
-/// After the digits at @p begin, when nothing but blanks and a comment follows them on their line; else 0.
+/// Returns the end of the digits at @p begin if only blanks and a comment follow them on their line; else 0.
 std::size_t rif_parser::end_of_spaced_address(std::size_t begin) const noexcept {
     const std::size_t end = end_of_token(begin);
     const std::size_t after = std::min(text.find_first_not_of(" \t", end), text.size());
@@ -159,7 +159,7 @@ void rif_parser::check_address(rif_piece& piece) {
     }
 }
 
-/// A word, or stray characters.
+/// Parses a word or stray characters.
 void rif_parser::parse_token() {
     const std::size_t end = end_of_token(next);
     const std::string_view token = text.substr(next, end - next);

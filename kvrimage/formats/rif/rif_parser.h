@@ -9,44 +9,45 @@
 
 namespace kvrimage {
 
-/// The address of words that follow an address that cannot be read.
+/// The address of words after an unreadable address.
 inline constexpr std::uint64_t no_rif_address = std::numeric_limits<std::uint64_t>::max();
 
 inline constexpr std::uint64_t highest_rif_address = 0xFFFFFFFF;
 inline constexpr std::string_view highest_rif_address_text = "FFFFFFFF";
 
-/// What is wrong with an address.
+/// The faults of an address.
 enum class rif_address_fault : std::uint8_t {
     none,
-    spelling, ///< a "0x" or blanks before the digits: what is meant is clear
-    syntax,   ///< no hexadecimal digits, or more than these
+    spelling, ///< "0x" or blanks before the digits; the meaning is clear
+    syntax,   ///< not hexadecimal digits only
     outside   ///< more than 32 bits
 };
 
-/// A piece of a RIF file. The pieces cover every byte of it.
+/// A piece of a RIF file. The pieces cover every byte of the file.
 struct rif_piece {
     enum class kind : std::uint8_t {
-        byte_order_mark, ///< at the very front
+        byte_order_mark, ///< at the start of the file
         blanks,
         tabs,
         line_end,        ///< LF or CR LF
-        carriage_return, ///< a CR without LF; ends a line, too
-        word,            ///< digits and letters, maybe among other characters
-        address,         ///< "@" and what follows it
+        carriage_return, ///< a CR without LF; also ends a line
+        word,            ///< digits and letters, possibly with other characters
+        address,         ///< "@" and the text after it
         comment,         ///< from "//", "#" or "--" to the end of the line
-        stray            ///< characters without a digit or letter among them
+        stray            ///< characters without digits and letters
     } what;
     span where;
-    /// Word: the first characters that are no hexadecimal or don't-care digit. Empty: there are none.
+    /// For a word: its first characters that are neither hexadecimal nor don't-care digits; empty if there
+    /// are none.
     span fault = {};
-    /// Address: its digits, without what is wrong with them.
+    /// For an address: its digits, without faulty characters.
     span digits = {};
     rif_address_fault address_fault = rif_address_fault::none;
-    /// Of a word, and the value of an address line; no_rif_address when it is not known.
+    /// For a word or address: its address; no_rif_address if unknown.
     std::uint64_t address = no_rif_address;
 };
 
-/// Takes the pieces of a file, in order.
+/// Receives the pieces of a file in order.
 class rif_sink {
 public:
     rif_sink() = default;
@@ -56,22 +57,22 @@ public:
     virtual void take(const rif_piece& piece) = 0;
 };
 
-/// Splits RIF text into its pieces. Every text can be split: what is wrong with a piece stands in it.
+/// Splits RIF text into its pieces. Every text can be split; each piece states its fault.
 class rif_parser {
 public:
-    /// Both are kept alive by the caller.
+    /// Both arguments are kept alive by the caller.
     rif_parser(std::string_view contents, rif_sink& target) : text(contents), sink(target) {}
 
-    /// Splits all that is left.
+    /// Parses the remaining text.
     void parse();
-    /// Splits the line at position().
+    /// Parses the line at position().
     void parse_line();
 
     [[nodiscard]] bool at_end() const noexcept { return next == text.size(); }
     [[nodiscard]] std::size_t position() const noexcept { return next; }
     [[nodiscard]] std::uint64_t next_address() const noexcept { return address; }
-    /// Goes on at the line that begins at @p offset, whose first word has @p first_address: for who has read
-    /// the lines before it in another way.
+    /// Continues at @p offset, the start of a line whose first word has the address @p first_address. For
+    /// callers that have read the lines before it themselves.
     void skip_to(std::size_t offset, std::uint64_t first_address) noexcept {
         next = offset;
         address = first_address;
@@ -96,7 +97,7 @@ private:
     std::uint64_t address = 0; ///< of the next word
 };
 
-/// The same for a function that takes each rif_piece.
+/// Calls @p take with each rif_piece.
 template <class Take>
 void for_each_rif_piece(std::string_view contents, Take&& take) {
     class function_sink final : public rif_sink {

@@ -7,7 +7,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Nothing for an address that cannot be read.
+/// Returns nothing for an unreadable address.
 std::optional<std::uint64_t> known_address(const rif_piece& piece) {
     return piece.address != no_rif_address ? std::optional(piece.address) : std::nullopt;
 }

@@ -59,7 +59,7 @@ public:
     }
 
 private:
-    /// False, with nothing changed, when the line at hand is not regular.
+    /// Returns false and changes nothing if the current line is not regular.
     bool read_fast_line() {
         const fast_rif_line line = find_fast_rif_line(text, parser.position());
         const std::uint64_t address = line.is_address ? line.address : parser.next_address();

@@ -6,7 +6,7 @@
 
 namespace kvrimage {
 
-/// format::read() for RIF. Without a width it is that of the digits of the longest word.
+/// Implements format::read for RIF. A missing width is that of the longest word by its digits.
 [[nodiscard]] read_result read_rif(std::string_view contents, const read_options& options);
 
 } // namespace kvrimage

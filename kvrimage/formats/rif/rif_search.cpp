@@ -8,7 +8,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Looks for the words of one address.
+/// Finds the words of one address.
 class rif_search final : public rif_sink {
 public:
     rif_search(std::string_view contents, std::uint64_t of)
@@ -33,7 +33,7 @@ public:
     }
 
 private:
-    /// False for a line that may have the word.
+    /// Returns false for a line that may contain the word.
     bool skip_fast_line() {
         const fast_rif_line line = find_fast_rif_line(text, parser.position());
         const std::uint64_t first = parser.next_address();

@@ -9,10 +9,10 @@
 
 namespace kvrimage {
 
-/// The first word of @p contents for @p address.
+/// Returns the first word of @p contents for @p address.
 [[nodiscard]] std::optional<span> first_rif_word(std::string_view contents, std::uint64_t address);
 
-/// format::find_word() for RIF: the last word for @p address.
+/// Implements format::find_word for RIF: returns the last word for @p address.
 [[nodiscard]] std::optional<place> find_rif_word(std::string_view contents, const read_options& options,
                                                  std::uint64_t address);
 

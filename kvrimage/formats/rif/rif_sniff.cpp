@@ -6,10 +6,10 @@ namespace kvrimage {
 
 namespace {
 
-/// What a look at the pieces counts.
+/// Counts of the pieces.
 struct piece_counts {
-    std::uint64_t addresses = 0; ///< proper ones
-    std::uint64_t words = 0;     ///< proper ones
+    std::uint64_t addresses = 0; ///< valid ones
+    std::uint64_t words = 0;     ///< valid ones
     std::uint64_t faults = 0;
     bool has_comments = false;
     bool are_bytes = true; ///< each word has two digits
@@ -25,7 +25,7 @@ struct piece_counts {
     }
 };
 
-/// Without the last line when it may have been cut.
+/// Returns @p head without its last line if that may be cut.
 std::string_view whole_lines(std::string_view head) {
     const std::size_t newline = head.rfind('\n');
     if (head.size() < sniffed_bytes || newline == std::string_view::npos) {
@@ -55,7 +55,7 @@ certainty sniff_rif(std::string_view head) {
     if (counts.addresses == 0) {
         return counts.faults == 0 ? certainty::possible : certainty::no;
     }
-    const bool may_be_titxt = counts.are_bytes && head.starts_with('@'); // RIF that is written begins with LF
+    const bool may_be_titxt = counts.are_bytes && head.starts_with('@'); // files from write() begin with LF
     return counts.faults == 0 && !counts.has_comments && !may_be_titxt ? certainty::certain
                                                                        : certainty::likely;
 }

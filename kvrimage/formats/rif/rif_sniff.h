@@ -6,10 +6,10 @@
 
 namespace kvrimage {
 
-/// True when more of @p head is at fault than not.
+/// Returns whether more pieces of @p head are faulty than valid.
 [[nodiscard]] bool is_hardly_rif(std::string_view head);
 
-/// format::sniff() for RIF.
+/// Implements format::sniff for RIF.
 [[nodiscard]] certainty sniff_rif(std::string_view head);
 
 } // namespace kvrimage

@@ -32,7 +32,7 @@ public:
         line += ' ';
         next = address + 1;
     }
-    /// After the last word; there is one at least.
+    /// Ends the file. Requires at least one word.
     void finish() {
         line += '\n';
         output.write(line);
@@ -48,11 +48,11 @@ private:
     }
 
     sink_buffer output;
-    std::string line; ///< with the address line before it
+    std::string line; ///< with the preceding address line
     std::uint64_t next = ~std::uint64_t{0};
 };
 
-/// A word and a blank each, and address lines.
+/// Counts words, each with a blank, and address lines.
 class rif_size {
 public:
     explicit rif_size(const memory_image& image)

@@ -21,7 +21,7 @@ constexpr std::size_t limb_digits = bits_per_limb / bits_per_hex_digit;
 constexpr std::string_view c_limb_comment =
     "/* Each word is limbs of 64 bits, the least significant first. */";
 
-// Of NAME comes NAME_WIDTH; <stdint.h> has INT8_WIDTH and so on.
+// NAME also defines NAME_WIDTH; <stdint.h> has INT8_WIDTH and others.
 constexpr naming c_naming = {
     .language = "C",
     .reserved = words_of_c,
@@ -44,7 +44,7 @@ std::uint32_t limbs_of(std::uint32_t width) {
     return (width + bits_per_limb - 1) / bits_per_limb;
 }
 
-/// The bits of the smallest type that holds a word, or a limb.
+/// Returns the bits of the smallest type for a word, or of a limb.
 std::uint32_t type_bits_of(std::uint32_t width) {
     std::uint32_t bits = bits_per_byte;
     while (bits < std::min(width, bits_per_limb)) {
@@ -53,10 +53,10 @@ std::uint32_t type_bits_of(std::uint32_t width) {
     return bits;
 }
 
-/// What stands around the words.
+/// The text around the words.
 struct c_frame {
     std::string before; ///< up to the "{" of the array
-    std::string after;  ///< from its "}" on
+    std::string after;  ///< from the "}" of the array on
 };
 
 std::string c_constants(const memory_image& image, std::string_view prefix) {
@@ -88,14 +88,14 @@ c_frame c_frame_of(const memory_image& image, const write_options& options) {
     if (has_limbs) {
         frame.before += fmt::format("{}\n", c_limb_comment);
     }
-    // In C++ a constant without "extern" could not be used from another file.
+    // In C++ a constant without "extern" has internal linkage.
     frame.before +=
         is_source ? fmt::format("extern {0};\n{0} = {{", array) : fmt::format("static {} = {{", array);
     frame.after = is_source ? ",\n};\n" : ",\n};\n\n#endif\n";
     return frame;
 }
 
-/// 0x12, or { 0x..., 0x12 } of limbs.
+/// Appends 0x12, or limbs: { 0x..., 0x12 }.
 void append_c_word(std::string& text, std::string_view digits, std::uint32_t width) {
     if (width <= bits_per_limb) {
         text += "0x";

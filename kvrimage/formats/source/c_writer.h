@@ -10,17 +10,17 @@
 
 namespace kvrimage {
 
-/// format::can_write() for C.
+/// Implements format::can_write for C.
 [[nodiscard]] std::vector<diagnostic> can_write_c(const memory_image& image, const write_options& options);
 
-/// format::write() for C: an array of the smallest unsigned type that holds a word, or of
-/// limbs of 64 bits, the least significant first. The file is a header unless its name ends with ".c".
+/// Implements format::write for C: an array of the smallest unsigned type that holds a word, or of 64-bit
+/// limbs, least significant first. The file is a header unless its name ends with ".c".
 void write_c(const memory_image& image, const write_options& options, text_sink& output);
 
-/// format::written_size() for C.
+/// Implements format::written_size for C.
 [[nodiscard]] std::uint64_t written_c_size(const memory_image& image, const write_options& options);
 
-/// format::find_comments() for C.
+/// Implements format::find_comments for C.
 void find_c_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
 } // namespace kvrimage

@@ -10,13 +10,13 @@
 
 namespace kvrimage {
 
-// What modules that hold a memory have in common in all languages.
+// Common parts of memory modules in all languages.
 
-/// Bits of the address input, at least 1.
+/// Returns the width of the address input in bits, at least 1.
 [[nodiscard]] std::uint32_t address_bits(const memory_image& image);
 
-/// format::can_write() for a language with @p rules for names: a name that is not possible, and more words
-/// than an array can have.
+/// Implements format::can_write for a language with naming @p rules: rejects invalid names and memories with
+/// more words than an array can have.
 [[nodiscard]] std::vector<diagnostic> can_write_module(const memory_image& image,
                                                        const write_options& options, const naming& rules);
 

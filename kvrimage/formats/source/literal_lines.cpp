@@ -8,7 +8,7 @@ namespace {
 
 constexpr std::size_t longest_literal_line = 79;
 constexpr std::string_view between_literals = ", ";
-/// And as many blanks as lines are indented.
+/// Followed by as many blanks as lines are indented.
 constexpr std::string_view between_literal_lines = ",\n        ";
 constexpr std::size_t end_of_literal_line = 2; ///< characters
 
@@ -18,7 +18,7 @@ literal_lines::literal_lines(std::size_t characters, std::size_t blanks)
     : literal_size(characters),
       indent(blanks) {
     const auto length_of = [this](std::uint64_t words) {
-        return indent + words * (literal_size + between_literals.size()) - 1; // with the "," at the end
+        return indent + words * (literal_size + between_literals.size()) - 1; // including the "," at the end
     };
     while (length_of(2 * words_per_line) <= longest_literal_line) {
         words_per_line *= 2;

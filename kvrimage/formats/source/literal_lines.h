@@ -11,16 +11,16 @@
 
 namespace kvrimage {
 
-/// How the words of a memory stand in the lines of an array: a power of two of them in each, so that lines
-/// begin at round addresses, of up to 79 characters unless a single word is longer.
+/// The layout of words in the lines of an array. Each line has a power of two of words, so that lines begin
+/// at round addresses, and up to 79 characters unless a single word is longer.
 struct literal_lines {
-    /// @param characters of each word, without the separator
-    /// @param blanks blanks before the words, up to 8
+    /// @param characters length of each word, without the separator
+    /// @param blanks indentation of the words, up to 8
     explicit literal_lines(std::size_t characters, std::size_t blanks = 4);
 
-    /// What precedes the word number @p index.
+    /// Returns the text before word number @p index.
     [[nodiscard]] std::string_view before(std::uint64_t index) const;
-    /// The characters that @p depth words and what precedes them take.
+    /// Returns the number of characters of @p depth words, including the text before them.
     [[nodiscard]] std::uint64_t size(std::uint64_t depth) const;
 
     std::size_t literal_size;
@@ -28,8 +28,8 @@ struct literal_lines {
     std::uint64_t words_per_line = 1;
 };
 
-/// Writes the words of @p image, all of which are set, in @p digits_radix, each as @p append makes it from
-/// its digits: append(text, digits).
+/// Writes the words of @p image, all of which must be set, in @p digits_radix. @p append (text, digits)
+/// formats a word from its digits.
 template <class Append>
 void write_literals(const memory_image& image, radix digits_radix, const literal_lines& lines,
                     sink_buffer& buffer, Append&& append) {
@@ -41,7 +41,7 @@ void write_literals(const memory_image& image, radix digits_radix, const literal
     });
 }
 
-/// True when a word of @p image has a don't-care bit.
+/// Returns whether a word of @p image has a don't-care bit.
 [[nodiscard]] bool has_dont_care_bits(const memory_image& image);
 
 } // namespace kvrimage

@@ -19,7 +19,7 @@ constexpr naming python_naming = {
     .taken = "WIDTH DEPTH BASE",
 };
 
-/// A module is a name space by itself, so that the name of the file says which memory it is.
+/// A module is a namespace of its own, so the file name identifies the memory.
 constexpr std::string_view python_array = "WORDS";
 constexpr std::string_view python_prefix = "0x";
 constexpr std::string_view python_end = ",\n)\n";

@@ -10,17 +10,17 @@
 
 namespace kvrimage {
 
-/// format::can_write() for Python.
+/// Implements format::can_write for Python.
 [[nodiscard]] std::vector<diagnostic> can_write_python(const memory_image& image,
                                                        const write_options& options);
 
-/// format::write() for Python: a module with a tuple of numbers.
+/// Implements format::write for Python: a module with a tuple of numbers.
 void write_python(const memory_image& image, const write_options& options, text_sink& output);
 
-/// format::written_size() for Python.
+/// Implements format::written_size for Python.
 [[nodiscard]] std::uint64_t written_python_size(const memory_image& image, const write_options& options);
 
-/// format::find_comments() for Python.
+/// Implements format::find_comments for Python.
 void find_python_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
 } // namespace kvrimage

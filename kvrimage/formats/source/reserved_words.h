@@ -4,10 +4,10 @@
 
 namespace kvrimage {
 
-// Words that no array, module or package can be called, separated by blanks and line ends.
+// Reserved words, which cannot name an array, module or package. Separated by blanks and line ends.
 
-/// Of C and C++, since a header is for both, and of <stdint.h>. main, linux and unix are no keywords: the
-/// first is a function, and compilers define the others as 1.
+/// Words of C, C++ (a header serves both) and <stdint.h>. main, linux and unix are not keywords, but main is
+/// a function, and compilers define the others as 1.
 inline constexpr std::string_view words_of_c = R"(
     _Alignas _Alignof _Atomic _Bool _Complex _Generic _Imaginary _Noreturn _Static_assert _Thread_local
     alignas alignof and and_eq asm auto bitand bitor bool break case catch char char16_t char32_t char8_t class
@@ -22,8 +22,8 @@ inline constexpr std::string_view words_of_c = R"(
     int_least8_t int_least16_t int_least32_t int_least64_t uint_least8_t uint_least16_t uint_least32_t
     uint_least64_t)";
 
-/// Functions and variables of the C library: those that gcc and clang know without a header, but for the
-/// variants of other types (sinf), and common ones that would clash with a header.
+/// Functions and variables of the C library: those that gcc and clang know without a header, except variants
+/// for other types (sinf), and common ones that would clash with a header.
 inline constexpr std::string_view names_of_c_library = R"(
     INT16_C INT16_MAX INT16_MIN INT32_C INT32_MAX INT32_MIN INT64_C INT64_MAX INT64_MIN INT8_C INT8_MAX INT8_MIN
     INTMAX_C INTMAX_MAX INTMAX_MIN INTPTR_MAX INTPTR_MIN INT_FAST16_MAX INT_FAST16_MIN INT_FAST32_MAX INT_FAST32_MIN
@@ -50,12 +50,12 @@ inline constexpr std::string_view names_of_c_library = R"(
     tgamma time tmpfile tmpnam toascii tolower toupper towlower towupper trunc ungetc vfprintf vfscanf vprintf
     vscanf vsnprintf vsprintf vsscanf write y0 y1 yn)";
 
-/// Of Python 3.
+/// Words of Python 3.
 inline constexpr std::string_view words_of_python = R"(
     False None True and as assert async await break class continue def del elif else except finally for from global if
     import in is lambda nonlocal not or pass raise return try while with yield)";
 
-/// Of SystemVerilog, which has those of Verilog.
+/// Words of SystemVerilog, which include those of Verilog.
 inline constexpr std::string_view words_of_verilog = R"(
     accept_on alias always always_comb always_ff always_latch and assert assign assume automatic before begin bind bins
     binsof bit break buf bufif0 bufif1 byte case casex casez cell chandle checker class clocking cmos config const
@@ -75,7 +75,7 @@ inline constexpr std::string_view words_of_verilog = R"(
     tri tri0 tri1 triand trior trireg type typedef union unique unique0 unsigned until until_with untyped use uwire var
     vectored virtual void wait wait_order wand weak weak0 weak1 while wildcard wire with within wor xnor xor)";
 
-/// Of VHDL up to 2019.
+/// Words of VHDL up to 2019.
 inline constexpr std::string_view words_of_vhdl = R"(
     abs access after alias all and architecture array assert assume assume_guarantee attribute begin block body buffer
     bus case component configuration constant context cover default disconnect downto else elsif end entity exit

@@ -7,12 +7,12 @@ namespace kvrimage {
 
 namespace {
 
-/// Walks over the comments of a text.
+/// Iterates over the comments of a text.
 class comment_walk {
 public:
     comment_walk(std::string_view text, const comment_marks& language) : contents(text), marks(language) {}
 
-    /// Goes on after the next comment, and returns its place; one without length when there is none.
+    /// Returns the place of the next comment and advances past it; of length 0 if there is none.
     span next() {
         while (at < contents.size()) {
             if (begins_here(marks.line)) {
@@ -37,7 +37,7 @@ private:
         const std::size_t found = contents.find(marks.block_end, from);
         return found != std::string_view::npos ? found + marks.block_end.size() : contents.size();
     }
-    /// The end of the text or character that begins here, or the next place.
+    /// Returns the end of the string or character literal that begins here, else the next position.
     [[nodiscard]] std::size_t end_of_other() const {
         if (marks.has_characters && contents[at] == '\'') {
             return end_of_character();
@@ -48,7 +48,7 @@ private:
         const std::size_t end = contents.substr(at + 1, 1) == "\\" ? at + 3 : at + 2;
         return end < contents.size() && contents[end] == '\'' ? end + 1 : at + 1;
     }
-    /// The end of the text that begins here.
+    /// Returns the end of the string that begins here.
     [[nodiscard]] std::size_t end_of_quoted() const {
         const char quote = contents[at];
         const std::size_t end = end_of_line(at);
@@ -69,7 +69,7 @@ private:
     std::size_t at = 0;
 };
 
-/// True for a comment that write() makes.
+/// Returns whether write() makes the comment.
 bool is_own(std::string_view comment, std::string_view own) {
     return !own.empty() && comment.starts_with(own) &&
            comment.find_first_not_of("0123456789ABCDEF", own.size()) == std::string_view::npos;

@@ -7,18 +7,18 @@
 
 namespace kvrimage {
 
-/// What begins and ends comments and texts in a language.
+/// The delimiters of comments and strings in a language.
 struct comment_marks {
-    std::string_view line;        ///< begins a comment that ends with the line
-    std::string_view block_begin; ///< begins one that ends with `block_end`; "": there is none
+    std::string_view line;        ///< begins a comment up to the end of the line
+    std::string_view block_begin; ///< begins a comment up to `block_end`; "": none
     std::string_view block_end;
-    std::string_view quotes; ///< each begins and ends a text on one line, in which nothing is a comment
-    std::string_view own; ///< the beginning of comments that write() makes, all but a hexadecimal number; "":
-                          ///< it makes none
-    bool has_characters = false; ///< "'" encloses single characters, and means something else elsewhere
+    std::string_view quotes; ///< each delimits a string on one line, which contains no comments
+    /// The start of comments that write() makes, before a hexadecimal number; "": it makes none.
+    std::string_view own;
+    bool has_characters = false; ///< "'" encloses single characters and has another meaning elsewhere
 };
 
-/// format::find_comments() for a language.
+/// Implements format::find_comments for a language.
 void find_source_comments(std::string_view contents, const comment_marks& marks,
                           const std::function<void(const span&)>& take);
 

@@ -19,7 +19,7 @@ bool is_letter_or_digit_of_name(char c) {
     return is_letter_of_name(c) || (c >= '0' && c <= '9');
 }
 
-/// True when @p name is one of @p words, which blanks_between_names separate.
+/// Returns whether @p name is one of @p words, which are separated by blanks_between_names.
 bool is_one_of(std::string_view name, std::string_view words, bool ignores_case) {
     for (std::size_t begin = words.find_first_not_of(blanks_between_names); begin < words.size();) {
         const std::size_t end = std::min(words.find_first_of(blanks_between_names, begin), words.size());
@@ -52,13 +52,13 @@ bool is_taken(std::string_view name, const naming& rules) {
            is_one_of(name, rules.taken, true);
 }
 
-/// @p text without the folders before it and the extension after it.
+/// Returns the file name without folders and extension.
 std::string_view stem_of(std::string_view path) {
     path.remove_prefix(path.find_last_of('/') + 1);
     return path.substr(0, path.find_last_of('.'));
 }
 
-/// A name that @p rules allow, as close to @p text as it can be.
+/// Returns a name valid under @p rules and as close to @p text as possible.
 std::string possible_name(std::string_view text, const naming& rules) {
     std::string name;
     for (const char c : text) {

@@ -46,12 +46,12 @@ radix verilog_radix(const memory_image& image) {
     return has_dont_care_bits(image) ? radix::bin : radix::hex;
 }
 
-/// "8'h"
+/// Returns "8'h".
 std::string verilog_literal_prefix(const memory_image& image, radix digits_radix) {
     return fmt::format("{}'{}", image.width(), digits_radix == radix::bin ? 'b' : 'h');
 }
 
-/// A process for each word: tools take quadratic time for the statements of one process.
+/// One process per word: tools take quadratic time for the statements of one process.
 void append_verilog_word(std::string& text, std::uint64_t index, std::string_view prefix,
                          std::string_view digits) {
     fmt::format_to(std::back_inserter(text), "    initial words[{}] = {}", index, prefix);

@@ -10,18 +10,18 @@
 
 namespace kvrimage {
 
-/// format::can_write() for Verilog.
+/// Implements format::can_write for Verilog.
 [[nodiscard]] std::vector<diagnostic> can_write_verilog(const memory_image& image,
                                                         const write_options& options);
 
-/// format::write() for Verilog: a module with a synchronous read, in Verilog-2001 and so in
-/// SystemVerilog.
+/// Implements format::write for Verilog: a module with a synchronous read, in Verilog-2001, which is also
+/// valid SystemVerilog.
 void write_verilog(const memory_image& image, const write_options& options, text_sink& output);
 
-/// format::written_size() for Verilog.
+/// Implements format::written_size for Verilog.
 [[nodiscard]] std::uint64_t written_verilog_size(const memory_image& image, const write_options& options);
 
-/// format::find_comments() for Verilog.
+/// Implements format::find_comments for Verilog.
 void find_verilog_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
 } // namespace kvrimage

@@ -65,7 +65,7 @@ end architecture rtl;
 )";
 
 constexpr std::string_view vhdl_read = "            data <= words(to_integer(unsigned(address)));\n";
-/// An index beyond an array ends a simulation.
+/// An index out of range ends a simulation.
 constexpr std::string_view vhdl_checked_read =
     "            if to_integer(unsigned(address)) < depth then\n"
     "                data <= words(to_integer(unsigned(address)));\n"
@@ -73,7 +73,7 @@ constexpr std::string_view vhdl_checked_read =
     "                data <= (others => '-');\n"
     "            end if;\n";
 
-/// What stands around the words.
+/// The text around the words.
 struct vhdl_frame {
     std::string before;
     std::string after;
@@ -89,14 +89,14 @@ vhdl_frame vhdl_frame_of(const memory_image& image, const write_options& options
                         has_every_address ? vhdl_read : vhdl_checked_read)};
 }
 
-/// Hexadecimal digits of VHDL-93 are four bits each.
+/// A hexadecimal digit of VHDL-93 always has four bits.
 radix vhdl_radix(const memory_image& image) {
     const bool is_hexadecimal = image.width() % bits_per_hex_digit == 0 && !has_dont_care_bits(image);
     return is_hexadecimal ? radix::hex : radix::bin;
 }
 
-/// What precedes the digits of a word. An array of one word needs its index: without it, parentheses make no
-/// array.
+/// Returns the text before the digits of a word. The word of a one-word array needs its index: without it,
+/// parentheses do not form an array.
 std::string vhdl_literal_prefix(const memory_image& image, radix digits_radix) {
     return fmt::format("{}{}\"", image.depth() == 1 ? "0 => " : "", digits_radix == radix::hex ? "x" : "");
 }

@@ -10,17 +10,17 @@
 
 namespace kvrimage {
 
-/// format::can_write() for VHDL.
+/// Implements format::can_write for VHDL.
 [[nodiscard]] std::vector<diagnostic> can_write_vhdl(const memory_image& image, const write_options& options);
 
-/// format::write() for VHDL: a package with the words, and an entity with a synchronous read, in
+/// Implements format::write for VHDL: a package with the words, and an entity with a synchronous read, in
 /// VHDL-93.
 void write_vhdl(const memory_image& image, const write_options& options, text_sink& output);
 
-/// format::written_size() for VHDL.
+/// Implements format::written_size for VHDL.
 [[nodiscard]] std::uint64_t written_vhdl_size(const memory_image& image, const write_options& options);
 
-/// format::find_comments() for VHDL.
+/// Implements format::find_comments for VHDL.
 void find_vhdl_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
 } // namespace kvrimage

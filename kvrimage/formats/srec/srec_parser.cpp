@@ -17,7 +17,7 @@ bool is_decimal_digit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// True when the sizes of a record whose count is @p count are those of its type.
+/// Returns whether @p count is valid for records of @p type.
 bool fits_type(unsigned type, std::size_t count) {
     const std::size_t least = srec_address_bytes[type] + 1;
     return type <= 3 ? count >= least : count == least;
@@ -82,14 +82,14 @@ void srec_parser::find_fault(std::string_view digits) {
     } else if (!fits_type(current.type, count)) {
         set_fault(srec_fault::fields, digits_from, 2);
     } else {
-        static_cast<void>(decode_hex(digits, bytes.data())); // they are digits
+        static_cast<void>(decode_hex(digits, bytes.data())); // the characters are digits
         if (!parse_fields(digits)) {
             set_fault(srec_fault::checksum, digits_from + digits.size() - 2, 2);
         }
     }
 }
 
-/// Takes address and data from the bytes of @p digits, which were decoded; false for a wrong checksum.
+/// Sets address and data from the decoded bytes of @p digits. Returns false for a wrong checksum.
 bool srec_parser::parse_fields(std::string_view digits) {
     const std::string_view all(bytes.data(), digits.size() / 2);
     const std::size_t address_bytes = srec_address_bytes[current.type];

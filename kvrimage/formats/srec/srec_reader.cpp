@@ -28,23 +28,23 @@ std::string counted_bytes(std::size_t count) {
     return fmt::format("{} byte{}", count, count == 1 ? "" : "s");
 }
 
-/// The largest address of a record of @p type.
+/// Returns the largest address of a record of @p type.
 std::uint64_t largest_srec_address(unsigned type) {
     return (std::uint64_t{1} << (bits_per_byte * srec_address_bytes[type])) - 1;
 }
 
-/// That of the last byte of a record that has data.
+/// Returns the address of the last byte of a record with data.
 std::uint64_t last_address_of(const srec_line& line) {
     return line.address + line.data.size() - 1;
 }
 
-/// True for a record whose data are at addresses of a file.
+/// Returns whether the record has data at valid addresses of a file.
 bool has_data_of_file(const srec_line& line) {
     return line.what == srec_line::kind::record && line.fault == srec_fault::none && line.is_data() &&
            !line.data.empty() && last_address_of(line) <= largest_srec_address(3);
 }
 
-/// Where the byte at @p address is set last.
+/// Returns the place that sets the byte at @p address last.
 span find_srec_byte(std::string_view contents, std::uint64_t address) {
     span found;
     srec_parser parser(contents);
@@ -57,7 +57,7 @@ span find_srec_byte(std::string_view contents, std::uint64_t address) {
     return found;
 }
 
-/// The text of a header as people read it.
+/// Returns the text of a header in readable form.
 std::string shown_header(std::string_view data) {
     data = data.substr(0, data.find_last_not_of('\0') + 1);
     const bool is_text = std::ranges::all_of(data, [](char each) { return each >= ' ' && each <= '~'; });
@@ -93,7 +93,7 @@ diagnostic describe_srec_fields(const srec_line& line, std::string_view contents
         fmt::format("{}{}", line.type <= 3 ? "at least " : "", counted_bytes(needed)));
 }
 
-/// @param is_certain its checksum may be repaired
+/// @param is_certain the checksum may be repaired
 diagnostic describe_srec_checksum(const srec_line& line, std::string_view contents, bool is_certain) {
     const std::string_view found = line.fault_place.in(contents);
     const std::string_view fields = line.content.in(contents).substr(2);
@@ -164,7 +164,7 @@ public:
     }
 
 private:
-    /// Takes neighbouring data records, if there are some.
+    /// Reads a run of neighboring data records, if there is one.
     bool read_record_run() {
         line_walk& lines = parser.to_come();
         const std::string_view rest = lines.rest();
@@ -176,7 +176,7 @@ private:
         if (run.records == 0) {
             return false;
         }
-        static_cast<void>(blocks.room_for(run.address, run.bytes)); // they are there
+        static_cast<void>(blocks.room_for(run.address, run.bytes)); // the bytes are in place
         types_used[type] = has_record = true;
         data_records += run.records;
         lines.skip(run.size);
@@ -227,7 +227,7 @@ private:
             compare_count(line);
         } else if (line.is_end()) {
             start = fmt::format("{:0{}X}", line.address, 2 * srec_address_bytes[line.type]);
-            if (line.address != 0) { // what is written where there is none
+            if (line.address != 0) { // 0 is written if there is no start address
                 result.facts.start_address = line.address;
             }
         } else {
@@ -245,7 +245,7 @@ private:
             list.add(diagnose::srec_beyond(line.content, fmt::format("{:X}", largest_srec_address(3))));
             return;
         }
-        if (last_address_of(line) > largest_srec_address(line.type)) { // as some writers make it
+        if (last_address_of(line) > largest_srec_address(line.type)) { // some writers make such records
             beyond_type[line.type].add(line.content);
         }
         line.data.copy(blocks.room_for(line.address, line.data.size()), line.data.size());
@@ -281,7 +281,7 @@ private:
     }
 
     void compare_end_with_data() {
-        constexpr unsigned types = 10; // of a data record, and of the last one after it
+        constexpr unsigned types = 10; // type of a data record + type of its last record
         const unsigned its = types - end_type;
         const bool has_data = types_used[1] || types_used[2] || types_used[3];
         if (has_data && !types_used[its]) {
@@ -310,13 +310,13 @@ private:
     byte_blocks blocks;
     read_result result;
     places text, records_after_end;
-    std::array<places, 3> beyond_type; ///< by the type, S1 and S2
-    std::optional<span> end_line;      ///< once the last record has come
+    std::array<places, 3> beyond_type; ///< by type, S1 and S2
+    std::optional<span> end_line;      ///< set after the last record
     unsigned end_type = 0;
-    std::array<bool, 4> types_used{}; ///< of data records, by their types
+    std::array<bool, 4> types_used{}; ///< by type of the data records
     std::uint64_t data_records = 0;
     std::uint64_t headers = 0;
-    std::string header; ///< the first
+    std::string header; ///< the first one
     std::string start;
     bool has_record = false;
     bool has_fault = false;

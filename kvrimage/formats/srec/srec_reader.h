@@ -8,17 +8,17 @@
 
 namespace kvrimage {
 
-/// format::read for S-records: addresses count bytes.
+/// Implements format::read for S-records. Addresses count bytes.
 [[nodiscard]] read_result read_srec(std::string_view contents, const read_options& options);
 
-/// format::find_word for S-records.
+/// Implements format::find_word for S-records.
 [[nodiscard]] std::optional<place> find_srec_word(std::string_view contents, const read_options& options,
                                                   std::uint64_t address);
 
-/// format::find_comments for S-records: lines that are no records.
+/// Implements format::find_comments for S-records: lines that are not records.
 void find_srec_comments(std::string_view contents, const std::function<void(const span&)>& take);
 
-/// format::sniff for S-records.
+/// Implements format::sniff for S-records.
 [[nodiscard]] certainty sniff_srec(std::string_view head);
 
 } // namespace kvrimage

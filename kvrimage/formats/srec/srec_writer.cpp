@@ -21,14 +21,14 @@ constexpr std::string_view header_record = "S0030000FC\n";
 constexpr std::uint64_t most_in_s5 = 0xFFFF;
 constexpr std::uint64_t most_in_s6 = 0xFFFFFF;
 
-/// Of data records for addresses up to @p last.
+/// Returns the type of data records for addresses up to @p last.
 unsigned type_for(std::uint64_t last) {
     constexpr std::uint64_t last_of_s1 = 0xFFFF;
     constexpr std::uint64_t last_of_s2 = 0xFFFFFF;
     return last <= last_of_s1 ? 1 : (last <= last_of_s2 ? 2 : 3);
 }
 
-/// The last record, which has the start address, has as many address bytes as the data records.
+/// The last record contains the start address and has as many address bytes as the data records.
 unsigned data_type_of(const memory_image& image, const write_options& options) {
     return type_for(std::max(last_byte_address(image).value_or(0), options.start_address.value_or(0)));
 }
@@ -39,15 +39,15 @@ struct closing_record {
     std::uint64_t address;
 };
 
-/// What follows @p records data records of @p type: how many they are, where a record can say it, and the
-/// start address.
+/// Returns the records after @p records data records of @p type: their count, if a record can hold it, and
+/// the start address.
 std::vector<closing_record> closing_records(std::uint64_t records, unsigned type,
                                             const write_options& options) {
     std::vector<closing_record> found;
     if (records <= most_in_s6) {
         found.push_back({records <= most_in_s5 ? 5U : 6U, records});
     }
-    constexpr unsigned types = 10; // of data records, and of the last one after them
+    constexpr unsigned types = 10; // type of the data records + type of the last record
     found.push_back({types - type, options.start_address.value_or(0)});
     return found;
 }

@@ -14,9 +14,9 @@ namespace kvrimage {
     return character == ' ' || (character >= '\t' && character <= '\r');
 }
 
-// Takes five bytes of TI-TXT at once, as nearly all stand: two digits and one blank each. Both forms do the
-// same. Of the 16 characters at the text the last one is not looked at; of the 8 bytes that they write the
-// last three mean nothing. False, with any bytes, for all other text.
+// Converts five bytes of regular TI-TXT at once: two digits and one blank each. Both implementations give the
+// same result. They read 16 characters, ignoring the last one, and write 8 bytes, of which the last three are
+// undefined. They return false, with undefined bytes, for any other text.
 
 namespace portable {
 
@@ -51,7 +51,7 @@ namespace sse2 {
         return false;
     }
     const __m128i values = kvr::sse2::values_of(characters, masks);
-    // Each first digit with the second one, which is the byte after it: right at bytes 0, 3, 6, 9 and 12.
+    // Combines each first digit with the second one in the next byte. Valid at bytes 0, 3, 6, 9 and 12.
     const __m128i spelt = _mm_or_si128(_mm_slli_epi16(values, 4), _mm_srli_si128(values, 1));
     std::array<std::uint64_t, 2> halves{};
     std::memcpy(halves.data(), &spelt, sizeof(spelt));

@@ -28,7 +28,7 @@ bool titxt_parser::next() {
     return true;
 }
 
-/// Pairs of digits, each before a blank or the end.
+/// Parses pairs of digits, each followed by a blank or the end.
 bool titxt_parser::parse_bytes() {
     const char* const text = contents.data();
     const std::size_t size = contents.size();

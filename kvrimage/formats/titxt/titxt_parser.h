@@ -13,25 +13,25 @@ namespace kvrimage {
 struct titxt_piece {
     enum class kind : std::uint8_t {
         address,
-        bytes,       ///< some that follow each other
+        bytes,       ///< consecutive bytes
         end,         ///< "q"
-        bad_address, ///< what begins with "@" and is no address
-        bad_byte,    ///< what is none of all these
+        bad_address, ///< text that begins with "@" but is not an address
+        bad_byte,    ///< any other text
     };
     kind what = kind::end;
     span where;
     std::uint32_t address = 0;
-    std::string_view bytes; ///< valid until the parser goes on
+    std::string_view bytes; ///< valid until the parser advances
 };
 
-/// Goes over the addresses, bytes and ends of a TI-TXT file. It reports what there is and decides nothing:
-/// what follows the end is parsed like all else.
+/// Iterates over the addresses, bytes and ends of a TI-TXT file. It does not interpret them: text after the
+/// end is parsed like any other.
 class titxt_parser {
 public:
     /// @param of kept alive by the caller
     explicit titxt_parser(std::string_view of) : contents(of) {}
 
-    /// Goes to the next piece; false at the end.
+    /// Advances to the next piece. Returns false at the end.
     bool next();
     [[nodiscard]] const titxt_piece& piece() const noexcept { return current; }
 
@@ -46,10 +46,10 @@ private:
     std::array<char, 256> decoded{};
 };
 
-/// The address of each piece of bytes.
+/// Tracks the address of each piece of bytes.
 class titxt_address {
 public:
-    /// The address of @p piece, which is made known; nothing when it has none.
+    /// Processes @p piece and returns its address; nothing if it has none.
     std::optional<std::uint64_t> take(const titxt_piece& piece) {
         if (piece.what == titxt_piece::kind::address) {
             next = piece.address;
@@ -68,7 +68,7 @@ private:
     std::optional<std::uint64_t> next;
 };
 
-/// Where byte number @p index of @p piece, which has it, is in @p contents.
+/// Returns the place in @p contents of byte number @p index of @p piece.
 [[nodiscard]] span span_of_titxt_byte(std::string_view contents, const titxt_piece& piece,
                                       std::uint64_t index);
 

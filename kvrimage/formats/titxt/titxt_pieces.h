@@ -6,7 +6,7 @@
 
 namespace kvrimage {
 
-/// format::find_pieces() for TI-TXT.
+/// Implements format::find_pieces for TI-TXT.
 void find_titxt_pieces(std::string_view contents, const read_options& options, const read_result& ours,
                        const piece_taker& take);
 

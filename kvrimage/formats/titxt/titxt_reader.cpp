@@ -17,7 +17,7 @@ namespace kvrimage {
 
 namespace {
 
-/// Where the byte at @p address is set last.
+/// Returns the place that sets the byte at @p address last.
 span find_titxt_byte(std::string_view contents, std::uint64_t address) {
     span found;
     titxt_address addresses;

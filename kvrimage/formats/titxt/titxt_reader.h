@@ -8,14 +8,14 @@
 
 namespace kvrimage {
 
-/// format::read for TI-TXT: addresses count bytes.
+/// Implements format::read for TI-TXT. Addresses count bytes.
 [[nodiscard]] read_result read_titxt(std::string_view contents, const read_options& options);
 
-/// format::find_word for TI-TXT.
+/// Implements format::find_word for TI-TXT.
 [[nodiscard]] std::optional<place> find_titxt_word(std::string_view contents, const read_options& options,
                                                    std::uint64_t address);
 
-/// format::sniff for TI-TXT: certain only of a whole file.
+/// Implements format::sniff for TI-TXT. Certain only if @p head is a whole file.
 [[nodiscard]] certainty sniff_titxt(std::string_view head);
 
 } // namespace kvrimage

@@ -16,22 +16,22 @@
 
 namespace kvrmem {
 
-/// What was found in a file.
+/// The results for a file.
 struct checked_file {
     memory_input input;
-    std::optional<protection_result> protection; ///< with --ecc, of a file that could be read
+    std::optional<protection_result> protection; ///< with --ecc, for a readable file
 
     [[nodiscard]] std::uint64_t wrong_words() const { return protection ? protection->wrong() : 0; }
 };
 
-/// What a run has found in all its files.
+/// The results for all files of a run.
 struct check_totals {
     diagnostic_counts found;
-    std::uint64_t wrong_words = 0;          ///< with bits that the check bits do not agree to
+    std::uint64_t wrong_words = 0;          ///< words that contradict their check bits
     std::uint64_t files = 0;                ///< that could be checked
     std::uint64_t faulty = 0;               ///< of these, with diagnostics
     std::uint64_t refused = 0;              ///< that could not be checked
-    exit_code refusal = exit_code::success; ///< the worst reason why a file could not be checked as asked
+    exit_code refusal = exit_code::success; ///< the most severe reason why a file could not be checked
 
     void add(const checked_file& file) {
         const diagnostic_counts of_file(file.input.result);
@@ -51,11 +51,11 @@ struct check_totals {
         return std::max(refusal,
                         found.fail(strict) || wrong_words != 0 ? exit_code::negative : exit_code::success);
     }
-    /// "1 error, 2 words with wrong bits"
+    /// Returns "1 error, 2 words with wrong bits".
     [[nodiscard]] std::string faults() const;
 };
 
-/// Where what is found goes.
+/// Receives the results.
 class check_output {
 public:
     virtual ~check_output() = default;
@@ -63,15 +63,15 @@ public:
     check_output(const check_output&) = delete;
     check_output& operator=(const check_output&) = delete;
 
-    /// How many diagnostics of a class are kept.
+    /// Returns how many diagnostics of a class to keep.
     [[nodiscard]] virtual std::size_t most_diagnostics() const = 0;
     virtual void take(const checked_file& file) = 0;
     virtual void report_refused(const std::string& path, std::string_view reason) = 0;
     virtual void finish(const check_totals& totals) = 0;
 };
 
-/// What was found in the files that could be checked, in one line. @p only: the name of the only one, "" for
-/// several.
+/// Returns a line about the results for the files that could be checked. @p only is the name of the only
+/// file, or "" for several.
 [[nodiscard]] std::string summary_of(const check_totals& totals, const std::string& only);
 
 } // namespace kvrmem

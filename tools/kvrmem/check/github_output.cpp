@@ -11,7 +11,7 @@ namespace kvrmem {
 
 namespace {
 
-/// What the log takes for @p text as the message of a command.
+/// Escapes @p text as the message of a command.
 std::string as_command_data(std::string_view text) {
     std::string data;
     for (const char character : text) {
@@ -32,7 +32,7 @@ std::string as_command_data(std::string_view text) {
     return data;
 }
 
-/// The same for the value of a property, which "," and ":" would end.
+/// Escapes @p text as the value of a property, which "," and ":" would end.
 std::string as_command_property(std::string_view text) {
     std::string property;
     for (const char character : as_command_data(text)) {
@@ -78,17 +78,17 @@ private:
                            as_command_property(fmt::format("{} ({})", fault.code, fault.level)),
                            as_command_data(fault.message + hint));
     }
-    /// "" for what is wrong with the file as a whole.
+    /// Returns "" for faults of the whole file.
     static std::string place_of(const checked_file& file, const kvrimage::place& where) {
         if (where == kvrimage::place{}) {
             return "";
         }
         const std::string_view contents = file.input.file.contents();
-        // What is missing at the end of a line has the line end for its place.
+        // A fault at the end of a line may have the line end as its place.
         const bool is_line_end = contents.substr(where.offset, where.length) == "\n";
         const text_region region =
             region_of(contents, where.offset, is_line_end ? 0 : where.length, where.line);
-        // Columns are for places within one line.
+        // Columns are valid only within one line.
         return region.first_line == region.last_line
                    ? fmt::format(",line={},col={},endColumn={}", region.first_line, region.first_column,
                                  region.end_column)

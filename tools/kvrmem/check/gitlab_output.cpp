@@ -13,7 +13,7 @@ namespace kvrmem {
 
 namespace {
 
-/// A hash that no library is needed for, and that no version changes: FNV-1a with 64 bits.
+/// FNV-1a with 64 bits, which needs no library and stays the same in all versions.
 std::uint64_t hash_of(std::string_view text) {
     constexpr std::uint64_t start = 0xCBF29CE484222325;
     constexpr std::uint64_t factor = 0x100000001B3;
@@ -51,10 +51,10 @@ public:
 private:
     struct description {
         std::string shown;
-        std::string lasting; ///< what the fingerprint is of
+        std::string lasting; ///< input of the fingerprint
     };
 
-    /// @param line 0 for the file as a whole, which the report has no other word for than its first line
+    /// @param line 0 for the whole file, which is reported as line 1
     void add(const std::string& path, std::uint64_t line, std::string_view code, const description& text,
              const char* severity) {
         const std::string name = json_name(path);
@@ -64,14 +64,14 @@ private:
                             {"severity", severity},
                             {"location", {{"path", name}, {"lines", {{"begin", line != 0 ? line : 1}}}}}});
     }
-    /// Of several equal ones, each has another.
+    /// Equal faults get different fingerprints.
     std::string fingerprint_of(const std::string& name, std::string_view code, const std::string& text) {
         const std::string key = fmt::format("{}\n{}\n{}", name, code, text);
         return fmt::format("{:016x}", hash_of(fmt::format("{}\n{}", key, seen[key]++)));
     }
 
     json_value findings = json_value::array();
-    std::map<std::string, std::uint64_t> seen; ///< how often, by what the fingerprint is of
+    std::map<std::string, std::uint64_t> seen; ///< counts by input of the fingerprint
 };
 
 } // namespace

@@ -13,7 +13,7 @@ namespace kvrmem {
 
 namespace {
 
-/// The test cases of a file, and how many there are.
+/// The test cases of a file and their number.
 struct test_suite {
     std::string cases;
     std::uint64_t tests = 0;
@@ -68,7 +68,7 @@ private:
         return has_place ? fmt::format("{} in line {}", fault.code, fault.found->where.line)
                          : std::string(fault.code);
     }
-    /// As `check` shows it, without the line of the file.
+    /// Returns the lines of `check` without the line of the file.
     static std::string lines_of(const std::string& name, const reported_fault& fault) {
         return fault.found != nullptr ? kvrimage::diagnostic_text(*fault.found, name, "")
                                       : fmt::format("{}: {}: {}\n", name, fault.level, fault.message);

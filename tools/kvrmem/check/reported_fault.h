@@ -10,26 +10,25 @@
 
 namespace kvrmem {
 
-/// A fault as reports for other programs show it.
+/// A fault as reported to other programs.
 struct reported_fault {
-    std::string_view code;          ///< "too-wide"
-    std::string_view documentation; ///< of all faults with that code, one sentence
-    std::string_view example;       ///< what a file with it may hold; may be ""
-    std::string level;              ///< "error", "error for kvr", "warning"
+    std::string_view code;          ///< for example "too-wide"
+    std::string_view documentation; ///< one sentence about all faults with that code
+    std::string_view example;       ///< contents that cause it; may be ""
+    std::string level;              ///< "error", "error for kvr" or "warning"
     bool is_error = true;
-    bool is_broken = true; ///< an error for everybody
-    std::string summary;   ///< visible, in UTF-8
-    std::string message;   ///< the summary, and at how many places it is so
-    std::string hint;      ///< visible, in UTF-8; may be ""
-    /// What was found in the text of the file; null for what its words are. Valid as long as the checked
-    /// file.
+    bool is_broken = true; ///< an error for all consumers
+    std::string summary;   ///< escaped UTF-8
+    std::string message;   ///< the summary and the number of places
+    std::string hint;      ///< escaped UTF-8; may be ""
+    /// The diagnostic of the file's text; null for faults of its words. Valid as long as the checked file.
     const kvrimage::diagnostic* found = nullptr;
 
-    /// Message and hint.
+    /// Returns message and hint.
     [[nodiscard]] std::string sentence() const { return with_hint(message); }
-    /// The same, which stays when the number of places changes.
+    /// Returns summary and hint, which do not depend on the number of places.
     [[nodiscard]] std::string lasting_sentence() const { return with_hint(summary); }
-    /// All that were kept, in file order; the file as a whole is one, place{}.
+    /// Returns the places kept, in file order; place{} for the whole file.
     [[nodiscard]] std::vector<kvrimage::place> places() const;
 
 private:
@@ -38,13 +37,13 @@ private:
     }
 };
 
-/// All faults of @p file, those of its words last.
+/// Returns all faults of @p file, those of its words last.
 [[nodiscard]] std::vector<reported_fault> faults_of(const checked_file& file);
 
-/// The name of @p path in reports: UTF-8, "standard input" for "-".
+/// Returns the name of @p path for reports: UTF-8, "standard input" for "-".
 [[nodiscard]] std::string reported_name(const std::string& path);
 
-/// From where to where a place reaches. Columns count characters, of which each byte that is no UTF-8 is one.
+/// The region of a place. Columns count characters; each invalid byte counts as one.
 struct text_region {
     std::uint64_t first_line = 1;
     std::uint64_t first_column = 1;
@@ -52,12 +51,12 @@ struct text_region {
     std::uint64_t end_column = 1; ///< after the last character
 };
 
-/// The region of the @p length bytes from @p offset of @p contents on, of which that is cut off which follows
-/// the end. @param line in which it begins
+/// Returns the region of the @p length bytes from @p offset of @p contents on, cut at the end. @param line
+/// line of @p offset
 [[nodiscard]] text_region region_of(std::string_view contents, std::uint64_t offset, std::uint64_t length,
                                     std::uint64_t line);
 
-/// The line of @p contents in which the byte at @p offset is, counted from @p known, a place near it.
+/// Returns the line of the byte at @p offset of @p contents, counted from the nearby place @p known.
 [[nodiscard]] std::uint64_t line_at(std::string_view contents, std::uint64_t offset,
                                     const kvrimage::place& known);
 

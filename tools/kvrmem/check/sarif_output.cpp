@@ -17,7 +17,7 @@ namespace {
 using kvrimage::place;
 using kvrimage::text_edit;
 
-/// A relative reference, or a URI of a file for a path from the root on.
+/// Returns a relative reference, or a file URI for an absolute path.
 std::string uri_of(const std::string& path) {
     if (path == "-") {
         return "stdin";
@@ -55,7 +55,7 @@ json_value sarif_region(std::string_view contents, std::uint64_t offset, std::ui
             {"byteLength", std::min<std::uint64_t>(length, contents.size() - begin)}};
 }
 
-/// Of the file as a whole for a place that is none.
+/// A place{} gives the location of the whole file.
 json_value location_of(const checked_file& file, const place& where) {
     json_value physical = {{"artifactLocation", artifact_of(file.input.path)}};
     if (where != place{}) {
@@ -75,13 +75,13 @@ bool is_unicode(std::string_view text) {
     return true;
 }
 
-/// Nothing where there is no repair, or one of other bytes than text.
+/// Returns nothing without a repair, or if a repair contains bytes that are not text.
 json_value fixes_of(const checked_file& file, const kvrimage::diagnostic& found) {
     if (found.fix.empty() || !std::ranges::all_of(found.fix, is_unicode, &text_edit::replacement)) {
         return nullptr;
     }
     const std::string_view contents = file.input.file.contents();
-    // A fault of the file as a whole is none of a place.
+    // A fault of the whole file has no place.
     const place known = found.where != place{} ? found.where : place{1, 1, 0, 0};
     json_value replacements = json_value::array();
     for (const text_edit& edit : found.fix) {
@@ -165,7 +165,7 @@ private:
         }
         return result;
     }
-    /// Among the rules, to which one is added that is new.
+    /// Returns the index of the rule, and adds the rule if it is new.
     std::size_t index_of(const reported_fault& fault) {
         const auto known = std::ranges::find(codes, fault.code);
         if (known == codes.end()) {

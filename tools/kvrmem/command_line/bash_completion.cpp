@@ -13,8 +13,8 @@ namespace kvrmem {
 
 namespace {
 
-/// Before the tables. COMP_WORDBREAKS splits "--to=fixed:" into four words, of which a completion replaces
-/// the last.
+/// The part before the tables. COMP_WORDBREAKS splits "--to=fixed:" into four words, of which a completion
+/// replaces the last.
 constexpr std::string_view bash_head = R"(# bash completion for kvrmem; needs bash 4.3
 
 # Sets "words" to the words before the cursor and "current" to the one at it, each put together again where
@@ -116,7 +116,7 @@ _kvrmem() {
 complete -F _kvrmem kvrmem
 )";
 
-/// The assignment that gives the values of @p entry.
+/// Returns the assignment of the values of @p entry.
 std::string bash_values(const option_entry& entry) {
     return is_path_option(entry) ? "values=() files=yes" : fmt::format("values=({}) files=''", entry.choices);
 }

@@ -4,7 +4,7 @@
 
 namespace kvrmem {
 
-/// A script for bash 4.3 or later that completes command lines of the tool once it is sourced.
+/// Returns a completion script for bash 4.3 or later, to be sourced.
 [[nodiscard]] std::string bash_completion();
 
 } // namespace kvrmem

@@ -19,11 +19,11 @@ namespace kvrmem {
 
 namespace {
 
-/// Above every character, for what getopt_long() answers to a long option.
+/// Greater than every character; getopt_long() returns such values for long options.
 constexpr int first_long_option = 256;
 
-/// What getopt_long() needs to know: the options of one command. A long option is answered by its index in
-/// the table, a short one by its letter.
+/// The input of getopt_long(): the options of one command. It returns the table index of a long option and
+/// the letter of a short one.
 struct getopt_tables {
     std::string letters = ":";
     std::vector<option> names;
@@ -49,7 +49,8 @@ getopt_tables tables_for(const command& which) {
     return tables;
 }
 
-/// The option of @p which that getopt_long() has answered with @p found; a letter stands for one option only.
+/// Returns the option of @p which for the result @p found of getopt_long(). A letter belongs to one option
+/// only.
 const option_entry& entry_of(const command& which, int found) {
     const auto table = option_table();
     if (found >= first_long_option) {
@@ -60,8 +61,8 @@ const option_entry& entry_of(const command& which, int found) {
     });
 }
 
-/// The words after the command's name. getopt_long() takes "-5" for options; while it looks, another
-/// character stands in for the hyphen of such words.
+/// The words after the command's name. getopt_long() would parse "-5" as options, so another character
+/// replaces the hyphen of such words while it runs.
 class option_words {
 public:
     option_words(int count, char** words) : texts(words, words + count) {
@@ -78,7 +79,7 @@ public:
     [[nodiscard]] const char* operator[](int index) {
         return restored(found[static_cast<std::size_t>(index)]);
     }
-    /// @p word, one of the words, as it was given.
+    /// Returns @p word, one of the words, in its original form.
     const char* restored(char* word) const {
         if (std::find(numbers.begin(), numbers.end(), word) != numbers.end()) {
             word[0] = '-';
@@ -94,11 +95,11 @@ private:
     }
 
     std::vector<std::string> texts;
-    std::vector<char*> found;         ///< in the order that getopt_long() gives them
-    std::vector<const char*> numbers; ///< those of them with a stand-in
+    std::vector<char*> found;         ///< in the order of getopt_long()
+    std::vector<const char*> numbers; ///< those with a replaced hyphen
 };
 
-/// The option of @p which that @p given, which begins with "--", most likely means; "" when there is none.
+/// Returns the option of @p which most similar to @p given, which begins with "--"; "" if there is none.
 std::string nearest_option(const command& which, std::string_view given) {
     std::vector<std::string> names;
     for (const option_entry& entry : option_table()) {
@@ -109,8 +110,8 @@ std::string nearest_option(const command& which, std::string_view given) {
     return nearest_of(given, std::vector<std::string_view>(names.begin(), names.end()));
 }
 
-/// The letter that getopt_long() has refused. It gives one byte; the rest of a longer character stands in
-/// @p next, the word that it goes on with.
+/// Returns the letter that getopt_long() has rejected. It returns one byte; the rest of a longer character is
+/// in @p next, the word at which it continues.
 std::string refused_letter(std::string_view next) {
     const char byte = static_cast<char>(optopt);
     const std::size_t place = next.starts_with('-') ? next.find(byte) : std::string_view::npos;
@@ -119,14 +120,14 @@ std::string refused_letter(std::string_view next) {
                                   : std::string_view(&byte, 1));
 }
 
-/// After getopt_long() has refused an option of the command line @p all.
+/// Reports an option that getopt_long() has rejected.
 [[noreturn]] void refuse_option(const command& which, option_words& words, std::span<const std::string> all) {
     if (optopt >= first_long_option) {
         usage_error(fmt::format("--{} takes no value", entry_of(which, optopt).name));
     }
     std::string nearest;
     std::string given;
-    if (optopt == 0) { // a long one
+    if (optopt == 0) { // a long option
         const std::string_view word = words[optind - 1];
         given = word.substr(0, word.find('='));
         nearest = option_meant_by(which, given).value_or(nearest_option(which, given));
@@ -140,7 +141,7 @@ std::string refused_letter(std::string_view next) {
                                   command_with_replaced(all, given, nearest)));
 }
 
-/// Whether @p option, which comes after @p before, says how a file is read.
+/// Returns whether @p option, after the operations @p before, affects how a file is read.
 bool says_how_to_read(option_id option, std::vector<operation>& before) {
     if (option == option_id::depth_in_order) {
         return !change_words(before);
@@ -152,7 +153,7 @@ bool says_how_to_read(option_id option, std::vector<operation>& before) {
            std::ranges::find(reading_options, option) != reading_options.end();
 }
 
-/// The value of an option that takes the name of a format.
+/// The value of an option that takes a format name.
 struct format_name {
     std::string option;
     std::string name;
@@ -189,7 +190,7 @@ arguments parse_arguments(const command& which, int count, char** words) {
     parsed.words.assign(words, words + count);
     option_words given(count, words);
     const getopt_tables tables = tables_for(which);
-    std::optional<format_name> unknown_format; // refused when the operands are known, too
+    std::optional<format_name> unknown_format; // reported after the operands are known
     opterr = 0;
     optind = 1;
     for (int found = 0; (found = getopt_long(count, given.pointers(), tables.letters.c_str(),

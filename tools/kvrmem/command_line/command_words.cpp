@@ -14,10 +14,10 @@ namespace kvrmem {
 
 namespace {
 
-/// What usage lines call an operand that is the path of a file.
+/// The names of path operands in usage lines.
 constexpr std::array<std::string_view, 5> path_names = {"FILE", "IN", "OUT", "A", "B"};
 
-/// The usage line of a command that takes any number of paths.
+/// The usage line of commands with any number of paths.
 constexpr std::string_view any_path = "FILE...";
 
 std::string_view first_word(std::string_view text) {

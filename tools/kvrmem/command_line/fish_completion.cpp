@@ -67,12 +67,12 @@ end
 complete -c kvrmem -f
 )";
 
-/// @p text as one word, whatever it holds.
+/// Quotes any @p text as one word.
 std::string fish_quoted(std::string_view text) {
     return '\'' + replaced(replaced(std::string(text), R"(\)", R"(\\)"), "'", R"(\')") + '\'';
 }
 
-/// What can stand for the value of @p entry; "" when it takes none.
+/// Returns the placeholder for the value of @p entry; "" if it takes none.
 std::string fish_value(const option_entry& entry) {
     if (entry.value == nullptr) {
         return "";

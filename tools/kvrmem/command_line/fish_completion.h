@@ -4,7 +4,7 @@
 
 namespace kvrmem {
 
-/// A script for fish that completes command lines of the tool once it is sourced.
+/// Returns a completion script for fish, to be sourced.
 [[nodiscard]] std::string fish_completion();
 
 } // namespace kvrmem

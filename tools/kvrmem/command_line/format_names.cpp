@@ -17,7 +17,7 @@ namespace {
 
 using kvrimage::format;
 
-/// "a, b and c"
+/// Returns "a, b and c".
 std::string listed(std::span<const std::string> names, std::string_view last) {
     if (names.size() < 2) {
         return names.empty() ? "" : names[0];

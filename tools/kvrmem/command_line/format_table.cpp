@@ -18,7 +18,7 @@ namespace {
 using kvrimage::address_unit;
 using kvrimage::format;
 
-/// The names of those that are true.
+/// Returns the names whose condition is true.
 std::vector<std::string_view> true_ones(std::initializer_list<std::pair<bool, std::string_view>> named) {
     std::vector<std::string_view> names;
     for (const auto& [is_true, name] : named) {

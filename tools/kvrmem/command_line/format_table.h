@@ -8,24 +8,24 @@
 
 namespace kvrmem {
 
-// What the registry says of the formats, in words for tables and JSON.
+// Properties of the registered formats as words, for tables and JSON.
 
-/// "read", "write", "edit"
+/// Returns a selection of "read", "write", "edit".
 [[nodiscard]] std::vector<std::string_view> uses_of(const kvrimage::format& one);
 
-/// What a file says of itself: "width", "depth", "radix".
+/// Returns what a file states: a selection of "width", "depth", "radix".
 [[nodiscard]] std::vector<std::string_view> stated_by(const kvrimage::format& one);
 
-/// "gaps", "don't-care bits", "ranges"
+/// Returns a selection of "gaps", "don't-care bits", "ranges".
 [[nodiscard]] std::vector<std::string_view> held_by(const kvrimage::format& one);
 
-/// "words", "bytes" or "words or bytes"
+/// Returns "words", "bytes" or "words or bytes".
 [[nodiscard]] std::string_view title_of(kvrimage::address_unit counted);
 
-/// A line for each format, in columns under a line of titles: all that is known of them.
+/// Returns a table of all properties, with one line for each format below a heading.
 [[nodiscard]] std::string format_table();
 
-/// The same with names, extensions, uses and addresses only, for pages that are no wider than 100 columns.
+/// Returns a table with names, extensions, uses and addresses only, at most 100 columns wide.
 [[nodiscard]] std::string short_format_table();
 
 } // namespace kvrmem

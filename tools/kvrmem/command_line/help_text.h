@@ -6,13 +6,13 @@
 
 namespace kvrmem {
 
-/// The help for the tool: examples first, then the commands.
+/// Returns the help of the tool: examples, then the commands.
 [[nodiscard]] std::string overview();
 
-/// The help for one command: examples first, then usage, what it does, and options.
+/// Returns the help of a command: examples, usage, description, options.
 [[nodiscard]] std::string help_for(const command& which);
 
-/// What a column of option names shows: "-o, --output FILE".
+/// Returns the title of an option in a table: "-o, --output FILE".
 [[nodiscard]] std::string title_of(const option_entry& entry);
 
 } // namespace kvrmem

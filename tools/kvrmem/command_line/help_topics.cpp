@@ -60,7 +60,7 @@ std::string numbers_page() {
            "Values are exact at any width: what does not fit is refused, never cut.\n";
 }
 
-/// The readers of files that `check --for` knows, each with its formats.
+/// Returns the consumers of `check --for`, each with its formats.
 std::string consumer_lines() {
     std::string text;
     for (const std::string& name : consumer_choices()) {
@@ -73,7 +73,7 @@ std::string consumer_lines() {
                 titles.push_back(one->title);
             }
         }
-        text += titles.empty() // "none" is no reader
+        text += titles.empty() // "none" is not a consumer
                     ? ""
                     : fmt::format("  {:<11} {}, for {}\n", name, reader_title, fmt::join(titles, ", "));
     }

@@ -6,25 +6,26 @@
 
 namespace kvrmem {
 
-/// A page of the help about what several commands have in common. One with the name of a command is a part of
-/// that command's help.
+/// A help page on a subject of several commands. A topic with the name of a command is part of that command's
+/// help.
 struct help_topic {
     std::string_view name;
     std::string_view title;   ///< heading of the page
-    std::string_view summary; ///< one line, for the list of the topics
+    std::string_view summary; ///< one line, for the list of topics
     std::string (*text)();    ///< paragraphs and tables, in lines of at most 100 characters
 };
 
-/// In the order in which the help shows them.
+/// Returns the topics in the order of the help.
 [[nodiscard]] std::span<const help_topic> help_topics() noexcept;
 
-/// The topic @p name; null when there is none.
+/// Returns the topic @p name; null if there is none.
 [[nodiscard]] const help_topic* topic_called(std::string_view name) noexcept;
 
-/// The text of the page, under its heading.
+/// Returns the page with its heading.
 [[nodiscard]] std::string page_of(const help_topic& topic);
 
-/// What `kvrmem help` takes: the names of the commands, and of the topics that are none; separated by blanks.
+/// Returns the operands of `kvrmem help`, separated by blanks: the commands and the topics that are not
+/// commands.
 [[nodiscard]] std::string names_with_help();
 
 } // namespace kvrmem

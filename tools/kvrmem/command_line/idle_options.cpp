@@ -20,11 +20,11 @@ namespace {
 
 using kvrimage::format;
 
-/// What a rule can ask for.
+/// The facts that rules examine.
 struct run_facts {
     const arguments& given;
-    const format* output = nullptr; ///< of OUT, as far as name and --to determine it; else null
-    std::uint32_t width = 0;        ///< bits of a word; 0 before the file is read
+    const format* output = nullptr; ///< of OUT, if name and --to determine it; else null
+    std::uint32_t width = 0;        ///< in bits; 0 before the file is read
 };
 
 bool has(const run_facts& run, option_id option) {
@@ -129,7 +129,7 @@ bool has_radix(const run_facts& run) {
     return run.given.radix.has_value();
 }
 
-/// git's own names differ from run to run, so one --from goes with all of them.
+/// git's temporary names vary, so one --from applies to all files.
 bool names_determine_formats(const run_facts& run) {
     return !run.given.git &&
            std::all_of(run.given.files.begin(), run.given.files.end(),
@@ -144,13 +144,13 @@ bool library_takes_fixed_point(const run_facts& run) {
     return run.given.library && (is_fixed_point(run.given.from_radix) || is_fixed_point(run.given.to_radix));
 }
 
-/// An option that changes nothing in some runs of a command.
+/// An option without effect in some runs of a command.
 struct idle_option {
     std::string_view command;
     option_id option;
     bool (*is_idle)(const run_facts&);
     const char* reason;                            ///< completes "--… has no effect "
-    const format* run_facts::*concerned = nullptr; ///< whose title takes the place of "{}" in the reason
+    const format* run_facts::*concerned = nullptr; ///< its title replaces "{}" in the reason
 };
 
 constexpr const char* no_radixes = "on {}, which has no radixes";
@@ -239,7 +239,7 @@ constexpr std::array<idle_option, 70> idle_rules = {{
      "with --library on fixed point, which says its width"},
 }};
 
-/// The file that @p which writes; nothing when it writes none.
+/// Returns the file that @p which writes; nothing if it writes none.
 std::optional<std::string> target_of(const command& which, const arguments& given) {
     constexpr std::array<std::pair<std::string_view, std::size_t>, 3> operands = {
         {{"convert", 1}, {"new", 0}, {"split", 1}}};
@@ -252,7 +252,7 @@ std::optional<std::string> target_of(const command& which, const arguments& give
     return std::ranges::find(with_output, which.name) != with_output.end() ? given.output : std::nullopt;
 }
 
-/// The format of that file; null when there is none, or nothing shows it.
+/// Returns the format of the output file; null if there is no file or its format is unknown.
 const format* output_format(const command& which, const arguments& given) {
     const std::optional<std::string> target = target_of(which, given);
     if (!target) {

@@ -15,14 +15,14 @@ namespace kvrmem {
 
 namespace {
 
-constexpr std::size_t most_columns = 78; // linters of manual pages want 80
+constexpr std::size_t most_columns = 78; // linters of manual pages require at most 80
 
-/// Nothing, for groff, but what follows does not begin its line.
+/// A zero-width character: the following text does not begin its line.
 constexpr std::string_view no_request = R"(\&)";
 
-/// Text as it is to be printed: hyphens that can be copied, and no line that groff takes for a request.
+/// Escapes text for groff: hyphens stay hyphens when copied, and no line is taken for a request.
 std::string for_man(std::string_view text) {
-    // After a line end of its own, the first line is like the others.
+    // The leading line end makes the first line like the others.
     std::string result = '\n' + replaced(replaced(std::string(text), R"(\)", R"(\e)"), "-", R"(\-)");
     for (const char* request : {".", "'"}) {
         result = replaced(result, fmt::format("\n{}", request), fmt::format("\n{}{}", no_request, request));
@@ -39,12 +39,12 @@ std::string man_option(const option_entry& entry) {
     return fmt::format(".TP\n{}\n{}\n", title, for_man(wrapped(entry.help, most_columns)));
 }
 
-/// Paragraphs, which blank lines separate in @p text.
+/// Formats the paragraphs of @p text, which are separated by blank lines.
 std::string man_paragraphs(std::string_view text) {
     return replaced(for_man(text), "\n\n", "\n.PP\n");
 }
 
-/// Lines that stay as they are; each ends with a line feed.
+/// Formats lines verbatim. Each must end with a line feed.
 std::string man_lines(std::string_view text) {
     return fmt::format(".nf\n{}.fi\n", for_man(text));
 }
@@ -58,15 +58,15 @@ std::string man_topic(const help_topic& topic) {
     return fmt::format(".SH {}\n{}", for_man(kvr::to_upper_case(topic.title)), man_lines(topic.text()));
 }
 
-/// "Print single words." as the line of NAME has it: "print single words"
+/// Converts "Print single words." to "print single words" for the NAME section.
 std::string man_purpose(const command& which) {
     std::string text = which.summary;
     text.front() = kvr::lower_case_of(text.front());
-    text.pop_back(); // the full stop
+    text.pop_back(); // the period
     return for_man(text);
 }
 
-/// The commands as the pages refer to each other.
+/// Returns the references to the pages of all commands.
 std::string man_references() {
     std::string text;
     for (const command* which : all_commands()) {

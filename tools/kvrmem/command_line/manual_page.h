@@ -6,12 +6,12 @@
 
 namespace kvrmem {
 
-// Pages for man(7), dated with the release.
+// Pages for man(7), with the date of the release.
 
-/// kvrmem(1), which refers to the pages of the commands.
+/// Returns kvrmem(1), which refers to the pages of the commands.
 [[nodiscard]] std::string manual_page();
 
-/// The page of a command, kvrmem-convert(1).
+/// Returns the page of a command, such as kvrmem-convert(1).
 [[nodiscard]] std::string manual_page(const command& which);
 
 } // namespace kvrmem

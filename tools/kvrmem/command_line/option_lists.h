@@ -8,19 +8,19 @@
 
 namespace kvrmem {
 
-// Lists of options that several commands have.
+// Lists of options shared by several commands.
 
-/// How a file is read.
+/// Options for reading a file.
 inline constexpr std::array reading_options = {option_id::from, option_id::width,      option_id::depth,
                                                option_id::unit, option_id::order,      option_id::base,
                                                option_id::pad,  option_id::read_choice};
 
-/// How a memory that is made of files is written.
+/// Options for writing a memory made from files.
 inline constexpr std::array writing_options = {option_id::to,         option_id::write_choice,
                                                option_id::data_radix, option_id::address_radix,
                                                option_id::no_runs,    option_id::force_conversion};
 
-/// The options of @p lists as one list.
+/// Combines @p lists into one list.
 template <std::size_t... sizes>
 [[nodiscard]] constexpr auto united_options(const std::array<option_id, sizes>&... lists) {
     std::array<option_id, (sizes + ...)> all{};

@@ -71,7 +71,7 @@ std::uint64_t parse_size(std::string_view name, std::string_view value, std::uin
     return *number;
 }
 
-/// For numbers that have 32 bits.
+/// Parses a 32-bit number.
 std::uint32_t parse_small_size(std::string_view name, std::string_view value, std::uint32_t largest) {
     return static_cast<std::uint32_t>(parse_size(name, value, largest));
 }
@@ -85,7 +85,7 @@ kvrimage::address_range parse_range(std::string_view name, std::string_view valu
     return *range;
 }
 
-/// Ranges, separated by commas.
+/// Parses ranges separated by commas.
 std::vector<kvrimage::address_range> parse_ranges(std::string_view name, std::string_view value) {
     std::vector<kvrimage::address_range> ranges;
     for (std::size_t begin = 0; begin <= value.size();) {
@@ -96,7 +96,7 @@ std::vector<kvrimage::address_range> parse_ranges(std::string_view name, std::st
     return ranges;
 }
 
-/// The same, after the ranges of the option's earlier uses.
+/// Appends ranges to those of earlier uses of the option.
 void add_ranges(std::vector<kvrimage::address_range>& ranges, std::string_view name, std::string_view value) {
     const std::vector<kvrimage::address_range> more = parse_ranges(name, value);
     ranges.insert(ranges.end(), more.begin(), more.end());
@@ -158,7 +158,7 @@ void add_operation(arguments& into, std::string_view name, const char* value, Op
          std::forward<Operation>(what)});
 }
 
-/// The --reshape that option @p name belongs to.
+/// Returns the --reshape that option @p name modifies.
 reshape_words& reshape_before(arguments& into, std::string_view name) {
     reshape_words* const found = last_reshape(into.operations);
     if (found == nullptr) {
@@ -181,7 +181,7 @@ byte_order parse_order(std::string_view name, std::string_view value) {
     return value == "little" ? byte_order::little : byte_order::big;
 }
 
-/// Names, separated by commas.
+/// Parses names separated by commas.
 std::vector<std::string> parse_consumers(std::string_view name, std::string_view value) {
     const std::vector<std::string> choices = consumer_choices();
     std::vector<std::string> names;
@@ -236,7 +236,7 @@ std::uint32_t parse_palette_size(std::string_view name, std::string_view value) 
     return static_cast<std::uint32_t>(*colors);
 }
 
-/// What the formats leave open when they are read, or written, and the arguments that take it.
+/// The options of formats for reading or writing, and the arguments that store them.
 struct choice_side {
     option_id id;
     std::span<const kvrimage::choice_kind> format::*kinds;
@@ -259,7 +259,7 @@ constexpr std::array<choice_side, 3> choice_sides = {{
      }},
 }};
 
-/// "ELF, CSV: read only the section NAME"
+/// Returns "ELF, CSV: read only the section NAME".
 std::string help_of(const kvrimage::choice_kind& kind, const choice_side& side) {
     std::vector<std::string_view> titles;
     for (const format* each : kvrimage::formats()) {
@@ -272,7 +272,7 @@ std::string help_of(const kvrimage::choice_kind& kind, const choice_side& side) 
     return fmt::format("{}: {}", fmt::join(titles, ", "), kind.description);
 }
 
-/// Adds an option for each thing that a format leaves open; what several formats leave open is one option.
+/// Adds one option for each name that formats offer.
 void add_choices(std::vector<option_entry>& table) {
     static std::deque<std::string> value_names;
     for (const choice_side& side : choice_sides) {
@@ -650,7 +650,7 @@ std::string with_letter(fmt::format_string<char> format, const option_entry& ent
 std::span<const option_entry> option_table() {
     static const std::vector<option_entry> table = [] {
         std::vector<option_entry> made = make_table();
-        const auto help = made.end() - 2; // the options of all commands come last
+        const auto help = made.end() - 2; // the options of all commands are last
         std::vector<option_entry> last(std::make_move_iterator(help), std::make_move_iterator(made.end()));
         made.erase(help, made.end());
         add_choices(made);

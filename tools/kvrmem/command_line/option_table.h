@@ -23,8 +23,8 @@ namespace kvrmem {
 
 struct command;
 
-/// One name for each line of the option table. An option that means one thing to one command and another
-/// thing to the next has two.
+/// One entry for each line of the option table. An option with different meanings for different commands has
+/// several entries.
 enum class option_id : std::uint8_t {
     from,
     to,
@@ -32,15 +32,15 @@ enum class option_id : std::uint8_t {
     to_radix,
     width,
     depth,
-    depth_in_order, ///< how deep the file is, or, after an operation, one more of them
+    depth_in_order, ///< the depth of the file, or, after an operation, another operation
     unit,
     order,
     base,
     pad,
     pad_in_order,  ///< for bytes of the file, or, after --reshape, for bits of its words
-    read_choice,   ///< one of several options: what the formats leave open; see kvrimage::choice_kind
-    layout_choice, ///< the same of formats with rules for their layout
-    write_choice,  ///< the same for the output
+    read_choice,   ///< options of single formats; see kvrimage::choice_kind
+    layout_choice, ///< the same, for formats with layout rules
+    write_choice,  ///< the same, for the output
     keep_going,
     data_radix,
     address_radix,
@@ -53,7 +53,7 @@ enum class option_id : std::uint8_t {
     text,
     text_file,
     picture_file,
-    picture_columns, ///< of a drawing
+    picture_columns, ///< for drawings
     pixel,
     palette_colors,
     palette_file,
@@ -81,9 +81,9 @@ enum class option_id : std::uint8_t {
     no_runs,
     output,
     json,
-    report, ///< of check
+    report, ///< for check
     fix,
-    layout_check, ///< of format
+    layout_check, ///< for format
     consumer,
     strict,
     from_file,
@@ -91,9 +91,9 @@ enum class option_id : std::uint8_t {
     saturate,
     radix,
     columns,
-    rows, ///< of a drawing
+    rows, ///< for drawings
     range,
-    compared_ranges, ///< of diff: several
+    compared_ranges, ///< for diff: several ranges
     ignored_ranges,
     summary,
     stat,
@@ -105,7 +105,7 @@ enum class option_id : std::uint8_t {
     verify,
     quiet,
     git,
-    git_text, ///< of dump
+    git_text, ///< for dump
     force,
     force_conversion,
     force_overwrite,
@@ -114,17 +114,17 @@ enum class option_id : std::uint8_t {
     help,
 };
 
-/// What `check` prints.
+/// The output format of `check`.
 enum class report_format : std::uint8_t { text, json, sarif, github, junit, gitlab };
 
-/// What the user may write after a command, whichever command it is.
+/// The options and operands of any command.
 struct arguments {
-    const command* which = nullptr;           ///< the command itself
-    std::vector<std::string> words;           ///< all of them as they were given, the command's name first
-    std::vector<std::string> files;           ///< and the other operands
-    std::vector<option_id> options;           ///< those that were given
-    std::vector<std::string> reading_options; ///< "--width 8": those that say how a file is to be read
-    const kvrimage::format* from = nullptr;   ///< null where it was not given
+    const command* which = nullptr;
+    std::vector<std::string> words;           ///< the unparsed words, beginning with the command's name
+    std::vector<std::string> files;           ///< and other operands
+    std::vector<option_id> options;           ///< the options given
+    std::vector<std::string> reading_options; ///< the options given that affect reading, such as "--width 8"
+    const kvrimage::format* from = nullptr;   ///< null if not given
     const kvrimage::format* to = nullptr;
     std::optional<std::uint32_t> width;
     std::optional<std::uint64_t> depth;
@@ -139,8 +139,8 @@ struct arguments {
     std::optional<std::string> fill;
     generator_options generator;
     std::optional<std::uint32_t> picture_columns;
-    std::vector<operation> operations;     ///< in the order of the command line
-    std::optional<std::string> protection; ///< the scheme to check
+    std::vector<operation> operations;     ///< in command-line order
+    std::optional<std::string> protection; ///< scheme to check
     std::optional<std::uint64_t> lane_bits;
     std::optional<std::uint64_t> banks;
     std::optional<std::uint64_t> blocks;
@@ -153,14 +153,14 @@ struct arguments {
     std::optional<std::uint32_t> columns;
     std::optional<std::uint32_t> rows;
     std::optional<kvrimage::address_range> range;
-    std::vector<kvrimage::address_range> compared_ranges; ///< none: all
+    std::vector<kvrimage::address_range> compared_ranges; ///< empty: all
     std::vector<kvrimage::address_range> ignored_ranges;
-    std::optional<std::vector<std::string>> consumers; ///< "none" for none
+    std::optional<std::vector<std::string>> consumers; ///< empty list for "none"
     std::vector<std::string> assignment_files;
     std::optional<kvrimage::rounding> round; ///< of fractions
-    std::optional<std::string> algorithm;    ///< of a checksum
-    std::optional<std::uint64_t> put;        ///< where a checksum goes
-    std::optional<std::uint64_t> verify;     ///< where a checksum is
+    std::optional<std::string> algorithm;    ///< for a checksum
+    std::optional<std::uint64_t> put;        ///< address at which to store a checksum
+    std::optional<std::uint64_t> verify;     ///< address of a stored checksum
     color_choice color = color_choice::automatic;
     report_format report = report_format::text;
     bool only_checks_layout = false;
@@ -181,23 +181,23 @@ struct arguments {
     bool help = false;
 };
 
-/// An option, for the parser, the help, the manual page and the completions.
+/// An option for the parser, the help, the manual page and the completions.
 struct option_entry {
     option_id id;
-    char letter; ///< its short form, or NUL
+    char letter; ///< short form, or NUL
     std::string name;
-    const char* value; ///< what the help calls its value; null when it takes none
-    std::string
-        choices; ///< the values that a completion offers, separated by blanks, "FILE" for a path, or ""
+    const char* value; ///< placeholder for its value in the help; null if it takes none
+    /// The values for completion, separated by blanks; "FILE" for a path, or "".
+    std::string choices;
     std::string help;
-    /// Takes the value, or throws tool_error (wrong usage).
+    /// Parses the value into @p into. Throws tool_error (wrong usage).
     void (*take)(arguments& into, std::string_view name, const char* value);
 };
 
-/// @p format with the letter of @p entry in its place; "" for an option without one.
+/// Formats @p format with the letter of @p entry; "" for an option without a letter.
 [[nodiscard]] std::string with_letter(fmt::format_string<char> format, const option_entry& entry);
 
-/// All options, in the order in which the help shows them.
+/// Returns all options in the order of the help.
 [[nodiscard]] std::span<const option_entry> option_table();
 
 } // namespace kvrmem

@@ -8,8 +8,8 @@ namespace kvrmem {
 
 namespace {
 
-/// How many letters must be put in, left out, replaced, or swapped with their neighbour to make @p right of
-/// @p left (optimal string alignment distance, filled row by row).
+/// Returns the optimal string alignment distance of @p left and @p right: insertions, deletions,
+/// replacements, and swaps of neighboring letters. The matrix is computed row by row.
 std::size_t edits_between(std::string_view left, std::string_view right) {
     std::vector<std::size_t> two_above;
     std::vector<std::size_t> above(right.size() + 1);
@@ -40,7 +40,7 @@ std::string nearest_of(std::string_view given, std::span<const std::string_view>
     std::size_t fewest = given.size() / 3 + 1;
     for (const std::string_view candidate : known) {
         if (given.size() >= candidate.size() + fewest) {
-            continue; // more letters than that would have to go
+            continue; // too many letters to delete
         }
         const std::size_t edits = edits_between(given, candidate);
         if (edits < fewest) {

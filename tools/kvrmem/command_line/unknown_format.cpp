@@ -23,10 +23,10 @@ namespace {
 
 struct other_format_name {
     std::string_view given;
-    std::string_view meant; ///< the name here
+    std::string_view meant; ///< the format's name in this tool
 };
 
-/// As other tools call the formats, and the extensions that they give their files.
+/// Names and extensions of formats in other tools.
 constexpr std::array other_format_names = {
     other_format_name{"intel", "hex"},       other_format_name{"intelhex", "hex"},
     other_format_name{"intel-hex", "hex"},   other_format_name{"hex8", "hexbytes"},
@@ -49,7 +49,8 @@ constexpr std::array other_format_names = {
     other_format_name{"carray", "c"},        other_format_name{"hpp", "c"},
 };
 
-/// What the contents of @p path most likely are; null when they look like nothing, or it is no regular file.
+/// Returns the most likely format of the contents of @p path; null if there is none, or if it is not a
+/// regular file.
 const kvrimage::format* format_of_contents(const std::string& path) {
     std::error_code ignored;
     if (!std::filesystem::is_regular_file(path, ignored)) {
@@ -63,7 +64,7 @@ const kvrimage::format* format_of_contents(const std::string& path) {
     return found.empty() || found.front().as->read == nullptr ? nullptr : found.front().as;
 }
 
-/// The command line with @p meant for the format @p name of @p option.
+/// Returns the command line with @p meant in place of the value @p name of @p option.
 std::string line_with_format(std::string_view option, const std::string& name, const arguments& given,
                              const kvrimage::format& meant) {
     const std::string in_one_word = fmt::format("--{}={}", option, name);

@@ -7,16 +7,16 @@
 
 namespace kvrmem {
 
-/// The format that other tools call @p name, "hex32", or that has this extension there; letter case ignored.
-/// Null for other names.
+/// Returns the format for a name or extension @p name used by other tools ("hex32"), ignoring letter case;
+/// null for other names.
 [[nodiscard]] const kvrimage::format* format_meant_by(std::string_view name);
 
-/// The same for what follows the last dot of @p path.
+/// Does the same for the text after the last dot of @p path.
 [[nodiscard]] const kvrimage::format* format_meant_by_extension(std::string_view path);
 
-/// Refuses @p name, the value of --from or --to, for which there is no format, with what the contents of the
-/// input look like, or which format is meant, and the command line to try.
-/// @param given all of the command line beside this option
+/// Rejects @p name, an unknown value of --from or --to. The message suggests the format that the name or the
+/// contents of the input suggest, and a command line.
+/// @param given the rest of the command line
 /// @throws tool_error (wrong usage) always
 [[noreturn]] void refuse_format_name(std::string_view option, const std::string& name,
                                      const arguments& given);

@@ -20,7 +20,7 @@ struct other_name {
     std::string_view meant;
 };
 
-/// As other tools call what these options say.
+/// Names of these options in other tools.
 constexpr std::array<other_name, 33> other_names = {{
     {"--bits", "--width"},
     {"--word-width", "--width"},
@@ -57,13 +57,13 @@ constexpr std::array<other_name, 33> other_names = {{
     {"--radix", "--data-radix"},
 }};
 
-/// The name in "--width 32", without its hyphens.
+/// Returns the name in "--width 32", without its hyphens.
 std::string_view name_in(std::string_view option) {
     const std::string_view name = option.substr(0, option.find_first_of(" ="));
     return name.substr(std::min(name.find_first_not_of('-'), name.size()));
 }
 
-/// The option of @p which that is called @p name; null where there is none.
+/// Returns the option of @p which with the name @p name; null if there is none.
 const option_entry* entry_called(const command& which, std::string_view name) {
     const auto table = option_table();
     const auto found = std::ranges::find_if(table, [&which, name](const option_entry& entry) {
@@ -72,14 +72,14 @@ const option_entry* entry_called(const command& which, std::string_view name) {
     return found != table.end() ? &*found : nullptr;
 }
 
-/// True where @p word is @p option itself, of whose value the rest of it may be a part.
+/// Returns whether @p word is @p option, possibly with its value.
 bool says(std::string_view word, const option_entry& option) {
     const bool is_short =
         option.letter != '\0' && word.size() > 1 && word[0] == '-' && word[1] == option.letter;
     return is_short || (word.starts_with("--") && name_in(word) == option.name);
 }
 
-/// True where the value of @p option is the next word.
+/// Returns whether the value of @p option is the next word.
 bool has_value_behind(std::string_view word, const option_entry& option) {
     return option.value != nullptr &&
            (word.starts_with("--") ? word.find('=') == std::string_view::npos : word.size() == 2);
@@ -112,7 +112,7 @@ std::string command_with(const arguments& given, std::span<const std::string> ad
         replaced_ones.push_back(entry);
         options += " " + option;
     }
-    // Operations are made in the order of the command line: those before must have been made.
+    // Operations apply in command-line order, so the preceding ones must already be in the line.
     const bool comes_last = !given.operations.empty();
     line += comes_last ? "" : options;
     for (std::size_t index = 1; index < given.words.size(); ++index) {

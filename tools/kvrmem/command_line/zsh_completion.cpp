@@ -29,7 +29,8 @@ _kvrmem_choices() { # OPTION_OF_COMPADD... - CHOICE...
 
 )";
 
-/// When zsh autoloads the file, it runs it as the body of _kvrmem, which has to complete the first time, too.
+/// When zsh autoloads the file, it runs it as the body of _kvrmem, which must also complete on the first
+/// call.
 constexpr std::string_view zsh_foot = R"(
 _kvrmem() {
     if (( CURRENT == 2 )); then
@@ -49,12 +50,12 @@ else
 fi
 )";
 
-/// @p text as one word, whatever it holds.
+/// Quotes any @p text as one word.
 std::string zsh_quoted(std::string_view text) {
     return '\'' + replaced(std::string(text), "'", R"('\'')") + '\'';
 }
 
-/// @p text for a part of what _arguments takes.
+/// Escapes @p text for a specification of _arguments.
 std::string zsh_escaped(std::string_view text) {
     std::string result(text);
     for (const std::string_view special : {R"(\)", "[", "]", ":"}) {
@@ -63,12 +64,12 @@ std::string zsh_escaped(std::string_view text) {
     return result;
 }
 
-/// What _arguments needs to know of the value of @p entry; "" when it takes none.
+/// Returns the specification of the value of @p entry for _arguments; "" if it takes none.
 std::string zsh_value(const option_entry& entry) {
     if (entry.value == nullptr) {
         return "";
     }
-    std::string action = " "; // nothing to choose from
+    std::string action = " "; // no suggestions
     if (is_path_option(entry)) {
         action = "_files";
     } else if (!entry.choices.empty()) {
@@ -77,8 +78,8 @@ std::string zsh_value(const option_entry& entry) {
     return fmt::format(":{}:{}", zsh_escaped(entry.value), action);
 }
 
-/// How the value of an option may follow @p spelling: "=" for the same word after a "=", "+" for the same
-/// word at once, and both for the next word.
+/// Returns how the value follows @p spelling: "=" in the same word after "=", "+" directly in the same word;
+/// both also allow the next word.
 std::string_view zsh_value_place(std::string_view spelling, const option_entry& entry) {
     if (entry.value == nullptr) {
         return "";
@@ -86,7 +87,7 @@ std::string_view zsh_value_place(std::string_view spelling, const option_entry& 
     return spelling.starts_with("--") ? "=" : "+";
 }
 
-/// A line for each spelling; one of them makes the other needless.
+/// Returns a line for each spelling. Each excludes the others.
 std::string zsh_option(const option_entry& entry) {
     const std::vector<std::string> spellings = spellings_of(entry);
     std::string lines;
@@ -99,7 +100,7 @@ std::string zsh_option(const option_entry& entry) {
     return lines;
 }
 
-/// What _arguments needs to know of the operands.
+/// Returns the specification of the operands for _arguments.
 std::string zsh_operands(const command& which) {
     const operand_words operands = operands_of(which);
     if (operands.paths == any_number) {
@@ -109,7 +110,7 @@ std::string zsh_operands(const command& which) {
     for (std::size_t index = 1; index <= operands.paths; ++index) {
         text += fmt::format(" '{}:file:_files'", index);
     }
-    if (!operands.others.empty()) { // with an action of a blank, no option would be offered beside them
+    if (!operands.others.empty()) { // a blank action would suppress options beside the operands
         text += ' ' + zsh_quoted(fmt::format("*:{}:()", zsh_escaped(operands.others)));
     }
     return text;
@@ -143,7 +144,7 @@ std::string zsh_after_word_function() {
                   "}\n";
 }
 
-/// An element of the arrays that _describe takes.
+/// Returns an element of an array for _describe.
 std::string zsh_described(std::string_view name, std::string_view help) {
     return fmt::format("        {}\n", zsh_quoted(fmt::format("{}:{}", zsh_escaped(name), help)));
 }

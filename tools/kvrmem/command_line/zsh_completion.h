@@ -4,8 +4,8 @@
 
 namespace kvrmem {
 
-/// A script for zsh that completes command lines of the tool: as a file _kvrmem in a folder of $fpath, or
-/// when it is sourced after compinit.
+/// Returns a completion script for zsh: to be used as file _kvrmem in a folder of $fpath, or sourced after
+/// compinit.
 [[nodiscard]] std::string zsh_completion();
 
 } // namespace kvrmem

@@ -106,7 +106,7 @@ checked_file check_file(const arguments& given, const std::string& path, std::si
     return {std::move(input), std::move(protection)};
 }
 
-/// Nothing for a file that cannot be checked, which is reported: the others are checked all the same.
+/// Returns nothing for a file that cannot be checked. It is reported, and the other files are still checked.
 std::optional<checked_file> check_or_report(const arguments& given, const std::string& path,
                                             check_totals& totals, check_output& output) {
     const auto refuse = [&](exit_code code, std::string_view reason) {
@@ -185,7 +185,7 @@ kvrimage::check_options check_options_for(const arguments& given, const kvrimage
     kvrimage::check_options options;
     options.read = reading;
     if (given.consumers) {
-        options.consumers = *given.consumers; // no reader is called "none"
+        options.consumers = *given.consumers; // no consumer is named "none"
     }
     return options;
 }

@@ -27,14 +27,15 @@ extern const command set_command;
 extern const command split_command;
 extern const command sum_command;
 
-/// In the order in which the help shows them.
+/// Returns all commands in the order of the help.
 [[nodiscard]] std::span<const command* const> all_commands() noexcept;
 
 [[nodiscard]] bool is_command(std::string_view name) noexcept;
 
-/// @param words the command line from the name on, which comes first
-/// @param other_words what the name can be beside a command, for the suggestion
-/// @throws tool_error (wrong usage), with a suggestion, when there is no such command
+/// Returns the command with the name @p words[0].
+/// @param words the command line from the name on
+/// @param other_words other valid names, for the suggestion
+/// @throws tool_error (wrong usage) with a suggestion, if there is no such command
 [[nodiscard]] const command& find_command(std::span<const std::string> words,
                                           std::span<const std::string_view> other_words = {});
 

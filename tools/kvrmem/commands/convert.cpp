@@ -43,10 +43,10 @@ void require_words(const memory_input& input, bool was_changed) {
     }
 }
 
-/// True when each word of @p bytes bytes has all of them set, or none.
+/// Returns whether each word of @p bytes bytes has all of its bytes set, or none.
 bool makes_whole_words(const kvrimage::memory_image& image, std::uint64_t bytes) {
     bool is_whole = true;
-    std::uint64_t end = 0; // of what is set, up to the stretch at hand
+    std::uint64_t end = 0; // of the words set before the current range
     kvrimage::for_each_set_stretch(image.words(), [&](std::uint64_t first, std::uint64_t last) {
         const bool goes_on = image.base() + first == end;
         is_whole = is_whole && (goes_on || (end % bytes == 0 && (image.base() + first) % bytes == 0));
@@ -57,8 +57,8 @@ bool makes_whole_words(const kvrimage::memory_image& image, std::uint64_t bytes)
 
 constexpr std::uint32_t width_of_bytes = 8;
 
-/// Options that make wider words of the bytes of @p input, as it was read; none where these are no words, or
-/// the user says how wide words are.
+/// Returns options that combine the bytes of @p input into wider words; none if its words are not bytes, or
+/// if the user gives the width.
 std::vector<std::string> options_for_wider_words(const arguments& given, const memory_input& input) {
     if (given.width || input.result.facts.unit != kvrimage::address_unit::byte ||
         input.image().width() != width_of_bytes) {
@@ -76,9 +76,9 @@ std::vector<std::string> options_for_wider_words(const arguments& given, const m
     return options;
 }
 
-/// A file of bytes does not say how wide its words are: each byte is one where the user does not say it
-/// either, which is hardly meant where the words go into a file of words.
-/// @param wider options for that
+/// Notes that a file of bytes was read with 8-bit words because no width was given, if the output is a file
+/// of words.
+/// @param wider options for wider words
 void note_words_of_bytes(const arguments& given, const memory_input& input,
                          const std::vector<std::string>& wider, const kvrimage::format& written) {
     if (wider.empty() || input.image().width() != width_of_bytes ||
@@ -90,7 +90,7 @@ void note_words_of_bytes(const arguments& given, const memory_input& input,
                               line.empty() ? "" : ", as in " + line));
 }
 
-/// What would be in the way of writing the words of @p result as they are.
+/// Returns the obstacles to writing the words of @p result without operations.
 std::vector<kvrimage::diagnostic> obstacles_to_output(const arguments& given,
                                                       const kvrimage::read_result& result) {
     if (!given.operations.empty() ||
@@ -132,7 +132,7 @@ exit_code convert(const arguments& given) {
     keep_start_address(given, input.result.facts, options);
     const bool was_changed = change_words(given.operations);
     require_words(input, was_changed);
-    if (was_changed) { // no line of the file is at fault then
+    if (was_changed) { // no line of the file is at fault
         require_writable(given, image, target, options);
     } else {
         require_writable(given, input, options);
@@ -150,7 +150,7 @@ exit_code convert(const arguments& given) {
 
 constexpr auto convert_options = united_options(
     writing_options,
-    // Depth and padding are options for reading until an operation comes.
+    // Before an operation, depth and padding are options for reading.
     std::array{option_id::from, option_id::width, option_id::depth_in_order, option_id::unit,
                option_id::order, option_id::base, option_id::pad_in_order, option_id::read_choice},
     std::array{option_id::only, option_id::except, option_id::move_to, option_id::fill_rest, option_id::mask,

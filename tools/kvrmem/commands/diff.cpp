@@ -30,7 +30,7 @@ using kvrimage::address_range;
 
 constexpr std::size_t git_operands = 7;
 
-/// Calls @p report with the parts of @p found that both files say for certain.
+/// Calls @p report with the parts of @p found that are readable in both files.
 template <class Report>
 void keep_certain_parts(const kvrimage::difference& found, const diff_side& left, const diff_side& right,
                         Report&& report) {
@@ -47,7 +47,7 @@ void keep_certain_parts(const kvrimage::difference& found, const diff_side& left
                   });
 }
 
-/// The addresses that are compared: those that the user names, or all; in order.
+/// Returns the addresses to compare, in order: those that the user gives, or all.
 std::vector<address_range> compared_addresses(const arguments& given, const diff_side& left,
                                               const diff_side& right) {
     const address_range all = {std::min(left.image().base(), right.image().base()),
@@ -66,7 +66,7 @@ std::vector<address_range> compared_addresses(const arguments& given, const diff
     return compared;
 }
 
-/// Addresses of @p compared that one of the two does not say for certain.
+/// Returns the addresses of @p compared that are unreadable in either file.
 std::vector<address_range> unreadable_in(const diff_side& left, const diff_side& right,
                                          const std::vector<address_range>& compared) {
     std::vector<address_range> all = left.result.unreadable;
@@ -74,15 +74,15 @@ std::vector<address_range> unreadable_in(const diff_side& left, const diff_side&
     return kvrimage::ranges_without(all, kvrimage::ranges_without(all, compared));
 }
 
-/// Whether the words of the two have other forms, or other addresses where all are compared.
+/// Returns whether the word widths differ, or the addresses if all are compared.
 bool have_other_forms(const arguments& given, const diff_side& left, const diff_side& right) {
     const bool are_all_compared = given.compared_ranges.empty() && given.ignored_ranges.empty();
     return left.image().width() != right.image().width() ||
            (are_all_compared && !difference_in_size(left, right).empty());
 }
 
-/// fine: the two memories are the same, in their words, and how many there are of which width. bad_input:
-/// they are as far as they can be compared.
+/// Returns success if the memories are equal in words, width and number of words; bad_input if they are equal
+/// except for unreadable words.
 exit_code compare(const arguments& given, const diff_side& left, const diff_side& right,
                   diff_report& report) {
     const std::vector<address_range> compared = compared_addresses(given, left, right);
@@ -118,9 +118,9 @@ exit_code compare_as_asked(const arguments& given, const diff_side& left, const 
     return compare(given, left, right, *report_as_asked(given, left, right));
 }
 
-/// Refuses a file that cannot be read because --address-unit, which holds for both files, is for the other
+/// Rejects a file that is unreadable only because --address-unit, which applies to both files, fits the other
 /// one.
-/// @throws tool_error (bad input) with @p refusal and what helps; returns where the unit is not the reason
+/// @throws tool_error (bad input) with @p refusal and a remedy; returns if the unit is not the reason
 void refuse_unit_of_other_file(const arguments& given, const std::string& path, const broken_file& refusal) {
     using kvrimage::address_unit;
     if (!given.unit) {
@@ -152,7 +152,7 @@ diff_side read_side(const arguments& given, const std::string& path) {
     }
 }
 
-/// What git calls a file that is not there is a memory of the other one's form with no word set.
+/// Returns a memory without words and with the size of @p other, for a file that git reports as missing.
 kvrimage::read_result empty_like(const kvrimage::read_result& other) {
     const kvrimage::memory_image& image = *other.image;
     return {kvrimage::memory_image(image.width(), image.depth(), image.base()), other.facts, {}, {}};
@@ -163,8 +163,8 @@ void name_side(diff_side& side, const std::string& path) {
     side.path = path;
 }
 
-/// What git gives a diff driver: path old-file old-hex old-mode new-file new-hex new-mode, and two more for a
-/// file that was renamed.
+/// Arguments of a git diff driver: path old-file old-hex old-mode new-file new-hex new-mode, and two more for
+/// a renamed file.
 void compare_for_git(const arguments& given) {
     const std::vector<std::string>& files = given.files;
     const bool is_new = files[1] == "/dev/null";
@@ -188,7 +188,7 @@ void compare_for_git(const arguments& given) {
     static_cast<void>(compare_as_asked(given, left, right));
 }
 
-/// git takes an exit code other than 0 for a crash and shows nothing of the files after this one.
+/// git treats a nonzero exit code as a crash and skips the following files.
 exit_code be_a_diff_driver(const arguments& given) {
     const std::size_t count = given.files.size();
     if (count == 1) {

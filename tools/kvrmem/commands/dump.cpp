@@ -40,13 +40,14 @@ constexpr std::uint32_t widest_line = 80;
 constexpr std::uint32_t most_words_a_line = 16;
 constexpr std::size_t column_title_size = 2; // "+F"
 
-/// Characters of a word that the text column shows; 0 when words are no text.
+/// Returns the characters of a word in the text column; 0 if words are not text.
 std::uint32_t characters_of_word(std::uint32_t width) {
     constexpr std::uint32_t ascii = 7;
     return width == ascii ? 1 : width % bits_per_byte == 0 ? width / bits_per_byte : 0;
 }
 
-/// The byte of @p value above its lowest @p bits_below bits; NUL when it is no ASCII or has don't-care bits.
+/// Returns the byte of @p value above its lowest @p bits_below bits; NUL if it is not ASCII or has don't-care
+/// bits.
 char character_at(const word& value, std::uint32_t bits_below) {
     unsigned byte = 0;
     for (std::uint32_t bit = std::min(bits_below + bits_per_byte, value.width()); bit > bits_below; --bit) {
@@ -56,7 +57,7 @@ char character_at(const word& value, std::uint32_t bits_below) {
     return byte < 0x80U ? static_cast<char>(byte) : '\0';
 }
 
-/// The bytes of @p value as ASCII, the most significant one first; "." for what cannot be shown.
+/// Returns the bytes of @p value as ASCII, most significant first; "." for unprintable bytes.
 std::string characters_of(const word& value, std::size_t count) {
     std::string text(count, '\0');
     if (std::optional<std::string> bytes = value.to_bytes(kvrimage::byte_order::big)) {
@@ -71,7 +72,7 @@ std::string characters_of(const word& value, std::size_t count) {
     return text;
 }
 
-/// Appends the characters of @p digits, two for each, as characters_of() does.
+/// Appends the characters of @p digits, two digits each, like characters_of().
 void append_characters(std::string_view digits, std::string& text) {
     for (std::size_t at = 0; at < digits.size(); at += 2) {
         const unsigned high = kvr::digit_value(digits[at]);
@@ -82,15 +83,15 @@ void append_characters(std::string_view digits, std::string& text) {
     }
 }
 
-/// What a row of the table holds.
+/// The words of a table row.
 struct row_of_words {
-    std::string hex_words;                             ///< all words, with all digits of each; "":
-    std::vector<std::optional<kvrimage::word>> others; ///< words that are not all shown so
+    std::string hex_words;                             ///< all words with all their digits; "": see others
+    std::vector<std::optional<kvrimage::word>> others; ///< used if not all words can be shown so
 
     friend bool operator==(const row_of_words&, const row_of_words&) = default;
 };
 
-/// The table: a line for every row of words, "*" for rows that are like the one before.
+/// The table: one line for each row of words, "*" for rows equal to the previous one.
 class dump_table {
 public:
     dump_table(const kvrimage::read_result& memory, const address_range& shown, const word_radix& shown_radix,
@@ -121,7 +122,8 @@ public:
     }
 
 private:
-    /// Of the words that are shown: one with a don't-care bit that the radix cannot show is "0b" and bits.
+    /// Returns the length of the longest word shown. A word with a don't-care bit that the radix cannot
+    /// represent is shown in binary with "0b".
     [[nodiscard]] std::size_t most_characters() const {
         const auto unshown =
             kvrimage::find_unshown_word(image.words(), image.width(), radix.digits,
@@ -142,7 +144,7 @@ private:
         }
         output.write(paint.paint(style::dim, titles) + "\n");
     }
-    /// Sets @p words to those of the row from address @p row on.
+    /// Sets @p words to the row from address @p row on.
     void find_words(std::uint64_t row, row_of_words& words) const {
         const address_range addresses{row, row + std::min<std::uint64_t>(columns - 1, range.last - row)};
         words.hex_words.clear();
@@ -154,7 +156,7 @@ private:
             words.others.insert(words.others.end(), run.addresses.last - run.addresses.first + 1, run.value);
         }
     }
-    /// False, with "*" in its place where it is the first such, when the row is like the one before.
+    /// Prints a row. Returns false if it equals the previous one; the first such row prints "*".
     bool print_row(std::uint64_t row) {
         find_words(row, words_here);
         if (words_here == before && !is_unreadable(row, row + columns - 1)) {
@@ -187,7 +189,7 @@ private:
             fmt::format_to(std::back_inserter(line), "{:0{}X}", address, address_size);
         }
     }
-    /// The cells of a row and its characters. Both answer how many words there are.
+    /// Append the cells of a row and collect its characters. Both return the number of words.
     std::size_t append_hex_cells() {
         for (std::size_t at = 0; at < before.hex_words.size(); at += digits) {
             line.append(1 + word_size - digits, ' ').append(before.hex_words, at, digits);
@@ -208,8 +210,8 @@ private:
         }
         return before.others.size();
     }
-    /// How many rows from @p row on, at least 1, hold one and the same word throughout, or words that repeat
-    /// from row to row: all of them are like the row before, without a look at each.
+    /// Returns how many rows from @p row on, at least 1, consist of one repeated word or of words that repeat
+    /// from row to row. They equal the previous row and need no comparison.
     [[nodiscard]] std::uint64_t like_rows(std::uint64_t row) const {
         const kvrimage::repetition found = image.repetition_at(row);
         const std::uint64_t last = std::min(found.last, range.last);
@@ -238,20 +240,20 @@ private:
     word_radix radix;
     const painter& paint;
     std::size_t digits;    ///< of a word
-    std::size_t word_size; ///< of the column that it stands in
+    std::size_t word_size; ///< of a column
     std::size_t address_size;
     std::uint32_t text_size;
     std::uint32_t columns;
     bool is_hex;
     row_of_words words_here;
-    row_of_words before;    ///< that was printed last
-    std::string line;       ///< that is put together
-    std::string characters; ///< at its end
+    row_of_words before;    ///< last row printed
+    std::string line;       ///< the line under construction
+    std::string characters; ///< text column of the line
     output_stream output;
     bool folding = false;
 };
 
-/// A line is put together in memory.
+/// A line is built in memory, so its length is limited.
 void require_short_lines(const arguments& given, const word_radix& radix, std::uint32_t width) {
     constexpr std::size_t longest_line = std::size_t{16} << 20U;
     const std::size_t columns = given.columns.value_or(1);
@@ -275,22 +277,22 @@ exit_code dump_memory(const arguments& given, const memory_input& input) {
     return exit_code::success;
 }
 
-/// " at 6:5: error: ...": the name of git's temporary file differs from run to run, and is left out.
+/// Returns " at 6:5: error: ..." without the name of git's temporary file, which varies.
 std::string without_name(const std::string& message, const std::string& path) {
     const std::string name = kvrimage::title_of_input(path) + ":";
     const std::string rest = message.starts_with(name) ? message.substr(name.size()) : " " + message;
     return (rest.starts_with(' ') ? ":" : " at ") + rest;
 }
 
-/// Whether @p error is about the file, and not about what the user wants of it.
+/// Returns whether @p error is caused by the file, not by the options.
 bool is_about_the_file(const arguments& given, const tool_error& error) {
-    // Where nobody says the format, name and contents do not.
+    // Without --from, the format may also be undetermined.
     const bool may_be_unknown = given.from == nullptr && dynamic_cast<const broken_file*>(&error) == nullptr;
     return error.code() == exit_code::bad_input || (error.code() == exit_code::wrong_usage && may_be_unknown);
 }
 
-/// The memory of the file; nothing where it cannot be read as one, which is printed with the file as it is:
-/// git takes an exit code other than 0 for a crash, and shows nothing of the files after this one.
+/// Reads the memory. If the file is not readable as a memory, prints the file unchanged and returns nothing:
+/// git treats a nonzero exit code as a crash and skips the following files.
 std::optional<memory_input> read_or_print(const arguments& given) {
     try {
         return read_memory(given, given.files[0]);

@@ -24,7 +24,7 @@ namespace kvrmem {
 
 namespace {
 
-/// "MIF, Intel HEX, RIF"
+/// Returns "MIF, Intel HEX, RIF".
 std::string titles_with_a_layout() {
     std::string titles;
     for (const kvrimage::format* each : kvrimage::formats()) {
@@ -41,7 +41,7 @@ std::string titles_with_a_layout() {
         fmt::format("{}: --{} {} contradicts the file, which says {}", input.name(), option, given, stated));
 }
 
-/// What the file says stays in it, and the words have to agree to it.
+/// Rejects sizes that contradict the file or the words, since the file keeps its own settings.
 void refuse_contradicted_sizes(const arguments& given, const memory_input& input) {
     const auto image_without = [&input](std::optional<std::uint32_t> width,
                                         std::optional<std::uint64_t> depth) {
@@ -97,16 +97,16 @@ void write_layout(const arguments& given, const memory_input& input, const std::
         write_text(given.output.value_or(input.path), text);
     }
     print_message(fmt::format("{}{}: {}", input.name(), is_elsewhere ? " -> " + *given.output : "",
-                     has_changed ? "formatted" : "formatted already"));
+                              has_changed ? "formatted" : "formatted already"));
     if (is_elsewhere) {
         note_other_extension(*given.output, *input.options.as);
     }
 }
 
-/// What a run finds in all its files.
+/// The results for all files of a run.
 struct layout_totals {
     std::uint64_t changing = 0;
-    exit_code refusal = exit_code::success; ///< the worst reason why a file could not be laid out
+    exit_code refusal = exit_code::success; ///< the most severe reason why a file could not be formatted
 
     void refuse(const arguments& given, exit_code reason, std::string_view message) {
         refusal = std::max(refusal, reason);
@@ -114,7 +114,7 @@ struct layout_totals {
     }
 };
 
-/// To a check, which may get files of all formats, such a file is as good as one that is laid out.
+/// In a check, which may include files of all formats, a file without layout rules counts as formatted.
 void report_missing_rules(const arguments& given, const memory_input& input) {
     const std::string message = fmt::format("there are no rules for the layout of {}, only for {}",
                                             input.options.as->title, titles_with_a_layout());
@@ -142,7 +142,7 @@ void format_file(const arguments& given, const std::string& path, layout_totals&
     }
 }
 
-/// A file that is refused is reported, and the others are laid out all the same.
+/// A rejected file is reported, and the other files are still formatted.
 void format_or_report(const arguments& given, const std::string& path, layout_totals& totals) {
     try {
         format_file(given, path, totals);
@@ -167,7 +167,7 @@ exit_code lay_out_files(const arguments& given) {
     return std::max(totals.refusal, totals.changing != 0 ? exit_code::negative : exit_code::success);
 }
 
-/// How a file is read, as far as its format has rules for its layout.
+/// The options for reading files whose format has layout rules.
 constexpr auto layout_reading_options = [] {
     auto options = reading_options;
     std::ranges::replace(options, option_id::read_choice, option_id::layout_choice);

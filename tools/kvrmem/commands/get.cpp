@@ -31,7 +31,7 @@ kvrimage::address_range range_of_operand(const std::string& text, const kvrimage
     return *range;
 }
 
-/// Prints the words of @p range, a line each. False when one of them is not set.
+/// Prints the words of @p range, one per line. Returns false if one of them is unset.
 bool print_words(const memory_input& input, const kvrimage::address_range& range, const word_radix& radix,
                  output_stream& output) {
     bool all_set = true;

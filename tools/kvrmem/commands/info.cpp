@@ -24,7 +24,7 @@ namespace {
 using kvrimage::memory_image;
 using kvrimage::word_statistics;
 
-/// What the words of a file look like.
+/// Properties of the words of a file.
 struct word_facts {
     std::optional<kvrimage::address_range> bounds;
     word_statistics statistics;
@@ -39,7 +39,7 @@ word_facts facts_of(const kvrimage::read_result& result) {
     return facts;
 }
 
-/// "HEX", also for a format that has no other.
+/// Returns "HEX", also for a format with one radix only.
 std::string_view title_of(const std::optional<kvrimage::radix>& radix) {
     return kvrimage::title_of(radix.value_or(kvrimage::radix::hex));
 }
@@ -76,7 +76,7 @@ std::string words_as_text(const kvrimage::read_result& result, const word_facts&
                        counted(statistics.most_frequent_count, "time"));
 }
 
-/// "MIF", or "readmemh (likely, by its contents)" where only these say so, and not for certain.
+/// Returns "MIF", or "readmemh (likely, by the contents)" if only the contents suggest the format.
 std::string format_of(const kvrimage::file_facts& facts) {
     return fmt::format("{}{}", facts.as->title,
                        facts.how_sure == kvrimage::certainty::likely     ? " (likely, by the contents)"
@@ -84,7 +84,7 @@ std::string format_of(const kvrimage::file_facts& facts) {
                                                                          : "");
 }
 
-/// What the format leaves open, or has in addition: what an address counts, start addresses.
+/// Returns the options and extra information of the format: the address unit, start addresses.
 std::string more_as_text(const kvrimage::read_result& result) {
     std::string text;
     const auto add = [&text](std::string_view name, std::string_view value) {

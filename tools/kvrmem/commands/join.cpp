@@ -40,7 +40,7 @@ void require_arguments(const arguments& given) {
     }
 }
 
-/// @p given with all that the manifest says in its place; what the user says of the files counts first.
+/// Returns @p given completed by the manifest. Options of the user take precedence.
 arguments with_manifest(arguments given) {
     const manifest what = read_manifest(*given.manifest);
     const bool has_lanes = what.plan.how == split_plan::kind::lanes;
@@ -76,7 +76,7 @@ void require_count(const split_plan& plan, const memory_inputs& inputs) {
     }
 }
 
-/// @param reading how the files are read; @p given says how the memory is written
+/// @param reading options for reading the files; @p given has the options for writing
 exit_code join_files(const arguments& given, arguments reading) {
     const split_plan plan = plan_of(reading);
     if (plan.how == split_plan::kind::lanes && !reading.width) {
@@ -106,7 +106,7 @@ exit_code join_files(const arguments& given, arguments reading) {
         print_json(document);
     } else {
         print_message(fmt::format("{} -> {} ({}): {}", names, target, title_of_written(options),
-                         written_words(image, *options.as)));
+                                  written_words(image, *options.as)));
     }
     note_other_extension(target, *options.as);
     return exit_code::success;

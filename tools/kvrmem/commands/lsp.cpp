@@ -19,21 +19,21 @@ namespace kvrmem {
 
 namespace {
 
-/// Bytes that are read at once.
+/// Bytes to read at once.
 constexpr std::size_t block_size = std::size_t{64} << 10U;
 
-/// True when there are bytes to read, or the end was reached.
-/// @param milliseconds to wait for that; -1 without an end
+/// Returns whether input is available or has ended.
+/// @param milliseconds timeout; -1 waits without limit
 bool input_is_waiting(int milliseconds = 0) {
     pollfd input{STDIN_FILENO, POLLIN, 0};
     return poll(&input, 1, milliseconds) > 0;
 }
 
 void wait_for_input() {
-    static_cast<void>(input_is_waiting(-1)); // a signal is as good: the caller looks again
+    static_cast<void>(input_is_waiting(-1)); // a signal also ends the wait; the caller checks again
 }
 
-/// Reads into @p block, and waits for that. The bytes read; "" at the end.
+/// Reads into @p block, waiting for input. Returns the bytes read; "" at the end.
 std::string_view read_block(std::vector<char>& block) {
     while (true) {
         const ssize_t size = read(STDIN_FILENO, block.data(), block.size());
@@ -60,7 +60,7 @@ exit_code serve(const arguments& given) {
     std::vector<char> block(block_size);
     bool is_at_end = false;
     while (!server.has_ended() && !(is_at_end && !server.has_waiting())) {
-        // What has arrived is read before the next request is worked on: it may cancel that.
+        // Read pending input before handling the next request: it may cancel that request.
         if (!is_at_end && !server.is_full() && input_is_waiting()) {
             const std::string_view bytes = read_block(block);
             is_at_end = bytes.empty();

@@ -46,13 +46,13 @@ void require_equal_widths(const memory_inputs& inputs) {
     }
 }
 
-/// "a.mif: 16 words, at 0x0..0x7, 0x10..0x17"
+/// Returns "a.mif: 16 words, at 0x0..0x7, 0x10..0x17".
 std::string line_on_part(const std::string& name, const kvrimage::merged_part& part) {
     return fmt::format("{}: {}{}{}", name, counted(part.words, "word"), part.ranges.empty() ? "" : ", at ",
                        shown_ranges(part.ranges));
 }
 
-/// "0x8..0xF (8 words) in a.mif and b.mif, the same words"
+/// Returns "0x8..0xF (8 words) in a.mif and b.mif, the same words".
 std::string line_on_overlap(const memory_inputs& inputs, const merge_overlap& overlap) {
     const std::uint64_t words = overlap.addresses.last - overlap.addresses.first + 1;
     return fmt::format("{} ({}) in {} and {}, {}", shown_range(overlap.addresses), counted(words, "word"),
@@ -62,7 +62,7 @@ std::string line_on_overlap(const memory_inputs& inputs, const merge_overlap& ov
                                           : std::string("the same words"));
 }
 
-/// The ranges and overlaps that the library keeps; there may be more of both.
+/// Lists only the ranges and overlaps that the library keeps; there may be more.
 json_value as_json(const memory_inputs& inputs, const merge_result& result, json_value output) {
     json_value document = report_on_inputs("kvrmem-merge-1", inputs.files);
     for (std::size_t index = 0; index < inputs.files.size(); ++index) {
@@ -91,14 +91,15 @@ void report_parts(const memory_inputs& inputs, const merge_result& result) {
     }
 }
 
-/// Reports the first overlaps of @p result, and how many there are beyond these.
+/// Reports the first overlaps of @p result and the number of the others.
 void report_overlaps(const memory_inputs& inputs, const merge_result& result) {
     constexpr std::size_t most_shown_overlaps = 8;
     const std::size_t count = std::min(result.overlaps.size(), most_shown_overlaps);
     for (const merge_overlap& each : std::span(result.overlaps).first(count)) {
         print_message(fmt::format("overlap: {}{}", line_on_overlap(inputs, each),
-                         each.difference ? fmt::format("; those of {} are written", inputs.name(each.kept))
-                                         : std::string()));
+                                  each.difference
+                                      ? fmt::format("; those of {} are written", inputs.name(each.kept))
+                                      : std::string()));
     }
     if (const std::uint64_t more = result.overlap_count - count; more != 0) {
         print_message(fmt::format("{} beyond these", counted(more, "overlap")));
@@ -171,7 +172,7 @@ exit_code merge(const arguments& given) {
         report_parts(inputs, result);
         report_overlaps(inputs, result);
         print_message(fmt::format("{} -> {} ({}): {}", inputs.names(), target, title_of_written(options),
-                         written_words(*result.image, *options.as)));
+                                  written_words(*result.image, *options.as)));
     }
     note_other_extension(target, *options.as);
     return exit_code::success;

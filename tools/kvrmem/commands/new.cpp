@@ -20,7 +20,7 @@ namespace kvrmem {
 
 namespace {
 
-/// The memory that @p given asks for, all of it set.
+/// Returns the memory described by @p given, with all words set.
 generated_memory memory_for(const arguments& given) {
     std::optional<generated_memory> made = generate(given);
     if (!made) {
@@ -52,14 +52,14 @@ void require_new(const arguments& given, const std::string& path) {
     }
 }
 
-/// A file that is written: its name, what it holds, and how.
+/// A file to write: its name, contents and options.
 struct new_file {
     const std::string& path;
     const kvrimage::memory_image& image;
     kvrimage::write_options options;
 };
 
-/// Writes all of @p files or, where one cannot be written, none.
+/// Writes all of @p files, or none if one cannot be written.
 void write_files(const arguments& given, const std::vector<new_file>& files, const std::string& source) {
     output_files written;
     for (const new_file& file : files) {
@@ -75,7 +75,7 @@ void write_files(const arguments& given, const std::vector<new_file>& files, con
     for (const new_file& file : files) {
         if (!source.empty()) {
             print_message(fmt::format("{} -> {} ({}): {}", source, file.path, title_of_written(file.options),
-                             written_words(file.image, *file.options.as)));
+                                      written_words(file.image, *file.options.as)));
         }
         note_other_extension(file.path, *file.options.as);
     }

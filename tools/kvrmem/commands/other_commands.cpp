@@ -18,12 +18,12 @@ namespace kvrmem {
 
 namespace {
 
-/// One way in which a command of this tool does what others have their own command for.
+/// A way to do with this tool what other tools have a command for.
 struct our_way {
     const command* meant;
     std::string_view reason;
-    std::string_view options = {};  ///< that the command needs for it, separated by blanks
-    std::string_view new_file = {}; ///< for --output, without extension; "": the command needs none
+    std::string_view options = {};  ///< required options, separated by blanks
+    std::string_view new_file = {}; ///< for --output, without extension; "": not needed
 };
 
 constexpr our_way by_diff = {&diff_command, "compares two memories word by word"};
@@ -55,10 +55,10 @@ constexpr our_way by_lsp = {&lsp_command, "serves editors"};
 struct other_command {
     std::string_view name;
     const our_way* first;
-    const our_way* second = nullptr; ///< for words that do not fit the first
+    const our_way* second = nullptr; ///< used if the words do not fit the first
 };
 
-/// As other tools call what the commands do.
+/// Commands of other tools.
 constexpr std::array other_commands = {
     other_command{"compare", &by_diff},
     other_command{"cmp", &by_diff},
@@ -145,7 +145,7 @@ constexpr std::array other_commands = {
     other_command{"language-server", &by_lsp},
 };
 
-/// @p words as the command line of @p meant; nothing when it does not take them.
+/// Parses @p words as a command line of @p meant; nothing if they are invalid.
 std::optional<arguments> parsed_for(const command& meant, std::vector<std::string> words) {
     std::vector<char*> pointers;
     pointers.reserve(words.size());
@@ -159,7 +159,7 @@ std::optional<arguments> parsed_for(const command& meant, std::vector<std::strin
     }
 }
 
-/// Whether the operands look like what the usage line shows: all of the paths, then assignments or addresses.
+/// Returns whether the operands match the usage line: all paths, then assignments or addresses.
 bool have_the_form(const arguments& given) {
     const operand_words shown = operands_of(*given.which);
     if (shown.paths != any_number && given.files.size() < shown.paths) {
@@ -177,7 +177,7 @@ bool have_the_form(const arguments& given) {
     return true;
 }
 
-/// What the command line needs after the name of the command for @p way.
+/// Returns the options that @p way needs after the name of the command.
 std::string needed_options(const our_way& way, const arguments& given) {
     std::string options(way.options);
     if (!way.new_file.empty() && !given.output) {
@@ -188,7 +188,7 @@ std::string needed_options(const our_way& way, const arguments& given) {
     return options;
 }
 
-/// The command line @p words with the command of @p way; "" when the words do not fit it.
+/// Returns the command line @p words with the command of @p way; "" if the words do not fit.
 std::string line_for(const our_way& way, std::span<const std::string> words) {
     std::vector<std::string> ours(words.begin(), words.end());
     ours.front() = way.meant->name;
@@ -196,7 +196,7 @@ std::string line_for(const our_way& way, std::span<const std::string> words) {
     if (!given || given->help || !have_the_form(*given)) {
         return "";
     }
-    if (!way.new_file.empty() && given->files.empty()) { // that say what the new one is
+    if (!way.new_file.empty() && given->files.empty()) { // which determine the new file
         return "";
     }
     std::string line = fmt::format("kvrmem {}", way.meant->name);

@@ -6,10 +6,10 @@
 
 namespace kvrmem {
 
-/// What to use instead of a command that other tools have and this one has not, "show", as the rest of a
-/// sentence: "dump shows ...; try: kvrmem dump boot.mif". Where the other words do not fit the command that
-/// is meant, the help of that command takes the place of the line to try. "" for a name that nobody uses.
-/// @param words the command line from the name of the command on; the name alone where its help was asked for
+/// Returns the replacement for a command of other tools ("show") as the end of a sentence: "dump shows ...;
+/// try: kvrmem dump boot.mif". If the other words do not fit the replacement, its help is suggested. "" for
+/// unknown names.
+/// @param words the command line from the command's name on; only the name if its help was requested
 [[nodiscard]] std::string advice_on_other_command(std::span<const std::string> words);
 
 } // namespace kvrmem

@@ -26,11 +26,12 @@ namespace kvrmem {
 
 namespace {
 
-/// Extensions of pictures that are something else than SVG.
+/// Extensions of pictures other than SVG.
 constexpr std::array<std::string_view, 8> other_pictures = {".png",  ".jpg", ".jpeg", ".gif",
                                                             ".webp", ".bmp", ".pdf",  ".ps"};
 
-/// A picture in the place of a memory file, or in that of another kind of picture, is a slip of the pen.
+/// Rejects an output that would replace a memory file or another kind of picture, which is probably a
+/// mistake.
 void require_svg_file(const std::string& output, const std::string& input) {
     std::error_code error;
     const std::filesystem::path picture(output);
@@ -66,7 +67,7 @@ void require_fitting_options(const arguments& given) {
     }
 }
 
-/// How the values of words of @p width bits are read: two's complement for `dec` and fixed point.
+/// Returns how to interpret the values of words of @p width bits: two's complement for `dec` and fixed point.
 kvrimage::picture_options value_options(const arguments& given, std::uint32_t width) {
     kvrimage::picture_options options;
     const word_radix radix = given.radix.value_or(word_radix{});
@@ -79,7 +80,7 @@ kvrimage::picture_options value_options(const arguments& given, std::uint32_t wi
     return options;
 }
 
-/// What @p given asks for, and the terminal can do.
+/// Returns the screen according to @p given and the terminal.
 kvrimage::character_screen screen_for(const arguments& given) {
     kvrimage::character_screen screen;
     screen.columns = given.columns.value_or(std::max(columns_of(stdout), kvrimage::least_screen_columns));
@@ -97,7 +98,7 @@ kvrimage::character_screen screen_for(const arguments& given) {
     return screen;
 }
 
-/// The usual format of pixels for words of @p width bits; nothing: there is none.
+/// Returns the usual pixel format for words of @p width bits; nothing if there is none.
 std::optional<kvrimage::pixel_format> usual_pixel(std::uint32_t width) {
     using kvrimage::pixel_format;
     constexpr std::array usual = {pixel_format::mono,   pixel_format::gray4,  pixel_format::gray8,
@@ -119,7 +120,7 @@ kvrimage::pixel_layout layout_for(const arguments& given, std::uint32_t width) {
     return {*given.picture_columns, *pixel};
 }
 
-/// Two pixels in a half block, in the colours of a terminal that has all of them.
+/// Formats two pixels as a half block in the colors of a true-color terminal.
 std::string half_block(const std::optional<kvrimage::color>& upper,
                        const std::optional<kvrimage::color>& lower) {
     const auto escape = [](int plane, const std::optional<kvrimage::color>& shown) {
@@ -164,7 +165,7 @@ kvrimage::compared_memory compared(const memory_input& input) {
     return {input.path == "-" ? input.name() : input.path, std::string(input.result.facts.as->title)};
 }
 
-/// The addresses that --range names, or all of both memories.
+/// Returns the addresses of --range, or all addresses of both memories.
 kvrimage::address_range range_within_both(const arguments& given, const kvrimage::memory_image& left,
                                           const kvrimage::memory_image& right) {
     const kvrimage::address_range all{std::min(left.base(), right.base()),

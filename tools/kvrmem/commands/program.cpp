@@ -28,18 +28,18 @@ namespace {
 
 using kvrmem::exit_code;
 
-/// Standard input can be read once.
+/// Standard input can be read only once.
 void require_one_standard_input(const kvrmem::command& which, const kvrmem::arguments& given) {
     constexpr std::array<std::string_view, 4> readers_of_all = {"check", "diff", "join", "merge"};
     const bool reads_all = std::ranges::find(readers_of_all, which.name) != readers_of_all.end();
     const auto end = reads_all || given.files.empty() ? given.files.end() : given.files.begin() + 1;
     const auto times = std::count(given.files.begin(), end, "-") + (given.manifest == "-" ? 1 : 0);
-    if (times > 1 && which.name != std::string_view("split")) { // which writes the manifest
+    if (times > 1 && which.name != std::string_view("split")) { // split writes the manifest to it
         kvrmem::usage_error("- is given more than once: standard input can be read only once");
     }
 }
 
-/// @param color left with what the command line says of it.
+/// @param color set to the choice in the command line
 exit_code run_command(const kvrmem::command& which, int count, char** words, kvrmem::color_choice& color) {
     const kvrmem::arguments given = kvrmem::parse_arguments(which, count, words);
     color = given.color;
@@ -59,7 +59,7 @@ bool asks_for_help(std::string_view word) {
     return word == "--help" || word == "-h" || word == "help";
 }
 
-/// Help itself has no other help than the overview.
+/// `kvrmem help help` shows the overview.
 std::string help_on(std::string_view subject) {
     const kvrmem::help_topic* const topic = kvrmem::topic_called(subject);
     if (topic != nullptr && !kvrmem::is_command(subject)) {
@@ -69,7 +69,7 @@ std::string help_on(std::string_view subject) {
     return asks_for_help(subject) ? kvrmem::overview() : kvrmem::help_for(kvrmem::find_command(words));
 }
 
-/// @param count words of the command line, the program's name and @p first among them.
+/// @param count words of the command line, including the program's name and @p first
 void require_at_most(int operands, int count, std::string_view first) {
     if (count - 2 > operands) {
         kvrmem::usage_error(fmt::format("{} takes {}", first, operands == 0 ? "no operand" : "one operand"));

@@ -2,9 +2,8 @@
 
 namespace kvrmem {
 
-/// Does what the command line says, the program's name in front of it, and reports on standard error why it
-/// could not.
-/// @return the exit code for the shell.
+/// Runs the command line, which begins with the program's name, and reports errors on standard error.
+/// @return the exit code
 [[nodiscard]] int run_program(int count, char** words);
 
 } // namespace kvrmem

@@ -21,13 +21,13 @@ namespace {
 using kvrimage::radix;
 using kvrimage::word;
 
-/// The number that the user gave.
+/// The number given by the user.
 struct given_number {
     std::string digits;
     word_radix radix;
 };
 
-/// With --from the digits are of that radix; the prefix that goes with it may stand before them.
+/// With --from, the digits are of that radix and may have its prefix.
 given_number number_of(const arguments& given) {
     const std::string& text = given.files[0];
     const human_value value = read_human_value(text);
@@ -39,7 +39,7 @@ given_number number_of(const arguments& given) {
         return {value.digits, {value.radix}};
     }
     const bool agrees = !has_prefix || word_radix{value.radix} == *given.from_radix;
-    // "0B1" is a hexadecimal number, too.
+    // "0B1" is also a hexadecimal number.
     if (!agrees && (given.from_radix->digits != radix::hex || value.radix != radix::bin)) {
         usage_error(fmt::format("{} is a number in {}, --from says otherwise", text,
                                 kvrimage::title_of(value.radix)));
@@ -47,7 +47,7 @@ given_number number_of(const arguments& given) {
     return {agrees ? value.digits : without_underscores(text), *given.from_radix};
 }
 
-/// Turns a fixed-point number into the integer that its bits are.
+/// Converts a fixed-point number to the integer with the same bits.
 void scale_to_integer(given_number& number) {
     const std::string text = number.digits;
     if (text.find_first_not_of("0123456789.", text[0] == '-' ? 1 : 0) != std::string::npos ||
@@ -71,8 +71,8 @@ void scale_to_integer(given_number& number) {
     number.radix = {radix::dec};
 }
 
-/// Bits that the digits of @p number say it has: all of them where a digit stands for bits, else as few as
-/// the value needs.
+/// Returns the bits of @p number by its digits: all of them if each digit stands for bits, else as few as the
+/// value needs.
 std::uint32_t natural_width(const given_number& number) {
     const auto digits = static_cast<std::uint32_t>(number.digits.size());
     switch (number.radix.digits) {
@@ -113,8 +113,8 @@ number_word word_of(const arguments& given, given_number number) {
     return {*std::move(read.value), said != 0 || number.radix.digits == radix::dec};
 }
 
-/// Nothing when don't-care bits cannot be shown in that radix. Without a sign bit, signed decimal is
-/// unsigned.
+/// Returns nothing if the radix cannot represent don't-care bits. Without a sign bit, signed decimal is shown
+/// as unsigned.
 std::optional<std::string> shown(const number_word& number, word_radix in) {
     require_fitting(in, number.bits.width());
     if (in == word_radix{radix::dec} && !number.has_sign) {
@@ -139,14 +139,14 @@ std::string in_all_radixes(const number_word& number) {
     return text;
 }
 
-/// As the library calls it.
+/// Returns the radix constant of the library.
 KVR_MEMORY_RADIXES library_radix(const word_radix& one) {
     // In the order of kvrimage::radix.
     constexpr std::array names = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
     return one.is_fixed_point() ? RADIX_FIXED_POINT : names[static_cast<std::size_t>(one.digits)];
 }
 
-/// The library takes a format without fraction bits for none at all.
+/// The library ignores a fixed-point format without fraction bits.
 void require_library_format(const word_radix& fixed) {
     if (fixed.fraction_bits == 0) {
         usage_error(
@@ -164,7 +164,7 @@ void require_one_fixed_point(const word_radix& from, const word_radix& to) {
     }
 }
 
-/// What the library's conversion makes of the text, with the digit order and the cutting that it has.
+/// Returns the result of the library's conversion, with its digit order and truncation.
 std::string by_the_library(const arguments& given, const given_number& number) {
     if (!given.to_radix) {
         usage_error("--library needs --to RADIX");

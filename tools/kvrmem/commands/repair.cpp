@@ -32,13 +32,14 @@ void report_repairs(const std::string& name, const kvrimage::repaired& repaired)
     }
 }
 
-/// True for what is no fault of the file: it leaves open what the user has to say.
+/// Returns whether the diagnostic is not a fault of the file but requires an option from the user.
 bool asks_user(const kvrimage::diagnostic& found) {
     return kvrimage::about(found.id).level == kvrimage::diagnostic_class::broken &&
            (found.id == kvrimage::diagnostic_id::width_unknown || !found.option.empty());
 }
 
-/// Removes what asks the user from @p diagnostics, and reports it for the file @p name once that is written.
+/// Removes diagnostics that require an option and returns them as notes on the file @p name, to be shown
+/// after it is written.
 std::vector<std::string> notes_instead_of_questions(const std::string& name,
                                                     std::vector<kvrimage::diagnostic>& diagnostics) {
     std::vector<std::string> notes;
@@ -65,8 +66,8 @@ exit_code repair_file(const arguments& given) {
         report_as_text(name, repaired.contents, repaired.left, diagnostic_painter(stderr, given.color));
     if (left.fail(given.strict)) {
         print_message_as_it_is(report);
-        print_message(fmt::format("{} in {} cannot be repaired for certain; {} is not written", left.text(), name,
-                         *given.output));
+        print_message(fmt::format("{} in {} cannot be repaired for certain; {} is not written", left.text(),
+                                  name, *given.output));
         return exit_code::negative;
     }
     if (!given.force) {

@@ -30,7 +30,7 @@ namespace {
 
 constexpr std::string_view number_place = "%d";
 
-/// @throws tool_error (wrong usage) when @p pattern has not exactly one place for a number
+/// @throws tool_error (wrong usage) unless @p pattern has exactly one placeholder for a number
 void require_pattern(const std::string& pattern) {
     const std::size_t place = pattern.find(number_place);
     if (place == std::string::npos || pattern.find('%') != place ||
@@ -49,7 +49,7 @@ std::vector<std::string> names_by(const std::string& pattern, std::size_t count)
     return names;
 }
 
-/// @throws tool_error when one of @p parts cannot be written to its file, or not without harm
+/// @throws tool_error if one of @p parts cannot be written to its file, or not without loss
 void require_writable_parts(const arguments& given, const memory_input& input,
                             const std::vector<kvrimage::memory_image>& parts,
                             const std::vector<std::string>& names, const kvrimage::write_options& options) {
@@ -68,7 +68,7 @@ void require_writable_parts(const arguments& given, const memory_input& input,
     }
 }
 
-/// @throws tool_error (wrong usage) when a file would replace the input, or another file of the same split
+/// @throws tool_error (wrong usage) if a file would replace the input or another file of the same split
 void require_distinct_files(const arguments& given, const std::vector<std::string>& names) {
     for (const std::string& name : names) {
         if (name_one_file(name, given.files[0])) {
@@ -84,7 +84,7 @@ void require_distinct_files(const arguments& given, const std::vector<std::strin
     }
 }
 
-/// What has to be known to read @p names, which are written with @p options, again.
+/// Returns the information needed to read the files @p names, written with @p options, again.
 manifest manifest_of(const kvrimage::memory_image& image, const split_plan& plan,
                      const kvrimage::write_options& options, const std::vector<std::string>& names) {
     manifest made = {plan, image.width(), image.depth(), std::string(options.as->id), names, {}, {}};
@@ -105,8 +105,9 @@ void report_parts(const arguments& given, const memory_input& input,
         if (given.json) {
             outputs.push_back(output_as_json(names[index], parts[index], options));
         } else {
-            print_message(fmt::format("{} ({}) -> {} ({}): {}", input.name(), title_of_read(input), names[index],
-                             title_of_written(options), written_words(parts[index], *options.as)));
+            print_message(fmt::format("{} ({}) -> {} ({}): {}", input.name(), title_of_read(input),
+                                      names[index], title_of_written(options),
+                                      written_words(parts[index], *options.as)));
         }
     }
     if (given.json) {

@@ -31,14 +31,14 @@ using kvrimage::address_range;
 using kvrimage::memory_image;
 using kvrimage::word;
 
-/// A checksum, and the words that it took in.
+/// A checksum, and how many words it covers.
 struct computed_sum {
     word value;
     std::uint64_t counted_words = 0;
-    std::uint64_t left_out = 0; ///< words that are not set
+    std::uint64_t left_out = 0; ///< unset words
 };
 
-/// Where a checksum is stored in a memory: in one word, or cut into several.
+/// The place of a checksum in a memory: one word, or several words with a part each.
 struct stored_place {
     const char* option; ///< "--put"
     std::uint64_t first;
@@ -63,7 +63,7 @@ std::optional<stored_place> place_of(const arguments& given) {
     return given.verify ? std::optional(stored_place{"--verify", *given.verify}) : std::nullopt;
 }
 
-/// The addresses that a checksum of @p bits takes at @p place.
+/// Returns the addresses of a checksum of @p bits bits stored at @p place.
 address_range addresses_of(const stored_place& place, std::uint32_t bits, const memory_image& image) {
     if (bits > image.width() && bits % image.width() != 0) {
         usage_error(fmt::format("{}: a checksum of {} bits cannot be cut into words of {}", place.option,
@@ -82,7 +82,7 @@ address_range addresses_of(const stored_place& place, std::uint32_t bits, const 
     return {place.first, place.first + words - 1};
 }
 
-/// @p all without @p hole.
+/// Returns @p all without @p hole.
 std::vector<address_range> ranges_without(const address_range& all,
                                           const std::optional<address_range>& hole) {
     if (!hole || hole->last < all.first || hole->first > all.last) {
@@ -130,8 +130,8 @@ std::string hex_of(const word& value) {
     return value.to_text(kvrimage::radix::hex).value();
 }
 
-/// The words of @p stored that hold @p value, whose lowest bits are in the first one where @p order is
-/// little.
+/// Returns the words of @p stored that hold @p value. In little-endian @p order the first word has the lowest
+/// bits.
 std::vector<word> words_of_sum(const word& value, const address_range& stored, std::uint32_t width,
                                kvrimage::byte_order order) {
     const std::string bits = value.to_text(kvrimage::radix::bin).value();
@@ -149,21 +149,21 @@ std::vector<word> words_of_sum(const word& value, const address_range& stored, s
     return words;
 }
 
-/// True when the words of @p stored are @p words. What they are is reported when they are not.
+/// Returns whether the words of @p stored are @p words. Reports the first one that differs.
 bool is_stored(const memory_input& input, const std::vector<word>& words, const address_range& stored) {
     for (std::size_t index = 0; index < words.size(); ++index) {
         const std::uint64_t address = stored.first + index;
         const std::optional<word> found = input.image()[address];
         if (found != words[index]) {
-            print_message(fmt::format("{}: error: the word at address {} is {}, expected {}", input.name(), address,
-                             shown_or_gap(found, {}), hex_of(words[index])));
+            print_message(fmt::format("{}: error: the word at address {} is {}, expected {}", input.name(),
+                                      address, shown_or_gap(found, {}), hex_of(words[index])));
             return false;
         }
     }
     return true;
 }
 
-/// @param verified whether the stored words are those of the checksum, where that is asked for
+/// @param verified whether the stored checksum is correct, if --verify was given
 void print_sum(const arguments& given, const memory_input& input, const computed_sum& sum,
                std::optional<bool> verified) {
     const std::string name = given.algorithm.value_or("crc-32");
@@ -184,7 +184,7 @@ void print_sum(const arguments& given, const memory_input& input, const computed
                       counted(sum.counted_words, "word"), counted(input.image().width(), "bit"), left_out));
 }
 
-/// The options of set and of sum say how a file is read, but the former leaves out some of the latter.
+/// Options of sum that affect reading but are not supported by set are rejected.
 void require_editable(const arguments& given) {
     if (given.files[0] == "-") {
         usage_error("--put needs a file with a name");

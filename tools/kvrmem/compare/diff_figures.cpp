@@ -22,13 +22,13 @@ namespace {
 using kvrimage::address_range;
 using kvrimage::difference_figures;
 
-/// Neighbouring bits, the lowest one first, that differ in the same number of words.
+/// Neighboring bits, lowest first, that differ in the same number of words.
 struct bit_figures {
     address_range bits;
     std::uint64_t words;
 };
 
-/// The bits that differ in at least one word.
+/// Returns the bits that differ in at least one word.
 std::vector<bit_figures> differing_bits(const std::vector<std::uint64_t>& words_by_bit) {
     std::vector<bit_figures> all;
     for (std::size_t bit = 0; bit < words_by_bit.size(); ++bit) {
@@ -80,7 +80,7 @@ public:
     }
 
 private:
-    /// "7 words differ in 3 ranges, 91 bits; 2 only in a.mif"
+    /// Returns "7 words differ in 3 ranges, 91 bits; 2 only in a.mif".
     [[nodiscard]] std::string summary(bool equal, const std::vector<address_range>& unreadable) const {
         const difference_figures& found = figures();
         std::string text = found.words == 0

@@ -19,7 +19,7 @@ using kvrimage::address_range;
 using kvrimage::difference;
 using kvrimage::word;
 
-/// The first of @p ranges.
+/// Returns the first of @p ranges.
 std::string listed(const std::vector<address_range>& ranges) {
     constexpr std::size_t most = 8;
     std::string text;
@@ -126,7 +126,7 @@ private:
     bool is_first = true;
 };
 
-/// "--- a.mif (MIF, 256 x 16 bits)"
+/// Returns "--- a.mif (MIF, 256 x 16 bits)".
 std::string head(std::string_view mark, const diff_side& side) {
     return fmt::format("{} {} ({}, {})", mark, side.name, side.result.facts.as->title, form_of(side));
 }

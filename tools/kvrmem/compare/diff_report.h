@@ -13,35 +13,34 @@
 
 namespace kvrmem {
 
-/// One of two memories that are compared.
+/// One of two compared memories.
 struct diff_side {
-    std::string name; ///< as a terminal may show it
-    std::string path; ///< the same, every byte as it is
+    std::string name; ///< escaped for terminals
+    std::string path; ///< unchanged bytes
     kvrimage::read_result result;
 
     [[nodiscard]] const kvrimage::memory_image& image() const { return result.image.value(); }
 };
 
-/// How the sizes of two memories differ: "depth: 16 and 32 words"; "" where they do not. The depth of a file
-/// that does not say it is no difference.
+/// Returns the different sizes of two memories: "depth: 16 and 32 words"; "" if they are equal. The depth of
+/// a file that does not state it is not compared.
 [[nodiscard]] std::string difference_in_size(const diff_side& left, const diff_side& right);
 
-/// The schema of all that `diff --json` prints.
+/// The schema of all output of `diff --json`.
 inline constexpr const char* diff_schema = "kvrmem-diff-1";
 
-// What reports have in common.
+// Common parts of reports.
 
-/// "256 x 16 bits"
+/// Returns "256 x 16 bits".
 [[nodiscard]] std::string form_of(const diff_side& side);
-/// "--- a.mif (MIF, 256 x 16 bits)", and a line with "+++" for the right one.
+/// Returns "--- a.mif (MIF, 256 x 16 bits)" and a line with "+++" for the right memory.
 [[nodiscard]] std::string diff_heads(const diff_side& left, const diff_side& right, const painter& paint);
-/// File, format, width and depth.
+/// Returns file, format, width and depth.
 [[nodiscard]] json_value side_as_json(const diff_side& side);
-/// How many addresses @p ranges have together.
+/// Returns the total number of addresses in @p ranges.
 [[nodiscard]] std::uint64_t count_words(const std::vector<kvrimage::address_range>& ranges);
 
-/// What a comparison of two memories prints on the standard output. Reports view the memories that they are
-/// made for.
+/// The output of a comparison on standard output. A report refers to its memories.
 class diff_report {
 public:
     virtual ~diff_report() = default;
@@ -53,15 +52,15 @@ public:
     virtual void finish(bool equal, const std::vector<kvrimage::address_range>& unreadable) = 0;
 };
 
-/// Nothing.
+/// Returns a report without output.
 [[nodiscard]] std::unique_ptr<diff_report> make_quiet_report();
 
-/// A line for every difference, in colors of @p paint, and their count.
+/// Returns a report with a line for each difference, in the colors of @p paint, and their count.
 [[nodiscard]] std::unique_ptr<diff_report> make_text_report(const diff_side& left, const diff_side& right,
                                                             const word_radix& radix, const painter& paint);
 
-/// The schema "kvrmem-diff-1". Differences are written as they are found: there may be more of them than
-/// memory.
+/// Returns a report in the schema "kvrmem-diff-1". Differences are written immediately, since they may exceed
+/// the memory.
 [[nodiscard]] std::unique_ptr<diff_report> make_json_report(const diff_side& left, const diff_side& right,
                                                             const word_radix& radix);
 

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::string_view blanks_of_assignment = " \t\r";
 
-/// @p line up to the "#" of its comment.
+/// Returns @p line up to the "#" of its comment.
 std::string_view without_comment(std::string_view line) {
     bool in_text = false;
     for (std::size_t at = 0; at < line.size(); ++at) {
@@ -22,7 +22,7 @@ std::string_view without_comment(std::string_view line) {
             return line.substr(0, at);
         }
         if (line[at] == '\\' && in_text) {
-            ++at; // what follows ends no text
+            ++at; // an escaped character does not end the string
         } else if (line[at] == '"') {
             in_text = !in_text;
         }

@@ -33,12 +33,11 @@ using kvrimage::assignment;
 using kvrimage::diagnostic;
 using kvrimage::memory_image;
 
-/// The words of a format without ranges are written one by one, in memory.
+/// Formats without ranges list words one by one, in memory.
 constexpr std::uint64_t most_single_words = std::uint64_t{1} << 24U;
 constexpr std::uint64_t most_single_digits = std::uint64_t{1} << 29U;
 
-/// What is broken in a file that is edited, and how it is refused: the edit may replace the very word at
-/// fault.
+/// A broken diagnostic of the file before the edit, and its error. The edit may replace the faulty word.
 struct known_fault {
     kvrimage::diagnostic_id id;
     std::string message;
@@ -56,7 +55,7 @@ std::vector<known_fault> known_faults(const arguments& given, const memory_input
     return faults;
 }
 
-/// True where a base is all that @p result lacks.
+/// Returns whether the file is unreadable only because it needs a base.
 bool has_far_addresses(const kvrimage::read_result& result) {
     return std::ranges::all_of(result.diagnostics, [](const diagnostic& each) {
         return kvrimage::about(each.id).level != kvrimage::diagnostic_class::broken ||
@@ -64,7 +63,7 @@ bool has_far_addresses(const kvrimage::read_result& result) {
     });
 }
 
-/// Reads the file also where it is broken, as far as it can be read.
+/// Reads the file, or the readable part of a broken file.
 memory_input read_for_edit(const arguments& given) {
     memory_input input = open_memory(given, given.files[0]);
     input.options.keep_going = true;
@@ -73,7 +72,7 @@ memory_input read_for_edit(const arguments& given) {
         require_edits(input);
     }
     if (!input.result.image && has_far_addresses(input.result)) {
-        input.options.base = 0; // they are named as the file has them
+        input.options.base = 0; // operands have the addresses of the file
         parse(input);
     }
     if (!input.result.image) {
@@ -83,7 +82,7 @@ memory_input read_for_edit(const arguments& given) {
     return input;
 }
 
-/// A file that does not say its depth gets deeper where an edit reaches beyond it.
+/// Increases the depth of a file that does not state it, if an edit exceeds it.
 void make_room(memory_input& input, std::uint64_t last) {
     memory_image& image = *input.result.image;
     const bool may_grow = !input.options.as->states_depth && !input.options.depth && last >= image.base() &&
@@ -93,14 +92,13 @@ void make_room(memory_input& input, std::uint64_t last) {
     }
 }
 
-/// What the operands of a command come to.
+/// The edits of all operands.
 struct planned_edits {
     std::vector<assignment> assignments;
-    std::vector<kvrimage::address_range> addresses; ///< of each operand
+    std::vector<kvrimage::address_range> addresses; ///< for each operand
 };
 
-/// Makes assignments of operands, in order: bits of a word are set in what the operands before have made of
-/// it.
+/// Converts operands to assignments, in order. Bit fields are set in the result of the previous operands.
 class edit_planner {
 public:
     edit_planner(const arguments& given, const edit_kind& what, memory_input& edited)
@@ -133,12 +131,12 @@ public:
     [[nodiscard]] planned_edits& result() noexcept { return edits; }
 
 private:
-    /// A text reaches as far as it is long.
+    /// A string sets as many words as it has bytes.
     [[nodiscard]] kvrimage::address_range addresses_for(const edit_operand& operand,
                                                         std::uint64_t values) const {
         const auto [first, last] = operand.addresses;
         if (!kind.accepts_ranges) {
-            // Beyond the last of all addresses, the one that is compared with the memory is beyond it, too.
+            // If the range exceeds the highest address, a shortened one also exceeds the memory.
             return {first, first + std::min(values - 1, ~first)};
         }
         if (values - 1 > last - first) {
@@ -171,7 +169,7 @@ private:
             return each.first <= address && address <= each.last;
         });
     }
-    /// The memory after the assignments so far. Without one it is that of the file.
+    /// Returns the memory after the assignments so far; without any, that of the file.
     const memory_image& image_so_far() {
         if (edits.assignments.empty()) {
             return input.image();
@@ -192,8 +190,8 @@ private:
     edit_value_rules rules;
     planned_edits edits;
     bool has_fraction = false;
-    std::optional<memory_image> changed; ///< nothing before it is needed
-    std::size_t changed_by = 0;          ///< assignments
+    std::optional<memory_image> changed; ///< created on demand
+    std::size_t changed_by = 0;          ///< number of assignments applied
 };
 
 void take_file(edit_planner& planner, const std::string& path) {
@@ -243,7 +241,7 @@ void require_reasonable_size(const memory_input& input, const std::vector<assign
     }
 }
 
-/// How the file was refused before the edit for the same reason as @p found; null when it was not.
+/// Returns the error before the edit for the same fault as @p found; null if there was none.
 const broken_file* known_refusal(const std::vector<known_fault>& faults, const diagnostic& found) {
     const auto known = std::ranges::find_if(faults, [&found](const known_fault& each) {
         return each.id == found.id && each.message == found.message;
@@ -251,8 +249,8 @@ const broken_file* known_refusal(const std::vector<known_fault>& faults, const d
     return known != faults.end() ? &known->refusal : nullptr;
 }
 
-/// Makes the edits in the text of @p input and in its image.
-/// @return false when the words are as they were already
+/// Edits the text and the image of @p input.
+/// @return false if the words are unchanged
 bool apply(memory_input& input, const std::vector<assignment>& assignments,
            const std::vector<known_fault>& faults) {
     const kvrimage::edit_result edit =
@@ -262,7 +260,7 @@ bool apply(memory_input& input, const std::vector<assignment>& assignments,
         if (const broken_file* const refusal = known_refusal(faults, first)) {
             throw *refusal;
         }
-        // What has no place in the file is wrong with the new words.
+        // A fault without a place in the file is in the new words.
         throw tool_error(first.where == kvrimage::place{} ? exit_code::wrong_usage : exit_code::bad_input,
                          fmt::format("{}: {}{}{}; nothing was written", input.name(), first.message,
                                      first.hint.empty() ? "" : "; ", first.hint));
@@ -274,8 +272,8 @@ bool apply(memory_input& input, const std::vector<assignment>& assignments,
     return !edit.edits.empty();
 }
 
-/// How the text of @p input is read after the edit: as every command would with the options of @p given, but
-/// for what the file does not say itself.
+/// Returns the options for reading the edited text: those of @p given, completed by what the file does not
+/// state.
 kvrimage::read_options options_for_verifying(const arguments& given, const memory_input& input) {
     kvrimage::read_options options = input.options;
     options.keep_going = false;
@@ -289,13 +287,13 @@ kvrimage::read_options options_for_verifying(const arguments& given, const memor
     return options;
 }
 
-/// @param faults that were in the file before the edit
+/// @param faults faults of the file before the edit
 [[noreturn]] void refuse_edit(const memory_input& input, const diagnostic& broken,
                               const std::vector<known_fault>& faults) {
     if (const broken_file* const refusal = known_refusal(faults, broken)) {
         throw *refusal;
     }
-    if (!faults.empty()) { // in other words: a width that the file does not say may be another now
+    if (!faults.empty()) { // for example, a width that the file does not state may have changed
         throw faults.front().refusal;
     }
     throw tool_error(exit_code::internal,
@@ -303,7 +301,7 @@ kvrimage::read_options options_for_verifying(const arguments& given, const memor
                                  input.name(), broken.message));
 }
 
-/// What says how the addresses of a file were taken.
+/// Returns the options that state how the addresses of a file were read.
 std::string address_options(const kvrimage::file_facts& facts) {
     const bool has_bytes = facts.unit == kvrimage::address_unit::byte;
     std::string options = fmt::format("--address-unit {}", has_bytes ? "byte" : "word");
@@ -313,9 +311,9 @@ std::string address_options(const kvrimage::file_facts& facts) {
     return options;
 }
 
-/// The words that an edited file must hold. Where it lists them one by one, it is hardly larger than they are
-/// in memory: there only their fingerprint is kept. Ranges can be of billions of words, which are few in
-/// memory.
+/// The words that an edited file must contain. For a file that lists words one by one, which is hardly larger
+/// than the words in memory, only their fingerprint is kept. Ranges may have billions of words, but take
+/// little memory.
 class expected_words {
 public:
     expected_words(memory_image&& image, bool has_ranges) {
@@ -335,7 +333,8 @@ private:
     std::uint64_t fingerprint = 0;
 };
 
-/// Reads the text of @p input, which was edited, and compares. The image of @p input is then what was read.
+/// Reads the edited text of @p input and compares it with the expected words. Sets the image of @p input to
+/// the result.
 void verify(const arguments& given, memory_input& input, const std::vector<known_fault>& faults) {
     kvrimage::read_options options = options_for_verifying(given, input);
     const expected_words expected(*std::move(input.result.image), input.options.as->holds_ranges);
@@ -344,7 +343,7 @@ void verify(const arguments& given, memory_input& input, const std::vector<known
     const diagnostic* broken = first_broken(found);
     const bool is_new = broken != nullptr && known_refusal(faults, *broken) == nullptr;
     if (is_new && !options.unit && input.result.facts.unit) {
-        // New words can leave open what the addresses count, which the old ones have said.
+        // The new words may make the address unit ambiguous, which the old ones determined.
         options.unit = input.result.facts.unit;
         options.order = input.result.facts.order;
         found = kvrimage::parse(input.file.contents(), options);
@@ -358,7 +357,7 @@ void verify(const arguments& given, memory_input& input, const std::vector<known
         refuse_edit(input, *broken, faults);
     }
     if (!expected.are_those_of(*found.image)) {
-        if (!faults.empty()) { // words beside the new ones were in doubt
+        if (!faults.empty()) { // other words were ambiguous
             throw faults.front().refusal;
         }
         throw tool_error(exit_code::internal,
@@ -371,8 +370,8 @@ bool is_in_place(const arguments& given, const memory_input& input) {
     return !given.output || *given.output == input.path;
 }
 
-/// Makes the edits of @p assignments in the text of @p input, and writes it.
-/// @return false when the words are as they were already
+/// Edits the text of @p input and writes it.
+/// @return false if the words are unchanged
 bool write_edits(const arguments& given, memory_input& input, const std::vector<assignment>& assignments,
                  const std::vector<known_fault>& faults) {
     require_reasonable_size(input, assignments);

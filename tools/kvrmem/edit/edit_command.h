@@ -12,34 +12,34 @@
 
 namespace kvrmem {
 
-// What "set", "fill" and "sum --put" have in common: they change words in the text of a file.
+// Common parts of "set", "fill" and "sum --put", which change words in the text of a file.
 
-/// What was done at @p addresses, in the order of the operands, for a message: "2 words set".
+/// Returns a message about the addresses set, in the order of the operands: "2 words set".
 using edit_summary = std::string (*)(const std::vector<kvrimage::address_range>& addresses);
 
-/// What "set" and "fill" are.
+/// The properties of "set" or "fill".
 struct edit_kind {
-    const char* example; ///< what an operand looks like, for the message when one does not
-    bool accepts_ranges; ///< an operand may name a range, and lists of values for it
+    const char* example; ///< example of an operand, for messages
+    bool accepts_ranges; ///< an operand may have a range and lists of values
     edit_summary summarize;
 };
 
-/// Reads the file that @p given names, makes the edits in its text, makes sure that the text then holds the
-/// words that it is meant to hold, and writes it.
-/// @throws tool_error (wrong usage), bad input for the lines of --from-file
+/// Reads the file named in @p given, edits its text, verifies that the text then contains the new words, and
+/// writes it.
+/// @throws tool_error (wrong usage); bad input for lines of --from-file
 void edit_file(const arguments& given, const edit_kind& kind);
 
-/// The same for @p words at the addresses from @p first on of @p input, which was read as @p given says and
-/// is in doubt afterwards.
+/// Does the same for @p words at the addresses from @p first on of @p input, which was read with the options
+/// of @p given. The state of @p input is undefined afterwards.
 void store_words(const arguments& given, memory_input& input, std::uint64_t first,
                  const std::vector<kvrimage::word>& words);
 
-/// @throws tool_error (bad input) when the format of @p input has no edits
+/// @throws tool_error (bad input) if the format of @p input does not support edits
 void require_edits(const memory_input& input);
 
-/// --width and --depth are for files that do not say their sizes: the words of another width would not be
-/// those of the file.
-/// @throws tool_error (wrong usage) where @p given has one of them, and @p input says both
+/// Rejects --width and --depth if the file states both sizes: words of another width would not be those of
+/// the file.
+/// @throws tool_error (wrong usage) if @p given has one of them and @p input states both
 void refuse_sizes_said_twice(const arguments& given, const memory_input& input);
 
 /// The options of "set" and "fill".

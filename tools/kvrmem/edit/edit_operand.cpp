@@ -31,7 +31,7 @@ std::optional<std::uint32_t> bit_number(std::string_view text) {
     return number ? std::optional(static_cast<std::uint32_t>(*number)) : std::nullopt;
 }
 
-/// "7:4" or "7"; nothing when @p text is neither.
+/// Parses "7:4" or "7"; nothing for other text.
 std::optional<bit_field> bit_field_of(std::string_view text) {
     const std::size_t colon = text.find(':');
     const auto high = bit_number(text.substr(0, colon));
@@ -39,7 +39,7 @@ std::optional<bit_field> bit_field_of(std::string_view text) {
     return high && low ? std::optional(bit_field{*high, *low}) : std::nullopt;
 }
 
-/// What the bits of a value are called.
+/// Returns the noun for the bits of a value.
 std::string_view holder_of(const edit_operand& operand) {
     return operand.field ? "field" : "word";
 }
@@ -89,7 +89,7 @@ private:
         }
         rest.remove_prefix(static_cast<std::size_t>(value.data() + value.size() - rest.data()));
     }
-    /// True when another value follows.
+    /// Returns whether another value follows.
     bool skip_comma() {
         rest = trimmed(rest);
         if (rest.empty()) {
@@ -151,7 +151,7 @@ private:
         refuse_operand(operand, fmt::format("{} is out of the range of {}; --saturate takes the nearest word",
                                             number, name));
     }
-    /// A minus sign (U+2212) is as good as "-".
+    /// The minus sign (U+2212) is equivalent to "-".
     static std::string with_hyphen(std::string_view number) {
         const bool has_sign = number.starts_with(minus_sign);
         return fmt::format("{}{}", has_sign ? "-" : "",
@@ -167,7 +167,7 @@ private:
         }
         found.words.push_back(*read.value);
     }
-    /// The shell takes the quotes of 0x40="v1.2" away.
+    /// The shell removes the quotes of 0x40="v1.2".
     [[nodiscard]] std::string hint_at_text(std::string_view value) const {
         const auto is_letter = [](char c) { return (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z'); };
         if (value.empty() || !is_letter(value[0])) {

@@ -15,28 +15,28 @@ namespace kvrmem {
 
 // The operands of "set" and "fill": 0x10=0xFF, 3[7:4]=0xA, 0x40="v1.2.3", 0..7=1,2, 0=fixed:1.15:0.5
 
-/// An operand, its values not yet parsed: the words that they are for are not known before.
+/// An operand with unparsed values, since the words that they are for are not known yet.
 struct edit_operand {
     std::string text; ///< the whole operand, for messages
     kvrimage::address_range addresses;
     std::optional<kvrimage::bit_field> field; ///< nothing: whole words
-    std::string values;                       ///< what follows the first "="
+    std::string values;                       ///< the text after the first "="
 
-    /// Bits of each value.
+    /// Returns the bits of each value.
     [[nodiscard]] std::uint32_t value_width(std::uint32_t width) const noexcept {
         return field ? field->width() : width;
     }
 };
 
-/// What @p text says. Blanks around its parts do not matter.
-/// @param example what an operand looks like, for the message when @p text does not
+/// Parses @p text. Blanks around its parts are ignored.
+/// @param example example of an operand, for the message about invalid @p text
 /// @throws tool_error (wrong usage)
 [[nodiscard]] edit_operand parse_edit_operand(std::string_view text, const char* example);
 
-/// How values become words.
+/// How to convert values to words.
 struct edit_value_rules {
-    kvrimage::rounding how = kvrimage::rounding::nearest; ///< of fractions
-    bool saturate = false;                                ///< fractions out of range are the nearest word
+    kvrimage::rounding how = kvrimage::rounding::nearest; ///< for fractions
+    bool saturate = false;                                ///< fractions out of range become the nearest word
     bool are_lists = false;                               ///< "," separates values
 };
 
@@ -46,8 +46,8 @@ struct edit_values {
     bool has_fraction = false;
 };
 
-/// The values of @p operand for words of @p width bits: a text has a word for each byte.
-/// @throws tool_error (wrong usage) when one does not fit, or @p operand has bits that the words have not
+/// Returns the values of @p operand for words of @p width bits. A string gives one word per byte.
+/// @throws tool_error (wrong usage) if a value does not fit, or if @p operand has bits outside the word
 [[nodiscard]] edit_values values_of(const edit_operand& operand, std::uint32_t width,
                                     const edit_value_rules& rules);
 

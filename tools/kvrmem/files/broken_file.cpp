@@ -24,8 +24,8 @@ std::string first_line(const std::string& text) {
 
 constexpr std::string_view base_option = "--base ";
 
-/// @p option as it suits the addresses that the user has asked for: a base that makes the first word word 0
-/// would take these away. "" where no base leads to them, because they count bytes, and words have several.
+/// Adapts @p option to the addresses given by the user: a base that makes the first word word 0 would exclude
+/// them. "" if no base fits, because addresses count bytes and words have several.
 std::string for_asked_addresses(const arguments& given, const std::string& option) {
     const std::vector<kvrimage::address_range> asked = asked_addresses(given);
     if (!option.starts_with(base_option) || asked.empty()) {

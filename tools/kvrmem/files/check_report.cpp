@@ -24,12 +24,12 @@ json_value as_json(const kvrimage::place& where) {
         {"line", where.line}, {"column", where.column}, {"offset", where.offset}, {"length", where.length}};
 }
 
-/// As it is shown elsewhere: it may quote any bytes of a file.
+/// Escaped, since it may quote any bytes of a file.
 json_value text_or_null(const std::string& text) {
     return text.empty() ? json_value(nullptr) : json_value(kvrimage::make_visible(text).text);
 }
 
-/// Those of the whole file have none.
+/// Diagnostics of the whole file have no places.
 json_value places_as_json(const diagnostic& found) {
     json_value places = json_value::array();
     if (found.where != kvrimage::place{}) {

@@ -15,11 +15,11 @@
 
 namespace kvrmem {
 
-/// Diagnostics of one class in one file that are shown as text, and that are reported in JSON.
+/// Maximum diagnostics of one class per file, shown as text and reported in JSON.
 inline constexpr std::size_t most_shown = 100;
 inline constexpr std::size_t most_in_json = 10000;
 
-/// How many diagnostics there are, of those that were kept.
+/// Numbers of the diagnostics kept, by class.
 class diagnostic_counts {
 public:
     diagnostic_counts() = default;
@@ -29,16 +29,16 @@ public:
     [[nodiscard]] std::uint64_t of(kvrimage::diagnostic_class level) const noexcept {
         return counts[static_cast<std::size_t>(level)];
     }
-    /// Broken, or not for a consumer.
+    /// Returns the number of broken diagnostics and of those for consumers.
     [[nodiscard]] std::uint64_t errors() const noexcept;
     [[nodiscard]] std::uint64_t warnings() const noexcept { return of(kvrimage::diagnostic_class::suspect); }
     [[nodiscard]] std::uint64_t left_out() const noexcept { return not_kept; }
     [[nodiscard]] bool none() const noexcept { return errors() + warnings() + left_out() == 0; }
-    /// Whether the check has found what it looks for: an error, and with @p strict a warning.
+    /// Returns whether the check fails: there is an error or, with @p strict, a warning.
     [[nodiscard]] bool fail(bool strict) const noexcept {
         return errors() != 0 || (strict && warnings() != 0);
     }
-    /// "2 errors, 1 warning"
+    /// Returns "2 errors, 1 warning".
     [[nodiscard]] std::string text() const;
 
 private:
@@ -46,12 +46,12 @@ private:
     std::uint64_t not_kept = 0;
 };
 
-/// The diagnostics of @p result, found in @p contents of the file @p name, in lines.
+/// Formats the diagnostics of @p result for the file @p name with @p contents, as lines.
 [[nodiscard]] std::string report_as_text(const std::string& name, std::string_view contents,
                                          const kvrimage::read_result& result,
                                          const kvrimage::text_painter& paint);
 
-/// A member of "files" in the schema kvrmem-check-2.
+/// Returns the member of "files" in the schema kvrmem-check-2.
 [[nodiscard]] json_value report_as_json(const std::string& path, const kvrimage::read_result& result);
 
 } // namespace kvrmem

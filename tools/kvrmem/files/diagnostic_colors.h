@@ -7,7 +7,7 @@
 
 namespace kvrmem {
 
-/// The colours of diagnostics on @p stream; none where it is to have none.
+/// Returns the painter for diagnostics on @p stream; empty if it has no colors.
 [[nodiscard]] kvrimage::text_painter diagnostic_painter(std::FILE* stream, color_choice choice);
 
 } // namespace kvrmem

@@ -28,7 +28,7 @@ namespace {
                             kvrimage::title_of_input(path), as.title));
 }
 
-/// @p option, and what it takes where the extension of @p path is one of another tool's.
+/// Returns @p option, with its value if the extension of @p path is that of another tool.
 std::string advice_for(const std::string& path, std::string_view option) {
     const kvrimage::format* const meant = format_meant_by_extension(path);
     return meant != nullptr ? fmt::format("{} {}, if it is {}", option, meant->id, meant->title)

@@ -5,13 +5,13 @@
 
 namespace kvrmem {
 
-/// The comments of the file @p target that are not among those of @p written, which is to replace it: "2
-/// comments, the first in line 1"; "" when none is lost. A target that is missing, unreadable or no regular
-/// file has none.
+/// Describes the comments of the file @p target that are missing from @p written, its replacement: "2
+/// comments, the first in line 1"; "" if none is lost. A missing, unreadable or irregular file has no
+/// comments.
 [[nodiscard]] std::string lost_comments(const std::string& target, std::string_view written);
 
-/// Makes sure that lost_comments() finds none.
-/// @throws tool_error (wrong usage) with what --force gives up
+/// Requires that lost_comments() finds none.
+/// @throws tool_error (wrong usage) with what --force would discard
 void require_no_lost_comments(const std::string& target, std::string_view written);
 
 } // namespace kvrmem

@@ -25,8 +25,9 @@ namespace kvrmem {
 
 namespace {
 
-/// What is broken in @p input when it is read with the options that its diagnostics ask for, or what @p later
-/// says of it then: with the options for that, too, the command can be tried once instead of twice.
+/// Returns the broken diagnostics of @p input when read with the options that its diagnostics request, or
+/// else the obstacles of @p later. Their options complete the suggested command line, so that the user needs
+/// one attempt instead of two.
 std::vector<kvrimage::diagnostic> next_obstacles(const arguments& given, const memory_input& input,
                                                  const later_obstacles& later) {
     const std::vector<std::string> asked = options_asked_for(given, input.result.diagnostics);
@@ -41,7 +42,7 @@ std::vector<kvrimage::diagnostic> next_obstacles(const arguments& given, const m
                         : result.diagnostics;
 }
 
-/// Reports what is broken, where the command goes on with the rest.
+/// Reports broken diagnostics, if the command continues with the rest.
 void report_or_refuse(const arguments& given, const memory_input& input, const later_obstacles& later) {
     const kvrimage::diagnostic* const broken = first_broken(input.result);
     if (broken == nullptr) {
@@ -54,7 +55,7 @@ void report_or_refuse(const arguments& given, const memory_input& input, const l
     print_message_as_it_is(refusal_of(given, input.path, input.file, input.result, *broken).shown());
 }
 
-/// What has no end, or too long a line, is bad input.
+/// Endless input and overlong lines are bad input.
 kvrimage::input_file read_file(const std::string& path, const kvrimage::read_options& options) {
     try {
         return kvrimage::input_file(path, show_reading, [&options](std::string_view bytes) {
@@ -129,13 +130,14 @@ void note_suspect_ones(const arguments& given, const memory_input& input) {
     if (count != 0 && first_broken(input.result) == nullptr) {
         count += kvrimage::find_unset_words(input.result, "") ? 1U : 0U;
         print_message(fmt::format("{}: note: {}; {} shows {}", input.name(), counted(count, "warning"),
-                         check_line(given, input.path), count == 1 ? "it" : "them"));
+                                  check_line(given, input.path), count == 1 ? "it" : "them"));
     }
 }
 
 void note_width(const memory_input& input) {
     if (!input.result.facts.width_source.empty()) {
-        print_message(fmt::format("{}: note: width taken from {}", input.name(), input.result.facts.width_source));
+        print_message(
+            fmt::format("{}: note: width taken from {}", input.name(), input.result.facts.width_source));
     }
 }
 

@@ -10,19 +10,18 @@
 
 namespace kvrmem {
 
-/// The files of a command that makes one memory of several.
+/// The files of a command that combines several memories.
 struct memory_inputs {
     std::vector<memory_input> files; ///< without their images
     std::vector<kvrimage::memory_image> images;
     std::size_t size = 0; ///< bytes of all files
 
     [[nodiscard]] const std::string& name(std::size_t index) const { return files[index].name(); }
-    /// "a.mif, b.mif"
+    /// Returns "a.mif, b.mif".
     [[nodiscard]] std::string names() const;
 };
 
-/// Reads all operands of @p given as read_memory() does.
-/// @throws what that does
+/// Reads all operands of @p given like read_memory(), with the same exceptions.
 [[nodiscard]] memory_inputs read_memories(const arguments& given);
 
 } // namespace kvrmem

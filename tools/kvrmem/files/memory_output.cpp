@@ -19,7 +19,7 @@ namespace kvrmem {
 
 namespace {
 
-/// Why @p image cannot be written; none when it can.
+/// Returns why @p image cannot be written; empty if it can.
 std::vector<kvrimage::diagnostic> obstacles_to(const kvrimage::memory_image& image,
                                                const kvrimage::write_options& options) {
     if (options.as->write == nullptr) {
@@ -28,14 +28,14 @@ std::vector<kvrimage::diagnostic> obstacles_to(const kvrimage::memory_image& ima
     return kvrimage::can_write(image, options);
 }
 
-/// The memory from its first word on, at address 0.
+/// Returns the memory from its first set word on, moved to address 0.
 kvrimage::memory_image from_first_word(const kvrimage::memory_image& image,
                                        const kvrimage::address_range& bounds) {
     return kvrimage::with_depth(kvrimage::moved(image, bounds.first, image.base()),
                                 bounds.last - bounds.first + 1);
 }
 
-/// Adds --base to an obstacle that nothing else helps against, where with it the image could be written.
+/// Adds --base to an obstacle without another remedy, if the image can be written with it.
 void offer_base(const arguments& given, const memory_input& input, const kvrimage::write_options& options,
                 kvrimage::diagnostic& obstacle) {
     const auto bounds = input.image().bounds();

@@ -10,16 +10,16 @@
 
 namespace kvrmem {
 
-/// Files that are written together: each beside its place, and all are moved there when the last one is
-/// complete. Without commit(), none is.
+/// Files that are written together: each to a temporary file, moved to its place by commit(). Without
+/// commit() none is replaced.
 class output_files {
 public:
-    /// Writes @p image, which can be written so, as the file @p target.
-    /// @throws kvrimage::file_error; so do the two below
+    /// Writes @p image, which must be writable, as the file @p target.
+    /// @throws kvrimage::file_error, as do the two functions below
     void add(const std::string& target, const kvrimage::memory_image& image,
              const kvrimage::write_options& options);
     void add(const std::string& target, std::string_view text);
-    /// Moves all files to their places, in the order in which they were added.
+    /// Moves all files to their places, in the order of add().
     void commit();
 
 private:

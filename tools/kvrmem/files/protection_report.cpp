@@ -19,7 +19,7 @@ namespace {
 
 using kvrimage::ecc_finding;
 
-/// "address 0x5", "addresses 0x5..0x8", "addresses 0x5, 0x7..0xB (4 words)"
+/// Returns "address 0x5", "addresses 0x5..0x8", or "addresses 0x5, 0x7..0xB (4 words)".
 std::string addresses_of(const ecc_finding& found) {
     if (found.count == 1) {
         return fmt::format("address 0x{:X}", found.address);

@@ -9,10 +9,10 @@
 
 namespace kvrmem {
 
-/// Prints the words of @p ranges, in their order, as runs, which are written as they are found: there may be
-/// more of them than memory. The document has the schema @p schema.
-/// @return false when one of the words is not set
-/// @throws kvrimage::file_error when not everything could be written
+/// Prints the words of @p ranges, in their order, as runs in a document with the schema @p schema. Runs are
+/// written immediately, since they may exceed the memory.
+/// @return false if a word is unset
+/// @throws kvrimage::file_error if the output cannot be written completely
 bool print_words_as_json(std::string_view schema, const memory_input& input,
                          std::span<const kvrimage::address_range> ranges, const word_radix& radix);
 

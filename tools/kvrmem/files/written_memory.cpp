@@ -28,8 +28,8 @@ using kvrimage::format;
 using kvrimage::memory_image;
 using kvrimage::write_options;
 
-/// "MIF in HEX"; "RIF" for a format without radixes; "Intel HEX, word addresses" where addresses may count
-/// bytes.
+/// Returns "MIF in HEX"; "RIF" for a format without radixes; "Intel HEX, word addresses" if addresses may
+/// count bytes.
 std::string title_of_file(const format& as, const std::optional<kvrimage::radix>& radix,
                           kvrimage::address_unit unit) {
     std::string title(as.title);
@@ -42,9 +42,10 @@ std::string title_of_file(const format& as, const std::optional<kvrimage::radix>
     return title;
 }
 
-/// A few bytes can stand for billions of words, which a user who mistyped a number does not want on the disk.
-/// @return "28.0 GiB, from the 65 bytes of in.mif", or "28.0 GiB" alone without an input, when the output
-/// would be huge, and out of proportion to the input; else "".
+/// Detects output of unexpected size: a few bytes can represent billions of words, for example after a
+/// mistyped number.
+/// @return "28.0 GiB, from the 65 bytes of in.mif", or "28.0 GiB" without an input, if the output is huge and
+/// out of proportion to the input; else ""
 std::string excessive_size(const memory_image& image, const output_source& source,
                            const write_options& options) {
     constexpr std::uint64_t gibibyte = std::uint64_t{1} << 30U;
@@ -65,7 +66,7 @@ std::string excessive_size(const memory_image& image, const output_source& sourc
                                              counted(source.file_size, "byte"), source.name);
 }
 
-/// The first format that can be written and is another one than that of the input.
+/// Returns the first writable format other than that of the input.
 const format& some_other_format(const format& of_input) {
     const auto all = kvrimage::formats();
     return **std::ranges::find_if(
@@ -89,8 +90,8 @@ const format& format_of_output(const arguments& given, const std::string& target
         line));
 }
 
-/// The radix in which words or addresses are written, one of @p possible unless that is empty.
-/// @param wanted by option @p option; @param usual where it is not given
+/// Returns the radix for writing words or addresses, one of @p possible unless that is empty.
+/// @param wanted value of option @p option; @param usual the default
 std::optional<kvrimage::radix> radix_of_output(std::string_view option, const format& as,
                                                std::span<const kvrimage::radix> possible,
                                                const std::optional<kvrimage::radix>& wanted,

@@ -10,16 +10,16 @@
 
 namespace kvrmem {
 
-// What the commands that write memories answer with --json: documents of the schemas kvrmem-convert-1,
-// kvrmem-join-1, kvrmem-merge-1 and kvrmem-split-report-1.
+// The output of writing commands with --json, in the schemas kvrmem-convert-1, kvrmem-join-1, kvrmem-merge-1
+// and kvrmem-split-report-1.
 
-/// @throws tool_error (wrong usage) when both the document and @p target would go to standard output
+/// @throws tool_error (wrong usage) if both the document and @p target go to standard output
 void require_json_apart(const arguments& given, const std::string& target);
 
-/// A document with the schema @p schema and `inputs`: file and format of each.
+/// Returns a document with the schema @p schema and `inputs`: file and format of each.
 [[nodiscard]] json_value report_on_inputs(const char* schema, std::span<const memory_input> inputs);
 
-/// File, format, width, depth, and how many words are set, of @p image, written to @p target.
+/// Returns the file, format, width, depth and number of set words of @p image, written to @p target.
 [[nodiscard]] json_value output_as_json(const std::string& target, const kvrimage::memory_image& image,
                                         const kvrimage::write_options& options);
 

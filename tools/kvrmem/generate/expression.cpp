@@ -14,39 +14,39 @@ namespace kvrmem {
 namespace {
 
 constexpr std::size_t most_bytes = std::size_t{16} << 20U;
-/// No operator copies or compares more of a text in one step. Nothing here needs long texts.
+/// Limits the bytes that an operator copies or compares in one step. Expressions need no long strings.
 constexpr std::size_t most_bytes_of_text = std::size_t{1} << 10U;
 
 constexpr std::uint64_t steps_of_all_words = 64'000'000;
 constexpr std::uint64_t steps_of_each_word = 200;
-/// Steps between two calls of the hook that counts them.
+/// Steps between two calls of the counting hook.
 constexpr int hook_interval = 1000;
-/// What a single step may copy, such as the arguments of a call, is in proportion to the memory in use: for
-/// each of these it counts once more.
+/// A single step may copy memory in proportion to the memory in use, such as the arguments of a call. It
+/// counts once more for each such block.
 constexpr std::size_t bytes_that_slow_steps = std::size_t{256} << 10U;
-/// Allocated bytes that count as a step.
+/// Allocated bytes that count as one step.
 constexpr std::size_t bytes_of_step = 8;
 
 constexpr const char* chunk_name = "=expression";
 constexpr std::string_view place_of_fault = "expression:1: ";
 
-/// Whether the interpreter may have a block of @p size bytes, of which @p before are its own already. The
-/// kind is that of a new object.
+/// Returns whether the interpreter may have a block of @p size bytes, of which it already has @p before.
+/// @p kind is the kind of a new object.
 bool may_allocate(expression_limits& limits, std::size_t before, std::size_t size, std::size_t kind) {
     if (size <= before) {
-        return true; // it relies on that
+        return true; // Lua requires that shrinking succeeds
     }
     const bool is_long_text = kind == LUA_TSTRING && size > most_bytes_of_text;
     return !is_long_text && limits.used_bytes - before + size <= most_bytes &&
            limits.spend(size / bytes_of_step);
 }
 
-/// Memory for the interpreter; @p context points to its limits. Null: it may have no more.
+/// The allocator of the interpreter. @p context points to its limits. Returns null at a limit.
 void* allocate(void* context, void* old, std::size_t old_size, std::size_t size) {
     auto& limits = *static_cast<expression_limits*>(context);
-    const std::size_t before = old != nullptr ? old_size : 0; // else the size is a kind of object
+    const std::size_t before = old != nullptr ? old_size : 0; // else old_size is a kind of object
     if (size == 0) {
-        std::free(old); // NOLINT(cppcoreguidelines-no-malloc): what an interpreter in C asks for
+        std::free(old); // NOLINT(cppcoreguidelines-no-malloc): required by a C interpreter
         limits.used_bytes -= before;
         return nullptr;
     }
@@ -69,7 +69,7 @@ void count_steps(lua_State* state, lua_Debug* /*where*/) {
     }
 }
 
-/// A function that Lua's library does not have.
+/// A function missing from Lua's library.
 struct added_function {
     const char* name;
     double (*value)(double);
@@ -86,7 +86,7 @@ constexpr std::array<added_function, 8> added_functions = {{
     {"tanh", [](double x) { return std::tanh(x); }},
 }};
 
-/// Those of the library `math` whose values depend on their arguments alone.
+/// The functions and constants of `math` that depend on their arguments alone.
 constexpr std::array<const char*, 21> library_names = {
     "abs", "acos", "asin", "atan", "ceil", "cos", "deg",  "exp", "floor",     "fmod", "huge",
     "log", "max",  "min",  "pi",   "rad",  "sin", "sqrt", "tan", "tointeger", "ult"};
@@ -97,7 +97,7 @@ int call_added(lua_State* state) {
     return 1;
 }
 
-/// Makes the names that an expression may use; the arguments are the numbers of words and of bits.
+/// Defines the names for expressions. The arguments are the numbers of words and of bits.
 int set_up(lua_State* state) {
     luaL_requiref(state, LUA_MATHLIBNAME, luaopen_math, 0);
     lua_createtable(state, 0, 0);
@@ -118,7 +118,7 @@ int set_up(lua_State* state) {
     return 0;
 }
 
-/// Throws why the interpreter failed: its limit of steps, or what it says on top of its stack.
+/// Throws the reason of a failure: the step limit, or the message at the top of the interpreter's stack.
 [[noreturn]] void fail(lua_State* state, const expression_limits& limits) {
     if (limits.steps_left == 0) {
         throw expression_error(fmt::format("takes more than {} steps", limits.most_steps));
@@ -151,7 +151,7 @@ expression::expression(const std::string& text, std::uint64_t depth, std::uint32
     if (luaL_loadbufferx(state.get(), chunk.data(), chunk.size(), chunk_name, "t") != LUA_OK) {
         fail(state.get(), limits);
     }
-    lua_sethook(state.get(), count_steps, LUA_MASKCOUNT, hook_interval); // goes on counting from word to word
+    lua_sethook(state.get(), count_steps, LUA_MASKCOUNT, hook_interval); // counts across words
 }
 
 expression::~expression() = default;

@@ -12,19 +12,19 @@ struct lua_State;
 
 namespace kvrmem {
 
-/// Why an expression has no value.
+/// Thrown for an expression without a value; what() states the reason.
 class expression_error : public std::runtime_error {
 public:
     using std::runtime_error::runtime_error;
 };
 
-/// What the interpreter may still use.
+/// The remaining resources of the interpreter.
 struct expression_limits {
     std::uint64_t most_steps = 0;
     std::uint64_t steps_left = most_steps;
     std::size_t used_bytes = 0;
 
-    /// Takes @p steps off those that are left; false when they are too few, and then none are left.
+    /// Consumes @p steps steps. Returns false if too few remain; then none remain.
     bool spend(std::uint64_t steps) noexcept {
         const bool is_enough = steps < steps_left;
         steps_left = is_enough ? steps_left - steps : 0;
@@ -32,22 +32,22 @@ struct expression_limits {
     }
 };
 
-/// An expression of Lua over the address of a word: "round(32767 * sin(2 * pi * a / n))". It knows `a`, the
-/// address, `n`, the number of words, and `w`, the bits of a word; the functions and numbers of Lua's library
-/// `math`, apart from its random numbers, and round, trunc, cbrt, log2, log10, sinh, cosh and tanh.
+/// A Lua expression of the address of a word: "round(32767 * sin(2 * pi * a / n))". Variables are `a`
+/// (address), `n` (number of words) and `w` (bits of a word). Functions and constants are those of Lua's
+/// library `math`, except random numbers, and round, trunc, cbrt, log2, log10, sinh, cosh and tanh.
 class expression {
 public:
-    /// @throws expression_error when @p text is no expression
+    /// @throws expression_error if @p text is not a valid expression
     expression(const std::string& text, std::uint64_t depth, std::uint32_t width);
     ~expression();
     expression(const expression&) = delete;
     expression& operator=(const expression&) = delete;
 
-    /// The value for @p address: whole numbers of up to 64 bits are exact, all others are a double. `true` is
-    /// 1 and `false` is 0.
-    /// @throws expression_error when it has none, more than one, or needs more than 16 MiB of memory, a text
-    /// of more than 1 KiB, or more steps than all words have together: 64 million, and 200 for each word. A
-    /// step is an instruction of the interpreter; instructions count for more in proportion to the memory in
+    /// Returns the value for @p address. Integers of up to 64 bits are exact, other numbers are doubles;
+    /// `true` is 1 and `false` is 0.
+    /// @throws expression_error if there is not exactly one value, or if it needs more than 16 MiB of memory,
+    /// a string of more than 1 KiB, or more steps than the total for all words: 64 million, and 200 per word.
+    /// A step is an instruction of the interpreter. Instructions count more in proportion to the memory in
     /// use, and allocated memory counts as well.
     [[nodiscard]] kvrimage::generated_number value_at(std::uint64_t address);
 
@@ -56,7 +56,7 @@ private:
         void operator()(lua_State* state) const noexcept;
     };
 
-    expression_limits limits; ///< of the interpreter; outlive it
+    expression_limits limits; ///< of the interpreter, which it must outlive
     std::unique_ptr<lua_State, closer> state;
 };
 

@@ -42,7 +42,7 @@ void require_affordable(std::string_view name, std::uint64_t words, std::uint64_
     }
 }
 
-/// For what makes as many words as it is asked for.
+/// For generators that make as many words as requested.
 void require_sizes(const arguments& given, std::string_view name) {
     if (!given.width || !given.depth) {
         usage_error(fmt::format("{} needs --width BITS and --depth WORDS", name));
@@ -50,7 +50,7 @@ void require_sizes(const arguments& given, std::string_view name) {
     require_affordable(name, *given.depth, *given.width);
 }
 
-/// For what has @p words words of its own.
+/// For sources with @p words words.
 void require_room(const arguments& given, const std::string& source, std::uint64_t words,
                   std::uint32_t width) {
     if (given.depth && *given.depth < words) {
@@ -59,7 +59,7 @@ void require_room(const arguments& given, const std::string& source, std::uint64
     require_affordable(source, words, width);
 }
 
-/// A fault in what a file holds.
+/// Reports a fault in the contents of a file.
 [[noreturn]] void refuse_file(const std::string& name, const std::exception& fault) {
     throw tool_error(exit_code::bad_input, fmt::format("{}: {}", name, fault.what()));
 }
@@ -149,7 +149,7 @@ read_picture read_picture_file(const kvrimage::input_file& file) {
     }
 }
 
-/// Bits that a word of the picture needs.
+/// Returns the bits of a word of the picture.
 std::uint32_t bits_of_picture(const generator_options& options) {
     return options.palette_colors ? kvrimage::bits_of_indexes(*options.palette_colors)
                                   : kvrimage::bits_of(*options.pixel);
@@ -184,7 +184,7 @@ generated_memory make_picture(const arguments& given) {
     return {source, std::move(made.indexes), std::move(made.palette), note};
 }
 
-/// How wide the words of @p sound are, the file @p name.
+/// Returns the word width for @p sound from the file @p name.
 std::uint32_t width_of_sound(const arguments& given, const kvrimage::wave_file& sound,
                              const std::string& name) {
     if (sound.has_fractions && !given.width) {
@@ -198,7 +198,7 @@ std::uint32_t width_of_sound(const arguments& given, const kvrimage::wave_file& 
     return width;
 }
 
-/// Which channel of @p sound, the file @p name, is taken.
+/// Returns the selected channel of @p sound from the file @p name.
 std::uint32_t channel_of_sound(const arguments& given, const kvrimage::wave_file& sound,
                                const std::string& name) {
     if (sound.channels > 1 && !given.generator.channel) {
@@ -234,7 +234,7 @@ generated_memory make_sound(const arguments& given) {
     }
 }
 
-/// What makes words, by the option that asks for it.
+/// A generator and the option that selects it.
 struct word_generator {
     option_id option;
     const char* name;

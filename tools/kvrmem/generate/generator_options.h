@@ -8,7 +8,7 @@
 
 namespace kvrmem {
 
-/// What the options say of words that are made, not read.
+/// Options for generated words.
 struct generator_options {
     std::optional<std::string> expression;
     std::optional<std::string> ramp_start;

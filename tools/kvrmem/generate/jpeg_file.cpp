@@ -7,7 +7,7 @@
 #include <array>
 #include <csetjmp>
 #include <cstddef>
-#include <cstdio> // the library's header needs it
+#include <cstdio> // required by the library's header
 #include <jpeglib.h>
 #include <stdexcept>
 #include <string>
@@ -17,12 +17,12 @@ namespace kvrmem {
 
 namespace {
 
-/// More passes than this over a picture are for nothing but to take time.
+/// A picture with more scans is only meant to take time.
 constexpr int most_scans = 100;
 
-/// How the library says that it cannot go on: it jumps, past functions in C alone.
+/// The error handler of the library: it jumps, past C functions only.
 struct jump_at_error {
-    jpeg_error_mgr calls; ///< first: the library hands out its address
+    jpeg_error_mgr calls; ///< must be first: the library passes its address
     std::jmp_buf target;
     std::array<char, JMSG_LENGTH_MAX> reason;
     bool has_too_many_scans;
@@ -36,24 +36,24 @@ jump_at_error& error_of(j_common_ptr decoder) {
 void jump(j_common_ptr decoder) {
     jump_at_error& error = error_of(decoder);
     error.calls.format_message(decoder, error.reason.data());
-    std::longjmp(error.target, 1); // NOLINT(cert-err52-cpp): what the library asks for
+    std::longjmp(error.target, 1); // NOLINT(cert-err52-cpp): required by the library
 }
 
-/// Counts warnings, which the library would print.
+/// Counts warnings instead of printing them.
 void count_warning(j_common_ptr decoder, int level) {
     decoder->err->num_warnings += level < 0 ? 1 : 0;
 }
 
 void limit_scans(j_common_ptr decoder) {
-    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): what a decoder is
+    // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): it is a decompressor
     if (reinterpret_cast<j_decompress_ptr>(decoder)->input_scan_number > most_scans) {
         error_of(decoder).has_too_many_scans = true;
         std::longjmp(error_of(decoder).target, 1); // NOLINT(cert-err52-cpp)
     }
 }
 
-/// A decoder of one picture. Its functions call the library, which may jump out of them: none has an object
-/// that needs to be destroyed.
+/// Decodes one picture. Its functions call the library, which may jump out of them, so they have no objects
+/// with destructors.
 class jpeg_decoder {
 public:
     jpeg_decoder() {
@@ -66,7 +66,7 @@ public:
     jpeg_decoder(const jpeg_decoder&) = delete;
     jpeg_decoder& operator=(const jpeg_decoder&) = delete;
 
-    /// False when it is broken; so do the others.
+    /// Returns false if the picture is broken, as do the functions below.
     bool read_head(std::string_view contents) {
         if (setjmp(error.target) != 0) { // NOLINT(cert-err52-cpp)
             return false;
@@ -77,10 +77,10 @@ public:
         jpeg_mem_src(&decoder, reinterpret_cast<const unsigned char*>(contents.data()), contents.size());
         jpeg_read_header(&decoder, TRUE);
         decoder.out_color_space = JCS_RGB;
-        decoder.dct_method = JDCT_ISLOW; // the same on every machine
+        decoder.dct_method = JDCT_ISLOW; // the same result on every machine
         return true;
     }
-    /// @param pixels room for all of them
+    /// @param pixels room for all pixels
     bool read_pixels(unsigned char* pixels) {
         if (setjmp(error.target) != 0) { // NOLINT(cert-err52-cpp)
             return false;
@@ -97,7 +97,7 @@ public:
     [[nodiscard]] std::uint32_t rows() const noexcept { return decoder.image_height; }
     [[nodiscard]] bool has_warnings() const noexcept { return error.calls.num_warnings != 0; }
     [[nodiscard]] J_COLOR_SPACE colors() const noexcept { return decoder.jpeg_color_space; }
-    /// Why one of the functions above was false.
+    /// Returns why one of the functions above has failed.
     [[nodiscard]] std::string refusal() const {
         return error.has_too_many_scans ? fmt::format("the picture has more than {} scans", most_scans)
                                         : fmt::format("this is a broken JPEG ({})", error.reason.data());

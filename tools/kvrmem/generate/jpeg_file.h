@@ -7,9 +7,9 @@
 
 namespace kvrmem {
 
-/// Reads a JPEG in gray, YCbCr or RGB. The size that it claims is checked before its pixels are decoded.
-/// @throws std::invalid_argument when it is broken, cut off, in other colours, or has more than @p
-/// most_pixels or 100 scans; what() says what is wrong
+/// Reads a JPEG in gray, YCbCr or RGB. The stated size is checked before pixels are decoded.
+/// @throws std::invalid_argument if it is broken, truncated, in other colors, or has more than @p most_pixels
+/// or 100 scans; what() states the reason
 [[nodiscard]] kvrimage::raster jpeg_of(std::string_view contents, std::uint64_t most_pixels);
 
 } // namespace kvrmem

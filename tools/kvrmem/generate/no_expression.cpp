@@ -1,6 +1,6 @@
 #include "tools/kvrmem/generate/expression.h"
 
-// A build without the interpreter: there is no formula that it knows.
+// A build without the interpreter: no expression is valid.
 
 struct lua_State {};
 

@@ -2,7 +2,7 @@
 
 #include <stdexcept>
 
-// A build without the library of JPEG.
+// A build without the JPEG library.
 
 namespace kvrmem {
 

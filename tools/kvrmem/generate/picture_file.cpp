@@ -14,12 +14,12 @@
 
 namespace {
 
-/// What the decoder may allocate for one picture, counted without what it frees.
+/// The remaining bytes that the decoder may allocate for one picture. Freed bytes are not returned.
 struct decoder_budget {
     std::size_t bytes_left;
     bool is_exceeded;
 
-    /// False when there is too little left.
+    /// Returns false if too little is left.
     bool take(std::size_t size) noexcept {
         is_exceeded |= size > bytes_left;
         bytes_left -= is_exceeded ? 0 : size;
@@ -27,10 +27,10 @@ struct decoder_budget {
     }
 };
 
-// The decoder hands no context to its allocator.
+// The decoder passes no context to its allocator.
 thread_local decoder_budget budget_of_picture{}; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
-// NOLINTBEGIN(cppcoreguidelines-no-malloc): what a decoder in C asks for
+// NOLINTBEGIN(cppcoreguidelines-no-malloc): required by a C decoder
 void* allocate_for_picture(std::size_t size) {
     return budget_of_picture.take(size) ? std::malloc(size) : nullptr;
 }
@@ -42,8 +42,8 @@ void* reallocate_for_picture(void* old, std::size_t old_size, std::size_t size) 
 
 } // namespace
 
-// Only the formats that are named, without the other ones of the library: the less is read, the less can be
-// wrong. What differs by processor is left out, so that a picture becomes the same words on every machine.
+// Only the supported formats are enabled, to reduce the attack surface. Processor-specific code is disabled,
+// so that a picture gives the same words on every machine.
 #define STB_IMAGE_IMPLEMENTATION
 #define STB_IMAGE_STATIC
 #define STBI_ONLY_PNG
@@ -54,7 +54,7 @@ void* reallocate_for_picture(void* old, std::size_t old_size, std::size_t size) 
 #define STBI_MALLOC allocate_for_picture
 #define STBI_REALLOC_SIZED reallocate_for_picture
 #define STBI_FREE std::free
-// The decoder copies the zero bytes of an empty chunk to no buffer, which a sanitizer would report.
+// The decoder copies zero bytes of an empty chunk to a null buffer, which a sanitizer would report.
 #ifdef __clang__
 #pragma clang attribute push(__attribute__((no_sanitize("nonnull-attribute"))), apply_to = function)
 #endif
@@ -75,8 +75,7 @@ struct pixel_deleter {
 };
 using pixel_bytes = std::unique_ptr<unsigned char, pixel_deleter>;
 
-/// Hands out the bytes of a file, and notices when there are too few: the library takes 0 for those that are
-/// missing.
+/// Reads the bytes of a file and detects a truncated file. The library itself replaces missing bytes by 0.
 class byte_reader {
 public:
     explicit byte_reader(std::string_view bytes) : rest(bytes) {}
@@ -122,8 +121,9 @@ bool is_png(std::string_view contents) noexcept {
     return contents.starts_with("\x89PNG\r\n\x1A\n");
 }
 
-/// Bytes that decoding a picture of @p pixels takes at most. A PNG is collected in a buffer that doubles, and
-/// inflated into another one; its pixels of up to 8 bytes are unpacked and converted from copy to copy.
+/// Returns the upper limit of bytes for decoding a picture of @p pixels. A PNG is collected in a buffer that
+/// doubles and inflated into another one; its pixels of up to 8 bytes are unpacked and converted in several
+/// copies.
 std::size_t most_bytes_of_decoding(std::size_t pixels, std::size_t size_of_file) {
     constexpr std::size_t bytes_of_pixel = 8;
     constexpr std::size_t copies = 6;
@@ -136,10 +136,10 @@ struct picture_size {
     std::uint32_t rows;
 };
 
-/// The size that the picture claims, which is not empty and not too large.
+/// Returns the stated size of the picture, which is neither empty nor too large.
 picture_size size_of_picture(std::string_view contents) {
     int columns = 0;
-    int rows = 0; // negative in a BMP whose first row is the top one
+    int rows = 0; // negative in a BMP with the top row first
     int found = 0;
     byte_reader head(contents);
     if (stbi_info_from_callbacks(&byte_reader::calls, &head, &columns, &rows, &found) == 0) {
@@ -155,7 +155,7 @@ picture_size size_of_picture(std::string_view contents) {
     return size;
 }
 
-/// The pixels of a picture of @p size, from the top on, `channels` bytes each.
+/// Returns the pixels of a picture of @p size, top row first, `channels` bytes each.
 pixel_bytes decode_picture(std::string_view contents, const picture_size& size) {
     int columns = 0;
     int rows = 0;

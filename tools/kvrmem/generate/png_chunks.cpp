@@ -11,7 +11,7 @@ namespace kvrmem {
 namespace {
 
 constexpr std::size_t signature_size = 8;
-constexpr std::size_t number_size = 4; ///< bytes of a length, of a type, and of a check
+constexpr std::size_t number_size = 4; ///< bytes of a length, a type, and a CRC
 
 std::uint32_t big_number(std::string_view bytes) {
     return static_cast<std::uint32_t>(
@@ -27,7 +27,7 @@ std::uint32_t check_of(std::string_view bytes) {
 } // namespace
 
 bool has_damaged_chunk(std::string_view contents) {
-    constexpr std::size_t frame_size = 3 * number_size; // length and type before the data, the check after it
+    constexpr std::size_t frame_size = 3 * number_size; // length and type before the data, CRC after it
     std::string_view rest = contents.substr(signature_size);
     while (rest.size() >= frame_size) {
         const std::size_t length = big_number(rest);

@@ -4,9 +4,8 @@
 
 namespace kvrmem {
 
-/// True when a part of the PNG file @p contents, a chunk, does not have the check that follows it, or when no
-/// part is the last one. The decoder does not look at these checks. What comes after the last part is left
-/// alone.
+/// Returns whether a chunk of the PNG file @p contents has a wrong CRC, which the decoder does not check, or
+/// whether there is no end chunk. Data after the end chunk is ignored.
 [[nodiscard]] bool has_damaged_chunk(std::string_view contents);
 
 } // namespace kvrmem

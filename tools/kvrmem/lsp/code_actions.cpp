@@ -28,11 +28,11 @@ constexpr std::string_view quick_fix = "quickfix";
 constexpr std::string_view fix_all = "source.fixAll";
 constexpr std::string_view rewrite = "refactor.rewrite";
 
-/// What the client wants to see of a document.
+/// The parameters of a code action request.
 struct action_request {
     document& of;
-    kvrimage::span where;   ///< whole lines
-    std::size_t cursor = 0; ///< the begin of what is selected
+    kvrimage::span where;   ///< complete lines
+    std::size_t cursor = 0; ///< start of the selection
     const json& kinds;      ///< null: all
 
     [[nodiscard]] bool wants(std::string_view kind) const {
@@ -84,7 +84,7 @@ void add_fix_all(const action_request& request, json& all) {
     }
 }
 
-/// The word at the cursor, of a document that can be edited.
+/// Returns the word at the cursor, if the document can be edited.
 std::optional<text_piece> editable_word(const action_request& request) {
     const kvrimage::read_result& found = request.of.result();
     const bool can_edit = found.image && found.facts.as->edit != nullptr;
@@ -113,7 +113,7 @@ void add_word_actions(const action_request& request, const text_piece& piece, js
                                  {address}));
 }
 
-/// The gap that follows the addresses of the cursor.
+/// Adds actions for the gap after the addresses at the cursor.
 void add_gap_actions(const action_request& request, const text_piece& piece, json& all) {
     const memory_image& image = *request.of.result().image;
     if (piece.addresses->last == image.last_address()) {
@@ -131,7 +131,7 @@ void add_gap_actions(const action_request& request, const text_piece& piece, jso
     }
 }
 
-/// Not where a word of the range is set again: its line would say what does not count.
+/// Not offered if a word of the range is set again: its line would have an outdated word.
 void add_range_actions(const action_request& request, const text_piece& piece, json& all) {
     const kvrimage::read_result& found = request.of.result();
     const auto range = found.facts.as->holds_ranges ? range_around(request.of, piece) : std::nullopt;
@@ -146,7 +146,7 @@ void add_range_actions(const action_request& request, const text_piece& piece, j
 
 struct named_radix {
     radix which;
-    const char* name;  ///< as of an option
+    const char* name;  ///< as in the option
     const char* title; ///< "binary"
 };
 constexpr std::array<named_radix, 5> named_radixes = {{{radix::bin, "bin", "binary"},
@@ -155,7 +155,7 @@ constexpr std::array<named_radix, 5> named_radixes = {{{radix::bin, "bin", "bina
                                                        {radix::uns, "uns", "unsigned decimal"},
                                                        {radix::hex, "hex", "hexadecimal"}}};
 
-/// A file that is written anew has no comments.
+/// Conversion rewrites the file without its comments.
 void add_radix_actions(const action_request& request, json& all) {
     const kvrimage::read_result& found = request.of.result();
     const bool can_write = found.image && found.facts.data_radix && found.facts.as->write != nullptr;

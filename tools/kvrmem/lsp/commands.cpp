@@ -27,9 +27,9 @@ using kvrimage::memory_image;
 using kvrimage::text_edit;
 using kvrimage::word;
 
-/// A range is split into so many lines at most.
+/// Maximum number of lines that a range is split into.
 constexpr std::uint64_t most_lines_of_range = 4096;
-/// So many texts of words are made at most.
+/// Maximum number of word texts to create.
 constexpr std::uint64_t most_single_words = 65536;
 
 [[noreturn]] void fail(const std::string& why) {
@@ -52,7 +52,7 @@ const memory_image& image_of(document& of) {
     return *image;
 }
 
-/// "0x10..0x1F", which is in the memory.
+/// Parses "0x10..0x1F" and checks that it is in the memory.
 address_range addresses_argument(document& of, const json& arguments) {
     const auto range =
         read_address_range(text_argument(arguments, 1, "an address, or a range as in 0x10..0x1F"));
@@ -91,7 +91,7 @@ std::vector<text_edit> set_words(document& of, const json& arguments) {
     }
 }
 
-/// @p value with 0 for 1 and the reverse.
+/// Returns @p value with all bits inverted.
 word inverted(const word& value) {
     std::string digits;
     for (std::uint32_t index = value.width(); index-- > 0;) {
@@ -114,7 +114,7 @@ std::vector<text_edit> invert_words(document& of, const json& arguments) {
     return edits_or_failure(edit_text(of, of.text(), assignments));
 }
 
-/// What is different in the middle of two texts.
+/// Returns the edit of the text between the common start and the common end.
 std::vector<text_edit> edits_between(std::string_view before, std::string_view after) {
     const auto common = static_cast<std::size_t>(std::ranges::mismatch(before, after).in1 - before.begin());
     std::size_t tail = 0;
@@ -122,7 +122,7 @@ std::vector<text_edit> edits_between(std::string_view before, std::string_view a
            before[before.size() - 1 - tail] == after[after.size() - 1 - tail]) {
         ++tail;
     }
-    // A character of several bytes stays whole.
+    // Multi-byte characters stay complete.
     const auto is_within = [](std::string_view text, std::size_t at) {
         return at < text.size() && kvrimage::is_continuation(text[at]);
     };
@@ -153,7 +153,7 @@ std::vector<text_edit> make_all_repairs(document& of, const json& /*arguments*/)
     return edits_between(of.text(), made.contents);
 }
 
-/// The text with line ends as those of the document.
+/// Returns the text with the line ends of the document.
 std::string with_line_ends_of(const document& of, std::string text) {
     const std::size_t first = of.text().find('\n');
     if (first == std::string::npos || first == 0 || of.text()[first - 1] != '\r') {
@@ -193,7 +193,7 @@ std::vector<text_edit> change_radix(document& of, const json& arguments) {
     return edits_between(of.text(), with_line_ends_of(of, kvrimage::to_text(image, options)));
 }
 
-/// The words that are set in @p addresses, each as an assignment of its own.
+/// Returns one assignment for each word set in @p addresses.
 std::vector<assignment> single_assignments(const memory_image& image, const address_range& addresses) {
     std::vector<assignment> assignments;
     for (std::uint64_t address = addresses.first; address <= addresses.last; ++address) {
@@ -204,7 +204,8 @@ std::vector<assignment> single_assignments(const memory_image& image, const addr
     return assignments;
 }
 
-/// Where words differ from their neighbours each gets a line of its own; then they get their values again.
+/// First sets words that differ from their neighbors, so that each gets its own line, then restores the
+/// original words.
 std::vector<text_edit> split_range(document& of, const json& arguments) {
     const address_range addresses = addresses_argument(of, arguments);
     if (addresses.last - addresses.first >= most_lines_of_range) {

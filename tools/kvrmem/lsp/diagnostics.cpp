@@ -43,7 +43,7 @@ std::string message_of(const diagnostic& found) {
     return text;
 }
 
-/// The place of what is wrong with a file as a whole is its first character.
+/// Faults of the whole file are placed at its first character.
 kvrimage::span span_of(const place& where) {
     return where.line == 0 ? kvrimage::span() : kvrimage::span{where.offset, where.length};
 }

@@ -10,16 +10,16 @@ namespace kvrmem::lsp {
 
 namespace {
 
-/// Objects and arrays within each other. What goes deeper is no message of the protocol.
+/// Maximum nesting of objects and arrays; messages of the protocol are not nested deeper.
 constexpr int deepest_nesting = 100;
 
-/// @p text as JSON; discarded where it is none. @p excess says what there is too much of, "" nothing.
+/// Parses @p text as JSON; discarded if it is invalid. @p excess names an exceeded limit, else "".
 json parsed(const std::string& text, std::size_t most_values, std::string_view& excess) {
     std::size_t values = 0;
     const auto within_limit = [&](int depth, json::parse_event_t /*event*/, json& /*value*/) {
         if (depth > deepest_nesting) {
             excess = "the message is nested too deeply";
-        } else if (++values > 2 * most_values) { // most have two events
+        } else if (++values > 2 * most_values) { // most values have two events
             excess = "the message has too many values";
         }
         return excess.empty();
@@ -31,7 +31,7 @@ bool is_id(const json& id) {
     return id.is_number_integer() || id.is_string();
 }
 
-/// The id under which a faulty @p message can be answered; null where it has none.
+/// Returns the id for answering a faulty @p message; null if it has none.
 json id_of(const json& message) {
     const json& id = member(message, "id");
     return is_id(id) ? id : json();
@@ -42,7 +42,7 @@ bool is_response(const json& message) {
            (message.contains("result") || message.contains("error"));
 }
 
-/// What is wrong with @p message, as a request or notification; "": nothing.
+/// Returns why @p message is not a valid request or notification; "" if it is valid.
 std::string fault_of(const json& message) {
     if (!message.is_object()) {
         return message.is_array() ? "batches are not part of the protocol" : "a message is an object";
@@ -200,7 +200,7 @@ void dispatcher::handle_notification(const std::string& method, const json& para
         handler->second(params);
     } catch (const std::bad_alloc&) {
         throw;
-    } catch (const std::exception&) { // nobody waits for an answer
+    } catch (const std::exception&) { // notifications have no response
     }
 }
 

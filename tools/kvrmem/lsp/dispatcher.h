@@ -14,21 +14,21 @@
 
 namespace kvrmem::lsp {
 
-/// Answers messages in the order in which they came. A request that was cancelled while it waited is not
-/// run. The order of a session is kept here: "initialize" comes first, nothing but "exit" after "shutdown".
+/// Handles messages in the order of arrival. A request cancelled before its turn is not run. Enforces the
+/// session order: "initialize" comes first, and only "exit" may follow "shutdown".
 class dispatcher {
 public:
-    /// Answers a request with its result, or throws request_error.
+    /// Returns the result of a request, or throws request_error.
     using request_handler = std::function<json(const json& params)>;
-    /// What it throws is left out, but for std::bad_alloc.
+    /// Exceptions are ignored, except std::bad_alloc.
     using notification_handler = std::function<void(const json& params)>;
-    /// Takes the text of a message to the client.
+    /// Sends the text of a message to the client.
     using message_sender = std::function<void(const std::string& text)>;
 
-    /// Values of one message: a small one needs a hundred bytes and more, however short its text is.
+    /// JSON values in one message. Even a small value needs a hundred bytes or more of memory.
     static constexpr std::size_t usual_most_values = 1000000;
 
-    /// @param values that a message may have
+    /// @param values maximum number of values in a message
     explicit dispatcher(message_sender sender, std::size_t values = usual_most_values)
         : send(std::move(sender)),
           most_values(values) {}
@@ -36,13 +36,13 @@ public:
     void on_request(const std::string& method, request_handler handler);
     void on_notification(const std::string& method, notification_handler handler);
 
-    /// Queues a message, or answers what is none.
+    /// Queues a message, or answers an invalid one.
     void take(const framed_message& message);
-    /// Handles the message that waits longest; false when there is none.
+    /// Handles the oldest waiting message. Returns false if there is none.
     bool handle_next();
-    /// True when a message waits to be handled.
+    /// Returns whether a message waits to be handled.
     [[nodiscard]] bool has_waiting() const noexcept { return !waiting.empty() && !has_ended(); }
-    /// True when so much waits that no more should be taken for now.
+    /// Returns whether so much is waiting that no more should be read for now.
     [[nodiscard]] bool is_full() const noexcept {
         constexpr std::size_t most_messages = 4096;
         constexpr std::size_t most_bytes = std::size_t{64} << 20U;
@@ -51,12 +51,12 @@ public:
 
     /// Sends a notification to the client.
     void notify(const std::string& method, json params) const;
-    /// Sends a request to the client, whose answer is not waited for.
+    /// Sends a request to the client; its response is ignored.
     void request(const std::string& method, json params);
 
-    /// "exit" was handled, or the stream cannot be read on: nothing else is handled.
+    /// Returns whether "exit" was handled or the stream became unreadable. No more messages are handled then.
     [[nodiscard]] bool has_ended() const noexcept { return state == session_state::ended; }
-    /// "exit" came after "shutdown", as it should.
+    /// Returns whether "exit" followed "shutdown", as required.
     [[nodiscard]] bool was_shut_down() const noexcept { return is_shut_down; }
 
 private:

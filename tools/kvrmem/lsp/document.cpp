@@ -122,7 +122,7 @@ std::optional<kvrimage::text_piece> document::piece_at(std::size_t offset) {
     for_each_piece([&](const kvrimage::text_piece& piece) {
         const bool has_addresses = piece.what == kvrimage::text_piece::kind::word ||
                                    piece.what == kvrimage::text_piece::kind::address;
-        // Of two that touch each other there, the later counts.
+        // Of two pieces that meet at the offset, the later one is used.
         if (has_addresses && piece.where.offset <= offset && offset <= piece.where.end()) {
             found = piece;
         }

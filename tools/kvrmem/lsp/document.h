@@ -13,17 +13,17 @@
 
 namespace kvrmem::lsp {
 
-/// The name of the file that @p uri is of, without its folder.
+/// Returns the file name in @p uri, without its folder.
 [[nodiscard]] std::string file_name_of(std::string_view uri);
 
-/// What a client takes.
+/// The capabilities of a client.
 struct client_abilities {
     position_encoding encoding = position_encoding::utf16;
-    bool takes_versions = false; ///< of the documents that are to be edited
+    bool takes_versions = false; ///< of the documents to edit
 };
 
-/// A document that is open in the client, and what its text holds. What is asked for is found out when it is
-/// asked for, once for each state of the text.
+/// A document open in the client, with its contents. Results are computed on demand, once for each state of
+/// the text.
 class document {
 public:
     document(std::string uri, json version_of_text, std::string text, const client_abilities& of_client);
@@ -34,45 +34,45 @@ public:
     [[nodiscard]] const std::string& text() const noexcept { return lines.text(); }
     [[nodiscard]] const file_settings& settings() const noexcept { return given; }
 
-    /// Makes the changes of a notification, in order.
-    /// @throws request_error when one is none, with those before it made
+    /// Applies the changes of a notification in order.
+    /// @throws request_error if one is invalid; the changes before it stay applied
     void change(const json& version, const json& changes);
     void use(const file_settings& of_file);
 
-    /// What check() finds, whose image holds what can be read of a broken file, too.
+    /// Returns the result of check(). Its image has the readable part of a broken file.
     [[nodiscard]] const kvrimage::read_result& result();
-    /// The diagnostics of check() with all repairs.
+    /// Returns the diagnostics of check() with all repairs.
     [[nodiscard]] const std::vector<kvrimage::diagnostic>& repairable();
-    /// As the text was read: with the format that it has.
+    /// Returns the options used for reading the text, including its format.
     [[nodiscard]] const kvrimage::read_options& reading();
-    /// True when the addresses of the memory are not those of the text.
+    /// Returns whether memory addresses differ from those in the text.
     [[nodiscard]] bool has_base();
-    /// True when it has errors, so that result() may lack words.
+    /// Returns whether there are errors, so that result() may lack words.
     [[nodiscard]] bool is_broken();
-    /// True for a text of a format that has lines: there is something to say of it.
+    /// Returns whether the text has a line-based format. Only such documents have features.
     [[nodiscard]] bool is_text();
-    /// True when diagnostics were not published since the last change.
+    /// Returns whether diagnostics were not published since the last change.
     [[nodiscard]] bool needs_check() const noexcept { return !is_published; }
     void set_published() noexcept { is_published = true; }
 
-    /// Calls @p take with the pieces of the text, none where the format has no way to find them.
+    /// Calls @p take with the pieces of the text; with none if the format cannot find them.
     void for_each_piece(const kvrimage::piece_taker& take);
-    /// The word or address that @p offset is in or follows; nothing where there is none.
+    /// Returns the word or address that contains @p offset or ends there, if any.
     [[nodiscard]] std::optional<kvrimage::text_piece> piece_at(std::size_t offset);
-    /// The piece of a word that sets @p address last, by the place of its line.
+    /// Returns the place of the word that sets @p address last, within its line.
     [[nodiscard]] std::optional<kvrimage::place> place_of(std::uint64_t address);
 
     [[nodiscard]] json position(std::uint64_t offset) const;
     [[nodiscard]] json range(const kvrimage::span& where) const;
-    /// The bytes of a range of the protocol.
-    /// @throws request_error when it is none
+    /// Converts a range of the protocol to bytes.
+    /// @throws request_error if it is invalid
     [[nodiscard]] kvrimage::span span_of(const json& range) const;
-    /// The offset of a position of the protocol.
-    /// @throws request_error when it is none
+    /// Converts a position of the protocol to an offset.
+    /// @throws request_error if it is invalid
     [[nodiscard]] std::size_t offset_of(const json& position) const;
-    /// The edits of the text as the protocol has them.
+    /// Converts edits to the form of the protocol.
     [[nodiscard]] json edits(const std::vector<kvrimage::text_edit>& changes) const;
-    /// The same as a WorkspaceEdit, with the version of the text that is edited where the client takes it.
+    /// Converts edits to a WorkspaceEdit, with the version of the text if the client supports it.
     [[nodiscard]] json workspace_edit(const std::vector<kvrimage::text_edit>& changes) const;
 
 private:

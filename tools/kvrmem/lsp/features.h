@@ -10,10 +10,10 @@
 
 namespace kvrmem::lsp {
 
-// What the server has to say of a document, a file for each feature. @p params are those of the request. All
-// throw request_error, json::exception for what is no request of the protocol.
+// The features of the server for a document, with one source file each. @p params are those of the request.
+// All functions throw request_error or json::exception for invalid requests.
 
-/// The diagnostics of check().
+/// Returns the diagnostics of check().
 [[nodiscard]] json diagnostics_of(document& of);
 
 /// "textDocument/hover"
@@ -31,23 +31,24 @@ namespace kvrmem::lsp {
 [[nodiscard]] json semantic_tokens_in(document& of, const json& params);
 [[nodiscard]] json semantic_tokens_in_range(document& of, const json& params);
 ///@}
-/// What the numbers of semantic tokens mean.
+/// Returns the names of the token types, in the order of their numbers.
 [[nodiscard]] json semantic_token_legend();
-/// "textDocument/formatting": the canonical layout, whatever options of layout are in @p params.
+/// "textDocument/formatting": the canonical layout. Layout options in @p params are ignored.
 [[nodiscard]] json formatting_in(document& of, const json& params);
 /// "textDocument/codeAction"
 [[nodiscard]] json code_actions_in(document& of, const json& params);
 
-/// "workspace/symbol": the places in all documents that set the address that @p query is.
+/// "workspace/symbol": the places in all documents that set the address in @p query.
 [[nodiscard]] json symbols_of_address(std::span<document* const> all, const std::string& query);
 
-/// True when a command may set so many words of @p of: those of a format without ranges get a text each.
+/// Returns whether a command may set this many words of @p of. In a format without ranges each word needs a
+/// text.
 [[nodiscard]] bool may_set(document& of, const kvrimage::address_range& addresses);
-/// The commands that "workspace/executeCommand" takes.
+/// Returns the commands for "workspace/executeCommand".
 [[nodiscard]] std::vector<std::string> command_names();
-/// The edits of @p of that the command @p name makes.
-/// @param arguments of the command, the URI of the document first
-/// @throws request_error when there is no such command, or it cannot be carried out
+/// Returns the edits that the command @p name makes in @p of.
+/// @param arguments of the command, beginning with the URI of the document
+/// @throws request_error if the command is unknown or fails
 [[nodiscard]] std::vector<kvrimage::text_edit> edits_of_command(document& of, const std::string& name,
                                                                 const json& arguments);
 

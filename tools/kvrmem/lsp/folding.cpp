@@ -8,15 +8,15 @@ namespace kvrmem::lsp {
 
 namespace {
 
-/// One line is nothing to fold.
+/// Adds a fold if it has more than one line.
 void add_fold(const line_range& lines, const char* kind, json& all) {
     if (lines.last > lines.first) {
         all.push_back({{"startLine", lines.first}, {"endLine", lines.last}, {"kind", kind}});
     }
 }
 
-/// The lines between two blocks that are @p before and @p after a gap: comments and blank lines. Where they
-/// are nothing but a comment, that has its own fold.
+/// Adds the comments and blank lines between two blocks @p before and @p after a gap. A gap that is a single
+/// comment already has its own fold.
 void add_gap(document& of, const outline& found, const outline_block& before, const outline_block& after,
              json& all) {
     const std::size_t next = of.buffer().line_of(static_cast<std::size_t>(after.where.offset));

@@ -13,8 +13,7 @@ namespace kvrmem::lsp {
 
 namespace {
 
-/// The edit that makes @p wanted of @p text, without the lines that both begin with. Nothing where they are
-/// equal.
+/// Returns the edit from @p text to @p wanted, without their common leading lines; nothing if they are equal.
 std::vector<kvrimage::text_edit> edit_between(std::string_view text, std::string_view wanted) {
     if (text == wanted) {
         return {};

@@ -23,10 +23,10 @@ using kvrimage::radix;
 using kvrimage::text_piece;
 using kvrimage::word;
 
-constexpr std::size_t longest_value = 200;        ///< characters
-constexpr std::uint32_t widest_in_decimal = 4096; ///< bits; the time grows faster than the digits
+constexpr std::size_t longest_value = 200;        ///< in characters
+constexpr std::uint32_t widest_in_decimal = 4096; ///< in bits; conversion takes superlinear time
 
-/// Lines of a name and what it is.
+/// Lines with a name and a value.
 class hover_text {
 public:
     void add(std::string_view name, std::string_view value) {
@@ -51,7 +51,7 @@ constexpr std::array<shown_radix, 5> all_radixes = {{{"hex", radix::hex},
                                                      {"unsigned", radix::uns},
                                                      {"signed", radix::dec}}};
 
-/// The bytes of the word as characters, "." for those that cannot be seen; "" where there is none to see.
+/// Returns the bytes of the word as characters, "." for invisible ones; "" if all are invisible.
 std::string characters_of(const word& value) {
     constexpr std::uint32_t bits_of_character = 8;
     std::string text = value.width() % bits_of_character == 0
@@ -103,7 +103,7 @@ void add_address(document& of, const text_piece& piece, hover_text& text) {
     }
 }
 
-/// The lines that set addresses of @p piece after it.
+/// Adds the later lines that set addresses of @p piece.
 void add_replacement(const document& of, const text_piece& piece, const replaced_words& replaced,
                      hover_text& text) {
     const auto line_of = [&of](std::uint64_t offset) { return of.buffer().line_of(offset) + 1; };

@@ -15,7 +15,7 @@ namespace {
 
 using kvrimage::text_piece;
 
-/// The last address of the memory, as the file counts.
+/// Returns the last memory address in the file's unit.
 std::uint64_t highest_in_file(document& of) {
     const kvrimage::memory_image& image = *of.result().image;
     const bool counts_bytes = of.result().facts.unit == kvrimage::address_unit::byte;
@@ -23,10 +23,10 @@ std::uint64_t highest_in_file(document& of) {
     return of.reading().base.value_or(0) + image.depth() * step - 1;
 }
 
-/// Finds the first words of lines, as far as no address says theirs.
+/// Finds the first word of each line that has no address before it.
 class line_starts {
 public:
-    /// @param taker gets these words
+    /// @param taker called with these words
     line_starts(document& of, const kvrimage::span& wanted,
                 const std::function<void(const text_piece&)>& taker)
         : lines(of.buffer()),
@@ -46,10 +46,10 @@ public:
             start = is_wanted && piece.addresses ? std::optional(piece) : std::nullopt;
         } else if (start && piece.what == text_piece::kind::address && piece.addresses &&
                    piece.in_file == start->in_file) {
-            start.reset(); // in a column on the right
+            start.reset(); // the address is in a column on the right
         }
     }
-    /// After the last piece.
+    /// Call after the last piece.
     void finish() {
         if (start) {
             take_start(*std::exchange(start, std::nullopt));
@@ -61,12 +61,12 @@ private:
     kvrimage::span shown;
     const std::function<void(const text_piece&)>& take_start;
     std::optional<std::size_t> line_at_hand;
-    std::optional<text_piece> start; ///< of the line at hand
+    std::optional<text_piece> start; ///< of the current line
 };
 
 } // namespace
 
-/// The address of the first word of each line that says none, as the file counts.
+/// Shows the file address of the first word of each line without an address.
 json inlay_hints_in(document& of, const json& params) {
     const kvrimage::span wanted = of.span_of(required(params, "range"));
     json hints = json::array();

@@ -8,11 +8,11 @@
 
 namespace kvrmem::lsp {
 
-/// A message or a part of one. Members are found by their names in logarithmic time, however many a client
-/// sends.
+/// A message or a part of it. Members are found by name in logarithmic time, so a client cannot slow it down
+/// with many members.
 using json = nlohmann::json;
 
-/// What an error response says by its number.
+/// The error codes of responses.
 enum class error_code : int {
     parse_error = -32700,
     invalid_request = -32600,
@@ -24,7 +24,7 @@ enum class error_code : int {
     request_failed = -32803,
 };
 
-/// Ends a request: the error of its response.
+/// The error of a response; ends the request.
 class request_error : public std::exception {
 public:
     request_error(error_code number, std::string message) : which(number), text(std::move(message)) {}
@@ -36,14 +36,14 @@ private:
     std::string text;
 };
 
-/// @p message as text in UTF-8, with U+FFFD for what is none in it.
+/// Returns @p message as UTF-8 text. Invalid bytes become U+FFFD.
 [[nodiscard]] std::string text_of(const json& message);
 
-/// The member @p name of @p object; null where there is none, or that is no object.
+/// Returns the member @p name of @p object; null if it is missing or if @p object is not an object.
 [[nodiscard]] const json& member(const json& object, const char* name);
 
-/// Members that a request needs.
-/// @throws request_error (invalid parameters) when there is none of that type, or @p object is none
+/// Return a required member of a request.
+/// @throws request_error (invalid parameters) if @p object is not an object or lacks a member of this type
 ///@{
 [[nodiscard]] const json& required(const json& object, const char* name);
 [[nodiscard]] const std::string& required_text(const json& object, const char* name);

@@ -7,13 +7,13 @@
 
 namespace kvrmem::lsp {
 
-/// Finds the lines of offsets that mostly ascend, each a little after the one before.
+/// Finds the lines of offsets that mostly ascend in small steps.
 class line_cursor {
 public:
     /// @param of kept alive by the caller
     explicit line_cursor(const text_buffer& of) : buffer(of) {}
 
-    /// The line that @p offset is in.
+    /// Returns the line that contains @p offset.
     std::size_t line_of(std::uint64_t offset) {
         constexpr std::size_t most_steps = 4;
         std::size_t steps = 0;

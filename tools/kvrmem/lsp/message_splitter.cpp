@@ -22,7 +22,7 @@ std::optional<std::uint64_t> number_in(std::string_view text) {
                                                                                      : std::nullopt;
 }
 
-/// What the field Content-Length of @p header says, the last one of several.
+/// Returns the last Content-Length field of @p header.
 std::optional<std::uint64_t> length_in(std::string_view header) {
     std::optional<std::uint64_t> length;
     while (!header.empty()) {
@@ -58,12 +58,12 @@ std::optional<framed_message> message_splitter::next() {
     return body_bytes ? take_body() : std::nullopt;
 }
 
-/// A header leaves the length of its message, or is at fault; or it has not come yet.
+/// Consumes a header, if it is complete. Sets the length of the message, or returns the fault of the header.
 std::optional<framed_message> message_splitter::take_header() {
     const std::string_view text = waiting();
     const std::size_t size = text.find(end_of_header);
     if (size == std::string_view::npos) {
-        constexpr std::size_t begun_end = end_of_header.size() - 1; // of the last bytes, these may be its end
+        constexpr std::size_t begun_end = end_of_header.size() - 1; // may be an incomplete header end
         if (text.size() > limits.header + begun_end) {
             header_is_too_long = true;
             done = buffer.size() - begun_end;

@@ -64,7 +64,7 @@ private:
         }
     }
 
-    /// Of several on one line, as the two of a range, the first counts.
+    /// Of several addresses on one line, such as the two of a range, the first counts.
     void take_address(const span& where, std::size_t line) {
         if (!address || address_line != line) {
             address = where;
@@ -85,9 +85,9 @@ private:
             comments = line_range{line, last};
         }
     }
-    /// @param line where something else begins
+    /// @param line start of another piece
     void end_comments(std::optional<std::size_t> line) {
-        if (comments && line && comments->last == *line) { // it follows a comment on its line
+        if (comments && line && comments->last == *line) { // its last line has another piece
             comments->last -= comments->last > comments->first ? 1U : 0U;
         }
         if (comments && comments->last - comments->first + 1 >= least_comment) {
@@ -124,7 +124,7 @@ private:
         }
         const bool breaks_line = run_is_open && line == run.last;
         if (breaks_line && run.last > run.first) {
-            run.last -= 1; // the lines before it are one
+            run.last -= 1; // the previous lines form one run
         } else if (breaks_line) {
             run_is_open = false;
         }
@@ -146,10 +146,10 @@ private:
     line_cursor lines;
     outline found;
     std::optional<line_range> comments;
-    std::optional<span> address; ///< of the word to come
+    std::optional<span> address; ///< of the next word
     std::size_t address_line = 0;
-    std::optional<std::size_t> last_used_line; ///< by other than comments
-    std::optional<std::size_t> mixed_line;     ///< it has words of several texts
+    std::optional<std::size_t> last_used_line; ///< last line with anything but comments
+    std::optional<std::size_t> mixed_line;     ///< has words of several texts
     std::uint64_t previous_first = 0;
     line_range run;
     std::string_view run_text;

@@ -12,7 +12,7 @@ namespace {
 using kvrimage::address_range;
 using kvrimage::text_piece;
 
-/// Takes the pieces of a text, and finds which of those after one word set its addresses again.
+/// Receives the pieces of a text and finds those after a given word that set its addresses again.
 class replacement_finder {
 public:
     replacement_finder(const document& of, const text_piece& examined) : text(of), piece(examined) {}
@@ -24,8 +24,8 @@ public:
         if (later.what == text_piece::kind::address) {
             statement = later.where.offset;
         }
-        // The words of one range take turns: they replace nothing of each other, and together they set all
-        // addresses of a range that follows.
+        // The words of one range alternate: they do not replace each other, and together they set all
+        // addresses of a later range.
         const bool takes_turns = later.step > 1 && !statement;
         if (later.what == text_piece::kind::word && later.addresses && !takes_turns) {
             take_addresses(later, *later.addresses);
@@ -33,7 +33,7 @@ public:
     }
     replaced_words finish() {
         std::ranges::sort(indexes, {}, &address_range::first);
-        std::uint64_t next = 0; // all indexes before it were looked at
+        std::uint64_t next = 0; // all previous indexes were examined
         std::optional<std::uint64_t> kept;
         for (const auto& [first, last] : indexes) {
             kept = !kept && first > next ? next : kept;
@@ -71,7 +71,7 @@ private:
         }
         indexes.push_back(again);
     }
-    /// Where the statement, or the line, of @p later begins.
+    /// Returns the start of the statement or line of @p later.
     [[nodiscard]] std::uint64_t begin_of(const text_piece& later) const {
         const std::uint64_t begin = statement.value_or(later.where.offset);
         const text_buffer& lines = text.buffer();
@@ -81,8 +81,8 @@ private:
 
     const document& text;
     const text_piece& piece;
-    std::optional<std::uint64_t> statement; ///< the address that was read last, after the word
-    std::vector<address_range> indexes;     ///< numbers of addresses of the piece that are set again
+    std::optional<std::uint64_t> statement; ///< last address read after the word
+    std::vector<address_range> indexes;     ///< indexes of the piece's addresses that are set again
     replaced_words found;
 };
 

@@ -13,19 +13,19 @@ namespace {
 using kvrimage::span;
 using kvrimage::text_piece;
 
-/// By the kind of a text_piece.
+/// By kind of text_piece.
 constexpr std::array<const char*, 7> token_types = {"comment", "keyword",   "enumMember", "variable",
                                                     "number",  "decorator", "type"};
 
-/// Five numbers each: what a client shows at once has no more.
+/// Maximum number of tokens, each with five numbers; more than a client shows at once.
 constexpr std::size_t most_tokens = 50000;
 
-/// Tokens by their distance from the one before.
+/// Encodes tokens relative to the previous one.
 class token_list {
 public:
     explicit token_list(const text_buffer& of) : buffer(of), lines(of) {}
 
-    /// A piece of several lines is a token for each.
+    /// A piece of several lines becomes one token per line.
     void add(const text_piece& piece) {
         std::uint64_t begin = piece.where.offset;
         while (begin < piece.where.end() && count < most_tokens) {

@@ -13,7 +13,7 @@ namespace kvrmem::lsp {
 
 namespace {
 
-/// A request on one document.
+/// A request for one document.
 struct document_request {
     const char* method;
     json (*answer)(document& of, const json& params);
@@ -125,7 +125,7 @@ json server::initialize(const json& params) {
             {"serverInfo", {{"name", "kvrmem"}, {"version", KVRMEM_VERSION}}}};
 }
 
-/// @param object the settings, or an object that has them under the name of the tool
+/// @param object the settings, or an object that contains them under the name of the tool
 void server::use_settings(const json& object) {
     const json& own = member(object, "kvrmem");
     const json& chosen = own.is_null() ? object : own;

@@ -11,30 +11,30 @@
 
 namespace kvrmem::lsp {
 
-/// A language server for memory files: takes bytes of its client, and makes those for it. It reads and
-/// writes nothing by itself.
+/// A language server for memory files. Converts bytes from the client to bytes for the client; it does no
+/// input or output itself.
 class server {
 public:
-    /// @param sender takes the texts of messages to the client
-    /// @param of_command_line holds until the client says otherwise
+    /// @param sender sends the texts of messages to the client
+    /// @param of_command_line used until the client sends settings
     server(dispatcher::message_sender sender, const file_settings& of_command_line);
     server(const server&) = delete;
     server& operator=(const server&) = delete;
     ~server() = default;
 
-    /// Queues the messages that the next bytes of the client complete. What they cancel, and was not handled
-    /// yet, is not done.
+    /// Queues the messages completed by the next bytes from the client. A cancellation applies to requests
+    /// not yet handled.
     void receive(std::string_view bytes);
-    /// Handles the message that waits longest; false when there is none.
+    /// Handles the oldest waiting message. Returns false if there is none.
     bool handle_next() { return messages.handle_next(); }
     /// See dispatcher.
     ///@{
     [[nodiscard]] bool has_waiting() const noexcept { return messages.has_waiting(); }
     [[nodiscard]] bool is_full() const noexcept { return messages.is_full(); }
     ///@}
-    /// Does both, until nothing waits.
+    /// Receives @p bytes and handles messages until none waits.
     void take(std::string_view bytes);
-    /// Checks what has changed, once nothing more has arrived.
+    /// Checks the changed documents. Call when no more input is pending.
     void check_changed();
 
     [[nodiscard]] bool has_ended() const noexcept { return messages.has_ended(); }
@@ -60,7 +60,7 @@ private:
     dispatcher messages;
     settings given;
     client_abilities client;
-    std::map<std::string, document> documents; ///< by their URIs
+    std::map<std::string, document> documents; ///< by URI
 };
 
 } // namespace kvrmem::lsp

@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::uint64_t most_places = 100000;
 
-/// A value that a setting does not have: what it has to be.
+/// An invalid value of a setting; the message states the valid values.
 class setting_fault : public std::exception {
 public:
     explicit setting_fault(std::string needed) : text(std::move(needed)) {}
@@ -29,7 +29,7 @@ private:
     std::string text;
 };
 
-/// A number, or a text as on a command line: 64, "0x40".
+/// Parses a number, or a text as on a command line: 64, "0x40".
 std::uint64_t number_of(const json& value, std::uint64_t least, std::uint64_t most) {
     std::optional<std::uint64_t> number;
     if (value.is_number_unsigned()) {
@@ -50,7 +50,7 @@ std::string text_of_setting(const json& value, const char* needed) {
     return value.get<std::string>();
 }
 
-/// The one of @p names that @p value is, by its index.
+/// Returns the index of @p value in @p names.
 std::size_t index_of(const json& value, const std::array<std::string_view, 2>& names) {
     const auto found =
         value.is_string() ? std::ranges::find(names, value.get_ref<const std::string&>()) : names.end();
@@ -148,7 +148,7 @@ void take_most_diagnostics(file_settings& into, const json& value) {
         value.is_null() ? kvrimage::read_options().most_diagnostics : number_of(value, 1, most_places);
 }
 
-/// {"section": ".text"}: what single formats leave open.
+/// Parses options of single formats: {"section": ".text"}.
 void take_choices(file_settings& into, const json& value) {
     constexpr const char* needed = R"(an object of texts, as in {"value-column": "2"})";
     std::vector<kvrimage::choice> choices;
@@ -215,7 +215,7 @@ const file_settings& settings::of(std::string_view name) const {
 bool matches_pattern(std::string_view name, std::string_view pattern) {
     std::size_t at = 0;
     std::size_t after_star = std::string_view::npos; ///< in the pattern
-    std::size_t star_ends = 0;                       ///< in the name, as far as tried
+    std::size_t star_ends = 0;                       ///< in the name, as tried so far
     for (std::size_t in_pattern = 0; at < name.size() || in_pattern < pattern.size();) {
         if (in_pattern < pattern.size() && pattern[in_pattern] == '*') {
             after_star = ++in_pattern;

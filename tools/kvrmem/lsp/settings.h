@@ -12,28 +12,29 @@
 
 namespace kvrmem::lsp {
 
-/// What the client says of files beyond their contents, and how words are to be shown.
+/// Settings of a client for reading files and showing words.
 struct file_settings {
     kvrimage::check_options check;
-    std::optional<word_radix> shown_radix; ///< in addition to the usual ones
+    std::optional<word_radix> shown_radix; ///< in addition to the usual radixes
 };
 
-/// The settings of all files, and those of files with certain names.
+/// The settings for all files and for files with certain names.
 struct settings {
     file_settings of_all;
-    /// By patterns of names, the longest first: those of all files with what is said of these.
+    /// By name pattern, longest first. Each combines the settings for all files with those for the pattern.
     std::vector<std::pair<std::string, file_settings>> of_files;
-    json files; ///< what was said of them last
+    json files; ///< the latest settings by pattern
 
-    /// Those of the file @p name, without its folder: those of the longest pattern that it has, or of_all.
+    /// Returns the settings for the file @p name, without its folder: those of the longest matching pattern,
+    /// else of_all.
     [[nodiscard]] const file_settings& of(std::string_view name) const;
 };
 
-/// True when @p name is @p pattern, in which "*" stands for any characters, and "?" for one.
+/// Returns whether @p name matches @p pattern, in which "*" stands for any characters and "?" for one.
 [[nodiscard]] bool matches_pattern(std::string_view name, std::string_view pattern);
 
-/// @p before with what the object @p given says: {"width": 32, "address-unit": "byte", "files": {"*.hex":
-/// {...}}}. A null takes a setting back. What is wrong with it is left out, and a sentence in @p faults.
+/// Returns @p before changed by the object @p given: {"width": 32, "address-unit": "byte", "files": {"*.hex":
+/// {...}}}. null restores the default. Invalid settings are ignored; each adds a sentence to @p faults.
 [[nodiscard]] settings changed_settings(settings before, const json& given, std::vector<std::string>& faults);
 
 } // namespace kvrmem::lsp

@@ -17,10 +17,10 @@ namespace kvrmem::lsp {
 
 namespace {
 
-/// The numbers that the protocol has for kinds of symbols.
+/// Symbol kinds of the protocol.
 enum symbol_kind : int { symbol_property = 7, symbol_number = 16, symbol_array = 18, symbol_object = 19 };
 
-/// More than this nobody reads in a list; they cost as much as the file.
+/// Limits the list: more symbols are not useful and cost as much as the file.
 constexpr std::size_t most_symbols = 5000;
 
 json symbol(const document& of, std::string name, std::string detail, symbol_kind kind,
@@ -38,7 +38,7 @@ kvrimage::span united(const outline_setting& setting) {
     return {setting.name.offset, end - setting.name.offset};
 }
 
-/// The settings before the words, as one symbol with each of them within it.
+/// Adds one symbol for the settings before the words, with a child for each setting.
 void add_header(const document& of, const outline& found, const std::string& summary, json& all) {
     if (found.settings.empty()) {
         return;
@@ -57,7 +57,7 @@ void add_header(const document& of, const outline& found, const std::string& sum
     all.push_back(std::move(header));
 }
 
-/// "MIF, 16 words of 8 bits"
+/// Returns "MIF, 16 words of 8 bits".
 std::string summary_of(const kvrimage::read_result& found) {
     std::string text(found.facts.as->title);
     if (found.image) {
@@ -67,7 +67,7 @@ std::string summary_of(const kvrimage::read_result& found) {
     return text;
 }
 
-/// A number as on a command line, or hexadecimal digits alone: "0x1F", "31", "1F".
+/// Parses an address as on a command line, or hexadecimal digits: "0x1F", "31", "1F".
 std::optional<std::uint64_t> address_in(const std::string& query) {
     constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
     const auto number = read_human_size(query, largest);

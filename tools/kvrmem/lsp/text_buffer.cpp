@@ -9,13 +9,13 @@ namespace kvrmem::lsp {
 
 namespace {
 
-constexpr unsigned char first_of_two_units = 0xF0; ///< of UTF-8, what UTF-16 has a surrogate pair for
+constexpr unsigned char first_of_two_units = 0xF0; ///< lead byte of characters with a surrogate pair
 
 bool has_only_ascii(std::string_view text) {
     return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80U; });
 }
 
-/// UTF-16 units that begin with @p byte of UTF-8.
+/// Returns the UTF-16 units of the character with lead byte @p byte.
 std::uint64_t units_of(char byte) {
     if (kvrimage::is_continuation(byte)) {
         return 0;

@@ -8,46 +8,46 @@
 
 namespace kvrmem::lsp {
 
-/// What the character of a position counts.
+/// The unit of `character` in a position.
 enum class position_encoding : std::uint8_t { utf8, utf16 };
 
-/// A place between two characters of a text, as a client names it.
+/// A position between two characters of a text, as clients specify it.
 struct text_position {
-    std::uint64_t line = 0;      ///< from 0; LF, CR LF and CR end one
-    std::uint64_t character = 0; ///< from 0, in units of the position_encoding
+    std::uint64_t line = 0;      ///< from 0; lines end with LF, CR LF or CR
+    std::uint64_t character = 0; ///< from 0, in units of position_encoding
 
     friend bool operator==(const text_position&, const text_position&) = default;
 };
 
-/// The text of a document, which its client edits. It is UTF-8; other bytes count as a unit each.
+/// The text of a document that the client edits. It is UTF-8; each invalid byte counts as one unit.
 class text_buffer {
 public:
     text_buffer(std::string contents, position_encoding unit_of_positions);
 
     [[nodiscard]] const std::string& text() const noexcept { return contents; }
-    /// At least one: the last one has no line end.
+    /// Returns the number of lines, at least 1: the last line has no line end.
     [[nodiscard]] std::size_t line_count() const noexcept { return starts.size(); }
 
-    /// The offset of @p where; the end of the line, or of the text, for what is beyond it, and the begin of a
-    /// character for a place within one.
+    /// Returns the offset of @p where. Positions beyond the line or the text are moved to its end, positions
+    /// within a character to its start.
     [[nodiscard]] std::size_t offset_of(const text_position& where) const;
-    /// The position of the byte @p offset, at most the size of the text. Fast where it follows, on the same
-    /// line, the one that was asked for before.
+    /// Returns the position of @p offset, at most the size of the text. Fast if it follows the previously
+    /// requested offset on the same line.
     [[nodiscard]] text_position position_of(std::size_t offset) const;
-    /// The line that @p offset is in.
+    /// Returns the line that contains @p offset.
     [[nodiscard]] std::size_t line_of(std::size_t offset) const;
-    /// Where line @p line, which there is, begins, and where it ends without its line end.
+    /// Return the start of the existing line @p line, and its end without the line end.
     ///@{
     [[nodiscard]] std::size_t start_of(std::size_t line) const { return starts[line]; }
     [[nodiscard]] std::size_t end_of(std::size_t line) const;
     ///@}
 
-    /// Replaces the bytes from @p begin to before @p end, at most the size of the text. The cost is that of
-    /// moving what follows.
+    /// Replaces the bytes from @p begin to before @p end, at most the size of the text. Takes time
+    /// proportional to the text after @p begin.
     void replace(std::size_t begin, std::size_t end, std::string_view replacement);
 
 private:
-    /// Appends the begins of lines after @p begin and up to @p end.
+    /// Appends the line starts after @p begin and up to @p end.
     void find_lines(std::size_t begin, std::size_t end, std::vector<std::size_t>& found) const;
     [[nodiscard]] std::uint64_t units_in(std::size_t begin, std::size_t end) const;
 

@@ -9,7 +9,7 @@ namespace kvrmem {
 /// Divides @p text by 2.
 void halve(std::string& text);
 
-/// Multiplies @p text by 2. Zeros that end the fraction are dropped, and the point with the last of them.
+/// Multiplies @p text by 2. Trailing zeros of the fraction are removed, and the point if no fraction remains.
 void double_it(std::string& text);
 
 } // namespace kvrmem

@@ -30,7 +30,7 @@ constexpr std::array<prefix, 6> prefixes = {{{"0x", radix::hex},
 /// In the order of radix.
 constexpr std::array<int, 5> bases = {2, 8, 10, 10, 16};
 
-/// The ends of "FIRST..LAST", or twice one address; nothing for one that is no number of 64 bits.
+/// Returns the ends of "FIRST..LAST", or one address twice; nothing for an invalid 64-bit number.
 std::pair<std::optional<std::uint64_t>, std::optional<std::uint64_t>> ends_of_range(std::string_view text) {
     constexpr std::uint64_t largest = std::numeric_limits<std::uint64_t>::max();
     const std::size_t dots = text.find("..");

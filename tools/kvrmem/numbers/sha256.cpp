@@ -11,9 +11,9 @@ namespace kvrmem {
 
 namespace {
 
-/// A block of bytes, of any length, as nettle takes it.
+/// Adds a block of bytes of any length.
 void add_to(sha256_ctx& context, std::string_view bytes) {
-    // Characters may be looked at as unsigned ones.
+    // Characters may be accessed as unsigned char.
     sha256_update(&context, bytes.size(), reinterpret_cast<const std::uint8_t*>(bytes.data()));
 }
 

@@ -88,7 +88,7 @@ std::string describe(const kvrimage::word_fault& fault, std::string_view text, r
     case kind::too_wide:
         return fmt::format("value {} needs {} bits, the {} has {}", text, fault.bits_needed, holder, width);
     case kind::invalid_digit:
-    case kind::dont_care: // in a decimal text, which has no such digit
+    case kind::dont_care: // in a decimal text, which cannot have such a digit
         break;
     }
     return fmt::format("'{}' in {} is no {} digit", text[fault.position], text, kvrimage::title_of(digits));

@@ -23,18 +23,18 @@ namespace {
 
 using kvrimage::memory_image;
 
-/// "16 words of 8 bits"
+/// Returns "16 words of 8 bits".
 std::string size_of(const memory_image& image) {
     return fmt::format("{} of {}", counted(image.depth(), "word"), counted(image.width(), "bit"));
 }
 
-/// What the user can do where a word does not suit @p what.
+/// Returns the remedy for a word that does not fit @p what.
 std::string_view remedy_of(const operation& what) {
     return std::holds_alternative<reshape_words>(what.what) ? "; a --pad VALUE after it gives them a value"
                                                             : "";
 }
 
-/// Does one operation after the other; each answers what it did.
+/// Applies operations in order. Each returns a message.
 class operator_on_memory {
 public:
     explicit operator_on_memory(memory_image& operated) : image(operated) {}
@@ -121,7 +121,7 @@ private:
 
     memory_image& image;
     std::string title;
-    std::optional<std::uint64_t> first_kept; ///< where the first address of the last --only is now
+    std::optional<std::uint64_t> first_kept; ///< current place of the first address of the last --only
 };
 
 } // namespace

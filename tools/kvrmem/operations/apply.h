@@ -9,10 +9,10 @@
 
 namespace kvrmem {
 
-/// Makes @p operations on @p image, one after the other; a line on each, which says what it did.
-/// @param name of the file that @p image is from, for messages
-/// @throws tool_error that begins with the title of the operation: wrong usage where it does not suit the
-/// memory, bad input where it does not suit a word
+/// Applies @p operations to @p image in order. Returns a line about each.
+/// @param name of the file of @p image, for messages
+/// @throws tool_error that begins with the title of the operation: wrong usage if it does not fit the memory,
+/// bad input if it does not fit a word
 [[nodiscard]] std::vector<std::string> apply(std::span<const operation> operations,
                                              kvrimage::memory_image& image, const std::string& name);
 

@@ -28,19 +28,19 @@ bool names_file(std::string_view name) {
     return name.starts_with(prefix_of_file);
 }
 
-/// A number of a file of masks.
+/// A number in a file of masks.
 struct mask_line {
     std::string_view digits;
     std::uint64_t line;
 };
 
-/// What a file of masks holds, as texts: which width they have is not known before all are counted.
+/// The contents of a file of masks as texts: their width is known only after all are counted.
 struct mask_texts {
     std::vector<mask_line> masks;
     std::optional<mask_line> inverted;
 };
 
-/// The text of a line without what is around it.
+/// Returns the text of a line without blanks and comment.
 std::string_view statement_of(std::string_view line) {
     return trimmed(line.substr(0, line.find('#')), blanks_of_line);
 }
@@ -70,7 +70,7 @@ mask_texts split_masks(const std::string& file, std::string_view contents) {
     return found;
 }
 
-/// The word of @p width bits that @p number is.
+/// Converts @p number to a word of @p width bits.
 word word_of_line(const std::string& file, const mask_line& number, std::uint32_t width) {
     const kvrimage::word_result parsed = word::parse(number.digits, kvrimage::radix::hex, width);
     if (!parsed.value) {
@@ -81,7 +81,7 @@ word word_of_line(const std::string& file, const mask_line& number, std::uint32_
     return *parsed.value;
 }
 
-/// @param has_checks whether words of @p width bits have their check bits already
+/// @param has_checks words of @p width bits include their check bits
 ecc_scheme scheme_of_file(const std::string& path, std::uint32_t width, bool has_checks) {
     const kvrimage::input_file file(path);
     const mask_texts texts = split_masks(file.name(), file.contents());
@@ -102,7 +102,7 @@ ecc_scheme scheme_of_file(const std::string& path, std::uint32_t width, bool has
         throw tool_error(exit_code::bad_input, fmt::format("{}:{}: error: don't-care bits in a mask",
                                                            file.name(), texts.inverted->line));
     }
-    // Of more than 64 masks no scheme is made.
+    // of_masks() rejects more than 64 masks.
     return ecc_scheme::of_masks(masks, inverted.to_unsigned().value_or(0));
 }
 

@@ -7,21 +7,21 @@
 
 namespace kvrmem {
 
-// Schemes as users name them: one of kvrimage::ecc_scheme::known(), or "masks:FILE". Such a file has the mask
-// of check bit 0 first, one hexadecimal number a line, and perhaps a line "invert HEX" with the check bits to
-// invert; "#" begins a comment.
+// Names of schemes for users: those of kvrimage::ecc_scheme::known(), and "masks:FILE". The file has one
+// hexadecimal mask per line, beginning with that of check bit 0, and optionally a line "invert HEX" with the
+// check bits to invert. "#" begins a comment.
 
-/// The scheme @p name for words of @p width bits.
-/// @throws std::invalid_argument when there is none
-/// @throws kvrimage::file_error when the file of masks cannot be read
-/// @throws tool_error (bad input) when it holds something else
+/// Returns the scheme @p name for words of @p width bits.
+/// @throws std::invalid_argument if there is none
+/// @throws kvrimage::file_error if the file of masks cannot be read
+/// @throws tool_error (bad input) if the file is invalid
 [[nodiscard]] kvrimage::ecc_scheme scheme_for_data(const std::string& name, std::uint32_t width);
 
-/// The same for words that have @p width bits with their check bits.
+/// Returns the scheme for words whose @p width includes the check bits.
 [[nodiscard]] kvrimage::ecc_scheme scheme_of_protected(const std::string& name, std::uint32_t width);
 
-/// What the masks of @p scheme, called @p name, cannot do: "; these masks do not correct each wrong bit"; ""
-/// when they can, and for a scheme with a name of its own.
+/// Returns the limitation of the masks of @p scheme with the name @p name, "; these masks do not correct each
+/// wrong bit"; "" if there is none, and for known schemes.
 [[nodiscard]] std::string weakness_of(const std::string& name, const kvrimage::ecc_scheme& scheme);
 
 } // namespace kvrmem

@@ -11,8 +11,8 @@
 
 namespace kvrmem {
 
-// What the command line asks for, one type each. Texts are as the user wrote them: what they mean depends on
-// the words that the operation meets.
+// The operations of the command line, with one type each. Texts are as given by the user: their meaning
+// depends on the words that they apply to.
 
 struct only_words {
     std::vector<kvrimage::address_range> ranges;
@@ -37,7 +37,7 @@ struct swap_bytes {};
 struct invert_words {};
 struct reshape_words {
     std::uint32_t width;
-    std::optional<kvrimage::bit_order> order = std::nullopt; ///< low_first where it was not given
+    std::optional<kvrimage::bit_order> order = std::nullopt; ///< default: low_first
     std::optional<std::string> pad = std::nullopt;
 };
 struct protect_words {
@@ -47,23 +47,23 @@ struct strip_protection {
     std::string scheme;
 };
 
-/// One thing that is done to a memory.
+/// An operation on a memory.
 struct operation {
-    std::string title; ///< "--only 0..7", as messages name it
+    std::string title; ///< "--only 0..7", for messages
     std::variant<only_words, except_words, move_words, fill_rest, change_depth, mask_words, reverse_bits,
                  swap_bytes, invert_words, reshape_words, protect_words, strip_protection>
         what;
 };
 
-/// The operation that --order and --pad after it belong to: the last --reshape of @p operations; null when
-/// there is none.
+/// Returns the operation that a following --order or --pad modifies: the last --reshape of @p operations;
+/// null if there is none.
 [[nodiscard]] reshape_words* last_reshape(std::vector<operation>& operations);
 
-/// True when one of @p operations is anything but --fill, so that a --depth after it is an operation, too.
-/// One after --fill alone says how the file is read.
+/// Returns whether @p operations has anything but --fill. A following --depth is an operation then; otherwise
+/// it is an option for reading.
 [[nodiscard]] bool change_words(const std::vector<operation>& operations);
 
-/// True when after @p operations a byte of the memory may have another address.
+/// Returns whether @p operations may change the address of a byte.
 [[nodiscard]] bool move_addresses(const std::vector<operation>& operations);
 
 } // namespace kvrmem

@@ -40,7 +40,7 @@ std::filesystem::path folder_of(const std::string& path) {
                      fmt::format("{}: error: {}", kvrimage::title_of_input(path), what));
 }
 
-/// Takes the members of a document, each of which must be there and of its kind.
+/// Reads the members of a document. Each must exist and have the right type.
 class manifest_reader {
 public:
     manifest_reader(const json_value& read, const std::string& path) : document(read), file(path) {}
@@ -97,7 +97,7 @@ private:
         }
         return static_cast<split_plan::kind>(found - plan_kinds.begin());
     }
-    /// The value of @p Kind, whose names are @p names in order; nothing where the member is missing.
+    /// Returns the value of @p Kind with its name in @p names; nothing if the member is missing.
     template <class Kind>
     [[nodiscard]] std::optional<Kind> name_of(const char* name,
                                               const std::array<std::string_view, 2>& names) const {

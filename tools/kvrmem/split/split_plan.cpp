@@ -62,7 +62,7 @@ split_plan plan_of(const arguments& given) {
 }
 
 std::vector<memory_image> parts_of(const memory_image& image, const split_plan& plan) {
-    constexpr std::uint64_t most_parts = 512; // all files are open at a time
+    constexpr std::uint64_t most_parts = 512; // all files are open at the same time
     try {
         if (plan.part_count(image.width()) > most_parts) {
             usage_error(fmt::format("{}: {} files, more than {}", plan.title(),

@@ -10,28 +10,29 @@
 
 namespace kvrmem {
 
-/// How a memory is, or was, split: the one of --bits, --every and --blocks that was given.
+/// How a memory is split, by --bits, --every or --blocks.
 struct split_plan {
     enum class kind : std::uint8_t { lanes, banks, blocks } how;
-    std::uint64_t number; ///< bits of a lane, or how many banks or blocks there are
+    std::uint64_t number; ///< bits of a lane, or number of banks or blocks
 
-    /// "--bits 8"
+    /// Returns "--bits 8".
     [[nodiscard]] std::string title() const;
-    /// Parts of a memory of words of @p width bits that can be split so.
+    /// Returns the number of parts of a memory with words of @p width bits, which must be divisible
+    /// accordingly.
     [[nodiscard]] std::uint64_t part_count(std::uint32_t width) const noexcept;
 };
 
-/// The plan that @p given names.
-/// @throws tool_error (wrong usage) when it names none or several
+/// Returns the plan in @p given.
+/// @throws tool_error (wrong usage) if it has none or several
 [[nodiscard]] split_plan plan_of(const arguments& given);
 
-/// The parts of @p image.
-/// @throws tool_error (wrong usage) when it cannot be split so
+/// Splits @p image.
+/// @throws tool_error (wrong usage) if the plan does not fit its size
 [[nodiscard]] std::vector<kvrimage::memory_image> parts_of(const kvrimage::memory_image& image,
                                                            const split_plan& plan);
 
-/// The memory of which @p parts are the parts.
-/// @throws tool_error: wrong usage when they are not parts of one memory, bad input when a word is not whole
+/// Joins @p parts to one memory.
+/// @throws tool_error: wrong usage if they are not parts of one memory, bad input if a word is incomplete
 [[nodiscard]] kvrimage::memory_image joined(std::span<const kvrimage::memory_image> parts,
                                             const split_plan& plan);
 

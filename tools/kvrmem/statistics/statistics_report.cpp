@@ -48,7 +48,7 @@ std::string percent(double share) {
     return fmt::format("{:.1f} %", hundred * share);
 }
 
-/// The table of the most frequent values, one a line: word, count, share.
+/// Returns the table of the most frequent values, one per line: word, count, share.
 std::string values_as_text(const kvrimage::word_histogram& histogram, const word_radix& radix) {
     std::size_t value_size = 0;
     std::size_t count_size = 0;
@@ -67,7 +67,6 @@ std::string values_as_text(const kvrimage::word_histogram& histogram, const word
     return text + (others == 0 ? "" : fmt::format("{:17}and {} more\n", "", others));
 }
 
-/// "0x5", "0x5..0x8"
 std::uint64_t length_of(const kvrimage::run& run) {
     return run.addresses.last - run.addresses.first + 1;
 }
