@@ -38,7 +38,7 @@ MEASURING_LAUNCHER = ";".join(
 
 # fmt comes as headers: an installed library is for this machine alone, and declares itself to be.
 FOREIGN: Options = {
-    "fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"),
+    "fmt_DIR": str(ROOT / "cmake" / "header_only"),
     "KVR_BUILD_ELF": "OFF",
     "KVR_BUILD_SHA256": "OFF",
     "KVR_BUILD_EXPR": "OFF",

@@ -2,6 +2,7 @@
 
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/files/platform.h"
 #include "kvrimage/files/replacement_file.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/operations/selection.h"
@@ -11,7 +12,6 @@
 
 #include <fmt/format.h>
 
-#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
@@ -100,8 +100,9 @@ void require_replaceable(const arguments& given, const std::string& path) {
 }
 
 bool is_regular_file(const std::string& path) {
-    struct stat status {};
-    return path != "-" && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    kvrimage::platform::file_status status;
+    return path != "-" && kvrimage::platform::look_at(path, status) &&
+           status.kind == kvrimage::platform::file_kind::regular;
 }
 
 bool name_one_file(const std::string& left, const std::string& right) {
