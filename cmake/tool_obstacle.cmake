@@ -7,45 +7,36 @@ function(kvr_kvrimage_obstacle out)
     endif()
 endfunction()
 
-# The same for the reader of ELF files.
-function(kvr_elf_obstacle out)
-    find_path(KVR_ELF_HEADERS gelf.h)
-    find_library(KVR_ELF_LIBRARY elf)
+# The same for what needs the library <title>: <header>, perhaps in a folder <...>, and the library file <name>, which
+# become KVR_<part>_HEADERS and KVR_<part>_LIBRARY.
+function(kvr_library_obstacle out part title header name)
+    find_path(KVR_${part}_HEADERS ${header} PATH_SUFFIXES ${ARGN})
+    find_library(KVR_${part}_LIBRARY ${name})
     set(${out} "" PARENT_SCOPE)
-    if(NOT KVR_ELF_HEADERS OR NOT KVR_ELF_LIBRARY)
-        set(${out} "the library libelf is not found" PARENT_SCOPE)
+    if(NOT KVR_${part}_HEADERS OR NOT KVR_${part}_LIBRARY)
+        set(${out} "the library ${title} is not found" PARENT_SCOPE)
     endif()
 endfunction()
+
+# The same for the reader of ELF files.
+macro(kvr_elf_obstacle out)
+    kvr_library_obstacle(${out} ELF libelf gelf.h elf)
+endmacro()
 
 # The same for SHA-256 in kvrmem.
-function(kvr_sha256_obstacle out)
-    find_path(KVR_NETTLE_HEADERS nettle/sha2.h)
-    find_library(KVR_NETTLE_LIBRARY nettle)
-    set(${out} "" PARENT_SCOPE)
-    if(NOT KVR_NETTLE_HEADERS OR NOT KVR_NETTLE_LIBRARY)
-        set(${out} "the library nettle is not found" PARENT_SCOPE)
-    endif()
-endfunction()
+macro(kvr_sha256_obstacle out)
+    kvr_library_obstacle(${out} NETTLE nettle nettle/sha2.h nettle)
+endmacro()
 
 # The same for the formulas of kvrmem.
-function(kvr_expr_obstacle out)
-    find_path(KVR_LUA_HEADERS lua.hpp PATH_SUFFIXES lua5.4)
-    find_library(KVR_LUA_LIBRARY lua5.4)
-    set(${out} "" PARENT_SCOPE)
-    if(NOT KVR_LUA_HEADERS OR NOT KVR_LUA_LIBRARY)
-        set(${out} "the library lua5.4 is not found" PARENT_SCOPE)
-    endif()
-endfunction()
+macro(kvr_expr_obstacle out)
+    kvr_library_obstacle(${out} LUA lua5.4 lua.hpp lua5.4 lua5.4)
+endmacro()
 
 # The same for the JPEG pictures of kvrmem.
-function(kvr_jpeg_obstacle out)
-    find_path(KVR_JPEG_HEADERS jpeglib.h)
-    find_library(KVR_JPEG_LIBRARY jpeg)
-    set(${out} "" PARENT_SCOPE)
-    if(NOT KVR_JPEG_HEADERS OR NOT KVR_JPEG_LIBRARY)
-        set(${out} "the library libjpeg is not found" PARENT_SCOPE)
-    endif()
-endfunction()
+macro(kvr_jpeg_obstacle out)
+    kvr_library_obstacle(${out} JPEG libjpeg jpeglib.h jpeg)
+endmacro()
 
 # The same for kvrmem, which is built with kvrimage.
 function(kvr_kvrmem_obstacle out)

@@ -34,8 +34,7 @@ void try_edit(std::string_view input) {
     const kvrimage::read_options options = take_read_options(settings);
     const std::string text(settings.rest());
     const kvrimage::read_result read = parse(text, options);
-    // An edit takes addresses as the file has them: with another base they are not those of the image.
-    if (!read.image || read.facts.as->edit == nullptr || options.base.value_or(0) != 0) {
+    if (!read.image || read.facts.as->edit == nullptr) {
         return;
     }
     try {

@@ -56,7 +56,7 @@ edit_result edit(std::string_view contents, std::span<const assignment> assignme
                                             "--depth", each.addresses.last + 1)}};
         }
     }
-    return ours.facts.as->edit(contents, ours, assignments);
+    return ours.facts.as->edit(contents, strictly, ours, assignments);
 }
 
 } // namespace kvrimage

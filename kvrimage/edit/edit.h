@@ -18,8 +18,8 @@ namespace kvrimage {
 /// @param contents of the file
 /// @param assignments of two for one address the later counts; an address beyond the last word makes the
 /// memory deeper where neither the file nor @p options say its depth
-/// @param options as for parse(), but a broken file is never edited; the addresses of @p assignments are
-/// those of the file, whatever base the options have
+/// @param options as for parse(), but a broken file is never edited; with a base the addresses of @p
+/// assignments count from it, as those of the words that parse() finds do
 /// @return diagnostics, all of class broken, when parse() finds the file broken, or it cannot hold the words
 /// @throws std::invalid_argument when the format cannot be edited, an assignment has no word or one of
 /// another width than the file, or its range ends before it begins

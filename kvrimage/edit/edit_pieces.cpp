@@ -20,17 +20,18 @@ std::uint64_t edit_piece::period() const noexcept {
 }
 
 const word& edit_piece::word_at(std::uint64_t address) const noexcept {
-    return source->words[(address - source->addresses.first) % source->words.size()];
+    return source->words[(address - begin) % source->words.size()];
 }
 
 std::string edit_piece::text_at(std::uint64_t address) const {
     return text_of_word(is_constant() ? source->words.front() : word_at(address));
 }
 
-edit_pieces::edit_pieces(std::span<const assignment> assignments) {
+edit_pieces::edit_pieces(std::span<const assignment> assignments, std::uint64_t base) {
     for (const assignment& made : assignments) {
-        take(made.addresses);
-        pieces[made.addresses.first] = {made.addresses.first, made.addresses.last, &made};
+        const address_range in_file = {made.addresses.first + base, made.addresses.last + base};
+        take(in_file);
+        pieces[in_file.first] = {in_file.first, in_file.last, &made, in_file.first};
     }
     unite();
 }
@@ -73,7 +74,7 @@ void edit_pieces::split_at(std::uint64_t address) {
         return;
     }
     edit_piece& lower = std::prev(after)->second;
-    pieces.emplace_hint(after, address, edit_piece{address, lower.last, lower.source});
+    pieces.emplace_hint(after, address, edit_piece{address, lower.last, lower.source, lower.begin});
     lower.last = address - 1;
 }
 

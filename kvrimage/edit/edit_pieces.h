@@ -16,6 +16,7 @@ struct edit_piece {
     std::uint64_t first;
     std::uint64_t last; ///< inclusive
     const assignment* source;
+    std::uint64_t begin; ///< the address of the first word of `source`
 
     [[nodiscard]] std::uint64_t size() const noexcept { return last - first + 1; }
     [[nodiscard]] bool is_constant() const noexcept { return source->words.size() == 1; }
@@ -32,7 +33,8 @@ class edit_pieces {
 public:
     /// The pieces of @p assignments, which are kept alive by the caller, and which have a word each. Of two
     /// for one address the later counts; neighbours that hold one and the same word throughout are one piece.
-    explicit edit_pieces(std::span<const assignment> assignments);
+    /// @param base the address of a piece for address 0 of an assignment; the sums fit 64 bits
+    explicit edit_pieces(std::span<const assignment> assignments, std::uint64_t base = 0);
 
     [[nodiscard]] bool empty() const noexcept { return pieces.empty(); }
     [[nodiscard]] bool touch(const address_range& addresses) const;

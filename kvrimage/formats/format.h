@@ -196,9 +196,10 @@ struct format {
     /// @param ours what read() made of them with @p options
     void (*find_pieces)(std::string_view contents, const read_options& options, const read_result& ours,
                         const piece_taker& take) = nullptr;
-    /// The edits that make @p contents, which read() takes as @p ours, hold the words of @p assignments; of
-    /// two for one address the later counts. Comments and layout stay.
-    edit_result (*edit)(std::string_view contents, const read_result& ours,
+    /// The edits that make @p contents, which read() takes with @p options as @p ours, hold the words of @p
+    /// assignments, at the addresses of the image; of two for one address the later counts. Comments and
+    /// layout stay.
+    edit_result (*edit)(std::string_view contents, const read_options& options, const read_result& ours,
                         std::span<const assignment> assignments) = nullptr;
     /// @p contents, which read() takes with @p options as @p ours, in the canonical layout: the same words,
     /// the same comments, and itself when it is laid out already, as what write() makes is.

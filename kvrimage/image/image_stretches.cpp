@@ -1,4 +1,3 @@
-#include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/image/byte_words.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/memory_image.h"
@@ -45,18 +44,15 @@ std::vector<word_gap> gaps_of(const byte_words& words, std::uint64_t end) {
     return gaps;
 }
 
-/// @p count times the bytes of @p value.
+/// @p count times the bytes of @p value, a plain word.
 std::shared_ptr<const std::string> repeated_word(const word& value, byte_order order, std::uint64_t count) {
-    memory_image one(value.width(), 1);
-    one.set(0, value);
+    const std::string bytes = value.to_bytes(order).value();
     auto repeated = std::make_shared<std::string>();
-    for_each_byte_block(one, order, [&](std::uint64_t, std::string_view bytes) {
-        const std::uint64_t size = count * bytes.size();
-        repeated->reserve(static_cast<std::size_t>(size));
-        for (; count != 0; --count) {
-            *repeated += bytes;
-        }
-    });
+    const std::uint64_t size = count * bytes.size();
+    repeated->reserve(static_cast<std::size_t>(size));
+    for (; count != 0; --count) {
+        *repeated += bytes;
+    }
     return repeated;
 }
 

@@ -5,8 +5,8 @@
 
 namespace kvrimage {
 
-/// How far a walk over a memory has come, for a program that shows it to somebody who waits: a hint, of the
-/// walk that noted it last, in whichever thread. No result depends on it.
+/// How far a walk over a memory has come, for a program that shows progress: a hint, of the walk that noted
+/// it last, in whichever thread. No result depends on it.
 struct work_position {
     std::atomic<std::uint64_t> done = 0;
     std::atomic<std::uint64_t> all = 0; ///< 0: not known

@@ -1,9 +1,7 @@
 #include "kvrimage/operations/byte_reshape.h"
 
-#include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/files/byte_buffer.h"
 #include "kvrimage/image/byte_texts.h"
-#include "kvrimage/image/memory_image.h"
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>
@@ -150,15 +148,6 @@ private:
     std::uint64_t position = 0; ///< in the string, after the last byte
 };
 
-/// The bytes of @p value.
-std::string bytes_of_pad(const word& value, byte_order order) {
-    memory_image one(value.width(), 1);
-    one.set(0, value);
-    std::string bytes;
-    for_each_byte_block(one, order, [&bytes](std::uint64_t, std::string_view block) { bytes += block; });
-    return bytes;
-}
-
 } // namespace
 
 std::optional<byte_words> reshaped_bytes(const image_words& words, const new_words& made) {
@@ -180,7 +169,7 @@ std::optional<byte_words> reshaped_bytes(const image_words& words, const new_wor
         }
     }
     byte_reshaper reshaper(*held, size, order);
-    if (!reshaper.copy(parts, made.pad ? bytes_of_pad(*made.pad, order) : "")) {
+    if (!reshaper.copy(parts, made.pad ? made.pad->to_bytes(order).value() : "")) {
         return std::nullopt;
     }
     return reshaper.result();

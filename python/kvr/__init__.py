@@ -11,7 +11,7 @@ one, and the words go to and from NumPy as arrays. Addresses and depths count wo
 
 Threads: every call on a memory is done as a whole, so that threads may share one; what takes several calls
 (a loop over ``items()``, a test and a change) is not, and neither is an array of ``to_numpy()`` that the
-memory is read into while somebody else writes. Work on files, arrays and whole memories releases the
+memory is read into while another thread writes. Work on files, arrays and whole memories releases the
 interpreter lock. The objects of ``kvr.classic`` are for one thread at a time.
 """
 

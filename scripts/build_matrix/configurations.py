@@ -140,6 +140,12 @@ CONFIGURATIONS = (
         emulator=("qemu-s390x",),
     ),
     Configuration(
+        "other-tools",
+        "g++, optimized, ten thousand random memories against each other program",
+        ("other_tools",),
+        GCC | RELEASE | THOROUGH | {"KVR_CASES_OF_OTHER_TOOLS": "10000"},
+    ),
+    Configuration(
         "debug-mode",
         "g++, debug mode of the standard library",
         ("unit", "models", "interface", "cli"),

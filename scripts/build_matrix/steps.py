@@ -53,6 +53,7 @@ STEPS = {
     "interface": ctest("-R", "^exported_interface"),
     "cli": ctest("-R", "^cli"),
     "cases": ctest("-R", "^cli/"),
+    "other_tools": ctest("-R", "^(readers|round_trips|simulators|written_source)"),
     "any_order": ctest("--schedule-random"),
     "replay": ctest("-R", "^fuzz.*replay"),
     "sarif": Command(

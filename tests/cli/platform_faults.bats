@@ -126,7 +126,7 @@ make_device() { # NAME MINOR
 
 @test "a folder that may not be written keeps its files" {
     if [ "$(id -u)" -eq 0 ]; then
-        # Nothing is forbidden to root: somebody else tries.
+        # Nothing is forbidden to root: another user tries.
         chmod 755 "$BATS_TEST_TMPDIR"
         cp "$KVRMEM" ../kvrmem
         as_nobody=(setpriv --reuid=65534 --regid=65534 --clear-groups)
@@ -169,7 +169,7 @@ make_device() { # NAME MINOR
     nothing_changed
 }
 
-@test "a file of somebody else stays his" {
+@test "a file of another user stays his" {
     [ "$(id -u)" -eq 0 ] || skip "only root can give files away"
     chown 65534:65533 in.mif
     chmod 640 in.mif

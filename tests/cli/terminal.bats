@@ -127,7 +127,7 @@ END
     grep -Eq -e '--reshape 12 of big.bin [0-9]+ %, [0-9]+ s left' shown
 }
 
-# COMMAND reads the pipe slow.bin, and its progress is due again and again from when it has opened the pipe.
+# COMMAND reads the pipe slow.bin; from when it has opened the pipe, alarms make its progress due repeatedly.
 shows_the_progress_of() { # TITLE COMMAND
     mkfifo slow.bin
     cat >alarmed.sh <<'END'
@@ -213,7 +213,7 @@ END
     [ -z "$(ls -A box)" ]
 }
 
-@test "a pipe that is closed ends the tool without a word, also where that signal is ignored" {
+@test "a pipe that is closed ends the tool without a message, also where that signal is ignored" {
     run bash -c "'$KVRMEM' new - --to mif --width 8 --depth 0xFFFFF --no-runs | head -n 1"
     [ "$output" = "-- Memory Initialization File, written by kvrmem" ]
     run bash -c "trap '' PIPE; '$KVRMEM' new - --to mif --width 8 --depth 0xFFFFF --no-runs | head -n 1"

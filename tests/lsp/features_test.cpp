@@ -516,12 +516,13 @@ TEST_F(Features, CommandsChangeTheRadix) {
               "the file does not say its radix, or is read from a base");
 }
 
-TEST_F(Features, WordsOfAFileThatIsReadFromABaseAreNotSet) {
-    start(mif_uri, "WIDTH=8;\nDEPTH=32;\nCONTENT BEGIN\n10 : 1F;\nEND;\n", {{"base", 0x10}});
+TEST_F(Features, WordsOfAFileThatIsReadFromABaseAreSetAtItsAddresses) {
+    const std::string text = "WIDTH=8;\nDEPTH=32;\nCONTENT BEGIN\n10 : 1F;\nEND;\n";
+    start(mif_uri, text, {{"base", 0x10}});
     EXPECT_THAT(hover(mif_uri, 3, 6), HasSubstr("address    0x0 (0)\n"));
-    EXPECT_THAT(titles(mif_uri, 3, 6, {"refactor"}), IsEmpty());
-    EXPECT_EQ(failure("kvrmem.set", {mif_uri, "0", "1"}),
-              "words of a file that is read from a base cannot be set in place");
+    EXPECT_THAT(titles(mif_uri, 3, 6, {"refactor"}), Contains("Set the word at 0x0 to 0"));
+    EXPECT_EQ(execute("kvrmem.set", {mif_uri, "0", "1"}, text),
+              "WIDTH=8;\nDEPTH=32;\nCONTENT BEGIN\n10 : 01;\nEND;\n");
 }
 
 TEST_F(Features, RepairsThatWouldLeaveErrorsAreRefused) {

@@ -91,7 +91,7 @@ void expect_sound_edits(const edit_result& made, std::string_view contents) {
     std::uint64_t end = 0;
     for (const kvrimage::text_edit& each : made.edits) {
         expect_of_file(each.offset >= end && each.offset + each.length <= contents.size(),
-                       "edits overlap or lie behind the end", contents);
+                       "edits overlap or go beyond the end of the file", contents);
         end = each.offset + each.length;
     }
     for (const diagnostic& each : made.diagnostics) {
@@ -186,6 +186,18 @@ edit_operations::edit_operations(choices& source) : chosen(source), random(sourc
         contents = can_write(image, form.to).empty() ? to_text(image, form.to) : "";
     } while (contents.empty() || !parse(contents, form.back).image);
     options = form.back;
+    if (chosen.once_in(2)) {
+        read_from_base();
+    }
+}
+
+/// Where the words before some low address are not set, and the file has addresses.
+void edit_operations::read_from_base() {
+    read_options from_base = options;
+    from_base.base = chosen.between(1, 5);
+    if (parse(contents, from_base).image) {
+        options = from_base;
+    }
 }
 
 /// A comment after some line, in the way of the format if there is one.

@@ -31,7 +31,7 @@ std::optional<std::string> compare_layout(std::string_view contents, const kvrim
 /// Random assignments to addresses of @p image, some beyond it, and to single words, ranges and cycles.
 std::vector<kvrimage::assignment> any_assignments(choices& chosen, const kvrimage::memory_image& image);
 
-/// Edits a file of a random format again and again, and lays it out now and then.
+/// Makes edits of a file of a random format, one after another, and lays it out now and then.
 class edit_operations {
 public:
     /// @p source must outlive it.
@@ -43,6 +43,7 @@ public:
     static void compare_all() {}
 
 private:
+    void read_from_base();
     void add_comment();
 
     choices& chosen;

@@ -1,8 +1,8 @@
 """Holds memories that kvrmem writes as source code against what compilers and simulators make of them:
-written_source_test.py KVRMEM LANGUAGE
+written_source_test.py KVRMEM LANGUAGE COUNT
 
-Random memories of 1 to 300 bits are written in LANGUAGE (c, python, verilog, vhdl). Whatever reads the language must
-take all of them without a warning, and find the words exactly.
+COUNT random memories of 1 to 300 bits are written in LANGUAGE (c, python, verilog, vhdl, or readmem: lists of words that
+a Verilog design reads). Whatever reads the language must take all of them without a warning, and find the words exactly.
 """
 
 import importlib
@@ -13,7 +13,7 @@ import subprocess
 import sys
 import tempfile
 
-MEMORIES = 500
+MEMORIES_OF_A_PROGRAM = 500
 EDGE_WIDTHS = [1, 7, 8, 9, 63, 64, 65, 128, 300]
 MOST_WORDS = 8
 MOST_ADDRESS_BITS = 3  # of MOST_WORDS
@@ -37,13 +37,13 @@ class Memory:
     def numbers(self):
         return [int(word, 2) for word in self.words]
 
-    def write(self, kvrmem, folder, extension):
-        """Writes the memory as source code, and returns the name of the file."""
+    def write(self, kvrmem, folder, extension, *options):
+        """Writes the memory as a file of that extension, and returns its name."""
         lines = "".join("%d : %s;\n" % each for each in enumerate(self.words))
         mif = "WIDTH=%d;\nDEPTH=%d;\nADDRESS_RADIX=DEC;\nDATA_RADIX=BIN;\nCONTENT BEGIN\n%sEND;\n"
         with open(os.path.join(folder, "memory.mif"), "w", encoding="ascii") as file:
             file.write(mif % (self.width, len(self.words), lines))
-        require([kvrmem, "convert", "memory.mif", self.name + extension], folder)
+        require([kvrmem, "convert", *options, "memory.mif", self.name + extension], folder)
         return self.name + extension
 
 
@@ -155,8 +155,33 @@ def words_of_yosys(text):
     return found
 
 
+def list_reader(memory, radix):
+    """A design that reads a list of words, with the ports of those that kvrmem writes."""
+    return """module %s(input clk, input [%d:0] address, output reg [%d:0] data);
+    reg [%d:0] words [0:%d];
+    initial $readmem%s("%s.mem", words);
+    always @(posedge clk) data <= words[address];
+endmodule
+""" % (memory.name, memory.address_bits() - 1, memory.width - 1, memory.width - 1, len(memory.words) - 1, radix, memory.name)
+
+
+def test_readmem(kvrmem, folder, memories):
+    files = []
+    for index, each in enumerate(memories):
+        # A hexadecimal digit is don't care as a whole, or not.
+        radix = "b" if index % 2 or any("x" in word for word in each.words) else "h"
+        each.write(kvrmem, folder, ".mem", "--to", "readmem" + radix)
+        files.append(each.name + ".v")
+        write_file(folder, files[-1], list_reader(each, radix))
+    hold_designs(folder, memories, files)
+
+
 def test_verilog(kvrmem, folder, memories):
-    files = [each.write(kvrmem, folder, (".v", ".sv")[index % 2]) for index, each in enumerate(memories)]
+    hold_designs(folder, memories,
+                 [each.write(kvrmem, folder, (".v", ".sv")[index % 2]) for index, each in enumerate(memories)])
+
+
+def hold_designs(folder, memories, files):
     write_file(folder, "bench.v", verilog_bench(memories))
     require_silent(["iverilog", "-g2012", "-Wall", "-Wno-timescale", "-o", "icarus", "bench.v"] + files, folder)
     icarus = printed(require(["vvp", "-n", "icarus"], folder))
@@ -213,9 +238,12 @@ def test_vhdl(kvrmem, folder, memories):
 def main():
     kvrmem, language = os.path.abspath(sys.argv[1]), sys.argv[2]
     test, has_dont_cares = {"c": (test_c, False), "python": (test_python, False), "verilog": (test_verilog, True),
-                            "vhdl": (test_vhdl, True)}[language]
-    with tempfile.TemporaryDirectory() as folder:
-        test(kvrmem, folder, [Memory(index, has_dont_cares) for index in range(MEMORIES)])
+                            "vhdl": (test_vhdl, True), "readmem": (test_readmem, True)}[language]
+    count = int(sys.argv[3])
+    for first in range(0, count, MEMORIES_OF_A_PROGRAM):
+        numbers = range(first, min(first + MEMORIES_OF_A_PROGRAM, count))
+        with tempfile.TemporaryDirectory() as folder:
+            test(kvrmem, folder, [Memory(index, has_dont_cares) for index in numbers])
 
 
 main()

@@ -38,13 +38,13 @@ public:
     void take(const coe_piece& piece) override {
         switch (piece.what) {
         case coe_piece::kind::word:
-            take_word(piece.where);
+            on_word(piece.where);
             break;
         case coe_piece::kind::comma:
-            take_comma(piece.where);
+            on_comma(piece.where);
             break;
         case coe_piece::kind::end:
-            take_end();
+            on_end();
             break;
         case coe_piece::kind::comment:
             result.facts.has_comments = true;
@@ -52,13 +52,13 @@ public:
         case coe_piece::kind::radix_name:
             break;
         case coe_piece::kind::radix:
-            take_radix(piece.where);
+            on_radix(piece.where);
             break;
         case coe_piece::kind::vector:
-            take_vector(piece.where);
+            on_vector(piece.where);
             break;
         case coe_piece::kind::no_semicolon:
-            take_no_semicolon(piece.where);
+            on_no_semicolon(piece.where);
             break;
         case coe_piece::kind::stray:
             stray.add(piece.where);
@@ -70,7 +70,7 @@ public:
     }
 
 private:
-    void take_radix(const span& value) {
+    void on_radix(const span& value) {
         if (has_radix) {
             list.add(diagnose::coe_radix_again(value));
             return;
@@ -81,7 +81,7 @@ private:
             list.add(diagnose::coe_radix(value, value.in(text)));
         }
     }
-    void take_vector(const span& name) {
+    void on_vector(const span& name) {
         has_vector = true;
         if (digits) {
             words.emplace(text, options, *digits);
@@ -89,7 +89,7 @@ private:
             list.add(diagnose::coe_no_radix(name));
         }
     }
-    void take_word(const span& where) {
+    void on_word(const span& where) {
         after_comma = false;
         if (!words) {
             return;
@@ -98,14 +98,14 @@ private:
         ++address;
         has_value = true;
     }
-    void take_comma(const span& where) {
+    void on_comma(const span& where) {
         if (after_comma || (words && !has_value)) {
             empty_values.add(where);
         }
         after_comma = true;
         last_comma = where;
     }
-    void take_end() {
+    void on_end() {
         if (after_comma) {
             diagnostic found = diagnose::coe_last_comma(last_comma);
             found.fix = {{last_comma.offset, last_comma.length, ""}};
@@ -113,7 +113,7 @@ private:
             list.add(std::move(found));
         }
     }
-    void take_no_semicolon(const span& last) {
+    void on_no_semicolon(const span& last) {
         diagnostic found = diagnose::coe_no_semicolon(last, last.in(text));
         found.fix = {{last.end(), 0, ";"}};
         found.repair = "a ';' is added";

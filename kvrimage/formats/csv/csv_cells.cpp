@@ -27,7 +27,7 @@ public:
             break;
         default: // csv_piece::kind::row_end
             if (!in_header && !has_open_quote) {
-                take_row(piece.where);
+                read_row(piece.where);
             }
             in_header = false;
             fields.clear();
@@ -36,29 +36,29 @@ public:
     }
 
 private:
-    void take_row(const span& end) {
+    void read_row(const span& end) {
         if (fields.size() > layout.columns) {
             hand_out(csv_cell::kind::extra, fields[layout.columns], fields.size());
             return;
         }
         if (layout.address) {
-            take_address(field_at(*layout.address, end));
+            read_address(field_at(*layout.address, end));
         }
         if (layout.value) {
-            take_value(field_at(*layout.value, end), *layout.value);
+            read_value(field_at(*layout.value, end), *layout.value);
             return;
         }
         for (std::size_t column = 0; column < fields.size(); ++column) {
             if (column != layout.address) {
-                take_value(fields[column], column);
+                read_value(fields[column], column);
             }
         }
     }
-    void take_address(const span& where) {
+    void read_address(const span& where) {
         address = csv_address_of(where.in(text));
         hand_out(address ? csv_cell::kind::address : csv_cell::kind::bad_address, where, *layout.address);
     }
-    void take_value(const span& where, std::size_t column) {
+    void read_value(const span& where, std::size_t column) {
         hand_out(where.length != 0 ? csv_cell::kind::value : csv_cell::kind::empty, where, column);
         if (address) {
             ++*address;

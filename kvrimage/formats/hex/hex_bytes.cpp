@@ -38,7 +38,7 @@ void hex_bytes::take(const hex_offset& offset, std::uint32_t address, std::strin
     }
 }
 
-record_run hex_bytes::take_run(const hex_offset& offset, std::string_view lines) {
+record_run hex_bytes::add_run(const hex_offset& offset, std::string_view lines) {
     // They end within 65536 addresses, and so with the segment at the latest.
     const record_run run = take_record_run(lines, hex_data_style, blocks.next_room());
     if (run.records != 0) {

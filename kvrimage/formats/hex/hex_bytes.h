@@ -23,7 +23,7 @@ public:
     /// @param bytes of the data; those that go beyond the end of a segment are at its begin
     void take(const hex_offset& offset, std::uint32_t address, std::string_view digits, const span& where);
     /// Takes the records at the front of @p lines that are as nearly all are.
-    record_run take_run(const hex_offset& offset, std::string_view lines);
+    record_run add_run(const hex_offset& offset, std::string_view lines);
     /// Notes that @p bytes bytes from @p address on are in doubt.
     void mark_unreadable(std::uint64_t address, std::uint32_t bytes);
 

@@ -24,7 +24,7 @@ hex_cells::hex_cells(std::string_view file, const hex_layout& of, const read_opt
       words(limit),
       batch(words.lower_half()) {}
 
-bool hex_cells::take_plain(const kvr::hex_record& record, std::uint64_t address) {
+bool hex_cells::add_plain(const kvr::hex_record& record, std::uint64_t address) {
     const std::uint32_t count = record.data_bytes == cell_bytes ? 1 : record.data_bytes / cell_bytes;
     const std::uint64_t after = address + count;
     const bool is_regular = address >= end && after <= std::min(limit, image_words::half()) && count != 0 &&

@@ -25,7 +25,7 @@ public:
 
     /// Takes a plain record at @p address if nothing can be wrong with it, which nearly always is so. False:
     /// it is for take().
-    bool take_plain(const kvr::hex_record& record, std::uint64_t address);
+    bool add_plain(const kvr::hex_record& record, std::uint64_t address);
     void take(const hex_data& data);
     /// Notes that the words of @p bytes bytes from @p address on are in doubt.
     void mark_unreadable(std::uint64_t address, std::uint32_t bytes);

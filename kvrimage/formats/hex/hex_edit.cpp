@@ -21,14 +21,19 @@ namespace kvrimage {
 
 namespace {
 
-/// Why no record can hold the words of @p given.
-std::optional<diagnostic> obstacle_to(const assignment& given, const hex_layout& layout) {
+/// Why no record can hold the words of @p given, of a file that is read from @p base.
+std::optional<diagnostic> obstacle_to(const assignment& given, const hex_layout& layout, std::uint64_t base) {
     if (layout.bytes_per_cell() > most_record_bytes) {
         return diagnose::record_too_small({}, layout.width, most_record_bytes * bits_per_byte);
     }
-    const std::uint64_t largest = deepest_memory / layout.cells_per_word() - 1;
-    if (given.addresses.last > largest) {
-        return diagnose::hex_address({}, given.addresses.last, largest);
+    const std::uint64_t cells = deepest_memory - std::min(base, deepest_memory);
+    const std::uint64_t words = cells / layout.cells_per_word();
+    if (words == 0) { // the last cell of word 0 is beyond the addresses of the file
+        const std::uint64_t last = base + layout.cells_per_word() - 1;
+        return diagnose::hex_address({}, std::max(base, last), deepest_memory - 1);
+    }
+    if (given.addresses.last >= words) {
+        return diagnose::hex_address({}, given.addresses.last, words - 1);
     }
     const auto found =
         std::ranges::find_if(given.words, [](const word& each) { return each.has_dont_care(); });
@@ -40,7 +45,7 @@ std::optional<diagnostic> obstacle_to(const assignment& given, const hex_layout&
     return std::nullopt;
 }
 
-/// @p given by the cells that the addresses of the file count.
+/// @p given by the cells that the addresses of the file count, from its base on.
 assignment by_cells(const assignment& given, const hex_layout& layout) {
     if (!layout.counts_bytes()) {
         return given;
@@ -199,19 +204,20 @@ void add_records(std::string_view contents, const hex_layout& layout, const reco
 
 } // namespace
 
-edit_result edit_hex(std::string_view contents, const read_result& ours,
+edit_result edit_hex(std::string_view contents, const read_options& options, const read_result& ours,
                      std::span<const assignment> assignments) {
     const hex_layout layout = layout_of(ours);
+    const std::uint64_t base = options.base.value_or(0);
     edit_result result;
     std::vector<assignment> cells;
     for (const assignment& each : assignments) {
-        if (auto obstacle = obstacle_to(each, layout)) {
+        if (auto obstacle = obstacle_to(each, layout, base)) {
             result.diagnostics.push_back(*std::move(obstacle));
             return result;
         }
         cells.push_back(by_cells(each, layout));
     }
-    edit_pieces pieces(cells);
+    edit_pieces pieces(cells, base);
     const record_survey survey = survey_records(contents, layout, pieces);
     if (survey.wrapped) {
         result.diagnostics.push_back(*survey.wrapped);

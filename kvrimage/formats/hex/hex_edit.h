@@ -11,7 +11,7 @@ namespace kvrimage {
 /// checksum of that record; words that no record sets get records before the end record. A record whose
 /// digits or checksum are at fault is right afterwards if all of its words are given, and cannot be edited
 /// otherwise.
-[[nodiscard]] edit_result edit_hex(std::string_view contents, const read_result& ours,
-                                   std::span<const assignment> assignments);
+[[nodiscard]] edit_result edit_hex(std::string_view contents, const read_options& options,
+                                   const read_result& ours, std::span<const assignment> assignments);
 
 } // namespace kvrimage

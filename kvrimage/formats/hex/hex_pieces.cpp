@@ -36,15 +36,15 @@ public:
             plain.add(text_piece::kind::comment, line.content);
         } else if (line.what == hex_line::kind::record && line.fault == hex_fault::none) {
             has_record = true;
-            take_record(line.record);
+            add_record(line.record);
         }
     }
 
 private:
-    void take_record(const hex_record& record) {
+    void add_record(const hex_record& record) {
         add(record, text_piece::kind::record, length_field);
         if (record.type == hex_record_type::data) {
-            take_data(record);
+            add_data(record);
         } else {
             add(record, text_piece::kind::address, address_field);
             add(record, text_piece::kind::record, type_field);
@@ -56,7 +56,7 @@ private:
         add(record, text_piece::kind::checksum, {record.digits.size() - 2, 2});
     }
 
-    void take_data(const hex_record& record) {
+    void add_data(const hex_record& record) {
         const std::uint64_t address = offset.value() + record.address;
         const std::uint64_t cells = record.data_bytes / layout.bytes_per_cell();
         const span where = place_of(record, address_field);
@@ -72,11 +72,11 @@ private:
                 return place_of(record, {hex_record::header + 2 * first, 2 * count});
             });
         } else {
-            take_words(record, address, cells);
+            add_words(record, address, cells);
         }
     }
 
-    void take_words(const hex_record& record, std::uint64_t address, std::uint64_t count) {
+    void add_words(const hex_record& record, std::uint64_t address, std::uint64_t count) {
         const std::size_t digits = 2 * std::size_t{layout.bytes_per_word()};
         for (std::uint64_t index = 0; index < count; ++index) {
             plain.add(text_piece::kind::word, place_of(record, {hex_record::header + index * digits, digits}),

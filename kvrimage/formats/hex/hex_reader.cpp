@@ -124,7 +124,7 @@ public:
 
     read_result read() {
         while (read_plain_records(), parser.next()) {
-            take_line(parser.line());
+            read_line(parser.line());
         }
         if (!has_record) {
             return only_finding(as, contents, foreign_content(contents, &as).value_or(diagnose::not_hex({})));
@@ -153,14 +153,14 @@ private:
         if (end_line) {
             return;
         }
-        while (bytes && take_record_run()) {
+        while (bytes && read_record_run()) {
         }
-        take_plain_records(parser, [this](const kvr::hex_record& record, const span& where) {
+        for_each_plain_record(parser, [this](const kvr::hex_record& record, const span& where) {
             const std::uint64_t address = offset.value() + record.word_address;
             if (bytes) {
                 bytes->take(offset, record.word_address, record.data(), where);
             } else if (wraps(record.word_address, record.data_bytes) ||
-                       (cells && !cells->take_plain(record, address))) {
+                       (cells && !cells->add_plain(record, address))) {
                 return false;
             }
             note_data(address, record.data_bytes, record.data(), where);
@@ -169,9 +169,9 @@ private:
     }
 
     /// Takes neighbouring records of bytes, if there are some.
-    bool take_record_run() {
+    bool read_record_run() {
         line_walk& lines = parser.to_come();
-        const record_run run = bytes->take_run(offset, lines.rest());
+        const record_run run = bytes->add_run(offset, lines.rest());
         if (run.records == 0) {
             return false;
         }
@@ -182,21 +182,21 @@ private:
         return true;
     }
 
-    void take_line(const hex_line& line) {
+    void read_line(const hex_line& line) {
         if (line.what == hex_line::kind::blank) {
             return;
         }
         last_content = line.content.end();
         if (end_line) {
-            take_after_end(line);
+            read_after_end(line);
         } else if (line.what == hex_line::kind::text) {
-            take_text(line);
+            read_text(line);
         } else {
-            take_record(line);
+            read_record(line);
         }
     }
 
-    void take_text(const hex_line& line) {
+    void read_text(const hex_line& line) {
         if (line.lacks_colon) {
             diagnostic found = diagnose::colon_missing(line.content, line.content.in(contents));
             found.fix = {{line.content.offset, 0, ":"}};
@@ -208,16 +208,16 @@ private:
         }
     }
 
-    void take_record(const hex_line& line) {
+    void read_record(const hex_line& line) {
         const hex_record& record = line.record;
-        take_what_is_before(line);
+        read_what_is_before(line);
         if (pending_end) {
             report_pending_end(record.type == hex_record_type::end);
         }
         if (line.fault == hex_fault::none) {
             has_record = true;
             check_length_of_line(line);
-            take_good_record(line);
+            read_good_record(line);
             return;
         }
         has_record = has_record || record.type != hex_record_type::unknown || line.fault == hex_fault::type;
@@ -232,7 +232,7 @@ private:
         list.add(describe_hex_fault(contents, line));
     }
 
-    void take_what_is_before(const hex_line& line) {
+    void read_what_is_before(const hex_line& line) {
         if (line.before.length == 0) {
             return;
         }
@@ -259,11 +259,11 @@ private:
         list.add(std::move(found));
     }
 
-    void take_good_record(const hex_line& line) {
+    void read_good_record(const hex_line& line) {
         const hex_record& record = line.record;
         switch (record.type) {
         case hex_record_type::data:
-            take_data(line);
+            read_data(line);
             break;
         case hex_record_type::end:
             end_line = record.where;
@@ -276,12 +276,12 @@ private:
             offset.take(record.type, record.data());
             break;
         default:
-            take_start(record);
+            read_start(record);
             break;
         }
     }
 
-    void take_start(const hex_record& record) {
+    void read_start(const hex_record& record) {
         if (as.counts != address_unit::byte) {
             list.add(diagnose::start_address(record.where, record.data()));
             return;
@@ -304,7 +304,7 @@ private:
         return is_segment ? (value >> hex_page_shift) * paragraph + value % hex_page_size : value;
     }
 
-    void take_data(const hex_line& line) {
+    void read_data(const hex_line& line) {
         const hex_record& record = line.record;
         const hex_data data{offset.value() + record.address, record.data_bytes, record.data(), &line,
                             record.where};
@@ -348,7 +348,7 @@ private:
         }
     }
 
-    void take_after_end(const hex_line& line) {
+    void read_after_end(const hex_line& line) {
         const bool is_data = line.what == hex_line::kind::record &&
                              (line.fault != hex_fault::none ||
                               (line.record.type == hex_record_type::data && line.record.data_bytes != 0));

@@ -31,7 +31,7 @@ private:
 /// has to come, and gives each to @p take (digits of the data, address field, bytes, line), which answers
 /// false for one that is for the parser. What it takes is what the parser would hand out.
 template <class Take>
-void take_plain_records(hex_parser& parser, Take&& take) {
+void for_each_plain_record(hex_parser& parser, Take&& take) {
     const std::string_view lines = parser.to_come().rest();
     std::size_t done = 0;
     std::uint32_t expected_bytes = 0;
@@ -83,7 +83,7 @@ template <class Take>
 hex_parser for_each_data_record(std::string_view contents, hex_offset& offset, Take&& take) {
     hex_parser parser(contents);
     while (true) {
-        take_plain_records(parser, [&](const kvr::hex_record& plain, const span& where) {
+        for_each_plain_record(parser, [&](const kvr::hex_record& plain, const span& where) {
             take(hex_data{offset.value() + plain.word_address, plain.data_bytes, plain.data(), nullptr,
                           where});
             return true;

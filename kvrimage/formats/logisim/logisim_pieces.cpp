@@ -25,15 +25,15 @@ public:
         } else if (piece.what == comment) {
             words.add(text_piece::kind::comment, piece.where);
         } else if (piece.what == address) {
-            take_address(piece);
+            add_address(piece);
         } else if (piece.what == word) {
-            take_word(piece);
+            add_word(piece);
         }
     }
 
 private:
     /// One that cannot be read is a piece of another kind.
-    void take_address(const logisim_piece& piece) const {
+    void add_address(const logisim_piece& piece) const {
         if (holds_bytes) {
             bytes.add_address(piece.where, *piece.address, 1);
         } else {
@@ -41,7 +41,7 @@ private:
         }
     }
     /// A run of bytes is one piece of the words that it touches.
-    void take_word(const logisim_piece& piece) const {
+    void add_word(const logisim_piece& piece) const {
         if (!piece.address) {
             words.add(text_piece::kind::word, piece.where);
         } else if (!holds_bytes) {

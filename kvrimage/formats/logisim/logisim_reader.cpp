@@ -44,7 +44,7 @@ public:
     void take(const logisim_piece& piece) override {
         switch (piece.what) {
         case logisim_piece::kind::header:
-            take_header(piece.where);
+            read_header(piece.where);
             break;
         case logisim_piece::kind::comment:
             result.facts.has_comments = true;
@@ -52,7 +52,7 @@ public:
         case logisim_piece::kind::address:
             break;
         case logisim_piece::kind::word:
-            take_word(piece);
+            read_word(piece);
             break;
         case logisim_piece::kind::bad_run:
             bad_runs.add(piece.where);
@@ -65,7 +65,7 @@ public:
     }
 
 private:
-    void take_header(const span& line) {
+    void read_header(const span& line) {
         variant = logisim_variant_of(line.in(text));
         if (variant == nullptr) {
             list.add(diagnose::logisim_header(line, line.in(text)));
@@ -74,16 +74,16 @@ private:
         }
     }
 
-    void take_word(const logisim_piece& piece) {
+    void read_word(const logisim_piece& piece) {
         if (piece.address && piece.last_address() > highest_logisim_address) {
             beyond_all.add(piece.where);
         } else if (variant->bytes) {
-            take_byte(piece);
+            read_byte(piece);
         } else if (piece.address) {
             words.add_unchecked({*piece.address, piece.last_address()}, piece.digits, piece.where);
         }
     }
-    void take_byte(const logisim_piece& piece) {
+    void read_byte(const logisim_piece& piece) {
         const std::string_view digits = piece.digits.in(text);
         if (find_bad_digit(digits, radix::hex) != std::string_view::npos) {
             bad_bytes.add(piece.digits);

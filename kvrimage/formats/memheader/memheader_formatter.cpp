@@ -54,7 +54,7 @@ public:
             layout.add(piece.where, fmt::format("{:0{}X}:", *piece.address, address_digits), true);
             break;
         default: // memheader_piece::kind::word
-            take_word(piece);
+            add_word(piece);
             break;
         }
         is_after_address = piece.what == memheader_piece::kind::address;
@@ -63,7 +63,7 @@ public:
 
 private:
     /// The first one of a row follows its address without a blank.
-    void take_word(const memheader_piece& piece) {
+    void add_word(const memheader_piece& piece) {
         const std::string word = canonical_number(piece.where.in(text), word_digits);
         if (is_after_address) {
             layout.append(word);

@@ -56,7 +56,7 @@ public:
     void take(const memheader_piece& piece) override {
         switch (piece.what) {
         case memheader_piece::kind::setting:
-            take_setting(piece);
+            read_setting(piece);
             break;
         case memheader_piece::kind::data:
             begin_data();
@@ -64,7 +64,7 @@ public:
         case memheader_piece::kind::address:
             break;
         case memheader_piece::kind::word:
-            take_word(piece);
+            read_word(piece);
             break;
         case memheader_piece::kind::bad_address:
             bad_addresses.add(piece.where);
@@ -89,7 +89,7 @@ private:
         return settings[static_cast<std::size_t>(of)];
     }
 
-    void take_setting(const memheader_piece& piece) {
+    void read_setting(const memheader_piece& piece) {
         const std::string_view name = piece.name.in(text);
         if (const memheader_setting* const setting = memheader_setting_of(name)) {
             set(*setting, piece);
@@ -128,7 +128,7 @@ private:
         result.facts.address_radix = radix::hex;
     }
 
-    void take_word(const memheader_piece& piece) {
+    void read_word(const memheader_piece& piece) {
         if (!words || !piece.address) {
             return;
         }

@@ -74,32 +74,32 @@ bool mif_content_parser::read_one() {
         find_missing_end();
         return false;
     case mif_token::kind::colon:
-        take_without_address();
+        parse_without_address();
         return true;
     case mif_token::kind::semicolon:
-        take_semicolon();
+        parse_semicolon();
         return true;
     case mif_token::kind::dots:
-        take_left_out();
+        parse_left_out();
         return true;
     case mif_token::kind::open:
-        take_statement();
+        parse_statement();
         return true;
     case mif_token::kind::word:
         if (kvr::equal_ignoring_case(tokens.in(next.at), "END")) {
-            take_end();
+            parse_end();
             return false;
         }
-        take_statement();
+        parse_statement();
         return true;
     default:
-        take_stray();
+        parse_stray();
         return true;
     }
 }
 
 /// The library passes over one that follows a statement on its line, and refuses one with a line of its own.
-void mif_content_parser::take_semicolon() {
+void mif_content_parser::parse_semicolon() {
     const mif_token token = tokens.take();
     line_has = token.starts_line ? before::statement : line_has;
     find(token.starts_line ? mif_syntax::lone_semicolon : mif_syntax::empty_statement, token.at,
@@ -107,7 +107,7 @@ void mif_content_parser::take_semicolon() {
 }
 
 /// A line of dots stands for words that are not shown.
-void mif_content_parser::take_left_out() {
+void mif_content_parser::parse_left_out() {
     const mif_token first = tokens.take();
     std::uint64_t end = first.at.end();
     while (tokens.peek().is(mif_token::kind::dots) && !tokens.peek().starts_line) {
@@ -121,14 +121,14 @@ void mif_content_parser::take_left_out() {
     }
 }
 
-void mif_content_parser::take_stray() {
+void mif_content_parser::parse_stray() {
     const mif_token first = tokens.take();
     const span rest = tokens.skip_statement();
     find(mif_syntax::stray_text, between(first.at.offset, std::max(first.at.end(), rest.end())));
 }
 
 /// ": 1;"
-void mif_content_parser::take_without_address() {
+void mif_content_parser::parse_without_address() {
     const mif_token first = tokens.take();
     const span rest = tokens.skip_statement();
     find(mif_syntax::missing_address, between(first.at.offset, std::max(first.at.end(), rest.end())));
@@ -164,7 +164,7 @@ mif_token mif_content_parser::take() {
     return token;
 }
 
-void mif_content_parser::take_statement() {
+void mif_content_parser::parse_statement() {
     statement.whole = {tokens.peek().at.offset, 0};
     statement.first = statement.last = statement.open = statement.close = {};
     statement.colon = statement.semicolon = {};
@@ -176,8 +176,8 @@ void mif_content_parser::take_statement() {
     find_line_faults(first);
     line_has = before::statement;
     last_end = first.at.offset;
-    if (take_address() && take_colon()) {
-        take_values();
+    if (parse_address() && parse_colon()) {
+        parse_values();
     }
     for (const span& value : glued) {
         find(mif_syntax::split_value, value, insertion_at(value.offset, " "));
@@ -194,19 +194,19 @@ void mif_content_parser::give_up() {
     last_end = std::max(last_end, tokens.skip_statement().end());
 }
 
-bool mif_content_parser::take_address() {
+bool mif_content_parser::parse_address() {
     if (tokens.peek().is(mif_token::kind::open)) {
-        return take_range();
+        return parse_range();
     }
     statement.first = take().at;
     if (tokens.peek().is(mif_token::kind::dots) && !tokens.peek().starts_line) {
-        take_range_without_brackets();
+        parse_range_without_brackets();
     }
     return true;
 }
 
 /// "0..7 : 1;"
-void mif_content_parser::take_range_without_brackets() {
+void mif_content_parser::parse_range_without_brackets() {
     take();
     if (tokens.peek().is(mif_token::kind::word)) {
         statement.last = take().at;
@@ -221,7 +221,7 @@ void mif_content_parser::take_range_without_brackets() {
 }
 
 /// "[0..7]", and what people write for it.
-bool mif_content_parser::take_range() {
+bool mif_content_parser::parse_range() {
     statement.open = take().at;
     std::vector<span> words;
     bool has_dots = false;
@@ -317,7 +317,7 @@ bool mif_content_parser::find_misspelt_range(const std::vector<span>& words, boo
     return false;
 }
 
-bool mif_content_parser::take_colon() {
+bool mif_content_parser::parse_colon() {
     const span address = between(statement.whole.offset, last_end);
     span stray;
     while (tokens.peek().is(mif_token::kind::word) && !tokens.peek().starts_line) {
@@ -343,13 +343,13 @@ bool mif_content_parser::take_colon() {
     return true;
 }
 
-void mif_content_parser::take_values() {
-    while (take_value_or_end()) {
+void mif_content_parser::parse_values() {
+    while (parse_value_or_end()) {
     }
 }
 
 /// False when the statement has ended.
-bool mif_content_parser::take_value_or_end() {
+bool mif_content_parser::parse_value_or_end() {
     const mif_tokens::cursor place = tokens.place();
     const mif_token next = tokens.peek();
     switch (next.what) {
@@ -436,7 +436,7 @@ void mif_content_parser::end_without_semicolon(std::uint64_t next) {
     statement.semicolon = {last_end, 0};
 }
 
-void mif_content_parser::take_end() {
+void mif_content_parser::parse_end() {
     const mif_token word = tokens.take();
     if (!word.starts_line) {
         const bool is_begin = line_has == before::begin;
@@ -453,10 +453,10 @@ void mif_content_parser::take_end() {
         find(mif_syntax::end_semicolon, word.at, insertion_at(word.at.end(), ";"));
     }
     sink.end(word.at, semicolon);
-    take_after_end();
+    parse_after_end();
 }
 
-void mif_content_parser::take_after_end() {
+void mif_content_parser::parse_after_end() {
     while (!tokens.peek().is(mif_token::kind::end)) {
         const std::uint64_t begin = tokens.peek().at.offset;
         const mif_token first = tokens.take();

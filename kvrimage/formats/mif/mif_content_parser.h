@@ -17,23 +17,23 @@ private:
 
     bool read_one();
     void read_regular_lines();
-    void take_semicolon();
-    void take_left_out();
-    void take_stray();
-    void take_without_address();
+    void parse_semicolon();
+    void parse_left_out();
+    void parse_stray();
+    void parse_without_address();
     void find_missing_end();
-    void take_statement();
-    void take_end();
-    void take_after_end();
+    void parse_statement();
+    void parse_end();
+    void parse_after_end();
 
     // The parts of a statement. False when it ends with the part.
-    bool take_address();
-    bool take_range();
-    void take_range_without_brackets();
+    bool parse_address();
+    bool parse_range();
+    void parse_range_without_brackets();
     bool find_misspelt_range(const std::vector<span>& words, bool has_separator);
-    bool take_colon();
-    void take_values();
-    bool take_value_or_end();
+    bool parse_colon();
+    void parse_values();
+    bool parse_value_or_end();
     bool begins_another_statement();
     [[nodiscard]] std::uint64_t last_line_begin(std::uint64_t begin, std::uint64_t end) const;
     void end_without_semicolon(std::uint64_t next);

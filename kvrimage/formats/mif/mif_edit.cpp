@@ -25,15 +25,16 @@ constexpr std::string_view line_blanks = " \t\r";
 /// The file that is edited, and the memory that it holds.
 class edited_mif {
 public:
-    edited_mif(std::string_view file, const read_result& ours)
+    edited_mif(std::string_view file, std::uint64_t base_of_image, const read_result& ours)
         : contents(file),
           image(*ours.image),
+          base(base_of_image),
           form{ours.facts.address_radix.value_or(radix::hex), ours.facts.data_radix.value_or(radix::hex),
-               image.depth()} {}
+               base + image.depth()} {}
 
     /// True when @p piece changes the word at @p address.
     [[nodiscard]] bool changes(const edit_piece& piece, std::uint64_t address) const {
-        return image.words()[address] != piece.text_at(address);
+        return image.words()[address - base] != piece.text_at(address);
     }
     /// The word of @p piece at @p address as the file shows it. One that it cannot show is noted.
     [[nodiscard]] std::string shown(const edit_piece& piece, std::uint64_t address,
@@ -43,7 +44,7 @@ public:
         if (show_word(word, form.data, image.width(), text)) {
             return in_style(text, style);
         }
-        refuse(diagnose::mif_dont_care({}, word, address, title_of(form.data), ""));
+        refuse(diagnose::mif_dont_care({}, word, address - base, title_of(form.data), ""));
         return word;
     }
     /// There are no edits because of @p reason, the first of them.
@@ -61,6 +62,7 @@ public:
 
     std::string_view contents;
     const memory_image& image;
+    std::uint64_t base; ///< the address that the file has for word 0; addresses are those of the file
     mif_number_form form;
     edit_result result;
 };
@@ -425,7 +427,7 @@ std::vector<diagnostic> faults_of(const memory_image& image, std::span<const ass
 
 } // namespace
 
-edit_result edit_mif(std::string_view contents, const read_result& ours,
+edit_result edit_mif(std::string_view contents, const read_options& options, const read_result& ours,
                      std::span<const assignment> assignments) {
     if (!ours.image) {
         return {{}, ours.diagnostics};
@@ -433,8 +435,9 @@ edit_result edit_mif(std::string_view contents, const read_result& ours,
     if (auto faults = faults_of(*ours.image, assignments); !faults.empty()) {
         return {{}, std::move(faults)};
     }
-    edit_pieces pieces(assignments);
-    edited_mif file(contents, ours);
+    const std::uint64_t base = options.base.value_or(0);
+    edit_pieces pieces(assignments, base);
+    edited_mif file(contents, base, ours);
     mif_survey survey;
     survey_mif(contents, file.form, pieces, survey);
     const std::vector<touched_place> places = find_touched_places(survey.places, pieces);

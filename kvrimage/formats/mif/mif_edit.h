@@ -13,7 +13,7 @@ namespace kvrimage {
 /// get lines before END. The diagnostics say why there are no edits: an address beyond the memory, a word
 /// that the data radix cannot show, a line that would become too long for the library kvr, or a file whose
 /// memory is not known.
-[[nodiscard]] edit_result edit_mif(std::string_view contents, const read_result& ours,
-                                   std::span<const assignment> assignments);
+[[nodiscard]] edit_result edit_mif(std::string_view contents, const read_options& options,
+                                   const read_result& ours, std::span<const assignment> assignments);
 
 } // namespace kvrimage

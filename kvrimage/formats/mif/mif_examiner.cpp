@@ -71,14 +71,14 @@ void mif_examiner::statement(const mif_statement& found) {
             address_trial.take(number.in(text), read);
         }
     }
-    take_addresses(found, addresses);
-    const bool are_words = !width || take_values(found, addresses);
+    examine_addresses(found, addresses);
+    const bool are_words = !width || examine_values(found, addresses);
     if (has_addresses && are_words) {
         overlaps.take(found, addresses);
     }
 }
 
-void mif_examiner::take_addresses(const mif_statement& found, const mif_addresses& addresses) {
+void mif_examiner::examine_addresses(const mif_statement& found, const mif_addresses& addresses) {
     const span& where = addresses.at_last ? found.last : found.first;
     const auto take = [this, &where](quoted_cause& cause) {
         if (cause.found.add(where, {}, all_repairs)) {
@@ -89,10 +89,10 @@ void mif_examiner::take_addresses(const mif_statement& found, const mif_addresse
     };
     switch (addresses.what) {
     case address_fault::none:
-        take_range(found, addresses);
+        examine_range(found, addresses);
         break;
     case address_fault::no_number:
-        if (!take_prefixed(where, address_radix_of(form.addresses))) {
+        if (!examine_prefixed(where, address_radix_of(form.addresses))) {
             take(no_number);
         }
         break;
@@ -116,7 +116,7 @@ void mif_examiner::take_addresses(const mif_statement& found, const mif_addresse
     }
 }
 
-void mif_examiner::take_range(const mif_statement& found, const mif_addresses& addresses) {
+void mif_examiner::examine_range(const mif_statement& found, const mif_addresses& addresses) {
     if (!found.is_range()) {
         return;
     }
@@ -143,11 +143,11 @@ void mif_examiner::take_range(const mif_statement& found, const mif_addresses& a
     }
 }
 
-bool mif_examiner::take_values(const mif_statement& found, const mif_addresses& addresses) {
+bool mif_examiner::examine_values(const mif_statement& found, const mif_addresses& addresses) {
     bool are_words = true;
     for (std::size_t i = 0; i < found.values.size(); ++i) {
         const std::uint64_t maybes = maybe_prefixed.found.where().count();
-        const bool is_word = take_value(found.values[i]);
+        const bool is_word = examine_value(found.values[i]);
         are_words = are_words && is_word;
         if (!is_word) {
             doubt(found, addresses, i, doubtful);
@@ -180,7 +180,7 @@ void mif_examiner::doubt(const mif_statement& found, const mif_addresses& addres
 }
 
 /// True for a number with a prefix; the repair is certain where the prefix agrees with @p stated.
-bool mif_examiner::take_prefixed(const span& number, radix stated) {
+bool mif_examiner::examine_prefixed(const span& number, radix stated) {
     const auto found = prefixed_number_of(number.in(text));
     if (!found) {
         return false;
@@ -197,13 +197,13 @@ bool mif_examiner::take_prefixed(const span& number, radix stated) {
     return true;
 }
 
-bool mif_examiner::take_value(const span& where) {
+bool mif_examiner::examine_value(const span& where) {
     const std::string_view value = where.in(text);
     bool is_unsigned = false;
     const auto error = make_word_of_any_sign(value, form.data, *width, word, is_unsigned);
     const bool may_have_prefix = error || (form.data == radix::hex && looks_prefixed(value));
     ++value_count;
-    if (may_have_prefix && take_prefixed(where, form.data)) {
+    if (may_have_prefix && examine_prefixed(where, form.data)) {
         if (!error && maybe_prefixed.found.add(where, {}, all_repairs)) {
             maybe_prefixed.text = value.substr(0, named_text::longest + 1);
         }
@@ -217,16 +217,16 @@ bool mif_examiner::take_value(const span& where) {
     });
     values.has_negative = values.has_negative || value.starts_with('-');
     if (is_unsigned) {
-        take_unsigned(where);
+        note_unsigned(where);
     }
     if (error) {
-        take_bad_value(where, *error);
+        note_bad_value(where, *error);
     }
     return !error;
 }
 
 /// A value that is too large for the signed number that it should be.
-void mif_examiner::take_unsigned(const span& where) {
+void mif_examiner::note_unsigned(const span& where) {
     const std::string_view value = where.in(text);
     values.signed_bits =
         std::max(values.signed_bits, make_word(value, radix::dec, *width, word)->bits_needed);
@@ -235,7 +235,7 @@ void mif_examiner::take_unsigned(const span& where) {
     }
 }
 
-void mif_examiner::take_bad_value(const span& where, const word_fault& error) {
+void mif_examiner::note_bad_value(const span& where, const word_fault& error) {
     const std::string_view value = where.in(text);
     switch (error.what) {
     case word_fault::kind::empty:

@@ -46,15 +46,15 @@ private:
         bool has_negative = false;
     };
 
-    void take_addresses(const mif_statement& found, const mif_addresses& addresses);
+    void examine_addresses(const mif_statement& found, const mif_addresses& addresses);
     /// False when one of them is no word.
-    bool take_values(const mif_statement& found, const mif_addresses& addresses);
+    bool examine_values(const mif_statement& found, const mif_addresses& addresses);
     /// False when @p value is no word.
-    bool take_value(const span& value);
-    void take_unsigned(const span& where);
-    void take_bad_value(const span& where, const word_fault& error);
-    bool take_prefixed(const span& number, radix stated);
-    void take_range(const mif_statement& found, const mif_addresses& addresses);
+    bool examine_value(const span& value);
+    void note_unsigned(const span& where);
+    void note_bad_value(const span& where, const word_fault& error);
+    bool examine_prefixed(const span& number, radix stated);
+    void examine_range(const mif_statement& found, const mif_addresses& addresses);
     void doubt(const mif_statement& found, const mif_addresses& addresses, std::size_t value,
                std::vector<address_range>& in) const;
     void report_addresses(diagnostic_list& list);

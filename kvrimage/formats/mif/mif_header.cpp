@@ -65,7 +65,7 @@ void mif_header::take(const mif_setting& found, diagnostic_list& list) {
     stated& one = at(found.keyword);
     if (one.is_stated) {
         if (found.value.length != 0) {
-            take_again(found, list);
+            report_repetition(found, list);
         }
         return;
     }
@@ -75,13 +75,13 @@ void mif_header::take(const mif_setting& found, diagnostic_list& list) {
         return; // which the parser has found
     }
     if (is_size(found.keyword)) {
-        take_number(one, found, list);
+        read_number(one, found, list);
     } else {
-        take_radix(one, found, list);
+        read_radix(one, found, list);
     }
 }
 
-void mif_header::take_number(stated& one, const mif_setting& found, diagnostic_list& list) const {
+void mif_header::read_number(stated& one, const mif_setting& found, diagnostic_list& list) const {
     const std::string_view value = found.value.in(text);
     const mif_number number = mif_number_of(value, radix::uns);
     if (!number.is_number || value.starts_with('-')) {
@@ -93,7 +93,7 @@ void mif_header::take_number(stated& one, const mif_setting& found, diagnostic_l
     }
 }
 
-void mif_header::take_radix(stated& one, const mif_setting& found, diagnostic_list& list) const {
+void mif_header::read_radix(stated& one, const mif_setting& found, diagnostic_list& list) const {
     const std::string_view value = found.value.in(text);
     one.meaning = mif_radix_of(value);
     if (!one.meaning) {
@@ -114,7 +114,7 @@ void mif_header::take_radix(stated& one, const mif_setting& found, diagnostic_li
 }
 
 /// Says whether @p found, a setting that was there before, says the same.
-void mif_header::take_again(const mif_setting& found, diagnostic_list& list) const {
+void mif_header::report_repetition(const mif_setting& found, diagnostic_list& list) const {
     const stated& one = at(found.keyword);
     const std::string_view value = found.value.in(text);
     const mif_number number = mif_number_of(value, radix::uns);

@@ -46,9 +46,9 @@ private:
         return settings[static_cast<std::size_t>(keyword)];
     }
     [[nodiscard]] stated& at(mif_keyword keyword) { return settings[static_cast<std::size_t>(keyword)]; }
-    void take_number(stated& one, const mif_setting& found, diagnostic_list& list) const;
-    void take_radix(stated& one, const mif_setting& found, diagnostic_list& list) const;
-    void take_again(const mif_setting& found, diagnostic_list& list) const;
+    void read_number(stated& one, const mif_setting& found, diagnostic_list& list) const;
+    void read_radix(stated& one, const mif_setting& found, diagnostic_list& list) const;
+    void report_repetition(const mif_setting& found, diagnostic_list& list) const;
     [[nodiscard]] bool has_line_end(const mif_setting& one) const;
     [[nodiscard]] bool follows_on_line(const mif_setting& one) const;
     [[nodiscard]] diagnostic split_setting_of(const mif_setting& one) const;

@@ -124,19 +124,19 @@ bool mif_header_parser::read_one() {
         sink.finding({mif_syntax::empty_statement, at, at, {}, text_edit{at.offset, 1, ""}});
     } else if (const content_spelling* const known = find_content_spelling(text);
                next.is(mif_token::kind::word) && known != nullptr) {
-        take_content({next.at, known->meant});
+        parse_content({next.at, known->meant});
         return false;
     } else if (next.is(mif_token::kind::word) && kvr::equal_ignoring_case(text, "BEGIN")) {
         sink.finding(
             {mif_syntax::missing_content, next.at, next.at, {}, insertion_at(next.at.offset, "CONTENT ")});
         sink.content({next.at.offset, 0});
-        take_begin();
+        parse_begin();
         return false;
     } else if (const auto spelt = keyword_with_blanks(); !spelt.meant.empty()) {
         if (spelt.meant == "BEGIN") {
-            take_begin_with_blanks(spelt.where);
+            parse_begin_with_blanks(spelt.where);
         } else {
-            take_content(spelt);
+            parse_content(spelt);
         }
         return false;
     } else if (is_statement_ahead()) {
@@ -151,12 +151,12 @@ bool mif_header_parser::read_one() {
         begin({first.at.offset, 0});
         return false;
     } else if (const auto keyword = mif_keyword_of(text); next.is(mif_token::kind::word) && keyword) {
-        take_setting(*keyword);
+        parse_setting(*keyword);
     } else if (const auto glued = keyword_with_digits(text);
                next.is(mif_token::kind::word) && glued && ends_after_word()) {
-        take_glued_setting(*glued, name_of(*glued).size());
+        parse_glued_setting(*glued, name_of(*glued).size());
     } else {
-        take_unknown();
+        parse_unknown();
     }
     return true;
 }
@@ -192,7 +192,7 @@ bool mif_header_parser::ends_after_word() {
     return found;
 }
 
-void mif_header_parser::take_setting(mif_keyword keyword) {
+void mif_header_parser::parse_setting(mif_keyword keyword) {
     const mif_token first_token = tokens.peek();
     mif_setting found{keyword, {}, tokens.take().at, {}};
     const bool has_equals = tokens.peek().is(mif_token::kind::equals);
@@ -228,7 +228,7 @@ void mif_header_parser::take_setting(mif_keyword keyword) {
 }
 
 /// "WIDTH8;"
-void mif_header_parser::take_glued_setting(mif_keyword keyword, std::size_t name_length) {
+void mif_header_parser::parse_glued_setting(mif_keyword keyword, std::size_t name_length) {
     const span word = tokens.take().at;
     mif_setting found{
         keyword, {}, {word.offset, name_length}, {word.offset + name_length, word.length - name_length}};
@@ -263,7 +263,7 @@ void mif_header_parser::find_end_of_setting(mif_setting& found) {
 }
 
 /// A setting that is misspelt, or any other text.
-void mif_header_parser::take_unknown() {
+void mif_header_parser::parse_unknown() {
     const mif_token first = tokens.peek();
     std::uint64_t name_end = first.at.offset;
     while (tokens.peek().is(mif_token::kind::word) &&
@@ -333,7 +333,7 @@ mif_header_parser::spelling mif_header_parser::keyword_with_blanks() {
 }
 
 /// CONTENT, BEGIN or both, which are ahead.
-void mif_header_parser::take_content(const spelling& found) {
+void mif_header_parser::parse_content(const spelling& found) {
     while (!tokens.peek().is(mif_token::kind::end) && tokens.peek().at.offset < found.where.end()) {
         tokens.take();
     }
@@ -358,11 +358,11 @@ void mif_header_parser::find_begin(const span& content) {
     while (!tokens.peek().is(mif_token::kind::end) && !is_statement_ahead()) {
         const mif_token& next = tokens.peek();
         if (next.is(mif_token::kind::word) && kvr::equal_ignoring_case(tokens.in(next.at), "BEGIN")) {
-            take_begin();
+            parse_begin();
             return;
         }
         if (const auto spelt = keyword_with_blanks(); spelt.meant == "BEGIN") {
-            take_content(spelt);
+            parse_content(spelt);
             return;
         }
         const span at = tokens.take().at;
@@ -377,7 +377,7 @@ void mif_header_parser::find_begin(const span& content) {
 }
 
 /// "BE GIN" where nothing said CONTENT: both faults are one, and so is their repair.
-void mif_header_parser::take_begin_with_blanks(const span& where) {
+void mif_header_parser::parse_begin_with_blanks(const span& where) {
     sink.finding({mif_syntax::missing_content,
                   where,
                   where,
@@ -390,7 +390,7 @@ void mif_header_parser::take_begin_with_blanks(const span& where) {
     begin(where);
 }
 
-void mif_header_parser::take_begin() {
+void mif_header_parser::parse_begin() {
     const span word = tokens.take().at;
     begin(word);
     if (tokens.peek().is(mif_token::kind::semicolon) && !tokens.peek().starts_line) {

@@ -21,18 +21,18 @@ private:
     };
 
     bool read_one();
-    void take_setting(mif_keyword keyword);
-    void take_glued_setting(mif_keyword keyword, std::size_t name_length);
+    void parse_setting(mif_keyword keyword);
+    void parse_glued_setting(mif_keyword keyword, std::size_t name_length);
     void find_missing_equals(const mif_setting& found);
     void find_end_of_setting(mif_setting& found);
-    void take_unknown();
+    void parse_unknown();
     void find_header_text(const mif_token& first, std::uint64_t end);
     [[nodiscard]] bool ends_after_word();
     [[nodiscard]] spelling keyword_with_blanks();
-    void take_content(const spelling& found);
+    void parse_content(const spelling& found);
     void begin(const span& keyword);
-    void take_begin();
-    void take_begin_with_blanks(const span& where);
+    void parse_begin();
+    void parse_begin_with_blanks(const span& where);
     void find_begin(const span& content);
     [[nodiscard]] bool is_statement_ahead();
 

@@ -39,11 +39,11 @@ void mif_overlaps::take(const mif_statement& found, const mif_addresses& address
     const auto first = static_cast<std::uint32_t>(addresses.first);
     const auto last = static_cast<std::uint32_t>(std::min(addresses.last, form.depth - 1));
     if (found.is_range()) {
-        take_range(found, first, last);
+        add_range(found, first, last);
     } else if (values.size() == 1) {
-        take_single(found, first);
+        add_single(found, first);
     } else {
-        take_list(found, first, last);
+        add_list(found, first, last);
     }
     words.fill(first, last, values);
 }
@@ -63,7 +63,7 @@ bool mif_overlaps::differ(std::string_view left, std::string_view right) const {
     return !left_word || left_word != word_of(right);
 }
 
-void mif_overlaps::take_single(const mif_statement& found, std::uint32_t address) {
+void mif_overlaps::add_single(const mif_statement& found, std::uint32_t address) {
     const std::string_view before = words[address];
     const bool is_other = differ(before, values.front());
     if (singles.insert(address)) {
@@ -87,7 +87,7 @@ void mif_overlaps::take_single(const mif_statement& found, std::uint32_t address
     doubtful.push_back({address, address});
 }
 
-void mif_overlaps::take_list(const mif_statement& found, std::uint32_t first, std::uint32_t last) {
+void mif_overlaps::add_list(const mif_statement& found, std::uint32_t first, std::uint32_t last) {
     bool is_new = true;
     for (std::uint64_t address = first; address <= last; ++address) {
         const auto at = static_cast<std::uint32_t>(address);
@@ -99,7 +99,7 @@ void mif_overlaps::take_list(const mif_statement& found, std::uint32_t first, st
     }
 }
 
-void mif_overlaps::take_range(const mif_statement& found, std::uint32_t first, std::uint32_t last) {
+void mif_overlaps::add_range(const mif_statement& found, std::uint32_t first, std::uint32_t last) {
     if (const auto address = first_difference(first, last)) {
         find_overlap(found, first, *address);
     }

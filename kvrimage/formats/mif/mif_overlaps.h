@@ -26,9 +26,9 @@ public:
     [[nodiscard]] const std::vector<address_range>& in_doubt() const noexcept { return doubtful; }
 
 private:
-    void take_single(const mif_statement& found, std::uint32_t address);
-    void take_list(const mif_statement& found, std::uint32_t first, std::uint32_t last);
-    void take_range(const mif_statement& found, std::uint32_t first, std::uint32_t last);
+    void add_single(const mif_statement& found, std::uint32_t address);
+    void add_list(const mif_statement& found, std::uint32_t first, std::uint32_t last);
+    void add_range(const mif_statement& found, std::uint32_t first, std::uint32_t last);
     [[nodiscard]] bool differ(std::string_view left, std::string_view right) const;
     [[nodiscard]] std::optional<std::uint32_t> first_difference(std::uint32_t first,
                                                                 std::uint32_t last) const;

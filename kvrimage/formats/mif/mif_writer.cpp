@@ -225,9 +225,9 @@ public:
 
     [[nodiscard]] std::uint64_t total() {
         for_each_row_cycle_or_run(
-            image.words(), [this](const kvr::word_row& row, std::uint64_t) { return take_row(row); },
-            [this](const text_cycle& cycle) { return take_cycle(cycle); },
-            [this](const text_run& run) { take_run(run); });
+            image.words(), [this](const kvr::word_row& row, std::uint64_t) { return add_row(row); },
+            [this](const text_cycle& cycle) { return add_cycle(cycle); },
+            [this](const text_run& run) { add_run(run); });
         return size;
     }
 
@@ -243,7 +243,7 @@ private:
         return text.size();
     }
     /// The words up to one that the next word equals, or the last, whose next is not known.
-    std::uint32_t take_row(const kvr::word_row& row) {
+    std::uint32_t add_row(const kvr::word_row& row) {
         if (!layout.shows_words()) {
             return 0;
         }
@@ -254,12 +254,12 @@ private:
         size += count * (single_line + row.length);
         return count;
     }
-    void take_run(const text_run& run) {
+    void add_run(const text_run& run) {
         const std::uint64_t lines = layout.runs ? 1 : length_of(run);
         const bool is_range = layout.runs && run.first != run.last;
         size += lines * ((is_range ? range_line : single_line) + length_of_word(run.text));
     }
-    std::uint64_t take_cycle(const text_cycle& cycle) {
+    std::uint64_t add_cycle(const text_cycle& cycle) {
         std::uint64_t turn = 0;
         for (std::uint32_t index = 0; index < cycle.period; ++index) {
             turn += length_of_word(image.words()[cycle.first + index]) + (layout.runs ? 1 : single_line);

@@ -35,7 +35,7 @@ public:
         return is_there;
     }
     /// The number; nothing without a digit, and from 2^32 on.
-    std::optional<std::uint64_t> take_number(unsigned base) noexcept {
+    std::optional<std::uint64_t> parse_number(unsigned base) noexcept {
         const std::size_t begin = at;
         std::uint64_t number = 0;
         for (; at < text.size(); ++at) {
@@ -51,7 +51,7 @@ public:
         return at != begin ? std::optional(number) : std::nullopt;
     }
     /// A value, and the blanks that end it unless a ";" does.
-    bool take_value(regular_mif_line& line) noexcept {
+    bool parse_value(regular_mif_line& line) noexcept {
         take('-');
         const std::size_t begin = at;
         while (at < text.size() && is_value_digit[static_cast<unsigned char>(text[at])]) {
@@ -67,7 +67,7 @@ public:
         return true;
     }
     /// Goes to the next line. False when something but a comment precedes it.
-    bool take_line_end() noexcept {
+    bool parse_line_end() noexcept {
         skip_blanks();
         if (text.substr(at, 2) == "--") {
             at = std::min(text.find('\n', at), text.size());
@@ -83,11 +83,11 @@ private:
 };
 
 /// Values up to the ";".
-bool take_values(line_scan& scan, regular_mif_line& line) noexcept {
+bool parse_regular_values(line_scan& scan, regular_mif_line& line) noexcept {
     scan.skip_blanks();
     line.values_begin = scan.place();
     do {
-        if (!scan.take_value(line)) {
+        if (!scan.parse_value(line)) {
             return false;
         }
     } while (!scan.take(';'));
@@ -102,14 +102,14 @@ std::optional<regular_mif_line> regular_mif_line_at(std::string_view contents, s
     regular_mif_line line{};
     scan.skip_blanks();
     line.address_begin = scan.place();
-    const auto address = scan.take_number(address_base);
+    const auto address = scan.parse_number(address_base);
     if (!address) {
         return std::nullopt;
     }
     line.address = *address;
     line.address_end = scan.place();
     scan.skip_blanks();
-    if (!scan.take(':') || !take_values(scan, line) || !scan.take_line_end()) {
+    if (!scan.take(':') || !parse_regular_values(scan, line) || !scan.parse_line_end()) {
         return std::nullopt;
     }
     line.next_line = scan.place();

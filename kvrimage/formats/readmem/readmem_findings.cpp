@@ -47,10 +47,10 @@ void readmem_findings::take(const readmem_piece& piece) {
     case readmem_kind::blanks:
         break;
     case readmem_kind::word:
-        take_word(piece);
+        on_word(piece);
         break;
     case readmem_kind::address:
-        take_address(piece);
+        on_address(piece);
         break;
     case readmem_kind::line_comment:
     case readmem_kind::block_comment:
@@ -78,7 +78,7 @@ void readmem_findings::take(const readmem_piece& piece) {
     }
 }
 
-void readmem_findings::take_word(const readmem_piece& word) {
+void readmem_findings::on_word(const readmem_piece& word) {
     const std::string_view token = word.where.in(text);
     if (word.fault.length != 0) {
         ++faults;
@@ -88,14 +88,14 @@ void readmem_findings::take_word(const readmem_piece& word) {
         return;
     }
     if (token.front() == '_' || token.back() == '_') {
-        take_underscores(word.where);
+        on_underscores(word.where);
     }
     if (std::ranges::any_of(token, is_high_impedance)) {
         add(high_impedance, word.where);
     }
 }
 
-void readmem_findings::take_underscores(const span& word) {
+void readmem_findings::on_underscores(const span& word) {
     const std::string_view token = word.in(text);
     const std::size_t begin = token.find_first_not_of('_');
     const std::size_t end = token.find_last_not_of('_') + 1;
@@ -109,7 +109,7 @@ void readmem_findings::take_underscores(const span& word) {
     add(underscores, word, std::move(edits));
 }
 
-void readmem_findings::take_address(const readmem_piece& address) {
+void readmem_findings::on_address(const readmem_piece& address) {
     switch (address.address_fault) {
     case readmem_address_fault::none:
         break;

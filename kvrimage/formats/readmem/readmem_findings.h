@@ -42,9 +42,9 @@ private:
         bool is_complete = true; ///< each place has its edits
     };
 
-    void take_word(const readmem_piece& word);
-    void take_underscores(const span& word);
-    void take_address(const readmem_piece& address);
+    void on_word(const readmem_piece& word);
+    void on_underscores(const span& word);
+    void on_address(const readmem_piece& address);
     void add(cause& to, const span& where, std::vector<text_edit> edits = {}) const;
     static void add_repairable(diagnostic_list& list, const cause& of, diagnostic shown,
                                std::string_view repair);

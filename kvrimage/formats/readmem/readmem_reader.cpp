@@ -35,7 +35,7 @@ bool every_readmem_word_has_prefix(std::string_view contents, radix digits_radix
 
 /// Bits of the digits of words.
 struct readmem_lengths {
-    std::uint64_t shortest = std::numeric_limits<std::uint64_t>::max(); ///< the same without a word
+    std::uint64_t shortest = std::numeric_limits<std::uint64_t>::max(); ///< this where there is no word
     std::uint64_t longest = 0;
 };
 
@@ -84,7 +84,7 @@ public:
 private:
     bool read_fast_line();
     [[nodiscard]] bool are_binary(const fast_rif_line& line) const;
-    void take_word(const readmem_piece& piece);
+    void read_word(const readmem_piece& piece);
     void add_word(const readmem_piece& piece);
     [[nodiscard]] std::string_view digits_of(const readmem_piece& piece);
     [[nodiscard]] bool is_prefix(const readmem_piece& piece);
@@ -189,13 +189,13 @@ bool readmem_reading::are_binary(const fast_rif_line& line) const {
 void readmem_reading::take(const readmem_piece& piece) {
     findings.take(piece);
     if (piece.what == readmem_kind::word) {
-        take_word(piece);
+        read_word(piece);
     } else if (piece.what == readmem_kind::address && !addresses.take(piece)) {
         findings.add_within_word(piece);
     }
 }
 
-void readmem_reading::take_word(const readmem_piece& piece) {
+void readmem_reading::read_word(const readmem_piece& piece) {
     if (addresses.peek()) {
         add_word(piece);
     }

@@ -20,10 +20,10 @@ struct readmem_counts {
             is_simple = is_simple && piece.where.in(text).find('\f') == std::string_view::npos;
             break;
         case readmem_piece::kind::word:
-            take_word(piece.where.in(text), piece.fault.length == 0);
+            on_word(piece.where.in(text), piece.fault.length == 0);
             break;
         case readmem_piece::kind::address:
-            take_address(piece);
+            on_address(piece);
             break;
         case readmem_piece::kind::byte_order_mark:
         case readmem_piece::kind::line_comment:
@@ -40,14 +40,14 @@ struct readmem_counts {
     }
 
 private:
-    void take_address(const readmem_piece& address) {
+    void on_address(const readmem_piece& address) {
         constexpr std::uint64_t highest_of_rif = 0xFFFFFFFF;
         const bool is_proper = address.address_fault == readmem_address_fault::none;
         addresses += is_proper ? 1 : 0;
         faults += is_proper ? 0 : 1;
         is_simple = is_simple && address.address <= highest_of_rif;
     }
-    void take_word(std::string_view word, bool is_proper) {
+    void on_word(std::string_view word, bool is_proper) {
         words += is_proper ? 1 : 0;
         faults += is_proper ? 0 : 1;
         is_simple = is_simple && word.find_first_of("_zZ") == std::string_view::npos;

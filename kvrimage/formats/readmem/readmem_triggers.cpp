@@ -34,13 +34,13 @@ public:
     [[nodiscard]] readmem_triggers take_all() { return std::move(found); }
 
 private:
-    void take_mark(const span& where);
-    void take_blanks(const span& where);
-    void take_word(const readmem_piece& word);
-    void take_fault(const span& fault);
-    void take_address(const readmem_piece& address);
-    void take_line_comment(const span& where);
-    void take_separator(const span& where);
+    void on_mark(const span& where);
+    void on_blanks(const span& where);
+    void on_word(const readmem_piece& word);
+    void on_fault(const span& fault);
+    void on_address(const readmem_piece& address);
+    void on_line_comment(const span& where);
+    void on_separator(const span& where);
     [[nodiscard]] char at(std::uint64_t offset) const { return offset < text.size() ? text[offset] : ' '; }
     [[nodiscard]] bool is_digit_at(std::uint64_t offset) const {
         return is_readmem_digit(at(offset), digits_are);
@@ -66,19 +66,19 @@ void readmem_trigger_finder::add(readmem_trigger trigger, const span& where, std
 void readmem_trigger_finder::take(const readmem_piece& piece) {
     switch (piece.what) {
     case readmem_kind::byte_order_mark:
-        take_mark(piece.where);
+        on_mark(piece.where);
         break;
     case readmem_kind::blanks:
-        take_blanks(piece.where);
+        on_blanks(piece.where);
         break;
     case readmem_kind::word:
-        take_word(piece);
+        on_word(piece);
         break;
     case readmem_kind::address:
-        take_address(piece);
+        on_address(piece);
         break;
     case readmem_kind::line_comment:
-        take_line_comment(piece.where);
+        on_line_comment(piece.where);
         break;
     case readmem_kind::block_comment:
         if (piece.where.in(text).starts_with("/*/")) {
@@ -92,16 +92,16 @@ void readmem_trigger_finder::take(const readmem_piece& piece) {
             piece.where);
         break;
     case readmem_kind::separator:
-        take_separator(piece.where);
+        on_separator(piece.where);
         break;
     default: // readmem_kind::stray
-        take_fault(piece.where);
+        on_fault(piece.where);
         break;
     }
     before = piece.what;
 }
 
-void readmem_trigger_finder::take_mark(const span& where) {
+void readmem_trigger_finder::on_mark(const span& where) {
     add(readmem_trigger::byte_order_mark, where);
     if (!is_digit_at(where.end())) {
         add(readmem_trigger::mark_before_text, where);
@@ -109,7 +109,7 @@ void readmem_trigger_finder::take_mark(const span& where) {
 }
 
 /// A form feed is harmless at the front of a word that a blank comes before.
-void readmem_trigger_finder::take_blanks(const span& where) {
+void readmem_trigger_finder::on_blanks(const span& where) {
     const std::string_view blanks = where.in(text);
     for (std::size_t offset = blanks.find('\f'); offset != std::string_view::npos;
          offset = blanks.find('\f', offset + 1)) {
@@ -121,10 +121,10 @@ void readmem_trigger_finder::take_blanks(const span& where) {
     }
 }
 
-void readmem_trigger_finder::take_word(const readmem_piece& word) {
+void readmem_trigger_finder::on_word(const readmem_piece& word) {
     last_word = word.where;
     if (word.fault.length != 0) {
-        take_fault(word.fault);
+        on_fault(word.fault);
         return;
     }
     const std::string_view digits = word.where.in(text).substr(word.prefix);
@@ -136,12 +136,12 @@ void readmem_trigger_finder::take_word(const readmem_piece& word) {
     }
 }
 
-void readmem_trigger_finder::take_fault(const span& fault) {
+void readmem_trigger_finder::on_fault(const span& fault) {
     const bool has_slash = fault.in(text).find('/') != std::string_view::npos;
     add(has_slash ? readmem_trigger::slash : readmem_trigger::bad_character, fault);
 }
 
-void readmem_trigger_finder::take_address(const readmem_piece& address) {
+void readmem_trigger_finder::on_address(const readmem_piece& address) {
     const span& where = address.where;
     if (before == readmem_kind::word || before == readmem_kind::address) {
         add(readmem_trigger::joined_address, where, {{where.offset, 0, " "}});
@@ -168,7 +168,7 @@ void readmem_trigger_finder::take_address(const readmem_piece& address) {
     }
 }
 
-void readmem_trigger_finder::take_line_comment(const span& where) {
+void readmem_trigger_finder::on_line_comment(const span& where) {
     const std::string_view comment = where.in(text);
     const std::vector<text_edit> blank_before = {{where.offset, 0, " "}};
     if (before == readmem_kind::address) {
@@ -191,7 +191,7 @@ void readmem_trigger_finder::take_line_comment(const span& where) {
     }
 }
 
-void readmem_trigger_finder::take_separator(const span& where) {
+void readmem_trigger_finder::on_separator(const span& where) {
     add(readmem_trigger::separator, where);
     const bool blank_before = where.offset == 0 || is_readmem_blank(at(where.offset - 1));
     const bool blank_after = is_readmem_blank(at(where.end()));

@@ -59,7 +59,7 @@ void rif_diagnostics::take(const rif_piece& piece) {
     case rif_kind::blanks:
         break;
     case rif_kind::tabs:
-        take_tabs(piece.where);
+        on_tabs(piece.where);
         break;
     case rif_kind::line_end:
         line = {};
@@ -71,7 +71,7 @@ void rif_diagnostics::take(const rif_piece& piece) {
         break;
     case rif_kind::word:
     case rif_kind::address:
-        take_item(piece);
+        on_item(piece);
         break;
     case rif_kind::comment:
         comments.where.add(piece.where);
@@ -103,17 +103,17 @@ void rif_diagnostics::add_grouped(grouped_places& groups, const span& where, dia
     }
 }
 
-void rif_diagnostics::take_item(const rif_piece& piece) {
+void rif_diagnostics::on_item(const rif_piece& piece) {
     const bool is_address = piece.what == rif_piece::kind::address;
     const bool is_sound = piece.address_fault != rif_address_fault::syntax;
     if (line.has_item && is_sound && (is_address || line.ends_with_address)) {
         add_not_alone(piece);
     }
     if (is_address) {
-        take_address(piece);
+        on_address(piece);
         line.latest_address = piece.where;
     } else {
-        take_word(piece);
+        on_word(piece);
     }
     line.has_item = true;
     line.ends_with_address = is_address && is_sound;
@@ -131,7 +131,7 @@ void rif_diagnostics::add_not_alone(const rif_piece& piece) {
              {line.blanks_begin, piece.where.offset - line.blanks_begin, std::string(rif_line_end(text))});
 }
 
-void rif_diagnostics::take_word(const rif_piece& piece) {
+void rif_diagnostics::on_word(const rif_piece& piece) {
     ++words;
     const std::string_view word = piece.where.in(text);
     if (piece.fault.length == 0) {
@@ -151,7 +151,7 @@ void rif_diagnostics::add_illegal(const span& where) {
     add_grouped(illegal, where, illegal_text);
 }
 
-void rif_diagnostics::take_address(const rif_piece& piece) {
+void rif_diagnostics::on_address(const rif_piece& piece) {
     switch (piece.address_fault) {
     case rif_address_fault::none:
         break;
@@ -173,7 +173,7 @@ void rif_diagnostics::take_address(const rif_piece& piece) {
 }
 
 /// In a line with an "@" the library overlooks tabs, as it does all but the address.
-void rif_diagnostics::take_tabs(const span& where) {
+void rif_diagnostics::on_tabs(const span& where) {
     if (where.offset >= tab_line_end) {
         const auto offset = static_cast<std::size_t>(where.offset);
         const std::size_t begin = text.rfind('\n', offset) + 1; // 0 without one

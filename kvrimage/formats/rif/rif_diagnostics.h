@@ -44,10 +44,10 @@ private:
     using grouped_places = std::map<std::string, places, std::less<>>;
     using diagnose_text = diagnostic (*)(const places& where, std::string_view text);
 
-    void take_item(const rif_piece& piece);
-    void take_word(const rif_piece& piece);
-    void take_address(const rif_piece& piece);
-    void take_tabs(const span& where);
+    void on_item(const rif_piece& piece);
+    void on_word(const rif_piece& piece);
+    void on_address(const rif_piece& piece);
+    void on_tabs(const span& where);
     void add_illegal(const span& where);
     void add_edit(rif_repair& cause, text_edit edit) const;
     void add_not_alone(const rif_piece& piece);

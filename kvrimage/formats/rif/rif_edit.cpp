@@ -149,17 +149,23 @@ line_survey survey_lines(std::string_view contents, const edit_pieces& pieces) {
     return survey;
 }
 
-/// The text of the word that the file has for @p address; "" when it has none that can be read.
-std::string_view old_text(const memory_image& image, std::uint64_t address) {
-    return address < image.depth() ? image.words()[address] : "";
-}
+/// The words of a file before the edit, by the addresses that it has for them.
+struct old_words {
+    const memory_image& image;
+    std::uint64_t base; ///< the address of word 0
+
+    /// The text of the word at @p address; "" when the file has none there that can be read.
+    [[nodiscard]] std::string_view operator[](std::uint64_t address) const {
+        return address - base < image.depth() ? image.words()[address - base] : "";
+    }
+};
 
 /// Replaces the words of @p line that @p pieces give another value.
-void change_line(std::string_view contents, const memory_image& image, const word_line& line,
+void change_line(std::string_view contents, const old_words& old, const word_line& line,
                  const std::vector<edit_piece>& pieces, std::vector<text_edit>& edits) {
     for (const edit_piece& piece : pieces) {
         for (std::uint64_t address = piece.first; address <= piece.last; ++address) {
-            if (old_text(image, address) != piece.text_at(address)) {
+            if (old[address] != piece.text_at(address)) {
                 const span where = line.word(contents, address - line.first);
                 edits.push_back({where.offset, where.length,
                                  rif_text(piece.word_at(address), style_of(where.in(contents)))});
@@ -168,14 +174,14 @@ void change_line(std::string_view contents, const memory_image& image, const wor
     }
 }
 
-void change_words(std::string_view contents, const memory_image& image,
-                  const std::vector<touched_place>& places, std::vector<text_edit>& edits) {
+void change_words(std::string_view contents, const old_words& old, const std::vector<touched_place>& places,
+                  std::vector<text_edit>& edits) {
     auto next = places.begin();
     for_each_word_line(
         contents,
         [&](const word_line& line) {
             if (next != places.end() && next->number == line.number) {
-                change_line(contents, image, line, next->pieces, edits);
+                change_line(contents, old, line, next->pieces, edits);
                 ++next;
             }
         },
@@ -212,11 +218,11 @@ std::size_t end_of_last_line(std::string_view contents) {
     return contents.size() - (contents.ends_with("\r\n") ? 2 : 1);
 }
 
-/// Why RIF cannot hold what @p made sets.
-std::optional<diagnostic> find_unwritable(const assignment& made) {
-    if (made.addresses.last > highest_rif_address) {
+/// Why RIF cannot hold what @p made sets, where @p highest is the last address of all.
+std::optional<diagnostic> find_unwritable(const assignment& made, std::uint64_t highest) {
+    if (made.addresses.last > highest) {
         return diagnose::address_outside({}, fmt::format("{:X}", made.addresses.last),
-                                         highest_rif_address_text);
+                                         fmt::format("{:X}", highest));
     }
     for (std::size_t index = 0; index < made.words.size(); ++index) {
         if (!made.words[index].to_text(radix::hex)) {
@@ -228,20 +234,21 @@ std::optional<diagnostic> find_unwritable(const assignment& made) {
 
 } // namespace
 
-edit_result edit_rif(std::string_view contents, const read_result& ours,
+edit_result edit_rif(std::string_view contents, const read_options& options, const read_result& ours,
                      std::span<const assignment> assignments) {
+    const std::uint64_t base = options.base.value_or(0);
     edit_result result;
     for (const assignment& made : assignments) {
-        if (auto unwritable = find_unwritable(made)) {
+        if (auto unwritable = find_unwritable(made, highest_rif_address - base)) {
             result.diagnostics.push_back(std::move(*unwritable));
         }
     }
     if (!result.diagnostics.empty()) {
         return result;
     }
-    edit_pieces pieces(assignments);
+    edit_pieces pieces(assignments, base);
     const line_survey survey = survey_lines(contents, pieces);
-    change_words(contents, *ours.image, find_touched_places(survey.places, pieces), result.edits);
+    change_words(contents, {*ours.image, base}, find_touched_places(survey.places, pieces), result.edits);
     if (!pieces.empty()) {
         const std::string lines = lines_for_unset(pieces.all(), survey, rif_line_end(contents));
         result.edits.push_back({end_of_last_line(contents), 0, lines});

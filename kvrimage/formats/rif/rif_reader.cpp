@@ -54,7 +54,7 @@ public:
     void take(const rif_piece& piece) override {
         diagnostics.take(piece);
         if (piece.what == rif_piece::kind::word && piece.address != no_rif_address) {
-            take_word(piece);
+            read_word(piece);
         }
     }
 
@@ -84,7 +84,7 @@ private:
         }
     }
 
-    void take_word(const rif_piece& piece) {
+    void read_word(const rif_piece& piece) {
         if (piece.address > highest_rif_address) {
             beyond_all.add(piece.where);
         } else if (piece.fault.length != 0) {

@@ -83,14 +83,14 @@ void srec_parser::find_fault(std::string_view digits) {
         set_fault(srec_fault::fields, digits_from, 2);
     } else {
         static_cast<void>(decode_hex(digits, bytes.data())); // they are digits
-        if (!take_fields(digits)) {
+        if (!parse_fields(digits)) {
             set_fault(srec_fault::checksum, digits_from + digits.size() - 2, 2);
         }
     }
 }
 
 /// Takes address and data from the bytes of @p digits, which were decoded; false for a wrong checksum.
-bool srec_parser::take_fields(std::string_view digits) {
+bool srec_parser::parse_fields(std::string_view digits) {
     const std::string_view all(bytes.data(), digits.size() / 2);
     const std::size_t address_bytes = srec_address_bytes[current.type];
     current.address =

@@ -85,7 +85,7 @@ private:
     void find_parts();
     void parse_record();
     void find_fault(std::string_view digits);
-    bool take_fields(std::string_view digits);
+    bool parse_fields(std::string_view digits);
     void set_fault(srec_fault what, std::size_t first, std::size_t count);
 
     std::string_view contents;

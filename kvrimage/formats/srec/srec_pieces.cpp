@@ -23,12 +23,12 @@ public:
         if (line.what == srec_line::kind::text) {
             words.add(text_piece::kind::comment, line.content);
         } else if (line.what == srec_line::kind::record && line.fault == srec_fault::none) {
-            take_record(line);
+            add_record(line);
         }
     }
 
 private:
-    void take_record(const srec_line& line) const {
+    void add_record(const srec_line& line) const {
         words.add(text_piece::kind::record, {line.content.offset, type_length});
         const span address{line.content.offset + 2 * type_length,
                            std::uint64_t{2} * srec_address_bytes[line.type]};

@@ -145,9 +145,9 @@ public:
 
     read_result read() {
         do {
-            while (!end_line && take_record_run()) {
+            while (!end_line && read_record_run()) {
             }
-        } while (take_next_line());
+        } while (read_next_line());
         result.facts.as = &srec_format;
         if (!has_record) {
             list = diagnostic_list(options.most_diagnostics);
@@ -165,14 +165,14 @@ public:
 
 private:
     /// Takes neighbouring data records, if there are some.
-    bool take_record_run() {
+    bool read_record_run() {
         line_walk& lines = parser.to_come();
         const std::string_view rest = lines.rest();
         if (rest.size() < 2 || rest[1] < '1' || rest[1] > '3') {
             return false;
         }
         const auto type = static_cast<unsigned>(rest[1] - '0');
-        const record_run run = kvrimage::take_record_run(rest, srec_styles[type], blocks.next_room());
+        const record_run run = take_record_run(rest, srec_styles[type], blocks.next_room());
         if (run.records == 0) {
             return false;
         }
@@ -183,23 +183,23 @@ private:
         return true;
     }
 
-    bool take_next_line() {
+    bool read_next_line() {
         const bool is_there = parser.next();
         if (is_there) {
-            take_line(parser.line());
+            read_line(parser.line());
         }
         return is_there;
     }
 
-    void take_line(const srec_line& line) {
+    void read_line(const srec_line& line) {
         if (line.what == srec_line::kind::text) {
             text.add(line.content);
         } else if (line.what == srec_line::kind::record) {
-            take_record(line);
+            read_record(line);
         }
     }
 
-    void take_record(const srec_line& line) {
+    void read_record(const srec_line& line) {
         has_record = true;
         if (end_line) {
             records_after_end.add(line.content);
@@ -217,12 +217,12 @@ private:
             has_fault = true;
             return;
         }
-        take_good_record(line);
+        read_good_record(line);
     }
 
-    void take_good_record(const srec_line& line) {
+    void read_good_record(const srec_line& line) {
         if (line.is_data()) {
-            take_data(line);
+            read_data(line);
         } else if (line.is_count()) {
             compare_count(line);
         } else if (line.is_end()) {
@@ -236,7 +236,7 @@ private:
         }
     }
 
-    void take_data(const srec_line& line) {
+    void read_data(const srec_line& line) {
         types_used[line.type] = true;
         if (line.data.empty()) {
             return;

@@ -16,7 +16,7 @@ public:
 
     void take(const titxt_piece& piece) {
         if (piece.what == titxt_piece::kind::bytes) {
-            take_bytes(piece);
+            add_bytes(piece);
             return;
         }
         const bool is_end = piece.what == titxt_piece::kind::end;
@@ -26,7 +26,7 @@ public:
     [[nodiscard]] std::string finish() { return layout.finish(); }
 
 private:
-    void take_bytes(const titxt_piece& piece) {
+    void add_bytes(const titxt_piece& piece) {
         for (std::uint64_t index = 0; index < piece.bytes.size(); ++index) {
             const span byte = span_of_titxt_byte(text, piece, index);
             layout.add(byte, kvr::to_upper_case(byte.in(text)), begins_line);

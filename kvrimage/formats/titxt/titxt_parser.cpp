@@ -22,14 +22,14 @@ bool titxt_parser::next() {
     if (position == contents.size()) {
         return false;
     }
-    if (!take_bytes()) {
-        take_other();
+    if (!parse_bytes()) {
+        parse_other();
     }
     return true;
 }
 
 /// Pairs of digits, each before a blank or the end.
-bool titxt_parser::take_bytes() {
+bool titxt_parser::parse_bytes() {
     const char* const text = contents.data();
     const std::size_t size = contents.size();
     std::size_t count = 0;
@@ -65,20 +65,20 @@ bool titxt_parser::take_bytes() {
     return count != 0;
 }
 
-void titxt_parser::take_other() {
+void titxt_parser::parse_other() {
     const std::size_t end = std::min(contents.find_first_of(titxt_blanks, position), contents.size());
     current.where = {position, std::max<std::size_t>(end - position, 1)};
     position += current.where.length;
     const std::string_view text = current.where.in(contents);
     if (text.front() == '@') {
         current.what =
-            take_address(text.substr(1)) ? titxt_piece::kind::address : titxt_piece::kind::bad_address;
+            parse_address(text.substr(1)) ? titxt_piece::kind::address : titxt_piece::kind::bad_address;
     } else {
         current.what = text == "q" || text == "Q" ? titxt_piece::kind::end : titxt_piece::kind::bad_byte;
     }
 }
 
-bool titxt_parser::take_address(std::string_view digits) {
+bool titxt_parser::parse_address(std::string_view digits) {
     constexpr int base = 16;
     const char* const last = digits.data() + digits.size();
     const auto [end, error] = std::from_chars(digits.data(), last, current.address, base);

@@ -36,9 +36,9 @@ public:
     [[nodiscard]] const titxt_piece& piece() const noexcept { return current; }
 
 private:
-    [[nodiscard]] bool take_bytes();
-    void take_other();
-    bool take_address(std::string_view digits);
+    [[nodiscard]] bool parse_bytes();
+    void parse_other();
+    bool parse_address(std::string_view digits);
 
     std::string_view contents;
     std::size_t position = 0;

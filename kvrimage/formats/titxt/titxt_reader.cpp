@@ -74,7 +74,7 @@ private:
             break;
         case titxt_piece::kind::bytes:
             has_content = true;
-            take_bytes(piece, address);
+            read_bytes(piece, address);
             break;
         case titxt_piece::kind::end:
             has_end = has_content = true;
@@ -89,7 +89,7 @@ private:
         }
     }
 
-    void take_bytes(const titxt_piece& piece, std::optional<std::uint64_t> address) {
+    void read_bytes(const titxt_piece& piece, std::optional<std::uint64_t> address) {
         if (address) {
             piece.bytes.copy(blocks.room_for(*address, piece.bytes.size()), piece.bytes.size());
         } else if (!has_address && homeless.empty()) {

@@ -37,6 +37,14 @@ TEST(EditPieces, LaterAssignmentCounts) {
     EXPECT_EQ(pieces.all()[2].text_at(5), "01");
 }
 
+TEST(EditPieces, AreAtTheAddressesOfAFileWithABase) {
+    const std::vector<assignment> made = {assigned(0, 4, {1, 2}), assigned(2, 2, {3})};
+    const edit_pieces pieces(made, 100);
+    EXPECT_EQ(ranges_of(pieces.all()), "100-101 102-102 103-104 ");
+    EXPECT_EQ(pieces.all()[0].text_at(101), "02");
+    EXPECT_EQ(pieces.all()[2].text_at(103), "02");
+}
+
 TEST(EditPieces, UnitesNeighboursOfOneWord) {
     const std::vector<assignment> made = {assigned(0, 1, {1}), assigned(2, 2, {1}), assigned(4, 4, {1}),
                                           assigned(5, 5, {2})};

@@ -87,6 +87,41 @@ TEST(Edit, BeyondTheLastWordOfAFileWithoutADepthMakesItDeeper) {
               ":020000000001FD\n:020005000007F2\n:00000001FF\n");
 }
 
+TEST(Edit, WithABaseCountsFromIt) {
+    EXPECT_EQ(edited_contents("WIDTH=8;\nDEPTH=32;\nCONTENT BEGIN\n[10..12] : 1F;\nEND;\n",
+                              {new_word(0, 2), new_word(1, 0x1F), new_word(4, 3)}, {.base = 0x10}),
+              "WIDTH=8;\nDEPTH=32;\nCONTENT BEGIN\n10 : 02;\n[11..12] : 1F;\n14 : 03;\nEND;\n");
+    EXPECT_EQ(edited_contents("@10\n01 02\n", {new_word(0, 1), new_word(1, 0x2A), new_word(4, 3)},
+                              {.as = format_of_name("rif"), .width = 8, .base = 0x10}),
+              "@10\n01 2A\n@14\n03\n");
+    EXPECT_EQ(edited_contents(":020010000001ED\n:00000001FF\n", {new_word(0, 2, 16), new_word(2, 3, 16)},
+                              {.width = 16, .unit = address_unit::word, .base = 0x10}),
+              ":020010000002EC\n:020012000003E9\n:00000001FF\n");
+    EXPECT_EQ(
+        edited_contents(":020011000001EC\n:00000001FF\n", {new_word(0, 2, 16), new_word(2, 3, 16)},
+                        {.width = 16, .unit = address_unit::byte, .order = byte_order::big, .base = 0x11}),
+        ":020011000002EB\n:020015000003E6\n:00000001FF\n");
+}
+
+TEST(Edit, WithABaseReportsAddressesThatCountFromIt) {
+    EXPECT_EQ(edited_contents("WIDTH=8;\nDEPTH=32;\nCONTENT BEGIN\n10 : 1F;\nEND;\n", {new_word(16, 2)},
+                              {.base = 0x10}),
+              "address 16 is beyond the depth 16 (0 to 15)\n");
+    const assignment dont_care = {{1, 1}, {*word::parse("1XXXXXXX", radix::bin, 8).value}};
+    EXPECT_EQ(
+        edited_contents("WIDTH=8;\nDEPTH=32;\nCONTENT BEGIN\n10 : 1F;\nEND;\n", {dont_care}, {.base = 0x10}),
+        "word 1XXXXXXX at address 1 has don't-care bits, which HEX cannot show\n");
+    EXPECT_EQ(edited_contents("@10\n01 02\n", {new_word(0xFFFFFFF0, 1)},
+                              {.as = format_of_name("rif"), .width = 8, .base = 0x10}),
+              "address FFFFFFF0 is beyond the largest, FFFFFFEF\n");
+    EXPECT_EQ(edited_contents(":020010000001ED\n:00000001FF\n", {new_word(0xFFFFFFF0, 1, 16)},
+                              {.width = 16, .unit = address_unit::word, .base = 0x10}),
+              "address 4294967280 is beyond 4294967279, the largest of Intel HEX\n");
+    EXPECT_EQ(edited_contents(":00000001FF\n", {new_word(0, 1)},
+                              {.width = 8, .depth = 4, .unit = address_unit::byte, .base = 0x200000000}),
+              "address 8589934592 is beyond 4294967295, the largest of Intel HEX\n");
+}
+
 TEST(Edit, OfAWordThatTheFormatCannotHoldSaysWhy) {
     const assignment dont_care = {{1, 1}, {*word::parse("XXXX", radix::hex, 16).value}};
     EXPECT_EQ(edited_contents(":020000000001FD\n:00000001FF\n", {dont_care}, words_of_16),

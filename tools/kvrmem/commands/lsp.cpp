@@ -2,6 +2,7 @@
 #include "kvrimage/files/platform.h"
 #include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
+#include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/lsp/server.h"
 #include "tools/kvrmem/platform/standard_output.h"
 #include "tools/kvrmem/platform/system.h"
@@ -35,15 +36,7 @@ std::string_view read_block(std::vector<char>& block) {
 
 lsp::file_settings settings_of(const arguments& given) {
     lsp::file_settings settings;
-    kvrimage::read_options& reading = settings.check.read;
-    reading.as = given.from;
-    reading.width = given.width;
-    reading.depth = given.depth;
-    reading.unit = given.unit;
-    reading.order = given.order;
-    reading.base = given.base;
-    reading.pad = given.pad;
-    reading.choices = given.read_choices;
+    settings.check.read = read_options_of(given, "");
     settings.check.consumers = given.consumers.value_or(settings.check.consumers);
     settings.shown_radix = given.radix;
     return settings;

@@ -256,7 +256,7 @@ const broken_file* known_refusal(const std::vector<known_fault>& faults, const d
 bool apply(memory_input& input, const std::vector<assignment>& assignments,
            const std::vector<known_fault>& faults) {
     const kvrimage::edit_result edit =
-        input.options.as->edit(input.file.contents(), input.result, assignments);
+        input.options.as->edit(input.file.contents(), input.options, input.result, assignments);
     if (!edit.diagnostics.empty()) {
         const diagnostic& first = edit.diagnostics.front();
         if (const broken_file* const refusal = known_refusal(faults, first)) {

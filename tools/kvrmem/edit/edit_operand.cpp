@@ -6,6 +6,7 @@
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/platform/counted.h"
 #include "tools/kvrmem/platform/tool_error.h"
+#include "tools/kvrmem/platform/trimmed_text.h"
 
 #include <fmt/format.h>
 
@@ -19,15 +20,7 @@ namespace {
 using kvrimage::bit_field;
 using kvrimage::word;
 
-constexpr std::string_view operand_blanks = " \t";
 constexpr std::string_view fixed_prefix = "fixed:";
-
-std::string_view trimmed(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(operand_blanks);
-    return first == std::string_view::npos
-               ? text.substr(text.size())
-               : text.substr(first, text.find_last_not_of(operand_blanks) - first + 1);
-}
 
 [[noreturn]] void refuse_operand(const edit_operand& operand, std::string_view what) {
     usage_error(fmt::format("{}: {}", operand.text, what));

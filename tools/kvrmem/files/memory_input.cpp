@@ -25,21 +25,6 @@ namespace kvrmem {
 
 namespace {
 
-kvrimage::read_options read_options_of(const arguments& given, const std::string& path) {
-    kvrimage::read_options options;
-    options.as = given.from;
-    options.file_name = path;
-    options.width = given.width;
-    options.depth = given.depth;
-    options.unit = given.unit;
-    options.order = given.order;
-    options.base = given.base;
-    options.pad = given.pad;
-    options.choices = given.read_choices;
-    options.keep_going = given.keep_going;
-    return options;
-}
-
 /// What is broken in @p input when it is read with the options that its diagnostics ask for, or what @p later
 /// says of it then: with the options for that, too, the command can be tried once instead of twice.
 std::vector<kvrimage::diagnostic> next_obstacles(const arguments& given, const memory_input& input,
@@ -85,9 +70,24 @@ kvrimage::input_file read_file(const std::string& path, const kvrimage::read_opt
 
 } // namespace
 
+kvrimage::read_options read_options_of(const arguments& given, const std::string& path) {
+    kvrimage::read_options options;
+    options.as = given.from;
+    options.file_name = path;
+    options.width = given.width;
+    options.depth = given.depth;
+    options.unit = given.unit;
+    options.order = given.order;
+    options.base = given.base;
+    options.pad = given.pad;
+    options.choices = given.read_choices;
+    options.keep_going = given.keep_going;
+    return options;
+}
+
 memory_input open_memory(const arguments& given, const std::string& path) {
     if (path == "-" && is_terminal(stdin)) {
-        static_cast<void>(format_for(given.from, path, "--from")); // before somebody types a file
+        static_cast<void>(format_for(given.from, path, "--from")); // before the user types a file
     }
     kvrimage::read_options options = read_options_of(given, path);
     kvrimage::input_file file = read_file(path, options);

@@ -21,6 +21,9 @@ struct memory_input {
     [[nodiscard]] const kvrimage::memory_image& image() const { return result.image.value(); }
 };
 
+/// The options with which @p given has the file @p path read; "" stands for no name.
+[[nodiscard]] kvrimage::read_options read_options_of(const arguments& given, const std::string& path);
+
 /// The bytes of the file @p path, and what @p given says of it.
 /// @throws kvrimage::file_error when it cannot be read; tool_error (wrong usage) when nothing shows the
 /// format

@@ -87,7 +87,7 @@ void add_fix_all(const action_request& request, json& all) {
 /// The word at the cursor, of a document that can be edited.
 std::optional<text_piece> editable_word(const action_request& request) {
     const kvrimage::read_result& found = request.of.result();
-    const bool can_edit = found.image && found.facts.as->edit != nullptr && !request.of.has_base();
+    const bool can_edit = found.image && found.facts.as->edit != nullptr;
     const auto piece = can_edit ? request.of.piece_at(request.cursor) : std::nullopt;
     const bool has_address =
         piece && piece->addresses && piece->addresses->last <= found.image->last_address();

@@ -1,3 +1,4 @@
+#include "kvrimage/diagnostics/utf8_character.h"
 #include "kvrimage/edit/edit.h"
 #include "kvrimage/image/memory_image.h"
 #include "tools/kvrmem/files/broken_file.h"
@@ -73,10 +74,7 @@ kvrimage::edit_result edit_text(document& of, std::string_view text,
     if (of.result().facts.as->edit == nullptr) {
         fail(fmt::format("words of {} files cannot be set in place", of.result().facts.as->title));
     }
-    if (of.has_base()) {
-        fail("words of a file that is read from a base cannot be set in place");
-    }
-    return kvrimage::edit(text, assignments, of.editing());
+    return kvrimage::edit(text, assignments, of.reading());
 }
 
 std::vector<text_edit> set_words(document& of, const json& arguments) {
@@ -126,7 +124,7 @@ std::vector<text_edit> edits_between(std::string_view before, std::string_view a
     }
     // A character of several bytes stays whole.
     const auto is_within = [](std::string_view text, std::size_t at) {
-        return at < text.size() && (static_cast<unsigned char>(text[at]) & 0xC0U) == 0x80U;
+        return at < text.size() && kvrimage::is_continuation(text[at]);
     };
     std::size_t begin = common;
     while (begin > 0 && (is_within(before, begin) || is_within(after, begin))) {

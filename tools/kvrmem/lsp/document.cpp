@@ -98,12 +98,6 @@ const kvrimage::read_options& document::reading() {
     return options;
 }
 
-kvrimage::read_options document::editing() {
-    kvrimage::read_options strict = reading();
-    strict.keep_going = false;
-    return strict;
-}
-
 bool document::has_base() {
     return reading().base.value_or(0) != 0;
 }

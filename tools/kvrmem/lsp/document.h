@@ -45,8 +45,6 @@ public:
     [[nodiscard]] const std::vector<kvrimage::diagnostic>& repairable();
     /// As the text was read: with the format that it has.
     [[nodiscard]] const kvrimage::read_options& reading();
-    /// The options with which an edit of it is made.
-    [[nodiscard]] kvrimage::read_options editing();
     /// True when the addresses of the memory are not those of the text.
     [[nodiscard]] bool has_base();
     /// True when it has errors, so that result() may lack words.

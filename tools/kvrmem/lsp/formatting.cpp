@@ -35,7 +35,7 @@ json formatting_in(document& of, const json& /*params*/) {
                             fmt::format("there are no rules for the layout of {}",
                                         as == nullptr ? "this text" : std::string(as->title)));
     }
-    const kvrimage::formatted_text wanted = kvrimage::format_text(of.text(), of.editing());
+    const kvrimage::formatted_text wanted = kvrimage::format_text(of.text(), of.reading());
     if (!wanted.diagnostics.empty()) {
         throw request_error(error_code::request_failed,
                             "a file with errors is not laid out: " + wanted.diagnostics.front().message);

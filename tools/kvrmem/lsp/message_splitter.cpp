@@ -1,6 +1,7 @@
 #include "tools/kvrmem/lsp/message_splitter.h"
 
 #include "kvr/util/letter_case.h"
+#include "tools/kvrmem/platform/trimmed_text.h"
 
 #include <algorithm>
 #include <charconv>
@@ -13,13 +14,6 @@ namespace {
 
 constexpr std::string_view end_of_header = "\r\n\r\n";
 constexpr std::string_view end_of_field = "\r\n";
-
-std::string_view without_blanks(std::string_view text) {
-    constexpr std::string_view blanks = " \t";
-    const std::size_t first = text.find_first_not_of(blanks);
-    return first == std::string_view::npos ? std::string_view()
-                                           : text.substr(first, text.find_last_not_of(blanks) + 1 - first);
-}
 
 std::optional<std::uint64_t> number_in(std::string_view text) {
     std::uint64_t number = 0;
@@ -35,8 +29,8 @@ std::optional<std::uint64_t> length_in(std::string_view header) {
         const std::string_view field = header.substr(0, header.find(end_of_field));
         header.remove_prefix(std::min(header.size(), field.size() + end_of_field.size()));
         const std::size_t colon = std::min(field.find(':'), field.size());
-        if (kvr::equal_ignoring_case(without_blanks(field.substr(0, colon)), "content-length")) {
-            length = number_in(without_blanks(field.substr(std::min(colon + 1, field.size()))));
+        if (kvr::equal_ignoring_case(trimmed(field.substr(0, colon)), "content-length")) {
+            length = number_in(trimmed(field.substr(std::min(colon + 1, field.size()))));
         }
     }
     return length;

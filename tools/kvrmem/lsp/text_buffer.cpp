@@ -1,5 +1,7 @@
 #include "tools/kvrmem/lsp/text_buffer.h"
 
+#include "kvrimage/diagnostics/utf8_character.h"
+
 #include <algorithm>
 #include <utility>
 
@@ -9,17 +11,13 @@ namespace {
 
 constexpr unsigned char first_of_two_units = 0xF0; ///< of UTF-8, what UTF-16 has a surrogate pair for
 
-bool continues_character(char byte) {
-    return (static_cast<unsigned char>(byte) & 0xC0U) == 0x80U;
-}
-
 bool has_only_ascii(std::string_view text) {
     return std::ranges::all_of(text, [](char byte) { return static_cast<unsigned char>(byte) < 0x80U; });
 }
 
 /// UTF-16 units that begin with @p byte of UTF-8.
 std::uint64_t units_of(char byte) {
-    if (continues_character(byte)) {
+    if (kvrimage::is_continuation(byte)) {
         return 0;
     }
     return static_cast<unsigned char>(byte) >= first_of_two_units ? 2 : 1;
@@ -77,7 +75,7 @@ std::size_t text_buffer::offset_of(const text_position& where) const {
     if (is_ascii || unit == position_encoding::utf8) {
         std::size_t at =
             begin + static_cast<std::size_t>(std::min<std::uint64_t>(where.character, end - begin));
-        while (at > begin && at < end && continues_character(contents[at])) {
+        while (at > begin && at < end && kvrimage::is_continuation(contents[at])) {
             --at;
         }
         return at;
@@ -90,7 +88,7 @@ std::size_t text_buffer::offset_of(const text_position& where) const {
             return at;
         }
         ++at;
-        while (at < end && continues_character(contents[at])) {
+        while (at < end && kvrimage::is_continuation(contents[at])) {
             ++at;
         }
     }

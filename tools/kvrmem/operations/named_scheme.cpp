@@ -3,6 +3,7 @@
 #include "kvrimage/files/input_file.h"
 #include "tools/kvrmem/numbers/word_radix.h"
 #include "tools/kvrmem/platform/tool_error.h"
+#include "tools/kvrmem/platform/trimmed_text.h"
 
 #include <fmt/format.h>
 
@@ -39,16 +40,9 @@ struct mask_texts {
     std::optional<mask_line> inverted;
 };
 
-std::string_view without_blanks(std::string_view text) {
-    const std::size_t first = text.find_first_not_of(blanks_of_line);
-    return first == std::string_view::npos
-               ? ""
-               : text.substr(first, text.find_last_not_of(blanks_of_line) - first + 1);
-}
-
 /// The text of a line without what is around it.
 std::string_view statement_of(std::string_view line) {
-    return without_blanks(line.substr(0, line.find('#')));
+    return trimmed(line.substr(0, line.find('#')), blanks_of_line);
 }
 
 std::string_view without_prefix(std::string_view digits) {
@@ -67,7 +61,8 @@ mask_texts split_masks(const std::string& file, std::string_view contents) {
                                                                file, line, found.inverted->line));
         }
         if (statement.starts_with(keyword)) {
-            found.inverted = {without_prefix(without_blanks(statement.substr(keyword.size()))), line};
+            found.inverted = {without_prefix(trimmed(statement.substr(keyword.size()), blanks_of_line)),
+                              line};
         } else if (!statement.empty()) {
             found.masks.push_back({without_prefix(statement), line});
         }

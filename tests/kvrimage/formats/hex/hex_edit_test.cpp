@@ -32,7 +32,7 @@ assignment assign(std::uint64_t first, std::uint64_t last, std::vector<std::uint
 std::string edited(const std::string& text, const read_options& options,
                    const std::vector<assignment>& assignments) {
     const read_result ours = read_hex(text, options);
-    const edit_result result = edit_hex(text, ours, assignments);
+    const edit_result result = edit_hex(text, options, ours, assignments);
     return result.diagnostics.empty() ? with_edits_of(text, result.edits)
                                       : result.diagnostics.front().message;
 }
@@ -49,8 +49,9 @@ TEST(HexEdit, ReplacesTheDigitsAndTheChecksum) {
 
 TEST(HexEdit, AWordThatIsThereAlreadyChangesNothing) {
     const std::string text = ":020000000001FD\n" + end_record;
-    EXPECT_TRUE(
-        edit_hex(text, read_hex(text, words_of_width(16)), std::vector{assign(0, 0, {1}, 16)}).edits.empty());
+    EXPECT_TRUE(edit_hex(text, words_of_width(16), read_hex(text, words_of_width(16)),
+                         std::vector{assign(0, 0, {1}, 16)})
+                    .edits.empty());
 }
 
 TEST(HexEdit, OfTwoRecordsTheLastOneChanges) {

@@ -189,13 +189,13 @@ TEST(Hexbytes, EditChangesBytesInPlace) {
     const std::string narrow = record("0400000012045608") + end_record;
     const read_result read = read_hexbytes(narrow, bytes_as(12, byte_order::little));
     const edit_result edit =
-        hexbytes_format.edit(narrow, read, std::vector{assignment{{1, 1}, {word::of(0xABC, 12)}}});
+        hexbytes_format.edit(narrow, {}, read, std::vector{assignment{{1, 1}, {word::of(0xABC, 12)}}});
     EXPECT_EQ(with_edits(narrow, edit.edits), record("040000001204BC0A") + end_record);
 }
 
 TEST(Hexbytes, EditRefusesRecordsThatWrap) {
     const std::string text = record("020000021000") + record("04FFFE00AABBCCDD") + end_record;
-    const edit_result edit = hexbytes_format.edit(text, read_hexbytes(text, {}),
+    const edit_result edit = hexbytes_format.edit(text, {}, read_hexbytes(text, {}),
                                                   std::vector{assignment{{65536, 65536}, {word::of(1, 8)}}});
     EXPECT_TRUE(edit.edits.empty());
     EXPECT_EQ(edit.diagnostics.at(0).message,

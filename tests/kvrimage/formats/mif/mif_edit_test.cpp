@@ -51,7 +51,7 @@ std::string edited_text(std::string contents, const std::vector<text_edit>& edit
 /// @p contents after the edits; what is wrong with them is a failure.
 std::string after_edit(const std::string& contents, const std::vector<assignment>& made) {
     const mif_model before(contents);
-    const edit_result found = edit_mif(contents, before.result(), made);
+    const edit_result found = edit_mif(contents, {}, before.result(), made);
     EXPECT_TRUE(found.diagnostics.empty());
     std::uint64_t end = 0;
     for (const text_edit& edit : found.edits) {
@@ -223,7 +223,7 @@ TEST(MifEdit, NewLinesEndAsTheOthers) {
 
 TEST(MifEdit, AddressBeyondTheMemoryIsRefused) {
     const std::string text = header + "0 : 00;\nEND;\n";
-    const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"0=1", "10=1"}));
+    const edit_result found = edit_mif(text, {}, mif_model(text).result(), all_assigned({"0=1", "10=1"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
     EXPECT_EQ(found.diagnostics[0].id, diagnostic_id::beyond_depth);
@@ -233,7 +233,7 @@ TEST(MifEdit, AddressBeyondTheMemoryIsRefused) {
 TEST(MifEdit, DontCareBitsThatTheRadixCannotShowAreRefused) {
     const std::string text = "WIDTH=8;\nDEPTH=16;\nADDRESS_RADIX=HEX;\nDATA_RADIX=DEC;\nCONTENT BEGIN\n"
                              "0 : 0;\nEND;\n";
-    const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"0=1X", "1=2X"}));
+    const edit_result found = edit_mif(text, {}, mif_model(text).result(), all_assigned({"0=1X", "1=2X"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
     EXPECT_EQ(found.diagnostics[0].id, diagnostic_id::mif_dont_care);
@@ -243,7 +243,7 @@ TEST(MifEdit, DontCareBitsThatTheRadixCannotShowAreRefused) {
 
 TEST(MifEdit, LineThatWouldBecomeTooLongIsRefused) {
     const std::string text = header + "1 : 0; --" + std::string(502, 'c') + "\nEND;\n";
-    const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"1=20"}));
+    const edit_result found = edit_mif(text, {}, mif_model(text).result(), all_assigned({"1=20"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
     EXPECT_EQ(found.diagnostics[0].id, diagnostic_id::mif_edit_length);
@@ -258,7 +258,7 @@ TEST(MifEdit, LineThatIsTooLongAlreadyIsEdited) {
 
 TEST(MifEdit, StatementOfWrongFormWithOtherAddressesIsRefused) {
     const std::string text = header + "[0..3] : 00\n 1..2;\nEND;\n";
-    const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"1=20"}));
+    const edit_result found = edit_mif(text, {}, mif_model(text).result(), all_assigned({"1=20"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
     EXPECT_EQ(found.diagnostics[0].id, diagnostic_id::mif_edit_statement);
@@ -266,7 +266,7 @@ TEST(MifEdit, StatementOfWrongFormWithOtherAddressesIsRefused) {
 
 TEST(MifEdit, RangeWithoutAValueIsRefused) {
     const std::string text = header + "[0..3] : ;\nEND;\n";
-    const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"1=20"}));
+    const edit_result found = edit_mif(text, {}, mif_model(text).result(), all_assigned({"1=20"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
     EXPECT_EQ(found.diagnostics[0].id, diagnostic_id::mif_edit_statement);
@@ -274,7 +274,7 @@ TEST(MifEdit, RangeWithoutAValueIsRefused) {
 
 TEST(MifEdit, RangeOfWrongFormIsRefusedThoughItsFirstWordHasAStatement) {
     const std::string text = header + "[0..3] : 00\n 1..2;\n0 : 5;\nEND;\n";
-    const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"1=20"}));
+    const edit_result found = edit_mif(text, {}, mif_model(text).result(), all_assigned({"1=20"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
     EXPECT_EQ(found.diagnostics[0].id, diagnostic_id::mif_edit_statement);
@@ -282,7 +282,7 @@ TEST(MifEdit, RangeOfWrongFormIsRefusedThoughItsFirstWordHasAStatement) {
 
 TEST(MifEdit, StatementOfWrongFormOverSeveralLinesIsRefused) {
     const std::string text = header + "0\n : ;\nEND;\n";
-    const edit_result found = edit_mif(text, mif_model(text).result(), all_assigned({"0=20"}));
+    const edit_result found = edit_mif(text, {}, mif_model(text).result(), all_assigned({"0=20"}));
     EXPECT_TRUE(found.edits.empty());
     ASSERT_EQ(found.diagnostics.size(), 1U);
     EXPECT_EQ(found.diagnostics[0].id, diagnostic_id::mif_edit_statement);
@@ -291,7 +291,7 @@ TEST(MifEdit, StatementOfWrongFormOverSeveralLinesIsRefused) {
 TEST(MifEdit, WithoutAMemoryThereIsNothingToEdit) {
     read_result unread;
     unread.diagnostics.emplace_back();
-    const edit_result found = edit_mif("", unread, all_assigned({"0=1"}));
+    const edit_result found = edit_mif("", {}, unread, all_assigned({"0=1"}));
     EXPECT_TRUE(found.edits.empty());
     EXPECT_EQ(found.diagnostics.size(), 1U);
 }
@@ -456,7 +456,7 @@ TEST(MifEdit, RandomFilesThatAreReadStayReadable) {
             continue;
         }
         ++edited;
-        const edit_result found = edit_mif(file.text, before, made);
+        const edit_result found = edit_mif(file.text, {}, before, made);
         EXPECT_TRUE(found.diagnostics.empty());
         const std::string text = edited_text(file.text, found.edits);
         const read_result after = read_mif(text, {});
@@ -487,7 +487,7 @@ TEST(MifEdit, RandomFilesHoldTheNewWordsAndKeepOtherLines) {
         const std::vector<assignment> made = file.assignments();
         after_edit(file.text, made);
         const mif_model before(file.text);
-        for (const text_edit& edit : edit_mif(file.text, before.result(), made).edits) {
+        for (const text_edit& edit : edit_mif(file.text, {}, before.result(), made).edits) {
             EXPECT_TRUE(is_where_words_stand(edit, before, made)) << file.text << "\nat " << edit.offset;
         }
         if (HasFailure()) {

@@ -32,7 +32,7 @@ assignment to(std::uint64_t first, std::uint64_t last, const std::vector<std::st
 std::string edited(std::string_view text, const std::vector<assignment>& assignments,
                    const read_options& options) {
     const read_result ours = read_rif(text, options);
-    const edit_result result = edit_rif(text, ours, assignments);
+    const edit_result result = edit_rif(text, options, ours, assignments);
     EXPECT_THAT(result.diagnostics, IsEmpty());
     return with_text_edits(std::string(text), result.edits);
 }
@@ -152,13 +152,13 @@ TEST(RifEdit, WritesNoWordThatLooksPrefixed) {
 TEST(RifEdit, RefusesADontCareBitBesideAPlainOne) {
     const read_result ours = read_rif("00", {});
     const assignment made{{0, 0}, {word::parse("0000000X", radix::bin, 8).value.value()}};
-    EXPECT_THAT(shown(edit_rif("00", ours, std::vector{made}).diagnostics),
+    EXPECT_THAT(shown(edit_rif("00", {}, ours, std::vector{made}).diagnostics),
                 ElementsAre("dont-care-bit 0:0+0"));
 }
 
 TEST(RifEdit, RefusesAnAddressOfMoreThan32Bits) {
     const read_result ours = read_rif("00", {});
-    const edit_result result = edit_rif("00", ours, std::vector{to(0xFFFFFFFF, 0x100000000, {"1"}, 8)});
+    const edit_result result = edit_rif("00", {}, ours, std::vector{to(0xFFFFFFFF, 0x100000000, {"1"}, 8)});
     EXPECT_THAT(shown(result.diagnostics), ElementsAre("address-outside 0:0+0"));
     EXPECT_THAT(result.edits, IsEmpty());
 }
@@ -205,7 +205,7 @@ TEST(RifEdit, MakesFilesThatHoldTheNewWords) {
                 model[address] = some[(address - first) % some.size()];
             }
         }
-        const std::string made = with_text_edits(text, edit_rif(text, ours, assignments).edits);
+        const std::string made = with_text_edits(text, edit_rif(text, options, ours, assignments).edits);
         const read_result again = read_rif(made, options);
         ASSERT_TRUE(again.image) << made;
         for (std::uint64_t address = 0; address < 128; ++address) {

@@ -28,7 +28,7 @@ TEST(WordCounts, CountsMoreTextsThanItGathersAtOnce) {
     constexpr std::size_t few = 3;
     const std::vector<std::string> texts = long_words(gathered);
     word_counts counts;
-    // First a few that come again and again, then different ones.
+    // First a few that repeat, then different ones.
     std::uint32_t turn = 0;
     for (; turn < gathered + few; ++turn) {
         counts.add(texts[turn % few], 1);
