@@ -61,6 +61,17 @@ def linux_on(machine: str) -> Options:
     }
 
 
+# Headers without a library, which a compiler for another system takes alone from where they are installed.
+HEADERS = ("/usr/include/fmt", "/usr/include/nlohmann", "/usr/include/stb")
+
+WINDOWS = FOREIGN | {
+    "CMAKE_CXX_COMPILER": "x86_64-w64-mingw32-g++-posix",
+    "CMAKE_EXE_LINKER_FLAGS": "-static",
+    "CMAKE_SYSTEM_NAME": "Windows",
+    "nlohmann_json_DIR": str(ROOT / "cmake" / "header_only"),
+}
+
+
 @dataclass(frozen=True)
 class Configuration:
     name: str
@@ -68,6 +79,7 @@ class Configuration:
     steps: tuple[str, ...]  # the tests: keys of STEPS in steps.py
     options: Options
     builds_googletest: bool = False  # the installed one would not link, or not fit
+    links_headers: bool = False  # see HEADERS
     emulator: tuple[str, ...] = ()  # the command that runs a program for another machine
 
 
@@ -138,6 +150,15 @@ CONFIGURATIONS = (
         LIGHT | linux_on("s390x"),
         builds_googletest=True,
         emulator=("qemu-s390x",),
+    ),
+    Configuration(
+        "windows",
+        "g++ for Windows, run by wine",
+        ("unit", "image", "server", "cases"),
+        LIGHT | WINDOWS,
+        builds_googletest=True,
+        links_headers=True,
+        emulator=("env", "WINEDEBUG=-all", "wine"),
     ),
     Configuration(
         "other-tools",
