@@ -17,7 +17,7 @@ constexpr std::size_t columns_before_place = 24;
 /// Marks without a width could fill a window with any number of bytes.
 constexpr std::size_t most_window_bytes = 1024;
 constexpr std::size_t columns_of_escape = 4; // \xNN
-constexpr std::string_view left_out = "...";
+constexpr std::string_view omission = "...";
 
 std::string escaped(std::string_view bytes) {
     std::string text;
@@ -102,7 +102,7 @@ std::string visible(std::string_view bytes) {
     if (bytes.size() <= quoted_bytes) {
         return make_visible(bytes).text;
     }
-    return make_visible(bytes.substr(0, character_start(bytes, quoted_bytes))).text + std::string(left_out);
+    return make_visible(bytes.substr(0, character_start(bytes, quoted_bytes))).text + std::string(omission);
 }
 
 source_excerpt make_excerpt(std::string_view line, std::size_t column, std::size_t length) {
@@ -113,10 +113,10 @@ source_excerpt make_excerpt(std::string_view line, std::size_t column, std::size
     const visible_text before = make_visible(line.substr(window.begin, place - window.begin));
     const visible_text marked = make_visible(line.substr(place, marked_end - place));
     const visible_text after = make_visible(line.substr(marked_end, end - marked_end));
-    const std::string front(window.begin > 0 ? left_out : "");
+    const std::string front(window.begin > 0 ? omission : "");
     source_excerpt result;
     result.line = front + before.text + marked.text + after.text;
-    result.line += end < line.size() ? left_out : "";
+    result.line += end < line.size() ? omission : "";
     result.blanks = std::string(front.size() + before.columns, ' ');
     result.mark = '^' + std::string(marked.columns > 0 ? marked.columns - 1 : 0, '~');
     return result;

@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import argparse
+import fcntl
 import os
 import queue
 import signal
@@ -10,13 +11,15 @@ import sys
 from concurrent.futures import ThreadPoolExecutor, as_completed
 from pathlib import Path
 
+from catalog import mutants_in
 from equivalents import EquivalentsError, check_equivalents, read_equivalents
-from groups import GROUPS, by_group, draw_sample
+from groups import draw_sample, folder_of, group_of
 from mutant import Mutant
+from progress import Progress
 from project import Project
+from record import Record
 from report import Report
 from suites import Suites
-from syntax import mutants_of
 from trial import Outcome, Worker
 
 
@@ -25,30 +28,51 @@ def parse_command_line() -> argparse.Namespace:
     parser.add_argument("root", type=Path, help=argparse.SUPPRESS)
     parser.add_argument("--sample", type=int, metavar="N", help="try N mutants, as many of each group; else all")
     parser.add_argument("--seed", type=int, default=1, metavar="S", help="which N (default: 1)")
-    parser.add_argument("files", nargs="*", metavar="FILE[:LINE]", help="sources and headers (default: all)")
-    return parser.parse_args()
+    parser.add_argument("--jobs", type=int, default=os.cpu_count() or 1, metavar="N", help="try N at a time")
+    parser.add_argument(
+        "--record",
+        type=Path,
+        metavar="FILE",
+        help="keep outcomes in FILE and try only what has none there: run again, it goes on where it was interrupted",
+    )
+    parser.add_argument("--retry", action="store_true", help="with --record: try again what has survived")
+    parser.add_argument("--report", action="store_true", help="try nothing, show what --record has and what it lacks")
+    parser.add_argument(
+        "files", nargs="*", metavar="FILE[:LINE]", help="sources, headers and folders (default: the libraries)"
+    )
+    return parser.parse_intermixed_args()
 
 
-def place_of(project: Project, text: str) -> tuple[str, int]:
-    """File, named from the root, and line; 0 for all lines."""
+def places_of(project: Project, text: str) -> list[tuple[str, int]]:
+    """Files, named from the root, and line; 0 for all lines."""
     name, _, line = text.partition(":")
     file = os.path.relpath(Path(name).resolve(), project.root)
-    if file not in project.sources and file not in project.headers:
-        raise SystemExit(f"{name} is no source of the library that is compiled into the tests")
-    return file, int(line or 0)
+    if file in project.sources or file in project.headers:
+        return [(file, int(line or 0))]
+    below = [(each, 0) for each in project.usual_files() if each.startswith(f"{file}/")]
+    if not below:
+        raise SystemExit(f"{name} is no source of a library that is compiled into the tests")
+    return below
 
 
-def mutants_in(project: Project, file: str, line: int) -> list[Mutant]:
-    found = mutants_of(str(project.root), file, project.parse_arguments(file))
-    return [mutant for mutant in found if line in (0, mutant.line)]
+def find_mutants(project: Project, places: list[tuple[str, int]], jobs: int) -> list[Mutant]:
+    found = mutants_in(project, {file for file, _ in places}, jobs)
+    return [mutant for file, line in places for mutant in found[file] if line in (0, mutant.line)]
 
 
-def try_all(project: Project, mutants: list[Mutant], report: Report) -> None:
+def check_libraries(project: Project, suites: Suites, mutants: list[Mutant]) -> None:
+    file_of = {project.program_of(mutant.file): mutant.file for mutant in mutants}
+    for file in file_of.values():
+        Worker(project, suites, 0).check(file)
+
+
+def try_all(project: Project, mutants: list[Mutant], jobs: int, record: Record) -> None:
+    progress = Progress(len(mutants))
     suites = Suites(project)
     workers: queue.SimpleQueue[Worker] = queue.SimpleQueue()
-    count = os.cpu_count() or 1
-    for number in range(count):
+    for number in range(jobs):
         workers.put(Worker(project, suites, number))
+    check_libraries(project, suites, mutants)
 
     def try_one(mutant: Mutant) -> Outcome:
         worker = workers.get()
@@ -57,12 +81,15 @@ def try_all(project: Project, mutants: list[Mutant], report: Report) -> None:
         finally:
             workers.put(worker)
 
-    with ThreadPoolExecutor(count) as executor:
+    with ThreadPoolExecutor(jobs) as executor:
         trials = {executor.submit(try_one, mutant): mutant for mutant in mutants}
         try:
             for trial in as_completed(trials):
-                report.add(trials[trial], trial.result())
+                record.add(trials[trial], trial.result())
+                progress.add(trial.result())
         except KeyboardInterrupt:
+            pass  # what is known until then is reported
+        finally:
             executor.shutdown(wait=False, cancel_futures=True)
 
 
@@ -70,18 +97,23 @@ def main() -> int:
     signal.signal(signal.SIGTERM, signal.default_int_handler)  # the results until then are still reported
     arguments = parse_command_line()
     project = Project(arguments.root)
-    places = [place_of(project, text) for text in arguments.files]
+    places = [place for text in arguments.files for place in places_of(project, text)]
     places = places or [(file, 0) for file in project.usual_files()]
-    with ThreadPoolExecutor(os.cpu_count()) as executor:
-        found = executor.map(lambda place: mutants_in(project, *place), places)
-        mutants = [mutant for each in found for mutant in each]
+    mutants = find_mutants(project, places, arguments.jobs)
     equivalents = read_equivalents(project.root / "tests" / "mutation" / "equivalent.txt")
     check_equivalents(equivalents, mutants, [file for file, line in places if line == 0])
-    groups = by_group(mutants)
+    record = Record(project.root, arguments.record)
+    untried = {None, Outcome.SURVIVED} if arguments.retry else {None}
     sample = draw_sample(mutants, arguments.sample or len(mutants), arguments.seed)
-    report = Report(equivalents, {name: len(groups.get(name, [])) for name in GROUPS}, len(sample))
-    try_all(project, sample, report)
-    report.print_table()
+    if not arguments.report:
+        with (project.build / "trials.lock").open("w") as lock:
+            fcntl.flock(lock, fcntl.LOCK_EX)  # two runs would try theirs in the same folders
+            try_all(project, [each for each in sample if record.outcome_of(each) in untried], arguments.jobs, record)
+    report = Report(equivalents, folder_of if arguments.record or arguments.report else group_of, mutants)
+    for mutant in mutants:
+        if outcome := record.outcome_of(mutant):
+            report.add(mutant, outcome)
+    report.print()
     return 0 if report.is_good() else 1
 
 

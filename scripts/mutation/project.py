@@ -1,20 +1,25 @@
-"""The build of the unchanged sources, and how an object and the test program are made like it."""
+"""The build of the unchanged sources, and how a mutant of one is compiled and linked with the rest of it."""
 
 from __future__ import annotations
 
 import json
+import re
 import shlex
 import subprocess
-from collections import defaultdict
+from dataclasses import dataclass
+from functools import cache
 from pathlib import Path
 
 MOST_COMPILATIONS = 6  # that a header may cost to be among those that are changed without being named
+PROGRAMS = {"kvr/": "tests/kvr_tests", "kvrimage/": "tests/kvrimage/kvrimage_tests"}  # of a library's tests
 DROPPED = {"-MD"}
 DROPPED_WITH_VALUE = {"-MT", "-MF", "-o", "-c"}
-LIBRARY_FOLDER = "kvr/"
+BATCH = re.compile(r"Unity/unity_\w+\.cxx$")
+INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)
+OPTIMIZED = "-O2"
 
 
-def essential_arguments(command: list[str]) -> list[str]:
+def essential_arguments(command: list[str]) -> tuple[str, ...]:
     """What all compilations of a source have in common: compiler and options, without files."""
     kept: list[str] = []
     words = iter(command)
@@ -23,7 +28,25 @@ def essential_arguments(command: list[str]) -> list[str]:
             next(words)
         elif word not in DROPPED:
             kept.append(word)
-    return kept
+    return tuple(kept)
+
+
+@dataclass(frozen=True)
+class Program:
+    """The tests of a library."""
+
+    path: Path
+    link_command: tuple[str, ...]
+
+
+@dataclass(frozen=True)
+class Unit:
+    """What the compiler takes: of a library each source, of the tests the batches that the build has."""
+
+    file: str
+    command: tuple[str, ...]
+    sources: tuple[str, ...]
+    replaced_object: str = ""  # a source of a library comes before its batch instead
 
 
 class Project:
@@ -32,81 +55,122 @@ class Project:
     def __init__(self, root: Path) -> None:
         self.root = root
         self.build = root / "build" / "mutate"
-        self.test_program = self.build / "tests" / "kvr_tests"
-        link = self._ninja("commands", "tests/kvr_tests").splitlines()[-1]
-        self.link_command = shlex.split(link.split(" && ")[1])
-        self.objects: dict[str, str] = {}  # of a source, named from the build
-        self.commands: dict[str, list[str]] = {}
+        self.programs = {library: self._program(path) for library, path in PROGRAMS.items()}
+        self.units: dict[str, Unit] = {}
+        self.tests: dict[str, list[Unit]] = {library: [] for library in PROGRAMS}
         self._read_commands()
-        self.sources = [source for source in self.objects if source.startswith(LIBRARY_FOLDER)]
-        self.users = self._read_users()
-        self.headers = sorted(header for header in self.users if header.startswith(LIBRARY_FOLDER))
+        self.sources = sorted(self.units)
+        self.users = self._find_users()
+        self.headers = sorted(self.users)
 
     def usual_files(self) -> list[str]:
         """Those whose mutants are made within seconds."""
-        headers = [header for header in self.headers if len(self.sources_with(header)) <= MOST_COMPILATIONS]
+        headers = [header for header in self.headers if len(self.units_with(header)) <= MOST_COMPILATIONS]
         return [*self.sources, *headers]
 
-    def _ninja(self, *arguments: str) -> str:
-        return subprocess.run(
-            ["ninja", "-C", str(self.build), "-t", *arguments], check=True, capture_output=True, text=True
-        ).stdout
+    def program_of(self, file: str) -> Program:
+        return self.programs[self._library_of(file)]
+
+    def _library_of(self, file: str) -> str:
+        return next((library for library in PROGRAMS if file.startswith(library)), "")
+
+    def _program(self, path: str) -> Program:
+        command = ["ninja", "-C", str(self.build), "-t", "commands", path]
+        link = subprocess.run(command, check=True, capture_output=True, text=True).stdout.splitlines()[-1]
+        return Program(self.build / path, tuple(shlex.split(link.split(" && ")[1])))
 
     def _read_commands(self) -> None:
         for entry in json.loads((self.build / "compile_commands.json").read_text()):
-            file = Path(entry["file"])
-            command = shlex.split(entry["command"])
-            output = command[command.index("-o") + 1]
-            if output in self.link_command and file.is_relative_to(self.root):
-                source = str(file.relative_to(self.root))
-                self.objects[source] = output
-                self.commands[source] = essential_arguments(command)
+            words = shlex.split(entry["command"])
+            output = words[words.index("-o") + 1]
+            file = str(Path(entry["file"]).relative_to(self.root))
+            sources = self._sources_of(file)
+            command = essential_arguments(words)
+            library = self._library_of(sources[0])
+            if library and output in self.programs[library].link_command:
+                self.units |= {source: Unit(source, command, (source,)) for source in sources}
+                continue
+            for name, program in self.programs.items():
+                if output in program.link_command and not library:
+                    self.tests[name].append(Unit(file, command, sources, output))
 
-    def _read_users(self) -> dict[str, list[str]]:
-        """The sources that include a header, by its name."""
-        sources = {object_file: source for source, object_file in self.objects.items()}
-        users: dict[str, list[str]] = defaultdict(list)
-        source = None
-        for line in self._ninja("deps").splitlines():
-            if not line.startswith(" "):
-                source = sources.get(line.partition(":")[0])
-            elif source and line.endswith(".h") and Path(line.strip()).is_relative_to(self.root):
-                users[str(Path(line.strip()).relative_to(self.root))].append(source)
+    def _sources_of(self, file: str) -> tuple[str, ...]:
+        if not BATCH.search(file):
+            return (file,)
+        included = INCLUDE.findall((self.root / file).read_text())
+        return tuple(str(Path(each).relative_to(self.root)) for each in included)
+
+    @cache
+    def _includes(self, file: str) -> frozenset[str]:
+        """The headers of the libraries that a file itself includes, without those that the build makes."""
+        named = INCLUDE.findall((self.root / file).read_text())
+        return frozenset(each for each in named if self._library_of(each) and (self.root / each).exists())
+
+    @cache
+    def _all_includes(self, file: str) -> frozenset[str]:
+        found: set[str] = set()
+        new = self._includes(file)
+        while new:
+            found |= new
+            new = frozenset().union(*map(self._includes, new)) - found
+        return frozenset(found)
+
+    def _find_users(self) -> dict[str, list[str]]:
+        """The sources of its own library that include a header."""
+        users: dict[str, list[str]] = {}
+        for source in self.sources:
+            for header in self._all_includes(source):
+                if self._library_of(header) == self._library_of(source):
+                    users.setdefault(header, []).append(source)
         return users
 
     def parse_arguments(self, file: str) -> list[str]:
         """The arguments with which libclang parses a source or header as the compiler does."""
-        source = file if file in self.commands else self.users[file][0]
-        defines = [each for each in self.commands[source] if each.startswith(("-D", "-I", "-std="))]
+        source = file if file in self.units else self.users[file][0]
+        defines = [each for each in self.units[source].command if each.startswith(("-D", "-I", "-std="))]
         return ["-xc++", *defines]
 
-    def sources_with(self, file: str) -> list[str]:
+    def units_with(self, file: str) -> list[Unit]:
         """What must be compiled again when a file has changed. The tests that include a header themselves are among
-        them: others see what the library was compiled to."""
-        if file in self.objects:
-            return [file]
-        include = f'#include "{file}"'
-        return [
-            user
-            for user in self.users[file]
-            if user.startswith(LIBRARY_FOLDER) or include in (self.root / user).read_text()
-        ]
+        it: others see what the library was compiled to."""
+        if file in self.units:
+            return [self.units[file]]
+        tests = self.tests[self._library_of(file)]
+        users = [each for each in tests if any(file in self._includes(source) for source in each.sources)]
+        return [*(self.units[source] for source in self.users[file]), *users]
 
-    def compile(self, source: str, overlay: Path, object_file: Path) -> bool:
+    def compile(self, unit: Unit, overlay: Path, object_file: Path, *options: str) -> bool:
         """Files of the overlay stand in for those of the tree."""
-        changed = overlay / source
-        path = changed if changed.exists() else self.root / source
-        compiler, *options = self.commands[source]
-        command = [compiler, f"-I{overlay}", *options, "-w", "-o", str(object_file), "-c", str(path)]
+        changed = overlay / unit.file
+        path = changed if changed.exists() else self.root / unit.file
+        compiler, *usual = self._without_stale_header(unit.command, overlay)
+        command = [compiler, f"-I{overlay}", *usual, *options, "-w", "-o", str(object_file), "-c", str(path)]
         return subprocess.run(command, cwd=self.build, capture_output=True, check=False).returncode == 0
 
-    def is_unchanged(self, source: str, object_file: Path) -> bool:
-        return (self.build / self.objects[source]).read_bytes() == object_file.read_bytes()
+    def _without_stale_header(self, command: tuple[str, ...], overlay: Path) -> tuple[str, ...]:
+        """A precompiled header has the original of what it includes."""
+        if "-include" not in command:
+            return command
+        place = command.index("-include")
+        named = INCLUDE.findall(Path(command[place + 1]).read_text())
+        parts = {str(Path(each).relative_to(self.root)) for each in named if Path(each).is_relative_to(self.root)}
+        parts |= {header for part in parts for header in self._all_includes(part)}
+        is_stale = any((overlay / part).exists() for part in parts)
+        return command[:place] + command[place + 2 :] if is_stale else command
 
-    def link(self, changed: dict[str, Path], program: Path) -> bool:
-        """What has changed comes first: of an inline function the linker keeps the first copy."""
-        replaced = {self.objects[source] for source in changed}
-        words = [word for word in self.link_command if word not in replaced]
-        words[words.index("-o") + 1] = str(program)
-        command = [words[0], "-fuse-ld=lld", *map(str, changed.values()), *words[1:]]
+    def is_same_code(self, unit: Unit, overlay: Path, folder: Path) -> bool:
+        """Whether an optimizing compiler makes of the original what it makes of the mutant."""
+        nothing = folder / "nothing"
+        objects = [folder / "original.o", folder / "mutant.o"]
+        for files, object_file in zip((nothing, overlay), objects):
+            if not self.compile(unit, files, object_file, OPTIMIZED):
+                return False
+        return objects[0].read_bytes() == objects[1].read_bytes()
+
+    def link(self, file: str, changed: dict[Unit, Path], path: Path) -> bool:
+        """What has changed comes first: of a function that is there twice the linker keeps the first copy."""
+        replaced = {unit.replaced_object for unit in changed}
+        words = [word for word in self.program_of(file).link_command if word not in replaced]
+        words[words.index("-o") + 1] = str(path)
+        command = [words[0], "-fuse-ld=lld", "-Wl,-z,muldefs", *map(str, changed.values()), *words[1:]]
         return subprocess.run(command, cwd=self.build, capture_output=True, check=False).returncode == 0

@@ -4,35 +4,46 @@ from __future__ import annotations
 
 import re
 import subprocess
+import sys
 import xml.etree.ElementTree
-from collections.abc import Iterable
+from collections.abc import Iterable, Iterator
 from dataclasses import dataclass
 from pathlib import Path, PurePath
 
-from project import Project
+from project import Program, Project
 
-SLOW_SECONDS = 0.5  # suites that take longer are run for the sources of their own folder only
+SLOW_SECONDS = 0.1  # a test that takes longer is run for the sources of its own folder only
+MOST_SECONDS = 1800  # of all tests
 ADDRESS_SPACE = 4 << 30
 SCRATCH_SPACE = 1 << 29
 SUITE_DEFINITION = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\((\w+),", re.MULTILINE)
 
 
 @dataclass(frozen=True)
-class Suite:
-    name: str  # with the prefix and suffix of parameterized tests
+class Test:
+    suite: str  # with the prefix and suffix of parameterized tests
+    name: str
     seconds: float
     file: str  # from tests/
+
+    @property
+    def is_slow(self) -> bool:
+        return self.seconds > SLOW_SECONDS
 
 
 @dataclass(frozen=True)
 class Stage:
-    """Suites that are run by one process."""
+    """Tests that are run by one process."""
 
-    suites: tuple[Suite, ...]
+    tests: tuple[Test, ...]
 
     @property
     def seconds(self) -> float:
-        return sum(suite.seconds for suite in self.suites)
+        return sum(test.seconds for test in self.tests)
+
+    @property
+    def filter(self) -> str:
+        return ":".join(f"{test.suite}.{test.name}" for test in self.tests)
 
 
 def sandboxed(root: Path, command: list[str], cpu_seconds: int) -> list[str]:
@@ -49,8 +60,9 @@ def sandboxed(root: Path, command: list[str], cpu_seconds: int) -> list[str]:
 
 def passes(root: Path, program: Path, stage: Stage) -> bool:
     """Processor time decides, so that a busy machine does not; the clock is for what sleeps."""
-    names = ":".join(f"{suite.name}.*" for suite in stage.suites)
-    command = [str(program), f"--gtest_filter={names}", "--gtest_fail_fast", "--gtest_brief=1"]
+    flags = program.with_name("flags")
+    flags.write_text(f"--gtest_filter={stage.filter}\n--gtest_fail_fast\n--gtest_brief=1\n")
+    command = [str(program), f"--gtest_flagfile={flags}"]  # the names may be too long for an argument
     limit = 2 + int(4 * stage.seconds)
     try:
         ended = subprocess.run(
@@ -63,43 +75,60 @@ def passes(root: Path, program: Path, stage: Stage) -> bool:
 
 class Suites:
     def __init__(self, project: Project) -> None:
-        self.root = project.root
-        files = {
-            name: str(path.relative_to(self.root / "tests"))
-            for path in sorted((self.root / "tests").glob("*/*.cpp"))
+        self.project = project
+        self.files = {
+            name: str(path.relative_to(project.root / "tests"))
+            for path in sorted((project.root / "tests").rglob("*.cpp"))
             for name in SUITE_DEFINITION.findall(path.read_text())
         }
-        report = project.build / "suites.xml"
-        if not report.exists() or report.stat().st_mtime < project.test_program.stat().st_mtime:
-            self._measure(project.test_program, report)
-        self.suites = [self._suite(each, files) for each in xml.etree.ElementTree.parse(report).getroot()]
+        self.tests: dict[Program, list[Test]] = {}
+
+    def _tests(self, program: Program) -> list[Test]:
+        if program not in self.tests:
+            self.tests[program] = list(self._tests_of(program))
+        return self.tests[program]
+
+    def _tests_of(self, program: Program) -> Iterator[Test]:
+        """Those that pass without a change, with the time that each takes."""
+        report = program.path.with_name(f"{program.path.name}.xml")
+        if not report.exists() or report.stat().st_mtime < program.path.stat().st_mtime:
+            self._measure(program.path, report)
+        for suite in xml.etree.ElementTree.parse(report).getroot():
+            file = self._file_of(suite.attrib["name"])
+            for test in suite:
+                if test.find("failure") is None:
+                    yield Test(suite.attrib["name"], test.attrib["name"], float(test.attrib["time"]), file)
+                else:
+                    print(f"fails without a change, not run: {suite.attrib['name']}.{test.attrib['name']}", file=sys.stderr)
 
     def _measure(self, program: Path, report: Path) -> None:
-        """Of the unchanged program, which must pass."""
+        """Of the unchanged program. A few tests may fail in the sandbox, which has one user only."""
         command = [str(program), "--gtest_output=xml:/dev/stderr", "--gtest_brief=1"]
-        ended = subprocess.run(sandboxed(self.root, command, 600), capture_output=True, text=True, check=False)
-        if ended.returncode != 0:
-            raise SystemExit(f"the tests fail without a change:\n{ended.stdout}\n{ended.stderr[-2000:]}")
-        report.write_text(ended.stderr[ended.stderr.index("<?xml") :])
+        ended = subprocess.run(
+            sandboxed(self.project.root, command, MOST_SECONDS), capture_output=True, text=True, check=False
+        )
+        _, start, results = ended.stderr.rpartition("<?xml")
+        if not start:
+            raise SystemExit(f"the tests end without a change:\n{ended.stdout[-2000:]}\n{ended.stderr[-2000:]}")
+        report.write_text(start + results)
 
-    def _suite(self, element: xml.etree.ElementTree.Element, files: dict[str, str]) -> Suite:
-        name = element.attrib["name"]
-        file = next((files[part] for part in name.split("/") if part in files), "")
-        return Suite(name, float(element.attrib["time"]), file)
+    def _file_of(self, suite: str) -> str:
+        return next((self.files[part] for part in suite.split("/") if part in self.files), "")
 
     def stages(self, file: str) -> list[Stage]:
-        """The tests of the file itself, what is quick, and what is slow but of the same folder."""
+        """The quick tests of the file itself come first, then those of its folder and those of all others; last what
+        is slow and of the same folder."""
         path = PurePath(file)
-        folder = path.parent.name
-        own = [each for each in self.suites if PurePath(each.file).name.startswith(path.stem)]
-        others = [each for each in self.suites if each not in own]
-        quick = [each for each in others if each.seconds <= SLOW_SECONDS]
-        slow = [each for each in others if each not in quick and each.file.startswith(f"{folder}/")]
-        near = [each for each in quick if each.file.startswith(f"{folder}/")]
-        far = [each for each in quick if each not in near]
-        return [Stage(tuple(stage)) for stage in (*self._by_speed(own), near, far, slow) if stage]
+        folder = PurePath(*path.parts[1:-1]) if path.parts[0] == "kvr" else path.parent
+        tests = self._tests(self.project.program_of(file))
+        own = [each for each in tests if PurePath(each.file).name.startswith(path.stem)]
+        near = [each for each in tests if PurePath(each.file).is_relative_to(folder) and each not in own]
+        far = [each for each in tests if each not in own and each not in near]
+        stages = (*map(self._quick, (own, near, far)), self._slow(own), self._slow(near))
+        return [Stage(tuple(stage)) for stage in stages if stage]
 
-    def _by_speed(self, suites: Iterable[Suite]) -> tuple[list[Suite], list[Suite]]:
-        """Most mutants need no more than the quick ones."""
-        quick = [each for each in suites if each.seconds <= SLOW_SECONDS]
-        return quick, [each for each in suites if each not in quick]
+    def _quick(self, tests: Iterable[Test]) -> list[Test]:
+        return [each for each in tests if not each.is_slow]
+
+    def _slow(self, tests: Iterable[Test]) -> list[Test]:
+        return [each for each in tests if each.is_slow]

@@ -6,15 +6,15 @@ import enum
 import shutil
 from pathlib import Path
 
-from mutant import Mutant
-from project import Project
+from mutant import Mutant, make_mutant
+from project import Project, Unit
 from suites import Suites, passes
 
 
 class Outcome(enum.Enum):
     NOTICED = "noticed"
     SURVIVED = "survived"
-    SAME_CODE = "same code"  # what the compiler makes of it is what it made of the original
+    SAME_CODE = "same code"  # what an optimizing compiler makes of it is what it makes of the original
     NOT_COMPILED = "not compiled"
 
 
@@ -24,23 +24,24 @@ class Worker:
         self.suites = suites
         self.folder = project.build / "workers" / str(number)
         self.overlay = self.folder / "overlay"
-        self.program = self.folder / "kvr_tests"
 
     def try_mutant(self, mutant: Mutant) -> Outcome:
         shutil.rmtree(self.folder, ignore_errors=True)
         self._write(mutant)
-        changed: dict[str, Path] = {}
-        for number, source in enumerate(self.project.sources_with(mutant.file)):
-            object_file = self.folder / f"{number}.o"
-            if not self.project.compile(source, self.overlay, object_file):
-                return Outcome.NOT_COMPILED
-            if not self.project.is_unchanged(source, object_file):
-                changed[source] = object_file
-        if not changed:
-            return Outcome.SAME_CODE
-        if not self.project.link(changed, self.program):
+        units = self.project.units_with(mutant.file)
+        if not self._make(mutant, units):
             return Outcome.NOT_COMPILED
-        return Outcome.SURVIVED if self._passes_all(mutant.file) else Outcome.NOTICED
+        program = self._program(mutant)
+        if not all(passes(self.project.root, program, stage) for stage in self.suites.stages(mutant.file)):
+            return Outcome.NOTICED
+        is_same = all(self.project.is_same_code(unit, self.overlay, self.folder) for unit in units)
+        return Outcome.SAME_CODE if is_same else Outcome.SURVIVED
+
+    def check(self, file: str) -> None:
+        """What is not changed must not be noticed, or all would be."""
+        unchanged = make_mutant(file, (self.project.root / file).read_bytes(), "", 0, 0, b"")
+        if (outcome := self.try_mutant(unchanged)) != Outcome.SAME_CODE:
+            raise SystemExit(f"{file} without a change: {outcome.value}")
 
     def _write(self, mutant: Mutant) -> None:
         """The name of the original goes into the messages of its assertions."""
@@ -49,5 +50,11 @@ class Worker:
         path.parent.mkdir(parents=True)
         path.write_bytes(b'#line 1 "%s"\n' % bytes(original) + mutant.apply(original.read_bytes()))
 
-    def _passes_all(self, file: str) -> bool:
-        return all(passes(self.project.root, self.program, stage) for stage in self.suites.stages(file))
+    def _make(self, mutant: Mutant, units: list[Unit]) -> bool:
+        changed = {unit: self.folder / f"{number}.o" for number, unit in enumerate(units)}
+        is_compiled = all(self.project.compile(unit, self.overlay, path) for unit, path in changed.items())
+        return is_compiled and self.project.link(mutant.file, changed, self._program(mutant))
+
+    def _program(self, mutant: Mutant) -> Path:
+        """A test looks at its name."""
+        return self.folder / self.project.program_of(mutant.file).path.name

@@ -27,7 +27,7 @@ struct rule_trial {
 const std::string long_keyword = "a_keyword_that_is_longer_than_what_a_string_holds_inside_of_itself";
 const std::string spelling_of_another_case =
     "A_Keyword_that_is_longer_than_what_a_string_holds_inside_of_itself";
-const std::string family = "SERIES_A1H";
+const std::string known_family = "SERIES_A1H";
 
 void fixed_names(rule_trial& /*trial*/) {}
 
@@ -72,19 +72,20 @@ const kvr_test::faulty_call<rule_trial> rule_calls[] = {
      false},
     {"width ratio in hardware", fixed_names,
      [](rule_trial& trial) {
-         trial.answer =
-             is_valid_dual_port_memory_width_ratio_in_hardware(8, 32, long_keyword, family, true, true, 8);
+         trial.answer = is_valid_dual_port_memory_width_ratio_in_hardware(8, 32, long_keyword, known_family,
+                                                                          true, true, 8);
      },
      false},
     {"width ratio", fixed_names,
      [](rule_trial& trial) {
-         trial.answer = is_valid_dual_port_memory_width_ratio(8, 32, long_keyword, family, true, true, 8);
+         trial.answer =
+             is_valid_dual_port_memory_width_ratio(8, 32, long_keyword, known_family, true, true, 8);
      },
      false},
     {"bidirectional width ratio", fixed_names,
      [](rule_trial& trial) {
-         trial.answer =
-             is_valid_bidir_dual_port_memory_width_ratio(8, 32, long_keyword, family, true, true, false, 8);
+         trial.answer = is_valid_bidir_dual_port_memory_width_ratio(8, 32, long_keyword, known_family, true,
+                                                                    true, false, 8);
      },
      false},
 };

@@ -16,12 +16,12 @@ constexpr kvr::keyword_index small_index(small_names);
 constexpr std::array<std::string_view, 0> no_names{};
 constexpr kvr::keyword_index empty_index(no_names);
 
-constexpr std::size_t many = 2584;
+constexpr std::size_t many_names = 2584;
 
 /// "register_0000" to "register_2583".
-constexpr std::array<std::array<char, 13>, many> numbered_texts = [] {
-    std::array<std::array<char, 13>, many> texts{};
-    for (std::size_t number = 0; number < many; ++number) {
+constexpr std::array<std::array<char, 13>, many_names> numbered_texts = [] {
+    std::array<std::array<char, 13>, many_names> texts{};
+    for (std::size_t number = 0; number < many_names; ++number) {
         const auto digit = [number](std::size_t power) {
             return static_cast<char>('0' + number / power % 10);
         };
@@ -32,10 +32,10 @@ constexpr std::array<std::array<char, 13>, many> numbered_texts = [] {
 }();
 
 /// Their ends, the later the longer: "_0000" to "register_2583".
-constexpr std::array<std::string_view, many> numbered_names = [] {
-    std::array<std::string_view, many> names;
-    for (std::size_t number = 0; number < many; ++number) {
-        const std::size_t size = 5 + 9 * number / many;
+constexpr std::array<std::string_view, many_names> numbered_names = [] {
+    std::array<std::string_view, many_names> names;
+    for (std::size_t number = 0; number < many_names; ++number) {
+        const std::size_t size = 5 + 9 * number / many_names;
         names[number] = std::string_view(numbered_texts[number].data() + (13 - size), size);
     }
     return names;
@@ -73,7 +73,7 @@ TEST(KeywordIndex, OfNoNamesFindsNothing) {
 }
 
 TEST(KeywordIndex, CountsThousandsOfNames) {
-    EXPECT_EQ(numbered_index.size(), many);
+    EXPECT_EQ(numbered_index.size(), many_names);
 }
 
 constexpr std::array primitive_names{"LOGIC_CELL"sv, "AND2"sv, "AND3"sv, "AND4"sv,
@@ -88,11 +88,11 @@ TEST(KeywordIndex, HasTheSameFreeSlotsInTheProgramAsInTheCompiler) {
 }
 
 TEST(KeywordIndex, FindsEachOfThousandsOfNames) {
-    for (std::size_t number = 0; number < many; ++number) {
+    for (std::size_t number = 0; number < many_names; ++number) {
         EXPECT_EQ(numbered_index.find(numbered_names[number]), number);
     }
     EXPECT_EQ(numbered_index.find("REGISTER_2583"), 2583U);
-    EXPECT_EQ(numbered_index.find("REGISTER_2584"), many);
+    EXPECT_EQ(numbered_index.find("REGISTER_2584"), many_names);
 }
 
 } // namespace

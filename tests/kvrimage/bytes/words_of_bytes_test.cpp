@@ -144,6 +144,22 @@ TEST(WordsOfBytes, AWordOfWhichBytesAreMissingIsBroken) {
     EXPECT_EQ(set_words_of(words_of(parts, options)), "0=0102FF04 1=05060708 2=09FFFFFF");
 }
 
+TEST(WordsOfBytes, BesideFaultsAreMadeOnlyToKeepGoing) {
+    for (const bool has_fault : {false, true}) {
+        for (const bool keep_going : {false, true}) {
+            byte_blocks blocks;
+            blocks.add(0, "\x12");
+            read_options options;
+            options.keep_going = keep_going;
+            diagnostic_list list;
+            read_result result;
+            make_words_beside_faults(
+                has_fault, blocks, options, [](std::uint64_t) { return span(); }, list, result);
+            EXPECT_EQ(result.image.has_value(), !has_fault || keep_going) << has_fault << keep_going;
+        }
+    }
+}
+
 TEST(WordsOfBytes, SurplusBitsMustBeZero) {
     const read_result result = words_of({{0, "\x0A\xBC\x1A\xBC\xFF\xFF"}}, bytes_as(12, byte_order::big));
     EXPECT_EQ(shown_report(result), "broken surplus-bits 1:3+1 x2\n");

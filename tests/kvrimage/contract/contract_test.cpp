@@ -117,7 +117,7 @@ void for_each_reading(Take&& take, std::size_t step = 1) {
 }
 
 #ifdef KVR_SANITIZED
-constexpr std::size_t step_of_files = 5;
+constexpr std::size_t step_of_files = 11;
 #else
 constexpr std::size_t step_of_files = 1;
 #endif

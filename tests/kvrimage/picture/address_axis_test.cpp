@@ -53,6 +53,11 @@ TEST(AddressAxis, LabelsAreBesideTheirWordsAndWithinTheDrawing) {
     EXPECT_EQ(labels[2], (address_label{19, "0x13", 19.5, 16, 0}));
 }
 
+TEST(AddressAxis, LabelsThatTheStepHasExactlyRoomForAreNotThinnedOut) {
+    EXPECT_THAT(texts_of_labels(column_grid(0, 63, 64), 0, 4),
+                ElementsAre("0x00", "0x10", "0x18", "0x20", "0x28", "0x30", "0x3F"));
+}
+
 TEST(AddressAxis, LastAddressTooCloseToTheFirstHasALineOfItsOwn) {
     const column_grid grid(0, 4, 5);
     const address_axis axis(grid, 0);

@@ -5,10 +5,12 @@
 #include "kvrimage/formats/mif/mif_reader.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/word_text.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cstdint>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -162,7 +164,7 @@ TEST(MifContract, HoldsForTheFilesOfTheCases) {
 TEST(MifContract, HoldsForFilesWithMistakes) {
     const std::vector<std::string> files = mif_files_of_cases();
     std::mt19937 random(1);
-    for (int i = 0; i < 2000; ++i) {
+    for (std::uint32_t i = 0; i < 2000 / sweep_step; ++i) {
         const std::string file = with_mistakes(files[random() % files.size()], random);
         if (file.size() < 5000) {
             expect_contract(file);
@@ -173,7 +175,7 @@ TEST(MifContract, HoldsForFilesWithMistakes) {
 
 TEST(MifContract, TheFastPathChangesNothing) {
     std::mt19937 random(2);
-    for (int i = 0; i < 1000; ++i) {
+    for (std::uint32_t i = 0; i < 1000 / sweep_step; ++i) {
         expect_same_without_fast_path(random_file(random));
         expect_same_without_fast_path(with_mistakes(random_file(random), random));
     }

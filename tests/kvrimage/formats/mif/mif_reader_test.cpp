@@ -711,6 +711,12 @@ TEST(MifReader, AHashAtTheEndBeginsAComment) {
                 ElementsAre("missing-semicolon 4:6+1!", "mif-comment 4:7+1!", "missing-end 0:0+0!"));
 }
 
+TEST(MifReader, AStatementAfterRegularLinesAndStrayTextFollowsASemicolon) {
+    const read_result result = read_mif(mif_of("0 : 1;\n1 : 2;\n, ; 2 : 3;\n"), {});
+    EXPECT_THAT(shown_diagnostics(result.diagnostics),
+                ElementsAre("stray-character 6:1+3", "after-semicolon 6:5+1"));
+}
+
 TEST(MifReader, StatementsAloneAreReadWithWidthAndDepth) {
     const read_result result = read_mif("0 : 1F; [1..3] : 0;\n", sizes_of(8, 4));
     EXPECT_THAT(texts_of_mif(result), ElementsAre("1F", "00", "00", "00"));

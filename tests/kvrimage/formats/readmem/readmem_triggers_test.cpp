@@ -130,4 +130,11 @@ TEST(ReadmemTriggers, WhatTheReaderFoundAlready) {
                 ElementsAre(readmem_trigger::too_wide, readmem_trigger::beyond_depth));
 }
 
+TEST(ReadmemTriggers, EachPlaceOfAFindingOfTheReaderIsOne) {
+    const read_options options = with_bits(8);
+    const read_result ours = readmemh_format.read("123 456 07 789\n", options);
+    const readmem_triggers found = find_readmem_triggers("123 456 07 789\n", options, ours);
+    EXPECT_EQ(found[static_cast<std::size_t>(readmem_trigger::too_wide)].where.count(), 3U);
+}
+
 } // namespace

@@ -6,12 +6,15 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <string_view>
+#include <vector>
 
 namespace {
 
 using namespace kvrimage;
 using kvrimage_tests::image_of_hex;
 using testing::HasSubstr;
+using testing::Not;
 
 std::string vhdl_text(const memory_image& image) {
     return to_text(image, {.as = &vhdl_format, .file_name = "sine.vhd"});
@@ -67,6 +70,10 @@ TEST(VhdlWriter, ReadsDontCareBitsBeyondTheLastWord) {
                           "        end if;\n"));
 }
 
+TEST(VhdlWriter, ReadsTwoWordsWithEveryAddress) {
+    EXPECT_THAT(vhdl_text(image_of_hex(8, {"00", "FF"})), Not(HasSubstr("< depth")));
+}
+
 TEST(VhdlWriter, WritesTheIndexOfASingleWord) {
     const std::string text = vhdl_text(image_of_hex(8, {"2A"}));
     EXPECT_THAT(text, HasSubstr("word_array := (\n        0 => x\"2A\"\n    );\n"));
@@ -78,6 +85,12 @@ TEST(VhdlWriter, WritesBitsWhereDigitsDoNotFit) {
     EXPECT_THAT(vhdl_text(image_of_hex(9, {"1FF", "002"})),
                 HasSubstr("        \"111111111\", \"000000010\"\n"));
     EXPECT_THAT(vhdl_text(image_of_hex(8, {"1X", "23"})), HasSubstr("        \"0001----\", \"00100011\"\n"));
+}
+
+TEST(VhdlWriter, FillsLinesOf79Characters) {
+    const std::string line = R"(x"1234", x"1234", x"1234", x"1234", x"1234", x"1234", x"1234", x"1234")";
+    EXPECT_THAT(vhdl_text(image_of_hex(16, std::vector<std::string_view>(16, "1234"))),
+                HasSubstr("(\n        " + line + ",\n        " + line + "\n    );\n"));
 }
 
 TEST(VhdlWriter, NotesTheBaseThatIsNot0) {
