@@ -162,7 +162,7 @@ CONFIGURATIONS = (
     ),
     Configuration(
         "other-tools",
-        "g++, optimized, ten thousand random memories against each other program",
+        "g++, 10,000 memories against each other program",
         ("other_tools",),
         GCC | RELEASE | THOROUGH | {"KVR_CASES_OF_OTHER_TOOLS": "10000"},
     ),

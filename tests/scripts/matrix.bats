@@ -6,7 +6,7 @@
     [ "${#lines[@]}" -gt 10 ]
     [ -z "$(printf '%s\n' "${lines[@]}" | awk '{ print $1 }' | sort | uniq --repeated)" ]
     for line in "${lines[@]}"; do
-        [[ $line =~ (unit|replay|memcheck|mcdc) ]]
+        [[ $line =~ (unit|replay|memcheck|other_tools|mcdc) ]]
     done
 }
 

@@ -317,12 +317,15 @@ void mif_examiner::report_addresses(diagnostic_list& list) {
         // The last value of a list has an address that is not written.
         const bool is_plain = form.base != 0 || beyond.text == decimal ||
                               mif_number_of(beyond.text, form.addresses).value != beyond_address;
+        const std::string address = is_plain ? decimal : beyond.text + " (decimal " + decimal + ")";
         const std::uint64_t depth = form.depth - form.base;
-        beyond.found.report(
-            diagnose::beyond_depth(
-                beyond.found.where(), is_plain ? decimal : beyond.text + " (decimal " + decimal + ")", depth,
-                depth - 1, form.has_given_depth ? "--depth" : "DEPTH", needed_depth + 1 - form.base),
-            "", list);
+        const places where = beyond.found.where();
+        beyond.found.report(form.depth == deepest_mif
+                                ? diagnose::address_outside(where, address, depth - 1)
+                                : diagnose::beyond_depth(where, address, depth, depth - 1,
+                                                         form.has_given_depth ? "--depth" : "DEPTH",
+                                                         needed_depth + 1 - form.base),
+                            "", list);
     }
     if (!goes_down.empty()) {
         goes_down.report(diagnose::range_order(goes_down.where(), down_first, down_last), "", list);

@@ -56,7 +56,8 @@ public:
             header.compare_with_kvr(keyword.offset, list);
         }
         form = {header.radix_of(mif_keyword::address_radix), header.radix_of(mif_keyword::data_radix),
-                depth().value_or(deepest_mif), options.depth ? base() : 0, options.depth.has_value()};
+                std::min(depth().value_or(deepest_mif), deepest_mif), options.depth ? base() : 0,
+                options.depth.has_value()};
         words.emplace(text, form);
     }
     void begin(const span& keyword) override {
@@ -294,6 +295,9 @@ std::unique_ptr<image_words> mif_text_reader::find_faults() {
     const bool has_numbers = depth() && width() && header.knows_radix(mif_keyword::data_radix);
     const bool can_be_words = has_numbers && is_proportionate(*all);
     const bool all_words = !can_be_words || make_words(*all);
+    if (can_be_words && all->size() < *depth()) {
+        all->resize(*depth()); // which the caller gave: no MIF has as many
+    }
     if (has_doubts || !all_words || has_unsigned || has_prefix) {
         examine();
     }

@@ -11,6 +11,7 @@
 #include <array>
 #include <bitset>
 #include <cmath>
+#include <functional>
 #include <variant>
 #include <vector>
 
@@ -126,8 +127,7 @@ private:
         add_cell(beside, 1);
     }
     /// Calls @p add_part with each stretch; between them there is a break, with @p mark in its middle.
-    template <class AddPart>
-    void add_parts(const cell& mark, const cell& beside, AddPart&& add_part) {
+    void add_parts(const cell& mark, const cell& beside, const std::function<void(const part&)>& add_part) {
         std::uint32_t at = 0;
         for (const part& of : contents.grid.parts()) {
             if (of.begin != 0) {

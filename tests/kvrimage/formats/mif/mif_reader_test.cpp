@@ -555,6 +555,32 @@ TEST(MifReader, ARangeOfOneAddressMayLackItsBrackets) {
                 ElementsAre("range-of-one 4:1+4", "range-form 4:1+4"));
 }
 
+/// What is read of statements without a header, in a memory deeper than any MIF.
+read_result read_deepest(std::string_view statements, std::uint32_t width = 16) {
+    read_options options;
+    options.as = &mif_format;
+    options.width = width;
+    options.depth = 0xFFFFFFFF;
+    return read_mif(statements, options);
+}
+
+TEST(MifReader, AMemoryMayBeDeeperThanAnyMif) {
+    const read_result result = read_deepest("10 : 1;\n7FFFFFFE : 2;\n", 512);
+    ASSERT_TRUE(result.image.has_value());
+    EXPECT_EQ(result.image->depth(), 0xFFFFFFFF);
+    EXPECT_EQ((*result.image)[0x7FFFFFFE], word::of(2, 512));
+    EXPECT_FALSE((*result.image)[0xF0000000].has_value());
+}
+
+TEST(MifReader, AnAddressBeyondThoseOfAnyMifIsRefusedInADeeperMemory) {
+    const read_result result = read_deepest("80000000 : 1;\n");
+    EXPECT_FALSE(result.image.has_value());
+    ASSERT_THAT(shown_diagnostics(result.diagnostics),
+                ElementsAre("bare-statements 1:1+8", "address-outside 1:1+8"));
+    EXPECT_EQ(result.diagnostics.back().message,
+              "address 80000000 (decimal 2147483648) is beyond the largest, 2147483646");
+}
+
 TEST(MifReader, AddressesThatGoBeyondAllNumbersAreBeyondTheDepth) {
     EXPECT_THAT(shown_diagnostics(read_mif(mif_of("FFFFFFFFFFFFFFFF : 1 2;\n"), {}).diagnostics),
                 ElementsAre("beyond-depth 4:1+16"));
