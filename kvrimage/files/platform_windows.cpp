@@ -112,6 +112,17 @@ bool is_device_name(const wchar_t* path) noexcept {
     return is_device;
 }
 
+bool is_symbolic_link(const wchar_t* path) noexcept {
+    WIN32_FIND_DATAW found{};
+    HANDLE const search = FindFirstFileW(path, &found);
+    if (search == INVALID_HANDLE_VALUE) {
+        return false;
+    }
+    FindClose(search);
+    return (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0 &&
+           found.dwReserved0 == IO_REPARSE_TAG_SYMLINK;
+}
+
 } // namespace
 
 bool look_at(const std::string& path, file_status& found) noexcept {
@@ -129,13 +140,11 @@ bool look_at(const std::string& path, file_status& found) noexcept {
     return true;
 }
 
-// Links are left to the system: replacing one would take its place.
 bool look_at_link(const std::string& path, file_status& found) noexcept {
     if (!look_at(path, found)) {
         return false;
     }
-    const DWORD attributes = GetFileAttributesW(wide_path(path).get());
-    if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0) {
+    if (is_symbolic_link(wide_path(path).get())) {
         found.kind = file_kind::link;
     }
     return true;

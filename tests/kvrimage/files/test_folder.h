@@ -1,9 +1,9 @@
 #pragma once
 
-#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
+#include <random>
 #include <string>
 #include <string_view>
 
@@ -11,8 +11,10 @@
 class test_folder {
 public:
     test_folder() {
-        std::string pattern = (std::filesystem::temp_directory_path() / "kvrimage_test.XXXXXX").string();
-        root = mkdtemp(pattern.data());
+        std::random_device random;
+        do {
+            root = std::filesystem::temp_directory_path() / ("kvrimage_test." + std::to_string(random()));
+        } while (!std::filesystem::create_directory(root));
     }
     test_folder(const test_folder&) = delete;
     test_folder& operator=(const test_folder&) = delete;
@@ -20,11 +22,11 @@ public:
 
     [[nodiscard]] std::string path(std::string_view name = "") const { return (root / name).string(); }
     std::string write(std::string_view name, std::string_view contents) const {
-        std::ofstream(path(name), std::ios::binary) << contents;
+        std::ofstream(root / name, std::ios::binary) << contents;
         return path(name);
     }
     [[nodiscard]] std::string read(std::string_view name) const {
-        std::ifstream file(path(name), std::ios::binary);
+        std::ifstream file(root / name, std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
     [[nodiscard]] std::ptrdiff_t count_files() const {

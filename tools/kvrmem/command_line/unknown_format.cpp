@@ -56,7 +56,7 @@ const kvrimage::format* format_of_contents(const std::string& path) {
         return nullptr;
     }
     std::string head(kvrimage::sniffed_bytes, '\0');
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(std::filesystem::path(path), std::ios::binary); // of a name in UTF-8
     file.read(head.data(), static_cast<std::streamsize>(head.size()));
     head.resize(static_cast<std::size_t>(file.gcount()));
     const auto found = kvrimage::sniff(head, path);

@@ -139,7 +139,8 @@ std::string manifest_text(const manifest& what, const std::string& path) {
     constexpr int indentation = 2;
     json_value names = json_value::array();
     for (const std::string& file : what.files) {
-        const std::string name = std::filesystem::path(file).lexically_proximate(folder_of(path)).string();
+        const std::string name =
+            std::filesystem::path(file).lexically_proximate(folder_of(path)).generic_string();
         if (json_name(name) != name) {
             usage_error(fmt::format("--manifest: the name {} is not UTF-8", kvrimage::title_of_output(name)));
         }
