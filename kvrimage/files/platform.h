@@ -3,6 +3,7 @@
 #include <climits>
 #include <cstddef>
 #include <cstdint>
+#include <filesystem>
 #include <string>
 #include <string_view>
 
@@ -18,6 +19,12 @@ inline constexpr std::size_t longest_path = std::size_t{3} << 15U;
 #else
 inline constexpr std::size_t longest_path = PATH_MAX;
 #endif
+
+/// The path that @p text is. On Windows, the standard library would not take the text for UTF-8.
+/// @return no path where it is no text of a path
+std::filesystem::path path_of(const std::string& text);
+/// The reverse.
+std::string text_of(const std::filesystem::path& path);
 
 enum class file_kind : std::uint8_t { none, regular, folder, link, other };
 

@@ -57,6 +57,14 @@ bool is_answered(int answer, const struct stat& status, file_status& found) noex
 
 } // namespace
 
+std::filesystem::path path_of(const std::string& text) {
+    return text;
+}
+
+std::string text_of(const std::filesystem::path& path) {
+    return path.string();
+}
+
 bool look_at(const std::string& path, file_status& found) noexcept {
     struct stat status {};
     return is_answered(stat(path.c_str(), &status), status, found);

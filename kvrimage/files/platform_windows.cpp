@@ -35,6 +35,15 @@ struct wide_path {
     }
     explicit wide_path(const std::string& path) noexcept : wide_path(path.c_str()) {}
     [[nodiscard]] const wchar_t* get() const noexcept { return units.data(); }
+    /// Makes it begin at the root of its drive.
+    void complete() noexcept {
+        const wide_path given = *this;
+        const DWORD size =
+            GetFullPathNameW(given.get(), static_cast<DWORD>(units.size()), units.data(), nullptr);
+        if (size == 0 || size >= units.size()) {
+            units[0] = L'\0';
+        }
+    }
 
     std::array<wchar_t, std::size_t{1} << 15U> units;
 };
@@ -125,6 +134,15 @@ bool is_symbolic_link(const wchar_t* path) noexcept {
 
 } // namespace
 
+std::filesystem::path path_of(const std::string& text) {
+    return wide_path(text).get();
+}
+
+std::string text_of(const std::filesystem::path& path) {
+    const std::u8string text = path.u8string();
+    return {text.begin(), text.end()};
+}
+
 bool look_at(const std::string& path, file_status& found) noexcept {
     const wide_path wide(path);
     WIN32_FILE_ATTRIBUTE_DATA data{};
@@ -151,16 +169,17 @@ bool look_at_link(const std::string& path, file_status& found) noexcept {
 }
 
 bool look_at(int descriptor, file_status& found) noexcept {
-    BY_HANDLE_FILE_INFORMATION data{};
+    HANDLE const file = handle_of(descriptor);
+    FILE_STANDARD_INFO data{};
     found = {file_kind::other};
-    if (GetFileType(handle_of(descriptor)) != FILE_TYPE_DISK) {
+    if (GetFileType(file) != FILE_TYPE_DISK) {
         return true;
     }
-    if (!succeeded(GetFileInformationByHandle(handle_of(descriptor), &data))) {
+    if (!succeeded(GetFileInformationByHandleEx(file, FileStandardInfo, &data, sizeof data))) {
         return false;
     }
-    found = status_with({data.dwFileAttributes, data.ftCreationTime, data.ftLastAccessTime,
-                         data.ftLastWriteTime, data.nFileSizeHigh, data.nFileSizeLow});
+    found = {data.Directory != 0 ? file_kind::folder : file_kind::regular,
+             static_cast<std::uint64_t>(data.EndOfFile.QuadPart)};
     return true;
 }
 
@@ -199,11 +218,13 @@ std::int64_t read_some(int descriptor, char* to, std::size_t count) noexcept {
     return got < 0 && errno == EPIPE ? 0 : got;
 }
 
+// A pipe that nobody reads any more: the C library calls that an invalid argument.
 bool write_all(int descriptor, std::string_view text) noexcept {
     while (!text.empty()) {
         const std::string_view part = text.substr(0, most_bytes_at_once);
         const int written = _write(descriptor, part.data(), static_cast<unsigned>(part.size()));
         if (written <= 0) {
+            errno = GetFileType(handle_of(descriptor)) == FILE_TYPE_PIPE ? EPIPE : errno;
             return false;
         }
         text.remove_prefix(static_cast<std::size_t>(written));
@@ -221,9 +242,12 @@ bool store(const std::string& path) noexcept {
     return file.get() >= 0 && succeeded(FlushFileBuffers(handle_of(file.get())));
 }
 
+// The paths are complete, because wine replaces no other file.
 bool move_file(const std::string& from, const std::string& to, bool replaces) noexcept {
-    const wide_path source(from);
-    const wide_path target(to);
+    wide_path source(from);
+    wide_path target(to);
+    source.complete();
+    target.complete();
     return succeeded(replaces ? ReplaceFileW(target.get(), source.get(), nullptr,
                                              REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)
                               : MoveFileExW(source.get(), target.get(), MOVEFILE_WRITE_THROUGH));

@@ -19,10 +19,10 @@ namespace {
 /// Where @p path leads, also when there is nothing there yet. Why that cannot be found out goes to @p reason.
 std::string without_links(const std::string& path, int& reason) {
     constexpr int most_links = 40; // as the system follows
-    std::filesystem::path place = path;
+    std::filesystem::path place = platform::path_of(path);
     for (int links = 0; reason == 0 && links < most_links; ++links) {
         platform::file_status status;
-        if (!platform::look_at_link(place.string(), status)) {
+        if (!platform::look_at_link(platform::text_of(place), status)) {
             reason = errno;
         }
         if (status.kind != platform::file_kind::link) {
@@ -32,7 +32,7 @@ std::string without_links(const std::string& path, int& reason) {
         place = place.parent_path() / std::filesystem::read_symlink(place, error);
         reason = error.value();
     }
-    return place.string();
+    return platform::text_of(place);
 }
 
 } // namespace
@@ -45,6 +45,9 @@ replacement_file::replacement_file(const std::string& target, const file_observe
     platform::file_status old;
     if (target != "-" && !platform::look_at(target, old)) {
         reason = errno;
+    }
+    if (old.kind == platform::file_kind::folder) {
+        reason = EISDIR;
     }
     replaces = old.kind != platform::file_kind::none;
     const bool is_direct = target == "-" || (replaces && old.kind != platform::file_kind::regular);
@@ -75,7 +78,7 @@ void replacement_file::open_beside(const platform::file_status& old, const file_
     if (replaces && !platform::may_be_written(place)) {
         fail(errno);
     }
-    const std::string folder = std::filesystem::path(place).parent_path().string();
+    const std::string folder = platform::text_of(platform::path_of(place).parent_path());
     descriptor = temporary.make_in(folder, replaces);
     if (descriptor < 0) {
         const int reason = errno;

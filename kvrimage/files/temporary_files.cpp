@@ -82,7 +82,7 @@ int temporary_file::make_in(const std::string& folder, bool is_private) {
     int descriptor = -1;
     int attempts = 0;
     do {
-        name = (std::filesystem::path(folder) / random_name()).string();
+        name = platform::text_of(platform::path_of(folder) / random_name());
         descriptor = platform::make_file(name, is_private);
     } while (descriptor < 0 && errno == EEXIST && ++attempts < most_attempts);
     if (descriptor < 0) {

@@ -64,13 +64,16 @@ def linux_on(machine: str) -> Options:
 # Headers without a library, which a compiler for another system takes alone from where they are installed.
 HEADERS = ("/usr/include/fmt", "/usr/include/nlohmann", "/usr/include/stb")
 
-# Without line numbers, with which the linker takes minutes for each program.
+# The linker of GNU takes minutes for each of these programs, that of LLVM less than a second. Debian's compiler for Windows
+# does not take another one by -fuse-ld.
+LLD_SPECS = ROOT / "scripts" / "build_matrix" / "lld.specs"
+
 WINDOWS = FOREIGN | {
     "CMAKE_BUILD_TYPE": "Debug",
     "CMAKE_C_COMPILER": "x86_64-w64-mingw32-gcc-posix",  # googletest asks for one
     "CMAKE_CXX_COMPILER": "x86_64-w64-mingw32-g++-posix",
     "CMAKE_CXX_FLAGS_DEBUG": "-O1",
-    "CMAKE_EXE_LINKER_FLAGS": "-static",
+    "CMAKE_EXE_LINKER_FLAGS": f"-static -specs={LLD_SPECS} -fno-use-linker-plugin",
     "CMAKE_SYSTEM_NAME": "Windows",
     "nlohmann_json_DIR": str(ROOT / "cmake" / "header_only"),
 }
@@ -85,6 +88,7 @@ class Configuration:
     builds_googletest: bool = False  # the installed one would not link, or not fit
     links_headers: bool = False  # see HEADERS
     emulator: tuple[str, ...] = ()  # the command that runs a program for another machine
+    suffix: str = ""  # of the programs' names
 
 
 CONFIGURATIONS = (
@@ -163,6 +167,7 @@ CONFIGURATIONS = (
         builds_googletest=True,
         links_headers=True,
         emulator=("env", "WINEDEBUG=-all", "wine"),
+        suffix=".exe",
     ),
     Configuration(
         "other-tools",

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "kvrimage/files/platform.h"
+
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -20,13 +22,15 @@ public:
     test_folder& operator=(const test_folder&) = delete;
     ~test_folder() { std::filesystem::remove_all(root); }
 
-    [[nodiscard]] std::string path(std::string_view name = "") const { return (root / name).string(); }
+    [[nodiscard]] std::string path(std::string_view name = "") const {
+        return kvrimage::platform::text_of(within(name));
+    }
     std::string write(std::string_view name, std::string_view contents) const {
-        std::ofstream(root / name, std::ios::binary) << contents;
+        std::ofstream(within(name), std::ios::binary) << contents;
         return path(name);
     }
     [[nodiscard]] std::string read(std::string_view name) const {
-        std::ifstream file(root / name, std::ios::binary);
+        std::ifstream file(within(name), std::ios::binary);
         return {std::istreambuf_iterator<char>(file), {}};
     }
     [[nodiscard]] std::ptrdiff_t count_files() const {
@@ -34,5 +38,9 @@ public:
     }
 
 private:
+    [[nodiscard]] std::filesystem::path within(std::string_view name) const {
+        return root / kvrimage::platform::path_of(std::string(name));
+    }
+
     std::filesystem::path root;
 };

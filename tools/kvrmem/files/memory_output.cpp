@@ -91,7 +91,8 @@ void write_text(const std::string& target, std::string_view text) {
 
 void require_replaceable(const arguments& given, const std::string& path) {
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    const std::filesystem::file_status status =
+        std::filesystem::status(kvrimage::platform::path_of(path), error);
     if (given.output || path == "-" || !std::filesystem::is_other(status)) {
         return;
     }
@@ -111,7 +112,8 @@ bool name_one_file(const std::string& left, const std::string& right) {
     }
     std::error_code error;
     const auto place = [&error](const std::string& name) {
-        return std::filesystem::weakly_canonical(std::filesystem::absolute(name, error), error);
+        return std::filesystem::weakly_canonical(
+            std::filesystem::absolute(kvrimage::platform::path_of(name), error), error);
     };
     return left == right || (!place(left).empty() && place(left) == place(right));
 }
