@@ -16,8 +16,11 @@ namespace kvrimage::platform {
 #ifdef _WIN32
 /// Bytes of the longest path, and a NUL after it: each of the system's 16-bit units takes at most three.
 inline constexpr std::size_t longest_path = std::size_t{3} << 15U;
+/// Characters of a path that none of its names has.
+inline constexpr std::string_view path_separators = "/\\:";
 #else
 inline constexpr std::size_t longest_path = PATH_MAX;
+inline constexpr std::string_view path_separators = "/";
 #endif
 
 /// The path that @p text is. On Windows, the standard library would not take the text for UTF-8.
@@ -66,9 +69,9 @@ bool copy_permissions(const file_status& old, int descriptor) noexcept;
 /// Makes sure that what was written to the file @p path, which is closed, is on the disk.
 bool store(const std::string& path) noexcept;
 
-/// Moves the file @p from, which is closed, to @p to in the same folder.
-/// @param replaces there is a file already, whose place it takes at once; programs that have it open keep it
-bool move_file(const std::string& from, const std::string& to, bool replaces) noexcept;
+/// Moves the file @p from, which is closed, to @p to in the same folder. It takes the place of a file that is
+/// there at once; programs that have that open keep it.
+bool move_file(const std::string& from, const std::string& to) noexcept;
 
 /// Removes the file @p path, at the latest when it is closed. A signal handler may call it.
 void remove_file(const char* path) noexcept;

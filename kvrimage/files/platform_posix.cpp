@@ -134,7 +134,7 @@ bool store(const std::string& path) noexcept {
     return file.get() >= 0 && fsync(file.get()) == 0;
 }
 
-bool move_file(const std::string& from, const std::string& to, bool /*replaces*/) noexcept {
+bool move_file(const std::string& from, const std::string& to) noexcept {
     return std::rename(from.c_str(), to.c_str()) == 0;
 }
 

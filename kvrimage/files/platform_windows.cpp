@@ -218,13 +218,14 @@ std::int64_t read_some(int descriptor, char* to, std::size_t count) noexcept {
     return got < 0 && errno == EPIPE ? 0 : got;
 }
 
-// A pipe that nobody reads any more: the C library calls that an invalid argument.
+// A pipe that nobody reads any more: the C library calls that an invalid argument, or a bad descriptor.
 bool write_all(int descriptor, std::string_view text) noexcept {
+    const bool is_pipe = GetFileType(handle_of(descriptor)) == FILE_TYPE_PIPE;
     while (!text.empty()) {
         const std::string_view part = text.substr(0, most_bytes_at_once);
         const int written = _write(descriptor, part.data(), static_cast<unsigned>(part.size()));
         if (written <= 0) {
-            errno = GetFileType(handle_of(descriptor)) == FILE_TYPE_PIPE ? EPIPE : errno;
+            errno = is_pipe ? EPIPE : errno;
             return false;
         }
         text.remove_prefix(static_cast<std::size_t>(written));
@@ -242,15 +243,25 @@ bool store(const std::string& path) noexcept {
     return file.get() >= 0 && succeeded(FlushFileBuffers(handle_of(file.get())));
 }
 
-// The paths are complete, because wine replaces no other file.
-bool move_file(const std::string& from, const std::string& to, bool replaces) noexcept {
+// What is there now counts, not what was there when the new file was begun. A file is replaced with what it
+// has: rights, attributes and streams. The paths are complete, because wine replaces no other file; it would
+// also replace an empty folder.
+bool move_file(const std::string& from, const std::string& to) noexcept {
     wide_path source(from);
     wide_path target(to);
     source.complete();
     target.complete();
-    return succeeded(replaces ? ReplaceFileW(target.get(), source.get(), nullptr,
-                                             REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr)
-                              : MoveFileExW(source.get(), target.get(), MOVEFILE_WRITE_THROUGH));
+    const DWORD attributes = GetFileAttributesW(target.get());
+    if (attributes == INVALID_FILE_ATTRIBUTES) {
+        return succeeded(
+            MoveFileExW(source.get(), target.get(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
+    }
+    if ((attributes & FILE_ATTRIBUTE_DIRECTORY) != 0) {
+        errno = EISDIR;
+        return false;
+    }
+    return succeeded(
+        ReplaceFileW(target.get(), source.get(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr));
 }
 
 void remove_file(const char* path) noexcept {

@@ -124,7 +124,7 @@ void replacement_file::commit() {
         fail(errno);
     }
     const signal_pause pause;
-    if (!platform::move_file(temporary.path(), place, replaces)) {
+    if (!platform::move_file(temporary.path(), place)) {
         fail(errno);
     }
     temporary.keep();
