@@ -23,13 +23,13 @@ namespace {
 void kvr_logprintf(const char* path, const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    print_to(path, "a", format, arguments);
+    print_to(path, "ab", format, arguments);
     va_end(arguments);
 }
 
 void kvr_logprintf_ovrw(const char* path, const char* format, ...) {
     std::va_list arguments;
     va_start(arguments, format);
-    print_to(path, "w", format, arguments);
+    print_to(path, "wb", format, arguments);
     va_end(arguments);
 }

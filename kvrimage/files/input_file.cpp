@@ -2,6 +2,7 @@
 
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/files/platform.h"
 #include "kvrimage/formats/edited_text.h"
 
 #include <fmt/format.h>
@@ -9,15 +10,13 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
-#include <fcntl.h>
-#include <sys/stat.h>
-#include <unistd.h>
 #include <utility>
 
 namespace kvrimage {
 
 namespace {
 
+constexpr int standard_input = 0; ///< its descriptor
 constexpr std::size_t first_block = std::size_t{64} << 10U;
 /// Room that is asked for before anything was read: a file may say that it has more bytes than it holds.
 constexpr std::size_t most_room_at_once = std::size_t{64} << 20U;
@@ -49,27 +48,23 @@ constexpr std::size_t most_bytes_a_read = most_bytes_without_end;
 
 /// Bytes of the file; 0 where the system does not say, or calls a file empty that goes on for ever.
 std::uint64_t size_of_regular_file(const std::string& title, int descriptor) {
-    struct stat status {};
-    if (fstat(descriptor, &status) != 0) {
+    platform::file_status status;
+    if (!platform::look_at(descriptor, status)) {
         fail_to_open(title, errno);
     }
-    if (S_ISDIR(status.st_mode)) {
+    if (status.kind == platform::file_kind::folder) {
         fail_to_open(title, EISDIR);
     }
-    return S_ISREG(status.st_mode) ? static_cast<std::uint64_t>(status.st_size) : 0;
+    return status.kind == platform::file_kind::regular ? status.size : 0;
 }
 
 /// Bytes read; 0 at the end.
 std::size_t read_some(const std::string& title, int descriptor, char* to, std::size_t count) {
-    for (;;) {
-        const ssize_t got = ::read(descriptor, to, count);
-        if (got >= 0) {
-            return static_cast<std::size_t>(got);
-        }
-        if (errno != EINTR) {
-            fail_to_read(title, errno);
-        }
+    const std::int64_t got = platform::read_some(descriptor, to, count);
+    if (got < 0) {
+        fail_to_read(title, errno);
     }
+    return static_cast<std::size_t>(got);
 }
 
 /// Follows the lines of a text that grows. Looks at few of its bytes: only for a line end within the limit.
@@ -103,10 +98,10 @@ private:
 input_file::input_file(const std::string& path, const file_observer& opened, const any_lines& is_free)
     : title(title_of_input(path)) {
     if (path == "-") {
-        read(STDIN_FILENO, opened, is_free);
+        read(standard_input, opened, is_free);
         return;
     }
-    file = open_descriptor(open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    file = open_descriptor(platform::open_to_read(path));
     if (file.get() < 0) {
         fail_to_open(title, errno);
     }

@@ -2,63 +2,37 @@
 
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
-#include "kvrimage/files/open_descriptor.h"
+#include "kvrimage/files/signal_pause.h"
 
 #include <fmt/format.h>
 
 #include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <fcntl.h>
 #include <filesystem>
 #include <system_error>
-#include <unistd.h>
 
 namespace kvrimage {
 
 namespace {
 
-/// Whether @p answer of the system, which has just been asked for a file, means that there is one. Any
-/// failure but that there is none goes to @p reason.
-bool is_there(int answer, int& reason) {
-    if (answer != 0 && errno != ENOENT) {
-        reason = errno;
-    }
-    return answer == 0;
-}
-
 /// Where @p path leads, also when there is nothing there yet. Why that cannot be found out goes to @p reason.
 std::string without_links(const std::string& path, int& reason) {
     constexpr int most_links = 40; // as the system follows
-    std::filesystem::path place = path;
+    std::filesystem::path place = platform::path_of(path);
     for (int links = 0; reason == 0 && links < most_links; ++links) {
-        struct stat status {};
-        if (!is_there(lstat(place.c_str(), &status), reason) || !S_ISLNK(status.st_mode)) {
+        platform::file_status status;
+        if (!platform::look_at_link(platform::text_of(place), status)) {
+            reason = errno;
+        }
+        if (status.kind != platform::file_kind::link) {
             break;
         }
         std::error_code error;
         place = place.parent_path() / std::filesystem::read_symlink(place, error);
         reason = error.value();
     }
-    return place.string();
-}
-
-/// Owner and permissions of @p old for the open file @p descriptor. Where the owner cannot be kept, nobody
-/// gets more than the permissions to read, write and execute.
-bool take_after(int descriptor, const struct stat& old) {
-    constexpr mode_t permission_bits = 07777;
-    constexpr mode_t harmless_bits = 0777;
-    struct stat mine {};
-    const bool same_owner =
-        fstat(descriptor, &mine) == 0 && mine.st_uid == old.st_uid && mine.st_gid == old.st_gid;
-    const bool has_owner = same_owner || fchown(descriptor, old.st_uid, old.st_gid) == 0;
-    return fchmod(descriptor, old.st_mode & (has_owner ? permission_bits : harmless_bits)) == 0;
-}
-
-/// Makes sure that what was written is on the disk before its name is.
-bool is_stored(const std::string& path) {
-    const open_descriptor file(open(path.c_str(), O_RDONLY | O_CLOEXEC));
-    return file.get() >= 0 && fsync(file.get()) == 0;
+    return platform::text_of(place);
 }
 
 } // namespace
@@ -68,9 +42,15 @@ replacement_file::replacement_file(const std::string& target, const file_observe
     // A file that cannot be looked at is not taken for one that is not there: it could be a device, or a
     // link.
     int reason = 0;
-    struct stat old {};
-    replaces = target != "-" && is_there(stat(target.c_str(), &old), reason);
-    const bool is_direct = target == "-" || (replaces && !S_ISREG(old.st_mode));
+    platform::file_status old;
+    if (target != "-" && !platform::look_at(target, old)) {
+        reason = errno;
+    }
+    if (old.kind == platform::file_kind::folder) {
+        reason = EISDIR;
+    }
+    replaces = old.kind != platform::file_kind::none;
+    const bool is_direct = target == "-" || (replaces && old.kind != platform::file_kind::regular);
     place = is_direct ? target : without_links(target, reason);
     if (reason != 0) {
         fail(reason);
@@ -84,7 +64,7 @@ replacement_file::replacement_file(const std::string& target, const file_observe
 
 void replacement_file::open_directly() {
     if (place == "-") {
-        descriptor = dup(STDOUT_FILENO);
+        descriptor = platform::open_standard_output();
         file = kvr::output_file(fdopen(descriptor, "wb"));
     } else {
         file = kvr::output_file::create(place);
@@ -94,11 +74,11 @@ void replacement_file::open_directly() {
     }
 }
 
-void replacement_file::open_beside(const struct stat& old, const file_observer& opened) {
-    if (replaces && access(place.c_str(), W_OK) != 0) {
+void replacement_file::open_beside(const platform::file_status& old, const file_observer& opened) {
+    if (replaces && !platform::may_be_written(place)) {
         fail(errno);
     }
-    const std::string folder = std::filesystem::path(place).parent_path().string();
+    const std::string folder = platform::text_of(platform::path_of(place).parent_path());
     descriptor = temporary.make_in(folder, replaces);
     if (descriptor < 0) {
         const int reason = errno;
@@ -107,7 +87,7 @@ void replacement_file::open_beside(const struct stat& old, const file_observer& 
                                              std::strerror(reason)));
     }
     file = kvr::output_file(fdopen(descriptor, "wb"));
-    if (replaces && !take_after(descriptor, old)) {
+    if (replaces && !platform::copy_permissions(old, descriptor)) {
         fail(errno);
     }
     if (opened) {
@@ -127,13 +107,8 @@ void replacement_file::write(std::string_view text) {
 }
 
 void replacement_file::write_past_buffer(std::string_view text) noexcept {
-    while (!text.empty() && failure_past_buffer == 0) {
-        const ssize_t written = ::write(descriptor, text.data(), text.size());
-        if (written >= 0) {
-            text.remove_prefix(static_cast<std::size_t>(written));
-        } else if (errno != EINTR) {
-            failure_past_buffer = errno;
-        }
+    if (failure_past_buffer == 0 && !platform::write_all(descriptor, text)) {
+        failure_past_buffer = errno;
     }
 }
 
@@ -145,11 +120,11 @@ void replacement_file::commit() {
     if (temporary.path().empty()) {
         return;
     }
-    if (replaces && !is_stored(temporary.path())) {
+    if (replaces && !platform::store(temporary.path())) {
         fail(errno);
     }
     const signal_pause pause;
-    if (std::rename(temporary.path().c_str(), place.c_str()) != 0) {
+    if (!platform::move_file(temporary.path(), place)) {
         fail(errno);
     }
     temporary.keep();

@@ -2,12 +2,12 @@
 
 #include "kvr/memory/io/output_file.h"
 #include "kvrimage/files/input_file.h"
+#include "kvrimage/files/platform.h"
 #include "kvrimage/files/temporary_files.h"
 #include "kvrimage/formats/format.h"
 
 #include <string>
 #include <string_view>
-#include <sys/stat.h>
 
 namespace kvrimage {
 
@@ -28,7 +28,7 @@ public:
 
 private:
     /// @param old what is there already, if anything is
-    void open_beside(const struct stat& old, const file_observer& opened);
+    void open_beside(const platform::file_status& old, const file_observer& opened);
     void open_directly();
     void write_past_buffer(std::string_view text) noexcept;
     [[noreturn]] void fail(int reason) const;

@@ -1,18 +1,17 @@
 #include "kvrimage/files/temporary_files.h"
 
+#include "kvrimage/files/platform.h"
+#include "kvrimage/files/signal_pause.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cassert>
 #include <cerrno>
-#include <climits>
 #include <cstddef>
 #include <cstdint>
-#include <fcntl.h>
 #include <filesystem>
 #include <random>
 #include <string_view>
-#include <sys/stat.h>
-#include <unistd.h>
 
 namespace kvrimage {
 
@@ -23,7 +22,7 @@ enum class list_state : std::uint8_t { free, taken, listed };
 /// What a signal handler may touch: memory that is always there, and a flag that says whether it is filled.
 struct list_entry {
     std::atomic<list_state> state = list_state::free;
-    std::array<char, PATH_MAX> path{};
+    std::array<char, platform::longest_path> path{};
 };
 static_assert(std::atomic<list_state>::is_always_lock_free);
 
@@ -36,7 +35,7 @@ std::array<list_entry, most_listed> temporary_list;
 
 /// The number of the entry that holds @p path now; most_listed where there is none for it.
 std::size_t enlist(const std::string& path) noexcept {
-    assert(path.size() < PATH_MAX); // or it would not have been opened
+    assert(path.size() < platform::longest_path); // or it would not have been opened
     for (std::size_t number = 0; number < most_listed; ++number) {
         list_entry& entry = temporary_list[number];
         list_state expected = list_state::free;
@@ -65,42 +64,26 @@ std::string random_name() {
 void remove_temporary_files() noexcept {
     for (const list_entry& entry : temporary_list) {
         if (entry.state.load() == list_state::listed) {
-            unlink(entry.path.data());
+            platform::remove_file(entry.path.data());
         }
     }
 }
 
-signal_pause::signal_pause() noexcept {
-    sigset_t waiting;
-    sigemptyset(&waiting);
-    for (const int signal : ending_signals) {
-        sigaddset(&waiting, signal);
-    }
-    pthread_sigmask(SIG_BLOCK, &waiting, &before);
-}
-
-signal_pause::~signal_pause() {
-    pthread_sigmask(SIG_SETMASK, &before, nullptr);
-}
-
 temporary_file::~temporary_file() {
     if (!name.empty()) {
-        unlink(name.c_str());
+        platform::remove_file(name.c_str());
         forget();
     }
 }
 
 int temporary_file::make_in(const std::string& folder, bool is_private) {
-    constexpr mode_t for_everybody = 0666; // less the mask of the process
-    constexpr mode_t for_the_owner = 0600;
     constexpr int most_attempts = 1000; // a name that is taken is a rare accident
     const signal_pause pause;
     int descriptor = -1;
     int attempts = 0;
     do {
-        name = (std::filesystem::path(folder) / random_name()).string();
-        descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC,
-                          is_private ? for_the_owner : for_everybody);
+        name = platform::text_of(platform::path_of(folder) / random_name());
+        descriptor = platform::make_file(name, is_private);
     } while (descriptor < 0 && errno == EEXIST && ++attempts < most_attempts);
     if (descriptor < 0) {
         name.clear();

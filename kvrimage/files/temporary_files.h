@@ -2,27 +2,9 @@
 
 #include "kvrimage/files/unfinished_files.h"
 
-#include <array>
-#include <csignal>
 #include <string>
 
 namespace kvrimage {
-
-/// Signals that end a program and that it may handle; while a temporary file is made or moved to its place,
-/// they wait.
-inline constexpr std::array<int, 6> ending_signals = {SIGINT, SIGTERM, SIGHUP, SIGXCPU, SIGXFSZ, SIGPIPE};
-
-/// While it lives, ending_signals wait in the thread that has made it.
-class signal_pause {
-public:
-    signal_pause() noexcept;
-    ~signal_pause();
-    signal_pause(const signal_pause&) = delete;
-    signal_pause& operator=(const signal_pause&) = delete;
-
-private:
-    sigset_t before{};
-};
 
 /// A new file in a folder that is removed again, by remove_temporary_files() or in the end, unless it is
 /// kept.

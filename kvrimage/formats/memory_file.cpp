@@ -3,6 +3,7 @@
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/files/input_file.h"
+#include "kvrimage/files/platform.h"
 #include "kvrimage/files/replacement_file.h"
 #include "kvrimage/formats/choices.h"
 #include "kvrimage/formats/edited_text.h"
@@ -189,7 +190,7 @@ void require_writable(const memory_image& image, const write_options& options) {
 } // namespace
 
 read_result read(const std::filesystem::path& file, const read_options& options) {
-    const std::string path = file.string();
+    const std::string path = platform::text_of(file);
     read_options of_file = options;
     of_file.file_name = of_file.file_name.empty() ? path : of_file.file_name;
     const input_file input(path, {},
@@ -247,15 +248,15 @@ std::vector<diagnostic> can_write(const memory_image& image, const write_options
 }
 
 void write(const memory_image& image, const std::filesystem::path& file, const write_options& options) {
-    const write_options chosen = with_format(options, file.string());
+    const write_options chosen = with_format(options, platform::text_of(file));
     require_writable(image, chosen);
-    replacement_file output(file.string());
+    replacement_file output(platform::text_of(file));
     chosen.as->write(image, chosen, output);
     output.commit();
 }
 
 void write_contents(std::string_view contents, const std::filesystem::path& file) {
-    replacement_file output(file.string());
+    replacement_file output(platform::text_of(file));
     output.write(contents);
     output.commit();
 }

@@ -1,6 +1,7 @@
 #include "kvrimage/picture/shown_text.h"
 
 #include "kvrimage/diagnostics/utf8_character.h"
+#include "kvrimage/files/platform.h"
 
 #include <algorithm>
 
@@ -29,7 +30,7 @@ std::size_t place_of_character(std::string_view text, std::size_t index) {
 } // namespace
 
 std::string shown_name(std::string_view path) {
-    std::string_view rest = path.substr(path.rfind('/') + 1);
+    std::string_view rest = path.substr(path.find_last_of(platform::path_separators) + 1);
     std::string name;
     while (!rest.empty()) {
         const utf8_character character = first_character(rest);

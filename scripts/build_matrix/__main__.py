@@ -61,9 +61,9 @@ def main() -> int:
     if arguments.list:
         print_list()
         return 0
-    sections = ("tool", "test", "all", "matrix")
+    sections = ("tool", "test", "all", "linker", "matrix")
     subprocess.run([ROOT / "scripts" / "install-packages", *sections], check=True)
-    os.environ["LC_ALL"] = "C"
+    os.environ["LC_ALL"] = "C.UTF-8"  # wine has no names of files but ASCII in others
     return 0 if try_all([KNOWN[name] for name in arguments.names or KNOWN]) else 1
 
 

@@ -38,7 +38,7 @@ MEASURING_LAUNCHER = ";".join(
 
 # fmt comes as headers: an installed library is for this machine alone, and declares itself to be.
 FOREIGN: Options = {
-    "fmt_DIR": str(ROOT / "cmake" / "header_only_fmt"),
+    "fmt_DIR": str(ROOT / "cmake" / "header_only"),
     "KVR_BUILD_ELF": "OFF",
     "KVR_BUILD_SHA256": "OFF",
     "KVR_BUILD_EXPR": "OFF",
@@ -61,6 +61,24 @@ def linux_on(machine: str) -> Options:
     }
 
 
+# Headers without a library, which a compiler for another system takes alone from where they are installed.
+HEADERS = ("/usr/include/fmt", "/usr/include/nlohmann", "/usr/include/stb")
+
+# The linker of GNU takes minutes for each of these programs, that of LLVM less than a second. Debian's compiler for Windows
+# does not take another one by -fuse-ld.
+LLD_SPECS = ROOT / "scripts" / "build_matrix" / "lld.specs"
+
+WINDOWS = FOREIGN | {
+    "CMAKE_BUILD_TYPE": "Debug",
+    "CMAKE_C_COMPILER": "x86_64-w64-mingw32-gcc-posix",  # googletest asks for one
+    "CMAKE_CXX_COMPILER": "x86_64-w64-mingw32-g++-posix",
+    "CMAKE_CXX_FLAGS_DEBUG": "-O1",
+    "CMAKE_EXE_LINKER_FLAGS": f"-static -specs={LLD_SPECS} -fno-use-linker-plugin",
+    "CMAKE_SYSTEM_NAME": "Windows",
+    "nlohmann_json_DIR": str(ROOT / "cmake" / "header_only"),
+}
+
+
 @dataclass(frozen=True)
 class Configuration:
     name: str
@@ -68,7 +86,9 @@ class Configuration:
     steps: tuple[str, ...]  # the tests: keys of STEPS in steps.py
     options: Options
     builds_googletest: bool = False  # the installed one would not link, or not fit
+    links_headers: bool = False  # see HEADERS
     emulator: tuple[str, ...] = ()  # the command that runs a program for another machine
+    suffix: str = ""  # of the programs' names
 
 
 CONFIGURATIONS = (
@@ -138,6 +158,16 @@ CONFIGURATIONS = (
         LIGHT | linux_on("s390x"),
         builds_googletest=True,
         emulator=("qemu-s390x",),
+    ),
+    Configuration(
+        "windows",
+        "g++ for Windows, run by wine",
+        ("unit", "image", "models", "server", "cases"),
+        WINDOWS | {"KVR_BUILD_QUICKLY": "ON"},
+        builds_googletest=True,
+        links_headers=True,
+        emulator=("env", "WINEDEBUG=-all", "wine"),
+        suffix=".exe",
     ),
     Configuration(
         "other-tools",

@@ -7,7 +7,7 @@ from collections.abc import Iterator
 from dataclasses import dataclass
 from pathlib import Path
 
-from configurations import ROOT, Configuration, Options
+from configurations import HEADERS, ROOT, Configuration, Options
 
 SEED = 20261121
 BUILD_STEP = "build"
@@ -87,5 +87,9 @@ def build_commands(configuration: Configuration, build: Path) -> Iterator[Comman
     fixed = {"CMAKE_COMPILE_WARNING_AS_ERROR": "ON", "GTest_ROOT": str(installed)}
     if configuration.emulator:
         fixed["CMAKE_CROSSCOMPILING_EMULATOR"] = ";".join(configuration.emulator)
+    if configuration.links_headers:
+        yield Command(("mkdir", "-p", "headers"))
+        yield Command(("ln", "-sfnt", "headers", *HEADERS))
+        fixed["CMAKE_INCLUDE_PATH"] = str(build / "headers")
     yield configure(ROOT, ".", batches | configuration.options | fixed)
     yield Command(("cmake", "--build", ".", *parallel, "--", "-k", "0"))

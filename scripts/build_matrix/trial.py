@@ -77,10 +77,15 @@ class Trial:
             written.seek(begin)
             return counts_in(written.read(), succeeded)
 
+    def _words_of(self, command: Command) -> tuple[str, ...]:
+        if not command.is_built:
+            return command.words
+        program, *options = command.words
+        return (*self.configuration.emulator, program + self.configuration.suffix, *options)
+
     def _run(self, command: Command, log: TextIO) -> bool:
-        emulator = self.configuration.emulator if command.is_built else ()
         ended = subprocess.run(
-            (*emulator, *command.words),
+            self._words_of(command),
             cwd=self.build / command.folder,
             stdin=subprocess.DEVNULL,
             stdout=log,

@@ -8,7 +8,6 @@
 #include <array>
 #include <filesystem>
 #include <stdexcept>
-#include <sys/stat.h>
 #include <utility>
 
 namespace kvr_test {
@@ -18,24 +17,13 @@ namespace {
 using kvrimage::replacement_file;
 
 constexpr std::array<std::string_view, 4> file_names = {"a", "b", "c.mif", "d"};
-constexpr std::array<mode_t, 4> file_modes = {0600, 0644, 0604, 0755};
+constexpr std::array<file_permissions, 4> file_modes = {0600, 0644, 0604, 0755};
 
 /// More than are in the list of temporary files.
 constexpr std::size_t most_open = 11;
 
 // Around the size from which a text is not copied into the buffer, and that of the buffer.
 constexpr std::array<std::uint32_t, 9> write_sizes = {0, 1, 100, 4095, 4096, 4097, 65535, 65536, 70000};
-
-mode_t permissions_on_disk(const std::string& path) {
-    struct stat status {};
-    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
-}
-
-mode_t permissions_of_new_file() {
-    const mode_t mask = umask(0);
-    umask(mask);
-    return 0666U & ~mask;
-}
 
 } // namespace
 
@@ -66,13 +54,13 @@ std::string replacement_file_operations::any_contents() {
     return std::string(size, static_cast<char>('a' + chosen.below(26)));
 }
 
-std::optional<mode_t> replacement_file_operations::permissions_of(const std::string& name) const {
+std::optional<file_permissions> replacement_file_operations::permissions_of(const std::string& name) const {
     const auto found = model.find(name);
     return found == model.end() ? std::nullopt : std::optional(found->second.permissions);
 }
 
 void replacement_file_operations::store(const std::string& name, std::string contents,
-                                        std::optional<mode_t> permissions) {
+                                        std::optional<file_permissions> permissions) {
     model[name] = {std::move(contents), permissions.value_or(permissions_of_new_file())};
 }
 
@@ -141,8 +129,7 @@ void replacement_file_operations::change_permissions() {
     const std::string name = any_name();
     const auto found = model.find(name);
     if (found != model.end()) {
-        found->second.permissions = chosen.one_of(file_modes);
-        expect(chmod(folder.path(name).c_str(), found->second.permissions) == 0, "permissions", name);
+        found->second.permissions = with_permissions(folder.path(name), chosen.one_of(file_modes));
     }
 }
 

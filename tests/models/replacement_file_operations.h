@@ -3,13 +3,13 @@
 #include "kvrimage/files/replacement_file.h"
 #include "tests/kvrimage/files/test_folder.h"
 #include "tests/models/choices.h"
+#include "tests/models/file_permissions.h"
 
 #include <map>
 #include <memory>
 #include <optional>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 #include <vector>
 
 namespace kvr_test {
@@ -29,12 +29,12 @@ public:
 private:
     struct stored_file {
         std::string contents;
-        mode_t permissions;
+        file_permissions permissions;
     };
     struct unfinished {
         std::string name;
         std::string contents;
-        std::optional<mode_t> permissions; ///< of the file that is replaced; nothing: a new one
+        std::optional<file_permissions> permissions; ///< of the file that is replaced; nothing: a new one
         std::unique_ptr<kvrimage::replacement_file> file;
     };
 
@@ -50,8 +50,8 @@ private:
     [[nodiscard]] std::string any_name();
     [[nodiscard]] std::string any_contents();
     [[nodiscard]] unfinished take_any();
-    [[nodiscard]] std::optional<mode_t> permissions_of(const std::string& name) const;
-    void store(const std::string& name, std::string contents, std::optional<mode_t> permissions);
+    [[nodiscard]] std::optional<file_permissions> permissions_of(const std::string& name) const;
+    void store(const std::string& name, std::string contents, std::optional<file_permissions> permissions);
     void expect(bool holds, std::string_view what, std::string_view name) const;
 
     choices& chosen;

@@ -1,4 +1,5 @@
 #include "kvr/numeric/scanned_number.h"
+#include "tests/windows.h"
 
 #include <gtest/gtest.h>
 
@@ -67,8 +68,11 @@ TEST(ScannedNumber, AgreesWithTheCLibraryWhereBothFit) {
             const unsigned long expected = std::strtoul(text.c_str(), &end, static_cast<int>(base));
             const kvr::scanned_number number = scan_number(text, base);
             EXPECT_EQ(number.as_strtoul(), static_cast<std::uint32_t>(expected)) << text << " in " << base;
-            EXPECT_EQ(number.characters, static_cast<std::size_t>(end - text.c_str()))
-                << text << " in " << base;
+            // That of Windows finds no number in "0x" without a digit, where there is a 0 before an x.
+            if (!kvr_test::is_windows || end != text.c_str()) {
+                EXPECT_EQ(number.characters, static_cast<std::size_t>(end - text.c_str()))
+                    << text << " in " << base;
+            }
         }
     }
 }

@@ -3,6 +3,7 @@
 #include "tests/memory/temporary_directory.h"
 #include "tests/util/unprivileged.h"
 #include "tests/util/working_directory.h"
+#include "tests/windows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -27,7 +28,7 @@ using testing::IsEmpty;
 std::set<std::string> names_below(const std::string& directory) {
     std::set<std::string> names;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(directory)) {
-        names.insert(entry.path().lexically_relative(directory).string());
+        names.insert(entry.path().lexically_relative(directory).generic_string());
     }
     return names;
 }
@@ -50,6 +51,9 @@ TEST(FileSystem, MissingFileDoesNotExist) {
 }
 
 TEST(FileSystem, LinkExistsAsFarAsItsTargetDoes) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "its standard library makes no symbolic links";
+    }
     const temporary_directory here;
     fs::create_symlink(here.path("none"), here.path("dangling"));
     fs::create_symlink(here.file("file", ""), here.path("link"));
@@ -58,6 +62,9 @@ TEST(FileSystem, LinkExistsAsFarAsItsTargetDoes) {
 }
 
 TEST(FileSystem, NamesMayHoldAnyByte) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "names of Windows are characters, and some are not allowed";
+    }
     const temporary_directory here;
     const std::string file = here.file("\x80\xFF\t*?", "x");
     EXPECT_TRUE(kvr_file_exists(file));
@@ -73,6 +80,9 @@ TEST(CurrentDirectory, IsTheWorkingDirectory) {
 }
 
 TEST(CurrentDirectory, PathOf499CharactersFitsAndOf500DoesNot) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "no working directory has a path of more than 260 characters";
+    }
     const temporary_directory here;
     const working_directory inside(here.path(""));
     while (fs::current_path().string().size() < 380) {
@@ -154,6 +164,9 @@ TEST(RemoveFile, LeavesADirectory) {
 }
 
 TEST(RemoveFile, RemovesALinkAndLeavesItsTarget) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "its standard library makes no symbolic links";
+    }
     const temporary_directory here;
     const std::string file = here.file("f", "x");
     fs::create_symlink(file, here.path("link"));
@@ -246,6 +259,9 @@ TEST_F(RemoveAllFiles, QuestionMarkMatchesExactlyOneCharacter) {
 }
 
 TEST_F(RemoveAllFiles, NoOtherCharacterIsSpecial) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "names that differ in case are the same on Windows";
+    }
     for (const char* name : {"[ab]", "a", "A", "a.b", "axb"}) {
         add(name);
     }
@@ -256,6 +272,9 @@ TEST_F(RemoveAllFiles, NoOtherCharacterIsSpecial) {
 }
 
 TEST_F(RemoveAllFiles, StarDotWithATextNeedsTheDot) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "Windows takes a name without a dot for one that ends with it";
+    }
     add("a");
     add("a.b");
     EXPECT_TRUE(remove("a*.*"));
@@ -292,6 +311,9 @@ TEST_F(RemoveAllFiles, RecursiveTakesAllBelowAMatchingDirectoryOnly) {
 }
 
 TEST_F(RemoveAllFiles, ReadOnlySubdirectoryIsTakenForAFile) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "a folder of Windows that is read-only keeps nobody from what is in it";
+    }
     add_directory("d");
     fs::permissions(here.path("tree/d"), fs::perms::owner_read | fs::perms::owner_exec);
     EXPECT_FALSE(remove("*.*", true));
@@ -301,6 +323,9 @@ TEST_F(RemoveAllFiles, ReadOnlySubdirectoryIsTakenForAFile) {
 }
 
 TEST_F(RemoveAllFiles, FirstFailureLeavesTheRestAlone) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "a folder of Windows that is read-only keeps nobody from what is in it";
+    }
     add_directory("d");
     fs::permissions(here.path("tree/d"), fs::perms::owner_read | fs::perms::owner_exec);
     for (int i = 0; i < 50; ++i) {
@@ -344,6 +369,9 @@ TEST_F(RemoveAllFiles, DirectoryThatMayBeListedButNotSearchedIsAFailure) {
 #endif
 
 TEST_F(RemoveAllFiles, LinksAreRemovedAndNotFollowed) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "its standard library makes no symbolic links";
+    }
     add("sub/file");
     add_link("to_directory", here.path("outside"));
     add_link("to_file", here.path("outside/kept"));
@@ -356,6 +384,9 @@ TEST_F(RemoveAllFiles, LinksAreRemovedAndNotFollowed) {
 }
 
 TEST_F(RemoveAllFiles, LinksToDirectoriesGoWithoutTheFlagToo) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "its standard library makes no symbolic links";
+    }
     add_link("to_directory", here.path("outside"));
     EXPECT_TRUE(remove("*.*"));
     EXPECT_THAT(left(), IsEmpty());
@@ -363,14 +394,18 @@ TEST_F(RemoveAllFiles, LinksToDirectoriesGoWithoutTheFlagToo) {
 
 TEST_F(RemoveAllFiles, DotsAreNeverTouched) {
     add("sub/file");
-    EXPECT_TRUE(remove("sub/..", true));
-    EXPECT_TRUE(remove("sub/.", true));
+    // Windows finds the folder by its own name, which is not within it.
+    EXPECT_EQ(remove("sub/..", true), !kvr_test::is_windows);
+    EXPECT_EQ(remove("sub/.", true), !kvr_test::is_windows);
     EXPECT_TRUE(remove("sub/.?", true));
     EXPECT_TRUE(remove("sub/?", true));
     EXPECT_THAT(left(), ElementsAre("sub", "sub/file"));
 }
 
 TEST_F(RemoveAllFiles, DeepTreeGoes) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "paths of Windows have at most 260 characters";
+    }
     std::string path = here.path("tree/d");
     for (int depth = 0; depth < 200; ++depth) {
         fs::create_directory(path);
@@ -397,6 +432,9 @@ TEST_F(RemoveAllFiles, PatternWithoutADirectoryRemovesInOneOfItsOwnName) {
 }
 
 TEST_F(RemoveAllFiles, BackslashEndsTheDirectoryPartOnlyWithoutASlash) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "a backslash is no letter of a name on Windows";
+    }
     add("d\\x"); // one name here
     const working_directory inside(here.path("tree"));
     EXPECT_FALSE(kvr_remove_all_files("d\\*", false));
@@ -479,6 +517,9 @@ TEST(FileCopy, SourceThatCannotBeReadIsAFailure) {
 }
 
 TEST_F(RemoveAllFiles, FailureInASubdirectoryEndsTheWork) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "a folder of Windows that is read-only keeps nobody from what is in it";
+    }
     add("sub/file");
     add_directory("sub/d");
     fs::permissions(here.path("tree/sub/d"), fs::perms::owner_read | fs::perms::owner_exec);

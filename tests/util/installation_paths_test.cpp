@@ -3,6 +3,7 @@
 #include "tests/memory/temporary_directory.h"
 #include "tests/util/environment_variable.h"
 #include "tests/util/working_directory.h"
+#include "tests/windows.h"
 
 #include <gtest/gtest.h>
 
@@ -51,16 +52,25 @@ TEST(DirectoryOfPath, NoSeparatorIsOutOfRange) {
 }
 
 TEST(ModulePath, IsTheDirectoryOfThisTestProgram) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "there is no /proc/self/exe on Windows";
+    }
     EXPECT_EQ(kvr_get_module_path(), fs::read_symlink("/proc/self/exe").parent_path().string() + "/");
 }
 
 TEST_F(InstallationPaths, ExistingBinaryDirectoryIsTheToolsDirectory) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "C: and D: are drives on Windows, and no folders of the working one";
+    }
     fs::create_directories("C:/t/bin");
     const environment_variable binary("VELKORA_BINDIR", "C:/t/bin");
     EXPECT_EQ(kvr_get_velkora_module_path(), "C:/t/bin/");
 }
 
 TEST_F(InstallationPaths, MissingBinaryDirectoryGivesWayToTheRootDirectory) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "C: and D: are drives on Windows, and no folders of the working one";
+    }
     fs::create_directories("C:/t");
     const environment_variable binary("VELKORA_BINDIR", "C:/t/bin");
     const environment_variable root("VELKORA_ROOTDIR", "C:/t");
@@ -132,11 +142,17 @@ TEST_F(InstallationPaths, RuntimeDirectoryIsCutOffAsAThirdTry) {
 }
 
 TEST_F(InstallationPaths, RuntimeDirectoryWithBackslashesIsCutOffToo) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "C: and D: are drives on Windows, and no folders of the working one";
+    }
     fs::create_directories("D:\\t\\../libraries/plexfunctions"); // "D:\t\.." is one name here
     EXPECT_EQ(find_data_path("D:\\t\\jre\\bin\\", functions), "D:\\t\\../libraries/plexfunctions/");
 }
 
 TEST_F(InstallationPaths, RuntimeDirectoryWithSlashesIsLookedForFirst) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "a backslash is no letter of a name on Windows";
+    }
     fs::create_directories("a\\jre\\bin\\b");
     fs::create_directories("libraries/plexfunctions");
     EXPECT_EQ(find_data_path("a\\jre\\bin\\b/jre/bin/", functions),

@@ -1,6 +1,7 @@
 #include "kvr/util/list_file.h"
 #include "tests/memory/temporary_directory.h"
 #include "tests/util/working_directory.h"
+#include "tests/windows.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -174,6 +175,9 @@ TEST_F(ListFile, LineOf100CharactersIsRefused) {
 }
 
 TEST_F(ListFile, NamesMayHoldBytesAbove127) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "names of Windows are characters, of which these bytes are none";
+    }
     add("\xE9.tdf", "");
     EXPECT_TRUE(process("\xE9=\xFF"));
     EXPECT_THAT(libraries, ElementsAre(Pair("\xE9", "\xFF")));

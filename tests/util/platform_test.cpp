@@ -2,6 +2,7 @@
 #include "tests/memory/temporary_directory.h"
 #include "tests/util/unprivileged.h"
 #include "tests/util/working_directory.h"
+#include "tests/windows.h"
 
 #include <gtest/gtest.h>
 
@@ -24,6 +25,9 @@ using kvr_test::content_of;
 using kvr_test::temporary_directory;
 
 TEST(PlatformDirectory, StaysWithItsDirectoryWhenALinkTakesThePath) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "its standard library makes no symbolic links";
+    }
     const temporary_directory here;
     fs::create_directories(here.path("tree"));
     fs::create_directories(here.path("outside"));
@@ -40,6 +44,9 @@ TEST(PlatformDirectory, StaysWithItsDirectoryWhenALinkTakesThePath) {
 }
 
 TEST(PlatformDirectory, LinkIsNoSubdirectory) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "its standard library makes no symbolic links";
+    }
     const temporary_directory here;
     fs::create_directories(here.path("tree"));
     fs::create_directories(here.path("outside"));
@@ -55,6 +62,9 @@ TEST(PlatformDirectory, LinkIsNoSubdirectory) {
 }
 
 TEST(PlatformDirectory, AttributesDistinguishPlainDirectories) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "its standard library makes no symbolic links";
+    }
     const temporary_directory here;
     fs::create_directories(here.path("plain"));
     fs::create_directories(here.path("read_only"));
@@ -146,6 +156,9 @@ TEST(PlatformDirectory, IsFoundThroughEachTimeItIsAsked) {
 }
 
 TEST(Platform, ExecutableIsThisTestProgram) {
+    if (kvr_test::is_windows) {
+        GTEST_SKIP() << "there is no /proc/self/exe on Windows";
+    }
     const fs::path path = platform::executable_path();
     EXPECT_EQ(path.filename(), "kvr_tests");
     // Read as a link: the file that valgrind shows there is valgrind.

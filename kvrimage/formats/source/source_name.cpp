@@ -2,6 +2,7 @@
 
 #include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/files/platform.h"
 
 #include <algorithm>
 
@@ -54,7 +55,7 @@ bool is_taken(std::string_view name, const naming& rules) {
 
 /// Returns the file name without folders and extension.
 std::string_view stem_of(std::string_view path) {
-    path.remove_prefix(path.find_last_of('/') + 1);
+    path.remove_prefix(path.find_last_of(platform::path_separators) + 1);
     return path.substr(0, path.find_last_of('.'));
 }
 

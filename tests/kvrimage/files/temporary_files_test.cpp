@@ -1,14 +1,10 @@
 #include "kvrimage/files/temporary_files.h"
-#include "tests/kvrimage/files/failing_call.h"
 #include "tests/kvrimage/files/test_folder.h"
 
 #include <gtest/gtest.h>
 
 #include <cerrno>
-#include <cstring>
 #include <deque>
-#include <fcntl.h>
-#include <filesystem>
 #include <unistd.h>
 
 namespace {
@@ -74,40 +70,11 @@ TEST_F(TemporaryFiles, BeyondTheListAreRemovedInTheEndOnly) {
     EXPECT_EQ(folder.count_files(), 0) << "the list has room again";
 }
 
-TEST_F(TemporaryFiles, CanBePrivate) {
-    temporary_file file;
-    close(file.make_in(folder.path(), true));
-    EXPECT_EQ(std::filesystem::status(file.path()).permissions(),
-              std::filesystem::perms::owner_read | std::filesystem::perms::owner_write);
-}
-
 TEST_F(TemporaryFiles, CannotBeMadeWhereNoFolderIs) {
     temporary_file file;
     EXPECT_EQ(file.make_in(folder.path("none"), false), -1);
     EXPECT_EQ(errno, ENOENT);
     EXPECT_EQ(file.path(), "");
-}
-
-TEST_F(TemporaryFiles, CannotBeMadeWhereEveryNameIsTaken) {
-    const auto answer = [&] {
-        temporary_file file;
-        const int descriptor = file.make_in(folder.path(), false);
-        return std::to_string(descriptor) + " " + std::strerror(errno) + file.path();
-    };
-    EXPECT_EXIT(end_with_answer({{SYS_openat, EEXIST, 2, O_EXCL, O_EXCL}}, answer),
-                testing::ExitedWithCode(0), "^-1 File exists$");
-}
-
-TEST(SignalPause, LetsSignalsWait) {
-    static volatile std::sig_atomic_t handled = 0;
-    void (*const before)(int) = std::signal(SIGTERM, [](int) { handled = handled + 1; });
-    {
-        const signal_pause pause;
-        static_cast<void>(std::raise(SIGTERM));
-        EXPECT_EQ(handled, 0);
-    }
-    EXPECT_EQ(handled, 1);
-    static_cast<void>(std::signal(SIGTERM, before));
 }
 
 } // namespace

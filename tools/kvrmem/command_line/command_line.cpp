@@ -195,10 +195,12 @@ arguments parse_arguments(const command& which, int count, char** words) {
     optind = 1;
     for (int found = 0; (found = getopt_long(count, given.pointers(), tables.letters.c_str(),
                                              tables.names.data(), nullptr)) != -1;) {
-        if (found == ':') {
+        // On Windows, ':' is the answer to a value where none belongs, too.
+        const std::string_view word = given[optind - 1];
+        if (found == ':' && word.find('=') == std::string_view::npos) {
             usage_error(fmt::format("{} needs a value", given[optind - 1]));
         }
-        if (found == '?') {
+        if (found == '?' || found == ':') {
             refuse_option(which, given, parsed.words);
         }
         const option_entry& entry = entry_of(which, found);

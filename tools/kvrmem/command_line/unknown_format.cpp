@@ -1,6 +1,7 @@
 #include "tools/kvrmem/command_line/unknown_format.h"
 
 #include "kvr/util/letter_case.h"
+#include "kvrimage/files/platform.h"
 #include "kvrimage/formats/registry.h"
 #include "tools/kvrmem/command_line/format_names.h"
 #include "tools/kvrmem/command_line/suggestion.h"
@@ -52,12 +53,13 @@ constexpr std::array other_format_names = {
 /// Returns the most likely format of the contents of @p path; null if there is none, or if it is not a
 /// regular file.
 const kvrimage::format* format_of_contents(const std::string& path) {
+    const std::filesystem::path place = kvrimage::platform::path_of(path);
     std::error_code ignored;
-    if (!std::filesystem::is_regular_file(path, ignored)) {
+    if (!std::filesystem::is_regular_file(place, ignored)) {
         return nullptr;
     }
     std::string head(kvrimage::sniffed_bytes, '\0');
-    std::ifstream file(path, std::ios::binary);
+    std::ifstream file(place, std::ios::binary);
     file.read(head.data(), static_cast<std::streamsize>(head.size()));
     head.resize(static_cast<std::size_t>(file.gcount()));
     const auto found = kvrimage::sniff(head, path);

@@ -1,18 +1,19 @@
 #include "kvrimage/files/file_error.h"
+#include "kvrimage/files/platform.h"
 #include "tools/kvrmem/command_line/option_lists.h"
 #include "tools/kvrmem/commands/commands.h"
 #include "tools/kvrmem/files/memory_input.h"
 #include "tools/kvrmem/lsp/server.h"
 #include "tools/kvrmem/platform/standard_output.h"
+#include "tools/kvrmem/platform/system.h"
 
 #include <fmt/format.h>
 
 #include <array>
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
-#include <poll.h>
 #include <string_view>
-#include <unistd.h>
 #include <vector>
 
 namespace kvrmem {
@@ -22,29 +23,15 @@ namespace {
 /// Bytes to read at once.
 constexpr std::size_t block_size = std::size_t{64} << 10U;
 
-/// Returns whether input is available or has ended.
-/// @param milliseconds timeout; -1 waits without limit
-bool input_is_waiting(int milliseconds = 0) {
-    pollfd input{STDIN_FILENO, POLLIN, 0};
-    return poll(&input, 1, milliseconds) > 0;
-}
-
-void wait_for_input() {
-    static_cast<void>(input_is_waiting(-1)); // a signal also ends the wait; the caller checks again
-}
-
 /// Reads into @p block, waiting for input. Returns the bytes read; "" at the end.
 std::string_view read_block(std::vector<char>& block) {
-    while (true) {
-        const ssize_t size = read(STDIN_FILENO, block.data(), block.size());
-        if (size >= 0) {
-            return {block.data(), static_cast<std::size_t>(size)};
-        }
-        if (errno != EINTR) {
-            throw kvrimage::file_error(
-                errno, fmt::format("standard input: cannot be read: {}", std::strerror(errno)));
-        }
+    const std::int64_t size =
+        kvrimage::platform::read_some(system::standard_input, block.data(), block.size());
+    if (size < 0) {
+        throw kvrimage::file_error(errno,
+                                   fmt::format("standard input: cannot be read: {}", std::strerror(errno)));
     }
+    return {block.data(), static_cast<std::size_t>(size)};
 }
 
 lsp::file_settings settings_of(const arguments& given) {
@@ -61,13 +48,13 @@ exit_code serve(const arguments& given) {
     bool is_at_end = false;
     while (!server.has_ended() && !(is_at_end && !server.has_waiting())) {
         // Read pending input before handling the next request: it may cancel that request.
-        if (!is_at_end && !server.is_full() && input_is_waiting()) {
+        if (!is_at_end && !server.is_full() && system::input_is_waiting(0)) {
             const std::string_view bytes = read_block(block);
             is_at_end = bytes.empty();
             server.receive(bytes);
         } else if (!server.handle_next()) {
             server.check_changed();
-            wait_for_input();
+            static_cast<void>(system::input_is_waiting(-1)); // after a signal, it is looked at again
         }
     }
     if (!server.has_ended()) {

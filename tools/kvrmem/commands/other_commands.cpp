@@ -1,5 +1,6 @@
 #include "tools/kvrmem/commands/other_commands.h"
 
+#include "kvrimage/files/platform.h"
 #include "tools/kvrmem/command_line/command_words.h"
 #include "tools/kvrmem/command_line/whole_command.h"
 #include "tools/kvrmem/commands/commands.h"
@@ -181,7 +182,8 @@ bool have_the_form(const arguments& given) {
 std::string needed_options(const our_way& way, const arguments& given) {
     std::string options(way.options);
     if (!way.new_file.empty() && !given.output) {
-        const std::string extension = std::filesystem::path(given.files.front()).extension().string();
+        const std::string extension =
+            kvrimage::platform::text_of(kvrimage::platform::path_of(given.files.front()).extension());
         options += fmt::format("{}-o {}", options.empty() ? "" : " ",
                                shell_word(std::string(way.new_file) + extension));
     }

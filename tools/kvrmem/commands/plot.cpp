@@ -1,3 +1,4 @@
+#include "kvrimage/files/platform.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/picture/picture.h"
 #include "kvrimage/picture/pixel_picture.h"
@@ -34,8 +35,8 @@ constexpr std::array<std::string_view, 8> other_pictures = {".png",  ".jpg", ".j
 /// mistake.
 void require_svg_file(const std::string& output, const std::string& input) {
     std::error_code error;
-    const std::filesystem::path picture(output);
-    const std::filesystem::path memory(input);
+    const std::filesystem::path picture = kvrimage::platform::path_of(output);
+    const std::filesystem::path memory = kvrimage::platform::path_of(input);
     const std::string extension = picture.extension().string();
     if (output != "-" && std::filesystem::equivalent(picture, memory, error)) {
         usage_error(fmt::format("--output {}: the picture would replace the memory file", output));

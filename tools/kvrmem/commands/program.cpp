@@ -22,6 +22,7 @@
 #include <new>
 #include <string>
 #include <string_view>
+#include <system_error>
 #include <vector>
 
 namespace {
@@ -117,6 +118,10 @@ int kvrmem::run_program(int count, char** words) {
         kvrmem::print_message_as_it_is(error.shown());
         return static_cast<int>(error.code());
     } catch (const kvrimage::file_error& error) {
+        // Where no signal ends the tool when nobody reads its output any more, it ends as silently.
+        if (error.code() == std::errc::broken_pipe) {
+            return static_cast<int>(exit_code::input_output);
+        }
         return report(exit_code::input_output, error.what(), color);
     } catch (const kvrmem::tool_error& error) {
         return report(error.code(), error.message(), color);

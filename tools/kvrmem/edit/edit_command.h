@@ -43,7 +43,7 @@ void require_edits(const memory_input& input);
 void refuse_sizes_said_twice(const arguments& given, const memory_input& input);
 
 /// The options of "set" and "fill".
-inline constexpr std::array edit_options = {
+inline constexpr std::array<option_id, 10> edit_options = {
     option_id::from,   option_id::width,          option_id::depth,    option_id::unit,
     option_id::order,  option_id::from_file,      option_id::rounding, option_id::saturate,
     option_id::output, option_id::force_overwrite};

@@ -2,6 +2,7 @@
 
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/files/platform.h"
 #include "kvrimage/files/replacement_file.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/operations/selection.h"
@@ -11,7 +12,6 @@
 
 #include <fmt/format.h>
 
-#include <sys/stat.h>
 #include <utility>
 #include <vector>
 
@@ -91,7 +91,8 @@ void write_text(const std::string& target, std::string_view text) {
 
 void require_replaceable(const arguments& given, const std::string& path) {
     std::error_code error;
-    const std::filesystem::file_status status = std::filesystem::status(path, error);
+    const std::filesystem::file_status status =
+        std::filesystem::status(kvrimage::platform::path_of(path), error);
     if (given.output || path == "-" || !std::filesystem::is_other(status)) {
         return;
     }
@@ -100,8 +101,9 @@ void require_replaceable(const arguments& given, const std::string& path) {
 }
 
 bool is_regular_file(const std::string& path) {
-    struct stat status {};
-    return path != "-" && stat(path.c_str(), &status) == 0 && S_ISREG(status.st_mode);
+    kvrimage::platform::file_status status;
+    return path != "-" && kvrimage::platform::look_at(path, status) &&
+           status.kind == kvrimage::platform::file_kind::regular;
 }
 
 bool name_one_file(const std::string& left, const std::string& right) {
@@ -110,7 +112,8 @@ bool name_one_file(const std::string& left, const std::string& right) {
     }
     std::error_code error;
     const auto place = [&error](const std::string& name) {
-        return std::filesystem::weakly_canonical(std::filesystem::absolute(name, error), error);
+        return std::filesystem::weakly_canonical(
+            std::filesystem::absolute(kvrimage::platform::path_of(name), error), error);
     };
     return left == right || (!place(left).empty() && place(left) == place(right));
 }

@@ -1,6 +1,8 @@
 #include "tools/kvrmem/platform/interruption.h"
 
-#include "kvrimage/files/temporary_files.h"
+#include "kvrimage/files/signal_pause.h"
+#include "kvrimage/files/unfinished_files.h"
+#include "tools/kvrmem/platform/system.h"
 
 #include <csignal>
 
@@ -20,7 +22,8 @@ void clean_up_when_interrupted() {
     for (const int signal : kvrimage::ending_signals) {
         // A signal that is ignored (nohup) stays ignored. Some programs hand a closed pipe down as ignored,
         // though: it ends the tool silently.
-        if (std::signal(signal, remove_temporary_files_and_end) == SIG_IGN && signal != SIGPIPE) {
+        if (std::signal(signal, remove_temporary_files_and_end) == SIG_IGN &&
+            !system::is_of_closed_pipe(signal)) {
             static_cast<void>(std::signal(signal, SIG_IGN));
         }
     }

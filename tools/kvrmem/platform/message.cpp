@@ -1,14 +1,14 @@
 #include "tools/kvrmem/platform/message.h"
 
 #include "kvrimage/diagnostics/visible_text.h"
+#include "kvrimage/files/platform.h"
 #include "tools/kvrmem/platform/progress.h"
-#include "tools/kvrmem/platform/write_all.h"
+#include "tools/kvrmem/platform/system.h"
 
 #include <fmt/format.h>
 
 #include <cstdio>
 #include <string>
-#include <unistd.h>
 
 namespace kvrmem {
 
@@ -34,7 +34,7 @@ void print_failure(std::string_view text, color_choice choice) {
 void print_message_as_it_is(std::string_view text) {
     const progress_pause pause;
     // There is nobody to inform that standard error cannot be written to.
-    static_cast<void>(write_all(STDERR_FILENO, text));
+    static_cast<void>(kvrimage::platform::write_all(system::standard_error, text));
 }
 
 } // namespace kvrmem

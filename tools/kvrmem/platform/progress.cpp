@@ -1,21 +1,19 @@
 #include "tools/kvrmem/platform/progress.h"
 
+#include "kvrimage/files/platform.h"
 #include "kvrimage/image/work_position.h"
+#include "tools/kvrmem/platform/system.h"
 #include "tools/kvrmem/platform/terminal.h"
-#include "tools/kvrmem/platform/write_all.h"
 
 #include <algorithm>
 #include <array>
 #include <atomic>
 #include <cerrno>
 #include <charconv>
-#include <csignal>
 #include <cstdio>
 #include <ctime>
 #include <initializer_list>
 #include <string_view>
-#include <sys/time.h>
-#include <unistd.h>
 
 namespace kvrmem {
 
@@ -50,7 +48,7 @@ constexpr std::string_view erase_line = "\r\x1B[K";
 
 void write_to_terminal(std::string_view text) noexcept {
     // There is nobody to inform that the terminal cannot be written to.
-    static_cast<void>(write_all(STDERR_FILENO, text));
+    static_cast<void>(kvrimage::platform::write_all(system::standard_error, text));
 }
 
 /// A line that is put together without memory from the heap, which a signal handler must not ask for.
@@ -74,7 +72,7 @@ private:
 
 work_share share_of(const watched_work& work) noexcept {
     if (work.descriptor >= 0) {
-        return {lseek(work.descriptor, 0, SEEK_CUR), work.size};
+        return {system::position_of(work.descriptor), work.size};
     }
     // Both change while we look at them.
     const auto all = static_cast<long long>(kvrimage::current_work.all.load(std::memory_order_relaxed));
@@ -110,7 +108,7 @@ void add_share(line_buffer& line, const watched_work& work, const work_share& sh
     line.add(" s left");
 }
 
-void show_line(int /*signal*/) {
+void show_line() {
     const int saved_error = errno;
     const int index = current.load();
     if (index >= 0 && pauses.load() == 0) {
@@ -130,13 +128,6 @@ void erase() {
     if (line_shown.exchange(false)) {
         write_to_terminal(erase_line);
     }
-}
-
-void arm_timer(long first_seconds, long every_microseconds) {
-    itimerval timer{};
-    timer.it_value.tv_sec = first_seconds;
-    timer.it_interval.tv_usec = every_microseconds;
-    setitimer(ITIMER_REAL, &timer, nullptr);
 }
 
 void show_progress(std::initializer_list<std::string_view> title, int descriptor, std::uint64_t size) {
@@ -160,13 +151,8 @@ void start_progress() {
     if (!is_terminal(stderr)) {
         return;
     }
-    constexpr long every_fifth_of_a_second = 200000;
     line_limit = columns_of(stderr) - 1;
-    struct sigaction action {};
-    action.sa_handler = show_line;
-    action.sa_flags = SA_RESTART;
-    sigaction(SIGALRM, &action, nullptr);
-    arm_timer(1, every_fifth_of_a_second);
+    system::call_regularly(show_line);
 }
 
 void show_reading(const std::string& name, int descriptor, std::uint64_t size) {

@@ -1,11 +1,11 @@
 #include "tools/kvrmem/platform/terminal.h"
 
+#include "tools/kvrmem/platform/system.h"
+
 #include <fmt/format.h>
 
 #include <array>
 #include <cstdlib>
-#include <sys/ioctl.h>
-#include <unistd.h>
 
 namespace kvrmem {
 
@@ -50,13 +50,13 @@ painter painter_for(std::FILE* stream, color_choice choice) {
 }
 
 bool is_terminal(std::FILE* stream) {
-    return isatty(fileno(stream)) != 0;
+    return system::is_terminal(stream);
 }
 
 std::uint32_t columns_of(std::FILE* stream) {
     constexpr std::uint32_t usual = 80;
-    winsize size{};
-    return ioctl(fileno(stream), TIOCGWINSZ, &size) == 0 && size.ws_col > 0 ? size.ws_col : usual;
+    const std::uint32_t columns = system::columns_of(stream);
+    return columns > 0 ? columns : usual;
 }
 
 bool locale_has_utf8() {
@@ -72,7 +72,7 @@ bool locale_has_utf8() {
             return folded.find("utf8") != std::string::npos;
         }
     }
-    return false;
+    return system::shows_utf8_by_itself;
 }
 
 } // namespace kvrmem

@@ -48,7 +48,8 @@ private:
 [[nodiscard]] std::uint32_t columns_of(std::FILE* stream);
 
 /// True when the environment says that the terminal shows UTF-8: the first of LC_ALL, LC_CTYPE and LANG that
-/// is set to anything decides. Where none is, it is the C locale, which is ASCII.
+/// is set to anything decides. Where none is, the system does: it is the C locale, which is ASCII, or
+/// Windows.
 [[nodiscard]] bool locale_has_utf8();
 
 } // namespace kvrmem

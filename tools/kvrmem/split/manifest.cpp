@@ -2,6 +2,7 @@
 
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/files/input_file.h"
+#include "kvrimage/files/platform.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/image/word.h"
 #include "tools/kvrmem/platform/counted.h"
@@ -32,7 +33,13 @@ constexpr std::array<std::string_view, 2> unit_names = {"word", "byte"};
 constexpr std::array<std::string_view, 2> order_names = {"little", "big"};
 
 std::filesystem::path folder_of(const std::string& path) {
-    return path == "-" ? std::filesystem::path() : std::filesystem::path(path).parent_path();
+    return path == "-" ? std::filesystem::path() : kvrimage::platform::path_of(path).parent_path();
+}
+
+/// The text of @p path with the slash that every system takes.
+std::string text_with_slashes(const std::filesystem::path& path) {
+    const std::u8string text = path.generic_u8string();
+    return {text.begin(), text.end()};
 }
 
 [[noreturn]] void refuse_manifest(const std::string& path, std::string_view what) {
@@ -124,7 +131,8 @@ private:
             if (!names.is_array() || !name.is_string() || name.get_ref<const std::string&>().empty()) {
                 refuse_manifest(file, "\"files\" is no list of names");
             }
-            paths.push_back((folder_of(file) / name.get<std::string>()).string());
+            paths.push_back(
+                text_with_slashes(folder_of(file) / kvrimage::platform::path_of(name.get<std::string>())));
         }
         return paths;
     }
@@ -139,7 +147,8 @@ std::string manifest_text(const manifest& what, const std::string& path) {
     constexpr int indentation = 2;
     json_value names = json_value::array();
     for (const std::string& file : what.files) {
-        const std::string name = std::filesystem::path(file).lexically_proximate(folder_of(path)).string();
+        const std::string name =
+            text_with_slashes(kvrimage::platform::path_of(file).lexically_proximate(folder_of(path)));
         if (json_name(name) != name) {
             usage_error(fmt::format("--manifest: the name {} is not UTF-8", kvrimage::title_of_output(name)));
         }

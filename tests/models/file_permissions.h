@@ -1,0 +1,49 @@
+#pragma once
+
+#include <string>
+
+#if !defined(_WIN32)
+#include <sys/stat.h>
+#endif
+
+namespace kvr_test {
+
+#if defined(_WIN32)
+
+// Files have none, which is all 0 here.
+using file_permissions = unsigned;
+
+inline file_permissions permissions_on_disk(const std::string& /*path*/) {
+    return 0;
+}
+inline file_permissions permissions_of_new_file() {
+    return 0;
+}
+inline file_permissions with_permissions(const std::string& /*path*/, file_permissions /*wanted*/) {
+    return 0;
+}
+
+#else
+
+using file_permissions = mode_t;
+
+/// The permissions of the file @p path; 0 when it is not there.
+inline file_permissions permissions_on_disk(const std::string& path) {
+    struct stat status {};
+    return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
+}
+
+inline file_permissions permissions_of_new_file() {
+    const mode_t mask = umask(0);
+    umask(mask);
+    return 0666U & ~mask;
+}
+
+/// Gives the file @p path the permissions @p wanted; what it has then, 0 when that failed.
+inline file_permissions with_permissions(const std::string& path, file_permissions wanted) {
+    return chmod(path.c_str(), wanted) == 0 ? wanted : 0;
+}
+
+#endif
+
+} // namespace kvr_test
