@@ -84,16 +84,16 @@ void rif_reader::read(line_source& source) {
 bool rif_reader::read_whole_lines(line_source& source) {
     const std::string_view lines = source.whole_lines();
     // An observer gets every line, which excludes the fast path.
-    const std::string_view short_way =
+    const std::string_view regular_lines =
         lines.substr(0, observer == nullptr ? fast_rif_lines::readable_size(lines) : 0);
-    std::size_t first = read_fast_lines(short_way);
+    std::size_t first = read_fast_lines(regular_lines);
     bool go_on = true;
     while (go_on && first < lines.size()) {
         const std::size_t newline = lines.find('\n', first);
         go_on = read_line(without_carriage_return(lines.substr(first, newline - first), true));
         first = newline + 1;
-        if (go_on && first < short_way.size()) {
-            first += read_fast_lines(short_way.substr(first));
+        if (go_on && first < regular_lines.size()) {
+            first += read_fast_lines(regular_lines.substr(first));
         }
     }
     source.skip(first);
