@@ -13,6 +13,14 @@ class Key(NamedTuple):
     after: str
 
 
+class Body(NamedTuple):
+    """The body of an outermost function, with its braces."""
+
+    begin: int
+    end: int
+    is_constant: bool  # the compiler may evaluate it
+
+
 def one_line(text: bytes) -> str:
     return " ".join(text.decode().split())
 
@@ -29,6 +37,7 @@ class Mutant:
     function: str  # in which it is, if in one
     before: str  # the lines that the change touches, as one
     after: str
+    body: Body | None = None  # in which it is, if in one that can be duplicated
 
     @property
     def key(self) -> Key:
@@ -43,7 +52,7 @@ class Mutant:
 
 
 def make_mutant(
-    file: str, source: bytes, function: str, begin: int, end: int, replacement: bytes
+    file: str, source: bytes, function: str, begin: int, end: int, replacement: bytes, body: Body | None = None
 ) -> Mutant:
     first = source.rfind(b"\n", 0, begin) + 1
     last = source.find(b"\n", end)
@@ -57,4 +66,5 @@ def make_mutant(
         function=function,
         before=one_line(source[first:last]),
         after=one_line(after),
+        body=body,
     )

@@ -8,7 +8,7 @@ from collections.abc import Iterator
 
 from clang.cindex import Cursor, CursorKind, Index, Token, TokenKind, TranslationUnit
 
-from mutant import Mutant, make_mutant
+from mutant import Body, Mutant, make_mutant
 
 Change = tuple[int, int, bytes]  # from, to, what comes there
 
@@ -57,6 +57,7 @@ FUNCTION_KINDS = {
     CursorKind.DESTRUCTOR,
     CursorKind.CONVERSION_FUNCTION,
 }
+DUPLICATED_KINDS = FUNCTION_KINDS | {CursorKind.LAMBDA_EXPR}
 SKIPPED_KINDS = {CursorKind.STATIC_ASSERT, CursorKind.MACRO_INSTANTIATION, CursorKind.MACRO_DEFINITION}
 OPENING, CLOSING = "([{", ")]}"
 
@@ -110,6 +111,7 @@ class SourceChanges:
         self.macros = self._macro_ranges()
         self.declared: set[int] = set()
         self.functions: list[tuple[int, int, str]] = []
+        self.bodies: list[Body] = []
         self._survey(self.cursor)
 
     def all(self) -> list[Change]:
@@ -144,13 +146,28 @@ class SourceChanges:
         ]
 
     def _survey(self, cursor: Cursor) -> None:
-        """Notes where variables are declared and how far functions reach, the outer ones first."""
+        """Notes where variables are declared and how far functions and their bodies reach, the outer ones first."""
+        if kind_of(cursor) in DUPLICATED_KINDS:
+            self.bodies.extend(self._body(cursor))
         if kind_of(cursor) == CursorKind.VAR_DECL:
             self.declared.add(cursor.extent.start.offset)
         elif kind_of(cursor) in FUNCTION_KINDS:
             self.functions.append((*self._range(cursor), cursor.spelling))
         for child in self._children(cursor):
             self._survey(child)
+
+    def _body(self, function: Cursor) -> Iterator[Body]:
+        """A lambda is constexpr without being declared so. What only the compiler evaluates has none."""
+        children = self._children(function)
+        if not children or kind_of(children[-1]) != CursorKind.COMPOUND_STMT:
+            return
+        begin, end = self._range(children[-1])
+        head = self.source[function.extent.start.offset : begin]
+        if b"consteval" not in head and self.source[begin : begin + 1] == b"{":
+            yield Body(begin, end, kind_of(function) == CursorKind.LAMBDA_EXPR or b"constexpr" in head)
+
+    def body_at(self, place: int) -> Body | None:
+        return next((body for body in self.bodies if body.begin <= place < body.end), None)
 
     def function_at(self, place: int) -> str:
         names = [name for begin, end, name in self.functions if begin <= place < end]
@@ -276,5 +293,6 @@ class SourceChanges:
 def mutants_of(root: str, file: str, arguments: list[str]) -> list[Mutant]:
     changes = SourceChanges(f"{root}/{file}", arguments)
     return [
-        make_mutant(file, changes.source, changes.function_at(change[0]), *change) for change in changes.all()
+        make_mutant(file, changes.source, changes.function_at(change[0]), *change, changes.body_at(change[0]))
+        for change in changes.all()
     ]
