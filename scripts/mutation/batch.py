@@ -54,7 +54,9 @@ class Batch:
         self.program = self.folder / project.program_of(first.file).path.name  # a test looks at its name
         objects = self._compile()
         self._leave_what_never_compiles()
-        project.link(first.file, objects, self.program)
+        linking = project.link(first.file, objects, self.program)
+        if linking.returncode != 0:
+            raise SystemExit(f"the batch is not linked:\n{linking.stderr[:5000]}")
         files = {mutant.file for mutant in self.numbered.values()}
         tests = [
             test

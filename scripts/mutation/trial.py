@@ -60,7 +60,7 @@ class Worker:
         is_compiled = all(
             self.project.compile(unit, self.overlay, path).returncode == 0 for unit, path in changed.items()
         )
-        return is_compiled and self.project.link(mutant.file, changed, self._program(mutant))
+        return is_compiled and self.project.link(mutant.file, changed, self._program(mutant)).returncode == 0
 
     def _program(self, mutant: Mutant) -> Path:
         """A test looks at its name."""
