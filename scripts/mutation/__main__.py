@@ -109,7 +109,7 @@ class Trials:
         if batch.is_noticed(number):
             return Outcome.NOTICED
         mutant = batch.numbered[number]
-        if mutant.body is not None and mutant.body.is_constant:
+        if mutant.part is not None and mutant.part.is_constant:
             return None
         return self._with_worker(Worker.outcome_of_survivor, mutant)
 

@@ -1,5 +1,5 @@
 // Linked into the test programs that scripts/mutate makes: says which mutant runs, for how long it may, and
-// which bodies of functions each test enters.
+// which parts of the sources each test enters.
 
 #include <gtest/gtest.h>
 
@@ -12,8 +12,8 @@
 #include <sys/time.h>
 
 // The sources with mutants declare these.
-unsigned kvr_active_mutant = 0;             // none
-unsigned char kvr_entered_bodies[1U << 16]; // by number of the first mutant
+unsigned kvr_active_mutant = 0;            // none
+unsigned char kvr_entered_parts[1U << 16]; // by number of the first mutant
 
 namespace {
 
@@ -34,7 +34,7 @@ unsigned number_in(const char* variable) {
 
 /// Writes a line for each test: its name, whether it has passed, its microseconds of processor time, and what
 /// it has entered; at the end one for everything that was entered.
-class entered_bodies : public testing::EmptyTestEventListener {
+class entered_parts : public testing::EmptyTestEventListener {
 public:
     void OnTestStart(const testing::TestInfo& /*test*/) override {
         collect();
@@ -45,7 +45,7 @@ public:
         const long long microseconds = (std::clock() - start) * 1'000'000LL / CLOCKS_PER_SEC;
         std::fprintf(stderr, "\nentered: %s.%s %d %lld", test.test_suite_name(), test.name(),
                      test.result()->Passed() ? 1 : 0, microseconds);
-        print(kvr_entered_bodies);
+        print(kvr_entered_parts);
         collect();
     }
 
@@ -56,32 +56,32 @@ public:
     }
 
 private:
-    using bodies = unsigned char[std::size(kvr_entered_bodies)];
+    using parts = unsigned char[std::size(kvr_entered_parts)];
 
     void collect() {
-        for (std::size_t body = 0; body < std::size(kvr_entered_bodies); ++body) {
-            entered_until_now[body] |= kvr_entered_bodies[body];
+        for (std::size_t part = 0; part < std::size(kvr_entered_parts); ++part) {
+            entered_until_now[part] |= kvr_entered_parts[part];
         }
-        std::ranges::fill(kvr_entered_bodies, 0);
+        std::ranges::fill(kvr_entered_parts, 0);
     }
 
-    static void print(const bodies& entered) {
-        for (std::size_t body = 0; body < std::size(entered); ++body) {
-            if (entered[body] != 0) {
-                std::fprintf(stderr, " %zu", body);
+    static void print(const parts& entered) {
+        for (std::size_t part = 0; part < std::size(entered); ++part) {
+            if (entered[part] != 0) {
+                std::fprintf(stderr, " %zu", part);
             }
         }
         std::fputc('\n', stderr);
     }
 
-    bodies entered_until_now = {};
+    parts entered_until_now = {};
     std::clock_t start = 0;
 };
 
 /// The list takes the listener; it is made before main().
 const bool is_listening = [] {
     if (number_in("KVR_PRINT_ENTERED") != 0) {
-        testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<entered_bodies>().release());
+        testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<entered_parts>().release());
     }
     return true;
 }();

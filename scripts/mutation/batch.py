@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import shutil
+import sys
 from collections import Counter
 from collections.abc import Iterable, Iterator
 from concurrent.futures import Executor
@@ -12,7 +13,7 @@ from mutant import Mutant
 from project import Project, Unit
 from reach import Reach
 from sandbox import passes
-from schema import bodies_of, culprits, schema_of
+from schema import parts_of, culprits, schema_of
 from suites import Suites, is_near, is_slow
 
 MUTANTS = 4000  # of a batch, and those of its last file
@@ -44,9 +45,9 @@ class Batch:
         self.executor = executor
         self.folder = project.build / "batch"
         self.overlay = self.folder / "overlay"
-        self.numbered = {number: each for number, each in enumerate(mutants, start=1) if each.body is not None}
+        self.numbered = {number: each for number, each in enumerate(mutants, start=1) if each.part is not None}
         self.not_compiled: dict[int, Mutant] = {}
-        self.alone = [mutant for mutant in mutants if mutant.body is None]
+        self.alone = [mutant for mutant in mutants if mutant.part is None]
         if not self.numbered:
             return
         shutil.rmtree(self.folder, ignore_errors=True)
@@ -63,7 +64,7 @@ class Batch:
             for test in suites.tests_of(project.program_of(first.file))
             if not is_slow(test) or any(is_near(test, file) for file in files)
         ]
-        self.bodies = bodies_of(self.numbered)
+        self.parts = parts_of(self.numbered)
         self.reach = Reach(project.root, self.program, tests, executor)
 
     def _compile(self) -> dict[Unit, Path]:
@@ -72,19 +73,19 @@ class Batch:
         files = {file: self.project.units_with(file) for file in sorted(changed)}
         units = list(dict.fromkeys(unit for of_file in files.values() for unit in of_file))
         objects = {unit: self.folder / f"{number}.o" for number, unit in enumerate(units)}
+        failed: set[Unit] = set()
         for _ in range(ROUNDS):
             self._write(changed)
-            affected = [unit for unit in units if any(unit in files[file] for file in changed)]
+            affected = [unit for unit in units if unit in failed or any(unit in files[file] for file in changed)]
             compilations = self.executor.map(
                 lambda unit: self.project.compile(unit, self.overlay, objects[unit]), affected
             )
-            changed = set()
-            for unit, compilation in zip(affected, compilations):
-                if compilation.returncode != 0:
-                    changed |= self._leave_out(culprits(compilation.stderr), unit, files)
-            if not changed:
+            messages = {unit: each.stderr for unit, each in zip(affected, compilations) if each.returncode != 0}
+            failed = set(messages)
+            if not failed:
                 return objects
-        raise SystemExit(f"still not compiled after {ROUNDS} rounds: {', '.join(sorted(changed))}")
+            changed = set().union(*(self._leave_out(text, unit, files) for unit, text in messages.items()))
+        raise SystemExit(f"not compiled after {ROUNDS} rounds: {', '.join(sorted(unit.file for unit in failed))}")
 
     def _write(self, files: Iterable[str]) -> None:
         for file in files:
@@ -93,32 +94,37 @@ class Batch:
             of_file = {number: mutant for number, mutant in self.numbered.items() if mutant.file == file}
             path.write_bytes(schema_of(self.project.root / file, of_file))
 
-    def _leave_out(self, numbers: set[int], unit: Unit, files: dict[str, list[Unit]]) -> set[str]:
+    def _leave_out(self, messages: str, unit: Unit, files: dict[str, list[Unit]]) -> set[str]:
         """And returns the files in which they are. When no mutant is to blame, those of the whole unit are tried alone."""
+        numbers = culprits(messages)
         known = [number for number in numbers if number in self.numbered]
         if known:
             left = {number: self.numbered.pop(number) for number in known}
             self.not_compiled |= left
             return {mutant.file for mutant in left.values()}
-        blamed = {file for file, units in files.items() if unit in units} if not numbers else set()
+        if numbers:
+            return set()  # another unit has had the same errors
+        print(f"{unit.file} is not compiled with its mutants, they are tried alone:\n{messages[:500]}", file=sys.stderr)
+        blamed = {file for file, units in files.items() if unit in units}
         for number, mutant in list(self.numbered.items()):
             if mutant.file in blamed:
                 self.alone.append(self.numbered.pop(number))
         return blamed
 
     def _leave_what_never_compiles(self) -> None:
-        """A body of which no mutant is compiled may be one that cannot be duplicated: a function whose type is deduced
-        from a lambda in it."""
-        compiled = {(mutant.file, mutant.body) for mutant in self.numbered.values()}
-        failed = Counter((mutant.file, mutant.body) for mutant in self.not_compiled.values())
+        """Some parts cannot be duplicated: a function whose type is deduced from a lambda in it, a constant of which the
+        compiler needs the value."""
+        compiled = {(mutant.file, mutant.part) for mutant in self.numbered.values()}
+        failed = Counter((mutant.file, mutant.part) for mutant in self.not_compiled.values())
         for number, mutant in list(self.not_compiled.items()):
-            body = (mutant.file, mutant.body)
-            if failed[body] > 1 and body not in compiled:
+            part = (mutant.file, mutant.part)
+            is_expression = mutant.part is not None and mutant.part.is_expression
+            if is_expression or (failed[part] > 1 and part not in compiled):
                 self.alone.append(self.not_compiled.pop(number))
 
     def is_noticed(self, number: int) -> bool:
         mutant = self.numbered[number]
-        assert mutant.body is not None
-        body = self.bodies[mutant.file, mutant.body]
-        stages = self.reach.stages(body, mutant)
+        assert mutant.part is not None
+        part = self.parts[mutant.file, mutant.part]
+        stages = self.reach.stages(part, mutant)
         return not all(passes(self.project.root, self.program, stage, number) for stage in stages)

@@ -13,12 +13,14 @@ class Key(NamedTuple):
     after: str
 
 
-class Body(NamedTuple):
-    """The body of an outermost function, with its braces."""
+class Part(NamedTuple):
+    """What is duplicated for each mutant in it: the body of an outermost function, with its braces, or an expression that
+    initializes a member."""
 
     begin: int
     end: int
     is_constant: bool  # the compiler may evaluate it
+    is_expression: bool
 
 
 def one_line(text: bytes) -> str:
@@ -37,7 +39,7 @@ class Mutant:
     function: str  # in which it is, if in one
     before: str  # the lines that the change touches, as one
     after: str
-    body: Body | None = None  # in which it is, if in one that can be duplicated
+    part: Part | None = None  # in which it is, if in one
 
     @property
     def key(self) -> Key:
@@ -52,7 +54,7 @@ class Mutant:
 
 
 def make_mutant(
-    file: str, source: bytes, function: str, begin: int, end: int, replacement: bytes, body: Body | None = None
+    file: str, source: bytes, function: str, begin: int, end: int, replacement: bytes, part: Part | None = None
 ) -> Mutant:
     first = source.rfind(b"\n", 0, begin) + 1
     last = source.find(b"\n", end)
@@ -66,5 +68,5 @@ def make_mutant(
         function=function,
         before=one_line(source[first:last]),
         after=one_line(after),
-        body=body,
+        part=part,
     )

@@ -1,4 +1,4 @@
-"""Which tests enter which bodies of functions, and so which are run for a mutant."""
+"""Which tests enter which parts of the sources, and so which are run for a mutant."""
 
 from __future__ import annotations
 
@@ -62,13 +62,13 @@ class Reach:
             for number in entered[test.full_name][2:]:
                 self.direct.setdefault(int(number), []).append(test)
 
-    def stages(self, body: int, mutant: Mutant) -> Iterator[Stage]:
-        """First the tests that enter the body, then the others of their suites. A slow one must be of the same folder."""
+    def stages(self, part: int, mutant: Mutant) -> Iterator[Stage]:
+        """First the tests that enter the part, then the others of their suites. A slow one must be of the same folder."""
 
         def is_run(test: Test) -> bool:
             return not is_slow(test) or is_near(test, mutant.file)
 
-        direct = self.direct.get(body, [])
-        others = {test for suite in self.suites.get(body, []) for test in suite} - set(direct)
+        direct = self.direct.get(part, [])
+        others = {test for suite in self.suites.get(part, []) for test in suite} - set(direct)
         yield from in_stages(filter(is_run, direct))
         yield from in_stages(filter(is_run, others))
