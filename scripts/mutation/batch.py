@@ -2,6 +2,7 @@
 
 from __future__ import annotations
 
+import itertools
 import shutil
 import sys
 from collections import Counter
@@ -17,7 +18,7 @@ from schema import parts_of, culprits, schema_of
 from suites import Suites, is_near, is_slow
 
 MUTANTS = 4000  # of a batch, and those of its last file
-ROUNDS = 10  # of compilations
+ROUNDS = 10  # of compilations, before all mutants of a source that is not compiled are left out
 
 
 def batches_of(project: Project, mutants: Iterable[Mutant]) -> Iterator[list[Mutant]]:
@@ -74,7 +75,7 @@ class Batch:
         units = list(dict.fromkeys(unit for of_file in files.values() for unit in of_file))
         objects = {unit: self.folder / f"{number}.o" for number, unit in enumerate(units)}
         failed: set[Unit] = set()
-        for _ in range(ROUNDS):
+        for compilation in itertools.count():
             self._write(changed)
             affected = [unit for unit in units if unit in failed or any(unit in files[file] for file in changed)]
             compilations = self.executor.map(
@@ -84,8 +85,9 @@ class Batch:
             failed = set(messages)
             if not failed:
                 return objects
-            changed = set().union(*(self._leave_out(text, unit, files) for unit, text in messages.items()))
-        raise SystemExit(f"not compiled after {ROUNDS} rounds: {', '.join(sorted(unit.file for unit in failed))}")
+            leave = self._leave_out if compilation < ROUNDS else self._leave_unit
+            changed = set().union(*(leave(text, unit, files) for unit, text in messages.items()))
+        raise AssertionError("what has no mutants is compiled")
 
     def _write(self, files: Iterable[str]) -> None:
         for file in files:
@@ -95,7 +97,7 @@ class Batch:
             path.write_bytes(schema_of(self.project.root / file, of_file))
 
     def _leave_out(self, messages: str, unit: Unit, files: dict[str, list[Unit]]) -> set[str]:
-        """And returns the files in which they are. When no mutant is to blame, those of the whole unit are tried alone."""
+        """And returns the files in which they are."""
         numbers = culprits(messages)
         known = [number for number in numbers if number in self.numbered]
         if known:
@@ -104,7 +106,11 @@ class Batch:
             return {mutant.file for mutant in left.values()}
         if numbers:
             return set()  # another unit has had the same errors
-        print(f"{unit.file} is not compiled with its mutants, they are tried alone:\n{messages[:500]}", file=sys.stderr)
+        return self._leave_unit(messages, unit, files)
+
+    def _leave_unit(self, messages: str, unit: Unit, files: dict[str, list[Unit]]) -> set[str]:
+        """When no mutant is to blame, or always another one."""
+        print(f"{unit.file} is not compiled, its mutants are tried alone:\n{messages[:500]}", file=sys.stderr)
         blamed = {file for file, units in files.items() if unit in units}
         for number, mutant in list(self.numbered.items()):
             if mutant.file in blamed:
@@ -112,8 +118,8 @@ class Batch:
         return blamed
 
     def _leave_what_never_compiles(self) -> None:
-        """Some parts cannot be duplicated: a function whose type is deduced from a lambda in it, a constant of which the
-        compiler needs the value."""
+        """Some parts cannot be duplicated: a function whose type is deduced from a lambda in it, a constant whose value
+        the compiler needs."""
         compiled = {(mutant.file, mutant.part) for mutant in self.numbered.values()}
         failed = Counter((mutant.file, mutant.part) for mutant in self.not_compiled.values())
         for number, mutant in list(self.not_compiled.items()):

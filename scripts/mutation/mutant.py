@@ -14,8 +14,8 @@ class Key(NamedTuple):
 
 
 class Part(NamedTuple):
-    """What is duplicated for each mutant in it: the body of an outermost function, with its braces, or an expression that
-    initializes a member."""
+    """What is duplicated for each mutant in it: the body of an outermost function, with its braces, or an expression
+    that initializes a member."""
 
     begin: int
     end: int

@@ -33,8 +33,9 @@ def in_stages(tests: Iterable[Test]) -> Iterator[Stage]:
 
 
 class Reach:
-    """Each suite runs in a process of its own, with no mutant active. A test may leave an object behind that later tests
-    of its suite use without entering what has made it, so all tests of a suite may depend on what one of them enters."""
+    """Each suite runs in a process of its own, with no mutant active. A test may leave an object behind that later
+    tests of its suite use without entering what has made it, so all tests of a suite may depend on what one of them
+    enters."""
 
     def __init__(self, root: Path, program: Path, tests: Iterable[Test], executor: Executor) -> None:
         self.root = root
@@ -63,7 +64,7 @@ class Reach:
                 self.direct.setdefault(int(number), []).append(test)
 
     def stages(self, part: int, mutant: Mutant) -> Iterator[Stage]:
-        """First the tests that enter the part, then the others of their suites. A slow one must be of the same folder."""
+        """First the tests that enter the part, then the others of their suites. A slow one must be of the folder."""
 
         def is_run(test: Test) -> bool:
             return not is_slow(test) or is_near(test, mutant.file)

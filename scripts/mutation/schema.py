@@ -1,5 +1,5 @@
-"""One source with many of its mutants: each part that has some is there once more for each of them, and a number that the
-program gets when it starts chooses."""
+"""One source with many of its mutants: each part that has some is there once more for each of them, and a number that
+the program gets when it starts chooses."""
 
 from __future__ import annotations
 
@@ -79,8 +79,8 @@ def _chosen_expression(path: Path, source: bytes, part: Part, numbered: Mapping[
 
 
 def culprits(messages: str) -> set[int]:
-    """The mutants in which the errors of a compiler are: where it says or, when that is no mutant, at the first mutant on
-    the way to there."""
+    """The mutants in which the errors of a compiler are: where it says or, when that is no mutant, at the first mutant
+    on the way to there."""
     found: set[int] = set()
     way: list[int] = []
     for line, kind in MESSAGE.findall(messages):

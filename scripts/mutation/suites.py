@@ -53,12 +53,13 @@ class Suites:
         if not report.exists() or report.stat().st_mtime < program.path.stat().st_mtime:
             self._measure(program.path, report)
         for suite in xml.etree.ElementTree.parse(report).getroot():
-            file = self._file_of(suite.attrib["name"])
-            for test in suite:
-                if test.find("failure") is not None:
-                    print(f"fails without a change, not run: {suite.attrib['name']}.{test.attrib['name']}", file=sys.stderr)
-                elif test.attrib["result"] == "completed":
-                    yield Test(suite.attrib["name"], test.attrib["name"], float(test.attrib["time"]), file)
+            name = suite.attrib["name"]
+            for each in suite:
+                test = Test(name, each.attrib["name"], float(each.attrib["time"]), self._file_of(name))
+                if each.find("failure") is not None:
+                    print(f"fails without a change, not run: {test.full_name}", file=sys.stderr)
+                elif each.attrib["result"] == "completed":
+                    yield test
 
     def _measure(self, program: Path, report: Path) -> None:
         """Of the unchanged program. A few tests may fail in the sandbox, which has one user only."""
