@@ -8,9 +8,13 @@ import os
 import queue
 import signal
 import sys
+from collections.abc import Callable, Iterable, Iterator
 from concurrent.futures import ThreadPoolExecutor, as_completed
+from functools import partial
 from pathlib import Path
+from typing import TypeVar
 
+from batch import Batch, batches_of
 from catalog import mutants_in
 from equivalents import EquivalentsError, check_equivalents, read_equivalents
 from groups import draw_sample, folder_of, group_of
@@ -21,6 +25,9 @@ from record import Record
 from report import Report
 from suites import Suites
 from trial import Outcome, Worker
+
+T = TypeVar("T")
+R = TypeVar("R")
 
 
 def parse_command_line() -> argparse.Namespace:
@@ -66,31 +73,70 @@ def check_libraries(project: Project, suites: Suites, mutants: list[Mutant]) -> 
         Worker(project, suites, 0).check(file)
 
 
+class Trials:
+    """Several at a time."""
+
+    def __init__(self, project: Project, mutants: list[Mutant], jobs: int) -> None:
+        self.project = project
+        self.mutants = mutants
+        self.suites = Suites(project)
+        self.executor = ThreadPoolExecutor(jobs)
+        self.workers: queue.SimpleQueue[Worker] = queue.SimpleQueue()
+        for number in range(jobs):
+            self.workers.put(Worker(project, self.suites, number))
+
+    def outcomes(self) -> Iterator[tuple[Mutant, Outcome]]:
+        """Of those in batches first: they take a fraction of the time."""
+        self.project.make_helper()
+        check_libraries(self.project, self.suites, self.mutants)
+        alone: list[Mutant] = []
+        for mutants in batches_of(self.project, self.mutants):
+            batch = Batch(self.project, self.suites, mutants, self.executor)
+            alone += batch.alone
+            yield from ((mutant, Outcome.NOT_COMPILED) for mutant in batch.not_compiled.values())
+            for number, outcome in self._each(partial(self._try_in_batch, batch), batch.numbered):
+                if outcome is None:
+                    alone.append(batch.numbered[number])
+                else:
+                    yield batch.numbered[number], outcome
+        yield from self._each(lambda mutant: self._with_worker(Worker.try_mutant, mutant), alone)
+
+    def close(self) -> None:
+        self.executor.shutdown(wait=False, cancel_futures=True)
+
+    def _try_in_batch(self, batch: Batch, number: int) -> Outcome | None:
+        """None if it must be tried alone, because what the compiler evaluates in a batch is the original."""
+        if batch.is_noticed(number):
+            return Outcome.NOTICED
+        mutant = batch.numbered[number]
+        if mutant.part is not None and mutant.part.is_constant:
+            return None
+        return self._with_worker(Worker.outcome_of_survivor, mutant)
+
+    def _with_worker(self, task: Callable[[Worker, Mutant], Outcome], mutant: Mutant) -> Outcome:
+        worker = self.workers.get()
+        try:
+            return task(worker, mutant)
+        finally:
+            self.workers.put(worker)
+
+    def _each(self, task: Callable[[T], R], tried: Iterable[T]) -> Iterator[tuple[T, R]]:
+        running = {self.executor.submit(task, each): each for each in tried}
+        for trial in as_completed(running):
+            yield running[trial], trial.result()
+
+
 def try_all(project: Project, mutants: list[Mutant], jobs: int, record: Record) -> None:
     progress = Progress(len(mutants))
-    suites = Suites(project)
-    workers: queue.SimpleQueue[Worker] = queue.SimpleQueue()
-    for number in range(jobs):
-        workers.put(Worker(project, suites, number))
-    check_libraries(project, suites, mutants)
-
-    def try_one(mutant: Mutant) -> Outcome:
-        worker = workers.get()
-        try:
-            return worker.try_mutant(mutant)
-        finally:
-            workers.put(worker)
-
-    with ThreadPoolExecutor(jobs) as executor:
-        trials = {executor.submit(try_one, mutant): mutant for mutant in mutants}
-        try:
-            for trial in as_completed(trials):
-                record.add(trials[trial], trial.result())
-                progress.add(trial.result())
-        except KeyboardInterrupt:
-            pass  # what is known until then is reported
-        finally:
-            executor.shutdown(wait=False, cancel_futures=True)
+    trials = Trials(project, mutants, jobs)
+    try:
+        for mutant, outcome in trials.outcomes():
+            record.add(mutant, outcome)
+            progress.add(outcome)
+    except KeyboardInterrupt:
+        pass  # what is known until then is reported
+    finally:
+        trials.close()
 
 
 def main() -> int:

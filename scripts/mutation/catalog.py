@@ -23,7 +23,8 @@ def mutants_in(project: Project, files: Iterable[str], jobs: int) -> dict[str, l
     missing = [file for file, path in kept.items() if not path.exists()]
     arguments = [project.parse_arguments(file) for file in missing]
     with ProcessPoolExecutor(jobs) as executor:
-        for file, found in zip(missing, executor.map(mutants_of, [str(project.root)] * len(missing), missing, arguments)):
+        roots = [str(project.root)] * len(missing)
+        for file, found in zip(missing, executor.map(mutants_of, roots, missing, arguments)):
             kept[file].write_bytes(pickle.dumps(found))
     return {file: pickle.loads(path.read_bytes()) for file, path in kept.items()}
 

@@ -13,6 +13,16 @@ class Key(NamedTuple):
     after: str
 
 
+class Part(NamedTuple):
+    """What is duplicated for each mutant in it: the body of an outermost function, with its braces, or an expression
+    that initializes a member."""
+
+    begin: int
+    end: int
+    is_constant: bool  # the compiler may evaluate it
+    is_expression: bool
+
+
 def one_line(text: bytes) -> str:
     return " ".join(text.decode().split())
 
@@ -29,6 +39,7 @@ class Mutant:
     function: str  # in which it is, if in one
     before: str  # the lines that the change touches, as one
     after: str
+    part: Part | None = None  # in which it is, if in one
 
     @property
     def key(self) -> Key:
@@ -43,7 +54,7 @@ class Mutant:
 
 
 def make_mutant(
-    file: str, source: bytes, function: str, begin: int, end: int, replacement: bytes
+    file: str, source: bytes, function: str, begin: int, end: int, replacement: bytes, part: Part | None = None
 ) -> Mutant:
     first = source.rfind(b"\n", 0, begin) + 1
     last = source.find(b"\n", end)
@@ -57,4 +68,5 @@ def make_mutant(
         function=function,
         before=one_line(source[first:last]),
         after=one_line(after),
+        part=part,
     )

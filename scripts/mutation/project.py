@@ -6,6 +6,7 @@ import json
 import re
 import shlex
 import subprocess
+import tempfile
 from dataclasses import dataclass
 from functools import cache
 from pathlib import Path
@@ -17,6 +18,8 @@ DROPPED_WITH_VALUE = {"-MT", "-MF", "-o", "-c"}
 BATCH = re.compile(r"Unity/unity_\w+\.cxx$")
 INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)
 OPTIMIZED = "-O2"
+QUICKER = ("-UFMT_HEADER_ONLY",)  # half the time; the linker finds its functions in the objects of the build
+HELPER = "active_mutant.cpp"
 
 
 def essential_arguments(command: list[str]) -> tuple[str, ...]:
@@ -85,7 +88,7 @@ class Project:
             output = words[words.index("-o") + 1]
             file = str(Path(entry["file"]).relative_to(self.root))
             sources = self._sources_of(file)
-            command = essential_arguments(words)
+            command = (*essential_arguments(words), *QUICKER)
             library = self._library_of(sources[0])
             if library and output in self.programs[library].link_command:
                 self.units |= {source: Unit(source, command, (source,)) for source in sources}
@@ -139,13 +142,16 @@ class Project:
         users = [each for each in tests if any(file in self._includes(source) for source in each.sources)]
         return [*(self.units[source] for source in self.users[file]), *users]
 
-    def compile(self, unit: Unit, overlay: Path, object_file: Path, *options: str) -> bool:
+    def compile(
+        self, unit: Unit, overlay: Path, object_file: Path, *options: str
+    ) -> subprocess.CompletedProcess[str]:
         """Files of the overlay stand in for those of the tree."""
         changed = overlay / unit.file
         path = changed if changed.exists() else self.root / unit.file
         compiler, *usual = self._without_stale_header(unit.command, overlay)
-        command = [compiler, f"-I{overlay}", *usual, *options, "-w", "-o", str(object_file), "-c", str(path)]
-        return subprocess.run(command, cwd=self.build, capture_output=True, check=False).returncode == 0
+        options = (*options, "-w", "-fno-diagnostics-color", "-fno-diagnostics-show-caret")
+        command = [compiler, f"-I{overlay}", *usual, *options, "-o", str(object_file), "-c", str(path)]
+        return subprocess.run(command, cwd=self.build, capture_output=True, text=True, check=False)
 
     def _without_stale_header(self, command: tuple[str, ...], overlay: Path) -> tuple[str, ...]:
         """A precompiled header has the original of what it includes."""
@@ -160,17 +166,32 @@ class Project:
 
     def is_same_code(self, unit: Unit, overlay: Path, folder: Path) -> bool:
         """Whether an optimizing compiler makes of the original what it makes of the mutant."""
-        nothing = folder / "nothing"
-        objects = [folder / "original.o", folder / "mutant.o"]
-        for files, object_file in zip((nothing, overlay), objects):
-            if not self.compile(unit, files, object_file, OPTIMIZED):
-                return False
-        return objects[0].read_bytes() == objects[1].read_bytes()
+        object_file = folder / "optimized.o"
+        is_compiled = self.compile(unit, overlay, object_file, OPTIMIZED).returncode == 0
+        return is_compiled and object_file.read_bytes() == self._optimized_original(unit)
 
-    def link(self, file: str, changed: dict[Unit, Path], path: Path) -> bool:
+    @cache
+    def _optimized_original(self, unit: Unit) -> bytes:
+        with tempfile.TemporaryDirectory(dir=self.build) as folder:
+            object_file = Path(folder) / "optimized.o"
+            self.compile(unit, Path(folder), object_file, OPTIMIZED)
+            return object_file.read_bytes()
+
+    def make_helper(self) -> None:
+        """What is linked before all programs with mutants."""
+        compiler = next(iter(self.units.values())).command[0]
+        command = [compiler, "-std=c++20", "-O1", "-o", str(self._helper), "-c", str(Path(__file__).with_name(HELPER))]
+        subprocess.run(command, check=True)
+
+    @property
+    def _helper(self) -> Path:
+        return self.build / "active_mutant.o"
+
+    def link(self, file: str, changed: dict[Unit, Path], path: Path) -> subprocess.CompletedProcess[str]:
         """What has changed comes first: of a function that is there twice the linker keeps the first copy."""
         replaced = {unit.replaced_object for unit in changed}
         words = [word for word in self.program_of(file).link_command if word not in replaced]
         words[words.index("-o") + 1] = str(path)
-        command = [words[0], "-fuse-ld=lld", "-Wl,-z,muldefs", *map(str, changed.values()), *words[1:]]
-        return subprocess.run(command, cwd=self.build, capture_output=True, check=False).returncode == 0
+        objects = map(str, (self._helper, *changed.values()))
+        command = [words[0], "-fuse-ld=lld", "-Wl,-z,muldefs", *objects, *words[1:]]
+        return subprocess.run(command, cwd=self.build, capture_output=True, text=True, check=False)

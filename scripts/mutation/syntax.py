@@ -8,7 +8,7 @@ from collections.abc import Iterator
 
 from clang.cindex import Cursor, CursorKind, Index, Token, TokenKind, TranslationUnit
 
-from mutant import Mutant, make_mutant
+from mutant import Mutant, Part, make_mutant
 
 Change = tuple[int, int, bytes]  # from, to, what comes there
 
@@ -56,6 +56,14 @@ FUNCTION_KINDS = {
     CursorKind.CONSTRUCTOR,
     CursorKind.DESTRUCTOR,
     CursorKind.CONVERSION_FUNCTION,
+}
+WITH_BODY_KINDS = FUNCTION_KINDS | {CursorKind.LAMBDA_EXPR}
+WITH_INITIALIZER_KINDS = {CursorKind.CONSTRUCTOR, CursorKind.FIELD_DECL}
+CHOSEN_KINDS = {
+    CursorKind.BINARY_OPERATOR,
+    CursorKind.CONDITIONAL_OPERATOR,
+    CursorKind.INTEGER_LITERAL,
+    CursorKind.CXX_BOOL_LITERAL_EXPR,
 }
 SKIPPED_KINDS = {CursorKind.STATIC_ASSERT, CursorKind.MACRO_INSTANTIATION, CursorKind.MACRO_DEFINITION}
 OPENING, CLOSING = "([{", ")]}"
@@ -110,6 +118,7 @@ class SourceChanges:
         self.macros = self._macro_ranges()
         self.declared: set[int] = set()
         self.functions: list[tuple[int, int, str]] = []
+        self.parts: list[Part] = []
         self._survey(self.cursor)
 
     def all(self) -> list[Change]:
@@ -144,13 +153,43 @@ class SourceChanges:
         ]
 
     def _survey(self, cursor: Cursor) -> None:
-        """Notes where variables are declared and how far functions reach, the outer ones first."""
+        """Notes where variables are declared and how far functions and parts reach, the outer ones first."""
+        if kind_of(cursor) in WITH_BODY_KINDS:
+            self.parts.extend(self._body(cursor))
+        if kind_of(cursor) in WITH_INITIALIZER_KINDS:
+            self.parts.extend(self._initializers(cursor, self._is_constant(cursor)))
         if kind_of(cursor) == CursorKind.VAR_DECL:
             self.declared.add(cursor.extent.start.offset)
         elif kind_of(cursor) in FUNCTION_KINDS:
             self.functions.append((*self._range(cursor), cursor.spelling))
         for child in self._children(cursor):
             self._survey(child)
+
+    def _is_constant(self, cursor: Cursor) -> bool:
+        """A lambda is constexpr without being declared so, and a member may be of an object that is."""
+        may_be_constant = kind_of(cursor) in (CursorKind.LAMBDA_EXPR, CursorKind.FIELD_DECL)
+        return may_be_constant or b"constexpr" in self._text(cursor).partition(b"{")[0]
+
+    def _body(self, function: Cursor) -> Iterator[Part]:
+        """What only the compiler evaluates has none."""
+        children = self._children(function)
+        if not children or kind_of(children[-1]) != CursorKind.COMPOUND_STMT:
+            return
+        begin, end = self._range(children[-1])
+        head = self.source[function.extent.start.offset : begin]
+        if b"consteval" not in head and self.source.startswith(b"{", begin):
+            yield Part(begin, end, self._is_constant(function), is_expression=False)
+
+    def _initializers(self, cursor: Cursor, is_constant: bool) -> Iterator[Part]:
+        """The outermost expressions that a `?:` can choose."""
+        for child in self._children(cursor):
+            if kind_of(child) in CHOSEN_KINDS:
+                yield Part(*self._range(child), is_constant, is_expression=True)
+            elif kind_of(child) not in (CursorKind.COMPOUND_STMT, CursorKind.LAMBDA_EXPR):
+                yield from self._initializers(child, is_constant)
+
+    def part_at(self, begin: int, end: int) -> Part | None:
+        return next((part for part in self.parts if part.begin <= begin and end <= part.end), None)
 
     def function_at(self, place: int) -> str:
         names = [name for begin, end, name in self.functions if begin <= place < end]
@@ -276,5 +315,6 @@ class SourceChanges:
 def mutants_of(root: str, file: str, arguments: list[str]) -> list[Mutant]:
     changes = SourceChanges(f"{root}/{file}", arguments)
     return [
-        make_mutant(file, changes.source, changes.function_at(change[0]), *change) for change in changes.all()
+        make_mutant(file, changes.source, changes.function_at(change[0]), *change, changes.part_at(*change[:2]))
+        for change in changes.all()
     ]

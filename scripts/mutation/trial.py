@@ -1,4 +1,4 @@
-"""Tries one mutant after the other in a folder of its own."""
+"""Tries mutants that are not in a batch, one after the other, in a folder of its own."""
 
 from __future__ import annotations
 
@@ -8,7 +8,8 @@ from pathlib import Path
 
 from mutant import Mutant, make_mutant
 from project import Project, Unit
-from suites import Suites, passes
+from sandbox import passes
+from suites import Suites
 
 
 class Outcome(enum.Enum):
@@ -26,14 +27,17 @@ class Worker:
         self.overlay = self.folder / "overlay"
 
     def try_mutant(self, mutant: Mutant) -> Outcome:
-        shutil.rmtree(self.folder, ignore_errors=True)
         self._write(mutant)
-        units = self.project.units_with(mutant.file)
-        if not self._make(mutant, units):
+        if not self._make(mutant, self.project.units_with(mutant.file)):
             return Outcome.NOT_COMPILED
         program = self._program(mutant)
         if not all(passes(self.project.root, program, stage) for stage in self.suites.stages(mutant.file)):
             return Outcome.NOTICED
+        return self.outcome_of_survivor(mutant)
+
+    def outcome_of_survivor(self, mutant: Mutant) -> Outcome:
+        self._write(mutant)
+        units = self.project.units_with(mutant.file)
         is_same = all(self.project.is_same_code(unit, self.overlay, self.folder) for unit in units)
         return Outcome.SAME_CODE if is_same else Outcome.SURVIVED
 
@@ -45,6 +49,7 @@ class Worker:
 
     def _write(self, mutant: Mutant) -> None:
         """The name of the original goes into the messages of its assertions."""
+        shutil.rmtree(self.folder, ignore_errors=True)
         original = self.project.root / mutant.file
         path = self.overlay / mutant.file
         path.parent.mkdir(parents=True)
@@ -52,8 +57,10 @@ class Worker:
 
     def _make(self, mutant: Mutant, units: list[Unit]) -> bool:
         changed = {unit: self.folder / f"{number}.o" for number, unit in enumerate(units)}
-        is_compiled = all(self.project.compile(unit, self.overlay, path) for unit, path in changed.items())
-        return is_compiled and self.project.link(mutant.file, changed, self._program(mutant))
+        is_compiled = all(
+            self.project.compile(unit, self.overlay, path).returncode == 0 for unit, path in changed.items()
+        )
+        return is_compiled and self.project.link(mutant.file, changed, self._program(mutant)).returncode == 0
 
     def _program(self, mutant: Mutant) -> Path:
         """A test looks at its name."""

@@ -1,0 +1,75 @@
+"""Which tests enter which parts of the sources, and so which are run for a mutant."""
+
+from __future__ import annotations
+
+from collections.abc import Iterable, Iterator, Sequence
+from concurrent.futures import Executor
+from dataclasses import replace
+from itertools import groupby
+from pathlib import Path
+
+from mutant import Mutant
+from sandbox import Stage, Test, run_tests
+from suites import MOST_SECONDS, is_near, is_slow
+
+FIRST_SECONDS = 0.05  # of the tests that are run first; those that come next take TIMES as long
+TIMES = 10
+MARK = "entered: "
+
+
+def in_stages(tests: Iterable[Test]) -> Iterator[Stage]:
+    """The quickest come first."""
+    chosen: list[Test] = []
+    seconds = 0.0
+    limit = FIRST_SECONDS
+    for test in sorted(tests, key=lambda test: test.seconds):
+        if chosen and seconds + test.seconds > limit:
+            yield Stage(tuple(chosen))
+            chosen, seconds, limit = [], 0.0, limit * TIMES
+        chosen.append(test)
+        seconds += test.seconds
+    if chosen:
+        yield Stage(tuple(chosen))
+
+
+class Reach:
+    """Each suite runs in a process of its own, with no mutant active. A test may leave an object behind that later
+    tests of its suite use without entering what has made it, so all tests of a suite may depend on what one of them
+    enters."""
+
+    def __init__(self, root: Path, program: Path, tests: Iterable[Test], executor: Executor) -> None:
+        self.root = root
+        self.program = program
+        self.direct: dict[int, list[Test]] = {}
+        self.suites: dict[int, list[Sequence[Test]]] = {}
+        by_suite = [tuple(suite) for _, suite in groupby(tests, key=lambda test: test.suite)]
+        for suite, output in zip(by_suite, executor.map(self._run, by_suite)):
+            self._read(suite, output)
+
+    def _run(self, suite: Sequence[Test]) -> str:
+        ended = run_tests(self.root, self.program, suite, MOST_SECONDS, {"KVR_PRINT_ENTERED": 1})
+        if ended is None or ended.returncode != 0:
+            output = ended.stdout + ended.stderr if ended is not None else ""
+            raise SystemExit(f"{suite[0].suite} fails without a change:\n{output[:5000]}")
+        return ended.stderr
+
+    def _read(self, suite: Sequence[Test], output: str) -> None:
+        lines = [line.removeprefix(MARK).split() for line in output.splitlines() if line.startswith(MARK)]
+        entered = {name: numbers for name, *numbers in lines}
+        timed = [replace(test, seconds=int(entered[test.full_name][1]) / 1e6) for test in suite]
+        for number in entered["all"][2:]:
+            self.suites.setdefault(int(number), []).append(timed)
+        for test in timed:
+            for number in entered[test.full_name][2:]:
+                self.direct.setdefault(int(number), []).append(test)
+
+    def stages(self, part: int, mutant: Mutant) -> Iterator[Stage]:
+        """First the tests that enter the part, then the others of their suites. A slow one must be of the folder."""
+
+        def is_run(test: Test) -> bool:
+            return not is_slow(test) or is_near(test, mutant.file)
+
+        direct = self.direct.get(part, [])
+        others = {test for suite in self.suites.get(part, []) for test in suite} - set(direct)
+        yield from in_stages(filter(is_run, direct))
+        yield from in_stages(filter(is_run, others))
