@@ -102,14 +102,14 @@ int open_standard_output() noexcept {
 std::int64_t read_some(int descriptor, char* to, std::size_t count) noexcept {
     ssize_t got = -1;
     do {
-        got = read(descriptor, to, count);
+        got = ::read(descriptor, to, count);
     } while (got < 0 && errno == EINTR);
     return got;
 }
 
 bool write_all(int descriptor, std::string_view text) noexcept {
     while (!text.empty()) {
-        const ssize_t written = write(descriptor, text.data(), text.size());
+        const ssize_t written = ::write(descriptor, text.data(), text.size());
         if (written >= 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
         } else if (errno != EINTR) {
