@@ -10,13 +10,13 @@
 /// Its first number.
 #define KVR_VERSION_MAJOR 0
 /// Its second number, below 100.
-#define KVR_VERSION_MINOR 1
+#define KVR_VERSION_MINOR 2
 /// Its third number, below 100.
 #define KVR_VERSION_PATCH 0
-/// One number that grows with every version: `#if KVR_VERSION >= 102` tests for 0.1.2 or later.
+/// One number that grows with every version: `#if KVR_VERSION >= 200` tests for 0.2.0 or later.
 #define KVR_VERSION (KVR_VERSION_MAJOR * 10000 + KVR_VERSION_MINOR * 100 + KVR_VERSION_PATCH)
 /// Its text.
-#define KVR_VERSION_STRING "0.1.0"
+#define KVR_VERSION_STRING "0.2.0"
 /// @}
 
 #include "kvr/keywords/keyword_registry.h"
