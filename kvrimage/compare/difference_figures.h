@@ -44,7 +44,8 @@ public:
     /// For differences of these two.
     difference_counter(const memory_image& left, const memory_image& right);
 
-    /// The time does not depend on how many addresses @p found has.
+    /// The time does not depend on how many addresses @p found has. When memory runs out, @p found is not
+    /// counted.
     void take(const difference& found);
     /// Of all differences so far.
     [[nodiscard]] const difference_figures& figures() const noexcept { return counted; }

@@ -98,6 +98,8 @@ int temporary_file::make_in(const std::string& folder, bool is_private) {
     int descriptor = -1;
     int attempts = 0;
     do {
+        // The name of another file must not stay when there is no memory for the next one.
+        name.clear();
         name = (std::filesystem::path(folder) / random_name()).string();
         descriptor = open(name.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC,
                           is_private ? for_the_owner : for_everybody);

@@ -11,7 +11,8 @@
 namespace kvrmem {
 
 /// Files that are written together: each beside its place, and all are moved there when the last one is
-/// complete. Without commit(), none is.
+/// complete. Without commit(), none is. Only a move that fails, or an end of the program between two moves,
+/// leaves new files beside old ones; the ones that were added first are then the new ones.
 class output_files {
 public:
     /// Writes @p image, which can be written so, as the file @p target.
@@ -19,7 +20,7 @@ public:
     void add(const std::string& target, const kvrimage::memory_image& image,
              const kvrimage::write_options& options);
     void add(const std::string& target, std::string_view text);
-    /// Moves all files to their places, in the order in which they were added.
+    /// Completes all files, and then moves them to their places, in the order in which they were added.
     void commit();
 
 private:
