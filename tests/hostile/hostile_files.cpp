@@ -1,4 +1,4 @@
-// Writes hostile files: hostile_files FOLDER
+// Writes hostile files: hostile_files FOLDER single|inputs|bytes
 //
 // FOLDER/single gets one memory file for each idea below, FOLDER/inputs one for each idea for what else a
 // command reads, FOLDER/bytes one for each byte value in each field of each format.
@@ -584,23 +584,31 @@ void write_all_bytes(const std::filesystem::path& folder, const small_file& file
     }
 }
 
+template <std::size_t Count>
+void write_all(const std::filesystem::path& folder, const hostile_file (&all)[Count]) {
+    for (const hostile_file& file : all) {
+        write(folder / file.name, file.make());
+    }
+}
+
 } // namespace
 
 int main(int count, char** words) {
-    if (count != 2) {
+    if (count != 3) {
         return 4;
     }
-    const std::filesystem::path folder = words[1];
-    std::filesystem::create_directories(folder / "single");
-    std::filesystem::create_directories(folder / "inputs");
-    std::filesystem::create_directories(folder / "bytes");
-    for (const hostile_file& file : files) {
-        write(folder / "single" / file.name, file.make());
-    }
-    for (const hostile_file& file : inputs) {
-        write(folder / "inputs" / file.name, file.make());
-    }
-    for (const small_file& file : small_files) {
-        write_all_bytes(folder / "bytes", file);
+    const std::string_view which = words[2];
+    const std::filesystem::path folder = std::filesystem::path(words[1]) / which;
+    std::filesystem::create_directories(folder);
+    if (which == "single") {
+        write_all(folder, files);
+    } else if (which == "inputs") {
+        write_all(folder, inputs);
+    } else if (which == "bytes") {
+        for (const small_file& file : small_files) {
+            write_all_bytes(folder, file);
+        }
+    } else {
+        return 4;
     }
 }

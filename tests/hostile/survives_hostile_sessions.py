@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""survives_hostile_sessions.py TOOL HOSTILE_FILES FOLDER: sessions of hostile texts and messages with the language server.
+"""survives_hostile_sessions.py TOOL HOSTILE_FILES FOLDER: hostile texts and messages for the language server.
 
 Each server has little memory and little time. It must answer every request with a result or an error that the
-protocol knows, and end with an exit code of its own: 0 after "shutdown", 1 where the client's stream allows nothing else.
+protocol knows, and end with an exit code of its own: 0 after "shutdown", 1 where the stream allows nothing else.
 """
 
 import json
@@ -190,7 +190,7 @@ SESSIONS = [
     ("positions beyond the text", far_positions, 0),
     ("documents without end", many_opened, 0),
     ("changes without end", many_changes, 0),
-    ("requests of documents that are not open", lambda: raw(framed(b'{"jsonrpc":"2.0","method":"textDocument/didChange"}')), 0),
+    ("a change of nothing", lambda: raw(framed(b'{"jsonrpc":"2.0","method":"textDocument/didChange"}')), 0),
     ("deep nesting", lambda: raw(deep_request(100_000)), 0),
     ("deeper nesting", lambda: raw(deep_request(1_000_000)), 0),
     ("brackets that are never closed", lambda: raw(framed(b"[" * 1_000_000)), 0),
@@ -218,7 +218,7 @@ def main(tool, hostile_files, folder):
     work = pathlib.Path(folder) / "sessions"
     shutil.rmtree(work, ignore_errors=True)
     work.mkdir(parents=True)
-    subprocess.run([hostile_files, work], check=True)
+    subprocess.run([hostile_files, work, "single"], check=True)
     found = []
     sessions = 0
     for path in sorted((work / "single").iterdir()):
