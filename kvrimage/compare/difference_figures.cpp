@@ -30,12 +30,14 @@ difference_counter::difference_counter(const memory_image& left, const memory_im
 }
 
 void difference_counter::take(const difference& found) {
+    // All that may fail comes first.
+    const std::vector<std::uint32_t> bits = differing_bits(found);
+    counted.blocks.reserve(difference_figures::most_blocks);
     const std::uint64_t length = found.addresses.last - found.addresses.first + 1;
     counted.words += length;
     ++counted.ranges;
     counted.left_only += found.right ? 0 : length;
     counted.right_only += found.left ? 0 : length;
-    const std::vector<std::uint32_t> bits = differing_bits(found);
     counted.bits += length * bits.size();
     for (const std::uint32_t bit : bits) {
         counted.words_by_bit[bit] += length;

@@ -44,7 +44,8 @@ public:
     /// Prepares for the differences of these two memories.
     difference_counter(const memory_image& left, const memory_image& right);
 
-    /// Adds a difference. The time does not depend on its number of addresses.
+    /// Adds a difference. The time does not depend on its number of addresses. If memory runs out, @p found
+    /// is not counted.
     void take(const difference& found);
     /// Returns the figures of all differences so far.
     [[nodiscard]] const difference_figures& figures() const noexcept { return counted; }

@@ -112,16 +112,24 @@ void replacement_file::write_past_buffer(std::string_view text) noexcept {
     }
 }
 
-void replacement_file::commit() {
+void replacement_file::complete() {
+    if (is_complete) {
+        return;
+    }
     const bool is_closed = file.close();
     if (failure_past_buffer != 0 || !is_closed) {
         fail(failure_past_buffer != 0 ? failure_past_buffer : file.failure());
     }
+    if (replaces && !temporary.path().empty() && !platform::store(temporary.path())) {
+        fail(errno);
+    }
+    is_complete = true;
+}
+
+void replacement_file::commit() {
+    complete();
     if (temporary.path().empty()) {
         return;
-    }
-    if (replaces && !platform::store(temporary.path())) {
-        fail(errno);
     }
     const signal_pause pause;
     if (!platform::move_file(temporary.path(), place)) {

@@ -22,7 +22,12 @@ public:
 
     void write(std::string_view text) override;
 
-    /// Writes out the rest and moves the file to its place. Without this call, what was written is removed.
+    /// Writes out the rest, so that only a move to its place is left to commit(). Nothing can be written any
+    /// more.
+    /// @throws file_error when that fails; the old file is then still there
+    void complete();
+    /// Completes the file, unless that is done, and moves it to its place. Without this call, what was
+    /// written is removed.
     /// @throws file_error when that fails; the old file is then still there
     void commit();
 
@@ -37,6 +42,7 @@ private:
     std::string place;        ///< where the file goes, symbolic links resolved
     temporary_file temporary; ///< not used when the file is written directly
     bool replaces = false;    ///< there is a file at the place
+    bool is_complete = false;
     kvr::output_file file{nullptr};
     int descriptor = -1;         ///< of `file`; -1: not known
     bool is_buffering = false;   ///< something was written through the buffer of `file`

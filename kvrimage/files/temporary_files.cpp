@@ -82,6 +82,8 @@ int temporary_file::make_in(const std::string& folder, bool is_private) {
     int descriptor = -1;
     int attempts = 0;
     do {
+        // The name of another file must not stay when there is no memory for the next one.
+        name.clear();
         name = platform::text_of(platform::path_of(folder) / random_name());
         descriptor = platform::make_file(name, is_private);
     } while (descriptor < 0 && errno == EEXIST && ++attempts < most_attempts);

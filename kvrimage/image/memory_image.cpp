@@ -171,30 +171,28 @@ bool operator==(const memory_image& left, const memory_image& right) {
 
 run_iterator::run_iterator(const memory_image& of, const address_range& range)
     : image(&of),
-      last(range.last) {
-    find_run(range.first);
-}
+      last(range.last),
+      current(run_from(range.first)) {}
 
-void run_iterator::find_run(std::uint64_t address) {
+run run_iterator::run_from(std::uint64_t address) const {
     if (const byte_words* const bytes = image->words().bytes()) {
         const std::uint64_t last_offset =
             bytes->last_of_run(address - image->base(), last - image->base() + 1);
-        current = {{address, image->base() + last_offset}, (*image)[address]};
-        return;
+        return {{address, image->base() + last_offset}, (*image)[address]};
     }
     const text_run found = image->words().run_at(address - image->base());
-    current.addresses = {address, std::min(image->base() + found.last, last)};
-    current.value.reset();
+    run made = {{address, std::min(image->base() + found.last, last)}, std::nullopt};
     if (!found.text.empty()) {
-        current.value = word_of_text(found.text, image->width());
+        made.value = word_of_text(found.text, image->width());
     }
+    return made;
 }
 
 run_iterator& run_iterator::operator++() {
     if (current.addresses.last == last) {
         image = nullptr;
     } else {
-        find_run(current.addresses.last + 1);
+        current = run_from(current.addresses.last + 1);
     }
     return *this;
 }

@@ -146,7 +146,7 @@ public:
     /// @endcond
 
 private:
-    void find_run(std::uint64_t address);
+    [[nodiscard]] run run_from(std::uint64_t address) const;
 
     const memory_image* image = nullptr; ///< null at the end
     std::uint64_t last = 0;

@@ -1,7 +1,7 @@
-// Writes hostile files: hostile_files FOLDER
+// Writes hostile files: hostile_files FOLDER single|inputs|bytes
 //
-// FOLDER/single gets one file for each idea below, FOLDER/bytes one for each byte value in each field of each
-// format.
+// FOLDER/single gets one memory file for each idea below, FOLDER/inputs one for each idea for what else a
+// command reads, FOLDER/bytes one for each byte value in each field of each format.
 
 #include <array>
 #include <cstddef>
@@ -85,8 +85,8 @@ std::string srec(unsigned type, std::uint64_t address, const std::string& data) 
     return "S" + std::to_string(type) + bytes + hexadecimal(0xFFU - sum % 0x100U, 2) + "\n";
 }
 
-/// A number of an ELF file of 32 bits, lowest byte first.
-std::string number_of_elf(std::uint64_t value, unsigned bytes) {
+/// A number in some bytes, the lowest one first.
+std::string little_endian(std::uint64_t value, unsigned bytes) {
     std::string text;
     for (unsigned index = 0; index < bytes; ++index) {
         text += static_cast<char>(value >> (8 * index));
@@ -106,16 +106,16 @@ std::string elf_head(std::uint64_t segments_at, std::uint64_t segments, std::uin
                      std::uint64_t sections) {
     return std::string("\x7F"
                        "ELF\1\1\1") +
-           std::string(9, '\0') + number_of_elf(2, 2) + number_of_elf(243, 2) + number_of_elf(1, 4) +
-           number_of_elf(0, 4) + number_of_elf(segments_at, 4) + number_of_elf(sections_at, 4) +
-           number_of_elf(0, 4) + number_of_elf(52, 2) + number_of_elf(32, 2) + number_of_elf(segments, 2) +
-           number_of_elf(40, 2) + number_of_elf(sections, 2) + number_of_elf(0, 2);
+           std::string(9, '\0') + little_endian(2, 2) + little_endian(243, 2) + little_endian(1, 4) +
+           little_endian(0, 4) + little_endian(segments_at, 4) + little_endian(sections_at, 4) +
+           little_endian(0, 4) + little_endian(52, 2) + little_endian(32, 2) + little_endian(segments, 2) +
+           little_endian(40, 2) + little_endian(sections, 2) + little_endian(0, 2);
 }
 
 std::string segment_of_elf(const elf_segment& one) {
-    return number_of_elf(1, 4) + number_of_elf(one.offset, 4) + number_of_elf(one.address, 4) +
-           number_of_elf(one.address, 4) + number_of_elf(one.size, 4) + number_of_elf(one.size, 4) +
-           number_of_elf(7, 4) + number_of_elf(1, 4);
+    return little_endian(1, 4) + little_endian(one.offset, 4) + little_endian(one.address, 4) +
+           little_endian(one.address, 4) + little_endian(one.size, 4) + little_endian(one.size, 4) +
+           little_endian(7, 4) + little_endian(1, 4);
 }
 
 /// An ELF file of @p count segments, which @p make makes from their numbers, and a hundred bytes of contents.
@@ -316,6 +316,11 @@ constexpr hostile_file files[] = {
     {"many_comments.vmem", [] { return "01\n" + repeated("/**/", many) + "02\n"; }},
     {"underscores.vmem", [] { return "1" + std::string(large, '_') + "2\n"; }},
     {"noise.vmem", [] { return "01 02\n" + noise(5, large); }},
+    // The same in binary digits
+    {"widest_word.memb", [] { return std::string(1048576, '1') + " 1 0\n"; }},
+    {"word_of_most_digits.memb", [] { return std::string(8 * large, 'x') + "\n"; }},
+    {"last_address_of_64_bits.memb", [] { return std::string("@FFFFFFFFFFFFFFFF 1 0\n"); }},
+    {"noise.memb", [] { return "01 10\n" + noise(15, large); }},
     // COE
     {"many_commas.coe", [] { return coe(std::string(large, ',') + ";\n"); }},
     {"many_words.coe", [] { return coe(repeated("1,2\n", many / 2) + ";\n"); }},
@@ -357,6 +362,13 @@ constexpr hostile_file files[] = {
              return record(0, 2, hexadecimal(number, 4)) + record(0xFFFF, 0, "0506");
          }));
      }},
+    {"records_over_each_other.ihx",
+     [] {
+         return hex(
+             for_each_below(20000, [](unsigned number) { return record(number, 0, "0102030405060708"); }));
+     }},
+    {"many_start_addresses.ihx", [] { return hex(repeated(record(0, 5, "12345678"), many / 4)); }},
+    {"noise.ihx", [] { return record(0, 0, "01") + noise(14, large); }},
     // TI-TXT
     {"first_and_last_address.txt", [] { return std::string("@0\n01\n@FFFFFFFF\n02\nq\n"); }},
     {"over_the_last_address.txt", [] { return "@FFFFFFF0\n" + repeated("5A ", 255) + "\nq\n"; }},
@@ -367,6 +379,8 @@ constexpr hostile_file files[] = {
                 "q\n";
      }},
     {"at_signs.txt", [] { return "@0\n" + std::string(large, '@') + "\nq\n"; }},
+    {"line_without_end.txt", [] { return "@0\n" + repeated("01 ", many) + "\nq\n"; }},
+    {"noise.txt", [] { return "@0\n01\n" + noise(13, large); }},
     // Raw binary
     {"nul_bytes.bin", [] { return std::string(large, '\0'); }},
     {"noise.bin", [] { return noise(8, large); }},
@@ -435,6 +449,95 @@ constexpr hostile_file files[] = {
     {"noise.mem", [] { return memheader("Hex", "16", "8", noise(12, large)); }},
 };
 
+/// A chunk of a RIFF file that says it has @p size bytes.
+std::string chunk(const std::string& name, std::uint64_t size, const std::string& bytes) {
+    return name + little_endian(size, 4) + bytes;
+}
+
+/// A file of samples whose head says what it likes.
+std::string wave(unsigned channels, unsigned bits, std::uint64_t size, const std::string& samples) {
+    const unsigned frame = channels * ((bits + 7) / 8);
+    const std::string head = little_endian(1, 2) + little_endian(channels, 2) + little_endian(8000, 4) +
+                             little_endian(0, 4) + little_endian(frame, 2) + little_endian(bits, 2);
+    return chunk("RIFF", 0xFFFFFFFF, "WAVE") + chunk("fmt ", head.size(), head) +
+           chunk("data", size, samples);
+}
+
+/// A bitmap of 24 bits a pixel, of which @p pixels follow the head.
+std::string bitmap(std::uint64_t columns, std::uint64_t rows, std::uint64_t begin,
+                   const std::string& pixels) {
+    return "BM" + little_endian(0xFFFFFFFF, 4) + little_endian(0, 4) + little_endian(begin, 4) +
+           little_endian(40, 4) + little_endian(columns, 4) + little_endian(rows, 4) + little_endian(1, 2) +
+           little_endian(24, 2) + std::string(24, '\0') + pixels;
+}
+
+/// A PNG file of one byte a pixel whose compressed data are @p data.
+std::string png(const std::string& size, const std::string& data) {
+    const auto piece = [](const std::string& name, const std::string& bytes) {
+        return std::string{'\0', static_cast<char>(bytes.size() >> 16U),
+                           static_cast<char>(bytes.size() >> 8U), static_cast<char>(bytes.size())} +
+               name + bytes + std::string(4, '\0');
+    };
+    return "\x89PNG\r\n\x1A\n" + piece("IHDR", size + std::string("\x08\0\0\0\0", 5)) + piece("IDAT", data) +
+           piece("IEND", "");
+}
+
+/// What `split` says of @p count banks.
+std::string manifest(const std::string& count, std::string_view width, const std::string& names) {
+    return R"({"schema":"kvrmem-split-1","kind":"banks","n":)" + count + R"(,"width":)" + std::string(width) +
+           R"(,"depth":16,"format":"mif","files":[)" + names + "]}";
+}
+
+/// The extension says which option of a command gets the file.
+constexpr hostile_file inputs[] = {
+    {"data_beyond_the_file.wav", [] { return wave(1, 16, 0xFFFFFFFF, "1234"); }},
+    {"most_channels.wav", [] { return wave(16000, 32, 192000, std::string(192000, 'x')); }},
+    {"no_channels.wav", [] { return wave(0, 0, 4, "1234"); }},
+    {"no_frames.wav", [] { return wave(1, 8, 0, ""); }},
+    {"most_bits.wav", [] { return wave(1, 65535, large, std::string(large, 'x')); }},
+    {"many_empty_chunks.wav", [] { return chunk("RIFF", 0, "WAVE") + repeated(chunk("junk", 0, ""), many); }},
+    {"chunks_that_overlap.wav",
+     [] { return chunk("RIFF", 0, "WAVE") + repeated(chunk("junk", 0xFFFFFFFE, ""), many); }},
+    {"noise.wav", [] { return chunk("RIFF", 0, "WAVE") + noise(16, large); }},
+    {"largest.bmp", [] { return bitmap(0x7FFFFFFF, 0x7FFFFFFF, 54, "123"); }},
+    {"pixels_beyond_the_file.bmp", [] { return bitmap(100, 100, 0xFFFFFFF0, "123"); }},
+    {"least_height.bmp", [] { return bitmap(1, 0x80000000, 54, "123"); }},
+    {"cut_off.bmp", [] { return bitmap(2000, 2000, 54, std::string(100, 'x')); }},
+    {"noise.bmp", [] { return bitmap(100, 100, 54, "").substr(0, 14) + noise(17, large); }},
+    {"largest.png", [] { return png("\x7F\xFF\xFF\xFF\x7F\xFF\xFF\xFF", noise(18, 100)); }},
+    {"long_row.png", [] { return png(std::string("\x7F\xFF\xFF\xFF\0\0\0\1", 8), noise(19, large)); }},
+    {"no_pixels.png", [] { return png(std::string(8, '\0'), ""); }},
+    {"cut_off.png", [] { return png(std::string("\0\0\4\0\0\0\4\0", 8), "x\x9C"); }},
+    {"many_pieces.png",
+     [] {
+         return std::string("\x89PNG\r\n\x1A\n") + repeated(std::string("\0\0\0\0IDAT\0\0\0\0", 12), many);
+     }},
+    {"noise.jpg", [] { return "\xFF\xD8\xFF" + noise(20, large); }},
+    {"many_markers.jpg", [] { return "\xFF\xD8" + repeated(std::string("\xFF\xFE\0\2", 4), many); }},
+    {"nul_bytes.bytes", [] { return std::string(large, '\0'); }},
+    {"empty.bytes", [] { return std::string(); }},
+    {"many.assignments",
+     [] {
+         return for_each_below(many,
+                               [](unsigned number) { return "0x" + hexadecimal(number % 16) + "=1\n"; });
+     }},
+    {"quote_without_end.assignments", [] { return "0=\"" + std::string(large, 'x'); }},
+    {"number_of_many_digits.assignments", [] { return "0=" + std::string(large, '9') + "\n"; }},
+    {"far_addresses.assignments",
+     [] { return std::string("0xFFFFFFFFFFFFFFFF=1\n99999999999999999999=1\n"); }},
+    {"bits_beyond_all.assignments", [] { return std::string("0[4294967295:0]=1\n0[-1]=1\n"); }},
+    {"noise.assignments", [] { return noise(21, large); }},
+    {"deep.json", [] { return std::string(large, '['); }},
+    {"parts_without_end.json", [] { return manifest("62500", "8", repeated("\"a\",", many - 1) + "\"a\""); }},
+    {"parts_that_are_not_there.json", [] { return manifest("4294967296", "8", "\"a\""); }},
+    {"widest_parts.json", [] { return manifest("2", "4294967295", "\"tame.mif\",\"tame.mif\""); }},
+    {"numbers_beyond_all.json", [] { return manifest(std::string(large, '9'), "-8", "\"a\""); }},
+    {"noise.json", [] { return "{" + noise(22, large); }},
+    {"many.masks", [] { return repeated("FF\n", many); }},
+    {"widest.masks", [] { return std::string(large, 'F') + "\n"; }},
+    {"noise.masks", [] { return noise(23, large); }},
+};
+
 /// A small file of each format; each "?" is a place for every byte value.
 struct small_file {
     const char* name;
@@ -481,19 +584,31 @@ void write_all_bytes(const std::filesystem::path& folder, const small_file& file
     }
 }
 
+template <std::size_t Count>
+void write_all(const std::filesystem::path& folder, const hostile_file (&all)[Count]) {
+    for (const hostile_file& file : all) {
+        write(folder / file.name, file.make());
+    }
+}
+
 } // namespace
 
 int main(int count, char** words) {
-    if (count != 2) {
+    if (count != 3) {
         return 4;
     }
-    const std::filesystem::path folder = words[1];
-    std::filesystem::create_directories(folder / "single");
-    std::filesystem::create_directories(folder / "bytes");
-    for (const hostile_file& file : files) {
-        write(folder / "single" / file.name, file.make());
-    }
-    for (const small_file& file : small_files) {
-        write_all_bytes(folder / "bytes", file);
+    const std::string_view which = words[2];
+    const std::filesystem::path folder = std::filesystem::path(words[1]) / which;
+    std::filesystem::create_directories(folder);
+    if (which == "single") {
+        write_all(folder, files);
+    } else if (which == "inputs") {
+        write_all(folder, inputs);
+    } else if (which == "bytes") {
+        for (const small_file& file : small_files) {
+            write_all_bytes(folder, file);
+        }
+    } else {
+        return 4;
     }
 }

@@ -285,6 +285,18 @@ TEST_F(Features, SymbolsAreHeaderAndBlocks) {
         1U);
 }
 
+TEST_F(Features, SymbolsAreLimited) {
+    std::string text;
+    for (int number = 0; number < 6000; ++number) {
+        text += "DEPTH=32;\n";
+    }
+    start(mif_uri, text + std::string(mif_text));
+    const json found = client.result("textDocument/documentSymbol", {{"textDocument", {{"uri", mif_uri}}}});
+    ASSERT_FALSE(found.empty());
+    EXPECT_EQ(found[0]["name"], "header");
+    EXPECT_EQ(found[0]["children"].size(), 5000U);
+}
+
 TEST_F(Features, WorkspaceSymbolsAreAddresses) {
     start(mif_uri, mif_text);
     client.open("file:///a.mem", "1 2\n3\n");
@@ -320,6 +332,20 @@ TEST_F(Features, InlayHintsAreAddressesThatAreNotWritten) {
     EXPECT_THAT(hints(1, 2), ElementsAre("1 0x02"));
     client.open("file:///a.mem", "@1 g\n");
     EXPECT_THAT(hints(0, 9), IsEmpty());
+}
+
+TEST_F(Features, InlayHintsAreLimited) {
+    std::string text;
+    for (int number = 0; number < 12000; ++number) {
+        text += "5\n";
+    }
+    start("file:///a.mem", text);
+    const json range = {{"start", position(0, 0)}, {"end", position(20000, 0)}};
+    EXPECT_EQ(client
+                  .result("textDocument/inlayHint",
+                          {{"textDocument", {{"uri", "file:///a.mem"}}}, {"range", range}})
+                  .size(),
+              10000U);
 }
 
 TEST_F(Features, InlayHintsCountAsTheFileDoes) {

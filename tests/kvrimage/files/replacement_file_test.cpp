@@ -11,6 +11,29 @@ namespace {
 
 using namespace kvrimage;
 
+TEST_F(ReplacementFile, ACompleteFileTakesItsPlaceWithTheCommit) {
+    folder.write("a", "old");
+    replacement_file file(folder.path("a"));
+    file.write("new");
+    file.complete();
+    EXPECT_EQ(folder.read("a"), "old");
+    file.complete();
+    file.commit();
+    EXPECT_EQ(folder.read("a"), "new");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFile, ACompleteFileThatIsGivenUpIsRemoved) {
+    folder.write("a", "old");
+    {
+        replacement_file file(folder.path("a"));
+        file.write("new");
+        file.complete();
+    }
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
 TEST_F(ReplacementFile, MakesANewFile) {
     write_to(folder.path("a"), "new");
     EXPECT_EQ(folder.read("a"), "new");

@@ -17,6 +17,9 @@ void output_files::add(const std::string& target, std::string_view text) {
 
 void output_files::commit() {
     for (const auto& file : files) {
+        file->complete();
+    }
+    for (const auto& file : files) {
         file->commit();
     }
 }

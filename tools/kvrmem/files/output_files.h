@@ -10,8 +10,9 @@
 
 namespace kvrmem {
 
-/// Files that are written together: each to a temporary file, moved to its place by commit(). Without
-/// commit() none is replaced.
+/// Files that are written together: each to a temporary file, and all are moved to their places when the last
+/// one is complete. Without commit() none is replaced. Only if a move fails, or the program ends between two
+/// moves, are there new files beside old ones; the new ones are then those that were added first.
 class output_files {
 public:
     /// Writes @p image, which must be writable, as the file @p target.
@@ -19,7 +20,7 @@ public:
     void add(const std::string& target, const kvrimage::memory_image& image,
              const kvrimage::write_options& options);
     void add(const std::string& target, std::string_view text);
-    /// Moves all files to their places, in the order of add().
+    /// Completes all files, and then moves them to their places in the order of add().
     void commit();
 
 private:

@@ -15,6 +15,9 @@ namespace {
 
 using kvrimage::text_piece;
 
+/// More than any screen has lines; a client may ask for the hints of a whole file.
+constexpr std::size_t most_hints = 10000;
+
 /// Returns the last memory address in the file's unit.
 std::uint64_t highest_in_file(document& of) {
     const kvrimage::memory_image& image = *of.result().image;
@@ -75,9 +78,11 @@ json inlay_hints_in(document& of, const json& params) {
     }
     const std::uint64_t highest = highest_in_file(of);
     const std::function<void(const text_piece&)> add_hint = [&](const text_piece& word) {
-        hints.push_back({{"position", of.position(word.where.offset)},
-                         {"label", address_text(word.in_file, highest)},
-                         {"paddingRight", true}});
+        if (hints.size() < most_hints) {
+            hints.push_back({{"position", of.position(word.where.offset)},
+                             {"label", address_text(word.in_file, highest)},
+                             {"paddingRight", true}});
+        }
     };
     line_starts starts(of, wanted, add_hint);
     of.for_each_piece([&starts](const text_piece& piece) { starts.take(piece); });

@@ -45,7 +45,7 @@ void add_header(const document& of, const outline& found, const std::string& sum
     }
     json children = json::array();
     for (const outline_setting& each : found.settings) {
-        if (each.value.length != 0) {
+        if (each.value.length != 0 && children.size() < most_symbols) {
             children.push_back(symbol(of, std::string(each.name.in(of.text())),
                                       std::string(each.value.in(of.text())), symbol_property, united(each)));
         }
