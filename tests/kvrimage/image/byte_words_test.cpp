@@ -110,7 +110,7 @@ TEST(ByteWords, MayLieInBothHalves) {
 }
 
 /// "0-4 12, 5-9 -": the runs of an image.
-std::string runs_of(const memory_image& image) {
+std::string text_of_runs(const memory_image& image) {
     std::string text;
     for (const run& each : image.runs()) {
         text += std::to_string(each.addresses.first) + "-" + std::to_string(each.addresses.last) + " " +
@@ -177,7 +177,7 @@ TEST(ByteWords, AreTheSameAsWordsThatWereSetOneByOne) {
         EXPECT_EQ(blocks_of(held, byte_order::little), blocks_of(plain, byte_order::little));
         const std::uint64_t somewhere = random() % depth;
         EXPECT_EQ(held[somewhere], plain[somewhere]);
-        EXPECT_EQ(runs_of(held), runs_of(plain));
+        EXPECT_EQ(text_of_runs(held), text_of_runs(plain));
         EXPECT_NE(held.words().bytes(), nullptr);
         EXPECT_TRUE(held == plain);
     }

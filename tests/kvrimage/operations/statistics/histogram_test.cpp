@@ -17,7 +17,7 @@ using namespace kvrimage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-word byte_word(std::uint64_t value) {
+word word_of_byte(std::uint64_t value) {
     return word::of(value, 8);
 }
 
@@ -31,18 +31,18 @@ TEST(HistogramOf, AnEmptyMemoryHasNoWordAndNoEntropy) {
 
 TEST(HistogramOf, WordsComeByFrequencyThenByTheirLastPlace) {
     memory_image image(8, 8);
-    image.fill({0, 6}, std::array{byte_word(5), byte_word(9), byte_word(7), byte_word(9), byte_word(9),
-                                  byte_word(7), byte_word(5)});
+    image.fill({0, 6}, std::array{word_of_byte(5), word_of_byte(9), word_of_byte(7), word_of_byte(9),
+                                  word_of_byte(9), word_of_byte(7), word_of_byte(5)});
     EXPECT_THAT(histogram_of(image, 10).most_frequent,
-                ElementsAre(counted_word{byte_word(9), 3}, counted_word{byte_word(7), 2},
-                            counted_word{byte_word(5), 2}));
+                ElementsAre(counted_word{word_of_byte(9), 3}, counted_word{word_of_byte(7), 2},
+                            counted_word{word_of_byte(5), 2}));
 }
 
 TEST(HistogramOf, OnlySoManyAsWantedAreKept) {
     memory_image image(8, 6);
-    image.fill({0, 5}, std::array{byte_word(1), byte_word(2), byte_word(2), byte_word(3), byte_word(3),
-                                  byte_word(3)});
-    EXPECT_THAT(histogram_of(image, 1).most_frequent, ElementsAre(counted_word{byte_word(3), 3}));
+    image.fill({0, 5}, std::array{word_of_byte(1), word_of_byte(2), word_of_byte(2), word_of_byte(3),
+                                  word_of_byte(3), word_of_byte(3)});
+    EXPECT_THAT(histogram_of(image, 1).most_frequent, ElementsAre(counted_word{word_of_byte(3), 3}));
     const word_histogram none = histogram_of(image, 0);
     EXPECT_THAT(none.most_frequent, IsEmpty());
     EXPECT_EQ(none.distinct, 3);
@@ -50,22 +50,23 @@ TEST(HistogramOf, OnlySoManyAsWantedAreKept) {
 
 TEST(HistogramOf, EntropyIsThatOfEquallyFrequentWords) {
     memory_image image(8, deepest_memory);
-    image.fill({0, deepest_memory - 1}, std::array{byte_word(1), byte_word(2), byte_word(3), byte_word(4)});
+    image.fill({0, deepest_memory - 1},
+               std::array{word_of_byte(1), word_of_byte(2), word_of_byte(3), word_of_byte(4)});
     const word_histogram found = histogram_of(image, 1);
     EXPECT_EQ(found.set, deepest_memory);
     EXPECT_EQ(found.entropy, 2.0);
-    EXPECT_THAT(found.most_frequent, ElementsAre(counted_word{byte_word(1), deepest_memory / 4}));
+    EXPECT_THAT(found.most_frequent, ElementsAre(counted_word{word_of_byte(1), deepest_memory / 4}));
 }
 
 TEST(HistogramOf, EntropyOfEqualWordsIsNone) {
     memory_image image(8, deepest_memory);
-    image.fill_unset(byte_word(1));
+    image.fill_unset(word_of_byte(1));
     EXPECT_EQ(histogram_of(image, 1).entropy, 0.0);
 }
 
 TEST(HistogramOf, EntropyOfThreeToOne) {
     memory_image image(8, 4);
-    image.fill({0, 3}, std::array{byte_word(1), byte_word(1), byte_word(1), byte_word(2)});
+    image.fill({0, 3}, std::array{word_of_byte(1), word_of_byte(1), word_of_byte(1), word_of_byte(2)});
     EXPECT_DOUBLE_EQ(histogram_of(image, 1).entropy, 2 - 0.75 * std::log2(3));
 }
 
