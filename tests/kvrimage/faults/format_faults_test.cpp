@@ -154,7 +154,7 @@ struct format_call {
     const char* name;
     bool (*has)(const format&);
     void (*call)(format_trial&);
-    std::string_view free_for = ""; ///< the formats for which it allocates nothing, with blanks around each
+    std::string_view free_for = {}; ///< the formats for which it allocates nothing, with blanks around each
     bool writes_file = false;
 };
 

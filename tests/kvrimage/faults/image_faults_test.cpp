@@ -128,7 +128,11 @@ constexpr image_call calls_of_images[] = {
          }
      },
      "bvd"},
-    {"comparison", [](library_trial& trial) { trial.figures[0] = *trial.image == *trial.image ? 1 : 2; },
+    {"comparison",
+     [](library_trial& trial) {
+         const memory_image& same = *trial.image;
+         trial.figures[0] = *trial.image == same ? 1 : 2;
+     },
      "wvxd"},
     {"cut_out",
      [](library_trial& trial) {

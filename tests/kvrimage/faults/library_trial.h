@@ -137,7 +137,7 @@ struct image_kind {
 struct image_call {
     const char* name;
     void (*call)(library_trial&);
-    std::string_view free_for = ""; ///< the letters of the memories for which it allocates nothing
+    std::string_view free_for = {}; ///< the letters of the memories for which it allocates nothing
 };
 
 /// Every one of @p calls on every one of @p kinds.
