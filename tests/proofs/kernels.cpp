@@ -193,7 +193,7 @@ DECODE_SINGLES(sse2)
 // kvrimage/formats/titxt/fast_titxt_bytes.h
 
 #define TAKE_FIVE(form)                                                                                      \
-    bool take_five_titxt_bytes_##form(const char* text, char* bytes) {                                       \
+    bool parse_five_titxt_bytes_##form(const char* text, char* bytes) {                                      \
         return kvrimage::form::parse_five_titxt_bytes(text, bytes);                                          \
     }
 TAKE_FIVE(portable)
