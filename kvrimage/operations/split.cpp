@@ -12,6 +12,7 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <iterator>
 #include <numeric>
 #include <stdexcept>
 #include <string>
@@ -39,8 +40,10 @@ void require_whole_parts(const memory_image& image, std::uint64_t count, std::st
 }
 
 std::vector<memory_image> empty_parts(const memory_image& image, std::uint64_t count) {
-    const memory_image part(image.width(), image.depth() / count, image.base());
-    return {count, part};
+    std::vector<memory_image> parts;
+    std::fill_n(std::back_inserter(parts), count,
+                memory_image(image.width(), image.depth() / count, image.base()));
+    return parts;
 }
 
 class lane_splitter {

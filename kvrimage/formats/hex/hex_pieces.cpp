@@ -15,8 +15,8 @@ namespace {
 
 /// Digits of a record, counted from the colon on.
 struct hex_field {
-    std::size_t first;
-    std::size_t count;
+    std::uint64_t first;
+    std::uint64_t count;
 };
 constexpr hex_field length_field = {0, 2};
 constexpr hex_field address_field = {2, 4};
@@ -77,7 +77,7 @@ private:
     }
 
     void add_words(const hex_record& record, std::uint64_t address, std::uint64_t count) {
-        const std::size_t digits = 2 * std::size_t{layout.bytes_per_word()};
+        const std::uint64_t digits = 2 * std::uint64_t{layout.bytes_per_word()};
         for (std::uint64_t index = 0; index < count; ++index) {
             plain.add(text_piece::kind::word, place_of(record, {hex_record::header + index * digits, digits}),
                       address + index, address + index);

@@ -62,7 +62,7 @@ void memheader_parser::parse_header_line(const span& line) {
     memheader_piece piece{in_data ? memheader_piece::kind::late_setting : memheader_piece::kind::setting,
                           line};
     const span rest{line.offset + 1, line.length - 1};
-    const std::size_t equals = std::min(rest.in(text).find('='), std::size_t{rest.length});
+    const std::uint64_t equals = std::min<std::uint64_t>(rest.in(text).find('='), rest.length);
     piece.name = trimmed_in(text, {rest.offset, equals});
     if (equals != rest.length) {
         piece.value = trimmed_in(text, {rest.offset + equals + 1, rest.length - equals - 1});

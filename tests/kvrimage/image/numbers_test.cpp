@@ -45,9 +45,10 @@ memory_image image_with_words(std::uint32_t width, const std::vector<std::uint64
 }
 
 std::vector<bool> set_mask_of(const memory_image& image) {
-    const auto mask = std::make_unique<bool[]>(image.depth());
-    copy_is_set(image, {mask.get(), image.depth()});
-    return std::vector<bool>(mask.get(), mask.get() + image.depth());
+    const std::size_t words = image.depth();
+    const auto mask = std::make_unique<bool[]>(words);
+    copy_is_set(image, {mask.get(), words});
+    return std::vector<bool>(mask.get(), mask.get() + words);
 }
 
 template <class Number>
