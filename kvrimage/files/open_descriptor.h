@@ -20,6 +20,8 @@ public:
         }
     }
     [[nodiscard]] int get() const noexcept { return number; }
+    /// Returns the descriptor, which the caller closes from then on.
+    int release() noexcept { return std::exchange(number, -1); }
 
 private:
     int number;

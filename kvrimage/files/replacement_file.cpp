@@ -2,6 +2,7 @@
 
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
+#include "kvrimage/files/open_descriptor.h"
 #include "kvrimage/files/signal_pause.h"
 
 #include <fmt/format.h>
@@ -64,14 +65,23 @@ replacement_file::replacement_file(const std::string& target, const file_observe
 
 void replacement_file::open_directly() {
     if (place == "-") {
-        descriptor = platform::open_standard_output();
-        file = kvr::output_file(fdopen(descriptor, "wb"));
-    } else {
-        file = kvr::output_file::create(place);
+        open_stream(platform::open_standard_output());
+        return;
     }
+    file = kvr::output_file::create(place);
     if (!file.is_open()) {
         fail(errno);
     }
+}
+
+void replacement_file::open_stream(int opened) {
+    open_descriptor owned(opened);
+    std::FILE* const stream = opened < 0 ? nullptr : fdopen(opened, "wb");
+    if (stream == nullptr) {
+        fail(errno);
+    }
+    descriptor = owned.release();
+    file = kvr::output_file(stream);
 }
 
 void replacement_file::open_beside(const platform::file_status& old, const file_observer& opened) {
@@ -79,14 +89,14 @@ void replacement_file::open_beside(const platform::file_status& old, const file_
         fail(errno);
     }
     const std::string folder = platform::text_of(platform::path_of(place).parent_path());
-    descriptor = temporary.make_in(folder, replaces);
-    if (descriptor < 0) {
+    const int made = temporary.make_in(folder, replaces);
+    if (made < 0) {
         const int reason = errno;
         throw file_error(reason, fmt::format("{}: cannot be written: no file can be made in {}: {}", title,
                                              folder.empty() ? "this folder" : title_of_output(folder),
                                              std::strerror(reason)));
     }
-    file = kvr::output_file(fdopen(descriptor, "wb"));
+    open_stream(made);
     if (replaces && !platform::copy_permissions(old, descriptor)) {
         fail(errno);
     }

@@ -35,6 +35,9 @@ private:
     /// @param old what is there already, if anything is
     void open_beside(const platform::file_status& old, const file_observer& opened);
     void open_directly();
+    /// Writes to the descriptor @p opened from then on.
+    /// @throws file_error, with @p opened closed, if it is -1 or no stream can be made of it
+    void open_stream(int opened);
     void write_past_buffer(std::string_view text) noexcept;
     [[noreturn]] void fail(int reason) const;
 

@@ -2,7 +2,6 @@
 
 from __future__ import annotations
 
-import itertools
 import shutil
 import sys
 from collections import Counter
@@ -75,7 +74,7 @@ class Batch:
         units = list(dict.fromkeys(unit for of_file in files.values() for unit in of_file))
         objects = {unit: self.folder / f"{number}.o" for number, unit in enumerate(units)}
         failed: set[Unit] = set()
-        for compilation in itertools.count():
+        for compilation in range(ROUNDS + 2):
             self._write(changed)
             affected = [unit for unit in units if unit in failed or any(unit in files[file] for file in changed)]
             compilations = self.executor.map(
@@ -87,7 +86,7 @@ class Batch:
                 return objects
             leave = self._leave_out if compilation < ROUNDS else self._leave_unit
             changed = set().union(*(leave(text, unit, files) for unit, text in messages.items()))
-        raise AssertionError("what has no mutants is compiled")
+        raise SystemExit(f"not compiled, though no file it is known to use has a mutant: {sorted(unit.file for unit in failed)}")
 
     def _write(self, files: Iterable[str]) -> None:
         for file in files:

@@ -56,11 +56,11 @@ class Reach:
     def _read(self, suite: Sequence[Test], output: str) -> None:
         lines = [line.removeprefix(MARK).split() for line in output.splitlines() if line.startswith(MARK)]
         entered = {name: numbers for name, *numbers in lines}
-        timed = [replace(test, seconds=int(entered[test.full_name][1]) / 1e6) for test in suite]
-        for number in entered["all"][2:]:
+        timed = [replace(test, seconds=int(entered[test.full_name][0]) / 1e6) for test in suite]
+        for number in entered["all"][1:]:
             self.suites.setdefault(int(number), []).append(timed)
         for test in timed:
-            for number in entered[test.full_name][2:]:
+            for number in entered[test.full_name][1:]:
                 self.direct.setdefault(int(number), []).append(test)
 
     def stages(self, part: int, mutant: Mutant) -> Iterator[Stage]:

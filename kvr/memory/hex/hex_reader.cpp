@@ -207,7 +207,7 @@ bool was_read(hex_memory& memory) {
 }
 
 /// Like find_address_space(). If @p fast is not null and has all words, the memory gets them.
-std::optional<hex_read_stop> read_fast(hex_memory& memory, line_source& source, read_observer* observer,
+std::optional<hex_read_stop> read_records(hex_memory& memory, line_source& source, read_observer* observer,
                                        fast_reading* fast) {
     address_space space;
     hex_record_walk walk(source, memory.address_offset);
@@ -247,7 +247,7 @@ bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* obse
     if (may_read_once && memory.data_words.empty()) {
         fast.emplace(memory);
     }
-    std::optional<hex_read_stop> stop = read_fast(memory, source, observer, fast ? &*fast : nullptr);
+    std::optional<hex_read_stop> stop = read_records(memory, source, observer, fast ? &*fast : nullptr);
     const bool was_stored = !stop && fast && fast->words.complete();
     if (source.failed() || (!stop && !was_stored && !source.rewind())) {
         return cannot_be_read(memory);
@@ -271,7 +271,7 @@ bool read_hex_lines(hex_memory& memory, line_source& source, read_observer* obse
 
 std::optional<hex_read_stop> find_address_space(hex_memory& memory, line_source& source,
                                                 read_observer* observer) {
-    return read_fast(memory, source, observer, nullptr);
+    return read_records(memory, source, observer, nullptr);
 }
 
 std::optional<hex_read_stop> store_hex_records(hex_memory& memory, line_source& source,

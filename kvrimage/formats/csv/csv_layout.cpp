@@ -31,7 +31,7 @@ public:
             row.push_back(piece.where.in(text));
         }
     }
-    [[nodiscard]] csv_row visit_row() { return std::exchange(row, {}); }
+    [[nodiscard]] csv_row take_row() { return std::exchange(row, {}); }
 
 private:
     std::string_view text;
@@ -45,7 +45,7 @@ std::array<csv_row, 2> first_csv_rows(std::string_view contents) {
     csv_parser parser(contents, sink);
     for (csv_row& each : rows) {
         parser.parse_row();
-        each = sink.visit_row();
+        each = sink.take_row();
     }
     return rows;
 }

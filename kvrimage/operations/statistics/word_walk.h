@@ -8,10 +8,10 @@ namespace kvrimage {
 
 /// Walks over all words in order. @p take gets a text, its offset and the number of equal words; the text of
 /// words that are not set is "". A fill may repeat several words billions of times. For such a cycle @p take
-/// gets the words of the first turn, then @p add_turns gets the first offset, the period, and the number of
+/// gets the words of the first turn, then @p visit_turns gets the first offset, the period, and the number of
 /// further turns, at least 1.
-template <class Take, class TakeTurns>
-void for_each_word_or_turn(const image_words& words, Take&& take, TakeTurns&& add_turns) {
+template <class Take, class VisitTurns>
+void for_each_word_or_turn(const image_words& words, Take&& take, VisitTurns&& visit_turns) {
     cycle_finder cycles(words);
     const auto visit_some = [&](std::uint64_t offset) -> std::uint64_t {
         if (const kvr::word_row row = words.row_at(offset); row.count != 0) {
@@ -28,7 +28,7 @@ void for_each_word_or_turn(const image_words& words, Take&& take, TakeTurns&& ad
             take(words[offset + index], offset + index, std::uint64_t{1});
         }
         const std::uint64_t turns = cycle->length() / cycle->period; // at least two
-        add_turns(offset, cycle->period, turns - 1);
+        visit_turns(offset, cycle->period, turns - 1);
         return turns * cycle->period;
     };
     for_each_part(words, visit_some,
