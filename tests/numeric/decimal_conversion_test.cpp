@@ -11,7 +11,7 @@ namespace {
 
 using limbs = std::vector<std::uint64_t>;
 
-/// One division by 10^19 after the other.
+/// Repeated division by 10^19.
 limbs plain_chunks(limbs number, std::size_t count) {
     limbs chunks;
     for (std::size_t chunk = 0; chunk < count; ++chunk) {
@@ -26,7 +26,7 @@ limbs plain_chunks(limbs number, std::size_t count) {
     return chunks;
 }
 
-/// One multiplication by 10^19 after the other.
+/// Repeated multiplication by 10^19.
 limbs plain_number(const limbs& chunks) {
     limbs number(chunks.size());
     for (std::size_t index = chunks.size(); index-- > 0;) {
