@@ -11,7 +11,7 @@ from dataclasses import dataclass
 from functools import cache
 from pathlib import Path
 
-MOST_COMPILATIONS = 6  # the most that a header may cost to be changed without being named
+MOST_COMPILATIONS = 6  # headers that need more are changed only if they are named
 PROGRAMS = {"kvr/": "tests/kvr_tests", "kvrimage/": "tests/kvrimage/kvrimage_tests"}  # the tests of each library
 DROPPED = {"-MD"}
 DROPPED_WITH_VALUE = {"-MT", "-MF", "-o", "-c"}

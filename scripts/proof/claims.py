@@ -26,7 +26,7 @@ def forms(*names):
     return [f"{name}_{form}" for name in names for form in ("portable", "sse2")]
 
 
-# ---- What characters are ----
+# ---- Character classes ----
 
 
 def byte_value(number):

@@ -34,7 +34,7 @@ using namespace kvrimage;
 constexpr std::uint64_t address_space = std::uint64_t{1} << 32U;
 constexpr char unset_byte = '\xA5';
 
-/// Memories end near these addresses, at most of which the form of records or offsets changes.
+/// Memories end near these addresses. At most of them, the form of records or offsets changes.
 constexpr std::array<std::uint64_t, 7> edges = {0x400,     0x10000,    0x10200,      0x1000000,
                                                 0x1010000, 0x80000000, address_space};
 

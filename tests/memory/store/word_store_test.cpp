@@ -288,7 +288,7 @@ TEST(WordStore, StoreThatWasMovedFromIsEmptyAndCanBeUsedAgain) {
     word_store words = store_of(3000, "0");
     words.set(1, "A");
     const word_store taken = std::move(words);
-    EXPECT_EQ(words.size(), 0U); // NOLINT(bugprone-use-after-move): what a moved store is left as
+    EXPECT_EQ(words.size(), 0U); // NOLINT(bugprone-use-after-move): tests the moved store
     words.resize(3000, "1");
     EXPECT_EQ(words[1], "1");
     EXPECT_EQ(taken[1], "A");
