@@ -165,7 +165,7 @@ void messages(memory_trial& trial) {
     trial.file.reset_info_message_list();
 }
 
-/// The memory file of the type @p type over the text @p content.
+/// Writes @p content to the file and selects it, with the type @p type, for @p trial.
 void file_of(memory_trial& trial, KVR_FILE_TYPES type, const std::string& content) {
     kvr_test::write_content("memory.txt", content);
     trial.file.set_file_type(type);

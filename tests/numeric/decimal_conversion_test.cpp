@@ -114,8 +114,7 @@ TEST(DecimalConversion, DigitsOfPowersOfTenAreCounted) {
 }
 
 TEST(DecimalConversion, ChunksWhoseUpperHalfIsShortAreJoined) {
-    // 256 times 11 chunks would be 255 more: halved repeatedly, the upper half has less than half of
-    // them.
+    // 255 chunks fewer than 256 times 11: each time they are halved, the upper half is the shorter one.
     std::mt19937_64 random(63);
     limbs chunks(11 * 256 - 255);
     for (std::uint64_t& chunk : chunks) {

@@ -200,7 +200,7 @@ TEST(CommentStore, SecondRoundOfInsertionsAtAscendingIndexesKeepsTheOrder) {
     expect_equal(comments, model);
 }
 
-/// One random change of the store, which the model may follow.
+/// A random change, which can be made to the store and to its model.
 class random_change {
 public:
     random_change(std::mt19937& random, std::size_t size)
