@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-/// The allocation of a look-up that folds its text: @p text in lower case.
+/// @p text in lower case. Allocates, like a look-up that folds its text.
 inline std::string folded(std::string_view text) {
     std::string result(text);
     for (char& character : result) {

@@ -15,7 +15,7 @@
 
 namespace {
 
-/// The names of a fresh registry in random order.
+/// The names of the registry in random order.
 std::vector<std::string> keywords() {
     std::vector<std::string> names;
     for (const auto& entry : kvr::keyword_map(KVR_UTIL_KEYWORD_REGR())) {

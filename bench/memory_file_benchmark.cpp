@@ -1,4 +1,4 @@
-// Reading and writing of each format, and access to single words, at 1 Mi words.
+// Reads and writes each format and accesses single words, with 1 Mi words.
 
 #include "kvr/kvr.h"
 
@@ -58,7 +58,7 @@ unsigned width_of(const benchmark::State& state) {
     return static_cast<unsigned>(state.range(1));
 }
 
-/// Counts the words and the bytes of the file, which is then removed.
+/// Counts the words and the bytes of the file, then removes it.
 void count_work(benchmark::State& state) {
     state.SetItemsProcessed(state.iterations() * file_depth);
     const std::string name = file_name(type_of(state), width_of(state));

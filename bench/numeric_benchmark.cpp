@@ -9,7 +9,7 @@
 
 namespace {
 
-/// A word with its top bit set, so that no text of it is shorter than its width requires.
+/// A word whose top bit is set, so that none of its texts is shorter than the width requires.
 std::string word_text(std::size_t width, KVR_MEMORY_RADIXES radix) {
     std::mt19937_64 random(width);
     std::string bits = "1";

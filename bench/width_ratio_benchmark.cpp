@@ -1,5 +1,5 @@
-// A width-ratio check against the cost of a look-up of its two texts in hash maps: both folded to lower
-// case into a temporary string, then found in an unordered_map.
+// A width-ratio check, compared with looking up its two texts in hash maps: each text is folded to lower case
+// in a temporary string and then found in an unordered_map.
 
 #include "bench/folded_text.h"
 #include "kvr/ram_rules/device_families.h"

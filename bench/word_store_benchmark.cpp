@@ -11,15 +11,15 @@
 #include <string_view>
 #include <vector>
 
-// The word store against the std::deque<std::string> whose meaning it has. The argument is the length of
-// the words; 0 stands for unpadded decimal numbers of one to five digits.
+// The word store, compared with the std::deque<std::string> that it replaces. The argument is the length of
+// the words; 0 means unpadded decimal numbers of one to five digits.
 
 namespace {
 
 constexpr std::uint32_t depth = 1U << 20;
 constexpr std::size_t samples = 4096;
 
-/// Texts in an order without equal adjacent ones.
+/// Texts of which no two adjacent ones are equal.
 std::vector<std::string> sample_texts(std::int64_t length) {
     std::vector<std::string> texts;
     std::minstd_rand random(1);
@@ -37,7 +37,7 @@ std::vector<std::string> sample_texts(std::int64_t length) {
     return texts;
 }
 
-/// Addresses in an order without any locality.
+/// Addresses in random order.
 std::vector<std::uint32_t> shuffled_addresses() {
     std::vector<std::uint32_t> addresses;
     std::mt19937 random(1);

@@ -1,5 +1,5 @@
-# kvr_diagnostic_tables(<target> <root> <table>...): before <target> is compiled, turns the tables of diagnostics into
-# headers in <root>/kvrimage/diagnostics and <root>/kvrimage/diagnostics/diagnostics.md.
+# kvr_diagnostic_tables(<target> <root> <table>...): before <target> is compiled, converts the tables of diagnostics to
+# headers in <root>/kvrimage/diagnostics and to <root>/kvrimage/diagnostics/diagnostics.md.
 function(kvr_diagnostic_tables target root)
     set(script "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/write_diagnostics.cmake")
     set(folder "${root}/kvrimage/diagnostics")

@@ -11,7 +11,7 @@ if(KVR_COVERAGE)
 endif()
 function(kvr_count_what_runs target)
     if(KVR_COVERAGE)
-        # In one piece, which reads a header once: what is in it is counted once.
+        # One batch reads a header once, so its code is counted once.
         target_compile_options(${target} PRIVATE --coverage)
         set_target_properties(${target} PROPERTIES UNITY_BUILD_BATCH_SIZE 0 DISABLE_PRECOMPILE_HEADERS ON)
     endif()

@@ -1,6 +1,6 @@
-# kvr_keyword_tables(<target> <lists> <root>): before <target> is compiled, turns the name lists of the
-# folder <lists> into <root>/kvr/keywords/keyword_names.h and puts <root> on its include path. Editing a
-# list rebuilds what includes the header.
+# kvr_keyword_tables(<target> <lists> <root>): before <target> is compiled, converts the name lists of the folder
+# <lists> to <root>/kvr/keywords/keyword_names.h. Adds <root> to the include path of <target>. Editing a list rebuilds
+# the sources that include the header.
 function(kvr_keyword_tables target lists root)
     set(script "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/write_keyword_names.cmake")
     set(header "${root}/kvr/keywords/keyword_names.h")
@@ -16,7 +16,7 @@ function(kvr_keyword_tables target lists root)
     add_custom_target(${target}_keyword_tables DEPENDS "${header}")
     add_dependencies(${target} ${target}_keyword_tables)
     target_include_directories(${target} PRIVATE "${root}")
-    # The index of the names is made by the compiler, whose limits are too low for tens of thousands.
+    # The compiler builds the index of the names; its default limits are too low for tens of thousands of them.
     target_compile_options(
         ${target}
         PRIVATE $<$<CXX_COMPILER_ID:GNU>:-fconstexpr-ops-limit=2000000000 -fconstexpr-loop-limit=100000000>

@@ -1,7 +1,7 @@
-# The preset "tidy" sets CMAKE_CXX_CLANG_TIDY, so the build lints each batch of sources when it compiles it and
-# then leaves it alone until it changes. A batch is a file of the build folder that includes its sources: that
-# costs a fifth of linting them one by one. Sources must be linted again when the checks change too: their hash
-# becomes a part of the command.
+# The preset "tidy" sets CMAKE_CXX_CLANG_TIDY: the build lints each batch of sources when it compiles the batch, and
+# again only after a change. A batch is a file of the build folder that includes its sources; this takes a fifth of the
+# time of linting the sources one by one. The hash of the checks is part of the command, so that a change of the checks
+# lints the sources again.
 if(CMAKE_CXX_CLANG_TIDY)
     foreach(checks IN ITEMS .clang-tidy tests/.clang-tidy bench/.clang-tidy)
         set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/${checks})
@@ -12,7 +12,7 @@ if(CMAKE_CXX_CLANG_TIDY)
     list(APPEND CMAKE_CXX_CLANG_TIDY --extra-arg=-DKVR_LINTED_WITH=${checks_hash})
 endif()
 
-# The checks of a folder that has its own ones: a batch is in another folder, so they would not be found.
+# Uses the checks of the current folder. They would not be found otherwise, because a batch is in another folder.
 macro(kvr_use_checks_of_this_folder)
     if(CMAKE_CXX_CLANG_TIDY)
         list(APPEND CMAKE_CXX_CLANG_TIDY --config-file=${CMAKE_CURRENT_SOURCE_DIR}/.clang-tidy)

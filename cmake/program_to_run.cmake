@@ -1,5 +1,5 @@
-# kvr_program_to_run(<out> <target>): sets <out> to the path of what runs the program <target> here: itself, or, if it is
-# for another machine, a script that starts it in the emulator.
+# kvr_program_to_run(<out> <target>): sets <out> to the path of the command that runs the program <target>. This is the
+# program itself or, if it is for another machine, a script that starts it in the emulator.
 function(kvr_program_to_run out target)
     set(program $<TARGET_FILE:${target}>)
     if(CMAKE_CROSSCOMPILING_EMULATOR)

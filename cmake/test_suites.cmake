@@ -1,5 +1,6 @@
 # kvr_add_test_suites(<target> <prefix> [<property> <value>]...): adds a test for each suite of the googletest program
-# <target>, named like the suite after <prefix>. A process for each suite costs a tenth of one for each of its tests.
+# <target>. The name of the test is <prefix> followed by the suite. A process per suite takes a tenth of the time of a
+# process per test.
 function(kvr_add_test_suites target prefix)
     set(tests "${CMAKE_CURRENT_BINARY_DIR}/${target}_suites.cmake")
     set(script "${CMAKE_CURRENT_FUNCTION_LIST_DIR}/write_test_suites.cmake")

@@ -1,4 +1,4 @@
-# Sets <out> to the reason why kvrimage cannot be built here, to nothing if it can.
+# Sets <out> to the reason why kvrimage cannot be built here, or to an empty string if it can.
 function(kvr_kvrimage_obstacle out)
     find_package(fmt QUIET)
     set(${out} "" PARENT_SCOPE)
@@ -7,8 +7,8 @@ function(kvr_kvrimage_obstacle out)
     endif()
 endfunction()
 
-# The same for what needs the library <title>: <header>, perhaps in a folder <...>, and the library file <name>, which
-# become KVR_<part>_HEADERS and KVR_<part>_LIBRARY.
+# The same for a part that needs the library <title>: <header>, which may be in one of the folders <...>, and the
+# library file <name>. They become KVR_<part>_HEADERS and KVR_<part>_LIBRARY.
 function(kvr_library_obstacle out part title header name)
     find_path(KVR_${part}_HEADERS ${header} PATH_SUFFIXES ${ARGN})
     find_library(KVR_${part}_LIBRARY ${name})
@@ -38,7 +38,7 @@ macro(kvr_jpeg_obstacle out)
     kvr_library_obstacle(${out} JPEG libjpeg jpeglib.h jpeg)
 endmacro()
 
-# The same for kvrmem, which is built with kvrimage.
+# The same for kvrmem, which requires kvrimage.
 function(kvr_kvrmem_obstacle out)
     find_package(nlohmann_json QUIET)
     kvr_kvrimage_obstacle(obstacle)
@@ -51,8 +51,8 @@ function(kvr_kvrmem_obstacle out)
     set(${out} "${obstacle}" PARENT_SCOPE)
 endfunction()
 
-# Adds the option KVR_BUILD_<part>, for <name>, which is <description>. Without a value for it, <name> is built where it
-# can be, and no cached value is kept. If it is requested explicitly and cannot be built, that is an error.
+# Adds the option KVR_BUILD_<part> for <name>; <description> describes it. If the option has no value, <name> is built
+# if possible, and the decision is not cached. If it is requested explicitly and cannot be built, configuring fails.
 macro(kvr_option_to_build part name description)
     cmake_language(CALL kvr_${name}_obstacle obstacle)
     if(obstacle AND KVR_BUILD_${part})

@@ -1,12 +1,12 @@
 # cmake -D "TABLES=<file>;<file>..." -D OUTPUT=<folder> -P write_diagnostics.cmake
 #
-# Turns the tables of diagnostics into OUTPUT/diagnostic_id.h (the enumeration), OUTPUT/diagnose.h (a function for each
-# that fills in its message), OUTPUT/diagnostic_kinds.h (what they have in common) and OUTPUT/diagnostics.md (the table
-# of the documents). kvrimage/diagnostics/diagnostics.txt describes the form of a table.
+# Converts the tables of diagnostics to OUTPUT/diagnostic_id.h (the enumeration), OUTPUT/diagnose.h (a function for each
+# diagnostic, which fills in its message), OUTPUT/diagnostic_kinds.h (their common properties) and OUTPUT/diagnostics.md
+# (the table of the documents). kvrimage/diagnostics/diagnostics.txt describes the form of a table.
 
 cmake_policy(VERSION 3.24)
 
-# A list of CMake is split at semicolons, and not within brackets. These placeholders replace them in lines of a table.
+# CMake splits a list at semicolons outside of brackets. These placeholders replace both in the lines of a table.
 string(ASCII 1 for_semicolon)
 string(ASCII 2 for_open)
 string(ASCII 3 for_close)
@@ -18,7 +18,7 @@ set(functions "")
 set(rows "")
 set(seen "")
 
-# The names in braces of <text> that <names> does not have yet are added to it.
+# Adds to <names> the names in braces in <text> that it does not contain yet.
 macro(add_names text)
     string(REGEX MATCHALL "{[a-z_]+}" found "${text}")
     foreach(name IN LISTS found)
@@ -28,13 +28,13 @@ macro(add_names text)
     list(REMOVE_DUPLICATES names)
 endmacro()
 
-# <out> is the C++ expression that makes <text> with its names filled in.
+# Sets <out> to the C++ expression that creates <text> with its names filled in.
 function(expression_of text out)
     string(REPLACE "\\" "\\\\" text "${text}")
     string(REPLACE "\"" "\\\"" text "${text}")
     string(REGEX REPLACE "{([a-z_]+)}" "\" + \\1.text() + \"" text "${text}")
     set(result "std::string(\"${text}\")")
-    # Only the first literal is a string object; empty ones are omitted.
+    # Only the first literal is a string object; empty literals are omitted.
     string(REGEX REPLACE "^std::string\\(\"(([^\"\\\\]|\\\\.)*)\" \\+ " "std::string(\"\\1\") + " result "${result}")
     string(REGEX REPLACE "\"\\)$" "\"" result "${result}")
     string(REGEX REPLACE "^std::string\\(\"([^\"]*)\"$" "std::string(\"\\1\")" result "${result}")
@@ -47,7 +47,7 @@ function(fail reason)
     message(FATAL_ERROR "${table}: ${code}: ${reason}")
 endfunction()
 
-# Adds the diagnostic that was read.
+# Adds the diagnostic that was read last.
 macro(finish)
     if(code)
         foreach(part IN ITEMS message doc example)

@@ -1,7 +1,7 @@
 # cmake -D LISTS=<folder> -D OUTPUT=<header> -P write_keyword_names.cmake
 #
-# Turns the three name lists of the folder LISTS (one name a line) into a header of constant arrays.
-# Letters, digits, "_" and "$" make a name; anything else is an error, so that no name needs quoting.
+# Converts the three name lists of the folder LISTS (one name per line) to a header of constant arrays. A name consists
+# of letters, digits, "_" and "$"; anything else is an error, so that no name needs quoting.
 
 function(read_names list out)
     set(file "${LISTS}/${list}.txt")

@@ -1,12 +1,12 @@
 # cmake -D PROGRAM=<program> -D OUTPUT=<file> -D PREFIX=<text> -D PROPERTIES=<list> [-D EMULATOR=<command>]
 #       -P write_test_suites.cmake
 #
-# Writes a file for ctest with a test for each suite of the googletest program PROGRAM, which EMULATOR runs.
+# Writes a file for ctest with a test for each suite of the googletest program PROGRAM. EMULATOR runs the program.
 
 execute_process(
     COMMAND ${EMULATOR} "${PROGRAM}" --gtest_list_tests
     OUTPUT_VARIABLE listed COMMAND_ERROR_IS_FATAL ANY)
-# A line of a suite ends with ".", those of its tests are indented.
+# The line of a suite ends with "."; the lines of its tests are indented.
 string(REGEX MATCHALL "\n[A-Za-z0-9_/]+\\." suites "\n${listed}")
 if(NOT suites)
     message(FATAL_ERROR "${PROGRAM} lists no suites")

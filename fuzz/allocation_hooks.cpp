@@ -1,4 +1,4 @@
-// The meter of allocations where a sanitizer has its own allocator, which reports allocations to it.
+// Measures allocations when a sanitizer has its own allocator, which reports them to these hooks.
 
 #include "fuzz/expectation.h"
 #include "tests/allocation.h"
@@ -9,10 +9,10 @@
 
 namespace {
 
-// The hooks are free functions: their counts are global.
+// The hooks are free functions, so their counts are global.
 // NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables)
 bool counts = false;
-std::int64_t counted_bytes = 0; // negative when older blocks are freed
+std::int64_t counted_bytes = 0; // negative if older blocks are freed
 std::int64_t most_bytes = 0;
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 

@@ -1,4 +1,4 @@
-// Command lines, run as by the tool, in a folder with a file of each format.
+// Runs command lines as the tool does, in a folder with a file of each format.
 
 #include "fuzz/expectation.h"
 #include "fuzz/scratch.h"
@@ -34,7 +34,7 @@ constexpr std::array<sample_file, 4> samples = {{
     {"b.mif", "WIDTH=12;\nDEPTH=4;\nDATA_RADIX=DEC;\nCONTENT BEGIN\n0 : -5 7;\n3 : 2048\nEND;\n"},
 }};
 
-/// The working directory while a command runs: no command can name a file outside of it.
+/// The working directory while a command runs. No command can name a file outside of it.
 class command_folder {
 public:
     command_folder() : before(open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC)) {
@@ -55,7 +55,7 @@ public:
         }
     }
     void leave() const { expect(fchdir(before) == 0, "the working directory cannot be entered again"); }
-    /// True when no command has left a file that it should have removed.
+    /// True if no command has left a temporary file.
     [[nodiscard]] static bool is_clean() {
         const auto is_temporary = [](const std::filesystem::directory_entry& entry) {
             return entry.path().filename().string().starts_with(".kvrmem.");
@@ -76,7 +76,7 @@ void close_standard_input() {
     close(nothing);
 }
 
-/// One word a line. Without slashes no path leads out of the working directory.
+/// One word per line. A slash becomes "_", so that no path leads out of the working directory.
 std::vector<std::string> words_in(std::string_view input) {
     std::vector<std::string> words = {"kvrmem"};
     std::string word;
@@ -98,7 +98,7 @@ bool is_digit(char character) {
     return character >= '0' && character <= '9';
 }
 
-/// True for more than @p most_digits digits in a row, and for a digit with a unit after it.
+/// True if @p word has more than @p most_digits digits in a row, or a digit followed by a unit.
 bool holds_large_number(std::string_view word, std::size_t most_digits) {
     std::size_t digits = 0;
     for (const char character : word) {
@@ -115,8 +115,8 @@ bool holds_large_number(std::string_view word, std::size_t most_digits) {
     return false;
 }
 
-/// A number of billions makes a command write as many words, as requested. The words that "new" makes by
-/// a rule cost their number times their width in bits.
+/// A number of billions makes a command write that many words. The cost of the words that "new" generates by
+/// a rule is proportional to their number times their width in bits.
 bool asks_for_too_much(const std::vector<std::string>& words) {
     const std::size_t most_digits = words.size() > 1 && words[1] == "new" ? 3 : 5;
     return std::any_of(words.begin(), words.end(), [most_digits](const std::string& word) {
@@ -124,7 +124,7 @@ bool asks_for_too_much(const std::vector<std::string>& words) {
     });
 }
 
-/// getopt() keeps its position after a command line was refused; a new program would not.
+/// getopt() keeps its position after it refuses a command line; a new process starts at the first word.
 void forget_options() {
     std::array<char, 2> name = {"x"};
     std::array<char*, 2> words = {name.data(), nullptr};

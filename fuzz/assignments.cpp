@@ -1,4 +1,4 @@
-// Texts between quotes, and files of assignments, against second parsers.
+// Quoted texts and files of assignments, compared with second parsers.
 
 #include "fuzz/expectation.h"
 #include "fuzz/scratch.h"

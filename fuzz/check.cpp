@@ -1,4 +1,4 @@
-// The diagnostics of the tool's check for a file, and their cost, against the promises for every file.
+// The diagnostics of "kvrmem check" for a file and their cost, compared with the guarantees for every file.
 
 #include "fuzz/expectation.h"
 #include "fuzz/file_input.h"

@@ -1,5 +1,5 @@
-// Edits and layouts of files in all formats: words and comments against a model, the reverse, and the same
-// again.
+// Edits and layouts of files in all formats, compared with a model of words and comments; the inverse edit
+// and a repeated edit are compared as well.
 
 #include "fuzz/expectation.h"
 #include "fuzz/file_input.h"
@@ -28,7 +28,7 @@ std::uint32_t number_of(std::string_view bytes) {
 } // namespace
 
 void try_edit(std::string_view input) {
-    // The edits follow from the bytes of the input: so the inputs are those of "check".
+    // The edits are derived from the bytes of the input, so that the target can share the inputs of "check".
     kvr_test::random_choices choices(number_of(input));
     input_bytes settings(input);
     const kvrimage::read_options options = choose_read_options(settings);

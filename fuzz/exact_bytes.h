@@ -6,7 +6,7 @@
 
 namespace kvr_fuzz {
 
-/// A copy of a text that ends where its memory ends, so that the sanitizer detects a read past the end.
+/// A copy of a text without any memory after it: the sanitizer detects a read past its end.
 class exact_bytes {
 public:
     explicit exact_bytes(std::string_view text)

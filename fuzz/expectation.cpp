@@ -8,7 +8,7 @@ namespace kvr_fuzz {
 
 namespace {
 
-/// A copy, made when the program starts: where the tool runs in the process, standard error itself is closed.
+/// A copy, made when the program starts: a target that runs the tool closes standard error.
 // NOLINTNEXTLINE(cert-err58-cpp): dup throws nothing
 const int report_descriptor = dup(STDERR_FILENO);
 

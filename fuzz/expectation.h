@@ -4,10 +4,10 @@
 
 namespace kvr_fuzz {
 
-/// Ends the program with @p what on the standard error that it was started with: a finding.
+/// Writes @p what to the standard error that the program started with, and ends the program: a finding.
 [[noreturn]] void report_finding(std::string_view what);
 
-/// @param what says what is wrong.
+/// @param what describes the fault.
 inline void expect(bool holds, std::string_view what) {
     if (!holds) {
         report_finding(what);

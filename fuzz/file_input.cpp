@@ -17,8 +17,8 @@ using kvrimage::address_unit;
 using kvrimage::byte_order;
 
 struct options_of_user {
-    kvrimage::read_options read = {}; ///< except for format and choices
-    bool has_choices = false;         ///< the first line of the text
+    kvrimage::read_options read = {}; ///< all but format and choices
+    bool has_choices = false;         ///< given on the first line of the text
 };
 
 const std::array<options_of_user, 16>& said_by_user() {
@@ -43,8 +43,7 @@ const std::array<options_of_user, 16>& said_by_user() {
     return all;
 }
 
-/// The format that @p number selects of those that can be read, "0" the first of the registry, "1" the
-/// second.
+/// The readable format that @p number selects: "0" is the first one of the registry, "1" the second.
 const kvrimage::format& format_number(unsigned number) {
     static const std::vector<const kvrimage::format*> readable = [] {
         std::vector<const kvrimage::format*> found;

@@ -5,8 +5,9 @@
 
 namespace kvr_fuzz {
 
-/// Takes from the front of an input how the rest is read: a byte chooses the format, "0" the first of those
-/// that can be read, the next what a user says of the file, which may be choices on the first line.
+/// Consumes the bytes at the front of an input that choose how to read the rest. The first byte chooses the
+/// format: "0" is the first one that can be read. The second byte chooses what the user says about the file,
+/// which may include choices on the first line.
 [[nodiscard]] kvrimage::read_options choose_read_options(input_bytes& settings);
 
 } // namespace kvr_fuzz

@@ -1,4 +1,4 @@
-// Fixed-point texts against a second implementation.
+// Fixed-point texts, compared with a second implementation.
 
 #include "kvr/numeric/fixed_point.h"
 
@@ -22,7 +22,7 @@ constexpr std::array<KVR_MEMORY_RADIXES, 8> fixed_radixes = {
     RADIX_UNS,         RADIX_OCT, RADIX_NONE, static_cast<KVR_MEMORY_RADIXES>(9)};
 
 constexpr const char* untouched_text = "untouched";
-constexpr std::int64_t bits_worth_trying = 256; ///< more take long and show nothing new
+constexpr std::int64_t bits_worth_trying = 256; ///< longer texts take long and show nothing new
 
 struct fixed_outcome {
     bool result = false;
@@ -52,7 +52,7 @@ fixed_outcome fixed_converted(const fixed_conversion& asked) {
     return found;
 }
 
-/// The same, step by step; std::out_of_range leaves it.
+/// The same conversion, step by step. Throws std::out_of_range.
 fixed_outcome convert_plainly(const fixed_conversion& asked) {
     using namespace literal_radix_conversion;
     const auto format = plain_fixed_point::of(asked.format);

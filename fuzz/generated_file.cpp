@@ -1,4 +1,4 @@
-// The detection of generated files and the making of legal names against a second implementation.
+// The detection of generated files and the creation of legal names, compared with a second implementation.
 
 #include "fuzz/expectation.h"
 #include "fuzz/library_targets.h"

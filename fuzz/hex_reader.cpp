@@ -1,4 +1,4 @@
-// An Intel HEX file, read in one pass, in two, and line by line, then written and read again.
+// Reads an Intel HEX file in one pass, in two passes and line by line, then writes it and reads it again.
 
 #include "kvr/memory/hex/hex_reader.h"
 
@@ -25,7 +25,7 @@ namespace {
 constexpr std::array<std::uint32_t, 12> hex_word_sizes = {8, 16, 32, 128, 1, 7, 12, 24, 64, 256, 264, 0};
 constexpr std::array<std::uint32_t, 4> address_offsets = {0, 16, 0xFFFFFF00, 3};
 
-/// Requests every record, and stops at the first fault as a reader without an observer does.
+/// Requests every record and stops at the first fault, like a reader without an observer.
 class hex_observer : public kvr::read_observer {
 public:
     explicit hex_observer(bool goes_on_after_faults) : goes_on(goes_on_after_faults) {}
@@ -61,8 +61,8 @@ void expect_same_reading(const hex_reading& left, const hex_reading& right) {
     expect(left.memory.address_offset == right.memory.address_offset, "the address offsets differ");
 }
 
-/// The same file with a blank at the end of every line, which excludes the fast paths; "" when
-/// that makes a line too long.
+/// The same file with a blank at the end of every line, which excludes the fast paths; "" if that makes a
+/// line too long.
 std::string with_blanks(std::string_view text) {
     std::string result;
     std::size_t begin = 0;
@@ -82,7 +82,7 @@ bool is_hexadecimal(std::string_view word) {
                        [](unsigned char character) { return std::isxdigit(character) != 0; });
 }
 
-/// The digits that the writer makes of a word.
+/// The digits that the writer generates for a word.
 std::string in_a_record(std::string_view word, std::size_t digits) {
     std::string text(digits - std::min(digits, word.size()), '0');
     for (const char character : word) {
@@ -91,7 +91,7 @@ std::string in_a_record(std::string_view word, std::size_t digits) {
     return text;
 }
 
-/// Records hold whole bytes, and their checksum covers digits only.
+/// Records hold whole bytes, and their checksum covers only digits.
 bool can_be_compared(const kvr::hex_memory& memory) {
     constexpr std::uint32_t few_words = 1024;
     if (memory.word_size == 0 || memory.word_size % 8 != 0 || memory.data_words.empty() ||

@@ -7,13 +7,13 @@
 
 namespace kvr_fuzz {
 
-/// Consumes settings at the front of an input, where they are easy to find and to edit; the rest is the text
+/// Consumes settings at the front of an input, where they are easy to find and to edit. The rest is the text
 /// under test.
 class input_bytes {
 public:
     explicit input_bytes(std::string_view input) noexcept : left(input) {}
 
-    /// The first byte, as a number; 0 when there is none.
+    /// The first byte as a number; 0 if there is none.
     unsigned number() noexcept {
         if (left.empty()) {
             return 0;
@@ -23,13 +23,13 @@ public:
         return byte;
     }
 
-    /// The choice of @p choices that the first byte selects.
+    /// The element of @p choices that the first byte selects.
     template <class Value, std::size_t count>
     const Value& choose(const std::array<Value, count>& choices) noexcept {
         return choices[number() % count];
     }
 
-    /// The text before the first LF, which is consumed, too; everything when there is none.
+    /// The text before the first LF, which is consumed as well; the whole text if there is none.
     std::string line() {
         const std::size_t end = left.find('\n');
         std::string taken(left.substr(0, end));

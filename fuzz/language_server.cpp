@@ -1,4 +1,4 @@
-// Streams of bytes, as a client of the language server may send them.
+// Byte streams as a client may send them to the language server.
 
 #include "fuzz/expectation.h"
 #include "fuzz/tool_targets.h"
@@ -10,7 +10,7 @@ namespace kvr_fuzz {
 
 namespace {
 
-/// @p input with each line as a message: a leading "=" omits the header, which the line then has itself.
+/// @p input with each line as a message. A line that begins with "=" gets no header: it contains its own one.
 std::string stream_of(std::string_view input) {
     std::string stream;
     while (!input.empty()) {
@@ -44,7 +44,7 @@ void expect_message(const std::string& text) {
 void try_language_server(std::string_view input) {
     kvrmem::lsp::server server(expect_message, {});
     const std::string stream = stream_of(input);
-    // In two parts, so that a change is checked between others.
+    // In two parts, so that a change is checked while others follow.
     server.take(std::string_view(stream).substr(0, stream.size() / 2));
     server.check_changed();
     server.take(std::string_view(stream).substr(stream.size() / 2));

@@ -8,8 +8,8 @@ namespace kvr_fuzz {
 
 namespace {
 
-// Where an input reaches thousands of features, weighing them takes longer than running it: no entropic
-// scheduling there.
+// If an input reaches thousands of features, weighing them takes longer than running it: such targets have no
+// entropic scheduling.
 constexpr std::array targets = {
     target{"mif_reader", try_mif_reader, "-max_len=1024 -entropic=0"},
     target{"hex_reader", try_hex_reader, "-max_len=1024 -entropic=0"},

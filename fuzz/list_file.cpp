@@ -1,4 +1,4 @@
-// A list file in a folder with some modules and libraries, against a second implementation.
+// A list file in a folder with some modules and libraries, compared with a second implementation.
 
 #include "kvr/util/list_file.h"
 

@@ -1,4 +1,5 @@
-// The entry points of libFuzzer. The program runs the target of its name: the build makes a link for each.
+// The entry points of libFuzzer. The program runs the target that it is named after: the build makes a link
+// for each target.
 
 #include "fuzz/target.h"
 
@@ -37,8 +38,8 @@ const kvr_fuzz::target* find_target(std::string_view name) {
     std::exit(EXIT_FAILURE);
 }
 
-/// The default options, which the command line overrides: those of the target, and that findings go to
-/// the folder that the program was started in, even if the working directory changes.
+/// The default options, which the command line overrides. They are the options of the target and one that
+/// writes findings to the folder in which the program started, even if the working directory changes.
 std::vector<std::string> own_options() {
     std::vector<std::string> options = {"-artifact_prefix=" + std::filesystem::current_path().string() + "/"};
     std::istringstream stream(chosen->options);
@@ -73,7 +74,7 @@ int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     return 0;
 }
 
-/// Inputs are allocated and freed by the thousand: a small quarantine of freed blocks is enough.
+/// Inputs are allocated and freed by the thousand, so a small quarantine of freed blocks is enough.
 const char* __asan_default_options() {
     return "quarantine_size_mb=8:thread_local_quarantine_size_kb=256:malloc_context_size=12";
 }

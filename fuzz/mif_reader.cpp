@@ -1,4 +1,4 @@
-// A MIF file, read by the fast paths and by the exact one, then written and read again.
+// Reads a MIF file by the fast paths and by the exact path, then writes it and reads it again.
 
 #include "kvr/memory/mif/mif_reader.h"
 
@@ -18,7 +18,7 @@ namespace kvr_fuzz {
 
 namespace {
 
-/// Makes the reader take the exact path for every line, and records the addresses that the lines have set.
+/// Makes the reader take the exact path for every line and records the addresses that the lines have set.
 class exact_path_observer : public kvr::mif_observer {
 public:
     explicit exact_path_observer(bool goes_on_after_faults) : goes_on(goes_on_after_faults) {}
@@ -40,11 +40,11 @@ public:
     std::deque<std::uint64_t> lasts;
 };
 
-/// A memory and the file that takes its messages.
+/// A memory and the file that receives its messages.
 struct mif_reading {
     mif_reading() : memory(&owner) { kvr::fill_radix_names(memory); }
 
-    /// Reads @p text; true when it was read to its END.
+    /// Reads @p text; true if it was read up to its END.
     bool read(std::string_view text, kvr::mif_observer* observer) {
         kvr::line_source source(text, kvr::mif_reader::source_limit);
         return kvr::mif_reader(memory, observer).read(source);
@@ -67,8 +67,8 @@ void expect_same_comments(const kvr::mif_memory& left, const kvr::mif_memory& ri
     }
 }
 
-/// Compares around @p places, where lines begin and end: the readers can differ there, after the runs that
-/// were compared already, and in the addresses that they have recorded.
+/// Compares the memories around @p places, where lines begin and end. The readers can differ there, because
+/// only the first runs were compared, and in the addresses that they recorded.
 void expect_same_around(const std::deque<std::uint64_t>& places, const kvr::mif_memory& left,
                         const kvr::mif_memory& right) {
     constexpr int few_runs = 4;
@@ -96,7 +96,7 @@ bool has_long_line(std::string_view text) {
     return text.size() - begin > kvr::mif_reader::line_limit;
 }
 
-/// Each run has its own line; comments give every address one, also in a memory of billions of words.
+/// Each run takes a line. Comments split runs into single addresses, even in a memory of billions of words.
 bool can_be_written(const kvr::mif_memory& memory) {
     constexpr std::uint32_t few_words = 4096;
     return memory.number_of_words > 0 && memory.word_size > 0 && memory.address_radix != RADIX_NONE &&
@@ -105,8 +105,7 @@ bool can_be_written(const kvr::mif_memory& memory) {
            !has_many_runs(memory.data_words);
 }
 
-/// Writes @p memory and reads the result. Header comments and joined values can make lines that are too long
-/// to read.
+/// Writes @p memory and reads the result. Header comments and joined values can make lines too long to read.
 void expect_same_after_writing(kvr::mif_memory& memory) {
     static const scratch_file file;
     memory.file_name = file.path();
@@ -124,7 +123,7 @@ void expect_same_after_writing(kvr::mif_memory& memory) {
     expect(same_words(again.memory.data_words, memory.data_words), "the words are other ones after writing");
 }
 
-/// A file that a reader refuses at the first fault is not accepted by one that goes on after faults either.
+/// If a reader stops at a fault of a file, one that continues after faults must not accept the file.
 void go_through_all_faults(std::string_view text) {
     mif_reading reading;
     exact_path_observer observer(true);

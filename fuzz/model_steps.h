@@ -8,8 +8,8 @@
 
 namespace kvr_fuzz {
 
-/// Changes a store and its model according to @p input, up to the end of the input. A step takes one byte at
-/// least; the limit is for inputs of thousands.
+/// Changes a store and its model as @p input says, up to the end of the input. A step takes at least one
+/// byte. The limit applies to inputs of thousands of bytes.
 template <class Operations>
 void run_steps(std::string_view input) {
     constexpr int most_steps = 400;

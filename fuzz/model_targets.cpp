@@ -1,4 +1,4 @@
-// What the tests against models run with random choices, with those of an input.
+// The operations of the tests against models, with the choices of an input instead of random ones.
 
 #include "fuzz/model_steps.h"
 #include "fuzz/tool_targets.h"

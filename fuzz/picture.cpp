@@ -1,5 +1,4 @@
-// Pictures: what is read of them, and the same pixels in a plain file, which must be read as the same
-// picture.
+// Reads pictures, then writes the same pixels as a plain bitmap, which must be read as the same picture.
 
 #include "fuzz/exact_bytes.h"
 #include "fuzz/expectation.h"
@@ -20,7 +19,7 @@ using kvrimage::color;
 using kvrimage::raster;
 using kvrmem::read_picture;
 
-/// Of a picture that is written again.
+/// The largest picture that is written again, in pixels.
 constexpr std::size_t most_pixels = 10'000;
 
 std::optional<read_picture> read_if_picture(std::string_view contents) {
@@ -40,7 +39,7 @@ std::string in_four_bytes(std::uint64_t value) {
     return bytes;
 }
 
-/// A bitmap of 24 bits for each pixel, from the bottom row on.
+/// A bitmap of 24 bits per pixel, from the bottom row to the top.
 std::string bitmap_of(const raster& picture) {
     const std::size_t rows = picture.pixels.size() / picture.columns;
     std::string body;

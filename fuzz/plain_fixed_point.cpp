@@ -17,7 +17,7 @@ int number_in(const std::string& text) {
         std::clamp<long>(number, std::numeric_limits<int>::min(), std::numeric_limits<int>::max()));
 }
 
-/// The bits at the word's own width: cut at the front, or extended by copies of the first one.
+/// The bits at the width of the word: cut at the front or extended by copies of the first one.
 std::string at_width(const std::string& bits, std::size_t width) {
     if (width <= bits.size()) {
         return bits.substr(bits.size() - width);

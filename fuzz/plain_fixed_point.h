@@ -13,18 +13,18 @@ struct plain_fixed_point {
     int integer_bits;
     int fraction_bits;
 
-    /// The format "I.F"; no value when it is broken.
+    /// Parses the format "I.F"; no value if it is invalid.
     static std::optional<plain_fixed_point> of(const std::string& format);
 
     [[nodiscard]] std::int64_t word_bits() const { return std::int64_t{integer_bits} + fraction_bits; }
-    /// The bits of the decimal fraction @p text, which is not empty.
+    /// The bits of the decimal fraction @p text, which must not be empty.
     [[nodiscard]] std::string bits_of(const std::string& text) const;
 
     struct reading {
         std::string text;
         bool uniform; ///< all integer bits are equal
     };
-    /// The decimal fraction of @p bits, which are not empty.
+    /// The decimal fraction of @p bits, which must not be empty.
     [[nodiscard]] reading fraction_of(const std::string& bits) const;
 };
 

@@ -17,7 +17,7 @@ struct list_file_reading {
     friend bool operator==(const list_file_reading&, const list_file_reading&) = default;
 };
 
-/// A second reader of the list file @p text, which is at @p list_path in @p folder, which ends in a slash.
+/// A second reader of list files: @p text is at @p list_path in @p folder, whose name ends in a slash.
 [[nodiscard]] list_file_reading read_list_plainly(std::string_view text, const std::string& folder,
                                                   const std::string& list_path, bool key_by_path);
 

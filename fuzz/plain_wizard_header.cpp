@@ -22,7 +22,7 @@ std::string take_line(std::string_view& file) {
     return line;
 }
 
-/// The words of a line. A line that ends with a blank has no word after it.
+/// The words of a line. If the line ends with a blank, no word follows it.
 std::vector<std::string> words_of(const std::string& line) {
     std::vector<std::string> words;
     std::size_t begin = 0;

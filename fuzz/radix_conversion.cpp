@@ -1,4 +1,5 @@
-// The conversion of words against a second one, digit by digit, and the exact one against its own inverse.
+// Converts words and compares the results with a second, digit-by-digit conversion, and the exact conversion
+// with its own inverse.
 
 #include "kvr/numeric/radix_conversion.h"
 
@@ -21,11 +22,11 @@ namespace {
 
 using literal_radix_conversion::outcome;
 
-/// Those that exist, those that no conversion supports, and an unknown value.
+/// The supported radixes, those that no conversion supports, and an unknown value.
 constexpr std::array<KVR_MEMORY_RADIXES, 8> all_radixes = {
     RADIX_BIN, RADIX_DEC,         RADIX_UNS,  RADIX_HEX,
     RADIX_OCT, RADIX_FIXED_POINT, RADIX_NONE, static_cast<KVR_MEMORY_RADIXES>(9)};
-constexpr std::size_t exact_radixes = 5; ///< the first ones, which the exact conversion takes
+constexpr std::size_t exact_radixes = 5; ///< the exact conversion supports the first ones
 
 struct word_conversion {
     std::size_t from;
@@ -48,7 +49,7 @@ outcome converted(const word_conversion& asked) {
     }
 }
 
-/// The same with one text for input and output.
+/// The same with one text as input and output.
 outcome converted_in_place(const word_conversion& asked) {
     std::string text = asked.text;
     try {
@@ -77,7 +78,7 @@ std::optional<std::string> literal_bits_of(const word_conversion& asked) {
     }
 }
 
-/// The fast paths of the exact conversion against its exact path, and the word against its inverse.
+/// Compares the fast paths of the exact conversion with its exact path, and the word with its inverse.
 void try_exact_conversion(const word_conversion& asked) {
     if (asked.from >= exact_radixes || asked.to >= exact_radixes || asked.width == 0) {
         return;
@@ -100,14 +101,14 @@ void try_exact_conversion(const word_conversion& asked) {
     expect(bits == bits_again, "an exact word is another one in another radix");
 }
 
-/// The bits that the digit-by-digit conversion would work on.
+/// The number of bits that the digit-by-digit conversion would process.
 std::size_t bits_of_literal(const word_conversion& asked) {
     const KVR_MEMORY_RADIXES from = all_radixes.at(asked.from);
     const std::size_t digit_bits = from == RADIX_BIN ? 1 : from == RADIX_OCT ? 3 : 4;
     return std::max<std::size_t>(asked.text.size() * digit_bits, asked.width);
 }
 
-/// Its decimal arithmetic takes quadratic time.
+/// True if the decimal arithmetic takes long: it takes quadratic time.
 bool takes_long(const word_conversion& asked) {
     constexpr std::size_t few_bits = 200;
     const auto is_decimal = [](KVR_MEMORY_RADIXES radix) { return radix == RADIX_DEC || radix == RADIX_UNS; };
@@ -121,7 +122,7 @@ std::string unsigned_text_of(const std::string& text, KVR_MEMORY_RADIXES from, K
     return output;
 }
 
-/// A number of any length, taken from the bits of the text, on its way to decimal and back.
+/// A number of any length, from the bits of the text to decimal and back.
 void try_long_decimal(const std::string& text) {
     std::string bits = "0";
     for (const char character : text) {
@@ -130,7 +131,7 @@ void try_long_decimal(const std::string& text) {
         bits += (static_cast<unsigned char>(character) & 4U) != 0 ? '1' : '0';
     }
     std::string decimal = unsigned_text_of(bits, RADIX_BIN, RADIX_UNS);
-    std::reverse(decimal.begin(), decimal.end()); // it comes out least significant digit first
+    std::reverse(decimal.begin(), decimal.end()); // the least significant digit comes first
     bits.erase(0, std::min(bits.find('1'), bits.size() - 1));
     expect(unsigned_text_of(decimal, RADIX_UNS, RADIX_BIN) == bits,
            "a long number is another one in decimal");

@@ -1,5 +1,5 @@
-// Runs the target of the program's name on the files in a folder and on small mutations of them,
-// the same each time. Does not use libFuzzer, which brings templates of the standard library that were
+// Runs the target that the program is named after on the files of a folder and on small mutations of them,
+// the same ones each time. Does not use libFuzzer, which contains templates of the standard library that were
 // compiled without the memory sanitizer.
 
 #include "fuzz/target.h"
@@ -21,7 +21,7 @@ std::string_view name_in(std::string_view path) {
     return path.substr(path.rfind('/') + 1);
 }
 
-/// Exits the program when the file cannot be read.
+/// Exits the program if the file cannot be read.
 std::string contents_of(const std::string& path) {
     const int descriptor = open(path.c_str(), O_RDONLY | O_CLOEXEC);
     std::string bytes;
@@ -38,8 +38,8 @@ std::string contents_of(const std::string& path) {
     return bytes;
 }
 
-/// Runs @p target on @p input, on its prefixes, and with its bytes replaced, one at a time; of a long one,
-/// at some hundred places. Returns the number of runs.
+/// Runs @p target on @p input, on its prefixes, and on copies with one byte replaced. In a long input, some
+/// hundred places are changed. Returns the number of runs.
 long run_on(const kvr_fuzz::target& target, const std::string& input) {
     constexpr std::string_view replacements("0F:; \n\xFF");
     const std::size_t step = input.size() / 300 + 1;

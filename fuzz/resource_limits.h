@@ -6,9 +6,9 @@
 
 namespace kvr_fuzz {
 
-/// Checks that the code that runs during its lifetime respects the limits for hostile input: 32 MiB and a
-/// hundred times the input in memory, a second and 20 microseconds for each byte of the input in processor
-/// time. One may exist at a time.
+/// Checks that the code that runs during its lifetime respects the limits for hostile input. Memory: 32 MiB
+/// plus a hundred times the input. Processor time: a second plus 20 microseconds per byte of the input. Only
+/// one may exist at a time.
 class resource_limits {
 public:
     /// @param input_size in bytes.

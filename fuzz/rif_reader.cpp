@@ -1,4 +1,4 @@
-// A RIF file, read by the fast path and by the exact one, then written, read and written again.
+// Reads a RIF file by the fast path and by the exact path, then writes it, reads it and writes it again.
 
 #include "kvr/memory/rif/rif_reader.h"
 

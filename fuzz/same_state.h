@@ -7,7 +7,7 @@
 
 namespace kvr_fuzz {
 
-/// Expects that the two memories are equal in all that the formats have in common.
+/// Expects that the two memories are equal in everything that the formats have in common.
 inline void expect_same_state(const kvr::memory_state& left, const kvr::memory_state& right) {
     expect(left.number_of_words == right.number_of_words, "the depths differ");
     expect(left.word_size == right.word_size, "the widths differ");

@@ -7,10 +7,11 @@
 
 namespace kvr_fuzz {
 
-/// The number of runs of equal words that are compared: a line of two alternating values makes a billion.
+/// The number of runs of equal words that are compared. A line of two alternating values makes a billion
+/// runs.
 inline constexpr int most_runs = 200;
 
-/// True when @p words are more than `most_runs` runs.
+/// True if @p words has more than `most_runs` runs.
 inline bool has_many_runs(const kvr::word_store& words) {
     std::uint64_t address = 0;
     for (int runs = 0; runs < most_runs && address < words.size(); ++runs) {
@@ -19,8 +20,8 @@ inline bool has_many_runs(const kvr::word_store& words) {
     return address < words.size();
 }
 
-/// True when both stores have one size and hold the same texts from the address @p address on, as far as
-/// @p runs runs reach.
+/// True if both stores have the same size and hold the same texts from the address @p address on, within the
+/// first @p runs runs.
 inline bool same_words(const kvr::word_store& left, const kvr::word_store& right, std::uint64_t address = 0,
                        int runs = most_runs) {
     if (left.size() != right.size()) {

@@ -6,7 +6,7 @@
 
 namespace kvr_fuzz {
 
-/// A file in memory, which other code opens by its path.
+/// A file in memory that other code opens by its path.
 class scratch_file {
 public:
     scratch_file();
@@ -15,7 +15,7 @@ public:
     scratch_file& operator=(const scratch_file&) = delete;
 
     [[nodiscard]] const std::string& path() const noexcept { return name; }
-    /// Replaces the contents of the file by @p bytes.
+    /// Replaces the contents of the file with @p bytes.
     void assign(std::string_view bytes) const;
     /// All bytes of the file.
     [[nodiscard]] std::string contents() const;
@@ -25,7 +25,7 @@ private:
     std::string name;
 };
 
-/// A folder of this process alone, which is removed with its contents when the program ends.
+/// A folder of this process, which is removed with its contents when the program ends.
 class scratch_folder {
 public:
     scratch_folder();
@@ -39,7 +39,7 @@ private:
     std::filesystem::path root;
 };
 
-/// Replaces the contents of the file at @p path by @p bytes.
+/// Replaces the contents of the file at @p path with @p bytes.
 void write_file(const std::string& path, std::string_view bytes);
 
 } // namespace kvr_fuzz

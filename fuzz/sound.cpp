@@ -1,4 +1,5 @@
-// Sound files: what is read of them against a second reading of their samples, and a file made of that.
+// Reads sound files, compares the words with a second reading of the samples, and reads a file that is
+// written from these.
 
 #include "fuzz/exact_bytes.h"
 #include "fuzz/expectation.h"
@@ -42,7 +43,7 @@ std::string little_endian(std::uint64_t value, unsigned size) {
     return bytes;
 }
 
-/// The plain form of a file with the samples of @p sound.
+/// A plain file with the samples of @p sound.
 std::string written_sound(const wave_file& sound) {
     const std::uint32_t frame = sound.channels * sound.sample_bits / 8;
     std::string text = "RIFF" + little_endian(36 + sound.samples.size(), 4) + "WAVEfmt " +
@@ -89,7 +90,7 @@ double fraction_sample(std::string_view bytes) {
     return value;
 }
 
-/// Words that are as wide as the samples, or @p more bits wider, are their values, or multiples.
+/// Words of the width of the samples are their values; words @p more bits wider are multiples of them.
 void expect_whole_words(const wave_file& sound, std::uint32_t channel, std::uint32_t more) {
     const memory_image image = sound_words(sound, channel, sound.sample_bits + more);
     expect(image.depth() == sound.frames && image.count_set() == sound.frames, "the number of words");
@@ -99,7 +100,7 @@ void expect_whole_words(const wave_file& sound, std::uint32_t channel, std::uint
     }
 }
 
-/// Narrower words are the nearest ones.
+/// Narrower words are the nearest values.
 void expect_narrow_words(const wave_file& sound, std::uint32_t channel, std::uint32_t width) {
     const memory_image image = sound_words(sound, channel, width);
     const double unit = std::ldexp(1.0, static_cast<int>(sound.sample_bits - width));

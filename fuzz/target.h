@@ -8,8 +8,8 @@ namespace kvr_fuzz {
 /// A fuzz target.
 struct target {
     std::string_view name;
-    void (*run)(std::string_view input); ///< reports a finding when an expectation fails
-    const char* options; ///< of libFuzzer, separated by blanks; the command line overrides them
+    void (*run)(std::string_view input); ///< reports a finding if an expectation fails
+    const char* options; ///< for libFuzzer, separated by blanks; the command line overrides them
 };
 
 /// The targets of this program.

@@ -1,4 +1,4 @@
-// The tokenizer against a second one, from the first token of a text to the last.
+// The tokenizer, compared with a second one, from the first token of a text to the last.
 
 #include "kvr/util/tokenizer.h"
 

@@ -8,10 +8,10 @@ namespace kvr_fuzz {
 
 namespace {
 
-// Where an input reaches thousands of features, weighing them takes longer than running it: no entropic
-// scheduling there.
+// If an input reaches thousands of features, weighing them takes longer than running it: such targets have no
+// entropic scheduling.
 constexpr std::array targets = {
-    // The output of the tool is discarded.
+    // Standard output and standard error of the tool are discarded.
     target{"arguments", try_arguments, "-max_len=300 -entropic=0 -close_fd_mask=3"},
     target{"assignments", try_assignments, "-max_len=300"},
     target{"check", try_check, "-max_len=1024 -entropic=0"},

@@ -1,4 +1,4 @@
-// The word store against a queue of strings: the input chooses the operations on both.
+// The word store, compared with a queue of strings. The input chooses the operations on both.
 
 #include "fuzz/library_targets.h"
 #include "fuzz/model_steps.h"

@@ -21,7 +21,7 @@ bool goes_on_failing = false;
 std::size_t allocations_left = 0;
 
 bool metering = false;
-std::int64_t live_bytes = 0; // negative when older blocks are freed
+std::int64_t live_bytes = 0; // negative if older blocks are freed
 std::int64_t peak_bytes = 0;
 
 std::int64_t size_of(void* block) {
@@ -71,10 +71,10 @@ void release(void* block) noexcept {
 
 } // namespace
 
-// Every form without alignment is replaced, so that no block is allocated by one implementation and freed by
-// another: sanitizers bring their own.
+// All forms without alignment are replaced, so that one implementation allocates and frees each block:
+// sanitizers have their own.
 
-// Some compilers declare these two only when they call them.
+// Some compilers declare these two only if they call them.
 void operator delete(void* block, std::size_t size) noexcept;
 void operator delete[](void* block, std::size_t size) noexcept;
 

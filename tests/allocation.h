@@ -2,14 +2,14 @@
 
 #include <cstddef>
 
-// The test program's operator new can be made to fail, and to count. Both are off until one of these
-// objects exists; of each kind one may exist at a time.
+// The test program's operator new can fail on request and can count. Both are off unless one of these objects
+// exists. Only one object of each kind may exist at a time.
 
-/// The number of allocations of the program so far.
+/// The number of allocations since the program started.
 [[nodiscard]] std::size_t allocation_count() noexcept;
 
-/// While it lives, the allocation with the given number, counted from 1, throws std::bad_alloc: that one
-/// only, or that one and all after it.
+/// During its lifetime, the allocation with the given number, counted from 1, throws std::bad_alloc: only
+/// that one, or that one and all later ones.
 class failing_allocation {
 public:
     enum class extent { one, all_from_there };
@@ -19,12 +19,12 @@ public:
     failing_allocation(const failing_allocation&) = delete;
     failing_allocation& operator=(const failing_allocation&) = delete;
 
-    /// True when the program made so many allocations that at least one failed.
+    /// True if at least one allocation has failed.
     [[nodiscard]] static bool happened() noexcept;
 };
 
 /// Counts the memory that is allocated during its lifetime: the bytes that the allocator provides, which may
-/// be more than requested, and one word for each block.
+/// be more than requested, plus one word for each block.
 class allocation_meter {
 public:
     allocation_meter() noexcept;
@@ -32,7 +32,7 @@ public:
     allocation_meter(const allocation_meter&) = delete;
     allocation_meter& operator=(const allocation_meter&) = delete;
 
-    /// Bytes allocated since the meter was made, less those freed.
+    /// The bytes allocated since the meter was created, minus those freed.
     [[nodiscard]] static std::size_t live() noexcept;
     /// The largest live() so far.
     [[nodiscard]] static std::size_t peak() noexcept;

@@ -2,7 +2,7 @@
 
 namespace kvr_test {
 
-/// The tests run on Windows, or on what stands in for it.
+/// True if the tests run on Windows or on a substitute for it.
 #if defined(_WIN32)
 inline constexpr bool is_windows = true;
 #else

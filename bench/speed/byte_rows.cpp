@@ -1,4 +1,5 @@
-// Files of bytes and lists of words, as whole processes of the tool, against programs with the same function.
+// Files of bytes and lists of words: whole processes of the tool, compared with other programs that do the
+// same.
 
 #include "bench/speed/corpus.h"
 #include "bench/speed/table.h"
@@ -17,11 +18,11 @@ namespace {
 
 constexpr std::uint32_t bytes_measured = 1U << 24;
 
-/// A format in which the tool holds the memory, and the faster of two other programs that support it.
+/// A format that the tool can convert, and the faster of two other programs that support it.
 struct byte_format {
     const char* id;
     const char* peer;      ///< a program
-    const char* peer_name; ///< of the format, for it
+    const char* peer_name; ///< the name that the program uses for the format
 };
 constexpr std::array<byte_format, 4> byte_formats = {{{"binary", "objcopy", "binary"},
                                                       {"hexbytes", "objcopy", "ihex"},
@@ -32,7 +33,7 @@ std::string path_of(const char* program) {
     return std::string("/usr/bin/") + program;
 }
 
-/// The command with which the peer of a format makes @p output, in the format @p to, from @p input.
+/// The command with which the peer converts @p input to @p output in the format @p to.
 std::vector<std::string> peer_command(const byte_format& from, const byte_format& to,
                                       const std::string& input, const std::string& output) {
     const byte_format& known = from.peer == std::string("srec_cat") ? from : to;
@@ -45,7 +46,8 @@ std::vector<std::string> peer_command(const byte_format& from, const byte_format
     return {path_of("srec_cat"), input, name(from), "-o", output, name(to)};
 }
 
-/// Converts between a format and binary, against the peer and against the floor of the machine for the bytes.
+/// A conversion between a format and binary, compared with the peer and with the minimum cost of reading and
+/// writing the bytes.
 class conversion {
 public:
     conversion(const table_settings& with, const byte_format& input_format, const byte_format& output_format)
@@ -55,7 +57,7 @@ public:
           input(settings.folder + "/bytes." + from.id),
           output(settings.folder + "/made." + to.id) {}
 
-    /// Makes @p path from the file of the other format.
+    /// The command that converts @p input to @p output.
     static std::vector<std::string> command(const table_settings& settings, const std::string& input,
                                             const std::string& from, const std::string& output,
                                             const std::string& to) {
@@ -90,7 +92,7 @@ private:
     std::string output;
 };
 
-/// The most memory that reading takes, against the bytes of the file.
+/// The peak memory of a read, in units of the file size.
 void print_peak_of_bytes(const table_settings& settings, const std::string& path) {
     constexpr double bytes_per_mb = 1e6;
     const double peak = peak_of_process({settings.tool, "get", "--from", "binary", path, "77"});
@@ -98,7 +100,7 @@ void print_peak_of_bytes(const table_settings& settings, const std::string& path
                1.1, ""});
 }
 
-/// Writing alone: a binary file, which costs almost nothing to read, becomes the same list.
+/// Measures writing alone: converts a binary file, which costs almost nothing to read, to the same list.
 void print_list_writing(const table_settings& settings, const std::string& list) {
     const std::string binary = settings.folder + "/list.binary";
     const std::string made = settings.folder + "/written.mem";

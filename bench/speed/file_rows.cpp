@@ -1,4 +1,4 @@
-// Reading, writing and converting whole files.
+// Reads, writes and converts whole files.
 
 #include "bench/speed/corpus.h"
 #include "bench/speed/table.h"
@@ -21,7 +21,7 @@ constexpr std::uint32_t mebi = 1U << 20;
 struct read_row {
     const char* work;
     corpus_file file;
-    std::uint32_t text_length; ///< of a word, as the store holds it
+    std::uint32_t text_length; ///< per word in the store
     double target;
     double stretch;
 };
@@ -80,7 +80,7 @@ constexpr std::array<write_row, 3> write_rows = {{
     {"write RIF, 8 bits", FILE_TYPE_RIF, "w8.rif", 3.5, 1.5},
 }};
 
-/// The words of the MIF in another format.
+/// A memory in another format with the words of the MIF file.
 std::unique_ptr<KVR_MEMORY_FILE> filled(const std::string& source, const write_row& row,
                                         const std::string& path) {
     KVR_MEMORY_FILE read;

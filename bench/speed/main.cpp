@@ -1,7 +1,7 @@
 // speed_table TOOL FOLDER [GROUP]
-// Prints the time of the library in units of what the machine needs at least: docs/performance.md explains
-// the rows. TOOL is kvrmem, built for speed; FOLDER is on a memory file system; GROUP is one of
-// files, tool, memory, numbers, words, bytes, operations.
+// Prints the time of the library in units of the minimum that the machine needs; docs/performance.md explains
+// the rows. TOOL is kvrmem, built for speed. FOLDER is on a memory file system. GROUP is one of files, tool,
+// memory, numbers, words, bytes, operations.
 
 #include "bench/speed/table.h"
 #include "bench/speed/work.h"

@@ -1,4 +1,4 @@
-// The memory of a word: the bytes that the allocator has allocated, divided by the words.
+// The memory per word: the bytes that the allocator has allocated, divided by the number of words.
 
 #include "bench/speed/table.h"
 #include "kvr/kvr.h"
@@ -20,7 +20,7 @@ double allocated() {
     return static_cast<double>(info.uordblks + info.hblkhd);
 }
 
-/// Bytes a word of what @p fill leaves in a store.
+/// The bytes per word of a store after @p fill.
 template <class Fill>
 double bytes_a_word(Fill fill) {
     const double before = allocated();

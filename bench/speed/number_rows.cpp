@@ -1,4 +1,4 @@
-// Conversion of numbers between radixes.
+// Converts numbers between radixes.
 
 #include "bench/speed/table.h"
 #include "bench/speed/timing.h"
@@ -21,7 +21,7 @@ namespace speed {
 
 namespace {
 
-/// Random digits, the first one not 0.
+/// Random digits; the first one is not 0.
 std::string random_digits(std::size_t count, unsigned base, std::uint64_t seed) {
     std::uint64_t state = seed;
     std::string text;
@@ -44,7 +44,8 @@ std::vector<std::string> random_numbers(std::size_t digits, unsigned base) {
     return numbers;
 }
 
-/// Seconds of a conversion: the numbers of @p numbers are converted repeatedly until enough time has passed.
+/// The time of a conversion in seconds. Converts the numbers of @p numbers repeatedly until enough time has
+/// passed.
 template <class Convert>
 double time_of_each(const std::vector<std::string>& numbers, Convert convert) {
     constexpr double enough = 0.02;
@@ -180,7 +181,7 @@ void number_rows(const table_settings& settings) {
         const auto numbers = random_numbers(bits / 4, 16);
         const comparison result =
             compare(library_time(to_binary, numbers), gmp_time(16, 2, numbers), settings.rounds);
-        // The stretch is 0.05 ns a digit, in units of GMP's time.
+        // The stretch target is 0.05 ns per digit, in units of GMP's time.
         const double stretch = 0.05e-9 * static_cast<double>(bits) / result.floor;
         print_row({title(to_binary, bits), result.ratio, 1 / 8.0, stretch, nanoseconds(result)});
     }

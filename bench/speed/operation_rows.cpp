@@ -1,5 +1,5 @@
-// The operations of convert, split, join, merge and sum at 16 MiB, as whole processes, against a conversion
-// without one, which reads and writes the same bytes.
+// The operations of convert, split, join, merge and sum at 16 MiB: whole processes, compared with a
+// conversion without an operation, which reads and writes the same bytes.
 
 #include "bench/speed/corpus.h"
 #include "bench/speed/table.h"
@@ -24,7 +24,7 @@ constexpr double stretch = 1.5;
 struct memory_form {
     const char* name;
     const char* input;   ///< file name
-    const char* options; ///< with which it is read and written
+    const char* options; ///< for reading and writing it
 };
 constexpr std::array<memory_form, 5> forms = {
     {{"binary, 8 bits", "bytes.binary", "--from binary --to binary"},
@@ -33,7 +33,7 @@ constexpr std::array<memory_form, 5> forms = {
      {"hexbytes, 32 bits", "bytes.hexbytes", "--from hexbytes --width 32 --endian little --to hexbytes"},
      {"MIF, 32 bits", "bytes32.mif", "--from mif --to mif"}}};
 
-/// The operations measured on each of them. 32-bit ones have a quarter of the addresses.
+/// The operations that are measured on each form. A memory of 32-bit words has a quarter of the addresses.
 constexpr std::array operations = {"--only 0x1000..0x3EFFFF --fill 0",
                                    "--except 0x1000..0x1FFF --fill 7",
                                    "--move-to 0 --depth 0x1000000",
@@ -140,7 +140,7 @@ private:
         return all;
     }
     [[nodiscard]] std::string path(const std::string& name) const { return settings.folder + "/" + name; }
-    /// The tool with the words of @p line, where "@NAME" is a file of the folder.
+    /// The command that runs the tool with the words of @p line; "@NAME" is a file of the folder.
     [[nodiscard]] std::vector<std::string> command(const std::string& line) const {
         std::vector<std::string> words = {settings.tool};
         for (std::string& word : words_of(line)) {

@@ -5,7 +5,7 @@
 
 namespace speed {
 
-/// Of each memory that is measured.
+/// The number of words of each measured memory.
 inline constexpr std::uint32_t words_measured = 1U << 20;
 
 /// A line of the table: the ratio reached and the target, both in units of the yardstick.
@@ -14,21 +14,21 @@ struct table_row {
     double reached;
     double target;
     double stretch;
-    std::string absolute; ///< the figures of the ratio
+    std::string absolute; ///< the two figures of the ratio
 };
 
 void print_head();
 void print_row(const table_row& row);
 
-/// The environment of the rows.
+/// The settings that all rows share.
 struct table_settings {
-    std::string self;   ///< this program, for the child processes
+    std::string self;   ///< path of this program, for the child processes
     std::string tool;   ///< kvrmem, built for speed
     std::string folder; ///< on a memory file system
     int rounds = 9;
 };
 
-// The groups of rows. Each prints its rows as they are measured.
+// The groups of rows. Each group prints its rows as it measures them.
 void file_rows(const table_settings& settings);
 void memory_rows();
 void tool_rows(const table_settings& settings);

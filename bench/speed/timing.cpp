@@ -52,8 +52,8 @@ std::vector<char*> argument_pointers(std::vector<std::string>& command) {
 
 namespace {
 
-/// Starts @p command, its output discarded, and waits for its end. Ends the program when it cannot be
-/// started or does not end with 0.
+/// Runs @p command with its output discarded and waits for its end. Ends the program if the command cannot be
+/// started or does not exit with 0.
 rusage run_process(const std::vector<std::string>& command) {
     std::vector<std::string> words = command;
     const std::vector<char*> pointers = argument_pointers(words);

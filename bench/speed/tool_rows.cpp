@@ -1,4 +1,4 @@
-// The commands of the tool, as whole processes.
+// The commands of the tool: whole processes.
 
 #include "bench/speed/corpus.h"
 #include "bench/speed/table.h"
@@ -17,7 +17,7 @@ constexpr std::array<corpus_file, 2> inputs = {
     {{"m8.mif", file_shape::one_word_a_line, 8, words_measured},
      {"m32.mif", file_shape::one_word_a_line, 32, words_measured}}};
 
-/// A command whose time is compared with that of a conversion.
+/// A command whose time is compared with the time of a conversion.
 struct command_row {
     const char* name;
     double target;
@@ -65,7 +65,7 @@ void print_command(const tool_run& run, const corpus_file& file, const command_r
                row.stretch, milliseconds(result)});
 }
 
-/// How much memory a command takes, against the size of the file.
+/// The peak memory of a command, in units of the file size.
 void print_peak(const tool_run& run, const corpus_file& file) {
     constexpr double bytes_per_mb = 1e6;
     const double size = static_cast<double>(std::filesystem::file_size(run.input)) / bytes_per_mb;

@@ -55,7 +55,7 @@ void print_get(const table_settings& settings, int length, unsigned bits) {
                figures.data()});
 }
 
-/// Nanoseconds a call, for @p calls calls in ascending order.
+/// Nanoseconds per call, for @p calls calls in ascending address order.
 double time_of_commented_words(unsigned calls) {
     KVR_MEMORY_FILE file;
     file.set_file_type(FILE_TYPE_MIF);

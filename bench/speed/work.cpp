@@ -35,7 +35,7 @@ void read_blocks(const std::string& path) {
     }
 }
 
-/// The pages of a fresh mapping, each written to once: the cost of memory that is used for the first time.
+/// Writes once to each page of a fresh mapping: the cost of using memory for the first time.
 void touch_pages(unsigned long long bytes) {
     void* memory = mmap(nullptr, bytes, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
     if (memory == MAP_FAILED) {
@@ -53,7 +53,7 @@ KVR_FILE_TYPES type_of(std::string_view path) {
 }
 
 int read_file(const std::string& path, unsigned bits) {
-    // Freeing the words is not part of reading them: the process ends instead.
+    // The process ends without freeing the words, because that is not part of reading them.
     auto* file = new KVR_MEMORY_FILE;
     file->set_file_type(type_of(path));
     file->set_file_name(path);

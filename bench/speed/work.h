@@ -5,8 +5,8 @@
 
 namespace speed {
 
-/// Runs the work of a child process of the table: the name of the work and its arguments. Returns the exit
-/// code of the process; -1 when there is no such work.
+/// Runs the work of a child process of the table: @p words are the name of the work and its arguments.
+/// Returns the exit code of the process; -1 if there is no such work.
 ///
 /// floor-read FILE STORE_BYTES   reads FILE in blocks, then touches STORE_BYTES bytes in pages
 /// floor-convert IN OUT_BYTES OUT  reads IN in blocks, then writes OUT_BYTES bytes to OUT

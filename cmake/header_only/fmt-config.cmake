@@ -1,5 +1,5 @@
-# fmt as headers alone. The configuration that comes with an installed fmt refuses programs of another word size,
-# because its library would not link; the tool needs no library.
+# fmt as headers only. The configuration of an installed fmt rejects programs with another word size, because its
+# library would not link. The tool does not need the library.
 if(TARGET fmt::fmt-header-only)
     return()
 endif()

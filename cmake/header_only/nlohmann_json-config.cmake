@@ -1,4 +1,4 @@
-# nlohmann_json where its headers are, and nothing else that is installed there for this machine.
+# nlohmann_json from its own headers, without anything else that is installed there for this machine.
 if(TARGET nlohmann_json::nlohmann_json)
     return()
 endif()

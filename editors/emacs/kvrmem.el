@@ -5,10 +5,10 @@
 
 ;;; Commentary:
 
-;; Modes for the files that give an on-chip memory its first contents: MIF, Intel HEX, RIF, COE, lists of words for
-;; $readmemh and $readmemb, S-records, TI-TXT, files of Logisim, and MEM with header.  The contents of a file say
-;; which mode it gets, and whether it gets one: there are other files called .mif.  Flymake shows what the tool
-;; kvrmem reports; Eglot can start its language server.
+;; Modes for memory initialization files: MIF, Intel HEX, RIF, COE, lists of words for $readmemh and $readmemb,
+;; S-records, TI-TXT, Logisim files, and MEM with header.  The contents of a file determine its mode; a file of
+;; other software gets none, because other programs use extensions such as .mif as well.  Flymake shows the
+;; diagnostics of kvrmem; Eglot can start its language server.
 ;;
 ;;     (add-to-list 'load-path "/usr/share/kvr/emacs")
 ;;     (require 'kvrmem)
@@ -30,7 +30,7 @@
   "Options for what files leave open, such as (\"--width\" \"32\")."
   :type '(repeat string))
 
-;;; Which mode a file gets.
+;;; The mode of a file.
 
 (defconst kvrmem-modes-of-extension
   '(("mif" kvr-mif-mode)
@@ -265,7 +265,7 @@ A new file gets no mode there, nor do bare numbers without address or comment.")
 (kvrmem--define-mode kvr-memheader-mode "MEM with header")
 (kvrmem--define-mode kvr-titxt-mode "TI-TXT")
 
-;;; What the tool reports.
+;;; The diagnostics of the tool.
 
 (defun kvrmem--hint ()
   "The hint below the diagnostic in the line of point, or nil."
@@ -307,7 +307,7 @@ A new file gets no mode there, nor do bare numbers without address or comment.")
     (kill-process kvrmem--process))
   (let* ((source (current-buffer))
          (name (or buffer-file-name (buffer-name)))
-         ;; The extension says which formats the tool chooses from.
+         ;; The extension determines the formats that the tool tries.
          (file (make-temp-file "kvrmem" nil (if (file-name-extension name) (file-name-extension name t) "")))
          (output (generate-new-buffer " *kvrmem*")))
     (let ((inhibit-message t))
@@ -326,7 +326,7 @@ A new file gets no mode there, nor do bare numbers without address or comment.")
                      (funcall report (kvrmem--diagnostics output source)))
                  (kill-buffer output))))))))
 
-;; Eglot starts the language server where the user asks for it.
+;; Eglot starts the language server on the user's request.
 (with-eval-after-load 'eglot
   (defvar eglot-server-programs)
   (add-to-list 'eglot-server-programs

@@ -7,7 +7,7 @@ export default tseslint.config(
   { languageOptions: { parserOptions: { projectService: true, tsconfigRootDir: new URL(".", import.meta.url).pathname } } },
   {
     files: ["test/unit/**"],
-    // node:test waits by itself for what describe() and test() return.
+    // node:test itself waits for the promises that describe() and test() return.
     rules: { "@typescript-eslint/no-floating-promises": "off" },
   },
 );

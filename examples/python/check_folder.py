@@ -1,5 +1,5 @@
-"""Checks all memory files of a folder in continuous integration: one line for each finding, in the form that
-compilers have, and exit code 1 where a file is broken.
+"""Checks all memory files of a folder, for continuous integration. Prints one line for each finding, in the form of a
+compiler; the exit code is 1 if a file is broken.
 
 Usage: check_folder.py FOLDER
 """
@@ -11,11 +11,11 @@ import kvr
 
 
 def main(folder: str) -> int:
-    # %% Every file whose extension belongs to a format that can be read
+    # %% Every file with an extension of a readable format
     known = {extension for each in kvr.formats() if each.can_read for extension in each.extensions}
     paths = [path for path in sorted(Path(folder).rglob("*")) if path.suffix[1:].lower() in known]
 
-    # %% What is wrong with each
+    # %% The diagnostics of each file
     broken = 0
     for path in paths:
         found = kvr.check(path)
@@ -23,7 +23,7 @@ def main(folder: str) -> int:
         for each in found:
             print(each)
 
-    # %% The answer
+    # %% The summary
     print(f"{len(paths)} files, {broken} with errors")
     return 1 if broken else 0
 

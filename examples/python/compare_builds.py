@@ -1,4 +1,4 @@
-"""Compares the memories of two builds, by file name, whatever their formats; exit code 1 where they differ.
+"""Compares the memories of two builds by file name, in any format. The exit code is 1 if they differ.
 
 Usage: compare_builds.py OLD_FOLDER NEW_FOLDER
 """
@@ -26,7 +26,7 @@ def main(old_folder: str, new_folder: str) -> int:
     old = {path.stem: path for path in sorted(Path(old_folder).iterdir())}
     new = {path.stem: path for path in sorted(Path(new_folder).iterdir())}
 
-    # %% A table of what differs
+    # %% A table of the differences
     rows = [("memory", "addresses", "old", "new")]
     for name in sorted(old.keys() | new.keys()):
         if name not in old or name not in new:
@@ -38,7 +38,7 @@ def main(old_folder: str, new_folder: str) -> int:
             for each in before.diff(after)
         ]
 
-    # %% For people
+    # %% Aligned columns
     widths = [max(map(len, column)) for column in zip(*rows)]
     for row in rows if len(rows) > 1 else []:
         print("  ".join(cell.ljust(width) for cell, width in zip(row, widths)).rstrip())

@@ -1,4 +1,4 @@
-"""A sine table for a synthesizer: NumPy computes it, a MIF and a picture come out.
+"""A sine table for a synthesizer: NumPy computes the samples; the results are a MIF and a picture.
 
 Usage: sine_table.py MIF SVG
 """
@@ -12,7 +12,7 @@ import kvr
 
 
 def main(mif: str, svg: str) -> None:
-    # %% One period of 256 samples, as large as 16 bits with 15 after the point can be
+    # %% One period of 256 samples, with the largest amplitude of 16 bits with 15 fraction bits
     phase = 2 * np.pi * np.arange(256) / 256
     samples = np.sin(phase) * (1 - 2**-15)
 
@@ -21,12 +21,12 @@ def main(mif: str, svg: str) -> None:
     table = kvr.from_numpy(q15.encode(samples), width=q15.width)
     table.write(mif, data_radix="dec")
 
-    # %% What the hardware will see, and how far it is from what was meant
+    # %% The values in hardware and their error
     error = np.abs(q15.decode(kvr.read(mif).to_numpy()) - samples)
     assert error.max() <= 2**-16, "half of the last place"
     print(f"{len(table)} words of {table.width} bits, from {table.to_numpy(signed=True).min()}")
 
-    # %% In a notebook, the last line shows the picture
+    # %% In a notebook, the last line displays the picture
     picture = table.plot(signed=True, name=mif)
     Path(svg).write_text(picture, encoding="utf-8")
 

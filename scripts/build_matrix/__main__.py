@@ -1,4 +1,4 @@
-"""What scripts/matrix runs."""
+"""The program of scripts/matrix."""
 
 from __future__ import annotations
 
@@ -16,7 +16,7 @@ KNOWN = {each.name: each for each in CONFIGURATIONS}
 
 
 class Parser(argparse.ArgumentParser):
-    """Ends with the exit code that the scripts and the tool have for wrong usage."""
+    """Exits with the code for wrong usage that the scripts and the tool share."""
 
     def error(self, message: str) -> NoReturn:
         self.exit(4, f"{self.prog}: {message}\n")
@@ -63,7 +63,7 @@ def main() -> int:
         return 0
     sections = ("tool", "test", "all", "linker", "matrix")
     subprocess.run([ROOT / "scripts" / "install-packages", *sections], check=True)
-    os.environ["LC_ALL"] = "C.UTF-8"  # wine has no names of files but ASCII in others
+    os.environ["LC_ALL"] = "C.UTF-8"  # in other locales, wine supports only file names in ASCII
     return 0 if try_all([KNOWN[name] for name in arguments.names or KNOWN]) else 1
 
 

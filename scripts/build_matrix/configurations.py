@@ -1,4 +1,4 @@
-"""The ways in which the project is built and tested."""
+"""The configurations in which the project is built and tested."""
 
 from __future__ import annotations
 
@@ -8,23 +8,23 @@ from pathlib import Path
 
 ROOT = Path(__file__).resolve().parents[2]
 
-Options = dict[str, str]  # variables of CMake
+Options = dict[str, str]  # CMake variables
 
 GCC: Options = {"CMAKE_CXX_COMPILER": "g++"}
 CLANG: Options = {"CMAKE_CXX_COMPILER": "clang++-14"}
 DEBUG: Options = {"CMAKE_BUILD_TYPE": "Debug"}
 RELEASE: Options = {"CMAKE_BUILD_TYPE": "Release"}
-# The tool takes the objects, not the library.
+# The tool is linked with the objects, not with the library.
 SHARED: Options = {"BUILD_SHARED_LIBS": "ON", "KVR_BUILD_TOOL": "OFF"}
-# The least optimization with which the tests end soon, with line numbers for reports.
+# The lowest optimization with which the tests take little time, with line numbers for reports.
 LIGHT = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O1", "KVR_BUILD_QUICKLY": "ON"}
 OPTIMIZED = DEBUG | {"CMAKE_CXX_FLAGS_DEBUG": "-g1 -O2"}
 THOROUGH: Options = {"KVR_TEST_THOROUGHLY": "ON", "KVR_STATIC_TOOL": "ON"}
-# Only kvr.
+# kvr alone.
 LIBRARY_KVR: Options = {"KVR_BUILD_IMAGE": "OFF", "KVR_BUILD_TOOL": "OFF"}
 REPLAY: Options = {"KVR_BUILD_FUZZERS": "ON", "KVR_BUILD_TESTS": "OFF", **LIBRARY_KVR}
 
-# A launcher of the user, ccache for example, stays.
+# Keeps a compiler launcher of the user, for example ccache.
 MEASURING_LAUNCHER = ";".join(
     filter(
         None,
@@ -36,7 +36,7 @@ MEASURING_LAUNCHER = ";".join(
 )
 
 
-# fmt comes as headers: an installed library is for this machine alone, and declares itself to be.
+# fmt comes as headers: an installed library is for this machine only, and its configuration says so.
 FOREIGN: Options = {
     "fmt_DIR": str(ROOT / "cmake" / "header_only"),
     "KVR_BUILD_ELF": "OFF",
@@ -52,7 +52,7 @@ def flags(text: str) -> Options:
 
 
 def linux_on(machine: str) -> Options:
-    """Programs for another machine that load no shared library, of which none is installed."""
+    """Options for programs for another machine. No shared libraries for it are installed, so the programs load none."""
     return FOREIGN | {
         "CMAKE_CXX_COMPILER": f"{machine}-linux-gnu-g++",
         "CMAKE_EXE_LINKER_FLAGS": "-static",
@@ -61,16 +61,16 @@ def linux_on(machine: str) -> Options:
     }
 
 
-# Headers without a library, which a compiler for another system takes alone from where they are installed.
+# The compiler for another system finds no headers of this one. It gets links to these, which need no library.
 HEADERS = ("/usr/include/fmt", "/usr/include/nlohmann", "/usr/include/stb")
 
-# The linker of GNU takes minutes for each of these programs, that of LLVM less than a second. Debian's compiler for Windows
-# does not take another one by -fuse-ld.
+# The GNU linker takes minutes for each of these programs, the LLVM linker less than a second. Debian's compiler for
+# Windows does not select another linker by -fuse-ld.
 LLD_SPECS = ROOT / "scripts" / "build_matrix" / "lld.specs"
 
 WINDOWS = FOREIGN | {
     "CMAKE_BUILD_TYPE": "Debug",
-    "CMAKE_C_COMPILER": "x86_64-w64-mingw32-gcc-posix",  # googletest asks for one
+    "CMAKE_C_COMPILER": "x86_64-w64-mingw32-gcc-posix",  # googletest requires one
     "CMAKE_CXX_COMPILER": "x86_64-w64-mingw32-g++-posix",
     "CMAKE_CXX_FLAGS_DEBUG": "-O1",
     "CMAKE_EXE_LINKER_FLAGS": f"-static -specs={LLD_SPECS} -fno-use-linker-plugin",
@@ -85,7 +85,7 @@ class Configuration:
     about: str
     steps: tuple[str, ...]  # the tests: keys of STEPS in steps.py
     options: Options
-    builds_googletest: bool = False  # the installed one would not link, or not fit
+    builds_googletest: bool = False  # the installed one would not link or not match
     links_headers: bool = False  # see HEADERS
     emulator: tuple[str, ...] = ()  # the command that runs a program for another machine
     suffix: str = ""  # of the programs' names
@@ -110,8 +110,8 @@ CONFIGURATIONS = (
         ("unit", "models", "interface", "cli"),
         GCC | LIGHT | {"KVR_SANITIZERS": "address,undefined"},
     ),
-    # The installed standard library is compiled without the sanitizer: no template is taken from it, and nothing is
-    # built that uses its streams.
+    # The installed standard library is compiled without the sanitizer. The build takes no template from it and omits
+    # everything that uses its streams.
     Configuration(
         "memory-sanitizer",
         "clang, memory sanitizer",
@@ -188,7 +188,8 @@ CONFIGURATIONS = (
         ("memcheck", "memcheck_models"),
         GCC | OPTIMIZED | flags("-DKVR_TEST_FEWER_CASES") | LIBRARY_KVR,
     ),
-    # Without assertions, whose conditions are never false. clang warns of what the standard library of g++ 12 has.
+    # Without assertions, because their conditions are never false. clang gives warnings for the standard library of g++
+    # 12.
     Configuration(
         "mcdc",
         "clang 19, modified condition/decision coverage",

@@ -1,8 +1,8 @@
-"""Modified condition/decision coverage of the libraries: each condition of a decision has decided it alone.
+"""Modified condition/decision coverage of the libraries: each condition has determined its decision independently.
 
-A condition is covered when two runs of its decision differ in this condition and in the result, and agree in all other
-conditions that were evaluated in both. clang records the combinations that each decision has taken, llvm-cov says which
-conditions they cover. Runs in a folder of a build, and runs its test programs.
+A condition is covered if two runs of its decision differ in this condition and in the result, and agree in all other
+conditions that both runs evaluated. clang records the combinations of each decision; llvm-cov reports the conditions
+that they cover. Runs in a build folder and runs its test programs.
 """
 
 from __future__ import annotations
@@ -22,7 +22,7 @@ LIBRARIES = ("kvr", "kvrimage")
 PROGRAMS = (Path("tests/kvr_tests"), Path("tests/kvrimage/kvrimage_tests"))
 EXCEPTIONS = ROOT / "tests" / "coverage" / "mcdc_exceptions.txt"
 
-# What llvm-cov shows: the path of a source before its lines, and below a line the decisions that begin there.
+# The output of llvm-cov: the path of a source comes before its lines, and the decisions that begin in a line follow it.
 SOURCE = re.compile(rf"^{re.escape(str(ROOT))}/(.+):$")
 DECISION = re.compile(r"MC/DC Decision Region \((\d+):(\d+)\) to \((\d+):(\d+)\)")
 CONDITION = re.compile(r"C(\d+)-Pair: (covered|not covered|constant folded)")
@@ -30,7 +30,7 @@ CONDITION = re.compile(r"C(\d+)-Pair: (covered|not covered|constant folded)")
 
 @dataclass(frozen=True, order=True)
 class Place:
-    """Of a decision: the source, its first character and the one after its last."""
+    """The place of a decision: the source, its first character and the character after its last."""
 
     path: str
     line: int
@@ -48,7 +48,7 @@ class Place:
 
 @dataclass
 class Decision:
-    """The numbers of its conditions, without those that are constants."""
+    """The numbers of the conditions of a decision, without constant conditions."""
 
     conditions: set[int] = field(default_factory=set)
     covered: set[int] = field(default_factory=set)
@@ -62,8 +62,8 @@ Decisions = dict[Place, Decision]
 
 
 def decisions_in(shown: Iterable[str]) -> Decisions:
-    """A decision of a template, or of a header, is shown for each instance: a condition counts as covered when at least
-    one of them covers it, and as a constant when it is one in all of them."""
+    """llvm-cov shows a decision of a template or of a header for each instance. A condition is covered if at least one
+    instance covers it, and constant if it is constant in all of them."""
     decisions: Decisions = {}
     path = ""
     decision = Decision()
@@ -79,11 +79,11 @@ def decisions_in(shown: Iterable[str]) -> Decisions:
     return decisions
 
 
-Key = tuple[str, str]  # of an exception: the path of the source and the text of the decision
+Key = tuple[str, str]  # an exception: the path of the source and the text of the decision
 
 
 def exceptions_in(text: str) -> set[Key]:
-    """The third line of an entry, the reason, is for the reader."""
+    """The third line of an entry is the reason, for the reader only."""
     lines = "\n".join(line for line in text.splitlines() if not line.startswith("#"))
     entries = (entry.strip().splitlines() for entry in lines.split("\n\n"))
     return {(path, decision) for path, decision, _ in filter(None, entries)}
@@ -112,7 +112,7 @@ def print_figures(library: str, decisions: Decisions) -> None:
 
 
 def report(decisions: Decisions, exceptions: set[Key]) -> bool:
-    """Prints the decisions that are not covered, and the exceptions that are no such decision; false if there are any."""
+    """Prints the decisions that are not covered, and the exceptions for decisions that are; false if there are any."""
     missing = {place: each.missing for place, each in sorted(decisions.items()) if each.missing}
     unexpected = [place for place in missing if (place.path, place.text) not in exceptions]
     for place in unexpected:
@@ -125,7 +125,7 @@ def report(decisions: Decisions, exceptions: set[Key]) -> bool:
 
 
 def main() -> int:
-    # Counts of an earlier build would not fit.
+    # Counts of an earlier build would not match.
     counts = {program: program.with_suffix(".profraw").resolve() for program in PROGRAMS}
     for each in counts.values():
         each.unlink(missing_ok=True)

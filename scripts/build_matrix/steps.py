@@ -1,4 +1,4 @@
-"""What is run for a configuration: the commands that build it and those that test it."""
+"""The commands that build a configuration and those that test it."""
 
 from __future__ import annotations
 
@@ -15,11 +15,11 @@ BUILD_STEP = "build"
 
 @dataclass(frozen=True)
 class Command:
-    """It runs in a folder of the build."""
+    """A command that runs in a folder of the build."""
 
     words: tuple[str, ...]
     folder: str = "."
-    is_built: bool = False  # a program of the build, which another machine may have to run
+    is_built: bool = False  # a program of the build, which may need an emulator
 
 
 def unit_tests(*options: str) -> Command:
@@ -31,7 +31,7 @@ def ctest(*options: str) -> Command:
     return Command(("ctest", *common, *options))
 
 
-# The allocations of the tests are the tests' own, which let them fail.
+# The tests have their own allocation functions, which they can make fail.
 VALGRIND = (
     "valgrind",
     "--quiet",

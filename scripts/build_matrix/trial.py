@@ -15,7 +15,7 @@ from steps import BUILD_STEP, STEPS, Command, build_commands
 
 MATRIX = ROOT / "build" / "matrix"
 
-# What the test program and ctest print at their end.
+# What the test program and ctest print at the end.
 TESTS = (
     re.compile(r"^\[==========\] (\d+) tests? from .* ran\.", re.MULTILINE),
     re.compile(r"^\d+% tests passed.* out of (\d+)$", re.MULTILINE),
@@ -37,7 +37,7 @@ class Counts:
 
 
 def counts_in(output: str, succeeded: bool) -> Counts:
-    """A program that fails although no test of it does is a failure, too."""
+    """A program that fails without a failing test counts as a failure, too."""
     failures = sum_of(FAILURES, output)
     return Counts(sum_of(TESTS, output), failures if succeeded else max(failures, 1))
 

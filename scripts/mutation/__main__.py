@@ -1,4 +1,4 @@
-"""What scripts/mutate runs."""
+"""The program of scripts/mutate."""
 
 from __future__ import annotations
 
@@ -51,7 +51,7 @@ def parse_command_line() -> argparse.Namespace:
 
 
 def places_of(project: Project, text: str) -> list[tuple[str, int]]:
-    """Files, named from the root, and line; 0 for all lines."""
+    """The files, as paths from the root, and the line; 0 for all lines."""
     name, _, line = text.partition(":")
     file = os.path.relpath(Path(name).resolve(), project.root)
     if file in project.sources or file in project.headers:
@@ -74,7 +74,7 @@ def check_libraries(project: Project, suites: Suites, mutants: list[Mutant]) -> 
 
 
 class Trials:
-    """Several at a time."""
+    """Tries several mutants at a time."""
 
     def __init__(self, project: Project, mutants: list[Mutant], jobs: int) -> None:
         self.project = project
@@ -86,7 +86,7 @@ class Trials:
             self.workers.put(Worker(project, self.suites, number))
 
     def outcomes(self) -> Iterator[tuple[Mutant, Outcome]]:
-        """Of those in batches first: they take a fraction of the time."""
+        """Tries the mutants in batches first, because they take a fraction of the time."""
         self.project.make_helper()
         check_libraries(self.project, self.suites, self.mutants)
         alone: list[Mutant] = []
@@ -105,7 +105,7 @@ class Trials:
         self.executor.shutdown(wait=False, cancel_futures=True)
 
     def _try_in_batch(self, batch: Batch, number: int) -> Outcome | None:
-        """None if it must be tried alone, because what the compiler evaluates in a batch is the original."""
+        """None if the mutant must be tried alone, because the compiler evaluates the original in a batch."""
         if batch.is_noticed(number):
             return Outcome.NOTICED
         mutant = batch.numbered[number]
@@ -134,13 +134,13 @@ def try_all(project: Project, mutants: list[Mutant], jobs: int, record: Record) 
             record.add(mutant, outcome)
             progress.add(outcome)
     except KeyboardInterrupt:
-        pass  # what is known until then is reported
+        pass  # the results so far are reported
     finally:
         trials.close()
 
 
 def main() -> int:
-    signal.signal(signal.SIGTERM, signal.default_int_handler)  # the results until then are still reported
+    signal.signal(signal.SIGTERM, signal.default_int_handler)  # the results so far are still reported
     arguments = parse_command_line()
     project = Project(arguments.root)
     places = [place for text in arguments.files for place in places_of(project, text)]
@@ -153,7 +153,7 @@ def main() -> int:
     sample = draw_sample(mutants, arguments.sample or len(mutants), arguments.seed)
     if not arguments.report:
         with (project.build / "trials.lock").open("w") as lock:
-            fcntl.flock(lock, fcntl.LOCK_EX)  # two runs would try theirs in the same folders
+            fcntl.flock(lock, fcntl.LOCK_EX)  # two runs would use the same folders
             try_all(project, [each for each in sample if record.outcome_of(each) in untried], arguments.jobs, record)
     report = Report(equivalents, folder_of if arguments.record or arguments.report else group_of, mutants)
     for mutant in mutants:

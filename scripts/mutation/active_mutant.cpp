@@ -1,5 +1,5 @@
-// Linked into the test programs that scripts/mutate makes: says which mutant runs, for how long it may, and
-// which parts of the sources each test enters.
+// Linked into the test programs that scripts/mutate builds. Determines the mutant that runs and its time
+// limit, and records the parts of the sources that each test enters.
 
 #include <gtest/gtest.h>
 
@@ -13,7 +13,7 @@
 
 // The sources with mutants declare these.
 unsigned kvr_active_mutant = 0;            // none
-unsigned char kvr_entered_parts[1U << 16]; // by number of the first mutant
+unsigned char kvr_entered_parts[1U << 16]; // by number of the first mutant in the part
 
 namespace {
 
@@ -22,17 +22,18 @@ unsigned number_in(const char* variable) {
     return text != nullptr ? static_cast<unsigned>(std::strtoul(text, nullptr, 10)) : 0;
 }
 
-/// Before the first constructor of a global object runs.
+/// Runs before the first constructor of a global object.
 [[gnu::constructor(101)]] void choose_mutant() {
     kvr_active_mutant = number_in("KVR_ACTIVE_MUTANT");
     if (const unsigned milliseconds = number_in("KVR_MOST_MILLISECONDS"); milliseconds != 0) {
         const timeval limit = {milliseconds / 1000, static_cast<suseconds_t>(milliseconds % 1000) * 1000};
         const itimerval timer = {{}, limit};
-        setitimer(ITIMER_PROF, &timer, nullptr); // of processor time; the signal ends the program
+        setitimer(ITIMER_PROF, &timer, nullptr); // processor time; the signal ends the program
     }
 }
 
-/// Writes a line for each test: its name, its microseconds of processor time, and what it has entered; at the end one for everything that was entered.
+/// Writes a line for each test: its name, its processor time in microseconds, and the parts that it has
+/// entered. At the end, writes a line for all entered parts.
 class entered_parts : public testing::EmptyTestEventListener {
 public:
     void OnTestStart(const testing::TestInfo& /*test*/) override {
@@ -76,7 +77,7 @@ private:
     std::clock_t start = 0;
 };
 
-/// The list takes the listener; it is made before main().
+/// The list, which is created before main(), owns the listener.
 const bool is_listening = [] {
     if (number_in("KVR_PRINT_ENTERED") != 0) {
         testing::UnitTest::GetInstance()->listeners().Append(std::make_unique<entered_parts>().release());

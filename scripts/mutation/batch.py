@@ -16,13 +16,13 @@ from sandbox import passes
 from schema import parts_of, culprits, schema_of
 from suites import Suites, is_near, is_slow
 
-MUTANTS = 4000  # of a batch, and those of its last file
-ROUNDS = 10  # of compilations, before all mutants of a source that is not compiled are left out
+MUTANTS = 4000  # per batch, plus the rest of its last file
+ROUNDS = 10  # of compilations; after them, a source that still fails loses all mutants
 
 
 def batches_of(project: Project, mutants: Iterable[Mutant]) -> Iterator[list[Mutant]]:
-    """Each of one library and of whole files. Files of the same name are in the same batch: a source and its header are
-    compiled once."""
+    """Divides mutants into batches of one library and of whole files. Files of the same name are in the same batch, so
+    that a source and its header are compiled once."""
     by_file: dict[str, list[Mutant]] = {}
     for mutant in mutants:
         by_file.setdefault(mutant.file, []).append(mutant)
@@ -38,7 +38,7 @@ def batches_of(project: Project, mutants: Iterable[Mutant]) -> Iterator[list[Mut
 
 
 class Batch:
-    """A number chooses the mutant that runs, none is 0."""
+    """A program with mutants. A number selects the mutant that runs; 0 selects none."""
 
     def __init__(self, project: Project, suites: Suites, mutants: list[Mutant], executor: Executor) -> None:
         self.project = project
@@ -52,7 +52,7 @@ class Batch:
             return
         shutil.rmtree(self.folder, ignore_errors=True)
         first = next(iter(self.numbered.values()))
-        self.program = self.folder / project.program_of(first.file).path.name  # a test looks at its name
+        self.program = self.folder / project.program_of(first.file).path.name  # a test checks this name
         objects = self._compile()
         self._leave_what_never_compiles()
         linking = project.link(first.file, objects, self.program)
@@ -68,7 +68,7 @@ class Batch:
         self.reach = Reach(project.root, self.program, tests, executor)
 
     def _compile(self) -> dict[Unit, Path]:
-        """Mutants with errors are left out until there is none."""
+        """Removes mutants with errors until the sources compile."""
         changed = {mutant.file for mutant in self.numbered.values()}
         files = {file: self.project.units_with(file) for file in sorted(changed)}
         units = list(dict.fromkeys(unit for of_file in files.values() for unit in of_file))
@@ -96,7 +96,7 @@ class Batch:
             path.write_bytes(schema_of(self.project.root / file, of_file))
 
     def _leave_out(self, messages: str, unit: Unit, files: dict[str, list[Unit]]) -> set[str]:
-        """And returns the files in which they are."""
+        """Removes the mutants that cause the errors and returns their files."""
         numbers = culprits(messages)
         known = [number for number in numbers if number in self.numbered]
         if known:
@@ -104,11 +104,12 @@ class Batch:
             self.not_compiled |= left
             return {mutant.file for mutant in left.values()}
         if numbers:
-            return set()  # another unit has had the same errors
+            return set()  # another unit had the same errors
         return self._leave_unit(messages, unit, files)
 
     def _leave_unit(self, messages: str, unit: Unit, files: dict[str, list[Unit]]) -> set[str]:
-        """When no mutant is to blame, or always another one."""
+        """Removes all mutants of a unit if none of them causes the errors, or if each compilation fails because of
+        another one."""
         print(f"{unit.file} is not compiled, its mutants are tried alone:\n{messages[:500]}", file=sys.stderr)
         blamed = {file for file, units in files.items() if unit in units}
         for number, mutant in list(self.numbered.items()):
@@ -117,8 +118,8 @@ class Batch:
         return blamed
 
     def _leave_what_never_compiles(self) -> None:
-        """Some parts cannot be duplicated: a function whose type is deduced from a lambda in it, a constant whose value
-        the compiler needs."""
+        """Some parts cannot be duplicated: a function whose type is deduced from a lambda in it, or a constant whose
+        value the compiler needs."""
         compiled = {(mutant.file, mutant.part) for mutant in self.numbered.values()}
         failed = Counter((mutant.file, mutant.part) for mutant in self.not_compiled.values())
         for number, mutant in list(self.not_compiled.items()):

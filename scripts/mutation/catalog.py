@@ -1,4 +1,4 @@
-"""All mutants of the files. To find them takes a second a file, so what was found is kept until the file changes."""
+"""All mutants of the files. Finding them takes a second per file, so the result is kept until the file changes."""
 
 from __future__ import annotations
 
@@ -16,7 +16,7 @@ FINDERS = [Path(__file__).with_name(name) for name in ("syntax.py", "mutant.py")
 
 
 def mutants_in(project: Project, files: Iterable[str], jobs: int) -> dict[str, list[Mutant]]:
-    """By file, in the order of the source."""
+    """The mutants by file, in the order of the source."""
     folder = project.build / "mutants"
     folder.mkdir(exist_ok=True)
     kept = {file: folder / _name(project.root, file) for file in files}
@@ -30,7 +30,7 @@ def mutants_in(project: Project, files: Iterable[str], jobs: int) -> dict[str, l
 
 
 def _name(root: Path, file: str) -> str:
-    """Of the file as it is and of what finds its mutants."""
+    """A hash of the file and of the programs that find its mutants."""
     state = hashlib.sha256(file.encode())
     for path in (root / file, *FINDERS):
         state.update(path.read_bytes())

@@ -1,4 +1,4 @@
-"""The list of mutants that no test can notice, because they do what the original does."""
+"""The list of equivalent mutants, which no test can notice because they behave like the original."""
 
 from __future__ import annotations
 
@@ -9,11 +9,11 @@ from mutant import Key, Mutant
 
 
 class EquivalentsError(Exception):
-    """The list is not in order."""
+    """The list is invalid."""
 
 
 def read_equivalents(path: Path) -> set[Key]:
-    """An entry is a file with the function, a line with `-`, the line that it becomes with `+`, and the reason."""
+    """An entry is a file with the function, a line with `-`, the changed line with `+`, and the reason."""
     found: set[Key] = set()
     text = "\n".join(line for line in path.read_text().splitlines() if not line.startswith("#"))
     for entry in filter(None, (each.strip() for each in text.split("\n\n"))):
@@ -29,7 +29,7 @@ def read_equivalents(path: Path) -> set[Key]:
 
 
 def check_equivalents(equivalents: set[Key], mutants: Iterable[Mutant], files: Iterable[str]) -> None:
-    """Each entry about one of the files is one of its mutants."""
+    """Checks that each entry for one of the files is one of its mutants."""
     looked_at = set(files)
     unknown = {key for key in equivalents if key.file in looked_at} - {mutant.key for mutant in mutants}
     if unknown:

@@ -1,4 +1,4 @@
-"""What kind of source a file is, and how many of the mutants of each the tests must notice."""
+"""The groups of sources, and the percentage of the mutants that the tests must notice."""
 
 from __future__ import annotations
 
@@ -37,7 +37,8 @@ def by_group(mutants: Iterable[Mutant]) -> dict[str, list[Mutant]]:
 
 
 def draw_sample(mutants: list[Mutant], size: int, seed: int) -> list[Mutant]:
-    """As many of each group, as far as it has them. A greater sample with the same seed holds a smaller one."""
+    """Draws the same number from each group, if it has as many. A larger sample with the same seed contains a smaller
+    one."""
     chooser = random.Random(seed)
     groups = list(by_group(mutants).values())
     for group in groups:

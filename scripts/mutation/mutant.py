@@ -1,4 +1,4 @@
-"""A mutant: one small change of one source, and how it is shown."""
+"""A mutant: one small change of one source, and its printed form."""
 
 from __future__ import annotations
 
@@ -14,8 +14,8 @@ class Key(NamedTuple):
 
 
 class Part(NamedTuple):
-    """What is duplicated for each mutant in it: the body of an outermost function, with its braces, or an expression
-    that initializes a member."""
+    """A piece of source that is duplicated for each mutant in it: the body of an outermost function with its braces, or
+    an expression that initializes a member."""
 
     begin: int
     end: int
@@ -29,21 +29,22 @@ def one_line(text: bytes) -> str:
 
 @dataclass(frozen=True)
 class Mutant:
-    """The bytes from begin to end of a file, which is named from the root, become the replacement."""
+    """A change that replaces the bytes from begin to end of a file. The file is a path from the root."""
 
     file: str
     begin: int
     end: int
     replacement: bytes
     line: int
-    function: str  # in which it is, if in one
-    before: str  # the lines that the change touches, as one
+    function: str  # the function that contains the change, if any
+    before: str  # the lines that the change touches, as one line
     after: str
-    part: Part | None = None  # in which it is, if in one
+    part: Part | None = None  # the part that contains the change, if any
 
     @property
     def key(self) -> Key:
-        """What stays when lines are added above; two equal lines of a function have one key."""
+        """The properties that stay the same if lines are added above. Two equal lines of a function have the same
+        key."""
         return Key(self.file, self.function, self.before, self.after)
 
     def __str__(self) -> str:

@@ -1,4 +1,4 @@
-"""Shows how far the trials are."""
+"""Shows the progress of the trials."""
 
 from __future__ import annotations
 
@@ -6,7 +6,7 @@ import sys
 
 from trial import Outcome
 
-STEP = 25  # trials a line, where lines stay
+STEP = 25  # trials per line if lines cannot be overwritten
 
 
 class Progress:

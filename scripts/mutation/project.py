@@ -1,4 +1,4 @@
-"""The build of the unchanged sources, and how a mutant of one is compiled and linked with the rest of it."""
+"""The build of the unchanged sources, and how a mutant is compiled and linked with it."""
 
 from __future__ import annotations
 
@@ -11,19 +11,19 @@ from dataclasses import dataclass
 from functools import cache
 from pathlib import Path
 
-MOST_COMPILATIONS = 6  # that a header may cost to be among those that are changed without being named
-PROGRAMS = {"kvr/": "tests/kvr_tests", "kvrimage/": "tests/kvrimage/kvrimage_tests"}  # of a library's tests
+MOST_COMPILATIONS = 6  # headers that need more are changed only if they are named
+PROGRAMS = {"kvr/": "tests/kvr_tests", "kvrimage/": "tests/kvrimage/kvrimage_tests"}  # the tests of each library
 DROPPED = {"-MD"}
 DROPPED_WITH_VALUE = {"-MT", "-MF", "-o", "-c"}
 BATCH = re.compile(r"Unity/unity_\w+\.cxx$")
 INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)
 OPTIMIZED = "-O2"
-QUICKER = ("-UFMT_HEADER_ONLY",)  # half the time; the linker finds its functions in the objects of the build
+QUICKER = ("-UFMT_HEADER_ONLY",)  # half the time; the linker finds the functions of fmt in the objects of the build
 HELPER = "active_mutant.cpp"
 
 
 def essential_arguments(command: list[str]) -> tuple[str, ...]:
-    """What all compilations of a source have in common: compiler and options, without files."""
+    """The part of the command that all compilations of a source share: compiler and options, without files."""
     kept: list[str] = []
     words = iter(command)
     for word in words:
@@ -36,7 +36,7 @@ def essential_arguments(command: list[str]) -> tuple[str, ...]:
 
 @dataclass(frozen=True)
 class Program:
-    """The tests of a library."""
+    """The test program of a library."""
 
     path: Path
     link_command: tuple[str, ...]
@@ -44,16 +44,16 @@ class Program:
 
 @dataclass(frozen=True)
 class Unit:
-    """What the compiler takes: of a library each source, of the tests the batches that the build has."""
+    """A unit of compilation: a source of a library, or a batch of tests of the build."""
 
     file: str
     command: tuple[str, ...]
     sources: tuple[str, ...]
-    replaced_object: str = ""  # a source of a library comes before its batch instead
+    replaced_object: str = ""  # a source of a library precedes its batch instead
 
 
 class Project:
-    """Files are named from the root."""
+    """The project. Files are paths from its root."""
 
     def __init__(self, root: Path) -> None:
         self.root = root
@@ -67,7 +67,7 @@ class Project:
         self.headers = sorted(self.users)
 
     def usual_files(self) -> list[str]:
-        """Those whose mutants are made within seconds."""
+        """The files whose mutants are compiled within seconds."""
         headers = [header for header in self.headers if len(self.units_with(header)) <= MOST_COMPILATIONS]
         return [*self.sources, *headers]
 
@@ -105,7 +105,7 @@ class Project:
 
     @cache
     def _includes(self, file: str) -> frozenset[str]:
-        """The headers of the libraries that a file itself includes, without those that the build makes."""
+        """The headers of the libraries that a file itself includes, without generated headers."""
         named = INCLUDE.findall((self.root / file).read_text())
         return frozenset(each for each in named if self._library_of(each) and (self.root / each).exists())
 
@@ -119,7 +119,7 @@ class Project:
         return frozenset(found)
 
     def _find_users(self) -> dict[str, list[str]]:
-        """The sources of its own library that include a header."""
+        """For each header, the sources of its own library that include it."""
         users: dict[str, list[str]] = {}
         for source in self.sources:
             for header in self._all_includes(source):
@@ -128,14 +128,14 @@ class Project:
         return users
 
     def parse_arguments(self, file: str) -> list[str]:
-        """The arguments with which libclang parses a source or header as the compiler does."""
+        """The arguments with which libclang parses a source or header like the compiler."""
         source = file if file in self.units else self.users[file][0]
         defines = [each for each in self.units[source].command if each.startswith(("-D", "-I", "-std="))]
         return ["-xc++", *defines]
 
     def units_with(self, file: str) -> list[Unit]:
-        """What must be compiled again when a file has changed. The tests that include a header themselves are among
-        it: others see what the library was compiled to."""
+        """The units that must be compiled again if a file has changed. They include the tests that include a header
+        themselves; the other tests use the compiled library."""
         if file in self.units:
             return [self.units[file]]
         tests = self.tests[self._library_of(file)]
@@ -145,7 +145,7 @@ class Project:
     def compile(
         self, unit: Unit, overlay: Path, object_file: Path, *options: str
     ) -> subprocess.CompletedProcess[str]:
-        """Files of the overlay stand in for those of the tree."""
+        """Files of the overlay replace those of the tree."""
         changed = overlay / unit.file
         path = changed if changed.exists() else self.root / unit.file
         compiler, *usual = self._without_stale_header(unit.command, overlay)
@@ -154,7 +154,7 @@ class Project:
         return subprocess.run(command, cwd=self.build, capture_output=True, text=True, check=False)
 
     def _without_stale_header(self, command: tuple[str, ...], overlay: Path) -> tuple[str, ...]:
-        """A precompiled header has the original of what it includes."""
+        """Removes a precompiled header that contains the original of a changed file."""
         if "-include" not in command:
             return command
         place = command.index("-include")
@@ -165,7 +165,7 @@ class Project:
         return command[:place] + command[place + 2 :] if is_stale else command
 
     def is_same_code(self, unit: Unit, overlay: Path, folder: Path) -> bool:
-        """Whether an optimizing compiler makes of the original what it makes of the mutant."""
+        """True if an optimizing compiler generates the same code for the original and the mutant."""
         object_file = folder / "optimized.o"
         is_compiled = self.compile(unit, overlay, object_file, OPTIMIZED).returncode == 0
         return is_compiled and object_file.read_bytes() == self._optimized_original(unit)
@@ -178,7 +178,7 @@ class Project:
             return object_file.read_bytes()
 
     def make_helper(self) -> None:
-        """What is linked before all programs with mutants."""
+        """Compiles the object that is linked first into all programs with mutants."""
         compiler = next(iter(self.units.values())).command[0]
         command = [compiler, "-std=c++20", "-O1", "-o", str(self._helper), "-c", str(Path(__file__).with_name(HELPER))]
         subprocess.run(command, check=True)
@@ -188,7 +188,7 @@ class Project:
         return self.build / "active_mutant.o"
 
     def link(self, file: str, changed: dict[Unit, Path], path: Path) -> subprocess.CompletedProcess[str]:
-        """What has changed comes first: of a function that is there twice the linker keeps the first copy."""
+        """Changed objects come first: the linker keeps the first copy of a function."""
         replaced = {unit.replaced_object for unit in changed}
         words = [word for word in self.program_of(file).link_command if word not in replaced]
         words[words.index("-o") + 1] = str(path)

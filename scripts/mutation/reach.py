@@ -1,4 +1,4 @@
-"""Which tests enter which parts of the sources, and so which are run for a mutant."""
+"""Which tests enter which parts of the sources, and therefore run for a mutant."""
 
 from __future__ import annotations
 
@@ -12,13 +12,13 @@ from mutant import Mutant
 from sandbox import Stage, Test, run_tests
 from suites import MOST_SECONDS, is_near, is_slow
 
-FIRST_SECONDS = 0.05  # of the tests that are run first; those that come next take TIMES as long
+FIRST_SECONDS = 0.05  # the tests that run first; each later stage takes TIMES as long
 TIMES = 10
 MARK = "entered: "
 
 
 def in_stages(tests: Iterable[Test]) -> Iterator[Stage]:
-    """The quickest come first."""
+    """Groups tests into stages, the fastest ones first."""
     chosen: list[Test] = []
     seconds = 0.0
     limit = FIRST_SECONDS
@@ -33,9 +33,9 @@ def in_stages(tests: Iterable[Test]) -> Iterator[Stage]:
 
 
 class Reach:
-    """Each suite runs in a process of its own, with no mutant active. A test may leave an object behind that later
-    tests of its suite use without entering what has made it, so all tests of a suite may depend on what one of them
-    enters."""
+    """Runs each suite in its own process with no mutant active. A test may create an object that later tests of its
+    suite use without entering the code that created it. Therefore all tests of a suite may depend on the parts that one
+    of them enters."""
 
     def __init__(self, root: Path, program: Path, tests: Iterable[Test], executor: Executor) -> None:
         self.root = root
@@ -64,7 +64,8 @@ class Reach:
                 self.direct.setdefault(int(number), []).append(test)
 
     def stages(self, part: int, mutant: Mutant) -> Iterator[Stage]:
-        """First the tests that enter the part, then the others of their suites. A slow one must be of the folder."""
+        """The tests that enter the part, then the others of their suites. A slow test only runs if it belongs to the
+        folder."""
 
         def is_run(test: Test) -> bool:
             return not is_slow(test) or is_near(test, mutant.file)

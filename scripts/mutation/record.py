@@ -1,4 +1,4 @@
-"""The file that keeps the outcome of each mutant, so that all of them can be tried in several runs."""
+"""The file that keeps the outcome of each mutant, so that several runs can share the trials."""
 
 from __future__ import annotations
 
@@ -11,20 +11,20 @@ from trial import Outcome
 
 
 class Identity(NamedTuple):
-    """Of a mutant of one state of a file: what changes the file makes others."""
+    """Identifies a mutant of one state of a file. Changing the file changes the identity."""
 
     place: str  # file and line
     state: str
-    change: str  # from which byte to which, and what they become
+    change: str  # the range of bytes and its replacement
     lines: str  # before and after, for the reader of the record
 
 
 class Record:
-    """A line a trial: the outcome, a tab, and the parts of the identity with tabs between. The last line that a mutant
-    has counts."""
+    """One line per trial: the outcome and the parts of the identity, separated by tabs. The last line of a mutant
+    counts."""
 
     def __init__(self, root: Path, path: Path | None) -> None:
-        """Without a file it is kept in memory only."""
+        """Without a file, the record is only kept in memory."""
         self.root = root
         self.path = path
         self.states: dict[str, str] = {}
@@ -35,7 +35,7 @@ class Record:
     def _read(self, path: Path) -> None:
         complete, end, torn = path.read_bytes().rpartition(b"\n")
         if torn:
-            path.write_bytes(complete + end)  # of a run that was killed
+            path.write_bytes(complete + end)  # a partial line of a run that was killed
         for line in filter(None, complete.decode().split("\n")):
             outcome, *parts = line.split("\t")
             self.outcomes[Identity(*parts)] = Outcome(outcome)

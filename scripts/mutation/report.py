@@ -16,7 +16,7 @@ EQUIVALENT = "equivalent"
 class Report:
     def __init__(self, equivalents: set[Key], part_of: Callable[[str], str], mutants: Iterable[Mutant]) -> None:
         self.equivalents = equivalents
-        self.part_of = part_of  # a group or a folder: a row of the table
+        self.part_of = part_of  # the group or folder: a row of the table
         self.population = Counter(part_of(mutant.file) for mutant in mutants)
         self.counts: dict[str, Counter[str]] = {name: Counter() for name in self.population}
         self.survivors: list[Mutant] = []
@@ -39,7 +39,7 @@ class Report:
         return 100 * counts[Outcome.NOTICED.value] / decided if decided else None
 
     def _overall(self) -> float | None:
-        """Each part weighs what it has in mutants, however many of them were tried."""
+        """The weight of each part is its number of mutants, no matter how many of them were tried."""
         percents = {name: self._percent(name) for name in self.population}
         known = {name: percent for name, percent in percents.items() if percent is not None}
         weight = sum(self.population[name] for name in known)

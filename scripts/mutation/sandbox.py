@@ -1,4 +1,4 @@
-"""Runs tests with a mutant, which may do anything."""
+"""Runs tests with a mutant, which may do anything, in a sandbox."""
 
 from __future__ import annotations
 
@@ -17,7 +17,7 @@ class Test:
     suite: str  # with the prefix and suffix of parameterized tests
     name: str
     seconds: float
-    file: str  # from tests/
+    file: str  # path from tests/
 
     @property
     def full_name(self) -> str:
@@ -26,7 +26,7 @@ class Test:
 
 @dataclass(frozen=True)
 class Stage:
-    """Tests that are run by one process."""
+    """Tests that run in one process."""
 
     tests: tuple[Test, ...]
 
@@ -36,13 +36,13 @@ class Stage:
 
     @property
     def most_seconds(self) -> float:
-        """Of processor time. Kept short: many mutants never end."""
+        """The limit of processor time. It is short because many mutants never end."""
         return 0.5 + 4 * self.seconds
 
 
 def sandboxed(root: Path, command: list[str], cpu_seconds: int, variables: Mapping[str, int]) -> list[str]:
-    """It can write nowhere but in a scratch folder that goes with it, and takes no more than its share of memory and
-    time."""
+    """The command in a sandbox: it can only write to its own scratch folder, which is removed with it, and its memory
+    and time are limited."""
     return [
         *("bwrap", "--die-with-parent", "--new-session", "--unshare-all", "--ro-bind", "/", "/"),
         *("--dev", "/dev", "--proc", "/proc", "--size", str(SCRATCH_SPACE), "--tmpfs", "/tmp"),
@@ -56,8 +56,8 @@ def sandboxed(root: Path, command: list[str], cpu_seconds: int, variables: Mappi
 def run_tests(
     root: Path, program: Path, tests: Iterable[Test], seconds: float, variables: Mapping[str, int]
 ) -> subprocess.CompletedProcess[str] | None:
-    """None if it takes too long. Processor time decides, so that a busy machine does not; the clock is for what sleeps.
-    The program itself ends after these seconds, its children somewhat later."""
+    """None if the tests take too long. Processor time is limited, so that a busy machine makes no difference; elapsed
+    time is limited for tests that sleep. The program ends itself after these seconds, its children somewhat later."""
     names = ":".join(test.full_name for test in tests)
     with tempfile.NamedTemporaryFile("w", dir=program.parent) as flags:  # the names may be too long for an argument
         flags.write(f"--gtest_filter={names}\n--gtest_fail_fast\n--gtest_brief=1\n")

@@ -1,5 +1,5 @@
-"""One source with many of its mutants: each part that has some is there once more for each of them, and a number that
-the program gets when it starts chooses."""
+"""One source with many of its mutants. Each part with mutants is duplicated for each of them, and a number that the
+program gets at its start selects one."""
 
 from __future__ import annotations
 
@@ -10,13 +10,13 @@ from pathlib import Path
 from mutant import Part, Mutant
 
 DECLARATIONS = b"extern unsigned kvr_active_mutant;\nextern unsigned char kvr_entered_parts[];\n"
-LINES = 100_000  # more than a source has: the lines of a mutant begin at its number times this
+LINES = 100_000  # more than a source has; the lines of a mutant begin at its number times this
 MESSAGE = re.compile(r"^[^\s:][^:]*:(\d+):(?:\d+:)? +(\S+)", re.MULTILINE)
-CONTEXT = {"required", "recursively", "in"}  # how the lines begin that lead to what was instantiated or evaluated
+CONTEXT = {"required", "recursively", "in"}  # first words of messages that lead to the instantiated or evaluated code
 
 
 def parts_of(numbered: Mapping[int, Mutant]) -> dict[tuple[str, Part], int]:
-    """Each has the number of the first mutant in it."""
+    """The parts, each with the number of its first mutant."""
     found: dict[tuple[str, Part], int] = {}
     for number, mutant in sorted(numbered.items()):
         if mutant.part is not None:
@@ -40,7 +40,7 @@ def schema_of(path: Path, numbered: Mapping[int, Mutant]) -> bytes:
 
 
 def _line_directive(line: int, path: Path) -> bytes:
-    """The name of the original goes into the messages of its assertions."""
+    """The messages of assertions contain the name of the original."""
     return b'\n#line %d "%s"\n' % (line, bytes(path))
 
 
@@ -49,7 +49,7 @@ def _line_of(source: bytes, place: int) -> int:
 
 
 def _active_mutant(part: Part, numbered: Mapping[int, Mutant]) -> bytes:
-    """Notes that the part is entered. When the compiler evaluates it, the original is chosen."""
+    """Notes that the part is entered. If the compiler evaluates the part, the original is selected."""
     active = b"(::kvr_entered_parts[%d] = 1, ::kvr_active_mutant)" % min(numbered)
     return b"(__builtin_is_constant_evaluated() ? 0U : %s)" % active if part.is_constant else active
 
@@ -69,7 +69,7 @@ def _chosen_body(path: Path, source: bytes, part: Part, numbered: Mapping[int, M
 
 
 def _chosen_expression(path: Path, source: bytes, part: Part, numbered: Mapping[int, Mutant]) -> Iterator[bytes]:
-    """Where it may not be chosen when the program runs, the compiler names the first mutant."""
+    """If an expression must be constant, the compiler reports an error in the first mutant."""
     yield _line_directive(min(numbered) * LINES, path) + b"("
     for number, mutant in sorted(numbered.items()):
         yield b"%s == %d ? (" % (_active_mutant(part, numbered), number)
@@ -79,8 +79,8 @@ def _chosen_expression(path: Path, source: bytes, part: Part, numbered: Mapping[
 
 
 def culprits(messages: str) -> set[int]:
-    """The mutants in which the errors of a compiler are: where it says or, when that is no mutant, at the first mutant
-    on the way to there."""
+    """The mutants that cause the errors of a compiler. An error belongs to the mutant at its place or, if there is
+    none, to the first mutant of the messages that lead to it."""
     found: set[int] = set()
     way: list[int] = []
     for line, kind in MESSAGE.findall(messages):

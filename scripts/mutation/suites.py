@@ -1,4 +1,4 @@
-"""The tests of a library, and which of them are run for a file."""
+"""The tests of a library, and the tests that run for a file."""
 
 from __future__ import annotations
 
@@ -12,8 +12,8 @@ from pathlib import Path, PurePath
 from project import Program, Project
 from sandbox import Stage, Test, sandboxed
 
-SLOW_SECONDS = 0.1  # a test that takes longer is run for the sources of its own folder only
-MOST_SECONDS = 1800  # of all tests
+SLOW_SECONDS = 0.1  # a slower test only runs for the sources of its own folder
+MOST_SECONDS = 1800  # limit of all tests together
 SUITE_DEFINITION = re.compile(r"^(?:TYPED_)?TEST(?:_F|_P)?\((\w+),", re.MULTILINE)
 
 
@@ -26,7 +26,7 @@ def is_own(test: Test, file: str) -> bool:
 
 
 def is_near(test: Test, file: str) -> bool:
-    """Of the file itself or of its folder."""
+    """True if the test belongs to the file or to its folder."""
     path = PurePath(file)
     folder = PurePath(*path.parts[1:-1]) if path.parts[0] == "kvr" else path.parent
     return is_own(test, file) or PurePath(test.file).is_relative_to(folder)
@@ -48,7 +48,7 @@ class Suites:
         return self.tests[program]
 
     def _tests_of(self, program: Program) -> Iterator[Test]:
-        """Those that pass without a change, with the time that each takes."""
+        """The tests that pass without a change, with the time of each."""
         report = program.path.with_name(f"{program.path.name}.xml")
         if not report.exists() or report.stat().st_mtime < program.path.stat().st_mtime:
             self._measure(program.path, report)
@@ -62,7 +62,7 @@ class Suites:
                     yield test
 
     def _measure(self, program: Path, report: Path) -> None:
-        """Of the unchanged program. A few tests may fail in the sandbox, which has one user only."""
+        """Measures the unchanged program. A few tests may fail in the sandbox, which has only one user."""
         command = [str(program), "--gtest_output=xml:/dev/stderr", "--gtest_brief=1"]
         ended = subprocess.run(
             sandboxed(self.project.root, command, MOST_SECONDS, {}), capture_output=True, text=True, check=False
@@ -76,8 +76,8 @@ class Suites:
         return next((self.files[part] for part in suite.split("/") if part in self.files), "")
 
     def stages(self, file: str) -> list[Stage]:
-        """The quick tests of the file itself come first, then those of its folder and those of all others; last what
-        is slow and of the same folder."""
+        """The fast tests of the file come first, then those of its folder, then all others. The slow tests of the
+        folder come last."""
         tests = self.tests_of(self.project.program_of(file))
         quick = [test for test in tests if not is_slow(test)]
         slow = [test for test in tests if is_slow(test) and is_near(test, file)]

@@ -1,4 +1,4 @@
-"""Finds what can be changed in a source: walks the syntax tree of libclang, so that a mutant stands at a real operator,
+"""Finds possible changes in a source. Walks the syntax tree of libclang, so that each mutant changes a real operator,
 constant, condition or statement."""
 
 from __future__ import annotations
@@ -10,7 +10,7 @@ from clang.cindex import Cursor, CursorKind, Index, Token, TokenKind, Translatio
 
 from mutant import Mutant, Part, make_mutant
 
-Change = tuple[int, int, bytes]  # from, to, what comes there
+Change = tuple[int, int, bytes]  # from, to, replacement
 
 REPLACEMENTS: dict[bytes, tuple[bytes, ...]] = {
     b"<": (b"<=", b">="),
@@ -72,7 +72,7 @@ NO_KIND = CursorKind.UNEXPOSED_EXPR
 
 
 def kind_of(cursor: Cursor) -> CursorKind:
-    """libclang knows kinds that its Python module does not."""
+    """The kind of a cursor. libclang has kinds that its Python module does not know."""
     try:
         return cursor.kind
     except ValueError:
@@ -83,7 +83,7 @@ NUMBER = re.compile(rb"(0[xX][0-9a-fA-F']+|0[bB][01']+|[0-9']+)([uUlLzZ]*)")
 
 
 def next_number(text: bytes) -> bytes | None:
-    """The constant that is greater by one, in the notation of the first."""
+    """The constant plus one, in the same notation."""
     match = NUMBER.fullmatch(text)
     if match is None:
         return None
@@ -153,7 +153,7 @@ class SourceChanges:
         ]
 
     def _survey(self, cursor: Cursor) -> None:
-        """Notes where variables are declared and how far functions and parts reach, the outer ones first."""
+        """Records variable declarations and the ranges of functions and parts, outer ones first."""
         if kind_of(cursor) in WITH_BODY_KINDS:
             self.parts.extend(self._body(cursor))
         if kind_of(cursor) in WITH_INITIALIZER_KINDS:
@@ -166,12 +166,12 @@ class SourceChanges:
             self._survey(child)
 
     def _is_constant(self, cursor: Cursor) -> bool:
-        """A lambda is constexpr without being declared so, and a member may be of an object that is."""
+        """A lambda is constexpr without a declaration, and a member may belong to a constexpr object."""
         may_be_constant = kind_of(cursor) in (CursorKind.LAMBDA_EXPR, CursorKind.FIELD_DECL)
         return may_be_constant or b"constexpr" in self._text(cursor).partition(b"{")[0]
 
     def _body(self, function: Cursor) -> Iterator[Part]:
-        """What only the compiler evaluates has none."""
+        """The body of a function. A function that only the compiler evaluates has no part."""
         children = self._children(function)
         if not children or kind_of(children[-1]) != CursorKind.COMPOUND_STMT:
             return
@@ -181,7 +181,7 @@ class SourceChanges:
             yield Part(begin, end, self._is_constant(function), is_expression=False)
 
     def _initializers(self, cursor: Cursor, is_constant: bool) -> Iterator[Part]:
-        """The outermost expressions that a `?:` can choose."""
+        """The outermost expressions that can be operands of `?:`."""
         for child in self._children(cursor):
             if kind_of(child) in CHOSEN_KINDS:
                 yield Part(*self._range(child), is_constant, is_expression=True)
@@ -252,7 +252,7 @@ class SourceChanges:
             yield begin, end, number
 
     def _inverted(self, begin: int, end: int) -> Iterator[Change]:
-        """An inverted comparison is a mutant of its operator already."""
+        """Inverts a condition. A single comparison is skipped: changing its operator already inverts it."""
         condition = self.source[begin:end]
         is_one_comparison = len(COMPARISON.findall(condition)) == 1 and not re.search(rb"&&|\|\||\?", condition)
         if not is_one_comparison:
@@ -264,7 +264,7 @@ class SourceChanges:
             yield from self._inverted(part[0].extent.start.offset, part[-1].extent.end.offset)
 
     def _condition_tokens(self, cursor: Cursor) -> list[Token]:
-        """What decides: of `for (a; b; c)` it is b, of `if (a; b)` b, of anything else all."""
+        """The tokens of the condition: b in `for (a; b; c)` and in `if (a; b)`, otherwise all tokens."""
         opening = self.places[cursor.extent.start.offset] + 1
         if self.tokens[opening].spelling != "(":
             return []
@@ -281,7 +281,7 @@ class SourceChanges:
         return parts[1] if kind_of(cursor) == CursorKind.FOR_STMT else parts[-1]
 
     def _return(self, cursor: Cursor) -> Iterator[Change]:
-        """A value is replaced by one that is made from nothing."""
+        """Replaces the returned value with a value-initialized one."""
         begin, end = self._range(cursor)
         neutral = b"return {}"
         if self.source[begin:end] not in (neutral, b"return", b"return 0", b"return false", b"return true"):
@@ -297,7 +297,7 @@ class SourceChanges:
                 yield begin, end, b""
 
     def _template_brackets(self, operators: set[int]) -> list[tuple[int, int]]:
-        """From each `<` that is no operator to the `>` that closes it."""
+        """The ranges from each `<` that is not an operator to the closing `>`."""
         found: list[tuple[int, int]] = []
         opened: list[int] = []
         for token in self.tokens:

@@ -1,4 +1,4 @@
-"""Tries mutants that are not in a batch, one after the other, in a folder of its own."""
+"""Tries mutants that are not in a batch, one at a time, in a separate folder."""
 
 from __future__ import annotations
 
@@ -15,7 +15,7 @@ from suites import Suites
 class Outcome(enum.Enum):
     NOTICED = "noticed"
     SURVIVED = "survived"
-    SAME_CODE = "same code"  # what an optimizing compiler makes of it is what it makes of the original
+    SAME_CODE = "same code"  # an optimizing compiler generates the code of the original
     NOT_COMPILED = "not compiled"
 
 
@@ -42,13 +42,13 @@ class Worker:
         return Outcome.SAME_CODE if is_same else Outcome.SURVIVED
 
     def check(self, file: str) -> None:
-        """What is not changed must not be noticed, or all would be."""
+        """The unchanged source must pass the tests; otherwise every mutant would be noticed."""
         unchanged = make_mutant(file, (self.project.root / file).read_bytes(), "", 0, 0, b"")
         if (outcome := self.try_mutant(unchanged)) != Outcome.SAME_CODE:
             raise SystemExit(f"{file} without a change: {outcome.value}")
 
     def _write(self, mutant: Mutant) -> None:
-        """The name of the original goes into the messages of its assertions."""
+        """The messages of assertions contain the name of the original."""
         shutil.rmtree(self.folder, ignore_errors=True)
         original = self.project.root / mutant.file
         path = self.overlay / mutant.file
@@ -63,5 +63,5 @@ class Worker:
         return is_compiled and self.project.link(mutant.file, changed, self._program(mutant)).returncode == 0
 
     def _program(self, mutant: Mutant) -> Path:
-        """A test looks at its name."""
+        """A test checks the name of the program."""
         return self.folder / self.project.program_of(mutant.file).path.name

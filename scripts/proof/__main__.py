@@ -1,7 +1,7 @@
 """Proves what the kernels on blocks of characters do, for all of their inputs.
 
-clang compiles tests/proofs/kernels.cpp to straight code; what that code does is held against the claims by z3: a
-condition is proved when no inputs are found that break it. What is proved is the code as it stands, not a copy.
+clang compiles tests/proofs/kernels.cpp to straight-line code. z3 checks the code against the claims: a condition is
+proved if no inputs violate it. The proof is about the code itself, not about a copy.
 """
 
 import argparse
@@ -22,7 +22,7 @@ ROOT = pathlib.Path(__file__).resolve().parents[2]
 KERNELS = ROOT / "tests/proofs/kernels.cpp"
 COMPILER = [
     "clang++-14", "-std=c++20", "-O2", "-fno-exceptions", "-I", str(ROOT), "-S", "-emit-llvm", "-o", "-",
-    # Straight code: everything inline, no loop, and of vectors only those of the source.
+    # Straight-line code: everything is inlined, loops are unrolled, and only the source's own vectors remain.
     "-fno-vectorize", "-fno-slp-vectorize", "-mllvm", "-inline-threshold=1000000", "-mllvm", "-unroll-threshold=100000",
 ]  # fmt: skip
 
@@ -32,9 +32,9 @@ def compiled(source):
 
 
 def inputs_that_break(condition):
-    """Inputs for which the condition does not hold, as a text; None if there are none.
+    """The inputs for which the condition does not hold, as a text; None if there are none.
 
-    The condition may be a list of such that are equal by arithmetic: the first that is decided counts.
+    The condition may be a list of arithmetically equal conditions: the first one that is decided counts.
     """
     forms = condition if isinstance(condition, list) else [condition]
     for seconds in (5, 60, 600):
@@ -52,7 +52,8 @@ def inputs_that_break(condition):
 
 
 def prove_kernel(name_and_text):
-    """A kernel's name, what was found against it (None if nothing), and how many conditions were proved."""
+    """The name of a kernel, the inputs that refute a claim (None if there are none), and the number of proved
+    conditions."""
     name, text = name_and_text
     begin = time.process_time()
     conditions = []
@@ -70,7 +71,7 @@ def prove_kernel(name_and_text):
 
 
 def prove(names, source):
-    """Prints what is found of each kernel; true when all is proved."""
+    """Prints the result of each kernel; true if everything is proved."""
     text = compiled(source)
     defined = re.findall(r"^define (?!internal|linkonce)[^@]*@(\w+)\(", text, re.M)
     without = sorted(set(defined) - set(CLAIMS))
@@ -92,7 +93,7 @@ def prove(names, source):
 
 
 def try_every_input():
-    """Runs tests/proofs/every_input.cpp; true when it finds nothing."""
+    """Runs tests/proofs/every_input.cpp; true if it finds no fault."""
     with tempfile.TemporaryDirectory() as folder:
         program = pathlib.Path(folder, "every_input")
         sources = [ROOT / "tests/proofs/every_input.cpp", ROOT / "kvr/memory/io/predicted_address.cpp"]

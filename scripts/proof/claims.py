@@ -1,6 +1,6 @@
-"""What is claimed of each kernel of tests/proofs/kernels.cpp, byte by byte and digit by digit.
+"""The claims about each kernel of tests/proofs/kernels.cpp, byte by byte and digit by digit.
 
-A claim gets the module and gives the conditions that must hold whatever the inputs are.
+A claim takes the module and returns the conditions that must hold for all inputs.
 """
 
 import z3
@@ -11,7 +11,7 @@ CLAIMS = {}
 
 
 def claim(*names):
-    """Registers what is claimed of these functions; a function that gets their name, too, is called with it."""
+    """Registers the claim about these functions. It may take the name of the function as an argument."""
 
     def register(function):
         for name in names:
@@ -22,11 +22,11 @@ def claim(*names):
 
 
 def forms(*names):
-    """Each name in its form for all machines and in that for vector registers."""
+    """Each name in its portable form and in its form for vector registers."""
     return [f"{name}_{form}" for name in names for form in ("portable", "sse2")]
 
 
-# ---- What characters are ----
+# ---- Character classes ----
 
 
 def byte_value(number):
@@ -62,7 +62,7 @@ def in_upper_case(byte):
 
 
 def digit_value(byte):
-    """What a hexadecimal digit is worth, in 8 bits; of no meaning for another character."""
+    """The value of a hexadecimal digit in 8 bits; meaningless for another character."""
     letter = z3.If(is_lower_case_digit(byte), byte - byte_value("a"), byte - byte_value("A")) + 10
     return z3.If(is_decimal(byte), byte - byte_value("0"), letter)
 
@@ -72,7 +72,7 @@ def upper_case_digit(value):
 
 
 def encoded_byte(digits, at):
-    """The byte that two digits spell."""
+    """The byte that two digits represent."""
     return digit_value(digits[2 * at]) << 4 | digit_value(digits[2 * at + 1])
 
 
@@ -80,7 +80,7 @@ def encoded_byte(digits, at):
 
 
 def block(name, size=8):
-    """A number of so many bytes, and its bytes, the lowest first."""
+    """A number of the given size in bytes, and its bytes, the lowest first."""
     number = z3.BitVec(name, 8 * size)
     return number, bytes_of(number)
 
@@ -98,12 +98,13 @@ def number_of(bytes_first_lowest):
 
 
 def highest_bits(conditions):
-    """The number with the highest bit of each byte for which the condition holds."""
+    """The number in which the highest bit of each byte is set if its condition holds."""
     return number_of([z3.If(condition, byte_value(0x80), byte_value(0)) for condition in conditions])
 
 
 def equals_sum(number, bytes_to_add):
-    """That a number is the sum of bytes, in each order of the additions that a kernel may have: any one will do."""
+    """States that a number is the sum of bytes, once for each order of additions that a kernel may use. One of them
+    suffices."""
     terms = [z3.ZeroExt(number.size() - byte.size(), byte) for byte in bytes_to_add]
     pairs = [add_up(terms[at : at + 2]) for at in range(0, len(terms), 2)]
     halves = [add_up(pairs[:4][::-1]), *([add_up(pairs[4:][::-1])] if pairs[4:] else [])] if pairs else []

@@ -1,7 +1,8 @@
-"""Straight code of LLVM as terms of z3: what a function does with all its inputs at once.
+"""Straight-line code of LLVM as terms of z3: the effect of a function on all inputs at once.
 
-It reads the text of a module that clang has made, as far as functions without loops need it. A number is a bit vector,
-a vector register the list of its elements, a pointer a name and a place, memory one byte a place.
+Reads the text of a module that clang has generated, as far as functions without loops require. A number is a bit
+vector, a vector register is the list of its elements, a pointer is a name and a place, and memory is a byte for each
+place.
 """
 
 import re
@@ -43,7 +44,8 @@ COMPARISONS = {
 
 
 def add_up(terms):
-    """The sum of terms, from the first on. To a solver the order matters: two sums of the same order are one."""
+    """The sum of terms, starting with the first. The order matters to a solver: it treats sums of the same order as
+    one."""
     total = terms[0]
     for term in terms[1:]:
         total = total + term
@@ -51,7 +53,7 @@ def add_up(terms):
 
 
 def product(left, right):
-    """Times a number with few bits: the sum of as many shifted ones, which a solver reasons about far more easily."""
+    """The product with a number of few bits, as a sum of shifted numbers, which is much easier for a solver."""
     if not z3.is_bv_value(right):
         return left * right
     places = [at for at in range(right.size()) if right.as_long() >> at & 1]
@@ -61,12 +63,12 @@ def product(left, right):
 
 
 class NotSupported(Exception):
-    """The code has something that this reader does not know: nothing is claimed of it then."""
+    """The code contains something that this reader does not support, so nothing is claimed about it."""
 
 
 @dataclass(frozen=True)
 class Pointer:
-    """A place in a memory; the place is a number, or a bit vector where the memory is constant."""
+    """A place in a memory. The place is a number, or a bit vector if the memory is constant."""
 
     memory: str
     place: object
@@ -81,7 +83,7 @@ def is_set(one_bit):
 
 
 def split_operands(text):
-    """The parts of a text between the commas that stand in no brackets."""
+    """The parts of a text between the commas outside of brackets."""
     parts, depth, begin = [], 0, 0
     for at, character in enumerate(text):
         depth += character in "([{<"
@@ -94,7 +96,7 @@ def split_operands(text):
 
 
 def split_type(operand):
-    """The type of an operand and what follows it, without attributes."""
+    """The type of an operand and the text after it, without attributes."""
     found = re.match(TYPE, operand)
     if not found:
         raise NotSupported(operand)
@@ -103,7 +105,7 @@ def split_type(operand):
 
 
 def element_bits(kind):
-    """How many elements a type has (None for one number), and their bits."""
+    """The number of elements of a type (None for a single number) and their width in bits."""
     vector = re.fullmatch(r"<(\d+) x i(\d+)>", kind)
     if vector:
         return int(vector.group(1)), int(vector.group(2))
@@ -128,14 +130,14 @@ def value_of_bits(bits, kind):
 
 
 def each(function, *values):
-    """The function of numbers, element by element where they are vectors."""
+    """Applies the function to numbers, or element by element to vectors."""
     if isinstance(values[0], list):
         return [function(*elements) for elements in zip(*values)]
     return function(*values)
 
 
 def sums_of_differences(left, right):
-    """psadbw: of each eight bytes the sum of the absolute differences."""
+    """psadbw: the sum of the absolute differences of each eight bytes."""
     differences = [
         z3.ZeroExt(56, z3.If(z3.UGE(a, b), a - b, b - a))
         for a, b in zip(value_of_bits(bits_of(left), "<16 x i8>"), value_of_bits(bits_of(right), "<16 x i8>"))
@@ -144,7 +146,7 @@ def sums_of_differences(left, right):
 
 
 def packed_unsigned(left, right):
-    """packuswb: sixteen signed numbers of 16 bits as bytes, at the nearest bound where they are none."""
+    """packuswb: sixteen signed 16-bit numbers as bytes, clamped to the range of a byte."""
     return [
         z3.If(number < 0, z3.BitVecVal(0, 8), z3.If(number > 255, z3.BitVecVal(255, 8), z3.Extract(7, 0, number)))
         for number in left + right
@@ -185,20 +187,20 @@ class Module:
             self.constants[found.group(1)] = [ord(character) for character in bytes_of]
 
     def run(self, name, arguments):
-        """Runs a function on bit vectors, and on the names of memories for its pointers."""
+        """Runs a function. The arguments are bit vectors, and names of memories for pointers."""
         parameters, body = self.functions[name]
         return Run(self, split_operands(parameters), arguments, body)
 
 
 class Run:
-    """A function that has been run: its result, and what it has left in memory."""
+    """A function that has run: its result and the memory that it has written."""
 
     def __init__(self, module, parameters, arguments, body):
         self.module = module
         self.values = {}
         self.bytes = {}
         self.result = None
-        self.come_from = {}  # of each block: the blocks before it, each with the condition under which it goes on there
+        self.come_from = {}  # for each block, its predecessors with the condition under which each continues there
         for at, (parameter, argument) in enumerate(zip(parameters, arguments, strict=True)):
             kind, _ = split_type(parameter)
             self.values[f"%{at}"] = Pointer(argument, 0) if kind.endswith("*") else argument
@@ -207,7 +209,7 @@ class Run:
     # ---- Memory ----
 
     def byte(self, memory, place):
-        """The byte at a place: what was stored there, or a number that is free."""
+        """The byte at a place: the stored value, or a free number."""
         if memory in self.module.constants:
             return self._constant_byte(self.module.constants[memory], place)
         if not isinstance(place, int):
@@ -218,7 +220,7 @@ class Run:
         return self.bytes[key]
 
     def number(self, memory, size):
-        """What the function has left in a memory, as a number, lowest byte first."""
+        """The memory that the function has written, as a number, lowest byte first."""
         return bits_of([self.bytes[memory, place] for place in range(size)])
 
     @staticmethod
@@ -290,7 +292,7 @@ class Run:
     # ---- Blocks and instructions ----
 
     def _run_blocks(self, body, first_label):
-        """Runs all blocks in their order, each with the condition under which it is come to."""
+        """Runs all blocks in order, each with the condition under which it is reached."""
         parts = re.split(r"^(\d+):.*$\n", body, flags=re.M)
         labels = [str(first_label)] + parts[1::2]
         self.come_from.update((label, []) for label in labels)
@@ -439,5 +441,5 @@ class Run:
 
 
 def initial_byte(memory, place):
-    """The free number that stands for a byte before a function runs."""
+    """The free number that represents a byte before a function runs."""
     return z3.BitVec(f"{memory}[{place}]", 8)

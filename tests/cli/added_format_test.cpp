@@ -16,7 +16,7 @@ using testing::AllOf;
 using testing::ContainsRegex;
 using testing::HasSubstr;
 
-/// What the tool answers.
+/// The answer of the tool.
 struct answer {
     int code;
     std::string output;
@@ -36,10 +36,10 @@ answer run(std::vector<std::string> words) {
     return {code, testing::internal::GetCapturedStdout(), testing::internal::GetCapturedStderr()};
 }
 
-/// The toy format under another name, without what @p remove takes from it.
+/// Adds the toy format under another name and without the features that @p remove removes.
 template <class Remove>
 void add_part_of_toy(std::string_view id, Remove&& remove) {
-    static format made = toy_format(); // one for each type of @p remove
+    static format made = toy_format(); // one per type of @p remove
     made.id = id;
     made.title = id;
     made.extensions = {&made.id, 1};
@@ -48,7 +48,7 @@ void add_part_of_toy(std::string_view id, Remove&& remove) {
     kvrimage::add_format(made);
 }
 
-/// Adds all formats of this program, which the tool knows from its first command on.
+/// Adds all formats of this program before the first command of the tool.
 class AddedFormat : public testing::Test {
 protected:
     static void SetUpTestSuite() {

@@ -1,9 +1,10 @@
 #!/usr/bin/env python3
-"""check_reports.py TOOL SCHEMAS: the reports of `kvrmem check` for other programs are what these take.
+"""check_reports.py TOOL SCHEMAS: the reports of `kvrmem check` for other programs have the form that these expect.
 
-SARIF is compared with the object model that the package python3-sarif-python-om makes of the published schema (names of
-members, and those that must be there), and its regions and repairs with the files; sarif_schema.py, which
-scripts/matrix runs, validates it against the schema itself. JUnit and the report on the quality of code have closed schemas in the documents.
+The SARIF report is compared with the object model that the package python3-sarif-python-om generates from the published
+schema (names of members, and required members); its regions and repairs are compared with the files. sarif_schema.py,
+which scripts/matrix runs, validates it with the schema itself. JUnit and code-quality reports have closed schemas in the
+documents.
 """
 import json
 import pathlib
@@ -16,7 +17,7 @@ import urllib.parse
 
 import jsonschema
 
-sys.path.append("/usr/lib/python3/dist-packages")  # also for a python3 that is not the system's
+sys.path.append("/usr/lib/python3/dist-packages")  # also for a python3 other than the system's
 import attr  # noqa: E402
 import sarif_om  # noqa: E402
 
@@ -25,7 +26,7 @@ FORMATS = ["text", "json", "sarif", "github", "junit", "gitlab"]
 GOOD = "WIDTH=8;\nDEPTH=2;\nCONTENT BEGIN\n[0..1] : 00;\nEND;\n"
 BAD = "-- \u00e4\u00f6 \U0001f600 <&\">\nWIDTH=8;\nDEPTH=4;\nCONTENT BEGIN\n0 : 1, 2; -- \u00e4\n/* x */\n2 : 1FF;\n3 : 0\nEND;\n"
 WARNED = "WIDTH=8;\nDEPTH=4;\nCONTENT BEGIN\n0 : 1, 2;\nEND;\n"
-# Of a member, the class of what it holds; the members of the others are not looked at.
+# The class of the contents of a member; other members are not examined.
 CLASSES = {
     "runs": "Run", "tool": "Tool", "driver": "ToolComponent", "rules": "ReportingDescriptor",
     "shortDescription": "MultiformatMessageString", "help": "MultiformatMessageString",
@@ -39,7 +40,7 @@ CLASSES = {
 
 
 def faults_of(value, class_name, path="log"):
-    """What the object model has against a value."""
+    """The violations of the object model in a value."""
     fields = {f.metadata["schema_property_name"]: f for f in attr.fields(getattr(sarif_om, class_name))}
     for name, field in fields.items():
         if field.default is attr.NOTHING and name not in value:
@@ -56,7 +57,7 @@ def faults_of(value, class_name, path="log"):
 
 
 def place_in(text, line, column):
-    """The offset in a text of a place whose column counts code points."""
+    """The offset of a place in a text; its column counts code points."""
     return sum(len(each) + 1 for each in text.split("\n")[: line - 1]) + column - 1
 
 

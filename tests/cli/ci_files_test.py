@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
-"""ci_files_test.py TOOL SOURCE: the action and the hooks in the root of the repository do what they say.
+"""ci_files_test.py TOOL SOURCE: the action and the hooks in the root of the repository work as documented.
 
-What they run is taken from their files, and run as a workflow and pre-commit do.
+Their commands are taken from their files and run in the same way as by a workflow and by pre-commit.
 """
 import pathlib
 import re
@@ -91,7 +91,7 @@ class Action(Folder):
 
 class Hooks(Folder):
     def run_hook(self, name):
-        """As pre-commit: the entry's words, and the files that its pattern matches."""
+        """Runs a hook like pre-commit: the words of its entry, and the files that match its pattern."""
         (hook,) = [each for each in yaml.safe_load((SOURCE / ".pre-commit-hooks.yaml").read_text()) if each["id"] == name]
         self.assertEqual(hook["language"], "system")
         paths = sorted(str(path.relative_to(self.folder)) for path in self.folder.rglob("*") if path.is_file())

@@ -1,6 +1,6 @@
-// Edits random words in random commented MIF files with the tool and looks at every byte of the result: what
-// no edit touches is as it was, and the memory is the expected one. Neither the file's lines nor the memory
-// are taken from the tool's own code: the generator below knows both.
+// Edits random words in random commented MIF files with the tool and checks every byte of the result:
+// untouched text must not change, and the memory must be the expected one. The expectation does not come from
+// the tool's code: the generator below knows the lines of the file and the memory.
 //
 // edit_keeps_bytes TOOL FOLDER [SEED]
 
@@ -45,9 +45,9 @@ struct token {
 struct file_line {
     enum class kind { other, values, range, end } what = kind::other;
     std::string text;          ///< without LF
-    std::vector<token> tokens; ///< of a line of values
-    std::size_t indent = 0;    ///< of a range line
-    std::size_t tail = 0;      ///< where the text after its ";" begins
+    std::vector<token> tokens; ///< for a line of values
+    std::size_t indent = 0;    ///< for a range line
+    std::size_t tail = 0;      ///< the beginning of the text after its ";"
     std::uint32_t first = 0;
     std::uint32_t last = 0;
 };
@@ -69,7 +69,7 @@ private:
 constexpr std::array<const char*, 5> gaps = {"", " ", "  ", "\t", " \t "};
 constexpr std::array<const char*, 4> blanks = {" ", "  ", "\t", ", "};
 
-/// A MIF file of many ways of writing, and the memory that it holds.
+/// A MIF file in many styles, and the memory that it holds.
 class generated_file {
 public:
     generated_file(random_numbers& numbers, std::uint32_t bits)
@@ -173,7 +173,7 @@ private:
         }
         return digits_of(number, data_radix.base, least);
     }
-    /// Every content line has a number of its own, so that lines are told apart.
+    /// Every content line contains its own number, so that all lines differ.
     std::string comment() {
         const std::string number = std::to_string(lines.size());
         return random.one_in(2) ? " -- line " + number : "\t% " + number + " : 00; % ";
@@ -182,7 +182,7 @@ private:
         memory[address] = number;
         setter[address] = lines.size();
     }
-    /// "<address> : <value> <value> …;", now and then over two lines.
+    /// "<address> : <value> <value> …;", sometimes over two lines.
     void add_values(std::uint32_t count) {
         const std::uint32_t first = random.below(depth - count + 1);
         if (count == 1 && !single_addresses.insert(first).second) {
@@ -242,7 +242,7 @@ private:
     std::set<std::uint32_t> single_addresses;
 };
 
-/// Edits, as the tool's operands and as what they mean.
+/// Edits, as operands of the tool and with their meaning.
 struct random_edits {
     std::string command;
     std::map<std::uint32_t, std::uint32_t> words;
@@ -298,7 +298,7 @@ public:
         }
     }
 
-    /// "" or what is wrong.
+    /// A description of the first fault; "" if there is none.
     std::string compare(const std::string& text) {
         const std::vector<std::string> found = lines_of(text);
         std::size_t next = 0;
@@ -324,7 +324,7 @@ public:
     }
 
 private:
-    /// True when @p found is what the line @p number may have become.
+    /// True if the line @p number may become @p found.
     [[nodiscard]] bool is_like(std::size_t number, const std::string& found) const {
         const file_line& line = file.lines[number];
         if (line.what == file_line::kind::values) {
@@ -401,7 +401,7 @@ void write_file(const std::string& path, const std::string& text) {
     std::ofstream(path, std::ios::binary) << text;
 }
 
-/// "" or what is wrong.
+/// A description of the first fault; "" if there is none.
 std::string try_one(random_numbers& random, const std::string& tool, const std::string& folder,
                     std::size_t& words) {
     const std::uint32_t width = 4 + random.below(13);
@@ -412,7 +412,7 @@ std::string try_one(random_numbers& random, const std::string& tool, const std::
     write_file(path, file.text());
     write_file(folder + "/before.mif", file.text());
     const std::string command = "cd '" + folder + "' && '" + tool + "' " + edits.command + " 2>message.txt";
-    // The command is made of numbers and of this program's own arguments.
+    // The command consists of numbers and of this program's own arguments.
     if (std::system(command.c_str()) != 0) { // NOLINT(cert-env33-c,concurrency-mt-unsafe)
         return edits.command + ": " + read_file(folder + "/message.txt");
     }

@@ -1,4 +1,4 @@
-// Prints the names of those memory files that the library refuses: library_reads FILE...
+// Prints the names of the memory files that the library refuses: library_reads FILE...
 
 #include "kvr/memory/memory_file.h"
 
@@ -14,7 +14,7 @@ KVR_FILE_TYPES type_of(std::string_view path) {
     return path.ends_with(".rif") ? FILE_TYPE_RIF : FILE_TYPE_HEX;
 }
 
-/// True when the file was read and nothing was said against it.
+/// True if the file was read without a message.
 bool reads(const char* path) {
     KVR_MEMORY_FILE file;
     file.set_file_type(type_of(path));

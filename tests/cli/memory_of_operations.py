@@ -1,4 +1,5 @@
-"""Operations on words that a file has as bytes take at most twice the memory's bytes: memory_of_operations.py KVRMEM"""
+"""Operations on words that a file stores as bytes use at most twice the memory's bytes: memory_of_operations.py
+KVRMEM"""
 
 import os
 import random
@@ -7,7 +8,7 @@ import sys
 import tempfile
 
 SIZE = 16 << 20
-MOST = 2 * SIZE + (20 << 20)  # what a program with debug information takes for itself
+MOST = 2 * SIZE + (20 << 20)  # the share of a program with debug information
 BYTES = ("--from", "binary", "--to", "binary")
 WORDS = (*BYTES, "--width", "32", "--endian", "little")
 RUNS = (
@@ -21,7 +22,7 @@ RUNS = (
 
 
 def peak_of(command):
-    """The most bytes that the process holds."""
+    """The peak memory of the process in bytes."""
     process = subprocess.Popen(command, stderr=subprocess.PIPE)
     messages = process.stderr.read()
     _, status, usage = os.wait4(process.pid, 0)

@@ -1,5 +1,5 @@
-# Help and manual pages are made from one table: what they say of each command is the same. What the completions do is
-# tested in completions/.
+# Help and manual pages are generated from the same table and must agree about each command. The completions are tested
+# in completions/.
 
 setup_file() {
     bats_require_minimum_version 1.5.0
@@ -11,7 +11,7 @@ commands() {
     cat "$BATS_FILE_TMPDIR/commands"
 }
 
-# The options that the help of COMMAND lists: the first "--name" of each line, whatever its help says.
+# The options in the help of COMMAND: the first "--name" of each line, in any form of the help text.
 help_options() { # COMMAND
     "$KVRMEM" "$1" --help | sed -n '/^Options$/,$p' | grep -o '^  \(-[a-z], \)\?--[a-z0-9-]*' | grep -o -e '--[a-z0-9-]*' | sort
 }
@@ -32,7 +32,7 @@ help_options() { # COMMAND
     done
 }
 
-# The manual page of the tool, and those of its commands.
+# The manual pages of the tool and of its commands.
 each_page() { # FUNCTION
     "$1" KVRMEM "$BATS_FILE_TMPDIR/man"
     for command in $(commands); do

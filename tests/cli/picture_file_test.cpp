@@ -1,4 +1,4 @@
-// Pictures that the tool reads: right ones in each format, and hostile ones.
+// Pictures that the tool reads: valid ones in each format, and hostile ones.
 
 #include "kvrimage/operations/checksum/crc.h"
 #include "tools/kvrmem/generate/picture_file.h"
@@ -10,7 +10,7 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio> // the header of JPEG needs it
+#include <cstdio> // the JPEG header needs it
 #include <cstdlib>
 #include <jpeglib.h>
 #include <random>
@@ -27,7 +27,7 @@ using kvrmem::picture_of;
 constexpr int columns = 16;
 constexpr int rows = 9;
 
-/// A picture without sharp borders, which JPEG keeps nearly as it is.
+/// A picture without sharp edges, which JPEG changes only slightly.
 std::vector<unsigned char> soft_pixels(int channels) {
     std::vector<unsigned char> bytes;
     for (int index = 0; index < columns * rows; ++index) {
@@ -64,7 +64,7 @@ std::string jpeg_file() {
     return file;
 }
 
-/// The greatest difference of a channel from soft_pixels().
+/// The largest difference of a channel from soft_pixels().
 int difference_from_soft(const kvrmem::read_picture& read) {
     const std::vector<unsigned char> wanted = soft_pixels(3);
     EXPECT_EQ(read.pixels.columns, static_cast<unsigned>(columns));
@@ -99,7 +99,7 @@ TEST(PictureFile, IsRefusedInOtherFormats) {
     }
 }
 
-/// Reads @p file, which may be anything: a picture comes of it, or a refusal.
+/// Reads @p file, which may contain anything: the result must be a picture or a refusal.
 bool is_read(const std::string& file) {
     try {
         return !picture_of(file).pixels.pixels.empty();
@@ -140,7 +140,7 @@ TEST(PictureFile, PngMayHaveNoBitChanged) {
     }
 }
 
-/// What is said of @p file, which is refused.
+/// The message of the refusal of @p file.
 std::string refusal_of(const std::string& file) {
     try {
         static_cast<void>(picture_of(file));
@@ -156,7 +156,7 @@ TEST(PictureFile, IsRefusedWithTheReason) {
     EXPECT_EQ(refusal_of("GIF89a"), "this is no PNG, BMP or JPEG, or a broken one (unknown image type)");
 }
 
-/// @p file, a BMP, with another number of rows.
+/// @p file, a BMP, with a different number of rows.
 std::string with_bmp_rows(std::string file, std::int32_t number) {
     for (std::size_t index = 0; index < 4; ++index) {
         file[22 + index] = static_cast<char>(static_cast<std::uint32_t>(number) >> 8 * index);
@@ -201,7 +201,7 @@ std::string png_chunk(const std::string& name, const std::string& body) {
 }
 
 /// A PNG of one gray pixel whose @p size bytes inflate to about 160 times as many zeros: a block with fixed
-/// codes, the first literal and then copies of 258 bytes from 1 before, which take 13 bits each.
+/// codes, which contains a literal and then copies of 258 bytes at distance 1, 13 bits each.
 std::string png_bomb(std::size_t size) {
     std::string stream = "\x78\x01";
     unsigned bits = 0;
@@ -214,13 +214,13 @@ std::string png_bomb(std::size_t size) {
         }
     };
     put(0b011, 3);       // the last block, of fixed codes
-    put(0b0000'1100, 8); // the literal 0, whose code is 00110000, its first bit first
+    put(0b0000'1100, 8); // the literal 0 with the code 00110000, first bit first
     while (stream.size() < size) {
-        put(0b1010'0011, 8); // the length 258, whose code is 11000101
+        put(0b1010'0011, 8); // the length 258 with the code 11000101
         put(0, 5);           // the distance 1
     }
     put(0, 7); // the end of the block
-    put(0, 7); // up to a whole byte
+    put(0, 7); // padding to a whole byte
     const std::string head = big_endian(1) + big_endian(1) + std::string("\x08\0\0\0\0", 5);
     return "\x89PNG\r\n\x1A\n" + png_chunk("IHDR", head) + png_chunk("IDAT", stream) + png_chunk("IEND", "");
 }
@@ -232,7 +232,7 @@ TEST(PictureFile, MayHaveAnEmptyChunkBeforeItsData) {
 }
 
 TEST(PictureFile, IsRefusedByWhatItInflatesTo) {
-    EXPECT_EQ(refusal_of(png_bomb(100)), ""); // 16 KB are allowed for any picture
+    EXPECT_EQ(refusal_of(png_bomb(100)), ""); // any picture may have 16 KB
     EXPECT_EQ(refusal_of(png_bomb(1'000'000)), "the picture holds more data than 1 x 1 pixels need");
 }
 
@@ -242,11 +242,11 @@ TEST(PictureFile, IsRefusedByTheChunkThatItClaims) {
     EXPECT_EQ(refusal_of(file), "the picture holds more data than 1 x 1 pixels need");
 }
 
-/// How a JPEG is written.
+/// The form in which a JPEG is written.
 struct jpeg_shape {
     J_COLOR_SPACE colors;
     int channels;
-    std::vector<jpeg_scan_info> scans; ///< none: a single one
+    std::vector<jpeg_scan_info> scans; ///< if empty, a single scan
 };
 
 std::string jpeg_in_shape(const jpeg_shape& shape) {
@@ -273,11 +273,11 @@ std::string jpeg_in_shape(const jpeg_shape& shape) {
     jpeg_finish_compress(&encoder);
     jpeg_destroy_compress(&encoder);
     std::string file(bytes, bytes + size);
-    std::free(bytes); // NOLINT(cppcoreguidelines-no-malloc): the library's
+    std::free(bytes); // the JPEG library has allocated it
     return file;
 }
 
-/// A scan of the lowest frequency, and one of each other frequency of each channel.
+/// A scan of the lowest frequency, and a scan of each other frequency of each channel.
 std::vector<jpeg_scan_info> scan_for_each_frequency() {
     std::vector<jpeg_scan_info> scans = {{3, {0, 1, 2}, 0, 0, 0, 0}};
     for (int channel = 0; channel < 3; ++channel) {

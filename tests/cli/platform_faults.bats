@@ -1,4 +1,4 @@
-# Full disks, closed streams, folders that may not be written, inputs and outputs that come and go in pieces.
+# Full disks, closed streams, read-only folders, and inputs and outputs that arrive in pieces.
 
 setup() {
     bats_require_minimum_version 1.5.0
@@ -10,7 +10,7 @@ setup() {
     cd box || return
 }
 
-# The commands that write to standard output, one a line.
+# The commands that write to standard output, one per line.
 printing_commands() {
     cat <<'END'
 info in.mif
@@ -34,12 +34,12 @@ radix 5 --width 8
 END
 }
 
-# Fails unless the folder is as it was.
+# Fails unless the folder is unchanged.
 nothing_changed() {
     diff -r ../before .
 }
 
-# Runs each printing command with the redirection TARGET of standard output, which must fail with a message.
+# Runs each printing command with the redirection TARGET of standard output. It must fail with a message.
 every_command_tells() { # TARGET
     while read -r words; do
         status=0
@@ -77,8 +77,8 @@ every_command_tells() { # TARGET
     cmp out.mif ../out.mif
 }
 
-# Makes NAME the device of the system with that name. Root gets a device of his own: a tool with a mistake would
-# replace the system's one.
+# Creates NAME as the system's device of that name. For root, creates a new device, because a faulty tool would replace
+# the system's device.
 make_device() { # NAME MINOR
     if [ "$(id -u)" -ne 0 ]; then
         ln -s "/dev/$1" "../$1"
@@ -119,14 +119,14 @@ make_device() { # NAME MINOR
 }
 
 @test "a closed standard input is reported" {
-    # A shell of its own: "run" would give the pipe that it reads from the free number.
+    # In a separate shell: "run" would assign the free number to the pipe that it reads from.
     run -3 bash -c "exec <&-; '$KVRMEM' info - --from mif"
     [ "$output" = "kvrmem: standard input: cannot be opened: Bad file descriptor" ]
 }
 
 @test "a folder that may not be written keeps its files" {
     if [ "$(id -u)" -eq 0 ]; then
-        # Nothing is forbidden to root: another user tries.
+        # Root may write everywhere: use another user.
         chmod 755 "$BATS_TEST_TMPDIR"
         cp "$KVRMEM" ../kvrmem
         as_nobody=(setpriv --reuid=65534 --regid=65534 --clear-groups)
@@ -162,8 +162,8 @@ make_device() { # NAME MINOR
 @test "a disk that is full in the middle of a file keeps the old file" {
     printf 'old\n' >out.mif
     cp out.mif ../before
-    # The system writes what still fits, and then fails: the signal for that is ignored. What a coverage build
-    # writes about itself, more than 1 MiB, must fit.
+    # The system writes as much as fits and then fails, because the signal is ignored. The limit leaves room for the
+    # files of a coverage build, more than 1 MiB.
     run -3 bash -c "trap '' XFSZ; ulimit -f 8192; '$KVRMEM' new out.mif --force --width 8 --depth 0xFFFFF --no-runs"
     [ "$output" = "kvrmem: out.mif: cannot be written: File too large" ]
     nothing_changed
@@ -179,12 +179,12 @@ make_device() { # NAME MINOR
     [ "$output" = 02 ]
 }
 
-# Skips the test unless the tool starts in KIB of memory: built with sanitizers it needs more.
+# Skips the test unless the tool starts with KIB of memory; with sanitizers it needs more.
 require_start_within() { # KIB
     (ulimit -v "$1" && "$KVRMEM" --version) || skip "the tool is built for something that needs more"
 }
 
-# The commands that read a file, which is called INPUT, one a line.
+# The commands that read a file, which is called INPUT, one per line.
 reading_commands() {
     cat <<'END'
 info INPUT
@@ -206,8 +206,8 @@ END
     require_start_within 80000
     mkfifo ../pipe
     while read -r words; do
-        # A format takes much before it finds a fault, and each another text. Two commands get every kind of input, the
-        # others, which open it in the same way, two kinds.
+        # A format reads much of its input before it finds a fault, and each format needs another text. Two commands get
+        # every kind of input. The others open it in the same way and get two kinds.
         sources=("/dev/zero mif" "- rif 01")
         case $words in
         info* | "check INPUT")

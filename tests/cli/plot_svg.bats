@@ -1,10 +1,10 @@
-# The SVG files of kvrmem plot, read by xmllint: what stands in them and where.
+# The contents of the SVG files of kvrmem plot and their positions, as xmllint reads them.
 
 setup() {
     cd "$BATS_TEST_TMPDIR"
     PATH=$(dirname -- "$KVRMEM"):$PATH
     examples=$KVR_SOURCE/examples
-    # The layout in pixels, and the space that extreme values keep from the frame.
+    # The layout in pixels, and the distance that extreme values keep from the frame.
     left=96 right=920 top=64 bottom=328 margin=6
 }
 
@@ -36,14 +36,14 @@ path() { # CLASS
     text "//*[@class='$1']/@d"
 }
 
-# "X Y" for the beginning of each step of the waveform.
+# "X Y" for the start of each step of the waveform.
 steps() {
     path wave | sed 's/M/\n/; s/H/\n/g' | sed 's/V/ /' | grep ' '
 }
 
 @test "every example is well-formed and names its file" {
     for file in "$examples"/*.*; do
-        # What a user has to say of some.
+        # The options that some files need.
         case ${file##*/} in
             boot_32bit.s37 | firmware_32bit.elf) options=(--base 0x80000000) ;;
             digits_7bit.dat) options=(--from readmemb) ;;
@@ -85,13 +85,13 @@ steps() {
 
 @test "unsigned, the second half of the sine is above the first" {
     plot "$examples/sine_16bit.mif"
-    # -804 is the greatest unsigned value; it stands at the addresses 129 and 255.
+    # -804 is the greatest unsigned value; it is at the addresses 129 and 255.
     [ "$(steps | grep " $((top + margin))\$")" = $'511.22 70\n916.78 70' ]
     [ "$(steps | head -n 1)" = "$left $((bottom - margin))" ]
 }
 
 @test "several words a column are an envelope" {
-    memory in.mif 8 4944 '[0..134F] : 0 FF;' # three words a column
+    memory in.mif 8 4944 '[0..134F] : 0 FF;' # three words per column
     plot in.mif
     [ "$(count '//*[@class="wave"]')" = 0 ]
     [ "$(path envelope)" = "M$left $((top + margin))H${right}V$((bottom - margin))H${left}Z" ]
@@ -133,7 +133,7 @@ steps() {
     plot "$examples/sine_16bit.mif"
     [[ $(text '//*[local-name()="style"]') == *"@media (prefers-color-scheme:dark){"*".page{fill:#1c1c1c}"*"}" ]]
     [ "$(count '//*[@class="page"]')" = 1 ]
-    [ "$(count '//@fill')" = 0 ] # all colours are those of the style sheet
+    [ "$(count '//@fill')" = 0 ] # all colors come from the style sheet
 }
 
 @test "the differences of two memories have a lane for each kind" {
@@ -151,7 +151,7 @@ steps() {
     memory in.mif 8 4 '0 : 1 XX 2 3;'
     plot in.mif
     [ "$(text '//*[@class="care"][1]/@d')" = "M302 64H508v264H302z" ]
-    [ "$(path care)" = "M302 64H508v264H302z" ] # the first; the other one is in the strip
+    [ "$(path care)" = "M302 64H508v264H302z" ] # the first one; the other one is in the strip
     [ "$(count '//*[@class="care"]')" = 2 ]
 }
 
@@ -180,7 +180,7 @@ steps() {
 @test "an envelope goes back along the least values" {
     memory in.mif 8 3296 "$(for address in $(seq 0 3295); do printf '%X : %X;\n' "$address" $((address / 1648 * 4 + address % 2)); done)"
     plot in.mif
-    # Two words a column: 0 and 1 in the left half, 4 and 5 in the right one.
+    # Two words per column: 0 and 1 in the left half, 4 and 5 in the right half.
     half=$(((left + right) / 2))
     low=$(awk "BEGIN { print $bottom - $margin - 4 * ($bottom - $top - 2 * $margin) / 5 }")
     [[ $(path envelope) == *"H${right}V${low}H${half}V$((bottom - margin))H${left}Z" ]]

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""sarif_schema.py TOOL FOLDER: SARIF of `kvrmem check` validates against its published schema.
+"""sarif_schema.py TOOL FOLDER: the SARIF output of `kvrmem check` conforms to its published schema.
 
-The validator is a package of another project, with the schema in it: about 100 MB, installed into FOLDER when it is not there.
-A step of scripts/matrix runs this; check_reports.py, which needs no download, runs with the tests of the tool.
+The validator, with the schema, is a package of another project of about 100 MB. It is installed into FOLDER if it is
+missing. A step of scripts/matrix runs this script; check_reports.py needs no download and runs with the other tests.
 """
 import json
 import os
@@ -19,7 +19,7 @@ FILES = {
 
 
 def validator_in(folder):
-    """The program, installed where it is missing."""
+    """The program, which is installed if it is missing."""
     program = folder / "node_modules/@microsoft/sarif-multitool-linux/Sarif.Multitool"
     if not program.exists():
         folder.mkdir(parents=True, exist_ok=True)
@@ -30,7 +30,7 @@ def validator_in(folder):
 
 
 def faults_of(program, path):
-    """Rules of the schema that a log breaks: JSON1001 and so on."""
+    """The schema rules that a log violates: JSON1001 and so on."""
     report = path.with_suffix(".report.sarif")
     subprocess.run([str(program), "validate", str(path), "--output", str(report), "--log", "ForceOverwrite"], check=True,
                    capture_output=True, env={**os.environ, "DOTNET_SYSTEM_GLOBALIZATION_INVARIANT": "1"})
@@ -47,7 +47,7 @@ def main():
         done = subprocess.run([tool, "check", "--format", "sarif", *FILES, "none.mif"], cwd=work, capture_output=True)
         log.write_bytes(done.stdout)
         faults = faults_of(program, log)
-        # It notices what it is there for.
+        # The validator must find a violation.
         log.write_text(done.stdout.decode().replace('"startLine"', '"startLines"'))
         if not faults_of(program, log):
             faults.append("a member that SARIF does not have is not noticed")

@@ -20,7 +20,7 @@ namespace {
 using kvrimage::format;
 using kvrimage::memory_image;
 
-/// The exit code of the tool, and what it says.
+/// The exit code of the tool and its messages.
 struct outcome {
     int code;
     std::string errors;
@@ -40,7 +40,7 @@ outcome run_tool(std::vector<std::string> words) {
 
 constexpr std::uint64_t split_depth = 16;
 
-/// Which words of a memory are set.
+/// The pattern of the set words of a memory.
 struct occupancy {
     const char* name;
     bool (*is_set)(std::uint64_t address);
@@ -48,7 +48,7 @@ struct occupancy {
 
 constexpr std::array<occupancy, 2> occupancies = {{
     {"all", [](std::uint64_t) { return true; }},
-    {"pairs", [](std::uint64_t address) { return address / 2 % 2 == 0; }}, // banks have every other word
+    {"pairs", [](std::uint64_t address) { return address / 2 % 2 == 0; }}, // banks have every second word
 }};
 
 memory_image random_memory(std::uint32_t width, const occupancy& words, std::mt19937_64& engine) {
@@ -85,7 +85,7 @@ protected:
         std::vector<std::string> split = {"split", "--manifest",       manifest,
                                           "--to",  std::string(as.id), "--force"};
         split.insert(split.end(), options.begin(), options.end());
-        if (as.counts == kvrimage::address_unit::byte) { // words of several bytes need an order
+        if (as.counts == kvrimage::address_unit::byte) { // words of several bytes need a byte order
             split.insert(split.end(), {"--endian", orders[++order % orders.size()]});
         }
         split.insert(split.end(), {source, folder.path("part%d.bits")});

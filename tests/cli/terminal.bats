@@ -1,4 +1,4 @@
-# What the tool does on a terminal, and when it is interrupted. "script" lends it a pseudo-terminal.
+# The behavior of the tool on a terminal and after an interruption. "script" provides a pseudo-terminal.
 
 setup() {
     bats_require_minimum_version 1.5.0
@@ -9,7 +9,7 @@ setup() {
     escape=$(printf '\033')
 }
 
-# Fails when standard input holds TEXT.
+# Fails if standard input contains TEXT.
 lacks() { # TEXT
     ! grep -qF -e "$1"
 }
@@ -69,7 +69,7 @@ needs_a_terminal() {
     [ "$(sed "s/.*reading slow.mif//" shown | tr -d '\r')" = "${escape}[K41" ]
 }
 
-# Runs the tool on a terminal and has it stand still, somewhere in FILE, until its line is due.
+# Runs the tool on a terminal and stops it in the middle of FILE until its progress line is due.
 paused_on_a_terminal() { # FILE COMMAND
     cat >pause.sh <<'END'
 eval "exec $2" &
@@ -99,7 +99,7 @@ END
     grep -Eq 'reading standard input [0-9]+ %' shown
 }
 
-# The same, but the tool has read all of FILE.
+# The same, but stops the tool after it has read all of FILE.
 paused_after_reading() { # FILE COMMAND
     cat >pause.sh <<'END'
 eval "exec $2" &
@@ -127,7 +127,7 @@ END
     grep -Eq -e '--reshape 12 of big.bin [0-9]+ %, [0-9]+ s left' shown
 }
 
-# COMMAND reads the pipe slow.bin; from when it has opened the pipe, alarms make its progress due repeatedly.
+# Runs COMMAND, which reads the pipe slow.bin. After it has opened the pipe, repeated alarms make its progress line due.
 shows_the_progress_of() { # TITLE COMMAND
     mkfifo slow.bin
     cat >alarmed.sh <<'END'

@@ -1,5 +1,5 @@
-# The programs of examples/programs, with the tool and the library as they are installed in KVR_STAGE/static. What the
-# scripts print is compared with their README by a test of its own.
+# The programs of examples/programs, with the tool and the library installed in KVR_STAGE/static. Another test compares
+# the output of the scripts with their README.
 
 setup() {
     programs=$KVR_SOURCE/examples/programs

@@ -1,10 +1,10 @@
-# run_document notices faults: in documents made for it, and in a copy of the README.
+# run_document detects faults in test documents and in a copy of the README.
 
 setup() {
     cd "$BATS_TEST_TMPDIR"
 }
 
-# The document is the standard input, with ~~~ for ```, which would end a block here.
+# The document is standard input, with ~~~ instead of ```, which would end a block here.
 document() {
     sed 's/^~~~/```/' >document.md
     run "$KVR_SOURCE/tests/docs/run_document" document.md

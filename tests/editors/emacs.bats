@@ -1,4 +1,4 @@
-# The files of editors/emacs, without a configuration of the user's.
+# The files of editors/emacs, without the user's configuration.
 
 setup() {
     cd "$BATS_TEST_TMPDIR"

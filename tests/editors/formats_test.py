@@ -1,4 +1,4 @@
-"""What the files for editors say of the formats is what the tool says: extensions, languages by contents, and keywords.
+"""The files for editors agree with the tool about the formats: extensions, languages by contents, and keywords.
 
 The keywords are compared with the tables in the sources of kvrimage, in both directions.
 """
@@ -16,7 +16,7 @@ VIM = SOURCE / "editors/vim"
 VSCODE = SOURCE / "editors/vscode"
 EMACS = (SOURCE / "editors/emacs/kvrmem.el").read_text()
 
-# The titles of the formats that each language is for.
+# The titles of the formats of each language.
 TITLES = {
     "kvr-coe": ["COE"],
     "kvr-hex": ["Intel HEX", "Intel HEX of bytes"],
@@ -28,20 +28,20 @@ TITLES = {
     "kvr-srec": ["S-records"],
     "kvr-titxt": ["TI-TXT"],
 }
-# Formats that are no text of words, or that editors have languages for.
+# Formats that are not texts of words, or that have their own languages in editors.
 OTHER_TITLES = ["raw binary", "ELF", "CSV", "C", "Python", "Verilog", "VHDL"]
-# Extensions whose files may hold anything.
+# Extensions whose files may contain anything.
 OPEN_EXTENSIONS = ["dat", "txt"]
 
 
 def answer(*arguments):
-    """The JSON that the tool answers, whatever its exit code."""
+    """The JSON output of the tool, with any exit code."""
     done = subprocess.run([os.environ["KVRMEM"], *arguments], capture_output=True, text=True, timeout=60, check=False)
     return json.loads(done.stdout)
 
 
 def words_of_table(path, table):
-    """The first text of each row of a table in a source, or of the list of texts that it is."""
+    """The first text in each row of a table or in a list of texts of a source."""
     text = (FORMATS / path).read_text()
     body = re.search(r"\b%s = (?:[^{;]*\(?\{+)(.*?)\}\)?;" % table, text, re.S).group(1)
     rows = re.findall(r'\{\s*(?:\w+::\w+,\s*)?"([^"]+)"', "{" + body)
@@ -66,18 +66,18 @@ def grammar_patterns(language):
 
 
 def plain(text):
-    """Regular expressions with the parentheses and bars of Python in place of those of Vim and Emacs."""
+    """Regular expressions with the parentheses and bars of Vim and Emacs replaced by those of Python."""
     return re.sub(r"\\+%?([(|)])", r"\1", text)
 
 
 def alternatives(text):
-    """The alternatives of the groups in regular expressions that are nothing but words."""
+    """The alternatives of the groups in regular expressions that consist only of words."""
     return [sorted(group.split("|")) for group in re.findall(r"\((?:\?:)?([A-Za-z_|]+)\)", plain(text))]
 
 
 class Keywords(unittest.TestCase):
     def stand_in(self, words, language):
-        """One group of each syntax has exactly these words."""
+        """Expects a group in each syntax with exactly these words."""
         self.assertIn(sorted(words), alternatives(vim_syntax(language)), "vim")
         self.assertIn(sorted(words), alternatives(EMACS), "emacs")
         self.assertIn(sorted(words), alternatives(" ".join(grammar_patterns(language))), "vscode")
@@ -155,7 +155,7 @@ class Languages(unittest.TestCase):
                 broken = {each["code"] for each in found["diagnostics"] if each["class"] == "broken"}
                 if language != "none":
                     self.assertIn(found["format"], TITLES[language])
-                    # What the options would say, which an editor does not need.
+                    # Options would provide these; an editor does not need them.
                     self.assertLessEqual(broken, {"missing-frame", "width-unknown"})
                 elif name.rsplit(".", 1)[1] not in OPEN_EXTENSIONS:
                     self.assertNotEqual(broken, set())

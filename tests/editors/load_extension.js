@@ -1,6 +1,6 @@
 // load_extension.js FOLDER
-// Loads the extension in FOLDER as the editor does, from nothing but what is packaged: a module that is missing there
-// is found. An object that takes every name for a class stands in for the editor.
+// Loads the extension in FOLDER like the editor, from its package only: a missing module makes it fail. An object in
+// which every name is a class replaces the editor.
 "use strict";
 
 const Module = require("node:module");

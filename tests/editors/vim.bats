@@ -1,5 +1,5 @@
-# The files of editors/vim in $EDITOR_PROGRAM, which is vim or neovim, without a configuration of the user's. The
-# scripts of vim/ look at what they find by themselves and write down what is wrong.
+# The files of editors/vim in $EDITOR_PROGRAM, which is vim or neovim, without the user's configuration. The scripts in
+# vim/ check their own results and write the failures.
 
 setup() {
     cd "$BATS_TEST_TMPDIR"

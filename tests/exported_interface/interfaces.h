@@ -1,6 +1,6 @@
 #pragma once
 
-// One function for each module: its declarations, one by one.
+// One function for each module; it checks all declarations of the module.
 void fixed_point_interface();
 void keywords_interface();
 void memory_interface();

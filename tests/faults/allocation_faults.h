@@ -19,21 +19,21 @@
 
 namespace kvr_test {
 
-/// One call of the library whose allocations are made to fail. A Subject holds the objects of the call and
-/// its result; its outcome() is all of that as a text.
+/// A call of the library whose allocations fail. A Subject holds the objects of the call and its result; its
+/// outcome() describes all of them as a text.
 template <class Subject>
 struct faulty_call {
     std::string name;
-    std::function<void(Subject&)> prepare; ///< undisturbed
+    std::function<void(Subject&)> prepare; ///< without failures
     std::function<void(Subject&)> call;
     bool allocates = true; ///< false: it must not allocate at all
 };
 
-/// The number of files that the process has open; 0 where the system does not provide it.
+/// The number of open files of the process; 0 if the system does not report it.
 inline std::size_t open_file_count() {
     std::size_t count = 0;
 #if defined(_WIN32)
-    constexpr int most_files = 512; // that are open as streams
+    constexpr int most_files = 512; // the most streams that can be open
     for (int descriptor = 0; descriptor < most_files; ++descriptor) {
         count += _get_osfhandle(descriptor) != -1 ? 1U : 0U;
     }
@@ -46,21 +46,22 @@ inline std::size_t open_file_count() {
     return count;
 }
 
-/// The distance of the allocations that fail: where code is counted or checked, a call takes ten times as
-/// long, and the other builds let every one fail.
+/// The distance between the failing allocations. If code is counted or checked, a call takes ten times as
+/// long, so only some of its allocations fail; in other builds, every one does.
 #ifdef KVR_SLOW_BUILD
 constexpr std::size_t fault_step = 17;
 #else
 constexpr std::size_t fault_step = 1;
 #endif
 
-/// Makes the allocations of one call fail in turn.
+/// Makes each allocation of a call fail, one per trial.
 template <class Subject>
 class allocation_faults {
 public:
     explicit allocation_faults(const faulty_call<Subject>& which) : tried(which) {}
 
-    /// The number of points of failure: each is tried twice, alone and with all that follow it.
+    /// The number of points of failure. Each is tried twice: alone, and with all later allocations failing as
+    /// well.
     std::size_t count() {
         const std::size_t files_before = open_file_count();
         undisturbed = outcome_of_undisturbed_call();
@@ -87,7 +88,7 @@ private:
         return count;
     }
 
-    /// False when the call has no such allocation, and when something is wrong: once is enough.
+    /// False if the call has no such allocation, or if a check fails: one report is enough.
     [[nodiscard]] bool is_failed_and_survived(std::size_t number, failing_allocation::extent which) const {
         SCOPED_TRACE(tried.name + ", allocation " + std::to_string(number) +
                      (which == failing_allocation::extent::one ? "" : " and those after it"));
@@ -105,7 +106,7 @@ private:
     }
 
     struct trial_result {
-        bool failed = false; ///< there was such an allocation
+        bool failed = false; ///< the allocation existed
         bool right = false;
     };
 
@@ -113,10 +114,10 @@ private:
                                      failing_allocation::extent which) const {
         const ending end = call_with_fault(subject, number, which);
         if (end == ending::bad_alloc) {
-            // The object can be used further.
+            // The object must still be usable.
             tried.call(subject);
         }
-        // A call that can do without the memory (unnoticed) may succeed, but then its result must be right.
+        // A call that does not need the memory may succeed (unnoticed), but its result must be right.
         const std::string outcome = subject.outcome();
         if (outcome != undisturbed) {
             EXPECT_EQ(outcome, undisturbed);
@@ -144,7 +145,7 @@ private:
     std::string undisturbed;
 };
 
-/// Tries every call of @p table, and records how many points of failure these have.
+/// Tries every call of @p table and records the number of their points of failure.
 template <class Table>
 void expect_allocation_faults_survived(const Table& table) {
     std::size_t points = 0;

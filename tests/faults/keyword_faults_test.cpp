@@ -1,4 +1,4 @@
-// Every allocation of the keyword registry and of the rules for widths fails in turn.
+// Each allocation of the keyword registry and of the width rules fails, one per trial.
 
 #include "kvr/keywords/keyword_registry.h"
 #include "kvr/ram_rules/width_ratio.h"

@@ -1,4 +1,4 @@
-// Every allocation of every member of the memory file fails in turn.
+// Each allocation of each member of the memory file fails, one per trial.
 
 #include "kvr/memory/memory_file.h"
 #include "tests/faults/allocation_faults.h"
@@ -25,7 +25,7 @@ struct memory_trial {
     std::deque<std::string> texts;
 
     memory_trial() {
-        // A file of an earlier trial is not taken for the result of this one.
+        // Otherwise a file of an earlier trial could be taken for the result.
         std::remove("memory.txt");
     }
     std::string outcome();
@@ -97,7 +97,7 @@ std::string memory_trial::outcome() {
     return std::move(out).str();
 }
 
-// Texts that no string holds without an allocation.
+// A text that is too long to be stored without an allocation.
 const std::string text_of_its_own = "a text that is longer than what a string holds inside of itself";
 const std::string long_word = "0123456789ABCDEF0123456789ABCDEF0123456789ABCDEF";
 
@@ -114,7 +114,7 @@ void empty_memory(memory_trial& trial) {
     trial.file.set_address_radix(RADIX_HEX);
 }
 
-/// Words that are equal, that differ, and that have several lengths.
+/// Words that are equal, words that differ, and words of several lengths.
 template <KVR_FILE_TYPES Type>
 void filled_memory(memory_trial& trial) {
     empty_memory<Type>(trial);
@@ -124,7 +124,7 @@ void filled_memory(memory_trial& trial) {
     trial.file.set_data_word(39, "A", RADIX_HEX);
 }
 
-/// More than a page of words that are packed.
+/// More than one page of packed words.
 template <KVR_FILE_TYPES Type>
 void packed_memory(memory_trial& trial) {
     empty_memory<Type>(trial);
@@ -165,7 +165,7 @@ void messages(memory_trial& trial) {
     trial.file.reset_info_message_list();
 }
 
-/// The memory file of the type @p type over the text @p content.
+/// Writes @p content to the file and selects it, with the type @p type, for @p trial.
 void file_of(memory_trial& trial, KVR_FILE_TYPES type, const std::string& content) {
     kvr_test::write_content("memory.txt", content);
     trial.file.set_file_type(type);
@@ -180,7 +180,7 @@ void mif_file(memory_trial& trial) {
             ";\n1 : 1 2 3;\n[8..F] : A B C;\n10 :\n11;\n[20..3F] : 7;\nEND;\n-- " + text_of_its_own + "\n");
 }
 
-/// Line by line as a writer formats it: read by runs of lines.
+/// Lines in the form of a writer, which are read in runs.
 void regular_mif_file(memory_trial& trial) {
     std::string lines = "WIDTH=16;\nDEPTH=1500;\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n";
     for (unsigned address = 0; address < 1500; ++address) {
@@ -208,7 +208,8 @@ void huge_mif_file(memory_trial& trial) {
 }
 
 void hex_file(memory_trial& trial) {
-    // The offset of one read is the first of the next: a file that sets its first offset reads the same.
+    // A read uses the offset of the previous read first. This file sets the same offset, so a second read
+    // gives the same words.
     file_of(trial, FILE_TYPE_HEX,
             text_of_its_own +
                 "\n:020000040000FA\n:0100000001FE\n:0100010002FC\n:020000040001F9\n:01000000AA55\n" +
@@ -270,7 +271,7 @@ void without_folder(memory_trial& trial) {
     trial.file.set_file_name("no such folder/" + text_of_its_own);
 }
 
-/// Comments accumulate over reads: a trial that starts over removes them.
+/// Comments accumulate over reads, so a trial removes them before it starts again.
 void remove_comments(memory_trial& trial) {
     for (int index = 0; index < 6; ++index) {
         trial.file.set_comment_deque(index, &trial.texts);

@@ -1,5 +1,5 @@
-// Every allocation of the handlers fails in turn, where a caller uses them without a memory file that owns
-// them. The calls with an owner are tried in memory_file_faults_test.cpp.
+// Each allocation of the handlers fails, one per trial. These handlers have no memory file as owner;
+// memory_file_faults_test.cpp tries the calls with an owner.
 
 #include "kvr/memory/hex/hex_file.h"
 #include "kvr/memory/memory_file.h"
@@ -15,7 +15,7 @@
 
 namespace {
 
-/// Handlers that report to one memory file.
+/// Handlers that report to the same memory file.
 struct handler_trial {
     KVR_MEMORY_FILE owner;
     KVR_MEMORY_MIF_FILE mif{&owner};
@@ -100,7 +100,7 @@ const kvr_test::faulty_call<handler_trial> handler_calls[] = {
      [](handler_trial& trial) { trial.answer = trial.mif.get_comment_deque(1, &trial.texts); }},
     {"MIF, set_comment_deque", four_words_and_texts,
      [](handler_trial& trial) { trial.answer = trial.mif.set_comment_deque(1, &trial.texts); }},
-    // No file has been named.
+    // No file name has been set.
     {"MIF, read", four_words, [](handler_trial& trial) { trial.answer = trial.mif.read_in_mif_file(); }},
     {"HEX, read", four_words, [](handler_trial& trial) { trial.answer = trial.hex.read_in_hex_file(); }},
     {"RIF, read", four_words, [](handler_trial& trial) { trial.answer = trial.rif.read_in_rif_file(); },

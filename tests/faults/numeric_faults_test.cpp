@@ -1,4 +1,4 @@
-// Every allocation of the conversions of numbers fails in turn.
+// Each allocation of the number conversions fails, one per trial.
 
 #include "kvr/memory/memory_types.h"
 #include "kvr/numeric/fixed_point.h"

@@ -1,4 +1,4 @@
-// Every allocation of the helpers (tokens, files, paths, lists, logs, environment) fails in turn.
+// Each allocation of the helpers (tokens, files, paths, lists, logs, environment) fails, one per trial.
 
 #include "kvr/util/environment.h"
 #include "kvr/util/file_system.h"
@@ -26,7 +26,7 @@ namespace {
 const std::string long_phrase = "a phrase that is longer than what a string holds inside of itself";
 const std::string long_file_name = "a_file_name_that_is_longer_than_what_a_string_holds_inside_of_itself";
 
-/// Works in the working directory, which outcome() lists with all that is in it.
+/// Works in the working directory; outcome() lists the directory with its contents.
 struct helper_trial {
     bool answer = false;
     std::string text;

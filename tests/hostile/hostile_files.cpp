@@ -1,7 +1,7 @@
 // Writes hostile files: hostile_files FOLDER single|inputs|bytes
 //
-// FOLDER/single gets one memory file for each idea below, FOLDER/inputs one for each idea for what else a
-// command reads, FOLDER/bytes one for each byte value in each field of each format.
+// FOLDER/single gets one memory file for each idea below, FOLDER/inputs one file for each idea about other
+// inputs of commands, FOLDER/bytes one file for each byte value in each field of each format.
 
 #include <array>
 #include <cstddef>
@@ -27,7 +27,7 @@ std::string repeated(std::string_view text, std::size_t count) {
     return all;
 }
 
-/// @p text of every number below @p count, one after the other.
+/// The results of @p text for every number below @p count, concatenated.
 template <class Text>
 std::string for_each_below(unsigned count, Text text) {
     std::string all;
@@ -58,7 +58,7 @@ std::string wide_words(unsigned count) {
                }));
 }
 
-/// The record of @p type with @p data, which are hexadecimal digits.
+/// The record of @p type with @p data, in hexadecimal digits.
 std::string record(unsigned address, unsigned type, const std::string& data) {
     const std::string bytes =
         hexadecimal(data.size() / 2, 2) + hexadecimal(address, 4) + hexadecimal(type, 2) + data;
@@ -85,7 +85,7 @@ std::string srec(unsigned type, std::uint64_t address, const std::string& data) 
     return "S" + std::to_string(type) + bytes + hexadecimal(0xFFU - sum % 0x100U, 2) + "\n";
 }
 
-/// A number in some bytes, the lowest one first.
+/// A number of @p bytes bytes, the lowest one first.
 std::string little_endian(std::uint64_t value, unsigned bytes) {
     std::string text;
     for (unsigned index = 0; index < bytes; ++index) {
@@ -100,8 +100,8 @@ struct elf_segment {
     std::uint64_t size; ///< in the file
 };
 
-/// The head of an ELF file of 32 bits whose header says that there are @p segments segments and @p sections
-/// sections, at @p segments_at and @p sections_at.
+/// The header of a 32-bit ELF file that claims @p segments segments at @p segments_at and @p sections
+/// sections at @p sections_at.
 std::string elf_head(std::uint64_t segments_at, std::uint64_t segments, std::uint64_t sections_at,
                      std::uint64_t sections) {
     return std::string("\x7F"
@@ -118,7 +118,8 @@ std::string segment_of_elf(const elf_segment& one) {
            little_endian(7, 4) + little_endian(1, 4);
 }
 
-/// An ELF file of @p count segments, which @p make makes from their numbers, and a hundred bytes of contents.
+/// An ELF file of @p count segments and a hundred bytes of contents. @p make generates a segment from its
+/// number.
 template <class Make>
 std::string elf(unsigned count, Make make) {
     return elf_head(52, count, 0, 0) +
@@ -151,7 +152,7 @@ struct hostile_file {
 };
 
 constexpr hostile_file files[] = {
-    // Sizes, addresses and ranges that promise more than the file holds.
+    // Sizes, addresses and ranges larger than the file.
     {"huge_depth.mif", [] { return mif(deepest, ""); }},
     {"depth_beyond_all.mif",
      [] { return mif("WIDTH=8;\nDEPTH=99999999999999999999;\nCONTENT BEGIN\n", "0 : 1;\n"); }},
@@ -198,7 +199,7 @@ constexpr hostile_file files[] = {
     {"address_of_many_digits.mif", [] { return mif(small, std::string(large, '1') + " : 1;\n"); }},
     {"value_of_many_digits.mif", [] { return mif(small, "0 : " + std::string(large, '1') + ";\n"); }},
     {"range_of_many_digits.mif", [] { return mif(small, "[0.." + std::string(large, '1') + "] : 1;\n"); }},
-    // Lines and statements without end.
+    // Endless lines and statements.
     {"value_over_many_lines.mif", [] { return mif(small, "0 :\n" + repeated("1\n", 2 * many) + ";\n"); }},
     {"empty_continuations.mif", [] { return mif(small, "0\n" + repeated("\n", many) + ": 1;\n"); }},
     {"statement_without_end.mif",
@@ -316,7 +317,7 @@ constexpr hostile_file files[] = {
     {"many_comments.vmem", [] { return "01\n" + repeated("/**/", many) + "02\n"; }},
     {"underscores.vmem", [] { return "1" + std::string(large, '_') + "2\n"; }},
     {"noise.vmem", [] { return "01 02\n" + noise(5, large); }},
-    // The same in binary digits
+    // The same in binary digits.
     {"widest_word.memb", [] { return std::string(1048576, '1') + " 1 0\n"; }},
     {"word_of_most_digits.memb", [] { return std::string(8 * large, 'x') + "\n"; }},
     {"last_address_of_64_bits.memb", [] { return std::string("@FFFFFFFFFFFFFFFF 1 0\n"); }},
@@ -449,12 +450,12 @@ constexpr hostile_file files[] = {
     {"noise.mem", [] { return memheader("Hex", "16", "8", noise(12, large)); }},
 };
 
-/// A chunk of a RIFF file that says it has @p size bytes.
+/// A chunk of a RIFF file with @p size in its header.
 std::string chunk(const std::string& name, std::uint64_t size, const std::string& bytes) {
     return name + little_endian(size, 4) + bytes;
 }
 
-/// A file of samples whose head says what it likes.
+/// A file of samples with any values in its header.
 std::string wave(unsigned channels, unsigned bits, std::uint64_t size, const std::string& samples) {
     const unsigned frame = channels * ((bits + 7) / 8);
     const std::string head = little_endian(1, 2) + little_endian(channels, 2) + little_endian(8000, 4) +
@@ -463,7 +464,7 @@ std::string wave(unsigned channels, unsigned bits, std::uint64_t size, const std
            chunk("data", size, samples);
 }
 
-/// A bitmap of 24 bits a pixel, of which @p pixels follow the head.
+/// A bitmap of 24 bits per pixel with @p pixels after the header.
 std::string bitmap(std::uint64_t columns, std::uint64_t rows, std::uint64_t begin,
                    const std::string& pixels) {
     return "BM" + little_endian(0xFFFFFFFF, 4) + little_endian(0, 4) + little_endian(begin, 4) +
@@ -471,7 +472,7 @@ std::string bitmap(std::uint64_t columns, std::uint64_t rows, std::uint64_t begi
            little_endian(24, 2) + std::string(24, '\0') + pixels;
 }
 
-/// A PNG file of one byte a pixel whose compressed data are @p data.
+/// A PNG file of one byte per pixel with @p data as compressed data.
 std::string png(const std::string& size, const std::string& data) {
     const auto piece = [](const std::string& name, const std::string& bytes) {
         return std::string{'\0', static_cast<char>(bytes.size() >> 16U),
@@ -482,13 +483,13 @@ std::string png(const std::string& size, const std::string& data) {
            piece("IEND", "");
 }
 
-/// What `split` says of @p count banks.
+/// A manifest of @p count banks, in the form that `split` writes.
 std::string manifest(const std::string& count, std::string_view width, const std::string& names) {
     return R"({"schema":"kvrmem-split-1","kind":"banks","n":)" + count + R"(,"width":)" + std::string(width) +
            R"(,"depth":16,"format":"mif","files":[)" + names + "]}";
 }
 
-/// The extension says which option of a command gets the file.
+/// The extension determines the option that gets the file.
 constexpr hostile_file inputs[] = {
     {"data_beyond_the_file.wav", [] { return wave(1, 16, 0xFFFFFFFF, "1234"); }},
     {"most_channels.wav", [] { return wave(16000, 32, 192000, std::string(192000, 'x')); }},
@@ -538,7 +539,7 @@ constexpr hostile_file inputs[] = {
     {"noise.masks", [] { return noise(23, large); }},
 };
 
-/// A small file of each format; each "?" is a place for every byte value.
+/// A small file of each format; each "?" is replaced with every byte value.
 struct small_file {
     const char* name;
     std::string_view text;

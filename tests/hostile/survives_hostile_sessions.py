@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
 """survives_hostile_sessions.py TOOL HOSTILE_FILES FOLDER: hostile texts and messages for the language server.
 
-Each server has little memory and little time. It must answer every request with a result or an error that the
-protocol knows, and end with an exit code of its own: 0 after "shutdown", 1 where the stream allows nothing else.
+Each server has limited memory and time. It must answer every request with a result or with an error of the protocol.
+Its exit code must be 0 after "shutdown", or 1 if the stream allows nothing else.
 """
 
 import json
@@ -15,11 +15,11 @@ import sys
 MEBIBYTE = 1 << 20
 ADDRESSES = 256 * MEBIBYTE
 PROCESSOR_SECONDS = 10
-WALL_SECONDS = 60  # which other programs share
+WALL_SECONDS = 60  # shared with other programs
 KNOWN_ERRORS = {-32700, -32600, -32601, -32602, -32002, -32800, -32803}
 TEXTS = {".mif", ".hex", ".rif", ".vmem", ".memb", ".coe", ".srec", ".ihx", ".txt", ".csv", ".logisim", ".mem"}
 FAR = 1_000_000_000
-# The commands get the texts whole; a session reads what it gets several times.
+# The commands get the whole texts; a session reads its text several times.
 MOST_CHARACTERS = 8_000
 
 
@@ -34,7 +34,7 @@ def limit_resources():
 
 
 def messages_in(stream):
-    """The messages of what a server has written, all of it."""
+    """The messages in the complete output of a server."""
     while stream:
         head, _, rest = stream.partition(b"\r\n\r\n")
         length = int(head.removeprefix(b"Content-Length: "))
@@ -43,7 +43,7 @@ def messages_in(stream):
 
 
 class Session:
-    """The messages of a client, sent at once, and what must come back."""
+    """The messages of a client, which are sent at once, and the required answers."""
 
     def __init__(self):
         self.stream = bytearray()
@@ -88,7 +88,7 @@ class Session:
         self.stream += framed({"jsonrpc": "2.0", "method": "exit"})
 
     def faults(self, tool, expected_code=0):
-        """What is wrong with the server's part of the session; None when nothing is."""
+        """The fault in the server's part of the session; None if there is none."""
         try:
             done = subprocess.run(
                 [tool, "lsp"],
@@ -119,7 +119,8 @@ def position(line, character):
 
 
 def session_with_text(name, text):
-    """Opens the ends of a text, asks, changes their middle, asks again."""
+    """Opens a text, cut to its two ends if it is long. Sends requests, changes the middle of the text and sends them
+    again."""
     if len(text) > MOST_CHARACTERS:
         text = text[: MOST_CHARACTERS // 2] + text[-MOST_CHARACTERS // 2 :]
     lines = text.split("\n")
@@ -162,7 +163,7 @@ def far_positions():
 
 
 def many_opened():
-    """Documents that are opened and never closed; some of them again."""
+    """Opens documents without closing them, some of them twice."""
     session = Session()
     for number in range(1000):
         session.open(f"file:///{number % 700}.mif", SMALL)
@@ -185,7 +186,7 @@ def deep_request(depth):
     return framed(b'{"jsonrpc":"2.0","method":"workspace/unknown","params":' + nested + b"}")
 
 
-# A name, the session, and the exit code.
+# A name, the session, and the expected exit code.
 SESSIONS = [
     ("positions beyond the text", far_positions, 0),
     ("documents without end", many_opened, 0),

@@ -31,7 +31,7 @@ constexpr std::array<std::array<char, 13>, many_names> numbered_texts = [] {
     return texts;
 }();
 
-/// Their ends, the later the longer: "_0000" to "register_2583".
+/// The ends of these texts, with increasing length: "_0000" to "register_2583".
 constexpr std::array<std::string_view, many_names> numbered_names = [] {
     std::array<std::string_view, many_names> names;
     for (std::size_t number = 0; number < many_names; ++number) {
@@ -82,7 +82,7 @@ constexpr kvr::keyword_index primitive_index(primitive_names);
 
 TEST(KeywordIndex, HasTheSameFreeSlotsInTheProgramAsInTheCompiler) {
     static_assert(primitive_index.size() == primitive_names.size());
-    // Through a volatile pointer, because the compiler computes the result for a constant itself.
+    // The volatile pointer prevents the compiler from computing the result itself.
     const kvr::keyword_index<primitive_names.size()>* volatile index = &primitive_index;
     EXPECT_EQ(index->size(), primitive_names.size());
 }

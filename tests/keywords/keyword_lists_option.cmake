@@ -1,7 +1,7 @@
 # cmake -D SOURCE=<project> -D BUILD=<folder> -D GENERATOR=<name> -D COMPILER=<c++> -P keyword_lists_option.cmake
 #
-# Configures the project with KVR_KEYWORD_LISTS pointing to other_lists/ and expects their names, and no
-# others, in the generated tables.
+# Configures the project with KVR_KEYWORD_LISTS set to other_lists/ and expects the names of these lists, and no others,
+# in the generated tables.
 file(REMOVE_RECURSE "${BUILD}")
 execute_process(
     COMMAND ${CMAKE_COMMAND} -S "${SOURCE}" -B "${BUILD}" -G "${GENERATOR}"

@@ -12,7 +12,7 @@
 #include <utility>
 #include <vector>
 
-// The lists of the library, as in their text files.
+// The lists of the library, read from their text files.
 
 namespace {
 
@@ -43,7 +43,7 @@ std::pair<std::size_t, std::size_t> shortest_and_longest(const strings& names) {
     return {shortest->size(), longest->size()};
 }
 
-/// The names that do not consist of @p characters alone.
+/// The names with characters other than @p characters.
 strings not_made_of(const std::string& characters, const strings& names) {
     strings result;
     for (const std::string& name : names) {
@@ -90,7 +90,7 @@ TEST(KeywordLists, PrimitivesAreUpperCaseOf2To19Characters) {
     EXPECT_EQ(shortest_and_longest(shipped().primitives), std::pair(std::size_t{2}, std::size_t{19}));
 }
 
-/// The primitives that are @p gate with or without a number of inputs.
+/// The primitives named @p gate, with or without a number of inputs.
 strings gates(const std::string& gate) {
     strings result;
     for (const std::string& name : shipped().primitives) {

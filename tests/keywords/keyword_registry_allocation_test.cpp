@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Lets @p successes allocations succeed and all further ones fail, during its lifetime.
+/// During its lifetime, the first @p successes allocations succeed and all later ones fail.
 class failure_after : failing_allocation {
 public:
     explicit failure_after(std::size_t successes)
@@ -60,8 +60,8 @@ TEST(KeywordRegistryAllocation, LookUpAllocatesNothing) {
     EXPECT_EQ(others, long_name.size() - 1);
 }
 
-/// Adds @p keyword while one allocation after the other fails, until it succeeds; after each failure the
-/// registry must be what it was.
+/// Adds @p keyword while one allocation after another fails, until it succeeds. After each failure, the
+/// registry must be unchanged.
 /// @return the number of failures
 std::size_t failures_of_adding(KVR_UTIL_KEYWORD_REGR& registry, const std::string& keyword) {
     const KVR_STRING_MAP before = kvr::keyword_map(registry);

@@ -51,12 +51,12 @@ std::string mixed_case(const std::string& name) {
     return kvr::to_lower_case(name.substr(0, 1)) + kvr::to_upper_case(name.substr(1));
 }
 
-/// A name that every registry holds; changed in letter case it is another text.
+/// A name in every registry. With another letter case, it is a different text.
 std::string fixed_name() {
     return built_in().all().at(0);
 }
 
-/// The value under @p name; "(none)" when it is no keyword.
+/// The value of @p name; "(none)" if it is not a keyword.
 std::string value_of(const KVR_UTIL_KEYWORD_REGR& registry, const std::string& name) {
     const KVR_STRING_MAP map = keyword_map(registry);
     const auto found = map.find(name);
@@ -274,7 +274,7 @@ TEST(KeywordRegistry, AddingTheListsAgainChangesNothing) {
     EXPECT_EQ(keyword_map(registry), plain.names);
 }
 
-/// Overwrites every value, calls @p add and compares with the map that got @p list again.
+/// Overwrites every value, calls @p add and compares with a map to which @p list was added again.
 void expect_list_added_again(void (KVR_UTIL_KEYWORD_REGR::*add)(), const strings& list) {
     KVR_UTIL_KEYWORD_REGR registry;
     plain_registry plain;
@@ -301,8 +301,8 @@ TEST(KeywordRegistry, AddingTheWysiwygNamesAgainRestoresTheirValuesOnly) {
     expect_list_added_again(&KVR_UTIL_KEYWORD_REGR::add_wysiwyg_names, built_in().wysiwygs);
 }
 
-/// Names that collide often: short ones of few letters in both cases, with NULs and high bytes, and
-/// fixed names in changed letter case.
+/// Names that often collide: short names of few letters in both cases, with NULs and high bytes, and fixed
+/// names with another letter case.
 class name_source {
 public:
     std::string next() { return below(3) == 0 ? listed_name() : short_name(); }
@@ -360,7 +360,8 @@ TEST(KeywordRegistry, BehavesAsThePlainMapUnderRandomUse) {
 }
 
 TEST(KeywordRegistry, ATextWithTheHashOfAKeywordIsNoKeyword) {
-    // Found by inverting the hash: where the index begins to search, and what it keeps of the hash.
+    // Found by inverting the hash. These bits are the start of the search in the index and the stored part of
+    // the hash.
     constexpr std::uint64_t hash_bits_used = 0xFFF80000FFFFFFFF;
     ASSERT_EQ(kvr::folded_hash("vk3_pll") & hash_bits_used, kvr::folded_hash("o6_luqzu") & hash_bits_used);
     KVR_UTIL_KEYWORD_REGR registry;

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-// A registry built from the lists in other_lists/: of other sizes, one of them empty, one with CR LF and
-// without a last line end, one name in two lists, and names repeated in other letter case.
+// A registry of the lists in other_lists/. They have other sizes: one is empty, one has CR LF and no last
+// line end, one name is in two lists, and some names are repeated with another letter case.
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// How many of @p all rounds a test of random data makes: a quarter where code is counted or checked, which
-/// takes ten times as long, and twenty times as many in a program that is for nothing else.
+/// The number of rounds of a test of random data: a quarter of @p all if code is counted or checked, which
+/// takes ten times as long, and twenty times @p all in a program for this purpose alone.
 constexpr int rounds(int all) {
 #ifdef KVR_SLOW_BUILD
     return (all + 3) / 4;
@@ -14,8 +14,8 @@ constexpr int rounds(int all) {
 #endif
 }
 
-/// The distance of the cases that a test of all cases of a kind takes: with sanitizers, which take ten times
-/// as long, it is more than one, and the builds without them take every case.
+/// The distance between the tested cases in a test of all cases. With sanitizers, which take ten times as
+/// long, it is more than one; builds without them test every case.
 #ifdef KVR_SANITIZED
 constexpr std::uint32_t sweep_step = 7;
 #else

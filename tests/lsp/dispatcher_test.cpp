@@ -19,7 +19,7 @@ using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
 
-/// A dispatcher with some handlers, and what it has sent.
+/// A dispatcher with some handlers, and the messages that it has sent.
 class Dispatcher : public testing::Test {
 protected:
     Dispatcher() : messages([this](const std::string& text) { sent.push_back(text); }) {

@@ -1,4 +1,4 @@
-// Sessions with the server: what it answers to a client, feature by feature.
+// Sessions with the server: its answers to a client, feature by feature.
 
 #include "tests/lsp/session.h"
 

@@ -1,4 +1,4 @@
-"""A client of a language server, for tests: it starts the program and speaks the protocol with it."""
+"""A client of a language server for tests: it starts the program and communicates with it by the protocol."""
 
 import array
 import fcntl
@@ -15,14 +15,14 @@ def framed(content):
 
 
 class LanguageClient:
-    """A server process and what it has sent."""
+    """A server process and the messages that it has sent."""
 
     def __init__(self, program, *options):
         self.process = subprocess.Popen(
             [program, "lsp", *options], stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE
         )
         self.last_id = 0
-        self.received = []  # what was read while something else was waited for
+        self.received = []  # read while waiting for another message
 
     def __enter__(self):
         return self
@@ -37,7 +37,7 @@ class LanguageClient:
         self.process.stdin.flush()
 
     def wait_until_received(self):
-        """Waits until the server has read what was sent, or 10 seconds."""
+        """Waits until the server has read all sent bytes, at most 10 seconds."""
         waiting = array.array("i", [1])
         for _ in range(1000):
             fcntl.ioctl(self.process.stdin.fileno(), termios.FIONREAD, waiting)
@@ -61,7 +61,7 @@ class LanguageClient:
         return json.loads(self.process.stdout.read(length))
 
     def wait_for(self, is_it):
-        """The first message that is_it answers true for."""
+        """The first message for which is_it returns true."""
         for index, message in enumerate(self.received):
             if is_it(message):
                 return self.received.pop(index)
@@ -105,14 +105,14 @@ class LanguageClient:
         )
 
     def diagnostics(self, uri):
-        """Those that are published next for the document."""
+        """The diagnostics that are published next for the document."""
         return self.wait_for(
             lambda message: message.get("method") == "textDocument/publishDiagnostics"
             and message["params"]["uri"] == uri
         )["params"]["diagnostics"]
 
     def finish(self):
-        """Ends the session as it should be. The exit code."""
+        """Ends the session according to the protocol and returns the exit code."""
         self.result("shutdown")
         self.send({"jsonrpc": "2.0", "method": "exit"})
         return self.process.wait(timeout=10)

@@ -15,7 +15,7 @@ using kvrmem::lsp::message_limits;
 using kvrmem::lsp::message_splitter;
 using testing::ElementsAre;
 
-/// What comes out when @p bytes are fed in blocks of @p block: texts, "<bad header>", "<too long>".
+/// The results for @p bytes in blocks of @p block: texts, "<bad header>", "<too long>".
 std::vector<std::string> split(std::string_view bytes, std::size_t block = 1000,
                                const message_limits& limits = {}) {
     message_splitter splitter(limits);

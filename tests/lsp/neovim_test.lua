@@ -1,4 +1,4 @@
--- What a user does in the editor; the script that starts it compares the files that are left.
+-- Acts like a user of the editor. The script that starts it compares the resulting files.
 
 local folder = vim.env.FOLDER
 
@@ -17,7 +17,7 @@ local function wait_for(what, is_there)
     expect(vim.wait(5000, is_there, 5), "this does not come: " .. what, vim.diagnostic.get())
 end
 
---- Opens a file with the server, and waits until that has looked at it.
+--- Opens a file with the server and waits until the client is attached.
 local function open(name, settings)
     vim.cmd("edit " .. folder .. "/" .. name)
     local id = vim.lsp.start_client({
@@ -54,7 +54,7 @@ local function request(method, line, character, more)
     fail("no answer to " .. method)
 end
 
---- Chooses the code action with a title at the cursor, as its user would.
+--- Chooses the code action with a title at the cursor, like a user.
 local function choose(title, line, character)
     vim.api.nvim_win_set_cursor(0, { line + 1, character })
     vim.ui.select = function(items, _, done)
@@ -78,7 +78,7 @@ wait_for("the diagnostic", function()
 end)
 expect(messages()[1] == "5:7 no ';' after '1 : 20'", "the diagnostic", messages())
 
--- What the floating window shows.
+-- The text of the floating window.
 vim.api.nvim_win_set_cursor(0, { 4, 5 })
 vim.lsp.buf.hover()
 local windows

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""program_test.py KVRMEM: sessions with the language server as a client runs it, through pipes."""
+"""program_test.py KVRMEM: sessions with the language server through pipes, as a client runs it."""
 
 import subprocess
 import sys
@@ -25,14 +25,14 @@ def change(version, line, character, text):
 
 
 def run(stream, *options):
-    """The exit code and the output of a server that is sent these bytes, and then the end."""
+    """The exit code and the output of a server that receives these bytes and then the end of its input."""
     done = subprocess.run([KVRMEM, "lsp", *options], input=stream, capture_output=True, timeout=20)
     return done.returncode, done.stdout
 
 
 class Program(unittest.TestCase):
     def send_while_the_server_waits(self, client, *messages):
-        """Sends messages that the server receives while it cannot go on, for an answer larger than a pipe holds."""
+        """Sends messages while the server is blocked, because its answer does not fit into the pipe."""
         client.open("file:///large.mem", "A5\n5A\n" * 10_000)
         document = {"textDocument": {"uri": "file:///large.mem"}}
         client.send({"jsonrpc": "2.0", "id": "large", "method": "textDocument/semanticTokens/full", "params": document})

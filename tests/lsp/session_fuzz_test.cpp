@@ -1,5 +1,5 @@
-// Sessions of random messages: sound ones in any order, cancelled, damaged, cut and with other types. Nothing
-// may crash or hang, and each request is answered once, with a result or an error that the protocol knows.
+// Sessions of random messages: valid ones in any order, canceled, damaged, cut, and with other types. Nothing
+// may crash or hang. Each request gets one answer, with a result or with an error of the protocol.
 
 #include "tests/lsp/session.h"
 
@@ -71,7 +71,7 @@ public:
         }
         return made;
     }
-    /// @p text with some bytes changed, or its end cut off.
+    /// @p text with some bytes changed or its end removed.
     std::string damaged(std::string text) {
         for (std::size_t count = below(4); count > 0 && !text.empty(); --count) {
             text[below(text.size())] = static_cast<char>(below(256));
@@ -102,11 +102,11 @@ private:
         }
         return made;
     }
-    /// A client sends nothing else.
+    /// A client sends only UTF-8.
     static void make_utf8(json& text) {
         text = json::parse(text.dump(-1, ' ', false, json::error_handler_t::replace));
     }
-    /// A member gets another type, or goes; or one within it.
+    /// Changes the type of a member, or of a member within it, or removes it.
     void damage(json& object) {
         auto member = object.begin();
         std::advance(member, static_cast<std::ptrdiff_t>(below(object.size())));
@@ -128,7 +128,7 @@ private:
 
 const std::set<int> known_errors = {-32700, -32600, -32601, -32602, -32603, -32002, -32800, -32803};
 
-/// Looks through what the server has sent, and counts its answers by their ids.
+/// Examines the messages of the server and counts its answers by id.
 void count_answers(const std::vector<json>& sent, std::map<json, int>& answers) {
     for (const json& each : sent) {
         ASSERT_EQ(each.at("jsonrpc"), "2.0");
@@ -174,7 +174,7 @@ TEST(SessionFuzz, EveryRequestIsAnsweredOnce) {
             client.send_bytes(bytes);
             count_answers(client.received(), answers);
         }
-        answers.erase(json()); // what could not be answered under an id
+        answers.erase(json()); // answers to messages without a readable id
         EXPECT_EQ(answers, expected);
     }
 }

@@ -1,4 +1,4 @@
-// When a handler without a memory file can read.
+// The conditions under which a handler without a memory file can read.
 
 #include "tests/memory/hex/hex_steps.h"
 #include "tests/memory/mif/mif_steps.h"
@@ -9,7 +9,7 @@
 
 namespace {
 
-/// @p memory is that of @p handler.
+/// @p memory belongs to @p handler.
 template <class Handler>
 void expect_to_read_files_that_exist(const Handler& handler, kvr::memory_state& memory) {
     const kvr_test::temporary_directory directory;

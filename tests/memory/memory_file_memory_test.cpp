@@ -1,5 +1,5 @@
-// The memory that reading, editing and writing take: guards against a cost in proportion to what a file
-// declares instead of its size.
+// The memory that reading, editing and writing use. It must not be proportional to the size that a file
+// declares, but to the size of the file.
 
 #include "kvr/memory/memory_file.h"
 #include "tests/allocation.h"

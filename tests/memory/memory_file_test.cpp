@@ -73,7 +73,7 @@ TEST_F(MemoryFile, TheAddressRadixOfIntelHexIsAlwaysHexadecimal) {
     EXPECT_EQ(file.get_address_radix(), RADIX_HEX);
 }
 
-/// Sets a type while there is no memory for its handler.
+/// Sets a type while the allocation of its handler fails.
 void set_type_without_memory(KVR_MEMORY_FILE& file, KVR_FILE_TYPES type) {
     const failing_allocation failing(1);
     EXPECT_THROW(file.set_file_type(type), std::bad_alloc);
@@ -87,7 +87,7 @@ TEST_F(MemoryFile, ATypeWithoutMemoryForItsHandlerIsTheTypeAllTheSame) {
     }
     set_type_without_memory(file, FILE_TYPE_HEX);
     EXPECT_EQ(file.get_file_type(), FILE_TYPE_HEX);
-    EXPECT_EQ(file.get_address_radix(), RADIX_HEX); // of this type, with a handler or without
+    EXPECT_EQ(file.get_address_radix(), RADIX_HEX); // of this type, with or without a handler
     EXPECT_EQ(file.get_lowest_address(), 0U);
     EXPECT_EQ(file.get_highest_address(), 0U);
     EXPECT_FALSE(file.set_data_word(0, "1", RADIX_HEX));
@@ -320,7 +320,7 @@ TEST_F(MemoryFile, AMifFileIsReadAndWrittenAsIntelHex) {
               ":01000000a55a\n:01000100a559\n:01000200a558\n:0100030001fb\n:00000001ff\n");
 }
 
-/// The words that get_data_word() copies are those that the rules give.
+/// The words that get_data_word() copies are those that the rules determine.
 TEST_F(MemoryFile, WordsOfEveryLengthAndKindOfPageComeBackAsTheyAre) {
     for (const KVR_FILE_TYPES type : {FILE_TYPE_HEX, FILE_TYPE_MIF, FILE_TYPE_RIF}) {
         KVR_MEMORY_FILE each;
@@ -354,7 +354,7 @@ TEST(MemoryFileTypes, ConsolidationIsAMatterOfMifFilesAlone) {
         file.set_file_type(type);
         file.set_dont_consolidate_data(true);
         EXPECT_EQ(file.get_file_type(), type);
-        // Made only now, it starts as every MIF handler.
+        // A new handler has the initial state of every MIF handler.
         file.set_file_type(FILE_TYPE_MIF);
         const kvr_test::temporary_directory folder;
         file.set_file_name(folder.path("out.mif"));

@@ -11,7 +11,7 @@
 
 namespace kvr_test {
 
-/// The words from @p first to @p last of @p file as they are stored.
+/// The stored words of @p file from @p first to @p last.
 inline std::vector<std::string> stored_words(KVR_MEMORY_FILE& file, unsigned first, unsigned last) {
     std::vector<std::string> words;
     for (unsigned address = first; address <= last; ++address) {
@@ -20,7 +20,7 @@ inline std::vector<std::string> stored_words(KVR_MEMORY_FILE& file, unsigned fir
     return words;
 }
 
-/// A memory file of one type in a folder of its own.
+/// A memory file of one type in its own folder.
 class memory_fixture : public testing::Test {
 protected:
     explicit memory_fixture(KVR_FILE_TYPES type) {

@@ -209,7 +209,7 @@ TEST(MemoryUse, OneWordInEachBranchStaysInProportionToAFileThatSetsIt) {
 }
 
 TEST(MemoryUse, FewestTextsThatMakeAPageGiveUpItsPiecesStayInProportion) {
-    // 13 texts: as a line of a file, with its address, some 40 characters.
+    // 13 texts: a line of a file with its address takes some 40 characters.
     constexpr std::uint32_t pages = 2000;
     const allocation_meter meter;
     for (const bool one_length : {true, false}) {

@@ -8,7 +8,7 @@
 
 namespace kvr_test {
 
-/// Makes small random changes to regular texts: irregularities that a fast path must not overlook.
+/// Makes small random changes to regular texts: a fast path must detect these irregularities.
 class text_mutator {
 public:
     /// @param alphabet the characters that are inserted.
@@ -58,7 +58,7 @@ private:
     std::string_view characters;
 };
 
-/// The characters of @p text in memory that ends directly after them: a sanitizer detects a read past it.
+/// The characters of @p text, without any memory after them: a sanitizer detects a read past the end.
 inline std::vector<char> exactly(std::string_view text) {
     return {text.begin(), text.end()};
 }

@@ -7,7 +7,7 @@
 
 namespace kvr_test {
 
-/// Digits of @p value in @p base, 2 to 16, at least @p width of them.
+/// @p value in base @p base, 2 to 16, with at least @p width digits.
 inline std::string number_text(std::uint64_t value, unsigned base, std::size_t width, bool upper = true) {
     const std::string_view all = upper ? "0123456789ABCDEF" : "0123456789abcdef";
     std::string digits;

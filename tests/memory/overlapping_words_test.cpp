@@ -1,5 +1,5 @@
-// Files in which words are set several times: single words, lists and ranges of mixed lengths that overlap.
-// The result must be that of a simple list of texts, through every page and form of the word store.
+// Files that set words several times: single words, lists and ranges of mixed lengths that overlap. The
+// result must be the same as in a simple list of texts, for every page and form of the word store.
 
 #include "tests/memory/hex/hex_record_texts.h"
 #include "tests/memory/memory_fixture.h"
@@ -22,7 +22,7 @@ namespace {
 using kvr_test::hex_digits;
 using kvr_test::random_choices;
 
-/// A file in the making, and the words that it sets.
+/// A file under construction and the words that it sets.
 class overlapping_words {
 public:
     overlapping_words(std::uint32_t seed, const std::string& unset)
@@ -75,13 +75,13 @@ void set_some_words(KVR_MEMORY_FILE& file, overlapping_words& all) {
 
 class OverlappingWords : public testing::Test {
 protected:
-    /// Reads @p text into a file object of its own, then sets words of it, and compares with @p all.
+    /// Reads @p text into its own file object, then sets some of its words, and compares with @p all.
     void read_and_compare(KVR_FILE_TYPES type, unsigned word_size, const std::string& text,
                           overlapping_words& all) {
         KVR_MEMORY_FILE file;
         file.set_file_type(type);
         file.set_word_size(word_size);
-        if (type == FILE_TYPE_RIF) { // the others contain it themselves
+        if (type == FILE_TYPE_RIF) { // the other formats contain it
             file.set_number_of_words(all.depth());
         }
         file.set_file_name(path);
@@ -178,7 +178,7 @@ TEST_F(OverlappingWords, OfMifLeaveThoseThatWereSetLast) {
     }
 }
 
-/// Words from a new address on, some of them in a line.
+/// Words that start at a new address, some of them in one line.
 std::string rif_words(overlapping_words& all) {
     const auto [first, after] = all.stretch(all.chosen.once_in(4) ? all.depth() : 80);
     const std::uint32_t words_a_line = all.chosen.between(1, 16);
@@ -203,7 +203,7 @@ TEST_F(OverlappingWords, OfRifLeaveThoseThatWereSetLast) {
     }
 }
 
-/// A record of @p digits for each word.
+/// A record with @p digits digits for each word.
 std::string hex_record(overlapping_words& all, std::uint32_t digits) {
     const auto [first, after] = all.stretch(64 / digits);
     std::string data;
@@ -218,7 +218,7 @@ TEST_F(OverlappingWords, OfIntelHexLeaveThoseThatWereSetLast) {
     const std::uint32_t files = kvr_test::fewer(kvr_test::is_sanitized ? 10U : 60U);
     for (std::uint32_t seed = 1; seed <= files; ++seed) {
         SCOPED_TRACE("seed " + std::to_string(seed));
-        // A word that no record sets has the initialize value, which is shorter than the words.
+        // An unset word has the initialize value, which is shorter than the words.
         overlapping_words all(seed, "0");
         const std::uint32_t digits = all.chosen.one_of(std::array<std::uint32_t, 4>{2, 4, 8, 16});
         std::string text;

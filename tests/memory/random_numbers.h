@@ -5,7 +5,7 @@
 
 namespace kvr_test {
 
-/// The same numbers of 32 bits in every run.
+/// 32-bit numbers, the same ones in every run.
 class random_numbers {
 public:
     explicit random_numbers(std::uint32_t start) : engine(start) {}

@@ -10,8 +10,8 @@
 
 namespace kvr_test {
 
-/// Contiguous words of one length, as a page holds them, from a fixed start value. Some words equal the
-/// previous one; @p spoilt of 1000 characters are drawn from characters that are no digits.
+/// Contiguous words of one length, as a page stores them, from a fixed seed. Some words equal the previous
+/// one; @p spoilt of 1000 characters are not digits.
 class random_row {
 public:
     random_row(random_numbers& numbers, std::uint32_t length, std::uint32_t count, unsigned spoilt = 0) {

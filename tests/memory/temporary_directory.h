@@ -45,7 +45,7 @@ private:
     std::filesystem::path root;
 };
 
-/// The bytes of the file at @p path; "" when it cannot be read.
+/// The bytes of the file at @p path; "" if it cannot be read.
 inline std::string content_of(const std::string& path) {
     std::ifstream stream(path, std::ios::binary);
     return {std::istreambuf_iterator<char>(stream), std::istreambuf_iterator<char>()};

@@ -10,8 +10,8 @@
 
 namespace kvr_test {
 
-/// The words of a memory in stretches of all kinds, from a fixed start value: of one length, of many,
-/// repeated, with characters that are no digits, and empty ones.
+/// The words of a memory in stretches of all kinds, from a fixed seed: of one length, of many lengths,
+/// repeated, with characters that are not digits, and empty.
 inline std::vector<std::string> words_of_all_kinds(random_numbers& numbers, std::size_t count,
                                                    std::size_t length) {
     const auto digits = [&numbers](std::size_t size) {

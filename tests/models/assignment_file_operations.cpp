@@ -29,7 +29,7 @@ void expect_of_line(bool holds, std::string_view what, std::string_view line) {
     }
 }
 
-/// Where the text that begins at @p begin of @p line ends: after its closing quote, or with the line.
+/// The end of the text that begins at @p begin of @p line: after its closing quote, or the end of the line.
 std::size_t end_of_text(std::string_view line, std::size_t begin) {
     std::size_t at = begin + 1;
     while (at < line.size() && line[at] != '"') {
@@ -75,7 +75,7 @@ std::vector<assignment_line> plain_lines(const std::string& path, std::string_vi
     return lines;
 }
 
-/// What @p make gives; nothing for wrong usage with a message, which is all that a text may be refused with.
+/// The result of @p make; no value if it reports wrong usage with a message. No other refusal is allowed.
 template <class Make>
 auto unless_refused(std::string_view line, const Make& make) -> std::optional<decltype(make())> {
     try {
@@ -87,7 +87,7 @@ auto unless_refused(std::string_view line, const Make& make) -> std::optional<de
     }
 }
 
-/// What @p operand assigns, in one plain form.
+/// The assignment of @p operand in one plain form.
 std::string written_plainly(const edit_operand& operand, const edit_values& values) {
     std::string text = fmt::format("{}..{}", operand.addresses.first, operand.addresses.last);
     text += operand.field ? fmt::format("[{}:{}]", operand.field->high, operand.field->low) : "";

@@ -8,20 +8,20 @@
 
 namespace kvr_test {
 
-/// Compares the lines of the file @p path, which holds @p contents, with those of a second reader; and what
-/// each line assigns with what it assigns when it is written again in one plain form.
-/// @throws std::logic_error that says what differs
+/// Compares the lines of the file @p path, which contains @p contents, with those of a second reader. Writes
+/// each assignment in one plain form and compares it with the assignment of that form.
+/// @throws std::logic_error that describes the difference
 void compare_assignment_file(const std::string& path, std::string_view contents);
 
-/// Makes files of assignments, sound ones and others.
+/// Generates valid and invalid files of assignments.
 class assignment_file_operations {
 public:
     /// @p source must outlive it.
     explicit assignment_file_operations(choices& source) : chosen(source) {}
 
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void step();
-    /// All has been compared already.
+    /// Does nothing: step() has compared everything.
     static void compare_all() {}
 
 private:

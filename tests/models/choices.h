@@ -7,7 +7,7 @@
 
 namespace kvr_test {
 
-/// The source of the random decisions of a test of a store: random numbers or the bytes of a fuzzer's input.
+/// The source of the random decisions of a test: random numbers or the bytes of a fuzzer's input.
 class choices {
 public:
     choices() = default;
@@ -18,9 +18,9 @@ public:
     /// A number below @p count (at least 1).
     virtual std::uint32_t below(std::uint32_t count) = 0;
 
-    /// A number from @p least to @p most (inclusive).
+    /// A number from @p least to @p most, inclusive.
     std::uint32_t between(std::uint32_t least, std::uint32_t most) { return least + below(most - least + 1); }
-    /// True once in @p count times.
+    /// True with a probability of one in @p count.
     bool once_in(std::uint32_t count) { return below(count) == 0; }
     /// One of the elements of @p all.
     template <class Container>
@@ -41,7 +41,7 @@ private:
     std::mt19937 engine; // NOLINT(cert-msc51-cpp): seeded above
 };
 
-/// The choices of an input: a byte each, or as many as the number takes; 0 when it is used up.
+/// The choices of an input: one byte each, or more for larger numbers; 0 after the end of the input.
 class input_choices final : public choices {
 public:
     explicit input_choices(std::string_view input) noexcept : left(input) {}

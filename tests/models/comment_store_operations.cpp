@@ -10,15 +10,15 @@ namespace kvr_test {
 
 namespace {
 
-/// Up to this many comments are compared as a whole after each change.
+/// With at most this number of comments, all of them are compared after each change.
 constexpr std::size_t few = 40;
 constexpr std::uint64_t steps_between_full_reads = 16;
 
-// A segment has 256 entries, each of which is a comment or a gap.
+// A segment has 256 entries, each a comment or a gap.
 constexpr std::array<std::size_t, 6> few_comments = {2, 10, 20, 30, 40, 60};
 constexpr std::array<std::size_t, 5> many_comments = {255, 300, 520, 1100, 6000};
 
-/// The lengths around which the length of a kept text takes another byte, or the text a block of its own.
+/// The lengths around which a stored length needs another byte, or a text its own block.
 constexpr std::array<std::uint32_t, 8> lengths = {0, 1, 7, 40, 127, 128, 4093, 4094};
 
 } // namespace
@@ -58,7 +58,7 @@ std::string comment_store_operations::text() {
     return std::string(length, static_cast<char>('a' + chosen.below(26)));
 }
 
-/// A number of comments, in proportion to those of the store.
+/// A number of comments, proportional to the size of the store.
 std::uint32_t comment_store_operations::some() {
     return chosen.between(1, static_cast<std::uint32_t>(most_comments / 4 + 1));
 }

@@ -11,23 +11,23 @@
 
 namespace kvr_test {
 
-/// Makes random changes to a comment store and to a std::deque<std::string>, and compares all ways to read
-/// the store with that.
+/// Makes random changes to a comment store and to a std::deque<std::string>, and compares the results of all
+/// ways to read the store with the deque.
 class comment_store_operations {
 public:
     /// @p source must outlive it.
     explicit comment_store_operations(choices& source);
 
-    /// Makes one change and compares what is near it; every 16th time, and each time when there are few
-    /// comments, everything.
-    /// @throws std::logic_error that says what differs, and after which change.
+    /// Makes one change and compares the comments near it. Compares all comments in every 16th step and if
+    /// there are few.
+    /// @throws std::logic_error that describes the difference and names the change.
     void step();
 
     /// @throws std::logic_error
     void compare_all();
 
 private:
-    // The changes. Each gives an index near which it has changed something.
+    // The changes. Each returns an index near the change.
     std::size_t push_front();
     std::size_t append_empty();
     std::size_t insert();

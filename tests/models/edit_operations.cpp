@@ -26,7 +26,7 @@ using kvrimage::memory_image;
 using kvrimage::read_options;
 using kvrimage::read_result;
 
-/// Words of the reverse edit, at most.
+/// The largest number of words in the inverse edit.
 constexpr std::uint64_t most_reversed = 400;
 
 void expect_of_file(bool holds, std::string_view what, std::string_view contents) {
@@ -35,12 +35,12 @@ void expect_of_file(bool holds, std::string_view what, std::string_view contents
     }
 }
 
-/// The same with what was done to it.
+/// The same for an edit: the message contains the file before and after it.
 void expect_of_edit(bool holds, std::string_view what, std::string_view contents, std::string_view edited) {
     expect_of_file(holds, what, holds ? "" : fmt::format("{}\n-- becomes --\n{}", contents, edited));
 }
 
-/// Without the blanks at the ends of their lines.
+/// The comments without trailing blanks.
 std::vector<std::string> comments_in(std::string_view contents, const kvrimage::format& as) {
     std::vector<std::string> comments;
     if (as.find_comments != nullptr) {
@@ -52,7 +52,7 @@ std::vector<std::string> comments_in(std::string_view contents, const kvrimage::
     return comments;
 }
 
-/// The options that read an edited file as @p before was read.
+/// The options that read an edited file in the same way as @p before.
 read_options options_as(const read_options& options, const read_result& before) {
     read_options again = options;
     again.as = before.facts.as;
@@ -72,7 +72,7 @@ memory_image with_words(memory_image image, std::span<const assignment> assignme
     return image;
 }
 
-/// What makes the words of @p before again where @p assignments have changed them.
+/// The assignments that restore the words of @p before after @p assignments.
 std::vector<assignment> reverse_of(const memory_image& before, std::span<const assignment> assignments) {
     std::vector<assignment> reverse;
     for (const assignment& each : assignments) {
@@ -100,7 +100,8 @@ void expect_sound_edits(const edit_result& made, std::string_view contents) {
     }
 }
 
-/// The words, very wide ones, take too much more memory than the file: it is refused when it is read again.
+/// True if the words, which are very wide, take too much memory for the size of the file: reading it again
+/// fails.
 bool is_too_large(const read_result& read) {
     return std::ranges::any_of(read.diagnostics, [](const diagnostic& found) {
         return found.id == kvrimage::diagnostic_id::too_large;
@@ -201,7 +202,7 @@ edit_operations::edit_operations(choices& source) : chosen(source), random(sourc
     }
 }
 
-/// Where the words before some low address are not set, and the file has addresses.
+/// Reads the file from a base if it has addresses and the words below a low address are not set.
 void edit_operations::read_from_base() {
     read_options from_base = options;
     from_base.base = chosen.between(1, 5);
@@ -210,7 +211,7 @@ void edit_operations::read_from_base() {
     }
 }
 
-/// A comment after some line, in the way of the format if there is one.
+/// Inserts a comment after a line, if the format supports one of these forms.
 void edit_operations::add_comment() {
     constexpr std::array<std::string_view, 6> ways = {"-- {}\n", "% {} %\n", "// {}\n",
                                                       "# {}\n",  "; {}\n",   "/* {} */\n"};
@@ -239,7 +240,7 @@ void edit_operations::step() {
     }
     const read_result read = parse(contents, options);
     const auto edited = compare_edit(contents, options, any_assignments(chosen, *read.image));
-    if (edited && parse(*edited, options).image) { // without what a caller must say in addition
+    if (edited && parse(*edited, options).image) { // the file can be read without more options
         contents = *edited;
     }
 }

@@ -15,31 +15,32 @@
 namespace kvr_test {
 
 /// Edits @p contents, which are read with @p options, and compares the words and comments of the result with
-/// those that a model says: the words before with @p assignments made in them, and the same comments. The
-/// same edit again changes nothing, and the reverse one gives the words back.
-/// @return the edited contents; nothing when the edit is refused
-/// @throws std::logic_error that says what differs
+/// a model: the previous words with @p assignments applied, and the same comments. The same edit changes
+/// nothing if repeated, and the inverse edit restores the words.
+/// @return the edited contents; no value if the edit is refused
+/// @throws std::logic_error that describes the difference
 std::optional<std::string> compare_edit(std::string_view contents, const kvrimage::read_options& options,
                                         std::span<const kvrimage::assignment> assignments);
 
-/// Lays @p contents out and compares the words and comments of the layout with theirs; laying out the layout
-/// changes nothing.
-/// @return the layout; nothing when there is none, since the file is broken or its format has no rules
-/// @throws std::logic_error that says what differs
+/// Lays @p contents out and compares the words and comments of the layout with the original ones. A layout of
+/// the layout changes nothing.
+/// @return the layout; no value if the file is broken or its format has no layout rules
+/// @throws std::logic_error that describes the difference
 std::optional<std::string> compare_layout(std::string_view contents, const kvrimage::read_options& options);
 
-/// Random assignments to addresses of @p image, some beyond it, and to single words, ranges and cycles.
+/// Random assignments of single words, ranges and cycles to addresses of @p image, and to some beyond its
+/// end.
 std::vector<kvrimage::assignment> any_assignments(choices& chosen, const kvrimage::memory_image& image);
 
-/// Makes edits of a file of a random format, one after another, and lays it out now and then.
+/// Edits a file of a random format repeatedly and sometimes lays it out.
 class edit_operations {
 public:
     /// @p source must outlive it.
     explicit edit_operations(choices& source);
 
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void step();
-    /// All has been compared already.
+    /// Does nothing: step() has compared everything.
     static void compare_all() {}
 
 private:

@@ -115,7 +115,7 @@ void edit_pieces_operations::touch() const {
     expect(pieces.touch(range) == holds_some, "whether a range is touched");
 }
 
-/// Hands the pieces to places of a file, of which the last one that sets an address gets it.
+/// Hands the pieces to places of a file. The last place that sets an address gets its piece.
 void edit_pieces_operations::hand_over_places() {
     std::vector<setting_place> places;
     std::vector<std::optional<std::size_t>> owners(model.size());

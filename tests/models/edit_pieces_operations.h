@@ -10,14 +10,15 @@
 
 namespace kvr_test {
 
-/// Makes edit pieces of random assignments, takes some away, and compares them with a word for each address.
+/// Makes edit pieces from random assignments, removes some of them, and compares them with a model of one
+/// word per address.
 class edit_pieces_operations {
 public:
     /// @p source must outlive it.
     explicit edit_pieces_operations(choices& source);
 
-    /// Takes pieces away, or makes new ones where none are left.
-    /// @throws std::logic_error that says what differs, and after which step.
+    /// Removes pieces, or makes new ones if none are left.
+    /// @throws std::logic_error that describes the difference and names the step.
     void step();
 
     /// @throws std::logic_error
@@ -32,7 +33,7 @@ private:
 
     [[nodiscard]] kvrimage::address_range any_range() const;
     [[nodiscard]] std::uint64_t index_of(std::uint64_t address) const noexcept { return address - base; }
-    /// Compares a piece that is handed out within @p range with the model, from which it is taken away.
+    /// Compares a piece within @p range that was handed out with the model, and removes it from the model.
     void clear_in_model(const kvrimage::edit_piece& piece, const kvrimage::address_range& range);
     void expect(bool holds, std::string_view what) const;
 

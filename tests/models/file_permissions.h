@@ -10,7 +10,7 @@ namespace kvr_test {
 
 #if defined(_WIN32)
 
-// Files have none, which is all 0 here.
+// Windows has no such permissions: they are always 0.
 using file_permissions = unsigned;
 
 inline file_permissions permissions_on_disk(const std::string& /*path*/) {
@@ -27,7 +27,7 @@ inline file_permissions with_permissions(const std::string& /*path*/, file_permi
 
 using file_permissions = mode_t;
 
-/// The permissions of the file @p path; 0 when it is not there.
+/// The permissions of the file @p path; 0 if it does not exist.
 inline file_permissions permissions_on_disk(const std::string& path) {
     struct stat status {};
     return stat(path.c_str(), &status) == 0 ? status.st_mode & 07777U : 0;
@@ -39,7 +39,7 @@ inline file_permissions permissions_of_new_file() {
     return 0666U & ~mask;
 }
 
-/// Gives the file @p path the permissions @p wanted; what it has then, 0 when that failed.
+/// Sets the permissions of the file @p path to @p wanted and returns the resulting ones; 0 if that failed.
 inline file_permissions with_permissions(const std::string& path, file_permissions wanted) {
     return chmod(path.c_str(), wanted) == 0 ? wanted : 0;
 }

@@ -1,4 +1,4 @@
-// Random sequences of operations on memories, files and what the tool holds, each compared with a plain
+// Random sequences of operations on memories, files and objects of the tool, each compared with a plain
 // model.
 
 #include "tests/models/assignment_file_operations.h"

@@ -26,7 +26,7 @@ constexpr std::uint64_t steps_between_full_looks = 16;
 constexpr std::uint64_t half_of_deepest = deepest_memory / 2;
 constexpr std::uint64_t top_address = std::numeric_limits<std::uint64_t>::max();
 
-// A page has 1,024 words, and a half of the deepest memory is a store of its own.
+// A page has 1,024 words. The deepest memory consists of two stores, one for each half.
 constexpr std::array memory_parts = {
     memory_part{"one word", 4, 1, 0, 0, 1},
     memory_part{"some words", 8, 40, 3, 0, 40},
@@ -42,7 +42,7 @@ constexpr std::array memory_parts = {
     memory_part{"one word above half", 32, half_of_deepest + 1, 3, half_of_deepest - 1025, 1026},
 };
 
-/// Of a vector that has an element for each address, a part.
+/// The part of a vector with one element per address.
 template <class Elements>
 auto elements_at(Elements& all, std::uint64_t first, std::uint64_t last) {
     return std::span(all).subspan(first, last - first + 1);
@@ -83,7 +83,7 @@ void memory_image_operations::step() {
     }
     const stretch around = {changed.first - std::min<std::uint64_t>(changed.first, 2),
                             std::min(changed.last + 2, size() - 1)};
-    compare_runs(around); // before a single word is asked for: bytes may become texts then
+    compare_runs(around); // before single words are read, because reading may convert bytes to texts
     compare_repetition(around.first);
     switch (steps % 4) {
     case 0:
@@ -109,7 +109,7 @@ word memory_image_operations::any_word() {
     return chosen.once_in(2) ? chosen.one_of(values) : other_word();
 }
 
-/// Short ones, long ones, and those to the end.
+/// Short and long ranges, and ranges up to the end.
 memory_image_operations::stretch memory_image_operations::any_stretch() {
     constexpr std::uint64_t few = 10;
     const std::uint64_t first = any_index();
@@ -147,7 +147,7 @@ memory_image_operations::stretch memory_image_operations::fill() {
 }
 
 memory_image_operations::stretch memory_image_operations::fill_unset() {
-    if (is_whole()) { // else it would set words outside of the part
+    if (is_whole()) { // otherwise it would set words outside of the part
         const word value = any_word();
         image.fill_unset(value);
         for (auto& each : model) {
@@ -182,7 +182,7 @@ memory_image_operations::stretch memory_image_operations::copy() {
     return any_stretch();
 }
 
-/// Another memory of the same size, which holds its words as bytes until one is changed.
+/// Assigns another memory of the same size, which stores its words as bytes until one changes.
 memory_image_operations::stretch memory_image_operations::take_bytes() {
     if (is_whole()) {
         const byte_order order = chosen.once_in(2) ? byte_order::little : byte_order::big;

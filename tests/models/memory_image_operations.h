@@ -11,7 +11,7 @@
 
 namespace kvr_test {
 
-/// Part of the addresses of a memory, where the operations are; outside of it no word is set.
+/// The part of a memory's addresses on which the operations work. No word outside of it is set.
 struct memory_part {
     const char* name;
     std::uint32_t width;
@@ -21,15 +21,15 @@ struct memory_part {
     std::uint64_t size;  ///< of the part
 };
 
-/// Makes random changes to a memory_image and to a vector of words, and compares all ways to read the memory
-/// with that.
+/// Makes random changes to a memory_image and to a vector of words, and compares the results of all ways to
+/// read the memory with the vector.
 class memory_image_operations {
 public:
     /// @p source must outlive it.
     explicit memory_image_operations(choices& source);
 
-    /// Makes one change and compares what is near it; every 16th time everything.
-    /// @throws std::logic_error that says what differs, and after which change.
+    /// Makes one change and compares the words near it; every 16th time, compares all words.
+    /// @throws std::logic_error that describes the difference and names the change.
     void step();
 
     /// @throws std::logic_error
@@ -41,7 +41,7 @@ private:
         std::uint64_t last;  ///< inclusive
     };
 
-    // The changes. Each gives the indexes that it may have changed.
+    // The changes. Each returns the indexes that it may have changed.
     stretch set();
     stretch set_many();
     stretch fill();
@@ -80,7 +80,7 @@ private:
     const memory_part& part;
     kvrimage::memory_image image;
     std::vector<std::optional<kvrimage::word>> model;
-    std::vector<kvrimage::word> values; ///< words that return
+    std::vector<kvrimage::word> values; ///< words that are used again
     std::string_view change = "the start";
     std::uint64_t steps = 0;
 };

@@ -38,7 +38,8 @@ std::string trimmed_field(std::string text) {
     return text;
 }
 
-/// The number of the last field Content-Length of @p header; nothing where there is none, or it is no number.
+/// The number in the last field Content-Length of @p header; no value if there is none or if it is not a
+/// number.
 std::optional<std::uint64_t> plain_length(std::string header) {
     std::optional<std::uint64_t> length;
     header += "\r\n";
@@ -53,7 +54,7 @@ std::optional<std::uint64_t> plain_length(std::string header) {
             const std::string digits = trimmed_field(field.substr(std::min(colon + 1, field.size())));
             const bool is_number =
                 !digits.empty() && digits.find_first_not_of("0123456789") == std::string::npos;
-            constexpr std::size_t most_digits = 19; // the numbers here have two
+            constexpr std::size_t most_digits = 19; // the numbers in this test have two
             length =
                 is_number && digits.size() <= most_digits ? std::optional(std::stoull(digits)) : std::nullopt;
         }
@@ -96,7 +97,7 @@ std::string message_splitter_operations::more_bytes() {
     if (chosen.once_in(3)) {
         return std::string(chosen.one_of(pieces));
     }
-    // Around the limits: of a message, of one that is skipped, of a header.
+    // Sizes around the limits for a message, for a skipped message and for a header.
     const std::uint32_t size = chosen.once_in(40)  ? 91
                                : chosen.once_in(6) ? chosen.between(38, 90)
                                                    : chosen.below(12);
@@ -119,7 +120,7 @@ void message_splitter_operations::step() {
             chosen.once_in(2) ? rest.size() : chosen.between(1, static_cast<std::uint32_t>(rest.size()));
         splitter.feed(rest.substr(0, size));
         rest.remove_prefix(size);
-        if (!chosen.once_in(4)) { // else they wait
+        if (!chosen.once_in(4)) { // otherwise they wait
             split_messages();
         }
     }

@@ -9,17 +9,17 @@
 
 namespace kvr_test {
 
-/// Feeds streams of messages in random pieces to a message_splitter, and compares what comes out with the
-/// messages of the stream as a whole.
+/// Feeds streams of messages to a message_splitter in random pieces, and compares the resulting messages with
+/// those of the whole stream.
 class message_splitter_operations {
 public:
     /// @p source must outlive it.
     explicit message_splitter_operations(choices& source) : chosen(source) {}
 
-    /// Feeds some more bytes.
-    /// @throws std::logic_error that says what differs
+    /// Feeds more bytes.
+    /// @throws std::logic_error that describes the difference
     void step();
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void compare_all();
 
 private:
@@ -28,8 +28,8 @@ private:
     [[nodiscard]] std::vector<std::string> plain_messages() const;
 
     choices& chosen;
-    std::string stream;             ///< all that was fed
-    std::vector<std::string> found; ///< what has come out
+    std::string stream;             ///< everything that was fed
+    std::vector<std::string> found; ///< the messages that came out
     kvrmem::lsp::message_splitter splitter{limits};
     static constexpr kvrmem::lsp::message_limits limits = {.message = 40, .skipped = 90, .header = 60};
 };

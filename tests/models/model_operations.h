@@ -12,17 +12,17 @@
 
 namespace kvr_test {
 
-/// The number in the variable @p name of the environment, or @p otherwise.
-/// @throws std::invalid_argument, std::out_of_range when the variable holds no number.
+/// The number in the environment variable @p name; @p otherwise if it is not set.
+/// @throws std::invalid_argument, std::out_of_range if the variable contains no number.
 inline std::uint64_t number_in_environment(const char* name, std::uint64_t otherwise) {
     const char* text = std::getenv(name); // NOLINT(concurrency-mt-unsafe): nothing sets variables
     return text != nullptr ? std::stoull(text) : otherwise;
 }
 
-/// Runs sequences of random operations on a store and its model. The environment may set the total number of
-/// operations (KVR_MODEL_OPERATIONS) and the seed of the first sequence (KVR_MODEL_SEED; the
-/// next sequences count on from it): the seed that a failure names repeats it.
-/// @param otherwise how many operations without the variable
+/// Runs sequences of random operations on a store and its model. The environment can set the total number of
+/// operations (KVR_MODEL_OPERATIONS) and the seed of the first sequence (KVR_MODEL_SEED). Each later sequence
+/// adds one to the seed. A failure reports its seed, which repeats it.
+/// @param otherwise the number of operations if the variable is not set
 template <class Operations>
 void run_model_operations(std::uint64_t otherwise = 100'000) {
     constexpr std::uint64_t longest_sequence = 500;

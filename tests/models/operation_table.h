@@ -16,7 +16,7 @@ struct table_operation {
     std::uint32_t share; ///< its weight among the operations
 };
 
-/// One of @p operations, which must not be empty.
+/// One of @p operations, which must not be empty, chosen by weight.
 template <class Operations>
 const auto& choose_operation(const Operations& operations, choices& chosen) {
     std::uint32_t shares = 0;

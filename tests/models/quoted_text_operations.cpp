@@ -26,7 +26,8 @@ bool is_hex_digit(char character) {
     return std::isxdigit(static_cast<unsigned char>(character)) != 0;
 }
 
-/// How many characters at the front of @p text are one byte of it: 0 where a backslash begins no escape.
+/// The number of characters at the front of @p text that represent one byte; 0 if a backslash begins no valid
+/// escape.
 std::size_t length_of_byte(std::string_view text) {
     if (text[0] != '\\') {
         return 1;
@@ -37,7 +38,7 @@ std::size_t length_of_byte(std::string_view text) {
     return text.size() >= 4 && text[1] == 'x' && is_hex_digit(text[2]) && is_hex_digit(text[3]) ? 4 : 0;
 }
 
-/// The byte that the @p text of length_of_byte() characters is.
+/// The byte that @p text represents; it has length_of_byte() characters.
 char plain_byte(std::string_view text) {
     switch (text.size()) {
     case 1:

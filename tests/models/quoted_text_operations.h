@@ -6,20 +6,20 @@
 
 namespace kvr_test {
 
-/// Compares what parse_quoted_text() makes of @p text, which begins with a quote, with a second parser; and
-/// the bytes of a sound one with what comes back when they are written with escapes.
-/// @throws std::logic_error that says what differs
+/// Compares the result of parse_quoted_text() for @p text, which begins with a quote, with a second parser.
+/// If the text is valid, writes its bytes with escapes and parses them again.
+/// @throws std::logic_error that describes the difference
 void compare_quoted_text(std::string_view text);
 
-/// Makes texts between quotes, sound ones and others.
+/// Generates valid and invalid quoted texts.
 class quoted_text_operations {
 public:
     /// @p source must outlive it.
     explicit quoted_text_operations(choices& source) : chosen(source) {}
 
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void step();
-    /// All has been compared already.
+    /// Does nothing: step() has compared everything.
     static void compare_all() {}
 
 private:

@@ -9,8 +9,8 @@
 
 namespace kvr_test {
 
-/// Texts of one style for a while, then of another. The order of the styles decides which forms a
-/// store goes through: words of one length, shorter ones among them, all lengths, few or many values.
+/// Texts of one style for a while, then of another. The order of the styles determines the forms that a store
+/// goes through: words of one length, with shorter ones among them, of all lengths, with few or many values.
 class random_texts {
 public:
     explicit random_texts(choices& source) noexcept : chosen(source) {}
@@ -31,7 +31,7 @@ public:
             made[--at] = digits[value % 16];
         }
         if (value != 0 && length != 0) {
-            made.front() = '\xFF'; // texts with an allocation differ, and any byte may occur
+            made.front() = '\xFF'; // texts with an allocation differ; any byte may occur
         }
         return made;
     }
@@ -42,7 +42,7 @@ public:
         values = chosen.one_of(value_counts);
     }
 
-    /// A length of the style.
+    /// A text length of the current style.
     std::size_t next_length() {
         if (is_mixed) {
             return chosen.once_in(200) ? any_length() : chosen.below(longest + 1);
@@ -55,7 +55,7 @@ private:
         return chosen.once_in(10) ? chosen.one_of(long_lengths) : chosen.one_of(short_lengths);
     }
 
-    // Near the lengths at which a page changes its form.
+    // Around the lengths at which a page changes its form.
     static constexpr std::array<std::uint32_t, 12> short_lengths = {0, 1, 1, 2, 2, 2, 3, 4, 4, 8, 8, 9};
     static constexpr std::array<std::uint32_t, 7> long_lengths = {15, 16, 17, 254, 255, 256, 257};
     static constexpr std::array<std::uint32_t, 4> value_counts = {1, 2, 200, 1U << 31U};

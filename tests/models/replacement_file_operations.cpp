@@ -19,10 +19,10 @@ using kvrimage::replacement_file;
 constexpr std::array<std::string_view, 4> file_names = {"a", "b", "c.mif", "d"};
 constexpr std::array<file_permissions, 4> file_modes = {0600, 0644, 0604, 0755};
 
-/// More than are in the list of temporary files.
+/// More files than the list of temporary files holds.
 constexpr std::size_t most_open = 11;
 
-// Around the size from which a text is not copied into the buffer, and that of the buffer.
+// Around the size from which a text bypasses the buffer, and around the size of the buffer.
 constexpr std::array<std::uint32_t, 9> write_sizes = {0, 1, 100, 4095, 4096, 4097, 65535, 65536, 70000};
 
 } // namespace
@@ -102,7 +102,7 @@ void replacement_file_operations::give_up() {
     }
 }
 
-/// Files that are written together: all are there in the end, or none.
+/// Writes files together: in the end all of them exist, or none.
 void replacement_file_operations::commit_together() {
     kvrmem::output_files files;
     std::vector<unfinished> added;
@@ -133,7 +133,7 @@ void replacement_file_operations::change_permissions() {
     }
 }
 
-/// As another program may write it.
+/// Writes as another program may do.
 void replacement_file_operations::write_in_place() {
     const std::string name = any_name();
     const std::string contents = any_contents();

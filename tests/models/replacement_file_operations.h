@@ -14,14 +14,15 @@
 
 namespace kvr_test {
 
-/// Writes several files of a folder at a time, completes some and gives others up, while files come and go,
-/// and compares the folder with what should be in it: at each moment the old contents or the new ones.
+/// Writes several files of a folder at the same time and completes or abandons them, while other files appear
+/// and disappear. Compares the folder with the expected contents: at each moment, the old ones or the new
+/// ones.
 class replacement_file_operations {
 public:
     /// @p source must outlive it.
     explicit replacement_file_operations(choices& source) : chosen(source) {}
 
-    /// @throws std::logic_error that says what differs, and after which operation
+    /// @throws std::logic_error that describes the difference and names the operation
     void step();
     /// @throws std::logic_error
     void compare_all() const;
@@ -34,7 +35,7 @@ private:
     struct unfinished {
         std::string name;
         std::string contents;
-        std::optional<file_permissions> permissions; ///< of the file that is replaced; nothing: a new one
+        std::optional<file_permissions> permissions; ///< of the replaced file; no value for a new file
         std::unique_ptr<kvrimage::replacement_file> file;
     };
 

@@ -81,7 +81,7 @@ text_buffer_operations::text_buffer_operations(choices& source)
     compare_all();
 }
 
-/// A text of pieces that are hard to count; now and then a long one.
+/// A text whose positions are hard to count; sometimes a long one.
 std::string text_buffer_operations::any_text() {
     constexpr std::array<std::string_view, 11> characters = {
         "a", "1F ", "\n", "\r", "\r\n", "\xC3\xA4", "\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xF0\x90\x8D\x88z",
@@ -112,7 +112,7 @@ void text_buffer_operations::step() {
     const std::string replacement = model.text().size() > longest_text ? "" : any_text();
     buffer.replace(begin, end, replacement);
     model.replace(begin, end - begin, replacement);
-    // One of the ways to ask, so that what was asked before differs.
+    // Choose one of the queries, so that the previous query varies.
     if (chosen.once_in(2)) {
         compare_all();
         return;

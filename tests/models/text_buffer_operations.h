@@ -10,7 +10,7 @@
 
 namespace kvr_test {
 
-/// What a text_buffer answers, worked out from the first byte on each time.
+/// The answers of a text_buffer, computed from the first byte each time.
 class plain_text {
 public:
     plain_text(std::string initial, kvrmem::lsp::position_encoding unit_of_positions);
@@ -22,10 +22,10 @@ public:
 
     /// The position of every offset, in order.
     [[nodiscard]] std::vector<kvrmem::lsp::text_position> positions() const;
-    /// The offset of the last character that begins at or before @p where, on its line.
+    /// The offset of the last character on the line of @p where that begins at or before it.
     [[nodiscard]] std::size_t offset_of(const kvrmem::lsp::text_position& where) const;
     [[nodiscard]] kvrmem::lsp::position_encoding unit_of_positions() const noexcept { return unit; }
-    /// Whether a character begins at @p at.
+    /// True if a character begins at @p at.
     [[nodiscard]] bool is_begin(std::size_t at) const;
 
 private:
@@ -36,16 +36,16 @@ private:
     kvrmem::lsp::position_encoding unit;
 };
 
-/// Makes random edits of a text_buffer and of a plain text, and compares all that the buffer answers.
+/// Makes random edits of a text_buffer and of a plain text, and compares all answers of the buffer.
 class text_buffer_operations {
 public:
     /// @p source must outlive it.
     explicit text_buffer_operations(choices& source);
 
-    /// Replaces a part.
-    /// @throws std::logic_error that says what differs
+    /// Replaces a part of the text.
+    /// @throws std::logic_error that describes the difference
     void step();
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void compare_all();
 
 private:
@@ -54,7 +54,7 @@ private:
     void expect(bool holds, std::string_view what, std::size_t at) const;
 
     choices& chosen;
-    bool takes_any_bytes; ///< and counts them; else UTF-8, in either unit
+    bool takes_any_bytes; ///< positions count bytes; otherwise the text is UTF-8 and either unit is used
     plain_text model;
     kvrmem::lsp::text_buffer buffer;
     std::size_t steps = 0;

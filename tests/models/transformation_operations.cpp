@@ -31,7 +31,7 @@ using kvrimage::memory_image;
 using kvrimage::overlap_rule;
 using kvrimage::word;
 
-// Words of bytes have ways of their own, and so have those of up to 64 and up to 128 bits.
+// Words of whole bytes have their own code, as do words of up to 64 bits and of up to 128 bits.
 constexpr std::array<std::uint32_t, 20> tried_widths = {1,  2,  3,  4,  5,  7,  8,  12,  16,  24,
                                                         31, 32, 33, 64, 65, 72, 96, 128, 130, 300};
 constexpr std::array<std::uint32_t, 8> lane_widths = {1, 3, 4, 8, 16, 31, 64, 65};
@@ -96,7 +96,7 @@ void reshape_operations::step() {
         expect(expected.lacks_bits, "a word that is said to lack bits");
     }
     plain_words back = plain_words_of(reshaped(made, old_width, order, word(old_width)));
-    back.resize(words.size()); // what has become of the pad
+    back.resize(words.size()); // removes words that consist of the pad
     for (std::size_t index = 0; index < words.size(); ++index) {
         expect(!words[index] || words[index] == back[index], "the words after the reverse");
     }
@@ -214,7 +214,7 @@ void merge_operations::merge_memories() {
     }
 }
 
-/// What of a memory is in some ranges, and what is not, make the memory again.
+/// Selects ranges of a memory and the rest, and merges both into the same memory.
 void merge_operations::merge_selections() {
     const memory_image image = any_memory(chosen().one_of(tried_widths), size_up_to(1500),
                                           chosen().once_in(3) ? some_dont_care : 0, chosen().below(100));
@@ -234,7 +234,7 @@ void protection_operations::step() {
     try {
         scheme = ecc_scheme::named(name, width);
     } catch (const std::invalid_argument&) {
-        return; // it is not for words of this width
+        return; // the scheme does not support words of this width
     }
     const memory_image image = any_memory(width, size_up_to(1500), 0, chosen().below(100));
     about() = fmt::format("{} words of {} bits with {}", image.depth(), width, name);

@@ -10,12 +10,12 @@
 
 namespace kvr_test {
 
-/// What the tests of the operations on whole memories have in common. Each of their steps makes a random
-/// memory and an operation on it, and compares with what the operation makes of plain words, and with the
-/// memory that its reverse gives back.
+/// The common part of the tests of operations on whole memories. Each step generates a random memory and an
+/// operation on it. It compares the result with that of the same operation on plain words, and the result of
+/// the inverse operation with the original memory.
 class transformation_operations {
 public:
-    /// All has been compared already.
+    /// Does nothing: step() has compared everything.
     static void compare_all() {}
 
 protected:
@@ -25,13 +25,13 @@ protected:
     [[nodiscard]] memory_maker& maker() noexcept { return memories; }
     /// The latest step, for messages.
     [[nodiscard]] std::string& about() noexcept { return title; }
-    /// A number up to @p most, mostly a small one.
+    /// A number up to @p most, usually a small one.
     std::uint64_t size_up_to(std::uint32_t most);
-    /// A memory of words one by one, of fills, or of bytes; some words are not set.
+    /// A memory of single words, of fills or of bytes; some words are not set.
     kvrimage::memory_image any_memory(std::uint32_t width, std::uint64_t depth, unsigned dont_care_share,
                                       std::uint64_t base);
     kvrimage::address_range any_range(const kvrimage::memory_image& image);
-    /// @throws std::logic_error with @p what when @p holds is false
+    /// @throws std::logic_error with @p what if @p holds is false
     void expect(bool holds, std::string_view what) const;
 
 private:
@@ -40,21 +40,21 @@ private:
     std::string title;
 };
 
-/// Words of another width.
+/// Changes the word width.
 class reshape_operations : public transformation_operations {
 public:
     /// @p source must outlive it.
     explicit reshape_operations(choices& source) : transformation_operations(source) {}
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void step();
 };
 
-/// Lanes, banks and blocks, and the memory that they make together.
+/// Splits a memory into lanes, banks and blocks, and joins them.
 class split_operations : public transformation_operations {
 public:
     /// @p source must outlive it.
     explicit split_operations(choices& source) : transformation_operations(source) {}
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void step();
 
 private:
@@ -63,12 +63,12 @@ private:
     void join_parts();
 };
 
-/// Several memories as one.
+/// Merges several memories.
 class merge_operations : public transformation_operations {
 public:
     /// @p source must outlive it.
     explicit merge_operations(choices& source) : transformation_operations(source) {}
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void step();
 
 private:
@@ -76,12 +76,12 @@ private:
     void merge_selections();
 };
 
-/// Words with check bits.
+/// Adds check bits to words.
 class protection_operations : public transformation_operations {
 public:
     /// @p source must outlive it.
     explicit protection_operations(choices& source) : transformation_operations(source) {}
-    /// @throws std::logic_error that says what differs
+    /// @throws std::logic_error that describes the difference
     void step();
 };
 

@@ -18,21 +18,21 @@ namespace {
 constexpr std::uint32_t branch_words = 32 * kvr::page_words;
 constexpr std::uint32_t largest_store = std::numeric_limits<std::uint32_t>::max();
 
-/// Stores of up to this many words are compared as a whole after each change.
+/// All words of a store up to this size are compared after each change.
 constexpr std::size_t small = 16;
 constexpr std::uint64_t steps_between_comparisons = 16;
 
-// A change to a store of few words takes a hundredth of the time that a page full of words takes, at which
-// a store changes its forms.
+// A store changes its forms when a page is full. A change to a store of few words takes a hundredth of the
+// time of a change to a full page.
 constexpr std::array<std::uint32_t, 12> few_words = {1, 2, 5, 8, 12, 16, 20, 30, 40, 60, 100, 300};
 constexpr std::array<std::uint32_t, 6> many_words = {1024, 1025, 1200, 2048, 2100, 6000};
 
-// Multiples of a page, a branch, a root, and the end of the largest store. No store has more words before
-// one.
+// Multiples of a page, of a branch and of a root, and the end of the largest store. No store has more words
+// before one of them.
 constexpr std::array<std::uint32_t, 5> edges = {6 * kvr::page_words, branch_words, 3 * branch_words,
                                                 static_cast<std::uint32_t>(kvr::root_words), largest_store};
 
-/// Whether a conversion must refuse a text. A function of the text alone, as conversions are.
+/// True if a conversion must refuse a text. Like a conversion, it depends only on the text.
 bool is_refused(std::string_view text) {
     return text.size() == 7 || text.ends_with('7');
 }
@@ -143,7 +143,7 @@ word_store_operations::stretch word_store_operations::set_in_batch() {
     return changed;
 }
 
-/// Puts words into @p batch, in one of its ways; @p changed then covers them.
+/// Puts words into @p batch in one of its ways and extends @p changed to cover them.
 void word_store_operations::batch_some(kvr::word_batch& batch, stretch& changed) {
     const stretch part = any_stretch(chosen.once_in(6) ? 3000 : 40);
     const std::uint32_t after = std::max(changed.first + changed.count, part.first + part.count);
@@ -168,7 +168,7 @@ void word_store_operations::batch_some(kvr::word_batch& batch, stretch& changed)
     }
 }
 
-/// What batch.set_side_by_side() does, through the room that the batch offers.
+/// Does the same as batch.set_side_by_side(), through the room that the batch offers.
 void word_store_operations::put_side_by_side(kvr::word_batch& batch, std::uint32_t first,
                                              std::string_view all, std::size_t length) {
     while (!all.empty()) {
@@ -203,7 +203,7 @@ word_store_operations::stretch word_store_operations::fill() {
     return part;
 }
 
-/// Fills the words before the origin, and some words after it.
+/// Fills the words before the origin and some words after it.
 word_store_operations::stretch word_store_operations::fill_from_start() {
     before = some_values();
     const std::uint32_t last = any_address();
@@ -228,7 +228,7 @@ word_store_operations::stretch word_store_operations::resize() {
     const std::uint32_t first_size = origin + chosen.between(1, most_words);
     words.resize(first_size, text);
     resize_model(first_size, text);
-    if (chosen.once_in(4)) { // the dropped words must not come back
+    if (chosen.once_in(4)) { // the dropped words must not reappear
         const std::string other = texts();
         words.resize(origin + most_words, other);
         resize_model(origin + most_words, other);
@@ -261,7 +261,7 @@ word_store_operations::stretch word_store_operations::transform() {
         return true;
     };
     const auto refused = [&](const std::string& text) { return may_refuse && is_refused(text); };
-    // The words that repeat before the origin may be longer than that.
+    // The repeated words may be longer than the part before the origin.
     const auto before_end = before.begin() + std::min<std::ptrdiff_t>(std::ssize(before), origin);
     const bool succeeds = std::none_of(model.begin(), model.end(), refused) &&
                           std::none_of(before.begin(), before_end, refused);

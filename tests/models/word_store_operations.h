@@ -13,26 +13,26 @@
 
 namespace kvr_test {
 
-/// Makes random changes to a word store and to a plain model of it, and compares all ways to read the store
-/// with the model.
+/// Makes random changes to a word store and to a plain model of it, and compares the results of all ways to
+/// read the store with the model.
 ///
-/// The model is a std::deque<std::string>, which has no room for billions of words. The words before the
-/// first address of the deque, the origin, repeat a few values from address 0 on.
+/// The model is a std::deque<std::string>, which cannot hold billions of words. The words before the first
+/// address of the deque, the origin, repeat a few values, starting at address 0.
 class word_store_operations {
 public:
     /// @p source must outlive it.
     explicit word_store_operations(choices& source);
 
-    /// Makes one change and compares the pages around it. Every 16th time, and each time when the store is
-    /// small, compares everything.
-    /// @throws std::logic_error that says what differs, and after which change.
+    /// Makes one change and compares the pages around it. Compares all words in every 16th step and if the
+    /// store is small.
+    /// @throws std::logic_error that describes the difference and names the change.
     void step();
 
     /// @throws std::logic_error
     void compare_all();
 
-    /// Rows of several words, and cycles of several values, that the store has returned: it need not find
-    /// any.
+    /// The number of rows of several words and of cycles of several values that the store has returned. It
+    /// may be 0.
     [[nodiscard]] std::uint64_t rows() const noexcept { return rows_seen; }
     [[nodiscard]] std::uint64_t cycles() const noexcept { return cycles_seen; }
 
@@ -42,7 +42,7 @@ private:
         std::uint32_t count;
     };
 
-    // The changes. Each gives the addresses that it may have changed.
+    // The changes. Each returns the addresses that it may have changed.
     stretch set();
     stretch set_neighbors();
     stretch set_side_by_side();
@@ -88,7 +88,7 @@ private:
     kvr::word_store words;
     std::deque<std::string> model;
     std::uint32_t origin = 0;
-    std::vector<std::string> before = {"0"}; ///< the words that repeat before the origin
+    std::vector<std::string> before = {"0"}; ///< the repeated words before the origin
     std::uint32_t most_words = 0;            ///< of the model
     std::string_view change;                 ///< the latest one
     std::uint64_t steps = 0;

@@ -72,7 +72,7 @@ TEST(DecimalToBinaryString, EmptySignedTextIsOutOfRange) {
 }
 
 TEST(DecimalToBinaryString, CodesOfLettersCount) {
-    // "A" is 17 above "0", "-" 3 below it; a negative odd digit passes ten on.
+    // "A" is 17 above "0" and "-" is 3 below it; a negative odd digit carries ten.
     EXPECT_EQ(kvr::decimal_to_binary_string("A", false), "10001");
     EXPECT_EQ(kvr::decimal_to_binary_string("1A", false), "11011");
     EXPECT_EQ(kvr::decimal_to_binary_string("-", false), "1");
@@ -80,7 +80,7 @@ TEST(DecimalToBinaryString, CodesOfLettersCount) {
 }
 
 TEST(DecimalToBinaryString, CharactersFrom128OnAreNegativeDigits) {
-    // 0x80 is 176 below "0": even four times in a row, and then nothing is above zero.
+    // 0x80 is 176 below "0" and even, 0xFF is 49 below it and odd. One halving later, no digit exceeds zero.
     EXPECT_EQ(kvr::decimal_to_binary_string("\x80", false), "0");
     EXPECT_EQ(kvr::decimal_to_binary_string("\xFF", false), "1");
 }

@@ -22,7 +22,7 @@ std::string sixteen_with(char character, std::size_t at) {
     return text;
 }
 
-/// The expected result of each way of reading a limb.
+/// Expects the same result from each way of reading a limb.
 void expect_hex_limb(const std::string& text) {
     const bool is_valid = text.find_first_not_of("0123456789abcdefABCDEF") == std::string::npos;
     std::uint64_t limb = 0;
@@ -39,7 +39,7 @@ void expect_hex_limb(const std::string& text) {
 TEST(EightCharacters, TheFirstIsTheLowestByte) {
     EXPECT_EQ(load_eight("abcdefgh"), 0x6867666564636261U);
     EXPECT_EQ(load_characters<4>("abcdefgh"), 0x64636261U);
-    static_assert(load_characters<4>("abcdefgh") == 0x64636261U); // the compiler reads them in another way
+    static_assert(load_characters<4>("abcdefgh") == 0x64636261U); // the compiler reads them differently
     EXPECT_EQ(reversed_bytes(0x6867666564636261U), 0x6162636465666768U);
 }
 

@@ -11,7 +11,7 @@ namespace {
 
 using limbs = std::vector<std::uint64_t>;
 
-/// One division by 10^19 after the other.
+/// Repeated division by 10^19.
 limbs plain_chunks(limbs number, std::size_t count) {
     limbs chunks;
     for (std::size_t chunk = 0; chunk < count; ++chunk) {
@@ -26,7 +26,7 @@ limbs plain_chunks(limbs number, std::size_t count) {
     return chunks;
 }
 
-/// One multiplication by 10^19 after the other.
+/// Repeated multiplication by 10^19.
 limbs plain_number(const limbs& chunks) {
     limbs number(chunks.size());
     for (std::size_t index = chunks.size(); index-- > 0;) {
@@ -114,8 +114,7 @@ TEST(DecimalConversion, DigitsOfPowersOfTenAreCounted) {
 }
 
 TEST(DecimalConversion, ChunksWhoseUpperHalfIsShortAreJoined) {
-    // 256 times 11 chunks would be 255 more: halved repeatedly, the upper half has less than half of
-    // them.
+    // 255 chunks fewer than 256 times 11: each time they are halved, the upper half is the shorter one.
     std::mt19937_64 random(63);
     limbs chunks(11 * 256 - 255);
     for (std::uint64_t& chunk : chunks) {

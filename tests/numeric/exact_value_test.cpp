@@ -14,7 +14,7 @@
 
 namespace kvr {
 
-/// How a failed expectation shows an error.
+/// Shows an error in a failed expectation.
 static void PrintTo(const exact_word_error& error, std::ostream* out) {
     *out << "kind " << static_cast<int>(error.what) << " at " << error.position << ", needs "
          << error.bits_needed;
@@ -38,7 +38,7 @@ exact_word_error error(kind what, std::size_t position, std::uint64_t bits_neede
     return {what, position, bits_needed};
 }
 
-/// The error of a conversion, which must not change the result.
+/// The error of a conversion. It must not change the result.
 std::optional<exact_word_error> error_of(const std::string& text, const exact_conversion& conversion) {
     std::string result = "untouched";
     const auto found = append_exact_word(result, text, conversion);
@@ -58,7 +58,7 @@ std::string digits_of(unsigned value, unsigned base, int count) {
     return kvr_test::number_text(value, base, static_cast<std::size_t>(count));
 }
 
-/// The text of the word of @p width bits whose pattern is @p pattern, in machine integers.
+/// The text of the word of @p width bits with the value @p pattern, computed with machine integers.
 std::string expected_text(unsigned pattern, int width, KVR_MEMORY_RADIXES radix) {
     const int value = static_cast<int>(pattern);
     switch (radix) {
@@ -100,7 +100,7 @@ std::string random_bits(std::mt19937_64& random, std::size_t width) {
     return bits;
 }
 
-/// The exact decimal text of a binary one, most significant digit first, by a slow method.
+/// The exact decimal text of a binary one, most significant digit first, computed by a slow method.
 std::string literal_unsigned(const std::string& bits) {
     const std::string reversed = literal_radix_conversion::binary_to_decimal(bits, false);
     return {reversed.rbegin(), reversed.rend()};
@@ -134,10 +134,10 @@ std::vector<std::string> ternary_texts(std::size_t length) {
     return texts;
 }
 
-/// The text of bits that may be don't-care, or no value when a digit would be mixed.
+/// The text of bits that may be don't-care; no value if a digit would be mixed.
 std::optional<std::string> expected_ternary_text(std::string bits, std::size_t group_size) {
     while (bits.size() % group_size != 0) {
-        // A short group follows its bits: pad it with don't-care only if it is don't-care.
+        // A short group is padded like its bits: with don't-care only if they are don't-care.
         bits.insert(0, 1, bits.front() == 'X' ? 'X' : '0');
     }
     std::string text;
@@ -336,7 +336,7 @@ TEST(ExactText, AllShortDigitsWithDontCaresAreShownOrRefused) {
 }
 
 TEST(AppendExactWord, DontCareThatTheTargetCannotShowIsFoundInTheText) {
-    // 1, 4 don't-care bits, 4 known ones: octal digits of 3 bits cut through the don't-care digit.
+    // 1, 4 don't-care bits, 4 known bits: octal digits of 3 bits divide the don't-care digit.
     EXPECT_EQ(error_of("1X5", {RADIX_HEX, RADIX_OCT, 9}), error(kind::dont_care, 1));
     EXPECT_EQ(error_of("00X", {RADIX_OCT, RADIX_HEX, 9}), error(kind::dont_care, 2));
     EXPECT_EQ(error_of("1X5", {RADIX_HEX, RADIX_DEC, 9}), error(kind::dont_care, 1));

@@ -299,7 +299,7 @@ TEST(FixedPoint, WordsHaveAsManyBitsAsTheFormatSays) {
 
 TEST(FixedPoint, WordsThatFindNoMemoryThrow) {
     std::string output = "untouched";
-    const failing_allocation failing(1); // of the bits: the other texts need none
+    const failing_allocation failing(1); // for the bits: the other texts need no allocation
     EXPECT_THROW(
         kvr_radix_conversion_fixed_point("0.5", &output, RADIX_FIXED_POINT, RADIX_BIN, "9.2000000000"),
         std::bad_alloc);
@@ -319,7 +319,7 @@ TEST(FixedPoint, IntegerBitsAreCheckedAfterTheRepeatedOnes) {
     EXPECT_EQ(to_fixed("1001", "2000000000.2"), (conversion{false, "0.25"}));
 }
 
-// The conversion to a fraction as done by hand, on a word of full width.
+// The conversion to a fraction, step by step, for a word of full width.
 conversion fraction_step_by_step(std::string bits, std::size_t integer_bits, std::size_t fraction_bits) {
     const std::size_t width = integer_bits + fraction_bits;
     bits = width < bits.size() ? bits.substr(bits.size() - width)

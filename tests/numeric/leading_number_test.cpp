@@ -139,7 +139,7 @@ std::string random_number_like_text(std::mt19937& random) {
     return starts[random() % std::size(starts)] + text;
 }
 
-// The C functions agree while the locale is "C", which it is when a program starts.
+// The C functions agree in the locale "C", in which a program starts.
 TEST(LeadingFloat, AgreesWithTheCFunctionOnRandomTexts) {
     ASSERT_STREQ(std::setlocale(LC_ALL, nullptr), "C");
     std::mt19937 random(99);

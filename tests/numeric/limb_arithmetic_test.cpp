@@ -11,7 +11,7 @@ using limbs = std::vector<std::uint64_t>;
 
 constexpr std::uint64_t ones_of_a_limb = ~std::uint64_t{0};
 
-/// Random limbs, or long runs of ones and zeros, which carry far.
+/// Random limbs, or long runs of ones and zeros, which propagate carries far.
 limbs carrying_number(std::mt19937_64& random, std::size_t size) {
     limbs number(size);
     const bool has_runs = random() % 2 == 0;

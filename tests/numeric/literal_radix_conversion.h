@@ -3,13 +3,13 @@
 #include <optional>
 #include <string>
 
-/// The conversion of one word text, digit by digit on lists of decimal digits, and accordingly slow: the
-/// reference for the library's results. It shares no code with the library.
+/// The conversion of a word text, digit by digit on lists of decimal digits. It is slow; it serves as the
+/// reference for the library's results and shares no code with the library.
 namespace literal_radix_conversion {
 
 struct outcome {
     bool result = false;
-    std::optional<std::string> output; ///< no value when the conversion raised std::out_of_range
+    std::optional<std::string> output; ///< no value if the conversion threw std::out_of_range
 
     friend bool operator==(const outcome&, const outcome&) = default;
 };

@@ -1,4 +1,4 @@
-// Numbers that have fewer limbs after an inversion.
+// Numbers that lose limbs by an inversion.
 
 #include "kvr/numeric/magnitude.h"
 

@@ -1,4 +1,4 @@
-// The length of a number that is read with leading zeros, or cut to more bits than it has.
+// The length of a number with leading zeros, and of a number that is cut to more bits than it has.
 
 #include "kvr/numeric/magnitude.h"
 

@@ -23,7 +23,7 @@ std::string digit_text(const magnitude& number, unsigned bits_per_digit, std::si
     return text;
 }
 
-/// Twice a decimal number, by hand.
+/// Twice a decimal number, computed digit by digit.
 std::string doubled(const std::string& digits) {
     std::string result = "0" + digits;
     int carry = 0;

@@ -11,7 +11,7 @@ inline bool is_hexadecimal(char character) {
     return digit_value(character) < 16;
 }
 
-/// Sixteen characters that are digits for the most part.
+/// Sixteen characters, most of them digits.
 inline std::string mostly_digits(std::mt19937& random) {
     std::string text(16, '0');
     for (char& character : text) {

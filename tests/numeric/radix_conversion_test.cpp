@@ -52,7 +52,7 @@ outcome library_outcome(const std::string& text, unsigned from, unsigned to, uns
     }
 }
 
-/// False, with a report, when the library and the literal steps differ.
+/// Reports a failure and returns false if the library and the literal steps differ.
 bool is_literal(const std::string& text, unsigned from, unsigned to, unsigned width) {
     const outcome expected = literal_radix_conversion::convert(text, from, to, width);
     const outcome actual = library_outcome(text, from, to, width);
@@ -62,7 +62,7 @@ bool is_literal(const std::string& text, unsigned from, unsigned to, unsigned wi
     return actual == expected;
 }
 
-/// False for the first difference in any pair of radixes.
+/// False at the first difference in any pair of radixes.
 bool is_literal_in_all_pairs(const std::string& text, const std::vector<unsigned>& widths) {
     for (unsigned from = 0; from < radix_count; ++from) {
         for (unsigned to = 0; to < radix_count; ++to) {
@@ -98,7 +98,7 @@ std::string alphabet_of(unsigned radix) {
     }
 }
 
-/// About as many digits as a word of @p bits needs.
+/// About the number of digits that a word of @p bits needs.
 std::size_t digits_for(std::size_t bits, unsigned radix) {
     switch (radix) {
     case RADIX_BIN:
@@ -249,7 +249,7 @@ TEST(RadixConversion, HugeWidthCostsNothingOnItsWayToDecimalOrToNoRadix) {
 TEST(RadixConversion, AllShortBinaryTextsAreConvertedLiterallyInAllPairs) {
     for (unsigned length = 0; length <= 12; ++length) {
         for (unsigned value = 0; value < 1U << length; value += kvr_test::stride) {
-            // Long texts take one width each, in turn: there are enough of them for every width.
+            // Long texts use one width each, in turn; there are enough texts for every width.
             const std::vector<unsigned> widths =
                 length <= 8 ? std::vector{0U, length / 2 + 1, length, length + 5} : std::vector{value % 17};
             ASSERT_TRUE(is_literal_in_all_pairs(bits_of(value, length), widths));

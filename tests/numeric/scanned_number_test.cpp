@@ -68,7 +68,7 @@ TEST(ScannedNumber, AgreesWithTheCLibraryWhereBothFit) {
             const unsigned long expected = std::strtoul(text.c_str(), &end, static_cast<int>(base));
             const kvr::scanned_number number = scan_number(text, base);
             EXPECT_EQ(number.as_strtoul(), static_cast<std::uint32_t>(expected)) << text << " in " << base;
-            // That of Windows finds no number in "0x" without a digit, where there is a 0 before an x.
+            // The function of Windows finds no number in "0x" without a digit, although a 0 precedes the x.
             if (!kvr_test::is_windows || end != text.c_str()) {
                 EXPECT_EQ(number.characters, static_cast<std::size_t>(end - text.c_str()))
                     << text << " in " << base;

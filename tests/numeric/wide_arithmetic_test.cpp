@@ -11,7 +11,7 @@ namespace {
 
 constexpr std::uint64_t all_ones = std::numeric_limits<std::uint64_t>::max();
 
-/// The numbers at which carries and corrections turn, and random ones.
+/// The numbers at which carries and corrections change, and random numbers.
 std::vector<std::uint64_t> critical_limbs() {
     std::vector<std::uint64_t> numbers = {0,
                                           1,

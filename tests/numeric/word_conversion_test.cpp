@@ -12,7 +12,7 @@ namespace {
 using kvr::convert_word_through_binary_digits;
 using kvr_test::random_digits;
 
-/// The result of the fast path, or no value where it leaves the text to the exact one.
+/// The result of the fast path; no value if it leaves the text to the exact path.
 std::optional<std::string> convert_word_directly(const std::string& text, KVR_MEMORY_RADIXES from,
                                                  KVR_MEMORY_RADIXES to, unsigned int width) {
     std::string output = "untouched";

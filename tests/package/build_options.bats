@@ -1,4 +1,4 @@
-# The effect of the options of the tool on CMake, in KVR_SOURCE. Nothing is built.
+# The effect of the tool's build options in CMake, with KVR_SOURCE. Nothing is built.
 
 bats_require_minimum_version 1.5.0
 

@@ -1,18 +1,18 @@
-# The symbols that the shared library in KVR_STAGE exports. The presence of every name of the interface is
-# checked by the test of the installed package, which links them all.
+# The symbols that the shared library in KVR_STAGE exports. The test of the installed package links every name of the
+# interface and so checks that it exists.
 
 setup() {
     library=$(find "$KVR_STAGE/shared" -name 'libkvr.so')
 }
 
-# A class is followed by "::", a function by its arguments.
+# "::" follows a class, the arguments follow a function.
 interface='^((KVR_MEMORY_(FILE|HEX_FILE|MIF_FILE|RIF_FILE)|KVR_UTIL_KEYWORD_REGR|LESS_C_STRING)::'
 interface+='|(kvr_[a-z0-9_]+|add_trailing_slashes_to_directory_name|convert_(from|to)_binary_string'
 interface+='|convert_name_to_kvr_form|is_valid_(bidir_)?dual_port_memory_width_ratio(_in_hardware)?'
 interface+='|is_wizard_(generated|deferred_generation)_file)(\[abi:cxx11\])?\()'
 
 shown() { # [OPTION...]
-    # The version itself is a symbol too.
+    # The version itself is also a symbol.
     nm --dynamic --defined-only --demangle "$@" "$library" | cut -d ' ' -f 3- | grep -vE '^KVR_0(@@KVR_0)?$'
 }
 

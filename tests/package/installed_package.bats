@@ -1,8 +1,8 @@
-# KVR_STAGE holds the installed packages "static" and "shared", KVR_SOURCE the tree that they come from, and
-# KVR_TREE_CONSUMER programs that have it in their own tree.
+# KVR_STAGE contains the installed packages "static" and "shared", KVR_SOURCE their source tree, and KVR_TREE_CONSUMER
+# programs with kvr in their own tree.
 
 setup_file() {
-    # From here on the place of installation is empty: a path that still leads there fails.
+    # The place of installation is empty from here on: a path that still points to it fails.
     first=$BATS_FILE_TMPDIR/first
     moved="$BATS_FILE_TMPDIR/moved elsewhere"
     mkdir "$first" "$moved"

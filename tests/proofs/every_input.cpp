@@ -1,7 +1,7 @@
-// What can be tried on every input, is: the numbers of eight decimal digits, the pairs of hexadecimal ones,
-// and the addresses of up to sixteen bits that a line of a MIF file may begin with.
+// Tests functions on all of their inputs: numbers of eight decimal digits, pairs of hexadecimal digits, and
+// addresses of up to sixteen bits at the beginning of a line of a MIF file.
 //
-// Prints a line for each subject; ends with 1 at the first input that is not as it should be.
+// Prints a line for each subject. The exit code is 1 after the first wrong result.
 
 #include "kvr/memory/io/predicted_address.h"
 #include "kvr/numeric/digit_blocks.h"
@@ -25,7 +25,7 @@ void report(const char* subject, std::uint64_t inputs) {
     std::printf("%s: right for all of %llu inputs\n", subject, static_cast<unsigned long long>(inputs));
 }
 
-/// Counts up in digits, as on paper.
+/// Counts digit by digit.
 class counter {
 public:
     counter(unsigned number_base, std::size_t digits, bool lower_case)
@@ -89,7 +89,7 @@ struct address_style {
     std::string after;
 };
 
-/// All addresses in this style, as a line has them before its values.
+/// The beginnings of all lines in this style, up to the values.
 std::vector<std::string> lines_of(const address_style& style) {
     std::uint64_t count = 1;
     for (std::size_t digit = 0; digit < style.digits; ++digit) {
@@ -103,8 +103,8 @@ std::vector<std::string> lines_of(const address_style& style) {
     return lines;
 }
 
-/// What is predicted must be the line of its address, up to the last address that the digits can write, and
-/// nothing after it.
+/// The prediction must be the line of its address, up to the last address that the digits can represent.
+/// After it, nothing may be predicted.
 bool is_right(const kvr::predicted_address& predicted, const std::vector<std::string>& lines) {
     if (predicted.address() >= lines.size()) {
         return predicted.size() == 0;
@@ -125,7 +125,7 @@ std::uint64_t try_addresses(const address_style& style) {
     std::uint64_t tried = 0;
     for (std::uint64_t address = 0; address <= last; ++address) {
         for (const std::uint64_t count : {1U, 2U, 3U, 7U, 8U, 9U, 10U, 15U, 16U, 17U, 64U, 99U, 4097U}) {
-            // The last line shows the case of the letters; addresses go on modulo 2^64.
+            // The last line shows the case of the letters; addresses continue modulo 2^64.
             kvr::predicted_address predicted;
             learn(predicted, 0, last);
             learn(predicted, last, address - last);
@@ -157,7 +157,7 @@ void try_predicted_addresses() {
     report("predicted addresses", tried);
 }
 
-/// A line of which one bit is another one must not match.
+/// A line with one changed bit must not match.
 void try_lines_that_differ() {
     std::uint64_t tried = 0;
     for (std::size_t size = 1; size <= kvr::predicted_address::readable; ++size) {

@@ -1,5 +1,5 @@
-// The kernels that work on blocks of characters, as functions that a proof can read: compiled to straight
-// code, each takes its inputs as numbers and pointers and writes all of its results through pointers.
+// The kernels on blocks of characters, as functions for the proof. They compile to straight-line code: each
+// takes its inputs as numbers and pointers and writes all results through pointers.
 
 #include "kvr/numeric/character_block.h"
 #include "kvr/numeric/digit_blocks.h"
@@ -93,7 +93,7 @@ bool read_eight(std::uint64_t digits, std::uint64_t* value) {
     return kvr::read_eight(digits, *value);
 }
 
-// Both forms of a kernel, that for all machines and that for vector registers, have the same claim.
+// The portable form of a kernel and the form for vector registers have the same claim.
 #define CLASSES_OF_SIXTEEN(form)                                                                             \
     void classes_of_sixteen_##form(const char* text, std::uint64_t* other, std::uint64_t* lower_case) {      \
         const kvr::sixteen_classes classes = kvr::form::classes_of_sixteen(text);                            \

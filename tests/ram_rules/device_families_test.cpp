@@ -112,7 +112,7 @@ TEST(DeviceFamilies, OnlyLettersMatchInEitherCase) {
     EXPECT_EQ(find_device_family("series\x7F"
                                  "a1"),
               nullptr); // "_" and DEL differ by the case bit
-    EXPECT_EQ(find_device_family(std::string("SERIES\0A3", 9)), nullptr); // so do a blank and NUL
+    EXPECT_EQ(find_device_family(std::string("SERIES\0A3", 9)), nullptr); // a blank and NUL do so as well
     EXPECT_NE(find_device_family("SERIES A5 (2)"), nullptr);
     EXPECT_EQ(find_device_family("SERIES A5 (\x12)"), nullptr);
 }

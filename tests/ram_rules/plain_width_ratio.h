@@ -2,9 +2,9 @@
 
 #include <string>
 
-// A second implementation of the width-ratio rules, one sentence after the other and without a table, as the
-// reference for the library's results. Block types are in upper case, families are identifiers; other texts
-// are unknown ones.
+// A second implementation of the width-ratio rules, sentence by sentence and without a table: the reference
+// for the library's results. Block types are in upper case and families are identifiers; other texts are
+// unknown.
 namespace plain {
 
 bool one_way_in_hardware(int width_a, int width_b, const std::string& block, const std::string& family,

@@ -1,4 +1,4 @@
-// The library's results against the plain implementation of the rules, over every relevant combination.
+// The library's results for every relevant combination, compared with the plain implementation of the rules.
 
 #include "kvr/ram_rules/device_families.h"
 #include "kvr/ram_rules/width_ratio.h"
@@ -36,7 +36,7 @@ const std::vector<block_text> odd_blocks = {
     {"KBLK-GG", ""},
 };
 
-// The number of checks made, so that a sweep cannot pass without any.
+// Counts the checks, so that a sweep without any cannot pass.
 struct sweep {
     long long asked = 0;
     long long valid = 0;
@@ -88,7 +88,7 @@ struct sweep {
 
 class WidthRatioOfFamily : public testing::TestWithParam<const char*> {};
 
-// One family of each group, and an unknown one.
+// One family of each group and an unknown one.
 INSTANTIATE_TEST_SUITE_P(EachGroup, WidthRatioOfFamily,
                          testing::Values("SERIES_A1", "SERIES_A2", "SERIES_A3", "SERIES_Z9"),
                          [](const testing::TestParamInfo<const char*>& parameter) {
@@ -104,7 +104,7 @@ TEST_P(WidthRatioOfFamily, AllWidthsTo600AgreeWithThePlainReading) {
     for (int a = 1; a <= 600; a += step) {
         for (int b = 1; b <= 600; ++b) {
             for (const block_text& block : named_blocks) {
-                turn = (turn + 1) % 83; // a prime, so that each block meets every turn
+                turn = (turn + 1) % 83; // a prime, so that each block gets every value
                 sweep.ask(a, b, block, family, turn % 8, 1 + turn / 8 % 10);
             }
         }
@@ -113,7 +113,7 @@ TEST_P(WidthRatioOfFamily, AllWidthsTo600AgreeWithThePlainReading) {
     EXPECT_GT(sweep.valid, kvr_test::fewer(1000));
 }
 
-// Every whole ratio to 64 and its near misses, for every block, every flag and every byte size.
+// Every integer ratio up to 64 and values close to it, for every block, every flag and every byte size.
 TEST_P(WidthRatioOfFamily, AllRatiosAgreeWithThePlainReading) {
     const std::string family = GetParam();
     const std::vector<int> byte_sizes = {1, 2, 3, 4, 5, 6, 7, 8, 9, 10};

@@ -9,7 +9,7 @@
 namespace {
 
 const std::string early = "SERIES_A1";
-const std::string older = "SERIES_A2"; // of the group that takes ratio 8 both ways
+const std::string older = "SERIES_A2"; // from the group that supports ratio 8 in both directions
 const std::string unknown = "SERIES_Z9";
 const std::string newer = "SERIES_A3";
 

@@ -1,16 +1,14 @@
-// Memories for other readers and writers of files of bytes:
+// Memories for other programs that read and write files of bytes:
 //
-//   image_files write FORMAT FOLDER COUNT   writes random memories N = 0, 1, ... to FOLDER: N.ours in FORMAT;
-//   N.flat,
-//                                           the bytes of the memory from its first to its last one, those
-//                                           that are not set A5; and N.0.part, N.1.part, ..., the stretches
-//                                           without a gap. Prints a line for each: N, the address of the
-//                                           first byte, that of each stretch.
-//   image_files read FORMAT FOLDER COUNT    reads N.theirs in FORMAT, each of which should hold the memory N,
-//   and
-//                                           prints which do not.
+//   image_files write FORMAT FOLDER COUNT
+//     Writes random memories N = 0, 1, ... to FOLDER: N.ours in FORMAT; N.flat, the bytes of the memory
+//     from the first set byte to the last, with A5 for unset ones; and N.0.part, N.1.part, ..., the
+//     stretches without a gap. Prints a line for each memory: N, the address of the first byte, the
+//     address of each stretch.
+//   image_files read FORMAT FOLDER COUNT
+//     Reads N.theirs in FORMAT, which should contain the memory N, and prints the files that do not.
 //
-// FORMAT is an identifier of kvrimage. "sections" is ELF whose stretches are the sections .sec1, .sec2, ...
+// FORMAT is an identifier of kvrimage. "sections" is ELF with the stretches in the sections .sec1, .sec2, ...
 
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
@@ -36,7 +34,7 @@ using namespace kvrimage;
 constexpr std::uint64_t address_space = std::uint64_t{1} << 32U;
 constexpr char unset_byte = '\xA5';
 
-/// Where memories end about: records and offsets change at most of these.
+/// Memories end near these addresses. At most of them, the form of records or offsets changes.
 constexpr std::array<std::uint64_t, 7> edges = {0x400,     0x10000,    0x10200,      0x1000000,
                                                 0x1010000, 0x80000000, address_space};
 
@@ -49,14 +47,14 @@ struct sample {
 
 std::uint32_t width_of(std::string_view format_name, unsigned number, std::mt19937& random) {
     constexpr std::array<std::uint32_t, 4> usual = {8, 16, 32, 64};
-    if (format_name == "readmemh") { // wider words are not read by the other programs
+    if (format_name == "readmemh") { // the other programs do not read wider words
         return usual[number % 3];
     }
     const bool is_any = number % 5 == 4;
     return is_any ? 1 + static_cast<std::uint32_t>(random() % 300) : usual[number % usual.size()];
 }
 
-/// @p low, and @p high some way above it.
+/// @p low, followed by @p high after @p way unset words.
 memory_image joined(const memory_image& low, const memory_image& high, std::uint64_t way) {
     memory_image all(low.width(), low.depth() + way + high.depth());
     const auto add = [&all](const memory_image& part, std::uint64_t to) {
@@ -71,7 +69,7 @@ memory_image joined(const memory_image& low, const memory_image& high, std::uint
     return all;
 }
 
-/// The words that are set first and last are those at the ends, so that files contain all.
+/// Removes unset words at both ends, which files do not contain.
 memory_image without_ends(const memory_image& image) {
     const address_range all = image.bounds().value_or(address_range{0, 0});
     memory_image cut(image.width(), all.last - all.first + 1);
@@ -133,7 +131,7 @@ std::string bytes_of(const word& value, byte_order order) {
     return bytes;
 }
 
-/// Bytes without a gap.
+/// Bytes without gaps.
 struct stretch {
     std::uint64_t address;
     std::string bytes;

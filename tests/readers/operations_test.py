@@ -1,6 +1,6 @@
-"""Holds operations of kvrmem against programs that do the same: operations_test.py KVRMEM COUNT TOOL
+"""Compares operations of kvrmem with programs that do the same: operations_test.py KVRMEM COUNT TOOL
 
-COUNT random memories each; both programs make S-records or plain bytes of them, which are compared as bytes at addresses.
+Uses COUNT random memories for each operation. Both programs write S-records or plain bytes; their bytes are compared.
 """
 
 import os
@@ -13,7 +13,7 @@ KVRMEM = os.path.abspath(sys.argv[1])
 
 
 def run(*command):
-    """What the command prints."""
+    """The output of the command."""
     done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300, check=False)
     if done.returncode != 0:
         sys.exit("%s\nfailed:\n%s" % (" ".join(command), done.stdout.decode("latin-1")))
@@ -31,7 +31,7 @@ def store(path, contents):
 
 
 def bytes_of_records(path):
-    """The bytes of S-records by their addresses."""
+    """The bytes of S-records with their addresses."""
     found = {}
     for line in contents_of(path).decode("ascii").splitlines():
         digits = {"S1": 4, "S2": 6, "S3": 8}.get(line[:2])
@@ -53,8 +53,8 @@ def srec_cat(*words):
 
 
 class Memory:
-    """Some stretches of random bytes, multiples of UNIT long and at multiples of it; in in.srec, in flat.bin from the first
-    to the last byte with 0 in the gaps."""
+    """Some stretches of random bytes. Their addresses and lengths are multiples of UNIT. in.srec contains them;
+    flat.bin contains the bytes from the first to the last one, with 0 in the gaps."""
 
     def __init__(self, rng, unit):
         self.bytes = {}
@@ -82,7 +82,7 @@ class Memory:
         return words
 
     def cut(self, rng):
-        """A range that has some of the bytes and lacks others, so that something is left of either."""
+        """A range with some of the bytes, but not with all."""
         first = rng.choice(sorted(self.bytes))
         last = rng.randrange(first, self.end)
         return first, last
@@ -198,7 +198,7 @@ def check_reverse(rng):
 
 
 def check_pad(rng):
-    """Gaps and the room up to an address are filled."""
+    """Fills gaps and the space up to an address."""
     memory = Memory(rng, 1)
     value, end = rng.randrange(256), memory.end + rng.randrange(40)
     run("objcopy", "-I", "srec", "-O", "binary", "--gap-fill", str(value), "--pad-to", str(end), "in.srec", "theirs.bin")

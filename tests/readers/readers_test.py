@@ -1,7 +1,7 @@
-"""Holds files of bytes against other programs that read and write them: readers_test.py IMAGE_FILES COUNT TOOL FORMAT
+"""Compares files of bytes with other programs that read and write them: readers_test.py IMAGE_FILES COUNT TOOL FORMAT
 
-IMAGE_FILES (image_files.cpp) writes COUNT random memories in FORMAT; TOOL makes plain bytes of them, which must be those
-of the memory. Then TOOL writes the same memories in FORMAT, and IMAGE_FILES must read them as they are.
+IMAGE_FILES (image_files.cpp) writes COUNT random memories in FORMAT; TOOL converts them to plain bytes, which must
+equal the bytes of the memory. Then TOOL writes the same memories in FORMAT, and IMAGE_FILES must read the same memories.
 """
 
 import os
@@ -9,11 +9,11 @@ import subprocess
 import sys
 import tempfile
 
-UNSET = 0xA5  # as image_files.cpp has it
+UNSET = 0xA5  # the same as in image_files.cpp
 
 
 def run(*command):
-    """What the command prints."""
+    """The output of the command."""
     done = subprocess.run(command, stdout=subprocess.PIPE, stderr=subprocess.STDOUT, timeout=300, check=False)
     if done.returncode != 0:
         sys.exit("%s\nfailed:\n%s" % (" ".join(command), done.stdout.decode("latin-1")))
@@ -21,7 +21,7 @@ def run(*command):
 
 
 class Memory:
-    """One memory, by its line of IMAGE_FILES write."""
+    """One memory, from its line in the output of IMAGE_FILES write."""
 
     def __init__(self, line):
         number, first, *starts = line.split()
@@ -87,7 +87,7 @@ class Objcopy:
 
 
 class ElfSections:
-    """Objects of both sizes and byte orders that objcopy makes of S-records, a section for each stretch."""
+    """Objects of both sizes and byte orders, which objcopy makes from S-records, with a section for each stretch."""
 
     def __init__(self, _form):
         self.records = SrecCat("srec")
@@ -100,7 +100,7 @@ class ElfSections:
 
 
 class ElfSegments:
-    """Programs that ld links, a segment for each stretch, which runs at other addresses than it is loaded to."""
+    """Programs that ld links, with a segment for each stretch, whose load addresses differ from the run addresses."""
 
     def __init__(self, _form):
         pass
@@ -118,7 +118,7 @@ class ElfSegments:
 
 class IntelHexModule:
     def __init__(self, _form):
-        import intelhex  # of this tool alone
+        import intelhex  # only this tool needs it
         self.file = intelhex.IntelHex
 
     def read(self, memory):

@@ -1,5 +1,5 @@
-# scripts/install-packages against a simulated system: its dpkg-query knows the packages in
-# $system/installed, its apt-get and sudo record how they were called.
+# scripts/install-packages with a simulated system: its dpkg-query reports the packages in $system/installed, its
+# apt-get and sudo record their arguments.
 
 setup() {
     system=$BATS_TEST_TMPDIR

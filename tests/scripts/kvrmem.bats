@@ -1,5 +1,5 @@
-# scripts/kvrmem in a checkout of its own whose tool reports how it was called: the tests are about the
-# way to the tool, not the tool.
+# scripts/kvrmem in a separate checkout whose tool reports its arguments: the tests are about the script, not about the
+# tool.
 
 setup() {
     checkout="$BATS_TEST_TMPDIR/a check out"
@@ -93,7 +93,7 @@ kvrmem() {
 }
 
 @test "a copied checkout builds its own sources" {
-    # setup() has copied this one; the tool of the original checkout is unchanged.
+    # setup() has made this copy; the tool of the original checkout is unchanged.
     tool_says two
     kvrmem
     [ "${lines[0]}" = "two" ]

@@ -37,8 +37,8 @@ mcdc() { # CODE
     PYTHONPATH=$KVR_SOURCE/scripts/build_matrix python3 -B -c "from mcdc import *; $1"
 }
 
-# What llvm-cov shows of a template in a header: the first instance leaves conditions 2 and 3 uncovered, the second has
-# condition 1 as a constant and covers condition 2.
+# The output of llvm-cov for a template in a header. The first instance does not cover conditions 2 and 3. In the second
+# one, condition 1 is constant and condition 2 is covered.
 shown_header() {
     printf '%s\n' "$KVR_SOURCE/kvr/export.h:" '    1|       |#pragma once' '  | _Z1fILi1EEbbb:' \
         '  |  |---> MC/DC Decision Region (1:2) to (1:8)' '  |  |  C1-Pair: covered: (1,2)' \

@@ -1,4 +1,4 @@
-# scripts/prove with kernels that take no time.
+# scripts/prove with fast kernels.
 
 @test "kernels are proved" {
     run "$KVR_SOURCE/scripts/prove" are_decimal classes_of_eight read_sixteen_sse2 parse_five_titxt_bytes_portable

@@ -1,4 +1,4 @@
-# All places that have the version of the project, or the date of its release, agree with CMakeLists.txt.
+# All places with the version of the project or the date of its release agree with CMakeLists.txt.
 
 setup() {
     cd "$KVR_SOURCE"
@@ -10,7 +10,7 @@ setup() {
     series=${version%.*}
 }
 
-# Lines of text that all have to be the same, and of which there is at least one.
+# Expects that TEXT has at least one line and that all its lines equal WANTED.
 all_are() { # WANTED TEXT
     diff <(printf '%s\n' "$1") <(sort -u <<<"$2")
 }
@@ -84,7 +84,7 @@ END
     done
 }
 
-# A later minor version does not satisfy a request for this one while the major version is 0.
+# While the major version is 0, a later minor version does not satisfy a request for this one.
 @test "what is shown and built asks CMake for this series" {
     wanted=$(grep -rhoE --exclude=upgrading.md 'find_package\(kvr [0-9.]+' README.md docs examples | cut -d ' ' -f 2)
     all_are "$series" "$wanted"

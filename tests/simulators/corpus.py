@@ -1,8 +1,8 @@
-"""Lists of words, and the words that they mean: those of a memory of 16 words of 8 bits.
+"""Lists of words and their meanings: the words of a memory of 16 words of 8 bits.
 
-A case is a name, the bytes of the file, and the words by their addresses; X is a don't-care digit. Where a file says
-nothing clear, the words are those that its author most likely meant. "bin" cases are for $readmemb, and "bytes" cases
-have addresses that count bytes, in a memory of words of 16 bits.
+A case is a name, the bytes of the file, and the words with their addresses; X is a don't-care digit. If a file is
+ambiguous, the words are those that its author most likely meant. "bin" cases are for $readmemb. "bytes" cases have byte
+addresses, in a memory of words of 16 bits.
 """
 
 HEX = {

@@ -6,7 +6,7 @@ module memory_reader;
 
     initial begin
         for (address = 0; address < 16; address = address + 1)
-            words[address] = 8'hA5; // what no file of the tests sets
+            words[address] = 8'hA5; // a value that no test file sets
         if (!$value$plusargs("file=%s", name))
             $finish;
         if ($test$plusargs("bin"))

@@ -1,7 +1,7 @@
-"""Holds what "kvrmem check --for" says of simulators against the programs: simulators_test.py KVRMEM RULES
+"""Compares the diagnostics of "kvrmem check --for" for simulators with the programs: simulators_test.py KVRMEM RULES
 
-For each file of the corpus, a program must be reported when, and only when, it refuses the file or reads other words
-than the file means; and each rule of the source RULES must be the only one for its program in some file.
+For each file of the corpus, a program must be reported exactly if it refuses the file or reads words that differ from
+the meaning of the file. Each rule of the source RULES must be the only one for its program in at least one file.
 """
 
 import json
@@ -14,7 +14,7 @@ import tempfile
 import corpus
 
 DEPTH = 16
-UNSET = "10100101"  # as memory_reader.v has it
+UNSET = "10100101"  # the same as in memory_reader.v
 
 
 def run(command, folder):
@@ -100,7 +100,7 @@ def meant_words(text):
 def differs(meant, found, tool):
     if found is None:
         return True
-    if tool == "yosys":  # has x for words that are not set
+    if tool == "yosys":  # unset words are x in it
         meant = {address: word for address, word in meant.items() if word not in ("XX", "ZZ")}
     return meant != found
 
@@ -116,7 +116,7 @@ class Checker:
         self.kvrmem = kvrmem
         self.folder = folder
         self.faults = []
-        self.alone = set()  # (tool, message) that were the only one in some file
+        self.alone = set()  # (tool, message) pairs that were the only ones in a file
 
     def check(self, title, options, contents, meant, tool):
         with open(os.path.join(self.folder, "words"), "wb") as words:
@@ -136,7 +136,7 @@ class Checker:
 
 
 def rules_of(source):
-    """(tool, message) of each rule."""
+    """The (tool, message) pairs of the rules."""
     with open(source, encoding="utf-8") as file:
         text = file.read()
     titles = dict(re.findall(r'measured_reader (\w+) = \{"\w+", "([^"]+)"\}', text))

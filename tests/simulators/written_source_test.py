@@ -1,8 +1,8 @@
-"""Holds memories that kvrmem writes as source code against what compilers and simulators make of them:
+"""Compares memories that kvrmem writes as source code with the results of compilers and simulators:
 written_source_test.py KVRMEM LANGUAGE COUNT
 
-COUNT random memories of 1 to 300 bits are written in LANGUAGE (c, python, verilog, vhdl, or readmem: lists of words that
-a Verilog design reads). Whatever reads the language must take all of them without a warning, and find the words exactly.
+Writes COUNT random memories of 1 to 300 bits in LANGUAGE (c, python, verilog, vhdl, or readmem: lists of words that a
+Verilog design reads). Each reader of the language must accept all of them without a warning and read the same words.
 """
 
 import importlib
@@ -16,11 +16,11 @@ import tempfile
 MEMORIES_OF_A_PROGRAM = 500
 EDGE_WIDTHS = [1, 7, 8, 9, 63, 64, 65, 128, 300]
 MOST_WORDS = 8
-MOST_ADDRESS_BITS = 3  # of MOST_WORDS
+MOST_ADDRESS_BITS = 3  # for MOST_WORDS
 
 
 class Memory:
-    """Words as bits, "x" for one that is don't care, most significant first."""
+    """Words as bits, most significant first; "x" is don't care."""
 
     def __init__(self, index, has_dont_cares):
         source = random.Random(index)
@@ -38,7 +38,7 @@ class Memory:
         return [int(word, 2) for word in self.words]
 
     def write(self, kvrmem, folder, extension, *options):
-        """Writes the memory as a file of that extension, and returns its name."""
+        """Writes the memory as a file with that extension and returns its name."""
         lines = "".join("%d : %s;\n" % each for each in enumerate(self.words))
         mif = "WIDTH=%d;\nDEPTH=%d;\nADDRESS_RADIX=DEC;\nDATA_RADIX=BIN;\nCONTENT BEGIN\n%sEND;\n"
         with open(os.path.join(folder, "memory.mif"), "w", encoding="ascii") as file:
@@ -48,7 +48,7 @@ class Memory:
 
 
 def require(command, folder):
-    """What @p command prints to the standard output."""
+    """The standard output of @p command."""
     done = subprocess.run(command, cwd=folder, stdout=subprocess.PIPE, stderr=subprocess.PIPE, timeout=600, check=False)
     if done.returncode != 0:
         sys.exit("%s failed:\n%s%s" % (command[0], done.stdout.decode("latin-1")[-4000:],
@@ -68,7 +68,7 @@ def write_file(folder, name, text):
 
 
 def hold(memory, found, reader):
-    """Bits that are don't care may be anything, and those that are not must be as they are."""
+    """True if the words are equal; don't-care bits may have any value."""
     same = len(found) == len(memory.words) and all(
         len(is_word) == len(word) and all(bit in ("x", is_bit) for bit, is_bit in zip(word, is_word))
         for word, is_word in zip(memory.words, found))
@@ -77,7 +77,7 @@ def hold(memory, found, reader):
 
 
 def printed(text):
-    """The words that each memory was printed with: lines "NAME BITS"."""
+    """The printed words of each memory: lines "NAME BITS"."""
     found = {}
     for name, bits in re.findall(r"\b(m\d+) ([01xX-]+)$", text, re.MULTILINE):
         found.setdefault(name, []).append(bits.replace("-", "x").lower())
@@ -141,7 +141,7 @@ def verilog_bench(memories):
 
 
 def words_of_yosys(text):
-    """The words of each module that has one memory, by the contents that it begins with."""
+    """The words of each module with one memory, from its initial contents."""
     found = {}
     for name, body in re.findall(r"^module \\(m\d+)$(.*?)^end$", text, re.MULTILINE | re.DOTALL):
         cells = re.findall(r"^  cell \$mem_v2 .*?^  end$", body, re.MULTILINE | re.DOTALL)
@@ -156,7 +156,7 @@ def words_of_yosys(text):
 
 
 def list_reader(memory, radix):
-    """A design that reads a list of words, with the ports of those that kvrmem writes."""
+    """A design that reads a list of words. It has the ports of the designs that kvrmem writes."""
     return """module %s(input clk, input [%d:0] address, output reg [%d:0] data);
     reg [%d:0] words [0:%d];
     initial $readmem%s("%s.mem", words);
@@ -168,7 +168,7 @@ endmodule
 def test_readmem(kvrmem, folder, memories):
     files = []
     for index, each in enumerate(memories):
-        # A hexadecimal digit is don't care as a whole, or not.
+        # A hexadecimal digit can only be don't care as a whole.
         radix = "b" if index % 2 or any("x" in word for word in each.words) else "h"
         each.write(kvrmem, folder, ".mem", "--to", "readmem" + radix)
         files.append(each.name + ".v")
@@ -185,7 +185,7 @@ def hold_designs(folder, memories, files):
     write_file(folder, "bench.v", verilog_bench(memories))
     require_silent(["iverilog", "-g2012", "-Wall", "-Wno-timescale", "-o", "icarus", "bench.v"] + files, folder)
     icarus = printed(require(["vvp", "-n", "icarus"], folder))
-    # Each as the top module of a design of its own would take a process each.
+    # With each of them as the top module of its own design, each would need a process.
     require_silent(["verilator", "--lint-only", "-Wall", "-Wno-MULTITOP"] + files, folder)
     quickly = "OPT_FAST=-O0 OPT_GLOBAL=-O0 OPT_SLOW=-O0 VM_PARALLEL_BUILDS=0"
     require(["verilator", "--binary", "--timing", "--Mdir", "verilated", "-MAKEFLAGS", quickly, "-o", "bench",

@@ -24,7 +24,7 @@ public:
 private:
     void set(const std::optional<std::string>& value) const {
 #if defined(_WIN32)
-        _putenv_s(name.c_str(), value.value_or("").c_str()); // an empty one does not exist there
+        _putenv_s(name.c_str(), value.value_or("").c_str()); // an empty variable does not exist there
 #else
         if (value) {
             setenv(name.c_str(), value->c_str(), 1);

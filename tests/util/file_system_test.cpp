@@ -24,7 +24,7 @@ using kvr_test::working_directory;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-// All that is below a directory, links not followed.
+// Everything below a directory, without following links.
 std::set<std::string> names_below(const std::string& directory) {
     std::set<std::string> names;
     for (const fs::directory_entry& entry : fs::recursive_directory_iterator(directory)) {
@@ -188,7 +188,7 @@ TEST(FileSystem, NullIsAPathThatDoesNotExist) {
 
 class RemoveAllFiles : public testing::Test {
 protected:
-    // A directory to remove files from, with a sibling that no call may touch.
+    // A directory from which files are removed, with a sibling that no call may change.
     RemoveAllFiles() {
         fs::create_directories(here.path("tree"));
         fs::create_directories(here.path("outside/deep"));
@@ -221,7 +221,7 @@ TEST_F(RemoveAllFiles, PatternThatMatchesNothingSucceeds) {
     add("a.txt");
     EXPECT_TRUE(remove("*.none"));
     EXPECT_TRUE(remove("nowhere/*.*"));
-    EXPECT_TRUE(remove("")); // the directory and no name
+    EXPECT_TRUE(remove("")); // the directory without a name
     EXPECT_THAT(left(), ElementsAre("a.txt"));
 }
 
@@ -331,7 +331,7 @@ TEST_F(RemoveAllFiles, FirstFailureLeavesTheRestAlone) {
     for (int i = 0; i < 50; ++i) {
         add("f" + std::to_string(i));
     }
-    std::set<std::string> expected; // in the order of the directory, "d" and what comes after it
+    std::set<std::string> expected; // in the order of the directory; "d" and the entries after it
     for (const kvr::platform::directory_entry& entry :
          kvr::platform::directory(here.path("tree")).find("*.*").entries) {
         if (entry.name == "d" || !expected.empty()) {
@@ -394,7 +394,7 @@ TEST_F(RemoveAllFiles, LinksToDirectoriesGoWithoutTheFlagToo) {
 
 TEST_F(RemoveAllFiles, DotsAreNeverTouched) {
     add("sub/file");
-    // Windows finds the folder by its own name, which is not within it.
+    // Windows finds the folder by its own name, which is outside of it.
     EXPECT_EQ(remove("sub/..", true), !kvr_test::is_windows);
     EXPECT_EQ(remove("sub/.", true), !kvr_test::is_windows);
     EXPECT_TRUE(remove("sub/.?", true));
@@ -435,7 +435,7 @@ TEST_F(RemoveAllFiles, BackslashEndsTheDirectoryPartOnlyWithoutASlash) {
     if (kvr_test::is_windows) {
         GTEST_SKIP() << "a backslash is no letter of a name on Windows";
     }
-    add("d\\x"); // one name here
+    add("d\\x"); // a single name on this system
     const working_directory inside(here.path("tree"));
     EXPECT_FALSE(kvr_remove_all_files("d\\*", false));
     EXPECT_THAT(left(), ElementsAre("d\\x"));
@@ -512,7 +512,7 @@ TEST(FileCopy, FileOntoItselfIsLeftEmpty) {
 
 TEST(FileCopy, SourceThatCannotBeReadIsAFailure) {
     const temporary_directory here;
-    // The memory of a process can be opened, but an unmapped place cannot be read.
+    // The memory of a process can be opened, but reading fails at unmapped addresses.
     EXPECT_FALSE(kvr_file_copy("/proc/self/mem", here.path("destination").c_str()));
 }
 

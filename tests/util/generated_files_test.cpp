@@ -167,7 +167,7 @@ TEST(DeferredGeneration, RestOfACutFirstLineIsTheSecondLine) {
     const std::string head = "-- plexfunction wizard: ";
     const std::string filled = head + std::string(4095 - head.size(), 'n');
     EXPECT_TRUE(is_deferred(filled + "-- generation: deferred"));
-    EXPECT_TRUE(is_deferred(filled + "\n-- generation: deferred")); // not cut: it just fits
+    EXPECT_TRUE(is_deferred(filled + "\n-- generation: deferred")); // not cut: it fits exactly
     EXPECT_FALSE(is_deferred(filled + "x\n-- generation: deferred"));
 }
 

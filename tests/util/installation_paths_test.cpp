@@ -24,7 +24,8 @@ using kvr_test::working_directory;
 
 const std::string functions = "../libraries/plexfunctions/";
 
-// A working directory of its own, so that installations of any name can be made in it, and no variable set.
+// A separate working directory, in which installations of any name can be created, and no environment
+// variables.
 class InstallationPaths : public testing::Test {
 protected:
     temporary_directory here;
@@ -145,7 +146,7 @@ TEST_F(InstallationPaths, RuntimeDirectoryWithBackslashesIsCutOffToo) {
     if (kvr_test::is_windows) {
         GTEST_SKIP() << "C: and D: are drives on Windows, and no folders of the working one";
     }
-    fs::create_directories("D:\\t\\../libraries/plexfunctions"); // "D:\t\.." is one name here
+    fs::create_directories("D:\\t\\../libraries/plexfunctions"); // "D:\t\.." is a single name on this system
     EXPECT_EQ(find_data_path("D:\\t\\jre\\bin\\", functions), "D:\\t\\../libraries/plexfunctions/");
 }
 

@@ -104,7 +104,7 @@ struct logarithms {
     unsigned floor;
 };
 
-// The products one by one; they cycle at 0 or 1. Few bits, so that cycles are short.
+// Computes the products one by one. A cycle passes through 0 or 1; 32 bits keep cycles short.
 logarithms logarithms_by_trial(unsigned x, unsigned base) {
     logarithms result{0, 0};
     unsigned product = 1;
@@ -425,7 +425,7 @@ std::int32_t wrap(std::int64_t value) {
     return static_cast<std::int32_t>(value);
 }
 
-// The search implemented a second time, with wide numbers that are wrapped at each step.
+// A second implementation of the search, with wide numbers that wrap at each step.
 fraction find_step_by_step(int numerator, int denominator, int max_denominator, int max_terms) {
     fraction found = untouched_fraction;
     std::vector<std::int64_t> term(static_cast<std::size_t>(max_terms));

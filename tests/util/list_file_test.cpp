@@ -195,7 +195,7 @@ TEST_F(ListFile, EmptyDirectoryIsOutOfRange) {
 }
 
 TEST_F(ListFile, FileThatCannotBeReadToItsEndFails) {
-    // The memory of a process can be opened, but an unmapped place cannot be read.
+    // The memory of a process can be opened, but reading fails at unmapped addresses.
     EXPECT_FALSE(kvr_process_lst_file("/proc/self", "mem", libraries, origins, extras, false));
 }
 

@@ -104,7 +104,7 @@ TEST(PlatformDirectory, ListingThatCannotBeginIsIncomplete) {
     rlimit before = {};
     ASSERT_EQ(getrlimit(RLIMIT_NOFILE, &before), 0);
     rlimit none = before;
-    none.rlim_cur = 0; // no file can be opened
+    none.rlim_cur = 0; // no more files can be opened
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &none), 0);
     const platform::directory_listing found = directory.find("*");
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &before), 0);
@@ -113,7 +113,7 @@ TEST(PlatformDirectory, ListingThatCannotBeginIsIncomplete) {
 }
 
 TEST(PlatformDirectory, ListingThatBreaksOffIsIncomplete) {
-    // Each read of the list of a process's mapped memory needs the right to inspect the process.
+    // Reading the list of a process's mapped memory requires the right to inspect the process.
     const platform::directory directory("/proc/" + std::to_string(getpid()) + "/map_files");
     const auto listing_is_complete = [&directory] { return directory.find("*").complete; };
     if (geteuid() != 0 || directory.find("*").entries.empty()) {
@@ -161,7 +161,7 @@ TEST(Platform, ExecutableIsThisTestProgram) {
     }
     const fs::path path = platform::executable_path();
     EXPECT_EQ(path.filename(), "kvr_tests");
-    // Read as a link: the file that valgrind shows there is valgrind.
+    // Read as a link: under valgrind, the file there is valgrind.
     EXPECT_TRUE(fs::equivalent(path, fs::read_symlink("/proc/self/exe")));
 }
 

@@ -63,7 +63,7 @@ TEST(TextLines, LineThatAFailureCutsOffIsNone) {
         file.position = 0;
         file.error_at = error_at;
         kvr::platform::file_stream stream(file.open());
-        static_cast<void>(std::setvbuf(stream.get(), nullptr, _IONBF, 0)); // a failing read gives no bytes
+        static_cast<void>(std::setvbuf(stream.get(), nullptr, _IONBF, 0)); // a failing read returns no bytes
         kvr::text_lines lines(std::move(stream));
         std::string line;
         EXPECT_TRUE(lines.next(line, 10));
@@ -109,7 +109,7 @@ TEST(TextLines, AreReadOnAfterAnInterruption) {
         }
         stream << "first\nsecond\n";
     });
-    // Opening waits for the writer, and may itself be interrupted.
+    // Opening waits for the writer and may be interrupted as well.
     std::unique_ptr<kvr::text_lines> lines;
     do {
         lines = std::make_unique<kvr::text_lines>(pipe.c_str());

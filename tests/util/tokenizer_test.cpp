@@ -118,7 +118,7 @@ TEST(Tokenizer, EmptyRestGivesAnEmptyToken) {
     EXPECT_EQ(cut_at_whole("", ",x"), (cut{"", ""}));
 }
 
-// The search as done by hand: a piece at a time, with the last piece that failed kept before it.
+// The search step by step: one piece at a time, with the last piece without a match kept before it.
 cut cut_step_by_step(const std::string& rest, const std::string& delimiter) {
     std::string work = rest;
     std::string prefix;

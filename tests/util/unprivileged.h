@@ -10,8 +10,8 @@
 
 namespace kvr_test {
 
-/// Calls @p question in a child process, as a user without any rights of its own if this one is the
-/// superuser. No value when the child cannot become one.
+/// Calls @p question in a child process; if this user is the superuser, as a user without privileges. No
+/// value if the child cannot change its user.
 template <class Question>
 std::optional<bool> answer_without_privileges(Question question) {
     constexpr uid_t nobody = 65534;
@@ -30,8 +30,8 @@ std::optional<bool> answer_without_privileges(Question question) {
     return WEXITSTATUS(status) == 1;
 }
 
-/// Calls @p question with @p path as a user who may list that directory and not search it. No value when
-/// there is no such user.
+/// Calls @p question with @p path as a user who may list that directory, but not search it. No value if there
+/// is no such user.
 template <class Question>
 std::optional<bool> answer_about_unsearchable(const std::string& path, Question question) {
     const auto may_list_only = [&path] {

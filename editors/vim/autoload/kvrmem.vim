@@ -1,6 +1,6 @@
-" What the files of this folder share: which language a file has, and what its buffer gets.
+" The functions that the files of this folder share: they determine the language of a file and set up its buffer.
 
-" The languages that a file with an extension may have. The first whose contents they are counts.
+" The possible languages of each extension. The first one that matches the contents counts.
 let s:languages = {
       \ 'mif': ['kvr-mif'],
       \ 'hex': ['kvr-hex', 'kvr-readmem'],
@@ -19,10 +19,11 @@ let s:languages = {
       \ 'mot': ['kvr-srec'],
       \ }
 
-" Extensions of nearly everything: a new file is none of ours, nor are bare numbers without address or comment.
+" Extensions that many programs use. A new file gets no language, nor does a list of words without an address or a
+" comment.
 let s:open_extensions = ['dat', 'txt']
 
-" A line that only a file of the language has.
+" Lines that occur only in files of the language.
 let s:signs = {
       \ 'kvr-mif': '\c^\s*\%(\%(WIDTH\|DEPTH\|ADDRESS_RADIX\|DATA_RADIX\)\s*=\|CONTENT\%(\s\+BEGIN\)\?\s*$'
       \          . '\|\%(\x\+\|\[\s*\x\+\s*\.\.\s*\x\+\s*\]\)\s*:\s*[-0-9A-FX][-0-9A-FX \t]*;\)',
@@ -32,7 +33,7 @@ let s:signs = {
       \ 'kvr-memheader': '\c^#Format\s*=',
       \ }
 
-" What each word of a list may be.
+" The possible forms of each word of a list.
 let s:words = {
       \ 'kvr-rif': '^\%(@\x\+\|[[:xdigit:]xX]\+\)$',
       \ 'kvr-readmem': '^\%(@\x\+\|[[:xdigit:]xXzZ][[:xdigit:]xXzZ_]*\)$',
@@ -41,7 +42,7 @@ let s:words = {
 
 let s:readmem_comment = '/\*\_.\{-}\%(\*/\|\%$\)\|//[^\n]*'
 
-" The lines that are looked at: the first ones, and the last one, where the end mark of a TI-TXT is.
+" The lines that are examined: the first ones, and the last one, which contains the end mark of a TI-TXT file.
 let s:head = 200
 
 function! s:is_list(language, extension, lines) abort
@@ -57,7 +58,7 @@ function! s:is_list(language, extension, lines) abort
   return index(s:open_extensions, a:extension) < 0 || rest !=# text || match(words, '^@') >= 0
 endfunction
 
-" The language of a file by its extension and lines of it; '' for a file of other software.
+" The language of a file according to its extension and some of its lines; '' for a file of other software.
 function! kvrmem#language(extension, lines) abort
   if get(a:lines, 0, '') =~# '^v2\.0 raw\|^v3\.0 hex '
     return 'kvr-logisim'
@@ -77,7 +78,7 @@ function! kvrmem#language(extension, lines) abort
   return ''
 endfunction
 
-" Gives the buffer that is being read its filetype. What is found for a file of other software stays as it is.
+" Sets the filetype of the buffer that is being read. A file of other software keeps the detected filetype.
 function! kvrmem#detect() abort
   let lines = getline(1, s:head)
   if line('$') > s:head
@@ -89,7 +90,7 @@ function! kvrmem#detect() abort
   endif
 endfunction
 
-" What every ftplugin does. MARK begins a comment up to the end of the line; '' where the language has none.
+" The common part of every ftplugin. MARK begins a comment up to the end of the line; '' if the language has none.
 function! kvrmem#set_up(mark) abort
   let &l:commentstring = a:mark ==# '' ? '' : a:mark . ' %s'
   let &l:comments = a:mark ==# '' ? '' : ':' . a:mark
@@ -99,7 +100,7 @@ function! kvrmem#set_up(mark) abort
         \ . ' | unlet! b:current_compiler'
 endfunction
 
-" The command of the compiler, for 'makeprg': b:kvrmem_options and g:kvrmem_options are what the file leaves open.
+" The command of the compiler, for 'makeprg'. b:kvrmem_options or g:kvrmem_options state what the file leaves open.
 function! kvrmem#check_command() abort
   let options = get(b:, 'kvrmem_options', get(g:, 'kvrmem_options', ''))
   return join(filter([shellescape(get(g:, 'kvrmem_path', 'kvrmem')), 'check', options, '$*', '%:S'], 'v:val !=# ""'))

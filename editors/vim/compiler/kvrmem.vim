@@ -1,4 +1,4 @@
-" :make checks the file of the buffer. An entry has the line, the column and the hint of a diagnostic.
+" :make checks the file of the buffer. An entry contains the line, the column and the hint of a diagnostic.
 if exists('current_compiler')
   finish
 endif

@@ -1,5 +1,5 @@
-" Memory initialization files. The extension says which languages a file may have, its contents which one it has:
-" see :help kvrmem-filetypes. "let g:loaded_kvrmem = 1" in a vimrc switches this off.
+" Memory initialization files. The extension determines the possible languages of a file, its contents select one: see
+" :help kvrmem-filetypes. "let g:loaded_kvrmem = 1" in a vimrc disables this.
 if exists('g:loaded_kvrmem')
   finish
 endif
@@ -8,5 +8,5 @@ autocmd BufNewFile,BufRead *.mif\c,*.hex\c,*.ihex\c,*.ihx\c,*.rif\c,*.mem\c,*.vm
       \ call kvrmem#detect()
 autocmd BufNewFile,BufRead *.srec\c,*.s19\c,*.s28\c,*.s37\c,*.mot\c
       \ call kvrmem#detect()
-" Files of Logisim have no extension of their own.
+" Logisim files have no extension of their own.
 autocmd BufRead * if getline(1) =~# '^v[23]\.0 ' | call kvrmem#detect() | endif

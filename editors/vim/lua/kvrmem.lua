@@ -14,7 +14,7 @@ M.filetypes = {
     'kvr-titxt',
 }
 
---- The server of each list of arguments, by their text.
+--- The server of each command line.
 local servers = {}
 
 local function start(buffer, options)
@@ -29,7 +29,7 @@ local function start(buffer, options)
         vim.api.nvim_buf_call(buffer, function() vim.lsp.start(config) end)
         return
     end
-    -- neovim before 0.8
+    -- for neovim before 0.8
     local key = table.concat(config.cmd, '\n')
     if not (servers[key] and vim.lsp.get_client_by_id(servers[key])) then
         servers[key] = vim.lsp.start_client(config)
@@ -39,10 +39,10 @@ local function start(buffer, options)
     end
 end
 
---- Starts the server with the first file of its languages.
+--- Starts the server when the first file in one of its languages is opened.
 ---
 --- @param options table|nil path (of the tool), arguments (a list of options of "kvrmem lsp"), and on_attach and
----   capabilities as vim.lsp.start_client() takes them
+---   capabilities, which are passed to vim.lsp.start_client()
 function M.setup(options)
     local chosen = options or {}
     vim.api.nvim_create_autocmd('FileType', {

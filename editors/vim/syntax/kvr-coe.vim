@@ -1,4 +1,4 @@
-" COE: a radix, and a list of words up to a ";". Elsewhere a ";" begins a comment.
+" COE: a radix, and a list of words up to a ";". Outside of settings, a ";" begins a comment.
 if exists('b:current_syntax')
   finish
 endif

@@ -1,9 +1,9 @@
-" Intel HEX, with addresses of words or of bytes: the records look the same.
+" Intel HEX with word or byte addresses: the records look the same.
 if exists('b:current_syntax')
   finish
 endif
 
-" Other lines are ignored by what reads the file.
+" Readers of the format ignore other lines.
 syntax match kvrHexIgnored /^\s*[^:[:blank:]].*/
 syntax match kvrHexMark /^\s*\zs:/ nextgroup=kvrHexLength,kvrHexError skipwhite
 syntax match kvrHexError /\S.*/ contained

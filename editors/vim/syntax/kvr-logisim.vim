@@ -1,4 +1,4 @@
-" Memory files of Logisim: the first line says how the rows are to be read.
+" Memory files of Logisim: the first line determines the form of the rows.
 if exists('b:current_syntax')
   finish
 endif

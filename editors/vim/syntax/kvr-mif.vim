@@ -23,12 +23,13 @@ syntax match kvrMifFrame /\<BEGIN\>/
 syntax match kvrMifFrame /\<END\>/
 
 syntax match kvrMifComment /--.*/ contains=@Spell
-" A "%" comment ends with its line; with a second "%" further on only where that ends the line or a statement follows.
+" A "%" comment ends at a "%" in its line, or with the line. It reaches to a "%" in a later line only if that ends the
+" line or a statement follows.
 syntax match kvrMifComment /%[^%]*\%($\|%\)/ contains=@Spell
 syntax match kvrMifComment /%[^%\n]*\n\_[^%]*%\ze\s*\%($\|;\|--\|\[\|\x\+\s*:\)/ contains=@Spell
 syntax match kvrMifComment /%[^%\n]*\n\_[^%]*%\ze\s*\%(WIDTH\|DEPTH\|ADDRESS_RADIX\|DATA_RADIX\|CONTENT\|END\)\>/
       \ contains=@Spell
-" What begins comments elsewhere.
+" Begins a comment in other formats.
 syntax match kvrMifError /\/\/.*\|#.*/
 
 highlight default link kvrMifDelimiter Delimiter

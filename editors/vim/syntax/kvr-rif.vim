@@ -1,4 +1,4 @@
-" RIF: rows of hexadecimal words, each address on a line of its own. There are no comments.
+" RIF: rows of hexadecimal words; each address has its own line. There are no comments.
 if exists('b:current_syntax')
   finish
 endif

@@ -3,12 +3,12 @@ if exists('b:current_syntax')
   finish
 endif
 
-" Other lines are ignored by what reads the file.
+" Readers of the format ignore other lines.
 syntax match kvrSrecIgnored /^\s*[^[:blank:]S].*/
 syntax match kvrSrecError /\S.*/ contained
 syntax match kvrSrecError /^\s*s\x.*/
 syntax match kvrSrecError /^\s*\zsS.*/
-" How long the address is depends on the type.
+" The length of the address depends on the type.
 syntax match kvrSrecHeader /^\s*\zsS0/ nextgroup=kvrSrecCount2,kvrSrecError
 syntax match kvrSrecData /^\s*\zsS1/ nextgroup=kvrSrecCount2,kvrSrecError
 syntax match kvrSrecData /^\s*\zsS2/ nextgroup=kvrSrecCount3,kvrSrecError

@@ -1,4 +1,4 @@
-/** What the user says of files that leave it open; "" and null stand for nothing. */
+/** What the user states about files that leave it open; "" and null mean no statement. */
 export interface FileSettings {
   readonly width: number | null;
   readonly endian: string;
@@ -6,7 +6,7 @@ export interface FileSettings {
 }
 
 export interface ServerSettings extends FileSettings {
-  /** Programs whose reading is compared; none stands for the tool's own choice. */
+  /** Programs whose interpretation is compared; if empty, the tool chooses. */
   readonly consumers: readonly string[];
 }
 
@@ -31,7 +31,7 @@ export function serverArguments(settings: ServerSettings): string[] {
   return ["lsp", ...fileOptions(settings), ...readers];
 }
 
-/** The arguments that convert one file to another. The paths are absolute, so that neither begins with "-". */
+/** The arguments that convert one file to another. The paths must be absolute, so that neither begins with "-". */
 export function convertArguments(settings: FileSettings, format: string, from: string, to: string): string[] {
   return ["convert", ...fileOptions(settings), "--to", format, from, to];
 }
@@ -52,8 +52,8 @@ function isTextList(value: unknown): value is string[] {
 /**
  * The formats that the tool writes.
  *
- * @param json what "kvrmem formats --json" prints
- * @throws Error when it is something else
+ * @param json the output of "kvrmem formats --json"
+ * @throws Error if it is anything else
  */
 export function outputFormats(json: string): OutputFormat[] {
   const answer: unknown = JSON.parse(json);

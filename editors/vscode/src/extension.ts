@@ -16,13 +16,13 @@ import { languageOf } from "./language";
 import { picturePage } from "./picture";
 import { runTool, ToolError } from "./tool";
 
-/** Lines of a file that say which language it has. */
+/** The number of lines that determine the language of a file. */
 const headLines = 200;
 
 let client: LanguageClient | undefined;
-/** The starts and stops of the server, one after the other. */
+/** Settles after the last start or stop of the server, which run one at a time. */
 let lastChange: Promise<void> = Promise.resolve();
-/** Files whose language was looked at: what the user chooses after that stays. */
+/** Files whose language was determined: a later choice of the user is kept. */
 const judged = new Set<string>();
 
 function toolPath(): string {
@@ -62,7 +62,7 @@ async function stopServer(): Promise<void> {
   try {
     await last?.dispose();
   } catch {
-    // It has ended by itself.
+    // The server has already ended.
   }
 }
 
@@ -78,7 +78,7 @@ async function replaceServer(languages: readonly string[]): Promise<void> {
     await next.start();
     client = next;
   } catch {
-    // The syntax stays without it.
+    // Highlighting works without the server.
     void showFailure(new ToolError(`${toolPath()} cannot be started as a language server`, true));
   }
 }
@@ -103,7 +103,7 @@ function lastLineOf(document: vscode.TextDocument): string {
   return "";
 }
 
-/** The extension says which language a file has until its contents say another one. */
+/** Replaces the language of the extension if the contents indicate another one. */
 async function correctLanguage(document: vscode.TextDocument, languages: readonly string[]): Promise<void> {
   const file = document.uri.toString();
   if (!languages.includes(document.languageId) || judged.has(file)) {
@@ -116,7 +116,7 @@ async function correctLanguage(document: vscode.TextDocument, languages: readonl
   }
 }
 
-/** The path of the active file as it is saved now; undefined where there is none, or it was not saved. */
+/** Saves the active file and returns its path; undefined if there is none or if it was not saved. */
 async function savedActiveFile(): Promise<string | undefined> {
   const document = vscode.window.activeTextEditor?.document;
   if (document?.uri.scheme !== "file") {
@@ -171,7 +171,7 @@ async function plot(): Promise<void> {
   panel.webview.html = page;
 }
 
-/** COMMAND, which shows its failure instead of throwing it. */
+/** Wraps COMMAND: the result shows a failure instead of throwing it. */
 function withFailureShown(command: () => Promise<void>): () => Promise<void> {
   return () => command().catch(showFailure);
 }

@@ -1,4 +1,4 @@
-/** The languages that a file with an extension may have. The first whose contents they are counts. */
+/** The possible languages of each extension. The first one that matches the contents counts. */
 const languagesOfExtension: ReadonlyMap<string, readonly string[]> = new Map([
   ["mif", ["kvr-mif"]],
   ["hex", ["kvr-hex", "kvr-readmem"]],
@@ -17,10 +17,10 @@ const languagesOfExtension: ReadonlyMap<string, readonly string[]> = new Map([
   ["mot", ["kvr-srec"]],
 ]);
 
-/** Extensions of nearly everything: bare numbers without an address or a comment are none of ours there. */
+/** Extensions that many programs use: a list of words without an address or a comment gets no language. */
 const openExtensions: ReadonlySet<string> = new Set(["dat", "txt"]);
 
-/** A line that only a file of the language has. */
+/** Lines that occur only in files of the language. */
 const signs: ReadonlyMap<string, RegExp> = new Map([
   [
     "kvr-mif",
@@ -36,7 +36,7 @@ const signs: ReadonlyMap<string, RegExp> = new Map([
   ["kvr-memheader", /^#Format\s*=/im],
 ]);
 
-/** What each word of a list may be. */
+/** The possible forms of each word of a list. */
 const words: ReadonlyMap<string, RegExp> = new Map([
   ["kvr-rif", /^(?:@[0-9A-F]+|[0-9A-FX]+)$/i],
   ["kvr-readmem", /^(?:@[0-9A-F]+|[0-9A-FXZ][0-9A-FXZ_]*)$/i],
@@ -61,7 +61,7 @@ function isList(language: string, extension: string, text: string): boolean {
 /**
  * The language of a file.
  *
- * @param extension what follows the last "." of its name, in any letter case
+ * @param extension the text after the last "." of its name, in any letter case
  * @param text      its contents, or its first lines and its last one
  * @returns undefined for a file of other software
  */

@@ -1,9 +1,9 @@
-/** TEXT as it is written in HTML. */
+/** TEXT with HTML escapes. */
 function escaped(text: string): string {
   return text.replace(/&/g, "&amp;").replace(/</g, "&lt;").replace(/>/g, "&gt;").replace(/"/g, "&quot;");
 }
 
-/** A page that shows one SVG picture and runs nothing: it stands there as an image, in which no script runs. */
+/** A page with one SVG picture. It is embedded as an image, so that no script in it runs. */
 export function picturePage(svg: string, title: string): string {
   const image = Buffer.from(svg, "utf8").toString("base64");
   return `<!DOCTYPE html>

@@ -1,10 +1,10 @@
 import { execFile } from "node:child_process";
 
-/** A run of the tool that did not succeed. The message is what the tool printed to standard error. */
+/** A failed run of the tool. The message is the text that the tool printed to standard error. */
 export class ToolError extends Error {
   constructor(
     message: string,
-    /** True where the program could not be started at all. */
+    /** True if the program could not be started. */
     readonly isMissing: boolean,
   ) {
     super(message);
@@ -14,8 +14,8 @@ export class ToolError extends Error {
 /**
  * Runs the tool in FOLDER and waits for its end.
  *
- * @returns what it printed to standard output
- * @throws ToolError when it cannot be started, or ends with another exit code than 0
+ * @returns the text that it printed to standard output
+ * @throws ToolError if it cannot be started or its exit code is not 0
  */
 export function runTool(path: string, options: readonly string[], folder: string): Promise<string> {
   return new Promise((resolve, reject) => {

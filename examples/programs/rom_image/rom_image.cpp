@@ -1,7 +1,7 @@
-// Makes the image of a ROM from a formula: rom_image FILE.mif
+// Generates the image of a ROM from a formula: rom_image FILE.mif
 //
-// The ROM holds a quarter of a sine wave, 64 words of 12 bits, from 0 to 4095. Change value_at() and the two
-// sizes for another one. CMakeLists.txt beside this file shows how to build it.
+// The ROM contains a quarter of a sine wave, 64 words of 12 bits, from 0 to 4095. For another ROM, change
+// value_at() and the two sizes. The CMakeLists.txt in this folder shows how to build the program.
 
 #include "kvr/kvr.h"
 
@@ -29,7 +29,7 @@ int main(int count, char** arguments) {
     }
 
     KVR_MEMORY_FILE memory;
-    memory.set_file_type(FILE_TYPE_MIF); // first the type, then its properties
+    memory.set_file_type(FILE_TYPE_MIF); // set the type first, then its properties
     memory.set_file_name(arguments[1]);
     memory.set_word_size(word_size);
     memory.set_address_radix(RADIX_HEX);

@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""What Tab does to a command line of the tool, in a real shell: completions_test.py SHELL
+"""The effect of Tab on a command line of the tool in a real shell: completions_test.py SHELL
 
 $KVRMEM is the tool. Exit code 77 means that there are no pseudo-terminals.
 """
@@ -40,11 +40,11 @@ def options_in_help(command):
 
 
 class Completions:
-    """One instance of shell for all tests of a class: each begins with an empty line."""
+    """All tests of a class share one shell; each begins with an empty line."""
 
     shell_type = None
-    value_mark = " "  # what follows the name of an option with a value
-    end_of_whole_words = ""  # what Tab adds to a word that is one of the candidates
+    value_mark = " "  # the text after the name of an option with a value
+    end_of_whole_words = ""  # the text that Tab adds to a complete candidate
 
     @classmethod
     def setUpClass(cls):
@@ -260,7 +260,7 @@ class Completions:
 
 
 class Descriptions:
-    """For shells that show descriptions beside the candidates."""
+    """For shells that show descriptions next to the candidates."""
 
     def test_descriptions_are_those_of_the_help(self):
         description = re.search(r"--radix RADIX +(.*)", tool("dump", "--help")).group(1)

@@ -1,7 +1,7 @@
-"""Shells on a pseudo-terminal, which complete what is typed into them.
+"""Shells on a pseudo-terminal that complete the text typed into them.
 
-Nothing here waits for a time: every key that the tests type is followed by one that is bound to a report, and
-the shell answers keys in order. A shell that does not answer within DEADLINE seconds fails the test.
+There are no delays: after its keys, a test types a key that is bound to a report, and the shell processes keys in order.
+If a shell does not answer within DEADLINE seconds, the test fails.
 """
 
 import fcntl
@@ -17,28 +17,28 @@ import time
 
 DEADLINE = 20
 
-REPORT = "\x18l"  # Ctrl-X l: the line goes to the pipe $REPORTS
+REPORT = "\x18l"  # Ctrl-X l sends the line to the pipe $REPORTS
 ALL = "\x18a"  # Ctrl-X a: bash and zsh put all candidates on the line; fish sends them to the pipe
 CLEAR = "\x18k"  # Ctrl-X k
 MARK = "\u00b6"
 
-# What moves the cursor, colours, or names the window.
+# Sequences that move the cursor, set colors or name the window.
 ESCAPES = re.compile(r"\x1b(\[[0-9;?>=]*[a-zA-Z]|\][^\x07\x1b]*(\x07|\x1b\\)|[()][A-Z0-9]|[=>])")
 
 
 def _without_option(text, candidates):
-    """The set of the candidates for the last word of text; of "--to=hex" only the value, where text has a "="."""
+    """The set of the candidates for the last word of text. For "--to=hex", only the value, if text has a "="."""
     option = re.match(r"(?:.* )?([^ =]*=)?", text).group(1) or ""
     return {candidate.removeprefix(option) for candidate in candidates}
 
 
 class InteractiveShell:
-    """A shell in a folder of its own, without the configuration of the user or the system."""
+    """A shell in its own folder, without the configuration of the user or of the system."""
 
     command = []
 
     def __init__(self, home, box):
-        """Starts the shell in the folder box; home is for its set-up."""
+        """Starts the shell in the folder box. home contains its configuration."""
         self.output = bytearray()
         self.reports = bytearray()
         pipe = pathlib.Path(home, "reports")
@@ -62,7 +62,7 @@ class InteractiveShell:
         fcntl.ioctl(self.terminal, termios.TIOCSWINSZ, struct.pack("HHHH", 60, 160, 0, 0))
 
     def set_up(self, home):
-        """Writes what the shell reads when it starts."""
+        """Writes the files that the shell reads at its start."""
         raise NotImplementedError
 
     def close(self):
@@ -80,7 +80,7 @@ class InteractiveShell:
         self._line_after("")
         self.output.clear()
         self._line_after(text + "\t\t")
-        # The report goes another way than the output and may be the faster one.
+        # The report uses another channel than the output and may arrive first.
         os.write(self.terminal, MARK.encode())
         self._wait_until(lambda: MARK.encode() in self.output, f"does not show {MARK!r} after {text!r}")
         self._line_after("")
@@ -110,7 +110,7 @@ class InteractiveShell:
         return report.decode()
 
     def _reads_keys(self):
-        """A line editor has switched off the line editing of the terminal."""
+        """True if a line editor has switched off the line editing of the terminal."""
         return not termios.tcgetattr(self.terminal)[3] & termios.ICANON
 
     def _wait_until(self, condition, failure):
@@ -146,7 +146,7 @@ source <(kvrmem --generate bash)
 
 
 class BashWithoutBreaks(Bash):
-    """COMP_WORDBREAKS as some people set it: "=" and ":" belong to words."""
+    """COMP_WORDBREAKS as some users set it: "=" and ":" are parts of words."""
 
     def set_up(self, home):
         super().set_up(home)
@@ -155,7 +155,7 @@ class BashWithoutBreaks(Bash):
 
 
 class Zsh(InteractiveShell):
-    """With the completion as a file in the path of functions, as it is installed."""
+    """With the completion as a file in the function path, in the same way as an installed one."""
 
     before_compinit = 'mkdir "$HOME/functions"; kvrmem --generate zsh >"$HOME/functions/_kvrmem"; fpath+=("$HOME/functions")'
     after_compinit = ""

@@ -1,4 +1,4 @@
-" Ends a test: what failed is written to $KVR_FAILURES.
+" Ends a test: writes the failures to $KVR_FAILURES.
 call writefile(v:errors, $KVR_FAILURES)
 if !empty(v:errors)
   cquit

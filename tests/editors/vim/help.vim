@@ -1,4 +1,4 @@
-" The help has tags, and a tag for each name between bars that is ours.
+" The help has tags, and each name of this plugin between bars is a tag.
 call mkdir('help/doc', 'p')
 call writefile(readfile($KVR_SOURCE . '/editors/vim/doc/kvrmem.txt'), 'help/doc/kvrmem.txt')
 helptags help/doc
@@ -13,7 +13,7 @@ endfor
 help kvrmem-filetypes
 call assert_equal('kvrmem.txt', expand('%:t'))
 
-" The table of the help is what is recognised, and each language has its files.
+" The table in the help lists the recognized languages, and each language has its files.
 let s:languages = filter(map(getline(1, '$'), 'matchstr(v:val, "^kvr-\\k*")'), 'v:val !=# ""')
 call assert_equal(9, len(s:languages))
 for s:kind in ['syntax', 'ftplugin']

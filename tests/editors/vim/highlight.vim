@@ -1,5 +1,5 @@
-" Each file of the folder highlight shows lines of the language of its name. Below a line, "~" stands under the columns
-" of a syntax group, whose name follows; "none" is no group.
+" Each file of the folder highlight contains lines in the language of its name. After a line, "~" marks the columns of a
+" syntax group, followed by its name; "none" means no group.
 let s:mark = '^\(\s*\)\(\~\+\)\s\+\(\w\+\)$'
 let s:checked = 0
 for s:file in glob($KVR_SOURCE . '/tests/editors/vim/highlight/*', 0, 1)
@@ -27,7 +27,7 @@ for s:file in glob($KVR_SOURCE . '/tests/editors/vim/highlight/*', 0, 1)
 endfor
 call assert_true(s:checked > 300, s:checked . ' columns were looked at')
 
-" Each group looks like one that every colour scheme has; a statement of a COE is all in other groups.
+" Each group is linked to one that every color scheme defines. A statement of a COE consists of other groups.
 for s:name in filter(getcompletion('kvr', 'highlight'), 'v:val !=# "kvrCoeStatement"')
   call assert_notequal(hlID(s:name), synIDtrans(hlID(s:name)), s:name)
 endfor

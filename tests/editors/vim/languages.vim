@@ -1,4 +1,5 @@
-" Each file gets the language of its contents. One of other software keeps what others have found, or nothing.
+" Each file gets the language of its contents. A file of other software keeps the filetype that others have set, or
+" none.
 let s:folder = $KVR_SOURCE . '/tests/editors/languages/'
 for s:line in readfile(s:folder . 'expected')
   let [s:file, s:language] = split(s:line)
@@ -12,7 +13,7 @@ for s:line in readfile(s:folder . 'expected')
   call assert_equal('kvrmem', get(b:, 'current_compiler', ''), s:file)
 endfor
 
-" The extension of a new file is all that there is.
+" A new file has only its extension.
 let s:new = {'new.mif': 'kvr-mif', 'new.MIF': 'kvr-mif', 'new.mem': 'kvr-readmem', 'new.hex': 'kvr-hex'}
 for [s:file, s:language] in items(s:new)
   execute 'edit' s:file
@@ -21,7 +22,7 @@ endfor
 edit new.txt
 call assert_notmatch('^kvr-', &filetype)
 
-" What an ftplugin sets goes with the filetype.
+" The settings of an ftplugin end with its filetype.
 edit new.mif
 call assert_equal('-- %s', &commentstring)
 set filetype=text

@@ -1,4 +1,4 @@
-" :make puts what the tool reports into the quickfix list, with line and column.
+" :make puts the diagnostics of the tool into the quickfix list, with line and column.
 function! s:entries() abort
   return map(getqflist(), '[bufname(v:val.bufnr), v:val.lnum, v:val.col, v:val.type, v:val.text]')
 endfunction
@@ -17,13 +17,13 @@ call assert_equal([
       \ ['careless.mif', 9, 1, 'W', "'the rest' follows END\nmake it a comment"],
       \ ], s:entries())
 
-" What holds for a file as a whole has no line.
+" A diagnostic of the whole file has no line.
 call writefile(['@10 00 02'], 'far from.mem')
 edit far\ from.mem
 silent make!
 call assert_equal([['far from.mem', 0, 0, 'W', '16 of 18 words are never set, the first at address 0']], s:entries())
 
-" Options that the file leaves open come from the buffer, or from the command.
+" The buffer or the command provides the options that the file leaves open.
 call writefile([':0400100012345678D9', ':00000001FF'], 'record.hex')
 edit record.hex
 silent make! --width 32

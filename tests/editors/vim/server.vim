@@ -1,5 +1,5 @@
-" neovim starts the language server with its options, once, and hands it the files of its languages. A program that
-" keeps what it is sent stands in for the server.
+" neovim starts the language server once, with its options, and attaches it to the files of its languages. A program
+" that records its input replaces the server.
 call writefile(['#!/bin/sh', 'echo "$*" >>arguments', 'exec cat >messages'], 'server')
 call setfperm('server', 'rwx------')
 lua require('kvrmem').setup({ path = vim.fn.getcwd() .. '/server', arguments = { '--width', '12' } })

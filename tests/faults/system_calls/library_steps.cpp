@@ -1,6 +1,6 @@
-// What a program does with the library, for a run in which system calls fail: library_steps STEP FILE...
-// Prints the results of the library. The exit code is 0 when it reports success, else 3, with a message on
-// standard error.
+// Uses the library like a program, for runs in which system calls fail: library_steps STEP FILE... Prints the
+// results of the library. The exit code is 0 if the library reports success; otherwise it is 3, with a
+// message on standard error.
 
 #include "kvr/memory/memory_file.h"
 #include "kvr/util/generated_files.h"
@@ -23,7 +23,7 @@ KVR_FILE_TYPES type_of(std::string_view path) {
     return path.ends_with(".rif") ? FILE_TYPE_RIF : FILE_TYPE_HEX;
 }
 
-/// RIF returns true in every case; the flags and messages show a failure.
+/// For RIF, the library always returns true; the flags and messages show a failure.
 bool all_went_well(KVR_MEMORY_FILE& file, bool answer) {
     return answer && !file.get_file_not_found() && !file.get_error_occurred() && !file.has_error_messages();
 }
@@ -52,7 +52,7 @@ bool read_words(const std::string& path, std::string& answer_text) {
 bool write_words(const std::string& path, std::string& /*answer_text*/) {
     KVR_MEMORY_FILE file;
     configure(file, path);
-    // More than one block of the output.
+    // The output has more than one block.
     file.set_number_of_words(100000);
     for (unsigned address = 0; address < 100000; ++address) {
         file.set_data_word(address, address % 2 == 0 ? "5" : "A5", RADIX_HEX);
@@ -79,7 +79,7 @@ bool process_list(const std::string& path, std::string& answer_text) {
     return answer;
 }
 
-/// Writes @p text despite interruptions.
+/// Writes @p text and continues after interruptions.
 bool print_text(int descriptor, std::string_view text) {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor, text.data(), text.size());
@@ -102,7 +102,7 @@ constexpr step steps[] = {
 } // namespace
 
 int main(int count, char** words) {
-    // The call by which the driver recognizes that the program's own work begins.
+    // This call marks the start of the program's own work for the driver.
     static_cast<void>(std::signal(SIGINT, SIG_DFL));
     const auto* const found = std::find_if(std::begin(steps), std::end(steps), [&](const step& candidate) {
         return count == 3 && candidate.name == words[1];

@@ -83,7 +83,7 @@ TEST(ByteBlocks, EndWithTheLastAddress) {
 TEST(ByteBlocks, AreAMapOfBytesAfterRandomAdds) {
     std::mt19937 random(1);
     for (int round = 0; round < 2000; ++round) {
-        // Every other time up to the last address, 79 after the first one.
+        // Every second round ends at the last address, 79 after the first one.
         const std::uint64_t first = round % 2 == 0 ? 0 : ~std::uint64_t{0} - 79;
         std::vector<std::string> texts;
         for (auto count = random() % 12; count > 0; --count) {

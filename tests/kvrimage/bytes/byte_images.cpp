@@ -133,7 +133,7 @@ std::string fault_of_damaged(const format& as, const std::string& contents) {
 
 namespace {
 
-/// Records that mostly follow each other, some of them damaged.
+/// Mostly contiguous records, some of them damaged.
 std::string
 random_records(std::mt19937& random,
                const std::function<std::string(std::uint64_t address, const std::string& data)>& record) {

@@ -88,7 +88,7 @@ TEST(BytesOfWords, AreThoseOfEachWord) {
     }
 }
 
-/// Looks at a stream of blocks without keeping it.
+/// Checks a stream of blocks without storing it.
 struct streamed {
     std::uint64_t next = 0;
     std::uint64_t sum = 0;

@@ -1,4 +1,4 @@
-// The kernels in the form that the machine has and in the portable one.
+// The kernels in the form for this machine and in the portable form.
 
 #include "kvrimage/bytes/hex_block.h"
 
@@ -16,7 +16,7 @@ using namespace kvrimage;
 constexpr std::string_view upper_case = "0123456789ABCDEF";
 constexpr std::string_view lower_case = "0123456789abcdef";
 
-/// All bytes, the one of @p first first.
+/// All byte values, starting with @p first.
 std::string bytes_from(std::size_t first) {
     std::string bytes;
     for (std::size_t value = 0; value < 256; ++value) {

@@ -11,7 +11,7 @@ using namespace kvrimage;
 constexpr std::string_view upper_digits = "0123456789ABCDEF";
 constexpr std::string_view lower_digits = "0123456789abcdef";
 
-/// All bytes, @p rotation first.
+/// All byte values, starting with @p rotation.
 std::string all_bytes(int rotation) {
     std::string bytes;
     for (int value = 0; value < 256; ++value) {

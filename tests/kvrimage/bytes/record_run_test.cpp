@@ -69,7 +69,7 @@ TEST(RecordRun, LeavesFaultsToTheParser) {
     }
 }
 
-/// Of the middle one of three records, each character becomes every other one.
+/// Replaces each character of the middle one of three records with every other character.
 void expect_exact_characters(const std::string& first, const std::string& middle, const std::string& last,
                              const record_style& style) {
     const std::string lines = first + middle + last;
@@ -80,7 +80,7 @@ void expect_exact_characters(const std::string& first, const std::string& middle
             std::string changed = lines;
             char& one = changed[first.size() + place];
             one = static_cast<char>(character);
-            // Letters of either case spell the same, but not in the mark.
+            // The case of a letter makes no difference, except in the mark.
             const bool is_same =
                 one == middle[place] ||
                 (place >= style.mark.size() && middle[place] >= 'A' && one == middle[place] - 'A' + 'a');

@@ -221,7 +221,7 @@ TEST(WordsOfBytes, AreThoseThatTheBytesWereMadeOf) {
         byte_blocks blocks;
         std::deque<std::string> kept;
         for_each_byte_block(image, *options.order, [&](std::uint64_t address, std::string_view bytes) {
-            // In pieces of any size, as the records of a file hold them.
+            // In pieces of any size, like the records of a file.
             while (!bytes.empty()) {
                 const std::size_t size = std::min<std::size_t>(bytes.size(), 1 + random() % 50);
                 kept.emplace_back(bytes.substr(0, size));

@@ -21,11 +21,11 @@ std::string shown(const diagnostic& found) {
            std::to_string(found.where.column) + ": " + found.message;
 }
 
-/// Those of @p all that parse() reports.
+/// The diagnostics in @p all that parse() reports, too.
 std::vector<std::string> shown_of(const std::vector<diagnostic>& all, diagnostic_class level) {
     std::vector<std::string> texts;
     for (const diagnostic& found : all) {
-        // What is missing is no fault of reading: only check() looks for it.
+        // Only check() looks for missing words; reading does not report them.
         if (about(found.id).level == level && found.id != diagnostic_id::gap &&
             found.id != diagnostic_id::no_words) {
             texts.push_back(shown(found) + " / " + found.hint);
@@ -41,9 +41,8 @@ bool has(const std::vector<diagnostic>& all, diagnostic_class level) {
                                [level](const diagnostic& found) { return about(found.id).level == level; });
 }
 
-/// True for what the library reads otherwise than people do, which may be the same words in the end: a
-/// statement that it passes over can repeat what the words are anyway, and a radix that it mistakes can have
-/// the same digits.
+/// True if the library reads the text differently, but possibly with the same words: an ignored statement can
+/// repeat the present words, and the digits can be the same in a wrong radix.
 bool may_make_no_difference(diagnostic_id id) {
     constexpr std::array harmless = {diagnostic_id::shared_line,        diagnostic_id::lone_semicolon,
                                      diagnostic_id::after_semicolon,    diagnostic_id::set_again,
@@ -53,7 +52,7 @@ bool may_make_no_difference(diagnostic_id id) {
     return std::ranges::find(harmless, id) != harmless.end();
 }
 
-/// Without the blanks at the ends of their lines.
+/// The comments without trailing blanks.
 std::vector<std::string> comments_of(std::string_view contents, const read_options& options) {
     std::vector<std::string> comments;
     if (options.as->find_comments != nullptr) {
@@ -117,7 +116,7 @@ private:
         if (where == place{}) {
             return;
         }
-        // What is missing at the end of the file has its place there.
+        // The place of text that is missing at the end of the file is the end.
         if (where.offset > contents.size() || where.length > contents.size() + 1 - where.offset) {
             say("a place lies beyond the end: " + shown(found));
             return;
@@ -144,7 +143,7 @@ private:
     }
 
     void compare_with_library() {
-        if (!checked.image || options.base.value_or(0) != 0) { // the library knows no base
+        if (!checked.image || options.base.value_or(0) != 0) { // the library has no base
             return;
         }
         const std::string other =

@@ -8,22 +8,20 @@
 
 namespace kvrimage_tests {
 
-/// What does not hold of what is promised of every file, in words; empty when all of it holds of @p contents,
-/// read as `options.as`:
-/// - parse() and check() report the same broken and suspect diagnostics: the same places, the same texts;
-/// - there is an image exactly when none is broken;
-/// - a file without broken and consumer diagnostics is read by the library kvr to the same words at the same
-/// addresses, and
-///   one with consumer diagnostics, and none broken, is refused by it or read otherwise;
-/// - every place lies in the file, and line and column belong to the offset;
-/// - repairs do what they say: none of what is repaired is left, and what was not broken reads as the same
-/// words;
-/// - its canonical layout has the same words and comments, no fault of its own, and is its own layout;
-/// - what is written in any format that can hold the image reads back as the same words.
+/// Checks the guarantees for every file with @p contents, read as `options.as`. Returns a description of each
+/// violation:
+/// - parse() and check() report the same broken and suspect diagnostics, with the same places and texts;
+/// - there is an image exactly if no diagnostic is broken;
+/// - if a file has no broken and no consumer diagnostics, the library kvr reads the same words at the same
+///   addresses; if it has consumer diagnostics, but no broken ones, kvr refuses it or reads it differently;
+/// - every place is within the file, and line and column match the offset;
+/// - a repair removes the repaired diagnostics, and a file that was not broken still has the same words;
+/// - the canonical layout has the same words and comments and no faults, and laying it out changes nothing;
+/// - written in any format that can hold the image, it reads back as the same words.
 [[nodiscard]] std::vector<std::string> broken_promises(std::string_view contents,
                                                        const kvrimage::read_options& options);
 
-/// All formats of the library, without those that other tests add.
+/// All formats of the library, without formats that other tests add.
 [[nodiscard]] const std::vector<const kvrimage::format*>& formats_of_the_library();
 
 } // namespace kvrimage_tests

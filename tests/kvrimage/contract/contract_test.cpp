@@ -29,7 +29,7 @@ std::string contents_of(const fs::path& path) {
     return {std::istreambuf_iterator<char>(file), {}};
 }
 
-/// The files that a case of the tool brings along: sections that begin with "=== file NAME".
+/// Adds the files of a recorded case: sections that begin with "=== file NAME".
 void add_files_of_case(const fs::path& path, std::vector<input>& inputs) {
     std::ifstream file(path);
     bool in_file = false;
@@ -45,7 +45,7 @@ void add_files_of_case(const fs::path& path, std::vector<input>& inputs) {
     }
 }
 
-/// Every memory file of the tests, the examples, and the inputs that fuzzing has found.
+/// Every memory file of the tests and of the examples, and the inputs that fuzzing has found.
 std::vector<input> all_inputs() {
     const fs::path root = KVR_SOURCE_DIR;
     std::vector<input> inputs;
@@ -66,7 +66,7 @@ std::vector<input> all_inputs() {
     return inputs;
 }
 
-/// @p contents with a few random bytes changed, left out or repeated.
+/// @p contents with a few random bytes changed, removed or repeated.
 std::string damaged(std::string contents, std::mt19937& random) {
     static constexpr std::string_view likely = "0123456789ABCDEFXx:;[]-. \t\r\n%@=/";
     for (auto left = 1 + random() % 3; left > 0 && !contents.empty(); --left) {
@@ -96,7 +96,7 @@ void expect_kept(const input& file, const std::string& contents, const read_opti
     }
 }
 
-/// Calls @p take with each input and each format that can be read, or with each @p step th of these pairs.
+/// Calls @p take with every @p step th pair of an input and a readable format.
 template <class Take>
 void for_each_reading(Take&& take, std::size_t step = 1) {
     const std::vector<input> inputs = all_inputs();
@@ -122,8 +122,9 @@ constexpr std::size_t step_of_files = 11;
 constexpr std::size_t step_of_files = 1;
 #endif
 
-/// For tests with several variants of each file: a part of them where code is counted or checked. As the step
-/// of files it has no common divisor with the number of formats, so that each format gets its share.
+/// For tests with several variants of each file: they use a part of the files if code is counted or checked.
+/// Like the step of files, it has no common divisor with the number of formats, so that each format gets its
+/// share.
 constexpr std::size_t step_of_variants = rounds(4) == 4 ? 1 : 5 * step_of_files;
 
 TEST(Contract, HoldsForEveryFileOfTheTests) {

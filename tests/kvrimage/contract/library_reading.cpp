@@ -20,11 +20,11 @@ namespace {
 
 using namespace kvrimage;
 
-/// What the library holds after a read; nothing when it refused the file.
+/// The words of the library after a read; no value if it refused the file.
 struct library_words {
     kvr::word_store words;
     std::optional<radix> digits;
-    std::uint64_t depth; ///< what it takes for the number of words, where the file says it; else 0
+    std::uint64_t depth; ///< the number of words, if the file states it; otherwise 0
 };
 
 std::optional<radix> radix_of(KVR_MEMORY_RADIXES of) {
@@ -79,9 +79,9 @@ std::optional<library_words> read_rif(std::string_view contents, const memory_im
     return library_words{std::move(memory.data_words), radix::hex, 0};
 }
 
-/// Addresses at which runs of either reading begin and end, and some between them.
+/// The addresses at which runs of either result begin and end, and some between them.
 std::set<std::uint64_t> addresses_to_compare(const memory_image& ours, const kvr::word_store& theirs) {
-    // Wide words take as long as many narrow ones.
+    // A wide word takes as long as many narrow ones.
     const std::size_t most = 64 + (std::size_t{1} << 18U) / ours.width();
     std::mt19937_64 random(7);
     std::set<std::uint64_t> addresses;
@@ -111,9 +111,9 @@ std::string difference_at(std::uint64_t address, const memory_image& ours, const
     word_result their_word =
         text.empty() || !theirs.digits ? word_result{} : word::parse(text, *theirs.digits, ours.width());
     if (!text.empty() && !their_word.value && theirs.digits == radix::dec) {
-        their_word = word::parse(text, radix::uns, ours.width()); // what is too large to be signed
+        their_word = word::parse(text, radix::uns, ours.width()); // too large for a signed number
     }
-    // In the library, words that nothing sets hold 0.
+    // In the library, words that nothing sets are 0.
     const bool is_zero_by_default =
         text.empty() && address < theirs.words.size() && our_word == word(ours.width());
     if ((our_word == their_word.value && text.empty() == !our_word) || is_zero_by_default) {
@@ -143,7 +143,7 @@ std::string how_the_library_differs(std::string_view contents, const format& as,
     if (theirs->depth != 0 && !options.depth && theirs->depth != ours.depth()) {
         return "the library reads a depth of " + std::to_string(theirs->depth);
     }
-    // The texts are the same, whatever each calls their radix.
+    // The texts are the same, but the radix has different names.
     if (our_radix == radix::uns && theirs->digits == radix::dec) {
         theirs->digits = our_radix;
     }

@@ -8,9 +8,8 @@
 
 namespace kvrimage_tests {
 
-/// How the library kvr differs from @p ours in its reading of @p contents, in words; "" when it reads the
-/// same words at the same addresses. Formats that it does not know read alike. A depth in @p options is ours
-/// alone.
+/// Describes how the library kvr reads @p contents differently from @p ours; "" if it reads the same words at
+/// the same addresses, or does not know the format. A depth in @p options applies only to @p ours.
 [[nodiscard]] std::string how_the_library_differs(std::string_view contents, const kvrimage::format& as,
                                                   const kvrimage::memory_image& ours,
                                                   const kvrimage::read_options& options,

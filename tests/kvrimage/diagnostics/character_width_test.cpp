@@ -44,7 +44,7 @@ struct unicode_plane {
     std::size_t of_double_width;
 };
 
-/// As many as the character database has: combining marks and invisible characters, and of the others those
+/// The numbers of the character database: combining marks and invisible characters, and other characters
 /// whose East Asian width is "W" or "F".
 TEST(CharacterWidth, IsThatOfAsManyCharactersAsInUnicode) {
     constexpr char32_t plane_size = 0x10000;

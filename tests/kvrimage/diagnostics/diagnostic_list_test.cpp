@@ -40,7 +40,7 @@ TEST(DiagnosticList, KeepsALimitOfEachClassAndCountsAll) {
     EXPECT_TRUE(list.finish("").empty());
 }
 
-/// The repair of a file with an edit that puts @p inserted.
+/// Repairs a file with an edit that inserts @p inserted.
 std::string repair_in(const std::string& contents, const std::string& inserted) {
     diagnostic found = broken_at(0);
     found.fix = {{0, 0, inserted}};
@@ -107,7 +107,7 @@ TEST(DiagnosticList, HasTheLinesOfFurtherPlaces) {
     diagnostic_list list;
     places where;
     where.add({4, 1});
-    where.add({2, 1}); // places of one cause need not be in order
+    where.add({2, 1}); // places with the same cause may be in any order
     where.add({8, 1});
     list.add(diagnose::too_wide(where, "1FF", 9, 8, "WIDTH", 9));
     const auto found = list.finish("0\n2\n4\n6\n8");

@@ -20,7 +20,7 @@ diagnostic too_wide_at(const places& where, std::string_view contents) {
     return complete(diagnose::too_wide(where, "1FF", 9, 8, "WIDTH", 9), contents);
 }
 
-/// The first diagnostic of that class.
+/// The first diagnostic of the class.
 diagnostic of_class(diagnostic_class level) {
     diagnostic found;
     while (about(found.id).level != level) {
@@ -84,8 +84,7 @@ TEST(DiagnosticText, SaysWhatEachClassMeans) {
     EXPECT_EQ(diagnostic_text(found, "a", ""), "a: error for kvr: m\n");
 }
 
-/// The line of a diagnostic whose places are the first bytes of the lines @p lines, and which has @p unseen
-/// more.
+/// The line of a diagnostic with places at the first bytes of the lines @p lines and @p unseen more places.
 std::string further_places(std::initializer_list<std::uint64_t> lines, std::uint64_t unseen = 0) {
     const std::string contents(200, '\n');
     places where;

@@ -25,7 +25,7 @@ TEST(Utf8Character, IsWhatTheTextBeginsWith) {
         {std::string_view("\0", 1), 1, 0, false},
         {"\x7F", 1, 0x7F, false},
         {"\xC2\x85", 2, 0x85, false},
-        {"\xE2\x80\xAE", 3, 0x202E, false}, // turns the direction of text
+        {"\xE2\x80\xAE", 3, 0x202E, false}, // changes the direction of text
         {"\xEF\xBB\xBF", 3, 0xFEFF, false},
     };
     for (const character_case& each : cases) {
@@ -38,13 +38,13 @@ TEST(Utf8Character, IsWhatTheTextBeginsWith) {
 
 TEST(Utf8Character, IsOneByteWhereNoneBegins) {
     const std::string_view texts[] = {
-        "\x80",             // in the middle of one
+        "\x80",             // in the middle of a character
         "\xFF",             // never in UTF-8
         "\xC3",             // cut
         "\xC3(",            // without its second byte
-        "\xC0\xAF",         // longer than it need be
-        "\xED\xA0\x80",     // half of one
-        "\xF4\x90\x80\x80", // beyond the last one
+        "\xC0\xAF",         // longer than necessary
+        "\xED\xA0\x80",     // half of a character
+        "\xF4\x90\x80\x80", // beyond the last character
     };
     for (const std::string_view text : texts) {
         const utf8_character found = first_character(text);

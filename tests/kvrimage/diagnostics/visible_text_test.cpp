@@ -120,7 +120,7 @@ TEST(SourceExcerpt, OfAnyBytesIsShortAndValid) {
             line += pieces[random() % std::size(pieces)];
         }
         const source_excerpt made = make_excerpt(line, random() % (line.size() + 3) + 1, random() % 20);
-        // A character that is cut is shown as its bytes, four columns each.
+        // A cut character is shown as its bytes, four columns each.
         ASSERT_LE(make_visible(made.line).columns, 72U + 6U + 24U);
         ASSERT_LE(made.blanks.size() + made.mark.size(), make_visible(made.line).columns + 1);
         for (std::string_view rest = made.line; !rest.empty();) {

@@ -20,7 +20,7 @@ assignment assigned(std::uint64_t first, std::uint64_t last, const std::vector<s
     return made;
 }
 
-/// "first-last" of each.
+/// "first-last" for each piece.
 std::string ranges_of(const std::vector<edit_piece>& pieces) {
     std::string text;
     for (const edit_piece& piece : pieces) {

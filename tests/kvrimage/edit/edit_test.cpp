@@ -19,7 +19,7 @@ assignment new_word(std::uint64_t address, std::uint64_t value, std::uint32_t wi
     return {{address, address}, {word::of(value, width)}};
 }
 
-/// @p contents after the edit, or the messages of why there is none.
+/// @p contents after the edit, or the messages of the refusal.
 std::string edited_contents(const std::string& contents, const std::vector<assignment>& assignments,
                             const read_options& options = {}) {
     const edit_result result = edit(contents, assignments, options);

@@ -83,7 +83,7 @@ TEST(QuotedText, WithAByteThatIsTooWideHasNoWords) {
     EXPECT_FALSE(words_of_text("AB", 7).too_wide);
 }
 
-/// A byte in one of the ways in which it can be written.
+/// A byte in a random one of its possible spellings.
 std::string written_byte(memory_maker& maker, char byte) {
     constexpr std::string_view named("\n\r\t\0\\\"", 6);
     constexpr std::string_view letters = R"(nrt0\")";

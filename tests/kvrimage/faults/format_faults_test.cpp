@@ -1,4 +1,4 @@
-// Every allocation of the reading, checking, repairing, changing and writing of files fails in turn, in each
+// Each allocation of reading, checking, repairing, editing and writing files fails, one per trial, in each
 // format.
 
 #include "kvrimage/edit/edit.h"
@@ -29,12 +29,12 @@ namespace {
 
 using namespace kvrimage;
 
-/// A sample of a format, its memory, and what a call makes of them.
+/// A sample of a format, its memory, and the results of a call.
 struct format_trial {
     const format_sample* sample = nullptr;
     read_options options;
     write_options to;
-    std::optional<read_result> ours; ///< of the sample
+    std::optional<read_result> ours; ///< the result of reading the sample
     std::optional<memory_image> image;
     std::vector<assignment> assignments;
 
@@ -49,7 +49,7 @@ struct format_trial {
     std::vector<sniffed> guesses;
     std::string text;
     std::uint64_t size = 0;
-    bool writes_file = false; ///< to the working directory
+    bool writes_file = false; ///< true: to the working directory
 
     [[nodiscard]] std::string outcome() const {
         std::ostringstream out;
@@ -88,7 +88,7 @@ private:
     }
 };
 
-/// Words for one address, for a range that lies in a part of others, and for one without a word.
+/// Assignments to one address, to a range that overlaps others, and to an address without a word.
 std::vector<assignment> some_assignments(const memory_image& image) {
     const std::uint64_t first = image.base();
     const word one = word::of(1, image.width());
@@ -149,12 +149,12 @@ read_options keeping_going(const format_trial& trial) {
     return options;
 }
 
-/// A call that some formats have.
+/// A call that only some formats have.
 struct format_call {
     const char* name;
     bool (*has)(const format&);
     void (*call)(format_trial&);
-    std::string_view free_for = {}; ///< the formats for which it allocates nothing, with blanks around each
+    std::string_view free_for = {}; ///< the formats for which it allocates nothing, each between blanks
     bool writes_file = false;
 };
 

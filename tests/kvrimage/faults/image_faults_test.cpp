@@ -1,4 +1,4 @@
-// Every allocation of words, memories, their bytes and their numbers fails in turn.
+// Each allocation of words, memories, their bytes and their numbers fails, one per trial.
 
 #include "kvrimage/image/fixed_point.h"
 #include "kvrimage/image/image_bytes.h"
@@ -73,7 +73,7 @@ constexpr image_kind all_kinds[] = {{'w', "wide words", image_of_wide_words},
                                     {'x', "don't care", image_with_dont_care},
                                     {'d', "the deepest", deepest_image}};
 
-/// A word of trial.image's width.
+/// A word of the width of trial.image.
 word some_word(const library_trial& trial, std::uint64_t number) {
     return word::of(number, trial.image->width());
 }
@@ -166,7 +166,7 @@ constexpr image_call calls_of_numbers[] = {
      "bvd"},
 };
 
-/// The second image has words over the first one's.
+/// The words of the second image overlap those of the first.
 template <memory_image (*Make)()>
 void overlaid_images(library_trial& trial) {
     trial.image = Make();
@@ -179,7 +179,7 @@ void overlay_both(library_trial& trial) {
     overlay(*trial.image, *trial.other);
 }
 
-/// An iterator at the first run of several.
+/// An iterator at the first of several runs.
 template <memory_image (*Make)()>
 void walk_over_runs(library_trial& trial) {
     trial.image = Make();
@@ -187,7 +187,7 @@ void walk_over_runs(library_trial& trial) {
     ++trial.walk;
 }
 
-/// The next run, unless it is known already.
+/// Advances to the next run, unless it has already been read.
 void next_run(library_trial& trial) {
     if (trial.figures[0] == 0) {
         ++trial.walk;

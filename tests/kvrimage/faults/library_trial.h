@@ -21,9 +21,9 @@
 
 namespace kvrimage_tests {
 
-/// The objects of a call of the library, and places for what it gives, which need no allocation of their own.
+/// The objects of a call of the library and the storage for its results, which needs no allocation.
 struct library_trial {
-    // What the call takes, and may change.
+    // The operands of the call, which may change them.
     std::optional<kvrimage::memory_image> image;
     std::optional<kvrimage::memory_image> other;
     std::vector<kvrimage::memory_image> parts;
@@ -32,7 +32,7 @@ struct library_trial {
     std::optional<kvrimage::difference> found; ///< for the counter
     std::optional<kvrimage::ecc_scheme> scheme;
 
-    // What it gives.
+    // The results.
     std::optional<kvrimage::memory_image> made;
     std::optional<kvrimage::word> value;
     std::optional<kvrimage::merge_result> merge;
@@ -126,7 +126,7 @@ private:
 
 using library_call = kvr_test::faulty_call<library_trial>;
 
-/// A memory by its name.
+/// A kind of memory with a name.
 struct image_kind {
     char letter; ///< for image_call
     const char* name;
@@ -140,7 +140,7 @@ struct image_call {
     std::string_view free_for = {}; ///< the letters of the memories for which it allocates nothing
 };
 
-/// Every one of @p calls on every one of @p kinds.
+/// All combinations of @p calls and @p kinds.
 template <std::size_t Kinds, std::size_t Calls>
 std::vector<library_call> each_call_on_each(const image_kind (&kinds)[Kinds],
                                             const image_call (&calls)[Calls]) {

@@ -1,4 +1,4 @@
-// Every allocation of what makes memories, changes them, compares them and counts in them fails in turn.
+// Each allocation of the operations that generate, change, compare and count memories fails, one per trial.
 
 #include "kvrimage/compare/compare.h"
 #include "kvrimage/generate/numbers.h"
@@ -136,7 +136,7 @@ void join_all_blocks(library_trial& trial) {
     trial.made = join_blocks(trial.parts);
 }
 
-/// Memories that overlap, with the same words in some places.
+/// Overlapping memories that have the same words in some places.
 template <memory_image (*Make)()>
 void parts_to_merge(library_trial& trial) {
     const memory_image whole = Make();
@@ -165,7 +165,7 @@ const library_call calls_of_parts[] = {
     {"merged bytes, not the same", parts_to_merge<image_held_as_bytes>, merge_all<overlap_rule::same>},
 };
 
-/// A memory with check bits in which one bit is wrong in one word, and two in another.
+/// A memory with check bits in which one word has one wrong bit and another word two.
 template <memory_image (*Make)()>
 void protected_memory(library_trial& trial) {
     const memory_image whole = Make();
@@ -210,7 +210,7 @@ const library_call calls_of_protection[] = {
      [](library_trial& trial) { trial.made = unprotected(*trial.image, *trial.scheme); }},
 };
 
-/// A memory, and another one that differs in single words, runs and what is set.
+/// A memory and another one that differs in single words, in runs and in which words are set.
 template <memory_image (*Make)()>
 void two_memories(library_trial& trial) {
     trial.image = Make();
@@ -246,7 +246,7 @@ void walk_differences_in_ranges(library_trial& trial) {
                         [&trial](const difference& found) { hash(trial, found); });
 }
 
-/// The difference is counted once.
+/// Counts the difference once.
 void count_difference(library_trial& trial) {
     if (trial.figures[0] == 0) {
         trial.counter->take(*trial.found);
@@ -254,7 +254,7 @@ void count_difference(library_trial& trial) {
     }
 }
 
-/// A copy has no room that the original has reserved.
+/// A copy does not have the reserved capacity of the original.
 void copy_counter(library_trial& trial) {
     difference_counter copy = *trial.counter;
     trial.counter = std::move(copy);
@@ -298,7 +298,7 @@ const library_call calls_of_names[] = {
      }},
 };
 
-/// 4 by 2 pixels of eight colours.
+/// 4 by 2 pixels in eight colors.
 raster small_picture() {
     raster picture;
     picture.columns = 4;

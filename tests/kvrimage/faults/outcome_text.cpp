@@ -29,7 +29,7 @@ void show_runs(std::ostream& out, const memory_image& image) {
     }
 }
 
-/// Stretches that repeat, where they are too many runs.
+/// Repeated stretches, used if there are too many runs.
 void show_repetitions(std::ostream& out, const memory_image& image) {
     for (std::uint64_t address = image.base();;) {
         const repetition stretch = image.repetition_at(address);

@@ -11,11 +11,11 @@
 
 namespace kvrimage_tests {
 
-// What calls of the library give, as texts in which two outcomes can be compared.
+// The results of library calls as texts, so that two outcomes can be compared.
 
 void show(std::ostream& out, const std::optional<kvrimage::word>& value);
 void show(std::ostream& out, const kvrimage::address_range& range);
-/// Its width, its addresses, and all of its words.
+/// The width, the addresses and all words.
 void show(std::ostream& out, const kvrimage::memory_image& image);
 void show(std::ostream& out, const std::optional<kvrimage::memory_image>& image);
 void show(std::ostream& out, const kvrimage::place& where);

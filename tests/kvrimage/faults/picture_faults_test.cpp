@@ -1,4 +1,4 @@
-// Every allocation of pictures, of texts of diagnostics, and of the edits of a text fails in turn.
+// Each allocation of pictures, of texts of diagnostics and of edits of a text fails, one per trial.
 
 #include "kvrimage/diagnostics/diagnostic_text.h"
 #include "kvrimage/files/unfinished_files.h"
@@ -16,7 +16,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// A map of bits, and bars over stretches with a break between them.
+/// A map of bits, and bars over ranges that are separated by a gap.
 constexpr image_kind drawn_kinds[] = {{'x', "don't care", image_with_dont_care},
                                       {'d', "the deepest", deepest_image}};
 
@@ -46,7 +46,7 @@ character_screen colored_screen() {
     return screen;
 }
 
-/// trial.image with other words in places.
+/// trial.image with some words changed.
 memory_image changed_image(const memory_image& image) {
     memory_image changed = image;
     changed.set(14, word::of(0x123, image.width()));

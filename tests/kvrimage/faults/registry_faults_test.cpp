@@ -1,4 +1,4 @@
-// Every allocation of the list of formats fails in turn.
+// Each allocation of the list of formats fails, one per trial.
 
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
@@ -48,7 +48,7 @@ TEST(RegistryAllocationFaults, QuestionsSurviveThem) {
     kvr_test::expect_allocation_faults_survived(questions_to_registry);
 }
 
-/// The list grows with the test, so that only one call of several allocates.
+/// The list grows during the test, so that only some calls allocate.
 TEST(RegistryAllocationFaults, AFormatThatCannotBeAddedIsNotThere) {
     static const format added = {.id = "added", .title = "Added", .extensions = {}};
     bool has_failed = false;

@@ -13,8 +13,8 @@
 #include <sys/syscall.h>
 #include <vector>
 
-/// A system call that is to fail; with a mask only where one of its arguments has a value in the bits of
-/// that.
+/// A system call that fails. With a mask, it fails only if an argument has the given value in the bits of the
+/// mask.
 struct failing_call {
     long number;
     int error;
@@ -23,7 +23,8 @@ struct failing_call {
     std::uint32_t value = 0;
 };
 
-/// Makes @p calls fail for the rest of this process, as the kernel would. False where it cannot be done.
+/// Makes @p calls fail for the rest of this process, in the same way as the kernel. False if that is not
+/// possible.
 inline bool make_fail(std::initializer_list<failing_call> calls) {
     std::vector<sock_filter> filter;
     for (const failing_call& each : calls) {
@@ -42,8 +43,8 @@ inline bool make_fail(std::initializer_list<failing_call> calls) {
            prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &program) == 0;
 }
 
-/// Ends the process, a child of the test's, with what @p answer gives while @p calls fail on the standard
-/// error.
+/// For a child process of a test: calls @p answer while @p calls fail, writes the result to standard error
+/// and exits.
 template <class Answer>
 [[noreturn]] void end_with_answer(std::initializer_list<failing_call> calls, Answer answer) {
     if (!make_fail(calls)) {

@@ -9,7 +9,7 @@
 #include <system_error>
 #include <unistd.h>
 
-// What only POSIX systems have: signals, devices without end, files with holes, line ends in names.
+// Features that only POSIX systems have: signals, endless devices, sparse files, line ends in names.
 namespace {
 
 using namespace kvrimage;
@@ -46,7 +46,7 @@ TEST(InputFileOnPosix, RefusesAHugeFileOfOneLineEarly) {
 }
 
 TEST(InputFileOnPosix, SaysWhyAFileCannotBeRead) {
-    // The memory of a process can be opened, and where nothing lies it cannot be read.
+    // The memory of a process can be opened, but reading fails at unmapped addresses.
     EXPECT_EQ(failure_to_read("/proc/self/mem"), "/proc/self/mem: cannot be read: Input/output error");
 }
 

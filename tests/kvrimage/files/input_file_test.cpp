@@ -31,7 +31,7 @@ std::string text_of_size(std::size_t size) {
     return text;
 }
 
-/// A pipe whose other end writes, from a thread of its own.
+/// A pipe whose other end is written by a separate thread.
 class writing_pipe {
 public:
     explicit writing_pipe(std::string contents) {
@@ -39,7 +39,7 @@ public:
             throw std::system_error(errno, std::generic_category());
         }
         writer = std::thread([this, text = std::move(contents)] {
-            static_cast<void>(platform::write_all(ends[1], text)); // it fails when nobody reads any more
+            static_cast<void>(platform::write_all(ends[1], text)); // fails if the reader is closed
             close(ends[1]);
         });
     }

@@ -7,13 +7,13 @@
 #include <thread>
 #include <utility>
 
-/// Interrupts the calling thread a few times, 10 ms apart, whatever system call it is in; then calls a
-/// function in a thread of its own. The end waits for that.
+/// A thread that interrupts the calling thread a few times, 10 ms apart, in any system call, and then calls a
+/// function. The destructor waits for it.
 class interrupting_signals {
 public:
     explicit interrupting_signals(std::function<void()> then) {
         struct sigaction action {};
-        action.sa_handler = [](int) {}; // without SA_RESTART: a call that is interrupted fails
+        action.sa_handler = [](int) {}; // without SA_RESTART, interrupted calls fail
         sigaction(SIGUSR1, &action, &before);
         thread = std::thread([target = pthread_self(), last = std::move(then)] {
             constexpr int times = 5;

@@ -10,7 +10,7 @@
 #include <cerrno>
 #include <filesystem>
 
-// What only Windows has, and why tests for POSIX systems are left out.
+// Features that only Windows has, and the reasons for omitting tests for POSIX systems.
 namespace {
 
 using namespace kvrimage;

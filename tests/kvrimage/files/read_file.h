@@ -5,7 +5,7 @@
 #include <string>
 #include <system_error>
 
-/// What reading @p path says; "" when it is read. The error's code goes to @p code.
+/// Reads @p path. Returns the message of the failure and sets @p code; "" on success.
 inline std::string failure_to_read(const std::string& path, std::error_code& code) {
     try {
         const kvrimage::input_file file(path);

@@ -11,8 +11,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-// What only POSIX systems have: permissions, owners, links, these devices, signals, and system calls that can
-// be made to fail.
+// Features that only POSIX systems have: permissions, owners, links, these devices, signals, and system calls
+// that can fail on request.
 namespace {
 
 using namespace kvrimage;
@@ -163,7 +163,7 @@ TEST_F(ReplacementFile, KeepsTheOwnerOfTheOldFile) {
     EXPECT_EQ(status.st_gid, 65533U);
 }
 
-/// Replaces a file while @p calls fail; the child ends with the message of the failure.
+/// Replaces a file while @p calls fail. The child process ends with the message of the failure.
 class ReplacementFileThatFails : public ReplacementFile {
 protected:
     void SetUp() override {
@@ -227,7 +227,7 @@ TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
     const auto descriptor = static_cast<std::uint32_t>(next);
     const auto replace_and_take_descriptor = [&] {
         const std::string failure = failure_to_write(folder.path("a"));
-        dup2(STDIN_FILENO, next); // what is opened at the end of the process has another one
+        dup2(STDIN_FILENO, next); // code that runs at the end of the process opens another descriptor
         return "<" + failure + ">";
     };
     EXPECT_EXIT(end_with_answer({{status_call, EIO, 0, ~0U, descriptor},

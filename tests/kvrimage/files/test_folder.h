@@ -9,7 +9,7 @@
 #include <string>
 #include <string_view>
 
-/// A folder of its own for a test, removed in the end.
+/// A folder for one test, which is removed at the end.
 class test_folder {
 public:
     test_folder() {

@@ -5,7 +5,7 @@
 #include <fcntl.h>
 #include <unistd.h>
 
-/// A pipe that carries bytes as they are: its end to read and its end to write. False when there is none.
+/// Creates a binary pipe: its read end and its write end. False if that fails.
 inline bool make_pipe(std::array<int, 2>& ends) {
 #if defined(_WIN32)
     constexpr unsigned room = 65536;
@@ -15,8 +15,7 @@ inline bool make_pipe(std::array<int, 2>& ends) {
 #endif
 }
 
-/// While it lives, a write to a closed pipe is an answer, as it always is on Windows, and not the end of the
-/// tests.
+/// While it exists, a write to a closed pipe fails instead of ending the tests. On Windows, it always fails.
 class surviving_closed_pipes {
 public:
 #if defined(_WIN32)

@@ -15,7 +15,7 @@ inline void write_to(const std::string& path, std::string_view text) {
     file.commit();
 }
 
-/// What writing @p path says; "" when it is written.
+/// Writes @p path and returns the message of the failure; "" on success.
 inline std::string failure_to_write(const std::string& path, std::string_view text = "new") {
     try {
         write_to(path, text);

@@ -25,7 +25,7 @@ certainty sniff_right_twin(std::string_view head) {
                                       : certainty::no;
 }
 
-/// Takes what has @p letter in it; the words are different ones but for the "same".
+/// Accepts contents with @p letter in them. The words differ, except for "same".
 read_result read_twin(std::string_view contents, char letter) {
     read_result result;
     if (contents.find(letter) != std::string_view::npos) {

@@ -12,7 +12,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// A file of lines of two bytes, the line of an address is the address + 1.
+/// Finds the line of an address in a file of two-byte lines: it is the address + 1.
 std::optional<place> line_of_address(std::string_view contents, const read_options&, std::uint64_t address) {
     if (address * 2 >= contents.size()) {
         return std::nullopt;

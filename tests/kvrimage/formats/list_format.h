@@ -10,17 +10,17 @@
 
 namespace kvrimage_tests {
 
-// What the tests of formats that are lists of words share.
+// Functions that the tests of formats with lists of words share.
 
-/// What @p as reads from @p contents, with @p options.
+/// The result of reading @p contents in the format @p as with @p options.
 [[nodiscard]] kvrimage::read_result read_as(const kvrimage::format& as, std::string_view contents,
                                             kvrimage::read_options options = {});
 
-/// The words of @p image in hexadecimal, "-" for one that is not set, with a blank between them.
+/// The words of @p image in hexadecimal, separated by blanks; "-" for a word that is not set.
 [[nodiscard]] std::string words_of(const kvrimage::memory_image& image);
 
-/// The words that @p as reads from @p contents; the first broken diagnostic ("coe-radix 1:29+1: message")
-/// where it reads none.
+/// The words that @p as reads from @p contents; if it reads none, the first broken diagnostic ("coe-radix
+/// 1:29+1: message").
 [[nodiscard]] std::string words_read(const kvrimage::format& as, std::string_view contents,
                                      const kvrimage::read_options& options = {});
 
@@ -31,18 +31,19 @@ namespace kvrimage_tests {
 /// @p contents after all repairs.
 [[nodiscard]] std::string repaired_as(const kvrimage::format& as, const std::string& contents);
 
-/// Words of @p width bits, some of them in runs; some are not set where @p with_gaps.
+/// Words of @p width bits, some of them in runs. With @p with_gaps, some are not set.
 [[nodiscard]] kvrimage::memory_image random_words(std::mt19937& random, std::uint32_t width, bool with_gaps);
 
 /// Writes random memories of 1 to 300 bits with @p to, and expects to read the same words.
 void expect_round_trips(const kvrimage::write_options& to, bool with_gaps,
                         const kvrimage::read_options& from = {});
 
-/// Cuts @p contents at every byte and changes each of its bytes, and expects what is promised of every file.
+/// Cuts @p contents at every byte and changes each of its bytes, and expects that the guarantees for every
+/// file hold.
 void expect_promises_kept(const kvrimage::format& as, const std::string& contents,
                           const kvrimage::read_options& options = {});
 
-/// Expects written_size() to be an upper bound, at most a few per cent above what is written.
+/// Expects that written_size() is an upper bound and at most a few percent above the actual size.
 void expect_close_size(const kvrimage::write_options& to, bool with_gaps);
 
 } // namespace kvrimage_tests

@@ -117,7 +117,7 @@ TEST_F(MemoryFile, OfAForeignKindSaysSo) {
     EXPECT_EQ(result.diagnostics[0].where, (place{1, 1, 0, 4}));
 }
 
-/// A format that takes everything, and one that cannot be read.
+/// A format that accepts everything, and one that cannot be read.
 read_result read_anything(std::string_view /*contents*/, const read_options& /*options*/) {
     read_result result;
     result.image.emplace(image_of(8, {"00"}));
@@ -203,7 +203,7 @@ TEST_F(MemoryFile, ThatIsBrokenIsNotCheckedFurther) {
         std::vector<std::string>{"bad-digit"});
 }
 
-/// A reader that has words for none of the addresses and says so itself, and one that hands out no image.
+/// A reader that finds no words and reports this itself, and one that returns no image.
 read_result read_empty(std::string_view contents, const read_options& options) {
     read_result result = read_anything(contents, options);
     result.image.emplace(image_of(8, {""}));

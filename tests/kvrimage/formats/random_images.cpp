@@ -12,7 +12,7 @@ using namespace kvrimage;
 
 namespace {
 
-/// @p width random bits, some of its hexadecimal digits "X" where @p dont_care.
+/// @p width random bits. With @p dont_care, some of the hexadecimal digits are "X".
 word random_word_of(std::mt19937& random, std::uint32_t width, bool dont_care) {
     static constexpr std::string_view digits = "0123456789ABCDEF";
     const std::uint32_t top_bits = (width - 1) % 4 + 1;
@@ -24,7 +24,7 @@ word random_word_of(std::mt19937& random, std::uint32_t width, bool dont_care) {
     return *word::parse(text, radix::hex, width).value;
 }
 
-/// Words at the addresses from @p first on, in the way of one of three: all different, all equal, a cycle.
+/// Sets the words of @p range in one of three ways: all different, all equal, or a cycle.
 void set_words(std::mt19937& random, memory_image& image, const address_range& range, bool dont_care) {
     const auto next = [&] { return random_word_of(random, image.width(), dont_care); };
     switch (random() % 3) {
@@ -46,7 +46,7 @@ address_range random_range(std::mt19937& random, const memory_image& image) {
     return {first, std::min<std::uint64_t>(image.last_address(), first + random() % 20)};
 }
 
-/// One of the blank-separated values that @p kind has; nothing where any text is possible.
+/// One of the values of @p kind, which are separated by blanks; no value if any text is allowed.
 std::optional<std::string> random_value(std::mt19937& random, const choice_kind& kind) {
     if (kind.operand.empty()) {
         return "";
@@ -60,7 +60,7 @@ std::optional<std::string> random_value(std::mt19937& random, const choice_kind&
     if (!values.empty()) {
         return values[random() % values.size()];
     }
-    // Numbers of bytes or words, the choices that take one.
+    // The choices with an operand of bytes or words.
     return kind.operand == "BYTES" || kind.operand == "N" ? std::optional(std::to_string(1 + random() % 200))
                                                           : std::nullopt;
 }

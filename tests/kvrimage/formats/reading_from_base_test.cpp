@@ -1,4 +1,4 @@
-// A base in the formats whose readers take addresses as they are in the file.
+// A base in the formats whose readers use the addresses of the file.
 
 #include "kvrimage/formats/coe/coe_format.h"
 #include "kvrimage/formats/hex/hex_format.h"

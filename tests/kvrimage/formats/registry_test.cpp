@@ -23,7 +23,7 @@ TEST(Registry, FindsNoFormatInOtherText) {
     EXPECT_TRUE(sniff("no memory at all\n", "a.mif").empty());
 }
 
-/// Formats of a program's own; the ones that others have are not theirs.
+/// Formats that a program adds to the registry.
 struct own_formats {
     format bare = {.id = "bare", .title = "Bare", .extensions = {}};
     format twin = {

@@ -1,5 +1,5 @@
-// Memories through files of every registered format, and of every two of them in turn: what comes back is
-// what was written. A format that is added takes part by being registered.
+// Writes memories to files of every registered format, and of every two of them in sequence, and reads the
+// same words again. A registered format is included automatically.
 
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
@@ -24,7 +24,7 @@ using namespace kvrimage;
 constexpr std::uint32_t widest = 300;
 constexpr std::uint64_t most_words = 40;
 
-/// Those of the library itself, as they are before any test adds one of its own.
+/// The formats of the library, without formats that tests add.
 const std::vector<const format*>& formats_both_ways() {
     static const std::vector<const format*> found = [] {
         std::vector<const format*> both;
@@ -37,14 +37,14 @@ const std::vector<const format*>& formats_both_ways() {
 
 [[maybe_unused]] const bool listed_before_any_test = !formats_both_ways().empty();
 
-/// True for what @p as says that it cannot hold of @p image.
+/// True if @p as declares that it cannot hold a feature of @p image.
 bool is_beyond(const format& as, const memory_image& image, const image_traits& traits) {
     return (traits.dont_care && !as.holds_dont_care) || traits.base ||
            (traits.gaps && !as.holds_unset && image.count_set() != image.depth());
 }
 
-/// A form in which @p image can be written: the random one, else the usual one. Nothing where the format does
-/// not hold such a memory.
+/// A form in which @p image can be written: the random one, otherwise the usual one. No value if the format
+/// cannot hold the memory.
 std::optional<file_form> writable_form(std::mt19937& random, const format& as, const memory_image& image,
                                        const image_traits& traits) {
     file_form form = random_form(random, as, image);
@@ -61,7 +61,7 @@ std::optional<file_form> writable_form(std::mt19937& random, const format& as, c
     return std::nullopt;
 }
 
-/// What comes back of @p image from a file of @p as; nothing where the format does not hold it.
+/// Writes @p image to a file of @p as and reads it; no value if the format cannot hold it.
 std::optional<memory_image> through_file(std::mt19937& random, const format& as, const memory_image& image,
                                          const image_traits& traits) {
     const auto form = writable_form(random, as, image, traits);
@@ -79,7 +79,7 @@ std::optional<memory_image> through_file(std::mt19937& random, const format& as,
     return std::move(again.image);
 }
 
-/// How often each format took a memory of a kind.
+/// Counts for each format how often it held a kind of memory.
 struct trips {
     std::vector<int> single = std::vector<int>(formats_both_ways().size());
     std::vector<int> pairs = std::vector<int>(single.size() * single.size());
@@ -107,7 +107,7 @@ trips rounds_of(const image_traits& traits, unsigned seed, int count) {
     std::mt19937 random(seed);
     trips done;
     for (int round = 0; round < count && !testing::Test::HasFailure(); ++round) {
-        // Every width has its turn in the course of many rounds, odd ones and bytes in a few.
+        // Many rounds cover every width; a few rounds cover odd widths and whole bytes.
         const std::uint32_t width = 1 + (static_cast<std::uint32_t>(round) * 77 + seed) % widest;
         go_through_all_pairs(random, random_image(random, width, most_words, traits), traits, done);
     }

@@ -1,5 +1,5 @@
-// The pieces of texts in every registered format: a format that hands them out takes part by being
-// registered.
+// The pieces of texts in every registered format. A registered format that returns pieces is included
+// automatically.
 
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
@@ -26,7 +26,7 @@ namespace {
 using namespace kvrimage;
 using testing::ElementsAre;
 
-/// The formats of the library itself that hand out pieces, as they are before any test adds one of its own.
+/// The formats of the library that return pieces, without formats that tests add.
 const std::vector<const format*>& formats_with_pieces() {
     static const std::vector<const format*> found = [] {
         std::vector<const format*> with;
@@ -98,7 +98,7 @@ void expect_order(const std::vector<text_piece>& pieces, std::size_t size) {
     EXPECT_LE(end, size);
 }
 
-/// What the pieces say of @p text agrees with its words, and with where they are found.
+/// Expects that the pieces of @p text match its words and their places.
 void expect_words(const std::string& text, const read_options& options) {
     const read_result ours = parse(text, options);
     ASSERT_TRUE(ours.image) << reasons_of(ours);

@@ -51,7 +51,7 @@ read_result read_toy(std::string_view contents, const read_options& options) {
             found.repair = "mark removed";
             found.fix = {{begin + mark, 1, ""}};
             list.add(std::move(found));
-            break; // one at a time: the next one comes to light when this one is gone
+            break; // one at a time: the next one is reported when this one is repaired
         }
     });
     read_result result;
@@ -63,7 +63,7 @@ read_result read_toy(std::string_view contents, const read_options& options) {
     return result;
 }
 
-/// Reads all values as 00 in files with "zero" in them.
+/// Reads all values as 00 if the file contains "zero".
 std::vector<diagnostic> check_toy(std::string_view contents, const read_options& options,
                                   const read_result& ours) {
     kvr_reading theirs;

@@ -21,7 +21,7 @@ struct list_reading {
     std::vector<std::string> messages;
 };
 
-/// A word of a list: its digits stand in the contents, too, one after the other.
+/// A word of a list; the contents contain its digits, too, in the same order.
 struct list_word {
     std::uint64_t address;
     std::string digits;
@@ -162,7 +162,7 @@ TEST(WordList, TakesWordsWithBlanksBetweenAtOnceWhereNothingCanBeWrong) {
     word_list list(contents, options, radix::hex);
     EXPECT_TRUE(list.add_spaced(5, some(3, 2)));
     EXPECT_FALSE(list.add_spaced(3, some(1, 2)));  // below the base
-    EXPECT_FALSE(list.add_spaced(7, some(2, 2)));  // set already
+    EXPECT_FALSE(list.add_spaced(7, some(2, 2)));  // already set
     EXPECT_FALSE(list.add_spaced(10, some(3, 2))); // beyond the depth
     EXPECT_FALSE(list.add_spaced(13, some(1, 2)));
     EXPECT_FALSE(list.add_spaced(8, some(1, 3))); // may be too wide
@@ -256,7 +256,7 @@ TEST(WordList, ARangeCostsOneWord) {
     EXPECT_EQ(result.image->words()[0], "");
 }
 
-/// Words in any order, with repetitions, against a plain map.
+/// Words in any order, with repetitions, compared with a plain map.
 TEST(WordList, IsWhatAMapOfItsWordsIs) {
     std::mt19937 numbers(5);
     for (int round = 0; round < 200; ++round) {

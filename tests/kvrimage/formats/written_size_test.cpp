@@ -17,7 +17,7 @@ namespace kvrimage {
 
 namespace {
 
-/// By how much written_size() may be wrong, beside the lines around the words: in hexadecimal, and in radixes
+/// The permitted error of written_size(), without the lines around the words: in hexadecimal, and in radixes
 /// in which numbers of one memory have different numbers of digits.
 constexpr double in_hexadecimal = 0.01;
 constexpr double in_any_radix = 0.08;
@@ -72,7 +72,7 @@ struct memory_of_kind {
     memory_image image;
 };
 
-/// Where code is counted, two of the widths do; with sanitizers, the one that every format holds.
+/// Two of the widths suffice if code is counted; with sanitizers, the width that every format supports.
 const std::vector<std::uint32_t> widths = [] {
     if (sweep_step > 1) {
         return std::vector<std::uint32_t>{8};
@@ -80,7 +80,7 @@ const std::vector<std::uint32_t> widths = [] {
     return rounds(4) == 4 ? std::vector<std::uint32_t>{1, 8, 13, 32} : std::vector<std::uint32_t>{8, 13};
 }();
 
-/// Of every kind and several widths.
+/// Memories of every kind and of several widths.
 const std::vector<memory_of_kind>& memories() {
     static const std::vector<memory_of_kind> all = [] {
         std::vector<memory_of_kind> made;
@@ -95,7 +95,7 @@ const std::vector<memory_of_kind>& memories() {
     return all;
 }
 
-/// Those of the library itself that can be written, as they are before any test adds one of its own.
+/// The writable formats of the library, without formats that tests add.
 const std::vector<const format*>& written_formats() {
     static const std::vector<const format*> found = [] {
         std::vector<const format*> written;
@@ -119,7 +119,7 @@ void expect_close_estimate(const memory_image& image, const write_options& optio
         << options.as->title << ", " << kind << " of " << image.width() << " bits";
 }
 
-/// Of every kind of memory that the format holds.
+/// Checks each kind of memory that the format can hold.
 void expect_close_estimates(write_options options, double tolerance) {
     options.order =
         options.as->counts == address_unit::byte ? std::optional(byte_order::little) : std::nullopt;

@@ -26,7 +26,7 @@ std::vector<std::string> words_of_numbers(const number_list& values, std::uint32
     return words;
 }
 
-/// What is said of @p values when they are refused.
+/// The message of the refusal of @p values.
 std::string refusal_of_numbers(const number_list& values, std::uint32_t width,
                                const number_rules& rules = {}) {
     try {
@@ -110,7 +110,7 @@ TEST(NumberWords, RefuseNoNumbers) {
     EXPECT_THROW(static_cast<void>(number_words(number_list{1}, 0)), std::invalid_argument);
 }
 
-/// @p value as words of @p width bits, at most 32, hold it.
+/// @p value as a word of @p width bits holds it; the width is at most 32.
 std::int64_t rounded_by_model(double value, std::uint32_t width, bool has_sign, rounding how) {
     const std::int64_t low = has_sign ? -(std::int64_t{1} << (width - 1)) : 0;
     const std::int64_t high = (std::int64_t{1} << (has_sign ? width - 1 : width)) - 1;

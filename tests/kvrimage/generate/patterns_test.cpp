@@ -71,7 +71,7 @@ TEST(Ramp, RefusesWordsThatDoNotGoTogether) {
                  std::invalid_argument);
 }
 
-/// The generator as its header describes it, once more.
+/// A second implementation of the generator, from the description in its header.
 std::uint64_t described_number(std::uint64_t seed, std::uint64_t index) {
     std::uint64_t z = seed + (index + 1) * 0x9E3779B97F4A7C15;
     z = (z ^ (z >> 30)) * 0xBF58476D1CE4E5B9;

@@ -78,7 +78,7 @@ TEST(PictureWords, AreDithered) {
               (std::vector<std::uint64_t>{1, 0, 1, 0, 0, 1, 0, 1}));
 }
 
-/// Floyd and Steinberg in one table of the whole picture.
+/// Floyd-Steinberg dithering with a table of the whole picture.
 std::vector<std::uint64_t> dithered_by_the_book(const raster& picture, pixel_format format) {
     const std::size_t columns = picture.columns;
     const std::size_t rows = picture.pixels.size() / columns;
@@ -160,7 +160,7 @@ TEST(IndexedPictureWords, RefuseOtherNumbersOfColours) {
 }
 
 TEST(IndexedPictureWords, TakeOneColourOfWhichGroupsCannotBeDivided) {
-    // In mono both are dark, and white_pixel is one more.
+    // In mono, both of the first colors are dark; white_pixel is another color.
     const indexed_words made = indexed_picture_words({2, {{1, 1, 1}, {2, 2, 2}, white_pixel, white_pixel}}, 2,
                                                      {.format = pixel_format::mono});
     EXPECT_EQ(numbers_of_words(made.indexes), (std::vector<std::uint64_t>{0, 0, 1, 1}));

@@ -47,7 +47,7 @@ TEST(ColorOf, IgnoresHigherBits) {
     EXPECT_EQ(color_of(0xA00F80, pixel_format::rgb444), (color{255, 136, 0}));
 }
 
-/// Every channel value in every number of bits, against floating point.
+/// Every channel value in every number of bits, compared with floating point.
 TEST(PixelOf, IsTheNearestInEveryChannel) {
     for (unsigned value = 0; value < 256; ++value) {
         const auto channel = static_cast<std::uint8_t>(value);

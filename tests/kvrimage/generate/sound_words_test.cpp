@@ -140,7 +140,7 @@ TEST(SoundWords, AreScaledToOtherWidths) {
     EXPECT_EQ(words_of_sound(file, 1, 20), (sample_texts{"017F0", "80000", "7FFF0"}));
     EXPECT_EQ(words_of_sound(file, 1, 64),
               (sample_texts{"017F000000000000", "8000000000000000", "7FFF000000000000"}));
-    EXPECT_EQ(words_of_sound(file, 1, 8), (sample_texts{"01", "80", "7F"})); // 127.996 becomes no 128
+    EXPECT_EQ(words_of_sound(file, 1, 8), (sample_texts{"01", "80", "7F"})); // 127.996 does not become 128
     EXPECT_EQ(words_of_sound(file, 1, 8, rounding::down), (sample_texts{"01", "80", "7F"}));
     EXPECT_EQ(words_of_sound(file, 1, 9, rounding::nearest), (sample_texts{"003", "100", "0FF"}));
     EXPECT_THROW(words_of_sound(file, 1, 65), std::invalid_argument);

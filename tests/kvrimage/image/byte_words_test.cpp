@@ -19,7 +19,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// Blocks of bytes from the begin of a string on, at the offsets given.
+/// Blocks of bytes at the given offsets, taken in order from the beginning of a string.
 struct placed_block {
     std::uint64_t first;
     std::size_t words;
@@ -93,7 +93,7 @@ TEST(ByteWords, CopiesShareTheBytesAndTheLastOneGivesThemUp) {
         EXPECT_EQ(image.words()[1], "02");
         EXPECT_FALSE(watched.expired());
         EXPECT_TRUE(image == copy);
-        EXPECT_TRUE(watched.expired()); // both are texts now
+        EXPECT_TRUE(watched.expired()); // both are stored as texts now
     }
 }
 
@@ -119,7 +119,7 @@ std::string text_of_runs(const memory_image& image) {
     return text;
 }
 
-/// All bytes that for_each_byte_block() hands out, by their addresses.
+/// All bytes that for_each_byte_block() returns, with their addresses.
 std::string blocks_of(const memory_image& image, byte_order order) {
     std::string text;
     std::uint64_t next = 0;
@@ -148,7 +148,7 @@ TEST(ByteWords, AreTheSameAsWordsThatWereSetOneByOne) {
         }
         depth += random() % 3;
         std::string all(count * word_bytes, '\0');
-        const unsigned values = random() % 3 == 0 ? 2 : 256; // few make runs
+        const unsigned values = random() % 3 == 0 ? 2 : 256; // few values make runs
         std::ranges::generate(all, [&] { return static_cast<char>(random() % values); });
         if (random() % 4 == 0) {
             std::ranges::fill(all, '\x55');

@@ -13,7 +13,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// The word in hexadecimal, or what is wrong.
+/// The word in hexadecimal, or the reason why there is none.
 std::string fixed_word(std::string_view text, const fixed_point& format, rounding how = rounding::nearest,
                        bool saturate = false) {
     std::string word;
@@ -127,7 +127,7 @@ TEST(FixedPoint, IsExactAtAnySize) {
     // A tenth is 0.000110011001100... in binary.
     const std::string digits = "0C" + std::string(61, 'C');
     EXPECT_EQ(fixed_word("0.1", {1, 251}, rounding::down), digits);
-    // 2^-300 as a decimal fraction with all of its digits.
+    // 2^-300 as a decimal fraction with all digits.
     const std::string power =
         "0." + std::string(90, '0') +
         "490909346529772655309577195498627564297521551249944956511154911718710525472171585646009788"

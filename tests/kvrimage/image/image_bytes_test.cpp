@@ -171,7 +171,7 @@ TEST(ImageBytes, OfFillsRepeat) {
               "\x0A\xBC\x0A\xBC\x0A\xBC"s);
 }
 
-/// Random words, in a memory and one by one.
+/// Random words, in a memory and in a list.
 class random_byte_words {
 public:
     random_byte_words(std::uint32_t width, std::uint32_t seed) : bits(width), engine(seed) {}

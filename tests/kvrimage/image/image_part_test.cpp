@@ -17,7 +17,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// What 8-bit words are worth; -1 where they are not set.
+/// The values of 8-bit words; -1 for unset ones.
 std::vector<int> byte_values(const memory_image& image) {
     std::vector<int> values;
     for (std::uint64_t offset = 0; offset < image.depth(); ++offset) {

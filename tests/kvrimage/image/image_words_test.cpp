@@ -121,7 +121,7 @@ TEST(ImageWords, TakesAStoreAsItsLowerHalf) {
     EXPECT_EQ(words[4], "A");
 }
 
-/// What a walk over runs and cycles finds: a copy costs as much.
+/// The number of parts that a walk over runs and cycles finds, which is the cost of a copy.
 std::uint64_t count_walked_parts(const image_words& words) {
     std::uint64_t parts = 0;
     for_each_cycle_or_run(

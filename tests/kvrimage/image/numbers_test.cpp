@@ -56,7 +56,7 @@ void words_set_one_by_one_are_copied(std::uint32_t width) {
     const std::uint64_t mask = std::numeric_limits<std::uint64_t>::max() >> (64U - width);
     std::vector<std::uint64_t> values;
     std::vector<Number> expected;
-    for (std::uint64_t index = 0; index < 3000; ++index) { // more than a page of the store
+    for (std::uint64_t index = 0; index < 3000; ++index) { // more than one page of the store
         values.push_back(index * 0x9E3779B97F4A7C15U & mask);
         expected.push_back(static_cast<Number>(values.back()));
     }
@@ -143,7 +143,7 @@ TEST(Numbers, DontCareDigitsInTheLastShortWordAreRefused) {
     EXPECT_EQ(out[4], 5);
 }
 
-/// What copying @p count numbers of @p image from @p first on says.
+/// The message of the refusal to copy @p count numbers of @p image, starting at @p first.
 template <class Number>
 std::string refusal_of_numbers(const memory_image& image, std::uint64_t first, std::size_t count) {
     try {

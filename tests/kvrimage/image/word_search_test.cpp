@@ -65,7 +65,7 @@ TEST(UnshownWord, IsFoundInRowsRunsAndCyclesOfBillions) {
     EXPECT_EQ(first_unshown(words, radix::hex), 0x70000000U);
 }
 
-/// Words in any order, filled and single, against a look at each.
+/// Filled and single words in any order, compared with a check of each word.
 TEST(UnshownWord, IsTheFirstOfALookAtEachWord) {
     std::mt19937 engine(7);
     const std::vector<std::string_view> texts = {"", "00", "A5", "XX", "1X", "0000000X", "X0000000"};

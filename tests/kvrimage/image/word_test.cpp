@@ -192,7 +192,7 @@ TEST(Word, EqualWordsHaveTheSameWidthAndBits) {
     EXPECT_NE(word(65), parsed_word("1" + std::string(16, '0'), radix::hex, 65));
 }
 
-/// Random words of all widths that matter, with and without don't-care bits.
+/// Random words of all relevant widths, with and without don't-care bits.
 class random_words {
 public:
     std::uint32_t width() {

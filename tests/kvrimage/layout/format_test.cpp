@@ -31,7 +31,7 @@ read_options options_of(std::string_view name, std::optional<std::uint32_t> widt
     return options;
 }
 
-/// @p contents laid out, or the messages of why they are not.
+/// The layout of @p contents, or the messages of the refusal.
 std::string layout_of_file(const std::string& contents, const read_options& options = options_of("mif")) {
     const formatted_text result = format_text(contents, options);
     std::string messages;
@@ -43,7 +43,7 @@ std::string layout_of_file(const std::string& contents, const read_options& opti
     return messages + result.text;
 }
 
-/// Of the statements @p lines, what is between CONTENT BEGIN and END.
+/// The layout of the statements @p lines, without the text around them.
 std::string layout_of_statements(const std::string& lines) {
     const std::string head = std::string(mif_head) + "\nCONTENT BEGIN\n";
     const std::string text = layout_of_file(head + lines + "END;\n");
@@ -60,7 +60,7 @@ TEST(FormatText, OfAFormatWithoutRulesThrows) {
     EXPECT_THROW(static_cast<void>(format_text("\x01\x02", options_of("binary"))), std::invalid_argument);
 }
 
-/// MIF whose rules are @p rules.
+/// MIF with @p rules as its layout rules.
 format mif_with_rules(decltype(format::lay_out) rules) {
     format changed = *format_of_name("mif");
     changed.lay_out = rules;
@@ -215,7 +215,7 @@ TEST(FormatText, HexAndSrecChangeTheirLetterCase) {
               "S1050000ABCD82\r\nS9030000FC\r\n");
 }
 
-/// Those that have rules for their layout.
+/// The formats that have layout rules.
 std::vector<const format*> formats_with_a_layout() {
     std::vector<const format*> all;
     std::ranges::copy_if(formats(), std::back_inserter(all),
@@ -223,7 +223,7 @@ std::vector<const format*> formats_with_a_layout() {
     return all;
 }
 
-/// What write() makes of a random memory that @p as can hold, and how it is read again.
+/// The text that write() generates for a random memory, and the options to read it again.
 struct written_file {
     std::string text;
     read_options back;
@@ -252,7 +252,7 @@ TEST(FormatText, WhatIsWrittenIsLaidOutAlready) {
             }
             ++written;
             ASSERT_EQ(layout_of_file(file->text, file->back), file->text) << each->id;
-            // Without the width and the depth that only the caller knows.
+            // Without the width and depth that only the caller knows.
             const formatted_text alone = format_text(file->text, options_of(each->id));
             if (alone.diagnostics.empty()) {
                 ASSERT_EQ(alone.text, file->text) << each->id;
@@ -268,8 +268,9 @@ struct untidy_text {
     std::string untidy;
 };
 
-/// @p written with blank lines, and another text of it that means the same: the characters of @p marks have
-/// blanks around them, and letters have another case. The first line stays where @p keeps_first_line.
+/// @p written with blank lines, and another text with the same meaning: the characters of @p marks have
+/// blanks around them, and letters have another case. With @p keeps_first_line, the first line does not
+/// change.
 untidy_text untidied(std::mt19937& random, std::string_view written, std::string_view marks,
                      bool keeps_first_line) {
     untidy_text both;
@@ -315,7 +316,7 @@ TEST(FormatText, OfUntidyFilesIsWhatIsWritten) {
     }
 }
 
-/// Pieces of a MIF with random blanks, line ends and comments between them.
+/// Parts of a MIF with random blanks, line ends and comments between them.
 std::string random_mif(std::mt19937& random) {
     const auto pick = [&random](const std::vector<const char*>& of) { return of[random() % of.size()]; };
     const bool has_long_comments = random() % 4 == 0;
@@ -360,7 +361,7 @@ TEST(FormatText, OfRandomMifsKeepsWordsAndCommentsAndIsStable) {
     for (int round = 0; round < rounds(400); ++round) {
         const std::string text = random_mif(random);
         const read_result before = parse(text, options_of("mif"));
-        if (!before.image) { // a comment over several lines may be in doubt
+        if (!before.image) { // a comment over several lines may be ambiguous
             continue;
         }
         ++laid_out;

@@ -60,7 +60,7 @@ TEST(BitOperations, TakeFillsOfBillionsAtOnce) {
     EXPECT_EQ(swapped.count_set(), deepest_memory);
 }
 
-/// What an operation makes of binary digits.
+/// An operation and its equivalent on binary digits.
 struct plain_operation {
     std::function<memory_image(const memory_image&)> made;
     std::function<std::string(const std::string&)> plain;
@@ -88,7 +88,7 @@ TEST(BitOperations, OfRandomMemoriesAreThoseOfTheDigits) {
     for (const std::uint32_t width :
          {1U, 2U, 4U, 7U, 8U, 12U, 16U, 24U, 32U, 61U, 64U, 65U, 72U, 100U, 128U, 129U, 256U, 300U}) {
         for (const unsigned dont_care_share : {0U, 3U, 200U}) {
-            // More than a page of the store for some, so that words stand in rows and in fills.
+            // Some memories have more than one page, so that words are stored in rows and in fills.
             const std::uint64_t depth = width % 32 == 0 && width <= 64 ? 1500 : 150;
             const memory_image image = maker.memory(width, depth, dont_care_share, 77);
             const std::string mask = maker.bits(width);

@@ -1,4 +1,4 @@
-// Operations on memories whose words are held as bytes, against the same ones on their texts.
+// Operations on memories whose words are stored as bytes, compared with the same operations on texts.
 
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
@@ -36,7 +36,7 @@ using namespace kvrimage;
 
 constexpr std::array tried_widths = {1U, 5U, 8U, 12U, 16U, 24U, 32U, 39U, 64U, 72U, 100U, 128U, 136U, 256U};
 
-/// Makes memories of words held as bytes, in blocks with and without gaps between them.
+/// Generates memories whose words are stored as bytes, in blocks with and without gaps.
 class held_maker {
 public:
     explicit held_maker(std::uint32_t seed) : random(seed) {}
@@ -89,7 +89,7 @@ memory_image in_texts(const memory_image& image) {
 
 using operation = std::function<std::vector<memory_image>(const memory_image&)>;
 
-/// What an operation has made, or said.
+/// The memories that an operation has made, or its refusal.
 struct outcome {
     std::vector<memory_image> made;
     std::string refusal;
@@ -108,7 +108,7 @@ enum class held_as { bytes, either };
 void expect_same(const memory_image& held, const operation& operate, held_as result = held_as::bytes) {
     const outcome of_texts = outcome_of(operate, in_texts(held));
     ASSERT_NE(held.words().bytes(), nullptr);
-    // Of a copy: an operation may turn the bytes that it reads into texts.
+    // Uses a copy, because an operation may convert the bytes that it reads to texts.
     const outcome of_bytes = outcome_of(operate, memory_image(held));
     ASSERT_EQ(of_bytes.refusal, of_texts.refusal);
     ASSERT_EQ(of_bytes.made.size(), of_texts.made.size());
@@ -147,7 +147,7 @@ address_range random_range(memory_maker& random, const memory_image& image) {
 TEST(ByteOperations, OnBitsAreThoseOfTexts) {
     for_each_memory(1, [](held_maker& maker, const memory_image& held) {
         const std::uint32_t width = held.width();
-        // Wide words that are no whole bytes have neither a form for bytes nor one for numbers.
+        // Wide words that are not whole bytes are stored neither as bytes nor as numbers.
         const held_as result = width % 8 == 0 || width <= 128 ? held_as::bytes : held_as::either;
         const word mask = word_of_digits(maker.random.bits(width));
         expect_same(
@@ -250,7 +250,7 @@ TEST(ByteOperations, ReshapesAreThoseOfTexts) {
     });
 }
 
-/// Bytes at the offsets of @p places, which ascend.
+/// Bytes at the offsets of @p places, in ascending order.
 memory_image bytes_at(const std::vector<address_range>& places, std::uint64_t depth) {
     const auto bytes = std::make_shared<std::string>(depth, 'a');
     std::vector<byte_words::block> blocks;
@@ -292,7 +292,7 @@ TEST(ByteOperations, PartsAreThoseOfTexts) {
         expect_same(
             held, [&](const memory_image& of) { return one(join_lanes(split_lanes(of, lane))); }, lanes_as);
         const std::uint64_t count = std::array{1U, 2U, 3U, 4U}[maker.random.below(4)];
-        // Short memories of many blocks are split by their texts.
+        // Short memories of many blocks are split as texts.
         expect_same(
             held, [&](const memory_image& of) { return split_banks(of, count); }, held_as::either);
         expect_same(held, [&](const memory_image& of) { return split_blocks(of, count); });
@@ -352,7 +352,7 @@ TEST(ByteOperations, FindingsOfWrongBitsAreThoseOfTexts) {
     for (const std::uint32_t data_width : {8U, 32U, 64U, 120U, 128U}) {
         const ecc_scheme scheme = ecc_scheme::named("hamming", data_width);
         for (const byte_order order : {byte_order::little, byte_order::big}) {
-            // What is not protected has wrong bits nearly everywhere.
+            // A memory without protection has wrong bits in nearly all words.
             const memory_image held = maker.memory(scheme.width(), order);
             const ecc_report report = check_protection(held, scheme);
             EXPECT_EQ(held.words().bytes() != nullptr, scheme.width() <= 128);
@@ -365,7 +365,7 @@ TEST(ByteOperations, FindingsOfWrongBitsAreThoseOfTexts) {
     }
 }
 
-/// What @p image becomes as a file; what is in the way where it cannot be written.
+/// @p image as a file; the first obstacle if it cannot be written.
 std::string written(const memory_image& image, std::string_view format_name) {
     const write_options options = {.as = format_of_name(format_name)};
     const auto obstacles = can_write(image, options);

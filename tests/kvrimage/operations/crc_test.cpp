@@ -27,7 +27,7 @@ std::uint64_t plainly_reversed(std::uint64_t value, std::uint32_t width) {
     return reversed;
 }
 
-/// Bit by bit, with a register that is not reflected.
+/// Computes the CRC bit by bit with a register that is not reflected.
 std::uint64_t plain_crc(const crc_model& model, std::string_view text) {
     const std::uint64_t top = std::uint64_t{1} << (model.width - 1);
     const std::uint64_t all = top | (top - 1);

@@ -32,7 +32,7 @@ word with_wrong_bit(const word& value, std::uint32_t bit) {
     return word_of_digits(digits);
 }
 
-/// Widths of data for which each scheme is tried.
+/// The data widths with which each scheme is tested.
 std::vector<std::uint32_t> widths_of(std::string_view name) {
     std::vector<std::uint32_t> widths;
     for (const std::uint32_t width :
@@ -140,7 +140,7 @@ TEST(EccSchemes, HammingHasItsCheckBitsAtPowersOfTwo) {
 }
 
 TEST(EccSchemes, HsiaoHasItsCheckBitsOnTop) {
-    // One bit of the data sets the check bits whose masks have it.
+    // A data bit sets the check bits whose masks contain it.
     EXPECT_EQ(ecc_scheme::named("hsiao-39-32", 32).encoded(word::of(1, 32)),
               word_of_digits("0011001" + std::string(31, '0') + "1"));
     EXPECT_EQ(ecc_scheme::named("hsiao-39-32-inverted", 32).encoded(word::of(0, 32)),
@@ -208,7 +208,7 @@ TEST(EccMasks, RefusesMasksThatAreNone) {
                  std::invalid_argument);
 }
 
-/// Each word by itself, as the scheme has it.
+/// Compares each protected word with the scheme's result for the word.
 void expect_protection_of_words(const memory_image& image, const ecc_scheme& scheme) {
     const memory_image made = protected_by(image, scheme);
     ASSERT_EQ(made.base(), image.base());

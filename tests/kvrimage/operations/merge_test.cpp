@@ -126,7 +126,7 @@ TEST(Merged, KeepsTheFirstRangesAndOverlapsOnly) {
     }
     memory_image all(8, 1000);
     for (std::uint64_t address = 0; address < 1000; ++address) {
-        all.set(address, word::of(address % 250, 8)); // never a run: several stretches at the end
+        all.set(address, word::of(address % 250, 8)); // no runs: several stretches at the end
     }
     all.fill({998, 999}, std::array{word::of(7, 8)});
     scattered.fill({996, 999}, std::array{word::of(1, 8), word::of(2, 8)});

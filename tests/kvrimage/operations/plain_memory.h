@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-/// A memory as its words in a row, binary digits of each, most significant first; nothing for one that is not
-/// set.
+/// A memory as a list of its words. Each word is its binary digits, most significant first; no value for an
+/// unset word.
 using plain_words = std::vector<std::optional<std::string>>;
 
 /// The word of the binary digits @p bits.
@@ -32,7 +32,7 @@ inline plain_words plain_words_of(const kvrimage::memory_image& image) {
     return words;
 }
 
-/// As many different words of hexadecimal @p digits as a page has, which is held as a row of them.
+/// A page of different words of @p digits hexadecimal digits, which the store keeps in a row.
 inline std::vector<std::string> page_of_words(std::size_t digits) {
     std::vector<std::string> words;
     for (std::size_t index = 0; index < 1024; ++index) {
@@ -54,18 +54,18 @@ inline void set_in_row(kvrimage::memory_image& image, std::uint64_t offset,
     }
 }
 
-/// Makes memories in which words are set one by one, by fills, and not at all.
+/// Generates memories with single words, fills and unset words.
 class memory_maker {
 public:
     explicit memory_maker(std::uint32_t seed) : engine(seed) {}
-    /// Random as @p choices are, which must outlive it. The digits of a word are one choice: an input of a
-    /// fuzzer is short.
+    /// Uses the random choices of @p choices, which must outlive it. One choice determines all digits of a
+    /// word, because the input of a fuzzer is short.
     explicit memory_maker(kvr_test::choices& choices) : source(&choices) {}
 
     [[nodiscard]] std::uint64_t below(std::uint64_t end) {
         return source != nullptr ? source->below(static_cast<std::uint32_t>(end)) : engine() % end;
     }
-    /// Random binary digits; one in @p dont_care_share digits is "X", none for 0.
+    /// Random binary digits; one in @p dont_care_share digits is "X", or none if it is 0.
     [[nodiscard]] std::string bits(std::uint32_t width, unsigned dont_care_share = 0) {
         std::string digits(width, '0');
         state = source != nullptr ? source->below(different_words) : 0;
@@ -104,7 +104,8 @@ public:
 private:
     static constexpr std::uint32_t different_words = 1U << 16U;
 
-    /// A number for a digit of a word: with a source the next of a sequence that the word's choice begins.
+    /// A number for a digit of a word. With a source, the next number of a sequence that the word's choice
+    /// starts.
     std::uint64_t number() {
         if (source == nullptr) {
             return engine();

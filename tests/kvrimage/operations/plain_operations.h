@@ -11,9 +11,9 @@
 #include <string>
 #include <vector>
 
-// What the operations make of a memory, word by word and bit by bit.
+// The operations on a memory, word by word and bit by bit.
 
-/// The bits of @p words in a row, nothing for those of words that are not set.
+/// The bits of all @p words in sequence; no value for bits of unset words.
 inline std::vector<std::optional<char>> plain_bits(const plain_words& words, std::uint32_t width,
                                                    kvrimage::bit_order order) {
     std::vector<std::optional<char>> bits;
@@ -28,7 +28,7 @@ inline std::vector<std::optional<char>> plain_bits(const plain_words& words, std
 
 struct plain_reshape {
     plain_words words;
-    bool lacks_bits = false; ///< some words have bits that no old word has
+    bool lacks_bits = false; ///< some words contain bits that no old word has
 };
 
 inline plain_reshape plainly_reshaped(const plain_words& old, std::uint32_t old_width, std::uint32_t width,
@@ -59,7 +59,7 @@ inline plain_words plain_lane(plain_words words, std::uint32_t lane, std::uint32
     return words;
 }
 
-/// The bank @p bank of @p count that @p words have.
+/// The bank @p bank of the @p count banks of @p words.
 inline plain_words plain_bank(const plain_words& words, std::uint64_t bank, std::uint64_t count) {
     plain_words taken;
     for (std::uint64_t index = bank; index < words.size(); index += count) {

@@ -152,7 +152,7 @@ TEST(Reshaped, GoesOverTheMiddleOfTheAddresses) {
     EXPECT_EQ(made[middle + 599], word::of((middle / 2 + 299) >> 8U & 0xFFU, 8));
 }
 
-/// Where @p expected has a word, @p actual has the same one.
+/// Expects that each word of @p expected is also in @p actual.
 void expect_words_among(const plain_words& expected, const plain_words& actual) {
     ASSERT_GE(actual.size(), expected.size());
     for (std::size_t index = 0; index < expected.size(); ++index) {

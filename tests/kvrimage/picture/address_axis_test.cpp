@@ -11,7 +11,8 @@ namespace {
 using namespace kvrimage;
 using testing::ElementsAre;
 
-/// Characters: a column is one, labels have blanks between them and stay in the columns.
+/// A scale in characters: a column is one character, labels are separated by blanks and stay within the
+/// columns.
 axis_scale scale_of(const column_grid& grid, const address_axis& axis, double gap = 1) {
     const auto middle_of = [&grid](std::uint64_t offset) {
         const std::uint32_t column = grid.column_of(offset);

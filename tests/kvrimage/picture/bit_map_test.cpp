@@ -75,7 +75,7 @@ TEST(BitMap, TopRowHasTheBitsThatAreLeft) {
     const bit_map map = map_of(words_of(1, {{0, 0, {"1" + std::string(16, '0')}}}), 65, 1, 16);
     EXPECT_EQ(map.rows(), 9);
     EXPECT_EQ(map.shade(7, 0), bit_shade::none);
-    EXPECT_EQ(map.shade(8, 0), bit_shade::all); // bit 64 alone
+    EXPECT_EQ(map.shade(8, 0), bit_shade::all); // only bit 64
 }
 
 TEST(BitMap, RowOfWideWordsIsForSeveralBits) {

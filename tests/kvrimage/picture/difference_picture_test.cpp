@@ -145,7 +145,7 @@ TEST(DifferencePicture, CountsAreThoseOfTheComparison) {
         EXPECT_EQ(map.total(difference_kind::right_only), figures.right_only);
         EXPECT_EQ(map.total(difference_kind::changed),
                   figures.words - figures.left_only - figures.right_only);
-        // What is set is in the strip, and what differs in the plot: nothing of it is in a break.
+        // The strip shows set words and the plot shows differences; gaps contain neither.
         std::uint64_t set = 0;
         std::uint64_t differing = 0;
         for (const word_column& column : contents.strip.columns()) {

@@ -13,7 +13,7 @@
 
 namespace kvrimage {
 
-/// Texts for the offsets from `first` to `last`, from the first text again when they are used up.
+/// Texts for the offsets from `first` to `last`, repeated as often as necessary.
 struct filling {
     std::uint64_t first;
     std::uint64_t last;
@@ -33,7 +33,7 @@ inline memory_image memory_of(std::uint32_t width, std::uint64_t depth,
     return {width, std::make_unique<image_words>(words_of(depth, fillings)), base};
 }
 
-/// The runs of all @p words, one after the other.
+/// The runs of all @p words, in sequence.
 template <class Taker>
 void take_all(const image_words& words, Taker& taker) {
     for (std::uint64_t offset = 0; offset < words.size();) {
@@ -43,7 +43,7 @@ void take_all(const image_words& words, Taker& taker) {
     }
 }
 
-/// @p digits random ones of @p alphabet.
+/// @p digits random characters of @p alphabet.
 inline std::string random_text(std::mt19937& random, std::string_view alphabet, std::size_t digits) {
     std::string text;
     while (text.size() < digits) {

@@ -30,7 +30,7 @@ TEST(Islands, SetWordsAreCountedAndGapsFound) {
 TEST(Islands, TheLongestGapsAreKept) {
     image_words words(1'000'000);
     for (std::uint64_t index = 0; index < 200; ++index) {
-        words.set(index * (index + 1) / 2 * 10, "1"); // each gap is longer than the one before
+        words.set(index * (index + 1) / 2 * 10, "1"); // each gap is longer than the previous one
     }
     const set_words found = set_words_of(words, 0, words.size() - 1);
     EXPECT_EQ(found.count, 200);
@@ -76,7 +76,7 @@ TEST(Islands, TheLongestGapsAreLeftOutWhereThereIsRoomForFew) {
     EXPECT_EQ(shown_stretches(0, 999, set, {8, 10, 3}), (std::vector<shown_stretch>{{0, 999, 0, 8}}));
 }
 
-/// Whether a plain walk over the words finds @p found too.
+/// Expects that a plain walk over the words finds the same as @p found.
 void expect_agreement(const image_words& words, std::uint64_t first, std::uint64_t last,
                       const set_words& found) {
     std::uint64_t count = 0;

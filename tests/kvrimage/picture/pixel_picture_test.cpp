@@ -13,7 +13,7 @@ using namespace kvrimage;
 using testing::HasSubstr;
 using testing::Not;
 
-/// 2 rows of 2: dark and bright, bright and a gap.
+/// Two rows of two pixels: dark and bright, bright and a gap.
 memory_image small_image() {
     memory_image image(8, 4);
     image.set(0, word::of(0, 8));

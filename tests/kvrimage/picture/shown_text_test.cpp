@@ -17,7 +17,7 @@ TEST(ShownText, CharactersThatAreNotShownAreReplaced) {
     EXPECT_EQ(shown_name("a\x1B[1mb"), "a" + replaced + "[1mb");
     EXPECT_EQ(shown_name("\x7F"), replaced);
     EXPECT_EQ(shown_name("\xE2\x80\xAE"), replaced);                       // right to left
-    EXPECT_EQ(shown_name("\xEF\xBF\xBE"), replaced);                       // no character of XML
+    EXPECT_EQ(shown_name("\xEF\xBF\xBE"), replaced);                       // not a character of XML
     EXPECT_EQ(shown_name("\xFF\xC3"), replaced + replaced);                // stray bytes
     EXPECT_EQ(shown_name("\xC0\xAF"), replaced + replaced);                // longer than needed
     EXPECT_EQ(shown_name("\xC3x"), replaced + "x");                        // cut short

@@ -30,7 +30,7 @@ TEST(Waveform, WordsWithoutAValueLeaveAGap) {
 
 TEST(Waveform, ColumnWithoutAValueIsMarkedWhereWordsHaveDontCareBits) {
     const waveform wave = waveform_of(words_of(6, {{0, 3, {"XX", "01", "0000000X", "X1"}}}), 8, 3);
-    EXPECT_FALSE(wave.is_dont_care(0)); // it has a value, too
+    EXPECT_FALSE(wave.is_dont_care(0)); // it has a value as well
     EXPECT_TRUE(wave.is_dont_care(1));
     EXPECT_FALSE(wave.is_dont_care(2));
 }

@@ -7,8 +7,7 @@ namespace kvrimage {
 
 namespace {
 
-/// True when each "&" of @p text begins an entity, and none of its bytes is a control character but a line
-/// break.
+/// True if each "&" of @p text begins an entity and the only control characters are line breaks.
 bool is_character_data(std::string_view text) {
     constexpr std::array<std::string_view, 4> entities = {"&amp;", "&lt;", "&gt;", "&quot;"};
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -23,7 +22,7 @@ bool is_character_data(std::string_view text) {
     return true;
 }
 
-/// Takes the letters that @p text begins with.
+/// Removes the letters at the front of @p text and returns them.
 std::string_view take_name(std::string_view& text) {
     const auto* const end = std::ranges::find_if_not(text, [](char letter) {
         return (letter >= 'a' && letter <= 'z') || (letter >= 'A' && letter <= 'Z');
@@ -33,7 +32,7 @@ std::string_view take_name(std::string_view& text) {
     return name;
 }
 
-/// True when @p text is attributes, each after a blank, and then nothing.
+/// True if @p text consists only of attributes, each after a blank.
 bool are_attributes(std::string_view text) {
     while (!text.empty()) {
         if (text.front() != ' ') {
@@ -52,7 +51,7 @@ bool are_attributes(std::string_view text) {
     return true;
 }
 
-/// The elements that are open after @p tag, which is what stands between "<" and ">".
+/// Updates the list of open elements @p open for @p tag, the text between "<" and ">".
 bool follow_tag(std::string_view tag, std::vector<std::string>& open) {
     if (tag.starts_with("/")) {
         const bool closes = !open.empty() && open.back() == tag.substr(1);

@@ -1,4 +1,4 @@
-// How many records fast_hex_records reads at once: the other reader reads the rest, only slower.
+// The number of records that fast_hex_records reads at once; the other, slower reader reads the rest.
 
 #include "kvr/memory/hex/fast_hex_records.h"
 #include "kvr/memory/hex/hex_memory.h"
@@ -33,7 +33,7 @@ protected:
         return text;
     }
 
-    /// Reports the two records from @p first on: from the second on addresses are predicted.
+    /// Reports the two records that begin at @p first: addresses are predicted from the second record on.
     void learn_two(kvr::fast_hex_records& fast_records, kvr::fast_hex_words& words, unsigned first) const {
         for (const unsigned address : {first, first + 1}) {
             const std::string line = records(address, 1);

@@ -1,4 +1,4 @@
-// An Intel HEX file that is read in one pass against the two passes, which a text in memory is read in.
+// Reads an Intel HEX file in one pass and compares with the two passes that read a text in memory.
 
 #include "kvr/memory/hex/hex_memory.h"
 #include "kvr/memory/hex/hex_reader.h"
@@ -83,7 +83,7 @@ protected:
         return result;
     }
 
-    /// Records of the same length, at ascending addresses for the most part.
+    /// Records of the same length at mostly ascending addresses.
     std::string regular_file(std::uint32_t word_size, std::mt19937& random) {
         const std::size_t word_bytes = (word_size + 7) / 8;
         const std::size_t words = random() % 2 == 0 ? 1 : 1 + random() % 8;
@@ -183,7 +183,7 @@ TEST_F(FastHexRecords, WordsBeforeAnExceptionAreStored) {
         }
         most_stored = thrown ? std::max(most_stored, stored) : most_stored;
     }
-    // The last allocation is for the last page, when all words were read.
+    // The last allocation is for the last page, after all words were read.
     EXPECT_EQ(most_stored, count);
 }
 
@@ -192,7 +192,7 @@ TEST_F(FastHexRecords, RecordsUpToTheLastAddressOfAllLeaveWhatTwoPassesLeave) {
     for (std::uint32_t address = 0xFFE0; address < 0x10000; ++address) {
         text += hex_record_line(0, address, "AB") + "\n";
     }
-    // No reader reads past the end record, but records are read together only where lines follow.
+    // No reader reads past the end record, but the fast path needs lines after the records.
     expect_same(text + ":00000001FF\n" + std::string(1000, '\n'), 8, 0);
 }
 

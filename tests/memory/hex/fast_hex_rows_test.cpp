@@ -27,7 +27,7 @@ std::string upper(std::string text) {
 
 class FastHexRows : public testing::Test {
 protected:
-    /// The text of the rows of @p letters for the first words of @p row; `written` counts the words.
+    /// The text of the rows of @p letters for the first words of @p row. `written` counts the words.
     std::string at_once(const word_row& row, std::uint32_t bytes, std::uint32_t address,
                         letter_case letters) {
         output_file file = output_file::create(directory.path("rows"));
@@ -35,7 +35,7 @@ protected:
         EXPECT_TRUE(file.close());
         return content_of(directory.path("rows"));
     }
-    /// The records of the exact rule for the first @p count words.
+    /// The records for the first @p count words, by the exact rule.
     std::string one_by_one(const word_row& row, std::uint32_t bytes, std::uint32_t address,
                            std::uint32_t count) {
         output_file file = output_file::create(directory.path("exact"));

@@ -67,7 +67,7 @@ public:
     hex_memory memory;
 };
 
-/// The words that @p text gives for words of @p word_size bits.
+/// The words of @p word_size bits in @p text.
 std::vector<std::string> words_of(std::string_view text, std::uint32_t word_size) {
     text_reader reader(word_size);
     reader.read(text);
@@ -200,7 +200,7 @@ TEST(HexReader, DataOnALowerPageAfterTheTopOneIsStoredWhereItFits) {
     EXPECT_EQ(reader.memory.data_words[17], "AB");
 }
 
-// The size is that of the top page; what a lower page has beyond it is not counted.
+// The size of the memory is determined by the top page; words of a lower page beyond it are not counted.
 TEST(HexReader, WordsOutsideTheStoreAreDropped) {
     text_reader reader(8);
     reader.read(":020000020001FB\n:0100000011EE\n:020000020000FC\n:04001000AABBCCDDDE\n:00000001FF");
@@ -392,7 +392,7 @@ INSTANTIATE_TEST_SUITE_P(
                     trimming_case{24, 4, "12345678", {"345678"}}, trimming_case{32, 2, "1234", {}},
                     trimming_case{10, 2, "03FF", {"3FF"}}, trimming_case{11, 2, "07FF", {"7FF"}},
                     trimming_case{13, 2, "1FFF", {"1FFF"}}));
-// Only texts that no well-formed record has reach this function.
+// Only invalid records contain such texts.
 INSTANTIATE_TEST_SUITE_P(MoreDigitsThanTheRecordSays, StoreHexWords,
                          testing::Values(trimming_case{8, 1, "123456", {"56"}},
                                          trimming_case{16, 1, "12345678", {"5678"}},
@@ -407,7 +407,7 @@ INSTANTIATE_TEST_SUITE_P(ExtremeWidths, StoreHexWords,
                                          trimming_case{0xFFFFFFFF, 2, "1234", {}},
                                          trimming_case{0xFFFFFFF8, 255, "1234", {}}));
 
-/// Records the calls and returns the given answer for faults.
+/// Records the calls and answers faults with the given value.
 class noting_observer : public read_observer {
 public:
     explicit noting_observer(bool go_on) : answer(go_on) {}
@@ -570,7 +570,7 @@ TEST(HexReaderOfAFileThatFails, LinesBeforeTheFailureAreCheckedFirst) {
     hex_memory memory(&owner);
     memory.word_size = 8;
     noting_observer observer(true);
-    // Blanks: no line is read in place.
+    // Because of the blanks, no line is read in place.
     failing_file file{.content = ": 01 0000 00 12 ED\n: 01 0001 00 AB 54\n: 01", .error_at = 40};
     EXPECT_FALSE(read_failing_file(memory, file, &observer));
     EXPECT_TRUE(memory.file_not_found);
@@ -619,7 +619,7 @@ TEST(HexReaderWithObserver, ReadSucceedsWithoutTheLinesThatWereLeftOut) {
     EXPECT_EQ(memory.invalid_line_number, 0);
 }
 
-/// The steps of storing one record, digit by digit on copies, to compare the reader with.
+/// Stores a record step by step, digit by digit on copies, for comparison with the reader.
 std::vector<std::string> words_by_the_steps(std::string data, std::uint64_t word_size, std::uint64_t bytes) {
     const std::uint64_t word_bits = (word_size + 7) / 8 * 8;
     const std::uint64_t record_bits = (word_bits + 8 * bytes - 1) / word_bits * word_bits;

@@ -21,7 +21,7 @@ struct number_case {
     std::uint32_t value;
 };
 
-/// googletest would show the bytes, those between the fields among them.
+/// Without this, googletest would show the bytes, including the padding between the fields.
 // NOLINTNEXTLINE(readability-identifier-naming): given
 void PrintTo(const number_case& number, std::ostream* stream) {
     *stream << number.value;
@@ -198,7 +198,7 @@ INSTANTIATE_TEST_SUITE_P(OtherLengthThanTheRecordSays, SplitHexRecordRefuses,
                                          bad_split_case{":00000001FF0", fault_code::record_length, 1, 2},
                                          bad_split_case{":0200000012ED", fault_code::record_length, 1, 2},
                                          bad_split_case{":0100000012EDED", fault_code::record_length, 1, 2}));
-// 2 times 2^32 - 1 plus 2 is 0 in 32 bits.
+// 2 times (2^32 - 1) plus 2 is 0 in 32 bits.
 INSTANTIATE_TEST_SUITE_P(LengthBeyond32Bits, SplitHexRecordRefuses,
                          testing::Values(bad_split_case{":-1000000", fault_code::record_length, 1, 2},
                                          bad_split_case{":-100000000", fault_code::record_length, 1, 2}));

@@ -15,7 +15,7 @@ inline std::string hex_digits(std::uint64_t value, std::size_t width, bool upper
     return number_text(value, 16, width, upper);
 }
 
-/// A record line, with its colon and without a line end, that has a valid checksum.
+/// A record line with its colon and a valid checksum, without a line end.
 /// @param data pairs of hexadecimal digits.
 inline std::string hex_record_line(unsigned type, unsigned address, const std::string& data,
                                    bool upper = true) {
@@ -28,7 +28,7 @@ inline std::string hex_record_line(unsigned type, unsigned address, const std::s
     return ":" + line + hex_digits((256 - sum % 256) % 256, 2, upper);
 }
 
-/// Random record lines, good and broken ones, from a fixed start value.
+/// Random record lines, valid and broken, from a fixed seed.
 class random_record_lines {
 public:
     explicit random_record_lines(std::uint32_t start) : numbers(start) {}
@@ -45,13 +45,13 @@ public:
 
     std::string data_record() { return record(0); }
 
-    /// A valid record of any known type but the end record, which would hide what follows it.
+    /// A valid record of any known type except the end record, which would hide the following records.
     std::string good() {
         static constexpr unsigned types[] = {2, 3, 4, 5};
         return record(below(4) == 0 ? types[below(4)] : 0);
     }
 
-    /// A record that was changed in up to three places, some with characters that confuse number readers.
+    /// A record with up to three changes, some with characters that confuse number readers.
     std::string broken() {
         using namespace std::string_view_literals;
         constexpr std::string_view odd_characters = "0123456789ABCDEFabcdef:xX+-gG \t\r\v\f\0\x7F\x80\xFF"sv;
@@ -75,7 +75,7 @@ public:
 
 private:
     std::string record(unsigned type) {
-        // Drawn one after the other: compilers differ in the order in which they evaluate arguments.
+        // Separate statements: compilers evaluate arguments in different orders.
         const std::size_t bytes = below(8) == 0 ? below(256) : below(9);
         const auto address = static_cast<unsigned>(below(65536));
         const std::string data = digits(2 * bytes);

@@ -1,4 +1,4 @@
-// What a walk over plain data records leaves for the next walk.
+// The state that a walk over plain data records leaves for the next walk.
 
 #include "kvr/memory/hex/fast_hex_records.h"
 #include "kvr/memory/hex/hex_record_walk.h"

@@ -15,7 +15,7 @@ using kvr::fast_hex_words;
 using kvr::hex_word_storer;
 using kvr::word_store;
 
-/// A record, as far as its words are stored.
+/// The part of a record that determines its stored words.
 struct data_record {
     data_record(std::uint32_t address, std::string_view data)
         : line(kvr_test::hex_record_line(0, address, std::string(data))) {
@@ -112,7 +112,7 @@ TEST_F(EarlyHexWords, BeyondTheSizeAreDropped) {
     EXPECT_EQ(store[1], "2222");
 }
 
-/// The words of a store of four, "." where none was set.
+/// The words of a store of four; "." for unset ones.
 std::string stored(std::uint32_t word_size, std::uint32_t first, std::string_view data,
                    std::uint32_t record_bytes, std::uint32_t expected_count) {
     word_store store;

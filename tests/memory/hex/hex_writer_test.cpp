@@ -29,7 +29,7 @@ void set_words(hex_memory& memory, const std::vector<std::string>& words) {
     }
 }
 
-/// The text written for @p words, without the end record, which must be there.
+/// The text written for @p words, without the required end record.
 std::string records_of(const std::vector<std::string>& words, std::uint32_t word_size,
                        KVR_MEMORY_RADIXES radix = RADIX_HEX) {
     const temporary_directory directory;
@@ -148,7 +148,7 @@ TEST(HexWriter, WordsInAnUnknownRadixAreWrittenAsZeros) {
     EXPECT_EQ(records_of({"12"}, 8, RADIX_FIXED_POINT), ":0100000000ff\n");
 }
 
-/// Record number @p index, from 0, of @p text.
+/// The record of @p text with the number @p index, starting at 0.
 std::string line_at(const std::string& text, std::size_t index) {
     std::size_t begin = 0;
     for (; index > 0; --index) {
@@ -190,7 +190,7 @@ TEST(HexWriter, EveryPageHasItsNumber) {
     EXPECT_EQ(line_at(text, 17 * 65537 - 1), ":020000040011e9");
 }
 
-/// The records by the rules, word by word.
+/// The records according to the rules, word by word.
 std::string plain_records_of(const std::vector<std::string>& words, std::uint32_t word_size) {
     const temporary_directory directory;
     output_file file = output_file::create(directory.path("plain.hex"));

@@ -12,16 +12,16 @@
 
 namespace kvr {
 
-/// A file in memory whose reads fail from `error_at` on, once it has been rewound `rewinds` times, and
-/// that may hold something else after a rewind.
+/// A file in memory. Its reads fail from `error_at` on after it has been rewound `rewinds` times. Its
+/// contents may change after a rewind.
 struct failing_file {
     std::string content;
     std::size_t error_at = std::numeric_limits<std::size_t>::max();
     int rewinds = 0;
-    std::string content_after_rewind = {}; ///< "" where it stays the same
+    std::string content_after_rewind = {}; ///< "" if they stay the same
     std::size_t position = 0;
 
-    /// A stream over it, which the caller closes before the file is destroyed.
+    /// Opens a stream on the file; the caller closes it before the file is destroyed.
     std::FILE* open() { return fopencookie(this, "rb", {read, nullptr, seek, nullptr}); }
 
 private:

@@ -7,8 +7,8 @@
 
 namespace kvr_test {
 
-/// Calls @p read while the allocation @p number of it, counted from 1, fails. True when it did and the read
-/// threw.
+/// Calls @p read while its allocation @p number, counted from 1, fails. True if it failed and the read threw
+/// an exception.
 template <class Read>
 [[nodiscard]] bool throws_without_allocation(std::size_t number, Read read) {
     const failing_allocation failing(number);

@@ -59,7 +59,7 @@ std::vector<std::string> texts_of(std::string_view content) {
     return texts;
 }
 
-/// The lines that a source must return, split in the simplest way.
+/// The expected lines of a source, split in the simplest way.
 std::vector<line> model_lines(std::string_view content, std::size_t limit) {
     std::vector<line> lines;
     std::size_t first = 0;
@@ -425,7 +425,7 @@ TEST(LineSource, WholeLinesOfAFileComeBlockByBlock) {
 }
 
 std::string random_content(std::mt19937& random, std::size_t size) {
-    const std::size_t alphabet = 2 + random() % 40; // the smaller, the more line ends
+    const std::size_t alphabet = 2 + random() % 40; // a smaller alphabet gives more line ends
     std::string content(size, '\0');
     std::generate(content.begin(), content.end(), [&] {
         const std::size_t choice = random() % alphabet;

@@ -1,4 +1,4 @@
-// Which failure an output_file reports.
+// The failure that an output_file reports.
 
 #include "kvr/memory/io/output_file.h"
 
@@ -15,7 +15,7 @@ namespace {
 
 using kvr::output_file;
 
-/// A stream whose writes and whose close fail with these numbers; 0 for those that succeed.
+/// A stream whose writes and whose close fail with these error numbers; 0 means success.
 struct failing_stream {
     int write_error = 0;
     int close_error = 0;

@@ -76,7 +76,7 @@ TEST(OutputFile, RoomIsThereAtTheEndOfTheBlock) {
     EXPECT_EQ(content_of(directory.path("file")), expected + std::string(output_file::room_limit, 'b'));
 }
 
-/// The size of one write around the size of a block.
+/// The size of a write around the size of a block.
 class OutputFileBlockBorder : public testing::TestWithParam<std::size_t> {};
 
 INSTANTIATE_TEST_SUITE_P(Sizes, OutputFileBlockBorder,
@@ -238,7 +238,7 @@ TEST(OutputFileWrites, InterruptedWritesAreContinued) {
     EXPECT_TRUE(disk.content == text);
 }
 
-/// A disk that refuses without a reason, in each write or only when the file is closed.
+/// A disk that fails without an error number, in each write or only when the file is closed.
 struct silent_disk {
     bool takes_writes;
     int closing = 0;

@@ -52,7 +52,7 @@ TEST(PredictedAddress, GoesOnLineByLine) {
             predicted_address predicted;
             learn(predicted, style, 0, step);
             if (style.lower_case) {
-                // The case of letters is known from the first that was seen.
+                // The first letter determines the case.
                 predicted = predicted_address();
                 learn(predicted, style, 0, 10);
                 learn(predicted, style, 10, step);

@@ -1,4 +1,4 @@
-// Which lines fast_mif_lines reads: the other reader reads the rest, only slower.
+// The lines that fast_mif_lines reads; the other, slower reader reads the rest.
 
 #include "kvr/memory/mif/fast_mif_lines.h"
 #include "kvr/memory/mif/mif_reader.h"
@@ -11,7 +11,7 @@
 
 namespace {
 
-/// At least as many characters as are read after a line.
+/// At least as many characters as the reader needs after a line.
 const std::string regular_lines_after = [] {
     std::string lines;
     for (unsigned address = 0x100; address < 0x120; ++address) {

@@ -1,4 +1,5 @@
-// The fast paths of a MIF file against the exact one, which an observer that wants every line requests.
+// The fast paths of a MIF file, compared with the exact path, which an observer requests by asking for every
+// line.
 
 #include "kvr/memory/io/line_source.h"
 #include "kvr/memory/memory_file.h"
@@ -81,7 +82,7 @@ struct named_radix {
     unsigned base;
 };
 
-/// A regular file: all its content lines have the same form.
+/// A regular file: all content lines have the same form.
 std::string regular_mif(std::mt19937& random) {
     const named_radix address_radix =
         one_of(std::array<named_radix, 4>{{{"HEX", 16}, {"UNS", 10}, {"OCT", 8}, {"BIN", 2}}}, random);
@@ -94,7 +95,7 @@ std::string regular_mif(std::mt19937& random) {
     const std::string line_end = random() % 4 == 0 ? "\r\n" : "\n";
     const std::size_t value_length = one_of(std::array<std::size_t, 9>{1, 2, 3, 7, 8, 9, 16, 32, 40}, random);
     const bool mixed_lengths = random() % 4 == 0;
-    // A line that is too long ends the read.
+    // Reading ends at a line that is too long.
     const std::size_t most_values = std::min<std::size_t>(20, 400 / (value_length + 2));
     const std::size_t values = random() % 3 == 0 ? 1 + random() % most_values : 1;
     const std::size_t depth = random() % 8 == 0 ? 3000 : 20 + random() % 200;
@@ -179,16 +180,16 @@ TEST(FastMifLines, WordsBeforeAnExceptionAreStored) {
     EXPECT_GT(most_comments, 1024U);
 }
 
-/// Content lines, read by the fast path and by the exact one; true when they are complete.
+/// Reads content lines by the fast path and by the exact one; true if both were complete.
 bool read_equally(const std::string& content, unsigned width = 8, unsigned depth = 64) {
     const std::string text = "WIDTH=" + std::to_string(width) + ";\nDEPTH=" + std::to_string(depth) +
                              ";\nCONTENT BEGIN\n" + content + "END;\n" +
-                             std::string(100, '\n'); // lines are read together only where some follow
+                             std::string(100, '\n'); // the fast path needs lines after the ones it reads
     expect_same_mif(text, 0);
     return read_mif(text, nullptr).complete;
 }
 
-/// Lines from @p first on, one word each, that make the next one expected.
+/// Lines of one word each, starting at @p first, so that the next line is predicted.
 std::string uniform_lines(unsigned first, unsigned count, const std::string& value) {
     std::string text;
     for (unsigned address = first; address < first + count; ++address) {

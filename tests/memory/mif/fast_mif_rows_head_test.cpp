@@ -1,4 +1,4 @@
-// Lines on both sides of an address from which on the head of the line changes.
+// Lines before and after an address at which the head of the line changes.
 
 #include "kvr/memory/io/output_file.h"
 #include "kvr/memory/mif/fast_mif_rows.h"
@@ -45,7 +45,7 @@ TEST(FastMifRowsHead, ChangesWithTheLeadingDigits) {
     }
 }
 
-// After the first row, the number of its head is that of no other address.
+// The head of the first row matches no other address.
 TEST(FastMifRowsHead, IsMadeAgainForARowFarAway) {
     for (const std::uint32_t far : {0x1000U, 0x100000U, 0x10000000U}) {
         constexpr std::uint32_t count = 5;

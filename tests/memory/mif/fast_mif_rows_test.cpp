@@ -19,7 +19,7 @@ using kvr_test::temporary_directory;
 
 constexpr std::array line_radixes = {RADIX_BIN, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_HEX};
 
-/// The lines of the exact rule for the first @p count words.
+/// The lines for the first @p count words, by the exact rule.
 std::string one_by_one(const word_row& row, std::uint32_t address, std::uint32_t count,
                        KVR_MEMORY_RADIXES radix, std::size_t width) {
     std::string text;
@@ -29,7 +29,7 @@ std::string one_by_one(const word_row& row, std::uint32_t address, std::uint32_t
     return text;
 }
 
-/// The number of words with a line before one equals the next, or the row ends.
+/// The number of words up to the first one that equals the next, or up to the end of the row.
 std::uint32_t words_before_equal_ones(const word_row& row) {
     std::uint32_t count = 0;
     while (count + 1 < row.count && row[count] != row[count + 1]) {

@@ -1,4 +1,4 @@
-// Which header lines still count after the content section.
+// Header lines that still count after the content section.
 
 #include "kvr/memory/mif/mif_reader.h"
 

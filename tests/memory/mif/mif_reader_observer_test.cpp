@@ -1,4 +1,4 @@
-// The calls that an observer of the MIF reader gets, and the places of the faults that are reported to it.
+// The calls that an observer of the MIF reader receives, and the places of the reported faults.
 
 #include "kvr/memory/mif/mif_reader.h"
 
@@ -22,7 +22,7 @@ std::string joined_place(std::uint64_t line, std::string_view text) {
     return std::to_string(line) + " " + std::string(text);
 }
 
-/// Goes on after every fault.
+/// Continues after every fault.
 class mif_event_recorder : public kvr::mif_observer {
 public:
     bool fault(const kvr::read_fault& fault, std::string_view text) override {

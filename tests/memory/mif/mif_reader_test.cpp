@@ -583,7 +583,7 @@ TEST_F(MifReader, EveryTruncationOfAFileIsRefusedOrWhole) {
 
 // --- the fast path and the exact one, and places of faults ---
 
-/// Records the calls and goes on after every fault.
+/// Records the calls and continues after every fault.
 class recording_observer : public kvr::mif_observer {
 public:
     bool fault(const kvr::read_fault& fault, std::string_view text) override {

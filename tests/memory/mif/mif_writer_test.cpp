@@ -88,7 +88,7 @@ TEST_F(MifWriter, OctalAddressesArePadded) {
     EXPECT_EQ(written_content(), "\t[00..07]  :   0;\n\t10  :   01;\n");
 }
 
-/// The content lines by the rules.
+/// The content lines according to the rules.
 std::string plain_lines_of(const strings& words, KVR_MEMORY_RADIXES radix, bool with_runs) {
     const auto depth = static_cast<std::uint32_t>(words.size());
     const std::size_t width = kvr::address_length(depth, radix);

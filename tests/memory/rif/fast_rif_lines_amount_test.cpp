@@ -1,4 +1,4 @@
-// Which lines fast_rif_lines reads: the other reader reads the rest, only slower.
+// The lines that fast_rif_lines reads; the other, slower reader reads the rest.
 
 #include "kvr/memory/rif/fast_rif_lines.h"
 
@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Lines after those that are read, as many as are scanned.
+/// Lines that follow the read ones, as many as the reader scans.
 const std::string scanned_lines_after = [] {
     std::string lines;
     for (int i = 0; i < 100; ++i) {

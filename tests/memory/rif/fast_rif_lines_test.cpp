@@ -1,4 +1,4 @@
-// The fast path of a RIF file against the exact one, which an observer requests.
+// The fast path of a RIF file, compared with the exact path, which an observer requests.
 
 #include "kvr/memory/io/line_source.h"
 #include "kvr/memory/rif/rif_reader.h"
@@ -116,7 +116,7 @@ TEST(FastRifLines, WordsBeforeAnExceptionAreStored) {
         }
         most_stored = thrown ? std::max(most_stored, stored) : most_stored;
     }
-    // The last allocation is for the last page, when all regular lines were read.
+    // The last allocation is for the last page, after all regular lines were read.
     EXPECT_GT(most_stored, count - 100);
 }
 

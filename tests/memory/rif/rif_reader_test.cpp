@@ -39,7 +39,7 @@ std::vector<std::string> words_of(const rif_memory& memory) {
     return texts;
 }
 
-/// A memory of some words and what a read of a text leaves in it.
+/// A memory of some words, and the result of reading a text into it.
 class RifReader : public testing::Test {
 protected:
     void read(std::string_view text, std::uint32_t depth = 4) {
@@ -373,7 +373,7 @@ TEST(RifData, IsNothingElse) {
     }
 }
 
-/// Records all calls, and requests to go on after every fault, or after none.
+/// Records all calls, and continues after every fault or after none.
 class noting_observer : public kvr::read_observer {
 public:
     explicit noting_observer(bool go_on) : goes_on(go_on) {}
@@ -454,7 +454,7 @@ TEST_F(RifReaderObserver, GetsFaultsInsteadOfMessages) {
     EXPECT_THAT(error_messages(owner), IsEmpty());
 }
 
-/// The words of a text in an empty store when illegal lines are skipped, computed in the simplest way.
+/// The words of a text in an empty store if illegal lines are skipped, computed in the simplest way.
 std::vector<std::string> model_words(const std::string& text, std::uint32_t depth) {
     std::vector<std::string> words(depth);
     long long address = 0;

@@ -1,4 +1,4 @@
-// Contiguous words, many of which the RIF writer formats at once where it may.
+// Contiguous words, many of which the RIF writer formats at once if possible.
 
 #include "kvr/memory/io/output_file.h"
 #include "kvr/memory/rif/rif_writer.h"
@@ -36,7 +36,7 @@ protected:
         return kvr_test::content_of(memory.file_name);
     }
 
-    /// The same from its definition, for words of @p digits digits, of which the bits of @p mask are kept.
+    /// The same from its definition, for words of @p digits digits, with the bits of @p mask kept.
     static std::string expected(std::uint32_t count, std::size_t digits, std::uint32_t mask = 0xFF) {
         std::string text;
         for (std::uint32_t i = 0; i < count; ++i) {

@@ -143,7 +143,7 @@ TEST_F(RifWriter, NegativeSignedWordsAreInvertedButNotSignExtended) {
     EXPECT_EQ(written(RADIX_DEC, 8, {"5", "-5", "-0"}), "\n@0\n05 0A 03 ");
 }
 
-/// The contents of the file when writing these signed words has thrown.
+/// The contents of the file after writing these signed words has thrown an exception.
 std::string left_of_signed_words(rif_memory& memory, const std::vector<std::string>& words) {
     memory.memory_radix = RADIX_DEC;
     memory.resize_words(static_cast<std::uint32_t>(words.size()));
@@ -304,7 +304,7 @@ TEST(FormatHexadecimalWord, AgreesWithTheConversionForRandomWords) {
     }
 }
 
-/// @p count random words of @p digits digits, which the store packs.
+/// @p count random words of @p digits digits; the store packs them.
 std::vector<std::string> random_words(std::size_t count, std::size_t digits) {
     kvr_test::random_numbers numbers(10);
     std::vector<std::string> words(count);
@@ -316,7 +316,7 @@ std::vector<std::string> random_words(std::size_t count, std::size_t digits) {
     return words;
 }
 
-/// The text written for words that have all their digits.
+/// The text written for words with all digits.
 std::string groups_of(const std::vector<std::string>& words) {
     std::ostringstream text;
     for (std::size_t address = 0; address < words.size(); ++address) {

@@ -68,7 +68,7 @@ TEST(AddressSet, AnswersLikeASetOfIntegers) {
     }
 }
 
-/// Inserts what count_free() finds at @p address, or a part of it, in @p addresses and @p model.
+/// Inserts the run that count_free() finds at @p address, or a part of it, in @p addresses and @p model.
 void insert_free_run(address_set& addresses, std::set<std::uint32_t>& model, std::uint32_t address,
                      std::mt19937& random) {
     const std::uint32_t free = addresses.count_free(address);

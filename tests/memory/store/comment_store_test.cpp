@@ -22,7 +22,7 @@ std::deque<std::string> copy_of(const comment_store& comments) {
     return copy;
 }
 
-/// Compares by index, going up, and by copying.
+/// Compares by index in ascending order, and by copying.
 void expect_equal(const comment_store& comments, const std::deque<std::string>& model) {
     ASSERT_EQ(comments.size(), model.size());
     ASSERT_EQ(comments.empty(), model.empty());
@@ -200,7 +200,7 @@ TEST(CommentStore, SecondRoundOfInsertionsAtAscendingIndexesKeepsTheOrder) {
     expect_equal(comments, model);
 }
 
-/// One random change of the store, which the model may follow.
+/// A random change, which can be made to the store and to its model.
 class random_change {
 public:
     random_change(std::mt19937& random, std::size_t size)
@@ -270,8 +270,8 @@ TEST(CommentStore, InsertionsAtOneIndexOfALongStoreKeepTheOrder) {
     }
 }
 
-/// Lets every allocation of a call fail in turn, checks each time that the comments are as before, and
-/// finally makes the call without a failure.
+/// Makes the allocations of a call fail one after another and checks each time that the comments are
+/// unchanged. Finally, makes the call without a failure.
 template <class Call>
 void call_with_failures(comment_store& comments, const std::deque<std::string>& before, const Call& call) {
     for (std::size_t number = 1;; ++number) {

@@ -85,7 +85,7 @@ TEST(WordBatch, WordsBeforeAnExceptionAreThere) {
             ASSERT_EQ(words[address], address < set ? kvr_test::hex_digits(address, 4) : "0") << failure;
         }
     }
-    EXPECT_GT(failure, 6U); // room for three pages, and the pages
+    EXPECT_GT(failure, 6U); // capacity for three pages, and the pages
 }
 
 /// Runs of all kinds.

@@ -1,4 +1,4 @@
-// Which form suits the words of a page.
+// The form that suits the words of a page.
 
 #include "kvr/memory/store/word_page.h"
 

@@ -30,8 +30,8 @@ std::string none_to_forty_digits(std::uint32_t index) {
     return std::string("0123456789ABCDEFGHIJKLMNOPQRSTUVWXYZ0123456789AB").substr(index % 7, index % 41);
 }
 
-/// A page of words "0", its expected contents, and its allocated memory, which shows the form in which it
-/// keeps its words.
+/// A page of words "0", its expected contents, and its allocated memory, which depends on the form in which
+/// it stores its words.
 class WordPage : public testing::Test {
 protected:
     void set(std::uint32_t index, const std::string& text) {
@@ -79,10 +79,10 @@ protected:
     allocation_meter meter;
     word_page page{page_first, word_pattern::uniform("0")};
     std::vector<std::string> model = std::vector<std::string>(page_words, "0");
-    std::size_t bytes = 0; ///< allocated by changes of the page, less the bytes freed
+    std::size_t bytes = 0; ///< allocated by changes of the page, minus the freed bytes
 };
 
-/// The bytes that an allocator may add to a block: large ones are rounded up to its pages.
+/// The bytes that an allocator may add to a block: it rounds large blocks up to its pages.
 constexpr std::size_t allocator_slack(std::size_t block) {
     constexpr std::size_t large_block = 128 * 1024;
     return block < large_block ? 64 : 64 + 4096;

@@ -72,7 +72,7 @@ TEST(WordPattern, UniformPatternsOfOneTextAreTheSame) {
 
 TEST(WordPattern, NoPatternCanBeCopied) {
     const pattern_ref none;
-    const pattern_ref copy(none); // NOLINT(performance-unnecessary-copy-initialization): it is what is tested
+    const pattern_ref copy(none); // NOLINT(performance-unnecessary-copy-initialization): the copy is tested
     EXPECT_FALSE(copy);
     EXPECT_FALSE(same_texts(none, word_pattern::uniform("1")));
 }

@@ -16,7 +16,7 @@ pattern_ref text(std::string_view characters) {
     return word_pattern::uniform(characters);
 }
 
-/// The pieces as "first-last text" with a blank between two of them.
+/// The pieces as "first-last text", separated by blanks.
 std::string shown(const word_pieces& pieces) {
     std::string all;
     for (const word_pieces::piece& each : pieces.all()) {

@@ -1,4 +1,4 @@
-// The results of a cycle and a pattern for words that are none, and for texts that are too many.
+// A cycle at words that do not repeat, and a pattern of texts that are too long together.
 
 #include "kvr/memory/store/word_pattern.h"
 #include "kvr/memory/store/word_store.h"
@@ -27,7 +27,7 @@ TEST(WordStoreCycle, OfAWordInAPageIsThatWordWithoutAPeriod) {
 
 TEST(WordPatternLength, OfAllTextsTogetherIsLimited) {
     constexpr std::size_t longest = std::numeric_limits<std::uint32_t>::max();
-    // No character is read before the lengths are added up.
+    // The lengths are added up before any character is read.
     const std::string text = "x";
     const std::string_view values[] = {{text.data(), longest}, {text.data(), 1}};
     EXPECT_THROW(static_cast<void>(kvr::word_pattern::repeating(0, values, 2)), std::length_error);

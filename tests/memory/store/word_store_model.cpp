@@ -40,7 +40,7 @@ void word_store_model::fill(std::uint32_t first, std::uint32_t last, const std::
     stretches[first] = {first, all_equal ? std::vector<std::string>{values.front()} : values};
 }
 
-/// Starts a new stretch at @p address.
+/// Begins a new stretch at @p address.
 void word_store_model::cut(std::uint64_t address) {
     if (address < word_count && stretches.count(address) == 0) {
         stretches[address] = std::prev(stretches.upper_bound(address))->second;

@@ -9,8 +9,8 @@
 #include <string_view>
 #include <vector>
 
-/// The expected contents of a word store, as simple as billions of words allow: stretches of addresses, each
-/// with the values that repeat in it.
+/// The expected contents of a word store. It can hold billions of words, because it is a list of stretches of
+/// addresses, each with the values that repeat in it.
 class word_store_model {
 public:
     [[nodiscard]] std::uint32_t size() const { return static_cast<std::uint32_t>(word_count); }
@@ -29,7 +29,7 @@ private:
     void cut(std::uint64_t address);
 
     std::uint64_t word_count = 0;
-    std::map<std::uint64_t, stretch> stretches; ///< by first address; each reaches up to the next one
+    std::map<std::uint64_t, stretch> stretches; ///< by first address; each ends before the next one
 };
 
 /// Changes a store and its model in the same way.

@@ -288,7 +288,7 @@ TEST(WordStore, StoreThatWasMovedFromIsEmptyAndCanBeUsedAgain) {
     word_store words = store_of(3000, "0");
     words.set(1, "A");
     const word_store taken = std::move(words);
-    EXPECT_EQ(words.size(), 0U); // NOLINT(bugprone-use-after-move): what a moved store is left as
+    EXPECT_EQ(words.size(), 0U); // NOLINT(bugprone-use-after-move): tests the moved store
     words.resize(3000, "1");
     EXPECT_EQ(words[1], "1");
     EXPECT_EQ(taken[1], "A");
@@ -316,7 +316,7 @@ TEST(WordStore, TextOfFourGibibytesIsRefusedAndChangesNothing) {
 }
 #endif
 
-/// Texts of one kind; the order of the kinds decides which forms of storage are used.
+/// Texts of one kind. The order of the kinds determines the forms of storage.
 class random_texts {
 public:
     explicit random_texts(std::mt19937& generator) : random(generator) {}
@@ -374,7 +374,7 @@ public:
         }
     }
 
-    /// An address, mostly near one of the places.
+    /// An address, usually near one of the places.
     std::uint32_t inside(const compared_stores& stores, std::uint32_t address) {
         return std::min(address, stores.model.size() - 1);
     }
@@ -599,8 +599,8 @@ std::deque<std::string> all_words(const word_store& words) {
     return copy;
 }
 
-/// Lets every allocation of a call fail in turn, calls @p check after each failure, and finally makes the
-/// call without one. Returns the number of failures.
+/// Makes the allocations of a call fail one after another and calls @p check after each failure. Finally,
+/// makes the call without a failure. Returns the number of failures.
 template <class Call, class Check>
 std::size_t call_with_failures(const Call& call, const Check& check) {
     for (std::size_t number = 1;; ++number) {
@@ -614,7 +614,7 @@ std::size_t call_with_failures(const Call& call, const Check& check) {
         if (!failing_allocation::happened()) {
             return number - 1;
         }
-        // The call has recovered from the failure and succeeded, and no allocation is left that fails.
+        // The call has recovered from the failure and succeeded; no further allocation fails.
         return number;
     }
 }
@@ -646,7 +646,7 @@ protected:
 
     void expect_as_before() { ASSERT_EQ(all_words(words), model); }
 
-    /// Each word has the text from before or the one from @p after.
+    /// Each word has the previous text or the text from @p after.
     void expect_between(const std::deque<std::string>& after) {
         ASSERT_EQ(words.size(), model.size());
         for (std::uint32_t address = 0; address < words.size(); ++address) {
@@ -759,7 +759,7 @@ TEST(WordStore, APageOfLongWordsIsKeptAsTheyAre) {
               std::string(length, static_cast<char>('A' + (kvr::page_words - 1) % 26)));
 }
 
-// The number of the far page is the address of the other page multiplied, not divided, by the page size.
+// The number of the far page is the address of the other page multiplied by the page size instead of divided.
 TEST(WordStore, AWordFarAfterAPageThatWasSetGoesToAPageOfItsOwn) {
     constexpr std::size_t length = 4;
     kvr::word_store words;

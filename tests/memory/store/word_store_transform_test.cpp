@@ -1,4 +1,4 @@
-// The effect of transform() on words that may be kept a row at a time.
+// The effect of transform() on words, including words that are stored in rows.
 
 #include "kvr/memory/store/word_store.h"
 
@@ -25,7 +25,7 @@ bool refuse_one(std::string_view text, std::string& made) {
     return text != "1";
 }
 
-/// Contiguous words, and one more.
+/// A store of @p size words, the first 100 of which differ.
 kvr::word_store store_with(std::string_view fill, std::uint32_t size) {
     kvr::word_store words;
     words.resize(size, fill);
@@ -104,7 +104,7 @@ TEST(WordStoreTransform, DoesNotAskForTextsOfWordsThatWereDropped) {
     EXPECT_EQ(words[3], "5");
 }
 
-/// A store with two texts more than a page has words, over several pages; the last of them is "1".
+/// A store with two texts more than a page has words, over several pages. The last text is "1".
 kvr::word_store store_of_many_texts() {
     std::vector<std::string> texts;
     for (std::uint32_t text = 0; text <= kvr::page_words; ++text) {

@@ -4,7 +4,7 @@ import { describe, test } from "node:test";
 
 import { runTool, ToolError } from "../../src/tool";
 
-/** A run of node in place of the tool. */
+/** Runs node in place of the tool. */
 function runScript(script: string): Promise<string> {
   return runTool(process.execPath, ["-e", script], tmpdir());
 }

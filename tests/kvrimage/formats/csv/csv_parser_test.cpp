@@ -26,7 +26,7 @@ private:
     std::string_view text;
 };
 
-/// Fields as they are, "/" at the end of a row.
+/// The fields, with "/" at the end of each row.
 std::vector<std::string> csv_pieces(std::string_view contents) {
     csv_collector collector(contents);
     csv_parser(contents, collector).parse();

@@ -20,7 +20,7 @@ read_result read_made_elf(const made_elf& file, read_options options = {}) {
     return parse(bytes_of_elf(file), options);
 }
 
-/// Code at 0 and data that are loaded after it, with room for more.
+/// Code at address 0, followed by data with reserved space.
 made_elf small_program() {
     made_elf file;
     file.entry = 0x104;
@@ -75,7 +75,7 @@ TEST(ElfReader, IsCertainOfAKnownClassAndOrder) {
               certainty::likely);
 }
 
-/// With the number of the section that has the names in another section, where no section is.
+/// The section that contains the names has its number in another section, which does not exist.
 TEST(ElfReader, ATableOfSectionsThatIsNotThereIsDamaged) {
     for (const bool is_64_bits : {false, true}) {
         for (const byte_order order : {byte_order::little, byte_order::big}) {
@@ -224,7 +224,7 @@ TEST(ElfReader, AFileWithoutSegmentsHasNothingToLoad) {
     EXPECT_EQ(shown_report(read_made_elf(file)), "broken elf-no-contents 0:0+0 x1\n");
 }
 
-/// @p file with a field of 4 bytes of the first segment, from @p offset of its header on, that is all ones.
+/// @p file with a 4-byte field of the first segment set to all ones, at @p offset of its header.
 std::string with_huge_field(const made_elf& file, std::size_t offset) {
     std::string bytes = bytes_of_elf(file);
     return bytes.replace(52 + offset, 4, "\xFF\xFF\xFF\x7F");

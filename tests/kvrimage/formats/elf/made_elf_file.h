@@ -8,13 +8,13 @@
 
 namespace kvrimage_tests {
 
-/// A segment that is loaded, or a section, of a file that is made for a test.
+/// A loaded segment or a section of a generated file.
 struct made_part {
-    std::string name; ///< of a section
+    std::string name; ///< for a section
     std::uint64_t virtual_address = 0;
-    std::uint64_t physical_address = 0; ///< of a segment
+    std::uint64_t physical_address = 0; ///< for a segment
     std::string contents;
-    std::uint64_t more_room = 0; ///< bytes that are reserved only, after the contents
+    std::uint64_t more_room = 0; ///< reserved bytes after the contents
 };
 
 struct made_elf {
@@ -23,7 +23,7 @@ struct made_elf {
     std::uint16_t type = 2; ///< an executable file
     std::uint64_t entry = 0;
     std::vector<made_part> segments;
-    std::vector<made_part> sections; ///< one with the contents of a segment has its bytes
+    std::vector<made_part> sections; ///< a section with the contents of a segment shares its bytes
 };
 
 /// The bytes of the file: the header, the table of segments, the contents, the table of sections.

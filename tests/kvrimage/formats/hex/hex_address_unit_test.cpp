@@ -1,4 +1,4 @@
-// Files whose records leave open what their addresses count, with the width that the caller gives.
+// Files whose records do not show what their addresses count, with the width that the caller gives.
 
 #include "kvrimage/formats/hex/hex_address_unit.h"
 #include "kvrimage/formats/hex/hex_format.h"
@@ -22,7 +22,7 @@ namespace {
 
 using namespace hex_test;
 
-/// The hint of the doubt; "" when there is none.
+/// The hint of the diagnostic about the address unit; "" if there is none.
 std::string doubt_of(const std::string& records, const read_options& options) {
     const auto found = doubt_of_address_unit(records + end_record, options);
     return found ? found->hint : "";
@@ -149,7 +149,7 @@ TEST(HexAddressUnit, IsNoQuestionWhereSomethingElseIsBroken) {
               "broken beyond-depth 1:1+19 x1\n");
 }
 
-/// @p contents as the caller says that they are.
+/// Reads @p contents as the caller specifies.
 read_result read_so(const std::string& contents, std::uint32_t width, address_unit unit, byte_order order) {
     read_options options = of_width(width);
     options.unit = unit;

@@ -13,7 +13,7 @@ namespace {
 using namespace kvrimage;
 using namespace kvrimage::hex_test;
 
-/// Records of few words do not say what their addresses count.
+/// Records of few words do not show what their addresses count.
 read_options words_of_width(std::uint32_t width) {
     read_options options = of_width(width);
     options.unit = address_unit::word;
@@ -186,7 +186,7 @@ TEST(HexEdit, RandomEditsAreReadAgain) {
         const read_result before = read_hex(text, options);
         memory_image expected = *before.image;
         std::vector<assignment> edits;
-        // Words of which a byte is missing are given, since they cannot be read.
+        // Words with a missing byte get values, because they cannot be read.
         for (const address_range& range : before.unreadable) {
             edits.push_back(assign(range.first, range.last, {numbers() % 256}, expected.width()));
         }

@@ -75,7 +75,7 @@ TEST(HexForKvr, ReportsTheLineThatIsNoRecord) {
     options.keep_going = true;
     read_result ours = read_hex(text, options);
     ASSERT_TRUE(ours.image);
-    ours.diagnostics.clear(); // as if our reading had not found it
+    ours.diagnostics.clear(); // as if the reader had not found it
     const std::vector<diagnostic> found = check_hex_for_kvr(text, options, ours);
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().message, "the library kvr refuses the file: line 3 is no record");

@@ -57,7 +57,7 @@ TEST(HexParser, TellsTextsFromRecords) {
     EXPECT_EQ(kind_of(":"), hex_line::kind::record);
 }
 
-/// A record with blanks is not for the fast path, which must not make a difference.
+/// A record with blanks bypasses the fast path, but must give the same result.
 std::string with_trailing_blanks(const std::string& text) {
     std::string result;
     for (const char character : text) {

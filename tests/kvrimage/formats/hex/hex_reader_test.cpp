@@ -20,8 +20,8 @@ read_options of_bytes(std::uint32_t width, std::optional<byte_order> order) {
 struct hex_rule {
     const char* name;
     std::string text;
-    std::string report;        ///< of what is found with words of 8 bits
-    std::string repaired = {}; ///< "": nothing is repaired
+    std::string report;        ///< the diagnostics with words of 8 bits
+    std::string repaired = {}; ///< "" if nothing is repaired
 };
 
 const std::string two_words = ":0100000001FE\n:0100010002FC\n";
@@ -486,7 +486,7 @@ TEST(HexReader, RecordsAfterTheEndGiveNoMemory) {
     EXPECT_FALSE(read_hex(text, options).image);
     options.width = 8;
     const read_result result = read_hex(text, options);
-    ASSERT_TRUE(result.image); // for what is edited
+    ASSERT_TRUE(result.image); // for editing
     EXPECT_EQ(result.image->depth(), 1U);
     EXPECT_EQ(result.image->count_set(), 0U);
 }

@@ -23,7 +23,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// The files "*.mif" in the cases of the command line's tests.
+/// The files "*.mif" in the recorded cases of the command line.
 std::vector<std::string> mif_files_of_cases() {
     std::vector<std::string> files;
     for (const auto& entry : std::filesystem::recursive_directory_iterator(KVR_CLI_CASES)) {
@@ -49,7 +49,7 @@ bool has_class(const std::vector<diagnostic>& found, diagnostic_class level) {
                                [level](const diagnostic& each) { return about(each.id).level == level; });
 }
 
-/// What read_mif() finds, as a text that two readings can be compared by.
+/// The result of read_mif() as a text, for comparisons.
 std::string shown_reading(const read_result& result) {
     std::string text;
     for (const diagnostic& each : result.diagnostics) {
@@ -66,7 +66,7 @@ std::string shown_reading(const read_result& result) {
     return text;
 }
 
-/// @p file with some of its characters left out, doubled, or changed.
+/// @p file with some characters removed, doubled or changed.
 std::string with_mistakes(std::string file, std::mt19937& random) {
     constexpr std::string_view others = "\n\n ;;:[]%-.,0F1x";
     for (auto left = random() % 4; left != 0 && !file.empty(); --left) {
@@ -85,7 +85,7 @@ std::string with_mistakes(std::string file, std::mt19937& random) {
     return file;
 }
 
-/// A file of mostly regular statements, which may set words again.
+/// A file of mostly regular statements, which may set words twice.
 std::string random_file(std::mt19937& random) {
     std::string file = "WIDTH=8;\nDEPTH=64;\nADDRESS_RADIX=UNS;\nCONTENT BEGIN\n";
     unsigned address = 0;
@@ -111,7 +111,7 @@ void expect_same_without_fast_path(const std::string& file) {
         << file;
 }
 
-/// True when kvr accepts @p file and holds the texts of the words of @p ours.
+/// True if kvr accepts @p file and holds the texts of the words of @p ours.
 bool kvr_agrees(const std::string& file, const read_result& ours) {
     kvr::mif_memory memory(nullptr);
     kvr::fill_radix_names(memory);
@@ -136,8 +136,8 @@ bool kvr_agrees(const std::string& file, const read_result& ours) {
     return true;
 }
 
-/// Broken files are refused, others have an image; and what has no diagnostic for kvr, that reads to the same
-/// words.
+/// Expects that broken files are refused and others have an image. If there is no diagnostic for kvr, kvr
+/// must read the same words.
 void expect_contract(const std::string& file) {
     check_options options;
     options.read.as = &mif_format;

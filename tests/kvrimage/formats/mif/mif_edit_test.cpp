@@ -48,7 +48,7 @@ std::string edited_text(std::string contents, const std::vector<text_edit>& edit
     return contents;
 }
 
-/// @p contents after the edits; what is wrong with them is a failure.
+/// @p contents after the edits; fails if an edit is wrong.
 std::string after_edit(const std::string& contents, const std::vector<assignment>& made) {
     const mif_model before(contents);
     const edit_result found = edit_mif(contents, {}, before.result(), made);
@@ -80,7 +80,7 @@ std::string after(const std::string& statements, const std::vector<std::string>&
     return text.substr(header.size());
 }
 
-// --- a word where it stands ---
+// --- a word in place ---
 
 TEST(MifEdit, ReplacesAWordWhereItStands) {
     EXPECT_EQ(after("0 : 00; -- zero\n1 : 01; -- one\nEND;\n", {"1=AB"}),
@@ -219,7 +219,7 @@ TEST(MifEdit, NewLinesEndAsTheOthers) {
               "0 : 00;\r\n1 : 01;\r\n2 : 00;\r\n3 : 03;\r\nEND;\r\n");
 }
 
-// --- what is refused ---
+// --- refused edits ---
 
 TEST(MifEdit, AddressBeyondTheMemoryIsRefused) {
     const std::string text = header + "0 : 00;\nEND;\n";
@@ -353,11 +353,11 @@ private:
         }
         return digits;
     }
-    /// A number that does not begin with "-" whatever the radix is.
+    /// A number that does not begin with "-" in any radix.
     std::string address(std::uint32_t value) { return number(value, address_radix, 12); }
     std::string value() { return number(one_in(2) ? below(2) : below(256), data_radix, 8); }
     std::string blank() { return one_of({"", " ", "\t", "  "}); }
-    /// What may stand between two parts of a statement.
+    /// Text that is allowed between two parts of a statement.
     std::string gap() {
         return one_in(12) ? one_of({" -- c : 1;" + line_end, " % c %" + line_end + " ", line_end + "\t"})
                           : blank();
@@ -395,7 +395,7 @@ private:
         text += made;
         needs_brackets = one_in(12);
         if (needs_brackets) {
-            text += line_end; // without ";", which makes "0..1" on the next line values
+            text += line_end; // without ";", so that "0..1" on the next line becomes values
             return;
         }
         text += blank() + ";";
@@ -412,8 +412,8 @@ private:
     std::set<std::uint32_t> single;
 };
 
-/// True when @p edit lies in the lines of a statement that sets one of the addresses of @p made, or in that
-/// of END, or at the end of the file.
+/// True if @p edit is in the lines of a statement that sets one of the addresses of @p made, in the line of
+/// END, or at the end of the file.
 bool is_where_words_stand(const text_edit& edit, const mif_model& file, const std::vector<assignment>& made) {
     const auto is_within = [&](std::uint64_t begin, std::uint64_t end) {
         return start_of_line(file.contents, begin) <= edit.offset &&

@@ -14,7 +14,7 @@ using namespace kvrimage;
 constexpr std::string_view kvr_settings =
     "WIDTH=8;\nDEPTH=8;\nADDRESS_RADIX=HEX;\nDATA_RADIX=HEX;\nCONTENT BEGIN\n";
 
-/// What the library alone finds in @p contents, as if our reading had found nothing.
+/// The diagnostics for the library in @p contents, as if the reader had found nothing.
 std::vector<diagnostic> found_by_kvr(const std::string& contents) {
     read_result ours = read_mif(contents, {});
     ours.diagnostics.clear();

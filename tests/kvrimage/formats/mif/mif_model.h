@@ -12,8 +12,7 @@
 
 namespace kvrimage_tests {
 
-/// A plain reading of a MIF that is right, from what the parser hands out: what the tests of writing and
-/// editing compare with.
+/// A plain reader of valid MIF files, which uses the parser: a model for the tests of writing and editing.
 struct mif_model : kvrimage::mif_sink {
     explicit mif_model(std::string_view file) : contents(file) { kvrimage::parse_mif(file, *this); }
 
@@ -21,7 +20,7 @@ struct mif_model : kvrimage::mif_sink {
     void statement(const kvrimage::mif_statement& found) override;
     void end(const kvrimage::span& keyword, const kvrimage::span& semicolon) override;
 
-    /// The same as read() gives it.
+    /// The same words in the form of read().
     [[nodiscard]] kvrimage::read_result result() const;
 
     std::string_view contents;
@@ -30,9 +29,9 @@ struct mif_model : kvrimage::mif_sink {
     kvrimage::radix address_radix = kvrimage::radix::hex;
     kvrimage::radix data_radix = kvrimage::radix::hex;
     std::map<std::uint64_t, kvrimage::word> words;
-    std::map<std::uint64_t, kvrimage::span> setters; ///< the statement that sets an address last
+    std::map<std::uint64_t, kvrimage::span> setters; ///< for each address, the last statement that sets it
     std::set<std::uint64_t> single_addresses;
-    bool sets_twice = false; ///< an address has two statements with one value
+    bool sets_twice = false; ///< an address has two statements with the same value
     std::optional<kvrimage::span> end_keyword;
 };
 

@@ -11,7 +11,7 @@ namespace {
 using namespace kvrimage;
 using testing::ElementsAre;
 
-/// Writes down what it is handed.
+/// Records the pieces that it receives.
 class mif_piece_list : public mif_sink {
 public:
     explicit mif_piece_list(std::string_view contents) : text(contents) {}

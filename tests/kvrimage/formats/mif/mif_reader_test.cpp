@@ -23,7 +23,7 @@ std::string mif_of(std::string_view statements, std::string_view settings = "WID
     return std::string(settings) + "CONTENT BEGIN\n" + std::string(statements) + "END;\n";
 }
 
-/// "too-wide 4:5+3", and "*2" where there are two places.
+/// "too-wide 4:5+3", followed by "*2" if there are two places.
 std::string shown_diagnostic(const diagnostic& found) {
     std::string text = std::string(about(found.id).code) + " " + std::to_string(found.where.line) + ":" +
                        std::to_string(found.where.column) + "+" + std::to_string(found.where.length);
@@ -51,7 +51,7 @@ read_options sizes_of(std::uint32_t width, std::uint64_t depth) {
     return options;
 }
 
-/// A file, the one diagnostic that it has, and what its certain repair makes of it ("" for none).
+/// A file, its only diagnostic, and the file after the certain repair ("" if there is none).
 struct mif_case {
     std::string_view name;
     std::string file;
@@ -555,7 +555,7 @@ TEST(MifReader, ARangeOfOneAddressMayLackItsBrackets) {
                 ElementsAre("range-of-one 4:1+4", "range-form 4:1+4"));
 }
 
-/// What is read of statements without a header, in a memory deeper than any MIF.
+/// Reads statements without a header in a memory deeper than any MIF.
 read_result read_deepest(std::string_view statements, std::uint32_t width = 16) {
     read_options options;
     options.as = &mif_format;
@@ -633,7 +633,8 @@ TEST(MifNumbers, APrefixComesBeforeDigits) {
     EXPECT_FALSE(prefixed_number_of("0xG"));
 }
 
-/// What is found in a MIF of these statements, whose first line is line 4; "!" for what can be repaired.
+/// The diagnostics of a MIF with these statements, the first of which is on line 4; "!" marks repairable
+/// ones.
 std::vector<std::string> found_among(const std::string& statements) {
     std::vector<std::string> texts;
     for (const diagnostic& each :

@@ -28,7 +28,7 @@ word parsed(std::string_view text, std::uint32_t width, radix digits_radix = rad
     return *word::parse(text, digits_radix, width).value;
 }
 
-/// What follows "CONTENT BEGIN".
+/// The text after "CONTENT BEGIN".
 std::string lines_of(const memory_image& image, const write_options& options = {}) {
     const std::string text = written_mif(image, options);
     const std::string_view begin = "CONTENT BEGIN\n";
@@ -151,7 +151,7 @@ TEST(MifWriter, MemoriesOfManyBlocksComeBack) {
     EXPECT_TRUE(*read_mif(text, {}).image == image);
 }
 
-/// A memory of runs, single words, repeated fills, and words that are not set.
+/// A memory of runs, single words, repeated fills, and unset words.
 memory_image random_image(std::mt19937& random) {
     const auto below = [&random](std::uint64_t limit) { return random() % limit; };
     const auto width = static_cast<std::uint32_t>(1 + below(40));

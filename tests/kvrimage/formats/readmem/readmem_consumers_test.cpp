@@ -22,7 +22,7 @@ check_options for_simulators(const format& as = readmemh_format) {
     return options;
 }
 
-/// "verilator: Verilator 5.006 drops ..." each.
+/// "verilator: Verilator 5.006 drops ..." for each diagnostic.
 std::vector<std::string> other_readings(std::string_view contents, const check_options& options) {
     std::vector<std::string> found;
     for (const diagnostic& each : check(contents, options).diagnostics) {

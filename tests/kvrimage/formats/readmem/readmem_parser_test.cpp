@@ -15,7 +15,7 @@ constexpr std::array<std::string_view, 10> readmem_piece_names = {
 constexpr std::array<std::string_view, 6> readmem_fault_names = {"",       "blanks", "prefix", "underscores",
                                                                  "syntax", "outside"};
 
-/// "word[12] _[ ] ...": the pieces, whose texts must be all of @p text; faults and values after a slash.
+/// "word[12] _[ ] ...": the pieces, which must cover @p text; faults and values follow a slash.
 std::string readmem_pieces_of(std::string_view text, radix digits_radix = radix::hex) {
     std::string shown;
     std::string all;

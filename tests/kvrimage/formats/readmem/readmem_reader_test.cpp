@@ -123,7 +123,7 @@ TEST(ReadmemReader, RegularLinesAndOthersReadTheSame) {
     EXPECT_THAT(readmemb_diagnostics_of(binary + "0121 0000\n" + binary), ElementsAre("bad-digit 31:3+1"));
 }
 
-/// A list most of whose lines are regular.
+/// A list with mostly regular lines.
 std::string random_readmem_list(std::mt19937& random, radix digits_radix) {
     const std::string digits = digits_radix == radix::hex ? "0123456789abcdefABCDEF" : "01";
     std::string text;
@@ -149,7 +149,7 @@ TEST(ReadmemReader, TheFastPathReadsWhatTheParserReads) {
     for (int round = 0; round < rounds(700); ++round) {
         const radix digits_radix = random() % 3 == 0 ? radix::bin : radix::hex;
         const std::string fast = random_readmem_list(random, digits_radix);
-        std::string parsed = fast; // a tab after a word is for the parser
+        std::string parsed = fast; // a tab after a word bypasses the fast path
         for (std::size_t at = 0; at < parsed.size(); ++at) {
             parsed[at] = parsed[at] == ' ' ? '\t' : parsed[at];
             if (parsed[at] == '\n') {

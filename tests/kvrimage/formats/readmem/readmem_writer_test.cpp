@@ -18,7 +18,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// The first @p count words hold their address times 17.
+/// A memory whose first @p count words are their address times 17.
 memory_image counting_readmem_image(std::uint32_t width, std::uint64_t depth, std::uint64_t count) {
     memory_image image(width, depth);
     for (std::uint64_t address = 0; address < count; ++address) {
@@ -130,7 +130,7 @@ TEST(ReadmemWriter, AMemoryWithoutWordsCannotBeWritten) {
     EXPECT_EQ(found[0].id, diagnostic_id::readmem_nothing_to_write);
 }
 
-/// A memory with words in some places, and don't-care bits where @p digits_radix can show them.
+/// A memory with some words set, and with don't-care bits if @p digits_radix can show them.
 memory_image random_readmem_image(std::uint32_t width, std::mt19937& random, radix digits_radix) {
     memory_image image(width, 1 + random() % 200);
     const auto random_word = [&] {
@@ -155,7 +155,7 @@ memory_image random_readmem_image(std::uint32_t width, std::mt19937& random, rad
     return image;
 }
 
-/// The text of @p image, all of whose words are hexadecimal digits, one word at a time.
+/// The text of @p image, written one word at a time. All words must be hexadecimal digits.
 std::string plain_readmemh(const memory_image& image, std::uint64_t words_per_line, bool every_address) {
     const std::size_t digits = fmt::formatted_size("{:X}", image.bounds()->last);
     std::string text;

@@ -11,7 +11,7 @@ namespace kvrimage {
 /// "8 bits, 3 words: 00 - 0F"; "none" without an image.
 [[nodiscard]] std::string shown_image(const read_result& result);
 
-/// What read_readmemh() finds: see shown().
+/// The diagnostics of read_readmemh(): see shown().
 [[nodiscard]] std::vector<std::string> readmemh_diagnostics_of(std::string_view contents,
                                                                const read_options& options = {});
 [[nodiscard]] std::vector<std::string> readmemb_diagnostics_of(std::string_view contents,
@@ -19,7 +19,7 @@ namespace kvrimage {
 
 /// Options with a width in bits.
 [[nodiscard]] read_options with_bits(std::uint32_t width);
-/// Options for addresses that count bytes.
+/// Options for byte addresses.
 [[nodiscard]] read_options counting_bytes(std::optional<std::uint32_t> width);
 
 } // namespace kvrimage

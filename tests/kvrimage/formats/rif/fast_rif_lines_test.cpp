@@ -16,7 +16,7 @@ namespace {
 using namespace kvrimage;
 using testing::ElementsAre;
 
-/// Enough regular lines that a line before them may be fast.
+/// Enough regular lines that the fast path may read a line before them.
 const std::string rest(100, '\n');
 
 std::vector<std::string> words_of_line(std::string_view line) {
@@ -73,7 +73,7 @@ TEST(FastRifLines, TakesNothingNearTheEndOfTheText) {
     EXPECT_EQ(find_fast_rif_line(words, 0).end, 0U);
 }
 
-/// A line that is regular for the most part.
+/// A mostly regular line.
 std::string random_line(std::mt19937& random) {
     const char* const odd[] = {"", "  ", "\t", "X", "u", "0x", "@5", " @", "G", "123456789ABCDEF01"};
     std::string line;
@@ -106,7 +106,7 @@ std::string shown_words(const read_result& result) {
     return text;
 }
 
-/// A blank at the end of each line keeps the lines from being regular, and changes no meaning.
+/// A blank at the end of each line makes it irregular, but does not change its meaning.
 TEST(FastRifLines, AgreeWithTheParserOnRandomFiles) {
     std::mt19937 random(7);
     for (int round = 0; round < 400; ++round) {

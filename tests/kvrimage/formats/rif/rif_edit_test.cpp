@@ -65,7 +65,7 @@ TEST(RifEdit, ReplacesTheLastWordOfAllInALongFile) {
               "@FFFFFFFF\n0A 11\n" + more);
 }
 
-/// @p text, words of 8 bits, with one @p word.
+/// @p text, words of 8 bits, with one changed @p word.
 std::string with_word(std::string_view text, std::uint64_t address, const std::string& word) {
     read_options options;
     options.width = 8;
@@ -91,7 +91,7 @@ TEST(RifEdit, RegularLinesAreEditedAsOthersAre) {
         regular += line % 10 == 0 ? fmt::format("@{:x}\n", line * 8) : "";
         regular += line < 39 ? fmt::format("{:02x} 1f 2a 0c 3d 4e 5b 6a \n", line) : "77 88 \n";
     }
-    std::string others = regular; // the parser reads what has tabs
+    std::string others = regular; // the parser reads lines with tabs
     std::ranges::replace(others, ' ', '\t');
     read_options options;
     options.width = 8;

@@ -36,7 +36,7 @@ TEST(RifKvrReading, FindsTheWordAtTheLastAddress) {
     EXPECT_THAT(found_for_kvr("@ffffffff\n1"), ElementsAre(testing::StartsWith("kvr-reads-other-words")));
 }
 
-/// The library knows no tab; without our diagnostic it would be the comparison that finds it.
+/// The library does not accept tabs. Without the reader's diagnostic, the comparison would find them.
 TEST(RifKvrReading, FindsWhereTheLibraryGivesUp) {
     const std::string_view text = "@0\n1\n22\t\t3\n";
     read_result ours = read_rif(text, {});
@@ -52,8 +52,8 @@ TEST(RifKvrReading, FindsOtherWords) {
     EXPECT_THAT(found_for_kvr(text, std::move(ours)), ElementsAre(testing::StartsWith("kvr-re")));
 }
 
-/// What the reader takes without a broken or consumer diagnostic is what the library reads, and every tab
-/// that has a diagnostic is one that the library does not take.
+/// If the reader reports no broken and no consumer diagnostic, the library reads the same words. The library
+/// accepts no tab that has a diagnostic.
 TEST(RifKvrReading, AgreesWithTheReaderOnRandomFiles) {
     constexpr std::string_view characters = "0123456789abcdefABCDEFxXuUG@@  \t\n\n\r/-#,;";
     std::mt19937 random(23);

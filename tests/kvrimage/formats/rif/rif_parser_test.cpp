@@ -14,7 +14,7 @@ using namespace kvrimage;
 using testing::ElementsAre;
 using testing::IsEmpty;
 
-/// "word(1F)=5": kind, text, and what else a piece says.
+/// "word(1F)=5": kind, text and value of a piece.
 std::string shown(const rif_piece& piece, std::string_view text) {
     constexpr std::string_view names[] = {"mark", "blanks",  "tabs",    "end",  "cr",
                                           "word", "address", "comment", "stray"};
@@ -30,7 +30,7 @@ std::string shown(const rif_piece& piece, std::string_view text) {
     return result + std::string(faults[static_cast<std::size_t>(piece.address_fault)]);
 }
 
-/// Without blanks and line ends.
+/// The pieces without blanks and line ends.
 std::vector<std::string> rif_pieces_of(std::string_view text) {
     std::vector<std::string> result;
     for_each_rif_piece(text, [&](const rif_piece& piece) {

@@ -7,13 +7,13 @@
 
 namespace kvrimage {
 
-/// "bad-digit 2:5+1" each: code, line, column and length, and "x3" after it for several places.
+/// "bad-digit 2:5+1" for each diagnostic: code, line, column and length, followed by "x3" for three places.
 [[nodiscard]] std::vector<std::string> shown(const std::vector<diagnostic>& diagnostics);
 
-/// What read_rif() finds in @p contents.
+/// The diagnostics of read_rif() for @p contents.
 [[nodiscard]] std::vector<std::string> rif_diagnostics_of(std::string_view contents);
 
-/// @p contents after the fixes of all diagnostics that read_rif() finds.
+/// @p contents after the repairs of all diagnostics of read_rif().
 [[nodiscard]] std::string repaired_rif(std::string_view contents);
 
 /// @p contents with @p edits.

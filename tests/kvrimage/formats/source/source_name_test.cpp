@@ -24,7 +24,7 @@ std::string name_of_file(const std::string& file_name, const naming& rules = loo
     return source_name({.file_name = file_name}, rules);
 }
 
-/// "code: message / hint" for the choice of @p name.
+/// "code: message / hint" for @p name as a choice.
 std::vector<std::string> refusals_of(const std::string& name, const naming& rules) {
     std::vector<diagnostic> found;
     refuse_source_name({.choices = {{"name", name}}}, rules, found);

@@ -8,7 +8,7 @@
 
 namespace kvrimage_tests {
 
-/// A memory of the words @p texts in hexadecimal, from @p base on.
+/// A memory of the hexadecimal words @p texts, starting at @p base.
 [[nodiscard]] kvrimage::memory_image
 image_of_hex(std::uint32_t width, const std::vector<std::string_view>& texts, std::uint64_t base = 0);
 

@@ -26,7 +26,7 @@ TEST(SrecParser, FindsTheFaultOfARecordAndItsPlace) {
         {"S4030000FC", srec_fault::type, 0, 2},        {"S1040000AA52", srec_fault::checksum, 10, 2},
     };
     for (const expected_fault& each : all) {
-        // Once where the fast path may take it, and once where it cannot.
+        // Some of these line ends allow the fast path, others do not.
         for (const char* const end : {"\n", "\r\n", "", " \n"}) {
             const std::string text = each.line + std::string(end);
             srec_parser parser(text);

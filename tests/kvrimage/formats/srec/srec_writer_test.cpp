@@ -73,7 +73,7 @@ TEST(SrecWriter, MoreRecordsThanS6CountsAreNotCounted) {
     write_options options{.as = &srec_format, .choices = {{"record-length", "1"}}};
     memory_image counted(8, 0xFFFFFF);
     counted.fill({0, 0xFFFFFE}, std::vector{word(8)});
-    // A byte each, the count and the end.
+    // One byte per record, then the count and the end record.
     EXPECT_EQ(size_of_srec(counted, options), header_size + 0xFFFFFF * (frame_of_s2 + 2) + 2 * frame_of_s2);
     memory_image uncounted(8, 0x1000000);
     uncounted.fill({0, 0xFFFFFF}, std::vector{word(8)});

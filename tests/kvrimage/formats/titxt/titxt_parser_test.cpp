@@ -55,7 +55,7 @@ TEST(TitxtParser, EveryByteHasItsPlace) {
     EXPECT_EQ(span_of_titxt_byte(text, parser.piece(), 3).offset, 12U);
 }
 
-/// The bytes at the front of @p text that stand alone, up to the first word that is none.
+/// The separate bytes at the front of @p text, up to the first word that is not a byte.
 std::string plain_bytes_of(const std::string& text) {
     std::string bytes;
     std::size_t at = text.find_first_not_of(" \t\n\v\f\r");

@@ -107,7 +107,7 @@ TEST(HistogramOf, OfRandomMemoriesIsThatOfAPlainCount) {
             ASSERT_EQ(known->second, one.count);
             counts.erase(known);
         }
-        for (const auto& [bits, count] : counts) { // the others are no more frequent
+        for (const auto& [bits, count] : counts) { // the others are not more frequent
             ASSERT_LE(count, found.most_frequent.back().count);
         }
     }

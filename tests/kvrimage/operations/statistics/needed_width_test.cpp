@@ -12,7 +12,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// "unsigned/signed" for a memory that holds @p words and has two more that are not set.
+/// "unsigned/signed" for a memory with @p words and two more words that are not set.
 template <class... Words>
 std::string widths_of(const Words&... words) {
     const std::array<word, sizeof...(words)> all = {word_of_digits(words)...};
@@ -79,7 +79,7 @@ TEST(NeededWidthOf, WordsSideBySide) {
     EXPECT_EQ(needed_width_of(image), (needed_width{12, 10}));
 }
 
-/// True when the value of @p bits with any of its don't-care bits fits @p width bits.
+/// True if the value of @p bits fits @p width bits for any value of its don't-care bits.
 bool fits_unsigned(const std::string& bits, std::size_t width) {
     return bits.substr(0, bits.size() - width).find_first_not_of('0') == std::string::npos;
 }

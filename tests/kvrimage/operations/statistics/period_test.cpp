@@ -19,7 +19,7 @@ word period_word(std::uint64_t value) {
     return word::of(value, 8);
 }
 
-/// A memory of one word for each character of @p text, set one by one; none for ".".
+/// A memory of one word for each character of @p text, set one by one; "." is an unset word.
 memory_image memory_with_period_of(std::string_view text) {
     memory_image image(8, text.size() + 4, 50);
     for (std::size_t at = 0; at < text.size(); ++at) {
@@ -112,7 +112,7 @@ TEST(PeriodOf, ARunOfBillionsBetweenWordsRepeats) {
     EXPECT_EQ(period_of(image), found_period(std::uint64_t{1} << 28U));
 }
 
-/// Fills of a pattern of two words, as long as @p lengths say, with another word after each.
+/// Fills with a pattern of two words, of the lengths @p lengths, with another word after each fill.
 memory_image memory_of_turns(const std::vector<std::uint64_t>& lengths) {
     memory_image image(8, deepest_memory);
     std::uint64_t at = 0;
@@ -177,7 +177,7 @@ found_period plain_period(const plain_words& all) {
     return std::nullopt;
 }
 
-/// A memory that repeats a few random stretches, and may have a word in it that does not.
+/// A memory that repeats a few random stretches and may contain a word that breaks the repetition.
 memory_image repeating_memory(memory_maker& maker, std::uint64_t most_length) {
     memory_image image(2, 900, 17);
     const std::uint64_t turns = 1 + maker.below(5);

@@ -13,7 +13,7 @@ namespace {
 
 using namespace kvrimage;
 
-/// Different words of @p count texts that are too long to be numbers.
+/// @p count different texts that are too long to be numbers.
 std::vector<std::string> long_words(std::size_t count) {
     std::vector<std::string> texts;
     texts.reserve(count);
@@ -28,7 +28,7 @@ TEST(WordCounts, CountsMoreTextsThanItGathersAtOnce) {
     constexpr std::size_t few = 3;
     const std::vector<std::string> texts = long_words(gathered);
     word_counts counts;
-    // First a few that repeat, then different ones.
+    // First a few repeated words, then different ones.
     std::uint32_t turn = 0;
     for (; turn < gathered + few; ++turn) {
         counts.add(texts[turn % few], 1);

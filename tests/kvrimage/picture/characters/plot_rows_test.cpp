@@ -180,7 +180,7 @@ TEST(DifferenceRows, EachKindHasALaneOfItsOwn) {
     const difference_map map = map_of_differences();
     const difference_rows rows(map, ascii_glyphs, 16);
     EXPECT_EQ(rows.rows(), 14);
-    // From below: only B, only A, changed.
+    // From the bottom: only B, only A, changed.
     EXPECT_EQ(column_of(rows, 0), "          ####");
     EXPECT_EQ(column_of(rows, 1), "#    ##       ");
     EXPECT_EQ(rows.at(13, 0).style, character_style::changed);

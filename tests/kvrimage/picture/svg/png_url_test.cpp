@@ -9,7 +9,7 @@ namespace {
 
 using namespace kvrimage;
 
-// What other programs read as these pixels.
+// The pixels that other programs read.
 TEST(PngUrl, HoldsPixelsAndGaps) {
     const std::vector<std::optional<color>> pixels = {color{255, 0, 0}, color{0, 255, 0}, color{0, 0, 255},
                                                       std::nullopt};

@@ -13,7 +13,8 @@ namespace {
 using namespace kvrimage;
 using testing::ElementsAre;
 
-// The plot reaches from 96 to 920 and, values keeping 6 pixels from the frame, from 70 down to 322.
+// The plot extends from 96 to 920 horizontally and, because values keep 6 pixels from the frame, from 70 to
+// 322 vertically.
 
 TEST(SvgPicture, NameAndTitleAreShownEscaped) {
     const std::string svg =
@@ -50,7 +51,7 @@ TEST(SvgPicture, SignedValuesHaveZeroBetweenThem) {
 }
 
 TEST(SvgPicture, SeveralValuesAColumnMakeAnArea) {
-    // Two words a column: 0 and 1 in the left half, 4 and 5 in the right one.
+    // Two words per column: 0 and 1 in the left half, 4 and 5 in the right half.
     const std::string svg =
         draw_svg(memory_of(8, 3296, {{0, 1647, {"00", "01"}}, {1648, 3295, {"04", "05"}}}));
     EXPECT_EQ(attribute_of(svg, "wave", "d"), "");
@@ -125,7 +126,7 @@ TEST(SvgPicture, MapShowsEachBitInItsPlace) {
         {{0, 3, {"00000000000000001", "20000000000000000", "00000000000000000", "20000000000000000"}}}));
     EXPECT_EQ(attribute_of(svg, "all", "d"),
               "M1 0h1m1 0h1M0 65h1");                      // bit 65 is the first row, bit 0 the last
-    EXPECT_EQ(attribute_of(svg, "unset", "d"), "several"); // a column of the map, and of the strip
+    EXPECT_EQ(attribute_of(svg, "unset", "d"), "several"); // a column of the map and one of the strip
     EXPECT_EQ(attributes_of(svg, "unset", "d").front(), "M755.2 64H920v264H755.2z");
     EXPECT_THAT(texts_of(svg, "end value"), ElementsAre("0", "8", "16", "24", "32", "40", "48", "56", "64"));
     EXPECT_EQ(texts_of(svg, "legend").size(), 4);
@@ -163,7 +164,7 @@ TEST(SvgPicture, WaveformOfRandomWordsIsASmallFile) {
     EXPECT_LT(svg.size(), 500'000);
 }
 
-/// Ten words for a column of a bit map in which the shades of neighbouring cells differ.
+/// Ten words for a column of a bit map in which adjacent cells have different shades.
 void set_words_of_column(image_words& words, std::uint32_t column) {
     constexpr std::uint32_t bits = 128;
     constexpr std::uint32_t words_a_column = 10;
@@ -185,7 +186,7 @@ TEST(SvgPicture, MapOfCellsThatAllDifferIsASmallFile) {
     }
     const std::string svg = draw_svg({128, std::move(words)});
     EXPECT_EQ(fault_of_xml(svg), std::nullopt);
-    EXPECT_GT(svg.size(), 300'000); // or the memory is not what makes the file large
+    EXPECT_GT(svg.size(), 300'000); // otherwise the memory does not determine the size
     EXPECT_LT(svg.size(), 500'000);
 }
 
