@@ -486,7 +486,7 @@ std::string png(const std::string& size, const std::string& data) {
 /// A manifest of @p count banks, in the form that `split` writes.
 std::string manifest(const std::string& count, std::string_view width, const std::string& names) {
     return R"({"schema":"kvrmem-split-1","kind":"banks","n":)" + count + R"(,"width":)" + std::string(width) +
-           R"(,"depth":16,"format":"mif","files":[)" + names + "]}";
+           R"(,"depth":)" + count + R"(,"format":"mif","files":[)" + names + "]}";
 }
 
 /// The extension determines the option that gets the file.
@@ -531,7 +531,7 @@ constexpr hostile_file inputs[] = {
     {"deep.json", [] { return std::string(large, '['); }},
     {"parts_without_end.json", [] { return manifest("62500", "8", repeated("\"a\",", many - 1) + "\"a\""); }},
     {"parts_that_are_not_there.json", [] { return manifest("4294967296", "8", "\"a\""); }},
-    {"widest_parts.json", [] { return manifest("2", "4294967295", "\"tame.mif\",\"tame.mif\""); }},
+    {"widest_parts.json", [] { return manifest("2", "1048576", "\"../tame.mif\",\"../tame.mif\""); }},
     {"numbers_beyond_all.json", [] { return manifest(std::string(large, '9'), "-8", "\"a\""); }},
     {"noise.json", [] { return "{" + noise(22, large); }},
     {"many.masks", [] { return repeated("FF\n", many); }},

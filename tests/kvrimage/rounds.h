@@ -14,6 +14,13 @@ constexpr int rounds(int all) {
 #endif
 }
 
+/// Ends a test that sanitizers make too slow; builds without them run it.
+#ifdef KVR_SANITIZED
+#define KVR_NOT_WITH_SANITIZERS() GTEST_SKIP() << "too slow with sanitizers"
+#else
+#define KVR_NOT_WITH_SANITIZERS() static_cast<void>(0)
+#endif
+
 /// The distance between the tested cases in a test of all cases. With sanitizers, which take ten times as
 /// long, it is more than one; builds without them test every case.
 #ifdef KVR_SANITIZED

@@ -208,7 +208,7 @@ bool was_read(hex_memory& memory) {
 
 /// Like find_address_space(). If @p fast is not null and has all words, the memory gets them.
 std::optional<hex_read_stop> read_records(hex_memory& memory, line_source& source, read_observer* observer,
-                                       fast_reading* fast) {
+                                          fast_reading* fast) {
     address_space space;
     hex_record_walk walk(source, memory.address_offset);
     std::optional<hex_read_stop> stop = measure(space, walk, memory.bytes_per_word(), observer, fast);

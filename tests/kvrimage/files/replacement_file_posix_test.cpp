@@ -35,6 +35,12 @@ constexpr long status_call = SYS_newfstatat;
 constexpr long status_call = SYS_fstatat64;
 #endif
 
+#ifdef SYS_fcntl64
+constexpr long flags_call = SYS_fcntl64;
+#else
+constexpr long flags_call = SYS_fcntl;
+#endif
+
 mode_t permissions_of(const std::string& path) {
     struct stat status {};
     stat(path.c_str(), &status);
@@ -219,6 +225,30 @@ TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenALargeTextCannotBeWritten) 
                 testing::ExitedWithCode(0), "a: cannot be written: No space left on device>$");
     EXPECT_EQ(folder.read("a"), "old");
     EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenTheSystemWritesNothing) {
+    constexpr std::uint32_t size = 0x100000;
+    const auto write_large = [this] {
+        return "<" + failure_to_write(folder.path("a"), std::string(size, 'x')) + ">";
+    };
+    EXPECT_EXIT(end_with_answer({{SYS_write, 0, 2, ~std::uint32_t{0}, size}}, write_large),
+                testing::ExitedWithCode(0), "a: cannot be written: Input/output error>$");
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenNoStreamCanBeMade) {
+    EXPECT_EXIT(replace({{flags_call, ENOMEM}}), testing::ExitedWithCode(0),
+                "a: cannot be written: Cannot allocate memory>$");
+    EXPECT_EQ(folder.read("a"), "old");
+    EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFileThatFails, ReportsThatStandardOutputCannotBeOpened) {
+    const auto write_to_output = [] { return "<" + failure_to_write("-") + ">"; };
+    EXPECT_EXIT(end_with_answer({{SYS_dup, EMFILE}}, write_to_output), testing::ExitedWithCode(0),
+                "<standard output: cannot be written: Too many open files>$");
 }
 
 TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {

@@ -1,4 +1,5 @@
 #include "kvrimage/operations/number_counts.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -41,6 +42,7 @@ TEST(NumberCounts, CountsUpToTwoToThePowerOf32) {
 }
 
 TEST(NumberCounts, CountsMoreThanItGathersAtOnce) {
+    KVR_NOT_WITH_SANITIZERS();
     std::mt19937 engine(1);
     for (const std::uint32_t values : {100U, 1U << 20U}) {
         number_counts counts;

@@ -1,5 +1,6 @@
 #include "kvrimage/picture/run_samples.h"
 #include "tests/kvrimage/picture/drawn_memory.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gtest/gtest.h>
 
@@ -38,6 +39,7 @@ TEST(RunSamples, RunOverAllAddressesIsOneRun) {
 }
 
 TEST(RunSamples, LimitIsTwoToThe24Runs) {
+    KVR_NOT_WITH_SANITIZERS();
     const std::uint64_t most = std::uint64_t{1} << 24U;
     const image_words words = words_of(most + 2, {{0, most + 1, {"1", "2"}}});
     EXPECT_EQ(samples_for(words, 4, column_grid(0, most - 1, 100)), std::nullopt);

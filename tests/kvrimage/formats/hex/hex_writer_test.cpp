@@ -1,6 +1,7 @@
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "kvrimage/formats/hex/hex_writer.h"
 #include "tests/kvrimage/formats/hex/hex_files.h"
+#include "tests/kvrimage/rounds.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -94,6 +95,7 @@ TEST(HexWriter, WhatIsWrittenIsReadAgainAtAllWidths) {
 }
 
 TEST(HexWriter, LargeImagesAreReadAgain) {
+    KVR_NOT_WITH_SANITIZERS();
     std::mt19937 numbers(8);
     for (const std::uint32_t width : {8U, 20U, 32U}) {
         memory_image image(width, 140000);
