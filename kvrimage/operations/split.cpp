@@ -34,7 +34,7 @@ void require_whole_parts(const memory_image& image, std::uint64_t count, std::st
         throw std::invalid_argument(fmt::format("0 {}", parts));
     }
     if (image.depth() % count != 0) {
-        throw std::invalid_argument(fmt::format("{} words are no {} {} of one length: {} left over",
+        throw std::invalid_argument(fmt::format("{} words are not {} {} of one length: {} left over",
                                                 image.depth(), count, parts, image.depth() % count));
     }
 }

@@ -159,7 +159,7 @@ void readmem_findings::report(diagnostic_list& list, std::uint64_t unit_bytes) c
 void readmem_findings::report_characters(diagnostic_list& list) const {
     if (!mark.where.empty()) {
         add_repairable(list, mark, diagnose::readmem_byte_order_mark(mark.where),
-                       "the byte-order mark is gone");
+                       "the byte-order mark is removed");
     }
     if (!separators.where.empty()) {
         add_repairable(list, separators,

@@ -25,7 +25,7 @@ namespace {
 void require_width(const memory_image& image, std::uint32_t width) {
     if (image.width() != width) {
         throw std::invalid_argument(
-            fmt::format("words of {} bits, where the scheme has {}", image.width(), width));
+            fmt::format("words of {} bits, but the scheme has {}", image.width(), width));
     }
 }
 

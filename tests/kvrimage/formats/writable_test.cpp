@@ -75,7 +75,7 @@ TEST(Writable, WordsOfSeveralBytesNeedAnOrderInAFileOfBytes) {
     plain.counts = address_unit::byte;
     EXPECT_THAT(obstacles(plain, memory_image(8, 4)), IsEmpty());
     EXPECT_THAT(obstacles(plain, memory_image(9, 4)),
-                ElementsAre("the order of the bytes in a word of 9 bits is not known"));
+                ElementsAre("the byte order of words of 9 bits is unknown"));
     EXPECT_THAT(obstacles(plain, memory_image(9, 4), {.order = byte_order::big}), IsEmpty());
 }
 

@@ -54,7 +54,7 @@ TEST(MemheaderWriter, NeedsAddressesFrom0On) {
     const auto found = can_write(image, {.as = &memheader_format});
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().message,
-              "the addresses begin at 16, and a file with a depth holds those from 0 on");
+              "the addresses begin at 16, but those of a file with a depth begin at 0");
 }
 
 TEST(MemheaderWriter, WhatItWritesReadsAsTheSameWords) {
