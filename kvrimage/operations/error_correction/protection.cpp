@@ -214,12 +214,11 @@ void require_not_damaged(const ecc_report& report) {
     const auto damaged =
         std::ranges::find_if(report.findings, [](const ecc_finding& one) { return !one.bit; });
     if (report.damaged != 0) {
-        throw std::domain_error(
-            fmt::format("the check bits of {} do not say which of their bits are wrong{}",
-                        counted(report.damaged, "word"),
-                        damaged == report.findings.end()
-                            ? ""
-                            : fmt::format(", the first at address 0x{:X}", damaged->address)));
+        throw std::domain_error(fmt::format(
+            "the check bits of {} do not identify the wrong bits{}", counted(report.damaged, "word"),
+            damaged == report.findings.end()
+                ? ""
+                : fmt::format(", the first at address 0x{:X}", damaged->address)));
     }
 }
 

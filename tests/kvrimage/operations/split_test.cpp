@@ -80,9 +80,9 @@ TEST(SplitLanes, KeepsDontCareDigitsOfWordsInARow) {
 
 TEST(SplitLanes, RefusesAWidthThatDoesNotDivide) {
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_lanes(memory_image(16, 1), 5)); }),
-              "words of 16 bits are no lanes of 5 bits");
+              "words of 16 bits cannot be split into lanes of 5 bits");
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_lanes(memory_image(16, 1), 0)); }),
-              "words of 16 bits are no lanes of 0 bits");
+              "words of 16 bits cannot be split into lanes of 0 bits");
 }
 
 TEST(SplitBanks, TakesTurns) {

@@ -86,7 +86,7 @@ TEST(CsvReader, FractionsBeyondTheFormatAreBroken) {
 TEST(CsvReader, FractionsWithoutAFormatAreBroken) {
     EXPECT_THAT(
         found_in(csv_format, "1\n0.5\n1e3\n"),
-        ElementsAre("csv-fraction 2:1+3: 0.5 is a fraction, and nothing says how words hold it / "
+        ElementsAre("csv-fraction 2:1+3: 0.5 is a fraction, but no fixed-point format is given / "
                     "add --value-radix fixed:I.F for I integer bits, with the sign, and F fraction bits"));
 }
 

@@ -231,7 +231,7 @@ std::string with_huge_field(const made_elf& file, std::size_t offset) {
 TEST(ElfReader, ContentsMustBeInTheFile) {
     const std::string far = with_huge_field(small_program(), 4);
     EXPECT_EQ(elf_message(read_elf(far, {})),
-              "segment 0 has its contents at offset 2147483647 to 2147483650, the file has " +
+              "segment 0 has its contents at offset 2147483647 to 2147483650, but the file has " +
                   std::to_string(far.size()) + " bytes|the file may be cut off");
     EXPECT_EQ(shown_report(read_elf(with_huge_field(small_program(), 16), {})),
               "broken elf-beyond-file 0:0+0 x1\n");

@@ -292,8 +292,7 @@ TEST(HexReader, RecordsThatCountBytesContradictAWiderWord) {
     EXPECT_EQ(result.diagnostics[0].message,
               "the record addresses count bytes, but words of 32 bits need word addresses");
     EXPECT_EQ(result.diagnostics[0].hint, "add --address-unit byte --endian little (first word 00500113) or "
-                                          "big (13015000); or --address-unit word if "
-                                          "words are left out");
+                                          "big (13015000); or --address-unit word if words are omitted");
 }
 
 TEST(HexReader, RecordsOfNarrowerWordsContradictTheWidth) {
@@ -305,8 +304,7 @@ TEST(HexReader, RecordsOfNarrowerWordsContradictTheWidth) {
     EXPECT_EQ(report_of(result), "broken address-unit 0:0+0 x1\n");
     EXPECT_EQ(message_of(record("0400000012345678") + record("0400020012345678") + end_record, of_width(32)),
               "the record addresses count words of 16 bits, but words of 32 bits need word addresses|give "
-              "--width 16; or "
-              "--address-unit word if words are left out");
+              "--width 16; or --address-unit word if words are omitted");
 }
 
 TEST(HexReader, TheCallerMaySayThatWordsAreLeftOut) {

@@ -45,7 +45,7 @@ TEST(MemheaderWriter, BinaryWordsHaveNoAddresses) {
     const auto found = can_write(image, to_mem(radix::bin));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().message,
-              "2 words are not set, the first at address 0, and #Format=Bin cannot leave words out");
+              "2 words are not set, the first at address 0, but #Format=Bin cannot omit words");
 }
 
 TEST(MemheaderWriter, NeedsAddressesFrom0On) {

@@ -28,7 +28,8 @@ TEST(RifDiagnostics, NamesCharactersThatAreNoDigits) {
     EXPECT_EQ(only_message("7g"), "'g' is not a hexadecimal digit | ");
     EXPECT_EQ(only_message("1, 2"), "',' is not a hexadecimal digit | separate words by blanks");
     EXPECT_EQ(only_message("1 ; 2"), "';' is not a hexadecimal digit | separate words by blanks");
-    EXPECT_EQ(only_message("12_34"), "'_' is not a hexadecimal digit | write the digits of a word without '_'");
+    EXPECT_EQ(only_message("12_34"),
+              "'_' is not a hexadecimal digit | write the digits of a word without '_'");
 }
 
 TEST(RifDiagnostics, NamesEachTextThatIsNoDigitOnce) {

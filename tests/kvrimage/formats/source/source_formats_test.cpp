@@ -60,8 +60,8 @@ TEST(SourceFormats, HoldNoMemoryWithGaps) {
     image.set(1, word::of(1, 8));
     for (const format* each : source_formats) {
         EXPECT_THAT(messages_of(can_write(image, {.as = each})),
-                    ElementsAre("3 words are not set, the first at address 0, and " +
-                                std::string(each->title) + " cannot leave words out"));
+                    ElementsAre("3 words are not set, the first at address 0, but " +
+                                std::string(each->title) + " cannot omit words"));
     }
 }
 

@@ -101,12 +101,10 @@ TEST(SourceName, ThatIsNoNameIsRefused) {
 }
 
 TEST(SourceName, WithAnotherMeaningIsRefused) {
-    EXPECT_THAT(
-        refusals_of("for", loose),
-        ElementsAre("source-name-taken: 'for' has another meaning in Loose / use --name rom_for"));
-    EXPECT_THAT(
-        refusals_of("Data", loose),
-        ElementsAre("source-name-taken: 'Data' has another meaning in Loose / use --name rom_Data"));
+    EXPECT_THAT(refusals_of("for", loose),
+                ElementsAre("source-name-taken: 'for' has another meaning in Loose / use --name rom_for"));
+    EXPECT_THAT(refusals_of("Data", loose),
+                ElementsAre("source-name-taken: 'Data' has another meaning in Loose / use --name rom_Data"));
     EXPECT_THAT(refusals_of("SIGNAL", strict),
                 ElementsAre("source-name-taken: 'SIGNAL' has another meaning in "
                             "Strict / use --name rom_SIGNAL"));
