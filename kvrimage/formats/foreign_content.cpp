@@ -117,8 +117,8 @@ bool has_nul(std::string_view contents) {
     return contents.substr(0, sniffed_bytes).find('\0') != std::string_view::npos;
 }
 
-constexpr std::string_view to_utf8_16 = "iconv -f UTF-16 -t UTF-8 makes plain text of it";
-constexpr std::string_view to_utf8_32 = "iconv -f UTF-32 -t UTF-8 makes plain text of it";
+constexpr std::string_view to_utf8_16 = "use iconv -f UTF-16 -t UTF-8 to convert it to plain text";
+constexpr std::string_view to_utf8_32 = "use iconv -f UTF-32 -t UTF-8 to convert it to plain text";
 
 /// Contents that begin with `bytes`.
 struct foreign_beginning {
@@ -161,8 +161,8 @@ constexpr auto foreign_kinds = std::to_array<foreign_kind>({
     {has_nul, "a binary file", ""},
     {has_markup, "markup text of other software", ""},
     {has_binary_rows, "bare rows of binary words",
-     "--from readmemb reads them; --from readmemh does where the digits are hexadecimal"},
-    {has_hexadecimal_rows, "bare rows of hexadecimal words", "--from readmemh reads them"},
+     "use --from readmemb, or --from readmemh if the digits are hexadecimal"},
+    {has_hexadecimal_rows, "bare rows of hexadecimal words", "use --from readmemh"},
 });
 
 /// Finds another format of @p contents with a confidence of at least @p least.

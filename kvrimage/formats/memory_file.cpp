@@ -172,7 +172,7 @@ write_options with_format(write_options options, const std::string& path) {
         options.as = format_of_path(path);
     }
     if (options.as == nullptr) {
-        throw std::invalid_argument(fmt::format("nothing says in which format {} is to be written", path));
+        throw std::invalid_argument(fmt::format("the format for {} is unknown", path));
     }
     if (options.file_name.empty()) {
         options.file_name = path;
@@ -216,7 +216,7 @@ repaired repair(std::string contents, const check_options& options) {
     choice.result.reset(); // it does not have all repairs
     if (choice.as == nullptr || choice.as->read == nullptr) {
         throw std::invalid_argument(choice.as == nullptr
-                                        ? "no format was named, and the contents fit none"
+                                        ? "no format was given, and the contents fit none"
                                         : fmt::format("{} cannot be read", choice.as->title));
     }
     check_options last = options;
@@ -232,7 +232,7 @@ repaired repair(std::string contents, const check_options& options) {
 
 std::vector<diagnostic> can_write(const memory_image& image, const write_options& options) {
     if (options.as == nullptr) {
-        throw std::invalid_argument("no format was named");
+        throw std::invalid_argument("no format was given");
     }
     if (options.as->write == nullptr) {
         throw std::invalid_argument(fmt::format("{} cannot be written", options.as->title));

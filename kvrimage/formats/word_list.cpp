@@ -291,7 +291,7 @@ diagnostic describe_bad_digits(std::string_view contents, const places& where, r
     const std::size_t fault = find_bad_digit(word, digits_radix);
     diagnostic found = diagnose::bad_digit(where, word.substr(fault, 1), word, adjective_of(digits_radix));
     if (fault == 0 && word.front() == '-' && digits_radix == radix::uns) {
-        found.hint = "decimal values are unsigned here: write what the bits of the word are worth";
+        found.hint = "decimal values are unsigned here: write the unsigned value of the word";
     }
     return found;
 }

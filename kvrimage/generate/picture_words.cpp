@@ -93,7 +93,7 @@ indexed_words indexed_picture_words(const raster& picture, std::uint32_t colors,
     require_pixels(picture);
     if (colors < 2 || colors > most_palette_colors) {
         throw std::invalid_argument(
-            fmt::format("a palette of {} colours: it has 2 to {}", colors, most_palette_colors));
+            fmt::format("a palette of {} colors: it has 2 to {}", colors, most_palette_colors));
     }
     std::vector<std::uint32_t> pixels = distinct_pixels(picture.pixels, rules.format);
     if (pixels.size() > colors) {

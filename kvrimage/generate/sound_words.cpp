@@ -68,7 +68,8 @@ void take_format(wave_file& sound, std::string_view body) {
     }
     if (kind != whole_numbers && kind != fractions) {
         refuse(fmt::format(
-            "the samples are in the format {}; only plain numbers (1) and fractions (3) are read", kind));
+            "the samples are in the format {}; only integers (1) and floating-point numbers (3) are read",
+            kind));
     }
     sound.has_fractions = kind == fractions;
     sound.channels = field(body, 2, 2);
@@ -121,7 +122,7 @@ wave_file read_wave(std::string_view contents) {
     constexpr std::size_t head_size = 12;
     if (contents.size() < head_size || !contents.starts_with("RIFF") ||
         contents.substr(head_size - 4, 4) != "WAVE") {
-        refuse("this is no WAVE file");
+        refuse("this is not a WAVE file");
     }
     wave_file sound;
     for (std::string_view rest = contents.substr(head_size);;) {
@@ -142,7 +143,7 @@ wave_file read_wave(std::string_view contents) {
     const std::size_t frame_size = std::size_t{sound.channels} * sound.sample_size();
     if (sound.samples.size() % frame_size != 0) {
         refuse(
-            fmt::format("{} bytes of samples are no whole frames of {}", sound.samples.size(), frame_size));
+            fmt::format("{} bytes of samples are not whole frames of {}", sound.samples.size(), frame_size));
     }
     sound.frames = sound.samples.size() / frame_size;
     return sound;

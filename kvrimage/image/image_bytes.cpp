@@ -23,12 +23,12 @@ namespace {
 
 std::uint64_t words_in(std::string_view bytes, const word_shape& shape, const byte_options& options) {
     if (bytes.empty()) {
-        throw std::invalid_argument("no bytes make no memory");
+        throw std::invalid_argument("a memory has at least one byte");
     }
     const std::size_t rest = bytes.size() % shape.bytes;
     if (rest != 0 && !options.pad) {
         throw std::invalid_argument(
-            fmt::format("{} bytes are no whole words of {} bits: the last one has {} of {}", bytes.size(),
+            fmt::format("{} bytes are not whole words of {} bits: the last one has {} of {}", bytes.size(),
                         options.width, rest, shape.bytes));
     }
     return bytes.size() / shape.bytes + (rest != 0 ? 1 : 0);

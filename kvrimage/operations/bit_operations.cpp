@@ -142,8 +142,7 @@ memory_image with_reversed_bits(const memory_image& image) {
 
 memory_image with_swapped_bytes(const memory_image& image) {
     if (image.width() % bits_per_byte != 0) {
-        throw std::invalid_argument(
-            fmt::format("words of {} bits are no whole bytes, whose order could be swapped", image.width()));
+        throw std::invalid_argument(fmt::format("words of {} bits are not whole bytes", image.width()));
     }
     const std::uint32_t top_byte = image.width() - bits_per_byte;
     return with_moved_bits(

@@ -34,7 +34,7 @@ void require_whole_parts(const memory_image& image, std::uint64_t count, std::st
         throw std::invalid_argument(fmt::format("0 {}", parts));
     }
     if (image.depth() % count != 0) {
-        throw std::invalid_argument(fmt::format("{} words are no {} {} of one length: {} left over",
+        throw std::invalid_argument(fmt::format("{} words are not {} {} of one length: {} left over",
                                                 image.depth(), count, parts, image.depth() % count));
     }
 }
@@ -191,7 +191,7 @@ std::vector<memory_image> split_by(Splitter&& splitter, const memory_image& imag
 std::vector<memory_image> split_lanes(const memory_image& image, std::uint32_t bits) {
     if (bits == 0 || image.width() % bits != 0) {
         throw std::invalid_argument(
-            fmt::format("words of {} bits are no lanes of {} bits", image.width(), bits));
+            fmt::format("words of {} bits cannot be split into lanes of {} bits", image.width(), bits));
     }
     if (auto lanes = lanes_of_bytes(image, bits)) {
         return std::move(*lanes);

@@ -34,7 +34,7 @@ py::object encode_fixed(const std::string& text, std::uint32_t integer_bits, std
     const auto made =
         kvrimage::parse_fixed_point(text, {integer_bits, fraction_bits}, rounding_called(rounding), saturate);
     if (made.fault == kvrimage::fixed_point_fault::syntax) {
-        throw py::value_error("\"" + text + "\" is no decimal number");
+        throw py::value_error("\"" + text + "\" is not a valid decimal number");
     }
     return object_of(made.value);
 }
@@ -57,7 +57,7 @@ py::object encode_fixed(const std::string& text, std::uint32_t integer_bits, std
         break;
     }
     throw py::value_error("character " + std::to_string(fault.position + 1) + " of \"" + text +
-                          "\" is no digit of the radix");
+                          "\" is not a digit of the radix");
 }
 
 std::string convert_radix(const std::string& text, const std::string& source, const std::string& target,

@@ -220,7 +220,7 @@ def write(image: _kvr.Image, memory_format: Optional[str], target: Any, options:
     if options["format"] is None and is_stream:
         options["format"] = memory_format
     if options["format"] is None:
-        raise ValueError(f"nothing says in which format {_shown(path) or 'the stream'} is to be written")
+        raise ValueError(f"the format for {_shown(path) or 'the stream'} is unknown")
     if is_stream:
         _write_stream(image, target, options)
         return
@@ -289,7 +289,7 @@ def edit(path: Any, words: Mapping[Any, Union[WordLike, Sequence[WordLike]]], **
 def _first_and_last(where: Any) -> tuple[int, int]:
     if isinstance(where, range):
         if where.step != 1 or not where:
-            raise ValueError(f"{where} is no range of addresses")
+            raise ValueError(f"{where} is not a range of addresses")
         return where[0], where[-1]
     if where < 0:
         raise IndexError(f"address {where} is below 0")
@@ -298,7 +298,7 @@ def _first_and_last(where: Any) -> tuple[int, int]:
 
 def _pattern(value: Union[WordLike, Sequence[WordLike]]) -> list[Union[int, str]]:
     if isinstance(value, (str, bytes)):
-        raise TypeError(f"{value!r} is no word")
+        raise TypeError(f"{value!r} is not a word")
     if isinstance(value, Word) or not hasattr(value, "__iter__"):
         return [required(value)]
     return [required(each) for each in value]

@@ -425,7 +425,7 @@ class Memory:
         pairs = []
         for each in ranges:
             if each.step != 1 or not each:
-                raise ValueError(f"{each} is no range of addresses")
+                raise ValueError(f"{each} is not a range of addresses")
             pairs.append((each[0], each[-1]))
         return _kvr.checksum(self._image, _checksum_name(name), pairs, endian, to_library(unset))
 
@@ -548,7 +548,7 @@ def _width_of(array: Any, width: Optional[int]) -> int:
     if width is not None:
         return width
     if dtype is None or dtype.kind not in "bui":
-        raise TypeError("width is needed: the elements do not say it")
+        raise TypeError("width is needed: the elements do not determine it")
     return 1 if dtype.kind == "b" else int(dtype.itemsize) * 8
 
 

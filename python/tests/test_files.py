@@ -53,7 +53,7 @@ def test_streams_know_their_format(boot_mif, tmp_path):
     assert kvr.read(tmp_path / "boot.rif", width=8, depth=4).format == "rif"
     with pytest.raises(ValueError, match="the stream"):
         kvr.Memory(8, 1).write(io.BytesIO())
-    with pytest.raises(ValueError, match="nothing says"):
+    with pytest.raises(ValueError, match="is unknown"):
         m.write(tmp_path / "boot.unknown")
 
 
@@ -244,4 +244,4 @@ def test_what_a_hint_proposes_is_an_argument(tmp_path):
 def test_what_is_no_option_of_a_text_stays(tmp_path):
     with pytest.raises(kvr.FileError) as error:
         kvr.parse("@0 1 --first\n", format="readmemh", width=8)
-    assert "'--' begins no comment of Verilog" in str(error.value)
+    assert "'--' does not begin a Verilog comment" in str(error.value)

@@ -25,7 +25,7 @@ def test_fixed_point_words():
     assert q15.encode(1, saturate=True) == 0x7FFF and q15.encode("-9e9", saturate=True) == 0x8000
     assert q15 == kvr.Fixed(1, 15) == pickle.loads(pickle.dumps(q15)) and hash(q15) == hash(kvr.Fixed(1, 15))
     assert q15 != kvr.Fixed(2, 14) and q15 != 1 and repr(q15) == "Fixed(1, 15)"
-    with pytest.raises(ValueError, match="no decimal number"):
+    with pytest.raises(ValueError, match="not a valid decimal number"):
         q15.encode("half")
     with pytest.raises(ValueError):
         q15.encode(float("nan"))

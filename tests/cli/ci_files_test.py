@@ -71,7 +71,7 @@ class Action(Folder):
                                    kvrmem=str(TOOL))
             self.assertEqual(done.returncode, code, done.stdout + done.stderr)
         done = self.run_action(files="good.mif", reading_options="--width 9", check_layout="true", kvrmem=str(TOOL))
-        self.assertIn("--width 9 contradicts the file, which says 8", done.stderr)
+        self.assertIn("--width 9 contradicts the file, which states 8", done.stderr)
 
     def test_layout_counts_where_it_is_asked_for(self):
         self.assertEqual(self.run_action(files="rom/untidy.mif", kvrmem=str(TOOL)).returncode, 0)

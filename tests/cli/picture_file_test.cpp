@@ -153,7 +153,7 @@ std::string refusal_of(const std::string& file) {
 TEST(PictureFile, IsRefusedWithTheReason) {
     EXPECT_EQ(refusal_of(jpeg_file().substr(0, jpeg_file().size() - 9)), "the picture is cut off or damaged");
     EXPECT_EQ(refusal_of(bmp_file().substr(0, bmp_file().size() - 9)), "the picture is cut off");
-    EXPECT_EQ(refusal_of("GIF89a"), "this is no PNG, BMP or JPEG, or a broken one (unknown image type)");
+    EXPECT_EQ(refusal_of("GIF89a"), "this is not a valid PNG, BMP or JPEG file (unknown image type)");
 }
 
 /// @p file, a BMP, with a different number of rows.

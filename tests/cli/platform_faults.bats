@@ -256,7 +256,7 @@ END
     } >../old.mif
     { cat ../old.mif && echo '-- the end'; } >../commented.mif
     run -4 bash -c "ulimit -v 131072; '$KVRMEM' convert in.mif ../commented.mif"
-    [ "$output" = "kvrmem: ../commented.mif: is there already and would lose 1 comment, in line 2097157; --force replaces it" ]
+    [ "$output" = "kvrmem: ../commented.mif: already exists and would lose 1 comment, in line 2097157; use --force to replace it" ]
     run -0 bash -c "ulimit -v 131072; '$KVRMEM' convert in.mif ../old.mif"
     run -0 "$KVRMEM" diff --quiet in.mif ../old.mif
     nothing_changed

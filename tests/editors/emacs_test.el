@@ -102,7 +102,7 @@
                                  result)
                          '((4 :error "value 1FF needs 9 bits, the words have 8\nneeds WIDTH 9")
                            (5 :error "'2' begins a statement on the line of another
-the library kvr takes it for more values; give it a line of its own")
+the library kvr reads it as more values; give it a line of its own")
                            (7 :warning "'rest' follows END\nmake it a comment")))))
       (delete-file file))))
 

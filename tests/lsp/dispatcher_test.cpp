@@ -78,14 +78,14 @@ TEST_F(Dispatcher, HandlesNotifications) {
 TEST_F(Dispatcher, WaitsForInitialize) {
     run(R"({"jsonrpc":"2.0","id":1,"method":"echo"})");
     run(R"({"jsonrpc":"2.0","method":"note"})");
-    EXPECT_THAT(sent, ElementsAre(error_text("1", -32002, "the first request is to be 'initialize'")));
+    EXPECT_THAT(sent, ElementsAre(error_text("1", -32002, "the first request must be 'initialize'")));
     EXPECT_THAT(notes, IsEmpty());
 }
 
 TEST_F(Dispatcher, IsInitializedOnce) {
     initialize();
     run(R"({"jsonrpc":"2.0","id":1,"method":"initialize"})");
-    EXPECT_THAT(sent, ElementsAre(error_text("1", -32600, "the server is initialized already")));
+    EXPECT_THAT(sent, ElementsAre(error_text("1", -32600, "the server is already initialized")));
 }
 
 TEST_F(Dispatcher, TakesNothingButExitAfterShutdown) {
@@ -138,14 +138,14 @@ TEST_F(Dispatcher, ReportsWhatIsNoMessage) {
     run(R"({"jsonrpc":"2.0","id":6})");
     run(R"({"jsonrpc":"2.0","id":1.5,"method":"echo"})");
     run(R"({"jsonrpc":"2.0","id":7,"method":"echo","params":1})");
-    EXPECT_THAT(sent, ElementsAre(error_text("null", -32700, "the message is no JSON"),
-                                  error_text("null", -32700, "the message is no JSON"),
-                                  error_text("null", -32600, "batches are not part of the protocol"),
-                                  error_text("null", -32600, "a message is an object"),
-                                  error_text("5", -32600, "jsonrpc is to be 2.0"),
-                                  error_text("6", -32600, "a message has a method"),
-                                  error_text("null", -32600, "an id is an integer or a string"),
-                                  error_text("7", -32600, "params are an object or an array")));
+    EXPECT_THAT(sent, ElementsAre(error_text("null", -32700, "the message is not JSON"),
+                                  error_text("null", -32700, "the message is not JSON"),
+                                  error_text("null", -32600, "batches are not supported by the protocol"),
+                                  error_text("null", -32600, "a message must be an object"),
+                                  error_text("5", -32600, "jsonrpc must be 2.0"),
+                                  error_text("6", -32600, "a message must have a method"),
+                                  error_text("null", -32600, "an id must be an integer or a string"),
+                                  error_text("7", -32600, "params must be an object or an array")));
 }
 
 TEST_F(Dispatcher, ReportsHeadersAndLengths) {

@@ -539,7 +539,7 @@ TEST_F(Features, CommandsChangeTheRadix) {
               "a file with errors would lose words");
     client.open("file:///lists.mem", "@0 1 2\n");
     EXPECT_EQ(failure("kvrmem.changeRadix", {"file:///lists.mem", "bin"}),
-              "the file does not say its radix, or is read from a base");
+              "the file does not state its radix, or is read from a base");
 }
 
 TEST_F(Features, WordsOfAFileThatIsReadFromABaseAreSetAtItsAddresses) {
@@ -558,14 +558,14 @@ TEST_F(Features, RepairsThatWouldLeaveErrorsAreRefused) {
 
 TEST_F(Features, CommandsReportWhatIsWrong) {
     start(mif_uri, mif_text);
-    EXPECT_EQ(failure("kvrmem.set", {mif_uri, "0x20", "1"}), "0x20 is no address of the memory");
-    EXPECT_EQ(failure("kvrmem.set", {mif_uri, "x", "1"}), "x is no address of the memory");
+    EXPECT_EQ(failure("kvrmem.set", {mif_uri, "0x20", "1"}), "0x20 is not an address of the memory");
+    EXPECT_EQ(failure("kvrmem.set", {mif_uri, "x", "1"}), "x is not an address of the memory");
     EXPECT_EQ(failure("kvrmem.set", {mif_uri, "0", "256"}),
               "kvrmem.set: value 256 needs 9 bits, the word has 8");
-    EXPECT_EQ(failure("kvrmem.set", {mif_uri, "0"}), "argument 3 is to be a word, as in 0x1F");
+    EXPECT_EQ(failure("kvrmem.set", {mif_uri, "0"}), "argument 3: expected a word, as in 0x1F");
     EXPECT_EQ(failure("kvrmem.other", {mif_uri}), "there is no command 'kvrmem.other'");
     EXPECT_EQ(failure("kvrmem.set", {"file:///other"}), "file:///other is not open");
-    EXPECT_EQ(failure("kvrmem.set", json::array()), "the first argument is to be the URI of a document");
+    EXPECT_EQ(failure("kvrmem.set", json::array()), "the first argument must be the URI of a document");
     client.open("file:///a.unknown", "nothing\n");
     EXPECT_EQ(failure("kvrmem.fixAll", {"file:///a.unknown"}), "the contents fit no format");
     EXPECT_EQ(failure("kvrmem.set", {"file:///a.unknown", "0", "1"}),

@@ -101,7 +101,7 @@ TEST(LanguageServerSettings, ReportWhatIsWrong) {
                     "kvrmem.diagnostics: expected a number from 1 to 100000",
                     "kvrmem.endian: expected little or big",
                     "kvrmem.for: expected a list of names, as in [\"kvr\", \"icarus\"]",
-                    "kvrmem.format: expected a name that kvrmem formats lists",
+                    "kvrmem.format: expected a name listed by kvrmem formats",
                     "kvrmem.other: there is no such setting", "kvrmem.pad: expected a number from 0 to 255",
                     "kvrmem.radix: expected bin, oct, dec, uns, hex, or fixed:I.F with I integer and F "
                     "fraction bits",

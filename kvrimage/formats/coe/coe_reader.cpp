@@ -109,7 +109,7 @@ private:
         if (after_comma) {
             diagnostic found = diagnose::coe_last_comma(last_comma);
             found.fix = {{last_comma.offset, last_comma.length, ""}};
-            found.repair = "the last ',' is gone";
+            found.repair = "the last ',' is removed";
             list.add(std::move(found));
         }
     }

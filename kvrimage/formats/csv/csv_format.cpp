@@ -16,9 +16,9 @@ constexpr std::array<std::string_view, 2> csv_extensions = {"csv", "tsv"};
 constexpr std::array<radix, 4> csv_radixes = {radix::hex, radix::dec, radix::uns, radix::bin};
 
 constexpr std::array<choice_kind, 5> csv_read_choices = {{
-    {"address-column", "COLUMN", "", "name or number of the column of addresses, or none"},
-    {"value-column", "COLUMN", "", "name or number of the column of values"},
-    {"value-radix", "RADIX", "", "what values are: dec, uns, hex, bin or fixed:I.F"},
+    {"address-column", "COLUMN", "", "name or number of the address column, or none"},
+    {"value-column", "COLUMN", "", "name or number of the value column"},
+    {"value-radix", "RADIX", "", "radix of values: dec, uns, hex, bin or fixed:I.F"},
     {"round", "HOW", "nearest even down", "how fractions are rounded: nearest, even, down"},
     {"saturate", "", "", "fractions out of range become the nearest word"},
 }};

@@ -207,13 +207,13 @@ private:
     }
     void report_bad_values() {
         std::string kind = "number";
-        std::string_view instead = "numbers are 31, -5, 0x1F or 0b11111";
+        std::string_view instead = "write numbers as 31, -5, 0x1F or 0b11111";
         if (rules.fixed) {
             kind = "decimal number";
-            instead = "numbers are -1.5, .25 or 2e-3";
+            instead = "write numbers as -1.5, .25 or 2e-3";
         } else if (rules.digits) {
             kind = fmt::format("{} number", adjective_of(*rules.digits));
-            instead = rules.digits == radix::uns ? "--value-radix dec reads signed numbers" : "";
+            instead = rules.digits == radix::uns ? "use --value-radix dec for signed numbers" : "";
         }
         list.add(diagnose::csv_value(bad_values.where, bad_values.first.where.in(text), kind, instead));
     }

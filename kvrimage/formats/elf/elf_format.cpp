@@ -11,9 +11,9 @@ namespace {
 constexpr std::array<std::string_view, 3> elf_extensions = {"elf", "axf", "out"};
 
 constexpr std::array<choice_kind, 3> elf_read_choices = {{
-    {"address", "KIND", "physical virtual", "where segments are loaded, or where the program sees them"},
+    {"address", "KIND", "physical virtual", "load segments at physical or at virtual addresses"},
     {"section", "NAME,...", "", "read the sections NAME instead of the segments"},
-    {"sparse", "", "", "read contents that are spread over more than 256 MiB"},
+    {"sparse", "", "", "accept contents that span more than 256 MiB"},
 }};
 
 } // namespace

@@ -51,7 +51,7 @@ diagnostic describe_length(const hex_line& line) {
         return diagnose::record_length(
             line.fault_place, length, stated,
             fmt::format("{} {}, an odd number", digits == 1 ? "is" : "are", counted(digits, "digit")),
-            "a digit is missing or too much");
+            "a digit is missing or surplus");
     }
     const char* advice = record.data_bytes == digits / 2 + 1 ? "one byte is missing, or the checksum" : "";
     return diagnose::record_length(line.fault_place, length, stated,

@@ -26,7 +26,7 @@ span place_in_records(const kvr::read_fault& fault, std::string_view contents) {
 
 std::string reason_of(const kvr::read_fault& fault) {
     return fault.code == kvr::fault_code::no_data ? "it has no data"
-                                                  : fmt::format("line {} is no record", fault.line);
+                                                  : fmt::format("line {} is not a record", fault.line);
 }
 
 } // namespace

@@ -90,7 +90,7 @@ private:
         if (are_bytes) {
             contradiction.option = "--address-unit byte --endian little";
         }
-        contradiction.hint = other + "or --address-unit word if words are left out";
+        contradiction.hint = other + "or --address-unit word if words are omitted";
         diagnostics.add(std::move(contradiction));
     }
     /// Returns "little (first word 00500113) or big (13015000)".

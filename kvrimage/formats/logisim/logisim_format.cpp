@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::array<choice_kind, 1> logisim_write_choices = {
     {{logisim_variant_choice, "NAME", logisim_variant_names,
-      "what is written: v3 (words with addresses), v3-plain, v2"}}};
+      "variant to write: v3 (words with addresses), v3-plain, v2"}}};
 
 } // namespace
 

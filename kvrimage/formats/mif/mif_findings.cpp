@@ -36,7 +36,7 @@ constexpr std::array<mif_syntax_kind, mif_syntax_count> mif_syntax_kinds = {{
     {one_of<diagnose::empty_statement>, "';' removed"},
     {one_of<diagnose::lone_semicolon>, "';' removed"},
     {one_of<diagnose::missing_content>, "CONTENT BEGIN put before the first statement"},
-    {one_of<diagnose::content_spelling>, "CONTENT BEGIN spelt right"},
+    {one_of<diagnose::content_spelling>, "CONTENT BEGIN spelled correctly"},
     {one_of<diagnose::content_semicolon>, "';' removed"},
     {one_of<diagnose::missing_begin>, "BEGIN put after CONTENT"},
     {one_of<diagnose::before_begin>, ""},

@@ -145,8 +145,7 @@ void mif_overlaps::report(diagnostic_list& list) {
         twice.report(diagnose::set_twice(twice.where(), twice_address, twice_earlier, twice_value), "", list);
     }
     if (!again.empty()) {
-        again.report(diagnose::set_again(again.where(), again_address),
-                     "statement removed that repeats another", list);
+        again.report(diagnose::set_again(again.where(), again_address), "repeated statement removed", list);
     }
     if (!over.empty()) {
         over.report(diagnose::overlap(over.where(), over_address, over_earlier, over_value), "", list);

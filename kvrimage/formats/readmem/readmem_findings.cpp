@@ -159,7 +159,7 @@ void readmem_findings::report(diagnostic_list& list, std::uint64_t unit_bytes) c
 void readmem_findings::report_characters(diagnostic_list& list) const {
     if (!mark.where.empty()) {
         add_repairable(list, mark, diagnose::readmem_byte_order_mark(mark.where),
-                       "the byte-order mark is gone");
+                       "the byte-order mark is removed");
     }
     if (!separators.where.empty()) {
         add_repairable(list, separators,
@@ -204,7 +204,7 @@ void readmem_findings::report_words(diagnostic_list& list) const {
     if (!underscores.where.empty()) {
         add_repairable(list, underscores,
                        diagnose::readmem_underscore(underscores.where, underscores.first.in(text)),
-                       "'_' stands between digits only now");
+                       "'_' is between digits only now");
     }
     if (!high_impedance.where.empty()) {
         list.add(diagnose::readmem_high_impedance(high_impedance.where, high_impedance.first.in(text)));

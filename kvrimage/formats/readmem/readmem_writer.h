@@ -10,9 +10,9 @@ namespace kvrimage {
 
 /// The layout options; see format::write_choices.
 inline constexpr std::array<choice_kind, 3> readmem_write_choices = {{
-    {"words-per-line", "N", "", "words a line (default: up to 8, in 80 columns)"},
+    {"words-per-line", "N", "", "words per line (default: up to 8, in 80 columns)"},
     {"every-address", "", "", "begin each line with its address"},
-    {"banner", "", "", "begin with a comment on depth and width"},
+    {"banner", "", "", "begin with a comment that states depth and width"},
 }};
 
 // Implement format::can_write, format::write and format::written_size. Lines break at addresses that are

@@ -54,7 +54,7 @@ void rif_diagnostics::take(const rif_piece& piece) {
     switch (piece.what) {
     case rif_kind::byte_order_mark:
         add_repair({piece.where, {{piece.where.offset, piece.where.length, ""}}},
-                   diagnose::rif_byte_order_mark(piece.where), "the byte-order mark is gone");
+                   diagnose::rif_byte_order_mark(piece.where), "the byte-order mark is removed");
         break;
     case rif_kind::blanks:
         break;
@@ -222,7 +222,7 @@ void rif_diagnostics::finish() {
     }
     if (has_comments()) {
         add_repair(comments, diagnose::rif_comment(comments.where, first_text(comments)),
-                   "comments are gone");
+                   "comments are removed");
     }
     if (!tabs.where.empty()) {
         add_repair(tabs, diagnose::rif_tab(tabs.where), "tabs are blanks now");

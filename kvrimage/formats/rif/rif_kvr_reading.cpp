@@ -63,7 +63,7 @@ std::vector<diagnostic> check_rif_for_kvr(std::string_view contents, const read_
     theirs.refused = memory.error_state != ERROR_STATE_NONE;
     if (theirs.refused) {
         theirs.where = find_refusal(contents);
-        theirs.reason = fmt::format("'{}' is no part of a RIF file", theirs.where.in(contents));
+        theirs.reason = fmt::format("'{}' is not valid in a RIF file", theirs.where.in(contents));
     }
     return compare_with_kvr(rif_format, contents, options, ours, std::move(theirs));
 }

@@ -24,7 +24,7 @@ struct naming {
 
 /// The option --name.
 inline constexpr std::array<choice_kind, 1> source_write_choices = {{
-    {"name", "NAME", "", "name of the array or module (default: by the name of OUT)"},
+    {"name", "NAME", "", "name of the array or module (default: from the name of OUT)"},
 }};
 
 /// Returns the name in @p options, else @p usual, else the file's name converted to a valid name.

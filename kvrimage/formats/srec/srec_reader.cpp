@@ -79,10 +79,9 @@ diagnostic describe_srec_count(const srec_line& line, std::string_view contents)
     const std::string found = is_odd ? fmt::format("are {} digits, an odd number", there)
                                      : fmt::format("{} {}", there == 2 ? "is" : "are", there / 2);
     const bool lacks_one = !is_odd && there / 2 + 1 == stated;
-    diagnostic made =
-        diagnose::srec_count(line.fault_place, count, counted_bytes(stated), found,
-                             is_odd ? "a digit is missing or too much"
-                                    : (lacks_one ? "one byte is missing, or the checksum" : ""));
+    diagnostic made = diagnose::srec_count(
+        line.fault_place, count, counted_bytes(stated), found,
+        is_odd ? "a digit is missing or surplus" : (lacks_one ? "one byte is missing, or the checksum" : ""));
     return made;
 }
 

@@ -25,7 +25,7 @@ namespace {
 void require_width(const memory_image& image, std::uint32_t width) {
     if (image.width() != width) {
         throw std::invalid_argument(
-            fmt::format("words of {} bits, where the scheme has {}", image.width(), width));
+            fmt::format("words of {} bits, but the scheme has {}", image.width(), width));
     }
 }
 
@@ -214,12 +214,11 @@ void require_not_damaged(const ecc_report& report) {
     const auto damaged =
         std::ranges::find_if(report.findings, [](const ecc_finding& one) { return !one.bit; });
     if (report.damaged != 0) {
-        throw std::domain_error(
-            fmt::format("the check bits of {} do not say which of their bits are wrong{}",
-                        counted(report.damaged, "word"),
-                        damaged == report.findings.end()
-                            ? ""
-                            : fmt::format(", the first at address 0x{:X}", damaged->address)));
+        throw std::domain_error(fmt::format(
+            "the check bits of {} do not identify the wrong bits{}", counted(report.damaged, "word"),
+            damaged == report.findings.end()
+                ? ""
+                : fmt::format(", the first at address 0x{:X}", damaged->address)));
     }
 }
 

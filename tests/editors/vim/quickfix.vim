@@ -10,10 +10,10 @@ edit careless.mif
 silent make!
 call assert_equal([
       \ ['careless.mif', 5, 5, 'E', "value 1FF needs 9 bits, the words have 8\nneeds WIDTH 9"],
-      \ ['careless.mif', 6, 8, 'E', "'G' in 3G is no HEX digit"],
+      \ ['careless.mif', 6, 8, 'E', "'G' in 3G is not a valid HEX digit"],
       \ ['careless.mif', 7, 8, 'E',
       \  "'4' begins a statement on the line of another\n"
-      \  . 'the library kvr takes it for more values; give it a line of its own'],
+      \  . 'the library kvr reads it as more values; give it a line of its own'],
       \ ['careless.mif', 9, 1, 'W', "'the rest' follows END\nmake it a comment"],
       \ ], s:entries())
 

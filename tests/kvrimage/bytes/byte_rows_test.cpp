@@ -86,7 +86,7 @@ TEST(ByteRows, ARecordLengthIsANumberWithinTheLimit) {
         options.choices = {{"record-length", wrong}};
         EXPECT_FALSE(chosen_record_length(options, 32, 250)) << wrong;
     }
-    EXPECT_EQ(improper_record_length(options, 250).hint, "it is one of: 1 to 250");
+    EXPECT_EQ(improper_record_length(options, 250).hint, "use one of: 1 to 250");
     options.choices = {{"record-length", "250"}};
     EXPECT_EQ(chosen_record_length(options, 32, 250), 250U);
 }

@@ -83,19 +83,18 @@ TEST(WordsOfBytes, WithoutAnOrderBothFirstWordsAreShown) {
     read_options options;
     options.width = 24;
     const read_result result = words_of({{0, "\x12\x34\x56\x78\x9A\xBC"}}, options);
-    EXPECT_EQ(message_and_hint(result), "the order of the bytes in a word of 24 bits is not known|add "
+    EXPECT_EQ(message_and_hint(result), "the byte order of words of 24 bits is unknown|add "
                                         "--endian little (first word 563412) or big (123456)");
     EXPECT_FALSE(result.image);
     EXPECT_EQ(message_and_hint(words_of({{0, "\x12"}}, options)),
-              "the order of the bytes in a word of 24 bits is not known|add "
+              "the byte order of words of 24 bits is unknown|add "
               "--endian little (first word 000012) or big (120000)");
 }
 
 TEST(WordsOfBytes, AHighFirstAddressNeedsABase) {
     const std::vector<placed> high = {{0x80000002, "\x01"}};
-    EXPECT_EQ(message_and_hint(words_of(high, {})),
-              "the addresses begin at 80000002|--base 0x80000002 makes that word 0; --base 0 keeps the "
-              "addresses as they are");
+    EXPECT_EQ(message_and_hint(words_of(high, {})), "the addresses begin at 80000002|use --base 0x80000002 "
+                                                    "to make that word 0, or --base 0 to keep the addresses");
     EXPECT_EQ(set_words_of(words_of({{0xFFFFFF, "\x01"}}, {})), "16777215=01");
     read_options options;
     options.base = 0x80000000;
@@ -118,7 +117,8 @@ TEST(WordsOfBytes, NothingMayBeBelowTheBase) {
 TEST(WordsOfBytes, ByteThatIsSetAgainIsSuspectWhenItDiffers) {
     const read_result result = words_of({{0, "\x01\x02\x03"}, {1, "\x02\x04"}, {9, "\x05"}}, {});
     EXPECT_EQ(shown_report(result), "suspect overwritten-byte 1:2+1 x1\n");
-    EXPECT_EQ(message_and_hint(result), "address 1 is set twice, with different bytes|the later one counts");
+    EXPECT_EQ(message_and_hint(result),
+              "address 1 is set twice, with different bytes|the later value is used");
     EXPECT_EQ(set_words_of(result), "0=01 1=02 2=04 9=05");
     EXPECT_EQ(shown_report(words_of({{0, "\x01\x02"}, {1, "\x02"}}, {})), "");
 }
@@ -129,7 +129,7 @@ TEST(WordsOfBytes, AWordOfWhichBytesAreMissingIsBroken) {
     const read_result result = words_of(parts, options);
     EXPECT_EQ(shown_report(result), "broken incomplete-word 1:1+1 x2\n");
     EXPECT_EQ(message_and_hint(result),
-              "word at address 0 has 3 of 4 bytes|--pad VALUE gives the missing ones a value");
+              "word at address 0 has 3 of 4 bytes|use --pad VALUE for the missing bytes");
     EXPECT_FALSE(result.image);
     EXPECT_TRUE(result.unreadable.empty());
 
@@ -163,7 +163,7 @@ TEST(WordsOfBytes, BesideFaultsAreMadeOnlyToKeepGoing) {
 TEST(WordsOfBytes, SurplusBitsMustBeZero) {
     const read_result result = words_of({{0, "\x0A\xBC\x1A\xBC\xFF\xFF"}}, bytes_as(12, byte_order::big));
     EXPECT_EQ(shown_report(result), "broken surplus-bits 1:3+1 x2\n");
-    EXPECT_EQ(message_and_hint(result), "word at address 1 is 1ABC, which words of 12 bits cannot be|the "
+    EXPECT_EQ(message_and_hint(result), "word at address 1 is 1ABC, which does not fit 12 bits|the "
                                         "bits above the width must be 0");
     EXPECT_EQ(set_words_of(words_of({{0, "\xBC\x0A"}}, bytes_as(12, byte_order::little))), "0=ABC");
 }
@@ -200,7 +200,7 @@ TEST(WordsOfBytes, AddressesBeyondTheDeepestMemoryAreBroken) {
 TEST(WordsOfBytes, NoByteNeedsADepth) {
     const read_result result = words_of({}, {});
     EXPECT_EQ(message_and_hint(result),
-              "the file holds no byte|--depth WORDS makes a memory without words of it");
+              "the file holds no byte|use --depth WORDS to read it as a memory without words");
     EXPECT_FALSE(result.image);
     read_options options;
     options.depth = 3;

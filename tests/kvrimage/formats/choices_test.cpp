@@ -52,9 +52,9 @@ TEST(Choices, AreProperWithAValueThatIsPossible) {
 }
 
 TEST(Choices, WithAnotherValueAreBroken) {
-    EXPECT_EQ(message_for({{"variant", "old"}, {"variant", "ol"}}), "--variant ol is not possible");
-    EXPECT_EQ(message_for({{"variant", ""}}), "--variant  is not possible");
-    EXPECT_EQ(message_for({{"variant", "old new"}}), "--variant old new is not possible");
+    EXPECT_EQ(message_for({{"variant", "old"}, {"variant", "ol"}}), "--variant ol is not valid");
+    EXPECT_EQ(message_for({{"variant", ""}}), "--variant  is not valid");
+    EXPECT_EQ(message_for({{"variant", "old new"}}), "--variant old new is not valid");
 }
 
 TEST(Choices, ThatTheFormatDoesNotHaveAreBroken) {

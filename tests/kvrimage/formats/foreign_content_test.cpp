@@ -45,7 +45,7 @@ TEST(ForeignContent, IsUtf16WithOrWithoutAMark) {
          {"\xFF\xFEW\0I\0"sv, "\xFE\xFF\0W\0I"sv, "W\0I\0D\0T\0H\0"sv, "\0W\0I\0D\0T"sv}) {
         EXPECT_EQ(kind_of(text), message_for("UTF-16 text"));
     }
-    EXPECT_EQ(foreign_content("\xFF\xFE")->hint, "iconv -f UTF-16 -t UTF-8 makes plain text of it");
+    EXPECT_EQ(foreign_content("\xFF\xFE")->hint, "use iconv -f UTF-16 -t UTF-8 to convert it to plain text");
 }
 
 TEST(ForeignContent, IsBinaryWithANul) {
@@ -74,7 +74,7 @@ TEST(ForeignContent, IsBareRowsOfBinaryWords) {
 
 TEST(ForeignContent, IsBareRowsOfHexadecimalWords) {
     EXPECT_EQ(kind_of("01000001\n0100001F\n"), message_for("bare rows of hexadecimal words"));
-    EXPECT_EQ(foreign_content("AB cd\n")->hint, "--from readmemh reads them");
+    EXPECT_EQ(foreign_content("AB cd\n")->hint, "use --from readmemh");
 }
 
 TEST(ForeignContent, HasTheFirstFilledLineAsItsPlace) {

@@ -80,7 +80,7 @@ TEST(KvrReading, OfOtherWordsHasTheFirstOfThem) {
                                 their_reading({{0, "0A"}, {3, "FE"}, {5, "02"}}, 6));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(about(found[0].id).code, "kvr-reads-other-words");
-    EXPECT_EQ(found[0].message, "the library kvr reads FE at address 3, the file has FF");
+    EXPECT_EQ(found[0].message, "the library kvr reads FE at address 3, but the file has FF");
     EXPECT_EQ(found[0].consumer, "kvr");
     EXPECT_EQ(found[0].count, 2U);
     EXPECT_EQ(found[0].where, (place{4, 1, 6, 1}));
@@ -98,7 +98,7 @@ TEST(KvrReading, OfOtherWordsAmidManyHasTheirPlaces) {
     other_words[700] = "0D";
     const auto found = compared(our_reading(words, 1024), their_reading(other_words, 1024));
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].message, "the library kvr reads 0C at address 3, the file has 0B");
+    EXPECT_EQ(found[0].message, "the library kvr reads 0C at address 3, but the file has 0B");
     EXPECT_EQ(found[0].count, 2U);
     EXPECT_EQ(found[0].where, (place{4, 1, 6, 1}));
 }
@@ -107,14 +107,14 @@ TEST(KvrReading, ShowsWordsInTheRadixOfTheFile) {
     read_result ours = our_reading({{0, "0A"}}, 1);
     ours.facts.data_radix = radix::dec;
     EXPECT_EQ(compared(ours, their_reading({{0, "FF"}}, 1))[0].message,
-              "the library kvr reads -1 at address 0, the file has 10");
+              "the library kvr reads -1 at address 0, but the file has 10");
     EXPECT_EQ(compared(our_reading({{0, "XA"}}, 1), their_reading({}, 1))[0].message,
-              "the library kvr reads no word at address 0, the file has XA");
+              "the library kvr reads no word at address 0, but the file has XA");
     EXPECT_EQ(compared(our_reading({}, 1), their_reading({{0, "1FF"}}, 1))[0].message,
-              "the library kvr reads 1FF at address 0, the file has no word");
+              "the library kvr reads 1FF at address 0, but the file has no word");
     ours.image->words().set(0, "XA");
     EXPECT_EQ(compared(ours, their_reading({{0, "FF"}}, 1))[0].message,
-              "the library kvr reads -1 at address 0, the file has XA");
+              "the library kvr reads -1 at address 0, but the file has XA");
 }
 
 TEST(KvrReading, KeepsTenPlacesAndCountsAll) {

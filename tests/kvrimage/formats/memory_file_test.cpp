@@ -107,7 +107,7 @@ TEST_F(MemoryFile, OfNoFormatIsBrokenWithOneDiagnostic) {
     EXPECT_EQ(result.facts.as, nullptr);
     EXPECT_FALSE(result.image);
     ASSERT_EQ(result.diagnostics.size(), 1U);
-    EXPECT_EQ(result.diagnostics[0].message, "this looks like no memory file");
+    EXPECT_EQ(result.diagnostics[0].message, "this does not look like a memory file");
 }
 
 TEST_F(MemoryFile, OfAForeignKindSaysSo) {
@@ -150,7 +150,7 @@ TEST_F(MemoryFile, ThatIsReadAsAnotherFormatIsSuspect) {
     const read_result result = parse("toy 8\n", {.as = &any_format});
     EXPECT_TRUE(result.image);
     ASSERT_EQ(codes_of(result.diagnostics), std::vector<std::string>{"read-as-other-format"});
-    EXPECT_EQ(result.diagnostics[0].message, "this looks like Toy, and was read as Any");
+    EXPECT_EQ(result.diagnostics[0].message, "this looks like Toy, but was read as Any");
 }
 
 TEST_F(MemoryFile, OfAFormatThatCannotBeReadIsAMistakeOfTheCaller) {
@@ -190,7 +190,7 @@ TEST_F(MemoryFile, ThatConsumersReadOtherwiseHasThatInFileOrder) {
     EXPECT_EQ(codes_of(check(contents).diagnostics), (std::vector<std::string>{"kvr-refuses", "gap"}));
     const read_result result = check("toy 8\n0 00\n5 66\n");
     ASSERT_EQ(codes_of(result.diagnostics), (std::vector<std::string>{"kvr-reads-other-words", "gap"}));
-    EXPECT_EQ(result.diagnostics[0].message, "the library kvr reads 00 at address 5, the file has 66");
+    EXPECT_EQ(result.diagnostics[0].message, "the library kvr reads 00 at address 5, but the file has 66");
     EXPECT_EQ(result.diagnostics[0].where, (place{3, 1, 11, 4}));
     EXPECT_EQ(codes_of(check("toy 8\n0 00\n5 66\n", {.read = {}, .consumers = {"another"}}).diagnostics),
               std::vector<std::string>{"gap"});

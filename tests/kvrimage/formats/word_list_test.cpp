@@ -132,7 +132,7 @@ TEST(WordList, AFewLongWordsMayNotMakeTheOthersLong) {
     }
     words.push_back({1000, std::string(100000, '1')});
     EXPECT_THAT(read_list(words, radix::hex).messages,
-                ElementsAre("1001 words of 400000 bits take 95 MiB, and the file has 102001 bytes"));
+                ElementsAre("1001 words of 400000 bits take 95 MiB, but the file has 102001 bytes"));
     EXPECT_THAT(read_list({{0, std::string(262145, '0')}}, radix::hex).messages, IsEmpty());
 }
 
@@ -208,7 +208,7 @@ TEST(WordList, LooksAtDigitsThatNobodyHasLookedAt) {
     list.finish(diagnostics, result);
     const std::vector<diagnostic> found = diagnostics.finish(contents);
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found[0].message, "'G' in 2G is no hexadecimal digit");
+    EXPECT_EQ(found[0].message, "'G' in 2G is not a valid hexadecimal digit");
     EXPECT_EQ(found[0].count, 2U);
     EXPECT_THAT(texts_of(*result.image), ElementsAre("1F", "", "", "03", ""));
     EXPECT_THAT(result.unreadable, ElementsAre(address_range{1, 2}, address_range{4, 4}));

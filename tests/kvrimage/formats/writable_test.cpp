@@ -37,10 +37,10 @@ TEST(Writable, WordsThatAreNotSetNeedAFormatThatCanLeaveThemOut) {
     EXPECT_THAT(obstacles(plain, image), IsEmpty());
     plain.holds_unset = false;
     EXPECT_THAT(obstacles(plain, image),
-                ElementsAre("2 words are not set, the first at address 0, and Plain cannot leave words out"));
+                ElementsAre("2 words are not set, the first at address 0, but Plain cannot omit words"));
     image.set(0, word::of(1, 8));
     EXPECT_THAT(obstacles(plain, image),
-                ElementsAre("1 word is not set, the first at address 1, and Plain cannot leave words out"));
+                ElementsAre("1 word is not set, the first at address 1, but Plain cannot omit words"));
     image.set(1, word::of(1, 8));
     EXPECT_THAT(obstacles(plain, image), IsEmpty());
 }
@@ -52,7 +52,7 @@ TEST(Writable, AFormatThatStatesItsDepthNeedsTheWordsAtTheEndToo) {
     memory_image image(8, 8);
     image.fill({0, 5}, std::vector{word::of(1, 8)});
     EXPECT_THAT(obstacles(plain, image),
-                ElementsAre("2 words are not set, the first at address 6, and Plain cannot leave words out"));
+                ElementsAre("2 words are not set, the first at address 6, but Plain cannot omit words"));
 }
 
 TEST(Writable, DontCareBitsNeedAFormatThatHoldsThem) {
@@ -75,7 +75,7 @@ TEST(Writable, WordsOfSeveralBytesNeedAnOrderInAFileOfBytes) {
     plain.counts = address_unit::byte;
     EXPECT_THAT(obstacles(plain, memory_image(8, 4)), IsEmpty());
     EXPECT_THAT(obstacles(plain, memory_image(9, 4)),
-                ElementsAre("the order of the bytes in a word of 9 bits is not known"));
+                ElementsAre("the byte order of words of 9 bits is unknown"));
     EXPECT_THAT(obstacles(plain, memory_image(9, 4), {.order = byte_order::big}), IsEmpty());
 }
 

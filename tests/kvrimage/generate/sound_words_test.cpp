@@ -81,18 +81,19 @@ TEST(ReadWave, TakesTheExtensibleForm) {
 }
 
 TEST(ReadWave, RefusesOtherFiles) {
-    EXPECT_EQ(refusal_of_wave(""), "this is no WAVE file");
-    EXPECT_EQ(refusal_of_wave("RIFX1234WAVE"), "this is no WAVE file");
-    EXPECT_EQ(refusal_of_wave("RIFF1234AVI "), "this is no WAVE file");
+    EXPECT_EQ(refusal_of_wave(""), "this is not a WAVE file");
+    EXPECT_EQ(refusal_of_wave("RIFX1234WAVE"), "this is not a WAVE file");
+    EXPECT_EQ(refusal_of_wave("RIFF1234AVI "), "this is not a WAVE file");
     EXPECT_EQ(refusal_of_wave("RIFF1234WAVE"), "the file has no samples");
     EXPECT_EQ(refusal_of_wave("RIFF1234WAVE" + wave_chunk_of("data", "ab")),
               "the samples come before their format");
     EXPECT_EQ(refusal_of_wave("RIFF1234WAVE" + wave_chunk_of("fmt ", "abc")),
               "the format of the samples has 3 bytes; it needs 16");
     EXPECT_EQ(refusal_of_wave(wave_of(format_of_samples(2, 1, 16), "")),
-              "the samples are in the format 2; only plain numbers (1) and fractions (3) are read");
-    EXPECT_EQ(refusal_of_wave(wave_of(format_of_samples(0xFFFE, 1, 16), "")),
-              "the samples are in the format 65534; only plain numbers (1) and fractions (3) are read");
+              "the samples are in the format 2; only integers (1) and floating-point numbers (3) are read");
+    EXPECT_EQ(
+        refusal_of_wave(wave_of(format_of_samples(0xFFFE, 1, 16), "")),
+        "the samples are in the format 65534; only integers (1) and floating-point numbers (3) are read");
     EXPECT_EQ(refusal_of_wave(wave_of(format_of_samples(1, 1, 12), "")), "samples of 12 bits are not read");
     EXPECT_EQ(refusal_of_wave(wave_of(format_of_samples(3, 1, 16), "")), "samples of 16 bits are not read");
     EXPECT_EQ(refusal_of_wave(wave_of(format_of_samples(1, 0, 16), "")),
@@ -102,7 +103,7 @@ TEST(ReadWave, RefusesOtherFiles) {
     EXPECT_EQ(refusal_of_wave(wave_of(odd_frame, "")),
               "2 channels of 16 bits do not make the 5 bytes of a frame");
     EXPECT_EQ(refusal_of_wave(wave_of(format_of_samples(1, 1, 16), "abc")),
-              "3 bytes of samples are no whole frames of 2");
+              "3 bytes of samples are not whole frames of 2");
 }
 
 TEST(ReadWave, RefusesEveryFileThatIsCutOff) {

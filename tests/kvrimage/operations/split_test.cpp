@@ -80,9 +80,9 @@ TEST(SplitLanes, KeepsDontCareDigitsOfWordsInARow) {
 
 TEST(SplitLanes, RefusesAWidthThatDoesNotDivide) {
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_lanes(memory_image(16, 1), 5)); }),
-              "words of 16 bits are no lanes of 5 bits");
+              "words of 16 bits cannot be split into lanes of 5 bits");
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_lanes(memory_image(16, 1), 0)); }),
-              "words of 16 bits are no lanes of 0 bits");
+              "words of 16 bits cannot be split into lanes of 0 bits");
 }
 
 TEST(SplitBanks, TakesTurns) {
@@ -95,7 +95,7 @@ TEST(SplitBanks, TakesTurns) {
 
 TEST(SplitBanks, RefusesADepthThatDoesNotDivide) {
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_banks(memory_image(8, 14), 4)); }),
-              "14 words are no 4 banks of one length: 2 left over");
+              "14 words are not 4 banks of one length: 2 left over");
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_banks(memory_image(8, 14), 0)); }), "0 banks");
 }
 
@@ -108,7 +108,7 @@ TEST(SplitBlocks, GivesNeighbours) {
 
 TEST(SplitBlocks, RefusesADepthThatDoesNotDivide) {
     EXPECT_EQ(refusal_by([] { static_cast<void>(split_blocks(memory_image(8, 14), 5)); }),
-              "14 words are no 5 blocks of one length: 4 left over");
+              "14 words are not 5 blocks of one length: 4 left over");
 }
 
 TEST(JoinBanks, GoesOnInTheUpperHalf) {

@@ -40,7 +40,7 @@ reported_fault fault_of(const diagnostic& found) {
 reported_fault fault_of_words(std::string message) {
     reported_fault fault;
     fault.code = "wrong-bits";
-    fault.documentation = "The check bits of a word do not agree to its bits.";
+    fault.documentation = "The check bits of a word do not match its data bits.";
     fault.level = "error";
     fault.summary = message;
     fault.message = std::move(message);

@@ -119,7 +119,7 @@ public:
             results.push_back(result_of(file, fault));
         }
         if (const std::uint64_t left_out = file.input.result.facts.diagnostics_left_out; left_out != 0) {
-            notify(file.input.path, fmt::format("{} more faults are left out", left_out), "note");
+            notify(file.input.path, fmt::format("{} more faults are omitted", left_out), "note");
         }
     }
     void report_refused(const std::string& path, std::string_view reason) override {

@@ -43,7 +43,7 @@ std::string generated_text(std::span<const std::string> words) {
     const std::string_view kind = words.empty() ? std::string_view() : words.front();
     const auto* const found = std::ranges::find(generators, kind, &generator::kind);
     if (found == generators.end()) {
-        usage_error("--generate makes man, bash, zsh or fish");
+        usage_error("--generate: expected man, bash, zsh or fish");
     }
     if (words.size() == 1) {
         return found->make();

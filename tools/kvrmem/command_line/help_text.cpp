@@ -34,11 +34,12 @@ std::string overview() {
     for (const help_topic& topic : help_topics()) {
         text += fmt::format("  {:<10}{}\n", topic.name, topic.summary);
     }
-    return text + "\nkvrmem help COMMAND (or COMMAND --help) describes a command, kvrmem help TOPIC about a\n"
-                  "topic, kvrmem --version the version.\n"
-                  "kvrmem --generate man, bash, zsh or fish prints a manual page or a completion.\n"
-                  "Exit codes: 0 success, 1 negative answer, 2 bad input, 3 input/output failure,\n"
-                  "4 wrong usage, 5 internal or out of memory.\n";
+    return text +
+           "\nkvrmem help COMMAND (or COMMAND --help) describes a command, kvrmem help TOPIC a topic;\n"
+           "kvrmem --version shows the version.\n"
+           "kvrmem --generate man, bash, zsh or fish prints a manual page or a completion.\n"
+           "Exit codes: 0 success, 1 negative answer, 2 bad input, 3 input/output failure,\n"
+           "4 wrong usage, 5 internal or out of memory.\n";
 }
 
 std::string help_for(const command& which) {

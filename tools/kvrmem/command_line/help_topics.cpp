@@ -20,44 +20,44 @@ namespace {
 std::string formats_page() {
     return short_format_table() +
            "\n"
-           "The format of an input is what --from names. Without it, the extension says which\n"
-           "formats the file may have, and the contents which of them it is. Where the name says\n"
-           "nothing, the contents are enough when they can be of one format only. Contents that\n"
-           "two formats read as different words are refused.\n"
+           "--from names the format of an input. Without it, the extension determines which formats\n"
+           "are possible, and the contents select one of them. If the extension is unknown, the\n"
+           "contents must fit one format only. Contents that two formats read as different words\n"
+           "are refused.\n"
            "\n"
-           "The format of an output is what --to names. Without it, it is the first one in the\n"
-           "table that has the extension.\n"
+           "--to names the format of an output. Without it, the first format in the table with the\n"
+           "extension is used.\n"
            "\n"
-           "Where addresses count words or bytes, --address-unit says which, and for bytes\n"
-           "--endian in which order those of a word come. A width that files do not state comes\n"
-           "from --width.\n";
+           "If addresses can count words or bytes, --address-unit selects one; for bytes, --endian\n"
+           "states the byte order of words. If a file does not state its width, use --width.\n";
 }
 
 std::string numbers_page() {
     return "Addresses, sizes and values\n"
            "  31  -5  0x1F  0b1010  0o17     decimal, hexadecimal, binary, octal\n"
-           "  0xFFFF_0000                    _ may stand between two digits\n"
+           "  0xFFFF_0000                    _ is allowed between two digits\n"
            "\n"
            "Ranges\n"
            "  0x10..0x1F                     FIRST..LAST, both included; one address is a range, too\n"
-           "  0..7,0x20..0x2F                several, where the help shows FIRST..LAST,...\n"
+           "  0..7,0x20..0x2F                several, if the help shows FIRST..LAST,...\n"
            "\n"
            "Values of set and fill\n"
            "  0x10=0xFF                      a word\n"
            "  0x10=-5                        two's complement; -1 sets all bits\n"
            "  '3[7:4]=0xA'                   bits 7 to 4 of a word; bit 0 is the lowest one\n"
-           "  '0x40=\"v1.2\\n\"'               a text, one word a byte; \\n \\r \\t \\0 \\\\ \\\" \\xNN\n"
+           "  '0x40=\"v1.2\\n\"'               a text, one word per byte; \\n \\r \\t \\0 \\\\ \\\" \\xNN\n"
            "  0=fixed:1.15:0.5               a fraction: 1 bit before the binary point, 15 after it\n"
            "  0..7=1,2                       with fill: repeated in order over the range\n"
            "\n"
-           "Fractions are rounded to the nearest word, halves away from 0, or as --round says; out of\n"
-           "range they are refused, unless --saturate makes them the largest or smallest word.\n"
+           "Fractions are rounded to the nearest word, halves away from 0, or as --round states.\n"
+           "Fractions out of range are refused; with --saturate they become the largest or smallest\n"
+           "word.\n"
            "\n"
            "Radixes for showing words\n"
            "  bin  oct  dec  uns  hex        dec is two's complement, uns is without sign\n"
            "  fixed:I.F                      two's complement with F of its I + F bits after the point\n"
            "\n"
-           "Values are exact at any width: what does not fit is refused, never cut.\n";
+           "Values are exact at any width: a value that does not fit is refused, never cut.\n";
 }
 
 /// Returns the consumers of `check --for`, each with its formats.
@@ -82,9 +82,9 @@ std::string consumer_lines() {
 
 std::string check_page() {
     return "Classes\n"
-           "  error       the meaning of the file is in doubt; no command takes it\n"
-           "  error for   the reader that --for names refuses the file, or reads other words from it\n"
-           "  warning     is read, but hardly meant so; counts for the exit code with --strict\n"
+           "  error       the meaning of the file is in doubt; every command refuses it\n"
+           "  error for   a reader named by --for refuses the file, or reads other words from it\n"
+           "  warning     is read, but probably a mistake; counts for the exit code with --strict\n"
            "\n"
            "Readers (--for NAME,... or none; default: kvr)\n" +
            consumer_lines() +
@@ -99,11 +99,9 @@ std::string check_page() {
 }
 
 constexpr std::array<help_topic, 3> topics = {{
-    {"formats", "Choice of the format", "Which formats there are, and how that of a file is chosen.",
-     formats_page},
+    {"formats", "Choice of the format", "The formats, and how the format of a file is chosen.", formats_page},
     {"numbers", "Numbers", "How numbers, ranges, texts and fractions are written.", numbers_page},
-    {"check", "Classes, readers and exit codes", "What errors and warnings are, for whom, and exit codes.",
-     check_page},
+    {"check", "Classes, readers and exit codes", "Errors, warnings, readers, and exit codes.", check_page},
 }};
 
 } // namespace

@@ -160,7 +160,7 @@ constexpr const char* comments_stay = "without --output: FILE keeps its comments
 constexpr const char* comments_of_input_stay = "when --output names FILE, which keeps its comments";
 constexpr const char* no_file_is_replaced = "on standard output, which replaces no file";
 
-constexpr const char* no_values_of_two = "on two files, of which no values are drawn";
+constexpr const char* no_values_of_two = "on two files, whose values are not drawn";
 constexpr const char* no_values_of_bits = "on words of more than 64 bits, which become a map of their bits";
 
 constexpr std::array<idle_option, 70> idle_rules = {{
@@ -168,9 +168,9 @@ constexpr std::array<idle_option, 70> idle_rules = {{
     {"convert", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"convert", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
     {"check", option_id::output, fixes_nothing, "without --fix: kvrmem check --fix -o OUT FILE"},
-    {"check", option_id::force_overwrite, fixes_nothing, "without --fix: it is for the repaired file"},
+    {"check", option_id::force_overwrite, fixes_nothing, "without --fix: it applies to the repaired file"},
     {"check", option_id::json, fixes, "with --fix, which writes a file"},
-    {"check", option_id::check_protection, fixes, "with --fix, which mends the text of a file"},
+    {"check", option_id::check_protection, fixes, "with --fix, which repairs the text of a file"},
     {"check", option_id::json, is_quiet, "with --quiet, which shows nothing"},
     {"check", option_id::json, prints_no_json, "with --format, which asks for another report"},
     {"check", option_id::report, fixes, "with --fix, which writes a file"},
@@ -194,8 +194,8 @@ constexpr std::array<idle_option, 70> idle_rules = {{
     {"diff", option_id::stat, is_quiet, "with --quiet, which shows nothing"},
     {"diff", option_id::summary, shows_blocks, "with --stat, which ends with it"},
     {"diff", option_id::radix, shows_figures, "with --summary and --stat, which show no words"},
-    {"diff", option_id::quiet, is_for_git, "with --git, whose answer is a text"},
-    {"dump", option_id::json, is_for_git, "with --git, whose answer is a text"},
+    {"diff", option_id::quiet, is_for_git, "with --git, whose output is text"},
+    {"dump", option_id::json, is_for_git, "with --git, whose output is text"},
     {"plot", option_id::columns, draws_svg, "on an SVG file, which has a size of its own"},
     {"plot", option_id::rows, draws_pixels, "with --image"},
     {"plot", option_id::rows, has_fixed_rows, "on an SVG file, unless it shows a map of bits"},
@@ -205,7 +205,7 @@ constexpr std::array<idle_option, 70> idle_rules = {{
     {"plot", option_id::radix, draws_bits, no_values_of_bits},
     {"plot", option_id::is_signed, draws_bits, no_values_of_bits},
     {"plot", option_id::radix, draws_pixels, "with --image"},
-    {"plot", option_id::is_signed, has_radix, "with --radix, which says how values are read"},
+    {"plot", option_id::is_signed, has_radix, "with --radix, which states how values are read"},
     {"new", option_id::data_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"new", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"new", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
@@ -236,7 +236,7 @@ constexpr std::array<idle_option, 70> idle_rules = {{
     {"merge", option_id::address_radix, writes_no_radix, no_radixes, &run_facts::output},
     {"merge", option_id::no_runs, writes_no_ranges, no_ranges, &run_facts::output},
     {"radix", option_id::width, library_takes_fixed_point,
-     "with --library on fixed point, which says its width"},
+     "with --library on fixed point, which states its width"},
 }};
 
 /// Returns the file that @p which writes; nothing if it writes none.

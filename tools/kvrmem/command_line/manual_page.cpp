@@ -88,9 +88,10 @@ constexpr std::string_view man_overview =
     "[options] [operands]\n"
     ".SH DESCRIPTION\n"
     "The files give an on\\-chip RAM or ROM its first contents: {titles}.\n"
-    "Name and contents determine the format, and kvrmem formats lists all; \\- is standard input or output.\n"
+    "Name and contents determine the format; kvrmem formats lists all formats; \\- is standard input or "
+    "output.\n"
     ".SH COMMANDS\n"
-    "Each has a page of its own,\n"
+    "Each has its own page,\n"
     ".BI kvrmem\\- command (1).\n";
 
 std::string man_program_word(const program_word& word) {
@@ -104,17 +105,16 @@ std::string man_program_word(const program_word& word) {
 constexpr std::string_view man_exit_status = ".SH EXIT STATUS\n"
                                              ".TP\n.B 0\nsuccess\n"
                                              ".TP\n.B 1\nthe answer to the question asked is no\n"
-                                             ".TP\n.B 2\nbad input: a file holds something wrong\n"
+                                             ".TP\n.B 2\nbad input: a file has an error\n"
                                              ".TP\n.B 3\ninput or output failed\n"
                                              ".TP\n.B 4\nwrong usage\n"
                                              ".TP\n.B 5\ninternal error, or out of memory\n";
 
 constexpr std::string_view man_environment =
     ".SH ENVIRONMENT\n"
-    ".TP\n.B NO_COLOR\nset to anything: no colour, unless \\-\\-color asks for it\n"
-    ".TP\n.B TERM\n\"dumb\": no colour either\n"
-    ".TP\n.B LC_ALL, LC_CTYPE, LANG\nthe first that is set decides whether a plot in the terminal may be "
-    "drawn\n"
+    ".TP\n.B NO_COLOR\nset to any value: no color, unless \\-\\-color requests it\n"
+    ".TP\n.B TERM\n\"dumb\": no color\n"
+    ".TP\n.B LC_ALL, LC_CTYPE, LANG\nthe first that is set determines if a plot in the terminal is drawn\n"
     "in UTF\\-8\n";
 
 constexpr std::string_view man_see_also = ".SH SEE ALSO\n";

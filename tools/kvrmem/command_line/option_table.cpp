@@ -58,7 +58,7 @@ word_radix parse_word_radix(std::string_view name, std::string_view value) {
 std::uint64_t parse_number(std::string_view name, std::string_view value, std::uint64_t largest) {
     const auto number = read_human_size(value, largest);
     if (!number) {
-        refuse(name, value, fmt::format("this needs a number from 0 to {}", largest));
+        refuse(name, value, fmt::format("expected a number from 0 to {}", largest));
     }
     return *number;
 }
@@ -66,7 +66,7 @@ std::uint64_t parse_number(std::string_view name, std::string_view value, std::u
 std::uint64_t parse_size(std::string_view name, std::string_view value, std::uint64_t largest) {
     const auto number = read_human_size(value, largest);
     if (!number || *number == 0) {
-        refuse(name, value, fmt::format("this needs a number from 1 to {}", largest));
+        refuse(name, value, fmt::format("expected a number from 1 to {}", largest));
     }
     return *number;
 }
@@ -108,7 +108,7 @@ std::uint64_t parse_address(std::string_view name, std::string_view value) {
 
 kvrimage::bit_order parse_bit_order(std::string_view name, std::string_view value) {
     if (value != "low-first" && value != "high-first") {
-        refuse(name, value, "the bits of words come low-first or high-first");
+        refuse(name, value, "expected low-first or high-first");
     }
     return value == "low-first" ? kvrimage::bit_order::low_first : kvrimage::bit_order::high_first;
 }
@@ -119,7 +119,7 @@ report_format parse_report_format(std::string_view name, std::string_view value)
                                                               "github", "junit", "gitlab"};
     const auto found = std::ranges::find(report_names, value);
     if (found == report_names.end()) {
-        refuse(name, value, fmt::format("this is one of {}", fmt::join(report_names, ", ")));
+        refuse(name, value, fmt::format("expected one of {}", fmt::join(report_names, ", ")));
     }
     return static_cast<report_format>(found - report_names.begin());
 }
@@ -129,7 +129,7 @@ kvrimage::overlap_rule parse_overlap(std::string_view name, std::string_view val
     constexpr std::array<std::string_view, 4> overlap_names = {"error", "same", "first", "last"};
     const auto found = std::ranges::find(overlap_names, value);
     if (found == overlap_names.end()) {
-        refuse(name, value, fmt::format("this is one of {}", fmt::join(overlap_names, ", ")));
+        refuse(name, value, fmt::format("expected one of {}", fmt::join(overlap_names, ", ")));
     }
     return static_cast<kvrimage::overlap_rule>(found - overlap_names.begin());
 }
@@ -162,14 +162,14 @@ void add_operation(arguments& into, std::string_view name, const char* value, Op
 reshape_words& reshape_before(arguments& into, std::string_view name) {
     reshape_words* const found = last_reshape(into.operations);
     if (found == nullptr) {
-        usage_error(fmt::format("--{} belongs to a --reshape before it", name));
+        usage_error(fmt::format("--{} must follow a --reshape", name));
     }
     return *found;
 }
 
 address_unit parse_unit(std::string_view name, std::string_view value) {
     if (value != "byte" && value != "word") {
-        refuse(name, value, "an address counts either: byte or word");
+        refuse(name, value, "expected byte or word");
     }
     return value == "byte" ? address_unit::byte : address_unit::word;
 }
@@ -188,7 +188,7 @@ std::vector<std::string> parse_consumers(std::string_view name, std::string_view
     for (std::size_t begin = 0; begin <= value.size(); begin += names.back().size() + 1) {
         names.emplace_back(value.substr(begin, value.find(',', begin) - begin));
         if (std::ranges::find(choices, names.back()) == choices.end()) {
-            refuse(name, names.back(), fmt::format("this is one of {}", fmt::join(choices, ", ")));
+            refuse(name, names.back(), fmt::format("expected one of {}", fmt::join(choices, ", ")));
         }
     }
     return names;
@@ -199,7 +199,7 @@ kvrimage::rounding parse_rounding(std::string_view name, std::string_view value)
     constexpr std::array<std::string_view, 3> rounding_names = {"nearest", "even", "down"};
     const auto found = std::ranges::find(rounding_names, value);
     if (found == rounding_names.end()) {
-        refuse(name, value, fmt::format("this is one of {}", fmt::join(rounding_names, ", ")));
+        refuse(name, value, fmt::format("expected one of {}", fmt::join(rounding_names, ", ")));
     }
     return static_cast<kvrimage::rounding>(found - rounding_names.begin());
 }
@@ -207,14 +207,14 @@ kvrimage::rounding parse_rounding(std::string_view name, std::string_view value)
 color_choice parse_color(std::string_view name, std::string_view value) {
     const auto color = color_choice_of_name(value);
     if (!color) {
-        refuse(name, value, "colour is auto, always or never");
+        refuse(name, value, "expected auto, always or never");
     }
     return *color;
 }
 
 std::string parse_file_name(std::string_view name, std::string_view value) {
     if (value.empty()) {
-        refuse(name, "''", "this needs the name of a file");
+        refuse(name, "''", "expected a file name");
     }
     return std::string(value);
 }
@@ -231,7 +231,7 @@ kvrimage::pixel_format parse_pixel(std::string_view name, std::string_view value
 std::uint32_t parse_palette_size(std::string_view name, std::string_view value) {
     const auto colors = read_human_size(value, kvrimage::most_palette_colors);
     if (!colors || *colors < 2) {
-        refuse(name, value, fmt::format("this needs a number from 2 to {}", kvrimage::most_palette_colors));
+        refuse(name, value, fmt::format("expected a number from 2 to {}", kvrimage::most_palette_colors));
     }
     return static_cast<std::uint32_t>(*colors);
 }
@@ -302,26 +302,26 @@ std::vector<option_entry> make_table() {
     const std::string with_radixes = format_titles([](const format& one) { return one.states_radix; });
     return {
         {option_id::from, '\0', "from", "FORMAT", readable_formats(),
-         "format of the input, as kvrmem formats lists them (default: by name and contents)",
+         "input format, as listed by kvrmem formats (default: from name and contents)",
          [](arguments& into, std::string_view, const char* value) {
              into.from = kvrimage::format_of_name(value);
          }},
-        {option_id::to, '\0', "to", "FORMAT", writable_formats(), "format of the output (default: by name)",
+        {option_id::to, '\0', "to", "FORMAT", writable_formats(), "output format (default: from the name)",
          [](arguments& into, std::string_view, const char* value) {
              into.to = kvrimage::format_of_name(value);
          }},
         {option_id::from_radix, '\0', "from", "RADIX", word_radix_choices,
-         "radix of VALUE: bin, oct, dec, uns, hex, fixed:I.F (default: by its prefix)",
+         "radix of VALUE: bin, oct, dec, uns, hex, fixed:I.F (default: from its prefix)",
          [](arguments& into, std::string_view name, const char* value) {
              into.from_radix = parse_word_radix(name, value);
          }},
         {option_id::to_radix, '\0', "to", "RADIX", word_radix_choices,
-         "radix of the result (default: show the value in all of them)",
+         "radix of the result (default: all radixes)",
          [](arguments& into, std::string_view name, const char* value) {
              into.to_radix = parse_word_radix(name, value);
          }},
         {option_id::width, 'w', "width", "BITS", "",
-         "word width, where the file does not say it, or a new one",
+         "word width, if the file does not state it, or a new width",
          [](arguments& into, std::string_view name, const char* value) {
              into.width = parse_small_size(name, value, kvrimage::widest_word);
          }},
@@ -341,16 +341,16 @@ std::vector<option_entry> make_table() {
              }
          }},
         {option_id::unit, '\0', "address-unit", "UNIT", "byte word",
-         "what the file's addresses count, where it does not say: byte, word",
+         "unit of the addresses, if the file does not state it: byte, word",
          [](arguments& into, std::string_view name, const char* value) {
              into.unit = parse_unit(name, value);
          }},
         {option_id::order, '\0', "endian", "ORDER", "little big",
-         "order of the bytes of a word, where the file does not say: little, big",
+         "byte order of words, if the file does not state it: little, big",
          [](arguments& into, std::string_view name, const char* value) {
              into.order = parse_order(name, value);
          }},
-        {option_id::base, '\0', "base", "ADDRESS", "", "address of the file that becomes word 0",
+        {option_id::base, '\0', "base", "ADDRESS", "", "address in the file that becomes word 0",
          [](arguments& into, std::string_view name, const char* value) {
              into.base = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
          }},
@@ -368,7 +368,7 @@ std::vector<option_entry> make_table() {
              }
          }},
         {option_id::keep_going, '\0', "keep-going", nullptr, "",
-         "read a broken file as far as it can be; words in doubt are marked",
+         "read a broken file as far as possible, and mark words in doubt",
          [](arguments& into, std::string_view, const char*) { into.keep_going = true; }},
         {option_id::data_radix, '\0', "data-radix", "RADIX", radix_choices,
          fmt::format("radix of the words in a {}: bin, oct, dec, uns, hex", with_radixes),
@@ -384,16 +384,16 @@ std::vector<option_entry> make_table() {
          "value for words that are never set: 31, -5, 0x1F, 0b1010, 0o17",
          [](arguments& into, std::string_view, const char* value) { into.fill = value; }},
         {option_id::expression, '\0', "expr", "FORMULA", "",
-         "make each word of a formula of its address a, the depth n and the width w",
+         "compute each word by a formula of its address a, the depth n and the width w",
          [](arguments& into, std::string_view, const char* value) { into.generator.expression = value; }},
         {option_id::ramp_start, '\0', "ramp", "START", "",
-         "make words that count up from START; after the highest word comes the lowest",
+         "make words that count up from START, and wrap after the highest word",
          [](arguments& into, std::string_view, const char* value) { into.generator.ramp_start = value; }},
         {option_id::ramp_step, '\0', "step", "STEP", "", "of --ramp: count by STEP, such as -2 (default: 1)",
          [](arguments& into, std::string_view, const char* value) { into.generator.ramp_step = value; }},
-        {option_id::random, '\0', "random", nullptr, "", "make random words, the same for a seed everywhere",
+        {option_id::random, '\0', "random", nullptr, "", "make random words, always the same ones for a seed",
          [](arguments&, std::string_view, const char*) {}},
-        {option_id::seed, '\0', "seed", "S", "", "of --random: which ones (default: 0)",
+        {option_id::seed, '\0', "seed", "S", "", "of --random: the seed (default: 0)",
          [](arguments& into, std::string_view name, const char* value) {
              into.generator.seed = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
          }},
@@ -415,28 +415,28 @@ std::vector<option_entry> make_table() {
          }},
         {option_id::pixel, '\0', "pixel", "FORMAT",
          fmt::format("{}", fmt::join(kvrimage::pixel_format_names, " ")),
-         fmt::format("of --image: what a pixel is: {}", fmt::join(kvrimage::pixel_format_names, ", ")),
+         fmt::format("of --image: format of a pixel: {}", fmt::join(kvrimage::pixel_format_names, ", ")),
          [](arguments& into, std::string_view name, const char* value) {
              into.generator.pixel = parse_pixel(name, value);
          }},
         {option_id::palette_colors, '\0', "palette", "N", "",
-         "of --image: words are numbers of the N colours of a palette",
+         "of --image: words are indexes into a palette of N colors",
          [](arguments& into, std::string_view name, const char* value) {
              into.generator.palette_colors = parse_palette_size(name, value);
          }},
         {option_id::palette_file, '\0', "palette-out", "FILE", "FILE",
-         "of --palette: write the colours as a memory, too",
+         "of --palette: also write the colors as a memory",
          [](arguments& into, std::string_view name, const char* value) {
              into.generator.palette_file = parse_file_name(name, value);
          }},
         {option_id::dither, '\0', "dither", nullptr, "",
-         "of --image: spread what a pixel cannot show over its neighbours",
+         "of --image: spread the color error of a pixel over its neighbors",
          [](arguments& into, std::string_view, const char*) { into.generator.dither = true; }},
         {option_id::sound_file, '\0', "wav", "FILE", "FILE", "make a word of each sample of a WAV file",
          [](arguments& into, std::string_view name, const char* value) {
              into.generator.sound_file = parse_file_name(name, value);
          }},
-        {option_id::channel, '\0', "channel", "N", "", "of --wav: which channel, from 1 on",
+        {option_id::channel, '\0', "channel", "N", "", "of --wav: number of the channel, from 1 on",
          [](arguments& into, std::string_view name, const char* value) {
              into.generator.channel = parse_small_size(name, value, 0xFFFF);
          }},
@@ -444,12 +444,12 @@ std::vector<option_entry> make_table() {
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, only_words{parse_ranges(name, value)});
          }},
-        {option_id::except, '\0', "except", "A..B,...", "", "leave these addresses out",
+        {option_id::except, '\0', "except", "A..B,...", "", "omit these addresses",
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, except_words{parse_ranges(name, value)});
          }},
         {option_id::move_to, '\0', "move-to", "ADDRESS", "",
-         "move the first address of the last --only, or the lowest word, to ADDRESS, all others with it",
+         "move all words: the first address of the last --only, or the lowest word, goes to ADDRESS",
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, move_words{parse_address(name, value)});
          }},
@@ -462,19 +462,19 @@ std::vector<option_entry> make_table() {
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, mask_words{value});
          }},
-        {option_id::reverse_bits, '\0', "reverse-bits", nullptr, "", "turn the bits of each word around",
+        {option_id::reverse_bits, '\0', "reverse-bits", nullptr, "", "reverse the bits of each word",
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, reverse_bits{});
          }},
-        {option_id::swap_bytes, '\0', "swap-bytes", nullptr, "", "turn the bytes of each word around",
+        {option_id::swap_bytes, '\0', "swap-bytes", nullptr, "", "reverse the bytes of each word",
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, swap_bytes{});
          }},
-        {option_id::invert, '\0', "invert", nullptr, "", "make each 0 a 1 and each 1 a 0",
+        {option_id::invert, '\0', "invert", nullptr, "", "invert all bits",
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, invert_words{});
          }},
-        {option_id::reshape, '\0', "reshape", "BITS", "", "join or cut the words to words of BITS bits",
+        {option_id::reshape, '\0', "reshape", "BITS", "", "join or split the words to words of BITS bits",
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value,
                            reshape_words{parse_small_size(name, value, kvrimage::widest_word)});
@@ -490,12 +490,12 @@ std::vector<option_entry> make_table() {
              add_operation(into, name, value, protect_words{parse_scheme(name, value)});
          }},
         {option_id::strip_protection, '\0', "ecc-strip", "SCHEME", schemes,
-         "remove check bits, with single wrong bits corrected",
+         "remove check bits, and correct single wrong bits",
          [](arguments& into, std::string_view name, const char* value) {
              add_operation(into, name, value, strip_protection{parse_scheme(name, value)});
          }},
         {option_id::check_protection, '\0', "ecc", "SCHEME", schemes,
-         "check the check bits of each word: the schemes are those of kvrmem convert",
+         "verify the check bits of each word; kvrmem help convert lists the schemes",
          [](arguments& into, std::string_view name, const char* value) {
              into.protection = parse_scheme(name, value);
          }},
@@ -507,12 +507,12 @@ std::vector<option_entry> make_table() {
          [](arguments& into, std::string_view name, const char* value) {
              into.banks = parse_size(name, value, kvrimage::deepest_memory);
          }},
-        {option_id::blocks, '\0', "blocks", "N", "", "blocks: N files of neighbouring words",
+        {option_id::blocks, '\0', "blocks", "N", "", "blocks: N files of consecutive words",
          [](arguments& into, std::string_view name, const char* value) {
              into.blocks = parse_size(name, value, kvrimage::deepest_memory);
          }},
         {option_id::manifest, '\0', "manifest", "FILE", "FILE",
-         "JSON that says what the files are and how the memory was split",
+         "JSON file that states the files and how the memory was split",
          [](arguments& into, std::string_view name, const char* value) {
              into.manifest = parse_file_name(name, value);
          }},
@@ -522,35 +522,35 @@ std::vector<option_entry> make_table() {
              into.overlap = parse_overlap(name, value);
          }},
         {option_id::no_runs, '\0', "no-runs", nullptr, "",
-         fmt::format("give every address of a {} a line of its own",
+         fmt::format("write each address of a {} on a line of its own",
                      format_titles([](const format& one) { return one.holds_ranges; })),
          [](arguments& into, std::string_view, const char*) { into.no_runs = true; }},
         {option_id::output, 'o', "output", "FILE", "FILE", "write to FILE; - is standard output",
          [](arguments& into, std::string_view name, const char* value) {
              into.output = parse_file_name(name, value);
          }},
-        {option_id::json, '\0', "json", nullptr, "", "answer in JSON",
+        {option_id::json, '\0', "json", nullptr, "", "print JSON",
          [](arguments& into, std::string_view, const char*) { into.json = true; }},
         {option_id::report, '\0', "format", "HOW", "text json sarif github junit gitlab",
-         "what is printed: text (default), json, sarif, github, junit, gitlab",
+         "kind of output: text (default), json, sarif, github, junit, gitlab",
          [](arguments& into, std::string_view name, const char* value) {
              into.report = parse_report_format(name, value);
          }},
         {option_id::layout_check, '\0', "check", nullptr, "",
-         "change nothing, and say which files would change",
+         "change nothing, and list the files that would change",
          [](arguments& into, std::string_view, const char*) { into.only_checks_layout = true; }},
         {option_id::fix, '\0', "fix", nullptr, "",
-         "write a repaired file to --output FILE, where the repair is certain",
+         "make the certain repairs, and write the file to --output FILE",
          [](arguments& into, std::string_view, const char*) { into.fix = true; }},
         {option_id::consumer, '\0', "for", "READERS", fmt::format("{}", fmt::join(consumer_choices(), " ")),
-         "whose reading of the file is compared, as in icarus,yosys: kvr is the library (default: kvr)",
+         "readers to compare with, such as icarus,yosys; kvr is the library (default: kvr)",
          [](arguments& into, std::string_view name, const char* value) {
              into.consumers = parse_consumers(name, value);
          }},
-        {option_id::strict, '\0', "strict", nullptr, "", "let warnings count for the exit code, too",
+        {option_id::strict, '\0', "strict", nullptr, "", "warnings count for the exit code, too",
          [](arguments& into, std::string_view, const char*) { into.strict = true; }},
         {option_id::from_file, '\0', "from-file", "FILE", "FILE",
-         "make the assignments of FILE, one a line, first; - is standard input",
+         "first make the assignments in FILE, one per line; - is standard input",
          [](arguments& into, std::string_view name, const char* value) {
              into.assignment_files.push_back(parse_file_name(name, value));
          }},
@@ -566,12 +566,13 @@ std::vector<option_entry> make_table() {
          [](arguments& into, std::string_view name, const char* value) {
              into.radix = parse_word_radix(name, value);
          }},
-        {option_id::columns, 'c', "columns", "N", "", "N words or characters a line (default: what fits)",
+        {option_id::columns, 'c', "columns", "N", "",
+         "N words or characters per line (default: as many as fit)",
          [](arguments& into, std::string_view name, const char* value) {
              into.columns = parse_small_size(name, value, largest_column_count);
          }},
         {option_id::rows, '\0', "rows", "N", "",
-         "N rows of the picture (default: 16), or at most N of a map of bits",
+         "height of the picture (default: 16 rows), or the most rows of a bit map",
          [](arguments& into, std::string_view name, const char* value) {
              into.rows = parse_small_size(name, value, largest_row_count);
          }},
@@ -587,49 +588,51 @@ std::vector<option_entry> make_table() {
          [](arguments& into, std::string_view name, const char* value) {
              add_ranges(into.ignored_ranges, name, value);
          }},
-        {option_id::summary, '\0', "summary", nullptr, "", "one line: how many words and bits differ",
+        {option_id::summary, '\0', "summary", nullptr, "",
+         "one line: the numbers of words and bits that differ",
          [](arguments& into, std::string_view, const char*) { into.summary = true; }},
         {option_id::stat, '\0', "stat", nullptr, "",
-         "how many words and bits differ in which blocks of addresses, and at which bits",
+         "the numbers of words and bits that differ, by block of addresses and by bit",
          [](arguments& into, std::string_view, const char*) { into.stat = true; }},
         {option_id::statistics, '\0', "statistics", nullptr, "",
          "also the most frequent values, entropy, toggle rate, longest run, width needed, repetition",
          [](arguments& into, std::string_view, const char*) { into.statistics = true; }},
-        {option_id::is_signed, '\0', "signed", nullptr, "", "take words for two's complement numbers",
+        {option_id::is_signed, '\0', "signed", nullptr, "", "read words as two's complement numbers",
          [](arguments& into, std::string_view, const char*) { into.is_signed = true; }},
         {option_id::algorithm, 'a', "algorithm", "NAME", checksum_choices(),
          "checksum to compute, or crc:WIDTH,POLY,INIT,REFIN,REFOUT,XOROUT (default: crc-32)",
          [](arguments& into, std::string_view, const char* value) { into.algorithm = value; }},
         {option_id::sha256, '\0', "sha256", nullptr, "", "the same as --algorithm sha-256",
          [](arguments& into, std::string_view, const char*) { into.algorithm = "sha-256"; }},
-        {option_id::put, '\0', "put", "ADDRESS", "", "store the checksum at ADDRESS, which it leaves out",
+        {option_id::put, '\0', "put", "ADDRESS", "", "store the checksum at ADDRESS, which it does not cover",
          [](arguments& into, std::string_view name, const char* value) {
              into.put = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
          }},
         {option_id::verify, '\0', "verify", "ADDRESS", "",
-         "compare with the checksum stored at ADDRESS, which it leaves out",
+         "compare with the checksum stored at ADDRESS, which it does not cover",
          [](arguments& into, std::string_view name, const char* value) {
              into.verify = parse_number(name, value, std::numeric_limits<std::uint64_t>::max());
          }},
-        {option_id::quiet, 'q', "quiet", nullptr, "", "say nothing; the exit code is the answer",
+        {option_id::quiet, 'q', "quiet", nullptr, "", "print nothing; the exit code is the answer",
          [](arguments& into, std::string_view, const char*) { into.quiet = true; }},
-        {option_id::git, '\0', "git", nullptr, "", "take the seven operands that git gives a diff driver",
+        {option_id::git, '\0', "git", nullptr, "",
+         "accept the seven operands that git passes to a diff driver",
          [](arguments& into, std::string_view, const char*) { into.git = true; }},
         {option_id::git_text, '\0', "git", nullptr, "",
-         "convert to text for git: what cannot be read is shown as it is, and the exit code is 0",
+         "convert to text for git: an unreadable file is shown unchanged, and the exit code is 0",
          [](arguments& into, std::string_view, const char*) { into.git = true; }},
-        {option_id::force, '\0', "force", nullptr, "", "replace a file that is there already",
+        {option_id::force, '\0', "force", nullptr, "", "replace an existing file",
          [](arguments& into, std::string_view, const char*) { into.force = true; }},
         {option_id::force_conversion, '\0', "force", nullptr, "",
-         "write although comments are lost, or OUT becomes huge",
+         "write even if comments are lost or OUT becomes huge",
          [](arguments& into, std::string_view, const char*) { into.force = true; }},
         {option_id::force_overwrite, '\0', "force", nullptr, "",
-         "replace the file of --output although comments in it are lost",
+         "replace the file of --output even if its comments are lost",
          [](arguments& into, std::string_view, const char*) { into.force = true; }},
-        {option_id::library, '\0', "library", nullptr, "", "show what the library's own conversion gives",
+        {option_id::library, '\0', "library", nullptr, "", "show the result of the library's own conversion",
          [](arguments& into, std::string_view, const char*) { into.library = true; }},
         {option_id::color, '\0', "color", "WHEN", "auto always never",
-         "colour: auto (on a terminal), always, never",
+         "color: auto (on a terminal), always, never",
          [](arguments& into, std::string_view name, const char* value) {
              into.color = parse_color(name, value);
          }},

@@ -33,13 +33,12 @@ void require_words(const memory_input& input, bool was_changed) {
         const kvrimage::read_result before = kvrimage::parse(input.file.contents(), input.options);
         throw tool_error(
             exit_code::bad_input,
-            fmt::format("{}: error: no word is left of those at {}; --fill VALUE gives all words "
-                        "a value",
+            fmt::format("{}: error: no word is left of those at {}; use --fill VALUE to set all words",
                         input.name(), set_addresses(before.image.value())));
     }
     if (!input.image().bounds()) {
         throw tool_error(exit_code::bad_input,
-                         input.name() + ": error: the file sets no word; --fill VALUE gives all of them one");
+                         input.name() + ": error: the file sets no word; use --fill VALUE to set all words");
     }
 }
 
@@ -169,25 +168,27 @@ const command convert_command = {
     "  $ kvrmem convert --only 0x100..0x1FF --move-to 0 boot.mif part.mif\n"
     "  $ kvrmem convert --fill 0 --reshape 32 --ecc hamming bytes.mif words.hex\n"
     "  $ kvrmem convert --from mif --to rif - - < table.txt\n",
-    "Names and contents determine the formats, or --from and --to; kvrmem formats\n"
-    "lists them. A file whose meaning is in doubt is refused, as kvrmem check shows it,\n"
-    "and OUT stays as it was. Words that are not set stay out of OUT, unless --fill gives them a value.\n"
+    "Names and contents determine the formats, unless --from and --to name them; kvrmem\n"
+    "formats lists them. A file whose meaning is in doubt is refused, with the output of\n"
+    "kvrmem check, and OUT is not changed. Words that are not set are omitted from OUT,\n"
+    "unless --fill gives them a value.\n"
     "\n"
     "--only, --except, --move-to, --fill, --mask, --reverse-bits, --swap-bytes, --invert,\n"
-    "--reshape, --ecc and --ecc-strip are done in the order in which they are given, and\n"
-    "each is reported. A --depth that comes after one of them (after --fill alone it is\n"
-    "not meant so) is done in its turn too: it grows or cuts the memory, but cuts off no\n"
-    "word that is set. A --depth before all of them is that of IN. --order and --pad\n"
-    "belong to the --reshape before them; a --pad without one is for the bytes of IN.\n"
+    "--reshape, --ecc and --ecc-strip are applied in the given order, and each is\n"
+    "reported. A --depth after one of them, except after --fill alone, is applied in this\n"
+    "order, too: it enlarges or shortens the memory, but removes no word that is set. A\n"
+    "--depth before all of them is the depth of IN. --order and --pad belong to the\n"
+    "--reshape before them; a --pad without --reshape applies to the bytes of IN.\n"
     "\n"
-    "The schemes of --ecc are hamming, hsiao-39-32 and hsiao-72-64 (each also with -inverted,\n"
-    "the first Hsiao code also as -v1), even-parity and odd-parity (each also with -8 for a\n"
-    "check bit after each byte, and -8-top for all on top), and masks:FILE, a file with the\n"
-    "masks of the check bits, one hexadecimal number a line, and perhaps a line invert HEX.\n"
+    "The schemes of --ecc are hamming, hsiao-39-32 and hsiao-72-64 (each also with\n"
+    "-inverted, the first Hsiao code also as -v1), even-parity and odd-parity (each also\n"
+    "with -8 for a check bit after each byte, and -8-top for all check bits on top), and\n"
+    "masks:FILE. FILE has the masks of the check bits, one hexadecimal number per line,\n"
+    "and optionally a line invert HEX.\n"
     "\n"
-    "Comments are not carried over. Where OUT is a file with comments, which would\n"
-    "be lost, or would have more than 1 GiB and more than 100 times the size of IN,\n"
-    "nothing is written without --force.\n",
+    "Comments are not copied. If OUT is a file whose comments would be lost, or would\n"
+    "have more than 1 GiB and more than 100 times the size of IN, nothing is written\n"
+    "without --force.\n",
     2,
     2,
     convert_options,

@@ -135,11 +135,12 @@ void refuse_unit_of_other_file(const arguments& given, const std::string& path, 
         return;
     }
     const std::string unit = are_bytes ? "word" : "byte";
-    throw tool_error(exit_code::bad_input,
-                     fmt::format("{}; its addresses count {}s, and --address-unit is for both files: kvrmem "
-                                 "convert --width {} --address-unit {} {} {} makes one that needs none",
-                                 refusal.message(), unit, other.image->width(), unit, shell_word(path),
-                                 shell_word(path + ".mif")));
+    throw tool_error(
+        exit_code::bad_input,
+        fmt::format("{}; its addresses count {}s, but --address-unit applies to both files; convert it "
+                    "first: kvrmem convert --width {} --address-unit {} {} {}",
+                    refusal.message(), unit, other.image->width(), unit, shell_word(path),
+                    shell_word(path + ".mif")));
 }
 
 diff_side read_side(const arguments& given, const std::string& path) {
@@ -239,16 +240,16 @@ const command diff_command = {
     "  $ kvrmem diff --json old.mif new.mif\n"
     "  $ kvrmem diff --ignore 0xFC..0xFF,0x200 --stat old.mif new.mif\n"
     "  $ git config diff.memory.command 'kvrmem diff --git'\n",
-    "Each line is a range of addresses with the word of A and the word of B; a\n"
-    "word that is not set is 'unset', which is not equal to 0. --from is for a\n"
-    "name that does not determine its format. The exit code is\n"
-    "0 when the memories are the same in words, width and depth, 1 when they differ,\n"
-    "and 2 when no difference was found, but words are in doubt (--keep-going).\n"
-    "With --range or --ignore the depths do not count, but the widths do.\n"
+    "Each line is a range of addresses with the word of A and the word of B. A word that\n"
+    "is not set is shown as 'unset', and is not equal to 0. --from applies to a file\n"
+    "whose name does not determine its format. The exit code is 0 if the memories have\n"
+    "the same words, width and depth, 1 if they differ, and 2 if there is no difference,\n"
+    "but words are in doubt (--keep-going). With --range or --ignore, depths are not\n"
+    "compared, but widths are.\n"
     "\n"
-    "--summary is one line, for scripts and logs. --stat counts the words and bits that\n"
-    "differ, in up to 16 blocks of addresses and at each bit; bits are those of words that\n"
-    "both memories have set.\n",
+    "--summary prints one line, for scripts and logs. --stat counts the words and bits\n"
+    "that differ, in up to 16 blocks of addresses and at each bit; only words that both\n"
+    "memories have set count for bits.\n",
     1,
     9,
     diff_options,

@@ -258,7 +258,7 @@ void require_short_lines(const arguments& given, const word_radix& radix, std::u
     constexpr std::size_t longest_line = std::size_t{16} << 20U;
     const std::size_t columns = given.columns.value_or(1);
     if (columns > 1 && columns * most_characters_of_word(radix, width) > longest_line) {
-        usage_error(fmt::format("--columns {}: a line of so many words of {} would be longer than {} MiB",
+        usage_error(fmt::format("--columns {}: a line of that many words of {} would be longer than {} MiB",
                                 columns, counted(width, "bit"), longest_line >> 20U));
     }
 }
@@ -332,10 +332,10 @@ const command dump_command = {
     "  $ kvrmem dump --radix dec --columns 8 sine.mif\n"
     "  $ kvrmem dump --range 0x40..0x7F boot.hex\n"
     "  $ git config diff.memory.textconv 'kvrmem dump --git'\n",
-    "Addresses are hexadecimal, words too unless --radix says otherwise; '--' is a\n"
-    "word that is not set, and with --keep-going '?' marks one in doubt. Rows\n"
-    "like the one above are folded into '*'. The last line is the address after the\n"
-    "last word. --json has an entry for each run of equal words instead.\n",
+    "Addresses are hexadecimal, and words too unless --radix selects another radix. '--'\n"
+    "is a word that is not set, and with --keep-going '?' is a word in doubt. Rows equal\n"
+    "to the previous one are folded into '*'. The last line is the address after the last\n"
+    "word. --json has an entry for each run of equal words instead.\n",
     1,
     1,
     dump_options,

@@ -38,11 +38,10 @@ const command fill_command = {
     "  $ kvrmem fill boot.mif 0..7=1,2\n"
     "  $ kvrmem fill --width 16 --output - boot.hex 0..15=0xFFFF\n"
     "  $ kvrmem fill boot.mif '0x80..0xFF[7]=0' '0x40..0x7F=\"-+\"'\n",
-    "Several values are repeated in order over the range: 0..7=1,2 gives 1 2 1 2 1 2\n"
-    "1 2. What the file holds otherwise stays as it is, as with set: a range is split\n"
-    "where it has to be. When ranges overlap, the last value counts. Texts, bits,\n"
-    "fractions and --from-file are written as with set; a text is as many values as it\n"
-    "has bytes.\n",
+    "Several values are repeated in order over the range: 0..7=1,2 gives 1 2 1 2 1 2 1 2.\n"
+    "The rest of the file is unchanged, as with set; a range is split if necessary. If\n"
+    "ranges overlap, the last value is used. Texts, bits, fractions and --from-file are\n"
+    "written as with set; a text has one value per byte.\n",
     1,
     any_number,
     edit_options,

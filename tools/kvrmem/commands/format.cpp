@@ -37,8 +37,8 @@ std::string titles_with_a_layout() {
 
 [[noreturn]] void refuse_other_size(std::string_view option, const memory_input& input, std::uint64_t given,
                                     std::uint64_t stated) {
-    usage_error(
-        fmt::format("{}: --{} {} contradicts the file, which says {}", input.name(), option, given, stated));
+    usage_error(fmt::format("{}: --{} {} contradicts the file, which states {}", input.name(), option, given,
+                            stated));
 }
 
 /// Rejects sizes that contradict the file or the words, since the file keeps its own settings.
@@ -97,7 +97,7 @@ void write_layout(const arguments& given, const memory_input& input, const std::
         write_text(given.output.value_or(input.path), text);
     }
     print_message(fmt::format("{}{}: {}", input.name(), is_elsewhere ? " -> " + *given.output : "",
-                              has_changed ? "formatted" : "formatted already"));
+                              has_changed ? "formatted" : "already formatted"));
     if (is_elsewhere) {
         note_other_extension(*given.output, *input.options.as);
     }
@@ -189,15 +189,14 @@ const command format_command = {
     "  $ kvrmem format -o tidy.mif boot.mif\n"
     "  $ kvrmem format --from mif - < boot.mif > tidy.mif\n",
     "Columns, letter case, leading zeros and blank lines change; words, addresses, their\n"
-    "order and the texts of comments stay. Comments at the ends of neighbouring lines come\n"
-    "into one column. Of Intel HEX files and S-records only the letter case changes. Files\n"
-    "that kvrmem writes are laid out already. A file that is laid out stays as it is, and\n"
-    "so does one with errors, which is refused. A file is replaced when its layout is\n"
-    "complete, and was read again.\n"
+    "order and the texts of comments do not. Comments at the ends of adjacent lines are\n"
+    "aligned. In Intel HEX files and S-records only the letter case changes. Files\n"
+    "written by kvrmem are already formatted. A formatted file is not written, and a file\n"
+    "with errors is refused. A file is replaced only after its new layout was read again.\n"
     "\n"
-    "--check changes nothing and names the files that would change. The exit code is then\n"
-    "1 when there are some, and 2 or more when a file is refused. Files of formats without\n"
-    "rules for their layout are noted, and pass.\n",
+    "--check changes nothing and lists the files that would change. The exit code is then\n"
+    "1 if there are any, and 2 or more if a file is refused. Files of formats without\n"
+    "layout rules are noted, and accepted.\n",
     1,
     any_number,
     format_options,

@@ -48,9 +48,9 @@ const command formats_command = {
     "List the file formats: their names, and what they can do and hold.",
     "  $ kvrmem formats\n"
     "  $ kvrmem formats --json | jq -r '.formats[].name'\n",
-    "NAME is what --from and --to take. A format STATES what its files say of\n"
-    "themselves, and HOLDS words that are not set (gaps), bits that are neither 0\n"
-    "nor 1, and ranges of equal words in one line.\n",
+    "NAME is the value for --from and --to. STATES lists what files of the format state.\n"
+    "HOLDS lists what they can hold: words that are not set (gaps), bits that are neither\n"
+    "0 nor 1, and ranges of equal words in one line.\n",
     0,
     0,
     formats_options,

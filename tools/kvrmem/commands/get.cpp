@@ -21,8 +21,8 @@ namespace {
 kvrimage::address_range range_of_operand(const std::string& text, const kvrimage::memory_image& image) {
     const auto range = read_address_range(text);
     if (!range) {
-        usage_error(
-            fmt::format("'{}': {}", text, advice_on_range(text, "no address and no range FIRST..LAST")));
+        usage_error(fmt::format("'{}': {}", text,
+                                advice_on_range(text, "expected an address or a range FIRST..LAST")));
     }
     const std::string fault = range_fault(*range, image);
     if (!fault.empty()) {
@@ -74,14 +74,14 @@ constexpr auto get_options =
 const command get_command = {
     "get",
     "FILE ADDRESS[..LAST]...",
-    "Print single words, one a line.",
+    "Print single words, one per line.",
     "  $ kvrmem get sine.mif 0x10\n"
     "  $ kvrmem get --radix hex sine.mif 0..3 255\n"
     "  $ kvrmem get --radix fixed:1.15 filter.mif 0..31\n",
-    "Words are shown in the file's own radix unless --radix says otherwise. For a\n"
-    "word that is not set the line is 'unset', and the exit code 1; with --keep-going\n"
-    "the line is 'unreadable' for a word that is in doubt. --json has an entry for\n"
-    "each run of equal words.\n",
+    "Words are shown in the radix of the file, unless --radix selects another one. For a\n"
+    "word that is not set the line is 'unset', and the exit code is 1; with --keep-going\n"
+    "the line is 'unreadable' for a word in doubt. --json has an entry for each run of\n"
+    "equal words.\n",
     2,
     any_number,
     get_options,

@@ -179,14 +179,14 @@ const command info_command = {
     "  $ kvrmem info --width 16 boot.hex\n"
     "  $ kvrmem info --json sine.mif | jq .words.set\n"
     "  $ kvrmem info --statistics sine.mif\n",
-    "Words that were never set do not count. A run is a stretch of neighbouring\n"
-    "addresses with the same word.\n"
+    "Words that are not set do not count. A run is a range of consecutive addresses with\n"
+    "the same word.\n"
     "\n"
     "--statistics adds the ten most frequent values with their shares; the entropy; the\n"
-    "toggle rate, which is the share of bits that change from one address to the next; the\n"
-    "smallest widths that hold all values; and after how many words the contents repeat.\n"
-    "Don't-care bits are not compared for the toggle rate, and the widths hold both values\n"
-    "of them; elsewhere a word with such bits is one of its own.\n",
+    "toggle rate, which is the share of bits that change from one address to the next;\n"
+    "the smallest widths that hold all values; and the number of words after which the\n"
+    "contents repeat. The toggle rate excludes don't-care bits, and the widths hold both\n"
+    "of their values; otherwise a word with don't-care bits is a separate value.\n",
     1,
     1,
     info_options,

@@ -33,7 +33,7 @@ void require_arguments(const arguments& given) {
         usage_error("join needs --output OUT");
     }
     if (given.manifest && (given.lane_bits || given.banks || given.blocks || !given.files.empty())) {
-        usage_error("--manifest says which files are joined, and how");
+        usage_error("--manifest states the files to join, and how");
     }
     if (!given.manifest && given.files.empty()) {
         usage_error("too few operands: kvrmem join FILE... or kvrmem join --manifest FILE");
@@ -92,7 +92,7 @@ exit_code join_files(const arguments& given, arguments reading) {
         write_options_for(given, target, inputs.files.front().result.facts);
     if (!image.bounds()) {
         throw tool_error(exit_code::bad_input,
-                         names + ": error: no word is set; --fill VALUE gives all of them one");
+                         names + ": error: no word is set; use --fill VALUE to set all words");
     }
     require_writable(given, image, target, options);
     if (!given.force) {
@@ -132,10 +132,10 @@ const command join_command = {
     "  $ kvrmem join --bits 8 -o boot.mif lane0.mif lane1.mif lane2.mif lane3.mif\n"
     "  $ kvrmem join --every 2 -o boot.mif bank0.hex bank1.hex\n"
     "  $ kvrmem join --manifest boot.json -o boot.mif\n",
-    "The files come in the order of their numbers, and --bits, --every or --blocks says how\n"
-    "the memory was split; --manifest FILE says both. Files that differ in width or depth\n"
-    "are refused, and so is a word of which some lanes are not set, unless --fill gives\n"
-    "words that are not set a value.\n",
+    "The files are given in the order of their numbers, and --bits, --every or --blocks\n"
+    "states how the memory was split; --manifest FILE states both. Files that differ in\n"
+    "width or depth are refused. A word that is set in some lanes only is refused, unless\n"
+    "--fill gives a value to words that are not set.\n",
     0,
     any_number,
     join_options,

@@ -74,11 +74,11 @@ const command lsp_command = {
     "Serve editors: a language server on standard input and standard output.",
     "  $ kvrmem lsp\n"
     "  $ kvrmem lsp --width 32 --for kvr,icarus\n",
-    "An editor starts it, and speaks the Language Server Protocol with it: diagnostics\n"
-    "while typing, repairs, hovers with a word in all radixes, symbols, folds, addresses\n"
-    "beside lines that have none, and changes of words. The options hold for all files\n"
-    "until the editor sends settings. The exit code is 1 when the editor ends it without\n"
-    "having asked it to shut down.\n",
+    "An editor starts the server and uses the Language Server Protocol: diagnostics while\n"
+    "typing, repairs, hovers with a word in all radixes, symbols, folds, addresses beside\n"
+    "lines that have none, and changes of words. The options apply to all files until the\n"
+    "editor sends settings. The exit code is 1 if the editor ends the server without a\n"
+    "shutdown request.\n",
     0,
     0,
     lsp_options,

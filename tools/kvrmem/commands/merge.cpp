@@ -40,8 +40,9 @@ void require_equal_widths(const memory_inputs& inputs) {
     for (std::size_t index = 1; index < inputs.images.size(); ++index) {
         const std::uint32_t width = inputs.images[index].width();
         if (width != first) {
-            usage_error(fmt::format("{} has words of {}, {} of {}; --width BITS reads all of them alike",
-                                    inputs.name(0), counted(first, "bit"), inputs.name(index), width));
+            usage_error(
+                fmt::format("{} has words of {}, but {} of {}; use --width BITS to read all with one width",
+                            inputs.name(0), counted(first, "bit"), inputs.name(index), width));
         }
     }
 }
@@ -123,8 +124,8 @@ void require_merged(const memory_inputs& inputs, const merge_result& result, ove
     throw tool_error(exit_code::bad_input,
                      fmt::format("{}{} {}; --overlap {}", counted(result.overlap_count, "overlap"),
                                  result.overlap_count == 1 ? ":" : ", such as", which,
-                                 are_equal ? "same takes words that are the same in all files"
-                                           : "first or last says whose words count"));
+                                 are_equal ? "same accepts words that are the same in all files"
+                                           : "first or last selects the words"));
 }
 
 merge_result merged_or_refused(const memory_inputs& inputs, overlap_rule rule) {
@@ -144,7 +145,7 @@ merge_result merge_images(const arguments& given, const memory_inputs& inputs) {
     }
     if (!result.image->bounds()) {
         throw tool_error(exit_code::bad_input,
-                         inputs.names() + ": error: no word is set; --fill VALUE gives all of them one");
+                         inputs.names() + ": error: no word is set; use --fill VALUE to set all words");
     }
     return result;
 }
@@ -190,10 +191,10 @@ const command merge_command = {
     "Merge memory files whose words lie at different addresses.",
     "  $ kvrmem merge -o all.mif boot.mif tables.mif\n"
     "  $ kvrmem merge --overlap last -o patched.hex boot.hex patch.hex\n",
-    "Each word keeps its address. What came from which file is reported, with its ranges,\n"
-    "and so are addresses that several files set. These are refused, unless --overlap says\n"
-    "that the words must be the same (same), or whose words count (first, last). Words of\n"
-    "different widths are refused, unless --width reads all files alike.\n",
+    "Each word keeps its address. The report states the ranges of each file, and the\n"
+    "addresses that several files set. Such overlaps are refused, unless --overlap\n"
+    "accepts equal words (same) or selects the words of a file (first, last). Words of\n"
+    "different widths are refused, unless --width reads all files with one width.\n",
     2,
     any_number,
     merge_options,

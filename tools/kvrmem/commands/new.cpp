@@ -48,7 +48,7 @@ kvrimage::write_options options_for(const arguments& given, const std::string& p
 
 void require_new(const arguments& given, const std::string& path) {
     if (!given.force && is_regular_file(path)) {
-        usage_error(path + ": is there already; --force replaces it");
+        usage_error(path + ": already exists; use --force to replace it");
     }
 }
 
@@ -88,7 +88,7 @@ exit_code create(const arguments& given) {
     const std::optional<std::string>& palette = given.generator.palette_file;
     if (palette) {
         if (name_one_file(*palette, path)) {
-            usage_error(fmt::format("--palette-out {}: this is OUT, too", path));
+            usage_error(fmt::format("--palette-out {}: this is also OUT", path));
         }
         require_new(given, *palette);
     }
@@ -126,17 +126,16 @@ const command new_command = {
     "  $ kvrmem new --text 'Hello' hello.mif\n"
     "  $ kvrmem new --image logo.png --pixel rgb565 logo.mif\n"
     "  $ kvrmem new --wav beep.wav --channel 1 beep.mif\n",
-    "Every word is 0 unless --fill or one of --expr, --ramp, --random, --text,\n"
-    "--text-file, --image and --wav says otherwise. These make up to 16777216 words;\n"
-    "a text, picture or sound says itself how many words there are, and how wide.\n"
-    "Where --depth says more, --fill is for the rest. A file that is there already is\n"
-    "left alone unless --force is given.\n"
+    "Every word is 0, unless --fill or one of --expr, --ramp, --random, --text,\n"
+    "--text-file, --image and --wav sets it. These make up to 16777216 words; a text,\n"
+    "picture or sound determines the width and the number of words. If --depth is larger,\n"
+    "--fill sets the rest. An existing file is replaced only with --force.\n"
     "\n"
-    "FORMULA is an expression of Lua: a is the address, n the number of words, w the\n"
-    "bits of a word. It has + - * / // % ^, & | ~ << >>, comparisons, and, or, not,\n"
-    "pi, and the functions abs acos asin atan cbrt ceil cos cosh exp floor fmod log\n"
-    "log2 log10 max min round sin sinh sqrt tan tanh trunc. As soon as one value is\n"
-    "negative, words are two's complement numbers, and all values must fit these.\n",
+    "FORMULA is an expression of Lua: a is the address, n the number of words, w the bits\n"
+    "of a word. It has + - * / // % ^, & | ~ << >>, comparisons, and, or, not, pi, and\n"
+    "the functions abs acos asin atan cbrt ceil cos cosh exp floor fmod log log2 log10\n"
+    "max min round sin sinh sqrt tan tanh trunc. If any value is negative, words are\n"
+    "two's complement numbers, and all values must fit them.\n",
     1,
     1,
     new_options,

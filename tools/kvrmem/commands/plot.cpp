@@ -43,7 +43,7 @@ void require_svg_file(const std::string& output, const std::string& input) {
     }
     if (kvrimage::format_of_path(output) != nullptr ||
         std::ranges::find(other_pictures, extension) != other_pictures.end()) {
-        usage_error(fmt::format("--output {}: a picture is an SVG file; name it so", output));
+        usage_error(fmt::format("--output {}: a picture is an SVG file; use the extension .svg", output));
     }
 }
 
@@ -51,8 +51,8 @@ void require_fitting_options(const arguments& given) {
     constexpr std::uint32_t least = kvrimage::least_screen_columns;
     constexpr std::uint32_t least_rows = kvrimage::least_picture_rows;
     if (given.columns.value_or(least) < least) {
-        usage_error(fmt::format("--columns {}: a picture needs at least {} characters a line", *given.columns,
-                                least));
+        usage_error(fmt::format("--columns {}: a picture needs at least {} characters per line",
+                                *given.columns, least));
     }
     if (given.rows.value_or(least_rows) < least_rows) {
         usage_error(fmt::format("--rows {}: a picture needs at least {}", *given.rows, least_rows));
@@ -111,7 +111,7 @@ std::optional<kvrimage::pixel_format> usual_pixel(std::uint32_t width) {
 kvrimage::pixel_layout layout_for(const arguments& given, std::uint32_t width) {
     const auto pixel = given.generator.pixel ? given.generator.pixel : usual_pixel(width);
     if (!pixel) {
-        usage_error(fmt::format("--image: words of {} say no pixels by themselves; give --pixel FORMAT",
+        usage_error(fmt::format("--image: words of {} do not determine the pixel format; give --pixel FORMAT",
                                 counted(width, "bit")));
     }
     if (kvrimage::bits_of(*pixel) > width) {
@@ -232,24 +232,24 @@ const command plot_command = {
     "  $ kvrmem plot --radix fixed:1.15 --rows 24 filter.mif\n"
     "  $ kvrmem plot old.mif new.mif -o changes.svg\n"
     "  $ kvrmem plot --image 64 --pixel rgb565 logo.mif -o logo.svg\n",
-    "Words of up to 64 bits make bars, labelled in hexadecimal; --radix dec (or\n"
-    "--signed) and --radix fixed:I.F take them for signed values, whose bars grow\n"
-    "from zero. A character or pixel that stands for several words reaches from\n"
-    "the least to the greatest of them. Wider words make a map of their bits, or\n"
-    "bytes where there is no room for each bit. Words that are not set leave a\n"
-    "gap, words with don't-care bits a mark. The strip below shows which addresses\n"
-    "are set, and where neighbours hold the same word. Where there is no room for\n"
-    "each word, long stretches without a word are left out.\n"
+    "Words of up to 64 bits are drawn as bars, labeled in hexadecimal; --radix dec (or\n"
+    "--signed) and --radix fixed:I.F read them as signed values, with bars that extend\n"
+    "from zero. A character or pixel for several words extends from the least to the\n"
+    "greatest of them. Wider words are drawn as a map of their bits, or of bytes if there\n"
+    "is no room for each bit. Words that are not set leave a gap; words with don't-care\n"
+    "bits have a mark. The strip below shows which addresses are set, and which adjacent\n"
+    "addresses hold the same word. If there is no room for each word, long ranges without\n"
+    "words are omitted.\n"
     "\n"
-    "With FILE2 the differences are drawn: words that changed, words that only\n"
-    "FILE (A) has, and words that only FILE2 (B) has, with the number of each.\n"
+    "With FILE2 the differences are drawn: words that changed, words that only FILE (A)\n"
+    "has, and words that only FILE2 (B) has, with the number of each.\n"
     "\n"
     "With --image the words are pixels, row by row from the top: mono, gray4, gray8,\n"
-    "rgb444, rgb565 or rgb888 by the width, unless --pixel says it.\n"
+    "rgb444, rgb565 or rgb888 by their width, unless --pixel names the format.\n"
     "\n"
-    "The terminal's picture is ASCII unless LC_ALL, LC_CTYPE or LANG (the first\n"
-    "that is set) names UTF-8. A range with more than 16,777,216 runs is sampled,\n"
-    "and the picture says so.\n",
+    "In the terminal the picture is ASCII unless LC_ALL, LC_CTYPE or LANG (the first that\n"
+    "is set) names UTF-8. A range with more than 16,777,216 runs is sampled, and the\n"
+    "picture states this.\n",
     1,
     2,
     plot_options,

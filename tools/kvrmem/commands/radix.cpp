@@ -41,7 +41,7 @@ given_number number_of(const arguments& given) {
     const bool agrees = !has_prefix || word_radix{value.radix} == *given.from_radix;
     // "0B1" is also a hexadecimal number.
     if (!agrees && (given.from_radix->digits != radix::hex || value.radix != radix::bin)) {
-        usage_error(fmt::format("{} is a number in {}, --from says otherwise", text,
+        usage_error(fmt::format("{} is a number in {}, but --from states another radix", text,
                                 kvrimage::title_of(value.radix)));
     }
     return {agrees ? value.digits : without_underscores(text), *given.from_radix};
@@ -53,7 +53,7 @@ void scale_to_integer(given_number& number) {
     if (text.find_first_not_of("0123456789.", text[0] == '-' ? 1 : 0) != std::string::npos ||
         std::count(text.begin(), text.end(), '.') > 1 ||
         text.find_first_of("0123456789") == std::string::npos) {
-        usage_error(fmt::format("'{}' is no decimal fraction", text));
+        usage_error(fmt::format("'{}' is not a valid decimal fraction", text));
     }
     for (std::uint32_t bit = 0; bit < number.radix.fraction_bits; ++bit) {
         double_it(number.digits);
@@ -64,7 +64,7 @@ void scale_to_integer(given_number& number) {
         for (std::uint32_t bit = 0; bit < number.radix.fraction_bits; ++bit) {
             halve(nearest);
         }
-        usage_error(fmt::format("{} is no multiple of 2^-{}; the next one towards zero is {}", text,
+        usage_error(fmt::format("{} is not a multiple of 2^-{}; the next one towards zero is {}", text,
                                 number.radix.fraction_bits, nearest));
     }
     number.digits.erase(std::min(point, number.digits.size()));
@@ -218,11 +218,11 @@ const command radix_command = {
     "  $ kvrmem radix -5 --width 8 --to hex\n"
     "  $ kvrmem radix FB --from hex --to dec --width 8\n"
     "  $ kvrmem radix 0.625 --from fixed:1.7 --to hex\n",
-    "With --width, signed decimal (dec) is two's complement of that width; without\n"
-    "it a number has as many bits as its digits say, and no sign but '-'.\n"
-    "fixed:I.F is two's complement with F of its I+F bits after the point.\n"
-    "--library shows what the library's own conversion gives, which other\n"
-    "programs rely on: decimal digits reversed, ones' complement, higher bits cut.\n",
+    "With --width, signed decimal (dec) is two's complement of that width; without it a\n"
+    "number has as many bits as its digits need, and no sign but '-'. fixed:I.F is two's\n"
+    "complement with F of its I+F bits after the point. --library shows the result of the\n"
+    "library's own conversion, which other programs rely on: decimal digits reversed,\n"
+    "ones' complement, higher bits cut.\n",
     1,
     1,
     radix_options,

@@ -66,8 +66,8 @@ exit_code repair_file(const arguments& given) {
         report_as_text(name, repaired.contents, repaired.left, diagnostic_painter(stderr, given.color));
     if (left.fail(given.strict)) {
         print_message_as_it_is(report);
-        print_message(fmt::format("{} in {} cannot be repaired for certain; {} is not written", left.text(),
-                                  name, *given.output));
+        print_message(fmt::format("{} in {} cannot be repaired with certainty; {} is not written",
+                                  left.text(), name, *given.output));
         return exit_code::negative;
     }
     if (!given.force) {

@@ -38,17 +38,17 @@ const command set_command = {
     "  $ kvrmem set boot.mif '0x40=\"v1.2.3\\n\"' '3[7:4]=0xA' '3[0]=1'\n"
     "  $ kvrmem set filter.mif 0=fixed:1.15:0.5 --from-file more.txt\n",
     "Only the digits of these words change, and checksums over them: comments, order,\n"
-    "spacing, letter case and line ends stay. A word within a range gets a line of\n"
-    "its own, and so does one that is not set. The file is replaced when all is done,\n"
-    "unless --output names another one. A value that does not fit the width is\n"
-    "refused. When an address is given twice, the last value counts. The word may be\n"
-    "the very one for which the file is refused.\n"
+    "spacing, letter case and line ends are unchanged. A word within a range gets its own\n"
+    "line, and so does one that is not set. The file is replaced at the end, unless\n"
+    "--output names another one. A value that does not fit the width is refused. If an\n"
+    "address is given twice, the last value is used. A word that makes the file invalid\n"
+    "can be replaced, too.\n"
     "\n"
     "A text in quotes sets a word for each of its bytes, from ADDRESS on; \\n \\r \\t \\0\n"
-    "\\\\ \\\" and \\xNN are escapes. ADDRESS[HIGH:LOW]=VALUE and ADDRESS[BIT]=VALUE set bits of a\n"
-    "word and keep the others. fixed:I.F:NUMBER is a fraction, rounded as --round says.\n"
-    "--from-file FILE has one assignment a line and comments after \"#\"; these are made\n"
-    "before those of the command line, in order.\n",
+    "\\\\ \\\" and \\xNN are escapes. ADDRESS[HIGH:LOW]=VALUE and ADDRESS[BIT]=VALUE set\n"
+    "bits of a word and keep the others. fixed:I.F:NUMBER is a fraction, rounded as\n"
+    "--round states. --from-file FILE has one assignment per line and comments after\n"
+    "\"#\"; these are made before those of the command line, in order.\n",
     1,
     any_number,
     edit_options,

@@ -55,10 +55,9 @@ void require_writable_parts(const arguments& given, const memory_input& input,
                             const std::vector<std::string>& names, const kvrimage::write_options& options) {
     for (std::size_t index = 0; index < parts.size(); ++index) {
         if (!parts[index].bounds()) {
-            throw tool_error(
-                exit_code::bad_input,
-                fmt::format("{}: error: no word of {} is set; --fill VALUE gives all of them one",
-                            input.name(), kvrimage::title_of_output(names[index])));
+            throw tool_error(exit_code::bad_input,
+                             fmt::format("{}: error: no word of {} is set; use --fill VALUE to set all words",
+                                         input.name(), kvrimage::title_of_output(names[index])));
         }
         require_writable(given, parts[index], names[index], options);
         if (!given.force) {
@@ -162,11 +161,11 @@ const command split_command = {
     "  $ kvrmem split --bits 8 boot.mif lane%d.mif\n"
     "  $ kvrmem split --every 2 --manifest boot.json boot.mif bank%d.hex\n"
     "  $ kvrmem split --blocks 4 --fill 0 boot.mif part%d.mif\n",
-    "--bits N makes a file for each N bits of the words, the lowest ones first; --every N\n"
-    "makes N files that take the words in turn; --blocks N makes N files of neighbouring\n"
-    "words. Widths and depths that do not divide are refused. In PATTERN %d is the number\n"
-    "of a file, from 0 on; its extension says the format, or --to. --manifest FILE says in\n"
-    "JSON what the files are, from which kvrmem join makes the memory again. All files are\n"
+    "--bits N makes a file for each N bits of the words, from the lowest bits on; --every\n"
+    "N makes N files that take the words in turn; --blocks N makes N files of consecutive\n"
+    "words. N must divide the width or depth. In PATTERN, %d is the number of a file,\n"
+    "from 0 on; its extension or --to determines the format. --manifest FILE describes\n"
+    "the files in JSON, and kvrmem join restores the memory from it. Either all files are\n"
     "written, or none.\n",
     2,
     2,

@@ -179,7 +179,7 @@ void print_sum(const arguments& given, const memory_input& input, const computed
         return;
     }
     const std::string left_out =
-        sum.left_out == 0 ? "" : fmt::format(", {} not set left out", counted(sum.left_out, "word"));
+        sum.left_out == 0 ? "" : fmt::format(", {} not set and omitted", counted(sum.left_out, "word"));
     print(fmt::format("{} {}  {}: {} of {}{}\n", name, hex_of(sum.value), input.name(),
                       counted(sum.counted_words, "word"), counted(input.image().width(), "bit"), left_out));
 }
@@ -203,7 +203,7 @@ exit_code run_sum(const arguments& given) {
     const sum_algorithm what = checksum_of_user(given.algorithm.value_or("crc-32"));
     const std::optional<stored_place> place = place_of(given);
     if (given.output && !given.put) {
-        usage_error("--output is where --put writes the file");
+        usage_error("--output needs --put");
     }
     if (given.put) {
         require_editable(given);
@@ -250,17 +250,16 @@ const command sum_command = {
     "  $ kvrmem sum --algorithm crc-16-xmodem --range 0..0xFD boot.mif\n"
     "  $ kvrmem sum --fill 0xFF --put 0xFC boot.mif\n"
     "  $ kvrmem sum --fill 0xFF --verify 0xFC boot.mif\n",
-    "The bytes of the words count, in order of the addresses: (width + 7) / 8 of each\n"
-    "word, the lowest one first unless --endian says big. Words that are not set are\n"
-    "left out, unless --fill gives them a value. --put and --verify leave out the\n"
-    "words that hold the checksum: one, or as many as it has to be cut into, the\n"
-    "lowest bits first unless --endian says big. With --verify the exit code is 1 when\n"
-    "they differ.\n"
+    "The checksum covers the bytes of the words in order of addresses: (width + 7) / 8\n"
+    "bytes per word, the lowest byte first unless --endian big is given. Words that are\n"
+    "not set are omitted, unless --fill gives them a value. --put and --verify exclude\n"
+    "the words that hold the checksum: one word, or as many as it needs, the lowest bits\n"
+    "first unless --endian big is given. With --verify the exit code is 1 if they differ.\n"
     "\n"
     "The names of the checksums are\n"
     "{checksums}.\n"
-    "sum-N and balance-N add bytes modulo 2^N, word-sum-N and word-balance-N words; a\n"
-    "balance is what makes the sum 0.\n",
+    "sum-N and balance-N add bytes modulo 2^N, word-sum-N and word-balance-N add words; a\n"
+    "balance makes the sum 0.\n",
     1,
     1,
     sum_options,

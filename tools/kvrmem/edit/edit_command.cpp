@@ -349,7 +349,7 @@ void verify(const arguments& given, memory_input& input, const std::vector<known
         found = kvrimage::parse(input.file.contents(), options);
         broken = first_broken(found);
         if (broken == nullptr) {
-            print_message(fmt::format("{}: note: from now on it has to be read with {}", input.name(),
+            print_message(fmt::format("{}: note: read it with {} from now on", input.name(),
                                       address_options(input.result.facts)));
         }
     }
@@ -393,8 +393,7 @@ void report_edits(const arguments& given, const memory_input& input, const std::
     note_width(input);
     const bool in_place = is_in_place(given, input);
     const std::string target = in_place ? "" : " -> " + *given.output;
-    print_message(fmt::format("{}{}: {}{}", input.name(), target, summary,
-                              has_changed ? "" : ", as they were already"));
+    print_message(fmt::format("{}{}: {}{}", input.name(), target, summary, has_changed ? "" : ", no change"));
     if (!in_place) {
         note_other_extension(*given.output, *input.options.as);
     }
@@ -420,7 +419,7 @@ void refuse_sizes_said_twice(const arguments& given, const memory_input& input) 
     alone.width.reset();
     alone.depth.reset();
     if (kvrimage::parse(input.file.contents(), alone).image) {
-        usage_error(fmt::format("{} has no effect on {}, which says its width and depth itself",
+        usage_error(fmt::format("{} has no effect on {}, which states its own width and depth",
                                 given.width ? "--width" : "--depth", as.title));
     }
 }

@@ -108,7 +108,7 @@ private:
             refuse_operand(operand, "the '\"' at the end of the text is missing");
         }
         if (text.fault == fault::bad_escape) {
-            refuse_operand(operand, fmt::format("'{}' is no escape; there are {}",
+            refuse_operand(operand, fmt::format("'{}' is not a valid escape; use one of {}",
                                                 rest.substr(text.length, 2), kvrimage::quoted_text_escapes));
         }
         if (text.bytes.empty()) {
@@ -146,10 +146,11 @@ private:
     [[noreturn]] void refuse_fraction(kvrimage::fixed_point_fault fault, std::string_view number,
                                       std::string_view name) const {
         if (fault == kvrimage::fixed_point_fault::syntax) {
-            refuse_operand(operand, fmt::format("'{}' is no decimal number", number));
+            refuse_operand(operand, fmt::format("'{}' is not a valid decimal number", number));
         }
-        refuse_operand(operand, fmt::format("{} is out of the range of {}; --saturate takes the nearest word",
-                                            number, name));
+        refuse_operand(
+            operand,
+            fmt::format("{} is out of the range of {}; use --saturate for the nearest word", number, name));
     }
     /// The minus sign (U+2212) is equivalent to "-".
     static std::string with_hyphen(std::string_view number) {
@@ -200,7 +201,7 @@ edit_operand parse_edit_operand(std::string_view text, const char* example) {
     }
     const auto addresses = read_address_range(place);
     if (!is_operand || !addresses) {
-        const std::string form = fmt::format("the form is {}", example);
+        const std::string form = fmt::format("expected {}", example);
         usage_error(fmt::format("'{}': {}", text, is_operand ? advice_on_range(place, form) : form));
     }
     return {std::string(text), *addresses, field, std::string(text.substr(equals + 1))};

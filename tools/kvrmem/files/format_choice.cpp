@@ -76,7 +76,7 @@ void require_known_format(const kvrimage::format* given, const std::string& path
 void note_other_extension(const std::string& path, const kvrimage::format& written) {
     const std::vector<const kvrimage::format*> named = kvrimage::formats_of_path(path);
     if (!named.empty() && std::ranges::find(named, &written) == named.end()) {
-        print_message(fmt::format("{}: note: the name says {}, what was written is {}",
+        print_message(fmt::format("{}: note: the name states {}, but {} was written",
                                   kvrimage::title_of_output(path), named.front()->title, written.title));
     }
 }

@@ -30,7 +30,7 @@ std::string lost_comments(const std::string& target, std::string_view written) {
 void require_no_lost_comments(const std::string& target, std::string_view written) {
     const std::string lost = lost_comments(target, written);
     if (!lost.empty()) {
-        usage_error(fmt::format("{}: is there already and would lose {}; --force replaces it",
+        usage_error(fmt::format("{}: already exists and would lose {}; use --force to replace it",
                                 kvrimage::title_of_output(target), lost));
     }
 }

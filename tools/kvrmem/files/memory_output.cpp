@@ -47,7 +47,7 @@ void offer_base(const arguments& given, const memory_input& input, const kvrimag
                                     ? kvrimage::bytes_of_width(input.image().width())
                                     : 1;
     obstacle.option = fmt::format("--base 0x{:X}", bounds->first * units);
-    obstacle.hint = obstacle.option + " makes the first word that is set word 0";
+    obstacle.hint = fmt::format("use {} to make the first word that is set word 0", obstacle.option);
 }
 
 } // namespace

@@ -57,7 +57,7 @@ std::vector<std::string> wrong_bits_of(const protection_result& result) {
     for (const ecc_finding& each : result.report.findings) {
         texts.push_back(fmt::format("{}: {}", addresses_of(each),
                                     each.bit ? fmt::format("bit {} is wrong", *each.bit)
-                                             : "bits are wrong, and the check bits do not say which"));
+                                             : "bits are wrong, but the check bits do not identify them"));
     }
     return texts;
 }

@@ -155,13 +155,13 @@ void keep_start_address(const arguments& given, const kvrimage::file_facts& fact
 
 std::string lost_start_address(const kvrimage::file_facts& facts, const write_options& options) {
     return facts.start_address && !options.start_address
-               ? fmt::format("; start address {:X} is left out", *facts.start_address)
+               ? fmt::format("; start address {:X} is omitted", *facts.start_address)
                : "";
 }
 
 void note_lost_start(const memory_input& input) {
     if (const auto& start = input.result.facts.start_address) {
-        print_message(fmt::format("{}: note: start address {:X} is left out", input.name(), *start));
+        print_message(fmt::format("{}: note: start address {:X} is omitted", input.name(), *start));
     }
 }
 
@@ -179,8 +179,9 @@ void require_harmless(const memory_image& image, const output_source& source, co
         return;
     }
     const std::string lost = lost_comments(target, "");
-    usage_error(fmt::format("{}: would write {}{}; --force writes it", kvrimage::title_of_output(target),
-                            size, lost.empty() ? "" : fmt::format(", and lose {}", lost)));
+    usage_error(fmt::format("{}: would write {}{}; use --force to write it",
+                            kvrimage::title_of_output(target), size,
+                            lost.empty() ? "" : fmt::format(", and lose {}", lost)));
 }
 
 } // namespace kvrmem

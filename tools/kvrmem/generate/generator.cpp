@@ -86,7 +86,7 @@ generated_memory make_expression(const arguments& given) {
         usage_error(fmt::format("{}: {}{}", name, error.what(),
                                 numbers.empty() ? "" : fmt::format(" (at address 0x{:X})", address)));
     } catch (const std::overflow_error& error) {
-        usage_error(fmt::format("{}: {}; --saturate takes the nearest that does", name, error.what()));
+        usage_error(fmt::format("{}: {}; use --saturate for the nearest value", name, error.what()));
     } catch (const std::domain_error& error) {
         usage_error(fmt::format("{}: {}", name, error.what()));
     }
@@ -161,7 +161,7 @@ generated_memory make_picture(const arguments& given) {
         usage_error("--image needs --pixel FORMAT: rgb332, rgb444, rgb565, rgb888, gray8, gray4 or mono");
     }
     if (options.palette_colors.has_value() != options.palette_file.has_value()) {
-        usage_error("--palette COLOURS and --palette-out FILE belong together");
+        usage_error("--palette N and --palette-out FILE require each other");
     }
     const std::uint32_t bits = bits_of_picture(options);
     if (given.width.value_or(bits) < bits) {
@@ -188,7 +188,7 @@ generated_memory make_picture(const arguments& given) {
 std::uint32_t width_of_sound(const arguments& given, const kvrimage::wave_file& sound,
                              const std::string& name) {
     if (sound.has_fractions && !given.width) {
-        usage_error(fmt::format("{}: samples are fractions; --width says how wide words are", name));
+        usage_error(fmt::format("{}: samples are fractions; give the word width with --width", name));
     }
     const std::uint32_t width = given.width.value_or(sound.sample_bits);
     if (width > kvrimage::widest_sample_word) {
@@ -227,8 +227,8 @@ generated_memory make_sound(const arguments& given) {
                 kvrimage::sound_words(sound, channel, width,
                                       given.round.value_or(kvrimage::rounding::nearest), given.saturate)};
     } catch (const std::overflow_error& error) {
-        throw tool_error(exit_code::bad_input,
-                         fmt::format("{}: {}; --saturate takes the nearest", file.name(), error.what()));
+        throw tool_error(exit_code::bad_input, fmt::format("{}: {}; use --saturate for the nearest value",
+                                                           file.name(), error.what()));
     } catch (const std::logic_error& error) {
         refuse_file(file.name(), error);
     }

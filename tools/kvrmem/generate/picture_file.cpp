@@ -109,8 +109,8 @@ const stbi_io_callbacks byte_reader::calls = {read, skip, is_at_end};
 
 [[noreturn]] void refuse_picture() {
     const char* const reason = stbi_failure_reason();
-    throw std::invalid_argument(fmt::format("this is no PNG, BMP or JPEG, or a broken one ({})",
-                                            reason != nullptr ? reason : "empty"));
+    throw std::invalid_argument(
+        fmt::format("this is not a valid PNG, BMP or JPEG file ({})", reason != nullptr ? reason : "empty"));
 }
 
 bool is_jpeg(std::string_view contents) noexcept {

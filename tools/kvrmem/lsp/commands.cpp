@@ -39,7 +39,7 @@ constexpr std::uint64_t most_single_words = 65536;
 const std::string& text_argument(const json& arguments, std::size_t index, const char* what) {
     if (index >= arguments.size() || !arguments[index].is_string()) {
         throw request_error(error_code::invalid_params,
-                            fmt::format("argument {} is to be {}", index + 1, what));
+                            fmt::format("argument {}: expected {}", index + 1, what));
     }
     return arguments[index].get_ref<const std::string&>();
 }
@@ -57,7 +57,7 @@ address_range addresses_argument(document& of, const json& arguments) {
     const auto range =
         read_address_range(text_argument(arguments, 1, "an address, or a range as in 0x10..0x1F"));
     if (!range || range->last > image_of(of).last_address()) {
-        fail(fmt::format("{} is no address of the memory", arguments[1].get_ref<const std::string&>()));
+        fail(fmt::format("{} is not an address of the memory", arguments[1].get_ref<const std::string&>()));
     }
     return *range;
 }
@@ -173,7 +173,7 @@ std::vector<text_edit> change_radix(document& of, const json& arguments) {
         fail("a file with errors would lose words");
     }
     if (!facts.data_radix || of.has_base()) {
-        fail("the file does not say its radix, or is read from a base");
+        fail("the file does not state its radix, or is read from a base");
     }
     kvrimage::write_options options;
     options.as = facts.as;

@@ -45,20 +45,21 @@ bool is_response(const json& message) {
 /// Returns why @p message is not a valid request or notification; "" if it is valid.
 std::string fault_of(const json& message) {
     if (!message.is_object()) {
-        return message.is_array() ? "batches are not part of the protocol" : "a message is an object";
+        return message.is_array() ? "batches are not supported by the protocol"
+                                  : "a message must be an object";
     }
     if (member(message, "jsonrpc") != "2.0") {
-        return "jsonrpc is to be 2.0";
+        return "jsonrpc must be 2.0";
     }
     if (!is_response(message) && !member(message, "method").is_string()) {
-        return "a message has a method";
+        return "a message must have a method";
     }
     if (message.contains("id") && !is_id(message["id"]) && !is_response(message)) {
-        return "an id is an integer or a string";
+        return "an id must be an integer or a string";
     }
     const json& params = member(message, "params");
     if (!params.is_null() && !params.is_structured()) {
-        return "params are an object or an array";
+        return "params must be an object or an array";
     }
     return "";
 }
@@ -94,7 +95,7 @@ void dispatcher::take(const framed_message& message) {
     if (!excess.empty()) {
         answer_error(json(), error_code::invalid_request, std::string(excess));
     } else if (content.is_discarded()) {
-        answer_error(json(), error_code::parse_error, "the message is no JSON");
+        answer_error(json(), error_code::parse_error, "the message is not JSON");
     } else if (const std::string fault = fault_of(content); !fault.empty()) {
         answer_error(id_of(content), error_code::invalid_request, fault);
     } else if (!is_response(content)) {
@@ -177,13 +178,13 @@ json dispatcher::result_of(const std::string& method, const json& params) {
 
 void dispatcher::require_session_for(const std::string& method) const {
     if (state == session_state::before && method != "initialize") {
-        throw request_error(error_code::server_not_initialized, "the first request is to be 'initialize'");
+        throw request_error(error_code::server_not_initialized, "the first request must be 'initialize'");
     }
     if (state == session_state::shut_down) {
         throw request_error(error_code::invalid_request, "the server was shut down");
     }
     if (state == session_state::running && method == "initialize") {
-        throw request_error(error_code::invalid_request, "the server is initialized already");
+        throw request_error(error_code::invalid_request, "the server is already initialized");
     }
 }
 

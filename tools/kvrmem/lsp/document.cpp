@@ -58,7 +58,7 @@ void document::use(const file_settings& of_file) {
 
 void document::change(const json& version, const json& changes) {
     if (!changes.is_array()) {
-        throw request_error(error_code::invalid_params, "'contentChanges' is no array");
+        throw request_error(error_code::invalid_params, "'contentChanges' is not an array");
     }
     forget();
     number = version;

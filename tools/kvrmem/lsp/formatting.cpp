@@ -37,7 +37,7 @@ json formatting_in(document& of, const json& /*params*/) {
     const kvrimage::formatted_text wanted = kvrimage::format_text(of.text(), of.reading());
     if (!wanted.diagnostics.empty()) {
         throw request_error(error_code::request_failed,
-                            "a file with errors is not laid out: " + wanted.diagnostics.front().message);
+                            "a file with errors is not formatted: " + wanted.diagnostics.front().message);
     }
     return of.edits(edit_between(of.text(), wanted.text));
 }

@@ -25,7 +25,7 @@ const json& required(const json& object, const char* name) {
 const std::string& required_text(const json& object, const char* name) {
     const json& found = required(object, name);
     if (!found.is_string()) {
-        throw request_error(error_code::invalid_params, fmt::format("'{}' is no string", name));
+        throw request_error(error_code::invalid_params, fmt::format("'{}' is not a string", name));
     }
     return found.get_ref<const std::string&>();
 }
@@ -33,7 +33,7 @@ const std::string& required_text(const json& object, const char* name) {
 std::uint64_t required_number(const json& object, const char* name) {
     const json& found = required(object, name);
     if (!found.is_number_unsigned()) {
-        throw request_error(error_code::invalid_params, fmt::format("'{}' is no natural number", name));
+        throw request_error(error_code::invalid_params, fmt::format("'{}' is not a natural number", name));
     }
     return found.get<std::uint64_t>();
 }

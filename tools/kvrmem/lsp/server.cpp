@@ -191,7 +191,7 @@ json server::execute(const json& params) {
     const std::string& command = required_text(params, "command");
     const json& arguments = required(params, "arguments");
     if (!arguments.is_array() || arguments.empty() || !arguments[0].is_string()) {
-        throw request_error(error_code::invalid_params, "the first argument is to be the URI of a document");
+        throw request_error(error_code::invalid_params, "the first argument must be the URI of a document");
     }
     document& of = document_of_uri(arguments[0].get_ref<const std::string&>());
     const std::vector<kvrimage::text_edit> edits = edits_of_command(of, command, arguments);

@@ -65,7 +65,7 @@ void take_format(file_settings& into, const json& value) {
     if (!value.is_null()) {
         into.check.read.as = kvrimage::format_of_name(text_of_setting(value, "the name of a format"));
         if (into.check.read.as == nullptr) {
-            throw setting_fault("a name that kvrmem formats lists");
+            throw setting_fault("a name listed by kvrmem formats");
         }
     }
 }

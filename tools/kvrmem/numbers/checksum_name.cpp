@@ -111,10 +111,9 @@ sum_algorithm checksum_of_user(std::string_view text) {
     if (text.starts_with(own_parameters)) {
         const auto model = model_of_parameters(text.substr(own_parameters.size()));
         if (!model) {
-            usage_error(
-                fmt::format("--algorithm {}: this needs crc:WIDTH,POLY,INIT,REFIN,REFOUT,XOROUT, as in "
-                            "crc:16,0x8005,0,true,true,0",
-                            text));
+            usage_error(fmt::format("--algorithm {}: expected crc:WIDTH,POLY,INIT,REFIN,REFOUT,XOROUT, as in "
+                                    "crc:16,0x8005,0,true,true,0",
+                                    text));
         }
         return algorithm_of(*model);
     }

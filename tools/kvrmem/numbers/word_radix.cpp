@@ -74,7 +74,7 @@ std::size_t most_characters_of_word(const word_radix& radix, std::uint32_t width
 
 void require_fitting(const word_radix& radix, std::uint32_t width) {
     if (radix.is_fixed_point() && radix.bits() != width) {
-        usage_error(fmt::format("fixed:{}.{} is for words of {}, these have {}", radix.integer_bits,
+        usage_error(fmt::format("fixed:{}.{} is for words of {}, but these have {}", radix.integer_bits,
                                 radix.fraction_bits, counted(radix.bits(), "bit"), width));
     }
 }
@@ -91,7 +91,8 @@ std::string describe(const kvrimage::word_fault& fault, std::string_view text, r
     case kind::dont_care: // in a decimal text, which cannot have such a digit
         break;
     }
-    return fmt::format("'{}' in {} is no {} digit", text[fault.position], text, kvrimage::title_of(digits));
+    return fmt::format("'{}' in {} is not a valid {} digit", text[fault.position], text,
+                       kvrimage::title_of(digits));
 }
 
 kvrimage::word word_of_user(std::string_view text, std::uint32_t width, std::string_view subject) {

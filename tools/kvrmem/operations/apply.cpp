@@ -30,7 +30,7 @@ std::string size_of(const memory_image& image) {
 
 /// Returns the remedy for a word that does not fit @p what.
 std::string_view remedy_of(const operation& what) {
-    return std::holds_alternative<reshape_words>(what.what) ? "; a --pad VALUE after it gives them a value"
+    return std::holds_alternative<reshape_words>(what.what) ? "; add --pad VALUE after it for these bits"
                                                             : "";
 }
 
@@ -54,7 +54,7 @@ private:
     std::string run(const except_words& what) {
         const std::uint64_t before = image.count_set();
         image = kvrimage::except(image, what.ranges);
-        return fmt::format("{} of {} left out", before - image.count_set(), counted(before, "word"));
+        return fmt::format("{} of {} omitted", before - image.count_set(), counted(before, "word"));
     }
     std::string run(const move_words& what) {
         const auto words = image.bounds();

@@ -87,10 +87,10 @@ ecc_scheme scheme_of_file(const std::string& path, std::uint32_t width, bool has
     const mask_texts texts = split_masks(file.name(), file.contents());
     const auto checks = static_cast<std::uint32_t>(texts.masks.size());
     if (checks == 0) {
-        throw tool_error(exit_code::bad_input, fmt::format("{}: error: no mask in it", file.name()));
+        throw tool_error(exit_code::bad_input, fmt::format("{}: error: the file has no mask", file.name()));
     }
     if (has_checks && checks >= width) {
-        throw tool_error(exit_code::bad_input, fmt::format("{}: error: {} masks, where a word has {} bits",
+        throw tool_error(exit_code::bad_input, fmt::format("{}: error: {} masks, but a word has {} bits",
                                                            file.name(), checks, width));
     }
     std::vector<word> masks;

@@ -54,7 +54,7 @@ public:
 
     [[nodiscard]] manifest take() const {
         if (!document.is_object() || text("schema") != manifest_schema) {
-            refuse_manifest(file, fmt::format("it is no {}", manifest_schema));
+            refuse_manifest(file, fmt::format("it is not a {}", manifest_schema));
         }
         const auto width = static_cast<std::uint32_t>(number("width", kvrimage::widest_word));
         const std::uint64_t depth = number("depth", kvrimage::deepest_memory);
@@ -68,10 +68,10 @@ public:
                           name_of<kvrimage::byte_order>("endian", order_names)};
         const std::uint64_t divided = plan.how == split_plan::kind::lanes ? width : depth;
         if (divided % plan.number != 0) {
-            refuse_manifest(file, fmt::format("\"n\": {} is no divisor of {}", plan.number, divided));
+            refuse_manifest(file, fmt::format("\"n\": {} is not a divisor of {}", plan.number, divided));
         }
         if (found.files.size() != plan.part_count(width)) {
-            refuse_manifest(file, fmt::format("\"files\" has {}, where {} are needed",
+            refuse_manifest(file, fmt::format("\"files\" has {}, but {} are needed",
                                               counted(found.files.size(), "name"), plan.part_count(width)));
         }
         return found;
@@ -93,14 +93,14 @@ private:
         const json_value& found = member(name);
         const std::uint64_t value = found.is_number_unsigned() ? found.get<std::uint64_t>() : 0;
         if (value == 0 || value > largest) {
-            refuse_manifest(file, fmt::format("\"{}\" is no number from 1 to {}", name, largest));
+            refuse_manifest(file, fmt::format("\"{}\" is not a number from 1 to {}", name, largest));
         }
         return value;
     }
     [[nodiscard]] split_plan::kind kind() const {
         const auto found = std::ranges::find(plan_kinds, text("kind"));
         if (found == plan_kinds.end()) {
-            refuse_manifest(file, "\"kind\" is none of lanes, banks and blocks");
+            refuse_manifest(file, "\"kind\" is not lanes, banks or blocks");
         }
         return static_cast<split_plan::kind>(found - plan_kinds.begin());
     }
@@ -120,7 +120,7 @@ private:
     [[nodiscard]] std::string format() const {
         std::string id = text("format");
         if (kvrimage::format_of_name(id) == nullptr) {
-            refuse_manifest(file, "\"format\" is none that kvrmem formats lists");
+            refuse_manifest(file, "\"format\" is not listed by kvrmem formats");
         }
         return id;
     }
@@ -129,7 +129,7 @@ private:
         std::vector<std::string> paths;
         for (const json_value& name : names) {
             if (!names.is_array() || !name.is_string() || name.get_ref<const std::string&>().empty()) {
-                refuse_manifest(file, "\"files\" is no list of names");
+                refuse_manifest(file, "\"files\" is not a list of names");
             }
             paths.push_back(
                 text_with_slashes(folder_of(file) / kvrimage::platform::path_of(name.get<std::string>())));

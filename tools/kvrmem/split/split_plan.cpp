@@ -49,14 +49,14 @@ split_plan plan_of(const arguments& given) {
     std::optional<split_plan> plan;
     for (std::size_t index = 0; index < numbers.size(); ++index) {
         if (numbers[index] && plan) {
-            usage_error("only one of --bits, --every and --blocks says how");
+            usage_error("give only one of --bits, --every and --blocks");
         }
         if (numbers[index]) {
             plan = split_plan{static_cast<split_plan::kind>(index), *numbers[index]};
         }
     }
     if (!plan) {
-        usage_error("one of --bits N, --every N and --blocks N says how");
+        usage_error("give one of --bits N, --every N and --blocks N");
     }
     return *plan;
 }
@@ -80,8 +80,8 @@ memory_image joined(std::span<const memory_image> parts, const split_plan& plan)
     } catch (const std::invalid_argument& error) {
         usage_error(fmt::format("{}: {}", plan.title(), error.what()));
     } catch (const std::domain_error& error) {
-        throw tool_error(exit_code::bad_input,
-                         fmt::format("{}: {}; --fill VALUE gives all words one", plan.title(), error.what()));
+        throw tool_error(exit_code::bad_input, fmt::format("{}: {}; use --fill VALUE to set all words",
+                                                           plan.title(), error.what()));
     }
 }
 

@@ -42,7 +42,7 @@ TEST(BinaryFormat, AnImageWithALowestAddressIsNotWritten) {
     write_options options;
     options.as = &binary_format;
     EXPECT_EQ(can_write(image, options).at(0).message,
-              "the addresses begin at 256, and a binary file holds those from 0 on");
+              "the addresses begin at 256, but those of a binary file begin at 0");
 }
 
 TEST(BinaryFormat, ABaseHasNoMeaning) {
@@ -50,9 +50,8 @@ TEST(BinaryFormat, ABaseHasNoMeaning) {
     options.base = 0x8000;
     const read_result result = read_as_binary("\x01"sv, options);
     EXPECT_EQ(shown_report(result), "broken no-addresses 0:0+0 x1\n");
-    EXPECT_EQ(result.diagnostics[0].message,
-              "a binary file has no addresses, so that base 8000 means nothing");
-    EXPECT_EQ(result.diagnostics[0].hint, "leave it out: the file begins with word 0");
+    EXPECT_EQ(result.diagnostics[0].message, "a binary file has no addresses, so base 8000 has no meaning");
+    EXPECT_EQ(result.diagnostics[0].hint, "omit it: the file begins with word 0");
 }
 
 TEST(BinaryFormat, AnEmptyFileNeedsADepth) {
@@ -88,7 +87,7 @@ TEST(BinaryFormat, WritesFromWordZeroToTheLastOneThatIsSet) {
     EXPECT_EQ(to_text(image, options), "\x02\x01\x02\x01\x02\x01");
     image.set(4, word::of(1, 16));
     EXPECT_EQ(can_write(image, options).at(0).message,
-              "1 word is not set, the first at address 3, and raw binary cannot leave words out");
+              "1 word is not set, the first at address 3, but raw binary cannot omit words");
 }
 
 TEST(BinaryFormat, WhatIsWrittenIsRead) {

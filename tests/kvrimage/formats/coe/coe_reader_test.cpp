@@ -54,7 +54,7 @@ TEST(CoeReader, TheDepthIsTheNumberOfWordsOrOfTheCaller) {
 
 TEST(CoeReader, AnotherRadixIsBroken) {
     EXPECT_THAT(found_in(coe_format, coe_of("8", "7;")),
-                ElementsAre("coe-radix 1:29+1: memory_initialization_radix=8 is not possible / write 2, 10 "
+                ElementsAre("coe-radix 1:29+1: memory_initialization_radix=8 is not valid / write 2, 10 "
                             "or 16"));
 }
 
@@ -72,27 +72,26 @@ TEST(CoeReader, ASecondRadixIsBroken) {
 
 TEST(CoeReader, AFileWithoutVectorIsBroken) {
     EXPECT_THAT(found_in(coe_format, "memory_initialization_radix=2;\n"),
-                ElementsAre("coe-no-vector 0:0+0: there is no memory_initialization_vector / the words "
-                            "follow memory_initialization_vector=, with a ';' after the last one"));
+                ElementsAre("coe-no-vector 0:0+0: there is no memory_initialization_vector / write "
+                            "memory_initialization_vector= before the words, and ';' after the last one"));
 }
 
 TEST(CoeReader, OtherStatementsAreBroken) {
     EXPECT_THAT(found_in(coe_format, "words=1;\nbits 4;\n" + coe_of("16", "1;")),
-                ElementsAre("coe-stray 1:1+8: 'words=1;' is no statement / a COE file has "
-                            "memory_initialization_radix=16; and memory_initialization_vector=00, 01;"));
+                ElementsAre("coe-stray 1:1+8: 'words=1;' is not a valid statement / write "
+                            "memory_initialization_radix=16; and memory_initialization_vector=00, 01; only"));
 }
 
 TEST(CoeReader, TextAfterTheEndIsBroken) {
     EXPECT_THAT(found_in(coe_format, coe_of("16", "1; first\n2;")),
-                ElementsAre("coe-after-end 3:4+5: 'first' follows the ';' that ends the words / a ';' among "
-                            "the words begins no comment; comments stand before the words, or follow the "
-                            "';'"));
+                ElementsAre("coe-after-end 3:4+5: 'first' follows the ';' that ends the words / put comments "
+                            "before the words or after the final ';'; a ';' among the words ends them"));
 }
 
 TEST(CoeReader, AMissingSemicolonIsBrokenAndRepaired) {
-    EXPECT_THAT(found_in(coe_format, coe_of("16", "1,\n2\n")),
-                ElementsAre("coe-no-semicolon 4:1+1: no ';' after 2 / each of the two statements ends with a "
-                            "';'"));
+    EXPECT_THAT(
+        found_in(coe_format, coe_of("16", "1,\n2\n")),
+        ElementsAre("coe-no-semicolon 4:1+1: no ';' after 2 / end each of the two statements with ';'"));
     EXPECT_EQ(repaired_as(coe_format, coe_of("16", "1,\n2\n")), coe_of("16", "1,\n2;\n"));
     EXPECT_EQ(repaired_as(coe_format, "memory_initialization_radix=16\nmemory_initialization_vector=1,"),
               "memory_initialization_radix=16;\nmemory_initialization_vector=1;");
@@ -117,15 +116,15 @@ TEST(CoeReader, CommasWithoutAValueAreBroken) {
 
 TEST(CoeReader, CharactersThatAreNoDigitsAreBroken) {
     EXPECT_THAT(found_in(coe_format, coe_of("2", "01 02 2;")),
-                ElementsAre("bad-digit 3:4+2: '2' in 02 is no binary digit"));
+                ElementsAre("bad-digit 3:4+2: '2' in 02 is not a valid binary digit"));
     EXPECT_THAT(found_in(coe_format, coe_of("16", "0x;")),
-                ElementsAre("bad-digit 3:1+2: 'x' in 0x is no hexadecimal digit"));
+                ElementsAre("bad-digit 3:1+2: 'x' in 0x is not a valid hexadecimal digit"));
 }
 
 TEST(CoeReader, NegativeNumbersAreBroken) {
     EXPECT_THAT(found_in(coe_format, coe_of("10", "1, -5;")),
-                ElementsAre("bad-digit 3:4+2: '-' in -5 is no decimal digit / decimal values are unsigned "
-                            "here: write what the bits of the word are worth"));
+                ElementsAre("bad-digit 3:4+2: '-' in -5 is not a valid decimal digit / decimal values are "
+                            "unsigned here: write the unsigned value of the word"));
 }
 
 TEST(CoeReader, AVectorWithoutWordsSaysNoSize) {

@@ -44,7 +44,7 @@ TEST(CoeWriter, NeedsEveryWordUpToTheLast) {
     const auto found = can_write(image, {.as = &coe_format});
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().message,
-              "2 words are not set, the first at address 0, and COE cannot leave words out");
+              "2 words are not set, the first at address 0, but COE cannot omit words");
 }
 
 TEST(CoeWriter, NeedsAddressesFrom0On) {
@@ -52,7 +52,7 @@ TEST(CoeWriter, NeedsAddressesFrom0On) {
     image.set(16, word::of(1, 8));
     const auto found = can_write(image, {.as = &coe_format});
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found.front().message, "the addresses begin at 16, and COE holds those from 0 on");
+    EXPECT_EQ(found.front().message, "the addresses begin at 16, but those of COE begin at 0");
 }
 
 TEST(CoeWriter, WhatItWritesReadsAsTheSameWords) {

@@ -62,9 +62,8 @@ TEST(CsvLayout, AColumnThatIsNotThereIsBroken) {
 
 TEST(CsvLayout, ColumnsThatMayHoldEitherAreAskedFor) {
     const std::string unclear =
-        "csv-columns-unclear 0:0+0: nothing says which columns hold addresses and values / add "
-        "--address-column 1 --value-column 2, with the names or numbers that they have, or "
-        "--address-column none";
+        "csv-columns-unclear 0:0+0: the columns of addresses and values are unknown / add --address-column 1 "
+        "--value-column 2 with the right names or numbers, or --address-column none";
     EXPECT_EQ(csv_layout_words("0,1\n1,2\n"), unclear);
     EXPECT_EQ(csv_layout_words("0x10,1,2\n0x12,3,4\n"), unclear);
     EXPECT_EQ(csv_layout_words("sine,cosine\n1,2\n"), unclear);

@@ -78,85 +78,81 @@ TEST(CsvReader, FractionsAreFixedPoint) {
 }
 
 TEST(CsvReader, FractionsBeyondTheFormatAreBroken) {
-    EXPECT_EQ(
-        fixed_words("0.5\n1.5\n-3\n", "fixed:1.15"),
-        "csv-range 2:1+3: value 1.5 is beyond what fixed:1.15 holds / words hold numbers from -2^0 to just "
-        "below 2^0; --saturate takes the nearest one");
+    EXPECT_EQ(fixed_words("0.5\n1.5\n-3\n", "fixed:1.15"),
+              "csv-range 2:1+3: value 1.5 is out of the range of fixed:1.15 / write numbers from -2^0 to "
+              "just below 2^0, or use --saturate for the nearest one");
 }
 
 TEST(CsvReader, FractionsWithoutAFormatAreBroken) {
     EXPECT_THAT(
         found_in(csv_format, "1\n0.5\n1e3\n"),
-        ElementsAre("csv-fraction 2:1+3: 0.5 is a fraction, and nothing says how words hold it / "
-                    "--value-radix fixed:I.F gives words I integer bits, with the sign, and F fraction "
-                    "bits"));
+        ElementsAre("csv-fraction 2:1+3: 0.5 is a fraction, but no fixed-point format is given / "
+                    "add --value-radix fixed:I.F for I integer bits, with the sign, and F fraction bits"));
 }
 
 TEST(CsvReader, ChoicesThatAreNotPossibleAreBroken) {
-    EXPECT_EQ(
-        fixed_words("1\n", "oct"),
-        "choice-value 0:0+0: --value-radix oct is not possible / it is one of: dec uns hex bin fixed:I.F");
+    EXPECT_EQ(fixed_words("1\n", "oct"),
+              "choice-value 0:0+0: --value-radix oct is not valid / use one of: dec uns hex bin fixed:I.F");
     EXPECT_THAT(fixed_words("1\n", "fixed:0.4"), StartsWith("choice-value"));
     EXPECT_THAT(fixed_words("1\n", "fixed:1.4", {{"round", "up"}}),
-                StartsWith("choice-value 0:0+0: --round up is not possible"));
+                StartsWith("choice-value 0:0+0: --round up is not valid"));
     EXPECT_THAT(csv_words("1\n", csv_options({{"value-radix", "fixed:1.7"}}, 16)),
-                StartsWith("choice-value 0:0+0: --width 16 is not possible / it is one of: 8"));
+                StartsWith("choice-value 0:0+0: --width 16 is not valid / use one of: 8"));
     EXPECT_THAT(csv_words("1\n", csv_options({{"saturate", ""}})),
                 StartsWith("choice-without-effect 0:0+0: --saturate has no effect on whole numbers"));
     EXPECT_THAT(csv_words("1\n", csv_options({{"round", "even"}})), StartsWith("choice-without-effect"));
     EXPECT_EQ(csv_words("1\n", csv_options({{"value-radix", "fixed:1.1"}}, 2)),
-              "csv-range 1:1+1: value 1 is "
-              "beyond what fixed:1.1 holds / "
-              "words hold numbers from -2^0 to "
-              "just below 2^0; --saturate takes "
-              "the nearest one");
+              "csv-range 1:1+1: value 1 is out of the range of fixed:1.1 / "
+              "write numbers from -2^0 to just below 2^0, or use --saturate for the nearest one");
 }
 
 TEST(CsvReader, ValuesThatAreNoNumbersAreBroken) {
-    EXPECT_THAT(found_in(csv_format, "1\n2x\n0x\n"),
-                ElementsAre("csv-value 2:1+2: '2x' is no number / numbers are 31, -5, 0x1F or 0b11111"));
-    EXPECT_EQ(fixed_words("1\n-2\n", "uns"),
-              "csv-value 2:1+2: '-2' is no decimal number / --value-radix dec reads signed numbers");
-    EXPECT_EQ(fixed_words("1\n1G\n", "hex"), "csv-value 2:1+2: '1G' is no hexadecimal number");
+    EXPECT_THAT(
+        found_in(csv_format, "1\n2x\n0x\n"),
+        ElementsAre(
+            "csv-value 2:1+2: '2x' is not a valid number / write numbers as 31, -5, 0x1F or 0b11111"));
+    EXPECT_EQ(
+        fixed_words("1\n-2\n", "uns"),
+        "csv-value 2:1+2: '-2' is not a valid decimal number / use --value-radix dec for signed numbers");
+    EXPECT_EQ(fixed_words("1\n1G\n", "hex"), "csv-value 2:1+2: '1G' is not a valid hexadecimal number");
     EXPECT_EQ(fixed_words("1\n0,5\n", "fixed:4.4"),
-              "csv-fields 2:3+1: this row has 2 fields, the first one has 1 / fractions take a point, and "
-              "fields with a separator in them are quoted");
+              "csv-fields 2:3+1: this row has 2 fields, but the first one has 1 / write fractions with a "
+              "point, and quote fields that contain a separator");
     EXPECT_EQ(fixed_words("1\n0x5\n", "fixed:4.4"),
-              "csv-value 2:1+3: '0x5' is no decimal number / numbers are -1.5, .25 or 2e-3");
+              "csv-value 2:1+3: '0x5' is not a valid decimal number / write numbers as -1.5, .25 or 2e-3");
 }
 
 TEST(CsvReader, RowsWithoutAValueAreBroken) {
     EXPECT_THAT(
         found_in(csv_format, "address,value\n1,\n2\n3,4\n"),
-        ElementsAre("csv-empty 2:3+0: there is no value in column 2 / write the value, or leave the row "
-                    "out"));
+        ElementsAre("csv-empty 2:3+0: there is no value in column 2 / write the value, or omit the row"));
     EXPECT_THAT(
         found_in(csv_format, "7,,1\n"),
-        ElementsAre("csv-empty 1:3+0: there is no value in column 2 / write the value, or leave the row "
-                    "out"));
+        ElementsAre("csv-empty 1:3+0: there is no value in column 2 / write the value, or omit the row"));
 }
 
 TEST(CsvReader, RowsWithMoreFieldsThanTheFirstAreBroken) {
     EXPECT_THAT(found_in(csv_format, "address,value\n1,0,5\n2,6\n"),
-                ElementsAre("csv-fields 2:5+1: this row has 3 fields, the first one has 2 / fractions take a "
-                            "point, and fields with a separator in them are quoted"));
+                ElementsAre("csv-fields 2:5+1: this row has 3 fields, but the first one has 2 / write "
+                            "fractions with a point, and quote fields that contain a separator"));
 }
 
 TEST(CsvReader, AddressesThatAreNoNumbersAreBroken) {
-    EXPECT_THAT(found_in(csv_format, "address,value\nx,1\n-1,2\n9223372036854775808,3\n0x2,4\n0b11,5\n"),
-                ElementsAre("csv-address 2:1+1: 'x' is no address / addresses are 31, 0x1F or 0b11111"));
+    EXPECT_THAT(
+        found_in(csv_format, "address,value\nx,1\n-1,2\n9223372036854775808,3\n0x2,4\n0b11,5\n"),
+        ElementsAre(
+            "csv-address 2:1+1: 'x' is not a valid address / write addresses as 31, 0x1F or 0b11111"));
     EXPECT_EQ(csv_words("address,value\n0x2,4\n0b11,5\n"), "- - 4 5");
 }
 
 TEST(CsvReader, QuotationMarksAreChecked) {
     EXPECT_EQ(csv_words("\"1\"\n\"0x2\"\n"), "1 2");
-    EXPECT_THAT(
-        found_in(csv_format, "\"1\"2\n3\n"),
-        ElementsAre("csv-after-quote 1:4+1: '2' follows the quotation mark that ends a field / a field "
-                    "is quoted as a whole, or not at all"));
+    EXPECT_THAT(found_in(csv_format, "\"1\"2\n3\n"),
+                ElementsAre("csv-after-quote 1:4+1: '2' follows the quotation mark that ends a field / quote "
+                            "the whole field, or none of it"));
     EXPECT_THAT(found_in(csv_format, "1\n\"2\n3\n"),
-                ElementsAre("csv-quote 2:1+2: a quoted field has no quotation mark at its end / add it, or "
-                            "remove the one at the beginning"));
+                ElementsAre("csv-quote 2:1+2: a quoted field has no closing quotation mark / add it, or "
+                            "remove the opening one"));
 }
 
 TEST(CsvReader, AFileWithoutValuesSaysNoSize) {

@@ -125,7 +125,7 @@ TEST(ElfReader, VirtualAddressesAreAChoice) {
     const read_result result = read_made_elf(small_program(), with_choice("address", "virtual"));
     EXPECT_EQ(set_words_of(result), "256=63 257=6F 258=64 259=65 8192=64 8193=61 8194=74 8195=61");
     EXPECT_EQ(elf_message(read_made_elf(small_program(), with_choice("address", "real"))),
-              "--address real is not possible|it is one of: physical virtual");
+              "--address real is not valid|use one of: physical virtual");
 }
 
 TEST(ElfReader, SectionsAreAChoice) {
@@ -142,7 +142,7 @@ TEST(ElfReader, SectionsAreAChoice) {
 
 TEST(ElfReader, ASectionMustBeThereAndHaveContents) {
     EXPECT_EQ(elf_message(read_made_elf(small_program(), with_choice("section", ".boot"))),
-              "there is no section .boot|the sections with contents are .text, .data, .shstrtab");
+              "there is no section .boot|use one of the sections with contents: .text, .data, .shstrtab");
     EXPECT_EQ(elf_message(read_made_elf(small_program(), with_choice("section", ".text,.bss"))),
               "section .bss has no contents in the file|");
     EXPECT_EQ(shown_report(read_made_elf(small_program(), with_choice("section", ""))),
@@ -170,8 +170,7 @@ TEST(ElfReader, WordsTakeTheOrderOfTheFile) {
     options.order = byte_order::little;
     const read_result result = read_made_elf(file, options);
     EXPECT_EQ(set_words_of(result), "64=65646F63 65=61746164");
-    EXPECT_EQ(elf_message(result),
-              "the file says that its bytes are big endian, the words are read as little endian|");
+    EXPECT_EQ(elf_message(result), "the file is big endian, but the words are read as little endian|");
 }
 
 TEST(ElfReader, OverlappingSegmentsAreSuspect) {
@@ -187,9 +186,8 @@ TEST(ElfReader, AFarSegmentNeedsADecision) {
     file.segments[1].physical_address = 0x10000100;
     const read_result result = read_made_elf(file);
     EXPECT_EQ(elf_message(result),
-              "the contents begin at 100 and end at 10000103, 256 MiB after it|--section "
-              "NAME,... reads a part of them, --base 0x100 sets word 0, --sparse reads "
-              "all of them");
+              "the contents from 100 to 10000103 span 256 MiB|use --section NAME,... to read a part of them, "
+              "--base 0x100 to set word 0, or --sparse to read all of them");
     EXPECT_FALSE(result.image);
     const std::string all = "256=63 257=6F 258=64 259=65 268435712=64 268435713=61 268435714=74 268435715=61";
     EXPECT_EQ(set_words_of(read_made_elf(file, with_choice("sparse", ""))), all);
@@ -233,7 +231,7 @@ std::string with_huge_field(const made_elf& file, std::size_t offset) {
 TEST(ElfReader, ContentsMustBeInTheFile) {
     const std::string far = with_huge_field(small_program(), 4);
     EXPECT_EQ(elf_message(read_elf(far, {})),
-              "segment 0 has its contents at offset 2147483647 to 2147483650, the file has " +
+              "segment 0 has its contents at offset 2147483647 to 2147483650, but the file has " +
                   std::to_string(far.size()) + " bytes|the file may be cut off");
     EXPECT_EQ(shown_report(read_elf(with_huge_field(small_program(), 16), {})),
               "broken elf-beyond-file 0:0+0 x1\n");

@@ -78,7 +78,7 @@ TEST(HexForKvr, ReportsTheLineThatIsNoRecord) {
     ours.diagnostics.clear(); // as if the reader had not found it
     const std::vector<diagnostic> found = check_hex_for_kvr(text, options, ours);
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found.front().message, "the library kvr refuses the file: line 3 is no record");
+    EXPECT_EQ(found.front().message, "the library kvr refuses the file: line 3 is not a record");
     EXPECT_EQ(found.front().where, (place{3, 2, 16, 2}));
 }
 

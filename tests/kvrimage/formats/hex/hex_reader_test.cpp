@@ -155,25 +155,25 @@ TEST(HexReader, MessagesSayWhatIsWrongAndWhatToWrite) {
     EXPECT_EQ(message_of(after(":0400000012345678")),
               "record length 04 means 4 bytes of data, there are 3|one byte is missing, or the checksum");
     EXPECT_EQ(message_of(after(":020000001234A")), "record length 02 means 2 bytes of data, there are 3 "
-                                                   "digits, an odd number|a digit is missing or too much");
+                                                   "digits, an odd number|a digit is missing or surplus");
     EXPECT_EQ(message_of(after(":01000000")),
               "record length 01 means 1 byte of data, there are 0|the checksum is missing, too");
     EXPECT_EQ(message_of(after(":010000000102FA")), "record length 01 means 1 byte of data, there are 2|");
     EXPECT_EQ(message_of(after(":020000000100")),
               "record length 02 means 2 bytes of data, there is 1|one byte is missing, or the checksum");
     EXPECT_EQ(message_of(after(":0100000012F")), "record length 01 means 1 byte of data, there is 1 digit, "
-                                                 "an odd number|a digit is missing or too much");
+                                                 "an odd number|a digit is missing or surplus");
     EXPECT_EQ(message_of(two_words + ":00000001"), "the record has no checksum|write :00000001FF");
     EXPECT_EQ(message_of(two_words + ":00000001F"),
               "the checksum has one digit, it needs 2|write :00000001FF");
     EXPECT_EQ(message_of(after(":0100020001FF")), "checksum is FF, the record adds up to FC|");
     EXPECT_EQ(message_of(after(":00000001FE") + ":0100020001FC\n"),
               "checksum is FE, the record adds up to FF|");
-    EXPECT_EQ(message_of(after(":010002000gFF")), "'g' in :010002000gFF is no hexadecimal digit|");
+    EXPECT_EQ(message_of(after(":010002000gFF")), "'g' in :010002000gFF is not a valid hexadecimal digit|");
     EXPECT_EQ(message_of(two_words + end_record + ":0100020002FB\n"),
               "a record follows the end record of line 3|delete that end record, or what follows it");
     EXPECT_EQ(message_of(two_words + ":0100010003FB\n" + end_record),
-              "address 1 is set twice, first in line 2|the later value counts");
+              "address 1 is set twice, first in line 2|the later value is used");
 }
 
 TEST(HexReader, AWordIsWhatTheLaterRecordHolds) {
@@ -258,7 +258,7 @@ TEST(HexReader, ARecordThatEndsInAWordIsBroken) {
     const std::string text = ":03000000010203F7\n:00000001FF\n";
     EXPECT_EQ(report_of(read_hex(text, of_width(16))), "broken odd-bytes 1:1+17 x1\n");
     EXPECT_EQ(message_of(text, of_width(16)),
-              "the record holds 3 bytes, which is no whole number of words of 2 bytes|");
+              "the record holds 3 bytes, which is not a whole number of words of 2 bytes|");
 }
 
 TEST(HexReader, WordsBeyondTheDepthAreOneDiagnostic) {
@@ -292,8 +292,7 @@ TEST(HexReader, RecordsThatCountBytesContradictAWiderWord) {
     EXPECT_EQ(result.diagnostics[0].message,
               "the record addresses count bytes, but words of 32 bits need word addresses");
     EXPECT_EQ(result.diagnostics[0].hint, "add --address-unit byte --endian little (first word 00500113) or "
-                                          "big (13015000); or --address-unit word if "
-                                          "words are left out");
+                                          "big (13015000); or --address-unit word if words are omitted");
 }
 
 TEST(HexReader, RecordsOfNarrowerWordsContradictTheWidth) {
@@ -305,8 +304,7 @@ TEST(HexReader, RecordsOfNarrowerWordsContradictTheWidth) {
     EXPECT_EQ(report_of(result), "broken address-unit 0:0+0 x1\n");
     EXPECT_EQ(message_of(record("0400000012345678") + record("0400020012345678") + end_record, of_width(32)),
               "the record addresses count words of 16 bits, but words of 32 bits need word addresses|give "
-              "--width 16; or "
-              "--address-unit word if words are left out");
+              "--width 16; or --address-unit word if words are omitted");
 }
 
 TEST(HexReader, TheCallerMaySayThatWordsAreLeftOut) {
@@ -338,7 +336,7 @@ TEST(HexReader, ByteAddressesNeedAnOrderForWordsOfSeveralBytes) {
     EXPECT_EQ(report_of(read_hex(bytes_file(), of_bytes(12, byte_order::big))),
               "broken surplus-bits 1:10+2 x7\n");
     EXPECT_EQ(message_of(bytes_file(), of_bytes(32, std::nullopt)),
-              "the order of the bytes in a word of 32 bits is not known|add --endian little (first word "
+              "the byte order of words of 32 bits is unknown|add --endian little (first word "
               "00500113) or big "
               "(13015000)");
     read_options no_width = of_bytes(8, byte_order::big);

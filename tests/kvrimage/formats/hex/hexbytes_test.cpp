@@ -118,7 +118,8 @@ TEST(Hexbytes, ARecordWrapsWithinItsSegment) {
     const read_result result = read_hexbytes(text, {});
     EXPECT_EQ(set_words_of(result), "65536=CC 65537=DD 131070=AA 131071=BB");
     EXPECT_EQ(shown_report(result), "suspect address-wrapped 2:1+19 x1\n");
-    EXPECT_EQ(result.diagnostics[0].message, "the record goes on at address 10000, where its segment begins");
+    EXPECT_EQ(result.diagnostics[0].message,
+              "the record continues at address 10000, the start of its segment");
     EXPECT_EQ(find_hexbytes_word(text, {}, 65536)->column, 14U);
     EXPECT_EQ(find_hexbytes_word(text, {}, 131071)->column, 12U);
     EXPECT_FALSE(find_hexbytes_word(text, {}, 131072));
@@ -130,7 +131,8 @@ TEST(Hexbytes, RecordsThatWrapAreOneDiagnosticWithTheFirstAddress) {
     const read_result result = read_hexbytes(text, {});
     EXPECT_EQ(set_words_of(result), "65536=CC 65537=DD 131070=AA 131071=BB 131072=22 196607=11");
     EXPECT_EQ(shown_report(result), "suspect address-wrapped 2:1+19 x2\n");
-    EXPECT_EQ(result.diagnostics[0].message, "the record goes on at address 10000, where its segment begins");
+    EXPECT_EQ(result.diagnostics[0].message,
+              "the record continues at address 10000, the start of its segment");
 }
 
 TEST(Hexbytes, ARecordGoesOnAfterAPageOfLinearAddresses) {
@@ -223,7 +225,7 @@ TEST(Hexbytes, WritingRefusesHighAddressesAndImpossibleLengths) {
     EXPECT_EQ(can_write(image, options).at(0).message,
               "byte address 100000000 is beyond FFFFFFFF, the largest of Intel HEX");
     options.choices = {{"record-length", "256"}};
-    EXPECT_EQ(can_write(memory_image(8, 1), options).at(0).hint, "it is one of: 1 to 255");
+    EXPECT_EQ(can_write(memory_image(8, 1), options).at(0).hint, "use one of: 1 to 255");
 }
 
 TEST(Hexbytes, WhatIsWrittenIsRead) {

@@ -56,41 +56,46 @@ TEST(LogisimReader, TheCallerDecidesTheOrderOfBytes) {
 }
 
 TEST(LogisimReader, AnotherFirstLineIsBroken) {
-    EXPECT_THAT(found_in(logisim_format, "v4 raw\n0\n"),
-                ElementsAre("logisim-header 1:1+6: 'v4 raw' is no first line of a Logisim file / it is v2.0 "
-                            "raw, v3.0 hex words addressed|plain, or v3.0 hex bytes addressed|plain "
-                            "little-endian|big-endian"));
+    EXPECT_THAT(
+        found_in(logisim_format, "v4 raw\n0\n"),
+        ElementsAre(
+            "logisim-header 1:1+6: 'v4 raw' is not a valid first line of a Logisim file / write v2.0 raw, "
+            "v3.0 hex words addressed|plain, or v3.0 hex bytes addressed|plain little-endian|big-endian"));
 }
 
 TEST(LogisimReader, ARowWithoutAddressIsBroken) {
     EXPECT_THAT(found_in(logisim_format, "v3.0 hex words addressed\n0: 1\n2 3\nx: 4\n"),
-                ElementsAre("logisim-address 3:1+1: '2' is no address with a ':' / a row is a hexadecimal "
-                            "address, ':' and its words"));
+                ElementsAre("logisim-address 3:1+1: '2' is not an address with a ':' / write a row as a "
+                            "hexadecimal address, ':' and its words"));
 }
 
 TEST(LogisimReader, ARunWithoutCountOrWordIsBroken) {
-    EXPECT_THAT(found_in(logisim_format, "v2.0 raw\n0*1 2\n"),
-                ElementsAre("logisim-run 2:1+3: '0*1' is no run of words / write a decimal count of at least "
-                            "1, '*' and the word: 16*00"));
-    EXPECT_THAT(found_in(logisim_format, "v3.0 hex bytes plain big-endian\n2*1 3*1\n"),
-                ElementsAre("logisim-run 2:1+3: '2*1' is no run of words / bytes have no runs: write each of "
-                            "them"));
+    EXPECT_THAT(
+        found_in(logisim_format, "v2.0 raw\n0*1 2\n"),
+        ElementsAre(
+            "logisim-run 2:1+3: '0*1' is not a valid run of words / write a decimal count of at least "
+            "1, '*' and the word: 16*00"));
+    EXPECT_THAT(
+        found_in(logisim_format, "v3.0 hex bytes plain big-endian\n2*1 3*1\n"),
+        ElementsAre(
+            "logisim-run 2:1+3: '2*1' is not a valid run of words / bytes have no runs: write each of "
+            "them"));
 }
 
 TEST(LogisimReader, ABytesFileHasNoWords) {
     EXPECT_THAT(found_in(logisim_format, "v3.0 hex bytes plain big-endian\n123 45\n"),
-                ElementsAre("logisim-byte 2:1+3: '123' is more than a byte / the first line for words is: "
-                            "v3.0 hex words plain"));
+                ElementsAre("logisim-byte 2:1+3: '123' is more than a byte / write the first line as v3.0 "
+                            "hex words plain if these are words"));
     EXPECT_THAT(found_in(logisim_format, "v3.0 hex bytes addressed big-endian\n0: 123\n1: 4\n"),
-                ElementsAre("logisim-byte 2:4+3: '123' is more than a byte / the first line for words is: "
-                            "v3.0 hex words addressed"));
+                ElementsAre("logisim-byte 2:4+3: '123' is more than a byte / write the first line as v3.0 "
+                            "hex words addressed if these are words"));
 }
 
 TEST(LogisimReader, CharactersThatAreNoDigitsAreBroken) {
     EXPECT_THAT(found_in(logisim_format, "v2.0 raw\n4*0g 1x\n"),
-                ElementsAre("bad-digit 2:3+2: 'g' in 0g is no hexadecimal digit"));
+                ElementsAre("bad-digit 2:3+2: 'g' in 0g is not a valid hexadecimal digit"));
     EXPECT_THAT(found_in(logisim_format, "v3.0 hex bytes plain big-endian\n0 zz\n"),
-                ElementsAre("bad-digit 2:3+2: 'z' in zz is no hexadecimal digit"));
+                ElementsAre("bad-digit 2:3+2: 'z' in zz is not a valid hexadecimal digit"));
 }
 
 TEST(LogisimReader, WordsThatAreTooWideAreBroken) {
@@ -112,9 +117,10 @@ TEST(LogisimReader, ARunOfBillionsIsOneFill) {
 }
 
 TEST(LogisimReader, AWordThatIsSetAgainIsSuspect) {
-    EXPECT_THAT(found_in(logisim_format, "v3.0 hex words addressed\n0: 1 2\n1: 3\n"),
-                ElementsAre("word-set-again 3:4+1: address 1 is set twice, with different words / the later "
-                            "one counts"));
+    EXPECT_THAT(
+        found_in(logisim_format, "v3.0 hex words addressed\n0: 1 2\n1: 3\n"),
+        ElementsAre(
+            "word-set-again 3:4+1: address 1 is set twice, with different words / the later value is used"));
 }
 
 TEST(LogisimReader, AFileWithoutWordsSaysNoSize) {

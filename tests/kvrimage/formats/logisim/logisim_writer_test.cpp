@@ -55,13 +55,11 @@ TEST(LogisimWriter, WithoutAddressesEveryWordUpToTheLastIsNeeded) {
     const auto found = can_write(image, to_logisim("v2"));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().message,
-              "1 word is not set, the first at address 0, and a file without addresses "
-              "cannot leave words out");
+              "1 word is not set, the first at address 0, but a file without addresses cannot omit words");
     const auto many = can_write(memory_image(8, 4), to_logisim("v3-plain"));
     ASSERT_EQ(many.size(), 1U);
     EXPECT_EQ(many.front().message,
-              "4 words are not set, the first at address 0, and a file without addresses "
-              "cannot leave words out");
+              "4 words are not set, the first at address 0, but a file without addresses cannot omit words");
 }
 
 TEST(LogisimWriter, WithoutAddressesTheyBeginAt0) {
@@ -71,14 +69,14 @@ TEST(LogisimWriter, WithoutAddressesTheyBeginAt0) {
     const auto found = can_write(image, to_logisim("v2"));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().message,
-              "the addresses begin at 16, and a file without addresses holds those from 0 on");
+              "the addresses begin at 16, but those of a file without addresses begin at 0");
 }
 
 TEST(LogisimWriter, AnotherVariantIsRefused) {
     const auto found = can_write(eighteen_words(), to_logisim("v1"));
     ASSERT_EQ(found.size(), 1U);
-    EXPECT_EQ(found.front().message, "--variant v1 is not possible");
-    EXPECT_EQ(found.front().hint, "it is one of: v3 v3-plain v2");
+    EXPECT_EQ(found.front().message, "--variant v1 is not valid");
+    EXPECT_EQ(found.front().hint, "use one of: v3 v3-plain v2");
 }
 
 TEST(LogisimWriter, AMemoryWithoutWordsHasAFirstLine) {

@@ -48,15 +48,15 @@ TEST(MemheaderReader, TheCallerMaySayDepthAndWidth) {
 TEST(MemheaderReader, AValueThatIsNotPossibleIsBroken) {
     EXPECT_THAT(
         mem_found("#Format=Oct\n#Depth=0\n#Width=1048577\n#AddrRadix=4\n#DataRadix=x\n#Data\n0\n"),
-        ElementsAre("memheader-setting 1:1+11: #Format=Oct is not possible / it is Bin, Hex or AddrHex",
-                    "memheader-setting 2:1+8: #Depth=0 is not possible / it is a decimal number from 1 "
-                    "to 4294967296",
-                    "memheader-setting 3:1+14: #Width=1048577 is not possible / it is a decimal number "
-                    "from 1 to 1048576",
-                    "memheader-setting 4:1+12: #AddrRadix=4 is not possible / it is 0 (binary), 1 "
-                    "(octal), 2 (decimal) or 3 (hexadecimal)",
-                    "memheader-setting 5:1+12: #DataRadix=x is not possible / it is 0 (binary), 1 "
-                    "(octal), 2 (decimal) or 3 (hexadecimal)"));
+        ElementsAre(
+            "memheader-setting 1:1+11: #Format=Oct is not valid / write Bin, Hex or AddrHex",
+            "memheader-setting 2:1+8: #Depth=0 is not valid / write a decimal number from 1 to 4294967296",
+            "memheader-setting 3:1+14: #Width=1048577 is not valid / write a decimal number from 1 to "
+            "1048576",
+            "memheader-setting 4:1+12: #AddrRadix=4 is not valid / write 0 (binary), 1 (octal), 2 (decimal) "
+            "or 3 (hexadecimal)",
+            "memheader-setting 5:1+12: #DataRadix=x is not valid / write 0 (binary), 1 (octal), 2 (decimal) "
+            "or 3 (hexadecimal)"));
     EXPECT_THAT(mem_found("#Format=Hex\n#Depth=\n#Width=99999999999999999999\n#Data\n0\n"),
                 ElementsAre(StartsWith("memheader-setting 2:1+7: #Depth= is"),
                             StartsWith("memheader-setting 3:1+27: #Width=99999999999999999999 is")));
@@ -71,7 +71,7 @@ TEST(MemheaderReader, ASecondSettingIsBroken) {
 TEST(MemheaderReader, MissingLinesAreBroken) {
     EXPECT_THAT(
         mem_found("#Title=a\n"),
-        ElementsAre("memheader-unknown 1:1+8: #Title is no setting that is known / it is left out",
+        ElementsAre("memheader-unknown 1:1+8: #Title is not a known setting / it is ignored",
                     "memheader-missing 0:0+0: there is no line #Format / write #Format=Hex if the "
                     "words are hexadecimal",
                     "memheader-missing 0:0+0: there is no line #Depth / write #Depth= and the number "
@@ -86,29 +86,27 @@ TEST(MemheaderReader, ASettingThatIsNotKnownIsSuspect) {
 }
 
 TEST(MemheaderReader, LinesOnTheWrongSideOfDataAreBroken) {
-    EXPECT_THAT(
-        mem_found("#Format=Hex\n#Depth=2\n#Width=8\n00\n#Data\n0\n#Depth=9\n"),
-        ElementsAre("memheader-stray 4:1+2: '00' does not belong before #Data / settings stand before "
-                    "#Data, words after it",
-                    "memheader-stray 7:1+8: '#Depth=9' does not belong after #Data / settings stand "
-                    "before #Data, words after it"));
+    EXPECT_THAT(mem_found("#Format=Hex\n#Depth=2\n#Width=8\n00\n#Data\n0\n#Depth=9\n"),
+                ElementsAre("memheader-stray 4:1+2: '00' does not belong before #Data / write settings "
+                            "before #Data and words after it",
+                            "memheader-stray 7:1+8: '#Depth=9' does not belong after #Data / write settings "
+                            "before #Data and words after it"));
 }
 
 TEST(MemheaderReader, ARowWithoutAddressIsBroken) {
-    EXPECT_THAT(
-        mem_found(mem_of("AddrHex", "0:1\n2\n")),
-        ElementsAre("memheader-address 8:1+1: '2' is no address with a ':' / a row of #Format=AddrHex "
-                    "is a hexadecimal address, ':' and its word"));
+    EXPECT_THAT(mem_found(mem_of("AddrHex", "0:1\n2\n")),
+                ElementsAre("memheader-address 8:1+1: '2' is not an address with a ':' / write a row of "
+                            "#Format=AddrHex as a hexadecimal address, ':' and its word"));
 }
 
 TEST(MemheaderReader, ARadixThatTheDigitsDoNotHaveIsSuspect) {
     const std::string contents =
         "#Format=AddrHex\n#Depth=2\n#Width=8\n#AddrRadix=2\n#DataRadix=0\n#Data\n1:10\n";
     EXPECT_THAT(mem_found(contents),
-                ElementsAre("memheader-radix 4:12+1: #AddrRadix=2 says decimal, and #Format=AddrHex has "
-                            "hexadecimal digits / they are read as hexadecimal",
-                            "memheader-radix 5:12+1: #DataRadix=0 says binary, and #Format=AddrHex has "
-                            "hexadecimal digits / they are read as hexadecimal"));
+                ElementsAre("memheader-radix 4:12+1: #AddrRadix=2 means decimal, but #Format=AddrHex has "
+                            "hexadecimal digits / the digits are read as hexadecimal",
+                            "memheader-radix 5:12+1: #DataRadix=0 means binary, but #Format=AddrHex has "
+                            "hexadecimal digits / the digits are read as hexadecimal"));
     EXPECT_EQ(mem_words(contents), "- 10");
     EXPECT_THAT(mem_found("#Format=Hex\n#Depth=1\n#Width=8\n#AddrRadix=2\n#DataRadix=3\n#Data\n1\n"),
                 IsEmpty());
@@ -116,8 +114,8 @@ TEST(MemheaderReader, ARadixThatTheDigitsDoNotHaveIsSuspect) {
 
 TEST(MemheaderReader, AnOctalRadixIsNone) {
     EXPECT_THAT(mem_found("#Format=Bin\n#Depth=1\n#Width=1\n#DataRadix=1\n#Data\n1\n"),
-                ElementsAre("memheader-radix 4:12+1: #DataRadix=1 says octal, and #Format=Bin has binary "
-                            "digits / they are read as binary"));
+                ElementsAre("memheader-radix 4:12+1: #DataRadix=1 means octal, but #Format=Bin has binary "
+                            "digits / the digits are read as binary"));
 }
 
 TEST(MemheaderReader, WordsThatDoNotFitAreBroken) {
@@ -132,7 +130,7 @@ TEST(MemheaderReader, WordsThatDoNotFitAreBroken) {
 
 TEST(MemheaderReader, CharactersThatAreNoDigitsAreBroken) {
     EXPECT_THAT(mem_found(mem_of("Bin", "0120\n")),
-                ElementsAre("bad-digit 7:1+4: '2' in 0120 is no binary digit"));
+                ElementsAre("bad-digit 7:1+4: '2' in 0120 is not a valid binary digit"));
 }
 
 TEST(MemheaderReader, GoesOnAfterFaultsWhenItIsTo) {

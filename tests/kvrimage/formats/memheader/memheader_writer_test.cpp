@@ -45,7 +45,7 @@ TEST(MemheaderWriter, BinaryWordsHaveNoAddresses) {
     const auto found = can_write(image, to_mem(radix::bin));
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().message,
-              "2 words are not set, the first at address 0, and #Format=Bin cannot leave words out");
+              "2 words are not set, the first at address 0, but #Format=Bin cannot omit words");
 }
 
 TEST(MemheaderWriter, NeedsAddressesFrom0On) {
@@ -54,7 +54,7 @@ TEST(MemheaderWriter, NeedsAddressesFrom0On) {
     const auto found = can_write(image, {.as = &memheader_format});
     ASSERT_EQ(found.size(), 1U);
     EXPECT_EQ(found.front().message,
-              "the addresses begin at 16, and a file with a depth holds those from 0 on");
+              "the addresses begin at 16, but those of a file with a depth begin at 0");
 }
 
 TEST(MemheaderWriter, WhatItWritesReadsAsTheSameWords) {

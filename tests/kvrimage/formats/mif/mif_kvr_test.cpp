@@ -30,8 +30,8 @@ struct kvr_refusal {
 TEST(MifKvr, SaysWhereTheLibraryRefusesAFileAndWhy) {
     const std::size_t begin = kvr_settings.size();
     const kvr_refusal refusals[] = {
-        {"0 : 1;\n[1..1] : 5;\nEND;\n", {7, 2, begin + 8, 4}, "the range does not go up"},
-        {"0 : 1;\n[1..\n1] : 5;\nEND;\n", {7, 2, begin + 8, 3}, "the range does not go up"},
+        {"0 : 1;\n[1..1] : 5;\nEND;\n", {7, 2, begin + 8, 4}, "the range is not ascending"},
+        {"0 : 1;\n[1..\n1] : 5;\nEND;\n", {7, 2, begin + 8, 3}, "the range is not ascending"},
         {"[0] : 1;\nEND;\n", {6, 1, begin, 8}, "it finds no range"},
         {"0 : 1;\n" + std::string(600, ' ') + "1 : 2;\nEND;\n",
          {7, 512, begin + 7 + 511, 1},

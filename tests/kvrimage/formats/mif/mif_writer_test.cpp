@@ -91,7 +91,7 @@ TEST(MifWriter, LongTurnsGoOnInFurtherLines) {
 TEST(MifWriter, BaseOtherThanZeroIsRefused) {
     const auto faults = can_write_mif(memory_image(8, 16, 0x100), {});
     ASSERT_EQ(faults.size(), 1U);
-    EXPECT_EQ(faults[0].message, "the addresses begin at 256; a MIF holds those from 0 on");
+    EXPECT_EQ(faults[0].message, "the addresses begin at 256, but those of a MIF begin at 0");
 }
 
 TEST(MifWriter, TooDeepMemoryIsRefused) {

@@ -99,7 +99,7 @@ TEST(ReadmemFindings, CharactersAreNamedByWhatTheyAre) {
                 ElementsAre("bad-digit 1:8+1 x2", "bad-digit 1:10+1", "readmem-character 1:16+1"));
     const read_result result = read_readmemb("01 10 11 12", {});
     ASSERT_EQ(result.diagnostics.size(), 1U);
-    EXPECT_EQ(result.diagnostics[0].message, "'2' in 12 is no binary digit");
+    EXPECT_EQ(result.diagnostics[0].message, "'2' in 12 is not a valid binary digit");
 }
 
 TEST(ReadmemFindings, AllPlacesAreRepairedWhereThatIsWanted) {

@@ -204,7 +204,7 @@ TEST(ReadmemReader, BytesWithAWidthOfSeveralAreBroken) {
 TEST(ReadmemReader, ByteAddressesWithinAWordAreBroken) {
     const read_result result = read_readmemh("@6 1\n@8 2\n@9 3\n", counting_bytes(32));
     EXPECT_THAT(shown(result.diagnostics), ElementsAre("readmem-address-multiple 1:1+2 x2"));
-    EXPECT_EQ(result.diagnostics[0].message, "address 6 is no multiple of 4, the bytes of a word");
+    EXPECT_EQ(result.diagnostics[0].message, "address 6 is not a multiple of 4, the bytes of a word");
     EXPECT_FALSE(result.image);
     const std::string regular(200, '0');
     EXPECT_THAT(readmemh_diagnostics_of("@6\n" + regular, counting_bytes(800)),

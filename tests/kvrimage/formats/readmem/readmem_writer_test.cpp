@@ -83,7 +83,7 @@ TEST(ReadmemWriter, WordsPerLineIsANumber) {
         const std::vector<diagnostic> found = can_write(counting_readmem_image(8, 3, 3), options);
         ASSERT_EQ(found.size(), 1U) << value;
         EXPECT_EQ(found[0].id, diagnostic_id::choice_value);
-        EXPECT_EQ(found[0].hint, "it is one of: 1 to 1024");
+        EXPECT_EQ(found[0].hint, "use one of: 1 to 1024");
     }
 }
 

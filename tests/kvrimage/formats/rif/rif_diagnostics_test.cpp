@@ -25,10 +25,11 @@ TEST(RifDiagnostics, FindsNothingWrongWithARegularFile) {
 
 TEST(RifDiagnostics, NamesCharactersThatAreNoDigits) {
     EXPECT_THAT(rif_diagnostics_of("@0\n7G 1\n"), ElementsAre("illegal-character 2:2+1"));
-    EXPECT_EQ(only_message("7g"), "'g' is no hexadecimal digit | ");
-    EXPECT_EQ(only_message("1, 2"), "',' is no hexadecimal digit | separate words by blanks");
-    EXPECT_EQ(only_message("1 ; 2"), "';' is no hexadecimal digit | separate words by blanks");
-    EXPECT_EQ(only_message("12_34"), "'_' is no hexadecimal digit | write the digits of a word without '_'");
+    EXPECT_EQ(only_message("7g"), "'g' is not a hexadecimal digit | ");
+    EXPECT_EQ(only_message("1, 2"), "',' is not a hexadecimal digit | separate words by blanks");
+    EXPECT_EQ(only_message("1 ; 2"), "';' is not a hexadecimal digit | separate words by blanks");
+    EXPECT_EQ(only_message("12_34"),
+              "'_' is not a hexadecimal digit | write the digits of a word without '_'");
 }
 
 TEST(RifDiagnostics, NamesEachTextThatIsNoDigitOnce) {
@@ -46,7 +47,7 @@ TEST(RifDiagnostics, CountsTextsBeyondTheLimit) {
 
 TEST(RifDiagnostics, NamesUnknownDigitsWithTheirWord) {
     EXPECT_THAT(rif_diagnostics_of("@0\n01 0U u1"), ElementsAre("bad-digit 2:5+1 x2"));
-    EXPECT_EQ(only_message("01 0u"), "'u' in 0u is no hexadecimal digit | ");
+    EXPECT_EQ(only_message("01 0u"), "'u' in 0u is not a valid hexadecimal digit | ");
 }
 
 TEST(RifDiagnostics, NamesAByteOrderMark) {
@@ -78,12 +79,12 @@ TEST(RifDiagnostics, NamesCarriageReturnsThatEndLines) {
 
 TEST(RifDiagnostics, NamesAddressesThatAreNone) {
     EXPECT_THAT(rif_diagnostics_of(" @1G\n2"), ElementsAre("address-syntax 1:2+3"));
-    EXPECT_EQ(only_message("@1g\n2"), "'@1g' is no '@' with a hexadecimal address | ");
+    EXPECT_EQ(only_message("@1g\n2"), "'@1g' is not '@' and a hexadecimal address | ");
 }
 
 TEST(RifDiagnostics, RepairsAddressesThatAreSpeltInAnotherWay) {
     EXPECT_THAT(rif_diagnostics_of("@0x1F\n1\n@ 2\n2"), ElementsAre("address-syntax 1:1+5 x2"));
-    EXPECT_EQ(only_message("@0x1F\n1"), "'@0x1F' is no '@' with a hexadecimal address | write @1F");
+    EXPECT_EQ(only_message("@0x1F\n1"), "'@0x1F' is not '@' and a hexadecimal address | write @1F");
     EXPECT_EQ(repaired_rif("@0x1F\n1\n@  0X2\n2"), "@1F\n1\n@2\n2");
 }
 

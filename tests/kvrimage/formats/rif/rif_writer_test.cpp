@@ -63,8 +63,8 @@ TEST(RifWriter, WritesDontCareDigits) {
 TEST(RifWriter, RefusesADontCareBitBesideAPlainOne) {
     const auto found = can_write_rif(image_of(8, {"00", "1X", "X0000000"}), {});
     EXPECT_THAT(shown(found), ElementsAre("dont-care-bit 0:0+0"));
-    EXPECT_EQ(found.front().message,
-              "word X0000000 at address 2 has a don't-care bit beside a plain one, which RIF cannot hold");
+    EXPECT_EQ(found.front().message, "word X0000000 at address 2 mixes don't-care bits and other bits in one "
+                                     "digit, which RIF cannot hold");
 }
 
 TEST(RifWriter, RefusesADontCareBitInACycleOrARun) {

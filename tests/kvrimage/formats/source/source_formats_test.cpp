@@ -60,8 +60,8 @@ TEST(SourceFormats, HoldNoMemoryWithGaps) {
     image.set(1, word::of(1, 8));
     for (const format* each : source_formats) {
         EXPECT_THAT(messages_of(can_write(image, {.as = each})),
-                    ElementsAre("3 words are not set, the first at address 0, and " +
-                                std::string(each->title) + " cannot leave words out"));
+                    ElementsAre("3 words are not set, the first at address 0, but " +
+                                std::string(each->title) + " cannot omit words"));
     }
 }
 
@@ -82,9 +82,9 @@ TEST(SourceFormats, OfHardwareHoldUpTo2147483647Words) {
     image.resize(0x80000000);
     image.fill_unset(word::of(1, 8));
     EXPECT_THAT(messages_of(can_write(image, {.as = &verilog_format})),
-                ElementsAre("Verilog has arrays of up to 2147483647 words, the memory has 2147483648"));
+                ElementsAre("Verilog has arrays of up to 2147483647 words, but the memory has 2147483648"));
     EXPECT_THAT(messages_of(can_write(image, {.as = &vhdl_format})),
-                ElementsAre("VHDL has arrays of up to 2147483647 words, the memory has 2147483648"));
+                ElementsAre("VHDL has arrays of up to 2147483647 words, but the memory has 2147483648"));
     EXPECT_THAT(can_write(image, {.as = &c_format}), IsEmpty());
 }
 
@@ -109,7 +109,7 @@ TEST(SourceFormats, RefuseTheirReservedWords) {
         EXPECT_THAT(refusals(vhdl_format, name),
                     ElementsAre("'" + std::string(name) + "' has another meaning in VHDL"));
     }
-    EXPECT_THAT(refusals(vhdl_format, "a__b"), ElementsAre("'a__b' is no name in VHDL"));
+    EXPECT_THAT(refusals(vhdl_format, "a__b"), ElementsAre("'a__b' is not a valid name in VHDL"));
 }
 
 TEST(SourceFormats, AreNamedAfterTheirFile) {

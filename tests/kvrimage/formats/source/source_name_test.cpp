@@ -83,33 +83,31 @@ TEST(SourceName, ThatIsPossibleIsNotRefused) {
 
 TEST(SourceName, ThatIsNoNameIsRefused) {
     EXPECT_THAT(refusals_of("2nd", loose),
-                ElementsAre("source-name: '2nd' is no name in Loose / --name rom_2nd is one"));
+                ElementsAre("source-name: '2nd' is not a valid name in Loose / use --name rom_2nd"));
     EXPECT_THAT(refusals_of("", loose),
-                ElementsAre("source-name: '' is no name in Loose / --name rom is one"));
+                ElementsAre("source-name: '' is not a valid name in Loose / use --name rom"));
     EXPECT_THAT(refusals_of("a-b", loose),
-                ElementsAre("source-name: 'a-b' is no name in Loose / --name a_b is one"));
+                ElementsAre("source-name: 'a-b' is not a valid name in Loose / use --name a_b"));
     for (const std::string name : {"a@b", "a[b", "a`b", "a{b", "a/b", "a:b"}) {
         EXPECT_THAT(refusals_of(name, loose),
-                    ElementsAre("source-name: '" + name + "' is no name in Loose / --name a_b is one"));
+                    ElementsAre("source-name: '" + name + "' is not a valid name in Loose / use --name a_b"));
     }
     EXPECT_THAT(refusals_of("a__b", strict),
-                ElementsAre("source-name: 'a__b' is no name in Strict / --name a_b is one"));
+                ElementsAre("source-name: 'a__b' is not a valid name in Strict / use --name a_b"));
     EXPECT_THAT(refusals_of("a_", strict),
-                ElementsAre("source-name: 'a_' is no name in Strict / --name a is one"));
+                ElementsAre("source-name: 'a_' is not a valid name in Strict / use --name a"));
     EXPECT_THAT(refusals_of("_a", strict),
-                ElementsAre("source-name: '_a' is no name in Strict / --name a is one"));
+                ElementsAre("source-name: '_a' is not a valid name in Strict / use --name a"));
 }
 
 TEST(SourceName, WithAnotherMeaningIsRefused) {
-    EXPECT_THAT(
-        refusals_of("for", loose),
-        ElementsAre("source-name-taken: 'for' has another meaning in Loose / --name rom_for is free"));
-    EXPECT_THAT(
-        refusals_of("Data", loose),
-        ElementsAre("source-name-taken: 'Data' has another meaning in Loose / --name rom_Data is free"));
+    EXPECT_THAT(refusals_of("for", loose),
+                ElementsAre("source-name-taken: 'for' has another meaning in Loose / use --name rom_for"));
+    EXPECT_THAT(refusals_of("Data", loose),
+                ElementsAre("source-name-taken: 'Data' has another meaning in Loose / use --name rom_Data"));
     EXPECT_THAT(refusals_of("SIGNAL", strict),
                 ElementsAre("source-name-taken: 'SIGNAL' has another meaning in "
-                            "Strict / --name rom_SIGNAL is free"));
+                            "Strict / use --name rom_SIGNAL"));
 }
 
 TEST(SourceName, MayNotHaveTheUnderscoresThatALanguageReserves) {

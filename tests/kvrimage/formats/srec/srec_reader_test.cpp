@@ -71,13 +71,14 @@ TEST(SrecReader, CountRecordsAreCompared) {
     EXPECT_EQ(report_of_srec(two_bytes + "S5030001FB\n" + end_of_s1), "");
     EXPECT_EQ(report_of_srec(two_bytes + "S604000001FA\n" + end_of_s1), "");
     EXPECT_EQ(first_message(two_bytes + "S5030002FA\n" + end_of_s1),
-              "S5 says that there are 2 data records before it, there are 1|records are missing, or there "
+              "S5 states 2 data records before it, but there are 1|records are missing, or there "
               "are too many");
     EXPECT_EQ(report_of_srec(two_bytes + "S5030002FA\n" + end_of_s1), "broken srec-record-count 2:1+10 x1\n");
 }
 
 TEST(SrecReader, AnEndForOtherDataIsSuspect) {
-    EXPECT_EQ(first_message(two_bytes + "S70500000000FA\n"), "S7 ends records of S3, the data are in S1|");
+    EXPECT_EQ(first_message(two_bytes + "S70500000000FA\n"),
+              "S7 ends a file of S3 records, but the data are in S1 records|");
     EXPECT_EQ(report_of_srec("S206000000AABB94\n" + end_of_s1), "suspect srec-other-end 2:1+10 x1\n");
     EXPECT_EQ(report_of_srec("S30700000000AABB93\n" + end_of_s1), "suspect srec-other-end 2:1+10 x1\n");
     EXPECT_EQ(report_of_srec(two_bytes + "S206000000AABB94\n" + end_of_s1), "");
@@ -112,13 +113,13 @@ TEST(SrecReader, ASmallLetterIsRepaired) {
 }
 
 TEST(SrecReader, FaultsOfRecordsNameWhatIsWrong) {
-    EXPECT_EQ(first_message("S1051234AAGB4F\n"), "'G' in S1051234AAGB4F is no hexadecimal digit|");
+    EXPECT_EQ(first_message("S1051234AAGB4F\n"), "'G' in S1051234AAGB4F is not a valid hexadecimal digit|");
     EXPECT_EQ(first_message("S1\n"), "the record has no digit after its type; its count needs 2|");
     EXPECT_EQ(first_message("S10\n"), "the record has 1 digit after its type; its count needs 2|");
     EXPECT_EQ(first_message("S1051234AABB\n"),
               "count 05 means 5 bytes, there are 4|one byte is missing, or the checksum");
     EXPECT_EQ(first_message("S1051234AABB4\n"),
-              "count 05 means 5 bytes, there are 9 digits, an odd number|a digit is missing or too much");
+              "count 05 means 5 bytes, there are 9 digits, an odd number|a digit is missing or surplus");
     EXPECT_EQ(first_message("S10501\n"), "count 05 means 5 bytes, there is 1|");
     EXPECT_EQ(first_message("S10200FD\n"), "count 02 does not fit S1, which has at least 3 bytes|");
     EXPECT_EQ(first_message("S9040000AA51\n"), "count 04 does not fit S9, which has 3 bytes|");

@@ -91,7 +91,7 @@ TEST(SrecWriter, RefusesAddressesBeyond32BitsAndImpossibleLengths) {
     EXPECT_EQ(can_write(image, options).at(0).message,
               "byte address 100000000 is beyond FFFFFFFF, the largest of an S-record");
     options.choices = {{"record-length", "251"}};
-    EXPECT_EQ(can_write(memory_image(8, 1), options).at(0).message, "--record-length 251 is not possible");
+    EXPECT_EQ(can_write(memory_image(8, 1), options).at(0).message, "--record-length 251 is not valid");
 }
 
 TEST(SrecWriter, WhatIsWrittenIsRead) {

@@ -39,13 +39,13 @@ TEST(TitxtReader, AnAddressMustBeOne) {
     EXPECT_EQ(report_of_titxt("@1Z\n55\n@ 1\n10\nq\n"), "broken titxt-address 1:1+3 x2\n"
                                                         "broken titxt-byte 3:3+1 x1\n");
     EXPECT_EQ(titxt_message("@1Z\n55\nq\n"),
-              "'@1Z' is no '@' with a hexadecimal address of up to 32 bits|write @F000");
+              "'@1Z' is not '@' and a hexadecimal address of up to 32 bits|write @F000");
 }
 
 TEST(TitxtReader, AByteHasTwoDigits) {
     EXPECT_EQ(report_of_titxt("@0\n0x55 1 AA\nq\n"), "broken titxt-byte 2:1+4 x2\n");
     EXPECT_EQ(titxt_message("@0\n0x55\nq\n"),
-              "'0x55' is no byte of two hexadecimal digits|separate bytes by blanks");
+              "'0x55' is not a byte of two hexadecimal digits|separate bytes by blanks");
 }
 
 TEST(TitxtReader, BytesNeedAnAddress) {
