@@ -123,7 +123,7 @@ void for_each_reading(Take&& take, std::size_t step = 1) {
 constexpr std::size_t step_of_files = 23;
 constexpr std::size_t step_of_variants = 55;
 #elif defined(KVR_SLOW_BUILD)
-constexpr std::size_t step_of_files = 5;
+constexpr std::size_t step_of_files = 1;
 constexpr std::size_t step_of_variants = 5;
 #else
 constexpr std::size_t step_of_files = 1;
