@@ -260,8 +260,11 @@ bool move_file(const std::string& from, const std::string& to) noexcept {
         errno = EISDIR;
         return false;
     }
-    return succeeded(
-        ReplaceFileW(target.get(), source.get(), nullptr, REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr));
+    const bool is_replaced = ReplaceFileW(target.get(), source.get(), nullptr,
+                                          REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
+    // With this error the old file is gone, and the new one still has its own name.
+    return succeeded(is_replaced || (GetLastError() == ERROR_UNABLE_TO_MOVE_REPLACEMENT &&
+                                     MoveFileExW(source.get(), target.get(), MOVEFILE_WRITE_THROUGH) != 0));
 }
 
 void remove_file(const char* path) noexcept {

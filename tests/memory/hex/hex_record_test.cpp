@@ -233,7 +233,7 @@ TEST(CheckHexRecord, ChecksumIsTestedBeforeTheType) {
     EXPECT_EQ(check_hex_record_type(std::get<hex_record>(split))->code, fault_code::record_type);
 }
 
-TEST(TakePlainHexRecord, TakesTheFirstLineAndNothingAfterIt) {
+TEST(ParseFastHexRecord, TakesTheFirstLineAndNothingAfterIt) {
     hex_record record;
     const std::string_view lines = ":01000100Ab53\n:00000001FF\n";
     EXPECT_EQ(parse_fast_hex_record(lines, record), 14U);
@@ -245,20 +245,20 @@ TEST(TakePlainHexRecord, TakesTheFirstLineAndNothingAfterIt) {
     EXPECT_EQ(record.kind, hex_record_type::data);
 }
 
-TEST(TakePlainHexRecord, CarriageReturnBeforeTheNewlineIsPartOfTheLineEnd) {
+TEST(ParseFastHexRecord, CarriageReturnBeforeTheNewlineIsPartOfTheLineEnd) {
     hex_record record;
     EXPECT_EQ(parse_fast_hex_record(":01000100AB53\r\n", record), 15U);
     EXPECT_EQ(record.text, "01000100AB53");
 }
 
-TEST(TakePlainHexRecord, LongestRecordIsTaken) {
+TEST(ParseFastHexRecord, LongestRecordIsTaken) {
     const std::string line = kvr_test::hex_record_line(0, 0xFFFF, std::string(510, 'a')) + "\n";
     hex_record record;
     EXPECT_EQ(parse_fast_hex_record(line, record), 522U);
     EXPECT_EQ(record.data_bytes, 255U);
 }
 
-TEST(TakePlainHexRecord, EveryOtherLineIsLeftToTheExactPath) {
+TEST(ParseFastHexRecord, EveryOtherLineIsLeftToTheExactPath) {
     hex_record record;
     for (const std::string_view lines : {
              "",
@@ -311,7 +311,7 @@ void expect_same_record(const hex_record& plain, const std::optional<hex_record>
     EXPECT_EQ(plain.kind, exact->kind) << line;
 }
 
-TEST(TakePlainHexRecord, TakesEveryGoodRecordAsTheExactPathDoes) {
+TEST(ParseFastHexRecord, TakesEveryGoodRecordAsTheExactPathDoes) {
     kvr_test::random_record_lines lines(2);
     for (int i = 0; i < 20000; ++i) {
         const std::string line = lines.good();
@@ -323,7 +323,7 @@ TEST(TakePlainHexRecord, TakesEveryGoodRecordAsTheExactPathDoes) {
     }
 }
 
-TEST(TakePlainHexRecord, TakesNoBrokenRecordThatTheExactPathRefuses) {
+TEST(ParseFastHexRecord, TakesNoBrokenRecordThatTheExactPathRefuses) {
     kvr_test::random_record_lines lines(3);
     int taken = 0;
     int left_to_the_exact_way = 0;
