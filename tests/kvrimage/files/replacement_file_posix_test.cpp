@@ -9,7 +9,9 @@
 #include <fcntl.h>
 #include <filesystem>
 #include <sys/resource.h>
+#include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 // Features that only POSIX systems have: permissions, owners, links, these devices, signals, and system calls
@@ -254,6 +256,18 @@ TEST_F(ReplacementFile, ReportsThatStandardOutputCannotBeOpened) {
     const std::string failure = failure_to_write("-");
     ASSERT_EQ(setrlimit(RLIMIT_NOFILE, &descriptors), 0);
     EXPECT_EQ(failure, "standard output: cannot be written: Too many open files");
+}
+
+TEST_F(ReplacementFile, ReportsASpecialFileThatCannotBeOpened) {
+    const std::string path = folder.path("a");
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    ASSERT_LT(path.size(), sizeof address.sun_path);
+    path.copy(address.sun_path, path.size());
+    const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
+    ASSERT_EQ(bind(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof address), 0);
+    EXPECT_EQ(failure_to_write(path), path + ": cannot be written: No such device or address");
+    close(descriptor);
 }
 
 TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
