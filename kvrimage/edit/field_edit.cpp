@@ -40,7 +40,7 @@ private:
         const std::uint64_t turns = values / std::gcd(values, period);
         return period <= more / turns ? period * turns : more + 1;
     }
-    /// @return the first address without a word
+    /// @return the first unset address, if there is one
     std::optional<std::uint64_t> add(const address_range& stretch, std::uint64_t words) {
         // Adjacent words without repetition share an assignment.
         const bool repeat = words - 1 < stretch.last - stretch.first;

@@ -88,7 +88,7 @@ private:
     }
 };
 
-/// Assignments to one address, to a range that overlaps others, and to an address without a word.
+/// Assignments to one address, to a range that overlaps others, and to an unset address.
 std::vector<assignment> some_assignments(const memory_image& image) {
     const std::uint64_t first = image.base();
     const word one = word::of(1, image.width());

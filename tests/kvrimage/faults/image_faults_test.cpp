@@ -17,25 +17,23 @@ using namespace kvrimage;
 
 constexpr std::string_view digits_of_a_wide_word = "0123456789ABCDEF01234567";
 
-void no_image(library_trial& /*trial*/) {}
-
 const library_call calls_of_words[] = {
-    {"word", no_image, [](library_trial& trial) { trial.value = word(96); }},
-    {"word of 64 bits", no_image, [](library_trial& trial) { trial.value = word(64); }, false},
-    {"word::of", no_image, [](library_trial& trial) { trial.value = word::of(5, 96); }},
-    {"word::of_signed", no_image, [](library_trial& trial) { trial.value = word::of_signed(-5, 96); }},
-    {"word::parse", no_image,
+    {"word", prepare_nothing, [](library_trial& trial) { trial.value = word(96); }},
+    {"word of 64 bits", prepare_nothing, [](library_trial& trial) { trial.value = word(64); }, false},
+    {"word::of", prepare_nothing, [](library_trial& trial) { trial.value = word::of(5, 96); }},
+    {"word::of_signed", prepare_nothing, [](library_trial& trial) { trial.value = word::of_signed(-5, 96); }},
+    {"word::parse", prepare_nothing,
      [](library_trial& trial) { trial.value = word::parse(digits_of_a_wide_word, radix::hex, 96).value; }},
-    {"word::parse, decimal", no_image,
+    {"word::parse, decimal", prepare_nothing,
      [](library_trial& trial) {
          trial.value = word::parse("-1234567890123456789012345", radix::dec, 96).value;
      }},
-    {"word::parse, too wide", no_image,
+    {"word::parse, too wide", prepare_nothing,
      [](library_trial& trial) {
          trial.figures[0] = word::parse(digits_of_a_wide_word, radix::hex, 70).fault->bits_needed;
      },
      false},
-    {"word::of_bytes", no_image,
+    {"word::of_bytes", prepare_nothing,
      [](library_trial& trial) { trial.value = word::of_bytes("0123456789ab", byte_order::big, 96); }},
     {"word::to_text", [](library_trial& trial) { trial.value = wide_word(5); },
      [](library_trial& trial) { trial.text = trial.value->to_text(radix::dec).value(); }},
@@ -51,15 +49,15 @@ const library_call calls_of_words[] = {
      }},
     {"word::to_bytes", [](library_trial& trial) { trial.value = word::of(5, 256); },
      [](library_trial& trial) { trial.text = trial.value->to_bytes(byte_order::little).value(); }},
-    {"parse_fixed_point", no_image,
+    {"parse_fixed_point", prepare_nothing,
      [](library_trial& trial) {
          trial.value = parse_fixed_point("-3.1415926535897932384626433832795", {4, 92}).value;
      }},
-    {"parse_fixed_point, saturated", no_image,
+    {"parse_fixed_point, saturated", prepare_nothing,
      [](library_trial& trial) {
          trial.value = parse_fixed_point("1e40", {4, 92}, rounding::even, true).value;
      }},
-    {"fixed_point_of_name and radix_of_name", no_image,
+    {"fixed_point_of_name and radix_of_name", prepare_nothing,
      [](library_trial& trial) {
          trial.figures[0] = fixed_point_of_name("fixed:8.24")->bits();
          trial.figures[1] = radix_of_name("HEX") == radix::hex ? 1 : 0;
@@ -73,25 +71,20 @@ constexpr image_kind all_kinds[] = {{'w', "wide words", image_of_wide_words},
                                     {'x', "don't care", image_with_dont_care},
                                     {'d', "the deepest", deepest_image}};
 
-/// A word of the width of trial.image.
-word some_word(const library_trial& trial, std::uint64_t number) {
-    return word::of(number, trial.image->width());
-}
-
 constexpr image_call calls_of_images[] = {
     {"copy", [](library_trial& trial) { trial.made.emplace(*trial.image); }},
     {"[]", [](library_trial& trial) { trial.value = (*trial.image)[12]; }, "bvd"},
-    {"set", [](library_trial& trial) { trial.image->set(12, some_word(trial, 0xABCD)); }, "v"},
+    {"set", [](library_trial& trial) { trial.image->set(12, word_for(trial, 0xABCD)); }, "v"},
     {"fill",
      [](library_trial& trial) {
          trial.image->fill({9, trial.image->last_address()},
-                           std::vector{some_word(trial, 1), some_word(trial, 2), some_word(trial, 2)});
+                           std::vector{word_for(trial, 1), word_for(trial, 2), word_for(trial, 2)});
      }},
     {"unset",
      [](library_trial& trial) {
          trial.image->unset({12, 20});
      }},
-    {"fill_unset", [](library_trial& trial) { trial.image->fill_unset(some_word(trial, 9)); }, "v"},
+    {"fill_unset", [](library_trial& trial) { trial.image->fill_unset(word_for(trial, 9)); }, "v"},
     {"resize, deeper", [](library_trial& trial) { trial.image->resize(deepest_memory); }, "d"},
     {"resize, less deep", [](library_trial& trial) { trial.image->resize(6); }, "wvxd"},
     {"bounds",
@@ -171,8 +164,8 @@ template <memory_image (*Make)()>
 void overlaid_images(library_trial& trial) {
     trial.image = Make();
     trial.other = memory_image(trial.image->width(), 9, 12);
-    trial.other->fill({13, 15}, std::vector{some_word(trial, 7)});
-    trial.other->set(20, some_word(trial, 8));
+    trial.other->fill({13, 15}, std::vector{word_for(trial, 7)});
+    trial.other->set(20, word_for(trial, 8));
 }
 
 void overlay_both(library_trial& trial) {
@@ -206,7 +199,8 @@ void assign_other(library_trial& trial) {
 }
 
 const library_call calls_of_two_images[] = {
-    {"memory_image", no_image, [](library_trial& trial) { trial.made = memory_image(96, deepest_memory); }},
+    {"memory_image", prepare_nothing,
+     [](library_trial& trial) { trial.made = memory_image(96, deepest_memory); }},
     {"assignment of wide words", image_to_assign<image_of_varied_words>, assign_other},
     {"assignment of bytes", image_to_assign<image_held_as_bytes>, assign_other},
     {"assignment of the deepest", image_to_assign<deepest_image>, assign_other},
@@ -232,7 +226,7 @@ void take_bytes(library_trial& trial) {
 
 template <memory_image (*Make)(), byte_order Order>
 void give_bytes(library_trial& trial) {
-    trial.text = bytes_of_image(*trial.image, Order, some_word(trial, 3));
+    trial.text = bytes_of_image(*trial.image, Order, word_for(trial, 3));
 }
 
 void bytes_to_take(library_trial& trial) {

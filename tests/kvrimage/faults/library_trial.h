@@ -126,6 +126,14 @@ private:
 
 using library_call = kvr_test::faulty_call<library_trial>;
 
+/// The preparation of a call that needs none.
+inline void prepare_nothing(library_trial& /*trial*/) {}
+
+/// Returns a word of the width of trial.image.
+inline kvrimage::word word_for(const library_trial& trial, std::uint64_t number) {
+    return kvrimage::word::of(number, trial.image->width());
+}
+
 /// A kind of memory with a name.
 struct image_kind {
     char letter; ///< for image_call

@@ -34,13 +34,8 @@ constexpr image_kind plain_kinds[] = {{'w', "wide words", image_of_wide_words},
 
 constexpr address_range some_ranges[] = {{9, 12}, {15, 40}};
 
-/// A word of the width of trial.image.
-word number_for(const library_trial& trial, std::uint64_t number) {
-    return word::of(number, trial.image->width());
-}
-
 constexpr image_call calls_of_operations[] = {
-    {"masked", [](library_trial& trial) { trial.made = masked(*trial.image, number_for(trial, 0xF0F)); }},
+    {"masked", [](library_trial& trial) { trial.made = masked(*trial.image, word_for(trial, 0xF0F)); }},
     {"with_reversed_bits", [](library_trial& trial) { trial.made = with_reversed_bits(*trial.image); }},
     {"with_swapped_bytes", [](library_trial& trial) { trial.made = with_swapped_bytes(*trial.image); }},
     {"inverted", [](library_trial& trial) { trial.made = inverted(*trial.image); }},
@@ -96,7 +91,7 @@ constexpr image_call calls_of_operations[] = {
     {"checksum_of ranges with unset words",
      [](library_trial& trial) {
          trial.value = checksum_of(*trial.image, known_crcs().front().model,
-                                   {{{9, 12}, {15, 31}}, byte_order::big, number_for(trial, 3)});
+                                   {{{9, 12}, {15, 31}}, byte_order::big, word_for(trial, 3)});
      }},
     {"for_each_counted_block",
      [](library_trial& trial) {
@@ -215,8 +210,8 @@ template <memory_image (*Make)()>
 void two_memories(library_trial& trial) {
     trial.image = Make();
     trial.other = *trial.image;
-    trial.other->set(12, number_for(trial, 0x123));
-    trial.other->fill({16, 19}, std::vector{number_for(trial, 0x55)});
+    trial.other->set(12, word_for(trial, 0x123));
+    trial.other->fill({16, 19}, std::vector{word_for(trial, 0x55)});
     trial.other->unset({24, 26});
 }
 
@@ -224,7 +219,7 @@ template <memory_image (*Make)()>
 void memories_to_count(library_trial& trial) {
     two_memories<Make>(trial);
     trial.counter.emplace(*trial.image, *trial.other);
-    trial.found = difference{{10, 60}, number_for(trial, 5), number_for(trial, 10)};
+    trial.found = difference{{10, 60}, word_for(trial, 5), word_for(trial, 10)};
 }
 
 void hash(library_trial& trial, const difference& found) {
@@ -278,19 +273,17 @@ const library_call calls_of_comparison[] = {
      count_difference},
 };
 
-void no_preparation(library_trial& /*trial*/) {}
-
 const library_call calls_of_names[] = {
-    {"named_checksums and known_crcs", no_preparation,
+    {"named_checksums and known_crcs", prepare_nothing,
      [](library_trial& trial) {
          trial.figures[0] = named_checksums().size();
          trial.figures[1] = known_crcs().size();
          trial.figures[2] = ecc_scheme::known().size();
      },
      false},
-    {"checksum_of_name", no_preparation,
+    {"checksum_of_name", prepare_nothing,
      [](library_trial& trial) { trial.figures[0] = checksum_of_name("word-balance-32") ? 1 : 2; }, false},
-    {"crc", no_preparation,
+    {"crc", prepare_nothing,
      [](library_trial& trial) {
          crc check(known_crcs().front().model);
          check.add("123456789");
@@ -330,26 +323,26 @@ std::string small_sound(std::uint32_t bits, std::uint32_t count) {
 }
 
 const library_call calls_of_generators[] = {
-    {"ramp", no_preparation,
+    {"ramp", prepare_nothing,
      [](library_trial& trial) { trial.made = ramp(wide_word(5), wide_word(0xFFFFFFFF), 40); }},
-    {"random_words", no_preparation, [](library_trial& trial) { trial.made = random_words(96, 40, 7); }},
-    {"text_words", no_preparation,
+    {"random_words", prepare_nothing, [](library_trial& trial) { trial.made = random_words(96, 40, 7); }},
+    {"text_words", prepare_nothing,
      [](library_trial& trial) { trial.made = text_words("a text of which each byte is a word", 16); }},
-    {"number_words", no_preparation,
+    {"number_words", prepare_nothing,
      [](library_trial& trial) {
          static const generated_number numbers[] = {std::int64_t{-5}, 3.5, 1e30};
          trial.made = number_words(numbers, 96, {rounding::even, true, true});
      }},
-    {"number_words of few bits", no_preparation,
+    {"number_words of few bits", prepare_nothing,
      [](library_trial& trial) {
          static const generated_number numbers[] = {std::int64_t{5}, 3.5, 1e30};
          trial.made = number_words(numbers, 12, {rounding::down, true, false});
      }},
-    {"picture_words", no_preparation,
+    {"picture_words", prepare_nothing,
      [](library_trial& trial) {
          trial.made = picture_words(small_picture(), {pixel_format::rgb444, true, 16});
      }},
-    {"indexed_picture_words", no_preparation,
+    {"indexed_picture_words", prepare_nothing,
      [](library_trial& trial) {
          indexed_words words = indexed_picture_words(small_picture(), 4, {pixel_format::rgb888, true, {}});
          trial.made = std::move(words.indexes);

@@ -115,22 +115,20 @@ const std::vector<text_edit>& known_edits() {
     return known;
 }
 
-void no_image_to_draw(library_trial& /*trial*/) {}
-
 const library_call calls_of_texts[] = {
-    {"diagnostic_text", no_image_to_draw,
+    {"diagnostic_text", prepare_nothing,
      [](library_trial& trial) { trial.text = diagnostic_text(known_diagnostic(), "boot.mif", broken_text); }},
-    {"diagnostic_text, painted", no_image_to_draw,
+    {"diagnostic_text, painted", prepare_nothing,
      [](library_trial& trial) {
          trial.text = diagnostic_text(
              known_diagnostic(), "boot.mif", broken_text,
              [](text_part /*part*/, std::string_view text) { return "<" + std::string(text) + ">"; });
      }},
-    {"level_of", no_image_to_draw, [](library_trial& trial) { trial.text = level_of(known_diagnostic()); },
+    {"level_of", prepare_nothing, [](library_trial& trial) { trial.text = level_of(known_diagnostic()); },
      false},
-    {"with_edits", no_image_to_draw,
+    {"with_edits", prepare_nothing,
      [](library_trial& trial) { trial.text = with_edits(std::string(broken_text), known_edits()); }},
-    {"remove_temporary_files", no_image_to_draw, [](library_trial& /*trial*/) { remove_temporary_files(); },
+    {"remove_temporary_files", prepare_nothing, [](library_trial& /*trial*/) { remove_temporary_files(); },
      false},
 };
 

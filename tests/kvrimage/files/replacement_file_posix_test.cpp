@@ -179,9 +179,12 @@ protected:
         folder.write("a", "old");
         chmod(folder.path("a").c_str(), 04755);
     }
-    void replace(std::initializer_list<failing_call> calls) {
-        end_with_answer(calls, [this] { return "<" + failure_to_write(folder.path("a")) + ">"; });
+    /// Replaces the file by one of @p size bytes.
+    void replace(std::initializer_list<failing_call> calls, std::uint32_t size = 3) {
+        end_with_answer(
+            calls, [&] { return "<" + failure_to_write(folder.path("a"), std::string(size, 'x')) + ">"; });
     }
+    static constexpr std::uint32_t large = 0x100000; ///< is not copied into the buffer
 };
 
 TEST_F(ReplacementFileThatFails, RefusesAFileThatMayNotBeWritten) {
@@ -220,23 +223,15 @@ TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenTheNewOneIsNotStored) {
 }
 
 TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenALargeTextCannotBeWritten) {
-    constexpr std::uint32_t size = 0x100000;
-    const auto write_large = [this] {
-        return "<" + failure_to_write(folder.path("a"), std::string(size, 'x')) + ">";
-    };
-    EXPECT_EXIT(end_with_answer({{SYS_write, ENOSPC, 2, ~std::uint32_t{0}, size}}, write_large),
+    EXPECT_EXIT(replace({{SYS_write, ENOSPC, 2, ~std::uint32_t{0}, large}}, large),
                 testing::ExitedWithCode(0), "a: cannot be written: No space left on device>$");
     EXPECT_EQ(folder.read("a"), "old");
     EXPECT_EQ(folder.count_files(), 1);
 }
 
 TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenTheSystemWritesNothing) {
-    constexpr std::uint32_t size = 0x100000;
-    const auto write_large = [this] {
-        return "<" + failure_to_write(folder.path("a"), std::string(size, 'x')) + ">";
-    };
-    EXPECT_EXIT(end_with_answer({{SYS_write, 0, 2, ~std::uint32_t{0}, size}}, write_large),
-                testing::ExitedWithCode(0), "a: cannot be written: Input/output error>$");
+    EXPECT_EXIT(replace({{SYS_write, 0, 2, ~std::uint32_t{0}, large}}, large), testing::ExitedWithCode(0),
+                "a: cannot be written: Input/output error>$");
     EXPECT_EQ(folder.read("a"), "old");
     EXPECT_EQ(folder.count_files(), 1);
 }

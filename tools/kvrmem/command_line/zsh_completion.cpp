@@ -55,7 +55,7 @@ std::string zsh_quoted(std::string_view text) {
     return '\'' + replaced(std::string(text), "'", R"('\'')") + '\'';
 }
 
-/// Escapes @p text for a specification of _arguments.
+/// Escapes @p text for an argument of _arguments.
 std::string zsh_escaped(std::string_view text) {
     std::string result(text);
     for (const std::string_view special : {R"(\)", "[", "]", ":"}) {
@@ -64,7 +64,7 @@ std::string zsh_escaped(std::string_view text) {
     return result;
 }
 
-/// Returns the specification of the value of @p entry for _arguments; "" if it takes none.
+/// Returns the part that describes the value of @p entry in an argument of _arguments; "" if it takes none.
 std::string zsh_value(const option_entry& entry) {
     if (entry.value == nullptr) {
         return "";
@@ -100,7 +100,7 @@ std::string zsh_option(const option_entry& entry) {
     return lines;
 }
 
-/// Returns the specification of the operands for _arguments.
+/// Returns the arguments of _arguments that describe the operands.
 std::string zsh_operands(const command& which) {
     const operand_words operands = operands_of(which);
     if (operands.paths == any_number) {
