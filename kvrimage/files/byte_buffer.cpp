@@ -2,14 +2,19 @@
 
 #include "kvrimage/files/platform.h"
 
+#include <limits>
 #include <new>
 
 namespace kvrimage {
 
-void byte_buffer::reserve(std::size_t count) {
-    if (count <= capacity) {
+void byte_buffer::reserve(std::uint64_t size) {
+    if (size <= capacity) {
         return;
     }
+    if (size > std::numeric_limits<std::ptrdiff_t>::max()) {
+        throw std::bad_alloc();
+    }
+    const std::size_t count = size;
     // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): what grows must not be copied
     char* const grown =
         bytes ? static_cast<char*>(std::realloc(bytes.get(), count)) : platform::new_block(count);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
@@ -14,9 +15,9 @@ public:
     [[nodiscard]] std::size_t size() const noexcept { return filled; }
     [[nodiscard]] std::string_view text() const noexcept { return {bytes.get(), filled}; }
 
-    /// Makes room for @p count bytes in all.
+    /// Makes room for @p size bytes in all, a number that may be too large for std::size_t.
     /// @throws std::bad_alloc
-    void reserve(std::size_t count);
+    void reserve(std::uint64_t size);
     /// Bytes of the room that are not used yet.
     [[nodiscard]] std::size_t room() const noexcept { return capacity - filled; }
     /// Where they begin.
