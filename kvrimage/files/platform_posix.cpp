@@ -44,7 +44,7 @@ file_kind kind_of(mode_t mode) noexcept {
     }
 }
 
-/// What @p answer of the system, which has just been asked for a file, means.
+/// Evaluates @p answer, the result of the call that has just filled @p status; its reason is in errno.
 bool is_answered(int answer, const struct stat& status, file_status& found) noexcept {
     if (answer != 0) {
         found = {};
@@ -89,14 +89,18 @@ int open_to_read(const std::string& path) noexcept {
 }
 
 int make_file(const std::string& path, bool is_private) noexcept {
-    constexpr mode_t for_everybody = 0666; // less the mask of the process
+    constexpr mode_t for_everybody = 0666; // except those of the process's mask
     constexpr mode_t for_the_owner = 0600;
     return open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC,
                 is_private ? for_the_owner : for_everybody);
 }
 
+int open_standard_input() noexcept {
+    return dup(standard_input);
+}
+
 int open_standard_output() noexcept {
-    return dup(STDOUT_FILENO);
+    return dup(standard_output);
 }
 
 std::int64_t read_some(int descriptor, char* to, std::size_t count) noexcept {
