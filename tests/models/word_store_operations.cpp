@@ -124,7 +124,7 @@ word_store_operations::stretch word_store_operations::set_page() {
     }
     const std::size_t length = std::max<std::size_t>(texts.next_length(), 1);
     const std::string all = side_by_side(kvr::page_words, length);
-    auto page = std::make_unique_for_overwrite<char[]>(all.size());
+    kvr::page_texts page = pages.make(all.size());
     std::memcpy(page.get(), all.data(), all.size());
     words.set_page(first, page, length);
     for (std::uint32_t i = 0; i < kvr::page_words; ++i) {
