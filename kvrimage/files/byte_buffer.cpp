@@ -1,5 +1,6 @@
 #include "kvrimage/files/byte_buffer.h"
 
+#include "kvr/util/platform.h"
 #include "kvrimage/files/platform.h"
 
 #include <limits>
@@ -23,7 +24,7 @@ void byte_buffer::reserve(std::uint64_t size) {
     }
     static_cast<void>(bytes.release()); // realloc() has freed it
     bytes.reset(grown);
-    platform::prefer_large_pages(grown, count);
+    kvr::platform::prefer_large_pages(grown, count);
     capacity = count;
 }
 

@@ -85,7 +85,5 @@ void remove_file(const char* path) noexcept;
 /// Returns a block of @p count bytes for std::realloc() and std::free(), or null if there is too little
 /// memory. A large block is aligned to a large page.
 char* new_block(std::size_t count) noexcept;
-/// Requests large pages for such a block.
-void prefer_large_pages(char* block, std::size_t count) noexcept;
 
 } // namespace kvrimage::platform

@@ -1,3 +1,4 @@
+#include "kvr/util/platform.h"
 #include "kvrimage/files/open_descriptor.h"
 #include "kvrimage/files/platform.h"
 #include "kvrimage/files/signal_pause.h"
@@ -6,7 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -28,8 +28,6 @@ signal_pause::~signal_pause() {
 namespace platform {
 
 namespace {
-
-constexpr std::size_t large_page = std::size_t{2} << 20U;
 
 file_kind kind_of(mode_t mode) noexcept {
     switch (mode & S_IFMT) {
@@ -151,19 +149,10 @@ void remove_file(const char* path) noexcept {
 }
 
 char* new_block(std::size_t count) noexcept {
-    const std::size_t alignment = count < large_page ? alignof(std::max_align_t) : large_page;
+    const std::size_t alignment =
+        count < kvr::platform::large_page ? alignof(std::max_align_t) : kvr::platform::large_page;
     void* block = nullptr;
     return posix_memalign(&block, alignment, count) == 0 ? static_cast<char*>(block) : nullptr;
-}
-
-void prefer_large_pages([[maybe_unused]] char* block, [[maybe_unused]] std::size_t count) noexcept {
-#if defined(MADV_HUGEPAGE)
-    const auto address = reinterpret_cast<std::uintptr_t>(block);
-    const std::size_t before = (large_page - address % large_page) % large_page;
-    if (count >= before + large_page) {
-        static_cast<void>(madvise(block + before, (count - before) / large_page * large_page, MADV_HUGEPAGE));
-    }
-#endif
 }
 
 } // namespace platform

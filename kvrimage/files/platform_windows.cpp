@@ -284,8 +284,6 @@ char* new_block(std::size_t count) noexcept {
     return static_cast<char*>(std::malloc(count));
 }
 
-void prefer_large_pages(char* /*block*/, std::size_t /*count*/) noexcept {}
-
 } // namespace platform
 
 } // namespace kvrimage
