@@ -282,6 +282,7 @@ TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
     };
     EXPECT_EXIT(end_with_answer({{status_call, EIO, 0, ~0U, descriptor},
                                  {SYS_fstat, EIO, 0, ~0U, descriptor},
+                                 {SYS_statx, EIO, 0, ~0U, descriptor},
                                  {owner_call, EPERM}},
                                 replace_and_take_descriptor),
                 testing::ExitedWithCode(0), "^<>");
