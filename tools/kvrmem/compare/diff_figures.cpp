@@ -132,7 +132,7 @@ private:
     static std::string bar(std::uint64_t words, std::uint64_t most) {
         constexpr std::uint64_t longest_bar = 24;
         const std::uint64_t length = std::max(words * longest_bar / most, std::uint64_t{1});
-        return std::string(static_cast<std::size_t>(length), '+');
+        return fmt::format("{:+<{}}", "", length);
     }
 
     diff_figures what;
