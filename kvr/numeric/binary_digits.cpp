@@ -1,5 +1,6 @@
 #include "kvr/numeric/binary_digits.h"
 
+#include "kvr/numeric/bit_count.h"
 #include "kvr/numeric/digit_blocks.h"
 #include "kvr/numeric/digit_value.h"
 #include "kvr/numeric/magnitude.h"

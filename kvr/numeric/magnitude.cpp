@@ -1,5 +1,6 @@
 #include "kvr/numeric/magnitude.h"
 
+#include "kvr/numeric/bit_count.h"
 #include "kvr/numeric/decimal_conversion.h"
 #include "kvr/numeric/digit_blocks.h"
 #include "kvr/numeric/digit_value.h"

@@ -1,6 +1,7 @@
 #include "kvr/numeric/word_conversion.h"
 
 #include "kvr/numeric/binary_digits.h"
+#include "kvr/numeric/bit_count.h"
 #include "kvr/numeric/decimal_conversion.h"
 #include "kvr/numeric/digit_blocks.h"
 #include "kvr/numeric/digit_value.h"
