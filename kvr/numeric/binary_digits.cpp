@@ -197,7 +197,7 @@ void write_bits_of_digits(char* place, std::string_view text, unsigned bits_per_
 
 std::string grouped_radix_to_binary_string(std::string_view text, int bits_per_digit) {
     const unsigned bits_written = is_hexadecimal(bits_per_digit) ? 4 : 3;
-    std::string bits(text.size() * bits_written, '\0');
+    std::string bits(bit_count(text.size(), bits_written), '\0');
     write_bits_of_digits(bits.data(), text, bits_written);
     return bits;
 }

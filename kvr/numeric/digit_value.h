@@ -4,6 +4,8 @@
 
 #include <array>
 #include <cstddef>
+#include <limits>
+#include <stdexcept>
 #include <string_view>
 
 namespace kvr {
@@ -60,6 +62,16 @@ constexpr bool is_decimal(KVR_MEMORY_RADIXES radix) {
 /// Returns the digits of a word of @p width bits if each digit has @p bits bits.
 constexpr std::size_t digit_count(std::size_t width, unsigned bits) {
     return width / bits + (width % bits != 0 ? 1 : 0);
+}
+
+/// Returns the bits of @p digits digits of at most 4 bits each.
+/// @throws std::length_error if std::size_t cannot count them
+constexpr std::size_t bit_count(std::size_t digits, unsigned bits_per_digit) {
+    constexpr std::size_t most_digits = std::numeric_limits<std::size_t>::max() / 4;
+    if (digits > most_digits) {
+        throw std::length_error("kvr: the number has too many digits");
+    }
+    return digits * bits_per_digit;
 }
 
 } // namespace kvr

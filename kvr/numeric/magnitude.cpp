@@ -187,7 +187,7 @@ void magnitude::write_low_digits(char* place, unsigned bits_per_digit, std::size
 /// Fast path of reading: parses whole limbs from the end as long as all their characters are hexadecimal
 /// digits. Returns the digits before them.
 std::string_view magnitude::read_blocks(std::string_view digits, unsigned bits_per_digit) {
-    const std::size_t size = limbs_for_bits(digits.size() * bits_per_digit);
+    const std::size_t size = limbs_for_bits(bit_count(digits.size(), bits_per_digit));
     buffer_.resize(size);
     if (bits_per_digit != 4) {
         return digits;

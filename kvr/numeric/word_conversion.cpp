@@ -60,7 +60,7 @@ bool read_plain_word(plain_word& word, std::string_view text, KVR_MEMORY_RADIXES
         return read_decimal_word(word, text, radix == RADIX_DEC);
     }
     const unsigned bits = bits_per_digit(radix);
-    word.length = text.size() * bits;
+    word.length = bit_count(text.size(), bits);
     return bits > 1 && word.bits.read_known_digits(text, bits);
 }
 
@@ -147,7 +147,7 @@ void write_bits_of_word(std::string& output, std::string_view text, unsigned bit
         write_bits_of_word(output, std::string(text), bits, width);
         return;
     }
-    const std::size_t given = text.size() * bits;
+    const std::size_t given = bit_count(text.size(), bits);
     const std::size_t size = width == 0 ? given : width;
     char* place = room_for(output, size);
     if (given > size) {

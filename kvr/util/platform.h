@@ -36,6 +36,12 @@ file_stream open_to_read(const char* path) noexcept;
 
 int process_id() noexcept;
 
+/// Bytes of a large page of memory, and its alignment.
+inline constexpr std::size_t large_page = std::size_t{2} << 20U;
+/// Requests large pages for the part of a block that has whole ones. It has an effect on what is not written
+/// to yet.
+void prefer_large_pages(char* block, std::size_t size) noexcept;
+
 /// Returns the path of the running executable, of any length; "" if the system does not provide it.
 std::string executable_path();
 

@@ -1,11 +1,13 @@
 #include "kvr/util/platform.h"
 
 #include <cerrno>
+#include <cstdint>
 #include <cstring>
 #include <dirent.h>
 #include <fcntl.h>
 #include <filesystem>
 #include <string_view>
+#include <sys/mman.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -123,6 +125,16 @@ file_stream open_to_read(const char* path) noexcept {
 
 int process_id() noexcept {
     return getpid();
+}
+
+void prefer_large_pages([[maybe_unused]] char* block, [[maybe_unused]] std::size_t size) noexcept {
+#if defined(MADV_HUGEPAGE)
+    const auto address = reinterpret_cast<std::uintptr_t>(block);
+    const std::size_t before = (large_page - address % large_page) % large_page;
+    if (size >= before + large_page) {
+        static_cast<void>(madvise(block + before, (size - before) / large_page * large_page, MADV_HUGEPAGE));
+    }
+#endif
 }
 
 std::string executable_path() {

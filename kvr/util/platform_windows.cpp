@@ -60,6 +60,8 @@ int process_id() noexcept {
     return _getpid();
 }
 
+void prefer_large_pages(char* /*block*/, std::size_t /*size*/) noexcept {}
+
 std::string executable_path() {
     std::string path(256, '\0');
     for (;;) {

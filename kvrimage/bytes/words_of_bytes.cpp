@@ -128,7 +128,7 @@ private:
 class byte_copy {
 public:
     explicit byte_copy(const std::vector<byte_block>& of) {
-        std::size_t size = 0;
+        std::uint64_t size = 0;
         for (const byte_block& each : of) {
             size += each.bytes.size();
         }

@@ -1,31 +1,32 @@
 #pragma once
 
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <memory>
 #include <string_view>
 
 namespace kvrimage {
 
-/// Bytes that grow at their end and are never filled in advance: a std::string writes zeros to what a file is
-/// read into.
+/// A growing sequence of bytes. New room is not initialized: a std::string would write zeros to the room that
+/// a file is then read into.
 class byte_buffer {
 public:
     [[nodiscard]] std::size_t size() const noexcept { return filled; }
     [[nodiscard]] std::string_view text() const noexcept { return {bytes.get(), filled}; }
 
-    /// Makes room for @p count bytes in all.
+    /// Reserves room for @p size bytes in total, a number that may be too large for std::size_t.
     /// @throws std::bad_alloc
-    void reserve(std::size_t count);
-    /// Bytes of the room that are not used yet.
+    void reserve(std::uint64_t size);
+    /// The number of unused bytes.
     [[nodiscard]] std::size_t room() const noexcept { return capacity - filled; }
-    /// Where they begin.
+    /// The first unused byte.
     [[nodiscard]] char* end() noexcept { return bytes.get() + filled; }
-    /// Where all begin.
+    /// The first byte.
     [[nodiscard]] char* begin() noexcept { return bytes.get(); }
-    /// Leaves @p count bytes in use, at most those that there is room for.
+    /// Sets the number of used bytes to @p count, for which there is room.
     void resize(std::size_t count) noexcept { filled = count; }
-    /// The first @p count of them are filled now.
+    /// Counts the first @p count unused bytes as used: they have been filled.
     void used(std::size_t count) noexcept { filled += count; }
 
 private:

@@ -6,9 +6,9 @@
 
 namespace kvrimage {
 
-/// A file that cannot be opened, read or written. what() is a whole sentence that names the file ("boot.mif:
-/// cannot be opened: No such file or directory"), code() the reason: of the system, or
-/// std::errc::file_too_large for an input that has no end or too long a line.
+/// A file that cannot be opened, read or written. what() is a complete message with the name of the file
+/// ("boot.mif: cannot be opened: No such file or directory"). code() is the reason: the system's, or
+/// std::errc::file_too_large for an input without end or with too long a line.
 class file_error : public std::system_error {
 public:
     file_error(std::error_code reason, std::string message)

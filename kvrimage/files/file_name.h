@@ -4,11 +4,10 @@
 
 namespace kvrimage {
 
-/// How messages name what is read from @p path: "standard input" for "-", and nothing that a terminal may not
-/// show.
+/// The name of the input @p path in messages, safe to show on a terminal; "standard input" for "-".
 [[nodiscard]] std::string title_of_input(const std::string& path);
 
-/// The same for what is written: "standard output" for "-".
+/// The same for an output; "standard output" for "-".
 [[nodiscard]] std::string title_of_output(const std::string& path);
 
 } // namespace kvrimage

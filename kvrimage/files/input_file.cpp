@@ -16,9 +16,8 @@ namespace kvrimage {
 
 namespace {
 
-constexpr int standard_input = 0; ///< its descriptor
 constexpr std::size_t first_block = std::size_t{64} << 10U;
-/// Room that is asked for before anything was read: a file may say that it has more bytes than it holds.
+/// Most room reserved before the first read: the system may report more bytes than a file has.
 constexpr std::size_t most_room_at_once = std::size_t{64} << 20U;
 /// Small enough that an endless line is noticed soon.
 constexpr std::size_t most_bytes_a_read = most_bytes_without_end;
@@ -46,7 +45,7 @@ constexpr std::size_t most_bytes_a_read = most_bytes_without_end;
                                         most_bytes_without_end >> 20U));
 }
 
-/// Bytes of the file; 0 where the system does not say, or calls a file empty that goes on for ever.
+/// Bytes of a regular file; 0 if the size is unknown, or if the system reports an endless file as empty.
 std::uint64_t size_of_regular_file(const std::string& title, int descriptor) {
     platform::file_status status;
     if (!platform::look_at(descriptor, status)) {
@@ -67,7 +66,8 @@ std::size_t read_some(const std::string& title, int descriptor, char* to, std::s
     return static_cast<std::size_t>(got);
 }
 
-/// Follows the lines of a text that grows. Looks at few of its bytes: only for a line end within the limit.
+/// Checks the line lengths of a growing text. Examines few of its bytes: it only searches for a line end
+/// within the limit.
 class line_guard {
 public:
     explicit line_guard(const any_lines& asked) : is_free(asked) {}
@@ -90,18 +90,14 @@ public:
 private:
     const any_lines& is_free;
     bool any = false;
-    std::size_t line_begin = 0; ///< of the last line known to begin
+    std::size_t line_begin = 0; ///< of the last line found
 };
 
 } // namespace
 
 input_file::input_file(const std::string& path, const file_observer& opened, const any_lines& is_free)
     : title(title_of_input(path)) {
-    if (path == "-") {
-        read(standard_input, opened, is_free);
-        return;
-    }
-    file = open_descriptor(platform::open_to_read(path));
+    file = open_descriptor(path == "-" ? platform::open_standard_input() : platform::open_to_read(path));
     if (file.get() < 0) {
         fail_to_open(title, errno);
     }
@@ -134,7 +130,7 @@ void input_file::read(int descriptor, const file_observer& opened, const any_lin
 }
 
 void input_file::read_blocks(int descriptor, std::uint64_t size, const any_lines& is_free) {
-    // One byte more: the read that finds the end needs room.
+    // One byte more, because the read that finds the end needs room.
     const std::size_t expected = std::max<std::size_t>(size + 1, first_block);
     bytes->reserve(std::min(expected, most_room_at_once));
     line_guard lines(is_free);

@@ -5,7 +5,7 @@
 
 namespace kvrimage {
 
-/// A descriptor that is closed in the end; -1: none.
+/// Owns a descriptor and closes it; -1: none.
 class open_descriptor {
 public:
     explicit open_descriptor(int opened = -1) noexcept : number(opened) {}
@@ -20,7 +20,7 @@ public:
         }
     }
     [[nodiscard]] int get() const noexcept { return number; }
-    /// Returns the descriptor, which the caller closes from then on.
+    /// Gives up the descriptor: the caller has to close it.
     int release() noexcept { return std::exchange(number, -1); }
 
 private:

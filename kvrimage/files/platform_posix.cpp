@@ -1,3 +1,4 @@
+#include "kvr/util/platform.h"
 #include "kvrimage/files/open_descriptor.h"
 #include "kvrimage/files/platform.h"
 #include "kvrimage/files/signal_pause.h"
@@ -6,7 +7,6 @@
 #include <cstdio>
 #include <cstdlib>
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -29,8 +29,6 @@ namespace platform {
 
 namespace {
 
-constexpr std::size_t large_page = std::size_t{2} << 20U;
-
 file_kind kind_of(mode_t mode) noexcept {
     switch (mode & S_IFMT) {
     case S_IFREG:
@@ -44,7 +42,7 @@ file_kind kind_of(mode_t mode) noexcept {
     }
 }
 
-/// What @p answer of the system, which has just been asked for a file, means.
+/// Evaluates @p answer, the result of the call that has just filled @p status; its reason is in errno.
 bool is_answered(int answer, const struct stat& status, file_status& found) noexcept {
     if (answer != 0) {
         found = {};
@@ -89,14 +87,18 @@ int open_to_read(const std::string& path) noexcept {
 }
 
 int make_file(const std::string& path, bool is_private) noexcept {
-    constexpr mode_t for_everybody = 0666; // less the mask of the process
+    constexpr mode_t for_everybody = 0666; // except those of the process's mask
     constexpr mode_t for_the_owner = 0600;
     return open(path.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC,
                 is_private ? for_the_owner : for_everybody);
 }
 
+int open_standard_input() noexcept {
+    return dup(standard_input);
+}
+
 int open_standard_output() noexcept {
-    return dup(STDOUT_FILENO);
+    return dup(standard_output);
 }
 
 std::int64_t read_some(int descriptor, char* to, std::size_t count) noexcept {
@@ -147,19 +149,10 @@ void remove_file(const char* path) noexcept {
 }
 
 char* new_block(std::size_t count) noexcept {
-    const std::size_t alignment = count < large_page ? alignof(std::max_align_t) : large_page;
+    const std::size_t alignment =
+        count < kvr::platform::large_page ? alignof(std::max_align_t) : kvr::platform::large_page;
     void* block = nullptr;
     return posix_memalign(&block, alignment, count) == 0 ? static_cast<char*>(block) : nullptr;
-}
-
-void prefer_large_pages([[maybe_unused]] char* block, [[maybe_unused]] std::size_t count) noexcept {
-#if defined(MADV_HUGEPAGE)
-    const auto address = reinterpret_cast<std::uintptr_t>(block);
-    const std::size_t before = (large_page - address % large_page) % large_page;
-    if (count >= before + large_page) {
-        static_cast<void>(madvise(block + before, (count - before) / large_page * large_page, MADV_HUGEPAGE));
-    }
-#endif
 }
 
 } // namespace platform

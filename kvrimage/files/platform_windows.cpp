@@ -22,10 +22,9 @@ namespace platform {
 
 namespace {
 
-constexpr int standard_output = 1;
 constexpr int most_bytes_at_once = 1 << 30; ///< the system counts bytes in an int
 
-/// A path in the units of the system; "" where it is no UTF-8, or too long, which no file is called.
+/// A path in the units of the system; if it is too long or not UTF-8, "", which is no file's name.
 struct wide_path {
     explicit wide_path(const char* path) noexcept {
         if (MultiByteToWideChar(CP_UTF8, MB_ERR_INVALID_CHARS, path, -1, units.data(),
@@ -35,7 +34,7 @@ struct wide_path {
     }
     explicit wide_path(const std::string& path) noexcept : wide_path(path.c_str()) {}
     [[nodiscard]] const wchar_t* get() const noexcept { return units.data(); }
-    /// Makes it begin at the root of its drive.
+    /// Makes the path absolute.
     void complete() noexcept {
         const wide_path given = *this;
         const DWORD size =
@@ -48,7 +47,7 @@ struct wide_path {
     std::array<wchar_t, std::size_t{1} << 15U> units;
 };
 
-/// The error number of the C library for the one that the system gives.
+/// Converts an error number of the system to one of the C library.
 int reason_of(DWORD error) noexcept {
     switch (error) {
     case ERROR_FILE_NOT_FOUND:
@@ -80,7 +79,7 @@ bool succeeded(BOOL answer) noexcept {
     return answer != 0;
 }
 
-/// Programs that have the file open let others read it, replace it and remove it meanwhile.
+/// Other programs may read, replace and remove the file while it is open.
 int open_file(const std::string& path, DWORD access, DWORD creation, int flags) noexcept {
     constexpr DWORD shared = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     HANDLE const file =
@@ -104,6 +103,16 @@ file_status status_with(const WIN32_FILE_ATTRIBUTE_DATA& data) noexcept {
         return {file_kind::other};
     }
     return {file_kind::regular, std::uint64_t{data.nFileSizeHigh} << 32U | data.nFileSizeLow};
+}
+
+/// Returns another descriptor of the same file, in binary mode. @p descriptor keeps its mode, by default
+/// text.
+int binary_copy_of(int descriptor) noexcept {
+    const int copy = _dup(descriptor);
+    if (copy >= 0) {
+        _setmode(copy, _O_BINARY);
+    }
+    return copy;
 }
 
 HANDLE handle_of(int descriptor) noexcept {
@@ -198,27 +207,27 @@ int open_to_read(const std::string& path) noexcept {
     return open_file(path, GENERIC_READ, OPEN_EXISTING, _O_RDONLY);
 }
 
-// What a folder lets its users do holds for the files in it; there are no permissions to take away.
+// A file has the access rights of its folder; there are no permission bits to restrict.
 int make_file(const std::string& path, bool /*is_private*/) noexcept {
     return open_file(path, GENERIC_READ | GENERIC_WRITE | DELETE, CREATE_NEW, _O_RDWR);
 }
 
-int open_standard_output() noexcept {
-    const int descriptor = _dup(standard_output);
-    if (descriptor >= 0) {
-        _setmode(descriptor, _O_BINARY);
-    }
-    return descriptor;
+int open_standard_input() noexcept {
+    return binary_copy_of(standard_input);
 }
 
-// A pipe whose other side is closed has come to its end.
+int open_standard_output() noexcept {
+    return binary_copy_of(standard_output);
+}
+
+// The end of a pipe: its other side is closed.
 std::int64_t read_some(int descriptor, char* to, std::size_t count) noexcept {
     const int got =
         _read(descriptor, to, static_cast<unsigned>(std::min<std::size_t>(count, most_bytes_at_once)));
     return got < 0 && errno == EPIPE ? 0 : got;
 }
 
-// A pipe that nobody reads any more: the C library calls that an invalid argument, or a bad descriptor.
+// For a pipe whose reader has closed it, the C library reports an invalid argument or a bad descriptor.
 bool write_all(int descriptor, std::string_view text) noexcept {
     const bool is_pipe = GetFileType(handle_of(descriptor)) == FILE_TYPE_PIPE;
     while (!text.empty()) {
@@ -233,7 +242,7 @@ bool write_all(int descriptor, std::string_view text) noexcept {
     return true;
 }
 
-// move_file() keeps what the old file has.
+// move_file() keeps the properties of the old file.
 bool copy_permissions(const file_status& /*old*/, int /*descriptor*/) noexcept {
     return true;
 }
@@ -243,9 +252,9 @@ bool store(const std::string& path) noexcept {
     return file.get() >= 0 && succeeded(FlushFileBuffers(handle_of(file.get())));
 }
 
-// What is there now counts, not what was there when the new file was begun. A file is replaced with what it
-// has: rights, attributes and streams. The paths are complete, because wine replaces no other file; it would
-// also replace an empty folder.
+// Checks again what is at the target, because that may have changed since the new file was begun. A replaced
+// file keeps its rights, attributes and streams. wine replaces a file only if the paths are absolute; it
+// would also replace an empty folder.
 bool move_file(const std::string& from, const std::string& to) noexcept {
     wide_path source(from);
     wide_path target(to);
@@ -262,7 +271,7 @@ bool move_file(const std::string& from, const std::string& to) noexcept {
     }
     const bool is_replaced = ReplaceFileW(target.get(), source.get(), nullptr,
                                           REPLACEFILE_IGNORE_MERGE_ERRORS, nullptr, nullptr) != 0;
-    // With this error the old file is gone, and the new one still has its own name.
+    // After this error, the old file is gone and the new one still has its temporary name.
     return succeeded(is_replaced || (GetLastError() == ERROR_UNABLE_TO_MOVE_REPLACEMENT &&
                                      MoveFileExW(source.get(), target.get(), MOVEFILE_WRITE_THROUGH) != 0));
 }
@@ -274,8 +283,6 @@ void remove_file(const char* path) noexcept {
 char* new_block(std::size_t count) noexcept {
     return static_cast<char*>(std::malloc(count));
 }
-
-void prefer_large_pages(char* /*block*/, std::size_t /*count*/) noexcept {}
 
 } // namespace platform
 

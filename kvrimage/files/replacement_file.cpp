@@ -17,9 +17,10 @@ namespace kvrimage {
 
 namespace {
 
-/// Where @p path leads, also when there is nothing there yet. Why that cannot be found out goes to @p reason.
+/// Follows the symbolic links at the end of @p path; the last target need not exist. @p reason is set after a
+/// failure.
 std::string without_links(const std::string& path, int& reason) {
-    constexpr int most_links = 40; // as the system follows
+    constexpr int most_links = 40; // the limit of the system
     std::filesystem::path place = platform::path_of(path);
     for (int links = 0; reason == 0 && links < most_links; ++links) {
         platform::file_status status;
@@ -40,8 +41,7 @@ std::string without_links(const std::string& path, int& reason) {
 
 replacement_file::replacement_file(const std::string& target, const file_observer& opened)
     : title(title_of_output(target)) {
-    // A file that cannot be looked at is not taken for one that is not there: it could be a device, or a
-    // link.
+    // A file whose kind is unknown is not treated as missing: it could be a device or a link.
     int reason = 0;
     platform::file_status old;
     if (target != "-" && !platform::look_at(target, old)) {
@@ -105,7 +105,7 @@ void replacement_file::open_beside(const platform::file_status& old, const file_
     }
 }
 
-/// Big texts are not copied into the buffer, as long as nothing is in it that comes before them.
+/// A big text is not copied into the buffer, unless an earlier text is there.
 void replacement_file::write(std::string_view text) {
     constexpr std::size_t big = std::size_t{64} << 10U;
     if (descriptor >= 0 && !is_buffering && text.size() >= big) {

@@ -11,45 +11,45 @@
 
 namespace kvrimage {
 
-/// A file that is written beside its place and moved over it when it is complete, so that a reader finds the
-/// old contents or the new ones and never a part. It gets the owner and the permissions of the file that it
-/// replaces; other names (hard links) of that file keep the old contents. "-" and what is no regular file (a
-/// terminal, a pipe, /dev/null) are written directly.
+/// A file that is written under a temporary name in the target's folder and moved to the target when it is
+/// complete, so that readers find either the old contents or the new ones, never a part. It gets the owner
+/// and the permissions of the file that it replaces; other names (hard links) of that file keep the old
+/// contents. Standard output ("-") and files that are not regular (a terminal, a pipe, /dev/null) are written
+/// directly.
 class replacement_file : public text_sink {
 public:
-    /// @throws file_error when no file can be written there
+    /// @throws file_error if @p target cannot be written
     explicit replacement_file(const std::string& target, const file_observer& opened = {});
 
     void write(std::string_view text) override;
 
-    /// Writes out the rest, so that only a move to its place is left to commit(). Nothing can be written any
-    /// more.
-    /// @throws file_error when that fails; the old file is then still there
+    /// Writes the rest, so that commit() only has to move the file. Nothing can be written after it.
+    /// @throws file_error if that fails; the old file is then unchanged
     void complete();
-    /// Completes the file, unless that is done, and moves it to its place. Without this call, what was
-    /// written is removed.
-    /// @throws file_error when that fails; the old file is then still there
+    /// Completes the file if necessary and moves it to its target. Without this call, the temporary file is
+    /// removed.
+    /// @throws file_error if that fails; the old file is then unchanged
     void commit();
 
 private:
-    /// @param old what is there already, if anything is
+    /// @param old the file to replace, if there is one
     void open_beside(const platform::file_status& old, const file_observer& opened);
     void open_directly();
-    /// Writes to the descriptor @p opened from then on.
+    /// Makes the descriptor @p opened the one to write to.
     /// @throws file_error, with @p opened closed, if it is -1 or no stream can be made of it
     void open_stream(int opened);
     void write_past_buffer(std::string_view text) noexcept;
     [[noreturn]] void fail(int reason) const;
 
-    std::string title;        ///< as messages call it
-    std::string place;        ///< where the file goes, symbolic links resolved
-    temporary_file temporary; ///< not used when the file is written directly
-    bool replaces = false;    ///< there is a file at the place
+    std::string title;        ///< the name in messages
+    std::string place;        ///< the target, with symbolic links resolved
+    temporary_file temporary; ///< not used if the file is written directly
+    bool replaces = false;    ///< there is an old file at the target
     bool is_complete = false;
     kvr::output_file file{nullptr};
     int descriptor = -1;         ///< of `file`; -1: not known
-    bool is_buffering = false;   ///< something was written through the buffer of `file`
-    int failure_past_buffer = 0; ///< why a write past it failed; 0: none has
+    bool is_buffering = false;   ///< the buffer of `file` has been used
+    int failure_past_buffer = 0; ///< errno of a failed write without the buffer; 0: none
 };
 
 } // namespace kvrimage

@@ -5,16 +5,16 @@
 
 namespace kvrimage {
 
-/// Signals that end a program and that it may handle; while a temporary file is made or moved to its place,
-/// they wait.
+/// The signals that end a program and that it may handle. They are blocked while a temporary file is created
+/// or moved to its target.
 #ifdef _WIN32
 inline constexpr std::array<int, 3> ending_signals = {SIGINT, SIGTERM, SIGBREAK};
 #else
 inline constexpr std::array<int, 6> ending_signals = {SIGINT, SIGTERM, SIGHUP, SIGXCPU, SIGXFSZ, SIGPIPE};
 #endif
 
-/// While it lives, ending_signals wait in the thread that has made it. On Windows, where a handler runs in a
-/// thread of its own, they do not.
+/// While it exists, ending_signals are blocked in its thread. It has no effect on Windows, where a handler
+/// runs in another thread.
 class signal_pause {
 public:
     signal_pause() noexcept;

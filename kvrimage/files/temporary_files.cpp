@@ -19,23 +19,23 @@ namespace {
 
 enum class list_state : std::uint8_t { free, taken, listed };
 
-/// What a signal handler may touch: memory that is always there, and a flag that says whether it is filled.
+/// Safe in a signal handler: static memory, and an atomic state that shows whether the path is valid.
 struct list_entry {
     std::atomic<list_state> state = list_state::free;
     std::array<char, platform::longest_path> path{};
 };
 static_assert(std::atomic<list_state>::is_always_lock_free);
 
-/// Files beyond these are removed by their owners only.
+/// Further files are removed only by their owners.
 constexpr std::size_t most_listed = 8;
 
-// There is no other way to a signal handler.
+// A signal handler has no parameter for it.
 // NOLINTNEXTLINE(cppcoreguidelines-avoid-non-const-global-variables)
 std::array<list_entry, most_listed> temporary_list;
 
-/// The number of the entry that holds @p path now; most_listed where there is none for it.
+/// Stores @p path in a free entry. Returns its number, or most_listed if no entry is free.
 std::size_t enlist(const std::string& path) noexcept {
-    assert(path.size() < platform::longest_path); // or it would not have been opened
+    assert(path.size() < platform::longest_path); // or the file would not have been opened
     for (std::size_t number = 0; number < most_listed; ++number) {
         list_entry& entry = temporary_list[number];
         list_state expected = list_state::free;
@@ -77,12 +77,12 @@ temporary_file::~temporary_file() {
 }
 
 int temporary_file::make_in(const std::string& folder, bool is_private) {
-    constexpr int most_attempts = 1000; // a name that is taken is a rare accident
+    constexpr int most_attempts = 1000; // an existing file rarely has the same random name
     const signal_pause pause;
     int descriptor = -1;
     int attempts = 0;
     do {
-        // The name of another file must not stay when there is no memory for the next one.
+        // If the next name cannot be allocated, the destructor must not remove the file of the previous one.
         name.clear();
         name = platform::text_of(platform::path_of(folder) / random_name());
         descriptor = platform::make_file(name, is_private);

@@ -6,8 +6,7 @@
 
 namespace kvrimage {
 
-/// A new file in a folder that is removed again, by remove_temporary_files() or in the end, unless it is
-/// kept.
+/// A new file that the destructor or remove_temporary_files() removes, unless keep() was called.
 class temporary_file {
 public:
     temporary_file() = default;
@@ -15,20 +14,19 @@ public:
     temporary_file(const temporary_file&) = delete;
     temporary_file& operator=(const temporary_file&) = delete;
 
-    /// Makes it in the folder @p folder ("" for the working directory), with a name of its own and the
-    /// permissions that a new file gets, and returns its descriptor, which the caller closes; -1, with errno,
-    /// when that fails.
-    /// @param is_private nobody else may open it
+    /// Creates the file in the folder @p folder ("" for the working directory), with a random name and the
+    /// default permissions. Returns its descriptor, which the caller closes; -1, with errno, if that fails.
+    /// @param is_private only the user may open it
     [[nodiscard]] int make_in(const std::string& folder, bool is_private);
     [[nodiscard]] const std::string& path() const noexcept { return name; }
-    /// It is not removed any more.
+    /// Prevents the removal of the file.
     void keep() noexcept;
 
 private:
     void forget() noexcept;
 
-    std::string name;       ///< "" when there is nothing to remove
-    std::size_t listed = 0; ///< in the list of temporary files
+    std::string name;       ///< "" if there is no file to remove
+    std::size_t listed = 0; ///< its number in the list of temporary files
 };
 
 } // namespace kvrimage

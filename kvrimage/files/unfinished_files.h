@@ -4,9 +4,9 @@
 
 namespace kvrimage {
 
-/// Removes the files that are being written beside their places (see write()) and not complete yet. The
-/// library installs no signal handler; a program's own, which ends the program, may call this: it is safe in
-/// a handler. What is written on after it is lost.
+/// Removes the temporary files of outputs that are not complete yet (see write()). It is meant for a signal
+/// handler that ends the program, and safe there; the library installs no handler. Output that is written
+/// after this call is lost.
 KVRIMAGE_API void remove_temporary_files() noexcept;
 
 } // namespace kvrimage

@@ -58,7 +58,7 @@ byte_words mapped_blocks(const byte_words& held, std::uint32_t width, Map&& map)
     const std::size_t old_size = held.bytes_per_word();
     const std::size_t new_size = (width + bits_per_byte - 1) / bits_per_byte;
     const std::size_t part = std::max<std::size_t>(byte_number_reader::most_at_once / old_size, 1) * old_size;
-    std::size_t words = 0;
+    std::uint64_t words = 0;
     for (const byte_words::block& each : held.blocks()) {
         words += each.bytes.size() / old_size;
     }

@@ -50,17 +50,18 @@ void copy_pieces(const piece_row<const char>& from, const piece_row<char>& to, s
     }
 }
 
-std::size_t bytes_in(const byte_words& words) {
-    std::size_t bytes = 0;
+/// The blocks may share bytes, so this may be more than fits the memory.
+std::uint64_t bytes_in(const byte_words& words) {
+    std::uint64_t bytes = 0;
     for (const byte_words::block& each : words.blocks()) {
         bytes += each.bytes.size();
     }
     return bytes;
 }
 
-std::shared_ptr<byte_buffer> buffer_of(std::size_t bytes) {
+std::shared_ptr<byte_buffer> buffer_of(std::uint64_t bytes) {
     auto buffer = std::make_shared<byte_buffer>();
-    buffer->reserve(std::max<std::size_t>(bytes, 1));
+    buffer->reserve(std::max<std::uint64_t>(bytes, 1));
     return buffer;
 }
 
@@ -92,7 +93,7 @@ memory_image bank_of(const memory_image& image, const byte_words& words, std::ui
                      std::uint64_t bank) {
     const std::size_t size = words.bytes_per_word();
     const std::uint64_t most_words = bytes_in(words) / size / count + words.blocks().size();
-    const auto made = buffer_of(static_cast<std::size_t>(most_words) * size);
+    const auto made = buffer_of(most_words * size);
     std::vector<byte_words::block> blocks;
     for (const byte_words::block& each : words.blocks()) {
         const std::uint64_t length = each.bytes.size() / size;

@@ -86,12 +86,14 @@ private:
         std::size_t place;   ///< index of its bytes
     };
 
-    /// Returns the size of the bytes of @p parts, padded to whole words.
-    [[nodiscard]] std::size_t room_for(std::span<const string_part> parts, bool has_pad) const {
-        std::size_t all = 0;
+    /// Returns the size of the bytes of @p parts, padded to whole words. Several parts may be in one word.
+    [[nodiscard]] std::uint64_t room_for(std::span<const string_part> parts, bool has_pad) const {
+        std::uint64_t all = 0;
+        std::uint64_t counted_end = 0;
         for (const string_part& part : parts) {
-            const std::uint64_t padded = (part.end() + size - 1) / size * size - part.begin / size * size;
-            all += has_pad ? static_cast<std::size_t>(padded) : part.bytes.size();
+            const std::uint64_t begin = std::max(part.begin / size * size, counted_end);
+            counted_end = (part.end() + size - 1) / size * size;
+            all += has_pad ? counted_end - begin : part.bytes.size();
         }
         return all;
     }

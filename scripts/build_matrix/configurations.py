@@ -51,14 +51,14 @@ def flags(text: str) -> Options:
     return {"CMAKE_CXX_FLAGS": text}
 
 
+def static_with(machine: str) -> Options:
+    """Options for programs that load no shared libraries, because none are installed for this kind of program."""
+    return FOREIGN | {"CMAKE_CXX_COMPILER": f"{machine}-linux-gnu-g++", "CMAKE_EXE_LINKER_FLAGS": "-static"}
+
+
 def linux_on(machine: str) -> Options:
-    """Options for programs for another machine. No shared libraries for it are installed, so the programs load none."""
-    return FOREIGN | {
-        "CMAKE_CXX_COMPILER": f"{machine}-linux-gnu-g++",
-        "CMAKE_EXE_LINKER_FLAGS": "-static",
-        "CMAKE_SYSTEM_NAME": "Linux",
-        "CMAKE_SYSTEM_PROCESSOR": machine,
-    }
+    """Options for programs for another machine."""
+    return static_with(machine) | {"CMAKE_SYSTEM_NAME": "Linux", "CMAKE_SYSTEM_PROCESSOR": machine}
 
 
 # The compiler for another system finds no headers of this one. It gets links to these, which need no library.
@@ -140,7 +140,7 @@ CONFIGURATIONS = (
         "32-bit",
         "g++, programs of 32 bits, without SSE2",
         ("unit", "image", "models", "interface", "server", "cli"),
-        LIGHT | linux_on("i686"),
+        LIGHT | static_with("i686"),
         builds_googletest=True,
     ),
     Configuration(

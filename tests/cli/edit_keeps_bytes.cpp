@@ -411,8 +411,10 @@ std::string try_one(random_numbers& random, const std::string& tool, const std::
     const std::string path = folder + "/x.mif";
     write_file(path, file.text());
     write_file(folder + "/before.mif", file.text());
-    const std::string command = "cd '" + folder + "' && '" + tool + "' " + edits.command + " 2>message.txt";
-    // The command consists of numbers and of this program's own arguments.
+    const std::string command =
+        "cd \"" + folder + "\" && \"" + tool + "\" " + edits.command + " 2>message.txt";
+    // The command consists of numbers and of this program's own arguments. Double quotes also hold on
+    // Windows.
     if (std::system(command.c_str()) != 0) { // NOLINT(cert-env33-c,concurrency-mt-unsafe)
         return edits.command + ": " + read_file(folder + "/message.txt");
     }

@@ -45,6 +45,7 @@ steps() {
     for file in "$examples"/*.*; do
         # The options that some files need.
         case ${file##*/} in
+            *.elf) kvrmem formats | grep -q '^elf ' || continue ;;& # the tool may be built without it
             boot_32bit.s37 | firmware_32bit.elf) options=(--base 0x80000000) ;;
             digits_7bit.dat) options=(--from readmemb) ;;
             window_12bit.csv) options=(--width 12 --value-radix fixed:1.11) ;;

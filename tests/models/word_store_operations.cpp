@@ -124,7 +124,7 @@ word_store_operations::stretch word_store_operations::set_page() {
     }
     const std::size_t length = std::max<std::size_t>(texts.next_length(), 1);
     const std::string all = side_by_side(kvr::page_words, length);
-    auto page = std::make_unique_for_overwrite<char[]>(all.size());
+    kvr::page_texts page = pages.make(all.size());
     std::memcpy(page.get(), all.data(), all.size());
     words.set_page(first, page, length);
     for (std::uint32_t i = 0; i < kvr::page_words; ++i) {
@@ -262,7 +262,8 @@ word_store_operations::stretch word_store_operations::transform() {
     };
     const auto refused = [&](const std::string& text) { return may_refuse && is_refused(text); };
     // The repeated words may be longer than the part before the origin.
-    const auto before_end = before.begin() + std::min<std::ptrdiff_t>(std::ssize(before), origin);
+    const auto before_end =
+        before.begin() + static_cast<std::ptrdiff_t>(std::min<std::uint64_t>(before.size(), origin));
     const bool succeeds = std::none_of(model.begin(), model.end(), refused) &&
                           std::none_of(before.begin(), before_end, refused);
     const bool done = words.transform(conversion, keeps_rows ? kvr::row_test(keeps) : kvr::row_test());

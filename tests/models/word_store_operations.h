@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvr/memory/store/page_texts.h"
 #include "kvr/memory/store/word_batch.h"
 #include "kvr/memory/store/word_store.h"
 #include "tests/models/choices.h"
@@ -85,6 +86,7 @@ private:
 
     choices& chosen;
     random_texts texts;
+    kvr::page_texts_maker pages;
     kvr::word_store words;
     std::deque<std::string> model;
     std::uint32_t origin = 0;

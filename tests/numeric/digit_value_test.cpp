@@ -2,7 +2,10 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
 #include <cstdlib>
+#include <limits>
+#include <stdexcept>
 #include <string>
 
 TEST(DigitValue, EveryByteHasItsValue) {
@@ -35,4 +38,12 @@ TEST(DigitValue, DigitCountRoundsUp) {
     EXPECT_EQ(kvr::digit_count(4, 4), 1U);
     EXPECT_EQ(kvr::digit_count(5, 4), 2U);
     EXPECT_EQ(kvr::digit_count(7, 3), 3U);
+}
+
+TEST(DigitValue, BitCountThatIsTooLargeIsRefused) {
+    constexpr std::size_t most = std::numeric_limits<std::size_t>::max() / 4;
+    EXPECT_EQ(kvr::bit_count(7, 3), 21U);
+    EXPECT_EQ(kvr::bit_count(most, 4), 4 * most);
+    EXPECT_THROW(kvr::bit_count(most + 1, 4), std::length_error);
+    EXPECT_THROW(kvr::bit_count(most + 1, 1), std::length_error);
 }

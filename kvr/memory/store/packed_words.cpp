@@ -16,7 +16,7 @@ std::unique_ptr<std::uint8_t[]> filled(std::uint8_t value) {
 } // namespace
 
 packed_words::packed_words(std::uint32_t longest)
-    : chars(std::make_unique_for_overwrite<char[]>(std::size_t{longest} * page_words)),
+    : chars(std::make_shared_for_overwrite<char[]>(std::size_t{longest} * page_words)),
       padding(filled(absent)),
       stride(longest),
       incomplete(page_words) {}

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvr/memory/store/page_texts.h"
 #include "kvr/memory/store/word_page_size.h"
 #include "kvr/memory/store/word_row.h"
 
@@ -45,7 +46,7 @@ public:
     /// Makes a page without words, for texts of up to @p longest characters.
     explicit packed_words(std::uint32_t longest);
     /// Makes a page of the words in @p texts, each of @p length characters.
-    packed_words(std::unique_ptr<char[]> texts, std::uint32_t length) noexcept
+    packed_words(page_texts texts, std::uint32_t length) noexcept
         : chars(std::move(texts)),
           stride(length),
           incomplete(0) {}
@@ -141,7 +142,7 @@ private:
         padding[index] = unused;
     }
 
-    std::unique_ptr<char[]> chars;
+    page_texts chars;
     std::unique_ptr<std::uint8_t[]>
         padding; ///< unused characters of each slot, or `absent`; null if complete
     std::uint32_t stride;

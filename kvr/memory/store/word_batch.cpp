@@ -70,7 +70,7 @@ bool word_batch::begin(std::uint32_t address, std::size_t length) {
     // The store may take over a page as it is, so the buffer must have exactly the size of the page.
     const bool may_become_page = address % page_words == 0;
     if (texts == nullptr || length > length_in_texts || (may_become_page && length != length_in_texts)) {
-        texts = std::make_unique_for_overwrite<char[]>(length * page_words + slack);
+        texts = pages.make(length * page_words + slack);
         length_in_texts = length;
     }
     next = address;

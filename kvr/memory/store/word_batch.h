@@ -1,12 +1,12 @@
 #pragma once
 
 #include "kvr/memory/store/packed_words.h"
+#include "kvr/memory/store/page_texts.h"
 #include "kvr/memory/store/word_page_size.h"
 #include "kvr/memory/store/word_store.h"
 
 #include <cstddef>
 #include <cstdint>
-#include <memory>
 #include <string_view>
 
 namespace kvr {
@@ -92,10 +92,11 @@ private:
     word_store* words;
     std::uint64_t next = no_address; ///< address of the next word that can be collected
     std::size_t word_length = 0;
-    std::uint32_t apart = 0;         ///< number of next words that are not worth collecting
-    std::size_t used = 0;            ///< characters of the collected words
-    std::size_t limit = 0;           ///< characters up to the end of the page
-    std::unique_ptr<char[]> texts;   ///< room for a page of words and the slack; the store may take it over
+    std::uint32_t apart = 0; ///< number of next words that are not worth collecting
+    std::size_t used = 0;    ///< characters of the collected words
+    std::size_t limit = 0;   ///< characters up to the end of the page
+    page_texts_maker pages;
+    page_texts texts;                ///< room for a page of words and the slack; the store may take it over
     std::size_t length_in_texts = 0; ///< word length for which there is room
 
     static constexpr std::uint64_t no_address = ~std::uint64_t{0};

@@ -45,7 +45,7 @@ bool word_page::is_best_packed(const char* texts, std::size_t length) noexcept {
     return runs > most_pieces;
 }
 
-void word_page::pack(std::unique_ptr<char[]> texts, std::size_t length) noexcept {
+void word_page::pack(page_texts texts, std::size_t length) noexcept {
     form = packed_words(std::move(texts), static_cast<std::uint32_t>(length));
 }
 

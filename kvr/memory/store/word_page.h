@@ -66,7 +66,7 @@ public:
     /// as pieces.
     [[nodiscard]] static bool is_best_packed(const char* texts, std::size_t length) noexcept;
     /// Sets all words of the page to @p texts, for which is_best_packed() holds.
-    void pack(std::unique_ptr<char[]> texts, std::size_t length) noexcept;
+    void pack(page_texts texts, std::size_t length) noexcept;
 
     /// Sets the word at @p index. Returns true if whole() is worth a call now. If this throws, no word has
     /// changed.

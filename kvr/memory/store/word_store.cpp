@@ -72,7 +72,7 @@ void word_store::set_side_by_side(std::uint32_t first, std::string_view texts, s
     }
 }
 
-void word_store::set_page(std::uint32_t first, std::unique_ptr<char[]>& texts, std::size_t length) {
+void word_store::set_page(std::uint32_t first, page_texts& texts, std::size_t length) {
     assert(first % page_words == 0 && length > 0);
     if (word_page::is_best_packed(texts.get(), length)) {
         found_page = &page_at(root_of(first), first);

@@ -76,7 +76,7 @@ public:
 
     /// Does the same for a whole page: `page_words` words, the first address a multiple of it. The page may
     /// take over @p texts, which is then null.
-    void set_page(std::uint32_t first, std::unique_ptr<char[]>& texts, std::size_t length);
+    void set_page(std::uint32_t first, page_texts& texts, std::size_t length);
 
     /// Sets the words from @p first to @p last (inclusive, below size()) to @p values in order, repeated as
     /// often as needed. @p values must not be empty; surplus values are ignored. The time depends on the

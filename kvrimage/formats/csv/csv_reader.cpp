@@ -30,7 +30,7 @@ public:
         }
         switch (number.digits_radix) {
         case radix::hex:
-            widest = std::max<std::uint64_t>(widest, number.digits.size() * bits_per_hex_digit);
+            widest = std::max(widest, std::uint64_t{number.digits.size()} * bits_per_hex_digit);
             break;
         case radix::bin:
             widest = std::max<std::uint64_t>(widest, number.digits.size());

@@ -35,7 +35,7 @@ std::uint64_t largest_srec_address(unsigned type) {
 
 /// Returns the address of the last byte of a record with data.
 std::uint64_t last_address_of(const srec_line& line) {
-    return line.address + line.data.size() - 1;
+    return std::uint64_t{line.address} + line.data.size() - 1;
 }
 
 /// Returns whether the record has data at valid addresses of a file.

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <functional>
+#include <limits>
 #include <string_view>
 #include <vector>
 
@@ -47,7 +48,9 @@ private:
     [[nodiscard]] std::uint64_t period_by_borders() const {
         row_reader text(words);
         row_reader beginning(words);
-        std::vector<std::uint32_t> borders(count); // the lengths are less than 2^32
+        // The lengths are less than 2^32. A count too large for a vector is refused, not cut.
+        constexpr std::uint64_t most = std::numeric_limits<std::size_t>::max();
+        std::vector<std::uint32_t> borders(static_cast<std::size_t>(std::min(count, most)));
         std::uint64_t length = 0;
         for (std::uint64_t place = 1; place < count; ++place) {
             const std::string_view word = text[first + place];

@@ -20,7 +20,6 @@ READ_AND_WRITTEN = [
     "mif", "hex", "rif", "readmemh", "readmemb", "coe", "hexbytes", "srec", "binary", "csv", "logisim", "titxt",
     "memheader",
 ]
-READ = [*READ_AND_WRITTEN, "elf"]
 WRITTEN = [*READ_AND_WRITTEN, "c", "python", "verilog", "vhdl"]
 
 
@@ -32,6 +31,11 @@ def tool(*words):
 def commands():
     section = re.search(r"^Commands\n((?:  .*\n)+)", tool("--help"), re.MULTILINE).group(1)
     return [line.split()[0] for line in section.splitlines()]
+
+
+def read_formats():
+    optional = [name for name in ["elf"] if re.search(f"^{name} ", tool("formats"), re.MULTILINE)]
+    return [*READ_AND_WRITTEN, *optional]
 
 
 def options_in_help(command):
@@ -143,7 +147,7 @@ class Completions:
     # Values of options.
 
     def test_values_in_the_next_word(self):
-        self.assert_offered("kvrmem convert --from ", READ)
+        self.assert_offered("kvrmem convert --from ", read_formats())
         self.assert_offered("kvrmem convert --to ", WRITTEN)
         self.assert_completed("kvrmem convert --to mi", "kvrmem convert --to mif ")
         self.assert_nothing("kvrmem convert --to q")

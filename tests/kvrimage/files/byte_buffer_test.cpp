@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include <cstddef>
+#include <cstdint>
 #include <limits>
 #include <new>
 
@@ -15,7 +15,7 @@ TEST(ByteBuffer, WithoutMemoryIsAsItWas) {
     if (kvr_test::is_sanitized) {
         GTEST_SKIP() << "a sanitizer ends the program";
     }
-    constexpr std::size_t too_many = std::numeric_limits<std::size_t>::max() / 4;
+    constexpr std::uint64_t too_many = std::uint64_t{1} << 60U;
     byte_buffer buffer;
     EXPECT_THROW(buffer.reserve(too_many), std::bad_alloc);
     EXPECT_EQ(buffer.room(), 0U);
@@ -24,6 +24,13 @@ TEST(ByteBuffer, WithoutMemoryIsAsItWas) {
     buffer.used(1);
     EXPECT_THROW(buffer.reserve(too_many), std::bad_alloc);
     EXPECT_EQ(buffer.text(), "x");
+}
+
+TEST(ByteBuffer, OfASizeThatNothingHasIsNotMade) {
+    byte_buffer buffer;
+    EXPECT_THROW(buffer.reserve(std::numeric_limits<std::uint64_t>::max()), std::bad_alloc);
+    EXPECT_THROW(buffer.reserve(std::uint64_t{1} << 63U), std::bad_alloc);
+    EXPECT_EQ(buffer.room(), 0U);
 }
 
 } // namespace

@@ -8,7 +8,10 @@
 #include <gtest/gtest.h>
 
 #include <cerrno>
+#include <fcntl.h>
 #include <filesystem>
+#include <io.h>
+#include <unistd.h>
 
 // Features that only Windows has, and the reasons for omitting tests for POSIX systems.
 namespace {
@@ -66,6 +69,19 @@ TEST_F(FilesOfWindows, AreNotReplacedWhenTheyAreReadOnly) {
 TEST_F(FilesOfWindows, CanBeTheNullDevice) {
     EXPECT_EQ(failure_to_write("NUL"), "");
     EXPECT_EQ(input_file("NUL").contents(), "");
+}
+
+TEST_F(FilesOfWindows, AreReadUnchangedFromAStandardInputInTextMode) {
+    const std::string text = "1\r\n2\n3\r4\x1A\r\n5";
+    const open_descriptor kept(dup(platform::standard_input));
+    const open_descriptor file(platform::open_to_read(folder.write("a", text)));
+    dup2(file.get(), platform::standard_input);
+    const int mode = _setmode(platform::standard_input, _O_TEXT);
+    const input_file input("-");
+    const int mode_after_it = _setmode(platform::standard_input, mode);
+    dup2(kept.get(), platform::standard_input);
+    EXPECT_EQ(input.contents(), text);
+    EXPECT_EQ(mode_after_it, _O_TEXT) << "the mode of the program's own descriptor stays";
 }
 
 TEST_F(FilesOfWindows, AreNotThereUnderANameThatIsNotUtf8) {

@@ -38,6 +38,12 @@ constexpr long status_call = SYS_newfstatat;
 constexpr long status_call = SYS_fstatat64;
 #endif
 
+#ifdef SYS_fchown32
+constexpr long owner_call = SYS_fchown32;
+#else
+constexpr long owner_call = SYS_fchown;
+#endif
+
 #ifdef SYS_fcntl64
 constexpr long flags_call = SYS_fcntl64;
 #else
@@ -276,7 +282,8 @@ TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
     };
     EXPECT_EXIT(end_with_answer({{status_call, EIO, 0, ~0U, descriptor},
                                  {SYS_fstat, EIO, 0, ~0U, descriptor},
-                                 {SYS_fchown, EPERM}},
+                                 {SYS_statx, EIO, 0, ~0U, descriptor},
+                                 {owner_call, EPERM}},
                                 replace_and_take_descriptor),
                 testing::ExitedWithCode(0), "^<>");
     EXPECT_EQ(folder.read("a"), "new");

@@ -23,6 +23,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <new>
 #include <optional>
 #include <stdexcept>
 #include <string>
@@ -260,6 +261,41 @@ memory_image bytes_at(const std::vector<address_range>& places, std::uint64_t de
     }
     return {8, std::make_unique<image_words>(depth, byte_words(std::move(blocks), 8, byte_order::big, bytes)),
             0};
+}
+
+TEST(ByteOperations, ManyPartsOfAWideWordNeedTheRoomOfThatWord) {
+    constexpr std::size_t parts = 32768; // this many words of 2^17 bytes would have 2^32 bytes
+    const auto bytes = std::make_shared<std::string>(parts, '\x5A');
+    std::vector<byte_words::block> blocks;
+    for (std::size_t index = 0; index < parts; ++index) {
+        blocks.push_back({2 * index, std::string_view(*bytes).substr(index, 1)});
+    }
+    const memory_image held(8, std::make_unique<image_words>(
+                                   2 * parts, byte_words(std::move(blocks), 8, byte_order::little, bytes)));
+    expect_same(held, [](const memory_image& image) {
+        return std::vector{reshaped(image, widest_word, bit_order::low_first, word(widest_word))};
+    });
+}
+
+/// Joins @p count images of the same bytes, which are in memory once.
+memory_image repeated_bytes(std::size_t bytes, std::uint64_t count) {
+    const auto text = std::make_shared<std::string>(bytes, '\x5A');
+    std::vector<byte_words::block> blocks;
+    for (std::uint64_t index = 0; index < count; ++index) {
+        blocks.push_back({index * bytes, *text});
+    }
+    return {8, std::make_unique<image_words>(count * bytes,
+                                             byte_words(std::move(blocks), 8, byte_order::little, text))};
+}
+
+TEST(ByteOperations, ResultsThatFitNoMemoryAreRefused) {
+    if (sizeof(std::size_t) > 4) {
+        GTEST_SKIP() << "these results fit the memory of a program of 64 bits";
+    }
+    const memory_image held = repeated_bytes(std::size_t{1} << 24U, 256);
+    EXPECT_THROW(static_cast<void>(inverted(held)), std::bad_alloc);
+    const std::vector<memory_image> lanes(256, repeated_bytes(std::size_t{1} << 24U, 1));
+    EXPECT_THROW(static_cast<void>(join_lanes(lanes)), std::bad_alloc);
 }
 
 TEST(ByteOperations, ReshapesThatLackBitsAreRefusedAsThoseOfTexts) {

@@ -87,11 +87,12 @@ constexpr std::size_t allocator_slack(std::size_t block) {
     constexpr std::size_t large_block = 128 * 1024;
     return block < large_block ? 64 : 64 + 4096;
 }
-constexpr std::size_t packed_with_lengths(std::size_t longest) {
-    return page_words * (longest + 1) + allocator_slack(page_words * longest);
-}
 constexpr std::size_t packed_without_lengths(std::size_t longest) {
-    return page_words * longest + allocator_slack(page_words * longest);
+    constexpr std::size_t user_counts = 16; // of characters that pages may share
+    return page_words * longest + user_counts + allocator_slack(page_words * longest);
+}
+constexpr std::size_t packed_with_lengths(std::size_t longest) {
+    return page_words + packed_without_lengths(longest);
 }
 
 TEST_F(WordPage, FollowsItsPatternAtFirst) {

@@ -748,9 +748,9 @@ TEST(WordStore, APageOfLongWordsIsKeptAsTheyAre) {
     constexpr std::size_t length = 300;
     kvr::word_store words;
     words.resize(kvr::page_words, "0");
-    auto texts = std::make_unique<char[]>(kvr::page_words * length);
+    auto texts = std::make_shared<char[]>(kvr::page_words * length);
     for (std::size_t at = 0; at < kvr::page_words * length; ++at) {
-        texts[at] = static_cast<char>('A' + at / length % 26);
+        texts.get()[at] = static_cast<char>('A' + at / length % 26);
     }
     words.set_page(0, texts, length);
     EXPECT_EQ(words[0], std::string(length, 'A'));
@@ -764,9 +764,9 @@ TEST(WordStore, AWordFarAfterAPageThatWasSetGoesToAPageOfItsOwn) {
     constexpr std::size_t length = 4;
     kvr::word_store words;
     words.resize(4294967295, "0");
-    auto texts = std::make_unique<char[]>(kvr::page_words * length);
+    auto texts = std::make_shared<char[]>(kvr::page_words * length);
     for (std::uint32_t word = 0; word < kvr::page_words; ++word) {
-        std::memcpy(&texts[word * length], std::to_string(1000 + word).data(), length);
+        std::memcpy(texts.get() + word * length, std::to_string(1000 + word).data(), length);
     }
     words.set_page(kvr::page_words, texts, length);
     const std::uint32_t far = kvr::page_words * kvr::page_words * kvr::page_words;

@@ -256,7 +256,7 @@ private:
 /// A line is built in memory, so its length is limited.
 void require_short_lines(const arguments& given, const word_radix& radix, std::uint32_t width) {
     constexpr std::size_t longest_line = std::size_t{16} << 20U;
-    const std::size_t columns = given.columns.value_or(1);
+    const std::uint64_t columns = given.columns.value_or(1);
     if (columns > 1 && columns * most_characters_of_word(radix, width) > longest_line) {
         usage_error(fmt::format("--columns {}: a line of that many words of {} would be longer than {} MiB",
                                 columns, counted(width, "bit"), longest_line >> 20U));

@@ -26,7 +26,7 @@ constexpr std::size_t block_size = std::size_t{64} << 10U;
 /// Reads into @p block, waiting for input. Returns the bytes read; "" at the end.
 std::string_view read_block(std::vector<char>& block) {
     const std::int64_t size =
-        kvrimage::platform::read_some(system::standard_input, block.data(), block.size());
+        kvrimage::platform::read_some(kvrimage::platform::standard_input, block.data(), block.size());
     if (size < 0) {
         throw kvrimage::file_error(errno,
                                    fmt::format("standard input: cannot be read: {}", std::strerror(errno)));

@@ -20,6 +20,7 @@
 #include <cstdio>
 #include <exception>
 #include <new>
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <system_error>
@@ -126,6 +127,8 @@ int kvrmem::run_program(int count, char** words) {
     } catch (const kvrmem::tool_error& error) {
         return report(error.code(), error.message(), color);
     } catch (const std::bad_alloc&) {
+        return report(exit_code::internal, "out of memory", color);
+    } catch (const std::length_error&) { // a text or a vector that no memory of this machine holds
         return report(exit_code::internal, "out of memory", color);
     } catch (const std::exception& error) {
         return report(exit_code::internal, fmt::format("internal error: {}", error.what()), color);

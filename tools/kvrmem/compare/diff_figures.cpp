@@ -131,8 +131,8 @@ private:
     }
     static std::string bar(std::uint64_t words, std::uint64_t most) {
         constexpr std::uint64_t longest_bar = 24;
-        const double share = static_cast<double>(words) / static_cast<double>(most);
-        return std::string(std::max(static_cast<std::size_t>(share * longest_bar), std::size_t{1}), '+');
+        const std::uint64_t length = std::max(words * longest_bar / most, std::uint64_t{1});
+        return fmt::format("{:+<{}}", "", length);
     }
 
     diff_figures what;

@@ -4,11 +4,14 @@
 
 #include <fmt/format.h>
 
+#include <algorithm>
 #include <array>
 #include <csetjmp>
 #include <cstddef>
+#include <cstdint>
 #include <cstdio> // required by the library's header
 #include <jpeglib.h>
+#include <limits>
 #include <stdexcept>
 #include <string>
 #include <vector>
@@ -71,10 +74,13 @@ public:
         if (setjmp(error.target) != 0) { // NOLINT(cert-err52-cpp)
             return false;
         }
+        // Bytes after the picture may be more than the library takes.
+        constexpr std::uint64_t most = std::numeric_limits<unsigned long>::max();
+        const auto size = static_cast<unsigned long>(std::min<std::uint64_t>(contents.size(), most));
         jpeg_create_decompress(&decoder);
         decoder.progress = &progress;
         // NOLINTNEXTLINE(cppcoreguidelines-pro-type-reinterpret-cast): bytes
-        jpeg_mem_src(&decoder, reinterpret_cast<const unsigned char*>(contents.data()), contents.size());
+        jpeg_mem_src(&decoder, reinterpret_cast<const unsigned char*>(contents.data()), size);
         jpeg_read_header(&decoder, TRUE);
         decoder.out_color_space = JCS_RGB;
         decoder.dct_method = JDCT_ISLOW; // the same result on every machine

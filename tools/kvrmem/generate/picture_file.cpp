@@ -8,7 +8,9 @@
 
 #include <algorithm>
 #include <cstddef>
+#include <cstdint>
 #include <cstdlib>
+#include <limits>
 #include <memory>
 #include <stdexcept>
 
@@ -125,10 +127,12 @@ bool is_png(std::string_view contents) noexcept {
 /// doubles and inflated into another one; its pixels of up to 8 bytes are unpacked and converted in several
 /// copies.
 std::size_t most_bytes_of_decoding(std::size_t pixels, std::size_t size_of_file) {
-    constexpr std::size_t bytes_of_pixel = 8;
-    constexpr std::size_t copies = 6;
-    constexpr std::size_t least_buffers = std::size_t{64} << 10U;
-    return least_buffers + copies * bytes_of_pixel * pixels + 2 * size_of_file;
+    constexpr std::uint64_t bytes_of_pixel = 8;
+    constexpr std::uint64_t copies = 6;
+    constexpr std::uint64_t least_buffers = std::uint64_t{64} << 10U;
+    const std::uint64_t most =
+        least_buffers + copies * bytes_of_pixel * pixels + 2 * std::uint64_t{size_of_file};
+    return static_cast<std::size_t>(std::min<std::uint64_t>(most, std::numeric_limits<std::size_t>::max()));
 }
 
 struct picture_size {

@@ -20,8 +20,8 @@ void remove_temporary_files_and_end(int signal) {
 
 void clean_up_when_interrupted() {
     for (const int signal : kvrimage::ending_signals) {
-        // A signal that is ignored (nohup) stays ignored. Some programs hand a closed pipe down as ignored,
-        // though: it ends the tool silently.
+        // A signal that is ignored (nohup) stays ignored, except the signal of a closed pipe, which some
+        // programs pass on as ignored: it ends the tool silently.
         if (std::signal(signal, remove_temporary_files_and_end) == SIG_IGN &&
             !system::is_of_closed_pipe(signal)) {
             static_cast<void>(std::signal(signal, SIG_IGN));

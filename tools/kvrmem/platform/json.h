@@ -7,17 +7,17 @@
 
 namespace kvrmem {
 
-/// Keeps the order in which its members are named.
+/// Keeps the order in which members are added.
 using json_value = nlohmann::ordered_json;
 
-/// The name of a file, which may hold any byte but NUL: each byte that is no UTF-8 is U+0000 and the byte's
-/// two upper-case hexadecimal digits. No other name has that text.
+/// Converts the name of a file, which may contain any byte except NUL, to a unique text in UTF-8: each byte
+/// that is not UTF-8 becomes U+0000 and its two upper-case hexadecimal digits.
 [[nodiscard]] std::string json_name(std::string_view path);
 
-/// @p document in one line, with U+FFFD for what is no UTF-8 in it.
+/// Returns @p document in one line, with U+FFFD for invalid UTF-8.
 [[nodiscard]] std::string json_text(const json_value& document);
 
-/// Prints @p document, indented, with U+FFFD for what is no UTF-8 in it.
+/// Prints @p document, indented, with U+FFFD for invalid UTF-8.
 void print_json(const json_value& document);
 
 } // namespace kvrmem

@@ -33,8 +33,8 @@ void print_failure(std::string_view text, color_choice choice) {
 
 void print_message_as_it_is(std::string_view text) {
     const progress_pause pause;
-    // There is nobody to inform that standard error cannot be written to.
-    static_cast<void>(kvrimage::platform::write_all(system::standard_error, text));
+    // A failure to write to standard error cannot be reported.
+    static_cast<void>(kvrimage::platform::write_all(kvrimage::platform::standard_error, text));
 }
 
 } // namespace kvrmem

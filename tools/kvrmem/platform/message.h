@@ -6,14 +6,14 @@
 
 namespace kvrmem {
 
-/// Writes @p text and a newline to standard error, as far as a terminal may show it. It may hold bytes of
-/// files and names; of a very long one the end is cut off.
+/// Writes @p text and a newline to standard error. Bytes of files and names in it are made safe for a
+/// terminal, and the end of a very long text is cut off.
 void print_message(std::string_view text);
 
 /// print_message() after "kvrmem:", in red where @p choice allows it.
 void print_failure(std::string_view text, color_choice choice);
 
-/// Writes @p text to standard error as it is.
+/// Writes @p text to standard error unchanged.
 void print_message_as_it_is(std::string_view text);
 
 } // namespace kvrmem

@@ -10,10 +10,13 @@
 #include <atomic>
 #include <cerrno>
 #include <charconv>
+#include <chrono>
 #include <cstdio>
 #include <ctime>
 #include <initializer_list>
+#include <mutex>
 #include <string_view>
+#include <thread>
 
 namespace kvrmem {
 
@@ -21,37 +24,54 @@ namespace {
 
 constexpr int no_descriptor = -1;
 
-/// What the signal handler shows. It is filled while no handler looks at it.
+/// The terminal, for one of the timer and the rest of the tool at a time. The timer runs in a signal handler
+/// or in another thread. A handler cannot wait for the thread that it interrupts, and must not use a
+/// std::mutex.
+class terminal_lock {
+public:
+    bool try_lock() noexcept { return !is_taken.test_and_set(std::memory_order_acquire); }
+    void lock() noexcept {
+        while (!try_lock()) {
+            std::this_thread::sleep_for(std::chrono::milliseconds(1)); // the timer writes its line
+        }
+    }
+    void unlock() noexcept { is_taken.clear(std::memory_order_release); }
+
+private:
+    std::atomic_flag is_taken;
+};
+
+/// The work that the line reports.
 struct watched_work {
+    bool is_going_on = false;
     std::array<char, 200> text{};
     std::size_t length = 0;
-    int descriptor = no_descriptor; ///< of a file; none: an operation on a memory
+    int descriptor = no_descriptor; ///< of a file; none for an operation on a memory
     long long size = 0;             ///< of the file
     timespec begin{};
 };
 
-/// How far something has come.
+/// The finished part of the work, in bytes or in units of note_work().
 struct work_share {
     long long done = 0;
     long long all = 0; ///< 0: not known
 };
 
-// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): there is no other way to a handler
-std::array<watched_work, 2> watched;
-std::atomic<int> current = -1; ///< index of the one to look at
-std::atomic<bool> line_shown = false;
-std::atomic<int> pauses = 0;
-std::size_t line_limit = 79; ///< a line that goes on in the next row could not be erased
+// NOLINTBEGIN(cppcoreguidelines-avoid-non-const-global-variables): a signal handler has no parameter for them
+terminal_lock terminal_access; ///< also guards the other variables
+watched_work watched;
+bool is_line_shown = false;
+std::size_t line_limit = 79; ///< a line that continues in the next row could not be erased
 // NOLINTEND(cppcoreguidelines-avoid-non-const-global-variables)
 
 constexpr std::string_view erase_line = "\r\x1B[K";
 
 void write_to_terminal(std::string_view text) noexcept {
-    // There is nobody to inform that the terminal cannot be written to.
-    static_cast<void>(kvrimage::platform::write_all(system::standard_error, text));
+    // A failure to write to the terminal cannot be reported.
+    static_cast<void>(kvrimage::platform::write_all(kvrimage::platform::standard_error, text));
 }
 
-/// A line that is put together without memory from the heap, which a signal handler must not ask for.
+/// A line in memory of its own: a signal handler must not allocate any.
 class line_buffer {
 public:
     void add(std::string_view text) noexcept {
@@ -74,13 +94,13 @@ work_share share_of(const watched_work& work) noexcept {
     if (work.descriptor >= 0) {
         return {system::position_of(work.descriptor), work.size};
     }
-    // Both change while we look at them.
+    // Both may change between the two reads.
     const auto all = static_cast<long long>(kvrimage::current_work.all.load(std::memory_order_relaxed));
     const auto done = static_cast<long long>(kvrimage::current_work.done.load(std::memory_order_relaxed));
     return {std::min(done, all), all};
 }
 
-/// Seconds from the begin of @p work until now.
+/// Seconds since @p work began.
 double age_of(const watched_work& work) noexcept {
     constexpr double nanoseconds = 1e9;
     timespec now{};
@@ -108,41 +128,43 @@ void add_share(line_buffer& line, const watched_work& work, const work_share& sh
     line.add(" s left");
 }
 
+/// Called by the timer. Leaves the line as it is while the terminal is in use.
 void show_line() {
-    const int saved_error = errno;
-    const int index = current.load();
-    if (index >= 0 && pauses.load() == 0) {
-        const watched_work& work = watched[static_cast<std::size_t>(index)];
-        line_buffer line;
-        line.add(erase_line);
-        constexpr std::size_t figures = 24;
-        line.add({work.text.data(), std::min(work.length, line_limit - std::min(line_limit, figures))});
-        add_share(line, work, share_of(work));
-        write_to_terminal(line.text());
-        line_shown.store(true);
+    const std::unique_lock access(terminal_access, std::try_to_lock);
+    if (!access.owns_lock() || !watched.is_going_on) {
+        return;
     }
+    const int saved_error = errno;
+    line_buffer line;
+    line.add(erase_line);
+    constexpr std::size_t figures = 24;
+    line.add({watched.text.data(), std::min(watched.length, line_limit - std::min(line_limit, figures))});
+    add_share(line, watched, share_of(watched));
+    write_to_terminal(line.text());
+    is_line_shown = true;
     errno = saved_error;
 }
 
+/// Requires the lock.
 void erase() {
-    if (line_shown.exchange(false)) {
+    if (is_line_shown) {
         write_to_terminal(erase_line);
+        is_line_shown = false;
     }
 }
 
 void show_progress(std::initializer_list<std::string_view> title, int descriptor, std::uint64_t size) {
-    const int next = current.load() == 0 ? 1 : 0;
-    watched_work& work = watched[static_cast<std::size_t>(next)];
-    work.length = 0;
+    const std::lock_guard access(terminal_access);
+    watched.length = 0;
     for (const std::string_view part : title) {
-        const std::size_t count = std::min(part.size(), work.text.size() - work.length);
-        std::copy_n(part.data(), count, work.text.data() + work.length);
-        work.length += count;
+        const std::size_t count = std::min(part.size(), watched.text.size() - watched.length);
+        std::copy_n(part.data(), count, watched.text.data() + watched.length);
+        watched.length += count;
     }
-    work.descriptor = descriptor;
-    work.size = static_cast<long long>(size);
-    clock_gettime(CLOCK_MONOTONIC, &work.begin);
-    current.store(next);
+    watched.descriptor = descriptor;
+    watched.size = static_cast<long long>(size);
+    clock_gettime(CLOCK_MONOTONIC, &watched.begin);
+    watched.is_going_on = true;
 }
 
 } // namespace
@@ -169,16 +191,17 @@ void show_operation(const std::string& operation, const std::string& name) {
 }
 
 progress_pause::progress_pause() {
-    ++pauses;
+    terminal_access.lock();
     erase();
 }
 
 progress_pause::~progress_pause() {
-    --pauses;
+    terminal_access.unlock();
 }
 
 void end_progress() {
-    current.store(-1);
+    const std::lock_guard access(terminal_access);
+    watched.is_going_on = false;
     erase();
 }
 

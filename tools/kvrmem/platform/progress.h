@@ -5,26 +5,26 @@
 
 namespace kvrmem {
 
-// How far long work has come, on standard error and only if that is a terminal: a line that appears after a
-// second, changes in place, and goes away before anything else is written. It costs the work nothing: a timer
-// asks the system how far the file at hand was read or written, and kvrimage how far its walk over a memory
-// is.
+// The progress of long work: a line on standard error, if that is a terminal. It appears after a second, is
+// updated in place, and is erased before other output. The work itself is not slowed down: a timer asks the
+// system for the position in the file, and kvrimage for the position in the memory.
 
-/// Arms the timer.
+/// Starts the timer.
 void start_progress();
 
-/// From now on the line says "reading" and @p name, how much of the @p size bytes of the open file @p
-/// descriptor lies before its position, and how long the rest will take; bytes alone for a size of 0. The
+/// From now on the line shows "reading" and @p name, the share of the @p size bytes of the open file @p
+/// descriptor before its position, and the remaining time; for a size of 0, only the bytes read. The
 /// descriptor may be closed at any time.
 void show_reading(const std::string& name, int descriptor, std::uint64_t size);
 
-/// The same for a file that is written, whose size is not known.
+/// The same for a file that is written; its size is not known.
 void show_writing(const std::string& name, int descriptor, std::uint64_t size);
 
 /// The same for an operation on the memory of the file @p name: "--reshape 8 of boot.bin 45 %, 2 s left".
 void show_operation(const std::string& operation, const std::string& name);
 
-/// While it lives, there is no such line: something else is written.
+/// Erases the line for other output. While the object exists, the line does not appear again, and no second
+/// object may be made in the same thread.
 class progress_pause {
 public:
     progress_pause();
@@ -33,7 +33,7 @@ public:
     progress_pause& operator=(const progress_pause&) = delete;
 };
 
-/// Takes the line away for good.
+/// Erases the line; it appears again only for new work.
 void end_progress();
 
 } // namespace kvrmem

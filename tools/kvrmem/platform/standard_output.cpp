@@ -16,7 +16,7 @@ namespace kvrmem {
 
 void print(std::string_view text) {
     const progress_pause pause;
-    if (!kvrimage::platform::write_all(system::standard_output, text)) {
+    if (!kvrimage::platform::write_all(kvrimage::platform::standard_output, text)) {
         throw kvrimage::file_error(
             errno, fmt::format("standard output: cannot be written: {}", std::strerror(errno)));
     }

@@ -6,18 +6,18 @@
 
 namespace kvrmem {
 
-/// Writes @p text to standard output, at once.
-/// @throws tool_error (input/output) when it cannot be written.
+/// Writes @p text to standard output without a buffer.
+/// @throws kvrimage::file_error if it cannot be written.
 void print(std::string_view text);
 
-/// Standard output for long texts, through one large buffer.
+/// Standard output with a large buffer, for long texts.
 class output_stream {
 public:
     output_stream();
     void write(std::string_view text) { file.write(text); }
 
-    /// Writes out what is buffered; nothing may be written after that.
-    /// @throws kvrimage::file_error when not everything could be written.
+    /// Writes the rest of the buffer. Nothing may be written after it.
+    /// @throws kvrimage::file_error if not everything could be written.
     void finish() { file.commit(); }
 
 private:

@@ -1,3 +1,4 @@
+#include "kvrimage/files/platform.h"
 #include "tools/kvrmem/platform/system.h"
 
 #include <csignal>
@@ -10,7 +11,7 @@ namespace kvrmem::system {
 
 namespace {
 
-// There is no other way to a signal handler.
+// A signal handler has no parameter for it.
 void (*regular_work)() = nullptr; // NOLINT(cppcoreguidelines-avoid-non-const-global-variables)
 
 void do_regular_work(int /*signal*/) {
@@ -50,7 +51,7 @@ std::int64_t position_of(int descriptor) noexcept {
 }
 
 bool input_is_waiting(int milliseconds) {
-    pollfd input{standard_input, POLLIN, 0};
+    pollfd input{kvrimage::platform::standard_input, POLLIN, 0};
     return poll(&input, 1, milliseconds) > 0;
 }
 

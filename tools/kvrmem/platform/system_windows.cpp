@@ -1,3 +1,4 @@
+#include "kvrimage/files/platform.h"
 #include "tools/kvrmem/platform/system.h"
 
 #include <fcntl.h>
@@ -7,10 +8,14 @@
 
 #define WIN32_LEAN_AND_MEAN
 #include <windows.h>
-// It needs the other one before it.
+// Must follow windows.h.
 #include <shellapi.h>
 
 namespace kvrmem::system {
+
+using kvrimage::platform::standard_error;
+using kvrimage::platform::standard_input;
+using kvrimage::platform::standard_output;
 
 namespace {
 
@@ -18,7 +23,7 @@ HANDLE handle_of(int descriptor) {
     return reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
 }
 
-/// The screen that @p descriptor writes to, which columns are asked of.
+/// Gets the size of the screen that @p descriptor writes to.
 bool screen_of(int descriptor, CONSOLE_SCREEN_BUFFER_INFO& screen) {
     return GetConsoleScreenBufferInfo(handle_of(descriptor), &screen) != 0;
 }
@@ -32,7 +37,7 @@ std::string utf8_of(const wchar_t* text) {
     return bytes;
 }
 
-/// The words of the command line, which live as long as the program.
+/// The words of the command line, for the lifetime of the program.
 struct command_line {
     command_line() {
         int count = 0;
@@ -75,7 +80,7 @@ void prepare(int& count, char**& words) {
     }
 }
 
-// Not what _isatty() says, which takes the null device for a terminal.
+// _isatty() is also true for the null device.
 bool is_terminal(std::FILE* stream) {
     DWORD mode = 0;
     return GetConsoleMode(handle_of(_fileno(stream)), &mode) != 0;
@@ -91,7 +96,7 @@ std::uint32_t columns_of(std::FILE* stream) {
 void call_regularly(void (*work)()) {
     constexpr DWORD second = 1000;
     constexpr DWORD fifth_of_a_second = 200;
-    HANDLE timer = nullptr; // as long as the program
+    HANDLE timer = nullptr; // runs until the program ends
     CreateTimerQueueTimer(&timer, nullptr, do_regular_work, reinterpret_cast<PVOID>(work), second,
                           fifth_of_a_second, WT_EXECUTEDEFAULT);
 }
@@ -100,7 +105,7 @@ std::int64_t position_of(int descriptor) noexcept {
     return _lseeki64(descriptor, 0, SEEK_CUR);
 }
 
-// There is no way to wait for a pipe: it is asked again after a while. A file never waits.
+// The system cannot wait for a pipe, so it is checked repeatedly. A file never has to be waited for.
 bool input_is_waiting(int milliseconds) {
     constexpr int pause = 5;
     HANDLE const input = handle_of(standard_input);
@@ -108,7 +113,7 @@ bool input_is_waiting(int milliseconds) {
         DWORD count = 0;
         if (GetFileType(input) != FILE_TYPE_PIPE ||
             PeekNamedPipe(input, nullptr, 0, nullptr, &count, nullptr) == 0 || count > 0) {
-            return true; // a pipe that cannot be looked into is at its end
+            return true; // a pipe that cannot be examined is at its end
         }
         if (milliseconds >= 0 && waited >= milliseconds) {
             return false;

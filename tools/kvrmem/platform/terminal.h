@@ -10,7 +10,7 @@ namespace kvrmem {
 
 enum class color_choice : std::uint8_t { automatic, always, never };
 
-/// The choice that a user calls @p name: "auto", "always", "never".
+/// Returns the choice named @p name: "auto", "always" or "never".
 [[nodiscard]] std::optional<color_choice> color_choice_of_name(std::string_view name);
 
 enum class style : std::uint8_t {
@@ -27,7 +27,7 @@ enum class style : std::uint8_t {
     bold_magenta
 };
 
-/// Puts colour around texts for one stream, or leaves them as they are.
+/// Adds color to texts for one stream, or leaves them unchanged.
 class painter {
 public:
     explicit painter(bool colored) : on(colored) {}
@@ -38,17 +38,17 @@ private:
     bool on;
 };
 
-/// Where the user leaves the choice to the tool, colour is for a terminal, unless NO_COLOR is set to
-/// anything or TERM is "dumb". Each stream is judged for itself.
+/// Returns the painter for @p stream. With color_choice::automatic, texts have color if the stream is a
+/// terminal, NO_COLOR is unset or empty, and TERM is not "dumb".
 [[nodiscard]] painter painter_for(std::FILE* stream, color_choice choice);
 
 [[nodiscard]] bool is_terminal(std::FILE* stream);
 
-/// Columns of the terminal that @p stream writes to; 80 when it is none.
+/// Columns of the terminal that @p stream writes to; 80 if it is not a terminal.
 [[nodiscard]] std::uint32_t columns_of(std::FILE* stream);
 
-/// True when the environment says that the terminal shows UTF-8: the first of LC_ALL, LC_CTYPE and LANG that
-/// is set to anything decides. Where none is, the system does: it is the C locale, which is ASCII, or
+/// True if the terminal shows UTF-8 according to the first of LC_ALL, LC_CTYPE and LANG that is not empty. If
+/// all are empty, the result depends on the system: false for the C locale of POSIX, which is ASCII, true on
 /// Windows.
 [[nodiscard]] bool locale_has_utf8();
 

@@ -4,8 +4,7 @@
 
 namespace kvrmem {
 
-/// @p text without the characters of @p blanks at its ends; a part of @p text also where nothing else is in
-/// it.
+/// Returns @p text without the characters of @p blanks at its ends. An empty result also points into @p text.
 [[nodiscard]] inline std::string_view trimmed(std::string_view text, std::string_view blanks = " \t") {
     const std::size_t first = text.find_first_not_of(blanks);
     return first == std::string_view::npos ? text.substr(text.size())
