@@ -14,16 +14,21 @@ constexpr int rounds(int all) {
 #endif
 }
 
-/// Ends a test that sanitizers make too slow; builds without them run it.
-#ifdef KVR_SANITIZED
-#define KVR_NOT_WITH_SANITIZERS() GTEST_SKIP() << "too slow with sanitizers"
-#else
-#define KVR_NOT_WITH_SANITIZERS() static_cast<void>(0)
+// Sanitizers, valgrind and emulators make programs ten times as slow and more.
+#if defined(KVR_SANITIZED) || defined(KVR_TEST_FEWER_CASES)
+#define KVR_SLOW_PROGRAM
 #endif
 
-/// The distance between the tested cases in a test of all cases. With sanitizers, which take ten times as
-/// long, it is more than one; builds without them test every case.
-#ifdef KVR_SANITIZED
+/// Ends a test that takes too long in a slow program; the other builds run it.
+#ifdef KVR_SLOW_PROGRAM
+#define KVR_NOT_IN_A_SLOW_PROGRAM() GTEST_SKIP() << "too slow with sanitizers or in an emulator"
+#else
+#define KVR_NOT_IN_A_SLOW_PROGRAM() static_cast<void>(0)
+#endif
+
+/// The distance between the tested cases in a test of all cases. In a slow program, it is more than one; the
+/// other builds test every case.
+#ifdef KVR_SLOW_PROGRAM
 constexpr std::uint32_t sweep_step = 7;
 #else
 constexpr std::uint32_t sweep_step = 1;

@@ -134,14 +134,14 @@ void expect_close_estimates(write_options options, double tolerance) {
 }
 
 TEST(WrittenSize, IsCloseToWhatIsWrittenInEveryFormat) {
-    KVR_NOT_WITH_SANITIZERS();
+    KVR_NOT_IN_A_SLOW_PROGRAM();
     for (const format* as : written_formats()) {
         expect_close_estimates({.as = as}, in_hexadecimal);
     }
 }
 
 TEST(WrittenSize, IsCloseInEveryRadix) {
-    KVR_NOT_WITH_SANITIZERS();
+    KVR_NOT_IN_A_SLOW_PROGRAM();
     const memory_image probe = different_words(8);
     for (const format* as : written_formats()) {
         for (const radix digits : {radix::bin, radix::oct, radix::dec, radix::uns, radix::hex}) {

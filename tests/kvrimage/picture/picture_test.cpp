@@ -56,7 +56,7 @@ TEST(PictureContents, TitleSaysHowManyWordsOfTheRangeAreSet) {
 }
 
 TEST(PictureContents, NoteSaysThatThePictureIsSampled) {
-    KVR_NOT_WITH_SANITIZERS();
+    KVR_NOT_IN_A_SLOW_PROGRAM();
     const std::uint64_t depth = std::uint64_t{1} << 32U;
     EXPECT_THAT(contents_for(memory_of(4, depth, {{0, depth - 1, {"1", "2", "3"}}})).notes,
                 ElementsAre("sampled: 64 runs at each of 16 places a column"));

@@ -39,7 +39,7 @@ TEST(RunSamples, RunOverAllAddressesIsOneRun) {
 }
 
 TEST(RunSamples, LimitIsTwoToThe24Runs) {
-    KVR_NOT_WITH_SANITIZERS();
+    KVR_NOT_IN_A_SLOW_PROGRAM();
     const std::uint64_t most = std::uint64_t{1} << 24U;
     const image_words words = words_of(most + 2, {{0, most + 1, {"1", "2"}}});
     EXPECT_EQ(samples_for(words, 4, column_grid(0, most - 1, 100)), std::nullopt);

@@ -76,6 +76,14 @@ TEST_F(FastHexRows, TakeTheLongestWordsAndRecords) {
     }
 }
 
+TEST_F(FastHexRows, TakeShortWordsOfTheLongestRecords) {
+    kvr_test::random_numbers numbers(6);
+    const random_row row(numbers, 2, 3000);
+    const std::string fast = at_once(row.words(), 255, 0, letter_case::lower);
+    EXPECT_EQ(written, 3000U);
+    EXPECT_TRUE(fast == one_by_one(row.words(), 255, 0, written));
+}
+
 TEST_F(FastHexRows, StopBeforeWordsThatAreNotHexadecimal) {
     kvr_test::random_numbers numbers(3);
     std::uint32_t taken = 0;

@@ -357,12 +357,26 @@ TEST_F(HexFile, SetWordThatIsNotInTheStoreIsDropped) {
     EXPECT_TRUE(handler.set_hex_data_word(3, "1", RADIX_HEX));
     EXPECT_TRUE(messages().empty());
     EXPECT_EQ(handler.get_hex_data_word(3, RADIX_HEX), "");
+    EXPECT_TRUE(handler.set_hex_data_word(2, "1", RADIX_HEX));
+    hex_steps{handler}.memory().data_words.resize(3, "0");
+    EXPECT_EQ(handler.get_hex_data_word(2, RADIX_HEX), "0");
     hex_steps{handler}.memory().number_of_words = 1;
     EXPECT_FALSE(handler.set_hex_data_word(1, "1", RADIX_HEX));
     EXPECT_EQ(handler.get_hex_data_word(1, RADIX_HEX), "0");
 }
 
 // Writing.
+
+TEST_F(HexFile, MemoryWhoseNumberOfWordsIsZeroIsNotWritten) {
+    KVR_MEMORY_HEX_FILE handler(&memory);
+    handler.set_number_of_words(2);
+    kvr::hex_memory& held = hex_steps{handler}.memory();
+    held.file_name = directory.path("out.hex");
+    held.memory_radix = RADIX_HEX;
+    EXPECT_TRUE(handler.can_proceed_with_write());
+    held.number_of_words = 0;
+    EXPECT_FALSE(handler.can_proceed_with_write());
+}
 
 TEST_F(HexFile, WordsAreWrittenOneARecord) {
     name(directory.path("out.hex"));

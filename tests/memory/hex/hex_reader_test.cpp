@@ -26,6 +26,7 @@ namespace kvr {
 namespace {
 
 using kvr_test::error_messages;
+using kvr_test::hex_record_line;
 using kvr_test::seen_fault;
 using testing::ElementsAre;
 using testing::IsEmpty;
@@ -73,6 +74,8 @@ std::vector<std::string> words_of(std::string_view text, std::uint32_t word_size
     reader.read(text);
     return reader.words();
 }
+
+constexpr std::string_view end_line = ":00000001FF\n";
 
 constexpr std::string_view two_byte_words = ":020000040000FA\n:0400000012345678E8\n:00000001FF\n";
 
@@ -477,6 +480,33 @@ TEST(HexReaderWithObserver, MissingEndRecordAndMissingDataEndTheReadInAnyCase) {
                                              seen_fault{fault_code::no_data, 1, 1, 11}));
 }
 
+TEST(HexReaderWithObserver, MissingEndRecordHasTheTextOfTheLastLine) {
+    constexpr std::string_view last = ":020000040000FA";
+    text_reader reader(8);
+    noting_observer observer(true);
+    EXPECT_TRUE(reader.first_pass(":0100000012ED\n" + std::string(last) + "\n", &observer));
+    EXPECT_THAT(observer.texts, ElementsAre(last));
+}
+
+TEST(HexReaderWithObserver, WordsAreInTheStoreWhenTheyAreReported) {
+    class looking_observer : public read_observer {
+    public:
+        explicit looking_observer(const word_store& store) : words_read(store) {}
+        bool fault(const read_fault& /*fault*/, std::string_view /*text*/) override { return true; }
+        void words(std::uint64_t first, std::uint64_t /*last*/, std::uint64_t /*line*/) override {
+            seen.emplace_back(words_read[static_cast<std::uint32_t>(first)]);
+        }
+        const word_store& words_read;
+        std::vector<std::string> seen;
+    };
+    text_reader reader(8);
+    looking_observer observer(reader.memory.data_words);
+    constexpr std::string_view text = ":0100000012ED\n:0100010034CA\n:00000001FF\n";
+    EXPECT_FALSE(reader.first_pass(text, &observer));
+    EXPECT_FALSE(reader.second_pass(text, &observer));
+    EXPECT_THAT(observer.seen, ElementsAre("12", "34"));
+}
+
 TEST(HexReaderWithObserver, WordSize0IsAFaultOfEveryDataRecord) {
     text_reader reader(0);
     noting_observer observer(true);
@@ -515,6 +545,24 @@ TEST(HexReaderOfAFileThatFails, FirstPassEndsTheReadAsIfTheFileCouldNotBeOpened)
     EXPECT_TRUE(memory.data_words.empty());
     EXPECT_THAT(error_messages(owner),
                 ElementsAre("Memory file cannot be opened.  Memory file -- words.hex -- not found. "));
+}
+
+TEST(HexReaderOfAFileThatFails, WalkEndsAtTheFailure) {
+    failing_file file{.content = ":0400000012345678E8\n:0400000012", .error_at = 30};
+    line_source source(file.open(), hex_record_walk::longest_line);
+    hex_record_walk walk(source);
+    EXPECT_EQ(walk.next(), hex_record_walk::step::record);
+    EXPECT_EQ(walk.next(), hex_record_walk::step::end);
+}
+
+TEST(HexReaderOfAFileThatFails, AddressSpaceEndsAtTheFailure) {
+    hex_memory memory(nullptr);
+    memory.word_size = 8;
+    failing_file file{.content = ":0400000012345678E8\n", .error_at = 20};
+    line_source source(file.open(), hex_record_walk::longest_line);
+    const std::optional<hex_read_stop> stop = find_address_space(memory, source);
+    ASSERT_TRUE(stop);
+    EXPECT_EQ(seen_fault(stop->fault), (seen_fault{fault_code::missing_end_record, 1, 0, 0}));
 }
 
 TEST(HexReaderOfAFileThatChanges, SecondPassNamesTheLineAtFault) {
@@ -659,6 +707,28 @@ TEST(HexReader, OfConsecutiveSegmentsTheLastCounts) {
     text_reader reader(8);
     reader.read(":020000021000EC\n:020000022000DC\n:020000021000EC\n:0100000012ED\n:00000001FF\n");
     EXPECT_EQ(reader.words().size(), 0x1000U * 16 + 1);
+}
+
+TEST(HexReader, PageThatIsEnteredAgainKeepsItsEnd) {
+    const std::string first = hex_record_line(4, 0, "0001") + "\n" + hex_record_line(0, 10, "AA") + "\n";
+    const std::string again = hex_record_line(4, 0, "0001") + "\n" + hex_record_line(0, 0, "BB") + "\n";
+    EXPECT_EQ(words_of(first + again + end_line, 8).size(), 0x10000U + 11);
+}
+
+TEST(HexReader, HigherPageDoesNotHaveTheEndOfTheLowerOne) {
+    const std::string low = hex_record_line(0, 0x100, "AA") + "\n";
+    const std::string high = hex_record_line(0, 1, "BB") + "\n";
+    EXPECT_EQ(words_of(low + hex_record_line(4, 0, "0001") + "\n" + high + end_line, 8).size(), 0x10002U);
+    EXPECT_EQ(words_of(low + hex_record_line(2, 0, "1000") + "\n" + high + end_line, 8).size(), 0x10002U);
+}
+
+TEST(HexReader, HigherPageOfARecordWithoutDataIsEmpty) {
+    for (const unsigned type : {2U, 4U}) {
+        const std::string text = hex_record_line(0, 0, "AA") + "\n" + hex_record_line(type, 0, "0001") +
+                                 "\n" + hex_record_line(0, 0, "") + "\n" + end_line;
+        text_reader reader(8);
+        EXPECT_EQ(reader.first_pass(text), (seen_fault{fault_code::no_data, 4, 1, 11})) << type;
+    }
 }
 
 TEST(HexReader, DataAfterALowerLinearAddressDoNotLowerTheEnd) {

@@ -258,6 +258,12 @@ TEST(ParseFastHexRecord, LongestRecordIsTaken) {
     EXPECT_EQ(record.data_bytes, 255U);
 }
 
+TEST(ParseFastHexRecord, CharacterAfterTheTextIsNotPartOfTheRecord) {
+    const std::string line = kvr_test::hex_record_line(0, 0, "AA");
+    hex_record record;
+    EXPECT_EQ(parse_fast_hex_record(std::string_view(line).substr(0, line.size() - 1), record), 0U);
+}
+
 TEST(ParseFastHexRecord, EveryOtherLineIsLeftToTheExactPath) {
     hex_record record;
     for (const std::string_view lines : {

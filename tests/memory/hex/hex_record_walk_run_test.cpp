@@ -82,6 +82,21 @@ TEST(HexRecordWalkRun, PassesOverTheRecordsOfARun) {
     EXPECT_EQ(walk.record().kind, kvr::hex_record_type::end_of_file);
 }
 
+TEST(HexRecordWalkRun, LastRecordOfARunMayBeShorterThanTheOneBeforeTheRun) {
+    const std::string text = second_record + "\n" + first_record + "\n" + end_record + "\n";
+    kvr::line_source source(text, hex_record_walk::longest_line);
+    hex_record_walk walk(source);
+    visited_records visited;
+    walk.each_plain_data_record(
+        [](std::string_view lines) {
+            return record_run{0, lines.starts_with(first_record) ? 1U : 0U, first_record.size() + 1};
+        },
+        [&](const auto& record, std::string_view line) { visited(record, line); });
+    EXPECT_EQ(visited.data, (std::vector<std::string>{"BBCC"}));
+    EXPECT_EQ(walk.text(), first_record);
+    EXPECT_EQ(walk.record().data(), "AA");
+}
+
 TEST(HexRecordWalkRun, StopsBeforeAnythingButAPlainDataRecord) {
     const std::string text = first_record + "\n" + hex_record_line(4, 0, "0001") + "\n" + third_record + "\n";
     kvr::line_source source(text, hex_record_walk::longest_line);

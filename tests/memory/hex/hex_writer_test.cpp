@@ -1,6 +1,7 @@
 #include "kvr/memory/hex/hex_memory.h"
 #include "kvr/memory/hex/hex_writer.h"
 #include "kvr/memory/io/output_file.h"
+#include "kvr/util/letter_case.h"
 #include "tests/memory/hex/hex_record_texts.h"
 #include "tests/memory/temporary_directory.h"
 #include "tests/memory/words_of_all_kinds.h"
@@ -132,6 +133,17 @@ TEST(HexWriter, DecimalAndOctalWordsAreConverted) {
     EXPECT_EQ(records_of({"171"}, 8, RADIX_UNS), ":01000000AB54\n");
     EXPECT_EQ(records_of({"7"}, 8, RADIX_DEC), ":0100000007f8\n");
     EXPECT_EQ(records_of({"253"}, 8, RADIX_OCT), ":01000000AB54\n");
+}
+
+TEST(HexWriter, DecimalWordsOfOneLengthAreConverted) {
+    std::vector<std::string> decimal;
+    std::vector<std::string> hexadecimal;
+    for (unsigned index = 0; index < 3000; ++index) {
+        const unsigned value = 100 + index % 150;
+        decimal.push_back(std::to_string(value));
+        hexadecimal.push_back(kvr_test::hex_digits(value, 2));
+    }
+    EXPECT_EQ(to_lower_case(records_of(decimal, 8, RADIX_UNS)), records_of(hexadecimal, 8));
 }
 
 TEST(HexWriter, DontCareDigitsOfOctalWordsBecomeDontCareDigits) {

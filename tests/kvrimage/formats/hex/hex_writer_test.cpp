@@ -95,7 +95,7 @@ TEST(HexWriter, WhatIsWrittenIsReadAgainAtAllWidths) {
 }
 
 TEST(HexWriter, LargeImagesAreReadAgain) {
-    KVR_NOT_WITH_SANITIZERS();
+    KVR_NOT_IN_A_SLOW_PROGRAM();
     std::mt19937 numbers(8);
     for (const std::uint32_t width : {8U, 20U, 32U}) {
         memory_image image(width, 140000);
