@@ -146,7 +146,7 @@ def main() -> int:
     places = [place for text in arguments.files for place in places_of(project, text)]
     places = places or [(file, 0) for file in project.usual_files()]
     mutants = find_mutants(project, places, arguments.jobs)
-    equivalents = read_equivalents(project.root / "tests" / "mutation" / "equivalent.txt")
+    equivalents = read_equivalents(project.root / "tests" / "mutation" / "equivalent")
     check_equivalents(equivalents, mutants, [file for file, line in places if line == 0])
     record = Record(project.root, arguments.record)
     untried = {None, Outcome.SURVIVED} if arguments.retry else {None}

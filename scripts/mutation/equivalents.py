@@ -1,31 +1,47 @@
-"""The list of equivalent mutants, which no test can notice because they behave like the original."""
+"""The lists of equivalent mutants, which no test can notice because they behave like the original."""
 
 from __future__ import annotations
 
-from collections.abc import Iterable
+from collections.abc import Iterable, Iterator
 from pathlib import Path
 
 from mutant import Key, Mutant
 
 
 class EquivalentsError(Exception):
-    """The list is invalid."""
+    """A list is invalid."""
 
 
-def read_equivalents(path: Path) -> set[Key]:
-    """An entry is a file with the function, a line with `-`, the changed line with `+`, and the reason."""
+def read_equivalents(folder: Path) -> set[Key]:
+    """The folder has a list for each folder of sources."""
     found: set[Key] = set()
+    for path in sorted(folder.rglob("*.txt")):
+        sources = path.relative_to(folder).with_suffix("")
+        for key in keys_of(path, sources):
+            if key in found:
+                raise EquivalentsError(f"{path}: listed twice:\n{shown(key)}")
+            found.add(key)
+    return found
+
+
+def keys_of(path: Path, sources: Path) -> Iterator[Key]:
+    """An entry is the name of a source and its function, lines with `-`, each followed by changed lines with `+`, and
+    the reason that they share. A blank line ends it."""
     text = "\n".join(line for line in path.read_text().splitlines() if not line.startswith("#"))
     for entry in filter(None, (each.strip() for each in text.split("\n\n"))):
         place, *lines = entry.splitlines()
-        file, _, function = place.partition(" ")
-        if len(lines) < 3 or not lines[0].startswith("- ") or not lines[1].startswith("+"):
-            raise EquivalentsError(f"{path}: not a file, a line, its mutant and a reason:\n{entry}")
-        key = Key(file, function, lines[0][2:], lines[1][1:].strip())
-        if key in found:
-            raise EquivalentsError(f"{path}: listed twice:\n{entry}")
-        found.add(key)
-    return found
+        name, _, function = place.partition(" ")
+        before = ""
+        keys = []
+        while lines and lines[0][:1] in ("-", "+"):
+            sign, line = lines[0][:1], lines.pop(0)[1:].strip()
+            if sign == "-":
+                before = line
+            else:
+                keys.append(Key(str(sources / name), function, before, line))
+        if not lines or not all(key.before for key in keys):
+            raise EquivalentsError(f"{path}: not a source, its lines with their mutants, and a reason:\n{entry}")
+        yield from keys
 
 
 def check_equivalents(equivalents: set[Key], mutants: Iterable[Mutant], files: Iterable[str]) -> None:
@@ -33,5 +49,10 @@ def check_equivalents(equivalents: set[Key], mutants: Iterable[Mutant], files: I
     looked_at = set(files)
     unknown = {key for key in equivalents if key.file in looked_at} - {mutant.key for mutant in mutants}
     if unknown:
-        shown = "\n".join(f"{key.file} {key.function}\n- {key.before}\n+ {key.after}" for key in sorted(unknown))
-        raise EquivalentsError(f"listed as equivalent, but no mutant of the source as it is:\n{shown}")
+        raise EquivalentsError(
+            "listed as equivalent, but no mutant of the source as it is:\n" + "\n".join(map(shown, sorted(unknown)))
+        )
+
+
+def shown(key: Key) -> str:
+    return f"{key.file} {key.function}\n- {key.before}\n+ {key.after}"
