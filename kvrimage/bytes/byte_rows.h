@@ -1,6 +1,7 @@
 #pragma once
 
-#include "kvrimage/formats/format.h"
+#include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/exchange/write_options.h"
 #include "kvrimage/image/memory_image.h"
 
 #include <algorithm>

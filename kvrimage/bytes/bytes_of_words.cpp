@@ -1,8 +1,8 @@
 #include "kvrimage/bytes/bytes_of_words.h"
 
-#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/image/byte_texts.h"
 #include "kvrimage/image/byte_words.h"
+#include "kvrimage/image/hex_text.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"
 

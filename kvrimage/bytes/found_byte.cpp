@@ -1,7 +1,7 @@
 #include "kvrimage/bytes/found_byte.h"
 
 #include "kvrimage/bytes/bytes_of_words.h"
-#include "kvrimage/formats/line_place.h"
+#include "kvrimage/exchange/line_place.h"
 #include "kvrimage/image/word_text.h"
 
 namespace kvrimage {

@@ -1,8 +1,8 @@
 #include "kvrimage/bytes/record_run.h"
 
 #include "kvr/numeric/character_block.h"
-#include "kvrimage/bytes/hex_block.h"
-#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/hex_block.h"
+#include "kvrimage/image/hex_text.h"
 #include "kvrimage/image/word_text.h"
 
 #include <array>

@@ -1,7 +1,7 @@
 #include "kvrimage/bytes/record_text.h"
 
 #include "kvr/numeric/digit_blocks.h"
-#include "kvrimage/bytes/hex_block.h"
+#include "kvrimage/image/hex_block.h"
 
 namespace kvrimage {
 

@@ -3,7 +3,8 @@
 #include "kvrimage/bytes/byte_blocks.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
 #include "kvrimage/diagnostics/span.h"
-#include "kvrimage/formats/format.h"
+#include "kvrimage/exchange/read_options.h"
+#include "kvrimage/exchange/read_result.h"
 
 #include <cstdint>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvrimage/formats/format.h"
+#include "kvrimage/exchange/assignment.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvrimage/formats/format.h"
+#include "kvrimage/exchange/assignment.h"
 #include "kvrimage/image/address_range.h"
 #include "kvrimage/image/bit_field.h"
 #include "kvrimage/image/memory_image.h"

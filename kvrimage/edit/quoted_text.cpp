@@ -1,6 +1,6 @@
 #include "kvrimage/edit/quoted_text.h"
 
-#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/hex_text.h"
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>

@@ -1,9 +1,9 @@
 #include "kvrimage/files/input_file.h"
 
+#include "kvrimage/edit/edited_text.h"
 #include "kvrimage/files/file_error.h"
 #include "kvrimage/files/file_name.h"
 #include "kvrimage/files/platform.h"
-#include "kvrimage/formats/edited_text.h"
 
 #include <fmt/format.h>
 

@@ -1,10 +1,10 @@
 #pragma once
 
 #include "kvr/memory/io/output_file.h"
+#include "kvrimage/exchange/text_sink.h"
 #include "kvrimage/files/input_file.h"
 #include "kvrimage/files/platform.h"
 #include "kvrimage/files/temporary_files.h"
-#include "kvrimage/formats/format.h"
 
 #include <string>
 #include <string_view>

@@ -2,14 +2,18 @@
 
 #include "kvrimage/diagnostics/diagnostic.h"
 #include "kvrimage/diagnostics/span.h"
-#include "kvrimage/export.h"
-#include "kvrimage/formats/text_piece.h"
+#include "kvrimage/exchange/assignment.h"
+#include "kvrimage/exchange/choice.h"
+#include "kvrimage/exchange/read_options.h"
+#include "kvrimage/exchange/read_result.h"
+#include "kvrimage/exchange/text_piece.h"
+#include "kvrimage/exchange/text_sink.h"
+#include "kvrimage/exchange/write_options.h"
 #include "kvrimage/image/memory_image.h"
 
 #include <cstddef>
 #include <cstdint>
 #include <functional>
-#include <memory>
 #include <optional>
 #include <span>
 #include <string>
@@ -18,135 +22,8 @@
 
 namespace kvrimage {
 
-struct format;
-
-/// The unit that the addresses of a file count.
-enum class address_unit : std::uint8_t {
-    word,
-    byte,
-    either ///< the format does not define it, or its files differ
-};
-
 /// Number of bytes at the start of a file that are examined to identify its format.
 inline constexpr std::size_t sniffed_bytes = std::size_t{64} << 10U;
-
-/// The confidence of a guess from a file's contents.
-enum class certainty : std::uint8_t { no, possible, likely, certain };
-
-/// An option of one format: {"section", ".text"}.
-struct choice {
-    std::string name;  ///< name of a choice_kind of the format
-    std::string value; ///< as the user wrote it; "" if the option has no value
-};
-
-/// Describes an option that one format offers.
-struct choice_kind {
-    std::string_view name;        ///< "section": --section
-    std::string_view operand;     ///< "NAME", the placeholder in help texts; "" if the option has no value
-    std::string_view values;      ///< the possible values, separated by blanks; "" for any value
-    std::string_view description; ///< "read only the section NAME"
-};
-
-/// Information in a file besides its words.
-struct named_fact {
-    std::string name;  ///< "start address"
-    std::string value; ///< "80000000"
-};
-
-/// Describes the file to read and what the caller wants from it.
-struct read_options {
-    const format* as = nullptr; ///< null: determined by the file name and the contents
-    /// Word width in bits. Overrides the width of the file, or supplies a missing one.
-    std::optional<std::uint32_t> width = std::nullopt;
-    std::optional<std::uint64_t> depth = std::nullopt; ///< in words; higher addresses are broken
-    std::optional<address_unit> unit = std::nullopt;   ///< word or byte
-    std::optional<byte_order> order = std::nullopt;    ///< the byte order within a word
-    /// The file address that becomes word 0, in the file's own unit.
-    std::optional<std::uint64_t> base = std::nullopt;
-    /// Fills the missing bytes of a word that a file of bytes sets only partly.
-    std::optional<std::uint8_t> pad = std::nullopt;
-    /// Further options of the format; see format::read_choices.
-    std::vector<choice> choices = {};
-    /// The extension helps to determine the format if `as` is null. "" if there is no name.
-    std::string file_name = {};
-    /// Also returns the readable part of a broken file; see read_result::unreadable.
-    bool keep_going = false;
-    /// Maximum number of diagnostics to keep of each class. The others are only counted.
-    std::size_t most_diagnostics = 100;
-    /// Keeps every diagnostic with a repair, regardless of the limit, with all of its edits.
-    bool wants_repairs = false;
-    /// Guarantees that the contents stay unchanged while a copy of it exists. The memory of a file of bytes
-    /// then refers to the contents; if null, it gets a copy.
-    std::shared_ptr<const void> keeper = nullptr;
-};
-
-/// Properties of a file.
-struct file_facts {
-    const format* as = nullptr;         ///< the format used for reading; null if none fits
-    std::optional<radix> address_radix; ///< empty if the format has only one
-    std::optional<radix> data_radix;    ///< as `address_radix`
-    /// The address unit used for reading, word or byte; empty if the format has only one.
-    std::optional<address_unit> unit;
-    std::optional<byte_order> order; ///< of the bytes of a word, if addresses count bytes
-    /// The origin of the width if the file does not state it ("the longest word"); else "".
-    std::string width_source;
-    std::uint64_t diagnostics_left_out = 0; ///< those beyond read_options::most_diagnostics
-    bool has_comments = false;              ///< the file has at least one comment
-    /// The confidence that the contents have this format, judged by the part examined.
-    certainty how_sure = certainty::no;
-    std::vector<named_fact> more; ///< further information of the format, to show to the user
-    /// Byte address at which the program starts; empty if the file does not state it.
-    std::optional<std::uint64_t> start_address = std::nullopt;
-};
-
-/// The contents of a file and its faults.
-struct read_result {
-    /// Empty if a diagnostic is of class broken, unless keep_going is set.
-    std::optional<memory_image> image;
-    file_facts facts;                    ///< as far as known; also set without an image
-    std::vector<diagnostic> diagnostics; ///< in file order, those of the whole file last
-    /// With keep_going: the addresses of ambiguous words, which are not set.
-    std::vector<address_range> unreadable;
-};
-
-/// Describes the file to write.
-struct write_options {
-    const format* as = nullptr;                        ///< null: determined by the file name
-    std::optional<radix> address_radix = std::nullopt; ///< default: hex, if the format has a choice
-    std::optional<radix> data_radix = std::nullopt;    ///< as `address_radix`
-    bool runs = true; ///< put neighboring equal words on one line if the format can
-    std::optional<byte_order> order = std::nullopt; ///< the byte order within a word, for a file of bytes
-    std::vector<choice> choices = {};               ///< see format::write_choices
-    /// Source code formats name the memory after it if no name is given, and its extension may select the
-    /// separator of a list. "" if there is no name.
-    std::string file_name = {};
-    /// Byte address at which the program starts. Requires a format with a `largest_start` at or above it.
-    std::optional<std::uint64_t> start_address = std::nullopt;
-};
-
-/// Returns the last value for @p name in @p choices, or nothing.
-[[nodiscard]] KVRIMAGE_API std::optional<std::string_view> chosen(std::span<const choice> choices,
-                                                                  std::string_view name);
-
-/// Receives the text of a file in pieces.
-class text_sink {
-public:
-    virtual ~text_sink() = default;
-    /// Receives the next piece. An exception ends the writing and reaches the caller.
-    virtual void write(std::string_view text) = 0;
-};
-
-/// Assigns new words to addresses.
-struct assignment {
-    address_range addresses; ///< the addresses to set
-    std::vector<word> words; ///< in address order; repeated if there are fewer words than addresses
-};
-
-/// The edits of a file, or the reasons why it cannot be edited.
-struct edit_result {
-    std::vector<text_edit> edits;        ///< in order, without overlaps; empty if there are diagnostics
-    std::vector<diagnostic> diagnostics; ///< the reasons; empty if the file can be edited
-};
 
 /// A program or library that reads files of a format in its own way.
 struct consumer {

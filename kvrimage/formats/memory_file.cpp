@@ -2,15 +2,15 @@
 
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/diagnostics/diagnostic_list.h"
+#include "kvrimage/edit/edited_text.h"
+#include "kvrimage/exchange/string_sink.h"
 #include "kvrimage/files/input_file.h"
 #include "kvrimage/files/platform.h"
 #include "kvrimage/files/replacement_file.h"
 #include "kvrimage/formats/choices.h"
-#include "kvrimage/formats/edited_text.h"
 #include "kvrimage/formats/foreign_content.h"
 #include "kvrimage/formats/format_choice.h"
 #include "kvrimage/formats/registry.h"
-#include "kvrimage/formats/string_sink.h"
 #include "kvrimage/formats/unset_words.h"
 #include "kvrimage/formats/writable.h"
 

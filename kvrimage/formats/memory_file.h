@@ -1,5 +1,6 @@
 #pragma once
 
+#include "kvrimage/edit/with_edits.h"
 #include "kvrimage/export.h"
 #include "kvrimage/formats/format.h"
 
@@ -41,9 +42,6 @@ struct repaired {
 /// Makes all certain repairs of @p contents.
 /// @throws std::invalid_argument if no format can check the contents
 [[nodiscard]] KVRIMAGE_API repaired repair(std::string contents, const check_options& options = {});
-
-/// Returns @p contents with @p edits, which must be in order and must not overlap.
-[[nodiscard]] KVRIMAGE_API std::string with_edits(std::string contents, std::span<const text_edit> edits);
 
 /// Returns why @p image cannot be written with @p options; empty if it can.
 [[nodiscard]] KVRIMAGE_API std::vector<diagnostic> can_write(const memory_image& image,

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvrimage/formats/text_piece.h"
+#include "kvrimage/exchange/text_piece.h"
 
 #include <cstdint>
 #include <optional>

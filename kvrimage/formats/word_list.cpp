@@ -3,7 +3,7 @@
 #include "kvr/numeric/digit_run.h"
 #include "kvr/util/letter_case.h"
 #include "kvrimage/diagnostics/diagnose.h"
-#include "kvrimage/formats/far_start.h"
+#include "kvrimage/exchange/far_start.h"
 #include "kvrimage/formats/word_digits.h"
 #include "kvrimage/image/word_runs.h"
 #include "kvrimage/image/word_text.h"

@@ -1,6 +1,6 @@
 #include "kvrimage/generate/word_bytes.h"
 
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/image/radix.h"
 #include "kvrimage/image/word_text.h"
 

@@ -1,7 +1,7 @@
 #include "kvrimage/image/byte_texts.h"
 
 #include "kvr/numeric/digit_value.h"
-#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/hex_text.h"
 #include "kvrimage/image/word_text.h"
 
 #include <algorithm>

@@ -1,6 +1,6 @@
 #include "kvrimage/diagnostics/diagnostic.h"
 #include "kvrimage/diagnostics/diagnostic_text.h"
-#include "kvrimage/edit/edit.h"
+#include "kvrimage/formats/edit.h"
 #include "kvrimage/formats/format.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"

@@ -1,4 +1,4 @@
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/image/image_part.h"
 #include "kvrimage/image/numbers.h"
 #include "parts.h"

@@ -1,9 +1,9 @@
 #include "tests/models/edit_operations.h"
 
-#include "kvrimage/edit/edit.h"
+#include "kvrimage/formats/edit.h"
+#include "kvrimage/formats/format_text.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
-#include "kvrimage/layout/format.h"
 #include "tests/kvrimage/formats/random_images.h"
 #include "tests/kvrimage/operations/plain_memory.h"
 

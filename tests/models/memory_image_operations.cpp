@@ -1,6 +1,6 @@
 #include "tests/models/memory_image_operations.h"
 
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 #include "tests/models/operation_table.h"
 
 #include <fmt/format.h>

@@ -1,6 +1,6 @@
 #include "tests/models/transformation_operations.h"
 
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/operations/error_correction/protection.h"
 #include "kvrimage/operations/merge.h"
 #include "kvrimage/operations/reshape.h"

@@ -5,8 +5,8 @@
 #include "kvr/numeric/digit_blocks.h"
 #include "kvr/numeric/digit_run.h"
 #include "kvr/ram_rules/folded_key.h"
-#include "kvrimage/bytes/hex_block.h"
 #include "kvrimage/formats/titxt/fast_titxt_bytes.h"
+#include "kvrimage/image/hex_block.h"
 
 #include <cstddef>
 #include <cstdint>

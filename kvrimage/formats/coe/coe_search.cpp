@@ -1,7 +1,7 @@
 #include "kvrimage/formats/coe/coe_search.h"
 
+#include "kvrimage/exchange/line_place.h"
 #include "kvrimage/formats/coe/coe_parser.h"
-#include "kvrimage/formats/line_place.h"
 
 namespace kvrimage {
 

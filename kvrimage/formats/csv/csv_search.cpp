@@ -1,7 +1,7 @@
 #include "kvrimage/formats/csv/csv_search.h"
 
+#include "kvrimage/exchange/line_place.h"
 #include "kvrimage/formats/csv/csv_cells.h"
-#include "kvrimage/formats/line_place.h"
 #include "kvrimage/formats/piece_output.h"
 
 namespace kvrimage {

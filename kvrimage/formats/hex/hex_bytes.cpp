@@ -1,10 +1,10 @@
 #include "kvrimage/formats/hex/hex_bytes.h"
 
 #include "kvrimage/bytes/bytes_of_words.h"
-#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/hex/hex_cells.h"
+#include "kvrimage/image/hex_text.h"
 #include "kvrimage/image/united_ranges.h"
 
 #include <fmt/format.h>

@@ -1,7 +1,6 @@
 #include "kvrimage/formats/hex/hex_reader.h"
 
 #include "kvrimage/bytes/found_byte.h"
-#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/diagnostics/diagnose.h"
@@ -17,6 +16,7 @@
 #include "kvrimage/formats/hex/hex_records.h"
 #include "kvrimage/formats/line_ends.h"
 #include "kvrimage/formats/reading_from_base.h"
+#include "kvrimage/image/hex_text.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>

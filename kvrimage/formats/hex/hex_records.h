@@ -1,8 +1,8 @@
 #pragma once
 
 #include "kvr/memory/hex/fast_hex_record.h"
-#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/formats/hex/hex_parser.h"
+#include "kvrimage/image/hex_text.h"
 
 #include <cstdint>
 #include <string_view>

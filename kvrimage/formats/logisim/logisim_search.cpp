@@ -1,7 +1,7 @@
 #include "kvrimage/formats/logisim/logisim_search.h"
 
 #include "kvrimage/bytes/bytes_of_words.h"
-#include "kvrimage/formats/line_place.h"
+#include "kvrimage/exchange/line_place.h"
 #include "kvrimage/formats/logisim/logisim_parser.h"
 
 namespace kvrimage {

@@ -1,7 +1,7 @@
 #include "kvrimage/formats/memheader/memheader_search.h"
 
 #include "kvr/util/letter_case.h"
-#include "kvrimage/formats/line_place.h"
+#include "kvrimage/exchange/line_place.h"
 #include "kvrimage/formats/memheader/memheader_parser.h"
 
 namespace kvrimage {

@@ -2,10 +2,10 @@
 
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/formats/fast_word_lines.h"
 #include "kvrimage/formats/foreign_content.h"
 #include "kvrimage/formats/readmem/readmem_addresses.h"
 #include "kvrimage/formats/readmem/readmem_findings.h"
-#include "kvrimage/formats/rif/fast_rif_lines.h"
 #include "kvrimage/formats/word_list.h"
 #include "kvrimage/image/word_text.h"
 
@@ -83,7 +83,7 @@ public:
 
 private:
     bool read_fast_line();
-    [[nodiscard]] bool are_binary(const fast_rif_line& line) const;
+    [[nodiscard]] bool are_binary(const fast_word_line& line) const;
     void read_word(const readmem_piece& piece);
     void add_word(const readmem_piece& piece);
     [[nodiscard]] std::string_view digits_of(const readmem_piece& piece);
@@ -157,7 +157,7 @@ bool readmem_reading::read_fast_line() {
     if (begin != 0 && text[begin - 1] != '\n') {
         return false;
     }
-    const fast_rif_line line = find_fast_rif_line(text, begin);
+    const fast_word_line line = find_fast_word_line(text, begin);
     if (line.end == 0 || (line.is_address && line.address % unit != 0) ||
         (line.count != 0 && (!addresses.peek() || !are_binary(line)))) {
         return false;
@@ -180,7 +180,7 @@ bool readmem_reading::read_fast_line() {
 }
 
 /// Returns whether all digits of the line are of the radix.
-bool readmem_reading::are_binary(const fast_rif_line& line) const {
+bool readmem_reading::are_binary(const fast_word_line& line) const {
     const std::string_view all(line.words, line.count * (line.length + 1) - 1);
     return digits_are == radix::hex ||
            std::ranges::all_of(all, [](char c) { return c == '0' || c == '1' || c == ' '; });

@@ -1,6 +1,6 @@
 #include "kvrimage/formats/readmem/readmem_search.h"
 
-#include "kvrimage/formats/line_place.h"
+#include "kvrimage/exchange/line_place.h"
 #include "kvrimage/formats/readmem/readmem_addresses.h"
 #include "kvrimage/formats/readmem/readmem_banner.h"
 

@@ -3,7 +3,7 @@
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/edit/digit_style.h"
 #include "kvrimage/edit/touched_places.h"
-#include "kvrimage/formats/rif/fast_rif_lines.h"
+#include "kvrimage/formats/fast_word_lines.h"
 #include "kvrimage/formats/rif/rif_diagnostics.h"
 #include "kvrimage/formats/rif/rif_parser.h"
 #include "kvrimage/image/image_words.h"
@@ -34,7 +34,7 @@ std::string rif_text(const word& value, const digit_style& style) {
 struct word_line {
     std::uint64_t number = 0; ///< sequence number
     std::uint64_t first = 0;  ///< address
-    fast_rif_line regular;    ///< empty if the words are in `spans`
+    fast_word_line regular;   ///< empty if the words are in `spans`
     std::vector<span> spans;
 
     [[nodiscard]] std::size_t count() const { return regular.count != 0 ? regular.count : spans.size(); }
@@ -78,7 +78,7 @@ public:
 private:
     /// Returns false and changes nothing if the current line is not regular.
     bool read_fast_line() {
-        const fast_rif_line found = find_fast_rif_line(text, parser.position());
+        const fast_word_line found = find_fast_word_line(text, parser.position());
         const std::uint64_t address = found.is_address ? found.address : parser.next_address();
         if (found.end == 0 || address > deepest_memory - found.count) {
             return false;

@@ -1,9 +1,9 @@
 #include "kvrimage/formats/rif/rif_reader.h"
 
 #include "kvrimage/diagnostics/diagnose.h"
+#include "kvrimage/exchange/line_place.h"
+#include "kvrimage/formats/fast_word_lines.h"
 #include "kvrimage/formats/foreign_content.h"
-#include "kvrimage/formats/line_place.h"
-#include "kvrimage/formats/rif/fast_rif_lines.h"
 #include "kvrimage/formats/rif/rif_diagnostics.h"
 #include "kvrimage/formats/rif/rif_format.h"
 #include "kvrimage/formats/rif/rif_parser.h"
@@ -61,7 +61,7 @@ public:
 private:
     /// Returns false and changes nothing if the current line is not regular.
     bool read_fast_line() {
-        const fast_rif_line line = find_fast_rif_line(text, parser.position());
+        const fast_word_line line = find_fast_word_line(text, parser.position());
         const std::uint64_t address = line.is_address ? line.address : parser.next_address();
         if (line.end == 0 || address > deepest_memory - line.count) {
             return false;
@@ -74,7 +74,7 @@ private:
         return true;
     }
 
-    void add_words(std::uint64_t address, const fast_rif_line& line) {
+    void add_words(std::uint64_t address, const fast_word_line& line) {
         if (words.add_spaced(address, {line.words, line.length, line.count, line.has_lower_case})) {
             return;
         }

@@ -1,7 +1,7 @@
 #include "kvrimage/formats/rif/rif_search.h"
 
-#include "kvrimage/formats/line_place.h"
-#include "kvrimage/formats/rif/fast_rif_lines.h"
+#include "kvrimage/exchange/line_place.h"
+#include "kvrimage/formats/fast_word_lines.h"
 #include "kvrimage/formats/rif/rif_parser.h"
 
 namespace kvrimage {
@@ -35,7 +35,7 @@ public:
 private:
     /// Returns false for a line that may contain the word.
     bool skip_fast_line() {
-        const fast_rif_line line = find_fast_rif_line(text, parser.position());
+        const fast_word_line line = find_fast_word_line(text, parser.position());
         const std::uint64_t first = parser.next_address();
         if (line.end == 0 || (first <= address && address - first < line.count)) {
             return false;

@@ -1,6 +1,6 @@
 #include "kvrimage/formats/srec/srec_parser.h"
 
-#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/hex_text.h"
 #include "kvrimage/image/number_of_bytes.h"
 #include "kvrimage/image/word_text.h"
 

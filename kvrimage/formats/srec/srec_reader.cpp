@@ -2,7 +2,6 @@
 
 #include "kvrimage/bytes/byte_blocks.h"
 #include "kvrimage/bytes/found_byte.h"
-#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/bytes/record_run.h"
 #include "kvrimage/bytes/words_of_bytes.h"
 #include "kvrimage/diagnostics/diagnose.h"
@@ -11,6 +10,7 @@
 #include "kvrimage/formats/foreign_content.h"
 #include "kvrimage/formats/srec/srec_format.h"
 #include "kvrimage/formats/srec/srec_parser.h"
+#include "kvrimage/image/hex_text.h"
 #include "kvrimage/image/word_text.h"
 
 #include <fmt/format.h>

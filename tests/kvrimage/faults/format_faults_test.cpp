@@ -1,11 +1,11 @@
 // Each allocation of reading, checking, repairing, editing and writing files fails, one per trial, in each
 // format.
 
-#include "kvrimage/edit/edit.h"
+#include "kvrimage/formats/edit.h"
+#include "kvrimage/formats/format_text.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/image/image_part.h"
-#include "kvrimage/layout/format.h"
 #include "tests/faults/allocation_faults.h"
 #include "tests/kvrimage/contract/contract.h"
 #include "tests/kvrimage/faults/format_samples.h"

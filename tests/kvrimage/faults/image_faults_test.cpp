@@ -1,7 +1,7 @@
 // Each allocation of words, memories, their bytes and their numbers fails, one per trial.
 
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/image/fixed_point.h"
-#include "kvrimage/image/image_bytes.h"
 #include "kvrimage/image/image_part.h"
 #include "kvrimage/image/numbers.h"
 #include "tests/kvrimage/faults/library_trial.h"

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/exchange/text_piece.h"
 #include "kvrimage/formats/format.h"
-#include "kvrimage/formats/text_piece.h"
 #include "kvrimage/image/memory_image.h"
 
 #include <optional>

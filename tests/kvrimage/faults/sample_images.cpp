@@ -1,6 +1,6 @@
 #include "tests/kvrimage/faults/sample_images.h"
 
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 
 #include <fmt/format.h>
 

@@ -1,9 +1,9 @@
 // The pieces of texts in every registered format. A registered format that returns pieces is included
 // automatically.
 
+#include "kvrimage/exchange/text_piece.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
-#include "kvrimage/formats/text_piece.h"
 #include "tests/kvrimage/formats/random_images.h"
 #include "tests/kvrimage/rounds.h"
 

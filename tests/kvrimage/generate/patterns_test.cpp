@@ -1,5 +1,5 @@
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/generate/patterns.h"
-#include "kvrimage/image/image_bytes.h"
 #include "kvrimage/operations/checksum/crc.h"
 #include "tests/kvrimage/rounds.h"
 

@@ -1,6 +1,6 @@
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
-#include "kvrimage/image/image_bytes.h"
 #include "kvrimage/image/image_part.h"
 #include "kvrimage/image/memory_image.h"
 #include "kvrimage/image/numbers.h"

@@ -1,4 +1,4 @@
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/image/memory_image.h"
 #include "kvrimage/image/word_search.h"

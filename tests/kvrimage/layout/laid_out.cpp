@@ -1,7 +1,7 @@
 #include "tests/kvrimage/layout/laid_out.h"
 
+#include "kvrimage/formats/format_text.h"
 #include "kvrimage/formats/registry.h"
-#include "kvrimage/layout/format.h"
 
 #include <gtest/gtest.h>
 

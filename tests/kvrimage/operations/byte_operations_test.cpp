@@ -1,9 +1,9 @@
 // Operations on memories whose words are stored as bytes, compared with the same operations on texts.
 
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/image/byte_words.h"
-#include "kvrimage/image/image_bytes.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/operations/bit_operations.h"
 #include "kvrimage/operations/checksum/checksum.h"

@@ -1,4 +1,4 @@
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/operations/checksum/checksum.h"
 #include "tests/kvrimage/operations/plain_memory.h"
 

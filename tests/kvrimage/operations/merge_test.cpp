@@ -1,5 +1,5 @@
+#include "kvrimage/bytes/image_bytes.h"
 #include "kvrimage/image/byte_words.h"
-#include "kvrimage/image/image_bytes.h"
 #include "kvrimage/image/image_words.h"
 #include "kvrimage/operations/merge.h"
 #include "tests/kvrimage/operations/plain_memory.h"

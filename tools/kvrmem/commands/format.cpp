@@ -1,6 +1,5 @@
-#include "kvrimage/layout/format.h"
-
 #include "kvrimage/files/file_error.h"
+#include "kvrimage/formats/format_text.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
 #include "tools/kvrmem/command_line/option_lists.h"

@@ -1,4 +1,4 @@
-#include "kvrimage/edit/edit.h"
+#include "kvrimage/formats/edit.h"
 #include "tools/kvrmem/lsp/address_text.h"
 #include "tools/kvrmem/lsp/features.h"
 #include "tools/kvrmem/lsp/replaced_words.h"

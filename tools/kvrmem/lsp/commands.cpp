@@ -1,5 +1,5 @@
 #include "kvrimage/diagnostics/utf8_character.h"
-#include "kvrimage/edit/edit.h"
+#include "kvrimage/formats/edit.h"
 #include "kvrimage/image/memory_image.h"
 #include "tools/kvrmem/files/broken_file.h"
 #include "tools/kvrmem/lsp/features.h"

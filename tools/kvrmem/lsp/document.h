@@ -1,7 +1,7 @@
 #pragma once
 
+#include "kvrimage/exchange/text_piece.h"
 #include "kvrimage/formats/memory_file.h"
-#include "kvrimage/formats/text_piece.h"
 #include "tools/kvrmem/lsp/json_rpc.h"
 #include "tools/kvrmem/lsp/settings.h"
 #include "tools/kvrmem/lsp/text_buffer.h"

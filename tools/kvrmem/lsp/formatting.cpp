@@ -1,4 +1,4 @@
-#include "kvrimage/layout/format.h"
+#include "kvrimage/formats/format_text.h"
 #include "tools/kvrmem/lsp/features.h"
 
 #include <fmt/format.h>

@@ -1,10 +1,10 @@
-#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/formats/hex/hex_edit.h"
 #include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "kvrimage/formats/hex/hexbytes_writer.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
+#include "kvrimage/image/hex_text.h"
 #include "tests/kvrimage/bytes/byte_images.h"
 #include "tests/kvrimage/formats/hex/hex_files.h"
 

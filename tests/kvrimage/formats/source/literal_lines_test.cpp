@@ -1,5 +1,5 @@
+#include "kvrimage/exchange/string_sink.h"
 #include "kvrimage/formats/source/literal_lines.h"
-#include "kvrimage/formats/string_sink.h"
 #include "tests/kvrimage/formats/source/source_test_images.h"
 
 #include <gtest/gtest.h>

@@ -1,9 +1,9 @@
-#include "kvrimage/bytes/hex_text.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
 #include "kvrimage/formats/srec/srec_format.h"
 #include "kvrimage/formats/srec/srec_parser.h"
 #include "kvrimage/formats/srec/srec_reader.h"
+#include "kvrimage/image/hex_text.h"
 #include "tests/kvrimage/bytes/byte_images.h"
 
 #include <gtest/gtest.h>

@@ -1,7 +1,7 @@
 #include "kvr/util/letter_case.h"
+#include "kvrimage/formats/format_text.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
-#include "kvrimage/layout/format.h"
 #include "tests/kvrimage/formats/random_images.h"
 #include "tests/kvrimage/rounds.h"
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "kvrimage/formats/format.h"
+#include "kvrimage/exchange/text_sink.h"
 
 #include <string>
 #include <string_view>

@@ -1,4 +1,4 @@
-#include "kvrimage/formats/rif/fast_rif_lines.h"
+#include "kvrimage/formats/fast_word_lines.h"
 
 #include "kvr/numeric/digit_run.h"
 #include "kvr/numeric/digit_value.h"
@@ -21,9 +21,9 @@ std::size_t line_end_length(const char* at) noexcept {
     return *at == '\r' && at[1] == '\n' ? 2 : 0;
 }
 
-fast_rif_line find_address(std::string_view text, std::size_t begin) noexcept {
+fast_word_line find_address(std::string_view text, std::size_t begin) noexcept {
     constexpr std::size_t most_digits = 8;
-    fast_rif_line line;
+    fast_word_line line;
     const char* const first = text.data() + begin + 1;
     const char* at = first;
     for (; static_cast<std::size_t>(at - first) < most_digits && kvr::digit_value(*at) < 16; ++at) {
@@ -38,8 +38,8 @@ fast_rif_line find_address(std::string_view text, std::size_t begin) noexcept {
 }
 
 /// @param last the last position at which a word may begin
-fast_rif_line find_words(std::string_view text, std::size_t begin, const char* last) noexcept {
-    fast_rif_line line;
+fast_word_line find_words(std::string_view text, std::size_t begin, const char* last) noexcept {
+    fast_word_line line;
     line.words = text.data() + begin;
     while (line.length <= longest_fast_word && kvr::digit_value(line.words[line.length]) < 16) {
         ++line.length;
@@ -66,7 +66,7 @@ fast_rif_line find_words(std::string_view text, std::size_t begin, const char* l
 
 } // namespace
 
-fast_rif_line find_fast_rif_line(std::string_view text, std::size_t begin) noexcept {
+fast_word_line find_fast_word_line(std::string_view text, std::size_t begin) noexcept {
     if (text.size() - begin < longest_fast_word + slack) {
         return {};
     }

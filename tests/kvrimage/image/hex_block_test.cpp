@@ -1,6 +1,6 @@
 // The kernels in the form for this machine and in the portable form.
 
-#include "kvrimage/bytes/hex_block.h"
+#include "kvrimage/image/hex_block.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,8 @@
 #pragma once
 
+#include "kvrimage/exchange/assignment.h"
+#include "kvrimage/exchange/read_options.h"
 #include "kvrimage/export.h"
-#include "kvrimage/formats/format.h"
 
 #include <span>
 #include <string_view>

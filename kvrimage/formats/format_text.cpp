@@ -1,4 +1,4 @@
-#include "kvrimage/layout/format.h"
+#include "kvrimage/formats/format_text.h"
 
 #include "kvrimage/formats/memory_file.h"
 

@@ -1,4 +1,4 @@
-#include "kvrimage/edit/edit.h"
+#include "kvrimage/formats/edit.h"
 #include "kvrimage/formats/memory_file.h"
 #include "kvrimage/formats/registry.h"
 #include "tests/kvrimage/formats/toy_format.h"

@@ -1,4 +1,4 @@
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>

@@ -1,8 +1,9 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic.h"
+#include "kvrimage/exchange/read_options.h"
+#include "kvrimage/exchange/read_result.h"
 #include "kvrimage/export.h"
-#include "kvrimage/formats/format.h"
 
 #include <string>
 #include <string_view>

@@ -1,6 +1,6 @@
-#include "kvrimage/formats/edited_text.h"
+#include "kvrimage/edit/edited_text.h"
+#include "kvrimage/exchange/string_sink.h"
 #include "kvrimage/formats/memory_file.h"
-#include "kvrimage/formats/string_sink.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "kvrimage/edit/edit.h"
+#include "kvrimage/formats/edit.h"
 
 #include "kvrimage/diagnostics/diagnose.h"
 #include "kvrimage/formats/memory_file.h"

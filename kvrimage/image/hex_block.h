@@ -2,7 +2,7 @@
 
 #include "kvr/numeric/character_block.h"
 #include "kvr/numeric/digit_blocks.h"
-#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/hex_text.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "kvrimage/image/image_bytes.h"
+#include "kvrimage/bytes/image_bytes.h"
 
 #include "kvrimage/bytes/bytes_of_words.h"
 #include "kvrimage/files/byte_buffer.h"

@@ -9,7 +9,7 @@ namespace kvrimage {
 /// A regular line of a RIF file: "@" and an address of up to eight digits, or hexadecimal words of equal
 /// length with one blank after each (optional after the last), ended by LF or CR LF. rif_parser, which knows
 /// all rules, gives the same result.
-struct fast_rif_line {
+struct fast_word_line {
     std::size_t end = 0; ///< after its line end; 0 if the line is not regular
     bool is_address = false;
     std::uint64_t address = 0;   ///< of an address line
@@ -24,6 +24,6 @@ struct fast_rif_line {
 };
 
 /// Parses the line of @p text that begins at @p begin. The last few lines of a text are never regular.
-[[nodiscard]] fast_rif_line find_fast_rif_line(std::string_view text, std::size_t begin) noexcept;
+[[nodiscard]] fast_word_line find_fast_word_line(std::string_view text, std::size_t begin) noexcept;
 
 } // namespace kvrimage

@@ -1,4 +1,4 @@
-#include "kvrimage/formats/format.h"
+#include "kvrimage/exchange/choice.h"
 
 #include <algorithm>
 

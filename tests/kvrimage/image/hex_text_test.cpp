@@ -1,4 +1,4 @@
-#include "kvrimage/bytes/hex_text.h"
+#include "kvrimage/image/hex_text.h"
 
 #include <gtest/gtest.h>
 

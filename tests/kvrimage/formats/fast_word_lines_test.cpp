@@ -1,4 +1,4 @@
-#include "kvrimage/formats/rif/fast_rif_lines.h"
+#include "kvrimage/formats/fast_word_lines.h"
 #include "kvrimage/formats/rif/rif_parser.h"
 #include "kvrimage/formats/rif/rif_reader.h"
 #include "kvrimage/image/image_words.h"
@@ -21,7 +21,7 @@ const std::string rest(100, '\n');
 
 std::vector<std::string> words_of_line(std::string_view line) {
     const std::string text = std::string(line) + rest;
-    const fast_rif_line found = find_fast_rif_line(text, 0);
+    const fast_word_line found = find_fast_word_line(text, 0);
     if (found.end == 0) {
         return {"not regular"};
     }
@@ -34,11 +34,11 @@ std::vector<std::string> words_of_line(std::string_view line) {
 }
 
 std::uint64_t address_of(std::string_view line) {
-    const fast_rif_line found = find_fast_rif_line(std::string(line) + rest, 0);
+    const fast_word_line found = find_fast_word_line(std::string(line) + rest, 0);
     return found.is_address && found.end == line.size() ? found.address : no_rif_address;
 }
 
-TEST(FastRifLines, TakesWordsOfOneLength) {
+TEST(FastWordLines, TakesWordsOfOneLength) {
     EXPECT_THAT(words_of_line("01 Af\n"), ElementsAre("01", "Af"));
     EXPECT_THAT(words_of_line("01 23 \r\n"), ElementsAre("01", "23"));
     EXPECT_THAT(words_of_line(std::string(64, '1') + "\n"), ElementsAre(std::string(64, '1')));
@@ -46,7 +46,7 @@ TEST(FastRifLines, TakesWordsOfOneLength) {
     EXPECT_THAT(words_of_line("\r\n"), ElementsAre());
 }
 
-TEST(FastRifLines, LeavesOtherLinesToTheParser) {
+TEST(FastWordLines, LeavesOtherLinesToTheParser) {
     for (const char* line : {"01 2\n", "01  23\n", " 01\n", "01\t23\n", "0X\n", "01\r23\n", "01 @4\n",
                              "01 23  \n", "01 2G\n", "//\n", "\r01\n"}) {
         EXPECT_THAT(words_of_line(line), ElementsAre("not regular")) << line;
@@ -54,7 +54,7 @@ TEST(FastRifLines, LeavesOtherLinesToTheParser) {
     EXPECT_THAT(words_of_line(std::string(65, '1') + "\n"), ElementsAre("not regular"));
 }
 
-TEST(FastRifLines, TakesAddresses) {
+TEST(FastWordLines, TakesAddresses) {
     EXPECT_EQ(address_of("@0\n"), 0U);
     EXPECT_EQ(address_of("@fFfFfFfF\r\n"), 0xFFFFFFFFU);
     for (const char* line : {"@\n", "@123456789\n", "@1 \n", "@1\r1\n", "@G\n", "@0x1\n"}) {
@@ -62,15 +62,15 @@ TEST(FastRifLines, TakesAddresses) {
     }
 }
 
-TEST(FastRifLines, TakesNothingNearTheEndOfTheText) {
-    EXPECT_EQ(find_fast_rif_line("01 02\n", 0).end, 0U);
+TEST(FastWordLines, TakesNothingNearTheEndOfTheText) {
+    EXPECT_EQ(find_fast_word_line("01 02\n", 0).end, 0U);
     const std::string one_line(200, '1');
-    EXPECT_EQ(find_fast_rif_line(one_line, 0).end, 0U);
+    EXPECT_EQ(find_fast_word_line(one_line, 0).end, 0U);
     std::string words;
     for (int word = 0; word < 100; ++word) {
         words += "12 ";
     }
-    EXPECT_EQ(find_fast_rif_line(words, 0).end, 0U);
+    EXPECT_EQ(find_fast_word_line(words, 0).end, 0U);
 }
 
 /// A mostly regular line.
@@ -107,7 +107,7 @@ std::string shown_words(const read_result& result) {
 }
 
 /// A blank at the end of each line makes it irregular, but does not change its meaning.
-TEST(FastRifLines, AgreeWithTheParserOnRandomFiles) {
+TEST(FastWordLines, AgreeWithTheParserOnRandomFiles) {
     std::mt19937 random(7);
     for (int round = 0; round < 400; ++round) {
         std::string text;

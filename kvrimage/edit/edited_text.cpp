@@ -1,7 +1,7 @@
-#include "kvrimage/formats/edited_text.h"
+#include "kvrimage/edit/edited_text.h"
 
-#include "kvrimage/formats/memory_file.h"
-#include "kvrimage/formats/string_sink.h"
+#include "kvrimage/edit/with_edits.h"
+#include "kvrimage/exchange/string_sink.h"
 
 #include <algorithm>
 #include <cstring>

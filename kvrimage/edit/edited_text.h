@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kvrimage/diagnostics/diagnostic.h"
-#include "kvrimage/formats/format.h"
+#include "kvrimage/exchange/text_sink.h"
 
 #include <span>
 #include <string_view>
