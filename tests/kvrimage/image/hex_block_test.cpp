@@ -17,7 +17,7 @@ constexpr std::string_view upper_case = "0123456789ABCDEF";
 constexpr std::string_view lower_case = "0123456789abcdef";
 
 /// All byte values, starting with @p first.
-std::string bytes_from(std::size_t first) {
+std::string all_bytes_from(std::size_t first) {
     std::string bytes;
     for (std::size_t value = 0; value < 256; ++value) {
         bytes += static_cast<char>(value + first);
@@ -93,7 +93,7 @@ void expect_encoded(std::string_view bytes) {
 
 TEST(HexBlock, EveryByteAtEveryPlaceIsDecodedAndSummedUp) {
     for (std::size_t first = 0; first < 256; ++first) {
-        const std::string bytes = bytes_from(first).substr(0, 16);
+        const std::string bytes = all_bytes_from(first).substr(0, 16);
         for (const std::string_view digits : {upper_case, lower_case}) {
             expect_decoded<digit_block_decoder>(spelt_in(digits, bytes), bytes);
             expect_decoded<portable::digit_block_decoder>(spelt_in(digits, bytes), bytes);
@@ -108,7 +108,7 @@ TEST(HexBlock, EveryCharacterThatIsNoDigitIsFoundAtEveryPlace) {
 
 TEST(HexBlock, EveryByteAtEveryPlaceIsEncodedAndSummedUp) {
     for (std::size_t first = 0; first < 256; ++first) {
-        const std::string bytes = bytes_from(first).substr(0, 16);
+        const std::string bytes = all_bytes_from(first).substr(0, 16);
         expect_encoded<digit_block_encoder>(bytes);
         expect_encoded<portable::digit_block_encoder>(bytes);
     }
