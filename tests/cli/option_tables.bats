@@ -77,8 +77,7 @@ passes_the_linter() { # NAME PAGE
 }
 
 @test "the build makes the manual page of each command" {
-    pages=$(dirname "$KVRMEM")/texts/man1
-    [ "$(commands | sed 's/.*/kvrmem-&.1/' | sort)" = "$(cd "$pages" && ls kvrmem-*.1 | sort)" ]
+    [ "$(commands | sed 's/.*/kvrmem-&.1/' | sort)" = "$(cd "$KVRMEM_TEXTS/man1" && ls kvrmem-*.1 | sort)" ]
 }
 
 @test "help shows what --help of a command shows" {
