@@ -9,6 +9,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <filesystem>
+#include <fstream>
 #include <string>
 #include <vector>
 
@@ -120,6 +121,30 @@ void print_list_writing(const table_settings& settings, const std::string& list)
     print_row({"write readmemh, 32 bits, from binary, against RW", write.ratio, 2, 1.3, milliseconds(write)});
 }
 
+/// Compares a read of one word with a simulator that reads the list and prints the word.
+void print_list_against_simulator(const table_settings& settings, const std::string& list) {
+    const std::string compiler = path_of("iverilog");
+    const std::string simulator = path_of("vvp");
+    if (!std::filesystem::exists(compiler) || !std::filesystem::exists(simulator)) {
+        return;
+    }
+    const std::string source = settings.folder + "/list.v";
+    const std::string program = settings.folder + "/list.vvp";
+    std::ofstream(source) << "module list;\nreg [31:0] words [0:" << words_measured - 1
+                          << "];\ninitial begin\n$readmemh(\"" << list
+                          << "\", words);\n$display(\"%h\", words[77]);\nend\nendmodule\n";
+    static_cast<void>(processor_time_of_process({compiler, "-o", program, source}));
+    const comparison read = compare(
+        [&] {
+            return processor_time_of_process({settings.tool, "get", list, "77"});
+        },
+        [&] {
+            return processor_time_of_process({simulator, program});
+        },
+        settings.rounds);
+    print_row({"read readmemh, 32 bits, against " + simulator, read.ratio, 0.1, 0.05, milliseconds(read)});
+}
+
 void print_list_rows(const table_settings& settings) {
     const corpus_file file{"m32.mif", file_shape::one_word_a_line, 32, words_measured};
     const std::string source = make_file(settings.folder, file);
@@ -139,6 +164,7 @@ void print_list_rows(const table_settings& settings) {
         },
         settings.rounds);
     print_row({"read readmemh, 32 bits", read.ratio, 3, 1.5, milliseconds(read)});
+    print_list_against_simulator(settings, list);
     print_list_writing(settings, list);
     const comparison both =
         compare([&] { return processor_time_of_process(ours); },
