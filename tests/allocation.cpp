@@ -19,6 +19,7 @@ bool failing = false;
 bool failed = false;
 bool goes_on_failing = false;
 std::size_t allocations_left = 0;
+std::size_t least_size_to_fail = SIZE_MAX;
 
 bool metering = false;
 std::int64_t live_bytes = 0; // negative if older blocks are freed
@@ -46,7 +47,8 @@ bool is_to_fail() {
 
 void* allocate(std::size_t size) noexcept {
     ++allocations;
-    void* block = is_to_fail() ? nullptr : std::malloc(std::max<std::size_t>(size, 1));
+    const bool fails = is_to_fail() || size >= least_size_to_fail;
+    void* block = fails ? nullptr : std::malloc(std::max<std::size_t>(size, 1));
     if (metering && block != nullptr) {
         live_bytes += size_of(block);
         peak_bytes = std::max(peak_bytes, live_bytes);
@@ -126,6 +128,14 @@ failing_allocation::~failing_allocation() {
 
 bool failing_allocation::happened() noexcept {
     return failed;
+}
+
+failing_large_allocations::failing_large_allocations(std::size_t bytes) noexcept {
+    least_size_to_fail = bytes;
+}
+
+failing_large_allocations::~failing_large_allocations() {
+    least_size_to_fail = SIZE_MAX;
 }
 
 allocation_meter::allocation_meter() noexcept {

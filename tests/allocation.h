@@ -23,6 +23,15 @@ public:
     [[nodiscard]] static bool happened() noexcept;
 };
 
+/// During its lifetime, allocations of at least the given number of bytes throw std::bad_alloc.
+class failing_large_allocations {
+public:
+    explicit failing_large_allocations(std::size_t bytes) noexcept;
+    ~failing_large_allocations();
+    failing_large_allocations(const failing_large_allocations&) = delete;
+    failing_large_allocations& operator=(const failing_large_allocations&) = delete;
+};
+
 /// Counts the memory that is allocated during its lifetime: the bytes that the allocator provides, which may
 /// be more than requested, plus one word for each block.
 class allocation_meter {

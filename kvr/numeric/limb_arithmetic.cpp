@@ -32,9 +32,9 @@ bool set_distance(limb_span distance, limb_view left, limb_view right) {
 }
 
 /// Returns the scratch limbs of multiply_by_karatsuba(), in addition to the product: twice the longer half on
-/// each level, and as much again on the last level.
+/// each level, and as much again on the last level. Each of less than 60 levels rounds up by a limb at most.
 std::size_t scratch_size(std::size_t size) {
-    return 2 * size + 4 * karatsuba_limbs + 128;
+    return 2 * size + 128;
 }
 
 /// product = left * right for two numbers of equal length. With left = l1 * B + l0 and right = r1 * B + r0,

@@ -57,8 +57,7 @@ limb_buffer& limb_buffer::operator=(const limb_buffer& other) { // NOLINT(bugpro
 }
 
 void limb_buffer::resize_long(std::size_t size) {
-    const std::size_t capacity = is_long() ? long_.size() : inline_limbs;
-    if (size > capacity) {
+    if (size > long_.size()) {
         const bool was_short = !is_long();
         long_.resize(size);
         if (was_short) {

@@ -31,12 +31,12 @@ public:
     void resize(std::size_t size) {
         if (size > inline_limbs || is_long()) {
             resize_long(size);
-            return;
+        } else {
+            for (std::size_t index = size_; index < size; ++index) {
+                short_[index] = 0;
+            }
+            size_ = size;
         }
-        for (std::size_t index = size_; index < size; ++index) {
-            short_[index] = 0;
-        }
-        size_ = size;
     }
 
 private:

@@ -36,10 +36,7 @@ scanned_number scan_number(std::string_view text, unsigned base) noexcept {
     std::size_t at = first_digit;
     for (; at < text.size() && digit_value(text[at]) < base; ++at) {
         magnitude = magnitude * base + digit_value(text[at]);
-        if (magnitude > std::numeric_limits<std::uint32_t>::max()) {
-            number.fits = false;
-            magnitude = std::numeric_limits<std::uint32_t>::max();
-        }
+        number.fits = number.fits && magnitude <= std::numeric_limits<std::uint32_t>::max();
     }
     number.magnitude =
         number.fits ? static_cast<std::uint32_t>(magnitude) : std::numeric_limits<std::uint32_t>::max();

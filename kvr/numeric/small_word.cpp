@@ -40,8 +40,8 @@ bool read_grouped(small_word& word, std::string_view text, unsigned bits) {
     return seen >> bits == 0;
 }
 
+/// Appends the digits of @p text to those of @p value.
 bool read_decimal_digits(std::uint64_t& value, std::string_view text) {
-    value = 0;
     while (text.size() >= block_digits) {
         const std::uint64_t block = load_eight(text.data());
         if (!are_decimal(block)) {

@@ -84,7 +84,6 @@ inline char* room_for(std::string& text, std::size_t size) {
 void write_decimal_word(std::string& output, plain_word& word, bool is_signed) {
     const bool is_negative = is_signed && word.bits.bit(word.length - 1);
     if (is_negative) {
-        word.bits.keep_low_bits(word.length - 1);
         word.bits.invert_low_bits(word.length - 1);
     }
     const limb_buffer chunks = word.bits.decimal_chunks();

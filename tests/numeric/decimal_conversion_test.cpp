@@ -1,4 +1,5 @@
 #include "kvr/numeric/decimal_conversion.h"
+#include "kvr/numeric/power_of_ten.h"
 #include "kvr/numeric/wide_arithmetic.h"
 
 #include <gtest/gtest.h>
@@ -52,6 +53,27 @@ TEST(DecimalConversion, ChunksForBitsAreEnoughAndHardlyMore) {
         const double least = static_cast<double>(bits) * 0.301029995663981195 / 19;
         ASSERT_GE(static_cast<double>(kvr::chunks_for_bits(bits)), least);
         ASSERT_LE(static_cast<double>(kvr::chunks_for_bits(bits)), least * 1.001 + 1.001);
+    }
+}
+
+TEST(DecimalConversion, LeadingZerosNeedNoChunks) {
+    for (const std::size_t zeros : {0U, 1U, 2U, 30U, 100U}) {
+        limbs number(1 + zeros);
+        number.front() = 7;
+        limbs chunk(1);
+        kvr::split_into_chunks(chunk, number);
+        EXPECT_EQ(chunk.front(), 7U);
+    }
+}
+
+TEST(DecimalConversion, ShortPowersOfTenAreThoseOfThePlainRule) {
+    for (std::size_t chunks = 1; chunks <= kvr::base_chunks; ++chunks) {
+        limbs one_above(chunks + 1);
+        one_above.back() = 1;
+        limbs expected = plain_number(one_above);
+        expected.resize(chunks);
+        const kvr::power_of_ten power = kvr::short_power_of_ten(chunks);
+        EXPECT_EQ(limbs(power.power.begin(), power.power.end()), expected);
     }
 }
 

@@ -42,6 +42,8 @@ TEST(LeadingInteger, IsTheNearestIntBeyondTheRange) {
     EXPECT_EQ(leading_integer("2147483648"), INT_MAX);
     EXPECT_EQ(leading_integer("-2147483648"), INT_MIN);
     EXPECT_EQ(leading_integer("-2147483649"), INT_MIN);
+    EXPECT_EQ(leading_integer("21474836470"), INT_MAX);
+    EXPECT_EQ(leading_integer("-21474836470"), INT_MIN);
     EXPECT_EQ(leading_integer(std::string(1000, '9')), INT_MAX);
     EXPECT_EQ(leading_integer("-" + std::string(1000, '9')), INT_MIN);
 }
@@ -113,6 +115,8 @@ TEST(LeadingFloat, TooLargeIsInfinity) {
     EXPECT_EQ(leading_float("0x1" + std::string(400, '0') + "p-500"), infinity);
     EXPECT_EQ(leading_float("0x1p99999999999999999999"), infinity);
     EXPECT_EQ(leading_float(std::string(400, '9')), infinity);
+    EXPECT_EQ(leading_float("0." + std::string(700, '0') + "1e1100"), infinity);
+    EXPECT_EQ(leading_float("0x0." + std::string(1200, '0') + "1p+5900"), infinity);
 }
 
 TEST(LeadingFloat, TooSmallIsZero) {

@@ -104,6 +104,14 @@ TEST(Magnitude, OctalDigitsThatStraddleLimbsKeepTheirBits) {
     EXPECT_EQ(digit_text(number, 3, 22), std::string(22, '7'));
 }
 
+TEST(Magnitude, DigitsBeforeTheTextDoNotCount) {
+    const std::string digits(64, 'F');
+    for (std::size_t count = 0; count <= 40; ++count) {
+        const std::string_view last = std::string_view(digits).substr(digits.size() - count);
+        EXPECT_EQ(magnitude::of_digits(last, 4).bit_length(), 4 * count);
+    }
+}
+
 TEST(Magnitude, CharactersThatAreNoDigitsCountAsZero) {
     EXPECT_EQ(decimal_text(magnitude::of_digits("1G1X1", 4)), "65793");
     EXPECT_EQ(decimal_text(magnitude::of_digits("1891", 3)), "513");

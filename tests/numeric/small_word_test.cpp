@@ -64,6 +64,35 @@ TEST(SmallWord, OutputMayBeTheText) {
     EXPECT_EQ(word, "18552154653760057381");
 }
 
+TEST(SmallWord, WordsOfUpTo64BitsAreTaken) {
+    struct conversion {
+        const char* text;
+        KVR_MEMORY_RADIXES from;
+        bool is_taken;
+    };
+    constexpr conversion tested[] = {
+        {"0", RADIX_DEC, true},
+        {"-5", RADIX_DEC, true},
+        {"12345678", RADIX_UNS, true},
+        {"-4611686018427387904", RADIX_DEC, true},
+        {"7", RADIX_OCT, true},
+        {"777777777777777777777", RADIX_OCT, true},
+        {"0000000000000000000000", RADIX_OCT, false},
+        {"FFFFFFFFFFFFFFFF", RADIX_HEX, true},
+        {"00000000000000000", RADIX_HEX, false},
+        {"1", RADIX_BIN, false},
+        {"", RADIX_HEX, false},
+    };
+    for (const conversion& each : tested) {
+        for (const KVR_MEMORY_RADIXES to : {RADIX_HEX, RADIX_OCT, RADIX_DEC, RADIX_UNS, RADIX_BIN}) {
+            std::string output;
+            EXPECT_EQ(kvr::convert_small_word(output, each.text, each.from, to, 64),
+                      each.is_taken && to != RADIX_BIN)
+                << each.text << " to " << to;
+        }
+    }
+}
+
 TEST(SmallWord, LargestNumbersAreTaken) {
     std::string output;
     EXPECT_TRUE(kvr::convert_small_word(output, "9999999999999999999", RADIX_UNS, RADIX_HEX, 64));
@@ -94,6 +123,53 @@ TEST(SmallExactWord, WordIsThatOfTheExactPath) {
         taken += is_taken ? 1 : 0;
     }
     EXPECT_GT(taken, 30000U);
+}
+
+TEST(SmallExactWord, WordsThatFitTheWidthAreTaken) {
+    struct number {
+        const char* text;
+        KVR_MEMORY_RADIXES from;
+        std::size_t width;
+        bool is_taken;
+    };
+    constexpr number tested[] = {
+        {"0", RADIX_DEC, 1, true},
+        {"-1", RADIX_DEC, 1, true},
+        {"-2", RADIX_DEC, 1, false},
+        {"127", RADIX_DEC, 8, true},
+        {"128", RADIX_DEC, 8, false},
+        {"-128", RADIX_DEC, 8, true},
+        {"-129", RADIX_DEC, 8, false},
+        {"-", RADIX_DEC, 8, false},
+        {"255", RADIX_UNS, 8, true},
+        {"256", RADIX_UNS, 8, false},
+        {"9223372036854775807", RADIX_DEC, 64, true},
+        {"-9223372036854775808", RADIX_DEC, 64, true},
+        {"9999999999999999999", RADIX_UNS, 64, true},
+        {"00000000000000000001", RADIX_UNS, 64, false},
+        {"FF", RADIX_HEX, 8, true},
+        {"100", RADIX_HEX, 8, false},
+        {"FFFFFFFFFFFFFFFF", RADIX_HEX, 64, true},
+        {"00000000000000001", RADIX_HEX, 64, false},
+        {"777777777777777777777", RADIX_OCT, 63, true},
+        {"777777777777777777777", RADIX_OCT, 62, false},
+        {"0000000000000000000001", RADIX_OCT, 64, false},
+        {"1111111111111111111111111111111111111111111111111111111111111111", RADIX_BIN, 64, true},
+        {"10", RADIX_BIN, 1, false},
+        {"1", RADIX_BIN, 65, false},
+        {"", RADIX_HEX, 8, false},
+    };
+    for (const number& each : tested) {
+        for (const KVR_MEMORY_RADIXES to : exact_radixes) {
+            kvr::exact_conversion conversion;
+            conversion.from = each.from;
+            conversion.to = to;
+            conversion.width = each.width;
+            std::string result;
+            EXPECT_EQ(kvr::append_small_exact_word(result, each.text, conversion), each.is_taken)
+                << each.text << " to " << to;
+        }
+    }
 }
 
 TEST(SmallExactWord, HexadecimalDigitsOfAnyWidthStayWhatTheyAre) {

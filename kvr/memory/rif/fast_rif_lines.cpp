@@ -32,11 +32,10 @@ std::size_t fast_rif_lines::readable_size(std::string_view lines) noexcept {
     return size_before_slack(lines, slack_of_words);
 }
 
-fast_rif_lines::amount fast_rif_lines::read(std::string_view lines, std::uint64_t& next_address) {
+std::size_t fast_rif_lines::read(std::string_view lines, std::uint64_t& next_address) {
     const char* const begin = lines.data();
     const char* const end = begin + lines.size();
     const char* at = begin;
-    std::uint64_t count = 0;
     address = next_address;
     while (at != end) {
         const char* next = *at == '@' ? read_address(at) : read_words_of_one_length(at);
@@ -47,11 +46,10 @@ fast_rif_lines::amount fast_rif_lines::read(std::string_view lines, std::uint64_
             break;
         }
         at = next;
-        ++count;
     }
     batch.flush();
     next_address = address;
-    return {static_cast<std::size_t>(at - begin), count};
+    return static_cast<std::size_t>(at - begin);
 }
 
 /// Parses "@" with up to eight hexadecimal digits and returns the position after the LF. For any other line

@@ -22,14 +22,10 @@ public:
     /// line. Takes the time of a scan of the last lines.
     [[nodiscard]] static std::size_t readable_size(std::string_view lines) noexcept;
 
-    struct amount {
-        std::size_t bytes;
-        std::uint64_t lines;
-    };
-
     /// Parses @p lines, which must end within their readable size, up to the first one that is not regular.
+    /// Returns the size of the lines that it has read.
     /// @param next_address the address of the next word; updated to the address after the lines
-    amount read(std::string_view lines, std::uint64_t& next_address);
+    std::size_t read(std::string_view lines, std::uint64_t& next_address);
 
 private:
     const char* read_address(const char* begin) noexcept;

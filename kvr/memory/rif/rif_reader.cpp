@@ -39,14 +39,11 @@ bool is_not_data(char character) noexcept {
     return (class_of(character) & not_data) != 0;
 }
 
-/// Returns the classes of the characters up to the first one that is not data.
+/// Returns the classes of all characters.
 unsigned classes_in(std::string_view line) noexcept {
     unsigned found = plain;
     for (const char character : line) {
         found |= class_of(character);
-        if ((found & not_data) != 0) {
-            break;
-        }
     }
     return found;
 }
@@ -86,25 +83,18 @@ bool rif_reader::read_whole_lines(line_source& source) {
     // An observer gets every line, which excludes the fast path.
     const std::string_view regular_lines =
         lines.substr(0, observer == nullptr ? fast_rif_lines::readable_size(lines) : 0);
-    std::size_t first = read_fast_lines(regular_lines);
+    std::size_t first = fast_lines.read(regular_lines, address);
     bool go_on = true;
     while (go_on && first < lines.size()) {
         const std::size_t newline = lines.find('\n', first);
         go_on = read_line(without_carriage_return(lines.substr(first, newline - first), true));
         first = newline + 1;
         if (go_on && first < regular_lines.size()) {
-            first += read_fast_lines(regular_lines.substr(first));
+            first += fast_lines.read(regular_lines.substr(first), address);
         }
     }
     source.skip(first);
     return go_on;
-}
-
-/// Parses the regular lines at the front of @p lines and returns their length.
-std::size_t rif_reader::read_fast_lines(std::string_view lines) {
-    const fast_rif_lines::amount read = fast_lines.read(lines, address);
-    line_number += read.lines;
-    return read.bytes;
 }
 
 bool rif_reader::read_line(std::string_view line) {

@@ -38,7 +38,6 @@ public:
 
 private:
     bool read_whole_lines(line_source& source);
-    std::size_t read_fast_lines(std::string_view lines);
     bool read_line(std::string_view line);
     std::string_view upper_cased(std::string_view line);
     void read_address(std::string_view line);
@@ -48,9 +47,9 @@ private:
 
     rif_memory& memory;
     read_observer* observer;
-    std::uint64_t address = 0; ///< of the next word; 64 bits, so that it never wraps
-    std::uint64_t line_number = 0;
-    std::string upper_line; ///< the current line, if it must be converted to upper case
+    std::uint64_t address = 0;     ///< of the next word; 64 bits, so that it never wraps
+    std::uint64_t line_number = 0; ///< counted for the observer only
+    std::string upper_line;        ///< the current line, if it must be converted to upper case
     fast_rif_lines fast_lines;
 };
 

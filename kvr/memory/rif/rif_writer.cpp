@@ -150,18 +150,18 @@ void write_words(const rif_memory& memory, const word_row& row, std::uint32_t ad
     }
 }
 
-/// Writes words in which only the letter case changes.
+/// The most words that are written at once.
+constexpr std::uint32_t most_words_at_once = 512;
+static_assert(hex_digit_block::capacity + most_words_at_once +
+                  (most_words_at_once / words_a_group + 1) * longest_header + 2 * copy_padding <=
+              output_file::room_limit);
+
+/// Writes words in which only the letter case changes, at most `most_words_at_once` from a block of digits.
 void write_digits(const char* digits, const word_row& row, std::uint32_t address, output_file& file) {
-    const std::size_t longest_group =
-        longest_header + words_a_group * (std::size_t{row.length} + 1) + 2 * copy_padding;
     group_headers headers;
-    char* start = file.room(output_file::room_limit);
+    char* const start = file.room(output_file::room_limit);
     char* end = start;
     for (std::uint32_t done = 0; done < row.count;) {
-        if (static_cast<std::size_t>(end - start) > output_file::room_limit - longest_group) {
-            file.used(static_cast<std::size_t>(end - start));
-            end = start = file.room(output_file::room_limit);
-        }
         const std::uint32_t place = address % words_a_group;
         const std::uint32_t count = std::min(words_a_group - place, row.count - done);
         if (place == 0) {
@@ -174,11 +174,12 @@ void write_digits(const char* digits, const word_row& row, std::uint32_t address
     file.used(static_cast<std::size_t>(end - start));
 }
 
-static_assert(word_row::longest <= hex_digit_block::capacity / words_a_group);
+static_assert(word_row::longest <= hex_digit_block::capacity);
 
 /// Writes the words of a row for which is_plain_row() holds.
 void write_row(const rif_memory& memory, const word_row& row, std::uint32_t address, output_file& file) {
-    const auto most_words = static_cast<std::uint32_t>(hex_digit_block::capacity / row.length);
+    const auto most_words =
+        std::min(most_words_at_once, static_cast<std::uint32_t>(hex_digit_block::capacity / row.length));
     hex_digit_block block{};
     for (std::uint32_t done = 0; done < row.count; done += most_words) {
         const word_row part = row.part(done, std::min(most_words, row.count - done));

@@ -20,6 +20,15 @@ std::size_t grown(std::size_t size, std::size_t added) {
     return size + std::max(added, size / 4 + 32);
 }
 
+/// Returns the length of the texts for the @p count addresses from @p address on.
+std::size_t length_of_texts(const word_pattern& texts, std::uint32_t address, std::uint32_t count) {
+    std::size_t length = 0;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        length += texts.text_at(address + i).size();
+    }
+    return length;
+}
+
 } // namespace
 
 void varied_words::set(std::uint32_t index, std::string_view text) {
@@ -30,11 +39,7 @@ void varied_words::set(std::uint32_t index, std::string_view text) {
 void varied_words::assign(std::uint32_t first, std::uint32_t last, const word_pattern& texts,
                           std::uint32_t address) {
     const std::uint32_t count = std::min(texts.period(), last - first + 1);
-    std::size_t length = 0;
-    for (std::uint32_t i = 0; i < count; ++i) {
-        length += texts.text_at(address + i).size();
-    }
-    make_room(count, length);
+    make_room(count, length_of_texts(texts, address, count));
     for (std::uint32_t i = 0; i < count; ++i) {
         chosen[first + i] = add(texts.text_at(address + i));
     }
@@ -67,8 +72,8 @@ void varied_words::make_room(std::size_t count, std::size_t length) {
 }
 
 bool varied_words::is_worth_tidying(std::size_t count, std::size_t length) const noexcept {
-    return entries.size() + count > most_entries || length > most_chars - chars.size() ||
-           chars.size() + length > std::max(least_chars_to_tidy, 2 * tidy_size);
+    return entries.size() + count > most_entries ||
+           chars.size() + length > std::clamp(2 * tidy_size, least_chars_to_tidy, most_chars);
 }
 
 /// Returns a copy without unused texts.

@@ -64,11 +64,17 @@ void word_store::set_slowly(std::uint32_t address, std::string_view text) {
 void word_store::set_side_by_side(std::uint32_t first, std::string_view texts, std::size_t length) {
     assert(length > 0 && texts.size() % length == 0);
     while (!texts.empty()) {
-        const std::size_t count =
-            std::min<std::size_t>(texts.size() / length, page_words - first % page_words);
-        set_in_page(first, texts.substr(0, count * length), length);
+        const std::uint32_t index = first % page_words;
+        // The last word of a page always needs set().
+        auto count =
+            static_cast<std::uint32_t>(std::min<std::size_t>(texts.size() / length, page_words - 1 - index));
+        if (!is_in_found_page(first) ||
+            !found_page->copy_in_side_by_side(index, texts.data(), length, count)) {
+            set(first, texts.substr(0, length));
+            count = 1;
+        }
         texts.remove_prefix(count * length);
-        first += static_cast<std::uint32_t>(count);
+        first += count;
     }
 }
 
@@ -79,24 +85,7 @@ void word_store::set_page(std::uint32_t first, page_texts& texts, std::size_t le
         found_number = first / page_words;
         found_page->pack(std::move(texts), length);
     } else {
-        set_in_page(first, {texts.get(), page_words * length}, length);
-    }
-}
-
-/// Sets words of one page, one by one until the remaining ones can be copied.
-void word_store::set_in_page(std::uint32_t first, std::string_view texts, std::size_t length) {
-    while (!texts.empty()) {
-        const std::uint32_t index = first % page_words;
-        // The last word of a page always needs set().
-        auto count =
-            static_cast<std::uint32_t>(std::min<std::size_t>(texts.size() / length, page_words - 1 - index));
-        if (count == 0 || !is_in_found_page(first) ||
-            !found_page->copy_in_side_by_side(index, texts.data(), length, count)) {
-            set(first, texts.substr(0, length));
-            count = 1;
-        }
-        texts.remove_prefix(count * length);
-        first += count;
+        set_side_by_side(first, {texts.get(), page_words * length}, length);
     }
 }
 
@@ -181,15 +170,15 @@ word_cycle word_store::cycle_at(std::uint32_t address) const noexcept {
     if (leaf.page != nullptr) {
         return {address, address, 0};
     }
-    std::uint32_t last = std::min(leaf.last, word_count - 1);
+    std::uint32_t last = leaf.last;
     while (last < word_count - 1) {
         const word_leaf next = leaf_at(roots[(last + 1) / root_words], last + 1);
         if (next.texts != leaf.texts) {
             break;
         }
-        last = std::min(next.last, word_count - 1);
+        last = next.last;
     }
-    return {address, last, leaf.texts->period()};
+    return {address, std::min(last, word_count - 1), leaf.texts->period()};
 }
 
 word_row word_store::row_at(std::uint32_t address) const noexcept {
@@ -298,9 +287,6 @@ bool word_store::convert_words(const word_leaf& leaf, const word_conversion& con
 /// any more, because its words were dropped or overwritten.
 bool word_store::convert_part(const word_leaf& leaf, const word_conversion& conversion) {
     const std::uint32_t last = std::min(leaf.last, size() - 1);
-    if (last - leaf.first >= leaf.texts->period() - 1) {
-        return false; // the words use all texts
-    }
     for (std::uint32_t address = leaf.first; address <= last; ++address) {
         if (!convert_run({address, address, leaf.texts->text_at(address)}, conversion)) {
             return false;

@@ -112,7 +112,6 @@ private:
     }
     [[nodiscard]] std::string_view find(std::uint32_t address) const noexcept;
     void set_slowly(std::uint32_t address, std::string_view text);
-    void set_in_page(std::uint32_t first, std::string_view texts, std::size_t length);
     void shrink(std::uint32_t size) noexcept;
     void grow(std::uint32_t size, std::string_view fill);
     void assign_range(const address_range& range, const pattern_ref& texts);

@@ -94,9 +94,7 @@ template <class Inner>
 void drop_in(word_subtree<Inner>& tree, std::uint64_t tree_first, std::uint64_t end) noexcept {
     if (tree_first >= end) {
         tree = pattern_ref();
-        return;
-    }
-    if constexpr (!is_page<Inner>) {
+    } else if constexpr (!is_page<Inner>) {
         if (Inner* inner = inner_of(tree)) {
             for (auto& child : inner->children) {
                 drop_in(child, tree_first, end);

@@ -55,6 +55,7 @@ TEST_F(RifWriterRows, AreWrittenAsTheyAreWhenTheyFillTheWordSize) {
     EXPECT_EQ(written(8, 40, 2), expected(40, 2));
     EXPECT_EQ(written(16, 40, 4), expected(40, 4));
     EXPECT_EQ(written(32, 40, 8), expected(40, 8));
+    EXPECT_EQ(written(36, 40, 9), expected(40, 9));
     EXPECT_EQ(written(0, 40, 5), expected(40, 5));
 }
 
@@ -72,12 +73,30 @@ TEST_F(RifWriterRows, AreCutWhenTheyAreLongerThanTheWordSize) {
     EXPECT_EQ(written(8, 40, 3), expected(40, 2));
     EXPECT_EQ(written(6, 300, 2), expected(300, 2, 0x3F));
     EXPECT_EQ(written(3, 300, 2), expected(300, 1, 7));
+    EXPECT_EQ(written(4, 40, 16), expected(40, 1, 0xF));
 }
 
 TEST_F(RifWriterRows, AreConvertedFromAnotherRadix) {
     const std::string text = written(8, 30, 2, 0, RADIX_OCT);
     EXPECT_TRUE(text.starts_with("\n@0\n00 01 02 03 04 05 06 07 \n")) << text;
     EXPECT_NE(text.find("\n@10\n08 09 0A 0B 0C 0D 0E 0F \n"), std::string::npos) << text;
+}
+
+TEST_F(RifWriterRows, OfWordsWithoutDigitsAreBlanks) {
+    kvr::rif_memory memory(nullptr);
+    memory.memory_radix = RADIX_HEX;
+    memory.resize_words(40);
+    memory.data_words.fill(0, 39, {"7"});
+    std::string text;
+    for (std::uint32_t address = 0; address < 40; address += 2) {
+        memory.data_words.set(address, "");
+        text += address % 8 == 0 ? "\n@" + number_text(address, 16, 1, false) + "\n" : "";
+        text += " 7 ";
+    }
+    ASSERT_NE(memory.data_words.row_at(0).count, 0U);
+    memory.file_name = directory.path("out.rif");
+    EXPECT_TRUE(kvr::write_rif_file(memory));
+    EXPECT_EQ(kvr_test::content_of(memory.file_name), text);
 }
 
 TEST_F(RifWriterRows, MayBeginWithinAGroup) {

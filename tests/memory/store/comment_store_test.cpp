@@ -309,4 +309,62 @@ TEST(CommentStore, AssignmentThatFailsLeavesTheCommentsAsTheyWere) {
     expect_equal(comments, wanted);
 }
 
+/// Pairs of a gap of three empty comments and a comment, and their model.
+void append_pairs(comment_store& comments, std::deque<std::string>& model, int count) {
+    for (int pair = 0; pair < count; ++pair) {
+        model.resize(model.size() + 3);
+        model.push_back(std::to_string(pair));
+        comments.append_empty_up_to(comments.size() + 3);
+        comments.insert(comments.size(), model.back());
+    }
+}
+
+/// 256 entries are kept together.
+TEST(CommentStore, TakesCommentsAnywhereAmidFullLists) {
+    for (const int pairs : {127, 128, 129, 300}) {
+        for (const std::size_t around : {0U, 256U, 512U, 768U, 1024U, 1200U}) {
+            for (std::size_t index = around < 6 ? 0 : around - 6; index < around + 7; ++index) {
+                comment_store comments;
+                std::deque<std::string> model;
+                append_pairs(comments, model, pairs);
+                if (index > model.size()) {
+                    break;
+                }
+                for (const char* const text : {"first", "second"}) {
+                    comments.insert(index, text);
+                    model.insert(model.begin() + static_cast<std::ptrdiff_t>(index), text);
+                }
+                comments.push_front("front");
+                model.push_front("front");
+                ASSERT_EQ(copy_of(comments), model) << index << " of " << pairs << " pairs";
+                ASSERT_EQ(comments[index + 1], "second");
+            }
+        }
+    }
+}
+
+TEST(CommentStore, TakesACommentBeforeAFullList) {
+    for (const int pairs : {127, 128, 129}) {
+        comment_store comments;
+        std::deque<std::string> model;
+        append_pairs(comments, model, pairs);
+        for (int number = 0; number < 300; ++number) {
+            comments.push_front(std::to_string(number));
+            model.push_front(std::to_string(number));
+        }
+        expect_equal(comments, model);
+    }
+}
+
+TEST(CommentStore, ClearedStoreGivesItsMemoryBack) {
+    const allocation_meter meter;
+    comment_store comments;
+    const std::size_t before = allocation_meter::live();
+    for (int number = 0; number < 1000; ++number) {
+        comments.push_front(std::string(100, 'x'));
+    }
+    comments.clear();
+    EXPECT_LE(allocation_meter::live(), before + 1024);
+}
+
 } // namespace

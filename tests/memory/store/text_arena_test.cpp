@@ -1,4 +1,5 @@
 #include "kvr/memory/store/text_arena.h"
+#include "tests/allocation.h"
 
 #include <gtest/gtest.h>
 
@@ -60,6 +61,44 @@ TEST(TextArena, SwappedArenasExchangeTheirTexts) {
     one.clear();
     EXPECT_EQ(text_arena::text_at(kept), "abc");
     EXPECT_EQ(text_arena::text_at(other.keep("def")), "def");
+}
+
+TEST(TextArena, ReservesAtMostTwiceWhatItsTextsTake) {
+    const std::string text(62, 'x'); // 63 characters with the length
+    const allocation_meter meter;
+    text_arena arena;
+    for (std::size_t kept = 1; kept <= 5000; ++kept) {
+        arena.keep(text);
+        ASSERT_LE(allocation_meter::live(), 2 * 63 * kept + 2048);
+    }
+}
+
+TEST(TextArena, AllocatesFewBlocks) {
+    const std::string text(63, 'x');
+    const std::size_t before = allocation_count();
+    text_arena arena;
+    arena.keep(text);
+    const std::size_t after_first = allocation_count();
+    for (int kept = 1; kept < 16; ++kept) {
+        arena.keep(text);
+    }
+    EXPECT_EQ(allocation_count(), after_first) << "sixteen texts of 64 characters fill the first block";
+    for (int kept = 16; kept < 16384; ++kept) {
+        arena.keep(text);
+    }
+    EXPECT_LE(allocation_count() - before, 30U) << "one MiB: the blocks grow up to 64 KiB";
+}
+
+TEST(TextArena, BeginsSmallAgainAfterClearing) {
+    const allocation_meter meter;
+    text_arena arena;
+    for (int kept = 0; kept < 5000; ++kept) {
+        arena.keep("some text");
+    }
+    arena.clear();
+    EXPECT_LE(allocation_meter::live(), 64U);
+    EXPECT_EQ(text_arena::text_at(arena.keep("abc")), "abc");
+    EXPECT_LE(allocation_meter::live(), 1200U);
 }
 
 } // namespace

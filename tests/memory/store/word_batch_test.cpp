@@ -124,4 +124,59 @@ TEST(WordBatch, LeavesTheWordsThatWereSetLast) {
     }
 }
 
+/// How many of the next words of @p length at @p address must be set apart.
+std::uint32_t words_set_apart(word_batch& batch, std::uint32_t address, std::size_t length) {
+    std::uint32_t apart = 0;
+    while (apart < 100 && batch.room_for(address, length) == nullptr) {
+        ++apart;
+    }
+    batch.drop();
+    return apart;
+}
+
+TEST(WordBatch, SetsSomeWordsApartAfterItHasCollectedLessThanEight) {
+    for (const std::size_t length : {1U, 4U, 64U}) {
+        for (const std::uint32_t collected : {1U, 7U, 8U, 9U}) {
+            word_store words;
+            words.resize(10000, "0");
+            word_batch batch(words);
+            for (std::uint32_t address = 0; address < collected; ++address) {
+                std::fill_n(batch.room_for(address, length), length, 'A');
+            }
+            EXPECT_EQ(words_set_apart(batch, 5000, length), collected < 8 ? 32U : 0U) << collected;
+        }
+    }
+}
+
+TEST(WordBatch, CollectsWordsThatCanBePacked) {
+    word_store words;
+    words.resize(10, "0");
+    for (const std::size_t length : {0U, 1U, 255U, 256U, 257U}) {
+        word_batch batch(words);
+        EXPECT_EQ(batch.room_for(0, length) != nullptr, length >= 1 && length <= 256) << length;
+        batch.drop();
+    }
+}
+
+TEST(WordBatch, UsesItsRoomAgainUnlessAPageMayTakeItOver) {
+    word_store words;
+    words.resize(10 * kvr::page_words, "0");
+    word_batch batch(words);
+    const auto room_at = [&](std::uint32_t address, std::size_t length) {
+        const char* const room = batch.room_for(address, length);
+        batch.drop();
+        return room;
+    };
+    const char* const room = room_at(100, 4);
+    EXPECT_EQ(room_at(200, 4), room);
+    EXPECT_EQ(room_at(kvr::page_words, 4), room);
+    EXPECT_EQ(room_at(300, 3), room) << "shorter words within a page";
+    const char* const room_of_page = room_at(2 * kvr::page_words, 2);
+    EXPECT_NE(room_of_page, room) << "shorter words from the first of a page on";
+    EXPECT_EQ(room_at(3 * kvr::page_words, 2), room_of_page);
+    EXPECT_EQ(room_at(300, 2), room_of_page);
+    EXPECT_EQ(room_at(300, 1), room_of_page);
+    EXPECT_NE(room_at(300, 3), room_of_page) << "longer words";
+}
+
 } // namespace

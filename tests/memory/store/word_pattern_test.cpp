@@ -1,10 +1,14 @@
 #include "kvr/memory/store/word_pattern.h"
+#include "tests/allocation.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -93,6 +97,28 @@ TEST(WordPattern, ConversionThatFailsGivesNone) {
         made = text;
         return text != "333";
     }));
+}
+
+TEST(WordPattern, ConversionKeepsTheOrder) {
+    for (const std::uint32_t first : {0U, 10U, 4000000000U}) {
+        const pattern_ref pattern = word_pattern::repeating(first, three_values.data(), three_values.size());
+        const pattern_ref made = pattern->converted([](std::string_view text, std::string& converted) {
+            converted.assign("<").append(text).append(">");
+            return true;
+        });
+        EXPECT_EQ(made->period(), 3U);
+        EXPECT_EQ(made->text_at(first), "<1>");
+        EXPECT_EQ(made->text_at(first + 1), "<>");
+        EXPECT_EQ(made->text_at(first + 2), "<333>");
+    }
+}
+
+TEST(WordPattern, TakesNineBytesForEachTextOfOneCharacter) {
+    constexpr std::size_t count = 1025;
+    const std::vector<std::string_view> values(count, "1");
+    const allocation_meter meter;
+    const pattern_ref pattern = word_pattern::repeating(0, values.data(), count);
+    EXPECT_LE(allocation_meter::live(), 9 * count + 256);
 }
 
 } // namespace

@@ -46,4 +46,23 @@ TEST(WordStoreShrink, FreesTheMemoryOfWordsFarAfterThoseThatStay) {
     EXPECT_EQ(words[far], "1");
 }
 
+TEST(WordStoreShrink, FreesPagesFromTheNewEndOn) {
+    constexpr auto last_root = static_cast<std::uint32_t>(kvr::root_words);
+    constexpr std::uint32_t words_of_pages = 3 * kvr::page_words;
+    constexpr std::size_t length = 100;
+    for (const std::uint32_t first : {0U, last_root, 2 * last_root}) {
+        const allocation_meter meter;
+        kvr::word_store words;
+        words.resize(first + words_of_pages, "0");
+        for (std::uint32_t word = 0; word < words_of_pages; ++word) {
+            words.set(first + word, std::to_string(100000 + word) + std::string(length - 6, 'x'));
+        }
+        for (std::uint32_t pages = 3; pages-- > 0;) {
+            const std::size_t before = allocation_meter::live();
+            words.resize(first + pages * kvr::page_words, "0");
+            EXPECT_LE(allocation_meter::live() + kvr::page_words * length, before) << pages;
+        }
+    }
+}
+
 } // namespace

@@ -132,4 +132,88 @@ TEST(WordStoreTransform, FailsForATextOfAPatternThatOneWordHas) {
     EXPECT_EQ(words[kvr::page_words + 1], "1");
 }
 
+/// A store of @p size words of two digits. The words after its end are "1".
+kvr::word_store store_of_numbers(std::uint32_t size) {
+    kvr::word_store words;
+    words.resize(size, "1");
+    for (std::uint32_t address = 0; address < size; ++address) {
+        words.set(address, std::to_string(10 + address % 90));
+    }
+    return words;
+}
+
+TEST(WordStoreTransform, LeavesKeptRowsWhereTheyAre) {
+    for (const std::uint32_t size : {1024U, 1500U, 2048U, 3000U}) {
+        kvr::word_store words = store_of_numbers(size);
+        const char* const first = words.row_at(0).texts;
+        const char* const last = words.row_at(size - 1).texts;
+        EXPECT_TRUE(words.transform(double_one, keep_every_row));
+        EXPECT_EQ(words.row_at(0).texts, first) << size;
+        EXPECT_EQ(words.row_at(size - 1).texts, last) << size;
+    }
+}
+
+TEST(WordStoreTransform, ConvertsAWordAtAnyPlaceAmidKeptRows) {
+    for (const std::uint32_t size : {1U, 2U, 1024U, 1025U, 1500U, 2049U}) {
+        for (const std::uint32_t place : {0U, 1U, size / 2, 1023U, 1024U, size - 1}) {
+            kvr::word_store words = store_of_numbers(size);
+            if (place >= size) {
+                continue;
+            }
+            words.set(place, "1");
+            EXPECT_TRUE(words.transform(double_one, keep_every_row));
+            for (std::uint32_t address = 0; address < size; ++address) {
+                ASSERT_EQ(words[address], address == place ? "11" : std::to_string(10 + address % 90))
+                    << size;
+            }
+        }
+    }
+}
+
+TEST(WordStoreTransform, ConvertsRowsThatAreNotKept) {
+    kvr::word_store words;
+    words.resize(2 * kvr::page_words, "1");
+    for (std::uint32_t address = 0; address < words.size(); address += 2) {
+        words.set(address, "2");
+    }
+    EXPECT_TRUE(words.transform(double_one, [](const kvr::word_row& /*row*/) { return false; }));
+    EXPECT_EQ(words[0], "2");
+    EXPECT_EQ(words[1], "11");
+    EXPECT_EQ(words[words.size() - 1], "11");
+}
+
+/// A store of 1500 words that had more. The first word after the first page may be shorter than the others.
+kvr::word_store store_that_had_more(const std::string& first_of_second_page) {
+    kvr::word_store words = store_of_numbers(2 * kvr::page_words);
+    words.set(kvr::page_words, first_of_second_page);
+    words.resize(1500, "");
+    return words;
+}
+
+TEST(WordStoreTransform, DoesNotAskForRowsOfWordsThatWereDropped) {
+    for (const char* const odd : {"77", "7"}) {
+        for (const bool keep : {true, false}) {
+            kvr::word_store words = store_that_had_more(odd);
+            std::uint32_t asked = 0;
+            std::uint32_t converted = 0;
+            EXPECT_TRUE(words.transform(
+                [&converted](std::string_view text, std::string& made) {
+                    ++converted;
+                    made = text;
+                    return true;
+                },
+                [&](const kvr::word_row& row) {
+                    asked += row.count;
+                    return keep;
+                }));
+            if (keep) {
+                EXPECT_EQ(asked + converted, 1500U) << odd;
+            } else {
+                EXPECT_EQ(converted, 1500U) << odd;
+            }
+            EXPECT_EQ(words[kvr::page_words], odd);
+        }
+    }
+}
+
 } // namespace
