@@ -215,6 +215,19 @@ TEST_F(MemoryFile, TheHighestAddressOfIntelHexIsThatOfTheLastRead) {
     EXPECT_EQ(file.get_highest_address(), 0U);
 }
 
+TEST_F(MemoryFile, TheLowestAddressIsThatOfTheLastReadOfIntelHex) {
+    const kvr_test::temporary_directory folder;
+    kvr_test::write_content(folder.path("words.hex"), ":01000500a555\n:00000001ff\n");
+    file.set_file_type(FILE_TYPE_HEX);
+    file.set_file_name(folder.path("words.hex"));
+    file.set_word_size(8);
+    file.set_memory_radix(RADIX_HEX);
+    ASSERT_TRUE(file.read_file());
+    EXPECT_EQ(file.get_lowest_address(), 5U);
+    file.set_file_type(FILE_TYPE_MIF);
+    EXPECT_EQ(file.get_lowest_address(), 0U);
+}
+
 TEST_F(MemoryFile, AHandlerKeepsItsWordsWhileTheTypeIsAnother) {
     file.set_file_type(FILE_TYPE_MIF);
     file.set_memory_radix(RADIX_HEX);

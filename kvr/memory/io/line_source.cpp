@@ -20,8 +20,8 @@ line_source::line_source(std::FILE* stream, std::size_t longest_line) : file(str
         return;
     }
     static_cast<void>(std::setvbuf(file.get(), nullptr, _IONBF, 0));
-    const bool seekable = std::fseek(file.get(), 0, SEEK_CUR) == 0;
-    file_start = seekable ? std::ftell(file.get()) : 0;
+    file_start = std::ftell(file.get());
+    const bool seekable = file_start >= 0;
     exhausted = false;
     const bool has_bytes = fetch();
     while (!seekable && fetch()) {
@@ -64,7 +64,6 @@ std::string_view line_source::next_line() {
         return cut_line();
     }
     end_met = true;
-    position = end;
     return ahead;
 }
 

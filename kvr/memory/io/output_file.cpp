@@ -69,9 +69,7 @@ void output_file::write_through(const char* bytes, std::size_t count) noexcept {
         const std::size_t written = std::fwrite(bytes, 1, count, file.get());
         bytes += written;
         count -= written;
-        if (std::ferror(file.get()) != 0 && errno == EINTR) {
-            std::clearerr(file.get());
-        } else if (count > 0) {
+        if (count > 0 && errno != EINTR) {
             first_failure = errno != 0 ? errno : EIO;
         }
     }

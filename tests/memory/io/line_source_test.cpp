@@ -246,6 +246,13 @@ TEST_P(LineSourceBlockBorder, LineWithinTheLimitAcrossTheBorder) {
     EXPECT_EQ(rest_of(source), model_lines(content, 300));
 }
 
+TEST_P(LineSourceBlockBorder, CharactersBeforeItAreAsManyAsTheLimit) {
+    const temporary_directory directory;
+    const std::string content = std::string(GetParam() - 21, 'x') + '\n' + std::string(20, 'y') + "\nz";
+    line_source source = line_source::open(directory.file("file", content), 20);
+    EXPECT_EQ(rest_of(source), model_lines(content, 20));
+}
+
 TEST(LineSourceFile, LinesOfManyBlocksAreHandedOutWhole) {
     const temporary_directory directory;
     const std::string content = lines_of_length(3 * line_source::block_size + 5, 3) + "end";
@@ -342,6 +349,20 @@ TEST(LineSource, FirstOfRestIsFoundBlocksLater) {
     EXPECT_TRUE(source.at_end());
 }
 
+TEST(LineSource, TheTextEndsWithItsView) {
+    line_source source("ab  :::::::"sv.substr(0, 4), 2);
+    EXPECT_EQ(source.next_line(), "ab");
+    EXPECT_EQ(source.first_of_rest(" "), '\0');
+    EXPECT_TRUE(source.at_end());
+}
+
+TEST(LineSource, NextLineSkipsTheRestOfALineThatWasCut) {
+    line_source source("abcd\nef\n"sv, 2);
+    EXPECT_EQ(source.next_line(), "ab");
+    EXPECT_EQ(source.next_line(), "ef");
+    EXPECT_FALSE(source.line_was_cut());
+}
+
 TEST(LineSource, FirstOfRestMeetsTheEnd) {
     line_source source("abc"sv, 2);
     source.next_line();
@@ -380,6 +401,18 @@ TEST(LineSource, RewindFromTheMiddleOfAFile) {
     for (int count = 0; count < 500; ++count) {
         source.next_line();
     }
+    ASSERT_TRUE(source.rewind());
+    EXPECT_EQ(rest_of(source), model_lines(content, line_source::unlimited));
+}
+
+TEST(LineSource, RewindGoesBackToWhereTheStreamStood) {
+    const temporary_directory directory;
+    const std::string content = lines_of_length(999, 600);
+    std::FILE* const stream = stream_over(directory.file("file", "skipped\n" + content));
+    ASSERT_NE(stream, nullptr);
+    ASSERT_EQ(std::fseek(stream, 8, SEEK_SET), 0);
+    line_source source(stream);
+    rest_of(source);
     ASSERT_TRUE(source.rewind());
     EXPECT_EQ(rest_of(source), model_lines(content, line_source::unlimited));
 }
@@ -523,13 +556,18 @@ struct scripted_file {
     int error_at_end = 0; ///< errno after the content; 0: end of file
     bool interrupt_every_other_read = false;
     bool seekable = true;
+    std::size_t interrupted_at = std::string::npos; ///< where one read is interrupted
     std::size_t position = 0;
     int reads = 0;
 };
 
 ssize_t read_scripted(void* cookie, char* buffer, std::size_t size) {
     auto& file = *static_cast<scripted_file*>(cookie);
-    if (file.interrupt_every_other_read && ++file.reads % 2 == 0) {
+    const bool is_interrupted = file.position >= file.interrupted_at;
+    if (is_interrupted) {
+        file.interrupted_at = std::string::npos;
+    }
+    if (is_interrupted || (file.interrupt_every_other_read && ++file.reads % 2 == 0)) {
         errno = EINTR;
         return -1;
     }
@@ -566,6 +604,13 @@ TEST(LineSourceReads, InterruptedReadsAreRetried) {
     EXPECT_FALSE(source.failed());
 }
 
+TEST(LineSourceReads, AnInterruptedReadFillsTheRestOfTheBlock) {
+    scripted_file file{.content = lines_of_length(999, 270), .interrupted_at = line_source::block_size / 2};
+    line_source source(stream_over(file));
+    EXPECT_EQ(source.whole_lines().size(), line_source::block_size / 1000 * 1000);
+    EXPECT_EQ(rest_of(source), model_lines(file.content, line_source::unlimited));
+}
+
 TEST(LineSourceReads, FailureOfTheFirstIsNotOpen) {
     scripted_file file{.content = "", .error_at_end = EIO};
     EXPECT_FALSE(line_source(stream_over(file)).is_open());
@@ -595,6 +640,27 @@ TEST(LineSourceReads, RewindFailsWhenTheFileCannotBeSoughtInAnyMore) {
     line_source source(stream_over(file));
     file.seekable = false;
     EXPECT_FALSE(source.rewind());
+}
+
+TEST(LineSourceReads, RewindFailsWhenTheFileCannotBeReadAnyMore) {
+    scripted_file file{.content = lines_of_length(999, 1000)};
+    line_source source(stream_over(file));
+    file.content.clear();
+    file.error_at_end = EIO;
+    EXPECT_FALSE(source.rewind());
+    EXPECT_TRUE(source.failed());
+}
+
+TEST(LineSourceReads, AFileThatIsWholeInTheBufferIsNotReadAgain) {
+    scripted_file file{.content = "first\n" + std::string(line_source::block_size, 'x')};
+    line_source source(stream_over(file));
+    rest_of(source);
+    ASSERT_TRUE(source.rewind()); // the last line has made room for the first
+    file.seekable = false;
+    for (int round = 0; round < 2; ++round) {
+        EXPECT_EQ(rest_of(source), model_lines(file.content, line_source::unlimited));
+        EXPECT_TRUE(source.rewind());
+    }
 }
 
 TEST(LineSourceReads, FailureOfAPipeIsKnownFromTheStart) {

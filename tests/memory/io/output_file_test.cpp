@@ -143,6 +143,18 @@ TEST(OutputFile, AssignmentFinishesTheFileThatIsReplaced) {
     EXPECT_EQ(content_of(directory.path("second")), "second");
 }
 
+TEST(OutputFile, AssignmentTakesWhatIsNotYetWritten) {
+    const temporary_directory directory;
+    output_file file = output_file::create(directory.path("first"));
+    file.write("longer than what follows");
+    output_file other = output_file::create(directory.path("second"));
+    other.write("one ");
+    file = std::move(other);
+    file.write("two");
+    EXPECT_TRUE(file.close());
+    EXPECT_EQ(content_of(directory.path("second")), "one two");
+}
+
 TEST(OutputFile, StreamIsClosedWithTheFile) {
     const temporary_directory directory;
     output_file file(std::fopen(directory.path("file").c_str(), "wb"));
@@ -228,6 +240,17 @@ std::FILE* stream_over(scripted_disk& disk) {
     return fopencookie(&disk, "wb", {nullptr, write_scripted, nullptr, nullptr});
 }
 
+TEST(OutputFileWrites, ATextOfABlockOrMoreIsWrittenAtOnce) {
+    for (const std::size_t size : {whole_block, whole_block + 1, 2 * whole_block}) {
+        scripted_disk disk{.capacity = 10 * whole_block};
+        output_file file(stream_over(disk));
+        file.write("<");
+        EXPECT_EQ(disk.content, "");
+        file.write(std::string(size, 'x'));
+        EXPECT_TRUE(disk.content == "<" + std::string(size, 'x')) << size;
+    }
+}
+
 TEST(OutputFileWrites, InterruptedWritesAreContinued) {
     std::mt19937 random(6);
     const std::string text = random_text(random, 3 * whole_block + 17);
@@ -248,12 +271,12 @@ std::FILE* stream_over(silent_disk& disk, int reason) {
     static int reason_given = 0;
     reason_given = reason;
     const auto write = [](void* cookie, const char* /*bytes*/, std::size_t size) {
-        errno = reason_given;
+        errno = reason_given != 0 ? reason_given : errno;
         return static_cast<silent_disk*>(cookie)->takes_writes ? static_cast<ssize_t>(size) : ssize_t{0};
     };
     const auto close = [](void* cookie) {
         ++static_cast<silent_disk*>(cookie)->closing;
-        errno = reason_given;
+        errno = reason_given != 0 ? reason_given : errno;
         return -1;
     };
     return fopencookie(&disk, "wb", {nullptr, write, nullptr, close});
@@ -264,6 +287,7 @@ TEST(OutputFileWrites, FailureOfTheCloseIsAFailure) {
         silent_disk disk{.takes_writes = true};
         output_file file(stream_over(disk, reason));
         file.write("text");
+        errno = EACCES; // of an earlier call
         EXPECT_FALSE(file.close());
         EXPECT_EQ(disk.closing, 1);
         EXPECT_EQ(file.failure(), reason != 0 ? reason : EIO);
@@ -274,6 +298,7 @@ TEST(OutputFileWrites, FirstFailureIsReported) {
     for (const int reason : {ENOSPC, 0}) {
         silent_disk disk{.takes_writes = false};
         output_file file(stream_over(disk, reason));
+        errno = EACCES; // of an earlier call
         file.write(std::string(2 * whole_block, 'x'));
         disk.takes_writes = true;
         EXPECT_FALSE(file.close());

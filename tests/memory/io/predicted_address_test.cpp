@@ -120,10 +120,36 @@ TEST(PredictedAddress, AddressesThatJumpAreNotPredicted) {
     EXPECT_TRUE(predicted.matches(("07:" + rest_of_lines).data()));
 }
 
-TEST(PredictedAddress, LongBlanksAreNotPredicted) {
+TEST(PredictedAddress, AJumpEndsThePredictionOfTheLinesBeforeIt) {
     predicted_address predicted;
-    learn(predicted, {std::string(30, ' '), ":", 16, 2, false}, 0, 1);
+    const line_style style{"", ":", 16, 2, false};
+    learn(predicted, style, 0, 1);
+    learn(predicted, style, 5, 1);
     EXPECT_EQ(predicted.size(), 0U);
+    EXPECT_FALSE(predicted.matches(("01:" + rest_of_lines).data()));
+}
+
+TEST(PredictedAddress, LettersAreWrittenLikeTheLastOnes) {
+    predicted_address predicted;
+    line_style style{"", ":", 16, 2, true};
+    learn(predicted, style, 0, 0xE);
+    learn(predicted, style, 0xE, 2);
+    learn(predicted, style, 0x10, 0xA); // has no letter
+    EXPECT_TRUE(predicted.matches(("1a:" + rest_of_lines).data()));
+    style.lower_case = false;
+    learn(predicted, style, 0x1A, 1);
+    EXPECT_TRUE(predicted.matches(("1B:" + rest_of_lines).data()));
+}
+
+TEST(PredictedAddress, LongBlanksAreNotPredicted) {
+    const auto size_after = [](std::size_t blanks) {
+        predicted_address predicted;
+        learn(predicted, {std::string(blanks, ' '), ":", 16, 2, false}, 0, 1);
+        return predicted.size();
+    };
+    EXPECT_EQ(size_after(predicted_address::readable - 3), predicted_address::readable);
+    EXPECT_EQ(size_after(predicted_address::readable - 2), 0U);
+    EXPECT_EQ(size_after(predicted_address::readable + 6), 0U);
 }
 
 } // namespace
