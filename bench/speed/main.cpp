@@ -1,13 +1,15 @@
-// speed_table TOOL FOLDER [GROUP]
+// speed_table TOOL FOLDER GROUP
 // Prints the time of the library in units of the minimum that the machine needs; docs/performance.md explains
 // the rows. TOOL is kvrmem, built for speed. FOLDER is on a memory file system. GROUP is one of files, tool,
-// memory, numbers, words, bytes, operations.
+// memory, numbers, words, bytes, operations. A process measures one group, because the peak of memory of a
+// child process is at least the memory of the process that starts it.
 
 #include "bench/speed/table.h"
 #include "bench/speed/work.h"
 
+#include <algorithm>
+#include <array>
 #include <cstdio>
-#include <cstring>
 #include <string_view>
 
 namespace speed {
@@ -27,6 +29,22 @@ void print_row(const table_row& row) {
 
 } // namespace speed
 
+namespace {
+
+struct group {
+    std::string_view name;
+    void (*print_rows)(const speed::table_settings&);
+};
+constexpr std::array<group, 7> groups = {{{"files", speed::file_rows},
+                                          {"tool", speed::tool_rows},
+                                          {"memory", speed::memory_rows},
+                                          {"numbers", speed::number_rows},
+                                          {"words", speed::word_rows},
+                                          {"bytes", speed::byte_rows},
+                                          {"operations", speed::operation_rows}}};
+
+} // namespace
+
 int main(int count, char** words) {
     if (count > 1) {
         const int answer = speed::run_work({words + 1, words + count});
@@ -34,34 +52,15 @@ int main(int count, char** words) {
             return answer;
         }
     }
-    if (count < 3) {
-        std::fputs("usage: speed_table TOOL FOLDER [files|tool|memory|numbers|words|bytes|operations]\n",
+    const std::string_view name = count == 4 ? words[3] : "";
+    const auto* const chosen = std::find_if(groups.begin(), groups.end(),
+                                            [&](const group& candidate) { return candidate.name == name; });
+    if (chosen == groups.end()) {
+        std::fputs("usage: speed_table TOOL FOLDER files|tool|memory|numbers|words|bytes|operations\n",
                    stderr);
         return 4;
     }
-    const std::string_view group = count > 3 ? words[3] : "";
-    const speed::table_settings settings = {.self = words[0], .tool = words[1], .folder = words[2]};
     speed::print_head();
-    if (group.empty() || group == "files") {
-        speed::file_rows(settings);
-    }
-    if (group.empty() || group == "tool") {
-        speed::tool_rows(settings);
-    }
-    if (group.empty() || group == "memory") {
-        speed::memory_rows();
-    }
-    if (group.empty() || group == "numbers") {
-        speed::number_rows(settings);
-    }
-    if (group.empty() || group == "words") {
-        speed::word_rows(settings);
-    }
-    if (group.empty() || group == "bytes") {
-        speed::byte_rows(settings);
-    }
-    if (group.empty() || group == "operations") {
-        speed::operation_rows(settings);
-    }
+    chosen->print_rows({.self = words[0], .tool = words[1], .folder = words[2]});
     return 0;
 }

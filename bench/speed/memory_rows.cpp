@@ -47,7 +47,7 @@ double comment_bytes() {
 
 } // namespace
 
-void memory_rows() {
+void memory_rows(const table_settings& /*settings*/) {
     const double text = 2;
     const double packed = bytes_a_word([](kvr::word_store& store) {
         store.resize(words_measured, "0");

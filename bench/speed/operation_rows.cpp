@@ -68,7 +68,12 @@ public:
         run(binary + words32 + "--ecc hsiao-39-32 --to mif @bytes.binary @ecc.mif");
         run("split --force --bits 8 --from binary " + words32 + "--to binary @bytes.binary @lane%d.binary");
         run("split --force --every 4 --from binary " + words32 + "--to binary @bytes.binary @bank%d.binary");
-        run("split --force --blocks 4 --from binary --to hexbytes @bytes.binary @block%d.hexbytes");
+        const std::array quarters = {"0..0x3FFFFF", "0x400000..0x7FFFFF", "0x800000..0xBFFFFF",
+                                     "0xC00000..0xFFFFFF"};
+        for (std::size_t number = 0; number < quarters.size(); ++number) {
+            run(binary + "--to hexbytes --only " + quarters[number] + " @bytes.binary @quarter" +
+                std::to_string(number) + ".hexbytes");
+        }
     }
     void print_operations() const {
         for (const memory_form& form : forms) {
@@ -115,8 +120,8 @@ public:
         print("binary, join --bits 8", join + "--endian little --bits 8 " + parts("@lane", ".binary"),
               plain32);
         print("binary, join --every 4", join + words32 + "--every 4 " + parts("@bank", ".binary"), plain32);
-        print("hexbytes, merge of 4 blocks",
-              "merge --force --to hexbytes --from hexbytes --output @made " + parts("@block", ".hexbytes"),
+        print("hexbytes, merge of 4 quarters",
+              "merge --force --to hexbytes --from hexbytes --output @made " + parts("@quarter", ".hexbytes"),
               "convert --force --from hexbytes --to hexbytes @bytes.hexbytes @made");
         print("binary, sum", "sum --from binary @bytes.binary", plain8);
         print("binary, sum --sha256", "sum --sha256 --from binary @bytes.binary", plain8);

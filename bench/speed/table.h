@@ -30,7 +30,7 @@ struct table_settings {
 
 // The groups of rows. Each group prints its rows as it measures them.
 void file_rows(const table_settings& settings);
-void memory_rows();
+void memory_rows(const table_settings& settings);
 void tool_rows(const table_settings& settings);
 void number_rows(const table_settings& settings);
 void word_rows(const table_settings& settings);
