@@ -5,6 +5,7 @@
 #include "kvrimage/image/byte_texts.h"
 #include "kvrimage/image/word_text.h"
 #include "kvrimage/image/work_position.h"
+#include "kvrimage/operations/bit_block.h"
 #include "kvrimage/operations/byte_numbers.h"
 
 #include <algorithm>
@@ -41,11 +42,6 @@ std::vector<word_string> strings_of(const byte_words& held) {
     return strings;
 }
 
-/// @param count 1 to 64
-std::uint64_t low_ones(std::uint32_t count) noexcept {
-    return ~std::uint64_t{0} >> (bits_per_limb - count);
-}
-
 // Queues of bits. Before a word is put in, they have less bits than a new word, so 128 are enough. A shift by
 // 64 bits is made of two.
 
@@ -64,7 +60,7 @@ public:
         count += in;
     }
     [[nodiscard]] std::uint64_t take() noexcept {
-        const std::uint64_t value = low & low_ones(out);
+        const std::uint64_t value = low & low_ones_of_limb(out);
         low = low >> 1U >> (out - 1) | high << (bits_per_limb - out);
         high = high >> 1U >> (out - 1);
         count -= out;
@@ -99,12 +95,12 @@ public:
     }
     [[nodiscard]] std::uint64_t take() noexcept {
         count -= out;
-        return (low >> count | high << 1U << (bits_per_limb - 1 - count)) & low_ones(out);
+        return (low >> count | high << 1U << (bits_per_limb - 1 - count)) & low_ones_of_limb(out);
     }
     /// Returns the bits of a part of a word and, for those that are missing, the bits of @p pad.
     [[nodiscard]] std::uint64_t completed(std::uint64_t pad) const noexcept {
         const std::uint32_t missing = out - count;
-        return (low << missing & low_ones(out)) | (pad & low_ones(missing));
+        return (low << missing & low_ones_of_limb(out)) | (pad & low_ones_of_limb(missing));
     }
 
 private:
