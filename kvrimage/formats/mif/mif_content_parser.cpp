@@ -2,6 +2,8 @@
 
 #include "kvr/memory/mif/mif_line.h"
 
+#include <fmt/format.h>
+
 #include <algorithm>
 #include <utility>
 
@@ -213,7 +215,7 @@ void mif_content_parser::parse_range_without_brackets() {
     }
     const span range = between(statement.first.offset, last_end);
     const std::string instead =
-        "[" + std::string(tokens.in(statement.first)) + ".." + std::string(tokens.in(statement.last)) + "]";
+        fmt::format("[{}..{}]", tokens.in(statement.first), tokens.in(statement.last));
     find(mif_syntax::range_separator, range,
          statement.last.length != 0 ? std::optional(text_edit{range.offset, range.length, instead})
                                     : std::nullopt,

@@ -262,7 +262,9 @@ void mif_formatter::place_later_value(const span& value) {
     } else {
         const std::size_t room = longest_kvr_line - std::min(longest_kvr_line, shown.size() + 1);
         const std::size_t column = std::clamp(room, mif_indent.size(), head_length);
-        lines.begin_line(std::string(mif_indent) + std::string(column - mif_indent.size(), ' '), indent);
+        std::string blanks(mif_indent);
+        blanks.resize(column, ' ');
+        lines.begin_line(blanks, indent);
     }
     lines.append(shown);
 }
