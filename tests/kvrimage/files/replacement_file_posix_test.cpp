@@ -1,10 +1,12 @@
 #include "kvrimage/files/replacement_file.h"
 #include "tests/kvrimage/files/failing_call.h"
+#include "tests/kvrimage/files/free_standard_input.h"
 #include "tests/kvrimage/files/interrupting_signals.h"
 #include "tests/kvrimage/files/written_file.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <fcntl.h>
 #include <filesystem>
@@ -65,9 +67,29 @@ TEST_F(ReplacementFile, GivesANewFileThePermissionsOfTheProcess) {
 
 TEST_F(ReplacementFile, KeepsThePermissionsOfTheOldFile) {
     folder.write("a", "old");
-    chmod(folder.path("a").c_str(), 0604);
-    write_to(folder.path("a"), "new");
-    EXPECT_EQ(permissions_of(folder.path("a")), 0604U);
+    for (const mode_t mode : {0604U, 04751U}) {
+        chmod(folder.path("a").c_str(), mode);
+        write_to(folder.path("a"), "new");
+        EXPECT_EQ(permissions_of(folder.path("a")), mode);
+    }
+}
+
+TEST_F(ReplacementFile, IsWrittenWithTheDescriptorZero) {
+    folder.write("a", "old");
+    const free_standard_input none;
+    for (const std::size_t size : {1U, 65536U}) {
+        replacement_file file(folder.path("a"));
+        file.write(std::string(size, 'x'));
+        const auto written = std::ranges::count_if(
+            std::filesystem::directory_iterator(folder.path()),
+            [size](const auto& entry) { return entry.file_size() == size && size > 1; });
+        EXPECT_EQ(written, size > 1 ? 1 : 0) << "a large text is not kept in a buffer";
+        file.commit();
+        EXPECT_EQ(folder.read("a"), std::string(size, 'x'));
+        EXPECT_FALSE(is_open_descriptor(0));
+        folder.write("a", "old");
+    }
+    EXPECT_EQ(folder.count_files(), 1);
 }
 
 TEST_F(ReplacementFile, FollowsLinksAlsoToWhereNothingIs) {
@@ -271,6 +293,11 @@ TEST_F(ReplacementFile, ReportsASpecialFileThatCannotBeOpened) {
     close(descriptor);
 }
 
+TEST_F(ReplacementFileThatFails, KeepsTheOwnerWithoutACallIfItIsTheSame) {
+    EXPECT_EXIT(replace({{owner_call, EPERM}}), testing::ExitedWithCode(0), "^<>");
+    EXPECT_EQ(permissions_of(folder.path("a")), 04755U);
+}
+
 TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
     const int next = dup(STDIN_FILENO);
     close(next);
@@ -280,12 +307,15 @@ TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
         dup2(STDIN_FILENO, next); // code that runs at the end of the process opens another descriptor
         return "<" + failure + ">";
     };
-    EXPECT_EXIT(end_with_answer({{status_call, EIO, 0, ~0U, descriptor},
-                                 {SYS_fstat, EIO, 0, ~0U, descriptor},
-                                 {SYS_statx, EIO, 0, ~0U, descriptor},
-                                 {owner_call, EPERM}},
-                                replace_and_take_descriptor),
+    const failing_call by_name = {status_call, EIO, 0, ~0U, descriptor};
+    const failing_call by_number = {SYS_fstat, EIO, 0, ~0U, descriptor};
+    const failing_call by_any = {SYS_statx, EIO, 0, ~0U, descriptor};
+    EXPECT_EXIT(end_with_answer({by_name, by_number, by_any}, replace_and_take_descriptor),
                 testing::ExitedWithCode(0), "^<>");
+    EXPECT_EQ(permissions_of(folder.path("a")), 04755U) << "the owner can be set";
+    EXPECT_EXIT(
+        end_with_answer({by_name, by_number, by_any, {owner_call, EPERM}}, replace_and_take_descriptor),
+        testing::ExitedWithCode(0), "^<>");
     EXPECT_EQ(folder.read("a"), "new");
     EXPECT_EQ(permissions_of(folder.path("a")), 0755U);
 }

@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -52,6 +54,34 @@ TEST_F(ReplacementFile, ReplacesAFileOnlyWhenItIsComplete) {
     }
     EXPECT_EQ(folder.read("a"), "new");
     EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFile, HasTextsOfAnySizeInOrder) {
+    const std::string large(std::size_t{1} << 16U, 'x');
+    const std::vector<std::string> texts = {"a", large, "b", large + large, large, "c"};
+    for (std::size_t first = 0; first < texts.size(); ++first) {
+        std::string expected;
+        replacement_file file(folder.path("a"));
+        for (std::size_t index = first; index < texts.size(); ++index) {
+            file.write(texts[index]);
+            expected += texts[index];
+        }
+        file.commit();
+        EXPECT_TRUE(folder.read("a") == expected) << first;
+    }
+}
+
+/// Returns the size of the only file in @p folder.
+std::uintmax_t size_of_file_in(const test_folder& folder) {
+    return std::filesystem::file_size(std::filesystem::directory_iterator(folder.path())->path());
+}
+
+TEST_F(ReplacementFile, HasALargeTextWithoutABuffer) {
+    for (const std::size_t size : {1U, 65535U, 65536U, 65537U}) {
+        replacement_file file(folder.path("a"));
+        file.write(std::string(size, 'x'));
+        EXPECT_EQ(size_of_file_in(folder), size < 65536 ? 0 : size);
+    }
 }
 
 TEST_F(ReplacementFile, HasAnyName) {
@@ -121,8 +151,9 @@ TEST_F(ReplacementFile, LeavesTheOldFileWhenTheNewOneIsGone) {
 TEST_F(ReplacementFile, ReportsThatItWasOpened) {
     std::string name;
     const replacement_file file(folder.path("a"),
-                                [&name](const std::string& title, int descriptor, std::uint64_t) {
+                                [&name](const std::string& title, int descriptor, std::uint64_t size) {
                                     EXPECT_GE(descriptor, 0);
+                                    EXPECT_EQ(size, 0U) << "not known";
                                     name = title;
                                 });
     EXPECT_EQ(name, folder.path("a"));
