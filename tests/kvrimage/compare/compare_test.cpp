@@ -48,6 +48,17 @@ TEST(ForEachDifference, JoinsNeighboursWithTheSameTwoWords) {
     EXPECT_EQ(differences(left, right), "2-3:01/- 6-9:01/10 10-12:-/10 ");
 }
 
+TEST(ForEachDifference, TheSameTextIsAnotherWordInAnotherRadix) {
+    memory_image left(6, 16);
+    memory_image right(24, 16);
+    for (std::uint64_t address = 0; address < left.depth(); ++address) {
+        left.set(address, *word::parse("10X001", radix::bin, 6).value);
+        right.set(address, *word::parse("10X001", radix::hex, 24).value);
+    }
+    EXPECT_EQ(differences(left, right), "0-15:10X001/00010000XXXX000000000001 ");
+    EXPECT_EQ(differences(right, right), "");
+}
+
 TEST(ForEachDifference, ZeroIsNotUnset) {
     memory_image left(2, 4);
     left.set(0, compared_word(0, 2));
