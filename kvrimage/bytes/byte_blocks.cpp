@@ -68,10 +68,6 @@ bool overlap(const std::vector<byte_block>& sorted) {
            }) != sorted.end();
 }
 
-bool is_before(const byte_block& left, const byte_block& right) {
-    return left.address < right.address;
-}
-
 } // namespace
 
 void byte_blocks::add(std::uint64_t address, std::string_view bytes) {
@@ -87,11 +83,11 @@ void byte_blocks::add(std::uint64_t address, std::string_view bytes) {
 }
 
 std::vector<byte_overlap> byte_blocks::sort() {
-    if (std::ranges::is_sorted(blocks, is_before) && !overlap(blocks)) {
+    if (std::ranges::is_sorted(blocks, {}, &byte_block::address) && !overlap(blocks)) {
         return {};
     }
     std::vector<byte_block> sorted = blocks;
-    std::ranges::sort(sorted, is_before);
+    std::ranges::sort(sorted, {}, &byte_block::address);
     if (!overlap(sorted)) {
         blocks = std::move(sorted);
         return {};

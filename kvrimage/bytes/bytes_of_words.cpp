@@ -40,7 +40,6 @@ public:
     }
     void add_run(const text_run& run) {
         if (length_of(run) * bytes_per_word > most_at_once) {
-            begin(run.first);
             flush();
             add_digits(run.text, 1);
             repeat(run.first, length_of(run));
@@ -58,7 +57,6 @@ public:
             cycle.length() * bytes_per_word <= 2 * most_at_once) {
             return 0;
         }
-        begin(cycle.first);
         flush();
         for (std::uint64_t index = 0; index < cycle.period; ++index) {
             add_digits(words[cycle.first + index], 1);

@@ -115,8 +115,8 @@ private:
             bytes.append(unset);
         }
         while (bytes.size() < end) {
-            const auto left = std::min<std::uint64_t>(end - bytes.size(), bytes.size() - first);
-            bytes.append(bytes, first, static_cast<std::size_t>(left));
+            const std::uint64_t left = end - bytes.size();
+            bytes.append(bytes, first, static_cast<std::size_t>(left)); // not more than there are
         }
     }
 

@@ -89,7 +89,6 @@ private:
         } else if (part_found != 0) {
             partial_words.push_back({part_word, part_byte, part_found});
         }
-        part.clear();
         part_found = 0;
     }
 
@@ -177,16 +176,20 @@ public:
 private:
     void report_overlaps(const std::vector<byte_overlap>& overlaps) {
         places where;
-        std::uint64_t first = 0;
+        std::optional<std::uint64_t> first;
         for (const byte_overlap& each : overlaps) {
             if (each.differ) {
-                first = where.empty() ? each.first : first;
-                where.add(where.count() < places::kept ? find(each.first) : span());
+                first = first.value_or(each.first);
+                add_place(where, each.first);
             }
         }
-        if (!where.empty()) {
-            list.add(diagnose::overwritten_byte(where, fmt::format("{:X}", first)));
+        if (first) {
+            list.add(diagnose::overwritten_byte(where, fmt::format("{:X}", *first)));
         }
+    }
+    /// Adds the place of the byte at @p address, but does not look for it if @p where will not keep it.
+    void add_place(places& where, std::uint64_t address) const {
+        where.add(where.count() < places::kept ? find(address) : span());
     }
 
     void make_empty_image() {
@@ -213,19 +216,20 @@ private:
         return false;
     }
 
-    /// Requires a base if the contents begin so far above 0 that a memory from address 0 cannot be intended.
+    /// Requires contents that begin at the base or above it, but not so far above it that this base cannot be
+    /// intended.
     [[nodiscard]] bool has_base() {
         const std::uint64_t lowest = blocks.all().front().address;
         const std::string shown = fmt::format("{:X}", lowest);
+        if (lowest < base) {
+            list.add(diagnose::below_base(find(lowest), shown, fmt::format("{:X}", base)));
+            return false;
+        }
         const bool keeps_addresses = options.base == 0U || options.depth;
-        if (!keeps_addresses && lowest >= base && lowest - base >= least_far_start) {
+        if (!keeps_addresses && lowest - base >= least_far_start) {
             diagnostic found = diagnose::base_needed(find(lowest), shown);
             found.option = "--base 0x" + shown;
             list.add(std::move(found));
-            return false;
-        }
-        if (lowest < base) {
-            list.add(diagnose::below_base(find(lowest), shown, fmt::format("{:X}", base)));
             return false;
         }
         return true;
@@ -311,7 +315,7 @@ private:
     void report_partial(const byte_joiner& joiner) {
         places where;
         for (const byte_joiner::partial_word& each : joiner.partial()) {
-            where.add(where.count() < places::kept ? find(base + each.byte) : span());
+            add_place(where, base + each.byte);
             result.unreadable.push_back({each.address, each.address});
         }
         if (!where.empty()) {
@@ -325,7 +329,7 @@ private:
     void report_too_wide(const byte_joiner& joiner) {
         places where;
         for (const std::uint64_t address : joiner.too_wide()) {
-            where.add(where.count() < places::kept ? find(base + address * bytes_per_word) : span());
+            add_place(where, base + address * bytes_per_word);
             result.unreadable.push_back({address, address});
         }
         if (!where.empty()) {

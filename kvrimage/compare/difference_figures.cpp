@@ -46,10 +46,10 @@ void difference_counter::take(const difference& found) {
 }
 
 std::vector<std::uint32_t> difference_counter::differing_bits(const difference& found) const {
-    std::vector<std::uint32_t> bits;
     if (!found.left || !found.right) {
-        return bits;
+        return {};
     }
+    std::vector<std::uint32_t> bits;
     const auto left = found.left->to_unsigned();
     const auto right = found.right->to_unsigned();
     if (left && right) {

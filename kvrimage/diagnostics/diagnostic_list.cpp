@@ -49,7 +49,7 @@ bool ends_lines_with_cr_lf(std::string_view contents) {
 void use_cr_lf(std::string& text) {
     for (std::size_t at = text.find('\n'); at != std::string::npos; at = text.find('\n', at + 1)) {
         if (at == 0 || text[at - 1] != '\r') {
-            text.insert(at++, 1, '\r');
+            text.insert(at, 1, '\r'); // the next search finds the same LF, now after a CR
         }
     }
 }

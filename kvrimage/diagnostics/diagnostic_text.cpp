@@ -34,7 +34,7 @@ std::string_view line_around(std::string_view contents, const place& where) {
 
 std::string excerpt_text(const place& where, std::string_view contents, const text_painter& paint) {
     if (where.line == 0 || where.offset > contents.size() || contents.empty()) {
-        return "";
+        return {};
     }
     const source_excerpt shown =
         make_excerpt(line_around(contents, where), static_cast<std::size_t>(where.column),
@@ -76,7 +76,7 @@ std::string counted_places(std::uint64_t count) {
 
 std::string further_places_text(const diagnostic& found) {
     if (found.count == 1) {
-        return "";
+        return {};
     }
     const further_lines further = further_lines_of(found);
     if (further.lines.empty()) {

@@ -47,9 +47,10 @@ utf8_character first_character(std::string_view text) {
     const auto first = static_cast<unsigned char>(text[0]);
     const auto lead = std::ranges::find_if(
         lead_bytes, [first](const lead_byte& entry) { return (first & entry.mask) == entry.value; });
-    if (lead == lead_bytes.end() || lead->length > text.size()) {
+    if (lead == lead_bytes.end()) {
         return stray;
     }
+    // The code of a character that the end of the text cuts off is too small for the length.
     const std::string_view bytes = text.substr(0, lead->length);
     char32_t code = first & ~lead->mask;
     for (const char byte : bytes.substr(1)) {

@@ -118,7 +118,7 @@ source_excerpt make_excerpt(std::string_view line, std::size_t column, std::size
     result.line = front + before.text + marked.text + after.text;
     result.line += end < line.size() ? omission : "";
     result.blanks = std::string(front.size() + before.columns, ' ');
-    result.mark = '^' + std::string(marked.columns > 0 ? marked.columns - 1 : 0, '~');
+    result.mark = '^' + std::string(std::max<std::size_t>(marked.columns, 1) - 1, '~');
     return result;
 }
 

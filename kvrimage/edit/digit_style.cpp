@@ -40,7 +40,7 @@ std::string in_style(std::string_view number, const digit_style& style) {
     number.remove_prefix(negative ? 1 : 0);
     number.remove_prefix(std::min(number.find_first_not_of('0'), number.size() - 1));
     std::string text = negative ? "-" : "";
-    text.append(style.digits > number.size() ? style.digits - number.size() : 0, '0');
+    text.append(std::max(style.digits, number.size()) - number.size(), '0');
     return text.append(style.lower_case ? kvr::to_lower_case(number) : std::string(number));
 }
 

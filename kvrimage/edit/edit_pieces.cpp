@@ -42,14 +42,14 @@ bool edit_pieces::touch(const address_range& addresses) const {
 }
 
 std::vector<edit_piece> edit_pieces::take(const address_range& addresses) {
-    std::vector<edit_piece> taken;
     if (!touch(addresses)) {
-        return taken;
+        return {};
     }
     split_at(addresses.first);
     split_at(addresses.last + 1);
     const auto begin = pieces.lower_bound(addresses.first);
     const auto end = pieces.upper_bound(addresses.last);
+    std::vector<edit_piece> taken;
     for (auto piece = begin; piece != end; ++piece) {
         taken.push_back(piece->second);
     }

@@ -8,24 +8,33 @@
 
 namespace kvrimage {
 
+namespace {
+
+/// Returns @p block, or a new one if it is null, with room for @p size bytes; null if there is too little
+/// memory.
+char* grow_block(char* block, std::uint64_t size) noexcept {
+    if (size > std::numeric_limits<std::ptrdiff_t>::max()) {
+        return nullptr;
+    }
+    const std::size_t count = size;
+    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): what grows must not be copied
+    return block != nullptr ? static_cast<char*>(std::realloc(block, count)) : platform::new_block(count);
+}
+
+} // namespace
+
 void byte_buffer::reserve(std::uint64_t size) {
     if (size <= capacity) {
         return;
     }
-    if (size > std::numeric_limits<std::ptrdiff_t>::max()) {
-        throw std::bad_alloc();
-    }
-    const std::size_t count = size;
-    // NOLINTNEXTLINE(cppcoreguidelines-no-malloc): what grows must not be copied
-    char* const grown =
-        bytes ? static_cast<char*>(std::realloc(bytes.get(), count)) : platform::new_block(count);
+    char* const grown = grow_block(bytes.get(), size);
     if (grown == nullptr) {
         throw std::bad_alloc();
     }
     static_cast<void>(bytes.release()); // realloc() has freed it
     bytes.reset(grown);
-    kvr::platform::prefer_large_pages(grown, count);
-    capacity = count;
+    capacity = size;
+    kvr::platform::prefer_large_pages(grown, capacity);
 }
 
 } // namespace kvrimage

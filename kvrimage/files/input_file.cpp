@@ -10,6 +10,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <limits>
 #include <utility>
 
 namespace kvrimage {
@@ -81,9 +82,9 @@ public:
                 if (!any) {
                     refuse_long_line(title, text, line_begin);
                 }
-                return;
+            } else {
+                line_begin += line_end + 1;
             }
-            line_begin += line_end + 1;
         }
     }
 
@@ -136,7 +137,8 @@ void input_file::read_blocks(int descriptor, std::uint64_t size, const any_lines
     line_guard lines(is_free);
     for (;;) {
         if (bytes->room() == 0) {
-            const std::size_t most = size == 0 ? most_bytes_without_end + 1 : bytes->size() * 2;
+            const std::size_t most =
+                size == 0 ? most_bytes_without_end + 1 : std::numeric_limits<std::size_t>::max();
             const std::size_t doubled = std::min(bytes->size() * 2, most);
             bytes->reserve(bytes->size() < expected ? std::min(expected, doubled) : doubled);
         }

@@ -112,12 +112,11 @@ std::int64_t read_some(int descriptor, char* to, std::size_t count) noexcept {
 bool write_all(int descriptor, std::string_view text) noexcept {
     while (!text.empty()) {
         const ssize_t written = ::write(descriptor, text.data(), text.size());
-        if (written == 0) {
-            errno = EIO;
-            return false;
-        }
         if (written > 0) {
             text.remove_prefix(static_cast<std::size_t>(written));
+        } else if (written == 0) {
+            errno = EIO;
+            return false;
         } else if (errno != EINTR) {
             return false;
         }

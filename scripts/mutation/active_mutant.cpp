@@ -9,11 +9,13 @@
 #include <ctime>
 #include <iterator>
 #include <memory>
+#include <sys/mman.h>
 #include <sys/time.h>
 
 // The sources with mutants declare these.
-unsigned kvr_active_mutant = 0;            // none
-unsigned char kvr_entered_parts[1U << 16]; // by number of the first mutant in the part
+unsigned kvr_active_mutant = 0; // none
+constexpr unsigned long parts_size = 1U << 16;
+alignas(parts_size) unsigned char kvr_entered_parts[parts_size]; // by number of the first mutant in the part
 
 namespace {
 
@@ -30,6 +32,12 @@ unsigned number_in(const char* variable) {
         const itimerval timer = {{}, limit};
         setitimer(ITIMER_PROF, &timer, nullptr); // processor time; the signal ends the program
     }
+}
+
+/// A test may also enter a part in a child process, which must mark the same bytes.
+[[gnu::constructor(101)]] void share_parts_with_children() {
+    mmap(kvr_entered_parts, parts_size, PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS | MAP_FIXED, -1,
+         0);
 }
 
 /// Writes a line for each test: its name, its processor time in microseconds, and the parts that it has

@@ -25,8 +25,7 @@ public:
             break;
         case coe_piece::kind::radix:
             digits = canonical_word_digits(*coe_radix_of(piece.where.in(text)), width);
-            layout.add(piece.where, fmt::format("memory_initialization_radix={};", piece.where.in(text)),
-                       true);
+            layout.add(piece.where, fmt::format("memory_initialization_radix={};", piece.where.in(text)));
             break;
         case coe_piece::kind::vector:
             layout.add(piece.where, "memory_initialization_vector=", true);

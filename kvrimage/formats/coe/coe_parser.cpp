@@ -72,7 +72,6 @@ void coe_parser::parse_radix(const span& name) {
     if (is_at(';')) {
         ++next;
     } else {
-        next = value.end();
         sink.take({coe_piece::kind::no_semicolon, value.length != 0 ? value : name});
     }
 }

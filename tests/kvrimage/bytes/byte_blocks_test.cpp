@@ -58,6 +58,19 @@ TEST(ByteBlocks, OfTwoValuesTheLaterOneCounts) {
     EXPECT_TRUE(overlaps[0].differ);
 }
 
+TEST(ByteBlocks, OverlapsAreListedInOrderOfAddresses) {
+    byte_blocks blocks;
+    blocks.add(0, "abcdefgh");
+    for (const std::uint64_t address : {5U, 2U, 7U, 3U}) {
+        blocks.add(address, "X");
+    }
+    std::vector<std::uint64_t> firsts;
+    for (const byte_overlap& each : blocks.sort()) {
+        firsts.push_back(each.first);
+    }
+    EXPECT_EQ(firsts, (std::vector<std::uint64_t>{2, 3, 5, 7}));
+}
+
 TEST(ByteBlocks, EqualBytesThatAreSetAgainDoNotDiffer) {
     byte_blocks blocks;
     blocks.add(5, "abc");

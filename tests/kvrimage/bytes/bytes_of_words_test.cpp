@@ -1,10 +1,14 @@
 #include "kvrimage/bytes/bytes_of_words.h"
+#include "kvrimage/image/byte_words.h"
+#include "kvrimage/image/image_words.h"
 #include "tests/kvrimage/bytes/byte_images.h"
 
 #include <gtest/gtest.h>
 
 #include <map>
+#include <memory>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -131,6 +135,78 @@ TEST(BytesOfWords, AFillOfSeveralWordsStreams) {
     });
     EXPECT_TRUE(is_right);
     EXPECT_EQ(bytes, 3 * (deepest_memory - 1));
+}
+
+/// "0+65536 65536+2": address and size of each block.
+std::string shown_sizes(const memory_image& image, byte_order order = byte_order::big) {
+    std::string text;
+    for_each_byte_block(image, order, [&text](std::uint64_t address, std::string_view bytes) {
+        text += (text.empty() ? "" : " ") + std::to_string(address) + "+" + std::to_string(bytes.size());
+    });
+    return text;
+}
+
+/// The addresses from which fills begin here are those of a new page of the store.
+constexpr std::uint64_t after_page = 1024;
+
+/// A memory with a word at 1023 and @p pattern repeated in the @p count words after it.
+memory_image word_and_fill(std::uint64_t count, const std::vector<word>& pattern) {
+    const std::uint32_t width = pattern.front().width();
+    memory_image image(width, after_page + count);
+    image.set(after_page - 1, word::of(9, width));
+    image.fill({after_page, after_page + count - 1}, pattern);
+    return image;
+}
+
+/// Returns the numbers from 1 to @p count as words.
+std::vector<word> numbered_words(std::uint64_t count, std::uint32_t width) {
+    std::vector<word> all;
+    for (std::uint64_t number = 1; number <= count; ++number) {
+        all.push_back(word::of(number, width));
+    }
+    return all;
+}
+
+TEST(BytesOfWords, BlocksAreFilledUpWithWords) {
+    memory_image image(16, 40000);
+    for (std::uint64_t address = 1; address < image.depth(); ++address) {
+        image.set(address, word::of(address, 16));
+    }
+    EXPECT_EQ(shown_sizes(image), "2+65536 65538+14462");
+}
+
+TEST(BytesOfWords, OnlyARunLongerThanABlockBeginsABlock) {
+    const std::vector<word> value = numbered_words(1, 16);
+    EXPECT_EQ(shown_sizes(word_and_fill(32768, value)), "2046+65536 67582+2");
+    EXPECT_EQ(shown_sizes(word_and_fill(32769, value)), "2046+2 2048+65536 67584+2");
+}
+
+TEST(BytesOfWords, OnlyACycleLongerThanTwoBlocksBeginsABlock) {
+    const std::vector<word> pattern = numbered_words(2, 16);
+    EXPECT_EQ(shown_sizes(word_and_fill(65536, pattern)), "2046+65536 67582+65536 133118+2");
+    EXPECT_EQ(shown_sizes(word_and_fill(65537, pattern)), "2046+2 2048+65536 67584+65536 133120+2");
+}
+
+TEST(BytesOfWords, ACycleRepeatsInBlocksIfItsPeriodFitsOne) {
+    constexpr std::uint32_t width = 8 * 4096;
+    EXPECT_EQ(shown_sizes(word_and_fill(33, numbered_words(16, width))),
+              "4190208+4096 4194304+65536 4259840+65536 4325376+4096");
+    EXPECT_EQ(shown_sizes(word_and_fill(34, numbered_words(17, width))),
+              "4190208+65536 4255744+65536 4321280+12288");
+}
+
+TEST(BytesOfWords, StoredAsBytesAreReversedInBlocksOfWholeWords) {
+    const std::string contents(3 * 21847, 'x');
+    const auto image_of = [](std::uint32_t width, std::vector<byte_words::block> blocks) {
+        byte_words words(std::move(blocks), width, byte_order::big, nullptr);
+        return memory_image(width, std::make_unique<image_words>(100000, std::move(words)), 10);
+    };
+    const std::string_view all = contents;
+    const memory_image image = image_of(24, {{5, all}, {30000, all.substr(0, 6)}});
+    EXPECT_EQ(shown_sizes(image, byte_order::big), "45+65541 90030+6");
+    EXPECT_EQ(shown_sizes(image, byte_order::little), "45+65535 65580+6 90030+6");
+    const memory_image wide = image_of(8 * 32769, {{1, all.substr(0, 65538)}});
+    EXPECT_EQ(shown_sizes(wide, byte_order::little), "360459+32769 393228+32769");
 }
 
 TEST(BytesOfWords, AWordMayBeLargerThanABlock) {

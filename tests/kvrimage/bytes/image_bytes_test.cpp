@@ -93,8 +93,10 @@ TEST(ImageBytes, OfNoWholeWordsNeedAPad) {
 }
 
 TEST(ImageBytes, OfNothingAndOfImpossibleWordsAreRefused) {
-    EXPECT_THROW(static_cast<void>(image_of_bytes("")), std::invalid_argument);
-    EXPECT_THROW(static_cast<void>(image_of_bytes("", {.width = 16, .pad = 0})), std::invalid_argument);
+    for (const byte_options& options : {byte_options{}, byte_options{.width = 16, .pad = 0}}) {
+        EXPECT_THAT([&options] { static_cast<void>(image_of_bytes("", options)); },
+                    ThrowsMessage<std::invalid_argument>("a memory has at least one byte"));
+    }
     EXPECT_THROW(static_cast<void>(image_of_bytes("a", {.width = 0})), std::invalid_argument);
     EXPECT_THROW(static_cast<void>(image_of_bytes("a", {.width = widest_word + 1, .pad = 0})),
                  std::invalid_argument);

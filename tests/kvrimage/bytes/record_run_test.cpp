@@ -3,6 +3,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <array>
 #include <cstdio>
 #include <string>
@@ -21,7 +22,7 @@ std::string shown_run(const std::string& lines, const record_style& style) {
     std::string data(lines.size() / 2 + 1, '\0');
     const record_run run = parse_record_run(lines, style, data.data());
     if (run.records == 0) {
-        return "none";
+        return run.bytes == 0 && run.size == 0 && run.last == 0 ? "none" : "none, but with a size";
     }
     std::array<char, 8> text{};
     const auto in_hex = [&text](unsigned value) {
@@ -66,6 +67,17 @@ TEST(RecordRun, LeavesFaultsToTheParser) {
     }
     for (const char* line : {"S1031234B6\n", "S1021234B6\n", "s1051234AABB4F\n", "S2051234AABB4F\n"}) {
         EXPECT_EQ(shown_run(line, s1_style), "none") << line;
+    }
+}
+
+TEST(RecordRun, EndsWithTheLastWholeLineOfThePartThatIsGiven) {
+    const std::string lines = ":020010001234A8\r\n:0200120056781E\r\n:020014001234A4\n:02001600ABCD70\n";
+    std::array<char, 64> data{};
+    for (std::size_t size = 0; size <= lines.size(); ++size) {
+        const std::string_view part = std::string_view(lines).substr(0, size);
+        const auto whole = std::count(part.begin(), part.end(), '\n');
+        EXPECT_EQ(parse_record_run(part, hex_style, data.data()).records, static_cast<std::size_t>(whole))
+            << size;
     }
 }
 

@@ -8,7 +8,10 @@
 #include <algorithm>
 #include <deque>
 #include <map>
+#include <memory>
+#include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -26,11 +29,16 @@ struct placed {
     std::string_view bytes;
 };
 
-read_result words_of(const std::vector<placed>& all, const read_options& options) {
+byte_blocks blocks_of(const std::vector<placed>& all) {
     byte_blocks blocks;
     for (const placed& each : all) {
         blocks.add(each.address, each.bytes);
     }
+    return blocks;
+}
+
+read_result words_of(const std::vector<placed>& all, const read_options& options) {
+    byte_blocks blocks = blocks_of(all);
     diagnostic_list list;
     read_result result;
     make_words_of_bytes(
@@ -72,6 +80,43 @@ TEST(WordsOfBytes, ThatAreIncompleteAreOneDiagnostic) {
     EXPECT_EQ(result.diagnostics.at(0).more.size(), 9U);
 }
 
+TEST(WordsOfBytes, PlacesAreOnlyLookedForIfTheyAreShown) {
+    std::vector<placed> differing;
+    std::vector<placed> halves;
+    std::vector<placed> wide;
+    for (std::uint64_t address = 0; address < 24; address += 2) {
+        differing.push_back({address, "\x01"});
+        differing.push_back({address, "\x02"});
+        halves.push_back({address, "\x01"});
+        wide.push_back({address, "\xFF\xFF"});
+    }
+    const std::vector<std::pair<std::vector<placed>, read_options>> faulty = {
+        {differing, {}}, {halves, bytes_as(16, byte_order::big)}, {wide, bytes_as(12, byte_order::big)}};
+    for (const auto& [all, options] : faulty) {
+        byte_blocks blocks = blocks_of(all);
+        diagnostic_list list;
+        read_result result;
+        std::size_t calls = 0;
+        make_words_of_bytes(
+            blocks, options,
+            [&calls](std::uint64_t) {
+                ++calls;
+                return span();
+            },
+            list, result);
+        finish_byte_reading(file_of_bytes, options, list, result);
+        ASSERT_EQ(result.diagnostics.size(), 1U);
+        EXPECT_EQ(result.diagnostics[0].count, 12U);
+        EXPECT_EQ(calls, 10U);
+    }
+}
+
+TEST(WordsOfBytes, AnIncompleteWordIsShownAtTheFirstOfItsBytes) {
+    const read_result result =
+        words_of({{0, "\x01\x02\x03\x04"}, {6, "\x01\x02"}}, bytes_as(32, byte_order::big));
+    EXPECT_EQ(shown_report(result), "broken incomplete-word 1:7+1 x1\n");
+}
+
 TEST(WordsOfBytes, TakeTheOrderThatIsGiven) {
     EXPECT_EQ(set_words_of(words_of({{2, "\x12\x34\x56\x78"}}, bytes_as(16, byte_order::big))),
               "1=1234 2=5678");
@@ -85,6 +130,7 @@ TEST(WordsOfBytes, WithoutAnOrderBothFirstWordsAreShown) {
     const read_result result = words_of({{0, "\x12\x34\x56\x78\x9A\xBC"}}, options);
     EXPECT_EQ(message_and_hint(result), "the byte order of words of 24 bits is unknown|add "
                                         "--endian little (first word 563412) or big (123456)");
+    EXPECT_EQ(result.diagnostics[0].option, "--endian little");
     EXPECT_FALSE(result.image);
     EXPECT_EQ(message_and_hint(words_of({{0, "\x12"}}, options)),
               "the byte order of words of 24 bits is unknown|add "
@@ -95,8 +141,14 @@ TEST(WordsOfBytes, AHighFirstAddressNeedsABase) {
     const std::vector<placed> high = {{0x80000002, "\x01"}};
     EXPECT_EQ(message_and_hint(words_of(high, {})), "the addresses begin at 80000002|use --base 0x80000002 "
                                                     "to make that word 0, or --base 0 to keep the addresses");
-    EXPECT_EQ(set_words_of(words_of({{0xFFFFFF, "\x01"}}, {})), "16777215=01");
+    EXPECT_EQ(words_of(high, {}).diagnostics[0].option, "--base 0x80000002");
     read_options options;
+    for (const std::uint64_t base : {0U, 0x100U}) {
+        options.base = base != 0 ? std::optional(base) : std::nullopt;
+        EXPECT_EQ(set_words_of(words_of({{base + 0xFFFFFF, "\x01"}}, options)), "16777215=01");
+        EXPECT_EQ(shown_report(words_of({{base + 0x1000000, "\x01"}}, options)),
+                  "broken base-needed 1:1+1 x1\n");
+    }
     options.base = 0x80000000;
     EXPECT_EQ(set_words_of(words_of(high, options)), "2=01");
     options.base = 0;
@@ -112,6 +164,8 @@ TEST(WordsOfBytes, NothingMayBeBelowTheBase) {
     const read_result result = words_of({{0x7FFF, "\x01\x02"}}, options);
     EXPECT_EQ(shown_report(result), "broken below-base 1:16+1 x1\n");
     EXPECT_EQ(result.diagnostics[0].message, "address 7FFF is below the base 8000");
+    options.keep_going = true;
+    EXPECT_EQ(set_words_of(words_of({{0x7FFF, "\x01\x02"}}, options)), "none");
 }
 
 TEST(WordsOfBytes, ByteThatIsSetAgainIsSuspectWhenItDiffers) {
@@ -130,6 +184,7 @@ TEST(WordsOfBytes, AWordOfWhichBytesAreMissingIsBroken) {
     EXPECT_EQ(shown_report(result), "broken incomplete-word 1:1+1 x2\n");
     EXPECT_EQ(message_and_hint(result),
               "word at address 0 has 3 of 4 bytes|use --pad VALUE for the missing bytes");
+    EXPECT_EQ(result.diagnostics[0].option, "--pad 0");
     EXPECT_FALSE(result.image);
     EXPECT_TRUE(result.unreadable.empty());
 
@@ -168,6 +223,20 @@ TEST(WordsOfBytes, SurplusBitsMustBeZero) {
     EXPECT_EQ(set_words_of(words_of({{0, "\xBC\x0A"}}, bytes_as(12, byte_order::little))), "0=ABC");
 }
 
+TEST(WordsOfBytes, TheFirstWordThatIsTooWideIsShownEvenIfItIsInTwoPieces) {
+    const read_result result = words_of({{0, "\xFF"}, {1, "\xFF\xEE\xEE"}}, bytes_as(12, byte_order::big));
+    EXPECT_EQ(shown_report(result), "broken surplus-bits 1:1+1 x2\n");
+    EXPECT_EQ(result.diagnostics[0].message, "word at address 0 is FFFF, which does not fit 12 bits");
+}
+
+TEST(WordsOfBytes, ThatCannotBeReadAreListedInOrderOfAddresses) {
+    read_options options = bytes_as(12, byte_order::big);
+    options.keep_going = true;
+    const read_result result = words_of({{0, "\xFF\xFF"}, {2, "\x01"}, {4, "\xFF\xFF\x01\x02"}}, options);
+    EXPECT_EQ(set_words_of(result), "3=102");
+    EXPECT_EQ(result.unreadable, (std::vector<address_range>{{0, 0}, {1, 1}, {2, 2}}));
+}
+
 TEST(WordsOfBytes, WholeWordsStayBytesWhereTheSurplusBitsAreZero) {
     const std::vector<placed> all = {{0, "\x01\x23\x0F\xFF"sv}, {8, "\x04\x56"sv}};
     const read_result result = words_of(all, {.width = 12, .order = byte_order::big});
@@ -176,6 +245,42 @@ TEST(WordsOfBytes, WholeWordsStayBytesWhereTheSurplusBitsAreZero) {
     EXPECT_EQ((*result.image)[1], word::of(0xFFF, 12));
     EXPECT_EQ((*result.image)[2], std::nullopt);
     EXPECT_EQ((*result.image)[4], word::of(0x456, 12));
+}
+
+TEST(WordsOfBytes, BorderOnWordsFromTheBaseOn) {
+    read_options options = bytes_as(24, byte_order::big);
+    options.base = 1;
+    const read_result whole = words_of({{4, "\x01\x02\x03"}}, options);
+    EXPECT_EQ(set_words_of(whole), "1=010203");
+    EXPECT_NE(whole.image->words().bytes(), nullptr);
+    EXPECT_EQ(shown_report(words_of({{5, "\x01\x02\x03"}}, options)), "broken incomplete-word 1:6+1 x2\n");
+}
+
+TEST(WordsOfBytes, WholeWordsAreCopiedUnlessTheyHaveAKeeper) {
+    const read_options options = bytes_as(16, byte_order::big);
+    for (const bool has_keeper : {false, true}) {
+        const auto contents = std::make_shared<std::string>("abcdef");
+        byte_blocks blocks(has_keeper ? contents : nullptr);
+        blocks.add(0, *contents);
+        diagnostic_list list;
+        read_result result;
+        make_words_of_bytes(
+            blocks, options, [](std::uint64_t) { return span(); }, list, result);
+        ASSERT_TRUE(result.image);
+        const std::string_view held = result.image->words().bytes()->blocks().front().bytes;
+        EXPECT_EQ(held, "abcdef");
+        EXPECT_EQ(held.data() == contents->data(), has_keeper);
+    }
+}
+
+TEST(WordsOfBytes, TheFirstByteBeyondTheDepthIsShown) {
+    read_options options;
+    options.depth = 2;
+    EXPECT_EQ(message_and_hint(words_of({{0, "\x01\x02"}, {2, "\x03"}, {9, "\x04"}}, options)),
+              "address 2 is beyond the depth 2 (0 to 1)|needs --depth 10 or more");
+    options.base = 0x10;
+    EXPECT_EQ(message_and_hint(words_of({{0x15, "\x03"}}, options)),
+              "address 5 is beyond the depth 2 (0 to 1)|needs --depth 6 or more");
 }
 
 TEST(WordsOfBytes, ADepthIsALimit) {

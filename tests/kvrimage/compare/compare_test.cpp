@@ -6,6 +6,7 @@
 #include <limits>
 #include <random>
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace {
@@ -46,6 +47,23 @@ TEST(ForEachDifference, JoinsNeighboursWithTheSameTwoWords) {
     right.fill({4, 5}, std::array{compared_word(1, 2)});
     right.fill({6, 12}, std::array{compared_word(2, 2)});
     EXPECT_EQ(differences(left, right), "2-3:01/- 6-9:01/10 10-12:-/10 ");
+}
+
+TEST(ForEachDifference, TheSameTextIsAnotherWordInAnotherRadix) {
+    constexpr std::uint64_t depth = 2048;
+    memory_image left(6, depth);
+    memory_image right(24, depth);
+    for (std::uint64_t address = 0; address < depth; ++address) {
+        const std::string_view text = address % 3 == 0 ? "10X001" : "0X1001";
+        left.set(address, *word::parse(text, radix::bin, 6).value);
+        right.set(address, *word::parse(text, radix::hex, 24).value);
+    }
+    std::uint64_t differing = 0;
+    for_each_difference(left, right, [&differing](const difference& one) {
+        differing += one.addresses.last - one.addresses.first + 1;
+    });
+    EXPECT_EQ(differing, depth);
+    EXPECT_EQ(differences(right, right), "");
 }
 
 TEST(ForEachDifference, ZeroIsNotUnset) {

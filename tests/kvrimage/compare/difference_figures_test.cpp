@@ -62,6 +62,22 @@ TEST(DifferenceFigures, AWordOfFewerBitsHasZerosAboveIt) {
     EXPECT_THAT(found.words_by_bit, ElementsAre(0, 0, 0, 1, 1));
 }
 
+TEST(DifferenceFigures, BlocksAreAsSmallAsSixteenOfThemPermit) {
+    struct depth_and_block {
+        std::uint64_t depth;
+        std::uint64_t block;
+    };
+    for (const auto& [depth, block] : {depth_and_block{16, 1}, {17, 2}, {32, 2}, {33, 4}}) {
+        memory_image left(8, depth);
+        left.set(0, word::of(1, 8));
+        left.set(depth - 1, word::of(1, 8));
+        const difference_figures found = figures_of(left, memory_image(8, depth));
+        ASSERT_EQ(found.blocks.size(), 2U);
+        EXPECT_EQ(found.blocks[0].addresses, (address_range{0, block - 1})) << depth;
+        EXPECT_EQ(found.blocks[1].addresses.first, (depth - 1) / block * block) << depth;
+    }
+}
+
 TEST(DifferenceFigures, BlocksAreCutToTheMemories) {
     constexpr std::uint64_t highest = std::numeric_limits<std::uint64_t>::max();
     memory_image left(8, 100, highest - 99);

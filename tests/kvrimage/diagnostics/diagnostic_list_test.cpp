@@ -40,6 +40,15 @@ TEST(DiagnosticList, KeepsALimitOfEachClassAndCountsAll) {
     EXPECT_TRUE(list.finish("").empty());
 }
 
+TEST(DiagnosticList, LeavesOutWhatIsBeyondTheLimitOfEachClass) {
+    diagnostic_list list(1);
+    for (std::uint64_t offset = 0; offset < 3; ++offset) {
+        list.add(broken_at(offset));
+        list.add(suspect());
+    }
+    EXPECT_EQ(list.left_out(), 4U);
+}
+
 /// Repairs a file with an edit that inserts @p inserted.
 std::string repair_in(const std::string& contents, const std::string& inserted) {
     diagnostic found = broken_at(0);
@@ -51,6 +60,7 @@ std::string repair_in(const std::string& contents, const std::string& inserted) 
 
 TEST(DiagnosticList, RepairsEndLinesAsTheFileDoes) {
     EXPECT_EQ(repair_in("a\r\nb\n", "\nx\r\ny\n"), "\r\nx\r\ny\r\n");
+    EXPECT_EQ(repair_in("\r\nb\n", "\n\nx\r\n\n"), "\r\n\r\nx\r\n\r\n");
     EXPECT_EQ(repair_in("a\nb\r\n", "x\n"), "x\n");
     EXPECT_EQ(repair_in("\na\r\n", "x\n"), "x\n");
     EXPECT_EQ(repair_in("a\rb", "x\n"), "x\n");

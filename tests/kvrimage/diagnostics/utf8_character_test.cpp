@@ -22,6 +22,15 @@ TEST(Utf8Character, IsWhatTheTextBeginsWith) {
         {"\xC3\xA9x", 2, U'\u00E9', true},
         {"\xE2\x82\xAC", 3, U'\u20AC', true},
         {"\xF0\x9F\x98\x80", 4, U'\U0001F600', true},
+        // The first and the last character of each length, and the neighbors of the surrogates.
+        {"\xC2\x80", 2, 0x80, false},
+        {"\xDF\xBF", 2, 0x7FF, true},
+        {"\xE0\xA0\x80", 3, 0x800, true},
+        {"\xED\x9F\xBF", 3, 0xD7FF, true},
+        {"\xEE\x80\x80", 3, 0xE000, true},
+        {"\xEF\xBF\xBF", 3, 0xFFFF, false},
+        {"\xF0\x90\x80\x80", 4, 0x10000, true},
+        {"\xF4\x8F\xBF\xBF", 4, 0x10FFFF, true},
         {std::string_view("\0", 1), 1, 0, false},
         {"\x7F", 1, 0x7F, false},
         {"\xC2\x85", 2, 0x85, false},
@@ -41,14 +50,21 @@ TEST(Utf8Character, IsOneByteWhereNoneBegins) {
         "\x80",             // in the middle of a character
         "\xFF",             // never in UTF-8
         "\xC3",             // cut
+        "\xDF",             //
+        "\xE2\x82",         //
+        "\xEF\xBF",         //
+        "\xF0\x9F\x98",     //
+        "\xF7\xBF\xBF",     //
         "\xC3(",            // without its second byte
         "\xC0\xAF",         // longer than necessary
         "\xED\xA0\x80",     // half of a character
+        "\xED\xBF\xBF",     //
         "\xF4\x90\x80\x80", // beyond the last character
     };
     for (const std::string_view text : texts) {
         const utf8_character found = first_character(text);
         EXPECT_EQ(found.bytes, text.substr(0, 1));
+        EXPECT_EQ(found.code, 0U);
         EXPECT_FALSE(found.is_shown);
     }
 }

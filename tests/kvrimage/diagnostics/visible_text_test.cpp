@@ -92,22 +92,46 @@ TEST(SourceExcerpt, ShowsTheMiddleOfALongLine) {
     EXPECT_EQ(shown.marks, std::string(27, ' ') + "^~~");
 }
 
-TEST(SourceExcerpt, FitsAWindowOfWideCharacters) {
-    std::string line;
-    for (int i = 0; i < 200; ++i) {
-        line += "\xE6\xBC\xA2";
+TEST(SourceExcerpt, ShowsAPlaceFarFromBothEnds) {
+    const std::string line = std::string(2000, 'a') + "b" + std::string(2000, 'c');
+    EXPECT_EQ(excerpt_of(line, 2001, 1).line,
+              "..." + std::string(24, 'a') + "b" + std::string(47, 'c') + "...");
+}
+
+TEST(SourceExcerpt, OmitsEvenOneByteOfALongLine) {
+    const std::string seventy_two(72, 'x');
+    EXPECT_EQ(excerpt_of(seventy_two, 72, 1).line, seventy_two);
+    EXPECT_EQ(excerpt_of("x" + seventy_two, 73, 1).line, "..." + seventy_two);
+    EXPECT_EQ(excerpt_of(seventy_two + "x", 1, 1).line, seventy_two + "...");
+}
+
+std::string repeated(std::string_view text, int times) {
+    std::string all;
+    for (int time = 0; time < times; ++time) {
+        all += text;
     }
-    const shown_excerpt shown = excerpt_of(line, 301, 3);
+    return all;
+}
+
+TEST(SourceExcerpt, BeginsWithAWholeCharacter) {
+    const std::string_view letter = "\xC3\xA9";
+    const shown_excerpt shown = excerpt_of(repeated(letter, 200), 201, 2);
+    EXPECT_EQ(shown.line, "..." + repeated(letter, 72) + "...");
+    EXPECT_EQ(shown.marks, std::string(27, ' ') + "^");
+}
+
+TEST(SourceExcerpt, FitsAWindowOfWideCharacters) {
+    const shown_excerpt shown = excerpt_of(repeated("\xE6\xBC\xA2", 200), 301, 3);
     EXPECT_EQ(make_visible(shown.line).columns, 72U + 6U);
     EXPECT_EQ(shown.marks, std::string(27, ' ') + "^~");
 }
 
 TEST(SourceExcerpt, IsBoundedWhereNoCharacterHasAWidth) {
-    std::string line;
-    for (int i = 0; i < 100000; ++i) {
-        line += "\xCC\x81";
-    }
-    EXPECT_LT(excerpt_of(line, 100001, 2).line.size(), 4096U);
+    const std::string line = repeated("\xCC\x81", 100000);
+    const std::string shown = repeated("\xCC\x81", 512);
+    EXPECT_EQ(excerpt_of(line, 1, 2).line, shown + "...");
+    EXPECT_EQ(excerpt_of(line, 100001, 2).line, "..." + shown + "...");
+    EXPECT_EQ(excerpt_of(line, 200001, 2).line, "..." + shown);
 }
 
 TEST(SourceExcerpt, OfAnyBytesIsShortAndValid) {

@@ -35,12 +35,15 @@ TEST(EditedText, MayGrowAtItsEnd) {
 }
 
 TEST(EditedText, StaysInItsStringWhereItFits) {
-    std::string contents(1000, 'x');
-    const char* const before = contents.data();
-    const text_edit edits[] = {{0, 1, "longer"}, {500, 100, "y"}};
-    const std::string edited = with_edits(std::move(contents), edits);
-    EXPECT_EQ(edited.data(), before);
-    EXPECT_EQ(edited.size(), 1000U + 5 - 99);
+    for (const std::uint64_t replaced : {100U, 6U}) {
+        std::string contents(1000, 'x');
+        contents.shrink_to_fit();
+        const char* const before = contents.data();
+        const text_edit edits[] = {{0, 1, "longer"}, {500, replaced, "y"}};
+        const std::string edited = with_edits(std::move(contents), edits);
+        EXPECT_EQ(edited.data(), before);
+        EXPECT_EQ(edited.size(), 1006 - replaced);
+    }
 }
 
 TEST(EditedText, IsTheSameInPlaceAndPieceByPiece) {
@@ -84,6 +87,14 @@ TEST(FixesAtOnce, LeaveTheLaterOfTwoThatTouch) {
     std::vector<bool> taken;
     EXPECT_THAT(fixes_at_once(found, taken), ElementsAre(text_edit{4, 4, "a"}, text_edit{8, 1, "e"}));
     EXPECT_THAT(taken, ElementsAre(true, false, false, true));
+}
+
+TEST(FixesAtOnce, AreNotLeftForOneThatIsLeft) {
+    const diagnostic found[] = {with_fix({{0, 2, "a"}}), with_fix({{1, 1, "b"}, {6, 1, "c"}}),
+                                with_fix({{5, 2, "d"}})};
+    std::vector<bool> taken;
+    EXPECT_THAT(fixes_at_once(found, taken), ElementsAre(text_edit{0, 2, "a"}, text_edit{5, 2, "d"}));
+    EXPECT_THAT(taken, ElementsAre(true, false, true));
 }
 
 TEST(FixesAtOnce, LeaveTheLaterOfTwoInsertionsAtOnePlace) {

@@ -61,6 +61,18 @@ TEST(FieldEdit, OfRepeatingWordsRepeatsAfterBothPeriods) {
                 testing::ElementsAre("0000", "1001", "0010", "1000", "0001", "1010"));
 }
 
+TEST(FieldEdit, OfRepeatingWordsIsNoLongerThanTheirCommonPeriod) {
+    memory_image image(4, std::uint64_t{1} << 30U);
+    image.fill({0, image.last_address()}, words_of_digits({"0000", "0001", "0010", "0011"}));
+    for (const std::uint64_t last : {std::uint64_t{3}, std::uint64_t{4}, image.last_address()}) {
+        const field_assignments made =
+            assignments_of(image, {{0, last}, {3, 3}, words_of_digits({"0", "1"})});
+        ASSERT_THAT(made.assignments, SizeIs(1));
+        EXPECT_EQ(made.assignments[0].addresses.last, last);
+        EXPECT_THAT(digits_in(made.assignments[0]), testing::ElementsAre("0000", "1001", "0010", "1011"));
+    }
+}
+
 TEST(FieldEdit, OfSingleWordsIsOneAssignment) {
     memory_image image(4, 8);
     for (std::uint64_t address = 0; address < 8; ++address) {
@@ -92,6 +104,11 @@ TEST(FieldEdit, OfTooManyWordsIsRefused) {
     EXPECT_TRUE(made.are_too_many);
     EXPECT_THAT(made.assignments, IsEmpty());
     EXPECT_FALSE(made.not_set);
+    // As many as the limit are not refused. A wrong width is found later, with the first word.
+    const field_change wrong = {{0, kvrimage::most_words_with_fields - 1}, {1, 0}, words_of_digits(values)};
+    EXPECT_THROW(static_cast<void>(assignments_of(image, wrong)), std::invalid_argument);
+    const field_change too_long = {{0, kvrimage::most_words_with_fields}, {1, 0}, wrong.values};
+    EXPECT_TRUE(assignments_of(image, too_long).are_too_many);
 }
 
 TEST(FieldEdit, NeedsAValue) {

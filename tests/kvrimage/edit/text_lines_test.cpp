@@ -28,6 +28,8 @@ TEST(TextLines, NextBeginsAfterTheLineEndOrAtTheEnd) {
 TEST(TextLines, TakeTheLineEndOfTheLineBefore) {
     EXPECT_EQ(line_end_at("a\r\nb\n", 3), "\r\n");
     EXPECT_EQ(line_end_at("a\nb\r\n", 2), "\n");
+    EXPECT_EQ(line_end_at("\r\nb\n", 2), "\r\n");
+    EXPECT_EQ(line_end_at("\nb\r\n", 1), "\n");
 }
 
 TEST(TextLines, FirstLineHasItsOwnLineEnd) {

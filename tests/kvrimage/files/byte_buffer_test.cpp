@@ -33,4 +33,12 @@ TEST(ByteBuffer, OfASizeThatNothingHasIsNotMade) {
     EXPECT_EQ(buffer.room(), 0U);
 }
 
+TEST(ByteBuffer, NeverShrinks) {
+    byte_buffer buffer;
+    for (const std::uint64_t size : {100U, 10U, 100U, 0U}) {
+        buffer.reserve(size);
+        EXPECT_EQ(buffer.room(), 100U);
+    }
+}
+
 } // namespace

@@ -1,4 +1,5 @@
 #include "kvrimage/files/input_file.h"
+#include "tests/kvrimage/files/free_standard_input.h"
 #include "tests/kvrimage/files/interrupting_signals.h"
 #include "tests/kvrimage/files/read_file.h"
 #include "tests/kvrimage/files/test_folder.h"
@@ -43,6 +44,14 @@ TEST(InputFileOnPosix, RefusesAHugeFileOfOneLineEarly) {
     const std::string path = folder.write("a", "");
     ASSERT_EQ(truncate(path.c_str(), off_t{1} << 40U), 0);
     EXPECT_EQ(failure_to_read(path), path + ":1: error: the line is longer than 32 MiB");
+}
+
+TEST(InputFileOnPosix, MayHaveTheDescriptorZero) {
+    const test_folder folder;
+    const std::string path = folder.write("a", "01\n");
+    const free_standard_input none;
+    EXPECT_EQ(input_file(path).contents(), "01\n");
+    EXPECT_FALSE(is_open_descriptor(0));
 }
 
 TEST(InputFileOnPosix, SaysWhyAFileCannotBeRead) {

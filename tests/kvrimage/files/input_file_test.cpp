@@ -5,10 +5,12 @@
 #include "tests/kvrimage/files/test_folder.h"
 #include "tests/kvrimage/files/test_pipe.h"
 
+#include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include <array>
 #include <cerrno>
+#include <memory>
 #include <thread>
 #include <unistd.h>
 #include <utility>
@@ -69,6 +71,33 @@ TEST_F(InputFile, HasTheWholeContents) {
     }
 }
 
+/// Returns the unused bytes behind the contents.
+std::size_t room_behind(const input_file& file) {
+    return static_cast<const byte_buffer*>(file.keeper().get())->room();
+}
+
+TEST_F(InputFile, TakesRoomForTheFileAndOneByte) {
+    EXPECT_EQ(room_behind(input_file(folder.write("a", text_of_size(100000)))), 1U);
+    EXPECT_EQ(room_behind(input_file(folder.write("a", "x"))), 65535U);
+}
+
+TEST_F(InputFile, TakesDoubleTheRoomForAPipeThatGoesOn) {
+    const writing_pipe input(text_of_size(70000));
+    EXPECT_EQ(room_behind(input_file(input.descriptor(), "pipe")), 131072U - 70000);
+}
+
+TEST_F(InputFile, LeavesItsContentsToTheirKeeper) {
+    std::shared_ptr<const void> keeper;
+    std::string_view contents;
+    {
+        const input_file file(folder.write("a", "0 : 1;"));
+        keeper = file.keeper();
+        contents = file.contents();
+    }
+    EXPECT_EQ(contents, "0 : 1;");
+    EXPECT_EQ(keeper.use_count(), 1);
+}
+
 TEST_F(InputFile, TakesAnyBytes) {
     const std::string text("\0\xFF\r\n\0", 5);
     EXPECT_EQ(input_file(folder.write("a", text)).contents(), text);
@@ -115,7 +144,9 @@ TEST_F(InputFile, ReadsStandardInputForADash) {
 TEST_F(InputFile, ReadsAPipeUpToTheLimit) {
     const std::string text = text_of_size(most_bytes_without_end);
     const writing_pipe input(text);
-    EXPECT_TRUE(input_file(input.descriptor(), "pipe").contents() == text);
+    const input_file file(input.descriptor(), "pipe");
+    EXPECT_TRUE(file.contents() == text);
+    EXPECT_EQ(room_behind(file), 1U);
 }
 
 TEST_F(InputFile, RefusesAPipeBeyondTheLimit) {
@@ -167,7 +198,8 @@ TEST_F(InputFile, SaysWhyAFileCannotBeOpened) {
 }
 
 TEST_F(InputFile, RefusesADescriptorThatIsNotOpen) {
-    EXPECT_THROW(input_file(-1, "nothing"), file_error);
+    EXPECT_THAT([] { const input_file file(-1, "nothing"); },
+                testing::ThrowsMessage<file_error>("nothing: cannot be opened: Bad file descriptor"));
 }
 
 TEST_F(InputFile, ReportsThatItWasOpened) {

@@ -1,13 +1,16 @@
 #include "kvrimage/files/replacement_file.h"
 #include "tests/kvrimage/files/failing_call.h"
+#include "tests/kvrimage/files/free_standard_input.h"
 #include "tests/kvrimage/files/interrupting_signals.h"
 #include "tests/kvrimage/files/written_file.h"
 
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cstdint>
 #include <fcntl.h>
 #include <filesystem>
+#include <string>
 #include <sys/resource.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
@@ -65,9 +68,40 @@ TEST_F(ReplacementFile, GivesANewFileThePermissionsOfTheProcess) {
 
 TEST_F(ReplacementFile, KeepsThePermissionsOfTheOldFile) {
     folder.write("a", "old");
-    chmod(folder.path("a").c_str(), 0604);
+    for (const mode_t mode : {0604U, 01751U}) {
+        chmod(folder.path("a").c_str(), mode);
+        write_to(folder.path("a"), "new");
+        EXPECT_EQ(permissions_of(folder.path("a")), mode);
+    }
+}
+
+/// Returns the size of the only file in @p folder.
+std::uintmax_t size_of_file_in(const test_folder& folder) {
+    return std::filesystem::file_size(std::filesystem::directory_iterator(folder.path())->path());
+}
+
+TEST_F(ReplacementFile, HasALargeTextWithoutABuffer) {
+    for (const std::size_t size : {1U, 65535U, 65536U, 65537U}) {
+        replacement_file file(folder.path("a"));
+        file.write(std::string(size, 'x'));
+        EXPECT_EQ(size_of_file_in(folder), size < 65536 ? 0 : size);
+    }
+}
+
+TEST_F(ReplacementFile, IsWrittenWithTheDescriptorZero) {
+    const std::string large(65536, 'x');
+    const free_standard_input none;
+    {
+        replacement_file file(folder.path("a"));
+        file.write(large);
+        EXPECT_EQ(size_of_file_in(folder), large.size()) << "not in a buffer";
+        file.commit();
+        EXPECT_FALSE(is_open_descriptor(0));
+    }
     write_to(folder.path("a"), "new");
-    EXPECT_EQ(permissions_of(folder.path("a")), 0604U);
+    EXPECT_EQ(folder.read("a"), "new");
+    EXPECT_FALSE(is_open_descriptor(0));
+    EXPECT_EQ(folder.count_files(), 1);
 }
 
 TEST_F(ReplacementFile, FollowsLinksAlsoToWhereNothingIs) {
@@ -183,7 +217,7 @@ class ReplacementFileThatFails : public ReplacementFile {
 protected:
     void SetUp() override {
         folder.write("a", "old");
-        chmod(folder.path("a").c_str(), 04755);
+        chmod(folder.path("a").c_str(), 01755); // unlike others, this right outlasts a write of any user
     }
     /// Replaces the file by one of @p size bytes.
     void replace(std::initializer_list<failing_call> calls, std::uint32_t size = 3) {
@@ -271,6 +305,11 @@ TEST_F(ReplacementFile, ReportsASpecialFileThatCannotBeOpened) {
     close(descriptor);
 }
 
+TEST_F(ReplacementFileThatFails, KeepsTheOwnerWithoutACallIfItIsTheSame) {
+    EXPECT_EXIT(replace({{owner_call, EPERM}}), testing::ExitedWithCode(0), "^<>");
+    EXPECT_EQ(permissions_of(folder.path("a")), 01755U);
+}
+
 TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
     const int next = dup(STDIN_FILENO);
     close(next);
@@ -280,12 +319,15 @@ TEST_F(ReplacementFileThatFails, DropsTheRightsOfAnOwnerThatCannotBeKept) {
         dup2(STDIN_FILENO, next); // code that runs at the end of the process opens another descriptor
         return "<" + failure + ">";
     };
-    EXPECT_EXIT(end_with_answer({{status_call, EIO, 0, ~0U, descriptor},
-                                 {SYS_fstat, EIO, 0, ~0U, descriptor},
-                                 {SYS_statx, EIO, 0, ~0U, descriptor},
-                                 {owner_call, EPERM}},
-                                replace_and_take_descriptor),
+    const failing_call by_name = {status_call, EIO, 0, ~0U, descriptor};
+    const failing_call by_number = {SYS_fstat, EIO, 0, ~0U, descriptor};
+    const failing_call by_any = {SYS_statx, EIO, 0, ~0U, descriptor};
+    EXPECT_EXIT(end_with_answer({by_name, by_number, by_any}, replace_and_take_descriptor),
                 testing::ExitedWithCode(0), "^<>");
+    EXPECT_EQ(permissions_of(folder.path("a")), 01755U) << "the owner can be set";
+    EXPECT_EXIT(
+        end_with_answer({by_name, by_number, by_any, {owner_call, EPERM}}, replace_and_take_descriptor),
+        testing::ExitedWithCode(0), "^<>");
     EXPECT_EQ(folder.read("a"), "new");
     EXPECT_EQ(permissions_of(folder.path("a")), 0755U);
 }

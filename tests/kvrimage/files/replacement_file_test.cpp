@@ -5,7 +5,9 @@
 #include <gtest/gtest.h>
 
 #include <filesystem>
+#include <string>
 #include <unistd.h>
+#include <vector>
 
 namespace {
 
@@ -52,6 +54,21 @@ TEST_F(ReplacementFile, ReplacesAFileOnlyWhenItIsComplete) {
     }
     EXPECT_EQ(folder.read("a"), "new");
     EXPECT_EQ(folder.count_files(), 1);
+}
+
+TEST_F(ReplacementFile, HasTextsOfAnySizeInOrder) {
+    const std::string large(std::size_t{1} << 16U, 'x');
+    for (const std::vector<std::string>& texts : {std::vector{std::string("a"), large, std::string("b")},
+                                                  std::vector{large, std::string("a"), large}}) {
+        std::string expected;
+        replacement_file file(folder.path("a"));
+        for (const std::string& text : texts) {
+            file.write(text);
+            expected += text;
+        }
+        file.commit();
+        EXPECT_TRUE(folder.read("a") == expected);
+    }
 }
 
 TEST_F(ReplacementFile, HasAnyName) {
@@ -121,8 +138,9 @@ TEST_F(ReplacementFile, LeavesTheOldFileWhenTheNewOneIsGone) {
 TEST_F(ReplacementFile, ReportsThatItWasOpened) {
     std::string name;
     const replacement_file file(folder.path("a"),
-                                [&name](const std::string& title, int descriptor, std::uint64_t) {
+                                [&name](const std::string& title, int descriptor, std::uint64_t size) {
                                     EXPECT_GE(descriptor, 0);
+                                    EXPECT_EQ(size, 0U) << "not known";
                                     name = title;
                                 });
     EXPECT_EQ(name, folder.path("a"));

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <csignal>
 
 namespace {
@@ -18,6 +19,23 @@ TEST(SignalPause, LetsSignalsWait) {
     }
     EXPECT_EQ(handled, 1);
     static_cast<void>(std::signal(SIGTERM, before));
+}
+
+/// Overwrites the part of the stack that the next call uses.
+[[gnu::noinline]] void fill_stack() {
+    std::array<volatile unsigned char, 4096> bytes;
+    for (volatile unsigned char& byte : bytes) {
+        byte = 0xFF;
+    }
+}
+
+TEST(SignalPause, LetsOtherSignalsThrough) {
+    fill_stack();
+    const signal_pause pause;
+    sigset_t waiting;
+    ASSERT_EQ(pthread_sigmask(SIG_BLOCK, nullptr, &waiting), 0);
+    EXPECT_EQ(sigismember(&waiting, SIGTERM), 1);
+    EXPECT_EQ(sigismember(&waiting, SIGUSR1), 0);
 }
 
 } // namespace

@@ -1,5 +1,7 @@
+#include "kvrimage/files/open_descriptor.h"
 #include "kvrimage/files/temporary_files.h"
 #include "tests/kvrimage/files/failing_call.h"
+#include "tests/kvrimage/files/free_standard_input.h"
 #include "tests/kvrimage/files/test_folder.h"
 
 #include <gtest/gtest.h>
@@ -31,6 +33,17 @@ TEST(TemporaryFilesOnPosix, CannotBeMadeWhereEveryNameIsTaken) {
     };
     EXPECT_EXIT(end_with_answer({{SYS_openat, EEXIST, 2, O_EXCL, O_EXCL}}, answer),
                 testing::ExitedWithCode(0), "^-1 File exists$");
+}
+
+TEST(TemporaryFilesOnPosix, MayHaveTheDescriptorZero) {
+    const test_folder folder;
+    const free_standard_input none;
+    temporary_file file;
+    errno = EEXIST; // of an earlier call
+    const open_descriptor made(file.make_in(folder.path(), false));
+    EXPECT_EQ(made.get(), 0);
+    EXPECT_NE(file.path(), "");
+    EXPECT_EQ(folder.count_files(), 1);
 }
 
 } // namespace

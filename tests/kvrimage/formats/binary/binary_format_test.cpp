@@ -74,6 +74,7 @@ TEST(BinaryFormat, IsChosenByNameAndNeverByContents) {
     EXPECT_EQ(parse("text\n", options).facts.as, &binary_format);
     options.file_name = "boot";
     EXPECT_NE(parse("\x01\x02\x03"sv, options).facts.as, &binary_format);
+    EXPECT_EQ(binary_format.read("text\n", {}).facts.as, &binary_format);
 }
 
 TEST(BinaryFormat, WritesFromWordZeroToTheLastOneThatIsSet) {
@@ -85,6 +86,7 @@ TEST(BinaryFormat, WritesFromWordZeroToTheLastOneThatIsSet) {
     options.order = byte_order::little;
     EXPECT_TRUE(can_write(image, options).empty());
     EXPECT_EQ(to_text(image, options), "\x02\x01\x02\x01\x02\x01");
+    EXPECT_EQ(binary_format.written_size(image, options), 6U);
     image.set(4, word::of(1, 16));
     EXPECT_EQ(can_write(image, options).at(0).message,
               "1 word is not set, the first at address 3, but raw binary cannot omit words");

@@ -1,4 +1,5 @@
 #include "kvrimage/formats/coe/coe_format.h"
+#include "kvrimage/formats/format_text.h"
 #include "kvrimage/formats/registry.h"
 #include "tests/kvrimage/formats/list_format.h"
 
@@ -37,6 +38,14 @@ TEST(CoeFormat, FindsComments) {
     std::vector<std::string_view> comments;
     coe_format.find_comments(small_coe, [&](const span& where) { comments.push_back(where.in(small_coe)); });
     EXPECT_EQ(comments, std::vector<std::string_view>{"; two words"});
+}
+
+TEST(CoeFormat, IsLaidOutWithAStatementALine) {
+    const formatted_text laid_out =
+        format_text("; note \t\nmemory_initialization_radix = 16 ; memory_initialization_vector = 0a , 1b;",
+                    {.as = &coe_format});
+    EXPECT_EQ(laid_out.text,
+              "; note\nmemory_initialization_radix=16;\nmemory_initialization_vector=\n0A, 1B;\n");
 }
 
 TEST(CoeFormat, KeepsThePromisesForDamagedFiles) {
