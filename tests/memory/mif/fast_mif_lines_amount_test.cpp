@@ -341,7 +341,7 @@ TEST_F(FastMifLinesAmount, LinesAfterTheTextAreNotRead) {
 }
 
 TEST_F(FastMifLinesAmount, EachCommentIsKeptOnce) {
-    expect_read("0 : 1;\n1 : 2; -- a\n2 : 3;\n3 : 4 5; -- b\n5 : 6 7;\n7 : 8;\n" + regular_lines_after,
+    expect_read("0 : 1;\n1 : 2; -- a\n2 : 33;\n3 : 4 5; -- b\n5 : 6 7;\n7 : 8;\n" + regular_lines_after,
                 6 + 32);
     std::deque<std::string> comments;
     memory.data_comments.copy_to(comments);
