@@ -100,18 +100,18 @@ public:
             written += at_once;
         }
         for (; written < row.count; ++written) {
-            write(row[written]);
+            write_word(row[written]);
         }
     }
 
     void write(std::string_view word, std::uint64_t count) {
         for (; count > 0; --count) {
-            write(word);
+            write_word(word);
         }
     }
 
 private:
-    void write(std::string_view word) {
+    void write_word(std::string_view word) {
         begin_page_if_full();
         const std::size_t size =
             format_fast_hex_record(layout, address, word, file.room(output_file::room_limit));

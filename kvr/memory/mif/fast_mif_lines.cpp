@@ -15,6 +15,8 @@ namespace {
 /// Bytes after a line that may be read but not consumed: digits are read eight at a time.
 constexpr std::size_t slack_of_lines = 64;
 
+constexpr std::size_t longest_line_end = 2; // CR and LF
+
 /// Values up to this length are expected to have the same length in the next line.
 constexpr std::size_t longest_expected = 32;
 static_assert(slack_of_lines >= predicted_address::readable + longest_expected + 8);
@@ -59,28 +61,32 @@ fast_mif_lines::amount fast_mif_lines::read(std::string_view lines, bool with_co
     address_base = radix_base(memory.address_radix);
     const char* const begin = lines.data();
     lines_end = begin + lines.size();
-    const char* const eight_readable_end = begin + size_before_slack(lines, slack_of_lines, line_limit + 1);
+    const char* const eight_readable_end =
+        begin + size_before_slack(lines, slack_of_lines, line_limit + longest_line_end);
     const char* at = begin;
-    std::uint64_t count = 0;
+    std::uint64_t together = 0;
+    std::uint64_t one_by_one = 0;
+    std::uint64_t parsed = 0;
     while (at != lines_end) {
         if (lines_apart != 0) {
             --lines_apart;
         } else if (const std::uint64_t same = read_equal_lines(at, eight_readable_end); same != 0) {
-            count += same;
+            together += same;
             continue;
         }
         const char* next = at < eight_readable_end ? read_line_as_predicted(at) : nullptr;
         if (next == nullptr) {
             next = read_line(at);
-        }
-        if (next == nullptr) {
-            break;
+            if (next == nullptr) {
+                break;
+            }
+            ++parsed;
         }
         at = next;
-        ++count;
+        ++one_by_one;
     }
     words.flush();
-    return {static_cast<std::size_t>(at - begin), count, has_lists};
+    return {static_cast<std::size_t>(at - begin), together + one_by_one, together, parsed, has_lists};
 }
 
 /// Parses consecutive lines with the length of the previous line that begin as predicted and have one value
@@ -182,7 +188,7 @@ const char* fast_mif_lines::read_values_as_predicted(const char* const begin) {
     }
     const char* const next = find_next_line(begin, at + 1);
     const std::uint64_t first = predicted.address();
-    if (next == nullptr || first >= memory.number_of_words || !can_be_stored(first)) {
+    if (next == nullptr || !can_be_stored(first)) {
         return nullptr;
     }
     for (std::size_t i = 0; i < value_count; ++i) {
@@ -206,8 +212,7 @@ const char* fast_mif_lines::read_line(const char* const begin) {
     }
     const auto digits = static_cast<std::size_t>(at - first_digit);
     at = skip_blanks(at);
-    if (digits == 0 || digits > safe_digits(address_base) || *at != ':' ||
-        address >= memory.number_of_words) {
+    if (digits == 0 || digits > safe_digits(address_base) || *at != ':') {
         return nullptr;
     }
     const char* const first_value = skip_blanks(at + 1);
@@ -264,10 +269,10 @@ const char* fast_mif_lines::find_next_line(const char* const begin, const char* 
     return at + carriage_return + 1;
 }
 
-/// Returns false and changes nothing if the values do not fit from @p address (below the depth) on, or if the
-/// address was set before. Otherwise marks the address as set.
+/// Returns false and changes nothing if the values do not fit from @p address on, or if the address was set
+/// before. Otherwise marks the address as set.
 bool fast_mif_lines::can_be_stored(std::uint64_t address) {
-    if (value_count == 0 || value_count > memory.number_of_words - address) {
+    if (value_count == 0 || address + value_count > memory.number_of_words) {
         return false;
     }
     has_lists = has_lists || value_count > 1;

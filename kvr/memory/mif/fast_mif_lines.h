@@ -26,7 +26,9 @@ public:
     struct amount {
         std::size_t bytes;
         std::uint64_t lines;
-        bool has_lists; ///< a line has several values
+        std::uint64_t lines_together;   ///< those of the lines that were not read one by one
+        std::uint64_t addresses_parsed; ///< those of the lines whose address was not as predicted
+        bool has_lists;                 ///< a line has several values
     };
 
     /// Parses whole lines @p lines up to the first one that is not regular.

@@ -47,10 +47,8 @@ bool find_range_parts(mif_content& content) {
     content.last_address = find_token(text, dot + 1);
     const std::size_t bracket = text.find(']');
     std::size_t colon = 0;
-    if (!content.last_address.found() || bracket == std::string_view::npos || !find_data(content, colon)) {
-        return false;
-    }
-    return content.last_address.end <= bracket && bracket < colon;
+    // The position of a part that is missing is the highest of all.
+    return find_data(content, colon) && content.last_address.end <= bracket && bracket < colon;
 }
 
 } // namespace

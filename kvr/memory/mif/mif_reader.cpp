@@ -9,10 +9,7 @@ namespace {
 
 std::string concat(std::string_view a, std::string_view b, std::string_view c, std::string_view d,
                    std::string_view e) {
-    std::string text;
-    text.reserve(a.size() + b.size() + c.size() + d.size() + e.size());
-    text.append(a).append(b).append(c).append(d).append(e);
-    return text;
+    return std::string(a).append(b).append(c).append(d).append(e);
 }
 
 } // namespace

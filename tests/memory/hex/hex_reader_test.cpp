@@ -6,6 +6,7 @@
 #include "tests/memory/error_messages.h"
 #include "tests/memory/hex/hex_record_texts.h"
 #include "tests/memory/io/failing_file.h"
+#include "tests/memory/io/failing_read.h"
 #include "tests/memory/seen_fault.h"
 
 #include <gmock/gmock.h>
@@ -355,6 +356,31 @@ TEST(HexReader, SecondPassStopsAtAFaultWithTheTextOfItsLine) {
     EXPECT_EQ(seen_fault(stop->fault), (seen_fault{fault_code::record_type, 2, 11, 2}));
     EXPECT_EQ(stop->line_text, ":010000060000");
     EXPECT_THAT(reader.words(), ElementsAre("12", "0"));
+}
+
+/// Lets each allocation of @p store fail in turn. It must throw then, or store the words nevertheless.
+template <class Store>
+void expect_words_or_exception(Store store) {
+    bool thrown = true;
+    for (std::size_t failure = 1; thrown; ++failure) {
+        text_reader reader(8);
+        reader.memory.data_words.resize(4, "0");
+        thrown = kvr_test::throws_without_allocation(failure, [&] { store(reader); });
+        if (!thrown) {
+            EXPECT_GT(failure, 1U);
+            EXPECT_THAT(reader.words(), ElementsAre("12", "34", "56", "78"));
+        }
+    }
+}
+
+TEST(HexReader, LackOfMemoryForWordsIsAnExceptionWhereverTheReadEnds) {
+    for (const std::string last_line : {":00000001FF\n", ":broken\n"}) {
+        SCOPED_TRACE(last_line);
+        expect_words_or_exception([&](text_reader& reader) {
+            static_cast<void>(reader.second_pass(":0400000012345678E8\n" + last_line));
+        });
+    }
+    expect_words_or_exception([](text_reader& reader) { store_hex_words(reader.memory, 0, "12345678", 4); });
 }
 
 TEST(HexReader, SecondPassNeedsTheEndRecord) {

@@ -114,6 +114,22 @@ TEST(HexRecordWalkRun, StopsBeforeAnythingButAPlainDataRecord) {
     EXPECT_EQ(walk.fault().code, kvr::fault_code::missing_end_record);
 }
 
+TEST(HexRecordWalkRun, WithoutPlainDataRecordsTheLastStepStays) {
+    const std::string other_record = hex_record_line(4, 0, "0001");
+    const std::string text = first_record + "\n" + other_record + "\n" + end_record + "\n";
+    kvr::line_source source(text, hex_record_walk::longest_line);
+    hex_record_walk walk(source);
+    EXPECT_EQ(walk.next(), hex_record_walk::step::record);
+    walk.each_plain_data_record(read_no_run, [](const auto& /*record*/, std::string_view /*line*/) {
+        ADD_FAILURE() << "there is no data record";
+    });
+    EXPECT_EQ(walk.text(), first_record);
+    EXPECT_EQ(walk.record().data(), "AA");
+    EXPECT_EQ(walk.line(), 1U);
+    EXPECT_EQ(walk.next(), hex_record_walk::step::record);
+    EXPECT_EQ(walk.text(), other_record);
+}
+
 TEST(HexRecordWalkRun, AWalkBeginsAtOffsetZero) {
     kvr::line_source source(first_record, hex_record_walk::longest_line);
     EXPECT_EQ(hex_record_walk(source).address_offset(), 0U);

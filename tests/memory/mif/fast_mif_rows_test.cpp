@@ -84,9 +84,9 @@ TEST_P(FastMifRows, TakeLowAddressesAsFarAsTheyHaveTwoDigits) {
              {0U, 1U, 2U, 3U, 4U, 7U, 8U, 9U, 10U, 11U, 15U, 16U, 17U, 63U, 64U, 99U, 100U, 255U, 256U}) {
             const random_row row(numbers, 2, 300);
             const std::string fast = at_once(rows, row.words(), address);
-            if (address >= 16) {
-                ASSERT_EQ(written, row.words().count);
-            }
+            std::string digits;
+            append_address(digits, address, GetParam(), width);
+            ASSERT_EQ(written, digits.size() >= 2 ? row.words().count : 0U) << address << " " << width;
             ASSERT_TRUE(fast == one_by_one(row.words(), address, written, GetParam(), width)) << fast;
         }
     }
@@ -110,6 +110,24 @@ TEST_P(FastMifRows, AnObjectIsForAnyNumberOfRows) {
             const std::string fast = at_once(rows, row.words(), address);
             ASSERT_TRUE(fast == one_by_one(row.words(), address, written, GetParam(), 6)) << fast;
         }
+    }
+}
+
+// The file writes a block when the next lines do not fit.
+TEST_P(FastMifRows, LinesAreWrittenAtTheEndOfABlock) {
+    kvr_test::random_numbers numbers(7);
+    const random_row row(numbers, 4, 8);
+    const std::string lines = one_by_one(row.words(), 1000, 8, GetParam(), 8);
+    const std::string after(output_file::block_size, '-');
+    for (const std::size_t left : {lines.size() - 1, lines.size(), lines.size() + 1}) {
+        const std::string before(output_file::block_size - left, '.');
+        output_file file = output_file::create(directory.path("rows"));
+        file.write(before);
+        fast_mif_rows rows(GetParam(), 8, equal_words::have_lines_of_their_own);
+        EXPECT_EQ(rows.write(row.words(), 1000, file), 8U);
+        file.write(after);
+        EXPECT_TRUE(file.close());
+        EXPECT_TRUE(content_of(directory.path("rows")) == before + lines + after) << left;
     }
 }
 

@@ -198,6 +198,11 @@ TEST_F(MifSteps, CommentsAreMovedAndBlanksStripped) {
     EXPECT_EQ(kept, " a b\t");
     EXPECT_EQ(steps.memory().data_comments[0], "-- d % e");
     EXPECT_EQ(steps.memory().data_comments[1], "-- d");
+    for (const std::string comment : {"--e", "% f", "%-- g"}) {
+        std::string whole_line = comment;
+        steps.remove_comment_from_string(whole_line, false);
+        EXPECT_EQ(whole_line, "") << comment;
+    }
 }
 
 TEST_F(MifSteps, ParsersAnswerTrueOnFailure) {
@@ -207,6 +212,8 @@ TEST_F(MifSteps, ParsersAnswerTrueOnFailure) {
     EXPECT_FALSE(steps.parse_width_depth("DEPTH=5;"));
     EXPECT_EQ(steps.memory().number_of_words, 5U);
     EXPECT_TRUE(steps.parse_address_data_radix("ADDRESS_RADIX=BIN"));
+    EXPECT_TRUE(steps.parse_address_data_radix(";ADDRESS_RADIX=BIN"));
+    EXPECT_TRUE(steps.parse_address_data_radix(";ADDRESS_RADIX=NONE"));
     EXPECT_FALSE(steps.parse_address_data_radix("ADDRESS_RADIX=BIN;"));
     EXPECT_EQ(steps.memory().address_radix, RADIX_BIN);
     EXPECT_TRUE(steps.parse_single_address("5 1"));
@@ -251,6 +258,8 @@ TEST_F(MifSteps, DataTextIsSplitIntoValues) {
     EXPECT_EQ(values, (queue{"1", "AB", "xU"}));
     EXPECT_EQ(steps.interpret_data_values("1 2 % 3", values, 5), 5U);
     EXPECT_EQ(values, (queue{"1", "2", "1", "2", "1"}));
+    EXPECT_EQ(steps.interpret_data_values("1 2 3", values, 7), 7U);
+    EXPECT_EQ(values, (queue{"1", "2", "3", "1", "2", "3", "1"}));
     EXPECT_EQ(steps.interpret_data_values("1 2 3", values, 2), 3U);
     EXPECT_EQ(steps.interpret_data_values("zz", values, 4), 0U);
     EXPECT_EQ(values, queue{});

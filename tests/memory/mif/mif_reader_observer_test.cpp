@@ -36,6 +36,7 @@ public:
     [[nodiscard]] bool wants_every_line() const override { return true; }
     void content_line(const kvr::mif_content& content) override {
         events.push_back("line " + joined_place(content.pieces.front().line, content.text));
+        has_range.push_back(content.last_address.found());
     }
     void cut_at_percent(std::string_view rest, std::uint64_t line) override {
         events.push_back("percent " + joined_place(line, rest));
@@ -53,19 +54,22 @@ public:
     std::vector<kvr::read_fault> faults;
     event_list texts;
     event_list events;
+    std::vector<bool> has_range; ///< for each content line
 };
 
-void read_observed(const std::string& text, mif_event_recorder& recorder) {
+bool read_observed(const std::string& text, mif_event_recorder& recorder) {
     kvr::mif_memory memory(nullptr);
     kvr::fill_radix_names(memory);
     kvr::line_source lines(text, kvr::mif_reader::source_limit);
-    static_cast<void>(kvr::mif_reader(memory, &recorder).read(lines));
+    const bool complete = kvr::mif_reader(memory, &recorder).read(lines);
+    EXPECT_EQ(memory.error_occurred, !complete) << text;
+    return complete;
 }
 
 void expect_one_fault(const std::string& text, const kvr::read_fault& expected) {
     SCOPED_TRACE(text);
     mif_event_recorder recorder;
-    read_observed(text, recorder);
+    EXPECT_FALSE(read_observed(text, recorder));
     ASSERT_EQ(recorder.faults.size(), 1U);
     EXPECT_EQ(recorder.faults[0].code, expected.code);
     EXPECT_EQ(recorder.faults[0].line, expected.line);
@@ -81,9 +85,9 @@ public:
 TEST(MifReaderObserver, FastLinesAreReportedOnlyWhereEveryLineIsWanted) {
     const std::string text = begin_of_four_words + "0 : 1;\n[1..2] : 3;\nEND;\n";
     mif_event_recorder every;
-    read_observed(text, every);
+    EXPECT_TRUE(read_observed(text, every));
     mif_recorder_without_fast_lines others;
-    read_observed(text, others);
+    EXPECT_TRUE(read_observed(text, others));
     const auto has_line = [](const mif_event_recorder& recorder, std::string_view line) {
         return std::ranges::any_of(recorder.events,
                                    [line](const std::string& event) { return event.starts_with(line); });
@@ -122,6 +126,8 @@ TEST(MifReaderFaultPlace, AStatementIsAtFaultAsAWholeOrAtItsAddress) {
     expect_fault_of(" [0..33] : 1;", {fault_code::address_out_of_range, 4, 6, 2});
     expect_fault_of(" [44..5] : 1;", {fault_code::address_out_of_range, 4, 3, 2});
     expect_fault_of(" [0..\n  9] : 1;", {fault_code::address_out_of_range, 5, 3, 1});
+    expect_fault_of("[4..5] : 1;", {fault_code::address_out_of_range, 4, 2, 1});
+    expect_fault_of("[0..4] : 1;", {fault_code::address_out_of_range, 4, 5, 1});
     expect_fault_of(" [3..1] : 1;", {fault_code::range_not_ascending, 4, 3, 4});
     expect_fault_of("[1.2 : 1;", {fault_code::range_syntax, 4, 1, 9});
     expect_fault_of("0 : 1;\n\n 0 : 1;", {fault_code::address_set_twice, 6, 1, 7});
@@ -137,10 +143,11 @@ TEST(MifReaderFaultPlace, AMissingEndHasTheLastLineAndNoColumn) {
 
 TEST(MifReaderEvents, ReportWhatIsReadAndWhatIsSkipped) {
     mif_event_recorder recorder;
-    read_observed("% top\n" + header_of_four_words +
-                      "CONTENT\nBEGIN tail -- note\n0 : 1;\n[1..2] :\n 3 4; % cut\n 3 : a;\nEND; more\n"
-                      "-- comment\nlast % rest\nWIDTH\n",
-                  recorder);
+    EXPECT_TRUE(
+        read_observed("% top\n" + header_of_four_words +
+                          "CONTENT\nBEGIN tail -- note\n0 : 1;\n[1..2] :\n 3 4; % cut\n 3 : a;\nEND; more\n"
+                          "-- comment\nlast % rest\nWIDTH\n",
+                      recorder));
     EXPECT_TRUE(recorder.faults.empty());
     EXPECT_EQ(recorder.events, (event_list{"percent 1  top", "begin 5  TAIL ", "line 6 0 : 1;", "words 6 0-0",
                                            "percent 8  cut", "line 7 [1..2] : 3 4; ", "words 7 1-2",
@@ -148,15 +155,32 @@ TEST(MifReaderEvents, ReportWhatIsReadAndWhatIsSkipped) {
                                            "percent 12  rest", "after 12 last ", "after 13 WIDTH"}));
 }
 
+TEST(MifReaderEvents, OnlyALineWithARangeHasALastAddress) {
+    mif_event_recorder recorder;
+    EXPECT_TRUE(read_observed(begin_of_four_words + "0 : 1;\n[1..2] : 3;\n3 : 4;\nEND;\n", recorder));
+    EXPECT_EQ(recorder.has_range, (std::vector<bool>{false, true, false}));
+}
+
+TEST(MifReaderEvents, AReadThatWentOnAfterAFaultHasFailed) {
+    for (const char* text : {"WIDTH=x;\n", "DEPTH=0;\n", "9 : 1;\n", "9 : 1;\n8 : 1;\n"}) {
+        mif_event_recorder recorder;
+        const bool in_header = std::string_view(text).find('=') != std::string_view::npos;
+        EXPECT_FALSE(read_observed(in_header ? text + begin_of_four_words + "END;\n"
+                                             : begin_of_four_words + text + "END;\n",
+                                   recorder));
+        EXPECT_FALSE(recorder.faults.empty()) << text;
+    }
+}
+
 TEST(MifReaderEvents, BeginInTheLineOfContentReportsWhatFollowsIt) {
     mif_event_recorder recorder;
-    read_observed(header_of_four_words + "CONTENT BEGIN 0 : 1;\nEND;\n", recorder);
+    EXPECT_TRUE(read_observed(header_of_four_words + "CONTENT BEGIN 0 : 1;\nEND;\n", recorder));
     EXPECT_EQ(recorder.events, (event_list{"begin 3 0:1;", "end 4 END;"}));
 }
 
 TEST(MifReaderEvents, AFaultHasTheTextOfItsLine) {
     mif_event_recorder recorder;
-    read_observed("WIDTH = x ;\n" + begin_of_four_words + "9 :\n b;\nEND;\n", recorder);
+    EXPECT_FALSE(read_observed("WIDTH = x ;\n" + begin_of_four_words + "9 :\n b;\nEND;\n", recorder));
     EXPECT_EQ(recorder.texts, (event_list{"WIDTH=X;", "9 : B;"}));
 }
 

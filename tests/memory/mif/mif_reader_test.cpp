@@ -561,6 +561,14 @@ TEST_F(MifReader, AFolderIsAFileThatCannotBeOpened) {
                                 " --  not found. "});
 }
 
+TEST_F(MifReader, AReadForgetsThatTheFileBeforeWasNotFound) {
+    file.set_file_name(folder.path("."));
+    EXPECT_FALSE(file.read_file());
+    file.set_file_name(path);
+    EXPECT_TRUE(read_content("0 : 1;\n"));
+    EXPECT_FALSE(file.get_file_not_found());
+}
+
 TEST_F(MifReader, ABinaryFileFailsWithoutHarm) {
     std::mt19937 random(7);
     for (int round = 0; round < 200; ++round) {
