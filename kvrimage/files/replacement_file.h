@@ -13,9 +13,10 @@ namespace kvrimage {
 
 /// A file that is written under a temporary name in the target's folder and moved to the target when it is
 /// complete, so that readers find either the old contents or the new ones, never a part. It gets the owner
-/// and the permissions of the file that it replaces; other names (hard links) of that file keep the old
-/// contents. Standard output ("-") and files that are not regular (a terminal, a pipe, /dev/null) are written
-/// directly.
+/// and the permissions of the file that it replaces, but the bits that run a program as its owner or group
+/// (set-user-ID, set-group-ID) are lost when a user without privileges writes it, as in any other file. Other
+/// names (hard links) of the replaced file keep the old contents. Standard output ("-") and files that are
+/// not regular (a terminal, a pipe, /dev/null) are written directly.
 class replacement_file : public text_sink {
 public:
     /// @throws file_error if @p target cannot be written

@@ -15,6 +15,7 @@ from pathlib import Path
 from typing import TypeVar
 
 from batch import Batch, batches_of
+from cases import Cases
 from catalog import mutants_in
 from equivalents import EquivalentsError, check_equivalents, read_equivalents
 from groups import draw_sample, folder_of, group_of
@@ -67,12 +68,6 @@ def find_mutants(project: Project, places: list[tuple[str, int]], jobs: int) -> 
     return [mutant for file, line in places for mutant in found[file] if line in (0, mutant.line)]
 
 
-def check_libraries(project: Project, suites: Suites, mutants: list[Mutant]) -> None:
-    file_of = {project.program_of(mutant.file): mutant.file for mutant in mutants}
-    for file in file_of.values():
-        Worker(project, suites, 0).check(file)
-
-
 class Trials:
     """Tries several mutants at a time."""
 
@@ -81,14 +76,16 @@ class Trials:
         self.mutants = mutants
         self.suites = Suites(project)
         self.executor = ThreadPoolExecutor(jobs)
+        has_cases = any(project.has_cases(mutant.file) for mutant in mutants)
+        cases = Cases(project, project.tool.path, self.executor) if has_cases else None
         self.workers: queue.SimpleQueue[Worker] = queue.SimpleQueue()
         for number in range(jobs):
-            self.workers.put(Worker(project, self.suites, number))
+            self.workers.put(Worker(project, self.suites, cases, number))
 
     def outcomes(self) -> Iterator[tuple[Mutant, Outcome]]:
         """Tries the mutants in batches first, because they take a fraction of the time."""
-        self.project.make_helper()
-        check_libraries(self.project, self.suites, self.mutants)
+        self.project.make_helpers()
+        self._check_libraries()
         alone: list[Mutant] = []
         for mutants in batches_of(self.project, self.mutants):
             batch = Batch(self.project, self.suites, mutants, self.executor)
@@ -104,6 +101,11 @@ class Trials:
     def close(self) -> None:
         self.executor.shutdown(wait=False, cancel_futures=True)
 
+    def _check_libraries(self) -> None:
+        file_of = {self.project.program_of(mutant.file): mutant.file for mutant in self.mutants}
+        for file in file_of.values():
+            self._with_worker(Worker.check, file)
+
     def _try_in_batch(self, batch: Batch, number: int) -> Outcome | None:
         """None if the mutant must be tried alone, because the compiler evaluates the original in a batch."""
         if batch.is_noticed(number):
@@ -113,10 +115,10 @@ class Trials:
             return None
         return self._with_worker(Worker.outcome_of_survivor, mutant)
 
-    def _with_worker(self, task: Callable[[Worker, Mutant], Outcome], mutant: Mutant) -> Outcome:
+    def _with_worker(self, task: Callable[[Worker, T], R], tried: T) -> R:
         worker = self.workers.get()
         try:
-            return task(worker, mutant)
+            return task(worker, tried)
         finally:
             self.workers.put(worker)
 

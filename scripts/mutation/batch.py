@@ -9,8 +9,9 @@ from collections.abc import Iterable, Iterator
 from concurrent.futures import Executor
 from pathlib import Path
 
+from cases import Cases
 from mutant import Mutant
-from project import Project, Unit
+from project import Program, Project, Unit
 from reach import Reach
 from sandbox import passes
 from schema import parts_of, culprits, schema_of
@@ -55,9 +56,7 @@ class Batch:
         self.program = self.folder / project.program_of(first.file).path.name  # a test checks this name
         objects = self._compile()
         self._leave_what_never_compiles()
-        linking = project.link(first.file, objects, self.program)
-        if linking.returncode != 0:
-            raise SystemExit(f"the batch is not linked:\n{linking.stderr[:5000]}")
+        self._link(project.program_of(first.file), objects, self.program)
         files = {mutant.file for mutant in self.numbered.values()}
         tests = [
             test
@@ -66,6 +65,16 @@ class Batch:
         ]
         self.parts = parts_of(self.numbered)
         self.reach = Reach(project.root, self.program, tests, executor)
+        self.cases: Cases | None = None
+        if project.has_cases(first.file):
+            self.tool = self.folder / project.tool.path.name
+            self._link(project.tool, objects, self.tool)
+            self.cases = Cases(project, self.tool, executor)
+
+    def _link(self, program: Program, objects: dict[Unit, Path], path: Path) -> None:
+        linking = self.project.link(program, objects, path)
+        if linking.returncode != 0:
+            raise SystemExit(f"the batch is not linked:\n{linking.stderr[:5000]}")
 
     def _compile(self) -> dict[Unit, Path]:
         """Removes mutants with errors until the sources compile."""
@@ -133,4 +142,6 @@ class Batch:
         assert mutant.part is not None
         part = self.parts[mutant.file, mutant.part]
         stages = self.reach.stages(part, mutant)
-        return not all(passes(self.project.root, self.program, stage, number) for stage in stages)
+        if not all(passes(self.project.root, self.program, stage, number) for stage in stages):
+            return True
+        return self.cases is not None and self.cases.notice(self.tool, number, part)

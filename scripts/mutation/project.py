@@ -12,14 +12,18 @@ from functools import cache
 from pathlib import Path
 
 MOST_COMPILATIONS = 6  # headers that need more are changed only if they are named
-PROGRAMS = {"kvr/": "tests/kvr_tests", "kvrimage/": "tests/kvrimage/kvrimage_tests"}  # the tests of each library
+HELPER = "active_mutant"
+LISTENER = "entered_parts"
+TESTS = {"kvr/": "tests/kvr_tests", "kvrimage/": "tests/kvrimage/kvrimage_tests"}  # of each library
+TOOL = "tools/kvrmem/kvrmem"
+CASES = "tests/cli/cases"
+HAS_CASES = "kvrimage/"  # the library of the tool
 DROPPED = {"-MD"}
 DROPPED_WITH_VALUE = {"-MT", "-MF", "-o", "-c"}
 BATCH = re.compile(r"Unity/unity_\w+\.cxx$")
 INCLUDE = re.compile(r'^#include "([^"]+)"', re.MULTILINE)
 OPTIMIZED = "-O2"
 QUICKER = ("-UFMT_HEADER_ONLY",)  # half the time; the linker finds the functions of fmt in the objects of the build
-HELPER = "active_mutant.cpp"
 
 
 def essential_arguments(command: list[str]) -> tuple[str, ...]:
@@ -36,10 +40,11 @@ def essential_arguments(command: list[str]) -> tuple[str, ...]:
 
 @dataclass(frozen=True)
 class Program:
-    """The test program of a library."""
+    """The test program of a library, or the tool."""
 
     path: Path
     link_command: tuple[str, ...]
+    helpers: tuple[str, ...]
 
 
 @dataclass(frozen=True)
@@ -58,9 +63,10 @@ class Project:
     def __init__(self, root: Path) -> None:
         self.root = root
         self.build = root / "build" / "mutate"
-        self.programs = {library: self._program(path) for library, path in PROGRAMS.items()}
+        self.programs = {library: self._program(path, HELPER, LISTENER) for library, path in TESTS.items()}
+        self.tool = self._program(TOOL, HELPER)
         self.units: dict[str, Unit] = {}
-        self.tests: dict[str, list[Unit]] = {library: [] for library in PROGRAMS}
+        self.tests: dict[str, list[Unit]] = {library: [] for library in TESTS}
         self._read_commands()
         self.sources = sorted(self.units)
         self.users = self._find_users()
@@ -74,13 +80,20 @@ class Project:
     def program_of(self, file: str) -> Program:
         return self.programs[self._library_of(file)]
 
-    def _library_of(self, file: str) -> str:
-        return next((library for library in PROGRAMS if file.startswith(library)), "")
+    def has_cases(self, file: str) -> bool:
+        """True if the cases of the tool are tests of the file, too."""
+        return file.startswith(HAS_CASES)
 
-    def _program(self, path: str) -> Program:
+    def cases(self) -> list[Path]:
+        return sorted((self.root / CASES).rglob("*.case"))
+
+    def _library_of(self, file: str) -> str:
+        return next((library for library in TESTS if file.startswith(library)), "")
+
+    def _program(self, path: str, *helpers: str) -> Program:
         command = ["ninja", "-C", str(self.build), "-t", "commands", path]
         link = subprocess.run(command, check=True, capture_output=True, text=True).stdout.splitlines()[-1]
-        return Program(self.build / path, tuple(shlex.split(link.split(" && ")[1])))
+        return Program(self.build / path, tuple(shlex.split(link.split(" && ")[1])), helpers)
 
     def _read_commands(self) -> None:
         for entry in json.loads((self.build / "compile_commands.json").read_text()):
@@ -177,21 +190,25 @@ class Project:
             self.compile(unit, Path(folder), object_file, OPTIMIZED)
             return object_file.read_bytes()
 
-    def make_helper(self) -> None:
-        """Compiles the object that is linked first into all programs with mutants."""
+    def make_helpers(self) -> None:
+        """Compiles the objects that are linked first into all programs with mutants."""
         compiler = next(iter(self.units.values())).command[0]
-        command = [compiler, "-std=c++20", "-O1", "-o", str(self._helper), "-c", str(Path(__file__).with_name(HELPER))]
-        subprocess.run(command, check=True)
+        for name in (HELPER, LISTENER):
+            source = Path(__file__).with_name(f"{name}.cpp")
+            command = [compiler, "-std=c++20", "-O1", "-o", str(self._helper(name)), "-c", str(source)]
+            subprocess.run(command, check=True)
 
-    @property
-    def _helper(self) -> Path:
-        return self.build / "active_mutant.o"
+    def _helper(self, name: str) -> Path:
+        return self.build / f"{name}.o"
 
-    def link(self, file: str, changed: dict[Unit, Path], path: Path) -> subprocess.CompletedProcess[str]:
-        """Changed objects come first: the linker keeps the first copy of a function."""
+    def link(
+        self, program: Program, changed: dict[Unit, Path], path: Path
+    ) -> subprocess.CompletedProcess[str]:
+        """Changed objects come first: the linker keeps the first copy of a function. The tool has no objects of tests."""
         replaced = {unit.replaced_object for unit in changed}
-        words = [word for word in self.program_of(file).link_command if word not in replaced]
+        words = [word for word in program.link_command if word not in replaced]
         words[words.index("-o") + 1] = str(path)
-        objects = map(str, (self._helper, *changed.values()))
+        used = [object_file for unit, object_file in changed.items() if program != self.tool or not unit.replaced_object]
+        objects = map(str, (*map(self._helper, program.helpers), *used))
         command = [words[0], "-fuse-ld=lld", "-Wl,-z,muldefs", *objects, *words[1:]]
         return subprocess.run(command, cwd=self.build, capture_output=True, text=True, check=False)

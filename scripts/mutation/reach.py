@@ -10,26 +10,10 @@ from pathlib import Path
 
 from mutant import Mutant
 from sandbox import Stage, Test, run_tests
+from stages import in_stages
 from suites import MOST_SECONDS, is_near, is_slow
 
-FIRST_SECONDS = 0.05  # the tests that run first; each later stage takes TIMES as long
-TIMES = 10
 MARK = "entered: "
-
-
-def in_stages(tests: Iterable[Test]) -> Iterator[Stage]:
-    """Groups tests into stages, the fastest ones first."""
-    chosen: list[Test] = []
-    seconds = 0.0
-    limit = FIRST_SECONDS
-    for test in sorted(tests, key=lambda test: test.seconds):
-        if chosen and seconds + test.seconds > limit:
-            yield Stage(tuple(chosen))
-            chosen, seconds, limit = [], 0.0, limit * TIMES
-        chosen.append(test)
-        seconds += test.seconds
-    if chosen:
-        yield Stage(tuple(chosen))
 
 
 class Reach:
@@ -72,5 +56,5 @@ class Reach:
 
         direct = self.direct.get(part, [])
         others = {test for suite in self.suites.get(part, []) for test in suite} - set(direct)
-        yield from in_stages(filter(is_run, direct))
-        yield from in_stages(filter(is_run, others))
+        yield from map(Stage, in_stages(filter(is_run, direct)))
+        yield from map(Stage, in_stages(filter(is_run, others)))

@@ -8,6 +8,8 @@ from collections.abc import Iterable, Mapping
 from dataclasses import dataclass
 from pathlib import Path
 
+from stages import most_seconds
+
 ADDRESS_SPACE = 4 << 30
 SCRATCH_SPACE = 1 << 29
 
@@ -36,8 +38,8 @@ class Stage:
 
     @property
     def most_seconds(self) -> float:
-        """The limit of processor time. It is short because many mutants never end."""
-        return 0.5 + 4 * self.seconds
+        """The limit of processor time."""
+        return most_seconds(self.seconds)
 
 
 def sandboxed(root: Path, command: list[str], cpu_seconds: int, variables: Mapping[str, int]) -> list[str]:

@@ -6,8 +6,9 @@ import enum
 import shutil
 from pathlib import Path
 
+from cases import Cases
 from mutant import Mutant, make_mutant
-from project import Project, Unit
+from project import Program, Project, Unit
 from sandbox import passes
 from suites import Suites
 
@@ -20,18 +21,22 @@ class Outcome(enum.Enum):
 
 
 class Worker:
-    def __init__(self, project: Project, suites: Suites, number: int) -> None:
+    def __init__(self, project: Project, suites: Suites, cases: Cases | None, number: int) -> None:
         self.project = project
         self.suites = suites
+        self.cases = cases
         self.folder = project.build / "workers" / str(number)
         self.overlay = self.folder / "overlay"
 
     def try_mutant(self, mutant: Mutant) -> Outcome:
         self._write(mutant)
-        if not self._make(mutant, self.project.units_with(mutant.file)):
+        objects = self._compile(self.project.units_with(mutant.file))
+        program = self._link(self.project.program_of(mutant.file), objects)
+        if program is None:
             return Outcome.NOT_COMPILED
-        program = self._program(mutant)
         if not all(passes(self.project.root, program, stage) for stage in self.suites.stages(mutant.file)):
+            return Outcome.NOTICED
+        if self.project.has_cases(mutant.file) and self._fails_a_case(objects):
             return Outcome.NOTICED
         return self.outcome_of_survivor(mutant)
 
@@ -55,13 +60,19 @@ class Worker:
         path.parent.mkdir(parents=True)
         path.write_bytes(b'#line 1 "%s"\n' % bytes(original) + mutant.apply(original.read_bytes()))
 
-    def _make(self, mutant: Mutant, units: list[Unit]) -> bool:
-        changed = {unit: self.folder / f"{number}.o" for number, unit in enumerate(units)}
-        is_compiled = all(
-            self.project.compile(unit, self.overlay, path).returncode == 0 for unit, path in changed.items()
-        )
-        return is_compiled and self.project.link(mutant.file, changed, self._program(mutant)).returncode == 0
+    def _fails_a_case(self, objects: dict[Unit, Path]) -> bool:
+        tool = self._link(self.project.tool, objects)
+        return tool is not None and self.cases is not None and self.cases.notice(tool, 0)
 
-    def _program(self, mutant: Mutant) -> Path:
-        """A test checks the name of the program."""
-        return self.folder / self.project.program_of(mutant.file).path.name
+    def _compile(self, units: list[Unit]) -> dict[Unit, Path]:
+        """Empty if one of the units does not compile."""
+        objects = {unit: self.folder / f"{number}.o" for number, unit in enumerate(units)}
+        is_compiled = all(
+            self.project.compile(unit, self.overlay, path).returncode == 0 for unit, path in objects.items()
+        )
+        return objects if is_compiled else {}
+
+    def _link(self, program: Program, objects: dict[Unit, Path]) -> Path | None:
+        """The program with the mutant, with the name of the original, which a test checks."""
+        path = self.folder / program.path.name
+        return path if objects and self.project.link(program, objects, path).returncode == 0 else None
