@@ -11,7 +11,6 @@ namespace kvrimage {
 /// Layout of the new words of a reshaped memory.
 struct new_words {
     std::uint32_t width;
-    std::uint64_t depth;
     bit_order order;
     const std::optional<word>& pad; ///< of the new width
 };

@@ -42,8 +42,8 @@ std::vector<word_string> strings_of(const byte_words& held) {
     return strings;
 }
 
-// Queues of bits. Before a word is put in, they have less bits than a new word, so 128 are enough. A shift by
-// 64 bits is made of two.
+// Queues of bits. Before a word is put in, they have fewer bits than a new word, so 128 are enough. A shift
+// by 64 bits is made of two.
 
 /// Takes the least significant bits of the first words first.
 class low_first_queue {

@@ -294,11 +294,16 @@ TEST(ByteOperations, ReshapesOfWordsUpToALimbStayBytes) {
 }
 
 TEST(ByteOperations, ReshapesOfManyWordsAreMadeInParts) {
+    std::string bytes; // words of 12 bits, most significant byte first
+    for (unsigned index = 0; index < 90'000; ++index) {
+        bytes += {static_cast<char>(index / 4096 % 16), static_cast<char>(index / 16 % 256)};
+    }
+    const memory_image held = with_gaps(bytes, 12, byte_order::big, bytes.size(), 0);
     for (const std::uint32_t width : {7U, 12U, 24U, 36U, 60U}) {
-        const memory_image held = with_gaps(std::string(180'000, '\x05'), 12, byte_order::big, 180'000, 0);
-        expect_same(held, [&](const memory_image& of) {
-            return one(reshaped(of, width, bit_order::high_first, word(width)));
-        });
+        for (const bit_order order : {bit_order::low_first, bit_order::high_first}) {
+            expect_same(held,
+                        [&](const memory_image& of) { return one(reshaped(of, width, order, word(width))); });
+        }
     }
 }
 
