@@ -9,6 +9,11 @@
 
 namespace kvrimage {
 
+/// @param count 1 to 64
+[[nodiscard]] inline std::uint64_t low_ones_of_limb(std::uint32_t count) noexcept {
+    return ~std::uint64_t{0} >> (bits_per_limb - count);
+}
+
 /// A block of many bits that holds words side by side.
 class bit_block {
 public:
@@ -39,14 +44,10 @@ public:
             kvr::write_hex_limb(place + left - most_small_digits, limb_at(position));
             width -= bits_per_limb;
         }
-        kvr::write_hex_digits(place, left, limb_at(position) & low_ones(width));
+        kvr::write_hex_digits(place, left, limb_at(position) & low_ones_of_limb(width));
     }
 
 private:
-    /// @param count 1 to 64
-    [[nodiscard]] static std::uint64_t low_ones(std::uint32_t count) noexcept {
-        return ~std::uint64_t{0} >> (bits_per_limb - count);
-    }
     [[nodiscard]] bool put_limb(std::uint64_t position, std::string_view digits) noexcept {
         std::uint64_t value = 0;
         if (!read_small_word(digits, value)) {

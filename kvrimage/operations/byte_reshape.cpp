@@ -3,6 +3,7 @@
 #include "kvrimage/files/byte_buffer.h"
 #include "kvrimage/image/byte_texts.h"
 #include "kvrimage/image/word_text.h"
+#include "kvrimage/operations/number_reshape.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -154,9 +155,11 @@ private:
 
 std::optional<byte_words> reshaped_bytes(const image_words& words, const new_words& made) {
     const byte_words* const held = words.bytes();
-    if (held == nullptr || held->width() % bits_per_byte != 0 || made.width % bits_per_byte != 0 ||
-        (made.pad && made.pad->has_dont_care())) {
+    if (held == nullptr || (made.pad && made.pad->has_dont_care())) {
         return std::nullopt;
+    }
+    if (held->width() % bits_per_byte != 0 || made.width % bits_per_byte != 0) {
+        return reshaped_numbers(*held, made);
     }
     const std::uint32_t size = made.width / bits_per_byte;
     const byte_order order = order_of_string(made.order);

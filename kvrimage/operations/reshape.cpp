@@ -71,7 +71,7 @@ public:
           made(std::make_unique<image_words>(depth)) {}
 
     [[nodiscard]] memory_image result() {
-        if (auto bytes = reshaped_bytes(words, {width, depth, order, given_pad})) {
+        if (auto bytes = reshaped_bytes(words, {width, order, given_pad})) {
             return {width, std::make_unique<image_words>(depth, std::move(*bytes)), base};
         }
         for (std::uint64_t index = 0; index < depth;) {

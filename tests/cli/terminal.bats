@@ -99,34 +99,6 @@ END
     grep -Eq 'reading standard input [0-9]+ %' shown
 }
 
-# The same, but stops the tool after it has read all of FILE.
-paused_after_reading() { # FILE COMMAND
-    cat >pause.sh <<'END'
-eval "exec $2" &
-tool=$!
-is_reading() {
-    for descriptor in /proc/"$tool"/fd/*; do
-        [ "$descriptor" -ef "$1" ] && return 0
-    done
-    return 1
-}
-until is_reading "$1"; do :; done
-while is_reading "$1"; do :; done
-kill -STOP "$tool"
-sleep 1.2
-kill -CONT "$tool"
-wait "$tool"
-END
-    on_a_terminal "timeout 60 bash pause.sh '$1' \"$2\""
-}
-
-@test "operations show their progress, too" {
-    needs_a_terminal
-    head -c 8000000 /dev/urandom >big.bin
-    paused_after_reading big.bin "'$KVRMEM' convert --from binary --reshape 12 --pad 0 big.bin big.mif" >shown
-    grep -Eq -e '--reshape 12 of big.bin [0-9]+ %, [0-9]+ s left' shown
-}
-
 # Runs COMMAND, which reads the pipe slow.bin. After it has opened the pipe, repeated alarms make its progress line due.
 shows_the_progress_of() { # TITLE COMMAND
     mkfifo slow.bin
@@ -142,6 +114,12 @@ END
     on_a_terminal "timeout 60 bash alarmed.sh \"$2\"" >shown || true # the result of the operation does not matter
     rm slow.bin
     grep -Eq -e "$1 of slow.bin[^%]* [0-9]+ %, [0-9]+ s left" shown
+}
+
+@test "operations show their progress, too" {
+    needs_a_terminal
+    head -c 8000000 /dev/urandom >big.bin
+    shows_the_progress_of '--reshape 12' "'$KVRMEM' convert --from binary --reshape 12 --pad 0 slow.bin big.mif"
 }
 
 @test "split, join, merge and the check of check bits report their progress, too" {

@@ -27,7 +27,7 @@ public:
         std::size_t bytes;
         std::uint64_t lines;
         std::uint64_t lines_together;   ///< those of the lines that were not read one by one
-        std::uint64_t addresses_parsed; ///< those of the lines whose address was not as predicted
+        std::uint64_t addresses_parsed; ///< those of the lines whose address was parsed, not predicted
         bool has_lists;                 ///< a line has several values
     };
 

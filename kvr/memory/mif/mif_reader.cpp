@@ -9,7 +9,9 @@ namespace {
 
 std::string concat(std::string_view a, std::string_view b, std::string_view c, std::string_view d,
                    std::string_view e) {
-    return std::string(a).append(b).append(c).append(d).append(e);
+    std::string text(a);
+    text.append(b).append(c).append(d).append(e);
+    return text;
 }
 
 } // namespace

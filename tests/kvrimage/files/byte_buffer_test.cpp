@@ -33,6 +33,13 @@ TEST(ByteBuffer, OfASizeThatNothingHasIsNotMade) {
     EXPECT_EQ(buffer.room(), 0U);
 }
 
+TEST(ByteBuffer, WithoutRoomNeedsNoMemory) {
+    byte_buffer buffer;
+    buffer.reserve(0);
+    buffer.reserve(0);
+    EXPECT_EQ(buffer.room(), 0U);
+}
+
 TEST(ByteBuffer, NeverShrinks) {
     byte_buffer buffer;
     for (const std::uint64_t size : {100U, 10U, 100U, 0U}) {

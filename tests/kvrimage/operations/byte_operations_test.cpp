@@ -251,6 +251,62 @@ TEST(ByteOperations, ReshapesAreThoseOfTexts) {
     });
 }
 
+/// The words of @p bytes, with a gap of @p gap words after each @p block bytes.
+memory_image with_gaps(const std::string& bytes, std::uint32_t width, byte_order order, std::size_t block,
+                       std::uint64_t gap) {
+    const auto held = std::make_shared<std::string>(bytes);
+    const std::size_t size = (width + 7) / 8;
+    std::vector<byte_words::block> blocks;
+    std::uint64_t next = 0;
+    for (std::size_t begin = 0; begin < held->size(); begin += block) {
+        blocks.push_back({next, std::string_view(*held).substr(begin, block)});
+        next = blocks.back().last(static_cast<std::uint32_t>(size)) + 1 + gap;
+    }
+    return {width, std::make_unique<image_words>(next, byte_words(std::move(blocks), width, order, held))};
+}
+
+TEST(ByteOperations, ReshapesOfWordsUpToALimbStayBytes) {
+    memory_maker random(7);
+    for (std::uint32_t old_width = 1; old_width <= 64; ++old_width) {
+        for (const std::uint32_t width : {1U, 7U, 8U, 31U, 36U, 63U, 64U}) {
+            const byte_order order = random.below(2) == 0 ? byte_order::little : byte_order::big;
+            const std::size_t size = (old_width + 7) / 8;
+            std::string bytes;
+            for (std::uint32_t index = 0; index < 4 * width; ++index) {
+                bytes += *word_of_digits(random.bits(old_width, 0)).to_bytes(order);
+            }
+            // Two strings of blocks that are adjacent or have a gap of whole words.
+            for (const std::uint64_t gap : {0U, width}) {
+                const memory_image held = with_gaps(bytes, old_width, order, 2 * width * size, gap);
+                for (const bit_order bits : {bit_order::low_first, bit_order::high_first}) {
+                    expect_same(held, [&](const memory_image& of) { return one(reshaped(of, width, bits)); });
+                }
+            }
+            // Adjacent blocks that end within a new word, and a pad for the last one.
+            const memory_image held = with_gaps(bytes.substr(size), old_width, order, (width + 1) * size, 0);
+            const word pad = word_of_digits(random.bits(width, 0));
+            for (const bit_order bits : {bit_order::low_first, bit_order::high_first}) {
+                expect_same(held,
+                            [&](const memory_image& of) { return one(reshaped(of, width, bits, pad)); });
+            }
+        }
+    }
+}
+
+TEST(ByteOperations, ReshapesOfManyWordsAreMadeInParts) {
+    std::string bytes; // words of 12 bits, most significant byte first
+    for (unsigned index = 0; index < 90'000; ++index) {
+        bytes += {static_cast<char>(index / 4096 % 16), static_cast<char>(index / 16 % 256)};
+    }
+    const memory_image held = with_gaps(bytes, 12, byte_order::big, bytes.size(), 0);
+    for (const std::uint32_t width : {7U, 12U, 24U, 36U, 60U}) {
+        for (const bit_order order : {bit_order::low_first, bit_order::high_first}) {
+            expect_same(held,
+                        [&](const memory_image& of) { return one(reshaped(of, width, order, word(width))); });
+        }
+    }
+}
+
 /// Bytes at the offsets of @p places, in ascending order.
 memory_image bytes_at(const std::vector<address_range>& places, std::uint64_t depth) {
     const auto bytes = std::make_shared<std::string>(depth, 'a');
