@@ -71,9 +71,11 @@ def find_mutants(project: Project, places: list[tuple[str, int]], jobs: int) -> 
 class Trials:
     """Tries several mutants at a time."""
 
-    def __init__(self, project: Project, mutants: list[Mutant], jobs: int) -> None:
+    def __init__(self, project: Project, mutants: list[Mutant], known: set[Mutant], jobs: int) -> None:
+        """The known mutants have survived before, so their code differs from the original."""
         self.project = project
         self.mutants = mutants
+        self.known = known
         self.suites = Suites(project)
         self.executor = ThreadPoolExecutor(jobs)
         has_cases = any(project.has_cases(mutant.file) for mutant in mutants)
@@ -113,6 +115,8 @@ class Trials:
         mutant = batch.numbered[number]
         if mutant.part is not None and mutant.part.is_constant:
             return None
+        if mutant in self.known:
+            return Outcome.SURVIVED
         return self._with_worker(Worker.outcome_of_survivor, mutant)
 
     def _with_worker(self, task: Callable[[Worker, T], R], tried: T) -> R:
@@ -130,7 +134,8 @@ class Trials:
 
 def try_all(project: Project, mutants: list[Mutant], jobs: int, record: Record) -> None:
     progress = Progress(len(mutants))
-    trials = Trials(project, mutants, jobs)
+    known = {mutant for mutant in mutants if record.outcome_of(mutant) == Outcome.SURVIVED}
+    trials = Trials(project, mutants, known, jobs)
     try:
         for mutant, outcome in trials.outcomes():
             record.add(mutant, outcome)
