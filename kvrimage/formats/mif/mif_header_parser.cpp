@@ -120,8 +120,7 @@ bool mif_header_parser::read_one() {
     const mif_token& next = tokens.peek();
     const std::string_view text = tokens.in(next.at);
     if (next.is(mif_token::kind::semicolon)) {
-        const span at = tokens.take().at;
-        sink.finding({mif_syntax::empty_statement, at, at, {}, text_edit{at.offset, 1, ""}});
+        parse_semicolons();
     } else if (const content_spelling* const known = find_content_spelling(text);
                next.is(mif_token::kind::word) && known != nullptr) {
         parse_content({next.at, known->meant});
@@ -159,6 +158,25 @@ bool mif_header_parser::read_one() {
         parse_unknown();
     }
     return true;
+}
+
+/// Parses ";" after nothing, any number of them. Before ":", they are not removed: with a word above, it
+/// would become a statement.
+void mif_header_parser::parse_semicolons() {
+    const mif_tokens::cursor first = tokens.place();
+    while (tokens.peek().is(mif_token::kind::semicolon)) {
+        tokens.take();
+    }
+    const bool is_removed = !tokens.peek().is(mif_token::kind::colon);
+    tokens.go_back_to(first);
+    while (tokens.peek().is(mif_token::kind::semicolon)) {
+        const span at = tokens.take().at;
+        sink.finding({mif_syntax::empty_statement,
+                      at,
+                      at,
+                      {},
+                      is_removed ? std::optional(text_edit{at.offset, 1, ""}) : std::nullopt});
+    }
 }
 
 /// Returns whether "0 :", "[" or END follows.

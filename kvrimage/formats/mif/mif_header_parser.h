@@ -28,6 +28,7 @@ private:
     void parse_unknown();
     void find_header_text(const mif_token& first, std::uint64_t end);
     [[nodiscard]] bool ends_after_word();
+    void parse_semicolons();
     [[nodiscard]] spelling keyword_with_blanks();
     void parse_content(const spelling& found);
     void begin(const span& keyword);
