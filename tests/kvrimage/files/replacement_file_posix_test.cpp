@@ -269,6 +269,26 @@ TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenALargeTextCannotBeWritten) 
     EXPECT_EQ(folder.count_files(), 1);
 }
 
+TEST_F(ReplacementFileThatFails, WritesNothingAfterAFailure) {
+    const auto write_twice = [this] {
+        try {
+            replacement_file file(folder.path("a"));
+            file.write(std::string(large, 'x'));
+            file.write(std::string(large + 1, 'x'));
+            file.commit();
+        } catch (const file_error& error) {
+            return std::string(error.what());
+        }
+        return std::string();
+    };
+    // A second write would fail for another reason.
+    EXPECT_EXIT(end_with_answer({{SYS_write, ENOSPC, 2, ~std::uint32_t{0}, large},
+                                 {SYS_write, EIO, 2, ~std::uint32_t{0}, large + 1}},
+                                write_twice),
+                testing::ExitedWithCode(0), "a: cannot be written: No space left on device$");
+    EXPECT_EQ(folder.read("a"), "old");
+}
+
 TEST_F(ReplacementFileThatFails, LeavesTheOldFileWhenTheSystemWritesNothing) {
     EXPECT_EXIT(replace({{SYS_write, 0, 2, ~std::uint32_t{0}, large}}, large), testing::ExitedWithCode(0),
                 "a: cannot be written: Input/output error>$");

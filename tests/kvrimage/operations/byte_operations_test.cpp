@@ -282,12 +282,15 @@ TEST(ByteOperations, ReshapesOfWordsUpToALimbStayBytes) {
                     expect_same(held, [&](const memory_image& of) { return one(reshaped(of, width, bits)); });
                 }
             }
-            // Adjacent blocks that end within a new word, and a pad for the last one.
+            // Adjacent blocks that end within a new word, with and without a pad for the last one.
             const memory_image held = with_gaps(bytes.substr(size), old_width, order, (width + 1) * size, 0);
             const word pad = word_of_digits(random.bits(width, 0));
             for (const bit_order bits : {bit_order::low_first, bit_order::high_first}) {
                 expect_same(held,
                             [&](const memory_image& of) { return one(reshaped(of, width, bits, pad)); });
+                expect_same(
+                    held, [&](const memory_image& of) { return one(reshaped(of, width, bits)); },
+                    held_as::either);
             }
         }
     }

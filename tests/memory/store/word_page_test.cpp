@@ -92,7 +92,7 @@ constexpr std::size_t packed_without_lengths(std::size_t longest) {
     return page_words * longest + user_counts + allocator_slack(page_words * longest);
 }
 constexpr std::size_t packed_with_lengths(std::size_t longest) {
-    return page_words + packed_without_lengths(longest);
+    return page_words + allocator_slack(page_words) + packed_without_lengths(longest);
 }
 
 TEST_F(WordPage, FollowsItsPatternAtFirst) {
