@@ -158,7 +158,8 @@ std::optional<std::string> compare_layout(std::string_view contents, const read_
 }
 
 std::vector<assignment> any_assignments(choices& chosen, const memory_image& image) {
-    constexpr std::uint64_t near_addresses = 5000;
+    constexpr std::uint64_t most_bits = 1U << 22U; // of a range
+    const std::uint64_t near_addresses = std::clamp<std::uint64_t>(most_bits / image.width(), 8, 5000);
     memory_maker maker(chosen);
     std::vector<assignment> made;
     for (std::uint32_t count = chosen.between(1, 6); count > 0; --count) {

@@ -81,12 +81,7 @@ public:
     void begin(const span& keyword) override;
     void statement(const mif_statement& found) override;
     void end(const span& keyword, const span& semicolon) override;
-    void finding(const mif_finding& found) override {
-        if (found.what == mif_syntax::left_out) {
-            begin_line(found.where, std::string(mif_indent) + std::string(found.where.in(text)));
-            source.pass(found.where);
-        }
-    }
+    void finding(const mif_finding& found) override;
     [[nodiscard]] std::string finish();
 
 private:
@@ -190,6 +185,21 @@ void mif_formatter::place_comments_of_lines(std::uint64_t before) {
     });
     if (last != comments.rend()) {
         place_comments(last->end());
+    }
+}
+
+/// Keeps dots, which stand for words, and the text before statements without CONTENT BEGIN, with a ";" in it
+/// that is not to be removed.
+void mif_formatter::finding(const mif_finding& found) {
+    const bool is_header_text =
+        found.what == mif_syntax::header_text || (found.what == mif_syntax::empty_statement && !found.repair);
+    if (!is_header_text && found.what != mif_syntax::left_out) {
+        return;
+    }
+    begin_line(found.where, std::string(is_header_text ? "" : mif_indent).append(found.where.in(text)));
+    source.pass(found.where);
+    while (!comments.empty() && comments.front().offset < found.where.end()) {
+        comments.pop_front(); // it is part of the text
     }
 }
 
