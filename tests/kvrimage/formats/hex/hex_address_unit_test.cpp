@@ -71,6 +71,10 @@ TEST(HexAddressUnit, OfWordsThatAreTheSameEitherWayIsNoQuestion) {
     EXPECT_EQ(doubt_of_32_bits(""), "");
 }
 
+TEST(HexAddressUnit, IsOpenBesideARecordWithoutData) {
+    EXPECT_NE(doubt_of_32_bits(record("0400100012345678") + record("00000100")), "");
+}
+
 TEST(HexAddressUnit, IsClearWhereARecordBeginsWithinAWordOfBytes) {
     EXPECT_EQ(doubt_of_32_bits(record("0400000012345678") + record("0400060012345678")), "");
     EXPECT_EQ(doubt_of(record("0200010012345678"), of_width(16)), "");
@@ -127,6 +131,11 @@ TEST(HexAddressUnit, IsSettledByTheOptions) {
     EXPECT_EQ(words_of(parse(lone + end_record, options)), "16=12345678");
 }
 
+TEST(HexAddressUnit, IsOpenInAFileWithComments) {
+    EXPECT_EQ(report_of(read_hex("boot\n" + record("0400100012345678") + end_record, of_width(32))),
+              "suspect not-a-record 1:1+4 x1\nbroken address-unit-open 0:0+0 x1\n");
+}
+
 TEST(HexAddressUnit, InDoubtLeavesNoWord) {
     read_options options = of_width(32);
     options.keep_going = true;
@@ -147,6 +156,12 @@ TEST(HexAddressUnit, IsNoQuestionWhereSomethingElseIsBroken) {
     options.depth = 8;
     EXPECT_EQ(report_of(read_hex(record("0400100012345678") + end_record, options)),
               "broken beyond-depth 1:1+19 x1\n");
+    options = of_width(32);
+    options.keep_going = true;
+    const read_result result =
+        read_hex(record("0400100012345678") + ":040020001234567800\n" + end_record, options);
+    EXPECT_EQ(report_of(result), "broken checksum 2:18+2 x1\n");
+    EXPECT_EQ(words_of(result), "16=12345678");
 }
 
 /// Reads @p contents as the caller specifies.
