@@ -1,5 +1,4 @@
 #include "kvrimage/formats/hex/hex_rows.h"
-#include "tests/kvrimage/formats/hex/hex_files.h"
 
 #include <fmt/format.h>
 #include <gtest/gtest.h>
@@ -14,7 +13,6 @@
 namespace {
 
 using namespace kvrimage;
-using namespace kvrimage::hex_test;
 
 /// The buffer is passed on when less than room_limit of it is left.
 constexpr std::size_t least_part = kvr::output_file::block_size - kvr::output_file::room_limit;
@@ -30,16 +28,17 @@ public:
 };
 
 /// Writes @p count words of @p bytes bytes, repetitions of @p byte, from address 0 on.
-void expect_records(std::uint32_t bytes, const std::string& byte, std::uint32_t count) {
+void expect_records(std::uint32_t bytes, std::uint32_t byte, std::uint32_t count) {
     std::string word;
     for (std::uint32_t index = 0; index < bytes; ++index) {
-        word += byte;
+        word += fmt::format("{:02X}", byte);
     }
     std::string words;
     std::string expected;
     for (std::uint32_t address = 0; address < count; ++address) {
         words += word;
-        expected += record(fmt::format("{:02X}{:04X}00{}", bytes, address, word));
+        const std::uint32_t sum = bytes + address / 256 + address % 256 + bytes * byte;
+        expected += fmt::format(":{:02X}{:04X}00{}{:02X}\n", bytes, address, word, (0 - sum) % 256);
     }
     const kvr::word_row row{words.data(), static_cast<std::uint32_t>(word.size()), count};
     const std::size_t record_size = expected.size() / count;
@@ -64,9 +63,9 @@ void expect_records(std::uint32_t bytes, const std::string& byte, std::uint32_t 
 }
 
 TEST(HexRows, PassesRecordsOnInPartsOfItsBuffer) {
-    expect_records(100, "5A", 4000);
-    expect_records(128, "C3", 10);
-    expect_records(1, "7F", 40000);
+    expect_records(100, 0x5A, 2500);
+    expect_records(128, 0xC3, 10);
+    expect_records(1, 0x7F, 3);
 }
 
 TEST(HexRows, PassesTextsOnWhenItsBufferIsFull) {
