@@ -322,9 +322,9 @@ private:
         note_data(data.bytes);
         if (bytes) {
             bytes->take(offset, record.address, data.digits, data.where);
-            return;
+        } else {
+            check.take(data.address, data.bytes, data.digits);
         }
-        check.take(data.address, data.bytes, data.digits);
         if (cells) {
             cells->take(data);
         }

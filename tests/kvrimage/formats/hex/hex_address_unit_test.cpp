@@ -52,6 +52,13 @@ TEST(HexAddressUnit, ShowsTheLowestWordThatDiffers) {
               "add --address-unit word (word 64 is 00000000)");
 }
 
+TEST(HexAddressUnit, ShowsTheFirstWordOfARecordThatDiffers) {
+    EXPECT_EQ(doubt_of_32_bits(record("0C000000000000001234567887654321")).substr(0, 45),
+              "add --address-unit word (word 1 is 12345678),");
+    EXPECT_EQ(doubt_of_32_bits(record("080010001234567887654321")).substr(0, 46),
+              "add --address-unit word (word 16 is 12345678),");
+}
+
 TEST(HexAddressUnit, WithAByteOrderShowsTwoReadings) {
     read_options options = of_width(16);
     options.order = byte_order::little;

@@ -623,7 +623,8 @@ TEST(HexReader, SniffsByTheFirstRecords) {
     EXPECT_EQ(sniff_hex(":0100000001FF\n:00000001FE\n"), certainty::likely);
     EXPECT_EQ(sniff_hex(":hello"), certainty::possible);
     EXPECT_EQ(sniff_hex("data:0100000001FE\n"), certainty::likely);
-    EXPECT_EQ(sniff_hex("\xEF\xBB\xBF" + two_words), certainty::certain);
+    EXPECT_EQ(sniff_hex("\xEF\xBB\xBF:0100000001FE\n"), certainty::certain);
+    EXPECT_EQ(sniff_hex("data:0100000001FE\n:0100000001FF\n"), certainty::likely);
     EXPECT_EQ(sniff_hex(":0100000001FF\n" + two_words), certainty::certain);
     EXPECT_EQ(sniff_hex(":0100000001FF\n:00000001FE\n" + two_words), certainty::likely);
     EXPECT_EQ(sniff_hex("0 : 12;"), certainty::no);
