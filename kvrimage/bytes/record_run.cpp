@@ -120,14 +120,12 @@ record_run parse_record_run(std::string_view lines, const record_style& style, c
     const char* const end = begin + lines.size();
     const char* place = begin;
     std::size_t records = 0;
-    std::size_t size = 0;
     for (; records < shape.most; ++records) {
         const std::size_t next = reader.read(place, static_cast<std::size_t>(end - place), header,
                                              data + records * shape.data_bytes);
         if (next == 0) {
             break;
         }
-        size = next;
         place += next;
         header += step;
     }
@@ -135,7 +133,6 @@ record_run parse_record_run(std::string_view lines, const record_style& style, c
     run.records = records;
     run.bytes = records * shape.data_bytes;
     run.size = static_cast<std::size_t>(place - begin);
-    run.last = run.size - size;
     return run;
 }
 

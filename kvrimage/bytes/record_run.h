@@ -14,7 +14,6 @@ struct record_run {
     std::size_t records = 0;   ///< number of records; 0 if none was consumed
     std::size_t bytes = 0;     ///< number of data bytes
     std::size_t size = 0;      ///< number of characters with line ends
-    std::size_t last = 0;      ///< offset of the last record
 };
 
 /// Fast path for common records: parses the records at the front of @p lines that have a line of their own

@@ -89,7 +89,6 @@ private:
                 word_in_words = first + index;
                 word_in_bytes = by_bytes;
                 first_digits = std::move(word);
-                return;
             }
         }
     }
@@ -109,9 +108,6 @@ bool takes_all_records(byte_reading_trial& trial, std::string_view contents) {
     for (hex_parser parser(contents); parser.next();) {
         const hex_line& line = parser.line();
         const hex_record& record = line.record;
-        if (line.what != hex_line::kind::record) {
-            continue;
-        }
         if (record.type == hex_record_type::end) {
             break;
         }

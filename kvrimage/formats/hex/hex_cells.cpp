@@ -154,15 +154,15 @@ void hex_cells::report_addresses(diagnostic_list& diagnostics) const {
 
 /// Returns the line that first sets @p cell.
 std::uint64_t hex_cells::line_that_sets(std::uint64_t cell) const {
-    std::optional<std::uint64_t> offset;
+    std::size_t offset = std::string_view::npos;
     hex_offset page;
     static_cast<void>(for_each_data_record(contents, page, [&](const hex_data& data) {
-        if (!offset && !data.is_in_doubt() && data.address <= cell &&
+        if (offset == std::string_view::npos && !data.is_in_doubt() && data.address <= cell &&
             cell < data.address + data.bytes / cell_bytes) {
             offset = data.where.offset;
         }
     }));
-    return 1 + static_cast<std::uint64_t>(std::ranges::count(contents.substr(0, offset.value_or(0)), '\n'));
+    return 1 + static_cast<std::uint64_t>(std::ranges::count(contents.substr(0, offset), '\n'));
 }
 
 std::uint64_t hex_cells::depth_of_image() const {

@@ -81,7 +81,7 @@ record_survey survey_records(std::string_view contents, const hex_layout& layout
     style_finder digits;
     hex_offset offset;
     const hex_parser parser = for_each_data_record(contents, offset, [&](const hex_data& data) {
-        digits.see(data.where.in(contents).substr(1));
+        digits.see(data.where.in(contents));
         if (data.bytes < layout.bytes_per_cell()) {
             return;
         }
@@ -138,8 +138,8 @@ public:
     [[nodiscard]] text_edit finish() {
         const std::size_t checksum = digits.size() - 2;
         const bool lower = is_lower_case(std::string_view(before).substr(checksum), before);
-        digits.replace(checksum, 2,
-                       in_style(hex_checksum(std::string_view(digits).substr(0, checksum)), {2, lower}));
+        digits.resize(checksum);
+        digits += in_style(hex_checksum(digits), {2, lower});
         return {data.where.offset, data.where.length, with_blanks()};
     }
 
@@ -150,10 +150,10 @@ private:
     }
     [[nodiscard]] std::string with_blanks() const {
         std::string text(data.where.in(contents));
-        std::size_t next = 0;
-        for (std::size_t at = 1; at < text.size(); ++at) {
-            if (hex_blanks.find(text[at]) == std::string_view::npos) {
-                text[at] = digits[next++];
+        auto next = digits.begin();
+        for (auto place = text.begin() + 1; place != text.end(); ++place) {
+            if (hex_blanks.find(*place) == std::string_view::npos) {
+                *place = *next++;
             }
         }
         return text;

@@ -2,7 +2,6 @@
 
 #include "kvrimage/diagnostics/counted.h"
 #include "kvrimage/diagnostics/diagnose.h"
-#include "kvrimage/edit/text_lines.h"
 
 #include <fmt/format.h>
 
@@ -17,9 +16,9 @@ diagnostic describe_hex_digit(std::string_view contents, const hex_line& line) {
                                line.record.where.in(contents), "hexadecimal");
 }
 
-diagnostic describe_second_record(const hex_line& line, std::string_view contents) {
+diagnostic describe_second_record(const hex_line& line) {
     diagnostic found = diagnose::second_record(line.fault_place);
-    found.fix = {{line.fault_place.offset, 0, std::string(line_end_at(contents, 0))}};
+    found.fix = {{line.fault_place.offset, 0, "\n"}};
     found.repair = "the second record is now on a line of its own";
     return found;
 }
@@ -77,7 +76,7 @@ diagnostic describe_hex_fault(std::string_view contents, const hex_line& line) {
     case hex_fault::bad_digit:
         return describe_hex_digit(contents, line);
     case hex_fault::second_record:
-        return describe_second_record(line, contents);
+        return describe_second_record(line);
     case hex_fault::too_short:
         return diagnose::record_short(line.fault_place, counted(record.digits.size(), "digit"));
     case hex_fault::no_checksum:

@@ -24,7 +24,7 @@ std::string in_byte_order(std::string_view digits, byte_order order) {
     std::string result(digits);
     if (order == byte_order::little) {
         for (std::size_t at = 0; at < digits.size(); at += 2) {
-            digits.substr(digits.size() - 2 - at, 2).copy(&result[at], 2);
+            result.replace(at, 2, digits.substr(digits.size() - 2 - at, 2));
         }
     }
     return result;

@@ -41,8 +41,11 @@ struct hex_layout {
 /// Determines how many bytes an address counts, from records that continue at the end of the previous one.
 class width_finder {
 public:
-    /// Adds a data record of @p bytes bytes at @p address.
+    /// Adds a data record of @p bytes bytes at @p address. A record without data shows nothing.
     void take(std::uint64_t address, std::uint32_t bytes) {
+        if (bytes == 0) {
+            return;
+        }
         const std::uint64_t step = address - previous_address;
         // Fast path: nearly all records resemble the previous one.
         if ((step != known_step || previous_bytes != known_bytes) && address > previous_address) {

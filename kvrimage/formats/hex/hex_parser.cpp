@@ -110,6 +110,10 @@ void hex_parser::find_parts() {
     const std::string_view digits = digits_of(content.substr(colon == none ? 0 : colon + 1), buffer);
     if (colon == none) {
         current.lacks_colon = is_complete_record(digits);
+        if (current.lacks_colon) {
+            current.record.digits = digits;
+            set_fields();
+        }
     } else if (digits.size() >= hex_record::header && are_all_hex(digits)) {
         current.hides_record = begins_as_comment(content);
         if (!current.hides_record) {
@@ -130,6 +134,12 @@ void hex_parser::split_record(std::size_t colon) {
     hex_record& record = current.record;
     record.where = {current.content.offset + colon, current.content.length - colon};
     record.digits = digits_of(record.where.in(contents).substr(1), buffer);
+    set_fields();
+}
+
+/// Sets the fields of the header of a record with these digits.
+void hex_parser::set_fields() {
+    hex_record& record = current.record;
     if (record.digits.size() >= hex_record::header &&
         are_all_hex(record.digits.substr(0, hex_record::header))) {
         record.data_bytes = hex_value(record.digits.substr(0, 2));

@@ -74,7 +74,7 @@ struct hex_line {
     span fault_place;
     /// The text before the colon; may be empty.
     span before;
-    /// The text is a record without its colon.
+    /// The text is a record without its colon: `record` without a place.
     bool lacks_colon = false;
     /// The text begins like a comment and ends with a record.
     bool hides_record = false;
@@ -99,6 +99,7 @@ private:
     void find_parts();
     void parse_record(std::size_t colon);
     void split_record(std::size_t colon);
+    void set_fields();
     void find_fault();
     void set_fault(hex_fault what, std::size_t first, std::size_t count);
     void find_length_fault();

@@ -141,10 +141,7 @@ private:
         hex_layout found;
         const bool counts_bytes = given.unit == address_unit::byte || read_as.counts == address_unit::byte;
         found.unit = counts_bytes ? address_unit::byte : address_unit::word;
-        if (counts_bytes) {
-            found.order = given.order.value_or(byte_order::big);
-            found.width = given.width.value_or(bits_per_byte);
-        } else {
+        if (!counts_bytes) {
             found.width = given.width ? *given.width : bytes_by_first_records(file) * bits_per_byte;
         }
         return found;
@@ -157,16 +154,24 @@ private:
         while (bytes && read_record_run()) {
         }
         for_each_plain_record(parser, [this](const kvr::hex_record& record, const span& where) {
-            const std::uint64_t address = offset.value() + record.word_address;
             if (bytes) {
                 bytes->take(offset, record.word_address, record.data(), where);
-            } else if (wraps(record.word_address, record.data_bytes) ||
-                       (cells && !cells->add_plain(record, address))) {
+            } else if (!read_plain_words(record)) {
                 return false;
             }
-            note_data(address, record.data_bytes, record.data(), where);
+            note_data(record.data_bytes);
             return true;
         });
+    }
+
+    /// Reads a record whose address counts words. Returns false if it needs a closer look.
+    bool read_plain_words(const kvr::hex_record& record) {
+        const std::uint64_t address = offset.value() + record.word_address;
+        if (wraps(record.word_address, record.data_bytes) || (cells && !cells->add_plain(record, address))) {
+            return false;
+        }
+        check.take(address, record.data_bytes, record.data());
+        return true;
     }
 
     /// Reads a run of neighboring byte records, if there is one.
@@ -176,9 +181,7 @@ private:
         if (run.records == 0) {
             return false;
         }
-        const span last{lines.offset() + run.last, run.size - run.last};
-        note_data(offset.value() + run.address, static_cast<std::uint32_t>(run.bytes), "",
-                  {last.offset, last.in(contents).find_last_not_of(hex_blanks) + 1});
+        note_data(run.bytes);
         lines.skip(run.size);
         return true;
     }
@@ -187,7 +190,6 @@ private:
         if (line.what == hex_line::kind::blank) {
             return;
         }
-        last_content = line.content.end();
         if (end_line) {
             read_after_end(line);
         } else if (line.what == hex_line::kind::text) {
@@ -199,11 +201,11 @@ private:
 
     void read_text(const hex_line& line) {
         if (line.lacks_colon) {
+            has_record = true;
             diagnostic found = diagnose::colon_missing(line.content, line.content.in(contents));
             found.fix = {{line.content.offset, 0, ":"}};
             found.repair = "':' is added before the record";
-            list.add(std::move(found));
-            has_record = true;
+            report_fault(line, std::move(found));
         } else {
             (line.hides_record ? commented : text).add(line.content);
         }
@@ -212,10 +214,8 @@ private:
     void read_record(const hex_line& line) {
         const hex_record& record = line.record;
         read_what_is_before(line);
-        if (pending_end) {
-            report_pending_end(record.type == hex_record_type::end);
-        }
         if (line.fault == hex_fault::none) {
+            report_pending_end(record.type == hex_record_type::end);
             has_record = true;
             check_length_of_line(line);
             read_good_record(line);
@@ -225,12 +225,19 @@ private:
         if (record.type == hex_record_type::data) {
             mark_unreadable(line);
         }
-        if (record.type == hex_record_type::end) {
-            pending_end = describe_hex_fault(contents, line);
-            return;
+        report_fault(line, describe_hex_fault(contents, line));
+    }
+
+    /// Reports a fault of a record, that of an end record when it is known whether a record follows.
+    void report_fault(const hex_line& line, diagnostic found) {
+        const bool is_end = line.record.type == hex_record_type::end;
+        report_pending_end(is_end);
+        if (is_end) {
+            pending_end = std::move(found);
+        } else {
+            has_faulty_record = true;
+            list.add(std::move(found));
         }
-        has_faulty_record = true;
-        list.add(describe_hex_fault(contents, line));
     }
 
     void read_what_is_before(const hex_line& line) {
@@ -262,23 +269,21 @@ private:
 
     void read_good_record(const hex_line& line) {
         const hex_record& record = line.record;
-        switch (record.type) {
-        case hex_record_type::data:
+        if (record.type == hex_record_type::data) {
             read_data(line);
-            break;
-        case hex_record_type::end:
-            end_line = record.where;
-            if (record.data_bytes != 0) {
-                list.add(diagnose::end_record_data(record.where, counted(record.data_bytes, "byte")));
-            }
-            break;
-        case hex_record_type::segment_address:
-        case hex_record_type::linear_address:
+        } else if (record.type == hex_record_type::end) {
+            read_end(record);
+        } else if (sets_offset(record.type)) {
             offset.take(record.type, record.data());
-            break;
-        default:
+        } else {
             read_start(record);
-            break;
+        }
+    }
+
+    void read_end(const hex_record& record) {
+        end_line = record.where;
+        if (record.data_bytes != 0) {
+            list.add(diagnose::end_record_data(record.where, counted(record.data_bytes, "byte")));
         }
     }
 
@@ -314,10 +319,13 @@ private:
             mark_unreadable(line);
             return;
         }
-        note_data(data.address, data.bytes, data.digits, data.where);
+        note_data(data.bytes);
         if (bytes) {
             bytes->take(offset, record.address, data.digits, data.where);
-        } else if (cells) {
+        } else {
+            check.take(data.address, data.bytes, data.digits);
+        }
+        if (cells) {
             cells->take(data);
         }
     }
@@ -328,16 +336,10 @@ private:
                address + count / std::max(1U, layout.bytes_per_word()) > hex_page_size;
     }
 
-    void note_data(std::uint64_t address, std::uint32_t count, std::string_view digits, const span& where) {
+    void note_data(std::size_t count) {
         has_record = true;
-        if (count != 0) {
-            has_data = true;
-            check.take(address, count, digits);
-        }
-        last_content = std::max(last_content, where.end());
-        if (pending_end) {
-            report_pending_end(false);
-        }
+        has_data = has_data || count != 0;
+        report_pending_end(false);
     }
 
     void mark_unreadable(const hex_line& line) {
@@ -360,8 +362,12 @@ private:
         }
     }
 
+    /// Reports the fault of an end record, if there is one.
     /// @param is_last no record follows
     void report_pending_end(bool is_last) {
+        if (!pending_end) {
+            return;
+        }
         if (!is_last) {
             pending_end->fix.clear();
             pending_end->repair.clear();
@@ -389,11 +395,10 @@ private:
     }
 
     void report_end() {
-        if (pending_end) {
-            report_pending_end(true);
-        }
+        report_pending_end(true);
         if (!end_line && !has_faulty_end) {
-            diagnostic found = diagnose::missing_end_record(span{last_content, 0});
+            const std::size_t end = contents.find_last_not_of(hex_blanks) + 1;
+            diagnostic found = diagnose::missing_end_record(span{end, 0});
             found.fix = {{contents.size(), 0, as_last_line(contents, ":00000001FF")}};
             found.repair = "end record :00000001FF put after the last line";
             list.add(std::move(found));
@@ -424,9 +429,6 @@ private:
         read_result made;
         if (bytes) {
             bytes->finish(options, list, made);
-            if (layout.bytes_per_word() > 1) {
-                made.facts.order = layout.order;
-            }
         } else if (cells) {
             made.image = cells->finish();
             if (!made.image && options.width && options.keep_going) {
@@ -460,7 +462,6 @@ private:
     std::optional<span> end_line; ///< set after the end record
     /// Reports a faulty end record. Kept until it is known whether a record follows.
     std::optional<diagnostic> pending_end;
-    std::uint64_t last_content = 0; ///< end of the last nonempty line
     bool has_record = false;
     bool has_data = false;
     bool has_faulty_record = false;
@@ -485,20 +486,20 @@ std::optional<place> find_record_of_word(std::string_view contents, const read_o
     if (layout.width == 0) {
         return std::nullopt;
     }
-    std::optional<place> found;
+    std::optional<span> found;
     hex_offset offset;
     static_cast<void>(for_each_data_record(contents, offset, [&](const hex_data& data) {
         if (!data.is_in_doubt() && data.address <= address &&
             address < data.address + data.bytes / layout.bytes_per_word()) {
-            found = place{0, 0, data.where.offset, data.where.length};
+            found = data.where;
         }
     }));
-    if (found) {
-        const std::string_view before = contents.substr(0, found->offset);
-        found->line = 1 + static_cast<std::uint64_t>(std::ranges::count(before, '\n'));
-        found->column = before.size() - (before.rfind('\n') + 1) + 1;
+    if (!found) {
+        return std::nullopt;
     }
-    return found;
+    const std::string_view before = contents.substr(0, found->offset);
+    const auto line_ends = static_cast<std::uint64_t>(std::ranges::count(before, '\n'));
+    return place{1 + line_ends, before.size() - before.rfind('\n'), found->offset, found->length};
 }
 
 constexpr reading_from_zero words_from_zero = {read_word_records, find_record_of_word};

@@ -17,12 +17,12 @@ using namespace std::string_view_literals;
 constexpr record_style hex_style = {.mark = ":", .address_bytes = 2, .type = "\0"sv, .counted = 0, .sum = 0};
 constexpr record_style s1_style = {.mark = "S1", .address_bytes = 2, .type = "", .counted = 3, .sum = 0xFF};
 
-/// "2 records of 4 characters, the last from 2 on: 10 AB CD": address and bytes.
+/// "2 records of 4 characters: 10 AB CD": address and bytes.
 std::string shown_run(const std::string& lines, const record_style& style) {
     std::string data(lines.size() / 2 + 1, '\0');
     const record_run run = parse_record_run(lines, style, data.data());
     if (run.records == 0) {
-        return run.bytes == 0 && run.size == 0 && run.last == 0 ? "none" : "none, but with a size";
+        return run.bytes == 0 && run.size == 0 ? "none" : "none, but with a size";
     }
     std::array<char, 8> text{};
     const auto in_hex = [&text](unsigned value) {
@@ -30,8 +30,7 @@ std::string shown_run(const std::string& lines, const record_style& style) {
         return " " + std::string(text.data());
     };
     std::string shown = std::to_string(run.records) + " records of " + std::to_string(run.size) +
-                        " characters, the last from " + std::to_string(run.last) +
-                        " on:" + in_hex(static_cast<unsigned>(run.address));
+                        " characters:" + in_hex(static_cast<unsigned>(run.address));
     for (const char byte : data.substr(0, run.bytes)) {
         shown += in_hex(static_cast<unsigned char>(byte));
     }
@@ -40,21 +39,21 @@ std::string shown_run(const std::string& lines, const record_style& style) {
 
 TEST(RecordRun, TakesRecordsThatFollowEachOther) {
     EXPECT_EQ(shown_run(":020010001234A8\n:020012005678 1E\n", hex_style),
-              "1 records of 16 characters, the last from 0 on: 10 12 34");
+              "1 records of 16 characters: 10 12 34");
     EXPECT_EQ(shown_run(":020010001234A8\r\n:02001200abCD74\n", hex_style),
-              "2 records of 33 characters, the last from 17 on: 10 12 34 AB CD");
+              "2 records of 33 characters: 10 12 34 AB CD");
     EXPECT_EQ(shown_run("S1051234AABB4F\nS1051236AABB4D\nS9030000FC\n", s1_style),
-              "2 records of 30 characters, the last from 15 on: 1234 AA BB AA BB");
+              "2 records of 30 characters: 1234 AA BB AA BB");
 }
 
 TEST(RecordRun, EndsWithTheLengthTheAddressesOrTheType) {
     const std::string first = ":020010001234A8\n";
-    const std::string only = "1 records of 16 characters, the last from 0 on: 10 12 34";
+    const std::string only = "1 records of 16 characters: 10 12 34";
     EXPECT_EQ(shown_run(first + ":010012005697\n", hex_style), only);
     EXPECT_EQ(shown_run(first + ":0200130056781D\n", hex_style), only);
     EXPECT_EQ(shown_run(first + ":020012041234A2\n", hex_style), only);
     EXPECT_EQ(shown_run(":02FFFE001234BB\n:020000001234B8\n", hex_style),
-              "1 records of 16 characters, the last from 0 on: FFFE 12 34");
+              "1 records of 16 characters: FFFE 12 34");
 }
 
 TEST(RecordRun, LeavesFaultsToTheParser) {

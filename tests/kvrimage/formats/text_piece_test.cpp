@@ -185,11 +185,11 @@ TEST(TextPieces, OfMifFromABase) {
 TEST(TextPieces, OfIntelHexOfWords) {
     read_options options = reading("hex");
     options.width = 16;
-    EXPECT_THAT(described("start\n:020000040000FA\n:04 0001 00 12345678 E7\nnote\n:00000001FF\n", options),
-                ElementsAre("record 02", "address 0000", "record 04", "setting 0000", "checksum FA",
-                            "record 04", "address 0001 1..2", "record 00", "word 1234 1", "word 5678 2",
-                            "checksum E7", "comment note", "record 00", "address 0000", "record 01",
-                            "checksum FF"));
+    EXPECT_THAT(described("start\n:020000040001F9\n:04 0001 00 12345678 E7\nnote\n:00000001 FF\n", options),
+                ElementsAre("record 02", "address 0000", "record 04", "setting 0001", "checksum F9",
+                            "record 04", "address 0001 65537..65538", "record 00", "word 1234 65537",
+                            "word 5678 65538", "checksum E7", "comment note", "record 00", "address 0000",
+                            "record 01", "checksum FF"));
 }
 
 TEST(TextPieces, OfIntelHexOfBytes) {

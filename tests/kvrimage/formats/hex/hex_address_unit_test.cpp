@@ -52,6 +52,13 @@ TEST(HexAddressUnit, ShowsTheLowestWordThatDiffers) {
               "add --address-unit word (word 64 is 00000000)");
 }
 
+TEST(HexAddressUnit, ShowsTheFirstWordOfARecordThatDiffers) {
+    EXPECT_EQ(doubt_of_32_bits(record("0C000000000000001234567887654321")).substr(0, 45),
+              "add --address-unit word (word 1 is 12345678),");
+    EXPECT_EQ(doubt_of_32_bits(record("080010001234567887654321")).substr(0, 46),
+              "add --address-unit word (word 16 is 12345678),");
+}
+
 TEST(HexAddressUnit, WithAByteOrderShowsTwoReadings) {
     read_options options = of_width(16);
     options.order = byte_order::little;
@@ -69,6 +76,10 @@ TEST(HexAddressUnit, OfWordsThatAreTheSameEitherWayIsNoQuestion) {
     EXPECT_EQ(doubt_of_32_bits(record("0800000012aBAb1200000000")), "");
     EXPECT_EQ(doubt_of_32_bits(record("00000000")), "");
     EXPECT_EQ(doubt_of_32_bits(""), "");
+}
+
+TEST(HexAddressUnit, IsOpenBesideARecordWithoutData) {
+    EXPECT_NE(doubt_of_32_bits(record("0400100012345678") + record("00000100")), "");
 }
 
 TEST(HexAddressUnit, IsClearWhereARecordBeginsWithinAWordOfBytes) {
@@ -127,6 +138,11 @@ TEST(HexAddressUnit, IsSettledByTheOptions) {
     EXPECT_EQ(words_of(parse(lone + end_record, options)), "16=12345678");
 }
 
+TEST(HexAddressUnit, IsOpenInAFileWithComments) {
+    EXPECT_EQ(report_of(read_hex("boot\n" + record("0400100012345678") + end_record, of_width(32))),
+              "suspect not-a-record 1:1+4 x1\nbroken address-unit-open 0:0+0 x1\n");
+}
+
 TEST(HexAddressUnit, InDoubtLeavesNoWord) {
     read_options options = of_width(32);
     options.keep_going = true;
@@ -147,6 +163,12 @@ TEST(HexAddressUnit, IsNoQuestionWhereSomethingElseIsBroken) {
     options.depth = 8;
     EXPECT_EQ(report_of(read_hex(record("0400100012345678") + end_record, options)),
               "broken beyond-depth 1:1+19 x1\n");
+    options = of_width(32);
+    options.keep_going = true;
+    const read_result result =
+        read_hex(record("0400100012345678") + ":040020001234567800\n" + end_record, options);
+    EXPECT_EQ(report_of(result), "broken checksum 2:18+2 x1\n");
+    EXPECT_EQ(words_of(result), "16=12345678");
 }
 
 /// Reads @p contents as the caller specifies.

@@ -1,3 +1,4 @@
+#include "kvr/util/letter_case.h"
 #include "kvrimage/formats/hex/hex_edit.h"
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "tests/kvrimage/formats/hex/hex_files.h"
@@ -90,6 +91,43 @@ TEST(HexEdit, NewWordsOfAFileThatIsCutOffBeginALine) {
     EXPECT_EQ(edited(":0100000001FE", options, {assign(1, 1, {2}, 8)}), ":0100000001FE\n:0100010002FC\n");
 }
 
+TEST(HexEdit, NewRecordsHaveTheLetterCaseOfTheOthers) {
+    const std::string upper = record("0200000000AB");
+    const std::string added = record("02000500ABCD");
+    EXPECT_EQ(edited16(kvr::to_lower_case(upper + end_record), 5, 5, {0xABCD}),
+              kvr::to_lower_case(upper + added + end_record));
+    EXPECT_EQ(edited16(kvr::to_lower_case(upper) + record("0200010000CD") + end_record, 5, 5, {0xABCD}),
+              kvr::to_lower_case(upper) + record("0200010000CD") + added + end_record);
+}
+
+TEST(HexEdit, NewRecordsOfThePageInForceNeedNoExtendedAddress) {
+    const std::string page = record("020000040001") + record("020000000001");
+    EXPECT_EQ(edited16(page + end_record, 0x10005, 0x10005, {7}), page + record("020005000007") + end_record);
+    EXPECT_EQ(edited16(page + end_record, 0x1FFFF, 0x1FFFF, {7}), page + record("02FFFF000007") + end_record);
+    EXPECT_EQ(edited16(page + end_record, 0x20000, 0x20000, {7}),
+              page + record("020000040002") + record("020000000007") + end_record);
+}
+
+TEST(HexEdit, TheLargestRecordHoldsAWord) {
+    read_options options = words_of_width(2040);
+    options.depth = 1;
+    std::string digits;
+    for (int index = 0; index < 255; ++index) {
+        digits += "A5";
+    }
+    const assignment given{{0, 0}, {*word::parse(digits, radix::hex, 2040).value}};
+    EXPECT_EQ(edited(end_record, options, {given}), record("FF000000" + digits) + end_record);
+}
+
+TEST(HexEdit, ARecordOfBytesMayEndWithItsSegment) {
+    read_options options = words_of_width(8);
+    options.unit = address_unit::byte;
+    const std::string segment = record("020000021000");
+    EXPECT_EQ(
+        edited(segment + record("02FFFE001122") + end_record, options, {assign(131071, 131071, {7}, 8)}),
+        segment + record("02FFFE001107") + end_record);
+}
+
 TEST(HexEdit, NewPagesGetExtendedAddresses) {
     EXPECT_EQ(edited(":020000040001F9\n:020000000001FD\n" + end_record, words_of_width(16),
                      {assign(6, 6, {1}, 16), assign(0x10006, 0x10006, {1}, 16)}),
@@ -116,12 +154,40 @@ TEST(HexEdit, SaysWhatARecordCannotHold) {
     assignment dont_care{{0, 0}, {*word::parse("000X", radix::hex, 16).value}};
     EXPECT_EQ(edited(text, words_of_width(16), {dont_care}),
               "word 000X at address 0 has a don't-care bit, which Intel HEX cannot hold");
+    dont_care = {{5, 6}, {word::of(1, 16), *word::parse("000X", radix::hex, 16).value}};
+    EXPECT_EQ(edited(text, words_of_width(16), {dont_care}),
+              "word 000X at address 6 has a don't-care bit, which Intel HEX cannot hold");
     EXPECT_EQ(edited16(text, deepest_memory, deepest_memory, {1}),
               "address 4294967296 is beyond 4294967295, the largest of Intel HEX");
     read_options wide = words_of_width(4096);
     wide.depth = 1;
     EXPECT_EQ(edited(end_record, wide, {assign(0, 0, {1}, 4096)}),
               "words of 4096 bits do not fit an Intel HEX record, which holds 2040 bits");
+}
+
+TEST(HexEdit, SaysWhichWordsHaveNoByteAddresses) {
+    read_options options = words_of_width(16);
+    options.unit = address_unit::byte;
+    options.order = byte_order::big;
+    const std::string text = record("020000000001") + end_record;
+    EXPECT_EQ(edited(text, options, {assign(0x80000000, 0x80000000, {1}, 16)}),
+              "address 2147483648 is beyond 2147483647, the largest of Intel HEX");
+    EXPECT_EQ(edited(text, options, {assign(0x7FFFFFFF, 0x7FFFFFFF, {1}, 16)}),
+              record("020000000001") + record("02000004FFFF") + record("02FFFE000001") + end_record);
+    options.base = 0xFFFFFFFF;
+    options.depth = 1;
+    EXPECT_EQ(edited(end_record, options, {assign(0, 0, {1}, 16)}),
+              "address 4294967296 is beyond 4294967295, the largest of Intel HEX");
+}
+
+TEST(HexEdit, ARefusedEditChangesNothing) {
+    read_options options = words_of_width(16);
+    options.keep_going = true;
+    const std::string text = record("020005000001") + ":0400000000010002F0\n" + end_record;
+    const edit_result result = edit_hex(text, options, read_hex(text, options),
+                                        std::vector{assign(0, 0, {7}, 16), assign(5, 9, {7}, 16)});
+    EXPECT_EQ(result.diagnostics.size(), 1U);
+    EXPECT_TRUE(result.edits.empty());
 }
 
 TEST(HexEdit, BytesOfAWordAreReplacedWhereTheyAre) {

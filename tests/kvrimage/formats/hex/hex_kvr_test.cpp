@@ -82,6 +82,19 @@ TEST(HexForKvr, ReportsTheLineThatIsNoRecord) {
     EXPECT_EQ(found.front().where, (place{3, 2, 16, 2}));
 }
 
+TEST(HexForKvr, ReportsTheLineThatIsNoRecordWhereverItIs) {
+    read_options options = of_width(8);
+    options.keep_going = true;
+    for (std::uint64_t blank_lines = 0; blank_lines < 5; ++blank_lines) {
+        const std::string text = std::string(blank_lines, '\n') + ":01000100G0\n" + record("0100000012");
+        read_result ours = read_hex(text + end_record, options);
+        ours.diagnostics.clear(); // as if the reader had not found it
+        const std::vector<diagnostic> found = check_hex_for_kvr(text + end_record, options, ours);
+        ASSERT_EQ(found.size(), 1U);
+        EXPECT_EQ(found.front().where, (place{blank_lines + 1, 2, blank_lines + 1, 2}));
+    }
+}
+
 TEST(HexForKvr, WithoutAnImageThereIsNothingToCompare) {
     EXPECT_TRUE(check_hex_for_kvr(end_record, {}, {}).empty());
 }

@@ -43,6 +43,19 @@ TEST(HexParser, KnowsTheFieldsOfARecord) {
     EXPECT_FALSE(parser.next());
 }
 
+TEST(HexParser, KnowsTheFieldsOfARecordWithoutColon) {
+    const std::string text = "02 A1B2 00 C3d4 14\n";
+    hex_parser parser(text);
+    ASSERT_TRUE(parser.next());
+    const hex_line& line = parser.line();
+    EXPECT_EQ(line.what, hex_line::kind::text);
+    EXPECT_TRUE(line.lacks_colon);
+    EXPECT_EQ(line.record.data_bytes, 2U);
+    EXPECT_EQ(line.record.address, 0xA1B2U);
+    EXPECT_EQ(line.record.type, hex_record_type::data);
+    EXPECT_EQ(line.record.data(), "C3d4");
+}
+
 TEST(HexParser, TellsTextsFromRecords) {
     const auto kind_of = [](const std::string& text) {
         hex_parser parser(text);
@@ -51,7 +64,12 @@ TEST(HexParser, TellsTextsFromRecords) {
     };
     EXPECT_EQ(kind_of(" \t\r\n"), hex_line::kind::blank);
     EXPECT_EQ(kind_of("note: one"), hex_line::kind::text);
+    EXPECT_EQ(kind_of("note:"), hex_line::kind::text);
+    EXPECT_EQ(kind_of("a:00"), hex_line::kind::text);
+    EXPECT_EQ(kind_of("a:0100000"), hex_line::kind::text);
+    EXPECT_EQ(kind_of("a:01000000"), hex_line::kind::record);
     EXPECT_EQ(kind_of("a:0100000001"), hex_line::kind::record);
+    EXPECT_EQ(kind_of("see: the second table"), hex_line::kind::text);
     EXPECT_EQ(kind_of("#:0100000001FE"), hex_line::kind::text);
     EXPECT_EQ(kind_of("DEADBEEF"), hex_line::kind::text);
     EXPECT_EQ(kind_of(":"), hex_line::kind::record);

@@ -1,3 +1,4 @@
+#include "kvrimage/formats/hex/hex_format.h"
 #include "kvrimage/formats/hex/hex_reader.h"
 #include "tests/kvrimage/formats/hex/hex_files.h"
 
@@ -110,6 +111,40 @@ const std::vector<hex_rule>& hex_rules() {
          ":0100000001FE\n" + end_record.substr(0, end_record.size() - 1) + "\r"},
         {"ForeignContentsAreOneDiagnostic", std::string("\x7F\0\0\1\n:x\n", 8),
          "broken foreign-content 1:1+4 x1\n"},
+        {"ALoneRecordWithoutColonIsARecord", "0100000001FE\n",
+         "broken colon-missing 1:1+12 x1\nbroken missing-end-record 1:13+0 x1\n",
+         ":0100000001FE\n" + end_record},
+        {"ARecordWithoutDataAndColonIsARecord", two_words + "00000700F9\n" + end_record,
+         "broken colon-missing 3:1+10 x1\n", two_words + ":00000700F9\n" + end_record},
+        {"AnEndRecordWithoutColonIsNotMissing", two_words + "00000001FF\n",
+         "broken colon-missing 3:1+10 x1\n", two_words + end_record},
+        {"AnEndRecordWithoutColonBeforeARecordIsNotRepaired",
+         ":0100000001FE\n00000001FF\n:0100010002FC\n" + end_record, "broken colon-missing 2:1+10 x1\n"},
+        {"OfTwoEndRecordsWithoutColonBothGetIt", two_words + "00000001FF\n0000 000 1FF\n",
+         "broken colon-missing 3:1+10 x1\nbroken colon-missing 4:1+12 x1\n",
+         two_words + end_record + ":0000 000 1FF\n"},
+        {"TenHexadecimalDigitsThatAreNoRecordAreText", two_words + "DEADBEEF00\n" + end_record,
+         "suspect not-a-record 3:1+10 x1\n"},
+        {"ALoneRecordWithAWrongChecksumIsARecord", ":0100000001FF\n",
+         "broken checksum 1:12+2 x1\nbroken missing-end-record 1:14+0 x1\n", ":0100000001FE\n" + end_record},
+        {"ALoneColonIsNoRecord", ":hello\n", "broken not-hex 0:0+0 x1\n"},
+        {"AMissingEndRecordIsAfterTheLastTextOfTheFile", two_words + " more \r\n \n",
+         "suspect not-a-record 3:2+4 x1\nbroken missing-end-record 3:6+0 x1\n",
+         two_words + " more \r\n \n" + end_record},
+        {"ARecordMayEndWithItsSegment", record("020000021000") + record("01FFFF0001") + end_record, ""},
+        {"TheFirstDigitOfAChecksumIsCompleted", two_words + ":00001000F\n" + end_record,
+         "broken checksum-missing 3:11+0 x1\n", two_words + ":00001000F0\n" + end_record},
+        {"TheSecondDigitOfAChecksumIsNotCompleted", two_words + ":000010000\n" + end_record,
+         "broken checksum-missing 3:11+0 x1\n"},
+        {"RecordsOnOneLineGetTheLineEndOfTheFile", ":0100000001FE:0100010002FC\r\n" + end_record,
+         "broken second-record 1:14+1 x1\n", ":0100000001FE\r\n:0100010002FC\r\n" + end_record},
+        {"TwoRecordsAfterAByteOrderMarkAreOnOneLine", "\xEF\xBB\xBF:0100000001FE:0100010002FC\n" + end_record,
+         "consumer mark-before-record 1:1+3 x1\nbroken second-record 1:17+1 x1\n", two_words + end_record},
+        {"ALineMayBeAsLongAsTheLibraryAllows",
+         ":01" + std::string(586, ' ') + "00000001FE\n:0100010002FC\n" + end_record, ""},
+        {"ALineMayNotBeLongerByOne",
+         ":01" + std::string(587, ' ') + "00000001FE\n:0100010002FC\n" + end_record,
+         "consumer record-long 1:1+600 x1\n", two_words + end_record},
         {"AnEmptyFileIsNoHexFile", "", "broken not-hex 0:0+0 x1\n"},
         {"ALineBeyondTheLimitOfTheLibraryLosesItsBlanks",
          ":01" + std::string(600, ' ') + "00000001FE\r\n:0100010002FC\n" + end_record,
@@ -125,6 +160,9 @@ TEST_P(HexRules, Hold) {
     const read_result result = read_hex(rule.text, of_width(8));
     EXPECT_EQ(report_of(result), rule.report);
     EXPECT_EQ(with_repairs(rule.text, result), rule.repaired.empty() ? rule.text : rule.repaired);
+    for (const diagnostic& each : result.diagnostics) {
+        EXPECT_EQ(each.repair.empty(), each.fix.empty()) << each.repair;
+    }
     EXPECT_EQ(result.image.has_value(), rule.report.find("broken") == std::string::npos);
 }
 
@@ -176,6 +214,65 @@ TEST(HexReader, MessagesSayWhatIsWrongAndWhatToWrite) {
               "address 1 is set twice, first in line 2|the later value is used");
 }
 
+TEST(HexReader, MessagesQuoteTheFirstOfSeveralPlaces) {
+    EXPECT_EQ(message_of(two_words + record("0400000400010002") + end_record),
+              "record type 04 sets an address of 2 bytes, this one has 4 bytes|");
+    EXPECT_EQ(message_of(record("020000021000") + record("02FFFF000102") + end_record),
+              "the record goes beyond the end of its segment at address 131071|split it there, or use "
+              "extended linear addresses (type 04)");
+    EXPECT_EQ(message_of("\n" + two_words + end_record + ":0100020002FB\n"),
+              "a record follows the end record of line 4|delete that end record, or what follows it");
+    EXPECT_EQ(message_of("\n" + two_words + ":0100010003FB\n" + end_record),
+              "address 1 is set twice, first in line 3|the later value is used");
+    EXPECT_EQ(
+        message_of(":0100000001FE\n:00000001FE\n:0100010002FC\n" + end_record),
+        "checksum is FE, the record adds up to FF|if it is repaired, the records after it are not read");
+}
+
+TEST(HexReader, OfSeveralWordsSetTwiceTheFirstIsNamedWithTheRecordThatSetsIt) {
+    read_options options = of_width(16);
+    options.unit = address_unit::word;
+    const std::string text = record("0400000000010002") + record("020002000003") + record("020002000004");
+    EXPECT_EQ(report_of(read_hex(text + end_record, options)), "suspect overwritten-word 3:1+15 x1\n");
+    EXPECT_EQ(message_of(text + end_record, options),
+              "address 2 is set twice, first in line 2|the later value is used");
+    const std::string pair = record("0400010000010002") + record("0400010000030004") + end_record;
+    EXPECT_EQ(report_of(read_hex(pair, options)), "suspect overwritten-word 2:1+19 x1\n");
+    EXPECT_EQ(message_of(pair, options), "address 1 is set twice, first in line 1|the later value is used");
+}
+
+TEST(HexReader, RepairsAreDescribed) {
+    const auto repair_of = [](const std::string& text) {
+        return read_hex(text, of_width(8)).diagnostics.at(0).repair;
+    };
+    EXPECT_EQ(repair_of("0100000001FE\n" + end_record), "':' is added before the record");
+    EXPECT_EQ(repair_of("\xEF\xBB\xBF" + two_words + end_record), "the byte-order mark is deleted");
+    EXPECT_EQ(repair_of(":01" + std::string(600, ' ') + "00000001FE\n" + end_record),
+              "the blanks of the line are deleted");
+    EXPECT_EQ(repair_of(two_words), "end record :00000001FF put after the last line");
+    EXPECT_EQ(repair_of(":0100000001FE:0100010002FC\n" + end_record),
+              "the second record is now on a line of its own");
+    EXPECT_EQ(repair_of(two_words + ":00000001F\n"), "checksum FF is added");
+    EXPECT_EQ(repair_of(":0100000001FF\n" + end_record), "checksum FF is now FE");
+}
+
+TEST(HexReader, RepairsWhatIsCertainBesideOtherFaults) {
+    const std::string unknown_type = ":00000006FA\n";
+    read_result result = read_hex(unknown_type, of_width(8));
+    EXPECT_EQ(report_of(result), "broken record-type 1:8+2 x1\nbroken missing-end-record 1:12+0 x1\n");
+    EXPECT_EQ(with_repairs(unknown_type, result), unknown_type + end_record);
+    const std::string without_colons = ":0100000001FE\n00000001FF\n0100010002FC\n" + end_record;
+    result = read_hex(without_colons, of_width(8));
+    EXPECT_EQ(report_of(result), "broken colon-missing 2:1+10 x1\nbroken colon-missing 3:1+12 x1\n");
+    EXPECT_EQ(with_repairs(without_colons, result),
+              ":0100000001FE\n00000001FF\n:0100010002FC\n" + end_record);
+}
+
+TEST(HexReader, AMissingEndRecordIsInsertedAtTheEnd) {
+    const read_result result = read_hex(two_words, of_width(8));
+    EXPECT_EQ(result.diagnostics.at(0).fix, (std::vector<text_edit>{{two_words.size(), 0, end_record}}));
+}
+
 TEST(HexReader, AWordIsWhatTheLaterRecordHolds) {
     EXPECT_EQ(words_of(read_hex(two_words + ":0100010003FB\n" + end_record, of_width(8))), "0=01 1=03");
 }
@@ -218,6 +315,28 @@ TEST(HexReader, TheWidthIsFoundInTheRecords) {
     EXPECT_EQ(result.facts.unit, address_unit::word);
 }
 
+TEST(HexReader, TheWidthIsFoundAcrossPages) {
+    const std::string text = record("02FFFE000102") + record("020000040001") + record("0100000003");
+    EXPECT_EQ(words_of(read_hex(text + end_record, {})), "65534=01 65535=02 65536=03");
+}
+
+TEST(HexReader, RecordsWithoutDataDoNotHideTheWidth) {
+    const std::string text =
+        record("020000001234") + record("00000500") + record("020001005678") + end_record;
+    EXPECT_EQ(words_of(read_hex(text, {})), "0=1234 1=5678");
+    EXPECT_EQ(find_hex_word(text, {}, 1)->line, 3U);
+}
+
+TEST(HexReader, TheWidthIsFoundInRecordsThatAreReadable) {
+    read_options options;
+    options.keep_going = true;
+    const std::string next = record("020001001234") + record("020002005678") + end_record;
+    const read_result result = read_hex(":0100000012FF\n" + next, options);
+    EXPECT_EQ(report_of(result), "broken checksum 1:12+2 x1\n");
+    EXPECT_EQ(words_of(result), "1=1234 2=5678");
+    EXPECT_EQ(words_of(read_hex(":01000000120G\n" + next, options)), "1=1234 2=5678");
+}
+
 TEST(HexReader, RecordsThatDoNotSayTheWidthAreBroken) {
     for (const std::string text :
          {":020000000102FB\n:00000001FF\n",
@@ -231,6 +350,8 @@ TEST(HexReader, RecordsThatDoNotSayTheWidthAreBroken) {
 
 TEST(HexReader, TheWidthIsNotInDoubtWhereARecordIsUnreadable) {
     EXPECT_EQ(report_of(read_hex(":0100000012FF\n:00000001FF\n", {})), "broken checksum 1:12+2 x1\n");
+    EXPECT_EQ(report_of(read_hex(record("020000000102") + ":0100020012FF\n" + end_record, {})),
+              "broken checksum 2:12+2 x1\n");
 }
 
 TEST(HexReader, WordsOfOddWidthsTakeWholeBytes) {
@@ -295,6 +416,13 @@ TEST(HexReader, RecordsThatCountBytesContradictAWiderWord) {
                                           "big (13015000); or --address-unit word if words are omitted");
 }
 
+TEST(HexReader, AnOptionResolvesThatRecordsCountBytes) {
+    EXPECT_EQ(read_hex(bytes_file(), of_width(32)).diagnostics.at(0).option,
+              "--address-unit byte --endian little");
+    const std::string halves = record("0400000012345678") + record("0400020012345678") + end_record;
+    EXPECT_EQ(read_hex(halves, of_width(32)).diagnostics.at(0).option, "");
+}
+
 TEST(HexReader, RecordsOfNarrowerWordsContradictTheWidth) {
     const read_result result = read_hex(record("0400000012345678") +
                                             record("040002001234"
@@ -321,7 +449,10 @@ TEST(HexReader, BytesBecomeWordsInTheOrderThatIsGiven) {
     EXPECT_EQ(little.facts.order, byte_order::little);
     EXPECT_EQ(words_of(read_hex(bytes_file(), of_bytes(32, byte_order::big))),
               "0=13015000 1=93011000 2=13022000 3=13030300");
-    EXPECT_EQ(words_of(read_hex(two_words + end_record, of_bytes(8, std::nullopt))), "0=01 1=02");
+    const read_result bytes = read_hex(two_words + end_record, of_bytes(8, std::nullopt));
+    EXPECT_EQ(words_of(bytes), "0=01 1=02");
+    EXPECT_EQ(bytes.facts.unit, address_unit::byte);
+    EXPECT_EQ(bytes.facts.order, std::nullopt);
 }
 
 TEST(HexReader, BytesOfAWordMayBeInSeveralRecords) {
@@ -407,7 +538,20 @@ TEST(HexReader, LeavesOutDiagnosticsBeyondTheLimitUnlessRepairsAreWanted) {
 
 TEST(HexReader, CommentsAreAFact) {
     EXPECT_TRUE(read_hex("; boot\n" + two_words + end_record, of_width(8)).facts.has_comments);
+    EXPECT_TRUE(read_hex("; :0100020002FB\n" + two_words + end_record, of_width(8)).facts.has_comments);
+    EXPECT_TRUE(read_hex(two_words + end_record + "boot\n", of_width(8)).facts.has_comments);
     EXPECT_FALSE(read_hex(two_words + end_record, of_width(8)).facts.has_comments);
+}
+
+TEST(HexReader, TheFormatIsAFact) {
+    EXPECT_EQ(read_hex(two_words + end_record, of_width(8)).facts.as, &hex_format);
+    EXPECT_EQ(read_hexbytes(two_words + end_record, {}).facts.as, &hexbytes_format);
+}
+
+TEST(HexReader, AMemoryOfWordsHasNoStartAddress) {
+    const read_result result = read_hex(two_words + record("0400000500000100") + end_record, of_width(8));
+    EXPECT_TRUE(result.facts.more.empty());
+    EXPECT_EQ(result.facts.start_address, std::nullopt);
 }
 
 TEST(HexReader, FindsTheRecordThatSetsAWordLast) {
@@ -417,6 +561,13 @@ TEST(HexReader, FindsTheRecordThatSetsAWordLast) {
     EXPECT_EQ(find_hex_word(text, of_width(8), 2), std::nullopt);
     EXPECT_EQ(find_hex_word(":020000000102FB\n:00000001FF\n", {}, 0), std::nullopt);
     EXPECT_EQ(find_hex_word(bytes_file(), of_bytes(32, byte_order::big), 2)->line, 2U);
+}
+
+TEST(HexReader, FindsWordsOfSeveralBytes) {
+    const std::string text = record("0400000000010002") + record("020003000003") + end_record;
+    EXPECT_EQ(find_hex_word(text, of_width(16), 1), (place{1, 1, 0, 19}));
+    EXPECT_EQ(find_hex_word(text, of_width(16), 2), std::nullopt);
+    EXPECT_EQ(find_hex_word(text, of_width(16), 3), (place{2, 1, 20, 15}));
 }
 
 TEST(HexReader, FindsWordsInRecordsOfAnotherPage) {
@@ -452,11 +603,18 @@ TEST(HexReader, AnEmptyFileIsNoHex) {
 
 TEST(HexReader, OfAFileWithoutDataNoWordsAreMissingWhereItsSizeIsGiven) {
     read_options options = of_width(8);
+    const auto no_data_without = [](const std::string& missing) {
+        return "the end record comes before any data|give " + missing +
+               " to read it as a memory without words";
+    };
     EXPECT_EQ(report_of(read_hex(end_record, options)), "broken no-data 1:1+11 x1\n");
+    EXPECT_EQ(message_of(end_record, options), no_data_without("--depth"));
     options.depth = 4;
     EXPECT_EQ(report_of(read_hex(end_record, options)), "");
     options.width.reset();
     EXPECT_EQ(report_of(read_hex(end_record, options)), "broken no-data 1:1+11 x1\n");
+    EXPECT_EQ(message_of(end_record, options), no_data_without("--width"));
+    EXPECT_EQ(message_of(end_record, {}), no_data_without("--width and --depth"));
 }
 
 TEST(HexReader, SniffsByTheFirstRecords) {
@@ -465,6 +623,10 @@ TEST(HexReader, SniffsByTheFirstRecords) {
     EXPECT_EQ(sniff_hex(":0100000001FF\n:00000001FE\n"), certainty::likely);
     EXPECT_EQ(sniff_hex(":hello"), certainty::possible);
     EXPECT_EQ(sniff_hex("data:0100000001FE\n"), certainty::likely);
+    EXPECT_EQ(sniff_hex("\xEF\xBB\xBF:0100000001FE\n"), certainty::certain);
+    EXPECT_EQ(sniff_hex("data:0100000001FE\n:0100000001FF\n"), certainty::likely);
+    EXPECT_EQ(sniff_hex(":0100000001FF\n" + two_words), certainty::certain);
+    EXPECT_EQ(sniff_hex(":0100000001FF\n:00000001FE\n" + two_words), certainty::likely);
     EXPECT_EQ(sniff_hex("0 : 12;"), certainty::no);
     EXPECT_EQ(sniff_hex(""), certainty::no);
 }

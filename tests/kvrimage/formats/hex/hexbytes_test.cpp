@@ -135,6 +135,50 @@ TEST(Hexbytes, RecordsThatWrapAreOneDiagnosticWithTheFirstAddress) {
               "the record continues at address 10000, the start of its segment");
 }
 
+TEST(Hexbytes, FindsBytesOfRecordsThatWrap) {
+    const std::string text = record("020000021000") + record("04FFFE00AABBCCDD") + end_record;
+    EXPECT_EQ(find_hexbytes_word(text, {}, 131070)->column, 10U);
+    EXPECT_EQ(find_hexbytes_word(text, {}, 65537)->column, 16U);
+    EXPECT_FALSE(find_hexbytes_word(text, {}, 65538));
+}
+
+TEST(Hexbytes, FindsNoByteInARecordWithAWrongChecksum) {
+    const std::string text = record("0100000012") + ":010000001300\n" + end_record;
+    EXPECT_EQ(find_hexbytes_word(text, {}, 0)->line, 1U);
+}
+
+TEST(Hexbytes, RecordsWithBlanksMayReachTheEndOfTheirSegment) {
+    const auto in_segment = [](const std::string& spaced) {
+        return read_hexbytes(record("020000021000") + spaced + end_record, {});
+    };
+    EXPECT_EQ(set_words_of(in_segment(":02 FFFC 00 AABB 9E\n")), "131068=AA 131069=BB");
+    const read_result last = in_segment(":02 FFFE 00 AABB 9C\n");
+    EXPECT_EQ(set_words_of(last), "131070=AA 131071=BB");
+    EXPECT_EQ(shown_report(last), "");
+    EXPECT_EQ(shown_report(in_segment(":02 FFFF 00 AABB 9B\n")), "suspect address-wrapped 2:1+19 x1\n");
+}
+
+TEST(Hexbytes, RecordsWithBlanksMayReachTheLargestAddress) {
+    read_options options;
+    options.base = 0xFFFF0000;
+    const auto in_last_page = [&options](const std::string& spaced) {
+        return shown_report(read_hexbytes(record("02000004FFFF") + spaced + end_record, options));
+    };
+    EXPECT_EQ(in_last_page(":02 FFFD 00 AABB 9D\n"), "");
+    EXPECT_EQ(in_last_page(":02 FFFE 00 AABB 9C\n"), "");
+    EXPECT_EQ(in_last_page(":02 FFFF 00 AABB 9B\n"), "broken address-outside 2:1+19 x1\n");
+}
+
+TEST(Hexbytes, ARecordWithoutDataSetsNoByte) {
+    EXPECT_EQ(shown_report(read_hexbytes(":00 0000 00 00\n" + record("0100010011") + end_record, {})), "");
+}
+
+TEST(Hexbytes, AnAddressOutsideIsThatOfTheFirstRecord) {
+    const read_result result = read_hexbytes(
+        record("02000004FFFF") + record("02FFFF001122") + record("03FFFF00334455") + end_record, {});
+    EXPECT_EQ(result.diagnostics.at(0).message, "address 100000000 is beyond the largest, FFFFFFFF");
+}
+
 TEST(Hexbytes, ARecordGoesOnAfterAPageOfLinearAddresses) {
     EXPECT_EQ(set_words_of(read_hexbytes(record("02FFFF00AABB") + end_record, {})), "65535=AA 65536=BB");
     read_options options;
@@ -215,6 +259,16 @@ TEST(Hexbytes, WritesRecordsOf16BytesInPages) {
               record("1000000007070707070707070707070707070707") + record("0400100007070707") + end_record);
     EXPECT_EQ(written_hexbytes(low, "255"),
               record("140000000707070707070707070707070707070707070707") + end_record);
+}
+
+TEST(Hexbytes, TheSizeCountsEveryPage) {
+    memory_image image(8, 0x40000, 0x10000); // page 0 needs no record
+    image.set(0x10005, word::of(1, 8));
+    const write_options options{.as = &hexbytes_format};
+    for (std::uint64_t page = 1; page < 5; ++page) {
+        image.set(page * 0x10000 + 7, word::of(2, 8));
+        EXPECT_EQ(size_of_hexbytes(image, options), to_text(image, options).size()) << page;
+    }
 }
 
 TEST(Hexbytes, WritingRefusesHighAddressesAndImpossibleLengths) {
